@@ -1,0 +1,40 @@
+# The two commands of every day are `make run` and `make test`; both install what is missing.
+export QT_LOGGING_RULES ?= *.debug=false
+DATABASE ?= run/goods.db
+JOBS ?= $(shell nproc)
+
+.PHONY: all run test bench pictures format tidy setup release asan clean
+
+all: release
+
+setup:
+	@scripts/setup
+
+release: setup
+	@cmake --preset release
+	@cmake --build --preset release -j $(JOBS)
+
+asan: setup
+	@cmake --preset asan
+	@cmake --build --preset asan -j $(JOBS)
+
+run: release
+	@scripts/run "$(DATABASE)"
+
+test: asan
+	@ctest --preset asan -j $(JOBS)
+
+bench: release
+	@build/release/bin/goods-bench
+
+pictures: release
+	@scripts/pictures docs/pictures
+
+format: setup
+	@git ls-files '*.cpp' '*.h' | xargs clang-format -i
+
+tidy: asan
+	@git ls-files '*.cpp' | xargs -P $(JOBS) -n 4 clang-tidy -p build/asan --quiet
+
+clean:
+	@rm -rf build

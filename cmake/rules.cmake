@@ -1,0 +1,34 @@
+# The rules that a compiler keeps, for every target of the product: link goods_rules.
+find_program(CCACHE ccache)
+if(CCACHE)
+    # Precompiled headers and several work trees share one cache.
+    set(CMAKE_CXX_COMPILER_LAUNCHER
+        ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
+        CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} CCACHE_NOHASHDIR=1 ${CCACHE})
+endif()
+
+add_library(goods_rules INTERFACE)
+target_compile_features(goods_rules INTERFACE cxx_std_20)
+target_compile_options(goods_rules INTERFACE
+    -Wall -Wextra -Wconversion -Werror -fvisibility=hidden -fvisibility-inlines-hidden -fpch-preprocess)
+target_compile_definitions(goods_rules INTERFACE
+    QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_CONTEXTLESS_CONNECT QT_NO_FOREACH
+    QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+if(GOODS_SANITIZE)
+    add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer -g1)
+    add_link_options(-fsanitize=address,undefined)
+endif()
+
+# Precompiled headers by layer.
+set(GOODS_PCH_CORE <QtCore/QtCore> <QtSql/QtSql> <memory> <optional> <string> <vector>)
+set(GOODS_PCH_WIDGETS ${GOODS_PCH_CORE} <QtWidgets/QtWidgets>)
+
+# goods_sources(VARIABLE FOLDER...) collects the sources and forms of the folders.
+function(goods_sources variable)
+    set(all)
+    foreach(folder ${ARGN})
+        file(GLOB found CONFIGURE_DEPENDS ${folder}/*.cpp ${folder}/*.h ${folder}/*.ui ${folder}/*.qrc)
+        list(APPEND all ${found})
+    endforeach()
+    set(${variable} ${all} PARENT_SCOPE)
+endfunction()
