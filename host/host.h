@@ -1,0 +1,70 @@
+#pragma once
+
+#include "host/host_export.h"
+#include "host/services/barcode_service.h"
+#include "host/services/category_service.h"
+#include "host/services/clock_service.h"
+#include "host/services/entity_service.h"
+#include "host/services/finance_service.h"
+#include "host/services/good_detail_service.h"
+#include "host/services/keyboard_service.h"
+#include "host/services/message_service.h"
+#include "host/services/number_service.h"
+#include "host/services/permission_service.h"
+#include "host/services/photo_gallery_service.h"
+#include "host/services/scale_service.h"
+#include "host/services/settings_service.h"
+#include "host/services/stock_service.h"
+#include "host/services/theme_service.h"
+#include "host/services/voucher_service.h"
+
+#include <QtSql/QSqlDatabase>
+
+class QMainWindow;
+class QWidget;
+
+namespace host {
+
+/// The host's open connections. All may lead to one database; each carries one open result at a time, which is why the
+/// goods list, that keeps its result open while it scrolls, has one of its own.
+struct Connections
+{
+    QSqlDatabase ADOConnection1;  ///< the main database
+    QSqlDatabase FDConnection1;   ///< the goods list
+    QSqlDatabase DibalConnection; ///< the weighing scales
+};
+
+/// Everything that a host supplies to its modules: plain references, so that a test replaces one service and keeps the
+/// rest. The host owns all of it and keeps it alive as long as the module is loaded.
+struct Host
+{
+    Connections DM;
+    PermissionService &permissions;
+    MessageService &messages;
+    SettingsService &settings;
+    EntityService &entities;
+    VoucherService &vouchers;
+    StockService &stock;
+    GoodDetailService &goodDetails;
+    PhotoGalleryService &photos;
+    CategoryService &categories;
+    ScaleService &scales;
+    KeyboardService &keyboard;
+    ClockService &clock;
+    BarcodeService &barcodes;
+    FinanceService &finance;
+    ThemeService &theme;
+    NumberService &numbers;
+    /// Where docked screens go and what modal screens are centred on; null in a host without a main window.
+    QMainWindow *mainWindow = nullptr;
+};
+
+/// Makes `host` the one that modules of this process work with. A host calls it once, before the first export;
+/// null is not possible, calling again replaces it (the screens already open keep theirs).
+HOST_EXPORT void install(Host &host);
+
+/// The installed host. Throws std::logic_error when none is installed. Only the exported functions ask: screens and
+/// data modules are given what they need.
+HOST_EXPORT Host &installed();
+
+} // namespace host
