@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QtCore/QList>
+#include <QtCore/QString>
+
+namespace host {
+
+/// One node of the tree of goods categories.
+struct Category
+{
+    int Code = 0;
+    int Parent = 0; ///< 0 at the root
+    QString Name;
+};
+
+/// The tree of goods categories; the host keeps it.
+class CategoryService
+{
+public:
+    virtual ~CategoryService() = default;
+
+    /// The direct branches of a node (0 for the root), in their order.
+    virtual QList<Category> Branches(int parent) = 0;
+    /// The path from the root to a node.
+    virtual QList<Category> Path(int code) = 0;
+};
+
+} // namespace host

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "host/services/types.h"
+
+namespace host {
+
+/// What goods screens ask about the details (serials, colours …) entered for a good.
+class GoodDetailService
+{
+public:
+    virtual ~GoodDetailService() = default;
+
+    /// True when details were entered for this good on an operation of this type.
+    virtual bool ExistsGoodDetailInsertedForOperation(int goodCode, TOperationType operation) = 0;
+    /// Keeps the details entered while the editor was open. Runs inside the caller's transaction.
+    virtual void EnterGoodDetailSave(int goodCode, TOperationType operation) = 0;
+    /// True when details exist already, so that the quantity comes from them and is not typed.
+    virtual bool EnterGoodDetails_Get(int goodCode, TOperationType operation) = 0;
+    /// True when `barcode` is the value of a barcode detail of any good.
+    virtual bool CheckBarcodeInGoodDetail(const QString &barcode) = 0;
+    /// True, having told the user, when the good's unique detail code is in use and the good cannot be deleted.
+    virtual bool UniqueDetailCodeInUse(int goodCode) = 0;
+};
+
+} // namespace host

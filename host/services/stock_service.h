@@ -1,0 +1,23 @@
+#pragma once
+
+#include "host/services/types.h"
+
+namespace host {
+
+/// Stock on hand: the negative-stock check and the automatic storage operations that follow a change of opening stock.
+class StockService
+{
+public:
+    virtual ~StockService() = default;
+
+    /// Checks what a change would do to stock. `probe` is a SELECT with the columns Code (good), Anbar (store) and
+    /// Mogodi (the change, in main units); `date` is the day of the change. False, having told the user, when
+    /// stock would become negative.
+    virtual bool Check_TockMinus(const QString &probe, const QString &date) = 0;
+    /// Brings the automatic storage documents in line with a good's opening stock. Runs inside the caller's
+    /// transaction on the main connection.
+    virtual void SaveStorageAutoOperation(TSoftwarePart part, int code) = 0;
+    virtual void DeleteStorageAutoOperation(TSoftwarePart part, int code) = 0;
+};
+
+} // namespace host
