@@ -1,0 +1,40 @@
+#pragma once
+
+#include "host/host_export.h"
+
+#include <QSqlError>
+#include <QString>
+
+#include <stdexcept>
+
+namespace host {
+
+/// A statement that the database refused, or a database that does not answer.
+class HOST_EXPORT DatabaseError : public std::runtime_error
+{
+public:
+    DatabaseError(const QSqlError &error, const QString &statement);
+    /// An error found by the data layer itself (a row that is gone, a commit after an inner rollback).
+    explicit DatabaseError(const QString &text, const QString &statement = {});
+
+    /// The driver's own words, for the user. May quote typed values.
+    const QString &Text() const { return text_; }
+    /// The statement with its literals masked.
+    const QString &Statement() const { return statement_; }
+    /// The server's error number or state, as the driver gives it.
+    const QString &NativeCode() const { return native_; }
+    /// What may go into a log: code, words and statement, without any value.
+    QString LogText() const;
+    /// True when the connection is gone, so that repeating the command needs a new connection.
+    bool ConnectionLost() const { return lost_; }
+    /// True when a unique or primary key refused the row.
+    bool KeyViolation() const;
+
+private:
+    QString text_;
+    QString statement_;
+    QString native_;
+    bool lost_ = false;
+};
+
+} // namespace host

@@ -1,0 +1,142 @@
+#pragma once
+
+#include "host/data/quantity.h"
+#include "host/data/row_store.h"
+#include "host/host_export.h"
+
+#include <QAbstractTableModel>
+#include <QSqlDatabase>
+
+#include <memory>
+
+class QSqlQuery;
+
+namespace host {
+
+/// A client-side row set that a grid shows directly: a text to open, a current row, and single rows appended and edited
+/// through Append() / Edit() … Post().
+///
+/// Everything that sends a statement throws DatabaseError. When Post() throws, the dataset stays in its state with what
+/// was typed, so that the user can try again.
+class HOST_EXPORT Dataset : public QAbstractTableModel
+{
+    Q_OBJECT
+
+public:
+    enum class State { Closed, Browse, Edit, Insert };
+
+    /// Runs on `connection`, which the caller keeps open.
+    explicit Dataset(const QSqlDatabase &connection, QObject *parent = nullptr);
+    ~Dataset() override;
+
+    void SetText(const QString &text) { text_ = text; }
+    const QString &Text() const { return text_; }
+    /// The table that Post() writes and its key column (an identity, or a code that the row brings along).
+    void SetTable(const QString &table, const QString &key);
+    /// 0 reads the whole result on Open(). Otherwise Open() reads that many rows and fetchMore() as many again, on a
+    /// connection of the dataset's own (a copy of the given one, so the text may not use its #tables).
+    void SetBlockSize(int rows) { blockSize_ = rows; }
+
+    /// Runs the text; stands on the first row.
+    void Open();
+    void Open(const QString &text);
+    /// Runs the last text again; stands on the first row.
+    void Requery() { Open(); }
+    void Close();
+    bool IsOpen() const { return state_ != State::Closed; }
+    State CurrentState() const { return state_; }
+    bool IsEditing() const { return state_ == State::Edit || state_ == State::Insert; }
+
+    /// Rows read so far.
+    int RecordCount() const { return rows_.RowCount(); }
+    bool IsEmpty() const { return rows_.RowCount() == 0; }
+    /// Whether every row has been read.
+    bool FetchedAll() const { return cursor_ == nullptr; }
+    void FetchAll();
+    /// Forgets the rows without a statement; the columns stay, ready for Append().
+    void ClearRows();
+
+    /// -1 when there is no row.
+    int CurrentRow() const { return current_; }
+    /// Moves to a row that has been read; -1 for none. Changes not posted are posted first.
+    void SetCurrentRow(int row);
+    /// Moves to the first row whose field equals the value (numbers as numbers, texts without regard to case), reading
+    /// further blocks as needed. False, without moving, when there is none.
+    bool Locate(QStringView field, const QVariant &value);
+
+    /// A field of the current row, or as it is being edited; by name, case-insensitive. An invalid variant when there
+    /// is no current row; DatabaseError when there is no such field.
+    QVariant Field(QStringView field) const;
+    QString TextField(QStringView field) const { return Field(field).toString(); }
+    int IntField(QStringView field) const { return Field(field).toInt(); }
+    Quantity QuantityField(QStringView field) const;
+    /// A field of any row that has been read.
+    QVariant FieldAt(int row, QStringView field) const;
+
+    /// Begins a new row; nothing is sent before Post(). Fields that are not set get the table's defaults.
+    void Append();
+    /// Begins changing the current row. Throws DatabaseError when there is none.
+    void Edit();
+    /// Sets a field of the row being appended or edited. An invalid or null variant is NULL.
+    void SetField(QStringView field, const QVariant &value);
+    void SetQuantity(QStringView field, Quantity value) { SetField(field, QuantityToText(value)); }
+    /// Writes the row: one INSERT … OUTPUT INSERTED.*, from which identity and defaults are read back, or one
+    /// UPDATE … WHERE key with the fields that were set. Throws DatabaseError, also when the row to change is gone.
+    void Post();
+    /// Drops what was typed.
+    void Cancel();
+
+    /// Fields that a grid may edit in place (none by default). Typing in a grid calls Edit() and SetField(); moving to
+    /// another row posts.
+    void SetEditableFields(const QStringList &fields) { editable_ = fields; }
+
+    const RowStore &Rows() const { return rows_; }
+    int ColumnIndex(QStringView field) const { return rows_.ColumnIndex(field); }
+    const QSqlDatabase &Connection() const { return connection_; }
+
+    int rowCount(const QModelIndex &parent = {}) const override;
+    int columnCount(const QModelIndex &parent = {}) const override;
+    QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
+    Qt::ItemFlags flags(const QModelIndex &index) const override;
+    bool setData(const QModelIndex &index, const QVariant &value, int role = Qt::EditRole) override;
+    bool canFetchMore(const QModelIndex &parent) const override;
+    void fetchMore(const QModelIndex &parent) override;
+
+Q_SIGNALS:
+    /// Another row is current, or none.
+    void CurrentChanged();
+    void StateChanged();
+    /// A field of the row being edited was set.
+    void FieldChanged(int column);
+
+private:
+    int RequiredColumn(QStringView field) const;
+    QSqlDatabase ReadingConnection();
+    void StopReading();
+    int ReadBlock();
+    void SetState(State state);
+    void MoveTo(int row);
+    void PostInsert();
+    void PostUpdate();
+
+    QSqlDatabase connection_;
+    QString ownConnection_;
+    QString text_;
+    QString table_;
+    QString key_;
+    QStringList editable_;
+    int blockSize_ = 0;
+    std::unique_ptr<QSqlQuery> cursor_;
+    RowStore rows_;
+    State state_ = State::Closed;
+    int current_ = -1;
+    std::vector<QVariant> buffer_;
+    std::vector<bool> set_;
+};
+
+/// The value as a literal of a statement: N'…', a number, 0 or 1, 0x…, NULL. Throws RefusedText when a numeric column
+/// is given something that is no number.
+HOST_EXPORT QString Literal(const QVariant &value, ColumnKind kind);
+
+} // namespace host

@@ -1,0 +1,80 @@
+#pragma once
+
+#include "host/host_export.h"
+
+#include <QSqlRecord>
+#include <QString>
+#include <QStringView>
+#include <QVarLengthArray>
+#include <QVariant>
+
+#include <memory>
+#include <vector>
+
+class QSqlQuery;
+
+namespace host {
+
+/// What a column holds, as far as reading and writing literals is concerned.
+enum class ColumnKind { Text, Integer, Decimal, Boolean, Moment, Bytes };
+
+struct HOST_EXPORT Column
+{
+    QString name;
+    ColumnKind kind = ColumnKind::Text;
+};
+
+/// The rows of one result in little memory: nine bytes a cell, all texts of a thousand rows in one buffer. Numbers with
+/// decimals are kept as their decimal text.
+class HOST_EXPORT RowStore
+{
+public:
+    RowStore();
+    ~RowStore();
+    RowStore(RowStore &&) noexcept;
+    RowStore &operator=(RowStore &&) noexcept;
+
+    /// Forgets everything and takes the columns of a result.
+    void SetColumns(const QSqlRecord &record);
+    /// Forgets rows and columns.
+    void Clear();
+    /// Forgets the rows, keeps the columns.
+    void ClearRows();
+
+    int ColumnCount() const { return static_cast<int>(columns_.size()); }
+    int RowCount() const { return static_cast<int>(rows_.size()); }
+    const Column &ColumnAt(int column) const { return columns_[static_cast<size_t>(column)]; }
+    /// Index of a column by name (case-insensitive), -1 when there is none.
+    int ColumnIndex(QStringView name) const;
+
+    /// Reads up to `limit` rows (-1: all) of a running query; returns how many there were.
+    int Read(QSqlQuery &query, int limit = -1);
+    void Append(const std::vector<QVariant> &values);
+    void Replace(int row, int column, const QVariant &value);
+    void Remove(int row);
+
+    bool IsNull(int row, int column) const;
+    /// Null variants keep no type.
+    QVariant Value(int row, int column) const;
+    /// The cell as text; empty for NULL.
+    QString Text(int row, int column) const;
+    /// The characters of a text cell without a copy, valid until the store changes; empty for cells of other kinds.
+    QStringView TextView(int row, int column) const;
+
+private:
+    struct Block;
+    struct Place
+    {
+        quint32 block;
+        quint32 row;
+    };
+
+    Block &WritableBlock();
+    void Write(Block &block, size_t cell, int column, const QVariant &value);
+
+    std::vector<Column> columns_;
+    std::vector<std::unique_ptr<Block>> blocks_;
+    std::vector<Place> rows_;
+};
+
+} // namespace host
