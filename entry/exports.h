@@ -1,0 +1,55 @@
+#pragma once
+
+/// The functions that a host application calls, by name, after it loaded the module and installed itself with
+/// `host::install`. All of them run on the user-interface thread and return after their screen has closed, except
+/// `Open_GoodList`, which leaves a docked screen open in the host.
+///
+/// Texts are zero-terminated UTF-16; a null pointer counts as an empty text. A returned text belongs to the module and
+/// is valid until the next call of the same function. No exception leaves a function: an error is shown through the
+/// host's message service and the function returns its neutral result.
+
+#include <cstdint>
+
+#define GOODS_EXPORT __attribute__((visibility("default")))
+
+extern "C" {
+
+/// Opens the docked goods list (right: goods, open list). At most two are open at a time.
+GOODS_EXPORT void Open_GoodList();
+
+/// Lets the user choose one good; its code, 0 when none was chosen. `param` is "<locate code>#LC#<selection text>":
+/// the list stands on the good with the locate code when that is a whole number.
+GOODS_EXPORT std::int32_t Select_Good(const char16_t *param);
+
+/// Lets the user choose several goods: their codes in the order in which they were marked, each followed by ",";
+/// an empty text when none was chosen. `param` as in `Select_Good`, its selection text unused.
+GOODS_EXPORT const char16_t *Select_Good_Multible(const char16_t *param);
+
+/// Opens the editor on a good: for review when `kind` is 2, for editing otherwise.
+GOODS_EXPORT void Call_GoodGet(std::int32_t goodId, std::uint8_t kind);
+
+/// Above 0: edits that good and returns 1 when it was saved, else 0. Otherwise: opens the editor for a new good of
+/// the group with the absolute value as its code, and returns 0 whatever the user did.
+GOODS_EXPORT std::int32_t Edit_Good(std::int32_t value);
+
+/// Opens the host's goods groups for choosing. Computes no result: always 0.
+GOODS_EXPORT std::int32_t Select_GoodGroup();
+
+/// Edits a goods group; 0 makes a new one. Computes no result: always 0.
+GOODS_EXPORT std::int32_t Edit_GoodGroup(std::int32_t groupId);
+
+/// Opens the host's list of stores (right: stores, open list); the host's result.
+GOODS_EXPORT std::int32_t Open_StoreList();
+
+/// Lets the user choose a store, `param` being the opening text of the host's list; its code, 0 for none.
+GOODS_EXPORT std::int32_t Select_Store(const char16_t *param);
+
+/// Edits a store; 0 makes a new one. Computes no result: always 0.
+GOODS_EXPORT std::int32_t Edit_Store(std::int32_t storeId);
+
+/// Opens the host's list of units (right: units, open list); the host's result.
+GOODS_EXPORT std::int32_t Open_Units();
+
+/// Lets the user choose a unit; its code, 0 for none.
+GOODS_EXPORT std::int32_t Select_Unit();
+}
