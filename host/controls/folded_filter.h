@@ -1,0 +1,58 @@
+#pragma once
+
+#include "host/controls/grid_column.h"
+#include "host/host_export.h"
+
+#include <QtCore/QAbstractItemModel>
+#include <QtCore/QStringList>
+
+#include <vector>
+
+namespace host {
+
+/// The column of a table model that carries `field` (header data, compared without case), -1 when there is none.
+HOST_EXPORT int FieldColumn(const QAbstractItemModel &model, const QString &field);
+
+/// Answers an incremental search over very many rows: the folded text of each searched column is kept in one piece per
+/// column, so that a keystroke is a scan of memory and asks the model nothing.
+///
+/// Rows are folded in portions as they arrive (`FoldSome`), by whoever owns the idle time; a search answers for the
+/// rows folded so far.
+class HOST_EXPORT FoldedFilter
+{
+public:
+    /// Forgets everything and searches these fields of `model` from now on. `columns` tells how each is searched.
+    void Reset(const QAbstractItemModel *model, const QList<GridColumn> &columns);
+
+    /// Folds further rows for about `milliseconds`; true while rows are left.
+    bool FoldSome(int milliseconds);
+    int FoldedRows() const { return m_rows; }
+
+    /// A row's values changed: fold it anew.
+    void Refold(int row);
+    void Remove(int first, int last);
+
+    /// The rows from `first` on that match, ascending. The whole of a new search starts from 0, later portions from
+    /// the row where the last one ended.
+    std::vector<int> Match(const SearchDescription &description, int first = 0) const;
+
+private:
+    struct Column
+    {
+        QString field;
+        ColumnFormat format = ColumnFormat::Text;
+        int source = -1;
+        QString text;                 ///< the rows' folded texts, each followed by '\n'
+        std::vector<qsizetype> start; ///< where each row begins; one more than there are rows
+    };
+
+    static QString FoldValue(const QVariant &value, ColumnFormat format);
+    static void MatchWord(const Column &column, const QString &word, int first, std::vector<char> &hits);
+    static void MatchDigits(const Column &column, const QString &digits, int first, std::vector<char> &hits);
+
+    const QAbstractItemModel *m_model = nullptr;
+    std::vector<Column> m_columns;
+    int m_rows = 0;
+};
+
+} // namespace host

@@ -1,0 +1,126 @@
+#pragma once
+
+#include "host/controls/grid_column.h"
+#include "host/host_export.h"
+
+#include <QtCore/QStringList>
+#include <QtWidgets/QTableView>
+
+#include <functional>
+
+namespace host {
+
+class GridModel;
+
+/// A grid over a row set: the columns the screen defines, in the order and widths the user left them, with a column
+/// chooser on the header, marked rows, incremental search and keys for clerks.
+///
+/// The source is any table model whose horizontal header data (EditRole, else DisplayRole) are field names, such as a
+/// Dataset. Rows keep coming from the source while the user works (idle fetching) until it has no more; searching
+/// answers from the rows at hand and goes on as more arrive.
+///
+/// Keys: Insert or Space marks the current row (Insert goes down); Ctrl+click or a click in the mark column too;
+/// Ctrl+A marks every shown row; Ctrl+Home / Ctrl+End; Enter and double-click report `RowActivated`.
+class HOST_EXPORT Grid : public QTableView
+{
+    Q_OBJECT
+
+public:
+    explicit Grid(QWidget *parent = nullptr);
+    ~Grid() override;
+
+    /// The columns in order. Call before `SetSource`; calling again keeps the source.
+    void SetColumns(const QList<GridColumn> &columns);
+    /// The columns as they are now: order, widths and visibility of the user.
+    QList<GridColumn> Columns() const;
+    void SetColumnCaption(const QString &field, const QString &caption);
+    void SetColumnVisible(const QString &field, bool visible);
+    bool IsColumnVisible(const QString &field) const;
+    /// Fields of the columns that are shown, in their order on the screen.
+    QStringList VisibleFields() const;
+
+    /// Shows `model`, whose `keyField` identifies a row. The grid does not own it; null empties the grid.
+    void SetSource(QAbstractItemModel *model, const QString &keyField = QStringLiteral("Code"));
+    QAbstractItemModel *Source() const;
+
+    /// Rows shown at the moment (those fetched so far that match the search).
+    int RowCount() const;
+    bool IsEmpty() const { return RowCount() == 0; }
+
+    /// Key text of the current row, empty when there is none.
+    QString CurrentKey() const;
+    /// Raw value of a field in the current row; invalid when there is no row or no such field.
+    QVariant CurrentValue(const QString &field) const;
+    /// The current row as a row of the source, -1 when there is none.
+    int CurrentSourceRow() const;
+    /// Makes the row with this key current, fetching further blocks until it is found. False when there is none
+    /// among the shown rows.
+    bool Locate(const QString &key);
+
+    /// Marks: rows picked for a command on several. They survive searching and requerying.
+    void SetMultiSelect(bool on);
+    bool IsMultiSelect() const;
+    /// Keys in the order in which they were marked.
+    QStringList MarkedKeys() const;
+    bool IsMarked(const QString &key) const;
+    void SetMarked(const QString &key, bool marked);
+    void ToggleCurrentMark();
+    void MarkAllShown();
+    void ClearMarks();
+    /// Keys of all shown rows, in their order; fetches what is left first.
+    QStringList ShownKeys();
+
+    /// Shows the rows that match; an empty description shows all. Answers at once.
+    void Search(const SearchDescription &description);
+    SearchDescription CurrentSearch() const;
+    /// Fields that an all-columns search looks at; by default every column of the grid.
+    void SetSearchFields(const QStringList &fields);
+
+    /// Colour or font of a row by its values, for the text and the ground; asked when a cell is painted.
+    using RowColor = std::function<QColor(int sourceRow)>;
+    void SetRowColor(RowColor color);
+
+    /// Order, widths and visibility of the columns as text for the settings, and back. A stored layout of another
+    /// version of the screen is taken as far as its fields still exist.
+    QByteArray SaveLayout() const;
+    void RestoreLayout(const QByteArray &layout);
+
+    /// The grid as a user sees it: captions and formatted cells of the visible columns, for printing.
+    QStringList VisibleCaptions() const;
+    QStringList VisibleTexts(int row) const;
+    /// True when every row of the source has arrived.
+    bool IsComplete() const;
+    /// Fetches what is left, at once.
+    void FetchAll();
+
+signals:
+    void RowActivated(const QString &key);
+    void CurrentKeyChanged(const QString &key);
+    void MarksChanged(int count);
+    /// The user showed, hid or moved a column.
+    void VisibleFieldsChanged(const QStringList &fields);
+    /// The number of shown rows changed (search, or rows arrived).
+    void RowCountChanged(int rows);
+
+public slots:
+    /// The menu of columns, at the header.
+    void ChooseColumns();
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void currentChanged(const QModelIndex &current, const QModelIndex &previous) override;
+
+private:
+    void ApplyColumns();
+    void ReportFields();
+    int GridColumnOf(const QString &field) const;
+
+    GridModel *m_model;
+    QList<GridColumn> m_columns;
+    bool m_applying = false;
+    QString m_lastKey;
+};
+
+} // namespace host

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "host/host_export.h"
+
+#include <QtCore/QString>
+
+namespace host {
+
+/// Number texts as people type and read them. The plain form is what SQL and Quantity understand: ASCII digits, at
+/// most one '.', an optional leading '-', no grouping.
+
+/// What a user typed, in plain form as far as it goes: Persian and Arabic digits become ASCII, '٫' and '/' become '.',
+/// grouping marks (',', '٬', '،', blanks) and direction marks are dropped. Anything else stays, for the caller to
+/// refuse.
+HOST_EXPORT QString PlainNumber(const QString &typed);
+
+/// True when `plain` is a complete number with at most `decimals` decimals.
+HOST_EXPORT bool IsNumber(const QString &plain, int decimals, bool negative);
+
+/// "1234567.50" → "1,234,567.50". Text that is no number comes back unchanged.
+HOST_EXPORT QString GroupedNumber(const QString &plain);
+
+/// Numbers are shown in Persian digits, with '٬' between groups and '٫' before decimals, wherever they are read
+/// and not typed: grids, labels, edits without the focus. `grouped` puts the marks between thousands.
+HOST_EXPORT QString DisplayNumber(const QString &plain, bool grouped = true);
+
+} // namespace host

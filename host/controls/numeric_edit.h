@@ -1,0 +1,82 @@
+#pragma once
+
+#include "host/data/quantity.h"
+#include "host/host_export.h"
+
+#include <QtWidgets/QLineEdit>
+
+#include <optional>
+
+namespace host {
+
+/// A line edit for one number.
+///
+/// People type as they are used to: Persian and Arabic digits, '٫' or '/' before decimals, grouping marks in pasted
+/// amounts. `text()` is the plain form at all times (ASCII digits, '.', leading '-'), so it may be spliced as a number
+/// when it is not empty; without the focus the edit shows it grouped and in Persian digits. What would make it no
+/// number is not accepted at the key. Entering selects everything. `maxLength` counts the plain text.
+class HOST_EXPORT NumericEdit : public QLineEdit
+{
+    Q_OBJECT
+    /// Decimals accepted; 0 takes whole numbers only. Default 9, the scale of quantities.
+    Q_PROPERTY(int decimals READ decimals WRITE setDecimals)
+    /// A leading '-' is accepted. Default false.
+    Q_PROPERTY(bool negative READ isNegative WRITE setNegative)
+    /// Thousands are set apart while the edit has no focus; switch off for codes. Default true.
+    Q_PROPERTY(bool grouped READ isGrouped WRITE setGrouped)
+    /// Text of the button inside the edit ("+", "…"); empty for none.
+    Q_PROPERTY(QString buttonText READ buttonText WRITE setButtonText)
+
+public:
+    explicit NumericEdit(QWidget *parent = nullptr);
+
+    int decimals() const { return m_decimals; }
+    void setDecimals(int decimals);
+    bool isNegative() const { return m_negative; }
+    void setNegative(bool negative);
+    bool isGrouped() const { return m_grouped; }
+    void setGrouped(bool grouped);
+    QString buttonText() const { return m_buttonText; }
+    void setButtonText(const QString &text);
+
+    /// Nothing typed (or only a sign).
+    bool IsEmpty() const;
+    /// The number, nothing when the edit is empty.
+    std::optional<Quantity> Value() const;
+    /// The number, 0 when the edit is empty.
+    Quantity Number() const;
+    /// The number as a whole, 0 when the edit is empty; decimals are cut.
+    qint64 Integer() const;
+    /// Shows a number without noise ("0.3", not "0.30000000000000000001").
+    void SetNumber(Quantity number);
+    /// An empty edit becomes "0"; what screens do before they compute.
+    void ZeroWhenEmpty();
+
+    QSize sizeHint() const override;
+
+signals:
+    /// The button inside was pressed, or numeric-pad "+" when its text is "+".
+    void ButtonClicked();
+    /// The focus left the edit and its number is another one than on entering.
+    void NumberChanged();
+
+protected:
+    void focusInEvent(QFocusEvent *event) override;
+    void focusOutEvent(QFocusEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    void UpdateValidator();
+
+    int m_decimals = 9;
+    bool m_negative = false;
+    bool m_grouped = true;
+    bool m_selectOnRelease = false;
+    QString m_buttonText;
+    QString m_entered;
+    QAction *m_button = nullptr;
+};
+
+} // namespace host

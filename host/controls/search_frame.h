@@ -1,0 +1,61 @@
+#pragma once
+
+#include "host/controls/grid_column.h"
+#include "host/host_export.h"
+
+#include <QtWidgets/QWidget>
+
+class QCheckBox;
+class QComboBox;
+class QLineEdit;
+class QStackedWidget;
+
+namespace host {
+
+class Grid;
+class NumericEdit;
+
+/// The search above a list (`TGeneral_Search_Frame1` on screens): the column, "reverse", and the edit that suits the
+/// column (text, number or price). Searches as the user types. Esc in the edit empties it; Down goes into the grid.
+class HOST_EXPORT SearchFrame : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit SearchFrame(QWidget *parent = nullptr);
+
+    /// The columns that can be chosen; the first entry of the combo searches them all.
+    void SetColumns(const QList<GridColumn> &columns);
+    /// Ties the frame to a grid: its columns, its search, and Down / Enter from the edit.
+    void SetGrid(Grid *grid);
+
+    SearchDescription Description() const;
+    /// Empties the edits and shows every row again; the column stays.
+    void Clear();
+    /// Chooses a column, empty for all, and puts the focus in its edit.
+    void Focus(const QString &field = {});
+
+signals:
+    void Changed(const SearchDescription &description);
+    /// Enter in the edit: take the current row.
+    void Accepted();
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void ColumnChosen();
+    void Report();
+
+    QList<GridColumn> m_columns;
+    Grid *m_grid = nullptr;
+    QComboBox *m_column;  ///< Column_CMB
+    QCheckBox *m_reverse; ///< Reverse_CHK
+    QStackedWidget *m_edits;
+    QLineEdit *m_text;     ///< Text_EDT
+    NumericEdit *m_number; ///< Number_EDT
+    NumericEdit *m_price;  ///< Price_EDT
+    SearchDescription m_reported;
+};
+
+} // namespace host

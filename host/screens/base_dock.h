@@ -1,0 +1,147 @@
+#pragma once
+
+#include "host/host.h"
+#include "host/host_export.h"
+
+#include <QtWidgets/QDialog>
+
+#include <functional>
+
+class QAbstractButton;
+class QBoxLayout;
+class QDockWidget;
+class QLabel;
+class QPushButton;
+class QShortcut;
+
+namespace host {
+
+class Grid;
+
+/// The base of every screen: a title panel, a content area and a footer of commands, docked in the host's main window
+/// or shown modally.
+///
+/// How a screen is made: the constructor builds it (`ui.setupUi(Content())`, footer buttons through `AdoptFooter` or
+/// `AddFooterButton`, commands through `Bind`); each opening goes `SetFormTheme`, `SetFormMode`, then `ShowModally` or
+/// `ShowDocked`, which call `FormShow`; closing calls `FormClose`. A screen may be opened again after it was closed.
+///
+/// Errors: whatever a command throws is caught by `Command`, shown to the user, and leaves the input in place. Code
+/// below a command does not catch.
+class HOST_EXPORT TBaseDock_FRM : public QDialog
+{
+    Q_OBJECT
+
+public:
+    /// `host` outlives the screen. The screen is made invisible and belongs to `parent` (or to its creator).
+    TBaseDock_FRM(Host &host, TSoftwarePart part, TFormMode mode, QWidget *parent = nullptr);
+    ~TBaseDock_FRM() override;
+
+    TSoftwarePart SoftwarePart() const { return m_part; }
+    TFormMode Mode() const { return m_mode; }
+    /// Sets how the next opening behaves. Screens override to show and hide what a mode brings.
+    virtual void SetFormMode(TFormMode mode);
+    /// The caller's opening text (selection text, preset group …); its meaning is the screen's.
+    void SetParameterText(const QString &text) { m_parameterText = text; }
+    QString ParameterText() const { return m_parameterText; }
+
+    /// The keyboard layout to go back to when the screen closes; empty leaves the keyboard alone.
+    void SetKeyboardLayoutName(const QString &name) { m_keyboardLayoutName = name; }
+    QString KeyboardLayoutName() const { return m_keyboardLayoutName; }
+
+    /// Takes colours and fonts from the host's theme.
+    virtual void SetFormTheme();
+    /// The caption of the title panel, of the window and of its dock.
+    void SetTitle(const QString &title);
+    QString Title() const;
+
+    /// A docked screen that is nevertheless to be shown modally (the host has no room for it).
+    void SetRunModally(bool modally) { m_runModally = modally; }
+    bool RunModally() const { return m_runModally; }
+
+    /// Opens the screen modally; the modal result (1 is OK), 0 when it gave up while opening.
+    int ShowModally();
+    /// Opens the screen docked in the host's main window, as a window when there is none, and returns. False when it
+    /// gave up while opening.
+    bool ShowDocked();
+    /// True between opening and closing; a slot that holds such a screen is busy.
+    bool IsShowing() const { return m_showing; }
+
+    /// Called by `FormShow` (or what it calls) to give up: the screen is not shown.
+    void AbortOpening() { m_aborted = true; }
+    /// The last opening gave up.
+    bool Aborted() const { return m_aborted; }
+
+    /// The one boundary of errors: runs `body` and returns true; what it throws is shown to the user under `name` (the
+    /// command's caption) and gives false.
+    bool Command(const QString &name, const std::function<void()> &body);
+
+    /// Shows the print preview of the grid given by `PrintedGrid`.
+    void PreviewGrid();
+
+    void done(int result) override;
+
+signals:
+    /// The screen closed, docked or modal, with its result.
+    void Closed(int result);
+
+protected:
+    /// Where the screen's form goes.
+    QWidget *Content() const { return m_content; }
+    /// Moves a panel of buttons from the form into the footer, before the base's own buttons.
+    void AdoptFooter(QWidget *panel);
+    QPushButton *AddFooterButton(const QString &objectName, const QString &caption);
+    /// Something beside the title (a status, a filter).
+    void AddToHeader(QWidget *widget);
+
+    /// A press of `button`, or of `key`, runs `command` inside `Command`. The key works only while the button is
+    /// visible and enabled.
+    void Bind(QAbstractButton *button, const QKeySequence &key, std::function<void()> command);
+    /// A key of the whole screen without a button.
+    void BindKey(const QKeySequence &key, const QString &name, std::function<void()> command);
+
+    /// Layout and control settings of `grid` are restored on opening and stored on closing, under its object name.
+    void RememberLayout(Grid *grid);
+
+    /// Called on each opening, before the screen is visible, inside a command: open row sets, set up by mode.
+    virtual void FormShow() {}
+    /// Called on each closing, whatever the result, inside a command: drop working rows.
+    virtual void FormClose() {}
+    /// Keys that no control took, before the base's own. True when the key was used.
+    virtual bool FormKeyDown(QKeyEvent *event);
+    /// The grid that F9 prints; null for screens without one.
+    virtual Grid *PrintedGrid() const { return nullptr; }
+    /// Further state to keep between openings, beside grid layouts and the window's size.
+    virtual QByteArray SaveState() const { return {}; }
+    virtual void RestoreState(const QByteArray &state) { Q_UNUSED(state) }
+
+    void keyPressEvent(QKeyEvent *event) override;
+
+    Host &m_host;
+
+private:
+    bool Begin();
+    void StoreState();
+    void LoadState();
+    void LeaveDock();
+    QString StateName() const;
+    void BuildFrame();
+
+    TSoftwarePart m_part;
+    TFormMode m_mode;
+    QString m_parameterText;
+    QString m_keyboardLayoutName;
+    bool m_runModally = false;
+    bool m_showing = false;
+    bool m_aborted = false;
+    bool m_closing = false;
+    QWidget *m_header = nullptr;
+    QLabel *m_title = nullptr;
+    QBoxLayout *m_headerRow = nullptr;
+    QWidget *m_content = nullptr;
+    QWidget *m_footer = nullptr;
+    QBoxLayout *m_footerRow = nullptr;
+    QDockWidget *m_dock = nullptr;
+    QList<Grid *> m_remembered;
+};
+
+} // namespace host

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "host/screens/base_get.h"
+
+namespace host {
+
+/// The base of editors with a code of their own and records entered one after another: after a new record was written
+/// the screen prepares a fresh empty one and stays, unless the opener wants it closed. An existing record closes with
+/// OK.
+class HOST_EXPORT TBaseGet_New_FRM : public TBaseGet_FRM
+{
+    Q_OBJECT
+
+public:
+    TBaseGet_New_FRM(Host &host, TSoftwarePart part, QWidget *parent = nullptr);
+
+    /// The next new record closes the screen with OK when it is written (an opener that wants exactly one).
+    void SetCloseAfterNew(bool close) { m_closeAfterNew = close; }
+    bool CloseAfterNew() const { return m_closeAfterNew; }
+
+protected:
+    /// The edit of the record's code. Takes it out of the tab order in mode 2, where the code is proposed.
+    void SetCodeEdit(QLineEdit *code);
+    /// Whether Tab and Enter stop at the code edit.
+    void SetCode_EDTTabActive(bool active);
+    /// The user changed the code.
+    virtual void BaseCode_EDTPropertiesEditValueChanged();
+    /// The statement that finds the record being edited, by its key. Before an existing record is written it must give
+    /// a row: otherwise another desk deleted the record, the user is told, and nothing is written. Empty skips it.
+    virtual QString PrepareRecoveryQuery() const { return {}; }
+
+    void Proceed() override;
+    void FormShow() override;
+
+private:
+    QLineEdit *m_code = nullptr;
+    bool m_closeAfterNew = false;
+};
+
+} // namespace host

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "host/host_export.h"
+
+#include <QtCore/QRectF>
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+
+#include <vector>
+
+class QPainter;
+class QPrinter;
+class QWidget;
+
+namespace host {
+
+class Grid;
+
+/// Prints a grid as a table: title and date above, captions repeated on each page, rows striped, page numbers below;
+/// right to left as on the screen.
+class HOST_EXPORT GridPrinter
+{
+public:
+    /// `date` is printed beside the title as it stands.
+    GridPrinter(Grid &grid, const QString &title, const QString &date);
+
+    /// Paints every page on `printer`.
+    void Print(QPrinter &printer);
+    /// Shows the preview, modal to `parent`.
+    void Preview(QWidget *parent);
+
+private:
+    void PaintPage(QPainter &painter, const QRectF &page, int firstRow, int lastRow, int number, int count);
+    void PaintRow(QPainter &painter, const QRectF &row, const QStringList &texts, bool heading) const;
+
+    Grid &m_grid;
+    QString m_title;
+    QString m_date;
+    std::vector<double> m_widths; ///< share of the page's width per visible column
+};
+
+} // namespace host

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "host/host_export.h"
+
+#include <QtGui/QColor>
+#include <QtGui/QFont>
+
+class QApplication;
+
+namespace host::theme {
+
+/// Colours of the house, shared by style sheet, controls and printing.
+HOST_EXPORT QColor Ground();     ///< behind panels
+HOST_EXPORT QColor Surface();    ///< inputs and grids
+HOST_EXPORT QColor Line();       ///< borders and grid lines
+HOST_EXPORT QColor Ink();        ///< text
+HOST_EXPORT QColor InkSoft();    ///< captions and hints
+HOST_EXPORT QColor Accent();     ///< the one colour that means "active"
+HOST_EXPORT QColor AccentSoft(); ///< ground of the current row
+HOST_EXPORT QColor Danger();     ///< refusals
+
+/// The Persian interface font at `points`: Noto Sans Arabic UI where it is installed, otherwise what the system offers
+/// for Arabic script.
+HOST_EXPORT QFont InterfaceFont(double points = 10.5);
+/// The font of titles.
+HOST_EXPORT QFont TitleFont();
+
+/// Gives the application its font, palette, style sheet and right-to-left direction. A host calls it once, at start.
+HOST_EXPORT void Apply(QApplication &application);
+
+} // namespace host::theme

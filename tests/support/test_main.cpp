@@ -1,0 +1,72 @@
+#include "tests/support/test_main.h"
+
+#include <QtTest/QtTest>
+#include <QtWidgets/QApplication>
+
+#include <algorithm>
+#include <cstdio>
+#include <vector>
+
+namespace test {
+namespace {
+
+struct Entry
+{
+    const char *name;
+    std::function<std::unique_ptr<QObject>()> make;
+};
+
+std::vector<Entry> &entries()
+{
+    static std::vector<Entry> all;
+    return all;
+}
+
+/// A window left open would answer the keys of the next test.
+int windowsLeft()
+{
+    int left = 0;
+    const auto windows = QApplication::topLevelWidgets();
+    for (const QWidget *window : windows)
+        if (window->isVisible()) {
+            std::fprintf(stderr, "FAIL!  : window left open: %s\n", window->metaObject()->className());
+            ++left;
+        }
+    return left;
+}
+
+} // namespace
+
+bool Register(const char *name, std::function<std::unique_ptr<QObject>()> make)
+{
+    entries().push_back({name, std::move(make)});
+    return true;
+}
+
+} // namespace test
+
+int main(int argc, char **argv)
+{
+    QApplication application(argc, argv);
+    QApplication::setLayoutDirection(Qt::RightToLeft);
+    QApplication::setQuitOnLastWindowClosed(false);
+
+    QStringList arguments = application.arguments();
+    QString only;
+    const auto known = [](const QString &name) {
+        return std::any_of(test::entries().begin(), test::entries().end(),
+                           [&](const test::Entry &entry) { return name == QLatin1String(entry.name); });
+    };
+    if (arguments.size() > 1 && known(arguments.at(1)))
+        only = arguments.takeAt(1);
+
+    int failures = 0;
+    for (const test::Entry &entry : test::entries()) {
+        if (!only.isEmpty() && only != QLatin1String(entry.name))
+            continue;
+        const auto object = entry.make();
+        failures += QTest::qExec(object.get(), arguments);
+        failures += test::windowsLeft();
+    }
+    return failures == 0 ? 0 : 1;
+}

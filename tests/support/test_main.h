@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QtCore/QObject>
+
+#include <functional>
+#include <memory>
+
+namespace test {
+
+/// Adds a test class to those that the executable runs.
+bool Register(const char *name, std::function<std::unique_ptr<QObject>()> make);
+
+} // namespace test
+
+/// Written once below a test class: `REGISTER_TEST(TestDateEdit)`.
+/// `test_host TestDateEdit rule` runs one function of one class; without arguments everything runs.
+#define REGISTER_TEST(Class)                                                                                           \
+    static const bool registered_##Class =                                                                             \
+        test::Register(#Class, []() -> std::unique_ptr<QObject> { return std::make_unique<Class>(); });
