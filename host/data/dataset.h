@@ -109,12 +109,16 @@ Q_SIGNALS:
     void StateChanged();
     /// A field of the row being edited was set.
     void FieldChanged(int column);
+    /// An error met where a view asked for rows or took what was typed into a cell, so that nobody could catch it.
+    void Failed(const QString &text);
 
 private:
     int RequiredColumn(QStringView field) const;
     QSqlDatabase ReadingConnection();
+    void DropOwnConnection();
     void StopReading();
     int ReadBlock();
+    bool Matches(int row, int column, const QVariant &value) const;
     void SetState(State state);
     void MoveTo(int row);
     void PostInsert();

@@ -5,10 +5,10 @@
 #include <QSqlRecord>
 #include <QString>
 #include <QStringView>
-#include <QVarLengthArray>
 #include <QVariant>
 
 #include <memory>
+#include <utility>
 #include <vector>
 
 class QSqlQuery;
@@ -70,6 +70,7 @@ private:
     };
 
     Block &WritableBlock();
+    std::pair<const Block *, size_t> Cell(int row, int column) const;
     void Write(Block &block, size_t cell, int column, const QVariant &value);
 
     std::vector<Column> columns_;

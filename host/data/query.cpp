@@ -1,0 +1,144 @@
+#include "host/data/query.h"
+
+#include "host/data/database_error.h"
+#include "host/data/statement.h"
+
+#include <QSqlError>
+
+#include <atomic>
+
+namespace host {
+
+namespace {
+
+std::atomic<quint64> &Counter()
+{
+    static std::atomic<quint64> counter{0};
+    return counter;
+}
+
+} // namespace
+
+quint64 StatementsSent()
+{
+    return Counter().load();
+}
+
+void Send(QSqlQuery &query, const QSqlDatabase &connection, const QString &text)
+{
+    if (!connection.isOpen()) {
+        throw DatabaseError(
+            QSqlError(QStringLiteral("ارتباط با بانک اطلاعاتی برقرار نیست."), {}, QSqlError::ConnectionError), text);
+    }
+    query.setForwardOnly(true);
+    query.setNumericalPrecisionPolicy(QSql::HighPrecision);
+    ++Counter();
+    if (!query.exec(text)) {
+        throw DatabaseError(query.lastError(), text);
+    }
+}
+
+void CheckRead(const QSqlQuery &query, const QString &text)
+{
+    if (query.lastError().isValid()) {
+        throw DatabaseError(query.lastError(), text);
+    }
+}
+
+bool SkipToRows(QSqlQuery &query, const QString &text)
+{
+    while (!query.isSelect()) {
+        if (!query.nextResult()) {
+            CheckRead(query, text);
+            return false;
+        }
+    }
+    return true;
+}
+
+Query::Query(const QSqlDatabase &connection) : connection_(connection)
+{}
+
+Query::Query(const QSqlDatabase &connection, const QString &text) : connection_(connection)
+{
+    Open(text);
+}
+
+void Query::Open(const QString &text)
+{
+    Close();
+    QSqlQuery query(connection_);
+    Send(query, connection_, text);
+    if (SkipToRows(query, text)) {
+        rows_.SetColumns(query.record());
+        rows_.Read(query);
+        CheckRead(query, text);
+    }
+}
+
+int Query::Exec(const QString &text)
+{
+    Close();
+    return host::Exec(connection_, text);
+}
+
+void Query::Close()
+{
+    rows_.Clear();
+    row_ = 0;
+}
+
+QVariant Query::Value(QStringView field) const
+{
+    const int column = rows_.ColumnIndex(field);
+    if (column < 0) {
+        throw DatabaseError(QStringLiteral("ستون %1 در نتیجه نیست.").arg(field));
+    }
+    return Value(column);
+}
+
+QVariant Query::Value(int column) const
+{
+    if (Eof() || column >= rows_.ColumnCount()) {
+        throw DatabaseError(QStringLiteral("نتیجه سطری ندارد."));
+    }
+    return rows_.Value(row_, column);
+}
+
+Quantity Query::Number(QStringView field) const
+{
+    return QuantityFromText(Value(field).toString());
+}
+
+Quantity Query::Number(int column) const
+{
+    return QuantityFromText(Value(column).toString());
+}
+
+QVariant Scalar(const QSqlDatabase &connection, const QString &text)
+{
+    const Query query(connection, text);
+    return query.IsEmpty() ? QVariant() : query.Value(0);
+}
+
+bool Exists(const QSqlDatabase &connection, const QString &text)
+{
+    return !Query(connection, text).IsEmpty();
+}
+
+int Exec(const QSqlDatabase &connection, const QString &text)
+{
+    QSqlQuery query(connection);
+    Send(query, connection, text);
+    // An error in a later statement of a batch shows only when its result is asked for.
+    int affected = query.isSelect() ? 0 : query.numRowsAffected();
+    while (query.nextResult()) {
+        if (!query.isSelect()) {
+            affected = query.numRowsAffected();
+        }
+    }
+    CheckRead(query, text);
+    return std::max(affected, 0);
+}
+
+} // namespace host

@@ -1,0 +1,250 @@
+#include "host/data/row_store.h"
+
+#include "host/data/quantity.h"
+
+#include <QSqlField>
+#include <QSqlQuery>
+
+#include <limits>
+
+namespace host {
+
+namespace {
+
+constexpr quint32 RowsPerBlock = 1000;
+
+enum Tag : quint8 { Null, Number, Boolean, Characters, Other };
+
+/// A text cell: where its characters begin in the block's buffer, and how many there are.
+constexpr int LengthBits = 28;
+
+ColumnKind KindOf(QMetaType type)
+{
+    switch (type.id()) {
+    case QMetaType::Bool:
+        return ColumnKind::Boolean;
+    case QMetaType::Char:
+    case QMetaType::SChar:
+    case QMetaType::UChar:
+    case QMetaType::Short:
+    case QMetaType::UShort:
+    case QMetaType::Int:
+    case QMetaType::UInt:
+    case QMetaType::Long:
+    case QMetaType::ULong:
+    case QMetaType::LongLong:
+    case QMetaType::ULongLong:
+        return ColumnKind::Integer;
+    case QMetaType::Double:
+    case QMetaType::Float:
+        return ColumnKind::Decimal;
+    case QMetaType::QDate:
+    case QMetaType::QTime:
+    case QMetaType::QDateTime:
+        return ColumnKind::Moment;
+    case QMetaType::QByteArray:
+        return ColumnKind::Bytes;
+    default:
+        return ColumnKind::Text;
+    }
+}
+
+bool IsInteger(QMetaType type)
+{
+    return KindOf(type) == ColumnKind::Integer;
+}
+
+QString DecimalText(const QVariant &value)
+{
+    if (value.typeId() == QMetaType::QString) {
+        return TrimDecimal(value.toString());
+    }
+    if (IsInteger(value.metaType())) {
+        return QString::number(value.toLongLong());
+    }
+    return QuantityToText(static_cast<Quantity>(value.toDouble()), std::numeric_limits<double>::digits10);
+}
+
+} // namespace
+
+struct RowStore::Block
+{
+    quint32 rows = 0;
+    std::vector<quint64> cells;
+    std::vector<quint8> tags;
+    std::u16string characters;
+    std::vector<QVariant> others;
+
+    size_t NewRow(size_t columns)
+    {
+        ++rows;
+        cells.resize(cells.size() + columns);
+        tags.resize(tags.size() + columns, Null);
+        return cells.size() - columns;
+    }
+
+    void SetText(size_t cell, QStringView text)
+    {
+        cells[cell] = (static_cast<quint64>(characters.size()) << LengthBits) | static_cast<quint64>(text.size());
+        tags[cell] = Characters;
+        characters.append(text.utf16(), static_cast<size_t>(text.size()));
+    }
+
+    QStringView TextAt(size_t cell) const
+    {
+        const size_t begin = cells[cell] >> LengthBits;
+        const auto length = static_cast<qsizetype>(cells[cell] & ((quint64(1) << LengthBits) - 1));
+        return QStringView(characters.data() + begin, length);
+    }
+};
+
+RowStore::RowStore() = default;
+RowStore::~RowStore() = default;
+RowStore::RowStore(RowStore &&) noexcept = default;
+RowStore &RowStore::operator=(RowStore &&) noexcept = default;
+
+void RowStore::SetColumns(const QSqlRecord &record)
+{
+    Clear();
+    columns_.reserve(static_cast<size_t>(record.count()));
+    for (int i = 0; i < record.count(); ++i) {
+        const QSqlField field = record.field(i);
+        columns_.push_back({field.name(), KindOf(field.metaType())});
+    }
+}
+
+void RowStore::Clear()
+{
+    ClearRows();
+    columns_.clear();
+}
+
+void RowStore::ClearRows()
+{
+    rows_.clear();
+    blocks_.clear();
+}
+
+int RowStore::ColumnIndex(QStringView name) const
+{
+    for (size_t i = 0; i < columns_.size(); ++i) {
+        if (name.compare(columns_[i].name, Qt::CaseInsensitive) == 0) {
+            return static_cast<int>(i);
+        }
+    }
+    return -1;
+}
+
+RowStore::Block &RowStore::WritableBlock()
+{
+    if (blocks_.empty() || blocks_.back()->rows >= RowsPerBlock) {
+        blocks_.push_back(std::make_unique<Block>());
+    }
+    rows_.push_back({static_cast<quint32>(blocks_.size() - 1), blocks_.back()->rows});
+    return *blocks_.back();
+}
+
+void RowStore::Write(Block &block, size_t cell, int column, const QVariant &value)
+{
+    if (value.isNull()) {
+        block.tags[cell] = Null;
+        return;
+    }
+    const int type = value.typeId();
+    if (ColumnAt(column).kind == ColumnKind::Decimal) {
+        block.SetText(cell, DecimalText(value));
+    } else if (type == QMetaType::QString) {
+        block.SetText(cell, *static_cast<const QString *>(value.constData()));
+    } else if (type == QMetaType::Bool) {
+        block.cells[cell] = value.toBool() ? 1 : 0;
+        block.tags[cell] = Boolean;
+    } else if (IsInteger(value.metaType())) {
+        block.cells[cell] = static_cast<quint64>(value.toLongLong());
+        block.tags[cell] = Number;
+    } else {
+        block.cells[cell] = block.others.size();
+        block.tags[cell] = Other;
+        block.others.push_back(value);
+    }
+}
+
+int RowStore::Read(QSqlQuery &query, int limit)
+{
+    const int columns = ColumnCount();
+    int count = 0;
+    while (count != limit && query.next()) {
+        Block &block = WritableBlock();
+        const size_t cell = block.NewRow(columns_.size());
+        for (int column = 0; column < columns; ++column) {
+            Write(block, cell + static_cast<size_t>(column), column, query.value(column));
+        }
+        ++count;
+    }
+    return count;
+}
+
+void RowStore::Append(const std::vector<QVariant> &values)
+{
+    Block &block = WritableBlock();
+    const size_t cell = block.NewRow(columns_.size());
+    for (int column = 0; column < ColumnCount(); ++column) {
+        const auto i = static_cast<size_t>(column);
+        Write(block, cell + i, column, i < values.size() ? values[i] : QVariant());
+    }
+}
+
+std::pair<const RowStore::Block *, size_t> RowStore::Cell(int row, int column) const
+{
+    const Place &place = rows_[static_cast<size_t>(row)];
+    return {blocks_[place.block].get(), place.row * columns_.size() + static_cast<size_t>(column)};
+}
+
+void RowStore::Replace(int row, int column, const QVariant &value)
+{
+    const Place &place = rows_[static_cast<size_t>(row)];
+    Write(*blocks_[place.block], Cell(row, column).second, column, value);
+}
+
+void RowStore::Remove(int row)
+{
+    rows_.erase(rows_.begin() + row);
+}
+
+bool RowStore::IsNull(int row, int column) const
+{
+    const auto [block, cell] = Cell(row, column);
+    return block->tags[cell] == Null;
+}
+
+QVariant RowStore::Value(int row, int column) const
+{
+    const auto [block, cell] = Cell(row, column);
+    switch (block->tags[cell]) {
+    case Null:
+        return {};
+    case Number: {
+        const auto number = static_cast<qint64>(block->cells[cell]);
+        const auto small = static_cast<int>(number);
+        return small == number ? QVariant(small) : QVariant(number);
+    }
+    case Boolean:
+        return block->cells[cell] != 0;
+    case Characters:
+        return block->TextAt(cell).toString();
+    default:
+        return block->others[block->cells[cell]];
+    }
+}
+
+QString RowStore::Text(int row, int column) const
+{
+    return Value(row, column).toString();
+}
+
+QStringView RowStore::TextView(int row, int column) const
+{
+    const auto [block, cell] = Cell(row, column);
+    return block->tags[cell] == Characters ? block->TextAt(cell) : QStringView();
+}
+
+} // namespace host

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <QString>
+
+namespace host {
+
+/// The one way a statement goes to the database: forward only, decimals as text, counted; throws DatabaseError.
+/// `query` runs on `connection` and stands before the first row of its first result.
+void Send(QSqlQuery &query, const QSqlDatabase &connection, const QString &text);
+
+/// Goes on to the first result that has columns; false when there is none. Throws DatabaseError.
+bool SkipToRows(QSqlQuery &query, const QString &text);
+
+/// Throws the error that a query met while rows were read, if any.
+void CheckRead(const QSqlQuery &query, const QString &text);
+
+} // namespace host
