@@ -160,9 +160,9 @@ BEGIN
     DECLARE @All bit
     DECLARE @Stock bit
     DECLARE @Costs bit
-    DECLARE @Columns nvarchar(4000)
-    DECLARE @Joins nvarchar(4000)
-    DECLARE @Where nvarchar(4000)
+    DECLARE @Columns nvarchar(max)
+    DECLARE @Joins nvarchar(max)
+    DECLARE @Where nvarchar(max)
     DECLARE @Sql nvarchar(max)
 
     SET @Wanted = N',' + REPLACE(ISNULL(@RequestedCol, N''), N' ', N'') + N','
@@ -269,7 +269,7 @@ BEGIN
         + N', g.ModifiedDate + N'' '' + g.ModifiedTime AS ModifiedDateTime, g.tags, g.GrpCode, g.Meghdar_Formool'
         + N' FROM GoodInf AS g' + @Joins
     IF @Where <> N''
-        SET @Sql = @Sql + N' WHERE ' + SUBSTRING(@Where, 6, 4000)
+        SET @Sql = @Sql + N' WHERE ' + SUBSTRING(@Where, 6, LEN(@Where))
     SET @Sql = @Sql + N' ORDER BY g.Code'
 
     EXEC sp_executesql @Sql,
@@ -401,7 +401,6 @@ BEGIN
     SET NOCOUNT ON
 
     DECLARE @Comma int
-    DECLARE @Total decimal(28,9)
     DECLARE @Voucher int
 
     IF OBJECT_ID('tempdb..#OpeningGoods') IS NOT NULL
@@ -420,7 +419,8 @@ BEGIN
         END
     ELSE
         INSERT INTO #OpeningGoods (Code)
-        SELECT Code FROM GoodInf WHERE Code >= @FromCode AND (@ToCode = 0 OR Code <= @ToCode)
+        SELECT Code FROM GoodInf
+        WHERE Code BETWEEN ISNULL(@FromCode, 0) AND ISNULL(NULLIF(@ToCode, 0), 2147483647)
 
     IF ISNULL(@FromDate, '') <> ''
         DELETE FROM #OpeningGoods
