@@ -35,6 +35,7 @@ INSERT INTO UserRights (UserCode, SoftwarePart, Permission) VALUES
     (3, 309, 6),
     (3, 513, 6)
 
+UPDATE Settings SET Value = N'1' WHERE Name = 'SquareMetreGoods'
 UPDATE Settings SET Value = N'7' WHERE Name = 'SquareMetreUnit'
 UPDATE Settings SET Value = N'9990001' WHERE Name = 'ReservedBarcode1'
 UPDATE Settings SET Value = N'9990002' WHERE Name = 'ReservedBarcode2'

@@ -3,19 +3,18 @@
 -- ---------------------------------------------------------------------------------------------------------
 -- GetGoodInfCode: the proposed code of a new good in a group.
 --
--- A code is the group's number followed by @CodeLength running digits (group 12, length 4: 120001 .. 129999).
--- A code has at most six digits, so a long group number leaves fewer running digits than asked for. The range
--- of a group is the same for every good in it, whatever group the good at a code belongs to by now, and with
--- one length no two groups share a range.
+-- A code has @CodeLength digits, six at most: the group's number followed by running digits, at least one
+-- (group 12, length 6: 120001 .. 129999; group 5, length 4: 5001 .. 5999). The ranges of groups whose numbers
+-- are equally long do not meet; where ranges meet, a code is still proposed once.
 --
--- The proposal is one more than the highest code in the range, so that the code of a deleted good does not
--- come back while papers with it are still about. When the top of the range is taken, the lowest free code of
--- the range is proposed; when the range is full, the code after the highest of all, and when that is no longer
--- a six-digit number, the lowest free code of all. Codes reserved by open editors are never proposed.
+-- Proposed is the first free code after the highest one that the group itself has in its range, so that the
+-- code of a deleted good does not come back while papers with it are still about. Where there is none, the
+-- lowest free code of the range; then the code after the highest of all goods; then the lowest free code of
+-- all. Codes reserved by open editors are not free.
 -- ---------------------------------------------------------------------------------------------------------
 CREATE PROCEDURE GetGoodInfCode
     @GrpCode    int,
-    @CodeLength int = 4
+    @CodeLength int = 6
 AS
 BEGIN
     SET NOCOUNT ON
@@ -24,15 +23,17 @@ BEGIN
     DECLARE @Size int
     DECLARE @First int
     DECLARE @Last int
+    DECLARE @After int
+    DECLARE @Attempt int
     DECLARE @NewCode int
 
-    SET @GrpCode = ISNULL(@GrpCode, 0)
-    IF @GrpCode < 0 OR @GrpCode > 99999
+    IF @GrpCode IS NULL OR @GrpCode < 0 OR @GrpCode > 99999
         SET @GrpCode = 0
-    SET @Digits = 6 - LEN(CAST(@GrpCode AS varchar(11)))
-    IF @CodeLength > 0 AND @CodeLength < @Digits
-        SET @Digits = @CodeLength
-
+    IF @CodeLength IS NULL OR @CodeLength < 1 OR @CodeLength > 6
+        SET @CodeLength = 6
+    SET @Digits = @CodeLength - LEN(CAST(@GrpCode AS varchar(11)))
+    IF @Digits < 1
+        SET @Digits = 1
     SET @Size = 1
     WHILE @Digits > 0
     BEGIN
@@ -42,40 +43,39 @@ BEGIN
     SET @First = @GrpCode * @Size + 1
     SET @Last = @GrpCode * @Size + @Size - 1
 
-    SELECT @NewCode = ISNULL(MAX(t.Code), @First - 1) + 1
-    FROM (SELECT MAX(Code) AS Code FROM GoodInf WHERE Code BETWEEN @First AND @Last
-          UNION ALL
-          SELECT MAX(Code) FROM CodeLock_TBL WHERE Status = 102 AND Code BETWEEN @First AND @Last) AS t
-
-    IF @NewCode > @Last
+    SET @Attempt = 1
+    WHILE @NewCode IS NULL AND @Attempt <= 4
     BEGIN
+        IF @Attempt = 1
+            SELECT @After = ISNULL(MAX(Code), @First - 1)
+            FROM GoodInf
+            WHERE GrpCode = @GrpCode AND Code BETWEEN @First AND @Last
+        ELSE IF @Attempt = 2
+            SET @After = @First - 1
+        ELSE IF @Attempt = 3
+        BEGIN
+            SET @Last = 999999
+            SELECT @After = ISNULL(MAX(Code), 0) FROM GoodInf WHERE Code <= @Last
+        END
+        ELSE
+            SET @After = 0
+
+        -- The codes that a free one may follow: the starting point and every taken one behind it.
         SELECT @NewCode = MIN(t.Code) + 1
-        FROM (SELECT @First - 1 AS Code
+        FROM (SELECT @After AS Code
               UNION ALL
-              SELECT Code FROM GoodInf WHERE Code BETWEEN @First AND @Last
+              SELECT Code FROM GoodInf WHERE Code BETWEEN @After AND @Last
               UNION ALL
-              SELECT Code FROM CodeLock_TBL WHERE Status = 102 AND Code BETWEEN @First AND @Last) AS t
+              SELECT Code FROM CodeLock_TBL WHERE Status = 102 AND Code BETWEEN @After AND @Last) AS t
         WHERE t.Code < @Last
           AND NOT EXISTS (SELECT 1 FROM GoodInf AS g WHERE g.Code = t.Code + 1)
           AND NOT EXISTS (SELECT 1 FROM CodeLock_TBL AS l WHERE l.Status = 102 AND l.Code = t.Code + 1)
 
-        IF @NewCode IS NULL
-            SELECT @NewCode = MAX(t.Code) + 1
-            FROM (SELECT MAX(Code) AS Code FROM GoodInf
-                  UNION ALL
-                  SELECT MAX(Code) FROM CodeLock_TBL WHERE Status = 102) AS t
-
-        IF @NewCode > 999999
-            SELECT @NewCode = MIN(t.Code) + 1
-            FROM (SELECT 0 AS Code
-                  UNION ALL
-                  SELECT Code FROM GoodInf
-                  UNION ALL
-                  SELECT Code FROM CodeLock_TBL WHERE Status = 102) AS t
-            WHERE NOT EXISTS (SELECT 1 FROM GoodInf AS g WHERE g.Code = t.Code + 1)
-              AND NOT EXISTS (SELECT 1 FROM CodeLock_TBL AS l WHERE l.Status = 102 AND l.Code = t.Code + 1)
+        SET @Attempt = @Attempt + 1
     END
 
+    IF @NewCode IS NULL
+        RAISERROR(N'هیچ کد شش رقمی آزادی برای کالا باقی نمانده است.', 16, 1)
     SELECT @NewCode AS NewCode
 END
 GO
@@ -465,12 +465,12 @@ BEGIN
                 UPDATE Vouchers SET [Date] = @SanadDate WHERE Code = @Voucher
 
             INSERT INTO VoucherLines (VoucherCode, GoodCode, Sharh, Bedehkar)
-            SELECT @Voucher, g.Code, N'موجودی اول دوره ' + g.Name, a.Amount * g.CostBgPrd
+            SELECT @Voucher, g.Code, N'موجودی اول دوره ' + g.Name, SUM(a.Amount1 * g.CostBgPrd)
             FROM #OpeningGoods AS o
             INNER JOIN GoodInf AS g ON g.Code = o.Code
-            INNER JOIN (SELECT GoodCode, SUM(Amount1) AS Amount FROM GoodFirstAsset WHERE tmp = 0 GROUP BY GoodCode) AS a
-                ON a.GoodCode = o.Code
-            WHERE a.Amount * g.CostBgPrd <> 0
+            INNER JOIN GoodFirstAsset AS a ON a.tmp = 0 AND a.GoodCode = o.Code
+            GROUP BY g.Code, g.Name
+            HAVING SUM(a.Amount1 * g.CostBgPrd) <> 0
             ORDER BY g.Code
 
             UPDATE GoodInf SET VoucherCode = @Voucher
@@ -482,7 +482,8 @@ BEGIN
         DELETE FROM VoucherLines
         WHERE GoodCode IS NULL AND VoucherCode IN (SELECT Code FROM Vouchers WHERE Kind = 1 AND Approved = 0)
         DELETE FROM Vouchers
-        WHERE Kind = 1 AND Approved = 0 AND Code NOT IN (SELECT VoucherCode FROM VoucherLines)
+        WHERE Kind = 1 AND Approved = 0
+          AND NOT EXISTS (SELECT 1 FROM VoucherLines WHERE VoucherLines.VoucherCode = Vouchers.Code)
         INSERT INTO VoucherLines (VoucherCode, GoodCode, Sharh, Bestankar)
         SELECT v.Code, NULL, N'سرمایه', SUM(l.Bedehkar)
         FROM Vouchers AS v

@@ -693,19 +693,20 @@ CROSS JOIN
 
 -- Numbers are decimal text, switches 0 or 1.
 INSERT INTO Settings (Name, Value) VALUES
-    ('GoodCodeLength', N'4'),
     ('GoodDetails', N'1'),
-    ('GoodDetailsForOpeningStock', N'0'),
+    ('GoodDetailsForOpening', N'0'),
     ('TwoUnitGoods', N'1'),
-    ('SquareMetreGoods', N'1'),
+    ('TwoUnitVariableRatio', N'0'),
+    ('SquareMetreGoods', N'0'),
     ('SquareMetreUnit', N'0'),
-    ('IntegerUnits', N'0'),
     ('StockOnGoodsList', N'1'),
-    ('NegativeStockControl', N'1'),
-    ('KeyboardSwitching', N'1'),
+    ('AutoKeyboard', N'1'),
+    ('IntegerUnits', N'0'),
+    ('ControlNegativeStock', N'1'),
+    ('FinalPrices', N'1'),
     ('RowDiscounts', N'1'),
     ('ValueAddedTax', N'1'),
-    ('FinalPrices', N'1'),
+    ('GoodCodeLength', N'6'),
     ('ReservedBarcode1', N''),
     ('ReservedBarcode2', N''),
     ('ReservedBarcode3', N'')
