@@ -111,7 +111,7 @@ public:
 
     /// True when the good has stock movements.
     bool Good_HasGardesh(int code);
-    /// True when the good has voucher lines, which fix its opening stock.
+    /// True when the good has voucher lines, which fix its opening stock. Lines of the opening voucher do not count.
     bool Good_HasSanadDetail(int code);
     /// Checks nothing; false.
     bool Good_FirstAssetHasSanad(int code);
@@ -131,7 +131,7 @@ public:
     void GoodGroup_GetAll();
     void GoodGroup_Fill(QList<host::Entity> &list);
     void GoodSelectedList_Fill(QList<host::Entity> &list);
-    /// Whether the goods of the selected list are shown (true) or left out.
+    /// Whether the goods of the selected list are left out (true) or are the ones to show.
     bool GoodSelectedIndex_IsChecked(int code);
     /// Recomputes stock on hand: 255, then 254.
     void UpdateMogodiKala(int kind);
@@ -249,8 +249,9 @@ public:
     void GoodFirstAsset(int goodCode, const QString &store, const QString &amount1, const QString &amount2);
     void GoodFirstAsset_GetAmount(int goodCode, host::Quantity &amount1, host::Quantity &amount2);
     void GoodFirstAsset_UpdateAllGoodCodes(int newCode, int oldCode);
-    /// Opens `FirstAssetList_QRY`.
-    void GoodFirstAsset_GetAll(int goodCode);
+    /// Opens `FirstAssetList_QRY`. The good may not be saved yet, so its units (0: none) and its formula (main units in
+    /// one second unit, 0: none) are the caller's.
+    void GoodFirstAsset_GetAll(int goodCode, int unit1, int unit2, host::Quantity formula);
     int GoodFirstAsset_GetNewCode(int goodCode);
     /// False, leaving `rec` alone, when there is no such row.
     bool GoodFirstAsset_GetByID(int goodCode, int radif, TGoodFirstAsset_Rec &rec);
@@ -283,15 +284,22 @@ public:
 private:
     enum Side { Sell, Buy };
 
+    enum class Writing { Insert, Update };
+
     void SaveDiscounts(int code, const TGoodPrice_Rec &price);
     void ReadDiscounts(int code, TGoodPrice_Rec &price);
-    void WriteCommonFields(const TGoodInfoRec &rec);
+    void WriteFields(const TGoodInfoRec &rec, Writing writing);
+    bool CodeIsTaken(int code);
+    int FreshCode(int grpCode, int codeLength);
+    QString BarcodeCondition(const QString &barcode) const;
+    void RestoreAttached(int goodCode);
     void OpenCostLevels(host::Dataset &dataset, int goodCode, Side side);
     void SetDefaultCostLevel(int goodCode, int level, Side side);
     int FillCostLevels(QList<host::Entity> &list, int goodCode, Side side);
     bool LacksPrice(int goodCode, int level, Side side);
     void SaveCostLevels(int goodCode, Side side);
     void WriteFirstAsset(const TGoodFirstAsset_Rec &rec);
+    void DropAttached(int goodCode, int categoryCode);
     void InsertRelations(int goodCode, const std::array<int, 5> &details);
 
     QSqlDatabase main_;

@@ -277,12 +277,13 @@ CREATE TABLE GoodFirstAsset (
 CREATE INDEX IX_GoodFirstAsset_tmp ON GoodFirstAsset (tmp, GoodCode, Radif)
 CREATE INDEX IX_GoodFirstAsset_GoodCode ON GoodFirstAsset (GoodCode)
 
--- Categories of goods. tmp 0: saved; 1: added, 2: removed in an editor that is still open.
+-- Categories of goods. tmp 0: saved; 1: added, -1: removed in an editor that is still open. Negative, because
+-- clearing what was added (tmp > 0) reaches the rows of every desk and must not make their removals final.
 CREATE TABLE Kala_category (
     Id            int IDENTITY(1,1) NOT NULL CONSTRAINT PK_Kala_category PRIMARY KEY,
     Kala_code     int     NOT NULL,
     Category_code int     NOT NULL,
-    tmp           tinyint NOT NULL DEFAULT 0,
+    tmp           smallint NOT NULL DEFAULT 0,
     CONSTRAINT FK_Kala_category_Categories FOREIGN KEY (Category_code) REFERENCES Categories (Code)
 )
 CREATE INDEX IX_Kala_category_Kala_code ON Kala_category (Kala_code, Category_code, tmp)

@@ -1,0 +1,185 @@
+#include "data/goods/good_dm.h"
+#include "host/data/sql_text.h"
+#include "host/data/transaction.h"
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int Levels = 10;
+constexpr int NewGood = 2;
+
+QString SideName(int side)
+{
+    return side == 0 ? u"Sell"_s : u"Buy"_s;
+}
+
+/// One of the twenty rows of a good's working prices.
+QString WorkingRow(int side, int level, bool isNew)
+{
+    const QString status = QString::number(side);
+    const QString number = QString::number(level);
+    if (isNew) {
+        return u" select 3 as Type,"_s + status + u" as Status,@GoodCode as GoodCode,"_s + number +
+               u" as CostLevelCode,0 as Cost,0 as Def "_s;
+    }
+    const QString name = SideName(side);
+    return u" select 3 as Type,"_s + status + u" as Status,@GoodCode as GoodCode,"_s + number +
+           u" as CostLevelCode,CostLevel_"_s + name + u'_' + number + u" as Cost,Case Default_CostLevel_"_s + name +
+           u"_Number when "_s + number +
+           u" then 1 else 0 end as Def  from GoodCostDiscount where GoodCode=@GoodCode "_s;
+}
+
+QString WorkingRowsOf(int goodCode, int side)
+{
+    return u" from tmpCostList where Type=3 and Status="_s + QString::number(side) + u" and TypeCode="_s +
+           QString::number(goodCode);
+}
+
+} // namespace
+
+QString TGood_DM::CostLevel_GetTitle(int code)
+{
+    Temp_QRY.Open(u"select Name from CostLevel where Code="_s + QString::number(code));
+    return Temp_QRY.IsEmpty() ? QString() : Temp_QRY.Text(u"Name");
+}
+
+void TGood_DM::CostLevel_Prepare(int goodCode, int kind)
+{
+    QStringList rows;
+    for (const int side : {Sell, Buy}) {
+        for (int level = 1; level <= Levels; ++level) {
+            rows += WorkingRow(side, level, kind == NewGood);
+        }
+    }
+    host::Transaction transaction(main_);
+    CostLevel_DeleteTemp(goodCode);
+    host::Exec(main_, u" declare @GoodCode int  select @GoodCode = "_s + QString::number(goodCode) +
+                          u" INSERT INTO tmpCostlist(type,status,typecode,costlevelcode,cost,[default]) "_s +
+                          rows.join(" union all "_L1));
+    transaction.Commit();
+}
+
+void TGood_DM::CostLevel_DeleteTemp(int goodCode)
+{
+    host::Exec(main_, u"delete from tmpCostList where Type=3 and TypeCode="_s + QString::number(goodCode));
+}
+
+void TGood_DM::CostLevel_Sell_GetAll(int goodCode)
+{
+    OpenCostLevels(SellDetails_QRY, goodCode, Sell);
+}
+
+void TGood_DM::CostLevel_Buy_GetAll(int goodCode)
+{
+    OpenCostLevels(BuyDetails_QRY, goodCode, Buy);
+}
+
+void TGood_DM::OpenCostLevels(host::Dataset &dataset, int goodCode, Side side)
+{
+    dataset.Open(
+        u" select tli.*,Name,case [default] when 1 then '*' end as deftitle  from costlevel as cl , tmpCostlist as "
+        "tli  where cl.CostType = 1 AND tli.costlevelcode=cl.code and Type=3 and Typecode="_s +
+        QString::number(goodCode) + u" and status="_s + QString::number(side) + u' ');
+}
+
+void TGood_DM::CostLevel_Sell_Update(int goodCode, int level)
+{
+    SetDefaultCostLevel(goodCode, level, Sell);
+}
+
+void TGood_DM::CostLevel_Buy_Update(int goodCode, int level)
+{
+    SetDefaultCostLevel(goodCode, level, Buy);
+}
+
+void TGood_DM::SetDefaultCostLevel(int goodCode, int level, Side side)
+{
+    const QString good = QString::number(goodCode);
+    const QString status = QString::number(side);
+    host::Transaction transaction(main_);
+    host::Exec(main_, u"Update tmpCostList set [Default]=0 where Status="_s + status +
+                          u" and Type=3 and [Default]=1 and TypeCode="_s + good);
+    host::Exec(main_, u"Update tmpCostList set [Default]=1 where Status="_s + status + u" and Type=3 and TypeCode="_s +
+                          good + u" and CostLevelCode="_s + QString::number(level));
+    transaction.Commit();
+}
+
+int TGood_DM::CostLevel_Sell_Fill(QList<host::Entity> &list, int goodCode)
+{
+    return FillCostLevels(list, goodCode, Sell);
+}
+
+int TGood_DM::CostLevel_Buy_Fill(QList<host::Entity> &list, int goodCode)
+{
+    return FillCostLevels(list, goodCode, Buy);
+}
+
+int TGood_DM::FillCostLevels(QList<host::Entity> &list, int goodCode, Side side)
+{
+    list.append({0, u"پيش فرض"_s});
+    Temp_QRY.Open(u"Select Code,Name from CostLevel WHERE CostType = 1 "
+                  " Order By Code"_s);
+    for (; !Temp_QRY.Eof(); Temp_QRY.Next()) {
+        list.append({Temp_QRY.Int(u"Code"), Temp_QRY.Text(u"Name")});
+    }
+    Temp_QRY.Open(u" select Code,Name as Title  from CostLevel where CostType=1 "
+                  " and Code=(Select Default_CostLevel_"_s +
+                  SideName(side) + u"_Number from GoodCostDiscount where GoodCode="_s + QString::number(goodCode) +
+                  u')');
+    if (Temp_QRY.IsEmpty()) {
+        return 0;
+    }
+    const QString title = Temp_QRY.Text(u"Title");
+    const auto chosen =
+        std::find_if(list.cbegin(), list.cend(), [&title](const host::Entity &level) { return level.Name == title; });
+    return chosen == list.cend() ? 0 : static_cast<int>(chosen - list.cbegin());
+}
+
+bool TGood_DM::CostLevel_Sell_NotSelect(int goodCode, int level)
+{
+    return LacksPrice(goodCode, level, Sell);
+}
+
+bool TGood_DM::CostLevel_Buy_NotSelect(int goodCode, int level)
+{
+    return LacksPrice(goodCode, level, Buy);
+}
+
+bool TGood_DM::LacksPrice(int goodCode, int level, Side side)
+{
+    Temp_QRY.Open(u"select CostLevelCode,Cost"_s + WorkingRowsOf(goodCode, side));
+    for (; !Temp_QRY.Eof(); Temp_QRY.Next()) {
+        if (Temp_QRY.Int(0) == level && Temp_QRY.Number(1) != 0) {
+            return false;
+        }
+    }
+    // A good without working prices cannot be given any now: its price row is made by this save.
+    return Temp_QRY.RecordCount() > 0;
+}
+
+void TGood_DM::CostLevel_Save(int goodCode)
+{
+    host::Transaction transaction(main_);
+    SaveCostLevels(goodCode, Sell);
+    SaveCostLevels(goodCode, Buy);
+    transaction.Commit();
+}
+
+void TGood_DM::SaveCostLevels(int goodCode, Side side)
+{
+    const QString name = SideName(side);
+    const QString working = WorkingRowsOf(goodCode, side);
+    QString assignments;
+    for (int level = 1; level <= Levels; ++level) {
+        const QString number = QString::number(level);
+        assignments += u"CostLevel_"_s + name + u'_' + number + u"=ISNULL((select max(Cost)"_s + working +
+                       u" and CostLevelCode="_s + number + u"),0),"_s;
+    }
+    host::Exec(main_, u"Update GoodCostDiscount set "_s + assignments + u"Default_CostLevel_"_s + name +
+                          u"_Number=ISNULL((select max(CostLevelCode)"_s + working +
+                          u" and [Default]=1),0) where GoodCode="_s + QString::number(goodCode) +
+                          u" and exists (select 1"_s + working + u')');
+}

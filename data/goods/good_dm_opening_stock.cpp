@@ -1,0 +1,194 @@
+#include "data/goods/good_dm.h"
+#include "host/data/database_error.h"
+#include "host/data/sql_text.h"
+#include "host/data/transaction.h"
+
+#include <QScopeGuard>
+
+using namespace Qt::StringLiterals;
+
+void TGood_DM::FirstAsset_DeleteTemp(int goodCode)
+{
+    host::Exec(main_, u"Delete from GoodFirstAsset where tmp=1 and GoodCode="_s + QString::number(goodCode));
+}
+
+void TGood_DM::FirstAsset_FillTemp(int goodCode)
+{
+    host::Transaction transaction(main_);
+    FirstAsset_DeleteTemp(goodCode);
+    host::Exec(main_,
+               u"Insert GoodFirstAsset(GoodCode,StoreCode,tmp,Amount1,Amount2,Comment,Radif) Select "
+               "GoodCode,StoreCode,1,Amount1,Amount2,Comment,Radif from GoodFirstAsset where tmp=0 and GoodCode="_s +
+                   QString::number(goodCode));
+    transaction.Commit();
+}
+
+bool TGood_DM::FirstAsset_NotIsMultiStore(int goodCode)
+{
+    Temp_QRY.Open(QString::asprintf("Select * from GoodFirstAsset where (GoodCode=%d) and (tmp=1)", goodCode));
+    return Temp_QRY.IsEmpty() || (Temp_QRY.RecordCount() == 1 && Temp_QRY.Int(u"StoreCode") == 1);
+}
+
+void TGood_DM::FirstAsset_MultiStore(int goodCode, const QString &store, host::Quantity amount1, host::Quantity amount2)
+{
+    const QString good = QString::number(goodCode);
+    host::Transaction transaction(main_);
+    Temp_QRY.Open(u" SELECT * FROM GoodFirstAsset WHERE Tmp = 1 AND GoodCode = "_s + good);
+    const int rows = Temp_QRY.RecordCount();
+    const bool given = amount1 != 0 && !store.isEmpty();
+    if (rows == 0 && given) {
+        host::Exec(main_, u" INSERT GoodFirstAsset(GoodCode, StoreCode, Tmp, Amount1, Amount2, Radif)  VALUES("_s +
+                              good + u", "_s + host::CodeText(store) +
+                              u", "
+                              "1 "
+                              ", "_s +
+                              host::DecimalLiteral(amount1) + u", "_s + host::DecimalLiteral(amount2) +
+                              u", "
+                              "   1   )"_s);
+    } else if (rows == 1 && given) {
+        host::Exec(main_, u" UPDATE GoodFirstAsset SET     Amount1 = "_s + host::DecimalLiteral(amount1) +
+                              u"   ,Amount2 = "_s + host::DecimalLiteral(amount2) +
+                              u" WHERE Tmp = 1 AND GoodCode = "_s + good);
+    } else if (rows == 1 && amount1 == 0) {
+        host::Exec(main_, u" DELETE FROM GoodFirstAsset WHERE Tmp = 1 AND GoodCode = "_s + good);
+    }
+    transaction.Commit();
+}
+
+void TGood_DM::GoodFirstAsset(int goodCode, const QString &store, const QString &amount1, const QString &amount2)
+{
+    host::Exec(main_, u"Insert GoodFirstAsset(GoodCode,StoreCode,Amount1,Amount2,tmp,Radif)  Values("_s +
+                          QString::number(goodCode) + u","_s + host::CodeText(store) + u","_s +
+                          host::DecimalLiteral(QStringView(amount1)) + u","_s +
+                          host::DecimalLiteral(QStringView(amount2)) + u",1,1)"_s);
+}
+
+void TGood_DM::GoodFirstAsset_GetAmount(int goodCode, host::Quantity &amount1, host::Quantity &amount2)
+{
+    Temp_QRY.Open(
+        u"Select IsNull(Sum(Amount1),0) as SumAmount1,IsNull(Sum(Amount2),0) as SumAmount2 from GoodFirstAsset where "
+        "tmp=1 and GoodCode="_s +
+        QString::number(goodCode));
+    amount1 = Temp_QRY.Number(u"SumAmount1");
+    amount2 = Temp_QRY.Number(u"SumAmount2");
+}
+
+void TGood_DM::GoodFirstAsset_UpdateAllGoodCodes(int newCode, int oldCode)
+{
+    host::Exec(main_, u"Update GoodFirstAsset set GoodCode="_s + QString::number(newCode) +
+                          u" where tmp=1 and GoodCode="_s + QString::number(oldCode));
+}
+
+void TGood_DM::GoodFirstAsset_GetAll(int goodCode, int unit1, int unit2, host::Quantity formula)
+{
+    const QStringList arguments{QString::number(unit1), QString::number(unit2), host::DecimalLiteral(formula)};
+    FirstAssetList_QRY.Open(u"Select * from GoodFirstAssetList_FNC("_s + arguments.join(u',') +
+                            u") where tmp=1 and GoodCode="_s + QString::number(goodCode));
+}
+
+int TGood_DM::GoodFirstAsset_GetNewCode(int goodCode)
+{
+    Temp_QRY.Open(u"Select IsNull(Max(Radif),0)+1 as Radif From GoodFirstAsset Where tmp=1 and GoodCode="_s +
+                  QString::number(goodCode));
+    return Temp_QRY.Int(u"Radif");
+}
+
+void TGood_DM::GoodFirstAsset_GetByID(int goodCode, int radif)
+{
+    GoodFirstAsset_QRY.Open(QString::asprintf(
+        "select * from GoodFirstAsset Where Tmp = 1 AND GoodCode = %d AND Radif = %d ", goodCode, radif));
+}
+
+bool TGood_DM::GoodFirstAsset_GetByID(int goodCode, int radif, TGoodFirstAsset_Rec &rec)
+{
+    GoodFirstAsset_GetByID(goodCode, radif);
+    const host::Dataset &row = GoodFirstAsset_QRY;
+    if (row.IsEmpty()) {
+        return false;
+    }
+    rec = {row.IntField(u"ID"),       row.IntField(u"GoodCode"),     row.IntField(u"StoreCode"),
+           row.IntField(u"tmp"),      row.QuantityField(u"Amount1"), row.QuantityField(u"Amount2"),
+           row.TextField(u"Comment"), row.IntField(u"Radif")};
+    return true;
+}
+
+void TGood_DM::WriteFirstAsset(const TGoodFirstAsset_Rec &rec)
+{
+    const auto drop = qScopeGuard([this] { GoodFirstAsset_QRY.Cancel(); });
+    GoodFirstAsset_QRY.SetField(u"GoodCode", rec.GoodCode);
+    GoodFirstAsset_QRY.SetField(u"StoreCode", rec.StoreCode);
+    GoodFirstAsset_QRY.SetField(u"Radif", rec.Radif);
+    GoodFirstAsset_QRY.SetQuantity(u"Amount1", rec.Amount1);
+    GoodFirstAsset_QRY.SetQuantity(u"Amount2", rec.Amount2);
+    GoodFirstAsset_QRY.SetField(u"Comment", rec.Comment);
+    GoodFirstAsset_QRY.Post();
+}
+
+bool TGood_DM::GoodFirstAsset_Insert(const TGoodFirstAsset_Rec &rec)
+{
+    if (!GoodFirstAsset_QRY.IsOpen()) {
+        GoodFirstAsset_GetByID(rec.GoodCode, rec.Radif);
+    }
+    GoodFirstAsset_QRY.Append();
+    WriteFirstAsset(rec);
+    return true;
+}
+
+bool TGood_DM::GoodFirstAsset_Update(const TGoodFirstAsset_Rec &rec)
+{
+    GoodFirstAsset_QRY.Edit();
+    WriteFirstAsset(rec);
+    return true;
+}
+
+void TGood_DM::GoodFirstAsset_Delete(int radif)
+{
+    host::Exec(main_, u"Delete from GoodFirstAsset where tmp=1 and Radif="_s + QString::number(radif));
+}
+
+int TGood_DM::GoodFirstAsset_RecordCount(int goodCode, int storeCode)
+{
+    Temp_QRY.Open(u"Select ID from GoodFirstAsset where tmp=1 and GoodCode="_s + QString::number(goodCode) +
+                  u" and StoreCode="_s + QString::number(storeCode));
+    return Temp_QRY.RecordCount();
+}
+
+bool TGood_DM::ValidateGoodFirstAsset_Insert(int goodCode, int storeCode, int radif)
+{
+    Temp_QRY.Open(u" SELECT     ID   FROM         GoodFirstAsset     WHERE     (GoodCode = "_s +
+                  QString::number(goodCode) +
+                  u") AND"
+                  " (StoreCode = "_s +
+                  QString::number(storeCode) + u") AND (tmp = 1) AND (Radif <> "_s + QString::number(radif) + u")"_s);
+    return !Temp_QRY.IsEmpty();
+}
+
+void TGood_DM::GoodFirstAsset_SaveTemp(int goodCode, host::Quantity amount1, host::Quantity amount2)
+{
+    const QString good = QString::number(goodCode);
+    host::Transaction transaction(main_);
+    host::Quantity sum1 = 0;
+    host::Quantity sum2 = 0;
+    GoodFirstAsset_GetAmount(goodCode, sum1, sum2);
+    if (host::QuantityToText(sum1) != host::QuantityToText(amount1) ||
+        host::QuantityToText(sum2) != host::QuantityToText(amount2)) {
+        throw host::DatabaseError(u"موجودی اول دوره این کالا در جای دیگری تغییر کرده است؛ کالا را دوباره باز کنید."_s);
+    }
+    host::Exec(main_, u"Delete from GoodFirstAsset where tmp=0 and GoodCode="_s + good);
+    host::Exec(main_, u"Update GoodFirstAsset set tmp=0 where tmp=1 and GoodCode="_s + good);
+    transaction.Commit();
+}
+
+int TGood_DM::AutoVoucherFirstPriodGoods(const FirstPeriodVoucher &voucher)
+{
+    const auto text = [](const QString &value) { return value.isNull() ? u"NULL"_s : host::QuotedStr(value); };
+    const QString codes = voucher.Codes.isNull() ? QString() : host::CodeList(voucher.Codes);
+    Temp_QRY.Open(u"declare @RETURN_VALUE int exec @RETURN_VALUE = AutoVoucherFirstPriodGoods @SaveType = "_s +
+                  (voucher.SaveType ? QString::number(*voucher.SaveType) : u"NULL"_s) + u", @SanadCode = "_s +
+                  QString::number(voucher.SanadCode) + u", @SanadDate = "_s + host::QuotedStr(voucher.SanadDate) +
+                  u", @FromDate = "_s + text(voucher.FromDate) + u", @ToDate = "_s + text(voucher.ToDate) +
+                  u", @FromCode = "_s + QString::number(voucher.FromCode) + u", @ToCode = "_s +
+                  QString::number(voucher.ToCode) + u", @Codes = "_s + text(codes) +
+                  u" select @RETURN_VALUE as RETURN_VALUE"_s);
+    return Temp_QRY.Int(u"RETURN_VALUE");
+}

@@ -1,0 +1,189 @@
+#include "data/goods/good_dm.h"
+#include "data/goods/good_fields.h"
+#include "host/data/database_error.h"
+#include "host/data/sql_text.h"
+#include "host/data/transaction.h"
+
+#include <QScopeGuard>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString DiscountField(QLatin1String side, size_t number)
+{
+    return u"Discount_"_s + side + u'_' + QString::number(number + 1);
+}
+
+} // namespace
+
+void TGood_DM::Good_GetByID(int code)
+{
+    GoodGet_QRY.Open(QString::asprintf("select * from goodinf Where Code = %d ", code));
+}
+
+bool TGood_DM::Good_GetByID(int code, TGoodInfoRec &rec)
+{
+    Good_GetByID(code);
+    if (GoodGet_QRY.IsEmpty()) {
+        return false;
+    }
+    TGoodInfoRec read;
+    for (const goods::GoodField &field : goods::GoodFields()) {
+        field.Set(read, GoodGet_QRY.Field(QString(field.column)));
+    }
+    ReadDiscounts(code, read.Price);
+    rec = read;
+    return true;
+}
+
+bool TGood_DM::Good_IsNewRecordMode(int code)
+{
+    Temp_QRY.Open(QString::asprintf("select * from goodinf Where Code = %d ", code));
+    return Temp_QRY.IsEmpty();
+}
+
+bool TGood_DM::Good_Insert(const TGoodInfoRec &rec)
+{
+    host::Transaction transaction(main_);
+    SaveDiscounts(rec.Code, rec.Price);
+    if (!GoodGet_QRY.IsOpen()) {
+        Good_GetByID(rec.Code);
+    }
+    GoodGet_QRY.Cancel();
+    GoodGet_QRY.ClearRows();
+    GoodGet_QRY.Append();
+    const auto drop = qScopeGuard([this] { GoodGet_QRY.Cancel(); });
+    WriteFields(rec, Writing::Insert);
+    GoodGet_QRY.Post();
+    transaction.Commit();
+    return true;
+}
+
+bool TGood_DM::Good_Update(const TGoodInfoRec &rec)
+{
+    host::Transaction transaction(main_);
+    SaveDiscounts(rec.Code, rec.Price);
+    if (!GoodGet_QRY.IsOpen() || GoodGet_QRY.IsEmpty() || GoodGet_QRY.IntField(u"Code") != rec.Code) {
+        Good_GetByID(rec.Code);
+    }
+    if (GoodGet_QRY.IsEmpty()) {
+        throw host::DatabaseError(u"این کالا دیگر در بانک اطلاعاتی وجود ندارد."_s);
+    }
+    GoodGet_QRY.Edit();
+    const auto drop = qScopeGuard([this] { GoodGet_QRY.Cancel(); });
+    WriteFields(rec, Writing::Update);
+    GoodGet_QRY.Post();
+    transaction.Commit();
+    return true;
+}
+
+void TGood_DM::WriteFields(const TGoodInfoRec &rec, Writing writing)
+{
+    TGoodInfoRec written = rec;
+    written.Name = goods::ComposedName(rec);
+    const goods::Written skipped = writing == Writing::Insert ? goods::Written::Update : goods::Written::Insert;
+    for (const goods::GoodField &field : goods::GoodFields()) {
+        if (field.written != skipped) {
+            GoodGet_QRY.SetField(QString(field.column), field.Get(written));
+        }
+    }
+}
+
+void TGood_DM::SaveDiscounts(int code, const TGoodPrice_Rec &price)
+{
+    host::Dataset discounts(main_);
+    discounts.SetTable(u"GoodCostDiscount"_s, u"GoodCode"_s);
+    discounts.Open(QString::asprintf("select * from GoodCostDiscount Where GoodCode = %d ", code));
+    if (discounts.IsEmpty()) {
+        discounts.Append();
+    } else {
+        discounts.Edit();
+    }
+    discounts.SetField(u"GoodCode", code);
+    for (size_t i = 0; i < price.Discount_Sell.size(); ++i) {
+        discounts.SetQuantity(DiscountField("Sell"_L1, i), price.Discount_Sell[i]);
+    }
+    for (size_t i = 0; i < price.Discount_Buy.size(); ++i) {
+        discounts.SetQuantity(DiscountField("Buy"_L1, i), price.Discount_Buy[i]);
+    }
+    discounts.SetField(u"Default_Discount_Sell_Number", price.Default_Discount_Sell_Number);
+    discounts.SetField(u"Default_Discount_Buy_Number", price.Default_Discount_Buy_Number);
+    discounts.Post();
+}
+
+void TGood_DM::ReadDiscounts(int code, TGoodPrice_Rec &price)
+{
+    Temp_QRY.Open(QString::asprintf("select * from GoodCostDiscount Where GoodCode = %d ", code));
+    if (Temp_QRY.IsEmpty()) {
+        return;
+    }
+    for (size_t i = 0; i < price.Discount_Sell.size(); ++i) {
+        price.Discount_Sell[i] = Temp_QRY.Number(DiscountField("Sell"_L1, i));
+        price.Discount_Buy[i] = Temp_QRY.Number(DiscountField("Buy"_L1, i));
+    }
+    price.Default_Discount_Sell_Number = Temp_QRY.Int(u"Default_Discount_Sell_Number");
+    price.Default_Discount_Buy_Number = Temp_QRY.Int(u"Default_Discount_Buy_Number");
+}
+
+bool TGood_DM::Good_Delete(int code)
+{
+    return entities_.Delete_Entity(host::TSoftwarePart::Goods, code, false) == 0;
+}
+
+void TGood_DM::Good_GetAll(int manageType, int userCode, int slCode, int displayType, const QString &requestedColumns)
+{
+    const QByteArray columns = host::QuotedStr(requestedColumns).toUtf8();
+    Good_List_QRY.Open(QString::asprintf("Exec GoodInf_List_SP @ManageType = %d, @UserCode = %d, @SL_Code = %d, "
+                                         "@Cost_Flag = 1, @DisplayType = %d, @RequestedCol= %s ",
+                                         manageType, userCode, slCode, displayType, columns.constData()));
+}
+
+TGood_DM::GoodCodes TGood_DM::GetGoodCodes()
+{
+    Temp_QRY.Open(
+        u"SELECT STUFF((SELECT ',' + CAST(gi.Code  AS VARCHAR) FROM GoodInf gi ORDER BY code FOR XML PATH('')), "
+        "1, 1, '') AS GoodCodes, (SELECT COUNT(*) FROM GoodInf gi) AS GoodCount"_s);
+    return {Temp_QRY.Text(u"GoodCodes"), Temp_QRY.Int(u"GoodCount")};
+}
+
+void TGood_DM::Good_UpdateDaraiGoodType(int goodType, const QString &codes)
+{
+    host::Exec(main_, u"update GoodInf set DaraiGoodType = "_s + QString::number(goodType) + u" where code in ("_s +
+                          host::CodeList(codes) + u')');
+}
+
+int TGood_DM::Good_GetVoucherCode(int code)
+{
+    return host::Scalar(main_, u"select VoucherCode from GoodInf where Code = "_s + QString::number(code)).toInt();
+}
+
+bool TGood_DM::Good_HasGardesh(int code)
+{
+    Temp_QRY.Open(u"Select top 1 Code From Kardex Where Kala="_s + QString::number(code));
+    return !Temp_QRY.IsEmpty();
+}
+
+bool TGood_DM::Good_HasSanadDetail(int code)
+{
+    Temp_QRY.Open(u"select top 1 l.ID from VoucherLines as l inner join Vouchers as v on v.Code = l.VoucherCode "
+                  "where v.Kind <> 1 and l.GoodCode = "_s +
+                  QString::number(code));
+    return !Temp_QRY.IsEmpty();
+}
+
+bool TGood_DM::Good_FirstAssetHasSanad(int)
+{
+    return false;
+}
+
+bool TGood_DM::GoodUsedInWebService(int code)
+{
+    Temp_QRY.Open(u"select Masterid from OnlineProduct where isdelete <> 1 AND Masterid = "_s + QString::number(code));
+    if (!Temp_QRY.IsEmpty()) {
+        return true;
+    }
+    Temp_QRY.Open(u"select ID from Market.Product where Deleted <> 1 AND VelakProductCode = "_s +
+                  QString::number(code));
+    return !Temp_QRY.IsEmpty();
+}
