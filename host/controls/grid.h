@@ -99,6 +99,8 @@ signals:
     void MarksChanged(int count);
     /// The user showed, hid or moved a column.
     void VisibleFieldsChanged(const QStringList &fields);
+    /// The source could not give its next rows; the text says why. It is asked again when it is opened anew.
+    void FetchFailed(const QString &message);
     /// The number of shown rows changed (search, or rows arrived).
     void RowCountChanged(int rows);
 

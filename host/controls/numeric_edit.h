@@ -7,6 +7,8 @@
 
 #include <optional>
 
+class QToolButton;
+
 namespace host {
 
 /// A line edit for one number.
@@ -14,7 +16,8 @@ namespace host {
 /// People type as they are used to: Persian and Arabic digits, '٫' or '/' before decimals, grouping marks in pasted
 /// amounts. `text()` is the plain form at all times (ASCII digits, '.', leading '-'), so it may be spliced as a number
 /// when it is not empty; without the focus the edit shows it grouped and in Persian digits. What would make it no
-/// number is not accepted at the key. Entering selects everything. `maxLength` counts the plain text.
+/// number is not accepted at the key; "+" is left to the screen. Entering selects everything. `maxLength` counts the
+/// plain text.
 class HOST_EXPORT NumericEdit : public QLineEdit
 {
     Q_OBJECT
@@ -55,7 +58,7 @@ public:
     QSize sizeHint() const override;
 
 signals:
-    /// The button inside was pressed, or numeric-pad "+" when its text is "+".
+    /// The button inside was pressed.
     void ButtonClicked();
     /// The focus left the edit and its number is another one than on entering.
     void NumberChanged();
@@ -66,9 +69,11 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void changeEvent(QEvent *event) override;
 
 private:
-    void UpdateValidator();
+    void PlaceButton();
 
     int m_decimals = 9;
     bool m_negative = false;
@@ -76,7 +81,7 @@ private:
     bool m_selectOnRelease = false;
     QString m_buttonText;
     QString m_entered;
-    QAction *m_button = nullptr;
+    QToolButton *m_button = nullptr;
 };
 
 } // namespace host

@@ -12,7 +12,6 @@ class QBoxLayout;
 class QDockWidget;
 class QLabel;
 class QPushButton;
-class QShortcut;
 
 namespace host {
 
@@ -60,8 +59,9 @@ public:
 
     /// Opens the screen modally; the modal result (1 is OK), 0 when it gave up while opening.
     int ShowModally();
-    /// Opens the screen docked in the host's main window, as a window when there is none, and returns. False when it
-    /// gave up while opening.
+    /// Opens the screen docked in the host's main window and returns: as a page when its central widget is a
+    /// QTabWidget, as a dock otherwise, as a window of its own when there is no main window. Shows it modally when
+    /// `RunModally`. False when it gave up while opening.
     bool ShowDocked();
     /// True between opening and closing; a slot that holds such a screen is busy.
     bool IsShowing() const { return m_showing; }
@@ -104,7 +104,12 @@ protected:
 
     /// Called on each opening, before the screen is visible, inside a command: open row sets, set up by mode.
     virtual void FormShow() {}
-    /// Called on each closing, whatever the result, inside a command: drop working rows.
+    /// Forgets that an opening gave up; for bases that open in two steps.
+    void ClearAborted() { m_aborted = false; }
+    /// Called after `FormShow` when the screen is about to appear.
+    virtual void FormShown() {}
+    /// Called on each closing, whatever the result, and after giving up while opening, inside a command: drop working
+    /// rows.
     virtual void FormClose() {}
     /// Keys that no control took, before the base's own. True when the key was used.
     virtual bool FormKeyDown(QKeyEvent *event);
@@ -122,7 +127,9 @@ private:
     bool Begin();
     void StoreState();
     void LoadState();
+    void EnterDock();
     void LeaveDock();
+    void Place();
     QString StateName() const;
     void BuildFrame();
 
@@ -142,6 +149,7 @@ private:
     QBoxLayout *m_footerRow = nullptr;
     QDockWidget *m_dock = nullptr;
     QList<Grid *> m_remembered;
+    bool m_placed = false;
 };
 
 } // namespace host

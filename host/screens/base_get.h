@@ -62,8 +62,8 @@ public:
     /// False after a change that is not written yet.
     bool IsSaved() const { return m_saved; }
     void SetIsSaved(bool saved);
-    /// True while a record is prepared or loaded.
-    bool IsLoading() const { return m_loading > 0; }
+    /// True while a record is prepared or loaded, until the screen stands.
+    bool IsLoading() const { return m_loading > 0 || m_opening; }
 
     void reject() override;
 
@@ -115,11 +115,12 @@ protected:
     /// What follows a successful write; the base closes with OK.
     virtual void Proceed();
 
-    void FormShow() override;
+    /// Asked before an existing record is written. False, having told the user, when another desk removed it.
+    virtual bool RecordStillThere() { return true; }
+
+    void FormShown() override;
     bool FormKeyDown(QKeyEvent *event) override;
-    void keyPressEvent(QKeyEvent *event) override;
-    bool eventFilter(QObject *watched, QEvent *event) override;
-    /// Moves the focus as Enter does.
+    /// Moves the focus as Enter does: to the next input that takes typing.
     virtual void NextControl();
 
     QPushButton *SaveButton() const { return m_save; }
@@ -127,7 +128,7 @@ protected:
 
 private:
     bool Allowed();
-    void PrepareOrLoad();
+    void Changed();
     void Watch(QWidget *input);
 
     QVariant m_key;
@@ -135,7 +136,8 @@ private:
     bool m_saved = true;
     bool m_saving = false;
     bool m_watching = false;
-    bool m_prepared = false;
+    bool m_opening = false;
+    bool m_readOnly = false;
     int m_loading = 0;
     QPushButton *m_save = nullptr;
     QPushButton *m_exit = nullptr;

@@ -19,7 +19,7 @@ public:
     bool CloseAfterNew() const { return m_closeAfterNew; }
 
 protected:
-    /// The edit of the record's code. Takes it out of the tab order in mode 2, where the code is proposed.
+    /// The edit of the record's code.
     void SetCodeEdit(QLineEdit *code);
     /// Whether Tab and Enter stop at the code edit.
     void SetCode_EDTTabActive(bool active);
@@ -30,7 +30,7 @@ protected:
     virtual QString PrepareRecoveryQuery() const { return {}; }
 
     void Proceed() override;
-    void FormShow() override;
+    bool RecordStillThere() override;
 
 private:
     QLineEdit *m_code = nullptr;

@@ -38,7 +38,7 @@ public:
 
     /// The statement that `Run` would send now.
     QString Statement() const;
-    /// Runs the list anew. Throws DatabaseError; the rows shown before are then kept.
+    /// Runs the list anew. Throws DatabaseError.
     void Run();
     /// The rows; owned by the manager and the same object for its whole life.
     Dataset &Data();

@@ -6,6 +6,7 @@
 #include <QtGui/QFont>
 
 class QApplication;
+class QWidget;
 
 namespace host::theme {
 
@@ -24,6 +25,9 @@ HOST_EXPORT QColor Danger();     ///< refusals
 HOST_EXPORT QFont InterfaceFont(double points = 10.5);
 /// The font of titles.
 HOST_EXPORT QFont TitleFont();
+
+/// Makes the style sheet see that a property of `widget` changed.
+HOST_EXPORT void Repolish(QWidget *widget);
 
 /// Gives the application its font, palette, style sheet and right-to-left direction. A host calls it once, at start.
 HOST_EXPORT void Apply(QApplication &application);

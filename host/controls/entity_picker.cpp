@@ -1,0 +1,206 @@
+#include "host/controls/entity_picker.h"
+
+#include "host/data/persian_text.h"
+#include "host/screens/theme.h"
+#include "host/services/entity_service.h"
+
+#include <QtGui/QKeyEvent>
+#include <QtWidgets/QHBoxLayout>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QToolButton>
+
+namespace host {
+
+EntityPicker::EntityPicker(QWidget *parent) : QWidget(parent)
+{
+    m_edit = new QLineEdit(this);
+    m_edit->setObjectName(QStringLiteral("PickerCode_EDT"));
+    m_edit->setFixedWidth(72);
+    m_edit->setMaxLength(50);
+    m_button = new QToolButton(this);
+    m_button->setObjectName(QStringLiteral("Picker_BTN"));
+    m_button->setText(QStringLiteral("…"));
+    m_button->setToolTip(QStringLiteral("F2"));
+    m_button->setFocusPolicy(Qt::NoFocus);
+    m_nameLabel = new QLabel(this);
+    m_nameLabel->setObjectName(QStringLiteral("PickerName_LBL"));
+    m_nameLabel->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    m_nameLabel->setMinimumWidth(60);
+
+    auto *row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(4);
+    row->addWidget(m_edit);
+    row->addWidget(m_button);
+    row->addWidget(m_nameLabel, 1);
+
+    setFocusProxy(m_edit);
+    m_edit->installEventFilter(this);
+    connect(m_edit, &QLineEdit::textEdited, this, &EntityPicker::OnEdited);
+    connect(m_button, &QToolButton::clicked, this, &EntityPicker::Choose);
+}
+
+void EntityPicker::SetSource(EntityService &entities, TSoftwarePart part)
+{
+    m_entities = &entities;
+    m_part = part;
+}
+
+void EntityPicker::SetChooseGuard(std::function<bool()> guard)
+{
+    m_guard = std::move(guard);
+}
+
+QString EntityPicker::Name() const
+{
+    return m_code == 0 ? QString() : m_name;
+}
+
+bool EntityPicker::IsEmpty() const
+{
+    return m_code == 0 && m_edit->text().trimmed().isEmpty();
+}
+
+void EntityPicker::SetCode(int code)
+{
+    const auto found = m_entities && code != 0 ? m_entities->Find(m_part, code) : std::nullopt;
+    m_code = found ? found->Code : 0;
+    m_reported = m_code;
+    m_name = found ? found->Name : QString();
+    m_edit->setText(m_code ? QString::number(m_code) : QString());
+    m_nameLabel->setText(m_name);
+    m_nameLabel->setToolTip(m_name);
+    m_nameLabel->setProperty("fault", false);
+    theme::Repolish(m_nameLabel);
+}
+
+void EntityPicker::Clear()
+{
+    SetCode(0);
+}
+
+void EntityPicker::Take(int code, const QString &name)
+{
+    m_code = code;
+    m_name = name;
+    m_edit->setText(code ? QString::number(code) : QString());
+    m_nameLabel->setText(name);
+    m_nameLabel->setToolTip(name);
+    m_nameLabel->setProperty("fault", false);
+    theme::Repolish(m_nameLabel);
+    if (m_reported != code) {
+        m_reported = code;
+        emit Changed(code);
+    }
+}
+
+bool EntityPicker::Fail()
+{
+    m_nameLabel->setText(QStringLiteral("یافت نشد"));
+    m_nameLabel->setProperty("fault", true);
+    theme::Repolish(m_nameLabel);
+    if (m_reported != 0) {
+        m_reported = 0;
+        emit Changed(0);
+    }
+    return false;
+}
+
+void EntityPicker::OnEdited(const QString &text)
+{
+    Q_UNUSED(text)
+    m_code = 0;
+    m_name.clear();
+    m_nameLabel->clear();
+    m_nameLabel->setProperty("fault", false);
+    emit Edited();
+}
+
+bool EntityPicker::Resolve(bool mayChoose)
+{
+    if (m_code != 0)
+        return true;
+    const QString typed = m_edit->text().trimmed();
+    if (typed.isEmpty()) {
+        Take(0, {});
+        return true;
+    }
+    if (!m_entities)
+        return false;
+    bool number = false;
+    const int code = FoldDigits(typed).toInt(&number);
+    if (number) {
+        const auto found = m_entities->Find(m_part, code);
+        if (!found)
+            return Fail();
+        Take(found->Code, found->Name);
+        return true;
+    }
+    const QList<Entity> named = m_entities->List(m_part, typed);
+    if (named.size() == 1) {
+        Take(named.first().Code, named.first().Name);
+        return true;
+    }
+    for (const Entity &entity : named)
+        if (Fold(entity.Name) == Fold(typed)) {
+            Take(entity.Code, entity.Name);
+            return true;
+        }
+    if (named.size() > 1 && mayChoose) {
+        Choose();
+        return m_code != 0;
+    }
+    return Fail();
+}
+
+void EntityPicker::SetReadOnly(bool readOnly)
+{
+    m_edit->setReadOnly(readOnly);
+    m_button->setEnabled(!readOnly);
+    theme::Repolish(m_edit);
+}
+
+bool EntityPicker::IsReadOnly() const
+{
+    return m_edit->isReadOnly();
+}
+
+void EntityPicker::Choose()
+{
+    if (!m_entities || m_choosing || IsReadOnly() || !isEnabled() || (m_guard && !m_guard()))
+        return;
+    m_choosing = true;
+    const int code = m_entities->Select_GroupList(m_part, m_edit->text().trimmed());
+    m_choosing = false;
+    if (code != 0)
+        if (const auto found = m_entities->Find(m_part, code))
+            Take(found->Code, found->Name);
+    m_edit->setFocus();
+    m_edit->selectAll();
+}
+
+bool EntityPicker::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched != m_edit)
+        return QWidget::eventFilter(watched, event);
+    if (event->type() == QEvent::KeyPress) {
+        const auto *key = static_cast<QKeyEvent *>(event);
+        if (key->key() == Qt::Key_F2 || (key->key() == Qt::Key_Down && key->modifiers() == Qt::AltModifier)) {
+            Choose();
+            return true;
+        }
+        // Enter goes on to the next control only from a code that is known.
+        if ((key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) && !Resolve(true)) {
+            m_edit->selectAll();
+            return true;
+        }
+    } else if (event->type() == QEvent::FocusOut && !m_choosing && !IsReadOnly() &&
+               static_cast<QFocusEvent *>(event)->reason() != Qt::PopupFocusReason &&
+               static_cast<QFocusEvent *>(event)->reason() != Qt::ActiveWindowFocusReason) {
+        Resolve();
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+} // namespace host

@@ -1,0 +1,442 @@
+#include "host/controls/grid.h"
+
+#include "host/controls/grid_model.h"
+
+#include <QtCore/QJsonArray>
+#include <QtCore/QJsonDocument>
+#include <QtCore/QJsonObject>
+#include <QtCore/QScopedValueRollback>
+#include <QtGui/QKeyEvent>
+#include <QtGui/QMouseEvent>
+#include <QtWidgets/QHeaderView>
+#include <QtWidgets/QMenu>
+
+#include <algorithm>
+
+namespace host {
+namespace {
+
+constexpr int markWidth = 30;
+
+} // namespace
+
+Grid::Grid(QWidget *parent) : QTableView(parent), m_model(new GridModel(this))
+{
+    setModel(m_model);
+    setSelectionBehavior(QAbstractItemView::SelectRows);
+    setSelectionMode(QAbstractItemView::SingleSelection);
+    setEditTriggers(QAbstractItemView::NoEditTriggers);
+    setAlternatingRowColors(true);
+    setWordWrap(false);
+    setCornerButtonEnabled(false);
+    setTabKeyNavigation(false);
+    setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    verticalHeader()->hide();
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
+    QHeaderView *header = horizontalHeader();
+    header->setSectionsMovable(true);
+    header->setFirstSectionMovable(false);
+    header->setHighlightSections(false);
+    header->setDefaultAlignment(Qt::AlignLeading | Qt::AlignVCenter);
+    header->setMinimumSectionSize(24);
+    header->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(header, &QHeaderView::customContextMenuRequested, this, &Grid::ChooseColumns);
+    connect(header, &QHeaderView::sectionMoved, this, [this] {
+        if (!m_applying)
+            ReportFields();
+    });
+    connect(m_model, &GridModel::Changed, this, &Grid::RowCountChanged);
+    connect(m_model, &GridModel::MarksChanged, this, &Grid::MarksChanged);
+    connect(m_model, &GridModel::FetchFailed, this, &Grid::FetchFailed);
+    connect(m_model, &QAbstractItemModel::modelReset, this, [this] {
+        if (m_applying)
+            return;
+        if (m_model->rowCount() > 0)
+            selectRow(0);
+        else
+            currentChanged({}, {});
+    });
+    SetMultiSelect(false);
+}
+
+Grid::~Grid()
+{
+    // The views' last signals must not find a half-destroyed grid.
+    m_model->disconnect(this);
+}
+
+void Grid::SetColumns(const QList<GridColumn> &columns)
+{
+    m_columns = columns;
+    m_model->SetColumns(columns);
+    ApplyColumns();
+}
+
+void Grid::ApplyColumns()
+{
+    const QScopedValueRollback applying(m_applying, true);
+    QHeaderView *header = horizontalHeader();
+    header->setSectionResizeMode(QHeaderView::Interactive);
+    header->setSectionResizeMode(GridModel::MarkColumn, QHeaderView::Fixed);
+    header->resizeSection(GridModel::MarkColumn, markWidth);
+    for (int i = 0; i < m_columns.size(); ++i) {
+        header->resizeSection(i + 1, m_columns.at(i).width);
+        setColumnHidden(i + 1, m_columns.at(i).hidden);
+    }
+}
+
+QList<GridColumn> Grid::Columns() const
+{
+    QList<GridColumn> columns;
+    const QHeaderView *header = horizontalHeader();
+    for (int visual = 0; visual < header->count(); ++visual) {
+        const int logical = header->logicalIndex(visual);
+        if (logical == GridModel::MarkColumn)
+            continue;
+        GridColumn column = m_columns.at(logical - 1);
+        column.hidden = isColumnHidden(logical);
+        if (!column.hidden)
+            column.width = header->sectionSize(logical);
+        columns << column;
+    }
+    return columns;
+}
+
+int Grid::GridColumnOf(const QString &field) const
+{
+    const auto found = std::find_if(m_columns.begin(), m_columns.end(), [&](const GridColumn &column) {
+        return column.field.compare(field, Qt::CaseInsensitive) == 0;
+    });
+    return found == m_columns.end() ? -1 : static_cast<int>(found - m_columns.begin());
+}
+
+void Grid::SetColumnCaption(const QString &field, const QString &caption)
+{
+    const int column = GridColumnOf(field);
+    if (column < 0)
+        return;
+    m_columns[column].caption = caption;
+    m_model->SetCaption(column, caption);
+}
+
+void Grid::SetColumnVisible(const QString &field, bool visible)
+{
+    const int column = GridColumnOf(field);
+    if (column < 0 || isColumnHidden(column + 1) == !visible)
+        return;
+    setColumnHidden(column + 1, !visible);
+    if (visible && columnWidth(column + 1) < 24)
+        setColumnWidth(column + 1, m_columns.at(column).width);
+    ReportFields();
+}
+
+bool Grid::IsColumnVisible(const QString &field) const
+{
+    const int column = GridColumnOf(field);
+    return column >= 0 && !isColumnHidden(column + 1);
+}
+
+QStringList Grid::VisibleFields() const
+{
+    QStringList fields;
+    const QList<GridColumn> columns = Columns();
+    for (const GridColumn &column : columns)
+        if (!column.hidden)
+            fields << column.field;
+    return fields;
+}
+
+void Grid::ReportFields()
+{
+    emit VisibleFieldsChanged(VisibleFields());
+}
+
+void Grid::SetSource(QAbstractItemModel *model, const QString &keyField)
+{
+    m_model->SetSource(model, keyField);
+}
+
+QAbstractItemModel *Grid::Source() const
+{
+    return m_model->Source();
+}
+
+int Grid::RowCount() const
+{
+    return m_model->rowCount();
+}
+
+QString Grid::CurrentKey() const
+{
+    return m_model->Key(currentIndex().row());
+}
+
+int Grid::CurrentSourceRow() const
+{
+    return m_model->SourceRow(currentIndex().row());
+}
+
+QVariant Grid::CurrentValue(const QString &field) const
+{
+    const int row = CurrentSourceRow();
+    if (row < 0)
+        return {};
+    const int column = FieldColumn(*Source(), field);
+    return column < 0 ? QVariant() : Source()->index(row, column).data(Qt::EditRole);
+}
+
+bool Grid::Locate(const QString &key)
+{
+    const QAbstractItemModel *source = Source();
+    if (!source || key.isEmpty())
+        return false;
+    for (int row = 0;; ++row) {
+        if (row >= source->rowCount()) {
+            if (m_model->IsComplete())
+                return false;
+            const int before = source->rowCount();
+            m_model->fetchMore({});
+            if (source->rowCount() == before)
+                return false;
+        }
+        if (m_model->SourceKey(row) != key)
+            continue;
+        const int shown = m_model->ShownRow(row);
+        if (shown < 0)
+            return false;
+        selectRow(shown);
+        scrollTo(currentIndex(), QAbstractItemView::EnsureVisible);
+        return true;
+    }
+}
+
+void Grid::SetMultiSelect(bool on)
+{
+    if (!on)
+        m_model->ClearMarks();
+    setColumnHidden(GridModel::MarkColumn, !on);
+}
+
+bool Grid::IsMultiSelect() const
+{
+    return !isColumnHidden(GridModel::MarkColumn);
+}
+
+QStringList Grid::MarkedKeys() const
+{
+    return m_model->Marked();
+}
+
+bool Grid::IsMarked(const QString &key) const
+{
+    return m_model->IsMarked(key);
+}
+
+void Grid::SetMarked(const QString &key, bool marked)
+{
+    m_model->SetMarked(key, marked);
+}
+
+void Grid::ToggleCurrentMark()
+{
+    const QString key = CurrentKey();
+    m_model->SetMarked(key, !m_model->IsMarked(key));
+}
+
+void Grid::MarkAllShown()
+{
+    FetchAll();
+    m_model->MarkAllShown();
+}
+
+void Grid::ClearMarks()
+{
+    m_model->ClearMarks();
+}
+
+QStringList Grid::ShownKeys()
+{
+    FetchAll();
+    QStringList keys;
+    keys.reserve(RowCount());
+    for (int row = 0; row < RowCount(); ++row)
+        keys << m_model->Key(row);
+    return keys;
+}
+
+void Grid::Search(const SearchDescription &description)
+{
+    const int before = CurrentSourceRow();
+    {
+        const QScopedValueRollback applying(m_applying, true);
+        m_model->Search(description);
+    }
+    // The row the user stood on stays current while it matches.
+    const int shown = m_model->ShownRow(before);
+    if (m_model->rowCount() > 0)
+        selectRow(std::max(shown, 0));
+    else
+        currentChanged({}, {});
+    scrollTo(currentIndex());
+}
+
+SearchDescription Grid::CurrentSearch() const
+{
+    return m_model->CurrentSearch();
+}
+
+void Grid::SetSearchFields(const QStringList &fields)
+{
+    m_model->SetSearchFields(fields);
+}
+
+void Grid::SetRowColor(RowColor color)
+{
+    m_model->rowColor = std::move(color);
+    viewport()->update();
+}
+
+QByteArray Grid::SaveLayout() const
+{
+    QJsonArray list;
+    const QList<GridColumn> columns = Columns();
+    for (const GridColumn &column : columns)
+        list << QJsonObject{{QStringLiteral("field"), column.field},
+                            {QStringLiteral("width"), column.width},
+                            {QStringLiteral("hidden"), column.hidden}};
+    return QJsonDocument(list).toJson(QJsonDocument::Compact);
+}
+
+void Grid::RestoreLayout(const QByteArray &layout)
+{
+    const QJsonArray list = QJsonDocument::fromJson(layout).array();
+    if (list.isEmpty())
+        return;
+    {
+        const QScopedValueRollback applying(m_applying, true);
+        QHeaderView *header = horizontalHeader();
+        int visual = 1;
+        for (const QJsonValue &value : list) {
+            const QJsonObject stored = value.toObject();
+            const int column = GridColumnOf(stored.value(u"field").toString());
+            if (column < 0)
+                continue;
+            header->moveSection(header->visualIndex(column + 1), visual++);
+            setColumnHidden(column + 1, m_columns.at(column).choosable ? stored.value(u"hidden").toBool()
+                                                                       : m_columns.at(column).hidden);
+            setColumnWidth(column + 1, std::clamp(stored.value(u"width").toInt(), 24, 2000));
+        }
+    }
+    ReportFields();
+}
+
+QStringList Grid::VisibleCaptions() const
+{
+    QStringList captions;
+    const QList<GridColumn> columns = Columns();
+    for (const GridColumn &column : columns)
+        if (!column.hidden)
+            captions << column.caption;
+    return captions;
+}
+
+QStringList Grid::VisibleTexts(int row) const
+{
+    QStringList texts;
+    const QHeaderView *header = horizontalHeader();
+    for (int visual = 0; visual < header->count(); ++visual) {
+        const int logical = header->logicalIndex(visual);
+        if (logical != GridModel::MarkColumn && !isColumnHidden(logical))
+            texts << m_model->index(row, logical).data().toString();
+    }
+    return texts;
+}
+
+bool Grid::IsComplete() const
+{
+    return m_model->IsComplete();
+}
+
+void Grid::FetchAll()
+{
+    m_model->FetchAll();
+}
+
+void Grid::ChooseColumns()
+{
+    QMenu menu(this);
+    const QList<GridColumn> columns = Columns();
+    for (const GridColumn &column : columns) {
+        if (!column.choosable)
+            continue;
+        QAction *action = menu.addAction(column.caption.trimmed().isEmpty() ? column.field : column.caption.trimmed());
+        action->setCheckable(true);
+        action->setChecked(!column.hidden);
+        action->setEnabled(column.hidden || VisibleFields().size() > 1);
+        connect(action, &QAction::toggled, this,
+                [this, field = column.field](bool on) { SetColumnVisible(field, on); });
+    }
+    const QHeaderView *header = horizontalHeader();
+    menu.exec(header->mapToGlobal(header->rect().bottomRight() / 2));
+}
+
+void Grid::keyPressEvent(QKeyEvent *event)
+{
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (enter && event->modifiers() == Qt::NoModifier && state() != QAbstractItemView::EditingState) {
+        if (currentIndex().isValid())
+            emit RowActivated(CurrentKey());
+        return;
+    }
+    if (IsMultiSelect() && currentIndex().isValid()) {
+        if (event->key() == Qt::Key_Insert || event->key() == Qt::Key_Space) {
+            ToggleCurrentMark();
+            if (event->key() == Qt::Key_Insert && currentIndex().row() + 1 < RowCount())
+                selectRow(currentIndex().row() + 1);
+            return;
+        }
+        if (event->matches(QKeySequence::SelectAll)) {
+            MarkAllShown();
+            return;
+        }
+    }
+    QTableView::keyPressEvent(event);
+}
+
+void Grid::mousePressEvent(QMouseEvent *event)
+{
+    const QModelIndex at = indexAt(event->position().toPoint());
+    if (IsMultiSelect() && at.isValid() && event->button() == Qt::LeftButton &&
+        (at.column() == GridModel::MarkColumn || event->modifiers().testFlag(Qt::ControlModifier))) {
+        selectRow(at.row());
+        ToggleCurrentMark();
+        return;
+    }
+    QTableView::mousePressEvent(event);
+}
+
+void Grid::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    const QModelIndex at = indexAt(event->position().toPoint());
+    if (at.isValid() && at.column() != GridModel::MarkColumn && event->button() == Qt::LeftButton)
+        emit RowActivated(m_model->Key(at.row()));
+    else if (at.isValid() && at.column() == GridModel::MarkColumn)
+        mousePressEvent(event); // a quick second click marks or unmarks again
+    else
+        QTableView::mouseDoubleClickEvent(event);
+}
+
+void Grid::currentChanged(const QModelIndex &current, const QModelIndex &previous)
+{
+    QTableView::currentChanged(current, previous);
+    if (m_applying)
+        return;
+    const QString key = current.isValid() ? m_model->Key(current.row()) : QString();
+    if (key == m_lastKey)
+        return;
+    m_lastKey = key;
+    emit CurrentKeyChanged(key);
+}
+
+} // namespace host

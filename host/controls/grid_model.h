@@ -1,0 +1,99 @@
+#pragma once
+
+#include "host/controls/folded_filter.h"
+#include "host/controls/grid_column.h"
+
+#include <QtCore/QAbstractTableModel>
+#include <QtCore/QPointer>
+#include <QtCore/QSet>
+#include <QtCore/QTimer>
+#include <QtGui/QColor>
+
+#include <functional>
+
+namespace host {
+
+/// What a Grid shows: the mark column and the grid's columns over the rows of the source that match the search.
+/// In idle time it fetches the rest of the source and folds its texts, in portions that the user does not feel.
+class GridModel : public QAbstractTableModel
+{
+    Q_OBJECT
+
+public:
+    static constexpr int MarkColumn = 0; ///< the grid's own columns follow it
+
+    explicit GridModel(QObject *parent = nullptr);
+
+    void SetColumns(const QList<GridColumn> &columns);
+    void SetCaption(int gridColumn, const QString &caption);
+    void SetSource(QAbstractItemModel *source, const QString &keyField);
+    QAbstractItemModel *Source() const { return m_source; }
+    void SetSearchFields(const QStringList &fields);
+
+    void Search(const SearchDescription &description);
+    const SearchDescription &CurrentSearch() const { return m_search; }
+
+    int SourceRow(int row) const;
+    /// The shown row of a source row, -1 when it does not match the search.
+    int ShownRow(int sourceRow) const;
+    int SourceColumn(int gridColumn) const { return m_sourceColumns.value(gridColumn, -1); }
+    QString Key(int row) const;
+    QString SourceKey(int sourceRow) const;
+
+    bool IsComplete() const;
+    void FetchAll();
+
+    const QStringList &Marked() const { return m_marked; }
+    bool IsMarked(const QString &key) const { return m_markedSet.contains(key); }
+    void SetMarked(const QString &key, bool marked);
+    void ClearMarks();
+    void MarkAllShown();
+
+    std::function<QColor(int)> rowColor;
+
+    int rowCount(const QModelIndex &parent = {}) const override;
+    int columnCount(const QModelIndex &parent = {}) const override;
+    QVariant data(const QModelIndex &index, int role) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+    Qt::ItemFlags flags(const QModelIndex &index) const override;
+    bool setData(const QModelIndex &index, const QVariant &value, int role) override;
+    bool canFetchMore(const QModelIndex &parent) const override;
+    void fetchMore(const QModelIndex &parent) override;
+
+signals:
+    void Changed(int rows);
+    void MarksChanged(int count);
+    /// The source could not give its next rows; it is not asked again until it is opened anew.
+    void FetchFailed(const QString &message);
+
+private:
+    void Connect();
+    void Rebuild();
+    void RowsArrived(int first, int last);
+    void RowsGone(int first, int last);
+    void ValuesChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight);
+    void Idle();
+    void AppendMatches();
+    bool FetchBlock();
+    void RefreshMarks();
+    QList<GridColumn> SearchColumns() const;
+    QString Shown(const QVariant &value, ColumnFormat format) const;
+
+    QPointer<QAbstractItemModel> m_source;
+    QString m_keyField;
+    int m_keyColumn = -1;
+    QList<GridColumn> m_columns;
+    QList<int> m_sourceColumns;
+    QStringList m_searchFields;
+    SearchDescription m_search;
+    FoldedFilter m_filter;
+    std::vector<int> m_rows; ///< matching source rows, ascending; unused without a search
+    int m_matched = 0;       ///< source rows that the search has looked at
+    int m_count = 0;         ///< source rows, as far as views were told
+    bool m_fetchFailed = false;
+    QTimer m_idle;
+    QStringList m_marked;
+    QSet<QString> m_markedSet;
+};
+
+} // namespace host

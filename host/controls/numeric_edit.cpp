@@ -1,0 +1,209 @@
+#include "host/controls/numeric_edit.h"
+
+#include "host/controls/number_text.h"
+#include "host/screens/theme.h"
+
+#include <QtGui/QClipboard>
+#include <QtGui/QGuiApplication>
+#include <QtGui/QKeyEvent>
+#include <QtGui/QPainter>
+#include <QtGui/QValidator>
+#include <QtWidgets/QStyle>
+#include <QtWidgets/QStyleOptionFrame>
+#include <QtWidgets/QToolButton>
+
+namespace host {
+namespace {
+
+constexpr int buttonWidth = 22;
+
+/// Turns what is typed into the plain form on the way in, and lets nothing in that cannot become a number.
+class NumberValidator : public QValidator
+{
+public:
+    explicit NumberValidator(NumericEdit *edit) : QValidator(edit), m_edit(*edit) {}
+
+    State validate(QString &input, int &position) const override
+    {
+        const QString before = PlainNumber(input.left(position));
+        input = PlainNumber(input);
+        position = static_cast<int>(before.size());
+        if (input.isEmpty() || input == u"." || (m_edit.isNegative() && (input == u"-" || input == u"-.")))
+            return m_edit.decimals() == 0 && input.endsWith(u'.') ? Invalid : Intermediate;
+        return IsNumber(input, m_edit.decimals(), m_edit.isNegative()) ? Acceptable : Invalid;
+    }
+
+private:
+    const NumericEdit &m_edit;
+};
+
+} // namespace
+
+NumericEdit::NumericEdit(QWidget *parent) : QLineEdit(parent)
+{
+    // Numbers read from left to right also on a right-to-left screen; they stand at its leading edge.
+    setLayoutDirection(Qt::LeftToRight);
+    setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    setInputMethodHints(Qt::ImhFormattedNumbersOnly);
+    setValidator(new NumberValidator(this));
+}
+
+void NumericEdit::setDecimals(int decimals)
+{
+    m_decimals = decimals;
+}
+
+void NumericEdit::setNegative(bool negative)
+{
+    m_negative = negative;
+}
+
+void NumericEdit::setGrouped(bool grouped)
+{
+    m_grouped = grouped;
+    update();
+}
+
+void NumericEdit::setButtonText(const QString &text)
+{
+    m_buttonText = text;
+    if (text.isEmpty()) {
+        delete m_button;
+        m_button = nullptr;
+        setTextMargins(0, 0, 0, 0);
+        return;
+    }
+    if (!m_button) {
+        m_button = new QToolButton(this);
+        m_button->setObjectName(QStringLiteral("Inner_BTN"));
+        m_button->setFocusPolicy(Qt::NoFocus);
+        m_button->setCursor(Qt::ArrowCursor);
+        connect(m_button, &QToolButton::clicked, this, &NumericEdit::ButtonClicked);
+        setTextMargins(buttonWidth, 0, 0, 0);
+    }
+    m_button->setText(text);
+    m_button->show();
+    PlaceButton();
+}
+
+void NumericEdit::PlaceButton()
+{
+    if (m_button)
+        m_button->setGeometry(2, 2, buttonWidth, height() - 4);
+}
+
+bool NumericEdit::IsEmpty() const
+{
+    return !IsNumber(text(), INT_MAX, true);
+}
+
+std::optional<Quantity> NumericEdit::Value() const
+{
+    if (IsEmpty())
+        return {};
+    return ParseQuantity(text());
+}
+
+Quantity NumericEdit::Number() const
+{
+    return Value().value_or(0);
+}
+
+qint64 NumericEdit::Integer() const
+{
+    return static_cast<qint64>(Number());
+}
+
+void NumericEdit::SetNumber(Quantity number)
+{
+    setText(QuantityToText(number, m_decimals));
+}
+
+void NumericEdit::ZeroWhenEmpty()
+{
+    if (IsEmpty())
+        setText(QStringLiteral("0"));
+}
+
+QSize NumericEdit::sizeHint() const
+{
+    return {110 + (m_button ? buttonWidth : 0), QLineEdit::sizeHint().height()};
+}
+
+void NumericEdit::focusInEvent(QFocusEvent *event)
+{
+    m_entered = text();
+    QLineEdit::focusInEvent(event);
+    m_selectOnRelease = event->reason() == Qt::MouseFocusReason;
+    if (!m_selectOnRelease && event->reason() != Qt::PopupFocusReason)
+        selectAll();
+}
+
+void NumericEdit::focusOutEvent(QFocusEvent *event)
+{
+    // "-", "5." and "007" are how numbers begin, not what they are.
+    if (!text().isEmpty() && !isReadOnly()) {
+        const QString whole = NormalizeDecimal(text()).value_or(QString());
+        if (whole != text())
+            setText(whole);
+    }
+    QLineEdit::focusOutEvent(event);
+    if (event->reason() != Qt::PopupFocusReason && text() != m_entered) {
+        m_entered = text();
+        emit NumberChanged();
+    }
+}
+
+void NumericEdit::keyPressEvent(QKeyEvent *event)
+{
+    if (event->text() == u"+") {
+        event->ignore();
+        return;
+    }
+    if (event->matches(QKeySequence::Paste) && !isReadOnly()) {
+        insert(PlainNumber(QGuiApplication::clipboard()->text().trimmed()));
+        return;
+    }
+    QLineEdit::keyPressEvent(event);
+}
+
+void NumericEdit::mouseReleaseEvent(QMouseEvent *event)
+{
+    QLineEdit::mouseReleaseEvent(event);
+    if (m_selectOnRelease && !hasSelectedText())
+        selectAll();
+    m_selectOnRelease = false;
+}
+
+void NumericEdit::paintEvent(QPaintEvent *event)
+{
+    if (hasFocus() || text().isEmpty()) {
+        QLineEdit::paintEvent(event);
+        return;
+    }
+    QPainter painter(this);
+    QStyleOptionFrame option;
+    initStyleOption(&option);
+    style()->drawPrimitive(QStyle::PE_PanelLineEdit, &option, &painter, this);
+    const QRect inside = style()
+                             ->subElementRect(QStyle::SE_LineEditContents, &option, this)
+                             .marginsRemoved(textMargins())
+                             .adjusted(2, 0, -2, 0);
+    style()->drawItemText(&painter, inside, int(alignment()), option.palette, isEnabled(),
+                          DisplayNumber(text(), m_grouped), QPalette::Text);
+}
+
+void NumericEdit::resizeEvent(QResizeEvent *event)
+{
+    QLineEdit::resizeEvent(event);
+    PlaceButton();
+}
+
+void NumericEdit::changeEvent(QEvent *event)
+{
+    QLineEdit::changeEvent(event);
+    if (event->type() == QEvent::ReadOnlyChange)
+        theme::Repolish(this);
+}
+
+} // namespace host

@@ -1,0 +1,165 @@
+#include "host/controls/search_frame.h"
+
+#include "host/controls/grid.h"
+#include "host/controls/numeric_edit.h"
+
+#include <QtGui/QKeyEvent>
+#include <QtWidgets/QCheckBox>
+#include <QtWidgets/QComboBox>
+#include <QtWidgets/QHBoxLayout>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QStackedWidget>
+
+#include <algorithm>
+
+namespace host {
+
+SearchFrame::SearchFrame(QWidget *parent) : QWidget(parent)
+{
+    m_column = new QComboBox(this);
+    m_column->setObjectName(QStringLiteral("Column_CMB"));
+    m_column->setMinimumWidth(130);
+    m_reverse = new QCheckBox(QStringLiteral("معکوس"), this);
+    m_reverse->setObjectName(QStringLiteral("Reverse_CHK"));
+    m_text = new QLineEdit(this);
+    m_text->setObjectName(QStringLiteral("Text_EDT"));
+    m_text->setPlaceholderText(QStringLiteral("جستجو ..."));
+    m_text->setClearButtonEnabled(true);
+    m_number = new NumericEdit(this);
+    m_number->setObjectName(QStringLiteral("Number_EDT"));
+    m_number->setGrouped(false);
+    m_price = new NumericEdit(this);
+    m_price->setObjectName(QStringLiteral("Price_EDT"));
+    m_edits = new QStackedWidget(this);
+    m_edits->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+
+    auto *caption = new QLabel(QStringLiteral("جستجو در :"), this);
+    caption->setBuddy(m_column);
+    auto *row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(6);
+    row->addWidget(caption);
+    row->addWidget(m_column);
+    row->addWidget(m_edits, 1);
+    row->addWidget(m_reverse);
+
+    for (QLineEdit *edit : {m_text, static_cast<QLineEdit *>(m_number), static_cast<QLineEdit *>(m_price)}) {
+        m_edits->addWidget(edit);
+        edit->installEventFilter(this);
+        connect(edit, &QLineEdit::textChanged, this, &SearchFrame::Report);
+    }
+    connect(m_reverse, &QCheckBox::toggled, this, &SearchFrame::Report);
+    connect(m_column, &QComboBox::currentIndexChanged, this, &SearchFrame::ColumnChosen);
+    setFocusProxy(m_text);
+    SetColumns({});
+}
+
+void SearchFrame::SetColumns(const QList<GridColumn> &columns)
+{
+    const QString chosen = m_column->currentData().toString();
+    m_columns = columns;
+    {
+        const QSignalBlocker quiet(m_column);
+        m_column->clear();
+        m_column->addItem(QStringLiteral("همه ستون ها"), QString());
+        for (const GridColumn &column : columns)
+            if (column.format != ColumnFormat::Flag && !column.caption.trimmed().isEmpty())
+                m_column->addItem(column.caption.trimmed(), column.field);
+        m_column->setCurrentIndex(std::max(0, m_column->findData(chosen)));
+    }
+    ColumnChosen();
+}
+
+void SearchFrame::SetGrid(Grid *grid)
+{
+    m_grid = grid;
+    SetColumns(grid->Columns());
+    connect(this, &SearchFrame::Changed, grid, &Grid::Search);
+}
+
+void SearchFrame::ColumnChosen()
+{
+    const QString field = m_column->currentData().toString();
+    const auto column =
+        std::find_if(m_columns.begin(), m_columns.end(), [&](const GridColumn &known) { return known.field == field; });
+    const ColumnFormat format = field.isEmpty() || column == m_columns.end() ? ColumnFormat::Text : column->format;
+    QLineEdit *edit = m_text;
+    if (format == ColumnFormat::Price)
+        edit = m_price;
+    else if (format == ColumnFormat::Code || format == ColumnFormat::Quantity)
+        edit = m_number;
+    if (m_edits->currentWidget() != edit) {
+        const bool focused = m_edits->currentWidget() && m_edits->currentWidget()->hasFocus();
+        m_edits->setCurrentWidget(edit);
+        setFocusProxy(edit);
+        if (focused)
+            edit->setFocus();
+    }
+    Report();
+}
+
+SearchDescription SearchFrame::Description() const
+{
+    SearchDescription description;
+    description.field = m_column->currentData().toString();
+    description.reverse = m_reverse->isChecked();
+    const auto *edit = static_cast<QLineEdit *>(m_edits->currentWidget());
+    (edit == m_text ? description.text : description.number) = edit->text();
+    return description;
+}
+
+void SearchFrame::Report()
+{
+    const SearchDescription description = Description();
+    if (description == m_reported)
+        return;
+    m_reported = description;
+    emit Changed(description);
+}
+
+void SearchFrame::Clear()
+{
+    for (QLineEdit *edit : {m_text, static_cast<QLineEdit *>(m_number), static_cast<QLineEdit *>(m_price)}) {
+        const QSignalBlocker quiet(edit);
+        edit->clear();
+    }
+    m_reverse->setChecked(false);
+    Report();
+}
+
+void SearchFrame::Focus(const QString &field)
+{
+    m_column->setCurrentIndex(std::max(0, m_column->findData(field)));
+    m_edits->currentWidget()->setFocus();
+    static_cast<QLineEdit *>(m_edits->currentWidget())->selectAll();
+}
+
+bool SearchFrame::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() != QEvent::KeyPress && event->type() != QEvent::ShortcutOverride)
+        return QWidget::eventFilter(watched, event);
+    auto *key = static_cast<QKeyEvent *>(event);
+    auto *edit = static_cast<QLineEdit *>(watched);
+    // A first Esc empties the search, a second one belongs to the screen.
+    if (key->key() == Qt::Key_Escape && !edit->text().isEmpty()) {
+        if (event->type() == QEvent::KeyPress)
+            edit->clear();
+        event->accept();
+        return true;
+    }
+    if (event->type() == QEvent::ShortcutOverride)
+        return QWidget::eventFilter(watched, event);
+    if (m_grid && (key->key() == Qt::Key_Down || key->key() == Qt::Key_Up || key->key() == Qt::Key_PageDown ||
+                   key->key() == Qt::Key_PageUp)) {
+        m_grid->setFocus();
+        return true;
+    }
+    if (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) {
+        emit Accepted();
+        return true;
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+} // namespace host

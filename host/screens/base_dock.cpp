@@ -1,0 +1,363 @@
+#include "host/screens/base_dock.h"
+
+#include "host/controls/grid.h"
+#include "host/data/database_error.h"
+#include "host/data/sql_text.h"
+#include "host/screens/grid_print.h"
+
+#include <QtCore/QJsonDocument>
+#include <QtCore/QJsonObject>
+#include <QtCore/QLoggingCategory>
+#include <QtCore/QScopedValueRollback>
+#include <QtGui/QKeyEvent>
+#include <QtGui/QScreen>
+#include <QtGui/QShortcut>
+#include <QtGui/QWindow>
+#include <QtWidgets/QDockWidget>
+#include <QtWidgets/QHBoxLayout>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QMainWindow>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QTabWidget>
+#include <QtWidgets/QVBoxLayout>
+
+namespace host {
+namespace {
+
+Q_LOGGING_CATEGORY(screenLog, "host.screen")
+
+/// A caption without its mnemonic mark and blanks, for message boxes.
+QString PlainCaption(QString caption)
+{
+    return caption.remove(u'&').trimmed();
+}
+
+QPushButton *MakeButton(QWidget *parent, const QString &name, const QString &caption)
+{
+    auto *button = new QPushButton(caption, parent);
+    button->setObjectName(name);
+    button->setAutoDefault(false);
+    return button;
+}
+
+} // namespace
+
+TBaseDock_FRM::TBaseDock_FRM(Host &host, TSoftwarePart part, TFormMode mode, QWidget *parent)
+    : QDialog(parent), m_host(host), m_part(part), m_mode(mode)
+{
+    setLayoutDirection(Qt::RightToLeft);
+    BuildFrame();
+}
+
+TBaseDock_FRM::~TBaseDock_FRM()
+{
+    LeaveDock();
+}
+
+void TBaseDock_FRM::BuildFrame()
+{
+    m_header = new QWidget(this);
+    m_header->setObjectName(QStringLiteral("Header_PNL"));
+    m_header->setAttribute(Qt::WA_StyledBackground);
+    m_title = new QLabel(m_header);
+    m_title->setObjectName(QStringLiteral("Title_LBL"));
+    m_headerRow = new QHBoxLayout(m_header);
+    m_headerRow->setContentsMargins(12, 4, 12, 4);
+    m_headerRow->addWidget(m_title);
+    m_headerRow->addStretch(1);
+
+    m_content = new QWidget(this);
+    m_content->setObjectName(QStringLiteral("Content"));
+
+    m_footer = new QWidget(this);
+    m_footer->setObjectName(QStringLiteral("Footer_PNL"));
+    m_footer->setAttribute(Qt::WA_StyledBackground);
+    m_footerRow = new QHBoxLayout(m_footer);
+    m_footerRow->setContentsMargins(8, 6, 8, 6);
+    m_footerRow->setSpacing(6);
+    m_footerRow->addStretch(1);
+    m_footer->hide();
+
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(m_header);
+    column->addWidget(m_content, 1);
+    column->addWidget(m_footer);
+}
+
+void TBaseDock_FRM::SetFormMode(TFormMode mode)
+{
+    m_mode = mode;
+}
+
+void TBaseDock_FRM::SetFormTheme()
+{
+    const QColor ground = m_host.theme.CaptionColor();
+    const bool dark = ground.lightnessF() < 0.6F;
+    m_header->setStyleSheet(QStringLiteral("QWidget#Header_PNL { background: %1; } QLabel { color: %2; }")
+                                .arg(ground.name(), dark ? QStringLiteral("#ffffff") : QStringLiteral("#182430")));
+    m_title->setFont(m_host.theme.TitleFont());
+}
+
+void TBaseDock_FRM::SetTitle(const QString &title)
+{
+    m_title->setText(title.trimmed());
+    setWindowTitle(title.trimmed());
+    if (m_dock)
+        m_dock->setWindowTitle(title.trimmed());
+}
+
+QString TBaseDock_FRM::Title() const
+{
+    return m_title->text();
+}
+
+bool TBaseDock_FRM::Begin()
+{
+    if (m_showing)
+        return false;
+    m_aborted = false;
+    setResult(0);
+    const auto buttons = findChildren<QPushButton *>();
+    for (QPushButton *button : buttons)
+        button->setAutoDefault(false); // Enter belongs to the screen, not to whichever button comes first
+    SetFormTheme();
+    m_showing = true;
+    const bool shown = Command(Title(), [this] {
+        LoadState();
+        FormShow();
+    });
+    if (!shown)
+        m_aborted = true;
+    if (m_aborted) {
+        Command(Title(), [this] { FormClose(); });
+        m_showing = false;
+        return false;
+    }
+    FormShown();
+    return true;
+}
+
+int TBaseDock_FRM::ShowModally()
+{
+    if (!Begin())
+        return 0;
+    setWindowModality(Qt::ApplicationModal);
+    Place();
+    return exec();
+}
+
+bool TBaseDock_FRM::ShowDocked()
+{
+    if (m_runModally) {
+        ShowModally();
+        return !m_aborted;
+    }
+    if (!Begin())
+        return false;
+    setWindowModality(Qt::NonModal);
+    EnterDock();
+    show();
+    activateWindow();
+    return true;
+}
+
+/// Centres the window on the one that is active, and ties it to that one so that it stays above.
+void TBaseDock_FRM::Place()
+{
+    const QWidget *owner = QApplication::activeWindow();
+    if (!owner || owner == this)
+        owner = m_host.mainWindow;
+    if (owner && owner->windowHandle()) {
+        winId();
+        windowHandle()->setTransientParent(owner->windowHandle());
+    }
+    if (m_placed)
+        return;
+    m_placed = true;
+    const QRect around = owner ? owner->frameGeometry() : screen()->availableGeometry();
+    const QRect inside = screen()->availableGeometry();
+    QRect place = QRect(QPoint(), size().boundedTo(inside.size()));
+    place.moveCenter(around.center());
+    move(qMax(inside.left(), place.left()), qMax(inside.top(), place.top()));
+}
+
+void TBaseDock_FRM::EnterDock()
+{
+    QMainWindow *window = m_host.mainWindow;
+    if (!window)
+        return;
+    if (auto *pages = qobject_cast<QTabWidget *>(window->centralWidget())) {
+        pages->setCurrentIndex(pages->addTab(this, Title()));
+        return;
+    }
+    m_dock = new QDockWidget(Title(), window);
+    m_dock->setFeatures(QDockWidget::NoDockWidgetFeatures);
+    m_dock->setTitleBarWidget(new QWidget(m_dock)); // the screen has a title panel of its own
+    m_dock->setWidget(this);
+    window->addDockWidget(Qt::RightDockWidgetArea, m_dock);
+}
+
+void TBaseDock_FRM::LeaveDock()
+{
+    if (isWindow())
+        return;
+    hide();
+    setParent(nullptr, Qt::Dialog);
+    if (m_dock)
+        m_dock->deleteLater();
+    m_dock = nullptr;
+}
+
+void TBaseDock_FRM::done(int result)
+{
+    if (m_closing || !m_showing) {
+        if (!m_closing)
+            QDialog::done(result);
+        return;
+    }
+    const QScopedValueRollback closing(m_closing, true);
+    Command(Title(), [this] { FormClose(); });
+    Command(Title(), [this] { StoreState(); });
+    if (!m_keyboardLayoutName.isEmpty())
+        m_host.keyboard.LoadKeyboardLayout(m_keyboardLayoutName);
+    m_showing = false;
+    QDialog::done(result);
+    LeaveDock();
+    emit Closed(result);
+}
+
+bool TBaseDock_FRM::Command(const QString &name, const std::function<void()> &body)
+{
+    QString text;
+    try {
+        body();
+        return true;
+    } catch (const DatabaseError &error) {
+        qCWarning(screenLog).noquote() << error.LogText();
+        text = error.Text();
+        if (error.ConnectionLost())
+            text = QStringLiteral("ارتباط با پایگاه داده قطع شد. آنچه وارد کرده اید در فرم باقی است.\n") + text;
+    } catch (const RefusedText &error) {
+        text = error.Text();
+    } catch (const std::exception &error) {
+        qCWarning(screenLog) << error.what();
+        text = QString::fromUtf8(error.what());
+    }
+    m_host.messages.ShowMessage(text, MessageIcon::Error, PlainCaption(name));
+    return false;
+}
+
+void TBaseDock_FRM::PreviewGrid()
+{
+    if (Grid *grid = PrintedGrid())
+        GridPrinter(*grid, Title(), m_host.clock.NowShamsiDate()).Preview(this);
+}
+
+void TBaseDock_FRM::AdoptFooter(QWidget *panel)
+{
+    panel->setAttribute(Qt::WA_StyledBackground, false);
+    m_footerRow->insertWidget(0, panel);
+    panel->show();
+    m_footer->show();
+}
+
+QPushButton *TBaseDock_FRM::AddFooterButton(const QString &objectName, const QString &caption)
+{
+    QPushButton *button = MakeButton(m_footer, objectName, caption);
+    m_footerRow->addWidget(button);
+    m_footer->show();
+    return button;
+}
+
+void TBaseDock_FRM::AddToHeader(QWidget *widget)
+{
+    m_headerRow->addWidget(widget);
+}
+
+void TBaseDock_FRM::Bind(QAbstractButton *button, const QKeySequence &key, std::function<void()> command)
+{
+    connect(button, &QAbstractButton::clicked, this,
+            [this, button, command = std::move(command)] { Command(button->text(), command); });
+    if (key.isEmpty())
+        return;
+    QList<QKeySequence> keys{key};
+    if (key == QKeySequence(Qt::Key_Return))
+        keys << QKeySequence(Qt::Key_Enter);
+    for (const QKeySequence &one : std::as_const(keys)) {
+        auto *shortcut = new QShortcut(one, this);
+        shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+        shortcut->setAutoRepeat(false);
+        connect(shortcut, &QShortcut::activated, button, [button] {
+            if (button->isVisible() && button->isEnabled())
+                button->click();
+        });
+    }
+}
+
+void TBaseDock_FRM::BindKey(const QKeySequence &key, const QString &name, std::function<void()> command)
+{
+    auto *shortcut = new QShortcut(key, this);
+    shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+    connect(shortcut, &QShortcut::activated, this,
+            [this, name, command = std::move(command)] { Command(name, command); });
+}
+
+void TBaseDock_FRM::RememberLayout(Grid *grid)
+{
+    m_remembered << grid;
+    connect(grid, &Grid::FetchFailed, this,
+            [this](const QString &message) { m_host.messages.ShowMessage(message, MessageIcon::Error, Title()); });
+}
+
+QString TBaseDock_FRM::StateName() const
+{
+    const QString name = QString::fromLatin1(metaObject()->className());
+    return QStringLiteral("%1/%2/%3").arg(name.section(u':', -1)).arg(int(m_part)).arg(int(m_mode));
+}
+
+void TBaseDock_FRM::StoreState()
+{
+    QJsonObject state;
+    for (const Grid *grid : std::as_const(m_remembered))
+        state.insert(grid->objectName(), QString::fromUtf8(grid->SaveLayout()));
+    const QByteArray own = SaveState();
+    if (!own.isEmpty())
+        state.insert(QStringLiteral("/screen"), QString::fromLatin1(own.toBase64()));
+    if (!state.isEmpty())
+        m_host.settings.SaveState(StateName(), QJsonDocument(state).toJson(QJsonDocument::Compact));
+}
+
+void TBaseDock_FRM::LoadState()
+{
+    const QByteArray stored = m_host.settings.LoadState(StateName());
+    if (stored.isEmpty())
+        return;
+    const QJsonObject state = QJsonDocument::fromJson(stored).object();
+    for (Grid *grid : std::as_const(m_remembered))
+        grid->RestoreLayout(state.value(grid->objectName()).toString().toUtf8());
+    RestoreState(QByteArray::fromBase64(state.value(u"/screen").toString().toLatin1()));
+}
+
+bool TBaseDock_FRM::FormKeyDown(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_F9 && PrintedGrid()) {
+        Command(Title(), [this] { PreviewGrid(); });
+        return true;
+    }
+    if (event->key() == Qt::Key_Escape && event->modifiers() == Qt::NoModifier) {
+        reject();
+        return true;
+    }
+    return false;
+}
+
+void TBaseDock_FRM::keyPressEvent(QKeyEvent *event)
+{
+    bool used = false;
+    Command(Title(), [&] { used = FormKeyDown(event); });
+    event->setAccepted(used);
+}
+
+} // namespace host

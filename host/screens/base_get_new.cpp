@@ -1,0 +1,59 @@
+#include "host/screens/base_get_new.h"
+
+#include "host/data/query.h"
+
+#include <QtWidgets/QLineEdit>
+
+namespace host {
+
+TBaseGet_New_FRM::TBaseGet_New_FRM(Host &host, TSoftwarePart part, QWidget *parent) : TBaseGet_FRM(host, part, parent)
+{}
+
+void TBaseGet_New_FRM::SetCodeEdit(QLineEdit *code)
+{
+    m_code = code;
+    connect(code, &QLineEdit::textEdited, this,
+            [this] { Command(Title(), [this] { BaseCode_EDTPropertiesEditValueChanged(); }); });
+}
+
+void TBaseGet_New_FRM::SetCode_EDTTabActive(bool active)
+{
+    if (m_code)
+        m_code->setFocusPolicy(active ? Qt::StrongFocus : Qt::ClickFocus);
+}
+
+void TBaseGet_New_FRM::BaseCode_EDTPropertiesEditValueChanged()
+{
+    if (!IsLoading())
+        SetIsSaved(false);
+}
+
+bool TBaseGet_New_FRM::RecordStillThere()
+{
+    const QString statement = PrepareRecoveryQuery();
+    if (statement.isEmpty() || Exists(m_host.DM.ADOConnection1, statement))
+        return true;
+    m_host.messages.ShowMessage(
+        QStringLiteral("کاربر گرامی این رکورد توسط کاربر دیگری حذف شده است و قابل ذخیره نمی باشد"),
+        MessageIcon::Warning);
+    return false;
+}
+
+void TBaseGet_New_FRM::Proceed()
+{
+    if (Mode() != TFormMode::New || m_closeAfterNew) {
+        m_closeAfterNew = false;
+        TBaseGet_FRM::Proceed();
+        return;
+    }
+    SetKey({});
+    {
+        const Loading quiet(*this);
+        Prepare();
+    }
+    SetIsSaved(true);
+    if (QWidget *first = FirstControl())
+        FocusControl(first);
+}
+
+} // namespace host

@@ -1,0 +1,131 @@
+#include "host/screens/grid_print.h"
+
+#include "host/controls/grid.h"
+#include "host/data/persian_text.h"
+#include "host/screens/theme.h"
+
+#include <QtGui/QPainter>
+#include <QtPrintSupport/QPrintPreviewDialog>
+#include <QtPrintSupport/QPrinter>
+#include <QtWidgets/QProgressDialog>
+
+#include <numeric>
+
+namespace host {
+namespace {
+
+constexpr double pointsPerInch = 72.0;
+constexpr double rowPoints = 20.0;
+constexpr double titlePoints = 34.0;
+constexpr double footPoints = 20.0;
+constexpr double padPoints = 4.0;
+constexpr int longJobPages = 40;
+
+/// Columns this wide together are better read across the long side of the page.
+constexpr double landscapeWidth = 700.0;
+
+/// The painter works in points, so that a font's pixels are points.
+QFont PrintFont(int points, bool bold) {
+    QFont font = theme::InterfaceFont();
+    font.setPixelSize(points);
+    font.setBold(bold);
+    return font;
+}
+
+} // namespace
+
+GridPrinter::GridPrinter(Grid &grid, const QString &title, const QString &date)
+    : m_grid(grid), m_title(title), m_date(date)
+{
+    const QList<GridColumn> columns = grid.Columns();
+    for (const GridColumn &column : columns)
+        if (!column.hidden)
+            m_widths.push_back(column.width);
+}
+
+void GridPrinter::Print(QPrinter &printer)
+{
+    m_grid.FetchAll();
+    QPainter painter(&printer);
+    if (!painter.isActive() || m_widths.empty())
+        return;
+    const double scale = printer.resolution() / pointsPerInch;
+    painter.scale(scale, scale);
+    const QRectF page(QPointF(), printer.pageLayout().paintRectPoints().size());
+
+    const double body = page.height() - titlePoints - rowPoints - footPoints;
+    const int rowsPerPage = qMax(1, static_cast<int>(body / rowPoints));
+    const int rows = m_grid.RowCount();
+    const int pages = qMax(1, (rows + rowsPerPage - 1) / rowsPerPage);
+    QProgressDialog progress(QStringLiteral("آماده سازی صفحات ..."), QStringLiteral("انصراف"), 0, pages);
+    progress.setWindowModality(Qt::ApplicationModal);
+    progress.setMinimumDuration(pages > longJobPages ? 500 : INT_MAX);
+    for (int number = 0; number < pages && !progress.wasCanceled(); ++number) {
+        if (number > 0)
+            printer.newPage();
+        const int first = number * rowsPerPage;
+        PaintPage(painter, page, first, qMin(first + rowsPerPage, rows), number + 1, pages);
+        if (pages > longJobPages)
+            progress.setValue(number);
+    }
+}
+
+void GridPrinter::PaintPage(QPainter &painter, const QRectF &page, int firstRow, int lastRow, int number, int count)
+{
+    painter.setPen(theme::Ink());
+    painter.setFont(PrintFont(14, true));
+    const QRectF top(page.left(), page.top(), page.width(), titlePoints);
+    painter.drawText(top, Qt::AlignRight | Qt::AlignVCenter, m_title);
+    painter.setFont(PrintFont(9, false));
+    painter.drawText(top, Qt::AlignLeft | Qt::AlignVCenter, PersianDigits(m_date));
+
+    QRectF row(page.left(), top.bottom(), page.width(), rowPoints);
+    painter.fillRect(row, QColor(0xe4, 0xea, 0xee));
+    PaintRow(painter, row, m_grid.VisibleCaptions(), true);
+    for (int index = firstRow; index < lastRow; ++index) {
+        row.translate(0, rowPoints);
+        if ((index - firstRow) % 2)
+            painter.fillRect(row, QColor(0xf7, 0xf9, 0xfa));
+        PaintRow(painter, row, m_grid.VisibleTexts(index), false);
+    }
+    const QRectF foot(page.left(), page.bottom() - footPoints, page.width(), footPoints);
+    painter.drawText(foot, Qt::AlignCenter, PersianDigits(QStringLiteral("صفحه %1 از %2").arg(number).arg(count)));
+}
+
+void GridPrinter::PaintRow(QPainter &painter, const QRectF &row, const QStringList &texts, bool heading) const
+{
+    const QFont font = PrintFont(9, heading);
+    const QFontMetricsF metrics(font);
+    painter.setFont(font);
+    const double total = std::accumulate(m_widths.begin(), m_widths.end(), 0.0);
+    double right = row.right();
+    for (size_t column = 0; column < m_widths.size(); ++column) {
+        const double width = row.width() * m_widths[column] / total;
+        const QRectF cell(right - width, row.top(), width, row.height());
+        painter.setPen(QPen(theme::Line(), 0.5));
+        painter.drawRect(cell);
+        painter.setPen(theme::Ink());
+        const QRectF inside = cell.adjusted(padPoints, 0, -padPoints, 0);
+        const QString text =
+            metrics.elidedText(texts.value(static_cast<qsizetype>(column)), Qt::ElideRight, inside.width());
+        painter.drawText(inside, Qt::AlignRight | Qt::AlignVCenter | Qt::TextSingleLine, text);
+        right -= width;
+    }
+}
+
+void GridPrinter::Preview(QWidget *parent)
+{
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setPageSize(QPageSize(QPageSize::A4));
+    printer.setPageMargins(QMarginsF(10, 10, 10, 10), QPageLayout::Millimeter);
+    if (std::accumulate(m_widths.begin(), m_widths.end(), 0.0) > landscapeWidth)
+        printer.setPageOrientation(QPageLayout::Landscape);
+    printer.setDocName(m_title);
+    QPrintPreviewDialog preview(&printer, parent);
+    preview.setWindowTitle(m_title);
+    preview.resize(900, 700);
+    QObject::connect(&preview, &QPrintPreviewDialog::paintRequested, &preview, [this](QPrinter *on) { Print(*on); });
+    preview.exec();
+}
+
+} // namespace host

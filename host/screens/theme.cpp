@@ -1,0 +1,215 @@
+#include "host/screens/theme.h"
+
+#include <QtGui/QFontDatabase>
+#include <QtGui/QPalette>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QStyle>
+#include <QtWidgets/QStyleFactory>
+
+namespace host::theme {
+namespace {
+
+/// Colours appear as @name; they are filled in from the functions above.
+const char16_t *const sheet = uR"(
+QWidget { color: @ink; }
+QDialog, QMainWindow, QWidget#Content { background: @ground; }
+QWidget#Footer_PNL { background: @footer; border-top: 1px solid @line; }
+
+QLineEdit, QPlainTextEdit, QTextEdit, QComboBox, QAbstractSpinBox {
+    background: @surface; border: 1px solid @border; border-radius: 4px; padding: 1px 6px; min-height: 24px;
+    selection-background-color: @accent; selection-color: white; }
+QLineEdit:hover, QComboBox:hover, QPlainTextEdit:hover { border-color: @soft; }
+QLineEdit:focus, QPlainTextEdit:focus, QTextEdit:focus, QComboBox:focus, QAbstractSpinBox:focus {
+    border: 2px solid @accent; padding: 0px 5px; }
+QLineEdit[readOnly="true"], QPlainTextEdit[readOnly="true"], QLineEdit:disabled, QComboBox:disabled,
+QPlainTextEdit:disabled { background: @readonly; color: @soft; border-color: @line; }
+QLineEdit[fault="true"] { border: 2px solid @danger; padding: 0px 5px; }
+QComboBox QLineEdit, QComboBox QLineEdit:focus { border: none; padding: 0; min-height: 0; background: transparent; }
+QComboBox::drop-down { border: none; width: 22px; }
+QComboBox::down-arrow { image: url(:/host/icons/down.png); width: 10px; height: 10px; }
+QComboBox QAbstractItemView { background: @surface; border: 1px solid @border; outline: 0;
+    selection-background-color: @accentsoft; selection-color: @ink; }
+
+QPushButton { background: @surface; border: 1px solid @border; border-radius: 4px; padding: 3px 12px;
+    min-height: 24px; }
+QPushButton:hover { background: @accentsoft; border-color: @accent; }
+QPushButton:pressed { background: @line; }
+QPushButton:focus { border: 2px solid @accent; padding: 2px 11px; }
+QPushButton:disabled { color: @disabled; background: @ground; border-color: @line; }
+QPushButton[primary="true"] { background: @accent; border-color: @accent; color: white; }
+QPushButton[primary="true"]:hover { background: @accentdark; }
+QPushButton[primary="true"]:focus { border: 2px solid @ink; }
+QPushButton[primary="true"]:disabled { background: @line; border-color: @line; color: @soft; }
+QToolButton { background: transparent; border: 1px solid transparent; border-radius: 4px; padding: 2px 4px; }
+QToolButton:hover { background: @accentsoft; border-color: @accent; }
+QToolButton:focus { border-color: @accent; }
+QToolButton:disabled { color: @disabled; }
+QToolButton#Inner_BTN { padding: 0; border: none; color: @accent; }
+QToolButton#Picker_BTN { background: @surface; border: 1px solid @border; min-height: 24px; min-width: 22px; padding: 1px; }
+QToolButton#Picker_BTN:hover { background: @accentsoft; border-color: @accent; }
+QLabel#PickerName_LBL[fault="true"] { color: @danger; }
+
+QGroupBox { border: 1px solid @line; border-radius: 6px; margin-top: 12px; padding: 8px 6px 4px 6px; background: @panel; }
+QGroupBox::title { subcontrol-origin: margin; subcontrol-position: top right; right: 10px; padding: 0 4px;
+    color: @accentdark; }
+QTabWidget::pane { border: 1px solid @line; border-radius: 4px; background: @panel; }
+QTabBar::tab { background: transparent; color: @soft; border: none; border-bottom: 2px solid transparent;
+    padding: 5px 12px; }
+QTabBar::tab:hover { color: @ink; }
+QTabBar::tab:selected { color: @accentdark; border-bottom: 2px solid @accent; }
+QTabBar::tab:focus { background: @accentsoft; }
+
+QAbstractItemView { background: @surface; alternate-background-color: @stripe; border: 1px solid @line;
+    gridline-color: @gridline; selection-background-color: @accentsoft; selection-color: @ink; outline: 0; }
+QTableView::item, QTreeView::item, QListView::item { padding: 0 6px; }
+QTableView::item:selected:active { background: @current; color: @ink; }
+QTableView::item:selected:!active { background: @accentsoft; color: @ink; }
+QHeaderView { background: @head; border: none; }
+QHeaderView::section { background: @head; color: @ink; border: none; border-bottom: 1px solid @border;
+    border-left: 1px solid @line; padding: 4px 6px; }
+QHeaderView::section:hover { background: @accentsoft; }
+QTableCornerButton::section { background: @head; border: none; }
+
+QCheckBox, QRadioButton { spacing: 6px; }
+QCheckBox:focus, QRadioButton:focus { color: @accentdark; text-decoration: underline; }
+QCheckBox:disabled, QRadioButton:disabled, QLabel:disabled { color: @disabled; }
+QToolTip { background: @ink; color: white; border: none; padding: 3px 6px; }
+QMenu { background: @surface; border: 1px solid @border; padding: 4px 0; }
+QMenu::item { padding: 4px 24px; }
+QMenu::item:selected { background: @accentsoft; color: @ink; }
+QMenu::separator { height: 1px; background: @line; margin: 4px 8px; }
+QMenuBar { background: @ground; }
+QMenuBar::item { padding: 4px 10px; background: transparent; }
+QMenuBar::item:selected { background: @accentsoft; }
+QStatusBar { background: @footer; border-top: 1px solid @line; }
+QScrollBar:vertical { background: transparent; width: 12px; margin: 0; }
+QScrollBar:horizontal { background: transparent; height: 12px; margin: 0; }
+QScrollBar::handle { background: @handle; border-radius: 4px; margin: 2px; }
+QScrollBar::handle:vertical { min-height: 32px; }
+QScrollBar::handle:horizontal { min-width: 32px; }
+QScrollBar::handle:hover { background: @soft; }
+QScrollBar::add-line, QScrollBar::sub-line { width: 0; height: 0; }
+QScrollBar::add-page, QScrollBar::sub-page { background: transparent; }
+QSplitter::handle { background: @line; }
+QProgressBar { border: 1px solid @border; border-radius: 4px; text-align: center; background: @surface; }
+QProgressBar::chunk { background: @accent; border-radius: 3px; }
+)";
+
+QString StyleSheet()
+{
+    // Longer names first: @accentsoft begins with @accent.
+    const std::pair<const char16_t *, QColor> colors[] = {
+        {u"@accentsoft", AccentSoft()},
+        {u"@accentdark", QColor(0x07, 0x4f, 0x57)},
+        {u"@accent", Accent()},
+        {u"@surface", Surface()},
+        {u"@stripe", QColor(0xf7, 0xf9, 0xfa)},
+        {u"@soft", InkSoft()},
+        {u"@ground", Ground()},
+        {u"@gridline", QColor(0xe6, 0xeb, 0xef)},
+        {u"@footer", QColor(0xe7, 0xec, 0xf0)},
+        {u"@panel", QColor(0xfa, 0xfb, 0xfc)},
+        {u"@readonly", QColor(0xec, 0xf0, 0xf3)},
+        {u"@disabled", QColor(0x98, 0xa4, 0xae)},
+        {u"@current", QColor(0xb5, 0xdd, 0xdc)},
+        {u"@border", QColor(0xa9, 0xb5, 0xc0)},
+        {u"@handle", QColor(0xb4, 0xbf, 0xc8)},
+        {u"@head", QColor(0xe4, 0xea, 0xee)},
+        {u"@danger", Danger()},
+        {u"@line", Line()},
+        {u"@ink", Ink()},
+    };
+    QString text = QString::fromUtf16(sheet);
+    for (const auto &[name, color] : colors)
+        text.replace(QString::fromUtf16(name), color.name());
+    return text;
+}
+
+} // namespace
+
+QColor Ground()
+{
+    return {0xf1, 0xf4, 0xf6};
+}
+QColor Surface()
+{
+    return {0xff, 0xff, 0xff};
+}
+QColor Line()
+{
+    return {0xcf, 0xd7, 0xde};
+}
+QColor Ink()
+{
+    return {0x18, 0x24, 0x30};
+}
+QColor InkSoft()
+{
+    return {0x52, 0x61, 0x70};
+}
+QColor Accent()
+{
+    return {0x0b, 0x6b, 0x74};
+}
+QColor AccentSoft()
+{
+    return {0xdd, 0xef, 0xef};
+}
+QColor Danger()
+{
+    return {0xb3, 0x26, 0x1e};
+}
+
+QFont InterfaceFont(double points)
+{
+    static const QStringList families = [] {
+        const QStringList installed = QFontDatabase::families();
+        QStringList wanted;
+        for (const QString &name :
+             {QStringLiteral("Noto Sans Arabic UI"), QStringLiteral("Noto Sans Arabic"), QStringLiteral("Vazirmatn"),
+              QStringLiteral("Tahoma"), QStringLiteral("Noto Sans"), QStringLiteral("DejaVu Sans")})
+            if (installed.contains(name))
+                wanted << name;
+        return wanted.isEmpty() ? QFontDatabase::families(QFontDatabase::Arabic).mid(0, 1) : wanted;
+    }();
+    QFont font;
+    if (!families.isEmpty())
+        font.setFamilies(families);
+    font.setPointSizeF(points);
+    return font;
+}
+
+QFont TitleFont()
+{
+    QFont font = InterfaceFont(13);
+    font.setBold(true);
+    return font;
+}
+
+void Repolish(QWidget *widget)
+{
+    widget->style()->unpolish(widget);
+    widget->style()->polish(widget);
+    widget->update();
+}
+
+void Apply(QApplication &application)
+{
+    application.setLayoutDirection(Qt::RightToLeft);
+    application.setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    application.setFont(InterfaceFont());
+    QPalette palette;
+    palette.setColor(QPalette::Window, Ground());
+    palette.setColor(QPalette::Base, Surface());
+    palette.setColor(QPalette::Button, Surface());
+    palette.setColor(QPalette::AlternateBase, QColor(0xf7, 0xf9, 0xfa));
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        palette.setColor(role, Ink());
+    palette.setColor(QPalette::PlaceholderText, QColor(0x7c, 0x8a, 0x96));
+    palette.setColor(QPalette::Highlight, Accent());
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    application.setPalette(palette);
+    application.setStyleSheet(StyleSheet());
+}
+
+} // namespace host::theme
