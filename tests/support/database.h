@@ -1,0 +1,58 @@
+#pragma once
+
+#include <QSqlDatabase>
+#include <QString>
+#include <QStringList>
+#include <QTemporaryDir>
+#include <QVariant>
+
+namespace test {
+
+/// A database of a test's own, made by the scripts that make the real one, and open connections to it. The file is
+/// gone with the object. The scripts run once per process; every further database is a copy of the first.
+///
+/// A statement that fails ends the program with the driver's words: a test that expects a refusal uses Refusal().
+class Database
+{
+public:
+    enum class Content {
+        Empty, ///< tables, procedures and the rows without which no screen works
+        Demo,  ///< with the demo data
+    };
+
+    explicit Database(Content content = Content::Empty);
+    ~Database();
+    Database(const Database &) = delete;
+    Database &operator=(const Database &) = delete;
+
+    const QString &FileName() const { return file_; }
+    /// The connections of a host.
+    QSqlDatabase Main() const { return QSqlDatabase::database(main_); }
+    QSqlDatabase GoodsList() const { return QSqlDatabase::database(goodsList_); }
+    QSqlDatabase Scales() const { return QSqlDatabase::database(scales_); }
+    /// A further connection, as another desk on the same database has it.
+    QSqlDatabase AnotherConnection();
+
+    /// Runs a text on the main connection, all its statements.
+    void Exec(const QString &text) const;
+    /// The first field of the first row; invalid when there is none.
+    QVariant Scalar(const QString &text) const;
+    /// The rows of the first result as texts, fields joined by "|", NULL as "NULL", decimals without needless zeros.
+    QStringList Rows(const QString &text) const;
+    /// The names of the columns of the first result.
+    QStringList Columns(const QString &text) const;
+    /// The words with which a text is refused; empty when it is not.
+    QString Refusal(const QString &text) const;
+
+private:
+    QString Connect();
+
+    QTemporaryDir folder_;
+    QString file_;
+    QStringList names_;
+    QString main_;
+    QString goodsList_;
+    QString scales_;
+};
+
+} // namespace test
