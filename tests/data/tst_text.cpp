@@ -1,0 +1,240 @@
+// Numbers, SQL text and Persian text: the pure half of the data access.
+
+#include "host/data/database_error.h"
+#include "host/data/persian_text.h"
+#include "host/data/quantity.h"
+#include "host/data/sql_text.h"
+#include "tests/support/test_main.h"
+
+#include <QTest>
+
+using namespace host;
+
+class TestText : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void typedNumbers_data();
+    void typedNumbers();
+    void shownNumbers_data();
+    void shownNumbers();
+    void databaseNumbersSurvive_data();
+    void databaseNumbersSurvive();
+    void codeLists_data();
+    void codeLists();
+    void parameters_data();
+    void parameters();
+    void quotedTextEndsWhereItShould_data();
+    void quotedTextEndsWhereItShould();
+    void logsHideValues_data();
+    void logsHideValues();
+    void folding_data();
+    void folding();
+};
+
+void TestText::typedNumbers_data()
+{
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QString>("number"); // empty: refused
+    const auto row = [](const char *name, const QString &typed, const QString &number) {
+        QTest::newRow(name) << typed << number;
+    };
+    row("persian digits", u"۱۲۳۴"_qs, u"1234"_qs);
+    row("arabic digits", u"٤٥٦"_qs, u"456"_qs);
+    row("persian marks", u"۱٬۲۳۴٫۵"_qs, u"1234.5"_qs);
+    row("slash as decimal mark", u"۱۲/۵"_qs, u"12.5"_qs);
+    row("grouped", u"1,234,567.50"_qs, u"1234567.5"_qs);
+    row("blanks and direction marks", u"\u200F 12 \u200E"_qs, u"12"_qs);
+    row("minus", u"-0.25"_qs, u"-0.25"_qs);
+    row("typographic minus", u"\u2212۳"_qs, u"-3"_qs);
+    row("zero has no sign", u"-0.00"_qs, u"0"_qs);
+    row("leading zeros", u"0007"_qs, u"7"_qs);
+    row("no whole part", u".5"_qs, u"0.5"_qs);
+    row("23 digits", u"12345678901234.123456789"_qs, u"12345678901234.123456789"_qs);
+    row("empty", QString(), QString());
+    row("sign only", u"-"_qs, QString());
+    row("sign inside", u"1-2"_qs, QString());
+    row("two decimal marks", u"1.2.3"_qs, QString());
+    row("grouping after the decimal mark", u"1.2,3"_qs, QString());
+    row("letters", u"12a"_qs, QString());
+    row("exponent", u"1e5"_qs, QString());
+    row("statement", u"1;drop table GoodInf"_qs, QString());
+}
+
+void TestText::typedNumbers()
+{
+    QFETCH(QString, typed);
+    QFETCH(QString, number);
+    const std::optional<QString> read = NormalizeDecimal(typed);
+    QCOMPARE(read.has_value(), !number.isEmpty());
+    QCOMPARE(read.value_or(QString()), number);
+}
+
+void TestText::shownNumbers_data()
+{
+    QTest::addColumn<long double>("value");
+    QTest::addColumn<int>("decimals");
+    QTest::addColumn<QString>("shown");
+    QTest::newRow("0.1 x 3") << 0.1L * 3 << 9 << u"0.3"_qs;
+    QTest::newRow("1 / 3") << 1.0L / 3 << 9 << u"0.333333333"_qs;
+    QTest::newRow("whole") << 12.0L << 9 << u"12"_qs;
+    QTest::newRow("rounds up") << 2.0L / 3 << 4 << u"0.6667"_qs;
+    QTest::newRow("vanishing negative") << -0.0000000001L << 9 << u"0"_qs;
+    QTest::newRow("no decimals wanted") << 99.5L << 0 << u"100"_qs;
+    QTest::newRow("beyond double") << 9007199254740993.0L << 9 << u"9007199254740993"_qs;
+    QTest::newRow("nineteen digits") << 1234567890.123456789L << 9 << u"1234567890.123456789"_qs;
+    QTest::newRow("noise of a large value") << 999999999999.1L << 9 << u"999999999999.1"_qs;
+    QTest::newRow("huge") << 1e22L << 9 << u"10000000000000000000000"_qs;
+}
+
+void TestText::shownNumbers()
+{
+    QFETCH(long double, value);
+    QFETCH(int, decimals);
+    QFETCH(QString, shown);
+    QCOMPARE(QuantityToText(value, decimals), shown);
+}
+
+void TestText::databaseNumbersSurvive_data()
+{
+    QTest::addColumn<QString>("database");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("grouped");
+    QTest::newRow("scale 9") << u"12.500000000"_qs << u"12.5"_qs << u"12.5"_qs;
+    QTest::newRow("no leading zero") << u"-.250000000"_qs << u"-0.25"_qs << u"-0.25"_qs;
+    QTest::newRow("nothing") << u".000000000"_qs << u"0"_qs << u"0"_qs;
+    QTest::newRow("hundred") << u"100"_qs << u"100"_qs << u"100"_qs;
+    QTest::newRow("six figures negative") << u"-123456.00"_qs << u"-123456"_qs << u"-123,456"_qs;
+    QTest::newRow("seven figures") << u"1234567.5"_qs << u"1234567.5"_qs << u"1,234,567.5"_qs;
+}
+
+void TestText::databaseNumbersSurvive()
+{
+    QFETCH(QString, database);
+    QFETCH(QString, text);
+    QFETCH(QString, grouped);
+    QCOMPARE(TrimDecimal(database), text);
+    QCOMPARE(QuantityToText(QuantityFromText(database)), text);
+    QCOMPARE(GroupDigits(text), grouped);
+}
+
+void TestText::codeLists_data()
+{
+    QTest::addColumn<QString>("codes");
+    QTest::addColumn<QString>("spliced"); // empty: refused
+    QTest::newRow("one") << u"12"_qs << u"12"_qs;
+    QTest::newRow("trailing comma of a selection") << u"4,9,"_qs << u"4,9"_qs;
+    QTest::newRow("none") << QString() << u"0"_qs;
+    QTest::newRow("blank") << u"1, 2"_qs << QString();
+    QTest::newRow("negative") << u"-1"_qs << QString();
+    QTest::newRow("persian digits are no code") << u"۱۲"_qs << QString();
+    QTest::newRow("statement") << u"1) or (1=1"_qs << QString();
+    QTest::newRow("comment") << u"1--"_qs << QString();
+}
+
+void TestText::codeLists()
+{
+    QFETCH(QString, codes);
+    QFETCH(QString, spliced);
+    if (!spliced.isEmpty()) {
+        QCOMPARE(CodeList(codes), spliced);
+        return;
+    }
+    try {
+        CodeList(codes);
+        QFAIL("the list was taken");
+    } catch (const RefusedText &refused) {
+        QVERIFY2(refused.Text().contains(codes), qPrintable(refused.Text()));
+        QVERIFY2(!refused.Expected().contains(codes), "the part for the log quotes what was typed");
+    }
+    QVERIFY_THROWS_EXCEPTION(RefusedText, Codes(codes));
+}
+
+void TestText::parameters_data()
+{
+    QTest::addColumn<QString>("params");
+    QTest::addColumn<QString>("without");
+    QTest::newRow("first") << u"@GrpCode = 5,@UserCode = 1"_qs << u"@UserCode = 1"_qs;
+    QTest::newRow("last, other case, blanks") << u"@UserCode = 1 , @grpcode=5 "_qs << u"@UserCode = 1"_qs;
+    QTest::newRow("only") << u"@GrpCode = NULL"_qs << QString();
+    QTest::newRow("twice") << u"@GrpCode = 1,@A = 2,@GrpCode = 3"_qs << u"@A = 2"_qs;
+    QTest::newRow("longer name stays") << u"@GrpCode2 = 1,@GrpCode = 2"_qs << u"@GrpCode2 = 1"_qs;
+    QTest::newRow("name and commas inside a text")
+        << u"@Name = N'a,@GrpCode = 7,''b',@GrpCode = 1"_qs << u"@Name = N'a,@GrpCode = 7,''b'"_qs;
+    QTest::newRow("not there") << u"@A = 'x',@B = 2"_qs << u"@A = 'x',@B = 2"_qs;
+}
+
+void TestText::parameters()
+{
+    QFETCH(QString, params);
+    QFETCH(QString, without);
+    QCOMPARE(DeleteParam(params, u"@GrpCode"), without);
+    QCOMPARE(DeleteParam(ADDParam(without, u"@GrpCode", u"9"), u"@GrpCode"), without);
+}
+
+void TestText::quotedTextEndsWhereItShould_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::newRow("quote") << u"d'or"_qs;
+    QTest::newRow("ends in quotes") << u"12''"_qs;
+    QTest::newRow("only a quote") << u"'"_qs;
+    QTest::newRow("comma and parameter") << u"',@GrpCode = 1,'"_qs;
+    QTest::newRow("emoji and marks") << u"چای 🍵\u200Fسبز"_qs;
+}
+
+void TestText::quotedTextEndsWhereItShould()
+{
+    QFETCH(QString, text);
+    const QString params = u"@Name = "_qs + NQuotedStr(text);
+    QCOMPARE(SplitParams(ADDParam(params, u"@Last", u"1")), QStringList({params, u"@Last = 1"_qs}));
+}
+
+void TestText::logsHideValues_data()
+{
+    QTest::addColumn<QString>("statement");
+    QTest::addColumn<QString>("masked");
+    QTest::newRow("text and number") << u"select Code from GoodInf where Code <> 12 AND Name = 'علی ''x'"_qs
+                                     << u"select Code from GoodInf where Code <> ? AND Name = ?"_qs;
+    QTest::newRow("unicode literal") << u"VALUES (N'راز', 12.5, -3)"_qs << u"VALUES (N?, ?, -?)"_qs;
+    QTest::newRow("names with digits stay") << u"Cost1 + t1.D2"_qs << u"Cost1 + t1.D2"_qs;
+    QTest::newRow("text without an end") << u"Name = 'راز"_qs << u"Name = ?"_qs;
+}
+
+void TestText::logsHideValues()
+{
+    QFETCH(QString, statement);
+    QFETCH(QString, masked);
+    QCOMPARE(MaskLiterals(statement), masked);
+    const DatabaseError error(QSqlError(QString(), u"duplicate value 'راز'"_qs, QSqlError::StatementError, u"2627"_qs),
+                              statement);
+    QVERIFY(error.KeyViolation());
+    QVERIFY2(!error.LogText().contains(u"راز"), qPrintable(error.LogText()));
+}
+
+void TestText::folding_data()
+{
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QString>("stored");
+    QTest::newRow("arabic yeh and kaf") << u"كيك"_qs << u"کیک"_qs;
+    QTest::newRow("alef maksura") << u"مصطفى"_qs << u"مصطفی"_qs;
+    QTest::newRow("half-space") << u"نیم\u200Cفاصله"_qs << u"نیمفاصله"_qs;
+    QTest::newRow("direction marks") << u"\u202Bچای\u202C"_qs << u"چای"_qs;
+    QTest::newRow("digits") << u"٤۵6"_qs << u"۴5۶"_qs;
+    QTest::newRow("case") << u"NIVEA"_qs << u"nivea"_qs;
+    QTest::newRow("vowels and tatweel") << u"مُـرَبّا"_qs << u"مربا"_qs;
+    QTest::newRow("hamza and madda") << u"آبمیوة أناناس"_qs << u"ابمیوه اناناس"_qs;
+    QTest::newRow("decomposed madda") << u"ا\u0653ب"_qs << u"آب"_qs;
+    QTest::newRow("no-break space") << u"چای\u00A0سبز"_qs << u"چای سبز"_qs;
+}
+
+void TestText::folding()
+{
+    QFETCH(QString, typed);
+    QFETCH(QString, stored);
+    QCOMPARE(Fold(typed), Fold(stored));
+    QCOMPARE(Fold(Fold(typed)), Fold(typed));
+}
+
+REGISTER_TEST(TestText)
+#include "tst_text.moc"
