@@ -36,7 +36,7 @@ int FieldColumn(const QAbstractItemModel &model, const QString &field)
     return -1;
 }
 
-void FoldedFilter::Reset(const QAbstractItemModel *model, const QList<GridColumn> &columns)
+void FoldedFilter::Reset(const QAbstractItemModel *model, const QList<GridColumn> &columns, const QStringList &general)
 {
     m_model = model;
     m_columns.clear();
@@ -45,8 +45,34 @@ void FoldedFilter::Reset(const QAbstractItemModel *model, const QList<GridColumn
         return;
     for (const GridColumn &column : columns) {
         const int source = FieldColumn(*model, column.field);
-        if (source >= 0)
-            m_columns.push_back({column.field, column.format, source, {}, {0}});
+        if (source < 0)
+            continue;
+        const bool searched =
+            general.isEmpty() ? InGeneralSearch(column.format) : general.contains(column.field, Qt::CaseInsensitive);
+        m_columns.push_back({column.field, column.format, source, searched, searched, {}, {0}});
+    }
+}
+
+void FoldedFilter::Include(const QString &field)
+{
+    for (Column &column : m_columns)
+        if (!column.folded && column.field.compare(field, Qt::CaseInsensitive) == 0) {
+            column.folded = true;
+            FoldRows(column, 0, m_rows);
+        }
+}
+
+/// Appends the texts of rows `first` … `end` - 1 to what is folded of the column.
+void FoldedFilter::FoldRows(Column &column, int first, int end) const
+{
+    for (int row = first; row < end; ++row) {
+        const QVariant value = m_model->index(row, column.source).data(Qt::EditRole);
+        if (IsNumeric(column.format))
+            column.text += TrimDecimal(value.toString());
+        else
+            AppendFolded(column.text, value.toString());
+        column.text += u'\n';
+        column.start.push_back(column.text.size());
     }
 }
 
@@ -65,15 +91,8 @@ bool FoldedFilter::FoldSome(int milliseconds)
     while (m_rows < rows) {
         const int portion = std::min(m_rows + 128, rows);
         for (Column &column : m_columns)
-            for (int row = m_rows; row < portion; ++row) {
-                const QVariant value = m_model->index(row, column.source).data(Qt::EditRole);
-                if (IsNumeric(column.format))
-                    column.text += TrimDecimal(value.toString());
-                else
-                    AppendFolded(column.text, value.toString());
-                column.text += u'\n';
-                column.start.push_back(column.text.size());
-            }
+            if (column.folded)
+                FoldRows(column, m_rows, portion);
         m_rows = portion;
         if (clock.elapsed() >= milliseconds)
             break;
@@ -87,6 +106,8 @@ void FoldedFilter::Refold(int row)
         return;
     const auto at = static_cast<size_t>(row);
     for (Column &column : m_columns) {
+        if (!column.folded)
+            continue;
         const QString folded = FoldValue(m_model->index(row, column.source).data(Qt::EditRole), column.format) + u'\n';
         const qsizetype length = column.start[at + 1] - column.start[at];
         column.text.replace(column.start[at], length, folded);
@@ -102,6 +123,8 @@ void FoldedFilter::Remove(int first, int last)
     if (first > last)
         return;
     for (Column &column : m_columns) {
+        if (!column.folded)
+            continue;
         const auto from = column.start.begin() + first;
         const auto to = column.start.begin() + last + 1;
         const qsizetype length = *to - *from;
@@ -141,8 +164,9 @@ std::vector<int> FoldedFilter::Match(const SearchDescription &description, int f
     if (count <= 0)
         return {};
     const auto searched = [&](const Column &column) {
-        return description.field.isEmpty() ? InGeneralSearch(column.format)
-                                           : column.field.compare(description.field, Qt::CaseInsensitive) == 0;
+        return description.field.isEmpty()
+                   ? column.general
+                   : column.folded && column.field.compare(description.field, Qt::CaseInsensitive) == 0;
     };
     std::vector<char> hits(static_cast<size_t>(count), 1);
     const auto narrow = [&](const QString &wanted, bool digits) {

@@ -21,8 +21,11 @@ HOST_EXPORT int FieldColumn(const QAbstractItemModel &model, const QString &fiel
 class HOST_EXPORT FoldedFilter
 {
 public:
-    /// Forgets everything and searches these fields of `model` from now on. `columns` tells how each is searched.
-    void Reset(const QAbstractItemModel *model, const QList<GridColumn> &columns);
+    /// Forgets everything and searches `model` from now on. `columns` tells which fields there are and how each is
+    /// searched; `general` names those that a search over all columns looks at, empty for every text and code.
+    void Reset(const QAbstractItemModel *model, const QList<GridColumn> &columns, const QStringList &general = {});
+    /// Makes a column ready to be searched by itself. Those of the general search are; the others cost nothing before.
+    void Include(const QString &field);
 
     /// Folds further rows for about `milliseconds`; true while rows are left.
     bool FoldSome(int milliseconds);
@@ -42,10 +45,13 @@ private:
         QString field;
         ColumnFormat format = ColumnFormat::Text;
         int source = -1;
+        bool general = false;
+        bool folded = false;          ///< kept as folded text
         QString text;                 ///< the rows' folded texts, each followed by '\n'
         std::vector<qsizetype> start; ///< where each row begins; one more than there are rows
     };
 
+    void FoldRows(Column &column, int first, int end) const;
     static QString FoldValue(const QVariant &value, ColumnFormat format);
     static void MatchWord(const Column &column, const QString &word, int first, std::vector<char> &hits);
     static void MatchDigits(const Column &column, const QString &digits, int first, std::vector<char> &hits);

@@ -202,6 +202,7 @@ bool Grid::Locate(const QString &key)
         }
         if (m_model->SourceKey(row) != key)
             continue;
+        m_model->MatchUpTo(row);
         const int shown = m_model->ShownRow(row);
         if (shown < 0)
             return false;

@@ -73,7 +73,8 @@ public:
     /// Shows the rows that match; an empty description shows all. Answers at once.
     void Search(const SearchDescription &description);
     SearchDescription CurrentSearch() const;
-    /// Fields that an all-columns search looks at; by default every column of the grid.
+    /// Fields that an all-columns search looks at; by default every text, date and code of the grid. A column that is
+    /// searched by itself need not be among them.
     void SetSearchFields(const QStringList &fields);
 
     /// Colour or font of a row by its values, for the text and the ground; asked when a cell is painted.

@@ -85,7 +85,8 @@ void GridModel::Rebuild()
     for (const GridColumn &column : std::as_const(m_columns))
         m_sourceColumns << (m_source ? FieldColumn(*m_source, column.field) : -1);
     m_keyColumn = m_source ? FieldColumn(*m_source, m_keyField) : -1;
-    m_filter.Reset(m_source, SearchColumns());
+    m_filter.Reset(m_source, m_columns, m_searchFields);
+    m_filter.Include(m_search.field);
     m_count = m_source ? m_source->rowCount() : 0;
     m_rows.clear();
     m_matched = 0;
@@ -99,20 +100,6 @@ void GridModel::Rebuild()
         m_idle.start();
     else
         m_idle.stop();
-}
-
-QList<GridColumn> GridModel::SearchColumns() const
-{
-    if (m_searchFields.isEmpty())
-        return m_columns;
-    QList<GridColumn> columns;
-    for (const QString &field : m_searchFields) {
-        const auto known = std::find_if(m_columns.begin(), m_columns.end(), [&](const GridColumn &column) {
-            return column.field.compare(field, Qt::CaseInsensitive) == 0;
-        });
-        columns << (known != m_columns.end() ? *known : GridColumn{field, field});
-    }
-    return columns;
 }
 
 void GridModel::SetSearchFields(const QStringList &fields)
@@ -129,6 +116,7 @@ void GridModel::Search(const SearchDescription &description)
         return;
     beginResetModel();
     m_search = description;
+    m_filter.Include(m_search.field);
     m_rows = description.IsEmpty() ? std::vector<int>() : m_filter.Match(description);
     m_matched = m_filter.FoldedRows();
     m_count = m_source ? m_source->rowCount() : 0;
@@ -224,6 +212,15 @@ void GridModel::Idle()
     AppendMatches();
     if (!FetchBlock())
         m_idle.stop();
+}
+
+void GridModel::MatchUpTo(int sourceRow)
+{
+    if (m_search.IsEmpty())
+        return;
+    while (m_filter.FoldedRows() <= sourceRow && m_filter.FoldSome(portionMilliseconds)) {
+    }
+    AppendMatches();
 }
 
 bool GridModel::IsComplete() const

@@ -36,6 +36,8 @@ public:
     int SourceRow(int row) const;
     /// The shown row of a source row, -1 when it does not match the search.
     int ShownRow(int sourceRow) const;
+    /// Has the search look at the rows up to this one now instead of in idle time.
+    void MatchUpTo(int sourceRow);
     int SourceColumn(int gridColumn) const { return m_sourceColumns.value(gridColumn, -1); }
     QString Key(int row) const;
     QString SourceKey(int sourceRow) const;
@@ -76,7 +78,6 @@ private:
     void AppendMatches();
     bool FetchBlock();
     void RefreshMarks();
-    QList<GridColumn> SearchColumns() const;
     QString Shown(const QVariant &value, ColumnFormat format) const;
 
     QPointer<QAbstractItemModel> m_source;
