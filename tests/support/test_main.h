@@ -13,7 +13,7 @@ bool Register(const char *name, std::function<std::unique_ptr<QObject>()> make);
 } // namespace test
 
 /// Written once below a test class: `REGISTER_TEST(TestDateEdit)`.
-/// `test_host TestDateEdit rule` runs one function of one class; without arguments everything runs.
+/// `tests_host TestDateEdit rule` runs one function of one class; without arguments everything runs.
 #define REGISTER_TEST(Class)                                                                                           \
     static const bool registered_##Class =                                                                             \
         test::Register(#Class, []() -> std::unique_ptr<QObject> { return std::make_unique<Class>(); });

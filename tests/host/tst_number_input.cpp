@@ -1,0 +1,130 @@
+#include "host/controls/number_text.h"
+#include "host/controls/numeric_edit.h"
+#include "tests/support/modal.h"
+#include "tests/support/test_main.h"
+
+#include <QtGui/QClipboard>
+#include <QtTest/QtTest>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QHBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+class TestNumberInput : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void typing_data();
+    void typing();
+    void pasting();
+    void shown_data();
+    void shown();
+    void leaving_reports_a_change_once();
+};
+
+void TestNumberInput::typing_data()
+{
+    QTest::addColumn<int>("decimals");
+    QTest::addColumn<bool>("negative");
+    QTest::addColumn<int>("maxLength");
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("ascii") << 9 << false << 15 << u"1250.5"_qs << u"1250.5"_qs;
+    QTest::newRow("persian digits and point") << 9 << false << 15 << u"۱۲۵۰٫۷۵"_qs << u"1250.75"_qs;
+    QTest::newRow("arabic digits") << 9 << false << 15 << u"٤٥٦"_qs << u"456"_qs;
+    QTest::newRow("slash is a decimal mark") << 9 << false << 15 << u"2/5"_qs << u"2.5"_qs;
+    QTest::newRow("grouping marks are passed over") << 9 << false << 15 << u"1,234٬567"_qs << u"1234567"_qs;
+    QTest::newRow("letters are refused") << 9 << false << 15 << u"1a2بb3"_qs << u"123"_qs;
+    QTest::newRow("one point only") << 9 << false << 15 << u"1.2.3"_qs << u"1.23"_qs;
+    QTest::newRow("decimals end") << 2 << false << 15 << u"1.239"_qs << u"1.23"_qs;
+    QTest::newRow("whole numbers take no point") << 0 << false << 15 << u"12.5"_qs << u"125"_qs;
+    QTest::newRow("sign refused") << 9 << false << 15 << u"-5"_qs << u"5"_qs;
+    QTest::newRow("sign taken") << 9 << true << 15 << u"-5"_qs << u"-5"_qs;
+    QTest::newRow("sign only in front") << 9 << true << 15 << u"5-3"_qs << u"53"_qs;
+    QTest::newRow("six digits of a code") << 0 << false << 6 << u"۱۲۳۴۵۶۷"_qs << u"123456"_qs;
+    QTest::newRow("leading zeros go on leaving") << 0 << false << 6 << u"007"_qs << u"7"_qs;
+    QTest::newRow("a bare point is nothing") << 9 << false << 6 << u"."_qs << u""_qs;
+    QTest::newRow("a point at the end goes") << 9 << false << 6 << u"5."_qs << u"5"_qs;
+    QTest::newRow("nineteen digits stay exact")
+        << 9 << false << 30 << u"1234567890123456789.5"_qs << u"1234567890123456789.5"_qs;
+}
+
+void TestNumberInput::typing()
+{
+    QFETCH(int, decimals);
+    QFETCH(bool, negative);
+    QFETCH(int, maxLength);
+    QFETCH(QString, typed);
+    QWidget window;
+    auto *row = new QHBoxLayout(&window);
+    auto *edit = new host::NumericEdit(&window);
+    auto *other = new QLineEdit(&window);
+    row->addWidget(edit);
+    row->addWidget(other);
+    edit->setDecimals(decimals);
+    edit->setNegative(negative);
+    edit->setMaxLength(maxLength);
+    test::Show(window);
+    edit->setFocus();
+    test::Type(typed);
+    other->setFocus();
+    QTEST(edit->text(), "text");
+    QCOMPARE(edit->IsEmpty(), edit->text().isEmpty());
+    QCOMPARE(edit->Number(), edit->IsEmpty() ? host::Quantity(0) : *host::ParseQuantity(edit->text()));
+}
+
+void TestNumberInput::pasting()
+{
+    QWidget window;
+    host::NumericEdit edit(&window);
+    edit.setMaxLength(9);
+    edit.setText(u"77"_qs);
+    test::Show(window);
+    QApplication::clipboard()->setText(u" ۱٬۲۳۴٬۵۶۷ "_qs);
+    test::Press(Qt::Key_V, Qt::ControlModifier);
+    QCOMPARE(edit.text(), u"1234567"_qs); // over the selected text, the marks not counted
+    QApplication::clipboard()->setText(u"شانزده"_qs);
+    test::Press(Qt::Key_V, Qt::ControlModifier);
+    QCOMPARE(edit.text(), u"1234567"_qs);
+}
+
+void TestNumberInput::shown_data()
+{
+    QTest::addColumn<QString>("plain");
+    QTest::addColumn<bool>("grouped");
+    QTest::addColumn<QString>("shown");
+    QTest::newRow("grouped") << u"1234567.5"_qs << true << u"۱٬۲۳۴٬۵۶۷٫۵"_qs;
+    QTest::newRow("code") << u"101005"_qs << false << u"۱۰۱۰۰۵"_qs;
+    QTest::newRow("sign stays in front") << u"-1500"_qs << true << u"\u200e-۱٬۵۰۰"_qs;
+    QTest::newRow("no number") << u"12ab"_qs << true << u"12ab"_qs;
+}
+
+void TestNumberInput::shown()
+{
+    QFETCH(QString, plain);
+    QFETCH(bool, grouped);
+    QTEST(host::DisplayNumber(plain, grouped), "shown");
+}
+
+void TestNumberInput::leaving_reports_a_change_once()
+{
+    QWidget window;
+    auto *row = new QHBoxLayout(&window);
+    auto *edit = new host::NumericEdit(&window);
+    auto *other = new QLineEdit(&window);
+    row->addWidget(edit);
+    row->addWidget(other);
+    test::Show(window);
+    int changes = 0;
+    connect(edit, &host::NumericEdit::NumberChanged, this, [&] { ++changes; });
+    edit->setFocus();
+    test::Type(u"12"_qs);
+    other->setFocus();
+    edit->setFocus();
+    other->setFocus();
+    QCOMPARE(changes, 1);
+}
+
+REGISTER_TEST(TestNumberInput)
+#include "tst_number_input.moc"

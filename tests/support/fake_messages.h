@@ -1,0 +1,55 @@
+#pragma once
+
+#include "host/services/message_service.h"
+
+#include <QtCore/QList>
+
+namespace test {
+
+/// Records everything said to the user and answers questions from a queue. A question without a queued answer fails
+/// the test and is answered No; at the end of a test every message must have been taken and the queue be empty.
+class FakeMessages : public host::MessageService
+{
+public:
+    ~FakeMessages() override { CheckAccounted(); }
+
+    /// Queues the answer to the next question.
+    void Answer(bool yes) { m_answers << yes; }
+    /// Takes the oldest message: the name of the function and what it was given, "MsgRepeatedField(نام, کالا)", a plain
+    /// text as "ShowMessage(text)", a numbered message as "ShowSmartMessage(10325, کالا, 6 رقم)". Empty when there is
+    /// none.
+    QString Take() { return m_said.isEmpty() ? QString() : m_said.takeFirst(); }
+    /// Takes them all.
+    QStringList TakeAll() { return std::exchange(m_said, {}); }
+    /// Fails the running test when a message was not taken or an answer not asked for.
+    void CheckAccounted();
+
+    void MsgRequiredField(const QString &caption) override;
+    void MsgRepeatedField(const QString &field, const QString &entity) override;
+    void MsgRepeatedCode(const QString &caption) override;
+    void NotZeroValue(const QString &caption) override;
+    void MsgPercent(const QString &caption) override;
+    void NotSaveable(const QString &parent, const QString &child) override;
+    void MsgHasSubRecordsAnother(const QString &what, const QString &where) override;
+    bool MsgDeleteRow() override;
+    bool MsgDeleteItem(const QString &what) override;
+    bool ContinueWithRepeatedField(const QString &caption) override;
+    void MSGCompeletedSuccessfully(const QString &what) override;
+    void ShowSmartMessage(int number, const QStringList &parameters, int milliseconds, QWidget *anchor) override;
+    bool Confirm(int number, const QStringList &parameters) override;
+    void ShowFlashMessage(const QString &text, int milliseconds) override;
+    void ShowMessage(const QString &text, host::MessageIcon icon, const QString &caption) override;
+    bool Ask(const QString &text, bool defaultYes) override;
+
+    /// The control beside which the last smart message appeared.
+    QWidget *anchor = nullptr;
+
+private:
+    void Say(const char *function, const QStringList &texts);
+    bool Question(const char *function, const QStringList &texts);
+
+    QStringList m_said;
+    QList<bool> m_answers;
+};
+
+} // namespace test

@@ -1,0 +1,145 @@
+#include "tests/support/modal.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QElapsedTimer>
+#include <QtCore/QPointer>
+#include <QtCore/QTimer>
+#include <QtTest/QtTest>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QComboBox>
+#include <QtWidgets/QDialog>
+#include <QtWidgets/QLineEdit>
+
+namespace test {
+namespace {
+
+constexpr int patienceMilliseconds = 5000;
+
+void Fail(const QString &why)
+{
+    QTest::qFail(qPrintable(why), __FILE__, __LINE__);
+}
+
+/// Closes a screen without asking it, so that a failed test does not hang in its event loop.
+void Force(QWidget *screen)
+{
+    if (auto *dialog = qobject_cast<QDialog *>(screen)) {
+        dialog->QDialog::done(0);
+        return;
+    }
+    screen->hide();
+}
+
+QWidget *Target()
+{
+    if (QWidget *popup = QApplication::activePopupWidget())
+        return popup->focusWidget() ? popup->focusWidget() : popup;
+    if (QWidget *focus = QApplication::focusWidget())
+        return focus;
+    if (QWidget *modal = QApplication::activeModalWidget())
+        return modal;
+    return QApplication::activeWindow();
+}
+
+} // namespace
+
+void Drive(const std::function<void()> &open, const std::function<void(QWidget *)> &drive)
+{
+    const QPointer<QWidget> before = QApplication::activeModalWidget();
+    bool driven = false;
+    QElapsedTimer clock;
+    clock.start();
+    QTimer poll;
+    poll.setInterval(5);
+    QObject::connect(&poll, &QTimer::timeout, &poll, [&] {
+        const QPointer<QWidget> screen = QApplication::activeModalWidget();
+        if (!screen || screen == before)
+            return;
+        if (!screen->isActiveWindow() && clock.elapsed() < patienceMilliseconds)
+            return;
+        poll.stop();
+        driven = true;
+        try {
+            drive(screen);
+        } catch (const std::exception &error) {
+            Fail(QString::fromUtf8(error.what()));
+        }
+        const bool failed = QTest::currentTestFailed();
+        if (!failed && screen && screen->isVisible() &&
+            QTest::qWaitFor([&] { return !screen || !screen->isVisible(); }, 500))
+            return;
+        if (screen && screen->isVisible()) {
+            if (!failed)
+                Fail(QStringLiteral("the screen was left open: ") + screen->windowTitle());
+            for (QWidget *modal = QApplication::activeModalWidget(); modal && modal != before;
+                 modal = QApplication::activeModalWidget())
+                Force(modal);
+        }
+    });
+    poll.start();
+    open();
+    if (!driven)
+        Fail(QStringLiteral("no modal screen appeared"));
+}
+
+void Press(Qt::Key key, Qt::KeyboardModifiers modifiers)
+{
+    if (QWidget *target = Target())
+        QTest::keyClick(target, key, modifiers);
+    else
+        Fail(QStringLiteral("no window takes keys"));
+}
+
+void Type(const QString &text)
+{
+    for (const QChar c : text) {
+        QWidget *target = Target();
+        if (!target)
+            return Fail(QStringLiteral("no window takes keys"));
+        QTest::sendKeyEvent(QTest::Click, target, Qt::Key(c.toUpper().unicode()), QString(c), Qt::NoModifier);
+    }
+}
+
+void Focus(QWidget *screen, const QString &name)
+{
+    Find(screen, name).setFocus(Qt::TabFocusReason);
+}
+
+void Enter(QWidget *screen, const QString &name, const QString &text)
+{
+    Focus(screen, name);
+    Press(Qt::Key_A, Qt::ControlModifier);
+    Press(Qt::Key_Delete);
+    Type(text);
+}
+
+QString Focused()
+{
+    const QWidget *widget = QApplication::focusWidget();
+    while (widget && (widget->objectName().isEmpty() || widget->objectName().startsWith(u"qt_") ||
+                      widget->objectName() == u"PickerCode_EDT"))
+        widget = widget->parentWidget();
+    return widget ? widget->objectName() : QString();
+}
+
+bool RightOf(const QWidget &first, const QWidget &second)
+{
+    return first.mapToGlobal(QPoint(0, 0)).x() > second.mapToGlobal(QPoint(0, 0)).x();
+}
+
+void Show(QWidget &window)
+{
+    window.show();
+    window.activateWindow();
+    if (!QTest::qWaitForWindowActive(&window))
+        Fail(QStringLiteral("the window does not become active"));
+}
+
+void Picture(QWidget &widget, const QString &name)
+{
+    const QString folder = qEnvironmentVariable("GOODS_PICTURES");
+    if (!folder.isEmpty())
+        widget.grab().save(QDir(folder).filePath(name + QStringLiteral(".png")));
+}
+
+} // namespace test

@@ -1,0 +1,203 @@
+#pragma once
+
+#include "host/host.h"
+#include "tests/support/fake_messages.h"
+
+#include <QtCore/QHash>
+#include <QtCore/QSet>
+
+namespace test {
+
+/// Grants everything but what a test takes away.
+struct FakePermissions : host::PermissionService
+{
+    void Deny(host::TSoftwarePart part, host::TPermission permission) { denied.insert({int(part), int(permission)}); }
+    bool HavePermission(const host::TUserInfo &, host::TSoftwarePart part, host::TPermission permission, bool, bool,
+                        const QString &) override
+    {
+        return !denied.contains({int(part), int(permission)});
+    }
+    QSet<std::pair<int, int>> denied;
+};
+
+struct FakeSettings : host::SettingsService
+{
+    const host::TUserInfo &UserInfo() const override { return user; }
+    const host::TSettingRecord &SettingRecord() const override { return record; }
+    QByteArray LoadState(const QString &screen) override { return states.value(screen); }
+    void SaveState(const QString &screen, const QByteArray &state) override { states.insert(screen, state); }
+
+    host::TUserInfo user{7, QStringLiteral("مریم احمدی"), 1};
+    host::TSettingRecord record;
+    QHash<QString, QByteArray> states;
+};
+
+/// Lists in memory. Choosing takes the next of `choices` and records the opening text.
+struct FakeEntities : host::EntityService
+{
+    int Call_GroupList(host::TSoftwarePart part) override;
+    int Select_GroupList(host::TSoftwarePart part, const QString &text) override;
+    bool Edit_Group(host::TSoftwarePart part, int id) override;
+    int New_Group(host::TSoftwarePart part) override;
+    int Delete_Entity(host::TSoftwarePart part, int code, bool silent) override;
+    QString Select_Entity_Multible_Param(host::TSoftwarePart part, const QString &excludedCodes) override;
+    std::optional<host::Entity> Find(host::TSoftwarePart part, int code) override;
+    QList<host::Entity> List(host::TSoftwarePart part, const QString &text) override;
+    bool ReserveCode(host::TSoftwarePart part, int code) override;
+    void ReleaseCodes(host::TSoftwarePart part) override;
+
+    QHash<int, QList<host::Entity>> lists; ///< by software part
+    QList<int> choices;                    ///< what the user will choose, 0 for nothing
+    QString multipleChoice;
+    int refuseDelete = 0; ///< what Delete_Entity returns
+    QStringList calls;    ///< "Select_GroupList(104, کار)"
+};
+
+struct FakeVouchers : host::VoucherService
+{
+    bool IsVoucherApproved(int code, int kind, const QString &caption, const QString &voucherTitle) override;
+    bool IsConstStartPeriod() override { return constStartPeriod; }
+    bool Validate_TotalCost(long double, long double, host::TSoftwarePart) override { return totalCostValid; }
+    void SaveInLineAutoVoucher(int goodCode) override;
+    void ChangeAutoVouchers(int goodCode, int voucherCode, const QString &date) override;
+    void SaveAutoVouchersAgain(int goodCode) override;
+
+    bool approved = false;
+    bool constStartPeriod = false;
+    bool totalCostValid = true;
+    QStringList calls;
+};
+
+struct FakeStock : host::StockService
+{
+    bool Check_TockMinus(const QString &probe, const QString &date) override;
+    void SaveStorageAutoOperation(host::TSoftwarePart part, int code) override;
+    void DeleteStorageAutoOperation(host::TSoftwarePart part, int code) override;
+
+    bool enough = true;
+    QStringList calls;
+};
+
+struct FakeGoodDetails : host::GoodDetailService
+{
+    bool ExistsGoodDetailInsertedForOperation(int, host::TOperationType) override { return entered; }
+    void EnterGoodDetailSave(int goodCode, host::TOperationType operation) override;
+    bool EnterGoodDetails_Get(int, host::TOperationType) override { return entered; }
+    bool CheckBarcodeInGoodDetail(const QString &barcode) override { return detailBarcodes.contains(barcode); }
+    bool UniqueDetailCodeInUse(int) override { return uniqueCodeInUse; }
+
+    bool entered = false;
+    bool uniqueCodeInUse = false;
+    QStringList detailBarcodes;
+    QStringList calls;
+};
+
+struct FakePhotos : host::PhotoGalleryService
+{
+    void Open_Gallery(host::TSoftwarePart part, int code) override;
+    QList<QByteArray> Photos(host::TSoftwarePart, int code) override { return photos.value(code); }
+
+    QHash<int, QList<QByteArray>> photos;
+    QStringList calls;
+};
+
+struct FakeCategories : host::CategoryService
+{
+    QList<host::Category> Branches(int parent) override;
+    QList<host::Category> Path(int code) override;
+
+    QList<host::Category> all;
+};
+
+struct FakeScales : host::ScaleService
+{
+    bool Enabled() const override { return enabled; }
+    bool enabled = false;
+};
+
+struct FakeKeyboard : host::KeyboardService
+{
+    QString GetKeyboardLayoutName() override { return layout; }
+    void LoadKeyboardLayout(const QString &name) override
+    {
+        layout = name;
+        switches << name;
+    }
+    QString layout = QString::fromUtf16(Persian);
+    QStringList switches;
+};
+
+struct FakeClock : host::ClockService
+{
+    QString NowTime() override { return time; }
+    QString NowDate() override { return date; }
+    QString NowShamsiDate() override { return shamsi; }
+    QString time = QStringLiteral("10:20:30");
+    QString date = QStringLiteral("2024/07/30");
+    QString shamsi = QStringLiteral("1403/05/09");
+};
+
+struct FakeBarcodes : host::BarcodeService
+{
+    bool LibraryFound() const override { return library; }
+    bool CompletionFound() const override { return completion; }
+    QString Complete_Barcode(const QString &digits) override { return completions.value(digits); }
+    bool library = true;
+    bool completion = true;
+    QHash<QString, QString> completions;
+};
+
+struct FakeFinance : host::FinanceService
+{
+    QList<host::Entity> Fill_FinanceGoodTypes() override { return types; }
+    QList<host::Entity> types{{1, QStringLiteral("مواد اولیه")}, {2, QStringLiteral("کالای ساخته شده")}};
+};
+
+struct FakeTheme : host::ThemeService
+{
+    QColor CaptionColor() const override;
+    QFont TitleFont() const override;
+};
+
+struct FakeNumbers : host::NumberService
+{
+    int Save_Global_ID(host::TSoftwarePart) override { return ++last; }
+    void Delete_Global_ID(host::TSoftwarePart, int number) override { deleted << number; }
+    int last = 0;
+    QList<int> deleted;
+};
+
+/// A host of a test's making. One per test: a test changes what it needs (`host.settings.record`, `host.vouchers`) and
+/// gives `host` where a host::Host is wanted. Its end checks that every message was accounted for.
+class TestHost
+{
+public:
+    explicit TestHost(const host::Connections &connections = {});
+    ~TestHost();
+    TestHost(const TestHost &) = delete;
+    TestHost &operator=(const TestHost &) = delete;
+
+    /// Makes this host the installed one, for tests that go through the exports.
+    void Install() { host::install(host); }
+    operator host::Host &() { return host; }
+
+    FakePermissions permissions;
+    FakeMessages messages;
+    FakeSettings settings;
+    FakeEntities entities;
+    FakeVouchers vouchers;
+    FakeStock stock;
+    FakeGoodDetails goodDetails;
+    FakePhotos photos;
+    FakeCategories categories;
+    FakeScales scales;
+    FakeKeyboard keyboard;
+    FakeClock clock;
+    FakeBarcodes barcodes;
+    FakeFinance finance;
+    FakeTheme theme;
+    FakeNumbers numbers;
+    host::Host host;
+};
+
+} // namespace test
