@@ -1,0 +1,80 @@
+#pragma once
+
+#include "tsql/ast.h"
+
+#include <QHash>
+
+#include <memory>
+#include <optional>
+#include <utility>
+#include <vector>
+
+namespace tsql {
+
+struct Column
+{
+    QString name;
+    SqlType type;
+    bool nullable = true;
+    bool identity = false;
+    std::shared_ptr<const Expression> defaultValue; ///< null for none
+};
+
+struct Table
+{
+    ObjectName name;
+    QString sqliteName; ///< quoted and qualified: "GoodInf", temp."#t"
+    std::vector<Column> columns;
+    std::vector<TableConstraint> constraints;
+    QString rowidColumn; ///< the column that is SQLite's rowid: the identity, or a single integer primary key
+
+    /// The index of a column by its name without regard to case, or -1.
+    int column(QStringView name) const;
+    const Column *identityColumn() const;
+};
+
+/// The names a database knows. A value: copying it is cheap and takes a picture that a rollback can restore.
+class Catalogue
+{
+public:
+    /// One row of the catalogue table: what `text` defines, in the order of creation.
+    struct Definition
+    {
+        QString text;
+    };
+
+    /// Replaces everything that is stored in the database file; temporary tables stay.
+    void load(const std::vector<Definition> &definitions);
+
+    /// Enters the effect of a data definition that SQLite has carried out. Throws Error as the server would when
+    /// the object exists or does not exist.
+    void apply(const Statement &definition);
+    void addTable(std::shared_ptr<const Table> table);
+    void removeTable(const ObjectName &name);
+
+    std::shared_ptr<const Table> table(const ObjectName &name) const;
+    std::shared_ptr<const CreateViewStatement> view(const ObjectName &name) const;
+    std::shared_ptr<const CreateFunctionStatement> function(const ObjectName &name) const;
+    std::shared_ptr<const CreateProcedureStatement> procedure(const ObjectName &name) const;
+    bool hasSchema(const QString &name) const;
+
+    /// A number that stands for an object of that name, NULL (nullopt) when there is none: OBJECT_ID. `kind` is
+    /// "U", "V", "P", "IF", "FN" or empty for any.
+    std::optional<int> objectId(const QString &name, const QString &kind) const;
+    std::vector<ObjectName> tableNames() const;
+
+    /// Counts every change; a compiled statement belongs to one version.
+    quint64 version() const { return m_version; }
+
+private:
+    template <class T> using Map = QHash<QString, std::shared_ptr<const T>>;
+
+    Map<Table> m_tables;
+    Map<CreateViewStatement> m_views;
+    Map<CreateFunctionStatement> m_functions;
+    Map<CreateProcedureStatement> m_procedures;
+    QHash<QString, QString> m_schemas;
+    quint64 m_version = 0;
+};
+
+} // namespace tsql
