@@ -1,0 +1,18 @@
+#include "tsql/error.h"
+
+#include <utility>
+
+namespace tsql {
+
+Error::Error(int number, QString message, int line)
+    : m_number(number), m_message(std::move(message)), m_line(line), m_utf8(m_message.toUtf8())
+{
+}
+
+void Error::setSeverity(int severity, int state)
+{
+    m_severity = severity;
+    m_state = state;
+}
+
+} // namespace tsql
