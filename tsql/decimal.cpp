@@ -152,28 +152,29 @@ Decimal Decimal::fromDouble(double value, int scale)
     return {Int(scaled), scale};
 }
 
-Decimal Decimal::fromText(QStringView text, bool &ok)
+Decimal Decimal::fromText(std::string_view text, bool &ok)
 {
-    text = text.trimmed();
+    text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
+    text.remove_suffix(text.size() - (text.find_last_not_of(' ') + 1));
     bool negative = false;
-    if (!text.isEmpty() && (text[0] == u'-' || text[0] == u'+')) {
-        negative = text[0] == u'-';
-        text = text.mid(1);
+    if (!text.empty() && (text[0] == '-' || text[0] == '+')) {
+        negative = text[0] == '-';
+        text.remove_prefix(1);
     }
     UInt units = 0;
     int scale = 0;
     bool point = false;
     bool digits = false;
     ok = false;
-    for (const QChar c : text) {
-        if (c == u'.' && !point) {
+    for (const char c : text) {
+        if (c == '.' && !point) {
             point = true;
             continue;
         }
-        if (c < u'0' || c > u'9')
+        if (c < '0' || c > '9')
             return {};
         digits = true;
-        const auto digit = uint(c.unicode() - u'0');
+        const auto digit = uint(c - '0');
         if (units > (UInt(powers[MaxPrecision]) - 1 - digit) / 10) {
             // Digits of the fraction beyond what 38 hold cannot matter to any type; those before the point do.
             if (!point)

@@ -4,6 +4,7 @@
 #include <QByteArray>
 #include <QString>
 #include <cstdint>
+#include <string_view>
 
 namespace tsql {
 
@@ -27,7 +28,7 @@ struct Decimal
      * Reads "-12.50", "+.5", "3." with blanks around, all digits kept; more than 38 are Error 8115.
      * `ok` is false when the text is not a decimal number (an exponent is not one either).
      */
-    static Decimal fromText(QStringView text, bool &ok);
+    static Decimal fromText(std::string_view text, bool &ok);
     /** Reads the encoding of toBlob; the scale is the column's. */
     static Decimal fromBlob(const void *data, int size, int scale);
 

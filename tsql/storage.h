@@ -1,0 +1,11 @@
+// Names inside the database file that both the writer and the connection rely on.
+#pragma once
+
+namespace tsql {
+
+/// The attached in-memory database of the global temporary tables ("##t"), one for each file and process.
+inline constexpr char GlobalSchema[] = "shared";
+/// The data definition texts of the file, in the order they were carried out: (id INTEGER PRIMARY KEY, text TEXT).
+inline constexpr char DefinitionTable[] = "tsql_definitions";
+
+} // namespace tsql
