@@ -75,8 +75,8 @@ struct Expression
 {
     ExpressionKind kind = ExpressionKind::Null;
     int line = 1;
-    QString name;      ///< column, variable with its @, function, operator
-    QString qualifier; ///< table or alias of a column or star
+    QString name;            ///< column, variable with its @, function, operator
+    QString qualifier;       ///< table or alias of a column or star
     bool negated = false;    ///< NOT IN, NOT LIKE, IS NOT NULL …
     bool distinct = false;   ///< COUNT(DISTINCT x)
     bool hasOperand = false; ///< CASE x WHEN
@@ -106,11 +106,11 @@ struct TableSource
 
     Kind kind = Kind::Named;
     int line = 1;
-    ObjectName name;                 ///< of Named and Function; a table variable has name "@t"
+    ObjectName name; ///< of Named and Function; a table variable has name "@t"
     QString alias;
-    std::vector<QString> columnAliases; ///< of Derived and Values
-    std::vector<ExpressionPtr> args; ///< of Function
-    QueryPtr query;                  ///< of Derived
+    std::vector<QString> columnAliases;           ///< of Derived and Values
+    std::vector<ExpressionPtr> args;              ///< of Function
+    QueryPtr query;                               ///< of Derived
     std::vector<std::vector<ExpressionPtr>> rows; ///< of Values
     JoinKind join = JoinKind::Inner;
     TableSourcePtr left;
@@ -212,7 +212,10 @@ struct Statement
 };
 
 /// The statement as its own type; the caller has looked at kind.
-template <class T> const T &as(const Statement &statement) { return static_cast<const T &>(statement); }
+template <class T> const T &as(const Statement &statement)
+{
+    return static_cast<const T &>(statement);
+}
 
 struct SelectStatement : Statement
 {
@@ -360,17 +363,14 @@ struct CreateProcedureStatement : Statement
     std::vector<StatementPtr> body;
 };
 
-/// An inline table function (query) or a scalar function (body).
+/// An inline table function: RETURNS TABLE AS RETURN (query).
 struct CreateFunctionStatement : Statement
 {
     CreateFunctionStatement() : Statement(StatementKind::CreateFunction) {}
     ObjectName name;
     bool replace = false;
     std::vector<ParameterDefinition> parameters;
-    bool scalar = false;
-    SqlType returns; ///< of a scalar function
     Query query;
-    std::vector<StatementPtr> body;
 };
 
 struct CreateSchemaStatement : Statement
@@ -514,6 +514,7 @@ struct Batch
     QString text;
     std::vector<StatementPtr> statements;
     std::vector<Literal> literals;
+    std::vector<int> fixedLiterals; ///< literals whose value the parser used up: lengths of types, quoted aliases …
 };
 
 } // namespace tsql

@@ -6,8 +6,7 @@ namespace tsql {
 
 Error::Error(int number, QString message, int line)
     : m_number(number), m_message(std::move(message)), m_line(line), m_utf8(m_message.toUtf8())
-{
-}
+{}
 
 void Error::setSeverity(int severity, int state)
 {

@@ -39,7 +39,10 @@ CharClass classOf(QChar c)
     return c.isLetter() || c.isMark() || c.isSurrogate() || u == 0x200C ? Letter : (c.isDigit() ? Digit : Other);
 }
 
-bool isDigit(QChar c) { return c.unicode() >= u'0' && c.unicode() <= u'9'; }
+bool isDigit(QChar c)
+{
+    return c.unicode() >= u'0' && c.unicode() <= u'9';
+}
 
 bool isHexDigit(QChar c)
 {
@@ -60,7 +63,7 @@ public:
     qsizetype start() const { return m_start; }
     qsizetype end() const { return m_pos; }
     LiteralKind literalKind() const { return m_literalKind; }
-    const QString &problem() const { return m_problem; }
+    Error problem(int line) const { return {m_problemNumber, m_problem, line}; }
     QStringView text() const { return m_text.sliced(m_start, m_pos - m_start); }
     Literal literal() const;
 
@@ -75,7 +78,7 @@ private:
     Piece quotedText(LiteralKind kind);
     Piece number();
     Piece symbol();
-    Piece bad(QString problem);
+    Piece bad(int number, QString problem);
     void skipWord();
 
     QStringView m_text;
@@ -83,6 +86,7 @@ private:
     qsizetype m_start = 0;
     LiteralKind m_literalKind = LiteralKind::Integer;
     bool m_doubled = false; ///< the quoted piece holds its own mark doubled
+    int m_problemNumber = 0;
     QString m_problem;
 };
 
@@ -135,8 +139,9 @@ void Scanner::skipWord()
     }
 }
 
-Scanner::Piece Scanner::bad(QString problem)
+Scanner::Piece Scanner::bad(int number, QString problem)
 {
+    m_problemNumber = number;
     m_problem = std::move(problem);
     return Piece::Bad;
 }
@@ -155,8 +160,8 @@ Scanner::Piece Scanner::closed(QChar closing, Piece piece)
             return piece;
         }
     }
-    return bad(u"Unclosed quotation mark after the character string '%1'."_qs.arg(
-        m_text.sliced(m_start + 1, qMin<qsizetype>(m_text.size() - m_start - 1, 60))));
+    return bad(105, u"Unclosed quotation mark after the character string '%1'."_qs.arg(
+                        m_text.sliced(m_start + 1, qMin<qsizetype>(m_text.size() - m_start - 1, 60))));
 }
 
 Scanner::Piece Scanner::quotedText(LiteralKind kind)
@@ -194,9 +199,9 @@ Scanner::Piece Scanner::number()
         }
     }
     if (m_literalKind == LiteralKind::Integer) {
-        bool ok = false;
-        text().toInt(&ok);
-        if (!ok)
+        bool fits = false;
+        [[maybe_unused]] const int value = text().toInt(&fits);
+        if (!fits)
             m_literalKind = LiteralKind::Decimal;
     }
     return Piece::Literal;
@@ -215,7 +220,7 @@ Scanner::Piece Scanner::symbol()
     }
     static constexpr QStringView singles = u"(),;.+-*/%=<>&|^~:?";
     if (!singles.contains(m_text[m_pos]))
-        return bad(u"Incorrect syntax near '%1'."_qs.arg(m_text[m_pos]));
+        return bad(102, u"Incorrect syntax near '%1'."_qs.arg(m_text[m_pos]));
     ++m_pos;
     return Piece::Symbol;
 }
@@ -224,7 +229,7 @@ Scanner::Piece Scanner::next()
 {
     m_start = m_pos;
     if (!skipBlanks())
-        return bad(u"Missing end comment mark '*/'."_qs);
+        return bad(113, u"Missing end comment mark '*/'."_qs);
     m_start = m_pos;
     if (m_pos >= m_text.size())
         return Piece::End;
@@ -236,7 +241,7 @@ Scanner::Piece Scanner::next()
         skipWord();
         return c == u'@' ? Piece::Variable : Piece::Word;
     case Digit:
-        return isDigit(c) ? number() : bad(u"Incorrect syntax near '%1'."_qs.arg(c));
+        return isDigit(c) ? number() : bad(102, u"Incorrect syntax near '%1'."_qs.arg(c));
     default:
         break;
     }
@@ -289,7 +294,10 @@ QString unquoted(QStringView piece, QChar closing)
     return name;
 }
 
-int countLines(QStringView text) { return static_cast<int>(text.count(u'\n')); }
+int countLines(QStringView text)
+{
+    return static_cast<int>(text.count(u'\n'));
+}
 
 } // namespace
 
@@ -310,7 +318,7 @@ Tokens tokenize(QStringView text)
         token.text = scanner.text().toString();
         switch (piece) {
         case Scanner::Piece::Bad:
-            throw Error(scanner.problem().startsWith(u"Inc") ? 102 : 105, scanner.problem(), line);
+            throw scanner.problem(line);
         case Scanner::Piece::End:
             token.kind = TokenKind::End;
             result.tokens.push_back(std::move(token));

@@ -32,8 +32,8 @@ enum class Kind : quint8 {
 
 /// The static type of a value.
 ///
-/// Storage in SQLite: Bit..BigInt INTEGER; Real and Float REAL; texts, dates and unique identifiers TEXT; binaries BLOB;
-/// Decimal and Money an order-preserving BLOB of the integer scaled by `scale`, so that two values of equal scale
+/// Storage in SQLite: Bit..BigInt INTEGER; Real and Float REAL; texts, dates and unique identifiers TEXT; binaries
+/// BLOB; Decimal and Money an order-preserving BLOB of the integer scaled by `scale`, so that two values of equal scale
 /// compare, group and sort natively.
 struct SqlType
 {
