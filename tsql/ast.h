@@ -316,7 +316,7 @@ struct CreateTableStatement : Statement
 
 struct AlterTableStatement : Statement
 {
-    enum class Action : quint8 { Add, DropColumn, AlterColumn, DropConstraint };
+    enum class Action : quint8 { Add, DropColumn, DropConstraint };
 
     AlterTableStatement() : Statement(StatementKind::AlterTable) {}
     ObjectName table;

@@ -1,0 +1,217 @@
+#include "tsql/error.h"
+#include "tsql/parser_impl.h"
+
+#include <QHash>
+#include <QSet>
+
+namespace tsql {
+
+StatementPtr Parser::statement()
+{
+    const Depth depth(*this);
+    while (acceptSymbol(QLatin1String(";"))) {
+    }
+    const std::size_t first = m_pos;
+    const int line = peek().line;
+    StatementPtr result = statementBody();
+    result->line = line;
+    result->text = textBetween(first);
+    while (acceptSymbol(QLatin1String(";"))) {
+    }
+    return result;
+}
+
+StatementPtr Parser::statementBody()
+{
+    using Parse = StatementPtr (*)(Parser &);
+    static const QHash<QString, Parse> table = {
+        {u"SELECT"_qs, [](Parser &p) { return p.selectStatement({}); }},
+        {u"INSERT"_qs, [](Parser &p) { return p.insertStatement({}); }},
+        {u"UPDATE"_qs, [](Parser &p) { return p.updateStatement({}); }},
+        {u"DELETE"_qs, [](Parser &p) { return p.deleteStatement({}); }},
+        {u"WITH"_qs, [](Parser &p) { return p.withStatement(); }},
+        {u"TRUNCATE"_qs, [](Parser &p) { return p.truncateStatement(); }},
+        {u"DECLARE"_qs, [](Parser &p) { return p.declareStatement(); }},
+        {u"SET"_qs, [](Parser &p) { return p.setStatement(); }},
+        {u"IF"_qs, [](Parser &p) { return p.ifStatement(); }},
+        {u"WHILE"_qs, [](Parser &p) { return p.whileStatement(); }},
+        {u"BEGIN"_qs, [](Parser &p) { return p.beginStatement(); }},
+        {u"RETURN"_qs, [](Parser &p) { return p.returnStatement(); }},
+        {u"EXEC"_qs, [](Parser &p) { return p.executeStatement(true); }},
+        {u"EXECUTE"_qs, [](Parser &p) { return p.executeStatement(true); }},
+        {u"COMMIT"_qs, [](Parser &p) { return p.transaction(StatementKind::Commit); }},
+        {u"ROLLBACK"_qs, [](Parser &p) { return p.transaction(StatementKind::Rollback); }},
+        {u"SAVE"_qs, [](Parser &p) { return p.transaction(StatementKind::SaveTransaction); }},
+        {u"THROW"_qs, [](Parser &p) { return p.throwStatement(); }},
+        {u"RAISERROR"_qs, [](Parser &p) { return p.raiseErrorStatement(); }},
+        {u"PRINT"_qs, [](Parser &p) { return p.printStatement(); }},
+        {u"CREATE"_qs, [](Parser &p) { return p.createStatement(); }},
+        {u"ALTER"_qs, [](Parser &p) { return p.alterStatement(); }},
+        {u"DROP"_qs, [](Parser &p) { return p.dropStatement(); }},
+    };
+    static const QSet<QString> known = {
+        u"MERGE"_qs, u"GOTO"_qs,   u"WAITFOR"_qs,     u"OPEN"_qs,       u"FETCH"_qs,   u"CLOSE"_qs,  u"DEALLOCATE"_qs,
+        u"GRANT"_qs, u"REVOKE"_qs, u"DENY"_qs,        u"BACKUP"_qs,     u"RESTORE"_qs, u"DBCC"_qs,   u"USE"_qs,
+        u"BULK"_qs,  u"KILL"_qs,   u"RECONFIGURE"_qs, u"CHECKPOINT"_qs, u"DISABLE"_qs, u"ENABLE"_qs,
+    };
+    if (peek().kind != TokenKind::Word && !atSymbol(QLatin1String("(")))
+        refuse();
+    if (atSymbol(QLatin1String("(")))
+        return selectStatement({});
+    const QString word = peek().text.toUpper();
+    if (word == u"BREAK" || word == u"CONTINUE") {
+        take();
+        return std::make_unique<PlainStatement>(word == u"BREAK" ? StatementKind::Break : StatementKind::Continue);
+    }
+    const auto found = table.constFind(word);
+    if (found != table.cend())
+        return (*found)(*this);
+    if (known.contains(word))
+        unsupported(word);
+    refuse();
+}
+
+bool Parser::atStatementEnd() const
+{
+    return atEnd() || atSymbol(QLatin1String(";")) || at(QLatin1String("END"));
+}
+
+std::vector<StatementPtr> Parser::statementsUntilEnd()
+{
+    std::vector<StatementPtr> statements;
+    while (acceptSymbol(QLatin1String(";"))) {
+    }
+    while (!at(QLatin1String("END")))
+        statements.push_back(statement());
+    if (statements.empty())
+        refuse();
+    return statements;
+}
+
+StatementPtr Parser::withStatement()
+{
+    std::vector<CommonTable> tables = commonTables();
+    if (at(QLatin1String("INSERT")))
+        return insertStatement(std::move(tables));
+    if (at(QLatin1String("UPDATE")))
+        return updateStatement(std::move(tables));
+    if (at(QLatin1String("DELETE")))
+        return deleteStatement(std::move(tables));
+    return selectStatement(std::move(tables));
+}
+
+StatementPtr Parser::selectStatement(std::vector<CommonTable> with)
+{
+    auto result = std::make_unique<SelectStatement>();
+    result->query = query();
+    if (!with.empty())
+        result->query.with = std::move(with);
+    return result;
+}
+
+StatementPtr Parser::insertStatement(std::vector<CommonTable> with)
+{
+    auto result = std::make_unique<InsertStatement>();
+    result->with = std::move(with);
+    expect(QLatin1String("INSERT"));
+    accept(QLatin1String("INTO"));
+    if (peek().kind == TokenKind::Variable)
+        result->table.name = take().text;
+    else
+        result->table = objectName();
+    skipHints();
+    const bool nestedSelect = at(QLatin1String("SELECT"), 1) || at(QLatin1String("WITH"), 1);
+    if (atSymbol(QLatin1String("(")) && !nestedSelect)
+        result->columns = nameList();
+    result->output = outputClause();
+    if (accept(QLatin1String("VALUES"))) {
+        result->rows = rowValues();
+    } else if (accept(QLatin1String("DEFAULT"))) {
+        expect(QLatin1String("VALUES"));
+        result->defaultValues = true;
+    } else if (at(QLatin1String("EXEC")) || at(QLatin1String("EXECUTE"))) {
+        StatementPtr call = executeStatement(true);
+        if (call->kind != StatementKind::Execute)
+            unsupported(u"INSERT … EXEC ('…')"_qs);
+        result->execute.reset(static_cast<ExecuteStatement *>(call.release()));
+    } else {
+        result->query = std::make_unique<Query>(query());
+    }
+    return result;
+}
+
+StatementPtr Parser::updateStatement(std::vector<CommonTable> with)
+{
+    auto result = std::make_unique<UpdateStatement>();
+    result->with = std::move(with);
+    expect(QLatin1String("UPDATE"));
+    result->top = topClause(nullptr);
+    if (peek().kind == TokenKind::Variable)
+        result->target.name = take().text;
+    else
+        result->target = objectName();
+    skipHints();
+    expect(QLatin1String("SET"));
+    do {
+        Assignment assignment;
+        if (peek().kind == TokenKind::Variable)
+            unsupported(u"UPDATE … SET @variable"_qs);
+        assignment.column = name();
+        if (acceptSymbol(QLatin1String(".")))
+            assignment.column = name();
+        const bool compound = peek().kind == TokenKind::Symbol && peek().text.size() == 2 &&
+                              peek().text.endsWith(u'=') && QStringView(u"+-*/%&|^").contains(peek().text[0]);
+        if (compound) {
+            ExpressionPtr sum = make(ExpressionKind::Arithmetic);
+            sum->name = take().text.left(1);
+            ExpressionPtr column = make(ExpressionKind::Column);
+            column->name = assignment.column;
+            sum->args.push_back(std::move(column));
+            sum->args.push_back(value());
+            assignment.value = std::move(sum);
+        } else {
+            expectSymbol(QLatin1String("="));
+            assignment.value = value();
+        }
+        result->assignments.push_back(std::move(assignment));
+    } while (acceptSymbol(QLatin1String(",")));
+    result->output = outputClause();
+    if (accept(QLatin1String("FROM")))
+        result->from = tableSources();
+    if (accept(QLatin1String("WHERE")))
+        result->where = condition();
+    skipOptionClause();
+    return result;
+}
+
+StatementPtr Parser::deleteStatement(std::vector<CommonTable> with)
+{
+    auto result = std::make_unique<DeleteStatement>();
+    result->with = std::move(with);
+    expect(QLatin1String("DELETE"));
+    result->top = topClause(nullptr);
+    accept(QLatin1String("FROM"));
+    if (peek().kind == TokenKind::Variable)
+        result->target.name = take().text;
+    else
+        result->target = objectName();
+    skipHints();
+    result->output = outputClause();
+    if (accept(QLatin1String("FROM")))
+        result->from = tableSources();
+    if (accept(QLatin1String("WHERE")))
+        result->where = condition();
+    skipOptionClause();
+    return result;
+}
+
+StatementPtr Parser::truncateStatement()
+{
+    auto result = std::make_unique<TruncateStatement>();
+    expect(QLatin1String("TRUNCATE"));
+    expect(QLatin1String("TABLE"));
+    result->table = objectName();
+    return result;
+}
+
+} // namespace tsql
