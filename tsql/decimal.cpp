@@ -135,7 +135,7 @@ Int atScale(const Decimal &value, int scale)
 void throwNumericOverflow(const char *from, const char *to)
 {
     throw Error(8115, u"Arithmetic overflow error converting %1 to data type %2."_qs.arg(QLatin1String(from),
-                                                                                          QLatin1String(to)));
+                                                                                         QLatin1String(to)));
 }
 
 Int Decimal::power10(int n)
@@ -314,8 +314,8 @@ Decimal multiply(const Decimal &a, const Decimal &b, int precision, int scale)
             throwNumericOverflow();
     }
     const UInt units = product.half();
-    const UInt result = productScale > scale ? roundedQuotient(units, productScale - scale)
-                                             : scaledUp(units, scale - productScale);
+    const UInt result =
+        productScale > scale ? roundedQuotient(units, productScale - scale) : scaledUp(units, scale - productScale);
     checkDigits(result, precision);
     return {withSign(result, negative), scale};
 }

@@ -47,12 +47,13 @@ struct Decimal
     /** Cuts the fraction off. */
     Int toInt() const { return units / power10(scale); }
 
-    /** Same value at another scale, rounded half away from zero; Error 8115 when it has more than `precision` digits. */
+    /** Same value at another scale, rounded half away from zero; Error 8115 when it has more than `precision` digits.
+     */
     Decimal rescaled(int precision, int newScale) const;
     /** Half away from zero (or cut) at `digits` after the point, which may be negative; the scale stays. */
     Decimal rounded(int digits, bool truncate = false) const;
-    Decimal floored() const;  ///< scale 0
-    Decimal ceiled() const;   ///< scale 0
+    Decimal floored() const; ///< scale 0
+    Decimal ceiled() const;  ///< scale 0
 };
 
 // The result has the given precision and scale (types.h computes them as SQL Server does). A result with more digits

@@ -93,9 +93,8 @@ void LikePattern::findPlainForm()
     begin += m_openStart;
     m_openEnd = begin < end && m_tokens[end - 1].kind == Token::Kind::AnyRun;
     end -= m_openEnd;
-    m_plain = begin < end && std::all_of(m_tokens.begin() + long(begin), m_tokens.begin() + long(end), [](const Token &t) {
-                  return t.kind == Token::Kind::Character;
-              });
+    m_plain = begin < end && std::all_of(m_tokens.begin() + long(begin), m_tokens.begin() + long(end),
+                                         [](const Token &t) { return t.kind == Token::Kind::Character; });
     if (!m_plain)
         return;
     m_bytewise = true;

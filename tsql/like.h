@@ -26,7 +26,7 @@ private:
         enum class Kind : unsigned char { Character, AnyCharacter, AnyRun, Set, ExceptSet };
 
         Kind kind = Kind::Character;
-        char32_t character = 0;                           ///< folded
+        char32_t character = 0;                            ///< folded
         std::vector<std::pair<char32_t, char32_t>> ranges; ///< folded, both ends included
     };
 
@@ -39,12 +39,12 @@ private:
     bool contains(std::string_view text) const;
 
     std::vector<Token> m_tokens;
-    bool m_plain = false;      ///< the tokens are a word with at most a % at each end
-    bool m_openStart = false;  ///< the word may stand behind anything
-    bool m_openEnd = false;    ///< anything may follow the word
-    bool m_bytewise = false;   ///< the word has no letter with two cases: m_word is compared as bytes
-    std::string m_word;        ///< of a bytewise pattern
-    std::u32string m_folded;   ///< of any plain pattern
+    bool m_plain = false;     ///< the tokens are a word with at most a % at each end
+    bool m_openStart = false; ///< the word may stand behind anything
+    bool m_openEnd = false;   ///< anything may follow the word
+    bool m_bytewise = false;  ///< the word has no letter with two cases: m_word is compared as bytes
+    std::string m_word;       ///< of a bytewise pattern
+    std::u32string m_folded;  ///< of any plain pattern
 };
 
 } // namespace tsql

@@ -1,0 +1,95 @@
+#include "tsql/functions.h"
+
+#include "tsql/catalogue.h"
+#include "tsql/error.h"
+#include "tsql/folding.h"
+#include "tsql/functions_support.h"
+
+#include <QUuid>
+
+namespace tsql {
+
+namespace {
+
+void callFunction(sqlite3_context *context, int count, sqlite3_value **values)
+{
+    const auto *function = static_cast<const Function *>(sqlite3_user_data(context));
+    if (!function->takesNull) {
+        for (int i = 0; i < count; ++i) {
+            if (sqlite3_value_type(values[i]) == SQLITE_NULL)
+                return;
+        }
+    }
+    try {
+        Call call(context, count, values);
+        function->body(call);
+    } catch (const Error &error) {
+        raiseError(context, error);
+    } catch (const std::bad_alloc &) {
+        sqlite3_result_error_nomem(context);
+    }
+}
+
+void objectId(sqlite3_context *context, int count, sqlite3_value **values)
+{
+    const auto *catalogue = static_cast<const Catalogue *>(sqlite3_user_data(context));
+    const Call call(context, count, values);
+    if (call.isNull(0))
+        return;
+    const QString kind = count > 1 && !call.isNull(1) ? call.string(1) : QString();
+    if (const auto id = catalogue->objectId(call.string(0), kind))
+        call.give(qint64(*id));
+}
+
+void newId(Call &call)
+{
+    call.give(QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper());
+}
+
+void refuse(Call &call)
+{
+    throw Error(call.number(0), call.string(1));
+}
+
+constexpr Function systemFunctions[] = {
+    {"tsql_newid", 0, newId, false, false},
+    {"tsql_error", 2, refuse, true, false},
+};
+
+int collate(void *, int lengthA, const void *a, int lengthB, const void *b)
+{
+    return compareFolded({static_cast<const char *>(a), size_t(lengthA)},
+                         {static_cast<const char *>(b), size_t(lengthB)});
+}
+
+} // namespace
+
+void addFunctions(sqlite3 *db, std::span<const Function> functions)
+{
+    for (const Function &function : functions) {
+        const int flags = SQLITE_UTF8 | SQLITE_INNOCUOUS | (function.steady ? SQLITE_DETERMINISTIC : 0);
+        sqlite3_create_function_v2(db, function.name, function.args, flags, const_cast<Function *>(&function),
+                                   callFunction, nullptr, nullptr, nullptr);
+    }
+}
+
+void raiseError(sqlite3_context *context, const Error &error)
+{
+    const QByteArray packed = '\x01' + QByteArray::number(error.number()) + ':' + error.message().toUtf8();
+    sqlite3_result_error(context, packed.constData(), int(packed.size()));
+}
+
+void registerFunctions(sqlite3 *db, Catalogue *catalogue)
+{
+    sqlite3_create_collation_v2(db, "TSQL_CI", SQLITE_UTF8, nullptr, collate, nullptr);
+    addDecimalFunctions(db);
+    addNumberFunctions(db);
+    addAggregates(db);
+    addTextFunctions(db);
+    addDateFunctions(db);
+    addFunctions(db, systemFunctions);
+    for (const int args : {1, 2})
+        sqlite3_create_function_v2(db, "object_id", args, SQLITE_UTF8, catalogue, objectId, nullptr, nullptr, nullptr);
+}
+
+} // namespace tsql

@@ -1,0 +1,51 @@
+#include "tsql/dates.h"
+#include "tsql/functions_support.h"
+
+namespace tsql {
+
+namespace {
+
+void dateOfText(Call &call)
+{
+    call.give(std::string_view(storageText(momentFromText(call.text(0)), Kind(call.number(1)))));
+}
+
+void dateFit(Call &call)
+{
+    call.give(std::string_view(storageText(momentFromStorage(call.text(0)), Kind(call.number(1)))));
+}
+
+void dateText(Call &call)
+{
+    call.give(std::string_view(styledText(call.text(0), Kind(call.number(1)), call.number(2))));
+}
+
+void dateAdd(Call &call)
+{
+    const Moment moment = addPart(call.text(0), call.integer(1), momentFromStorage(call.text(2)));
+    call.give(std::string_view(storageText(moment, Kind(call.number(3)))));
+}
+
+void dateDiff(Call &call)
+{
+    call.give(differenceOfParts(call.text(0), momentFromStorage(call.text(1)), momentFromStorage(call.text(2))));
+}
+
+void datePart(Call &call)
+{
+    call.give(partOf(call.text(0), momentFromStorage(call.text(1))));
+}
+
+constexpr Function dateFunctions[] = {
+    {"date_of_text", 3, dateOfText}, {"date_fit", 2, dateFit},   {"date_text", 3, dateText},
+    {"date_add", 4, dateAdd},        {"date_diff", 3, dateDiff}, {"date_part", 2, datePart},
+};
+
+} // namespace
+
+void addDateFunctions(sqlite3 *db)
+{
+    addFunctions(db, dateFunctions);
+}
+
+} // namespace tsql

@@ -1,0 +1,247 @@
+#include "tsql/convert.h"
+#include "tsql/error.h"
+#include "tsql/functions_support.h"
+
+#include <cmath>
+
+namespace tsql {
+
+namespace {
+
+Kind kindOf(const Call &call, int i)
+{
+    return Kind(call.number(i));
+}
+
+void decOfInt(Call &call)
+{
+    call.give(decimalFromInteger(call.integer(0), call.number(1), call.number(2)));
+}
+
+void decOfReal(Call &call)
+{
+    call.give(decimalFromReal(call.real(0), call.number(1), call.number(2)));
+}
+
+void decOfText(Call &call)
+{
+    call.give(decimalFromText(call.text(0), call.number(1), call.number(2), kindOf(call, 3)));
+}
+
+void decRescale(Call &call)
+{
+    call.give(call.decimal(0, call.number(1)).rescaled(call.number(2), call.number(3)));
+}
+
+void decText(Call &call)
+{
+    char buffer[48];
+    const int length = call.decimal(0, call.number(1)).toChars(buffer);
+    call.give(std::string_view(buffer, size_t(length)));
+}
+
+void decToInt(Call &call)
+{
+    call.give(integerFromDecimal(call.decimal(0, call.number(1)), kindOf(call, 2)));
+}
+
+void decToReal(Call &call)
+{
+    call.give(call.decimal(0, call.number(1)).toDouble());
+}
+
+void decToBit(Call &call)
+{
+    call.give(qint64(call.decimal(0, 0).units != 0));
+}
+
+template <Decimal (*operation)(const Decimal &, const Decimal &, int, int)> void decBinary(Call &call)
+{
+    call.give(
+        operation(call.decimal(0, call.number(1)), call.decimal(2, call.number(3)), call.number(4), call.number(5)));
+}
+
+void decNeg(Call &call)
+{
+    call.give(Decimal{-call.decimal(0, 0).units, 0});
+}
+
+void decAbs(Call &call)
+{
+    const Decimal value = call.decimal(0, 0);
+    call.give(Decimal{value.units < 0 ? -value.units : value.units, 0});
+}
+
+void decSign(Call &call)
+{
+    const Decimal value = call.decimal(0, 0);
+    call.give(qint64(value.units > 0) - qint64(value.units < 0));
+}
+
+void decRound(Call &call)
+{
+    call.give(call.decimal(0, call.number(1)).rounded(call.number(2), call.count() > 3 && call.number(3) != 0));
+}
+
+void decFloor(Call &call)
+{
+    call.give(call.decimal(0, call.number(1)).floored());
+}
+
+void decCeiling(Call &call)
+{
+    call.give(call.decimal(0, call.number(1)).ceiled());
+}
+
+constexpr Function decimalFunctions[] = {
+    {"dec_of_int", 3, decOfInt},
+    {"dec_of_real", 3, decOfReal},
+    {"dec_of_text", 4, decOfText},
+    {"dec_rescale", 4, decRescale},
+    {"dec_text", 2, decText},
+    {"dec_to_int", 3, decToInt},
+    {"dec_to_real", 2, decToReal},
+    {"dec_to_bit", 1, decToBit},
+    {"dec_add", 6, decBinary<add>},
+    {"dec_sub", 6, decBinary<subtract>},
+    {"dec_mul", 6, decBinary<multiply>},
+    {"dec_div", 6, decBinary<divide>},
+    {"dec_mod", 6, decBinary<remainder>},
+    {"dec_neg", 1, decNeg},
+    {"dec_abs", 1, decAbs},
+    {"dec_sign", 1, decSign},
+    {"dec_round", 3, decRound},
+    {"dec_round", 4, decRound},
+    {"dec_floor", 2, decFloor},
+    {"dec_ceiling", 2, decCeiling},
+};
+
+void intOfText(Call &call)
+{
+    call.give(integerFromText(call.text(0), kindOf(call, 1), kindOf(call, 2)));
+}
+
+void intOfReal(Call &call)
+{
+    call.give(integerFromReal(call.real(0), kindOf(call, 1)));
+}
+
+void intFit(Call &call)
+{
+    // SQLite goes over to floating point when 64 bits overflow.
+    if (sqlite3_value_type(call.value(0)) == SQLITE_FLOAT)
+        call.give(integerFromReal(call.real(0), kindOf(call, 1)));
+    else
+        call.give(fitInteger(call.integer(0), kindOf(call, 1)));
+}
+
+qint64 divisor(const Call &call)
+{
+    const qint64 value = call.integer(1);
+    if (value == 0)
+        throw Error(8134, u"Divide by zero error encountered."_qs);
+    return value;
+}
+
+void intDiv(Call &call)
+{
+    const qint64 by = divisor(call);
+    if (by == -1 && call.integer(0) == std::numeric_limits<qint64>::min())
+        throw Error(8115, u"Arithmetic overflow error converting expression to data type bigint."_qs);
+    call.give(call.integer(0) / by);
+}
+
+void intMod(Call &call)
+{
+    const qint64 by = divisor(call);
+    call.give(by == -1 ? qint64(0) : call.integer(0) % by);
+}
+
+void bitOf(Call &call)
+{
+    call.give(qint64(call.real(0) != 0.0));
+}
+
+void bitOfText(Call &call)
+{
+    call.give(bitFromText(call.text(0), kindOf(call, 1)));
+}
+
+void realOfText(Call &call)
+{
+    call.give(realFromText(call.text(0), kindOf(call, 1)));
+}
+
+void realDiv(Call &call)
+{
+    if (call.real(1) == 0.0)
+        throw Error(8134, u"Divide by zero error encountered."_qs);
+    call.give(call.real(0) / call.real(1));
+}
+
+void textOfReal(Call &call)
+{
+    call.give(std::string_view(textFromReal(call.real(0))));
+}
+
+void roundReal(Call &call)
+{
+    const bool cut = call.count() > 2 && call.number(2) != 0;
+    const double power = std::pow(10.0, call.number(1));
+    const double scaled = call.real(0) * power;
+    call.give((cut ? std::trunc(scaled) : std::round(scaled)) / power);
+}
+
+void isNumeric(Call &call)
+{
+    bool ok = false;
+    if (!call.isNull(0)) {
+        try {
+            Decimal::fromText(call.text(0), ok);
+            if (!ok && !call.text(0).empty())
+                realFromText(call.text(0), Kind::VarChar);
+            ok = call.text(0).find_first_not_of(' ') != std::string_view::npos;
+        } catch (const Error &) {
+            ok = false;
+        }
+    }
+    call.give(qint64(ok));
+}
+
+void str(Call &call)
+{
+    const int length = call.number(1);
+    const QString text = QString::number(call.real(0), 'f', call.number(2));
+    call.give(text.size() > length ? QString(length, u'*') : text.rightJustified(length));
+}
+
+constexpr Function numberFunctions[] = {
+    {"int_of_text", 3, intOfText},
+    {"int_of_real", 2, intOfReal},
+    {"int_fit", 2, intFit},
+    {"int_div", 2, intDiv},
+    {"int_mod", 2, intMod},
+    {"bit_of", 1, bitOf},
+    {"bit_of_text", 2, bitOfText},
+    {"real_of_text", 2, realOfText},
+    {"real_div", 2, realDiv},
+    {"text_of_real", 1, textOfReal},
+    {"round_real", 2, roundReal},
+    {"round_real", 3, roundReal},
+    {"tsql_isnumeric", 1, isNumeric, true},
+    {"tsql_str", 3, str},
+};
+
+} // namespace
+
+void addDecimalFunctions(sqlite3 *db)
+{
+    addFunctions(db, decimalFunctions);
+}
+
+void addNumberFunctions(sqlite3 *db)
+{
+    addFunctions(db, numberFunctions);
+}
+
+} // namespace tsql
