@@ -17,6 +17,7 @@ struct Column
     SqlType type;
     bool nullable = true;
     bool identity = false;
+    qint64 seed = 1;                                ///< the first value of an identity
     std::shared_ptr<const Expression> defaultValue; ///< null for none
 };
 
@@ -33,18 +34,16 @@ struct Table
     const Column *identityColumn() const;
 };
 
+/// The table that the statement (or the declaration of a table variable) describes.
+std::shared_ptr<Table> makeTable(const CreateTableStatement &statement);
+
 /// The names a database knows. A value: copying it is cheap and takes a picture that a rollback can restore.
 class Catalogue
 {
 public:
-    /// One row of the catalogue table: what `text` defines, in the order of creation.
-    struct Definition
-    {
-        QString text;
-    };
-
-    /// Replaces everything that is stored in the database file; temporary tables stay.
-    void load(const std::vector<Definition> &definitions);
+    /// Replaces everything that is stored in the database file by the effect of these data definition texts, in the
+    /// order they were carried out; temporary tables stay.
+    void load(const std::vector<QString> &definitions);
 
     /// Enters the effect of a data definition that SQLite has carried out. Throws Error as the server would when
     /// the object exists or does not exist.
@@ -67,6 +66,10 @@ public:
     quint64 version() const { return m_version; }
 
 private:
+    void alter(const AlterTableStatement &statement);
+    void addModule(const Statement &definition);
+    void drop(const DropStatement &statement);
+
     template <class T> using Map = QHash<QString, std::shared_ptr<const T>>;
 
     Map<Table> m_tables;

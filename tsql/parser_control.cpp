@@ -8,6 +8,7 @@ namespace tsql {
 StatementPtr Parser::declareStatement()
 {
     expect(QLatin1String("DECLARE"));
+    const std::size_t first = m_pos;
     auto result = std::make_unique<DeclareStatement>();
     do {
         if (peek().kind != TokenKind::Variable) {
@@ -29,6 +30,7 @@ StatementPtr Parser::declareStatement()
             declared->table->line = peek().line;
             declared->table->table.name = variable.name;
             tableElements(*declared->table);
+            declared->table->text = u"DECLARE "_qs + textBetween(first);
             return declared;
         }
         variable.type = type();
