@@ -1,0 +1,67 @@
+// A result set on its way to the client.
+#pragma once
+
+#include "tsql/plan.h"
+
+#include <deque>
+
+namespace tsql {
+
+/** A handle that streams one result set at a time from its own picture of the file. */
+struct Reader
+{
+    SqliteHandle handle;
+    bool busy = false;
+};
+
+/** One value of the current row; the bytes are valid until the next row. */
+struct Cell
+{
+    Value::Form form = Value::Form::Null;
+    qint64 integer = 0;
+    double real = 0;
+    std::string_view bytes;
+};
+
+/**
+ * Rows one after the other, forward only. A streaming cursor steps the statement of a reader as rows are asked for;
+ * a buffered one holds all rows.
+ */
+class Cursor
+{
+public:
+    using Row = std::vector<Value>;
+
+    /** Streams; the first row is fetched here so that a failing statement fails at once. */
+    Cursor(Lease lease, std::shared_ptr<Reader> reader);
+    /** Reads all rows and lets go of the statement. */
+    Cursor(Lease lease, const SqliteHandle &handle);
+    ~Cursor();
+    Cursor(const Cursor &) = delete;
+    Cursor &operator=(const Cursor &) = delete;
+
+    const std::vector<ResultColumn> &columns() const { return m_entry->compiled.columns; }
+    /** Moves to the next row; false behind the last. Throws Error when the statement fails on the way. */
+    bool next();
+    Cell cell(int column) const;
+
+    bool isStreaming() const { return bool(m_lease); }
+    /** Reads what is left, so that the reader is free for others. */
+    void buffer();
+    /** Rows held in memory and not yet fetched: all of them in a cursor that never streamed. */
+    size_t waitingRows() const { return m_rows.size(); }
+
+private:
+    bool step(const SqliteHandle &handle);
+    void readRest(const SqliteHandle &handle);
+    void finish();
+
+    std::shared_ptr<CompiledEntry> m_entry; ///< for the columns
+    Lease m_lease;
+    std::shared_ptr<Reader> m_reader;
+    bool m_stepped = false; ///< the statement stands on a row that nobody has fetched yet
+    std::deque<Row> m_rows;
+    Row m_current; ///< of a buffered cursor
+};
+
+} // namespace tsql

@@ -1,0 +1,173 @@
+#include "tsql/error.h"
+#include "tsql/interpreter.h"
+#include "tsql/parser.h"
+
+namespace tsql {
+
+namespace {
+
+/** The parameters that sp_executesql's second argument declares. */
+std::vector<ParameterDefinition> parsedParameters(const QString &declaration)
+{
+    StatementPtr parsed = parseDefinition(u"CREATE PROCEDURE parameters "_qs + declaration + u" AS RETURN"_qs);
+    return std::move(static_cast<CreateProcedureStatement &>(*parsed).parameters);
+}
+
+int parameterNamed(const std::vector<ParameterDefinition> &parameters, const QString &name)
+{
+    for (size_t i = 0; i < parameters.size(); ++i) {
+        if (parameters[i].name.compare(name, Qt::CaseInsensitive) == 0)
+            return int(i);
+    }
+    return -1;
+}
+
+/** Which parameter the argument at `position` is for. */
+int parameterOf(const std::vector<ParameterDefinition> &parameters, const QString &procedure,
+                const ExecuteArgument &argument, size_t position)
+{
+    if (argument.name.isEmpty()) {
+        if (position >= parameters.size())
+            throw Error(8144, u"Procedure or function %1 has too many arguments specified."_qs.arg(procedure));
+        return int(position);
+    }
+    const int index = parameterNamed(parameters, argument.name);
+    if (index < 0)
+        throw Error(8145, u"%1 is not a parameter for procedure %2."_qs.arg(argument.name, procedure));
+    return index;
+}
+
+} // namespace
+
+void Interpreter::runExecute(const ExecuteStatement &statement, Frame &frame)
+{
+    if (statement.procedure.name.compare(u"sp_executesql"_qs, Qt::CaseInsensitive) == 0)
+        return executeSql(statement, frame);
+    m_connection.definedElsewhere();
+    const auto procedure = m_connection.m_catalogue.procedure(statement.procedure);
+    if (!procedure)
+        throw Error(2812, u"Could not find stored procedure '%1'."_qs.arg(statement.procedure.display()));
+    callProcedure(procedure, statement, frame);
+}
+
+void Interpreter::callProcedure(const std::shared_ptr<const CreateProcedureStatement> &procedure,
+                                const ExecuteStatement &statement, Frame &caller)
+{
+    Session &session = m_connection.m_session;
+    if (session.nesting >= DeepestNesting)
+        throw Error(217,
+                    u"Maximum stored procedure, function, trigger, or view nesting level exceeded (limit %1)."_qs.arg(
+                        DeepestNesting));
+    const std::shared_ptr<Plan> plan = m_connection.m_plans.plan(procedure);
+    Frame inner{*plan, nullptr, {}, {}, 0, {}};
+    passArguments(procedure->parameters, procedure->name.display(), statement.arguments, 0, caller, inner.variables);
+    ++session.nesting;
+    try {
+        runFrame(inner);
+    } catch (const Error &) {
+        --session.nesting;
+        if (m_failedProcedure.isEmpty())
+            m_failedProcedure = procedure->name.display();
+        throw;
+    }
+    --session.nesting;
+    returnArguments(procedure->parameters, statement.arguments, 0, caller, inner.variables);
+    if (!statement.returnVariable.isEmpty())
+        assign(statement.returnVariable, Value::ofInteger(inner.returnValue), {Kind::Int, 0, 0, 0}, caller);
+}
+
+void Interpreter::passArguments(const std::vector<ParameterDefinition> &parameters, const QString &procedure,
+                                const std::vector<ExecuteArgument> &arguments, size_t firstArgument, Frame &caller,
+                                QHash<QString, Value> &values)
+{
+    std::vector<bool> given(parameters.size());
+    for (size_t i = firstArgument; i < arguments.size(); ++i) {
+        const int index = parameterOf(parameters, procedure, arguments[i], i - firstArgument);
+        if (arguments[i].useDefault)
+            continue;
+        const ParameterDefinition &parameter = parameters[size_t(index)];
+        values[variableKey(parameter.name)] = scalar(*arguments[i].value, caller, parameter.type);
+        given[size_t(index)] = true;
+    }
+    for (size_t i = 0; i < parameters.size(); ++i) {
+        if (given[i])
+            continue;
+        if (!parameters[i].defaultValue)
+            throw Error(201, u"Procedure or function '%1' expects parameter '%2', which was not supplied."_qs.arg(
+                                 procedure, parameters[i].name));
+        Frame constants{caller.plan, nullptr, {}, {}, 0, {}};
+        values[variableKey(parameters[i].name)] = scalar(*parameters[i].defaultValue, constants, parameters[i].type);
+    }
+}
+
+/** Gives OUTPUT parameters back to the variables that were passed for them. */
+void Interpreter::returnArguments(const std::vector<ParameterDefinition> &parameters,
+                                  const std::vector<ExecuteArgument> &arguments, size_t firstArgument, Frame &caller,
+                                  const QHash<QString, Value> &values) const
+{
+    for (size_t i = firstArgument; i < arguments.size(); ++i) {
+        const ExecuteArgument &argument = arguments[i];
+        if (!argument.output || argument.value->kind != ExpressionKind::Variable)
+            continue;
+        const ParameterDefinition &parameter =
+            parameters[size_t(parameterOf(parameters, {}, argument, i - firstArgument))];
+        if (!parameter.output)
+            throw Error(8162, u"The formal parameter \"%1\" was not declared as an OUTPUT parameter, but the actual "
+                              "parameter passed in requested output."_qs.arg(parameter.name));
+        assign(argument.value->name, values.value(variableKey(parameter.name)), parameter.type, caller);
+    }
+}
+
+/** sp_executesql @stmt, @params, values …: a text with parameters of its own. */
+void Interpreter::executeSql(const ExecuteStatement &statement, Frame &caller)
+{
+    const auto &arguments = statement.arguments;
+    if (arguments.empty())
+        throw Error(
+            201, u"Procedure or function 'sp_executesql' expects parameter '@statement', which was not supplied."_qs);
+    const QString sql = text(*arguments[0].value, caller);
+    const QString declaration = arguments.size() > 1 ? text(*arguments[1].value, caller).trimmed() : QString();
+    std::vector<ParameterDefinition> parameters;
+    if (!declaration.isEmpty())
+        parameters = parsedParameters(declaration);
+    QHash<QString, Value> values;
+    const size_t first = std::min<size_t>(2, arguments.size());
+    passArguments(parameters, u"sp_executesql"_qs, arguments, first, caller, values);
+    runText(sql, declaration, parameters, values);
+    returnArguments(parameters, arguments, first, caller, values);
+    if (!statement.returnVariable.isEmpty())
+        assign(statement.returnVariable, Value::ofInteger(0), {Kind::Int, 0, 0, 0}, caller);
+}
+
+void Interpreter::runText(const QString &text, const QString &scope, const std::vector<ParameterDefinition> &parameters,
+                          QHash<QString, Value> &variables)
+{
+    Session &session = m_connection.m_session;
+    if (session.nesting >= DeepestNesting)
+        throw Error(217,
+                    u"Maximum stored procedure, function, trigger, or view nesting level exceeded (limit %1)."_qs.arg(
+                        DeepestNesting));
+    std::vector<Literal> literals;
+    const std::shared_ptr<Plan> plan = m_connection.m_plans.plan(text, scope, literals);
+    for (const ParameterDefinition &parameter : parameters)
+        plan->addVariable(parameter.name, parameter.type);
+    Frame inner{*plan, &literals, variables, {}, 0, {}};
+    ++session.nesting;
+    try {
+        runFrame(inner);
+    } catch (const Error &) {
+        --session.nesting;
+        throw;
+    }
+    --session.nesting;
+    variables = inner.variables;
+}
+
+/** INSERT … EXEC: the rows of all result sets of the call go into the table. */
+void Interpreter::runInsertExecute(const InsertStatement &statement, Frame &frame)
+{
+    throw Error(102, u"INSERT EXEC is not supported: %1"_qs.arg(statement.text));
+    Q_UNUSED(frame)
+}
+
+} // namespace tsql

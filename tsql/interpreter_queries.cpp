@@ -1,0 +1,277 @@
+#include "tsql/dates.h"
+#include "tsql/error.h"
+#include "tsql/interpreter.h"
+
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QSysInfo>
+
+namespace tsql {
+
+namespace {
+
+struct TypedValue
+{
+    Value value;
+    SqlType type;
+};
+
+TypedValue decimalLiteral(const Literal &literal, bool negate)
+{
+    bool ok = false;
+    const QByteArray digits = literal.text.toLatin1();
+    Decimal value = Decimal::fromText({digits.constData(), size_t(digits.size())}, ok);
+    if (negate)
+        value.units = -value.units;
+    return {Value::ofBlob(value.toBlob()), SqlType::decimal(Decimal::MaxPrecision, value.scale)};
+}
+
+TypedValue literalValue(const Literal &literal, bool negate)
+{
+    switch (literal.kind) {
+    case LiteralKind::Integer:
+        return {Value::ofInteger(negate ? -literal.integer : literal.integer), {Kind::Int, 0, 0, 0}};
+    case LiteralKind::Decimal:
+        return decimalLiteral(literal, negate);
+    case LiteralKind::Float: {
+        const double value = literal.text.toDouble();
+        return {Value::ofReal(negate ? -value : value), {Kind::Float, 0, 0, 0}};
+    }
+    case LiteralKind::Text:
+        return {Value::ofText(literal.text), SqlType::text(Kind::VarChar, int(literal.text.size()))};
+    case LiteralKind::Unicode:
+        return {Value::ofText(literal.text), SqlType::text(Kind::NVarChar, int(literal.text.size()))};
+    case LiteralKind::Binary: {
+        const QString digits =
+            literal.text.startsWith(u"0x"_qs, Qt::CaseInsensitive) ? literal.text.mid(2) : literal.text;
+        const QByteArray hex = digits.toLatin1();
+        return {Value::ofBlob(QByteArray::fromHex(hex.size() % 2 ? '0' + hex : hex)),
+                {Kind::VarBinary, 0, 0, SqlType::Max}};
+    }
+    }
+    return {};
+}
+
+SqlType nvarchar()
+{
+    return SqlType::text(Kind::NVarChar, 4000);
+}
+
+SqlType systemType(const QString &name)
+{
+    if (name == u"getdate"_qs || name == u"getutcdate"_qs || name == u"current_timestamp"_qs)
+        return {Kind::DateTime, 0, 0, 0};
+    static const QStringList texts = {u"@@version"_qs, u"@@servername"_qs, u"db_name"_qs,       u"suser_sname"_qs,
+                                      u"host_name"_qs, u"app_name"_qs,     u"error_message"_qs, u"error_procedure"_qs};
+    return texts.contains(name) ? nvarchar() : SqlType{Kind::BigInt, 0, 0, 0};
+}
+
+Value presentMoment()
+{
+    return Value::ofText(QByteArray::fromStdString(storageText(now(), Kind::DateTime)));
+}
+
+Value caughtValue(const QString &name, const std::vector<CaughtError> &errors)
+{
+    if (errors.empty())
+        return {};
+    const CaughtError &error = errors.back();
+    if (name == u"error_number"_qs)
+        return Value::ofInteger(error.number);
+    if (name == u"error_line"_qs)
+        return Value::ofInteger(error.line);
+    if (name == u"error_severity"_qs)
+        return Value::ofInteger(error.severity);
+    if (name == u"error_state"_qs)
+        return Value::ofInteger(error.state);
+    if (name == u"error_message"_qs)
+        return Value::ofText(error.message);
+    return error.procedure.isEmpty() ? Value() : Value::ofText(error.procedure);
+}
+
+} // namespace
+
+Value Interpreter::systemValue(const QString &name, const Frame &frame) const
+{
+    const Session &session = m_connection.m_session;
+    if (name == u"@@rowcount"_qs)
+        return Value::ofInteger(session.rowCount);
+    if (name == u"scope_identity"_qs)
+        return frame.scopeIdentity;
+    if (name == u"@@identity"_qs)
+        return session.identity;
+    if (name == u"@@trancount"_qs)
+        return Value::ofInteger(session.transactions);
+    if (name == u"@@error"_qs)
+        return Value::ofInteger(session.lastError);
+    if (name == u"@@nestlevel"_qs)
+        return Value::ofInteger(session.nesting);
+    if (name == u"@@spid"_qs)
+        return Value::ofInteger(QCoreApplication::applicationPid() % 32768);
+    if (name == u"@@fetch_status"_qs)
+        return Value::ofInteger(-1);
+    if (name == u"xact_state"_qs)
+        return Value::ofInteger(session.transactions > 0);
+    if (name == u"getdate"_qs || name == u"current_timestamp"_qs)
+        return presentMoment();
+    if (name == u"getutcdate"_qs) {
+        const QDateTime utc = QDateTime::currentDateTimeUtc();
+        return Value::ofText(utc.toString(u"yyyy-MM-dd hh:mm:ss.zzz"_qs));
+    }
+    if (name.startsWith(u"error_"_qs))
+        return caughtValue(name, session.caught);
+    if (name == u"@@version"_qs)
+        return Value::ofText(u"Embedded database"_qs);
+    if (name == u"db_name"_qs)
+        return Value::ofText(m_connection.m_path);
+    if (name == u"app_name"_qs)
+        return Value::ofText(QCoreApplication::applicationName());
+    if (name == u"suser_sname"_qs)
+        return Value::ofText(qEnvironmentVariable("USER"));
+    return Value::ofText(QSysInfo::machineHostName());
+}
+
+void Interpreter::bind(sqlite3_stmt *statement, const Compiled &compiled, Frame &frame)
+{
+    int index = 0;
+    for (const Parameter &parameter : compiled.parameters) {
+        ++index;
+        TypedValue given;
+        switch (parameter.source) {
+        case Parameter::Source::Literal:
+            given = literalValue(frame.literals ? (*frame.literals)[size_t(parameter.literal)] : parameter.value,
+                                 parameter.negate);
+            break;
+        case Parameter::Source::Constant:
+            given = literalValue(parameter.value, parameter.negate);
+            break;
+        case Parameter::Source::Variable:
+            given = {frame.variables.value(parameter.name), parameter.variableType};
+            break;
+        case Parameter::Source::System:
+            given = {systemValue(parameter.name, frame), systemType(parameter.name)};
+            break;
+        }
+        if (given.type == parameter.type || given.value.isNull()) {
+            bindValue(statement, index, given.value);
+            continue;
+        }
+        bindValue(
+            statement, index,
+            convert(given.value, given.type,
+                    {parameter.type, parameter.conversion == Conversion::Assign, parameter.table, parameter.column}));
+    }
+}
+
+std::shared_ptr<CompiledEntry> Interpreter::entryOf(const void *node, Frame &frame, const Compiler &compiler)
+{
+    const auto find = [&] {
+        return frame.plan.entry(node, frame.literals, m_connection.m_catalogue.version(), compiler);
+    };
+    try {
+        return find();
+    } catch (const Error &) {
+        // Another process may just have defined what this text names.
+        if (!m_connection.definedElsewhere())
+            throw;
+    }
+    return find();
+}
+
+std::shared_ptr<CompiledEntry> Interpreter::entryOf(const Statement &statement, Frame &frame)
+{
+    return entryOf(&statement, frame, [&] {
+        return compile(statement, m_connection.m_catalogue, frame.plan.variables(), m_connection.m_session.options);
+    });
+}
+
+void Interpreter::runSelect(const Statement &statement, Frame &frame)
+{
+    const auto entry = entryOf(statement, frame);
+    if (entry->compiled.into)
+        return defineInto(entry->compiled, frame);
+    if (!entry->compiled.assign.empty())
+        return runAssignment(entry, frame);
+    const bool mayStream = m_connection.m_session.transactions == 0 && m_countingFrames == 0 && !entry->usesTemporary;
+    const std::shared_ptr<Reader> reader = mayStream ? m_connection.freeReader() : nullptr;
+    Lease lease(entry, reader ? reader->handle : m_connection.m_main);
+    bind(lease.statement(), entry->compiled, frame);
+    auto cursor = reader ? std::make_unique<Cursor>(std::move(lease), reader)
+                         : std::make_unique<Cursor>(std::move(lease), m_connection.m_main);
+    m_connection.m_session.rowCount = qint64(cursor->waitingRows());
+    m_outcome.results.push_back(std::move(cursor));
+}
+
+/** SELECT @x = …: each row assigns, so the last one counts; without rows the variables stay as they are. */
+void Interpreter::runAssignment(const std::shared_ptr<CompiledEntry> &entry, Frame &frame)
+{
+    const Compiled &compiled = entry->compiled;
+    const Lease lease(entry, m_connection.m_main);
+    bind(lease.statement(), compiled, frame);
+    qint64 rows = 0;
+    std::vector<Value> last(compiled.assign.size());
+    while (m_connection.m_main.step(lease.statement())) {
+        ++rows;
+        for (size_t i = 0; i < last.size(); ++i)
+            last[i] = columnValue(lease.statement(), int(i));
+    }
+    for (size_t i = 0; rows > 0 && i < last.size(); ++i)
+        assign(compiled.assign[i], last[i], compiled.columns[i].type, frame);
+    m_connection.m_session.rowCount = rows;
+}
+
+void Interpreter::assign(const QString &variable, const Value &value, const SqlType &type, Frame &frame) const
+{
+    const QString key = variableKey(variable);
+    const SqlType target = frame.plan.variables().value(key);
+    frame.variables[key] = target == type ? value : convert(value, type, {target, false, {}, {}});
+}
+
+void Interpreter::runChange(const Statement &statement, Frame &frame)
+{
+    const auto entry = entryOf(statement, frame);
+    const Compiled &compiled = entry->compiled;
+    Session &session = m_connection.m_session;
+    if (session.transactions == 0 && !entry->usesTemporary)
+        m_connection.requireFile();
+    SqliteHandle &handle = m_connection.m_main;
+    Lease lease(entry, handle);
+    bind(lease.statement(), compiled, frame);
+    if (compiled.columns.empty()) {
+        while (handle.step(lease.statement())) {
+        }
+    } else {
+        m_outcome.results.push_back(std::make_unique<Cursor>(std::move(lease), handle));
+    }
+    session.rowCount = sqlite3_changes64(handle.get());
+    m_outcome.affected = session.rowCount;
+    if (compiled.setsIdentity && session.rowCount > 0) {
+        frame.scopeIdentity = Value::ofInteger(sqlite3_last_insert_rowid(handle.get()));
+        session.identity = frame.scopeIdentity;
+    }
+}
+
+Value Interpreter::scalar(const Expression &value, Frame &frame, const SqlType &target)
+{
+    const auto entry = entryOf(
+        &value, frame, [&] { return compileScalar(value, m_connection.m_catalogue, frame.plan.variables(), target); });
+    const Lease lease(entry, m_connection.m_main);
+    bind(lease.statement(), entry->compiled, frame);
+    return m_connection.m_main.step(lease.statement()) ? columnValue(lease.statement(), 0) : Value();
+}
+
+bool Interpreter::condition(const Expression &value, Frame &frame)
+{
+    const auto entry = entryOf(
+        &value, frame, [&] { return compileCondition(value, m_connection.m_catalogue, frame.plan.variables()); });
+    const Lease lease(entry, m_connection.m_main);
+    bind(lease.statement(), entry->compiled, frame);
+    return m_connection.m_main.step(lease.statement()) && sqlite3_column_int(lease.statement(), 0) != 0;
+}
+
+QString Interpreter::text(const Expression &value, Frame &frame)
+{
+    return QString::fromUtf8(scalar(value, frame, SqlType::text(Kind::NVarChar, SqlType::Max)).bytes);
+}
+
+} // namespace tsql

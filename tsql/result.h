@@ -1,0 +1,52 @@
+// The results of one executed text, for QSqlQuery.
+#pragma once
+
+#include "tsql/connection.h"
+
+#include <QSqlRecord>
+#include <QSqlResult>
+
+namespace tsql {
+
+class Driver;
+
+/**
+ * Rows are handed on as they are fetched when the query is forward only; otherwise the rows passed so far are kept, so
+ * that previous() and seek() work.
+ */
+class Result : public QSqlResult
+{
+public:
+    explicit Result(const Driver *driver);
+    ~Result() override;
+
+protected:
+    bool reset(const QString &sql) override;
+    QVariant data(int field) override;
+    bool isNull(int field) override;
+    bool fetch(int row) override;
+    bool fetchFirst() override;
+    bool fetchLast() override;
+    bool fetchNext() override;
+    bool fetchPrevious() override;
+    int size() override { return -1; }
+    int numRowsAffected() override { return int(m_outcome.affected); }
+    QSqlRecord record() const override;
+    QVariant lastInsertId() const override;
+    bool nextResult() override;
+    void detachFromResultSet() override;
+
+private:
+    bool advance();
+    bool seek(int row);
+    void showCurrent();
+    void close();
+
+    std::shared_ptr<Connection> m_connection; ///< as long as a cursor reads from it
+    Outcome m_outcome;
+    std::unique_ptr<Cursor> m_cursor;
+    std::vector<std::vector<QVariant>> m_passed; ///< of a query that may go back
+    bool m_cursorEnded = false;
+};
+
+} // namespace tsql

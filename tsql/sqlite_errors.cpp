@@ -1,0 +1,138 @@
+#include "tsql/sqlite_errors.h"
+
+#include "tsql/catalogue.h"
+
+#include <sqlite3.h>
+
+namespace tsql {
+
+namespace {
+
+constexpr int LockTimeout = 1222;
+constexpr int ReadOnly = 3906;
+
+int numberOf(int code)
+{
+    switch (code & 0xFF) {
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+        return LockTimeout;
+    case SQLITE_FULL:
+        return NoSpaceNumber;
+    case SQLITE_READONLY:
+    case SQLITE_PERM:
+    case SQLITE_AUTH:
+        return ReadOnly;
+    case SQLITE_IOERR:
+    case SQLITE_CORRUPT:
+    case SQLITE_CANTOPEN:
+    case SQLITE_NOTADB:
+    case SQLITE_PROTOCOL:
+        return DeviceErrorNumber;
+    default:
+        return 50000;
+    }
+}
+
+QString textOf(int code, const QString &message)
+{
+    switch (numberOf(code)) {
+    case LockTimeout:
+        return u"Lock request time out period exceeded."_qs;
+    case NoSpaceNumber:
+        return u"Could not allocate space in the database because the disk is full."_qs;
+    case ReadOnly:
+        return u"Failed to update the database because it is read-only."_qs;
+    case DeviceErrorNumber:
+        return u"The database file cannot be used: %1."_qs.arg(message);
+    default:
+        return message;
+    }
+}
+
+/** "GoodInf.Code, GoodInf.Row" of a message: the table and its columns. */
+struct Key
+{
+    QString table;
+    std::vector<QString> columns;
+};
+
+Key keyIn(const QString &message)
+{
+    Key key;
+    const QString list = message.section(u": "_qs, 1);
+    const QStringList parts = list.split(u", "_qs);
+    for (const QString &part : parts) {
+        key.table = part.section(u'.', 0, -2);
+        key.columns.push_back(part.section(u'.', -1));
+    }
+    return key;
+}
+
+bool sameColumns(const std::vector<QString> &a, const std::vector<QString> &b)
+{
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [](const QString &x, const QString &y) { return x.compare(y, Qt::CaseInsensitive) == 0; });
+}
+
+std::shared_ptr<const Table> tableNamed(const Catalogue &catalogue, const QString &name)
+{
+    ObjectName object;
+    object.schema = name.contains(u'.') ? name.section(u'.', 0, 0) : QString();
+    object.name = name.contains(u'.') ? name.section(u'.', 1) : name;
+    return catalogue.table(object);
+}
+
+Error duplicate(const QString &message, const Catalogue &catalogue)
+{
+    if (message.contains(u": index '"_qs))
+        return {2601, u"Cannot insert duplicate key row with unique index '%1'."_qs.arg(message.section(u'\'', 1, 1))};
+    const Key key = keyIn(message);
+    const auto table = tableNamed(catalogue, key.table);
+    if (table && sameColumns(table->primaryKey, key.columns))
+        return {2627,
+                u"Violation of PRIMARY KEY constraint. Cannot insert duplicate key in object '%1'."_qs.arg(key.table)};
+    const QStringList names(key.columns.begin(), key.columns.end());
+    return {2601, u"Cannot insert duplicate key row in object '%1' with a unique index on %2."_qs.arg(
+                      key.table, names.join(u", "_qs))};
+}
+
+Error missingValue(const QString &message, const QString &verb)
+{
+    const Key key = keyIn(message);
+    return {515,
+            u"Cannot insert the value NULL into column '%1', table '%2'; column does not allow nulls. %3 fails."_qs.arg(
+                key.columns.empty() ? QString() : key.columns.front(), key.table, verb)};
+}
+
+} // namespace
+
+SqliteError::SqliteError(int code, const QString &message) : Error(numberOf(code), textOf(code, message)), m_code(code)
+{}
+
+bool SqliteError::concernsFile() const
+{
+    return number() == DeviceErrorNumber || number() == NoSpaceNumber;
+}
+
+Error translated(const SqliteError &error, const QString &verb, const Catalogue &catalogue)
+{
+    switch (error.code()) {
+    case SQLITE_CONSTRAINT_UNIQUE:
+    case SQLITE_CONSTRAINT_PRIMARYKEY:
+    case SQLITE_CONSTRAINT_ROWID:
+        return duplicate(error.message(), catalogue);
+    case SQLITE_CONSTRAINT_NOTNULL:
+        return missingValue(error.message(), verb);
+    case SQLITE_CONSTRAINT_CHECK:
+        return {547, u"The %1 statement conflicted with the CHECK constraint \"%2\"."_qs.arg(
+                         verb, error.message().section(u": "_qs, 1))};
+    case SQLITE_CONSTRAINT_FOREIGNKEY:
+        return {547, u"The %1 statement conflicted with a %2 constraint."_qs.arg(
+                         verb, verb == u"DELETE"_qs ? u"REFERENCE"_qs : u"FOREIGN KEY"_qs)};
+    default:
+        return error;
+    }
+}
+
+} // namespace tsql

@@ -1,0 +1,32 @@
+// SQLite's refusals in the words of SQL Server.
+#pragma once
+
+#include "tsql/error.h"
+
+namespace tsql {
+
+class Catalogue;
+
+/** Numbers of the errors that concern the file, not the statement. */
+inline constexpr int DeviceErrorNumber = 823;
+inline constexpr int NoSpaceNumber = 1105;
+
+/** What SQLite said, before anyone has put it into the server's words. */
+class SqliteError : public Error
+{
+public:
+    /** `code` is SQLite's extended result code. */
+    SqliteError(int code, const QString &message);
+
+    int code() const { return m_code; }
+    /** True when the trouble is with the file or the disk, not with the statement. */
+    bool concernsFile() const;
+
+private:
+    int m_code;
+};
+
+/** The error to show; `verb` is INSERT, UPDATE, DELETE or another statement's first word. */
+Error translated(const SqliteError &error, const QString &verb, const Catalogue &catalogue);
+
+} // namespace tsql
