@@ -37,14 +37,10 @@ QString sqliteName(const ObjectName &name)
 /// The single whole-number column of the primary key, or nothing.
 QString integerKey(const Table &table)
 {
-    for (const TableConstraint &constraint : table.constraints) {
-        if (constraint.kind != TableConstraint::Kind::PrimaryKey || constraint.columns.size() != 1)
-            continue;
-        const int index = table.column(constraint.columns.front());
-        if (index >= 0 && table.columns[static_cast<std::size_t>(index)].type.isInteger())
-            return table.columns[static_cast<std::size_t>(index)].name;
-    }
-    return {};
+    if (table.primaryKey.size() != 1)
+        return {};
+    const Column &key = table.columns[static_cast<std::size_t>(table.column(table.primaryKey.front()))];
+    return key.type.isInteger() ? key.name : QString();
 }
 
 void addColumn(Table &table, ColumnDefinition &definition)
@@ -81,7 +77,8 @@ void addConstraint(Table &table, TableConstraint &constraint)
         if (constraint.kind == TableConstraint::Kind::Default)
             column.defaultValue = std::move(constraint.value);
     }
-    table.constraints.push_back(std::move(constraint));
+    if (constraint.kind == TableConstraint::Kind::PrimaryKey)
+        table.primaryKey = constraint.columns;
 }
 
 } // namespace
@@ -227,6 +224,7 @@ void Catalogue::alter(const AlterTableStatement &statement)
     changed->sqliteName = current->sqliteName;
     changed->columns = current->columns;
     changed->rowidColumn = current->rowidColumn;
+    changed->primaryKey = current->primaryKey;
     StatementPtr own = parseDefinition(statement.text);
     auto &parts = static_cast<AlterTableStatement &>(*own);
     for (ColumnDefinition &column : parts.columns)

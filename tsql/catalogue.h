@@ -26,7 +26,7 @@ struct Table
     ObjectName name;
     QString sqliteName; ///< quoted and qualified: "GoodInf", temp."#t"
     std::vector<Column> columns;
-    std::vector<TableConstraint> constraints;
+    std::vector<QString> primaryKey;
     QString rowidColumn; ///< the column that is SQLite's rowid: the identity, or a single integer primary key
 
     /// The index of a column by its name without regard to case, or -1.

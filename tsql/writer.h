@@ -68,14 +68,15 @@ struct Compiled
     std::vector<ResultColumn> columns; ///< empty when no rows come back
     std::vector<QString> assign;       ///< SELECT @x = …: the variable (folded) of each column; the last row counts
     std::vector<LiteralNeed> needs;
-    bool writes = false;         ///< changes rows or definitions
-    bool definition = false;     ///< changes the catalogue: apply the statement to it afterwards
-    bool cacheable = true;       ///< the text may be reused for other literals
-    bool countsRows = true;      ///< sets @@ROWCOUNT
-    bool setsIdentity = false;   ///< an INSERT into a table with an identity column
-    std::shared_ptr<Table> into; ///< SELECT INTO: the new table, to be added to the catalogue after `sql` has run;
-                                 ///< `then` holds the INSERT … SELECT with the same parameters
-    QString intoInsert;          ///< the INSERT of a SELECT INTO; its parameters are `parameters`
+    bool writes = false;       ///< changes rows or definitions
+    bool definition = false;   ///< changes the catalogue: apply the statement to it afterwards
+    bool cacheable = true;     ///< the text may be reused for other literals
+    bool countsRows = true;    ///< sets @@ROWCOUNT
+    bool setsIdentity = false; ///< an INSERT into a table with an identity column
+    // SELECT INTO: `sql` creates the table, intoInsert fills it.
+    std::shared_ptr<Table> into; ///< the new table, to be added to the catalogue
+    QString intoInsert;          ///< the INSERT; `parameters` are its parameters
+    QString intoText;            ///< the definition to keep when the table is not a temporary one
 };
 
 /// Settings of the session that decide what a statement means.
@@ -88,6 +89,9 @@ struct CompileOptions
 /// Throws Error for unknown names, types that do not fit and constructs that are not supported.
 Compiled compile(const Statement &statement, const Catalogue &catalogue, const VariableTypes &variables,
                  const CompileOptions &options = {});
+
+/// The type of a literal as it stands: an int has its number of digits as precision, a text its length.
+SqlType literalType(const Literal &literal);
 
 /// A value (SET @x, an argument, RETURN, PRINT …) as a SELECT of one row and one column, converted to `target`
 /// unless that is Null.

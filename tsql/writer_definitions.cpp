@@ -1,0 +1,289 @@
+#include "tsql/error.h"
+#include "tsql/writer_impl.h"
+
+namespace tsql {
+
+namespace {
+
+/// The schema part of a SQLite name with its point ("temp.") or nothing.
+QString schemaOf(const Table &table)
+{
+    return table.sqliteName.startsWith(u'"') ? QString() : table.sqliteName.section(u'.', 0, 0) + u'.';
+}
+
+/// The name of the table within its SQLite schema, quoted.
+QString plainName(const Table &table)
+{
+    return table.sqliteName.startsWith(u'"') ? table.sqliteName : table.sqliteName.section(u'.', 1);
+}
+
+/// Index names belong to their table; SQLite has one room for all of them.
+QString indexName(const Table &table, const QString &index)
+{
+    return schemaOf(table) + quotedName(table.name.key() + u'.' + index.toCaseFolded());
+}
+
+QString actionText(const QString &event, KeyAction action)
+{
+    switch (action) {
+    case KeyAction::NoAction:
+        return {};
+    case KeyAction::Cascade:
+        return u" ON %1 CASCADE"_qs.arg(event);
+    case KeyAction::SetNull:
+        return u" ON %1 SET NULL"_qs.arg(event);
+    case KeyAction::SetDefault:
+        return u" ON %1 SET DEFAULT"_qs.arg(event);
+    }
+    return {};
+}
+
+} // namespace
+
+Scope Writer::columnScope(const Table &table) const
+{
+    Scope scope;
+    scope.sources.push_back(tableSource(table, {}, {}));
+    return scope;
+}
+
+QString Writer::columnText(const Table &table, const Column &column, bool withDefault)
+{
+    QString text = quotedName(column.name) + u' ' + storageName(column.type);
+    const bool rowid = sameName(column.name, table.rowidColumn);
+    if (rowid)
+        text += column.identity ? u" PRIMARY KEY AUTOINCREMENT"_qs : u" PRIMARY KEY"_qs;
+    if (!column.nullable)
+        text += u" NOT NULL"_qs;
+    // Inserts spell defaults out; SQLite needs one only to fill a new column of existing rows.
+    if (withDefault && column.defaultValue && !column.nullable)
+        text += u" DEFAULT %1"_qs.arg(defaultText(column, table, u"ALTER TABLE"_qs));
+    return text;
+}
+
+QString Writer::foreignKeyText(const Table &table, const ForeignKey &key)
+{
+    const bool self = key.table.key() == table.name.key();
+    const std::shared_ptr<const Table> referenced = m_catalogue.table(key.table);
+    if (!referenced && !self)
+        throw Error(1767, u"Foreign key references invalid table '%1'."_qs.arg(key.table.display()));
+    const Table &target = self ? table : *referenced;
+    const std::vector<QString> &targets = key.targets.empty() ? target.primaryKey : key.targets;
+    if (targets.size() != key.columns.size())
+        throw Error(
+            8139,
+            u"Number of referencing columns in foreign key differs from number of referenced columns, table '%1'."_qs
+                .arg(table.name.display()));
+    return u"FOREIGN KEY (%1) REFERENCES %2 (%3)%4%5"_qs.arg(
+        nameListText(key.columns), plainName(target), nameListText(targets), actionText(u"DELETE"_qs, key.onDelete),
+        actionText(u"UPDATE"_qs, key.onUpdate));
+}
+
+QString Writer::constraintText(const Table &table, const TableConstraint &constraint)
+{
+    switch (constraint.kind) {
+    case TableConstraint::Kind::PrimaryKey:
+        if (constraint.columns.size() == 1 && sameName(constraint.columns.front(), table.rowidColumn))
+            return {};
+        return u"UNIQUE (%1)"_qs.arg(nameListText(constraint.columns));
+    case TableConstraint::Kind::Unique:
+        return u"UNIQUE (%1)"_qs.arg(nameListText(constraint.columns));
+    case TableConstraint::Kind::Check: {
+        const Constants constants(*this, true);
+        const Scope scope = columnScope(table);
+        const QString name =
+            constraint.name.isEmpty() ? QString() : u"CONSTRAINT %1 "_qs.arg(quotedName(constraint.name));
+        return name + u"CHECK (%1)"_qs.arg(conditionText(*constraint.value, scope));
+    }
+    case TableConstraint::Kind::ForeignKey:
+        // Temporary tables carry no foreign keys; the server only warns.
+        return table.name.isTemporary() ? QString() : foreignKeyText(table, constraint.foreignKey);
+    case TableConstraint::Kind::Default:
+        return {};
+    }
+    return {};
+}
+
+void Writer::createTable(const CreateTableStatement &statement)
+{
+    if (!m_catalogue.hasSchema(statement.table.schema))
+        throw Error(
+            2760,
+            u"The specified schema name \"%1\" either does not exist or you do not have permission to use it."_qs.arg(
+                statement.table.schema),
+            statement.line);
+    if (m_catalogue.table(statement.table) || m_catalogue.view(statement.table))
+        throw Error(2714, u"There is already an object named '%1' in the database."_qs.arg(statement.table.name),
+                    statement.line);
+    m_inline = true;
+    const std::shared_ptr<Table> table = makeTable(statement);
+    QStringList parts;
+    for (const Column &column : table->columns) {
+        if (column.defaultValue)
+            defaultText(column, *table, u"CREATE TABLE"_qs); // refuses what could never be inserted
+        parts += columnText(*table, column, false);
+    }
+    for (const TableConstraint &constraint : statement.constraints) {
+        const QString text = constraintText(*table, constraint);
+        if (!text.isEmpty())
+            parts += text;
+    }
+    m_out.sql = u"CREATE TABLE %1 (%2)"_qs.arg(table->sqliteName, parts.join(u", "_qs));
+    const Column *identity = table->identityColumn();
+    if (identity != nullptr && identity->seed != 1)
+        m_out.then.push_back(u"INSERT INTO %1sqlite_sequence(name, seq) VALUES (%2, %3)"_qs.arg(
+            schemaOf(*table), quotedText(plainName(*table).sliced(1).chopped(1)), QString::number(identity->seed - 1)));
+    m_out.writes = true;
+    m_out.definition = true;
+    m_out.cacheable = false;
+    m_out.countsRows = false;
+}
+
+void Writer::createIndex(const CreateIndexStatement &statement)
+{
+    const std::shared_ptr<const Table> table = writableTable(statement.table, statement.line);
+    m_inline = true;
+    QStringList columns;
+    for (const OrderItem &item : statement.columns) {
+        if (table->column(item.value->name) < 0)
+            throw Error(1911, u"Column name '%1' does not exist in the target table or view."_qs.arg(item.value->name),
+                        statement.line);
+        columns += quotedName(item.value->name) + (item.descending ? u" DESC"_qs : QString());
+    }
+    for (const QString &name : statement.include) {
+        if (table->column(name) < 0)
+            throw Error(1911, u"Column name '%1' does not exist in the target table or view."_qs.arg(name),
+                        statement.line);
+        // Included columns ride along at the end, where they decide nothing unless the index is unique.
+        if (!statement.unique)
+            columns += quotedName(name);
+    }
+    QString where;
+    if (statement.where) {
+        const Constants constants(*this, true);
+        const Scope scope = columnScope(*table);
+        where = u" WHERE "_qs + conditionText(*statement.where, scope);
+    }
+    m_out.sql = u"CREATE %1INDEX %2 ON %3 (%4)"_qs.arg(statement.unique ? u"UNIQUE "_qs : QString(),
+                                                       indexName(*table, statement.name), plainName(*table),
+                                                       columns.join(u", "_qs)) +
+                where;
+    m_out.writes = true;
+    m_out.definition = true;
+    m_out.cacheable = false;
+    m_out.countsRows = false;
+}
+
+void Writer::alterTable(const AlterTableStatement &statement)
+{
+    const std::shared_ptr<const Table> table = m_catalogue.table(statement.table);
+    if (!table)
+        throw Error(4902,
+                    u"Cannot find the object \"%1\" because it does not exist or you do not have permissions."_qs.arg(
+                        statement.table.display()),
+                    statement.line);
+    m_inline = true;
+    m_out.writes = true;
+    m_out.definition = true;
+    m_out.cacheable = false;
+    m_out.countsRows = false;
+    std::vector<QString> steps;
+    if (statement.action == AlterTableStatement::Action::DropConstraint)
+        throw Error(40517, u"ALTER TABLE … DROP CONSTRAINT is not supported in this version of the database."_qs,
+                    statement.line);
+    if (statement.action == AlterTableStatement::Action::DropColumn) {
+        for (const QString &name : statement.names)
+            steps.push_back(u"ALTER TABLE %1 DROP COLUMN %2"_qs.arg(table->sqliteName, quotedName(name)));
+    }
+    Catalogue changed = m_catalogue;
+    changed.apply(statement);
+    const std::shared_ptr<const Table> after = changed.table(statement.table);
+    for (const ColumnDefinition &column : statement.columns) {
+        if (column.identity)
+            throw Error(40517, u"ALTER TABLE … ADD IDENTITY is not supported in this version of the database."_qs,
+                        statement.line);
+        const Column &added = after->columns[static_cast<std::size_t>(after->column(column.name))];
+        if (!added.nullable && !added.defaultValue)
+            throw Error(
+                4901,
+                u"ALTER TABLE only allows columns to be added that can contain nulls, or have a DEFAULT definition specified. Column '%1' cannot be added to table '%2'."_qs
+                    .arg(column.name, table->name.display()),
+                statement.line);
+        steps.push_back(u"ALTER TABLE %1 ADD COLUMN %2"_qs.arg(table->sqliteName, columnText(*after, added, true)));
+    }
+    for (const TableConstraint &constraint : statement.constraints) {
+        using Kind = TableConstraint::Kind;
+        if (constraint.kind == Kind::Default)
+            continue;
+        if (constraint.kind != Kind::Unique && constraint.kind != Kind::PrimaryKey)
+            throw Error(
+                40517, u"ALTER TABLE … ADD CHECK and FOREIGN KEY are not supported in this version of the database."_qs,
+                statement.line);
+        const QString name = constraint.name.isEmpty() ? constraint.columns.front() : constraint.name;
+        steps.push_back(u"CREATE UNIQUE INDEX %1 ON %2 (%3)"_qs.arg(indexName(*table, name), plainName(*table),
+                                                                    nameListText(constraint.columns)));
+    }
+    if (!steps.empty()) {
+        m_out.sql = steps.front();
+        m_out.then.assign(steps.begin() + 1, steps.end());
+    }
+}
+
+void Writer::drop(const DropStatement &statement)
+{
+    using What = DropStatement::What;
+    m_out.writes = true;
+    m_out.definition = true;
+    m_out.cacheable = false;
+    m_out.countsRows = false;
+    std::vector<QString> steps;
+    if (statement.what == What::Table) {
+        for (const ObjectName &name : statement.names) {
+            const std::shared_ptr<const Table> table = m_catalogue.table(name);
+            if (table)
+                steps.push_back(u"DROP TABLE %1"_qs.arg(table->sqliteName));
+            else if (!statement.ifExists)
+                throw Error(
+                    3701,
+                    u"Cannot drop the table '%1', because it does not exist or you do not have permission."_qs.arg(
+                        name.display()),
+                    statement.line);
+        }
+    } else if (statement.what == What::Index) {
+        const std::shared_ptr<const Table> table = writableTable(statement.onTable, statement.line);
+        for (const ObjectName &name : statement.names)
+            steps.push_back((statement.ifExists ? u"DROP INDEX IF EXISTS "_qs : u"DROP INDEX "_qs) +
+                            indexName(*table, name.name));
+    } else {
+        Catalogue changed = m_catalogue;
+        changed.apply(statement);
+    }
+    if (!steps.empty()) {
+        m_out.sql = steps.front();
+        m_out.then.assign(steps.begin() + 1, steps.end());
+    }
+}
+
+/// Views, procedures, functions and schemas live in the catalogue only; a view has to make sense already.
+void Writer::module(const Statement &statement)
+{
+    Catalogue changed = m_catalogue;
+    changed.apply(statement);
+    if (statement.kind == StatementKind::CreateView) {
+        const auto &view = as<CreateViewStatement>(statement);
+        const QueryText text = moduleQuery(view.query, view.columns);
+        for (const ResultColumn &column : text.columns) {
+            if (column.name.isEmpty())
+                throw Error(4511,
+                            u"Create View or Function failed because no column name was specified for a column."_qs,
+                            statement.line);
+        }
+    }
+    m_out = Compiled();
+    m_out.writes = true;
+    m_out.definition = true;
+    m_out.cacheable = false;
+    m_out.countsRows = false;
+}
+
+} // namespace tsql

@@ -1,0 +1,392 @@
+#include "tsql/error.h"
+#include "tsql/writer_impl.h"
+
+namespace tsql {
+
+Operand Writer::made(QString sql, const SqlType &type) const
+{
+    Operand operand;
+    operand.sql = std::move(sql);
+    operand.type = type;
+    return operand;
+}
+
+Operand Writer::value(const Expression &node, const Scope &scope)
+{
+    try {
+        Operand operand = valueNode(node, scope);
+        if (operand.type.kind == Kind::Condition)
+            throw Error(4145, u"A condition is not allowed where a value is expected."_qs, node.line);
+        return operand;
+    } catch (Error &error) {
+        if (error.line() == 0 && !m_constants)
+            error.setLine(node.line);
+        throw;
+    }
+}
+
+Operand Writer::valueNode(const Expression &node, const Scope &scope)
+{
+    switch (node.kind) {
+    case ExpressionKind::Literal:
+        return literal(node);
+    case ExpressionKind::Null:
+        return {};
+    case ExpressionKind::Column:
+        return column(node, scope);
+    case ExpressionKind::Variable:
+        return variable(node);
+    case ExpressionKind::Negate:
+        return negate(node, scope);
+    case ExpressionKind::BitNot: {
+        Operand operand = value(*node.args[0], scope);
+        if (!operand.type.isInteger())
+            throw Error(8117, u"Operand data type %1 is invalid for '~' operator."_qs.arg(kindName(operand.type.kind)));
+        return made(operand.type.kind == Kind::Bit ? u"(1 - %1)"_qs.arg(text(operand)) : u"(~%1)"_qs.arg(text(operand)),
+                    operand.type);
+    }
+    case ExpressionKind::Arithmetic:
+        return arithmetic(node, scope);
+    case ExpressionKind::Scalar:
+        return scalarSubquery(node, scope);
+    case ExpressionKind::Case:
+        return caseValue(node, scope);
+    case ExpressionKind::Cast:
+        return cast(node, scope);
+    case ExpressionKind::Function:
+        return function(node, scope);
+    case ExpressionKind::Collate: {
+        Operand operand = value(*node.args[0], scope);
+        if (!operand.type.isText())
+            throw Error(447, u"Expression type %1 is invalid for COLLATE clause."_qs.arg(kindName(operand.type.kind)));
+        const QString name = node.name.toUpper();
+        const bool exact = name.contains(u"_CS_") || name.endsWith(u"_BIN") || name.endsWith(u"_BIN2");
+        Operand result =
+            made(u"(%1 COLLATE %2)"_qs.arg(text(operand), exact ? u"BINARY"_qs : u"TSQL_CI"_qs), operand.type);
+        result.column = true;
+        return result;
+    }
+    case ExpressionKind::Star:
+        throw Error(102, u"Incorrect syntax near '*'."_qs, node.line);
+    case ExpressionKind::Default:
+        throw Error(156, u"Incorrect syntax near the keyword 'DEFAULT'."_qs, node.line);
+    default:
+        throw Error(4145, u"A condition is not allowed where a value is expected."_qs, node.line);
+    }
+}
+
+namespace {
+
+QString notBound(const Expression &node)
+{
+    return u"The multi-part identifier \"%1.%2\" could not be bound."_qs.arg(node.qualifier, node.name);
+}
+
+bool namesSource(const Source &source, const QString &qualifier)
+{
+    return sameName(source.name, qualifier) || (!source.table.isEmpty() && sameName(source.table, qualifier));
+}
+
+} // namespace
+
+Operand Writer::column(const Expression &node, const Scope &scope)
+{
+    for (const Scope *level = &scope; level != nullptr; level = level->outer) {
+        const SourceColumn *found = nullptr;
+        for (const Source &source : level->sources) {
+            if (!node.qualifier.isEmpty() && !namesSource(source, node.qualifier))
+                continue;
+            for (const SourceColumn &candidate : source.columns) {
+                if (!sameName(candidate.name, node.name))
+                    continue;
+                if (found != nullptr)
+                    throw Error(209, u"Ambiguous column name '%1'."_qs.arg(node.name), node.line);
+                found = &candidate;
+            }
+        }
+        if (found == nullptr)
+            continue;
+        if (level->grouped && !level->inAggregate && !groupedAway(node, *level))
+            throw Error(8120,
+                        u"Column '%1' is invalid in the select list because it is not contained in either an aggregate "
+                        "function or the GROUP BY clause."_qs.arg(node.name),
+                        node.line);
+        Operand operand = made(found->sql, found->type);
+        operand.column = true;
+        operand.nullable = found->nullable;
+        operand.table = found->table;
+        return operand;
+    }
+    if (node.qualifier.isEmpty())
+        throw Error(207, u"Invalid column name '%1'."_qs.arg(node.name), node.line);
+    throw Error(4104, notBound(node), node.line);
+}
+
+/// Whether the column is one of the grouped ones of its level.
+bool Writer::groupedAway(const Expression &node, const Scope &scope)
+{
+    if (scope.groupBy == nullptr)
+        return false;
+    for (const ExpressionPtr &item : *scope.groupBy) {
+        if (item->kind == ExpressionKind::Column && sameName(item->name, node.name) &&
+            (item->qualifier.isEmpty() || node.qualifier.isEmpty() || sameName(item->qualifier, node.qualifier)))
+            return true;
+    }
+    return false;
+}
+
+bool Writer::sameExpression(const Expression &left, const Expression &right)
+{
+    if (left.kind != right.kind || left.args.size() != right.args.size() || !sameName(left.name, right.name) ||
+        left.query || right.query || left.type != right.type)
+        return false;
+    const bool qualified = !left.qualifier.isEmpty() && !right.qualifier.isEmpty();
+    if (qualified && !sameName(left.qualifier, right.qualifier))
+        return false;
+    if (left.kind == ExpressionKind::Literal) {
+        if (left.value.kind != right.value.kind || left.value.text != right.value.text)
+            return false;
+        if (!m_constants && left.literal >= 0 && left.literal != right.literal) {
+            m_out.needs.push_back({left.literal, true});
+            m_out.needs.push_back({right.literal, true});
+        }
+    }
+    for (std::size_t i = 0; i < left.args.size(); ++i) {
+        if (!sameExpression(*left.args[i], *right.args[i]))
+            return false;
+    }
+    return true;
+}
+
+Operand Writer::negate(const Expression &node, const Scope &scope)
+{
+    Operand operand = value(*node.args[0], scope);
+    const bool literal = operand.pending &&
+                         (operand.pending->source == Parameter::Source::Literal ||
+                          operand.pending->source == Parameter::Source::Constant) &&
+                         operand.type.isNumber();
+    if (literal) {
+        operand.pending->negate = !operand.pending->negate;
+        return operand;
+    }
+    if (operand.isNull())
+        return operand;
+    if (operand.type.isDecimal())
+        return made(u"dec_neg(%1)"_qs.arg(text(operand)), operand.type);
+    if (operand.type.isReal())
+        return made(u"(-%1)"_qs.arg(text(operand)), operand.type);
+    if (operand.type.isInteger() && operand.type.kind != Kind::Bit)
+        return made(u"int_fit(-%1, %2)"_qs.arg(text(operand), kindNumber(operand.type.kind)), operand.type);
+    throw Error(8117, u"Operand data type %1 is invalid for minus operator."_qs.arg(kindName(operand.type.kind)));
+}
+
+Operand Writer::arithmetic(const Expression &node, const Scope &scope)
+{
+    for (const Scope *level = &scope; level != nullptr; level = level->outer) {
+        if (!level->grouped || level->inAggregate || level->groupBy == nullptr)
+            continue;
+        for (const ExpressionPtr &item : *level->groupBy) {
+            if (item->kind != ExpressionKind::Arithmetic || !sameExpression(*item, node))
+                continue;
+            Scope inner = *level;
+            inner.inAggregate = true;
+            Operand left = value(*node.args[0], inner);
+            Operand right = value(*node.args[1], inner);
+            return arithmeticOf(node.name[0], left, right);
+        }
+    }
+    Operand left = value(*node.args[0], scope);
+    Operand right = value(*node.args[1], scope);
+    return arithmeticOf(node.name[0], left, right);
+}
+
+Operand Writer::arithmeticOf(QChar op, Operand &left, Operand &right)
+{
+    if (left.isNull() && right.isNull())
+        return left;
+    const bool textual = (left.type.isText() || left.isNull()) && (right.type.isText() || right.isNull());
+    if (textual) {
+        if (op == u'+')
+            return concatenation(left, right);
+        const SqlType &type = left.isNull() ? right.type : left.type;
+        throw Error(8117, u"Operand data type %1 is invalid for '%2' operator."_qs.arg(kindName(type.kind), op));
+    }
+    if (left.type.isDate() || right.type.isDate())
+        return dateArithmetic(op, left, right);
+    const SqlType type = commonType(left.type, right.type);
+    if (type.isInteger())
+        return integerArithmetic(op, left, right, type);
+    if (QStringView(u"&|^").contains(op) || !type.isNumber())
+        throw Error(402, u"The data types %1 and %2 are incompatible in the '%3' operator."_qs.arg(
+                             kindName(left.type.kind), kindName(right.type.kind), op));
+    if (type.isDecimal())
+        return decimalArithmetic(op, left, right);
+    if (op == u'%')
+        throw Error(402, u"The data types %1 and %2 are incompatible in the modulo operator."_qs.arg(
+                             kindName(left.type.kind), kindName(right.type.kind)));
+    const Target target{type, {}, {}, {}};
+    const QString a = convert(left, target);
+    const QString b = convert(right, target);
+    return made(op == u'/' ? u"real_div(%1, %2)"_qs.arg(a, b) : u"(%1 %2 %3)"_qs.arg(a, op, b), type);
+}
+
+Operand Writer::concatenation(Operand &left, Operand &right)
+{
+    const SqlType type = commonType(left.type, right.type);
+    const int limit = type.isUnicode() ? 4000 : 8000;
+    const bool unlimited = left.type.length == SqlType::Max || right.type.length == SqlType::Max;
+    const int length = unlimited ? SqlType::Max : qMin(limit, left.type.length + right.type.length);
+    const Kind kind = type.isUnicode() ? Kind::NVarChar : Kind::VarChar;
+    return made(u"(%1 || %2)"_qs.arg(text(left), text(right)), SqlType::text(kind, length));
+}
+
+Operand Writer::integerArithmetic(QChar op, Operand &left, Operand &right, const SqlType &common)
+{
+    // Sums of bits are ints; everything else keeps the wider kind.
+    SqlType type{common.kind};
+    const bool bitwise = QStringView(u"&|^").contains(op);
+    if (type.kind == Kind::Bit && !bitwise)
+        type.kind = Kind::Int;
+    const Target target{type, {}, {}, {}};
+    const QString a = convert(left, target);
+    const QString b = convert(right, target);
+    switch (op.unicode()) {
+    case u'/':
+        return made(u"int_fit(int_div(%1, %2), %3)"_qs.arg(a, b, kindNumber(type.kind)), type);
+    case u'%':
+        return made(u"int_mod(%1, %2)"_qs.arg(a, b), type);
+    case u'^':
+        return made(u"((%1 | %2) & ~(%1 & %2))"_qs.arg(a, b), type);
+    case u'&':
+    case u'|':
+        return made(u"(%1 %2 %3)"_qs.arg(a, op, b), type);
+    default:
+        return made(u"int_fit(%1 %2 %3, %4)"_qs.arg(a, op, b, kindNumber(type.kind)), type);
+    }
+}
+
+/// The operand's type as a decimal. A whole literal counts its own digits, which then belong to the statement.
+SqlType Writer::decimalTypeOf(Operand &operand)
+{
+    const bool literal = operand.pending && operand.type.kind == Kind::Int && operand.type.precision > 0;
+    if (operand.pending && (literal || operand.type.isDecimal()))
+        need(*operand.pending, false);
+    return literal ? SqlType::decimal(operand.type.precision, 0) : asDecimal(operand.type);
+}
+
+Operand Writer::decimalArithmetic(QChar op, Operand &left, Operand &right)
+{
+    // A text takes the type of the number it meets.
+    const bool money = (left.type.kind == Kind::Money || right.type.kind == Kind::Money) &&
+                       left.type.kind != Kind::Decimal && right.type.kind != Kind::Decimal;
+    const SqlType leftType = left.type.isText() || left.isNull() ? decimalTypeOf(right) : decimalTypeOf(left);
+    const SqlType rightType = right.type.isText() || right.isNull() ? decimalTypeOf(left) : decimalTypeOf(right);
+    SqlType type = money ? SqlType::money() : decimalResult(op, leftType, rightType);
+    const QString a = convert(left, {leftType, {}, {}, {}});
+    const QString b = convert(right, {rightType, {}, {}, {}});
+    static const QHash<QChar, QString> names = {{u'+', u"dec_add"_qs},
+                                                {u'-', u"dec_sub"_qs},
+                                                {u'*', u"dec_mul"_qs},
+                                                {u'/', u"dec_div"_qs},
+                                                {u'%', u"dec_mod"_qs}};
+    return made(u"%1(%2, %3, %4, %5, %6, %7)"_qs.arg(names[op], a, QString::number(leftType.scale), b,
+                                                     QString::number(rightType.scale), QString::number(type.precision),
+                                                     QString::number(type.scale)),
+                type);
+}
+
+Operand Writer::dateArithmetic(QChar op, Operand &left, Operand &right)
+{
+    const bool dateFirst = left.type.kind == Kind::DateTime || left.type.kind == Kind::SmallDateTime;
+    const bool days = right.type.isInteger() || right.type.isText();
+    if ((op != u'+' && op != u'-') || !dateFirst || !days)
+        throw Error(402, u"The data types %1 and %2 are incompatible in the '%3' operator."_qs.arg(
+                             kindName(left.type.kind), kindName(right.type.kind), op));
+    const SqlType type = left.type;
+    const QString count = convert(right, {{Kind::Int}, {}, {}, {}});
+    const QString sign = op == u'-' ? u"-"_qs : QString();
+    return made(u"date_add('day', %1%2, %3, %4)"_qs.arg(sign, count, text(left), kindNumber(type.kind)), type);
+}
+
+Operand Writer::caseValue(const Expression &node, const Scope &scope)
+{
+    const std::size_t first = node.hasOperand ? 1 : 0;
+    const std::size_t pairs = (node.args.size() - first) / 2;
+    const bool hasElse = (node.args.size() - first) % 2 != 0;
+    std::vector<QString> conditions;
+    std::vector<Operand> results;
+    for (std::size_t i = 0; i < pairs; ++i) {
+        const Expression &when = *node.args[first + 2 * i];
+        if (node.hasOperand) {
+            Operand operand = value(*node.args[0], scope);
+            Operand candidate = value(when, scope);
+            conditions.push_back(compare(u"="_qs, operand, candidate));
+        } else {
+            conditions.push_back(conditionText(when, scope));
+        }
+        results.push_back(value(*node.args[first + 2 * i + 1], scope));
+    }
+    if (hasElse)
+        results.push_back(value(*node.args.back(), scope));
+    SqlType type;
+    for (Operand &result : results) {
+        if (result.pending && result.type.isDecimal())
+            need(*result.pending, false);
+        type = commonType(type, result.type);
+    }
+    if (type.kind == Kind::Null)
+        throw Error(
+            8133,
+            u"At least one of the result expressions in a CASE specification must be an expression other than the NULL constant."_qs,
+            node.line);
+    QString sql = u"CASE"_qs;
+    for (std::size_t i = 0; i < pairs; ++i)
+        sql += u" WHEN %1 THEN %2"_qs.arg(conditions[i], convert(results[i], {type, {}, {}, {}}));
+    if (hasElse)
+        sql += u" ELSE %1"_qs.arg(convert(results.back(), {type, {}, {}, {}}));
+    return made(sql + u" END"_qs, type);
+}
+
+Operand Writer::cast(const Expression &node, const Scope &scope)
+{
+    SqlType type = node.type;
+    if ((type.isText() || type.isBinary()) && type.length == 0)
+        type.length = 30;
+    Operand operand = value(*node.args[0], scope);
+    if (operand.isNull())
+        return made(u"NULL"_qs, type);
+    if (node.args.size() > 1 && operand.type.isDate() && type.isText()) {
+        Operand style = value(*node.args[1], scope);
+        const QString kind = kindNumber(operand.type.kind);
+        const QString shown =
+            u"date_text(%1, %2, %3)"_qs.arg(text(operand), kind, convert(style, {{Kind::Int}, {}, {}, {}}));
+        return made(fitted(shown, SqlType::text(Kind::VarChar, 30), {type, {}, {}, {}}), type);
+    }
+    if (node.tryCast) {
+        // Conversions raise errors from within; a try asks first whether the text is such a value.
+        if (!operand.type.isText() || type.isText())
+            return made(convert(operand, {type, {}, {}, {}}), type);
+        const QString sql = text(operand);
+        return made(u"CASE WHEN can_convert(%1, %2, %3, %4) THEN %5 END"_qs.arg(
+                        sql, kindNumber(type.kind), QString::number(type.precision), QString::number(type.scale),
+                        converted(made(sql, operand.type), {type, {}, {}, {}})),
+                    type);
+    }
+    return made(convert(operand, {type, {}, {}, {}}), type);
+}
+
+Operand Writer::scalarSubquery(const Expression &node, const Scope &scope)
+{
+    const QueryText inner = query(*node.query, &scope);
+    if (inner.columns.size() != 1)
+        throw Error(
+            116,
+            u"Only one expression can be specified in the select list when the subquery is not introduced with EXISTS."_qs,
+            node.line);
+    const ResultColumn &column = inner.columns.front();
+    if (singleRow(*node.query))
+        return made(u"(%1)"_qs.arg(inner.sql), column.type);
+    return made(u"(SELECT tsql_single(%1) FROM (%2))"_qs.arg(quotedName(u"c1"_qs), inner.sql), column.type);
+}
+
+} // namespace tsql
