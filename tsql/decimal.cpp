@@ -188,6 +188,12 @@ Decimal Decimal::fromText(std::string_view text, bool &ok)
     return {withSign(units, negative), scale};
 }
 
+Decimal Decimal::fromText(const QString &text, bool &ok)
+{
+    const QByteArray utf8 = text.toUtf8();
+    return fromText(std::string_view(utf8.constData(), size_t(utf8.size())), ok);
+}
+
 Decimal Decimal::fromBlob(const void *data, int size, int scale)
 {
     if (size == 0)

@@ -29,6 +29,7 @@ struct Decimal
      * `ok` is false when the text is not a decimal number (an exponent is not one either).
      */
     static Decimal fromText(std::string_view text, bool &ok);
+    static Decimal fromText(const QString &text, bool &ok);
     /** Reads the encoding of toBlob; the scale is the column's. */
     static Decimal fromBlob(const void *data, int size, int scale);
 

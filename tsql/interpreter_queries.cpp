@@ -1,6 +1,7 @@
 #include "tsql/dates.h"
 #include "tsql/error.h"
 #include "tsql/interpreter.h"
+#include "tsql/literals.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
@@ -16,40 +17,9 @@ struct TypedValue
     SqlType type;
 };
 
-TypedValue decimalLiteral(const Literal &literal, bool negate)
+TypedValue typedLiteral(const Literal &literal, bool negate)
 {
-    bool ok = false;
-    const QByteArray digits = literal.text.toLatin1();
-    Decimal value = Decimal::fromText({digits.constData(), size_t(digits.size())}, ok);
-    if (negate)
-        value.units = -value.units;
-    return {Value::ofBlob(value.toBlob()), SqlType::decimal(Decimal::MaxPrecision, value.scale)};
-}
-
-TypedValue literalValue(const Literal &literal, bool negate)
-{
-    switch (literal.kind) {
-    case LiteralKind::Integer:
-        return {Value::ofInteger(negate ? -literal.integer : literal.integer), {Kind::Int, 0, 0, 0}};
-    case LiteralKind::Decimal:
-        return decimalLiteral(literal, negate);
-    case LiteralKind::Float: {
-        const double value = literal.text.toDouble();
-        return {Value::ofReal(negate ? -value : value), {Kind::Float, 0, 0, 0}};
-    }
-    case LiteralKind::Text:
-        return {Value::ofText(literal.text), SqlType::text(Kind::VarChar, int(literal.text.size()))};
-    case LiteralKind::Unicode:
-        return {Value::ofText(literal.text), SqlType::text(Kind::NVarChar, int(literal.text.size()))};
-    case LiteralKind::Binary: {
-        const QString digits =
-            literal.text.startsWith(u"0x"_qs, Qt::CaseInsensitive) ? literal.text.mid(2) : literal.text;
-        const QByteArray hex = digits.toLatin1();
-        return {Value::ofBlob(QByteArray::fromHex(hex.size() % 2 ? '0' + hex : hex)),
-                {Kind::VarBinary, 0, 0, SqlType::Max}};
-    }
-    }
-    return {};
+    return {literalValue(literal, negate), literalType(literal)};
 }
 
 SqlType nvarchar()
@@ -139,11 +109,11 @@ void Interpreter::bind(sqlite3_stmt *statement, const Compiled &compiled, Frame 
         TypedValue given;
         switch (parameter.source) {
         case Parameter::Source::Literal:
-            given = literalValue(frame.literals ? (*frame.literals)[size_t(parameter.literal)] : parameter.value,
+            given = typedLiteral(frame.literals ? (*frame.literals)[size_t(parameter.literal)] : parameter.value,
                                  parameter.negate);
             break;
         case Parameter::Source::Constant:
-            given = literalValue(parameter.value, parameter.negate);
+            given = typedLiteral(parameter.value, parameter.negate);
             break;
         case Parameter::Source::Variable:
             given = {frame.variables.value(parameter.name), parameter.variableType};
@@ -152,7 +122,8 @@ void Interpreter::bind(sqlite3_stmt *statement, const Compiled &compiled, Frame 
             given = {systemValue(parameter.name, frame), systemType(parameter.name)};
             break;
         }
-        if (given.type == parameter.type || given.value.isNull()) {
+        const bool plainInt = given.type.kind == Kind::Int && parameter.type.kind == Kind::Int;
+        if (plainInt || given.type == parameter.type || given.value.isNull()) {
             bindValue(statement, index, given.value);
             continue;
         }

@@ -1,0 +1,179 @@
+// Runs the statement files of this folder (*.test). Each file has a database of its own.
+//
+//   == title [connection]     a case; without [connection] it runs on the first one
+//   statements …
+//   -->                       then what comes back:
+//   1 | ab | NULL             a line for each row; a line "---" before each further result set
+//   error 8134 line 2: text   the refusal, "line n" where it matters
+//
+// A case without --> must run and give nothing back. Lines that begin with ## are remarks.
+
+#include "tests/support/test_main.h"
+#include "tsql/driver.h"
+
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QSqlRecord>
+#include <QTemporaryDir>
+#include <QtTest>
+
+class TestStatements : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void files_data();
+    void files();
+};
+
+namespace {
+
+struct Case
+{
+    QString title;
+    QString connection;
+    QString statements;
+    QStringList expected;
+    int line = 0;
+};
+
+QList<Case> casesIn(const QString &path)
+{
+    QFile file(path);
+    QList<Case> cases;
+    if (!file.open(QIODevice::ReadOnly))
+        return cases;
+    const QStringList lines = QString::fromUtf8(file.readAll()).split(u'\n');
+    bool expecting = false;
+    int number = 0;
+    for (const QString &line : lines) {
+        ++number;
+        if (line.startsWith(u"##"_qs))
+            continue;
+        if (line.startsWith(u"== "_qs)) {
+            const QString title = line.mid(3).trimmed();
+            const qsizetype bracket = title.endsWith(u']') ? title.lastIndexOf(u'[') : -1;
+            cases.append({title, bracket < 0 ? QString() : title.mid(bracket), {}, {}, number});
+            expecting = false;
+        } else if (line == u"-->"_qs) {
+            expecting = true;
+        } else if (!cases.isEmpty() && expecting) {
+            if (!line.isEmpty())
+                cases.last().expected += line;
+        } else if (!cases.isEmpty()) {
+            cases.last().statements += line + u'\n';
+        }
+    }
+    return cases;
+}
+
+QString shown(const QVariant &value)
+{
+    if (value.isNull())
+        return u"NULL"_qs;
+    switch (value.typeId()) {
+    case QMetaType::Bool:
+        return value.toBool() ? u"1"_qs : u"0"_qs;
+    case QMetaType::QByteArray:
+        return u"0x"_qs + QString::fromLatin1(value.toByteArray().toHex().toUpper());
+    case QMetaType::QDate:
+        return value.toDate().toString(u"yyyy-MM-dd"_qs);
+    case QMetaType::QDateTime:
+        return value.toDateTime().toString(u"yyyy-MM-dd hh:mm:ss.zzz"_qs);
+    default:
+        return value.toString();
+    }
+}
+
+QStringList answer(QSqlQuery &query, const QString &statements, bool withLine)
+{
+    QStringList lines;
+    if (query.exec(statements)) {
+        bool first = true;
+        do {
+            if (!query.isSelect())
+                continue;
+            if (!first)
+                lines += u"---"_qs;
+            first = false;
+            while (query.next()) {
+                QStringList fields;
+                for (int i = 0; i < query.record().count(); ++i)
+                    fields += shown(query.value(i));
+                lines += fields.join(u" | "_qs);
+            }
+        } while (!query.lastError().isValid() && query.nextResult());
+    }
+    const QSqlError error = query.lastError();
+    if (error.isValid())
+        lines += u"error %1%2: %3"_qs.arg(
+            error.nativeErrorCode(), withLine ? u' ' + error.driverText().toLower() : QString(), error.databaseText());
+    return lines;
+}
+
+class Connections
+{
+public:
+    ~Connections()
+    {
+        for (const QString &name : std::as_const(m_names))
+            QSqlDatabase::removeDatabase(name);
+    }
+
+    QSqlDatabase get(const QString &name)
+    {
+        const QString full = u"statements "_qs + name;
+        if (m_names.contains(full))
+            return QSqlDatabase::database(full);
+        QSqlDatabase database = QSqlDatabase::addDatabase(new tsql::Driver, full);
+        m_names += full;
+        database.setDatabaseName(m_folder.filePath(u"statements.db"_qs));
+        database.open();
+        return database;
+    }
+
+private:
+    QTemporaryDir m_folder;
+    QStringList m_names;
+};
+
+} // namespace
+
+void TestStatements::files_data()
+{
+    QTest::addColumn<QString>("path");
+    const QDir folder(QLatin1String(GOODS_TEST_SOURCES));
+    const QFileInfoList files = folder.entryInfoList({u"*.test"_qs}, QDir::Files, QDir::Name);
+    for (const QFileInfo &file : files)
+        QTest::newRow(qPrintable(file.baseName())) << file.filePath();
+    if (files.isEmpty())
+        QFAIL("no statement files");
+}
+
+void TestStatements::files()
+{
+    QFETCH(QString, path);
+    Connections connections;
+    int failures = 0;
+    const QList<Case> cases = casesIn(path);
+    QVERIFY(!cases.isEmpty());
+    for (const Case &one : cases) {
+        const QSqlDatabase database = connections.get(one.connection);
+        QVERIFY2(database.isOpen(), qPrintable(database.lastError().text()));
+        QSqlQuery query(database);
+        query.setForwardOnly(true);
+        const bool withLine = !one.expected.isEmpty() && one.expected.last().contains(u" line "_qs);
+        const QStringList given = answer(query, one.statements, withLine);
+        if (given == one.expected)
+            continue;
+        ++failures;
+        qWarning().noquote() << QStringLiteral("%1:%2 %3\n  expected:\n    %4\n  given:\n    %5")
+                                    .arg(QFileInfo(path).fileName(), QString::number(one.line), one.title,
+                                         one.expected.join(u"\n    "_qs), given.join(u"\n    "_qs));
+    }
+    QCOMPARE(failures, 0);
+}
+
+REGISTER_TEST(TestStatements)
+
+#include "tst_statements.moc"
