@@ -162,6 +162,7 @@ void TestStatements::files()
         QVERIFY2(database.isOpen(), qPrintable(database.lastError().text()));
         QSqlQuery query(database);
         query.setForwardOnly(true);
+        query.setNumericalPrecisionPolicy(QSql::HighPrecision);
         const bool withLine = !one.expected.isEmpty() && one.expected.last().contains(u" line "_qs);
         const QStringList given = answer(query, one.statements, withLine);
         if (given == one.expected)
