@@ -87,6 +87,7 @@ void registerFunctions(sqlite3 *db, Catalogue *catalogue)
     addAggregates(db);
     addTextFunctions(db);
     addDateFunctions(db);
+    addGuards(db);
     addFunctions(db, systemFunctions);
     for (const int args : {1, 2})
         sqlite3_create_function_v2(db, "object_id", args, SQLITE_UTF8, catalogue, objectId, nullptr, nullptr, nullptr);

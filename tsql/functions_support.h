@@ -97,5 +97,6 @@ void addNumberFunctions(sqlite3 *db);
 void addAggregates(sqlite3 *db);
 void addTextFunctions(sqlite3 *db);
 void addDateFunctions(sqlite3 *db);
+void addGuards(sqlite3 *db);
 
 } // namespace tsql

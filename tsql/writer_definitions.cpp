@@ -115,14 +115,16 @@ void Writer::createTable(const CreateTableStatement &statement)
     if (m_catalogue.table(statement.table) || m_catalogue.view(statement.table))
         throw Error(2714, u"There is already an object named '%1' in the database."_qs.arg(statement.table.name),
                     statement.line);
-    m_inline = true;
     const std::shared_ptr<Table> table = makeTable(statement);
-    QStringList parts;
     for (const Column &column : table->columns) {
         if (column.defaultValue)
             defaultText(column, *table, u"CREATE TABLE"_qs); // refuses what could never be inserted
-        parts += columnText(*table, column, false);
     }
+    m_out = Compiled();
+    m_inline = true;
+    QStringList parts;
+    for (const Column &column : table->columns)
+        parts += columnText(*table, column, false);
     for (const TableConstraint &constraint : statement.constraints) {
         const QString text = constraintText(*table, constraint);
         if (!text.isEmpty())

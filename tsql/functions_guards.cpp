@@ -1,0 +1,91 @@
+// Functions that refuse or test a value: what a statement checks while it runs.
+#include "tsql/convert.h"
+#include "tsql/error.h"
+#include "tsql/functions_support.h"
+
+namespace tsql {
+
+namespace {
+
+/** not_null(value, table, column, verb) */
+void notNull(Call &call)
+{
+    if (call.isNull(0))
+        throw Error(515,
+                    u"Cannot insert the value NULL into column '%1', table '%2'; column does not allow nulls. %3 fails."_qs
+                        .arg(call.string(2), call.string(1), call.string(3)));
+    call.giveArgument(0);
+}
+
+bool converts(std::string_view text, const SqlType &type)
+{
+    try {
+        const Value value = Value::ofText(QByteArray(text.data(), qsizetype(text.size())));
+        convert(value, SqlType::text(Kind::VarChar, SqlType::Max), {type, false, {}, {}});
+        return true;
+    } catch (const Error &) {
+        return false;
+    }
+}
+
+/** can_convert(text, kind, precision, scale) */
+void canConvert(Call &call)
+{
+    const SqlType type{static_cast<Kind>(call.number(1)), call.number(2), call.number(3), 0};
+    call.give(qint64(converts(call.text(0), type)));
+}
+
+void isDate(Call &call)
+{
+    call.give(qint64(!call.isNull(0) && converts(call.text(0), {Kind::DateTime})));
+}
+
+constexpr Function guards[] = {
+    {"not_null", 4, notNull, true},
+    {"can_convert", 4, canConvert},
+    {"tsql_isdate", 1, isDate, true},
+};
+
+/** The one value of a subquery that stands for a value. */
+struct Single
+{
+    sqlite3_value *value;
+    bool taken;
+};
+
+void addSingle(sqlite3_context *context, int, sqlite3_value **values)
+{
+    auto *single = static_cast<Single *>(sqlite3_aggregate_context(context, sizeof(Single)));
+    if (!single) {
+        sqlite3_result_error_nomem(context);
+        return;
+    }
+    if (single->taken) {
+        raiseError(context, Error(512, u"Subquery returned more than 1 value. This is not permitted when the subquery "
+                                       "follows =, !=, <, <= , >, >= or when the subquery is used as an expression."_qs));
+        return;
+    }
+    single->taken = true;
+    single->value = sqlite3_value_dup(values[0]);
+}
+
+void giveSingle(sqlite3_context *context)
+{
+    auto *single = static_cast<Single *>(sqlite3_aggregate_context(context, 0));
+    if (!single || !single->value)
+        return;
+    sqlite3_result_value(context, single->value);
+    sqlite3_value_free(single->value);
+    single->value = nullptr;
+}
+
+} // namespace
+
+void addGuards(sqlite3 *db)
+{
+    addFunctions(db, guards);
+    sqlite3_create_function_v2(db, "tsql_single", 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS, nullptr,
+                               nullptr, addSingle, giveSingle, nullptr);
+}
+
+} // namespace tsql
