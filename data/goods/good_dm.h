@@ -96,6 +96,7 @@ public:
 
     int Good_ExistName(int code, const QString &name);
     int Good_ExistIndex(int code, const QString &index);
+    int Good_ExistDetailUniqueCode(int code, const QString &uniqueCode);
     bool Good_ExistBarCode(int code, const QString &barcode);
     /// `smsCode` is digits; throws RefusedText otherwise.
     bool Good_IsExistSMSCode(int code, const QString &smsCode);

@@ -108,6 +108,13 @@ int TGood_DM::Good_ExistIndex(int code, const QString &index)
     return Temp_QRY.RecordCount();
 }
 
+int TGood_DM::Good_ExistDetailUniqueCode(int code, const QString &uniqueCode)
+{
+    Temp_QRY.Open(u"select Code from GoodInf where Code <> "_s + QString::number(code) +
+                  u" AND DetailUniqueCode = "_s + host::QuotedStr(uniqueCode));
+    return Temp_QRY.RecordCount();
+}
+
 bool TGood_DM::Good_IsExistSMSCode(int code, const QString &smsCode)
 {
     Temp_QRY.Open(u"select SmsCode from GoodInf where code<>"_s + QString::number(code) + u" and SmsCode="_s +

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "data/goods/good_dm.h"
+#include "screens/good_editor/barcode_text.h"
+#include "screens/good_editor/refusals.h"
+
+#include <QtCore/QObject>
+
+class BarcodeEdit;
+
+/// The six barcode edits of a good, alike in everything. The first stands on the first tab, the others on a panel that
+/// is hidden for a good without barcodes until it gets one.
+class BarcodeFields : public QObject
+{
+    Q_OBJECT
+
+public:
+    using Edits = std::array<BarcodeEdit *, std::tuple_size_v<goods::Barcodes>>;
+
+    /// `panel` holds all edits but the first.
+    BarcodeFields(const Edits &edits, QWidget *panel, host::Host &host, TGood_DM &data, goods::Boundary run,
+                  QObject *parent);
+
+    /// Whose barcodes these are: its own row does not count as another good.
+    void SetGood(int code) { good_ = code; }
+    void Clear();
+    /// Shows the barcodes of a stored text.
+    void Show(const QString &text);
+    /// The text to store.
+    QString Text() const;
+
+    /// Refuses the first barcode that operates the sales screens.
+    goods::Refused CheckReserved() const;
+
+signals:
+    /// The barcode of `edit` was completed.
+    void Completed(BarcodeEdit *edit);
+
+private:
+    void Left(BarcodeEdit *edit);
+    goods::Refused CheckLeft(BarcodeEdit *edit) const;
+    goods::Refused CheckOperation(BarcodeEdit *edit) const;
+    void Complete(BarcodeEdit *edit);
+    void SwitchKeyboard(const char16_t *layout);
+
+    Edits edits_;
+    QWidget *panel_;
+    host::Host &host_;
+    TGood_DM &data_;
+    goods::Boundary run_;
+    int good_ = 0;
+};

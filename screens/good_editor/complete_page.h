@@ -1,0 +1,53 @@
+#pragma once
+
+#include "data/goods/good_dm.h"
+#include "screens/good_editor/barcode_fields.h"
+#include "screens/good_editor/refusals.h"
+
+#include <QtWidgets/QWidget>
+
+#include <memory>
+
+namespace Ui {
+class CompletePage;
+}
+
+/// The tab of everything that completes a good: sizes, place, short codes, tags, remark and the further barcodes.
+class CompletePage : public QWidget
+{
+    Q_OBJECT
+
+public:
+    CompletePage(host::Host &host, TGood_DM &data, QWidget *parent = nullptr);
+    ~CompletePage() override;
+
+    /// The edits of barcodes 2 to 6, after `first`.
+    BarcodeFields::Edits BarcodeEdits(BarcodeEdit *first) const;
+    QWidget *BarcodesPanel() const;
+
+    /// Reads tags and asset classes anew.
+    void FillLists();
+    void Clear();
+    void Show(const TGoodInfoRec &rec);
+    void Store(TGoodInfoRec &rec) const;
+
+    /// Applies the percent rules of the focused field.
+    goods::Refused LeaveFocused();
+    /// `code` is the good being edited.
+    goods::Refused CheckSmsCode(int code) const;
+    goods::Refused CheckSizes() const;
+    goods::Refused CheckUniqueCode(int code) const;
+
+    void SetReadOnly(bool readOnly);
+
+signals:
+    /// The user changed the tags.
+    void Changed();
+
+private:
+    void FillTags();
+
+    host::Host &host_;
+    TGood_DM &data_;
+    std::unique_ptr<Ui::CompletePage> ui_;
+};

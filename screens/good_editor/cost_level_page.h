@@ -1,0 +1,52 @@
+#pragma once
+
+#include "screens/good_editor/cost_level_side.h"
+#include "screens/good_editor/final_price_switch.h"
+
+#include <QtWidgets/QWidget>
+
+#include <memory>
+
+namespace Ui {
+class CostLevelPage;
+}
+
+/// The tab of prices by level.
+class CostLevelPage : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// `run` is the boundary of errors for what happens at once.
+    CostLevelPage(host::Host &host, TGood_DM &data, goods::Boundary run, QWidget *parent = nullptr);
+    ~CostLevelPage() override;
+
+    /// Makes the working prices of a good and shows them.
+    void Open(int goodCode, host::TFormMode mode);
+    /// The good got another code, and its working rows with it.
+    void MoveTo(int goodCode);
+    void Show(const TGoodInfoRec &rec);
+    void Store(TGoodInfoRec &rec) const;
+
+    void SetBothExempt(bool exempt);
+    void SetReadOnly(bool readOnly);
+    /// Writes a price that is still being typed to its working row.
+    void Post();
+    /// Moves the focus out of a grid first, so that its price counts.
+    goods::Refused CheckDefaults();
+
+signals:
+    void Changed();
+
+private:
+    void WarnOfSettings();
+
+    host::Host &host_;
+    TGood_DM &data_;
+    std::unique_ptr<Ui::CostLevelPage> ui_;
+    CostLevelSide *sell_;
+    CostLevelSide *buy_;
+    FinalPriceSwitch *sellFinal_;
+    FinalPriceSwitch *buyFinal_;
+    bool isNew_ = true;
+};

@@ -1,0 +1,76 @@
+#include "screens/good_editor/cost_level_side.h"
+
+#include "host/controls/grid.h"
+#include "screens/good_editor/leave_watch.h"
+
+#include <QtWidgets/QComboBox>
+#include <QtWidgets/QLabel>
+
+CostLevelSide::Operations CostLevelSide::Sell()
+{
+    return {&TGood_DM::SellDetails_QRY, &TGood_DM::CostLevel_Sell_GetAll, &TGood_DM::CostLevel_Sell_Fill,
+            &TGood_DM::CostLevel_Sell_Update, &TGood_DM::CostLevel_Sell_NotSelect};
+}
+
+CostLevelSide::Operations CostLevelSide::Buy()
+{
+    return {&TGood_DM::BuyDetails_QRY, &TGood_DM::CostLevel_Buy_GetAll, &TGood_DM::CostLevel_Buy_Fill,
+            &TGood_DM::CostLevel_Buy_Update, &TGood_DM::CostLevel_Buy_NotSelect};
+}
+
+CostLevelSide::CostLevelSide(const Operations &operations, TGood_DM &data, host::Grid *grid, QComboBox *defaultLevel,
+                             QLabel *hint, goods::Boundary run, QObject *parent)
+    : QObject(parent), operations_(operations), data_(data), grid_(grid), default_(defaultLevel), hint_(hint),
+      hintText_(hint->text()), run_(std::move(run))
+{
+    grid_->SetColumns({{QStringLiteral("Name"), QStringLiteral("سطح قیمت"), 110},
+                       {QStringLiteral("Cost"), QStringLiteral("قیمت"), 110, false, host::ColumnFormat::Price},
+                       {QStringLiteral("deftitle"), QStringLiteral("پیش فرض"), 60}});
+    grid_->SetSource(&Rows(), QStringLiteral("CostLevelCode"));
+    connect(default_, &QComboBox::activated, this, [this] { run_([this] { ChooseDefault(); }); });
+    connect(&Rows(), &host::Dataset::FieldChanged, this, &CostLevelSide::Changed);
+    goods::OnLeave(grid_, goods::RuleTime::Afterwards, [this] { run_([this] { Post(); }); });
+}
+
+void CostLevelSide::Open(int goodCode)
+{
+    MoveTo(goodCode);
+    QList<host::Entity> levels;
+    const int chosen = (data_.*operations_.Fill)(levels, goodCode);
+    default_->clear();
+    for (const host::Entity &level : levels)
+        default_->addItem(level.Name, level.Code);
+    default_->setCurrentIndex(chosen);
+}
+
+void CostLevelSide::MoveTo(int goodCode)
+{
+    good_ = goodCode;
+    (data_.*operations_.GetAll)(goodCode);
+    // A good that came from elsewhere has no price row; its first save makes one.
+    hint_->setText(Rows().IsEmpty()
+                       ? QStringLiteral("این کالا هنوز ردیف قیمت ندارد؛ پس از ذخیره می توانید قیمت ها را وارد کنید.")
+                       : hintText_);
+}
+
+void CostLevelSide::Post()
+{
+    if (Rows().IsEditing())
+        Rows().Post();
+}
+
+void CostLevelSide::ChooseDefault()
+{
+    Post();
+    (data_.*operations_.Update)(good_, default_->currentData().toInt());
+    (data_.*operations_.GetAll)(good_);
+    emit Changed();
+}
+
+goods::Refused CostLevelSide::CheckDefault() const
+{
+    const int level = default_->currentData().toInt();
+    if (level == 0 || !(data_.*operations_.NotSelect)(good_, level))
+        return {};
+    return goods::RequiredField(grid_, QStringLiteral("قيمت سطح پيش فرض"));
+}

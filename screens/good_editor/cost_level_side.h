@@ -1,0 +1,63 @@
+#pragma once
+
+#include "data/goods/good_dm.h"
+#include "screens/good_editor/refusals.h"
+
+#include <QtCore/QObject>
+
+class QComboBox;
+class QLabel;
+
+namespace host {
+class Grid;
+}
+
+/// The price levels of one side, sale or purchase: the grid of prices, edited in place, and the default level. What is
+/// typed goes to the good's working rows at once and reaches its price row when the good is saved.
+class CostLevelSide : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// The data module's operations on one side.
+    struct Operations
+    {
+        host::Dataset TGood_DM::*rows;
+        void (TGood_DM::*GetAll)(int goodCode);
+        int (TGood_DM::*Fill)(QList<host::Entity> &list, int goodCode);
+        void (TGood_DM::*Update)(int goodCode, int level);
+        bool (TGood_DM::*NotSelect)(int goodCode, int level);
+    };
+    static Operations Sell();
+    static Operations Buy();
+
+    /// The controls belong to the page, which is `parent`. `run` is the boundary of errors for what happens at once.
+    CostLevelSide(const Operations &operations, TGood_DM &data, host::Grid *grid, QComboBox *defaultLevel, QLabel *hint,
+                  goods::Boundary run, QObject *parent);
+
+    /// Shows the working rows of the good and its default level.
+    void Open(int goodCode);
+    /// The working rows moved to another code.
+    void MoveTo(int goodCode);
+    /// Writes a price that is still being typed to its working row.
+    void Post();
+
+    goods::Refused CheckDefault() const;
+
+signals:
+    /// The user changed a price or the default level.
+    void Changed();
+
+private:
+    host::Dataset &Rows() const { return data_.*operations_.rows; }
+    void ChooseDefault();
+
+    Operations operations_;
+    TGood_DM &data_;
+    host::Grid *grid_;
+    QComboBox *default_;
+    QLabel *hint_;
+    QString hintText_;
+    goods::Boundary run_;
+    int good_ = 0;
+};

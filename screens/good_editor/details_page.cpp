@@ -1,0 +1,27 @@
+#include "screens/good_editor/details_page.h"
+
+#include "ui_details_page.h"
+
+DetailsPage::DetailsPage(TGood_DM &data, QWidget *parent)
+    : QWidget(parent), data_(data), ui_(std::make_unique<Ui::DetailsPage>())
+{
+    ui_->setupUi(this);
+    ui_->DetailCommands_PNL->hide();
+    ui_->GoodDetails_GRD->SetColumns({{QStringLiteral("GoodDetailTitle"), QStringLiteral("عنوان جزئیات"), 360}});
+    ui_->GoodDetails_GRD->SetSource(&data_.GoodDetails_QRY, QStringLiteral("ID"));
+}
+
+DetailsPage::~DetailsPage() = default;
+
+void DetailsPage::OpenNew(int goodCode)
+{
+    data_.CreateGoodDetailTempTable();
+    data_.InsertDefaultDetailTypesSelectedListInNewGood(QString::number(goodCode));
+    data_.GoodDetailTemp_GetAll();
+}
+
+void DetailsPage::OpenExisting(int goodCode)
+{
+    data_.FillGoodDetails(goodCode);
+    data_.GoodDetailTemp_GetAll();
+}

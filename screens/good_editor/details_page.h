@@ -1,0 +1,31 @@
+#pragma once
+
+#include "data/goods/good_dm.h"
+
+#include <QtWidgets/QWidget>
+
+#include <memory>
+
+namespace Ui {
+class DetailsPage;
+}
+
+/// The tab of the good's detail types (serial, colour …), of which it carries at most five.
+class DetailsPage : public QWidget
+{
+    Q_OBJECT
+
+public:
+    DetailsPage(TGood_DM &data, QWidget *parent = nullptr);
+    ~DetailsPage() override;
+
+    /// Makes the working list of a new good: the members of the default category of detail types.
+    void OpenNew(int goodCode);
+    /// Makes the working list of an existing good: its own.
+    void OpenExisting(int goodCode);
+    bool HasRows() const { return !data_.GoodDetails_QRY.IsEmpty(); }
+
+private:
+    TGood_DM &data_;
+    std::unique_ptr<Ui::DetailsPage> ui_;
+};

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "screens/good_editor/opening_fields.h"
+#include "screens/good_editor/refusals.h"
+
+#include <QtWidgets/QWidget>
+
+#include <memory>
+
+class BarcodeEdit;
+class QComboBox;
+
+namespace Ui {
+class GeneralPage;
+}
+
+/// The first tab: what a good is called and where it belongs. Units and opening stock are `Opening()`.
+class GeneralPage : public QWidget
+{
+    Q_OBJECT
+
+public:
+    GeneralPage(host::Host &host, TGood_DM &data, QWidget *parent = nullptr);
+    ~GeneralPage() override;
+
+    OpeningFields &Opening() { return *opening_; }
+    BarcodeEdit *BarCode1() const;
+    host::NumericEdit *CodeEdit() const;
+    QWidget *NameEdit() const;
+
+    /// Reads the groups anew.
+    void FillGroups();
+    void Clear(int group);
+    void Show(const TGoodInfoRec &rec);
+    void Store(TGoodInfoRec &rec) const;
+
+    int Code() const;
+    /// Shows a code, also one with more digits than may be typed, which a save then refuses.
+    void SetCode(int code);
+    int Group() const;
+
+    goods::Refused CheckGroup() const;
+    goods::Refused CheckCodeGiven() const;
+    goods::Refused CheckCodeDigits() const;
+    goods::Refused CheckNameGiven() const;
+    /// `code` is the good being edited.
+    goods::Refused CheckNameUnique(int code) const;
+    /// Only asks: goods may share an index.
+    goods::Refused CheckIndexUnique(int code) const;
+
+signals:
+    /// The user picked another group.
+    void GroupPicked(int group);
+
+private:
+    QString FullName() const;
+    void ShowFullName();
+    void SelectGroup(int group);
+
+    host::Host &host_;
+    TGood_DM &data_;
+    std::unique_ptr<Ui::GeneralPage> ui_;
+    OpeningFields *opening_;
+};

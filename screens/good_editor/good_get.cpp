@@ -1,0 +1,271 @@
+#include "screens/good_editor/good_get.h"
+
+#include "screens/good_editor/barcode_edit.h"
+#include "screens/good_editor/barcode_fields.h"
+#include "screens/good_editor/category_page.h"
+#include "screens/good_editor/complete_page.h"
+#include "screens/good_editor/cost_level_page.h"
+#include "screens/good_editor/details_page.h"
+#include "screens/good_editor/discount_page.h"
+#include "screens/good_editor/general_page.h"
+#include "screens/good_editor/good_save.h"
+#include "screens/good_editor/leave_watch.h"
+#include "ui_good_get.h"
+
+#include <QtGui/QKeyEvent>
+
+using host::TFormMode;
+using host::TOperationType;
+using host::TSoftwarePart;
+
+namespace {
+
+constexpr QSize SmallestWindow(620, 630);
+
+} // namespace
+
+TGood_Get_FRM::TGood_Get_FRM(host::Host &host)
+    : TBaseGet_New_FRM(host, TSoftwarePart::Goods), ui_(std::make_unique<Ui::TGood_Get_FRM>()),
+      data_(host.DM, host.settings, host.entities), code_(host, data_)
+{
+    setObjectName(QStringLiteral("TGood_Get_FRM"));
+    SetTitle(QStringLiteral("اطلاعات کالا "));
+    setMinimumSize(SmallestWindow);
+    ui_->setupUi(Content());
+    BuildPages();
+    BindPages();
+    SetCodeEdit(general_->CodeEdit());
+}
+
+TGood_Get_FRM::~TGood_Get_FRM() = default;
+
+void TGood_Get_FRM::BuildPages()
+{
+    const auto run = [this](const std::function<void()> &body) { Command(Title(), body); };
+    general_ = new GeneralPage(m_host, data_, this);
+    prices_ = new CostLevelPage(m_host, data_, run, this);
+    details_ = new DetailsPage(data_, this);
+    complete_ = new CompletePage(m_host, data_, this);
+    discounts_ = new DiscountPage(this);
+    categories_ = new CategoryPage(data_, this);
+    for (QWidget *page :
+         std::initializer_list<QWidget *>{general_, prices_, details_, complete_, discounts_, categories_})
+        ui_->PageControl1->addTab(page, page->windowTitle());
+    barcodes_ = new BarcodeFields(complete_->BarcodeEdits(general_->BarCode1()), complete_->BarcodesPanel(), m_host,
+                                  data_, run, this);
+    validation_ = std::make_unique<GoodValidation>(
+        m_host, data_, GoodValidation::Pages{*general_, *prices_, *details_, *complete_, *discounts_, *barcodes_});
+}
+
+void TGood_Get_FRM::BindPages()
+{
+    connect(general_, &GeneralPage::GroupPicked, this, [this](int group) {
+        if (!IsLoading() && IsNew() && IsShowing())
+            Command(Title(), [this, group] { ProposeCode(group); });
+    });
+    goods::OnLeave(general_->CodeEdit(), goods::RuleTime::Afterwards, [this] { LeaveCode(); });
+    connect(discounts_, &DiscountPage::LevyChanged, this, [this] {
+        prices_->SetBothExempt(discounts_->BothExempt());
+        if (!IsLoading())
+            SetIsSaved(false);
+    });
+    const auto changed = [this] {
+        if (!IsLoading())
+            SetIsSaved(false);
+    };
+    connect(prices_, &CostLevelPage::Changed, this, changed);
+    connect(complete_, &CompletePage::Changed, this, changed);
+    connect(barcodes_, &BarcodeFields::Completed, this, [this] {
+        SetIsSaved(false);
+        NextControl();
+    });
+}
+
+void TGood_Get_FRM::ProposeCode(int group)
+{
+    const int code = code_.ChangeGroup(group);
+    general_->SetCode(code);
+    barcodes_->SetGood(code);
+    prices_->MoveTo(code);
+    SetIsSaved(false);
+}
+
+goods::Refused TGood_Get_FRM::TakeTypedCode()
+{
+    const int code = general_->Code();
+    if (!IsNew() || code == 0 || code == code_.Current())
+        return {};
+    if (code_.TakeTyped(code)) {
+        barcodes_->SetGood(code);
+        prices_->MoveTo(code);
+        return {};
+    }
+    return host::Refusal{general_->CodeEdit(),
+                         [](host::MessageService &messages) { messages.MsgRepeatedCode(QStringLiteral("کد")); }};
+}
+
+void TGood_Get_FRM::LeaveCode()
+{
+    Command(Title(), [this] {
+        if (const goods::Refused refused = TakeTypedCode()) {
+            refused->say(m_host.messages);
+            FocusControl(refused->control);
+        }
+    });
+}
+
+void TGood_Get_FRM::Prepare()
+{
+    loaded_ = TGoodInfoRec();
+    const int group = ParameterText().toInt();
+    general_->FillGroups();
+    complete_->FillLists();
+    general_->Clear(group);
+    complete_->Clear();
+    discounts_->Clear();
+    barcodes_->Clear();
+    const int code = code_.Begin(group);
+    general_->SetCode(code);
+    barcodes_->SetGood(code);
+    prices_->Open(code, Mode());
+    prices_->Show(loaded_);
+    prices_->SetBothExempt(false);
+    categories_->Open(code);
+    details_->OpenNew(code);
+    ApplyOpeningLock();
+}
+
+void TGood_Get_FRM::Load()
+{
+    const int code = Key().toInt();
+    if (!data_.Good_GetByID(code, loaded_)) {
+        m_host.messages.ShowMessage(QStringLiteral("این کالا دیگر وجود ندارد."), host::MessageIcon::Warning);
+        AbortOpening();
+        return;
+    }
+    general_->FillGroups();
+    complete_->FillLists();
+    details_->OpenExisting(code);
+    general_->Show(loaded_);
+    barcodes_->SetGood(code);
+    barcodes_->Show(loaded_.AbbName);
+    complete_->Show(loaded_);
+    prices_->Open(code, Mode());
+    prices_->Show(loaded_);
+    discounts_->Show(loaded_);
+    prices_->SetBothExempt(discounts_->BothExempt());
+    if (Mode() == TFormMode::Edit)
+        data_.FirstAsset_FillTemp(code);
+    ApplyOpeningLock();
+    general_->Opening().SetDetailsEntered(m_host.goodDetails.EnterGoodDetails_Get(code, TOperationType::OpeningStock));
+    categories_->Open(code);
+}
+
+void TGood_Get_FRM::ApplyOpeningLock()
+{
+    const int code = general_->Code();
+    const bool severalStores = Mode() != TFormMode::Review && !data_.FirstAsset_NotIsMultiStore(code);
+    const bool locked = m_host.vouchers.IsConstStartPeriod() || (!IsNew() && data_.Good_HasSanadDetail(code));
+    general_->Opening().SetLocked(locked, severalStores);
+    general_->CodeEdit()->setReadOnly(!IsNew());
+}
+
+void TGood_Get_FRM::SetReadOnly(bool readOnly)
+{
+    TBaseGet_New_FRM::SetReadOnly(readOnly);
+    prices_->SetReadOnly(readOnly);
+    complete_->SetReadOnly(readOnly);
+}
+
+std::vector<host::Check> TGood_Get_FRM::Validate()
+{
+    return validation_->Checks({Mode(), loaded_.VoucherCode, [this] { return TakeTypedCode(); }});
+}
+
+void TGood_Get_FRM::Write()
+{
+    GoodSave::Request request;
+    request.good = loaded_;
+    general_->Store(request.good);
+    request.good.AbbName = barcodes_->Text();
+    prices_->Store(request.good);
+    complete_->Store(request.good);
+    discounts_->Store(request.good);
+    request.isNew = IsNew();
+    request.severalStores = general_->Opening().SeveralStores();
+    request.loaded = general_->Opening().Loaded();
+
+    const int code = GoodSave(m_host, data_).Run(request);
+    replacedCode_ = code == request.good.Code ? 0 : request.good.Code;
+    if (IsNew())
+        code_.Moved(code);
+    general_->SetCode(code);
+    SetKey(code);
+}
+
+void TGood_Get_FRM::AfterWrite()
+{
+    data_.CostLevel_DeleteTemp(Key().toInt());
+    m_host.messages.MSGCompeletedSuccessfully(QStringLiteral("ذخيره سازي کالا"));
+    if (replacedCode_ != 0)
+        m_host.messages.ShowMessage(
+            QStringLiteral("کد %1 در این میان به کالای دیگری داده شد؛ این کالا با کد %2 ذخیره شد.")
+                .arg(replacedCode_)
+                .arg(Key().toInt()),
+            host::MessageIcon::Information);
+    replacedCode_ = 0;
+}
+
+QWidget *TGood_Get_FRM::FirstControl() const
+{
+    return general_->NameEdit();
+}
+
+QString TGood_Get_FRM::PrepareRecoveryQuery() const
+{
+    return QStringLiteral("select Code from GoodInf where Code = %1").arg(Key().toInt());
+}
+
+void TGood_Get_FRM::FormShow()
+{
+    ui_->PageControl1->setTabVisible(ui_->PageControl1->indexOf(details_), m_host.settings.SettingRecord().GoodDetails);
+    const bool valid = openingPage_ >= 0 && openingPage_ < ui_->PageControl1->count();
+    ui_->PageControl1->setCurrentIndex(valid ? openingPage_ : 0);
+    openingPage_ = 0;
+    if (Mode() != TFormMode::Review)
+        data_.DeleteTmpCategory();
+    TBaseGet_New_FRM::FormShow();
+}
+
+void TGood_Get_FRM::FormClose()
+{
+    if (Mode() != TFormMode::Review)
+        DiscardWorkingRows();
+    TBaseGet_New_FRM::FormClose();
+}
+
+void TGood_Get_FRM::DiscardWorkingRows()
+{
+    const int code = IsNew() ? code_.Current() : Key().toInt();
+    data_.FirstAsset_DeleteTemp(code);
+    data_.undodelete_category(code);
+    data_.DeleteTmpCategory();
+    data_.DeleteTmpphoto(code);
+    data_.CostLevel_DeleteTemp(code);
+    code_.End();
+}
+
+bool TGood_Get_FRM::FormKeyDown(QKeyEvent *event)
+{
+    const int number = event->key() - Qt::Key_0;
+    if (event->modifiers().testFlag(Qt::ControlModifier) && number >= 1 && number <= ui_->PageControl1->count()) {
+        int shown = 0;
+        for (int index = 0; index < ui_->PageControl1->count(); ++index) {
+            if (ui_->PageControl1->isTabVisible(index) && ++shown == number) {
+                ui_->PageControl1->setCurrentIndex(index);
+                return true;
+            }
+        }
+    }
+    return TBaseGet_New_FRM::FormKeyDown(event);
+}

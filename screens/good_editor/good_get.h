@@ -1,0 +1,68 @@
+#pragma once
+
+#include "screens/good_editor/code_proposal.h"
+#include "screens/good_editor/good_validation.h"
+
+#include "host/screens/base_get_new.h"
+
+#include <memory>
+
+namespace Ui {
+class TGood_Get_FRM;
+}
+
+/// The screen on which one good is created (mode 2), edited (3) or looked at (4): six tabs, one class each. The shell
+/// orders them: it prepares and loads, says in which order is checked and written, and owns the keys of the whole
+/// screen.
+class TGood_Get_FRM : public host::TBaseGet_New_FRM
+{
+    Q_OBJECT
+
+public:
+    explicit TGood_Get_FRM(host::Host &host);
+    ~TGood_Get_FRM() override;
+
+    /// The tab that the next opening shows; 0, the first, unless set.
+    void SetOpeningPage(int index) { openingPage_ = index; }
+
+protected:
+    /// The opening text of a new good is the code of the group that is preset.
+    void Prepare() override;
+    void Load() override;
+    std::vector<host::Check> Validate() override;
+    void Write() override;
+    void AfterWrite() override;
+    void SetReadOnly(bool readOnly) override;
+    QWidget *FirstControl() const override;
+    QString PrepareRecoveryQuery() const override;
+    void FormShow() override;
+    void FormClose() override;
+    bool FormKeyDown(QKeyEvent *event) override;
+
+private:
+    void BuildPages();
+    void BindPages();
+    void ProposeCode(int group);
+    goods::Refused TakeTypedCode();
+    void LeaveCode();
+    void ApplyOpeningLock();
+    void DiscardWorkingRows();
+    bool IsNew() const { return Mode() == host::TFormMode::New; }
+
+    std::unique_ptr<Ui::TGood_Get_FRM> ui_;
+    TGood_DM data_;
+    CodeProposal code_;
+    GeneralPage *general_ = nullptr;
+    CostLevelPage *prices_ = nullptr;
+    DetailsPage *details_ = nullptr;
+    CompletePage *complete_ = nullptr;
+    DiscountPage *discounts_ = nullptr;
+    class CategoryPage *categories_ = nullptr;
+    BarcodeFields *barcodes_ = nullptr;
+    std::unique_ptr<GoodValidation> validation_;
+    /// The good as it was loaded: what no control shows is written back as it was.
+    TGoodInfoRec loaded_;
+    int openingPage_ = 0;
+    /// The code that was asked for, when the good had to be saved under another one.
+    int replacedCode_ = 0;
+};

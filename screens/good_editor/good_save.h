@@ -1,0 +1,31 @@
+#pragma once
+
+#include "data/goods/good_dm.h"
+#include "screens/good_editor/opening_values.h"
+
+/// Writes a good that was found valid, with everything that belongs to it, in one transaction: all of it or nothing.
+class GoodSave
+{
+public:
+    struct Request
+    {
+        TGoodInfoRec good;
+        bool isNew = false;
+        bool severalStores = false;  ///< the opening rows were entered in their own list
+        goods::OpeningValues loaded; ///< the opening stock before the change
+    };
+
+    GoodSave(host::Host &host, TGood_DM &data) : host_(host), data_(data) {}
+
+    /// Returns the code that the good was saved under: another one than asked for when another desk has taken that
+    /// code meanwhile. Throws DatabaseError, having written nothing.
+    int Run(Request request);
+
+private:
+    void WriteOpeningRow(const Request &request);
+    void WriteGood(Request &request);
+    void BookOpeningStock(const Request &request);
+
+    host::Host &host_;
+    TGood_DM &data_;
+};

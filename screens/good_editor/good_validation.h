@@ -1,0 +1,61 @@
+#pragma once
+
+#include "data/goods/good_dm.h"
+#include "screens/good_editor/refusals.h"
+
+#include <vector>
+
+class BarcodeFields;
+class CompletePage;
+class CostLevelPage;
+class DetailsPage;
+class DiscountPage;
+class GeneralPage;
+
+/// The rules of saving a good, in their order. The order is part of what users know: the first rule that fails is the
+/// one they hear of.
+class GoodValidation
+{
+public:
+    /// The pages that are checked.
+    struct Pages
+    {
+        GeneralPage &general;
+        CostLevelPage &prices;
+        DetailsPage &details;
+        CompletePage &complete;
+        DiscountPage &discounts;
+        BarcodeFields &barcodes;
+    };
+    /// What is being saved.
+    struct Subject
+    {
+        host::TFormMode mode = host::TFormMode::New;
+        int voucherCode = 0; ///< voucher of the opening stock
+        /// Brings a code that is being typed up to date; refuses one in use.
+        std::function<goods::Refused()> leaveCode;
+    };
+
+    GoodValidation(host::Host &host, TGood_DM &data, const Pages &pages) : host_(host), data_(data), pages_(pages) {}
+
+    std::vector<host::Check> Checks(const Subject &subject);
+
+private:
+    goods::Refused UserMayWrite() const;
+    goods::Refused TotalCostInRange() const;
+    goods::Refused OpeningVoucherOpen() const;
+    goods::Refused BigAndSmallCopied() const;
+    goods::Refused StockStaysPositive() const;
+    goods::Refused FocusedFieldLeft() const;
+    goods::Refused CodeGiven() const;
+    goods::Refused OpeningDetailsEntered() const;
+    goods::Refused SmsCodeUnique() const;
+    goods::Refused NameUnique() const;
+    goods::Refused UnitGiven() const;
+    goods::Refused RatesInRange() const;
+
+    host::Host &host_;
+    TGood_DM &data_;
+    Pages pages_;
+    Subject subject_;
+};

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "host/controls/numeric_edit.h"
+#include "screens/good_editor/levy_state.h"
+#include "screens/good_editor/refusals.h"
+
+#include <QtCore/QObject>
+
+class QRadioButton;
+
+/// How one levy (the tax, the toll) applies to the good: three buttons and the percent of the good's own.
+class LevyChoice : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// The controls belong to the page, which is `parent`.
+    LevyChoice(QRadioButton *globalSetting, QRadioButton *ownPercent, QRadioButton *exempt, host::NumericEdit *percent,
+               QObject *parent);
+
+    void Show(const goods::Levy &levy);
+    goods::Levy Value() const;
+    bool IsExempt() const;
+    host::NumericEdit *Percent() const { return percent_; }
+
+    /// `caption`: what the message calls the percent.
+    goods::Refused CheckPercent(const QString &caption) const;
+
+signals:
+    void Changed();
+
+private:
+    void Choose();
+
+    QRadioButton *globalSetting_;
+    QRadioButton *ownPercent_;
+    QRadioButton *exempt_;
+    host::NumericEdit *percent_;
+};

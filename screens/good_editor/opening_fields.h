@@ -1,0 +1,85 @@
+#pragma once
+
+#include "data/goods/good_dm.h"
+#include "host/controls/numeric_edit.h"
+#include "screens/good_editor/opening_values.h"
+#include "screens/good_editor/refusals.h"
+
+#include <QtCore/QObject>
+
+namespace Ui {
+class GeneralPage;
+}
+
+/// Units, formula and opening stock on the first tab, with the rules between them.
+///
+/// The opening stock is typed in one of three ways (`OpeningEntry`); `Values()` is what it comes to in each of them.
+class OpeningFields : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// `ui` belongs to the page, which is `parent`.
+    OpeningFields(Ui::GeneralPage &ui, host::Host &host, TGood_DM &data, QObject *parent);
+
+    void Clear();
+    void Show(const TGoodInfoRec &rec);
+    void Store(TGoodInfoRec &rec) const;
+
+    /// As typed now.
+    goods::OpeningValues Values() const;
+    /// As they were when the good was shown.
+    const goods::OpeningValues &Loaded() const { return loaded_; }
+    int StoreCode() const;
+
+    /// The opening stock is fixed (period closed, voucher lines) or entered in several stores.
+    void SetLocked(bool locked, bool severalStores);
+    bool SeveralStores() const { return severalStores_; }
+    /// Details were entered for the opening stock: the quantities come from them.
+    void SetDetailsEntered(bool entered);
+
+    /// Brings everything up to date that leaving the focused control would, so that a save from inside a field sees
+    /// what the user means. Refuses when a typed code is no unit or store.
+    goods::Refused LeaveFocused();
+    /// Where big and small units are typed, they become the quantities and the price of the row.
+    void AdoptBigAndSmall();
+    void ZeroWhenEmpty();
+
+    goods::Refused CheckUnit() const;
+    goods::Refused CheckPrice() const;
+    goods::Refused CheckStore();
+    goods::Refused CheckFormula() const;
+    goods::Refused CheckSecondQuantity() const;
+    /// Where messages on the quantity belong.
+    QWidget *QuantityEdit() const;
+
+private:
+    void BindPickers();
+    void BindLeaveRules();
+    bool FormulaOn() const;
+    goods::Quantity Formula() const;
+    goods::OpeningEntry Entry() const;
+    void ShowEntry();
+    void ShowUnitNames();
+    void ShowFormulaHints();
+    void FormulaClicked(bool on);
+    void SplitIntoBigAndSmall();
+    void CopyBigAndSmall();
+
+    void LeaveFormula();
+    void LeaveFirst();
+    void LeaveSecond();
+    void LeaveParts();
+    void LeaveTotal();
+    void LeaveSmallPrice();
+    void LeaveBigPrice();
+
+    Ui::GeneralPage &ui_;
+    host::Host &host_;
+    TGood_DM &data_;
+    goods::OpeningValues loaded_;
+    bool severalStores_ = false;
+    bool detailsEntered_ = false;
+    bool typedByHand_ = false;
+    std::vector<std::pair<QWidget *, std::function<void()>>> leaveRules_;
+};
