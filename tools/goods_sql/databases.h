@@ -1,0 +1,31 @@
+// The two kinds of database behind one name.
+#pragma once
+
+#include <QSqlDatabase>
+
+/** What the command line names: a file of the embedded database, or an ODBC connection string ("Driver=…;Server=…"). */
+class Target
+{
+public:
+    explicit Target(QString name) : m_name(std::move(name)) {}
+
+    bool isServer() const { return m_name.contains(u'='); }
+    const QString &name() const { return m_name; }
+
+    /** Opens it; throws ScriptError. A file that is not there is refused unless `create`. */
+    QSqlDatabase open(bool create) const;
+    /** Makes the database of a server when it does not exist, with a collation that keeps every letter. */
+    void createOnServer() const;
+
+private:
+    QSqlDatabase connect(const QString &name) const;
+    QString part(const QString &key) const;
+    QString without(const QString &key) const;
+
+    QString m_name;
+};
+
+/** Writes the schema, the procedures and (`demo`) the demo data into an empty database. Throws ScriptError. */
+void initialise(const QSqlDatabase &database, bool demo);
+/** Copies the open embedded database to a new file. Throws ScriptError. */
+void backup(const QSqlDatabase &database, const QString &file);

@@ -1,0 +1,28 @@
+// Runs scripts batch by batch.
+#pragma once
+
+#include "tools/goods_sql/table_printer.h"
+
+#include <QSqlDatabase>
+
+/** Thrown at the first batch that is refused: says where and why, in one line. */
+struct ScriptError
+{
+    QString text;
+};
+
+/** Sends the batches between GO lines to a database and prints what comes back. */
+class ScriptRunner
+{
+public:
+    ScriptRunner(QSqlDatabase database, TablePrinter *printer) : m_database(std::move(database)), m_printer(printer) {}
+
+    /** `name` is the file as messages call it. Without a printer the results are dropped. */
+    void run(const QString &script, const QString &name);
+
+private:
+    void runBatch(const QString &batch, int firstLine, const QString &name);
+
+    QSqlDatabase m_database;
+    TablePrinter *m_printer;
+};

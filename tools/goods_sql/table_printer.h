@@ -1,0 +1,29 @@
+// Result sets as text.
+#pragma once
+
+#include <QSqlQuery>
+#include <QTextStream>
+
+/** Prints the current result set of a query: an aligned table with its column names, or comma-separated values. */
+class TablePrinter
+{
+public:
+    TablePrinter(QTextStream &out, bool csv) : m_out(out), m_csv(csv) {}
+
+    /** Returns the number of rows. */
+    int print(QSqlQuery &query);
+
+private:
+    int printCsv(QSqlQuery &query);
+    int printTable(QSqlQuery &query);
+    void printLine(const QStringList &fields, const QList<qsizetype> &widths, const QList<bool> &right);
+
+    // Widths are measured on this many rows, so that a long list begins to come at once.
+    static constexpr int MeasuredRows = 500;
+
+    QTextStream &m_out;
+    bool m_csv;
+};
+
+/** How a value is printed: ISO dates, 0x and digits for binaries, `null` for NULL. */
+QString printed(const QVariant &value, const QString &null);
