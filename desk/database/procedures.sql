@@ -261,7 +261,7 @@ BEGIN
     IF @Category <> N''
         SET @Where = @Where + N' AND EXISTS (SELECT 1 FROM Kala_category AS k'
             + N' INNER JOIN Categories AS ct ON ct.Code = k.Category_code'
-            + N' WHERE k.Kala_code = g.Code AND k.tmp = 0 AND CHARINDEX(@Category, ct.Path) > 0)'
+            + N' WHERE k.Kala_code = g.Code AND k.tmp <= 0 AND CHARINDEX(@Category, ct.Path) > 0)'
 
     SET @Sql = N'SELECT g.Code, g.AbbName, g.Name, g.kala_name, g.kala_type, g.kala_index' + @Columns
         + N', g.ConsumerPrice, g.Position, g.MinAva, g.CostBgPrd, g.SMSCode, g.AvaBgPrd, g.Comment'

@@ -5,7 +5,7 @@
 --   quantities and percents  decimal(23,9)
 --   prices and money         decimal(28,9), so that fifteen typed digits still fit
 --   dates and times          text, "yyyy/mm/dd" in the calendar of the company and "hh:mm:ss"
---   tmp                      0 a saved row, anything else a row of an editor that is still open
+--   tmp                      0 a saved row, anything else a row that an editor still open works on
 --
 -- A satellite table of goods has a foreign key to GoodInf only where its rows are written after the good.
 -- Prices, opening stock and categories of a new good are written before it and therefore have none.
