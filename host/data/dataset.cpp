@@ -28,7 +28,7 @@ void Dataset::SetTable(const QString &table, const QString &key)
 
 QSqlDatabase Dataset::ReadingConnection()
 {
-    if (blockSize_ <= 0) {
+    if (blockSize_ <= 0 || connection_.driverName().isEmpty()) {
         return connection_;
     }
     if (ownConnection_.isEmpty()) {

@@ -34,7 +34,9 @@ public:
     /// The table that Post() writes and its key column (an identity, or a code that the row brings along).
     void SetTable(const QString &table, const QString &key);
     /// 0 reads the whole result on Open(). Otherwise Open() reads that many rows and fetchMore() as many again, on a
-    /// connection of the dataset's own (a copy of the given one, so the text may not use its #tables).
+    /// connection of the dataset's own (a copy of the given one, so the text may not use its #tables). A connection
+    /// made with a driver object instead of a driver's name cannot be copied and is read itself: its driver must be
+    /// able to keep a result open while other statements run.
     void SetBlockSize(int rows) { blockSize_ = rows; }
 
     /// Runs the text; stands on the first row.

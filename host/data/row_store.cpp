@@ -18,6 +18,7 @@ enum Tag : quint8 { Null, Number, Boolean, Characters, Other };
 /// A text cell: where its characters begin in the block's buffer, and how many there are.
 constexpr int LengthBits = 28;
 
+/// The kind of a value, or of a column apart from its decimals.
 ColumnKind KindOf(QMetaType type)
 {
     switch (type.id()) {
@@ -47,6 +48,13 @@ ColumnKind KindOf(QMetaType type)
     default:
         return ColumnKind::Text;
     }
+}
+
+/// Drivers call a decimal column a double (ODBC) or a text with decimals.
+ColumnKind KindOf(const QSqlField &field)
+{
+    const ColumnKind kind = KindOf(field.metaType());
+    return kind == ColumnKind::Text && field.precision() >= 0 ? ColumnKind::Decimal : kind;
 }
 
 bool IsInteger(QMetaType type)
@@ -109,7 +117,7 @@ void RowStore::SetColumns(const QSqlRecord &record)
     columns_.reserve(static_cast<size_t>(record.count()));
     for (int i = 0; i < record.count(); ++i) {
         const QSqlField field = record.field(i);
-        columns_.push_back({field.name(), KindOf(field.metaType())});
+        columns_.push_back({field.name(), KindOf(field)});
     }
 }
 
