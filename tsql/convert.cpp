@@ -83,9 +83,11 @@ qint64 fitInteger(qint64 value, Kind kind, const char *from)
     if (kind == Kind::Bit)
         return value != 0;
     const Range range = rangeOf(kind);
-    if (value < range.low || value > range.high)
-        throwOverflow(QLatin1String(from), kind);
-    return value;
+    if (value >= range.low && value <= range.high)
+        return value;
+    if (kind == Kind::TinyInt || kind == Kind::SmallInt)
+        throw Error(220, u"Arithmetic overflow error for data type %1, value = %2."_qs.arg(kindName(kind)).arg(value));
+    throwOverflow(QLatin1String(from), kind);
 }
 
 qint64 integerFromText(std::string_view text, Kind kind, Kind source)
@@ -356,7 +358,7 @@ Value toDate(const Value &value, const SqlType &from, const SqlType &to)
     if (from.isDate())
         return Value::ofText(bytesOf(storageText(momentFromStorage(view(value.bytes)), to.kind)));
     if (from.isText())
-        return Value::ofText(bytesOf(storageText(momentFromText(view(value.bytes)), to.kind)));
+        return Value::ofText(bytesOf(storageText(momentFromText(view(value.bytes), to.kind), to.kind)));
     if (from.kind == Kind::Int && to.kind != Kind::Date)
         return Value::ofText(
             bytesOf(storageText(addPart("day", value.integer, momentFromText("1900-01-01")), to.kind)));

@@ -143,8 +143,15 @@ void normalise(Moment &moment)
 
 } // namespace
 
-Moment momentFromText(std::string_view text)
+Moment momentFromText(std::string_view text, Kind kind)
 {
+    if (kind == Kind::Date) {
+        try {
+            return momentFromText(text);
+        } catch (const Error &) {
+            throwNoDate();
+        }
+    }
     Reader reader{withoutTrailingBlanks(text)};
     reader.blanks();
     if (reader.rest.empty())

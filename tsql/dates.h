@@ -15,8 +15,9 @@ struct Moment
     qint64 millisecond = 0;
 };
 
-/** Reads the server's usual spellings. Error 241 for anything else. */
-Moment momentFromText(std::string_view text);
+/** Reads the server's usual spellings. Error 241 for anything else, 242 for a day that no month has (241 for `date`).
+ */
+Moment momentFromText(std::string_view text, Kind kind = Kind::DateTime);
 /** Reads the storage form back; it is known to be well formed. */
 Moment momentFromStorage(std::string_view stored);
 /** Storage form for that kind: a date drops the time, datetime counts in 1/300 s, smalldatetime in minutes. */

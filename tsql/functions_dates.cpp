@@ -7,7 +7,8 @@ namespace {
 
 void dateOfText(Call &call)
 {
-    call.give(std::string_view(storageText(momentFromText(call.text(0)), Kind(call.number(1)))));
+    const auto kind = Kind(call.number(1));
+    call.give(std::string_view(storageText(momentFromText(call.text(0), kind), kind)));
 }
 
 void dateFit(Call &call)

@@ -5,31 +5,6 @@ namespace tsql {
 
 namespace {
 
-/** All SQLite statements of one definition take effect, or none. */
-class StatementScope
-{
-public:
-    explicit StatementScope(const SqliteHandle &handle) : m_handle(handle) { m_handle.execute("SAVEPOINT definition"); }
-    ~StatementScope()
-    {
-        if (m_done || !m_handle.inTransaction())
-            return;
-        sqlite3_exec(m_handle.get(), "ROLLBACK TO definition; RELEASE definition", nullptr, nullptr, nullptr);
-    }
-    StatementScope(const StatementScope &) = delete;
-    StatementScope &operator=(const StatementScope &) = delete;
-
-    void release()
-    {
-        m_handle.execute("RELEASE definition");
-        m_done = true;
-    }
-
-private:
-    const SqliteHandle &m_handle;
-    bool m_done = false;
-};
-
 bool isTemporary(const ObjectName &name)
 {
     return name.isTemporary() || name.name.startsWith(u'@');

@@ -163,11 +163,71 @@ void Interpreter::runText(const QString &text, const QString &scope, const std::
     variables = inner.variables;
 }
 
-/** INSERT … EXEC: the rows of all result sets of the call go into the table. */
+namespace {
+
+QString resultVariable(size_t column)
+{
+    return u"@result%1"_qs.arg(column);
+}
+
+/** INSERT of one row whose values are the variables of a result set's columns. */
+std::unique_ptr<InsertStatement> insertOfVariables(const InsertStatement &statement, size_t columns)
+{
+    auto insert = std::make_unique<InsertStatement>();
+    insert->line = statement.line;
+    insert->text = statement.text;
+    insert->table = statement.table;
+    insert->columns = statement.columns;
+    std::vector<ExpressionPtr> row;
+    for (size_t i = 0; i < columns; ++i) {
+        auto variable = std::make_unique<Expression>();
+        variable->kind = ExpressionKind::Variable;
+        variable->name = resultVariable(i);
+        variable->line = statement.line;
+        row.push_back(std::move(variable));
+    }
+    insert->rows.push_back(std::move(row));
+    return insert;
+}
+
+Value valueOf(const Cell &cell)
+{
+    return {cell.form, cell.integer, cell.real, QByteArray(cell.bytes.data(), qsizetype(cell.bytes.size()))};
+}
+
+} // namespace
+
+/** INSERT … EXEC: the rows of all result sets of the call go into the table, or none. */
 void Interpreter::runInsertExecute(const InsertStatement &statement, Frame &frame)
 {
-    throw Error(102, u"INSERT EXEC is not supported: %1"_qs.arg(statement.text));
-    Q_UNUSED(frame)
+    auto earlier = std::exchange(m_outcome.results, {});
+    runExecute(*statement.execute, frame);
+    const auto results = std::exchange(m_outcome.results, std::move(earlier));
+    const SqliteHandle &handle = m_connection.m_main;
+    StatementScope scope(handle);
+    qint64 rows = 0;
+    for (const auto &result : results) {
+        const auto &columns = result->columns();
+        const auto insert = insertOfVariables(statement, columns.size());
+        VariableTypes types;
+        for (size_t i = 0; i < columns.size(); ++i)
+            types.insert(resultVariable(i), columns[i].type);
+        const Compiled compiled = compile(*insert, m_connection.m_catalogue, types, m_connection.m_session.options);
+        const PreparedStatement prepared = handle.prepare(compiled.sql.toUtf8());
+        Frame row{frame.plan, nullptr, {}, {}, 0, {}};
+        for (; result->next(); ++rows) {
+            for (size_t i = 0; i < columns.size(); ++i)
+                row.variables[resultVariable(i)] = valueOf(result->cell(int(i)));
+            bind(prepared.get(), compiled, row);
+            const StatementUse use(prepared.get());
+            handle.step(prepared.get());
+        }
+        if (compiled.setsIdentity && rows > 0)
+            frame.scopeIdentity = Value::ofInteger(sqlite3_last_insert_rowid(handle.get()));
+    }
+    scope.release();
+    m_connection.m_session.rowCount = rows;
+    m_outcome.affected = rows;
 }
 
 } // namespace tsql

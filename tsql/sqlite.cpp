@@ -97,6 +97,18 @@ void SqliteHandle::throwLastError() const
     throw SqliteError(code, QString::fromUtf8(message));
 }
 
+StatementScope::~StatementScope()
+{
+    if (!m_done && m_handle.inTransaction())
+        sqlite3_exec(m_handle.get(), "ROLLBACK TO statement; RELEASE statement", nullptr, nullptr, nullptr);
+}
+
+void StatementScope::release()
+{
+    m_handle.execute("RELEASE statement");
+    m_done = true;
+}
+
 void bindValue(sqlite3_stmt *statement, int index, const Value &value)
 {
     const auto size = sqlite3_uint64(value.bytes.size());

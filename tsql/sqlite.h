@@ -69,6 +69,23 @@ private:
     sqlite3 *m_db = nullptr;
 };
 
+/** Several SQLite statements that take effect together or not at all, inside or outside of a transaction. */
+class StatementScope
+{
+public:
+    explicit StatementScope(const SqliteHandle &handle) : m_handle(handle) { m_handle.execute("SAVEPOINT statement"); }
+    ~StatementScope();
+    StatementScope(const StatementScope &) = delete;
+    StatementScope &operator=(const StatementScope &) = delete;
+
+    /** Without this call everything is undone. */
+    void release();
+
+private:
+    const SqliteHandle &m_handle;
+    bool m_done = false;
+};
+
 void bindValue(sqlite3_stmt *statement, int index, const Value &value);
 Value columnValue(sqlite3_stmt *statement, int column);
 
