@@ -93,7 +93,6 @@ Interpreter::Flow Interpreter::dispatch(const Statement &statement, Frame &frame
         break;
     case StatementKind::Update:
     case StatementKind::Delete:
-    case StatementKind::Truncate:
         runChange(statement, frame);
         break;
     case StatementKind::If: {

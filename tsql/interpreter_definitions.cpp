@@ -46,6 +46,8 @@ QString permanentText(const Statement &statement)
         return isTemporary(as<CreateIndexStatement>(statement).table) ? QString() : statement.text;
     case StatementKind::Drop:
         return permanentPart(as<DropStatement>(statement));
+    case StatementKind::Truncate:
+        return {};
     default:
         return statement.text;
     }

@@ -25,8 +25,28 @@ Operand Writer::value(const Expression &node, const Scope &scope)
     }
 }
 
+/// Whether the expression as a whole is one of the grouped ones, so that its columns need not be.
+bool Writer::isGrouped(const Expression &node, const Scope &scope)
+{
+    const bool whole = node.kind == ExpressionKind::Arithmetic || node.kind == ExpressionKind::Case ||
+                       node.kind == ExpressionKind::Cast || node.kind == ExpressionKind::Function ||
+                       node.kind == ExpressionKind::Negate;
+    if (!scope.grouped || scope.inAggregate || scope.groupBy == nullptr || !whole)
+        return false;
+    for (const ExpressionPtr &item : *scope.groupBy) {
+        if (sameExpression(*item, node))
+            return true;
+    }
+    return false;
+}
+
 Operand Writer::valueNode(const Expression &node, const Scope &scope)
 {
+    if (isGrouped(node, scope)) {
+        Scope inner = scope;
+        inner.inAggregate = true;
+        return valueNode(node, inner);
+    }
     switch (node.kind) {
     case ExpressionKind::Literal:
         return literal(node);
@@ -182,19 +202,6 @@ Operand Writer::negate(const Expression &node, const Scope &scope)
 
 Operand Writer::arithmetic(const Expression &node, const Scope &scope)
 {
-    for (const Scope *level = &scope; level != nullptr; level = level->outer) {
-        if (!level->grouped || level->inAggregate || level->groupBy == nullptr)
-            continue;
-        for (const ExpressionPtr &item : *level->groupBy) {
-            if (item->kind != ExpressionKind::Arithmetic || !sameExpression(*item, node))
-                continue;
-            Scope inner = *level;
-            inner.inAggregate = true;
-            Operand left = value(*node.args[0], inner);
-            Operand right = value(*node.args[1], inner);
-            return arithmeticOf(node.name[0], left, right);
-        }
-    }
     Operand left = value(*node.args[0], scope);
     Operand right = value(*node.args[1], scope);
     return arithmeticOf(node.name[0], left, right);

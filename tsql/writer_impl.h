@@ -162,6 +162,7 @@ private:
     Operand made(QString sql, const SqlType &type) const;
     SqlType decimalTypeOf(Operand &operand);
     bool sameExpression(const Expression &left, const Expression &right);
+    bool isGrouped(const Expression &node, const Scope &scope);
     bool groupedAway(const Expression &node, const Scope &scope);
 
     // Conditions

@@ -7,9 +7,11 @@
 //   error 8134 line 2: text   the refusal, "line n" where it matters
 //
 // A case without --> must run and give nothing back. Lines that begin with ## are remarks.
+// "@run PATH" runs a script of the source tree, whose batches GO separates.
 
 #include "tests/support/test_main.h"
 #include "tsql/driver.h"
+#include "tsql/lexer.h"
 
 #include <QSqlError>
 #include <QSqlQuery>
@@ -37,6 +39,17 @@ struct Case
     int line = 0;
 };
 
+QList<Case> casesOfScript(const QString &path, int line)
+{
+    QFile file(QStringLiteral(GOODS_SOURCES "/") + path);
+    if (!file.open(QIODevice::ReadOnly))
+        return {{path, {}, {}, {u"a readable script"_qs}, line}};
+    QList<Case> cases;
+    for (const tsql::ScriptBatch &batch : tsql::splitScript(QString::fromUtf8(file.readAll())))
+        cases.append({u"%1:%2"_qs.arg(path).arg(batch.firstLine), {}, batch.text, {}, line});
+    return cases;
+}
+
 QList<Case> casesIn(const QString &path)
 {
     QFile file(path);
@@ -50,7 +63,9 @@ QList<Case> casesIn(const QString &path)
         ++number;
         if (line.startsWith(u"##"_qs))
             continue;
-        if (line.startsWith(u"== "_qs)) {
+        if (line.startsWith(u"@run "_qs)) {
+            cases.append(casesOfScript(line.mid(5).trimmed(), number));
+        } else if (line.startsWith(u"== "_qs)) {
             const QString title = line.mid(3).trimmed();
             const qsizetype bracket = title.endsWith(u']') ? title.lastIndexOf(u'[') : -1;
             cases.append({title, bracket < 0 ? QString() : title.mid(bracket), {}, {}, number});
