@@ -353,7 +353,7 @@ GO
 
 -- Movements of goods. Amounts carry their sign: in positive, out negative. Opening stock is not in here.
 CREATE TABLE Kardex (
-    ID            bigint IDENTITY(1,1) NOT NULL CONSTRAINT PK_Kardex PRIMARY KEY,
+    Code          bigint IDENTITY(1,1) NOT NULL CONSTRAINT PK_Kardex PRIMARY KEY,
     Kala          int           NOT NULL,
     Anbar         smallint      NOT NULL,
     OperationType tinyint       NOT NULL,
