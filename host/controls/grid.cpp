@@ -53,7 +53,7 @@ Grid::Grid(QWidget *parent) : QTableView(parent), m_model(new GridModel(this))
         if (m_applying)
             return;
         if (m_model->rowCount() > 0)
-            selectRow(0);
+            StandOn(0);
         else
             currentChanged({}, {});
     });
@@ -206,10 +206,21 @@ bool Grid::Locate(const QString &key)
         const int shown = m_model->ShownRow(row);
         if (shown < 0)
             return false;
-        selectRow(shown);
+        StandOn(shown);
         scrollTo(currentIndex(), QAbstractItemView::EnsureVisible);
         return true;
     }
+}
+
+void Grid::StandOn(int row)
+{
+    // QTableView::selectRow() takes the column at the edge of the viewport, which right to left is none.
+    int column = currentIndex().column();
+    const QHeaderView *header = horizontalHeader();
+    for (int visual = 1; visual < header->count() && (column <= GridModel::MarkColumn || isColumnHidden(column));
+         ++visual)
+        column = header->logicalIndex(visual);
+    setCurrentIndex(m_model->index(row, column));
 }
 
 void Grid::SetMultiSelect(bool on)
@@ -276,7 +287,7 @@ void Grid::Search(const SearchDescription &description)
     // The row the user stood on stays current while it matches.
     const int shown = m_model->ShownRow(before);
     if (m_model->rowCount() > 0)
-        selectRow(std::max(shown, 0));
+        StandOn(std::max(shown, 0));
     else
         currentChanged({}, {});
     scrollTo(currentIndex());
@@ -394,7 +405,7 @@ void Grid::keyPressEvent(QKeyEvent *event)
         if (event->key() == Qt::Key_Insert || event->key() == Qt::Key_Space) {
             ToggleCurrentMark();
             if (event->key() == Qt::Key_Insert && currentIndex().row() + 1 < RowCount())
-                selectRow(currentIndex().row() + 1);
+                StandOn(currentIndex().row() + 1);
             return;
         }
         if (event->matches(QKeySequence::SelectAll)) {
@@ -410,7 +421,7 @@ void Grid::mousePressEvent(QMouseEvent *event)
     const QModelIndex at = indexAt(event->position().toPoint());
     if (IsMultiSelect() && at.isValid() && event->button() == Qt::LeftButton &&
         (at.column() == GridModel::MarkColumn || event->modifiers().testFlag(Qt::ControlModifier))) {
-        selectRow(at.row());
+        StandOn(at.row());
         ToggleCurrentMark();
         return;
     }

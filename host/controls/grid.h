@@ -56,6 +56,8 @@ public:
     /// Makes the row with this key current, fetching further blocks until it is found. False when there is none
     /// among the shown rows.
     bool Locate(const QString &key);
+    /// Makes a shown row current.
+    void StandOn(int row);
 
     /// Marks: rows picked for a command on several. They survive searching and requerying.
     void SetMultiSelect(bool on);

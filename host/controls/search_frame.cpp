@@ -120,12 +120,9 @@ void SearchFrame::Report()
 
 void SearchFrame::Clear()
 {
-    for (QLineEdit *edit : {m_text, static_cast<QLineEdit *>(m_number), static_cast<QLineEdit *>(m_price)}) {
-        const QSignalBlocker quiet(edit);
+    for (QLineEdit *edit : {m_text, static_cast<QLineEdit *>(m_number), static_cast<QLineEdit *>(m_price)})
         edit->clear();
-    }
     m_reverse->setChecked(false);
-    Report();
 }
 
 void SearchFrame::Focus(const QString &field)

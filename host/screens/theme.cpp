@@ -35,6 +35,7 @@ QPushButton { background: @surface; border: 1px solid @border; border-radius: 4p
 QPushButton:hover { background: @accentsoft; border-color: @accent; }
 QPushButton:pressed { background: @line; }
 QPushButton:focus { border: 2px solid @accent; padding: 2px 11px; }
+QPushButton:checked { background: @accentsoft; border-color: @accent; color: @accentdark; }
 QPushButton:disabled { color: @disabled; background: @ground; border-color: @line; }
 QPushButton[primary="true"] { background: @accent; border-color: @accent; color: white; }
 QPushButton[primary="true"]:hover { background: @accentdark; }
@@ -61,7 +62,8 @@ QTabBar::tab:focus { background: @accentsoft; }
 
 QAbstractItemView { background: @surface; alternate-background-color: @stripe; border: 1px solid @line;
     gridline-color: @gridline; selection-background-color: @accentsoft; selection-color: @ink; outline: 0; }
-QTableView::item, QTreeView::item, QListView::item { padding: 0 6px; }
+QTableView::item, QTreeView::item, QListView::item { border: none; padding: 0 6px; }
+QAbstractScrollArea::corner { background: transparent; border: none; }
 QTableView::item:selected:active { background: @current; color: @ink; }
 QTableView::item:selected:!active { background: @accentsoft; color: @ink; }
 QHeaderView { background: @head; border: none; }
@@ -73,6 +75,8 @@ QTableCornerButton::section { background: @head; border: none; }
 QCheckBox, QRadioButton { spacing: 6px; }
 QCheckBox:focus, QRadioButton:focus { color: @accentdark; text-decoration: underline; }
 QCheckBox:disabled, QRadioButton:disabled, QLabel:disabled { color: @disabled; }
+QLabel[soft="true"] { color: @soft; }
+QFrame[panel="true"] { background: @panel; border: 1px solid @line; border-radius: 6px; }
 QToolTip { background: @ink; color: white; border: none; padding: 3px 6px; }
 QMenu { background: @surface; border: 1px solid @border; padding: 4px 0; }
 QMenu::item { padding: 4px 24px; }
@@ -90,7 +94,7 @@ QScrollBar::handle:horizontal { min-width: 32px; }
 QScrollBar::handle:hover { background: @soft; }
 QScrollBar::add-line, QScrollBar::sub-line { width: 0; height: 0; }
 QScrollBar::add-page, QScrollBar::sub-page { background: transparent; }
-QSplitter::handle { background: @line; }
+QSplitter::handle { background: transparent; }
 QProgressBar { border: 1px solid @border; border-radius: 4px; text-align: center; background: @surface; }
 QProgressBar::chunk { background: @accent; border-radius: 3px; }
 )";
