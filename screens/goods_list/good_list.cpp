@@ -1,0 +1,253 @@
+#include "screens/goods_list/good_list.h"
+
+#include "host/controls/number_text.h"
+#include "screens/good_editor/good_get.h"
+#include "screens/goods_list/good_list_columns.h"
+#include "screens/goods_list/tag_marks.h"
+#include "ui_good_list.h"
+
+#include <QtCore/QDataStream>
+#include <QtCore/QIODevice>
+#include <QtGui/QKeyEvent>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+using host::TFormMode;
+
+namespace {
+
+/// The panels follow the current good when the cursor rests, not while it runs through the rows.
+constexpr int FollowMilliseconds = 120;
+
+/// Whether a key types something, as opposed to moving or commanding.
+bool Types(const QKeyEvent &key)
+{
+    const auto modifiers = key.modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier);
+    const QString text = key.text();
+    return modifiers == Qt::NoModifier && !text.isEmpty() && text.front().isPrint() && text != " "_L1;
+}
+
+} // namespace
+
+TGood_List_FRM::TGood_List_FRM(host::Host &host, TFormMode mode, const QString &openingText)
+    : TBaseDock_FRM(host, host::TSoftwarePart::Goods, mode), ui(std::make_unique<Ui::TGood_List_FRM>()),
+      m_goods(host.DM, host.settings, host.entities), m_list(host.DM.FDConnection1), m_removal(host, m_goods)
+{
+    ui->setupUi(Content());
+    AdoptFooter(ui->Footer_PNL);
+    SetParameterText(openingText);
+    SetTitle(u"لیست کالاها"_s);
+    resize(1280, 780);
+    m_list.SetScript(goods_list::ListScript());
+    m_list.SetCustomFilter([this] { return goods_list::ListFilter(Criteria()); });
+    BuildGrid();
+    BuildStockTabs();
+    BuildPanels();
+    BindCommands();
+    BindGroups();
+    SetFormMode(mode);
+}
+
+TGood_List_FRM::~TGood_List_FRM()
+{
+    ui->GoodListDB_GRD->SetSource(nullptr);
+    ui->Group_PNL->SetGroups(nullptr);
+}
+
+void TGood_List_FRM::BuildGrid()
+{
+    host::Grid *grid = ui->GoodListDB_GRD;
+    grid->SetColumns(goods_list::GoodColumns({}));
+    grid->SetSearchFields({u"Code"_s, u"AbbName"_s, u"Name"_s, u"SMSCode"_s});
+    m_list.Data().setObjectName(u"Good_List_QRY"_s);
+    grid->SetSource(&m_list.Data());
+    grid->installEventFilter(this);
+    m_marks = new goods_list::TagMarks(this);
+    for (int column = 0; column < grid->Columns().size(); ++column)
+        if (const QString field = grid->Columns().at(column).field; field.size() == 2 && field.startsWith(u't'))
+            grid->setItemDelegateForColumn(column + 1, m_marks); // the mark column comes first
+    RememberLayout(grid);
+    ui->TGeneral_Search_Frame1->SetGrid(grid);
+
+    m_counts = new QLabel(this);
+    m_counts->setObjectName(u"Counts_LBL"_s);
+    AddToHeader(m_counts);
+    m_empty = new QLabel(grid->viewport());
+    m_empty->setObjectName(u"Empty_LBL"_s);
+    m_empty->setProperty("soft", true);
+    m_empty->setAlignment(Qt::AlignCenter);
+    m_empty->setAttribute(Qt::WA_TransparentForMouseEvents);
+    (new QVBoxLayout(grid->viewport()))->addWidget(m_empty);
+
+    connect(grid, &host::Grid::RowActivated, this, &TGood_List_FRM::ActivateRow);
+    connect(grid, &host::Grid::CurrentKeyChanged, this, &TGood_List_FRM::FollowCurrent);
+    connect(grid, &host::Grid::MarksChanged, this, [this] {
+        ShowCounts();
+        m_follow.start();
+    });
+    connect(grid, &host::Grid::RowCountChanged, this, &TGood_List_FRM::ShowCounts);
+    connect(grid, &host::Grid::VisibleFieldsChanged, this, [this] {
+        if (IsShowing())
+            Command(Title(), [this] { m_list.SetRequestedColumns(FieldsToRequest()); });
+    });
+    connect(ui->TGeneral_Search_Frame1, &host::SearchFrame::Accepted, this,
+            [this] { Command(Title(), [this] { TakeTyped(); }); });
+}
+
+void TGood_List_FRM::BuildStockTabs()
+{
+    // The positions are those that the list procedure is asked by.
+    ui->Search_TBC->addTab(u"موجود"_s);
+    ui->Search_TBC->addTab(u"ناموجود"_s);
+    ui->Search_TBC->addTab(u"همه"_s);
+    ui->Search_TBC->setCurrentIndex(2);
+    ui->Search_TBC->setDrawBase(false);
+    ui->Search_TBC->setExpanding(false);
+    connect(ui->Search_TBC, &QTabBar::currentChanged, this, [this] {
+        if (IsShowing())
+            Command(Title(), [this] { Refresh(); });
+    });
+}
+
+void TGood_List_FRM::BuildPanels()
+{
+    m_follow.setSingleShot(true);
+    m_follow.setInterval(FollowMilliseconds);
+    connect(&m_follow, &QTimer::timeout, this, [this] { Command(Title(), [this] { ShowPanels(); }); });
+    ui->Tags_pnl->hide();
+    ui->Pic_Show->hide();
+    ui->ShowPicture_BTN->setIcon(style()->standardIcon(QStyle::SP_FileDialogContentsView));
+    ui->ShowPicture_BTN->setToolTip(u"نمايش تصوير"_s);
+    ui->Main_SPL->setSizes({190, 800, 240});
+    ui->Main_SPL->setStretchFactor(0, 0);
+    ui->Main_SPL->setStretchFactor(1, 1);
+    ui->Main_SPL->setStretchFactor(2, 0);
+    connect(ui->Tags_btn, &QPushButton::toggled, this, [this](bool on) {
+        ui->Tags_pnl->setVisible(on);
+        m_follow.start();
+    });
+    connect(ui->ShowPicture_BTN, &QPushButton::toggled, this, [this](bool on) {
+        ui->Pic_Show->setVisible(on);
+        ui->ShowPicture_BTN->setToolTip(on ? u"عدم نمايش تصوير"_s : u"نمايش تصوير"_s);
+        m_follow.start();
+    });
+    connect(ui->Pic_Show, &host::PicturePanel::CloseRequested, this,
+            [this] { ui->ShowPicture_BTN->setChecked(false); });
+    connect(ui->Tags1, &goods_list::GoodTagsView::Changed, this, [this](int code, const QString &tags) {
+        Command(ui->Tags_btn->text(), [this, code, tags] { StoreTags(code, tags); });
+    });
+}
+
+void TGood_List_FRM::SetMultiSelect(bool on)
+{
+    m_multiSelect = on;
+    ui->GoodListDB_GRD->SetMultiSelect(on || Mode() != TFormMode::Selection);
+}
+
+void TGood_List_FRM::SetFormMode(TFormMode mode)
+{
+    TBaseDock_FRM::SetFormMode(mode);
+    ui->Select_BTN->setVisible(mode == TFormMode::Selection);
+    SetMultiSelect(m_multiSelect);
+}
+
+void TGood_List_FRM::SetFormTheme()
+{
+    TBaseDock_FRM::SetFormTheme();
+    ui->TListDetail_FRAME1->SetTitleFont(m_host.theme.TitleFont());
+}
+
+host::Grid *TGood_List_FRM::PrintedGrid() const
+{
+    return ui->GoodListDB_GRD;
+}
+
+QByteArray TGood_List_FRM::SaveState() const
+{
+    QByteArray state;
+    QDataStream stream(&state, QIODevice::WriteOnly);
+    stream << ui->Search_TBC->currentIndex() << ui->Tags_btn->isChecked() << ui->ShowPicture_BTN->isChecked()
+           << ui->Main_SPL->saveState();
+    return state;
+}
+
+void TGood_List_FRM::RestoreState(const QByteArray &state)
+{
+    QDataStream stream(state);
+    int tab = 2;
+    bool tags = false;
+    bool picture = false;
+    QByteArray splitter;
+    stream >> tab >> tags >> picture >> splitter;
+    if (stream.status() != QDataStream::Ok)
+        return;
+    {
+        const QSignalBlocker quiet(ui->Search_TBC); // the rows are not open yet
+        ui->Search_TBC->setCurrentIndex(tab);
+    }
+    ui->Tags_btn->setChecked(tags);
+    ui->ShowPicture_BTN->setChecked(picture);
+    ui->Main_SPL->restoreState(splitter);
+}
+
+void TGood_List_FRM::FormShow()
+{
+    m_chosenCode = 0;
+    m_chosenName.clear();
+    m_chosenCodes.clear();
+    ui->GoodListDB_GRD->ClearMarks();
+    const bool stock = m_host.settings.SettingRecord().StockOnGoodsList;
+    ui->TabSearch_FRAME->setVisible(stock);
+    ui->UpdateAssets_BTN->setVisible(stock);
+    ShowPriceTitles();
+    LoadTags();
+    OpenGroups();
+    m_list.SetRequestedColumns(FieldsToRequest());
+    Refresh();
+    StandOnOpeningGood();
+    ui->GoodListDB_GRD->setFocus(Qt::OtherFocusReason);
+}
+
+void TGood_List_FRM::FormClose()
+{
+    m_lastKey = ui->GoodListDB_GRD->CurrentKey();
+    ui->TGeneral_Search_Frame1->Clear();
+    m_list.Data().Close();
+    m_follow.stop();
+}
+
+void TGood_List_FRM::StandOnOpeningGood()
+{
+    host::Grid *grid = ui->GoodListDB_GRD;
+    bool whole = false;
+    const int code = m_locateCode.toInt(&whole);
+    if (Mode() != TFormMode::Selection || !whole) {
+        if (!m_lastKey.isEmpty())
+            grid->Locate(m_lastKey);
+        return;
+    }
+    grid->Locate(QString::number(code));
+}
+
+bool TGood_List_FRM::FormKeyDown(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Escape && !ui->TGeneral_Search_Frame1->Description().IsEmpty()) {
+        ui->TGeneral_Search_Frame1->Clear();
+        ui->GoodListDB_GRD->setFocus(Qt::OtherFocusReason);
+        return true;
+    }
+    return TBaseDock_FRM::FormKeyDown(event);
+}
+
+bool TGood_List_FRM::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == ui->GoodListDB_GRD && event->type() == QEvent::KeyPress && Types(*static_cast<QKeyEvent *>(event))) {
+        ui->TGeneral_Search_Frame1->Focus(ui->TGeneral_Search_Frame1->Description().field);
+        if (QWidget *edit = QApplication::focusWidget(); edit != nullptr && edit != watched)
+            QApplication::sendEvent(edit, event);
+        return true;
+    }
+    return TBaseDock_FRM::eventFilter(watched, event);
+}

@@ -1,0 +1,123 @@
+#pragma once
+
+#include "data/goods/good_dm.h"
+#include "host/screens/base_dock.h"
+#include "host/screens/search_manager.h"
+#include "screens/goods_list/good_list_query.h"
+#include "screens/goods_list/good_removal.h"
+#include "screens/goods_list/good_tags.h"
+
+#include <QtCore/QTimer>
+
+#include <memory>
+
+class QLabel;
+class TGood_Get_FRM;
+
+namespace goods_list {
+class TagMarks;
+}
+
+namespace Ui {
+class TGood_List_FRM;
+}
+
+/// The goods list: groups beside the goods, search above, commands below. Docked it browses and maintains goods
+/// (mode 1); modal it lets the user choose one or several for another part of the suite (mode 5).
+///
+/// The keyboard belongs to the grid: what is typed there goes to the search, Down comes back from it, Esc first empties
+/// the search and then closes the screen, Enter takes the current good. A scanned barcode is found whatever the search
+/// is set to and whatever the group and stock tab leave out.
+///
+/// A list may be opened again after it was closed; it keeps its group, its search column and its layout. The caller
+/// sets locate code, parameter text and mode before each opening.
+class TGood_List_FRM : public host::TBaseDock_FRM
+{
+    Q_OBJECT
+
+public:
+    /// `host` outlives the screen. `openingText` is what the caller handed over, as the base keeps it.
+    explicit TGood_List_FRM(host::Host &host, host::TFormMode mode, const QString &openingText = {});
+    ~TGood_List_FRM() override;
+
+    /// The next opening in mode 5 stands on the good with this code when it is a whole number.
+    void SetLocateCode(const QString &code) { m_locateCode = code; }
+    /// Several goods may be marked and are chosen together (mode 5). Browsing can always mark.
+    void SetMultiSelect(bool on);
+
+    /// The good that was current when the list closed with OK; 0 otherwise.
+    int ChosenCode() const { return m_chosenCode; }
+    QString ChosenName() const { return m_chosenName; }
+    /// The codes of the marked goods in the order in which they were marked, joined by ","; the current one when none
+    /// was marked; empty unless the list closed with OK.
+    QString ChosenCodes() const { return m_chosenCodes; }
+
+    void SetFormMode(host::TFormMode mode) override;
+    void SetFormTheme() override;
+
+protected:
+    void FormShow() override;
+    void FormClose() override;
+    bool FormKeyDown(QKeyEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
+    host::Grid *PrintedGrid() const override;
+    QByteArray SaveState() const override;
+    void RestoreState(const QByteArray &state) override;
+
+private:
+    // Building.
+    void BuildGrid();
+    void BuildStockTabs();
+    void BuildPanels();
+    void BindCommands();
+    void BindGroups();
+
+    // The rows.
+    goods_list::ListCriteria Criteria() const;
+    QStringList FieldsToRequest() const;
+    void Refresh();
+    /// Runs the list again and stands on the good; on the row that was current when it is not listed any more.
+    void RefreshAt(const QString &key);
+    void StandOnOpeningGood();
+    void OpenGroups();
+    void ShowPriceTitles();
+    void LoadTags();
+    void ShowCounts();
+
+    // The commands.
+    void NewGood();
+    void OpenGood(host::TFormMode mode);
+    void DeleteGood();
+    void Choose();
+    void TakeTyped();
+    bool FindBarcode(const QString &barcode);
+    void UpdateStock();
+    void ActivateRow();
+    void EditGroups(const std::function<bool()> &change);
+    TGood_Get_FRM &Editor();
+
+    // The panels that follow the current good.
+    void FollowCurrent();
+    void ShowPanels();
+    void ShowTags();
+    QList<goods_list::GoodTags> TaggedGoods();
+    void StoreTags(int code, const QString &tags);
+    void ShowPictures();
+
+    std::unique_ptr<Ui::TGood_List_FRM> ui;
+    TGood_DM m_goods;
+    host::TVelakSearchManager m_list;
+    goods_list::GoodRemoval m_removal;
+    std::unique_ptr<TGood_Get_FRM> m_editor;
+    QLabel *m_counts = nullptr;
+    QLabel *m_empty = nullptr;
+    goods_list::TagMarks *m_marks = nullptr;
+    QTimer m_follow;
+
+    QString m_locateCode;
+    QString m_lastKey;
+    bool m_multiSelect = false;
+    int m_chosenCode = 0;
+    QString m_chosenName;
+    QString m_chosenCodes;
+};

@@ -1,0 +1,183 @@
+#include "host/data/persian_text.h"
+#include "screens/good_editor/good_get.h"
+#include "screens/goods_list/good_list.h"
+#include "ui_good_list.h"
+
+#include <QtWidgets/QProgressDialog>
+
+using namespace Qt::StringLiterals;
+using host::TFormMode;
+using host::TSoftwarePart;
+
+// The commands of the goods list.
+
+void TGood_List_FRM::BindCommands()
+{
+    Bind(ui->New_BTN, Qt::Key_F4, [this] { NewGood(); });
+    Bind(ui->Edit_BTN, Qt::Key_F5, [this] { OpenGood(TFormMode::Edit); });
+    Bind(ui->Review_BTN, Qt::Key_F6, [this] { OpenGood(TFormMode::Review); });
+    Bind(ui->Del_BTN, Qt::Key_F7, [this] { DeleteGood(); });
+    Bind(ui->PrintList_BTN, Qt::Key_F9, [this] { PreviewGrid(); });
+    Bind(ui->UpdateAssets_BTN, {}, [this] { UpdateStock(); });
+    Bind(AddFooterButton(u"EXit_BTN"_s, u"خروج Esc"_s), {}, [this] { reject(); });
+    // Enter comes from the grid and from the search, not from the button alone.
+    Bind(ui->Select_BTN, {}, [this] { Choose(); });
+}
+
+void TGood_List_FRM::BindGroups()
+{
+    goods_list::GroupPanel *groups = ui->Group_PNL;
+    BindKey(Qt::CTRL | Qt::Key_F11, u"گروه"_s, [groups] { groups->FocusSearch(); });
+    Bind(groups->GroupButton(), Qt::Key_F11, [this] {
+        m_host.entities.Call_GroupList(TSoftwarePart::GoodsGroups);
+        OpenGroups();
+    });
+    connect(groups, &goods_list::GroupPanel::GroupChosen, this, [this] {
+        Command(u"گروه"_s, [this] {
+            Refresh();
+            ui->GoodListDB_GRD->setFocus(Qt::OtherFocusReason);
+        });
+    });
+    connect(groups, &goods_list::GroupPanel::LeaveRequested, this,
+            [this] { ui->GoodListDB_GRD->setFocus(Qt::OtherFocusReason); });
+    connect(groups, &goods_list::GroupPanel::NewRequested, this,
+            [this] { EditGroups([this] { return m_host.entities.New_Group(TSoftwarePart::GoodsGroups) != 0; }); });
+    connect(groups, &goods_list::GroupPanel::EditRequested, this, [this](int code) {
+        EditGroups([this, code] { return m_host.entities.Edit_Group(TSoftwarePart::GoodsGroups, code); });
+    });
+    connect(groups, &goods_list::GroupPanel::DeleteRequested, this, [this](int code) {
+        EditGroups(
+            [this, code] { return m_host.entities.Delete_Entity(TSoftwarePart::GoodsGroups, code, false) == 0; });
+    });
+}
+
+void TGood_List_FRM::EditGroups(const std::function<bool()> &change)
+{
+    Command(u"گروه"_s, [this, &change] {
+        const int shown = ui->Group_PNL->ChosenGroup();
+        if (!change())
+            return;
+        OpenGroups();
+        // The group that was shown may be gone.
+        if (ui->Group_PNL->ChosenGroup() != shown)
+            Refresh();
+    });
+}
+
+TGood_Get_FRM &TGood_List_FRM::Editor()
+{
+    if (!m_editor)
+        m_editor = std::make_unique<TGood_Get_FRM>(m_host);
+    m_editor->SetKeyboardLayoutName(KeyboardLayoutName());
+    m_editor->SetFormTheme();
+    return *m_editor;
+}
+
+void TGood_List_FRM::NewGood()
+{
+    const int group = ui->Group_PNL->ChosenGroup();
+    TGood_Get_FRM &editor = Editor();
+    editor.Open({}, TFormMode::New, group != 0 ? QString::number(group) : QString());
+    const QString saved = editor.SavedKey().toString();
+    if (saved.isEmpty())
+        return;
+    ui->TGeneral_Search_Frame1->Clear();
+    RefreshAt(saved);
+}
+
+void TGood_List_FRM::OpenGood(TFormMode mode)
+{
+    host::Grid *grid = ui->GoodListDB_GRD;
+    if (grid->IsEmpty())
+        return;
+    const QString key = grid->CurrentKey();
+    const int result = Editor().Open(key.toInt(), mode);
+    if (mode == TFormMode::Edit && result == QDialog::Accepted)
+        RefreshAt(key);
+    else
+        grid->Locate(key);
+}
+
+void TGood_List_FRM::DeleteGood()
+{
+    host::Grid *grid = ui->GoodListDB_GRD;
+    if (grid->IsEmpty())
+        return;
+    const QString key = grid->CurrentKey();
+    if (!m_removal.Delete(key.toInt(), ui->Del_BTN))
+        return;
+    grid->SetMarked(key, false);
+    RefreshAt(key);
+}
+
+void TGood_List_FRM::ActivateRow()
+{
+    if (Mode() == TFormMode::Selection)
+        Command(ui->Select_BTN->text(), [this] { Choose(); });
+    else
+        Command(ui->Edit_BTN->text(), [this] { OpenGood(TFormMode::Edit); });
+}
+
+void TGood_List_FRM::Choose()
+{
+    host::Grid *grid = ui->GoodListDB_GRD;
+    if (grid->IsEmpty())
+        return;
+    m_chosenCode = grid->CurrentKey().toInt();
+    m_chosenName = grid->CurrentValue(u"Name"_s).toString();
+    const QStringList marked = grid->MarkedKeys();
+    m_chosenCodes = marked.isEmpty() ? grid->CurrentKey() : marked.join(u',');
+    done(QDialog::Accepted);
+}
+
+/// Enter in the search: a scanned barcode finds its good, anything else has found it already.
+void TGood_List_FRM::TakeTyped()
+{
+    const host::SearchDescription typed = ui->TGeneral_Search_Frame1->Description();
+    const QString barcode = host::FoldDigits(typed.text.isEmpty() ? typed.number : typed.text).trimmed();
+    const bool found = !barcode.isEmpty() && FindBarcode(barcode);
+    if (Mode() == TFormMode::Selection)
+        Choose();
+    else if (found || !ui->GoodListDB_GRD->IsEmpty())
+        ui->GoodListDB_GRD->setFocus(Qt::OtherFocusReason);
+}
+
+bool TGood_List_FRM::FindBarcode(const QString &barcode)
+{
+    const int code = m_goods.CheckBarcodeCode(barcode);
+    if (code == 0)
+        return false;
+    host::Grid *grid = ui->GoodListDB_GRD;
+    const QString key = QString::number(code);
+    if (!grid->Locate(key)) {
+        ui->TGeneral_Search_Frame1->Clear();
+        if (!grid->Locate(key)) {
+            ui->Group_PNL->SetChosenGroup(0);
+            const QSignalBlocker quiet(ui->Search_TBC);
+            ui->Search_TBC->setCurrentIndex(2);
+            Refresh();
+            grid->Locate(key);
+        }
+    }
+    // A lookup pattern may match more than was typed ("%", "_"): only the barcode itself counts.
+    return grid->CurrentKey() == key &&
+           grid->CurrentValue(u"AbbName"_s).toString().contains(u'!' + barcode + u'!', Qt::CaseInsensitive);
+}
+
+void TGood_List_FRM::UpdateStock()
+{
+    if (!m_host.settings.SettingRecord().StockOnGoodsList)
+        return;
+    const QList<int> kinds = {255, 254};
+    QProgressDialog progress(u"بروزرسانی موجودی کالاها"_s, u"انصراف"_s, 0, static_cast<int>(kinds.size()), this);
+    progress.setObjectName(u"UpdateAssets_PRG"_s);
+    progress.setWindowTitle(u"بروزرسانی موجودی کالاها"_s);
+    progress.setWindowModality(Qt::WindowModal);
+    progress.setMinimumDuration(0);
+    for (int step = 0; step < kinds.size() && !progress.wasCanceled(); ++step) {
+        progress.setValue(step);
+        m_goods.UpdateMogodiKala(kinds.at(step));
+    }
+    progress.reset();
+    RefreshAt(ui->GoodListDB_GRD->CurrentKey());
+}

@@ -1,0 +1,51 @@
+#include "screens/goods_list/good_list_query.h"
+
+#include "host/data/sql_text.h"
+
+using namespace Qt::StringLiterals;
+
+namespace goods_list {
+
+QString ListScript()
+{
+    return u"Exec GoodInf_List_SP "_s;
+}
+
+QString AdvancedParamsFor(const ListCriteria &criteria)
+{
+    QString params = criteria.AdvancedParams;
+    for (const QStringView own : {u"@ManageType", u"@UserCode", u"@Cost_Flag", u"@GoodExistType"})
+        params = host::DeleteParam(params, own);
+    // A chosen group replaces that of the advanced search; with all groups shown none may be left over from it.
+    if (criteria.GrpCode == 0 || criteria.Advanced)
+        params = host::DeleteParam(params, u"@GrpCode");
+    return params;
+}
+
+int GoodExistType(int stockTab)
+{
+    switch (stockTab) {
+    case 0:
+        return 1;
+    case 1:
+        return 0;
+    default:
+        return -1;
+    }
+}
+
+QStringList ListFilter(const ListCriteria &criteria)
+{
+    QStringList filter;
+    filter << (criteria.GrpCode != 0 ? u"@GrpCode = %1"_s.arg(criteria.GrpCode) : u"@GrpCode = NULL"_s);
+    filter << u"@ManageType   = "_s + QString::number(criteria.ManageType) + u",@UserCode  = "_s +
+                  QString::number(criteria.UserCode) + u", @RequestedCol="_s + host::QuotedStr(criteria.RequestedCol);
+    if (criteria.StockTabs)
+        filter << u"@GoodExistType = %1"_s.arg(GoodExistType(criteria.StockTab));
+    const QString advanced = AdvancedParamsFor(criteria);
+    if (criteria.Advanced && !advanced.isEmpty())
+        filter << advanced;
+    return filter;
+}
+
+} // namespace goods_list

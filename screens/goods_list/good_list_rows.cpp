@@ -1,0 +1,155 @@
+#include "host/controls/number_text.h"
+#include "host/data/sql_text.h"
+#include "screens/goods_list/detail_view.h"
+#include "screens/goods_list/good_list.h"
+#include "screens/goods_list/good_list_columns.h"
+#include "screens/goods_list/tag_marks.h"
+#include "ui_good_list.h"
+
+#include <QtWidgets/QLabel>
+
+using namespace Qt::StringLiterals;
+using host::TPermission;
+using host::TSoftwarePart;
+
+// The rows of the goods list and the panels that follow the current good.
+
+goods_list::ListCriteria TGood_List_FRM::Criteria() const
+{
+    const host::TUserInfo &user = m_host.settings.UserInfo();
+    goods_list::ListCriteria criteria;
+    criteria.GrpCode = ui->Group_PNL->ChosenGroup();
+    criteria.ManageType = user.ManageType;
+    criteria.UserCode = user.Code;
+    criteria.RequestedCol = m_list.RequestedColumns();
+    criteria.StockTabs = m_host.settings.SettingRecord().StockOnGoodsList;
+    criteria.StockTab = ui->Search_TBC->currentIndex();
+    return criteria;
+}
+
+QStringList TGood_List_FRM::FieldsToRequest() const
+{
+    QStringList fields = ui->GoodListDB_GRD->VisibleFields() + goods_list::DetailView::Fields();
+    fields.removeDuplicates();
+    return fields;
+}
+
+void TGood_List_FRM::Refresh()
+{
+    m_list.Run();
+    host::Grid *grid = ui->GoodListDB_GRD;
+    if (grid->CurrentKey().isEmpty() && !grid->IsEmpty())
+        grid->StandOn(0);
+    ShowCounts();
+    FollowCurrent();
+}
+
+void TGood_List_FRM::RefreshAt(const QString &key)
+{
+    host::Grid *grid = ui->GoodListDB_GRD;
+    const int row = grid->currentIndex().row();
+    Refresh();
+    if (!grid->Locate(key) && !grid->IsEmpty())
+        grid->StandOn(qBound(0, row, grid->RowCount() - 1));
+}
+
+void TGood_List_FRM::OpenGroups()
+{
+    ui->Group_PNL->SetGroups(nullptr);
+    m_goods.GoodGroup_GetAll();
+    ui->Group_PNL->SetGroups(&m_goods.GoodGroup_List_QRY);
+}
+
+void TGood_List_FRM::ShowPriceTitles()
+{
+    QList<host::Entity> levels;
+    m_goods.CostLevel_Sell_Fill(levels, 0);
+    QStringList titles(goods_list::PriceColumns);
+    for (const host::Entity &level : levels)
+        if (level.Code >= 1 && level.Code <= goods_list::PriceColumns)
+            titles[level.Code - 1] = level.Name;
+    for (int level = 1; level <= goods_list::PriceColumns; ++level)
+        ui->GoodListDB_GRD->SetColumnCaption(u"Cost%1"_s.arg(level),
+                                             goods_list::PriceCaption(level, titles.at(level - 1)));
+}
+
+void TGood_List_FRM::LoadTags()
+{
+    m_goods.GetAllTagsWithColor();
+    const QList<host::Tag> tags = goods_list::ReadTags(m_goods.Tags_qry);
+    ui->Tags1->SetAvailable(tags);
+    m_marks->SetTags(tags);
+}
+
+void TGood_List_FRM::ShowCounts()
+{
+    const host::Grid *grid = ui->GoodListDB_GRD;
+    QString text = u"%1 کالا"_s.arg(host::DisplayNumber(QString::number(grid->RowCount())));
+    if (const auto marked = grid->MarkedKeys().size(); marked > 0)
+        text += u"  ·  %1 علامت‌خورده"_s.arg(host::DisplayNumber(QString::number(marked)));
+    m_counts->setText(text);
+    m_empty->setVisible(grid->IsEmpty() && grid->IsComplete());
+    m_empty->setText(grid->CurrentSearch().IsEmpty() ? u"کالایی در این بخش نیست"_s
+                                                     : u"کالایی با این مشخصات پیدا نشد"_s);
+}
+
+void TGood_List_FRM::FollowCurrent()
+{
+    const host::Grid *grid = ui->GoodListDB_GRD;
+    ui->TListDetail_FRAME1->Show([grid](const QString &field) { return grid->CurrentValue(field); });
+    m_follow.start();
+}
+
+void TGood_List_FRM::ShowPanels()
+{
+    if (!IsShowing())
+        return;
+    if (ui->Tags_pnl->isVisible())
+        ShowTags();
+    if (ui->Pic_Show->isVisible())
+        ShowPictures();
+}
+
+QList<goods_list::GoodTags> TGood_List_FRM::TaggedGoods()
+{
+    const host::Grid *grid = ui->GoodListDB_GRD;
+    QStringList keys = grid->MarkedKeys();
+    if (keys.isEmpty() && !grid->CurrentKey().isEmpty())
+        keys = QStringList{grid->CurrentKey()};
+    if (keys.isEmpty())
+        return {};
+    QHash<int, QString> tags;
+    for (const auto &[code, text] : m_goods.GetTagsOfGoods(keys.join(u',')))
+        tags.insert(code, text);
+    QHash<int, QString> names;
+    const host::Dataset &rows = m_list.Data();
+    for (int row = 0; row < rows.RecordCount(); ++row)
+        if (const int code = rows.FieldAt(row, u"Code").toInt(); tags.contains(code))
+            names.insert(code, rows.FieldAt(row, u"Name").toString());
+    QList<goods_list::GoodTags> goods;
+    for (const QString &key : keys) {
+        const int code = key.toInt();
+        goods.append({code, names.value(code, key), tags.value(code)});
+    }
+    return goods;
+}
+
+void TGood_List_FRM::ShowTags()
+{
+    ui->Tags1->Show(TaggedGoods(), true);
+}
+
+void TGood_List_FRM::StoreTags(int code, const QString &tags)
+{
+    if (m_host.permissions.HavePermission(m_host.settings.UserInfo(), TSoftwarePart::Goods, TPermission::Change, true,
+                                          true, {}))
+        host::Exec(m_goods.Connection(), u"update GoodInf set tags = "_s + host::QuotedStr(tags) + u" where Code = "_s +
+                                             QString::number(code));
+    m_follow.start();
+}
+
+void TGood_List_FRM::ShowPictures()
+{
+    const int code = ui->GoodListDB_GRD->CurrentKey().toInt();
+    ui->Pic_Show->SetPictures(code == 0 ? QList<QByteArray>() : m_host.photos.Photos(TSoftwarePart::Goods, code));
+}

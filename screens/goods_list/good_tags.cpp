@@ -1,0 +1,70 @@
+#include "screens/goods_list/good_tags.h"
+
+#include "host/data/dataset.h"
+#include "host/screens/theme.h"
+
+#include <QtGui/QImage>
+#include <QtWidgets/QGridLayout>
+#include <QtWidgets/QLabel>
+
+using namespace Qt::StringLiterals;
+
+namespace goods_list {
+
+namespace {
+
+/// Room for a few goods; more are scrolled to.
+constexpr int MaximumHeight = 96;
+
+/// A swatch is one colour all over; a tag without one gets a quiet colour of the house.
+QColor SwatchColor(const QByteArray &image)
+{
+    const QImage swatch = QImage::fromData(image);
+    return swatch.isNull() ? host::theme::Line() : swatch.pixelColor(swatch.rect().center());
+}
+
+} // namespace
+
+QList<host::Tag> ReadTags(const host::Dataset &tags)
+{
+    QList<host::Tag> all;
+    for (int row = 0; row < tags.RecordCount(); ++row)
+        all.append({tags.FieldAt(row, u"ID").toInt(), tags.FieldAt(row, u"Name").toString(),
+                    SwatchColor(tags.FieldAt(row, u"image").toByteArray())});
+    return all;
+}
+
+GoodTagsView::GoodTagsView(QWidget *parent) : QScrollArea(parent)
+{
+    setFrameShape(QFrame::NoFrame);
+    viewport()->setAutoFillBackground(false);
+    setStyleSheet(u"background: transparent; border: none;"_s);
+    setWidgetResizable(true);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+}
+
+void GoodTagsView::Show(const QList<GoodTags> &goods, bool editable)
+{
+    auto *lines = new QWidget(this);
+    auto *grid = new QGridLayout(lines);
+    grid->setContentsMargins(0, 0, 0, 0);
+    grid->setHorizontalSpacing(12);
+    grid->setVerticalSpacing(4);
+    grid->setColumnStretch(1, 1);
+    for (const GoodTags &good : goods) {
+        const int row = grid->rowCount();
+        auto *panel = new host::TagsPanel(lines);
+        panel->setReadOnly(!editable || goods.size() > 1);
+        panel->SetAvailable(m_available);
+        panel->SetCodesText(good.Tags);
+        connect(panel, &host::TagsPanel::Changed, this,
+                [this, panel, code = good.Code] { emit Changed(code, panel->CodesText()); });
+        grid->addWidget(new QLabel(good.Name, lines), row, 0);
+        grid->addWidget(panel, row, 1);
+    }
+    grid->setRowStretch(grid->rowCount(), 1);
+    setWidget(lines);
+    setFixedHeight(qMin(lines->sizeHint().height(), MaximumHeight));
+}
+
+} // namespace goods_list

@@ -1,0 +1,61 @@
+#include "screens/goods_list/tag_marks.h"
+
+#include "host/data/persian_text.h"
+
+#include <QtGui/QHelpEvent>
+#include <QtGui/QPainter>
+#include <QtWidgets/QAbstractItemView>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QToolTip>
+
+namespace goods_list {
+
+namespace {
+
+constexpr qreal Diameter = 12;
+
+QString TagCode(const QModelIndex &index)
+{
+    return host::FoldDigits(index.data().toString()).trimmed();
+}
+
+} // namespace
+
+void TagMarks::SetTags(const QList<host::Tag> &tags)
+{
+    m_tags.clear();
+    for (const host::Tag &tag : tags)
+        m_tags.insert(QString::number(tag.Code), tag);
+}
+
+void TagMarks::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
+{
+    QStyleOptionViewItem cell = option;
+    initStyleOption(&cell, index);
+    cell.text.clear();
+    const QWidget *widget = option.widget;
+    const QStyle *style = widget != nullptr ? widget->style() : QApplication::style();
+    style->drawControl(QStyle::CE_ItemViewItem, &cell, painter, widget);
+    const auto tag = m_tags.constFind(TagCode(index));
+    if (tag == m_tags.constEnd())
+        return;
+    QRectF mark(0, 0, Diameter, Diameter);
+    mark.moveCenter(QRectF(option.rect).center());
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(Qt::NoPen);
+    painter->setBrush(tag->Color);
+    painter->drawEllipse(mark);
+    painter->restore();
+}
+
+bool TagMarks::helpEvent(QHelpEvent *event, QAbstractItemView *view, const QStyleOptionViewItem &option,
+                         const QModelIndex &index)
+{
+    if (event->type() != QEvent::ToolTip)
+        return QStyledItemDelegate::helpEvent(event, view, option, index);
+    QToolTip::showText(event->globalPos(), m_tags.value(TagCode(index)).Name, view, option.rect);
+    return true;
+}
+
+} // namespace goods_list
