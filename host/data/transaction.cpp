@@ -16,10 +16,10 @@ struct Open
     bool spoiled = false;
 };
 
-/// Open transactions by driver: copies of a QSqlDatabase share it.
+/// Open transactions by driver: copies of a QSqlDatabase share it. By thread, as connections are.
 QHash<const QSqlDriver *, Open> &OpenTransactions()
 {
-    static QHash<const QSqlDriver *, Open> open;
+    static thread_local QHash<const QSqlDriver *, Open> open;
     return open;
 }
 

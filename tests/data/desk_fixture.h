@@ -1,0 +1,114 @@
+#pragma once
+
+#include "data/goods/good_dm.h"
+#include "tests/support/database.h"
+
+namespace fixture {
+
+struct Settings : host::SettingsService
+{
+    host::TUserInfo user{1, QStringLiteral("مدیر"), 1};
+    host::TSettingRecord record;
+
+    const host::TUserInfo &UserInfo() const override { return user; }
+    const host::TSettingRecord &SettingRecord() const override { return record; }
+    QByteArray LoadState(const QString &) override { return {}; }
+    void SaveState(const QString &, const QByteArray &) override {}
+};
+
+/// Answers a deletion as told and keeps what it was asked.
+struct Entities : host::EntityService
+{
+    int deleteAnswer = 0;
+    QStringList asked;
+
+    int Call_GroupList(host::TSoftwarePart) override { return 0; }
+    int Select_GroupList(host::TSoftwarePart, const QString &) override { return 0; }
+    bool Edit_Group(host::TSoftwarePart, int) override { return false; }
+    int New_Group(host::TSoftwarePart) override { return 0; }
+    int Delete_Entity(host::TSoftwarePart part, int code, bool silent) override
+    {
+        asked += QStringLiteral("%1 %2 %3").arg(static_cast<int>(part)).arg(code).arg(silent);
+        return deleteAnswer;
+    }
+    QString Select_Entity_Multible_Param(host::TSoftwarePart, const QString &) override { return {}; }
+    std::optional<host::Entity> Find(host::TSoftwarePart, int) override { return {}; }
+    QList<host::Entity> List(host::TSoftwarePart, const QString &) override { return {}; }
+    bool ReserveCode(host::TSoftwarePart, int) override { return true; }
+    void ReleaseCodes(host::TSoftwarePart) override {}
+};
+
+/// One desk: a goods data module on connections of its own.
+struct Desk
+{
+    Settings settings;
+    Entities entities;
+    TGood_DM goods;
+
+    explicit Desk(const test::Database &database)
+        : goods({database.Main(), database.GoodsList(), database.Scales()}, settings, entities)
+    {}
+    Desk(const QSqlDatabase &main, const test::Database &database)
+        : goods({main, database.GoodsList(), database.Scales()}, settings, entities)
+    {}
+};
+
+/// A database with group 5 and 7, two units, three stores and a small tree of categories.
+inline void Furnish(const test::Database &database)
+{
+    database.Exec(QStringLiteral("insert into GoodGrpS (Code, Name) values (5, N'نوشیدنی'), (7, N'شوینده')"));
+    database.Exec(QStringLiteral("insert into Units (Code, Name, [Type]) values (1, N'عدد', 0), (2, N'کارتن', 1)"));
+    database.Exec(
+        QStringLiteral("insert into Stores (Code, Name) values (1, N'فروشگاه'), (2, N'مرکزی'), (3, N'سردخانه')"));
+    database.Exec(
+        QStringLiteral("insert into Categories (Code, ParentCode, Name, Path) values (1, NULL, N'خوراکی', ',1,'), "
+                       "(2, 1, N'چای', ',1,2,'), (3, 1, N'قهوه', ',1,3,')"));
+}
+
+/// A good with something in every member.
+inline TGoodInfoRec Good(int code, int group = 5)
+{
+    TGoodInfoRec rec;
+    rec.Code = code;
+    rec.GrpCode = group;
+    rec.tags = QStringLiteral("1,2");
+    rec.kala_name = QStringLiteral("چای");
+    rec.kala_type = QStringLiteral("سبز");
+    rec.kala_index = QString::number(code);
+    rec.AbbName = QStringLiteral("!626%1!").arg(code);
+    rec.Pos = QStringLiteral("10");
+    rec.Position = QStringLiteral("قفسه ۳");
+    rec.OffPercent = 1.5L;
+    rec.MinAva = 2;
+    rec.Unit = 1;
+    rec.Unit2 = 2;
+    rec.AvaBgPrd = 24;
+    rec.AvaBgPrd2 = 2;
+    rec.CostBgPrd = 1200.5L;
+    rec.Store = 1;
+    rec.SMSCode = QString::number(code);
+    rec.ChargePercent = 3;
+    rec.TaxExempt = true;
+    rec.Meghdar_Formool = 12;
+    rec.Weight = 0.1L;
+    rec.Height = 0.2L;
+    rec.Width = 0.3L;
+    rec.Length = 0.123456789L;
+    rec.GroupDiscount = false;
+    rec.DetailUniqueCode = QStringLiteral("D-1");
+    rec.Tax_In_SellCosts = true;
+    rec.Comment = QStringLiteral("آزمایش");
+    rec.CreatedTime = QStringLiteral("10:20:30");
+    rec.CreatedDate = QStringLiteral("1405/01/02");
+    rec.UserCreated = QStringLiteral("مدیر (1)");
+    rec.FeaturesDetail = QStringLiteral("برگ درشت");
+    rec.ConsumerPrice = 99000;
+    rec.DaraiGoodType = 0;
+    rec.Price.Discount_Sell = {1, 2.5L, 3, 4};
+    rec.Price.Discount_Buy = {5, 6, 7, 100};
+    rec.Price.Default_Discount_Sell_Number = 3;
+    rec.Price.Default_Discount_Buy_Number = 4;
+    return rec;
+}
+
+} // namespace fixture

@@ -1,0 +1,304 @@
+// Rows between a database and a screen: what is typed comes back, what fails loses nothing.
+
+#include "host/data/database_error.h"
+#include "host/data/dataset.h"
+#include "host/data/query.h"
+#include "host/data/sql_text.h"
+#include "host/data/transaction.h"
+#include "tests/support/database.h"
+#include "tests/support/test_main.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace host;
+
+namespace {
+
+const QString Select = QStringLiteral("select * from Things order by Id");
+
+void MakeThings(const test::Database &database, int rows = 0)
+{
+    database.Exec(u"create table Things (Id int identity(1,1) not null primary key, Name nvarchar(60) null, "
+                  "Amount decimal(23,9) not null default 0, Flag bit null, Big bigint null, Day date null, "
+                  "Raw varbinary(20) null, Made int not null default 7)"_qs);
+    for (int first = 1; first <= rows; first += 500) {
+        QStringList values;
+        for (int i = first; i < first + 500 && i <= rows; ++i) {
+            values += u"(N'سطر %1', %1)"_qs.arg(i);
+        }
+        database.Exec(u"insert into Things (Name, Amount) values "_qs + values.join(u','));
+    }
+}
+
+Dataset *OpenThings(const test::Database &database, QObject *parent)
+{
+    auto *things = new Dataset(database.Main(), parent);
+    things->SetTable(u"Things"_qs, u"Id"_qs);
+    things->SetEditableFields({u"Amount"_qs});
+    things->Open(Select);
+    return things;
+}
+
+} // namespace
+
+class TestDataset : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        database = std::make_unique<test::Database>();
+        owner = std::make_unique<QObject>();
+    }
+    void cleanup()
+    {
+        owner.reset();
+        database.reset();
+    }
+    void textsComeBackAsTyped_data();
+    void textsComeBackAsTyped();
+    void everyKindOfValue();
+    void largeListsComeInBlocks();
+    void lostConnectionKeepsWhatWasTyped();
+    void rowThatIsGone();
+    void typingInAGrid();
+    void batchGivesItsFirstRows();
+    void errorInsideABatchIsSeen();
+    void nestedTransactions_data();
+    void nestedTransactions();
+
+private:
+    std::unique_ptr<test::Database> database;
+    std::unique_ptr<QObject> owner;
+};
+
+void TestDataset::textsComeBackAsTyped_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::newRow("quotes") << u"d'or ''x''"_qs;
+    QTest::newRow("percent, brackets, underscore") << u"[50%] a_b]"_qs;
+    QTest::newRow("emoji") << u"چای 🍵👨‍👩‍👧"_qs;
+    QTest::newRow("4-byte letters") << u"𠜎𝔄"_qs;
+    QTest::newRow("direction marks and half-space") << u"\u200Fمی\u200Cخواهم\u200E"_qs;
+    QTest::newRow("arabic letters stay arabic") << u"كيك"_qs;
+    QTest::newRow("comment and statement") << u"--'; delete from Things /*"_qs;
+    QTest::newRow("line breaks and tab") << u"a\r\nb\tc"_qs;
+    QTest::newRow("placeholder") << u"? :name %1 @x"_qs;
+    QTest::newRow("empty is not null") << u""_qs;
+    QTest::newRow("trailing blanks") << u"چای  "_qs;
+}
+
+void TestDataset::textsComeBackAsTyped()
+{
+    QFETCH(QString, text);
+    MakeThings(*database);
+    Dataset *things = OpenThings(*database, owner.get());
+    things->Append();
+    things->SetField(u"name", text);
+    things->Post();
+    const Query stored(database->AnotherConnection(), Select);
+    QCOMPARE(stored.Value(u"Name"), QVariant(text));
+
+    things->Edit();
+    things->SetField(u"NAME", QString(text + u'!'));
+    things->Post();
+    QCOMPARE(Query(database->AnotherConnection(), Select).Text(u"Name"), text + u'!');
+    QCOMPARE(things->TextField(u"Name"), text + u'!');
+}
+
+void TestDataset::everyKindOfValue()
+{
+    MakeThings(*database);
+    Dataset *things = OpenThings(*database, owner.get());
+    things->Append();
+    things->SetField(u"Amount", u"12345678901234.123456789"_qs);
+    things->SetField(u"Flag", true);
+    things->SetField(u"Big", 9007199254740993LL);
+    things->SetField(u"Day", QDate(2026, 3, 21));
+    things->SetField(u"Raw", QByteArray("\x00\xff'", 3));
+    things->Post();
+    QCOMPARE(things->IntField(u"Id"), 1);
+    QCOMPARE(things->IntField(u"Made"), 7);
+    things->Requery();
+    QCOMPARE(things->TextField(u"Amount"), u"12345678901234.123456789"_qs);
+    QCOMPARE(things->Field(u"Flag"), QVariant(true));
+    QCOMPARE(things->Field(u"Big"), QVariant(9007199254740993LL));
+    QCOMPARE(things->Field(u"Day"), QVariant(QDate(2026, 3, 21)));
+    QCOMPARE(things->Field(u"Raw"), QVariant(QByteArray("\x00\xff'", 3)));
+    QVERIFY(things->Field(u"Name").isNull());
+
+    things->Edit();
+    things->SetQuantity(u"Amount", 0.1L * 3);
+    things->SetField(u"Flag", QVariant());
+    things->Post();
+    QCOMPARE(database->Rows(u"select Amount, Flag, Big from Things"_qs), QStringList{u"0.3|NULL|9007199254740993"_qs});
+
+    things->Edit();
+    things->SetField(u"Amount", u"12; delete from Things"_qs);
+    QVERIFY_THROWS_EXCEPTION(RefusedText, things->Post());
+    QVERIFY(things->IsEditing());
+}
+
+void TestDataset::largeListsComeInBlocks()
+{
+    MakeThings(*database, 2500);
+    Dataset things(database->GoodsList());
+    things.SetBlockSize(1000);
+    things.Open(Select);
+    QCOMPARE(things.RecordCount(), 1000);
+    QVERIFY(things.canFetchMore({}));
+    // The connection serves others while the list is open, and the list does not see half of a change.
+    QCOMPARE(Scalar(database->GoodsList(), u"select count(*) from Things"_qs).toInt(), 2500);
+
+    QSignalSpy inserted(&things, &QAbstractItemModel::rowsInserted);
+    things.fetchMore({});
+    QCOMPARE(things.RecordCount(), 2000);
+    QCOMPARE(inserted.at(0).at(1).toInt(), 1000);
+    QCOMPARE(inserted.at(0).at(2).toInt(), 1999);
+    QVERIFY(things.Locate(u"Amount", u"2400.0"_qs));
+    QCOMPARE(things.TextField(u"Name"), u"سطر 2400"_qs);
+    QVERIFY(!things.Locate(u"Id", 9999));
+    QCOMPARE(things.TextField(u"Name"), u"سطر 2400"_qs);
+    QCOMPARE(things.RecordCount(), 2500);
+    QVERIFY(things.FetchedAll());
+    for (int row = 0; row < things.RecordCount(); ++row) {
+        QCOMPARE(things.index(row, things.ColumnIndex(u"Id")).data().toInt(), row + 1);
+    }
+}
+
+void TestDataset::lostConnectionKeepsWhatWasTyped()
+{
+    MakeThings(*database, 3);
+    Dataset *things = OpenThings(*database, owner.get());
+    QSqlDatabase main = database->Main();
+    things->Edit();
+    things->SetField(u"Name", u"تازه"_qs);
+    main.close();
+    try {
+        things->Post();
+        QFAIL("a closed connection took the row");
+    } catch (const DatabaseError &error) {
+        QVERIFY(error.ConnectionLost());
+        QVERIFY(!error.Text().isEmpty());
+    }
+    QCOMPARE(things->TextField(u"Name"), u"تازه"_qs);
+    QVERIFY_THROWS_EXCEPTION(DatabaseError, Transaction{main});
+    QVERIFY_THROWS_EXCEPTION(DatabaseError, Query(main).Open(Select));
+
+    QVERIFY(main.open());
+    QCOMPARE(Query(main, Select).Text(u"Name"), u"سطر 1"_qs);
+    things->Post();
+    QCOMPARE(Query(main, Select).Text(u"Name"), u"تازه"_qs);
+}
+
+void TestDataset::rowThatIsGone()
+{
+    MakeThings(*database, 2);
+    Dataset *things = OpenThings(*database, owner.get());
+    things->Edit();
+    things->SetField(u"Name", u"تازه"_qs);
+    Exec(database->AnotherConnection(), u"delete from Things where Id = 1"_qs);
+    QVERIFY_THROWS_EXCEPTION(DatabaseError, things->Post());
+    QCOMPARE(things->CurrentState(), Dataset::State::Edit);
+    things->Cancel();
+    QCOMPARE(things->TextField(u"Name"), u"سطر 1"_qs);
+    QVERIFY_THROWS_EXCEPTION(DatabaseError, things->Field(u"NoSuchField"));
+}
+
+void TestDataset::typingInAGrid()
+{
+    MakeThings(*database, 3);
+    Dataset *things = OpenThings(*database, owner.get());
+    const auto cell = [things](int row, QStringView field) { return things->index(row, things->ColumnIndex(field)); };
+    QVERIFY(!(things->flags(cell(0, u"Name")) & Qt::ItemIsEditable));
+    QVERIFY(!things->setData(cell(0, u"Name"), u"x"_qs));
+    QVERIFY(!things->setData(cell(0, u"Amount"), u"12a"_qs));
+    QVERIFY(things->setData(cell(0, u"Amount"), u"۱٬۲۳۴٫۵"_qs));
+    QCOMPARE(cell(0, u"Amount").data(), QVariant(u"1234.5"_qs));
+    QCOMPARE(database->Rows(u"select Amount from Things where Id = 1"_qs), QStringList{u"1"_qs});
+    QVERIFY(things->setData(cell(1, u"Amount"), u"7"_qs));
+    QCOMPARE(database->Rows(u"select Amount from Things where Id = 1"_qs), QStringList{u"1234.5"_qs});
+    things->SetCurrentRow(2);
+    QCOMPARE(database->Rows(u"select Amount from Things where Id = 2"_qs), QStringList{u"7"_qs});
+    QCOMPARE(things->CurrentState(), Dataset::State::Browse);
+
+    QVERIFY(things->setData(cell(2, u"Amount"), u"99"_qs));
+    Exec(database->AnotherConnection(), u"delete from Things where Id = 3"_qs);
+    QSignalSpy failed(things, &Dataset::Failed);
+    QVERIFY(!things->setData(cell(0, u"Amount"), u"5"_qs));
+    QCOMPARE(failed.count(), 1);
+    QCOMPARE(cell(2, u"Amount").data(), QVariant(u"99"_qs));
+}
+
+void TestDataset::batchGivesItsFirstRows()
+{
+    Query query(database->Main());
+    query.Open(u"create table #t (A int) insert into #t values (3) select A from #t select 4 as B"_qs);
+    QCOMPARE(query.Int(u"a"), 3);
+    QVERIFY(!query.Next());
+    QVERIFY_THROWS_EXCEPTION(DatabaseError, query.Int(u"A"));
+    QCOMPARE(Scalar(database->Main(), u"select A from #t where A = 9"_qs), QVariant());
+    const quint64 before = StatementsSent();
+    QVERIFY(Exists(database->Main(), u"select A from #t"_qs));
+    QCOMPARE(Exec(database->Main(), u"update #t set A = 5 where A = 3"_qs), 1);
+    QCOMPARE(StatementsSent() - before, quint64(2));
+}
+
+void TestDataset::errorInsideABatchIsSeen()
+{
+    MakeThings(*database);
+    try {
+        Exec(database->Main(), u"insert into Things (Name) values (N'الف') insert into Things (Made) values (NULL)"_qs);
+        QFAIL("the second statement passed");
+    } catch (const DatabaseError &error) {
+        QVERIFY(!error.ConnectionLost());
+        QVERIFY2(!error.LogText().contains(u"الف"), qPrintable(error.LogText()));
+    }
+}
+
+void TestDataset::nestedTransactions_data()
+{
+    QTest::addColumn<bool>("innerCommits");
+    QTest::addColumn<bool>("outerCommits");
+    QTest::addColumn<int>("written");
+    QTest::newRow("both commit") << true << true << 2;
+    QTest::newRow("inner fails") << false << true << 0;
+    QTest::newRow("outer fails") << true << false << 0;
+}
+
+void TestDataset::nestedTransactions()
+{
+    QFETCH(bool, innerCommits);
+    QFETCH(bool, outerCommits);
+    QFETCH(int, written);
+    MakeThings(*database);
+    const QString insert = u"insert into Things (Name) values (N'x')"_qs;
+    bool refused = false;
+    {
+        Transaction outer(database->Main());
+        Exec(database->Main(), insert);
+        {
+            Transaction inner(database->Main());
+            Exec(database->Main(), insert);
+            if (innerCommits) {
+                inner.Commit();
+            }
+        }
+        QVERIFY(Transaction::IsActive(database->Main()));
+        try {
+            if (outerCommits) {
+                outer.Commit();
+            }
+        } catch (const DatabaseError &) {
+            refused = true;
+        }
+    }
+    QCOMPARE(refused, outerCommits && !innerCommits);
+    QVERIFY(!Transaction::IsActive(database->Main()));
+    QCOMPARE(Scalar(database->AnotherConnection(), u"select count(*) from Things"_qs).toInt(), written);
+}
+
+REGISTER_TEST(TestDataset)
+#include "tst_dataset.moc"

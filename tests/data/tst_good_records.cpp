@@ -1,0 +1,452 @@
+// A good and its code: what is saved is what is read, whole or not at all, and no two goods share what must be unique.
+
+#include "host/data/database_error.h"
+#include "host/data/sql_text.h"
+#include "host/data/transaction.h"
+#include "tests/data/desk_fixture.h"
+#include "tests/support/test_main.h"
+#include "tsql/driver.h"
+
+#include <QTest>
+
+#include <atomic>
+#include <thread>
+
+using fixture::Desk;
+using fixture::Good;
+
+namespace {
+
+/// Everything of a good that the database holds, so that two goods compare as one text.
+QStringList Stored(const test::Database &database, int code)
+{
+    return database.Rows(u"select * from GoodInf where Code = %1"_qs.arg(code)) +
+           database.Rows(u"select * from GoodCostDiscount where GoodCode = %1"_qs.arg(code));
+}
+
+void MakeGoods(const test::Database &database, const QString &values)
+{
+    database.Exec(u"insert into GoodInf (Code, GrpCode, Name, kala_index, AbbName, SMSCode) values "_qs + values);
+}
+
+} // namespace
+
+class TestGoodRecords : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        database = std::make_unique<test::Database>();
+        fixture::Furnish(*database);
+        desk = std::make_unique<Desk>(*database);
+    }
+    void cleanup()
+    {
+        desk.reset();
+        database.reset();
+    }
+    void savedIsWhatIsRead();
+    void updateKeepsCreationAndLeavesOthersAlone();
+    void oneUnitGoodHasNoSecondUnit();
+    void failedSaveWritesNothing_data();
+    void failedSaveWritesNothing();
+    void deletingIsTheHostsBusiness();
+    void newCodes_data();
+    void newCodes();
+    void takenCodeIsReplaced();
+    void desksSavingAtOnce();
+    void uniqueness_data();
+    void uniqueness();
+    void unquotedValuesAreDigits_data();
+    void unquotedValuesAreDigits();
+    void barcodes_data();
+    void barcodes();
+    void useElsewhere_data();
+    void useElsewhere();
+    void scales();
+
+private:
+    std::unique_ptr<test::Database> database;
+    std::unique_ptr<Desk> desk;
+};
+
+void TestGoodRecords::savedIsWhatIsRead()
+{
+    TGoodInfoRec rec = Good(501);
+    rec.kala_name = u"چای d'or [۵۰%] 🍵\u200F"_qs;
+    QVERIFY(desk->goods.Good_Insert(rec));
+    TGoodInfoRec read;
+    QVERIFY(Desk(database->AnotherConnection(), *database).goods.Good_GetByID(501, read));
+    QCOMPARE(read.Name, u"چای d'or [۵۰%] 🍵\u200F سبز 501"_qs);
+    QCOMPARE(read.Length, 0.123456789L);
+    QCOMPARE(read.Price.Discount_Buy[3], 100.0L);
+    QCOMPARE(read.Price.Discount_Sell[1], 2.5L);
+    QCOMPARE(read.Price.Default_Discount_Sell_Number, 3);
+
+    // What was read, saved under another code, gives the same row: no member is lost on the way.
+    TGoodInfoRec copy = read;
+    copy.Code = 502;
+    QVERIFY(desk->goods.Good_Insert(copy));
+    QStringList original = Stored(*database, 501);
+    original.replaceInStrings(QRegularExpression(u"^501"_qs), u"502"_qs);
+    QCOMPARE(Stored(*database, 502), original);
+    QVERIFY(!original.first().contains(u"|NULL|"_qs) ||
+            original.first().count(u"NULL"_qs) == 3); // the three of a change
+    QVERIFY(!desk->goods.Good_GetByID(999, read));
+    QCOMPARE(read.Code, 501);
+}
+
+void TestGoodRecords::updateKeepsCreationAndLeavesOthersAlone()
+{
+    desk->goods.Good_Insert(Good(501));
+    desk->goods.Good_Insert(Good(502));
+    const QStringList other = Stored(*database, 502);
+    TGoodInfoRec rec;
+    desk->goods.Good_GetByID(501, rec);
+    rec.kala_type = QString();
+    rec.GrpCode = 7;
+    rec.CreatedTime = u"00:00:00"_qs;
+    rec.ModifiedTime = u"11:12:13"_qs;
+    rec.ModifiedDate = u"1405/02/03"_qs;
+    rec.UserModified = u"کاربر (2)"_qs;
+    rec.VoucherCode = 44;
+    rec.Price.Discount_Sell[0] = 99.5L;
+    QVERIFY(desk->goods.Good_Update(rec));
+    QCOMPARE(
+        database->Rows(u"select Name, GrpCode, CreatedTime, ModifiedTime, ModifiedDate, UserModified, VoucherCode, "
+                       "Discount_Sell_1 from GoodInf join GoodCostDiscount on GoodCode = Code where Code = 501"_qs),
+        QStringList{u"چای  501|7|10:20:30|11:12:13|1405/02/03|کاربر (2)|44|99.5"_qs});
+    QCOMPARE(Stored(*database, 502), other);
+
+    // A good that was not the last one read, and one that is gone.
+    rec = Good(502);
+    rec.Comment = u"تازه"_qs;
+    QVERIFY(desk->goods.Good_Update(rec));
+    QCOMPARE(database->Scalar(u"select Comment from GoodInf where Code = 502"_qs), QVariant(u"تازه"_qs));
+    database->Exec(u"delete from GoodInf where Code = 502"_qs);
+    QVERIFY_THROWS_EXCEPTION(host::DatabaseError, desk->goods.Good_Update(rec));
+}
+
+void TestGoodRecords::oneUnitGoodHasNoSecondUnit()
+{
+    TGoodInfoRec rec = Good(501);
+    desk->goods.Good_Insert(rec);
+    rec.Unit2 = 0;
+    desk->goods.Good_Update(rec);
+    rec.Code = 502;
+    rec.SMSCode.clear();
+    rec.Store = 0;
+    desk->goods.Good_Insert(rec);
+    QCOMPARE(database->Rows(u"select Code, Unit2, SMSCode, Store from GoodInf order by Code"_qs),
+             QStringList({u"501|NULL|501|1"_qs, u"502|NULL|NULL|NULL"_qs}));
+}
+
+void TestGoodRecords::failedSaveWritesNothing_data()
+{
+    QTest::addColumn<int>("code");
+    QTest::addColumn<int>("group");
+    QTest::addColumn<int>("nameLength");
+    QTest::addColumn<QString>("smsCode");
+    QTest::newRow("code is taken") << 501 << 5 << 5 << u"9"_qs;
+    QTest::newRow("no such group") << 502 << 99 << 5 << u"9"_qs;
+    QTest::newRow("name too long") << 502 << 5 << 51 << u"9"_qs;
+    QTest::newRow("no number") << 502 << 5 << 5 << u"9; delete from GoodInf"_qs;
+}
+
+void TestGoodRecords::failedSaveWritesNothing()
+{
+    QFETCH(int, code);
+    QFETCH(int, group);
+    QFETCH(int, nameLength);
+    QFETCH(QString, smsCode);
+    desk->goods.Good_Insert(Good(501));
+    const QStringList before = Stored(*database, 501);
+    TGoodInfoRec rec = Good(code, group);
+    rec.kala_name = QString(nameLength, u'ن');
+    rec.SMSCode = smsCode;
+    rec.Price.Discount_Sell = {50, 50, 50, 50};
+    QVERIFY_THROWS_EXCEPTION(std::exception, desk->goods.Good_Insert(rec));
+    QVERIFY(!host::Transaction::IsActive(database->Main()));
+    QCOMPARE(Stored(*database, 501), before);
+    QCOMPARE(Stored(*database, 502), QStringList());
+    QVERIFY(desk->goods.Good_Insert(Good(503))); // the module is fit for the next try
+    QCOMPARE(database->Rows(u"select Code from GoodInf order by Code"_qs), QStringList({u"501"_qs, u"503"_qs}));
+}
+
+void TestGoodRecords::deletingIsTheHostsBusiness()
+{
+    QVERIFY(desk->goods.Good_Delete(501));
+    desk->entities.deleteAnswer = 2;
+    QVERIFY(!desk->goods.Good_Delete(502));
+    QCOMPARE(desk->entities.asked, QStringList({u"102 501 0"_qs, u"102 502 0"_qs}));
+}
+
+void TestGoodRecords::newCodes_data()
+{
+    QTest::addColumn<QString>("goods"); // code:group
+    QTest::addColumn<QString>("reserved");
+    QTest::addColumn<int>("code");
+    QTest::newRow("nothing yet") << QString() << QString() << 1;
+    QTest::newRow("after the group's last") << u"5001:5,5003:5,6000:7"_qs << QString() << 5004;
+    QTest::newRow("next one is another group's") << u"5001:5,5002:5,5003:5,5004:7"_qs << QString() << 5005;
+    QTest::newRow("next one is reserved") << u"5001:5,9000:7"_qs << u"5002"_qs << 9001;
+    QTest::newRow("beyond the reserved ones") << u"5001:5"_qs << u"5002,8000"_qs << 8001;
+    QTest::newRow("empty group beside others") << u"1:7,2:7"_qs << QString() << 3;
+    QTest::newRow("reserved for another part") << u"5001:5"_qs << u"-5002"_qs << 5002;
+}
+
+void TestGoodRecords::newCodes()
+{
+    QFETCH(QString, goods);
+    QFETCH(QString, reserved);
+    QFETCH(int, code);
+    for (const QString &good : goods.split(u',', Qt::SkipEmptyParts)) {
+        MakeGoods(*database, u"(%1, %2, N'x', N'', N'', NULL)"_qs.arg(good.section(u':', 0, 0), good.section(u':', 1)));
+    }
+    for (const QString &lock : reserved.split(u',', Qt::SkipEmptyParts)) {
+        database->Exec(
+            u"insert into CodeLock_TBL (Status, Code) values (%1, %2)"_qs.arg(lock.startsWith(u'-') ? 104 : 102)
+                .arg(lock.mid(lock.startsWith(u'-') ? 1 : 0)));
+    }
+    QCOMPARE(desk->goods.Good_GetNewCode(u"5"_qs), code);
+    const TGood_DM::GoodCodes all = desk->goods.GetGoodCodes();
+    QCOMPARE(all.GoodCount, int(goods.split(u',', Qt::SkipEmptyParts).size()));
+    QCOMPARE(all.GoodCodes.split(u',', Qt::SkipEmptyParts).size(), all.GoodCount);
+}
+
+void TestGoodRecords::takenCodeIsReplaced()
+{
+    TGood_DM &goods = desk->goods;
+    int code = goods.Good_GetNewCode_GrpCode(u"5"_qs, u"6"_qs);
+    const int proposed = code;
+    goods.CostLevel_Prepare(code, 2);
+    goods.GoodFirstAsset(code, u"1"_qs, u"3.5"_qs, u"0"_qs);
+    goods.InsertUpdateToKalaCategory(code, 2, 1);
+    {
+        host::Transaction free(database->Main());
+        QVERIFY(!goods.Good_TakeCode(code, 5, 6));
+        QCOMPARE(code, proposed);
+    }
+    Desk(database->AnotherConnection(), *database).goods.Good_Insert(Good(proposed));
+
+    host::Transaction transaction(database->Main());
+    QVERIFY(goods.Good_TakeCode(code, 5, 6));
+    QVERIFY(code != proposed);
+    goods.GoodFirstAsset_SaveTemp(code, 3.5L, 0);
+    goods.TempToGoodCat(code);
+    goods.Good_Insert(Good(code));
+    goods.CostLevel_Save(code);
+    transaction.Commit();
+    QCOMPARE(database->Rows(u"select GoodCode, tmp, Amount1 from GoodFirstAsset"_qs),
+             QStringList{u"%1|0|3.5"_qs.arg(code)});
+    QCOMPARE(database->Rows(u"select Kala_code, Category_code, tmp from Kala_category"_qs),
+             QStringList{u"%1|2|0"_qs.arg(code)});
+    QCOMPARE(database->Rows(u"select distinct TypeCode from tmpCostList"_qs), QStringList{QString::number(code)});
+}
+
+void TestGoodRecords::desksSavingAtOnce()
+{
+    // The worst order: both propose, both save.
+    Desk other(database->AnotherConnection(), *database);
+    TGoodInfoRec first = Good(desk->goods.Good_GetNewCode_GrpCode(u"5"_qs, u"6"_qs));
+    TGoodInfoRec second = Good(other.goods.Good_GetNewCode_GrpCode(u"5"_qs, u"6"_qs));
+    QCOMPARE(second.Code, first.Code);
+    desk->goods.Good_Insert(first);
+    QVERIFY_THROWS_EXCEPTION(host::DatabaseError, other.goods.Good_Insert(second));
+
+    constexpr int Desks = 3;
+    constexpr int Each = 15;
+    std::atomic<int> replaced = 0;
+    std::atomic<int> failed = 0;
+    const auto work = [&](int number) {
+        const QString name = u"desk %1"_qs.arg(number);
+        {
+            QSqlDatabase main = QSqlDatabase::addDatabase(new tsql::Driver, name);
+            main.setDatabaseName(database->FileName());
+            main.open();
+            fixture::Settings settings;
+            fixture::Entities entities;
+            TGood_DM goods({main, main, main}, settings, entities);
+            try {
+                for (int i = 0; i < Each; ++i) {
+                    TGoodInfoRec rec = Good(goods.Good_GetNewCode_GrpCode(u"5"_qs, u"6"_qs));
+                    host::Transaction transaction(main);
+                    replaced += goods.Good_TakeCode(rec.Code, 5, 6) ? 1 : 0;
+                    goods.Good_Insert(rec);
+                    transaction.Commit();
+                }
+            } catch (const std::exception &error) {
+                qWarning("%s", error.what());
+                ++failed;
+            }
+        }
+        QSqlDatabase::removeDatabase(name);
+    };
+    std::vector<std::thread> desks;
+    for (int i = 0; i < Desks; ++i) {
+        desks.emplace_back(work, i);
+    }
+    for (std::thread &thread : desks) {
+        thread.join();
+    }
+    QCOMPARE(failed.load(), 0);
+    QVERIFY2(replaced.load() > 0, "the desks never met");
+    QCOMPARE(database->Rows(u"select count(*), count(distinct Code) from GoodInf"_qs), QStringList{u"46|46"_qs});
+    QCOMPARE(database->Rows(u"select count(*) from GoodCostDiscount"_qs), QStringList{u"46"_qs});
+}
+
+void TestGoodRecords::uniqueness_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("index");
+    QTest::newRow("plain") << u"چای سبز ۱"_qs << u"۱"_qs;
+    QTest::newRow("quotes") << u"d'or 'x'"_qs << u"'"_qs;
+    QTest::newRow("percent and brackets are letters") << u"[50%] a_b"_qs << u"%"_qs;
+    QTest::newRow("emoji") << u"چای 🍵"_qs << u"🍵"_qs;
+    QTest::newRow("direction marks") << u"\u200Fچای\u200C سبز"_qs << u"\u200Ex"_qs;
+}
+
+void TestGoodRecords::uniqueness()
+{
+    QFETCH(QString, name);
+    QFETCH(QString, index);
+    MakeGoods(*database, u"(1, 5, %1, %2, N'', 77), (2, 5, N'دیگر', N'دیگر', N'', 78)"_qs.arg(host::NQuotedStr(name),
+                                                                                              host::NQuotedStr(index)));
+    TGood_DM &goods = desk->goods;
+    QCOMPARE(goods.Good_ExistName(1, name), 0);
+    QCOMPARE(goods.Good_ExistName(2, name), 1);
+    QCOMPARE(goods.Good_ExistName(2, name + u'x'), 0);
+    QCOMPARE(goods.Good_ExistIndex(1, index), 0);
+    QCOMPARE(goods.Good_ExistIndex(3, index), 1);
+    QVERIFY(goods.Good_IsExistSMSCode(2, u"77"_qs));
+    QVERIFY(goods.Good_IsExistSMSCode(2, u"0077"_qs));
+    QVERIFY(!goods.Good_IsExistSMSCode(1, u"77"_qs));
+    QVERIFY(!goods.Good_IsNewRecordMode(2));
+    QVERIFY(goods.Good_IsNewRecordMode(3));
+}
+
+void TestGoodRecords::unquotedValuesAreDigits_data()
+{
+    QTest::addColumn<QString>("value");
+    QTest::newRow("empty") << QString();
+    QTest::newRow("statement") << u"1 or 1=1"_qs;
+    QTest::newRow("sign") << u"-1"_qs;
+    QTest::newRow("persian digits") << u"۱۲"_qs;
+    QTest::newRow("quote") << u"1'"_qs;
+}
+
+void TestGoodRecords::unquotedValuesAreDigits()
+{
+    QFETCH(QString, value);
+    MakeGoods(*database, u"(1, 5, N'x', N'', N'', 77)"_qs);
+    TGood_DM &goods = desk->goods;
+    const quint64 before = host::StatementsSent();
+    QVERIFY_THROWS_EXCEPTION(host::RefusedText, goods.Good_IsExistSMSCode(2, value));
+    QVERIFY_THROWS_EXCEPTION(host::RefusedText, goods.Good_GetNewCode(value));
+    QVERIFY_THROWS_EXCEPTION(host::RefusedText, goods.Good_GetNewCode_GrpCode(value, u"6"_qs));
+    QVERIFY_THROWS_EXCEPTION(host::RefusedText, goods.Good_GetNewCode_GrpCode(u"5"_qs, value));
+    QVERIFY_THROWS_EXCEPTION(host::RefusedText, goods.GoodFirstAsset(1, value, u"1"_qs, u"1"_qs));
+    QVERIFY_THROWS_EXCEPTION(host::RefusedText, goods.GoodFirstAsset(1, u"1"_qs, u"1,1"_qs, u"1"_qs));
+    if (!value.isEmpty()) {
+        QVERIFY_THROWS_EXCEPTION(host::RefusedText, goods.Good_UpdateDaraiGoodType(1, value));
+        QVERIFY_THROWS_EXCEPTION(host::RefusedText, goods.InsertGoodDetailTypesForGoods(value, u"1"_qs, 1));
+    }
+    QCOMPARE(host::StatementsSent(), before);
+}
+
+void TestGoodRecords::barcodes_data()
+{
+    QTest::addColumn<QString>("stored");
+    QTest::addColumn<QString>("asked");
+    QTest::addColumn<bool>("found");
+    QTest::newRow("first") << u"!111!222!"_qs << u"111"_qs << true;
+    QTest::newRow("last") << u"!111!222!"_qs << u"222"_qs << true;
+    QTest::newRow("part of one") << u"!1112!222!"_qs << u"111"_qs << false;
+    QTest::newRow("other case") << u"!AbC!"_qs << u"aBc"_qs << true;
+    QTest::newRow("quote") << u"!a'b!"_qs << u"a'b"_qs << true;
+    QTest::newRow("persian short name") << u"!چای!"_qs << u"چای"_qs << true;
+    QTest::newRow("percent finds itself") << u"!a%b!"_qs << u"a%b"_qs << true;
+    QTest::newRow("percent finds no other") << u"!axxb!"_qs << u"a%b"_qs << false;
+    QTest::newRow("underscore finds no other") << u"!axb!"_qs << u"a_b"_qs << false;
+    QTest::newRow("underscore finds itself") << u"!a_b!"_qs << u"a_b"_qs << true;
+    QTest::newRow("bracket finds itself") << u"![1]!"_qs << u"[1]"_qs << true;
+    QTest::newRow("bracket finds no other") << u"!1!"_qs << u"[1]"_qs << false;
+    QTest::newRow("open bracket") << u"!a[b!"_qs << u"a[b"_qs << true;
+}
+
+void TestGoodRecords::barcodes()
+{
+    QFETCH(QString, stored);
+    QFETCH(QString, asked);
+    QFETCH(bool, found);
+    MakeGoods(*database, u"(1, 5, N'x', N'', %1, NULL)"_qs.arg(host::NQuotedStr(stored)));
+    QCOMPARE(desk->goods.CheckBarcodeCode(asked), found ? 1 : 0);
+    QCOMPARE(desk->goods.Good_ExistBarCode(2, asked), found);
+    QVERIFY(!desk->goods.Good_ExistBarCode(1, asked));
+
+    QVERIFY(!desk->goods.BarcodeUsedInSetting(asked));
+    desk->settings.record.ReservedBarcodes[1] = asked;
+    QVERIFY(desk->goods.BarcodeUsedInSetting(asked));
+    QVERIFY(!desk->goods.BarcodeUsedInSetting(QString()));
+}
+
+void TestGoodRecords::useElsewhere_data()
+{
+    QTest::addColumn<QString>("row");
+    QTest::addColumn<QString>("uses"); // movement, voucher line, web shop
+    QTest::newRow("nowhere") << QString() << u"000"_qs;
+    QTest::newRow("movement")
+        << u"insert into Kardex (Kala, Anbar, OperationType, OperationCode, [Date], Amount1) values "
+           "(501, 1, 1, 1, '1405/01/01', 1)"_qs
+        << u"100"_qs;
+    const QString voucher = u"insert into Vouchers (Code, Kind, [Date]) values (1, %1, '1405/01/01') "
+                            "insert into VoucherLines (VoucherCode, GoodCode, Sharh) values (1, 501, N'x')"_qs;
+    QTest::newRow("opening voucher") << voucher.arg(1) << u"000"_qs;
+    QTest::newRow("other voucher") << voucher.arg(2) << u"010"_qs;
+    QTest::newRow("mobile ordering") << u"insert into OnlineProduct (Masterid) values (501)"_qs << u"001"_qs;
+    QTest::newRow("mobile ordering no more")
+        << u"insert into OnlineProduct (Masterid, isdelete) values (501, 1)"_qs << u"000"_qs;
+    QTest::newRow("web shop only") << u"insert into Market.Product (VelakProductCode) values (501)"_qs << u"001"_qs;
+    QTest::newRow("another good's") << u"insert into Market.Product (VelakProductCode) values (502)"_qs << u"000"_qs;
+}
+
+void TestGoodRecords::useElsewhere()
+{
+    QFETCH(QString, row);
+    QFETCH(QString, uses);
+    desk->goods.Good_Insert(Good(501));
+    if (!row.isEmpty()) {
+        database->Exec(row);
+    }
+    QCOMPARE(desk->goods.Good_HasGardesh(501), uses[0] == u'1');
+    QCOMPARE(desk->goods.Good_HasSanadDetail(501), uses[1] == u'1');
+    QCOMPARE(desk->goods.GoodUsedInWebService(501), uses[2] == u'1');
+}
+
+void TestGoodRecords::scales()
+{
+    TGood_DM &goods = desk->goods;
+    TGoodInfoRec rec = Good(501);
+    rec.kala_name = u"چای 'x'"_qs;
+    rec.AbbName = u"!111!222!"_qs;
+    rec.Unit = 2;
+    goods.Good_Insert(rec);
+    goods.Change_Price_Scale(501, 3);
+    QVERIFY(!goods.CheckGoodInScale(501));
+    database->Exec(u"insert into Items (Code, ScaleType, Name1, Price) values (501, 1, N'', 0), (502, 2, N'', 0)"_qs);
+    database->Exec(u"update GoodCostDiscount set CostLevel_Sell_3 = 1234.5"_qs);
+    QVERIFY(goods.CheckGoodInScale(501));
+    QVERIFY(!goods.CheckGoodInScale(502));
+    goods.Change_Price_Scale(501, 3);
+    QCOMPARE(database->Rows(u"select Name1, Price, BarCode, [Type], ChangeType from Items where Code = 501"_qs),
+             QStringList{u"چای 'x' سبز 501|1234.5|111|1|2"_qs});
+    QVERIFY_THROWS_EXCEPTION(host::RefusedText, goods.Change_Price_Scale(501, 11));
+    goods.DeleteGoodInScale(501);
+    QCOMPARE(database->Rows(u"select Code, ChangeType from Items order by Code"_qs),
+             QStringList({u"501|3"_qs, u"502|0"_qs}));
+}
+
+REGISTER_TEST(TestGoodRecords)
+#include "tst_good_records.moc"
