@@ -1,7 +1,7 @@
 -- Makes the demo database large: copies of its goods, with prices, stock, opening stock and categories, up to
 -- 100,000 goods in all. For measurements; runs once, after demo.sql.
 
-CREATE TABLE #Seed (No int IDENTITY(0,1) NOT NULL PRIMARY KEY, Code int NOT NULL)
+CREATE TABLE #Seed (No int IDENTITY(1,1) NOT NULL PRIMARY KEY, Code int NOT NULL)
 INSERT INTO #Seed (Code) SELECT Code FROM GoodInf ORDER BY Code
 
 DECLARE @Count int
@@ -20,10 +20,10 @@ END
 -- Source and target codes; new codes begin at 300001, beyond those of every group of the demo data.
 CREATE TABLE #Pairs (NewCode int NOT NULL PRIMARY KEY, Code int NOT NULL, CopyNo int NOT NULL)
 INSERT INTO #Pairs (NewCode, Code, CopyNo)
-SELECT 300001 + c.No * @Count + s.No, s.Code, c.No
+SELECT 300000 + c.No * @Count + s.No, s.Code, c.No
 FROM #Copies AS c
 CROSS JOIN #Seed AS s
-WHERE c.No * @Count + s.No < 100000 - @Count
+WHERE c.No * @Count + s.No <= 100000 - @Count
 
 INSERT INTO GoodInf (Code, GrpCode, tags, Name, kala_name, kala_type, kala_index, AbbName, Pos, Position, MinAva, Unit, Unit2,
     AvaBgPrd, AvaBgPrd2, CostBgPrd, Store, SMSCode, TaxExempt, ChargeExempt, Meghdar_Formool, Comment, CreatedTime, CreatedDate,

@@ -103,8 +103,8 @@ void Parser::identity(ColumnDefinition &column)
     expectSymbol(QLatin1String(","));
     column.increment = fixedInteger();
     expectSymbol(QLatin1String(")"));
-    if (column.increment != 1)
-        unsupported(u"IDENTITY with an increment other than 1"_qs);
+    if (column.seed < 1 || column.increment != 1)
+        unsupported(u"IDENTITY with a seed below 1 or an increment other than 1"_qs);
 }
 
 void Parser::columnDefinition(std::vector<ColumnDefinition> &columns, std::vector<TableConstraint> &constraints)

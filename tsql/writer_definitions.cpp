@@ -5,10 +5,11 @@ namespace tsql {
 
 namespace {
 
-/// The schema part of a SQLite name with its point ("temp.") or nothing.
+/// The schema part of a SQLite name with its point ("temp."), spelt out for permanent tables too: without it,
+/// sqlite_sequence is the one of the temporary tables.
 QString schemaOf(const Table &table)
 {
-    return table.sqliteName.startsWith(u'"') ? QString() : table.sqliteName.section(u'.', 0, 0) + u'.';
+    return table.sqliteName.startsWith(u'"') ? u"main."_qs : table.sqliteName.section(u'.', 0, 0) + u'.';
 }
 
 /// The name of the table within its SQLite schema, quoted.

@@ -145,7 +145,7 @@ void Writer::truncate(const TruncateStatement &statement)
     m_out.countsRows = false;
     if (table->identityColumn() != nullptr) {
         const qsizetype point = table->sqliteName.startsWith(u'"') ? -1 : table->sqliteName.indexOf(u'.');
-        const QString schema = point < 0 ? QString() : table->sqliteName.left(point + 1);
+        const QString schema = point < 0 ? u"main."_qs : table->sqliteName.left(point + 1);
         const QString plain = point < 0 ? table->name.display() : table->name.key();
         m_out.then.push_back(u"UPDATE %1sqlite_sequence SET seq = %2 WHERE name = %3"_qs.arg(
             schema, QString::number(table->identityColumn()->seed - 1), quotedText(plain)));
