@@ -46,7 +46,11 @@ Grid::Grid(QWidget *parent) : QTableView(parent), m_model(new GridModel(this))
         if (!m_applying)
             ReportFields();
     });
-    connect(m_model, &GridModel::Changed, this, &Grid::RowCountChanged);
+    connect(m_model, &GridModel::Changed, this, [this](int rows) {
+        if (rows > 0 && !currentIndex().isValid() && !m_applying)
+            StandOn(0);
+        emit RowCountChanged(rows);
+    });
     connect(m_model, &GridModel::MarksChanged, this, &Grid::MarksChanged);
     connect(m_model, &GridModel::FetchFailed, this, &Grid::FetchFailed);
     connect(m_model, &QAbstractItemModel::modelReset, this, [this] {

@@ -119,6 +119,7 @@ protected:
 
 private:
     void ApplyColumns();
+    void Stand(int row);
     void ReportFields();
     int GridColumnOf(const QString &field) const;
 

@@ -117,6 +117,7 @@ void GridModel::Search(const SearchDescription &description)
     beginResetModel();
     m_search = description;
     m_filter.Include(m_search.field);
+    m_filter.FoldSome(portionMilliseconds); // a short list is searched whole at once
     m_rows = description.IsEmpty() ? std::vector<int>() : m_filter.Match(description);
     m_matched = m_filter.FoldedRows();
     m_count = m_source ? m_source->rowCount() : 0;

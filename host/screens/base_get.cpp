@@ -10,6 +10,7 @@
 #include <QtGui/QKeyEvent>
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QComboBox>
+#include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QPlainTextEdit>
 #include <QtWidgets/QPushButton>
@@ -92,6 +93,10 @@ TBaseGet_FRM::TBaseGet_FRM(Host &host, TSoftwarePart part, QWidget *parent)
     m_save = AddFooterButton(QStringLiteral("Save_BTN"), QStringLiteral("ذخيره F3"));
     m_save->setProperty("primary", true);
     m_exit = AddFooterButton(QStringLiteral("Exit_BTN"), QStringLiteral("خروج Esc"));
+    m_unsaved = new QLabel(QStringLiteral("● ذخیره نشده"), this);
+    m_unsaved->setObjectName(QStringLiteral("Unsaved_LBL"));
+    m_unsaved->hide();
+    AddToHeader(m_unsaved);
     Bind(m_save, QKeySequence(Qt::Key_F3), [this] { Save(); });
     Bind(m_exit, QKeySequence(Qt::Key_Escape), [this] { reject(); });
 }
@@ -149,7 +154,7 @@ void TBaseGet_FRM::FormShown()
 void TBaseGet_FRM::SetIsSaved(bool saved)
 {
     m_saved = saved;
-    setWindowModified(!saved);
+    m_unsaved->setVisible(!saved);
 }
 
 void TBaseGet_FRM::Changed()

@@ -141,6 +141,7 @@ private:
     int m_loading = 0;
     QPushButton *m_save = nullptr;
     QPushButton *m_exit = nullptr;
+    QLabel *m_unsaved = nullptr;
 };
 
 } // namespace host

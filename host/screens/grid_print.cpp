@@ -25,7 +25,8 @@ constexpr int longJobPages = 40;
 constexpr double landscapeWidth = 700.0;
 
 /// The painter works in points, so that a font's pixels are points.
-QFont PrintFont(int points, bool bold) {
+QFont PrintFont(int points, bool bold)
+{
     QFont font = theme::InterfaceFont();
     font.setPixelSize(points);
     font.setBold(bold);

@@ -52,6 +52,7 @@ int main(int argc, char **argv)
     QApplication::setQuitOnLastWindowClosed(false);
 
     QStringList arguments = application.arguments();
+    arguments << QStringLiteral("-nocrashhandler"); // it starts a debugger, which may wait for ever
     QString only;
     const auto known = [](const QString &name) {
         return std::any_of(test::entries().begin(), test::entries().end(),

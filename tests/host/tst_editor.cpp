@@ -1,0 +1,332 @@
+#include "host/controls/entity_picker.h"
+#include "host/controls/numeric_edit.h"
+#include "host/data/database_error.h"
+#include "host/screens/base_get_new.h"
+#include "tests/support/modal.h"
+#include "tests/support/test_host.h"
+#include "tests/support/test_main.h"
+
+#include <QtTest/QtTest>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QComboBox>
+#include <QtWidgets/QFormLayout>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QPlainTextEdit>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QTabWidget>
+
+#include <memory>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The smallest editor that has all kinds of inputs, on two pages, and keeps its rows in a list.
+class TinyEditor : public host::TBaseGet_New_FRM
+{
+    Q_OBJECT
+
+public:
+    explicit TinyEditor(host::Host &host) : TBaseGet_New_FRM(host, host::TSoftwarePart::Units)
+    {
+        SetTitle(u"واحد"_qs);
+        auto *pages = new QTabWidget(Content());
+        pages->setObjectName(u"Pages"_qs);
+        auto *column = new QVBoxLayout(Content());
+        column->addWidget(pages);
+        QFormLayout *first = Page(pages, u"عمومی"_qs);
+        QFormLayout *second = Page(pages, u"تکمیلی"_qs);
+        Add(first, &name, u"Name_EDT"_qs);
+        Add(first, &kind, u"Kind_CMB"_qs);
+        Add(first, &unit, u"Unit_Entity"_qs);
+        Add(first, &comment, u"Comment_EDT"_qs);
+        Add(second, &weight, u"Weight_EDT"_qs);
+        Add(second, &total, u"Total_EDT"_qs);
+        total->setReadOnly(true);
+        kind->addItems({u"ساده"_qs, u"مرکب"_qs});
+        unit->SetSource(host.entities, host::TSoftwarePart::Units);
+    }
+
+    static QFormLayout *Page(QTabWidget *pages, const QString &caption)
+    {
+        auto *page = new QWidget;
+        pages->addTab(page, caption);
+        return new QFormLayout(page);
+    }
+    template <typename Input> void Add(QFormLayout *form, Input **input, const QString &objectName)
+    {
+        *input = new Input(Content());
+        (*input)->setObjectName(objectName);
+        form->addRow(objectName, *input);
+    }
+
+    void Prepare() override
+    {
+        name->clear();
+        weight->setText(u"0"_qs);
+        comment->clear();
+        kind->setCurrentIndex(0);
+        unit->Clear();
+    }
+    void Load() override
+    {
+        if (Key().toInt() >= rows.size()) {
+            m_host.messages.ShowMessage(u"رکورد نیست"_qs, host::MessageIcon::Warning);
+            return AbortOpening();
+        }
+        name->setText(rows.at(Key().toInt()));
+        weight->setText(u"3"_qs);
+    }
+    std::vector<host::Check> Validate() override
+    {
+        return {{u"name"_qs, [this] { return Required(name, name->text().isEmpty(), u"نام"_qs); }},
+                {u"weight"_qs, [this] { return Required(weight, weight->Number() == 0, u"وزن"_qs); }}};
+    }
+    static std::optional<host::Refusal> Required(QWidget *control, bool missing, const QString &caption)
+    {
+        if (!missing)
+            return {};
+        return host::Refusal{control,
+                             [caption](host::MessageService &messages) { messages.MsgRequiredField(caption); }};
+    }
+    void Write() override
+    {
+        if (broken)
+            throw host::DatabaseError(u"ارتباط قطع است"_qs);
+        if (Mode() == host::TFormMode::New) {
+            rows << name->text();
+            SetKey(int(rows.size()) - 1);
+        } else {
+            rows[Key().toInt()] = name->text();
+        }
+    }
+    QWidget *FirstControl() const override { return name; }
+    void FormClose() override { ++closings; }
+
+    QStringList rows{u"عدد"_qs, u"کارتن"_qs};
+    bool broken = false;
+    int closings = 0;
+    QLineEdit *name;
+    QComboBox *kind;
+    host::EntityPicker *unit;
+    QPlainTextEdit *comment;
+    host::NumericEdit *weight;
+    QLineEdit *total;
+};
+
+} // namespace
+
+class TestEditor : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void enter_walks_the_inputs();
+    void refusal_brings_its_page_to_front();
+    void new_records_follow_each_other();
+    void opener_may_want_one_record_only();
+    void existing_record_closes_with_ok();
+    void database_error_leaves_the_input();
+    void leaving_asks_before_it_loses_changes();
+    void review_changes_nothing();
+    void record_that_is_gone_does_not_open();
+    void stands_right_to_left();
+
+private:
+    std::unique_ptr<test::TestHost> m_host;
+    std::unique_ptr<TinyEditor> m_editor;
+};
+
+void TestEditor::init()
+{
+    m_host = std::make_unique<test::TestHost>();
+    m_host->entities.lists[104] = {{1, u"عدد"_qs}, {2, u"کیلوگرم"_qs}, {3, u"کیلومتر"_qs}};
+    m_editor = std::make_unique<TinyEditor>(m_host->host);
+}
+
+void TestEditor::cleanup()
+{
+    m_editor.reset();
+    m_host.reset();
+}
+
+void TestEditor::enter_walks_the_inputs()
+{
+    test::Drive([&] { m_editor->Open({}, host::TFormMode::New); },
+                [&](QWidget *screen) {
+                    QCOMPARE(test::Focused(), u"Name_EDT"_qs);
+                    test::Press(Qt::Key_Return);
+                    QCOMPARE(test::Focused(), u"Kind_CMB"_qs);
+                    test::Press(Qt::Key_Enter, Qt::KeypadModifier);
+                    QCOMPARE(test::Focused(), u"Unit_Entity"_qs);
+                    test::Type(u"۲"_qs);
+                    test::Press(Qt::Key_Return);
+                    QCOMPARE(m_editor->unit->Code(), 2);
+                    QCOMPARE(m_editor->unit->Name(), u"کیلوگرم"_qs);
+                    QCOMPARE(test::Focused(), u"Comment_EDT"_qs);
+                    test::Press(Qt::Key_Return); // a line of its own, not the next control
+                    QCOMPARE(m_editor->comment->toPlainText(), u"\n"_qs);
+                    test::Find<QTabWidget>(screen, u"Pages"_qs).setCurrentIndex(1);
+                    test::Focus(screen, u"Weight_EDT"_qs);
+                    test::Press(Qt::Key_Return); // the read-only total is passed over
+                    QCOMPARE(test::Focused(), u"Save_BTN"_qs);
+                    m_host->messages.Answer(true);
+                    test::Press(Qt::Key_Escape);
+                });
+    m_host->messages.TakeAll();
+}
+
+void TestEditor::refusal_brings_its_page_to_front()
+{
+    test::Drive([&] { m_editor->Open({}, host::TFormMode::New); },
+                [&](QWidget *screen) {
+                    test::Press(Qt::Key_F3);
+                    QCOMPARE(m_host->messages.Take(), u"MsgRequiredField(نام)"_qs);
+                    QCOMPARE(test::Focused(), u"Name_EDT"_qs);
+                    test::Type(u"جعبه"_qs);
+                    test::Press(Qt::Key_F3);
+                    QCOMPARE(m_host->messages.Take(), u"MsgRequiredField(وزن)"_qs);
+                    QCOMPARE(test::Find<QTabWidget>(screen, u"Pages"_qs).currentIndex(), 1);
+                    QCOMPARE(test::Focused(), u"Weight_EDT"_qs);
+                    QCOMPARE(m_editor->weight->selectedText(), u"0"_qs);
+                    QCOMPARE(m_editor->rows.size(), 2);
+                    QCOMPARE(m_editor->name->text(), u"جعبه"_qs);
+                    m_host->messages.Answer(true);
+                    test::Press(Qt::Key_Escape);
+                });
+    QCOMPARE(m_host->messages.TakeAll().size(), 1);
+    QCOMPARE(m_editor->closings, 1);
+}
+
+void TestEditor::new_records_follow_each_other()
+{
+    int result = -1;
+    test::Drive([&] { result = m_editor->Open({}, host::TFormMode::New); },
+                [&](QWidget *screen) {
+                    for (const QString &unit : {u"بسته"_qs, u"حلقه"_qs}) {
+                        test::Enter(screen, u"Name_EDT"_qs, unit);
+                        m_editor->weight->setText(u"1"_qs);
+                        test::Press(Qt::Key_F3);
+                        QVERIFY(m_editor->isVisible());
+                        QCOMPARE(m_editor->name->text(), QString());
+                        QCOMPARE(test::Focused(), u"Name_EDT"_qs);
+                        QVERIFY(m_editor->IsSaved());
+                    }
+                    test::Press(Qt::Key_Escape); // nothing to lose, nothing asked
+                });
+    QCOMPARE(m_editor->rows.mid(2), (QStringList{u"بسته"_qs, u"حلقه"_qs}));
+    QCOMPARE(m_editor->SavedKey(), QVariant(3));
+    QCOMPARE(result, 0);
+}
+
+void TestEditor::opener_may_want_one_record_only()
+{
+    m_editor->SetCloseAfterNew(true);
+    int result = -1;
+    test::Drive([&] { result = m_editor->Open({}, host::TFormMode::New); },
+                [&](QWidget *) {
+                    test::Type(u"بسته"_qs);
+                    m_editor->weight->setText(u"1"_qs);
+                    test::Press(Qt::Key_F3);
+                });
+    QCOMPARE(result, 1);
+    QCOMPARE(m_editor->SavedKey(), QVariant(2));
+}
+
+void TestEditor::existing_record_closes_with_ok()
+{
+    int result = -1;
+    test::Drive([&] { result = m_editor->Open(1, host::TFormMode::Edit); },
+                [&](QWidget *screen) {
+                    QCOMPARE(m_editor->name->text(), u"کارتن"_qs);
+                    QVERIFY(m_editor->IsSaved()); // loading is no change
+                    test::Enter(screen, u"Name_EDT"_qs, u"کارتن بزرگ"_qs);
+                    QVERIFY(!m_editor->IsSaved());
+                    test::Press(Qt::Key_F3);
+                });
+    QCOMPARE(result, 1);
+    QCOMPARE(m_editor->rows.at(1), u"کارتن بزرگ"_qs);
+}
+
+void TestEditor::database_error_leaves_the_input()
+{
+    test::Drive([&] { m_editor->Open({}, host::TFormMode::New); },
+                [&](QWidget *) {
+                    m_editor->broken = true;
+                    test::Type(u"بسته"_qs);
+                    m_editor->weight->setText(u"1"_qs);
+                    test::Press(Qt::Key_F3);
+                    QCOMPARE(m_host->messages.Take(), u"ShowMessage(ارتباط قطع است)"_qs);
+                    QVERIFY(m_editor->isVisible());
+                    QVERIFY(!m_editor->IsSaved());
+                    QCOMPARE(m_editor->name->text(), u"بسته"_qs);
+                    QCOMPARE(m_editor->SavedKey(), QVariant());
+                    m_editor->broken = false;
+                    test::Press(Qt::Key_F3); // the same input goes through afterwards
+                    QCOMPARE(m_editor->rows.last(), u"بسته"_qs);
+                    test::Press(Qt::Key_Escape);
+                });
+}
+
+void TestEditor::leaving_asks_before_it_loses_changes()
+{
+    test::Drive([&] { m_editor->Open(0, host::TFormMode::Edit); },
+                [&](QWidget *) {
+                    test::Type(u"چیز دیگر"_qs);
+                    m_host->messages.Answer(false);
+                    test::Press(Qt::Key_Escape);
+                    QVERIFY(m_host->messages.Take().startsWith(u"Ask("));
+                    QVERIFY(m_editor->isVisible());
+                    QCOMPARE(m_editor->name->text(), u"چیز دیگر"_qs);
+                    m_host->messages.Answer(true);
+                    m_editor->close();
+                    QVERIFY(m_host->messages.Take().startsWith(u"Ask("));
+                });
+    QCOMPARE(m_editor->rows.at(0), u"عدد"_qs);
+}
+
+void TestEditor::review_changes_nothing()
+{
+    test::Drive([&] { m_editor->Open(0, host::TFormMode::Review); },
+                [&](QWidget *screen) {
+                    test::Type(u"x"_qs);
+                    QCOMPARE(m_editor->name->text(), u"عدد"_qs);
+                    QVERIFY(!m_editor->kind->isEnabled());
+                    QVERIFY(!test::Find<QPushButton>(screen, u"Save_BTN"_qs).isVisible());
+                    test::Press(Qt::Key_F3);
+                    test::Press(Qt::Key_Escape);
+                });
+    test::Drive([&] { m_editor->Open(0, host::TFormMode::Edit); },
+                [&](QWidget *) {
+                    QVERIFY(!m_editor->name->isReadOnly());
+                    QVERIFY(m_editor->kind->isEnabled());
+                    QVERIFY(m_editor->total->isReadOnly()); // it was before the review
+                    test::Press(Qt::Key_Escape);
+                });
+}
+
+void TestEditor::record_that_is_gone_does_not_open()
+{
+    QCOMPARE(m_editor->Open(99, host::TFormMode::Edit), 0);
+    QVERIFY(m_editor->Aborted());
+    QVERIFY(!m_editor->isVisible());
+    QCOMPARE(m_host->messages.Take(), u"ShowMessage(رکورد نیست)"_qs);
+}
+
+void TestEditor::stands_right_to_left()
+{
+    test::Drive(
+        [&] { m_editor->Open(0, host::TFormMode::Edit); },
+        [&](QWidget *screen) {
+            QVERIFY(test::RightOf(test::Find(screen, u"PickerCode_EDT"_qs), test::Find(screen, u"PickerName_LBL"_qs)));
+            QVERIFY(test::RightOf(test::Find(screen, u"Save_BTN"_qs), test::Find(screen, u"Exit_BTN"_qs)));
+            test::Picture(*screen, u"tiny_editor"_qs);
+            test::Press(Qt::Key_Escape);
+        });
+}
+
+REGISTER_TEST(TestEditor)
+#include "tst_editor.moc"
