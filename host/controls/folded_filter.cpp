@@ -4,7 +4,6 @@
 #include "host/data/quantity.h"
 
 #include <QtCore/QElapsedTimer>
-#include <QtCore/QStringMatcher>
 
 #include <algorithm>
 
@@ -136,64 +135,58 @@ void FoldedFilter::Remove(int first, int last)
     m_rows -= last - first + 1;
 }
 
-void FoldedFilter::MatchWord(const Column &column, const QString &word, int first, std::vector<char> &hits)
+FoldedFilter::Wanted FoldedFilter::Prepare(const SearchDescription &description) const
 {
-    const QStringMatcher matcher(word);
-    auto row = column.start.begin() + first;
-    qsizetype position = matcher.indexIn(column.text, *row);
-    while (position >= 0) {
-        row = std::upper_bound(row, column.start.end(), position) - 1;
-        hits[static_cast<size_t>(row - column.start.begin() - first)] = 1;
-        if (++row == column.start.end())
-            break;
-        position = matcher.indexIn(column.text, *row);
+    Wanted wanted;
+    wanted.reverse = description.reverse && !description.IsEmpty();
+    wanted.number = description.number;
+    wanted.words = Fold(description.text).split(u' ', Qt::SkipEmptyParts);
+    for (const Column &column : m_columns) {
+        const bool named = column.field.compare(description.field, Qt::CaseInsensitive) == 0;
+        if (description.field.isEmpty() ? column.general : column.folded && named)
+            wanted.columns.push_back(&column);
     }
+    return wanted;
 }
 
-void FoldedFilter::MatchDigits(const Column &column, const QString &digits, int first, std::vector<char> &hits)
+bool FoldedFilter::Matches(const Wanted &wanted, int row)
 {
-    const QStringView text(column.text);
-    for (size_t row = static_cast<size_t>(first); row + 1 < column.start.size(); ++row)
-        if (text.mid(column.start[row], column.start[row + 1] - column.start[row]).startsWith(digits))
-            hits[row - static_cast<size_t>(first)] = 1;
+    const auto at = static_cast<size_t>(row);
+    const auto found = [&](QStringView part, bool digits) {
+        return std::any_of(wanted.columns.begin(), wanted.columns.end(), [&](const Column *column) {
+            const QStringView text =
+                QStringView(column->text).mid(column->start[at], column->start[at + 1] - column->start[at]);
+            return digits || IsNumeric(column->format) ? text.startsWith(part) : text.contains(part);
+        });
+    };
+    const bool all =
+        (wanted.number.isEmpty() || found(wanted.number, true)) &&
+        std::all_of(wanted.words.begin(), wanted.words.end(), [&](const QString &word) { return found(word, false); });
+    return all != wanted.reverse;
 }
 
 std::vector<int> FoldedFilter::Match(const SearchDescription &description, int first) const
 {
-    const int count = m_rows - first;
-    if (count <= 0)
-        return {};
-    const auto searched = [&](const Column &column) {
-        return description.field.isEmpty()
-                   ? column.general
-                   : column.folded && column.field.compare(description.field, Qt::CaseInsensitive) == 0;
-    };
-    std::vector<char> hits(static_cast<size_t>(count), 1);
-    const auto narrow = [&](const QString &wanted, bool digits) {
-        std::vector<char> found(static_cast<size_t>(count), 0);
-        for (const Column &column : m_columns) {
-            if (!searched(column))
-                continue;
-            if (digits || IsNumeric(column.format))
-                MatchDigits(column, wanted, first, found);
-            else
-                MatchWord(column, wanted, first, found);
-        }
-        std::transform(hits.begin(), hits.end(), found.begin(), hits.begin(),
-                       [](char a, char b) { return static_cast<char>(a & b); });
-    };
-    if (!description.number.isEmpty())
-        narrow(description.number, true);
-    const QStringList words = Fold(description.text).split(u' ', Qt::SkipEmptyParts);
-    for (const QString &word : words)
-        narrow(word, false);
-
-    const char wanted = description.reverse && !description.IsEmpty() ? 0 : 1;
+    const Wanted wanted = Prepare(description);
     std::vector<int> rows;
-    for (int row = 0; row < count; ++row)
-        if (hits[static_cast<size_t>(row)] == wanted)
-            rows.push_back(first + row);
+    for (int row = first; row < m_rows; ++row)
+        if (Matches(wanted, row))
+            rows.push_back(row);
     return rows;
+}
+
+std::vector<int> FoldedFilter::Narrow(const SearchDescription &description, const std::vector<int> &among) const
+{
+    const Wanted wanted = Prepare(description);
+    std::vector<int> rows;
+    std::copy_if(among.begin(), among.end(), std::back_inserter(rows), [&](int row) { return Matches(wanted, row); });
+    return rows;
+}
+
+bool FoldedFilter::Narrows(const SearchDescription &wider, const SearchDescription &description)
+{
+    return !wider.IsEmpty() && !wider.reverse && !description.reverse && wider.field == description.field &&
+           description.text.startsWith(wider.text) && description.number.startsWith(wider.number);
 }
 
 } // namespace host

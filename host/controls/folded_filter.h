@@ -38,6 +38,10 @@ public:
     /// The rows from `first` on that match, ascending. The whole of a new search starts from 0, later portions from
     /// the row where the last one ended.
     std::vector<int> Match(const SearchDescription &description, int first = 0) const;
+    /// The rows of `among` that match: enough when the search only grew by what was typed.
+    std::vector<int> Narrow(const SearchDescription &description, const std::vector<int> &among) const;
+    /// True when every row that matches `description` matches `wider`.
+    static bool Narrows(const SearchDescription &wider, const SearchDescription &description);
 
 private:
     struct Column
@@ -51,10 +55,19 @@ private:
         std::vector<qsizetype> start; ///< where each row begins; one more than there are rows
     };
 
+    /// A search made ready to be asked row by row.
+    struct Wanted
+    {
+        bool reverse = false;
+        QString number;
+        QStringList words;
+        std::vector<const Column *> columns;
+    };
+
     void FoldRows(Column &column, int first, int end) const;
     static QString FoldValue(const QVariant &value, ColumnFormat format);
-    static void MatchWord(const Column &column, const QString &word, int first, std::vector<char> &hits);
-    static void MatchDigits(const Column &column, const QString &digits, int first, std::vector<char> &hits);
+    Wanted Prepare(const SearchDescription &description) const;
+    static bool Matches(const Wanted &wanted, int row);
 
     const QAbstractItemModel *m_model = nullptr;
     std::vector<Column> m_columns;

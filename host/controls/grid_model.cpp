@@ -114,12 +114,17 @@ void GridModel::Search(const SearchDescription &description)
 {
     if (description == m_search)
         return;
+    const bool narrows = FoldedFilter::Narrows(m_search, description) && m_matched == m_filter.FoldedRows();
     beginResetModel();
     m_search = description;
-    m_filter.Include(m_search.field);
-    m_filter.FoldSome(portionMilliseconds); // a short list is searched whole at once
-    m_rows = description.IsEmpty() ? std::vector<int>() : m_filter.Match(description);
-    m_matched = m_filter.FoldedRows();
+    if (narrows) {
+        m_rows = m_filter.Narrow(description, m_rows);
+    } else {
+        m_filter.Include(m_search.field);
+        m_filter.FoldSome(portionMilliseconds); // a short list is searched whole at once
+        m_rows = description.IsEmpty() ? std::vector<int>() : m_filter.Match(description);
+        m_matched = m_filter.FoldedRows();
+    }
     m_count = m_source ? m_source->rowCount() : 0;
     endResetModel();
     if (m_source)
