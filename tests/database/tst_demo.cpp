@@ -1,7 +1,9 @@
 #include "tests/support/database.h"
 #include "tests/support/test_main.h"
 
+#include <QImage>
 #include <QSet>
+#include <QSqlQuery>
 #include <QtTest>
 
 /// The demo data agree with what the program would have written.
@@ -14,6 +16,7 @@ private Q_SLOTS:
     void hasNoRows();
     void barcodesAreValidAndUnique();
     void proposesNextCodes();
+    void picturesCanBeShown();
     void isWrittenInPersianLetters();
 
 private:
@@ -57,7 +60,6 @@ void TestDemo::hasNoRows_data()
                                  " (AvaBgPrd = 0 AND VoucherCode <> 0)");
     row("voucher is not balanced", "SELECT VoucherCode FROM VoucherLines GROUP BY VoucherCode HAVING SUM(Bedehkar) <>"
                                    " SUM(Bestankar) OR SUM(Bedehkar) = 0");
-    row("colour without picture", "SELECT code FROM colors WHERE [h-img] IS NULL");
     row("clerk may change", "SELECT 1 FROM UserRights WHERE UserCode = 2 AND Permission <> 6");
     row("manager may not",
         "SELECT Permission FROM UserRights WHERE UserCode <> 1 AND CAST(SoftwarePart AS int) * 100 + Permission"
@@ -93,6 +95,16 @@ void TestDemo::proposesNextCodes()
     for (const QString &group : database_.Rows(u"SELECT Code FROM GoodGrpS WHERE Code <> 0"_qs))
         QCOMPARE(database_.Scalar(u"EXEC GetGoodInfCode %1, 6"_qs.arg(group)).toInt(),
                  database_.Scalar(u"SELECT MAX(Code) + 1 FROM GoodInf WHERE GrpCode = %1"_qs.arg(group)).toInt());
+}
+
+void TestDemo::picturesCanBeShown()
+{
+    QSqlQuery pictures(database_.Main());
+    QVERIFY(pictures.exec(u"SELECT [h-img] FROM colors UNION ALL SELECT Picture FROM PhotoGallery"_qs));
+    int count = 0;
+    for (; pictures.next(); ++count)
+        QVERIFY(!QImage::fromData(pictures.value(0).toByteArray()).isNull());
+    QVERIFY(count > 20);
 }
 
 void TestDemo::isWrittenInPersianLetters()
