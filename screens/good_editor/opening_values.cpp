@@ -30,10 +30,8 @@ VoucherChange OpeningVoucherChange(const OpeningValues &loaded, const OpeningVal
 QString NegativeStockProbe(int goodCode, int storeCode, Quantity newQuantity)
 {
     const QString change = newQuantity == 0 ? u"-1 * Amount1"_qs : host::DecimalLiteral(newQuantity) + u" - Amount1"_qs;
-    // The two texts differ by the blank that the difference has before "from".
-    const QString gap = newQuantity == 0 ? u" "_qs : u"  "_qs;
-    return u"select GoodCode as Code , StoreCode as Anbar , "_qs + change + u" as Mogodi"_qs + gap +
-           u"from GoodFirstAsset where Tmp = 0 and GoodCode = "_qs + QString::number(goodCode) +
+    return u"select GoodCode as Code , StoreCode as Anbar , "_qs + change +
+           u" as Mogodi  from GoodFirstAsset where Tmp = 0 and GoodCode = "_qs + QString::number(goodCode) +
            u" and StoreCode = "_qs + QString::number(storeCode);
 }
 

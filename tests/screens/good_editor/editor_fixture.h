@@ -1,0 +1,68 @@
+#pragma once
+
+#include "screens/good_editor/good_get.h"
+#include "tests/support/database.h"
+#include "tests/support/modal.h"
+#include "tests/support/test_host.h"
+
+#include <QTabWidget>
+
+/// The good editor on a database of its own with two groups, three units, two stores and no good.
+class EditorFixture
+{
+public:
+    EditorFixture() : host({database.Main(), database.GoodsList(), database.Scales()})
+    {
+        database.Exec(u"insert into GoodGrpS(Code,Name) values(5,N'لبنیات'),(6,N'نوشیدنی')"_qs);
+        database.Exec(u"insert into Units(Code,Name) values(1,N'عدد'),(2,N'کارتن'),(3,N'کیلوگرم')"_qs);
+        database.Exec(u"insert into Stores(Code,Name) values(1,N'انبار مرکزی'),(2,N'فروشگاه')"_qs);
+        host.entities.lists[104] = {{1, u"عدد"_qs}, {2, u"کارتن"_qs}, {3, u"کیلوگرم"_qs}};
+        host.entities.lists[105] = {{1, u"انبار مرکزی"_qs}, {2, u"فروشگاه"_qs}};
+    }
+
+    /// Opens the editor and drives it. The screen is gone afterwards.
+    void OpenNew(const QString &group, const std::function<void(QWidget *)> &drive)
+    {
+        Open(0, host::TFormMode::New, group, drive);
+    }
+    void OpenGood(int code, const std::function<void(QWidget *)> &drive)
+    {
+        Open(code, host::TFormMode::Edit, {}, drive);
+    }
+    void Open(int code, host::TFormMode mode, const QString &text, const std::function<void(QWidget *)> &drive)
+    {
+        TGood_Get_FRM screen(host);
+        test::Drive([&] { result = screen.Open(code, mode, text); }, drive);
+    }
+
+    /// Fills what a good cannot be saved without.
+    static void FillRequired(QWidget *screen, const QString &name = u"شیر"_qs, const QString &smsCode = u"101"_qs)
+    {
+        test::Enter(screen, u"Name_EDT"_qs, name);
+        test::Enter(screen, u"Unit_Entity1"_qs, u"1"_qs);
+        test::Enter(screen, u"Store_Entity"_qs, u"1"_qs);
+        ShowTab(screen, u"Complete_TPC"_qs);
+        test::Enter(screen, u"SmsCode_EDT"_qs, smsCode);
+        ShowTab(screen, u"General_TPC"_qs);
+    }
+
+    static QString CurrentTab(QWidget *screen)
+    {
+        return test::Find<QTabWidget>(screen, u"PageControl1"_qs).currentWidget()->objectName();
+    }
+    static void ShowTab(QWidget *screen, const QString &name)
+    {
+        test::Find<QTabWidget>(screen, u"PageControl1"_qs).setCurrentWidget(&test::Find(screen, name));
+    }
+    /// Leaves without saving, whatever was typed.
+    void Leave()
+    {
+        host.messages.Answer(true);
+        test::Press(Qt::Key_Escape);
+        host.messages.Take();
+    }
+
+    test::Database database;
+    test::TestHost host;
+    int result = -1;
+};

@@ -1,0 +1,167 @@
+#include "host/data/quantity.h"
+#include "screens/good_editor/barcode_text.h"
+#include "screens/good_editor/levy_state.h"
+#include "screens/good_editor/opening_values.h"
+#include "screens/good_editor/unit_arithmetic.h"
+#include "tests/support/test_main.h"
+
+#include <QRandomGenerator>
+#include <QtTest>
+
+using goods::Barcodes;
+using goods::Quantity;
+using host::QuantityFromText;
+using host::QuantityToText;
+
+/// The pure rules of the good editor.
+class TestGoodRules : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void splitsTotals_data()
+    {
+        QTest::addColumn<QString>("total");
+        QTest::addColumn<QString>("formula");
+        QTest::addColumn<QString>("big");
+        QTest::addColumn<QString>("small");
+        QTest::newRow("whole") << u"30"_qs << u"12"_qs << u"2"_qs << u"6"_qs;
+        QTest::newRow("binary noise below a whole number") << u"0.3"_qs << u"0.1"_qs << u"3"_qs << u"0"_qs;
+        QTest::newRow("negative") << u"-30"_qs << u"12"_qs << u"-2"_qs << u"-6"_qs;
+        QTest::newRow("less than one") << u"5"_qs << u"12"_qs << u"0"_qs << u"5"_qs;
+        QTest::newRow("nine decimals") << u"1.000000001"_qs << u"0.5"_qs << u"2"_qs << u"0.000000001"_qs;
+        QTest::newRow("fifteen digits") << u"99999999999999"_qs << u"7"_qs << u"14285714285714"_qs << u"1"_qs;
+    }
+    void splitsTotals()
+    {
+        QFETCH(QString, total);
+        QFETCH(QString, formula);
+        const goods::SplitQuantity parts = goods::SplitTotal(QuantityFromText(total), QuantityFromText(formula));
+        QTEST(QuantityToText(parts.big), "big");
+        QTEST(QuantityToText(parts.small), "small");
+    }
+
+    void splittingAndJoiningLosesNothing()
+    {
+        QRandomGenerator random(20260311);
+        for (int i = 0; i < 20000; ++i) {
+            // Up to nine digits before and four after the point, by any formula from 0.0001 up.
+            const Quantity total = static_cast<Quantity>(random.bounded(qint64(10'000'000'000'000))) / 10000;
+            const Quantity formula = static_cast<Quantity>(random.bounded(qint64(1), qint64(100'000'000))) / 10000;
+            const goods::SplitQuantity parts = goods::SplitTotal(total, formula);
+            QCOMPARE(QuantityToText(goods::JoinQuantity(parts, formula)), QuantityToText(total));
+            QVERIFY(parts.small >= 0 && parts.small < formula);
+            QCOMPARE(QuantityToText(parts.big, 0), QuantityToText(parts.big));
+        }
+    }
+
+    void convertsQuantitiesAndPrices()
+    {
+        QCOMPARE(QuantityToText(goods::SecondQuantity(30, 12, true)), QStringLiteral("2"));
+        QCOMPARE(QuantityToText(goods::SecondQuantity(30, 12, false)), QStringLiteral("2.5"));
+        QCOMPARE(QuantityToText(goods::FirstQuantity(3, QuantityFromText(u"0.1"))), QStringLiteral("0.3"));
+        QCOMPARE(QuantityToText(goods::BigUnitPrice(5, 0)), QStringLiteral("0"));
+        QCOMPARE(QuantityToText(goods::BigUnitPrice(QuantityFromText(u"0.1"), 3)), QStringLiteral("0.3"));
+        QVERIFY(!goods::SmallUnitPrice(5, 0));
+        QCOMPARE(QuantityToText(*goods::SmallUnitPrice(10, 3)), QStringLiteral("3.333333333"));
+    }
+
+    void unpacksBarcodes_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QStringList>("barcodes");
+        QTest::newRow("nothing") << u""_qs << QStringList{u""_qs, u""_qs, u""_qs, u""_qs, u""_qs, u""_qs};
+        QTest::newRow("no mark") << u"ABC"_qs << QStringList{u"ABC"_qs, u""_qs, u""_qs, u""_qs, u""_qs, u""_qs};
+        QTest::newRow("one") << u"!111!"_qs << QStringList{u"111"_qs, u""_qs, u""_qs, u""_qs, u""_qs, u""_qs};
+        QTest::newRow("two") << u"!111!222!"_qs << QStringList{u"111"_qs, u"222"_qs, u""_qs, u""_qs, u""_qs, u""_qs};
+        QTest::newRow("gaps") << u"!1!!3!!5!6!"_qs << QStringList{u"1"_qs, u""_qs, u"3"_qs, u""_qs, u"5"_qs, u"6"_qs};
+        QTest::newRow("the sixth holds marks")
+            << u"!1!2!3!4!5!6!x!"_qs << QStringList{u"1"_qs, u"2"_qs, u"3"_qs, u"4"_qs, u"5"_qs, u"6!x"_qs};
+        QTest::newRow("no mark at the end")
+            << u"!1!2"_qs << QStringList{u"1"_qs, u"2"_qs, u""_qs, u""_qs, u""_qs, u""_qs};
+    }
+    void unpacksBarcodes()
+    {
+        QFETCH(QString, text);
+        const Barcodes barcodes = goods::UnpackBarcodes(text);
+        QTEST(QStringList(barcodes.begin(), barcodes.end()), "barcodes");
+    }
+
+    void packingAndUnpackingKeepsAnySix()
+    {
+        QRandomGenerator random(7);
+        const QString alphabet = QStringLiteral("019-*%_[]' آبپ😀\u200f");
+        for (int i = 0; i < 5000; ++i) {
+            Barcodes barcodes;
+            for (QString &barcode : barcodes)
+                for (int length = random.bounded(8); length > 0; --length)
+                    barcode += alphabet.at(random.bounded(static_cast<int>(alphabet.size())));
+            barcodes.back() += random.bounded(2) ? QStringLiteral("!!") : QString();
+            QCOMPARE(goods::UnpackBarcodes(goods::PackBarcodes(barcodes, false)), barcodes);
+            const Barcodes first{barcodes[0]};
+            QCOMPARE(goods::UnpackBarcodes(goods::PackBarcodes(barcodes, true)), first);
+        }
+    }
+
+    void keepsLevies_data()
+    {
+        using goods::LevyState;
+        QTest::addColumn<int>("state");
+        QTest::addColumn<int>("percent");
+        QTest::addColumn<bool>("exempt");
+        QTest::addColumn<int>("storedPercent");
+        QTest::addColumn<int>("loadedState");
+        QTest::newRow("general") << int(LevyState::GlobalSetting) << 0 << false << 0 << int(LevyState::GlobalSetting);
+        QTest::newRow("own") << int(LevyState::OwnPercent) << 9 << false << 9 << int(LevyState::OwnPercent);
+        QTest::newRow("own of 0") << int(LevyState::OwnPercent) << 0 << true << 0 << int(LevyState::Exempt);
+        QTest::newRow("exempt") << int(LevyState::Exempt) << 0 << true << 0 << int(LevyState::Exempt);
+    }
+    void keepsLevies()
+    {
+        QFETCH(int, state);
+        QFETCH(int, percent);
+        const goods::StoredLevy stored =
+            goods::Stored({static_cast<goods::LevyState>(state), static_cast<Quantity>(percent)});
+        QTEST(stored.exempt, "exempt");
+        QTEST(static_cast<int>(stored.percent), "storedPercent");
+        QTEST(static_cast<int>(goods::Loaded(stored).state), "loadedState");
+    }
+
+    void decidesAboutTheOpeningVoucher_data()
+    {
+        using goods::VoucherChange;
+        QTest::addColumn<int>("before");
+        QTest::addColumn<int>("now");
+        QTest::addColumn<int>("voucher");
+        QTest::addColumn<bool>("closed");
+        QTest::addColumn<int>("change");
+        QTest::newRow("same amount") << 100 << 100 << 5 << false << int(VoucherChange::None);
+        QTest::newRow("period closed") << 100 << 200 << 5 << true << int(VoucherChange::None);
+        QTest::newRow("no voucher yet") << 0 << 200 << 0 << false << int(VoucherChange::Create);
+        QTest::newRow("another amount") << 100 << 200 << 5 << false << int(VoucherChange::Change);
+        QTest::newRow("emptied before") << 0 << 200 << 5 << false << int(VoucherChange::Rebuild);
+    }
+    void decidesAboutTheOpeningVoucher()
+    {
+        QFETCH(int, before);
+        QFETCH(int, now);
+        QFETCH(int, voucher);
+        QFETCH(bool, closed);
+        const goods::OpeningValues loaded{static_cast<Quantity>(before), 0, 1};
+        const goods::OpeningValues entered{1, 0, static_cast<Quantity>(now)};
+        QTEST(static_cast<int>(goods::OpeningVoucherChange(loaded, entered, voucher, closed)), "change");
+    }
+
+    void probesStock()
+    {
+        QCOMPARE(goods::NegativeStockProbe(12, 3, 0),
+                 QStringLiteral("select GoodCode as Code , StoreCode as Anbar , -1 * Amount1 as Mogodi  from "
+                                "GoodFirstAsset where Tmp = 0 and GoodCode = 12 and StoreCode = 3"));
+        QCOMPARE(goods::NegativeStockProbe(12, 3, 2.5L),
+                 QStringLiteral("select GoodCode as Code , StoreCode as Anbar , 2.5 - Amount1 as Mogodi  from "
+                                "GoodFirstAsset where Tmp = 0 and GoodCode = 12 and StoreCode = 3"));
+    }
+};
+
+REGISTER_TEST(TestGoodRules)
+#include "tst_rules.moc"
