@@ -2,6 +2,8 @@
 
 #include "host/screens/base_get.h"
 
+class QLineEdit;
+
 namespace host {
 
 /// The base of editors with a code of their own and records entered one after another: after a new record was written
