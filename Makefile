@@ -3,7 +3,7 @@ export QT_LOGGING_RULES ?= *.debug=false
 DATABASE ?= run/goods.db
 JOBS ?= $(shell nproc)
 
-.PHONY: all run test bench pictures format tidy setup release asan clean
+.PHONY: all run test bench pictures format tidy fuzz setup release asan clean
 
 all: release
 
@@ -35,6 +35,9 @@ format: setup
 
 tidy: asan
 	@git ls-files '*.cpp' | xargs -P $(JOBS) -n 4 clang-tidy -p build/asan --quiet
+
+fuzz: setup
+	@scripts/fuzz 60
 
 clean:
 	@rm -rf build

@@ -1,0 +1,168 @@
+// Feeds arbitrary texts to the lexer, the parser and the writer, over the catalogue of the goods database.
+//
+// What must hold for every text: nothing crashes or hangs; the statement cache's view of a text agrees with the
+// lexer's; a refusal has a number and a message; and whatever the writer makes of a statement is SQL that SQLite
+// accepts, with every parameter that it mentions.
+
+#include "tsql/error.h"
+#include "tsql/functions.h"
+#include "tsql/parser.h"
+#include "tsql/sqlite.h"
+#include "tsql/storage.h"
+#include "tsql/writer.h"
+
+#include <QFile>
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace {
+
+using namespace tsql;
+
+[[noreturn]] void fail(const char *what, const QString &detail)
+{
+    std::fprintf(stderr, "%s: %s\n", what, qUtf8Printable(detail));
+    std::abort();
+}
+
+/// The goods database, empty, in memory.
+class Database
+{
+public:
+    Database()
+    {
+        m_handle.open(QStringLiteral(":memory:"), false);
+        registerFunctions(m_handle.get(), &m_catalogue);
+        m_handle.execute(QByteArray("ATTACH ':memory:' AS ") + GlobalSchema);
+        for (const char *script : {"schema.sql", "procedures.sql"})
+            run(QStringLiteral(GOODS_SOURCES "/desk/database/") + QLatin1String(script));
+        run(QStringLiteral("CREATE TABLE #t (a int IDENTITY(1,1), b nvarchar(10), c decimal(9,2), d datetime, e bit)"),
+            true);
+    }
+
+    const Catalogue &catalogue() const { return m_catalogue; }
+    sqlite3 *get() const { return m_handle.get(); }
+
+private:
+    void run(const QString &pathOrText, bool isText = false)
+    {
+        QFile file(pathOrText);
+        if (!isText && !file.open(QIODevice::ReadOnly))
+            fail("unreadable", pathOrText);
+        for (const ScriptBatch &batch : splitScript(isText ? pathOrText : QString::fromUtf8(file.readAll()))) {
+            const Batch parsed = parse(batch.text);
+            for (const StatementPtr &statement : parsed.statements)
+                define(*statement);
+        }
+    }
+
+    void define(const Statement &statement)
+    {
+        const Compiled compiled = compile(statement, m_catalogue, {});
+        if (!compiled.definition)
+            return;
+        if (!compiled.sql.isEmpty())
+            m_handle.execute(compiled.sql.toUtf8());
+        for (const QString &sql : compiled.then)
+            m_handle.execute(sql.toUtf8());
+        m_catalogue.apply(statement);
+    }
+
+    SqliteHandle m_handle;
+    Catalogue m_catalogue;
+};
+
+const VariableTypes &variables()
+{
+    static const VariableTypes types = {
+        {QStringLiteral("@goodcode"), {Kind::Int}},
+        {QStringLiteral("@x"), SqlType::decimal(23, 9)},
+        {QStringLiteral("@s"), SqlType::text(Kind::NVarChar, 50)},
+        {QStringLiteral("@d"), {Kind::DateTime}},
+    };
+    return types;
+}
+
+/// SQLite may refuse what only it can know (a name that a definition made twice), never the grammar.
+void prepare(const Database &database, const Compiled &compiled, const QString &sql)
+{
+    const QByteArray text = sql.toUtf8();
+    sqlite3_stmt *statement = nullptr;
+    const int code = sqlite3_prepare_v2(database.get(), text.constData(), int(text.size()), &statement, nullptr);
+    const QString message = QString::fromUtf8(sqlite3_errmsg(database.get()));
+    const int mentioned = statement ? sqlite3_bind_parameter_count(statement) : 0;
+    const int columns = statement ? sqlite3_column_count(statement) : 0;
+    sqlite3_finalize(statement);
+    const bool limit = message.startsWith(u"too many") || message.contains(u"parser stack overflow") ||
+                       message.contains(u"Expression tree is too large") || message.contains(u"already exists") ||
+                       message.contains(u"string or blob too big") || message.contains(u"no such index") ||
+                       message.contains(u"at most") || message.contains(u"recursive");
+    if (code != SQLITE_OK && !limit)
+        fail("SQLite refuses", message + QLatin1Char('\n') + sql);
+    if (code != SQLITE_OK)
+        return;
+    if (mentioned > int(compiled.parameters.size()))
+        fail("parameters without values", sql);
+    if (!compiled.columns.empty() && !compiled.into && columns != int(compiled.columns.size()))
+        fail("columns differ", sql);
+}
+
+bool writes(StatementKind kind)
+{
+    return kind <= StatementKind::CreateSchema || kind == StatementKind::Drop;
+}
+
+void compileAll(const Database &database, const std::vector<StatementPtr> &statements)
+{
+    for (const StatementPtr &statement : statements) {
+        if (!writes(statement->kind) || statement->kind == StatementKind::CreateProcedure)
+            continue;
+        try {
+            const Compiled compiled = compile(*statement, database.catalogue(), variables());
+            if (compiled.sql.isEmpty() || statement->kind == StatementKind::AlterTable)
+                continue;
+            prepare(database, compiled, compiled.sql);
+        } catch (const Error &error) {
+            if (error.number() == 0 || error.message().isEmpty())
+                fail("a refusal without words", statement->text);
+        }
+    }
+}
+
+void compareShapes(const QString &text)
+{
+    Shape seen;
+    shape(text, seen);
+    try {
+        const Tokens tokens = tokenize(text);
+        if (seen.key.isEmpty() && tokens.tokens.size() > 1)
+            fail("tokens without a shape", text);
+        if (tokens.literals.size() != seen.literals.size())
+            fail("shape and tokens differ", text);
+        for (size_t i = 0; i < seen.literals.size(); ++i) {
+            if (seen.literals[i].text != tokens.literals[i].text || seen.literals[i].kind != tokens.literals[i].kind)
+                fail("literals differ", text);
+        }
+    } catch (const Error &) {
+        // Such a text is refused when it is parsed: its shape is never kept.
+    }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size);
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
+{
+    static const Database database;
+    const QString text = QString::fromUtf8(reinterpret_cast<const char *>(data), qsizetype(size));
+    compareShapes(text);
+    try {
+        compileAll(database, parse(text).statements);
+    } catch (const Error &error) {
+        if (error.number() == 0 || error.message().isEmpty() || error.line() < 1)
+            fail("a refusal without words or line", text);
+    }
+    return 0;
+}
