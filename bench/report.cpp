@@ -1,0 +1,72 @@
+#include "bench/report.h"
+
+#include "host/data/query.h"
+
+#include <QtCore/QElapsedTimer>
+
+#include <algorithm>
+#include <cstdio>
+
+namespace bench {
+
+double timed(const std::function<void()> &work)
+{
+    QElapsedTimer clock;
+    clock.start();
+    work();
+    return static_cast<double>(clock.nsecsElapsed()) / 1e6;
+}
+
+namespace {
+
+double median(int runs, const std::function<void()> &work)
+{
+    std::vector<double> times;
+    work();
+    for (int i = 0; i < runs; ++i)
+        times.push_back(timed(work));
+    std::nth_element(times.begin(), times.begin() + runs / 2, times.end());
+    return times[static_cast<std::size_t>(runs / 2)];
+}
+
+} // namespace
+
+void Report::measure(const QString &what, int runs, std::optional<double> limit, const std::function<void()> &operation,
+                     const std::function<void()> &floor)
+{
+    Line line{what, 0, {}, limit, 0};
+    const quint64 before = host::StatementsSent();
+    line.milliseconds = median(runs, operation);
+    line.statements = static_cast<double>(host::StatementsSent() - before) / (runs + 1);
+    if (floor)
+        line.floor = median(runs, floor);
+    add(line);
+}
+
+void Report::add(const Line &line)
+{
+    m_lines.push_back(line);
+    std::fprintf(stderr, "%s: %.2f ms\n", qPrintable(line.what), line.milliseconds);
+}
+
+void Report::print() const
+{
+    std::printf("%-58s %12s %12s %8s %10s %11s\n", "operation", "ms", "SQLite ms", "ratio", "limit ms", "statements");
+    for (const Line &line : m_lines) {
+        const QByteArray floor = line.floor ? QByteArray::number(*line.floor, 'f', 3) : QByteArray("-");
+        const QByteArray ratio =
+            line.floor ? QByteArray::number(line.milliseconds / *line.floor, 'f', 2) : QByteArray("-");
+        const QByteArray limit = line.limit ? QByteArray::number(*line.limit, 'f', 0) : QByteArray("-");
+        std::printf("%-58s %12.3f %12s %8s %10s %11.1f%s\n", qPrintable(line.what), line.milliseconds,
+                    floor.constData(), ratio.constData(), limit.constData(), line.statements,
+                    line.limit && line.milliseconds > *line.limit ? "  over" : "");
+    }
+}
+
+bool Report::withinLimits() const
+{
+    return std::all_of(m_lines.cbegin(), m_lines.cend(),
+                       [](const Line &line) { return !line.limit || line.milliseconds <= *line.limit; });
+}
+
+} // namespace bench

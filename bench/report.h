@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QtCore/QString>
+
+#include <functional>
+#include <optional>
+#include <vector>
+
+namespace bench {
+
+/// What an operation of the product costs, beside the floor: the same work through SQLite's C API.
+struct Line
+{
+    QString what;
+    double milliseconds = 0;         ///< median of the runs
+    std::optional<double> floor;     ///< milliseconds; none where the C API has no such work
+    std::optional<double> limit;     ///< milliseconds that users should not have to exceed
+    double statements = 0;           ///< statements sent for one operation
+};
+
+/// Collects lines and prints them as one table.
+class Report
+{
+public:
+    /// Runs `operation` `runs` times after one warm-up and keeps the median.
+    void measure(const QString &what, int runs, std::optional<double> limit, const std::function<void()> &operation,
+                 const std::function<void()> &floor = {});
+    void add(const Line &line);
+    void print() const;
+    /// Every line is within its limit.
+    bool withinLimits() const;
+
+private:
+    std::vector<Line> m_lines;
+};
+
+/// Milliseconds that `work` takes, once.
+double timed(const std::function<void()> &work);
+
+} // namespace bench

@@ -1,0 +1,211 @@
+#include "entry/module.h"
+
+#include "entry/selection_param.h"
+#include "host/data/database_error.h"
+#include "host/data/sql_text.h"
+#include "screens/good_editor/good_get.h"
+#include "screens/goods_list/good_list.h"
+
+#include <QtWidgets/QApplication>
+
+using host::TFormMode;
+using host::TSoftwarePart;
+
+namespace entry {
+
+namespace {
+
+const QString ListBusy = QStringLiteral("امکان نمایش مجدد لیست کالاها وجود ندارد.");
+constexpr int ReviewKind = 2;
+
+/// The module of this process. The screens must go before the application object and before the library's code,
+/// whichever goes first.
+struct Holder
+{
+    std::unique_ptr<Module> module;
+
+    void make()
+    {
+        module = std::make_unique<Module>(host::installed());
+        qAddPostRoutine(release);
+    }
+    static void release();
+    ~Holder()
+    {
+        if (!module)
+            return;
+        qRemovePostRoutine(release);
+        module.reset();
+    }
+};
+
+Holder holder;
+
+void Holder::release()
+{
+    holder.module.reset();
+}
+
+QString describe(const std::exception_ptr &error)
+{
+    try {
+        std::rethrow_exception(error);
+    } catch (const host::DatabaseError &failure) {
+        return failure.Text();
+    } catch (const host::RefusedText &refused) {
+        return refused.Text();
+    } catch (const std::exception &failure) {
+        return QString::fromUtf8(failure.what());
+    } catch (...) {
+        return QStringLiteral("خطای ناشناخته");
+    }
+}
+
+} // namespace
+
+Module::Module(host::Host &host) : host_(host) {}
+
+Module::~Module() = default;
+
+Module &Module::instance()
+{
+    if (!holder.module)
+        holder.make();
+    return *holder.module;
+}
+
+void Module::report(std::exception_ptr error) noexcept
+{
+    try {
+        const QString text = describe(error);
+        if (holder.module)
+            holder.module->host_.messages.ShowMessage(text, host::MessageIcon::Error);
+        else
+            qCritical("%s", qPrintable(text));
+    } catch (...) {
+        qCritical("an error could not be shown");
+    }
+}
+
+bool Module::mayOpenList(TSoftwarePart part)
+{
+    return host_.permissions.HavePermission(host_.settings.UserInfo(), part, host::TPermission::OpenList, true, true,
+                                            {});
+}
+
+void Module::openGoodList()
+{
+    if (!mayOpenList(TSoftwarePart::Goods))
+        return;
+    auto &slot = browse_[0] && browse_[0]->IsShowing() ? browse_[1] : browse_[0];
+    if (slot && slot->IsShowing()) {
+        host_.messages.ShowMessage(ListBusy, host::MessageIcon::Information);
+        return;
+    }
+    if (!slot)
+        slot = std::make_unique<TGood_List_FRM>(host_, TFormMode::DockedList, QString());
+    slot->SetKeyboardLayoutName(host_.keyboard.GetKeyboardLayoutName());
+    slot->SetFormTheme();
+    slot->SetFormMode(TFormMode::DockedList);
+    if (slot->RunModally())
+        slot->ShowModally();
+    else
+        slot->ShowDocked();
+}
+
+TGood_List_FRM *Module::freeSelectionSlot(const QString &openingText)
+{
+    for (auto &slot : selection_) {
+        if (!slot)
+            slot = std::make_unique<TGood_List_FRM>(host_, TFormMode::Selection, openingText);
+        if (!slot->IsShowing())
+            return slot.get();
+    }
+    host_.messages.ShowMessage(ListBusy, host::MessageIcon::Information);
+    return nullptr;
+}
+
+int Module::selectGood(const QString &param)
+{
+    if (!mayOpenList(TSoftwarePart::Goods))
+        return 0;
+    TGood_List_FRM *list = freeSelectionSlot(param);
+    if (!list)
+        return 0;
+    const SelectionParam parts = splitSelectionParam(param);
+    list->SetKeyboardLayoutName(host_.keyboard.GetKeyboardLayoutName());
+    list->SetFormTheme();
+    list->SetLocateCode(parts.LocateCode);
+    list->SetMultiSelect(false);
+    list->SetFormMode(TFormMode::Selection);
+    list->SetParameterText(parts.SelectionText);
+    const bool chosen = list->ShowModally() == QDialog::Accepted;
+    list->SetParameterText({});
+    return chosen ? list->ChosenCode() : 0;
+}
+
+QString Module::selectGoods(const QString &param)
+{
+    if (!mayOpenList(TSoftwarePart::Goods))
+        return {};
+    TGood_List_FRM *list = freeSelectionSlot(param);
+    if (!list)
+        return {};
+    list->SetKeyboardLayoutName(host_.keyboard.GetKeyboardLayoutName());
+    list->SetFormMode(TFormMode::Selection);
+    list->SetFormTheme();
+    list->SetLocateCode(param.isEmpty() ? QString() : splitSelectionParam(param).LocateCode);
+    list->SetMultiSelect(true);
+    list->SetParameterText({});
+    if (list->ShowModally() != QDialog::Accepted || list->ChosenCodes().isEmpty())
+        return {};
+    return list->ChosenCodes() + u',';
+}
+
+TGood_Get_FRM *Module::freeEditor()
+{
+    if (!editor_)
+        editor_ = std::make_unique<TGood_Get_FRM>(host_);
+    if (!editor_->IsShowing())
+        return editor_.get();
+    editor_->raise();
+    return nullptr;
+}
+
+void Module::callGoodGet(int goodId, int kind)
+{
+    if (TGood_Get_FRM *editor = freeEditor())
+        editor->Open(goodId, kind == ReviewKind ? TFormMode::Review : TFormMode::Edit);
+}
+
+int Module::editGood(int value)
+{
+    TGood_Get_FRM *editor = freeEditor();
+    if (!editor)
+        return 0;
+    if (value > 0)
+        return editor->Open(value, TFormMode::Edit) == QDialog::Accepted ? 1 : 0;
+    // Widened first: the absolute value of the smallest integer does not fit.
+    editor->Open({}, TFormMode::New, QString::number(-static_cast<qint64>(value)));
+    return 0;
+}
+
+int Module::openList(TSoftwarePart part)
+{
+    return mayOpenList(part) ? host_.entities.Call_GroupList(part) : 0;
+}
+
+int Module::select(TSoftwarePart part, const QString &text)
+{
+    return host_.entities.Select_GroupList(part, text);
+}
+
+void Module::edit(TSoftwarePart part, int id)
+{
+    if (id == 0)
+        host_.entities.New_Group(part);
+    else
+        host_.entities.Edit_Group(part, id);
+}
+
+} // namespace entry

@@ -1,0 +1,71 @@
+#pragma once
+
+#include "host/host.h"
+
+#include <array>
+#include <exception>
+#include <functional>
+#include <memory>
+#include <type_traits>
+
+class TGood_List_FRM;
+class TGood_Get_FRM;
+
+namespace entry {
+
+/// What stands behind the exported functions: the screens that live as long as the module. The goods list has two
+/// browse slots and three selection slots, so that a choice can be made while another one is open; the good editor has
+/// one. Slots are filled on first use and kept, with their grids and filters, for the next call.
+class Module
+{
+public:
+    explicit Module(host::Host &host);
+    ~Module();
+    Module(const Module &) = delete;
+    Module &operator=(const Module &) = delete;
+
+    void openGoodList();
+    /// The chosen code, 0 for none.
+    int selectGood(const QString &param);
+    /// The chosen codes, each followed by a comma.
+    QString selectGoods(const QString &param);
+    /// `kind` 2 opens for review.
+    void callGoodGet(int goodId, int kind);
+    int editGood(int value);
+
+    /// The host's generic lists.
+    int openList(host::TSoftwarePart part);
+    int select(host::TSoftwarePart part, const QString &text);
+    void edit(host::TSoftwarePart part, int id);
+
+    /// Runs one exported function on the module of this process, made on first use for the installed host. An
+    /// exception ends here: the user sees it and the result is neutral.
+    template <typename Function>
+    static std::invoke_result_t<Function, Module &> run(Function function) noexcept
+    {
+        using Result = std::invoke_result_t<Function, Module &>;
+        try {
+            return function(instance());
+        } catch (...) {
+            report(std::current_exception());
+            return Result();
+        }
+    }
+
+private:
+    static Module &instance();
+    static void report(std::exception_ptr error) noexcept;
+
+    bool mayOpenList(host::TSoftwarePart part);
+    /// Null, having told the user, when all three are showing. `openingText` is for a list made now.
+    TGood_List_FRM *freeSelectionSlot(const QString &openingText);
+    /// Null when the editor is showing already; it is brought to the front then.
+    TGood_Get_FRM *freeEditor();
+
+    host::Host &host_;
+    std::array<std::unique_ptr<TGood_List_FRM>, 2> browse_;
+    std::array<std::unique_ptr<TGood_List_FRM>, 3> selection_;
+    std::unique_ptr<TGood_Get_FRM> editor_;
+};
+
+} // namespace entry
