@@ -7,9 +7,11 @@
 #include <QRegularExpression>
 #include <QTest>
 
+#include "tests/support/test_main.h"
+
 namespace {
 
-const QString Root = QStringLiteral(GOODS_SOURCE_DIR);
+const QString Root = QStringLiteral(GOODS_SOURCES);
 
 QString contents(const QString &path)
 {
@@ -31,7 +33,7 @@ QStringList filesUnder(const QString &folder, const QStringList &names)
 
 } // namespace
 
-class HouseTest : public QObject
+class TestHouse : public QObject
 {
     Q_OBJECT
 
@@ -42,7 +44,7 @@ private Q_SLOTS:
     void moduleShowsItsExportsOnly();
 };
 
-void HouseTest::arrowsRunOneWay_data()
+void TestHouse::arrowsRunOneWay_data()
 {
     QTest::addColumn<QString>("folder");
     QTest::addColumn<QStringList>("allowed");
@@ -58,7 +60,7 @@ void HouseTest::arrowsRunOneWay_data()
                                   << QStringList{u"tests/outside_host/"_qs, u"host/"_qs, u"entry/exports.h"_qs};
 }
 
-void HouseTest::arrowsRunOneWay()
+void TestHouse::arrowsRunOneWay()
 {
     QFETCH(QString, folder);
     QFETCH(QStringList, allowed);
@@ -81,7 +83,7 @@ void HouseTest::arrowsRunOneWay()
     QVERIFY2(wrong.isEmpty(), qPrintable(wrong.join(u'\n')));
 }
 
-void HouseTest::formsKeepTheRules()
+void TestHouse::formsKeepTheRules()
 {
     QStringList wrong;
     int forms = 0;
@@ -132,7 +134,7 @@ void HouseTest::formsKeepTheRules()
     QVERIFY2(wrong.isEmpty(), qPrintable(wrong.join(u'\n')));
 }
 
-void HouseTest::moduleShowsItsExportsOnly()
+void TestHouse::moduleShowsItsExportsOnly()
 {
     QSet<QString> declared;
     static const QRegularExpression function(QStringLiteral("^GOODS_EXPORT [^(]*?(\\w+)\\("),
@@ -152,5 +154,5 @@ void HouseTest::moduleShowsItsExportsOnly()
     QCOMPARE(visible, declared);
 }
 
-QTEST_GUILESS_MAIN(HouseTest)
+REGISTER_TEST(TestHouse)
 #include "tst_house.moc"

@@ -1,0 +1,68 @@
+// A desk that saves new goods as fast as it can, each with everything that can belong to one: prices, discounts, an
+// opening row, a category, a detail type. Prints a line once the first is saved.
+
+#include "data/goods/good_dm.h"
+#include "host/data/query.h"
+#include "screens/good_editor/good_save.h"
+#include "tests/support/test_host.h"
+#include "tsql/driver.h"
+
+#include <QtCore/QCoreApplication>
+
+#include <cstdio>
+
+namespace {
+
+QSqlDatabase connect(const QString &file, const QString &name)
+{
+    QSqlDatabase connection = QSqlDatabase::addDatabase(new tsql::Driver, name);
+    connection.setDatabaseName(file);
+    if (!connection.open())
+        qFatal("cannot open %s", qPrintable(file));
+    return connection;
+}
+
+void saveOne(host::Host &host, TGood_DM &data, int number)
+{
+    const int code = data.Good_GetNewCode(QStringLiteral("1"));
+    data.CreateGoodDetailTempTable();
+    data.InsertDefaultDetailTypesSelectedListInNewGood(QString::number(code));
+    data.CostLevel_Prepare(code, 2);
+    data.CostLevel_Sell_Update(code, 3);
+    data.InsertUpdateToKalaCategory(code, 1, 1);
+
+    GoodSave::Request request;
+    request.isNew = true;
+    request.good.Code = code;
+    request.good.GrpCode = 1;
+    request.good.kala_name = QStringLiteral("کالای %1").arg(number);
+    request.good.AbbName = QStringLiteral("!%1!").arg(code);
+    request.good.SMSCode = QString::number(code);
+    request.good.Unit = 1;
+    request.good.Store = 1;
+    request.good.AvaBgPrd = code;
+    request.good.CostBgPrd = 1000;
+    request.good.Price.Discount_Sell[0] = 5;
+    GoodSave(host, data).Run(request);
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    QCoreApplication application(argc, argv);
+    const QString file = application.arguments().value(1);
+    host::Connections connections{connect(file, QStringLiteral("main")), connect(file, QStringLiteral("list")),
+                                  connect(file, QStringLiteral("scales"))};
+    test::TestHost desk(connections);
+    desk.settings.record.GoodDetails = true;
+    host::Host &host = desk;
+    TGood_DM data(host.DM, host.settings, host.entities);
+    for (int number = 0;; ++number) {
+        saveOne(host, data, number);
+        if (number == 0) {
+            std::puts("saved");
+            std::fflush(stdout);
+        }
+    }
+}
