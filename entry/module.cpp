@@ -24,27 +24,14 @@ struct Holder
 {
     std::unique_ptr<Module> module;
 
-    void make()
-    {
-        module = std::make_unique<Module>(host::installed());
-        qAddPostRoutine(release);
-    }
-    static void release();
     ~Holder()
     {
-        if (!module)
-            return;
-        qRemovePostRoutine(release);
+        qRemovePostRoutine(Module::release);
         module.reset();
     }
 };
 
 Holder holder;
-
-void Holder::release()
-{
-    holder.module.reset();
-}
 
 QString describe(const std::exception_ptr &error)
 {
@@ -69,9 +56,17 @@ Module::~Module() = default;
 
 Module &Module::instance()
 {
-    if (!holder.module)
-        holder.make();
+    if (!holder.module) {
+        holder.module = std::make_unique<Module>(host::installed());
+        qAddPostRoutine(release);
+    }
     return *holder.module;
+}
+
+void Module::release()
+{
+    qRemovePostRoutine(release);
+    holder.module.reset();
 }
 
 void Module::report(std::exception_ptr error) noexcept

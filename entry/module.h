@@ -52,6 +52,10 @@ public:
         }
     }
 
+    /// Lets go of the module of this process and its screens; the next call makes it anew. Happens by itself when the
+    /// application object or the library goes.
+    static void release();
+
 private:
     static Module &instance();
     static void report(std::exception_ptr error) noexcept;

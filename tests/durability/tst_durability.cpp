@@ -55,7 +55,7 @@ void TestDurability::killedWhileSaving()
         desk.start(QStringLiteral(SAVING_DESK), {database.FileName()});
         QVERIFY2(desk.waitForReadyRead(30000), "the desk saved nothing");
         // A save takes some milliseconds: anywhere within several of them.
-        QThread::usleep(QRandomGenerator::global()->bounded(60000UL));
+        QThread::usleep(QRandomGenerator::global()->bounded(60000U));
         desk.kill();
         QVERIFY(desk.waitForFinished());
         QCOMPARE(desk.exitStatus(), QProcess::CrashExit);

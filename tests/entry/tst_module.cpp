@@ -1,0 +1,217 @@
+// The exported functions as a host calls them, over the demo shop.
+
+#include "entry/exports.h"
+#include "entry/module.h"
+#include "entry/selection_param.h"
+#include "tests/support/database.h"
+#include "tests/support/modal.h"
+#include "tests/support/test_host.h"
+#include "tests/support/test_main.h"
+
+#include <QtTest/QtTest>
+#include <QtWidgets/QtWidgets>
+
+using host::TPermission;
+using host::TSoftwarePart;
+
+namespace {
+
+const QString ListBusy = QStringLiteral("ShowMessage(امکان نمایش مجدد لیست کالاها وجود ندارد.)");
+
+QString text(const char16_t *value)
+{
+    return QString::fromUtf16(value);
+}
+
+} // namespace
+
+class TestModule : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void parameterTexts_data();
+    void parameterTexts();
+    void choosesOneGood();
+    void choosesInMarkingOrder();
+    void cancelChoosesNothing();
+    void fourthListIsRefused();
+    void refusedRightOpensNothing();
+    void genericLists();
+    void newGoodReturnsNothing();
+    void errorsStayInside();
+
+private:
+    struct Shop
+    {
+        Shop() : host({database.Main(), database.GoodsList(), database.Scales()}), module(host) {}
+
+        /// The code of the good in the n-th place of the goods list.
+        int code(int place) const
+        {
+            return database
+                .Scalar(QStringLiteral("SELECT MAX(Code) FROM (SELECT TOP %1 Code FROM GoodInf ORDER BY Code) AS t")
+                            .arg(place))
+                .toInt();
+        }
+
+        test::Database database{test::Database::Content::Demo};
+        test::TestHost host;
+        entry::Module module;
+    };
+};
+
+void TestModule::parameterTexts_data()
+{
+    QTest::addColumn<QString>("param");
+    QTest::addColumn<QString>("locate");
+    QTest::addColumn<QString>("selection");
+    QTest::newRow("code only") << u"15#LC#"_qs << u"15"_qs << QString();
+    QTest::newRow("both") << u"abc#LC#x"_qs << u"abc"_qs << u"x"_qs;
+    QTest::newRow("second marker stays") << u"1#LC#a#LC#b"_qs << u"1"_qs << u"a#LC#b"_qs;
+    QTest::newRow("no marker") << u"abcdef"_qs << QString() << u"def"_qs;
+    QTest::newRow("short without marker") << u"ab"_qs << QString() << QString();
+    QTest::newRow("empty") << QString() << QString() << QString();
+}
+
+void TestModule::parameterTexts()
+{
+    QFETCH(QString, param);
+    const entry::SelectionParam parts = entry::splitSelectionParam(param);
+    QTEST(parts.LocateCode, "locate");
+    QTEST(parts.SelectionText, "selection");
+}
+
+void TestModule::choosesOneGood()
+{
+    Shop shop;
+    const int wanted = shop.code(7);
+    int chosen = 0;
+    test::Drive([&] { chosen = shop.module.selectGood(QString::number(wanted) + u"#LC#"_qs); },
+                [&](QWidget *) { test::Press(Qt::Key_Return); });
+    QCOMPARE(chosen, wanted);
+
+    // The slot is used again, and stands where the next call wants it.
+    const int other = shop.code(3);
+    test::Drive([&] { chosen = shop.module.selectGood(QString::number(other) + u"#LC#"_qs); },
+                [&](QWidget *) { test::Press(Qt::Key_Return); });
+    QCOMPARE(chosen, other);
+}
+
+void TestModule::choosesInMarkingOrder()
+{
+    Shop shop;
+    QString chosen;
+    test::Drive([&] { chosen = shop.module.selectGoods(QString::number(shop.code(3)) + u"#LC#"_qs); },
+                [&](QWidget *) {
+                    test::Press(Qt::Key_Insert);
+                    test::Press(Qt::Key_Home, Qt::ControlModifier);
+                    test::Press(Qt::Key_Insert);
+                    test::Press(Qt::Key_Return);
+                });
+    QCOMPARE(chosen, QStringLiteral("%1,%2,").arg(shop.code(3)).arg(shop.code(1)));
+}
+
+void TestModule::cancelChoosesNothing()
+{
+    Shop shop;
+    int one = -1;
+    QString several = QStringLiteral("untouched");
+    test::Drive([&] { one = shop.module.selectGood({}); }, [](QWidget *) { test::Press(Qt::Key_Escape); });
+    test::Drive([&] { several = shop.module.selectGoods({}); }, [](QWidget *) { test::Press(Qt::Key_Escape); });
+    QCOMPARE(one, 0);
+    QCOMPARE(several, QString());
+}
+
+void TestModule::fourthListIsRefused()
+{
+    Shop shop;
+    QList<int> chosen;
+    std::function<void(int)> open = [&](int depth) {
+        const QString param = QString::number(shop.code(depth)) + u"#LC#"_qs;
+        if (depth == 4) {
+            chosen << shop.module.selectGood(param);
+            return;
+        }
+        int code = 0;
+        test::Drive([&] { code = shop.module.selectGood(param); },
+                    [&](QWidget *list) {
+                        open(depth + 1);
+                        list->activateWindow();
+                        QVERIFY(QTest::qWaitForWindowActive(list));
+                        test::Press(Qt::Key_Return);
+                    });
+        chosen << code;
+    };
+    open(1);
+    QCOMPARE(chosen, (QList<int>{0, shop.code(3), shop.code(2), shop.code(1)}));
+    QCOMPARE(shop.host.messages.TakeAll(), QStringList{ListBusy});
+}
+
+void TestModule::refusedRightOpensNothing()
+{
+    Shop shop;
+    for (TSoftwarePart part : {TSoftwarePart::Goods, TSoftwarePart::Stores, TSoftwarePart::Units})
+        shop.host.permissions.Deny(part, TPermission::OpenList);
+    shop.module.openGoodList();
+    QCOMPARE(shop.module.selectGood(QStringLiteral("1#LC#")), 0);
+    QCOMPARE(shop.module.selectGoods({}), QString());
+    QCOMPARE(shop.module.openList(TSoftwarePart::Stores), 0);
+    QCOMPARE(shop.module.openList(TSoftwarePart::Units), 0);
+    QVERIFY(shop.host.entities.calls.isEmpty());
+    QVERIFY(!QApplication::activeModalWidget());
+}
+
+void TestModule::genericLists()
+{
+    Shop shop;
+    shop.host.Install();
+    shop.host.entities.choices = {4, 8, 9};
+    QCOMPARE(Select_GoodGroup(), 0);
+    QCOMPARE(Select_Store(u"انبار"), 8);
+    QCOMPARE(Select_Unit(), 9);
+    QCOMPARE(Edit_GoodGroup(0), 0);
+    QCOMPARE(Edit_GoodGroup(5), 0);
+    QCOMPARE(Edit_Store(0), 0);
+    QCOMPARE(Edit_Store(3), 0);
+    QCOMPARE(Open_StoreList(), 1);
+    QCOMPARE(Open_Units(), 1);
+    const QStringList expected{u"Select_GroupList(122, )"_qs, u"Select_GroupList(105, انبار)"_qs,
+                               u"Select_GroupList(104, )"_qs, u"New_Group(122)"_qs,
+                               u"Edit_Group(122, 5)"_qs,      u"New_Group(105)"_qs,
+                               u"Edit_Group(105, 3)"_qs,      u"Call_GroupList(105)"_qs,
+                               u"Call_GroupList(104)"_qs};
+    QCOMPARE(shop.host.entities.calls, expected);
+    entry::Module::release();
+}
+
+void TestModule::newGoodReturnsNothing()
+{
+    Shop shop;
+    int result = -1;
+    QString code;
+    test::Drive([&] { result = shop.module.editGood(-7); },
+                [&](QWidget *editor) {
+                    code = test::Find<QLineEdit>(editor, QStringLiteral("Code_EDT")).text();
+                    test::Press(Qt::Key_Escape);
+                });
+    QCOMPARE(result, 0);
+    // The group that was asked for is preset, so its next code is proposed.
+    QCOMPARE(code.toInt(), shop.database.Scalar(QStringLiteral("EXEC GetGoodInfCode 7, 6")).toInt());
+}
+
+void TestModule::errorsStayInside()
+{
+    Shop shop;
+    shop.host.Install();
+    shop.database.Exec(QStringLiteral("DROP PROCEDURE GoodInf_List_SP"));
+    QCOMPARE(Select_Good(u"1#LC#"), 0);
+    QCOMPARE(text(Select_Good_Multible(nullptr)), QString());
+    const QStringList said = shop.host.messages.TakeAll();
+    QCOMPARE(said.size(), 2);
+    QVERIFY2(said.first().contains(u"GoodInf_List_SP"), qPrintable(said.first()));
+    entry::Module::release();
+}
+
+REGISTER_TEST(TestModule)
+#include "tst_module.moc"
