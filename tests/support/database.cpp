@@ -46,7 +46,7 @@ QSqlQuery run(const QSqlDatabase &connection, const QString &text)
 QString connect(const QString &file)
 {
     static int count = 0;
-    const QString name = QStringLiteral("test.%1").arg(++count);
+    QString name = QStringLiteral("test.%1").arg(++count);
     QSqlDatabase connection = QSqlDatabase::addDatabase(new tsql::Driver, name);
     connection.setDatabaseName(file);
     connection.setNumericalPrecisionPolicy(QSql::HighPrecision);
