@@ -11,10 +11,10 @@ namespace tsql {
 /** What a batch left behind. */
 struct Outcome
 {
-    std::deque<std::unique_ptr<Cursor>> results; ///< the result sets in their order
-    QStringList messages;                        ///< of PRINT and of RAISERROR below severity 11
-    qint64 affected = -1;                        ///< rows changed by the last INSERT, UPDATE or DELETE; -1 for none
-    Value lastIdentity;                          ///< as SCOPE_IDENTITY() of the batch: an integer, or null
+    std::vector<std::unique_ptr<Cursor>> results; ///< the result sets in their order
+    QStringList messages;                         ///< of PRINT and of RAISERROR below severity 11
+    qint64 affected = -1;                         ///< rows changed by the last INSERT, UPDATE or DELETE; -1 for none
+    Value lastIdentity;                           ///< as SCOPE_IDENTITY() of the batch: an integer, or null
 };
 
 /** The error that a CATCH block asks about. */

@@ -18,7 +18,7 @@ Cursor::Cursor(Lease lease, std::shared_ptr<Reader> reader)
 
 Cursor::Cursor(Lease lease, const SqliteHandle &handle) : m_entry(lease.sharedEntry()), m_lease(std::move(lease))
 {
-    readRest(handle);
+    readAll(handle);
     finish();
 }
 
@@ -35,12 +35,11 @@ void Cursor::finish()
     m_reader.reset();
 }
 
-void Cursor::readRest(const SqliteHandle &handle)
+void Cursor::readAll(const SqliteHandle &handle)
 {
     sqlite3_stmt *statement = m_lease.statement();
     const int count = sqlite3_column_count(statement);
-    while (m_stepped || handle.step(statement)) {
-        m_stepped = false;
+    while (handle.step(statement)) {
         Row row;
         row.reserve(size_t(count));
         for (int i = 0; i < count; ++i)
@@ -49,52 +48,32 @@ void Cursor::readRest(const SqliteHandle &handle)
     }
 }
 
-void Cursor::buffer()
-{
-    if (!isStreaming())
-        return;
-    // The row that the client stands on goes into memory too.
-    Row current;
-    if (!m_stepped) {
-        for (int i = 0; i < int(columns().size()); ++i)
-            current.push_back(columnValue(m_lease.statement(), i));
-    }
-    readRest(m_reader->handle);
-    m_current = std::move(current);
-    finish();
-}
-
 bool Cursor::next()
 {
-    if (isStreaming()) {
-        if (m_stepped) {
-            m_stepped = false;
-            return true;
-        }
-        bool more = false;
-        try {
-            more = m_reader->handle.step(m_lease.statement());
-        } catch (...) {
-            finish();
-            throw;
-        }
-        if (!more)
-            finish();
-        return more;
+    if (!m_lease)
+        return m_nextRow < m_rows.size() && m_nextRow++ < m_rows.size();
+    if (m_stepped) {
+        m_stepped = false;
+        return true;
     }
-    if (m_rows.empty())
-        return false;
-    m_current = std::move(m_rows.front());
-    m_rows.pop_front();
-    return true;
+    bool more = false;
+    try {
+        more = m_reader->handle.step(m_lease.statement());
+    } catch (...) {
+        finish();
+        throw;
+    }
+    if (!more)
+        finish();
+    return more;
 }
 
 Cell Cursor::cell(int column) const
 {
-    if (!isStreaming()) {
-        if (size_t(column) >= m_current.size())
+    if (!m_lease) {
+        if (m_nextRow == 0 || m_rows.empty())
             return {};
-        const Value &value = m_current[size_t(column)];
+        const Value &value = m_rows[m_nextRow - 1][size_t(column)];
         return {value.form, value.integer, value.real, {value.bytes.constData(), size_t(value.bytes.size())}};
     }
     sqlite3_stmt *statement = m_lease.statement();

@@ -3,8 +3,6 @@
 
 #include "tsql/plan.h"
 
-#include <deque>
-
 namespace tsql {
 
 /** A handle that streams one result set at a time from its own picture of the file. */
@@ -45,23 +43,19 @@ public:
     bool next();
     Cell cell(int column) const;
 
-    bool isStreaming() const { return bool(m_lease); }
-    /** Reads what is left, so that the reader is free for others. */
-    void buffer();
-    /** Rows held in memory and not yet fetched: all of them in a cursor that never streamed. */
-    size_t waitingRows() const { return m_rows.size(); }
+    /** The rows of a buffered cursor; a streaming one does not know. */
+    size_t bufferedRows() const { return m_rows.size(); }
 
 private:
-    bool step(const SqliteHandle &handle);
-    void readRest(const SqliteHandle &handle);
+    void readAll(const SqliteHandle &handle);
     void finish();
 
     std::shared_ptr<CompiledEntry> m_entry; ///< for the columns
     Lease m_lease;
     std::shared_ptr<Reader> m_reader;
-    bool m_stepped = false; ///< the statement stands on a row that nobody has fetched yet
-    std::deque<Row> m_rows;
-    Row m_current; ///< of a buffered cursor
+    bool m_stepped = false;  ///< the statement stands on a row that nobody has fetched yet
+    std::vector<Row> m_rows; ///< of a buffered cursor
+    size_t m_nextRow = 0;
 };
 
 } // namespace tsql

@@ -30,6 +30,7 @@ void Interpreter::runBatch(const QString &text)
     Frame frame{*plan, &literals, {}, {}, 0, {}};
     m_connection.m_session.caught.clear();
     runFrame(frame);
+    m_connection.m_plans.recycle(std::move(literals));
     m_outcome.lastIdentity = frame.scopeIdentity;
     if (m_raised)
         throw *m_raised;

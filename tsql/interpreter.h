@@ -46,7 +46,7 @@ private:
     void runDeclare(const DeclareStatement &statement, Frame &frame);
 
     // Queries and rows
-    using Compiler = Plan::Compiler;
+    template <class Compiler>
     std::shared_ptr<CompiledEntry> entryOf(const void *node, Frame &frame, const Compiler &compiler);
     std::shared_ptr<CompiledEntry> entryOf(const Statement &statement, Frame &frame);
     void runSelect(const Statement &statement, Frame &frame);

@@ -1,7 +1,7 @@
+#include "tsql/binding.h"
 #include "tsql/dates.h"
 #include "tsql/error.h"
 #include "tsql/interpreter.h"
-#include "tsql/literals.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
@@ -10,17 +10,6 @@
 namespace tsql {
 
 namespace {
-
-struct TypedValue
-{
-    Value value;
-    SqlType type;
-};
-
-TypedValue typedLiteral(const Literal &literal, bool negate)
-{
-    return {literalValue(literal, negate), literalType(literal)};
-}
 
 SqlType nvarchar()
 {
@@ -106,47 +95,38 @@ void Interpreter::bind(sqlite3_stmt *statement, const Compiled &compiled, Frame 
     int index = 0;
     for (const Parameter &parameter : compiled.parameters) {
         ++index;
-        TypedValue given;
         switch (parameter.source) {
         case Parameter::Source::Literal:
-            given = typedLiteral(frame.literals ? (*frame.literals)[size_t(parameter.literal)] : parameter.value,
-                                 parameter.negate);
+            bindLiteral(statement, index,
+                        frame.literals ? (*frame.literals)[size_t(parameter.literal)] : parameter.value, parameter);
             break;
         case Parameter::Source::Constant:
-            given = typedLiteral(parameter.value, parameter.negate);
+            bindLiteral(statement, index, parameter.value, parameter);
             break;
         case Parameter::Source::Variable:
-            given = {frame.variables.value(parameter.name), parameter.variableType};
+            bindConverted(statement, index, frame.variables.value(parameter.name), parameter.variableType, parameter);
             break;
         case Parameter::Source::System:
-            given = {systemValue(parameter.name, frame), systemType(parameter.name)};
+            bindConverted(statement, index, systemValue(parameter.name, frame), systemType(parameter.name), parameter);
             break;
         }
-        const bool plainInt = given.type.kind == Kind::Int && parameter.type.kind == Kind::Int;
-        if (plainInt || given.type == parameter.type || given.value.isNull()) {
-            bindValue(statement, index, given.value);
-            continue;
-        }
-        bindValue(
-            statement, index,
-            convert(given.value, given.type,
-                    {parameter.type, parameter.conversion == Conversion::Assign, parameter.table, parameter.column}));
     }
 }
 
+template <class Compiler>
 std::shared_ptr<CompiledEntry> Interpreter::entryOf(const void *node, Frame &frame, const Compiler &compiler)
 {
-    const auto find = [&] {
-        return frame.plan.entry(node, frame.literals, m_connection.m_catalogue.version(), compiler);
-    };
+    const Catalogue &catalogue = m_connection.m_catalogue;
+    if (auto found = frame.plan.find(node, frame.literals, catalogue.version()))
+        return found;
     try {
-        return find();
+        return frame.plan.add(node, frame.literals, catalogue.version(), compiler());
     } catch (const Error &) {
         // Another process may just have defined what this text names.
         if (!m_connection.definedElsewhere())
             throw;
     }
-    return find();
+    return frame.plan.add(node, frame.literals, catalogue.version(), compiler());
 }
 
 std::shared_ptr<CompiledEntry> Interpreter::entryOf(const Statement &statement, Frame &frame)
@@ -169,7 +149,7 @@ void Interpreter::runSelect(const Statement &statement, Frame &frame)
     bind(lease.statement(), entry->compiled, frame);
     auto cursor = reader ? std::make_unique<Cursor>(std::move(lease), reader)
                          : std::make_unique<Cursor>(std::move(lease), m_connection.m_main);
-    m_connection.m_session.rowCount = qint64(cursor->waitingRows());
+    m_connection.m_session.rowCount = qint64(cursor->bufferedRows());
     m_outcome.results.push_back(std::move(cursor));
 }
 

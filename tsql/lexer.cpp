@@ -65,7 +65,8 @@ public:
     LiteralKind literalKind() const { return m_literalKind; }
     Error problem(int line) const { return {m_problemNumber, m_problem, line}; }
     QStringView text() const { return m_text.sliced(m_start, m_pos - m_start); }
-    Literal literal() const;
+    /// Writes the literal over another one whose memory it takes.
+    void literal(Literal &value) const;
 
 private:
     QChar peek(qsizetype ahead = 0) const
@@ -198,7 +199,7 @@ Scanner::Piece Scanner::number()
                 ++m_pos;
         }
     }
-    if (m_literalKind == LiteralKind::Integer) {
+    if (m_literalKind == LiteralKind::Integer && m_pos - m_start > 9) {
         bool fits = false;
         [[maybe_unused]] const int value = text().toInt(&fits);
         if (!fits)
@@ -209,14 +210,13 @@ Scanner::Piece Scanner::number()
 
 Scanner::Piece Scanner::symbol()
 {
-    static constexpr QStringView pairs[] = {u"<>", u"<=", u">=", u"!=", u"!<", u"!>", u"+=",
-                                            u"-=", u"*=", u"/=", u"%=", u"&=", u"|=", u"^="};
-    const QStringView two = m_text.sliced(m_start, qMin<qsizetype>(2, m_text.size() - m_start));
-    for (const QStringView pair : pairs) {
-        if (two == pair) {
-            m_pos += 2;
-            return Piece::Symbol;
-        }
+    const char16_t c = peek().unicode();
+    const char16_t second = peek(1).unicode();
+    const bool mayBePaired = QStringView(u"<>!+-*/%&|^").contains(c);
+    if (mayBePaired &&
+        (second == u'=' || (c == u'<' && second == u'>') || (c == u'!' && (second == u'<' || second == u'>')))) {
+        m_pos += 2;
+        return Piece::Symbol;
     }
     static constexpr QStringView singles = u"(),;.+-*/%=<>&|^~:?";
     if (!singles.contains(m_text[m_pos]))
@@ -261,15 +261,19 @@ Scanner::Piece Scanner::next()
     }
 }
 
-Literal Scanner::literal() const
+void Scanner::literal(Literal &value) const
 {
-    Literal value;
+    const auto assign = [&value](QStringView text) {
+        value.text.resize(0);
+        value.text.append(text);
+    };
     value.kind = m_literalKind;
+    value.integer = 0;
     switch (m_literalKind) {
     case LiteralKind::Text:
     case LiteralKind::Unicode: {
         const qsizetype from = m_start + (m_literalKind == LiteralKind::Unicode ? 2 : 1);
-        value.text = m_text.sliced(from, m_pos - 1 - from).toString();
+        assign(m_text.sliced(from, m_pos - 1 - from));
         if (m_doubled)
             value.text.replace(QLatin1String("''"), QLatin1String("'"));
         break;
@@ -277,14 +281,12 @@ Literal Scanner::literal() const
     case LiteralKind::Integer:
         for (const QChar digit : text())
             value.integer = value.integer * 10 + (digit.unicode() - u'0');
+        assign(text());
         break;
     default:
-        value.text = text().toString();
+        assign(text());
         break;
     }
-    if (m_literalKind == LiteralKind::Integer)
-        value.text = text().toString();
-    return value;
 }
 
 QString unquoted(QStringView piece, QChar closing)
@@ -340,18 +342,18 @@ Tokens tokenize(QStringView text)
         case Scanner::Piece::Literal:
             token.kind = TokenKind::Literal;
             token.literal = static_cast<int>(result.literals.size());
-            result.literals.push_back(scanner.literal());
+            scanner.literal(result.literals.emplace_back());
             break;
         }
         result.tokens.push_back(std::move(token));
     }
 }
 
-void shape(QStringView text, Shape &into)
+void scannedShape(QStringView text, Shape &into)
 {
     into.key.resize(0);
     into.key.reserve(text.size());
-    into.literals.clear();
+    std::size_t count = 0;
     Scanner scanner(text);
     qsizetype copied = 0;
     for (;;) {
@@ -362,15 +364,17 @@ void shape(QStringView text, Shape &into)
         }
         if (piece == Scanner::Piece::End) {
             into.key.append(text.sliced(copied));
+            into.literals.resize(count);
             return;
         }
         if (piece != Scanner::Piece::Literal)
             continue;
-        // Characters that no token begins with stand for the literals, one for each kind.
         into.key.append(text.sliced(copied, scanner.start() - copied));
-        into.key.append(QChar(static_cast<char16_t>(1 + static_cast<int>(scanner.literalKind()))));
+        into.key.append(QChar(literalMark(scanner.literalKind())));
         copied = scanner.end();
-        into.literals.push_back(scanner.literal());
+        if (into.literals.size() == count)
+            into.literals.emplace_back();
+        scanner.literal(into.literals[count++]);
     }
 }
 

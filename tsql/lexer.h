@@ -55,9 +55,17 @@ struct Shape
     std::vector<Literal> literals; ///< in the same order as Tokens::literals
 };
 
-/// The shape of a text in a single pass without building tokens.
+/// The shape of a text in a single pass without building tokens; `into` may hold an earlier shape whose memory is
+/// used again.
 /// A text that does not lex gives an empty key: tokenize() then says why.
 void shape(QStringView text, Shape &into);
+/// The same for any text; shape() is the quick way through the usual ones.
+void scannedShape(QStringView text, Shape &into);
+/// What stands for a literal in a key: a character that no token begins with.
+inline char16_t literalMark(LiteralKind kind)
+{
+    return static_cast<char16_t>(1 + static_cast<int>(kind));
+}
 
 /// One batch of a script and the line of the script on which it starts (from 1).
 struct ScriptBatch

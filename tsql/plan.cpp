@@ -151,19 +151,26 @@ bool Plan::fits(const Variant &variant, const std::vector<Literal> *literals)
     return true;
 }
 
-std::shared_ptr<CompiledEntry> Plan::entry(const void *node, const std::vector<Literal> *literals, quint64 version,
-                                           const Compiler &compiler)
+std::shared_ptr<CompiledEntry> Plan::find(const void *node, const std::vector<Literal> *literals, quint64 version) const
 {
-    std::vector<Variant> &variants = m_entries[node];
-    if (!variants.empty() && variants.front().entry->catalogueVersion != version)
-        variants.clear();
-    for (const Variant &variant : variants) {
-        if (fits(variant, literals))
+    const auto found = m_entries.find(node);
+    if (found == m_entries.end())
+        return {};
+    for (const Variant &variant : found->second) {
+        if (variant.entry->catalogueVersion == version && fits(variant, literals))
             return variant.entry;
     }
-    auto made = std::make_shared<CompiledEntry>(compiler(), version);
+    return {};
+}
+
+std::shared_ptr<CompiledEntry> Plan::add(const void *node, const std::vector<Literal> *literals, quint64 version,
+                                         Compiled compiled)
+{
+    auto made = std::make_shared<CompiledEntry>(std::move(compiled), version);
     if (literals && !made->compiled.cacheable)
         return made;
+    std::vector<Variant> &variants = m_entries[node];
+    std::erase_if(variants, [&](const Variant &variant) { return variant.entry->catalogueVersion != version; });
     if (variants.size() == MaxVariants)
         variants.erase(variants.begin());
     Variant variant{made, {}};

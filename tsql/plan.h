@@ -6,7 +6,6 @@
 
 #include <QCache>
 
-#include <functional>
 #include <unordered_map>
 
 namespace tsql {
@@ -57,8 +56,6 @@ private:
 class Plan
 {
 public:
-    using Compiler = std::function<Compiled()>;
-
     /** Owns the batch. */
     explicit Plan(Batch batch);
     /** A procedure's body; keeps the definition alive. */
@@ -73,11 +70,13 @@ public:
     void addVariable(const QString &name, const SqlType &type);
 
     /**
-     * The compiled form of a node (statement, value or condition) for these literals; compiles when there is none
-     * yet or the catalogue has changed. `literals` is null where they stand in the text itself (procedures).
+     * The compiled form of a node (statement, value or condition) that serves these literals, or null. `literals` is
+     * null where they stand in the text itself (procedures).
      */
-    std::shared_ptr<CompiledEntry> entry(const void *node, const std::vector<Literal> *literals, quint64 version,
-                                         const Compiler &compiler);
+    std::shared_ptr<CompiledEntry> find(const void *node, const std::vector<Literal> *literals, quint64 version) const;
+    /** Keeps what was compiled for these literals. */
+    std::shared_ptr<CompiledEntry> add(const void *node, const std::vector<Literal> *literals, quint64 version,
+                                       Compiled compiled);
 
 private:
     static constexpr size_t MaxVariants = 8;
@@ -109,6 +108,8 @@ public:
     /** Parses a text that is met for the first time. `literals` receives the literals of this very text. */
     std::shared_ptr<Plan> plan(const QString &text, const QString &scope, std::vector<Literal> &literals);
     std::shared_ptr<Plan> plan(const std::shared_ptr<const CreateProcedureStatement> &procedure);
+    /** Takes the memory of literals that are no longer needed. */
+    void recycle(std::vector<Literal> literals) { m_shape.literals = std::move(literals); }
     void clear();
 
 private:

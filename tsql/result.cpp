@@ -21,6 +21,7 @@ void Result::close()
 {
     m_cursor.reset();
     m_outcome = {};
+    m_nextResult = 0;
     m_passed.clear();
     m_connection.reset();
     m_cursorEnded = false;
@@ -53,16 +54,14 @@ void Result::showCurrent()
     m_passed.clear();
     m_cursorEnded = false;
     setAt(QSql::BeforeFirstRow);
-    if (!m_outcome.results.empty()) {
-        m_cursor = std::move(m_outcome.results.front());
-        m_outcome.results.pop_front();
-    }
+    if (m_nextResult < m_outcome.results.size())
+        m_cursor = std::move(m_outcome.results[m_nextResult++]);
     setSelect(m_cursor != nullptr);
 }
 
 bool Result::nextResult()
 {
-    if (m_outcome.results.empty()) {
+    if (m_nextResult == m_outcome.results.size()) {
         m_cursor.reset();
         setSelect(false);
         return false;
@@ -190,6 +189,7 @@ void Result::detachFromResultSet()
 {
     m_cursor.reset();
     m_outcome.results.clear();
+    m_nextResult = 0;
     m_passed.clear();
 }
 

@@ -44,6 +44,7 @@ private:
 
     std::shared_ptr<Connection> m_connection; ///< as long as a cursor reads from it
     Outcome m_outcome;
+    size_t m_nextResult = 0; ///< of the outcome's result sets
     std::unique_ptr<Cursor> m_cursor;
     std::vector<std::vector<QVariant>> m_passed; ///< of a query that may go back
     bool m_cursorEnded = false;
