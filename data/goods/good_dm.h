@@ -292,7 +292,6 @@ private:
     void WriteFields(const TGoodInfoRec &rec, Writing writing);
     bool CodeIsTaken(int code);
     int FreshCode(int grpCode, int codeLength);
-    QString BarcodeCondition(const QString &barcode) const;
     void RestoreAttached(int goodCode);
     void OpenCostLevels(host::Dataset &dataset, int goodCode, Side side);
     void SetDefaultCostLevel(int goodCode, int level, Side side);
@@ -303,6 +302,7 @@ private:
     void DropAttached(int goodCode, int categoryCode);
     void InsertRelations(int goodCode, const std::array<int, 5> &details);
 
+    host::Dataset GoodCostDiscount_QRY; ///< the price row being saved
     QSqlDatabase main_;
     QSqlDatabase list_;
     QSqlDatabase scale_;

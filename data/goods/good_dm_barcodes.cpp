@@ -8,38 +8,24 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Characters that LIKE does not take for themselves.
-bool HasPatternCharacters(const QString &barcode)
+/// The characters of a barcode stand for themselves: "a_b" finds neither "axb" nor misses "a_b".
+QString Pattern(const QString &barcode)
 {
-    return std::any_of(barcode.begin(), barcode.end(), [](QChar c) { return c == u'%' || c == u'_' || c == u'['; });
-}
-
-/// Goods that carry a barcode with such characters, compared as text: a pattern would find others too, or miss it.
-QString LiteralLookup(const QString &barcode)
-{
-    return u"select Code from GoodInf where CHARINDEX("_s + host::QuotedStr(u'!' + barcode + u'!') +
-           u", AbbName) > 0"_s;
+    return host::QuotedStr(u"%!"_s + host::LikeText(barcode) + u"!%"_s);
 }
 
 } // namespace
 
 bool TGood_DM::Good_ExistBarCode(int code, const QString &barcode)
 {
-    const QString other = u" AND Code <>"_s + QString::number(code);
-    if (HasPatternCharacters(barcode)) {
-        return host::Exists(main_, LiteralLookup(barcode) + other);
-    }
-    Temp_QRY.Open(u"select Code from GoodInf where AbbName LIKE "_s + host::QuotedStr(u"%!"_s + barcode + u"!%"_s) +
-                  other);
+    Temp_QRY.Open(u"select Code from GoodInf where AbbName LIKE "_s + Pattern(barcode) + u" AND Code <>"_s +
+                  QString::number(code));
     return !Temp_QRY.IsEmpty();
 }
 
 int TGood_DM::CheckBarcodeCode(const QString &barcode)
 {
-    if (HasPatternCharacters(barcode)) {
-        return host::Scalar(main_, LiteralLookup(barcode)).toInt();
-    }
-    Temp_QRY.Open(u"select Code from goodinf where abbname like "_s + host::QuotedStr(u"%!"_s + barcode + u"!%"_s));
+    Temp_QRY.Open(u"select Code from goodinf where abbname like "_s + Pattern(barcode));
     return Temp_QRY.IsEmpty() ? 0 : Temp_QRY.Int(u"Code");
 }
 

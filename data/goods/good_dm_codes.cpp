@@ -110,8 +110,8 @@ int TGood_DM::Good_ExistIndex(int code, const QString &index)
 
 int TGood_DM::Good_ExistDetailUniqueCode(int code, const QString &uniqueCode)
 {
-    Temp_QRY.Open(u"select Code from GoodInf where Code <> "_s + QString::number(code) +
-                  u" AND DetailUniqueCode = "_s + host::QuotedStr(uniqueCode));
+    Temp_QRY.Open(u"select Code from GoodInf where Code <> "_s + QString::number(code) + u" AND DetailUniqueCode = "_s +
+                  host::QuotedStr(uniqueCode));
     return Temp_QRY.RecordCount();
 }
 

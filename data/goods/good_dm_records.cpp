@@ -92,8 +92,8 @@ void TGood_DM::WriteFields(const TGoodInfoRec &rec, Writing writing)
 
 void TGood_DM::SaveDiscounts(int code, const TGoodPrice_Rec &price)
 {
-    host::Dataset discounts(main_);
-    discounts.SetTable(u"GoodCostDiscount"_s, u"GoodCode"_s);
+    host::Dataset &discounts = GoodCostDiscount_QRY;
+    const auto drop = qScopeGuard([&discounts] { discounts.Cancel(); });
     discounts.Open(QString::asprintf("select * from GoodCostDiscount Where GoodCode = %d ", code));
     if (discounts.IsEmpty()) {
         discounts.Append();

@@ -24,6 +24,7 @@ void Dataset::SetTable(const QString &table, const QString &key)
 {
     table_ = table;
     key_ = key;
+    insertedTo_.clear();
 }
 
 QSqlDatabase Dataset::ReadingConnection()
@@ -94,7 +95,11 @@ void Dataset::Open()
         throw;
     }
     beginResetModel();
+    if (!rows.HasColumnsOf(rows_)) {
+        insertedTo_.clear();
+    }
     rows_ = std::move(rows);
+
     cursor_ = std::move(cursor);
     current_ = rows_.RowCount() > 0 ? 0 : -1;
     state_ = State::Browse;

@@ -124,6 +124,7 @@ private:
     void SetState(State state);
     void MoveTo(int row);
     void PostInsert();
+    void ReadInserted(const QString &text);
     void PostUpdate();
 
     QSqlDatabase connection_;
@@ -139,6 +140,7 @@ private:
     int current_ = -1;
     std::vector<QVariant> buffer_;
     std::vector<bool> set_;
+    std::vector<int> insertedTo_; ///< where the columns of INSERTED.* go; -1: nowhere
 };
 
 /// The value as a literal of a statement: N'…', a number, 0 or 1, 0x…, NULL. Throws RefusedText when a numeric column

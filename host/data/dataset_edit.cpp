@@ -3,8 +3,11 @@
 #include "host/data/database_error.h"
 #include "host/data/query.h"
 #include "host/data/sql_text.h"
+#include "host/data/statement.h"
 
 #include <QDateTime>
+#include <QSqlQuery>
+#include <QSqlRecord>
 
 #include <algorithm>
 
@@ -135,19 +138,34 @@ void Dataset::PostInsert()
     const QString text = names.isEmpty() ? QStringLiteral("INSERT INTO %1 OUTPUT INSERTED.* DEFAULT VALUES").arg(table_)
                                          : u"INSERT INTO "_s + table_ + u" ("_s + names +
                                                u") OUTPUT INSERTED.* VALUES ("_s + values + u')';
-    const Query inserted(connection_, text);
-    for (int column = 0; column < inserted.Rows().ColumnCount() && !inserted.IsEmpty(); ++column) {
-        const int target = rows_.ColumnIndex(inserted.Rows().ColumnAt(column).name);
-        if (target >= 0) {
-            buffer_[static_cast<size_t>(target)] = inserted.Value(column);
-        }
-    }
+    ReadInserted(text);
     const int row = rows_.RowCount();
     beginInsertRows({}, row, row);
     rows_.Append(buffer_);
     endInsertRows();
     SetState(State::Browse);
     MoveTo(row);
+}
+
+void Dataset::ReadInserted(const QString &text)
+{
+    QSqlQuery query(connection_);
+    Send(query, connection_, text);
+    if (!SkipToRows(query, text) || !query.next()) {
+        CheckRead(query, text);
+        return;
+    }
+    if (insertedTo_.empty()) {
+        const QSqlRecord record = query.record();
+        for (int i = 0; i < record.count(); ++i) {
+            insertedTo_.push_back(rows_.ColumnIndex(record.fieldName(i)));
+        }
+    }
+    for (size_t i = 0; i < insertedTo_.size(); ++i) {
+        if (insertedTo_[i] >= 0) {
+            buffer_[static_cast<size_t>(insertedTo_[i])] = query.value(static_cast<int>(i));
+        }
+    }
 }
 
 void Dataset::PostUpdate()

@@ -37,7 +37,14 @@ bool IsMinus(QChar c)
 
 QString TrimDecimal(QStringView decimalText)
 {
-    if (!decimalText.contains(u'.') || decimalText.contains(u'e', Qt::CaseInsensitive)) {
+    bool hasPoint = false;
+    for (const QChar c : decimalText) {
+        hasPoint = hasPoint || c == u'.';
+        if (c == u'e' || c == u'E') {
+            return decimalText.toString();
+        }
+    }
+    if (!hasPoint) {
         return decimalText == u"-0" ? QStringLiteral("0") : decimalText.toString();
     }
     while (decimalText.endsWith(u'0')) {
@@ -114,6 +121,9 @@ QString QuantityToText(Quantity value, int decimals)
 {
     if (!std::isfinite(value)) {
         throw RefusedText(QStringLiteral("عدد"), QStringLiteral("%1").arg(static_cast<double>(value)));
+    }
+    if (std::fabs(value) < 1e15L && value == std::trunc(value)) {
+        return QString::number(static_cast<qlonglong>(value));
     }
     // A digit is noise when neighbouring floats differ by more than it is worth.
     const Quantity gap = std::nextafter(std::fabs(value), LDBL_MAX) - std::fabs(value);

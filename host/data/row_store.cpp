@@ -5,6 +5,7 @@
 #include <QSqlField>
 #include <QSqlQuery>
 
+#include <algorithm>
 #include <limits>
 
 namespace host {
@@ -136,11 +137,18 @@ void RowStore::ClearRows()
 int RowStore::ColumnIndex(QStringView name) const
 {
     for (size_t i = 0; i < columns_.size(); ++i) {
-        if (name.compare(columns_[i].name, Qt::CaseInsensitive) == 0) {
+        const QString &column = columns_[i].name;
+        if (name.size() == column.size() && name.compare(column, Qt::CaseInsensitive) == 0) {
             return static_cast<int>(i);
         }
     }
     return -1;
+}
+
+bool RowStore::HasColumnsOf(const RowStore &other) const
+{
+    return std::equal(columns_.begin(), columns_.end(), other.columns_.begin(), other.columns_.end(),
+                      [](const Column &mine, const Column &theirs) { return mine.name == theirs.name; });
 }
 
 RowStore::Block &RowStore::WritableBlock()

@@ -47,6 +47,9 @@ public:
     /// Index of a column by name (case-insensitive), -1 when there is none.
     int ColumnIndex(QStringView name) const;
 
+    /// Whether both have the same columns in the same order.
+    bool HasColumnsOf(const RowStore &other) const;
+
     /// Reads up to `limit` rows (-1: all) of a running query; returns how many there were.
     int Read(QSqlQuery &query, int limit = -1);
     void Append(const std::vector<QVariant> &values);

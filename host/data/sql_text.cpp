@@ -68,6 +68,21 @@ QString NQuotedStr(QStringView text)
     return u'N' + QuotedStr(text);
 }
 
+QString LikeText(QStringView text)
+{
+    QString pattern;
+    for (const QChar c : text) {
+        if (c == u'%' || c == u'_' || c == u'[') {
+            pattern += u'[';
+            pattern += c;
+            pattern += u']';
+        } else {
+            pattern += c;
+        }
+    }
+    return pattern;
+}
+
 QString DecimalLiteral(Quantity value)
 {
     return QuantityToText(value);

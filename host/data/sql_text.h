@@ -34,6 +34,8 @@ private:
 HOST_EXPORT QString QuotedStr(QStringView text);
 /// The same with the N prefix of a Unicode literal.
 HOST_EXPORT QString NQuotedStr(QStringView text);
+/// The text as a LIKE pattern that matches nothing but itself: %, _ and [ in brackets. Not quoted yet.
+HOST_EXPORT QString LikeText(QStringView text);
 /// A quantity as the decimal text of a statement.
 HOST_EXPORT QString DecimalLiteral(Quantity value);
 /// A decimal text checked to be a plain number ("-12.5"), as it may be spliced. Throws RefusedText otherwise.
