@@ -137,9 +137,8 @@ void TestModule::fourthListIsRefused()
         test::Drive([&] { code = shop.module.selectGood(param); },
                     [&](QWidget *list) {
                         open(depth + 1);
-                        list->activateWindow();
-                        QVERIFY(QTest::qWaitForWindowActive(list));
-                        test::Press(Qt::Key_Return);
+                        // The offscreen platform leaves the closed list active; a desktop gives this one the keys.
+                        QTest::keyClick(&test::Find(list, QStringLiteral("GoodListDB_GRD")), Qt::Key_Return);
                     });
         chosen << code;
     };
