@@ -34,7 +34,8 @@ Floor::Floor(const QString &file)
     run("PRAGMA journal_mode=WAL");
     run("PRAGMA synchronous=FULL");
     // The product's collation folds; reading in key order never calls it.
-    sqlite3_create_collation(m_database, "TSQL_CI", SQLITE_UTF8, nullptr, [](void *, int, const void *, int, const void *) { return 0; });
+    sqlite3_create_collation(m_database, "TSQL_CI", SQLITE_UTF8, nullptr,
+                             [](void *, int, const void *, int, const void *) { return 0; });
 }
 
 Floor::~Floor()
@@ -77,7 +78,8 @@ void Floor::insertGoods(int count, int batch) const
     run("CREATE INDEX IF NOT EXISTS g_index ON g (kala_index)");
     run("CREATE INDEX IF NOT EXISTS g_barcode ON g (AbbName)");
     run("CREATE TABLE IF NOT EXISTS d (GoodCode INTEGER PRIMARY KEY, a, b, c, d, e, f, g, h, i, j)");
-    const Statement good(m_database, "INSERT INTO g VALUES (?1,1,'1',?2,?2,'a','b',?3,1,1,?1,0,'','10:00:00','1405/01/01','u')");
+    const Statement good(m_database,
+                         "INSERT INTO g VALUES (?1,1,'1',?2,?2,'a','b',?3,1,1,?1,0,'','10:00:00','1405/01/01','u')");
     const Statement price(m_database, "INSERT INTO d VALUES (?1,0,0,0,0,0,0,0,0,1,1)");
     for (int i = 1; i <= count; ++i) {
         if (i % batch == 1)

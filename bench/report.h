@@ -12,10 +12,10 @@ namespace bench {
 struct Line
 {
     QString what;
-    double milliseconds = 0;         ///< median of the runs
-    std::optional<double> floor;     ///< milliseconds; none where the C API has no such work
-    std::optional<double> limit;     ///< milliseconds that users should not have to exceed
-    double statements = 0;           ///< statements sent for one operation
+    double milliseconds = 0;     ///< median of the runs
+    std::optional<double> floor; ///< milliseconds; none where the C API has no such work
+    std::optional<double> limit; ///< milliseconds that users should not have to exceed
+    double statements = 0;       ///< statements sent for one operation
 };
 
 /// Collects lines and prints them as one table.

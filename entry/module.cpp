@@ -50,7 +50,8 @@ QString describe(const std::exception_ptr &error)
 
 } // namespace
 
-Module::Module(host::Host &host) : host_(host) {}
+Module::Module(host::Host &host) : host_(host)
+{}
 
 Module::~Module() = default;
 

@@ -40,8 +40,7 @@ public:
 
     /// Runs one exported function on the module of this process, made on first use for the installed host. An
     /// exception ends here: the user sees it and the result is neutral.
-    template <typename Function>
-    static std::invoke_result_t<Function, Module &> run(Function function) noexcept
+    template <typename Function> static std::invoke_result_t<Function, Module &> run(Function function) noexcept
     {
         using Result = std::invoke_result_t<Function, Module &>;
         try {

@@ -175,11 +175,10 @@ void TestModule::genericLists()
     QCOMPARE(Edit_Store(3), 0);
     QCOMPARE(Open_StoreList(), 1);
     QCOMPARE(Open_Units(), 1);
-    const QStringList expected{u"Select_GroupList(122, )"_qs, u"Select_GroupList(105, انبار)"_qs,
-                               u"Select_GroupList(104, )"_qs, u"New_Group(122)"_qs,
-                               u"Edit_Group(122, 5)"_qs,      u"New_Group(105)"_qs,
-                               u"Edit_Group(105, 3)"_qs,      u"Call_GroupList(105)"_qs,
-                               u"Call_GroupList(104)"_qs};
+    const QStringList expected{
+        u"Select_GroupList(122, )"_qs, u"Select_GroupList(105, انبار)"_qs, u"Select_GroupList(104, )"_qs,
+        u"New_Group(122)"_qs,          u"Edit_Group(122, 5)"_qs,           u"New_Group(105)"_qs,
+        u"Edit_Group(105, 3)"_qs,      u"Call_GroupList(105)"_qs,          u"Call_GroupList(104)"_qs};
     QCOMPARE(shop.host.entities.calls, expected);
     entry::Module::release();
 }

@@ -1,0 +1,195 @@
+// Measures what users wait for, on a shop of 100,000 goods, beside SQLite's C API doing the same work on the same file.
+
+#include "bench/floor.h"
+#include "bench/report.h"
+#include "bench/shop.h"
+
+#include "host/data/query.h"
+#include "host/screens/theme.h"
+#include "screens/good_editor/good_get.h"
+#include "screens/good_editor/good_save.h"
+#include "screens/goods_list/good_list.h"
+
+#include <QtTest/QTest>
+#include <QtWidgets/QtWidgets>
+
+#include <cstdio>
+
+using bench::Floor;
+using bench::Report;
+using bench::Shop;
+
+namespace {
+
+constexpr int Goods = 100000;
+constexpr int Batch = 1000;
+
+/// The columns that the goods list shows, as SQLite has them.
+const char *const ListSelect = "SELECT g.Code, g.Name, g.ConsumerPrice, s.Amount1, s.Amount2, u1.Name, u2.Name,"
+                               " p.CostLevel_Sell_1, p.CostLevel_Sell_2, p.CostLevel_Sell_3, p.CostLevel_Sell_4, g.tags"
+                               " FROM GoodInf g LEFT JOIN GoodCostDiscount p ON p.GoodCode = g.Code"
+                               " LEFT JOIN GoodStock s ON s.GoodCode = g.Code"
+                               " LEFT JOIN Units u1 ON u1.Code = g.Unit LEFT JOIN Units u2 ON u2.Code = g.Unit2"
+                               " ORDER BY g.Code";
+
+const QString ListStatement = QStringLiteral(
+    "Exec GoodInf_List_SP @GrpCode = NULL,@ManageType = 1,@UserCode = 1,"
+    "@RequestedCol='Code,Name,ConsumerPrice,Mogodi,Mogodi2,UnitName1,UnitName2,Cost1,Cost2,Cost3,Cost4,tags'");
+
+void load(Report &report, Shop &shop, const Floor &scratch)
+{
+    const int added = Goods - shop.goods();
+    const quint64 before = host::StatementsSent();
+    bench::Line line{QStringLiteral("load %1 goods").arg(added), 0, {}, 60000, 0};
+    line.milliseconds = bench::timed([&] { shop.grow(Goods, Batch); });
+    line.statements = static_cast<double>(host::StatementsSent() - before);
+    line.floor = bench::timed([&] { scratch.insertGoods(added, Batch); });
+    report.add(line);
+    shop.data().UpdateMogodiKala(255);
+}
+
+void readRows(Report &report, Shop &shop, const Floor &floor)
+{
+    const QByteArray block = QByteArray(ListSelect) + " LIMIT 1000";
+    host::Dataset rows(shop.host().DM.FDConnection1);
+    rows.SetBlockSize(1000);
+    report.measure(
+        QStringLiteral("list statement, first 1000 rows"), 9, 150, [&] { rows.Open(ListStatement); },
+        [&] { floor.read(block.constData()); });
+    report.measure(
+        QStringLiteral("list statement, all rows"), 3, {},
+        [&] {
+            rows.Open(ListStatement);
+            rows.FetchAll();
+        },
+        [&] { floor.read(ListSelect); });
+}
+
+void useList(Report &report, Shop &shop, const Floor &floor)
+{
+    const QByteArray block = QByteArray(ListSelect) + " LIMIT 1000";
+    TGood_List_FRM list(shop.host(), host::TFormMode::DockedList);
+    report.measure(
+        QStringLiteral("goods list, command to first rows painted"), 9, 150,
+        [&] {
+            list.hide();
+            list.ShowDocked();
+            list.repaint();
+        },
+        [&] { floor.read(block.constData()); });
+
+    auto *grid = list.findChild<QTableView *>(QStringLiteral("GoodListDB_GRD"));
+    double longest = 0;
+    while (grid->model()->rowCount() < Goods) {
+        const int rows = grid->model()->rowCount();
+        longest = std::max(longest, bench::timed([] { QCoreApplication::processEvents(); }));
+        if (grid->model()->rowCount() == rows)
+            QTest::qWait(1);
+    }
+    report.add({QStringLiteral("goods list, longest pause while the rest arrives"), longest, {}, 50, 0});
+    report.measure(QStringLiteral("goods list, to the last row and back (painted)"), 5, 150, [&] {
+        grid->scrollToBottom();
+        grid->viewport()->repaint();
+        grid->scrollToTop();
+        grid->viewport()->repaint();
+    });
+
+    auto *edit = list.findChild<QLineEdit *>(QStringLiteral("Text_EDT"));
+    list.activateWindow();
+    edit->setFocus();
+    const QString typed = QStringLiteral("شامپو مدل 99");
+    double slowest = 0;
+    const quint64 before = host::StatementsSent();
+    for (const QChar letter : typed) {
+        slowest = std::max(slowest, bench::timed([&] {
+                               QKeyEvent press(QEvent::KeyPress, 0, Qt::NoModifier, QString(letter));
+                               QCoreApplication::sendEvent(edit, &press);
+                               QCoreApplication::processEvents();
+                               grid->viewport()->repaint();
+                           }));
+    }
+    report.add({QStringLiteral("search in the goods list, slowest of %1 keystrokes").arg(typed.size()),
+                slowest,
+                {},
+                50,
+                static_cast<double>(host::StatementsSent() - before) / static_cast<double>(typed.size())});
+    list.close();
+}
+
+void lookUp(Report &report, Shop &shop, const Floor &floor)
+{
+    const QString barcode = Shop::barcode(Goods - 5);
+    const QByteArray select = "SELECT Code FROM GoodInf WHERE AbbName LIKE '%!" + barcode.toUtf8() + "!%'";
+    TGood_DM &data = shop.data();
+    report.measure(
+        QStringLiteral("Good_ExistBarCode, found at the end"), 9, 15, [&] { data.Good_ExistBarCode(1, barcode); },
+        [&] { floor.read(select.constData()); });
+    report.measure(
+        QStringLiteral("CheckBarcodeCode, not found"), 9, 15,
+        [&] { data.CheckBarcodeCode(QStringLiteral("9999999999994")); },
+        [&] { floor.read("SELECT Code FROM GoodInf WHERE AbbName LIKE '%!9999999999994!%'"); });
+    report.measure(QStringLiteral("Good_ExistName"), 9, {},
+                   [&] { data.Good_ExistName(1, QStringLiteral("چای سبز دو غزال")); });
+    report.measure(QStringLiteral("Good_GetNewCode"), 9, {}, [&] { data.Good_GetNewCode(QStringLiteral("11")); });
+    report.measure(QStringLiteral("Good_GetNewCode_GrpCode"), 9, {},
+                   [&] { data.Good_GetNewCode_GrpCode(QStringLiteral("11"), QStringLiteral("6")); });
+}
+
+void edit(Report &report, Shop &shop, const Floor &scratch)
+{
+    TGood_DM &data = shop.data();
+    int number = Goods;
+    report.measure(
+        QStringLiteral("save a new good with prices and opening stock"), 9, {},
+        [&] {
+            GoodSave::Request request;
+            request.isNew = true;
+            const int code = data.Good_GetNewCode_GrpCode(QStringLiteral("11"), QStringLiteral("6"));
+            request.good = Shop::good(code, ++number);
+            request.good.AvaBgPrd = 10;
+            request.good.CostBgPrd = 1000;
+            data.CostLevel_Prepare(code, 2);
+            data.CreateGoodDetailTempTable();
+            GoodSave(shop.host(), data).Run(request);
+        },
+        [&] {
+            scratch.run("BEGIN IMMEDIATE");
+            scratch.run("INSERT INTO d (GoodCode, a) SELECT max(GoodCode) + 1, 0 FROM d");
+            scratch.run("INSERT INTO g (Code, Name) SELECT max(Code) + 1, 'x' FROM g");
+            scratch.run("COMMIT");
+        });
+
+    TGood_Get_FRM editor(shop.host());
+    const int code = data.CheckBarcodeCode(Shop::barcode(Goods - 5));
+    report.measure(QStringLiteral("open a good in the editor"), 5, {}, [&] {
+        if (!editor.OpenRecord(code, host::TFormMode::Edit))
+            throw std::runtime_error("the editor did not open");
+    });
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    if (qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    application.setLayoutDirection(Qt::RightToLeft);
+    try {
+        Shop shop;
+        QTemporaryDir folder;
+        const Floor scratch(folder.filePath(QStringLiteral("floor.db")));
+        Report report;
+        load(report, shop, scratch);
+        const Floor floor(shop.file());
+        readRows(report, shop, floor);
+        lookUp(report, shop, floor);
+        useList(report, shop, floor);
+        edit(report, shop, scratch);
+        report.print();
+        return report.withinLimits() ? 0 : 1;
+    } catch (const std::exception &error) {
+        std::fprintf(stderr, "%s\n", error.what());
+        return 2;
+    }
+}

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "data/goods/good_dm.h"
+#include "desk/application/connections.h"
+#include "desk/application/desk_host.h"
+
+#include <QtCore/QTemporaryDir>
+
+namespace bench {
+
+/// A demo shop in an embedded database of its own, gone with the object.
+class Shop
+{
+public:
+    Shop();
+
+    const QString &file() const { return m_options.databaseFile; }
+    host::Host &host() { return m_desk->host; }
+    TGood_DM &data() { return *m_data; }
+    int goods();
+
+    /// Adds goods through the data module's own insert, `batch` a transaction, until there are `total`.
+    void grow(int total, int batch);
+    /// The barcode of the n-th good added.
+    static QString barcode(int number);
+    /// A good ready to be inserted.
+    static TGoodInfoRec good(int code, int number);
+
+private:
+    QTemporaryDir m_folder;
+    desk::Options m_options;
+    std::unique_ptr<desk::OpenConnections> m_connections;
+    std::unique_ptr<desk::DeskHost> m_desk;
+    std::unique_ptr<TGood_DM> m_data;
+};
+
+} // namespace bench
