@@ -195,6 +195,12 @@ bool Grid::Locate(const QString &key)
     const QAbstractItemModel *source = Source();
     if (!source || key.isEmpty())
         return false;
+    // A search leaves few rows, mostly the one wanted.
+    for (int shown = 0; !CurrentSearch().IsEmpty() && shown < std::min(RowCount(), 100); ++shown)
+        if (m_model->Key(shown) == key) {
+            StandOn(shown);
+            return true;
+        }
     for (int row = 0;; ++row) {
         if (row >= source->rowCount()) {
             if (m_model->IsComplete())

@@ -335,6 +335,10 @@ QString GridModel::Shown(const QVariant &value, ColumnFormat format) const
     case ColumnFormat::Code:
         return DisplayNumber(TrimDecimal(text), false);
     case ColumnFormat::Quantity:
+        // Nine decimals are kept; four are read.
+        if (const auto quantity = ParseQuantity(text))
+            return DisplayNumber(QuantityToText(*quantity, 4));
+        return text;
     case ColumnFormat::Price:
         return DisplayNumber(TrimDecimal(text));
     case ColumnFormat::Date:

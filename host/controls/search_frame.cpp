@@ -118,6 +118,12 @@ void SearchFrame::Report()
     emit Changed(description);
 }
 
+void SearchFrame::SetText(const QString &text)
+{
+    m_column->setCurrentIndex(0);
+    m_text->setText(text);
+}
+
 void SearchFrame::Clear()
 {
     for (QLineEdit *edit : {m_text, static_cast<QLineEdit *>(m_number), static_cast<QLineEdit *>(m_price)})

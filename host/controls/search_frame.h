@@ -30,6 +30,8 @@ public:
     void SetGrid(Grid *grid);
 
     SearchDescription Description() const;
+    /// Searches for a text as if it had been typed, in every column.
+    void SetText(const QString &text);
     /// Empties the edits and shows every row again; the column stays.
     void Clear();
     /// Chooses a column, empty for all, and puts the focus in its edit.

@@ -9,6 +9,7 @@
 #include <QtCore/QDataStream>
 #include <QtCore/QIODevice>
 #include <QtGui/QKeyEvent>
+#include <QtGui/QPainter>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QVBoxLayout>
@@ -29,6 +30,23 @@ bool Types(const QKeyEvent &key)
     return modifiers == Qt::NoModifier && !text.isEmpty() && text.front().isPrint() && text != " "_L1;
 }
 
+/// A framed landscape, drawn so that it follows colour and scale of the screen.
+QIcon PictureIcon(const QColor &ink)
+{
+    constexpr int Side = 64;
+    QPixmap pixmap(Side, Side);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(ink, 4));
+    painter.drawRoundedRect(QRectF(6, 12, 52, 40), 5, 5);
+    painter.setBrush(ink);
+    painter.setPen(Qt::NoPen);
+    painter.drawEllipse(QPointF(21, 25), 5, 5);
+    painter.drawPolygon(QPolygonF({{11, 47}, {25, 33}, {32, 40}, {42, 27}, {53, 40}, {53, 47}}));
+    return QIcon(pixmap);
+}
+
 } // namespace
 
 TGood_List_FRM::TGood_List_FRM(host::Host &host, TFormMode mode, const QString &openingText)
@@ -39,7 +57,7 @@ TGood_List_FRM::TGood_List_FRM(host::Host &host, TFormMode mode, const QString &
     AdoptFooter(ui->Footer_PNL);
     SetParameterText(openingText);
     SetTitle(u"لیست کالاها"_s);
-    resize(1280, 780);
+    resize(1320, 780);
     m_list.SetScript(goods_list::ListScript());
     m_list.SetCustomFilter([this] { return goods_list::ListFilter(Criteria()); });
     BuildGrid();
@@ -118,7 +136,7 @@ void TGood_List_FRM::BuildPanels()
     connect(&m_follow, &QTimer::timeout, this, [this] { Command(Title(), [this] { ShowPanels(); }); });
     ui->Tags_pnl->hide();
     ui->Pic_Show->hide();
-    ui->ShowPicture_BTN->setIcon(style()->standardIcon(QStyle::SP_FileDialogContentsView));
+    ui->ShowPicture_BTN->setIcon(PictureIcon(palette().color(QPalette::ButtonText)));
     ui->ShowPicture_BTN->setToolTip(u"نمايش تصوير"_s);
     ui->Main_SPL->setSizes({190, 800, 240});
     ui->Main_SPL->setStretchFactor(0, 0);
@@ -221,14 +239,16 @@ void TGood_List_FRM::FormClose()
 void TGood_List_FRM::StandOnOpeningGood()
 {
     host::Grid *grid = ui->GoodListDB_GRD;
-    bool whole = false;
-    const int code = m_locateCode.toInt(&whole);
-    if (Mode() != TFormMode::Selection || !whole) {
-        if (!m_lastKey.isEmpty())
-            grid->Locate(m_lastKey);
+    if (Mode() != TFormMode::Selection) {
+        grid->Locate(m_lastKey);
         return;
     }
-    grid->Locate(QString::number(code));
+    bool whole = false;
+    const int code = m_locateCode.trimmed().toInt(&whole);
+    const bool found = grid->Locate(whole ? QString::number(code) : m_lastKey) && whole;
+    // What the caller's user typed instead of a code is what the search begins with.
+    if (!found && !m_multiSelect && !ParameterText().trimmed().isEmpty())
+        ui->TGeneral_Search_Frame1->SetText(ParameterText().trimmed());
 }
 
 bool TGood_List_FRM::FormKeyDown(QKeyEvent *event)

@@ -40,7 +40,8 @@ public:
     explicit TGood_List_FRM(host::Host &host, host::TFormMode mode, const QString &openingText = {});
     ~TGood_List_FRM() override;
 
-    /// The next opening in mode 5 stands on the good with this code when it is a whole number.
+    /// The next opening in mode 5 stands on the good with this code when it is a whole number. Without such a good, a
+    /// single choice begins with the parameter text as its search.
     void SetLocateCode(const QString &code) { m_locateCode = code; }
     /// Several goods may be marked and are chosen together (mode 5). Browsing can always mark.
     void SetMultiSelect(bool on);

@@ -102,6 +102,7 @@ private slots:
     void stockTabs();
     void choosing_data();
     void choosing();
+    void selectionTextIsSearchedFor();
     void scannedBarcode_data();
     void scannedBarcode();
     void deletionRefused_data();
@@ -274,6 +275,20 @@ void TestGoodList::choosing()
     QCOMPARE(
         screen.list.ChosenName(),
         screen.database.Scalar(u"select Name from GoodInf where Code=%1"_s.arg(screen.list.ChosenCode())).toString());
+}
+
+/// What the caller's user typed is searched for, unless it led to a good already.
+void TestGoodList::selectionTextIsSearchedFor()
+{
+    Screen screen;
+    screen.list.SetFormMode(TFormMode::Selection);
+    screen.list.SetParameterText(u"لاهيجان ۵۰۰"_s);
+    screen.list.SetLocateCode(u"999999"_s);
+    test::Drive([&] { screen.list.ShowModally(); }, [](QWidget *) { test::Press(Qt::Key_Return); });
+    QCOMPARE(screen.list.ChosenCode(), 130003);
+    screen.list.SetLocateCode(u"110002"_s);
+    test::Drive([&] { screen.list.ShowModally(); }, [](QWidget *) { test::Press(Qt::Key_Return); });
+    QCOMPARE(screen.list.ChosenCode(), 110002);
 }
 
 void TestGoodList::scannedBarcode_data()
