@@ -1,0 +1,172 @@
+// A process that is killed, or stopped dead with its files copied, while it writes: what was committed is there, and
+// nothing is there by halves.
+
+#include "tests/support/test_main.h"
+#include "tsql/connection.h"
+#include "tsql/error.h"
+
+#include <QRandomGenerator>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <csignal>
+#include <sys/wait.h>
+#include <unistd.h>
+
+class TestDurability : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void killed();
+    void copiedInTheMiddle();
+
+private:
+    QString file(const QString &name) const { return m_folder->filePath(name); }
+    void startWriter();
+    void waitForCommits(int more);
+    void check(const QString &path) const;
+    static void write(const QString &path, int first, int acknowledge);
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+    QRandomGenerator m_random{20240320};
+    pid_t m_writer = -1;
+    int m_acknowledged = -1; ///< pipe on which the writer tells each committed number
+    int m_last = 0;          ///< the last number told
+};
+
+void TestDurability::init()
+{
+    m_folder = std::make_unique<QTemporaryDir>();
+    m_last = 0;
+    tsql::Connection connection(file(u"a.db"_qs));
+    connection.execute(u"CREATE TABLE Journal (Number int NOT NULL, Part int NOT NULL, Note nvarchar(max), "
+                       "PRIMARY KEY (Number, Part))\nCREATE TABLE Total (Id int PRIMARY KEY, Parts int NOT NULL)\n"
+                       "INSERT Total VALUES (1, 0)"_qs);
+}
+
+void TestDurability::cleanup()
+{
+    if (m_writer > 0) {
+        kill(m_writer, SIGKILL);
+        waitpid(m_writer, nullptr, 0);
+        close(m_acknowledged);
+    }
+    m_writer = -1;
+    m_folder.reset();
+}
+
+/** Transactions of 1 to 12 rows each, one number each, some of them rolled back. */
+void TestDurability::write(const QString &path, int first, int acknowledge)
+{
+    QRandomGenerator random(quint32(first) + 1);
+    tsql::Connection connection(path);
+    for (int number = first;; ++number) {
+        const int parts = random.bounded(1, 13);
+        connection.beginTransaction();
+        for (int part = 1; part <= parts; ++part)
+            connection.execute(u"INSERT Journal VALUES (%1, %2, REPLICATE(N'سند ', %3))"_qs.arg(number).arg(part).arg(
+                random.bounded(1, 2000)));
+        connection.execute(u"UPDATE Journal SET Note = NULL WHERE Number = %1"_qs.arg(number - 50));
+        connection.execute(u"UPDATE Total SET Parts = Parts + %1"_qs.arg(parts));
+        if (random.bounded(10) == 0) {
+            connection.rollback();
+            continue;
+        }
+        connection.commit();
+        if (::write(acknowledge, &number, sizeof number) != sizeof number)
+            return;
+    }
+}
+
+void TestDurability::startWriter()
+{
+    int ends[2];
+    QCOMPARE(pipe(ends), 0);
+    const int first = m_last + 1000; // never a number of an earlier writer
+    m_writer = fork();
+    QVERIFY(m_writer >= 0);
+    if (m_writer == 0) {
+        close(ends[0]);
+        try {
+            write(file(u"a.db"_qs), first, ends[1]);
+        } catch (const tsql::Error &error) {
+            qWarning("%s", error.what());
+        }
+        _exit(1);
+    }
+    close(ends[1]);
+    m_acknowledged = ends[0];
+}
+
+/** Reads the next numbers that the writer tells. */
+void TestDurability::waitForCommits(int more)
+{
+    int number = 0;
+    while (more-- > 0) {
+        QCOMPARE(read(m_acknowledged, &number, sizeof number), ssize_t(sizeof number));
+        m_last = number;
+    }
+}
+
+void TestDurability::check(const QString &path) const
+{
+    tsql::Connection connection(path);
+    const auto first = [&connection](const QString &select) {
+        tsql::Outcome outcome = connection.execute(select);
+        tsql::Cursor &cursor = *outcome.results.front();
+        return cursor.next() ? cursor.cell(0).integer : -1;
+    };
+    QCOMPARE(connection.handle().integer("SELECT count(*) FROM pragma_integrity_check WHERE integrity_check = 'ok'"),
+             1);
+    if (m_last > 0)
+        QVERIFY(first(u"SELECT COUNT(*) FROM Journal WHERE Number = %1"_qs.arg(m_last)) > 0);
+    QCOMPARE(
+        first(u"SELECT COUNT(*) FROM (SELECT Number FROM Journal GROUP BY Number HAVING COUNT(*) <> MAX(Part)) t"_qs),
+        0);
+    QCOMPARE(first(u"SELECT COUNT(*) FROM Journal"_qs), first(u"SELECT Parts FROM Total"_qs));
+}
+
+void TestDurability::killed()
+{
+    for (int round = 0; round < 20; ++round) {
+        startWriter();
+        waitForCommits(m_random.bounded(1, 20));
+        QTest::qSleep(m_random.bounded(1, 8));
+        kill(m_writer, SIGKILL);
+        waitpid(m_writer, nullptr, 0);
+        m_writer = -1;
+        // What it still told before its end has to be there as well.
+        int number = 0;
+        while (read(m_acknowledged, &number, sizeof number) == ssize_t(sizeof number))
+            m_last = number;
+        close(m_acknowledged);
+        check(file(u"a.db"_qs));
+        if (QTest::currentTestFailed())
+            return;
+    }
+}
+
+void TestDurability::copiedInTheMiddle()
+{
+    startWriter();
+    for (int round = 0; round < 10; ++round) {
+        waitForCommits(m_random.bounded(5, 25));
+        QTest::qSleep(m_random.bounded(1, 8));
+        kill(m_writer, SIGSTOP);
+        waitpid(m_writer, nullptr, WUNTRACED);
+        const QString copy = file(u"copy %1.db"_qs.arg(round));
+        QVERIFY(QFile::copy(file(u"a.db"_qs), copy));
+        QVERIFY(QFile::copy(file(u"a.db-wal"_qs), copy + u"-wal"_qs));
+        check(copy);
+        if (QTest::currentTestFailed())
+            return;
+        kill(m_writer, SIGCONT);
+    }
+}
+
+REGISTER_TEST(TestDurability)
+
+#include "tst_durability.moc"
