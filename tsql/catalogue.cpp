@@ -144,12 +144,12 @@ void Catalogue::load(const std::vector<QString> &definitions)
     ++m_version;
 }
 
-void Catalogue::addTable(std::shared_ptr<const Table> table)
+void Catalogue::addTable(const std::shared_ptr<const Table> &table)
 {
     const QString key = table->name.key();
     if (m_tables.contains(key) || m_views.contains(key))
         alreadyThere(table->name);
-    m_tables.insert(key, std::move(table));
+    m_tables.insert(key, table);
     ++m_version;
 }
 

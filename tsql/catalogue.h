@@ -48,7 +48,7 @@ public:
     /// Enters the effect of a data definition that SQLite has carried out. Throws Error as the server would when
     /// the object exists or does not exist.
     void apply(const Statement &definition);
-    void addTable(std::shared_ptr<const Table> table);
+    void addTable(const std::shared_ptr<const Table> &table);
     void removeTable(const ObjectName &name);
 
     std::shared_ptr<const Table> table(const ObjectName &name) const;

@@ -11,9 +11,10 @@ namespace {
 void notNull(Call &call)
 {
     if (call.isNull(0))
-        throw Error(515,
-                    u"Cannot insert the value NULL into column '%1', table '%2'; column does not allow nulls. %3 fails."_qs
-                        .arg(call.string(2), call.string(1), call.string(3)));
+        throw Error(
+            515,
+            u"Cannot insert the value NULL into column '%1', table '%2'; column does not allow nulls. %3 fails."_qs.arg(
+                call.string(2), call.string(1), call.string(3)));
     call.giveArgument(0);
 }
 
@@ -26,6 +27,24 @@ bool converts(std::string_view text, const SqlType &type)
     } catch (const Error &) {
         return false;
     }
+}
+
+/** number_text(text, length, kind of the number, kind of the text) */
+void numberText(Call &call)
+{
+    const auto from = static_cast<Kind>(call.number(2));
+    const auto to = static_cast<Kind>(call.number(3));
+    const SqlType number{from};
+    if (call.text(0).size() <= size_t(call.number(1))) {
+        call.giveArgument(0);
+        return;
+    }
+    if (number.isInteger() && (to == Kind::VarChar || to == Kind::Char)) {
+        call.give(std::string_view("*"));
+        return;
+    }
+    throw Error(8115, u"Arithmetic overflow error converting %1 to data type %2."_qs.arg(
+                          number.isInteger() ? u"expression"_qs : kindName(from), kindName(to)));
 }
 
 /** can_convert(text, kind, precision, scale) */
@@ -42,6 +61,7 @@ void isDate(Call &call)
 
 constexpr Function guards[] = {
     {"not_null", 4, notNull, true},
+    {"number_text", 4, numberText},
     {"can_convert", 4, canConvert},
     {"tsql_isdate", 1, isDate, true},
 };
@@ -61,8 +81,9 @@ void addSingle(sqlite3_context *context, int, sqlite3_value **values)
         return;
     }
     if (single->taken) {
-        raiseError(context, Error(512, u"Subquery returned more than 1 value. This is not permitted when the subquery "
-                                       "follows =, !=, <, <= , >, >= or when the subquery is used as an expression."_qs));
+        raiseError(context,
+                   Error(512, u"Subquery returned more than 1 value. This is not permitted when the subquery "
+                              "follows =, !=, <, <= , >, >= or when the subquery is used as an expression."_qs));
         return;
     }
     single->taken = true;

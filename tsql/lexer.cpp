@@ -14,16 +14,16 @@ enum CharClass : quint8 { Other, Space, Letter, Digit };
 constexpr std::array<quint8, 128> makeClasses()
 {
     std::array<quint8, 128> classes{};
-    for (const char c : {' ', '\t', '\r', '\n', '\f', '\v'})
-        classes[static_cast<std::size_t>(c)] = Space;
-    for (char c = '0'; c <= '9'; ++c)
-        classes[static_cast<std::size_t>(c)] = Digit;
-    for (char c = 'a'; c <= 'z'; ++c)
-        classes[static_cast<std::size_t>(c)] = Letter;
-    for (char c = 'A'; c <= 'Z'; ++c)
-        classes[static_cast<std::size_t>(c)] = Letter;
-    for (const char c : {'_', '#', '@'})
-        classes[static_cast<std::size_t>(c)] = Letter;
+    for (const char16_t c : {u' ', u'\t', u'\r', u'\n', u'\f', u'\v'})
+        classes[c] = Space;
+    for (char16_t c = u'0'; c <= u'9'; ++c)
+        classes[c] = Digit;
+    for (char16_t c = u'a'; c <= u'z'; ++c)
+        classes[c] = Letter;
+    for (char16_t c = u'A'; c <= u'Z'; ++c)
+        classes[c] = Letter;
+    for (const char16_t c : {u'_', u'#', u'@'})
+        classes[c] = Letter;
     return classes;
 }
 

@@ -76,7 +76,6 @@ struct Compiled
     // SELECT INTO: `sql` creates the table, intoInsert fills it.
     std::shared_ptr<Table> into; ///< the new table, to be added to the catalogue
     QString intoInsert;          ///< the INSERT; `parameters` are its parameters
-    QString intoText;            ///< the definition to keep when the table is not a temporary one
 };
 
 /// Settings of the session that decide what a statement means.

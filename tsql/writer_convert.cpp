@@ -12,6 +12,25 @@ QString number(int value)
     return QString::number(value);
 }
 
+constexpr int RealWidth = 24;
+
+/// The most characters that a whole number of a kind prints, its sign included.
+int integerWidth(Kind kind)
+{
+    switch (kind) {
+    case Kind::Bit:
+        return 1;
+    case Kind::TinyInt:
+        return 3;
+    case Kind::SmallInt:
+        return 6;
+    case Kind::Int:
+        return 11;
+    default:
+        return 20;
+    }
+}
+
 QString sizes(const SqlType &type)
 {
     return u"%1, %2"_qs.arg(type.precision).arg(type.scale);
@@ -135,7 +154,8 @@ QString Writer::fromInteger(const Operand &operand, const Target &target)
     if (to.isReal())
         return u"CAST(%1 AS REAL)"_qs.arg(operand.sql);
     if (to.isText())
-        return fitted(u"text_of_int(%1)"_qs.arg(operand.sql), SqlType::text(Kind::VarChar, 20), target);
+        return numberText(u"text_of_int(%1)"_qs.arg(operand.sql), operand.type, integerWidth(operand.type.kind),
+                          target);
     if (to.kind == Kind::DateTime || to.kind == Kind::SmallDateTime)
         return u"date_add('day', %1, '1900-01-01 00:00:00.000', %2)"_qs.arg(operand.sql, kindNumber(to.kind));
     noConversion(operand.type, to);
@@ -158,7 +178,7 @@ QString Writer::fromDecimal(const Operand &operand, const Target &target)
     if (to.isText()) {
         const QString shown = from.kind == Kind::Money ? u"dec_text(dec_rescale(%1, 4, 38, 2), 2)"_qs.arg(operand.sql)
                                                        : u"dec_text(%1, %2)"_qs.arg(operand.sql, number(from.scale));
-        return fitted(shown, SqlType::text(Kind::VarChar, from.precision + 3), target);
+        return numberText(shown, from, from.precision + 3, target);
     }
     noConversion(from, to);
 }
@@ -175,7 +195,7 @@ QString Writer::fromReal(const Operand &operand, const Target &target)
     if (to.isReal())
         return operand.sql;
     if (to.isText())
-        return fitted(u"text_of_real(%1)"_qs.arg(operand.sql), SqlType::text(Kind::VarChar, 24), target);
+        return numberText(u"text_of_real(%1)"_qs.arg(operand.sql), operand.type, RealWidth, target);
     noConversion(operand.type, to);
 }
 
@@ -211,6 +231,17 @@ QString Writer::fromDate(const Operand &operand, const Target &target)
         return fitted(u"date_text(%1, %2, 0)"_qs.arg(operand.sql, kindNumber(operand.type.kind)),
                       SqlType::text(Kind::VarChar, 30), target);
     noConversion(operand.type, to);
+}
+
+/// The text of a number, which has to fit whole: cut digits would be another number.
+QString Writer::numberText(const QString &sql, const SqlType &from, int width, const Target &target)
+{
+    const SqlType &to = target.type;
+    const bool fits = to.length == SqlType::Max || width <= to.length;
+    const QString whole = fits ? sql
+                               : u"number_text(%1, %2, %3, %4)"_qs.arg(sql, number(to.length), kindNumber(from.kind),
+                                                                       kindNumber(to.kind));
+    return to.isFixedText() ? u"text_pad(%1, %2)"_qs.arg(whole, number(to.length)) : whole;
 }
 
 /// A text of type `from` brought to the length of the target: refused when it goes to a column, cut otherwise.

@@ -142,6 +142,7 @@ private:
     QString fromReal(const Operand &operand, const Target &target);
     QString fromText(const Operand &operand, const Target &target);
     QString fromDate(const Operand &operand, const Target &target);
+    static QString numberText(const QString &sql, const SqlType &from, int width, const Target &target);
     QString fitted(const QString &sql, const SqlType &from, const Target &target);
     [[noreturn]] void noConversion(const SqlType &from, const SqlType &to) const;
 
@@ -239,6 +240,7 @@ private:
 
     // Statements
     void select(const SelectStatement &statement);
+    void refuseAccumulation(const Query &query);
     void selectInto(const SelectStatement &statement, const QueryText &text);
     void insert(const InsertStatement &statement);
     QString insertRows(const InsertStatement &statement, const Table &table, const std::vector<const Column *> &columns,

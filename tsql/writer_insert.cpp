@@ -111,6 +111,9 @@ QString Writer::insertRows(const InsertStatement &statement, const Table &table,
     const QString verb = u"INSERT"_qs;
     QStringList rows;
     for (const std::vector<ExpressionPtr> &row : statement.rows) {
+        if (row.size() != columns.size() && statement.columns.empty())
+            throw Error(213, u"Column name or number of supplied values does not match table definition."_qs,
+                        statement.line);
         if (row.size() != columns.size())
             throw Error(
                 row.size() < columns.size() ? 109 : 110,

@@ -1,6 +1,8 @@
 #include "tsql/error.h"
 #include "tsql/writer_impl.h"
 
+#include <algorithm>
+
 namespace tsql {
 
 namespace {
@@ -388,6 +390,36 @@ bool Writer::singleRow(const Query &query)
     return (aggregates && core.groupBy.empty()) || pinnedByKey(core);
 }
 
+namespace {
+
+bool mentionsVariable(const Expression &node, const QString &name)
+{
+    if (node.kind == ExpressionKind::Variable && sameName(node.name, name))
+        return true;
+    return std::any_of(node.args.begin(), node.args.end(),
+                       [&name](const ExpressionPtr &argument) { return mentionsVariable(*argument, name); });
+}
+
+} // namespace
+
+/// SELECT @x = @x + column FROM … counts on every row being added in turn. The variables of a statement are read once
+/// here, so that such a sum would be wrong: it is refused.
+void Writer::refuseAccumulation(const Query &query)
+{
+    if (singleRow(query) || !query.body->core)
+        return;
+    for (const SelectItem &item : query.body->core->items) {
+        for (const SelectItem &other : query.body->core->items) {
+            if (mentionsVariable(*item.value, other.variable))
+                throw Error(
+                    40517,
+                    u"Adding rows up in the variable '%1' is not supported in this version of the database."_qs.arg(
+                        other.variable),
+                    item.value->line);
+        }
+    }
+}
+
 void Writer::select(const SelectStatement &statement)
 {
     const Query &query = statement.query;
@@ -415,6 +447,8 @@ void Writer::select(const SelectStatement &statement)
             141,
             u"A SELECT statement that assigns a value to a variable must not be combined with data-retrieval operations."_qs,
             statement.line);
+    if (assigns)
+        refuseAccumulation(query);
     const QueryText text = this->query(query, nullptr, assigns ? &targets : nullptr);
     if (core != nullptr && !core->into.name.isEmpty()) {
         selectInto(statement, text);
@@ -423,6 +457,15 @@ void Writer::select(const SelectStatement &statement)
     m_out.sql = text.sql;
     m_out.columns = text.columns;
 }
+
+namespace {
+
+QString bracketed(const QString &name)
+{
+    return u'[' + QString(name).replace(u']', QLatin1String("]]")) + u']';
+}
+
+} // namespace
 
 void Writer::selectInto(const SelectStatement &statement, const QueryText &text)
 {
@@ -437,12 +480,12 @@ void Writer::selectInto(const SelectStatement &statement, const QueryText &text)
                 1038,
                 u"An object or column name is missing or empty. For SELECT INTO statements, verify each column has a name."_qs,
                 statement.line);
-        parts += quotedName(column.name).replace(u'"', u' ').trimmed().prepend(u'[').append(u']') + u' ' +
-                 typeName(column.type) + (column.nullable ? u" NULL"_qs : u" NOT NULL"_qs);
+        parts +=
+            bracketed(column.name) + u' ' + typeName(column.type) + (column.nullable ? u" NULL"_qs : u" NOT NULL"_qs);
     }
     CreateTableStatement create;
     create.table = into;
-    create.text = u"CREATE TABLE [%1] (%2)"_qs.arg(into.name, parts.join(u", "_qs));
+    create.text = u"CREATE TABLE %1 (%2)"_qs.arg(bracketed(into.name), parts.join(u", "_qs));
     const std::shared_ptr<Table> table = makeTable(create);
     QStringList columns;
     for (const Column &column : table->columns)
@@ -450,7 +493,6 @@ void Writer::selectInto(const SelectStatement &statement, const QueryText &text)
     m_out.sql = u"CREATE TABLE %1 (%2)"_qs.arg(table->sqliteName, columns.join(u", "_qs));
     m_out.intoInsert = u"INSERT INTO %1 %2"_qs.arg(table->sqliteName, text.sql);
     m_out.into = table;
-    m_out.intoText = create.text;
     m_out.writes = true;
     m_out.cacheable = false;
 }
