@@ -3,6 +3,7 @@
 #include <QtGui/QFontDatabase>
 #include <QtGui/QPalette>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QProxyStyle>
 #include <QtWidgets/QStyle>
 #include <QtWidgets/QStyleFactory>
 
@@ -98,6 +99,20 @@ QSplitter::handle { background: transparent; }
 QProgressBar { border: 1px solid @border; border-radius: 4px; text-align: center; background: @surface; }
 QProgressBar::chunk { background: @accent; border-radius: 3px; }
 )";
+
+/// Mnemonics work but are not underlined: an underlined letter would be shaped by itself, which breaks the joined
+/// letters of a Persian word and makes it wider than its label.
+class HouseStyle : public QProxyStyle
+{
+public:
+    HouseStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
+
+    int styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
+                  QStyleHintReturn *data) const override
+    {
+        return hint == SH_UnderlineShortcut ? 0 : QProxyStyle::styleHint(hint, option, widget, data);
+    }
+};
 
 QString StyleSheet()
 {
@@ -200,7 +215,7 @@ void Repolish(QWidget *widget)
 void Apply(QApplication &application)
 {
     application.setLayoutDirection(Qt::RightToLeft);
-    application.setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    application.setStyle(new HouseStyle);
     application.setFont(InterfaceFont());
     QPalette palette;
     palette.setColor(QPalette::Window, Ground());

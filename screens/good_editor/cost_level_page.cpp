@@ -57,9 +57,8 @@ void CostLevelPage::SetBothExempt(bool exempt)
 
 void CostLevelPage::SetReadOnly(bool readOnly)
 {
-    const auto triggers = readOnly ? QAbstractItemView::NoEditTriggers : QAbstractItemView::AllEditTriggers;
-    for (host::Grid *grid : {ui_->SellDetails_GRD, ui_->BuyDetails_GRD})
-        grid->setEditTriggers(triggers);
+    sell_->SetReadOnly(readOnly);
+    buy_->SetReadOnly(readOnly);
 }
 
 void CostLevelPage::Post()

@@ -1,10 +1,19 @@
 #include "screens/good_editor/cost_level_side.h"
 
 #include "host/controls/grid.h"
+#include "host/data/database_error.h"
 #include "screens/good_editor/leave_watch.h"
+#include "screens/good_editor/price_delegate.h"
 
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QLabel>
+
+namespace {
+
+/// Behind the grid's column of marks and the name of the level.
+constexpr int PriceColumn = 2;
+
+} // namespace
 
 CostLevelSide::Operations CostLevelSide::Sell()
 {
@@ -23,12 +32,20 @@ CostLevelSide::CostLevelSide(const Operations &operations, TGood_DM &data, host:
     : QObject(parent), operations_(operations), data_(data), grid_(grid), default_(defaultLevel), hint_(hint),
       hintText_(hint->text()), run_(std::move(run))
 {
-    grid_->SetColumns({{QStringLiteral("Name"), QStringLiteral("سطح قیمت"), 110},
-                       {QStringLiteral("Cost"), QStringLiteral("قیمت"), 110, false, host::ColumnFormat::Price},
-                       {QStringLiteral("deftitle"), QStringLiteral("پیش فرض"), 60}});
+    grid_->SetColumns({{QStringLiteral("Name"), QStringLiteral("سطح قیمت"), 122},
+                       {QStringLiteral("Cost"), QStringLiteral("قیمت"), 115, false, host::ColumnFormat::Price},
+                       {QStringLiteral("deftitle"), QStringLiteral("پیش فرض"), 74}});
     grid_->SetSource(&Rows(), QStringLiteral("CostLevelCode"));
     connect(default_, &QComboBox::activated, this, [this] { run_([this] { ChooseDefault(); }); });
+    auto *prices = new PriceDelegate(grid_);
+    grid_->setItemDelegateForColumn(PriceColumn, prices);
+    SetReadOnly(false);
+    connect(prices, &PriceDelegate::Entered, this, &CostLevelSide::NextPrice);
+    connect(grid_, &host::Grid::RowActivated, this, [this] { EditPrice(grid_->currentIndex().row()); });
     connect(&Rows(), &host::Dataset::FieldChanged, this, &CostLevelSide::Changed);
+    connect(&Rows(), &host::Dataset::Failed, this,
+            [this](const QString &text) { run_([text] { throw host::DatabaseError(text); }); });
+    goods::OnEnter(grid_, [this] { StandOnPrice(grid_->currentIndex().row()); });
     goods::OnLeave(grid_, goods::RuleTime::Afterwards, [this] { run_([this] { Post(); }); });
 }
 
@@ -51,6 +68,36 @@ void CostLevelSide::MoveTo(int goodCode)
     hint_->setText(Rows().IsEmpty()
                        ? QStringLiteral("این کالا هنوز ردیف قیمت ندارد؛ پس از ذخیره می توانید قیمت ها را وارد کنید.")
                        : hintText_);
+}
+
+void CostLevelSide::SetReadOnly(bool readOnly)
+{
+    grid_->setEditTriggers(readOnly ? QAbstractItemView::NoEditTriggers
+                                    : QAbstractItemView::DoubleClicked | QAbstractItemView::SelectedClicked |
+                                          QAbstractItemView::AnyKeyPressed | QAbstractItemView::EditKeyPressed);
+}
+
+void CostLevelSide::StandOnPrice(int row)
+{
+    grid_->setCurrentIndex(grid_->model()->index(qMax(row, 0), PriceColumn));
+}
+
+void CostLevelSide::EditPrice(int row)
+{
+    StandOnPrice(row);
+    if (grid_->editTriggers() != QAbstractItemView::NoEditTriggers && grid_->currentIndex().isValid())
+        grid_->edit(grid_->currentIndex());
+}
+
+void CostLevelSide::NextPrice()
+{
+    const int next = grid_->currentIndex().row() + 1;
+    if (next < grid_->RowCount()) {
+        EditPrice(next);
+        return;
+    }
+    run_([this] { Post(); });
+    default_->setFocus(Qt::TabFocusReason);
 }
 
 void CostLevelSide::Post()

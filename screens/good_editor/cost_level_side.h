@@ -41,6 +41,7 @@ public:
     void MoveTo(int goodCode);
     /// Writes a price that is still being typed to its working row.
     void Post();
+    void SetReadOnly(bool readOnly);
 
     goods::Refused CheckDefault() const;
 
@@ -51,6 +52,10 @@ signals:
 private:
     host::Dataset &Rows() const { return data_.*operations_.rows; }
     void ChooseDefault();
+    void StandOnPrice(int row);
+    void EditPrice(int row);
+    /// Enter in a price goes down the column, behind the last one to the default level.
+    void NextPrice();
 
     Operations operations_;
     TGood_DM &data_;

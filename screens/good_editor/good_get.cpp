@@ -20,7 +20,8 @@ using host::TSoftwarePart;
 
 namespace {
 
-constexpr QSize SmallestWindow(620, 630);
+/// Wide enough for the captions of all tabs.
+constexpr QSize WindowSize(720, 650);
 
 } // namespace
 
@@ -30,7 +31,8 @@ TGood_Get_FRM::TGood_Get_FRM(host::Host &host)
 {
     setObjectName(QStringLiteral("TGood_Get_FRM"));
     SetTitle(QStringLiteral("اطلاعات کالا "));
-    setMinimumSize(SmallestWindow);
+    setMinimumSize(WindowSize);
+    resize(WindowSize);
     ui_->setupUi(Content());
     BuildPages();
     BindPages();

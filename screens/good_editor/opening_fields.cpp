@@ -253,6 +253,9 @@ void OpeningFields::LeaveFormula()
     const bool applies = FormulaOn() && Formula() != 0 && total > 0;
     ui_.MeghdarJoz_EDT->SetNumber(applies ? goods::RoundedQuantity(total - Formula() * ui_.MeghdarKol_EDT->Number())
                                           : 0);
+    // Otherwise passing through the price of the big unit would wipe out the small one's.
+    if (ui_.GheymatJoz_EDT->Number() != 0)
+        LeaveSmallPrice();
 }
 
 void OpeningFields::LeaveFirst()

@@ -5,6 +5,7 @@
 #include "tests/support/modal.h"
 #include "tests/support/test_host.h"
 
+#include <QApplication>
 #include <QTabWidget>
 
 /// The good editor on a database of its own with two groups, three units, two stores and no good.
@@ -46,6 +47,18 @@ public:
         ShowTab(screen, u"General_TPC"_qs);
     }
 
+    /// A good as another screen left it: priced, without barcodes.
+    void InsertGood(int code, const QString &name, int smsCode) const
+    {
+        database.Exec(
+            u"insert into GoodInf(Code,GrpCode,Name,kala_name,Unit,Store,SMSCode) values(%1,5,N'%2  ',N'%2',1,1,%3)"_qs
+                .arg(code)
+                .arg(name)
+                .arg(smsCode));
+        database.Exec(
+            u"insert into GoodCostDiscount(GoodCode,CostLevel_Sell_1,CostLevel_Buy_1) values(%1,100,90)"_qs.arg(code));
+    }
+
     static QString CurrentTab(QWidget *screen)
     {
         return test::Find<QTabWidget>(screen, u"PageControl1"_qs).currentWidget()->objectName();
@@ -57,9 +70,13 @@ public:
     /// Leaves without saving, whatever was typed.
     void Leave()
     {
-        host.messages.Answer(true);
+        const auto *screen = qobject_cast<host::TBaseGet_FRM *>(QApplication::activeModalWidget());
+        const bool asks = screen != nullptr && !screen->IsSaved();
+        if (asks)
+            host.messages.Answer(true);
         test::Press(Qt::Key_Escape);
-        host.messages.Take();
+        if (asks)
+            host.messages.Take();
     }
 
     test::Database database;
