@@ -70,10 +70,8 @@ std::optional<QDate> ParseDate(const QString &typed, DateType type)
     return calendar.dateFromParts(year, month, day);
 }
 
-DateEdit::DateEdit(QWidget *parent) : QLineEdit(parent)
+DateEdit::DateEdit(QWidget *parent) : DisplayEdit(parent)
 {
-    setLayoutDirection(Qt::LeftToRight);
-    setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     setMaxLength(10);
     connect(this, &QLineEdit::textEdited, this, [this] { MarkValidity(); });
 }

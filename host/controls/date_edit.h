@@ -1,10 +1,10 @@
 #pragma once
 
+#include "host/controls/display_edit.h"
 #include "host/host_export.h"
 
 #include <QtCore/QCalendar>
 #include <QtCore/QDate>
-#include <QtWidgets/QLineEdit>
 
 #include <optional>
 
@@ -26,7 +26,7 @@ HOST_EXPORT std::optional<QDate> ParseDate(const QString &typed, DateType type);
 
 /// A line edit for one date, solar Hijri unless set otherwise. Leaving it completes what was typed; a text that is no
 /// date stays, is marked, and `IsValid()` says so. Up and Down go a day on or back, Page Up and Page Down a month.
-class HOST_EXPORT DateEdit : public QLineEdit
+class HOST_EXPORT DateEdit : public DisplayEdit
 {
     Q_OBJECT
     Q_PROPERTY(bool solar READ isSolar WRITE setSolar)

@@ -1,5 +1,6 @@
 #include "host/controls/entity_picker.h"
 
+#include "host/controls/display_edit.h"
 #include "host/data/persian_text.h"
 #include "host/screens/theme.h"
 #include "host/services/entity_service.h"
@@ -7,14 +8,13 @@
 #include <QtGui/QKeyEvent>
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLabel>
-#include <QtWidgets/QLineEdit>
 #include <QtWidgets/QToolButton>
 
 namespace host {
 
 EntityPicker::EntityPicker(QWidget *parent) : QWidget(parent)
 {
-    m_edit = new QLineEdit(this);
+    m_edit = new DisplayEdit(this);
     m_edit->setObjectName(QStringLiteral("PickerCode_EDT"));
     m_edit->setFixedWidth(72);
     m_edit->setMaxLength(50);

@@ -1,15 +1,11 @@
 #include "host/controls/numeric_edit.h"
 
 #include "host/controls/number_text.h"
-#include "host/screens/theme.h"
 
 #include <QtGui/QClipboard>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QKeyEvent>
-#include <QtGui/QPainter>
 #include <QtGui/QValidator>
-#include <QtWidgets/QStyle>
-#include <QtWidgets/QStyleOptionFrame>
 #include <QtWidgets/QToolButton>
 
 namespace host {
@@ -39,11 +35,8 @@ private:
 
 } // namespace
 
-NumericEdit::NumericEdit(QWidget *parent) : QLineEdit(parent)
+NumericEdit::NumericEdit(QWidget *parent) : DisplayEdit(parent)
 {
-    // Numbers read from left to right also on a right-to-left screen; they stand at its leading edge.
-    setLayoutDirection(Qt::LeftToRight);
-    setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     setInputMethodHints(Qt::ImhFormattedNumbersOnly);
     setValidator(new NumberValidator(this));
 }
@@ -175,35 +168,15 @@ void NumericEdit::mouseReleaseEvent(QMouseEvent *event)
     m_selectOnRelease = false;
 }
 
-void NumericEdit::paintEvent(QPaintEvent *event)
+QString NumericEdit::DisplayText() const
 {
-    if (hasFocus() || text().isEmpty()) {
-        QLineEdit::paintEvent(event);
-        return;
-    }
-    QPainter painter(this);
-    QStyleOptionFrame option;
-    initStyleOption(&option);
-    style()->drawPrimitive(QStyle::PE_PanelLineEdit, &option, &painter, this);
-    const QRect inside = style()
-                             ->subElementRect(QStyle::SE_LineEditContents, &option, this)
-                             .marginsRemoved(textMargins())
-                             .adjusted(2, 0, -2, 0);
-    style()->drawItemText(&painter, inside, int(alignment()), option.palette, isEnabled(),
-                          DisplayNumber(text(), m_grouped), QPalette::Text);
+    return DisplayNumber(text(), m_grouped);
 }
 
 void NumericEdit::resizeEvent(QResizeEvent *event)
 {
     QLineEdit::resizeEvent(event);
     PlaceButton();
-}
-
-void NumericEdit::changeEvent(QEvent *event)
-{
-    QLineEdit::changeEvent(event);
-    if (event->type() == QEvent::ReadOnlyChange)
-        theme::Repolish(this);
 }
 
 } // namespace host

@@ -1,9 +1,8 @@
 #pragma once
 
+#include "host/controls/display_edit.h"
 #include "host/data/quantity.h"
 #include "host/host_export.h"
-
-#include <QtWidgets/QLineEdit>
 
 #include <optional>
 
@@ -18,7 +17,7 @@ namespace host {
 /// when it is not empty; without the focus the edit shows it grouped and in Persian digits. What would make it no
 /// number is not accepted at the key; "+" is left to the screen. Entering selects everything. `maxLength` counts the
 /// plain text.
-class HOST_EXPORT NumericEdit : public QLineEdit
+class HOST_EXPORT NumericEdit : public DisplayEdit
 {
     Q_OBJECT
     /// Decimals accepted; 0 takes whole numbers only. Default 9, the scale of quantities.
@@ -55,6 +54,7 @@ public:
     /// An empty edit becomes "0"; what screens do before they compute.
     void ZeroWhenEmpty();
 
+    QString DisplayText() const override;
     QSize sizeHint() const override;
 
 signals:
@@ -68,9 +68,7 @@ protected:
     void focusOutEvent(QFocusEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
-    void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
-    void changeEvent(QEvent *event) override;
 
 private:
     void PlaceButton();

@@ -266,7 +266,10 @@ void TBaseDock_FRM::AdoptFooter(QWidget *panel)
 QPushButton *TBaseDock_FRM::AddFooterButton(const QString &objectName, const QString &caption)
 {
     QPushButton *button = MakeButton(m_footer, objectName, caption);
-    m_footerRow->addWidget(button);
+    const int last = m_lastButton ? m_footerRow->indexOf(m_lastButton) : -1;
+    m_footerRow->insertWidget(last, button);
+    if (m_lastButton)
+        QWidget::setTabOrder(button, m_lastButton);
     m_footer->show();
     return button;
 }

@@ -92,7 +92,9 @@ TBaseGet_FRM::TBaseGet_FRM(Host &host, TSoftwarePart part, QWidget *parent)
 {
     m_save = AddFooterButton(QStringLiteral("Save_BTN"), QStringLiteral("ذخيره F3"));
     m_save->setProperty("primary", true);
+    theme::Repolish(m_save);
     m_exit = AddFooterButton(QStringLiteral("Exit_BTN"), QStringLiteral("خروج Esc"));
+    SetLastButton(m_exit);
     m_unsaved = new QLabel(QStringLiteral("● ذخیره نشده"), this);
     m_unsaved->setObjectName(QStringLiteral("Unsaved_LBL"));
     m_unsaved->hide();
