@@ -35,6 +35,7 @@ EntityPicker::EntityPicker(QWidget *parent) : QWidget(parent)
     row->addWidget(m_button);
     row->addWidget(m_nameLabel, 1);
 
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     setFocusProxy(m_edit);
     m_edit->installEventFilter(this);
     connect(m_edit, &QLineEdit::textEdited, this, &EntityPicker::OnEdited);

@@ -1,11 +1,12 @@
 #include "host/screens/theme.h"
 
+#include "host/screens/house_style.h"
+
 #include <QtGui/QFontDatabase>
 #include <QtGui/QPalette>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QProxyStyle>
 #include <QtWidgets/QStyle>
-#include <QtWidgets/QStyleFactory>
 
 namespace host::theme {
 namespace {
@@ -47,7 +48,7 @@ QToolButton:hover { background: @accentsoft; border-color: @accent; }
 QToolButton:focus { border-color: @accent; }
 QToolButton:disabled { color: @disabled; }
 QToolButton#Inner_BTN { padding: 0; border: none; color: @accent; }
-QToolButton#Picker_BTN { background: @surface; border: 1px solid @border; min-height: 24px; min-width: 22px; padding: 1px; }
+QToolButton#Picker_BTN { background: @surface; border: 1px solid @border; min-height: 22px; min-width: 22px; padding: 1px; }
 QToolButton#Picker_BTN:hover { background: @accentsoft; border-color: @accent; }
 QLabel#PickerName_LBL[fault="true"] { color: @danger; }
 

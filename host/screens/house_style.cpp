@@ -1,0 +1,74 @@
+#include "host/screens/house_style.h"
+
+#include <QtGui/QPainter>
+#include <QtGui/QTextLayout>
+#include <QtWidgets/QStyleFactory>
+
+namespace host {
+namespace {
+
+struct Caption
+{
+    QString text;
+    qsizetype key = -1; ///< the letter to underline
+};
+
+Caption WithoutMark(const QString &marked)
+{
+    Caption caption;
+    for (qsizetype i = 0; i < marked.size(); ++i) {
+        if (marked[i] == u'&' && i + 1 < marked.size()) {
+            ++i;
+            if (marked[i] != u'&' && caption.key < 0)
+                caption.key = caption.text.size();
+        }
+        caption.text += marked[i];
+    }
+    return caption;
+}
+
+void Underline(QPainter &painter, const QRect &textRect, const Caption &caption)
+{
+    QTextLayout layout(caption.text, painter.font(), painter.device());
+    QTextOption option;
+    option.setTextDirection(painter.layoutDirection());
+    layout.setTextOption(option);
+    layout.beginLayout();
+    QTextLine line = layout.createLine();
+    line.setLineWidth(QWIDGETSIZE_MAX);
+    layout.endLayout();
+    // The line is laid out at the far end of its width; what counts is where the letter stands within the text.
+    const double origin = line.naturalTextRect().left();
+    const double from = line.cursorToX(static_cast<int>(caption.key)) - origin;
+    const double to = line.cursorToX(static_cast<int>(caption.key) + 1) - origin;
+    const QFontMetricsF metrics(painter.font(), painter.device());
+    const double y = textRect.top() + metrics.ascent() + metrics.underlinePos() + 1;
+    painter.fillRect(QRect(qRound(textRect.left() + qMin(from, to)), qRound(y), qRound(qAbs(to - from)), 1),
+                     painter.pen().color());
+}
+
+} // namespace
+
+HouseStyle::HouseStyle() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion")))
+{}
+
+void HouseStyle::drawItemText(QPainter *painter, const QRect &rect, int flags, const QPalette &palette, bool enabled,
+                              const QString &text, QPalette::ColorRole role) const
+{
+    if (!(flags & Qt::TextShowMnemonic) || !text.contains(u'&')) {
+        QProxyStyle::drawItemText(painter, rect, flags, palette, enabled, text, role);
+        return;
+    }
+    const Caption caption = WithoutMark(text);
+    const int plain = flags & ~(Qt::TextShowMnemonic | Qt::TextHideMnemonic);
+    QProxyStyle::drawItemText(painter, rect, plain, palette, enabled, caption.text, role);
+    if (caption.key < 0 || (flags & Qt::TextHideMnemonic) || caption.text.contains(u'\n'))
+        return;
+    painter->save();
+    if (role != QPalette::NoRole)
+        painter->setPen(palette.color(role));
+    Underline(*painter, painter->boundingRect(rect, plain, caption.text), caption);
+    painter->restore();
+}
+
+} // namespace host

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QtCore/QStringView>
+#include <QtWidgets/QProxyStyle>
+
+namespace host {
+
+/// The widget style under the style sheet. It draws captions with an access key itself: the toolkit splits a word at
+/// the underlined letter, which tears joined Persian letters apart and loses some of them.
+class HouseStyle : public QProxyStyle
+{
+    Q_OBJECT
+
+public:
+    HouseStyle();
+
+    void drawItemText(QPainter *painter, const QRect &rect, int flags, const QPalette &palette, bool enabled,
+                      const QString &text, QPalette::ColorRole role = QPalette::NoRole) const override;
+};
+
+} // namespace host
