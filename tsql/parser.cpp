@@ -300,7 +300,9 @@ SqlType Parser::decimalType()
     return SqlType::decimal(static_cast<int>(precision), static_cast<int>(scale));
 }
 
-SqlType Parser::type()
+namespace {
+
+const QHash<QString, SqlType> &plainTypes()
 {
     static const QHash<QString, SqlType> plain = {
         {u"BIT"_qs, {Kind::Bit}},
@@ -324,17 +326,29 @@ SqlType Parser::type()
         {u"IMAGE"_qs, SqlType::text(Kind::VarBinary, SqlType::Max)},
         {u"UNIQUEIDENTIFIER"_qs, {Kind::UniqueIdentifier}},
     };
+    return plain;
+}
+
+const QHash<QString, Kind> &sizedTypes()
+{
     static const QHash<QString, Kind> sized = {
         {u"CHAR"_qs, Kind::Char},     {u"VARCHAR"_qs, Kind::VarChar},   {u"NCHAR"_qs, Kind::NChar},
         {u"BINARY"_qs, Kind::Binary}, {u"NVARCHAR"_qs, Kind::NVarChar}, {u"VARBINARY"_qs, Kind::VarBinary},
     };
+    return sized;
+}
+
+} // namespace
+
+SqlType Parser::type()
+{
     const Token &token = peek();
     if (token.kind != TokenKind::Word && token.kind != TokenKind::Quoted)
         refuse();
     const QString word = token.text.toUpper();
     const int line = token.line;
     take();
-    if (const auto found = plain.constFind(word); found != plain.cend()) {
+    if (const auto found = plainTypes().constFind(word); found != plainTypes().cend()) {
         const bool fraction = found->kind == Kind::Time || word == u"DATETIME2";
         if (fraction && acceptSymbol(QLatin1String("("))) {
             fixedInteger();
@@ -342,7 +356,7 @@ SqlType Parser::type()
         }
         return *found;
     }
-    if (const auto found = sized.constFind(word); found != sized.cend())
+    if (const auto found = sizedTypes().constFind(word); found != sizedTypes().cend())
         return sizedText(*found);
     if (word == u"DECIMAL" || word == u"NUMERIC" || word == u"DEC")
         return decimalType();

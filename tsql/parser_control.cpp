@@ -52,30 +52,39 @@ StatementPtr Parser::setIdentityInsert()
     return result;
 }
 
+StatementPtr Parser::setVariable()
+{
+    auto result = std::make_unique<SetVariableStatement>();
+    result->variable = take().text;
+    const bool compound = peek().kind == TokenKind::Symbol && peek().text.size() == 2 && peek().text.endsWith(u'=') &&
+                          QStringView(u"+-*/%&|^").contains(peek().text[0]);
+    if (compound) {
+        ExpressionPtr sum = make(ExpressionKind::Arithmetic);
+        sum->name = take().text.left(1);
+        ExpressionPtr variable = make(ExpressionKind::Variable);
+        variable->name = result->variable;
+        sum->args.push_back(std::move(variable));
+        sum->args.push_back(value());
+        result->value = std::move(sum);
+    } else {
+        expectSymbol(QLatin1String("="));
+        result->value = value();
+    }
+    return result;
+}
+
 StatementPtr Parser::setStatement()
 {
     expect(QLatin1String("SET"));
-    if (peek().kind == TokenKind::Variable) {
-        auto result = std::make_unique<SetVariableStatement>();
-        result->variable = take().text;
-        const bool compound = peek().kind == TokenKind::Symbol && peek().text.size() == 2 &&
-                              peek().text.endsWith(u'=') && QStringView(u"+-*/%&|^").contains(peek().text[0]);
-        if (compound) {
-            ExpressionPtr sum = make(ExpressionKind::Arithmetic);
-            sum->name = take().text.left(1);
-            ExpressionPtr variable = make(ExpressionKind::Variable);
-            variable->name = result->variable;
-            sum->args.push_back(std::move(variable));
-            sum->args.push_back(value());
-            result->value = std::move(sum);
-        } else {
-            expectSymbol(QLatin1String("="));
-            result->value = value();
-        }
-        return result;
-    }
+    if (peek().kind == TokenKind::Variable)
+        return setVariable();
     if (at(QLatin1String("IDENTITY_INSERT")))
         return setIdentityInsert();
+    return setOption();
+}
+
+StatementPtr Parser::setOption()
+{
     static const QSet<QString> known = {
         u"NOCOUNT"_qs,           u"XACT_ABORT"_qs,
         u"ANSI_NULLS"_qs,        u"QUOTED_IDENTIFIER"_qs,

@@ -113,7 +113,9 @@ private:
     StatementPtr truncateStatement();
     StatementPtr declareStatement();
     StatementPtr setStatement();
+    StatementPtr setVariable();
     StatementPtr setIdentityInsert();
+    StatementPtr setOption();
     StatementPtr ifStatement();
     StatementPtr whileStatement();
     StatementPtr beginStatement();

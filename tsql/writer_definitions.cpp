@@ -177,6 +177,20 @@ void Writer::createIndex(const CreateIndexStatement &statement)
     m_out.countsRows = false;
 }
 
+/// ALTER TABLE … ADD of a key, as an index; nothing for a default, which only the catalogue knows.
+QString Writer::addedConstraint(const Table &table, const TableConstraint &constraint) const
+{
+    using Kind = TableConstraint::Kind;
+    if (constraint.kind == Kind::Default)
+        return {};
+    if (constraint.kind != Kind::Unique && constraint.kind != Kind::PrimaryKey)
+        throw Error(40517,
+                    u"ALTER TABLE … ADD CHECK and FOREIGN KEY are not supported in this version of the database."_qs);
+    const QString name = constraint.name.isEmpty() ? constraint.columns.front() : constraint.name;
+    return u"CREATE UNIQUE INDEX %1 ON %2 (%3)"_qs.arg(indexName(table, name), plainName(table),
+                                                       nameListText(constraint.columns));
+}
+
 void Writer::alterTable(const AlterTableStatement &statement)
 {
     const std::shared_ptr<const Table> table = m_catalogue.table(statement.table);
@@ -215,16 +229,9 @@ void Writer::alterTable(const AlterTableStatement &statement)
         steps.push_back(u"ALTER TABLE %1 ADD COLUMN %2"_qs.arg(table->sqliteName, columnText(*after, added, true)));
     }
     for (const TableConstraint &constraint : statement.constraints) {
-        using Kind = TableConstraint::Kind;
-        if (constraint.kind == Kind::Default)
-            continue;
-        if (constraint.kind != Kind::Unique && constraint.kind != Kind::PrimaryKey)
-            throw Error(
-                40517, u"ALTER TABLE … ADD CHECK and FOREIGN KEY are not supported in this version of the database."_qs,
-                statement.line);
-        const QString name = constraint.name.isEmpty() ? constraint.columns.front() : constraint.name;
-        steps.push_back(u"CREATE UNIQUE INDEX %1 ON %2 (%3)"_qs.arg(indexName(*table, name), plainName(*table),
-                                                                    nameListText(constraint.columns)));
+        const QString step = addedConstraint(*table, constraint);
+        if (!step.isEmpty())
+            steps.push_back(step);
     }
     if (!steps.empty()) {
         m_out.sql = steps.front();

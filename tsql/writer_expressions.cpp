@@ -75,17 +75,8 @@ Operand Writer::valueNode(const Expression &node, const Scope &scope)
         return cast(node, scope);
     case ExpressionKind::Function:
         return function(node, scope);
-    case ExpressionKind::Collate: {
-        Operand operand = value(*node.args[0], scope);
-        if (!operand.type.isText())
-            throw Error(447, u"Expression type %1 is invalid for COLLATE clause."_qs.arg(kindName(operand.type.kind)));
-        const QString name = node.name.toUpper();
-        const bool exact = name.contains(u"_CS_") || name.endsWith(u"_BIN") || name.endsWith(u"_BIN2");
-        Operand result =
-            made(u"(%1 COLLATE %2)"_qs.arg(text(operand), exact ? u"BINARY"_qs : u"TSQL_CI"_qs), operand.type);
-        result.column = true;
-        return result;
-    }
+    case ExpressionKind::Collate:
+        return collate(node, scope);
     case ExpressionKind::Star:
         throw Error(102, u"Incorrect syntax near '*'."_qs, node.line);
     case ExpressionKind::Default:
@@ -93,6 +84,18 @@ Operand Writer::valueNode(const Expression &node, const Scope &scope)
     default:
         throw Error(4145, u"A condition is not allowed where a value is expected."_qs, node.line);
     }
+}
+
+Operand Writer::collate(const Expression &node, const Scope &scope)
+{
+    Operand operand = value(*node.args[0], scope);
+    if (!operand.type.isText())
+        throw Error(447, u"Expression type %1 is invalid for COLLATE clause."_qs.arg(kindName(operand.type.kind)));
+    const QString name = node.name.toUpper();
+    const bool exact = name.contains(u"_CS_") || name.endsWith(u"_BIN") || name.endsWith(u"_BIN2");
+    Operand result = made(u"(%1 COLLATE %2)"_qs.arg(text(operand), exact ? u"BINARY"_qs : u"TSQL_CI"_qs), operand.type);
+    result.column = true;
+    return result;
 }
 
 namespace {

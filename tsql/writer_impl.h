@@ -150,6 +150,7 @@ private:
     Operand value(const Expression &node, const Scope &scope);
     Operand valueNode(const Expression &node, const Scope &scope);
     Operand column(const Expression &node, const Scope &scope);
+    Operand collate(const Expression &node, const Scope &scope);
     Operand negate(const Expression &node, const Scope &scope);
     Operand arithmetic(const Expression &node, const Scope &scope);
     Operand arithmeticOf(QChar op, Operand &left, Operand &right);
@@ -270,6 +271,7 @@ private:
     QString foreignKeyText(const Table &table, const ForeignKey &key);
     void createIndex(const CreateIndexStatement &statement);
     void alterTable(const AlterTableStatement &statement);
+    QString addedConstraint(const Table &table, const TableConstraint &constraint) const;
     void drop(const DropStatement &statement);
     void module(const Statement &statement);
     Scope columnScope(const Table &table) const;
