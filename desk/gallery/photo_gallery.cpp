@@ -1,0 +1,155 @@
+#include "desk/gallery/photo_gallery.h"
+
+#include "desk/messages/catalogue.h"
+#include "desk/window/icons.h"
+#include "host/data/dataset.h"
+#include "host/data/persian_text.h"
+#include "host/data/query.h"
+#include "host/data/sql_text.h"
+#include "host/data/transaction.h"
+#include "ui_photo_gallery.h"
+
+#include <QtCore/QBuffer>
+#include <QtCore/QFileInfo>
+#include <QtGui/QImageReader>
+#include <QtWidgets/QFileDialog>
+#include <QtWidgets/QPushButton>
+
+namespace desk {
+
+namespace {
+
+constexpr int LongestSide = 1600; // pixels; larger images are made smaller before they are stored
+constexpr int JpegQuality = 88;
+constexpr int IdRole = Qt::UserRole;
+
+// Nothing for a file that is no image.
+QByteArray Encoded(const QString &path)
+{
+    QImageReader reader(path);
+    reader.setAutoTransform(true);
+    QImage image = reader.read();
+    if (image.isNull())
+        return {};
+    if (std::max(image.width(), image.height()) > LongestSide)
+        image = image.scaled(LongestSide, LongestSide, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    const bool written = image.hasAlphaChannel() ? image.save(&buffer, "PNG") : image.save(&buffer, "JPG", JpegQuality);
+    return written ? bytes : QByteArray();
+}
+
+// Thumbnails of one size with the picture in the middle, so that the rows line up.
+QIcon Thumbnail(const QByteArray &picture, const QSize &size, qreal ratio)
+{
+    QPixmap frame(size * ratio);
+    frame.setDevicePixelRatio(ratio);
+    frame.fill(Qt::transparent);
+    QPixmap pixmap;
+    if (!pixmap.loadFromData(picture))
+        return Icon(Glyph::Photo);
+    pixmap = pixmap.scaled(frame.size(), Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    pixmap.setDevicePixelRatio(ratio);
+    QPainter painter(&frame);
+    const QSizeF shown = pixmap.deviceIndependentSize();
+    painter.drawPixmap(QPointF((size.width() - shown.width()) / 2, (size.height() - shown.height()) / 2), pixmap);
+    return QIcon(frame);
+}
+
+} // namespace
+
+TPhotoGallery_FRM::TPhotoGallery_FRM(host::Host &host, host::TSoftwarePart part, int code)
+    : TBaseDock_FRM(host, part, host::TFormMode::Edit, host.mainWindow), code_(code),
+      ui_(std::make_unique<Ui::PhotoGallery>())
+{
+    setObjectName(u"TPhotoGallery_FRM"_qs);
+    ui_->setupUi(Content());
+    SetTitle(u"عکس‌ها"_qs);
+    Bind(AddFooterButton(u"Add_BTN"_qs, u"افزودن F4"_qs), Qt::Key_F4, [this] { AddFromFiles(); });
+    Bind(AddFooterButton(u"Del_BTN"_qs, u"حذف F7"_qs), Qt::Key_F7, [this] { DeletePhoto(); });
+    Bind(AddFooterButton(u"Earlier_BTN"_qs, u"جلوتر"_qs), Qt::CTRL | Qt::Key_Up, [this] { Move(-1); });
+    Bind(AddFooterButton(u"Later_BTN"_qs, u"عقب‌تر"_qs), Qt::CTRL | Qt::Key_Down, [this] { Move(1); });
+}
+
+TPhotoGallery_FRM::~TPhotoGallery_FRM() = default;
+
+QString TPhotoGallery_FRM::Where() const
+{
+    return u" WHERE Id_pic = %1 AND GRPCode = %2"_qs.arg(code_).arg(static_cast<int>(SoftwarePart()));
+}
+
+void TPhotoGallery_FRM::FormShow()
+{
+    TBaseDock_FRM::FormShow();
+    Fill(0);
+}
+
+void TPhotoGallery_FRM::Fill(int row)
+{
+    ui_->Photos_LST->clear();
+    host::Query query(m_host.DM.ADOConnection1,
+                      u"SELECT Id, Picture FROM PhotoGallery"_qs + Where() + u" ORDER BY Radif, Id"_qs);
+    for (int number = 1; !query.Eof(); query.Next(), ++number) {
+        auto *item = new QListWidgetItem(
+            Thumbnail(query.Value(u"Picture").toByteArray(), ui_->Photos_LST->iconSize(), devicePixelRatioF()),
+            host::PersianDigits(QString::number(number)), ui_->Photos_LST);
+        item->setData(IdRole, query.Int(u"Id"));
+    }
+    ui_->Photos_LST->setCurrentRow(std::min(row, ui_->Photos_LST->count() - 1));
+}
+
+void TPhotoGallery_FRM::AddFromFiles()
+{
+    const QStringList files = QFileDialog::getOpenFileNames(
+        this, u"افزودن عکس"_qs, {}, u"عکس‌ها (*.png *.jpg *.jpeg *.bmp *.webp *.gif)"_qs);
+    for (const QString &file : files)
+        AddFile(file);
+}
+
+void TPhotoGallery_FRM::AddFile(const QString &path)
+{
+    const QByteArray picture = Encoded(path);
+    if (picture.isEmpty()) {
+        m_host.messages.ShowMessage(MessageText(message::NotAPicture, {QFileInfo(path).fileName()}),
+                                    host::MessageIcon::Warning);
+        return;
+    }
+    const QString number = u"(SELECT ISNULL(MAX(Radif), 0) + 1 FROM PhotoGallery"_qs + Where() + u')';
+    host::Exec(m_host.DM.ADOConnection1,
+               u"INSERT INTO PhotoGallery (GRPCode, Id_pic, Radif, Picture, tmp) SELECT %1, %2, "_qs
+                       .arg(static_cast<int>(SoftwarePart()))
+                       .arg(code_) +
+                   number + u", "_qs + host::Literal(picture, host::ColumnKind::Bytes) + u", 1"_qs);
+    Fill(ui_->Photos_LST->count());
+}
+
+void TPhotoGallery_FRM::DeletePhoto()
+{
+    const QListWidgetItem *item = ui_->Photos_LST->currentItem();
+    if (!item || !m_host.messages.MsgDeleteItem(u"این عکس"_qs))
+        return;
+    const int row = ui_->Photos_LST->currentRow();
+    host::Exec(m_host.DM.ADOConnection1, u"DELETE FROM PhotoGallery WHERE Id = %1"_qs.arg(item->data(IdRole).toInt()));
+    Fill(row);
+}
+
+void TPhotoGallery_FRM::Move(int step)
+{
+    const int from = ui_->Photos_LST->currentRow();
+    const int to = from + step;
+    if (from < 0 || to < 0 || to >= ui_->Photos_LST->count())
+        return;
+    QList<int> ids;
+    for (int row = 0; row < ui_->Photos_LST->count(); ++row)
+        ids << ui_->Photos_LST->item(row)->data(IdRole).toInt();
+    ids.move(from, to);
+    host::Transaction transaction(m_host.DM.ADOConnection1);
+    for (int i = 0; i < ids.size(); ++i)
+        host::Exec(m_host.DM.ADOConnection1,
+                   u"UPDATE PhotoGallery SET Radif = %1 WHERE Id = %2"_qs.arg(i + 1).arg(ids.at(i)));
+    transaction.Commit();
+    Fill(to);
+}
+
+} // namespace desk

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QtCore/QPointer>
+#include <QtWidgets/QWidget>
+
+namespace desk {
+
+/// A message in a balloon whose tip points at a control. Not modal: the user goes on typing, and it goes after its
+/// time, at a click, or with the control.
+class Balloon : public QWidget
+{
+    Q_OBJECT
+
+public:
+    static void Show(QWidget *anchor, const QString &text, int milliseconds);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+
+private:
+    Balloon(QWidget *anchor, const QString &text);
+    void Place();
+
+    QPointer<QWidget> anchor_;
+    bool below_ = true; ///< the balloon stands below its anchor, its tip upwards
+    int tip_ = 0;       ///< where the tip is, from the left edge
+};
+
+} // namespace desk

@@ -1,0 +1,90 @@
+#include "desk/messages/catalogue.h"
+
+#include "host/services/message_service.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace desk {
+
+namespace {
+
+struct Entry
+{
+    int number;
+    const char16_t *text;
+};
+
+// One place for every text that the desk says in a message. %1, %2 … are parameters.
+constexpr Entry Catalogue[] = {
+    {message::RequiredField, u"کاربر گرامی، لطفاً «%1» را وارد کنید."},
+    {message::RepeatedField, u"کاربر گرامی، «%1» تکراری است؛ در فهرست %2 مورد دیگری با همین مقدار ثبت شده است."},
+    {message::RepeatedCode, u"کاربر گرامی، «%1» تکراری است و پیش از این ثبت شده است."},
+    {message::NotZero, u"کاربر گرامی، مقدار «%1» نمی‌تواند صفر باشد."},
+    {message::Percent, u"کاربر گرامی، مقدار «%1» باید بین ۰ و ۱۰۰ باشد."},
+    {message::NotSaveable, u"کاربر گرامی، در «%1» نمی‌توان %2 ثبت کرد."},
+    {message::HasSubRecords, u"کاربر گرامی، این %1 در «%2» استفاده شده است."},
+    {message::DeleteRow, u"کاربر گرامی، آیا از حذف سطر جاری اطمینان دارید؟"},
+    {message::DeleteItem, u"کاربر گرامی، آیا از حذف %1 اطمینان دارید؟"},
+    {message::ContinueRepeated,
+     u"کاربر گرامی، «%1» تکراری است. آیا ادامه می‌دهید؟"},
+    {message::Completed, u"%1 با موفقیت انجام شد."},
+    {message::NoRight, u"کاربر گرامی، شما اجازه‌ی «%1» در بخش «%2» را ندارید."},
+    {message::NoRightTo, u"کاربر گرامی، شما اجازه‌ی «%1» را ندارید."},
+    {message::InUse, u"کاربر گرامی، %1 قابل حذف نیست، زیرا %2."},
+    {message::RootGroup, u"کاربر گرامی، گروه «کليه کالاها» ثابت است و ویرایش یا حذف "
+                         u"نمی‌شود."},
+    {message::VoucherApproved, u"کاربر گرامی، %1 ممکن نیست، زیرا سند «%2» تأیید شده است."},
+    {message::TotalOutOfRange, u"کاربر گرامی، حاصل‌ضرب مقدار در قیمت از محدوده‌ی مجاز مبالغ بیرون "
+                               u"است."},
+    {message::StockWouldBeMinus, u"کاربر گرامی، با این تغییر موجودی «%1» در انبار «%2» منفی "
+                                 u"می‌شود.\n"
+                                 u"موجودی کنونی: %3 - تغییر: %4"},
+    {message::EntityGone, u"کاربر گرامی، %1 دیگر وجود ندارد؛ شاید کاربر دیگری آن را حذف کرده است."},
+    {message::DatabaseFailed, u"کاربر گرامی، پایگاه داده پاسخ درستی نداد و کاری ثبت نشد.\n%1"},
+    {message::NoSuchUser, u"کاربری با کد %1 تعریف نشده است."},
+    {message::CollationLoses, u"کاربر گرامی، ترتیب حروف (collation) این پایگاه داده حروف «ی» و «ک» را نگه نمی‌دارد و "
+                              u"نام‌ها هنگام ثبت خراب "
+                              u"می‌شوند. پایگاه داده باید با ترتیبی مانند Persian_100_CI_AI_SC_UTF8 ساخته "
+                              u"شود."},
+    {message::ModuleMissing, u"ماژول کالا بارگذاری نشد.\n%1"},
+    {message::CodeOutOfRange, u"کاربر گرامی، کد باید عددی بین %1 و %2 باشد."},
+    {message::NotAPicture,
+     u"کاربر گرامی، پرونده‌ی «%1» تصویر نیست یا خوانده نشد."},
+    {message::DiscardChanges, u"کاربر گرامی، تغییرات ذخیره نشده است. آیا بدون ذخیره خارج "
+                              u"می‌شوید؟"},
+
+    {host::message::OpeningPeriodClosed, u"کاربر گرامی، به دلیل %1، %2 ممکن نیست."},
+    {host::message::DeleteRefused, u"کاربر گرامی، %1 قابل حذف نیست."},
+    {host::message::SecondQuantityDiffers,
+     u"کاربر گرامی، مقدار ۲ با مقدار ۱ و فرمول واحدها هم‌خوان نیست."},
+    {host::message::TooManyDigits, u"کاربر گرامی، کد %1 نمی‌تواند بیش از %2 باشد."},
+    {host::message::OpeningDetailsMissing,
+     u"کاربر گرامی، جزئیات مقدار اول دوره‌ی کالا وارد نشده است."},
+    {host::message::ReplaceTypedQuantity, u"کاربر گرامی، مقداری که وارد کرده‌اید با مقدار محاسبه‌شده یکی نیست. آیا "
+                                          u"مقدار محاسبه‌شده جایگزین شود؟"},
+};
+
+} // namespace
+
+QString MessageText(int number, const QStringList &parameters)
+{
+    const auto *entry = std::find_if(std::begin(Catalogue), std::end(Catalogue),
+                                     [number](const Entry &each) { return each.number == number; });
+    if (entry == std::end(Catalogue))
+        return QStringLiteral("پیغام شماره‌ی %1: %2")
+            .arg(number)
+            .arg(parameters.join(QStringLiteral("، ")));
+    QString text;
+    for (const char16_t *at = entry->text; *at; ++at) {
+        const bool place = at[0] == u'%' && at[1] >= u'1' && at[1] <= u'9';
+        // Parameters go in in one pass: a parameter that itself holds "%1" stays as it is.
+        if (place)
+            text += parameters.value(*++at - u'1');
+        else
+            text += QChar(*at);
+    }
+    return text;
+}
+
+} // namespace desk

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+
+namespace desk {
+
+/// The house's caption of message boxes.
+inline constexpr auto MessageCaption = u"پیغام";
+
+/// Messages of the catalogue beside the ones that modules know by number (host::message): the fixed templates of the
+/// message service and the desk's own.
+namespace message {
+inline constexpr int RequiredField = 1;      ///< %1: field
+inline constexpr int RepeatedField = 2;      ///< %1: field, %2: kind of record
+inline constexpr int RepeatedCode = 3;       ///< %1: field
+inline constexpr int NotZero = 4;            ///< %1: field
+inline constexpr int Percent = 5;            ///< %1: field
+inline constexpr int NotSaveable = 6;        ///< %1: parent, %2: child
+inline constexpr int HasSubRecords = 7;      ///< %1: what, %2: where
+inline constexpr int DeleteRow = 8;          ///< question
+inline constexpr int DeleteItem = 9;         ///< question; %1: what
+inline constexpr int ContinueRepeated = 10;  ///< question; %1: field
+inline constexpr int Completed = 11;         ///< %1: what
+inline constexpr int NoRight = 20;           ///< %1: permission, %2: software part
+inline constexpr int NoRightTo = 21;         ///< %1: what is refused
+inline constexpr int InUse = 22;             ///< %1: the entity, %2: what uses it
+inline constexpr int RootGroup = 23;         ///< the root group is fixed
+inline constexpr int VoucherApproved = 24;   ///< %1: what is refused, %2: voucher title
+inline constexpr int TotalOutOfRange = 25;   ///< quantity × price too large
+inline constexpr int StockWouldBeMinus = 26; ///< %1: good, %2: store, %3: stock, %4: change
+inline constexpr int EntityGone = 27;        ///< %1: the entity
+inline constexpr int DatabaseFailed = 28;    ///< %1: the driver's words
+inline constexpr int NoSuchUser = 29;        ///< %1: user code
+inline constexpr int CollationLoses = 30;    ///< warning on connecting
+inline constexpr int ModuleMissing = 31;     ///< %1: the loader's words
+inline constexpr int CodeOutOfRange = 32;    ///< %1: lowest, %2: highest code
+inline constexpr int NotAPicture = 33;       ///< %1: file name
+inline constexpr int DiscardChanges = 34;    ///< question
+} // namespace message
+
+/// The text of a message with its parameters in place. A number that is not in the catalogue gives a text that names
+/// it, so that nothing is refused in silence.
+QString MessageText(int number, const QStringList &parameters = {});
+
+} // namespace desk

@@ -1,0 +1,71 @@
+#include "desk/messages/message_box.h"
+
+#include "desk/messages/catalogue.h"
+#include "desk/window/icons.h"
+#include "host/screens/theme.h"
+
+#include <QtWidgets/QAbstractButton>
+#include <QtWidgets/QMessageBox>
+#include <QtWidgets/QPushButton>
+
+namespace desk {
+
+namespace {
+
+constexpr int IconSize = 40;
+
+QIcon IconOf(host::MessageIcon icon)
+{
+    switch (icon) {
+    case host::MessageIcon::Warning:
+        return Icon(Glyph::Warning, QColor(0xB7, 0x6E, 0x00));
+    case host::MessageIcon::Error:
+        return Icon(Glyph::Error, host::theme::Danger());
+    case host::MessageIcon::Information:
+        break;
+    }
+    return Icon(Glyph::Information, host::theme::Accent());
+}
+
+void Dress(QMessageBox &box, const QString &text, const QString &caption, const QIcon &icon)
+{
+    box.setObjectName(u"Message_BOX"_qs);
+    box.setWindowTitle(caption.isEmpty() ? QString::fromUtf16(MessageCaption) : caption);
+    box.setTextFormat(Qt::PlainText);
+    box.setText(text);
+    box.setIconPixmap(icon.pixmap(QSize(IconSize, IconSize), box.devicePixelRatioF()));
+}
+
+QPushButton *AddButton(QMessageBox &box, const QString &caption, QMessageBox::ButtonRole role)
+{
+    QPushButton *button = box.addButton(caption, role);
+    button->setMinimumWidth(96);
+    button->setIcon({});
+    return button;
+}
+
+} // namespace
+
+void ShowBox(QWidget *parent, const QString &text, host::MessageIcon icon, const QString &caption)
+{
+    QMessageBox box(parent);
+    Dress(box, text, caption, IconOf(icon));
+    QPushButton *confirm = AddButton(box, u"&تأیید"_qs, QMessageBox::AcceptRole);
+    box.setDefaultButton(confirm);
+    box.setEscapeButton(confirm);
+    box.exec();
+}
+
+bool AskBox(QWidget *parent, const QString &text, bool defaultYes, const QString &caption)
+{
+    QMessageBox box(parent);
+    Dress(box, text, caption, Icon(Glyph::Question, host::theme::Accent()));
+    QPushButton *yes = AddButton(box, u"&بله"_qs, QMessageBox::YesRole);
+    QPushButton *no = AddButton(box, u"&خیر"_qs, QMessageBox::NoRole);
+    box.setDefaultButton(defaultYes ? yes : no);
+    box.setEscapeButton(no);
+    box.exec();
+    return box.clickedButton() == yes;
+}
+
+} // namespace desk

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "desk/services/vouchers.h"
+#include "host/services/good_detail_service.h"
+
+namespace desk {
+
+/// What is known of the details of goods, out of the detail ledger.
+class GoodDetails : public host::GoodDetailService
+{
+public:
+    GoodDetails(const QSqlDatabase &connection, host::MessageService &messages);
+
+    bool ExistsGoodDetailInsertedForOperation(int goodCode, host::TOperationType operation) override;
+    void EnterGoodDetailSave(int goodCode, host::TOperationType operation) override;
+    bool EnterGoodDetails_Get(int goodCode, host::TOperationType operation) override;
+    bool CheckBarcodeInGoodDetail(const QString &barcode) override;
+    bool UniqueDetailCodeInUse(int goodCode) override;
+
+private:
+    QSqlDatabase connection_;
+    host::MessageService &messages_;
+};
+
+} // namespace desk

@@ -1,0 +1,28 @@
+#include "desk/services/photos.h"
+
+#include "desk/gallery/photo_gallery.h"
+#include "host/data/query.h"
+
+namespace desk {
+
+void PhotoStore::Open_Gallery(host::TSoftwarePart part, int code)
+{
+    if (!host_->permissions.HavePermission(host_->settings.UserInfo(), part, host::TPermission::Photo, true, true, {}))
+        return;
+    TPhotoGallery_FRM gallery(*host_, part, code);
+    gallery.ShowModally();
+}
+
+QList<QByteArray> PhotoStore::Photos(host::TSoftwarePart part, int code)
+{
+    QList<QByteArray> photos;
+    for (host::Query query(connection_,
+                           u"SELECT Picture FROM PhotoGallery WHERE Id_pic = %1 AND GRPCode = %2 AND tmp = 0 "
+                           "ORDER BY Radif, Id"_qs.arg(code)
+                               .arg(static_cast<int>(part)));
+         !query.Eof(); query.Next())
+        photos << query.Value(u"Picture").toByteArray();
+    return photos;
+}
+
+} // namespace desk

@@ -1,0 +1,125 @@
+#include "desk/services/settings.h"
+
+#include "host/data/query.h"
+#include "host/data/sql_text.h"
+#include "host/data/transaction.h"
+
+#include <QtCore/QMap>
+
+namespace desk {
+
+namespace {
+
+using host::NQuotedStr;
+using host::TSettingRecord;
+
+constexpr int LeastCodeLength = 1;
+constexpr int GreatestCodeLength = 6;
+
+QString BarcodeName(int index)
+{
+    return u"ReservedBarcode%1"_qs.arg(index + 1);
+}
+
+} // namespace
+
+const QList<SettingSwitch> &SettingSwitches()
+{
+    static const QList<SettingSwitch> all{
+        {"TwoUnitGoods", &TSettingRecord::TwoUnitGoods, u"واحدها",
+         u"کالاها می‌توانند واحد دوم داشته باشند"},
+        {"TwoUnitVariableRatio", &TSettingRecord::TwoUnitVariableRatio, u"واحدها",
+         u"نسبت دو واحد از قلمی به قلم دیگر فرق می‌کند"},
+        {"IntegerUnits", &TSettingRecord::IntegerUnits, u"واحدها", u"مقدار واحد دوم عدد صحیح است"},
+        {"SquareMetreGoods", &TSettingRecord::SquareMetreGoods, u"واحدها", u"کالاهای متر مربعی"},
+        {"GoodDetails", &TSettingRecord::GoodDetails, u"جزئیات کالا", u"نگهداری جزئیات کالا (سریال، رنگ و …)"},
+        {"GoodDetailsForOpening", &TSettingRecord::GoodDetailsForOpening, u"جزئیات کالا",
+         u"ورود جزئیات برای موجودی اول دوره الزامی است"},
+        {"StockOnGoodsList", &TSettingRecord::StockOnGoodsList, u"موجودی", u"نمایش موجودی در لیست کالاها"},
+        {"ControlNegativeStock", &TSettingRecord::ControlNegativeStock, u"موجودی", u"جلوگیری از منفی شدن موجودی"},
+        {"RowDiscounts", &TSettingRecord::RowDiscounts, u"قیمت و مالیات", u"تخفیف برای هر سطر سند"},
+        {"ValueAddedTax", &TSettingRecord::ValueAddedTax, u"قیمت و مالیات", u"عوارض و مالیات بر ارزش افزوده"},
+        {"FinalPrices", &TSettingRecord::FinalPrices, u"قیمت و مالیات",
+         u"قیمت‌ها می‌توانند شامل عوارض و مالیات باشند"},
+        {"AutoKeyboard", &TSettingRecord::AutoKeyboard, u"صفحه‌کلید",
+         u"در فیلدهای بارکد و سریال، صفحه‌کلید انگلیسی شود"},
+    };
+    return all;
+}
+
+Settings::Settings(const QSqlDatabase &connection) : connection_(connection)
+{
+    Reload();
+}
+
+bool Settings::SignIn(int user)
+{
+    const host::Query query(connection_, u"SELECT Code, Name, ManageType FROM Users WHERE Code = %1"_qs.arg(user));
+    if (query.IsEmpty())
+        return false;
+    user_ = {query.Int(u"Code"), query.Text(u"Name"), query.Int(u"ManageType")};
+    return true;
+}
+
+void Settings::Reload()
+{
+    QMap<QString, QString> values;
+    for (host::Query query(connection_, u"SELECT Name, Value FROM Settings"_qs); !query.Eof(); query.Next())
+        values.insert(query.Text(u"Name"), query.Text(u"Value"));
+    TSettingRecord record;
+    for (const SettingSwitch &each : SettingSwitches()) {
+        const auto found = values.constFind(QString::fromLatin1(each.name));
+        if (found != values.constEnd())
+            record.*each.member = *found == u"1";
+    }
+    record.SquareMetreUnit = values.value(u"SquareMetreUnit"_qs).toInt();
+    if (const int length = values.value(u"GoodCodeLength"_qs).toInt())
+        record.GoodCodeLength = std::clamp(length, LeastCodeLength, GreatestCodeLength);
+    for (int i = 0; i < 3; ++i)
+        record.ReservedBarcodes[i] = values.value(BarcodeName(i));
+    record_ = record;
+}
+
+void Settings::Save(const TSettingRecord &record)
+{
+    QMap<QString, QString> values;
+    for (const SettingSwitch &each : SettingSwitches())
+        values.insert(QString::fromLatin1(each.name), record.*each.member ? u"1"_qs : u"0"_qs);
+    values.insert(u"SquareMetreUnit"_qs, QString::number(record.SquareMetreUnit));
+    values.insert(u"GoodCodeLength"_qs, QString::number(record.GoodCodeLength));
+    for (int i = 0; i < 3; ++i)
+        values.insert(BarcodeName(i), record.ReservedBarcodes[i]);
+
+    host::Transaction transaction(connection_);
+    for (auto each = values.cbegin(); each != values.cend(); ++each) {
+        const QString name = host::QuotedStr(each.key());
+        const QString value = NQuotedStr(each.value());
+        if (!host::Exec(connection_, u"UPDATE Settings SET Value = "_qs + value + u" WHERE Name = "_qs + name))
+            host::Exec(connection_, u"INSERT INTO Settings (Name, Value) VALUES ("_qs + name + u", "_qs + value + u')');
+    }
+    transaction.Commit();
+    record_ = record;
+}
+
+QByteArray Settings::LoadState(const QString &screen)
+{
+    const QVariant layout =
+        host::Scalar(connection_, u"SELECT Layout FROM ScreenLayouts WHERE UserCode = "_qs +
+                                      QString::number(user_.Code) + u" AND Screen = "_qs + NQuotedStr(screen));
+    return QByteArray::fromBase64(layout.toString().toLatin1());
+}
+
+void Settings::SaveState(const QString &screen, const QByteArray &state)
+{
+    const QString layout = NQuotedStr(QString::fromLatin1(state.toBase64()));
+    const QString user = QString::number(user_.Code);
+    const QString name = NQuotedStr(screen);
+    host::Transaction transaction(connection_);
+    if (!host::Exec(connection_, u"UPDATE ScreenLayouts SET Layout = "_qs + layout + u" WHERE UserCode = "_qs + user +
+                                     u" AND Screen = "_qs + name))
+        host::Exec(connection_, u"INSERT INTO ScreenLayouts (UserCode, Screen, Layout) VALUES ("_qs + user + u", "_qs +
+                                    name + u", "_qs + layout + u')');
+    transaction.Commit();
+}
+
+} // namespace desk

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "host/services/settings_service.h"
+
+#include <QtSql/QSqlDatabase>
+
+namespace desk {
+
+/// A switch of the settings: its name in the table Settings, where it lies in the record, and how the screen shows it.
+struct SettingSwitch
+{
+    const char *name;
+    bool host::TSettingRecord::*member;
+    const char16_t *section;
+    const char16_t *caption;
+};
+
+/// Every switch, section by section.
+const QList<SettingSwitch> &SettingSwitches();
+
+/// The signed-in user, the program settings and the screens' state, kept in Users, Settings and ScreenLayouts.
+class Settings : public host::SettingsService
+{
+public:
+    explicit Settings(const QSqlDatabase &connection);
+
+    /// Makes a user the signed-in one; false, changing nothing, when there is no user with this code.
+    bool SignIn(int user);
+    /// Reads the settings again.
+    void Reload();
+    /// Writes all settings in one transaction; screens that open afterwards see them.
+    void Save(const host::TSettingRecord &record);
+
+    const host::TUserInfo &UserInfo() const override { return user_; }
+    const host::TSettingRecord &SettingRecord() const override { return record_; }
+    QByteArray LoadState(const QString &screen) override;
+    void SaveState(const QString &screen, const QByteArray &state) override;
+
+private:
+    QSqlDatabase connection_;
+    host::TUserInfo user_;
+    host::TSettingRecord record_;
+};
+
+} // namespace desk

@@ -1,0 +1,127 @@
+#include "desk/services/small_services.h"
+
+#include "host/data/query.h"
+#include "host/data/sql_text.h"
+#include "host/data/transaction.h"
+#include "host/screens/theme.h"
+
+#include <QtCore/QCalendar>
+#include <QtCore/QDateTime>
+
+#include <zint.h>
+
+#include <memory>
+
+namespace desk {
+
+namespace {
+
+constexpr int Ean8Digits = 7; // without the check digit
+constexpr int Ean13Digits = 12;
+
+host::Category CategoryOf(const host::Query &query)
+{
+    return {query.Int(u"Code"), query.Int(u"ParentCode"), query.Text(u"Name")};
+}
+
+} // namespace
+
+QString Barcodes::Complete_Barcode(const QString &digits)
+{
+    const bool fits = digits.size() == Ean8Digits || digits.size() == Ean13Digits;
+    const auto plain = [](QChar c) { return c >= u'0' && c <= u'9'; };
+    if (!fits || !std::all_of(digits.cbegin(), digits.cend(), plain))
+        return {};
+    const std::unique_ptr<zint_symbol, void (*)(zint_symbol *)> symbol(ZBarcode_Create(), ZBarcode_Delete);
+    if (!symbol)
+        return {};
+    symbol->symbology = BARCODE_EANX;
+    const QByteArray text = digits.toLatin1();
+    const auto *bytes = reinterpret_cast<const unsigned char *>(text.constData());
+    if (ZBarcode_Encode(symbol.get(), bytes, static_cast<int>(text.size())) >= ZINT_ERROR)
+        return {};
+    return QString::fromLatin1(reinterpret_cast<const char *>(symbol->text));
+}
+
+QList<host::Category> CategoryTree::Branches(int parent)
+{
+    const QString place = parent ? u"ParentCode = %1"_qs.arg(parent) : u"ParentCode IS NULL"_qs;
+    host::Query query(connection_,
+                      u"SELECT Code, ParentCode, Name FROM Categories WHERE "_qs + place + u" ORDER BY Code"_qs);
+    QList<host::Category> branches;
+    for (; !query.Eof(); query.Next())
+        branches << CategoryOf(query);
+    return branches;
+}
+
+QList<host::Category> CategoryTree::Path(int code)
+{
+    const QString codes =
+        host::Scalar(connection_, u"SELECT Path FROM Categories WHERE Code = %1"_qs.arg(code)).toString();
+    if (codes.isEmpty())
+        return {};
+    QList<host::Category> found;
+    host::Query query(connection_, u"SELECT Code, ParentCode, Name FROM Categories WHERE Code IN ("_qs +
+                                       host::CodeList(codes.mid(1)) + u") ORDER BY Path"_qs);
+    for (; !query.Eof(); query.Next())
+        found << CategoryOf(query);
+    return found;
+}
+
+QString Clock::NowTime()
+{
+    return QTime::currentTime().toString(u"HH:mm:ss");
+}
+
+QString Clock::NowDate()
+{
+    return QDate::currentDate().toString(u"yyyy/MM/dd");
+}
+
+QString Clock::NowShamsiDate()
+{
+    return QDate::currentDate().toString(u"yyyy/MM/dd", QCalendar(QCalendar::System::Jalali));
+}
+
+QList<host::Entity> Finance::Fill_FinanceGoodTypes()
+{
+    QList<host::Entity> types;
+    for (host::Query query(connection_, u"SELECT Code, Name FROM FinanceGoodTypes ORDER BY Code"_qs); !query.Eof();
+         query.Next())
+        types << host::Entity{query.Int(u"Code"), query.Text(u"Name")};
+    return types;
+}
+
+int Numbers::Save_Global_ID(host::TSoftwarePart part)
+{
+    const QString mode = QString::number(static_cast<int>(part));
+    host::Transaction transaction(connection_);
+    const int number =
+        host::Scalar(connection_, u"SELECT ISNULL(MAX(Code), 0) + 1 FROM Global_ID WHERE Mode = "_qs + mode).toInt();
+    host::Exec(connection_, u"INSERT INTO Global_ID (Mode, Code) VALUES (%1, %2)"_qs.arg(mode).arg(number));
+    transaction.Commit();
+    return number;
+}
+
+void Numbers::Delete_Global_ID(host::TSoftwarePart part, int number)
+{
+    host::Exec(connection_,
+               u"DELETE FROM Global_ID WHERE Mode = %1 AND Code = %2"_qs.arg(static_cast<int>(part)).arg(number));
+}
+
+bool Scales::Enabled() const
+{
+    return host::Exists(connection_, u"SELECT TOP 1 Code FROM Items"_qs);
+}
+
+QColor Theme::CaptionColor() const
+{
+    return host::theme::Ink();
+}
+
+QFont Theme::TitleFont() const
+{
+    return host::theme::TitleFont();
+}
+
+} // namespace desk

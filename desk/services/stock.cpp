@@ -1,0 +1,100 @@
+#include "desk/services/stock.h"
+
+#include "desk/messages/catalogue.h"
+#include "host/data/query.h"
+#include "host/data/sql_text.h"
+#include "host/data/transaction.h"
+
+namespace desk {
+
+namespace {
+
+using host::Exec;
+using host::Quantity;
+
+QString Shown(Quantity quantity)
+{
+    return host::GroupDigits(host::QuantityToText(quantity));
+}
+
+constexpr int OpeningOperation = static_cast<int>(host::TOperationType::OpeningStock);
+
+} // namespace
+
+Stock::Stock(const QSqlDatabase &connection, host::MessageService &messages, const host::SettingsService &settings)
+    : connection_(connection), messages_(messages), settings_(settings)
+{}
+
+bool Stock::Check_TockMinus(const QString &probe, const QString &date)
+{
+    host::Query changes(connection_,
+                        u"SELECT p.Code, p.Anbar, p.Mogodi, g.Name AS GoodName, s.Name AS StoreName FROM ("_qs + probe +
+                            u") AS p LEFT JOIN GoodInf g ON g.Code = p.Code LEFT JOIN Stores s ON "_qs
+                            "s.Code = p.Anbar");
+    for (; !changes.Eof(); changes.Next()) {
+        const Quantity change = changes.Number(u"Mogodi");
+        if (change >= 0)
+            continue;
+        const Quantity lowest = LowestFrom(changes.Int(u"Code"), changes.Int(u"Anbar"), date);
+        if (lowest + change >= 0)
+            continue;
+        messages_.ShowMessage(
+            MessageText(message::StockWouldBeMinus, {changes.Text(u"GoodName").trimmed(), changes.Text(u"StoreName"),
+                                                     Shown(lowest), Shown(change)}),
+            host::MessageIcon::Warning);
+        return false;
+    }
+    return true;
+}
+
+Quantity Stock::LowestFrom(int good, int store, const QString &date) const
+{
+    const QString place = u" AND Anbar = %1"_qs.arg(store);
+    const host::Query opening(connection_,
+                              u"SELECT ISNULL(SUM(Amount1), 0) AS Amount1 FROM GoodFirstAsset WHERE tmp = 0 "
+                              "AND GoodCode = %1 AND StoreCode = %2"_qs.arg(good)
+                                  .arg(store));
+    Quantity balance = opening.Number(u"Amount1");
+    host::Query days(connection_, u"SELECT [Date] AS Day, SUM(Amount1) AS Amount1 FROM Kardex WHERE Kala = "_qs +
+                                      QString::number(good) + place + u" GROUP BY [Date] ORDER BY [Date]"_qs);
+    for (; !days.Eof() && days.Text(u"Day") <= date; days.Next())
+        balance += days.Number(u"Amount1");
+    Quantity lowest = balance;
+    for (; !days.Eof(); days.Next()) {
+        balance += days.Number(u"Amount1");
+        lowest = std::min(lowest, balance);
+    }
+    return lowest;
+}
+
+void Stock::SaveStorageAutoOperation(host::TSoftwarePart part, int code)
+{
+    host::Transaction transaction(connection_);
+    DeleteStorageAutoOperation(part, code);
+    const QString good = QString::number(code);
+    const QString rows = u" FROM GoodFirstAsset WHERE tmp = 0 AND GoodCode = "_qs + good;
+    if (host::Exists(connection_, u"SELECT ID"_qs + rows)) {
+        Exec(connection_, u"INSERT INTO StorageAutoOperation (OperationType, OperationCode, [Date], UserCode) "
+                          "SELECT %1, %2, (SELECT TOP 1 [Date] FROM inf_co), %3"_qs.arg(OpeningOperation)
+                              .arg(code)
+                              .arg(settings_.UserInfo().Code));
+        Exec(connection_,
+             u"INSERT INTO StorageAutoOperationDetail (OperationID, OperationRow, GoodCode, StoreCode, Amount1, "
+             u"Amount2) "
+             "SELECT (SELECT ID FROM StorageAutoOperation WHERE OperationType = %1 AND OperationCode = %2), Radif, "
+             "GoodCode, StoreCode, Amount1, Amount2"_qs.arg(OpeningOperation)
+                     .arg(code) +
+                 rows);
+    }
+    Exec(connection_, u"Exec UpdateMogodiKala @GoodCode = "_qs + good);
+    transaction.Commit();
+}
+
+void Stock::DeleteStorageAutoOperation(host::TSoftwarePart, int code)
+{
+    Exec(connection_,
+         u"DELETE FROM StorageAutoOperation WHERE OperationType = %1 AND OperationCode = %2"_qs.arg(OpeningOperation)
+             .arg(code));
+}
+
+} // namespace desk

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "host/data/quantity.h"
+#include "host/services/message_service.h"
+#include "host/services/settings_service.h"
+#include "host/services/stock_service.h"
+
+#include <QtSql/QSqlDatabase>
+
+namespace desk {
+
+/// Stock on hand out of opening stock and movements, day by day.
+class Stock : public host::StockService
+{
+public:
+    Stock(const QSqlDatabase &connection, host::MessageService &messages, const host::SettingsService &settings);
+
+    /// A fall in stock is refused when on some day from `date` on there would be less than nothing in the store.
+    bool Check_TockMinus(const QString &probe, const QString &date) override;
+    /// Writes the opening stock of a good anew as its automatic storage document, and reckons its stock on hand.
+    void SaveStorageAutoOperation(host::TSoftwarePart part, int code) override;
+    void DeleteStorageAutoOperation(host::TSoftwarePart part, int code) override;
+
+private:
+    host::Quantity LowestFrom(int good, int store, const QString &date) const;
+
+    QSqlDatabase connection_;
+    host::MessageService &messages_;
+    const host::SettingsService &settings_;
+};
+
+} // namespace desk
