@@ -1,0 +1,45 @@
+#pragma once
+
+#include "desk/lists/entity_kind.h"
+#include "host/data/dataset.h"
+#include "host/screens/base_get_new.h"
+
+#include <memory>
+
+namespace Ui {
+class EntityGet;
+}
+
+namespace desk {
+
+/// The editor of one group, store or unit. A new one gets the code after the highest and closes when it is saved.
+class TEntity_Get_FRM : public host::TBaseGet_New_FRM
+{
+    Q_OBJECT
+
+public:
+    TEntity_Get_FRM(host::Host &host, const EntityKind &kind);
+    ~TEntity_Get_FRM() override;
+
+protected:
+    void Prepare() override;
+    void Load() override;
+    std::vector<host::Check> Validate() override;
+    void Write() override;
+    void AfterWrite() override;
+    QString PrepareRecoveryQuery() const override;
+    QWidget *FirstControl() const override;
+
+private:
+    std::optional<host::Refusal> CodeFits() const;
+    std::optional<host::Refusal> CodeIsFree() const;
+    std::optional<host::Refusal> NameIsGiven() const;
+    std::optional<host::Refusal> NameIsFree() const;
+    QString RowText(int code) const;
+
+    const EntityKind &kind_;
+    std::unique_ptr<Ui::EntityGet> ui_;
+    host::Dataset row_;
+};
+
+} // namespace desk

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "desk/services/settings.h"
+#include "desk/settings/save_screen.h"
+
+#include <array>
+#include <memory>
+
+class QLineEdit;
+
+namespace host {
+class ToggleSwitch;
+}
+
+namespace Ui {
+class SettingsScreen;
+}
+
+namespace desk {
+
+/// The program settings, section by section. Screens that are open keep what they read when they opened.
+class TSettings_FRM : public TSaveScreen_FRM
+{
+    Q_OBJECT
+
+public:
+    TSettings_FRM(host::Host &host, Settings &settings);
+    ~TSettings_FRM() override;
+
+protected:
+    void FormShow() override;
+    bool Write() override;
+
+private:
+    void AddSwitches();
+    void WatchInputs();
+
+    Settings &settings_;
+    std::unique_ptr<Ui::SettingsScreen> ui_;
+    QList<host::ToggleSwitch *> switches_; ///< as SettingSwitches()
+    std::array<QLineEdit *, 3> barcodes_{};
+};
+
+} // namespace desk
