@@ -1,0 +1,123 @@
+#include "desk/application/application.h"
+
+#include "desk/application/database_creation.h"
+#include "desk/application/desk_host.h"
+#include "desk/application/goods_module.h"
+#include "desk/messages/catalogue.h"
+#include "desk/messages/message_box.h"
+#include "desk/tour/tour.h"
+#include "desk/window/main_window.h"
+#include "host/data/database_error.h"
+#include "host/screens/theme.h"
+
+#include <QtCore/QFileInfo>
+#include <QtCore/QScopeGuard>
+#include <QtCore/QTextStream>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QProgressDialog>
+
+#include <cstdio>
+
+namespace desk {
+
+namespace {
+
+constexpr int Failed = 1;
+constexpr int WrongCommandLine = 2;
+
+void Print(FILE *stream, const QString &text)
+{
+    QTextStream(stream) << text << Qt::endl;
+}
+
+void PrepareDatabase(const Options &options)
+{
+    if (!options.connection.isEmpty() || QFileInfo::exists(options.databaseFile))
+        return;
+    QProgressDialog progress(u"پایگاه داده ساخته می‌شود …"_qs, QString(), 0, 1);
+    progress.setWindowTitle(QString::fromUtf16(MessageCaption));
+    progress.setMinimumDuration(0);
+    progress.setMinimumWidth(420);
+    progress.show();
+    CreateDatabase(options.databaseFile, options.demo, [&progress](int done, int total) {
+        progress.setMaximum(total);
+        progress.setValue(done);
+        QApplication::processEvents();
+    });
+}
+
+QString DatabaseName(const Options &options)
+{
+    if (options.connection.isEmpty())
+        return QFileInfo(options.databaseFile).fileName();
+    // Of a connection string only the name of the server and of the database are shown: it may hold a password.
+    QStringList shown;
+    for (const QString &item : options.connection.split(u';')) {
+        const QString key = item.section(u'=', 0, 0).trimmed().toLower();
+        if (key == u"server" || key == u"database")
+            shown << item.section(u'=', 1).trimmed();
+    }
+    return shown.join(u" / ");
+}
+
+int Work(QApplication &application, const Options &options)
+{
+    PrepareDatabase(options);
+    const OpenConnections connections(options);
+    DeskHost desk(connections.Get());
+    if (!desk.settings.SignIn(options.user)) {
+        Print(stderr, MessageText(message::NoSuchUser, {QString::number(options.user)}));
+        return WrongCommandLine;
+    }
+    host::install(desk.host);
+    GoodsModule module;
+    const bool loaded = module.Load();
+    MainWindow window(desk, module, DatabaseName(options));
+    // Screens that the module keeps go before the window that holds them and the services that they use.
+    const auto unload = qScopeGuard([&module] { module.Unload(); });
+    window.show();
+    if (!options.tourFolder.isEmpty()) {
+        if (!loaded)
+            throw std::runtime_error(MessageText(message::ModuleMissing, {module.ErrorText()}).toStdString());
+        return RunTour(application, window, desk, options.tourFolder);
+    }
+    if (!loaded)
+        ShowBox(&window, MessageText(message::ModuleMissing, {module.ErrorText()}), host::MessageIcon::Error);
+    if (!KeepsPersianLetters(connections.Get().ADOConnection1))
+        ShowBox(&window, MessageText(message::CollationLoses), host::MessageIcon::Warning);
+    return application.exec();
+}
+
+} // namespace
+
+int Run(QApplication &application)
+{
+    QCoreApplication::setApplicationName(u"desk"_qs);
+    QCoreApplication::setOrganizationName(u"goods"_qs);
+    host::theme::Apply(application);
+    Options options;
+    try {
+        options = ReadOptions(QCoreApplication::arguments());
+    } catch (const OptionsError &error) {
+        Print(stderr, QString::fromUtf8(error.what()) + u'\n' + HelpText());
+        return WrongCommandLine;
+    }
+    if (options.help) {
+        Print(stdout, HelpText());
+        return 0;
+    }
+    QString trouble;
+    try {
+        return Work(application, options);
+    } catch (const host::DatabaseError &error) {
+        trouble = MessageText(message::DatabaseFailed, {error.Text()});
+    } catch (const std::exception &error) {
+        trouble = QString::fromUtf8(error.what());
+    }
+    Print(stderr, trouble);
+    if (options.tourFolder.isEmpty())
+        ShowBox(nullptr, trouble, host::MessageIcon::Error);
+    return Failed;
+}
+
+} // namespace desk

@@ -1,0 +1,85 @@
+#include "desk/application/database_creation.h"
+
+#include "desk/application/connections.h"
+#include "host/data/query.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+#include <QtCore/QScopeGuard>
+
+#include <stdexcept>
+
+namespace desk {
+
+namespace {
+
+const QString ConnectionName = QStringLiteral("desk.creation");
+
+QString Script(const QString &name)
+{
+    QFile file(u":/desk/database/"_qs + name);
+    if (!file.open(QIODevice::ReadOnly))
+        throw std::runtime_error("missing script: " + name.toStdString());
+    return QString::fromUtf8(file.readAll());
+}
+
+void RemoveDatabase(const QString &file)
+{
+    for (const QString &tail : {QString(), u"-wal"_qs, u"-shm"_qs})
+        QFile::remove(file + tail);
+}
+
+void RunBatches(const QString &file, const QStringList &batches, const CreationProgress &progress)
+{
+    const auto remove = qScopeGuard([] { QSqlDatabase::removeDatabase(ConnectionName); });
+    QSqlDatabase database = OpenEmbedded(file, ConnectionName);
+    const auto close = qScopeGuard([&database] { database.close(); });
+    for (int i = 0; i < batches.size(); ++i) {
+        if (progress)
+            progress(i, static_cast<int>(batches.size()));
+        host::Exec(database, batches.at(i));
+    }
+    if (progress)
+        progress(static_cast<int>(batches.size()), static_cast<int>(batches.size()));
+}
+
+} // namespace
+
+QStringList Batches(const QString &script)
+{
+    QStringList batches;
+    QString batch;
+    for (const QString &line : script.split(u'\n')) {
+        if (line.trimmed().compare(u"GO", Qt::CaseInsensitive) != 0) {
+            batch += line + u'\n';
+            continue;
+        }
+        if (!batch.trimmed().isEmpty())
+            batches << batch;
+        batch.clear();
+    }
+    if (!batch.trimmed().isEmpty())
+        batches << batch;
+    return batches;
+}
+
+void CreateDatabase(const QString &file, bool demo, const CreationProgress &progress)
+{
+    QStringList batches = Batches(Script(u"schema.sql"_qs)) + Batches(Script(u"procedures.sql"_qs));
+    if (demo)
+        batches += Batches(Script(u"demo.sql"_qs));
+    const QFileInfo place(file);
+    if (!QDir().mkpath(place.absolutePath()))
+        throw std::runtime_error("cannot make the folder " + place.absolutePath().toStdString());
+
+    const QString draft = u"%1.%2.new"_qs.arg(place.absoluteFilePath()).arg(QCoreApplication::applicationPid());
+    RemoveDatabase(draft);
+    const auto sweep = qScopeGuard([&draft] { RemoveDatabase(draft); });
+    RunBatches(draft, batches, progress);
+    if (!QFile::rename(draft, place.absoluteFilePath()) && !place.exists())
+        throw std::runtime_error("cannot write " + place.absoluteFilePath().toStdString());
+}
+
+} // namespace desk

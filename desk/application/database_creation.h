@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+
+#include <functional>
+
+namespace desk {
+
+/// The batches of a script: what stands between lines that say GO.
+QStringList Batches(const QString &script);
+
+/// Told before each step; `done` of `total` batches have run.
+using CreationProgress = std::function<void(int done, int total)>;
+
+/// Makes an embedded database: tables and procedures, and demo data when wanted. The file appears under its name only
+/// when it is complete; a file of that name that another desk made meanwhile is kept.
+/// Throws host::DatabaseError, or std::runtime_error when the file cannot be put in its place.
+void CreateDatabase(const QString &file, bool demo, const CreationProgress &progress = {});
+
+} // namespace desk

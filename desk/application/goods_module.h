@@ -1,0 +1,66 @@
+#pragma once
+
+#include "entry/exports.h"
+
+#include <QtCore/QLibrary>
+#include <QtCore/QString>
+
+#include <cstdint>
+
+namespace desk {
+
+/// The goods module, loaded at run time: its exported functions resolved by name, with texts as QString.
+/// Load it after host::install(). Every function opens a screen and returns when a modal one has closed.
+class GoodsModule
+{
+public:
+    /// `folder` is where Goods_VLK lies, the program's own by default.
+    explicit GoodsModule(const QString &folder = {});
+
+    /// Loads the library and resolves every function. False when the library or one of its functions is missing;
+    /// ErrorText() then says which.
+    bool Load();
+    bool IsLoaded() const { return complete_; }
+    const QString &ErrorText() const { return error_; }
+    /// Lets the library go, and with it the screens that it keeps. No function may be called afterwards.
+    void Unload();
+
+    void Open_GoodList() const { table_.Open_GoodList(); }
+    int Select_Good(const QString &param) const;
+    QString Select_Good_Multible(const QString &param) const;
+    void Call_GoodGet(int goodId, std::uint8_t kind) const { table_.Call_GoodGet(goodId, kind); }
+    int Edit_Good(int value) const { return table_.Edit_Good(value); }
+    void Select_GoodGroup() const { table_.Select_GoodGroup(); }
+    void Edit_GoodGroup(int groupId) const { table_.Edit_GoodGroup(groupId); }
+    int Open_StoreList() const { return table_.Open_StoreList(); }
+    int Select_Store(const QString &param) const;
+    void Edit_Store(int storeId) const { table_.Edit_Store(storeId); }
+    int Open_Units() const { return table_.Open_Units(); }
+    int Select_Unit() const { return table_.Select_Unit(); }
+
+private:
+    struct Table
+    {
+        decltype(&::Open_GoodList) Open_GoodList = nullptr;
+        decltype(&::Select_Good) Select_Good = nullptr;
+        decltype(&::Select_Good_Multible) Select_Good_Multible = nullptr;
+        decltype(&::Call_GoodGet) Call_GoodGet = nullptr;
+        decltype(&::Edit_Good) Edit_Good = nullptr;
+        decltype(&::Select_GoodGroup) Select_GoodGroup = nullptr;
+        decltype(&::Edit_GoodGroup) Edit_GoodGroup = nullptr;
+        decltype(&::Open_StoreList) Open_StoreList = nullptr;
+        decltype(&::Select_Store) Select_Store = nullptr;
+        decltype(&::Edit_Store) Edit_Store = nullptr;
+        decltype(&::Open_Units) Open_Units = nullptr;
+        decltype(&::Select_Unit) Select_Unit = nullptr;
+    };
+
+    template <typename Function> void Resolve(Function &target, const char *name);
+
+    QLibrary library_;
+    Table table_;
+    QString error_;
+    bool complete_ = false;
+};
+
+} // namespace desk

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+
+#include <stdexcept>
+
+namespace desk {
+
+/// What the command line asks for.
+struct Options
+{
+    QString databaseFile; ///< the embedded database; created when it is missing
+    QString connection;   ///< an ODBC connection string; empty for the embedded database
+    bool demo = false;    ///< a database that has to be created gets demo data
+    int user = 1;         ///< code of the user who signs in
+    QString tourFolder;   ///< where the tour leaves its pictures; empty for ordinary work
+    bool help = false;
+};
+
+/// A command line that cannot be followed; the text is for the person who typed it.
+class OptionsError : public std::runtime_error
+{
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// Reads the arguments of the program, its name first. Throws OptionsError.
+Options ReadOptions(const QStringList &arguments);
+
+/// What --help prints.
+QString HelpText();
+
+} // namespace desk

@@ -1,0 +1,105 @@
+#include "desk/window/home_page.h"
+
+#include "host/screens/theme.h"
+
+#include <QtGui/QAction>
+#include <QtWidgets/QGridLayout>
+#include <QtWidgets/QHBoxLayout>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QToolButton>
+
+namespace desk {
+
+namespace {
+
+constexpr int TilesAcross = 4;
+constexpr QSize TileSize(188, 116);
+constexpr QSize TileIcon(40, 40);
+
+QLabel *MakeLabel(const QString &objectName, double points, bool bold, const QColor &color, QWidget *parent)
+{
+    auto *label = new QLabel(parent);
+    label->setObjectName(objectName);
+    QFont font = host::theme::InterfaceFont(points);
+    font.setBold(bold);
+    label->setFont(font);
+    label->setStyleSheet(u"color: %1;"_qs.arg(color.name()));
+    return label;
+}
+
+QToolButton *MakeTile(QAction *command, QWidget *parent)
+{
+    auto *tile = new QToolButton(parent);
+    tile->setDefaultAction(command);
+    tile->setObjectName(command->objectName() + u"_Tile"_qs);
+    tile->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+    tile->setIconSize(TileIcon);
+    tile->setFixedSize(TileSize);
+    tile->setFocusPolicy(Qt::StrongFocus);
+    tile->setStyleSheet(u"QToolButton { background: %1; border: 1px solid %2; border-radius: 10px; padding: 10px; }"
+                        "QToolButton:hover, QToolButton:focus { border-color: %3; background: %4; }"_qs.arg(
+                            host::theme::Surface().name(), host::theme::Line().name(), host::theme::Accent().name(),
+                            host::theme::AccentSoft().name()));
+    return tile;
+}
+
+} // namespace
+
+HomePage::HomePage(const QList<QAction *> &commands, QWidget *parent) : QWidget(parent)
+{
+    setObjectName(u"HomePage"_qs);
+    company_ = MakeLabel(u"Company_LBL"_qs, 20, true, host::theme::Ink(), this);
+    date_ = MakeLabel(u"Date_LBL"_qs, 11, false, host::theme::InkSoft(), this);
+    auto *figures = new QHBoxLayout;
+    figures->setSpacing(48);
+    figures_ = figures;
+    auto *tiles = new QGridLayout;
+    tiles->setSpacing(14);
+    for (int i = 0; i < commands.size(); ++i)
+        tiles->addWidget(MakeTile(commands.at(i), this), i / TilesAcross, i % TilesAcross);
+
+    auto *column = new QVBoxLayout;
+    column->setSpacing(6);
+    column->addStretch(2);
+    column->addWidget(company_);
+    column->addWidget(date_);
+    column->addSpacing(22);
+    column->addLayout(figures);
+    column->addSpacing(22);
+    column->addLayout(tiles);
+    column->addStretch(3);
+    auto *row = new QHBoxLayout(this);
+    row->addStretch(1);
+    row->addLayout(column);
+    row->addStretch(1);
+}
+
+void HomePage::SetCompany(const QString &name, const QString &date)
+{
+    company_->setText(name);
+    date_->setText(date);
+}
+
+void HomePage::SetFigures(const QList<std::pair<QString, QString>> &figures)
+{
+    while (QLayoutItem *item = figures_->takeAt(0)) {
+        delete item->widget();
+        delete item;
+    }
+    for (const auto &[number, caption] : figures) {
+        auto *figure = new QWidget(this);
+        auto *column = new QVBoxLayout(figure);
+        column->setContentsMargins(0, 0, 0, 0);
+        column->setSpacing(0);
+        QLabel *value = MakeLabel(u"Figure_LBL"_qs, 18, true, host::theme::Accent(), figure);
+        value->setText(number);
+        QLabel *words = MakeLabel(u"FigureCaption_LBL"_qs, 10, false, host::theme::InkSoft(), figure);
+        words->setText(caption);
+        column->addWidget(value);
+        column->addWidget(words);
+        figures_->addWidget(figure);
+    }
+    static_cast<QHBoxLayout *>(figures_)->addStretch(1);
+}
+
+} // namespace desk

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "desk/application/desk_host.h"
+#include "desk/application/goods_module.h"
+
+#include <QtWidgets/QMainWindow>
+
+#include <functional>
+#include <memory>
+
+class QLabel;
+class QTabWidget;
+
+namespace desk {
+
+class HomePage;
+class TChoose_FRM;
+
+/// The desk: menu, toolbar, pages (screens that dock become pages) and the status line.
+class MainWindow : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    /// `desk` outlives the window. `databaseName` is what the status line shows.
+    MainWindow(DeskHost &desk, GoodsModule &module, const QString &databaseName);
+    ~MainWindow() override;
+
+    /// A command by its object name, for the tour and for tests; null when there is none.
+    QAction *Command(const QString &objectName) const;
+
+protected:
+    /// Closes every screen first; one that stays (a change not saved) keeps the window.
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    void AddCommands();
+    void AddMenus();
+    void AddToolBar();
+    void AddStatusLine();
+    QAction *AddCommand(const QString &objectName, const QString &caption, int glyph, const QKeySequence &key,
+                        std::function<void()> run);
+    void ShowStatus();
+
+    void OpenGoodsList();
+    void NewGood();
+    void OpenChoose();
+    void OpenEntities(host::TSoftwarePart part);
+    void OpenRights();
+    void OpenSettings();
+    void ChangeUser();
+    bool MayManage();
+
+    DeskHost &desk_;
+    GoodsModule &module_;
+    QString databaseName_;
+    QTabWidget *pages_;
+    HomePage *home_ = nullptr;
+    QLabel *user_ = nullptr;
+    QLabel *date_ = nullptr;
+    std::unique_ptr<TChoose_FRM> choose_;
+};
+
+} // namespace desk
