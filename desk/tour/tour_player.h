@@ -1,0 +1,69 @@
+#pragma once
+
+#include <QtCore/QElapsedTimer>
+#include <QtCore/QList>
+#include <QtCore/QObject>
+#include <QtCore/QString>
+#include <QtCore/QTimer>
+
+#include <functional>
+
+class QWidget;
+
+namespace desk {
+
+/// One step: when `ready` holds, `act` runs. A step that opens a modal window ends when that window closes, so the next
+/// step waits for the window to appear.
+struct TourStep
+{
+    QString name;
+    std::function<bool()> ready;
+    std::function<void()> act;
+};
+
+/// Plays steps one after another out of a timer, also while modal windows are open. Ends the application when all are
+/// played, when one is not ready in time, or when one fails.
+class TourPlayer : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// `window` is the main window; pictures go to `folder`.
+    TourPlayer(QWidget &window, QList<TourStep> steps, const QString &folder);
+
+    void Start();
+    /// What went wrong; empty when nothing did.
+    const QString &Trouble() const { return trouble_; }
+    bool Finished() const { return finished_; }
+
+    /// The step that is running fails: the tour ends.
+    void Fail(const QString &what);
+    /// Saves a picture of a window.
+    void Picture(QWidget *widget, const QString &name);
+
+private:
+    void Tick();
+    void End();
+
+    QWidget *window_;
+    QList<TourStep> steps_;
+    QString folder_;
+    QString trouble_;
+    QString running_;
+    QTimer timer_;
+    QElapsedTimer waiting_;
+    qsizetype next_ = 0;
+    bool starting_ = false;
+    bool finished_ = false;
+};
+
+/// The window that keys go to: the modal one when there is one.
+QWidget *FrontWindow();
+/// A visible control of a window by its object name; null when there is none.
+QWidget *Control(const QWidget *window, const QString &objectName);
+/// Presses a key where the focus is.
+void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+/// Types a text where the focus is, character by character.
+void Type(const QString &text);
+
+} // namespace desk
