@@ -1,0 +1,241 @@
+#include "tests/desk/desk_fixture.h"
+#include "tests/support/modal.h"
+#include "tests/support/test_main.h"
+
+#include "desk/settings/rights.h"
+#include "desk/settings/settings_screen.h"
+#include "host/controls/grid.h"
+
+#include <QtTest/QtTest>
+#include <QtWidgets/QComboBox>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QMessageBox>
+#include <QtWidgets/QTableWidget>
+
+using host::TSoftwarePart;
+
+namespace {
+
+/// Without a window manager nobody gives the keys back to the screen below a box that closed.
+void Regain(QWidget *screen)
+{
+    screen->activateWindow();
+    QTRY_VERIFY(screen->isActiveWindow());
+}
+
+} // namespace
+
+/// The desk's own screens, worked by keys, on the demo data.
+class TestScreens : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void groupIsAddedCorrectedAndDeleted();
+    void searchFoldsWhatIsTyped();
+    void choosingGivesTheCodeBack();
+    void editorRefuses_data();
+    void editorRefuses();
+    void rightsTakeEffect();
+    void rightsAskBeforeTheyAreLost();
+    void settingsAreKept();
+};
+
+void TestScreens::groupIsAddedCorrectedAndDeleted()
+{
+    test::Desk t;
+    const auto name = [&] {
+        return t.database.Rows(u"SELECT Name FROM GoodGrpS WHERE Code = (SELECT MAX(Code) FROM GoodGrpS)"_qs);
+    };
+    const int before = t.database.Scalar(u"SELECT COUNT(*) FROM GoodGrpS"_qs).toInt();
+    test::Drive([&] { t.desk.entities.Call_GroupList(TSoftwarePart::GoodsGroups); },
+                [&](QWidget *list) {
+                    test::Drive([] { test::Press(Qt::Key_F4); },
+                                [](QWidget *editor) {
+                                    test::Picture(*editor, u"group-editor"_qs);
+                                    QCOMPARE(test::Focused(), u"Name_EDT"_qs);
+                                    test::Type(u"لوازم 'خانگی'"_qs);
+                                    test::Press(Qt::Key_F3);
+                                });
+                    Regain(list);
+                    QCOMPARE(name(), QStringList{u"لوازم 'خانگی'"_qs});
+                    test::Picture(*list, u"group-list"_qs);
+                    test::Drive([] { test::Press(Qt::Key_F5); },
+                                [](QWidget *editor) {
+                                    test::Enter(editor, u"Name_EDT"_qs, u"ابزار باغبانی"_qs);
+                                    test::Press(Qt::Key_F3);
+                                });
+                    Regain(list);
+                    QCOMPARE(name(), QStringList{u"ابزار باغبانی"_qs});
+                    test::Drive([] { test::Press(Qt::Key_F7); },
+                                [](QWidget *question) {
+                                    QVERIFY(qobject_cast<QMessageBox *>(question)->text().contains(u"«ابزار باغبانی»"));
+                                    test::Press(Qt::Key_Tab);
+                                    test::Press(Qt::Key_Space);
+                                });
+                    Regain(list);
+                    QCOMPARE(t.database.Scalar(u"SELECT COUNT(*) FROM GoodGrpS"_qs).toInt(), before);
+                    test::Press(Qt::Key_Escape);
+                });
+}
+
+void TestScreens::searchFoldsWhatIsTyped()
+{
+    test::Desk t;
+    t.database.Exec(u"INSERT INTO Units (Code, Name) VALUES (90, N'کیسه‌ی بزرگ')"_qs);
+    test::Drive([&] { t.desk.entities.Call_GroupList(TSoftwarePart::Units); },
+                [&](QWidget *list) {
+                    auto &grid = test::Find<host::Grid>(list, u"ListDB_GRD"_qs);
+                    const int all = grid.RowCount();
+                    test::Type(u"كيسه بزرگ"_qs); // Arabic letters, a blank for the half-space
+                    QTRY_COMPARE(grid.RowCount(), 1);
+                    QCOMPARE(grid.CurrentKey(), u"90"_qs);
+                    test::Press(Qt::Key_Escape);
+                    QTRY_COMPARE(grid.RowCount(), all);
+                    QVERIFY(list->isVisible());
+                    test::Press(Qt::Key_Escape);
+                });
+}
+
+void TestScreens::choosingGivesTheCodeBack()
+{
+    test::Desk t;
+    int chosen = -1;
+    test::Drive([&] { chosen = t.desk.entities.Select_GroupList(TSoftwarePart::Stores, u"2"_qs); },
+                [](QWidget *) { test::Press(Qt::Key_Return); });
+    QCOMPARE(chosen, 2);
+    test::Drive([&] { chosen = t.desk.entities.Select_GroupList(TSoftwarePart::Stores, {}); },
+                [](QWidget *) { test::Press(Qt::Key_Escape); });
+    QCOMPARE(chosen, 0);
+    QString several;
+    test::Drive([&] { several = t.desk.entities.Select_Entity_Multible_Param(TSoftwarePart::Stores, u"1"_qs); },
+                [](QWidget *) {
+                    test::Press(Qt::Key_Down);
+                    test::Press(Qt::Key_Down);
+                    test::Press(Qt::Key_Space);
+                    test::Press(Qt::Key_Up);
+                    test::Press(Qt::Key_Space);
+                    test::Press(Qt::Key_Return);
+                });
+    QCOMPARE(several, u"3,2,"_qs);
+}
+
+void TestScreens::editorRefuses_data()
+{
+    QTest::addColumn<QString>("code");
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("says");
+    QTest::addColumn<QString>("focus");
+    QTest::newRow("code too large") << u"40000"_qs << u"نو"_qs << u"32767"_qs << u"Code_EDT"_qs;
+    QTest::newRow("code taken") << u"1"_qs << u"نو"_qs << u"«کد» تکراری"_qs << u"Code_EDT"_qs;
+    QTest::newRow("no name") << u"900"_qs << u"  "_qs << u"«نام»"_qs << u"Name_EDT"_qs;
+    QTest::newRow("name taken") << u"900"_qs << u"کیلوگرم"_qs << u"«نام» تکراری"_qs << u"Name_EDT"_qs;
+}
+
+void TestScreens::editorRefuses()
+{
+    QFETCH(QString, code);
+    QFETCH(QString, name);
+    QFETCH(QString, says);
+    QFETCH(QString, focus);
+    test::Desk t;
+    const int before = t.database.Scalar(u"SELECT COUNT(*) FROM Units"_qs).toInt();
+    test::Drive([&] { t.desk.entities.New_Group(TSoftwarePart::Units); },
+                [&](QWidget *editor) {
+                    test::Enter(editor, u"Code_EDT"_qs, code);
+                    test::Enter(editor, u"Name_EDT"_qs, name);
+                    test::Drive([] { test::Press(Qt::Key_F3); },
+                                [&](QWidget *box) {
+                                    const QString text = qobject_cast<QMessageBox *>(box)->text();
+                                    QVERIFY2(text.contains(says), qPrintable(text));
+                                    test::Press(Qt::Key_Return);
+                                });
+                    Regain(editor);
+                    QCOMPARE(test::Focused(), focus);
+                    QCOMPARE(t.database.Scalar(u"SELECT COUNT(*) FROM Units"_qs).toInt(), before);
+                    // Leaving asks, because something was typed.
+                    test::Drive([] { test::Press(Qt::Key_Escape); },
+                                [](QWidget *) {
+                                    test::Press(Qt::Key_Tab);
+                                    test::Press(Qt::Key_Space);
+                                });
+                });
+}
+
+void TestScreens::rightsTakeEffect()
+{
+    test::Desk t;
+    const host::TUserInfo clerk{2, {}, 0};
+    const auto may = [&] {
+        return t.desk.permissions.HavePermission(clerk, TSoftwarePart::Goods, host::TPermission::Create, false, false,
+                                                 {});
+    };
+    QVERIFY(!may());
+    desk::TRights_FRM rights(t.desk.host, t.desk.permissions);
+    test::Drive([&] { rights.ShowModally(); },
+                [&](QWidget *screen) {
+                    test::Picture(*screen, u"rights"_qs);
+                    auto &users = test::Find<QComboBox>(screen, u"User_CMB"_qs);
+                    users.setFocus();
+                    test::Press(Qt::Key_Down);
+                    QCOMPARE(users.currentData().toInt(), 2);
+                    auto &grid = test::Find<QTableWidget>(screen, u"Rights_GRD"_qs);
+                    grid.setFocus();
+                    grid.setCurrentCell(0, 1);
+                    QCOMPARE(grid.currentItem()->checkState(), Qt::Unchecked);
+                    test::Press(Qt::Key_Space);
+                    QVERIFY(!may());
+                    test::Press(Qt::Key_F3);
+                    QVERIFY(may());
+                    test::Press(Qt::Key_Escape);
+                });
+    // What the screen did not touch is as it was.
+    QCOMPARE(t.database.Rows(u"SELECT SoftwarePart, Permission FROM UserRights WHERE UserCode = 2 ORDER BY 1, 2"_qs),
+             (QStringList{u"102|1"_qs, u"102|6"_qs, u"104|6"_qs, u"105|6"_qs, u"309|6"_qs}));
+}
+
+void TestScreens::rightsAskBeforeTheyAreLost()
+{
+    test::Desk t;
+    const QStringList before = t.database.Rows(u"SELECT * FROM UserRights ORDER BY 1, 2, 3"_qs);
+    desk::TRights_FRM rights(t.desk.host, t.desk.permissions);
+    test::Drive([&] { rights.ShowModally(); },
+                [&](QWidget *screen) {
+                    test::Press(Qt::Key_Space);
+                    test::Drive([] { test::Press(Qt::Key_Escape); }, [](QWidget *) { test::Press(Qt::Key_Escape); });
+                    Regain(screen);
+                    QVERIFY(!screen->isHidden());
+                    test::Drive([] { test::Press(Qt::Key_Escape); },
+                                [](QWidget *) {
+                                    test::Press(Qt::Key_Tab);
+                                    test::Press(Qt::Key_Space);
+                                });
+                });
+    QCOMPARE(t.database.Rows(u"SELECT * FROM UserRights ORDER BY 1, 2, 3"_qs), before);
+}
+
+void TestScreens::settingsAreKept()
+{
+    test::Desk t;
+    QVERIFY(t.desk.settings.SettingRecord().StockOnGoodsList);
+    {
+        desk::TSettings_FRM settings(t.desk.host, t.desk.settings);
+        test::Drive([&] { settings.ShowModally(); },
+                    [&](QWidget *screen) {
+                        test::Picture(*screen, u"settings"_qs);
+                        test::Focus(screen, u"StockOnGoodsList_CHK"_qs);
+                        test::Press(Qt::Key_Space);
+                        test::Enter(screen, u"Barcode2_EDT"_qs, u"77'1"_qs);
+                        test::Press(Qt::Key_F3);
+                        test::Press(Qt::Key_Escape);
+                    });
+    }
+    QVERIFY(!t.desk.settings.SettingRecord().StockOnGoodsList);
+    const desk::Settings read(t.database.Main());
+    QVERIFY(!read.SettingRecord().StockOnGoodsList);
+    QCOMPARE(read.SettingRecord().ReservedBarcodes[1], u"77'1"_qs);
+    QVERIFY(read.SettingRecord().TwoUnitGoods);
+}
+
+REGISTER_TEST(TestScreens)
+#include "tst_screens.moc"
