@@ -16,16 +16,17 @@ QString CompletionHelp()
 
 } // namespace
 
-BarcodeFields::BarcodeFields(const Edits &edits, QWidget *panel, host::Host &host, TGood_DM &data, goods::Boundary run,
-                             QObject *parent)
+BarcodeFields::BarcodeFields(const Edits &edits, QWidget *panel, host::Host &host, TGood_DM &data,
+                             goods::RuleRunner run, QObject *parent)
     : QObject(parent), edits_(edits), panel_(panel), host_(host), data_(data), run_(std::move(run))
 {
     for (BarcodeEdit *edit : edits_) {
         goods::OnEnter(edit, [this] { SwitchKeyboard(host::KeyboardService::English); });
         goods::OnLeave(edit, goods::RuleTime::AtOnce, [this] { SwitchKeyboard(host::KeyboardService::Persian); });
-        goods::OnLeave(edit, goods::RuleTime::Afterwards, [this, edit] { Left(edit); });
+        goods::OnLeave(edit, goods::RuleTime::Afterwards,
+                       [this, edit] { run_([this, edit] { return CheckLeft(edit); }); });
         connect(edit, &BarcodeEdit::CompletionRequested, this,
-                [this, edit] { run_([this, edit] { Complete(edit); }); });
+                [this, edit] { run_([this, edit] { return Complete(edit); }); });
     }
     connect(edits_[0], &QLineEdit::textEdited, panel_, &QWidget::show);
 }
@@ -96,37 +97,27 @@ void BarcodeFields::SwitchKeyboard(const char16_t *layout)
         host_.keyboard.LoadKeyboardLayout(QString::fromUtf16(layout));
 }
 
-void BarcodeFields::Left(BarcodeEdit *edit)
-{
-    run_([this, edit] {
-        if (const goods::Refused refused = CheckLeft(edit)) {
-            refused->say(host_.messages);
-            edit->setFocus();
-            edit->selectAll();
-        }
-    });
-}
-
-void BarcodeFields::Complete(BarcodeEdit *edit)
+goods::Refused BarcodeFields::Complete(BarcodeEdit *edit)
 {
     const qsizetype digits = edit->text().size();
     if (digits != 7 && digits != 12) {
         host_.messages.ShowMessage(CompletionHelp(), host::MessageIcon::Information, QStringLiteral("پیغام"));
-        return;
+        return {};
     }
     if (!host_.barcodes.LibraryFound()) {
         host_.messages.ShowMessage(QStringLiteral("فايل کتابخانه بارکد وجود ندارد"), host::MessageIcon::Warning);
-        return;
+        return {};
     }
     if (!host_.barcodes.CompletionFound()) {
         host_.messages.ShowMessage(QStringLiteral("تابع تعريف شده در داخل کتابخانه بارکد وجود ندارد"),
                                    host::MessageIcon::Warning);
-        return;
+        return {};
     }
     const QString barcode = host_.barcodes.Complete_Barcode(edit->text());
     if (barcode.isEmpty())
-        return;
+        return {};
     edit->setText(barcode);
     edit->setModified(true);
     emit Completed(edit);
+    return {};
 }

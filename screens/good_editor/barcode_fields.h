@@ -18,7 +18,7 @@ public:
     using Edits = std::array<BarcodeEdit *, std::tuple_size_v<goods::Barcodes>>;
 
     /// `panel` holds all edits but the first.
-    BarcodeFields(const Edits &edits, QWidget *panel, host::Host &host, TGood_DM &data, goods::Boundary run,
+    BarcodeFields(const Edits &edits, QWidget *panel, host::Host &host, TGood_DM &data, goods::RuleRunner run,
                   QObject *parent);
 
     /// Whose barcodes these are: its own row does not count as another good.
@@ -37,16 +37,15 @@ signals:
     void Completed(BarcodeEdit *edit);
 
 private:
-    void Left(BarcodeEdit *edit);
     goods::Refused CheckLeft(BarcodeEdit *edit) const;
     goods::Refused CheckOperation(BarcodeEdit *edit) const;
-    void Complete(BarcodeEdit *edit);
+    goods::Refused Complete(BarcodeEdit *edit);
     void SwitchKeyboard(const char16_t *layout);
 
     Edits edits_;
     QWidget *panel_;
     host::Host &host_;
     TGood_DM &data_;
-    goods::Boundary run_;
+    goods::RuleRunner run_;
     int good_ = 0;
 };

@@ -1,6 +1,7 @@
 #include "screens/good_editor/complete_page.h"
 
 #include "screens/good_editor/barcode_edit.h"
+#include "screens/good_editor/leave_watch.h"
 #include "screens/good_editor/percent_rule.h"
 #include "ui_complete_page.h"
 
@@ -13,7 +14,7 @@ constexpr int PositionLength = 100;
 
 } // namespace
 
-CompletePage::CompletePage(host::Host &host, TGood_DM &data, QWidget *parent)
+CompletePage::CompletePage(host::Host &host, TGood_DM &data, const goods::RuleRunner &run, QWidget *parent)
     : QWidget(parent), host_(host), data_(data), ui_(std::make_unique<Ui::CompletePage>())
 {
     ui_->setupUi(this);
@@ -21,6 +22,14 @@ CompletePage::CompletePage(host::Host &host, TGood_DM &data, QWidget *parent)
     // The discount percent of a good is kept for old documents only.
     ui_->OffPercent_EDT->hide();
     ui_->OffPercent_LBL->hide();
+    goods::OnLeave(ui_->Pos_EDT, goods::RuleTime::Afterwards, [this, run] { run([this] { return LeavePos(); }); });
+    goods::OnLeave(ui_->OffPercent_EDT, goods::RuleTime::Afterwards,
+                   [this, run] { run([this] { return LeaveOffPercent(); }); });
+    const auto keyboard = [this](const char16_t *layout) {
+        return [this, layout] { host_.keyboard.LoadKeyboardLayout(QString::fromUtf16(layout)); };
+    };
+    goods::OnEnter(ui_->SmsCode_EDT, keyboard(host::KeyboardService::English));
+    goods::OnLeave(ui_->SmsCode_EDT, goods::RuleTime::AtOnce, keyboard(host::KeyboardService::Persian));
     connect(ui_->Tag_editor, &host::TagsPanel::Changed, this, &CompletePage::Changed);
 }
 
@@ -97,13 +106,22 @@ void CompletePage::Store(TGoodInfoRec &rec) const
     rec.Comment = ui_->Comment_EDT->toPlainText();
 }
 
+goods::Refused CompletePage::LeavePos()
+{
+    ui_->Pos_EDT->ZeroWhenEmpty();
+    return goods::LimitPercent(ui_->Pos_EDT);
+}
+
+goods::Refused CompletePage::LeaveOffPercent()
+{
+    return goods::LimitPercent(ui_->OffPercent_EDT);
+}
+
 goods::Refused CompletePage::LeaveFocused()
 {
-    if (ui_->Pos_EDT->hasFocus()) {
-        ui_->Pos_EDT->ZeroWhenEmpty();
-        return goods::LimitPercent(ui_->Pos_EDT);
-    }
-    return {};
+    if (ui_->Pos_EDT->hasFocus())
+        return LeavePos();
+    return ui_->OffPercent_EDT->hasFocus() ? LeaveOffPercent() : goods::Refused();
 }
 
 goods::Refused CompletePage::CheckSmsCode(int code) const

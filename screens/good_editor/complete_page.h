@@ -18,7 +18,7 @@ class CompletePage : public QWidget
     Q_OBJECT
 
 public:
-    CompletePage(host::Host &host, TGood_DM &data, QWidget *parent = nullptr);
+    CompletePage(host::Host &host, TGood_DM &data, const goods::RuleRunner &run, QWidget *parent = nullptr);
     ~CompletePage() override;
 
     /// The edits of barcodes 2 to 6, after `first`.
@@ -33,6 +33,8 @@ public:
 
     /// Applies the percent rules of the focused field.
     goods::Refused LeaveFocused();
+    /// The rule of the discount percent. The edits of own tax and toll percents share it, as they always did.
+    goods::Refused LeaveOffPercent();
     /// `code` is the good being edited.
     goods::Refused CheckSmsCode(int code) const;
     goods::Refused CheckSizes() const;
@@ -45,6 +47,7 @@ signals:
     void Changed();
 
 private:
+    goods::Refused LeavePos();
     void FillTags();
 
     host::Host &host_;

@@ -25,6 +25,8 @@ public:
     void Show(const TGoodInfoRec &rec);
     void Store(TGoodInfoRec &rec) const;
 
+    /// The own percents of tax and toll.
+    std::array<host::NumericEdit *, 2> PercentEdits() const { return {tax_->Percent(), toll_->Percent()}; }
     /// The good pays neither tax nor toll.
     bool BothExempt() const;
 

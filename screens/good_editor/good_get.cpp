@@ -44,17 +44,18 @@ TGood_Get_FRM::~TGood_Get_FRM() = default;
 void TGood_Get_FRM::BuildPages()
 {
     const auto run = [this](const std::function<void()> &body) { Command(Title(), body); };
+    const auto rule = [this](const std::function<goods::Refused()> &body) { RunRule(body); };
     general_ = new GeneralPage(m_host, data_, this);
     prices_ = new CostLevelPage(m_host, data_, run, this);
     details_ = new DetailsPage(data_, this);
-    complete_ = new CompletePage(m_host, data_, this);
+    complete_ = new CompletePage(m_host, data_, rule, this);
     discounts_ = new DiscountPage(this);
     categories_ = new CategoryPage(data_, this);
     for (QWidget *page :
          std::initializer_list<QWidget *>{general_, prices_, details_, complete_, discounts_, categories_})
         ui_->PageControl1->addTab(page, page->windowTitle());
     barcodes_ = new BarcodeFields(complete_->BarcodeEdits(general_->BarCode1()), complete_->BarcodesPanel(), m_host,
-                                  data_, run, this);
+                                  data_, rule, this);
     validation_ = std::make_unique<GoodValidation>(
         m_host, data_, GoodValidation::Pages{*general_, *prices_, *details_, *complete_, *discounts_, *barcodes_});
 }
@@ -65,7 +66,11 @@ void TGood_Get_FRM::BindPages()
         if (!IsLoading() && IsNew() && IsShowing())
             Command(Title(), [this, group] { ProposeCode(group); });
     });
-    goods::OnLeave(general_->CodeEdit(), goods::RuleTime::Afterwards, [this] { LeaveCode(); });
+    goods::OnLeave(general_->CodeEdit(), goods::RuleTime::Afterwards,
+                   [this] { RunRule([this] { return TakeTypedCode(); }); });
+    for (host::NumericEdit *percent : discounts_->PercentEdits())
+        goods::OnLeave(percent, goods::RuleTime::Afterwards,
+                       [this] { RunRule([this] { return complete_->LeaveOffPercent(); }); });
     connect(discounts_, &DiscountPage::LevyChanged, this, [this] {
         prices_->SetBothExempt(discounts_->BothExempt());
         if (!IsLoading())
@@ -106,13 +111,15 @@ goods::Refused TGood_Get_FRM::TakeTypedCode()
                          [](host::MessageService &messages) { messages.MsgRepeatedCode(QStringLiteral("کد")); }};
 }
 
-void TGood_Get_FRM::LeaveCode()
+void TGood_Get_FRM::RunRule(const std::function<goods::Refused()> &rule)
 {
-    Command(Title(), [this] {
-        if (const goods::Refused refused = TakeTypedCode()) {
+    Command(Title(), [this, &rule] {
+        const goods::Refused refused = rule();
+        if (!refused)
+            return;
+        if (refused->say)
             refused->say(m_host.messages);
-            FocusControl(refused->control);
-        }
+        FocusControl(refused->control);
     });
 }
 

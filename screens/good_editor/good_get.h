@@ -44,7 +44,7 @@ private:
     void BindPages();
     void ProposeCode(int group);
     goods::Refused TakeTypedCode();
-    void LeaveCode();
+    void RunRule(const std::function<goods::Refused()> &rule);
     void ApplyOpeningLock();
     void DiscardWorkingRows();
     bool IsNew() const { return Mode() == host::TFormMode::New; }

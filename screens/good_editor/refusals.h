@@ -13,6 +13,9 @@ using Refused = std::optional<host::Refusal>;
 /// The boundary of errors for what a control does at once: runs the body as a command of the screen.
 using Boundary = std::function<void(const std::function<void()> &body)>;
 
+/// Runs a rule of leaving a field as a command of the screen; what it refuses is said, and the focus goes to the fault.
+using RuleRunner = std::function<void(const std::function<Refused()> &rule)>;
+
 inline Refused RequiredField(QWidget *control, const QString &caption)
 {
     return host::Refusal{control, [caption](host::MessageService &messages) { messages.MsgRequiredField(caption); }};

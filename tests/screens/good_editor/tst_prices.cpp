@@ -1,0 +1,177 @@
+#include "host/controls/grid.h"
+#include "tests/screens/good_editor/editor_fixture.h"
+#include "tests/support/test_main.h"
+
+#include <QComboBox>
+#include <QToolButton>
+#include <QtTest>
+
+namespace {
+
+const QString Saved = u"MSGCompeletedSuccessfully(ذخيره سازي کالا)"_qs;
+
+/// Types prices down the column, as a clerk does: digits and Enter.
+void TypePrices(QWidget *screen, const QString &grid, const QStringList &prices)
+{
+    test::Focus(screen, grid);
+    for (const QString &price : prices) {
+        test::Type(price);
+        test::Press(Qt::Key_Return);
+    }
+}
+
+void ChooseLevel(QWidget *screen, const QString &combo, int level)
+{
+    test::Focus(screen, combo);
+    test::Press(Qt::Key_Home);
+    for (int i = 0; i < level; ++i)
+        test::Press(Qt::Key_Down);
+}
+
+QStringList DefaultMarks(QWidget *screen, const QString &grid)
+{
+    QStringList marked;
+    const QAbstractItemModel &model = *test::Find<host::Grid>(screen, grid).Source();
+    for (int row = 0; row < model.rowCount(); ++row)
+        for (int column = 0; column < model.columnCount(); ++column)
+            if (model.index(row, column).data() == u"*"_qs)
+                marked << QString::number(row + 1);
+    return marked;
+}
+
+} // namespace
+
+/// Prices by level, final prices, tax and toll.
+class TestGoodPrices : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void twentyPricesComeBack()
+    {
+        EditorFixture f;
+        const QStringList sell{u"۱۰۰۰"_qs, u"2"_qs, u"3.5"_qs, u"4"_qs,           u"5"_qs,
+                               u"6"_qs,    u"7"_qs, u"8"_qs,   u"0.000000001"_qs, u"99999999999999"_qs};
+        const QStringList buy{u"11"_qs, u"12"_qs, u"13"_qs, u"14"_qs, u"15"_qs,
+                              u"16"_qs, u"17"_qs, u"18"_qs, u"19"_qs, u"20"_qs};
+        f.OpenNew(u"5"_qs, [&](QWidget *screen) {
+            f.FillRequired(screen);
+            f.ShowTab(screen, u"Cost_Level_TPC"_qs);
+            TypePrices(screen, u"SellDetails_GRD"_qs, sell);
+            QCOMPARE(test::Focused(), u"SellDefault_CMB"_qs);
+            TypePrices(screen, u"BuyDetails_GRD"_qs, buy);
+            ChooseLevel(screen, u"SellDefault_CMB"_qs, 2);
+            ChooseLevel(screen, u"SellDefault_CMB"_qs, 4);
+            ChooseLevel(screen, u"BuyDefault_CMB"_qs, 1);
+            QCOMPARE(DefaultMarks(screen, u"SellDetails_GRD"_qs), QStringList{u"4"_qs});
+            QCOMPARE(DefaultMarks(screen, u"BuyDetails_GRD"_qs), QStringList{u"1"_qs});
+            // Another group moves the good, its prices with it.
+            f.ShowTab(screen, u"General_TPC"_qs);
+            test::Focus(screen, u"Group_CMB"_qs);
+            test::Press(Qt::Key_Down);
+            test::Press(Qt::Key_F3);
+            QCOMPARE(f.host.messages.TakeAll(), QStringList{Saved});
+            test::Press(Qt::Key_Escape);
+        });
+        const QStringList stored{u"600001|1000|2|3.5|4|5|6|7|8|0.000000001|99999999999999|"
+                                 "11|12|13|14|15|16|17|18|19|20|4|1"_qs};
+        QString columns = u"GoodCode"_qs;
+        for (const QString &side : {u"Sell"_qs, u"Buy"_qs})
+            for (int level = 1; level <= 10; ++level)
+                columns += u",CostLevel_%1_%2"_qs.arg(side).arg(level);
+        const QString row = u"select "_qs + columns +
+                            u",Default_CostLevel_Sell_Number,Default_CostLevel_Buy_Number from GoodCostDiscount"_qs;
+        QCOMPARE(f.database.Rows(row), stored);
+        // Loaded and saved again they are the same.
+        f.OpenGood(600001, [&](QWidget *screen) {
+            QCOMPARE(test::Find<QComboBox>(screen, u"SellDefault_CMB"_qs).currentData().toInt(), 4);
+            test::Press(Qt::Key_F3);
+            QCOMPARE(f.host.messages.TakeAll(), QStringList{Saved});
+        });
+        QCOMPARE(f.database.Rows(row), stored);
+        QCOMPARE(f.database.Rows(u"select * from tmpCostList"_qs), QStringList());
+    }
+
+    void aPriceBeingTypedIsSaved()
+    {
+        EditorFixture f;
+        f.InsertGood(500009, u"دوغ"_qs, 909);
+        f.OpenGood(500009, [&](QWidget *screen) {
+            f.ShowTab(screen, u"Cost_Level_TPC"_qs);
+            test::Focus(screen, u"SellDetails_GRD"_qs);
+            test::Type(u"250"_qs);
+            test::Press(Qt::Key_F3);
+            QCOMPARE(f.host.messages.TakeAll(), QStringList{Saved});
+        });
+        QCOMPARE(f.database.Rows(u"select CostLevel_Sell_1 from GoodCostDiscount"_qs), QStringList{u"250"_qs});
+    }
+
+    void aGoodWithoutPriceRowGetsOne()
+    {
+        EditorFixture f;
+        f.InsertGood(500009, u"دوغ"_qs, 909);
+        f.database.Exec(u"delete from GoodCostDiscount"_qs);
+        f.OpenGood(500009, [&](QWidget *screen) {
+            QVERIFY(test::Find<host::Grid>(screen, u"SellDetails_GRD"_qs).IsEmpty());
+            test::Press(Qt::Key_F3);
+            QCOMPARE(f.host.messages.TakeAll(), QStringList{Saved});
+        });
+        f.OpenGood(500009, [&](QWidget *screen) {
+            QCOMPARE(test::Find<host::Grid>(screen, u"SellDetails_GRD"_qs).RowCount(), 10);
+            test::Press(Qt::Key_Escape);
+        });
+    }
+
+    void bothExemptClosesFinalPrices_data()
+    {
+        QTest::addColumn<bool>("storedFinal"); // an existing good stored with final prices, else a new one
+        QTest::newRow("new good") << false;
+        QTest::newRow("stored so") << true;
+    }
+    void bothExemptClosesFinalPrices()
+    {
+        QFETCH(bool, storedFinal);
+        EditorFixture f;
+        f.host.settings.record.FinalPrices = true;
+        f.host.settings.record.RowDiscounts = f.host.settings.record.ValueAddedTax = true;
+        f.InsertGood(500009, u"دوغ"_qs, 909);
+        f.database.Exec(u"update GoodInf set Tax_In_SellCosts=1"_qs);
+        f.Open(storedFinal ? 500009 : 0, storedFinal ? host::TFormMode::Edit : host::TFormMode::New, u"5"_qs,
+               [&](QWidget *screen) {
+                   auto &sell = test::Find<QAbstractButton>(screen, u"Cost_with_Tax_Sell_CHK"_qs);
+                   f.ShowTab(screen, u"Cost_Level_TPC"_qs);
+                   if (!storedFinal) {
+                       test::Focus(screen, u"Cost_with_Tax_Sell_CHK"_qs);
+                       test::Press(Qt::Key_Space);
+                   }
+                   QVERIFY(sell.isChecked());
+                   f.ShowTab(screen, u"Discount_TPC"_qs);
+                   for (const QString &button : {u"TaxExempt_RB"_qs, u"ChargeExempt_RB"_qs}) {
+                       test::Focus(screen, button);
+                       test::Press(Qt::Key_Space);
+                   }
+                   f.ShowTab(screen, u"Cost_Level_TPC"_qs);
+                   QCOMPARE(sell.isEnabled(), storedFinal);
+                   QCOMPARE(sell.isChecked(), storedFinal);
+                   QVERIFY(!test::Find<QAbstractButton>(screen, u"Cost_with_Tax_Buy_CHK"_qs).isEnabled());
+                   QVERIFY(test::Find(screen, u"Cost_with_Tax_Buy_ASB"_qs).isVisible());
+                   f.Leave();
+               });
+    }
+
+    void finalPricesNeedTheirSettings()
+    {
+        EditorFixture f;
+        f.host.settings.record.FinalPrices = true;
+        f.OpenNew(u"5"_qs, [&](QWidget *screen) {
+            f.ShowTab(screen, u"Cost_Level_TPC"_qs);
+            QTest::mouseClick(&test::Find(screen, u"Cost_with_Tax_Sell_LBL"_qs), Qt::LeftButton);
+            QVERIFY(f.host.messages.Take().contains(u"تخفیف سطری و عوارض و مالیات بر ارزش افزوده"_qs));
+            QVERIFY(test::Find<QAbstractButton>(screen, u"Cost_with_Tax_Sell_CHK"_qs).isChecked());
+            f.Leave();
+        });
+    }
+};
+
+REGISTER_TEST(TestGoodPrices)
+#include "tst_prices.moc"

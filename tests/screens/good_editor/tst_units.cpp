@@ -1,0 +1,275 @@
+#include "tests/screens/good_editor/editor_fixture.h"
+#include "tests/support/test_main.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QtTest>
+
+namespace {
+
+/// "Control=text" entries, typed in their order; each field is left before the next.
+void TypeAll(QWidget *screen, const QStringList &entries)
+{
+    for (const QString &entry : entries) {
+        test::Enter(screen, entry.section(u'=', 0, 0) + u"_EDT"_qs, entry.section(u'=', 1));
+        test::Press(Qt::Key_Tab);
+        QCoreApplication::processEvents();
+    }
+}
+
+QString Shown(QWidget *screen, const QString &name)
+{
+    return test::Find<QLineEdit>(screen, name + u"_EDT"_qs).text();
+}
+
+/// The "+" of the first barcode.
+QAction &Complete(QWidget *screen)
+{
+    return test::Find<QAction>(&test::Find(screen, u"BarCode1_EDT"_qs), u"complete"_qs);
+}
+
+void SetFormula(QWidget *screen, const QString &formula)
+{
+    test::Focus(screen, u"Formool_CHK"_qs);
+    test::Press(Qt::Key_Space);
+    QCOMPARE(test::Focused(), u"Formool_EDT"_qs);
+    test::Press(Qt::Key_A, Qt::ControlModifier);
+    test::Type(formula);
+    test::Press(Qt::Key_Tab);
+}
+
+} // namespace
+
+/// What leaving the fields of units, quantities and barcodes computes, refuses and asks.
+class TestGoodUnits : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void bigAndSmallUnits_data()
+    {
+        QTest::addColumn<QString>("formula");
+        QTest::addColumn<QStringList>("typed");
+        QTest::addColumn<QStringList>("shown");
+        QTest::newRow("a total is split")
+            << u"12"_qs << QStringList{u"Meghdar_Joz=30"_qs} << QStringList{u"MeghdarKol=2"_qs, u"MeghdarJoz=6"_qs};
+        QTest::newRow("parts are joined")
+            << u"12"_qs << QStringList{u"MeghdarKol=2"_qs, u"MeghdarJoz=6"_qs} << QStringList{u"Meghdar_Joz=30"_qs};
+        QTest::newRow("without binary noise")
+            << u"0.1"_qs << QStringList{u"MeghdarKol=3"_qs} << QStringList{u"Meghdar_Joz=0.3"_qs};
+        QTest::newRow("prices of the small unit")
+            << u"12"_qs << QStringList{u"GheymatJoz=۲۵۰"_qs} << QStringList{u"GheymatKol=3000"_qs};
+        QTest::newRow("prices of the big unit")
+            << u"12"_qs << QStringList{u"GheymatKol=3000"_qs} << QStringList{u"GheymatJoz=250"_qs};
+        QTest::newRow("formula 0") << u"0"_qs << QStringList{u"MeghdarKol=2"_qs, u"GheymatKol=7"_qs, u"GheymatJoz=5"_qs}
+                                   << QStringList{u"Meghdar_Joz=0"_qs, u"GheymatKol=0"_qs, u"GheymatJoz=5"_qs};
+        QTest::newRow("another formula") << u"12"_qs << QStringList{u"Meghdar_Joz=30"_qs, u"Formool=10"_qs}
+                                         << QStringList{u"MeghdarKol=2"_qs, u"MeghdarJoz=10"_qs, u"Meghdar_Joz=30"_qs};
+        QTest::newRow("no formula after all")
+            << u"12"_qs << QStringList{u"Formool="_qs} << QStringList{u"Formool=0"_qs, u"MeghdarJoz=0"_qs};
+    }
+    void bigAndSmallUnits()
+    {
+        QFETCH(QString, formula);
+        QFETCH(QStringList, typed);
+        QFETCH(QStringList, shown);
+        EditorFixture f;
+        f.OpenNew(u"5"_qs, [&](QWidget *screen) {
+            SetFormula(screen, formula);
+            QVERIFY(!test::Find(screen, u"AvaBgPrd_EDT"_qs).isVisible());
+            TypeAll(screen, typed);
+            for (const QString &field : shown)
+                QCOMPARE(Shown(screen, field.section(u'=', 0, 0)), field.section(u'=', 1));
+            f.Leave();
+        });
+    }
+
+    void quantitiesInTwoUnits_data()
+    {
+        QTest::addColumn<bool>("wholeUnits");
+        QTest::addColumn<QStringList>("typed");
+        QTest::addColumn<int>("answer"); // -1: nothing is asked
+        QTest::addColumn<QString>("first");
+        QTest::addColumn<QString>("second");
+        QTest::newRow("the second follows") << false << QStringList{u"AvaBgPrd=30"_qs} << -1 << u"30"_qs << u"2.5"_qs;
+        QTest::newRow("in whole units") << true << QStringList{u"AvaBgPrd=30"_qs} << -1 << u"30"_qs << u"2"_qs;
+        QTest::newRow("the first follows") << false << QStringList{u"AvaBgPrd2=2"_qs} << -1 << u"24"_qs << u"2"_qs;
+        QTest::newRow("typed by hand, kept")
+            << false << QStringList{u"AvaBgPrd=30"_qs, u"AvaBgPrd2=3"_qs} << 0 << u"30"_qs << u"3"_qs;
+        QTest::newRow("typed by hand, replaced")
+            << false << QStringList{u"AvaBgPrd=30"_qs, u"AvaBgPrd2=3"_qs} << 1 << u"36"_qs << u"3"_qs;
+    }
+    void quantitiesInTwoUnits()
+    {
+        QFETCH(bool, wholeUnits);
+        QFETCH(QStringList, typed);
+        QFETCH(int, answer);
+        EditorFixture f;
+        f.host.settings.record.TwoUnitVariableRatio = true;
+        f.host.settings.record.IntegerUnits = wholeUnits;
+        f.OpenNew(u"5"_qs, [&](QWidget *screen) {
+            SetFormula(screen, u"12"_qs);
+            if (answer >= 0)
+                f.host.messages.Answer(answer == 1);
+            TypeAll(screen, typed);
+            QCOMPARE(f.host.messages.Take(), answer >= 0 ? u"Confirm(20114)"_qs : QString());
+            QTEST(Shown(screen, u"AvaBgPrd"_qs), "first");
+            QTEST(Shown(screen, u"AvaBgPrd2"_qs), "second");
+            f.Leave();
+        });
+    }
+
+    void theFormulaNamesTheUnits()
+    {
+        EditorFixture f;
+        f.OpenNew(u"5"_qs, [&](QWidget *screen) {
+            const auto &unit2 = test::Find<QLabel>(screen, u"Formool_Unit2_LBL"_qs);
+            QCOMPARE(unit2.text(), u"عدد"_qs);
+            test::Enter(screen, u"Unit_Entity2"_qs, u"کیلو"_qs);
+            test::Press(Qt::Key_Return);
+            QCOMPARE(unit2.text(), u"کیلوگرم"_qs);
+            SetFormula(screen, u"12"_qs);
+            QCOMPARE(test::Find<QLabel>(screen, u"MeghdarJoz_LBL"_qs).text(), u"+۱۲×"_qs);
+            QCOMPARE(test::Find<QLabel>(screen, u"GheymatJoz_LBL"_qs).text(), u"=۱۲÷"_qs);
+            f.Leave();
+        });
+    }
+
+    void percentsOfVisitors_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("shown");
+        QTest::addColumn<bool>("told");
+        QTest::newRow("100") << u"100"_qs << u"100"_qs << false;
+        QTest::newRow("above") << u"100.5"_qs << u"100"_qs << true;
+        QTest::newRow("empty") << QString() << u"0"_qs << false;
+    }
+    void percentsOfVisitors()
+    {
+        QFETCH(QString, typed);
+        QFETCH(bool, told);
+        EditorFixture f;
+        f.OpenNew(u"5"_qs, [&](QWidget *screen) {
+            f.ShowTab(screen, u"Complete_TPC"_qs);
+            TypeAll(screen, {u"Pos="_qs + typed});
+            QCOMPARE(f.host.messages.Take(), told ? u"MsgRequiredField(درصد کمتر از 100 )"_qs : QString());
+            QCOMPARE(test::Focused(), told ? u"Pos_EDT"_qs : u"SmsCode_EDT"_qs);
+            QTEST(Shown(screen, u"Pos"_qs), "shown");
+            f.Leave();
+        });
+    }
+
+    void barcodesInUseAreRefused_data()
+    {
+        QTest::addColumn<QString>("barcode");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("free") << u"62601"_qs << QString();
+        QTest::newRow("nothing") << QString() << QString();
+        QTest::newRow("a part of one in use") << u"11"_qs << QString();
+        QTest::newRow("of the sales screen") << u"555"_qs << u"MsgHasSubRecordsAnother(بارکد, بارکدهای عملیاتی)"_qs;
+        QTest::newRow("of another good") << u"22'2"_qs << u"MsgRepeatedField( نام اختصاری/بارکد, کالا)"_qs;
+        QTest::newRow("of a detail") << u"777"_qs
+                                     << u"MsgRepeatedField( نام اختصاری/بارکد, برای جزییات کالا تعریف شده و)"_qs;
+    }
+    void barcodesInUseAreRefused()
+    {
+        QFETCH(QString, barcode);
+        QFETCH(QString, message);
+        EditorFixture f;
+        f.InsertGood(500009, u"دوغ"_qs, 909);
+        f.database.Exec(u"update GoodInf set AbbName='!111!22''2!'"_qs);
+        f.host.settings.record.ReservedBarcodes[0] = u"555"_qs;
+        f.host.goodDetails.detailBarcodes = {u"777"_qs};
+        f.OpenNew(u"5"_qs, [&](QWidget *screen) {
+            f.ShowTab(screen, u"Complete_TPC"_qs);
+            TypeAll(screen, {u"BarCode2="_qs + barcode});
+            QCOMPARE(f.host.messages.Take(), message);
+            QCOMPARE(test::Focused(), message.isEmpty() ? u"BarCode3_EDT"_qs : u"BarCode2_EDT"_qs);
+            QCOMPARE(Shown(screen, u"BarCode2"_qs), barcode);
+            test::Enter(screen, u"BarCode2_EDT"_qs, {});
+            f.Leave();
+        });
+        // Its own barcodes are not another good's.
+        f.OpenGood(500009, [&](QWidget *screen) {
+            test::Focus(screen, u"BarCode1_EDT"_qs);
+            test::Press(Qt::Key_Return);
+            QCoreApplication::processEvents();
+            test::Press(Qt::Key_Escape);
+        });
+    }
+
+    void barcodesAreCompleted_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("shown");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("7 digits") << u"9638507"_qs << u"96385074"_qs << QString();
+        QTest::newRow("12 digits") << u"400638133393"_qs << u"4006381333931"_qs << QString();
+        QTest::newRow("11 digits") << u"40063813339"_qs << u"40063813339"_qs
+                                   << u"EAN8 و EAN13\n\rکامل می شوند\n\r\n\r"_qs;
+        QTest::newRow("13 digits") << u"4006381333931"_qs << u"4006381333931"_qs << u"EAN8 و EAN13\n\r"_qs;
+    }
+    void barcodesAreCompleted()
+    {
+        QFETCH(QString, typed);
+        QFETCH(QString, message);
+        EditorFixture f;
+        f.host.barcodes.completions = {{u"9638507"_qs, u"96385074"_qs}, {u"400638133393"_qs, u"4006381333931"_qs}};
+        f.OpenNew(u"5"_qs, [&](QWidget *screen) {
+            test::Enter(screen, u"BarCode1_EDT"_qs, typed);
+            Complete(screen).trigger();
+            const QString told = f.host.messages.Take();
+            QVERIFY2(message.isEmpty() ? told.isEmpty() : told.contains(message), qPrintable(told));
+            QTEST(Shown(screen, u"BarCode1"_qs), "shown");
+            QCOMPARE(test::Focused(), message.isEmpty() ? u"Unit_Entity1"_qs : u"BarCode1_EDT"_qs);
+            f.Leave();
+        });
+    }
+
+    void aMissingBarcodeLibraryIsTold()
+    {
+        EditorFixture f;
+        f.OpenNew(u"5"_qs, [&](QWidget *screen) {
+            test::Enter(screen, u"BarCode1_EDT"_qs, u"9638507"_qs);
+            QAction &complete = Complete(screen);
+            f.host.barcodes.completion = false;
+            complete.trigger();
+            QVERIFY(f.host.messages.Take().contains(u"تابع تعريف شده در داخل کتابخانه بارکد وجود ندارد"_qs));
+            f.host.barcodes.library = false;
+            complete.trigger();
+            QVERIFY(f.host.messages.Take().contains(u"فايل کتابخانه بارکد وجود ندارد"_qs));
+            f.Leave();
+        });
+    }
+
+    void theKeyboardSwitches_data()
+    {
+        QTest::addColumn<bool>("automatic");
+        QTest::addColumn<QString>("tab");
+        QTest::addColumn<QString>("edit");
+        QTest::addColumn<QStringList>("layouts");
+        const QStringList both{u"00000409"_qs, u"00000429"_qs};
+        QTest::newRow("barcode") << true << u"General_TPC"_qs << u"BarCode1_EDT"_qs << both;
+        QTest::newRow("barcode, not asked for") << false << u"General_TPC"_qs << u"BarCode1_EDT"_qs << QStringList();
+        QTest::newRow("short code, always") << false << u"Complete_TPC"_qs << u"SmsCode_EDT"_qs << both;
+    }
+    void theKeyboardSwitches()
+    {
+        QFETCH(bool, automatic);
+        QFETCH(QString, tab);
+        QFETCH(QString, edit);
+        EditorFixture f;
+        f.host.settings.record.AutoKeyboard = automatic;
+        f.OpenNew(u"5"_qs, [&](QWidget *screen) {
+            f.ShowTab(screen, tab);
+            f.host.keyboard.switches.clear();
+            test::Focus(screen, edit);
+            test::Press(Qt::Key_Tab);
+            QTEST(f.host.keyboard.switches, "layouts");
+            test::Press(Qt::Key_Escape);
+        });
+    }
+};
+
+REGISTER_TEST(TestGoodUnits)
+#include "tst_units.moc"
