@@ -16,8 +16,8 @@ struct TGoodPrice_Rec
     int Default_Discount_Buy_Number = 1;
 };
 
-/// One good: the row of `GoodInf`, and its discounts, which are saved with it.
-struct TGoodInfoRec
+/// One good: the row of `GoodInf`, in the order of its columns, and its discounts, which are saved with it.
+struct TGoodInfoRec // NOLINT(clang-analyzer-optin.performance.Padding)
 {
     int Code = 0;    ///< at most six digits
     int GrpCode = 0; ///< goods group; 0, the root, holds no goods
