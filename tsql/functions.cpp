@@ -11,23 +11,9 @@ namespace tsql {
 
 namespace {
 
-void callFunction(sqlite3_context *context, int count, sqlite3_value **values)
+void callRegistered(sqlite3_context *context, int count, sqlite3_value **values)
 {
-    const auto *function = static_cast<const Function *>(sqlite3_user_data(context));
-    if (!function->takesNull) {
-        for (int i = 0; i < count; ++i) {
-            if (sqlite3_value_type(values[i]) == SQLITE_NULL)
-                return;
-        }
-    }
-    try {
-        Call call(context, count, values);
-        function->body(call);
-    } catch (const Error &error) {
-        raiseError(context, error);
-    } catch (const std::bad_alloc &) {
-        sqlite3_result_error_nomem(context);
-    }
+    callFunction(*static_cast<const Function *>(sqlite3_user_data(context)), context, count, values);
 }
 
 void objectId(sqlite3_context *context, int count, sqlite3_value **values)
@@ -64,12 +50,30 @@ int collate(void *, int lengthA, const void *a, int lengthB, const void *b)
 
 } // namespace
 
+void callFunction(const Function &function, sqlite3_context *context, int count, sqlite3_value **values)
+{
+    if (!function.takesNull) {
+        for (int i = 0; i < count; ++i) {
+            if (sqlite3_value_type(values[i]) == SQLITE_NULL)
+                return;
+        }
+    }
+    try {
+        Call call(context, count, values);
+        function.body(call);
+    } catch (const Error &error) {
+        raiseError(context, error);
+    } catch (const std::bad_alloc &) {
+        sqlite3_result_error_nomem(context);
+    }
+}
+
 void addFunctions(sqlite3 *db, std::span<const Function> functions)
 {
     for (const Function &function : functions) {
         const int flags = SQLITE_UTF8 | SQLITE_INNOCUOUS | (function.steady ? SQLITE_DETERMINISTIC : 0);
         sqlite3_create_function_v2(db, function.name, function.args, flags, const_cast<Function *>(&function),
-                                   callFunction, nullptr, nullptr, nullptr);
+                                   callRegistered, nullptr, nullptr, nullptr);
     }
 }
 

@@ -86,6 +86,9 @@ struct Function
     bool steady = true;     ///< same arguments, same result
 };
 
+/** One call of a function from SQLite: NULL arguments, then the body, whose Error fails the statement. */
+void callFunction(const Function &function, sqlite3_context *context, int count, sqlite3_value **values);
+
 /** Registers the functions; `functions` outlives the handle. An Error thrown by a body fails the statement. */
 void addFunctions(sqlite3 *db, std::span<const Function> functions);
 

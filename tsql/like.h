@@ -37,6 +37,7 @@ private:
     bool matchesTokens(std::string_view text, size_t at) const;
     size_t startsAt(std::string_view text, size_t at) const;
     bool contains(std::string_view text) const;
+    bool containsBytes(std::string_view text) const;
 
     std::vector<Token> m_tokens;
     bool m_plain = false;     ///< the tokens are a word with at most a % at each end
