@@ -52,7 +52,7 @@ protected:
 
 QString ShownText(const QVariant &value, ColumnFormat format)
 {
-    const QString text = value.toString().trimmed();
+    QString text = value.toString().trimmed();
     switch (format) {
     case ColumnFormat::Quantity:
     case ColumnFormat::Price:

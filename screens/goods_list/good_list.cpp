@@ -65,7 +65,7 @@ TGood_List_FRM::TGood_List_FRM(host::Host &host, TFormMode mode, const QString &
     BuildPanels();
     BindCommands();
     BindGroups();
-    SetFormMode(mode);
+    TGood_List_FRM::SetFormMode(mode);
 }
 
 TGood_List_FRM::~TGood_List_FRM()
