@@ -1,5 +1,6 @@
 // Measures what users wait for, on a shop of 100,000 goods, beside SQLite's C API doing the same work on the same file.
 
+#include "bench/engine.h"
 #include "bench/floor.h"
 #include "bench/report.h"
 #include "bench/shop.h"
@@ -186,6 +187,7 @@ int main(int argc, char *argv[])
         lookUp(report, shop, floor);
         useList(report, shop, floor);
         edit(report, shop, scratch);
+        bench::measureEngine(report);
         report.print();
         return report.withinLimits() ? 0 : 1;
     } catch (const std::exception &error) {

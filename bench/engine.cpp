@@ -1,0 +1,207 @@
+#include "bench/engine.h"
+
+#include "bench/report.h"
+#include "tsql/driver.h"
+
+#include <QtCore/QTemporaryDir>
+#include <QtSql/QtSql>
+
+#include <sqlite3.h>
+
+#include <stdexcept>
+
+namespace bench {
+
+namespace {
+
+constexpr int Rows = 200000;
+constexpr int Lists = 1000;
+constexpr int ListRows = 200;
+
+/// Keeps what is read from being optimised away.
+volatile qint64 sink = 0;
+
+/// Spreads the lookups over the table.
+int codeAt(int i)
+{
+    return static_cast<int>(i * 7919LL % Rows) + 1;
+}
+
+class Product
+{
+public:
+    explicit Product(const QString &file)
+    {
+        m_database = QSqlDatabase::addDatabase(new tsql::Driver, QStringLiteral("engine"));
+        m_database.setDatabaseName(file);
+        m_database.setNumericalPrecisionPolicy(QSql::HighPrecision);
+        if (!m_database.open())
+            throw std::runtime_error(m_database.lastError().text().toStdString());
+        m_query = QSqlQuery(m_database);
+        m_query.setForwardOnly(true);
+        run(QStringLiteral("CREATE TABLE g (Code int PRIMARY KEY, Name nvarchar(50), Cost decimal(23,9), Unit int)"));
+    }
+    ~Product()
+    {
+        m_query = QSqlQuery();
+        m_database = QSqlDatabase();
+        QSqlDatabase::removeDatabase(QStringLiteral("engine"));
+    }
+    Product(const Product &) = delete;
+    Product &operator=(const Product &) = delete;
+
+    void insert()
+    {
+        run(QStringLiteral("BEGIN TRAN"));
+        for (int i = 1; i <= Rows; ++i) {
+            const QString number = QString::number(i);
+            run(QStringLiteral("INSERT INTO g (Code, Name, Cost, Unit) VALUES (") + number +
+                QStringLiteral(", N'good number ") + number + QStringLiteral("', ") + number +
+                QStringLiteral(".25, 3)"));
+        }
+        run(QStringLiteral("COMMIT"));
+    }
+
+    void lookUp()
+    {
+        for (int i = 1; i <= Rows; ++i)
+            read(QStringLiteral("SELECT Name, Cost FROM g WHERE Code = ") + QString::number(codeAt(i)), 2);
+    }
+
+    void list()
+    {
+        for (int i = 1; i <= Lists; ++i) {
+            const int first = codeAt(i);
+            read(QStringLiteral("SELECT Code, Name, Cost, Unit FROM g WHERE Code BETWEEN ") + QString::number(first) +
+                     QStringLiteral(" AND ") + QString::number(first + ListRows - 1),
+                 4);
+        }
+    }
+
+private:
+    void run(const QString &text)
+    {
+        if (!m_query.exec(text))
+            throw std::runtime_error(m_query.lastError().text().toStdString());
+    }
+
+    void read(const QString &text, int columns)
+    {
+        run(text);
+        while (m_query.next()) {
+            for (int i = 0; i < columns; ++i)
+                sink = sink + !m_query.value(i).isNull();
+        }
+    }
+
+    QSqlDatabase m_database;
+    QSqlQuery m_query;
+};
+
+class CApi
+{
+public:
+    explicit CApi(const QString &file)
+    {
+        if (sqlite3_open(file.toUtf8().constData(), &m_database) != SQLITE_OK)
+            throw std::runtime_error(sqlite3_errmsg(m_database));
+        run("PRAGMA journal_mode = WAL");
+        run("PRAGMA synchronous = FULL");
+        run("CREATE TABLE g (Code INTEGER PRIMARY KEY, Name TEXT, Cost BLOB, Unit INTEGER)");
+    }
+    ~CApi() { sqlite3_close(m_database); }
+    CApi(const CApi &) = delete;
+    CApi &operator=(const CApi &) = delete;
+
+    void insert()
+    {
+        sqlite3_stmt *statement = prepare("INSERT INTO g (Code, Name, Cost, Unit) VALUES (?1, ?2, ?3, 3)");
+        run("BEGIN");
+        for (int i = 1; i <= Rows; ++i) {
+            const QByteArray name = "good number " + QByteArray::number(i);
+            sqlite3_bind_int(statement, 1, i);
+            sqlite3_bind_text(statement, 2, name.constData(), static_cast<int>(name.size()), SQLITE_TRANSIENT);
+            sqlite3_bind_blob(statement, 3, "\x86\x01\x02\x03\x04\x05\x06", 7, SQLITE_STATIC);
+            read(statement);
+        }
+        sqlite3_finalize(statement);
+        run("COMMIT");
+    }
+
+    void lookUp()
+    {
+        sqlite3_stmt *statement = prepare("SELECT Name, Cost FROM g WHERE Code = ?1");
+        for (int i = 1; i <= Rows; ++i) {
+            sqlite3_bind_int(statement, 1, codeAt(i));
+            read(statement);
+        }
+        sqlite3_finalize(statement);
+    }
+
+    void list()
+    {
+        sqlite3_stmt *statement = prepare("SELECT Code, Name, Cost, Unit FROM g WHERE Code BETWEEN ?1 AND ?2");
+        for (int i = 1; i <= Lists; ++i) {
+            sqlite3_bind_int(statement, 1, codeAt(i));
+            sqlite3_bind_int(statement, 2, codeAt(i) + ListRows - 1);
+            read(statement);
+        }
+        sqlite3_finalize(statement);
+    }
+
+private:
+    void run(const char *text)
+    {
+        if (sqlite3_exec(m_database, text, nullptr, nullptr, nullptr) != SQLITE_OK)
+            throw std::runtime_error(sqlite3_errmsg(m_database));
+    }
+
+    sqlite3_stmt *prepare(const char *text)
+    {
+        sqlite3_stmt *statement = nullptr;
+        if (sqlite3_prepare_v2(m_database, text, -1, &statement, nullptr) != SQLITE_OK)
+            throw std::runtime_error(sqlite3_errmsg(m_database));
+        return statement;
+    }
+
+    void read(sqlite3_stmt *statement)
+    {
+        const int columns = sqlite3_column_count(statement);
+        int code = sqlite3_step(statement);
+        for (; code == SQLITE_ROW; code = sqlite3_step(statement)) {
+            for (int i = 0; i < columns; ++i) {
+                if (sqlite3_column_type(statement, i) == SQLITE_INTEGER)
+                    sink = sink + sqlite3_column_int64(statement, i);
+                else if (sqlite3_column_blob(statement, i))
+                    sink = sink + sqlite3_column_bytes(statement, i);
+            }
+        }
+        if (code != SQLITE_DONE)
+            throw std::runtime_error(sqlite3_errmsg(m_database));
+        sqlite3_reset(statement);
+    }
+
+    sqlite3 *m_database = nullptr;
+};
+
+} // namespace
+
+void measureEngine(Report &report)
+{
+    const QTemporaryDir folder;
+    Product product(folder.filePath(QStringLiteral("product.db")));
+    CApi floor(folder.filePath(QStringLiteral("floor.db")));
+    const auto add = [&report](const QString &what, int statements, void (Product::*work)(), void (CApi::*same)(),
+                               Product &ours, CApi &theirs) {
+        Line line{what, timed([&] { (ours.*work)(); }), {}, {}, static_cast<double>(statements)};
+        line.floor = timed([&] { (theirs.*same)(); });
+        report.add(line);
+    };
+    add(QStringLiteral("engine: %1 single-row inserts").arg(Rows), Rows, &Product::insert, &CApi::insert, product,
+        floor);
+    add(QStringLiteral("engine: %1 point selects").arg(Rows), Rows, &Product::lookUp, &CApi::lookUp, product, floor);
+    add(QStringLiteral("engine: %1 lists of %2 rows").arg(Lists).arg(ListRows), Lists, &Product::list, &CApi::list,
+        product, floor);
+}
+
+} // namespace bench
