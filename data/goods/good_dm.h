@@ -92,6 +92,11 @@ public:
     /// The good's price on its default level.
     host::Quantity GoodDefaultCost(int code);
 
+    /// A column of the name that the user types in three parts.
+    enum class NamePart { Name, Type, Index };
+    /// The first 50 texts, in order, that goods have in this part of their name and that begin with `beginning`.
+    QStringList Good_NameParts(NamePart part, const QString &beginning);
+
     // Uniqueness; `code` is the good being edited, whose own row does not count ---------------------------------------
 
     int Good_ExistName(int code, const QString &name);
@@ -196,6 +201,10 @@ public:
     /// Opens the working prices of one side on `SellDetails_QRY` / `BuyDetails_QRY`.
     void CostLevel_Sell_GetAll(int goodCode);
     void CostLevel_Buy_GetAll(int goodCode);
+    /// Opens the stored prices of one side, in the same columns, for looking at them: the working rows, which another
+    /// desk may be editing, stay as they are.
+    void CostLevel_Sell_View(int goodCode);
+    void CostLevel_Buy_View(int goodCode);
     /// Makes a level (1 to 10) the default of its side.
     void CostLevel_Sell_Update(int goodCode, int level);
     void CostLevel_Buy_Update(int goodCode, int level);
@@ -294,6 +303,7 @@ private:
     int FreshCode(int grpCode, int codeLength);
     void RestoreAttached(int goodCode);
     void OpenCostLevels(host::Dataset &dataset, int goodCode, Side side);
+    void ViewCostLevels(host::Dataset &dataset, int goodCode, Side side);
     void SetDefaultCostLevel(int goodCode, int level, Side side);
     int FillCostLevels(QList<host::Entity> &list, int goodCode, Side side);
     bool LacksPrice(int goodCode, int level, Side side);

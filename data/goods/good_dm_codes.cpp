@@ -94,6 +94,23 @@ host::Quantity TGood_DM::GoodDefaultCost(int code)
     return Temp_QRY.IsEmpty() ? 0 : Temp_QRY.Number(u"cost");
 }
 
+QStringList TGood_DM::Good_NameParts(NamePart part, const QString &beginning)
+{
+    const QString column = part == NamePart::Name   ? u"kala_name"_s
+                           : part == NamePart::Type ? u"kala_type"_s
+                                                    : u"kala_index"_s;
+    // What a pattern would read as a sign stands for itself.
+    QString pattern;
+    for (const QChar c : beginning)
+        pattern += c == u'%' || c == u'_' || c == u'[' ? QString(u'[') + c + u']' : QString(c);
+    Temp_QRY.Open(u"select distinct top 50 "_s + column + u" from GoodInf where "_s + column + u"<>'' and "_s + column +
+                  u" like "_s + host::NQuotedStr(QString(pattern + u'%')) + u" order by "_s + column);
+    QStringList texts;
+    for (; !Temp_QRY.Eof(); Temp_QRY.Next())
+        texts += Temp_QRY.Text(column);
+    return texts;
+}
+
 int TGood_DM::Good_ExistName(int code, const QString &name)
 {
     Temp_QRY.Open(u"select Code from GoodInf where Code <> "_s + QString::number(code) + u" AND Name = "_s +

@@ -85,6 +85,31 @@ void TGood_DM::OpenCostLevels(host::Dataset &dataset, int goodCode, Side side)
         QString::number(goodCode) + u" and status="_s + QString::number(side) + u' ');
 }
 
+void TGood_DM::CostLevel_Sell_View(int goodCode)
+{
+    ViewCostLevels(SellDetails_QRY, goodCode, Sell);
+}
+
+void TGood_DM::CostLevel_Buy_View(int goodCode)
+{
+    ViewCostLevels(BuyDetails_QRY, goodCode, Buy);
+}
+
+void TGood_DM::ViewCostLevels(host::Dataset &dataset, int goodCode, Side side)
+{
+    const QString name = SideName(side);
+    QString costs;
+    for (int level = 1; level <= Levels; ++level) {
+        const QString number = QString::number(level);
+        costs += u" when "_s + number + u" then CostLevel_"_s + name + u'_' + number;
+    }
+    dataset.Open(u"select cl.Code as CostLevelCode,Name,case cl.Code"_s + costs +
+                 u" end as Cost,case cl.Code when Default_CostLevel_"_s + name +
+                 u"_Number then '*' end as deftitle from CostLevel as cl,GoodCostDiscount where cl.CostType=1 and "
+                 "GoodCode="_s +
+                 QString::number(goodCode) + u" order by cl.Code"_s);
+}
+
 void TGood_DM::CostLevel_Sell_Update(int goodCode, int level)
 {
     SetDefaultCostLevel(goodCode, level, Sell);

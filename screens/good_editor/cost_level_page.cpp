@@ -24,9 +24,10 @@ CostLevelPage::~CostLevelPage() = default;
 void CostLevelPage::Open(int goodCode, host::TFormMode mode)
 {
     isNew_ = mode == host::TFormMode::New;
-    data_.CostLevel_Prepare(goodCode, static_cast<int>(mode));
-    sell_->Open(goodCode);
-    buy_->Open(goodCode);
+    if (mode != host::TFormMode::Review)
+        data_.CostLevel_Prepare(goodCode, static_cast<int>(mode));
+    sell_->Open(goodCode, mode);
+    buy_->Open(goodCode, mode);
     for (FinalPriceSwitch *toggle : {sellFinal_, buyFinal_})
         toggle->SetVisible(host_.settings.SettingRecord().FinalPrices);
 }

@@ -17,14 +17,14 @@ constexpr int PriceColumn = 2;
 
 CostLevelSide::Operations CostLevelSide::Sell()
 {
-    return {&TGood_DM::SellDetails_QRY, &TGood_DM::CostLevel_Sell_GetAll, &TGood_DM::CostLevel_Sell_Fill,
-            &TGood_DM::CostLevel_Sell_Update, &TGood_DM::CostLevel_Sell_NotSelect};
+    return {&TGood_DM::SellDetails_QRY,     &TGood_DM::CostLevel_Sell_GetAll, &TGood_DM::CostLevel_Sell_View,
+            &TGood_DM::CostLevel_Sell_Fill, &TGood_DM::CostLevel_Sell_Update, &TGood_DM::CostLevel_Sell_NotSelect};
 }
 
 CostLevelSide::Operations CostLevelSide::Buy()
 {
-    return {&TGood_DM::BuyDetails_QRY, &TGood_DM::CostLevel_Buy_GetAll, &TGood_DM::CostLevel_Buy_Fill,
-            &TGood_DM::CostLevel_Buy_Update, &TGood_DM::CostLevel_Buy_NotSelect};
+    return {&TGood_DM::BuyDetails_QRY,     &TGood_DM::CostLevel_Buy_GetAll, &TGood_DM::CostLevel_Buy_View,
+            &TGood_DM::CostLevel_Buy_Fill, &TGood_DM::CostLevel_Buy_Update, &TGood_DM::CostLevel_Buy_NotSelect};
 }
 
 CostLevelSide::CostLevelSide(const Operations &operations, TGood_DM &data, host::Grid *grid, QComboBox *defaultLevel,
@@ -49,9 +49,12 @@ CostLevelSide::CostLevelSide(const Operations &operations, TGood_DM &data, host:
     goods::OnLeave(grid_, goods::RuleTime::Afterwards, [this] { run_([this] { Post(); }); });
 }
 
-void CostLevelSide::Open(int goodCode)
+void CostLevelSide::Open(int goodCode, host::TFormMode mode)
 {
-    MoveTo(goodCode);
+    if (mode == host::TFormMode::Review)
+        (data_.*operations_.View)(goodCode);
+    else
+        MoveTo(goodCode);
     QList<host::Entity> levels;
     const int chosen = (data_.*operations_.Fill)(levels, goodCode);
     default_->clear();

@@ -24,6 +24,7 @@ public:
     {
         host::Dataset TGood_DM::*rows;
         void (TGood_DM::*GetAll)(int goodCode);
+        void (TGood_DM::*View)(int goodCode);
         int (TGood_DM::*Fill)(QList<host::Entity> &list, int goodCode);
         void (TGood_DM::*Update)(int goodCode, int level);
         bool (TGood_DM::*NotSelect)(int goodCode, int level);
@@ -35,8 +36,8 @@ public:
     CostLevelSide(const Operations &operations, TGood_DM &data, host::Grid *grid, QComboBox *defaultLevel, QLabel *hint,
                   goods::Boundary run, QObject *parent);
 
-    /// Shows the working rows of the good and its default level.
-    void Open(int goodCode);
+    /// Shows the working rows of the good and its default level; for review its stored prices.
+    void Open(int goodCode, host::TFormMode mode);
     /// The working rows moved to another code.
     void MoveTo(int goodCode);
     /// Writes a price that is still being typed to its working row.

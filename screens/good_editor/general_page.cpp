@@ -15,7 +15,7 @@ constexpr int NamePartLength = 50;
 
 } // namespace
 
-GeneralPage::GeneralPage(host::Host &host, TGood_DM &data, QWidget *parent)
+GeneralPage::GeneralPage(host::Host &host, TGood_DM &data, const goods::Boundary &run, QWidget *parent)
     : QWidget(parent), host_(host), data_(data), ui_(std::make_unique<Ui::GeneralPage>())
 {
     ui_->setupUi(this);
@@ -23,9 +23,16 @@ GeneralPage::GeneralPage(host::Host &host, TGood_DM &data, QWidget *parent)
     ui_->FullName_LBL->setFont(host.theme.TitleFont());
     // A long name must not widen the window; all of it is in the tooltip.
     ui_->FullName_LBL->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    for (QComboBox *part : {ui_->Name_EDT, ui_->Kala_Type_EDT, ui_->Kala_Index_EDT}) {
-        part->lineEdit()->setMaxLength(NamePartLength);
-        connect(part, &QComboBox::editTextChanged, this, &GeneralPage::ShowFullName);
+    for (const auto &[edit, part] :
+         {std::pair(ui_->Name_EDT, TGood_DM::NamePart::Name), std::pair(ui_->Kala_Type_EDT, TGood_DM::NamePart::Type),
+          std::pair(ui_->Kala_Index_EDT, TGood_DM::NamePart::Index)}) {
+        edit->lineEdit()->setMaxLength(NamePartLength);
+        edit->SetSource([this, run, part = part](const QString &beginning) {
+            QStringList texts;
+            run([&] { texts = data_.Good_NameParts(part, beginning); });
+            return texts;
+        });
+        connect(edit, &QComboBox::editTextChanged, this, &GeneralPage::ShowFullName);
     }
     connect(ui_->Group_CMB, &QComboBox::currentIndexChanged, this, [this] { emit GroupPicked(Group()); });
 }

@@ -20,7 +20,8 @@ class GeneralPage : public QWidget
     Q_OBJECT
 
 public:
-    GeneralPage(host::Host &host, TGood_DM &data, QWidget *parent = nullptr);
+    /// `run` is the boundary of errors for what happens at once.
+    GeneralPage(host::Host &host, TGood_DM &data, const goods::Boundary &run, QWidget *parent = nullptr);
     ~GeneralPage() override;
 
     OpeningFields &Opening() { return *opening_; }

@@ -45,7 +45,7 @@ void TGood_Get_FRM::BuildPages()
 {
     const auto run = [this](const std::function<void()> &body) { Command(Title(), body); };
     const auto rule = [this](const std::function<goods::Refused()> &body) { RunRule(body); };
-    general_ = new GeneralPage(m_host, data_, this);
+    general_ = new GeneralPage(m_host, data_, run, this);
     prices_ = new CostLevelPage(m_host, data_, run, this);
     details_ = new DetailsPage(data_, this);
     complete_ = new CompletePage(m_host, data_, rule, this);

@@ -2,6 +2,7 @@
 #include "tests/support/test_main.h"
 
 #include "host/controls/entity_picker.h"
+#include "host/controls/grid.h"
 
 #include <QAbstractButton>
 #include <QComboBox>
@@ -232,16 +233,35 @@ private slots:
         QCOMPARE(f.database.Rows(u"select Code,GrpCode from GoodInf"_qs), QStringList{u"500009|6"_qs});
     }
 
+    void namesAreSuggestedWhenAskedFor()
+    {
+        EditorFixture f;
+        f.InsertGood(500009, u"دوغ"_qs, 909);
+        f.InsertGood(500008, u"دو%ابل"_qs, 908);
+        f.OpenNew(u"5"_qs, [&](QWidget *screen) {
+            test::Type(u"دو%"_qs);
+            test::Press(Qt::Key_Down, Qt::AltModifier);
+            test::Press(Qt::Key_Down);
+            test::Press(Qt::Key_Return);
+            QCOMPARE(test::Find<QComboBox>(screen, u"Name_EDT"_qs).currentText(), u"دو%ابل"_qs);
+            f.Leave();
+        });
+    }
+
     void reviewingWritesNothing()
     {
         EditorFixture f;
         f.InsertGood(500009, u"دوغ"_qs, 909);
+        f.database.Exec(u"insert into tmpCostList(Type,Status,TypeCode,CostLevelCode,Cost) values(3,0,500009,1,7)"_qs);
         f.Open(500009, host::TFormMode::Review, {}, [&](QWidget *screen) {
             test::Enter(screen, u"Name_EDT"_qs, u"ماست"_qs);
             QCOMPARE(test::Find<QComboBox>(screen, u"Name_EDT"_qs).currentText(), u"دوغ"_qs);
             test::Press(Qt::Key_F3);
+            // Another desk's unsaved prices are not touched, nor shown.
+            QCOMPARE(test::Find<host::Grid>(screen, u"SellDetails_GRD"_qs).VisibleTexts(0).at(1), u"۱۰۰"_qs);
             test::Press(Qt::Key_Escape);
         });
+        QCOMPARE(f.database.Rows(u"select Cost from tmpCostList"_qs), QStringList{u"7"_qs});
         QCOMPARE(f.database.Rows(u"select Name from GoodInf"_qs), QStringList{u"دوغ  "_qs});
     }
 };

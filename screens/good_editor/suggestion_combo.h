@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QtWidgets/QComboBox>
+
+#include <functional>
+
+/// An editable combo box whose list is asked for when it opens: texts that begin with what is typed. Typing alone never
+/// changes what the user writes.
+class SuggestionCombo : public QComboBox
+{
+    Q_OBJECT
+
+public:
+    using Source = std::function<QStringList(const QString &beginning)>;
+
+    explicit SuggestionCombo(QWidget *parent = nullptr);
+
+    void SetSource(Source source) { source_ = std::move(source); }
+
+    void showPopup() override;
+
+private:
+    Source source_;
+};
