@@ -17,7 +17,7 @@ namespace {
 
 std::shared_ptr<const Table> Writer::writableTable(const ObjectName &name, int line) const
 {
-    if (const std::shared_ptr<const Table> table = m_catalogue.table(name))
+    if (std::shared_ptr<const Table> table = m_catalogue.table(name))
         return table;
     if (name.name.startsWith(u'@'))
         throw Error(1087, u"Must declare the table variable \"%1\"."_qs.arg(name.name), line);
@@ -185,6 +185,7 @@ void Writer::insert(const InsertStatement &statement)
                                : insertRows(statement, *table, columns, defaults);
     }
     std::vector<QString> names;
+    names.reserve(columns.size() + defaults.size());
     for (const Column *column : columns)
         names.push_back(column->name);
     for (const Column *column : defaults)
