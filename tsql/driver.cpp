@@ -5,6 +5,7 @@
 #include "tsql/qt_types.h"
 #include "tsql/result.h"
 
+#include <QDateTime>
 #include <QSqlError>
 #include <QSqlField>
 #include <QSqlIndex>

@@ -38,8 +38,8 @@ void refuse(Call &call)
 }
 
 constexpr Function systemFunctions[] = {
-    {"tsql_newid", 0, newId, false, false},
-    {"tsql_error", 2, refuse, true, false},
+    {"tsql_newid", newId, 0, false, false},
+    {"tsql_error", refuse, 2, true, false},
 };
 
 int collate(void *, int lengthA, const void *a, int lengthB, const void *b)

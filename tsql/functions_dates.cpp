@@ -38,8 +38,8 @@ void datePart(Call &call)
 }
 
 constexpr Function dateFunctions[] = {
-    {"date_of_text", 3, dateOfText}, {"date_fit", 2, dateFit},   {"date_text", 3, dateText},
-    {"date_add", 4, dateAdd},        {"date_diff", 3, dateDiff}, {"date_part", 2, datePart},
+    {"date_of_text", dateOfText, 3}, {"date_fit", dateFit, 2},   {"date_text", dateText, 3},
+    {"date_add", dateAdd, 4},        {"date_diff", dateDiff, 3}, {"date_part", datePart, 2},
 };
 
 } // namespace

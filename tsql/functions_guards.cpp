@@ -60,10 +60,10 @@ void isDate(Call &call)
 }
 
 constexpr Function guards[] = {
-    {"not_null", 4, notNull, true},
-    {"number_text", 4, numberText},
-    {"can_convert", 4, canConvert},
-    {"tsql_isdate", 1, isDate, true},
+    {"not_null", notNull, 4, true},
+    {"number_text", numberText, 4},
+    {"can_convert", canConvert, 4},
+    {"tsql_isdate", isDate, 1, true},
 };
 
 /** The one value of a subquery that stands for a value. */

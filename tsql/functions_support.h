@@ -80,8 +80,8 @@ private:
 struct Function
 {
     const char *name;
-    int args; ///< -1 for any number
     void (*body)(Call &);
+    int args;               ///< -1 for any number
     bool takesNull = false; ///< otherwise a NULL argument makes the result NULL without a call
     bool steady = true;     ///< same arguments, same result
 };

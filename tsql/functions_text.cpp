@@ -257,36 +257,36 @@ void quoteName(Call &call)
 }
 
 constexpr Function textFunctions[] = {
-    {"text_fit", 4, textFit},
-    {"text_cut", 2, textCut},
-    {"text_pad", 2, textPad},
-    {"text_of_int", 1, textOfInt},
-    {"text_of_binary", 1, textOfBinary},
-    {"binary_of_text", 1, binaryOfText},
-    {"tsql_len", 1, len},
-    {"tsql_datalength", 2, dataLength},
-    {"tsql_substring", 3, substring},
-    {"tsql_left", 2, left},
-    {"tsql_right", 2, right},
-    {"tsql_charindex", 2, charIndex},
-    {"tsql_charindex", 3, charIndex},
-    {"tsql_patindex", 2, patIndex},
-    {"tsql_stuff", 4, stuff, true},
-    {"tsql_replace", 3, replace},
-    {"tsql_ltrim", 1, ltrim},
-    {"tsql_rtrim", 1, rtrim},
-    {"tsql_trim", 1, trim},
-    {"tsql_upper", 1, upper},
-    {"tsql_lower", 1, lower},
-    {"tsql_reverse", 1, reverse},
-    {"tsql_replicate", 2, replicate},
-    {"tsql_space", 1, space},
-    {"tsql_ascii", 1, codeOfFirst},
-    {"tsql_unicode", 1, codeOfFirst},
-    {"tsql_nchar", 1, nchar},
-    {"tsql_quotename", 1, quoteName},
-    {"tsql_quotename", 2, quoteName},
-    {"tsql_like", 3, like},
+    {"text_fit", textFit, 4},
+    {"text_cut", textCut, 2},
+    {"text_pad", textPad, 2},
+    {"text_of_int", textOfInt, 1},
+    {"text_of_binary", textOfBinary, 1},
+    {"binary_of_text", binaryOfText, 1},
+    {"tsql_len", len, 1},
+    {"tsql_datalength", dataLength, 2},
+    {"tsql_substring", substring, 3},
+    {"tsql_left", left, 2},
+    {"tsql_right", right, 2},
+    {"tsql_charindex", charIndex, 2},
+    {"tsql_charindex", charIndex, 3},
+    {"tsql_patindex", patIndex, 2},
+    {"tsql_stuff", stuff, 4, true},
+    {"tsql_replace", replace, 3},
+    {"tsql_ltrim", ltrim, 1},
+    {"tsql_rtrim", rtrim, 1},
+    {"tsql_trim", trim, 1},
+    {"tsql_upper", upper, 1},
+    {"tsql_lower", lower, 1},
+    {"tsql_reverse", reverse, 1},
+    {"tsql_replicate", replicate, 2},
+    {"tsql_space", space, 1},
+    {"tsql_ascii", codeOfFirst, 1},
+    {"tsql_unicode", codeOfFirst, 1},
+    {"tsql_nchar", nchar, 1},
+    {"tsql_quotename", quoteName, 1},
+    {"tsql_quotename", quoteName, 2},
+    {"tsql_like", like, 3},
 };
 
 /** LIKE without ESCAPE runs over whole lists: with its pattern at hand it goes no detours. */
@@ -294,7 +294,7 @@ void likeQuickly(sqlite3_context *context, int count, sqlite3_value **values)
 {
     const auto *pattern = static_cast<const LikePattern *>(sqlite3_get_auxdata(context, 1));
     if (!pattern) {
-        static constexpr Function general = {"tsql_like", 2, like};
+        static constexpr Function general = {"tsql_like", like, 2};
         callFunction(general, context, count, values);
         return;
     }

@@ -16,15 +16,15 @@ constexpr std::array<Mark, 128> makeMarks()
     std::array<Mark, 128> marks{};
     for (const char c :
          {' ', '\t', '\r', '\n', '(', ')', ',', ';', '+', '*', '%', '=', '<', '>', '&', '|', '^', '~', ':', '?', '!'})
-        marks[static_cast<std::size_t>(c)] = Mark::Plain;
+        marks[static_cast<unsigned char>(c)] = Mark::Plain;
     for (char c = 'a'; c <= 'z'; ++c)
-        marks[static_cast<std::size_t>(c)] = Mark::Word;
+        marks[static_cast<unsigned char>(c)] = Mark::Word;
     for (char c = 'A'; c <= 'Z'; ++c)
-        marks[static_cast<std::size_t>(c)] = Mark::Word;
+        marks[static_cast<unsigned char>(c)] = Mark::Word;
     for (const char c : {'_', '#', '@', '$'})
-        marks[static_cast<std::size_t>(c)] = Mark::Word;
+        marks[static_cast<unsigned char>(c)] = Mark::Word;
     for (char c = '0'; c <= '9'; ++c)
-        marks[static_cast<std::size_t>(c)] = Mark::Digit;
+        marks[static_cast<unsigned char>(c)] = Mark::Digit;
     marks['\''] = Mark::Quote;
     marks['['] = Mark::Bracket;
     marks['"'] = Mark::DoubleQuote;
