@@ -46,6 +46,7 @@ private:
     void runDeclare(const DeclareStatement &statement, Frame &frame);
 
     // Queries and rows
+    CompileOptions optionsOf(const Frame &frame) const;
     template <class Compiler>
     std::shared_ptr<CompiledEntry> entryOf(const void *node, Frame &frame, const Compiler &compiler);
     std::shared_ptr<CompiledEntry> entryOf(const Statement &statement, Frame &frame);

@@ -113,6 +113,14 @@ void Interpreter::bind(sqlite3_stmt *statement, const Compiled &compiled, Frame 
     }
 }
 
+/** The session's settings, with the literals of the text at hand: the tree may stem from another of its shape. */
+CompileOptions Interpreter::optionsOf(const Frame &frame) const
+{
+    CompileOptions options = m_connection.m_session.options;
+    options.literals = frame.literals;
+    return options;
+}
+
 template <class Compiler>
 std::shared_ptr<CompiledEntry> Interpreter::entryOf(const void *node, Frame &frame, const Compiler &compiler)
 {
@@ -132,7 +140,7 @@ std::shared_ptr<CompiledEntry> Interpreter::entryOf(const void *node, Frame &fra
 std::shared_ptr<CompiledEntry> Interpreter::entryOf(const Statement &statement, Frame &frame)
 {
     return entryOf(&statement, frame, [&] {
-        return compile(statement, m_connection.m_catalogue, frame.plan.variables(), m_connection.m_session.options);
+        return compile(statement, m_connection.m_catalogue, frame.plan.variables(), optionsOf(frame));
     });
 }
 
@@ -204,8 +212,9 @@ void Interpreter::runChange(const Statement &statement, Frame &frame)
 
 Value Interpreter::scalar(const Expression &value, Frame &frame, const SqlType &target)
 {
-    const auto entry = entryOf(
-        &value, frame, [&] { return compileScalar(value, m_connection.m_catalogue, frame.plan.variables(), target); });
+    const auto entry = entryOf(&value, frame, [&] {
+        return compileScalar(value, m_connection.m_catalogue, frame.plan.variables(), target, optionsOf(frame));
+    });
     const Lease lease(entry, m_connection.m_main);
     bind(lease.statement(), entry->compiled, frame);
     return m_connection.m_main.step(lease.statement()) ? columnValue(lease.statement(), 0) : Value();
@@ -213,8 +222,9 @@ Value Interpreter::scalar(const Expression &value, Frame &frame, const SqlType &
 
 bool Interpreter::condition(const Expression &value, Frame &frame)
 {
-    const auto entry = entryOf(
-        &value, frame, [&] { return compileCondition(value, m_connection.m_catalogue, frame.plan.variables()); });
+    const auto entry = entryOf(&value, frame, [&] {
+        return compileCondition(value, m_connection.m_catalogue, frame.plan.variables(), optionsOf(frame));
+    });
     const Lease lease(entry, m_connection.m_main);
     bind(lease.statement(), entry->compiled, frame);
     return m_connection.m_main.step(lease.statement()) && sqlite3_column_int(lease.statement(), 0) != 0;

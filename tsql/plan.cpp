@@ -3,6 +3,8 @@
 #include "tsql/parser.h"
 #include "tsql/storage.h"
 
+#include <algorithm>
+
 namespace tsql {
 
 namespace {
@@ -18,13 +20,10 @@ bool namesRowCount(const QString &text)
     return text.contains(u"@@ROWCOUNT"_qs, Qt::CaseInsensitive);
 }
 
-bool sameType(const Literal &a, const Literal &b)
+bool isDefinition(StatementKind kind)
 {
-    if (a.kind != b.kind)
-        return false;
-    if (a.kind == LiteralKind::Decimal)
-        return a.text.size() == b.text.size() && a.text.indexOf(u'.') == b.text.indexOf(u'.');
-    return a.kind == LiteralKind::Integer || a.text.size() == b.text.size();
+    const bool creates = kind >= StatementKind::CreateTable && kind <= StatementKind::Drop;
+    return creates || kind == StatementKind::DeclareTable;
 }
 
 } // namespace
@@ -83,6 +82,18 @@ Plan::Plan(Batch batch) : m_batch(std::move(batch)), m_asksRowCount(namesRowCoun
     collect(m_batch.statements);
 }
 
+bool Plan::serves(const std::vector<Literal> &literals) const
+{
+    const auto same = [&](int i) { return literals[size_t(i)].text == m_batch.literals[size_t(i)].text; };
+    if (!m_defines)
+        return std::all_of(m_batch.fixedLiterals.begin(), m_batch.fixedLiterals.end(), same);
+    for (int i = 0; i < int(literals.size()); ++i) {
+        if (!same(i))
+            return false;
+    }
+    return true;
+}
+
 Plan::Plan(std::shared_ptr<const CreateProcedureStatement> procedure)
     : m_procedure(std::move(procedure)), m_asksRowCount(namesRowCount(m_procedure->text))
 {
@@ -110,6 +121,7 @@ void Plan::collect(const std::vector<StatementPtr> &statements)
 /** A DECLARE counts for the whole text wherever it stands. */
 void Plan::collect(const Statement &statement)
 {
+    m_defines = m_defines || isDefinition(statement.kind);
     switch (statement.kind) {
     case StatementKind::Declare:
         for (const auto &variable : as<DeclareStatement>(statement).variables)
@@ -145,7 +157,7 @@ bool Plan::fits(const Variant &variant, const std::vector<Literal> *literals)
     for (size_t i = 0; i < needs.size(); ++i) {
         const Literal &now = (*literals)[size_t(needs[i].literal)];
         const Literal &then = variant.literals[i];
-        if (!sameType(now, then) || (needs[i].value && now.text != then.text))
+        if (literalType(now) != literalType(then) || (needs[i].value && now.text != then.text))
             return false;
     }
     return true;
@@ -188,7 +200,8 @@ std::shared_ptr<Plan> PlanCache::plan(const QString &text, const QString &scope,
     const bool keep = !m_shape.key.isEmpty() && text.size() <= LongestKept;
     const QString key = scope.isEmpty() ? m_shape.key : scope + u'\n' + m_shape.key;
     if (keep) {
-        if (const auto *found = m_plans.object(key)) {
+        const auto *found = m_plans.object(key);
+        if (found && (*found)->serves(m_shape.literals)) {
             literals.swap(m_shape.literals);
             return *found;
         }

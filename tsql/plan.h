@@ -62,6 +62,11 @@ public:
     explicit Plan(std::shared_ptr<const CreateProcedureStatement> procedure);
 
     const std::vector<StatementPtr> &statements() const;
+    /**
+     * Whether the syntax tree stands for a text of the same shape with these literals: the lengths of types and the
+     * like are part of the tree, and a definition keeps its text as it was written.
+     */
+    bool serves(const std::vector<Literal> &literals) const;
     const CreateProcedureStatement *procedure() const { return m_procedure.get(); }
     /** The variables that the text declares anywhere, with the parameters. */
     const VariableTypes &variables() const { return m_variables; }
@@ -95,6 +100,7 @@ private:
     std::shared_ptr<const CreateProcedureStatement> m_procedure;
     VariableTypes m_variables;
     bool m_asksRowCount = false;
+    bool m_defines = false; ///< creates, changes or drops something
     std::unordered_map<const void *, std::vector<Variant>> m_entries;
 };
 

@@ -102,10 +102,10 @@ Compiled compile(const Statement &statement, const Catalogue &catalogue, const V
 }
 
 Compiled compileScalar(const Expression &value, const Catalogue &catalogue, const VariableTypes &variables,
-                       const SqlType &target)
+                       const SqlType &target, const CompileOptions &options)
 {
     try {
-        return Writer(catalogue, variables, {}).scalar(value, target);
+        return Writer(catalogue, variables, options).scalar(value, target);
     } catch (Error &error) {
         if (error.line() == 0)
             error.setLine(value.line);
@@ -113,10 +113,11 @@ Compiled compileScalar(const Expression &value, const Catalogue &catalogue, cons
     }
 }
 
-Compiled compileCondition(const Expression &condition, const Catalogue &catalogue, const VariableTypes &variables)
+Compiled compileCondition(const Expression &condition, const Catalogue &catalogue, const VariableTypes &variables,
+                          const CompileOptions &options)
 {
     try {
-        return Writer(catalogue, variables, {}).condition(condition);
+        return Writer(catalogue, variables, options).condition(condition);
     } catch (Error &error) {
         if (error.line() == 0)
             error.setLine(condition.line);
@@ -193,15 +194,30 @@ void Writer::need(const Parameter &parameter, bool value)
         m_out.needs.push_back({parameter.literal, value});
 }
 
+/// The literal as it stands in the text at hand.
+const Literal &Writer::literalOf(const Expression &node) const
+{
+    const bool elsewhere = !m_constants && node.literal >= 0 && m_options.literals != nullptr;
+    return elsewhere ? (*m_options.literals)[static_cast<std::size_t>(node.literal)] : node.value;
+}
+
+bool Writer::isWhole(const Expression &node, qint64 value) const
+{
+    if (node.kind != ExpressionKind::Literal)
+        return false;
+    const Literal &literal = literalOf(node);
+    return literal.kind == LiteralKind::Integer && literal.integer == value;
+}
+
 Operand Writer::literal(const Expression &node)
 {
     Operand operand;
-    operand.type = literalType(node.value);
+    operand.type = literalType(literalOf(node));
     operand.nullable = false;
     Parameter parameter;
     parameter.source = m_constants || node.literal < 0 ? Parameter::Source::Constant : Parameter::Source::Literal;
     parameter.literal = node.literal;
-    parameter.value = node.value;
+    parameter.value = literalOf(node);
     // The length of a text literal is not part of the statement's shape.
     if (operand.type.isText() && parameter.source == Parameter::Source::Literal && operand.type.length != SqlType::Max)
         operand.type.length = operand.type.isUnicode() ? 4000 : 8000;

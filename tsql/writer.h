@@ -82,6 +82,8 @@ struct Compiled
 struct CompileOptions
 {
     QSet<QString> identityInsert; ///< keys of the tables with IDENTITY_INSERT ON
+    /// The literals of the text at hand when the syntax tree was made from another text of the same shape.
+    const std::vector<Literal> *literals = nullptr;
 };
 
 /// Compiles SELECT, INSERT, UPDATE, DELETE, TRUNCATE and the data definition statements.
@@ -95,9 +97,10 @@ SqlType literalType(const Literal &literal);
 /// A value (SET @x, an argument, RETURN, PRINT …) as a SELECT of one row and one column, converted to `target`
 /// unless that is Null.
 Compiled compileScalar(const Expression &value, const Catalogue &catalogue, const VariableTypes &variables,
-                       const SqlType &target = {});
+                       const SqlType &target = {}, const CompileOptions &options = {});
 
 /// A condition (IF, WHILE) as a SELECT of one row and one column that holds 1 or 0.
-Compiled compileCondition(const Expression &condition, const Catalogue &catalogue, const VariableTypes &variables);
+Compiled compileCondition(const Expression &condition, const Catalogue &catalogue, const VariableTypes &variables,
+                          const CompileOptions &options = {});
 
 } // namespace tsql

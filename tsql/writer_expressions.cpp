@@ -167,7 +167,9 @@ bool Writer::sameExpression(const Expression &left, const Expression &right)
     if (qualified && !sameName(left.qualifier, right.qualifier))
         return false;
     if (left.kind == ExpressionKind::Literal) {
-        if (left.value.kind != right.value.kind || left.value.text != right.value.text)
+        const Literal &a = literalOf(left);
+        const Literal &b = literalOf(right);
+        if (a.kind != b.kind || a.text != b.text)
             return false;
         if (!m_constants && left.literal >= 0 && left.literal != right.literal) {
             m_out.needs.push_back({left.literal, true});

@@ -130,6 +130,8 @@ private:
     QString parameter(Parameter parameter);
     QString constantText(const Parameter &parameter) const;
     void need(const Parameter &parameter, bool value);
+    const Literal &literalOf(const Expression &node) const;
+    bool isWhole(const Expression &node, qint64 value) const;
     Operand literal(const Expression &node);
     Operand variable(const Expression &node);
     Operand system(const QString &name, const SqlType &type);

@@ -134,7 +134,7 @@ CorePlan Writer::planCore(const SelectCore &core, const Scope *outer)
     if (core.top && !core.topPercent) {
         plan.limit = limitText(*core.top, scope);
     } else if (core.top) {
-        const bool all = core.top->kind == ExpressionKind::Literal && core.top->value.integer == 100;
+        const bool all = isWhole(*core.top, 100);
         if (!all)
             throw Error(40517, u"TOP … PERCENT other than 100 is not supported in this version of the database."_qs,
                         core.line);
@@ -251,8 +251,8 @@ QString Writer::bodyText(const QueryBody &body, std::vector<CorePlan> &plans, st
 /// The output column an ORDER BY item means: its number, its alias or the same expression.
 std::optional<std::size_t> Writer::outputPosition(const Expression &node, const CorePlan &plan)
 {
-    if (node.kind == ExpressionKind::Literal && node.value.kind == LiteralKind::Integer) {
-        const qint64 position = node.value.integer;
+    if (node.kind == ExpressionKind::Literal && literalOf(node).kind == LiteralKind::Integer) {
+        const qint64 position = literalOf(node).integer;
         if (position < 1 || position > static_cast<qint64>(plan.items.size()))
             throw Error(
                 108,
@@ -377,7 +377,7 @@ bool Writer::singleRow(const Query &query)
     if (!query.body->core)
         return false;
     const SelectCore &core = *query.body->core;
-    if (core.top && !core.topPercent && core.top->kind == ExpressionKind::Literal && core.top->value.integer == 1) {
+    if (core.top && !core.topPercent && isWhole(*core.top, 1)) {
         if (core.top->literal >= 0 && !m_constants)
             m_out.needs.push_back({core.top->literal, true});
         return true;
