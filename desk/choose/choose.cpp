@@ -28,7 +28,7 @@ TChoose_FRM::TChoose_FRM(host::Host &host, const GoodsModule &module)
     SetTitle(u"انتخاب کالا برای بخش دیگر"_qs);
     ui_->Group_Entity->SetSource(host.entities, host::TSoftwarePart::GoodsGroups);
     ui_->ResultDB_GRD->SetColumns({{u"Code"_qs, u"کد"_qs, 80, false, host::ColumnFormat::Code},
-                                   {u"Name"_qs, u"نام کامل کالا"_qs, 280},
+                                   {u"Name"_qs, u"نام کامل کالا"_qs, 340},
                                    {u"GroupName"_qs, u"گروه"_qs, 130},
                                    {u"UnitName"_qs, u"واحد"_qs, 80},
                                    {u"Stock"_qs, u"موجودی"_qs, 90, false, host::ColumnFormat::Quantity}});

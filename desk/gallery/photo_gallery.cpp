@@ -70,6 +70,7 @@ TPhotoGallery_FRM::TPhotoGallery_FRM(host::Host &host, host::TSoftwarePart part,
     Bind(AddFooterButton(u"Del_BTN"_qs, u"حذف F7"_qs), Qt::Key_F7, [this] { DeletePhoto(); });
     Bind(AddFooterButton(u"Earlier_BTN"_qs, u"جلوتر"_qs), Qt::CTRL | Qt::Key_Up, [this] { Move(-1); });
     Bind(AddFooterButton(u"Later_BTN"_qs, u"عقب‌تر"_qs), Qt::CTRL | Qt::Key_Down, [this] { Move(1); });
+    Bind(AddFooterButton(u"EXit_BTN"_qs, u"خروج Esc"_qs), {}, [this] { reject(); });
 }
 
 TPhotoGallery_FRM::~TPhotoGallery_FRM() = default;

@@ -23,7 +23,7 @@ TEntity_List_FRM::TEntity_List_FRM(host::Host &host, const EntityKind &kind, TFo
     SetTitle(mode == TFormMode::Selection ? u"انتخاب "_qs + kind.singular : kind.plural);
     ui_->ListDB_GRD->SetColumns({{u"Code"_qs, u"کد"_qs, 80, false, host::ColumnFormat::Code},
                                  {u"Name"_qs, u"نام"_qs, 230},
-                                 {u"Comment"_qs, u"توضیحات"_qs, 190, !kind.editable}});
+                                 {u"Comment"_qs, u"توضیحات"_qs, 250, !kind.editable}});
     RememberLayout(ui_->ListDB_GRD);
     ui_->Search_EDT->installEventFilter(this);
     AddCommands();
@@ -51,6 +51,7 @@ void TEntity_List_FRM::AddCommands()
         AddCommand(u"Del_BTN", u"حذف F7", Qt::Key_F7, &TEntity_List_FRM::DeleteRow);
     }
     AddCommand(u"PrintList_BTN", u"پیش نمایش ليست F9", Qt::Key_F9, &TEntity_List_FRM::PreviewGrid);
+    AddCommand(u"EXit_BTN", u"خروج Esc", Qt::Key_unknown, &TEntity_List_FRM::reject);
 }
 
 void TEntity_List_FRM::AddCommand(const char16_t *objectName, const char16_t *caption, Qt::Key key,

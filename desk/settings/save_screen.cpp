@@ -11,6 +11,7 @@ TSaveScreen_FRM::TSaveScreen_FRM(host::Host &host, host::TSoftwarePart part)
 {
     save_ = AddFooterButton(u"Save_BTN"_qs, u"ذخيره F3"_qs);
     Bind(save_, Qt::Key_F3, [this] { Save(); });
+    Bind(AddFooterButton(u"EXit_BTN"_qs, u"خروج Esc"_qs), {}, [this] { reject(); });
     SetIsSaved(true);
 }
 

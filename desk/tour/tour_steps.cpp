@@ -40,10 +40,14 @@ public:
         steps_ << TourStep{name, [] { return !QApplication::activeModalWidget(); },
                            [this, self = shared_from_this(), action] { window_.Command(action)->trigger(); }};
     }
+    /// A picture of the front window, when the texts that flash over it are gone.
     void Shot(const QString &name, const QString &control)
     {
-        When(u"picture "_qs + name, control,
-             [this, self = shared_from_this(), name] { picture_(FrontWindow(), name); });
+        const auto ready = [control] {
+            return Control(FrontWindow(), control) != nullptr && !Control(FrontWindow(), u"Flash"_qs);
+        };
+        steps_ << TourStep{u"picture "_qs + name, ready,
+                           [this, self = shared_from_this(), name] { picture_(FrontWindow(), name); }};
     }
     void Key(const QString &name, const QString &control, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
     {
