@@ -2,18 +2,96 @@
 
 #include "ui_category_page.h"
 
-CategoryPage::CategoryPage(TGood_DM &data, QWidget *parent)
-    : QWidget(parent), data_(data), ui_(std::make_unique<Ui::CategoryPage>())
+#include <QtGui/QShortcut>
+
+namespace {
+
+constexpr int TakenOff = 2;
+constexpr int Attached = 1;
+
+/// The ends of the branches below `parent`, with the way to them as text: goods stand in those only.
+void AddLeaves(host::CategoryService &categories, int parent, const QString &way, QComboBox *choices)
+{
+    for (const host::Category &branch : categories.Branches(parent)) {
+        const QString name = way.isEmpty() ? branch.Name : way + QStringLiteral(" / ") + branch.Name;
+        const int before = choices->count();
+        AddLeaves(categories, branch.Code, name, choices);
+        if (choices->count() == before)
+            choices->addItem(name, branch.Code);
+    }
+}
+
+} // namespace
+
+CategoryPage::CategoryPage(host::Host &host, TGood_DM &data, const goods::RuleRunner &run, QWidget *parent)
+    : QWidget(parent), host_(host), data_(data), ui_(std::make_unique<Ui::CategoryPage>())
 {
     ui_->setupUi(this);
-    ui_->CategoryCommands_PNL->hide();
-    ui_->Category_GRD->SetColumns({{QStringLiteral("NAME"), QStringLiteral("دسته"), 420}});
+    ui_->Category_GRD->SetColumns({{QStringLiteral("NAME"), QStringLiteral("دسته"), 520}});
     ui_->Category_GRD->SetSource(&data_.KalaCategory_Qry, QStringLiteral("Id"));
+    using Action = goods::Refused (CategoryPage::*)();
+    for (const auto &[button, key, action] :
+         {std::tuple(ui_->AddCat_BTN, Qt::Key_F4, Action(&CategoryPage::Add)),
+          std::tuple(ui_->DellCat_BTN, Qt::Key_F7, Action(&CategoryPage::Delete))}) {
+        connect(button, &QPushButton::clicked, this,
+                [this, run, action = action] { run([this, action] { return (this->*action)(); }); });
+        auto *shortcut = new QShortcut(key, this);
+        shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+        connect(shortcut, &QShortcut::activated, button, [button = button] {
+            if (button->isVisible())
+                button->click();
+        });
+    }
 }
 
 CategoryPage::~CategoryPage() = default;
 
-void CategoryPage::Open(int goodCode)
+void CategoryPage::Open(int goodCode, bool mayChange)
 {
-    data_.Fill_grid(goodCode);
+    FillChoices();
+    ui_->CategoryCommands_PNL->setVisible(mayChange && ui_->Category_frame1->count() > 0);
+    MoveTo(goodCode);
+}
+
+void CategoryPage::MoveTo(int goodCode)
+{
+    good_ = goodCode;
+    Refresh();
+}
+
+void CategoryPage::FillChoices()
+{
+    ui_->Category_frame1->clear();
+    AddLeaves(host_.categories, 0, QString(), ui_->Category_frame1);
+    ui_->Category_frame1->setCurrentIndex(-1);
+}
+
+void CategoryPage::Refresh()
+{
+    data_.Fill_grid(good_);
+    ui_->DellCat_BTN->setEnabled(!data_.KalaCategory_Qry.IsEmpty());
+}
+
+goods::Refused CategoryPage::Add()
+{
+    const int category = ui_->Category_frame1->currentData().toInt();
+    if (category == 0 || !data_.cat_checker(good_, category))
+        return host::Refusal{ui_->Category_frame1, [](host::MessageService &messages) {
+                                 messages.MsgRepeatedField(QStringLiteral("دسته"), QStringLiteral("زیر شاخه خالی یا "));
+                             }};
+    data_.InsertUpdateToKalaCategory(good_, category, Attached);
+    Refresh();
+    ui_->Category_frame1->setCurrentIndex(-1);
+    emit Changed();
+    return {};
+}
+
+goods::Refused CategoryPage::Delete()
+{
+    if (data_.KalaCategory_Qry.IsEmpty() || !host_.messages.MsgDeleteItem(QStringLiteral("دسته")))
+        return {};
+    data_.GoodCatToTemp(ui_->Category_GRD->CurrentKey().toInt(), TakenOff);
+    Refresh();
+    emit Changed();
+    return {};
 }

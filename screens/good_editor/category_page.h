@@ -1,6 +1,7 @@
 #pragma once
 
 #include "data/goods/good_dm.h"
+#include "screens/good_editor/refusals.h"
 
 #include <QtWidgets/QWidget>
 
@@ -10,18 +11,32 @@ namespace Ui {
 class CategoryPage;
 }
 
-/// The tab of the categories that the good stands in.
+/// The tab of the categories that the good stands in. What is added and taken off lasts when the good is saved.
 class CategoryPage : public QWidget
 {
     Q_OBJECT
 
 public:
-    CategoryPage(TGood_DM &data, QWidget *parent = nullptr);
+    CategoryPage(host::Host &host, TGood_DM &data, const goods::RuleRunner &run, QWidget *parent = nullptr);
     ~CategoryPage() override;
 
-    void Open(int goodCode);
+    /// Shows the categories of a good; the commands only where they may be changed.
+    void Open(int goodCode, bool mayChange);
+    /// The good got another code, and its categories with it.
+    void MoveTo(int goodCode);
+
+signals:
+    /// The user added or took off a category.
+    void Changed();
 
 private:
+    void FillChoices();
+    void Refresh();
+    goods::Refused Add();
+    goods::Refused Delete();
+
+    host::Host &host_;
     TGood_DM &data_;
     std::unique_ptr<Ui::CategoryPage> ui_;
+    int good_ = 0;
 };

@@ -37,6 +37,8 @@ TGood_Get_FRM::TGood_Get_FRM(host::Host &host)
     BuildPages();
     BindPages();
     SetCodeEdit(general_->CodeEdit());
+    picture_ = AddFooterButton(QStringLiteral("Picture_BTN"), QStringLiteral("ثب&ت عکس"));
+    Bind(picture_, {}, [this] { OpenPhotos(); });
 }
 
 TGood_Get_FRM::~TGood_Get_FRM() = default;
@@ -50,7 +52,7 @@ void TGood_Get_FRM::BuildPages()
     details_ = new DetailsPage(data_, this);
     complete_ = new CompletePage(m_host, data_, rule, this);
     discounts_ = new DiscountPage(this);
-    categories_ = new CategoryPage(data_, this);
+    categories_ = new CategoryPage(m_host, data_, rule, this);
     for (QWidget *page :
          std::initializer_list<QWidget *>{general_, prices_, details_, complete_, discounts_, categories_})
         ui_->PageControl1->addTab(page, page->windowTitle());
@@ -81,6 +83,7 @@ void TGood_Get_FRM::BindPages()
             SetIsSaved(false);
     };
     connect(prices_, &CostLevelPage::Changed, this, changed);
+    connect(categories_, &CategoryPage::Changed, this, changed);
     connect(complete_, &CompletePage::Changed, this, changed);
     connect(barcodes_, &BarcodeFields::Completed, this, [this] {
         SetIsSaved(false);
@@ -88,12 +91,25 @@ void TGood_Get_FRM::BindPages()
     });
 }
 
+void TGood_Get_FRM::MoveWorkingRows(int code)
+{
+    barcodes_->SetGood(code);
+    prices_->MoveTo(code);
+    categories_->MoveTo(code);
+}
+
+void TGood_Get_FRM::OpenPhotos()
+{
+    if (m_host.permissions.HavePermission(m_host.settings.UserInfo(), TSoftwarePart::Goods, host::TPermission::Photo,
+                                          true, true, QString()))
+        m_host.photos.Open_Gallery(TSoftwarePart::Goods, general_->Code());
+}
+
 void TGood_Get_FRM::ProposeCode(int group)
 {
     const int code = code_.ChangeGroup(group);
     general_->SetCode(code);
-    barcodes_->SetGood(code);
-    prices_->MoveTo(code);
+    MoveWorkingRows(code);
     SetIsSaved(false);
 }
 
@@ -103,8 +119,7 @@ goods::Refused TGood_Get_FRM::TakeTypedCode()
     if (!IsNew() || code == 0 || code == code_.Current())
         return {};
     if (code_.TakeTyped(code)) {
-        barcodes_->SetGood(code);
-        prices_->MoveTo(code);
+        MoveWorkingRows(code);
         return {};
     }
     return host::Refusal{general_->CodeEdit(),
@@ -139,7 +154,7 @@ void TGood_Get_FRM::Prepare()
     prices_->Open(code, Mode());
     prices_->Show(loaded_);
     prices_->SetBothExempt(false);
-    categories_->Open(code);
+    categories_->Open(code, true);
     details_->OpenNew(code);
     ApplyOpeningLock();
 }
@@ -167,7 +182,7 @@ void TGood_Get_FRM::Load()
         data_.FirstAsset_FillTemp(code);
     ApplyOpeningLock();
     general_->Opening().SetDetailsEntered(m_host.goodDetails.EnterGoodDetails_Get(code, TOperationType::OpeningStock));
-    categories_->Open(code);
+    categories_->Open(code, Mode() == TFormMode::Edit);
 }
 
 void TGood_Get_FRM::ApplyOpeningLock()
@@ -183,6 +198,7 @@ void TGood_Get_FRM::SetReadOnly(bool readOnly)
 {
     TBaseGet_New_FRM::SetReadOnly(readOnly);
     prices_->SetReadOnly(readOnly);
+    picture_->setVisible(!readOnly);
     complete_->SetReadOnly(readOnly);
 }
 

@@ -43,6 +43,9 @@ private:
     void BuildPages();
     void BindPages();
     void ProposeCode(int group);
+    /// The good got another code, and its working rows with it.
+    void MoveWorkingRows(int code);
+    void OpenPhotos();
     goods::Refused TakeTypedCode();
     void RunRule(const std::function<goods::Refused()> &rule);
     void ApplyOpeningLock();
@@ -59,6 +62,7 @@ private:
     DiscountPage *discounts_ = nullptr;
     class CategoryPage *categories_ = nullptr;
     BarcodeFields *barcodes_ = nullptr;
+    QPushButton *picture_ = nullptr;
     std::unique_ptr<GoodValidation> validation_;
     /// The good as it was loaded: what no control shows is written back as it was.
     TGoodInfoRec loaded_;

@@ -1,0 +1,69 @@
+#include "tests/screens/good_editor/editor_fixture.h"
+#include "tests/support/test_main.h"
+
+#include <QComboBox>
+#include <QPushButton>
+#include <QtTest>
+
+/// What hangs on a good: its categories, its photos.
+class TestGoodLists : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void categoriesLastWhenSaved_data()
+    {
+        QTest::addColumn<bool>("save");
+        QTest::addColumn<QStringList>("rows");
+        QTest::newRow("saved") << true << QStringList{u"3|0"_qs};
+        QTest::newRow("left") << false << QStringList{u"2|0"_qs};
+    }
+    void categoriesLastWhenSaved()
+    {
+        QFETCH(bool, save);
+        EditorFixture f;
+        f.InsertGood(500009, u"دوغ"_qs, 909);
+        f.host.categories.all = {{1, 0, u"خوراکی"_qs}, {2, 1, u"سرد"_qs}, {3, 1, u"گرم"_qs}};
+        f.database.Exec(u"insert into Categories(Code,ParentCode,Name,Path) values(1,null,N'خوراکی',',1,'),"
+                        "(2,1,N'سرد',',1,2,'),(3,1,N'گرم',',1,3,')"_qs);
+        f.database.Exec(u"insert into Kala_category(Kala_code,Category_code) values(500009,2)"_qs);
+        f.OpenGood(500009, [&](QWidget *screen) {
+            f.ShowTab(screen, u"Category_TBC"_qs);
+            test::Focus(screen, u"Category_frame1"_qs);
+            test::Press(Qt::Key_Home);
+            QCOMPARE(test::Find<QComboBox>(screen, u"Category_frame1"_qs).currentText(), u"خوراکی / سرد"_qs);
+            test::Press(Qt::Key_F4);
+            QCOMPARE(f.host.messages.Take(), u"MsgRepeatedField(دسته, زیر شاخه خالی یا )"_qs);
+            test::Press(Qt::Key_End);
+            test::Press(Qt::Key_F4);
+            f.host.messages.Answer(true);
+            test::Focus(screen, u"Category_GRD"_qs);
+            test::Press(Qt::Key_F7);
+            QCOMPARE(f.host.messages.Take(), u"MsgDeleteItem(دسته)"_qs);
+            if (!save)
+                return f.Leave();
+            test::Press(Qt::Key_F3);
+            QCOMPARE(f.host.messages.TakeAll(), QStringList{u"MSGCompeletedSuccessfully(ذخيره سازي کالا)"_qs});
+        });
+        QTEST(f.database.Rows(u"select Category_code,tmp from Kala_category"_qs), "rows");
+    }
+
+    void photosNeedTheirRight()
+    {
+        EditorFixture f;
+        f.InsertGood(500009, u"دوغ"_qs, 909);
+        f.OpenGood(500009, [&](QWidget *screen) {
+            auto &button = test::Find<QPushButton>(screen, u"Picture_BTN"_qs);
+            button.click();
+            QCOMPARE(f.host.photos.calls.size(), 1);
+            QVERIFY(f.host.photos.calls.first().contains(u"500009"_qs));
+            f.host.permissions.Deny(host::TSoftwarePart::Goods, host::TPermission::Photo);
+            button.click();
+            QCOMPARE(f.host.photos.calls.size(), 1);
+            test::Press(Qt::Key_Escape);
+        });
+    }
+};
+
+REGISTER_TEST(TestGoodLists)
+#include "tst_lists.moc"
