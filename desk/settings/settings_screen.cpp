@@ -74,6 +74,7 @@ void TSettings_FRM::FormShow()
     for (size_t i = 0; i < barcodes_.size(); ++i)
         barcodes_[i]->setText(record.ReservedBarcodes[i]);
     SetIsSaved(true);
+    switches_.first()->setFocus();
 }
 
 bool TSettings_FRM::Write()

@@ -123,6 +123,18 @@ void GoodsList(Script &script)
     script.Key(u"clear the search"_qs, u"GoodListDB_GRD"_qs, Qt::Key_Escape);
 }
 
+// Every tab of the first good, which is left as it is.
+void EditorTabs(Script &script)
+{
+    script.Focus(u"GoodListDB_GRD"_qs);
+    script.Key(u"edit"_qs, u"GoodListDB_GRD"_qs, Qt::Key_F5);
+    for (const int tab : {1, 2, 3, 4, 5, 6}) {
+        script.Key(u"next tab"_qs, u"PageControl1"_qs, static_cast<Qt::Key>(Qt::Key_0 + tab), Qt::ControlModifier);
+        script.Shot(u"good-editor-%1"_qs.arg(tab), u"PageControl1"_qs);
+    }
+    script.Key(u"leave the editor"_qs, u"PageControl1"_qs, Qt::Key_Escape);
+}
+
 void AddGood(Script &script)
 {
     script.Focus(u"GoodListDB_GRD"_qs);
@@ -136,7 +148,7 @@ void AddGood(Script &script)
     script.Fill(u"Store_Entity"_qs, u"1"_qs);
     script.Fill(u"BarCode1_EDT"_qs, u"6260998877665"_qs);
     script.Key(u"leave the barcode"_qs, u"BarCode1_EDT"_qs, Qt::Key_Return);
-    script.Shot(u"good-editor-1"_qs, u"Name_EDT"_qs);
+    script.Shot(u"good-editor-new"_qs, u"Name_EDT"_qs);
     script.Key(u"complete tab"_qs, u"Name_EDT"_qs, Qt::Key_4, Qt::ControlModifier);
     script.Fill(u"SmsCode_EDT"_qs, SmsCode);
     script.Key(u"save"_qs, u"SmsCode_EDT"_qs, Qt::Key_F3);
@@ -151,10 +163,6 @@ void CorrectGood(Script &script)
     script.Key(u"into the rows"_qs, u"GoodListDB_GRD"_qs, Qt::Key_Down);
     script.Key(u"edit"_qs, u"GoodListDB_GRD"_qs, Qt::Key_F5);
     script.Fill(u"Kala_Index_EDT"_qs, Corrected);
-    for (const int tab : {2, 3, 4, 5, 6}) {
-        script.Key(u"next tab"_qs, u"PageControl1"_qs, static_cast<Qt::Key>(Qt::Key_0 + tab), Qt::ControlModifier);
-        script.Shot(u"good-editor-%1"_qs.arg(tab), u"PageControl1"_qs);
-    }
     script.Key(u"save"_qs, u"PageControl1"_qs, Qt::Key_F3);
     script.Expect(u"the good is corrected"_qs, NewGood(Corrected), 1);
 }
@@ -218,6 +226,7 @@ QList<TourStep> TourSteps(MainWindow &window, DeskHost &desk, const TakePicture 
     SmallLists(*script);
     System(*script);
     GoodsList(*script);
+    EditorTabs(*script);
     AddGood(*script);
     CorrectGood(*script);
     DeleteGood(*script);
