@@ -67,14 +67,14 @@ goods::Refused BarcodeFields::CheckOperation(BarcodeEdit *edit) const
 goods::Refused BarcodeFields::CheckReserved() const
 {
     for (BarcodeEdit *edit : edits_)
-        if (const goods::Refused refused = CheckOperation(edit))
+        if (goods::Refused refused = CheckOperation(edit))
             return refused;
     return {};
 }
 
 goods::Refused BarcodeFields::CheckLeft(BarcodeEdit *edit) const
 {
-    if (const goods::Refused refused = CheckOperation(edit))
+    if (goods::Refused refused = CheckOperation(edit))
         return refused;
     const QString barcode = edit->text();
     if (barcode.isEmpty())

@@ -75,7 +75,7 @@ goods::Refused CostLevelPage::CheckDefaults()
         if (grid->hasFocus() || grid->isAncestorOf(QApplication::focusWidget()))
             grid->setFocus();
     Post();
-    if (const goods::Refused refused = sell_->CheckDefault())
+    if (goods::Refused refused = sell_->CheckDefault())
         return refused;
     return buy_->CheckDefault();
 }

@@ -56,7 +56,7 @@ bool DiscountPage::BothExempt() const
 
 goods::Refused DiscountPage::CheckLevies() const
 {
-    if (const goods::Refused refused = tax_->CheckPercent(QStringLiteral("درصد مالیات")))
+    if (goods::Refused refused = tax_->CheckPercent(QStringLiteral("درصد مالیات")))
         return refused;
     return toll_->CheckPercent(QStringLiteral("درصد عوارض"));
 }
@@ -70,7 +70,7 @@ void DiscountPage::ZeroWhenEmpty()
 goods::Refused DiscountPage::CheckRates() const
 {
     const QString fourth = QStringLiteral("تخفیف نوع 4");
-    const goods::Refused refused = buy_->CheckRates(
+    goods::Refused refused = buy_->CheckRates(
         {QStringLiteral("تخفیف نوع 1"), QStringLiteral("تخفیف نوع 2"), QStringLiteral("تخفیف نوع 3"), fourth});
     if (refused)
         return refused;
@@ -80,7 +80,7 @@ goods::Refused DiscountPage::CheckRates() const
 
 goods::Refused DiscountPage::CheckDefaults() const
 {
-    if (const goods::Refused refused = buy_->CheckDefault(QStringLiteral("تخفیف پیش فرض خرید")))
+    if (goods::Refused refused = buy_->CheckDefault(QStringLiteral("تخفیف پیش فرض خرید")))
         return refused;
     return sell_->CheckDefault(QStringLiteral("تخفیف پیش فرض فروش"));
 }

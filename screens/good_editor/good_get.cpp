@@ -13,6 +13,8 @@
 #include "ui_good_get.h"
 
 #include <QtGui/QKeyEvent>
+#include <QtWidgets/QLayout>
+#include <QtWidgets/QPushButton>
 
 using host::TFormMode;
 using host::TOperationType;
@@ -39,6 +41,8 @@ TGood_Get_FRM::TGood_Get_FRM(host::Host &host)
     SetCodeEdit(general_->CodeEdit());
     picture_ = AddFooterButton(QStringLiteral("Picture_BTN"), QStringLiteral("ثب&ت عکس"));
     Bind(picture_, {}, [this] { OpenPhotos(); });
+    // The way out stays at the end.
+    ExitButton()->parentWidget()->layout()->addWidget(ExitButton());
 }
 
 TGood_Get_FRM::~TGood_Get_FRM() = default;
@@ -129,7 +133,7 @@ goods::Refused TGood_Get_FRM::TakeTypedCode()
 void TGood_Get_FRM::RunRule(const std::function<goods::Refused()> &rule)
 {
     Command(Title(), [this, &rule] {
-        const goods::Refused refused = rule();
+        goods::Refused refused = rule();
         if (!refused)
             return;
         if (refused->say)

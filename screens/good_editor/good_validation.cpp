@@ -101,14 +101,14 @@ Refused GoodValidation::StockStaysPositive() const
 
 Refused GoodValidation::FocusedFieldLeft() const
 {
-    if (const Refused refused = pages_.general.Opening().LeaveFocused())
+    if (Refused refused = pages_.general.Opening().LeaveFocused())
         return refused;
     return pages_.complete.LeaveFocused();
 }
 
 Refused GoodValidation::CodeGiven() const
 {
-    if (const Refused refused = pages_.general.CheckCodeGiven())
+    if (Refused refused = pages_.general.CheckCodeGiven())
         return refused;
     return subject_.mode == TFormMode::New ? pages_.general.CheckCodeDigits() : Refused();
 }
@@ -127,23 +127,23 @@ Refused GoodValidation::OpeningDetailsEntered() const
 
 Refused GoodValidation::SmsCodeUnique() const
 {
-    if (const Refused refused = subject_.leaveCode())
+    if (Refused refused = subject_.leaveCode())
         return refused;
     return pages_.complete.CheckSmsCode(pages_.general.Code());
 }
 
 Refused GoodValidation::NameUnique() const
 {
-    if (const Refused refused = pages_.general.CheckNameGiven())
+    if (Refused refused = pages_.general.CheckNameGiven())
         return refused;
-    if (const Refused refused = pages_.general.CheckNameUnique(pages_.general.Code()))
+    if (Refused refused = pages_.general.CheckNameUnique(pages_.general.Code()))
         return refused;
     return pages_.general.CheckIndexUnique(pages_.general.Code());
 }
 
 Refused GoodValidation::UnitGiven() const
 {
-    if (const Refused refused = pages_.general.Opening().CheckUnit())
+    if (Refused refused = pages_.general.Opening().CheckUnit())
         return refused;
     pages_.general.Opening().ZeroWhenEmpty();
     return {};
