@@ -73,9 +73,11 @@ void useList(Report &report, Shop &shop, const Floor &floor)
     report.measure(
         QStringLiteral("goods list, command to first rows painted"), 9, 150,
         [&] {
-            list.hide();
-            list.ShowDocked();
-            list.repaint();
+            list.done(QDialog::Rejected);
+            if (!list.ShowDocked())
+                throw std::runtime_error("the goods list did not open");
+            QCoreApplication::processEvents();
+            list.grab();
         },
         [&] { floor.read(block.constData()); });
 
@@ -90,9 +92,9 @@ void useList(Report &report, Shop &shop, const Floor &floor)
     report.add({QStringLiteral("goods list, longest pause while the rest arrives"), longest, {}, 50, 0});
     report.measure(QStringLiteral("goods list, to the last row and back (painted)"), 5, 150, [&] {
         grid->scrollToBottom();
-        grid->viewport()->repaint();
+        grid->viewport()->grab();
         grid->scrollToTop();
-        grid->viewport()->repaint();
+        grid->viewport()->grab();
     });
 
     auto *edit = list.findChild<QLineEdit *>(QStringLiteral("Text_EDT"));
@@ -106,7 +108,7 @@ void useList(Report &report, Shop &shop, const Floor &floor)
                                QKeyEvent press(QEvent::KeyPress, 0, Qt::NoModifier, QString(letter));
                                QCoreApplication::sendEvent(edit, &press);
                                QCoreApplication::processEvents();
-                               grid->viewport()->repaint();
+                               grid->viewport()->grab();
                            }));
     }
     report.add({QStringLiteral("search in the goods list, slowest of %1 keystrokes").arg(typed.size()),
