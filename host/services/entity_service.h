@@ -31,7 +31,7 @@ public:
     virtual bool Edit_Group(TSoftwarePart part, int id) = 0;
     /// Opens the editor for a new item; its code, 0 when it was not saved.
     virtual int New_Group(TSoftwarePart part) = 0;
-    /// Removes an entity of any part (a good, part 102, too) when nothing uses it; 0 when it was removed. The service
+    /// Removes an entity of any kind, goods included, when nothing uses it; 0 when it was removed. The service
     /// owns the rules that refuse, asks for confirmation unless `silent`, and tells the user why it refuses.
     virtual int Delete_Entity(TSoftwarePart part, int code, bool silent) = 0;
     /// Opens a list for choosing several, leaving out `excludedCodes` (a code list); the chosen codes, each followed
