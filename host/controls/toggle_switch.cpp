@@ -32,6 +32,48 @@ QSize ToggleSwitch::minimumSizeHint() const
     return sizeHint();
 }
 
+void ToggleSwitch::SetStateCaptions(const QString &on, const QString &off)
+{
+    m_captionFollows = true;
+    m_on = on;
+    m_off = off;
+    ShowState();
+}
+
+void ToggleSwitch::SetKnobColors(const QColor &on, const QColor &off)
+{
+    m_onKnob = on;
+    m_offKnob = off;
+    update();
+}
+
+void ToggleSwitch::ShowState()
+{
+    if (m_captionFollows)
+        setText(QString(isChecked() ? m_on : m_off).replace(u"&"_qs, u"&&"_qs));
+    update();
+}
+
+void ToggleSwitch::checkStateSet()
+{
+    QAbstractButton::checkStateSet();
+    ShowState();
+}
+
+void ToggleSwitch::nextCheckState()
+{
+    QAbstractButton::nextCheckState();
+    ShowState();
+}
+
+QColor ToggleSwitch::KnobColor() const
+{
+    const QColor &own = isChecked() ? m_onKnob : m_offKnob;
+    if (own.isValid() && isEnabled())
+        return own;
+    return isChecked() ? QColor(Qt::white) : theme::InkSoft();
+}
+
 void ToggleSwitch::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
@@ -41,7 +83,9 @@ void ToggleSwitch::paintEvent(QPaintEvent *)
     const QRectF body = QRectF(place).adjusted(0.5, 0.5, -0.5, -0.5);
     const QColor on = isEnabled() ? theme::Accent() : theme::Line();
     painter.setPen(QPen(isChecked() ? on : theme::InkSoft(), 1));
-    painter.setBrush(isChecked() ? on : (isEnabled() ? theme::Surface() : theme::Ground()));
+    // A coloured knob needs a quiet ground.
+    const bool filled = isChecked() && !m_onKnob.isValid();
+    painter.setBrush(filled ? on : (isEnabled() ? theme::Surface() : theme::Ground()));
     painter.drawRoundedRect(body, body.height() / 2, body.height() / 2);
 
     // "On" is at the trailing end: left on a right-to-left screen.
@@ -49,7 +93,7 @@ void ToggleSwitch::paintEvent(QPaintEvent *)
     const double radius = body.height() / 2 - 3;
     const QPointF centre(knobLeft ? body.left() + radius + 3 : body.right() - radius - 3, body.center().y());
     painter.setPen(Qt::NoPen);
-    painter.setBrush(isChecked() ? QColor(Qt::white) : theme::InkSoft());
+    painter.setBrush(KnobColor());
     painter.drawEllipse(centre, radius, radius);
 
     if (hasFocus()) {

@@ -2,6 +2,7 @@
 
 #include "host/host_export.h"
 
+#include <QtGui/QColor>
 #include <QtWidgets/QAbstractButton>
 
 namespace host {
@@ -18,9 +19,26 @@ public:
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
+    /// Makes the caption follow the state: the texts stand as they are, an "&" in them marks no key.
+    void SetStateCaptions(const QString &on, const QString &off);
+    /// Paints the knob in a colour per state; invalid colours mean the house's own.
+    void SetKnobColors(const QColor &on, const QColor &off);
+
 protected:
     void paintEvent(QPaintEvent *event) override;
     void changeEvent(QEvent *event) override;
+    void checkStateSet() override;
+    void nextCheckState() override;
+
+private:
+    void ShowState();
+    QColor KnobColor() const;
+
+    bool m_captionFollows = false;
+    QString m_on;
+    QString m_off;
+    QColor m_onKnob;
+    QColor m_offKnob;
 };
 
 } // namespace host

@@ -4,6 +4,7 @@
 #include "host/controls/search_frame.h"
 #include "host/controls/tags_panel.h"
 #include "host/controls/toggle_switch.h"
+#include "host/data/query.h"
 #include "host/screens/theme.h"
 
 #include <QtCore/QScopedValueRollback>
@@ -229,6 +230,17 @@ bool TBaseGet_FRM::Allowed()
         return false;
     }
     return true;
+}
+
+bool TBaseGet_FRM::RecordStillThere()
+{
+    const QString statement = PrepareRecoveryQuery();
+    if (statement.isEmpty() || Exists(m_host.DM.ADOConnection1, statement))
+        return true;
+    m_host.messages.ShowMessage(
+        QStringLiteral("کاربر گرامی این رکورد توسط کاربر دیگری حذف شده است و قابل ذخیره نمی باشد"),
+        MessageIcon::Warning);
+    return false;
 }
 
 bool TBaseGet_FRM::Save()

@@ -115,8 +115,9 @@ protected:
     /// What follows a successful write; the base closes with OK.
     virtual void Proceed();
 
-    /// Asked before an existing record is written. False, having told the user, when another desk removed it.
-    virtual bool RecordStillThere() { return true; }
+    /// The statement that finds the record being edited, by its key. Before an existing record is written it must give
+    /// a row: otherwise another desk deleted the record, the user is told, and nothing is written. Empty skips it.
+    virtual QString PrepareRecoveryQuery() const { return {}; }
 
     void FormShown() override;
     bool FormKeyDown(QKeyEvent *event) override;
@@ -128,6 +129,7 @@ protected:
 
 private:
     bool Allowed();
+    bool RecordStillThere();
     void Changed();
     void Watch(QWidget *input);
 

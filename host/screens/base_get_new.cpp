@@ -1,7 +1,5 @@
 #include "host/screens/base_get_new.h"
 
-#include "host/data/query.h"
-
 #include <QtWidgets/QLineEdit>
 
 namespace host {
@@ -26,17 +24,6 @@ void TBaseGet_New_FRM::BaseCode_EDTPropertiesEditValueChanged()
 {
     if (!IsLoading())
         SetIsSaved(false);
-}
-
-bool TBaseGet_New_FRM::RecordStillThere()
-{
-    const QString statement = PrepareRecoveryQuery();
-    if (statement.isEmpty() || Exists(m_host.DM.ADOConnection1, statement))
-        return true;
-    m_host.messages.ShowMessage(
-        QStringLiteral("کاربر گرامی این رکورد توسط کاربر دیگری حذف شده است و قابل ذخیره نمی باشد"),
-        MessageIcon::Warning);
-    return false;
 }
 
 void TBaseGet_New_FRM::Proceed()

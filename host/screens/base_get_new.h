@@ -27,12 +27,8 @@ protected:
     void SetCode_EDTTabActive(bool active);
     /// The user changed the code.
     virtual void BaseCode_EDTPropertiesEditValueChanged();
-    /// The statement that finds the record being edited, by its key. Before an existing record is written it must give
-    /// a row: otherwise another desk deleted the record, the user is told, and nothing is written. Empty skips it.
-    virtual QString PrepareRecoveryQuery() const { return {}; }
 
     void Proceed() override;
-    bool RecordStillThere() override;
 
 private:
     QLineEdit *m_code = nullptr;
