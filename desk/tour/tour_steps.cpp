@@ -1,15 +1,7 @@
 #include "desk/tour/tour_steps.h"
 
-#include "desk/application/desk_host.h"
-#include "desk/window/main_window.h"
-#include "host/data/query.h"
+#include "desk/tour/tour_script.h"
 #include "host/data/sql_text.h"
-
-#include <QtGui/QAction>
-#include <QtWidgets/QApplication>
-#include <QtWidgets/QLabel>
-
-#include <memory>
 
 namespace desk {
 
@@ -22,98 +14,13 @@ const QString NewIndex = QStringLiteral("۲۵ عددی ویژه");
 const QString Corrected = QStringLiteral("۵۰ عددی ویژه");
 const QString SmsCode = QStringLiteral("987654321");
 
-/// Collects the steps; words for what they have in common. The steps keep it alive.
-class Script : public std::enable_shared_from_this<Script>
-{
-public:
-    Script(MainWindow &window, DeskHost &desk, TakePicture picture, ReportFault fail)
-        : window_(window), desk_(desk), picture_(std::move(picture)), fail_(std::move(fail))
-    {}
-
-    /// `act`, as soon as the front window shows this control.
-    void When(const QString &name, const QString &control, std::function<void()> act)
-    {
-        steps_ << TourStep{name, [control] { return Control(FrontWindow(), control) != nullptr; }, std::move(act)};
-    }
-    void Command(const QString &name, const QString &action)
-    {
-        steps_ << TourStep{name, [] { return !QApplication::activeModalWidget(); },
-                           [this, self = shared_from_this(), action] { window_.Command(action)->trigger(); }};
-    }
-    /// A picture of the front window, when the texts that flash over it are gone.
-    void Shot(const QString &name, const QString &control)
-    {
-        const auto ready = [control] {
-            return Control(FrontWindow(), control) != nullptr && !Control(FrontWindow(), u"Flash"_qs);
-        };
-        steps_ << TourStep{u"picture "_qs + name, ready,
-                           [this, self = shared_from_this(), name] { picture_(FrontWindow(), name); }};
-    }
-    void Key(const QString &name, const QString &control, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
-    {
-        When(name, control, [key, modifiers] { Press(key, modifiers); });
-    }
-    /// Puts the focus into a control and types over what it holds.
-    void Fill(const QString &control, const QString &text)
-    {
-        When(u"fill "_qs + control, control, [control, text] {
-            Control(FrontWindow(), control)->setFocus();
-            Press(Qt::Key_A, Qt::ControlModifier);
-            Type(text);
-        });
-    }
-    void Focus(const QString &control)
-    {
-        When(u"focus "_qs + control, control, [control] { Control(FrontWindow(), control)->setFocus(); });
-    }
-    /// The question that stands is answered with Yes.
-    void AnswerYes(const QString &picture)
-    {
-        const auto asked = [] { return FrontWindow() && FrontWindow()->objectName() == u"Message_BOX"; };
-        steps_ << TourStep{u"picture "_qs + picture, asked,
-                           [this, self = shared_from_this(), picture] { picture_(FrontWindow(), picture); }};
-        steps_ << TourStep{u"answer Yes"_qs, asked, [] {
-                               Press(Qt::Key_Tab);
-                               Press(Qt::Key_Space);
-                           }};
-    }
-    /// The rows that the statement gives, as soon as no modal window stands.
-    void Expect(const QString &name, const QString &statement, int rows)
-    {
-        steps_ << TourStep{name, [] { return !QApplication::activeModalWidget(); },
-                           [this, self = shared_from_this(), statement, rows] {
-                               const host::Query query(desk_.host.DM.ADOConnection1, statement);
-                               if (query.RecordCount() != rows)
-                                   fail_(u"%1 rows instead of %2"_qs.arg(query.RecordCount()).arg(rows));
-                           }};
-    }
-    /// A label holds this text.
-    void ExpectText(const QString &label, const QString &text)
-    {
-        When(u"read "_qs + label, label, [this, self = shared_from_this(), label, text] {
-            const auto *shown = qobject_cast<QLabel *>(Control(FrontWindow(), label));
-            if (!shown || !shown->text().contains(text))
-                fail_(u"it says "_qs + (shown ? shown->text() : QString()));
-        });
-    }
-
-    QList<TourStep> TakeSteps() { return std::exchange(steps_, {}); }
-
-private:
-    MainWindow &window_;
-    DeskHost &desk_;
-    TakePicture picture_;
-    ReportFault fail_;
-    QList<TourStep> steps_;
-};
-
 QString NewGood(const QString &index)
 {
     return u"SELECT Code FROM GoodInf WHERE kala_name = "_qs + host::NQuotedStr(NewName) + u" AND kala_type = "_qs +
            host::NQuotedStr(NewType) + u" AND kala_index = "_qs + host::NQuotedStr(index);
 }
 
-void GoodsList(Script &script)
+void GoodsList(TourScript &script)
 {
     script.Command(u"open the goods list"_qs, u"GoodsList_ACT"_qs);
     script.Focus(u"GoodListDB_GRD"_qs);
@@ -124,7 +31,7 @@ void GoodsList(Script &script)
 }
 
 // Every tab of the first good, which is left as it is.
-void EditorTabs(Script &script)
+void EditorTabs(TourScript &script)
 {
     script.Focus(u"GoodListDB_GRD"_qs);
     script.Key(u"edit"_qs, u"GoodListDB_GRD"_qs, Qt::Key_F5);
@@ -135,7 +42,7 @@ void EditorTabs(Script &script)
     script.Key(u"leave the editor"_qs, u"PageControl1"_qs, Qt::Key_Escape);
 }
 
-void AddGood(Script &script)
+void AddGood(TourScript &script)
 {
     script.Focus(u"GoodListDB_GRD"_qs);
     script.Key(u"new good"_qs, u"GoodListDB_GRD"_qs, Qt::Key_F4);
@@ -156,7 +63,7 @@ void AddGood(Script &script)
     script.Expect(u"the good is there"_qs, NewGood(NewIndex), 1);
 }
 
-void CorrectGood(Script &script)
+void CorrectGood(TourScript &script)
 {
     script.Focus(u"GoodListDB_GRD"_qs);
     script.When(u"search the new good"_qs, u"GoodListDB_GRD"_qs, [] { Type(u"گشت"_qs); });
@@ -167,7 +74,7 @@ void CorrectGood(Script &script)
     script.Expect(u"the good is corrected"_qs, NewGood(Corrected), 1);
 }
 
-void DeleteGood(Script &script)
+void DeleteGood(TourScript &script)
 {
     script.Focus(u"GoodListDB_GRD"_qs);
     script.Key(u"delete"_qs, u"GoodListDB_GRD"_qs, Qt::Key_F7);
@@ -176,7 +83,7 @@ void DeleteGood(Script &script)
     script.Key(u"clear the search"_qs, u"GoodListDB_GRD"_qs, Qt::Key_Escape);
 }
 
-void ChooseGoods(Script &script)
+void ChooseGoods(TourScript &script)
 {
     script.Command(u"open the choose page"_qs, u"Choose_ACT"_qs);
     script.Fill(u"LocateCode_EDT"_qs, QString());
@@ -197,7 +104,7 @@ void ChooseGoods(Script &script)
     script.Shot(u"chosen-several"_qs, u"ResultDB_GRD"_qs);
 }
 
-void SmallLists(Script &script)
+void SmallLists(TourScript &script)
 {
     script.Command(u"open groups"_qs, u"Groups_ACT"_qs);
     script.Shot(u"groups"_qs, u"ListDB_GRD"_qs);
@@ -207,7 +114,7 @@ void SmallLists(Script &script)
     script.Key(u"leave groups"_qs, u"ListDB_GRD"_qs, Qt::Key_Escape);
 }
 
-void System(Script &script)
+void System(TourScript &script)
 {
     script.Command(u"open rights"_qs, u"Rights_ACT"_qs);
     script.Shot(u"rights"_qs, u"Rights_GRD"_qs);
@@ -221,7 +128,7 @@ void System(Script &script)
 
 QList<TourStep> TourSteps(MainWindow &window, DeskHost &desk, const TakePicture &picture, const ReportFault &fail)
 {
-    const auto script = std::make_shared<Script>(window, desk, picture, fail);
+    const auto script = std::make_shared<TourScript>(window, desk, picture, fail);
     script->Shot(u"desk"_qs, u"HomePage"_qs);
     SmallLists(*script);
     System(*script);
