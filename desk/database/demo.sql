@@ -3087,30 +3087,60 @@ GO
 
 -- Detail types
 
-INSERT INTO DetailTypes (Title, DetailType, IsRequired, ToggleTitleTrue, ToggleTitleFalse, DefaultValue, DateType, DateAlarm, CreatedTime, CreatedDate, UserCreated) VALUES
-    (N'شماره سریال', 3, 1, NULL, NULL, NULL, 0, 0, '09:00:00', '1405/01/02', N'مدیر سیستم (1)'),
-    (N'رنگ', 1, 1, NULL, NULL, N'1', 0, 0, '09:01:00', '1405/01/02', N'مدیر سیستم (1)'),
-    (N'تاریخ انقضا', 5, 1, NULL, NULL, NULL, 1, 1, '09:02:00', '1405/01/02', N'مدیر سیستم (1)'),
-    (N'شماره بچ', 2, 0, NULL, NULL, NULL, 0, 0, '09:03:00', '1405/01/02', N'مدیر سیستم (1)'),
-    (N'وزن خالص', 4, 0, NULL, NULL, NULL, 0, 0, '09:04:00', '1405/01/02', N'مدیر سیستم (1)'),
-    (N'بارکد رنگ و اندازه', 6, 0, NULL, NULL, NULL, 0, 0, '09:05:00', '1405/01/02', N'مدیر سیستم (1)'),
-    (N'ضمانت', 7, 0, N'دارد', N'ندارد', N'1', 0, 0, '09:06:00', '1405/01/02', N'مدیر سیستم (1)')
+INSERT INTO DetailTypes (Title, DetailType, IsRequired, ToggleTitleTrue, ToggleTitleFalse, DefaultValue, DateType, DateAlarm, Comment, CreatedTime, CreatedDate, UserCreated) VALUES
+    (N'شماره سریال', 3, 1, N'', N'', N'', 0, 0, N'سریال حک شده روی بدنه', '09:00:00', '2026/03/22', N'مدیر سیستم (1)'),
+    (N'رنگ', 1, 1, N'', N'', N'1', 0, 0, N'', '09:01:00', '2026/03/22', N'مدیر سیستم (1)'),
+    (N'تاریخ انقضا', 5, 1, N'', N'', N'', 1, 1, N'یادآوری پیش از سررسید', '09:02:00', '2026/03/22', N'مدیر سیستم (1)'),
+    (N'شماره بچ', 2, 0, N'', N'', N'', 0, 0, N'شماره سری ساخت روی بسته', '09:03:00', '2026/03/22', N'مدیر سیستم (1)'),
+    (N'وزن خالص', 4, 0, N'', N'', N'', 0, 0, N'به کیلوگرم', '09:04:00', '2026/03/22', N'مدیر سیستم (1)'),
+    (N'بارکد رنگ و اندازه', 6, 1, N'', N'', N'', 0, 0, N'', '09:05:00', '2026/03/22', N'مدیر سیستم (1)'),
+    (N'گارانتی', 7, 0, N'دارد', N'ندارد', N'1', 0, 0, N'', '09:06:00', '2026/03/22', N'مدیر سیستم (1)'),
+    (N'سایز', 1, 1, N'', N'', N'3', 0, 0, N'', '09:07:00', '2026/03/22', N'مدیر سیستم (1)'),
+    (N'کشور سازنده', 2, 0, N'', N'', N'ایران', 0, 0, N'', '09:08:00', '2026/03/22', N'مدیر سیستم (1)'),
+    (N'تاریخ ساخت', 5, 0, N'', N'', N'', 0, 0, N'تاریخ میلادی درج شده روی کالای وارداتی', '09:09:00', '2026/03/22', N'مدیر سیستم (1)'),
+    (N'ظرفیت حافظه', 4, 0, N'', N'', N'', 0, 0, N'به گیگابایت', '09:10:00', '2026/03/22', N'مدیر سیستم (1)'),
+    (N'شناسه دستگاه', 3, 1, N'', N'', N'', 0, 0, N'شناسه ۱۵ رقمی گوشی و تبلت', '09:11:00', '2026/03/22', N'مدیر سیستم (1)'),
+    (N'بسته بندی', 7, 0, N'سالم', N'باز شده', N'1', 0, 0, N'', '09:12:00', '2026/03/22', N'مدیر سیستم (1)')
 
 INSERT INTO DetailTypesItems (DetailID, Row, [Value])
 SELECT d.ID, i.Row, i.[Value]
 FROM DetailTypes AS d
-INNER JOIN (SELECT N'رنگ' AS Title, 1 AS Row, N'سفید' AS [Value] UNION ALL SELECT N'رنگ', 2, N'مشکی' UNION ALL SELECT N'رنگ', 3, N'نقره‌ای'
-            UNION ALL SELECT N'رنگ', 4, N'قرمز') AS i ON i.Title = d.Title
+INNER JOIN (SELECT N'رنگ' AS Title, 1 AS Row, N'سفید' AS [Value]
+            UNION ALL SELECT N'رنگ', 2, N'مشکی'
+            UNION ALL SELECT N'رنگ', 3, N'نقره‌ای'
+            UNION ALL SELECT N'رنگ', 4, N'قرمز'
+            UNION ALL SELECT N'شماره بچ', 1, N'B1405-01'
+            UNION ALL SELECT N'شماره بچ', 2, N'B1405-02'
+            UNION ALL SELECT N'شماره بچ', 3, N'B1405-03'
+            UNION ALL SELECT N'سایز', 1, N'S'
+            UNION ALL SELECT N'سایز', 2, N'M'
+            UNION ALL SELECT N'سایز', 3, N'L'
+            UNION ALL SELECT N'سایز', 4, N'XL'
+            UNION ALL SELECT N'سایز', 5, N'XXL'
+            UNION ALL SELECT N'کشور سازنده', 1, N'ایران'
+            UNION ALL SELECT N'کشور سازنده', 2, N'ترکیه'
+            UNION ALL SELECT N'کشور سازنده', 3, N'چین'
+            UNION ALL SELECT N'کشور سازنده', 4, N'آلمان'
+            UNION ALL SELECT N'کشور سازنده', 5, N'کره جنوبی') AS i ON i.Title = d.Title
 
+-- The second one is what new goods receive.
 INSERT INTO DetailTypes_SelectedLists (Code, Title, Comment, DefaultSelectedList) VALUES
-    (1, N'لوازم برقی', N'سریال، رنگ و ضمانت', 0),
-    (2, N'خوراکی فاسدشدنی', N'تاریخ انقضا و شماره بچ', 0)
+    (1, N'لوازم برقی', N'سریال، رنگ و گارانتی', 0),
+    (2, N'خوراکی فاسدشدنی', N'تاریخ انقضا و شماره بچ', 1),
+    (3, N'پوشاک', N'رنگ، سایز و بارکد هر ترکیب', 0)
 
-INSERT INTO DetailTypes_SelectedList_Detail (SL_Code, Code, Radif) SELECT 1, ID, 1 FROM DetailTypes WHERE Title = N'شماره سریال'
-INSERT INTO DetailTypes_SelectedList_Detail (SL_Code, Code, Radif) SELECT 1, ID, 2 FROM DetailTypes WHERE Title = N'رنگ'
-INSERT INTO DetailTypes_SelectedList_Detail (SL_Code, Code, Radif) SELECT 1, ID, 3 FROM DetailTypes WHERE Title = N'ضمانت'
-INSERT INTO DetailTypes_SelectedList_Detail (SL_Code, Code, Radif) SELECT 2, ID, 1 FROM DetailTypes WHERE Title = N'تاریخ انقضا'
-INSERT INTO DetailTypes_SelectedList_Detail (SL_Code, Code, Radif) SELECT 2, ID, 2 FROM DetailTypes WHERE Title = N'شماره بچ'
+INSERT INTO DetailTypes_SelectedList_Detail (SL_Code, Code, Radif)
+SELECT m.SL_Code, d.ID, m.Radif
+FROM DetailTypes AS d
+INNER JOIN (SELECT 1 AS SL_Code, N'شماره سریال' AS Title, 1 AS Radif
+            UNION ALL SELECT 1, N'رنگ', 2
+            UNION ALL SELECT 1, N'گارانتی', 3
+            UNION ALL SELECT 2, N'تاریخ انقضا', 1
+            UNION ALL SELECT 2, N'شماره بچ', 2
+            UNION ALL SELECT 3, N'بارکد رنگ و اندازه', 1
+            UNION ALL SELECT 3, N'رنگ', 2
+            UNION ALL SELECT 3, N'سایز', 3
+            UNION ALL SELECT 3, N'کشور سازنده', 4) AS m ON m.Title = d.Title
 
 -- Power tools and kitchen machines are tracked by serial, colour and warranty.
 INSERT INTO GoodDetailRelation (GoodCode, DetailID)
