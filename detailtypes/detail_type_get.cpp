@@ -1,9 +1,10 @@
 #include "detailtypes/detail_type_get.h"
 
 #include "detailtypes/detail_items.h"
+#include "host/screens/theme.h"
 #include "ui_detail_type_get.h"
 
-#include <QtWidgets/QStyle>
+#include <QtGui/QPainter>
 
 using detail_types::DetailTypeFault;
 using detail_types::KindLayout;
@@ -32,6 +33,26 @@ QString ReminderTakenText()
            "این جزئیات امکان پذیر نمی باشد"_qs;
 }
 
+/// A letter "i" in a disc of the house's colour.
+QPixmap InformationMark(double ratio)
+{
+    constexpr int side = 28;
+    QPixmap picture(QSize(side, side) * ratio);
+    picture.setDevicePixelRatio(ratio);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(host::theme::Accent());
+    painter.drawEllipse(QRectF(0, 0, side, side));
+    QFont font = host::theme::InterfaceFont(13);
+    font.setBold(true);
+    painter.setFont(font);
+    painter.setPen(Qt::white);
+    painter.drawText(QRectF(0, 0, side, side), Qt::AlignCenter, u"i"_qs);
+    return picture;
+}
+
 QString StateCaption(const QString &title)
 {
     return title.trimmed().isEmpty() ? u"..."_qs : title;
@@ -51,9 +72,7 @@ TDetailTypes_Get_FRM::TDetailTypes_Get_FRM(host::Host &host)
     ui_->setupUi(Content());
     ui_->Code_EDT->hide();
     ui_->Type_CMB->setMaxVisibleItems(ui_->Type_CMB->count());
-    const int picture = style()->pixelMetric(QStyle::PM_LargeIconSize);
-    ui_->TypeDescription_IMG->setPixmap(
-        style()->standardIcon(QStyle::SP_MessageBoxInformation).pixmap(QSize(picture, picture), devicePixelRatioF()));
+    ui_->TypeDescription_IMG->setPixmap(InformationMark(devicePixelRatioF()));
     SetTitle(u"جزئیات کالا"_qs);
     connect(ui_->Type_CMB, &QComboBox::currentIndexChanged, this, &TDetailTypes_Get_FRM::ApplyKind);
     connect(ui_->IsRequired_CHB, &QCheckBox::clicked, this, [this](bool checked) {
@@ -209,6 +228,8 @@ void TDetailTypes_Get_FRM::ApplyKind()
     ui_->ToggleTitle_PNL->setVisible(form.toggle);
     if (form.items)
         items_->SetPickOnly(kind == TDetailKind::List);
+    // What a short form leaves is the explanation's, what a tall one leaves the list's.
+    ui_->column->setStretchFactor(ui_->TypeDescription_PNL, form.items ? 0 : 1);
     ApplyRequired(form.alwaysRequired);
     Content()->layout()->activate();
     layout()->activate();
