@@ -2,6 +2,7 @@
 
 #include "host/screens/theme.h"
 
+#include <QtCore/QEvent>
 #include <QtGui/QPainter>
 #include <QtWidgets/QStyle>
 
