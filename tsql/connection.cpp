@@ -49,8 +49,14 @@ Connection::~Connection()
 
 Outcome Connection::execute(const QString &batch)
 {
-    syncCatalogue();
     Outcome outcome;
+    execute(batch, outcome);
+    return outcome;
+}
+
+void Connection::execute(const QString &batch, Outcome &outcome)
+{
+    syncCatalogue();
     Interpreter interpreter(*this, outcome);
     try {
         interpreter.runBatch(batch);
@@ -60,7 +66,6 @@ Outcome Connection::execute(const QString &batch)
             rollback();
         throw;
     }
-    return outcome;
 }
 
 void Connection::loadDefinitions()

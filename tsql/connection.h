@@ -8,10 +8,19 @@
 
 namespace tsql {
 
+/** What one statement of a batch tells its client. Under SET NOCOUNT ON only those with rows do. */
+struct Report
+{
+    int result = -1;      ///< index into Outcome::results; -1 for none
+    qint64 affected = -1; ///< rows changed; -1 when they are not counted
+    bool inProcedure = false;
+};
+
 /** What a batch left behind. */
 struct Outcome
 {
     std::vector<std::unique_ptr<Cursor>> results; ///< the result sets in their order
+    std::vector<Report> reports;                  ///< of the statements that ran
     QStringList messages;                         ///< of PRINT and of RAISERROR below severity 11
     qint64 affected = -1;                         ///< rows changed by the last INSERT, UPDATE or DELETE; -1 for none
     Value lastIdentity;                           ///< as SCOPE_IDENTITY() of the batch: an integer, or null
@@ -44,6 +53,7 @@ struct Session
     int transactions = 0;      ///< @@TRANCOUNT
     int nesting = 0;           ///< procedures on the stack
     bool abortOnError = false; ///< SET XACT_ABORT
+    bool counts = true;        ///< SET NOCOUNT OFF
     CompileOptions options;
     std::vector<CaughtError> caught; ///< the innermost last
 };
@@ -65,6 +75,8 @@ public:
 
     /** Runs a batch to its end. Throws the first Error that no CATCH took. */
     Outcome execute(const QString &batch);
+    /** The same; `outcome` holds what came before the Error. */
+    void execute(const QString &batch, Outcome &outcome);
 
     void beginTransaction(const QString &name = {});
     void commit();

@@ -287,6 +287,8 @@ void Interpreter::runSetOption(const SetOptionStatement &statement)
     const bool on = statement.value == u"ON"_qs;
     if (statement.option == u"XACT_ABORT"_qs) {
         session.abortOnError = on;
+    } else if (statement.option == u"NOCOUNT"_qs) {
+        session.counts = !on;
     } else if (statement.option == u"IDENTITY_INSERT"_qs) {
         const auto table = m_connection.m_catalogue.table(statement.table);
         if (!table)

@@ -53,6 +53,8 @@ private:
     void runSelect(const Statement &statement, Frame &frame);
     void runAssignment(const std::shared_ptr<CompiledEntry> &entry, Frame &frame);
     void runChange(const Statement &statement, Frame &frame);
+    void reportRows(std::unique_ptr<Cursor> cursor);
+    void reportCount(qint64 rows);
     void runInsertExecute(const InsertStatement &statement, Frame &frame);
     Value scalar(const Expression &value, Frame &frame, const SqlType &target);
     bool condition(const Expression &value, Frame &frame);

@@ -140,7 +140,7 @@ void Interpreter::defineInto(const Compiled &compiled, Frame &frame)
         m_connection.keepDefinition(definitionOf(table));
     scope.release();
     m_connection.m_catalogue.addTable(compiled.into);
-    m_outcome.affected = m_connection.m_session.rowCount;
+    reportCount(m_connection.m_session.rowCount);
     if (table.name.isGlobalTemporary())
         m_connection.m_shared->addTable(compiled.into, &m_connection);
     else if (!permanent && m_connection.m_session.nesting > 0)

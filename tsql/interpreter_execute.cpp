@@ -62,15 +62,18 @@ void Interpreter::callProcedure(const std::shared_ptr<const CreateProcedureState
     Frame inner{*plan, nullptr, {}, {}, 0, {}};
     passArguments(procedure->parameters, procedure->name.display(), statement.arguments, 0, caller, inner.variables);
     ++session.nesting;
+    const bool counts = session.counts;
     try {
         runFrame(inner);
     } catch (const Error &) {
         --session.nesting;
+        session.counts = counts;
         if (m_failedProcedure.isEmpty())
             m_failedProcedure = procedure->name.display();
         throw;
     }
     --session.nesting;
+    session.counts = counts;
     returnArguments(procedure->parameters, statement.arguments, 0, caller, inner.variables);
     if (!statement.returnVariable.isEmpty())
         assign(statement.returnVariable, Value::ofInteger(inner.returnValue), {Kind::Int, 0, 0, 0}, caller);
@@ -201,8 +204,10 @@ Value valueOf(const Cell &cell)
 void Interpreter::runInsertExecute(const InsertStatement &statement, Frame &frame)
 {
     auto earlier = std::exchange(m_outcome.results, {});
+    const auto reports = m_outcome.reports;
     runExecute(*statement.execute, frame);
     const auto results = std::exchange(m_outcome.results, std::move(earlier));
+    m_outcome.reports = reports;
     const SqliteHandle &handle = m_connection.m_main;
     StatementScope scope(handle);
     qint64 rows = 0;
@@ -227,7 +232,7 @@ void Interpreter::runInsertExecute(const InsertStatement &statement, Frame &fram
     }
     scope.release();
     m_connection.m_session.rowCount = rows;
-    m_outcome.affected = rows;
+    reportCount(rows);
 }
 
 } // namespace tsql

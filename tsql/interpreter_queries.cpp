@@ -158,7 +158,20 @@ void Interpreter::runSelect(const Statement &statement, Frame &frame)
     auto cursor = reader ? std::make_unique<Cursor>(std::move(lease), reader)
                          : std::make_unique<Cursor>(std::move(lease), m_connection.m_main);
     m_connection.m_session.rowCount = qint64(cursor->bufferedRows());
+    reportRows(std::move(cursor));
+}
+
+void Interpreter::reportRows(std::unique_ptr<Cursor> cursor)
+{
+    m_outcome.reports.push_back({int(m_outcome.results.size()), -1, m_connection.m_session.nesting > 0});
     m_outcome.results.push_back(std::move(cursor));
+}
+
+void Interpreter::reportCount(qint64 rows)
+{
+    m_outcome.affected = rows;
+    if (m_connection.m_session.counts)
+        m_outcome.reports.push_back({-1, rows, m_connection.m_session.nesting > 0});
 }
 
 /** SELECT @x = …: each row assigns, so the last one counts; without rows the variables stay as they are. */
@@ -200,10 +213,13 @@ void Interpreter::runChange(const Statement &statement, Frame &frame)
         while (handle.step(lease.statement())) {
         }
     } else {
-        m_outcome.results.push_back(std::make_unique<Cursor>(std::move(lease), handle));
+        reportRows(std::make_unique<Cursor>(std::move(lease), handle));
     }
     session.rowCount = sqlite3_changes64(handle.get());
-    m_outcome.affected = session.rowCount;
+    if (compiled.columns.empty())
+        reportCount(session.rowCount);
+    else
+        m_outcome.affected = session.rowCount;
     if (compiled.setsIdentity && session.rowCount > 0) {
         frame.scopeIdentity = Value::ofInteger(sqlite3_last_insert_rowid(handle.get()));
         session.identity = frame.scopeIdentity;
