@@ -14,7 +14,8 @@ namespace {
 QSqlDatabase OpenServer(const QString &connection, const QString &name)
 {
     QSqlDatabase database = QSqlDatabase::addDatabase(u"QODBC"_qs, name);
-    database.setDatabaseName(connection);
+    // The driver manager gives the last part of a connection string a zero behind its end: that part is empty here.
+    database.setDatabaseName(connection + u';');
     database.setNumericalPrecisionPolicy(QSql::HighPrecision);
     if (!database.open())
         throw host::DatabaseError(database.lastError(), u"connect"_qs);

@@ -4,6 +4,7 @@
 #include "tsql/driver.h"
 
 #include <QFile>
+#include <QScopeGuard>
 #include <QSqlError>
 
 namespace {
@@ -21,23 +22,22 @@ QString scriptText(const QString &name)
 
 } // namespace
 
-QSqlDatabase Target::open(bool create) const
+QSqlDatabase Target::open(bool create, const QString &connectionName) const
 {
-    if (isServer()) {
-        if (create)
-            createOnServer();
-        return connect(m_name);
-    }
-    if (!create && !QFile::exists(m_name))
+    if (isServer() && create)
+        createOnServer();
+    if (!isServer() && !create && !QFile::exists(m_name))
         throw ScriptError{u"%1: there is no such database (make it with --init)"_qs.arg(m_name)};
-    return connect(m_name);
+    return connect(connectionName);
 }
 
-QSqlDatabase Target::connect(const QString &name) const
+QSqlDatabase Target::connect(const QString &connectionName) const
 {
-    QSqlDatabase database =
-        isServer() ? QSqlDatabase::addDatabase(u"QODBC"_qs, name) : QSqlDatabase::addDatabase(new tsql::Driver, name);
-    database.setDatabaseName(name);
+    QSqlDatabase database = isServer() ? QSqlDatabase::addDatabase(u"QODBC"_qs, connectionName)
+                                       : QSqlDatabase::addDatabase(new tsql::Driver, connectionName);
+    // The driver manager gives the last part of a connection string a zero behind its end: that part is empty here.
+    database.setDatabaseName(isServer() ? m_name + u';' : m_name);
+    database.setNumericalPrecisionPolicy(QSql::HighPrecision);
     if (!database.open())
         throw ScriptError{u"cannot open the database: %1"_qs.arg(database.lastError().text())};
     return database;
@@ -63,24 +63,47 @@ QString Target::without(const QString &key) const
 
 void Target::createOnServer() const
 {
+    runOnServer(u"IF DB_ID(N'%1') IS NULL CREATE DATABASE %2 COLLATE "_qs + QLatin1String(Collation));
+}
+
+void Target::dropOnServer() const
+{
+    runOnServer(u"IF DB_ID(N'%1') IS NOT NULL DROP DATABASE %2"_qs);
+}
+
+/** %1 is the name of the database as it stands in a text, %2 as it stands elsewhere. */
+void Target::runOnServer(const QString &format) const
+{
+    const QString connection = u"goods-sql.server"_qs;
     QString name = part(u"Database"_qs);
     if (name.isEmpty())
         return;
-    {
-        const QSqlDatabase server = connect(without(u"Database"_qs));
-        const QString text = QString(name).replace(u'\'', u"''"_qs);
-        const QString quoted = u'[' + name.replace(u']', u"]]"_qs) + u']';
-        ScriptRunner(server, nullptr)
-            .run(
-                u"IF DB_ID(N'%1') IS NULL CREATE DATABASE %2 COLLATE %3"_qs.arg(text, quoted, QLatin1String(Collation)),
-                u"create database"_qs);
-    }
-    QSqlDatabase::removeDatabase(without(u"Database"_qs));
+    const auto remove = qScopeGuard([&] { QSqlDatabase::removeDatabase(connection); });
+    const QSqlDatabase server = Target(without(u"Database"_qs)).connect(connection);
+    const QString text = QString(name).replace(u'\'', u"''"_qs);
+    const QString quoted = u'[' + name.replace(u']', u"]]"_qs) + u']';
+    ScriptRunner(server, nullptr).run(format.arg(text, quoted), u"server"_qs);
 }
+
+namespace {
+
+bool isEmpty(const QSqlDatabase &database)
+{
+    if (qobject_cast<tsql::Driver *>(database.driver()))
+        return database.tables().isEmpty();
+    // QSqlDatabase::tables() keeps to itself that the server refused to tell.
+    QSqlQuery query(database);
+    query.setForwardOnly(true);
+    if (!query.exec(u"SELECT COUNT(*) FROM INFORMATION_SCHEMA.TABLES"_qs) || !query.next())
+        throw ScriptError{query.lastError().text()};
+    return query.value(0).toInt() == 0;
+}
+
+} // namespace
 
 void initialise(const QSqlDatabase &database, bool demo)
 {
-    if (!database.tables().isEmpty())
+    if (!isEmpty(database))
         throw ScriptError{u"the database is not empty: --init leaves it as it is"_qs};
     ScriptRunner runner(database, nullptr);
     runner.run(scriptText(u"schema.sql"_qs), u"schema.sql"_qs);

@@ -12,13 +12,17 @@ public:
     bool isServer() const { return m_name.contains(u'='); }
     const QString &name() const { return m_name; }
 
-    /** Opens it; throws ScriptError. A file that is not there is refused unless `create`. */
-    QSqlDatabase open(bool create) const;
+    /** Opens it; what is not there is made if `create`, refused otherwise. Throws ScriptError. */
+    QSqlDatabase open(bool create, const QString &connectionName) const;
+    /** Opens it as it is. Throws ScriptError. */
+    QSqlDatabase connect(const QString &connectionName) const;
     /** Makes the database of a server when it does not exist, with a collation that keeps every letter. */
     void createOnServer() const;
+    /** Removes the database of a server; nobody may be in it. Throws ScriptError. */
+    void dropOnServer() const;
 
 private:
-    QSqlDatabase connect(const QString &name) const;
+    void runOnServer(const QString &format) const;
     QString part(const QString &key) const;
     QString without(const QString &key) const;
 

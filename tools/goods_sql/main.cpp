@@ -34,7 +34,7 @@ void run(const QCommandLineParser &parser, const Options &options)
     const QStringList arguments = parser.positionalArguments();
     const bool init = parser.isSet(options.init);
     const Target target(arguments.first());
-    const QSqlDatabase database = target.open(init);
+    const QSqlDatabase database = target.open(init, u"goods-sql"_qs);
     QTextStream out(stdout);
     if (init)
         initialise(database, parser.isSet(options.demo));
