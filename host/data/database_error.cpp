@@ -2,35 +2,61 @@
 
 #include "host/data/sql_text.h"
 
+#include <QRegularExpression>
+#include <QStringList>
+
 #include <algorithm>
-#include <array>
 
 namespace host {
 
 namespace {
 
-/// States and numbers by which drivers say that the connection is gone: SQLSTATE class 08, FreeTDS and SQL Server.
+/// By which clients of a server say that the connection is gone: SQLSTATE class 08, FreeTDS, Windows' sockets.
+const QStringList LostCodes{QStringLiteral("08S01"), QStringLiteral("08003"), QStringLiteral("20004"),
+                            QStringLiteral("20006"), QStringLiteral("20009"), QStringLiteral("20017"),
+                            QStringLiteral("20047"), QStringLiteral("10053"), QStringLiteral("10054")};
+
+/// The same in words, which count only where no code came from the server. FreeTDS has no words of its own for the
+/// first statement after the end.
+const QStringList LostWords{QStringLiteral("communication link failure"),
+                            QStringLiteral("connection is broken"),
+                            QStringLiteral("not connected"),
+                            QStringLiteral("unknown error"),
+                            QStringLiteral("unexpected eof from the server"),
+                            QStringLiteral("to the server failed"),
+                            QStringLiteral("from the server failed"),
+                            QStringLiteral("could not change transaction status")};
+
 bool SaysConnectionLost(const QSqlError &error)
 {
-    if (error.type() == QSqlError::ConnectionError) {
+    // Qt's ODBC driver calls every error of a fetch, and of a batch behind its first result, one of the connection.
+    if (error.type() == QSqlError::ConnectionError && !error.driverText().startsWith(QLatin1String("QODBC"))) {
         return true;
     }
-    static const std::array<QLatin1String, 8> words{QLatin1String("08S01"),
-                                                    QLatin1String("08003"),
-                                                    QLatin1String("20006"),
-                                                    QLatin1String("20047"),
-                                                    QLatin1String("10054"),
-                                                    QLatin1String("communication link failure"),
-                                                    QLatin1String("connection is broken"),
-                                                    QLatin1String("not connected")};
-    const QString all = error.nativeErrorCode() + u' ' + error.databaseText() + u' ' + error.driverText();
-    return std::any_of(words.begin(), words.end(),
-                       [&all](QLatin1String word) { return all.contains(word, Qt::CaseInsensitive); });
+    const QStringList codes = error.nativeErrorCode().split(u';');
+    for (const QString &code : codes) {
+        if (LostCodes.contains(code)) {
+            return true;
+        }
+        if (code.toInt() > 0) {
+            return false;
+        }
+    }
+    return std::any_of(LostWords.begin(), LostWords.end(), [&error](const QString &words) {
+        return error.databaseText().contains(words, Qt::CaseInsensitive);
+    });
 }
 
+/// Without the names of the programs on the way, "[FreeTDS][SQL Server]", that an ODBC driver puts before each record.
 QString Words(const QSqlError &error)
 {
-    return error.databaseText().trimmed().isEmpty() ? error.driverText() : error.databaseText();
+    QString text = error.databaseText().trimmed();
+    static const QRegularExpression way(QStringLiteral("^(\\[[^\\]]+\\])+"));
+    const QString names = way.match(text).captured();
+    if (!names.isEmpty()) {
+        text.remove(names);
+    }
+    return text.isEmpty() ? error.driverText() : text;
 }
 
 } // namespace
