@@ -5,7 +5,6 @@
 #include "host/data/transaction.h"
 #include "tests/data/desk_fixture.h"
 #include "tests/support/test_main.h"
-#include "tsql/driver.h"
 
 #include <QTest>
 
@@ -263,9 +262,7 @@ void TestGoodRecords::desksSavingAtOnce()
     const auto work = [&](int number) {
         const QString name = u"desk %1"_qs.arg(number);
         {
-            QSqlDatabase main = QSqlDatabase::addDatabase(new tsql::Driver, name);
-            main.setDatabaseName(database->FileName());
-            main.open();
+            const QSqlDatabase main = database->Connect(name);
             fixture::Settings settings;
             fixture::Entities entities;
             TGood_DM goods({main, main, main}, settings, entities);

@@ -100,6 +100,7 @@ void TestDemo::proposesNextCodes()
 void TestDemo::picturesCanBeShown()
 {
     QSqlQuery pictures(database_.Main());
+    pictures.setForwardOnly(true);
     QVERIFY(pictures.exec(u"SELECT [h-img] FROM colors UNION ALL SELECT Picture FROM PhotoGallery"_qs));
     int count = 0;
     for (; pictures.next(); ++count)

@@ -59,7 +59,7 @@ void TestDesk::worksAGoodByKeys()
     const QStringList before = counts();
 
     // Each step checks what it did: the good that is added, corrected and deleted, the codes that come back.
-    const Outcome tour = RunDesk({u"--database"_qs, database.FileName(), u"--tour"_qs, pictures.path()});
+    const Outcome tour = RunDesk(database.DeskArguments() + QStringList{u"--tour"_qs, pictures.path()});
     QVERIFY2(tour.code == 0, qPrintable(tour.said));
 
     // The good left nothing behind, and neither did the editors.
@@ -88,7 +88,7 @@ void TestDesk::refusesToStart()
 {
     QFETCH(QStringList, arguments);
     const test::Database database;
-    const Outcome outcome = RunDesk(QStringList{u"--database"_qs, database.FileName()} + arguments);
+    const Outcome outcome = RunDesk(database.DeskArguments() + arguments);
     QTEST(outcome.code, "code");
     QFETCH(QString, says);
     QVERIFY2(outcome.said.contains(says), qPrintable(outcome.said));

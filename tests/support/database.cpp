@@ -1,7 +1,10 @@
 #include "tests/support/database.h"
 
-#include "tsql/driver.h"
+#include "tools/goods_sql/databases.h"
+#include "tools/goods_sql/script_runner.h"
 
+#include <QCoreApplication>
+#include <QDateTime>
 #include <QFile>
 #include <QRegularExpression>
 #include <QSqlError>
@@ -15,19 +18,31 @@ namespace test {
 
 namespace {
 
-QStringList batches(const QString &script)
+/// The databases made on a server and not dropped yet: a test that ends the program drops them as well.
+QStringList &onServer()
 {
-    QFile file(QStringLiteral(GOODS_SOURCES "/desk/database/") + script);
-    if (!file.open(QIODevice::ReadOnly))
-        qFatal("cannot read %s", qPrintable(file.fileName()));
-    QStringList all{QString()};
-    for (const QString &line : QString::fromUtf8(file.readAll()).split(u'\n')) {
-        if (line.trimmed() == u"GO")
-            all << QString();
-        else
-            all.last() += line + u'\n';
+    static QStringList names;
+    return names;
+}
+
+void drop(const QString &name)
+{
+    try {
+        Target(name).dropOnServer();
+    } catch (const ScriptError &error) {
+        qWarning("a database stays on the server: %s", qPrintable(error.text));
     }
-    return all;
+}
+
+[[noreturn]] void fail(const QString &text)
+{
+    const QStringList names = QSqlDatabase::connectionNames();
+    for (const QString &name : names)
+        QSqlDatabase::database(name, false).close();
+    for (const QString &name : std::exchange(onServer(), {}))
+        drop(name);
+    qFatal("%s", qPrintable(text));
+    std::abort();
 }
 
 /// Runs every statement of a text; the query stands before the first row of the first result.
@@ -43,18 +58,6 @@ QSqlQuery run(const QSqlDatabase &connection, const QString &text)
     return query;
 }
 
-QString connect(const QString &file)
-{
-    static int count = 0;
-    QString name = QStringLiteral("test.%1").arg(++count);
-    QSqlDatabase connection = QSqlDatabase::addDatabase(new tsql::Driver, name);
-    connection.setDatabaseName(file);
-    connection.setNumericalPrecisionPolicy(QSql::HighPrecision);
-    if (!connection.open())
-        qFatal("cannot open %s: %s", qPrintable(file), qPrintable(connection.lastError().text()));
-    return name;
-}
-
 void disconnect(const QString &name)
 {
     QSqlDatabase::database(name, false).close();
@@ -67,28 +70,43 @@ void execute(const QSqlDatabase &connection, const QString &text)
     while (!query.lastError().isValid() && query.nextResult()) {
     }
     if (query.lastError().isValid())
-        qFatal("%s\nin: %s", qPrintable(query.lastError().text()), qPrintable(text.left(400)));
+        fail(query.lastError().text() + QStringLiteral("\nin: ") + text.left(400));
 }
 
-/// The file that every database of this content is a copy of.
+/// Makes a database of this name with its content.
+void make(const QString &name, Database::Content content)
+{
+    const QString connection = QStringLiteral("test.making");
+    try {
+        initialise(Target(name).open(true, connection), content == Database::Content::Demo);
+    } catch (const ScriptError &error) {
+        fail(error.text);
+    }
+    disconnect(connection);
+}
+
+/// The file that every embedded database of this content is a copy of.
 QString original(Database::Content content)
 {
     static QTemporaryDir folder;
     static std::map<Database::Content, QString> made;
     QString &file = made[content];
-    if (!file.isEmpty())
-        return file;
-    QStringList scripts{QStringLiteral("schema.sql"), QStringLiteral("procedures.sql")};
-    if (content == Database::Content::Demo)
-        scripts << QStringLiteral("demo.sql");
-    file = folder.filePath(content == Database::Content::Demo ? QStringLiteral("demo") : QStringLiteral("empty"));
-    const QString name = connect(file);
-    for (const QString &script : std::as_const(scripts))
-        for (const QString &batch : batches(script))
-            if (!batch.trimmed().isEmpty())
-                execute(QSqlDatabase::database(name), batch);
-    disconnect(name);
+    if (file.isEmpty()) {
+        file = folder.filePath(content == Database::Content::Demo ? QStringLiteral("demo") : QStringLiteral("empty"));
+        make(file, content);
+    }
     return file;
+}
+
+/// A connection string with a database that nobody else has.
+QString nameOnServer()
+{
+    static int count = 0;
+    return QStringLiteral("%1;Database=goods_test_%2_%3_%4")
+        .arg(qEnvironmentVariable("GOODS_TEST_CONNECTION"))
+        .arg(QCoreApplication::applicationPid())
+        .arg(QDateTime::currentMSecsSinceEpoch())
+        .arg(++count);
 }
 
 QString shown(const QVariant &value)
@@ -107,11 +125,23 @@ QString shown(const QVariant &value)
 
 } // namespace
 
-Database::Database(Content content) : file_(folder_.filePath(QStringLiteral("goods.db")))
+bool Database::OnServer()
 {
-    const QString source = original(content);
-    if (!QFile::copy(source, file_))
-        qFatal("cannot copy %s", qPrintable(source));
+    return !qEnvironmentVariableIsEmpty("GOODS_TEST_CONNECTION");
+}
+
+Database::Database(Content content)
+{
+    if (OnServer()) {
+        name_ = nameOnServer();
+        onServer() << name_;
+        make(name_, content);
+    } else {
+        const QString source = original(content);
+        name_ = folder_.filePath(QStringLiteral("goods.db"));
+        if (!QFile::copy(source, name_))
+            fail(QStringLiteral("cannot copy ") + source);
+    }
     main_ = Connect();
     goodsList_ = Connect();
     scales_ = Connect();
@@ -121,11 +151,29 @@ Database::~Database()
 {
     for (const QString &name : std::as_const(names_))
         disconnect(name);
+    if (onServer().removeAll(name_))
+        drop(name_);
+}
+
+QStringList Database::DeskArguments() const
+{
+    return {OnServer() ? QStringLiteral("--connection") : QStringLiteral("--database"), name_};
+}
+
+QSqlDatabase Database::Connect(const QString &connectionName) const
+{
+    try {
+        return Target(name_).connect(connectionName);
+    } catch (const ScriptError &error) {
+        fail(error.text);
+    }
 }
 
 QString Database::Connect()
 {
-    names_ << connect(file_);
+    static int count = 0;
+    names_ << QStringLiteral("test.%1").arg(++count);
+    Connect(names_.last());
     return names_.last();
 }
 
@@ -143,7 +191,7 @@ QVariant Database::Scalar(const QString &text) const
 {
     QSqlQuery query = run(Main(), text);
     if (query.lastError().isValid())
-        qFatal("%s\nin: %s", qPrintable(query.lastError().text()), qPrintable(text));
+        fail(query.lastError().text() + QStringLiteral("\nin: ") + text);
     return query.next() ? query.value(0) : QVariant();
 }
 
@@ -159,7 +207,7 @@ QStringList Database::Rows(const QString &text) const
         rows << fields.join(u'|');
     }
     if (query.lastError().isValid())
-        qFatal("%s\nin: %s", qPrintable(query.lastError().text()), qPrintable(text));
+        fail(query.lastError().text() + QStringLiteral("\nin: ") + text);
     return rows;
 }
 

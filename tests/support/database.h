@@ -8,8 +8,11 @@
 
 namespace test {
 
-/// A database of a test's own, made by the scripts that make the real one, and open connections to it. The file is
-/// gone with the object. The scripts run once per process; every further database is a copy of the first.
+/// A database of a test's own, made by the scripts that make the real one, and open connections to it. It is gone with
+/// the object. The scripts run once per process; every further database is a copy of the first.
+///
+/// When GOODS_TEST_CONNECTION holds an ODBC connection string without a database, it is a database on that server
+/// instead, and the scripts run for each.
 ///
 /// A statement that fails ends the program with the driver's words: a test that expects a refusal uses Refusal().
 class Database
@@ -25,13 +28,20 @@ public:
     Database(const Database &) = delete;
     Database &operator=(const Database &) = delete;
 
-    const QString &FileName() const { return file_; }
+    /// Whether tests run on a server. Tests that are about the embedded file skip then.
+    static bool OnServer();
+    /// The file of the embedded database, or the connection string of the server's.
+    const QString &Name() const { return name_; }
+    /// How a program is told to work on it.
+    QStringList DeskArguments() const;
     /// The connections of a host.
     QSqlDatabase Main() const { return QSqlDatabase::database(main_); }
     QSqlDatabase GoodsList() const { return QSqlDatabase::database(goodsList_); }
     QSqlDatabase Scales() const { return QSqlDatabase::database(scales_); }
     /// A further connection, as another desk on the same database has it.
     QSqlDatabase AnotherConnection();
+    /// The same under a name of the caller's, who removes it: for another thread.
+    QSqlDatabase Connect(const QString &connectionName) const;
 
     /// Runs a text on the main connection, all its statements.
     void Exec(const QString &text) const;
@@ -48,7 +58,7 @@ private:
     QString Connect();
 
     QTemporaryDir folder_;
-    QString file_;
+    QString name_;
     QStringList names_;
     QString main_;
     QString goodsList_;

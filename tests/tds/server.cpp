@@ -1,0 +1,123 @@
+#include "tests/tds/server.h"
+
+#include "tests/tds/session.h"
+#include "tsql/error.h"
+
+#include <QFile>
+#include <QThread>
+
+#include <netinet/in.h>
+#include <netinet/tcp.h>
+#include <sys/socket.h>
+#include <system_error>
+#include <thread>
+#include <unistd.h>
+
+namespace tds {
+
+std::shared_ptr<Database> Databases::enter(const QString &name)
+{
+    const QMutexLocker lock(&m_mutex);
+    const auto database = m_all.value(name.toLower());
+    if (database)
+        ++database->sessions;
+    return database;
+}
+
+void Databases::leave(const std::shared_ptr<Database> &database)
+{
+    const QMutexLocker lock(&m_mutex);
+    --database->sessions;
+}
+
+bool Databases::exists(const QString &name) const
+{
+    const QMutexLocker lock(&m_mutex);
+    return m_all.contains(name.toLower());
+}
+
+void Databases::create(const QString &name, const QString &collation)
+{
+    const QMutexLocker lock(&m_mutex);
+    auto &database = m_all[name.toLower()];
+    if (database)
+        throw tsql::Error(1801, u"Database '%1' already exists. Choose a different database name."_qs.arg(name));
+    const QString file = m_folder.filePath(QString::number(++m_made));
+    database = std::make_shared<Database>(Database{name, file, Collation(collation), 0});
+}
+
+void Databases::drop(const QString &name)
+{
+    constexpr int Tries = 1000;
+    for (int i = 0; i < Tries; ++i, QThread::msleep(5)) {
+        const QMutexLocker lock(&m_mutex);
+        const auto database = m_all.value(name.toLower());
+        if (!database)
+            throw tsql::Error(3701, u"Cannot drop the database '%1', because it does not exist or you do not have "
+                                    "permission."_qs.arg(name));
+        if (database->sessions > 0)
+            continue;
+        for (const QString &tail : {QString(), u"-wal"_qs, u"-shm"_qs})
+            QFile::remove(database->file + tail);
+        m_all.remove(name.toLower());
+        return;
+    }
+    throw tsql::Error(3702, u"Cannot drop database \"%1\" because it is currently in use."_qs.arg(name));
+}
+
+namespace {
+
+void check(int result, const char *what)
+{
+    if (result < 0)
+        throw std::system_error(errno, std::generic_category(), what);
+}
+
+} // namespace
+
+Server::Server()
+{
+    m_socket = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    check(m_socket, "socket");
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    socklen_t size = sizeof address;
+    check(::bind(m_socket, reinterpret_cast<sockaddr *>(&address), size), "bind");
+    check(::listen(m_socket, SOMAXCONN), "listen");
+    check(::getsockname(m_socket, reinterpret_cast<sockaddr *>(&address), &size), "getsockname");
+    m_port = ntohs(address.sin_port);
+}
+
+Server::~Server()
+{
+    ::close(m_socket);
+}
+
+void Server::serve()
+{
+    for (;;) {
+        const int client = ::accept4(m_socket, nullptr, nullptr, SOCK_CLOEXEC);
+        if (client < 0)
+            return;
+        const int now = 1;
+        ::setsockopt(client, IPPROTO_TCP, TCP_NODELAY, &now, sizeof now);
+        std::thread([this, client] { talk(client); }).detach();
+    }
+}
+
+void Server::talk(int socket)
+{
+    try {
+        Session session(socket, m_databases);
+        if (!session.logIn())
+            return;
+        ++m_logins;
+        session.serve();
+    } catch (const Lost &) { // the usual end
+    } catch (const std::exception &error) {
+        qWarning("a session ended: %s", error.what());
+    }
+}
+
+} // namespace tds

@@ -1,0 +1,301 @@
+#include "tests/tds/session.h"
+
+#include "tsql/error.h"
+
+#include <QRegularExpression>
+#include <QtEndian>
+
+namespace tds {
+
+namespace {
+
+template <class Number> Number numberAt(const QByteArray &bytes, qsizetype offset)
+{
+    if (offset < 0 || offset + qsizetype(sizeof(Number)) > bytes.size())
+        throw Lost();
+    return qFromLittleEndian<Number>(bytes.constData() + offset);
+}
+
+QString textAt(const QByteArray &bytes, qsizetype offset, qsizetype letters)
+{
+    if (offset < 0 || letters < 0 || offset + 2 * letters > bytes.size())
+        throw Lost();
+    QString text(letters, Qt::Uninitialized);
+    memcpy(text.data(), bytes.constData() + offset, size_t(2 * letters));
+    return text;
+}
+
+/** Batches and requests begin with headers that say how long they are. */
+qsizetype afterHeaders(const QByteArray &body)
+{
+    return numberAt<quint32>(body, 0);
+}
+
+QString unquoted(QString text, QChar quote)
+{
+    return text.replace(QString(2, quote), quote);
+}
+
+/** The answer to the question that a client asks before it logs in: this version, no encryption, no more. */
+QByteArray preLoginAnswer()
+{
+    struct Option
+    {
+        char token;
+        QByteArray value;
+    };
+    constexpr char NoEncryption = 2;
+    const Option options[] = {{0, QByteArray("\x0d\x00\x00\x00\x00\x00", 6)},
+                              {1, QByteArray(1, NoEncryption)},
+                              {2, QByteArray(1, '\0')},
+                              {4, QByteArray(1, '\0')}};
+    QByteArray table;
+    QByteArray values;
+    const auto tableSize = qsizetype(5 * std::size(options) + 1);
+    for (const Option &option : options) {
+        char place[4];
+        qToBigEndian(quint16(tableSize + values.size()), place);
+        qToBigEndian(quint16(option.value.size()), place + 2);
+        table += option.token + QByteArray(place, 4);
+        values += option.value;
+    }
+    return table + '\xff' + values;
+}
+
+} // namespace
+
+bool Session::enter(const QString &name)
+{
+    std::shared_ptr<Database> database;
+    if (name.compare(u"master", Qt::CaseInsensitive) != 0) {
+        database = m_databases.enter(name);
+        if (!database)
+            return false;
+    }
+    leave();
+    m_database = database;
+    m_connection = std::make_unique<tsql::Connection>(database ? database->file : QStringLiteral(":memory:"));
+    return true;
+}
+
+void Session::leave()
+{
+    m_connection.reset();
+    if (m_database)
+        m_databases.leave(std::exchange(m_database, nullptr));
+}
+
+bool Session::logIn()
+{
+    constexpr qsizetype DatabasePlace = 68;
+    Message message = m_wire.receive();
+    if (message.type == MessageType::PreLogin) {
+        m_wire.put(preLoginAnswer());
+        m_wire.finish();
+        message = m_wire.receive();
+    }
+    if (message.type != MessageType::Login)
+        throw Lost();
+    const QByteArray &body = message.body;
+    QString name = textAt(body, numberAt<quint16>(body, DatabasePlace), numberAt<quint16>(body, DatabasePlace + 2));
+    if (name.isEmpty())
+        name = databaseName();
+    if (!enter(name)) {
+        putMessage(m_wire, 4060, 11, 1, 1,
+                   u"Cannot open database \"%1\" requested by the login. The login failed."_qs.arg(name));
+        putDone(m_wire, DoneError);
+        m_wire.finish();
+        return false;
+    }
+    const auto packetSize = int(std::clamp(numberAt<quint32>(body, 8), 512U, 32767U));
+    putDatabaseChange(m_wire, u"master"_qs, databaseName());
+    putCollationChange(m_wire, collation());
+    putLoginAcknowledgement(m_wire, numberAt<quint32>(body, 4));
+    putPacketSizeChange(m_wire, packetSize);
+    putDone(m_wire, 0);
+    m_wire.finish();
+    m_wire.setPacketSize(packetSize);
+    return true;
+}
+
+void Session::serve()
+{
+    for (;;) {
+        const Message message = m_wire.receive();
+        if (message.type == MessageType::Attention)
+            putDone(m_wire, DoneAttention);
+        else
+            answer(message);
+        m_wire.finish();
+    }
+}
+
+/** What the engine refuses is told, with its line. */
+template <class Work> void Session::guarded(const Work &work)
+{
+    try {
+        work();
+    } catch (const tsql::Error &error) {
+        putMessage(m_wire, error.number(), error.severity(), error.state(), error.line(), error.message());
+        putDone(m_wire, DoneError);
+    }
+}
+
+void Session::answer(const Message &message)
+{
+    guarded([&] {
+        const qsizetype start = afterHeaders(message.body);
+        switch (message.type) {
+        case MessageType::Batch:
+            return runBatch(textAt(message.body, start, (message.body.size() - start) / 2));
+        case MessageType::Transaction:
+            return changeTransaction(message.body.mid(start));
+        default:
+            throw tsql::Error(2812, u"This test server takes batches only: no calls, cursors or prepared "
+                                    "statements."_qs);
+        }
+    });
+}
+
+void Session::runBatch(const QString &text)
+{
+    if (changedDatabases(text))
+        return putDone(m_wire, 0);
+    if (m_transaction && !m_begun) {
+        m_connection->beginTransaction();
+        m_begun = true;
+    }
+    tsql::Outcome outcome;
+    try {
+        const QString query = catalogueQuery(text);
+        m_connection->execute(query.isEmpty() ? text : query, outcome);
+    } catch (const tsql::Error &) {
+        sendOutcome(outcome); // what came before
+        throw;
+    }
+    sendOutcome(outcome);
+    putDone(m_wire, 0);
+}
+
+/** Everything but the end of the batch, which says that nothing follows. */
+void Session::sendOutcome(tsql::Outcome &outcome)
+{
+    for (const QString &said : std::as_const(outcome.messages))
+        putMessage(m_wire, 0, 0, 1, 1, said);
+    for (const tsql::Report &report : outcome.reports) {
+        if (report.result >= 0)
+            sendRows(*outcome.results[size_t(report.result)], report.inProcedure);
+        else
+            putDone(m_wire, DoneMore | DoneCount, report.affected,
+                    report.inProcedure ? DoneKind::InProcedure : DoneKind::Batch);
+        if (m_wire.interrupted())
+            return;
+    }
+}
+
+void Session::sendRows(tsql::Cursor &cursor, bool inProcedure)
+{
+    putColumns(m_wire, cursor.columns(), collation());
+    qint64 rows = 0;
+    while (!m_wire.interrupted() && cursor.next()) {
+        putRow(m_wire, cursor, collation());
+        ++rows;
+    }
+    putDone(m_wire, DoneMore | DoneCount, rows, inProcedure ? DoneKind::InProcedure : DoneKind::Batch);
+}
+
+/** CREATE DATABASE, DROP DATABASE and USE, which the engine does not know; false when the text is none of them. */
+bool Session::changedDatabases(const QString &text)
+{
+    static const QRegularExpression pattern(
+        QStringLiteral(R"(^\s*(?:IF\s+DB_ID\s*\(\s*N?'((?:[^']|'')*)'\s*\)\s+IS\s+(NOT\s+)?NULL\s+)?)"
+                       R"((CREATE\s+DATABASE|DROP\s+DATABASE|USE)\s+(?:\[((?:[^\]]|\]\])+)\]|(\w+)))"
+                       R"((?:\s+COLLATE\s+(\w+))?\s*;?\s*$)"),
+        QRegularExpression::CaseInsensitiveOption);
+    const auto match = pattern.match(text);
+    if (!match.hasMatch())
+        return false;
+    const bool asks = match.hasCaptured(1);
+    const bool wanted = !match.captured(2).isEmpty();
+    if (asks && m_databases.exists(unquoted(match.captured(1), u'\'')) != wanted)
+        return true;
+    const QString verb = match.captured(3).left(4).toUpper();
+    const QString name = match.captured(4).isEmpty() ? match.captured(5) : unquoted(match.captured(4), u']');
+    if (verb == u"CREA")
+        m_databases.create(name, match.captured(6));
+    else if (verb == u"DROP")
+        m_databases.drop(name);
+    else
+        use(name);
+    return true;
+}
+
+void Session::use(const QString &database)
+{
+    const QString before = databaseName();
+    if (!enter(database))
+        throw tsql::Error(
+            911, u"Database '%1' does not exist. Make sure that the name is entered correctly."_qs.arg(database));
+    putDatabaseChange(m_wire, before, databaseName());
+    putCollationChange(m_wire, collation());
+}
+
+/** What the catalogue's own views and procedures would answer, as a query of the engine; empty for any other text. */
+QString Session::catalogueQuery(const QString &text) const
+{
+    if (text.contains(u"sp_datatype_info"))
+        return u"SELECT 'datetime' AS TYPE_NAME, CAST(93 AS smallint) AS DATA_TYPE, 23 AS [PRECISION]"_qs;
+    const QString view = u"INFORMATION_SCHEMA.TABLES"_qs;
+    if (!text.contains(view))
+        return {};
+    QString rows = u"SELECT N'' AS TABLE_SCHEMA, N'' AS TABLE_NAME WHERE 1 = 0"_qs;
+    for (const tsql::ObjectName &table : m_connection->catalogue().tableNames())
+        rows += u" UNION ALL SELECT N'%1', N'%2'"_qs.arg(table.schema, table.name);
+    return QString(text).replace(view, u"(%1) AS TABLES"_qs.arg(rows));
+}
+
+/** Begin, commit (and perhaps begin again), roll back, as the driver's switch of automatic commits sends them. */
+void Session::changeTransaction(const QByteArray &body)
+{
+    constexpr quint8 BeginAgain = 1;
+    enum Request : quint16 { Begin = 5, Commit = 7, Rollback = 8 };
+    const auto begin = [this] {
+        m_transaction = ++m_lastTransaction;
+        m_begun = false;
+        putTransactionChange(m_wire, 8, m_transaction);
+    };
+    switch (numberAt<quint16>(body, 0)) {
+    case Begin:
+        begin();
+        break;
+    case Commit:
+        endTransaction(9);
+        if (numberAt<quint8>(body, 3 + numberAt<quint8>(body, 2)) & BeginAgain)
+            begin();
+        break;
+    case Rollback:
+        endTransaction(10);
+        if (numberAt<quint8>(body, 3 + numberAt<quint8>(body, 2)) & BeginAgain)
+            begin();
+        break;
+    default:
+        throw tsql::Error(8501, u"This test server knows local transactions only."_qs);
+    }
+    putDone(m_wire, 0);
+}
+
+void Session::endTransaction(quint8 type)
+{
+    const quint64 transaction = std::exchange(m_transaction, 0);
+    if (std::exchange(m_begun, false)) {
+        if (type == 9)
+            m_connection->commit();
+        else
+            m_connection->rollback();
+    } else if (!transaction) {
+        throw tsql::Error(type == 9 ? 3902 : 3903, u"The request has no corresponding BEGIN TRANSACTION."_qs);
+    }
+    putTransactionChange(m_wire, type, transaction);
+}
+
+} // namespace tds
