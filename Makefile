@@ -36,8 +36,7 @@ format: setup
 # The analyser does not read the compiler's precompiled headers: it has a configuration of its own.
 tidy: setup
 	@cmake --preset debug -B build/tidy -D CMAKE_DISABLE_PRECOMPILE_HEADERS=ON
-	@cmake --build build/tidy -j $(JOBS) --target \
-		$$(ninja -C build/tidy -t targets all | sed -n 's/^\([A-Za-z_/-]*_autogen\): phony.*/\1/p' | sort -u)
+	@find build/tidy -name AutogenInfo.json -exec cmake -E cmake_autogen {} Debug ';'
 	@git ls-files '*.cpp' | grep -v '^tests/fuzz' | xargs -P $(JOBS) -n 4 clang-tidy -p build/tidy --quiet
 
 fuzz: setup
