@@ -186,8 +186,8 @@ QFont InterfaceFont(double points)
         const QStringList installed = QFontDatabase::families();
         QStringList wanted;
         for (const QString &name :
-             {QStringLiteral("Noto Sans Arabic UI"), QStringLiteral("Noto Sans Arabic"), QStringLiteral("Vazirmatn"),
-              QStringLiteral("Tahoma"), QStringLiteral("Noto Sans"), QStringLiteral("DejaVu Sans")})
+             {QStringLiteral("DejaVu Sans Condensed"), QStringLiteral("DejaVu Sans"), QStringLiteral("Vazirmatn"),
+              QStringLiteral("Tahoma"), QStringLiteral("Noto Sans Arabic UI"), QStringLiteral("Noto Sans")})
             if (installed.contains(name))
                 wanted << name;
         return wanted.isEmpty() ? QFontDatabase::families(QFontDatabase::Arabic).mid(0, 1) : wanted;

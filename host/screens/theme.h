@@ -20,8 +20,8 @@ HOST_EXPORT QColor Accent();     ///< the one colour that means "active"
 HOST_EXPORT QColor AccentSoft(); ///< ground of the current row
 HOST_EXPORT QColor Danger();     ///< refusals
 
-/// The Persian interface font at `points`: Noto Sans Arabic UI where it is installed, otherwise what the system offers
-/// for Arabic script.
+/// The Persian interface font at `points`: DejaVu Sans Condensed where it is installed, otherwise what the system
+/// offers for Arabic script.
 HOST_EXPORT QFont InterfaceFont(double points = 10.5);
 /// The font of titles.
 HOST_EXPORT QFont TitleFont();
