@@ -11,8 +11,9 @@ QString text(const char16_t *value)
     return value ? QString::fromUtf16(value) : QString();
 }
 
-/// The result of the last call of `Select_Good_Multible`.
+/// The results of the last calls of `Select_Good_Multible` and `Select_DetailTypes_Multible`.
 std::u16string chosenGoods;
+std::u16string chosenDetailTypes;
 
 } // namespace
 
@@ -80,5 +81,23 @@ std::int32_t Open_Units()
 std::int32_t Select_Unit()
 {
     return Module::run([](Module &module) { return module.select(host::TSoftwarePart::Units, {}); });
+}
+
+void Call_DetailTypes_List()
+{
+    Module::run([](Module &module) { module.openDetailTypes(); });
+}
+
+const char16_t *Select_DetailTypes_Multible(const char16_t *openingText, std::int32_t previousCount,
+                                            std::int32_t withCategories, std::uint8_t inList,
+                                            const char16_t *previousCodes)
+{
+    chosenDetailTypes = Module::run([&](Module &module) {
+        return module
+            .selectDetailTypes(text(openingText),
+                               {previousCount, text(previousCodes), inList != 0, withCategories != 0})
+            .toStdU16String();
+    });
+    return chosenDetailTypes.c_str();
 }
 }

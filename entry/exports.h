@@ -52,4 +52,15 @@ GOODS_EXPORT std::int32_t Open_Units();
 
 /// Lets the user choose a unit; its code, 0 for none.
 GOODS_EXPORT std::int32_t Select_Unit();
+
+/// Opens the list of detail types and their categories.
+GOODS_EXPORT void Call_DetailTypes_List();
+
+/// Lets the user choose detail types for a good, or for a category when `inList` is not 0: their codes, each followed
+/// by ","; an empty text when none was chosen. The owner has `previousCount` of them already, `previousCodes` being
+/// their codes joined by ",". When `withCategories` is not 0 a whole category can be chosen as well. `openingText` is
+/// kept by the screen.
+GOODS_EXPORT const char16_t *Select_DetailTypes_Multible(const char16_t *openingText, std::int32_t previousCount,
+                                                         std::int32_t withCategories, std::uint8_t inList,
+                                                         const char16_t *previousCodes);
 }

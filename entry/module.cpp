@@ -1,11 +1,13 @@
 #include "entry/module.h"
 
+#include "detailtypes/detail_types_list.h"
 #include "entry/selection_param.h"
 #include "host/data/database_error.h"
 #include "host/data/sql_text.h"
 #include "screens/good_editor/good_get.h"
 #include "screens/goods_list/good_list.h"
 
+#include <QtCore/QScopedValueRollback>
 #include <QtWidgets/QApplication>
 
 using host::TFormMode;
@@ -16,6 +18,7 @@ namespace entry {
 namespace {
 
 const QString ListBusy = QStringLiteral("امکان نمایش مجدد لیست کالاها وجود ندارد.");
+const QString DetailTypesBusy = QStringLiteral("امکان نمایش مجدد لیست جزئیات وجود ندارد.");
 constexpr int ReviewKind = 2;
 
 /// The module of this process. The screens must go before the application object and before the library's code,
@@ -184,6 +187,26 @@ int Module::editGood(int value)
     // Widened first: the absolute value of the smallest integer does not fit.
     editor->Open({}, TFormMode::New, QString::number(-static_cast<qint64>(value)));
     return 0;
+}
+
+void Module::openDetailTypes()
+{
+    if (detailTypes_) {
+        host_.messages.ShowMessage(DetailTypesBusy, host::MessageIcon::Information);
+        return;
+    }
+    TDetailTypes_List_FRM list(host_, TFormMode::DockedList);
+    const QScopedValueRollback showing(detailTypes_, &list);
+    list.ShowModally();
+}
+
+QString Module::selectDetailTypes(const QString &openingText, const detail_types::Choice &choice)
+{
+    TDetailTypes_List_FRM list(host_, TFormMode::Selection, openingText);
+    list.SetChoice(choice);
+    if (list.ShowModally() != QDialog::Accepted || list.SelectedCodes().isEmpty())
+        return {};
+    return list.SelectedCodes() + u',';
 }
 
 int Module::openList(TSoftwarePart part)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "detailtypes/detail_type_choice.h"
 #include "host/host.h"
 
 #include <array>
@@ -8,6 +9,7 @@
 #include <memory>
 #include <type_traits>
 
+class TDetailTypes_List_FRM;
 class TGood_List_FRM;
 class TGood_Get_FRM;
 
@@ -32,6 +34,11 @@ public:
     /// `kind` 2 opens for review.
     void callGoodGet(int goodId, int kind);
     int editGood(int value);
+
+    /// Shows the list of detail types until it is closed.
+    void openDetailTypes();
+    /// The chosen codes, each followed by a comma.
+    QString selectDetailTypes(const QString &openingText, const detail_types::Choice &choice);
 
     /// The host's generic lists.
     int openList(host::TSoftwarePart part);
@@ -69,6 +76,7 @@ private:
     std::array<std::unique_ptr<TGood_List_FRM>, 2> browse_;
     std::array<std::unique_ptr<TGood_List_FRM>, 3> selection_;
     std::unique_ptr<TGood_Get_FRM> editor_;
+    TDetailTypes_List_FRM *detailTypes_ = nullptr; ///< while it is showing
 };
 
 } // namespace entry

@@ -39,6 +39,8 @@ bool GoodsModule::Load()
     Resolve(table_.Edit_Store, "Edit_Store");
     Resolve(table_.Open_Units, "Open_Units");
     Resolve(table_.Select_Unit, "Select_Unit");
+    Resolve(table_.Call_DetailTypes_List, "Call_DetailTypes_List");
+    Resolve(table_.Select_DetailTypes_Multible, "Select_DetailTypes_Multible");
     complete_ = error_.isEmpty();
     return complete_;
 }
@@ -71,6 +73,12 @@ QString GoodsModule::Select_Good_Multible(const QString &param) const
 int GoodsModule::Select_Store(const QString &param) const
 {
     return table_.Select_Store(Utf16(param));
+}
+
+QString GoodsModule::Select_DetailTypes_Multible(const host::MultibleParam &wanted) const
+{
+    return QString::fromUtf16(table_.Select_DetailTypes_Multible(u"", wanted.PreviousCount, wanted.Categories ? 1 : 0,
+                                                                 wanted.InList ? 1 : 0, Utf16(wanted.PreviousCodes)));
 }
 
 } // namespace desk

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "entry/exports.h"
+#include "host/services/entity_service.h"
 
 #include <QtCore/QLibrary>
 #include <QtCore/QString>
@@ -37,6 +38,8 @@ public:
     void Edit_Store(int storeId) const { table_.Edit_Store(storeId); }
     int Open_Units() const { return table_.Open_Units(); }
     int Select_Unit() const { return table_.Select_Unit(); }
+    void Call_DetailTypes_List() const { table_.Call_DetailTypes_List(); }
+    QString Select_DetailTypes_Multible(const host::MultibleParam &wanted) const;
 
 private:
     struct Table
@@ -53,6 +56,8 @@ private:
         decltype(&::Edit_Store) Edit_Store = nullptr;
         decltype(&::Open_Units) Open_Units = nullptr;
         decltype(&::Select_Unit) Select_Unit = nullptr;
+        decltype(&::Call_DetailTypes_List) Call_DetailTypes_List = nullptr;
+        decltype(&::Select_DetailTypes_Multible) Select_DetailTypes_Multible = nullptr;
     };
 
     template <typename Function> void Resolve(Function &target, const char *name);

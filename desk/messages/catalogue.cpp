@@ -54,6 +54,7 @@ constexpr Entry Catalogue[] = {
     {message::DiscardChanges, u"کاربر گرامی، تغییرات ذخیره نشده است. آیا بدون ذخیره خارج "
                               u"می‌شوید؟"},
 
+    {host::message::ItemInUse, u"کاربر گرامی، این %1 در کالاها یا دسته بندی ها استفاده شده است و قابل حذف نیست."},
     {host::message::OpeningPeriodClosed, u"کاربر گرامی، به دلیل %1، %2 ممکن نیست."},
     {host::message::DeleteRefused, u"کاربر گرامی، %1 قابل حذف نیست."},
     {host::message::SecondQuantityDiffers,

@@ -63,11 +63,17 @@ int Entities::Select_GroupList(TSoftwarePart part, const QString &text)
     return list.ShowModally() == QDialog::Accepted ? list.ChosenCode() : 0;
 }
 
-QString Entities::Select_Entity_Multible_Param(TSoftwarePart part, const QString &excludedCodes)
+QString Entities::Select_Entity_Multible_Param(TSoftwarePart part, const host::MultibleParam &wanted)
 {
+    if (part == TSoftwarePart::DetailTypes) {
+        if (chooseDetailTypes_)
+            return chooseDetailTypes_(wanted);
+        messages_.ShowMessage(MessageText(message::ModuleMissing), host::MessageIcon::Warning);
+        return {};
+    }
     TEntity_List_FRM list(*host_, KindOf(part), host::TFormMode::Selection);
     list.SetMultiSelect(true);
-    list.SetExcludedCodes(excludedCodes);
+    list.SetExcludedCodes(wanted.ExcludedCodes);
     return list.ShowModally() == QDialog::Accepted ? list.ChosenCodes() : QString();
 }
 

@@ -9,6 +9,8 @@
 #include <QtCore/QSet>
 #include <QtSql/QSqlDatabase>
 
+#include <functional>
+
 namespace host {
 struct Host;
 }
@@ -29,12 +31,17 @@ public:
     /// The host that screens are made with; it holds this service, so it comes after the constructor.
     void SetHost(host::Host &host) { host_ = &host; }
 
+    /// How several detail types are chosen: on the list of the goods module, which comes after the services. Without it
+    /// the user is told that there is no module.
+    using DetailTypeChooser = std::function<QString(const host::MultibleParam &)>;
+    void SetDetailTypeChooser(DetailTypeChooser chooser) { chooseDetailTypes_ = std::move(chooser); }
+
     int Call_GroupList(host::TSoftwarePart part) override;
     int Select_GroupList(host::TSoftwarePart part, const QString &text) override;
     bool Edit_Group(host::TSoftwarePart part, int id) override;
     int New_Group(host::TSoftwarePart part) override;
     int Delete_Entity(host::TSoftwarePart part, int code, bool silent) override;
-    QString Select_Entity_Multible_Param(host::TSoftwarePart part, const QString &excludedCodes) override;
+    QString Select_Entity_Multible_Param(host::TSoftwarePart part, const host::MultibleParam &wanted) override;
 
     std::optional<host::Entity> Find(host::TSoftwarePart part, int code) override;
     QList<host::Entity> List(host::TSoftwarePart part, const QString &text) override;
@@ -54,6 +61,7 @@ private:
     host::SettingsService &settings_;
     host::StockService &stock_;
     host::Host *host_ = nullptr;
+    DetailTypeChooser chooseDetailTypes_;
     QMap<host::TSoftwarePart, QSet<int>> reserved_;
 };
 

@@ -9,6 +9,7 @@ namespace host {
 
 /// Numbers of the host's message catalogue that the module uses.
 namespace message {
+inline constexpr int ItemInUse = 10006;             ///< %1: what is used somewhere and therefore stays
 inline constexpr int OpeningPeriodClosed = 10020;   ///< %1: what is fixed, %2: what is therefore refused
 inline constexpr int DeleteRefused = 10030;         ///< %1: the reason, ending in a comma
 inline constexpr int SecondQuantityDiffers = 10052; ///< the second quantity does not follow from the first

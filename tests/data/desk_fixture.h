@@ -31,7 +31,7 @@ struct Entities : host::EntityService
         asked += QStringLiteral("%1 %2 %3").arg(static_cast<int>(part)).arg(code).arg(silent);
         return deleteAnswer;
     }
-    QString Select_Entity_Multible_Param(host::TSoftwarePart, const QString &) override { return {}; }
+    QString Select_Entity_Multible_Param(host::TSoftwarePart, const host::MultibleParam &) override { return {}; }
     std::optional<host::Entity> Find(host::TSoftwarePart, int) override { return {}; }
     QList<host::Entity> List(host::TSoftwarePart, const QString &) override { return {}; }
     bool ReserveCode(host::TSoftwarePart, int) override { return true; }

@@ -108,7 +108,7 @@ void TestScreens::choosingGivesTheCodeBack()
                 [](QWidget *) { test::Press(Qt::Key_Escape); });
     QCOMPARE(chosen, 0);
     QString several;
-    test::Drive([&] { several = t.desk.entities.Select_Entity_Multible_Param(TSoftwarePart::Stores, u"1"_qs); },
+    test::Drive([&] { several = t.desk.entities.Select_Entity_Multible_Param(TSoftwarePart::Stores, {u"1"_qs}); },
                 [](QWidget *) {
                     test::Press(Qt::Key_Down);
                     test::Press(Qt::Key_Down);

@@ -54,7 +54,7 @@ struct Entities : host::EntityService
     bool Edit_Group(host::TSoftwarePart, int) override { return false; }
     int New_Group(host::TSoftwarePart) override { return 0; }
     int Delete_Entity(host::TSoftwarePart, int, bool) override { return 1; }
-    QString Select_Entity_Multible_Param(host::TSoftwarePart, const QString &) override { return {}; }
+    QString Select_Entity_Multible_Param(host::TSoftwarePart, const host::MultibleParam &) override { return {}; }
     std::optional<host::Entity> Find(host::TSoftwarePart, int) override { return std::nullopt; }
     QList<host::Entity> List(host::TSoftwarePart, const QString &) override { return {}; }
     bool ReserveCode(host::TSoftwarePart, int) override { return true; }

@@ -60,9 +60,10 @@ int FakeEntities::Delete_Entity(host::TSoftwarePart part, int code, bool silent)
     return refuseDelete;
 }
 
-QString FakeEntities::Select_Entity_Multible_Param(host::TSoftwarePart part, const QString &excludedCodes)
+QString FakeEntities::Select_Entity_Multible_Param(host::TSoftwarePart part, const host::MultibleParam &param)
 {
-    calls << Call("Select_Entity_Multible_Param", part, excludedCodes);
+    calls << Call("Select_Entity_Multible_Param", part, param.ExcludedCodes);
+    wanted = param;
     return multipleChoice;
 }
 

@@ -40,7 +40,7 @@ struct FakeEntities : host::EntityService
     bool Edit_Group(host::TSoftwarePart part, int id) override;
     int New_Group(host::TSoftwarePart part) override;
     int Delete_Entity(host::TSoftwarePart part, int code, bool silent) override;
-    QString Select_Entity_Multible_Param(host::TSoftwarePart part, const QString &excludedCodes) override;
+    QString Select_Entity_Multible_Param(host::TSoftwarePart part, const host::MultibleParam &param) override;
     std::optional<host::Entity> Find(host::TSoftwarePart part, int code) override;
     QList<host::Entity> List(host::TSoftwarePart part, const QString &text) override;
     bool ReserveCode(host::TSoftwarePart part, int code) override;
@@ -49,6 +49,7 @@ struct FakeEntities : host::EntityService
     QHash<int, QList<host::Entity>> lists; ///< by software part
     QList<int> choices;                    ///< what the user will choose, 0 for nothing
     QString multipleChoice;
+    host::MultibleParam wanted; ///< what the last choice of several was asked for
     int refuseDelete = 0; ///< what Delete_Entity returns
     QStringList calls;    ///< "Select_GroupList(104, کار)"
 };

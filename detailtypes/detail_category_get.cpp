@@ -1,0 +1,161 @@
+#include "detailtypes/detail_category_get.h"
+
+#include "ui_detail_category_get.h"
+
+using namespace Qt::StringLiterals;
+using host::MessageService;
+using host::Refusal;
+using host::TSoftwarePart;
+
+namespace {
+
+/// How often another desk may snatch the proposed code away before it is proposed anyway.
+constexpr int MaximumAttempts = 20;
+/// What the column of remarks holds; the edit takes more, so that nothing pasted is cut off unseen.
+constexpr int LongestComment = 100;
+
+} // namespace
+
+TDetailTypes_SelectedList_Get_FRM::TDetailTypes_SelectedList_Get_FRM(host::Host &host)
+    : TBaseGet_FRM(host, TSoftwarePart::DetailTypes), ui(std::make_unique<Ui::TDetailTypes_SelectedList_Get_FRM>()),
+      m_data(host.DM)
+{
+    ui->setupUi(Content());
+    SetTitle(u"دسته بندی جزییات"_s);
+    connect(ui->Code_EDT, &QLineEdit::textChanged, this, [this] {
+        if (!IsLoading() && IsNew())
+            SetKey(static_cast<int>(ui->Code_EDT->Integer()));
+    });
+}
+
+TDetailTypes_SelectedList_Get_FRM::~TDetailTypes_SelectedList_Get_FRM() = default;
+
+bool TDetailTypes_SelectedList_Get_FRM::MayWrite()
+{
+    const auto permission = IsNew() ? host::TPermission::Create : host::TPermission::Change;
+    if (m_host.permissions.HavePermission(m_host.settings.UserInfo(), SoftwarePart(), permission, true, true, {}))
+        return true;
+    AbortOpening();
+    return false;
+}
+
+int TDetailTypes_SelectedList_Get_FRM::ProposeCode()
+{
+    const QString status = QString::number(static_cast<int>(SoftwarePart()));
+    int code = 0;
+    for (int attempt = 0; attempt < MaximumAttempts; ++attempt) {
+        m_data.DetailTypes_SelectedList_GetNewCode(status, code);
+        if (m_host.entities.ReserveCode(SoftwarePart(), code))
+            break;
+    }
+    return code;
+}
+
+void TDetailTypes_SelectedList_Get_FRM::Show(const TDetailTypes_SelectedList_Rec &record)
+{
+    ui->Code_EDT->setText(QString::number(record.Code));
+    ui->Code_EDT->setReadOnly(!IsNew());
+    ui->Title_EDT->setText(record.Title);
+    ui->Comment_EDT->setText(record.Comment);
+}
+
+void TDetailTypes_SelectedList_Get_FRM::Prepare()
+{
+    if (!MayWrite())
+        return;
+    TDetailTypes_SelectedList_Rec record;
+    record.Code = ProposeCode();
+    SetKey(record.Code);
+    Show(record);
+}
+
+void TDetailTypes_SelectedList_Get_FRM::Load()
+{
+    if (!MayWrite())
+        return;
+    TDetailTypes_SelectedList_Rec record;
+    if (!m_data.DetailTypes_SelectedList_GetByID(Key().toInt(), record)) {
+        m_host.messages.ShowMessage(u"این دسته بندی دیگر وجود ندارد."_s, host::MessageIcon::Warning);
+        AbortOpening();
+        return;
+    }
+    Show(record);
+}
+
+std::vector<host::Check> TDetailTypes_SelectedList_Get_FRM::Validate()
+{
+    return {
+        {u"code is given"_s, [this] { return CodeIsGiven(); }},
+        {u"title is given"_s, [this] { return TitleIsGiven(); }},
+        {u"title is free"_s, [this] { return TitleIsFree(); }},
+        {u"code is free"_s, [this] { return CodeIsFree(); }},
+        {u"comment fits"_s, [this] { return CommentFits(); }},
+    };
+}
+
+std::optional<Refusal> TDetailTypes_SelectedList_Get_FRM::CodeIsGiven() const
+{
+    if (ui->Code_EDT->Integer() > 0)
+        return {};
+    return Refusal{ui->Code_EDT, [](MessageService &messages) { messages.MsgRequiredField(u"کد"_s); }};
+}
+
+std::optional<Refusal> TDetailTypes_SelectedList_Get_FRM::TitleIsGiven() const
+{
+    if (!ui->Title_EDT->text().trimmed().isEmpty())
+        return {};
+    return Refusal{ui->Title_EDT, [](MessageService &messages) { messages.MsgRequiredField(u"عنوان ليست انتخابي"_s); }};
+}
+
+std::optional<Refusal> TDetailTypes_SelectedList_Get_FRM::TitleIsFree()
+{
+    // The category's own title counts when it is edited.
+    if (m_data.DetailTypes_SelectedList_ExistName(ui->Title_EDT->text()) <= (IsNew() ? 0 : 1))
+        return {};
+    return Refusal{ui->Title_EDT,
+                   [](MessageService &messages) { messages.MsgRepeatedField(u"عنوان"_s, u"ليست انتخابي"_s); }};
+}
+
+std::optional<Refusal> TDetailTypes_SelectedList_Get_FRM::CodeIsFree()
+{
+    if (!IsNew() || m_data.DetailTypes_SelectedList_IsNewRecordMode(Key().toInt()))
+        return {};
+    return Refusal{ui->Code_EDT, [](MessageService &messages) { messages.MsgRepeatedCode(u"کد"_s); }};
+}
+
+std::optional<Refusal> TDetailTypes_SelectedList_Get_FRM::CommentFits() const
+{
+    if (ui->Comment_EDT->text().size() <= LongestComment)
+        return {};
+    return Refusal{ui->Comment_EDT, [](MessageService &messages) {
+                       messages.ShowMessage(u"کاربر گرامی شرح حداکثر 100 حرف می تواند داشته باشد"_s,
+                                            host::MessageIcon::Warning);
+                   }};
+}
+
+void TDetailTypes_SelectedList_Get_FRM::Write()
+{
+    TDetailTypes_SelectedList_Rec record;
+    record.Code = Key().toInt();
+    record.Title = ui->Title_EDT->text();
+    record.Comment = ui->Comment_EDT->text();
+    if (IsNew())
+        m_data.DetailTypes_SelectedList_Insert(record);
+    else
+        m_data.DetailTypes_SelectedList_Update(record);
+}
+
+void TDetailTypes_SelectedList_Get_FRM::FormClose()
+{
+    m_host.entities.ReleaseCodes(SoftwarePart());
+}
+
+QWidget *TDetailTypes_SelectedList_Get_FRM::FirstControl() const
+{
+    return ui->Title_EDT;
+}
+
+QString TDetailTypes_SelectedList_Get_FRM::PrepareRecoveryQuery() const
+{
+    return u"SELECT Code FROM DetailTypes_SelectedLists WHERE Code = "_s + QString::number(Key().toInt());
+}

@@ -1,0 +1,222 @@
+#include "detailtypes/detail_types_list.h"
+
+#include "ui_detail_types_list.h"
+
+#include <QtGui/QKeyEvent>
+#include <QtWidgets/QHeaderView>
+#include <QtWidgets/QMenu>
+#include <QtWidgets/QTabBar>
+
+using namespace Qt::StringLiterals;
+using host::ColumnFormat;
+using host::TFormMode;
+
+// The frame of the list: grids, keys, menus and what both tabs share.
+
+TDetailTypes_List_FRM::TDetailTypes_List_FRM(host::Host &host, TFormMode mode, const QString &openingText)
+    : TBaseDock_FRM(host, host::TSoftwarePart::DetailTypes, mode), ui(std::make_unique<Ui::TDetailTypes_List_FRM>()),
+      m_data(host.DM)
+{
+    ui->setupUi(Content());
+    AdoptFooter(ui->CategoryCommands_PNL);
+    AdoptFooter(ui->TypeCommands_PNL);
+    SetParameterText(openingText);
+    SetTitle(u"جزئیات کالاها"_s);
+    resize(860, 640);
+    BuildGrids();
+    BindCommands();
+    BindMenus();
+    BindKeys();
+}
+
+TDetailTypes_List_FRM::~TDetailTypes_List_FRM()
+{
+    for (host::Grid *grid : {ui->DetailTypes_List_GRD, ui->SelectedList_List_DBTableView1, ui->DetailList_GRD})
+        grid->SetSource(nullptr);
+}
+
+void TDetailTypes_List_FRM::BuildGrids()
+{
+    m_data.DetailTypes_SelectedList_GetAll();
+    ui->DetailTypes_List_GRD->SetColumns(
+        {{u"Title"_s, u"عنوان"_s, 210}, {u"DetailTypeName"_s, u"نوع"_s, 150}, {u"Comment"_s, u"توضیحات"_s, 380}});
+    ui->DetailTypes_List_GRD->SetSource(&m_data.DetailTypes_QRY, u"ID"_s);
+    ui->SelectedList_List_DBTableView1->SetColumns({{u"Code"_s, u"کد"_s, 70, false, ColumnFormat::Code},
+                                                    {u"Title"_s, u"عنوان دسته بندی"_s, 230},
+                                                    {u"Defaulted"_s, u"پیش فرض"_s, 90},
+                                                    {u"Comment"_s, u"توضیحات"_s, 340}});
+    ui->SelectedList_List_DBTableView1->SetSource(&m_data.DetailTypes_SelectedList_QRY);
+    ui->DetailList_GRD->SetColumns(
+        {{u"Code"_s, u"کد"_s, 70, false, ColumnFormat::Code}, {u"Name"_s, u"عنوان جزییات"_s, 420}});
+    ui->DetailList_GRD->SetSource(&m_data.DetailTypes_DetailList_QRY);
+    ui->DetailList_GRD->SetMultiSelect(true);
+    for (host::Grid *grid : {ui->DetailTypes_List_GRD, ui->SelectedList_List_DBTableView1, ui->DetailList_GRD}) {
+        grid->horizontalHeader()->setStretchLastSection(true);
+        RememberLayout(grid);
+    }
+    ui->TGeneral_Search_Frame1->SetGrid(ui->DetailTypes_List_GRD);
+    ui->Categories_SPL->setSizes({300, 240});
+
+    for (host::Grid *grid : {ui->DetailTypes_List_GRD, ui->SelectedList_List_DBTableView1})
+        connect(grid, &host::Grid::RowActivated, this, &TDetailTypes_List_FRM::Activate);
+    connect(ui->TGeneral_Search_Frame1, &host::SearchFrame::Accepted, this, [this] {
+        if (Chooses())
+            Activate();
+        else
+            ui->DetailTypes_List_GRD->setFocus(Qt::OtherFocusReason);
+    });
+    connect(ui->SelectedList_List_DBTableView1, &host::Grid::CurrentKeyChanged, this, [this] {
+        if (IsShowing())
+            Command(Title(), [this] { FollowCategory(); });
+    });
+    connect(ui->DetailTypes_PGC, &QTabWidget::currentChanged, this, &TDetailTypes_List_FRM::ShowTab);
+}
+
+void TDetailTypes_List_FRM::BindCommands()
+{
+    Bind(ui->New_BTN, {}, [this] { EditType(TFormMode::New); });
+    Bind(ui->Edit_BTN, {}, [this] { EditType(TFormMode::Edit); });
+    Bind(ui->Delete_BTN, {}, [this] { DeleteType(); });
+    Bind(ui->Select_BTN, {}, [this] { ChooseTypes(); });
+    Bind(ui->New_SelectedList_BTN, {}, [this] { EditCategory(TFormMode::New); });
+    Bind(ui->Edit_SelectedList_BTN, {}, [this] { EditCategory(TFormMode::Edit); });
+    Bind(ui->Delete_SelectedList_BTN, {}, [this] { DeleteCategory(); });
+    Bind(ui->Default_BTN, {}, [this] { SwitchDefault(); });
+    Bind(ui->DetailTypeSelectedListSelect_BTN, {}, [this] { ChooseCategory(); });
+    Bind(ui->NewDetail_BTN, {}, [this] { AddMembers(); });
+    Bind(ui->DeleteDetail_BTN, {}, [this] { DeleteMembers(); });
+    Bind(ui->DeleteAllDetail_BTN, {}, [this] { DeleteAllMembers(); });
+    Bind(AddFooterButton(u"EXit_BTN"_s, u"خروج Esc"_s), {}, [this] { reject(); });
+}
+
+void TDetailTypes_List_FRM::BindKeys()
+{
+    // One key serves both tabs: it presses the button that is shown.
+    const auto bind = [this](Qt::Key key, QPushButton *types, QPushButton *categories) {
+        BindKey(key, types->text(), [this, types, categories] { (OnTypes() ? types : categories)->click(); });
+    };
+    bind(Qt::Key_F4, ui->New_BTN, ui->New_SelectedList_BTN);
+    bind(Qt::Key_F5, ui->Edit_BTN, ui->Edit_SelectedList_BTN);
+    bind(Qt::Key_F7, ui->Delete_BTN, ui->Delete_SelectedList_BTN);
+}
+
+void TDetailTypes_List_FRM::BindMenus()
+{
+    struct Item
+    {
+        QString caption;
+        QPushButton *button;
+    };
+    const auto menu = [this](host::Grid *grid, const QList<Item> &items) {
+        grid->setContextMenuPolicy(Qt::CustomContextMenu);
+        connect(grid, &QWidget::customContextMenuRequested, this, [this, grid, items](const QPoint &at) {
+            QMenu popup(this);
+            popup.setObjectName(grid->objectName() + u"_PMN"_s);
+            for (const Item &item : items) {
+                QAction *action = popup.addAction(item.caption);
+                action->setEnabled(item.button->isEnabled());
+                connect(action, &QAction::triggered, item.button, &QPushButton::click, Qt::QueuedConnection);
+            }
+            popup.exec(grid->viewport()->mapToGlobal(at));
+        });
+    };
+    menu(ui->DetailTypes_List_GRD, {{u"جدید"_s, ui->New_BTN},
+                                    {u"ویرایش"_s, ui->Edit_BTN},
+                                    {u"حذف"_s, ui->Delete_BTN},
+                                    {u"انتخاب"_s, ui->Select_BTN}});
+    menu(ui->DetailList_GRD, {{u"سطر جدید"_s, ui->NewDetail_BTN},
+                              {u"حذف سطر"_s, ui->DeleteDetail_BTN},
+                              {u"حذف همه"_s, ui->DeleteAllDetail_BTN}});
+}
+
+bool TDetailTypes_List_FRM::OnTypes() const
+{
+    return ui->DetailTypes_PGC->currentWidget() == ui->Types_TBS;
+}
+
+host::Grid *TDetailTypes_List_FRM::PrintedGrid() const
+{
+    return OnTypes() ? ui->DetailTypes_List_GRD : ui->SelectedList_List_DBTableView1;
+}
+
+bool TDetailTypes_List_FRM::Allowed(host::TPermission permission)
+{
+    return m_host.permissions.HavePermission(m_host.settings.UserInfo(), SoftwarePart(), permission, true, true, {});
+}
+
+void TDetailTypes_List_FRM::Warn(const QString &text)
+{
+    m_host.messages.ShowMessage(text, host::MessageIcon::Warning);
+}
+
+void TDetailTypes_List_FRM::FormShow()
+{
+    m_selectedCodes.clear();
+    ui->DetailTypes_PGC->setCurrentWidget(ui->Types_TBS);
+    ui->DetailTypes_PGC->tabBar()->setVisible(!Chooses() || m_choice.Categories);
+    ui->SelectedList_List_DBTableView1->SetMultiSelect(false);
+    ui->DetailTypes_List_GRD->SetMultiSelect(Chooses());
+    ui->DetailTypes_List_GRD->ClearMarks();
+    ui->DetailList_GRD->ClearMarks();
+    m_data.DetailTypes_GetAll();
+    m_data.DetailTypes_SelectedList_QRY.Open();
+    FollowCategory();
+    ShowTab();
+}
+
+void TDetailTypes_List_FRM::FormClose()
+{
+    ui->TGeneral_Search_Frame1->Clear();
+    for (host::Dataset *rows :
+         {&m_data.DetailTypes_QRY, &m_data.DetailTypes_SelectedList_QRY, &m_data.DetailTypes_DetailList_QRY})
+        rows->Close();
+}
+
+void TDetailTypes_List_FRM::ShowTab()
+{
+    ui->TypeCommands_PNL->setVisible(OnTypes());
+    ui->CategoryCommands_PNL->setVisible(!OnTypes());
+    PrintedGrid()->setFocus(Qt::OtherFocusReason);
+}
+
+void TDetailTypes_List_FRM::RefreshButtons()
+{
+    const bool types = !m_data.DetailTypes_QRY.IsEmpty();
+    const bool categories = !m_data.DetailTypes_SelectedList_QRY.IsEmpty();
+    const bool members = !m_data.DetailTypes_DetailList_QRY.IsEmpty();
+    ui->Edit_BTN->setEnabled(types);
+    ui->Delete_BTN->setEnabled(types);
+    ui->Select_BTN->setEnabled(Chooses() && types);
+    ui->Edit_SelectedList_BTN->setEnabled(categories);
+    ui->Delete_SelectedList_BTN->setEnabled(categories);
+    ui->Default_BTN->setEnabled(categories);
+    ui->DetailTypeSelectedListSelect_BTN->setEnabled(Chooses() && m_choice.Categories && categories);
+    ui->NewDetail_BTN->setEnabled(categories);
+    ui->DeleteDetail_BTN->setEnabled(members);
+    ui->DeleteAllDetail_BTN->setEnabled(members);
+    ui->Hint_LBL->setVisible(!categories);
+}
+
+void TDetailTypes_List_FRM::Activate()
+{
+    if (OnTypes())
+        (Chooses() ? ui->Select_BTN : ui->Edit_BTN)->click();
+    else
+        (Chooses() ? ui->DetailTypeSelectedListSelect_BTN : ui->Edit_SelectedList_BTN)->click();
+}
+
+void TDetailTypes_List_FRM::CloseWith(const QString &codes)
+{
+    m_selectedCodes = codes;
+    done(QDialog::Accepted);
+}
+
+bool TDetailTypes_List_FRM::FormKeyDown(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Escape && OnTypes() && !ui->TGeneral_Search_Frame1->Description().IsEmpty()) {
+        ui->TGeneral_Search_Frame1->Clear();
+        ui->DetailTypes_List_GRD->setFocus(Qt::OtherFocusReason);
+        return true;
+    }
+    return TBaseDock_FRM::FormKeyDown(event);
+}
