@@ -9,10 +9,10 @@ namespace detail_types {
 /// What chosen types are for, as the caller of the list says: the owner is a good or a category.
 struct Choice
 {
-    int PreviousCount = 0;   ///< types that the owner has already
-    QString PreviousCodes;   ///< their codes, a code list
-    bool InList = false;     ///< the owner is a category
-    bool Categories = false; ///< a whole category may be chosen as well
+    int PreviousCount = 0;      ///< types that the owner has already
+    QString PreviousCodes = {}; ///< their codes, a code list
+    bool InList = false;        ///< the owner is a category
+    bool Categories = false;    ///< a whole category may be chosen as well
 };
 
 /// Why so many single types may not be chosen; nothing when they may.

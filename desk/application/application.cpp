@@ -72,10 +72,6 @@ int Work(QApplication &application, const Options &options)
     host::install(desk.host);
     GoodsModule module;
     const bool loaded = module.Load();
-    if (loaded) {
-        desk.entities.SetDetailTypeChooser(
-            [&module](const host::MultibleParam &wanted) { return module.Select_DetailTypes_Multible(wanted); });
-    }
     MainWindow window(desk, module, DatabaseName(options));
     // Screens that the module keeps go before the window that holds them and the services that they use.
     const auto unload = qScopeGuard([&module] { module.Unload(); });

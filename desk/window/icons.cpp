@@ -67,6 +67,14 @@ QPainterPath Tick()
     return path;
 }
 
+QPainterPath Tags()
+{
+    QPainterPath path = Lines({{2.8, 11.5}, {10, 4.3}, {17, 4.3}, {17, 11.3}, {9.8, 18.5}}, true);
+    path.addPath(Circle(13.4, 7.9, 1.3));
+    path.addPath(Lines({{20.8, 7}, {20.8, 12.8}, {13.2, 20.4}}));
+    return path;
+}
+
 QPainterPath Tree()
 {
     QPainterPath path = Box(14, 3.5, 6.5, 5);
@@ -171,6 +179,7 @@ QPainterPath PathOf(Glyph glyph)
         {Glyph::Goods, Carton()},
         {Glyph::AddGood, CartonPlus()},
         {Glyph::Choose, Tick()},
+        {Glyph::Details, Tags()},
         {Glyph::Groups, Tree()},
         {Glyph::Stores, Store()},
         {Glyph::Units, Ruler()},

@@ -10,6 +10,7 @@ enum class Glyph {
     Goods,
     AddGood,
     Choose,
+    Details,
     Groups,
     Stores,
     Units,

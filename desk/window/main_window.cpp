@@ -41,6 +41,9 @@ MainWindow::MainWindow(DeskHost &desk, GoodsModule &module, const QString &datab
     pages_->setObjectName(u"Pages"_qs);
     pages_->setDocumentMode(true);
     setCentralWidget(pages_);
+    if (module_.IsLoaded())
+        desk_.entities.SetDetailTypeChooser(
+            [this](const host::MultibleParam &wanted) { return module_.Select_DetailTypes_Multible(wanted); });
     AddCommands();
     AddMenus();
     AddToolBar();
@@ -57,6 +60,7 @@ MainWindow::MainWindow(DeskHost &desk, GoodsModule &module, const QString &datab
 MainWindow::~MainWindow()
 {
     choose_.reset();
+    desk_.entities.SetDetailTypeChooser({});
     desk_.SetMainWindow(nullptr);
 }
 
@@ -98,6 +102,7 @@ void MainWindow::AddCommands()
         add(u"GoodsList_ACT", u"لیست کالاها", Glyph::Goods, Qt::CTRL | Qt::Key_L, [this] { OpenGoodsList(); }),
         add(u"NewGood_ACT", u"کالای جدید", Glyph::AddGood, Qt::CTRL | Qt::Key_N, [this] { NewGood(); }),
         add(u"Choose_ACT", u"انتخاب برای بخش دیگر", Glyph::Choose, Qt::CTRL | Qt::Key_E, [this] { OpenChoose(); }),
+        add(u"DetailTypes_ACT", u"جزئیات کالاها", Glyph::Details, Qt::CTRL | Qt::Key_D, [this] { OpenDetailTypes(); }),
     };
     for (QAction *action : goods)
         action->setEnabled(module_.IsLoaded());
@@ -124,7 +129,7 @@ void MainWindow::AddMenus()
                 added->addAction(Command(name));
         }
     };
-    menu(u"&کالا"_qs, {u"GoodsList_ACT"_qs, u"NewGood_ACT"_qs, {}, u"Choose_ACT"_qs});
+    menu(u"&کالا"_qs, {u"GoodsList_ACT"_qs, u"NewGood_ACT"_qs, u"DetailTypes_ACT"_qs, {}, u"Choose_ACT"_qs});
     menu(u"&اطلاعات پایه"_qs, {u"Groups_ACT"_qs, u"Stores_ACT"_qs, u"Units_ACT"_qs});
     menu(u"&سیستم"_qs, {u"Rights_ACT"_qs, u"Settings_ACT"_qs, {}, u"User_ACT"_qs, {}, u"Exit_ACT"_qs});
 }
@@ -136,8 +141,9 @@ void MainWindow::AddToolBar()
     bar->setMovable(false);
     bar->setIconSize(ToolIcon);
     bar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
-    for (const QString &name : {u"GoodsList_ACT"_qs, u"NewGood_ACT"_qs, u"Choose_ACT"_qs, QString(), u"Groups_ACT"_qs,
-                                u"Stores_ACT"_qs, u"Units_ACT"_qs, QString(), u"Settings_ACT"_qs, u"Exit_ACT"_qs}) {
+    for (const QString &name :
+         {u"GoodsList_ACT"_qs, u"NewGood_ACT"_qs, u"DetailTypes_ACT"_qs, u"Choose_ACT"_qs, QString(), u"Groups_ACT"_qs,
+          u"Stores_ACT"_qs, u"Units_ACT"_qs, QString(), u"Settings_ACT"_qs, u"Exit_ACT"_qs}) {
         if (name.isEmpty())
             bar->addSeparator();
         else
@@ -201,8 +207,21 @@ void MainWindow::OpenChoose()
 
 void MainWindow::OpenEntities(TSoftwarePart part)
 {
-    if (desk_.permissions.HavePermission(desk_.settings.UserInfo(), part, host::TPermission::OpenList, true, true, {}))
+    if (MayOpenList(part))
         desk_.entities.Call_GroupList(part);
+}
+
+void MainWindow::OpenDetailTypes()
+{
+    // The function of the module asks for no right: who may call it is the host's affair.
+    if (MayOpenList(TSoftwarePart::DetailTypes))
+        module_.Call_DetailTypes_List();
+}
+
+bool MainWindow::MayOpenList(TSoftwarePart part)
+{
+    return desk_.permissions.HavePermission(desk_.settings.UserInfo(), part, host::TPermission::OpenList, true, true,
+                                            {});
 }
 
 bool MainWindow::MayManage()

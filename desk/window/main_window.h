@@ -45,10 +45,12 @@ private:
     void OpenGoodsList();
     void NewGood();
     void OpenChoose();
+    void OpenDetailTypes();
     void OpenEntities(host::TSoftwarePart part);
     void OpenRights();
     void OpenSettings();
     void ChangeUser();
+    bool MayOpenList(host::TSoftwarePart part);
     bool MayManage();
 
     DeskHost &desk_;

@@ -18,12 +18,12 @@ struct Entity
 /// What a choice of several has to fit to.
 struct MultibleParam
 {
-    QString ExcludedCodes; ///< a code list of what is not offered
+    QString ExcludedCodes = {}; ///< a code list of what is not offered
     // Of detail types only:
-    int PreviousCount = 0;   ///< how many the owner has already
-    QString PreviousCodes;   ///< their codes, a code list
-    bool InList = false;     ///< the owner is a category of detail types; otherwise a good
-    bool Categories = false; ///< a whole category may be chosen as well
+    int PreviousCount = 0;      ///< how many the owner has already
+    QString PreviousCodes = {}; ///< their codes, a code list
+    bool InList = false;        ///< the owner is a category of detail types; otherwise a good
+    bool Categories = false;    ///< a whole category may be chosen as well
 };
 
 /// The generic lists of the suite: groups (122), stores (105), units (104), and the removal of any entity.
@@ -45,8 +45,8 @@ public:
     /// Removes an entity of any kind, goods included, when nothing uses it; 0 when it was removed. The service
     /// owns the rules that refuse, asks for confirmation unless `silent`, and tells the user why it refuses.
     virtual int Delete_Entity(TSoftwarePart part, int code, bool silent) = 0;
-    /// Opens a list for choosing several; the chosen codes, each followed by a comma, empty when none. Detail types (513)
-    /// are chosen on the list of the goods module, through its `Select_DetailTypes_Multible`.
+    /// Opens a list for choosing several; the chosen codes, each followed by a comma, empty when none. Detail types
+    /// (513) are chosen on the list of the goods module, through its `Select_DetailTypes_Multible`.
     virtual QString Select_Entity_Multible_Param(TSoftwarePart part, const MultibleParam &wanted) = 0;
 
     /// The item with this code, for pickers that echo the name of a typed code.

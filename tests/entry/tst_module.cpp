@@ -39,6 +39,7 @@ private Q_SLOTS:
     void refusedRightOpensNothing();
     void genericLists();
     void newGoodReturnsNothing();
+    void detailTypes();
     void errorsStayInside();
 
 private:
@@ -196,6 +197,37 @@ void TestModule::newGoodReturnsNothing()
     QCOMPARE(result, 0);
     // The group that was asked for is preset, so its next code is proposed.
     QCOMPARE(code.toInt(), shop.database.Scalar(QStringLiteral("EXEC GetGoodInfCode 7, 6")).toInt());
+}
+
+void TestModule::detailTypes()
+{
+    Shop shop;
+    shop.host.Install();
+    QString chosen;
+    const auto choose = [&](int withCategories, const QList<Qt::Key> &keys) {
+        test::Drive([&] { chosen = text(Select_DetailTypes_Multible(nullptr, 0, withCategories, 0, nullptr)); },
+                    [&](QWidget *list) {
+                        QCOMPARE(test::Find<QTabWidget>(list, u"DetailTypes_PGC"_qs).tabBar()->isVisible(),
+                                 withCategories != 0);
+                        for (const Qt::Key key : keys)
+                            test::Press(key);
+                    });
+    };
+    const QString first = shop.database.Scalar(u"SELECT MIN(ID) FROM DetailTypes"_qs).toString();
+    choose(0, {Qt::Key_Home, Qt::Key_Return});
+    QCOMPARE(chosen, first + u',');
+    choose(1, {Qt::Key_Escape});
+    QCOMPARE(chosen, QString());
+
+    // One list for browsing; from it a second one is opened for choosing.
+    test::Drive([] { Call_DetailTypes_List(); },
+                [&](QWidget *list) {
+                    Call_DetailTypes_List();
+                    choose(0, {Qt::Key_Escape});
+                    QTest::keyClick(list, Qt::Key_Escape);
+                });
+    QCOMPARE(shop.host.messages.TakeAll(), QStringList{u"ShowMessage(امکان نمایش مجدد لیست جزئیات وجود ندارد.)"_qs});
+    entry::Module::release();
 }
 
 void TestModule::errorsStayInside()

@@ -1,0 +1,99 @@
+// The menu entry of detail types, through the module that the desk loads.
+
+#include "desk/application/goods_module.h"
+#include "desk/window/main_window.h"
+#include "host/controls/grid.h"
+#include "tests/desk/desk_fixture.h"
+#include "tests/support/modal.h"
+#include "tests/support/test_main.h"
+
+#include <QtGui/QAction>
+#include <QtTest/QtTest>
+
+class TestDetailTypesMenu : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void opensTheListAndChoosesMembers();
+    void needsTheRight();
+};
+
+namespace {
+
+/// The desk with its window and the loaded module.
+struct Shop
+{
+    test::Desk t;
+    desk::GoodsModule module;
+    std::unique_ptr<desk::MainWindow> window;
+
+    Shop()
+    {
+        host::install(t.desk.host);
+        if (!module.Load())
+            qFatal("%s", qPrintable(module.ErrorText()));
+        window = std::make_unique<desk::MainWindow>(t.desk, module, u"test"_qs);
+        test::Show(*window);
+    }
+    ~Shop()
+    {
+        window.reset();
+        module.Unload();
+    }
+    void Open() const { window->Command(u"DetailTypes_ACT"_qs)->trigger(); }
+};
+
+void StandOn(QWidget *list, const QString &grid, const QString &key)
+{
+    test::Focus(list, grid);
+    test::Press(Qt::Key_Home, Qt::ControlModifier);
+    const auto &rows = test::Find<host::Grid>(list, grid);
+    for (int i = 0; rows.CurrentKey() != key && i < rows.RowCount(); ++i)
+        test::Press(Qt::Key_Down);
+    QCOMPARE(rows.CurrentKey(), key);
+}
+
+} // namespace
+
+void TestDetailTypesMenu::opensTheListAndChoosesMembers()
+{
+    const Shop shop;
+    const test::Database &database = shop.t.database;
+    database.Exec(u"insert DetailTypes_SelectedLists(Code, Title) values (900, N'آزمایش')"_qs);
+    const QString serial = database.Scalar(u"select min(ID) from DetailTypes where DetailType = 3"_qs).toString();
+    const QString number = database.Scalar(u"select min(ID) from DetailTypes where DetailType = 4"_qs).toString();
+    test::Drive([&] { shop.Open(); },
+                [&](QWidget *list) {
+                    test::Press(Qt::Key_Tab, Qt::ControlModifier);
+                    StandOn(list, u"SelectedList_List_DBTableView1"_qs, u"900"_qs);
+                    auto &add = test::Find(list, u"NewDetail_BTN"_qs);
+                    test::Drive([&] { QTest::mouseClick(&add, Qt::LeftButton); },
+                                [&](QWidget *chooser) {
+                                    for (const QString &id : {number, serial}) {
+                                        StandOn(chooser, u"DetailTypes_List_GRD"_qs, id);
+                                        test::Press(Qt::Key_Space);
+                                    }
+                                    test::Press(Qt::Key_Return);
+                                });
+                    list->activateWindow();
+                    QVERIFY(QTest::qWaitForWindowActive(list));
+                    test::Press(Qt::Key_Escape);
+                });
+    QCOMPARE(database.Rows(u"select Code from DetailTypes_SelectedList_Detail where SL_Code = 900 order by Radif"_qs),
+             (QStringList{number, serial}));
+}
+
+void TestDetailTypesMenu::needsTheRight()
+{
+    const Shop shop;
+    shop.t.database.Exec(u"delete from UserRights where SoftwarePart = 513 and Permission = 6"_qs);
+    test::Drive([&] { shop.Open(); },
+                [](QWidget *message) {
+                    QVERIFY(!message->findChild<host::Grid *>());
+                    test::Press(Qt::Key_Escape);
+                });
+}
+
+REGISTER_TEST(TestDetailTypesMenu)
+#include "tst_detail_types.moc"
