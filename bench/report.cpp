@@ -22,6 +22,7 @@ namespace {
 double median(int runs, const std::function<void()> &work)
 {
     std::vector<double> times;
+    times.reserve(static_cast<std::size_t>(runs));
     work();
     for (int i = 0; i < runs; ++i)
         times.push_back(timed(work));

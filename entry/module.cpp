@@ -73,7 +73,7 @@ void Module::release()
     holder.module.reset();
 }
 
-void Module::report(std::exception_ptr error) noexcept
+void Module::report(const std::exception_ptr &error) noexcept
 {
     try {
         const QString text = describe(error);

@@ -64,7 +64,7 @@ public:
 
 private:
     static Module &instance();
-    static void report(std::exception_ptr error) noexcept;
+    static void report(const std::exception_ptr &error) noexcept;
 
     bool mayOpenList(host::TSoftwarePart part);
     /// Null, having told the user, when all three are showing. `openingText` is for a list made now.

@@ -12,6 +12,7 @@
 #include <QtCore/QBuffer>
 #include <QtCore/QFileInfo>
 #include <QtGui/QImageReader>
+#include <QtGui/QPainter>
 #include <QtWidgets/QFileDialog>
 #include <QtWidgets/QPushButton>
 

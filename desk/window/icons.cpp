@@ -2,6 +2,7 @@
 
 #include "host/screens/theme.h"
 
+#include <QtCore/QHash>
 #include <QtGui/QIconEngine>
 #include <QtGui/QPainter>
 #include <QtGui/QPainterPath>
@@ -158,7 +159,7 @@ QPainterPath Hook()
     return path;
 }
 
-QPainterPath Sign(QPainterPath frame, QPainterPath mark, qreal dot)
+QPainterPath Sign(QPainterPath frame, const QPainterPath &mark, qreal dot)
 {
     frame.addPath(mark);
     frame.addPath(Circle(12, dot, 0.4));

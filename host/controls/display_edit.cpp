@@ -3,6 +3,7 @@
 #include "host/data/persian_text.h"
 #include "host/screens/theme.h"
 
+#include <QtCore/QEvent>
 #include <QtGui/QPainter>
 #include <QtWidgets/QStyle>
 #include <QtWidgets/QStyleOptionFrame>

@@ -4,6 +4,7 @@
 #include "host/host_export.h"
 
 #include <QtWidgets/QDialog>
+#include <QtWidgets/QMainWindow>
 
 #include <functional>
 
