@@ -1,5 +1,6 @@
 #include "desk/tour/tour_steps.h"
 
+#include "desk/tour/detail_type_steps.h"
 #include "desk/tour/tour_script.h"
 #include "host/data/sql_text.h"
 
@@ -132,6 +133,7 @@ QList<TourStep> TourSteps(MainWindow &window, DeskHost &desk, const TakePicture 
     script->Shot(u"desk"_qs, u"HomePage"_qs);
     SmallLists(*script);
     System(*script);
+    DetailTypeSteps(*script);
     GoodsList(*script);
     EditorTabs(*script);
     AddGood(*script);
