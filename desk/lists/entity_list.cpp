@@ -24,6 +24,7 @@ TEntity_List_FRM::TEntity_List_FRM(host::Host &host, const EntityKind &kind, TFo
     ui_->ListDB_GRD->SetColumns({{u"Code"_qs, u"کد"_qs, 80, false, host::ColumnFormat::Code},
                                  {u"Name"_qs, u"نام"_qs, 230},
                                  {u"Comment"_qs, u"توضیحات"_qs, 250, !kind.editable}});
+    ui_->ListDB_GRD->SetSortable(true);
     RememberLayout(ui_->ListDB_GRD);
     ui_->Search_EDT->installEventFilter(this);
     AddCommands();

@@ -8,6 +8,7 @@
 #include <QtCore/QScopedValueRollback>
 #include <QtGui/QKeyEvent>
 #include <QtGui/QMouseEvent>
+#include <QtWidgets/QApplication>
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QMenu>
 
@@ -50,6 +51,16 @@ Grid::Grid(QWidget *parent) : QTableView(parent), m_model(new GridModel(this))
         if (rows > 0 && !currentIndex().isValid() && !m_applying)
             StandOn(0);
         emit RowCountChanged(rows);
+    });
+    connect(header, &QHeaderView::sectionClicked, this, &Grid::CaptionClicked);
+    connect(m_model, &GridModel::Arranging, this, [this] {
+        m_arrangedRow = CurrentSourceRow();
+        m_applying = true;
+    });
+    connect(m_model, &GridModel::Arranged, this, [this] {
+        m_applying = false;
+        if (m_model->rowCount() > 0)
+            StandOn(std::max(m_model->ShownRow(m_arrangedRow), 0));
     });
     connect(m_model, &GridModel::MarksChanged, this, &Grid::MarksChanged);
     connect(m_model, &GridModel::FetchFailed, this, &Grid::FetchFailed);
@@ -130,6 +141,8 @@ void Grid::SetColumnVisible(const QString &field, bool visible)
     if (column < 0 || isColumnHidden(column + 1) == !visible)
         return;
     setColumnHidden(column + 1, !visible);
+    if (!visible && SortedBy() == m_columns.at(column).field)
+        SortBy({}); // rows read from now on do not carry it
     if (visible && columnWidth(column + 1) < 24)
         setColumnWidth(column + 1, m_columns.at(column).width);
     ReportFields();
@@ -231,6 +244,35 @@ void Grid::StandOn(int row)
          ++visual)
         column = header->logicalIndex(visual);
     setCurrentIndex(m_model->index(row, column));
+}
+
+void Grid::SortBy(const QString &field, Qt::SortOrder order)
+{
+    const int column = GridColumnOf(field);
+    QApplication::setOverrideCursor(Qt::WaitCursor); // a long list is fetched to its end
+    m_model->Sort(column, order);
+    QApplication::restoreOverrideCursor();
+    horizontalHeader()->setSortIndicatorShown(column >= 0);
+    horizontalHeader()->setSortIndicator(column + 1, order);
+    viewport()->update();
+}
+
+QString Grid::SortedBy() const
+{
+    return m_model->IsSorted() ? m_columns.at(m_model->SortColumn()).field : QString();
+}
+
+void Grid::CaptionClicked(int section)
+{
+    if (!m_sortable || section <= GridModel::MarkColumn)
+        return;
+    const QString field = m_columns.at(section - 1).field;
+    if (SortedBy() != field)
+        SortBy(field, Qt::AscendingOrder);
+    else if (m_model->SortOrder() == Qt::AscendingOrder) // the header has turned its own mark round by now
+        SortBy(field, Qt::DescendingOrder);
+    else
+        SortBy({});
 }
 
 void Grid::SetMultiSelect(bool on)

@@ -19,6 +19,9 @@ class GridModel;
 /// Dataset. Rows keep coming from the source while the user works (idle fetching) until it has no more; searching
 /// answers from the rows at hand and goes on as more arrive.
 ///
+/// Where the screen allows it, a click on a caption orders all rows by that column, a second one turns the order round,
+/// a third one gives the list's own order back.
+///
 /// Keys: Insert or Space marks the current row (Insert goes down); Ctrl+click or a click in the mark column too;
 /// Ctrl+A marks every shown row; Ctrl+Home / Ctrl+End; Enter and double-click report `RowActivated`.
 class HOST_EXPORT Grid : public QTableView
@@ -58,6 +61,13 @@ public:
     bool Locate(const QString &key);
     /// Makes a shown row current.
     void StandOn(int row);
+
+    /// Clicks on the captions order the rows (not by default: the order of some lists means something).
+    void SetSortable(bool on) { m_sortable = on; }
+    /// Orders the rows by a column as a click on its caption does; an empty field gives the list's own order back.
+    void SortBy(const QString &field, Qt::SortOrder order = Qt::AscendingOrder);
+    /// The column that orders the rows, empty for the list's own order.
+    QString SortedBy() const;
 
     /// Marks: rows picked for a command on several. They survive searching and requerying.
     void SetMultiSelect(bool on);
@@ -121,11 +131,14 @@ private:
     void ApplyColumns();
     void Stand(int row);
     void ReportFields();
+    void CaptionClicked(int section);
     int GridColumnOf(const QString &field) const;
 
     GridModel *m_model;
     QList<GridColumn> m_columns;
     bool m_applying = false;
+    bool m_sortable = false;
+    int m_arrangedRow = -1; ///< source row that stays current while the rows change places
     QString m_lastKey;
 };
 

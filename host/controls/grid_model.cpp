@@ -1,20 +1,16 @@
 #include "host/controls/grid_model.h"
 
 #include "host/controls/number_text.h"
+#include "host/data/dataset.h"
 #include "host/data/persian_text.h"
 #include "host/data/quantity.h"
 
 #include <QtCore/QElapsedTimer>
+#include <QtCore/QScopedValueRollback>
 
 #include <algorithm>
 
 namespace host {
-namespace {
-
-/// One portion of idle work; together with one block of rows it stays below what a person notices.
-constexpr int portionMilliseconds = 8;
-
-} // namespace
 
 GridModel::GridModel(QObject *parent) : QAbstractTableModel(parent)
 {
@@ -43,6 +39,7 @@ void GridModel::SetSource(QAbstractItemModel *source, const QString &keyField)
         m_source->disconnect(this);
     m_source = source;
     m_keyField = keyField;
+    m_fetchFailed = false;
     Connect();
     Rebuild();
     endResetModel();
@@ -56,6 +53,7 @@ void GridModel::Connect()
     const QAbstractItemModel *source = m_source;
     connect(source, &QAbstractItemModel::modelAboutToBeReset, this, [this] { beginResetModel(); });
     connect(source, &QAbstractItemModel::modelReset, this, [this] {
+        m_fetchFailed = false;
         Rebuild();
         endResetModel();
         emit Changed(rowCount());
@@ -70,6 +68,14 @@ void GridModel::Connect()
     connect(source, &QAbstractItemModel::rowsRemoved, this,
             [this](const QModelIndex &, int first, int last) { RowsGone(first, last); });
     connect(source, &QAbstractItemModel::dataChanged, this, &GridModel::ValuesChanged);
+    // A dataset that a view asks for rows cannot throw; what it could not read it tells this way.
+    if (const auto *dataset = qobject_cast<const Dataset *>(source))
+        connect(dataset, &Dataset::Failed, this, [this](const QString &message) {
+            if (!m_fetching)
+                return;
+            m_fetchFailed = true;
+            emit FetchFailed(message);
+        });
     connect(source, &QObject::destroyed, this, [this] {
         beginResetModel();
         m_source = nullptr;
@@ -88,14 +94,8 @@ void GridModel::Rebuild()
     m_filter.Reset(m_source, m_columns, m_searchFields);
     m_filter.Include(m_search.field);
     m_count = m_source ? m_source->rowCount() : 0;
-    m_rows.clear();
-    m_matched = 0;
-    m_fetchFailed = false;
-    if (!m_search.IsEmpty()) {
-        m_filter.FoldSome(portionMilliseconds);
-        m_rows = m_filter.Match(m_search);
-        m_matched = m_filter.FoldedRows();
-    }
+    Rank();
+    MatchAll();
     if (m_source)
         m_idle.start();
     else
@@ -121,9 +121,7 @@ void GridModel::Search(const SearchDescription &description)
         m_rows = m_filter.Narrow(description, m_rows);
     } else {
         m_filter.Include(m_search.field);
-        m_filter.FoldSome(portionMilliseconds); // a short list is searched whole at once
-        m_rows = description.IsEmpty() ? std::vector<int>() : m_filter.Match(description);
-        m_matched = m_filter.FoldedRows();
+        MatchAll();
     }
     m_count = m_source ? m_source->rowCount() : 0;
     endResetModel();
@@ -134,7 +132,7 @@ void GridModel::Search(const SearchDescription &description)
 
 void GridModel::RowsArrived(int first, int last)
 {
-    if (first != m_count) { // not at the end: positions shift
+    if (first != m_count || !m_rank.empty()) { // not at the end: positions shift
         beginResetModel();
         Rebuild();
         endResetModel();
@@ -154,6 +152,13 @@ void GridModel::RowsArrived(int first, int last)
 
 void GridModel::RowsGone(int first, int last)
 {
+    if (!m_rank.empty()) {
+        beginResetModel();
+        Rebuild();
+        endResetModel();
+        emit Changed(rowCount());
+        return;
+    }
     m_filter.Remove(first, last);
     const int gone = last - first + 1;
     m_matched = std::max(0, m_matched - gone);
@@ -184,6 +189,7 @@ bool GridModel::FetchBlock()
 {
     if (m_fetchFailed || !m_source || !m_source->canFetchMore({}))
         return false;
+    const QScopedValueRollback fetching(m_fetching, true);
     try {
         m_source->fetchMore({});
     } catch (const std::exception &error) {
@@ -191,7 +197,7 @@ bool GridModel::FetchBlock()
         emit FetchFailed(QString::fromUtf8(error.what()));
         return false;
     }
-    return true;
+    return !m_fetchFailed;
 }
 
 void GridModel::AppendMatches()
@@ -211,20 +217,23 @@ void GridModel::AppendMatches()
 
 void GridModel::Idle()
 {
-    if (m_filter.FoldSome(portionMilliseconds)) {
+    if (m_filter.FoldSome(PortionMilliseconds)) {
         AppendMatches();
         return;
     }
     AppendMatches();
-    if (!FetchBlock())
-        m_idle.stop();
+    if (FetchBlock())
+        return;
+    m_idle.stop();
+    if (Awaited())
+        Arrange();
 }
 
 void GridModel::MatchUpTo(int sourceRow)
 {
     if (m_search.IsEmpty())
         return;
-    while (m_filter.FoldedRows() <= sourceRow && m_filter.FoldSome(portionMilliseconds)) {
+    while (m_filter.FoldedRows() <= sourceRow && m_filter.FoldSome(PortionMilliseconds)) {
     }
     AppendMatches();
 }
@@ -243,13 +252,17 @@ void GridModel::FetchAll()
         }
         AppendMatches();
     }
+    if (Awaited())
+        Arrange();
 }
 
 int GridModel::SourceRow(int row) const
 {
     if (row < 0 || row >= rowCount())
         return -1;
-    return m_search.IsEmpty() ? row : m_rows[static_cast<size_t>(row)];
+    if (!m_search.IsEmpty())
+        return m_rows[static_cast<size_t>(row)];
+    return m_order.empty() ? row : m_order[static_cast<size_t>(row)];
 }
 
 int GridModel::ShownRow(int sourceRow) const
@@ -257,8 +270,9 @@ int GridModel::ShownRow(int sourceRow) const
     if (sourceRow < 0 || sourceRow >= m_count)
         return -1;
     if (m_search.IsEmpty())
-        return sourceRow;
-    const auto found = std::lower_bound(m_rows.begin(), m_rows.end(), sourceRow);
+        return RankOf(sourceRow);
+    const auto found = std::lower_bound(m_rows.begin(), m_rows.end(), sourceRow,
+                                        [this](int left, int right) { return RankOf(left) < RankOf(right); });
     return found != m_rows.end() && *found == sourceRow ? static_cast<int>(found - m_rows.begin()) : -1;
 }
 

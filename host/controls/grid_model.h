@@ -21,6 +21,8 @@ class GridModel : public QAbstractTableModel
 
 public:
     static constexpr int MarkColumn = 0; ///< the grid's own columns follow it
+    /// One portion of idle work; together with one block of rows it stays below what a person notices.
+    static constexpr int PortionMilliseconds = 8;
 
     explicit GridModel(QObject *parent = nullptr);
 
@@ -32,6 +34,13 @@ public:
 
     void Search(const SearchDescription &description);
     const SearchDescription &CurrentSearch() const { return m_search; }
+
+    /// Orders the rows by a column, or as the source has them (-1). All rows are needed for it: those that the source
+    /// has not given yet are fetched at once; after the source was opened anew, in idle time.
+    void Sort(int gridColumn, Qt::SortOrder order);
+    bool IsSorted() const { return m_sortColumn >= 0; }
+    int SortColumn() const { return m_sortColumn; }
+    Qt::SortOrder SortOrder() const { return m_sortOrder; }
 
     int SourceRow(int row) const;
     /// The shown row of a source row, -1 when it does not match the search.
@@ -67,6 +76,9 @@ signals:
     void MarksChanged(int count);
     /// The source could not give its next rows; it is not asked again until it is opened anew.
     void FetchFailed(const QString &message);
+    /// Before and after the shown rows change places.
+    void Arranging();
+    void Arranged();
 
 private:
     void Connect();
@@ -78,6 +90,11 @@ private:
     void AppendMatches();
     bool FetchBlock();
     void RefreshMarks();
+    void Rank();
+    void Arrange();
+    bool Awaited() const;
+    void MatchAll();
+    int RankOf(int sourceRow) const;
     QString Shown(const QVariant &value, ColumnFormat format) const;
 
     QPointer<QAbstractItemModel> m_source;
@@ -88,10 +105,15 @@ private:
     QStringList m_searchFields;
     SearchDescription m_search;
     FoldedFilter m_filter;
-    std::vector<int> m_rows; ///< matching source rows, ascending; unused without a search
-    int m_matched = 0;       ///< source rows that the search has looked at
-    int m_count = 0;         ///< source rows, as far as views were told
+    std::vector<int> m_rows; ///< matching source rows in the order shown; unused without a search
+    int m_sortColumn = -1;
+    Qt::SortOrder m_sortOrder = Qt::AscendingOrder;
+    std::vector<int> m_order; ///< all source rows in the order shown; empty while that is the source's own
+    std::vector<int> m_rank;  ///< the place of each source row in m_order
+    int m_matched = 0;        ///< source rows that the search has looked at
+    int m_count = 0;          ///< source rows, as far as views were told
     bool m_fetchFailed = false;
+    bool m_fetching = false;
     QTimer m_idle;
     QStringList m_marked;
     QSet<QString> m_markedSet;

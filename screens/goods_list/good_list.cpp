@@ -79,6 +79,7 @@ void TGood_List_FRM::BuildGrid()
     host::Grid *grid = ui->GoodListDB_GRD;
     grid->SetColumns(goods_list::GoodColumns({}));
     grid->SetSearchFields({u"Code"_s, u"AbbName"_s, u"Name"_s, u"SMSCode"_s});
+    grid->SetSortable(true);
     m_list.Data().setObjectName(u"Good_List_QRY"_s);
     grid->SetSource(&m_list.Data());
     grid->installEventFilter(this);
@@ -233,6 +234,7 @@ void TGood_List_FRM::FormClose()
     m_lastKey = ui->GoodListDB_GRD->CurrentKey();
     ui->TGeneral_Search_Frame1->Clear();
     m_list.Data().Close();
+    ui->GoodListDB_GRD->SortBy({}); // each opening begins with the list's own order
     m_follow.stop();
 }
 

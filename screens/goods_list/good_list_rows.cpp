@@ -38,6 +38,8 @@ void TGood_List_FRM::Refresh()
 {
     m_list.Run();
     host::Grid *grid = ui->GoodListDB_GRD;
+    if (!grid->SortedBy().isEmpty())
+        grid->FetchAll();
     if (grid->CurrentKey().isEmpty() && !grid->IsEmpty())
         grid->StandOn(0);
     ShowCounts();

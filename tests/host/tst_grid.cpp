@@ -113,6 +113,9 @@ private slots:
     void search_frame_offers_the_right_edit();
     void lost_source_is_reported_once();
     void first_column_is_on_the_right();
+    void caption_orders_the_rows_data();
+    void caption_orders_the_rows();
+    void order_outlives_search_and_requery();
     void hundred_thousand_rows_answer_a_key();
 
 private:
@@ -361,6 +364,103 @@ void TestGrid::first_column_is_on_the_right()
     grid.resize(600, 200);
     test::Show(grid);
     QVERIFY(grid.columnViewportPosition(1) > grid.columnViewportPosition(3));
+}
+
+void TestGrid::caption_orders_the_rows_data()
+{
+    QTest::addColumn<QString>("field");
+    QTest::addColumn<QStringList>("values"); // in the order wanted
+    QTest::newRow("letters of Persian") << u"Name"_qs
+                                        << QStringList{u""_qs,    u"آلو"_qs, u"برنج"_qs, u"پنیر"_qs, u"جو"_qs,
+                                                       u"چای"_qs, u"کره"_qs, u"گردو"_qs, u"نان"_qs,  u"یخ"_qs};
+    QTest::newRow("spellings of a letter") << u"Name"_qs << QStringList{u"شیر الف"_qs, u"شير ب"_qs, u"شیر پ"_qs};
+    QTest::newRow("numbers in a text") << u"Name"_qs << QStringList{u"قند ۲ کیلو"_qs, u"قند 10 کیلو"_qs};
+    QTest::newRow("prices") << u"Cost1"_qs << QStringList{u"95000"_qs, u"450000.500000000"_qs, u"1250000"_qs};
+    QTest::newRow("quantities") << u"Mogodi"_qs << QStringList{u""_qs, u"-12"_qs, u"-3"_qs, u"0"_qs, u"0.25"_qs};
+    QTest::newRow("codes") << u"Code"_qs << QStringList{u"9"_qs, u"12"_qs, u"100"_qs};
+}
+
+/// First click ascending, second descending, third the list's own order; rows that have not arrived yet take part.
+void TestGrid::caption_orders_the_rows()
+{
+    QFETCH(QString, field);
+    QFETCH(QStringList, values);
+    const QStringList fields{u"Code"_qs, u"AbbName"_qs, u"Name"_qs, u"Mogodi"_qs, u"Cost1"_qs};
+    const auto column = static_cast<int>(fields.indexOf(field));
+    QList<QStringList> rows;
+    QStringList listed; // the odd places first, so that nothing is in order
+    for (const int odd : {1, 0})
+        for (qsizetype place = odd; place < values.size(); place += 2) {
+            rows << QStringList{QString::number(50 + place), {}, {}, {}, {}};
+            rows.last()[column] = values.at(place);
+            listed << values.at(place);
+        }
+    BlockModel model(fields, rows, 2);
+    host::Grid grid;
+    grid.SetColumns(columns);
+    grid.SetColumnVisible(u"AbbName"_qs, true);
+    grid.SetSource(&model);
+    grid.SetSortable(true);
+    grid.resize(700, 300);
+    test::Show(grid);
+    const auto shown = [&] {
+        QStringList texts;
+        for (int row = 0; row < grid.RowCount(); ++row)
+            texts << grid.model()->index(row, column + 1).data(Qt::EditRole).toString();
+        return texts;
+    };
+    const auto click = [&] {
+        const QHeaderView *header = grid.horizontalHeader();
+        const int at = header->sectionViewportPosition(column + 1) + header->sectionSize(column + 1) / 2;
+        QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, {at, header->height() / 2});
+    };
+    const QString key = grid.CurrentKey();
+    click();
+    QCOMPARE(shown(), values);
+    QCOMPARE(grid.CurrentKey(), key);
+    click();
+    QStringList backwards = values;
+    std::reverse(backwards.begin(), backwards.end());
+    QCOMPARE(shown(), backwards);
+    click();
+    QCOMPARE(shown(), listed);
+    QCOMPARE(grid.CurrentKey(), key);
+}
+
+void TestGrid::order_outlives_search_and_requery()
+{
+    BlockModel model({u"Code"_qs, u"AbbName"_qs, u"Name"_qs, u"Mogodi"_qs, u"Cost1"_qs}, SomeGoods(), 1);
+    host::Grid grid;
+    grid.SetColumns(columns);
+    grid.SetSource(&model);
+    grid.SortBy(u"Cost1"_qs);
+    const QStringList byPrice{u"115"_qs, u"102"_qs, u"101"_qs, u"201"_qs};
+    QCOMPARE(Keys(grid), byPrice);
+    grid.Search({u"Name"_qs, false, u"چای"_qs, {}});
+    QCOMPARE(Keys(grid), (QStringList{u"102"_qs, u"101"_qs}));
+    QVERIFY(grid.Locate(u"101"_qs));
+    QCOMPARE(grid.currentIndex().row(), 1);
+    grid.Search({u"Name"_qs, true, u"چای"_qs, {}});
+    QCOMPARE(Keys(grid), (QStringList{u"115"_qs, u"201"_qs}));
+    model.Requery();
+    QTRY_COMPARE(Keys(grid), (QStringList{u"115"_qs, u"201"_qs}));
+    grid.Search({});
+    QVERIFY(grid.Locate(u"102"_qs));
+    QCOMPARE(grid.currentIndex().row(), 1);
+    model.RemoveRow(0);
+    QCOMPARE(Keys(grid), (QStringList{u"115"_qs, u"102"_qs, u"201"_qs}));
+    grid.SetColumnVisible(u"Cost1"_qs, false); // what is not shown orders nothing
+    QCOMPARE(Keys(grid), (QStringList{u"102"_qs, u"115"_qs, u"201"_qs}));
+
+    // A source that gives out leaves what came, in order, and is not asked over and over.
+    grid.SetColumnVisible(u"Cost1"_qs, true);
+    model.Requery();
+    model.refuse = true;
+    QSignalSpy failed(&grid, &host::Grid::FetchFailed);
+    grid.SortBy(u"Cost1"_qs);
+    QTest::qWait(30);
+    QCOMPARE(failed.size(), 1);
+    QCOMPARE(grid.RowCount(), 1);
 }
 
 void TestGrid::hundred_thousand_rows_answer_a_key()

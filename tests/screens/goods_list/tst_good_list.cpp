@@ -6,7 +6,11 @@
 #include "tests/support/test_host.h"
 #include "tests/support/test_main.h"
 
+#include <QtCore/QBuffer>
+#include <QtGui/QContextMenuEvent>
 #include <QtTest/QtTest>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QHeaderView>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QPushButton>
@@ -111,6 +115,11 @@ private slots:
     void editingKeepsThePlace();
     void columnsAskForTheirData();
     void tags();
+    void groupMenu_data();
+    void groupMenu();
+    void pictures();
+    void preview();
+    void orderOfPrices();
     void stockUpdate();
     void errorKeepsTheRows();
 };
@@ -462,6 +471,122 @@ void TestGoodList::tags()
     test::Find<QToolButton>(&screen.list, u"Tag_1"_s).click();
     QCOMPARE(screen.database.Scalar(u"select tags from GoodInf where Code=110001"_s).toString(), u"1"_s);
     QTRY_VERIFY(screen.list.findChild<QWidget *>(u"Tag_1"_s));
+    test::Press(Qt::Key_Escape);
+}
+
+void TestGoodList::groupMenu_data()
+{
+    QTest::addColumn<int>("row");
+    QTest::addColumn<int>("entry");
+    QTest::addColumn<QString>("call");
+    QTest::newRow("new") << 2 << 1 << u"New_Group(122)"_s;
+    QTest::newRow("edit") << 2 << 2 << u"Edit_Group(122, %1)"_s;
+    QTest::newRow("delete") << 2 << 3 << u"Delete_Entity(122, %1, 0)"_s;
+    QTest::newRow("all goods is no group to change") << 0 << 2 << u"New_Group(122)"_s;
+}
+
+/// The menu works on the group under the mouse, whichever is chosen, and leaves the goods of the chosen one.
+void TestGoodList::groupMenu()
+{
+    QFETCH(int, row);
+    QFETCH(int, entry);
+    QFETCH(QString, call);
+    Screen screen;
+    screen.Open();
+    auto &groups = test::Find<host::Grid>(&screen.list, u"GoodGroupDB_GRD"_s);
+    const QPoint at = groups.visualRect(groups.model()->index(row, 2)).center();
+    QTest::mouseClick(groups.viewport(), Qt::RightButton, {}, at);
+    const QString group = groups.CurrentKey();
+    QContextMenuEvent menu(QContextMenuEvent::Mouse, at, groups.viewport()->mapToGlobal(at));
+    QApplication::sendEvent(groups.viewport(), &menu);
+    QTRY_VERIFY(QApplication::activePopupWidget());
+    for (int i = 0; i < entry; ++i)
+        test::Press(Qt::Key_Down);
+    test::Press(Qt::Key_Return);
+    QTRY_COMPARE(screen.host.entities.calls, QStringList{call.contains(u'%') ? call.arg(group) : call});
+    QCOMPARE(screen.grid.ShownKeys(), screen.Codes());
+    screen.Activate();
+    test::Focus(&screen.list, u"GoodListDB_GRD"_s);
+    test::Press(Qt::Key_Escape);
+}
+
+void TestGoodList::pictures()
+{
+    Screen screen;
+    const auto picture = [](Qt::GlobalColor color) {
+        QImage image(20, 10, QImage::Format_RGB32);
+        image.fill(color);
+        QByteArray bytes;
+        QBuffer buffer(&bytes);
+        image.save(&buffer, "PNG");
+        return bytes;
+    };
+    screen.host.photos.photos.insert(110001, {picture(Qt::red), picture(Qt::blue)});
+    screen.host.photos.photos.insert(110002, {"no picture at all"});
+    screen.Open();
+    auto &button = test::Find<QPushButton>(&screen.list, u"ShowPicture_BTN"_s);
+    QCOMPARE(button.toolTip(), u"نمايش تصوير"_s);
+    button.click();
+    QCOMPARE(button.toolTip(), u"عدم نمايش تصوير"_s);
+    auto &panel = test::Find<QWidget>(&screen.list, u"Pic_Show"_s);
+    const auto &shown = test::Find<QLabel>(&panel, u"Picture_IMG"_s);
+    const auto &position = test::Find<QLabel>(&panel, u"Position_LBL"_s);
+    const auto middle = [&] {
+        const QImage image = shown.pixmap().toImage();
+        return image.isNull() ? QColor() : image.pixelColor(image.rect().center());
+    };
+    QTRY_COMPARE(position.text(), u"۱ از ۲"_s);
+    QCOMPARE(middle(), QColor(Qt::red));
+    test::Find<QToolButton>(&panel, u"Last_BTN"_s).click();
+    QCOMPARE(position.text(), u"۲ از ۲"_s);
+    QCOMPARE(middle(), QColor(Qt::blue));
+    QVERIFY(!test::Find<QToolButton>(&panel, u"Next_BTN"_s).isEnabled());
+    screen.grid.setFocus();
+    test::Press(Qt::Key_Down);
+    QTRY_COMPARE(shown.text(), u"تصویر خوانده نشد"_s);
+    test::Press(Qt::Key_Down);
+    QTRY_COMPARE(shown.text(), u"بدون تصویر"_s);
+    test::Find<QToolButton>(&panel, u"Close_BTN"_s).click();
+    QVERIFY(!panel.isVisible() && !button.isChecked());
+    test::Press(Qt::Key_Escape);
+}
+
+void TestGoodList::preview()
+{
+    Screen screen;
+    screen.Open();
+    test::Drive([] { test::Press(Qt::Key_F9); },
+                [](QWidget *preview) {
+                    QVERIFY(preview->inherits("QPrintPreviewDialog"));
+                    test::Press(Qt::Key_Escape);
+                });
+    screen.Activate();
+    QCOMPARE(screen.grid.CurrentKey(), u"110001"_s);
+    test::Press(Qt::Key_Escape);
+}
+
+/// Goods are put in the order of a column by a click on its caption, and stay so until the list closes.
+void TestGoodList::orderOfPrices()
+{
+    Screen screen;
+    const QStringList byPrice = screen.database.Rows(
+        u"select Code from GoodInf g left join GoodCostDiscount d on d.GoodCode = g.Code order by CostLevel_Sell_1, Code"_s);
+    screen.Open();
+    const QHeaderView *header = screen.grid.horizontalHeader();
+    int section = 1;
+    while (screen.grid.model()->headerData(section, Qt::Horizontal).toString() != u"خرده‌فروشی"_s)
+        ++section;
+    QTest::mouseClick(header->viewport(), Qt::LeftButton, {},
+                      {header->sectionViewportPosition(section) + 20, header->height() / 2});
+    QCOMPARE(screen.grid.ShownKeys(), byPrice);
+    QCOMPARE(screen.grid.CurrentKey(), u"110001"_s);
+    test::Picture(screen.list, u"ordered"_s);
+    test::Find<QTabBar>(&screen.list, u"Search_TBC"_s).setCurrentIndex(1);
+    test::Find<QTabBar>(&screen.list, u"Search_TBC"_s).setCurrentIndex(2);
+    QCOMPARE(screen.grid.ShownKeys(), byPrice);
+    test::Press(Qt::Key_Escape);
+    screen.Open();
+    QCOMPARE(screen.grid.ShownKeys(), screen.Codes());
     test::Press(Qt::Key_Escape);
 }
 

@@ -1,0 +1,55 @@
+#include "host/controls/row_order.h"
+
+#include "host/data/persian_text.h"
+#include "host/data/quantity.h"
+
+#include <QtCore/QCollator>
+
+#include <algorithm>
+#include <limits>
+#include <numeric>
+
+namespace host {
+namespace {
+
+bool IsNumber(ColumnFormat format)
+{
+    return format == ColumnFormat::Code || format == ColumnFormat::Quantity || format == ColumnFormat::Price ||
+           format == ColumnFormat::Flag;
+}
+
+template <typename Key> std::vector<int> Order(const std::vector<Key> &keys, Qt::SortOrder order)
+{
+    std::vector<int> rows(keys.size());
+    std::iota(rows.begin(), rows.end(), 0);
+    const auto key = [&keys](int row) -> const Key & { return keys[static_cast<size_t>(row)]; };
+    if (order == Qt::AscendingOrder)
+        std::stable_sort(rows.begin(), rows.end(), [&](int left, int right) { return key(left) < key(right); });
+    else
+        std::stable_sort(rows.begin(), rows.end(), [&](int left, int right) { return key(right) < key(left); });
+    return rows;
+}
+
+} // namespace
+
+std::vector<int> SortedRows(const QAbstractItemModel &model, int column, ColumnFormat format, Qt::SortOrder order)
+{
+    const int rows = model.rowCount();
+    const auto text = [&](int row) { return model.index(row, column).data(Qt::EditRole).toString(); };
+    if (IsNumber(format)) {
+        std::vector<Quantity> keys;
+        keys.reserve(static_cast<size_t>(rows));
+        for (int row = 0; row < rows; ++row)
+            keys.push_back(ParseQuantity(text(row)).value_or(-std::numeric_limits<Quantity>::infinity()));
+        return Order(keys, order);
+    }
+    QCollator collator(QLocale(QLocale::Persian, QLocale::Iran));
+    collator.setNumericMode(true);
+    std::vector<QCollatorSortKey> keys;
+    keys.reserve(static_cast<size_t>(rows));
+    for (int row = 0; row < rows; ++row)
+        keys.push_back(collator.sortKey(Fold(text(row))));
+    return Order(keys, order);
+}
+
+} // namespace host
