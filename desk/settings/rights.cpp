@@ -7,6 +7,10 @@
 #include <QtCore/QScopedValueRollback>
 #include <QtCore/QSignalBlocker>
 #include <QtWidgets/QHeaderView>
+#include <QtWidgets/QInputDialog>
+#include <QtWidgets/QLineEdit>
+
+#include <functional>
 
 namespace desk {
 
@@ -16,10 +20,34 @@ using Rights = QList<std::pair<host::TSoftwarePart, host::TPermission>>;
 
 constexpr int RowHeight = 34;
 
+/// Asks for a name and stays open until it can be used.
+class NameDialog : public QInputDialog
+{
+public:
+    NameDialog(QWidget *parent, std::function<bool(const QString &)> usable)
+        : QInputDialog(parent), usable_(std::move(usable))
+    {
+        setObjectName(u"UserName_DLG"_qs);
+        setLabelText(u"نام کاربر :"_qs);
+        setOkButtonText(u"تأیید"_qs);
+        setCancelButtonText(u"انصراف"_qs);
+    }
+    QString Name() const { return textValue().simplified(); }
+    void done(int result) override
+    {
+        if (result != Accepted || usable_(Name()))
+            QInputDialog::done(result);
+    }
+
+private:
+    std::function<bool(const QString &)> usable_;
+};
+
 } // namespace
 
 TRights_FRM::TRights_FRM(host::Host &host, Permissions &permissions)
-    : TSaveScreen_FRM(host, host::TSoftwarePart::Goods), permissions_(permissions), ui_(std::make_unique<Ui::Rights>())
+    : TSaveScreen_FRM(host, host::TSoftwarePart::Goods), permissions_(permissions), users_(host.DM.ADOConnection1),
+      ui_(std::make_unique<Ui::Rights>())
 {
     setObjectName(u"TRights_FRM"_qs);
     ui_->setupUi(Content());
@@ -31,6 +59,8 @@ TRights_FRM::TRights_FRM(host::Host &host, Permissions &permissions)
         if (!loading_)
             SetIsSaved(false);
     });
+    Bind(ui_->NewUser_BTN, Qt::Key_F4, [this] { AddUser(); });
+    Bind(ui_->RenameUser_BTN, Qt::Key_F2, [this] { RenameUser(); });
     connect(ui_->All_BTN, &QPushButton::clicked, this, [this] { SetAll(true); });
     connect(ui_->None_BTN, &QPushButton::clicked, this, [this] { SetAll(false); });
 }
@@ -72,16 +102,65 @@ void TRights_FRM::BuildGrid()
 void TRights_FRM::FormShow()
 {
     TSaveScreen_FRM::FormShow();
-    const QSignalBlocker quiet(ui_->User_CMB);
-    ui_->User_CMB->clear();
-    for (host::Query users(m_host.DM.ADOConnection1, u"SELECT Code, Name FROM Users ORDER BY Code"_qs); !users.Eof();
-         users.Next())
-        ui_->User_CMB->addItem(u"%1 (%2)"_qs.arg(users.Text(u"Name")).arg(users.Int(u"Code")), users.Int(u"Code"));
-    ui_->User_CMB->setCurrentIndex(std::max(0, ui_->User_CMB->findData(m_host.settings.UserInfo().Code)));
-    shownUser_ = ui_->User_CMB->currentIndex();
+    ListUsers(m_host.settings.UserInfo().Code);
     LoadRights();
     ui_->Rights_GRD->setCurrentCell(0, 0);
     ui_->Rights_GRD->setFocus();
+}
+
+void TRights_FRM::ListUsers(int standOn)
+{
+    const QSignalBlocker quiet(ui_->User_CMB);
+    ui_->User_CMB->clear();
+    for (const host::Entity &user : users_.All())
+        ui_->User_CMB->addItem(u"%1 (%2)"_qs.arg(user.Name).arg(user.Code), user.Code);
+    ui_->User_CMB->setCurrentIndex(std::max(0, ui_->User_CMB->findData(standOn)));
+    shownUser_ = ui_->User_CMB->currentIndex();
+}
+
+std::optional<QString> TRights_FRM::AskName(const QString &title, const QString &name, int code)
+{
+    NameDialog dialog(this, [&](const QString &typed) {
+        bool usable = false;
+        Command(title, [&] {
+            if (typed.isEmpty())
+                m_host.messages.MsgRequiredField(u"نام کاربر"_qs);
+            else if (users_.NameTaken(typed, code))
+                m_host.messages.MsgRepeatedField(u"نام کاربر"_qs, u"کاربر"_qs);
+            else
+                usable = true;
+        });
+        return usable;
+    });
+    dialog.setWindowTitle(title);
+    dialog.setTextValue(name);
+    dialog.resize(360, dialog.sizeHint().height());
+    dialog.findChild<QLineEdit *>()->setMaxLength(Users::NameLength);
+    if (dialog.exec() != QDialog::Accepted)
+        return {};
+    return dialog.Name();
+}
+
+void TRights_FRM::AddUser()
+{
+    if (!MayDiscard())
+        return;
+    if (const auto name = AskName(u"کاربر جدید"_qs, {}, 0)) {
+        ListUsers(users_.Add(*name));
+        LoadRights();
+        ui_->Rights_GRD->setFocus();
+    }
+}
+
+void TRights_FRM::RenameUser()
+{
+    const int user = User();
+    const QString caption = ui_->User_CMB->currentText();
+    const auto name = AskName(u"تغییر نام کاربر"_qs, caption.left(caption.lastIndexOf(u" ("_qs)), user);
+    if (!name)
+        return;
+    users_.Rename(user, *name);
+    ListUsers(user);
 }
 
 int TRights_FRM::User() const

@@ -2,6 +2,7 @@
 
 #include "desk/choose/choose.h"
 #include "desk/messages/catalogue.h"
+#include "desk/services/users.h"
 #include "desk/settings/rights.h"
 #include "desk/settings/settings_screen.h"
 #include "desk/window/home_page.h"
@@ -236,8 +237,10 @@ bool MainWindow::MayManage()
 
 void MainWindow::OpenRights()
 {
-    if (MayManage())
-        TRights_FRM(desk_.host, desk_.permissions).ShowModally();
+    if (!MayManage())
+        return;
+    TRights_FRM(desk_.host, desk_.permissions).ShowModally();
+    desk_.settings.SignIn(desk_.settings.UserInfo().Code); // the user may have a new name
 }
 
 void MainWindow::OpenSettings()
@@ -250,10 +253,9 @@ void MainWindow::ChangeUser()
 {
     QStringList names;
     QList<int> codes;
-    for (host::Query users(desk_.host.DM.ADOConnection1, u"SELECT Code, Name FROM Users ORDER BY Code"_qs);
-         !users.Eof(); users.Next()) {
-        names << u"%1 (%2)"_qs.arg(users.Text(u"Name")).arg(users.Int(u"Code"));
-        codes << users.Int(u"Code");
+    for (const host::Entity &user : Users(desk_.host.DM.ADOConnection1).All()) {
+        names << u"%1 (%2)"_qs.arg(user.Name).arg(user.Code);
+        codes << user.Code;
     }
     QInputDialog dialog(this);
     dialog.setObjectName(u"User_DLG"_qs);

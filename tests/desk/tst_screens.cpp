@@ -38,6 +38,7 @@ private slots:
     void editorRefuses();
     void rightsTakeEffect();
     void rightsAskBeforeTheyAreLost();
+    void usersAreAddedAndRenamed();
     void settingsAreKept();
 };
 
@@ -212,6 +213,52 @@ void TestScreens::rightsAskBeforeTheyAreLost()
                                 });
                 });
     QCOMPARE(t.database.Rows(u"SELECT * FROM UserRights ORDER BY 1, 2, 3"_qs), before);
+}
+
+void TestScreens::usersAreAddedAndRenamed()
+{
+    test::Desk t;
+    const QStringList before = t.database.Rows(u"SELECT Code, Name FROM Users ORDER BY Code"_qs);
+    const auto name = [](const QString &text) {
+        return [text](QWidget *) {
+            test::Type(text);
+            test::Press(Qt::Key_Return);
+        };
+    };
+    desk::TRights_FRM rights(t.desk.host, t.desk.permissions);
+    test::Drive(
+        [&] { rights.ShowModally(); },
+        [&](QWidget *screen) {
+            const auto &users = test::Find<QComboBox>(screen, u"User_CMB"_qs);
+            test::Drive([] { test::Press(Qt::Key_F4); }, [](QWidget *) { test::Press(Qt::Key_Escape); });
+            Regain(screen);
+            QCOMPARE(t.database.Rows(u"SELECT Code, Name FROM Users ORDER BY Code"_qs), before);
+            // A name that somebody has, in another spelling, is refused and asked for again.
+            test::Drive([] { test::Press(Qt::Key_F4); },
+                        [&](QWidget *dialog) {
+                            test::Drive([&] { name(u"مدير سيستم"_qs)(dialog); },
+                                        [&](QWidget *box) {
+                                            QVERIFY(qobject_cast<QMessageBox *>(box)->text().contains(u"تکراری"));
+                                            test::Press(Qt::Key_Return);
+                                        });
+                            Regain(dialog);
+                            test::Press(Qt::Key_A, Qt::ControlModifier);
+                            name(u"  زهرا 'صندوق'  "_qs)(dialog);
+                        });
+            Regain(screen);
+            QCOMPARE(users.currentText(), u"زهرا 'صندوق' (%1)"_qs.arg(users.currentData().toInt()));
+            QCOMPARE(test::Find<QTableWidget>(screen, u"Rights_GRD"_qs).item(0, 0)->checkState(), Qt::Unchecked);
+            test::Focus(screen, u"Rights_GRD"_qs);
+            test::Press(Qt::Key_Space);
+            test::Drive([] { test::Press(Qt::Key_F2); }, name(u"زهرا"_qs));
+            Regain(screen);
+            test::Press(Qt::Key_F3); // renaming did not lose the right that was just given
+            QCOMPARE(t.database.Rows(u"SELECT Name, SoftwarePart, Permission FROM Users u JOIN UserRights r "
+                                     "ON r.UserCode = u.Code WHERE u.Code = %1"_qs.arg(users.currentData().toInt())),
+                     QStringList{u"زهرا|102|6"_qs});
+            test::Press(Qt::Key_Escape);
+        });
+    QCOMPARE(t.database.Scalar(u"SELECT COUNT(*) FROM Users"_qs).toInt(), before.size() + 1);
 }
 
 void TestScreens::settingsAreKept()

@@ -1,0 +1,44 @@
+#include "desk/services/users.h"
+
+#include "host/data/persian_text.h"
+#include "host/data/query.h"
+#include "host/data/sql_text.h"
+#include "host/data/transaction.h"
+
+#include <algorithm>
+
+namespace desk {
+
+QList<host::Entity> Users::All() const
+{
+    QList<host::Entity> users;
+    for (host::Query query(connection_, u"SELECT Code, Name FROM Users ORDER BY Code"_qs); !query.Eof(); query.Next())
+        users << host::Entity{query.Int(u"Code"), query.Text(u"Name")};
+    return users;
+}
+
+bool Users::NameTaken(const QString &name, int except) const
+{
+    const QString wanted = host::Fold(name).simplified();
+    const QList<host::Entity> users = All();
+    return std::any_of(users.begin(), users.end(), [&](const host::Entity &user) {
+        return user.Code != except && host::Fold(user.Name).simplified() == wanted;
+    });
+}
+
+int Users::Add(const QString &name)
+{
+    host::Transaction transaction(connection_);
+    const int code = host::Scalar(connection_, u"SELECT ISNULL(MAX(Code), 0) + 1 FROM Users"_qs).toInt();
+    host::Exec(connection_,
+               u"INSERT INTO Users (Code, Name) VALUES (%1, "_qs.arg(code) + host::NQuotedStr(name) + u")"_qs);
+    transaction.Commit();
+    return code;
+}
+
+void Users::Rename(int code, const QString &name)
+{
+    host::Exec(connection_, u"UPDATE Users SET Name = "_qs + host::NQuotedStr(name) + u" WHERE Code = %1"_qs.arg(code));
+}
+
+} // namespace desk

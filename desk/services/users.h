@@ -1,0 +1,30 @@
+#pragma once
+
+#include "host/services/entity_service.h"
+
+#include <QtCore/QList>
+#include <QtSql/QSqlDatabase>
+
+namespace desk {
+
+/// The people who sign in: the table Users. Everything throws DatabaseError.
+class Users
+{
+public:
+    static constexpr int NameLength = 50;
+
+    explicit Users(const QSqlDatabase &connection) : connection_(connection) {}
+
+    /// All users by code.
+    QList<host::Entity> All() const;
+    /// True when somebody other than `except` has the name, spelled in any way.
+    bool NameTaken(const QString &name, int except = 0) const;
+    /// Adds a user who may do nothing yet; the new code.
+    int Add(const QString &name);
+    void Rename(int code, const QString &name);
+
+private:
+    QSqlDatabase connection_;
+};
+
+} // namespace desk
