@@ -137,7 +137,8 @@ public:
     void GoodGroup_GetAll();
     void GoodGroup_Fill(QList<host::Entity> &list);
     void GoodSelectedList_Fill(QList<host::Entity> &list);
-    /// Whether the goods of the selected list are left out (true) or are the ones to show.
+    /// The list's `DisplayType`: true when its goods are the ones left out, false when they are the ones to show. The
+    /// parameter @DisplayType of GoodInf_List_SP says the opposite: 0 leaves them out.
     bool GoodSelectedIndex_IsChecked(int code);
     /// Recomputes stock on hand: 255, then 254.
     void UpdateMogodiKala(int kind);
@@ -300,6 +301,8 @@ private:
     void ReadDiscounts(int code, TGoodPrice_Rec &price);
     void WriteFields(const TGoodInfoRec &rec, Writing writing);
     bool CodeIsTaken(int code);
+    /// How many other goods have the value in this column.
+    int CountOthers(int code, const QString &column, const QString &value);
     int FreshCode(int grpCode, int codeLength);
     void RestoreAttached(int goodCode);
     void OpenCostLevels(host::Dataset &dataset, int goodCode, Side side);

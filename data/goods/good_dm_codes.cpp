@@ -111,25 +111,26 @@ QStringList TGood_DM::Good_NameParts(NamePart part, const QString &beginning)
     return texts;
 }
 
+int TGood_DM::CountOthers(int code, const QString &column, const QString &value)
+{
+    Temp_QRY.Open(u"select Code from GoodInf where Code <> "_s + QString::number(code) + u" AND "_s + column +
+                  u" = "_s + host::QuotedStr(value));
+    return Temp_QRY.RecordCount();
+}
+
 int TGood_DM::Good_ExistName(int code, const QString &name)
 {
-    Temp_QRY.Open(u"select Code from GoodInf where Code <> "_s + QString::number(code) + u" AND Name = "_s +
-                  host::QuotedStr(name));
-    return Temp_QRY.RecordCount();
+    return CountOthers(code, u"Name"_s, name);
 }
 
 int TGood_DM::Good_ExistIndex(int code, const QString &index)
 {
-    Temp_QRY.Open(u"select Code from GoodInf where Code <> "_s + QString::number(code) + u" AND Kala_Index = "_s +
-                  host::QuotedStr(index));
-    return Temp_QRY.RecordCount();
+    return CountOthers(code, u"Kala_Index"_s, index);
 }
 
 int TGood_DM::Good_ExistDetailUniqueCode(int code, const QString &uniqueCode)
 {
-    Temp_QRY.Open(u"select Code from GoodInf where Code <> "_s + QString::number(code) + u" AND DetailUniqueCode = "_s +
-                  host::QuotedStr(uniqueCode));
-    return Temp_QRY.RecordCount();
+    return CountOthers(code, u"DetailUniqueCode"_s, uniqueCode);
 }
 
 bool TGood_DM::Good_IsExistSMSCode(int code, const QString &smsCode)

@@ -91,8 +91,7 @@ TGood_DM::Tag TGood_DM::GetTagsByColorCode(int code)
 
 QList<QPair<int, QString>> TGood_DM::GetTagsOfGoods(const QString &codes)
 {
-    Temp_QRY.Open(u"select "_s + u"code"_s + u",tags from "_s + u"GoodInf"_s + u" where code in("_s +
-                  host::CodeList(codes) + u')');
+    Temp_QRY.Open(u"select code,tags from GoodInf where code in("_s + host::CodeList(codes) + u')');
     QList<QPair<int, QString>> tags;
     for (; !Temp_QRY.Eof(); Temp_QRY.Next()) {
         tags.append({Temp_QRY.Int(u"code"), Temp_QRY.Text(u"tags")});

@@ -95,30 +95,24 @@ BEGIN
     DECLARE @Cost decimal(28,9)
     SET @Cost = 0
 
-    IF @Side = 0
-    BEGIN
-        IF ISNULL(@Level, 0) = 0
-            SELECT @Level = Default_CostLevel_Sell_Number FROM GoodCostDiscount WHERE GoodCode = @GoodCode
-        SELECT @Cost = CASE @Level
-                WHEN 1 THEN CostLevel_Sell_1 WHEN 2 THEN CostLevel_Sell_2 WHEN 3 THEN CostLevel_Sell_3
-                WHEN 4 THEN CostLevel_Sell_4 WHEN 5 THEN CostLevel_Sell_5 WHEN 6 THEN CostLevel_Sell_6
-                WHEN 7 THEN CostLevel_Sell_7 WHEN 8 THEN CostLevel_Sell_8 WHEN 9 THEN CostLevel_Sell_9
-                WHEN 10 THEN CostLevel_Sell_10 ELSE 0 END
+    IF ISNULL(@Level, 0) = 0
+        SELECT @Level = CASE @Side WHEN 0 THEN Default_CostLevel_Sell_Number ELSE Default_CostLevel_Buy_Number END
         FROM GoodCostDiscount
         WHERE GoodCode = @GoodCode
-    END
-    ELSE
-    BEGIN
-        IF ISNULL(@Level, 0) = 0
-            SELECT @Level = Default_CostLevel_Buy_Number FROM GoodCostDiscount WHERE GoodCode = @GoodCode
-        SELECT @Cost = CASE @Level
-                WHEN 1 THEN CostLevel_Buy_1 WHEN 2 THEN CostLevel_Buy_2 WHEN 3 THEN CostLevel_Buy_3
-                WHEN 4 THEN CostLevel_Buy_4 WHEN 5 THEN CostLevel_Buy_5 WHEN 6 THEN CostLevel_Buy_6
-                WHEN 7 THEN CostLevel_Buy_7 WHEN 8 THEN CostLevel_Buy_8 WHEN 9 THEN CostLevel_Buy_9
-                WHEN 10 THEN CostLevel_Buy_10 ELSE 0 END
-        FROM GoodCostDiscount
-        WHERE GoodCode = @GoodCode
-    END
+    SELECT @Cost = CASE @Level
+            WHEN 1 THEN CASE @Side WHEN 0 THEN CostLevel_Sell_1 ELSE CostLevel_Buy_1 END
+            WHEN 2 THEN CASE @Side WHEN 0 THEN CostLevel_Sell_2 ELSE CostLevel_Buy_2 END
+            WHEN 3 THEN CASE @Side WHEN 0 THEN CostLevel_Sell_3 ELSE CostLevel_Buy_3 END
+            WHEN 4 THEN CASE @Side WHEN 0 THEN CostLevel_Sell_4 ELSE CostLevel_Buy_4 END
+            WHEN 5 THEN CASE @Side WHEN 0 THEN CostLevel_Sell_5 ELSE CostLevel_Buy_5 END
+            WHEN 6 THEN CASE @Side WHEN 0 THEN CostLevel_Sell_6 ELSE CostLevel_Buy_6 END
+            WHEN 7 THEN CASE @Side WHEN 0 THEN CostLevel_Sell_7 ELSE CostLevel_Buy_7 END
+            WHEN 8 THEN CASE @Side WHEN 0 THEN CostLevel_Sell_8 ELSE CostLevel_Buy_8 END
+            WHEN 9 THEN CASE @Side WHEN 0 THEN CostLevel_Sell_9 ELSE CostLevel_Buy_9 END
+            WHEN 10 THEN CASE @Side WHEN 0 THEN CostLevel_Sell_10 ELSE CostLevel_Buy_10 END
+            ELSE 0 END
+    FROM GoodCostDiscount
+    WHERE GoodCode = @GoodCode
 
     SELECT @Cost AS cost
 END
