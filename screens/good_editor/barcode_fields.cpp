@@ -3,6 +3,8 @@
 #include "screens/good_editor/barcode_edit.h"
 #include "screens/good_editor/leave_watch.h"
 
+#include <QtGui/QRegularExpressionValidator>
+
 namespace {
 
 QString CompletionHelp()
@@ -28,6 +30,10 @@ BarcodeFields::BarcodeFields(const Edits &edits, QWidget *panel, host::Host &hos
         connect(edit, &BarcodeEdit::CompletionRequested, this,
                 [this, edit] { run_([this, edit] { return Complete(edit); }); });
     }
+    // The mark between stored barcodes can stand in the last one only.
+    auto *unmarked = new QRegularExpressionValidator(QRegularExpression(QStringLiteral("[^!]*")), this);
+    for (size_t i = 0; i + 1 < edits_.size(); ++i)
+        edits_[i]->setValidator(unmarked);
     connect(edits_[0], &QLineEdit::textEdited, panel_, &QWidget::show);
 }
 
@@ -43,7 +49,7 @@ void BarcodeFields::Show(const QString &text)
     const goods::Barcodes barcodes = goods::UnpackBarcodes(text);
     for (size_t i = 0; i < edits_.size(); ++i)
         edits_[i]->setText(barcodes[i]);
-    panel_->setVisible(!text.isEmpty());
+    panel_->setVisible(barcodes != goods::Barcodes());
 }
 
 QString BarcodeFields::Text() const

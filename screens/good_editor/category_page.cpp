@@ -3,6 +3,7 @@
 #include "ui_category_page.h"
 
 #include <QtGui/QShortcut>
+#include <QtWidgets/QHeaderView>
 
 namespace {
 
@@ -29,6 +30,7 @@ CategoryPage::CategoryPage(host::Host &host, TGood_DM &data, const goods::RuleRu
     ui_->setupUi(this);
     ui_->Category_GRD->SetColumns({{QStringLiteral("NAME"), QStringLiteral("دسته"), 520}});
     ui_->Category_GRD->SetSource(&data_.KalaCategory_Qry, QStringLiteral("Id"));
+    ui_->Category_GRD->horizontalHeader()->setStretchLastSection(true);
     using Action = goods::Refused (CategoryPage::*)();
     for (const auto &[button, key, action] :
          {std::tuple(ui_->AddCat_BTN, Qt::Key_F4, Action(&CategoryPage::Add)),

@@ -2,16 +2,19 @@
 
 #include "host/controls/grid.h"
 #include "host/data/database_error.h"
+#include "host/screens/theme.h"
 #include "screens/good_editor/leave_watch.h"
 #include "screens/good_editor/price_delegate.h"
 
 #include <QtWidgets/QComboBox>
+#include <QtWidgets/QHeaderView>
 #include <QtWidgets/QLabel>
 
 namespace {
 
 /// Behind the grid's column of marks and the name of the level.
 constexpr int PriceColumn = 2;
+constexpr double HintPoints = 10;
 
 } // namespace
 
@@ -36,10 +39,12 @@ CostLevelSide::CostLevelSide(const Operations &operations, TGood_DM &data, host:
                        {QStringLiteral("Cost"), QStringLiteral("قیمت"), 115, false, host::ColumnFormat::Price},
                        {QStringLiteral("deftitle"), QStringLiteral("پیش فرض"), 74}});
     grid_->SetSource(&Rows(), QStringLiteral("CostLevelCode"));
+    grid_->horizontalHeader()->setStretchLastSection(true);
     connect(default_, &QComboBox::activated, this, [this] { run_([this] { ChooseDefault(); }); });
     auto *prices = new PriceDelegate(grid_);
     grid_->setItemDelegateForColumn(PriceColumn, prices);
     SetReadOnly(false);
+    hint_->setFont(host::theme::InterfaceFont(HintPoints));
     connect(prices, &PriceDelegate::Entered, this, &CostLevelSide::NextPrice);
     connect(grid_, &host::Grid::RowActivated, this, [this] { EditPrice(grid_->currentIndex().row()); });
     connect(&Rows(), &host::Dataset::FieldChanged, this, &CostLevelSide::Changed);
@@ -75,6 +80,8 @@ void CostLevelSide::MoveTo(int goodCode)
 
 void CostLevelSide::SetReadOnly(bool readOnly)
 {
+    // Without working prices there is nothing to mark as the default.
+    default_->setEnabled(!readOnly && !Rows().IsEmpty());
     grid_->setEditTriggers(readOnly ? QAbstractItemView::NoEditTriggers
                                     : QAbstractItemView::DoubleClicked | QAbstractItemView::SelectedClicked |
                                           QAbstractItemView::AnyKeyPressed | QAbstractItemView::EditKeyPressed);

@@ -2,6 +2,8 @@
 
 #include "ui_details_page.h"
 
+#include <QtWidgets/QHeaderView>
+
 DetailsPage::DetailsPage(TGood_DM &data, QWidget *parent)
     : QWidget(parent), data_(data), ui_(std::make_unique<Ui::DetailsPage>())
 {
@@ -9,6 +11,7 @@ DetailsPage::DetailsPage(TGood_DM &data, QWidget *parent)
     ui_->DetailCommands_PNL->hide();
     ui_->GoodDetails_GRD->SetColumns({{QStringLiteral("GoodDetailTitle"), QStringLiteral("عنوان جزئیات"), 360}});
     ui_->GoodDetails_GRD->SetSource(&data_.GoodDetails_QRY, QStringLiteral("ID"));
+    ui_->GoodDetails_GRD->horizontalHeader()->setStretchLastSection(true);
 }
 
 DetailsPage::~DetailsPage() = default;

@@ -8,11 +8,6 @@ DiscountSide::DiscountSide(const Edits &edits, QComboBox *defaultRate) : edits_(
         default_->addItem(QStringLiteral("تخفیف نوع %1").arg(number));
 }
 
-void DiscountSide::Clear()
-{
-    Show({}, 1);
-}
-
 void DiscountSide::Show(const Rates &rates, int defaultNumber)
 {
     for (size_t i = 0; i < edits_.size(); ++i)

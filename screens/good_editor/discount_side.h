@@ -19,7 +19,6 @@ public:
     /// The controls belong to the page.
     DiscountSide(const Edits &edits, QComboBox *defaultRate);
 
-    void Clear();
     /// `defaultNumber` 1 to 4; anything else chooses nothing.
     void Show(const Rates &rates, int defaultNumber);
     Rates Values() const;

@@ -89,8 +89,10 @@ void TGood_Get_FRM::BindPages()
     connect(prices_, &CostLevelPage::Changed, this, changed);
     connect(categories_, &CategoryPage::Changed, this, changed);
     connect(complete_, &CompletePage::Changed, this, changed);
-    connect(barcodes_, &BarcodeFields::Completed, this, [this] {
+    connect(barcodes_, &BarcodeFields::Completed, this, [this](BarcodeEdit *edit) {
         SetIsSaved(false);
+        // A click on the button leaves the focus where it was.
+        edit->setFocus();
         NextControl();
     });
 }

@@ -3,6 +3,7 @@
 #include "tests/support/test_main.h"
 
 #include <QComboBox>
+#include <QLabel>
 #include <QToolButton>
 #include <QtTest>
 
@@ -113,13 +114,21 @@ private slots:
         f.database.Exec(u"delete from GoodCostDiscount"_qs);
         f.OpenGood(500009, [&](QWidget *screen) {
             QVERIFY(test::Find<host::Grid>(screen, u"SellDetails_GRD"_qs).IsEmpty());
+            QVERIFY(test::Find<QLabel>(screen, u"SellHint_LBL"_qs).text().contains(u"ردیف قیمت ندارد"_qs));
+            QVERIFY(!test::Find(screen, u"SellDefault_CMB"_qs).isEnabled());
             test::Press(Qt::Key_F3);
             QCOMPARE(f.host.messages.TakeAll(), QStringList{Saved});
         });
         f.OpenGood(500009, [&](QWidget *screen) {
-            QCOMPARE(test::Find<host::Grid>(screen, u"SellDetails_GRD"_qs).RowCount(), 10);
-            test::Press(Qt::Key_Escape);
+            f.ShowTab(screen, u"Cost_Level_TPC"_qs);
+            TypePrices(screen, u"SellDetails_GRD"_qs, {u"100"_qs, u"200"_qs});
+            ChooseLevel(screen, u"SellDefault_CMB"_qs, 2);
+            test::Press(Qt::Key_F3);
+            QCOMPARE(f.host.messages.TakeAll(), QStringList{Saved});
         });
+        QCOMPARE(f.database.Rows(u"select CostLevel_Sell_1,CostLevel_Sell_2,CostLevel_Sell_10,CostLevel_Buy_1,"
+                                 "Default_CostLevel_Sell_Number from GoodCostDiscount"_qs),
+                 QStringList{u"100|200|0|0|2"_qs});
     }
 
     void bothExemptClosesFinalPrices_data()

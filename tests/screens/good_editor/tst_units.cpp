@@ -198,6 +198,48 @@ private slots:
         });
     }
 
+    void aScannedBarcodeMovesOn_data()
+    {
+        QTest::addColumn<QString>("tab");
+        QTest::addColumn<QString>("next");
+        QTest::newRow("BarCode1_EDT") << u"General_TPC"_qs << u"Unit_Entity1"_qs;
+        for (int number = 2; number <= 5; ++number)
+            QTest::addRow("BarCode%d_EDT", number) << u"Complete_TPC"_qs << u"BarCode%1_EDT"_qs.arg(number + 1);
+        QTest::newRow("BarCode6_EDT") << u"Complete_TPC"_qs << u"Save_BTN"_qs;
+    }
+    void aScannedBarcodeMovesOn()
+    {
+        QFETCH(QString, tab);
+        const QString edit = QString::fromLatin1(QTest::currentDataTag());
+        EditorFixture f;
+        f.OpenNew(u"5"_qs, [&](QWidget *screen) {
+            f.ShowTab(screen, tab);
+            test::Focus(screen, edit);
+            test::Type(u"6260100200303"_qs);
+            test::Press(Qt::Key_Return);
+            QCoreApplication::processEvents();
+            QCOMPARE(test::Find<QLineEdit>(screen, edit).text(), u"6260100200303"_qs);
+            QTEST(test::Focused(), "next");
+            f.Leave();
+        });
+    }
+
+    void furtherBarcodesFollowTheFirst()
+    {
+        EditorFixture f;
+        f.InsertGood(500009, u"دوغ"_qs, 909);
+        f.database.Exec(u"update GoodInf set AbbName='!!'"_qs);
+        f.OpenGood(500009, [&](QWidget *screen) {
+            const QWidget &further = test::Find(screen, u"BarCodes_PNL"_qs);
+            QVERIFY(further.isHidden());
+            // The mark between barcodes would tear this one apart.
+            test::Enter(screen, u"BarCode1_EDT"_qs, u"6!26"_qs);
+            QCOMPARE(Shown(screen, u"BarCode1"_qs), u"626"_qs);
+            QVERIFY(!further.isHidden());
+            f.Leave();
+        });
+    }
+
     void barcodesAreCompleted_data()
     {
         QTest::addColumn<QString>("typed");
@@ -217,11 +259,13 @@ private slots:
         f.host.barcodes.completions = {{u"9638507"_qs, u"96385074"_qs}, {u"400638133393"_qs, u"4006381333931"_qs}};
         f.OpenNew(u"5"_qs, [&](QWidget *screen) {
             test::Enter(screen, u"BarCode1_EDT"_qs, typed);
+            // A click on the button does not bring the focus to the edit.
+            test::Focus(screen, u"Name_EDT"_qs);
             Complete(screen).trigger();
             const QString told = f.host.messages.Take();
             QVERIFY2(message.isEmpty() ? told.isEmpty() : told.contains(message), qPrintable(told));
             QTEST(Shown(screen, u"BarCode1"_qs), "shown");
-            QCOMPARE(test::Focused(), message.isEmpty() ? u"Unit_Entity1"_qs : u"BarCode1_EDT"_qs);
+            QCOMPARE(test::Focused(), message.isEmpty() ? u"Unit_Entity1"_qs : u"Name_EDT"_qs);
             f.Leave();
         });
     }
