@@ -138,6 +138,38 @@ void lookUp(Report &report, Shop &shop, const Floor &floor)
                    [&] { data.Good_GetNewCode_GrpCode(QStringLiteral("11"), QStringLiteral("6")); });
 }
 
+void useEditor(Report &report, Shop &shop)
+{
+    const int code = shop.data().CheckBarcodeCode(Shop::barcode(Goods - 5));
+    const QString good = QString::number(code);
+    const QSqlDatabase &main = shop.host().DM.ADOConnection1;
+    QStringList prices;
+    for (const QString &side : {QStringLiteral("Sell"), QStringLiteral("Buy")})
+        for (int level = 1; level <= 10; ++level)
+            prices << QStringLiteral("CostLevel_%1_%2=%3.25").arg(side).arg(level).arg(1000 * level);
+    host::Exec(main, QStringLiteral("update GoodCostDiscount set %1 where GoodCode=%2").arg(prices.join(u','), good));
+
+    TGood_Get_FRM editor(shop.host());
+    const auto open = [&] {
+        if (!editor.OpenRecord(code, host::TFormMode::Edit))
+            throw std::runtime_error("the editor did not open");
+    };
+    report.measure(QStringLiteral("open a good in the editor"), 5, {}, open);
+
+    auto *weight = editor.findChild<QLineEdit *>(QStringLiteral("Weight_EDT"));
+    int saves = 0;
+    report.measure(QStringLiteral("open and save a good with all prices"), 9, {}, [&] {
+        open();
+        weight->setText(QString::number(++saves));
+        editor.Save();
+    });
+    const QVariant saved = host::Scalar(main, QStringLiteral("select Weight from GoodInf where Code=") + good);
+    const QVariant last =
+        host::Scalar(main, QStringLiteral("select CostLevel_Buy_10 from GoodCostDiscount where GoodCode=") + good);
+    if (saved.toInt() != saves || last.toDouble() != 10000.25)
+        throw std::runtime_error("the editor did not save");
+}
+
 void edit(Report &report, Shop &shop, const Floor &scratch)
 {
     TGood_DM &data = shop.data();
@@ -162,12 +194,7 @@ void edit(Report &report, Shop &shop, const Floor &scratch)
             scratch.run("COMMIT");
         });
 
-    TGood_Get_FRM editor(shop.host());
-    const int code = data.CheckBarcodeCode(Shop::barcode(Goods - 5));
-    report.measure(QStringLiteral("open a good in the editor"), 5, {}, [&] {
-        if (!editor.OpenRecord(code, host::TFormMode::Edit))
-            throw std::runtime_error("the editor did not open");
-    });
+    useEditor(report, shop);
 }
 
 } // namespace
