@@ -97,6 +97,9 @@ void TGood_DM::SaveDiscounts(int code, const TGoodPrice_Rec &price)
     discounts.Open(QString::asprintf("select * from GoodCostDiscount Where GoodCode = %d ", code));
     if (discounts.IsEmpty()) {
         discounts.Append();
+        // No level of a fresh row has a price yet, so none can be the default.
+        discounts.SetField(u"Default_CostLevel_Sell_Number", 0);
+        discounts.SetField(u"Default_CostLevel_Buy_Number", 0);
     } else {
         discounts.Edit();
     }

@@ -43,6 +43,7 @@ TGood_Get_FRM::TGood_Get_FRM(host::Host &host)
     Bind(picture_, {}, [this] { OpenPhotos(); });
     // The way out stays at the end.
     ExitButton()->parentWidget()->layout()->addWidget(ExitButton());
+    setTabOrder(SaveButton(), picture_);
 }
 
 TGood_Get_FRM::~TGood_Get_FRM() = default;
