@@ -109,7 +109,13 @@ qint64 NumericEdit::Integer() const
 
 void NumericEdit::SetNumber(Quantity number)
 {
-    setText(QuantityToText(number, m_decimals));
+    SetStored(QuantityToText(number, m_decimals));
+}
+
+void NumericEdit::SetStored(const QString &number)
+{
+    setMaxLength(qMax(maxLength(), static_cast<int>(number.size())));
+    setText(number);
 }
 
 void NumericEdit::ZeroWhenEmpty()

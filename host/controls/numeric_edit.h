@@ -51,6 +51,9 @@ public:
     qint64 Integer() const;
     /// Shows a number without noise ("0.3", not "0.30000000000000000001").
     void SetNumber(Quantity number);
+    /// Shows a stored number, in ASCII digits, whole: one that is longer than may be typed widens the edit, for a
+    /// stored digit is never cut off.
+    void SetStored(const QString &number);
     /// An empty edit becomes "0"; what screens do before they compute.
     void ZeroWhenEmpty();
 

@@ -22,7 +22,7 @@ QWidget *PriceDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem
 void PriceDelegate::setEditorData(QWidget *editor, const QModelIndex &index) const
 {
     auto *edit = static_cast<host::NumericEdit *>(editor);
-    edit->setText(host::TrimDecimal(index.data(Qt::EditRole).toString()));
+    edit->SetStored(host::TrimDecimal(index.data(Qt::EditRole).toString()));
     edit->selectAll();
 }
 

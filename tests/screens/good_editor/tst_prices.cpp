@@ -74,8 +74,8 @@ private slots:
             QCOMPARE(f.host.messages.TakeAll(), QStringList{Saved});
             test::Press(Qt::Key_Escape);
         });
-        const QStringList stored{u"600001|1000|2|3.5|4|5|6|7|8|0.000000001|99999999999999|"
-                                 "11|12|13|14|15|16|17|18|19|20|4|1"_qs};
+        QStringList stored{u"600001|1000|2|3.5|4|5|6|7|8|0.000000001|99999999999999|"
+                           "11|12|13|14|15|16|17|18|19|20|4|1"_qs};
         QString columns = u"GoodCode"_qs;
         for (const QString &side : {u"Sell"_qs, u"Buy"_qs})
             for (int level = 1; level <= 10; ++level)
@@ -83,9 +83,13 @@ private slots:
         const QString row = u"select "_qs + columns +
                             u",Default_CostLevel_Sell_Number,Default_CostLevel_Buy_Number from GoodCostDiscount"_qs;
         QCOMPARE(f.database.Rows(row), stored);
-        // Loaded and saved again they are the same.
+        // Loaded, passed through and saved again they are the same, even where they are longer than may be typed.
+        f.database.Exec(u"update GoodCostDiscount set CostLevel_Sell_3=12345678901234.123456789"_qs);
+        stored.replaceInStrings(u"|3.5|"_qs, u"|12345678901234.123456789|"_qs);
         f.OpenGood(600001, [&](QWidget *screen) {
             QCOMPARE(test::Find<QComboBox>(screen, u"SellDefault_CMB"_qs).currentData().toInt(), 4);
+            f.ShowTab(screen, u"Cost_Level_TPC"_qs);
+            TypePrices(screen, u"SellDetails_GRD"_qs, QStringList(10));
             test::Press(Qt::Key_F3);
             QCOMPARE(f.host.messages.TakeAll(), QStringList{Saved});
         });
