@@ -44,6 +44,7 @@ TGood_Get_FRM::TGood_Get_FRM(host::Host &host)
     // The way out stays at the end.
     ExitButton()->parentWidget()->layout()->addWidget(ExitButton());
     setTabOrder(SaveButton(), picture_);
+    setTabOrder(picture_, ExitButton());
 }
 
 TGood_Get_FRM::~TGood_Get_FRM() = default;
