@@ -1,0 +1,163 @@
+#include "host/controls/grid.h"
+#include "screens/goods_list/good_list.h"
+#include "tests/support/database.h"
+#include "tests/support/modal.h"
+#include "tests/support/test_host.h"
+#include "tests/support/test_main.h"
+
+#include <QtTest/QtTest>
+#include <QtWidgets/QHeaderView>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QTabBar>
+#include <QtWidgets/QTabWidget>
+
+using host::TFormMode;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString Saved = u"MSGCompeletedSuccessfully(ذخيره سازي کالا)"_s;
+
+/// Types what a good cannot be saved without, and saves it.
+void SaveGood(QWidget *editor, const QString &name, const QString &smsCode)
+{
+    auto &pages = test::Find<QTabWidget>(editor, u"PageControl1"_s);
+    test::Enter(editor, u"Name_EDT"_s, name);
+    test::Enter(editor, u"Unit_Entity1"_s, u"1"_s);
+    test::Enter(editor, u"Store_Entity"_s, u"1"_s);
+    pages.setCurrentWidget(&test::Find(editor, u"Complete_TPC"_s));
+    test::Enter(editor, u"SmsCode_EDT"_s, smsCode);
+    test::Press(Qt::Key_F3);
+}
+
+} // namespace
+
+/// Adding goods from the list, and what the list keeps from one opening to the next.
+class TestListCommands : public QObject
+{
+    Q_OBJECT
+
+    struct Screen
+    {
+        test::Database database{test::Database::Content::Demo};
+        test::TestHost host{{database.Main(), database.GoodsList(), database.Scales()}};
+        Screen()
+        {
+            host.entities.lists[104] = {{1, u"عدد"_s}};
+            host.entities.lists[105] = {{1, u"انبار مرکزی"_s}};
+        }
+    };
+    static host::Grid &Goods(TGood_List_FRM &list) { return test::Find<host::Grid>(&list, u"GoodListDB_GRD"_s); }
+    static void Open(TGood_List_FRM &list)
+    {
+        QVERIFY(list.ShowDocked());
+        QVERIFY(QTest::qWaitForWindowActive(&list));
+    }
+
+private slots:
+    void newGoods_data()
+    {
+        QTest::addColumn<int>("saved");
+        QTest::addColumn<int>("stockTab");
+        QTest::addColumn<bool>("shown");
+        QTest::newRow("one") << 1 << 2 << true;
+        QTest::newRow("two in a row: the list stands on the last") << 2 << 2 << true;
+        QTest::newRow("without stock, where only stock is shown") << 1 << 0 << false;
+        QTest::newRow("given up") << 0 << 2 << false;
+    }
+
+    /// F4 adds to the group that is shown; the search makes way for the new good, but not when nothing was saved.
+    void newGoods()
+    {
+        QFETCH(int, saved);
+        QFETCH(int, stockTab);
+        QFETCH(bool, shown);
+        Screen screen;
+        TGood_List_FRM list(screen.host, TFormMode::DockedList);
+        Open(list);
+        host::Grid &grid = Goods(list);
+        test::Find<QTabBar>(&list, u"Search_TBC"_s).setCurrentIndex(stockTab);
+        test::Press(Qt::Key_F11, Qt::ControlModifier);
+        test::Type(u"لبنيات"_s);
+        test::Press(Qt::Key_Return);
+        const QStringList before = grid.ShownKeys();
+        QVERIFY(!before.isEmpty());
+        test::Type(u"زرافه"_s);
+        QTRY_VERIFY(grid.IsEmpty());
+        const int last = screen.database.Scalar(u"select max(Code) from GoodInf where GrpCode = 15"_s).toInt();
+
+        test::Drive([] { test::Press(Qt::Key_F4); },
+                    [&](QWidget *editor) {
+                        QCOMPARE(test::Find<QLineEdit>(editor, u"Code_EDT"_s).text(), QString::number(last + 1));
+                        for (int good = 1; good <= saved; ++good) {
+                            SaveGood(editor, u"ماست %1"_s.arg(good), QString::number(987650 + good));
+                            QCOMPARE(screen.host.messages.TakeAll(), QStringList{Saved});
+                        }
+                        test::Press(Qt::Key_Escape);
+                    });
+        QStringList added;
+        for (int good = 1; good <= saved; ++good)
+            added << u"%1|15"_s.arg(last + good);
+        QCOMPARE(
+            screen.database.Rows(u"select Code, GrpCode from GoodInf where Code > %1 and GrpCode = 15"_s.arg(last)),
+            added);
+        const QString typed = test::Find<QLineEdit>(&list, u"Text_EDT"_s).text();
+        QCOMPARE(typed, saved == 0 ? u"زرافه"_s : QString());
+        if (shown) {
+            QCOMPARE(grid.CurrentKey(), QString::number(last + saved));
+            QCOMPARE(grid.ShownKeys().size(), before.size() + saved);
+        } else {
+            QCOMPARE(grid.ShownKeys(), saved == 0 ? QStringList() : before);
+        }
+        list.done(0);
+    }
+
+    /// Widths, order of the columns, stock tab and panels come back in the next list of this kind, and only there.
+    void layoutComesBack()
+    {
+        Screen screen;
+        int width = 0;
+        {
+            TGood_List_FRM list(screen.host, TFormMode::DockedList);
+            Open(list);
+            QHeaderView *header = Goods(list).horizontalHeader();
+            // The left edge of a caption is the one to pull, right to left.
+            const QPoint edge(header->sectionViewportPosition(1) + 1, header->height() / 2);
+            const int was = header->sectionSize(1);
+            QTest::mousePress(header->viewport(), Qt::LeftButton, {}, edge);
+            QTest::mouseMove(header->viewport(), edge - QPoint(20, 0));
+            QTest::mouseMove(header->viewport(), edge - QPoint(40, 0));
+            QTest::mouseRelease(header->viewport(), Qt::LeftButton, {}, edge - QPoint(40, 0));
+            width = header->sectionSize(1);
+            QVERIFY2(width > was, "the column follows the mouse");
+            QVERIFY(Goods(list).SortedBy().isEmpty()); // pulling an edge is no click on the caption
+            header->moveSection(header->visualIndex(3), 1);
+            test::Find<QPushButton>(&list, u"Tags_btn"_s).click();
+            test::Find<QTabBar>(&list, u"Search_TBC"_s).setCurrentIndex(0);
+            Goods(list).setFocus();
+            test::Press(Qt::Key_Escape);
+            QVERIFY(!list.isVisible());
+        }
+        TGood_List_FRM next(screen.host, TFormMode::DockedList);
+        Open(next);
+        QCOMPARE(Goods(next).horizontalHeader()->sectionSize(1), width);
+        QCOMPARE(Goods(next).VisibleFields().first(), u"Name"_s);
+        QVERIFY(test::Find(&next, u"Tags_pnl"_s).isVisible() && !test::Find(&next, u"Pic_Show"_s).isVisible());
+        QCOMPARE(Goods(next).ShownKeys(),
+                 screen.database.Rows(u"select Code from GoodInf g where exists (select 1 from GoodStock s where "
+                                      "s.GoodCode = g.Code and s.Amount1 > 0) order by Code"_s));
+        test::Press(Qt::Key_Escape);
+
+        TGood_List_FRM chooser(screen.host, TFormMode::Selection);
+        test::Drive([&] { chooser.ShowModally(); },
+                    [&](QWidget *) {
+                        QCOMPARE(Goods(chooser).VisibleFields().first(), u"Code"_s);
+                        QVERIFY(!test::Find(&chooser, u"Tags_pnl"_s).isVisible());
+                        test::Press(Qt::Key_Escape);
+                    });
+    }
+};
+
+REGISTER_TEST(TestListCommands)
+#include "tst_list_commands.moc"
