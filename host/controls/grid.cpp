@@ -2,15 +2,11 @@
 
 #include "host/controls/grid_model.h"
 
-#include <QtCore/QJsonArray>
-#include <QtCore/QJsonDocument>
-#include <QtCore/QJsonObject>
 #include <QtCore/QScopedValueRollback>
 #include <QtGui/QKeyEvent>
 #include <QtGui/QMouseEvent>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QHeaderView>
-#include <QtWidgets/QMenu>
 
 #include <algorithm>
 
@@ -101,23 +97,6 @@ void Grid::ApplyColumns()
     }
 }
 
-QList<GridColumn> Grid::Columns() const
-{
-    QList<GridColumn> columns;
-    const QHeaderView *header = horizontalHeader();
-    for (int visual = 0; visual < header->count(); ++visual) {
-        const int logical = header->logicalIndex(visual);
-        if (logical == GridModel::MarkColumn)
-            continue;
-        GridColumn column = m_columns.at(logical - 1);
-        column.hidden = isColumnHidden(logical);
-        if (!column.hidden)
-            column.width = header->sectionSize(logical);
-        columns << column;
-    }
-    return columns;
-}
-
 int Grid::GridColumnOf(const QString &field) const
 {
     const auto found = std::find_if(m_columns.begin(), m_columns.end(), [&](const GridColumn &column) {
@@ -133,40 +112,6 @@ void Grid::SetColumnCaption(const QString &field, const QString &caption)
         return;
     m_columns[column].caption = caption;
     m_model->SetCaption(column, caption);
-}
-
-void Grid::SetColumnVisible(const QString &field, bool visible)
-{
-    const int column = GridColumnOf(field);
-    if (column < 0 || isColumnHidden(column + 1) == !visible)
-        return;
-    setColumnHidden(column + 1, !visible);
-    if (!visible && SortedBy() == m_columns.at(column).field)
-        SortBy({}); // rows read from now on do not carry it
-    if (visible && columnWidth(column + 1) < 24)
-        setColumnWidth(column + 1, m_columns.at(column).width);
-    ReportFields();
-}
-
-bool Grid::IsColumnVisible(const QString &field) const
-{
-    const int column = GridColumnOf(field);
-    return column >= 0 && !isColumnHidden(column + 1);
-}
-
-QStringList Grid::VisibleFields() const
-{
-    QStringList fields;
-    const QList<GridColumn> columns = Columns();
-    for (const GridColumn &column : columns)
-        if (!column.hidden)
-            fields << column.field;
-    return fields;
-}
-
-void Grid::ReportFields()
-{
-    emit VisibleFieldsChanged(VisibleFields());
 }
 
 void Grid::SetSource(QAbstractItemModel *model, const QString &keyField)
@@ -361,62 +306,6 @@ void Grid::SetRowColor(RowColor color)
     viewport()->update();
 }
 
-QByteArray Grid::SaveLayout() const
-{
-    QJsonArray list;
-    const QList<GridColumn> columns = Columns();
-    for (const GridColumn &column : columns)
-        list << QJsonObject{{QStringLiteral("field"), column.field},
-                            {QStringLiteral("width"), column.width},
-                            {QStringLiteral("hidden"), column.hidden}};
-    return QJsonDocument(list).toJson(QJsonDocument::Compact);
-}
-
-void Grid::RestoreLayout(const QByteArray &layout)
-{
-    const QJsonArray list = QJsonDocument::fromJson(layout).array();
-    if (list.isEmpty())
-        return;
-    {
-        const QScopedValueRollback applying(m_applying, true);
-        QHeaderView *header = horizontalHeader();
-        int visual = 1;
-        for (const QJsonValue &value : list) {
-            const QJsonObject stored = value.toObject();
-            const int column = GridColumnOf(stored.value(u"field").toString());
-            if (column < 0)
-                continue;
-            header->moveSection(header->visualIndex(column + 1), visual++);
-            setColumnHidden(column + 1, m_columns.at(column).choosable ? stored.value(u"hidden").toBool()
-                                                                       : m_columns.at(column).hidden);
-            setColumnWidth(column + 1, std::clamp(stored.value(u"width").toInt(), 24, 2000));
-        }
-    }
-    ReportFields();
-}
-
-QStringList Grid::VisibleCaptions() const
-{
-    QStringList captions;
-    const QList<GridColumn> columns = Columns();
-    for (const GridColumn &column : columns)
-        if (!column.hidden)
-            captions << column.caption;
-    return captions;
-}
-
-QStringList Grid::VisibleTexts(int row) const
-{
-    QStringList texts;
-    const QHeaderView *header = horizontalHeader();
-    for (int visual = 0; visual < header->count(); ++visual) {
-        const int logical = header->logicalIndex(visual);
-        if (logical != GridModel::MarkColumn && !isColumnHidden(logical))
-            texts << m_model->index(row, logical).data().toString();
-    }
-    return texts;
-}
-
 bool Grid::IsComplete() const
 {
     return m_model->IsComplete();
@@ -425,24 +314,6 @@ bool Grid::IsComplete() const
 void Grid::FetchAll()
 {
     m_model->FetchAll();
-}
-
-void Grid::ChooseColumns()
-{
-    QMenu menu(this);
-    const QList<GridColumn> columns = Columns();
-    for (const GridColumn &column : columns) {
-        if (!column.choosable)
-            continue;
-        QAction *action = menu.addAction(column.caption.trimmed().isEmpty() ? column.field : column.caption.trimmed());
-        action->setCheckable(true);
-        action->setChecked(!column.hidden);
-        action->setEnabled(column.hidden || VisibleFields().size() > 1);
-        connect(action, &QAction::toggled, this,
-                [this, field = column.field](bool on) { SetColumnVisible(field, on); });
-    }
-    const QHeaderView *header = horizontalHeader();
-    menu.exec(header->mapToGlobal(header->rect().bottomRight() / 2));
 }
 
 void Grid::keyPressEvent(QKeyEvent *event)
