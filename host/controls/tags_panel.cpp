@@ -133,17 +133,19 @@ void TagsPanel::Rebuild()
 
 void TagsPanel::Offer()
 {
-    QMenu menu(this);
+    // The menu goes with the panel, which may make way for another one while it is open.
+    auto *menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
     for (const Tag &tag : std::as_const(m_available)) {
         if (m_codes.contains(tag.Code))
             continue;
-        connect(menu.addAction(QIcon(Dot(tag.Color)), tag.Name), &QAction::triggered, this, [this, code = tag.Code] {
+        connect(menu->addAction(QIcon(Dot(tag.Color)), tag.Name), &QAction::triggered, this, [this, code = tag.Code] {
             m_codes << code;
             Rebuild();
             emit Changed();
         });
     }
-    menu.exec(m_add->mapToGlobal(m_add->rect().bottomLeft()));
+    menu->popup(m_add->mapToGlobal(m_add->rect().bottomLeft()));
 }
 
 } // namespace host

@@ -1,5 +1,6 @@
 #include "host/controls/grid.h"
 #include "host/controls/search_frame.h"
+#include "host/controls/tags_panel.h"
 #include "screens/goods_list/good_list.h"
 #include "tests/support/database.h"
 #include "tests/support/modal.h"
@@ -13,6 +14,7 @@
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
+#include <QtWidgets/QMenu>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QTabBar>
 #include <QtWidgets/QToolButton>
@@ -466,10 +468,35 @@ void TestGoodList::tags()
     const auto chips = [&] { return screen.list.findChildren<QToolButton *>(u"Tag_3"_s); };
     QTRY_COMPARE(chips().size(), 1);
     chips().first()->click();
-    QCOMPARE(screen.database.Scalar(u"select tags from GoodInf where Code=110001"_s).toString(), u"1"_s);
+    const auto stored = [&] {
+        return screen.database.Scalar(u"select tags from GoodInf where Code=110001"_s).toString();
+    };
+    QCOMPARE(stored(), u"1"_s);
+    QTRY_COMPARE(chips().size(), 0);
+    QTest::mouseClick(&test::Find<QToolButton>(&screen.list, u"add_btn"_s), Qt::LeftButton);
+    auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+    QVERIFY(menu);
+    const QString name = screen.database.Scalar(u"select Name from TagS where Code=3"_s).toString();
+    const auto actions = menu->actions();
+    for (QAction *action : actions)
+        if (action->text() == name)
+            QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(action).center());
+    QCOMPARE(stored(), u"1,3"_s);
+    QTRY_COMPARE(chips().size(), 1);
+
+    // Several marked goods show a line each, to look at.
+    screen.Activate();
+    screen.grid.setFocus();
+    screen.Press({Qt::Key_Insert, Qt::Key_Insert});
+    const auto panels = [&] { return screen.list.findChildren<host::TagsPanel *>(); };
+    QTRY_COMPARE(panels().size(), 2);
+    QVERIFY(panels().first()->isReadOnly() && panels().last()->isReadOnly());
+    screen.grid.ClearMarks();
+    QVERIFY(screen.grid.Locate(u"110001"_s));
+    QTRY_COMPARE(panels().size(), 1);
     screen.host.permissions.Deny(TSoftwarePart::Goods, TPermission::Change);
     test::Find<QToolButton>(&screen.list, u"Tag_1"_s).click();
-    QCOMPARE(screen.database.Scalar(u"select tags from GoodInf where Code=110001"_s).toString(), u"1"_s);
+    QCOMPARE(stored(), u"1,3"_s);
     QTRY_VERIFY(screen.list.findChild<QWidget *>(u"Tag_1"_s));
     test::Press(Qt::Key_Escape);
 }
