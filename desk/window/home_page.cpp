@@ -12,8 +12,8 @@ namespace desk {
 
 namespace {
 
-constexpr int TilesAcross = 4;
-constexpr QSize TileSize(188, 116);
+constexpr int TilesAcross = 3;
+constexpr QSize TileSize(210, 112);
 constexpr QSize TileIcon(40, 40);
 
 QLabel *MakeLabel(const QString &objectName, double points, bool bold, const QColor &color, QWidget *parent)

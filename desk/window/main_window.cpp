@@ -49,9 +49,9 @@ MainWindow::MainWindow(DeskHost &desk, GoodsModule &module, const QString &datab
     AddMenus();
     AddToolBar();
     AddStatusLine();
-    home_ = new HomePage({Command(u"GoodsList_ACT"_qs), Command(u"NewGood_ACT"_qs), Command(u"Choose_ACT"_qs),
+    home_ = new HomePage({Command(u"GoodsList_ACT"_qs), Command(u"NewGood_ACT"_qs), Command(u"DetailTypes_ACT"_qs),
                           Command(u"Groups_ACT"_qs), Command(u"Stores_ACT"_qs), Command(u"Units_ACT"_qs),
-                          Command(u"Rights_ACT"_qs), Command(u"Settings_ACT"_qs)});
+                          Command(u"Choose_ACT"_qs), Command(u"Rights_ACT"_qs), Command(u"Settings_ACT"_qs)});
     pages_->addTab(home_, u"آغاز"_qs);
     connect(pages_, &QTabWidget::currentChanged, this, [this] { ShowStatus(); });
     desk_.SetMainWindow(this);
@@ -268,12 +268,15 @@ void MainWindow::ChangeUser()
     dialog.resize(360, dialog.sizeHint().height());
     if (dialog.exec() != QDialog::Accepted)
         return;
-    const auto chosen = names.indexOf(dialog.textValue());
-    if (chosen >= 0 && desk_.settings.SignIn(codes.at(chosen)))
+    const int chosen = codes.value(names.indexOf(dialog.textValue()), desk_.settings.UserInfo().Code);
+    // What is open shows what the former user may see, and keeps its layout for that user.
+    if (chosen == desk_.settings.UserInfo().Code || !CloseScreens())
+        return;
+    if (desk_.settings.SignIn(chosen))
         statusBar()->showMessage(u"کاربر تغییر کرد."_qs, 3000);
 }
 
-void MainWindow::closeEvent(QCloseEvent *event)
+bool MainWindow::CloseScreens()
 {
     const auto screens = pages_->findChildren<host::TBaseDock_FRM *>();
     for (host::TBaseDock_FRM *screen : screens) {
@@ -282,11 +285,18 @@ void MainWindow::closeEvent(QCloseEvent *event)
         screen->reject();
         if (screen->IsShowing()) {
             pages_->setCurrentWidget(screen);
-            event->ignore();
-            return;
+            return false;
         }
     }
-    QMainWindow::closeEvent(event);
+    return true;
+}
+
+void MainWindow::closeEvent(QCloseEvent *event)
+{
+    if (CloseScreens())
+        QMainWindow::closeEvent(event);
+    else
+        event->ignore();
 }
 
 } // namespace desk

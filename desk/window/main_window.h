@@ -30,7 +30,7 @@ public:
     QAction *Command(const QString &objectName) const;
 
 protected:
-    /// Closes every screen first; one that stays (a change not saved) keeps the window.
+    /// Closes every screen first; one that stays keeps the window.
     void closeEvent(QCloseEvent *event) override;
 
 private:
@@ -50,6 +50,8 @@ private:
     void OpenRights();
     void OpenSettings();
     void ChangeUser();
+    /// False when a screen stays, because of a change that is not saved; that one is brought to the front.
+    bool CloseScreens();
     bool MayOpenList(host::TSoftwarePart part);
     bool MayManage();
 

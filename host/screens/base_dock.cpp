@@ -157,9 +157,12 @@ bool TBaseDock_FRM::ShowDocked()
     if (!Begin())
         return false;
     setWindowModality(Qt::NonModal);
-    EnterDock();
+    QWidget *first = focusWidget();
+    EnterDock(); // a page or a dock that comes to the front does not take the keyboard along
     show();
     activateWindow();
+    if (first)
+        first->setFocus(Qt::OtherFocusReason);
     return true;
 }
 

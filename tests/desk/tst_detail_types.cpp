@@ -1,14 +1,8 @@
 // The menu entry of detail types, through the module that the desk loads.
 
-#include "desk/application/goods_module.h"
-#include "desk/window/main_window.h"
 #include "host/controls/grid.h"
-#include "tests/desk/desk_fixture.h"
-#include "tests/support/modal.h"
+#include "tests/desk/window_fixture.h"
 #include "tests/support/test_main.h"
-
-#include <QtGui/QAction>
-#include <QtTest/QtTest>
 
 class TestDetailTypesMenu : public QObject
 {
@@ -20,29 +14,6 @@ private slots:
 };
 
 namespace {
-
-/// The desk with its window and the loaded module.
-struct Shop
-{
-    test::Desk t;
-    desk::GoodsModule module;
-    std::unique_ptr<desk::MainWindow> window;
-
-    Shop()
-    {
-        host::install(t.desk.host);
-        if (!module.Load())
-            qFatal("%s", qPrintable(module.ErrorText()));
-        window = std::make_unique<desk::MainWindow>(t.desk, module, u"test"_qs);
-        test::Show(*window);
-    }
-    ~Shop()
-    {
-        window.reset();
-        module.Unload();
-    }
-    void Open() const { window->Command(u"DetailTypes_ACT"_qs)->trigger(); }
-};
 
 void StandOn(QWidget *list, const QString &grid, const QString &key)
 {
@@ -58,12 +29,12 @@ void StandOn(QWidget *list, const QString &grid, const QString &key)
 
 void TestDetailTypesMenu::opensTheListAndChoosesMembers()
 {
-    const Shop shop;
+    const test::DeskWindow shop;
     const test::Database &database = shop.t.database;
     database.Exec(u"insert DetailTypes_SelectedLists(Code, Title) values (900, N'آزمایش')"_qs);
     const QString serial = database.Scalar(u"select min(ID) from DetailTypes where DetailType = 3"_qs).toString();
     const QString number = database.Scalar(u"select min(ID) from DetailTypes where DetailType = 4"_qs).toString();
-    test::Drive([&] { shop.Open(); },
+    test::Drive([&] { shop.Run(u"DetailTypes_ACT"_qs); },
                 [&](QWidget *list) {
                     test::Press(Qt::Key_Tab, Qt::ControlModifier);
                     StandOn(list, u"SelectedList_List_DBTableView1"_qs, u"900"_qs);
@@ -86,9 +57,9 @@ void TestDetailTypesMenu::opensTheListAndChoosesMembers()
 
 void TestDetailTypesMenu::needsTheRight()
 {
-    const Shop shop;
+    const test::DeskWindow shop;
     shop.t.database.Exec(u"delete from UserRights where SoftwarePart = 513 and Permission = 6"_qs);
-    test::Drive([&] { shop.Open(); },
+    test::Drive([&] { shop.Run(u"DetailTypes_ACT"_qs); },
                 [](QWidget *message) {
                     QVERIFY(!message->findChild<host::Grid *>());
                     test::Press(Qt::Key_Escape);

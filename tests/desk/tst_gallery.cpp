@@ -1,0 +1,169 @@
+#include "desk/gallery/photo_gallery.h"
+#include "host/data/query.h"
+#include "tests/desk/desk_fixture.h"
+#include "tests/support/modal.h"
+#include "tests/support/test_main.h"
+
+#include <QtGui/QImage>
+#include <QtTest/QtTest>
+#include <QtWidgets/QFileDialog>
+#include <QtWidgets/QListWidget>
+#include <QtWidgets/QMessageBox>
+
+using host::TSoftwarePart;
+
+/// The photos of a good, worked by keys.
+class TestGallery : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void photosAreAddedOrderedAndDeleted();
+    void onlyPicturesAreTaken();
+    void needsTheRight();
+
+private:
+    static constexpr int Good = 110001;
+
+    struct Fixture : test::Desk
+    {
+        QTemporaryDir folder;
+
+        Fixture() { database.Exec(u"delete from PhotoGallery where Id_pic = %1 and GRPCode = 102"_qs.arg(Good)); }
+        /// A file with a picture of one colour.
+        QString File(const QString &name, const QSize &size, const QColor &color) const
+        {
+            QImage image(size, QImage::Format_RGB32);
+            image.fill(color);
+            const QString path = folder.filePath(name);
+            if (!image.save(path))
+                qFatal("%s cannot be written", qPrintable(path));
+            return path;
+        }
+        void Open() { desk.photos.Open_Gallery(TSoftwarePart::Goods, Good); }
+        /// F4, and the name of a file in the dialog that opens.
+        static void Add(QWidget *gallery, const QString &path)
+        {
+            test::Focus(gallery, u"Photos_LST"_qs);
+            test::Drive([] { test::Press(Qt::Key_F4); },
+                        [&](QWidget *dialog) {
+                            QVERIFY(qobject_cast<QFileDialog *>(dialog));
+                            test::Type(path);
+                            test::Press(Qt::Key_Return);
+                        });
+            Regain(gallery);
+        }
+        static void Regain(QWidget *gallery)
+        {
+            gallery->activateWindow();
+            QTRY_VERIFY(gallery->isActiveWindow());
+            test::Focus(gallery, u"Photos_LST"_qs);
+        }
+        /// The colours of the stored pictures, in their order.
+        QStringList Colors(int temporary) const
+        {
+            QStringList colors;
+            for (host::Query rows(database.Main(), u"select Picture from PhotoGallery where Id_pic = %1 and tmp = %2 "
+                                                   "order by Radif"_qs.arg(Good)
+                                                       .arg(temporary));
+                 !rows.Eof(); rows.Next()) {
+                const QImage image = QImage::fromData(rows.Value(u"Picture").toByteArray());
+                const QColor color = image.pixelColor(image.rect().center());
+                colors << (color.red() > 128    ? u"red"_qs
+                           : color.green() > 96 ? u"green"_qs
+                                                : u"blue"_qs) +
+                              u" %1x%2"_qs.arg(image.width()).arg(image.height());
+            }
+            return colors;
+        }
+    };
+};
+
+void TestGallery::photosAreAddedOrderedAndDeleted()
+{
+    Fixture t;
+    const QString red = t.File(u"red.png"_qs, {40, 30}, Qt::red);
+    const QString green = t.File(u"a 'green' one.jpg"_qs, {30, 40}, QColor(0, 200, 0));
+    const QString blue = t.File(u"آبی.bmp"_qs, {3200, 800}, Qt::blue);
+    test::Drive([&] { t.Open(); },
+                [&](QWidget *gallery) {
+                    for (const QString &file : {red, green, blue})
+                        Fixture::Add(gallery, file);
+                    test::Picture(*gallery, u"gallery"_qs);
+                    auto &photos = test::Find<QListWidget>(gallery, u"Photos_LST"_qs);
+                    QCOMPARE(photos.count(), 3);
+                    QCOMPARE(photos.currentRow(), 2); // the one that came last
+                    // Too large a picture is made smaller.
+                    QCOMPARE(t.Colors(1), (QStringList{u"red 40x30"_qs, u"green 30x40"_qs, u"blue 1600x400"_qs}));
+                    QCOMPARE(t.desk.photos.Photos(TSoftwarePart::Goods, Good).size(),
+                             0); // not before the good is saved
+
+                    test::Press(Qt::Key_Up, Qt::ControlModifier);
+                    test::Press(Qt::Key_Up, Qt::ControlModifier);
+                    test::Press(Qt::Key_Up, Qt::ControlModifier); // it is the first already
+                    QCOMPARE(photos.currentRow(), 0);
+                    test::Press(Qt::Key_Down, Qt::ControlModifier);
+                    QCOMPARE(t.Colors(1), (QStringList{u"red 40x30"_qs, u"blue 1600x400"_qs, u"green 30x40"_qs}));
+
+                    const auto remove = [&](const QList<Qt::Key> &answer) {
+                        test::Drive([] { test::Press(Qt::Key_F7); },
+                                    [&](QWidget *question) {
+                                        QVERIFY(qobject_cast<QMessageBox *>(question));
+                                        for (const Qt::Key key : answer)
+                                            test::Press(key);
+                                    });
+                        Fixture::Regain(gallery);
+                    };
+                    remove({Qt::Key_Escape});
+                    QCOMPARE(photos.count(), 3);
+                    remove({Qt::Key_Tab, Qt::Key_Space});
+                    QCOMPARE(t.Colors(1), (QStringList{u"red 40x30"_qs, u"green 30x40"_qs}));
+                    QCOMPARE(photos.currentRow(), 1);
+                    test::Press(Qt::Key_Escape);
+                });
+    t.database.Exec(u"update PhotoGallery set tmp = 0 where Id_pic = %1"_qs.arg(Good));
+    QCOMPARE(t.desk.photos.Photos(TSoftwarePart::Goods, Good).size(), 2);
+    QCOMPARE(t.desk.photos.Photos(TSoftwarePart::Units, Good).size(), 0);
+}
+
+void TestGallery::onlyPicturesAreTaken()
+{
+    Fixture t;
+    const QString path = t.folder.filePath(u"قیمت.png"_qs);
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.write("no picture at all") > 0);
+    file.close();
+    test::Drive([&] { t.Open(); },
+                [&](QWidget *gallery) {
+                    auto *photos = qobject_cast<desk::TPhotoGallery_FRM *>(gallery);
+                    QVERIFY(photos);
+                    test::Drive([&] { photos->AddFile(path); },
+                                [](QWidget *box) {
+                                    const auto *message = qobject_cast<QMessageBox *>(box);
+                                    QVERIFY(message && message->text().contains(u"قیمت.png"));
+                                    test::Press(Qt::Key_Return);
+                                });
+                    Fixture::Regain(gallery);
+                    QCOMPARE(test::Find<QListWidget>(gallery, u"Photos_LST"_qs).count(), 0);
+                    // Nothing to delete, nothing to move.
+                    test::Press(Qt::Key_F7);
+                    test::Press(Qt::Key_Up, Qt::ControlModifier);
+                    test::Press(Qt::Key_Escape);
+                });
+    QCOMPARE(t.Colors(1), QStringList());
+}
+
+void TestGallery::needsTheRight()
+{
+    Fixture t;
+    t.database.Exec(u"delete from UserRights where SoftwarePart = 102 and Permission = 10"_qs);
+    QVERIFY(t.desk.settings.SignIn(2));
+    test::Drive([&] { t.Open(); },
+                [](QWidget *message) {
+                    QVERIFY(qobject_cast<QMessageBox *>(message));
+                    test::Press(Qt::Key_Escape);
+                });
+}
+
+REGISTER_TEST(TestGallery)
+#include "tst_gallery.moc"

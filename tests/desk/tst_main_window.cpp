@@ -1,0 +1,143 @@
+// Pages of the main window: the goods lists that dock in it, and what becomes of them when the user changes.
+
+#include "host/controls/grid.h"
+#include "tests/desk/window_fixture.h"
+#include "tests/support/test_main.h"
+
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QMessageBox>
+#include <QtWidgets/QToolButton>
+
+namespace {
+
+/// Goods of the list on the page that is shown.
+int GoodsShown(const test::DeskWindow &shop)
+{
+    auto &grid = test::Find<host::Grid>(shop.pages->currentWidget(), u"GoodListDB_GRD"_qs);
+    return static_cast<int>(grid.ShownKeys().size());
+}
+
+/// Another user is chosen, so many lines below the present one.
+void ChangeUser(const test::DeskWindow &shop, int down)
+{
+    test::Drive([&] { shop.Run(u"User_ACT"_qs); },
+                [&](QWidget *) {
+                    for (int i = 0; i < down; ++i)
+                        test::Press(Qt::Key_Down);
+                    test::Press(Qt::Key_Return);
+                });
+    shop.Regain();
+}
+
+/// Closes the message that stands over the window, after a look at its text.
+void Dismiss(QWidget *box, const QString &says)
+{
+    const auto *message = qobject_cast<QMessageBox *>(box);
+    QVERIFY(message);
+    QVERIFY2(message->text().contains(says), qPrintable(message->text()));
+    test::Press(Qt::Key_Return);
+}
+
+} // namespace
+
+class TestMainWindow : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void goodsListsDock();
+    void everyTileRuns();
+    void anotherUserBeginsAnew();
+};
+
+/// Two lists stand side by side as pages, a third one is refused; each closes by its own keys.
+void TestMainWindow::goodsListsDock()
+{
+    const test::DeskWindow shop;
+    shop.Run(u"GoodsList_ACT"_qs);
+    QCOMPARE(shop.pages->count(), 2);
+    QCOMPARE(shop.pages->tabText(1), u"لیست کالاها"_qs);
+    QWidget *first = shop.pages->currentWidget();
+    QCOMPARE(test::Focused(), u"GoodListDB_GRD"_qs);
+    QVERIFY(first->isVisible() && !first->isWindow());
+    shop.Run(u"GoodsList_ACT"_qs);
+    QCOMPARE(shop.pages->count(), 3);
+    test::Drive([&] { shop.Run(u"GoodsList_ACT"_qs); },
+                [](QWidget *box) { Dismiss(box, u"امکان نمایش مجدد لیست کالاها وجود ندارد."_qs); });
+    shop.Regain();
+
+    shop.pages->setCurrentWidget(first);
+    test::Focus(first, u"GoodListDB_GRD"_qs);
+    test::Press(Qt::Key_Escape);
+    QCOMPARE(shop.pages->count(), 2);
+    QVERIFY(shop.pages->currentWidget() != first);
+    shop.Run(u"GoodsList_ACT"_qs); // its place is free again
+    QCOMPARE(shop.pages->count(), 3);
+    QCOMPARE(shop.pages->currentWidget(), first);
+    shop.window->close();
+    QCOMPARE(shop.pages->count(), 1);
+    QVERIFY(!shop.window->isVisible());
+}
+
+/// A command of the module, of the base data and of the system each stand on the first page.
+void TestMainWindow::everyTileRuns()
+{
+    const test::DeskWindow shop;
+    QStringList tiles;
+    const auto buttons = shop.pages->widget(0)->findChildren<QToolButton *>();
+    for (const QToolButton *tile : buttons)
+        if (tile->isVisible())
+            tiles << tile->objectName().section(u"_ACT"_qs, 0, 0);
+    QCOMPARE(tiles, (QStringList{u"GoodsList"_qs, u"NewGood"_qs, u"DetailTypes"_qs, u"Groups"_qs, u"Stores"_qs,
+                                 u"Units"_qs, u"Choose"_qs, u"Rights"_qs, u"Settings"_qs}));
+    for (const QString &tile : tiles) {
+        auto &button = test::Find<QToolButton>(shop.window.get(), tile + u"_ACT_Tile"_qs);
+        const auto press = [&button] {
+            button.setFocus();
+            test::Press(Qt::Key_Space);
+        };
+        if (tile == u"GoodsList" || tile == u"Choose") {
+            press();
+            QCOMPARE(shop.pages->count(), 2);
+            test::Press(Qt::Key_Escape);
+        } else {
+            test::Drive(press, [](QWidget *) { test::Press(Qt::Key_Escape); });
+            shop.Regain();
+        }
+        QCOMPARE(shop.pages->count(), 1);
+    }
+}
+
+/// What the former user had open is closed: the next one sees the goods, and has the rights, that are his.
+void TestMainWindow::anotherUserBeginsAnew()
+{
+    const test::DeskWindow shop;
+    shop.t.database.Exec(u"update Users set ManageType = 0 where Code = 2 "
+                         "insert into UserDeniedGroups (UserCode, GrpCode) values (2, 15) "
+                         "delete from UserRights where UserCode = 2 "
+                         "insert into UserRights (UserCode, SoftwarePart, Permission) values (2, 102, 6)"_qs);
+    const auto &user = test::Find<QLabel>(shop.window.get(), u"User_LBL"_qs);
+    const QString manager = user.text();
+    shop.Run(u"GoodsList_ACT"_qs);
+    const int all = GoodsShown(shop);
+    ChangeUser(shop, 0); // the same user again
+    QCOMPARE(user.text(), manager);
+    QCOMPARE(shop.pages->count(), 2);
+
+    ChangeUser(shop, 1);
+    QVERIFY(user.text() != manager);
+    QCOMPARE(shop.t.desk.settings.UserInfo().Code, 2);
+    QCOMPARE(shop.pages->count(), 1);
+    shop.Run(u"GoodsList_ACT"_qs);
+    const int denied = shop.t.database.Scalar(u"select count(*) from GoodInf where GrpCode = 15"_qs).toInt();
+    QVERIFY(denied > 0);
+    QCOMPARE(GoodsShown(shop), all - denied);
+    test::Drive([] { test::Press(Qt::Key_F7); }, [](QWidget *box) { Dismiss(box, u"حذف"_qs); });
+    shop.Regain();
+    test::Drive([&] { shop.Run(u"Rights_ACT"_qs); }, [](QWidget *box) { Dismiss(box, u"تغییر دسترسی"_qs); });
+    shop.Regain();
+    shop.window->close();
+}
+
+REGISTER_TEST(TestMainWindow)
+#include "tst_main_window.moc"

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "desk/application/goods_module.h"
+#include "desk/window/main_window.h"
+#include "tests/desk/desk_fixture.h"
+#include "tests/support/modal.h"
+
+#include <QtGui/QAction>
+#include <QtTest/QtTest>
+#include <QtWidgets/QTabWidget>
+
+namespace test {
+
+/// The desk with its window and the module that it loads at run time.
+struct DeskWindow
+{
+    Desk t;
+    desk::GoodsModule module;
+    std::unique_ptr<desk::MainWindow> window;
+    QTabWidget *pages = nullptr;
+
+    DeskWindow()
+    {
+        host::install(t.desk.host);
+        if (!module.Load())
+            qFatal("%s", qPrintable(module.ErrorText()));
+        window = std::make_unique<desk::MainWindow>(t.desk, module, u"test"_qs);
+        pages = &Find<QTabWidget>(window.get(), u"Pages"_qs);
+        Show(*window);
+    }
+    ~DeskWindow()
+    {
+        window.reset();
+        module.Unload();
+    }
+    DeskWindow(const DeskWindow &) = delete;
+    DeskWindow &operator=(const DeskWindow &) = delete;
+
+    void Run(const QString &command) const { window->Command(command)->trigger(); }
+    /// No window manager gives the keyboard back after a modal screen.
+    void Regain() const
+    {
+        window->activateWindow();
+        QTRY_VERIFY(window->isActiveWindow());
+    }
+};
+
+} // namespace test
