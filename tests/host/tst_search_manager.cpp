@@ -1,0 +1,114 @@
+#include "host/data/database_error.h"
+#include "host/data/dataset.h"
+#include "host/screens/search_manager.h"
+#include "tests/support/database.h"
+#include "tests/support/test_main.h"
+
+#include <QtTest/QtTest>
+
+using namespace Qt::StringLiterals;
+
+/// A list that is put together from a script and its filters.
+class TestSearchManager : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void statement_data();
+    void statement();
+    void runsAgainForColumnsItLacks();
+    void comesInBlocks();
+    void errorKeepsTheRows();
+};
+
+using Filters = QList<std::pair<QString, QString>>;
+
+void TestSearchManager::statement_data()
+{
+    QTest::addColumn<Filters>("filters"); // set one after the other
+    QTest::addColumn<QStringList>("custom");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("the script alone") << Filters() << QStringList() << u"Exec P "_s;
+    QTest::newRow("the screen's own come last")
+        << Filters{{u"b"_s, u"@B = 2"_s}, {u"a"_s, u"@A = 1"_s}} << QStringList{u"@C = 3"_s, u"@D = 4"_s}
+        << u"Exec P @B = 2,@A = 1,@C = 3,@D = 4"_s;
+    QTest::newRow("set again, it keeps its place")
+        << Filters{{u"b"_s, u"@B = 2"_s}, {u"a"_s, u"@A = 1"_s}, {u"b"_s, u"@B = 5"_s}} << QStringList()
+        << u"Exec P @B = 5,@A = 1"_s;
+    QTest::newRow("an empty one is taken out") << Filters{{u"b"_s, u"@B = 2"_s}, {u"a"_s, u"@A = 1"_s}, {u"b"_s, u""_s}}
+                                               << QStringList{u" "_s} << u"Exec P @A = 1"_s;
+    QTest::newRow("commas at the ends are not doubled")
+        << Filters{{u"a"_s, u",@A = 1,"_s}} << QStringList{u", @B = ',2,' ,"_s} << u"Exec P @A = 1,@B = ',2,'"_s;
+}
+
+void TestSearchManager::statement()
+{
+    QFETCH(Filters, filters);
+    QFETCH(QStringList, custom);
+    host::TVelakSearchManager list{QSqlDatabase()};
+    list.SetScript(u"Exec P "_s);
+    for (const auto &[name, text] : filters)
+        list.SetFilter(name, text);
+    list.SetCustomFilter([&custom] { return custom; });
+    QTEST(list.Statement(), "expected");
+}
+
+void TestSearchManager::runsAgainForColumnsItLacks()
+{
+    const test::Database database(test::Database::Content::Demo);
+    host::TVelakSearchManager list(database.GoodsList());
+    list.SetScript(u"Exec GoodInf_List_SP "_s);
+    list.SetCustomFilter([&list] { return QStringList{u"@RequestedCol = '%1'"_s.arg(list.RequestedColumns())}; });
+    QSignalSpy executed(&list, &host::TVelakSearchManager::Executed);
+    list.SetRequestedColumns({u"Code"_s, u"Name"_s, u"Cost1"_s});
+    QCOMPARE(executed.size(), 0); // it is not open yet
+    list.Run();
+    QCOMPARE(executed.size(), 1);
+    QVERIFY(list.Data().FieldAt(0, u"UnitName1").isNull());
+    list.SetRequestedColumns({u"Cost1"_s, u"Name"_s});
+    list.SetRequestedColumns({u"Name"_s, u"Code"_s, u"Cost1"_s});
+    QCOMPARE(executed.size(), 1); // it has them all
+    list.SetRequestedColumns({u"Name"_s, u"UnitName1"_s});
+    QCOMPARE(executed.size(), 2);
+    QVERIFY(!list.Data().FieldAt(0, u"UnitName1").isNull());
+    list.Data().Close();
+    list.SetRequestedColumns({u"Name"_s, u"UnitName2"_s});
+    QCOMPARE(executed.size(), 2);
+}
+
+void TestSearchManager::comesInBlocks()
+{
+    const test::Database database(test::Database::Content::Demo);
+    host::TVelakSearchManager list(database.GoodsList());
+    list.SetScript(u"select top 2500 "_s);
+    list.SetFilter(u"goods"_s, u"a.Code"_s);
+    list.SetCustomFilter([] { return QStringList{u"b.Name from GoodInf a cross join GoodInf b order by a.Code"_s}; });
+    list.Run();
+    QList<int> counts{list.Data().RecordCount()};
+    while (list.Data().canFetchMore({})) {
+        list.Data().fetchMore({});
+        counts << list.Data().RecordCount();
+    }
+    QCOMPARE(counts, (QList<int>{1000, 2000, 2500}));
+}
+
+void TestSearchManager::errorKeepsTheRows()
+{
+    const test::Database database(test::Database::Content::Demo);
+    host::TVelakSearchManager list(database.GoodsList());
+    list.SetScript(u"Exec GoodInf_List_SP "_s);
+    list.Run();
+    const int rows = list.Data().RecordCount();
+    QVERIFY(rows > 0);
+    list.SetFilter(u"wrong"_s, u"@NoSuchParameter = 1"_s);
+    QSignalSpy executed(&list, &host::TVelakSearchManager::Executed);
+    QVERIFY_THROWS_EXCEPTION(host::DatabaseError, list.Run());
+    QCOMPARE(executed.size(), 0);
+    QCOMPARE(list.Data().RecordCount(), rows);
+    list.SetFilter(u"wrong"_s, {});
+    list.Run();
+    QCOMPARE(list.Data().RecordCount(), rows);
+}
+
+REGISTER_TEST(TestSearchManager)
+#include "tst_search_manager.moc"
