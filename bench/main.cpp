@@ -5,6 +5,7 @@
 #include "bench/report.h"
 #include "bench/shop.h"
 
+#include "host/controls/grid.h"
 #include "host/data/query.h"
 #include "host/screens/theme.h"
 #include "screens/good_editor/good_get.h"
@@ -66,6 +67,35 @@ void readRows(Report &report, Shop &shop, const Floor &floor)
         [&] { floor.read(ListSelect); });
 }
 
+/// A list in an order of the user's: how long the order takes, and the list when it runs again.
+void orderList(Report &report, TGood_List_FRM &list)
+{
+    auto *grid = list.findChild<host::Grid *>(QStringLiteral("GoodListDB_GRD"));
+    auto *stock = list.findChild<QTabBar *>(QStringLiteral("Search_TBC"));
+    const auto again = [&] {
+        stock->setCurrentIndex(stock->currentIndex() == 1 ? 2 : 1);
+        QCoreApplication::processEvents();
+        grid->viewport()->grab();
+    };
+    const auto complete = [&] {
+        while (!grid->IsComplete())
+            QTest::qWait(1);
+    };
+    for (const QString &field : {QStringLiteral("Cost1"), QStringLiteral("Name")}) {
+        complete();
+        report.measure(QStringLiteral("goods list, ordered by ") + field, 3, {}, [&] { grid->SortBy(field); });
+        report.measure(QStringLiteral("goods list, run again while ordered by ") + field, 3, {}, again);
+    }
+    grid->SortBy({});
+    again();
+    complete();
+    const QString last = grid->ShownKeys().constLast();
+    report.measure(QStringLiteral("goods list, run again and found the last good"), 3, {}, [&] {
+        again();
+        grid->Locate(last);
+    });
+}
+
 void useList(Report &report, Shop &shop, const Floor &floor)
 {
     const QByteArray block = QByteArray(ListSelect) + " LIMIT 1000";
@@ -116,6 +146,8 @@ void useList(Report &report, Shop &shop, const Floor &floor)
                 {},
                 50,
                 static_cast<double>(host::StatementsSent() - before) / static_cast<double>(typed.size())});
+    QMetaObject::invokeMethod(edit, "clear");
+    orderList(report, list);
     list.close();
 }
 
