@@ -3,6 +3,7 @@
 #include "host/screens/theme.h"
 
 #include <QtGui/QAction>
+#include <QtGui/QKeyEvent>
 #include <QtWidgets/QGridLayout>
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLabel>
@@ -27,9 +28,25 @@ QLabel *MakeLabel(const QString &objectName, double points, bool bold, const QCo
     return label;
 }
 
+/// A button that Enter presses as well as the space bar.
+class Tile : public QToolButton
+{
+public:
+    using QToolButton::QToolButton;
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override
+    {
+        if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+            click();
+        else
+            QToolButton::keyPressEvent(event);
+    }
+};
+
 QToolButton *MakeTile(QAction *command, QWidget *parent)
 {
-    auto *tile = new QToolButton(parent);
+    auto *tile = new Tile(parent);
     tile->setDefaultAction(command);
     tile->setObjectName(command->objectName() + u"_Tile"_qs);
     tile->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
@@ -57,6 +74,8 @@ HomePage::HomePage(const QList<QAction *> &commands, QWidget *parent) : QWidget(
     tiles->setSpacing(14);
     for (int i = 0; i < commands.size(); ++i)
         tiles->addWidget(MakeTile(commands.at(i), this), i / TilesAcross, i % TilesAcross);
+    if (QLayoutItem *first = tiles->itemAt(0))
+        first->widget()->setFocus(Qt::OtherFocusReason);
 
     auto *column = new QVBoxLayout;
     column->setSpacing(6);

@@ -53,7 +53,8 @@ MainWindow::MainWindow(DeskHost &desk, GoodsModule &module, const QString &datab
                           Command(u"Groups_ACT"_qs), Command(u"Stores_ACT"_qs), Command(u"Units_ACT"_qs),
                           Command(u"Choose_ACT"_qs), Command(u"Rights_ACT"_qs), Command(u"Settings_ACT"_qs)});
     pages_->addTab(home_, u"آغاز"_qs);
-    connect(pages_, &QTabWidget::currentChanged, this, [this] { ShowStatus(); });
+    pages_->tabBar()->setFocusPolicy(Qt::NoFocus); // the keys belong to the page
+    connect(pages_, &QTabWidget::currentChanged, this, [this] { EnterPage(); });
     desk_.SetMainWindow(this);
     ShowStatus();
 }
@@ -165,6 +166,15 @@ void MainWindow::AddStatusLine()
     statusBar()->addWidget(user_);
     statusBar()->addWidget(database);
     statusBar()->addPermanentWidget(date_);
+}
+
+// Whoever comes back to a page goes on where they were.
+void MainWindow::EnterPage()
+{
+    ShowStatus();
+    QWidget *page = pages_->currentWidget();
+    if (QWidget *last = page->focusWidget())
+        last->setFocus(Qt::OtherFocusReason);
 }
 
 void MainWindow::ShowStatus()

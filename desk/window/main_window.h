@@ -41,6 +41,7 @@ private:
     QAction *AddCommand(const QString &objectName, const QString &caption, int glyph, const QKeySequence &key,
                         std::function<void()> run);
     void ShowStatus();
+    void EnterPage();
 
     void OpenGoodsList();
     void NewGood();

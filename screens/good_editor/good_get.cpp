@@ -165,6 +165,11 @@ void TGood_Get_FRM::Prepare()
     categories_->Open(code, true);
     details_->OpenNew(code);
     ApplyOpeningLock();
+    // Each record begins at the first control of each tab, not where the last one was left.
+    for (int index = 0; index < ui_->PageControl1->count(); ++index) {
+        if (QWidget *last = ui_->PageControl1->widget(index)->focusWidget())
+            last->clearFocus();
+    }
 }
 
 void TGood_Get_FRM::Load()

@@ -46,6 +46,8 @@ class TestMainWindow : public QObject
 
 private slots:
     void goodsListsDock();
+    void pagesGiveTheKeysBack();
+    void aScanReachesTheListThatWasJustOpened();
     void everyTileRuns();
     void anotherUserBeginsAnew();
 };
@@ -77,6 +79,38 @@ void TestMainWindow::goodsListsDock()
     shop.window->close();
     QCOMPARE(shop.pages->count(), 1);
     QVERIFY(!shop.window->isVisible());
+}
+
+/// Coming to a page, by its tab or because another one closed, goes on where that page was left.
+void TestMainWindow::pagesGiveTheKeysBack()
+{
+    const test::DeskWindow shop;
+    QCOMPARE(test::Focused(), u"GoodsList_ACT_Tile"_qs);
+    test::Press(Qt::Key_Left);
+    QCOMPARE(test::Focused(), u"NewGood_ACT_Tile"_qs); // the next one in a right-to-left row
+    shop.Run(u"GoodsList_ACT"_qs);
+    shop.Run(u"Choose_ACT"_qs);
+    QCOMPARE(test::Focused(), u"LocateCode_EDT"_qs);
+    shop.pages->setCurrentIndex(1);
+    QCOMPARE(test::Focused(), u"GoodListDB_GRD"_qs);
+    shop.Run(u"Choose_ACT"_qs);
+    QCOMPARE(test::Focused(), u"LocateCode_EDT"_qs);
+    test::Press(Qt::Key_Escape);
+    QCOMPARE(test::Focused(), u"GoodListDB_GRD"_qs);
+    test::Press(Qt::Key_Escape);
+    QCOMPARE(test::Focused(), u"NewGood_ACT_Tile"_qs);
+}
+
+void TestMainWindow::aScanReachesTheListThatWasJustOpened()
+{
+    const test::DeskWindow shop;
+    test::Press(Qt::Key_Return); // on the tile
+    test::Type(u"6261100011011"_qs);
+    test::Press(Qt::Key_Return);
+    const auto &grid = test::Find<host::Grid>(shop.window.get(), u"GoodListDB_GRD"_qs);
+    QTRY_COMPARE(grid.RowCount(), 1);
+    QCOMPARE(grid.CurrentKey(), u"110001"_qs);
+    // The window goes with the list still in it.
 }
 
 /// A command of the module, of the base data and of the system each stand on the first page.

@@ -55,6 +55,8 @@ private slots:
             QCOMPARE(test::Focused(), u"Name_EDT"_qs);
             QCOMPARE(test::Find<QLineEdit>(screen, u"Code_EDT"_qs).text(), u"500002"_qs);
             QCOMPARE(test::Find<QLineEdit>(screen, u"BarCode1_EDT"_qs).text(), QString());
+            test::Press(Qt::Key_3, Qt::ControlModifier);
+            QCOMPARE(test::Focused(), u"Weight_EDT"_qs); // not where the last good was left
             test::Press(Qt::Key_Escape);
         });
         QCOMPARE(f.database.Rows(u"select Code,GrpCode,Name,AbbName,Unit,AvaBgPrd,CostBgPrd,Store,SMSCode,UserCreated,"
