@@ -56,7 +56,11 @@ QString describe(const std::exception_ptr &error)
 Module::Module(host::Host &host) : host_(host)
 {}
 
-Module::~Module() = default;
+Module::~Module()
+{
+    for (const auto &list : browse_)
+        delete list.data();
+}
 
 Module &Module::instance()
 {
@@ -102,7 +106,7 @@ void Module::openGoodList()
         return;
     }
     if (!slot)
-        slot = std::make_unique<TGood_List_FRM>(host_, TFormMode::DockedList, QString());
+        slot = new TGood_List_FRM(host_, TFormMode::DockedList, QString());
     slot->SetKeyboardLayoutName(host_.keyboard.GetKeyboardLayoutName());
     slot->SetFormTheme();
     slot->SetFormMode(TFormMode::DockedList);

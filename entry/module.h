@@ -3,6 +3,8 @@
 #include "detailtypes/detail_type_choice.h"
 #include "host/host.h"
 
+#include <QtCore/QPointer>
+
 #include <array>
 #include <exception>
 #include <functional>
@@ -73,7 +75,8 @@ private:
     TGood_Get_FRM *freeEditor();
 
     host::Host &host_;
-    std::array<std::unique_ptr<TGood_List_FRM>, 2> browse_;
+    /// Docked in the host's window, which takes them along when it goes first.
+    std::array<QPointer<TGood_List_FRM>, 2> browse_;
     std::array<std::unique_ptr<TGood_List_FRM>, 3> selection_;
     std::unique_ptr<TGood_Get_FRM> editor_;
     TDetailTypes_List_FRM *detailTypes_ = nullptr; ///< while it is showing
