@@ -159,6 +159,7 @@ bool SearchFrame::eventFilter(QObject *watched, QEvent *event)
         return true;
     }
     if (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) {
+        edit->selectAll(); // the next scan takes the place of this one
         emit Accepted();
         return true;
     }

@@ -179,11 +179,14 @@ void TBaseDock_FRM::Place()
     if (m_placed)
         return;
     m_placed = true;
+    if (!testAttribute(Qt::WA_Resized))
+        adjustSize(); // a window that was never shown has no size of its own yet
     const QRect around = owner ? owner->frameGeometry() : screen()->availableGeometry();
     const QRect inside = screen()->availableGeometry();
     QRect place = QRect(QPoint(), size().boundedTo(inside.size()));
     place.moveCenter(around.center());
-    move(qMax(inside.left(), place.left()), qMax(inside.top(), place.top()));
+    move(qBound(inside.left(), place.left(), inside.right() + 1 - place.width()),
+         qBound(inside.top(), place.top(), inside.bottom() + 1 - place.height()));
 }
 
 void TBaseDock_FRM::EnterDock()
