@@ -24,6 +24,12 @@ QString RepeatedItemText()
     return u"کاربر گرامی مقدار پیشنهادی وارد شده تکراری می باشد، لطفا مقدار پیشنهادی جدید وارد نمایید"_qs;
 }
 
+QString ItemNotAddedText()
+{
+    return u"کاربر گرامی مقدار پیشنهادی نوشته شده هنوز به لیست افزوده نشده است، لطفا آن را با Enter بیفزایید و یا پاک "
+           "نمایید"_qs;
+}
+
 QString ReminderTakenText()
 {
     return u"کاربر گرامی تعدادی کالا ثبت شده اند که دارای جزئیات تاریخی با قابلیت یادآوری سررسید می "
@@ -312,7 +318,8 @@ detail_types::DetailTypeDraft TDetailTypes_Get_FRM::Draft() const
             .calendarGiven = ui_->SolarDate_RDB->isChecked() || ui_->GregorianDate_RDB->isChecked(),
             .reminder = ui_->DateAlarm_CHB->isChecked(),
             .titleOn = ui_->ToggleTitleTrue_EDT->text(),
-            .titleOff = ui_->ToggleTitleFalse_EDT->text()};
+            .titleOff = ui_->ToggleTitleFalse_EDT->text(),
+            .nextItem = ui_->RecommendValues_EDT->text()};
 }
 
 std::vector<host::Check> TDetailTypes_Get_FRM::Validate()
@@ -352,6 +359,10 @@ std::optional<Refusal> TDetailTypes_Get_FRM::RefusalOf(DetailTypeFault fault) co
         return Required(ui_->ToggleTitleFalse_EDT, u"عنوان غیر فعال"_qs);
     case DetailTypeFault::DefaultMissing:
         return Required(ui_->DefaultValue_CMB, u"مقدار پیش فرض"_qs);
+    case DetailTypeFault::ItemNotAdded:
+        return Refusal{ui_->RecommendValues_EDT, [](MessageService &messages) {
+                           messages.ShowMessage(ItemNotAddedText(), host::MessageIcon::Warning);
+                       }};
     }
     return std::nullopt;
 }

@@ -31,6 +31,8 @@ DetailTypeFault FirstFault(const DetailTypeDraft &draft, const DetailTypeFacts &
         return DetailTypeFault::OffTitleMissing;
     if (draft.kind == TDetailKind::List && draft.defaultItem < 0)
         return DetailTypeFault::DefaultMissing;
+    if (shown.items && !Blank(draft.nextItem))
+        return DetailTypeFault::ItemNotAdded;
     return DetailTypeFault::None;
 }
 

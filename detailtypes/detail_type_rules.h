@@ -18,6 +18,7 @@ struct DetailTypeDraft
     bool reminder = false;
     QString titleOn;
     QString titleOff;
+    QString nextItem; ///< typed, but not added to the list
 };
 
 /// What only the database knows; asked when its turn comes and not before.
@@ -41,6 +42,7 @@ enum class DetailTypeFault {
     OnTitleMissing,
     OffTitleMissing,
     DefaultMissing,
+    ItemNotAdded,
 };
 
 /// The first fault of a draft. A renamed type may take the title of one other type: its own stored row counts as one.

@@ -57,8 +57,10 @@ void TDetailTypes_List_FRM::BuildGrids()
     ui->TGeneral_Search_Frame1->SetGrid(ui->DetailTypes_List_GRD);
     ui->Categories_SPL->setSizes({300, 240});
 
-    for (host::Grid *grid : {ui->DetailTypes_List_GRD, ui->SelectedList_List_DBTableView1})
+    for (host::Grid *grid : {ui->DetailTypes_List_GRD, ui->SelectedList_List_DBTableView1}) {
+        grid->SetSortable(true);
         connect(grid, &host::Grid::RowActivated, this, &TDetailTypes_List_FRM::Activate);
+    }
     connect(ui->TGeneral_Search_Frame1, &host::SearchFrame::Accepted, this, [this] {
         if (Chooses())
             Activate();
@@ -153,7 +155,9 @@ void TDetailTypes_List_FRM::FormShow()
 {
     m_selectedCodes.clear();
     ui->DetailTypes_PGC->setCurrentWidget(ui->Types_TBS);
-    ui->DetailTypes_PGC->tabBar()->setVisible(!Chooses() || m_choice.Categories);
+    const bool categories = !Chooses() || m_choice.Categories;
+    ui->DetailTypes_PGC->setTabEnabled(ui->DetailTypes_PGC->indexOf(ui->SelectedLists_TBS), categories);
+    ui->DetailTypes_PGC->tabBar()->setVisible(categories);
     ui->SelectedList_List_DBTableView1->SetMultiSelect(false);
     ui->DetailTypes_List_GRD->SetMultiSelect(Chooses());
     ui->DetailTypes_List_GRD->ClearMarks();

@@ -3,6 +3,7 @@
 #include "host/controls/grid.h"
 #include "host/controls/numeric_edit.h"
 
+#include <QtCore/QCoreApplication>
 #include <QtGui/QKeyEvent>
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QComboBox>
@@ -14,6 +15,17 @@
 #include <algorithm>
 
 namespace host {
+namespace {
+
+/// Whether a key types something, as opposed to moving, marking or commanding.
+bool Types(const QKeyEvent &key)
+{
+    const auto modifiers = key.modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier);
+    const QString text = key.text();
+    return modifiers == Qt::NoModifier && !text.isEmpty() && text.front().isPrint() && text != u" ";
+}
+
+} // namespace
 
 SearchFrame::SearchFrame(QWidget *parent) : QWidget(parent)
 {
@@ -76,6 +88,7 @@ void SearchFrame::SetGrid(Grid *grid)
     m_grid = grid;
     SetColumns(grid->Columns());
     connect(this, &SearchFrame::Changed, grid, &Grid::Search);
+    grid->installEventFilter(this);
 }
 
 void SearchFrame::ColumnChosen()
@@ -138,11 +151,23 @@ void SearchFrame::Focus(const QString &field)
     static_cast<QLineEdit *>(m_edits->currentWidget())->selectAll();
 }
 
+/// What is typed on the grid goes into the edit, over what it held.
+bool SearchFrame::TypedOnGrid(QKeyEvent &key)
+{
+    if (!isVisible() || !Types(key))
+        return false;
+    Focus(m_column->currentData().toString());
+    QCoreApplication::sendEvent(m_edits->currentWidget(), &key);
+    return true;
+}
+
 bool SearchFrame::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() != QEvent::KeyPress && event->type() != QEvent::ShortcutOverride)
         return QWidget::eventFilter(watched, event);
     auto *key = static_cast<QKeyEvent *>(event);
+    if (watched == m_grid)
+        return event->type() == QEvent::KeyPress && TypedOnGrid(*key);
     auto *edit = static_cast<QLineEdit *>(watched);
     // A first Esc empties the search, a second one belongs to the screen.
     if (key->key() == Qt::Key_Escape && !edit->text().isEmpty()) {

@@ -16,7 +16,8 @@ class Grid;
 class NumericEdit;
 
 /// The search above a list (`TGeneral_Search_Frame1` on screens): the column, "reverse", and the edit that suits the
-/// column (text, number or price). Searches as the user types. Esc in the edit empties it; Down goes into the grid.
+/// column (text, number or price). Searches as the user types. Esc in the edit empties it; Down goes into the grid, and
+/// what is typed on the grid comes into the edit.
 class HOST_EXPORT SearchFrame : public QWidget
 {
     Q_OBJECT
@@ -26,7 +27,7 @@ public:
 
     /// The columns that can be chosen; the first entry of the combo searches them all.
     void SetColumns(const QList<GridColumn> &columns);
-    /// Ties the frame to a grid: its columns, its search, and Down / Enter from the edit.
+    /// Ties the frame to a grid: its columns, its search, the keys that lead from one to the other. Once per frame.
     void SetGrid(Grid *grid);
 
     SearchDescription Description() const;
@@ -46,6 +47,7 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    bool TypedOnGrid(QKeyEvent &key);
     void ColumnChosen();
     void Report();
 

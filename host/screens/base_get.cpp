@@ -22,6 +22,8 @@
 #include <QtWidgets/QTabWidget>
 #include <QtWidgets/QTextEdit>
 
+#include <algorithm>
+
 namespace host {
 namespace {
 
@@ -78,6 +80,23 @@ bool Lock(QWidget *widget, bool lock)
         return true;
     }
     return false;
+}
+
+bool BreaksLine(QChar c)
+{
+    return c == u'\n' || c == u'\r' || c == u'\t' || c == QChar::LineSeparator || c == QChar::ParagraphSeparator;
+}
+
+/// A cell copied from a sheet brings its line end along, which an edit of one line would keep unseen.
+void KeepOneLine(QLineEdit *edit)
+{
+    QString text = edit->text();
+    if (std::none_of(text.cbegin(), text.cend(), BreaksLine))
+        return;
+    while (!text.isEmpty() && BreaksLine(text.back()))
+        text.chop(1);
+    std::replace_if(text.begin(), text.end(), BreaksLine, u' ');
+    edit->setText(text);
 }
 
 bool TakesTyping(const QWidget *widget)
@@ -185,6 +204,7 @@ void TBaseGet_FRM::Watch(QWidget *input)
         connect(picker, &EntityPicker::Edited, this, changed);
         connect(picker, &EntityPicker::Changed, this, changed);
     } else if (auto *edit = qobject_cast<QLineEdit *>(input)) {
+        connect(edit, &QLineEdit::textEdited, edit, [edit] { KeepOneLine(edit); });
         connect(edit, &QLineEdit::textChanged, this, changed);
     } else if (auto *combo = qobject_cast<QComboBox *>(input)) {
         connect(combo, &QComboBox::currentIndexChanged, this, changed);

@@ -10,7 +10,6 @@
 #include <QtCore/QIODevice>
 #include <QtGui/QKeyEvent>
 #include <QtGui/QPainter>
-#include <QtWidgets/QApplication>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QVBoxLayout>
 
@@ -21,14 +20,6 @@ namespace {
 
 /// The panels follow the current good when the cursor rests, not while it runs through the rows.
 constexpr int FollowMilliseconds = 120;
-
-/// Whether a key types something, as opposed to moving or commanding.
-bool Types(const QKeyEvent &key)
-{
-    const auto modifiers = key.modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier);
-    const QString text = key.text();
-    return modifiers == Qt::NoModifier && !text.isEmpty() && text.front().isPrint() && text != " "_L1;
-}
 
 /// A framed landscape, drawn so that it follows colour and scale of the screen.
 QIcon PictureIcon(const QColor &ink)
@@ -82,7 +73,6 @@ void TGood_List_FRM::BuildGrid()
     grid->SetSortable(true);
     m_list.Data().setObjectName(u"Good_List_QRY"_s);
     grid->SetSource(&m_list.Data());
-    grid->installEventFilter(this);
     m_marks = new goods_list::TagMarks(this);
     for (int column = 0; column < grid->Columns().size(); ++column)
         if (const QString field = grid->Columns().at(column).field; field.size() == 2 && field.startsWith(u't'))
@@ -261,15 +251,4 @@ bool TGood_List_FRM::FormKeyDown(QKeyEvent *event)
         return true;
     }
     return TBaseDock_FRM::FormKeyDown(event);
-}
-
-bool TGood_List_FRM::eventFilter(QObject *watched, QEvent *event)
-{
-    if (watched == ui->GoodListDB_GRD && event->type() == QEvent::KeyPress && Types(*static_cast<QKeyEvent *>(event))) {
-        ui->TGeneral_Search_Frame1->Focus(ui->TGeneral_Search_Frame1->Description().field);
-        if (QWidget *edit = QApplication::focusWidget(); edit != nullptr && edit != watched)
-            QApplication::sendEvent(edit, event);
-        return true;
-    }
-    return TBaseDock_FRM::eventFilter(watched, event);
 }

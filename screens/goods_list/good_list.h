@@ -60,7 +60,6 @@ protected:
     void FormShow() override;
     void FormClose() override;
     bool FormKeyDown(QKeyEvent *event) override;
-    bool eventFilter(QObject *watched, QEvent *event) override;
     host::Grid *PrintedGrid() const override;
     QByteArray SaveState() const override;
     void RestoreState(const QByteArray &state) override;

@@ -125,4 +125,14 @@ inline QString Say(const QString &text)
     return u"ShowMessage("_s + text + u')';
 }
 
+// What an owner takes once only.
+inline const QString TwoForList = Say(
+    u"کاربر گرامی در یک لیست امکان وجود چند جزییات بارکدی و یا سریالی و یا وجود از هر دونوع همزمان امکان پذیر نمی باشد"_s);
+inline const QString TwoForGood = Say(
+    u"کاربر گرامی برای یک کالا امکان وجود چند جزییات بارکدی و یا سریالی و یا وجود از هر دونوع همزمان امکان پذیر نمی باشد"_s);
+inline const QString DatesForList =
+    Say(u"کاربر گرامی در یک لیست امکان انتخاب چند جزییات تاریخی دارای تیک یادآوری سررسید تاریخ امکان پذیر نمی باشد"_s);
+inline const QString DatesForGood = Say(
+    u"کاربر گرامی برای یک کالا امکان انتخاب چند جزییات تاریخی دارای تیک یادآوری سررسید تاریخ امکان پذیر نمی باشد"_s);
+
 } // namespace fixture

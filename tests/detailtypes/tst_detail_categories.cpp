@@ -3,29 +3,22 @@
 #include "tests/detailtypes/list_fixture.h"
 #include "tests/support/test_main.h"
 
+#include <QtGui/QClipboard>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QTabBar>
 #include <QtWidgets/QTabWidget>
 
 using detail_types::Choice;
+using fixture::DatesForGood;
 using fixture::Say;
 using fixture::Screen;
+using fixture::TwoForGood;
+using fixture::TwoForList;
 using host::TFormMode;
 using host::TPermission;
 using host::TSoftwarePart;
 using namespace Qt::StringLiterals;
-
-namespace {
-
-const QString TwoForList = Say(
-    u"کاربر گرامی در یک لیست امکان وجود چند جزییات بارکدی و یا سریالی و یا وجود از هر دونوع همزمان امکان پذیر نمی باشد"_s);
-const QString TwoForGood = Say(
-    u"کاربر گرامی برای یک کالا امکان وجود چند جزییات بارکدی و یا سریالی و یا وجود از هر دونوع همزمان امکان پذیر نمی باشد"_s);
-const QString DatesForGood = Say(
-    u"کاربر گرامی برای یک کالا امکان انتخاب چند جزییات تاریخی دارای تیک یادآوری سررسید تاریخ امکان پذیر نمی باشد"_s);
-
-} // namespace
 
 class TestDetailCategories : public QObject
 {
@@ -40,6 +33,8 @@ private slots:
     void categoriesAreKept();
     void categoryEditorRefuses_data();
     void categoryEditorRefuses();
+    void categoryEditorKeepsWhatIsEntered_data();
+    void categoryEditorKeepsWhatIsEntered();
 };
 
 void TestDetailCategories::choosesACategory_data()
@@ -247,6 +242,49 @@ void TestDetailCategories::categoryEditorRefuses()
         screen.Regain(u"SelectedList_List_DBTableView1"_s);
     });
     QCOMPARE(screen.database.Rows(all), before);
+}
+
+void TestDetailCategories::categoryEditorKeepsWhatIsEntered_data()
+{
+    using Act = std::function<void(Screen &, QWidget *)>;
+    QTest::addColumn<Act>("act");
+    QTest::newRow("Esc, answered no") << Act([](Screen &screen, QWidget *) {
+        screen.fakes.messages.Answer(false);
+        test::Press(Qt::Key_Escape);
+    });
+    QTest::newRow("window closed, answered no") << Act([](Screen &screen, QWidget *editor) {
+        screen.fakes.messages.Answer(false);
+        editor->close();
+    });
+    QTest::newRow("connection lost") << Act([](Screen &screen, QWidget *) {
+        QSqlDatabase main = screen.database.Main();
+        main.close();
+        test::Press(Qt::Key_F3);
+        QVERIFY(main.open());
+    });
+}
+
+void TestDetailCategories::categoryEditorKeepsWhatIsEntered()
+{
+    using Act = std::function<void(Screen &, QWidget *)>;
+    QFETCH(Act, act);
+    Screen screen;
+    screen.Open([&] {
+        screen.GoToCategory();
+        test::Drive([] { test::Press(Qt::Key_F4); },
+                    [&](QWidget *editor) {
+                        test::Type(u" یک 'دو' "_s);
+                        QGuiApplication::clipboard()->setText(u" ۱۲,۳ \n"_s);
+                        test::Focus(editor, u"Code_EDT"_s);
+                        test::Press(Qt::Key_V, Qt::ControlModifier);
+                        act(screen, editor);
+                        QCOMPARE(screen.fakes.messages.TakeAll().size(), 1);
+                        test::Press(Qt::Key_F3);
+                    });
+        screen.Regain(u"SelectedList_List_DBTableView1"_s);
+    });
+    QCOMPARE(screen.database.Rows(u"select Title from DetailTypes_SelectedLists where Code = 123"_s),
+             QStringList{u" یک 'دو' "_s});
 }
 
 REGISTER_TEST(TestDetailCategories)

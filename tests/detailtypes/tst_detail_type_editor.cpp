@@ -6,6 +6,7 @@
 #include "tests/support/test_main.h"
 
 #include <QCheckBox>
+#include <QClipboard>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -222,6 +223,16 @@ private slots:
                                      << required(u"عنوان فعال"_qs) << u"ToggleTitleTrue_EDT"_qs;
         QTest::newRow("title of off") << false << titled(u"رنگ"_qs, 7, blank(u"ToggleTitleFalse_EDT"_qs))
                                       << required(u"عنوان غیر فعال"_qs) << u"ToggleTitleFalse_EDT"_qs;
+        QTest::newRow("item not added")
+            << false
+            << titled(u"رنگ"_qs, 2,
+                      [](QWidget *screen) {
+                          AddItems(screen, {u"سفید"_qs});
+                          test::Type(u"مشکی"_qs);
+                      })
+            << u"ShowMessage(کاربر گرامی مقدار پیشنهادی نوشته شده هنوز به لیست افزوده نشده است، لطفا آن را با Enter "
+               u"بیفزایید و یا پاک نمایید)"_qs
+            << u"RecommendValues_EDT"_qs;
         QTest::newRow("default of a list")
             << false << titled(u"رنگ"_qs, 1, [](QWidget *screen) { AddItems(screen, {u"سفید"_qs}); })
             << required(u"مقدار پیش فرض"_qs) << u"DefaultValue_CMB"_qs;
@@ -365,6 +376,55 @@ private slots:
             test::Picture(*screen, u"detail-type-%1"_qs.arg(kind));
             e.Leave();
         });
+    }
+
+    void whatIsEnteredStays_data()
+    {
+        using Act = std::function<void(Editor &, QWidget *)>;
+        QTest::addColumn<Act>("act");
+        QTest::newRow("Esc, answered no") << Act([](Editor &e, QWidget *) {
+            e.host.messages.Answer(false);
+            test::Press(Qt::Key_Escape);
+        });
+        QTest::newRow("button, answered no") << Act([](Editor &e, QWidget *screen) {
+            e.host.messages.Answer(false);
+            Toggle(screen, u"Exit_BTN"_qs);
+        });
+        QTest::newRow("window closed, answered no") << Act([](Editor &e, QWidget *screen) {
+            e.host.messages.Answer(false);
+            screen->close();
+        });
+        QTest::newRow("refused") << Act([](Editor &e, QWidget *screen) {
+            e.database.Exec(u"insert into DetailTypes(Title,DetailType) values(N'رنگ بدنه',4)"_qs);
+            test::Press(Qt::Key_F3);
+            e.database.Exec(u"delete from DetailTypes"_qs);
+            test::Focus(screen, u"Comment_EDT"_qs);
+        });
+        QTest::newRow("connection lost") << Act([](Editor &e, QWidget *) {
+            QSqlDatabase main = e.database.Main();
+            main.close();
+            test::Press(Qt::Key_F3);
+            QVERIFY(main.open());
+        });
+    }
+    void whatIsEnteredStays()
+    {
+        using Act = std::function<void(Editor &, QWidget *)>;
+        QFETCH(Act, act);
+        Editor e;
+        e.New([&](QWidget *screen) {
+            QGuiApplication::clipboard()->setText(u"رنگ\tبدنه\r\n"_qs); // a cell of a sheet
+            test::Press(Qt::Key_V, Qt::ControlModifier);
+            ChooseKind(screen, 1);
+            AddItems(screen, {u" سفید "_qs, u"مشکی"_qs});
+            ChooseDefault(screen, 1);
+            act(e, screen);
+            QCOMPARE(e.host.messages.TakeAll().size(), 1);
+            test::Press(Qt::Key_F3);
+        });
+        QCOMPARE(e.Types(u"Title,DefaultValue"_qs), QStringList{u"رنگ بدنه|2"_qs});
+        QCOMPARE(e.database.Rows(u"select [Value] from DetailTypesItems order by Row"_qs),
+                 (QStringList{u" سفید "_qs, u"مشکی"_qs}));
     }
 
     void whatCannotBeWrittenStays()
