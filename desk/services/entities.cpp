@@ -21,6 +21,24 @@ Q_LOGGING_CATEGORY(entities, "desk.entities", QtInfoMsg)
 
 using host::TSoftwarePart;
 
+/// A desk renews its reservations every minute. One that has not been renewed for so many minutes belonged to a desk
+/// that ended without giving it back: a power cut, a killed process.
+constexpr int RenewMilliseconds = 60 * 1000;
+constexpr int AbandonedMinutes = 10;
+
+QString Abandoned()
+{
+    return u"LockedAt < DATEADD(minute, -%1, GETDATE())"_qs.arg(AbandonedMinutes);
+}
+
+QString CodesOf(TSoftwarePart part, const QSet<int> &codes)
+{
+    QStringList list;
+    for (const int code : codes)
+        list << QString::number(code);
+    return u"Status = %1 AND Code IN (%2)"_qs.arg(static_cast<int>(part)).arg(list.join(u','));
+}
+
 QString SelectCodeAndName(const EntityKind &kind)
 {
     return u"SELECT %1 AS Code, %2 AS Name FROM %3"_qs.arg(kind.codeColumn, kind.nameColumn, kind.table);
@@ -36,7 +54,10 @@ host::Entity EntityOf(const host::Query &query)
 Entities::Entities(const QSqlDatabase &connection, host::MessageService &messages, host::SettingsService &settings,
                    host::StockService &stock)
     : connection_(connection), messages_(messages), settings_(settings), stock_(stock)
-{}
+{
+    renewal_.setInterval(RenewMilliseconds);
+    QObject::connect(&renewal_, &QTimer::timeout, &renewal_, [this] { RenewReservations(); });
+}
 
 Entities::~Entities()
 {
@@ -168,32 +189,53 @@ bool Entities::ReserveCode(TSoftwarePart part, int code)
 {
     if (reserved_.value(part).contains(code))
         return true;
+    if (!TryReserve(part, code)) {
+        // The holder may be gone for good.
+        if (host::Exec(connection_, u"DELETE FROM CodeLock_TBL WHERE "_qs + Abandoned()) == 0 ||
+            !TryReserve(part, code))
+            return false;
+    }
+    reserved_[part] << code;
+    renewal_.start();
+    return true;
+}
+
+bool Entities::TryReserve(TSoftwarePart part, int code)
+{
     try {
         host::Exec(connection_, u"INSERT INTO CodeLock_TBL (Status, Code, UserCode) VALUES (%1, %2, %3)"_qs
                                     .arg(static_cast<int>(part))
                                     .arg(code)
                                     .arg(settings_.UserInfo().Code));
+        return true;
     } catch (const host::DatabaseError &error) {
         if (error.KeyViolation())
             return false;
         throw;
     }
-    reserved_[part] << code;
-    return true;
 }
 
+/// Takes the abandoned reservations along: this runs before a new code is proposed.
 void Entities::ReleaseCodes(TSoftwarePart part)
 {
-    QStringList codes;
     const QSet<int> mine = reserved_.value(part);
-    for (const int code : mine)
-        codes << QString::number(code);
-    if (codes.isEmpty())
-        return;
-    host::Exec(connection_,
-               u"DELETE FROM CodeLock_TBL WHERE Status = %1 AND Code IN (%2)"_qs.arg(static_cast<int>(part))
-                   .arg(codes.join(u',')));
+    const QString own = mine.isEmpty() ? QString() : u" OR "_qs + CodesOf(part, mine);
+    host::Exec(connection_, u"DELETE FROM CodeLock_TBL WHERE "_qs + Abandoned() + own);
     reserved_.remove(part);
+    if (reserved_.isEmpty())
+        renewal_.stop();
+}
+
+void Entities::RenewReservations()
+{
+    try {
+        for (auto part = reserved_.cbegin(); part != reserved_.cend(); ++part)
+            host::Exec(connection_,
+                       u"UPDATE CodeLock_TBL SET LockedAt = GETDATE() WHERE "_qs + CodesOf(part.key(), part.value()));
+    } catch (const host::DatabaseError &error) {
+        // The next minute tries again; the save itself checks the code once more.
+        qCWarning(entities).noquote() << error.LogText();
+    }
 }
 
 } // namespace desk

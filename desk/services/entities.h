@@ -7,6 +7,7 @@
 
 #include <QtCore/QMap>
 #include <QtCore/QSet>
+#include <QtCore/QTimer>
 #include <QtSql/QSqlDatabase>
 
 #include <functional>
@@ -55,6 +56,8 @@ public:
 private:
     bool Refuse(const QString &entity, host::TSoftwarePart part, int code);
     void DeleteRows(host::TSoftwarePart part, int code);
+    bool TryReserve(host::TSoftwarePart part, int code);
+    void RenewReservations();
 
     QSqlDatabase connection_;
     host::MessageService &messages_;
@@ -63,6 +66,7 @@ private:
     host::Host *host_ = nullptr;
     DetailTypeChooser chooseDetailTypes_;
     QMap<host::TSoftwarePart, QSet<int>> reserved_;
+    QTimer renewal_; ///< runs while codes are reserved
 };
 
 } // namespace desk

@@ -24,6 +24,7 @@ private slots:
     void stockMayNotFallBelowZero();
     void openingVoucherFollowsTheGood();
     void reservedCodesBelongToOneDesk();
+    void reservationsOfDeadDesksFade();
     void scriptsSplitAtGo();
     void commandLineIsRefused_data();
     void commandLineIsRefused();
@@ -231,6 +232,27 @@ void TestServices::reservedCodesBelongToOneDesk()
     QVERIFY(!other.ReserveCode(TSoftwarePart::Goods, 4711));
     desk.entities.ReleaseCodes(TSoftwarePart::Goods);
     QVERIFY(other.ReserveCode(TSoftwarePart::Goods, 4711));
+}
+
+void TestServices::reservationsOfDeadDesksFade()
+{
+    test::QuietEntities desk;
+    const auto lock = [&desk](int code, int minutes) {
+        desk.database.Exec(u"INSERT INTO CodeLock_TBL (Status, Code, UserCode, LockedAt) VALUES (102, %1, 1, "
+                           "DATEADD(minute, -%2, GETDATE()))"_qs.arg(code)
+                               .arg(minutes));
+    };
+    const auto left = [&desk] { return desk.database.Rows(u"SELECT Code FROM CodeLock_TBL ORDER BY Code"_qs); };
+    lock(1, 30);
+    lock(2, 5);
+    lock(3, 30);
+    QVERIFY(!desk.entities.ReserveCode(TSoftwarePart::Goods, 2));
+    QVERIFY(desk.entities.ReserveCode(TSoftwarePart::Goods, 1));
+    QCOMPARE(left(), (QStringList{u"1"_qs, u"2"_qs}));
+    // Nothing of its own to give back: the abandoned ones go all the same, before the next code is proposed.
+    lock(3, 30);
+    desk.entities.ReleaseCodes(TSoftwarePart::Units);
+    QCOMPARE(left(), (QStringList{u"1"_qs, u"2"_qs}));
 }
 
 void TestServices::scriptsSplitAtGo()
