@@ -542,3 +542,61 @@ BEGIN
     SELECT ID, Code, [Date], Comment FROM GoodDetailDivision ORDER BY Code
 END
 GO
+
+-- ---------------------------------------------------------------------------------------------------------
+-- GoodDetail_Select: the stock of a good's detail values, a row for each value and store that has any.
+--
+-- @ComIndex the company of the caller; a database holds the ledger of one company, so every row is its own
+-- @UnitType 5: the good is measured in square metres, so its length, width and number of pieces count
+--
+-- D1Value to D5Value follow the good's detail order: serials first, then scale bar codes, then the rest in the order
+-- in which they were given to the good.
+-- ---------------------------------------------------------------------------------------------------------
+CREATE PROCEDURE GoodDetail_Select
+    @GoodCode int,
+    @ComIndex int = NULL,
+    @UnitType int = 1
+AS
+BEGIN
+    SET NOCOUNT ON
+
+    SELECT k.DetailValueID, k.StoreCode, st.Name AS StoreName, k.GoodCode,
+           v.D1Value, v.D2Value, v.D3Value, v.D4Value, v.D5Value,
+           CAST(LTRIM(CONCAT(v.D1Value, N' ' + v.D2Value, N' ' + v.D3Value, N' ' + v.D4Value, N' ' + v.D5Value))
+                AS nvarchar(512)) AS GoodDetailValues,
+           k.Amount1, k.Amount2,
+           CAST(CASE WHEN @UnitType = 5 THEN k.[Length] END AS decimal(38,9)) AS [Length],
+           CAST(CASE WHEN @UnitType = 5 THEN k.Width END AS decimal(38,9)) AS Width,
+           CASE WHEN @UnitType = 5 THEN k.Amount3 END AS Amount3
+    FROM (SELECT DetailValueID, StoreCode, GoodCode, SUM(Amount1) AS Amount1, SUM(Amount2) AS Amount2,
+                 MAX([Length]) AS [Length], MAX(Width) AS Width, SUM(Amount3) AS Amount3
+          FROM GoodDetailKardex
+          WHERE GoodCode = @GoodCode
+          GROUP BY DetailValueID, StoreCode, GoodCode
+          HAVING SUM(Amount1) <> 0 OR SUM(Amount2) <> 0 OR SUM(Amount3) <> 0) AS k
+    INNER JOIN Stores AS st ON st.Code = k.StoreCode
+    INNER JOIN (SELECT n.DetailValueID,
+                       MAX(CASE WHEN n.Place = 1 THEN n.[Value] END) AS D1Value,
+                       MAX(CASE WHEN n.Place = 2 THEN n.[Value] END) AS D2Value,
+                       MAX(CASE WHEN n.Place = 3 THEN n.[Value] END) AS D3Value,
+                       MAX(CASE WHEN n.Place = 4 THEN n.[Value] END) AS D4Value,
+                       MAX(CASE WHEN n.Place = 5 THEN n.[Value] END) AS D5Value
+                FROM (SELECT d.DetailValueID, d.[Value],
+                             (SELECT COUNT(*)
+                              FROM GoodDetailRelation AS o
+                              INNER JOIN DetailTypes AS ot ON ot.ID = o.DetailID
+                              WHERE o.GoodCode = @GoodCode
+                                AND (CASE ot.DetailType WHEN 3 THEN 0 WHEN 6 THEN 1 ELSE 2 END
+                                       < CASE t.DetailType WHEN 3 THEN 0 WHEN 6 THEN 1 ELSE 2 END
+                                     OR (CASE ot.DetailType WHEN 3 THEN 0 WHEN 6 THEN 1 ELSE 2 END
+                                           = CASE t.DetailType WHEN 3 THEN 0 WHEN 6 THEN 1 ELSE 2 END
+                                         AND o.ID <= r.ID))) AS Place
+                      FROM GoodDetailValues AS gv
+                      INNER JOIN GoodDetailValueDetails AS d ON d.DetailValueID = gv.ID
+                      INNER JOIN GoodDetailRelation AS r ON r.GoodCode = gv.GoodCode AND r.DetailID = d.DetailID
+                      INNER JOIN DetailTypes AS t ON t.ID = d.DetailID
+                      WHERE gv.GoodCode = @GoodCode) AS n
+                GROUP BY n.DetailValueID) AS v ON v.DetailValueID = k.DetailValueID
+    ORDER BY k.StoreCode, v.D1Value, v.D2Value, k.DetailValueID
+END
+GO
