@@ -79,6 +79,12 @@ void addConstraint(Table &table, TableConstraint &constraint)
     }
     if (constraint.kind == TableConstraint::Kind::PrimaryKey)
         table.primaryKey = constraint.columns;
+    if (constraint.kind == TableConstraint::Kind::ForeignKey) {
+        const ForeignKey &key = constraint.foreignKey;
+        const QString name =
+            constraint.name.isEmpty() ? u"FK__%1__%2"_qs.arg(table.name.name, key.columns.front()) : constraint.name;
+        table.references.push_back({name, key});
+    }
 }
 
 } // namespace

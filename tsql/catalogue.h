@@ -21,12 +21,20 @@ struct Column
     std::shared_ptr<const Expression> defaultValue; ///< null for none
 };
 
+/// A foreign key with the name that refusals give it.
+struct Reference
+{
+    QString name;
+    ForeignKey key;
+};
+
 struct Table
 {
     ObjectName name;
     QString sqliteName; ///< quoted and qualified: "GoodInf", temp."#t"
     std::vector<Column> columns;
     std::vector<QString> primaryKey;
+    std::vector<Reference> references;
     QString rowidColumn; ///< the column that is SQLite's rowid: the identity, or a single integer primary key
 
     /// The index of a column by its name without regard to case, or -1.

@@ -4,25 +4,6 @@
 
 namespace tsql {
 
-namespace {
-
-/** The first word of a statement, as the server's messages name it. */
-QString verbOf(const Statement &statement)
-{
-    switch (statement.kind) {
-    case StatementKind::Insert:
-        return u"INSERT"_qs;
-    case StatementKind::Update:
-        return u"UPDATE"_qs;
-    case StatementKind::Delete:
-        return u"DELETE"_qs;
-    default:
-        return statement.text.section(u' ', 0, 0).toUpper();
-    }
-}
-
-} // namespace
-
 void Interpreter::runBatch(const QString &text)
 {
     std::vector<Literal> literals;

@@ -2,6 +2,8 @@
 #include "tsql/dates.h"
 #include "tsql/error.h"
 #include "tsql/interpreter.h"
+#include "tsql/key_conflict.h"
+#include "tsql/sqlite_errors.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
@@ -209,11 +211,21 @@ void Interpreter::runChange(const Statement &statement, Frame &frame)
     SqliteHandle &handle = m_connection.m_main;
     Lease lease(entry, handle);
     bind(lease.statement(), compiled, frame);
-    if (compiled.columns.empty()) {
-        while (handle.step(lease.statement())) {
+    try {
+        if (compiled.columns.empty()) {
+            while (handle.step(lease.statement())) {
+            }
+        } else {
+            reportRows(std::make_unique<Cursor>(std::move(lease), handle));
         }
-    } else {
-        reportRows(std::make_unique<Cursor>(std::move(lease), handle));
+    } catch (const SqliteError &error) {
+        if (error.code() != SQLITE_CONSTRAINT_FOREIGNKEY)
+            throw;
+        // The way to the rows may have taken the statement along.
+        lease.release();
+        Lease again(entry, handle);
+        bind(again.statement(), compiled, frame);
+        throw keyConflict(handle, again.statement(), compiled, verbOf(statement), m_connection.m_catalogue);
     }
     session.rowCount = sqlite3_changes64(handle.get());
     if (compiled.columns.empty())

@@ -1,6 +1,7 @@
 #include "tsql/sqlite_errors.h"
 
 #include "tsql/catalogue.h"
+#include "tsql/storage.h"
 
 #include <sqlite3.h>
 
@@ -85,8 +86,13 @@ std::shared_ptr<const Table> tableNamed(const Catalogue &catalogue, const QStrin
 
 Error duplicate(const QString &message, const Catalogue &catalogue)
 {
-    if (message.contains(u": index '"_qs))
-        return {2601, u"Cannot insert duplicate key row with unique index '%1'."_qs.arg(message.section(u'\'', 1, 1))};
+    if (message.contains(u": index '"_qs)) {
+        QString index = message.section(u'\'', 1, 1);
+        if (index.endsWith(QLatin1String(NullsSuffix)))
+            index.chop(qsizetype(sizeof NullsSuffix) - 1);
+        return {2601, u"Cannot insert duplicate key row in object '%1' with unique index '%2'. The duplicate key value "
+                      "contains NULL."_qs.arg(index.section(u'.', 0, -2), index.section(u'.', -1))};
+    }
     const Key key = keyIn(message);
     const auto table = tableNamed(catalogue, key.table);
     if (table && sameColumns(table->primaryKey, key.columns))
@@ -113,6 +119,20 @@ SqliteError::SqliteError(int code, const QString &message) : Error(numberOf(code
 bool SqliteError::concernsFile() const
 {
     return number() == DeviceErrorNumber || number() == NoSpaceNumber;
+}
+
+QString verbOf(const Statement &statement)
+{
+    switch (statement.kind) {
+    case StatementKind::Insert:
+        return u"INSERT"_qs;
+    case StatementKind::Update:
+        return u"UPDATE"_qs;
+    case StatementKind::Delete:
+        return u"DELETE"_qs;
+    default:
+        return statement.text.section(u' ', 0, 0).toUpper();
+    }
 }
 
 Error translated(const SqliteError &error, const QString &verb, const Catalogue &catalogue)

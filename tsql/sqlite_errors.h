@@ -6,6 +6,7 @@
 namespace tsql {
 
 class Catalogue;
+struct Statement;
 
 /** Numbers of the errors that concern the file, not the statement. */
 inline constexpr int DeviceErrorNumber = 823;
@@ -25,6 +26,9 @@ public:
 private:
     int m_code;
 };
+
+/** The first word of a statement, as the server's messages name it. */
+QString verbOf(const Statement &statement);
 
 /** The error to show; `verb` is INSERT, UPDATE, DELETE or another statement's first word. */
 Error translated(const SqliteError &error, const QString &verb, const Catalogue &catalogue);

@@ -67,6 +67,7 @@ struct Compiled
     std::vector<Parameter> parameters; ///< of sql, in order
     std::vector<ResultColumn> columns; ///< empty when no rows come back
     std::vector<QString> assign;       ///< SELECT @x = …: the variable (folded) of each column; the last row counts
+    QString target;                    ///< of an UPDATE: SQLite's name of the table
     std::vector<LiteralNeed> needs;
     bool writes = false;       ///< changes rows or definitions
     bool definition = false;   ///< changes the catalogue: apply the statement to it afterwards

@@ -1,4 +1,5 @@
 #include "tsql/error.h"
+#include "tsql/storage.h"
 #include "tsql/writer_impl.h"
 
 namespace tsql {
@@ -37,6 +38,38 @@ QString actionText(const QString &event, KeyAction action)
         return u" ON %1 SET DEFAULT"_qs.arg(event);
     }
     return {};
+}
+
+/// To the server two NULLs in a unique key are the same, to SQLite they differ. The rows that have one get a second
+/// unique index, in which NULL is a value; it is empty as long as there are none. Nothing when no column of the key may
+/// be NULL. `where` is the condition of a filtered index, or empty.
+QString nullsIndex(const Table &table, const QString &index, const std::vector<QString> &columns,
+                   const QString &where = {})
+{
+    QStringList keys;
+    QStringList nulls;
+    for (const QString &name : columns) {
+        const QString column = quotedName(name);
+        if (!table.columns[static_cast<std::size_t>(table.column(name))].nullable) {
+            keys += column;
+            continue;
+        }
+        keys += u"ifnull(%1, 0) COLLATE TSQL_CI, %1 IS NULL"_qs.arg(column);
+        nulls += u"%1 IS NULL"_qs.arg(column);
+    }
+    if (nulls.isEmpty())
+        return {};
+    QString condition = u'(' + nulls.join(u" OR "_qs) + u')';
+    if (!where.isEmpty())
+        condition += u" AND (%1)"_qs.arg(where);
+    return u"CREATE UNIQUE INDEX %1 ON %2 (%3) WHERE %4"_qs.arg(indexName(table, index + QLatin1String(NullsSuffix)),
+                                                                plainName(table), keys.join(u", "_qs), condition);
+}
+
+/// The name of a unique key that may have been given none.
+QString keyName(const TableConstraint &constraint)
+{
+    return constraint.name.isEmpty() ? constraint.columns.front() : constraint.name;
 }
 
 } // namespace
@@ -132,6 +165,13 @@ void Writer::createTable(const CreateTableStatement &statement)
             parts += text;
     }
     m_out.sql = u"CREATE TABLE %1 (%2)"_qs.arg(table->sqliteName, parts.join(u", "_qs));
+    for (const TableConstraint &constraint : statement.constraints) {
+        if (constraint.kind != TableConstraint::Kind::Unique)
+            continue;
+        const QString index = nullsIndex(*table, keyName(constraint), constraint.columns);
+        if (!index.isEmpty())
+            m_out.then.push_back(index);
+    }
     const Column *identity = table->identityColumn();
     if (identity != nullptr && identity->seed != 1)
         m_out.then.push_back(u"INSERT INTO %1sqlite_sequence(name, seq) VALUES (%2, %3)"_qs.arg(
@@ -147,10 +187,12 @@ void Writer::createIndex(const CreateIndexStatement &statement)
     const std::shared_ptr<const Table> table = writableTable(statement.table, statement.line);
     m_inline = true;
     QStringList columns;
+    std::vector<QString> names;
     for (const OrderItem &item : statement.columns) {
         if (table->column(item.value->name) < 0)
             throw Error(1911, u"Column name '%1' does not exist in the target table or view."_qs.arg(item.value->name),
                         statement.line);
+        names.push_back(item.value->name);
         columns += quotedName(item.value->name) + (item.descending ? u" DESC"_qs : QString());
     }
     for (const QString &name : statement.include) {
@@ -165,20 +207,23 @@ void Writer::createIndex(const CreateIndexStatement &statement)
     if (statement.where) {
         const Constants constants(*this, true);
         const Scope scope = columnScope(*table);
-        where = u" WHERE "_qs + conditionText(*statement.where, scope);
+        where = conditionText(*statement.where, scope);
     }
     m_out.sql = u"CREATE %1INDEX %2 ON %3 (%4)"_qs.arg(statement.unique ? u"UNIQUE "_qs : QString(),
                                                        indexName(*table, statement.name), plainName(*table),
                                                        columns.join(u", "_qs)) +
-                where;
+                (where.isEmpty() ? QString() : u" WHERE "_qs + where);
+    const QString nulls = statement.unique ? nullsIndex(*table, statement.name, names, where) : QString();
+    if (!nulls.isEmpty())
+        m_out.then.push_back(nulls);
     m_out.writes = true;
     m_out.definition = true;
     m_out.cacheable = false;
     m_out.countsRows = false;
 }
 
-/// ALTER TABLE … ADD of a key, as an index; nothing for a default, which only the catalogue knows.
-QString Writer::addedConstraint(const Table &table, const TableConstraint &constraint) const
+/// ALTER TABLE … ADD of a key, as indexes; nothing for a default, which only the catalogue knows.
+QStringList Writer::addedConstraint(const Table &table, const TableConstraint &constraint) const
 {
     using Kind = TableConstraint::Kind;
     if (constraint.kind == Kind::Default)
@@ -186,9 +231,12 @@ QString Writer::addedConstraint(const Table &table, const TableConstraint &const
     if (constraint.kind != Kind::Unique && constraint.kind != Kind::PrimaryKey)
         throw Error(40517,
                     u"ALTER TABLE … ADD CHECK and FOREIGN KEY are not supported in this version of the database."_qs);
-    const QString name = constraint.name.isEmpty() ? constraint.columns.front() : constraint.name;
-    return u"CREATE UNIQUE INDEX %1 ON %2 (%3)"_qs.arg(indexName(table, name), plainName(table),
-                                                       nameListText(constraint.columns));
+    QStringList steps = {u"CREATE UNIQUE INDEX %1 ON %2 (%3)"_qs.arg(
+        indexName(table, keyName(constraint)), plainName(table), nameListText(constraint.columns))};
+    const QString nulls = nullsIndex(table, keyName(constraint), constraint.columns);
+    if (!nulls.isEmpty())
+        steps += nulls;
+    return steps;
 }
 
 void Writer::alterTable(const AlterTableStatement &statement)
@@ -229,8 +277,7 @@ void Writer::alterTable(const AlterTableStatement &statement)
         steps.push_back(u"ALTER TABLE %1 ADD COLUMN %2"_qs.arg(table->sqliteName, columnText(*after, added, true)));
     }
     for (const TableConstraint &constraint : statement.constraints) {
-        const QString step = addedConstraint(*table, constraint);
-        if (!step.isEmpty())
+        for (const QString &step : addedConstraint(*table, constraint))
             steps.push_back(step);
     }
     if (!steps.empty()) {
@@ -261,9 +308,11 @@ void Writer::drop(const DropStatement &statement)
         }
     } else if (statement.what == What::Index) {
         const std::shared_ptr<const Table> table = writableTable(statement.onTable, statement.line);
-        for (const ObjectName &name : statement.names)
+        for (const ObjectName &name : statement.names) {
+            steps.push_back(u"DROP INDEX IF EXISTS "_qs + indexName(*table, name.name + QLatin1String(NullsSuffix)));
             steps.push_back((statement.ifExists ? u"DROP INDEX IF EXISTS "_qs : u"DROP INDEX "_qs) +
                             indexName(*table, name.name));
+        }
     } else {
         Catalogue changed = m_catalogue;
         changed.apply(statement);

@@ -273,7 +273,7 @@ private:
     QString foreignKeyText(const Table &table, const ForeignKey &key);
     void createIndex(const CreateIndexStatement &statement);
     void alterTable(const AlterTableStatement &statement);
-    QString addedConstraint(const Table &table, const TableConstraint &constraint) const;
+    QStringList addedConstraint(const Table &table, const TableConstraint &constraint) const;
     void drop(const DropStatement &statement);
     void module(const Statement &statement);
     Scope columnScope(const Table &table) const;

@@ -80,6 +80,7 @@ void Writer::update(const UpdateStatement &statement)
     QString where = statement.where ? u" WHERE "_qs + conditionText(*statement.where, scope) : QString();
     if (statement.top)
         where = rowsOfTop(*statement.top, *table, where, scope);
+    m_out.target = table->sqliteName;
     m_out.sql = with + u"UPDATE %1 AS t0 SET %2"_qs.arg(table->sqliteName, list.join(u", "_qs)) + where +
                 returning(statement.output, *table, u"inserted"_qs);
 }
@@ -102,6 +103,7 @@ void Writer::updateJoined(const UpdateStatement &statement, const Table &table, 
         list += column + u" = s.\"v%1\""_qs.arg(i);
     }
     const QString where = statement.where ? u" WHERE "_qs + conditionText(*statement.where, scope) : QString();
+    m_out.target = table.sqliteName;
     m_out.sql =
         u"UPDATE %1 AS t0 SET %2"_qs.arg(table.sqliteName, list.join(u", "_qs)) +
         u" FROM (SELECT %1 FROM %2%3) AS s WHERE t0._rowid_ = s.\"r\""_qs.arg(values.join(u", "_qs), from, where);

@@ -1,0 +1,19 @@
+// Which foreign key a refused statement offended.
+#pragma once
+
+#include "tsql/catalogue.h"
+#include "tsql/error.h"
+#include "tsql/sqlite.h"
+#include "tsql/writer.h"
+
+namespace tsql {
+
+/**
+ * The server's refusal, with the names of the constraint, table and column that SQLite keeps to itself: carries the
+ * statement out once more with keys checked at the end, looks for the row without its counterpart, and takes everything
+ * back. `statement` has its values bound. Costs a reading of every table that has foreign keys.
+ */
+Error keyConflict(const SqliteHandle &handle, sqlite3_stmt *statement, const Compiled &compiled, const QString &verb,
+                  const Catalogue &catalogue);
+
+} // namespace tsql
