@@ -32,6 +32,19 @@ struct Decimal
     static Decimal fromText(const QString &text, bool &ok);
     /** Reads the encoding of toBlob; the scale is the column's. */
     static Decimal fromBlob(const void *data, int size, int scale);
+    /** The units in that encoding when seven bytes are enough for them, as they are for nearly every amount and price.
+     */
+    static bool smallUnits(std::string_view blob, qint64 &units)
+    {
+        if (blob.empty() || blob.size() > 8)
+            return false;
+        const bool negative = static_cast<unsigned char>(blob[0]) < 0x80;
+        uint64_t magnitude = 0;
+        for (size_t i = 1; i < blob.size(); ++i)
+            magnitude = magnitude << 8 | (static_cast<unsigned char>(blob[i]) ^ (negative ? 0xFFU : 0U));
+        units = negative ? -static_cast<qint64>(magnitude) : static_cast<qint64>(magnitude);
+        return true;
+    }
 
     /** The text SQL Server shows: all digits of the scale, a zero before the point ("-0.500"). */
     QString toText() const;

@@ -106,6 +106,41 @@ QVariant variantOf(const Cell &cell, const SqlType &type, QSql::NumericalPrecisi
     return {};
 }
 
+host::FedCell fedCell(const Cell &cell, const SqlType &type)
+{
+    using Form = host::FedCell::Form;
+    host::FedCell fed;
+    fed.form = Form::Other;
+    switch (cell.form) {
+    case Value::Form::Null:
+        fed.form = Form::Null;
+        break;
+    case Value::Form::Integer:
+        fed.number = cell.integer;
+        if (type.kind == Kind::Bit || type.kind == Kind::Condition)
+            fed.form = Form::Boolean;
+        else if (type.isInteger())
+            fed.form = Form::Integer;
+        break;
+    case Value::Form::Text:
+        if (!type.isDate()) {
+            fed.form = Form::Utf8;
+            fed.bytes = cell.bytes.data();
+            fed.size = qsizetype(cell.bytes.size());
+        }
+        break;
+    case Value::Form::Blob:
+        if (type.isDecimal() && Decimal::smallUnits(cell.bytes, fed.number)) {
+            fed.form = Form::Decimal;
+            fed.scale = quint8(type.scale);
+        }
+        break;
+    case Value::Form::Real:
+        break;
+    }
+    return fed;
+}
+
 QSqlError sqlError(const Error &error, QSqlError::ErrorType type)
 {
     if (error.number() == DeviceErrorNumber || error.number() == NoSpaceNumber)

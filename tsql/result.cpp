@@ -8,6 +8,17 @@
 
 namespace tsql {
 
+namespace {
+
+/** What the server finds before it runs anything of a batch: columns that are not there, groups that make no sense. */
+bool foundBeforeRunning(const Error &error)
+{
+    constexpr int numbers[] = {207, 209, 4104, 8120};
+    return std::find(std::begin(numbers), std::end(numbers), error.number()) != std::end(numbers);
+}
+
+} // namespace
+
 Result::Result(const Driver *driver) : QSqlResult(driver)
 {}
 
@@ -25,6 +36,7 @@ void Result::close()
     m_passed.clear();
     m_connection.reset();
     m_cursorEnded = false;
+    m_failure.reset();
 }
 
 bool Result::reset(const QString &sql)
@@ -36,11 +48,14 @@ bool Result::reset(const QString &sql)
     try {
         if (!m_connection)
             throw Error(0, u"The database is not open."_qs);
-        m_outcome = m_connection->execute(sql);
+        m_connection->execute(sql, m_outcome);
     } catch (const Error &error) {
-        setLastError(sqlError(error, QSqlError::StatementError));
-        close();
-        return false;
+        if (m_outcome.results.empty() || foundBeforeRunning(error)) {
+            setLastError(sqlError(error, QSqlError::StatementError));
+            close();
+            return false;
+        }
+        m_failure = error;
     }
     showCurrent();
     setActive(true);
@@ -64,6 +79,8 @@ bool Result::nextResult()
     if (m_nextResult == m_outcome.results.size()) {
         m_cursor.reset();
         setSelect(false);
+        if (const auto failure = std::exchange(m_failure, std::nullopt))
+            setLastError(sqlError(*failure, QSqlError::StatementError));
         return false;
     }
     showCurrent();
@@ -168,6 +185,24 @@ bool Result::isNull(int field)
     if (!isForwardOnly())
         return data(field).isNull();
     return !m_cursor || m_cursor->cell(field).form == Value::Form::Null;
+}
+
+QVariant Result::handle() const
+{
+    if (!isForwardOnly())
+        return {};
+    return QVariant::fromValue(const_cast<host::RowFeed *>(static_cast<const host::RowFeed *>(this)));
+}
+
+bool Result::NextRow(std::vector<host::FedCell> &cells)
+{
+    if (!fetchNext())
+        return false;
+    const auto &columns = m_cursor->columns();
+    cells.resize(columns.size());
+    for (size_t i = 0; i < columns.size(); ++i)
+        cells[i] = fedCell(m_cursor->cell(int(i)), columns[i].type);
+    return true;
 }
 
 QSqlRecord Result::record() const

@@ -1,10 +1,14 @@
 // The results of one executed text, for QSqlQuery.
 #pragma once
 
+#include "host/data/row_feed.h"
 #include "tsql/connection.h"
+#include "tsql/error.h"
 
 #include <QSqlRecord>
 #include <QSqlResult>
+
+#include <optional>
 
 namespace tsql {
 
@@ -14,11 +18,14 @@ class Driver;
  * Rows are handed on as they are fetched when the query is forward only; otherwise the rows passed so far are kept, so
  * that previous() and seek() work.
  */
-class Result : public QSqlResult
+class Result : public QSqlResult, private host::RowFeed
 {
 public:
     explicit Result(const Driver *driver);
     ~Result() override;
+
+    /** The feed of a query that is forward only; nothing otherwise. */
+    QVariant handle() const override;
 
 protected:
     bool reset(const QString &sql) override;
@@ -37,6 +44,7 @@ protected:
     void detachFromResultSet() override;
 
 private:
+    bool NextRow(std::vector<host::FedCell> &cells) override;
     bool advance();
     bool seek(int row);
     void showCurrent();
@@ -48,6 +56,7 @@ private:
     std::unique_ptr<Cursor> m_cursor;
     std::vector<std::vector<QVariant>> m_passed; ///< of a query that may go back
     bool m_cursorEnded = false;
+    std::optional<Error> m_failure; ///< where the batch stopped behind its last result set
 };
 
 } // namespace tsql

@@ -82,6 +82,7 @@ void Dataset::Open()
             const int count = rows.Read(*cursor, limit);
             CheckRead(*cursor, text_);
             if (count != limit) {
+                Finish(*cursor, text_);
                 cursor.reset();
             }
         } else {
@@ -136,6 +137,9 @@ int Dataset::ReadBlock()
     const int before = rows_.RowCount();
     // The rows are read before they are announced: how many there are is known only then.
     const int count = rows_.Read(*cursor_, blockSize_);
+    while (count < blockSize_ && !cursor_->lastError().isValid() && cursor_->nextResult()) {
+        // Nobody wants further results, but an error among them counts.
+    }
     const QSqlError error = cursor_->lastError();
     if (count < blockSize_) {
         StopReading();

@@ -56,6 +56,14 @@ bool SkipToRows(QSqlQuery &query, const QString &text)
     return true;
 }
 
+void Finish(QSqlQuery &query, const QString &text)
+{
+    CheckRead(query, text);
+    while (query.nextResult()) {
+    }
+    CheckRead(query, text);
+}
+
 Query::Query(const QSqlDatabase &connection) : connection_(connection)
 {}
 
@@ -72,7 +80,7 @@ void Query::Open(const QString &text)
     if (SkipToRows(query, text)) {
         rows_.SetColumns(query.record());
         rows_.Read(query);
-        CheckRead(query, text);
+        Finish(query, text);
     }
 }
 

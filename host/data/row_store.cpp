@@ -1,9 +1,11 @@
 #include "host/data/row_store.h"
 
 #include "host/data/quantity.h"
+#include "host/data/row_feed.h"
 
 #include <QSqlField>
 #include <QSqlQuery>
+#include <QSqlResult>
 
 #include <algorithm>
 #include <limits>
@@ -14,7 +16,8 @@ namespace {
 
 constexpr quint32 RowsPerBlock = 1000;
 
-enum Tag : quint8 { Null, Number, Boolean, Characters, Other };
+/// From Digits on: a whole number of 10^-(tag - Digits).
+enum Tag : quint8 { Null, Number, Boolean, Characters, Other, Digits };
 
 /// A text cell: where its characters begin in the block's buffer, and how many there are.
 constexpr int LengthBits = 28;
@@ -74,6 +77,43 @@ QString DecimalText(const QVariant &value)
     return QuantityToText(static_cast<Quantity>(value.toDouble()), std::numeric_limits<double>::digits10);
 }
 
+/// The decimal text of units of 10^-scale, as TrimDecimal() writes it.
+QString DigitsText(qint64 units, int scale)
+{
+    for (; scale > 0 && units % 10 == 0; --scale) {
+        units /= 10;
+    }
+    QString text = QString::number(units);
+    if (scale > 0) {
+        const qsizetype sign = units < 0 ? 1 : 0;
+        if (text.size() - sign <= scale) {
+            text.insert(sign, QString(scale + 1 - (text.size() - sign), u'0'));
+        }
+        text.insert(text.size() - scale, u'.');
+    }
+    return text;
+}
+
+/// Writes UTF-8 of one and two bytes a character as UTF-16: Latin and Arabic script, that is nearly all. Returns the
+/// end of what was written, or null for any other text.
+char16_t *WidenShort(const char *bytes, qsizetype size, char16_t *out)
+{
+    const auto *at = reinterpret_cast<const uchar *>(bytes);
+    const uchar *end = at + size;
+    while (at < end) {
+        const uint first = *at++;
+        if (first < 0x80) {
+            *out++ = static_cast<char16_t>(first);
+            continue;
+        }
+        if (first < 0xC2 || first >= 0xE0 || at == end || (*at & 0xC0U) != 0x80) {
+            return nullptr;
+        }
+        *out++ = static_cast<char16_t>((first & 0x1FU) << 6 | (*at++ & 0x3FU));
+    }
+    return out;
+}
+
 } // namespace
 
 struct RowStore::Block
@@ -97,6 +137,22 @@ struct RowStore::Block
         cells[cell] = (static_cast<quint64>(characters.size()) << LengthBits) | static_cast<quint64>(text.size());
         tags[cell] = Characters;
         characters.append(text.utf16(), static_cast<size_t>(text.size()));
+    }
+
+    void SetUtf8(size_t cell, const char *bytes, qsizetype size)
+    {
+        const size_t begin = characters.size();
+        characters.resize(begin + static_cast<size_t>(size));
+        const char16_t *end = WidenShort(bytes, size, characters.data() + begin);
+        if (!end) {
+            characters.resize(begin);
+            SetText(cell, QString::fromUtf8(bytes, size));
+            return;
+        }
+        const auto length = static_cast<size_t>(end - (characters.data() + begin));
+        characters.resize(begin + length);
+        cells[cell] = (static_cast<quint64>(begin) << LengthBits) | length;
+        tags[cell] = Characters;
     }
 
     QStringView TextAt(size_t cell) const
@@ -184,8 +240,47 @@ void RowStore::Write(Block &block, size_t cell, int column, const QVariant &valu
     }
 }
 
+int RowStore::Read(QSqlQuery &query, RowFeed &feed, int limit)
+{
+    using Form = FedCell::Form;
+    std::vector<FedCell> row;
+    int count = 0;
+    for (; count != limit && feed.NextRow(row); ++count) {
+        Block &block = WritableBlock();
+        const size_t first = block.NewRow(columns_.size());
+        for (size_t column = 0; column < columns_.size(); ++column) {
+            const FedCell &fed = row[column];
+            const size_t cell = first + column;
+            block.cells[cell] = static_cast<quint64>(fed.number);
+            switch (fed.form) {
+            case Form::Null:
+                break;
+            case Form::Integer:
+                block.tags[cell] = Number;
+                break;
+            case Form::Boolean:
+                block.tags[cell] = Boolean;
+                break;
+            case Form::Decimal:
+                block.tags[cell] = static_cast<quint8>(Digits + fed.scale);
+                break;
+            case Form::Utf8:
+                block.SetUtf8(cell, fed.bytes, fed.size);
+                break;
+            case Form::Other:
+                Write(block, cell, static_cast<int>(column), query.value(static_cast<int>(column)));
+                break;
+            }
+        }
+    }
+    return count;
+}
+
 int RowStore::Read(QSqlQuery &query, int limit)
 {
+    if (auto *feed = query.result()->handle().value<RowFeed *>()) {
+        return Read(query, *feed, limit);
+    }
     const int columns = ColumnCount();
     int count = 0;
     while (count != limit && query.next()) {
@@ -247,8 +342,10 @@ QVariant RowStore::Value(int row, int column) const
         return block->cells[cell] != 0;
     case Characters:
         return block->TextAt(cell).toString();
-    default:
+    case Other:
         return block->others[block->cells[cell]];
+    default:
+        return DigitsText(static_cast<qint64>(block->cells[cell]), block->tags[cell] - Digits);
     }
 }
 

@@ -15,6 +15,8 @@ class QSqlQuery;
 
 namespace host {
 
+class RowFeed;
+
 /// What a column holds, as far as reading and writing literals is concerned.
 enum class ColumnKind { Text, Integer, Decimal, Boolean, Moment, Bytes };
 
@@ -25,7 +27,7 @@ struct HOST_EXPORT Column
 };
 
 /// The rows of one result in little memory: nine bytes a cell, all texts of a thousand rows in one buffer. Numbers with
-/// decimals are kept as their decimal text.
+/// decimals are kept as their digits, or as their decimal text.
 class HOST_EXPORT RowStore
 {
 public:
@@ -74,6 +76,7 @@ private:
 
     Block &WritableBlock();
     std::pair<const Block *, size_t> Cell(int row, int column) const;
+    int Read(QSqlQuery &query, RowFeed &feed, int limit);
     void Write(Block &block, size_t cell, int column, const QVariant &value);
 
     std::vector<Column> columns_;

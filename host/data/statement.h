@@ -16,4 +16,8 @@ bool SkipToRows(QSqlQuery &query, const QString &text);
 /// Throws the error that a query met while rows were read, if any.
 void CheckRead(const QSqlQuery &query, const QString &text);
 
+/// Goes through what is left of a batch whose rows have been read: an error in a later statement shows only when its
+/// result is asked for. Throws DatabaseError.
+void Finish(QSqlQuery &query, const QString &text);
+
 } // namespace host

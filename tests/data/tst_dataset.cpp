@@ -60,6 +60,8 @@ private Q_SLOTS:
     void textsComeBackAsTyped_data();
     void textsComeBackAsTyped();
     void everyKindOfValue();
+    void decimalsOfEverySize_data();
+    void decimalsOfEverySize();
     void largeListsComeInBlocks();
     void lostConnectionKeepsWhatWasTyped();
     void rowThatIsGone();
@@ -106,6 +108,35 @@ void TestDataset::textsComeBackAsTyped()
     things->Post();
     QCOMPARE(Query(database->AnotherConnection(), Select).Text(u"Name"), text + u'!');
     QCOMPARE(things->TextField(u"Name"), text + u'!');
+}
+
+void TestDataset::decimalsOfEverySize_data()
+{
+    QTest::addColumn<QString>("type");
+    QTest::addColumn<QString>("text");
+    const auto row = [](const char *type, const char *text) {
+        QTest::addRow("%s as %s", text, type) << QString::fromLatin1(type) << QString::fromLatin1(text);
+    };
+    for (const char *text : {"0", "7", "-7", "100", "0.5", "-0.5", "0.000000001", "-0.000000001", "1200000",
+                             "72057594.037927935", "72057594.037927936", "-72057594.037927935", "-72057594.037927936",
+                             "12345678901234.123456789", "-12345678901234.123456789"})
+        row("decimal(23,9)", text);
+    row("decimal(18,0)", "-100");
+    row("decimal(38,20)", "0.00000000000000000001");
+    row("decimal(38,20)", "-1.5");
+    row("money", "12.5");
+}
+
+/// A number reads the same whether the store takes it as digits or as text, and the query that knows no store.
+void TestDataset::decimalsOfEverySize()
+{
+    QFETCH(QString, type);
+    QFETCH(QString, text);
+    Dataset numbers(database->Main());
+    numbers.Open(u"SELECT CAST('%1' AS %2) AS V, CAST(NULL AS %2) AS N"_qs.arg(text, type));
+    QCOMPARE(numbers.Field(u"V"), QVariant(text));
+    QVERIFY(numbers.Field(u"N").isNull());
+    QVERIFY(numbers.Locate(u"V", text));
 }
 
 void TestDataset::everyKindOfValue()
