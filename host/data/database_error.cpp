@@ -42,6 +42,10 @@ bool SaysConnectionLost(const QSqlError &error)
             return false;
         }
     }
+    // A commit into the void says nothing at all.
+    if (error.databaseText().trimmed().isEmpty() && error.driverText().startsWith(QLatin1String("QODBC"))) {
+        return true;
+    }
     return std::any_of(LostWords.begin(), LostWords.end(), [&error](const QString &words) {
         return error.databaseText().contains(words, Qt::CaseInsensitive);
     });

@@ -1,6 +1,7 @@
 #include "host/data/dataset.h"
 
 #include "host/data/database_error.h"
+#include "host/data/odbc_text.h"
 #include "host/data/query.h"
 #include "host/data/sql_text.h"
 #include "host/data/statement.h"
@@ -151,19 +152,26 @@ void Dataset::ReadInserted(const QString &text)
 {
     QSqlQuery query(connection_);
     Send(query, connection_, text);
-    if (!SkipToRows(query, text) || !query.next()) {
-        CheckRead(query, text);
+    if (!SkipToRows(query, text)) {
         return;
     }
     if (insertedTo_.empty()) {
+        // Asked for before the row: a record of a row holds its values, and they can be read once.
         const QSqlRecord record = query.record();
         for (int i = 0; i < record.count(); ++i) {
             insertedTo_.push_back(rows_.ColumnIndex(record.fieldName(i)));
         }
     }
+    if (!query.next()) {
+        CheckRead(query, text);
+        return;
+    }
+    const OdbcText texts(query);
     for (size_t i = 0; i < insertedTo_.size(); ++i) {
         if (insertedTo_[i] >= 0) {
-            buffer_[static_cast<size_t>(insertedTo_[i])] = query.value(static_cast<int>(i));
+            const bool isText = texts.IsNeeded() && rows_.ColumnAt(insertedTo_[i]).kind == ColumnKind::Text;
+            const auto column = static_cast<int>(i);
+            buffer_[static_cast<size_t>(insertedTo_[i])] = isText ? texts.Read(column) : query.value(column);
         }
     }
 }

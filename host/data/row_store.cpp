@@ -1,5 +1,6 @@
 #include "host/data/row_store.h"
 
+#include "host/data/odbc_text.h"
 #include "host/data/quantity.h"
 #include "host/data/row_feed.h"
 
@@ -282,12 +283,14 @@ int RowStore::Read(QSqlQuery &query, int limit)
         return Read(query, *feed, limit);
     }
     const int columns = ColumnCount();
+    const OdbcText texts(query);
     int count = 0;
     while (count != limit && query.next()) {
         Block &block = WritableBlock();
         const size_t cell = block.NewRow(columns_.size());
         for (int column = 0; column < columns; ++column) {
-            Write(block, cell + static_cast<size_t>(column), column, query.value(column));
+            const bool isText = texts.IsNeeded() && ColumnAt(column).kind == ColumnKind::Text;
+            Write(block, cell + static_cast<size_t>(column), column, isText ? texts.Read(column) : query.value(column));
         }
         ++count;
     }

@@ -182,7 +182,12 @@ void Session::sendOutcome(tsql::Outcome &outcome)
 {
     for (const QString &said : std::as_const(outcome.messages))
         putMessage(m_wire, 0, 0, 1, 1, said);
+    bool called = false;
     for (const tsql::Report &report : outcome.reports) {
+        if (std::exchange(called, report.inProcedure) && !called) {
+            putReturnStatus(m_wire, 0);
+            putDone(m_wire, DoneMore, 0, DoneKind::Procedure);
+        }
         if (report.result >= 0)
             sendRows(*outcome.results[size_t(report.result)], report.inProcedure);
         else
@@ -210,7 +215,7 @@ bool Session::changedDatabases(const QString &text)
     static const QRegularExpression pattern(
         QStringLiteral(R"(^\s*(?:IF\s+DB_ID\s*\(\s*N?'((?:[^']|'')*)'\s*\)\s+IS\s+(NOT\s+)?NULL\s+)?)"
                        R"((CREATE\s+DATABASE|DROP\s+DATABASE|USE)\s+(?:\[((?:[^\]]|\]\])+)\]|(\w+)))"
-                       R"((?:\s+COLLATE\s+(\w+))?\s*;?\s*$)"),
+                       R"((?:\s+COLLATE\s+(\w+)|\s+AS\s+COPY\s+OF\s+\[([^\]]+)\])?\s*;?\s*$)"),
         QRegularExpression::CaseInsensitiveOption);
     const auto match = pattern.match(text);
     if (!match.hasMatch())
@@ -221,7 +226,9 @@ bool Session::changedDatabases(const QString &text)
         return true;
     const QString verb = match.captured(3).left(4).toUpper();
     const QString name = match.captured(4).isEmpty() ? match.captured(5) : unquoted(match.captured(4), u']');
-    if (verb == u"CREA")
+    if (verb == u"CREA" && match.hasCaptured(7))
+        m_databases.copy(name, match.captured(7));
+    else if (verb == u"CREA")
         m_databases.create(name, match.captured(6));
     else if (verb == u"DROP")
         m_databases.drop(name);

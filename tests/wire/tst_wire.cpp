@@ -1,0 +1,415 @@
+// The data layer, goods-sql and the desk's connections on a server: Qt's ODBC driver, FreeTDS and the wire are real,
+// the server behind them is tests/tds.
+
+#include "desk/application/connections.h"
+#include "host/data/database_error.h"
+#include "host/data/dataset.h"
+#include "host/data/query.h"
+#include "host/data/transaction.h"
+#include "tests/support/test_main.h"
+#include "tools/goods_sql/databases.h"
+#include "tools/goods_sql/script_runner.h"
+
+#include <QProcess>
+#include <QSqlQuery>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace host;
+
+namespace {
+
+/// A server process and, on it, one database with connections.
+class Server
+{
+public:
+    Server()
+    {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"TMPDIR"_qs, folder_.path());
+        process_.setProcessEnvironment(environment);
+        process_.start(QStringLiteral(TDS_SERVER), QStringList());
+        process_.waitForReadyRead();
+        string_ = u"Driver=FreeTDS;Server=127.0.0.1;Port=%1;UID=test;PWD=test;TDS_Version=7.4"_qs.arg(
+            process_.readLine().trimmed().toInt());
+        Target(String()).createOnServer();
+        main = Connect();
+    }
+    ~Server()
+    {
+        main = QSqlDatabase();
+        for (const QString &name : std::as_const(names_)) {
+            QSqlDatabase::removeDatabase(name);
+        }
+        Kill();
+    }
+
+    QString String(const QString &database = QStringLiteral("wire")) const
+    {
+        return string_ + u";Database="_qs + database;
+    }
+    QSqlDatabase Connect(const QString &database = QStringLiteral("wire"))
+    {
+        names_ << u"wire %1"_qs.arg(names_.size());
+        return Target(String(database)).connect(names_.last());
+    }
+    void Kill()
+    {
+        process_.kill();
+        process_.waitForFinished();
+    }
+
+    QSqlDatabase main;
+
+private:
+    QTemporaryDir folder_;
+    QProcess process_;
+    QString string_;
+    QStringList names_;
+};
+
+/// What is thrown; a test fails where nothing is.
+template <class Work> DatabaseError Refusal(const Work &work)
+{
+    try {
+        work();
+    } catch (const DatabaseError &error) {
+        return error;
+    }
+    return DatabaseError(QStringLiteral("nothing was refused"));
+}
+
+QString Shown(const Query &query)
+{
+    QStringList fields;
+    for (int column = 0; column < query.Rows().ColumnCount(); ++column) {
+        const QVariant value = query.Value(column);
+        fields << (value.isNull()                            ? QStringLiteral("NULL")
+                   : value.typeId() == QMetaType::QByteArray ? QString::fromLatin1(value.toByteArray().toHex())
+                                                             : value.toString());
+    }
+    return fields.join(u'|');
+}
+
+} // namespace
+
+class TestWire : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { server_ = std::make_unique<Server>(); }
+    void cleanup() { server_.reset(); }
+    void values_data();
+    void values();
+    void longTextsAndBytes();
+    void everyResultOfABatch();
+    void refusals_data();
+    void refusals();
+    void refusalAmongTheRows();
+    void abandonedListFreesItsConnection();
+    void transactions();
+    void killedServer();
+    void killedWhileAListIsRead();
+    void databases();
+    void collationThatLosesLetters_data();
+    void collationThatLosesLetters();
+    void goodsSql();
+
+private:
+    std::unique_ptr<Server> server_;
+};
+
+void TestWire::values_data()
+{
+    QTest::addColumn<QString>("select");
+    QTest::addColumn<QString>("value");
+    const auto row = [](const char *name, const char *select, const char *value) {
+        QTest::newRow(name) << QString::fromUtf8(select) << QString::fromUtf8(value);
+    };
+    row("unicode", "N'چای سبز ۵ کیلویی', N'🍵👨‍👩‍👧'",
+        "چای سبز ۵ کیلویی|🍵👨‍👩‍👧");
+    row("plain quotes", "'یک كيك', '', 'd''or'", "یک كيك||d'or");
+    row("fixed text", "CAST('ی' AS char(3)), CAST(N'ab' AS nchar(4))", "ی  |ab  ");
+    row("whole numbers",
+        "CAST(255 AS tinyint), CAST(-32768 AS smallint), CAST(-2147483648 AS int), CAST(-9007199254740993 AS bigint)",
+        "255|-32768|-2147483648|-9007199254740993");
+    row("decimals", "12345678901234.123456789, CAST(-0.5 AS decimal(23,9)), CAST(0 AS decimal(5,2))",
+        "12345678901234.123456789|-0.5|0");
+    row("the widest decimal", "CAST('99999999999999999999999999999999999999' AS decimal(38,0)), CAST(12.5 AS money)",
+        "99999999999999999999999999999999999999|12.5");
+    row("bit", "CAST(1 AS bit), CAST(0 AS bit)", "1|0");
+    row("dates",
+        "CAST('1899-12-31' AS date), CAST('2026-03-21 23:59:59.997' AS datetime), CAST('1900-01-01' AS datetime)",
+        "1899-12-31|2026-03-21T23:59:59.997|1900-01-01T00:00:00.000");
+    row("bytes", "0x00FF27", "00ff27");
+    row("nothing of each kind",
+        "CAST(NULL AS int), CAST(NULL AS nvarchar(9)), CAST(NULL AS nvarchar(max)), CAST(NULL AS decimal(9,2)), "
+        "CAST(NULL AS datetime), CAST(NULL AS bit), CAST(NULL AS varbinary(3)), NULL",
+        "NULL|NULL|NULL|NULL|NULL|NULL|NULL|NULL");
+}
+
+void TestWire::values()
+{
+    QFETCH(QString, select);
+    QTEST(Shown(Query(server_->main, u"SELECT "_qs + select)), "value");
+}
+
+void TestWire::longTextsAndBytes()
+{
+    Exec(
+        server_->main,
+        u"CREATE TABLE Notes (Id int IDENTITY(1,1) PRIMARY KEY, Text nvarchar(max), Raw varbinary(max), Short nvarchar(50))"_qs);
+    Dataset notes(server_->main);
+    notes.SetTable(u"Notes"_qs, u"Id"_qs);
+    notes.Open(u"SELECT * FROM Notes"_qs);
+    for (const int length : {1, 3999, 4000, 4001, 70'000}) {
+        const QString text = QString(length - 1, u'ی') + u'ک';
+        const QByteArray bytes = text.toUtf8();
+        notes.Append();
+        notes.SetField(u"Text", text);
+        notes.SetField(u"Raw", bytes);
+        notes.SetField(u"Short", text.right(50));
+        notes.Post();
+        const Query stored(server_->main,
+                           u"SELECT Text, Raw, Short FROM Notes WHERE Id = "_qs + notes.TextField(u"Id"));
+        QVERIFY2(stored.Text(u"Text") == text, qPrintable(QString::number(length)));
+        QCOMPARE(notes.TextField(u"Short"), text.right(50));
+        QCOMPARE(stored.Text(u"Short"), text.right(50));
+        QVERIFY2(stored.Value(u"Raw").toByteArray() == bytes, qPrintable(QString::number(length)));
+    }
+}
+
+/// Results and counts come one after the other; of a procedure that counts nothing only the rows.
+void TestWire::everyResultOfABatch()
+{
+    Exec(server_->main, u"CREATE TABLE T (A int)"_qs);
+    Exec(server_->main,
+         u"CREATE PROCEDURE Quiet AS SET NOCOUNT ON INSERT T VALUES (7) SELECT 'q' AS Q DELETE T WHERE A = 7"_qs);
+    QSqlQuery query(server_->main);
+    query.setForwardOnly(true);
+    QVERIFY(query.exec(
+        u"INSERT T VALUES (1), (2) SELECT A FROM T UPDATE T SET A = 3 WHERE A = 1 SELECT A FROM T WHERE A > 9"_qs));
+    QStringList results;
+    do {
+        QString result = query.isSelect() ? u"rows"_qs : u"count %1"_qs.arg(query.numRowsAffected());
+        while (query.isSelect() && query.next()) {
+            result += u' ' + query.value(0).toString();
+        }
+        results << result;
+    } while (query.nextResult());
+    QCOMPARE(results, (QStringList{u"count 2"_qs, u"rows 1 2"_qs, u"count 1"_qs, u"rows"_qs}));
+    QCOMPARE(Exec(server_->main, u"UPDATE T SET A = 1 SELECT 5 DELETE T WHERE A = 99"_qs), 0);
+    QCOMPARE(Scalar(server_->main, u"INSERT T VALUES (8) EXEC Quiet"_qs).toString(), u"q");
+}
+
+void TestWire::refusals_data()
+{
+    QTest::addColumn<QString>("statement");
+    QTest::addColumn<QString>("code");
+    QTest::addColumn<QString>("says");
+    QTest::addColumn<bool>("key");
+    const auto row = [](const char *name, const char *statement, const char *code, const char *says, bool key = false) {
+        QTest::newRow(name) << QString::fromUtf8(statement) << QString::fromLatin1(code) << QString::fromUtf8(says)
+                            << key;
+    };
+    row("duplicate key", "INSERT T VALUES (20006)", "2627", "Violation of PRIMARY KEY", true);
+    row("behind a first result", "SELECT 1 INSERT T VALUES (20006)", "2627", "Violation of PRIMARY KEY", true);
+    row("behind a count", "INSERT T VALUES (5) INSERT T VALUES (5)", "2627", "Violation of PRIMARY KEY", true);
+    row("a row that was asked back", "INSERT INTO T (A) OUTPUT INSERTED.* VALUES (20006)", "2627", "Violation", true);
+    row("column", "SELECT NoSuch FROM T", "207", "Invalid column name 'NoSuch'.");
+    row("arithmetic", "SELECT 1/0", "8134", "Divide by zero error encountered.");
+    row("in Persian", "RAISERROR(N'قفل است: %s', 16, 1, N'کالا')", "50000", "قفل است: کالا");
+    row("that sounds like an end", "RAISERROR(N'Communication link failure', 16, 1)", "50000", "Communication link");
+    row("procedure", "EXEC NoSuch 1", "2812", "Could not find stored procedure 'NoSuch'.");
+    row("syntax", "SELEC 1 FROM", "", "");
+}
+
+void TestWire::refusals()
+{
+    Exec(server_->main, u"CREATE TABLE T (A int NOT NULL CONSTRAINT PK_T PRIMARY KEY) INSERT T VALUES (20006)"_qs);
+    QFETCH(QString, statement);
+    QFETCH(QString, code);
+    QFETCH(QString, says);
+    const DatabaseError error = Refusal([&] { Exec(server_->main, statement); });
+    QVERIFY2(error.Text().startsWith(says), qPrintable(error.Text()));
+    QVERIFY2(code.isEmpty() || error.NativeCode() == code, qPrintable(error.NativeCode()));
+    QVERIFY(!error.ConnectionLost());
+    QTEST(error.KeyViolation(), "key");
+    QCOMPARE(Scalar(server_->main, u"SELECT 4"_qs).toInt(), 4);
+}
+
+void TestWire::refusalAmongTheRows()
+{
+    Exec(server_->main, u"CREATE TABLE T (A int NOT NULL PRIMARY KEY)"_qs);
+    Exec(server_->main, u"INSERT T VALUES (1), (2), (3), (4)"_qs);
+    const DatabaseError error = Refusal([&] { Query(server_->main, u"SELECT 12 / (3 - A) FROM T ORDER BY A"_qs); });
+    QVERIFY2(error.Text().startsWith(u"Divide by zero"), qPrintable(error.Text()));
+    QVERIFY(!error.ConnectionLost());
+    QCOMPARE(Scalar(server_->main, u"SELECT COUNT(*) FROM T"_qs).toInt(), 4);
+}
+
+void TestWire::abandonedListFreesItsConnection()
+{
+    Exec(server_->main, u"CREATE TABLE T (A int, Name nvarchar(200))"_qs);
+    Exec(
+        server_->main,
+        u"DECLARE @i int = 0 BEGIN TRAN WHILE @i < 20000 BEGIN SET @i = @i + 1 INSERT T VALUES "
+        "(@i, N'نامی که چند بسته را پر می‌کند، چند صد بار پشت سر هم') END COMMIT"_qs);
+    {
+        QSqlQuery list(server_->main);
+        list.setForwardOnly(true);
+        QVERIFY(list.exec(u"SELECT * FROM T"_qs));
+        for (int i = 0; i < 10; ++i) {
+            QVERIFY(list.next());
+        }
+    }
+    QCOMPARE(Scalar(server_->main, u"SELECT COUNT(*) FROM T"_qs).toInt(), 20'000);
+
+    Dataset blocks(server_->main);
+    blocks.SetBlockSize(1000);
+    blocks.Open(u"SELECT * FROM T"_qs);
+    QCOMPARE(blocks.RecordCount(), 1000);
+    QCOMPARE(Exec(server_->main, u"DELETE T WHERE A = 20000"_qs), 1);
+    blocks.FetchAll();
+    QCOMPARE(blocks.RecordCount(), 20'000);
+}
+
+void TestWire::transactions()
+{
+    const QSqlDatabase other = server_->Connect();
+    const auto count = [&] { return Scalar(other, u"SELECT COUNT(*) FROM T"_qs).toInt(); };
+    Exec(server_->main, u"CREATE TABLE T (A int NOT NULL PRIMARY KEY)"_qs);
+    {
+        Transaction kept(server_->main);
+        Exec(server_->main, u"INSERT T VALUES (1)"_qs);
+        QVERIFY(Refusal([&] { Exec(server_->main, u"INSERT T VALUES (1)"_qs); }).KeyViolation());
+        Exec(server_->main, u"INSERT T VALUES (2)"_qs);
+        kept.Commit();
+    }
+    QCOMPARE(count(), 2);
+    {
+        Transaction undone(server_->main);
+        Exec(server_->main, u"INSERT T VALUES (3) DELETE T WHERE A = 1"_qs);
+    }
+    QCOMPARE(count(), 2);
+    Exec(server_->main, u"INSERT T VALUES (4)"_qs);
+    QCOMPARE(count(), 3);
+}
+
+void TestWire::killedServer()
+{
+    Exec(server_->main,
+         u"CREATE TABLE T (Id int IDENTITY(1,1) PRIMARY KEY, Name nvarchar(20)) INSERT T (Name) VALUES (N'چای')"_qs);
+    QSqlDatabase begins = server_->Connect();
+    QSqlDatabase commits = server_->Connect();
+    Dataset things(server_->main);
+    things.SetTable(u"T"_qs, u"Id"_qs);
+    things.Open(u"SELECT * FROM T"_qs);
+    things.Edit();
+    things.SetField(u"Name", u"قهوه"_qs);
+    Transaction open(commits);
+    Exec(commits, u"UPDATE T SET Name = N'آب'"_qs);
+    server_->Kill();
+
+    const DatabaseError first = Refusal([&] { things.Post(); });
+    QVERIFY2(first.ConnectionLost() && !first.KeyViolation(), qPrintable(first.LogText()));
+    QCOMPARE(things.CurrentState(), Dataset::State::Edit);
+    QCOMPARE(things.TextField(u"Name"), u"قهوه");
+    const DatabaseError again = Refusal([&] { things.Post(); });
+    QVERIFY2(again.ConnectionLost(), qPrintable(again.LogText()));
+    for (int i = 0; i < 2; ++i) {
+        const DatabaseError begun = Refusal([&] { Transaction transaction(begins); });
+        QVERIFY2(begun.ConnectionLost(), qPrintable(begun.LogText()));
+    }
+    const DatabaseError committed = Refusal([&] { open.Commit(); });
+    QVERIFY2(committed.ConnectionLost(), qPrintable(committed.LogText()));
+    desk::Options options;
+    options.connection = server_->String();
+    const DatabaseError opened = Refusal([&] { desk::OpenConnections connections(options); });
+    QVERIFY2(opened.ConnectionLost(), qPrintable(opened.LogText()));
+}
+
+void TestWire::killedWhileAListIsRead()
+{
+    Exec(server_->main, u"CREATE TABLE T (A int, Name nvarchar(200))"_qs);
+    Exec(
+        server_->main,
+        u"DECLARE @i int = 0 BEGIN TRAN WHILE @i < 60000 BEGIN SET @i = @i + 1 INSERT T VALUES "
+        "(@i, N'نامی که چند بسته را پر می‌کند، چند هزار بار پشت سر هم، تا هیچ میانگیری همه را نگیرد') END COMMIT"_qs);
+    Dataset blocks(server_->main);
+    blocks.SetBlockSize(1000);
+    blocks.Open(u"SELECT * FROM T"_qs);
+    server_->Kill();
+    const DatabaseError error = Refusal([&] { blocks.FetchAll(); });
+    QVERIFY2(error.ConnectionLost(), qPrintable(error.LogText()));
+    QVERIFY(blocks.RecordCount() >= 1000 && blocks.RecordCount() < 60'000);
+}
+
+void TestWire::databases()
+{
+    const QString name = u"فروشگاه ]d'or["_qs;
+    const Target shop(server_->String(name));
+    QVERIFY_THROWS_EXCEPTION(ScriptError, server_->Connect(name));
+    shop.createOnServer();
+    shop.createOnServer();
+    {
+        const QSqlDatabase inside = server_->Connect(name);
+        Exec(inside, u"CREATE TABLE Mine (A int)"_qs);
+        QVERIFY_THROWS_EXCEPTION(ScriptError, initialise(inside, false)); // never into somebody's tables
+        QVERIFY(Refusal([&] { Query(server_->main, u"SELECT * FROM Mine"_qs); }).Text().startsWith(u"Invalid object"));
+        Exec(server_->main, u"USE [فروشگاه ]]d'or[]"_qs);
+        QVERIFY(!Exists(server_->main, u"SELECT * FROM Mine"_qs));
+        Exec(server_->main, u"USE wire"_qs);
+    }
+    QSqlDatabase::database(u"wire 2"_qs).close();
+    shop.dropOnServer();
+    shop.dropOnServer();
+    QVERIFY_THROWS_EXCEPTION(ScriptError, server_->Connect(name));
+}
+
+void TestWire::collationThatLosesLetters_data()
+{
+    QTest::addColumn<QString>("collation");
+    QTest::addColumn<bool>("keeps");
+    QTest::newRow("UTF-8") << u"Persian_100_CI_AI_SC_UTF8"_qs << true;
+    QTest::newRow("code page 1256") << u"Persian_100_CI_AI"_qs << false;
+}
+
+void TestWire::collationThatLosesLetters()
+{
+    QFETCH(QString, collation);
+    Exec(server_->main, u"CREATE DATABASE other COLLATE "_qs + collation);
+    const QSqlDatabase other = server_->Connect(u"other"_qs);
+    QTEST(desk::KeepsPersianLetters(other), "keeps");
+    QCOMPARE(Scalar(other, u"SELECT N'یک'"_qs).toString(), u"یک");
+}
+
+void TestWire::goodsSql()
+{
+    const auto run = [this](const QStringList &arguments, const QByteArray &input = {}) {
+        QProcess program;
+        program.start(QStringLiteral(GOODS_SQL), QStringList{server_->String(u"shop"_qs)} + arguments);
+        program.write(input);
+        program.closeWriteChannel();
+        program.waitForFinished();
+        return QString::number(program.exitCode()) + u'\n' + QString::fromUtf8(program.readAllStandardOutput()) +
+               QString::fromUtf8(program.readAllStandardError()).trimmed();
+    };
+    QCOMPARE(run({u"--init"_qs, u"--demo"_qs}), u"0\n");
+    QVERIFY(run({u"--init"_qs}).startsWith(u"1\n"));
+    QCOMPARE(run({u"--csv"_qs, u"-"_qs}, "CREATE TABLE A (N nvarchar(9), D decimal(9,2))\nGO\n"
+                                         "INSERT A VALUES (N'الف', 0.5)\nGO\nSELECT * FROM A\ngo\n"),
+             u"0\nN,D\r\nالف,0.50\r\n");
+    const QString refused =
+        run({u"-"_qs}, "SELECT 1 AS A\nGO\nSELECT 2 AS B\nINSERT A VALUES (N'a', 1/0)\nGO\nSELECT 3");
+    QCOMPARE(refused, u"1\nA\n-\n1\nB\n-\n2\ngoods-sql: input:3: error 8134: [FreeTDS][SQL Server]Divide by zero error "
+                      "encountered.");
+    QVERIFY(run({u"--backup"_qs, u"x"_qs}).startsWith(u"1\n"));
+    QCOMPARE(Scalar(server_->Connect(u"shop"_qs), u"SELECT COUNT(*) FROM GoodInf WHERE Name LIKE N'%ی%'"_qs).toInt() >
+                 100,
+             true);
+}
+
+REGISTER_TEST(TestWire)
+#include "tst_wire.moc"
