@@ -34,13 +34,18 @@ void drop(const QString &name)
     }
 }
 
+void dropAll()
+{
+    for (const QString &name : std::exchange(onServer(), {}))
+        drop(name);
+}
+
 [[noreturn]] void fail(const QString &text)
 {
     const QStringList names = QSqlDatabase::connectionNames();
     for (const QString &name : names)
         QSqlDatabase::database(name, false).close();
-    for (const QString &name : std::exchange(onServer(), {}))
-        drop(name);
+    dropAll();
     qFatal("%s", qPrintable(text));
     std::abort();
 }
@@ -98,15 +103,65 @@ QString original(Database::Content content)
     return file;
 }
 
-/// A connection string with a database that nobody else has.
+/// A database that nobody else has.
 QString nameOnServer()
 {
     static int count = 0;
-    return QStringLiteral("%1;Database=goods_test_%2_%3_%4")
-        .arg(qEnvironmentVariable("GOODS_TEST_CONNECTION"))
+    return QStringLiteral("goods_test_%1_%2_%3")
         .arg(QCoreApplication::applicationPid())
         .arg(QDateTime::currentMSecsSinceEpoch())
         .arg(++count);
+}
+
+QString connectionTo(const QString &database)
+{
+    return qEnvironmentVariable("GOODS_TEST_CONNECTION") + QStringLiteral(";Database=") + database;
+}
+
+void makeOnServer(const QString &database, Database::Content content)
+{
+    onServer() << connectionTo(database);
+    make(connectionTo(database), content);
+}
+
+/// Whether the server could copy a database. Not all can.
+bool copyOnServer(const QString &database, const QString &source)
+{
+    const QString name = QStringLiteral("test.copying");
+    const auto remove = qScopeGuard([&] { disconnect(name); });
+    QSqlDatabase server;
+    try {
+        server = Target(qEnvironmentVariable("GOODS_TEST_CONNECTION")).connect(name);
+    } catch (const ScriptError &error) {
+        fail(error.text);
+    }
+    const bool copied = !run(server, QStringLiteral("CREATE DATABASE [%1] AS COPY OF [%2]").arg(database, source))
+                             .lastError()
+                             .isValid();
+    server = {};
+    if (copied)
+        onServer() << connectionTo(database);
+    return copied;
+}
+
+/// Makes a database with this content on the server and gives its connection string. A copy of the first one is quicker
+/// than the scripts.
+QString newOnServer(Database::Content content)
+{
+    static bool copies = true;
+    static std::map<Database::Content, QString> made;
+    QString &source = made[content];
+    if (source.isEmpty() && copies) {
+        if (made.size() == 1)
+            qAddPostRoutine(dropAll);
+        source = nameOnServer();
+        makeOnServer(source, content);
+    }
+    const QString name = nameOnServer();
+    copies = copies && copyOnServer(name, source);
+    if (!copies)
+        makeOnServer(name, content);
+    return connectionTo(name);
 }
 
 QString shown(const QVariant &value)
@@ -133,9 +188,7 @@ bool Database::OnServer()
 Database::Database(Content content)
 {
     if (OnServer()) {
-        name_ = nameOnServer();
-        onServer() << name_;
-        make(name_, content);
+        name_ = newOnServer(content);
     } else {
         const QString source = original(content);
         name_ = folder_.filePath(QStringLiteral("goods.db"));

@@ -12,7 +12,7 @@ namespace test {
 /// the object. The scripts run once per process; every further database is a copy of the first.
 ///
 /// When GOODS_TEST_CONNECTION holds an ODBC connection string without a database, it is a database on that server
-/// instead, and the scripts run for each.
+/// instead, where copies are made if the server can.
 ///
 /// A statement that fails ends the program with the driver's words: a test that expects a refusal uses Refusal().
 class Database

@@ -15,6 +15,15 @@
 
 namespace tds {
 
+namespace {
+
+tsql::Error existsAlready(const QString &name)
+{
+    return {1801, u"Database '%1' already exists. Choose a different database name."_qs.arg(name)};
+}
+
+} // namespace
+
 std::shared_ptr<Database> Databases::enter(const QString &name)
 {
     const QMutexLocker lock(&m_mutex);
@@ -41,28 +50,50 @@ void Databases::create(const QString &name, const QString &collation)
     const QMutexLocker lock(&m_mutex);
     auto &database = m_all[name.toLower()];
     if (database)
-        throw tsql::Error(1801, u"Database '%1' already exists. Choose a different database name."_qs.arg(name));
-    const QString file = m_folder.filePath(QString::number(++m_made));
-    database = std::make_shared<Database>(Database{name, file, Collation(collation), 0});
+        throw existsAlready(name);
+    database = std::make_shared<Database>(Database{name, nextFile(), Collation(collation), 0});
+}
+
+void Databases::copy(const QString &name, const QString &source)
+{
+    alone(source, [this, &name](const Database &original) {
+        if (m_all.contains(name.toLower()))
+            throw existsAlready(name);
+        const QString file = nextFile();
+        if (!QFile::copy(original.file, file))
+            throw tsql::Error(1802,
+                              u"CREATE DATABASE failed. The file of '%1' cannot be copied."_qs.arg(original.name));
+        m_all[name.toLower()] = std::make_shared<Database>(Database{name, file, original.collation, 0});
+    });
 }
 
 void Databases::drop(const QString &name)
+{
+    alone(name, [this](const Database &database) {
+        for (const QString &tail : {QString(), u"-wal"_qs, u"-shm"_qs})
+            QFile::remove(database.file + tail);
+        m_all.remove(database.name.toLower());
+    });
+}
+
+template <class Work> void Databases::alone(const QString &name, const Work &work)
 {
     constexpr int Tries = 1000;
     for (int i = 0; i < Tries; ++i, QThread::msleep(5)) {
         const QMutexLocker lock(&m_mutex);
         const auto database = m_all.value(name.toLower());
         if (!database)
-            throw tsql::Error(3701, u"Cannot drop the database '%1', because it does not exist or you do not have "
+            throw tsql::Error(3701, u"Cannot use the database '%1', because it does not exist or you do not have "
                                     "permission."_qs.arg(name));
-        if (database->sessions > 0)
-            continue;
-        for (const QString &tail : {QString(), u"-wal"_qs, u"-shm"_qs})
-            QFile::remove(database->file + tail);
-        m_all.remove(name.toLower());
-        return;
+        if (database->sessions == 0)
+            return work(*database);
     }
-    throw tsql::Error(3702, u"Cannot drop database \"%1\" because it is currently in use."_qs.arg(name));
+    throw tsql::Error(3702, u"Cannot use database \"%1\" because it is currently in use."_qs.arg(name));
+}
+
+QString Databases::nextFile()
+{
+    return m_folder.filePath(QString::number(++m_made));
 }
 
 namespace {

@@ -32,12 +32,18 @@ public:
     bool exists(const QString &name) const;
     /** Throws tsql::Error when there is one of that name. */
     void create(const QString &name, const QString &collation);
+    /** Creates one with the content and the collation of another, in which nobody may be. */
+    void copy(const QString &name, const QString &source);
     /** Waits for sessions that are on their way out. Throws tsql::Error when somebody stays or there is none. */
     void drop(const QString &name);
     /** Removes all files. */
     void clear() { m_folder.remove(); }
 
 private:
+    /** Does something with a database that no session is in, under the lock; see drop(). */
+    template <class Work> void alone(const QString &name, const Work &work);
+    QString nextFile();
+
     mutable QMutex m_mutex;
     QTemporaryDir m_folder;
     QHash<QString, std::shared_ptr<Database>> m_all;
