@@ -132,6 +132,7 @@ private:
     void Stand(int row);
     void ReportFields();
     void CaptionClicked(int section);
+    QString CellText(const QModelIndex &index) const;
     int GridColumnOf(const QString &field) const;
 
     GridModel *m_model;

@@ -7,6 +7,7 @@
 #include <QtCore/QScopedValueRollback>
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QMenu>
+#include <QtWidgets/QStyledItemDelegate>
 
 #include <algorithm>
 
@@ -115,6 +116,13 @@ QStringList Grid::VisibleCaptions() const
     return captions;
 }
 
+/// What a column's own delegate makes of a value, or the value as it is shown.
+QString Grid::CellText(const QModelIndex &index) const
+{
+    const auto *delegate = qobject_cast<const QStyledItemDelegate *>(itemDelegateForIndex(index));
+    return delegate ? delegate->displayText(index.data(), locale()) : index.data().toString();
+}
+
 QStringList Grid::VisibleTexts(int row) const
 {
     QStringList texts;
@@ -122,7 +130,7 @@ QStringList Grid::VisibleTexts(int row) const
     for (int visual = 0; visual < header->count(); ++visual) {
         const int logical = header->logicalIndex(visual);
         if (logical != GridModel::MarkColumn && !isColumnHidden(logical))
-            texts << m_model->index(row, logical).data().toString();
+            texts << CellText(m_model->index(row, logical));
     }
     return texts;
 }

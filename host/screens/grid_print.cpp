@@ -33,6 +33,12 @@ QFont PrintFont(int points, bool bold)
     return font;
 }
 
+/// A preview keeps each run of one direction by itself, and a plain blank at the end of a run has no width there.
+QString Printed(const QString &text)
+{
+    return QString(text).replace(u' ', QChar::Nbsp);
+}
+
 } // namespace
 
 GridPrinter::GridPrinter(Grid &grid, const QString &title, const QString &date)
@@ -76,7 +82,7 @@ void GridPrinter::PaintPage(QPainter &painter, const QRectF &page, int firstRow,
     painter.setPen(theme::Ink());
     painter.setFont(PrintFont(14, true));
     const QRectF top(page.left(), page.top(), page.width(), titlePoints);
-    painter.drawText(top, Qt::AlignRight | Qt::AlignVCenter, m_title);
+    painter.drawText(top, Qt::AlignRight | Qt::AlignVCenter, Printed(m_title));
     painter.setFont(PrintFont(9, false));
     painter.drawText(top, Qt::AlignLeft | Qt::AlignVCenter, PersianDigits(m_date));
 
@@ -90,7 +96,8 @@ void GridPrinter::PaintPage(QPainter &painter, const QRectF &page, int firstRow,
         PaintRow(painter, row, m_grid.VisibleTexts(index), false);
     }
     const QRectF foot(page.left(), page.bottom() - footPoints, page.width(), footPoints);
-    painter.drawText(foot, Qt::AlignCenter, PersianDigits(QStringLiteral("صفحه %1 از %2").arg(number).arg(count)));
+    painter.drawText(foot, Qt::AlignCenter,
+                     Printed(PersianDigits(QStringLiteral("صفحه %1 از %2").arg(number).arg(count))));
 }
 
 void GridPrinter::PaintRow(QPainter &painter, const QRectF &row, const QStringList &texts, bool heading) const
@@ -108,7 +115,7 @@ void GridPrinter::PaintRow(QPainter &painter, const QRectF &row, const QStringLi
         painter.setPen(theme::Ink());
         const QRectF inside = cell.adjusted(padPoints, 0, -padPoints, 0);
         const QString text =
-            metrics.elidedText(texts.value(static_cast<qsizetype>(column)), Qt::ElideRight, inside.width());
+            metrics.elidedText(Printed(texts.value(static_cast<qsizetype>(column))), Qt::ElideRight, inside.width());
         painter.drawText(inside, Qt::AlignRight | Qt::AlignVCenter | Qt::TextSingleLine, text);
         right -= width;
     }

@@ -14,9 +14,9 @@ namespace {
 
 constexpr qreal Diameter = 12;
 
-QString TagCode(const QModelIndex &index)
+QString TagCode(const QVariant &value)
 {
-    return host::FoldDigits(index.data().toString()).trimmed();
+    return host::FoldDigits(value.toString()).trimmed();
 }
 
 } // namespace
@@ -28,6 +28,11 @@ void TagMarks::SetTags(const QList<host::Tag> &tags)
         m_tags.insert(QString::number(tag.Code), tag);
 }
 
+QString TagMarks::displayText(const QVariant &value, const QLocale & /*locale*/) const
+{
+    return m_tags.value(TagCode(value)).Name;
+}
+
 void TagMarks::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
 {
     QStyleOptionViewItem cell = option;
@@ -36,7 +41,7 @@ void TagMarks::paint(QPainter *painter, const QStyleOptionViewItem &option, cons
     const QWidget *widget = option.widget;
     const QStyle *style = widget != nullptr ? widget->style() : QApplication::style();
     style->drawControl(QStyle::CE_ItemViewItem, &cell, painter, widget);
-    const auto tag = m_tags.constFind(TagCode(index));
+    const auto tag = m_tags.constFind(TagCode(index.data()));
     if (tag == m_tags.constEnd())
         return;
     QRectF mark(0, 0, Diameter, Diameter);
@@ -54,7 +59,7 @@ bool TagMarks::helpEvent(QHelpEvent *event, QAbstractItemView *view, const QStyl
 {
     if (event->type() != QEvent::ToolTip)
         return QStyledItemDelegate::helpEvent(event, view, option, index);
-    QToolTip::showText(event->globalPos(), m_tags.value(TagCode(index)).Name, view, option.rect);
+    QToolTip::showText(event->globalPos(), m_tags.value(TagCode(index.data())).Name, view, option.rect);
     return true;
 }
 

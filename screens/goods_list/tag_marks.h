@@ -17,6 +17,8 @@ public:
 
     void SetTags(const QList<host::Tag> &tags);
 
+    /// The tag's name, for what has no colours: a printed list.
+    QString displayText(const QVariant &value, const QLocale &locale) const override;
     void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
     bool helpEvent(QHelpEvent *event, QAbstractItemView *view, const QStyleOptionViewItem &option,
                    const QModelIndex &index) override;

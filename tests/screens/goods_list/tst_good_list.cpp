@@ -585,10 +585,14 @@ void TestGoodList::preview()
     test::Drive([] { test::Press(Qt::Key_F9); },
                 [](QWidget *preview) {
                     QVERIFY(preview->inherits("QPrintPreviewDialog"));
+                    test::Picture(*preview, u"preview"_s);
                     test::Press(Qt::Key_Escape);
                 });
     screen.Activate();
     QCOMPARE(screen.grid.CurrentKey(), u"110001"_s);
+    // A mark's colour is nothing on paper: its name is printed.
+    const QString tag = screen.database.Scalar(u"select Name from TagS where Code = 1"_s).toString();
+    QVERIFY2(screen.grid.VisibleTexts(0).contains(tag), qPrintable(screen.grid.VisibleTexts(0).join(u'|')));
     test::Press(Qt::Key_Escape);
 }
 
