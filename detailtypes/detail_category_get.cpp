@@ -1,5 +1,6 @@
 #include "detailtypes/detail_category_get.h"
 
+#include "detailtypes/rights.h"
 #include "ui_detail_category_get.h"
 
 using namespace Qt::StringLiterals;
@@ -30,15 +31,6 @@ TDetailTypes_SelectedList_Get_FRM::TDetailTypes_SelectedList_Get_FRM(host::Host 
 
 TDetailTypes_SelectedList_Get_FRM::~TDetailTypes_SelectedList_Get_FRM() = default;
 
-bool TDetailTypes_SelectedList_Get_FRM::MayWrite()
-{
-    const auto permission = IsNew() ? host::TPermission::Create : host::TPermission::Change;
-    if (m_host.permissions.HavePermission(m_host.settings.UserInfo(), SoftwarePart(), permission, true, true, {}))
-        return true;
-    AbortOpening();
-    return false;
-}
-
 int TDetailTypes_SelectedList_Get_FRM::ProposeCode()
 {
     const QString status = QString::number(static_cast<int>(SoftwarePart()));
@@ -61,8 +53,10 @@ void TDetailTypes_SelectedList_Get_FRM::Show(const TDetailTypes_SelectedList_Rec
 
 void TDetailTypes_SelectedList_Get_FRM::Prepare()
 {
-    if (!MayWrite())
+    if (!detail_types::MayWrite(m_host, Mode())) {
+        AbortOpening();
         return;
+    }
     TDetailTypes_SelectedList_Rec record;
     record.Code = ProposeCode();
     SetKey(record.Code);
@@ -71,8 +65,10 @@ void TDetailTypes_SelectedList_Get_FRM::Prepare()
 
 void TDetailTypes_SelectedList_Get_FRM::Load()
 {
-    if (!MayWrite())
+    if (!detail_types::MayWrite(m_host, Mode())) {
+        AbortOpening();
         return;
+    }
     TDetailTypes_SelectedList_Rec record;
     if (!m_data.DetailTypes_SelectedList_GetByID(Key().toInt(), record)) {
         m_host.messages.ShowMessage(u"این دسته بندی دیگر وجود ندارد."_s, host::MessageIcon::Warning);

@@ -31,7 +31,6 @@ protected:
     QString PrepareRecoveryQuery() const override;
 
 private:
-    bool MayWrite();
     bool IsNew() const { return Mode() == host::TFormMode::New; }
     int ProposeCode();
     void Show(const TDetailTypes_SelectedList_Rec &record);

@@ -1,6 +1,7 @@
 #include "detailtypes/detail_type_get.h"
 
 #include "detailtypes/detail_items.h"
+#include "detailtypes/rights.h"
 #include "host/screens/theme.h"
 #include "ui_detail_type_get.h"
 
@@ -119,16 +120,6 @@ QString TDetailTypes_Get_FRM::PrepareRecoveryQuery() const
     return u"SELECT ID FROM DetailTypes WHERE ID = "_qs + QString::number(Key().toInt());
 }
 
-bool TDetailTypes_Get_FRM::MayWrite()
-{
-    const auto permission = IsNew() ? host::TPermission::Create : host::TPermission::Change;
-    if (m_host.permissions.HavePermission(m_host.settings.UserInfo(), TSoftwarePart::DetailTypes, permission, true,
-                                          true, {}))
-        return true;
-    AbortOpening();
-    return false;
-}
-
 // A record on the form ----------------------------------------------------------------------------------------------
 
 void TDetailTypes_Get_FRM::Clear()
@@ -152,8 +143,10 @@ void TDetailTypes_Get_FRM::Clear()
 
 void TDetailTypes_Get_FRM::Prepare()
 {
-    if (!MayWrite())
+    if (!detail_types::MayWrite(m_host, Mode())) {
+        AbortOpening();
         return;
+    }
     SetKey(1);
     Clear();
     ui_->Code_EDT->setText(Key().toString());
@@ -162,8 +155,10 @@ void TDetailTypes_Get_FRM::Prepare()
 
 void TDetailTypes_Get_FRM::Load()
 {
-    if (!MayWrite())
+    if (!detail_types::MayWrite(m_host, Mode())) {
+        AbortOpening();
         return;
+    }
     Clear();
     const int id = Key().toInt();
     if (!data_.DetailTypes_GetByID(id, loaded_)) {

@@ -39,7 +39,6 @@ protected:
 private:
     void BindItems();
     void BindToggle();
-    bool MayWrite();
     bool IsNew() const { return Mode() == host::TFormMode::New; }
     void Clear();
     void Show(const TDetailType_Rec &record);

@@ -141,11 +141,6 @@ host::Grid *TDetailTypes_List_FRM::PrintedGrid() const
     return OnTypes() ? ui->DetailTypes_List_GRD : ui->SelectedList_List_DBTableView1;
 }
 
-bool TDetailTypes_List_FRM::Allowed(host::TPermission permission)
-{
-    return m_host.permissions.HavePermission(m_host.settings.UserInfo(), SoftwarePart(), permission, true, true, {});
-}
-
 void TDetailTypes_List_FRM::Warn(const QString &text)
 {
     m_host.messages.ShowMessage(text, host::MessageIcon::Warning);

@@ -47,7 +47,6 @@ private:
     // Both tabs.
     bool Chooses() const { return Mode() == host::TFormMode::Selection; }
     bool OnTypes() const;
-    bool Allowed(host::TPermission permission);
     void Warn(const QString &text);
     void ShowTab();
     void RefreshButtons();

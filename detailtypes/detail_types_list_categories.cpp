@@ -1,6 +1,7 @@
 #include "detailtypes/detail_category_get.h"
 #include "detailtypes/detail_types_list.h"
 #include "detailtypes/reload.h"
+#include "detailtypes/rights.h"
 #include "ui_detail_types_list.h"
 
 using namespace Qt::StringLiterals;
@@ -49,7 +50,8 @@ void TDetailTypes_List_FRM::EditCategory(TFormMode mode)
 void TDetailTypes_List_FRM::DeleteCategory()
 {
     const int category = Category();
-    if (category == 0 || !Allowed(TPermission::Delete) || !m_host.messages.MsgDeleteItem(u"دسته بندی"_s))
+    if (category == 0 || !detail_types::Granted(m_host, TPermission::Delete) ||
+        !m_host.messages.MsgDeleteItem(u"دسته بندی"_s))
         return;
     m_data.DetailTypes_SelectedList_Delete(category);
     ReloadCategories(QString::number(category));
@@ -74,7 +76,7 @@ void TDetailTypes_List_FRM::AddMembers()
         Warn(u"کاربر گرامی لیست های انتخابی  حداکثر 5 عضو می توانند داشته باشند"_s);
         return;
     }
-    if (!Allowed(TPermission::Change))
+    if (!detail_types::Granted(m_host, TPermission::Change))
         return;
     host::MultibleParam wanted;
     wanted.PreviousCount = members;
@@ -93,7 +95,7 @@ void TDetailTypes_List_FRM::DeleteMembers()
     QStringList members = grid->MarkedKeys();
     if (members.isEmpty() && !grid->IsEmpty())
         members << grid->CurrentKey();
-    if (members.isEmpty() || !Allowed(TPermission::Change) || !m_host.messages.MsgDeleteRow())
+    if (members.isEmpty() || !detail_types::Granted(m_host, TPermission::Change) || !m_host.messages.MsgDeleteRow())
         return;
     m_data.DetailTypes_SelectedList_DeleteDetail(Category(), members.join(u','));
     FollowCategory();
@@ -101,7 +103,7 @@ void TDetailTypes_List_FRM::DeleteMembers()
 
 void TDetailTypes_List_FRM::DeleteAllMembers()
 {
-    if (!Allowed(TPermission::Change) || !m_host.messages.MsgDeleteItem(u"همه سطرهاي"_s))
+    if (!detail_types::Granted(m_host, TPermission::Change) || !m_host.messages.MsgDeleteItem(u"همه سطرهاي"_s))
         return;
     m_data.DetailTypes_SelectedList_DeleteAll(Category());
     FollowCategory();
