@@ -219,6 +219,16 @@ void TestModule::detailTypes()
     choose(1, {Qt::Key_Escape});
     QCOMPARE(chosen, QString());
 
+    // What the owner has already counts; the words are those for a category.
+    const std::u16string serial = first.toStdU16String();
+    test::Drive([&] { chosen = text(Select_DetailTypes_Multible(nullptr, 1, 0, 1, serial.c_str())); },
+                [&](QWidget *list) {
+                    test::Press(Qt::Key_Return);
+                    QVERIFY(shop.host.messages.Take().startsWith(u"ShowMessage(کاربر گرامی در یک لیست امکان وجود"_qs));
+                    QTest::keyClick(list, Qt::Key_Escape);
+                });
+    QCOMPARE(chosen, QString());
+
     // One list for browsing; from it a second one is opened for choosing.
     test::Drive([] { Call_DetailTypes_List(); },
                 [&](QWidget *list) {

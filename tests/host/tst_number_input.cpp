@@ -10,6 +10,25 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+/// A number edit, and something to leave it for.
+struct Form
+{
+    QWidget window;
+    QHBoxLayout row{&window};
+    host::NumericEdit edit;
+    QLineEdit other;
+
+    Form()
+    {
+        row.addWidget(&edit);
+        row.addWidget(&other);
+    }
+};
+
+} // namespace
+
 class TestNumberInput : public QObject
 {
     Q_OBJECT
@@ -56,22 +75,17 @@ void TestNumberInput::typing()
     QFETCH(bool, negative);
     QFETCH(int, maxLength);
     QFETCH(QString, typed);
-    QWidget window;
-    auto *row = new QHBoxLayout(&window);
-    auto *edit = new host::NumericEdit(&window);
-    auto *other = new QLineEdit(&window);
-    row->addWidget(edit);
-    row->addWidget(other);
-    edit->setDecimals(decimals);
-    edit->setNegative(negative);
-    edit->setMaxLength(maxLength);
-    test::Show(window);
-    edit->setFocus();
+    Form form;
+    form.edit.setDecimals(decimals);
+    form.edit.setNegative(negative);
+    form.edit.setMaxLength(maxLength);
+    test::Show(form.window);
+    form.edit.setFocus();
     test::Type(typed);
-    other->setFocus();
-    QTEST(edit->text(), "text");
-    QCOMPARE(edit->IsEmpty(), edit->text().isEmpty());
-    QCOMPARE(edit->Number(), edit->IsEmpty() ? host::Quantity(0) : *host::ParseQuantity(edit->text()));
+    form.other.setFocus();
+    QTEST(form.edit.text(), "text");
+    QCOMPARE(form.edit.IsEmpty(), form.edit.text().isEmpty());
+    QCOMPARE(form.edit.Number(), form.edit.IsEmpty() ? host::Quantity(0) : *host::ParseQuantity(form.edit.text()));
 }
 
 void TestNumberInput::pasting()
@@ -109,20 +123,15 @@ void TestNumberInput::shown()
 
 void TestNumberInput::leaving_reports_a_change_once()
 {
-    QWidget window;
-    auto *row = new QHBoxLayout(&window);
-    auto *edit = new host::NumericEdit(&window);
-    auto *other = new QLineEdit(&window);
-    row->addWidget(edit);
-    row->addWidget(other);
-    test::Show(window);
+    Form form;
+    test::Show(form.window);
     int changes = 0;
-    connect(edit, &host::NumericEdit::NumberChanged, this, [&] { ++changes; });
-    edit->setFocus();
+    connect(&form.edit, &host::NumericEdit::NumberChanged, this, [&] { ++changes; });
+    form.edit.setFocus();
     test::Type(u"12"_qs);
-    other->setFocus();
-    edit->setFocus();
-    other->setFocus();
+    form.other.setFocus();
+    form.edit.setFocus();
+    form.other.setFocus();
     QCOMPARE(changes, 1);
 }
 
