@@ -4,6 +4,7 @@
 #include "host/data/persian_text.h"
 #include "host/screens/theme.h"
 
+#include <QtCore/QRegularExpression>
 #include <QtGui/QPainter>
 #include <QtPrintSupport/QPrintPreviewDialog>
 #include <QtPrintSupport/QPrinter>
@@ -33,10 +34,16 @@ QFont PrintFont(int points, bool bold)
     return font;
 }
 
-/// A preview keeps each run of one direction by itself, and a plain blank at the end of a run has no width there.
+/// A preview keeps each run of one direction by itself, drawn from left to right: a blank between a word and a number
+/// would change its side there. A direction mark keeps it inside the word's run.
 QString Printed(const QString &text)
 {
-    return QString(text).replace(u' ', QChar::Nbsp);
+    constexpr auto option = QRegularExpression::UseUnicodePropertiesOption;
+    static const QRegularExpression beforeNumber(QStringLiteral("(?<=\\p{Arabic}) (?=\\p{Nd})"), option);
+    static const QRegularExpression afterNumber(QStringLiteral("(?<=\\p{Nd}) (?=\\p{Arabic})"), option);
+    return QString(text)
+        .replace(beforeNumber, QStringLiteral(u" \u200F"))
+        .replace(afterNumber, QStringLiteral(u"\u200F "));
 }
 
 } // namespace
