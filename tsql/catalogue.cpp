@@ -85,9 +85,20 @@ void addConstraint(Table &table, TableConstraint &constraint)
             constraint.name.isEmpty() ? u"FK__%1__%2"_qs.arg(table.name.name, key.columns.front()) : constraint.name;
         table.references.push_back({name, key});
     }
+    if (constraint.kind == TableConstraint::Kind::Check)
+        table.checks.push_back(
+            {checkName(table.name, constraint), constraint.columns.empty() ? QString() : constraint.columns.front()});
 }
 
 } // namespace
+
+QString checkName(const ObjectName &table, const TableConstraint &constraint)
+{
+    if (!constraint.name.isEmpty())
+        return constraint.name;
+    return constraint.columns.empty() ? u"CK__"_qs + table.name
+                                      : u"CK__%1__%2"_qs.arg(table.name, constraint.columns.front());
+}
 
 QString ObjectName::key() const
 {

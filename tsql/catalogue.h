@@ -28,6 +28,13 @@ struct Reference
     ForeignKey key;
 };
 
+/// A CHECK with the name that refusals give it.
+struct Check
+{
+    QString name;
+    QString column; ///< empty for a check of the whole row
+};
+
 struct Table
 {
     ObjectName name;
@@ -35,6 +42,7 @@ struct Table
     std::vector<Column> columns;
     std::vector<QString> primaryKey;
     std::vector<Reference> references;
+    std::vector<Check> checks;
     QString rowidColumn; ///< the column that is SQLite's rowid: the identity, or a single integer primary key
 
     /// The index of a column by its name without regard to case, or -1.
@@ -44,6 +52,9 @@ struct Table
 
 /// The table that the statement (or the declaration of a table variable) describes.
 std::shared_ptr<Table> makeTable(const CreateTableStatement &statement);
+
+/// The name of a CHECK, which may have been given none.
+QString checkName(const ObjectName &table, const TableConstraint &constraint);
 
 /// The names a database knows. A value: copying it is cheap and takes a picture that a rollback can restore.
 class Catalogue

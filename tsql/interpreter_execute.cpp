@@ -1,6 +1,8 @@
 #include "tsql/error.h"
 #include "tsql/interpreter.h"
+#include "tsql/key_conflict.h"
 #include "tsql/parser.h"
+#include "tsql/sqlite_errors.h"
 
 namespace tsql {
 
@@ -225,7 +227,13 @@ void Interpreter::runInsertExecute(const InsertStatement &statement, Frame &fram
                 row.variables[resultVariable(i)] = valueOf(result->cell(int(i)));
             bind(prepared.get(), compiled, row);
             const StatementUse use(prepared.get());
-            handle.step(prepared.get());
+            try {
+                handle.step(prepared.get());
+            } catch (const SqliteError &error) {
+                if (error.code() != SQLITE_CONSTRAINT_FOREIGNKEY)
+                    throw;
+                throw keyConflict(handle, prepared.get(), compiled, verbOf(statement), m_connection.m_catalogue);
+            }
         }
         if (compiled.setsIdentity && rows > 0)
             frame.scopeIdentity = Value::ofInteger(sqlite3_last_insert_rowid(handle.get()));

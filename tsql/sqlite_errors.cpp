@@ -111,6 +111,22 @@ Error missingValue(const QString &message, const QString &verb)
                 key.columns.empty() ? QString() : key.columns.front(), key.table, verb)};
 }
 
+/// The server names the column of a check that stands at a column.
+Error refusedCheck(const QString &name, const QString &verb, const Catalogue &catalogue)
+{
+    QString where;
+    for (const ObjectName &object : catalogue.tableNames()) {
+        const auto table = catalogue.table(object);
+        for (const Check &check : table->checks) {
+            if (check.name.compare(name, Qt::CaseInsensitive) != 0)
+                continue;
+            where = u" The conflict occurred in table \"%1\""_qs.arg(table->name.display());
+            where += check.column.isEmpty() ? u"."_qs : u", column '%1'."_qs.arg(check.column);
+        }
+    }
+    return {547, u"The %1 statement conflicted with the CHECK constraint \"%2\"."_qs.arg(verb, name) + where};
+}
+
 } // namespace
 
 SqliteError::SqliteError(int code, const QString &message) : Error(numberOf(code), textOf(code, message)), m_code(code)
@@ -145,8 +161,7 @@ Error translated(const SqliteError &error, const QString &verb, const Catalogue 
     case SQLITE_CONSTRAINT_NOTNULL:
         return missingValue(error.message(), verb);
     case SQLITE_CONSTRAINT_CHECK:
-        return {547, u"The %1 statement conflicted with the CHECK constraint \"%2\"."_qs.arg(
-                         verb, error.message().section(u": "_qs, 1))};
+        return refusedCheck(error.message().section(u": "_qs, 1), verb, catalogue);
     case SQLITE_CONSTRAINT_FOREIGNKEY:
         return {547, u"The %1 statement conflicted with a %2 constraint."_qs.arg(
                          verb, verb == u"DELETE"_qs ? u"REFERENCE"_qs : u"FOREIGN KEY"_qs)};

@@ -125,9 +125,8 @@ QString Writer::constraintText(const Table &table, const TableConstraint &constr
     case TableConstraint::Kind::Check: {
         const Constants constants(*this, true);
         const Scope scope = columnScope(table);
-        const QString name =
-            constraint.name.isEmpty() ? QString() : u"CONSTRAINT %1 "_qs.arg(quotedName(constraint.name));
-        return name + u"CHECK (%1)"_qs.arg(conditionText(*constraint.value, scope));
+        return u"CONSTRAINT %1 CHECK (%2)"_qs.arg(quotedName(checkName(table.name, constraint)),
+                                                  conditionText(*constraint.value, scope));
     }
     case TableConstraint::Kind::ForeignKey:
         // Temporary tables carry no foreign keys; the server only warns.
