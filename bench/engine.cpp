@@ -1,6 +1,8 @@
 #include "bench/engine.h"
 
 #include "bench/report.h"
+#include "host/data/dataset.h"
+#include "host/data/query.h"
 #include "tsql/driver.h"
 
 #include <QtCore/QTemporaryDir>
@@ -68,14 +70,24 @@ public:
             read(QStringLiteral("SELECT Name, Cost FROM g WHERE Code = ") + QString::number(codeAt(i)), 2);
     }
 
+    /// As the program reads its lists.
     void list()
     {
+        host::Query rows(m_database);
         for (int i = 1; i <= Lists; ++i) {
             const int first = codeAt(i);
-            read(QStringLiteral("SELECT Code, Name, Cost, Unit FROM g WHERE Code BETWEEN ") + QString::number(first) +
-                     QStringLiteral(" AND ") + QString::number(first + ListRows - 1),
-                 4);
+            rows.Open(QStringLiteral("SELECT Code, Name, Cost, Unit FROM g WHERE Code BETWEEN ") +
+                      QString::number(first) + QStringLiteral(" AND ") + QString::number(first + ListRows - 1));
+            sink = sink + rows.RecordCount();
         }
+    }
+
+    void readAll()
+    {
+        host::Dataset rows(m_database);
+        rows.Open(QStringLiteral("SELECT Code, Name, Cost, Unit FROM g"));
+        rows.FetchAll();
+        sink = sink + rows.RecordCount();
     }
 
 private:
@@ -149,6 +161,13 @@ public:
         sqlite3_finalize(statement);
     }
 
+    void readAll()
+    {
+        sqlite3_stmt *statement = prepare("SELECT Code, Name, Cost, Unit FROM g");
+        read(statement);
+        sqlite3_finalize(statement);
+    }
+
 private:
     void run(const char *text)
     {
@@ -202,6 +221,8 @@ void measureEngine(Report &report)
     add(QStringLiteral("engine: %1 point selects").arg(Rows), Rows, &Product::lookUp, &CApi::lookUp, product, floor);
     add(QStringLiteral("engine: %1 lists of %2 rows").arg(Lists).arg(ListRows), Lists, &Product::list, &CApi::list,
         product, floor);
+    add(QStringLiteral("engine: %1 rows into a data set").arg(Rows), 1, &Product::readAll, &CApi::readAll, product,
+        floor);
 }
 
 } // namespace bench
