@@ -5,13 +5,12 @@
 #include <QtGui/QFontDatabase>
 #include <QtGui/QPalette>
 #include <QtWidgets/QApplication>
-#include <QtWidgets/QProxyStyle>
 #include <QtWidgets/QStyle>
 
 namespace host::theme {
 namespace {
 
-/// Colours appear as @name; they are filled in from the functions above.
+/// Colours appear as @name; they are filled in from the functions below. Left is where reading begins.
 const char16_t *const sheet = uR"(
 QWidget { color: @ink; }
 QDialog, QMainWindow, QWidget#Content { background: @ground; }
@@ -53,7 +52,7 @@ QToolButton#Picker_BTN:hover { background: @accentsoft; border-color: @accent; }
 QLabel#PickerName_LBL[fault="true"] { color: @danger; }
 
 QGroupBox { border: 1px solid @line; border-radius: 6px; margin-top: 12px; padding: 8px 6px 4px 6px; background: @panel; }
-QGroupBox::title { subcontrol-origin: margin; subcontrol-position: top right; right: 10px; padding: 0 4px;
+QGroupBox::title { subcontrol-origin: margin; subcontrol-position: top left; left: 10px; padding: 0 4px;
     color: @accentdark; }
 QTabWidget::pane { border: 1px solid @line; border-radius: 4px; background: @panel; }
 QTabBar::tab { background: transparent; color: @soft; border: none; border-bottom: 2px solid transparent;
@@ -100,20 +99,6 @@ QSplitter::handle { background: transparent; }
 QProgressBar { border: 1px solid @border; border-radius: 4px; text-align: center; background: @surface; }
 QProgressBar::chunk { background: @accent; border-radius: 3px; }
 )";
-
-/// Mnemonics work but are not underlined: an underlined letter would be shaped by itself, which breaks the joined
-/// letters of a Persian word and makes it wider than its label.
-class HouseStyle : public QProxyStyle
-{
-public:
-    HouseStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
-
-    int styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
-                  QStyleHintReturn *data) const override
-    {
-        return hint == SH_UnderlineShortcut ? 0 : QProxyStyle::styleHint(hint, option, widget, data);
-    }
-};
 
 QString StyleSheet()
 {
