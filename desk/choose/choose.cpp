@@ -5,6 +5,8 @@
 #include "host/data/sql_text.h"
 #include "ui_choose.h"
 
+#include <QtWidgets/QHeaderView>
+
 namespace desk {
 
 namespace {
@@ -32,6 +34,7 @@ TChoose_FRM::TChoose_FRM(host::Host &host, const GoodsModule &module)
                                    {u"GroupName"_qs, u"گروه"_qs, 130},
                                    {u"UnitName"_qs, u"واحد"_qs, 80},
                                    {u"Stock"_qs, u"موجودی"_qs, 90, false, host::ColumnFormat::Quantity}});
+    ui_->ResultDB_GRD->horizontalHeader()->setStretchLastSection(true);
     RememberLayout(ui_->ResultDB_GRD);
     Bind(ui_->Select_BTN, Qt::Key_F2, [this] { SelectOne(); });
     Bind(ui_->SelectMultible_BTN, Qt::Key_F3, [this] { SelectSeveral(); });

@@ -67,10 +67,10 @@ TPhotoGallery_FRM::TPhotoGallery_FRM(host::Host &host, host::TSoftwarePart part,
     setObjectName(u"TPhotoGallery_FRM"_qs);
     ui_->setupUi(Content());
     SetTitle(u"عکس‌ها"_qs);
-    Bind(AddFooterButton(u"Add_BTN"_qs, u"افزودن F4"_qs), Qt::Key_F4, [this] { AddFromFiles(); });
-    Bind(AddFooterButton(u"Del_BTN"_qs, u"حذف F7"_qs), Qt::Key_F7, [this] { DeletePhoto(); });
-    Bind(AddFooterButton(u"Earlier_BTN"_qs, u"جلوتر"_qs), Qt::CTRL | Qt::Key_Up, [this] { Move(-1); });
-    Bind(AddFooterButton(u"Later_BTN"_qs, u"عقب‌تر"_qs), Qt::CTRL | Qt::Key_Down, [this] { Move(1); });
+    Bind(AddFooterCommand(u"Add_BTN"_qs, u"افزودن F4"_qs), Qt::Key_F4, [this] { AddFromFiles(); });
+    Bind(AddFooterCommand(u"Del_BTN"_qs, u"حذف F7"_qs), Qt::Key_F7, [this] { DeletePhoto(); });
+    Bind(AddFooterCommand(u"Earlier_BTN"_qs, u"جلوتر"_qs), Qt::CTRL | Qt::Key_Up, [this] { Move(-1); });
+    Bind(AddFooterCommand(u"Later_BTN"_qs, u"عقب‌تر"_qs), Qt::CTRL | Qt::Key_Down, [this] { Move(1); });
     Bind(AddFooterButton(u"EXit_BTN"_qs, u"خروج Esc"_qs), {}, [this] { reject(); });
 }
 

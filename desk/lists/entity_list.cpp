@@ -6,6 +6,7 @@
 #include "ui_entity_list.h"
 
 #include <QtGui/QKeyEvent>
+#include <QtWidgets/QHeaderView>
 #include <QtWidgets/QPushButton>
 
 namespace desk {
@@ -25,6 +26,7 @@ TEntity_List_FRM::TEntity_List_FRM(host::Host &host, const EntityKind &kind, TFo
                                  {u"Name"_qs, u"نام"_qs, 230},
                                  {u"Comment"_qs, u"توضیحات"_qs, 250, !kind.editable}});
     ui_->ListDB_GRD->SetSortable(true);
+    ui_->ListDB_GRD->horizontalHeader()->setStretchLastSection(true);
     RememberLayout(ui_->ListDB_GRD);
     ui_->Search_EDT->installEventFilter(this);
     AddCommands();
@@ -52,14 +54,13 @@ void TEntity_List_FRM::AddCommands()
         AddCommand(u"Del_BTN", u"حذف F7", Qt::Key_F7, &TEntity_List_FRM::DeleteRow);
     }
     AddCommand(u"PrintList_BTN", u"پیش نمایش ليست F9", Qt::Key_F9, &TEntity_List_FRM::PreviewGrid);
-    AddCommand(u"EXit_BTN", u"خروج Esc", Qt::Key_unknown, &TEntity_List_FRM::reject);
+    Bind(AddFooterButton(u"EXit_BTN"_qs, u"خروج Esc"_qs), {}, [this] { reject(); });
 }
 
 void TEntity_List_FRM::AddCommand(const char16_t *objectName, const char16_t *caption, Qt::Key key,
                                   void (TEntity_List_FRM::*run)())
 {
-    QPushButton *button = AddFooterButton(QString::fromUtf16(objectName), QString::fromUtf16(caption));
-    button->setAutoDefault(false);
+    QPushButton *button = AddFooterCommand(QString::fromUtf16(objectName), QString::fromUtf16(caption));
     Bind(button, key == Qt::Key_unknown ? QKeySequence() : QKeySequence(key), [this, run] { (this->*run)(); });
 }
 

@@ -112,6 +112,7 @@ void HomePage::SetFigures(const QList<std::pair<QString, QString>> &figures)
         column->setSpacing(0);
         QLabel *value = MakeLabel(u"Figure_LBL"_qs, 18, true, host::theme::Accent(), figure);
         value->setText(number);
+        value->setAlignment(Qt::AlignRight | Qt::AlignAbsolute); // digits alone would stand at the left
         QLabel *words = MakeLabel(u"FigureCaption_LBL"_qs, 10, false, host::theme::InkSoft(), figure);
         words->setText(caption);
         column->addWidget(value);

@@ -38,7 +38,7 @@ MainWindow::MainWindow(DeskHost &desk, GoodsModule &module, const QString &datab
     setObjectName(u"MainWindow"_qs);
     setWindowTitle(u"میز کار"_qs);
     setWindowIcon(Icon(Glyph::Goods, host::theme::Accent()));
-    resize(1180, 760);
+    resize(1320, 780); // the goods list without scrolling sideways
     pages_->setObjectName(u"Pages"_qs);
     pages_->setDocumentMode(true);
     setCentralWidget(pages_);

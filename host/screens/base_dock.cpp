@@ -264,9 +264,17 @@ void TBaseDock_FRM::PreviewGrid()
 void TBaseDock_FRM::AdoptFooter(QWidget *panel)
 {
     panel->setAttribute(Qt::WA_StyledBackground, false);
-    m_footerRow->insertWidget(0, panel);
+    m_footerRow->insertWidget(m_footerCommands++, panel);
     panel->show();
     m_footer->show();
+}
+
+QPushButton *TBaseDock_FRM::AddFooterCommand(const QString &objectName, const QString &caption)
+{
+    QPushButton *button = MakeButton(m_footer, objectName, caption);
+    m_footerRow->insertWidget(m_footerCommands++, button);
+    m_footer->show();
+    return button;
 }
 
 QPushButton *TBaseDock_FRM::AddFooterButton(const QString &objectName, const QString &caption)

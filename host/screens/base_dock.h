@@ -90,7 +90,9 @@ protected:
     QWidget *Content() const { return m_content; }
     /// Moves a panel of buttons from the form into the footer, before the base's own buttons.
     void AdoptFooter(QWidget *panel);
-    /// Adds a button to the footer; the one named by `SetLastButton` stays behind it.
+    /// Adds a command to the footer, on the side where reading begins.
+    QPushButton *AddFooterCommand(const QString &objectName, const QString &caption);
+    /// Adds a button to the far side of the footer; the one named by `SetLastButton` stays behind it.
     QPushButton *AddFooterButton(const QString &objectName, const QString &caption);
     void SetLastButton(QPushButton *button) { m_lastButton = button; }
     /// Something beside the title (a status, a filter).
@@ -150,6 +152,7 @@ private:
     QWidget *m_content = nullptr;
     QWidget *m_footer = nullptr;
     QBoxLayout *m_footerRow = nullptr;
+    int m_footerCommands = 0;
     QPushButton *m_lastButton = nullptr;
     QDockWidget *m_dock = nullptr;
     QList<Grid *> m_remembered;
