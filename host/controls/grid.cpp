@@ -316,6 +316,11 @@ void Grid::FetchAll()
     m_model->FetchAll();
 }
 
+void Grid::FetchFor(int milliseconds)
+{
+    m_model->FetchFor(milliseconds);
+}
+
 void Grid::keyPressEvent(QKeyEvent *event)
 {
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;

@@ -105,6 +105,8 @@ public:
     bool IsComplete() const;
     /// Fetches what is left, at once.
     void FetchAll();
+    /// Fetches what comes within this time; the rest follows in idle time.
+    void FetchFor(int milliseconds);
 
 signals:
     void RowActivated(const QString &key);

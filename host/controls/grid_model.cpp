@@ -256,6 +256,16 @@ void GridModel::FetchAll()
         Arrange();
 }
 
+void GridModel::FetchFor(int milliseconds)
+{
+    QElapsedTimer clock;
+    clock.start();
+    while (clock.elapsed() < milliseconds && FetchBlock()) {
+    }
+    if (Awaited())
+        Arrange();
+}
+
 int GridModel::SourceRow(int row) const
 {
     if (row < 0 || row >= rowCount())

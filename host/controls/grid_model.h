@@ -53,6 +53,7 @@ public:
 
     bool IsComplete() const;
     void FetchAll();
+    void FetchFor(int milliseconds);
 
     const QStringList &Marked() const { return m_marked; }
     bool IsMarked(const QString &key) const { return m_markedSet.contains(key); }

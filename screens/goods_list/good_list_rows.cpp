@@ -12,6 +12,13 @@ using namespace Qt::StringLiterals;
 using host::TPermission;
 using host::TSoftwarePart;
 
+namespace {
+
+/// An ordered list needs all its rows; nobody waits longer than this for those of a very large shop.
+constexpr int OrderedMilliseconds = 200;
+
+} // namespace
+
 // The rows of the goods list and the panels that follow the current good.
 
 goods_list::ListCriteria TGood_List_FRM::Criteria() const
@@ -39,7 +46,7 @@ void TGood_List_FRM::Refresh()
     m_list.Run();
     host::Grid *grid = ui->GoodListDB_GRD;
     if (!grid->SortedBy().isEmpty())
-        grid->FetchAll();
+        grid->FetchFor(OrderedMilliseconds);
     if (grid->CurrentKey().isEmpty() && !grid->IsEmpty())
         grid->StandOn(0);
     ShowCounts();

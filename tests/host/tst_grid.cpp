@@ -447,6 +447,13 @@ void TestGrid::order_outlives_search_and_requery()
     grid.Search({});
     QVERIFY(grid.Locate(u"102"_qs));
     QCOMPARE(grid.currentIndex().row(), 1);
+    model.Requery();
+    grid.FetchFor(0);
+    QCOMPARE(grid.RowCount(), 1);
+    QTRY_COMPARE(grid.RowCount(), 4); // the others come in idle time, and are put in order then
+    QTRY_COMPARE(grid.currentIndex().row(), 2);
+    QCOMPARE(grid.CurrentKey(), u"101"_qs);
+    QVERIFY(grid.Locate(u"102"_qs));
     model.RemoveRow(0);
     QCOMPARE(Keys(grid), (QStringList{u"115"_qs, u"102"_qs, u"201"_qs}));
     grid.SetColumnVisible(u"Cost1"_qs, false); // what is not shown orders nothing
