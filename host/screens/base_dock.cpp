@@ -158,7 +158,8 @@ bool TBaseDock_FRM::ShowDocked()
         return false;
     setWindowModality(Qt::NonModal);
     QWidget *first = focusWidget();
-    EnterDock(); // a page or a dock that comes to the front does not take the keyboard along
+    EnterDock();    // a page or a dock that comes to the front does not take the keyboard along
+    SetFormTheme(); // a widget that joins a window takes over the window's fonts
     show();
     activateWindow();
     if (first)

@@ -25,7 +25,7 @@ QList<GridColumn> GoodColumns(const QStringList &priceTitles)
     QList<GridColumn> columns = {
         {u"Code"_s, u"کد"_s, 62, Shown, ColumnFormat::Code},
         {u"AbbName"_s, u"بارکد "_s, 130, Hidden, ColumnFormat::Text},
-        {u"Name"_s, u"نام کامل کالا"_s, 246, Shown, ColumnFormat::Text},
+        {u"Name"_s, u"نام کامل کالا"_s, 240, Shown, ColumnFormat::Text},
         {u"kala_name"_s, u"نام کالا"_s, 140, Hidden, ColumnFormat::Text},
         {u"kala_type"_s, u"نوع کالا"_s, 120, Hidden, ColumnFormat::Text},
         {u"kala_index"_s, u"شاخص کالا"_s, 120, Hidden, ColumnFormat::Text},
