@@ -15,7 +15,7 @@ struct ScriptError
 class ScriptRunner
 {
 public:
-    ScriptRunner(QSqlDatabase database, TablePrinter *printer) : m_database(std::move(database)), m_printer(printer) {}
+    ScriptRunner(const QSqlDatabase &database, TablePrinter *printer) : m_database(database), m_printer(printer) {}
 
     /** `name` is the file as messages call it. Without a printer the results are dropped. */
     void run(const QString &script, const QString &name);
