@@ -64,7 +64,7 @@ Entities::~Entities()
     try {
         const QList<TSoftwarePart> parts = reserved_.keys();
         for (const TSoftwarePart part : parts)
-            ReleaseCodes(part);
+            Entities::ReleaseCodes(part); // not that of a class derived from it
     } catch (const host::DatabaseError &error) {
         // The database is gone: the codes stay reserved until the desk is started again.
         qCWarning(entities).noquote() << error.LogText();
