@@ -2,8 +2,6 @@
 
 #include "host/controls/number_text.h"
 
-#include <QtGui/QClipboard>
-#include <QtGui/QGuiApplication>
 #include <QtGui/QKeyEvent>
 #include <QtGui/QValidator>
 #include <QtWidgets/QToolButton>
@@ -22,8 +20,11 @@ public:
     State validate(QString &input, int &position) const override
     {
         const QString before = PlainNumber(input.left(position));
-        input = PlainNumber(input);
-        position = static_cast<int>(before.size());
+        // A copied cell brings the end of its line along.
+        input = PlainNumber(input.trimmed());
+        position = static_cast<int>(qMin(before.size(), input.size()));
+        if (input.size() > m_edit.maxLength())
+            return Invalid;
         if (input.isEmpty() || input == u"." || (m_edit.isNegative() && (input == u"-" || input == u"-.")))
             return m_edit.decimals() == 0 && input.endsWith(u'.') ? Invalid : Intermediate;
         return IsNumber(input, m_edit.decimals(), m_edit.isNegative()) ? Acceptable : Invalid;
@@ -157,10 +158,6 @@ void NumericEdit::keyPressEvent(QKeyEvent *event)
 {
     if (event->text() == u"+") {
         event->ignore();
-        return;
-    }
-    if (event->matches(QKeySequence::Paste) && !isReadOnly()) {
-        insert(PlainNumber(QGuiApplication::clipboard()->text().trimmed()));
         return;
     }
     QLineEdit::keyPressEvent(event);

@@ -16,7 +16,8 @@ namespace host {
 /// amounts. `text()` is the plain form at all times (ASCII digits, '.', leading '-'), so it may be spliced as a number
 /// when it is not empty; without the focus the edit shows it grouped and in Persian digits. What would make it no
 /// number is not accepted at the key; "+" is left to the screen. Entering selects everything. `maxLength` counts the
-/// plain text.
+/// plain text; what does not fit is refused whole, however it comes in, for a pasted amount without its last digits
+/// would be another amount.
 class HOST_EXPORT NumericEdit : public DisplayEdit
 {
     Q_OBJECT
@@ -26,6 +27,8 @@ class HOST_EXPORT NumericEdit : public DisplayEdit
     Q_PROPERTY(bool negative READ isNegative WRITE setNegative)
     /// Thousands are set apart while the edit has no focus; switch off for codes. Default true.
     Q_PROPERTY(bool grouped READ isGrouped WRITE setGrouped)
+    /// Characters of the plain text that may be typed or pasted. Default 32767.
+    Q_PROPERTY(int maxLength READ maxLength WRITE setMaxLength)
     /// Text of the button inside the edit ("+", "…"); empty for none.
     Q_PROPERTY(QString buttonText READ buttonText WRITE setButtonText)
 
@@ -38,6 +41,8 @@ public:
     void setNegative(bool negative);
     bool isGrouped() const { return m_grouped; }
     void setGrouped(bool grouped);
+    int maxLength() const { return m_maxLength; }
+    void setMaxLength(int length) { m_maxLength = length; }
     QString buttonText() const { return m_buttonText; }
     void setButtonText(const QString &text);
 
@@ -77,6 +82,7 @@ private:
     void PlaceButton();
 
     int m_decimals = 9;
+    int m_maxLength = 32767;
     bool m_negative = false;
     bool m_grouped = true;
     bool m_selectOnRelease = false;

@@ -1,7 +1,7 @@
+#include "host/controls/numeric_edit.h"
 #include "tests/screens/good_editor/editor_fixture.h"
 #include "tests/support/test_main.h"
 
-#include <QLineEdit>
 #include <QtTest>
 
 using host::TFormMode;
@@ -137,7 +137,7 @@ std::vector<Case> GeneralCases()
         {"code empty", Nothing, Enter(u"Code_EDT"_qs, {}), u"MsgRequiredField(کد)"_qs, General, u"Code_EDT"_qs},
         {"code of seven digits", Nothing,
          [](QWidget *screen) {
-             test::Find<QLineEdit>(screen, u"Code_EDT"_qs).setMaxLength(7);
+             test::Find<host::NumericEdit>(screen, u"Code_EDT"_qs).setMaxLength(7);
              test::Enter(screen, u"Code_EDT"_qs, u"1000000"_qs);
          },
          u"ShowSmartMessage(10325, کالا, 6 رقم)"_qs, General, u"Code_EDT"_qs},
