@@ -344,6 +344,12 @@ void Grid::keyPressEvent(QKeyEvent *event)
     QTableView::keyPressEvent(event);
 }
 
+void Grid::CommitTyped()
+{
+    if (QWidget *editor = state() == EditingState ? indexWidget(currentIndex()) : nullptr)
+        commitData(editor);
+}
+
 void Grid::mousePressEvent(QMouseEvent *event)
 {
     const QModelIndex at = indexAt(event->position().toPoint());

@@ -46,6 +46,9 @@ public:
     void SetSource(QAbstractItemModel *model, const QString &keyField = QStringLiteral("Code"));
     QAbstractItemModel *Source() const;
 
+    /// Takes over what is being typed into a cell; the cell stays open.
+    void CommitTyped();
+
     /// Rows shown at the moment (those fetched so far that match the search).
     int RowCount() const;
     bool IsEmpty() const { return RowCount() == 0; }

@@ -1,6 +1,7 @@
 #include "host/screens/base_get.h"
 
 #include "host/controls/entity_picker.h"
+#include "host/controls/grid.h"
 #include "host/controls/search_frame.h"
 #include "host/controls/tags_panel.h"
 #include "host/controls/toggle_switch.h"
@@ -301,6 +302,9 @@ void TBaseGet_FRM::reject()
 {
     if (m_saving)
         return;
+    for (QWidget *up = focusWidget(); up; up = up->parentWidget())
+        if (auto *grid = qobject_cast<Grid *>(up))
+            grid->CommitTyped();
     if (!m_saved && !m_host.messages.Ask(QStringLiteral("تغییرات ذخیره نشده است. آیا بدون ذخیره خارج می شوید؟"), false))
         return;
     TBaseDock_FRM::reject();
