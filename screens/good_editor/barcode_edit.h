@@ -3,14 +3,38 @@
 #include <QtWidgets/QLineEdit>
 
 /// The edit of one barcode (or short name) with its "+" button, which asks to complete the number. Codes are shown from
-/// left to right, as scanners print them.
+/// left to right, as scanners print them. What does not fit is refused whole, as a part of a barcode is another one.
 class BarcodeEdit : public QLineEdit
 {
     Q_OBJECT
+    /// Characters that may be typed, scanned or pasted.
+    Q_PROPERTY(int maxLength READ maxLength WRITE setMaxLength)
 
 public:
     explicit BarcodeEdit(QWidget *parent = nullptr);
 
+    int maxLength() const { return maxLength_; }
+    void setMaxLength(int length) { maxLength_ = length; }
+    /// Whether the mark between stored barcodes may stand in this one. Default false.
+    bool TakesMark() const { return takesMark_; }
+    void SetTakesMark(bool takes) { takesMark_ = takes; }
+
+    /// Shows a stored barcode whole, also one that is longer than may be typed.
+    void SetStored(const QString &barcode);
+    /// The barcode: what was entered, cleaned, or the stored one as it was.
+    QString Barcode() const;
+    /// Shows what was entered as it will be kept.
+    void ShowCleaned();
+
 signals:
     void CompletionRequested();
+    /// Enter was pressed, as scanners do behind each barcode; `accepted` says whether to go on to the next control.
+    void Entered(bool &accepted);
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+
+private:
+    int maxLength_ = 32767;
+    bool takesMark_ = false;
 };

@@ -3,8 +3,6 @@
 #include "screens/good_editor/barcode_edit.h"
 #include "screens/good_editor/leave_watch.h"
 
-#include <QtGui/QRegularExpressionValidator>
-
 namespace {
 
 QString CompletionHelp()
@@ -27,13 +25,12 @@ BarcodeFields::BarcodeFields(const Edits &edits, QWidget *panel, host::Host &hos
         goods::OnLeave(edit, goods::RuleTime::AtOnce, [this] { SwitchKeyboard(host::KeyboardService::Persian); });
         goods::OnLeave(edit, goods::RuleTime::Afterwards,
                        [this, edit] { run_([this, edit] { return CheckLeft(edit); }); });
+        connect(edit, &BarcodeEdit::Entered, this, [this, edit](bool &accepted) { accepted = CheckEntered(edit); });
         connect(edit, &BarcodeEdit::CompletionRequested, this,
                 [this, edit] { run_([this, edit] { return Complete(edit); }); });
     }
     // The mark between stored barcodes can stand in the last one only.
-    auto *unmarked = new QRegularExpressionValidator(QRegularExpression(QStringLiteral("[^!]*")), this);
-    for (size_t i = 0; i + 1 < edits_.size(); ++i)
-        edits_[i]->setValidator(unmarked);
+    edits_.back()->SetTakesMark(true);
     connect(edits_[0], &QLineEdit::textEdited, panel_, &QWidget::show);
 }
 
@@ -48,7 +45,7 @@ void BarcodeFields::Show(const QString &text)
 {
     const goods::Barcodes barcodes = goods::UnpackBarcodes(text);
     for (size_t i = 0; i < edits_.size(); ++i)
-        edits_[i]->setText(barcodes[i]);
+        edits_[i]->SetStored(barcodes[i]);
     panel_->setVisible(barcodes != goods::Barcodes());
 }
 
@@ -56,13 +53,13 @@ QString BarcodeFields::Text() const
 {
     goods::Barcodes barcodes;
     for (size_t i = 0; i < edits_.size(); ++i)
-        barcodes[i] = edits_[i]->text();
+        barcodes[i] = edits_[i]->Barcode();
     return goods::PackBarcodes(barcodes, panel_->isHidden());
 }
 
 goods::Refused BarcodeFields::CheckOperation(BarcodeEdit *edit) const
 {
-    if (!data_.BarcodeUsedInSetting(edit->text()))
+    if (!data_.BarcodeUsedInSetting(edit->Barcode()))
         return {};
     return host::Refusal{edit, [](host::MessageService &messages) {
                              messages.MsgHasSubRecordsAnother(QStringLiteral("بارکد"),
@@ -78,8 +75,20 @@ goods::Refused BarcodeFields::CheckReserved() const
     return {};
 }
 
+bool BarcodeFields::CheckEntered(BarcodeEdit *edit)
+{
+    bool accepted = false;
+    run_([this, edit, &accepted] {
+        goods::Refused refused = CheckLeft(edit);
+        accepted = !refused;
+        return refused;
+    });
+    return accepted;
+}
+
 goods::Refused BarcodeFields::CheckLeft(BarcodeEdit *edit) const
 {
+    edit->ShowCleaned();
     if (goods::Refused refused = CheckOperation(edit))
         return refused;
     const QString barcode = edit->text();
@@ -105,6 +114,7 @@ void BarcodeFields::SwitchKeyboard(const char16_t *layout)
 
 goods::Refused BarcodeFields::Complete(BarcodeEdit *edit)
 {
+    edit->ShowCleaned();
     const qsizetype digits = edit->text().size();
     if (digits != 7 && digits != 12) {
         host_.messages.ShowMessage(CompletionHelp(), host::MessageIcon::Information, QStringLiteral("پیغام"));

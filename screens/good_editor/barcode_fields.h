@@ -38,6 +38,8 @@ signals:
 
 private:
     goods::Refused CheckLeft(BarcodeEdit *edit) const;
+    /// Checks a barcode before the next control takes what is scanned next.
+    bool CheckEntered(BarcodeEdit *edit);
     goods::Refused CheckOperation(BarcodeEdit *edit) const;
     goods::Refused Complete(BarcodeEdit *edit);
     void SwitchKeyboard(const char16_t *layout);
