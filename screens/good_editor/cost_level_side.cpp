@@ -6,6 +6,8 @@
 #include "screens/good_editor/leave_watch.h"
 #include "screens/good_editor/price_delegate.h"
 
+#include <QtGui/QKeyEvent>
+#include <QtWidgets/QApplication>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QLabel>
@@ -50,8 +52,15 @@ CostLevelSide::CostLevelSide(const Operations &operations, TGood_DM &data, host:
     connect(&Rows(), &host::Dataset::FieldChanged, this, &CostLevelSide::Changed);
     connect(&Rows(), &host::Dataset::Failed, this,
             [this](const QString &text) { run_([text] { throw host::DatabaseError(text); }); });
+    // Later, because a grid that is still moving cannot be sent back.
+    connect(grid_, &host::Grid::CurrentKeyChanged, this, &CostLevelSide::PostLeftRow, Qt::QueuedConnection);
+    grid_->installEventFilter(this);
     goods::OnEnter(grid_, [this] { StandOnPrice(grid_->currentIndex().row()); });
-    goods::OnLeave(grid_, goods::RuleTime::Afterwards, [this] { run_([this] { Post(); }); });
+    goods::OnLeave(grid_, goods::RuleTime::Afterwards, [this] {
+        // The editor of a cell belongs to the grid.
+        if (!grid_->isAncestorOf(QApplication::focusWidget()))
+            run_([this] { Post(); });
+    });
 }
 
 void CostLevelSide::Open(int goodCode, host::TFormMode mode)
@@ -66,6 +75,7 @@ void CostLevelSide::Open(int goodCode, host::TFormMode mode)
     for (const host::Entity &level : levels)
         default_->addItem(level.Name, level.Code);
     default_->setCurrentIndex(chosen);
+    defaultStored_ = true;
 }
 
 void CostLevelSide::MoveTo(int goodCode)
@@ -101,27 +111,59 @@ void CostLevelSide::EditPrice(int row)
 
 void CostLevelSide::NextPrice()
 {
-    const int next = grid_->currentIndex().row() + 1;
-    if (next < grid_->RowCount()) {
-        EditPrice(next);
-        return;
-    }
     run_([this] { Post(); });
-    default_->setFocus(Qt::TabFocusReason);
+    const int next = grid_->currentIndex().row() + 1;
+    if (Rows().IsEditing())
+        StandOnPrice(next - 1); // the price is still to be written, Enter tries again
+    else if (next < grid_->RowCount())
+        EditPrice(next);
+    else
+        default_->setFocus(Qt::TabFocusReason);
+}
+
+void CostLevelSide::PostLeftRow()
+{
+    const int typed = Rows().CurrentRow();
+    if (!Rows().IsEditing() || grid_->CurrentSourceRow() == typed)
+        return;
+    run_([this] { Post(); });
+    if (Rows().IsEditing())
+        StandOnPrice(typed);
+}
+
+bool CostLevelSide::eventFilter(QObject *watched, QEvent *event)
+{
+    // A grid takes typed characters into a cell by itself, a pasted price only this way.
+    if (watched == grid_ && event->type() == QEvent::KeyPress &&
+        static_cast<QKeyEvent *>(event)->matches(QKeySequence::Paste)) {
+        EditPrice(grid_->currentIndex().row());
+        if (QWidget *editor = grid_->indexWidget(grid_->currentIndex()))
+            QCoreApplication::sendEvent(editor, event);
+        return true;
+    }
+    return QObject::eventFilter(watched, event);
 }
 
 void CostLevelSide::Post()
 {
     if (Rows().IsEditing())
         Rows().Post();
+    if (!defaultStored_)
+        StoreDefault();
 }
 
 void CostLevelSide::ChooseDefault()
 {
-    Post();
-    (data_.*operations_.Update)(good_, default_->currentData().toInt());
-    (data_.*operations_.GetAll)(good_);
+    defaultStored_ = false;
     emit Changed();
+    Post();
+}
+
+void CostLevelSide::StoreDefault()
+{
+    (data_.*operations_.Update)(good_, default_->currentData().toInt());
+    defaultStored_ = true;
+    (data_.*operations_.GetAll)(good_);
 }
 
 goods::Refused CostLevelSide::CheckDefault() const

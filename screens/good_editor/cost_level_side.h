@@ -40,7 +40,7 @@ public:
     void Open(int goodCode, host::TFormMode mode);
     /// The working rows moved to another code.
     void MoveTo(int goodCode);
-    /// Writes a price that is still being typed to its working row.
+    /// Writes what the working rows do not hold yet: a price, and a default level that could not be stored.
     void Post();
     void SetReadOnly(bool readOnly);
 
@@ -53,6 +53,10 @@ signals:
 private:
     host::Dataset &Rows() const { return data_.*operations_.rows; }
     void ChooseDefault();
+    void StoreDefault();
+    /// The user went to another row.
+    void PostLeftRow();
+    bool eventFilter(QObject *watched, QEvent *event) override;
     void StandOnPrice(int row);
     void EditPrice(int row);
     /// Enter in a price goes down the column, behind the last one to the default level.
@@ -66,4 +70,5 @@ private:
     QString hintText_;
     goods::Boundary run_;
     int good_ = 0;
+    bool defaultStored_ = true; ///< the working rows know the level that is chosen
 };
