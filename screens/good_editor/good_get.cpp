@@ -256,7 +256,7 @@ void TGood_Get_FRM::AfterWrite()
 
 QWidget *TGood_Get_FRM::FirstControl() const
 {
-    return general_->NameEdit();
+    return openingPage_ == 0 ? general_->NameEdit() : nullptr;
 }
 
 QString TGood_Get_FRM::PrepareRecoveryQuery() const
@@ -267,12 +267,19 @@ QString TGood_Get_FRM::PrepareRecoveryQuery() const
 void TGood_Get_FRM::FormShow()
 {
     ui_->PageControl1->setTabVisible(ui_->PageControl1->indexOf(details_), m_host.settings.SettingRecord().GoodDetails);
-    const bool valid = openingPage_ >= 0 && openingPage_ < ui_->PageControl1->count();
-    ui_->PageControl1->setCurrentIndex(valid ? openingPage_ : 0);
-    openingPage_ = 0;
+    if (openingPage_ < 0 || openingPage_ >= ui_->PageControl1->count())
+        openingPage_ = 0;
+    ui_->PageControl1->setCurrentIndex(openingPage_);
     if (Mode() != TFormMode::Review)
         data_.DeleteTmpCategory();
     TBaseGet_New_FRM::FormShow();
+}
+
+void TGood_Get_FRM::FormShown()
+{
+    // On another page than the first the focus is left to the page.
+    TBaseGet_New_FRM::FormShown();
+    openingPage_ = 0;
 }
 
 void TGood_Get_FRM::FormClose()

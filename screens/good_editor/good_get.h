@@ -36,6 +36,7 @@ protected:
     QWidget *FirstControl() const override;
     QString PrepareRecoveryQuery() const override;
     void FormShow() override;
+    void FormShown() override;
     void FormClose() override;
     bool FormKeyDown(QKeyEvent *event) override;
 

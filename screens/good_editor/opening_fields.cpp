@@ -55,6 +55,10 @@ void OpeningFields::BindPickers()
          {std::pair(ui_.Unit_Entity1, ui_.Formool_Unit1_LBL), std::pair(ui_.Unit_Entity2, ui_.Formool_Unit2_LBL)}) {
         connect(picker, &host::EntityPicker::Changed, this,
                 [picker = picker, name = name] { name->setText(picker->Name()); });
+        goods::OnLeave(picker->focusProxy(), RuleTime::Afterwards, [picker = picker, name = name] {
+            if (!picker->IsEmpty())
+                name->setText(picker->Name());
+        });
     }
 }
 

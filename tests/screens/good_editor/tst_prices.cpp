@@ -116,15 +116,33 @@ private slots:
         EditorFixture f;
         f.InsertGood(500009, u"دوغ"_qs, 909);
         f.database.Exec(u"delete from GoodCostDiscount"_qs);
+        QString hintAndRows;
+        // What each side shows: its hint, its levels, and whether a default level may be chosen.
+        const auto sides = [&](QWidget *screen) {
+            f.ShowTab(screen, u"Cost_Level_TPC"_qs);
+            QStringList shown;
+            for (const QString &side : {u"Sell"_qs, u"Buy"_qs}) {
+                const auto &hint = test::Find<QLabel>(screen, side + u"Hint_LBL"_qs);
+                QVERIFY2(hint.isVisible() && hint.height() >= hint.heightForWidth(hint.width()), "the hint is cut off");
+                shown << u"%1|%2|%3"_qs.arg(hint.text())
+                             .arg(test::Find<host::Grid>(screen, side + u"Details_GRD"_qs).RowCount())
+                             .arg(int(test::Find(screen, side + u"Default_CMB"_qs).isEnabled()));
+            }
+            QCOMPARE(shown.at(0), shown.at(1));
+            hintAndRows = shown.at(0);
+        };
         f.OpenGood(500009, [&](QWidget *screen) {
-            QVERIFY(test::Find<host::Grid>(screen, u"SellDetails_GRD"_qs).IsEmpty());
-            QVERIFY(test::Find<QLabel>(screen, u"SellHint_LBL"_qs).text().contains(u"ردیف قیمت ندارد"_qs));
-            QVERIFY(!test::Find(screen, u"SellDefault_CMB"_qs).isEnabled());
+            sides(screen);
+            QCOMPARE(hintAndRows, u"این کالا هنوز ردیف قیمت ندارد؛ پس از ذخیره می توانید قیمت ها را وارد کنید.|0|0"_qs);
+            TypePrices(screen, u"SellDetails_GRD"_qs, {u"100"_qs});
             test::Press(Qt::Key_F3);
             QCOMPARE(f.host.messages.TakeAll(), QStringList{Saved});
         });
+        QCOMPARE(f.database.Rows(u"select GoodCode,CostLevel_Sell_1 from GoodCostDiscount"_qs),
+                 QStringList{u"500009|0"_qs});
         f.OpenGood(500009, [&](QWidget *screen) {
-            f.ShowTab(screen, u"Cost_Level_TPC"_qs);
+            sides(screen);
+            QCOMPARE(hintAndRows, u"[ قيمت هر سطح را با کليک کردن در مقابل آن مشخص نماييد ]|10|1"_qs);
             TypePrices(screen, u"SellDetails_GRD"_qs, {u"100"_qs, u"200"_qs});
             ChooseLevel(screen, u"SellDefault_CMB"_qs, 2);
             test::Press(Qt::Key_F3);

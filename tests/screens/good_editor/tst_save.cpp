@@ -250,6 +250,27 @@ private slots:
         });
     }
 
+    void opensOnTheTabAskedFor()
+    {
+        EditorFixture f;
+        f.InsertGood(500009, u"دوغ"_qs, 909);
+        TGood_Get_FRM screen(f.host);
+        const auto opened = [&] {
+            QString tab;
+            test::Drive([&] { screen.Open(500009, host::TFormMode::Edit); },
+                        [&](QWidget *shown) {
+                            tab = f.CurrentTab(shown);
+                            test::Press(Qt::Key_Escape);
+                        });
+            return tab;
+        };
+        screen.SetOpeningPage(1);
+        QCOMPARE(opened(), u"Cost_Level_TPC"_qs);
+        QCOMPARE(opened(), u"General_TPC"_qs); // asked for once
+        screen.SetOpeningPage(99);
+        QCOMPARE(opened(), u"General_TPC"_qs);
+    }
+
     void reviewingWritesNothing()
     {
         EditorFixture f;

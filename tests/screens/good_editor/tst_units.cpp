@@ -125,6 +125,10 @@ private slots:
         f.OpenNew(u"5"_qs, [&](QWidget *screen) {
             const auto &unit2 = test::Find<QLabel>(screen, u"Formool_Unit2_LBL"_qs);
             QCOMPARE(unit2.text(), u"عدد"_qs);
+            test::Enter(screen, u"Unit_Entity2"_qs, u"99"_qs);
+            test::Press(Qt::Key_Tab);
+            QCoreApplication::processEvents();
+            QCOMPARE(unit2.text(), QString());
             test::Enter(screen, u"Unit_Entity2"_qs, u"کیلو"_qs);
             test::Press(Qt::Key_Return);
             QCOMPARE(unit2.text(), u"کیلوگرم"_qs);

@@ -1,0 +1,297 @@
+#include "host/controls/grid.h"
+#include "host/controls/numeric_edit.h"
+#include "tests/screens/good_editor/editor_fixture.h"
+#include "tests/support/test_main.h"
+
+#include <QClipboard>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QtTest>
+
+namespace {
+
+const QString Saved = u"MSGCompeletedSuccessfully(ذخيره سازي کالا)"_qs;
+const QString Prices = u"Cost_Level_TPC"_qs;
+
+/// Begins to type a price into the first sale level; the cell stays open.
+void BeginPrice(QWidget *screen, const QString &price)
+{
+    EditorFixture::ShowTab(screen, Prices);
+    test::Focus(screen, u"SellDetails_GRD"_qs);
+    test::Type(price);
+    QCOMPARE(test::Focused(), u"Price_EDT"_qs);
+}
+
+QString ShownPrice(QWidget *screen, int row)
+{
+    return test::Find<host::Grid>(screen, u"SellDetails_GRD"_qs).VisibleTexts(row).at(1);
+}
+
+void Paste(const QString &text)
+{
+    QApplication::clipboard()->setText(text);
+    test::Press(Qt::Key_V, Qt::ControlModifier);
+}
+
+} // namespace
+
+/// What a user typed, pasted or scanned is never lost, nor changed behind the back.
+class TestGoodTyping : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void leavingAsksFirst_data()
+    {
+        using Way = std::function<void(QWidget *)>;
+        QTest::addColumn<Way>("type");
+        QTest::addColumn<Way>("leave");
+        const Way name = [](QWidget *) { test::Type(u"ماست"_qs); };
+        const Way price = [](QWidget *screen) { BeginPrice(screen, u"250"_qs); };
+        const Way tag = [](QWidget *screen) {
+            EditorFixture::ShowTab(screen, u"Discount_TPC"_qs);
+            test::Focus(screen, u"GroupDiscount_CHK"_qs);
+            test::Press(Qt::Key_Space);
+        };
+        const Way level = [](QWidget *screen) {
+            EditorFixture::ShowTab(screen, Prices);
+            test::Focus(screen, u"SellDefault_CMB"_qs);
+            test::Press(Qt::Key_Home);
+        };
+        const Way escape = [](QWidget *) { test::Press(Qt::Key_Escape); };
+        const Way window = [](QWidget *screen) { screen->close(); };
+        const Way button = [](QWidget *screen) {
+            QTest::mouseClick(&test::Find(screen, u"Exit_BTN"_qs), Qt::LeftButton);
+        };
+        QTest::newRow("a name, Esc") << name << escape;
+        QTest::newRow("a name, the window's button") << name << window;
+        QTest::newRow("a name, the button") << name << button;
+        QTest::newRow("a switch, Esc") << tag << escape;
+        QTest::newRow("a default level, Esc") << level << escape;
+        QTest::newRow("an open price, the window's button") << price << window;
+        QTest::newRow("an open price, the button") << price << button;
+    }
+    void leavingAsksFirst()
+    {
+        using Way = std::function<void(QWidget *)>;
+        QFETCH(Way, type);
+        QFETCH(Way, leave);
+        EditorFixture f;
+        f.InsertGood(500009, u"دوغ"_qs, 909);
+        f.OpenGood(500009, [&](QWidget *screen) {
+            type(screen);
+            f.host.messages.Answer(false);
+            leave(screen);
+            QVERIFY(f.host.messages.Take().startsWith(u"Ask("_qs));
+            QVERIFY(screen->isVisible());
+            test::Press(Qt::Key_F3);
+            QCOMPARE(f.host.messages.TakeAll(), QStringList{Saved});
+        });
+        QCOMPARE(f.database.Rows(u"select count(*) from GoodInf join GoodCostDiscount on GoodCode=Code where "
+                                 "kala_name=N'ماست' or CostLevel_Sell_1=250 or GroupDiscount=0 or "
+                                 "Default_CostLevel_Sell_Number=0"_qs),
+                 QStringList{u"1"_qs});
+    }
+
+    void anOpenPriceIsKept_data()
+    {
+        using Way = std::function<void(EditorFixture &, QWidget *)>;
+        QTest::addColumn<Way>("way");
+        QTest::addColumn<QString>("stored");
+        QTest::newRow("another tab") << Way([](EditorFixture &, QWidget *) {
+            test::Press(Qt::Key_1, Qt::ControlModifier);
+        }) << u"250"_qs;
+        QTest::newRow("the tab's caption")
+            << Way([](EditorFixture &f, QWidget *screen) { f.ShowTab(screen, u"General_TPC"_qs); }) << u"250"_qs;
+        QTest::newRow("Tab") << Way([](EditorFixture &, QWidget *) { test::Press(Qt::Key_Tab); }) << u"250"_qs;
+        QTest::newRow("a click on another row") << Way([](EditorFixture &, QWidget *screen) {
+            auto &grid = test::Find<host::Grid>(screen, u"SellDetails_GRD"_qs);
+            const QRect cell = grid.visualRect(grid.model()->index(4, 2));
+            QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, cell.center());
+        }) << u"250"_qs;
+        QTest::newRow("a key of a command")
+            << Way([](EditorFixture &, QWidget *) { test::Press(Qt::Key_F4); }) << u"250"_qs;
+        QTest::newRow("a refused save") << Way([](EditorFixture &f, QWidget *screen) {
+            f.host.vouchers.totalCostValid = false;
+            test::Press(Qt::Key_F3);
+            QCOMPARE(f.CurrentTab(screen), Prices);
+            f.host.vouchers.totalCostValid = true;
+        }) << u"250"_qs;
+        // Esc in a cell takes back what was typed there, no more.
+        QTest::newRow("Esc") << Way([](EditorFixture &, QWidget *screen) {
+            test::Press(Qt::Key_Escape);
+            QVERIFY(screen->isVisible());
+        }) << u"100"_qs;
+    }
+    void anOpenPriceIsKept()
+    {
+        using Way = std::function<void(EditorFixture &, QWidget *)>;
+        QFETCH(Way, way);
+        EditorFixture f;
+        f.InsertGood(500009, u"دوغ"_qs, 909);
+        f.OpenGood(500009, [&](QWidget *screen) {
+            BeginPrice(screen, u"۲۵۰"_qs);
+            way(f, screen);
+            QCoreApplication::processEvents();
+            test::Press(Qt::Key_F3);
+            QCOMPARE(f.host.messages.TakeAll(), QStringList{Saved});
+        });
+        QTEST(f.database.Scalar(u"select cast(CostLevel_Sell_1 as int) from GoodCostDiscount"_qs).toString(), "stored");
+    }
+
+    void pricesArePasted_data()
+    {
+        QTest::addColumn<QString>("pasted");
+        QTest::addColumn<QString>("shown");
+        QTest::newRow("grouped") << u" 1,234,567.5 "_qs << u"۱٬۲۳۴٬۵۶۷٫۵"_qs;
+        QTest::newRow("Persian, a copied cell") << u"۱٬۲۳۴٬۵۶۷٫۵\r\n"_qs << u"۱٬۲۳۴٬۵۶۷٫۵"_qs;
+        QTest::newRow("fifteen digits, grouped") << u"123,456,789,012,345"_qs << u"۱۲۳٬۴۵۶٬۷۸۹٬۰۱۲٬۳۴۵"_qs;
+        // A part of a number is another number.
+        QTest::newRow("too long") << u"1234567890123456"_qs << u"۱۰۰"_qs;
+        QTest::newRow("two numbers") << u"100\n200"_qs << u"۱۰۰"_qs;
+        QTest::newRow("no number") << u"12 ریال"_qs << u"۱۰۰"_qs;
+    }
+    void pricesArePasted()
+    {
+        QFETCH(QString, pasted);
+        EditorFixture f;
+        f.InsertGood(500009, u"دوغ"_qs, 909);
+        f.OpenGood(500009, [&](QWidget *screen) {
+            f.ShowTab(screen, Prices);
+            test::Focus(screen, u"SellDetails_GRD"_qs);
+            Paste(pasted);
+            test::Press(Qt::Key_Return);
+            QTEST(ShownPrice(screen, 0), "shown");
+            test::Press(Qt::Key_Escape); // the cell below
+            f.Leave();
+        });
+    }
+
+    void barcodesArePasted_data()
+    {
+        QTest::addColumn<QString>("pasted");
+        QTest::addColumn<QString>("stored");
+        QTest::newRow("blanks around") << u"  6260100200303\r\n"_qs << u"!6260100200303!!!!!!"_qs;
+        QTest::newRow("Persian digits") << u"۶۲۶۰۱۰۰۲۰۰۳۰۳"_qs << u"!6260100200303!!!!!!"_qs;
+        QTest::newRow("a short name") << u"شیر ۱"_qs << u"!شیر ۱!!!!!!"_qs;
+        QTest::newRow("too long") << u"12345678901234567890123456"_qs << u"!7!!!!!!"_qs;
+    }
+    void barcodesArePasted()
+    {
+        QFETCH(QString, pasted);
+        EditorFixture f;
+        f.OpenNew(u"5"_qs, [&](QWidget *screen) {
+            f.FillRequired(screen);
+            test::Enter(screen, u"BarCode1_EDT"_qs, u"7"_qs);
+            test::Press(Qt::Key_A, Qt::ControlModifier);
+            Paste(pasted);
+            // Saved without leaving the edit.
+            test::Press(Qt::Key_F3);
+            QCOMPARE(f.host.messages.TakeAll(), QStringList{Saved});
+            test::Press(Qt::Key_Escape);
+        });
+        QTEST(f.database.Rows(u"select AbbName from GoodInf"_qs).value(0), "stored");
+    }
+
+    void longStoredBarcodesComeBackWhole()
+    {
+        EditorFixture f;
+        const QString first(30, u'1');
+        const QString text = u'!' + first + u"! 2 !!!!"_qs + QString(110, u'6') + u'!';
+        f.InsertGood(500009, u"دوغ"_qs, 909);
+        f.database.Exec(u"update GoodInf set AbbName=N'%1'"_qs.arg(text));
+        f.OpenGood(500009, [&](QWidget *screen) {
+            test::Focus(screen, u"BarCode1_EDT"_qs);
+            test::Press(Qt::Key_Return);
+            test::Enter(screen, u"Kala_Type_EDT"_qs, u"ساده"_qs);
+            test::Press(Qt::Key_F3);
+            QCOMPARE(f.host.messages.TakeAll(), QStringList{Saved});
+        });
+        QCOMPARE(f.database.Rows(u"select AbbName,kala_type from GoodInf"_qs), QStringList{text + u"|ساده"_qs});
+    }
+
+    void aRefusedScanStopsTheNext()
+    {
+        EditorFixture f;
+        f.InsertGood(500009, u"دوغ"_qs, 909);
+        f.database.Exec(u"update GoodInf set AbbName='!111!'"_qs);
+        f.OpenNew(u"5"_qs, [&](QWidget *screen) {
+            f.ShowTab(screen, u"Complete_TPC"_qs);
+            test::Focus(screen, u"BarCode2_EDT"_qs);
+            test::Type(u"111"_qs);
+            test::Press(Qt::Key_Return);
+            // At once: whatever the scanner sends next must not begin in the next edit.
+            QCOMPARE(f.host.messages.Take(), u"MsgRepeatedField( نام اختصاری/بارکد, کالا)"_qs);
+            QCOMPARE(test::Focused(), u"BarCode2_EDT"_qs);
+            test::Type(u"222"_qs);
+            test::Press(Qt::Key_Return);
+            QCOMPARE(test::Find<QLineEdit>(screen, u"BarCode2_EDT"_qs).text(), u"222"_qs);
+            QCOMPARE(test::Focused(), u"BarCode3_EDT"_qs);
+            f.Leave();
+        });
+    }
+
+    void whatTheDatabaseRefusesStays_data()
+    {
+        QTest::addColumn<QString>("control");
+        QTest::addColumn<QString>("typed");
+        QTest::newRow("a remark longer than its column") << u"Comment_EDT"_qs << QString(501, u'و');
+        QTest::newRow("a short code beyond all numbers") << u"SmsCode_EDT"_qs << QString(20, u'9');
+        QTest::newRow("a weight beyond its column") << u"Weight_EDT"_qs << QString(15, u'9');
+    }
+    void whatTheDatabaseRefusesStays()
+    {
+        QFETCH(QString, control);
+        QFETCH(QString, typed);
+        EditorFixture f;
+        f.OpenNew(u"5"_qs, [&](QWidget *screen) {
+            f.FillRequired(screen);
+            f.ShowTab(screen, u"Complete_TPC"_qs);
+            test::Enter(screen, control, typed);
+            test::Press(Qt::Key_F3);
+            QVERIFY(f.host.messages.Take().startsWith(u"ShowMessage("_qs));
+            QWidget &widget = test::Find(screen, control);
+            QCOMPARE(widget.property(control == u"Comment_EDT" ? "plainText" : "text").toString(), typed);
+            QCOMPARE(f.database.Scalar(u"select count(*) from GoodInf"_qs).toInt(), 0);
+            test::Enter(screen, control, u"5"_qs);
+            test::Press(Qt::Key_F3);
+            QCOMPARE(f.host.messages.TakeAll(), QStringList{Saved});
+            test::Press(Qt::Key_Escape);
+        });
+    }
+
+    void pricesOutliveTheConnection()
+    {
+        EditorFixture f;
+        f.InsertGood(500009, u"دوغ"_qs, 909);
+        f.OpenGood(500009, [&](QWidget *screen) {
+            f.ShowTab(screen, Prices);
+            QSqlDatabase main = f.database.Main();
+            main.close();
+            BeginPrice(screen, u"250"_qs);
+            test::Press(Qt::Key_Return);
+            QCOMPARE(f.host.messages.TakeAll().size(), 1);
+            QCOMPARE(ShownPrice(screen, 0), u"۲۵۰"_qs);
+            // Another row is not for the taking before this one is written.
+            test::Focus(screen, u"SellDetails_GRD"_qs);
+            test::Press(Qt::Key_Down);
+            QCoreApplication::processEvents();
+            QCOMPARE(f.host.messages.TakeAll().size(), 1);
+            QCOMPARE(test::Find<host::Grid>(screen, u"SellDetails_GRD"_qs).currentIndex().row(), 0);
+            test::Focus(screen, u"SellDefault_CMB"_qs);
+            QCoreApplication::processEvents();
+            test::Press(Qt::Key_Home);
+            QCOMPARE(f.host.messages.TakeAll().size(), 2);
+            QVERIFY(main.open());
+            test::Press(Qt::Key_F3);
+            QCOMPARE(f.host.messages.TakeAll(), QStringList{Saved});
+        });
+        QCOMPARE(f.database.Rows(u"select CostLevel_Sell_1,Default_CostLevel_Sell_Number from GoodCostDiscount"_qs),
+                 QStringList{u"250|0"_qs});
+    }
+};
+
+REGISTER_TEST(TestGoodTyping)
+#include "tst_typing.moc"
