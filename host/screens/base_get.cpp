@@ -98,6 +98,7 @@ void KeepOneLine(QLineEdit *edit)
         text.chop(1);
     std::replace_if(text.begin(), text.end(), BreaksLine, u' ');
     edit->setText(text);
+    edit->setModified(true); // it was the user who entered it
 }
 
 bool TakesTyping(const QWidget *widget)

@@ -3,13 +3,20 @@
 #include <QtCore/QEvent>
 #include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QLabel>
+#include <QtWidgets/QToolTip>
 
-FinalPriceSwitch::FinalPriceSwitch(QAbstractButton *button, QLabel *label, QWidget *information, QObject *parent)
+FinalPriceSwitch::FinalPriceSwitch(QAbstractButton *button, QLabel *label, QAbstractButton *information,
+                                   QObject *parent)
     : QObject(parent), button_(button), label_(label), information_(information)
 {
     information_->setToolTip(QStringLiteral("به دلیل غیر فعال بودن تنظیمات عوارض و مالیات و یا تخفیف سطری ، امکان "
                                             "استفاده از این امکان وجود ندارد"));
     label_->installEventFilter(this);
+    // Whoever works by keys or by touch has no pointer to rest on it.
+    connect(information_, &QAbstractButton::clicked, this, [this] {
+        const QPoint below = information_->mapToGlobal(information_->rect().bottomLeft());
+        QToolTip::showText(below, information_->toolTip(), information_);
+    });
     connect(button_, &QAbstractButton::clicked, this, [this](bool on) {
         if (on)
             emit TurnedOn();

@@ -4,7 +4,6 @@
 
 class QAbstractButton;
 class QLabel;
-class QWidget;
 
 /// One "prices are final" switch with its clickable label and its information button, which explains why the switch
 /// cannot be used.
@@ -14,7 +13,7 @@ class FinalPriceSwitch : public QObject
 
 public:
     /// The controls belong to the page, which is `parent`.
-    FinalPriceSwitch(QAbstractButton *button, QLabel *label, QWidget *information, QObject *parent);
+    FinalPriceSwitch(QAbstractButton *button, QLabel *label, QAbstractButton *information, QObject *parent);
 
     /// Shown only in shops that allow final prices.
     void SetVisible(bool visible);
@@ -32,7 +31,7 @@ protected:
 private:
     QAbstractButton *button_;
     QLabel *label_;
-    QWidget *information_;
+    QAbstractButton *information_;
     bool visible_ = false;
     bool loadedOn_ = false;
 };
