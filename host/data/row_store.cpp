@@ -289,7 +289,8 @@ int RowStore::Read(QSqlQuery &query, int limit)
         Block &block = WritableBlock();
         const size_t cell = block.NewRow(columns_.size());
         for (int column = 0; column < columns; ++column) {
-            const bool isText = texts.IsNeeded() && ColumnAt(column).kind == ColumnKind::Text;
+            const ColumnKind kind = ColumnAt(column).kind;
+            const bool isText = texts.IsNeeded() && (kind == ColumnKind::Text || kind == ColumnKind::Decimal);
             Write(block, cell + static_cast<size_t>(column), column, isText ? texts.Read(column) : query.value(column));
         }
         ++count;
