@@ -169,7 +169,8 @@ void Dataset::ReadInserted(const QString &text)
     const OdbcText texts(query);
     for (size_t i = 0; i < insertedTo_.size(); ++i) {
         if (insertedTo_[i] >= 0) {
-            const bool isText = texts.IsNeeded() && rows_.ColumnAt(insertedTo_[i]).kind == ColumnKind::Text;
+            const ColumnKind kind = rows_.ColumnAt(insertedTo_[i]).kind;
+            const bool isText = texts.IsNeeded() && (kind == ColumnKind::Text || kind == ColumnKind::Decimal);
             const auto column = static_cast<int>(i);
             buffer_[static_cast<size_t>(insertedTo_[i])] = isText ? texts.Read(column) : query.value(column);
         }

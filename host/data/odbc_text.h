@@ -1,7 +1,5 @@
 #pragma once
 
-#include "host/host_export.h"
-
 #include <QSqlQuery>
 #include <QVariant>
 
@@ -10,7 +8,7 @@ namespace host {
 /// Reads the texts of a running query as they came from a server. Qt's ODBC driver reads them over FreeTDS in pieces of
 /// as many UTF-8 bytes as the column has letters, and a Persian letter that lies across two pieces costs the whole
 /// text; this reads UTF-16 from the same statement.
-class HOST_EXPORT OdbcText
+class OdbcText
 {
 public:
     /// Does nothing on the embedded database.

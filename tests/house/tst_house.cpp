@@ -54,6 +54,7 @@ void TestHouse::arrowsRunOneWay_data()
     QTest::newRow("data") << u"data"_qs
                           << QStringList{u"data/"_qs, u"host/data/"_qs, u"host/services/"_qs, u"host/host"_qs};
     QTest::newRow("screens") << u"screens"_qs << QStringList{u"screens/"_qs, u"data/"_qs, u"host/"_qs};
+    QTest::newRow("goods-sql") << u"tools"_qs << QStringList{u"tools/"_qs, u"tsql/"_qs, u"host/data/odbc_text.h"_qs};
     QTest::newRow("detail types") << u"detailtypes"_qs << QStringList{u"detailtypes/"_qs, u"host/"_qs};
     QTest::newRow("entry") << u"entry"_qs
                            << QStringList{u"entry/"_qs, u"screens/"_qs, u"detailtypes/"_qs, u"data/"_qs, u"host/"_qs};

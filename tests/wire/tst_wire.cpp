@@ -401,6 +401,11 @@ void TestWire::goodsSql()
     QCOMPARE(run({u"--csv"_qs, u"-"_qs}, "CREATE TABLE A (N nvarchar(9), D decimal(9,2))\nGO\n"
                                          "INSERT A VALUES (N'الف', 0.5)\nGO\nSELECT * FROM A\ngo\n"),
              u"0\nN,D\r\nالف,0.50\r\n");
+    // A text of two-byte letters that fills its column, and the longest negative number.
+    const QString longText(200, u'ی');
+    QCOMPARE(run({u"--csv"_qs, u"-"_qs}, "CREATE TABLE L (N nvarchar(200), D decimal(23,9))\nGO\nINSERT L VALUES (N'" +
+                                             longText.toUtf8() + "', -12345678901234.123456789)\nGO\nSELECT * FROM L"),
+             u"0\nN,D\r\n%1,-12345678901234.123456789\r\n"_qs.arg(longText));
     const QString refused =
         run({u"-"_qs}, "SELECT 1 AS A\nGO\nSELECT 2 AS B\nINSERT A VALUES (N'a', 1/0)\nGO\nSELECT 3");
     QCOMPARE(refused, u"1\nA\n-\n1\nB\n-\n2\ngoods-sql: input:3: error 8134: [FreeTDS][SQL Server]Divide by zero error "

@@ -24,22 +24,6 @@ QString quotedForCsv(QString text)
     return special ? u'"' + text.replace(u'"', u"\"\""_qs) + u'"' : text;
 }
 
-QStringList names(const QSqlRecord &record)
-{
-    QStringList all;
-    for (int i = 0; i < record.count(); ++i)
-        all += record.fieldName(i);
-    return all;
-}
-
-QStringList fields(const QSqlQuery &query, int count, const QString &null)
-{
-    QStringList all;
-    for (int i = 0; i < count; ++i)
-        all += printed(query.value(i), null);
-    return all;
-}
-
 bool isNumber(const QSqlField &field)
 {
     switch (field.metaType().id()) {
@@ -75,53 +59,69 @@ QString printed(const QVariant &value, const QString &null)
 
 int TablePrinter::print(QSqlQuery &query)
 {
-    return m_csv ? printCsv(query) : printTable(query);
+    Rows rows = rowsOf(query);
+    return m_csv ? printCsv(rows) : printTable(rows);
 }
 
-int TablePrinter::printCsv(QSqlQuery &query)
+TablePrinter::Rows TablePrinter::rowsOf(QSqlQuery &query)
 {
-    QStringList line = names(query.record());
-    const auto count = int(line.size());
-    int rows = -1;
+    const QSqlRecord record = query.record(); // before the first row: a record of a row reads its values
+    Rows rows{query, host::OdbcText(query), {}, {}, {}};
+    for (int i = 0; i < record.count(); ++i) {
+        const QSqlField field = record.field(i);
+        const int type = field.metaType().id();
+        rows.names += field.name();
+        rows.numbers += isNumber(field);
+        rows.asText += rows.texts.IsNeeded() && (type == QMetaType::QString || type == QMetaType::Double);
+    }
+    return rows;
+}
+
+QStringList TablePrinter::fields(const Rows &rows, const QString &null)
+{
+    QStringList all;
+    for (int i = 0; i < rows.names.size(); ++i)
+        all += printed(rows.asText[i] ? rows.texts.Read(i) : rows.query.value(i), null);
+    return all;
+}
+
+int TablePrinter::printCsv(Rows &rows)
+{
+    QStringList line = rows.names;
+    int count = -1;
     do {
         for (QString &field : line)
             field = quotedForCsv(field);
         m_out << line.join(u',') << u"\r\n"_qs;
-        ++rows;
-        if (!query.next())
-            return rows;
-        line = fields(query, count, QString());
+        ++count;
+        if (!rows.query.next())
+            return count;
+        line = fields(rows, QString());
     } while (true);
 }
 
-int TablePrinter::printTable(QSqlQuery &query)
+int TablePrinter::printTable(Rows &rows)
 {
-    const QSqlRecord record = query.record();
-    const QStringList header = names(record);
-    const auto count = int(header.size());
     QList<qsizetype> widths;
-    QList<bool> right;
-    for (int i = 0; i < count; ++i) {
-        widths += width(header[i]);
-        right += isNumber(record.field(i));
-    }
+    for (const QString &name : std::as_const(rows.names))
+        widths += width(name);
     QList<QStringList> first;
-    while (first.size() < MeasuredRows && query.next()) {
-        first += fields(query, count, u"NULL"_qs);
-        for (int i = 0; i < count; ++i)
+    while (first.size() < MeasuredRows && rows.query.next()) {
+        first += fields(rows, u"NULL"_qs);
+        for (int i = 0; i < widths.size(); ++i)
             widths[i] = std::max(widths[i], width(first.last()[i]));
     }
-    printLine(header, widths, right);
+    printLine(rows.names, widths, rows.numbers);
     QStringList rule;
     for (const qsizetype columns : std::as_const(widths))
         rule += QString(columns, u'-');
     m_out << rule.join(u' ') << u'\n';
     for (const QStringList &row : std::as_const(first))
-        printLine(row, widths, right);
-    auto rows = int(first.size());
-    for (; query.next(); ++rows)
-        printLine(fields(query, count, u"NULL"_qs), widths, right);
-    return rows;
+        printLine(row, widths, rows.numbers);
+    auto count = int(first.size());
+    for (; rows.query.next(); ++count)
+        printLine(fields(rows, u"NULL"_qs), widths, rows.numbers);
+    return count;
 }
 
 void TablePrinter::printLine(const QStringList &fields, const QList<qsizetype> &widths, const QList<bool> &right)

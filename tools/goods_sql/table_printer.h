@@ -1,6 +1,8 @@
 // Result sets as text.
 #pragma once
 
+#include "host/data/odbc_text.h"
+
 #include <QSqlQuery>
 #include <QTextStream>
 
@@ -14,8 +16,20 @@ public:
     int print(QSqlQuery &query);
 
 private:
-    int printCsv(QSqlQuery &query);
-    int printTable(QSqlQuery &query);
+    /** The query's rows, with the columns that a server's driver has to be asked for as text. */
+    struct Rows
+    {
+        QSqlQuery &query;
+        host::OdbcText texts;
+        QStringList names;
+        QList<bool> numbers;
+        QList<bool> asText;
+    };
+
+    static Rows rowsOf(QSqlQuery &query);
+    int printCsv(Rows &rows);
+    int printTable(Rows &rows);
+    static QStringList fields(const Rows &rows, const QString &null);
     void printLine(const QStringList &fields, const QList<qsizetype> &widths, const QList<bool> &right);
 
     // Widths are measured on this many rows, so that a long list begins to come at once.
