@@ -12,6 +12,8 @@ Shop::Shop()
     desk::CreateDatabase(m_options.databaseFile, true);
     m_connections = std::make_unique<desk::OpenConnections>(m_options);
     m_desk = std::make_unique<desk::DeskHost>(m_connections->Get());
+    if (!m_desk->settings.SignIn(1))
+        throw std::runtime_error("the demo shop has no first user");
     m_data = std::make_unique<TGood_DM>(host().DM, host().settings, host().entities);
 }
 
