@@ -92,7 +92,7 @@ void Grid::RestoreLayout(const QByteArray &layout)
         const QScopedValueRollback applying(m_applying, true);
         QHeaderView *header = horizontalHeader();
         int visual = 1;
-        for (const QJsonValue &value : list) {
+        for (const auto &value : list) {
             const QJsonObject stored = value.toObject();
             const int column = GridColumnOf(stored.value(u"field").toString());
             if (column < 0)

@@ -354,7 +354,7 @@ QString GridModel::Shown(const QVariant &value, ColumnFormat format) const
 {
     if (value.isNull())
         return {};
-    const QString text = value.toString();
+    QString text = value.toString();
     switch (format) {
     case ColumnFormat::Code:
         return DisplayNumber(TrimDecimal(text), false);
@@ -400,7 +400,7 @@ QVariant GridModel::data(const QModelIndex &index, int role) const
     }
     if (role != Qt::DisplayRole && role != Qt::EditRole && role != Qt::ToolTipRole)
         return {};
-    const QVariant value = m_source->index(sourceRow, sourceColumn).data(Qt::EditRole);
+    QVariant value = m_source->index(sourceRow, sourceColumn).data(Qt::EditRole);
     if (role == Qt::EditRole)
         return value;
     if (role == Qt::ToolTipRole)
