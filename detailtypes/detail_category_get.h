@@ -12,7 +12,7 @@ class TDetailTypes_SelectedList_Get_FRM;
 /// The editor of one category of detail types: code, title and remark. The members are chosen on the list.
 ///
 /// `Open({}, TFormMode::New)` proposes a code and keeps it for this desk while the screen is open;
-/// `Open(code, TFormMode::Edit)` changes a category. Both ask for the user's right (software part 513).
+/// `Open(code, TFormMode::Edit)` changes a category. Both ask for the user's right to detail types.
 class TDetailTypes_SelectedList_Get_FRM : public host::TBaseGet_FRM
 {
     Q_OBJECT

@@ -16,7 +16,7 @@ class TDetailTypes_Get_FRM;
 /// The screen on which one detail type is created or changed. Its form follows the kind of the type.
 ///
 /// `Open({}, TFormMode::New)` or `Open(id, TFormMode::Edit)` gives 1 when a type was saved. The screen asks for the
-/// user's right (software part 513, create or change) itself and gives up opening without it.
+/// user's right to create or change detail types itself and gives up opening without it.
 class TDetailTypes_Get_FRM : public host::TBaseGet_FRM
 {
     Q_OBJECT
