@@ -1,6 +1,6 @@
 #include "detailtypes/detail_category_get.h"
 
-#include "detailtypes/rights.h"
+#include "host/host.h"
 #include "ui_detail_category_get.h"
 
 using namespace Qt::StringLiterals;
@@ -53,7 +53,7 @@ void TDetailTypes_SelectedList_Get_FRM::Show(const TDetailTypes_SelectedList_Rec
 
 void TDetailTypes_SelectedList_Get_FRM::Prepare()
 {
-    if (!detail_types::MayWrite(m_host, Mode())) {
+    if (!host::MayWrite(m_host, host::TSoftwarePart::DetailTypes, Mode())) {
         AbortOpening();
         return;
     }
@@ -65,7 +65,7 @@ void TDetailTypes_SelectedList_Get_FRM::Prepare()
 
 void TDetailTypes_SelectedList_Get_FRM::Load()
 {
-    if (!detail_types::MayWrite(m_host, Mode())) {
+    if (!host::MayWrite(m_host, host::TSoftwarePart::DetailTypes, Mode())) {
         AbortOpening();
         return;
     }

@@ -1,7 +1,7 @@
 #include "detailtypes/detail_type_get.h"
 
 #include "detailtypes/detail_items.h"
-#include "detailtypes/rights.h"
+#include "host/host.h"
 #include "host/screens/theme.h"
 #include "ui_detail_type_get.h"
 
@@ -143,7 +143,7 @@ void TDetailTypes_Get_FRM::Clear()
 
 void TDetailTypes_Get_FRM::Prepare()
 {
-    if (!detail_types::MayWrite(m_host, Mode())) {
+    if (!host::MayWrite(m_host, host::TSoftwarePart::DetailTypes, Mode())) {
         AbortOpening();
         return;
     }
@@ -155,7 +155,7 @@ void TDetailTypes_Get_FRM::Prepare()
 
 void TDetailTypes_Get_FRM::Load()
 {
-    if (!detail_types::MayWrite(m_host, Mode())) {
+    if (!host::MayWrite(m_host, host::TSoftwarePart::DetailTypes, Mode())) {
         AbortOpening();
         return;
     }

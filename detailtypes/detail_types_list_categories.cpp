@@ -1,7 +1,7 @@
 #include "detailtypes/detail_category_get.h"
 #include "detailtypes/detail_types_list.h"
 #include "detailtypes/reload.h"
-#include "detailtypes/rights.h"
+#include "host/host.h"
 #include "ui_detail_types_list.h"
 
 using namespace Qt::StringLiterals;
@@ -50,7 +50,7 @@ void TDetailTypes_List_FRM::EditCategory(TFormMode mode)
 void TDetailTypes_List_FRM::DeleteCategory()
 {
     const int category = Category();
-    if (category == 0 || !detail_types::Granted(m_host, TPermission::Delete) ||
+    if (category == 0 || !host::Granted(m_host, host::TSoftwarePart::DetailTypes, TPermission::Delete) ||
         !m_host.messages.MsgDeleteItem(u"دسته بندی"_s))
         return;
     m_data.DetailTypes_SelectedList_Delete(category);
@@ -76,7 +76,7 @@ void TDetailTypes_List_FRM::AddMembers()
         Warn(u"کاربر گرامی لیست های انتخابی  حداکثر 5 عضو می توانند داشته باشند"_s);
         return;
     }
-    if (!detail_types::Granted(m_host, TPermission::Change))
+    if (!host::Granted(m_host, host::TSoftwarePart::DetailTypes, TPermission::Change))
         return;
     host::MultibleParam wanted;
     wanted.PreviousCount = members;
@@ -95,7 +95,8 @@ void TDetailTypes_List_FRM::DeleteMembers()
     QStringList members = grid->MarkedKeys();
     if (members.isEmpty() && !grid->IsEmpty())
         members << grid->CurrentKey();
-    if (members.isEmpty() || !detail_types::Granted(m_host, TPermission::Change) || !m_host.messages.MsgDeleteRow())
+    if (members.isEmpty() || !host::Granted(m_host, host::TSoftwarePart::DetailTypes, TPermission::Change) ||
+        !m_host.messages.MsgDeleteRow())
         return;
     m_data.DetailTypes_SelectedList_DeleteDetail(Category(), members.join(u','));
     FollowCategory();
@@ -103,7 +104,8 @@ void TDetailTypes_List_FRM::DeleteMembers()
 
 void TDetailTypes_List_FRM::DeleteAllMembers()
 {
-    if (!detail_types::Granted(m_host, TPermission::Change) || !m_host.messages.MsgDeleteItem(u"همه سطرهاي"_s))
+    if (!host::Granted(m_host, host::TSoftwarePart::DetailTypes, TPermission::Change) ||
+        !m_host.messages.MsgDeleteItem(u"همه سطرهاي"_s))
         return;
     m_data.DetailTypes_SelectedList_DeleteAll(Category());
     FollowCategory();

@@ -1,7 +1,7 @@
 #include "detailtypes/detail_type_get.h"
 #include "detailtypes/detail_types_list.h"
 #include "detailtypes/reload.h"
-#include "detailtypes/rights.h"
+#include "host/host.h"
 #include "ui_detail_types_list.h"
 
 using namespace Qt::StringLiterals;
@@ -41,7 +41,7 @@ void TDetailTypes_List_FRM::EditType(TFormMode mode)
 void TDetailTypes_List_FRM::DeleteType()
 {
     const QString key = ui->DetailTypes_List_GRD->CurrentKey();
-    if (key.isEmpty() || !detail_types::Granted(m_host, host::TPermission::Delete))
+    if (key.isEmpty() || !host::Granted(m_host, host::TSoftwarePart::DetailTypes, host::TPermission::Delete))
         return;
     const QString what = u"جزییات"_s;
     if (m_data.UseGoodDetailType(key.toInt())) {

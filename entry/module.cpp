@@ -92,8 +92,7 @@ void Module::report(const std::exception_ptr &error) noexcept
 
 bool Module::mayOpenList(TSoftwarePart part)
 {
-    return host_.permissions.HavePermission(host_.settings.UserInfo(), part, host::TPermission::OpenList, true, true,
-                                            {});
+    return host::Granted(host_, part, host::TPermission::OpenList);
 }
 
 void Module::openGoodList()

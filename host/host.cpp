@@ -20,4 +20,14 @@ Host &installed()
     return *current;
 }
 
+bool Granted(const Host &host, TSoftwarePart part, TPermission permission)
+{
+    return host.permissions.HavePermission(host.settings.UserInfo(), part, permission, true, true, {});
+}
+
+bool MayWrite(const Host &host, TSoftwarePart part, TFormMode mode)
+{
+    return Granted(host, part, mode == TFormMode::New ? TPermission::Create : TPermission::Change);
+}
+
 } // namespace host

@@ -67,4 +67,11 @@ HOST_EXPORT void install(Host &host);
 /// data modules are given what they need.
 HOST_EXPORT Host &installed();
 
+/// Whether the present user holds `permission` in `part`. When not, the permission service has told him and recorded
+/// it.
+HOST_EXPORT bool Granted(const Host &host, TSoftwarePart part, TPermission permission);
+
+/// The same for the right that an editor opened in this mode needs: creating for a new record, changing otherwise.
+HOST_EXPORT bool MayWrite(const Host &host, TSoftwarePart part, TFormMode mode);
+
 } // namespace host

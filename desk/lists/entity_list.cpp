@@ -130,7 +130,7 @@ void TEntity_List_FRM::Refresh(int code)
 
 bool TEntity_List_FRM::Allowed(TPermission permission)
 {
-    return m_host.permissions.HavePermission(m_host.settings.UserInfo(), kind_.part, permission, true, true, {});
+    return host::Granted(m_host, kind_.part, permission);
 }
 
 void TEntity_List_FRM::NewRow()

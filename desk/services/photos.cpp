@@ -7,7 +7,7 @@ namespace desk {
 
 void PhotoStore::Open_Gallery(host::TSoftwarePart part, int code)
 {
-    if (!host_->permissions.HavePermission(host_->settings.UserInfo(), part, host::TPermission::Photo, true, true, {}))
+    if (!host::Granted(*host_, part, host::TPermission::Photo))
         return;
     TPhotoGallery_FRM gallery(*host_, part, code);
     gallery.ShowModally();

@@ -16,7 +16,7 @@ using host::TSettingRecord;
 constexpr int LeastCodeLength = 1;
 constexpr int GreatestCodeLength = 6;
 
-QString BarcodeName(int index)
+QString BarcodeName(std::size_t index)
 {
     return u"ReservedBarcode%1"_qs.arg(index + 1);
 }
@@ -75,7 +75,7 @@ void Settings::Reload()
     record.SquareMetreUnit = values.value(u"SquareMetreUnit"_qs).toInt();
     if (const int length = values.value(u"GoodCodeLength"_qs).toInt())
         record.GoodCodeLength = std::clamp(length, LeastCodeLength, GreatestCodeLength);
-    for (int i = 0; i < 3; ++i)
+    for (std::size_t i = 0; i < record.ReservedBarcodes.size(); ++i)
         record.ReservedBarcodes[i] = values.value(BarcodeName(i));
     record_ = record;
 }
@@ -87,7 +87,7 @@ void Settings::Save(const TSettingRecord &record)
         values.insert(QString::fromLatin1(each.name), record.*each.member ? u"1"_qs : u"0"_qs);
     values.insert(u"SquareMetreUnit"_qs, QString::number(record.SquareMetreUnit));
     values.insert(u"GoodCodeLength"_qs, QString::number(record.GoodCodeLength));
-    for (int i = 0; i < 3; ++i)
+    for (std::size_t i = 0; i < record.ReservedBarcodes.size(); ++i)
         values.insert(BarcodeName(i), record.ReservedBarcodes[i]);
 
     host::Transaction transaction(connection_);

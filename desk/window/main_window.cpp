@@ -231,8 +231,7 @@ void MainWindow::OpenDetailTypes()
 
 bool MainWindow::MayOpenList(TSoftwarePart part)
 {
-    return desk_.permissions.HavePermission(desk_.settings.UserInfo(), part, host::TPermission::OpenList, true, true,
-                                            {});
+    return host::Granted(desk_.host, part, host::TPermission::OpenList);
 }
 
 bool MainWindow::MayManage()

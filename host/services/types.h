@@ -3,6 +3,8 @@
 #include <QtCore/QString>
 #include <QtCore/qglobal.h>
 
+#include <array>
+
 namespace host {
 
 /// A feature area of the suite. The same number is stored as the area code in `CodeLock_TBL.Status` and
@@ -56,21 +58,21 @@ struct TUserInfo
 /// The settings of the suite that goods depend on. Plain values: the host fills them from its settings screen.
 struct TSettingRecord
 {
-    bool GoodDetails = false;           ///< details (serials, colours …) are kept per unit of a good
-    bool GoodDetailsForOpening = false; ///< opening quantities must have their details entered
-    bool TwoUnitGoods = true;           ///< goods may have a second unit
-    bool TwoUnitVariableRatio = false;  ///< two-unit goods whose ratio differs from piece to piece
-    bool SquareMetreGoods = false;      ///< goods measured by area
-    int SquareMetreUnit = 0;            ///< the unit code of square metres
-    bool StockOnGoodsList = true;       ///< show stock on hand and the stock tabs on the goods list
-    bool AutoKeyboard = false;          ///< switch the keyboard layout on entering barcode and serial fields
-    bool IntegerUnits = false;          ///< second-unit quantities are whole numbers
-    bool ControlNegativeStock = false;  ///< refuse what would make stock negative
-    bool FinalPrices = false;           ///< prices may be marked as final (toll, tax, discounts included)
-    bool RowDiscounts = false;          ///< documents carry discounts per row
-    bool ValueAddedTax = false;         ///< documents carry value-added toll and tax
-    int GoodCodeLength = 6;             ///< digits of a group-prefixed good code, 1 to 6
-    QString ReservedBarcodes[3];        ///< barcodes that operate the sales screens; no good may carry them
+    bool GoodDetails = false;                ///< details (serials, colours …) are kept per unit of a good
+    bool GoodDetailsForOpening = false;      ///< opening quantities must have their details entered
+    bool TwoUnitGoods = true;                ///< goods may have a second unit
+    bool TwoUnitVariableRatio = false;       ///< two-unit goods whose ratio differs from piece to piece
+    bool SquareMetreGoods = false;           ///< goods measured by area
+    int SquareMetreUnit = 0;                 ///< the unit code of square metres
+    bool StockOnGoodsList = true;            ///< show stock on hand and the stock tabs on the goods list
+    bool AutoKeyboard = false;               ///< switch the keyboard layout on entering barcode and serial fields
+    bool IntegerUnits = false;               ///< second-unit quantities are whole numbers
+    bool ControlNegativeStock = false;       ///< refuse what would make stock negative
+    bool FinalPrices = false;                ///< prices may be marked as final (toll, tax, discounts included)
+    bool RowDiscounts = false;               ///< documents carry discounts per row
+    bool ValueAddedTax = false;              ///< documents carry value-added toll and tax
+    int GoodCodeLength = 6;                  ///< digits of a group-prefixed good code, 1 to 6
+    std::array<QString, 3> ReservedBarcodes; ///< barcodes that operate the sales screens; no good may carry them
 };
 
 } // namespace host

@@ -108,8 +108,7 @@ void TGood_Get_FRM::MoveWorkingRows(int code)
 
 void TGood_Get_FRM::OpenPhotos()
 {
-    if (m_host.permissions.HavePermission(m_host.settings.UserInfo(), TSoftwarePart::Goods, host::TPermission::Photo,
-                                          true, true, QString()))
+    if (host::Granted(m_host, TSoftwarePart::Goods, host::TPermission::Photo))
         m_host.photos.Open_Gallery(TSoftwarePart::Goods, general_->Code());
 }
 

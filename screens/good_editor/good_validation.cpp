@@ -52,9 +52,7 @@ std::vector<host::Check> GoodValidation::Checks(const Subject &subject)
 
 Refused GoodValidation::UserMayWrite() const
 {
-    const auto permission = subject_.mode == TFormMode::New ? host::TPermission::Create : host::TPermission::Change;
-    if (host_.permissions.HavePermission(host_.settings.UserInfo(), TSoftwarePart::Goods, permission, true, true,
-                                         QString()))
+    if (host::MayWrite(host_, TSoftwarePart::Goods, subject_.mode))
         return {};
     return goods::ToldAlready();
 }

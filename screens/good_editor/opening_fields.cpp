@@ -47,10 +47,8 @@ void OpeningFields::BindPickers()
     ui_.Unit_Entity1->SetSource(host_.entities, TSoftwarePart::Units);
     ui_.Unit_Entity2->SetSource(host_.entities, TSoftwarePart::Units);
     ui_.Store_Entity->SetSource(host_.entities, TSoftwarePart::Stores);
-    ui_.Store_Entity->SetChooseGuard([this] {
-        return host_.permissions.HavePermission(host_.settings.UserInfo(), TSoftwarePart::Stores,
-                                                host::TPermission::OpenList, true, true, QString());
-    });
+    ui_.Store_Entity->SetChooseGuard(
+        [this] { return host::Granted(host_, TSoftwarePart::Stores, host::TPermission::OpenList); });
     for (const auto &[picker, name] :
          {std::pair(ui_.Unit_Entity1, ui_.Formool_Unit1_LBL), std::pair(ui_.Unit_Entity2, ui_.Formool_Unit2_LBL)}) {
         connect(picker, &host::EntityPicker::Changed, this,

@@ -150,8 +150,7 @@ void TGood_List_FRM::ShowTags()
 
 void TGood_List_FRM::StoreTags(int code, const QString &tags)
 {
-    if (m_host.permissions.HavePermission(m_host.settings.UserInfo(), TSoftwarePart::Goods, TPermission::Change, true,
-                                          true, {}))
+    if (host::Granted(m_host, TSoftwarePart::Goods, TPermission::Change))
         host::Exec(m_goods.Connection(), u"update GoodInf set tags = "_s + host::QuotedStr(tags) + u" where Code = "_s +
                                              QString::number(code));
     m_follow.start();

@@ -22,8 +22,7 @@ constexpr int OpeningVoucher = 1;
 
 bool GoodRemoval::MayBeDeleted(int code, QWidget *anchor)
 {
-    const host::TUserInfo &user = m_host.settings.UserInfo();
-    if (!m_host.permissions.HavePermission(user, host::TSoftwarePart::Goods, host::TPermission::Delete, true, true, {}))
+    if (!host::Granted(m_host, host::TSoftwarePart::Goods, host::TPermission::Delete))
         return false;
     const int voucher = m_goods.Good_GetVoucherCode(code);
     if (m_host.vouchers.IsVoucherApproved(voucher, OpeningVoucher, u"حذف کالا"_s, u"اول دوره"_s))
