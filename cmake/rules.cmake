@@ -19,9 +19,21 @@ if(GOODS_SANITIZE)
     add_link_options(-fsanitize=address,undefined)
 endif()
 
-# Precompiled headers by layer.
+# Precompiled headers by layer, compiled once for all targets of the layer: goods_headers(TARGET core|widgets).
+# QtTest is in neither: it reads a macro that differs from one test program to the next.
 set(GOODS_PCH_CORE <QtCore/QtCore> <QtSql/QtSql> <memory> <optional> <string> <vector>)
 set(GOODS_PCH_WIDGETS ${GOODS_PCH_CORE} <QtWidgets/QtWidgets>)
+file(WRITE ${CMAKE_BINARY_DIR}/empty.cpp "")
+add_library(headers_core OBJECT ${CMAKE_BINARY_DIR}/empty.cpp)
+target_precompile_headers(headers_core PRIVATE ${GOODS_PCH_CORE})
+target_link_libraries(headers_core PRIVATE Qt6::Core Qt6::Sql goods_rules)
+add_library(headers_widgets OBJECT ${CMAKE_BINARY_DIR}/empty.cpp)
+target_precompile_headers(headers_widgets PRIVATE ${GOODS_PCH_WIDGETS})
+target_link_libraries(headers_widgets PRIVATE Qt6::Core Qt6::Sql Qt6::Gui Qt6::Widgets goods_rules)
+set_target_properties(headers_core headers_widgets PROPERTIES AUTOMOC OFF AUTOUIC OFF AUTORCC OFF)
+function(goods_headers target layer)
+    target_precompile_headers(${target} REUSE_FROM headers_${layer})
+endfunction()
 
 # goods_sources(VARIABLE FOLDER...) collects the sources and forms of the folders.
 function(goods_sources variable)
