@@ -6,6 +6,8 @@
 #include <QtGui/QValidator>
 #include <QtWidgets/QToolButton>
 
+#include <limits>
+
 namespace host {
 namespace {
 
@@ -39,6 +41,7 @@ private:
 NumericEdit::NumericEdit(QWidget *parent) : DisplayEdit(parent)
 {
     setInputMethodHints(Qt::ImhFormattedNumbersOnly);
+    QLineEdit::setMaxLength(std::numeric_limits<int>::max()); // cuts; the validator refuses
     setValidator(new NumberValidator(this));
 }
 

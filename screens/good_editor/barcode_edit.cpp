@@ -10,6 +10,8 @@
 #include <QtGui/QPixmap>
 #include <QtGui/QValidator>
 
+#include <limits>
+
 namespace {
 
 QIcon PlusIcon()
@@ -43,6 +45,7 @@ private:
 
 BarcodeEdit::BarcodeEdit(QWidget *parent) : QLineEdit(parent)
 {
+    QLineEdit::setMaxLength(std::numeric_limits<int>::max()); // cuts; the validator refuses
     setValidator(new BarcodeValidator(this));
     QAction *complete = addAction(PlusIcon(), QLineEdit::TrailingPosition);
     complete->setObjectName(QStringLiteral("complete"));

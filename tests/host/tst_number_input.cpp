@@ -95,6 +95,7 @@ void TestNumberInput::pasting_data()
     QTest::addColumn<QString>("text");
     QTest::newRow("marks not counted") << u" ۱٬۲۳۴٬۵۶۷ "_qs << u"1234567"_qs;
     QTest::newRow("the end of a line") << u"123\r\n"_qs << u"123"_qs;
+    QTest::newRow("behind more blanks than an edit holds") << QString(40000, u' ') + u"12345"_qs << u"12345"_qs;
     QTest::newRow("no number") << u"شانزده"_qs << u"77"_qs;
     QTest::newRow("longer than fits") << u"1234567890"_qs << u"77"_qs;
 }
