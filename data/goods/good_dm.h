@@ -9,6 +9,7 @@
 #include <QString>
 
 #include <array>
+#include <optional>
 
 /// The goods data module: every statement of the goods screens on a good, its code, barcodes, prices, detail types,
 /// opening stock, categories, tags and photos, and its links to scales and the web shop.
@@ -215,6 +216,11 @@ public:
     /// True when the good has working prices but none, or zero, at the level.
     bool CostLevel_Sell_NotSelect(int goodCode, int level);
     bool CostLevel_Buy_NotSelect(int goodCode, int level);
+    /// Puts the working prices of one side that `SellDetails_QRY` / `BuyDetails_QRY` shows, with what is being typed,
+    /// in the place of those that the table holds: another desk that opens or leaves the same good clears them. True
+    /// when they were others; the rows are open anew then.
+    bool CostLevel_Sell_Restore(int goodCode);
+    bool CostLevel_Buy_Restore(int goodCode);
     /// Writes the working prices and defaults to the good's price row, one statement a side. A good without working
     /// prices keeps what it has.
     void CostLevel_Save(int goodCode);
@@ -250,6 +256,8 @@ public:
     // Opening stock ------------------------------------------------------------------------------------------------
 
     void FirstAsset_DeleteTemp(int goodCode);
+    /// True when the good has saved rows.
+    bool FirstAsset_IsSaved(int goodCode);
     /// Makes the working copy of the saved rows.
     void FirstAsset_FillTemp(int goodCode);
     /// True when the working copy is empty or is one row in store 1.
@@ -311,10 +319,14 @@ private:
     int FillCostLevels(QList<host::Entity> &list, int goodCode, Side side);
     bool LacksPrice(int goodCode, int level, Side side);
     void SaveCostLevels(int goodCode, Side side);
+    bool RestoreCostLevels(host::Dataset &dataset, int goodCode, Side side);
     void WriteFirstAsset(const TGoodFirstAsset_Rec &rec);
     void DropAttached(int goodCode, int categoryCode);
     void InsertRelations(int goodCode, const std::array<int, 5> &details);
 
+    /// The good as Good_GetByID() read it, until it is written: what an editor did not change stays as it is then, also
+    /// when another desk has changed it meanwhile.
+    std::optional<TGoodInfoRec> read_;
     host::Dataset GoodCostDiscount_QRY; ///< the price row being saved
     QSqlDatabase main_;
     QSqlDatabase list_;

@@ -185,6 +185,48 @@ bool TGood_DM::LacksPrice(int goodCode, int level, Side side)
     return Temp_QRY.RecordCount() > 0;
 }
 
+bool TGood_DM::CostLevel_Sell_Restore(int goodCode)
+{
+    return RestoreCostLevels(SellDetails_QRY, goodCode, Sell);
+}
+
+bool TGood_DM::CostLevel_Buy_Restore(int goodCode)
+{
+    return RestoreCostLevels(BuyDetails_QRY, goodCode, Buy);
+}
+
+bool TGood_DM::RestoreCostLevels(host::Dataset &dataset, int goodCode, Side side)
+{
+    const QString rowsOfSide = WorkingRowsOf(goodCode, side);
+    QStringList shown;
+    QStringList values;
+    for (int row = 0; row < dataset.RecordCount(); ++row) {
+        const QString level = dataset.FieldAt(row, u"CostLevelCode").toString();
+        const QString cost = host::DecimalLiteral(QStringView(dataset.FieldAt(row, u"Cost").toString()));
+        const QString isDefault = QString::number(int(dataset.FieldAt(row, u"Default").toBool()));
+        shown += host::TrimDecimal(cost) + u'|' + level + u'|' + isDefault;
+        values += u"(3,"_s + QString::number(side) + u',' + QString::number(goodCode) + u',' + level + u',' + cost +
+                  u',' + isDefault + u')';
+    }
+    QStringList held;
+    for (Temp_QRY.Open(u"select CostLevelCode,Cost,[Default]"_s + rowsOfSide); !Temp_QRY.Eof(); Temp_QRY.Next()) {
+        held += host::TrimDecimal(Temp_QRY.Text(u"Cost")) + u'|' + Temp_QRY.Text(u"CostLevelCode") + u'|' +
+                QString::number(int(Temp_QRY.Bool(u"Default")));
+    }
+    shown.sort();
+    held.sort();
+    if (shown.isEmpty() || shown == held) {
+        return false;
+    }
+    host::Transaction transaction(main_);
+    host::Exec(main_, u"delete"_s + rowsOfSide);
+    host::Exec(main_, u"insert into tmpCostList([Type],Status,TypeCode,CostLevelCode,Cost,[Default]) values "_s +
+                          values.join(u','));
+    transaction.Commit();
+    OpenCostLevels(dataset, goodCode, side);
+    return true;
+}
+
 void TGood_DM::CostLevel_Save(int goodCode)
 {
     host::Transaction transaction(main_);

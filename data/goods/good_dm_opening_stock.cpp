@@ -12,6 +12,12 @@ void TGood_DM::FirstAsset_DeleteTemp(int goodCode)
     host::Exec(main_, u"Delete from GoodFirstAsset where tmp=1 and GoodCode="_s + QString::number(goodCode));
 }
 
+bool TGood_DM::FirstAsset_IsSaved(int goodCode)
+{
+    return host::Exists(main_,
+                        u"select top 1 ID from GoodFirstAsset where tmp=0 and GoodCode="_s + QString::number(goodCode));
+}
+
 void TGood_DM::FirstAsset_FillTemp(int goodCode)
 {
     host::Transaction transaction(main_);

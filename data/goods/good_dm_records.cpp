@@ -19,6 +19,7 @@ QString DiscountField(QLatin1String side, size_t number)
 
 void TGood_DM::Good_GetByID(int code)
 {
+    read_.reset();
     GoodGet_QRY.Open(QString::asprintf("select * from goodinf Where Code = %d ", code));
 }
 
@@ -34,6 +35,7 @@ bool TGood_DM::Good_GetByID(int code, TGoodInfoRec &rec)
     }
     ReadDiscounts(code, read.Price);
     rec = read;
+    read_ = read;
     return true;
 }
 
@@ -75,6 +77,7 @@ bool TGood_DM::Good_Update(const TGoodInfoRec &rec)
     WriteFields(rec, Writing::Update);
     GoodGet_QRY.Post();
     transaction.Commit();
+    read_.reset();
     return true;
 }
 
@@ -82,11 +85,17 @@ void TGood_DM::WriteFields(const TGoodInfoRec &rec, Writing writing)
 {
     TGoodInfoRec written = rec;
     written.Name = goods::ComposedName(rec);
-    const goods::Written skipped = writing == Writing::Insert ? goods::Written::Update : goods::Written::Insert;
+    const bool isNew = writing == Writing::Insert;
+    const goods::Written skipped = isNew ? goods::Written::Update : goods::Written::Insert;
     for (const goods::GoodField &field : goods::GoodFields()) {
-        if (field.written != skipped) {
+        const bool kept = !isNew && read_ && field.Get(*read_) == field.Get(written);
+        if (field.written != skipped && !kept) {
             GoodGet_QRY.SetField(QString(field.column), field.Get(written));
         }
+    }
+    if (!isNew) {
+        // Something is always written, so that a row that is gone is noticed.
+        GoodGet_QRY.SetField(u"ModifiedTime", rec.ModifiedTime);
     }
 }
 

@@ -141,6 +141,9 @@ bool TBaseGet_FRM::OpenRecord(const QVariant &key, TFormMode mode, const QString
     m_savedKey.clear();
     ClearAborted();
     m_save->setVisible(mode != TFormMode::Review);
+    // Before loading, which locks what this record does not allow.
+    if (m_readOnly)
+        SetReadOnly(false);
     const bool loaded = Command(Title(), [this, mode] {
         const Loading quiet(*this);
         if (mode == TFormMode::New)

@@ -114,6 +114,8 @@ void BarcodeFields::SwitchKeyboard(const char16_t *layout)
 
 goods::Refused BarcodeFields::Complete(BarcodeEdit *edit)
 {
+    if (edit->isReadOnly())
+        return {};
     edit->ShowCleaned();
     const qsizetype digits = edit->text().size();
     if (digits != 7 && digits != 12) {

@@ -2,7 +2,8 @@
 
 #include "ui_category_page.h"
 
-#include <QtGui/QShortcut>
+#include <QtGui/QAction>
+#include <QtGui/QKeyEvent>
 #include <QtWidgets/QHeaderView>
 
 namespace {
@@ -37,13 +38,16 @@ CategoryPage::CategoryPage(host::Host &host, TGood_DM &data, const goods::RuleRu
           std::tuple(ui_->DellCat_BTN, Qt::Key_F7, Action(&CategoryPage::Delete))}) {
         connect(button, &QPushButton::clicked, this,
                 [this, run, action = action] { run([this, action] { return (this->*action)(); }); });
-        auto *shortcut = new QShortcut(key, this);
-        shortcut->setContext(Qt::WidgetWithChildrenShortcut);
-        connect(shortcut, &QShortcut::activated, button, [button = button] {
-            if (button->isVisible())
-                button->click();
-        });
+        // The caption of the button is the command and its key; the menu of the grid shows the key by itself.
+        auto *command = new QAction(button->text().section(u' ', 0, 0), this);
+        command->setShortcut(key);
+        command->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+        connect(command, &QAction::triggered, button, &QPushButton::click);
+        addAction(command);
+        ui_->Category_GRD->addAction(command);
     }
+    ui_->Category_GRD->setContextMenuPolicy(Qt::ActionsContextMenu);
+    ui_->Category_frame1->installEventFilter(this);
 }
 
 CategoryPage::~CategoryPage() = default;
@@ -51,7 +55,10 @@ CategoryPage::~CategoryPage() = default;
 void CategoryPage::Open(int goodCode, bool mayChange)
 {
     FillChoices();
-    ui_->CategoryCommands_PNL->setVisible(mayChange && ui_->Category_frame1->count() > 0);
+    const bool commands = mayChange && ui_->Category_frame1->count() > 0;
+    ui_->CategoryCommands_PNL->setVisible(commands);
+    for (QAction *command : actions())
+        command->setVisible(commands);
     MoveTo(goodCode);
 }
 
@@ -71,7 +78,25 @@ void CategoryPage::FillChoices()
 void CategoryPage::Refresh()
 {
     data_.Fill_grid(good_);
-    ui_->DellCat_BTN->setEnabled(!data_.KalaCategory_Qry.IsEmpty());
+    const bool any = !data_.KalaCategory_Qry.IsEmpty();
+    ui_->DellCat_BTN->setEnabled(any);
+    actions().constLast()->setEnabled(any);
+    ui_->CategoryHint_LBL->setVisible(!any);
+}
+
+bool CategoryPage::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() != QEvent::KeyPress)
+        return QWidget::eventFilter(watched, event);
+    const auto *key = static_cast<QKeyEvent *>(event);
+    if (key->key() != Qt::Key_Down || (key->modifiers() & ~Qt::KeypadModifier))
+        return QWidget::eventFilter(watched, event);
+    // The way down leads into the grid; where there is nothing yet, to what can be chosen.
+    if (ui_->Category_GRD->IsEmpty())
+        ui_->Category_frame1->showPopup();
+    else
+        ui_->Category_GRD->setFocus(Qt::OtherFocusReason);
+    return true;
 }
 
 goods::Refused CategoryPage::Add()

@@ -30,6 +30,7 @@ signals:
     void Changed();
 
 private:
+    bool eventFilter(QObject *watched, QEvent *event) override;
     void FillChoices();
     void Refresh();
     goods::Refused Add();

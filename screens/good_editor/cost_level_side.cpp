@@ -22,14 +22,16 @@ constexpr double HintPoints = 10;
 
 CostLevelSide::Operations CostLevelSide::Sell()
 {
-    return {&TGood_DM::SellDetails_QRY,     &TGood_DM::CostLevel_Sell_GetAll, &TGood_DM::CostLevel_Sell_View,
-            &TGood_DM::CostLevel_Sell_Fill, &TGood_DM::CostLevel_Sell_Update, &TGood_DM::CostLevel_Sell_NotSelect};
+    return {&TGood_DM::SellDetails_QRY,       &TGood_DM::CostLevel_Sell_GetAll, &TGood_DM::CostLevel_Sell_View,
+            &TGood_DM::CostLevel_Sell_Fill,   &TGood_DM::CostLevel_Sell_Update, &TGood_DM::CostLevel_Sell_NotSelect,
+            &TGood_DM::CostLevel_Sell_Restore};
 }
 
 CostLevelSide::Operations CostLevelSide::Buy()
 {
-    return {&TGood_DM::BuyDetails_QRY,     &TGood_DM::CostLevel_Buy_GetAll, &TGood_DM::CostLevel_Buy_View,
-            &TGood_DM::CostLevel_Buy_Fill, &TGood_DM::CostLevel_Buy_Update, &TGood_DM::CostLevel_Buy_NotSelect};
+    return {&TGood_DM::BuyDetails_QRY,       &TGood_DM::CostLevel_Buy_GetAll, &TGood_DM::CostLevel_Buy_View,
+            &TGood_DM::CostLevel_Buy_Fill,   &TGood_DM::CostLevel_Buy_Update, &TGood_DM::CostLevel_Buy_NotSelect,
+            &TGood_DM::CostLevel_Buy_Restore};
 }
 
 CostLevelSide::CostLevelSide(const Operations &operations, TGood_DM &data, host::Grid *grid, QComboBox *defaultLevel,
@@ -49,7 +51,7 @@ CostLevelSide::CostLevelSide(const Operations &operations, TGood_DM &data, host:
     hint_->setFont(host::theme::InterfaceFont(HintPoints));
     connect(prices, &PriceDelegate::Entered, this, &CostLevelSide::NextPrice);
     connect(grid_, &host::Grid::RowActivated, this, [this] { EditPrice(grid_->currentIndex().row()); });
-    connect(&Rows(), &host::Dataset::FieldChanged, this, &CostLevelSide::Changed);
+    connect(&Rows(), &host::Dataset::FieldChanged, this, &CostLevelSide::MarkChanged);
     connect(&Rows(), &host::Dataset::Failed, this,
             [this](const QString &text) { run_([text] { throw host::DatabaseError(text); }); });
     // Later, because a grid that is still moving cannot be sent back.
@@ -76,6 +78,13 @@ void CostLevelSide::Open(int goodCode, host::TFormMode mode)
         default_->addItem(level.Name, level.Code);
     default_->setCurrentIndex(chosen);
     defaultStored_ = true;
+    changed_ = false;
+}
+
+void CostLevelSide::MarkChanged()
+{
+    changed_ = true;
+    emit Changed();
 }
 
 void CostLevelSide::MoveTo(int goodCode)
@@ -111,8 +120,8 @@ void CostLevelSide::EditPrice(int row)
 
 void CostLevelSide::NextPrice()
 {
-    run_([this] { Post(); });
     const int next = grid_->currentIndex().row() + 1;
+    run_([this] { Post(); });
     if (Rows().IsEditing())
         StandOnPrice(next - 1); // the price is still to be written, Enter tries again
     else if (next < grid_->RowCount())
@@ -147,20 +156,32 @@ bool CostLevelSide::eventFilter(QObject *watched, QEvent *event)
 void CostLevelSide::Post()
 {
     if (Rows().IsEditing())
-        Rows().Post();
+        PostPrice();
     if (!defaultStored_)
         StoreDefault();
+}
+
+void CostLevelSide::PostPrice()
+{
+    try {
+        Rows().Post();
+    } catch (const host::DatabaseError &) {
+        // Another desk may have cleared the working rows; what this one shows takes their place.
+        if (!(data_.*operations_.Restore)(good_))
+            throw;
+    }
 }
 
 void CostLevelSide::ChooseDefault()
 {
     defaultStored_ = false;
-    emit Changed();
+    MarkChanged();
     Post();
 }
 
 void CostLevelSide::StoreDefault()
 {
+    (data_.*operations_.Restore)(good_);
     (data_.*operations_.Update)(good_, default_->currentData().toInt());
     defaultStored_ = true;
     (data_.*operations_.GetAll)(good_);

@@ -28,6 +28,7 @@ public:
         int (TGood_DM::*Fill)(QList<host::Entity> &list, int goodCode);
         void (TGood_DM::*Update)(int goodCode, int level);
         bool (TGood_DM::*NotSelect)(int goodCode, int level);
+        bool (TGood_DM::*Restore)(int goodCode);
     };
     static Operations Sell();
     static Operations Buy();
@@ -43,6 +44,8 @@ public:
     /// Writes what the working rows do not hold yet: a price, and a default level that could not be stored.
     void Post();
     void SetReadOnly(bool readOnly);
+    /// A price or the default level was changed since Open().
+    bool IsChanged() const { return changed_; }
 
     goods::Refused CheckDefault() const;
 
@@ -54,6 +57,8 @@ private:
     host::Dataset &Rows() const { return data_.*operations_.rows; }
     void ChooseDefault();
     void StoreDefault();
+    void PostPrice();
+    void MarkChanged();
     /// The user went to another row.
     void PostLeftRow();
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -70,5 +75,6 @@ private:
     QString hintText_;
     goods::Boundary run_;
     int good_ = 0;
+    bool changed_ = false;
     bool defaultStored_ = true; ///< the working rows know the level that is chosen
 };

@@ -20,11 +20,17 @@ void DetailsPage::OpenNew(int goodCode)
 {
     data_.CreateGoodDetailTempTable();
     data_.InsertDefaultDetailTypesSelectedListInNewGood(QString::number(goodCode));
-    data_.GoodDetailTemp_GetAll();
+    Refresh();
 }
 
 void DetailsPage::OpenExisting(int goodCode)
 {
     data_.FillGoodDetails(goodCode);
+    Refresh();
+}
+
+void DetailsPage::Refresh()
+{
     data_.GoodDetailTemp_GetAll();
+    ui_->DetailHint_LBL->setVisible(!HasRows());
 }

@@ -26,6 +26,8 @@ public:
     bool HasRows() const { return !data_.GoodDetails_QRY.IsEmpty(); }
 
 private:
+    void Refresh();
+
     TGood_DM &data_;
     std::unique_ptr<Ui::DetailsPage> ui_;
 };

@@ -180,7 +180,7 @@ goods::Refused GeneralPage::CheckIndexUnique(int code) const
 {
     // Most goods have no index; nobody is to be asked about that.
     const QString index = ui_->Kala_Index_EDT->currentText();
-    if (index.isEmpty() || data_.Good_ExistIndex(code, index) == 0 ||
+    if (index.trimmed().isEmpty() || data_.Good_ExistIndex(code, index) == 0 ||
         host_.messages.ContinueWithRepeatedField(QStringLiteral("شاخص کالا")))
         return {};
     return goods::ToldAlready(ui_->Kala_Index_EDT);

@@ -109,7 +109,7 @@ void TGood_Get_FRM::MoveWorkingRows(int code)
 void TGood_Get_FRM::OpenPhotos()
 {
     if (host::Granted(m_host, TSoftwarePart::Goods, host::TPermission::Photo))
-        m_host.photos.Open_Gallery(TSoftwarePart::Goods, general_->Code());
+        m_host.photos.Open_Gallery(TSoftwarePart::Goods, WorkingCode());
 }
 
 void TGood_Get_FRM::ProposeCode(int group)
@@ -231,6 +231,9 @@ void TGood_Get_FRM::Write()
     request.isNew = IsNew();
     request.severalStores = general_->Opening().SeveralStores();
     request.loaded = general_->Opening().Loaded();
+    request.loadedStore = general_->Opening().LoadedStore();
+    request.sellChanged = prices_->SellChanged();
+    request.buyChanged = prices_->BuyChanged();
 
     const int code = GoodSave(m_host, data_).Run(request);
     replacedCode_ = code == request.good.Code ? 0 : request.good.Code;
@@ -290,7 +293,7 @@ void TGood_Get_FRM::FormClose()
 
 void TGood_Get_FRM::DiscardWorkingRows()
 {
-    const int code = IsNew() ? code_.Current() : Key().toInt();
+    const int code = WorkingCode();
     data_.FirstAsset_DeleteTemp(code);
     data_.undodelete_category(code);
     data_.DeleteTmpCategory();

@@ -52,6 +52,8 @@ private:
     void ApplyOpeningLock();
     void DiscardWorkingRows();
     bool IsNew() const { return Mode() == host::TFormMode::New; }
+    /// What the working rows stand under: for a new good the code it has been given so far.
+    int WorkingCode() const { return IsNew() ? code_.Current() : Key().toInt(); }
 
     std::unique_ptr<Ui::TGood_Get_FRM> ui_;
     TGood_DM data_;

@@ -1,6 +1,7 @@
 #include "screens/good_editor/good_save.h"
 
 #include "host/data/transaction.h"
+#include "screens/good_editor/unit_arithmetic.h"
 
 using host::TOperationType;
 using host::TSoftwarePart;
@@ -29,6 +30,12 @@ void GoodSave::WriteOpeningRow(const Request &request)
     const TGoodInfoRec &good = request.good;
     if (!request.severalStores) {
         data_.FirstAsset_DeleteTemp(good.Code);
+        const bool touched = request.isNew || !goods::SameQuantity(good.AvaBgPrd, request.loaded.first) ||
+                             !goods::SameQuantity(good.AvaBgPrd2, request.loaded.second) ||
+                             good.Store != request.loadedStore;
+        // What was left alone stays as it is, also when another desk has changed it meanwhile.
+        if (!touched && data_.FirstAsset_IsSaved(good.Code))
+            return;
         // Without a quantity the good has no opening row.
         if (good.AvaBgPrd != 0 || good.AvaBgPrd2 != 0)
             data_.GoodFirstAsset(good.Code, QString::number(good.Store), host::QuantityToText(good.AvaBgPrd),
@@ -52,6 +59,10 @@ void GoodSave::WriteGood(Request &request)
         data_.Good_Insert(good);
     else
         data_.Good_Update(good);
+    if (request.sellChanged)
+        data_.CostLevel_Sell_Restore(good.Code);
+    if (request.buyChanged)
+        data_.CostLevel_Buy_Restore(good.Code);
     data_.CostLevel_Save(good.Code);
 
     // With good details switched off the working list is not asked, and the relations stay as they are.

@@ -25,6 +25,7 @@ std::vector<host::Check> GoodValidation::Checks(const Subject &subject)
     const Pages &p = pages_;
     return {
         {QStringLiteral("UserMayWrite"), [this] { return UserMayWrite(); }},
+        {QStringLiteral("OpeningTyped"), [this] { return OpeningTyped(); }},
         {QStringLiteral("TotalCostInRange"), [this] { return TotalCostInRange(); }},
         {QStringLiteral("OpeningVoucherOpen"), [this] { return OpeningVoucherOpen(); }},
         {QStringLiteral("BigAndSmallCopied"), [this] { return BigAndSmallCopied(); }},
@@ -57,6 +58,13 @@ Refused GoodValidation::UserMayWrite() const
     return goods::ToldAlready();
 }
 
+Refused GoodValidation::OpeningTyped() const
+{
+    // What is being typed counts for every check of the opening stock.
+    pages_.general.Opening().TakeTyped();
+    return {};
+}
+
 Refused GoodValidation::TotalCostInRange() const
 {
     const goods::OpeningValues values = pages_.general.Opening().Values();
@@ -87,11 +95,15 @@ Refused GoodValidation::BigAndSmallCopied() const
 Refused GoodValidation::StockStaysPositive() const
 {
     const OpeningFields &opening = pages_.general.Opening();
-    const goods::Quantity now = opening.Values().first;
-    if (!host_.settings.SettingRecord().ControlNegativeStock || opening.SeveralStores() || opening.StoreCode() == 0 ||
+    const int store = opening.StoreCode();
+    const int storeBefore = opening.LoadedStore();
+    // The row leaves the store that it stood in.
+    const bool moved = storeBefore != 0 && store != storeBefore;
+    const goods::Quantity now = moved ? 0 : opening.Values().first;
+    if (!host_.settings.SettingRecord().ControlNegativeStock || opening.SeveralStores() || store == 0 ||
         now >= opening.Loaded().first)
         return {};
-    const QString probe = goods::NegativeStockProbe(pages_.general.Code(), opening.StoreCode(), now);
+    const QString probe = goods::NegativeStockProbe(pages_.general.Code(), moved ? storeBefore : store, now);
     if (host_.stock.Check_TockMinus(probe, data_.GetFirstPeriodVoucherDate()))
         return {};
     return goods::ToldAlready(opening.QuantityEdit());
@@ -99,7 +111,7 @@ Refused GoodValidation::StockStaysPositive() const
 
 Refused GoodValidation::FocusedFieldLeft() const
 {
-    if (Refused refused = pages_.general.Opening().LeaveFocused())
+    if (Refused refused = pages_.general.Opening().LeaveFocusedPicker())
         return refused;
     return pages_.complete.LeaveFocused();
 }

@@ -42,6 +42,7 @@ public:
 
 private:
     goods::Refused UserMayWrite() const;
+    goods::Refused OpeningTyped() const;
     goods::Refused TotalCostInRange() const;
     goods::Refused OpeningVoucherOpen() const;
     goods::Refused BigAndSmallCopied() const;

@@ -87,6 +87,7 @@ void OpeningFields::Clear()
         edit->SetNumber(0);
     ui_.Formool_CHK->setChecked(false);
     loaded_ = {};
+    loadedStore_ = 0;
     typedByHand_ = false;
     SetDetailsEntered(false);
     ShowUnitNames();
@@ -105,6 +106,7 @@ void OpeningFields::Show(const TGoodInfoRec &rec)
     ui_.Formool_EDT->SetNumber(rec.Meghdar_Formool);
     ui_.Formool_CHK->setChecked(rec.Meghdar_Formool != 0);
     loaded_ = {rec.AvaBgPrd, rec.AvaBgPrd2, rec.CostBgPrd};
+    loadedStore_ = rec.Store;
     typedByHand_ = false;
     SplitIntoBigAndSmall();
     ShowUnitNames();
@@ -115,11 +117,14 @@ void OpeningFields::Store(TGoodInfoRec &rec) const
 {
     const goods::OpeningValues values = Values();
     rec.Unit = ui_.Unit_Entity1->Code();
-    rec.Unit2 = host_.settings.SettingRecord().TwoUnitGoods ? ui_.Unit_Entity2->Code() : 0;
     rec.AvaBgPrd = values.first;
     rec.AvaBgPrd2 = values.second;
     rec.CostBgPrd = values.price;
     rec.Store = static_cast<qint16>(StoreCode());
+    // A shop that has switched second units off keeps what its goods had.
+    if (!host_.settings.SettingRecord().TwoUnitGoods)
+        return;
+    rec.Unit2 = ui_.Unit_Entity2->Code();
     rec.Meghdar_Formool = FormulaOn() ? Formula() : 0;
 }
 
@@ -133,7 +138,15 @@ goods::OpeningValues OpeningFields::Values() const
     case OpeningEntry::OneUnit:
         break;
     }
-    return {ui_.AvaBgPrd_EDT->Number(), 0, ui_.CostBgPrd_EDT->Number()};
+    return {ui_.AvaBgPrd_EDT->Number(), HiddenSecond(), ui_.CostBgPrd_EDT->Number()};
+}
+
+Quantity OpeningFields::HiddenSecond() const
+{
+    const Quantity first = ui_.AvaBgPrd_EDT->Number();
+    if (first == 0 || goods::SameQuantity(first, loaded_.first) || Formula() <= 0)
+        return first == 0 ? 0 : loaded_.second;
+    return goods::SecondQuantity(first, Formula(), host_.settings.SettingRecord().IntegerUnits);
 }
 
 int OpeningFields::StoreCode() const
@@ -309,11 +322,16 @@ void OpeningFields::LeaveBigPrice()
         ui_.GheymatJoz_EDT->SetNumber(*price);
 }
 
-goods::Refused OpeningFields::LeaveFocused()
+void OpeningFields::TakeTyped()
 {
     for (const auto &[edit, rule] : leaveRules_)
         if (HasFocus(edit))
             rule();
+    ui_.Store_Entity->Resolve();
+}
+
+goods::Refused OpeningFields::LeaveFocusedPicker()
+{
     for (host::EntityPicker *picker : {ui_.Unit_Entity1, ui_.Unit_Entity2, ui_.Store_Entity})
         // An unknown second unit would be dropped silently; the other two are demanded later anyway.
         if ((HasFocus(picker) || picker == ui_.Unit_Entity2) && !picker->Resolve())

@@ -30,6 +30,7 @@ public:
     goods::OpeningValues Values() const;
     /// As they were when the good was shown.
     const goods::OpeningValues &Loaded() const { return loaded_; }
+    int LoadedStore() const { return loadedStore_; }
     int StoreCode() const;
 
     /// The opening stock is fixed (period closed, voucher lines) or entered in several stores.
@@ -38,9 +39,11 @@ public:
     /// Details were entered for the opening stock: the quantities come from them.
     void SetDetailsEntered(bool entered);
 
-    /// Brings everything up to date that leaving the focused control would, so that a save from inside a field sees
-    /// what the user means. Refuses when a typed code is no unit or store.
-    goods::Refused LeaveFocused();
+    /// Computes what leaving the focused quantity or price would, and finds the store that is typed, so that a save
+    /// from inside a field sees what the user means.
+    void TakeTyped();
+    /// Refuses when a typed code is no unit or store.
+    goods::Refused LeaveFocusedPicker();
     /// Where big and small units are typed, they become the quantities and the price of the row.
     void AdoptBigAndSmall();
     void ZeroWhenEmpty();
@@ -59,6 +62,7 @@ private:
     bool FormulaOn() const;
     goods::Quantity Formula() const;
     goods::OpeningEntry Entry() const;
+    goods::Quantity HiddenSecond() const;
     void ShowEntry();
     void ShowUnitNames();
     void ShowFormulaHints();
@@ -78,6 +82,7 @@ private:
     host::Host &host_;
     TGood_DM &data_;
     goods::OpeningValues loaded_;
+    int loadedStore_ = 0;
     bool severalStores_ = false;
     bool detailsEntered_ = false;
     bool typedByHand_ = false;

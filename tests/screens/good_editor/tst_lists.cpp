@@ -37,7 +37,8 @@ private slots:
             test::Press(Qt::Key_End);
             test::Press(Qt::Key_F4);
             f.host.messages.Answer(true);
-            test::Focus(screen, u"Category_GRD"_qs);
+            test::Press(Qt::Key_Down);
+            QCOMPARE(test::Focused(), u"Category_GRD"_qs);
             test::Press(Qt::Key_F7);
             QCOMPARE(f.host.messages.Take(), u"MsgDeleteItem(دسته)"_qs);
             if (!save)

@@ -98,20 +98,6 @@ private slots:
         QCOMPARE(f.database.Rows(u"select * from tmpCostList"_qs), QStringList());
     }
 
-    void aPriceBeingTypedIsSaved()
-    {
-        EditorFixture f;
-        f.InsertGood(500009, u"دوغ"_qs, 909);
-        f.OpenGood(500009, [&](QWidget *screen) {
-            f.ShowTab(screen, u"Cost_Level_TPC"_qs);
-            test::Focus(screen, u"SellDetails_GRD"_qs);
-            test::Type(u"250"_qs);
-            test::Press(Qt::Key_F3);
-            QCOMPARE(f.host.messages.TakeAll(), QStringList{Saved});
-        });
-        QCOMPARE(f.database.Rows(u"select CostLevel_Sell_1 from GoodCostDiscount"_qs), QStringList{u"250"_qs});
-    }
-
     void aGoodWithoutPriceRowGetsOne()
     {
         EditorFixture f;

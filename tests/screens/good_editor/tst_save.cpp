@@ -5,6 +5,7 @@
 #include "host/controls/grid.h"
 
 #include <QAbstractButton>
+#include <QAction>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -14,6 +15,24 @@
 namespace {
 
 const QString Saved = u"MSGCompeletedSuccessfully(ذخيره سازي کالا)"_qs;
+
+/// Everything that can be typed, chosen or switched, as "name=value"; without the code, which each new good has for
+/// itself.
+QStringList Inputs(QWidget *screen)
+{
+    QStringList inputs;
+    for (QWidget *input : screen->findChildren<QWidget *>()) {
+        const QString name = input->objectName();
+        const char *property = qobject_cast<QPlainTextEdit *>(input)    ? "plainText"
+                               : qobject_cast<QAbstractButton *>(input) ? "checked"
+                               : qobject_cast<QComboBox *>(input)       ? "currentText"
+                                                                        : "text";
+        if (input->property(property).isValid() && !name.isEmpty() && name != u"Code_EDT")
+            inputs << name + u'=' + input->property(property).toString().trimmed();
+    }
+    inputs.sort(); // children change places when their tab is shown
+    return inputs;
+}
 
 } // namespace
 
@@ -104,6 +123,7 @@ private slots:
             {u"TaxPercent_edt"_qs, u"9"_qs},
         };
         f.OpenNew(u"6"_qs, [&](QWidget *screen) {
+            const QStringList blank = Inputs(screen);
             for (const auto &[control, text] : general)
                 test::Enter(screen, control, text);
             f.ShowTab(screen, u"Complete_TPC"_qs);
@@ -121,8 +141,11 @@ private slots:
                 test::Enter(screen, control, text);
             test::Focus(screen, u"Default_Discount_Sell_CMB"_qs);
             test::Press(Qt::Key_End);
+            QVERIFY(Inputs(screen) != blank);
             test::Press(Qt::Key_F3);
             QCOMPARE(f.host.messages.TakeAll(), QStringList{Saved});
+            // The next good begins with nothing of this one.
+            QCOMPARE(Inputs(screen), blank);
             test::Press(Qt::Key_Escape);
         });
         f.OpenGood(600001, [&](QWidget *screen) {
@@ -146,8 +169,20 @@ private slots:
         });
     }
 
+    void allOrNothing_data()
+    {
+        QTest::addColumn<QString>("table"); // the one whose statement fails, in the order of writing
+        QTest::addColumn<QString>("columns");
+        QTest::addColumn<bool>("servicesAsked");
+        QTest::newRow("between the good and the services")
+            << u"GoodDetailRelation"_qs << u"GoodCode int, DetailID int"_qs << false;
+        QTest::newRow("after everything else") << u"PhotoGallery"_qs << u"GRPCode int, Id_pic int, tmp int"_qs << true;
+    }
     void allOrNothing()
     {
+        QFETCH(QString, table);
+        QFETCH(QString, columns);
+        QFETCH(bool, servicesAsked);
         EditorFixture f;
         f.InsertGood(500009, u"دوغ"_qs, 909);
         f.host.settings.record.GoodDetails = true;
@@ -161,15 +196,19 @@ private slots:
             test::Enter(screen, u"CostBgPrd_EDT"_qs, u"10"_qs);
             f.ShowTab(screen, u"Discount_TPC"_qs);
             test::Enter(screen, u"Discount_Sell_1_EDT"_qs, u"7"_qs);
-            // The relations are written after the good: the statement fails in the middle of the save.
-            f.database.Exec(u"drop table GoodDetailRelation"_qs);
+            f.database.Exec(u"drop table "_qs + table);
             test::Press(Qt::Key_F3);
-            QVERIFY(f.host.messages.Take().contains(u"GoodDetailRelation"_qs));
+            QVERIFY(f.host.messages.Take().contains(table));
+            const QStringList asked =
+                f.host.goodDetails.calls + f.host.stock.calls + f.host.vouchers.calls.filter(u"Save"_qs);
+            QCOMPARE(asked, servicesAsked ? (QStringList{u"EnterGoodDetailSave(500009, 3)"_qs,
+                                                         u"SaveStorageAutoOperation(102, 500009)"_qs,
+                                                         u"SaveInLineAutoVoucher(500009)"_qs})
+                                          : QStringList());
             QCOMPARE(f.database.Rows(state), before);
             QCOMPARE(test::Find<QLineEdit>(screen, u"Discount_Sell_1_EDT"_qs).text(), u"7"_qs);
             // Repaired, the same save goes through without typing anything again.
-            f.database.Exec(
-                u"create table GoodDetailRelation(ID int identity(1,1) not null, GoodCode int, DetailID int)"_qs);
+            f.database.Exec(u"create table %1(ID int identity(1,1) not null, %2)"_qs.arg(table, columns));
             test::Press(Qt::Key_F3);
             QCOMPARE(f.host.messages.TakeAll(), QStringList{Saved});
         });
@@ -232,7 +271,9 @@ private slots:
             test::Press(Qt::Key_F3);
             QCOMPARE(f.host.messages.TakeAll(), QStringList{Saved});
         });
-        QCOMPARE(f.database.Rows(u"select Code,GrpCode from GoodInf"_qs), QStringList{u"500009|6"_qs});
+        QCOMPARE(f.database.Rows(u"select Code,GrpCode,UserModified,ModifiedDate,ModifiedTime,isnull(UserCreated,'') "
+                                 "from GoodInf"_qs),
+                 QStringList{u"500009|6|مریم احمدی (7)|1403/05/09|10:20:30|"_qs});
     }
 
     void namesAreSuggestedWhenAskedFor()
@@ -271,6 +312,89 @@ private slots:
         QCOMPARE(opened(), u"General_TPC"_qs);
     }
 
+    void whatOthersChangeMeanwhileStays()
+    {
+        EditorFixture f;
+        f.InsertGood(500009, u"دوغ"_qs, 909);
+        f.database.Exec(u"update GoodInf set AvaBgPrd=4,CostBgPrd=10"_qs);
+        f.database.Exec(u"insert into GoodFirstAsset(GoodCode,StoreCode,tmp,Amount1,Radif) values(500009,1,0,4,1)"_qs);
+        f.OpenGood(500009, [&](QWidget *screen) {
+            f.ShowTab(screen, u"Cost_Level_TPC"_qs);
+            test::Focus(screen, u"SellDetails_GRD"_qs);
+            test::Type(u"250"_qs);
+            test::Press(Qt::Key_Return);
+            // Another desk opens the same good, enters its opening stock and leaves.
+            f.database.Exec(u"update GoodInf set AvaBgPrd=6,VoucherCode=7,Comment=N'شمارش'"_qs);
+            f.database.Exec(u"update GoodFirstAsset set Amount1=6 where tmp=0"_qs);
+            f.database.Exec(u"update GoodCostDiscount set CostLevel_Buy_1=95"_qs);
+            f.database.Exec(u"delete from tmpCostList"_qs);
+            test::Type(u"300"_qs);
+            test::Press(Qt::Key_Return);
+            QCOMPARE(test::Find<host::Grid>(screen, u"SellDetails_GRD"_qs).currentIndex().row(), 2);
+            test::Press(Qt::Key_Escape);
+            f.database.Exec(u"delete from tmpCostList"_qs);
+            test::Focus(screen, u"SellDefault_CMB"_qs);
+            test::Press(Qt::Key_Down);
+            f.database.Exec(u"delete from tmpCostList"_qs);
+            f.ShowTab(screen, u"General_TPC"_qs);
+            test::Enter(screen, u"Name_EDT"_qs, u"ماست"_qs);
+            test::Press(Qt::Key_F3);
+            QCOMPARE(f.host.messages.TakeAll(), QStringList{Saved});
+        });
+        QCOMPARE(f.database.Rows(u"select kala_name,AvaBgPrd,VoucherCode,Comment,CostLevel_Sell_1,CostLevel_Sell_2,"
+                                 "Default_CostLevel_Sell_Number,CostLevel_Buy_1 from GoodInf join GoodCostDiscount on "
+                                 "GoodCode=Code"_qs),
+                 QStringList{u"ماست|6|7|شمارش|250|300|2|95"_qs});
+        QCOMPARE(f.database.Rows(u"select tmp,Amount1 from GoodFirstAsset"_qs), QStringList{u"0|6"_qs});
+        QVERIFY(f.host.vouchers.calls.isEmpty());
+    }
+
+    void aGoodDeletedMeanwhile()
+    {
+        EditorFixture f;
+        f.InsertGood(500009, u"دوغ"_qs, 909);
+        f.OpenGood(500009, [&](QWidget *screen) {
+            test::Enter(screen, u"Name_EDT"_qs, u"ماست"_qs);
+            f.database.Exec(u"delete from GoodInf"_qs);
+            test::Press(Qt::Key_F3);
+            QVERIFY(f.host.messages.Take().contains(u"توسط کاربر دیگری حذف شده است"_qs));
+            QCOMPARE(test::Find<QComboBox>(screen, u"Name_EDT"_qs).currentText(), u"ماست"_qs);
+            f.Leave();
+        });
+        TGood_Get_FRM screen(f.host);
+        QCOMPARE(screen.Open(500009, host::TFormMode::Edit), 0);
+        QCOMPARE(f.host.messages.Take(), u"ShowMessage(این کالا دیگر وجود ندارد.)"_qs);
+        QCOMPARE(f.database.Rows(u"select Code from GoodInf"_qs), QStringList());
+    }
+
+    void whatReviewLocksIsNotOpenedByEditing()
+    {
+        EditorFixture f;
+        f.host.settings.record.FinalPrices = true;
+        f.InsertGood(500008, u"دوغ"_qs, 908);
+        f.InsertGood(500009, u"شیر"_qs, 909);
+        f.database.Exec(u"update GoodInf set TaxExempt=1,ChargeExempt=1 where Code=500009"_qs);
+        TGood_Get_FRM screen(f.host);
+        QStringList shown;
+        // What may be changed: the quantity, the sale prices being final, the default level.
+        const auto open = [&](int code, host::TFormMode mode) {
+            test::Drive([&] { screen.Open(code, mode); },
+                        [&](QWidget *) {
+                            shown << u"%1%2%3"_qs
+                                         .arg(int(!test::Find<QLineEdit>(&screen, u"AvaBgPrd_EDT"_qs).isReadOnly()))
+                                         .arg(int(test::Find(&screen, u"Cost_with_Tax_Sell_CHK"_qs).isEnabled()))
+                                         .arg(int(test::Find(&screen, u"SellDefault_CMB"_qs).isEnabled()));
+                            test::Press(Qt::Key_Escape);
+                        });
+        };
+        open(500008, host::TFormMode::Review);
+        f.host.goodDetails.entered = true;
+        open(500009, host::TFormMode::Edit);
+        f.host.goodDetails.entered = false;
+        open(500008, host::TFormMode::Edit);
+        QCOMPARE(shown, (QStringList{u"000"_qs, u"001"_qs, u"111"_qs}));
+    }
+
     void reviewingWritesNothing()
     {
         EditorFixture f;
@@ -279,6 +403,7 @@ private slots:
         f.Open(500009, host::TFormMode::Review, {}, [&](QWidget *screen) {
             test::Enter(screen, u"Name_EDT"_qs, u"ماست"_qs);
             QCOMPARE(test::Find<QComboBox>(screen, u"Name_EDT"_qs).currentText(), u"دوغ"_qs);
+            test::Find<QAction>(&test::Find(screen, u"BarCode1_EDT"_qs), u"complete"_qs).trigger();
             test::Press(Qt::Key_F3);
             // Another desk's unsaved prices are not touched, nor shown.
             QCOMPARE(test::Find<host::Grid>(screen, u"SellDetails_GRD"_qs).VisibleTexts(0).at(1), u"۱۰۰"_qs);

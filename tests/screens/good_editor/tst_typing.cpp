@@ -100,6 +100,7 @@ private slots:
         using Way = std::function<void(EditorFixture &, QWidget *)>;
         QTest::addColumn<Way>("way");
         QTest::addColumn<QString>("stored");
+        QTest::newRow("the save itself") << Way([](EditorFixture &, QWidget *) {}) << u"250"_qs;
         QTest::newRow("another tab") << Way([](EditorFixture &, QWidget *) {
             test::Press(Qt::Key_1, Qt::ControlModifier);
         }) << u"250"_qs;

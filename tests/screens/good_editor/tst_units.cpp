@@ -119,6 +119,26 @@ private slots:
         });
     }
 
+    void aShopWithoutSecondUnitsKeepsThem()
+    {
+        EditorFixture f;
+        f.host.settings.record.TwoUnitGoods = false;
+        f.InsertGood(500009, u"دوغ"_qs, 909);
+        f.database.Exec(u"update GoodInf set Unit2=2,Meghdar_Formool=12,AvaBgPrd=24,AvaBgPrd2=2,CostBgPrd=1"_qs);
+        const auto save = [&](const QString &control, const QString &text) {
+            f.OpenGood(500009, [&](QWidget *screen) {
+                QVERIFY(!test::Find(screen, u"Unit_Entity2"_qs).isVisible());
+                test::Enter(screen, control, text);
+                test::Press(Qt::Key_F3);
+                QCOMPARE(f.host.messages.TakeAll().size(), 1);
+            });
+            return f.database.Rows(u"select Unit2,Meghdar_Formool,AvaBgPrd,AvaBgPrd2 from GoodInf"_qs).value(0);
+        };
+        QCOMPARE(save(u"Name_EDT"_qs, u"ماست"_qs), u"2|12|24|2"_qs);
+        QCOMPARE(save(u"AvaBgPrd_EDT"_qs, u"36"_qs), u"2|12|36|3"_qs);
+        QCOMPARE(save(u"AvaBgPrd_EDT"_qs, u"0"_qs), u"2|12|0|0"_qs);
+    }
+
     void theFormulaNamesTheUnits()
     {
         EditorFixture f;

@@ -8,7 +8,7 @@ using host::TFormMode;
 
 namespace {
 
-/// One way of being refused: a good that could be saved, and what the user does to it.
+/// One way of being refused that takes a good of its own: one that could be saved, and what the user does to it.
 struct Case
 {
     const char *name;
@@ -46,72 +46,32 @@ void Check(QWidget *screen, const QString &control)
 const QString General = u"General_TPC"_qs;
 const QString Complete = u"Complete_TPC"_qs;
 const QString Discount = u"Discount_TPC"_qs;
+const QString Prices = u"Cost_Level_TPC"_qs;
 
-std::vector<Case> OpeningCases()
+/// Quantity and price of an opening voucher that is approved.
+std::vector<Case> ApprovedCases()
 {
-    const auto opening = [](QWidget *screen) {
-        test::Enter(screen, u"AvaBgPrd_EDT"_qs, u"۵"_qs);
-        test::Enter(screen, u"CostBgPrd_EDT"_qs, u"1000"_qs);
+    const auto approved = [](EditorFixture &f) {
+        f.host.vouchers.approved = true;
+        f.database.Exec(u"update GoodInf set AvaBgPrd=9, CostBgPrd=7 where Code=500009"_qs);
     };
     return {
-        {"amount out of range",
-         [](EditorFixture &f) { f.host.vouchers.totalCostValid = false; },
-         opening,
-         {},
-         General,
-         {}},
-        {"opening voucher approved",
-         [](EditorFixture &f) { f.host.vouchers.approved = true; },
-         opening,
-         {},
-         General,
-         {}},
-        {"stock would become negative",
-         [](EditorFixture &f) {
-             f.host.settings.record.ControlNegativeStock = true;
-             f.host.stock.enough = false;
-             f.database.Exec(u"update GoodInf set AvaBgPrd=9, CostBgPrd=1 where Code=500009"_qs);
-         },
-         Enter(u"AvaBgPrd_EDT"_qs, u"8"_qs),
-         {},
-         General,
-         u"AvaBgPrd_EDT"_qs,
-         500009},
-        {"opening price missing", Nothing, Enter(u"AvaBgPrd_EDT"_qs, u"5"_qs), u"MsgRequiredField(قيمت)"_qs, General,
-         u"CostBgPrd_EDT"_qs},
-        {"opening price of the small unit missing", Nothing,
+        {"another quantity", approved, Enter(u"AvaBgPrd_EDT"_qs, u"8"_qs), {}, General, {}, 500009},
+        {"another price", approved, Enter(u"CostBgPrd_EDT"_qs, u"8"_qs), {}, General, {}, 500009},
+        {"big units that are still being typed",
+         approved,
          [](QWidget *screen) {
              Check(screen, u"Formool_CHK"_qs);
              test::Type(u"12"_qs);
-             test::Enter(screen, u"Meghdar_Joz_EDT"_qs, u"30"_qs);
+             test::Enter(screen, u"MeghdarKol_EDT"_qs, u"2"_qs);
          },
-         u"MsgRequiredField(قيمت اول دوره)"_qs, General, u"GheymatJoz_EDT"_qs},
-        {"formula missing", Nothing, [](QWidget *screen) { Check(screen, u"Formool_CHK"_qs); },
-         u"MsgRequiredField(فرمول کالا)"_qs, General, u"Formool_EDT"_qs},
-        {"second quantity does not follow",
-         [](EditorFixture &f) { f.host.settings.record.TwoUnitVariableRatio = true; },
-         [](QWidget *screen) {
-             Check(screen, u"Formool_CHK"_qs);
-             test::Type(u"12"_qs);
-             test::Enter(screen, u"AvaBgPrd_EDT"_qs, u"24"_qs);
-             test::Enter(screen, u"CostBgPrd_EDT"_qs, u"1"_qs);
-             test::Enter(screen, u"Formool_EDT"_qs, u"10"_qs);
-         },
-         u"ShowSmartMessage(10052)"_qs, General, u"AvaBgPrd2_EDT"_qs},
-        {"details of the opening quantity missing",
-         [](EditorFixture &f) {
-             f.host.settings.record.GoodDetails = f.host.settings.record.GoodDetailsForOpening = true;
-             f.database.Exec(u"insert into DetailTypes(Title,DetailType) values(N'سریال',3)"_qs);
-             f.database.Exec(
-                 u"insert into DetailTypes_SelectedLists(Code,Title,DefaultSelectedList) values(1,N'پایه',1)"_qs);
-             f.database.Exec(
-                 u"insert into DetailTypes_SelectedList_Detail(SL_Code,Code,Radif) select 1,ID,1 from DetailTypes"_qs);
-         },
-         opening, u"ShowSmartMessage(10376)"_qs, General, u"AvaBgPrd_EDT"_qs},
+         {},
+         General,
+         {}},
     };
 }
 
-std::vector<Case> GeneralCases()
+std::vector<Case> OtherCases()
 {
     return {
         {"no right to create",
@@ -120,20 +80,35 @@ std::vector<Case> GeneralCases()
          {},
          General,
          {}},
-        {"no right to change",
-         [](EditorFixture &f) { f.host.permissions.Deny(host::TSoftwarePart::Goods, host::TPermission::Change); },
-         [](QWidget *) {},
+        {"stock leaves its store",
+         [](EditorFixture &f) {
+             f.host.settings.record.ControlNegativeStock = true;
+             f.host.stock.enough = false;
+             f.database.Exec(u"update GoodInf set AvaBgPrd=9, CostBgPrd=1 where Code=500009"_qs);
+         },
+         Enter(u"Store_Entity"_qs, u"2"_qs),
          {},
          General,
-         {},
+         u"AvaBgPrd_EDT"_qs,
          500009},
-        {"unknown unit", Nothing, Enter(u"Unit_Entity1"_qs, u"99"_qs), {}, General, u"Unit_Entity1"_qs},
-        {"root group", Nothing,
+        {"opening price of the small unit missing", Nothing,
          [](QWidget *screen) {
-             test::Focus(screen, u"Group_CMB"_qs);
-             test::Press(Qt::Key_Home);
+             Check(screen, u"Formool_CHK"_qs);
+             test::Type(u"12"_qs);
+             test::Enter(screen, u"Meghdar_Joz_EDT"_qs, u"30"_qs);
          },
-         u"NotSaveable(کليه کالاها, کالايي)"_qs, General, u"Group_CMB"_qs},
+         u"MsgRequiredField(قيمت اول دوره)"_qs, General, u"GheymatJoz_EDT"_qs},
+        {"unknown second unit",
+         Nothing,
+         [](QWidget *screen) {
+             test::Enter(screen, u"Unit_Entity2"_qs, u"99"_qs);
+             test::Focus(screen, u"Name_EDT"_qs);
+         },
+         {},
+         General,
+         u"Unit_Entity2"_qs},
+        {"percent that is still being typed", Nothing, On(Complete, Enter(u"Pos_EDT"_qs, u"101"_qs)),
+         u"MsgRequiredField(درصد کمتر از 100 )"_qs, Complete, u"Pos_EDT"_qs},
         {"code empty", Nothing, Enter(u"Code_EDT"_qs, {}), u"MsgRequiredField(کد)"_qs, General, u"Code_EDT"_qs},
         {"code of seven digits", Nothing,
          [](QWidget *screen) {
@@ -143,88 +118,190 @@ std::vector<Case> GeneralCases()
          u"ShowSmartMessage(10325, کالا, 6 رقم)"_qs, General, u"Code_EDT"_qs},
         {"code of another good", Nothing, Enter(u"Code_EDT"_qs, u"500009"_qs), u"MsgRepeatedCode(کد)"_qs, General,
          u"Code_EDT"_qs},
-        {"name empty", Nothing, Enter(u"Name_EDT"_qs, {}), u"MsgRequiredField(نام کالا)"_qs, General, u"Name_EDT"_qs},
-        {"name of another good", Nothing, Enter(u"Name_EDT"_qs, u"دوغ"_qs), u"MsgRepeatedField(نام, کالا)"_qs, General,
-         u"Name_EDT"_qs},
-        {"unit empty", Nothing, Enter(u"Unit_Entity1"_qs, {}), u"MsgRequiredField(واحد کالا)"_qs, General,
-         u"Unit_Entity1"_qs},
-        {"store empty", Nothing, Enter(u"Store_Entity"_qs, {}), u"MsgRequiredField(انبار)"_qs, General,
-         u"Store_Entity"_qs},
-        {"default level without a price", Nothing,
-         On(u"Cost_Level_TPC"_qs,
-            [](QWidget *screen) {
-                test::Focus(screen, u"SellDefault_CMB"_qs);
-                test::Press(Qt::Key_Down);
-            }),
-         u"MsgRequiredField(قيمت سطح پيش فرض)"_qs, u"Cost_Level_TPC"_qs, u"SellDetails_GRD"_qs},
-    };
-}
-
-std::vector<Case> OtherCases()
-{
-    const auto emptied = [](const QString &control, const QString &caption) {
-        return Case{"size empty", Nothing, On(Complete, Enter(control, {})), u"MsgRequiredField(%1)"_qs.arg(caption),
-                    Complete,     control};
-    };
-    const auto rate = [](const QString &control, const QString &percent, const QString &caption) {
-        return Case{"rate out of range",
-                    Nothing,
-                    On(Discount, Enter(control, percent)),
-                    u"MsgPercent(%1)"_qs.arg(caption),
-                    Discount,
-                    control};
-    };
-    const auto ownLevy = [](const QString &button, const QString &edit, const QString &caption) {
-        return Case{"own percent of 0",
-                    Nothing,
-                    On(Discount, [button](QWidget *screen) { Check(screen, button); }),
-                    u"NotZeroValue(%1)"_qs.arg(caption),
-                    Discount,
-                    edit};
-    };
-    return {
-        {"short code empty", Nothing, On(Complete, Enter(u"SmsCode_EDT"_qs, {})), u"MsgRequiredField(کد پيامکي)"_qs,
-         Complete, u"SmsCode_EDT"_qs},
-        {"short code of another good", Nothing, On(Complete, Enter(u"SmsCode_EDT"_qs, u"۹۰۹"_qs)),
-         u"MsgRepeatedCode(کد پيامکي)"_qs, Complete, u"SmsCode_EDT"_qs},
-        emptied(u"Weight_EDT"_qs, u"وزن"_qs),
-        emptied(u"Length_EDT"_qs, u"طول"_qs),
-        emptied(u"Width_EDT"_qs, u"عرض"_qs),
-        emptied(u"Heigth_EDT"_qs, u"ارتفاع"_qs),
-        ownLevy(u"TaxPercent_RB"_qs, u"TaxPercent_edt"_qs, u"درصد مالیات"_qs),
-        ownLevy(u"ChargePercent_RB"_qs, u"ChargePercent_edt"_qs, u"درصد عوارض"_qs),
-        rate(u"Discount_Buy_2_EDT"_qs, u"101"_qs, u"تخفیف نوع 2"_qs),
-        rate(u"Discount_Buy_1_EDT"_qs, u"-0.01"_qs, u"تخفیف نوع 1"_qs),
-        rate(u"Discount_Sell_3_EDT"_qs, u"101"_qs, u"تخفیف نوع 4"_qs),
-        {"no default discount",
-         [](EditorFixture &f) { f.database.Exec(u"update GoodCostDiscount set Default_Discount_Buy_Number=0"_qs); },
-         [](QWidget *) {}, u"MsgRequiredField(تخفیف پیش فرض خرید)"_qs, Discount, u"Default_Discount_Buy_CMB"_qs,
-         500009},
-        {"unique code of another good",
-         [](EditorFixture &f) { f.database.Exec(u"update GoodInf set DetailUniqueCode=N'77'"_qs); },
-         On(Complete, Enter(u"DetailUniqueCode_EDT"_qs, u"77"_qs)), u"MsgRepeatedField(کد تفصیلی یکتا, کالا)"_qs,
-         Complete, u"DetailUniqueCode_EDT"_qs},
-        {"barcode of the sales screen",
-         [](EditorFixture &f) { f.host.settings.record.ReservedBarcodes[1] = u"555"_qs; },
-         On(Complete, Enter(u"BarCode3_EDT"_qs, u"555"_qs)), u"MsgHasSubRecordsAnother(بارکد, بارکدهای عملیاتی)"_qs,
-         Complete, u"BarCode3_EDT"_qs},
+        {"rate below 0", Nothing, On(Discount, Enter(u"Discount_Buy_1_EDT"_qs, u"-0.01"_qs)),
+         u"MsgPercent(تخفیف نوع 1)"_qs, Discount, u"Discount_Buy_1_EDT"_qs},
     };
 }
 
 const std::vector<Case> &Cases()
 {
     static const std::vector<Case> all = [] {
-        std::vector<Case> cases = GeneralCases();
-        for (const std::vector<Case> &more : {OpeningCases(), OtherCases()})
-            cases.insert(cases.end(), more.begin(), more.end());
+        std::vector<Case> cases = ApprovedCases();
+        const std::vector<Case> more = OtherCases();
+        cases.insert(cases.end(), more.begin(), more.end());
         return cases;
     }();
     return all;
 }
 
+/// What the save says next of a good with every fault at once, where it leads, and what mends it there.
+struct Step
+{
+    QString message; ///< "services": the one that refuses has told the user; these were asked so far
+    QString focus;
+    std::function<void(EditorFixture &, QWidget *)> mend;
+};
+
+std::function<void(EditorFixture &, QWidget *)> TypeOver(const QString &text)
+{
+    return [=](EditorFixture &, QWidget *) {
+        test::Press(Qt::Key_A, Qt::ControlModifier);
+        text.isEmpty() ? test::Press(Qt::Key_Delete) : test::Type(text);
+    };
+}
+
+std::function<void(EditorFixture &, QWidget *)> PressKey(Qt::Key key)
+{
+    return [=](EditorFixture &, QWidget *) { test::Press(key); };
+}
+
+void MakeEveryFault(EditorFixture &f)
+{
+    f.InsertGood(500009, u"دوغ"_qs, 909);
+    f.InsertGood(500010, u"شیر"_qs, 101);
+    for (const char *statement :
+         {"update GoodInf set DetailUniqueCode=N'77',kala_index=N'یک لیتری' where Code=500009",
+          "update GoodInf set AvaBgPrd=9,CostBgPrd=1 where Code=500010",
+          "update GoodCostDiscount set Default_Discount_Sell_Number=0,Default_Discount_Buy_Number=0",
+          "insert into DetailTypes(Title,DetailType) values(N'سریال',3)",
+          "insert into GoodDetailRelation(GoodCode,DetailID) select 500010,ID from DetailTypes"})
+        f.database.Exec(QString::fromUtf8(statement));
+    f.host.permissions.Deny(host::TSoftwarePart::Goods, host::TPermission::Change);
+    f.host.vouchers.totalCostValid = false;
+    f.host.vouchers.approved = true;
+    f.host.stock.enough = false;
+    host::TSettingRecord &settings = f.host.settings.record;
+    settings.ControlNegativeStock = settings.GoodDetails = settings.GoodDetailsForOpening = true;
+    settings.TwoUnitVariableRatio = true;
+}
+
+void TypeEveryFault(EditorFixture &f, QWidget *screen)
+{
+    const auto enter = [&f, screen](const QString &tab, const QStringList &entries) {
+        f.ShowTab(screen, tab);
+        for (const QString &entry : entries)
+            test::Enter(screen, entry.section(u'=', 0, 0), entry.section(u'=', 1));
+    };
+    enter(Complete, {u"Weight_EDT="_qs, u"Length_EDT="_qs, u"Width_EDT="_qs, u"Heigth_EDT="_qs, u"SmsCode_EDT="_qs,
+                     u"DetailUniqueCode_EDT=77"_qs});
+    QStringList rates;
+    for (int number = 1; number <= 4; ++number)
+        rates << u"Discount_Sell_%1_EDT=101"_qs.arg(number) << u"Discount_Buy_%1_EDT=101"_qs.arg(number);
+    enter(Discount, rates);
+    Check(screen, u"TaxPercent_RB"_qs);
+    Check(screen, u"ChargePercent_RB"_qs);
+    f.ShowTab(screen, Prices);
+    for (const QString &level : {u"SellDefault_CMB"_qs, u"BuyDefault_CMB"_qs}) {
+        test::Focus(screen, level);
+        test::Press(Qt::Key_End);
+    }
+    enter(General, {u"BarCode1_EDT=551"_qs, u"Name_EDT="_qs, u"AvaBgPrd_EDT=5"_qs, u"CostBgPrd_EDT=0"_qs});
+    for (int number = 2; number <= 6; ++number)
+        enter(Complete, {u"BarCode%1_EDT=555"_qs.arg(number)});
+    f.ShowTab(screen, General);
+    test::Focus(screen, u"Group_CMB"_qs);
+    test::Press(Qt::Key_Home);
+    Check(screen, u"Formool_CHK"_qs);
+    test::Enter(screen, u"Unit_Entity1"_qs, u"99"_qs);
+    QCoreApplication::processEvents();
+    f.host.settings.record.ReservedBarcodes[0] = u"551"_qs;
+    f.host.settings.record.ReservedBarcodes[2] = u"555"_qs;
+}
+
+std::vector<Step> OpeningSteps()
+{
+    return {
+        {u"services"_qs, u"Unit_Entity1"_qs, [](EditorFixture &f, QWidget *) { f.host.permissions.denied.clear(); }},
+        {u"services"_qs, u"Unit_Entity1"_qs,
+         [](EditorFixture &f, QWidget *) { f.host.vouchers.totalCostValid = true; }},
+        {u"services voucher"_qs, u"Unit_Entity1"_qs,
+         [](EditorFixture &f, QWidget *) { f.host.vouchers.approved = false; }},
+        {u"services voucher stock"_qs, u"AvaBgPrd_EDT"_qs,
+         [](EditorFixture &f, QWidget *screen) {
+             f.host.stock.enough = true;
+             test::Enter(screen, u"Store_Entity"_qs, {});
+             test::Focus(screen, u"Unit_Entity1"_qs);
+         }},
+        {u"services voucher stock"_qs, u"Unit_Entity1"_qs, TypeOver({})},
+        {u"NotSaveable(کليه کالاها, کالايي)"_qs, u"Group_CMB"_qs, PressKey(Qt::Key_Down)},
+        {u"ShowSmartMessage(10376)"_qs, u"AvaBgPrd_EDT"_qs,
+         [](EditorFixture &f, QWidget *) { f.host.goodDetails.entered = true; }},
+        {u"MsgRequiredField(کد پيامکي)"_qs, u"SmsCode_EDT"_qs, TypeOver(u"۹۰۹"_qs)},
+        {u"MsgRepeatedCode(کد پيامکي)"_qs, u"SmsCode_EDT"_qs, TypeOver(u"101"_qs)},
+        {u"MsgRequiredField(نام کالا)"_qs, u"Name_EDT"_qs,
+         [](EditorFixture &f, QWidget *screen) {
+             test::Type(u"دوغ"_qs);
+             f.database.Exec(u"update GoodInf set Name=N'دوغ  یک لیتری' where Code=500009"_qs);
+             test::Enter(screen, u"Kala_Index_EDT"_qs, u"یک لیتری"_qs);
+         }},
+        {u"MsgRepeatedField(نام, کالا)"_qs, u"Name_EDT"_qs,
+         [](EditorFixture &f, QWidget *) {
+             test::Type(u"ماست"_qs);
+             f.host.messages.Answer(false);
+         }},
+        {u"ContinueWithRepeatedField(شاخص کالا)"_qs, u"Kala_Index_EDT"_qs,
+         [](EditorFixture &f, QWidget *) { f.host.messages.Answer(true); }},
+        {u"ContinueWithRepeatedField(شاخص کالا) MsgRequiredField(واحد کالا)"_qs, u"Unit_Entity1"_qs,
+         [](EditorFixture &, QWidget *screen) {
+             test::Type(u"1"_qs);
+             test::Enter(screen, u"Kala_Index_EDT"_qs, u" "_qs); // nothing, so nothing to share
+         }},
+        {u"MsgRequiredField(قيمت)"_qs, u"CostBgPrd_EDT"_qs, TypeOver(u"10"_qs)},
+        {u"MsgRequiredField(انبار)"_qs, u"Store_Entity"_qs, TypeOver(u"1"_qs)},
+        {u"MsgRequiredField(فرمول کالا)"_qs, u"Formool_EDT"_qs, TypeOver(u"12"_qs)},
+        {u"ShowSmartMessage(10052)"_qs, u"AvaBgPrd2_EDT"_qs,
+         [](EditorFixture &, QWidget *screen) { test::Enter(screen, u"AvaBgPrd_EDT"_qs, u"24"_qs); }},
+    };
+}
+
+std::vector<Step> OtherSteps()
+{
+    const QString noPrice = u"MsgRequiredField(قيمت سطح پيش فرض)"_qs;
+    const auto noLevel = [](const QString &level) {
+        return [=](EditorFixture &, QWidget *screen) {
+            test::Focus(screen, level);
+            test::Press(Qt::Key_Home);
+        };
+    };
+    std::vector<Step> steps{
+        {noPrice, u"SellDetails_GRD"_qs, noLevel(u"SellDefault_CMB"_qs)},
+        {noPrice, u"BuyDetails_GRD"_qs, noLevel(u"BuyDefault_CMB"_qs)},
+        {u"MsgRequiredField(وزن)"_qs, u"Weight_EDT"_qs, TypeOver(u"1"_qs)},
+        {u"MsgRequiredField(طول)"_qs, u"Length_EDT"_qs, TypeOver(u"1"_qs)},
+        {u"MsgRequiredField(عرض)"_qs, u"Width_EDT"_qs, TypeOver(u"1"_qs)},
+        {u"MsgRequiredField(ارتفاع)"_qs, u"Heigth_EDT"_qs, TypeOver(u"1"_qs)},
+        {u"NotZeroValue(درصد مالیات)"_qs, u"TaxPercent_edt"_qs, TypeOver(u"9"_qs)},
+        {u"NotZeroValue(درصد عوارض)"_qs, u"ChargePercent_edt"_qs, TypeOver(u"101"_qs)},
+    };
+    for (int number = 1; number <= 4; ++number)
+        steps.push_back({u"MsgPercent(تخفیف نوع %1)"_qs.arg(number), u"Discount_Buy_%1_EDT"_qs.arg(number),
+                         TypeOver(number == 4 ? u"100"_qs : QString())});
+    for (int number = 1; number <= 4; ++number)
+        steps.push_back({u"MsgPercent(تخفیف نوع 4)"_qs, u"Discount_Sell_%1_EDT"_qs.arg(number), TypeOver(u"0"_qs)});
+    const std::vector<Step> last{
+        {u"MsgRequiredField(تخفیف پیش فرض خرید)"_qs, u"Default_Discount_Buy_CMB"_qs, PressKey(Qt::Key_Home)},
+        {u"MsgRequiredField(تخفیف پیش فرض فروش)"_qs, u"Default_Discount_Sell_CMB"_qs, PressKey(Qt::Key_Home)},
+        {u"MsgRepeatedField(کد تفصیلی یکتا, کالا)"_qs, u"DetailUniqueCode_EDT"_qs, TypeOver(u"78"_qs)},
+    };
+    steps.insert(steps.end(), last.begin(), last.end());
+    for (int number = 1; number <= 6; ++number)
+        steps.push_back({u"MsgHasSubRecordsAnother(بارکد, بارکدهای عملیاتی)"_qs, u"BarCode%1_EDT"_qs.arg(number),
+                         TypeOver(QString::number(number))});
+    return steps;
+}
+
+/// The tab that shows a control.
+QString TabOf(QWidget *screen, const QString &control)
+{
+    const QWidget *page = &test::Find(screen, control);
+    while (page && !page->objectName().endsWith(u"_TPC"))
+        page = page->parentWidget();
+    return page ? page->objectName() : QString();
+}
+
 } // namespace
 
-/// What a save refuses, what it says, and where it leaves the user.
+/// What a save refuses, what it says, in which order, and where it leaves the user.
 class TestGoodValidation : public QObject
 {
     Q_OBJECT
@@ -258,28 +335,34 @@ private slots:
         });
     }
 
-    void aSharedIndexIsOnlyAsked_data()
+    void refusesInOrder()
     {
-        QTest::addColumn<bool>("goOn");
-        QTest::newRow("no") << false;
-        QTest::newRow("yes") << true;
-    }
-    void aSharedIndexIsOnlyAsked()
-    {
-        QFETCH(bool, goOn);
         EditorFixture f;
-        f.InsertGood(500009, u"دوغ"_qs, 909);
-        f.database.Exec(u"update GoodInf set kala_index=N'یک لیتری'"_qs);
-        f.OpenNew(u"5"_qs, [&](QWidget *screen) {
-            f.FillRequired(screen);
-            test::Enter(screen, u"Kala_Index_EDT"_qs, u"یک لیتری"_qs);
-            f.host.messages.Answer(goOn);
+        MakeEveryFault(f);
+        std::vector<Step> steps = OpeningSteps();
+        for (const Step &step : OtherSteps())
+            steps.push_back(step);
+        f.OpenGood(500010, [&](QWidget *screen) {
+            TypeEveryFault(f, screen);
+            for (const Step &step : steps) {
+                test::Press(Qt::Key_F3);
+                QString told = f.host.messages.TakeAll().join(u' ');
+                if (told.isEmpty())
+                    told = u"services"_qs + (f.host.vouchers.calls.isEmpty() ? QString() : u" voucher"_qs) +
+                           (f.host.stock.calls.isEmpty() ? QString() : u" stock"_qs);
+                QCOMPARE(told, step.message);
+                QCOMPARE(test::Focused(), step.focus);
+                QCOMPARE(f.CurrentTab(screen), TabOf(screen, step.focus));
+                step.mend(f, screen);
+            }
+            QCOMPARE(f.database.Rows(u"select Code from GoodInf where isnull(ModifiedDate,'')<>''"_qs), QStringList());
             test::Press(Qt::Key_F3);
-            QCOMPARE(f.host.messages.Take(), u"ContinueWithRepeatedField(شاخص کالا)"_qs);
-            QCOMPARE(f.host.messages.Take(), goOn ? u"MSGCompeletedSuccessfully(ذخيره سازي کالا)"_qs : QString());
-            QCOMPARE(f.database.Scalar(u"select count(*) from GoodInf"_qs).toInt(), goOn ? 2 : 1);
-            goOn ? test::Press(Qt::Key_Escape) : f.Leave();
+            QCOMPARE(f.host.messages.TakeAll(), QStringList{u"MSGCompeletedSuccessfully(ذخيره سازي کالا)"_qs});
         });
+        QCOMPARE(f.database.Rows(u"select GrpCode,kala_name,AvaBgPrd,AvaBgPrd2,AbbName,TaxPercent,ChargePercent,"
+                                 "Discount_Buy_3,Discount_Buy_4 from GoodInf join GoodCostDiscount on GoodCode=Code "
+                                 "where Code=500010"_qs),
+                 QStringList{u"5|ماست|24|2|!1!2!3!4!5!6!|9|101|0|100"_qs});
     }
 };
 
