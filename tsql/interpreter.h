@@ -52,6 +52,7 @@ private:
     std::shared_ptr<CompiledEntry> entryOf(const Statement &statement, Frame &frame);
     void runSelect(const Statement &statement, Frame &frame);
     void runAssignment(const std::shared_ptr<CompiledEntry> &entry, Frame &frame);
+    void runAssignmentInTurn(const std::shared_ptr<CompiledEntry> &entry, Frame &frame);
     void runChange(const Statement &statement, Frame &frame);
     void reportRows(std::unique_ptr<Cursor> cursor);
     void reportCount(qint64 rows);

@@ -151,6 +151,8 @@ void Interpreter::runSelect(const Statement &statement, Frame &frame)
     const auto entry = entryOf(statement, frame);
     if (entry->compiled.into)
         return defineInto(entry->compiled, frame);
+    if (!entry->compiled.inTurn.empty())
+        return runAssignmentInTurn(entry, frame);
     if (!entry->compiled.assign.empty())
         return runAssignment(entry, frame);
     const bool mayStream = m_connection.m_session.transactions == 0 && m_countingFrames == 0 && !entry->usesTemporary;
@@ -192,6 +194,33 @@ void Interpreter::runAssignment(const std::shared_ptr<CompiledEntry> &entry, Fra
     for (size_t i = 0; rows > 0 && i < last.size(); ++i)
         assign(compiled.assign[i], last[i], compiled.columns[i].type, frame);
     m_connection.m_session.rowCount = rows;
+}
+
+/** SELECT @x = @x + column …: row after row, each value with what the assignments before it have left. */
+void Interpreter::runAssignmentInTurn(const std::shared_ptr<CompiledEntry> &entry, Frame &frame)
+{
+    const Compiled &compiled = entry->compiled;
+    const SqliteHandle &handle = m_connection.m_main;
+    std::vector<PreparedStatement> values;
+    for (const Compiled &value : compiled.inTurn)
+        values.push_back(handle.prepare(value.sql.toUtf8()));
+    const Lease rows(entry, handle);
+    bind(rows.statement(), compiled, frame);
+    Frame row{frame.plan, frame.literals, frame.variables, frame.scopeIdentity, 0, {}};
+    qint64 count = 0;
+    for (; handle.step(rows.statement()); ++count) {
+        for (int i = 0; i < sqlite3_column_count(rows.statement()); ++i)
+            row.variables[rowVariable(size_t(i))] = columnValue(rows.statement(), i);
+        for (size_t i = 0; i < values.size(); ++i) {
+            const StatementUse use(values[i].get());
+            bind(values[i].get(), compiled.inTurn[i], row);
+            handle.step(values[i].get());
+            row.variables[compiled.assign[i]] = columnValue(values[i].get(), 0);
+        }
+    }
+    for (const QString &name : compiled.assign)
+        frame.variables[name] = row.variables.value(name);
+    m_connection.m_session.rowCount = count;
 }
 
 void Interpreter::assign(const QString &variable, const Value &value, const SqlType &type, Frame &frame) const

@@ -9,7 +9,7 @@ namespace tsql {
 
 namespace {
 
-enum class Mark : quint8 { Slow, Plain, Word, Digit, Quote, Bracket, DoubleQuote, Minus, Slash };
+enum class Mark : quint8 { Slow, Plain, Word, Dollar, Digit, Quote, Bracket, DoubleQuote, Minus, Slash, Point };
 
 constexpr std::array<Mark, 128> makeMarks()
 {
@@ -21,36 +21,51 @@ constexpr std::array<Mark, 128> makeMarks()
         marks[static_cast<unsigned char>(c)] = Mark::Word;
     for (char c = 'A'; c <= 'Z'; ++c)
         marks[static_cast<unsigned char>(c)] = Mark::Word;
-    for (const char c : {'_', '#', '@', '$'})
+    for (const char c : {'_', '#', '@'})
         marks[static_cast<unsigned char>(c)] = Mark::Word;
     for (char c = '0'; c <= '9'; ++c)
         marks[static_cast<unsigned char>(c)] = Mark::Digit;
+    marks['$'] = Mark::Dollar;
     marks['\''] = Mark::Quote;
     marks['['] = Mark::Bracket;
     marks['"'] = Mark::DoubleQuote;
     marks['-'] = Mark::Minus;
     marks['/'] = Mark::Slash;
+    marks['.'] = Mark::Point;
     return marks;
 }
 
 constexpr auto marks = makeMarks();
 
-/// Walks a text of plain pieces. What needs a second look (comments, exponents, letters beyond ASCII outside of
-/// quotes, a point that begins a number) makes it give up: the scanner takes over then.
+Mark markOf(char16_t c)
+{
+    return c < 128 ? marks[c] : Mark::Slow;
+}
+
+/// Walks a text of plain pieces; what stands between two literals goes into the key as one run. What needs a second
+/// look (comments, exponents, letters beyond ASCII outside of quotes, a point that begins a number) makes it give up:
+/// the scanner takes over then.
 class ShapeWriter
 {
 public:
     ShapeWriter(QStringView text, Shape &shape)
-        : m_shape(shape), m_at(text.utf16()), m_end(m_at + text.size()),
+        : m_shape(shape), m_start(text.utf16()), m_run(m_start), m_end(m_start + text.size()),
           m_out(reinterpret_cast<char16_t *>(shape.key.data()))
     {}
 
     bool write()
     {
-        while (m_at < m_end) {
-            if (!piece())
-                return false;
+        const char16_t *at = m_start;
+        while (at != nullptr && at < m_end) {
+            const Mark mark = markOf(*at);
+            if (mark == Mark::Plain || mark == Mark::Word)
+                ++at;
+            else
+                at = piece(mark, at);
         }
+        if (at == nullptr)
+            return false;
+        closeRun(m_end);
         return true;
     }
 
@@ -58,107 +73,104 @@ public:
     std::size_t literals() const { return m_count; }
 
 private:
-    static Mark markOf(char16_t c) { return c < 128 ? marks[c] : Mark::Slow; }
-    char16_t next() const { return m_at + 1 < m_end ? m_at[1] : u'\0'; }
-    void copy() { *m_out++ = *m_at++; }
-
-    bool piece()
+    char16_t following(const char16_t *at) const { return at + 1 < m_end ? at[1] : u'\0'; }
+    /// Whether a word reaches up to `at`: a literal ends neither in a letter nor, followed by one, in a digit.
+    bool inWord(const char16_t *at) const
     {
-        switch (markOf(*m_at)) {
-        case Mark::Plain:
-            copy();
-            return true;
-        case Mark::Word:
-            return word();
+        const Mark before = at > m_run ? markOf(at[-1]) : Mark::Plain;
+        return before == Mark::Word || before == Mark::Digit || before == Mark::Dollar;
+    }
+    static const char16_t *unless(bool slow, const char16_t *next) { return slow ? nullptr : next; }
+
+    /// The end of what begins at `at`; null to give up.
+    const char16_t *piece(Mark mark, const char16_t *at)
+    {
+        switch (mark) {
         case Mark::Digit:
-            return number();
+            return inWord(at) ? at + 1 : number(at);
         case Mark::Quote:
-            return text(LiteralKind::Text);
+            return text(at);
         case Mark::Bracket:
-            return quotedName(u']');
+            return quotedName(at, u']');
         case Mark::DoubleQuote:
-            return quotedName(u'"');
+            return quotedName(at, u'"');
+        case Mark::Dollar:
+            return unless(!inWord(at), at + 1);
         case Mark::Minus:
-            return next() != u'-' && (copy(), true);
+            return unless(following(at) == u'-', at + 1);
         case Mark::Slash:
-            return next() != u'*' && (copy(), true);
-        case Mark::Slow:
-            break;
+            return unless(following(at) == u'*', at + 1);
+        case Mark::Point: // between two names it is only a point
+            return unless(markOf(following(at)) == Mark::Digit, at + 1);
+        default:
+            return nullptr;
         }
-        // Between two names a point is only a point.
-        const bool qualifies = *m_at == u'.' && markOf(next()) != Mark::Digit;
-        return qualifies && (copy(), true);
     }
 
-    bool word()
+    const char16_t *number(const char16_t *from)
     {
-        if ((*m_at == u'N' || *m_at == u'n') && next() == u'\'') {
-            ++m_at;
-            return text(LiteralKind::Unicode);
-        }
-        if (*m_at == u'$')
-            return false;
-        Mark mark = Mark::Word;
-        while (mark == Mark::Word || mark == Mark::Digit) {
-            copy();
-            mark = m_at < m_end ? markOf(*m_at) : Mark::Plain;
-        }
-        // A letter beyond ASCII would go on with the word.
-        return mark != Mark::Slow || *m_at < 128;
-    }
-
-    bool number()
-    {
-        const char16_t *start = m_at;
+        const char16_t *at = from;
         qint64 value = 0;
-        while (m_at < m_end && markOf(*m_at) == Mark::Digit && m_at - start < 10)
-            value = value * 10 + (*m_at++ - u'0');
+        for (; at < m_end && markOf(*at) == Mark::Digit && at - from < 10; ++at)
+            value = value * 10 + (*at - u'0');
         LiteralKind kind = LiteralKind::Integer;
-        if (m_at - start > 9)
-            return false;
-        if (m_at < m_end && *m_at == u'.') {
+        if (at - from > 9)
+            return nullptr;
+        if (at < m_end && *at == u'.') {
             kind = LiteralKind::Decimal;
-            ++m_at;
-            while (m_at < m_end && markOf(*m_at) == Mark::Digit)
-                ++m_at;
+            value = 0;
+            ++at;
+            while (at < m_end && markOf(*at) == Mark::Digit)
+                ++at;
         }
-        if (m_at < m_end && (*m_at >= 128 || markOf(*m_at) == Mark::Word))
-            return false;
-        Literal &literal = add(kind, start, m_at);
-        literal.integer = kind == LiteralKind::Integer ? value : 0;
-        return true;
+        const Mark after = at < m_end ? markOf(*at) : Mark::Plain;
+        if (after == Mark::Slow || after == Mark::Word || after == Mark::Dollar)
+            return nullptr;
+        closeRun(from);
+        add(kind, from, at).integer = value;
+        m_run = at;
+        return at;
     }
 
-    bool text(LiteralKind kind)
+    const char16_t *text(const char16_t *quote)
     {
-        const char16_t *start = ++m_at;
+        const bool unicode = quote > m_run && (quote[-1] == u'N' || quote[-1] == u'n') && !inWord(quote - 1);
+        const char16_t *from = quote + 1;
+        const char16_t *at = from;
         bool doubled = false;
-        for (;; ++m_at) {
-            if (m_at >= m_end)
-                return false;
-            if (*m_at != u'\'')
+        for (; at < m_end; ++at) {
+            if (*at != u'\'')
                 continue;
-            if (next() != u'\'')
+            if (following(at) != u'\'')
                 break;
             doubled = true;
-            ++m_at;
+            ++at;
         }
-        Literal &literal = add(kind, start, m_at);
+        if (at >= m_end)
+            return nullptr;
+        closeRun(unicode ? quote - 1 : quote);
+        Literal &literal = add(unicode ? LiteralKind::Unicode : LiteralKind::Text, from, at);
+        literal.integer = 0;
         if (doubled)
             literal.text.replace(QLatin1String("''"), QLatin1String("'"));
-        ++m_at;
-        return true;
+        m_run = at + 1;
+        return m_run;
     }
 
-    bool quotedName(char16_t closing)
+    const char16_t *quotedName(const char16_t *at, char16_t closing) const
     {
         do {
-            copy();
-            if (m_at >= m_end)
-                return false;
-        } while (*m_at != closing);
-        copy();
-        return true;
+            if (++at >= m_end)
+                return nullptr;
+        } while (*at != closing);
+        return at + 1;
+    }
+
+    void closeRun(const char16_t *to)
+    {
+        const auto length = static_cast<std::size_t>(to - m_run);
+        std::memcpy(m_out, m_run, length * sizeof(char16_t));
+        m_out += length;
     }
 
     Literal &add(LiteralKind kind, const char16_t *from, const char16_t *to)
@@ -168,7 +180,6 @@ private:
             m_shape.literals.emplace_back();
         Literal &literal = m_shape.literals[m_count++];
         literal.kind = kind;
-        literal.integer = 0;
         literal.text.resize(to - from);
         std::memcpy(static_cast<void *>(literal.text.data()), from,
                     static_cast<std::size_t>(to - from) * sizeof(char16_t));
@@ -176,8 +187,9 @@ private:
     }
 
     Shape &m_shape;
-    const char16_t *m_at;
-    const char16_t *m_end;
+    const char16_t *const m_start;
+    const char16_t *m_run; ///< what is not in the key yet begins here
+    const char16_t *const m_end;
     char16_t *m_out;
     std::size_t m_count = 0;
 };

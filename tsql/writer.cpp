@@ -257,12 +257,17 @@ Operand Writer::variable(const Expression &node)
     const auto type = m_variables.constFind(name);
     if (type == m_variables.cend() || m_constants)
         throw Error(137, u"Must declare the scalar variable \"%1\"."_qs.arg(node.name), node.line);
+    return variableOf(name, *type);
+}
+
+Operand Writer::variableOf(const QString &name, const SqlType &type) const
+{
     Operand operand;
-    operand.type = *type;
+    operand.type = type;
     Parameter parameter;
     parameter.source = Parameter::Source::Variable;
     parameter.name = name;
-    parameter.variableType = *type;
+    parameter.variableType = type;
     operand.pending = parameter;
     return operand;
 }

@@ -67,6 +67,7 @@ struct Compiled
     std::vector<Parameter> parameters; ///< of sql, in order
     std::vector<ResultColumn> columns; ///< empty when no rows come back
     std::vector<QString> assign;       ///< SELECT @x = …: the variable (folded) of each column; the last row counts
+    std::vector<Compiled> inTurn;      ///< of assign when each row counts on the one before: the values, one by one
     QString target;                    ///< of an UPDATE: SQLite's name of the table
     std::vector<LiteralNeed> needs;
     bool writes = false;       ///< changes rows or definitions
@@ -99,6 +100,9 @@ SqlType literalType(const Literal &literal);
 /// unless that is Null.
 Compiled compileScalar(const Expression &value, const Catalogue &catalogue, const VariableTypes &variables,
                        const SqlType &target = {}, const CompileOptions &options = {});
+
+/// The variable that holds column `column` of the row at hand while Compiled::inTurn is reckoned.
+QString rowVariable(std::size_t column);
 
 /// A condition (IF, WHILE) as a SELECT of one row and one column that holds 1 or 0.
 Compiled compileCondition(const Expression &condition, const Catalogue &catalogue, const VariableTypes &variables,

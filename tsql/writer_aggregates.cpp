@@ -3,11 +3,16 @@
 
 namespace tsql {
 
-bool Writer::hasAggregate(const Expression &node)
+bool isAggregate(const Expression &node)
 {
     static const QSet<QString> names = {u"COUNT"_qs, u"COUNT_BIG"_qs, u"SUM"_qs,       u"AVG"_qs,
                                         u"MIN"_qs,   u"MAX"_qs,       u"STRING_AGG"_qs};
-    if (node.kind == ExpressionKind::Function && !node.over && names.contains(node.name))
+    return node.kind == ExpressionKind::Function && !node.over && names.contains(node.name);
+}
+
+bool Writer::hasAggregate(const Expression &node)
+{
+    if (isAggregate(node))
         return true;
     for (const ExpressionPtr &argument : node.args) {
         if (hasAggregate(*argument))

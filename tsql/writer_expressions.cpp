@@ -47,6 +47,8 @@ Operand Writer::valueNode(const Expression &node, const Scope &scope)
         inner.inAggregate = true;
         return valueNode(node, inner);
     }
+    if (const auto row = m_rowValues.constFind(&node); row != m_rowValues.cend())
+        return variableOf(*row, m_variables.value(*row));
     switch (node.kind) {
     case ExpressionKind::Literal:
         return literal(node);

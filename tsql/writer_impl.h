@@ -134,6 +134,7 @@ private:
     bool isWhole(const Expression &node, qint64 value) const;
     Operand literal(const Expression &node);
     Operand variable(const Expression &node);
+    Operand variableOf(const QString &name, const SqlType &type) const;
     Operand system(const QString &name, const SqlType &type);
     QString text(Operand &operand);
     QString collated(Operand &operand);
@@ -243,7 +244,10 @@ private:
 
     // Statements
     void select(const SelectStatement &statement);
-    void refuseAccumulation(const Query &query);
+    std::vector<Target> assignTargets(const SelectStatement &statement);
+    bool assignsInTurn(const Query &query);
+    void assignInTurn(const Query &query, const std::vector<Target> &targets);
+    void planRowItems(CorePlan &plan);
     void selectInto(const SelectStatement &statement, const QueryText &text);
     void insert(const InsertStatement &statement);
     QString insertRows(const InsertStatement &statement, const Table &table, const std::vector<const Column *> &columns,
@@ -283,8 +287,11 @@ private:
     const CompileOptions &m_options;
     Compiled m_out;
     QHash<QString, Substitution> m_substitutions;
-    bool m_constants = false; ///< literals belong to the catalogue, not to the batch
-    bool m_inline = false;    ///< literals are written into the text: data definition
+    const SelectCore *m_rowCore = nullptr;          ///< assigned row after row: it gives m_rowItems
+    std::vector<const Expression *> m_rowItems;     ///< what the rows decide in it
+    QHash<const Expression *, QString> m_rowValues; ///< parts that are variables of the row here
+    bool m_constants = false;                       ///< literals belong to the catalogue, not to the batch
+    bool m_inline = false;                          ///< literals are written into the text: data definition
     int m_aliases = 0;
     int m_moduleDepth = 0;
 };
@@ -294,6 +301,8 @@ QString quotedName(const QString &name);
 /// 'text' with inner quotes doubled.
 QString quotedText(const QString &text);
 bool sameName(QStringView a, QStringView b);
+/// COUNT, SUM … without a window.
+bool isAggregate(const Expression &node);
 /// The list of names as "a","b".
 QString nameListText(const std::vector<QString> &names);
 /// The type of a system value, or nothing when there is none of that name.

@@ -153,6 +153,10 @@ QString Writer::limitText(const Expression &count, const Scope &scope)
 
 void Writer::planItems(CorePlan &plan)
 {
+    if (plan.core == m_rowCore) {
+        planRowItems(plan);
+        return;
+    }
     for (const SelectItem &item : plan.core->items)
         planItem(plan, item);
 }
@@ -390,66 +394,16 @@ bool Writer::singleRow(const Query &query)
     return (aggregates && core.groupBy.empty()) || pinnedByKey(core);
 }
 
-namespace {
-
-bool mentionsVariable(const Expression &node, const QString &name)
-{
-    if (node.kind == ExpressionKind::Variable && sameName(node.name, name))
-        return true;
-    return std::any_of(node.args.begin(), node.args.end(),
-                       [&name](const ExpressionPtr &argument) { return mentionsVariable(*argument, name); });
-}
-
-} // namespace
-
-/// SELECT @x = @x + column FROM … counts on every row being added in turn. The variables of a statement are read once
-/// here, so that such a sum would be wrong: it is refused.
-void Writer::refuseAccumulation(const Query &query)
-{
-    if (singleRow(query) || !query.body->core)
-        return;
-    for (const SelectItem &item : query.body->core->items) {
-        for (const SelectItem &other : query.body->core->items) {
-            if (mentionsVariable(*item.value, other.variable))
-                throw Error(
-                    40517,
-                    u"Adding rows up in the variable '%1' is not supported in this version of the database."_qs.arg(
-                        other.variable),
-                    item.value->line);
-        }
-    }
-}
-
 void Writer::select(const SelectStatement &statement)
 {
     const Query &query = statement.query;
-    const SelectCore *core = query.body->core.get();
-    std::vector<Target> targets;
-    bool assigns = false;
-    bool returns = false;
-    if (core != nullptr) {
-        for (const SelectItem &item : core->items) {
-            if (item.variable.isEmpty()) {
-                returns = true;
-                continue;
-            }
-            assigns = true;
-            const QString name = item.variable.toCaseFolded();
-            const auto type = m_variables.constFind(name);
-            if (type == m_variables.cend())
-                throw Error(137, u"Must declare the scalar variable \"%1\"."_qs.arg(item.variable), item.value->line);
-            m_out.assign.push_back(name);
-            targets.push_back({*type, Conversion::Cast, {}, {}});
-        }
+    const std::vector<Target> targets = assignTargets(statement);
+    if (!targets.empty() && assignsInTurn(query)) {
+        assignInTurn(query, targets);
+        return;
     }
-    if (assigns && returns)
-        throw Error(
-            141,
-            u"A SELECT statement that assigns a value to a variable must not be combined with data-retrieval operations."_qs,
-            statement.line);
-    if (assigns)
-        refuseAccumulation(query);
-    const QueryText text = this->query(query, nullptr, assigns ? &targets : nullptr);
+    const QueryText text = this->query(query, nullptr, targets.empty() ? nullptr : &targets);
+    const SelectCore *core = query.body->core.get();
     if (core != nullptr && !core->into.name.isEmpty()) {
         selectInto(statement, text);
         return;
