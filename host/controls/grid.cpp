@@ -7,6 +7,7 @@
 #include <QtGui/QMouseEvent>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QHeaderView>
+#include <QtWidgets/QScrollBar>
 
 #include <algorithm>
 
@@ -46,6 +47,8 @@ Grid::Grid(QWidget *parent) : QTableView(parent), m_model(new GridModel(this))
     connect(m_model, &GridModel::Changed, this, [this](int rows) {
         if (rows > 0 && !currentIndex().isValid() && !m_applying)
             StandOn(0);
+        else
+            ReportCurrent(currentIndex()); // a row that moved up is told by its key only now
         emit RowCountChanged(rows);
     });
     connect(header, &QHeaderView::sectionClicked, this, &Grid::CaptionClicked);
@@ -153,6 +156,8 @@ bool Grid::Locate(const QString &key)
     const QAbstractItemModel *source = Source();
     if (!source || key.isEmpty())
         return false;
+    if (m_model->IsAwaitingOrder())
+        FetchAll();
     // A search leaves few rows, mostly the one wanted.
     for (int shown = 0; !CurrentSearch().IsEmpty() && shown < std::min(RowCount(), 100); ++shown)
         if (m_model->Key(shown) == key) {
@@ -189,6 +194,28 @@ void Grid::StandOn(int row)
          ++visual)
         column = header->logicalIndex(visual);
     setCurrentIndex(m_model->index(row, column));
+}
+
+Grid::Place Grid::CurrentPlace() const
+{
+    const QModelIndex current = currentIndex();
+    if (!current.isValid())
+        return {};
+    const bool seen = viewport()->rect().intersects(visualRect(current));
+    return {CurrentKey(), current.row(), seen ? current.row() - verticalScrollBar()->value() : -1};
+}
+
+void Grid::ReturnTo(const Place &place)
+{
+    if (IsEmpty() && IsComplete())
+        return;
+    if (!Locate(place.key) && !IsEmpty())
+        StandOn(std::clamp(place.row, 0, RowCount() - 1));
+    if (place.offset < 0 || !currentIndex().isValid())
+        return;
+    executeDelayedItemsLayout(); // the bar does not know the new rows before
+    verticalScrollBar()->setValue(currentIndex().row() - place.offset);
+    scrollTo(currentIndex(), QAbstractItemView::EnsureVisible);
 }
 
 void Grid::SortBy(const QString &field, Qt::SortOrder order)
@@ -376,6 +403,11 @@ void Grid::mouseDoubleClickEvent(QMouseEvent *event)
 void Grid::currentChanged(const QModelIndex &current, const QModelIndex &previous)
 {
     QTableView::currentChanged(current, previous);
+    ReportCurrent(current);
+}
+
+void Grid::ReportCurrent(const QModelIndex &current)
+{
     if (m_applying)
         return;
     const QString key = current.isValid() ? m_model->Key(current.row()) : QString();

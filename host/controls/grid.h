@@ -20,7 +20,7 @@ class GridModel;
 /// answers from the rows at hand and goes on as more arrive.
 ///
 /// Where the screen allows it, a click on a caption orders all rows by that column, a second one turns the order round,
-/// a third one gives the list's own order back.
+/// a third one gives the list's own order back. An ordered grid that is opened anew shows its rows when all are there.
 ///
 /// Keys: Insert or Space marks the current row (Insert goes down); Ctrl+click or a click in the mark column too;
 /// Ctrl+A marks every shown row; Ctrl+Home / Ctrl+End; Enter and double-click report `RowActivated`.
@@ -65,6 +65,18 @@ public:
     /// Makes a shown row current.
     void StandOn(int row);
 
+    /// Where the user is: on which row, and how far down the view it stands.
+    struct Place
+    {
+        QString key;
+        int row = -1;
+        int offset = -1; ///< rows between the top of the view and the current one; negative when it is out of sight
+    };
+    Place CurrentPlace() const;
+    /// Goes back there after the rows were read anew: to the same row, or to the one in its place when it is gone. An
+    /// empty key goes to the place at once.
+    void ReturnTo(const Place &place);
+
     /// Clicks on the captions order the rows (not by default: the order of some lists means something).
     void SetSortable(bool on) { m_sortable = on; }
     /// Orders the rows by a column as a click on its caption does; an empty field gives the list's own order back.
@@ -96,6 +108,8 @@ public:
     using RowColor = std::function<QColor(int sourceRow)>;
     void SetRowColor(RowColor color);
 
+    /// The columns as the screen defined them, whatever the user made of them.
+    void ResetLayout();
     /// Order, widths and visibility of the columns as text for the settings, and back. A stored layout of another
     /// version of the screen is taken as far as its fields still exist.
     QByteArray SaveLayout() const;
@@ -134,7 +148,7 @@ protected:
 
 private:
     void ApplyColumns();
-    void Stand(int row);
+    void ReportCurrent(const QModelIndex &current);
     void ReportFields();
     void CaptionClicked(int section);
     QString CellText(const QModelIndex &index) const;

@@ -72,6 +72,17 @@ void Grid::ReportFields()
     emit VisibleFieldsChanged(VisibleFields());
 }
 
+void Grid::ResetLayout()
+{
+    {
+        const QScopedValueRollback applying(m_applying, true);
+        for (int column = 1; column <= m_columns.size(); ++column)
+            horizontalHeader()->moveSection(horizontalHeader()->visualIndex(column), column);
+    }
+    ApplyColumns();
+    ReportFields();
+}
+
 QByteArray Grid::SaveLayout() const
 {
     QJsonArray list;

@@ -132,6 +132,11 @@ void GridModel::Search(const SearchDescription &description)
 
 void GridModel::RowsArrived(int first, int last)
 {
+    if (m_awaiting) {
+        m_count = last + 1;
+        m_idle.start();
+        return;
+    }
     if (first != m_count || !m_rank.empty()) { // not at the end: positions shift
         beginResetModel();
         Rebuild();
@@ -152,7 +157,7 @@ void GridModel::RowsArrived(int first, int last)
 
 void GridModel::RowsGone(int first, int last)
 {
-    if (!m_rank.empty()) {
+    if (!m_rank.empty() || m_awaiting) {
         beginResetModel();
         Rebuild();
         endResetModel();
@@ -202,7 +207,7 @@ bool GridModel::FetchBlock()
 
 void GridModel::AppendMatches()
 {
-    if (m_search.IsEmpty() || m_matched >= m_filter.FoldedRows())
+    if (m_search.IsEmpty() || m_awaiting || m_matched >= m_filter.FoldedRows())
         return;
     const std::vector<int> more = m_filter.Match(m_search, m_matched);
     m_matched = m_filter.FoldedRows();
@@ -217,6 +222,10 @@ void GridModel::AppendMatches()
 
 void GridModel::Idle()
 {
+    if (m_awaiting && !IsComplete()) {
+        FetchFor(PortionMilliseconds);
+        return;
+    }
     if (m_filter.FoldSome(PortionMilliseconds)) {
         AppendMatches();
         return;
@@ -225,7 +234,7 @@ void GridModel::Idle()
     if (FetchBlock())
         return;
     m_idle.stop();
-    if (Awaited())
+    if (CanArrange())
         Arrange();
 }
 
@@ -252,7 +261,7 @@ void GridModel::FetchAll()
         }
         AppendMatches();
     }
-    if (Awaited())
+    if (CanArrange())
         Arrange();
 }
 
@@ -262,7 +271,7 @@ void GridModel::FetchFor(int milliseconds)
     clock.start();
     while (clock.elapsed() < milliseconds && FetchBlock()) {
     }
-    if (Awaited())
+    if (CanArrange())
         Arrange();
 }
 
@@ -277,7 +286,7 @@ int GridModel::SourceRow(int row) const
 
 int GridModel::ShownRow(int sourceRow) const
 {
-    if (sourceRow < 0 || sourceRow >= m_count)
+    if (sourceRow < 0 || sourceRow >= m_count || m_awaiting)
         return -1;
     if (m_search.IsEmpty())
         return RankOf(sourceRow);
@@ -340,7 +349,7 @@ void GridModel::RefreshMarks()
 
 int GridModel::rowCount(const QModelIndex &parent) const
 {
-    if (parent.isValid() || !m_source)
+    if (parent.isValid() || !m_source || m_awaiting)
         return 0;
     return m_search.IsEmpty() ? m_count : static_cast<int>(m_rows.size());
 }
@@ -439,7 +448,8 @@ bool GridModel::setData(const QModelIndex &index, const QVariant &value, int rol
 
 bool GridModel::canFetchMore(const QModelIndex &parent) const
 {
-    return !parent.isValid() && m_search.IsEmpty() && m_source && !m_fetchFailed && m_source->canFetchMore({});
+    return !parent.isValid() && m_search.IsEmpty() && m_source && !m_awaiting && !m_fetchFailed &&
+           m_source->canFetchMore({});
 }
 
 void GridModel::fetchMore(const QModelIndex &parent)

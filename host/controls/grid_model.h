@@ -36,9 +36,12 @@ public:
     const SearchDescription &CurrentSearch() const { return m_search; }
 
     /// Orders the rows by a column, or as the source has them (-1). All rows are needed for it: those that the source
-    /// has not given yet are fetched at once; after the source was opened anew, in idle time.
+    /// has not given yet are fetched at once; after the source was opened anew, in idle time. Until they are there no
+    /// row is shown, because it could stand in the wrong place.
     void Sort(int gridColumn, Qt::SortOrder order);
     bool IsSorted() const { return m_sortColumn >= 0; }
+    /// The rows are withheld until all of them are there.
+    bool IsAwaitingOrder() const { return m_awaiting; }
     int SortColumn() const { return m_sortColumn; }
     Qt::SortOrder SortOrder() const { return m_sortOrder; }
 
@@ -93,7 +96,7 @@ private:
     void RefreshMarks();
     void Rank();
     void Arrange();
-    bool Awaited() const;
+    bool CanArrange() const;
     void MatchAll();
     int RankOf(int sourceRow) const;
     QString Shown(const QVariant &value, ColumnFormat format) const;
@@ -113,6 +116,7 @@ private:
     std::vector<int> m_rank;  ///< the place of each source row in m_order
     int m_matched = 0;        ///< source rows that the search has looked at
     int m_count = 0;          ///< source rows, as far as views were told
+    bool m_awaiting = false;
     bool m_fetchFailed = false;
     bool m_fetching = false;
     QTimer m_idle;

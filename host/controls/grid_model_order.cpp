@@ -19,7 +19,8 @@ void GridModel::Rank()
     m_order.clear();
     m_rank.clear();
     const int column = IsSorted() ? m_sourceColumns.value(m_sortColumn, -1) : -1;
-    if (!m_source || column < 0 || !IsComplete())
+    m_awaiting = m_source && column >= 0 && !IsComplete();
+    if (!m_source || column < 0 || m_awaiting)
         return;
     m_order = SortedRows(*m_source, column, m_columns.at(m_sortColumn).format, m_sortOrder);
     m_rank.resize(m_order.size());
@@ -32,10 +33,10 @@ int GridModel::RankOf(int sourceRow) const
     return m_rank.empty() ? sourceRow : m_rank[static_cast<size_t>(sourceRow)];
 }
 
-/// The rows could not be ordered when the source was opened, because they were not all there.
-bool GridModel::Awaited() const
+/// The rows that were waited for are there.
+bool GridModel::CanArrange() const
 {
-    return m_sourceColumns.value(m_sortColumn, -1) >= 0 && m_rank.empty() && m_count > 0 && IsComplete();
+    return m_awaiting && IsComplete();
 }
 
 /// The rows that match the search, in the order shown; a short list is searched whole at once.
@@ -43,7 +44,7 @@ void GridModel::MatchAll()
 {
     m_rows.clear();
     m_matched = 0;
-    if (!m_source || m_search.IsEmpty())
+    if (!m_source || m_search.IsEmpty() || m_awaiting)
         return;
     m_filter.FoldSome(m_rank.empty() ? PortionMilliseconds : wholeMilliseconds);
     m_matched = m_filter.FoldedRows();
@@ -63,6 +64,7 @@ void GridModel::Arrange()
     if (m_source)
         m_idle.start();
     emit Arranged();
+    emit Changed(rowCount());
 }
 
 void GridModel::Sort(int gridColumn, Qt::SortOrder order)

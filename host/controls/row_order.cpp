@@ -1,9 +1,7 @@
 #include "host/controls/row_order.h"
 
-#include "host/data/persian_text.h"
+#include "host/controls/text_order.h"
 #include "host/data/quantity.h"
-
-#include <QtCore/QCollator>
 
 #include <algorithm>
 #include <limits>
@@ -43,13 +41,10 @@ std::vector<int> SortedRows(const QAbstractItemModel &model, int column, ColumnF
             keys.push_back(ParseQuantity(text(row)).value_or(-std::numeric_limits<Quantity>::infinity()));
         return Order(keys, order);
     }
-    QCollator collator(QLocale(QLocale::Persian, QLocale::Iran));
-    collator.setNumericMode(true);
-    std::vector<QCollatorSortKey> keys;
-    keys.reserve(static_cast<size_t>(rows));
+    FoldedTexts texts;
     for (int row = 0; row < rows; ++row)
-        keys.push_back(collator.sortKey(Fold(text(row))));
-    return Order(keys, order);
+        texts.Append(text(row));
+    return SortedTexts(texts, order);
 }
 
 } // namespace host

@@ -144,6 +144,22 @@ void SearchFrame::Clear()
     m_reverse->setChecked(false);
 }
 
+void SearchFrame::Reset()
+{
+    Clear();
+    m_column->setCurrentIndex(0);
+}
+
+bool SearchFrame::GiveUp()
+{
+    if (Description().IsEmpty())
+        return false;
+    Clear();
+    if (m_grid)
+        m_grid->setFocus(Qt::OtherFocusReason);
+    return true;
+}
+
 void SearchFrame::Focus(const QString &field)
 {
     m_column->setCurrentIndex(std::max(0, m_column->findData(field)));

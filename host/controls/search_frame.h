@@ -35,6 +35,10 @@ public:
     void SetText(const QString &text);
     /// Empties the edits and shows every row again; the column stays.
     void Clear();
+    /// As a new frame: nothing searched for, in all columns.
+    void Reset();
+    /// Empties the search and gives the keyboard back to the grid; false when there is nothing to give up.
+    bool GiveUp();
     /// Chooses a column, empty for all, and puts the focus in its edit.
     void Focus(const QString &field = {});
 

@@ -1,5 +1,7 @@
 #include "host/data/persian_text.h"
 
+#include <algorithm>
+
 namespace host {
 
 namespace {
@@ -63,7 +65,10 @@ char16_t Folded(char16_t c)
 
 void AppendFolded(QString &target, QStringView text)
 {
-    target.reserve(target.size() + text.size());
+    // A buffer of many rows grows by doubling; to reserve exactly would move it for every row.
+    if (const qsizetype size = target.size() + text.size(); size > target.capacity()) {
+        target.reserve(std::max(size, 2 * target.capacity()));
+    }
     for (const QChar c : text) {
         if (const char16_t folded = Folded(c.unicode())) {
             target += QChar(folded);
