@@ -2,7 +2,6 @@
 
 #include "ui_detail_types_list.h"
 
-#include <QtGui/QKeyEvent>
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QTabBar>
@@ -210,12 +209,7 @@ void TDetailTypes_List_FRM::CloseWith(const QString &codes)
     done(QDialog::Accepted);
 }
 
-bool TDetailTypes_List_FRM::FormKeyDown(QKeyEvent *event)
+host::SearchFrame *TDetailTypes_List_FRM::ListSearch() const
 {
-    if (event->key() == Qt::Key_Escape && OnTypes() && !ui->TGeneral_Search_Frame1->Description().IsEmpty()) {
-        ui->TGeneral_Search_Frame1->Clear();
-        ui->DetailTypes_List_GRD->setFocus(Qt::OtherFocusReason);
-        return true;
-    }
-    return TBaseDock_FRM::FormKeyDown(event);
+    return OnTypes() ? ui->TGeneral_Search_Frame1 : nullptr;
 }

@@ -34,7 +34,7 @@ public:
 protected:
     void FormShow() override;
     void FormClose() override;
-    bool FormKeyDown(QKeyEvent *event) override;
+    host::SearchFrame *ListSearch() const override;
     host::Grid *PrintedGrid() const override;
 
 private:

@@ -95,18 +95,52 @@ void Dataset::Open()
         }
         throw;
     }
+    ShowRows(std::move(rows), std::move(cursor));
+}
+
+void Dataset::ShowRows(RowStore &&rows, std::unique_ptr<QSqlQuery> cursor)
+{
     beginResetModel();
     if (!rows.HasColumnsOf(rows_)) {
         insertedTo_.clear();
     }
     rows_ = std::move(rows);
-
     cursor_ = std::move(cursor);
     current_ = rows_.RowCount() > 0 ? 0 : -1;
     state_ = State::Browse;
     endResetModel();
     Q_EMIT StateChanged();
     Q_EMIT CurrentChanged();
+}
+
+void Dataset::TakeRows(Dataset &other)
+{
+    other.FetchAll();
+    if (IsEditing()) {
+        Cancel();
+    }
+    StopReading();
+    text_ = other.text_;
+    RowStore rows = std::move(other.rows_);
+    other.Close();
+    ShowRows(std::move(rows), nullptr);
+}
+
+void Dataset::ForgetRow(int row)
+{
+    if (IsEditing()) {
+        Cancel();
+    }
+    beginRemoveRows({}, row, row);
+    rows_.Remove(row);
+    const bool moves = current_ >= row;
+    if (current_ > row || current_ == rows_.RowCount()) {
+        --current_;
+    }
+    endRemoveRows();
+    if (moves) {
+        Q_EMIT CurrentChanged();
+    }
 }
 
 void Dataset::Close()

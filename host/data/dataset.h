@@ -57,6 +57,11 @@ public:
     void FetchAll();
     /// Forgets the rows without a statement; the columns stay, ready for Append().
     void ClearRows();
+    /// Takes over the text and all rows of another dataset, in one step that views see as opening anew; reads what the
+    /// other one has left, and closes it.
+    void TakeRows(Dataset &other);
+    /// Forgets a row that is known to be gone from the database, without a statement.
+    void ForgetRow(int row);
 
     /// -1 when there is no row.
     int CurrentRow() const { return current_; }
@@ -119,6 +124,7 @@ private:
     QSqlDatabase ReadingConnection();
     void DropOwnConnection();
     void StopReading();
+    void ShowRows(RowStore &&rows, std::unique_ptr<QSqlQuery> cursor);
     int ReadBlock();
     bool Matches(int row, int column, const QVariant &value) const;
     void SetState(State state);

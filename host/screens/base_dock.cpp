@@ -1,8 +1,10 @@
 #include "host/screens/base_dock.h"
 
 #include "host/controls/grid.h"
+#include "host/controls/search_frame.h"
 #include "host/data/database_error.h"
 #include "host/data/sql_text.h"
+#include "host/screens/form_inputs.h"
 #include "host/screens/grid_print.h"
 
 #include <QtCore/QJsonDocument>
@@ -349,6 +351,17 @@ void TBaseDock_FRM::StoreState()
 
 void TBaseDock_FRM::LoadState()
 {
+    const int user = m_host.settings.UserInfo().Code;
+    if (!m_user)
+        m_firstState = SaveState();
+    const bool another = m_user && *m_user != user;
+    m_user = user;
+    if (another) { // a screen that is kept between openings must not show a user the habits of the last one
+        for (Grid *grid : std::as_const(m_remembered))
+            grid->ResetLayout();
+        RestoreState(m_firstState);
+        UserChanged();
+    }
     const QByteArray stored = m_host.settings.LoadState(StateName());
     if (stored.isEmpty())
         return;
@@ -364,11 +377,36 @@ bool TBaseDock_FRM::FormKeyDown(QKeyEvent *event)
         Command(Title(), [this] { PreviewGrid(); });
         return true;
     }
+    if (event->key() == Qt::Key_Escape)
+        if (SearchFrame *search = ListSearch(); search && search->GiveUp())
+            return true;
     if (event->key() == Qt::Key_Escape && event->modifiers() == Qt::NoModifier) {
         reject();
         return true;
     }
     return false;
+}
+
+bool TBaseDock_FRM::GoOnByEnter(QKeyEvent *event)
+{
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (!enter || (event->modifiers() & ~Qt::KeypadModifier))
+        return false;
+    auto *button = qobject_cast<QAbstractButton *>(focusWidget());
+    if (button && !inputs::IsChoice(button))
+        button->click();
+    else
+        NextControl();
+    return true;
+}
+
+void TBaseDock_FRM::NextControl()
+{
+    const QWidget *from = focusWidget();
+    for (int steps = 0; steps < 200; ++steps) {
+        if (!focusNextChild() || focusWidget() == from || inputs::TakesTyping(focusWidget()))
+            return;
+    }
 }
 
 void TBaseDock_FRM::keyPressEvent(QKeyEvent *event)

@@ -7,6 +7,7 @@
 #include <QtWidgets/QMainWindow>
 
 #include <functional>
+#include <optional>
 
 class QAbstractButton;
 class QBoxLayout;
@@ -17,6 +18,7 @@ class QPushButton;
 namespace host {
 
 class Grid;
+class SearchFrame;
 
 /// The base of every screen: a title panel, a content area and a footer of commands, docked in the host's main window
 /// or shown modally.
@@ -118,11 +120,23 @@ protected:
     virtual void FormClose() {}
     /// Keys that no control took, before the base's own. True when the key was used.
     virtual bool FormKeyDown(QKeyEvent *event);
+    /// Enter on a form: presses the button with the focus, goes on to the next control otherwise. False for any other
+    /// key.
+    bool GoOnByEnter(QKeyEvent *event);
+    /// Moves the focus as Enter does: to the next input that takes typing.
+    virtual void NextControl();
+    /// The search over the screen's list at the moment, for screens with one: Esc empties it before it closes the
+    /// screen.
+    virtual SearchFrame *ListSearch() const { return nullptr; }
     /// The grid that F9 prints; null for screens without one.
     virtual Grid *PrintedGrid() const { return nullptr; }
-    /// Further state to keep between openings, beside grid layouts and the window's size.
+    /// Further state to keep between openings for the user, beside grid layouts. A user for whom nothing is stored yet
+    /// begins with what `SaveState` gave before the first opening.
     virtual QByteArray SaveState() const { return {}; }
     virtual void RestoreState(const QByteArray &state) { Q_UNUSED(state) }
+    /// The screen is about to open for another user than the last time: forget what it kept without storing it (a
+    /// chosen group, the row it stood on).
+    virtual void UserChanged() {}
 
     void keyPressEvent(QKeyEvent *event) override;
 
@@ -156,6 +170,8 @@ private:
     QPushButton *m_lastButton = nullptr;
     QDockWidget *m_dock = nullptr;
     QList<Grid *> m_remembered;
+    std::optional<int> m_user; ///< code of the user who opened it last
+    QByteArray m_firstState;
     bool m_placed = false;
 };
 

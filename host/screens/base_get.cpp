@@ -2,49 +2,32 @@
 
 #include "host/controls/entity_picker.h"
 #include "host/controls/grid.h"
-#include "host/controls/search_frame.h"
 #include "host/controls/tags_panel.h"
-#include "host/controls/toggle_switch.h"
 #include "host/data/query.h"
+#include "host/screens/form_inputs.h"
 #include "host/screens/theme.h"
 
 #include <QtCore/QScopedValueRollback>
 #include <QtGui/QKeyEvent>
-#include <QtWidgets/QAbstractItemView>
-#include <QtWidgets/QCheckBox>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QPlainTextEdit>
 #include <QtWidgets/QPushButton>
-#include <QtWidgets/QRadioButton>
 #include <QtWidgets/QScrollArea>
-#include <QtWidgets/QTabBar>
 #include <QtWidgets/QTabWidget>
 #include <QtWidgets/QTextEdit>
 
 #include <algorithm>
 
 namespace host {
+
+using inputs::IsChoice;
+using inputs::IsInner;
+
 namespace {
 
 const char *const lockedProperty = "lockedForReview";
-
-bool IsChoice(const QWidget *widget)
-{
-    return qobject_cast<const QCheckBox *>(widget) || qobject_cast<const QRadioButton *>(widget) ||
-           qobject_cast<const ToggleSwitch *>(widget);
-}
-
-/// The edit inside a combo box, a picker or a search frame belongs to that control.
-bool IsInner(const QWidget *widget, const QWidget *content)
-{
-    for (const QWidget *up = widget->parentWidget(); up && up != content; up = up->parentWidget())
-        if (qobject_cast<const QComboBox *>(up) || qobject_cast<const EntityPicker *>(up) ||
-            qobject_cast<const SearchFrame *>(up) || qobject_cast<const QAbstractItemView *>(up))
-            return true;
-    return false;
-}
 
 /// Locks or unlocks one input; false when there was nothing to change.
 bool Lock(QWidget *widget, bool lock)
@@ -99,13 +82,6 @@ void KeepOneLine(QLineEdit *edit)
     std::replace_if(text.begin(), text.end(), BreaksLine, u' ');
     edit->setText(text);
     edit->setModified(true); // it was the user who entered it
-}
-
-bool TakesTyping(const QWidget *widget)
-{
-    if (const auto *edit = qobject_cast<const QLineEdit *>(widget))
-        return !edit->isReadOnly();
-    return !qobject_cast<const QTabBar *>(widget) && !qobject_cast<const QScrollArea *>(widget);
 }
 
 } // namespace
@@ -337,25 +313,7 @@ void TBaseGet_FRM::FocusControl(QWidget *control)
 
 bool TBaseGet_FRM::FormKeyDown(QKeyEvent *event)
 {
-    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (enter && !(event->modifiers() & ~Qt::KeypadModifier)) {
-        auto *button = qobject_cast<QAbstractButton *>(focusWidget());
-        if (button && !IsChoice(button))
-            button->click();
-        else
-            NextControl();
-        return true;
-    }
-    return TBaseDock_FRM::FormKeyDown(event);
-}
-
-void TBaseGet_FRM::NextControl()
-{
-    const QWidget *from = focusWidget();
-    for (int steps = 0; steps < 200; ++steps) {
-        if (!focusNextChild() || focusWidget() == from || TakesTyping(focusWidget()))
-            return;
-    }
+    return GoOnByEnter(event) || TBaseDock_FRM::FormKeyDown(event);
 }
 
 } // namespace host

@@ -121,8 +121,6 @@ protected:
 
     void FormShown() override;
     bool FormKeyDown(QKeyEvent *event) override;
-    /// Moves the focus as Enter does: to the next input that takes typing.
-    virtual void NextControl();
 
     QPushButton *SaveButton() const { return m_save; }
     QPushButton *ExitButton() const { return m_exit; }

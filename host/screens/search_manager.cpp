@@ -2,20 +2,38 @@
 
 #include "host/data/dataset.h"
 
+#include <QtCore/QElapsedTimer>
 #include <QtCore/QSet>
+#include <QtCore/QTimer>
 
 namespace host {
 namespace {
 
 constexpr int blockRows = 1000;
+/// What a person does not notice: a run behind that takes no longer ends before its command does.
+constexpr int atOnceMilliseconds = 60;
+constexpr int portionMilliseconds = 8;
 
 } // namespace
 
 struct TVelakSearchManager::Private
 {
-    explicit Private(const QSqlDatabase &database) : data(database) { data.SetBlockSize(blockRows); }
+    explicit Private(const QSqlDatabase &database) : data(database), behind(database)
+    {
+        data.SetBlockSize(blockRows);
+        behind.SetBlockSize(blockRows);
+        idle.setInterval(1);
+    }
+
+    void GiveUpBehind()
+    {
+        idle.stop();
+        behind.Close();
+    }
 
     Dataset data;
+    Dataset behind; ///< open while a run behind is being read
+    QTimer idle;
     QString script;
     QList<std::pair<QString, QString>> filters;
     std::function<QStringList()> customFilter;
@@ -25,7 +43,14 @@ struct TVelakSearchManager::Private
 
 TVelakSearchManager::TVelakSearchManager(const QSqlDatabase &database, QObject *parent)
     : QObject(parent), d(std::make_unique<Private>(database))
-{}
+{
+    connect(&d->idle, &QTimer::timeout, this, &TVelakSearchManager::ReadBehind);
+    // A block that is fetched in idle time cannot throw; what it met is told this way.
+    connect(&d->behind, &Dataset::Failed, this, [this](const QString &text) {
+        d->GiveUpBehind();
+        emit Failed(text);
+    });
+}
 
 TVelakSearchManager::~TVelakSearchManager() = default;
 
@@ -54,7 +79,7 @@ void TVelakSearchManager::SetRequestedColumns(const QStringList &columns)
     d->columns = columns;
     const QSet<QString> wanted(columns.begin(), columns.end());
     if (d->data.IsOpen() && !d->columnsOfLastRun.contains(wanted))
-        Run();
+        RunBehind();
 }
 
 QString TVelakSearchManager::RequestedColumns() const
@@ -62,7 +87,7 @@ QString TVelakSearchManager::RequestedColumns() const
     return d->columns.join(u',');
 }
 
-QString TVelakSearchManager::Statement() const
+QString TVelakSearchManager::ParameterText() const
 {
     QStringList parameters;
     for (const auto &[name, text] : d->filters)
@@ -80,14 +105,64 @@ QString TVelakSearchManager::Statement() const
         if (!text.isEmpty())
             clean << text;
     }
-    return d->script + clean.join(u',');
+    return clean.join(u',');
+}
+
+QString TVelakSearchManager::Statement() const
+{
+    return d->script + ParameterText();
 }
 
 void TVelakSearchManager::Run()
 {
+    d->GiveUpBehind();
     d->data.Open(Statement());
     d->columnsOfLastRun = QSet<QString>(d->columns.begin(), d->columns.end());
     emit Executed();
+}
+
+void TVelakSearchManager::RunBehind()
+{
+    d->GiveUpBehind();
+    d->behind.Open(Statement());
+    d->columnsOfLastRun = QSet<QString>(d->columns.begin(), d->columns.end());
+    QElapsedTimer clock;
+    clock.start();
+    while (!d->behind.FetchedAll() && clock.elapsed() < atOnceMilliseconds)
+        d->behind.fetchMore({});
+    if (!d->behind.IsOpen())
+        return; // it failed on the way
+    if (d->behind.FetchedAll())
+        Finish();
+    else
+        d->idle.start();
+}
+
+void TVelakSearchManager::ReadBehind()
+{
+    QElapsedTimer clock;
+    clock.start();
+    while (d->behind.canFetchMore({}) && clock.elapsed() < portionMilliseconds)
+        d->behind.fetchMore({});
+    if (d->behind.IsOpen() && d->behind.FetchedAll())
+        Finish();
+}
+
+void TVelakSearchManager::Finish()
+{
+    if (!d->behind.IsOpen())
+        return;
+    d->idle.stop();
+    d->behind.FetchAll();
+    emit Renewing();
+    d->data.TakeRows(d->behind);
+    emit Executed();
+}
+
+void TVelakSearchManager::Close()
+{
+    d->GiveUpBehind();
+    d->data.Close();
 }
 
 Dataset &TVelakSearchManager::Data()

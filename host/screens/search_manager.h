@@ -31,23 +31,39 @@ public:
     void SetFilter(const QString &name, const QString &parameterText);
     /// The screen's own parameter texts, asked each time the list runs; they come after the named ones.
     void SetCustomFilter(std::function<QStringList()> filter);
-    /// Columns that the list must return, in the order of the grid. When the set grows the list runs again at once (if
-    /// it is open); the order alone does not matter.
+    /// Columns that the list must return, in the order of the grid. When the set grows the list runs again, behind the
+    /// rows shown (if it is open); the order alone does not matter.
     void SetRequestedColumns(const QStringList &columns);
     QString RequestedColumns() const;
 
+    /// The parameter texts joined with commas, without the script.
+    QString ParameterText() const;
     /// The statement that `Run` would send now.
     QString Statement() const;
-    /// Runs the list anew. Throws DatabaseError.
+    /// Runs the list anew: its first block is shown. Throws DatabaseError.
     void Run();
+    /// Runs the list anew while the rows stay as they are; the new ones take their place in one step when all of them
+    /// are read: before this returns when they are few, in idle time otherwise. For a list whose filter did not change,
+    /// so that nobody waits for rows that are mostly those already shown. Throws DatabaseError.
+    void RunBehind();
+    /// Brings a run behind to its end now; nothing without one. Throws DatabaseError.
+    void Finish();
+    /// Lets go of the rows, and of a run behind.
+    void Close();
     /// The rows; owned by the manager and the same object for its whole life.
     Dataset &Data();
 
 signals:
-    /// The list ran and its first block is there.
+    /// The list ran and its first block is there, or all its rows after a run behind.
     void Executed();
+    /// The rows of a run behind are there and about to replace those shown.
+    void Renewing();
+    /// A run behind could not be read to its end: the rows shown stay as they are.
+    void Failed(const QString &text);
 
 private:
+    void ReadBehind();
+
     struct Private;
     std::unique_ptr<Private> d;
 };

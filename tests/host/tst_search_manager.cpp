@@ -19,6 +19,7 @@ private slots:
     void runsAgainForColumnsItLacks();
     void comesInBlocks();
     void errorKeepsTheRows();
+    void runsBehindTheRows();
 };
 
 using Filters = QList<std::pair<QString, QString>>;
@@ -108,6 +109,47 @@ void TestSearchManager::errorKeepsTheRows()
     list.SetFilter(u"wrong"_s, {});
     list.Run();
     QCOMPARE(list.Data().RecordCount(), rows);
+}
+
+/// A long list runs again while its rows stay, however it ends.
+void TestSearchManager::runsBehindTheRows()
+{
+    const test::Database database(test::Database::Content::Demo);
+    host::TVelakSearchManager list(database.GoodsList());
+    list.SetScript(u"select top 90000 "_s);
+    list.SetFilter(u"goods"_s, u"a.Code"_s);
+    list.SetFilter(u"names"_s, u"b.Name from GoodInf a cross join GoodInf b"_s);
+    list.Run();
+    QSignalSpy executed(&list, &host::TVelakSearchManager::Executed);
+    QSignalSpy renewing(&list, &host::TVelakSearchManager::Renewing);
+    const auto tag = [&] { return list.Data().RecordCount(); };
+    QCOMPARE(tag(), 1000);
+    list.RunBehind();
+    QCOMPARE(tag(), 1000);
+    QTRY_COMPARE(executed.size(), 1);
+    QCOMPARE(renewing.size(), 1);
+    QCOMPARE(tag(), 90000);
+    QVERIFY(list.Data().FetchedAll());
+
+    list.RunBehind();
+    list.Finish(); // somebody cannot wait
+    QCOMPARE(executed.size(), 2);
+    list.RunBehind();
+    list.Run(); // another filter: nobody wants those any more
+    QCOMPARE(tag(), 1000);
+    QTest::qWait(50);
+    QCOMPARE(executed.size(), 3);
+    list.RunBehind();
+    list.Close();
+    QTest::qWait(50);
+    QCOMPARE(executed.size(), 3);
+    QVERIFY(!list.Data().IsOpen());
+
+    list.Run();
+    list.SetFilter(u"names"_s, u"NoSuchColumn from GoodInf a"_s);
+    QVERIFY_THROWS_EXCEPTION(host::DatabaseError, list.RunBehind());
+    list.Finish();
+    QCOMPARE(tag(), 1000);
 }
 
 REGISTER_TEST(TestSearchManager)
