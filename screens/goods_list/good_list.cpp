@@ -8,7 +8,6 @@
 
 #include <QtCore/QDataStream>
 #include <QtCore/QIODevice>
-#include <QtGui/QKeyEvent>
 #include <QtGui/QPainter>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QVBoxLayout>
@@ -42,16 +41,18 @@ QIcon PictureIcon(const QColor &ink)
 
 TGood_List_FRM::TGood_List_FRM(host::Host &host, TFormMode mode, const QString &openingText)
     : TBaseDock_FRM(host, host::TSoftwarePart::Goods, mode), ui(std::make_unique<Ui::TGood_List_FRM>()),
-      m_goods(host.DM, host.settings, host.entities), m_list(host.DM.FDConnection1), m_removal(host, m_goods)
+      m_goods(host.DM, host.settings, host.entities), m_list(host.DM.FDConnection1, this), m_removal(host, m_goods)
 {
     ui->setupUi(Content());
     AdoptFooter(ui->Footer_PNL);
     SetParameterText(openingText);
     SetTitle(u"لیست کالاها"_s);
     resize(1320, 780);
+    m_list.setObjectName(u"VelakSearchManager1"_s);
     m_list.SetScript(goods_list::ListScript());
     m_list.SetCustomFilter([this] { return goods_list::ListFilter(Criteria()); });
     BuildGrid();
+    FollowRenewal();
     BuildStockTabs();
     BuildPanels();
     BindCommands();
@@ -223,7 +224,7 @@ void TGood_List_FRM::FormClose()
 {
     m_lastKey = ui->GoodListDB_GRD->CurrentKey();
     ui->TGeneral_Search_Frame1->Clear();
-    m_list.Data().Close();
+    m_list.Close();
     ui->GoodListDB_GRD->SortBy({}); // each opening begins with the list's own order
     m_follow.stop();
 }
@@ -243,12 +244,14 @@ void TGood_List_FRM::StandOnOpeningGood()
         ui->TGeneral_Search_Frame1->SetText(ParameterText().trimmed());
 }
 
-bool TGood_List_FRM::FormKeyDown(QKeyEvent *event)
+host::SearchFrame *TGood_List_FRM::ListSearch() const
 {
-    if (event->key() == Qt::Key_Escape && !ui->TGeneral_Search_Frame1->Description().IsEmpty()) {
-        ui->TGeneral_Search_Frame1->Clear();
-        ui->GoodListDB_GRD->setFocus(Qt::OtherFocusReason);
-        return true;
-    }
-    return TBaseDock_FRM::FormKeyDown(event);
+    return ui->TGeneral_Search_Frame1;
+}
+
+void TGood_List_FRM::UserChanged()
+{
+    ui->TGeneral_Search_Frame1->Reset();
+    ui->Group_PNL->SetChosenGroup(0);
+    m_lastKey.clear();
 }

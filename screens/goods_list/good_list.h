@@ -1,6 +1,7 @@
 #pragma once
 
 #include "data/goods/good_dm.h"
+#include "host/controls/grid.h"
 #include "host/screens/base_dock.h"
 #include "host/screens/search_manager.h"
 #include "screens/goods_list/good_list_query.h"
@@ -10,6 +11,7 @@
 #include <QtCore/QTimer>
 
 #include <memory>
+#include <optional>
 
 class QLabel;
 class TGood_Get_FRM;
@@ -29,7 +31,8 @@ class TGood_List_FRM;
 /// the search and then closes the screen, Enter takes the current good. A scanned barcode is found whatever the search
 /// is set to and whatever the group and stock tab leave out.
 ///
-/// A list may be opened again after it was closed; it keeps its group, its search column and its layout. The caller
+/// A list may be opened again after it was closed; it keeps its group, its search column and its layout, for the same
+/// user. The caller
 /// sets locate code, parameter text and mode before each opening.
 class TGood_List_FRM : public host::TBaseDock_FRM
 {
@@ -59,7 +62,8 @@ public:
 protected:
     void FormShow() override;
     void FormClose() override;
-    bool FormKeyDown(QKeyEvent *event) override;
+    host::SearchFrame *ListSearch() const override;
+    void UserChanged() override;
     host::Grid *PrintedGrid() const override;
     QByteArray SaveState() const override;
     void RestoreState(const QByteArray &state) override;
@@ -75,9 +79,13 @@ private:
     // The rows.
     goods_list::ListCriteria Criteria() const;
     QStringList FieldsToRequest() const;
+    /// Runs the list for what is chosen now.
     void Refresh();
-    /// Runs the list again and stands on the good; on the row that was current when it is not listed any more.
+    /// Runs the list again behind the rows shown; the current good stays where it is.
+    void Renew();
+    /// Runs the list again and stands on the good; on the row that was current when it is not listed.
     void RefreshAt(const QString &key);
+    void FollowRenewal();
     void StandOnOpeningGood();
     void OpenGroups();
     void ShowPriceTitles();
@@ -113,6 +121,7 @@ private:
     QLabel *m_empty = nullptr;
     goods_list::TagMarks *m_marks = nullptr;
     QTimer m_follow;
+    std::optional<host::Grid::Place> m_place; ///< while the rows are being replaced
 
     QString m_locateCode;
     QString m_lastKey;

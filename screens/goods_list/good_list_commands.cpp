@@ -93,7 +93,7 @@ void TGood_List_FRM::OpenGood(TFormMode mode)
     const QString key = grid->CurrentKey();
     const int result = Editor().Open(key.toInt(), mode);
     if (mode == TFormMode::Edit && result == QDialog::Accepted)
-        RefreshAt(key);
+        Renew();
     else
         grid->Locate(key);
 }
@@ -107,7 +107,11 @@ void TGood_List_FRM::DeleteGood()
     if (!m_removal.Delete(key.toInt(), ui->Del_BTN))
         return;
     grid->SetMarked(key, false);
-    RefreshAt(key);
+    host::Grid::Place place = grid->CurrentPlace();
+    place.key.clear();
+    m_list.Data().ForgetRow(grid->CurrentSourceRow()); // the reading anew may take a moment
+    grid->ReturnTo(place);
+    Renew();
 }
 
 void TGood_List_FRM::ActivateRow()
@@ -121,6 +125,7 @@ void TGood_List_FRM::ActivateRow()
 void TGood_List_FRM::Choose()
 {
     host::Grid *grid = ui->GoodListDB_GRD;
+    m_list.Finish();
     if (grid->IsEmpty())
         return;
     m_chosenCode = grid->CurrentKey().toInt();
@@ -179,5 +184,5 @@ void TGood_List_FRM::UpdateStock()
         m_goods.UpdateMogodiKala(kinds.at(step));
     }
     progress.reset();
-    RefreshAt(ui->GoodListDB_GRD->CurrentKey());
+    Renew();
 }

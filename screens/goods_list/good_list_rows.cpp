@@ -14,8 +14,8 @@ using host::TSoftwarePart;
 
 namespace {
 
-/// An ordered list needs all its rows; nobody waits longer than this for those of a very large shop.
-constexpr int OrderedMilliseconds = 200;
+/// An ordered list shows nothing before all its rows are there: those of most shops are read while nobody notices.
+constexpr int OrderedMilliseconds = 100;
 
 } // namespace
 
@@ -53,13 +53,33 @@ void TGood_List_FRM::Refresh()
     FollowCurrent();
 }
 
+void TGood_List_FRM::Renew()
+{
+    m_list.RunBehind();
+}
+
 void TGood_List_FRM::RefreshAt(const QString &key)
 {
-    host::Grid *grid = ui->GoodListDB_GRD;
-    const int row = grid->currentIndex().row();
+    host::Grid::Place place = ui->GoodListDB_GRD->CurrentPlace();
     Refresh();
-    if (!grid->Locate(key) && !grid->IsEmpty())
-        grid->StandOn(qBound(0, row, grid->RowCount() - 1));
+    place.key = key;
+    ui->GoodListDB_GRD->ReturnTo(place);
+}
+
+void TGood_List_FRM::FollowRenewal()
+{
+    connect(&m_list, &host::TVelakSearchManager::Renewing, this,
+            [this] { m_place = ui->GoodListDB_GRD->CurrentPlace(); });
+    connect(&m_list, &host::TVelakSearchManager::Executed, this, [this] {
+        if (!m_place)
+            return;
+        ui->GoodListDB_GRD->ReturnTo(*m_place);
+        m_place.reset();
+        ShowCounts();
+        FollowCurrent();
+    });
+    connect(&m_list, &host::TVelakSearchManager::Failed, this,
+            [this](const QString &text) { m_host.messages.ShowMessage(text, host::MessageIcon::Error, Title()); });
 }
 
 void TGood_List_FRM::OpenGroups()
@@ -97,9 +117,13 @@ void TGood_List_FRM::ShowCounts()
     if (const auto marked = grid->MarkedKeys().size(); marked > 0)
         text += u"  ·  %1 علامت‌خورده"_s.arg(host::DisplayNumber(QString::number(marked)));
     m_counts->setText(text);
-    m_empty->setVisible(grid->IsEmpty() && grid->IsComplete());
-    m_empty->setText(grid->CurrentSearch().IsEmpty() ? u"کالایی در این بخش نیست"_s
-                                                     : u"کالایی با این مشخصات پیدا نشد"_s);
+    m_empty->setVisible(grid->IsEmpty());
+    if (!grid->IsComplete())
+        m_empty->setText(u"در حال خواندن ..."_s);
+    else if (grid->CurrentSearch().IsEmpty())
+        m_empty->setText(u"کالایی در این بخش نیست"_s);
+    else
+        m_empty->setText(u"کالایی با این مشخصات پیدا نشد"_s);
 }
 
 void TGood_List_FRM::FollowCurrent()

@@ -3,6 +3,8 @@
 #include "entry/exports.h"
 #include "entry/module.h"
 #include "entry/selection_param.h"
+#include "host/controls/grid.h"
+#include "host/controls/search_frame.h"
 #include "tests/support/database.h"
 #include "tests/support/modal.h"
 #include "tests/support/test_host.h"
@@ -35,6 +37,7 @@ private Q_SLOTS:
     void choosesOneGood();
     void choosesInMarkingOrder();
     void cancelChoosesNothing();
+    void anotherUserBeginsAnew();
     void fourthListIsRefused();
     void refusedRightOpensNothing();
     void genericLists();
@@ -122,6 +125,48 @@ void TestModule::cancelChoosesNothing()
     test::Drive([&] { several = shop.module.selectGoods({}); }, [](QWidget *) { test::Press(Qt::Key_Escape); });
     QCOMPARE(one, 0);
     QCOMPARE(several, QString());
+}
+
+/// A slot outlives the user who opened it; what he made of it does not.
+void TestModule::anotherUserBeginsAnew()
+{
+    Shop shop;
+    const auto open = [&](int user, const std::function<void(QWidget *, host::Grid &)> &look) {
+        shop.host.settings.user.Code = user;
+        test::Drive([&] { shop.module.selectGood({}); },
+                    [&](QWidget *list) {
+                        look(list, test::Find<host::Grid>(list, u"GoodListDB_GRD"_qs));
+                        test::Press(Qt::Key_Escape);
+                    });
+    };
+    const auto column = [](QWidget *list) { return test::Find<QComboBox>(list, u"Column_CMB"_qs).currentData(); };
+    QStringList columns;
+    QStringList goods;
+    open(7, [&](QWidget *list, host::Grid &grid) {
+        columns = grid.VisibleFields();
+        goods = grid.ShownKeys();
+        grid.SetColumnVisible(u"Cost1"_qs, false);
+        grid.horizontalHeader()->moveSection(3, 1);
+        test::Find<QPushButton>(list, u"Tags_btn"_qs).click();
+        test::Find<QTabBar>(list, u"Search_TBC"_qs).setCurrentIndex(1);
+        test::Find<host::SearchFrame>(list, u"TGeneral_Search_Frame1"_qs).Focus(u"Name"_qs);
+        test::Press(Qt::Key_F11, Qt::ControlModifier);
+        test::Type(u"لبنیات"_qs);
+        test::Press(Qt::Key_Return);
+    });
+    const auto states = std::exchange(shop.host.settings.states, {}); // those of user 7
+    open(8, [&](QWidget *list, host::Grid &grid) {
+        QCOMPARE(grid.VisibleFields(), columns);
+        QCOMPARE(grid.ShownKeys(), goods);
+        QCOMPARE(column(list), QVariant(QString()));
+        QVERIFY(!test::Find<QPushButton>(list, u"Tags_btn"_qs).isChecked());
+    });
+    shop.host.settings.states = states;
+    open(7, [&](QWidget *list, host::Grid &grid) {
+        QVERIFY(!grid.IsColumnVisible(u"Cost1"_qs));
+        QVERIFY(test::Find<QPushButton>(list, u"Tags_btn"_qs).isChecked());
+        QCOMPARE(test::Find<QTabBar>(list, u"Search_TBC"_qs).currentIndex(), 1);
+    });
 }
 
 void TestModule::fourthListIsRefused()

@@ -1,0 +1,155 @@
+#include "tests/screens/goods_list/list_fixture.h"
+
+#include <QtWidgets/QPushButton>
+
+namespace {
+
+/// A host whose deletion of goods succeeds, or fails with an error of the database.
+struct DeletingEntities : test::FakeEntities
+{
+    const test::Database *database = nullptr;
+    bool fail = false;
+    int Delete_Entity(TSoftwarePart part, int code, bool silent) override
+    {
+        test::FakeEntities::Delete_Entity(part, code, silent);
+        if (fail)
+            throw std::runtime_error("gone");
+        database->Exec(u"delete from GoodCostDiscount where GoodCode=%1 delete from Kardex where Kala=%1 "
+                       "delete from Kala_category where Kala_code=%1 delete from GoodFirstAsset where GoodCode=%1 "
+                       "delete from GoodInf where Code=%1"_s.arg(code));
+        return 0;
+    }
+};
+
+} // namespace
+
+/// Commands that change goods, and where the list stands afterwards.
+class TestChanging : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void deletionRefused_data();
+    void deletionRefused();
+    void deletion();
+    void editingKeepsThePlace();
+    void stockUpdate();
+};
+
+void TestChanging::deletionRefused_data()
+{
+    QTest::addColumn<QString>("obstacle");
+    QTest::addColumn<QStringList>("messages");
+    QTest::addColumn<QStringList>("asked");
+    const QString voucher = u"IsVoucherApproved(12, 1, حذف کالا, اول دوره)"_s;
+    QTest::newRow("right") << u"right"_s << QStringList() << QStringList();
+    QTest::newRow("voucher") << u"voucher"_s << QStringList() << QStringList{voucher};
+    QTest::newRow("detail code") << u"detail"_s << QStringList() << QStringList{voucher};
+    const QStringList shop{u"ShowSmartMessage(10030, کالای مورد نظر به دلیل استفاده در سفارشگیر همراه یا نیلارا ، )"_s};
+    QTest::newRow("web shop") << u"online"_s << shop << QStringList{voucher};
+    QTest::newRow("market") << u"market"_s << shop << QStringList{voucher};
+    QTest::newRow("rules of the host") << u"host"_s << QStringList() << QStringList{voucher};
+    QTest::newRow("error") << u"error"_s << QStringList{u"ShowMessage(عمليات با اشکال مواجه شد.)"_s}
+                           << QStringList{voucher};
+}
+
+void TestChanging::deletionRefused()
+{
+    QFETCH(QString, obstacle);
+    Screen screen;
+    screen.database.Exec(u"update GoodInf set VoucherCode=12 where Code=110001 "
+                         "insert into Items (Code, ScaleType, ChangeType) values (110001, 1, 0) "
+                         "delete from OnlineProduct delete from Market.Product"_s);
+    screen.host.scales.enabled = true;
+    if (obstacle == u"right")
+        screen.host.permissions.Deny(TSoftwarePart::Goods, TPermission::Delete);
+    screen.host.vouchers.approved = obstacle == u"voucher";
+    screen.host.goodDetails.uniqueCodeInUse = obstacle == u"detail";
+    if (obstacle == u"online")
+        screen.database.Exec(u"insert into OnlineProduct (Masterid) values (110001)"_s);
+    if (obstacle == u"market")
+        screen.database.Exec(u"insert into Market.Product (VelakProductCode) values (110001)"_s);
+    screen.host.entities.refuseDelete = obstacle == u"host" ? 1 : 0;
+    if (obstacle == u"error")
+        screen.database.Exec(u"drop table Market.Product"_s);
+    screen.Open();
+    test::Press(Qt::Key_F7);
+    QTEST(screen.host.messages.TakeAll(), "messages");
+    QTEST(screen.host.vouchers.calls, "asked");
+    QCOMPARE(!screen.host.entities.calls.isEmpty(), obstacle == u"host");
+    QCOMPARE(screen.grid.CurrentKey(), u"110001"_s);
+    QCOMPARE(screen.Codes(u"Code=110001"_s).size(), 1);
+    QCOMPARE(screen.database.Scalar(u"select ChangeType from Items where Code=110001"_s).toInt(), 0);
+    test::Press(Qt::Key_Escape);
+}
+
+void TestChanging::deletion()
+{
+    Screen screen;
+    screen.database.Exec(u"insert into Items (Code, ScaleType, ChangeType) values (110002, 1, 0)"_s);
+    screen.host.scales.enabled = true;
+    DeletingEntities entities;
+    entities.database = &screen.database;
+    const host::Host &h = screen.host.host;
+    host::Host deleting{h.DM,    h.permissions, h.messages, h.settings,   entities, h.vouchers,
+                        h.stock, h.goodDetails, h.photos,   h.categories, h.scales, h.keyboard,
+                        h.clock, h.barcodes,    h.finance,  h.theme,      h.numbers};
+    TGood_List_FRM list(deleting, TFormMode::DockedList);
+    QVERIFY(list.ShowDocked() && QTest::qWaitForWindowActive(&list));
+    const auto &grid = test::Find<host::Grid>(&list, u"GoodListDB_GRD"_s);
+    screen.Press({Qt::Key_Down, Qt::Key_F7});
+    QCOMPARE(entities.calls, QStringList{u"Delete_Entity(102, 110002, 0)"_s});
+    QCOMPARE(screen.Codes(u"Code=110002"_s), QStringList());
+    QCOMPARE(screen.database.Scalar(u"select ChangeType from Items where Code=110002"_s).toInt(), 3);
+    QCOMPARE(grid.CurrentKey(), u"110003"_s); // the next one moved up
+    entities.fail = true;
+    test::Press(Qt::Key_F7);
+    QCOMPARE(screen.host.messages.TakeAll(), QStringList{u"ShowMessage(عمليات با اشکال مواجه شد.)"_s});
+    QCOMPARE(grid.CurrentKey(), u"110003"_s);
+    test::Press(Qt::Key_Escape);
+}
+
+void TestChanging::editingKeepsThePlace()
+{
+    Screen screen;
+    screen.Open();
+    test::Type(u"سیاه"_s);
+    screen.Press({Qt::Key_Down, Qt::Key_Down, Qt::Key_Down});
+    screen.grid.SortBy(u"Cost1"_s); // the order is kept as well
+    const QString code = screen.grid.CurrentKey();
+    const int row = screen.grid.currentIndex().row();
+    test::Drive([&] { test::Press(Qt::Key_F6); }, [](QWidget *) { test::Press(Qt::Key_Escape); });
+    screen.Activate();
+    QCOMPARE(screen.grid.CurrentKey(), code);
+    screen.host.messages.Answer(true);
+    test::Drive([&] { test::Press(Qt::Key_F5); },
+                [](QWidget *editor) {
+                    test::Enter(editor, u"Kala_Type_EDT"_s, u"بهار ۱۴۰۵"_s);
+                    test::Press(Qt::Key_F3);
+                });
+    QVERIFY(screen.host.messages.TakeAll().contains(u"ContinueWithRepeatedField(شاخص کالا)"_s));
+    screen.Activate();
+    QVERIFY(
+        screen.database.Scalar(u"select Name from GoodInf where Code="_s + code).toString().contains(u"بهار ۱۴۰۵"_s));
+    QCOMPARE(screen.grid.CurrentKey(), code);
+    QCOMPARE(screen.grid.currentIndex().row(), row);
+    QVERIFY(screen.Shown(u"Name"_s).contains(u"بهار ۱۴۰۵"_s));
+    screen.Press({Qt::Key_Escape, Qt::Key_Escape});
+}
+
+void TestChanging::stockUpdate()
+{
+    Screen screen;
+    const QString stock = u"select GoodCode, Amount1 from GoodStock where GoodCode=110001"_s;
+    const QStringList before = screen.database.Rows(stock);
+    screen.database.Exec(u"update GoodStock set Amount1 = 98765 where GoodCode = 110001"_s);
+    screen.Open();
+    QCOMPARE(screen.Shown(u"Mogodi"_s), u"۹۸٬۷۶۵"_s);
+    test::Find<QPushButton>(&screen.list, u"UpdateAssets_BTN"_s).click();
+    QCOMPARE(screen.database.Rows(stock), before);
+    QVERIFY(screen.Shown(u"Mogodi"_s) != u"۹۸٬۷۶۵"_s);
+    test::Press(Qt::Key_Escape);
+}
+
+REGISTER_TEST(TestChanging)
+#include "tst_changing.moc"
