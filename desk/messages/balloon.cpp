@@ -39,6 +39,7 @@ Balloon::Balloon(QWidget *anchor, const QString &text)
     setAttribute(Qt::WA_ShowWithoutActivating);
     auto *label = new QLabel(text, this);
     label->setObjectName(u"Balloon_LBL"_qs);
+    label->setTextFormat(Qt::PlainText);
     label->setStyleSheet(u"color: #3B2B05; background: transparent;"_qs);
     if (label->sizeHint().width() > TextWidth) {
         label->setWordWrap(true);

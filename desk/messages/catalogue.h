@@ -37,6 +37,7 @@ inline constexpr int ModuleMissing = 31;     ///< %1: the loader's words
 inline constexpr int CodeOutOfRange = 32;    ///< %1: lowest, %2: highest code
 inline constexpr int NotAPicture = 33;       ///< %1: file name
 inline constexpr int DiscardChanges = 34;    ///< question
+inline constexpr int DatabaseSilent = 35;    ///< in the status line; %1: the driver's words
 } // namespace message
 
 /// The text of a message with its parameters in place. A number that is not in the catalogue gives a text that names

@@ -35,6 +35,7 @@ Flash::Flash(QWidget *window, const QString &text) : QFrame(window)
                   "desk--Flash QLabel { color: white; background: transparent; }"_qs);
     auto *label = new QLabel(text, this);
     label->setObjectName(u"Flash_LBL"_qs);
+    label->setTextFormat(Qt::PlainText);
     label->setAlignment(Qt::AlignCenter);
     label->setWordWrap(label->sizeHint().width() > MaximumWidth);
     auto *row = new QHBoxLayout(this);

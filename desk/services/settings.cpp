@@ -13,9 +13,6 @@ namespace {
 using host::NQuotedStr;
 using host::TSettingRecord;
 
-constexpr int LeastCodeLength = 1;
-constexpr int GreatestCodeLength = 6;
-
 QString BarcodeName(std::size_t index)
 {
     return u"ReservedBarcode%1"_qs.arg(index + 1);

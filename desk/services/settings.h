@@ -22,6 +22,10 @@ const QList<SettingSwitch> &SettingSwitches();
 class Settings : public host::SettingsService
 {
 public:
+    /// How many digits the codes of goods may have.
+    static constexpr int LeastCodeLength = 1;
+    static constexpr int GreatestCodeLength = 6;
+
     explicit Settings(const QSqlDatabase &connection);
 
     /// Makes a user the signed-in one; false, changing nothing, when there is no user with this code.

@@ -9,6 +9,11 @@
 
 namespace desk {
 
+QString UserCaption(const host::Entity &user)
+{
+    return user.Name + u" (" + host::PersianDigits(QString::number(user.Code)) + u')';
+}
+
 QList<host::Entity> Users::All() const
 {
     QList<host::Entity> users;

@@ -7,6 +7,9 @@
 
 namespace desk {
 
+/// How a user is listed: the name and, in Persian digits, the code.
+QString UserCaption(const host::Entity &user);
+
 /// The people who sign in: the table Users. Everything throws DatabaseError.
 class Users
 {

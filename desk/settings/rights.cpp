@@ -4,13 +4,12 @@
 #include "host/data/query.h"
 #include "ui_rights.h"
 
+#include <QtCore/QScopeGuard>
 #include <QtCore/QScopedValueRollback>
 #include <QtCore/QSignalBlocker>
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QInputDialog>
 #include <QtWidgets/QLineEdit>
-
-#include <functional>
 
 namespace desk {
 
@@ -20,27 +19,28 @@ using Rights = QList<std::pair<host::TSoftwarePart, host::TPermission>>;
 
 constexpr int RowHeight = 34;
 
-/// Asks for a name and stays open until it can be used.
+constexpr int NameRole = Qt::UserRole + 1;
+
+/// Asks for a name and stays open until it is taken.
 class NameDialog : public QInputDialog
 {
 public:
-    NameDialog(QWidget *parent, std::function<bool(const QString &)> usable)
-        : QInputDialog(parent), usable_(std::move(usable))
+    NameDialog(QWidget *parent, std::function<bool(const QString &)> take)
+        : QInputDialog(parent), take_(std::move(take))
     {
         setObjectName(u"UserName_DLG"_qs);
         setLabelText(u"نام کاربر :"_qs);
         setOkButtonText(u"تأیید"_qs);
         setCancelButtonText(u"انصراف"_qs);
     }
-    QString Name() const { return textValue().simplified(); }
     void done(int result) override
     {
-        if (result != Accepted || usable_(Name()))
+        if (result != Accepted || take_(textValue().simplified()))
             QInputDialog::done(result);
     }
 
 private:
-    std::function<bool(const QString &)> usable_;
+    std::function<bool(const QString &)> take_;
 };
 
 } // namespace
@@ -54,7 +54,7 @@ TRights_FRM::TRights_FRM(host::Host &host, Permissions &permissions)
     SetTitle(u"دسترسی کاربران"_qs);
     BuildGrid();
     connect(ui_->User_CMB, &QComboBox::currentIndexChanged, this,
-            [this](int index) { Command(Title(), [this, index] { ChooseUser(index); }); });
+            [this] { Command(Title(), [this] { ChooseUser(ui_->User_CMB->currentData().toInt()); }); });
     connect(ui_->Rights_GRD, &QTableWidget::itemChanged, this, [this] {
         if (!loading_)
             SetIsSaved(false);
@@ -102,93 +102,90 @@ void TRights_FRM::BuildGrid()
 void TRights_FRM::FormShow()
 {
     TSaveScreen_FRM::FormShow();
-    ListUsers(m_host.settings.UserInfo().Code);
-    LoadRights();
+    ListUsers();
+    ShowUser(m_host.settings.UserInfo().Code);
     ui_->Rights_GRD->setCurrentCell(0, 0);
     ui_->Rights_GRD->setFocus();
 }
 
-void TRights_FRM::ListUsers(int standOn)
+void TRights_FRM::ListUsers()
 {
+    const QList<host::Entity> users = users_.All();
     const QSignalBlocker quiet(ui_->User_CMB);
     ui_->User_CMB->clear();
-    for (const host::Entity &user : users_.All())
-        ui_->User_CMB->addItem(u"%1 (%2)"_qs.arg(user.Name).arg(user.Code), user.Code);
-    ui_->User_CMB->setCurrentIndex(std::max(0, ui_->User_CMB->findData(standOn)));
-    shownUser_ = ui_->User_CMB->currentIndex();
+    for (const host::Entity &user : users) {
+        ui_->User_CMB->addItem(UserCaption(user), user.Code);
+        ui_->User_CMB->setItemData(ui_->User_CMB->count() - 1, user.Name, NameRole);
+    }
+    StandOnUser();
 }
 
-std::optional<QString> TRights_FRM::AskName(const QString &title, const QString &name, int code)
+bool TRights_FRM::AskName(const QString &title, const QString &name, int code,
+                          const std::function<void(const QString &)> &write)
 {
+    // The name is written while the dialog still stands: what could not be written stays typed.
     NameDialog dialog(this, [&](const QString &typed) {
-        bool usable = false;
+        bool written = false;
         Command(title, [&] {
             if (typed.isEmpty())
-                m_host.messages.MsgRequiredField(u"نام کاربر"_qs);
-            else if (users_.NameTaken(typed, code))
-                m_host.messages.MsgRepeatedField(u"نام کاربر"_qs, u"کاربر"_qs);
-            else
-                usable = true;
+                return m_host.messages.MsgRequiredField(u"نام کاربر"_qs);
+            if (users_.NameTaken(typed, code))
+                return m_host.messages.MsgRepeatedField(u"نام کاربر"_qs, u"کاربر"_qs);
+            write(typed);
+            written = true;
         });
-        return usable;
+        return written;
     });
     dialog.setWindowTitle(title);
     dialog.setTextValue(name);
     dialog.resize(360, dialog.sizeHint().height());
     dialog.findChild<QLineEdit *>()->setMaxLength(Users::NameLength);
-    if (dialog.exec() != QDialog::Accepted)
-        return {};
-    return dialog.Name();
+    return dialog.exec() == QDialog::Accepted;
 }
 
 void TRights_FRM::AddUser()
 {
     if (!MayDiscard())
         return;
-    if (const auto name = AskName(u"کاربر جدید"_qs, {}, 0)) {
-        ListUsers(users_.Add(*name));
-        LoadRights();
-        ui_->Rights_GRD->setFocus();
-    }
+    int added = 0;
+    if (!AskName(u"کاربر جدید"_qs, {}, 0, [&](const QString &name) { added = users_.Add(name); }))
+        return;
+    ListUsers();
+    ShowUser(added);
+    ui_->Rights_GRD->setFocus();
 }
 
 void TRights_FRM::RenameUser()
 {
-    const int user = User();
-    const QString caption = ui_->User_CMB->currentText();
-    const auto name = AskName(u"تغییر نام کاربر"_qs, caption.left(caption.lastIndexOf(u" ("_qs)), user);
-    if (!name)
-        return;
-    users_.Rename(user, *name);
-    ListUsers(user);
+    const QString name = ui_->User_CMB->currentData(NameRole).toString();
+    if (AskName(u"تغییر نام کاربر"_qs, name, user_, [&](const QString &typed) { users_.Rename(user_, typed); }))
+        ListUsers();
 }
 
-int TRights_FRM::User() const
+void TRights_FRM::ChooseUser(int user)
 {
-    return ui_->User_CMB->itemData(shownUser_).toInt();
+    // Whether they were kept or could not be read: the name above stays that of the rights below.
+    const auto agree = qScopeGuard([this] { StandOnUser(); });
+    if (user != user_ && MayDiscard())
+        ShowUser(user);
 }
 
-void TRights_FRM::ChooseUser(int index)
+void TRights_FRM::StandOnUser()
 {
-    if (index == shownUser_)
-        return;
-    if (!MayDiscard()) {
-        const QSignalBlocker quiet(ui_->User_CMB);
-        ui_->User_CMB->setCurrentIndex(shownUser_);
-        return;
-    }
-    shownUser_ = index;
-    LoadRights();
+    const QSignalBlocker quiet(ui_->User_CMB);
+    ui_->User_CMB->setCurrentIndex(ui_->User_CMB->findData(user_));
 }
 
-void TRights_FRM::LoadRights()
+void TRights_FRM::ShowUser(int user)
 {
-    const QScopedValueRollback loading(loading_, true);
     QSet<std::pair<int, int>> granted;
     for (host::Query rights(m_host.DM.ADOConnection1,
-                            u"SELECT SoftwarePart, Permission FROM UserRights WHERE UserCode = %1"_qs.arg(User()));
+                            u"SELECT SoftwarePart, Permission FROM UserRights WHERE UserCode = %1"_qs.arg(user));
          !rights.Eof(); rights.Next())
         granted << std::pair(rights.Int(u"SoftwarePart"), rights.Int(u"Permission"));
+    user_ = user;
+    StandOnUser();
+    const QScopedValueRollback loading(loading_, true);
     for (int row = 0; row < ui_->Rights_GRD->rowCount(); ++row) {
         for (int column = 0; column < ui_->Rights_GRD->columnCount(); ++column) {
             QTableWidgetItem *item = ui_->Rights_GRD->item(row, column);
@@ -222,7 +219,7 @@ bool TRights_FRM::Write()
                 rights << std::pair(AllParts().at(row).part, AllPermissions().at(column).permission);
         }
     }
-    permissions_.Replace(User(), rights);
+    permissions_.Replace(user_, rights);
     return true;
 }
 

@@ -4,8 +4,8 @@
 #include "desk/services/users.h"
 #include "desk/settings/save_screen.h"
 
+#include <functional>
 #include <memory>
-#include <optional>
 
 class QTableWidgetItem;
 
@@ -32,20 +32,22 @@ protected:
 
 private:
     void BuildGrid();
-    void ListUsers(int standOn);
-    void ChooseUser(int index);
+    void ListUsers();
+    void ChooseUser(int user);
+    /// Reads the rights of a user and shows them; nothing changes when they cannot be read.
+    void ShowUser(int user);
+    void StandOnUser();
     void AddUser();
     void RenameUser();
-    /// A name that can be used; nothing when the user gave up.
-    std::optional<QString> AskName(const QString &title, const QString &name, int code);
-    void LoadRights();
+    /// Has a name typed that can be used, and written; false when the user gave up.
+    bool AskName(const QString &title, const QString &name, int code,
+                 const std::function<void(const QString &)> &write);
     void SetAll(bool granted);
-    int User() const;
 
     Permissions &permissions_;
     Users users_;
     std::unique_ptr<Ui::Rights> ui_;
-    int shownUser_ = -1; ///< index in the combo of the user whose rights are shown
+    int user_ = 0; ///< code of the user whose rights are shown
     bool loading_ = false;
 };
 

@@ -2,6 +2,7 @@
 
 #include "host/controls/entity_picker.h"
 #include "host/controls/toggle_switch.h"
+#include "host/data/persian_text.h"
 #include "ui_settings_screen.h"
 
 namespace desk {
@@ -18,6 +19,8 @@ TSettings_FRM::TSettings_FRM(host::Host &host, Settings &settings)
     ui_->setupUi(Content());
     SetTitle(u"تنظیمات"_qs);
     barcodes_ = {ui_->Barcode1_EDT, ui_->Barcode2_EDT, ui_->Barcode3_EDT};
+    for (int digits = Settings::LeastCodeLength; digits <= Settings::GreatestCodeLength; ++digits)
+        ui_->GoodCodeLength_CMB->addItem(host::PersianDigits(QString::number(digits)), digits);
     ui_->SquareMetreUnit_Entity->SetSource(host.entities, host::TSoftwarePart::Units);
     AddSwitches();
     WatchInputs();
@@ -57,7 +60,7 @@ void TSettings_FRM::WatchInputs()
         connect(toggle, &QAbstractButton::toggled, this, changed);
     for (QLineEdit *edit : barcodes_)
         connect(edit, &QLineEdit::textChanged, this, changed);
-    connect(ui_->GoodCodeLength_EDT, &QSpinBox::valueChanged, this, changed);
+    connect(ui_->GoodCodeLength_CMB, &QComboBox::currentIndexChanged, this, changed);
     connect(ui_->SquareMetreUnit_Entity, &host::EntityPicker::Changed, this, changed);
     connect(ui_->SquareMetreUnit_Entity, &host::EntityPicker::Edited, this, changed);
 }
@@ -69,7 +72,7 @@ void TSettings_FRM::FormShow()
     const host::TSettingRecord &record = settings_.SettingRecord();
     for (int i = 0; i < switches_.size(); ++i)
         switches_.at(i)->setChecked(record.*SettingSwitches().at(i).member);
-    ui_->GoodCodeLength_EDT->setValue(record.GoodCodeLength);
+    ui_->GoodCodeLength_CMB->setCurrentIndex(ui_->GoodCodeLength_CMB->findData(record.GoodCodeLength));
     ui_->SquareMetreUnit_Entity->SetCode(record.SquareMetreUnit);
     for (size_t i = 0; i < barcodes_.size(); ++i)
         barcodes_[i]->setText(record.ReservedBarcodes[i]);
@@ -87,7 +90,7 @@ bool TSettings_FRM::Write()
     host::TSettingRecord record = settings_.SettingRecord();
     for (int i = 0; i < switches_.size(); ++i)
         record.*SettingSwitches().at(i).member = switches_.at(i)->isChecked();
-    record.GoodCodeLength = ui_->GoodCodeLength_EDT->value();
+    record.GoodCodeLength = ui_->GoodCodeLength_CMB->currentData().toInt();
     record.SquareMetreUnit = ui_->SquareMetreUnit_Entity->Code();
     for (size_t i = 0; i < barcodes_.size(); ++i)
         record.ReservedBarcodes[i] = barcodes_[i]->text().trimmed();

@@ -58,7 +58,11 @@ void TourPlayer::Tick()
     starting_ = true;
     QTimer::singleShot(0, this, [this, act = step.act] {
         starting_ = false;
-        act();
+        try {
+            act();
+        } catch (const std::exception &error) {
+            Fail(QString::fromUtf8(error.what()));
+        }
     });
 }
 

@@ -21,6 +21,7 @@ QLabel *MakeLabel(const QString &objectName, double points, bool bold, const QCo
 {
     auto *label = new QLabel(parent);
     label->setObjectName(objectName);
+    label->setTextFormat(Qt::PlainText);
     QFont font = host::theme::InterfaceFont(points);
     font.setBold(bold);
     label->setFont(font);

@@ -29,6 +29,7 @@ using host::TSoftwarePart;
 
 constexpr int Manager = 1;
 constexpr QSize ToolIcon(22, 22);
+constexpr int NoticeTime = 4000; // milliseconds
 
 } // namespace
 
@@ -81,13 +82,13 @@ QAction *MainWindow::AddCommand(const QString &objectName, const QString &captio
     connect(action, &QAction::triggered, this, [this, run = std::move(run)] {
         try {
             run();
-            ShowStatus();
         } catch (const host::DatabaseError &error) {
             desk_.messages.ShowMessage(MessageText(message::DatabaseFailed, {error.Text()}), host::MessageIcon::Error,
                                        {});
         } catch (const std::exception &error) {
             desk_.messages.ShowMessage(QString::fromUtf8(error.what()), host::MessageIcon::Error, {});
         }
+        ShowStatus();
     });
     return action;
 }
@@ -159,8 +160,10 @@ void MainWindow::AddStatusLine()
     statusBar()->setContentsMargins(12, 0, 12, 0);
     user_ = new QLabel(statusBar());
     user_->setObjectName(u"User_LBL"_qs);
+    user_->setTextFormat(Qt::PlainText);
     auto *database = new QLabel(u"پایگاه داده: \u2066%1\u2069"_qs.arg(databaseName_), statusBar());
     database->setObjectName(u"Database_LBL"_qs);
+    database->setTextFormat(Qt::PlainText);
     date_ = new QLabel(statusBar());
     date_->setObjectName(u"Today_LBL"_qs);
     statusBar()->addWidget(user_);
@@ -184,6 +187,16 @@ void MainWindow::ShowStatus()
     date_->setText(today);
     if (pages_->currentWidget() != home_)
         return;
+    try {
+        ShowFigures(today);
+    } catch (const host::DatabaseError &error) {
+        // Nobody gave an order that failed: a line says it, a box would stop whoever only turns a page.
+        statusBar()->showMessage(MessageText(message::DatabaseSilent, {error.Text().simplified()}), NoticeTime);
+    }
+}
+
+void MainWindow::ShowFigures(const QString &today)
+{
     const QSqlDatabase &database = desk_.host.DM.ADOConnection1;
     const auto count = [&database](const QString &table, const QString &where = {}) {
         const QVariant number = host::Scalar(database, u"SELECT COUNT(*) FROM "_qs + table + where);
@@ -263,7 +276,7 @@ void MainWindow::ChangeUser()
     QStringList names;
     QList<int> codes;
     for (const host::Entity &user : Users(desk_.host.DM.ADOConnection1).All()) {
-        names << u"%1 (%2)"_qs.arg(user.Name).arg(user.Code);
+        names << UserCaption(user);
         codes << user.Code;
     }
     QInputDialog dialog(this);
@@ -282,7 +295,7 @@ void MainWindow::ChangeUser()
     if (chosen == desk_.settings.UserInfo().Code || !CloseScreens())
         return;
     if (desk_.settings.SignIn(chosen))
-        statusBar()->showMessage(u"کاربر تغییر کرد."_qs, 3000);
+        statusBar()->showMessage(u"کاربر تغییر کرد."_qs, NoticeTime);
 }
 
 bool MainWindow::CloseScreens()

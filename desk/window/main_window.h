@@ -41,6 +41,7 @@ private:
     QAction *AddCommand(const QString &objectName, const QString &caption, int glyph, const QKeySequence &key,
                         std::function<void()> run);
     void ShowStatus();
+    void ShowFigures(const QString &today);
     void EnterPage();
 
     void OpenGoodsList();

@@ -63,6 +63,7 @@ void TBaseDock_FRM::BuildFrame()
     m_header->setAttribute(Qt::WA_StyledBackground);
     m_title = new QLabel(m_header);
     m_title->setObjectName(QStringLiteral("Title_LBL"));
+    m_title->setTextFormat(Qt::PlainText); // a title may name a record
     m_headerRow = new QHBoxLayout(m_header);
     m_headerRow->setContentsMargins(12, 4, 12, 4);
     m_headerRow->addWidget(m_title);

@@ -51,7 +51,7 @@ void GoodSave::WriteGood(Request &request)
     data_.GetGoodDetailTempID(d1, d2, d3, d4, d5);
 
     const host::TUserInfo &user = host_.settings.UserInfo();
-    const QString stamp = QStringLiteral("%1 (%2)").arg(user.Name).arg(user.Code);
+    const QString stamp = QStringLiteral("%1 (%2)").arg(user.Name, QString::number(user.Code));
     (request.isNew ? good.CreatedTime : good.ModifiedTime) = host_.clock.NowTime();
     (request.isNew ? good.CreatedDate : good.ModifiedDate) = host_.clock.NowShamsiDate();
     (request.isNew ? good.UserCreated : good.UserModified) = stamp;

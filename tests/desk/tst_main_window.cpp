@@ -6,6 +6,7 @@
 
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QMessageBox>
+#include <QtWidgets/QStatusBar>
 #include <QtWidgets/QToolButton>
 
 namespace {
@@ -50,6 +51,7 @@ private slots:
     void aScanReachesTheListThatWasJustOpened();
     void everyTileRuns();
     void anotherUserBeginsAnew();
+    void pagesTurnWithoutTheDatabase();
 };
 
 /// Two lists stand side by side as pages, a third one is refused; each closes by its own keys.
@@ -185,6 +187,18 @@ void TestMainWindow::anotherUserBeginsAnew()
     test::Drive([&] { shop.Run(u"Rights_ACT"_qs); }, [](QWidget *box) { Dismiss(box, u"تغییر دسترسی"_qs); });
     shop.Regain();
     shop.window->close();
+}
+
+/// The first page shows figures of the database: when they cannot be read a line says so and the pages still turn.
+void TestMainWindow::pagesTurnWithoutTheDatabase()
+{
+    const test::DeskWindow shop;
+    shop.Run(u"Choose_ACT"_qs);
+    shop.t.database.Exec(u"DROP TABLE inf_co"_qs);
+    shop.pages->setCurrentIndex(0);
+    QVERIFY(shop.window->statusBar()->currentMessage().contains(u"inf_co"));
+    shop.window->close();
+    QVERIFY(!shop.window->isVisible());
 }
 
 REGISTER_TEST(TestMainWindow)

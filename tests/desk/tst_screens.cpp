@@ -5,6 +5,7 @@
 #include "desk/settings/rights.h"
 #include "desk/settings/settings_screen.h"
 #include "host/controls/grid.h"
+#include "host/data/persian_text.h"
 
 #include <QtTest/QtTest>
 #include <QtWidgets/QComboBox>
@@ -246,7 +247,8 @@ void TestScreens::usersAreAddedAndRenamed()
                             name(u"  زهرا 'صندوق'  "_qs)(dialog);
                         });
             Regain(screen);
-            QCOMPARE(users.currentText(), u"زهرا 'صندوق' (%1)"_qs.arg(users.currentData().toInt()));
+            QCOMPARE(users.currentText(),
+                     u"زهرا 'صندوق' (%1)"_qs.arg(host::PersianDigits(users.currentData().toString())));
             QCOMPARE(test::Find<QTableWidget>(screen, u"Rights_GRD"_qs).item(0, 0)->checkState(), Qt::Unchecked);
             test::Focus(screen, u"Rights_GRD"_qs);
             test::Press(Qt::Key_Space);
