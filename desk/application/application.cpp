@@ -3,6 +3,7 @@
 #include "desk/application/database_creation.h"
 #include "desk/application/desk_host.h"
 #include "desk/application/goods_module.h"
+#include "desk/application/schema_check.h"
 #include "desk/messages/catalogue.h"
 #include "desk/messages/message_box.h"
 #include "desk/tour/tour.h"
@@ -13,10 +14,12 @@
 #include <QtCore/QFileInfo>
 #include <QtCore/QScopeGuard>
 #include <QtCore/QTextStream>
+#include <QtGui/QFontDatabase>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QProgressDialog>
 
 #include <cstdio>
+#include <memory>
 
 namespace desk {
 
@@ -60,11 +63,26 @@ QString DatabaseName(const Options &options)
     return shown.join(u" / ");
 }
 
+/// Opens the database, which is created when it is a file that is missing, and looks whether it is one of ours.
+std::unique_ptr<OpenConnections> Connect(const Options &options)
+{
+    int trouble = message::CannotOpen;
+    try {
+        PrepareDatabase(options);
+        auto connections = std::make_unique<OpenConnections>(options);
+        trouble = message::AnotherSchema;
+        CheckSchema(connections->Get().ADOConnection1);
+        return connections;
+    } catch (const host::DatabaseError &error) {
+        const QString name = options.connection.isEmpty() ? options.databaseFile : DatabaseName(options);
+        throw std::runtime_error(MessageText(trouble, {name, error.Text().simplified()}).toStdString());
+    }
+}
+
 int Work(QApplication &application, const Options &options)
 {
-    PrepareDatabase(options);
-    const OpenConnections connections(options);
-    DeskHost desk(connections.Get());
+    const auto connections = Connect(options);
+    DeskHost desk(connections->Get());
     if (!desk.settings.SignIn(options.user)) {
         Print(stderr, MessageText(message::NoSuchUser, {QString::number(options.user)}));
         return WrongCommandLine;
@@ -83,7 +101,7 @@ int Work(QApplication &application, const Options &options)
     }
     if (!loaded)
         ShowBox(&window, MessageText(message::ModuleMissing, {module.ErrorText()}), host::MessageIcon::Error);
-    if (!KeepsPersianLetters(connections.Get().ADOConnection1))
+    if (!KeepsPersianLetters(connections->Get().ADOConnection1))
         ShowBox(&window, MessageText(message::CollationLoses), host::MessageIcon::Warning);
     return application.exec();
 }
@@ -99,13 +117,15 @@ int Run(QApplication &application)
     try {
         options = ReadOptions(QCoreApplication::arguments());
     } catch (const OptionsError &error) {
-        Print(stderr, QString::fromUtf8(error.what()) + u'\n' + HelpText());
+        Print(stderr, QString::fromUtf8(error.what()) + u"\ndesk --help tells the options."_qs);
         return WrongCommandLine;
     }
     if (options.help) {
         Print(stdout, HelpText());
         return 0;
     }
+    if (QFontDatabase::families(QFontDatabase::Arabic).isEmpty())
+        Print(stderr, u"No font with Persian letters is installed (Debian: fonts-dejavu-core, fonts-dejavu-extra)."_qs);
     QString trouble;
     try {
         return Work(application, options);

@@ -1,6 +1,8 @@
 #include "desk/application/database_creation.h"
 
 #include "desk/application/connections.h"
+#include "desk/messages/catalogue.h"
+#include "host/data/database_error.h"
 #include "host/data/query.h"
 
 #include <QtCore/QCoreApplication>
@@ -16,14 +18,6 @@ namespace desk {
 namespace {
 
 const QString ConnectionName = QStringLiteral("desk.creation");
-
-QString Script(const QString &name)
-{
-    QFile file(u":/desk/database/"_qs + name);
-    if (!file.open(QIODevice::ReadOnly))
-        throw std::runtime_error("missing script: " + name.toStdString());
-    return QString::fromUtf8(file.readAll());
-}
 
 void RemoveDatabase(const QString &file)
 {
@@ -47,6 +41,14 @@ void RunBatches(const QString &file, const QStringList &batches, const CreationP
 
 } // namespace
 
+QString DatabaseScript(const QString &name)
+{
+    QFile file(u":/desk/database/"_qs + name);
+    if (!file.open(QIODevice::ReadOnly))
+        throw std::runtime_error("missing script: " + name.toStdString());
+    return QString::fromUtf8(file.readAll());
+}
+
 QStringList Batches(const QString &script)
 {
     QStringList batches;
@@ -67,19 +69,19 @@ QStringList Batches(const QString &script)
 
 void CreateDatabase(const QString &file, bool demo, const CreationProgress &progress)
 {
-    QStringList batches = Batches(Script(u"schema.sql"_qs)) + Batches(Script(u"procedures.sql"_qs));
+    QStringList batches = Batches(DatabaseScript(u"schema.sql"_qs)) + Batches(DatabaseScript(u"procedures.sql"_qs));
     if (demo)
-        batches += Batches(Script(u"demo.sql"_qs));
+        batches += Batches(DatabaseScript(u"demo.sql"_qs));
     const QFileInfo place(file);
     if (!QDir().mkpath(place.absolutePath()))
-        throw std::runtime_error("cannot make the folder " + place.absolutePath().toStdString());
+        throw host::DatabaseError(MessageText(message::NotWritable, {place.absolutePath()}));
 
     const QString draft = u"%1.%2.new"_qs.arg(place.absoluteFilePath()).arg(QCoreApplication::applicationPid());
     RemoveDatabase(draft);
     const auto sweep = qScopeGuard([&draft] { RemoveDatabase(draft); });
     RunBatches(draft, batches, progress);
     if (!QFile::rename(draft, place.absoluteFilePath()) && !place.exists())
-        throw std::runtime_error("cannot write " + place.absoluteFilePath().toStdString());
+        throw host::DatabaseError(MessageText(message::NotWritable, {place.absoluteFilePath()}));
 }
 
 } // namespace desk

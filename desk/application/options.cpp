@@ -13,8 +13,9 @@ const QCommandLineOption Connection{u"connection"_qs, u"Work on SQL Server throu
                                     u"TEXT"_qs};
 const QCommandLineOption Demo{u"demo"_qs, u"Fill a newly created database with demo data."_qs};
 const QCommandLineOption User{u"user"_qs, u"Code of the user who signs in (1 when not given)."_qs, u"CODE"_qs};
-const QCommandLineOption Tour{u"tour"_qs, u"Work through the main screens by itself and leave pictures in FOLDER."_qs,
-                              u"FOLDER"_qs};
+const QCommandLineOption Tour{
+    u"tour"_qs, u"Work through the main screens by itself, on demo data, and leave pictures in FOLDER."_qs,
+    u"FOLDER"_qs};
 const QCommandLineOption Help{QStringList{u"h"_qs, u"help"_qs}, u"Print this text."_qs};
 
 void AddOptions(QCommandLineParser &parser)

@@ -44,6 +44,9 @@ constexpr Entry Catalogue[] = {
     {message::EntityGone, u"کاربر گرامی، %1 دیگر وجود ندارد؛ شاید کاربر دیگری آن را حذف کرده است."},
     {message::DatabaseFailed, u"کاربر گرامی، پایگاه داده پاسخ درستی نداد و کاری ثبت نشد.\n%1"},
     {message::DatabaseSilent, u"پایگاه داده پاسخ نمی‌دهد: %1"},
+    {message::CannotOpen, u"پایگاه داده‌ی «%1» باز نشد. %2"},
+    {message::AnotherSchema, u"«%1» پایگاه داده‌ی این برنامه نیست یا با نسخه‌ی دیگری از آن ساخته شده است. %2"},
+    {message::NotWritable, u"در «%1» نمی‌توان نوشت."},
     {message::NoSuchUser, u"کاربری با کد %1 تعریف نشده است."},
     {message::CollationLoses, u"کاربر گرامی، ترتیب حروف (collation) این پایگاه داده حروف «ی» و «ک» را نگه نمی‌دارد "
                               u"و "

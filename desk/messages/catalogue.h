@@ -37,6 +37,9 @@ inline constexpr int ModuleMissing = 31;     ///< %1: the loader's words
 inline constexpr int CodeOutOfRange = 32;    ///< %1: lowest, %2: highest code
 inline constexpr int NotAPicture = 33;       ///< %1: file name
 inline constexpr int DiscardChanges = 34;    ///< question
+inline constexpr int CannotOpen = 36;        ///< %1: database, %2: the driver's words
+inline constexpr int AnotherSchema = 37;     ///< %1: database, %2: the driver's words
+inline constexpr int NotWritable = 38;       ///< %1: file or folder
 inline constexpr int DatabaseSilent = 35;    ///< in the status line; %1: the driver's words
 } // namespace message
 

@@ -81,6 +81,7 @@ void TRights_FRM::BuildGrid()
     grid->setVerticalHeaderLabels(rows);
     grid->setHorizontalHeaderLabels(columns);
     grid->setItemDelegate(new CheckDelegate(grid));
+    grid->setTabKeyNavigation(false); // the arrows go from cell to cell, Tab on to the buttons
     grid->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     grid->horizontalHeader()->setHighlightSections(false);
     grid->verticalHeader()->setHighlightSections(false);

@@ -56,6 +56,25 @@ void CategoryTab(TourScript &script)
     script.Key(u"leave the editor"_qs, u"Title_EDT"_qs, Qt::Key_Escape);
 }
 
+QString NewType()
+{
+    return u"SELECT i.Row FROM DetailTypes d INNER JOIN DetailTypesItems i ON i.DetailID = d.ID "
+           "WHERE d.DefaultValue = '1' AND d.Title = "_qs +
+           host::NQuotedStr(NewTitle);
+}
+
+void DeleteType(TourScript &script)
+{
+    script.Command(u"open the detail types again"_qs, u"DetailTypes_ACT"_qs);
+    script.Focus(Types);
+    script.When(u"search the new type"_qs, Types, [] { Type(NewTitle); });
+    script.Key(u"delete it"_qs, Types, Qt::Key_F7);
+    script.AnswerYes();
+    script.Key(u"clear the search of types"_qs, Types, Qt::Key_Escape);
+    script.Key(u"leave the list of types"_qs, Types, Qt::Key_Escape);
+    script.Expect(u"the type is gone"_qs, NewType(), 0);
+}
+
 } // namespace
 
 void DetailTypeSteps(TourScript &script)
@@ -67,11 +86,8 @@ void DetailTypeSteps(TourScript &script)
     AddType(script);
     CategoryTab(script);
     script.Key(u"leave the list"_qs, Categories, Qt::Key_Escape);
-    script.Expect(u"the type and its items are there"_qs,
-                  u"SELECT i.Row FROM DetailTypes d INNER JOIN DetailTypesItems i ON i.DetailID = d.ID "
-                  "WHERE d.DefaultValue = '1' AND d.Title = "_qs +
-                      host::NQuotedStr(NewTitle),
-                  3);
+    script.Expect(u"the type and its items are there"_qs, NewType(), 3);
+    DeleteType(script);
 }
 
 } // namespace desk

@@ -69,7 +69,7 @@ void TourPlayer::Tick()
 void TourPlayer::Fail(const QString &what)
 {
     if (trouble_.isEmpty())
-        trouble_ = running_ + u": "_qs + what;
+        trouble_ = running_.isEmpty() ? what : running_ + u": "_qs + what;
     End();
 }
 
@@ -77,8 +77,8 @@ void TourPlayer::End()
 {
     finished_ = true;
     timer_.stop();
-    // Ends the loops of modal windows that still stand, too.
-    QTimer::singleShot(0, qApp, &QApplication::quit);
+    // Ends the loops of modal windows that still stand, too; quit() would ask each of them whether it may close.
+    QTimer::singleShot(0, qApp, [] { QCoreApplication::exit(); });
 }
 
 void TourPlayer::Picture(QWidget *widget, const QString &name)

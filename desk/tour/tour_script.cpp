@@ -56,8 +56,9 @@ void TourScript::Focus(const QString &control)
 void TourScript::AnswerYes(const QString &picture)
 {
     const auto asked = [] { return FrontWindow() && FrontWindow()->objectName() == u"Message_BOX"; };
-    steps_ << TourStep{u"picture "_qs + picture, asked,
-                       [this, self = shared_from_this(), picture] { picture_(FrontWindow(), picture); }};
+    if (!picture.isEmpty())
+        steps_ << TourStep{u"picture "_qs + picture, asked,
+                           [this, self = shared_from_this(), picture] { picture_(FrontWindow(), picture); }};
     steps_ << TourStep{u"answer Yes"_qs, asked, [] {
                            Press(Qt::Key_Tab);
                            Press(Qt::Key_Space);

@@ -27,8 +27,8 @@ public:
     /// Puts the focus into a control and types over what it holds.
     void Fill(const QString &control, const QString &text);
     void Focus(const QString &control);
-    /// The question that stands is answered with Yes.
-    void AnswerYes(const QString &picture);
+    /// The question that stands is answered with Yes; a picture of it first, when that has a name.
+    void AnswerYes(const QString &picture = {});
     /// The rows that the statement gives, as soon as no modal window stands.
     void Expect(const QString &name, const QString &statement, int rows);
     /// A label holds this text.

@@ -10,6 +10,7 @@
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
 #include <QtCore/QLoggingCategory>
+#include <QtCore/QPointer>
 #include <QtCore/QScopedValueRollback>
 #include <QtGui/QKeyEvent>
 #include <QtGui/QScreen>
@@ -148,7 +149,12 @@ int TBaseDock_FRM::ShowModally()
         return 0;
     setWindowModality(Qt::ApplicationModal);
     Place();
-    return exec();
+    const QPointer<QWidget> owner = QApplication::activeWindow();
+    const int result = exec();
+    // Some window managers lose the keys when a screen closes together with the question above it.
+    if (owner && owner->isVisible())
+        owner->activateWindow();
+    return result;
 }
 
 bool TBaseDock_FRM::ShowDocked()

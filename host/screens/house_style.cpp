@@ -71,4 +71,12 @@ void HouseStyle::drawItemText(QPainter *painter, const QRect &rect, int flags, c
     painter->restore();
 }
 
+int HouseStyle::styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
+                          QStyleHintReturn *returned) const
+{
+    if (hint == SH_DialogButtonBox_ButtonsHaveIcons)
+        return 0;
+    return QProxyStyle::styleHint(hint, option, widget, returned);
+}
+
 } // namespace host

@@ -16,6 +16,9 @@ public:
 
     void drawItemText(QPainter *painter, const QRect &rect, int flags, const QPalette &palette, bool enabled,
                       const QString &text, QPalette::ColorRole role = QPalette::NoRole) const override;
+    /// The buttons of the toolkit's own dialogs carry no icons, like all others.
+    int styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
+                  QStyleHintReturn *returned) const override;
 };
 
 } // namespace host

@@ -16,6 +16,8 @@ private slots:
     void worksAGoodByKeys();
     void refusesToStart_data();
     void refusesToStart();
+    void refusesOtherDatabases_data();
+    void refusesOtherDatabases();
 };
 
 namespace {
@@ -49,7 +51,8 @@ void TestDesk::worksAGoodByKeys()
     const test::Database database(test::Database::Content::Demo);
     const QTemporaryDir pictures;
     const QStringList tables{u"GoodInf"_qs,       u"GoodCostDiscount"_qs,   u"GoodFirstAsset"_qs,
-                             u"Kala_category"_qs, u"GoodDetailRelation"_qs, u"GoodStock"_qs};
+                             u"Kala_category"_qs, u"GoodDetailRelation"_qs, u"GoodStock"_qs,
+                             u"DetailTypes"_qs,   u"DetailTypesItems"_qs};
     const auto counts = [&] {
         QStringList all;
         for (const QString &table : tables)
@@ -92,6 +95,49 @@ void TestDesk::refusesToStart()
     QTEST(outcome.code, "code");
     QFETCH(QString, says);
     QVERIFY2(outcome.said.contains(says), qPrintable(outcome.said));
+}
+
+void TestDesk::refusesOtherDatabases_data()
+{
+    QTest::addColumn<QByteArray>("bytes"); ///< of the file, when it is not a database
+    QTest::addColumn<QString>("change");   ///< of a database of ours, otherwise
+    QTest::addColumn<QString>("says");
+    QTest::newRow("no database") << QByteArray("a letter to the accountant") << QString() << u"باز نشد"_qs;
+    QTest::newRow("empty file") << QByteArray() << QString() << u"'inf_co'"_qs;
+    QTest::newRow("a table less") << QByteArray() << u"DROP TABLE OnlineProduct"_qs << u"'OnlineProduct'"_qs;
+    QTest::newRow("a column less") << QByteArray() << u"ALTER TABLE GoodInf DROP COLUMN tags"_qs << u"'tags'"_qs;
+}
+
+/// One line that names the file and what is wrong with it; the file stays as it is.
+void TestDesk::refusesOtherDatabases()
+{
+    if (test::Database::OnServer())
+        QSKIP("about files");
+    QFETCH(QByteArray, bytes);
+    QFETCH(QString, change);
+    const test::Database ours;
+    const QTemporaryDir folder;
+    QString name = ours.Name();
+    if (change.isEmpty()) {
+        name = folder.filePath(u"letter.db"_qs);
+        QFile file(name);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+    } else {
+        ours.Exec(change);
+    }
+    const Outcome outcome = RunDesk({u"--database"_qs, name, u"--tour"_qs, folder.path()});
+    QCOMPARE(outcome.code, 1);
+    QStringList lines = outcome.said.split(u'\n', Qt::SkipEmptyParts);
+    lines.removeIf([](const QString &line) { return line.startsWith(u"QStandardPaths"); });
+    QCOMPARE(lines.size(), 1);
+    QFETCH(QString, says);
+    QVERIFY2(lines.first().contains(name) && lines.first().contains(says), qPrintable(outcome.said));
+    if (change.isEmpty()) {
+        QFile file(name);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(file.readAll(), bytes);
+    }
 }
 
 REGISTER_TEST(TestDesk)

@@ -1,0 +1,35 @@
+#include "desk/application/schema_check.h"
+
+#include "desk/application/database_creation.h"
+#include "host/data/query.h"
+
+#include <QtCore/QRegularExpression>
+
+namespace desk {
+
+QStringList ColumnProbes(const QString &script)
+{
+    // A table ends with a bracket at the beginning of a line; a column stands on a line of its own, its type behind it.
+    static const QRegularExpression table(u"^CREATE TABLE ([\\w.]+) \\(\\n(.*?)^\\)"_qs,
+                                          QRegularExpression::MultilineOption |
+                                              QRegularExpression::DotMatchesEverythingOption);
+    static const QRegularExpression column(u"^    \\[?(?!CONSTRAINT\\b)([\\w-]+)\\]? +[a-z]"_qs,
+                                           QRegularExpression::MultilineOption);
+    QStringList probes;
+    for (auto tables = table.globalMatch(script); tables.hasNext();) {
+        const QRegularExpressionMatch found = tables.next();
+        QStringList columns;
+        for (auto lines = column.globalMatch(found.captured(2)); lines.hasNext();)
+            columns << u'[' + lines.next().captured(1) + u']';
+        probes << u"SELECT TOP 0 "_qs + columns.join(u", ") + u" FROM " + found.captured(1);
+    }
+    return probes;
+}
+
+void CheckSchema(const QSqlDatabase &connection)
+{
+    // One text: over a network it is the number of texts that is waited for.
+    host::Exec(connection, ColumnProbes(DatabaseScript(u"schema.sql"_qs)).join(u'\n'));
+}
+
+} // namespace desk
