@@ -20,6 +20,7 @@
 
 #include <cstdio>
 #include <memory>
+#include <optional>
 
 namespace desk {
 
@@ -106,7 +107,31 @@ int Work(QApplication &application, const Options &options)
     return application.exec();
 }
 
+/// Reads the command line; the exit code when there is nothing left to do.
+std::optional<int> AnswerCommandLine(Options &options)
+{
+    try {
+        options = ReadOptions(QCoreApplication::arguments());
+    } catch (const OptionsError &error) {
+        Print(stderr, QString::fromUtf8(error.what()) + u"\ndesk --help tells the options."_qs);
+        return WrongCommandLine;
+    }
+    if (!options.help)
+        return std::nullopt;
+    Print(stdout, HelpText());
+    return 0;
+}
+
 } // namespace
+
+int RunWithoutDisplay()
+{
+    Options options;
+    if (const auto answered = AnswerCommandLine(options))
+        return *answered;
+    Print(stderr, u"There is no display. scripts/run works without one."_qs);
+    return Failed;
+}
 
 int Run(QApplication &application)
 {
@@ -114,16 +139,8 @@ int Run(QApplication &application)
     QCoreApplication::setOrganizationName(u"goods"_qs);
     host::theme::Apply(application);
     Options options;
-    try {
-        options = ReadOptions(QCoreApplication::arguments());
-    } catch (const OptionsError &error) {
-        Print(stderr, QString::fromUtf8(error.what()) + u"\ndesk --help tells the options."_qs);
-        return WrongCommandLine;
-    }
-    if (options.help) {
-        Print(stdout, HelpText());
-        return 0;
-    }
+    if (const auto answered = AnswerCommandLine(options))
+        return *answered;
     if (QFontDatabase::families(QFontDatabase::Arabic).isEmpty())
         Print(stderr, u"No font with Persian letters is installed (Debian: fonts-dejavu-core, fonts-dejavu-extra)."_qs);
     QString trouble;

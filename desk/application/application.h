@@ -8,4 +8,7 @@ namespace desk {
 /// module, and works until the window closes. The exit code of the process.
 int Run(QApplication &application);
 
+/// The same where no window can be shown: answers --help and a wrong command line, and refuses all else.
+int RunWithoutDisplay();
+
 } // namespace desk

@@ -21,7 +21,7 @@ QStringList ColumnProbes(const QString &script)
         QStringList columns;
         for (auto lines = column.globalMatch(found.captured(2)); lines.hasNext();)
             columns << u'[' + lines.next().captured(1) + u']';
-        probes << u"SELECT TOP 0 "_qs + columns.join(u", ") + u" FROM " + found.captured(1);
+        probes << u"SELECT TOP 0 "_qs + columns.join(u", "_qs) + u" FROM "_qs + found.captured(1);
     }
     return probes;
 }

@@ -11,7 +11,7 @@ namespace desk {
 
 QString UserCaption(const host::Entity &user)
 {
-    return user.Name + u" (" + host::PersianDigits(QString::number(user.Code)) + u')';
+    return user.Name + u" ("_qs + host::PersianDigits(QString::number(user.Code)) + u')';
 }
 
 QList<host::Entity> Users::All() const

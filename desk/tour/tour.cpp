@@ -4,11 +4,25 @@
 #include "desk/tour/tour_steps.h"
 #include "desk/window/main_window.h"
 
+#include <QtCore/QScopeGuard>
 #include <QtWidgets/QApplication>
 
 #include <cstdio>
 
 namespace desk {
+
+namespace {
+
+QtMessageHandler former = nullptr;
+
+// The offscreen platform says of every window what it cannot do with it; that is of no use to whoever reads along.
+void WithoutPlatformNotes(QtMsgType type, const QMessageLogContext &context, const QString &text)
+{
+    if (!text.startsWith(u"This plugin does not support"))
+        former(type, context, text);
+}
+
+} // namespace
 
 int RunTour(QApplication &application, MainWindow &window, DeskHost &desk, const QString &folder)
 {
@@ -17,6 +31,8 @@ int RunTour(QApplication &application, MainWindow &window, DeskHost &desk, const
     const auto picture = [&player](QWidget *widget, const QString &name) { player->Picture(widget, name); };
     TourPlayer tour(window, TourSteps(window, desk, picture, fail), folder);
     player = &tour;
+    former = qInstallMessageHandler(WithoutPlatformNotes);
+    const auto restore = qScopeGuard([] { qInstallMessageHandler(former); });
     tour.Start();
     application.exec();
     if (tour.Trouble().isEmpty() && tour.Finished())

@@ -108,7 +108,7 @@ void TestDesk::refusesOtherDatabases_data()
     QTest::newRow("a column less") << QByteArray() << u"ALTER TABLE GoodInf DROP COLUMN tags"_qs << u"'tags'"_qs;
 }
 
-/// One line that names the file and what is wrong with it; the file stays as it is.
+/// One line that names the file and what is wrong with it; what is no database stays as it is.
 void TestDesk::refusesOtherDatabases()
 {
     if (test::Database::OnServer())
@@ -133,7 +133,7 @@ void TestDesk::refusesOtherDatabases()
     QCOMPARE(lines.size(), 1);
     QFETCH(QString, says);
     QVERIFY2(lines.first().contains(name) && lines.first().contains(says), qPrintable(outcome.said));
-    if (change.isEmpty()) {
+    if (!bytes.isEmpty()) {
         QFile file(name);
         QVERIFY(file.open(QIODevice::ReadOnly));
         QCOMPARE(file.readAll(), bytes);
