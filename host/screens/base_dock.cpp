@@ -35,6 +35,29 @@ QString PlainCaption(QString caption)
     return caption.remove(u'&').trimmed();
 }
 
+/// Keys belong to the list or menu that is open over a screen. Without this the list of a combo box would close at
+/// Esc, and the screen with it.
+class ListKeys : public QObject
+{
+public:
+    using QObject::QObject;
+
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::ShortcutOverride) {
+            taken_ = QApplication::activePopupWidget() != nullptr;
+            if (taken_)
+                event->accept();
+        }
+        // The list closes before its key is delivered.
+        return event->type() == QEvent::KeyPress && taken_ && !QApplication::activePopupWidget() &&
+               static_cast<QKeyEvent *>(event)->matches(QKeySequence::Cancel);
+    }
+
+private:
+    bool taken_ = false;
+};
+
 QPushButton *MakeButton(QWidget *parent, const QString &name, const QString &caption)
 {
     auto *button = new QPushButton(caption, parent);
@@ -49,6 +72,7 @@ TBaseDock_FRM::TBaseDock_FRM(Host &host, TSoftwarePart part, TFormMode mode, QWi
     : QDialog(parent), m_host(host), m_part(part), m_mode(mode)
 {
     setLayoutDirection(Qt::RightToLeft);
+    qApp->installEventFilter(new ListKeys(this));
     BuildFrame();
 }
 
