@@ -12,7 +12,6 @@
 #include "screens/good_editor/leave_watch.h"
 #include "ui_good_get.h"
 
-#include <QtGui/QKeyEvent>
 #include <QtWidgets/QLayout>
 #include <QtWidgets/QPushButton>
 
@@ -41,6 +40,10 @@ TGood_Get_FRM::TGood_Get_FRM(host::Host &host)
     SetCodeEdit(general_->CodeEdit());
     picture_ = AddFooterButton(QStringLiteral("Picture_BTN"), QStringLiteral("ثب&ت عکس"));
     Bind(picture_, {}, [this] { OpenPhotos(); });
+    // Shortcuts, because a chooser would take the digit for the beginning of an entry.
+    for (int number = 1; number <= ui_->PageControl1->count(); ++number)
+        BindKey(QKeySequence(QKeyCombination(Qt::ControlModifier, Qt::Key(Qt::Key_0 + number))), Title(),
+                [this, number] { ShowTab(number); });
     // The way out stays at the end.
     ExitButton()->parentWidget()->layout()->addWidget(ExitButton());
     setTabOrder(SaveButton(), picture_);
@@ -97,6 +100,13 @@ void TGood_Get_FRM::BindPages()
         edit->setFocus();
         NextControl();
     });
+}
+
+void TGood_Get_FRM::ShowTab(int number)
+{
+    for (int index = 0, shown = 0; index < ui_->PageControl1->count(); ++index)
+        if (ui_->PageControl1->isTabVisible(index) && ++shown == number)
+            ui_->PageControl1->setCurrentIndex(index);
 }
 
 void TGood_Get_FRM::MoveWorkingRows(int code)
@@ -300,19 +310,4 @@ void TGood_Get_FRM::DiscardWorkingRows()
     data_.DeleteTmpphoto(code);
     data_.CostLevel_DeleteTemp(code);
     code_.End();
-}
-
-bool TGood_Get_FRM::FormKeyDown(QKeyEvent *event)
-{
-    const int number = event->key() - Qt::Key_0;
-    if (event->modifiers().testFlag(Qt::ControlModifier) && number >= 1 && number <= ui_->PageControl1->count()) {
-        int shown = 0;
-        for (int index = 0; index < ui_->PageControl1->count(); ++index) {
-            if (ui_->PageControl1->isTabVisible(index) && ++shown == number) {
-                ui_->PageControl1->setCurrentIndex(index);
-                return true;
-            }
-        }
-    }
-    return TBaseGet_New_FRM::FormKeyDown(event);
 }

@@ -38,11 +38,12 @@ protected:
     void FormShow() override;
     void FormShown() override;
     void FormClose() override;
-    bool FormKeyDown(QKeyEvent *event) override;
 
 private:
     void BuildPages();
     void BindPages();
+    /// Brings a tab to the front, counted among those that are shown.
+    void ShowTab(int number);
     void ProposeCode(int group);
     /// The good got another code, and its working rows with it.
     void MoveWorkingRows(int code);
