@@ -15,8 +15,9 @@ private slots:
     {
         QTest::addColumn<bool>("save");
         QTest::addColumn<QStringList>("rows");
-        QTest::newRow("saved") << true << QStringList{u"3|0"_qs};
-        QTest::newRow("left") << false << QStringList{u"2|0"_qs};
+        QTest::addColumn<QString>("others"); // photos, and working rows of any kind
+        QTest::newRow("saved") << true << QStringList{u"3|0"_qs} << u"1|0|0|0"_qs;
+        QTest::newRow("left") << false << QStringList{u"2|0"_qs} << u"0|0|0|0"_qs;
     }
     void categoriesLastWhenSaved()
     {
@@ -27,7 +28,10 @@ private slots:
         f.database.Exec(u"insert into Categories(Code,ParentCode,Name,Path) values(1,null,N'خوراکی',',1,'),"
                         "(2,1,N'سرد',',1,2,'),(3,1,N'گرم',',1,3,')"_qs);
         f.database.Exec(u"insert into Kala_category(Kala_code,Category_code) values(500009,2)"_qs);
+        f.database.Exec(u"insert into GoodFirstAsset(GoodCode,StoreCode,tmp,Amount1,Radif) values(500009,1,0,4,1)"_qs);
+        f.database.Exec(u"update GoodInf set AvaBgPrd=4,CostBgPrd=1"_qs);
         f.OpenGood(500009, [&](QWidget *screen) {
+            f.database.Exec(u"insert into PhotoGallery(GRPCode,Id_pic,Picture,tmp) values(102,500009,0x01,1)"_qs);
             f.ShowTab(screen, u"Category_TBC"_qs);
             test::Focus(screen, u"Category_frame1"_qs);
             test::Press(Qt::Key_Home);
@@ -47,9 +51,15 @@ private slots:
             QCOMPARE(f.host.messages.TakeAll(), QStringList{u"MSGCompeletedSuccessfully(ذخيره سازي کالا)"_qs});
         });
         QTEST(f.database.Rows(u"select Category_code,tmp from Kala_category"_qs), "rows");
+        QTEST(f.database
+                  .Rows(u"select (select count(*) from PhotoGallery),(select count(*) from PhotoGallery where "
+                        "tmp>0),(select count(*) from GoodFirstAsset where tmp>0),(select count(*) from "
+                        "tmpCostList)"_qs)
+                  .value(0),
+              "others");
     }
 
-    void photosNeedTheirRight()
+    void photosAndStoresNeedTheirRight()
     {
         EditorFixture f;
         f.InsertGood(500009, u"دوغ"_qs, 909);
@@ -61,6 +71,13 @@ private slots:
             f.host.permissions.Deny(host::TSoftwarePart::Goods, host::TPermission::Photo);
             button.click();
             QCOMPARE(f.host.photos.calls.size(), 1);
+            test::Focus(screen, u"Store_Entity"_qs);
+            f.host.entities.choices = {0};
+            test::Press(Qt::Key_F2);
+            QCOMPARE(f.host.entities.calls.filter(u"Select_GroupList(105"_qs).size(), 1);
+            f.host.permissions.Deny(host::TSoftwarePart::Stores, host::TPermission::OpenList);
+            test::Press(Qt::Key_F2);
+            QCOMPARE(f.host.entities.calls.filter(u"Select_GroupList(105"_qs).size(), 1);
             test::Press(Qt::Key_Escape);
         });
     }

@@ -1,7 +1,6 @@
 #include "host/data/quantity.h"
 #include "screens/good_editor/barcode_text.h"
 #include "screens/good_editor/levy_state.h"
-#include "screens/good_editor/opening_values.h"
 #include "screens/good_editor/unit_arithmetic.h"
 #include "tests/support/test_main.h"
 
@@ -25,7 +24,6 @@ private slots:
         QTest::addColumn<QString>("formula");
         QTest::addColumn<QString>("big");
         QTest::addColumn<QString>("small");
-        QTest::newRow("whole") << u"30"_qs << u"12"_qs << u"2"_qs << u"6"_qs;
         QTest::newRow("binary noise below a whole number") << u"0.3"_qs << u"0.1"_qs << u"3"_qs << u"0"_qs;
         QTest::newRow("negative") << u"-30"_qs << u"12"_qs << u"-2"_qs << u"-6"_qs;
         QTest::newRow("less than one") << u"5"_qs << u"12"_qs << u"0"_qs << u"5"_qs;
@@ -57,8 +55,6 @@ private slots:
 
     void convertsQuantitiesAndPrices()
     {
-        QCOMPARE(QuantityToText(goods::SecondQuantity(30, 12, true)), QStringLiteral("2"));
-        QCOMPARE(QuantityToText(goods::SecondQuantity(30, 12, false)), QStringLiteral("2.5"));
         QCOMPARE(QuantityToText(goods::FirstQuantity(3, QuantityFromText(u"0.1"))), QStringLiteral("0.3"));
         QCOMPARE(QuantityToText(goods::BigUnitPrice(5, 0)), QStringLiteral("0"));
         QCOMPARE(QuantityToText(goods::BigUnitPrice(QuantityFromText(u"0.1"), 3)), QStringLiteral("0.3"));
@@ -125,41 +121,6 @@ private slots:
         QTEST(stored.exempt, "exempt");
         QTEST(static_cast<int>(stored.percent), "storedPercent");
         QTEST(static_cast<int>(goods::Loaded(stored).state), "loadedState");
-    }
-
-    void decidesAboutTheOpeningVoucher_data()
-    {
-        using goods::VoucherChange;
-        QTest::addColumn<int>("before");
-        QTest::addColumn<int>("now");
-        QTest::addColumn<int>("voucher");
-        QTest::addColumn<bool>("closed");
-        QTest::addColumn<int>("change");
-        QTest::newRow("same amount") << 100 << 100 << 5 << false << int(VoucherChange::None);
-        QTest::newRow("period closed") << 100 << 200 << 5 << true << int(VoucherChange::None);
-        QTest::newRow("no voucher yet") << 0 << 200 << 0 << false << int(VoucherChange::Create);
-        QTest::newRow("another amount") << 100 << 200 << 5 << false << int(VoucherChange::Change);
-        QTest::newRow("emptied before") << 0 << 200 << 5 << false << int(VoucherChange::Rebuild);
-    }
-    void decidesAboutTheOpeningVoucher()
-    {
-        QFETCH(int, before);
-        QFETCH(int, now);
-        QFETCH(int, voucher);
-        QFETCH(bool, closed);
-        const goods::OpeningValues loaded{static_cast<Quantity>(before), 0, 1};
-        const goods::OpeningValues entered{1, 0, static_cast<Quantity>(now)};
-        QTEST(static_cast<int>(goods::OpeningVoucherChange(loaded, entered, voucher, closed)), "change");
-    }
-
-    void probesStock()
-    {
-        QCOMPARE(goods::NegativeStockProbe(12, 3, 0),
-                 QStringLiteral("select GoodCode as Code , StoreCode as Anbar , -1 * Amount1 as Mogodi  from "
-                                "GoodFirstAsset where Tmp = 0 and GoodCode = 12 and StoreCode = 3"));
-        QCOMPARE(goods::NegativeStockProbe(12, 3, 2.5L),
-                 QStringLiteral("select GoodCode as Code , StoreCode as Anbar , 2.5 - Amount1 as Mogodi  from "
-                                "GoodFirstAsset where Tmp = 0 and GoodCode = 12 and StoreCode = 3"));
     }
 };
 

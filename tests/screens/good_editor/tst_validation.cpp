@@ -16,8 +16,9 @@ struct Case
     std::function<void(QWidget *)> type;
     QString message; ///< empty: the service that refuses has told the user
     QString tab;
-    QString focus;  ///< empty: the refusal names no control
-    int edited = 0; ///< an existing good, 0 for a new one
+    QString focus;      ///< empty: the refusal names no control
+    int edited = 0;     ///< an existing good, 0 for a new one
+    QString probe = {}; ///< what the check of negative stock was asked
 };
 
 void Nothing(EditorFixture &)
@@ -90,7 +91,9 @@ std::vector<Case> OtherCases()
          {},
          General,
          u"AvaBgPrd_EDT"_qs,
-         500009},
+         500009,
+         u"Check_TockMinus(select GoodCode as Code , StoreCode as Anbar , -1 * Amount1 as Mogodi  from "
+         "GoodFirstAsset where Tmp = 0 and GoodCode = 500009 and StoreCode = 1, 1405/01/01)"_qs},
         {"opening price of the small unit missing", Nothing,
          [](QWidget *screen) {
              Check(screen, u"Formool_CHK"_qs);
@@ -331,6 +334,8 @@ private slots:
                 QCOMPARE(test::Focused(), c.focus);
             QCOMPARE(f.database.Rows(u"select Code from GoodInf where isnull(ModifiedDate,'')='' order by Code"_qs),
                      QStringList{u"500009"_qs});
+            if (!c.probe.isEmpty())
+                QCOMPARE(f.host.stock.calls.value(0), c.probe);
             f.Leave();
         });
     }
@@ -356,6 +361,10 @@ private slots:
                 step.mend(f, screen);
             }
             QCOMPARE(f.database.Rows(u"select Code from GoodInf where isnull(ModifiedDate,'')<>''"_qs), QStringList());
+            QCOMPARE(f.host.vouchers.calls.value(0), u"IsVoucherApproved(0, 1, ویرایش قیمت اول دوره, اول دوره)"_qs);
+            QCOMPARE(f.host.stock.calls.value(0),
+                     u"Check_TockMinus(select GoodCode as Code , StoreCode as Anbar , 5 - Amount1 as Mogodi  from "
+                     "GoodFirstAsset where Tmp = 0 and GoodCode = 500010 and StoreCode = 1, 1405/01/01)"_qs);
             test::Press(Qt::Key_F3);
             QCOMPARE(f.host.messages.TakeAll(), QStringList{u"MSGCompeletedSuccessfully(ذخيره سازي کالا)"_qs});
         });
