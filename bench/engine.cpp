@@ -5,6 +5,7 @@
 #include "host/data/query.h"
 #include "tsql/driver.h"
 
+#include <QtCore/QStringBuilder>
 #include <QtCore/QTemporaryDir>
 #include <QtSql/QtSql>
 
@@ -57,8 +58,8 @@ public:
         run(QStringLiteral("BEGIN TRAN"));
         for (int i = 1; i <= Rows; ++i) {
             const QString number = QString::number(i);
-            run(QStringLiteral("INSERT INTO g (Code, Name, Cost, Unit) VALUES (") + number +
-                QStringLiteral(", N'good number ") + number + QStringLiteral("', ") + number +
+            run(QStringLiteral("INSERT INTO g (Code, Name, Cost, Unit) VALUES (") % number %
+                QStringLiteral(", N'good number ") % number % QStringLiteral("', ") % number %
                 QStringLiteral(".25, 3)"));
         }
         run(QStringLiteral("COMMIT"));
@@ -104,6 +105,53 @@ private:
             for (int i = 0; i < columns; ++i)
                 sink = sink + !m_query.value(i).isNull();
         }
+    }
+
+    QSqlDatabase m_database;
+    QSqlQuery m_query;
+};
+
+/// The same texts through the driver that comes with Qt: SQLite parses each of them.
+class QtSqlite
+{
+public:
+    explicit QtSqlite(const QString &file)
+    {
+        m_database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("qtsqlite"));
+        m_database.setDatabaseName(file);
+        if (!m_database.open())
+            throw std::runtime_error(m_database.lastError().text().toStdString());
+        m_query = QSqlQuery(m_database);
+        m_query.setForwardOnly(true);
+        for (const char *text : {"PRAGMA journal_mode = WAL", "PRAGMA synchronous = FULL",
+                                 "CREATE TABLE g (Code INTEGER PRIMARY KEY, Name TEXT, Cost BLOB, Unit INTEGER)"})
+            run(QLatin1String(text));
+    }
+    ~QtSqlite()
+    {
+        m_query = QSqlQuery();
+        m_database = QSqlDatabase();
+        QSqlDatabase::removeDatabase(QStringLiteral("qtsqlite"));
+    }
+    QtSqlite(const QtSqlite &) = delete;
+    QtSqlite &operator=(const QtSqlite &) = delete;
+
+    void insert()
+    {
+        run(QStringLiteral("BEGIN"));
+        for (int i = 1; i <= Rows; ++i) {
+            const QString number = QString::number(i);
+            run(QStringLiteral("INSERT INTO g (Code, Name, Cost, Unit) VALUES (") % number %
+                QStringLiteral(", 'good number ") % number % QStringLiteral("', x'86010203040506', 3)"));
+        }
+        run(QStringLiteral("COMMIT"));
+    }
+
+private:
+    void run(const QString &text)
+    {
+        if (!m_query.exec(text))
+            throw std::runtime_error(m_query.lastError().text().toStdString());
     }
 
     QSqlDatabase m_database;
@@ -215,9 +263,16 @@ void measureEngine(Report &report)
         Line line{what, timed([&] { (ours.*work)(); }), {}, {}, static_cast<double>(statements)};
         line.floor = timed([&] { (theirs.*same)(); });
         report.add(line);
+        return line.floor;
     };
-    add(QStringLiteral("engine: %1 single-row inserts").arg(Rows), Rows, &Product::insert, &CApi::insert, product,
-        floor);
+    const auto inserts = add(QStringLiteral("engine: %1 single-row inserts").arg(Rows), Rows, &Product::insert,
+                             &CApi::insert, product, floor);
+    QtSqlite driver(folder.filePath(QStringLiteral("qtsqlite.db")));
+    report.add({QStringLiteral("engine: the same inserts, Qt's own SQLite driver"),
+                timed([&] { driver.insert(); }),
+                inserts,
+                {},
+                Rows});
     add(QStringLiteral("engine: %1 point selects").arg(Rows), Rows, &Product::lookUp, &CApi::lookUp, product, floor);
     add(QStringLiteral("engine: %1 lists of %2 rows").arg(Lists).arg(ListRows), Lists, &Product::list, &CApi::list,
         product, floor);

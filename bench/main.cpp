@@ -28,13 +28,18 @@ namespace {
 constexpr int Goods = 100000;
 constexpr int Batch = 1000;
 
-/// The columns that the goods list shows, as SQLite has them.
-const char *const ListSelect = "SELECT g.Code, g.Name, g.ConsumerPrice, s.Amount1, s.Amount2, u1.Name, u2.Name,"
-                               " p.CostLevel_Sell_1, p.CostLevel_Sell_2, p.CostLevel_Sell_3, p.CostLevel_Sell_4, g.tags"
-                               " FROM GoodInf g LEFT JOIN GoodCostDiscount p ON p.GoodCode = g.Code"
-                               " LEFT JOIN GoodStock s ON s.GoodCode = g.Code"
-                               " LEFT JOIN Units u1 ON u1.Code = g.Unit LEFT JOIN Units u2 ON u2.Code = g.Unit2"
-                               " ORDER BY g.Code";
+/// The columns that the list's procedure gives, as SQLite has them.
+const char *const ListSelect =
+    "SELECT g.Code, g.AbbName, g.Name, g.kala_name, g.kala_type, g.kala_index, ifnull(s.Amount2, x'80'),"
+    " ifnull(s.Amount1, x'80'), CASE WHEN g.Meghdar_Formool > x'80' THEN s.Amount1 END, u1.Name, u2.Name,"
+    " p.CostLevel_Sell_1, p.CostLevel_Sell_2, p.CostLevel_Sell_3, p.CostLevel_Sell_4, NULL, NULL, NULL,"
+    " g.ConsumerPrice, g.Position, g.MinAva, g.CostBgPrd, g.SMSCode, g.AvaBgPrd, g.Comment, g.UserCreated,"
+    " g.UserModified, g.CreatedDate || ' ' || g.CreatedTime, g.ModifiedDate || ' ' || g.ModifiedTime, g.tags,"
+    " g.GrpCode, g.Meghdar_Formool"
+    " FROM GoodInf g LEFT JOIN GoodCostDiscount p ON p.GoodCode = g.Code"
+    " LEFT JOIN GoodStock s ON s.GoodCode = g.Code"
+    " LEFT JOIN Units u1 ON u1.Code = g.Unit LEFT JOIN Units u2 ON u2.Code = g.Unit2"
+    " ORDER BY g.Code";
 
 const QString ListStatement = QStringLiteral(
     "Exec GoodInf_List_SP @GrpCode = NULL,@ManageType = 1,@UserCode = 1,"

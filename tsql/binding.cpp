@@ -40,19 +40,23 @@ int encode(QStringView text, char *out)
     return int(at - out);
 }
 
-bool bindShortText(sqlite3_stmt *statement, int index, const Literal &literal, const SqlType &type)
+bool bindShortText(sqlite3_stmt *statement, int index, const Literal &literal, const SqlType &type, BoundBytes *bytes)
 {
     const bool isText = literal.kind == LiteralKind::Text || literal.kind == LiteralKind::Unicode;
     if (!isText || !type.isText() || type.isFixedText() || literal.text.size() > ShortText ||
         (type.length != SqlType::Max && literal.text.size() > type.length))
         return false;
+    if (char *kept = bytes ? bytes->take(literal.text.size() * 3) : nullptr) {
+        sqlite3_bind_text(statement, index, kept, encode(literal.text, kept), SQLITE_STATIC);
+        return true;
+    }
     char utf8[ShortText * 3];
-    const int length = encode(literal.text, utf8);
-    sqlite3_bind_text(statement, index, utf8, length, SQLITE_TRANSIENT);
+    sqlite3_bind_text(statement, index, utf8, encode(literal.text, utf8), SQLITE_TRANSIENT);
     return true;
 }
 
-bool bindDecimal(sqlite3_stmt *statement, int index, const Literal &literal, const Parameter &parameter)
+bool bindDecimal(sqlite3_stmt *statement, int index, const Literal &literal, const Parameter &parameter,
+                 BoundBytes *bytes)
 {
     const bool isNumber = literal.kind == LiteralKind::Integer || literal.kind == LiteralKind::Decimal;
     if (!isNumber || !parameter.type.isDecimal() || literal.text.size() > ShortNumber)
@@ -67,21 +71,25 @@ bool bindDecimal(sqlite3_stmt *statement, int index, const Literal &literal, con
     if (parameter.negate)
         value.units = -value.units;
     unsigned char blob[17];
-    const int length = value.rescaled(parameter.type.precision, parameter.type.scale).toBlob(blob);
-    sqlite3_bind_blob(statement, index, blob, length, SQLITE_TRANSIENT);
+    char *kept = bytes ? bytes->take(sizeof blob) : nullptr;
+    auto *out = kept ? reinterpret_cast<unsigned char *>(kept) : blob;
+    const int length = value.rescaled(parameter.type.precision, parameter.type.scale).toBlob(out);
+    sqlite3_bind_blob(statement, index, out, length, kept ? SQLITE_STATIC : SQLITE_TRANSIENT);
     return true;
 }
 
 } // namespace
 
-void bindLiteral(sqlite3_stmt *statement, int index, const Literal &literal, const Parameter &parameter)
+void bindLiteral(sqlite3_stmt *statement, int index, const Literal &literal, const Parameter &parameter,
+                 BoundBytes *bytes)
 {
     const Kind kind = parameter.type.kind;
     if (literal.kind == LiteralKind::Integer && (kind == Kind::Int || kind == Kind::BigInt)) {
         sqlite3_bind_int64(statement, index, parameter.negate ? -literal.integer : literal.integer);
         return;
     }
-    if (bindShortText(statement, index, literal, parameter.type) || bindDecimal(statement, index, literal, parameter))
+    if (bindShortText(statement, index, literal, parameter.type, bytes) ||
+        bindDecimal(statement, index, literal, parameter, bytes))
         return;
     bindConverted(statement, index, literalValue(literal, parameter.negate), literalType(literal), parameter);
 }

@@ -330,12 +330,36 @@ std::optional<int> Catalogue::objectId(const QString &name, const QString &kind)
     return static_cast<int>(qHash(key, 0) & 0x7fffffffU) | 1;
 }
 
-std::vector<ObjectName> Catalogue::tableNames() const
+namespace {
+
+template <class Objects> std::vector<ObjectName> namesOf(const Objects &objects)
 {
     std::vector<ObjectName> names;
-    for (const std::shared_ptr<const Table> &table : m_tables)
-        names.push_back(table->name);
+    for (const auto &object : objects)
+        names.push_back(object->name);
     return names;
+}
+
+} // namespace
+
+std::vector<ObjectName> Catalogue::tableNames() const
+{
+    return namesOf(m_tables);
+}
+
+std::vector<ObjectName> Catalogue::viewNames() const
+{
+    return namesOf(m_views);
+}
+
+std::vector<ObjectName> Catalogue::procedureNames() const
+{
+    return namesOf(m_procedures);
+}
+
+std::vector<ObjectName> Catalogue::functionNames() const
+{
+    return namesOf(m_functions);
 }
 
 } // namespace tsql

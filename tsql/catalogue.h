@@ -80,6 +80,9 @@ public:
     /// "U", "V", "P", "IF", "FN" or empty for any.
     std::optional<int> objectId(const QString &name, const QString &kind) const;
     std::vector<ObjectName> tableNames() const;
+    std::vector<ObjectName> viewNames() const;
+    std::vector<ObjectName> procedureNames() const;
+    std::vector<ObjectName> functionNames() const;
 
     /// Counts every change; a compiled statement belongs to one version.
     quint64 version() const { return m_version; }

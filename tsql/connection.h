@@ -2,9 +2,8 @@
 #pragma once
 
 #include "tsql/cursor.h"
+#include "tsql/message.h"
 #include "tsql/shared_file.h"
-
-#include <QStringList>
 
 namespace tsql {
 
@@ -21,9 +20,19 @@ struct Outcome
 {
     std::vector<std::unique_ptr<Cursor>> results; ///< the result sets in their order
     std::vector<Report> reports;                  ///< of the statements that ran
-    QStringList messages;                         ///< of PRINT and of RAISERROR below severity 11
+    std::vector<Message> messages;                ///< of PRINT and of RAISERROR below severity 11
     qint64 affected = -1;                         ///< rows changed by the last INSERT, UPDATE or DELETE; -1 for none
     Value lastIdentity;                           ///< as SCOPE_IDENTITY() of the batch: an integer, or null
+
+    /** Forgets everything but the memory. */
+    void clear()
+    {
+        results.clear();
+        reports.clear();
+        messages.clear();
+        affected = -1;
+        lastIdentity = {};
+    }
 };
 
 /** The error that a CATCH block asks about. */

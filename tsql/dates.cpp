@@ -7,6 +7,7 @@
 #include <QDateTime>
 
 #include <array>
+#include <unordered_map>
 
 namespace tsql {
 
@@ -219,64 +220,21 @@ constexpr std::array<const char *, 12> MonthNames = {"Jan", "Feb", "Mar", "Apr",
 /** Y M D h m s f stand for the parts, N for the month's name, H and P for the clock of twelve hours. */
 const char *patternOf(int style)
 {
-    switch (style) {
-    case 0:
-    case 100:
-        return "N D Y H:mP";
-    case 1:
-        return "M/d/y";
-    case 101:
-        return "M/d/Y";
-    case 2:
-        return "y.M.d";
-    case 102:
-        return "Y.M.d";
-    case 3:
-        return "d/M/y";
-    case 103:
-        return "d/M/Y";
-    case 4:
-        return "d.M.y";
-    case 104:
-        return "d.M.Y";
-    case 5:
-        return "d-M-y";
-    case 105:
-        return "d-M-Y";
-    case 8:
-    case 24:
-    case 108:
-        return "h:m:s";
-    case 10:
-        return "M-d-y";
-    case 110:
-        return "M-d-Y";
-    case 11:
-        return "y/M/d";
-    case 111:
-        return "Y/M/d";
-    case 12:
-        return "yMd";
-    case 112:
-        return "YMd";
-    case 14:
-    case 114:
-        return "h:m:s:f";
-    case 20:
-    case 120:
-        return "Y-M-d h:m:s";
-    case 21:
-    case 25:
-    case 121:
-        return "Y-M-d h:m:s.f";
-    case 23:
-        return "Y-M-d";
-    case 126:
-        return "Y-M-dTh:m:s.f";
-    default:
+    static const std::unordered_map<int, const char *> patterns = {
+        {0, "N D Y H:mP"},    {100, "N D Y H:mP"},    {1, "M/d/y"},          {101, "M/d/Y"},
+        {2, "y.M.d"},         {102, "Y.M.d"},         {3, "d/M/y"},          {103, "d/M/Y"},
+        {4, "d.M.y"},         {104, "d.M.Y"},         {5, "d-M-y"},          {105, "d-M-Y"},
+        {8, "h:m:s"},         {24, "h:m:s"},          {108, "h:m:s"},        {10, "M-d-y"},
+        {110, "M-d-Y"},       {11, "y/M/d"},          {111, "Y/M/d"},        {12, "yMd"},
+        {112, "YMd"},         {14, "h:m:s:f"},        {114, "h:m:s:f"},      {20, "Y-M-d h:m:s"},
+        {120, "Y-M-d h:m:s"}, {21, "Y-M-d h:m:s.f"},  {25, "Y-M-d h:m:s.f"}, {121, "Y-M-d h:m:s.f"},
+        {23, "Y-M-d"},        {126, "Y-M-dTh:m:s.f"},
+    };
+    const auto found = patterns.find(style);
+    if (found == patterns.end())
         throw Error(
             281, u"%1 is not a valid style number when converting from datetime to a character string."_qs.arg(style));
-    }
+    return found->second;
 }
 
 QString partText(char mark, const QDate &date, int ms)

@@ -1,9 +1,12 @@
 // The embedded database as a Qt SQL driver.
 #pragma once
 
+#include "tsql/message.h"
+
 #include <QSqlDriver>
 #include <QSqlResult>
 #include <memory>
+#include <vector>
 
 namespace tsql {
 
@@ -51,10 +54,16 @@ public:
     /** Copies the database to a new file while it is in use. Returns false and sets lastError on failure. */
     bool backup(const QString &path);
 
+    /** What the batch that ran last has to say (PRINT), whether it was refused or not. */
+    const std::vector<Message> &messages() const { return m_messages; }
+
 private:
+    friend class Result;
+
     template <class Work> bool attempt(const Work &work);
 
     std::shared_ptr<Connection> m_connection;
+    mutable std::vector<Message> m_messages; ///< written by the results that this object makes
 };
 
 } // namespace tsql

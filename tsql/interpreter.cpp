@@ -64,25 +64,8 @@ Interpreter::Flow Interpreter::run(const Statement &statement, Frame &frame)
 Interpreter::Flow Interpreter::dispatch(const Statement &statement, Frame &frame)
 {
     switch (statement.kind) {
-    case StatementKind::Select:
-        runSelect(statement, frame);
-        break;
-    case StatementKind::Insert:
-        if (as<InsertStatement>(statement).execute)
-            runInsertExecute(as<InsertStatement>(statement), frame);
-        else
-            runChange(statement, frame);
-        break;
-    case StatementKind::Update:
-    case StatementKind::Delete:
-        runChange(statement, frame);
-        break;
-    case StatementKind::If: {
-        const auto &branch = as<IfStatement>(statement);
-        if (condition(*branch.condition, frame))
-            return run(*branch.then, frame);
-        return branch.otherwise ? run(*branch.otherwise, frame) : Flow::Next;
-    }
+    case StatementKind::If:
+        return runIf(as<IfStatement>(statement), frame);
     case StatementKind::While:
         return runLoop(as<WhileStatement>(statement), frame);
     case StatementKind::Block:
@@ -94,54 +77,68 @@ Interpreter::Flow Interpreter::dispatch(const Statement &statement, Frame &frame
     case StatementKind::Continue:
         return Flow::Continue;
     case StatementKind::Return:
-        if (const auto &value = as<ReturnStatement>(statement).value) {
-            const Value result = scalar(*value, frame, {Kind::Int, 0, 0, 0});
-            frame.returnValue = result.integer;
-        }
+        if (const auto &value = as<ReturnStatement>(statement).value)
+            frame.returnValue = scalar(*value, frame, {Kind::Int, 0, 0, 0}).integer;
         return Flow::Return;
-    case StatementKind::Declare:
-        runDeclare(as<DeclareStatement>(statement), frame);
-        break;
-    case StatementKind::SetVariable: {
-        const auto &set = as<SetVariableStatement>(statement);
-        const QString key = variableKey(set.variable);
-        if (!frame.plan.variables().contains(key))
-            throw Error(137, u"Must declare the scalar variable \"%1\"."_qs.arg(set.variable));
-        frame.variables[key] = scalar(*set.value, frame, frame.plan.variables().value(key));
-        break;
+    case StatementKind::RaiseError:
+        runRaiseError(as<RaiseStatement>(statement), frame);
+        return Flow::Next; // keeps its number in @@ERROR
+    default:
+        perform(statement, frame);
+        m_connection.m_session.lastError = 0;
+        return Flow::Next;
     }
+}
+
+/** What the text always goes on behind. */
+void Interpreter::perform(const Statement &statement, Frame &frame)
+{
+    switch (statement.kind) {
+    case StatementKind::Select:
+        return runSelect(statement, frame);
+    case StatementKind::Insert:
+        if (as<InsertStatement>(statement).execute)
+            return runInsertExecute(as<InsertStatement>(statement), frame);
+        return runChange(statement, frame);
+    case StatementKind::Update:
+    case StatementKind::Delete:
+        return runChange(statement, frame);
+    case StatementKind::Declare:
+        return runDeclare(as<DeclareStatement>(statement), frame);
+    case StatementKind::SetVariable:
+        return runSetVariable(as<SetVariableStatement>(statement), frame);
     case StatementKind::SetOption:
-        runSetOption(as<SetOptionStatement>(statement));
-        break;
+        return runSetOption(as<SetOptionStatement>(statement));
     case StatementKind::Execute:
-        runExecute(as<ExecuteStatement>(statement), frame);
-        break;
+        return runExecute(as<ExecuteStatement>(statement), frame);
     case StatementKind::ExecuteText: {
         QHash<QString, Value> none;
-        runText(text(*as<ExecuteTextStatement>(statement).sql, frame), {}, {}, none);
-        break;
+        return runText(text(*as<ExecuteTextStatement>(statement).sql, frame), {}, {}, none);
     }
     case StatementKind::BeginTransaction:
     case StatementKind::Commit:
     case StatementKind::Rollback:
     case StatementKind::SaveTransaction:
-        runTransaction(as<TransactionStatement>(statement));
-        break;
+        return runTransaction(as<TransactionStatement>(statement));
     case StatementKind::Throw:
-        runThrow(as<RaiseStatement>(statement), frame);
-        break;
-    case StatementKind::RaiseError:
-        runRaiseError(as<RaiseStatement>(statement), frame);
-        return Flow::Next; // keeps its number in @@ERROR
+        return runThrow(as<RaiseStatement>(statement), frame);
     case StatementKind::Print:
-        m_outcome.messages += text(*as<PrintStatement>(statement).value, frame);
-        break;
+        return say(text(*as<PrintStatement>(statement).value, frame));
     default:
-        runDefinition(statement, frame);
-        break;
+        return runDefinition(statement, frame);
     }
-    m_connection.m_session.lastError = 0;
-    return Flow::Next;
+}
+
+void Interpreter::say(const QString &message)
+{
+    m_outcome.messages.push_back({message, m_outcome.results.size()});
+}
+
+Interpreter::Flow Interpreter::runIf(const IfStatement &branch, Frame &frame)
+{
+    if (condition(*branch.condition, frame))
+        return run(*branch.then, frame);
+    return branch.otherwise ? run(*branch.otherwise, frame) : Flow::Next;
 }
 
 Interpreter::Flow Interpreter::runLoop(const WhileStatement &loop, Frame &frame)
@@ -249,7 +246,7 @@ void Interpreter::runRaiseError(const RaiseStatement &statement, Frame &frame)
     const auto severity = int(scalar(*statement.args[1], frame, number).integer);
     const auto state = int(scalar(*statement.args[2], frame, number).integer);
     if (severity < 11) {
-        m_outcome.messages += message;
+        say(message);
         m_connection.m_session.lastError = 0;
         return;
     }
@@ -282,6 +279,14 @@ void Interpreter::runSetOption(const SetOptionStatement &statement)
             session.options.identityInsert.remove(table->name.key());
         m_connection.m_plans.clear(); // an INSERT means something else now
     }
+}
+
+void Interpreter::runSetVariable(const SetVariableStatement &set, Frame &frame)
+{
+    const QString key = variableKey(set.variable);
+    if (!frame.plan.variables().contains(key))
+        throw Error(137, u"Must declare the scalar variable \"%1\"."_qs.arg(set.variable));
+    frame.variables[key] = scalar(*set.value, frame, frame.plan.variables().value(key));
 }
 
 void Interpreter::runDeclare(const DeclareStatement &statement, Frame &frame)

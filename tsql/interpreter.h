@@ -7,6 +7,8 @@
 
 namespace tsql {
 
+class BoundBytes;
+
 /** One batch, procedure call or dynamic text on the stack. */
 struct Frame
 {
@@ -37,12 +39,16 @@ private:
     Flow run(const Statements &statements, Frame &frame);
     Flow run(const Statement &statement, Frame &frame);
     Flow dispatch(const Statement &statement, Frame &frame);
+    void perform(const Statement &statement, Frame &frame);
+    void say(const QString &message);
+    Flow runIf(const IfStatement &branch, Frame &frame);
     Flow runLoop(const WhileStatement &loop, Frame &frame);
     Flow runTry(const TryCatchStatement &statement, Frame &frame);
     void runTransaction(const TransactionStatement &statement);
     void runThrow(const RaiseStatement &statement, Frame &frame);
     void runRaiseError(const RaiseStatement &statement, Frame &frame);
     void runSetOption(const SetOptionStatement &statement);
+    void runSetVariable(const SetVariableStatement &set, Frame &frame);
     void runDeclare(const DeclareStatement &statement, Frame &frame);
 
     // Queries and rows
@@ -60,7 +66,7 @@ private:
     Value scalar(const Expression &value, Frame &frame, const SqlType &target);
     bool condition(const Expression &value, Frame &frame);
     QString text(const Expression &value, Frame &frame);
-    void bind(sqlite3_stmt *statement, const Compiled &compiled, Frame &frame);
+    void bind(sqlite3_stmt *statement, const Compiled &compiled, Frame &frame, BoundBytes *bytes = nullptr);
     Value systemValue(const QString &name, const Frame &frame) const;
 
     // Definitions

@@ -92,7 +92,7 @@ Value Interpreter::systemValue(const QString &name, const Frame &frame) const
     return Value::ofText(QSysInfo::machineHostName());
 }
 
-void Interpreter::bind(sqlite3_stmt *statement, const Compiled &compiled, Frame &frame)
+void Interpreter::bind(sqlite3_stmt *statement, const Compiled &compiled, Frame &frame, BoundBytes *bytes)
 {
     int index = 0;
     for (const Parameter &parameter : compiled.parameters) {
@@ -100,10 +100,11 @@ void Interpreter::bind(sqlite3_stmt *statement, const Compiled &compiled, Frame 
         switch (parameter.source) {
         case Parameter::Source::Literal:
             bindLiteral(statement, index,
-                        frame.literals ? (*frame.literals)[size_t(parameter.literal)] : parameter.value, parameter);
+                        frame.literals ? (*frame.literals)[size_t(parameter.literal)] : parameter.value, parameter,
+                        bytes);
             break;
         case Parameter::Source::Constant:
-            bindLiteral(statement, index, parameter.value, parameter);
+            bindLiteral(statement, index, parameter.value, parameter, bytes);
             break;
         case Parameter::Source::Variable:
             bindConverted(statement, index, frame.variables.value(parameter.name), parameter.variableType, parameter);
@@ -238,8 +239,9 @@ void Interpreter::runChange(const Statement &statement, Frame &frame)
     if (session.transactions == 0 && !entry->usesTemporary)
         m_connection.requireFile();
     SqliteHandle &handle = m_connection.m_main;
+    BoundBytes bytes; // outlives the lease
     Lease lease(entry, handle);
-    bind(lease.statement(), compiled, frame);
+    bind(lease.statement(), compiled, frame, &bytes);
     try {
         if (compiled.columns.empty()) {
             while (handle.step(lease.statement())) {

@@ -59,8 +59,11 @@ Batch Parser::batch()
     while (acceptSymbol(QLatin1String(";"))) {
     }
     // The first statement of a batch may call a procedure by its bare name.
-    if (peek().kind == TokenKind::Word && !isReserved(peek().text) && !at(QLatin1String("THROW")))
+    if (peek().kind == TokenKind::Word && !isReserved(peek().text) && !at(QLatin1String("THROW"))) {
+        if (peek(1).kind == TokenKind::Word)
+            refuseUnsupported();
         batch.statements.push_back(executeStatement(false));
+    }
     while (!atEnd())
         batch.statements.push_back(statement());
     batch.text = m_text;

@@ -108,6 +108,9 @@ private:
     StatementPtr withStatement();
     StatementPtr selectStatement(std::vector<CommonTable> with);
     StatementPtr insertStatement(std::vector<CommonTable> with);
+    ObjectName changedTable();
+    template <class Change> void changedRows(Change &change);
+    void refuseUnsupported() const;
     StatementPtr updateStatement(std::vector<CommonTable> with);
     StatementPtr deleteStatement(std::vector<CommonTable> with);
     StatementPtr truncateStatement();

@@ -21,6 +21,19 @@ StatementPtr Parser::statement()
     return result;
 }
 
+/// Statements of the dialect that are not carried out are named, so that nobody looks for a slip of the pen.
+void Parser::refuseUnsupported() const
+{
+    static const QSet<QString> known = {
+        u"MERGE"_qs, u"GOTO"_qs,   u"WAITFOR"_qs,     u"OPEN"_qs,       u"FETCH"_qs,   u"CLOSE"_qs,  u"DEALLOCATE"_qs,
+        u"GRANT"_qs, u"REVOKE"_qs, u"DENY"_qs,        u"BACKUP"_qs,     u"RESTORE"_qs, u"DBCC"_qs,   u"USE"_qs,
+        u"BULK"_qs,  u"KILL"_qs,   u"RECONFIGURE"_qs, u"CHECKPOINT"_qs, u"DISABLE"_qs, u"ENABLE"_qs,
+    };
+    const QString word = peek().text.toUpper();
+    if (peek().kind == TokenKind::Word && known.contains(word))
+        unsupported(word);
+}
+
 StatementPtr Parser::statementBody()
 {
     using Parse = StatementPtr (*)(Parser &);
@@ -49,11 +62,6 @@ StatementPtr Parser::statementBody()
         {u"ALTER"_qs, [](Parser &p) { return p.alterStatement(); }},
         {u"DROP"_qs, [](Parser &p) { return p.dropStatement(); }},
     };
-    static const QSet<QString> known = {
-        u"MERGE"_qs, u"GOTO"_qs,   u"WAITFOR"_qs,     u"OPEN"_qs,       u"FETCH"_qs,   u"CLOSE"_qs,  u"DEALLOCATE"_qs,
-        u"GRANT"_qs, u"REVOKE"_qs, u"DENY"_qs,        u"BACKUP"_qs,     u"RESTORE"_qs, u"DBCC"_qs,   u"USE"_qs,
-        u"BULK"_qs,  u"KILL"_qs,   u"RECONFIGURE"_qs, u"CHECKPOINT"_qs, u"DISABLE"_qs, u"ENABLE"_qs,
-    };
     if (peek().kind != TokenKind::Word && !atSymbol(QLatin1String("(")))
         refuse();
     if (atSymbol(QLatin1String("(")))
@@ -66,8 +74,7 @@ StatementPtr Parser::statementBody()
     const auto found = table.constFind(word);
     if (found != table.cend())
         return (*found)(*this);
-    if (known.contains(word))
-        unsupported(word);
+    refuseUnsupported();
     refuse();
 }
 
@@ -109,17 +116,36 @@ StatementPtr Parser::selectStatement(std::vector<CommonTable> with)
     return result;
 }
 
+/// The table that a statement changes, a table variable among them.
+ObjectName Parser::changedTable()
+{
+    ObjectName result;
+    if (peek().kind == TokenKind::Variable)
+        result.name = take().text;
+    else
+        result = objectName();
+    skipHints();
+    return result;
+}
+
+/// Which rows an UPDATE or DELETE is about, and what it tells of them.
+template <class Change> void Parser::changedRows(Change &change)
+{
+    change.output = outputClause();
+    if (accept(QLatin1String("FROM")))
+        change.from = tableSources();
+    if (accept(QLatin1String("WHERE")))
+        change.where = condition();
+    skipOptionClause();
+}
+
 StatementPtr Parser::insertStatement(std::vector<CommonTable> with)
 {
     auto result = std::make_unique<InsertStatement>();
     result->with = std::move(with);
     expect(QLatin1String("INSERT"));
     accept(QLatin1String("INTO"));
-    if (peek().kind == TokenKind::Variable)
-        result->table.name = take().text;
-    else
-        result->table = objectName();
-    skipHints();
+    result->table = changedTable();
     const bool nestedSelect = at(QLatin1String("SELECT"), 1) || at(QLatin1String("WITH"), 1);
     if (atSymbol(QLatin1String("(")) && !nestedSelect)
         result->columns = nameList();
@@ -146,11 +172,7 @@ StatementPtr Parser::updateStatement(std::vector<CommonTable> with)
     result->with = std::move(with);
     expect(QLatin1String("UPDATE"));
     result->top = topClause(nullptr);
-    if (peek().kind == TokenKind::Variable)
-        result->target.name = take().text;
-    else
-        result->target = objectName();
-    skipHints();
+    result->target = changedTable();
     expect(QLatin1String("SET"));
     do {
         Assignment assignment;
@@ -175,12 +197,7 @@ StatementPtr Parser::updateStatement(std::vector<CommonTable> with)
         }
         result->assignments.push_back(std::move(assignment));
     } while (acceptSymbol(QLatin1String(",")));
-    result->output = outputClause();
-    if (accept(QLatin1String("FROM")))
-        result->from = tableSources();
-    if (accept(QLatin1String("WHERE")))
-        result->where = condition();
-    skipOptionClause();
+    changedRows(*result);
     return result;
 }
 
@@ -191,17 +208,8 @@ StatementPtr Parser::deleteStatement(std::vector<CommonTable> with)
     expect(QLatin1String("DELETE"));
     result->top = topClause(nullptr);
     accept(QLatin1String("FROM"));
-    if (peek().kind == TokenKind::Variable)
-        result->target.name = take().text;
-    else
-        result->target = objectName();
-    skipHints();
-    result->output = outputClause();
-    if (accept(QLatin1String("FROM")))
-        result->from = tableSources();
-    if (accept(QLatin1String("WHERE")))
-        result->where = condition();
-    skipOptionClause();
+    result->target = changedTable();
+    changedRows(*result);
     return result;
 }
 

@@ -198,11 +198,17 @@ std::shared_ptr<Plan> PlanCache::plan(const QString &text, const QString &scope,
 {
     shape(text, m_shape);
     const bool keep = !m_shape.key.isEmpty() && text.size() <= LongestKept;
+    if (keep && m_last && scope.isEmpty() && m_shape.key == m_lastKey && m_last->serves(m_shape.literals)) {
+        literals.swap(m_shape.literals);
+        return m_last;
+    }
     const QString key = scope.isEmpty() ? m_shape.key : scope + u'\n' + m_shape.key;
     if (keep) {
         const auto *found = m_plans.object(key);
         if (found && (*found)->serves(m_shape.literals)) {
             literals.swap(m_shape.literals);
+            m_last = *found;
+            m_lastKey = key;
             return *found;
         }
     }
@@ -225,6 +231,7 @@ std::shared_ptr<Plan> PlanCache::plan(const std::shared_ptr<const CreateProcedur
 void PlanCache::clear()
 {
     m_plans.clear();
+    m_last.reset();
     m_procedures.clear();
 }
 

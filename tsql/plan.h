@@ -123,6 +123,8 @@ private:
     static constexpr qsizetype LongestKept = 20'000; ///< characters: long texts are scripts and come once
 
     QCache<QString, std::shared_ptr<Plan>> m_plans{MaxPlans};
+    std::shared_ptr<Plan> m_last; ///< what ran last, and most often runs next
+    QString m_lastKey;
     QHash<QString, std::shared_ptr<Plan>> m_procedures;
     Shape m_shape;
 };

@@ -4,6 +4,7 @@
 #include "tsql/error.h"
 #include "tsql/qt_types.h"
 
+#include <QScopeGuard>
 #include <QSqlField>
 
 namespace tsql {
@@ -31,7 +32,7 @@ Result::~Result()
 void Result::close()
 {
     m_cursor.reset();
-    m_outcome = {};
+    m_outcome.clear();
     m_nextResult = 0;
     m_passed.clear();
     m_connection.reset();
@@ -44,10 +45,12 @@ bool Result::reset(const QString &sql)
     close();
     setActive(false);
     setAt(QSql::BeforeFirstRow);
-    m_connection = static_cast<const Driver *>(driver())->connection();
+    const auto *owner = static_cast<const Driver *>(driver());
+    m_connection = owner->connection();
     try {
         if (!m_connection)
             throw Error(0, u"The database is not open."_qs);
+        const auto tell = qScopeGuard([&] { owner->m_messages.swap(m_outcome.messages); });
         m_connection->execute(sql, m_outcome);
     } catch (const Error &error) {
         if (m_outcome.results.empty() || foundBeforeRunning(error)) {

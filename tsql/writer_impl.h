@@ -225,6 +225,7 @@ private:
     QString orderItem(const OrderItem &item, CorePlan &plan, bool compound);
     std::optional<std::size_t> outputPosition(const Expression &node, const CorePlan &plan);
     QueryText xmlText(const Query &query, const QueryText &rows) const;
+    QueryText schemaView(const QString &view) const;
     bool singleRow(const Query &query);
     bool pinnedByKey(const SelectCore &core) const;
     static bool hasAggregate(const Expression &node);

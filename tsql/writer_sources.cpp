@@ -108,6 +108,13 @@ QString Writer::named(const TableSource &source, Scope &scope)
         addSource(scope, tableSource(*table, source.alias, alias), source.line);
         return u"%1 AS %2"_qs.arg(table->sqliteName, alias);
     }
+    if (sameName(source.name.schema, u"INFORMATION_SCHEMA")) {
+        const QueryText text = schemaView(source.name.name);
+        if (!text.columns.empty()) {
+            addSource(scope, shapeSource(text.columns, alias, name), source.line);
+            return u"(%1) AS %2"_qs.arg(text.sql, alias);
+        }
+    }
     const std::shared_ptr<const CreateViewStatement> view = m_catalogue.view(source.name);
     if (!view) {
         if (source.name.name.startsWith(u'@'))

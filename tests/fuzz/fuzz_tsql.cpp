@@ -123,6 +123,8 @@ void compileAll(const Database &database, const std::vector<StatementPtr> &state
             if (compiled.sql.isEmpty() || statement->kind == StatementKind::AlterTable)
                 continue;
             prepare(database, compiled, compiled.sql);
+            for (const Compiled &value : compiled.inTurn)
+                prepare(database, value, value.sql);
         } catch (const Error &error) {
             if (error.number() == 0 || error.message().isEmpty())
                 fail("a refusal without words", statement->text);

@@ -57,6 +57,27 @@ void TestGoodsSql::runs_data()
     QTest::newRow("an error in the middle of a later batch")
         << QStringList{u"--csv"_qs} << QByteArray("SELECT 1 AS A\n\nGO\n\nSELECT 2 AS B\nSELECT 1/0\nGO\nSELECT 3 AS C")
         << u"1\nA\r\n1\r\nB\r\n2\r\ngoods-sql: input:6: error 8134: Divide by zero error encountered.\n"_qs;
+    QTest::newRow("messages between the rows, and before an error")
+        << QStringList{}
+        << QByteArray("PRINT N'شروع' SELECT 1 AS A PRINT 2 + 3 RAISERROR('%d left', 5, 1, 7)\nSELECT 1/0")
+        << u"1\nشروع\nA\n-\n1\n5\n7 left\ngoods-sql: input:2: error 8134: Divide by zero error encountered.\n"_qs;
+    QTest::newRow("messages beside comma-separated values")
+        << QStringList{u"--csv"_qs} << QByteArray("PRINT 'begin' SELECT 1 AS A") << u"0\nA\r\n1\r\nbegin\n"_qs;
+    QTest::newRow("what an administrator looks up")
+        << QStringList{}
+        << QByteArray(
+               "CREATE TABLE G (Code int NOT NULL, Name nvarchar(30), Cost decimal(9,2))\nGO\n"
+               "SELECT TABLE_NAME AS T FROM INFORMATION_SCHEMA.TABLES WHERE TABLE_NAME = 'g'\n"
+               "SELECT COLUMN_NAME AS C, DATA_TYPE AS T, IS_NULLABLE AS N, CHARACTER_MAXIMUM_LENGTH AS L,"
+               " NUMERIC_PRECISION AS P, NUMERIC_SCALE AS S\n"
+               "FROM INFORMATION_SCHEMA.COLUMNS WHERE TABLE_NAME = 'G' ORDER BY ORDINAL_POSITION\n"
+               "SELECT ROUTINE_TYPE AS R FROM INFORMATION_SCHEMA.ROUTINES WHERE ROUTINE_NAME = 'GoodInf_List_SP'")
+        << u"0\nT\n-\nG\nC    T        N      L    P    S\n---- -------- --- ---- ---- ----\n"
+           "Code int      NO  NULL   10    0\nName nvarchar YES   30 NULL NULL\nCost decimal  YES NULL    9    2\n"
+           "R\n---------\nPROCEDURE\n"_qs;
+    QTest::newRow("a statement of a server's administrator")
+        << QStringList{} << QByteArray("BACKUP DATABASE goods TO DISK = 'x'")
+        << u"1\ngoods-sql: input:1: error 40517: Keyword or statement option 'BACKUP' is not supported in this version of the database.\n"_qs;
     QTest::newRow("what cannot be read")
         << QStringList{} << QByteArray("SELECT 1 AS A\nGO\n\nSELECT 'a")
         << u"1\nA\n-\n1\ngoods-sql: input:4: error 105: Unclosed quotation mark after the character "

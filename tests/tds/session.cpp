@@ -180,8 +180,8 @@ void Session::runBatch(const QString &text)
 /** Everything but the end of the batch, which says that nothing follows. */
 void Session::sendOutcome(tsql::Outcome &outcome)
 {
-    for (const QString &said : std::as_const(outcome.messages))
-        putMessage(m_wire, 0, 0, 1, 1, said);
+    for (const tsql::Message &said : outcome.messages)
+        putMessage(m_wire, 0, 0, 1, 1, said.text);
     bool called = false;
     for (const tsql::Report &report : outcome.reports) {
         if (std::exchange(called, report.inProcedure) && !called) {

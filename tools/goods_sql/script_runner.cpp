@@ -1,5 +1,6 @@
 #include "tools/goods_sql/script_runner.h"
 
+#include "tsql/driver.h"
 #include "tsql/error.h"
 #include "tsql/lexer.h"
 
@@ -13,6 +14,36 @@ int lineOf(const QSqlError &error)
     const QString text = error.driverText();
     return text.startsWith(u"Line "_qs) ? std::max(text.mid(5).toInt(), 1) : 1;
 }
+
+/** What a batch of the embedded database says between its result sets. A server's driver keeps it to itself. */
+class Messages
+{
+public:
+    explicit Messages(const QSqlDatabase &database)
+    {
+        if (const auto *driver = qobject_cast<tsql::Driver *>(database.driver()))
+            m_all = driver->messages();
+    }
+
+    /** Those before the next result set. */
+    void printNext(TablePrinter &printer)
+    {
+        while (m_next < m_all.size() && m_all[m_next].resultsBefore <= m_results)
+            printer.say(m_all[m_next++].text);
+        ++m_results;
+    }
+
+    void printRest(TablePrinter &printer)
+    {
+        while (m_next < m_all.size())
+            printer.say(m_all[m_next++].text);
+    }
+
+private:
+    std::vector<tsql::Message> m_all;
+    size_t m_next = 0;
+    size_t m_results = 0;
+};
 
 } // namespace
 
@@ -36,11 +67,16 @@ void ScriptRunner::runBatch(const QString &batch, int firstLine, const QString &
     query.setForwardOnly(true);
     query.setNumericalPrecisionPolicy(QSql::HighPrecision);
     bool more = query.exec(batch);
+    Messages messages(m_database);
     while (more && !query.lastError().isValid()) {
-        if (m_printer && query.isSelect())
+        if (m_printer && query.isSelect()) {
+            messages.printNext(*m_printer);
             m_printer->print(query);
+        }
         more = !query.lastError().isValid() && query.nextResult();
     }
+    if (m_printer)
+        messages.printRest(*m_printer);
     const QSqlError error = query.lastError();
     if (error.isValid()) {
         const QString number = error.nativeErrorCode().isEmpty() ? QString() : u" "_qs + error.nativeErrorCode();

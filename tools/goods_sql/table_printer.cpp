@@ -63,6 +63,14 @@ int TablePrinter::print(QSqlQuery &query)
     return m_csv ? printCsv(rows) : printTable(rows);
 }
 
+void TablePrinter::say(const QString &message)
+{
+    if (m_csv)
+        QTextStream(stderr) << message << u'\n';
+    else
+        m_out << message << u'\n';
+}
+
 TablePrinter::Rows TablePrinter::rowsOf(QSqlQuery &query)
 {
     const QSqlRecord record = query.record(); // before the first row: a record of a row reads its values

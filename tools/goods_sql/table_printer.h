@@ -14,6 +14,8 @@ public:
 
     /** Returns the number of rows. */
     int print(QSqlQuery &query);
+    /** A line of the script's own. Among comma-separated values it goes to the standard error. */
+    void say(const QString &message);
 
 private:
     /** The query's rows, with the columns that a server's driver has to be asked for as text. */
