@@ -28,7 +28,6 @@ private Q_SLOTS:
     }
     void pricesOfANewGood();
     void pricesOfAnOldGood();
-    void goodWithoutPriceRow();
     void singleStoreOpening_data();
     void singleStoreOpening();
     void severalStores();
@@ -122,24 +121,6 @@ void TestGoodWorking::pricesOfAnOldGood()
     QCOMPARE(levels[bought].Code, 10);
     QCOMPARE(host::QuantityToText(goods.GoodDefaultCost(501)),
              Rows(u"select CostLevel_Sell_3 from GoodCostDiscount"_qs).first());
-}
-
-void TestGoodWorking::goodWithoutPriceRow()
-{
-    TGood_DM &goods = desk->goods;
-    goods.Good_Insert(Good(501));
-    database->Exec(u"delete from GoodCostDiscount"_qs);
-    goods.CostLevel_Prepare(501, 3);
-    goods.CostLevel_Sell_GetAll(501);
-    QVERIFY(goods.SellDetails_QRY.IsEmpty());
-    QVERIFY(!goods.CostLevel_Sell_NotSelect(501, 0)); // nothing to choose from must not bar the save
-    QList<host::Entity> levels;
-    QCOMPARE(goods.CostLevel_Sell_Fill(levels, 501), 0);
-    goods.Good_Update(Good(501));
-    goods.CostLevel_Save(501);
-    goods.CostLevel_Prepare(501, 3);
-    goods.CostLevel_Sell_GetAll(501);
-    QCOMPARE(goods.SellDetails_QRY.RecordCount(), 10);
 }
 
 void TestGoodWorking::singleStoreOpening_data()

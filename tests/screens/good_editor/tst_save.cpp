@@ -85,7 +85,8 @@ private slots:
         QCOMPARE(f.database.Rows(u"select GoodCode,StoreCode,tmp,Amount1,Amount2,Radif from GoodFirstAsset"_qs),
                  QStringList{u"500001|2|0|2.5|0|1"_qs});
         QCOMPARE(f.host.vouchers.calls.filter(u"SaveInLineAutoVoucher"_qs).size(), 1);
-        // Nothing of the next, unsaved good is left behind.
+        // Nothing of the next, unsaved good is left behind, nor is its code kept.
+        QCOMPARE(f.host.entities.calls.value(f.host.entities.calls.size() - 1), u"ReleaseCodes(102)"_qs);
         QCOMPARE(f.database.Rows(u"select * from tmpCostList"_qs), QStringList());
     }
 
@@ -224,7 +225,11 @@ private slots:
         QTest::newRow("free") << Way([](EditorFixture &) {}) << false;
         QTest::newRow("period closed") << Way([](EditorFixture &f) { f.host.vouchers.constStartPeriod = true; })
                                        << true;
-        QTest::newRow("details entered") << Way([](EditorFixture &f) { f.host.goodDetails.entered = true; }) << true;
+        QTest::newRow("details entered, also for the second unit") << Way([](EditorFixture &f) {
+            f.host.goodDetails.entered = f.host.settings.record.TwoUnitVariableRatio = true;
+            f.database.Exec(u"update GoodInf set Unit2=2,Meghdar_Formool=12,AvaBgPrd2=1"_qs);
+            f.database.Exec(u"update GoodFirstAsset set Amount2=1"_qs);
+        }) << true;
         QTest::newRow("other voucher") << Way([](EditorFixture &f) {
             f.database.Exec(u"insert into Vouchers(Code,Kind,[Date]) values(1,2,'1405/01/01')"_qs);
             f.database.Exec(u"insert into VoucherLines(VoucherCode,GoodCode,Sharh) values(1,500009,N'x')"_qs);
@@ -247,11 +252,13 @@ private slots:
         f.database.Exec(u"update GoodInf set AvaBgPrd=4,CostBgPrd=1"_qs);
         f.database.Exec(u"insert into GoodFirstAsset(GoodCode,StoreCode,tmp,Amount1,Radif) values(500009,1,0,4,1)"_qs);
         fix(f);
-        const QString state = u"select StoreCode,tmp,Amount1,AvaBgPrd from GoodFirstAsset,GoodInf order by Radif"_qs;
+        const QString state =
+            u"select StoreCode,tmp,Amount1,AvaBgPrd,AvaBgPrd2 from GoodFirstAsset,GoodInf order by Radif"_qs;
         const QStringList before = f.database.Rows(state);
         f.OpenGood(500009, [&](QWidget *screen) {
             const auto &quantity = test::Find<QLineEdit>(screen, u"AvaBgPrd_EDT"_qs);
             QCOMPARE(!quantity.isEnabled() || quantity.isReadOnly(), fixed);
+            test::Focus(screen, u"AvaBgPrd_EDT"_qs); // passing through changes nothing
             test::Enter(screen, u"Name_EDT"_qs, u"ماست"_qs);
             test::Press(Qt::Key_F3);
             QCOMPARE(f.host.messages.TakeAll(), QStringList{Saved});
@@ -328,12 +335,23 @@ private slots:
     {
         EditorFixture f;
         f.InsertGood(500009, u"دوغ"_qs, 909);
+        f.database.Exec(u"update GoodInf set FeaturesDetail=N'سبز'"_qs); // which no control shows
+        f.database.Exec(u"insert into Categories(Code,Name,Path) values(3,N'گرم',',3,')"_qs);
+        f.host.categories.all = {{3, 0, u"گرم"_qs}};
         f.OpenNew(u"5"_qs, [&](QWidget *screen) {
+            f.ShowTab(screen, u"Category_TBC"_qs);
+            test::Focus(screen, u"Category_frame1"_qs);
+            test::Press(Qt::Key_End);
+            test::Press(Qt::Key_F4);
+            f.ShowTab(screen, u"General_TPC"_qs);
             const auto &code = test::Find<QLineEdit>(screen, u"Code_EDT"_qs);
             QCOMPARE(code.text(), u"500010"_qs);
             test::Focus(screen, u"Group_CMB"_qs);
             test::Press(Qt::Key_Down);
+            f.host.messages.Answer(true);
             QCOMPARE(code.text(), u"600001"_qs);
+            test::Find<QAbstractButton>(screen, u"DellCat_BTN"_qs).click(); // the category came along
+            QCOMPARE(f.host.messages.Take(), u"MsgDeleteItem(دسته)"_qs);
             f.Leave();
         });
         // An existing good keeps its code.
@@ -344,9 +362,9 @@ private slots:
             test::Press(Qt::Key_F3);
             QCOMPARE(f.host.messages.TakeAll(), QStringList{Saved});
         });
-        QCOMPARE(f.database.Rows(u"select Code,GrpCode,UserModified,ModifiedDate,ModifiedTime,isnull(UserCreated,'') "
-                                 "from GoodInf"_qs),
-                 QStringList{u"500009|6|مریم احمدی (7)|1403/05/09|10:20:30|"_qs});
+        QCOMPARE(f.database.Rows(u"select Code,GrpCode,UserModified,ModifiedDate,ModifiedTime,isnull(UserCreated,''),"
+                                 "FeaturesDetail from GoodInf"_qs),
+                 QStringList{u"500009|6|مریم احمدی (7)|1403/05/09|10:20:30||سبز"_qs});
     }
 
     void namesAreSuggestedWhenAskedFor()

@@ -98,6 +98,8 @@ private slots:
             << false << QStringList{u"AvaBgPrd=30"_qs, u"AvaBgPrd2=3"_qs} << 0 << u"30"_qs << u"3"_qs;
         QTest::newRow("typed by hand, replaced")
             << false << QStringList{u"AvaBgPrd=30"_qs, u"AvaBgPrd2=3"_qs} << 1 << u"36"_qs << u"3"_qs;
+        QTest::newRow("asked once") << false << QStringList{u"AvaBgPrd=30"_qs, u"AvaBgPrd2=3"_qs, u"AvaBgPrd2=4"_qs}
+                                    << 1 << u"48"_qs << u"4"_qs;
     }
     void quantitiesInTwoUnits()
     {
@@ -179,6 +181,23 @@ private slots:
             QCOMPARE(f.host.messages.Take(), told ? u"MsgRequiredField(درصد کمتر از 100 )"_qs : QString());
             QCOMPARE(test::Focused(), told ? u"Pos_EDT"_qs : u"SmsCode_EDT"_qs);
             QTEST(Shown(screen, u"Pos"_qs), "shown");
+            f.Leave();
+        });
+    }
+
+    void leavingTheTaxLooksAtTheDiscount()
+    {
+        EditorFixture f;
+        f.InsertGood(500009, u"دوغ"_qs, 909);
+        f.database.Exec(u"update GoodInf set OffPercent=150,TaxPercent=101"_qs);
+        f.OpenGood(500009, [&](QWidget *screen) {
+            f.ShowTab(screen, u"Discount_TPC"_qs);
+            test::Focus(screen, u"TaxPercent_edt"_qs);
+            test::Press(Qt::Key_Tab);
+            QCoreApplication::processEvents();
+            QCOMPARE(f.host.messages.Take(), u"MsgRequiredField(درصد کمتر از 100 )"_qs);
+            QCOMPARE(test::Find<QLineEdit>(screen, u"OffPercent_EDT"_qs).text(), u"100"_qs);
+            QCOMPARE(test::Find<QLineEdit>(screen, u"TaxPercent_edt"_qs).text(), u"101"_qs);
             f.Leave();
         });
     }
