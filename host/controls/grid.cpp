@@ -202,7 +202,8 @@ Grid::Place Grid::CurrentPlace() const
     if (!current.isValid())
         return {};
     const bool seen = viewport()->rect().intersects(visualRect(current));
-    return {CurrentKey(), current.row(), seen ? current.row() - verticalScrollBar()->value() : -1};
+    return {CurrentKey(), current.row(), seen ? current.row() - verticalScrollBar()->value() : -1,
+            horizontalScrollBar()->value()};
 }
 
 void Grid::ReturnTo(const Place &place)
@@ -216,6 +217,7 @@ void Grid::ReturnTo(const Place &place)
     executeDelayedItemsLayout(); // the bar does not know the new rows before
     verticalScrollBar()->setValue(currentIndex().row() - place.offset);
     scrollTo(currentIndex(), QAbstractItemView::EnsureVisible);
+    horizontalScrollBar()->setValue(place.sideways);
 }
 
 void Grid::SortBy(const QString &field, Qt::SortOrder order)
@@ -369,6 +371,17 @@ void Grid::keyPressEvent(QKeyEvent *event)
         }
     }
     QTableView::keyPressEvent(event);
+}
+
+QModelIndex Grid::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)
+{
+    const bool ends = action == MoveHome || action == MoveEnd;
+    const QModelIndex current = currentIndex();
+    if (!ends || !current.isValid() || (editTriggers() != NoEditTriggers && !(modifiers & Qt::ControlModifier)))
+        return QTableView::moveCursor(action, modifiers);
+    if (action == MoveEnd)
+        FetchAll(); // the last row, not the last one so far
+    return m_model->index(action == MoveHome ? 0 : RowCount() - 1, current.column());
 }
 
 void Grid::CommitTyped()

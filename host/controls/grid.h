@@ -23,7 +23,8 @@ class GridModel;
 /// a third one gives the list's own order back. An ordered grid that is opened anew shows its rows when all are there.
 ///
 /// Keys: Insert or Space marks the current row (Insert goes down); Ctrl+click or a click in the mark column too;
-/// Ctrl+A marks every shown row; Ctrl+Home / Ctrl+End; Enter and double-click report `RowActivated`.
+/// Ctrl+A marks every shown row; Ctrl+Home and Ctrl+End go to the first and the last row, as Home and End do where no
+/// cell can be edited, and stay in their column; Enter and double-click report `RowActivated`.
 class HOST_EXPORT Grid : public QTableView
 {
     Q_OBJECT
@@ -70,7 +71,8 @@ public:
     {
         QString key;
         int row = -1;
-        int offset = -1; ///< rows between the top of the view and the current one; negative when it is out of sight
+        int offset = -1;  ///< rows between the top of the view and the current one; negative when it is out of sight
+        int sideways = 0; ///< how far the columns are scrolled
     };
     Place CurrentPlace() const;
     /// Goes back there after the rows were read anew: to the same row, or to the one in its place when it is gone. An
@@ -145,6 +147,7 @@ protected:
     void mousePressEvent(QMouseEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
     void currentChanged(const QModelIndex &current, const QModelIndex &previous) override;
+    QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
 
 private:
     void ApplyColumns();

@@ -112,6 +112,11 @@ void SearchFrame::ColumnChosen()
     Report();
 }
 
+QList<QWidget *> SearchFrame::TabStops() const
+{
+    return {m_column, m_text, m_number, m_price, m_reverse};
+}
+
 SearchDescription SearchFrame::Description() const
 {
     SearchDescription description;

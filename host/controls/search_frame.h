@@ -30,6 +30,9 @@ public:
     /// Ties the frame to a grid: its columns, its search, the keys that lead from one to the other. Once per frame.
     void SetGrid(Grid *grid);
 
+    /// Where Tab stops in the frame, in order, for the tab order of its screen.
+    QList<QWidget *> TabStops() const;
+
     SearchDescription Description() const;
     /// Searches for a text as if it had been typed, in every column.
     void SetText(const QString &text);

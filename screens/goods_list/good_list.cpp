@@ -57,6 +57,7 @@ TGood_List_FRM::TGood_List_FRM(host::Host &host, TFormMode mode, const QString &
     BuildPanels();
     BindCommands();
     BindGroups();
+    OrderTabs();
     TGood_List_FRM::SetFormMode(mode);
 }
 
@@ -104,6 +105,19 @@ void TGood_List_FRM::BuildGrid()
     });
     connect(ui->TGeneral_Search_Frame1, &host::SearchFrame::Accepted, this,
             [this] { Command(Title(), [this] { TakeTyped(); }); });
+}
+
+/// The form orders its own widgets only: those inside the search and the groups, and the base's buttons, join here.
+void TGood_List_FRM::OrderTabs()
+{
+    QList<QWidget *> stops = ui->TGeneral_Search_Frame1->TabStops();
+    stops << ui->GoodListDB_GRD << ui->Group_PNL->TabStops() << ui->Search_TBC;
+    stops << ui->Select_BTN << ui->New_BTN << ui->Edit_BTN << ui->Review_BTN << ui->Del_BTN << ui->PrintList_BTN
+          << ui->UpdateAssets_BTN << ui->Tags_btn << ui->ShowPicture_BTN << findChild<QPushButton *>(u"EXit_BTN"_s);
+    for (qsizetype stop = 1; stop < stops.size(); ++stop)
+        setTabOrder(stops.at(stop - 1), stops.at(stop));
+    // The search hands the focus on to its edit: Tab would pass over the column if it met the search first.
+    setTabOrder(stops.constLast(), stops.constFirst());
 }
 
 void TGood_List_FRM::BuildStockTabs()

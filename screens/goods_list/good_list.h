@@ -75,6 +75,7 @@ private:
     void BuildPanels();
     void BindCommands();
     void BindGroups();
+    void OrderTabs();
 
     // The rows.
     goods_list::ListCriteria Criteria() const;

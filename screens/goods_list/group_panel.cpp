@@ -57,7 +57,8 @@ void GroupPanel::ShowMenu(const QPoint &position)
 void GroupPanel::SetGroups(host::Dataset *groups)
 {
     ui->GoodGroupDB_GRD->SetSource(groups);
-    SetChosenGroup(m_chosen);
+    if (groups) // without them, the chosen one waits for those that come next
+        SetChosenGroup(m_chosen);
 }
 
 void GroupPanel::SetChosenGroup(int code)
@@ -86,6 +87,11 @@ void GroupPanel::FocusSearch()
 QPushButton *GroupPanel::GroupButton() const
 {
     return ui->Group_BTN;
+}
+
+QList<QWidget *> GroupPanel::TabStops() const
+{
+    return {ui->SearchGroup_EDT, ui->GoodGroupDB_GRD, ui->Group_BTN};
 }
 
 void GroupPanel::Choose()

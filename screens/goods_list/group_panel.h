@@ -30,7 +30,7 @@ public:
     ~GroupPanel() override;
 
     /// Shows the groups of `groups` (fields `Code` and `Name`), which outlives the panel's use of it. The chosen group
-    /// stays when it still exists; otherwise the first one is chosen, without a signal.
+    /// stays when it still exists; otherwise the first one is chosen, without a signal. Null lets go of the groups.
     void SetGroups(host::Dataset *groups);
     /// The code of the chosen group; 0 is all goods.
     int ChosenGroup() const { return m_chosen; }
@@ -43,6 +43,8 @@ public:
     /// Puts the focus into the search.
     void FocusSearch();
     QPushButton *GroupButton() const;
+    /// Where Tab stops in the panel, in order.
+    QList<QWidget *> TabStops() const;
 
 Q_SIGNALS:
     /// The user chose a group.

@@ -1,6 +1,7 @@
 #include "tests/host/block_model.h"
 
 #include <QtWidgets/QHeaderView>
+#include <QtWidgets/QScrollBar>
 
 /// Rows, marks and columns of a grid.
 class TestGrid : public QObject
@@ -12,6 +13,8 @@ private slots:
     void marks_keep_their_order();
     void marks_by_mouse();
     void standing_row();
+    void keys_to_the_ends_data();
+    void keys_to_the_ends();
     void place_is_kept();
     void cells_as_they_are_read();
     void layout_is_kept();
@@ -107,6 +110,36 @@ void TestGrid::standing_row()
     QVERIFY(grid.IsEmpty());
 }
 
+void TestGrid::keys_to_the_ends_data()
+{
+    QTest::addColumn<Qt::KeyboardModifiers>("modifiers");
+    QTest::newRow("plain") << Qt::KeyboardModifiers(Qt::NoModifier);
+    QTest::newRow("with Ctrl") << Qt::KeyboardModifiers(Qt::ControlModifier);
+}
+
+/// To the last row of all, also of those that have not arrived yet, without leaving the columns in sight.
+void TestGrid::keys_to_the_ends()
+{
+    QFETCH(Qt::KeyboardModifiers, modifiers);
+    QList<QStringList> rows;
+    for (int code = 1; code <= 500; ++code)
+        rows << QStringList{QString::number(code), {}, u"کالا"_qs};
+    BlockModel model({u"Code"_qs, u"AbbName"_qs, u"Name"_qs, u"Mogodi"_qs, u"Cost1"_qs}, rows, 100);
+    host::Grid grid;
+    grid.SetColumns(columns);
+    grid.resize(200, 300);
+    test::Show(grid);
+    grid.SetSource(&model);
+    grid.setFocus();
+    const int sideways = grid.horizontalScrollBar()->value();
+    QVERIFY(!grid.IsComplete());
+    test::Press(Qt::Key_End, modifiers);
+    QCOMPARE(grid.CurrentKey(), u"500"_qs);
+    test::Press(Qt::Key_Home, modifiers);
+    QCOMPARE(grid.CurrentKey(), u"1"_qs);
+    QCOMPARE(grid.horizontalScrollBar()->value(), sideways);
+}
+
 /// Rows that are read anew, and one that goes, leave the user where he was.
 void TestGrid::place_is_kept()
 {
@@ -135,7 +168,7 @@ void TestGrid::place_is_kept()
         QCOMPARE(grid.CurrentPlace().offset, place.offset);
         const QString next = grid.ShownKeys().at(place.row + 1);
         model.RemoveRow(grid.CurrentSourceRow());
-        grid.ReturnTo({{}, place.row, place.offset});
+        grid.ReturnTo({{}, place.row, place.offset, 0});
         QCOMPARE(grid.CurrentKey(), next);
         QCOMPARE(current.last().value(0).toString(), next);
         QCOMPARE(grid.CurrentPlace().offset, place.offset);

@@ -13,6 +13,7 @@ class TestGoodList : public QObject
 
 private slots:
     void showsGoodsRightToLeft();
+    void tabOrder();
     void search_data();
     void search();
     void groupIsFoundByTyping();
@@ -42,6 +43,22 @@ void TestGoodList::showsGoodsRightToLeft()
     test::Press(Qt::Key_Escape);
     QVERIFY(!screen.list.isVisible());
     QCOMPARE(screen.host.keyboard.switches, QStringList{u"00000409"_s});
+}
+
+/// Tab goes from the goods through the groups and the stock tabs to the commands, and by the search back.
+void TestGoodList::tabOrder()
+{
+    Screen screen;
+    screen.Open();
+    QStringList stops;
+    do {
+        stops << test::Focused();
+        test::Press(Qt::Key_Tab);
+    } while (test::Focused() != u"GoodListDB_GRD" && stops.size() < 30);
+    QCOMPARE(stops.join(u' '),
+             u"GoodListDB_GRD SearchGroup_EDT GoodGroupDB_GRD Group_BTN Search_TBC New_BTN Edit_BTN Review_BTN Del_BTN "
+             "PrintList_BTN UpdateAssets_BTN Tags_btn ShowPicture_BTN EXit_BTN Column_CMB Text_EDT Reverse_CHK"_s);
+    test::Press(Qt::Key_Escape);
 }
 
 void TestGoodList::search_data()
@@ -101,11 +118,19 @@ void TestGoodList::groupIsFoundByTyping()
     test::Find<QTabBar>(&screen.list, u"Search_TBC"_s).setCurrentIndex(2);
     QCOMPARE(screen.grid.ShownKeys(), screen.Codes(u"GrpCode = 15"_s));
 
+    // Nor does the host's list of groups, nor closing the list.
+    const auto &groups = test::Find<host::Grid>(&screen.list, u"GoodGroupDB_GRD"_s);
+    test::Press(Qt::Key_F11);
+    QCOMPARE(groups.CurrentKey(), u"15"_s);
+    test::Press(Qt::Key_Escape);
+    screen.Open();
+    QCOMPARE(groups.CurrentKey(), u"15"_s);
+    QCOMPARE(screen.grid.ShownKeys(), screen.Codes(u"GrpCode = 15"_s));
+
     test::Focus(&screen.list, u"GoodGroupDB_GRD"_s);
     test::Press(Qt::Key_Home, Qt::ControlModifier);
     test::Press(Qt::Key_Return);
     QCOMPARE(screen.grid.ShownKeys(), screen.Codes());
-    test::Press(Qt::Key_F11);
     QCOMPARE(screen.host.entities.calls, QStringList{u"Call_GroupList(122)"_s});
     test::Press(Qt::Key_Escape);
 }
