@@ -16,6 +16,7 @@
 #include <QtGui/QScreen>
 #include <QtGui/QShortcut>
 #include <QtGui/QWindow>
+#include <QtWidgets/QApplication>
 #include <QtWidgets/QDockWidget>
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLabel>

@@ -2,7 +2,7 @@
 
 #include "ui_cost_level_page.h"
 
-CostLevelPage::CostLevelPage(host::Host &host, TGood_DM &data, goods::Boundary run, QWidget *parent)
+CostLevelPage::CostLevelPage(host::Host &host, TGood_DM &data, const goods::Boundary &run, QWidget *parent)
     : QWidget(parent), host_(host), data_(data), ui_(std::make_unique<Ui::CostLevelPage>())
 {
     ui_->setupUi(this);

@@ -18,7 +18,7 @@ class CostLevelPage : public QWidget
 
 public:
     /// `run` is the boundary of errors for what happens at once.
-    CostLevelPage(host::Host &host, TGood_DM &data, goods::Boundary run, QWidget *parent = nullptr);
+    CostLevelPage(host::Host &host, TGood_DM &data, const goods::Boundary &run, QWidget *parent = nullptr);
     ~CostLevelPage() override;
 
     /// Makes the working prices of a good and shows them.
