@@ -29,7 +29,8 @@ volatile qint64 sink = 0;
 
 Floor::Floor(const QString &file)
 {
-    if (sqlite3_open(file.toUtf8().constData(), &m_database) != SQLITE_OK)
+    constexpr int Flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX; // as the product does
+    if (sqlite3_open_v2(file.toUtf8().constData(), &m_database, Flags, nullptr) != SQLITE_OK)
         throw std::runtime_error(sqlite3_errmsg(m_database));
     run("PRAGMA journal_mode=WAL");
     run("PRAGMA synchronous=FULL");
