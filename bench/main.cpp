@@ -290,7 +290,7 @@ void measureShop(Report &report)
 int main(int argc, char *argv[])
 {
     if (qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
+        qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" GOODS_SCREEN);
     QApplication application(argc, argv);
     application.setLayoutDirection(Qt::RightToLeft);
     // Nobody is there to answer a message: it says what went wrong, and ends the run.

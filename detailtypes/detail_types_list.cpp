@@ -26,6 +26,7 @@ TDetailTypes_List_FRM::TDetailTypes_List_FRM(host::Host &host, TFormMode mode, c
     BindCommands();
     BindMenus();
     BindKeys();
+    OrderTabs();
 }
 
 TDetailTypes_List_FRM::~TDetailTypes_List_FRM()
@@ -99,6 +100,18 @@ void TDetailTypes_List_FRM::BindKeys()
     bind(Qt::Key_F4, ui->New_BTN, ui->New_SelectedList_BTN);
     bind(Qt::Key_F5, ui->Edit_BTN, ui->Edit_SelectedList_BTN);
     bind(Qt::Key_F7, ui->Delete_BTN, ui->Delete_SelectedList_BTN);
+}
+
+void TDetailTypes_List_FRM::OrderTabs()
+{
+    QList<QWidget *> stops = ui->TGeneral_Search_Frame1->TabStops();
+    stops << ui->DetailTypes_List_GRD << ui->Select_BTN << ui->New_BTN << ui->Edit_BTN << ui->Delete_BTN
+          << ui->SelectedList_List_DBTableView1 << ui->DetailList_GRD << ui->NewDetail_BTN << ui->DeleteDetail_BTN
+          << ui->DeleteAllDetail_BTN << ui->DetailTypeSelectedListSelect_BTN << ui->New_SelectedList_BTN
+          << ui->Edit_SelectedList_BTN << ui->Delete_SelectedList_BTN << ui->Default_BTN
+          << findChild<QPushButton *>(u"EXit_BTN"_s);
+    host::ChainTabs(stops);
+    ui->DetailTypes_PGC->setFocusPolicy(Qt::NoFocus); // Ctrl+Tab turns the pages; Tab stays on the one shown
 }
 
 void TDetailTypes_List_FRM::BindMenus()

@@ -42,6 +42,7 @@ private:
     void BuildGrids();
     void BindCommands();
     void BindMenus();
+    void OrderTabs();
     void BindKeys();
 
     // Both tabs.

@@ -39,7 +39,8 @@ MainWindow::MainWindow(DeskHost &desk, GoodsModule &module, const QString &datab
     setObjectName(u"MainWindow"_qs);
     setWindowTitle(u"میز کار"_qs);
     setWindowIcon(Icon(Glyph::Goods, host::theme::Accent()));
-    resize(1320, 780); // the goods list without scrolling sideways
+    // The goods list without scrolling sideways, where the screen is wide enough.
+    resize(QSize(1320, 780).boundedTo(screen()->availableSize() - host::theme::WindowFrame));
     pages_->setObjectName(u"Pages"_qs);
     pages_->setDocumentMode(true);
     setCentralWidget(pages_);

@@ -117,6 +117,13 @@ QList<QWidget *> SearchFrame::TabStops() const
     return {m_column, m_text, m_number, m_price, m_reverse};
 }
 
+void ChainTabs(const QList<QWidget *> &stops)
+{
+    for (qsizetype stop = 1; stop < stops.size(); ++stop)
+        QWidget::setTabOrder(stops.at(stop - 1), stops.at(stop));
+    QWidget::setTabOrder(stops.constLast(), stops.constFirst());
+}
+
 SearchDescription SearchFrame::Description() const
 {
     SearchDescription description;

@@ -69,4 +69,8 @@ private:
     SearchDescription m_reported;
 };
 
+/// Tab goes from stop to stop and from the last to the first. For screens with a search: a form knows it as one
+/// control, which hands the focus on to its edit, so that Tab would pass over its column.
+HOST_EXPORT void ChainTabs(const QList<QWidget *> &stops);
+
 } // namespace host

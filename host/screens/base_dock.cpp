@@ -6,6 +6,7 @@
 #include "host/data/sql_text.h"
 #include "host/screens/form_inputs.h"
 #include "host/screens/grid_print.h"
+#include "host/screens/theme.h"
 
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
@@ -218,6 +219,7 @@ void TBaseDock_FRM::Place()
         adjustSize(); // a window that was never shown has no size of its own yet
     const QRect around = owner ? owner->frameGeometry() : screen()->availableGeometry();
     const QRect inside = screen()->availableGeometry();
+    resize(size().boundedTo(inside.size() - theme::WindowFrame));
     QRect place = QRect(QPoint(), size().boundedTo(inside.size()));
     place.moveCenter(around.center());
     move(qBound(inside.left(), place.left(), inside.right() + 1 - place.width()),

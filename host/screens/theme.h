@@ -2,6 +2,7 @@
 
 #include "host/host_export.h"
 
+#include <QtCore/QSize>
 #include <QtGui/QColor>
 #include <QtGui/QFont>
 
@@ -19,6 +20,9 @@ HOST_EXPORT QColor InkSoft();    ///< captions and hints
 HOST_EXPORT QColor Accent();     ///< the one colour that means "active"
 HOST_EXPORT QColor AccentSoft(); ///< ground of the current row
 HOST_EXPORT QColor Danger();     ///< refusals
+
+/// Room for what a window manager draws around a window, in logical pixels.
+constexpr QSize WindowFrame(16, 40);
 
 /// The Persian interface font at `points`: DejaVu Sans Condensed where it is installed, otherwise what the system
 /// offers for Arabic script.

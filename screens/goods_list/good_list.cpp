@@ -114,10 +114,7 @@ void TGood_List_FRM::OrderTabs()
     stops << ui->GoodListDB_GRD << ui->Group_PNL->TabStops() << ui->Search_TBC;
     stops << ui->Select_BTN << ui->New_BTN << ui->Edit_BTN << ui->Review_BTN << ui->Del_BTN << ui->PrintList_BTN
           << ui->UpdateAssets_BTN << ui->Tags_btn << ui->ShowPicture_BTN << findChild<QPushButton *>(u"EXit_BTN"_s);
-    for (qsizetype stop = 1; stop < stops.size(); ++stop)
-        setTabOrder(stops.at(stop - 1), stops.at(stop));
-    // The search hands the focus on to its edit: Tab would pass over the column if it met the search first.
-    setTabOrder(stops.constLast(), stops.constFirst());
+    host::ChainTabs(stops);
 }
 
 void TGood_List_FRM::BuildStockTabs()

@@ -54,6 +54,9 @@ void TestDetailTypesList::showsBothTabs()
         test::Press(Qt::Key_Escape);
         QCOMPARE(screen.Types().RowCount(), 9);
         test::Focus(&screen.list, u"DetailTypes_List_GRD"_s);
+        QCOMPARE(test::TabRound().join(u' '),
+                 u"DetailTypes_List_GRD New_BTN Edit_BTN Delete_BTN EXit_BTN Column_CMB Text_EDT "
+                 "Reverse_CHK"_s);
         screen.GoToCategory();
         QVERIFY(screen.Find(u"New_SelectedList_BTN"_s).isVisible() && !screen.Find(u"New_BTN"_s).isVisible());
         QCOMPARE(screen.Members().ShownKeys(), (QStringList{u"3"_s, u"1"_s}));

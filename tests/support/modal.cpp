@@ -125,6 +125,14 @@ QString Focused()
     return widget ? widget->objectName() : QString();
 }
 
+QStringList TabRound()
+{
+    QStringList stops{Focused()};
+    for (Press(Qt::Key_Tab); Focused() != stops.constFirst() && stops.size() < 40; Press(Qt::Key_Tab))
+        stops << Focused();
+    return stops;
+}
+
 bool RightOf(const QWidget &first, const QWidget &second)
 {
     return first.mapToGlobal(QPoint(0, 0)).x() > second.mapToGlobal(QPoint(0, 0)).x();

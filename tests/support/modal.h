@@ -35,6 +35,9 @@ template <typename Control = QWidget> Control &Find(QWidget *screen, const QStri
 /// The object name of the control with the focus; the picker's or combo box's own name when the focus is inside one.
 QString Focused();
 
+/// The controls that Tab leads through, from the one with the focus until it is met again.
+QStringList TabRound();
+
 /// True when `first` lies to the right of `second` on the screen: what comes first, on a right-to-left screen.
 bool RightOf(const QWidget &first, const QWidget &second);
 

@@ -47,6 +47,9 @@ bool Register(const char *name, std::function<std::unique_ptr<QObject>()> make)
 
 int main(int argc, char **argv)
 {
+    // The offscreen platform's own screen is smaller than the windows of the suite.
+    if (qgetenv("QT_QPA_PLATFORM") == "offscreen")
+        qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" GOODS_SCREEN);
     QApplication application(argc, argv);
     QApplication::setLayoutDirection(Qt::RightToLeft);
     QApplication::setQuitOnLastWindowClosed(false);
