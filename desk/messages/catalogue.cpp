@@ -35,9 +35,10 @@ constexpr Entry Catalogue[] = {
     {message::RootGroup, u"کاربر گرامی، گروه «کليه کالاها» ثابت است و ویرایش یا حذف "
                          u"نمی‌شود."},
     {message::VoucherApproved, u"کاربر گرامی، %1 ممکن نیست، زیرا سند «%2» تأیید شده است."},
-    {message::TotalOutOfRange, u"کاربر گرامی، حاصل‌ضرب مقدار در قیمت از محدوده‌ی مجاز مبالغ "
-                               u"بیرون "
-                               u"است."},
+    {message::TotalOutOfRange,
+     u"کاربر گرامی، حاصل‌ضرب مقدار در قیمت از محدوده‌ی مجاز مبالغ "
+     u"بیرون "
+     u"است."},
     {message::StockWouldBeMinus, u"کاربر گرامی، با این تغییر موجودی «%1» در انبار «%2» منفی "
                                  u"می‌شود.\n"
                                  u"موجودی کنونی: %3 - تغییر: %4"},
@@ -45,15 +46,22 @@ constexpr Entry Catalogue[] = {
     {message::DatabaseFailed, u"کاربر گرامی، پایگاه داده پاسخ درستی نداد و کاری ثبت نشد.\n%1"},
     {message::DatabaseSilent, u"پایگاه داده پاسخ نمی‌دهد: %1"},
     {message::CannotOpen, u"پایگاه داده‌ی «%1» باز نشد. %2"},
-    {message::AnotherSchema, u"«%1» پایگاه داده‌ی این برنامه نیست یا با نسخه‌ی دیگری از آن ساخته شده است. %2"},
+    {message::AnotherSchema,
+     u"«%1» پایگاه داده‌ی این برنامه نیست یا با نسخه‌ی دیگری از آن "
+     u"ساخته "
+     u"شده "
+     u"است. "
+     u"%2"},
     {message::NotWritable, u"در «%1» نمی‌توان نوشت."},
     {message::NoSuchUser, u"کاربری با کد %1 تعریف نشده است."},
-    {message::CollationLoses, u"کاربر گرامی، ترتیب حروف (collation) این پایگاه داده حروف «ی» و «ک» را نگه نمی‌دارد "
-                              u"و "
-                              u"نام‌ها هنگام ثبت خراب "
-                              u"می‌شوند. پایگاه داده باید با ترتیبی مانند Persian_100_CI_AI_SC_UTF8 "
-                              u"ساخته "
-                              u"شود."},
+    {message::CollationLoses,
+     u"کاربر گرامی، ترتیب حروف (collation) این پایگاه داده حروف «ی» و «ک» را نگه "
+     u"نمی‌دارد "
+     u"و "
+     u"نام‌ها هنگام ثبت خراب "
+     u"می‌شوند. پایگاه داده باید با ترتیبی مانند Persian_100_CI_AI_SC_UTF8 "
+     u"ساخته "
+     u"شود."},
     {message::ModuleMissing, u"ماژول کالا بارگذاری نشد.\n%1"},
     {message::CodeOutOfRange, u"کاربر گرامی، کد باید عددی بین %1 و %2 باشد."},
     {message::NotAPicture,
@@ -69,9 +77,12 @@ constexpr Entry Catalogue[] = {
     {host::message::TooManyDigits, u"کاربر گرامی، کد %1 نمی‌تواند بیش از %2 باشد."},
     {host::message::OpeningDetailsMissing,
      u"کاربر گرامی، جزئیات مقدار اول دوره‌ی کالا وارد نشده است."},
-    {host::message::ReplaceTypedQuantity, u"کاربر گرامی، مقداری که وارد کرده‌اید با مقدار محاسبه‌شده یکی نیست. "
-                                          u"آیا "
-                                          u"مقدار محاسبه‌شده جایگزین شود؟"},
+    {host::message::ReplaceTypedQuantity,
+     u"کاربر گرامی، مقداری که وارد کرده‌اید با مقدار محاسبه‌شده "
+     u"یکی "
+     u"نیست. "
+     u"آیا "
+     u"مقدار محاسبه‌شده جایگزین شود؟"},
 };
 
 } // namespace
