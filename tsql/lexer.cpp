@@ -158,7 +158,9 @@ Scanner::Piece Scanner::closed(QChar closing, Piece piece)
             m_pos += 2;
         } else {
             ++m_pos;
-            return piece;
+            // A name goes into SQLite's text as it stands, and that text would end here.
+            const qsizetype end = piece == Piece::Literal ? -1 : text().indexOf(QChar(u'\0'));
+            return end < 0 ? piece : bad(102, u"Incorrect syntax near '%1'."_qs.arg(text().first(end)));
         }
     }
     return bad(105, u"Unclosed quotation mark after the character string '%1'."_qs.arg(

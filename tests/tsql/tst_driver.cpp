@@ -352,6 +352,11 @@ void TestDriver::refusals()
     QCOMPARE(query.lastError().nativeErrorCode(), u"207"_qs);
     QCOMPARE(query.lastError().driverText(), u"Line 2"_qs);
     QVERIFY(query.lastError().databaseText().contains(u"'Nam'"_qs));
+    // A name that would end the text for SQLite; in a value it is a character like others.
+    QVERIFY(!query.exec(u"SELECT 1 AS [a%1b]"_qs.arg(QChar(u'\0'))));
+    QCOMPARE(query.lastError().nativeErrorCode(), u"102"_qs);
+    QVERIFY(query.exec(u"SELECT LEN(N'a%1b')"_qs.arg(QChar(u'\0'))) && query.next());
+    QCOMPARE(query.value(0).toInt(), 3);
     // A text that is not understood is not begun.
     QVERIFY(!query.exec(u"INSERT Goods(Name) VALUES (N'x') SELECT FROM WHERE"_qs));
     QCOMPARE(scalar(m_main, u"SELECT COUNT(*) FROM Goods"_qs).toInt(), 0);
