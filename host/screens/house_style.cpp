@@ -3,6 +3,7 @@
 #include <QtGui/QPainter>
 #include <QtGui/QTextLayout>
 #include <QtWidgets/QStyleFactory>
+#include <QtWidgets/QWidget>
 
 namespace host {
 namespace {
