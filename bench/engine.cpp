@@ -5,13 +5,14 @@
 #include "host/data/query.h"
 #include "tsql/driver.h"
 
-#include <QtCore/QStringBuilder>
-#include <QtCore/QTemporaryDir>
-#include <QtSql/QtSql>
+#include <QStringBuilder>
+#include <QTemporaryDir>
+#include <QtSql>
 
 #include <sqlite3.h>
-
 #include <stdexcept>
+
+using namespace Qt::StringLiterals;
 
 namespace bench {
 
@@ -35,40 +36,39 @@ class Product
 public:
     explicit Product(const QString &file)
     {
-        m_database = QSqlDatabase::addDatabase(new tsql::Driver, QStringLiteral("engine"));
+        m_database = QSqlDatabase::addDatabase(new tsql::Driver, u"engine"_s);
         m_database.setDatabaseName(file);
         m_database.setNumericalPrecisionPolicy(QSql::HighPrecision);
         if (!m_database.open())
             throw std::runtime_error(m_database.lastError().text().toStdString());
         m_query = QSqlQuery(m_database);
         m_query.setForwardOnly(true);
-        run(QStringLiteral("CREATE TABLE g (Code int PRIMARY KEY, Name nvarchar(50), Cost decimal(23,9), Unit int)"));
+        run(u"CREATE TABLE g (Code int PRIMARY KEY, Name nvarchar(50), Cost decimal(23,9), Unit int)"_s);
     }
     ~Product()
     {
         m_query = QSqlQuery();
         m_database = QSqlDatabase();
-        QSqlDatabase::removeDatabase(QStringLiteral("engine"));
+        QSqlDatabase::removeDatabase(u"engine"_s);
     }
     Product(const Product &) = delete;
     Product &operator=(const Product &) = delete;
 
     void insert()
     {
-        run(QStringLiteral("BEGIN TRAN"));
+        run(u"BEGIN TRAN"_s);
         for (int i = 1; i <= Rows; ++i) {
             const QString number = QString::number(i);
-            run(QStringLiteral("INSERT INTO g (Code, Name, Cost, Unit) VALUES (") % number %
-                QStringLiteral(", N'good number ") % number % QStringLiteral("', ") % number %
-                QStringLiteral(".25, 3)"));
+            run(u"INSERT INTO g (Code, Name, Cost, Unit) VALUES ("_s % number % u", N'good number "_s % number %
+                u"', "_s % number % u".25, 3)"_s);
         }
-        run(QStringLiteral("COMMIT"));
+        run(u"COMMIT"_s);
     }
 
     void lookUp()
     {
         for (int i = 1; i <= Rows; ++i)
-            read(QStringLiteral("SELECT Name, Cost FROM g WHERE Code = ") + QString::number(codeAt(i)), 2);
+            read(u"SELECT Name, Cost FROM g WHERE Code = "_s + QString::number(codeAt(i)), 2);
     }
 
     /// As the program reads its lists.
@@ -77,8 +77,8 @@ public:
         host::Query rows(m_database);
         for (int i = 1; i <= Lists; ++i) {
             const int first = codeAt(i);
-            rows.Open(QStringLiteral("SELECT Code, Name, Cost, Unit FROM g WHERE Code BETWEEN ") +
-                      QString::number(first) + QStringLiteral(" AND ") + QString::number(first + ListRows - 1));
+            rows.Open(u"SELECT Code, Name, Cost, Unit FROM g WHERE Code BETWEEN "_s + QString::number(first) +
+                      u" AND "_s + QString::number(first + ListRows - 1));
             sink = sink + rows.RecordCount();
         }
     }
@@ -86,7 +86,7 @@ public:
     void readAll()
     {
         host::Dataset rows(m_database);
-        rows.Open(QStringLiteral("SELECT Code, Name, Cost, Unit FROM g"));
+        rows.Open(u"SELECT Code, Name, Cost, Unit FROM g"_s);
         rows.FetchAll();
         sink = sink + rows.RecordCount();
     }
@@ -117,7 +117,7 @@ class QtSqlite
 public:
     explicit QtSqlite(const QString &file)
     {
-        m_database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("qtsqlite"));
+        m_database = QSqlDatabase::addDatabase(u"QSQLITE"_s, u"qtsqlite"_s);
         m_database.setDatabaseName(file);
         if (!m_database.open())
             throw std::runtime_error(m_database.lastError().text().toStdString());
@@ -131,20 +131,20 @@ public:
     {
         m_query = QSqlQuery();
         m_database = QSqlDatabase();
-        QSqlDatabase::removeDatabase(QStringLiteral("qtsqlite"));
+        QSqlDatabase::removeDatabase(u"qtsqlite"_s);
     }
     QtSqlite(const QtSqlite &) = delete;
     QtSqlite &operator=(const QtSqlite &) = delete;
 
     void insert()
     {
-        run(QStringLiteral("BEGIN"));
+        run(u"BEGIN"_s);
         for (int i = 1; i <= Rows; ++i) {
             const QString number = QString::number(i);
-            run(QStringLiteral("INSERT INTO g (Code, Name, Cost, Unit) VALUES (") % number %
-                QStringLiteral(", 'good number ") % number % QStringLiteral("', x'86010203040506', 3)"));
+            run(u"INSERT INTO g (Code, Name, Cost, Unit) VALUES ("_s % number % u", 'good number "_s % number %
+                u"', x'86010203040506', 3)"_s);
         }
-        run(QStringLiteral("COMMIT"));
+        run(u"COMMIT"_s);
     }
 
 private:
@@ -257,8 +257,8 @@ private:
 void measureEngine(Report &report)
 {
     const QTemporaryDir folder;
-    Product product(folder.filePath(QStringLiteral("product.db")));
-    CApi floor(folder.filePath(QStringLiteral("floor.db")));
+    Product product(folder.filePath(u"product.db"_s));
+    CApi floor(folder.filePath(u"floor.db"_s));
     const auto add = [&report](const QString &what, int statements, void (Product::*work)(), void (CApi::*same)(),
                                Product &ours, CApi &theirs) {
         Line line{what, timed([&] { (ours.*work)(); }), {}, {}, static_cast<double>(statements)};
@@ -266,19 +266,14 @@ void measureEngine(Report &report)
         report.add(line);
         return line.floor;
     };
-    const auto inserts = add(QStringLiteral("engine: %1 single-row inserts").arg(Rows), Rows, &Product::insert,
-                             &CApi::insert, product, floor);
-    QtSqlite driver(folder.filePath(QStringLiteral("qtsqlite.db")));
-    report.add({QStringLiteral("engine: the same inserts, Qt's own SQLite driver"),
-                timed([&] { driver.insert(); }),
-                inserts,
-                {},
-                Rows});
-    add(QStringLiteral("engine: %1 point selects").arg(Rows), Rows, &Product::lookUp, &CApi::lookUp, product, floor);
-    add(QStringLiteral("engine: %1 lists of %2 rows").arg(Lists).arg(ListRows), Lists, &Product::list, &CApi::list,
-        product, floor);
-    add(QStringLiteral("engine: %1 rows into a data set").arg(Rows), 1, &Product::readAll, &CApi::readAll, product,
-        floor);
+    const auto inserts =
+        add(u"engine: %1 single-row inserts"_s.arg(Rows), Rows, &Product::insert, &CApi::insert, product, floor);
+    QtSqlite driver(folder.filePath(u"qtsqlite.db"_s));
+    report.add(
+        {u"engine: the same inserts, Qt's own SQLite driver"_s, timed([&] { driver.insert(); }), inserts, {}, Rows});
+    add(u"engine: %1 point selects"_s.arg(Rows), Rows, &Product::lookUp, &CApi::lookUp, product, floor);
+    add(u"engine: %1 lists of %2 rows"_s.arg(Lists).arg(ListRows), Lists, &Product::list, &CApi::list, product, floor);
+    add(u"engine: %1 rows into a data set"_s.arg(Rows), 1, &Product::readAll, &CApi::readAll, product, floor);
 }
 
 } // namespace bench

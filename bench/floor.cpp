@@ -1,7 +1,6 @@
 #include "bench/floor.h"
 
 #include <sqlite3.h>
-
 #include <stdexcept>
 
 namespace bench {

@@ -5,7 +5,6 @@
 #include "bench/floor.h"
 #include "bench/report.h"
 #include "bench/shop.h"
-
 #include "host/controls/grid.h"
 #include "host/data/query.h"
 #include "host/screens/theme.h"
@@ -13,11 +12,13 @@
 #include "screens/good_editor/good_save.h"
 #include "screens/goods_list/good_list.h"
 
-#include <QtTest/QTest>
-#include <QtWidgets/QtWidgets>
+#include <QTest>
+#include <QtWidgets>
 
 #include <cstdio>
 #include <cstdlib>
+
+using namespace Qt::StringLiterals;
 
 using bench::Floor;
 using bench::Report;
@@ -41,15 +42,15 @@ const char *const ListSelect =
     " LEFT JOIN Units u1 ON u1.Code = g.Unit LEFT JOIN Units u2 ON u2.Code = g.Unit2"
     " ORDER BY g.Code";
 
-const QString ListStatement = QStringLiteral(
-    "Exec GoodInf_List_SP @GrpCode = NULL,@ManageType = 1,@UserCode = 1,"
-    "@RequestedCol='Code,Name,ConsumerPrice,Mogodi,Mogodi2,UnitName1,UnitName2,Cost1,Cost2,Cost3,Cost4,tags'");
+const QString ListStatement =
+    u"Exec GoodInf_List_SP @GrpCode = NULL,@ManageType = 1,@UserCode = 1,"
+    "@RequestedCol='Code,Name,ConsumerPrice,Mogodi,Mogodi2,UnitName1,UnitName2,Cost1,Cost2,Cost3,Cost4,tags'"_s;
 
 void load(Report &report, Shop &shop, const Floor &scratch)
 {
     const int added = Goods - shop.goods();
     const quint64 before = host::StatementsSent();
-    bench::Line line{QStringLiteral("load %1 goods").arg(added), 0, {}, 60000, 0};
+    bench::Line line{u"load %1 goods"_s.arg(added), 0, {}, 60000, 0};
     line.milliseconds = bench::timed([&] { shop.grow(Goods, Batch); });
     line.statements = static_cast<double>(host::StatementsSent() - before);
     line.floor = bench::timed([&] { scratch.insertGoods(added, Batch); });
@@ -63,10 +64,10 @@ void readRows(Report &report, Shop &shop, const Floor &floor)
     host::Dataset rows(shop.host().DM.FDConnection1);
     rows.SetBlockSize(1000);
     report.measure(
-        QStringLiteral("list statement, first 1000 rows"), 9, 150, [&] { rows.Open(ListStatement); },
+        u"list statement, first 1000 rows"_s, 9, 150, [&] { rows.Open(ListStatement); },
         [&] { floor.read(block.constData()); });
     report.measure(
-        QStringLiteral("list statement, all rows"), 3, {},
+        u"list statement, all rows"_s, 3, {},
         [&] {
             rows.Open(ListStatement);
             rows.FetchAll();
@@ -77,19 +78,19 @@ void readRows(Report &report, Shop &shop, const Floor &floor)
 /// What follows a change of the last good: the list runs again and stands on it.
 void renewList(Report &report, TGood_List_FRM &list, const QString &how)
 {
-    auto *grid = list.findChild<host::Grid *>(QStringLiteral("GoodListDB_GRD"));
-    auto *rows = list.findChild<host::TVelakSearchManager *>(QStringLiteral("VelakSearchManager1"));
+    auto *grid = list.findChild<host::Grid *>(u"GoodListDB_GRD"_s);
+    auto *rows = list.findChild<host::TVelakSearchManager *>(u"VelakSearchManager1"_s);
     grid->StandOn(grid->RowCount() - 1);
     const QString last = grid->CurrentKey();
     bool renewed = false;
     double longest = 0;
     const auto connection = QObject::connect(rows, &host::TVelakSearchManager::Executed, grid, [&] { renewed = true; });
-    report.measure(QStringLiteral("goods list, run again at the last good, painted") + how, 3, {}, [&] {
+    report.measure(u"goods list, run again at the last good, painted"_s + how, 3, {}, [&] {
         rows->RunBehind();
         QCoreApplication::processEvents();
         grid->viewport()->grab();
     });
-    report.measure(QStringLiteral("goods list, run again until all is new") + how, 3, {}, [&] {
+    report.measure(u"goods list, run again until all is new"_s + how, 3, {}, [&] {
         renewed = false;
         rows->RunBehind();
         while (!renewed)
@@ -100,7 +101,7 @@ void renewList(Report &report, TGood_List_FRM &list, const QString &how)
         grid->viewport()->grab();
     });
     QObject::disconnect(connection);
-    report.add({QStringLiteral("goods list, longest pause meanwhile") + how, longest, {}, {}, 0});
+    report.add({u"goods list, longest pause meanwhile"_s + how, longest, {}, {}, 0});
     if (grid->CurrentKey() != last)
         throw std::runtime_error("the goods list lost its place");
 }
@@ -108,8 +109,8 @@ void renewList(Report &report, TGood_List_FRM &list, const QString &how)
 /// A list in an order of the user's: how long the order takes, and the list when it runs again.
 void orderList(Report &report, TGood_List_FRM &list)
 {
-    auto *grid = list.findChild<host::Grid *>(QStringLiteral("GoodListDB_GRD"));
-    auto *stock = list.findChild<QTabBar *>(QStringLiteral("Search_TBC"));
+    auto *grid = list.findChild<host::Grid *>(u"GoodListDB_GRD"_s);
+    auto *stock = list.findChild<QTabBar *>(u"Search_TBC"_s);
     const auto show = [&] {
         do
             QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 1);
@@ -124,14 +125,14 @@ void orderList(Report &report, TGood_List_FRM &list)
         while (!grid->IsComplete())
             QTest::qWait(1);
     };
-    for (const QString &field : {QStringLiteral("Cost1"), QStringLiteral("Name")}) {
+    for (const QString &field : {u"Cost1"_s, u"Name"_s}) {
         complete();
-        report.measure(QStringLiteral("goods list, ordered by ") + field, 3, {}, [&] {
+        report.measure(u"goods list, ordered by "_s + field, 3, {}, [&] {
             grid->SortBy(field);
             grid->viewport()->grab();
         });
-        report.measure(QStringLiteral("goods list, another stock tab while ordered by ") + field, 3, {}, otherTab);
-        renewList(report, list, QStringLiteral(" while ordered by ") + field);
+        report.measure(u"goods list, another stock tab while ordered by "_s + field, 3, {}, otherTab);
+        renewList(report, list, u" while ordered by "_s + field);
     }
     grid->SortBy({});
     otherTab();
@@ -144,7 +145,7 @@ void useList(Report &report, Shop &shop, const Floor &floor)
     const QByteArray block = QByteArray(ListSelect) + " LIMIT 1000";
     TGood_List_FRM list(shop.host(), host::TFormMode::DockedList);
     report.measure(
-        QStringLiteral("goods list, command to first rows painted"), 9, 150,
+        u"goods list, command to first rows painted"_s, 9, 150,
         [&] {
             list.done(QDialog::Rejected);
             if (!list.ShowDocked())
@@ -154,7 +155,7 @@ void useList(Report &report, Shop &shop, const Floor &floor)
         },
         [&] { floor.read(block.constData()); });
 
-    auto *grid = list.findChild<QTableView *>(QStringLiteral("GoodListDB_GRD"));
+    auto *grid = list.findChild<QTableView *>(u"GoodListDB_GRD"_s);
     double longest = 0;
     while (grid->model()->rowCount() < Goods) {
         const int rows = grid->model()->rowCount();
@@ -162,18 +163,18 @@ void useList(Report &report, Shop &shop, const Floor &floor)
         if (grid->model()->rowCount() == rows)
             QTest::qWait(1);
     }
-    report.add({QStringLiteral("goods list, longest pause while the rest arrives"), longest, {}, 50, 0});
-    report.measure(QStringLiteral("goods list, to the last row and back (painted)"), 5, 150, [&] {
+    report.add({u"goods list, longest pause while the rest arrives"_s, longest, {}, 50, 0});
+    report.measure(u"goods list, to the last row and back (painted)"_s, 5, 150, [&] {
         grid->scrollToBottom();
         grid->viewport()->grab();
         grid->scrollToTop();
         grid->viewport()->grab();
     });
 
-    auto *edit = list.findChild<QLineEdit *>(QStringLiteral("Text_EDT"));
+    auto *edit = list.findChild<QLineEdit *>(u"Text_EDT"_s);
     list.activateWindow();
     edit->setFocus();
-    const QString typed = QStringLiteral("شامپو مدل 99");
+    const QString typed = u"شامپو مدل 99"_s;
     double slowest = 0;
     const quint64 before = host::StatementsSent();
     for (const QChar letter : typed) {
@@ -184,7 +185,7 @@ void useList(Report &report, Shop &shop, const Floor &floor)
                                grid->viewport()->grab();
                            }));
     }
-    report.add({QStringLiteral("search in the goods list, slowest of %1 keystrokes").arg(typed.size()),
+    report.add({u"search in the goods list, slowest of %1 keystrokes"_s.arg(typed.size()),
                 slowest,
                 {},
                 50,
@@ -200,17 +201,14 @@ void lookUp(Report &report, Shop &shop, const Floor &floor)
     const QByteArray select = "SELECT Code FROM GoodInf WHERE AbbName LIKE '%!" + barcode.toUtf8() + "!%'";
     TGood_DM &data = shop.data();
     report.measure(
-        QStringLiteral("Good_ExistBarCode, found at the end"), 9, 15, [&] { data.Good_ExistBarCode(1, barcode); },
+        u"Good_ExistBarCode, found at the end"_s, 9, 15, [&] { data.Good_ExistBarCode(1, barcode); },
         [&] { floor.read(select.constData()); });
     report.measure(
-        QStringLiteral("CheckBarcodeCode, not found"), 9, 15,
-        [&] { data.CheckBarcodeCode(QStringLiteral("9999999999994")); },
+        u"CheckBarcodeCode, not found"_s, 9, 15, [&] { data.CheckBarcodeCode(u"9999999999994"_s); },
         [&] { floor.read("SELECT Code FROM GoodInf WHERE AbbName LIKE '%!9999999999994!%'"); });
-    report.measure(QStringLiteral("Good_ExistName"), 9, {},
-                   [&] { data.Good_ExistName(1, QStringLiteral("چای سبز دو غزال")); });
-    report.measure(QStringLiteral("Good_GetNewCode"), 9, {}, [&] { data.Good_GetNewCode(QStringLiteral("11")); });
-    report.measure(QStringLiteral("Good_GetNewCode_GrpCode"), 9, {},
-                   [&] { data.Good_GetNewCode_GrpCode(QStringLiteral("11"), QStringLiteral("6")); });
+    report.measure(u"Good_ExistName"_s, 9, {}, [&] { data.Good_ExistName(1, u"چای سبز دو غزال"_s); });
+    report.measure(u"Good_GetNewCode"_s, 9, {}, [&] { data.Good_GetNewCode(u"11"_s); });
+    report.measure(u"Good_GetNewCode_GrpCode"_s, 9, {}, [&] { data.Good_GetNewCode_GrpCode(u"11"_s, u"6"_s); });
 }
 
 void useEditor(Report &report, Shop &shop)
@@ -219,28 +217,27 @@ void useEditor(Report &report, Shop &shop)
     const QString good = QString::number(code);
     const QSqlDatabase &main = shop.host().DM.ADOConnection1;
     QStringList prices;
-    for (const QString &side : {QStringLiteral("Sell"), QStringLiteral("Buy")})
+    for (const QString &side : {u"Sell"_s, u"Buy"_s})
         for (int level = 1; level <= 10; ++level)
-            prices << QStringLiteral("CostLevel_%1_%2=%3.25").arg(side).arg(level).arg(1000 * level);
-    host::Exec(main, QStringLiteral("update GoodCostDiscount set %1 where GoodCode=%2").arg(prices.join(u','), good));
+            prices << u"CostLevel_%1_%2=%3.25"_s.arg(side).arg(level).arg(1000 * level);
+    host::Exec(main, u"update GoodCostDiscount set %1 where GoodCode=%2"_s.arg(prices.join(u','), good));
 
     TGood_Get_FRM editor(shop.host());
     const auto open = [&] {
         if (!editor.OpenRecord(code, host::TFormMode::Edit))
             throw std::runtime_error("the editor did not open");
     };
-    report.measure(QStringLiteral("open a good in the editor"), 5, {}, open);
+    report.measure(u"open a good in the editor"_s, 5, {}, open);
 
-    auto *weight = editor.findChild<QLineEdit *>(QStringLiteral("Weight_EDT"));
+    auto *weight = editor.findChild<QLineEdit *>(u"Weight_EDT"_s);
     int saves = 0;
-    report.measure(QStringLiteral("open and save a good with all prices"), 9, {}, [&] {
+    report.measure(u"open and save a good with all prices"_s, 9, {}, [&] {
         open();
         weight->setText(QString::number(++saves));
         editor.Save();
     });
-    const QVariant saved = host::Scalar(main, QStringLiteral("select Weight from GoodInf where Code=") + good);
-    const QVariant last =
-        host::Scalar(main, QStringLiteral("select CostLevel_Buy_10 from GoodCostDiscount where GoodCode=") + good);
+    const QVariant saved = host::Scalar(main, u"select Weight from GoodInf where Code="_s + good);
+    const QVariant last = host::Scalar(main, u"select CostLevel_Buy_10 from GoodCostDiscount where GoodCode="_s + good);
     if (saved.toInt() != saves || last.toDouble() != 10000.25)
         throw std::runtime_error("the editor did not save");
 }
@@ -250,11 +247,11 @@ void edit(Report &report, Shop &shop, const Floor &scratch)
     TGood_DM &data = shop.data();
     int number = Goods;
     report.measure(
-        QStringLiteral("save a new good with prices and opening stock"), 9, {},
+        u"save a new good with prices and opening stock"_s, 9, {},
         [&] {
             GoodSave::Request request;
             request.isNew = true;
-            const int code = data.Good_GetNewCode_GrpCode(QStringLiteral("11"), QStringLiteral("6"));
+            const int code = data.Good_GetNewCode_GrpCode(u"11"_s, u"6"_s);
             request.good = Shop::good(code, ++number);
             request.good.AvaBgPrd = 10;
             request.good.CostBgPrd = 1000;
@@ -276,7 +273,7 @@ void measureShop(Report &report)
 {
     Shop shop;
     const QTemporaryDir folder;
-    const Floor scratch(folder.filePath(QStringLiteral("floor.db")));
+    const Floor scratch(folder.filePath(u"floor.db"_s));
     load(report, shop, scratch);
     const Floor floor(shop.file());
     readRows(report, shop, floor);
@@ -304,7 +301,7 @@ int main(int argc, char *argv[])
     watch.start(1000);
     try {
         Report report;
-        if (!application.arguments().contains(QStringLiteral("engine")))
+        if (!application.arguments().contains(u"engine"_s))
             measureShop(report);
         bench::measureEngine(report);
         report.print();

@@ -2,7 +2,7 @@
 
 #include "host/data/query.h"
 
-#include <QtCore/QElapsedTimer>
+#include <QElapsedTimer>
 
 #include <algorithm>
 #include <cstdio>

@@ -4,11 +4,13 @@
 #include "host/data/query.h"
 #include "host/data/transaction.h"
 
+using namespace Qt::StringLiterals;
+
 namespace bench {
 
 Shop::Shop()
 {
-    m_options.databaseFile = m_folder.filePath(QStringLiteral("goods.db"));
+    m_options.databaseFile = m_folder.filePath(u"goods.db"_s);
     desk::CreateDatabase(m_options.databaseFile, true);
     m_connections = std::make_unique<desk::OpenConnections>(m_options);
     m_desk = std::make_unique<desk::DeskHost>(m_connections->Get());
@@ -19,32 +21,31 @@ Shop::Shop()
 
 int Shop::goods()
 {
-    return host::Scalar(host().DM.ADOConnection1, QStringLiteral("SELECT COUNT(*) FROM GoodInf")).toInt();
+    return host::Scalar(host().DM.ADOConnection1, u"SELECT COUNT(*) FROM GoodInf"_s).toInt();
 }
 
 QString Shop::barcode(int number)
 {
-    return QStringLiteral("2%1").arg(number, 12, 10, QLatin1Char('0'));
+    return u"2%1"_s.arg(number, 12, 10, QLatin1Char('0'));
 }
 
 TGoodInfoRec Shop::good(int code, int number)
 {
-    static const QStringList kinds{QStringLiteral("روغن"), QStringLiteral("چای"), QStringLiteral("کابل"),
-                                   QStringLiteral("دفتر"), QStringLiteral("شامپو")};
+    static const QStringList kinds{u"روغن"_s, u"چای"_s, u"کابل"_s, u"دفتر"_s, u"شامپو"_s};
     TGoodInfoRec good;
     good.Code = code;
     good.GrpCode = 11 + number % 10;
     good.kala_name = kinds.at(number % kinds.size());
-    good.kala_type = QStringLiteral("مدل %1").arg(number % 1000);
-    good.kala_index = QStringLiteral("ش%1").arg(number);
-    good.AbbName = QStringLiteral("!%1!").arg(barcode(number));
+    good.kala_type = u"مدل %1"_s.arg(number % 1000);
+    good.kala_index = u"ش%1"_s.arg(number);
+    good.AbbName = u"!%1!"_s.arg(barcode(number));
     good.Unit = 1;
     good.Store = 1;
     good.SMSCode = QString::number(1000000 + number);
     good.MinAva = 5;
     good.ConsumerPrice = 100000 + number;
-    good.CreatedDate = QStringLiteral("1405/08/30");
-    good.CreatedTime = QStringLiteral("10:00:00");
+    good.CreatedDate = u"1405/08/30"_s;
+    good.CreatedTime = u"10:00:00"_s;
     good.Price.Discount_Sell[0] = 2;
     return good;
 }

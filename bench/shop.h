@@ -4,7 +4,7 @@
 #include "desk/application/connections.h"
 #include "desk/application/desk_host.h"
 
-#include <QtCore/QTemporaryDir>
+#include <QTemporaryDir>
 
 namespace bench {
 

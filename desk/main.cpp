@@ -1,6 +1,6 @@
 #include "desk/application/application.h"
 
-#include <QtWidgets/QApplication>
+#include <QApplication>
 
 #include <cstring>
 

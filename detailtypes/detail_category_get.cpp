@@ -4,6 +4,7 @@
 #include "ui_detail_category_get.h"
 
 using namespace Qt::StringLiterals;
+
 using host::MessageService;
 using host::Refusal;
 using host::TSoftwarePart;

@@ -1,8 +1,8 @@
 #include "detailtypes/detail_items.h"
 
-#include <QtWidgets/QComboBox>
-#include <QtWidgets/QLineEdit>
-#include <QtWidgets/QListWidget>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QListWidget>
 
 namespace {
 
@@ -11,92 +11,92 @@ constexpr int LongestDefault = 50; // the column's width
 } // namespace
 
 DetailItems::DetailItems(QLineEdit &next, QListWidget &list, QComboBox &defaultValue, QObject *parent)
-    : QObject(parent), next_(next), list_(list), default_(defaultValue)
+    : QObject(parent), m_next(next), m_list(list), m_default(defaultValue)
 {
-    default_.setInsertPolicy(QComboBox::NoInsert);
+    m_default.setInsertPolicy(QComboBox::NoInsert);
 }
 
 QStringList DetailItems::Items() const
 {
     QStringList items;
-    for (int row = 0; row < list_.count(); ++row)
-        items << list_.item(row)->text();
+    for (int row = 0; row < m_list.count(); ++row)
+        items << m_list.item(row)->text();
     return items;
 }
 
 void DetailItems::SetItems(const QStringList &items)
 {
-    list_.clear();
-    list_.addItems(items);
+    m_list.clear();
+    m_list.addItems(items);
     RebuildDefault();
 }
 
 void DetailItems::SetPickOnly(bool pickOnly)
 {
-    if (default_.isEditable() != pickOnly)
+    if (m_default.isEditable() != pickOnly)
         return;
     const QString text = DefaultText();
-    default_.setEditable(!pickOnly);
+    m_default.setEditable(!pickOnly);
     if (!pickOnly) {
-        default_.setCompleter(nullptr); // what is typed stays as it is typed
-        default_.lineEdit()->setMaxLength(LongestDefault);
+        m_default.setCompleter(nullptr); // what is typed stays as it is typed
+        m_default.lineEdit()->setMaxLength(LongestDefault);
     }
     RebuildDefault(text);
 }
 
 int DetailItems::DefaultItem() const
 {
-    return default_.currentIndex();
+    return m_default.currentIndex();
 }
 
 void DetailItems::SetDefaultItem(int position)
 {
-    default_.setCurrentIndex(position < default_.count() ? position : -1);
+    m_default.setCurrentIndex(position < m_default.count() ? position : -1);
 }
 
 QString DetailItems::DefaultText() const
 {
-    return default_.currentText();
+    return m_default.currentText();
 }
 
 void DetailItems::SetDefaultText(const QString &text)
 {
-    default_.setEditText(text);
+    m_default.setEditText(text);
 }
 
 DetailItems::Added DetailItems::Add()
 {
-    const QString text = next_.text();
+    const QString text = m_next.text();
     if (text.trimmed().isEmpty())
         return Added::Blank;
     if (Items().contains(text))
         return Added::Repeated;
-    list_.addItem(text);
-    list_.scrollToBottom();
+    m_list.addItem(text);
+    m_list.scrollToBottom();
     RebuildDefault();
-    next_.clear();
+    m_next.clear();
     emit Changed();
     return Added::Yes;
 }
 
 void DetailItems::Move(int places)
 {
-    const int from = list_.currentRow();
+    const int from = m_list.currentRow();
     const int to = from + places;
-    if (from < 0 || to < 0 || to >= list_.count())
+    if (from < 0 || to < 0 || to >= m_list.count())
         return;
-    list_.insertItem(to, list_.takeItem(from));
-    list_.setCurrentRow(to);
+    m_list.insertItem(to, m_list.takeItem(from));
+    m_list.setCurrentRow(to);
     RebuildDefault();
     emit Changed();
 }
 
 void DetailItems::Remove()
 {
-    const int row = list_.currentRow();
+    const int row = m_list.currentRow();
     if (row < 0)
         return;
-    delete list_.takeItem(row);
+    delete m_list.takeItem(row);
     RebuildDefault();
     emit Changed();
 }
@@ -109,9 +109,9 @@ void DetailItems::RebuildDefault()
 void DetailItems::RebuildDefault(const QString &text)
 {
     const QStringList items = Items();
-    default_.clear();
-    default_.addItems(items);
-    default_.setCurrentIndex(static_cast<int>(items.indexOf(text)));
-    if (default_.isEditable())
-        default_.setEditText(text);
+    m_default.clear();
+    m_default.addItems(items);
+    m_default.setCurrentIndex(static_cast<int>(items.indexOf(text)));
+    if (m_default.isEditable())
+        m_default.setEditText(text);
 }

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <QtCore/QObject>
-#include <QtCore/QStringList>
+#include <QObject>
+#include <QStringList>
 
 class QComboBox;
 class QLineEdit;
@@ -52,7 +52,7 @@ private:
     void RebuildDefault();
     void RebuildDefault(const QString &text);
 
-    QLineEdit &next_;
-    QListWidget &list_;
-    QComboBox &default_;
+    QLineEdit &m_next;
+    QListWidget &m_list;
+    QComboBox &m_default;
 };

@@ -5,7 +5,9 @@
 #include "host/screens/theme.h"
 #include "ui_detail_type_get.h"
 
-#include <QtGui/QPainter>
+#include <QPainter>
+
+using namespace Qt::StringLiterals;
 
 using detail_types::DetailTypeFault;
 using detail_types::KindLayout;
@@ -22,13 +24,13 @@ const QColor OffKnob(0xff, 0x00, 0x00);
 
 QString RepeatedItemText()
 {
-    return u"کاربر گرامی مقدار پیشنهادی وارد شده تکراری می باشد، لطفا مقدار پیشنهادی جدید وارد نمایید"_qs;
+    return u"کاربر گرامی مقدار پیشنهادی وارد شده تکراری می باشد، لطفا مقدار پیشنهادی جدید وارد نمایید"_s;
 }
 
 QString ItemNotAddedText()
 {
     return u"کاربر گرامی مقدار پیشنهادی نوشته شده هنوز به لیست افزوده نشده است، لطفا آن را با Enter بیفزایید و یا پاک "
-           "نمایید"_qs;
+           "نمایید"_s;
 }
 
 QString ReminderTakenText()
@@ -37,7 +39,7 @@ QString ReminderTakenText()
            "باشندکه این جزئیات هم در لیست جزئیات کالاهای فوق ثبت شده است و در صورتی که تیک یادآوری "
            "سررسید این جزئیات را هم بزنید  کالاهای فوق دارای دو جزئیات تاریخی با تیک یادآوری سررسید "
            "می شوند که همین امر مشکل ساز خواهد شد و به همین دلیل  افزودن تیک یادآوری سررسید برای "
-           "این جزئیات امکان پذیر نمی باشد"_qs;
+           "این جزئیات امکان پذیر نمی باشد"_s;
 }
 
 /// A letter "i" in a disc of the house's colour.
@@ -56,13 +58,13 @@ QPixmap InformationMark(double ratio)
     font.setBold(true);
     painter.setFont(font);
     painter.setPen(Qt::white);
-    painter.drawText(QRectF(0, 0, side, side), Qt::AlignCenter, u"i"_qs);
+    painter.drawText(QRectF(0, 0, side, side), Qt::AlignCenter, u"i"_s);
     return picture;
 }
 
 QString StateCaption(const QString &title)
 {
-    return title.trimmed().isEmpty() ? u"..."_qs : title;
+    return title.trimmed().isEmpty() ? u"..."_s : title;
 }
 
 Refusal Required(QWidget *control, const QString &caption)
@@ -73,18 +75,19 @@ Refusal Required(QWidget *control, const QString &caption)
 } // namespace
 
 TDetailTypes_Get_FRM::TDetailTypes_Get_FRM(host::Host &host)
-    : TBaseGet_FRM(host, TSoftwarePart::DetailTypes), ui_(std::make_unique<Ui::TDetailTypes_Get_FRM>()), data_(host.DM)
+    : TBaseGet_FRM(host, TSoftwarePart::DetailTypes), m_ui(std::make_unique<Ui::TDetailTypes_Get_FRM>()),
+      m_data(host.DM)
 {
-    setObjectName(u"TDetailTypes_Get_FRM"_qs);
-    ui_->setupUi(Content());
-    ui_->Code_EDT->hide();
-    ui_->Type_CMB->setMaxVisibleItems(ui_->Type_CMB->count());
-    ui_->TypeDescription_IMG->setPixmap(InformationMark(devicePixelRatioF()));
-    SetTitle(u"جزئیات کالا"_qs);
-    connect(ui_->Type_CMB, &QComboBox::currentIndexChanged, this, &TDetailTypes_Get_FRM::ApplyKind);
-    connect(ui_->IsRequired_CHB, &QCheckBox::clicked, this, [this](bool checked) {
-        isRequiredTouched_ = true;
-        isRequiredUserValue_ = checked;
+    setObjectName(u"TDetailTypes_Get_FRM"_s);
+    m_ui->setupUi(Content());
+    m_ui->Code_EDT->hide();
+    m_ui->Type_CMB->setMaxVisibleItems(m_ui->Type_CMB->count());
+    m_ui->TypeDescription_IMG->setPixmap(InformationMark(devicePixelRatioF()));
+    SetTitle(u"جزئیات کالا"_s);
+    connect(m_ui->Type_CMB, &QComboBox::currentIndexChanged, this, &TDetailTypes_Get_FRM::ApplyKind);
+    connect(m_ui->IsRequired_CHB, &QCheckBox::clicked, this, [this](bool checked) {
+        m_isRequiredTouched = true;
+        m_isRequiredUserValue = checked;
     });
     BindItems();
     BindToggle();
@@ -94,51 +97,51 @@ TDetailTypes_Get_FRM::~TDetailTypes_Get_FRM() = default;
 
 void TDetailTypes_Get_FRM::BindItems()
 {
-    items_ = new DetailItems(*ui_->RecommendValues_EDT, *ui_->RecommendList_LST, *ui_->DefaultValue_CMB, this);
-    connect(items_, &DetailItems::Changed, this, [this] { SetIsSaved(false); });
-    Bind(ui_->AddToList_BTN, {}, [this] { AddItem(); });
-    Bind(ui_->Up_BTN, {}, [this] { items_->MoveUp(); });
-    Bind(ui_->Down_BTN, {}, [this] { items_->MoveDown(); });
-    Bind(ui_->Delrow_BTN, {}, [this] { items_->Remove(); });
+    m_items = new DetailItems(*m_ui->RecommendValues_EDT, *m_ui->RecommendList_LST, *m_ui->DefaultValue_CMB, this);
+    connect(m_items, &DetailItems::Changed, this, [this] { SetIsSaved(false); });
+    Bind(m_ui->AddToList_BTN, {}, [this] { AddItem(); });
+    Bind(m_ui->Up_BTN, {}, [this] { m_items->MoveUp(); });
+    Bind(m_ui->Down_BTN, {}, [this] { m_items->MoveDown(); });
+    Bind(m_ui->Delrow_BTN, {}, [this] { m_items->Remove(); });
 }
 
 void TDetailTypes_Get_FRM::BindToggle()
 {
-    ui_->ToggleSwitchTitle_TSW->SetKnobColors(OnKnob, OffKnob);
-    for (const QLineEdit *title : {ui_->ToggleTitleTrue_EDT, ui_->ToggleTitleFalse_EDT})
+    m_ui->ToggleSwitchTitle_TSW->SetKnobColors(OnKnob, OffKnob);
+    for (const QLineEdit *title : {m_ui->ToggleTitleTrue_EDT, m_ui->ToggleTitleFalse_EDT})
         connect(title, &QLineEdit::textChanged, this, &TDetailTypes_Get_FRM::ShowStateCaptions);
     ShowStateCaptions();
 }
 
 QWidget *TDetailTypes_Get_FRM::FirstControl() const
 {
-    return ui_->DetailTitle_EDT;
+    return m_ui->DetailTitle_EDT;
 }
 
 QString TDetailTypes_Get_FRM::PrepareRecoveryQuery() const
 {
-    return u"SELECT ID FROM DetailTypes WHERE ID = "_qs + QString::number(Key().toInt());
+    return u"SELECT ID FROM DetailTypes WHERE ID = "_s + QString::number(Key().toInt());
 }
 
 // A record on the form ----------------------------------------------------------------------------------------------
 
 void TDetailTypes_Get_FRM::Clear()
 {
-    shown_ = false;
-    isRequiredTouched_ = false;
-    loaded_ = {};
-    ui_->DetailTitle_EDT->setMaxLength(LongestTitle);
-    ui_->DetailTitle_EDT->clear();
-    ui_->Type_CMB->setCurrentIndex(0);
-    ui_->RecommendValues_EDT->clear();
-    items_->SetDefaultText({});
-    items_->SetItems({});
+    m_shown = false;
+    m_isRequiredTouched = false;
+    m_loaded = {};
+    m_ui->DetailTitle_EDT->setMaxLength(LongestTitle);
+    m_ui->DetailTitle_EDT->clear();
+    m_ui->Type_CMB->setCurrentIndex(0);
+    m_ui->RecommendValues_EDT->clear();
+    m_items->SetDefaultText({});
+    m_items->SetItems({});
     SetCalendar(TDetailCalendar::Solar);
-    ui_->DateAlarm_CHB->setChecked(false);
-    ui_->ToggleTitleTrue_EDT->setText(u"فعال"_qs);
-    ui_->ToggleTitleFalse_EDT->setText(u"غیرفعال"_qs);
-    ui_->ToggleSwitchTitle_TSW->setChecked(true);
-    ui_->Comment_EDT->clear();
+    m_ui->DateAlarm_CHB->setChecked(false);
+    m_ui->ToggleTitleTrue_EDT->setText(u"فعال"_s);
+    m_ui->ToggleTitleFalse_EDT->setText(u"غیرفعال"_s);
+    m_ui->ToggleSwitchTitle_TSW->setChecked(true);
+    m_ui->Comment_EDT->clear();
 }
 
 void TDetailTypes_Get_FRM::Prepare()
@@ -149,7 +152,7 @@ void TDetailTypes_Get_FRM::Prepare()
     }
     SetKey(1);
     Clear();
-    ui_->Code_EDT->setText(Key().toString());
+    m_ui->Code_EDT->setText(Key().toString());
     ApplyKind();
 }
 
@@ -161,76 +164,76 @@ void TDetailTypes_Get_FRM::Load()
     }
     Clear();
     const int id = Key().toInt();
-    if (!data_.DetailTypes_GetByID(id, loaded_)) {
-        m_host.messages.ShowMessage(u"این نوع جزئیات دیگر وجود ندارد."_qs, host::MessageIcon::Warning);
+    if (!m_data.DetailTypes_GetByID(id, m_loaded)) {
+        m_host.messages.ShowMessage(u"این نوع جزئیات دیگر وجود ندارد."_s, host::MessageIcon::Warning);
         AbortOpening();
         return;
     }
-    ui_->Code_EDT->setText(QString::number(id));
-    Show(loaded_);
+    m_ui->Code_EDT->setText(QString::number(id));
+    Show(m_loaded);
 }
 
 void TDetailTypes_Get_FRM::Show(const TDetailType_Rec &record)
 {
-    ui_->DetailTitle_EDT->setMaxLength(qMax(LongestTitle, static_cast<int>(record.Title.size())));
-    ui_->DetailTitle_EDT->setText(record.Title);
-    ui_->IsRequired_CHB->setChecked(record.IsRequired);
-    ui_->Type_CMB->setCurrentIndex(static_cast<int>(record.DetailType));
+    m_ui->DetailTitle_EDT->setMaxLength(qMax(LongestTitle, static_cast<int>(record.Title.size())));
+    m_ui->DetailTitle_EDT->setText(record.Title);
+    m_ui->IsRequired_CHB->setChecked(record.IsRequired);
+    m_ui->Type_CMB->setCurrentIndex(static_cast<int>(record.DetailType));
     ApplyKind();
     if (detail_types::HasItems(Kind()))
-        items_->SetItems(data_.DetailTypesItems(record.ID));
+        m_items->SetItems(m_data.DetailTypesItems(record.ID));
     switch (Kind()) {
     case TDetailKind::List:
-        items_->SetDefaultItem(qMax(record.DefaultValue.toInt() - 1, 0));
+        m_items->SetDefaultItem(qMax(record.DefaultValue.toInt() - 1, 0));
         break;
     case TDetailKind::Text:
-        items_->SetDefaultText(record.DefaultValue);
+        m_items->SetDefaultText(record.DefaultValue);
         break;
     case TDetailKind::Date:
         SetCalendar(record.DateType);
-        ui_->DateAlarm_CHB->setChecked(record.DateAlarm);
+        m_ui->DateAlarm_CHB->setChecked(record.DateAlarm);
         break;
     case TDetailKind::Toggle:
-        ui_->ToggleTitleTrue_EDT->setText(record.ToggleTitleTrue);
-        ui_->ToggleTitleFalse_EDT->setText(record.ToggleTitleFalse);
-        ui_->ToggleSwitchTitle_TSW->setChecked(record.DefaultValue.toInt() != 0);
+        m_ui->ToggleTitleTrue_EDT->setText(record.ToggleTitleTrue);
+        m_ui->ToggleTitleFalse_EDT->setText(record.ToggleTitleFalse);
+        m_ui->ToggleSwitchTitle_TSW->setChecked(record.DefaultValue.toInt() != 0);
         break;
     default:
         break;
     }
-    ui_->Comment_EDT->setText(record.Comment);
+    m_ui->Comment_EDT->setText(record.Comment);
 }
 
 void TDetailTypes_Get_FRM::FormShown()
 {
-    isRequiredTouched_ = false;
-    isRequiredUserValue_ = false;
+    m_isRequiredTouched = false;
+    m_isRequiredUserValue = false;
     if (IsNew())
-        ui_->IsRequired_CHB->setChecked(true);
+        m_ui->IsRequired_CHB->setChecked(true);
     TBaseGet_FRM::FormShown();
-    shown_ = true;
+    m_shown = true;
 }
 
 // The form by kind --------------------------------------------------------------------------------------------------
 
 TDetailKind TDetailTypes_Get_FRM::Kind() const
 {
-    return static_cast<TDetailKind>(qMax(0, ui_->Type_CMB->currentIndex()));
+    return static_cast<TDetailKind>(qMax(0, m_ui->Type_CMB->currentIndex()));
 }
 
 void TDetailTypes_Get_FRM::ApplyKind()
 {
     const TDetailKind kind = Kind();
     const KindLayout form = detail_types::LayoutOf(kind);
-    ui_->TypeDescription_LBL->setText(detail_types::DescriptionOf(kind));
-    ui_->TypeDescription_PNL->setVisible(kind != TDetailKind::None);
-    ui_->RecommendedValues_PNL->setVisible(form.items);
-    ui_->DateType_PNL->setVisible(form.date);
-    ui_->ToggleTitle_PNL->setVisible(form.toggle);
+    m_ui->TypeDescription_LBL->setText(detail_types::DescriptionOf(kind));
+    m_ui->TypeDescription_PNL->setVisible(kind != TDetailKind::None);
+    m_ui->RecommendedValues_PNL->setVisible(form.items);
+    m_ui->DateType_PNL->setVisible(form.date);
+    m_ui->ToggleTitle_PNL->setVisible(form.toggle);
     if (form.items)
-        items_->SetPickOnly(kind == TDetailKind::List);
+        m_items->SetPickOnly(kind == TDetailKind::List);
     // What a short form leaves is the explanation's, what a tall one leaves the list's.
-    ui_->column->setStretchFactor(ui_->TypeDescription_PNL, form.items ? 0 : 1);
+    m_ui->column->setStretchFactor(m_ui->TypeDescription_PNL, form.items ? 0 : 1);
     ApplyRequired(form.alwaysRequired);
     Content()->layout()->activate();
     layout()->activate();
@@ -240,12 +243,12 @@ void TDetailTypes_Get_FRM::ApplyKind()
 
 void TDetailTypes_Get_FRM::ApplyRequired(bool always)
 {
-    QCheckBox &box = *ui_->IsRequired_CHB;
+    QCheckBox &box = *m_ui->IsRequired_CHB;
     box.setEnabled(!always);
-    if (always || (IsNew() && !isRequiredTouched_))
+    if (always || (IsNew() && !m_isRequiredTouched))
         box.setChecked(true);
-    else if (shown_ && isRequiredTouched_)
-        box.setChecked(isRequiredUserValue_);
+    else if (m_shown && m_isRequiredTouched)
+        box.setChecked(m_isRequiredUserValue);
 }
 
 void TDetailTypes_Get_FRM::KeepHigh()
@@ -263,39 +266,39 @@ void TDetailTypes_Get_FRM::showEvent(QShowEvent *event)
 void TDetailTypes_Get_FRM::SetCalendar(TDetailCalendar calendar)
 {
     // A stored calendar that is neither leaves both unchecked, which a group of radio buttons does not allow by itself.
-    for (QRadioButton *button : {ui_->SolarDate_RDB, ui_->GregorianDate_RDB})
+    for (QRadioButton *button : {m_ui->SolarDate_RDB, m_ui->GregorianDate_RDB})
         button->setAutoExclusive(false);
-    ui_->SolarDate_RDB->setChecked(calendar == TDetailCalendar::Solar);
-    ui_->GregorianDate_RDB->setChecked(calendar == TDetailCalendar::Gregorian);
-    for (QRadioButton *button : {ui_->SolarDate_RDB, ui_->GregorianDate_RDB})
+    m_ui->SolarDate_RDB->setChecked(calendar == TDetailCalendar::Solar);
+    m_ui->GregorianDate_RDB->setChecked(calendar == TDetailCalendar::Gregorian);
+    for (QRadioButton *button : {m_ui->SolarDate_RDB, m_ui->GregorianDate_RDB})
         button->setAutoExclusive(true);
 }
 
 void TDetailTypes_Get_FRM::ShowStateCaptions()
 {
-    ui_->ToggleSwitchTitle_TSW->SetStateCaptions(StateCaption(ui_->ToggleTitleTrue_EDT->text()),
-                                                 StateCaption(ui_->ToggleTitleFalse_EDT->text()));
+    m_ui->ToggleSwitchTitle_TSW->SetStateCaptions(StateCaption(m_ui->ToggleTitleTrue_EDT->text()),
+                                                  StateCaption(m_ui->ToggleTitleFalse_EDT->text()));
 }
 
 void TDetailTypes_Get_FRM::AddItem()
 {
-    if (items_->Add() == DetailItems::Added::Repeated)
+    if (m_items->Add() == DetailItems::Added::Repeated)
         m_host.messages.ShowMessage(RepeatedItemText(), host::MessageIcon::Warning);
-    FocusControl(ui_->RecommendValues_EDT);
+    FocusControl(m_ui->RecommendValues_EDT);
 }
 
 /// Enter adds the typed item and stays for the next one; an empty edit lets it go on. The buttons beside the list are
 /// not stops: Enter would press them and never come past.
 void TDetailTypes_Get_FRM::NextControl()
 {
-    if (ui_->RecommendValues_EDT->hasFocus() && !ui_->RecommendValues_EDT->text().trimmed().isEmpty()) {
+    if (m_ui->RecommendValues_EDT->hasFocus() && !m_ui->RecommendValues_EDT->text().trimmed().isEmpty()) {
         AddItem();
         return;
     }
     TBaseGet_FRM::NextControl();
     for (int steps = 0; steps < 5; ++steps) {
         const auto *button = qobject_cast<QPushButton *>(focusWidget());
-        if (!button || !ui_->RecommendedValues_PNL->isAncestorOf(button))
+        if (!button || !m_ui->RecommendedValues_PNL->isAncestorOf(button))
             return;
         TBaseGet_FRM::NextControl();
     }
@@ -306,24 +309,24 @@ void TDetailTypes_Get_FRM::NextControl()
 detail_types::DetailTypeDraft TDetailTypes_Get_FRM::Draft() const
 {
     return {.isNew = IsNew(),
-            .title = ui_->DetailTitle_EDT->text(),
+            .title = m_ui->DetailTitle_EDT->text(),
             .kind = Kind(),
-            .items = ui_->RecommendList_LST->count(),
-            .defaultItem = items_->DefaultItem(),
-            .calendarGiven = ui_->SolarDate_RDB->isChecked() || ui_->GregorianDate_RDB->isChecked(),
-            .reminder = ui_->DateAlarm_CHB->isChecked(),
-            .titleOn = ui_->ToggleTitleTrue_EDT->text(),
-            .titleOff = ui_->ToggleTitleFalse_EDT->text(),
-            .nextItem = ui_->RecommendValues_EDT->text()};
+            .items = m_ui->RecommendList_LST->count(),
+            .defaultItem = m_items->DefaultItem(),
+            .calendarGiven = m_ui->SolarDate_RDB->isChecked() || m_ui->GregorianDate_RDB->isChecked(),
+            .reminder = m_ui->DateAlarm_CHB->isChecked(),
+            .titleOn = m_ui->ToggleTitleTrue_EDT->text(),
+            .titleOff = m_ui->ToggleTitleFalse_EDT->text(),
+            .nextItem = m_ui->RecommendValues_EDT->text()};
 }
 
 std::vector<host::Check> TDetailTypes_Get_FRM::Validate()
 {
-    return {{u"detail type"_qs, [this] {
+    return {{u"detail type"_s, [this] {
                  return RefusalOf(detail_types::FirstFault(
                      Draft(),
-                     {.sameTitles = [this](const QString &title) { return data_.DetailTypesTitle_Exist(title); },
-                      .reminderTaken = [this] { return data_.ExistsGoodDetailBeforeEditForDateAlarmDetail(Key()); }}));
+                     {.sameTitles = [this](const QString &title) { return m_data.DetailTypesTitle_Exist(title); },
+                      .reminderTaken = [this] { return m_data.ExistsGoodDetailBeforeEditForDateAlarmDetail(Key()); }}));
              }}};
 }
 
@@ -333,29 +336,29 @@ std::optional<Refusal> TDetailTypes_Get_FRM::RefusalOf(DetailTypeFault fault) co
     case DetailTypeFault::None:
         break;
     case DetailTypeFault::TitleMissing:
-        return Required(ui_->DetailTitle_EDT, u"عنوان گزارش"_qs);
+        return Required(m_ui->DetailTitle_EDT, u"عنوان گزارش"_s);
     case DetailTypeFault::TitleTaken:
-        return Refusal{ui_->DetailTitle_EDT, [](MessageService &messages) {
-                           messages.MsgRepeatedField(u"عنوان جزئیات"_qs, u"جزئیات کالا"_qs);
+        return Refusal{m_ui->DetailTitle_EDT, [](MessageService &messages) {
+                           messages.MsgRepeatedField(u"عنوان جزئیات"_s, u"جزئیات کالا"_s);
                        }};
     case DetailTypeFault::ReminderTaken:
-        return Refusal{ui_->DateAlarm_CHB, [](MessageService &messages) {
+        return Refusal{m_ui->DateAlarm_CHB, [](MessageService &messages) {
                            messages.ShowMessage(ReminderTakenText(), host::MessageIcon::Warning);
                        }};
     case DetailTypeFault::KindMissing:
-        return Required(ui_->Type_CMB, u"نوع جزئیات"_qs);
+        return Required(m_ui->Type_CMB, u"نوع جزئیات"_s);
     case DetailTypeFault::ItemsMissing:
-        return Required(ui_->RecommendValues_EDT, u"مقادیر پیشنهادی"_qs);
+        return Required(m_ui->RecommendValues_EDT, u"مقادیر پیشنهادی"_s);
     case DetailTypeFault::CalendarMissing:
-        return Required(ui_->SolarDate_RDB, u"نوع تاریخ"_qs);
+        return Required(m_ui->SolarDate_RDB, u"نوع تاریخ"_s);
     case DetailTypeFault::OnTitleMissing:
-        return Required(ui_->ToggleTitleTrue_EDT, u"عنوان فعال"_qs);
+        return Required(m_ui->ToggleTitleTrue_EDT, u"عنوان فعال"_s);
     case DetailTypeFault::OffTitleMissing:
-        return Required(ui_->ToggleTitleFalse_EDT, u"عنوان غیر فعال"_qs);
+        return Required(m_ui->ToggleTitleFalse_EDT, u"عنوان غیر فعال"_s);
     case DetailTypeFault::DefaultMissing:
-        return Required(ui_->DefaultValue_CMB, u"مقدار پیش فرض"_qs);
+        return Required(m_ui->DefaultValue_CMB, u"مقدار پیش فرض"_s);
     case DetailTypeFault::ItemNotAdded:
-        return Refusal{ui_->RecommendValues_EDT, [](MessageService &messages) {
+        return Refusal{m_ui->RecommendValues_EDT, [](MessageService &messages) {
                            messages.ShowMessage(ItemNotAddedText(), host::MessageIcon::Warning);
                        }};
     }
@@ -364,34 +367,34 @@ std::optional<Refusal> TDetailTypes_Get_FRM::RefusalOf(DetailTypeFault fault) co
 
 TDetailType_Rec TDetailTypes_Get_FRM::Record() const
 {
-    TDetailType_Rec record = loaded_;
+    TDetailType_Rec record = m_loaded;
     const TDetailKind kind = Kind();
-    record.Title = ui_->DetailTitle_EDT->text();
+    record.Title = m_ui->DetailTitle_EDT->text();
     record.DetailType = kind;
-    record.IsRequired = ui_->IsRequired_CHB->isChecked();
-    record.ToggleTitleTrue = record.ToggleTitleFalse = u""_qs;
+    record.IsRequired = m_ui->IsRequired_CHB->isChecked();
+    record.ToggleTitleTrue = record.ToggleTitleFalse = u""_s;
     record.DateType = TDetailCalendar::Gregorian;
     record.DateAlarm = false;
     switch (kind) {
     case TDetailKind::List:
-        record.DefaultValue = QString::number(items_->DefaultItem() + 1);
+        record.DefaultValue = QString::number(m_items->DefaultItem() + 1);
         break;
     case TDetailKind::Text:
-        record.DefaultValue = items_->DefaultText();
+        record.DefaultValue = m_items->DefaultText();
         break;
     case TDetailKind::Date:
-        record.DateType = ui_->GregorianDate_RDB->isChecked() ? TDetailCalendar::Gregorian : TDetailCalendar::Solar;
-        record.DateAlarm = ui_->DateAlarm_CHB->isChecked();
+        record.DateType = m_ui->GregorianDate_RDB->isChecked() ? TDetailCalendar::Gregorian : TDetailCalendar::Solar;
+        record.DateAlarm = m_ui->DateAlarm_CHB->isChecked();
         break;
     case TDetailKind::Toggle:
-        record.DefaultValue = ui_->ToggleSwitchTitle_TSW->isChecked() ? u"1"_qs : u"0"_qs;
-        record.ToggleTitleTrue = ui_->ToggleTitleTrue_EDT->text();
-        record.ToggleTitleFalse = ui_->ToggleTitleFalse_EDT->text();
+        record.DefaultValue = m_ui->ToggleSwitchTitle_TSW->isChecked() ? u"1"_s : u"0"_s;
+        record.ToggleTitleTrue = m_ui->ToggleTitleTrue_EDT->text();
+        record.ToggleTitleFalse = m_ui->ToggleTitleFalse_EDT->text();
         break;
     default:
         break;
     }
-    record.Comment = ui_->Comment_EDT->text();
+    record.Comment = m_ui->Comment_EDT->text();
     return record;
 }
 
@@ -401,13 +404,13 @@ void TDetailTypes_Get_FRM::Write()
     TDetailType_Rec record = Record();
     (IsNew() ? record.CreatedTime : record.ModifiedTime) = m_host.clock.NowTime();
     (IsNew() ? record.CreatedDate : record.ModifiedDate) = m_host.clock.NowDate();
-    (IsNew() ? record.UserCreated : record.UserModified) = u"%1 (%2)"_qs.arg(user.Name, QString::number(user.Code));
-    const QStringList items = detail_types::HasItems(Kind()) ? items_->Items() : QStringList();
+    (IsNew() ? record.UserCreated : record.UserModified) = u"%1 (%2)"_s.arg(user.Name, QString::number(user.Code));
+    const QStringList items = detail_types::HasItems(Kind()) ? m_items->Items() : QStringList();
     if (!IsNew()) {
-        data_.DetailTypes_UpdateWithItems(record, items);
+        m_data.DetailTypes_UpdateWithItems(record, items);
         return;
     }
     int id = 0;
-    data_.DetailTypes_InsertWithItems(record, items, id);
+    m_data.DetailTypes_InsertWithItems(record, items, id);
     SetKey(id);
 }

@@ -2,7 +2,6 @@
 
 #include "detailtypes/detail_type_rules.h"
 #include "detailtypes/detail_types_dm.h"
-
 #include "host/screens/base_get.h"
 
 #include <memory>
@@ -55,12 +54,12 @@ private:
     std::optional<host::Refusal> RefusalOf(detail_types::DetailTypeFault fault) const;
     TDetailType_Rec Record() const;
 
-    std::unique_ptr<Ui::TDetailTypes_Get_FRM> ui_;
-    TDetailTypes_DM data_;
-    DetailItems *items_ = nullptr;
+    std::unique_ptr<Ui::TDetailTypes_Get_FRM> m_ui;
+    TDetailTypes_DM m_data;
+    DetailItems *m_items = nullptr;
     /// The type as it was loaded: what no control of its kind shows is written back as it was.
-    TDetailType_Rec loaded_;
-    bool isRequiredTouched_ = false; ///< the user clicked the box since the screen was shown
-    bool isRequiredUserValue_ = false;
-    bool shown_ = false;
+    TDetailType_Rec m_loaded;
+    bool m_isRequiredTouched = false; ///< the user clicked the box since the screen was shown
+    bool m_isRequiredUserValue = false;
+    bool m_shown = false;
 };

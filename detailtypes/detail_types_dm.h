@@ -22,7 +22,7 @@ public:
     TDetailTypes_DM &operator=(const TDetailTypes_DM &) = delete;
 
     /// The main connection, for a transaction around several operations.
-    const QSqlDatabase &Connection() const { return main_; }
+    const QSqlDatabase &Connection() const { return m_main; }
 
     // The row sets that grids show. Owned by the data module.
 
@@ -113,6 +113,6 @@ private:
     void InsertItems(int id, const QStringList &items);
     bool MoreThan(int limit, const QString &text);
 
-    QSqlDatabase main_;
+    QSqlDatabase m_main;
     host::Query Temp_QRY;
 };

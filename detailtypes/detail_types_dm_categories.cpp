@@ -78,23 +78,23 @@ bool TDetailTypes_DM::DetailTypes_SelectedList_Update(const TDetailTypes_Selecte
 
 void TDetailTypes_DM::DetailTypes_SelectedList_Delete(int code)
 {
-    host::Exec(main_, u"Delete from DetailTypes_SelectedLists where Code="_s + QString::number(code));
+    host::Exec(m_main, u"Delete from DetailTypes_SelectedLists where Code="_s + QString::number(code));
 }
 
 void TDetailTypes_DM::DetailTypes_SelectedList_Default(int code, bool isDefault)
 {
-    host::Exec(main_, u"UPDATE DetailTypes_SelectedLists SET DefaultSelectedList = "_s +
-                          (isDefault ? u"0"_s : u"-1"_s) + u" WHERE Code = "_s + QString::number(code));
+    host::Exec(m_main, u"UPDATE DetailTypes_SelectedLists SET DefaultSelectedList = "_s +
+                           (isDefault ? u"0"_s : u"-1"_s) + u" WHERE Code = "_s + QString::number(code));
 }
 
 void TDetailTypes_DM::DetailTypes_AllSelectedList_NoDefault()
 {
-    host::Exec(main_, u"Update DetailTypes_SelectedLists set DefaultSelectedList = 0 "_s);
+    host::Exec(m_main, u"Update DetailTypes_SelectedLists set DefaultSelectedList = 0 "_s);
 }
 
 void TDetailTypes_DM::DetailTypes_SelectedList_SwitchDefault(int code, bool isDefault)
 {
-    host::Transaction transaction(main_);
+    host::Transaction transaction(m_main);
     if (!isDefault)
         DetailTypes_AllSelectedList_NoDefault();
     DetailTypes_SelectedList_Default(code, isDefault);

@@ -17,14 +17,14 @@ QStringList TDetailTypes_DM::DetailTypesItems(int id)
 
 bool TDetailTypes_DM::DetailTypesItems_Delete(int id)
 {
-    host::Exec(main_, u"DELETE FROM DetailTypesItems WHERE DetailID = "_s + QString::number(id));
+    host::Exec(m_main, u"DELETE FROM DetailTypesItems WHERE DetailID = "_s + QString::number(id));
     return true;
 }
 
 void TDetailTypes_DM::DetailTypesItems_Insert(int id, int row, const QString &value)
 {
-    host::Exec(main_, u" INSERT INTO DetailTypesItems(DetailID, Row, [Value])  VALUES("_s + QString::number(id) +
-                          u", "_s + QString::number(row) + u", "_s + host::QuotedStr(value) + u')');
+    host::Exec(m_main, u" INSERT INTO DetailTypesItems(DetailID, Row, [Value])  VALUES("_s + QString::number(id) +
+                           u", "_s + QString::number(row) + u", "_s + host::QuotedStr(value) + u')');
 }
 
 void TDetailTypes_DM::InsertItems(int id, const QStringList &items)

@@ -38,12 +38,12 @@ bool TDetailTypes_DM::DetailTypes_SelectedList_GetCode(int code, QString &codes)
 void TDetailTypes_DM::DetailTypes_SelectedList_InsertDetail(const QString &codes, int code)
 {
     const QString category = QString::number(code);
-    host::Transaction transaction(main_);
-    int place = host::Scalar(main_, u"Select IsNull(Max(Radif),0)+1 as MaxRadif from DetailTypes_SelectedList_Detail "
-                                    "where SL_Code="_s +
-                                        category)
+    host::Transaction transaction(m_main);
+    int place = host::Scalar(m_main, u"Select IsNull(Max(Radif),0)+1 as MaxRadif from DetailTypes_SelectedList_Detail "
+                                     "where SL_Code="_s +
+                                         category)
                     .toInt();
-    host::Dataset members(main_);
+    host::Dataset members(m_main);
     members.SetTable(u"DetailTypes_SelectedList_Detail"_s, u"Code"_s);
     members.Open(u"Select * from DetailTypes_SelectedList_Detail where SL_Code="_s + category);
     const QList<int> added = host::Codes(codes);
@@ -61,11 +61,11 @@ void TDetailTypes_DM::DetailTypes_SelectedList_InsertDetail(const QString &codes
 
 void TDetailTypes_DM::DetailTypes_SelectedList_DeleteDetail(int code, const QString &codes)
 {
-    host::Exec(main_, u"DELETE FROM DetailTypes_SelectedList_Detail WHERE SL_Code = "_s + QString::number(code) +
-                          u" AND Code IN ("_s + host::CodeList(codes) + u')');
+    host::Exec(m_main, u"DELETE FROM DetailTypes_SelectedList_Detail WHERE SL_Code = "_s + QString::number(code) +
+                           u" AND Code IN ("_s + host::CodeList(codes) + u')');
 }
 
 void TDetailTypes_DM::DetailTypes_SelectedList_DeleteAll(int code)
 {
-    host::Exec(main_, u"Delete from DetailTypes_SelectedList_Detail where SL_Code="_s + QString::number(code));
+    host::Exec(m_main, u"Delete from DetailTypes_SelectedList_Detail where SL_Code="_s + QString::number(code));
 }

@@ -78,7 +78,7 @@ void TDetailTypes_DM::WriteType(host::Dataset &row, const TDetailType_Rec &recor
 
 bool TDetailTypes_DM::DetailTypes_Insert(const TDetailType_Rec &record, int &newId)
 {
-    host::Dataset types(main_);
+    host::Dataset types(m_main);
     types.SetTable(u"DetailTypes"_s, u"ID"_s);
     types.Open(u"SELECT * FROM DetailTypes"_s);
     types.Append();
@@ -90,7 +90,7 @@ bool TDetailTypes_DM::DetailTypes_Insert(const TDetailType_Rec &record, int &new
 
 bool TDetailTypes_DM::DetailTypes_Update(const TDetailType_Rec &record)
 {
-    host::Dataset types(main_);
+    host::Dataset types(m_main);
     types.SetTable(u"DetailTypes"_s, u"ID"_s);
     types.Open(u"SELECT * FROM DetailTypes WHERE ID = "_s + QString::number(record.ID));
     if (types.IsEmpty())
@@ -103,7 +103,7 @@ bool TDetailTypes_DM::DetailTypes_Update(const TDetailType_Rec &record)
 
 bool TDetailTypes_DM::DetailTypes_InsertWithItems(const TDetailType_Rec &record, const QStringList &items, int &newId)
 {
-    host::Transaction transaction(main_);
+    host::Transaction transaction(m_main);
     DetailTypes_Insert(record, newId);
     InsertItems(newId, items);
     transaction.Commit();
@@ -112,7 +112,7 @@ bool TDetailTypes_DM::DetailTypes_InsertWithItems(const TDetailType_Rec &record,
 
 bool TDetailTypes_DM::DetailTypes_UpdateWithItems(const TDetailType_Rec &record, const QStringList &items)
 {
-    host::Transaction transaction(main_);
+    host::Transaction transaction(m_main);
     DetailTypes_Update(record);
     DetailTypesItems_Delete(record.ID);
     InsertItems(record.ID, items);
@@ -123,9 +123,9 @@ bool TDetailTypes_DM::DetailTypes_UpdateWithItems(const TDetailType_Rec &record,
 bool TDetailTypes_DM::DetailTypes_Delete(int id)
 {
     const QString key = QString::number(id);
-    host::Transaction transaction(main_);
-    host::Exec(main_, u"DELETE FROM DetailTypesItems WHERE DetailID = "_s + key);
-    host::Exec(main_, u"DELETE FROM DetailTypes WHERE ID = "_s + key);
+    host::Transaction transaction(m_main);
+    host::Exec(m_main, u"DELETE FROM DetailTypesItems WHERE DetailID = "_s + key);
+    host::Exec(m_main, u"DELETE FROM DetailTypes WHERE ID = "_s + key);
     transaction.Commit();
     return true;
 }

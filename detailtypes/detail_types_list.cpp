@@ -2,11 +2,12 @@
 
 #include "ui_detail_types_list.h"
 
-#include <QtWidgets/QHeaderView>
-#include <QtWidgets/QMenu>
-#include <QtWidgets/QTabBar>
+#include <QHeaderView>
+#include <QMenu>
+#include <QTabBar>
 
 using namespace Qt::StringLiterals;
+
 using host::ColumnFormat;
 using host::TFormMode;
 

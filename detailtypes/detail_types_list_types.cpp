@@ -5,6 +5,7 @@
 #include "ui_detail_types_list.h"
 
 using namespace Qt::StringLiterals;
+
 using host::TFormMode;
 
 // The tab of the types.

@@ -2,7 +2,7 @@
 
 #include "host/controls/grid.h"
 
-#include <QtCore/QtGlobal>
+#include <QtGlobal>
 
 namespace detail_types {
 

@@ -7,8 +7,10 @@
 #include "screens/good_editor/good_get.h"
 #include "screens/goods_list/good_list.h"
 
-#include <QtCore/QScopedValueRollback>
-#include <QtWidgets/QApplication>
+#include <QApplication>
+#include <QScopedValueRollback>
+
+using namespace Qt::StringLiterals;
 
 using host::TFormMode;
 using host::TSoftwarePart;
@@ -17,8 +19,8 @@ namespace entry {
 
 namespace {
 
-const QString ListBusy = QStringLiteral("امکان نمایش مجدد لیست کالاها وجود ندارد.");
-const QString DetailTypesBusy = QStringLiteral("امکان نمایش مجدد لیست جزئیات وجود ندارد.");
+const QString ListBusy = u"امکان نمایش مجدد لیست کالاها وجود ندارد."_s;
+const QString DetailTypesBusy = u"امکان نمایش مجدد لیست جزئیات وجود ندارد."_s;
 constexpr int ReviewKind = 2;
 
 /// The module of this process. The screens must go before the application object and before the library's code,
@@ -47,18 +49,18 @@ QString describe(const std::exception_ptr &error)
     } catch (const std::exception &failure) {
         return QString::fromUtf8(failure.what());
     } catch (...) {
-        return QStringLiteral("خطای ناشناخته");
+        return u"خطای ناشناخته"_s;
     }
 }
 
 } // namespace
 
-Module::Module(host::Host &host) : host_(host)
+Module::Module(host::Host &host) : m_host(host)
 {}
 
 Module::~Module()
 {
-    for (const auto &list : browse_)
+    for (const auto &list : m_browse)
         delete list.data();
 }
 
@@ -82,7 +84,7 @@ void Module::report(const std::exception_ptr &error) noexcept
     try {
         const QString text = describe(error);
         if (holder.module)
-            holder.module->host_.messages.ShowMessage(text, host::MessageIcon::Error);
+            holder.module->m_host.messages.ShowMessage(text, host::MessageIcon::Error);
         else
             qCritical("%s", qPrintable(text));
     } catch (...) {
@@ -92,21 +94,21 @@ void Module::report(const std::exception_ptr &error) noexcept
 
 bool Module::mayOpenList(TSoftwarePart part)
 {
-    return host::Granted(host_, part, host::TPermission::OpenList);
+    return host::Granted(m_host, part, host::TPermission::OpenList);
 }
 
 void Module::openGoodList()
 {
     if (!mayOpenList(TSoftwarePart::Goods))
         return;
-    auto &slot = browse_[0] && browse_[0]->IsShowing() ? browse_[1] : browse_[0];
+    auto &slot = m_browse[0] && m_browse[0]->IsShowing() ? m_browse[1] : m_browse[0];
     if (slot && slot->IsShowing()) {
-        host_.messages.ShowMessage(ListBusy, host::MessageIcon::Information);
+        m_host.messages.ShowMessage(ListBusy, host::MessageIcon::Information);
         return;
     }
     if (!slot)
-        slot = new TGood_List_FRM(host_, TFormMode::DockedList, QString());
-    slot->SetKeyboardLayoutName(host_.keyboard.GetKeyboardLayoutName());
+        slot = new TGood_List_FRM(m_host, TFormMode::DockedList, QString());
+    slot->SetKeyboardLayoutName(m_host.keyboard.GetKeyboardLayoutName());
     slot->SetFormTheme();
     slot->SetFormMode(TFormMode::DockedList);
     if (slot->RunModally())
@@ -117,13 +119,13 @@ void Module::openGoodList()
 
 TGood_List_FRM *Module::freeSelectionSlot(const QString &openingText)
 {
-    for (auto &slot : selection_) {
+    for (auto &slot : m_selection) {
         if (!slot)
-            slot = std::make_unique<TGood_List_FRM>(host_, TFormMode::Selection, openingText);
+            slot = std::make_unique<TGood_List_FRM>(m_host, TFormMode::Selection, openingText);
         if (!slot->IsShowing())
             return slot.get();
     }
-    host_.messages.ShowMessage(ListBusy, host::MessageIcon::Information);
+    m_host.messages.ShowMessage(ListBusy, host::MessageIcon::Information);
     return nullptr;
 }
 
@@ -135,7 +137,7 @@ int Module::selectGood(const QString &param)
     if (!list)
         return 0;
     const SelectionParam parts = splitSelectionParam(param);
-    list->SetKeyboardLayoutName(host_.keyboard.GetKeyboardLayoutName());
+    list->SetKeyboardLayoutName(m_host.keyboard.GetKeyboardLayoutName());
     list->SetFormTheme();
     list->SetLocateCode(parts.LocateCode);
     list->SetMultiSelect(false);
@@ -153,7 +155,7 @@ QString Module::selectGoods(const QString &param)
     TGood_List_FRM *list = freeSelectionSlot(param);
     if (!list)
         return {};
-    list->SetKeyboardLayoutName(host_.keyboard.GetKeyboardLayoutName());
+    list->SetKeyboardLayoutName(m_host.keyboard.GetKeyboardLayoutName());
     list->SetFormMode(TFormMode::Selection);
     list->SetFormTheme();
     list->SetLocateCode(param.isEmpty() ? QString() : splitSelectionParam(param).LocateCode);
@@ -166,11 +168,11 @@ QString Module::selectGoods(const QString &param)
 
 TGood_Get_FRM *Module::freeEditor()
 {
-    if (!editor_)
-        editor_ = std::make_unique<TGood_Get_FRM>(host_);
-    if (!editor_->IsShowing())
-        return editor_.get();
-    editor_->raise();
+    if (!m_editor)
+        m_editor = std::make_unique<TGood_Get_FRM>(m_host);
+    if (!m_editor->IsShowing())
+        return m_editor.get();
+    m_editor->raise();
     return nullptr;
 }
 
@@ -194,18 +196,18 @@ int Module::editGood(int value)
 
 void Module::openDetailTypes()
 {
-    if (detailTypes_) {
-        host_.messages.ShowMessage(DetailTypesBusy, host::MessageIcon::Information);
+    if (m_detailTypes) {
+        m_host.messages.ShowMessage(DetailTypesBusy, host::MessageIcon::Information);
         return;
     }
-    TDetailTypes_List_FRM list(host_, TFormMode::DockedList);
-    const QScopedValueRollback showing(detailTypes_, &list);
+    TDetailTypes_List_FRM list(m_host, TFormMode::DockedList);
+    const QScopedValueRollback showing(m_detailTypes, &list);
     list.ShowModally();
 }
 
 QString Module::selectDetailTypes(const QString &openingText, const detail_types::Choice &choice)
 {
-    TDetailTypes_List_FRM list(host_, TFormMode::Selection, openingText);
+    TDetailTypes_List_FRM list(m_host, TFormMode::Selection, openingText);
     list.SetChoice(choice);
     if (list.ShowModally() != QDialog::Accepted || list.SelectedCodes().isEmpty())
         return {};
@@ -214,20 +216,20 @@ QString Module::selectDetailTypes(const QString &openingText, const detail_types
 
 int Module::openList(TSoftwarePart part)
 {
-    return mayOpenList(part) ? host_.entities.Call_GroupList(part) : 0;
+    return mayOpenList(part) ? m_host.entities.Call_GroupList(part) : 0;
 }
 
 int Module::select(TSoftwarePart part, const QString &text)
 {
-    return host_.entities.Select_GroupList(part, text);
+    return m_host.entities.Select_GroupList(part, text);
 }
 
 void Module::edit(TSoftwarePart part, int id)
 {
     if (id == 0)
-        host_.entities.New_Group(part);
+        m_host.entities.New_Group(part);
     else
-        host_.entities.Edit_Group(part, id);
+        m_host.entities.Edit_Group(part, id);
 }
 
 } // namespace entry

@@ -3,7 +3,7 @@
 #include "detailtypes/detail_type_choice.h"
 #include "host/host.h"
 
-#include <QtCore/QPointer>
+#include <QPointer>
 
 #include <array>
 #include <exception>
@@ -74,12 +74,12 @@ private:
     /// Null when the editor is showing already; it is brought to the front then.
     TGood_Get_FRM *freeEditor();
 
-    host::Host &host_;
+    host::Host &m_host;
     /// Docked in the host's window, which takes them along when it goes first.
-    std::array<QPointer<TGood_List_FRM>, 2> browse_;
-    std::array<std::unique_ptr<TGood_List_FRM>, 3> selection_;
-    std::unique_ptr<TGood_Get_FRM> editor_;
-    TDetailTypes_List_FRM *detailTypes_ = nullptr; ///< while it is showing
+    std::array<QPointer<TGood_List_FRM>, 2> m_browse;
+    std::array<std::unique_ptr<TGood_List_FRM>, 3> m_selection;
+    std::unique_ptr<TGood_Get_FRM> m_editor;
+    TDetailTypes_List_FRM *m_detailTypes = nullptr; ///< while it is showing
 };
 
 } // namespace entry

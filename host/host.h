@@ -18,7 +18,7 @@
 #include "host/services/theme_service.h"
 #include "host/services/voucher_service.h"
 
-#include <QtSql/QSqlDatabase>
+#include <QSqlDatabase>
 
 class QMainWindow;
 class QWidget;

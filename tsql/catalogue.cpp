@@ -4,6 +4,8 @@
 #include "tsql/parser.h"
 #include "tsql/storage.h"
 
+using namespace Qt::StringLiterals;
+
 namespace tsql {
 
 namespace {
@@ -25,13 +27,13 @@ QString sqliteName(const ObjectName &name)
     if (name.isGlobalTemporary())
         return QLatin1String(GlobalSchema) + u'.' + quoted(name.key());
     if (name.isTemporary() || name.name.startsWith(u'@'))
-        return u"temp."_qs + quoted(name.key());
+        return u"temp."_s + quoted(name.key());
     return quoted(name.display());
 }
 
 [[noreturn]] void alreadyThere(const ObjectName &name)
 {
-    throw Error(2714, u"There is already an object named '%1' in the database."_qs.arg(name.name));
+    throw Error(2714, u"There is already an object named '%1' in the database."_s.arg(name.name));
 }
 
 /// The single whole-number column of the primary key, or nothing.
@@ -48,13 +50,13 @@ void addColumn(Table &table, ColumnDefinition &definition)
     if (table.column(definition.name) >= 0)
         throw Error(
             2705,
-            u"Column names in each table must be unique. Column name '%1' in table '%2' is specified more than once."_qs
+            u"Column names in each table must be unique. Column name '%1' in table '%2' is specified more than once."_s
                 .arg(definition.name, table.name.display()));
     if (definition.identity && table.identityColumn() != nullptr)
         throw Error(
             2744,
-            u"Multiple identity columns specified for table '%1'. Only one identity column per table is allowed."_qs
-                .arg(table.name.display()));
+            u"Multiple identity columns specified for table '%1'. Only one identity column per table is allowed."_s.arg(
+                table.name.display()));
     Column column;
     column.name = definition.name;
     column.type = definition.type;
@@ -70,7 +72,7 @@ void addConstraint(Table &table, TableConstraint &constraint)
     for (const QString &name : constraint.columns) {
         const int index = table.column(name);
         if (index < 0)
-            throw Error(1911, u"Column name '%1' does not exist in the target table or view."_qs.arg(name));
+            throw Error(1911, u"Column name '%1' does not exist in the target table or view."_s.arg(name));
         Column &column = table.columns[static_cast<std::size_t>(index)];
         if (constraint.kind == TableConstraint::Kind::PrimaryKey)
             column.nullable = false;
@@ -82,7 +84,7 @@ void addConstraint(Table &table, TableConstraint &constraint)
     if (constraint.kind == TableConstraint::Kind::ForeignKey) {
         const ForeignKey &key = constraint.foreignKey;
         const QString name =
-            constraint.name.isEmpty() ? u"FK__%1__%2"_qs.arg(table.name.name, key.columns.front()) : constraint.name;
+            constraint.name.isEmpty() ? u"FK__%1__%2"_s.arg(table.name.name, key.columns.front()) : constraint.name;
         table.references.push_back({name, key});
     }
     if (constraint.kind == TableConstraint::Kind::Check)
@@ -96,8 +98,8 @@ QString checkName(const ObjectName &table, const TableConstraint &constraint)
 {
     if (!constraint.name.isEmpty())
         return constraint.name;
-    return constraint.columns.empty() ? u"CK__"_qs + table.name
-                                      : u"CK__%1__%2"_qs.arg(table.name, constraint.columns.front());
+    return constraint.columns.empty() ? u"CK__"_s + table.name
+                                      : u"CK__%1__%2"_s.arg(table.name, constraint.columns.front());
 }
 
 QString ObjectName::key() const
@@ -234,7 +236,7 @@ void Catalogue::alter(const AlterTableStatement &statement)
     const std::shared_ptr<const Table> current = table(statement.table);
     if (!current)
         throw Error(4902,
-                    u"Cannot find the object \"%1\" because it does not exist or you do not have permissions."_qs.arg(
+                    u"Cannot find the object \"%1\" because it does not exist or you do not have permissions."_s.arg(
                         statement.table.display()));
     auto changed = std::make_shared<Table>();
     changed->name = current->name;
@@ -302,7 +304,7 @@ void Catalogue::drop(const DropStatement &statement)
             break; // SQLite knows the indexes
         }
         if (!known && !statement.ifExists)
-            throw Error(3701, u"Cannot drop '%1', because it does not exist or you do not have permission."_qs.arg(
+            throw Error(3701, u"Cannot drop '%1', because it does not exist or you do not have permission."_s.arg(
                                   name.display()));
     }
 }

@@ -7,20 +7,22 @@
 
 #include <QFileInfo>
 
+using namespace Qt::StringLiterals;
+
 namespace tsql {
 
 namespace {
 
 bool isPrivate(const QString &path)
 {
-    return path.isEmpty() || path == u":memory:"_qs;
+    return path.isEmpty() || path == u":memory:"_s;
 }
 
 } // namespace
 
 Connection::Connection(const QString &path) : m_path(path)
 {
-    m_main.open(isPrivate(path) ? u":memory:"_qs : path, false);
+    m_main.open(isPrivate(path) ? u":memory:"_s : path, false);
     m_shared = isPrivate(path) ? SharedFile::alone() : SharedFile::of(path);
     registerFunctions(m_main.get(), &m_catalogue);
     m_main.execute("ATTACH '" + m_shared->temporaryUri() + "' AS " + GlobalSchema);
@@ -135,7 +137,7 @@ void Connection::announceDefinitions()
 void Connection::requireFile() const
 {
     if (!isPrivate(m_path) && m_main.fileIsGone())
-        throw Error(DeviceErrorNumber, u"The database file \"%1\" is no longer there."_qs.arg(m_path));
+        throw Error(DeviceErrorNumber, u"The database file \"%1\" is no longer there."_s.arg(m_path));
 }
 
 std::shared_ptr<Reader> Connection::freeReader()
@@ -178,7 +180,7 @@ void Connection::beginTransaction(const QString &name)
 void Connection::commit()
 {
     if (m_session.transactions == 0)
-        throw Error(3902, u"The COMMIT TRANSACTION request has no corresponding BEGIN TRANSACTION."_qs);
+        throw Error(3902, u"The COMMIT TRANSACTION request has no corresponding BEGIN TRANSACTION."_s);
     if (m_session.transactions > 1) {
         --m_session.transactions;
         return;
@@ -195,14 +197,14 @@ void Connection::commit()
 void Connection::rollback(const QString &savepoint)
 {
     if (m_session.transactions == 0)
-        throw Error(3903, u"The ROLLBACK TRANSACTION request has no corresponding BEGIN TRANSACTION."_qs);
+        throw Error(3903, u"The ROLLBACK TRANSACTION request has no corresponding BEGIN TRANSACTION."_s);
     if (!savepoint.isEmpty() && savepoint.compare(m_transactionName, Qt::CaseInsensitive) != 0) {
         auto found = m_savepoints.end();
         while (found != m_savepoints.begin() && std::prev(found)->name.compare(savepoint, Qt::CaseInsensitive) != 0)
             --found;
         if (found == m_savepoints.begin())
             throw Error(6401,
-                        u"Cannot roll back %1. No transaction or savepoint of that name was found."_qs.arg(savepoint));
+                        u"Cannot roll back %1. No transaction or savepoint of that name was found."_s.arg(savepoint));
         const auto position = std::prev(found) - m_savepoints.begin();
         m_main.execute("ROLLBACK TO tran" + QByteArray::number(qlonglong(position)));
         restoreCatalogue(m_savepoints[size_t(position)].catalogue);
@@ -218,7 +220,7 @@ void Connection::rollback(const QString &savepoint)
 void Connection::saveTransaction(const QString &name)
 {
     if (m_session.transactions == 0)
-        throw Error(628, u"Cannot issue SAVE TRANSACTION when there is no active transaction."_qs);
+        throw Error(628, u"Cannot issue SAVE TRANSACTION when there is no active transaction."_s);
     m_main.execute("SAVEPOINT tran" + QByteArray::number(qlonglong(m_savepoints.size())));
     m_savepoints.push_back({name, m_catalogue});
 }
@@ -267,7 +269,7 @@ void Connection::restoreCatalogue(const Catalogue &picture)
 void Connection::backup(const QString &path)
 {
     if (QFileInfo::exists(path))
-        throw Error(3033, u"The file \"%1\" exists already."_qs.arg(path));
+        throw Error(3033, u"The file \"%1\" exists already."_s.arg(path));
     SqliteHandle target;
     target.open(path, false);
     sqlite3_backup *backup = sqlite3_backup_init(target.get(), "main", m_main.get(), "main");

@@ -7,6 +7,8 @@
 #include <charconv>
 #include <cmath>
 
+using namespace Qt::StringLiterals;
+
 namespace tsql {
 
 namespace {
@@ -46,33 +48,33 @@ Range rangeOf(Kind kind)
 
 [[noreturn]] void throwOverflow(const QString &from, Kind kind)
 {
-    throw Error(8115, u"Arithmetic overflow error converting %1 to data type %2."_qs.arg(from, kindName(kind)));
+    throw Error(8115, u"Arithmetic overflow error converting %1 to data type %2."_s.arg(from, kindName(kind)));
 }
 
 [[noreturn]] void throwConversion(std::string_view text, Kind source, Kind kind)
 {
-    throw Error(245, u"Conversion failed when converting the %1 value '%2' to data type %3."_qs.arg(
+    throw Error(245, u"Conversion failed when converting the %1 value '%2' to data type %3."_s.arg(
                          kindName(source), quoted(text), kindName(kind)));
 }
 
 [[noreturn]] void throwConverting(Kind source, Kind kind)
 {
-    throw Error(8114, u"Error converting data type %1 to %2."_qs.arg(kindName(source), kindName(kind)));
+    throw Error(8114, u"Error converting data type %1 to %2."_s.arg(kindName(source), kindName(kind)));
 }
 
 [[noreturn]] void throwTextOverflow(std::string_view text, Kind source, Kind kind)
 {
     switch (kind) {
     case Kind::Int:
-        throw Error(248, u"The conversion of the %1 value '%2' overflowed an int column."_qs.arg(kindName(source),
-                                                                                                 quoted(text)));
+        throw Error(248, u"The conversion of the %1 value '%2' overflowed an int column."_s.arg(kindName(source),
+                                                                                                quoted(text)));
     case Kind::SmallInt:
     case Kind::TinyInt:
         throw Error(244,
-                    u"The conversion of the %1 value '%2' overflowed an %3 column. Use a larger integer column."_qs.arg(
-                        kindName(source), quoted(text), kind == Kind::SmallInt ? u"INT2"_qs : u"INT1"_qs));
+                    u"The conversion of the %1 value '%2' overflowed an %3 column. Use a larger integer column."_s.arg(
+                        kindName(source), quoted(text), kind == Kind::SmallInt ? u"INT2"_s : u"INT1"_s));
     default:
-        throwOverflow(u"expression"_qs, kind);
+        throwOverflow(u"expression"_s, kind);
     }
 }
 
@@ -86,7 +88,7 @@ qint64 fitInteger(qint64 value, Kind kind, const char *from)
     if (value >= range.low && value <= range.high)
         return value;
     if (kind == Kind::TinyInt || kind == Kind::SmallInt)
-        throw Error(220, u"Arithmetic overflow error for data type %1, value = %2."_qs.arg(kindName(kind)).arg(value));
+        throw Error(220, u"Arithmetic overflow error for data type %1, value = %2."_s.arg(kindName(kind)).arg(value));
     throwOverflow(QLatin1String(from), kind);
 }
 
@@ -118,7 +120,7 @@ qint64 integerFromReal(double value, Kind kind)
         return value != 0.0;
     const double whole = std::trunc(value);
     if (!(whole >= -9223372036854775808.0 && whole < 9223372036854775808.0))
-        throwOverflow(u"expression"_qs, kind);
+        throwOverflow(u"expression"_s, kind);
     return fitInteger(qint64(whole), kind);
 }
 
@@ -129,7 +131,7 @@ qint64 integerFromDecimal(const Decimal &value, Kind kind)
     const Decimal::Int whole = value.toInt();
     const Range range = rangeOf(kind);
     if (whole < range.low || whole > range.high)
-        throwOverflow(u"numeric"_qs, kind);
+        throwOverflow(u"numeric"_s, kind);
     return qint64(whole);
 }
 
@@ -181,7 +183,7 @@ Decimal decimalFromInteger(qint64 value, int precision, int scale)
     try {
         return Decimal::fromInt(value).rescaled(precision, scale);
     } catch (const Error &) {
-        throwOverflow(u"int"_qs, Kind::Decimal);
+        throwOverflow(u"int"_s, Kind::Decimal);
     }
 }
 
@@ -190,7 +192,7 @@ Decimal decimalFromReal(double value, int precision, int scale)
     try {
         return Decimal::fromDouble(value, scale).rescaled(precision, scale);
     } catch (const Error &) {
-        throwOverflow(u"float"_qs, Kind::Decimal);
+        throwOverflow(u"float"_s, Kind::Decimal);
     }
 }
 
@@ -219,7 +221,7 @@ std::string_view fitText(std::string_view text, int length, std::string_view tab
     if (withoutTrailingBlanks(text).size() <= cut.size())
         return cut;
     throw Error(2628,
-                u"String or binary data would be truncated in table '%1', column '%2'. Truncated value: '%3'."_qs.arg(
+                u"String or binary data would be truncated in table '%1', column '%2'. Truncated value: '%3'."_s.arg(
                     quoted(table), quoted(column), quoted(cut)));
 }
 
@@ -242,7 +244,7 @@ Decimal decimalOf(const Value &value, const SqlType &type)
 
 [[noreturn]] void throwClash(const SqlType &from, const SqlType &to)
 {
-    throw Error(206, u"Operand type clash: %1 is incompatible with %2"_qs.arg(kindName(from.kind), kindName(to.kind)));
+    throw Error(206, u"Operand type clash: %1 is incompatible with %2"_s.arg(kindName(from.kind), kindName(to.kind)));
 }
 
 Value toInteger(const Value &value, const SqlType &from, const SqlType &to)
@@ -302,7 +304,7 @@ QByteArray numberText(const Value &value, const SqlType &from, const SqlType &to
         return text.left(to.length);
     if (from.isInteger() && !to.isUnicode())
         return "*";
-    throwOverflow(from.isInteger() ? u"expression"_qs : kindName(from.kind), to.kind);
+    throwOverflow(from.isInteger() ? u"expression"_s : kindName(from.kind), to.kind);
 }
 
 Value toText(const Value &value, const SqlType &from, const Destination &to)
@@ -331,7 +333,7 @@ Value toBinary(const Value &value, const SqlType &from, const Destination &to)
 {
     if (from.isText() && to.assign)
         throw Error(257, u"Implicit conversion from data type %1 to %2 is not allowed. Use the CONVERT function to run "
-                         "this query."_qs.arg(kindName(from.kind), kindName(to.type.kind)));
+                         "this query."_s.arg(kindName(from.kind), kindName(to.type.kind)));
     QByteArray bytes = value.bytes;
     if (from.isInteger()) {
         const int width = from.kind == Kind::BigInt     ? 8
@@ -344,8 +346,8 @@ Value toBinary(const Value &value, const SqlType &from, const Destination &to)
     }
     if (to.type.length != SqlType::Max && bytes.size() > to.type.length) {
         if (to.assign)
-            throw Error(2628, u"String or binary data would be truncated in table '%1', column '%2'."_qs.arg(
-                                  to.table, to.column));
+            throw Error(2628, u"String or binary data would be truncated in table '%1', column '%2'."_s.arg(to.table,
+                                                                                                            to.column));
         bytes.truncate(to.type.length);
     }
     if (to.type.kind == Kind::Binary && bytes.size() < to.type.length)

@@ -9,6 +9,8 @@
 #include <array>
 #include <unordered_map>
 
+using namespace Qt::StringLiterals;
+
 namespace tsql {
 
 namespace {
@@ -18,14 +20,14 @@ constexpr qint64 EpochJulianDay = 2440588; // 1970-01-01
 
 [[noreturn]] void throwNoDate()
 {
-    throw Error(241, u"Conversion failed when converting date and/or time from character string."_qs);
+    throw Error(241, u"Conversion failed when converting date and/or time from character string."_s);
 }
 
 qint64 dayOf(int year, int month, int day)
 {
     if (!QDate::isValid(year, month, day) || year < 1 || year > 9999)
         throw Error(242, u"The conversion of a varchar data type to a datetime data type resulted in an out-of-range "
-                         "value."_qs);
+                         "value."_s);
     return QDate(year, month, day).toJulianDay() - EpochJulianDay;
 }
 
@@ -233,7 +235,7 @@ const char *patternOf(int style)
     const auto found = patterns.find(style);
     if (found == patterns.end())
         throw Error(
-            281, u"%1 is not a valid style number when converting from datetime to a character string."_qs.arg(style));
+            281, u"%1 is not a valid style number when converting from datetime to a character string."_s.arg(style));
     return found->second;
 }
 
@@ -261,7 +263,7 @@ QString partText(char mark, const QDate &date, int ms)
     case 'H':
         return padded(hour % 12 == 0 ? 12 : hour % 12, 2, ' ');
     case 'P':
-        return hour < 12 ? u"AM"_qs : u"PM"_qs;
+        return hour < 12 ? u"AM"_s : u"PM"_s;
     case 'm':
         return padded(ms / 60000 % 60, 2);
     case 's':
@@ -324,7 +326,7 @@ Part partNamed(std::string_view name)
         if (compareFolded(named.name, name) == 0)
             return named.part;
     }
-    throw Error(155, u"'%1' is not a recognized datepart option."_qs.arg(
+    throw Error(155, u"'%1' is not a recognized datepart option."_s.arg(
                          QString::fromUtf8(name.data(), qsizetype(name.size()))));
 }
 
@@ -353,7 +355,7 @@ Moment addPart(std::string_view name, qint64 number, Moment moment)
     const Part part = partNamed(name);
     const int months = part == Part::Year ? 12 : part == Part::Quarter ? 3 : part == Part::Month ? 1 : 0;
     if (std::abs(number) > (months > 0 ? 120'000 / months : 4'000'000'000LL))
-        throw Error(517, u"Adding a value to a 'datetime' column caused an overflow."_qs);
+        throw Error(517, u"Adding a value to a 'datetime' column caused an overflow."_s);
     if (months > 0) {
         moment.day = dateOf(moment).addMonths(int(number * months)).toJulianDay() - EpochJulianDay;
     } else {
@@ -366,7 +368,7 @@ Moment addPart(std::string_view name, qint64 number, Moment moment)
     }
     const int year = dateOf(moment).year();
     if (year < 1 || year > 9999)
-        throw Error(517, u"Adding a value to a 'datetime' column caused an overflow."_qs);
+        throw Error(517, u"Adding a value to a 'datetime' column caused an overflow."_s);
     return moment;
 }
 

@@ -3,6 +3,7 @@
 
 #include <QByteArray>
 #include <QString>
+
 #include <cstdint>
 #include <string_view>
 

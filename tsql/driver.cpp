@@ -11,6 +11,8 @@
 #include <QSqlIndex>
 #include <QSqlRecord>
 
+using namespace Qt::StringLiterals;
+
 namespace tsql {
 
 Driver::Driver(QObject *parent) : QSqlDriver(parent)
@@ -46,7 +48,7 @@ template <class Work> bool Driver::attempt(const Work &work)
 {
     try {
         if (!m_connection)
-            throw Error(0, u"The database is not open."_qs);
+            throw Error(0, u"The database is not open."_s);
         work(*m_connection);
         return true;
     } catch (const Error &error) {
@@ -153,30 +155,30 @@ QString Driver::escapeIdentifier(const QString &identifier, IdentifierType) cons
 {
     if (identifier.startsWith(u'[') && identifier.endsWith(u']'))
         return identifier;
-    return u'[' + QString(identifier).replace(u']', u"]]"_qs) + u']';
+    return u'[' + QString(identifier).replace(u']', u"]]"_s) + u']';
 }
 
 QString Driver::formatValue(const QSqlField &field, bool trimStrings) const
 {
     if (field.isNull())
-        return u"NULL"_qs;
+        return u"NULL"_s;
     const QVariant value = field.value();
     switch (value.typeId()) {
     case QMetaType::Bool:
-        return value.toBool() ? u"1"_qs : u"0"_qs;
+        return value.toBool() ? u"1"_s : u"0"_s;
     case QMetaType::QByteArray:
-        return u"0x"_qs + QString::fromLatin1(value.toByteArray().toHex());
+        return u"0x"_s + QString::fromLatin1(value.toByteArray().toHex());
     case QMetaType::Double:
         return QString::number(value.toDouble(), 'e', 16);
     case QMetaType::QDate:
-        return value.toDate().toString(u"''yyyy-MM-dd''"_qs);
+        return value.toDate().toString(u"''yyyy-MM-dd''"_s);
     case QMetaType::QDateTime:
-        return value.toDateTime().toString(u"''yyyy-MM-dd hh:mm:ss.zzz''"_qs);
+        return value.toDateTime().toString(u"''yyyy-MM-dd hh:mm:ss.zzz''"_s);
     case QMetaType::QString: {
         QString text = value.toString();
         while (trimStrings && text.endsWith(u' '))
             text.chop(1);
-        return u"N'"_qs + text.replace(u'\'', u"''"_qs) + u'\'';
+        return u"N'"_s + text.replace(u'\'', u"''"_s) + u'\'';
     }
     default:
         return QSqlDriver::formatValue(field, trimStrings);

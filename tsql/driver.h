@@ -5,6 +5,7 @@
 
 #include <QSqlDriver>
 #include <QSqlResult>
+
 #include <memory>
 #include <vector>
 

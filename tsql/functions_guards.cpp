@@ -3,6 +3,8 @@
 #include "tsql/error.h"
 #include "tsql/functions_support.h"
 
+using namespace Qt::StringLiterals;
+
 namespace tsql {
 
 namespace {
@@ -13,7 +15,7 @@ void notNull(Call &call)
     if (call.isNull(0))
         throw Error(
             515,
-            u"Cannot insert the value NULL into column '%1', table '%2'; column does not allow nulls. %3 fails."_qs.arg(
+            u"Cannot insert the value NULL into column '%1', table '%2'; column does not allow nulls. %3 fails."_s.arg(
                 call.string(2), call.string(1), call.string(3)));
     call.giveArgument(0);
 }
@@ -43,8 +45,8 @@ void numberText(Call &call)
         call.give(std::string_view("*"));
         return;
     }
-    throw Error(8115, u"Arithmetic overflow error converting %1 to data type %2."_qs.arg(
-                          number.isInteger() ? u"expression"_qs : kindName(from), kindName(to)));
+    throw Error(8115, u"Arithmetic overflow error converting %1 to data type %2."_s.arg(
+                          number.isInteger() ? u"expression"_s : kindName(from), kindName(to)));
 }
 
 /** can_convert(text, kind, precision, scale) */
@@ -83,7 +85,7 @@ void addSingle(sqlite3_context *context, int, sqlite3_value **values)
     if (single->taken) {
         raiseError(context,
                    Error(512, u"Subquery returned more than 1 value. This is not permitted when the subquery "
-                              "follows =, !=, <, <= , >, >= or when the subquery is used as an expression."_qs));
+                              "follows =, !=, <, <= , >, >= or when the subquery is used as an expression."_s));
         return;
     }
     single->taken = true;

@@ -4,6 +4,8 @@
 
 #include <cmath>
 
+using namespace Qt::StringLiterals;
+
 namespace tsql {
 
 namespace {
@@ -139,7 +141,7 @@ qint64 divisor(const Call &call)
 {
     const qint64 value = call.integer(1);
     if (value == 0)
-        throw Error(8134, u"Divide by zero error encountered."_qs);
+        throw Error(8134, u"Divide by zero error encountered."_s);
     return value;
 }
 
@@ -147,7 +149,7 @@ void intDiv(Call &call)
 {
     const qint64 by = divisor(call);
     if (by == -1 && call.integer(0) == std::numeric_limits<qint64>::min())
-        throw Error(8115, u"Arithmetic overflow error converting expression to data type bigint."_qs);
+        throw Error(8115, u"Arithmetic overflow error converting expression to data type bigint."_s);
     call.give(call.integer(0) / by);
 }
 
@@ -175,7 +177,7 @@ void realOfText(Call &call)
 void realDiv(Call &call)
 {
     if (call.real(1) == 0.0)
-        throw Error(8134, u"Divide by zero error encountered."_qs);
+        throw Error(8134, u"Divide by zero error encountered."_s);
     call.give(call.real(0) / call.real(1));
 }
 

@@ -4,6 +4,7 @@
 #include "tsql/decimal.h"
 
 #include <QString>
+
 #include <span>
 #include <sqlite3.h>
 #include <string>

@@ -4,6 +4,8 @@
 #include "tsql/functions_support.h"
 #include "tsql/like.h"
 
+using namespace Qt::StringLiterals;
+
 namespace tsql {
 
 namespace {
@@ -64,7 +66,7 @@ qint64 checkedLength(const Call &call, int i, const char *function)
 {
     const qint64 length = call.integer(i);
     if (length < 0)
-        throw Error(537, u"Invalid length parameter passed to the %1 function."_qs.arg(QLatin1String(function)));
+        throw Error(537, u"Invalid length parameter passed to the %1 function."_s.arg(QLatin1String(function)));
     return length;
 }
 
@@ -123,7 +125,7 @@ void like(Call &call)
         escape = mark.empty() ? 0 : nextCodePoint(mark, at);
         if (at == 0 || at != mark.size())
             throw Error(
-                506, u"The invalid escape character \"%1\" was specified in a LIKE predicate."_qs.arg(call.string(2)));
+                506, u"The invalid escape character \"%1\" was specified in a LIKE predicate."_s.arg(call.string(2)));
     }
     std::unique_ptr<LikePattern> own;
     call.give(qint64(patternOf(call, 1, escape, own).matches(call.text(0))));
@@ -217,7 +219,7 @@ void replicate(Call &call)
         return;
     const QString text = call.string(0);
     if (text.size() * times > LongestText)
-        throw Error(701, u"There is insufficient system memory to run this query."_qs);
+        throw Error(701, u"There is insufficient system memory to run this query."_s);
     call.give(text.repeated(qsizetype(times)));
 }
 
@@ -246,14 +248,14 @@ void nchar(Call &call)
 
 void quoteName(Call &call)
 {
-    const QString mark = call.count() > 1 ? call.string(1) : u"["_qs;
+    const QString mark = call.count() > 1 ? call.string(1) : u"["_s;
     const QString text = call.string(0);
     if (text.size() > 128)
         return;
     if (mark == u"'" || mark == u"\"")
         return call.give(mark + QString(text).replace(mark, mark + mark) + mark);
     if (mark == u"[" || mark == u"]")
-        call.give(u'[' + QString(text).replace(u']', u"]]"_qs) + u']');
+        call.give(u'[' + QString(text).replace(u']', u"]]"_s) + u']');
 }
 
 constexpr Function textFunctions[] = {

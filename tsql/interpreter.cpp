@@ -2,6 +2,8 @@
 
 #include "tsql/sqlite_errors.h"
 
+using namespace Qt::StringLiterals;
+
 namespace tsql {
 
 void Interpreter::runBatch(const QString &text)
@@ -203,7 +205,7 @@ void Interpreter::runThrow(const RaiseStatement &statement, Frame &frame)
     Session &session = m_connection.m_session;
     if (statement.args.empty()) {
         if (session.caught.empty())
-            throw Error(10704, u"To rethrow an error, a THROW statement must be used inside a CATCH block."_qs);
+            throw Error(10704, u"To rethrow an error, a THROW statement must be used inside a CATCH block."_s);
         const CaughtError &caught = session.caught.back();
         Error error(caught.number, caught.message, caught.line);
         error.setSeverity(caught.severity, caught.state);
@@ -227,7 +229,7 @@ static QString formatted(const QString &format, const QStringList &values)
         }
         const QChar mark = format[++i];
         if (mark == u's' || mark == u'd' || mark == u'i' || mark == u'u')
-            result += used < values.size() ? values[used++] : u"(null)"_qs;
+            result += used < values.size() ? values[used++] : u"(null)"_s;
         else if (mark == u'%')
             result += mark;
         else
@@ -262,16 +264,16 @@ void Interpreter::runRaiseError(const RaiseStatement &statement, Frame &frame)
 void Interpreter::runSetOption(const SetOptionStatement &statement)
 {
     Session &session = m_connection.m_session;
-    const bool on = statement.value == u"ON"_qs;
-    if (statement.option == u"XACT_ABORT"_qs) {
+    const bool on = statement.value == u"ON"_s;
+    if (statement.option == u"XACT_ABORT"_s) {
         session.abortOnError = on;
-    } else if (statement.option == u"NOCOUNT"_qs) {
+    } else if (statement.option == u"NOCOUNT"_s) {
         session.counts = !on;
-    } else if (statement.option == u"IDENTITY_INSERT"_qs) {
+    } else if (statement.option == u"IDENTITY_INSERT"_s) {
         const auto table = m_connection.m_catalogue.table(statement.table);
         if (!table)
             throw Error(
-                1088, u"Cannot find the object \"%1\" because it does not exist or you do not have permissions."_qs.arg(
+                1088, u"Cannot find the object \"%1\" because it does not exist or you do not have permissions."_s.arg(
                           statement.table.display()));
         if (on)
             session.options.identityInsert = {table->name.key()};
@@ -285,7 +287,7 @@ void Interpreter::runSetVariable(const SetVariableStatement &set, Frame &frame)
 {
     const QString key = variableKey(set.variable);
     if (!frame.plan.variables().contains(key))
-        throw Error(137, u"Must declare the scalar variable \"%1\"."_qs.arg(set.variable));
+        throw Error(137, u"Must declare the scalar variable \"%1\"."_s.arg(set.variable));
     frame.variables[key] = scalar(*set.value, frame, frame.plan.variables().value(key));
 }
 

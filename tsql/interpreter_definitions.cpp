@@ -1,6 +1,8 @@
 #include "tsql/error.h"
 #include "tsql/interpreter.h"
 
+using namespace Qt::StringLiterals;
+
 namespace tsql {
 
 namespace {
@@ -12,7 +14,7 @@ bool isTemporary(const ObjectName &name)
 
 QString bracketed(const ObjectName &name)
 {
-    const auto quoted = [](QString word) { return u'[' + word.replace(u']', u"]]"_qs) + u']'; };
+    const auto quoted = [](QString word) { return u'[' + word.replace(u']', u"]]"_s) + u']'; };
     return name.schema.isEmpty() ? quoted(name.name) : quoted(name.schema) + u'.' + quoted(name.name);
 }
 
@@ -20,9 +22,9 @@ QString bracketed(const ObjectName &name)
 QString permanentPart(const DropStatement &drop)
 {
     static const QHash<DropStatement::What, QString> words = {
-        {DropStatement::What::Table, u"TABLE"_qs},         {DropStatement::What::View, u"VIEW"_qs},
-        {DropStatement::What::Procedure, u"PROCEDURE"_qs}, {DropStatement::What::Function, u"FUNCTION"_qs},
-        {DropStatement::What::Schema, u"SCHEMA"_qs},
+        {DropStatement::What::Table, u"TABLE"_s},         {DropStatement::What::View, u"VIEW"_s},
+        {DropStatement::What::Procedure, u"PROCEDURE"_s}, {DropStatement::What::Function, u"FUNCTION"_s},
+        {DropStatement::What::Schema, u"SCHEMA"_s},
     };
     if (drop.what == DropStatement::What::Index)
         return isTemporary(drop.onTable) ? QString() : drop.text;
@@ -31,7 +33,7 @@ QString permanentPart(const DropStatement &drop)
         if (!isTemporary(name))
             names += bracketed(name);
     }
-    return names.isEmpty() ? QString() : u"DROP %1 IF EXISTS %2"_qs.arg(words.value(drop.what), names.join(u", "_qs));
+    return names.isEmpty() ? QString() : u"DROP %1 IF EXISTS %2"_s.arg(words.value(drop.what), names.join(u", "_s));
 }
 
 /** What the file has to remember of a definition. */
@@ -58,11 +60,11 @@ QString definitionOf(const Table &table)
 {
     QStringList columns;
     for (const Column &column : table.columns) {
-        columns += u"[%1] %2%3%4"_qs.arg(QString(column.name).replace(u']', u"]]"_qs), typeName(column.type),
-                                         column.identity ? u" IDENTITY(1,1)"_qs : QString(),
-                                         column.nullable ? u" NULL"_qs : u" NOT NULL"_qs);
+        columns += u"[%1] %2%3%4"_s.arg(QString(column.name).replace(u']', u"]]"_s), typeName(column.type),
+                                        column.identity ? u" IDENTITY(1,1)"_s : QString(),
+                                        column.nullable ? u" NULL"_s : u" NOT NULL"_s);
     }
-    return u"CREATE TABLE %1 (%2)"_qs.arg(bracketed(table.name), columns.join(u", "_qs));
+    return u"CREATE TABLE %1 (%2)"_s.arg(bracketed(table.name), columns.join(u", "_s));
 }
 
 } // namespace

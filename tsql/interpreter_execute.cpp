@@ -4,6 +4,8 @@
 #include "tsql/parser.h"
 #include "tsql/sqlite_errors.h"
 
+using namespace Qt::StringLiterals;
+
 namespace tsql {
 
 namespace {
@@ -11,7 +13,7 @@ namespace {
 /** The parameters that sp_executesql's second argument declares. */
 std::vector<ParameterDefinition> parsedParameters(const QString &declaration)
 {
-    StatementPtr parsed = parseDefinition(u"CREATE PROCEDURE parameters "_qs + declaration + u" AS RETURN"_qs);
+    StatementPtr parsed = parseDefinition(u"CREATE PROCEDURE parameters "_s + declaration + u" AS RETURN"_s);
     return std::move(static_cast<CreateProcedureStatement &>(*parsed).parameters);
 }
 
@@ -30,12 +32,12 @@ int parameterOf(const std::vector<ParameterDefinition> &parameters, const QStrin
 {
     if (argument.name.isEmpty()) {
         if (position >= parameters.size())
-            throw Error(8144, u"Procedure or function %1 has too many arguments specified."_qs.arg(procedure));
+            throw Error(8144, u"Procedure or function %1 has too many arguments specified."_s.arg(procedure));
         return int(position);
     }
     const int index = parameterNamed(parameters, argument.name);
     if (index < 0)
-        throw Error(8145, u"%1 is not a parameter for procedure %2."_qs.arg(argument.name, procedure));
+        throw Error(8145, u"%1 is not a parameter for procedure %2."_s.arg(argument.name, procedure));
     return index;
 }
 
@@ -43,12 +45,12 @@ int parameterOf(const std::vector<ParameterDefinition> &parameters, const QStrin
 
 void Interpreter::runExecute(const ExecuteStatement &statement, Frame &frame)
 {
-    if (statement.procedure.name.compare(u"sp_executesql"_qs, Qt::CaseInsensitive) == 0)
+    if (statement.procedure.name.compare(u"sp_executesql"_s, Qt::CaseInsensitive) == 0)
         return executeSql(statement, frame);
     m_connection.definedElsewhere();
     const auto procedure = m_connection.m_catalogue.procedure(statement.procedure);
     if (!procedure)
-        throw Error(2812, u"Could not find stored procedure '%1'."_qs.arg(statement.procedure.display()));
+        throw Error(2812, u"Could not find stored procedure '%1'."_s.arg(statement.procedure.display()));
     callProcedure(procedure, statement, frame);
 }
 
@@ -58,7 +60,7 @@ void Interpreter::callProcedure(const std::shared_ptr<const CreateProcedureState
     Session &session = m_connection.m_session;
     if (session.nesting >= DeepestNesting)
         throw Error(217,
-                    u"Maximum stored procedure, function, trigger, or view nesting level exceeded (limit %1)."_qs.arg(
+                    u"Maximum stored procedure, function, trigger, or view nesting level exceeded (limit %1)."_s.arg(
                         DeepestNesting));
     const std::shared_ptr<Plan> plan = m_connection.m_plans.plan(procedure);
     Frame inner{*plan, nullptr, {}, {}, 0, {}};
@@ -98,7 +100,7 @@ void Interpreter::passArguments(const std::vector<ParameterDefinition> &paramete
         if (given[i])
             continue;
         if (!parameters[i].defaultValue)
-            throw Error(201, u"Procedure or function '%1' expects parameter '%2', which was not supplied."_qs.arg(
+            throw Error(201, u"Procedure or function '%1' expects parameter '%2', which was not supplied."_s.arg(
                                  procedure, parameters[i].name));
         Frame constants{caller.plan, nullptr, {}, {}, 0, {}};
         values[variableKey(parameters[i].name)] = scalar(*parameters[i].defaultValue, constants, parameters[i].type);
@@ -118,7 +120,7 @@ void Interpreter::returnArguments(const std::vector<ParameterDefinition> &parame
             parameters[size_t(parameterOf(parameters, {}, argument, i - firstArgument))];
         if (!parameter.output)
             throw Error(8162, u"The formal parameter \"%1\" was not declared as an OUTPUT parameter, but the actual "
-                              "parameter passed in requested output."_qs.arg(parameter.name));
+                              "parameter passed in requested output."_s.arg(parameter.name));
         assign(argument.value->name, values.value(variableKey(parameter.name)), parameter.type, caller);
     }
 }
@@ -128,8 +130,8 @@ void Interpreter::executeSql(const ExecuteStatement &statement, Frame &caller)
 {
     const auto &arguments = statement.arguments;
     if (arguments.empty())
-        throw Error(
-            201, u"Procedure or function 'sp_executesql' expects parameter '@statement', which was not supplied."_qs);
+        throw Error(201,
+                    u"Procedure or function 'sp_executesql' expects parameter '@statement', which was not supplied."_s);
     const QString sql = text(*arguments[0].value, caller);
     const QString declaration = arguments.size() > 1 ? text(*arguments[1].value, caller).trimmed() : QString();
     std::vector<ParameterDefinition> parameters;
@@ -137,7 +139,7 @@ void Interpreter::executeSql(const ExecuteStatement &statement, Frame &caller)
         parameters = parsedParameters(declaration);
     QHash<QString, Value> values;
     const size_t first = std::min<size_t>(2, arguments.size());
-    passArguments(parameters, u"sp_executesql"_qs, arguments, first, caller, values);
+    passArguments(parameters, u"sp_executesql"_s, arguments, first, caller, values);
     runText(sql, declaration, parameters, values);
     returnArguments(parameters, arguments, first, caller, values);
     if (!statement.returnVariable.isEmpty())
@@ -150,7 +152,7 @@ void Interpreter::runText(const QString &text, const QString &scope, const std::
     Session &session = m_connection.m_session;
     if (session.nesting >= DeepestNesting)
         throw Error(217,
-                    u"Maximum stored procedure, function, trigger, or view nesting level exceeded (limit %1)."_qs.arg(
+                    u"Maximum stored procedure, function, trigger, or view nesting level exceeded (limit %1)."_s.arg(
                         DeepestNesting));
     std::vector<Literal> literals;
     const std::shared_ptr<Plan> plan = m_connection.m_plans.plan(text, scope, literals);
@@ -172,7 +174,7 @@ namespace {
 
 QString resultVariable(size_t column)
 {
-    return u"@result%1"_qs.arg(column);
+    return u"@result%1"_s.arg(column);
 }
 
 /** INSERT of one row whose values are the variables of a result set's columns. */

@@ -9,6 +9,8 @@
 #include <QDateTime>
 #include <QSysInfo>
 
+using namespace Qt::StringLiterals;
+
 namespace tsql {
 
 namespace {
@@ -20,10 +22,10 @@ SqlType nvarchar()
 
 SqlType systemType(const QString &name)
 {
-    if (name == u"getdate"_qs || name == u"getutcdate"_qs || name == u"current_timestamp"_qs)
+    if (name == u"getdate"_s || name == u"getutcdate"_s || name == u"current_timestamp"_s)
         return {Kind::DateTime, 0, 0, 0};
-    static const QStringList texts = {u"@@version"_qs, u"@@servername"_qs, u"db_name"_qs,       u"suser_sname"_qs,
-                                      u"host_name"_qs, u"app_name"_qs,     u"error_message"_qs, u"error_procedure"_qs};
+    static const QStringList texts = {u"@@version"_s, u"@@servername"_s, u"db_name"_s,       u"suser_sname"_s,
+                                      u"host_name"_s, u"app_name"_s,     u"error_message"_s, u"error_procedure"_s};
     return texts.contains(name) ? nvarchar() : SqlType{Kind::BigInt, 0, 0, 0};
 }
 
@@ -37,15 +39,15 @@ Value caughtValue(const QString &name, const std::vector<CaughtError> &errors)
     if (errors.empty())
         return {};
     const CaughtError &error = errors.back();
-    if (name == u"error_number"_qs)
+    if (name == u"error_number"_s)
         return Value::ofInteger(error.number);
-    if (name == u"error_line"_qs)
+    if (name == u"error_line"_s)
         return Value::ofInteger(error.line);
-    if (name == u"error_severity"_qs)
+    if (name == u"error_severity"_s)
         return Value::ofInteger(error.severity);
-    if (name == u"error_state"_qs)
+    if (name == u"error_state"_s)
         return Value::ofInteger(error.state);
-    if (name == u"error_message"_qs)
+    if (name == u"error_message"_s)
         return Value::ofText(error.message);
     return error.procedure.isEmpty() ? Value() : Value::ofText(error.procedure);
 }
@@ -55,39 +57,39 @@ Value caughtValue(const QString &name, const std::vector<CaughtError> &errors)
 Value Interpreter::systemValue(const QString &name, const Frame &frame) const
 {
     const Session &session = m_connection.m_session;
-    if (name == u"@@rowcount"_qs)
+    if (name == u"@@rowcount"_s)
         return Value::ofInteger(session.rowCount);
-    if (name == u"scope_identity"_qs)
+    if (name == u"scope_identity"_s)
         return frame.scopeIdentity;
-    if (name == u"@@identity"_qs)
+    if (name == u"@@identity"_s)
         return session.identity;
-    if (name == u"@@trancount"_qs)
+    if (name == u"@@trancount"_s)
         return Value::ofInteger(session.transactions);
-    if (name == u"@@error"_qs)
+    if (name == u"@@error"_s)
         return Value::ofInteger(session.lastError);
-    if (name == u"@@nestlevel"_qs)
+    if (name == u"@@nestlevel"_s)
         return Value::ofInteger(session.nesting);
-    if (name == u"@@spid"_qs)
+    if (name == u"@@spid"_s)
         return Value::ofInteger(QCoreApplication::applicationPid() % 32768);
-    if (name == u"@@fetch_status"_qs)
+    if (name == u"@@fetch_status"_s)
         return Value::ofInteger(-1);
-    if (name == u"xact_state"_qs)
+    if (name == u"xact_state"_s)
         return Value::ofInteger(session.transactions > 0);
-    if (name == u"getdate"_qs || name == u"current_timestamp"_qs)
+    if (name == u"getdate"_s || name == u"current_timestamp"_s)
         return presentMoment();
-    if (name == u"getutcdate"_qs) {
+    if (name == u"getutcdate"_s) {
         const QDateTime utc = QDateTime::currentDateTimeUtc();
-        return Value::ofText(utc.toString(u"yyyy-MM-dd hh:mm:ss.zzz"_qs));
+        return Value::ofText(utc.toString(u"yyyy-MM-dd hh:mm:ss.zzz"_s));
     }
-    if (name.startsWith(u"error_"_qs))
+    if (name.startsWith(u"error_"_s))
         return caughtValue(name, session.caught);
-    if (name == u"@@version"_qs)
-        return Value::ofText(u"Embedded database"_qs);
-    if (name == u"db_name"_qs)
+    if (name == u"@@version"_s)
+        return Value::ofText(u"Embedded database"_s);
+    if (name == u"db_name"_s)
         return Value::ofText(m_connection.m_path);
-    if (name == u"app_name"_qs)
+    if (name == u"app_name"_s)
         return Value::ofText(QCoreApplication::applicationName());
-    if (name == u"suser_sname"_qs)
+    if (name == u"suser_sname"_s)
         return Value::ofText(qEnvironmentVariable("USER"));
     return Value::ofText(QSysInfo::machineHostName());
 }

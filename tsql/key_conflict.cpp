@@ -1,5 +1,7 @@
 #include "tsql/key_conflict.h"
 
+using namespace Qt::StringLiterals;
+
 namespace tsql {
 
 namespace {
@@ -41,8 +43,7 @@ QString column(sqlite3_stmt *statement, int index)
 std::vector<QString> keyColumns(const SqliteHandle &handle, const Table &table, qint64 id)
 {
     std::vector<QString> columns;
-    const PreparedStatement list =
-        handle.prepare(u"PRAGMA main.foreign_key_list(%1)"_qs.arg(table.sqliteName).toUtf8());
+    const PreparedStatement list = handle.prepare(u"PRAGMA main.foreign_key_list(%1)"_s.arg(table.sqliteName).toUtf8());
     while (handle.step(list.get())) {
         if (sqlite3_column_int64(list.get(), 0) == id)
             columns.push_back(column(list.get(), 3));
@@ -54,7 +55,7 @@ std::vector<QString> keyColumns(const SqliteHandle &handle, const Table &table, 
 const Reference *offendedKey(const SqliteHandle &handle, const Table &table)
 {
     const PreparedStatement check =
-        handle.prepare(u"PRAGMA main.foreign_key_check(%1)"_qs.arg(table.sqliteName).toUtf8());
+        handle.prepare(u"PRAGMA main.foreign_key_check(%1)"_s.arg(table.sqliteName).toUtf8());
     if (!handle.step(check.get()))
         return nullptr;
     const std::vector<QString> columns = keyColumns(handle, table, sqlite3_column_int64(check.get(), 3));
@@ -73,10 +74,10 @@ Error refusal(const QString &verb, const Table &table, const Reference &referenc
     const std::vector<QString> &targets =
         reference.key.targets.empty() && referenced ? referenced->primaryKey : reference.key.targets;
     const QString where = refersToOld || targets.empty()
-                              ? u"table \"%1\", column '%2'"_qs.arg(table.name.display(), reference.key.columns.front())
-                              : u"table \"%1\", column '%2'"_qs.arg(reference.key.table.display(), targets.front());
-    return {Conflict, u"The %1 statement conflicted with the %2 constraint \"%3\". The conflict occurred in %4."_qs.arg(
-                          verb, refersToOld ? u"REFERENCE"_qs : u"FOREIGN KEY"_qs, reference.name, where)};
+                              ? u"table \"%1\", column '%2'"_s.arg(table.name.display(), reference.key.columns.front())
+                              : u"table \"%1\", column '%2'"_s.arg(reference.key.table.display(), targets.front());
+    return {Conflict, u"The %1 statement conflicted with the %2 constraint \"%3\". The conflict occurred in %4."_s.arg(
+                          verb, refersToOld ? u"REFERENCE"_s : u"FOREIGN KEY"_s, reference.name, where)};
 }
 
 } // namespace
@@ -95,11 +96,11 @@ Error keyConflict(const SqliteHandle &handle, sqlite3_stmt *statement, const Com
             continue;
         if (const Reference *reference = offendedKey(handle, *table)) {
             const bool refersToOld =
-                verb == u"DELETE"_qs || (verb == u"UPDATE"_qs && table->sqliteName != compiled.target);
+                verb == u"DELETE"_s || (verb == u"UPDATE"_s && table->sqliteName != compiled.target);
             return refusal(verb, *table, *reference, refersToOld, catalogue);
         }
     }
-    return {Conflict, u"The %1 statement conflicted with a FOREIGN KEY constraint."_qs.arg(verb)};
+    return {Conflict, u"The %1 statement conflicted with a FOREIGN KEY constraint."_s.arg(verb)};
 }
 
 } // namespace tsql

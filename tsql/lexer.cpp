@@ -4,6 +4,8 @@
 
 #include <array>
 
+using namespace Qt::StringLiterals;
+
 namespace tsql {
 
 namespace {
@@ -160,10 +162,10 @@ Scanner::Piece Scanner::closed(QChar closing, Piece piece)
             ++m_pos;
             // A name goes into SQLite's text as it stands, and that text would end here.
             const qsizetype end = piece == Piece::Literal ? -1 : text().indexOf(QChar(u'\0'));
-            return end < 0 ? piece : bad(102, u"Incorrect syntax near '%1'."_qs.arg(text().first(end)));
+            return end < 0 ? piece : bad(102, u"Incorrect syntax near '%1'."_s.arg(text().first(end)));
         }
     }
-    return bad(105, u"Unclosed quotation mark after the character string '%1'."_qs.arg(
+    return bad(105, u"Unclosed quotation mark after the character string '%1'."_s.arg(
                         m_text.sliced(m_start + 1, qMin<qsizetype>(m_text.size() - m_start - 1, 60))));
 }
 
@@ -222,7 +224,7 @@ Scanner::Piece Scanner::symbol()
     }
     static constexpr QStringView singles = u"(),;.+-*/%=<>&|^~:?";
     if (!singles.contains(m_text[m_pos]))
-        return bad(102, u"Incorrect syntax near '%1'."_qs.arg(m_text[m_pos]));
+        return bad(102, u"Incorrect syntax near '%1'."_s.arg(m_text[m_pos]));
     ++m_pos;
     return Piece::Symbol;
 }
@@ -231,7 +233,7 @@ Scanner::Piece Scanner::next()
 {
     m_start = m_pos;
     if (!skipBlanks())
-        return bad(113, u"Missing end comment mark '*/'."_qs);
+        return bad(113, u"Missing end comment mark '*/'."_s);
     m_start = m_pos;
     if (m_pos >= m_text.size())
         return Piece::End;
@@ -243,7 +245,7 @@ Scanner::Piece Scanner::next()
         skipWord();
         return c == u'@' ? Piece::Variable : Piece::Word;
     case Digit:
-        return isDigit(c) ? number() : bad(102, u"Incorrect syntax near '%1'."_qs.arg(c));
+        return isDigit(c) ? number() : bad(102, u"Incorrect syntax near '%1'."_s.arg(c));
     default:
         break;
     }

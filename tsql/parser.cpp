@@ -1,9 +1,10 @@
-#include "tsql/parser_impl.h"
-
 #include "tsql/error.h"
+#include "tsql/parser_impl.h"
 
 #include <QHash>
 #include <QSet>
+
+using namespace Qt::StringLiterals;
 
 namespace tsql {
 
@@ -15,15 +16,15 @@ constexpr int MaxChain = 900;
 const QSet<QString> &reservedWords()
 {
     static const QSet<QString> words = [] {
-        const QString all = QStringLiteral(
-            "ADD ALL ALTER AND ANY AS ASC AUTHORIZATION BEGIN BETWEEN BREAK BY CASCADE CASE CHECK CLUSTERED COALESCE "
+        const QString all =
+            u"ADD ALL ALTER AND ANY AS ASC AUTHORIZATION BEGIN BETWEEN BREAK BY CASCADE CASE CHECK CLUSTERED COALESCE "
             "COLLATE COLUMN COMMIT CONSTRAINT CONTINUE CONVERT CREATE CROSS CURRENT_TIMESTAMP CURSOR DECLARE DEFAULT "
             "DELETE DESC DISTINCT DROP ELSE END ESCAPE EXCEPT EXEC EXECUTE EXISTS FETCH FOR FOREIGN FROM FULL FUNCTION "
             "GOTO GRANT GROUP HAVING IDENTITY IF IN INDEX INNER INSERT INTERSECT INTO IS JOIN KEY LEFT LIKE MERGE "
             "NONCLUSTERED NOT NULL NULLIF OF OFF ON OPEN OPTION OR ORDER OUTER OVER PERCENT PIVOT PRIMARY PRINT PROC "
             "PROCEDURE RAISERROR READ REFERENCES RETURN REVERT RIGHT ROLLBACK SAVE SCHEMA SELECT SET SOME TABLE THEN "
             "TO TOP TRAN TRANSACTION TRIGGER TRUNCATE TRY_CONVERT UNION UNIQUE UNPIVOT UPDATE USE USER VALUES VIEW "
-            "WAITFOR WHEN WHERE WHILE WITH");
+            "WAITFOR WHEN WHERE WHILE WITH"_s;
         const QStringList list = all.split(u' ');
         return QSet<QString>(list.begin(), list.end());
     }();
@@ -46,7 +47,7 @@ StatementPtr parseDefinition(const QString &text)
 {
     Batch batch = parse(text);
     if (batch.statements.size() != 1)
-        throw Error(102, u"A definition of the catalogue is not one statement."_qs, 1);
+        throw Error(102, u"A definition of the catalogue is not one statement."_s, 1);
     return std::move(batch.statements.front());
 }
 
@@ -78,7 +79,7 @@ Parser::Depth::Depth(Parser &parser) : m_parser(parser)
         --m_parser.m_depth;
         throw Error(
             191,
-            u"Some part of your SQL statement is nested too deeply. Rewrite the query or break it up into smaller queries."_qs,
+            u"Some part of your SQL statement is nested too deeply. Rewrite the query or break it up into smaller queries."_s,
             parser.peek().line);
     }
 }
@@ -88,7 +89,7 @@ void Parser::chain(int &length) const
     if (++length > MaxChain)
         throw Error(
             191,
-            u"Some part of your SQL statement is nested too deeply. Rewrite the query or break it up into smaller queries."_qs,
+            u"Some part of your SQL statement is nested too deeply. Rewrite the query or break it up into smaller queries."_s,
             peek().line);
 }
 
@@ -156,17 +157,17 @@ void Parser::refuse() const
     const Token &token = peek();
     if (token.kind == TokenKind::End) {
         const Token &last = m_tokens.tokens[m_tokens.tokens.size() > 1 ? m_tokens.tokens.size() - 2 : 0];
-        throw Error(102, u"Incorrect syntax near '%1'."_qs.arg(last.text), last.line);
+        throw Error(102, u"Incorrect syntax near '%1'."_s.arg(last.text), last.line);
     }
     if (token.kind == TokenKind::Word && isReserved(token.text))
-        throw Error(156, u"Incorrect syntax near the keyword '%1'."_qs.arg(token.text), token.line);
-    throw Error(102, u"Incorrect syntax near '%1'."_qs.arg(token.text.left(60)), token.line);
+        throw Error(156, u"Incorrect syntax near the keyword '%1'."_s.arg(token.text), token.line);
+    throw Error(102, u"Incorrect syntax near '%1'."_s.arg(token.text.left(60)), token.line);
 }
 
 void Parser::unsupported(const QString &what) const
 {
     throw Error(40517,
-                u"Keyword or statement option '%1' is not supported in this version of the database."_qs.arg(what),
+                u"Keyword or statement option '%1' is not supported in this version of the database."_s.arg(what),
                 peek().line);
 }
 
@@ -196,7 +197,7 @@ ObjectName Parser::objectName()
         parts.push_back(name());
     }
     if (parts.size() > 3)
-        unsupported(u"linked server"_qs);
+        unsupported(u"linked server"_s);
     ObjectName result;
     result.name = parts.back();
     if (parts.size() > 1)
@@ -273,7 +274,7 @@ SqlType Parser::sizedText(Kind kind)
     expectSymbol(QLatin1String(")"));
     if (length < 1 || length > limit)
         throw Error(131,
-                    u"The size (%1) given to the type '%2' exceeds the maximum allowed (%3)."_qs.arg(length)
+                    u"The size (%1) given to the type '%2' exceeds the maximum allowed (%3)."_s.arg(length)
                         .arg(kindName(kind))
                         .arg(limit),
                     line);
@@ -294,11 +295,11 @@ SqlType Parser::decimalType()
     if (precision < 1 || precision > SqlType::MaxPrecision)
         throw Error(
             2750,
-            u"Column or parameter: Specified column precision %1 is greater than the maximum precision of 38."_qs.arg(
+            u"Column or parameter: Specified column precision %1 is greater than the maximum precision of 38."_s.arg(
                 precision),
             line);
     if (scale < 0 || scale > precision)
-        throw Error(183, u"The scale (%1) for the type must be within the range 0 to %2."_qs.arg(scale).arg(precision),
+        throw Error(183, u"The scale (%1) for the type must be within the range 0 to %2."_s.arg(scale).arg(precision),
                     line);
     return SqlType::decimal(static_cast<int>(precision), static_cast<int>(scale));
 }
@@ -308,26 +309,26 @@ namespace {
 const QHash<QString, SqlType> &plainTypes()
 {
     static const QHash<QString, SqlType> plain = {
-        {u"BIT"_qs, {Kind::Bit}},
-        {u"TINYINT"_qs, {Kind::TinyInt}},
-        {u"SMALLINT"_qs, {Kind::SmallInt}},
-        {u"INT"_qs, {Kind::Int}},
-        {u"INTEGER"_qs, {Kind::Int}},
-        {u"BIGINT"_qs, {Kind::BigInt}},
-        {u"MONEY"_qs, SqlType::money()},
-        {u"SMALLMONEY"_qs, SqlType::money()},
-        {u"REAL"_qs, {Kind::Real}},
-        {u"DATE"_qs, {Kind::Date}},
-        {u"TIME"_qs, {Kind::Time}},
-        {u"SMALLDATETIME"_qs, {Kind::SmallDateTime}},
-        {u"DATETIME"_qs, {Kind::DateTime}},
-        {u"DATETIME2"_qs, {Kind::DateTime}},
-        {u"TEXT"_qs, SqlType::text(Kind::VarChar, SqlType::Max)},
-        {u"NTEXT"_qs, SqlType::text(Kind::NVarChar, SqlType::Max)},
-        {u"XML"_qs, SqlType::text(Kind::NVarChar, SqlType::Max)},
-        {u"SYSNAME"_qs, SqlType::text(Kind::NVarChar, 128)},
-        {u"IMAGE"_qs, SqlType::text(Kind::VarBinary, SqlType::Max)},
-        {u"UNIQUEIDENTIFIER"_qs, {Kind::UniqueIdentifier}},
+        {u"BIT"_s, {Kind::Bit}},
+        {u"TINYINT"_s, {Kind::TinyInt}},
+        {u"SMALLINT"_s, {Kind::SmallInt}},
+        {u"INT"_s, {Kind::Int}},
+        {u"INTEGER"_s, {Kind::Int}},
+        {u"BIGINT"_s, {Kind::BigInt}},
+        {u"MONEY"_s, SqlType::money()},
+        {u"SMALLMONEY"_s, SqlType::money()},
+        {u"REAL"_s, {Kind::Real}},
+        {u"DATE"_s, {Kind::Date}},
+        {u"TIME"_s, {Kind::Time}},
+        {u"SMALLDATETIME"_s, {Kind::SmallDateTime}},
+        {u"DATETIME"_s, {Kind::DateTime}},
+        {u"DATETIME2"_s, {Kind::DateTime}},
+        {u"TEXT"_s, SqlType::text(Kind::VarChar, SqlType::Max)},
+        {u"NTEXT"_s, SqlType::text(Kind::NVarChar, SqlType::Max)},
+        {u"XML"_s, SqlType::text(Kind::NVarChar, SqlType::Max)},
+        {u"SYSNAME"_s, SqlType::text(Kind::NVarChar, 128)},
+        {u"IMAGE"_s, SqlType::text(Kind::VarBinary, SqlType::Max)},
+        {u"UNIQUEIDENTIFIER"_s, {Kind::UniqueIdentifier}},
     };
     return plain;
 }
@@ -335,8 +336,8 @@ const QHash<QString, SqlType> &plainTypes()
 const QHash<QString, Kind> &sizedTypes()
 {
     static const QHash<QString, Kind> sized = {
-        {u"CHAR"_qs, Kind::Char},     {u"VARCHAR"_qs, Kind::VarChar},   {u"NCHAR"_qs, Kind::NChar},
-        {u"BINARY"_qs, Kind::Binary}, {u"NVARCHAR"_qs, Kind::NVarChar}, {u"VARBINARY"_qs, Kind::VarBinary},
+        {u"CHAR"_s, Kind::Char},     {u"VARCHAR"_s, Kind::VarChar},   {u"NCHAR"_s, Kind::NChar},
+        {u"BINARY"_s, Kind::Binary}, {u"NVARCHAR"_s, Kind::NVarChar}, {u"VARBINARY"_s, Kind::VarBinary},
     };
     return sized;
 }
@@ -374,7 +375,7 @@ SqlType Parser::type()
         expectSymbol(QLatin1String(")"));
         return {bits <= 24 ? Kind::Real : Kind::Float};
     }
-    throw Error(2715, u"Cannot find data type %1."_qs.arg(token.text), line);
+    throw Error(2715, u"Cannot find data type %1."_s.arg(token.text), line);
 }
 
 } // namespace tsql

@@ -3,6 +3,8 @@
 
 #include <QSet>
 
+using namespace Qt::StringLiterals;
+
 namespace tsql {
 
 StatementPtr Parser::declareStatement()
@@ -13,14 +15,14 @@ StatementPtr Parser::declareStatement()
     do {
         if (peek().kind != TokenKind::Variable) {
             if (at(QLatin1String("CURSOR"), 1))
-                unsupported(u"CURSOR"_qs);
+                unsupported(u"CURSOR"_s);
             refuse();
         }
         DeclareStatement::Variable variable;
         variable.name = take().text;
         accept(QLatin1String("AS"));
         if (at(QLatin1String("CURSOR")))
-            unsupported(u"CURSOR"_qs);
+            unsupported(u"CURSOR"_s);
         if (at(QLatin1String("TABLE"))) {
             if (!result->variables.empty())
                 refuse();
@@ -30,7 +32,7 @@ StatementPtr Parser::declareStatement()
             declared->table->line = peek().line;
             declared->table->table.name = variable.name;
             tableElements(*declared->table);
-            declared->table->text = u"DECLARE "_qs + textBetween(first);
+            declared->table->text = u"DECLARE "_s + textBetween(first);
             return declared;
         }
         variable.type = type();
@@ -86,21 +88,21 @@ StatementPtr Parser::setStatement()
 StatementPtr Parser::setOption()
 {
     static const QSet<QString> known = {
-        u"NOCOUNT"_qs,           u"XACT_ABORT"_qs,
-        u"ANSI_NULLS"_qs,        u"QUOTED_IDENTIFIER"_qs,
-        u"ANSI_PADDING"_qs,      u"ANSI_WARNINGS"_qs,
-        u"ARITHABORT"_qs,        u"LOCK_TIMEOUT"_qs,
-        u"DATEFORMAT"_qs,        u"LANGUAGE"_qs,
-        u"DATEFIRST"_qs,         u"TRANSACTION"_qs,
-        u"TEXTSIZE"_qs,          u"CONCAT_NULL_YIELDS_NULL"_qs,
-        u"ANSI_NULL_DFLT_ON"_qs, u"NUMERIC_ROUNDABORT"_qs,
+        u"NOCOUNT"_s,           u"XACT_ABORT"_s,
+        u"ANSI_NULLS"_s,        u"QUOTED_IDENTIFIER"_s,
+        u"ANSI_PADDING"_s,      u"ANSI_WARNINGS"_s,
+        u"ARITHABORT"_s,        u"LOCK_TIMEOUT"_s,
+        u"DATEFORMAT"_s,        u"LANGUAGE"_s,
+        u"DATEFIRST"_s,         u"TRANSACTION"_s,
+        u"TEXTSIZE"_s,          u"CONCAT_NULL_YIELDS_NULL"_s,
+        u"ANSI_NULL_DFLT_ON"_s, u"NUMERIC_ROUNDABORT"_s,
     };
     auto result = std::make_unique<SetOptionStatement>();
     result->option = peek().text.toUpper();
     if (peek().kind != TokenKind::Word)
         refuse();
     if (!known.contains(result->option))
-        unsupported(u"SET "_qs + peek().text);
+        unsupported(u"SET "_s + peek().text);
     take();
     if (result->option == u"TRANSACTION") {
         expect(QLatin1String("ISOLATION"));
@@ -113,7 +115,7 @@ StatementPtr Parser::setOption()
     if (atStatementEnd())
         refuse();
     if (acceptSymbol(QLatin1String("-")))
-        result->value = u"-"_qs;
+        result->value = u"-"_s;
     if (peek().kind == TokenKind::Literal)
         m_fixed.push_back(peek().literal);
     result->value += take().text.toUpper();
@@ -222,7 +224,7 @@ ExecuteArgument Parser::executeArgument()
     }
     if (accept(QLatin1String("OUTPUT")) || accept(QLatin1String("OUT"))) {
         if (argument.value->kind != ExpressionKind::Variable)
-            throw Error(179, u"Cannot use the OUTPUT option when passing a constant to a stored procedure."_qs,
+            throw Error(179, u"Cannot use the OUTPUT option when passing a constant to a stored procedure."_s,
                         token.line);
         argument.output = true;
     }
@@ -244,7 +246,7 @@ StatementPtr Parser::executeStatement(bool keyword)
     auto result = std::make_unique<ExecuteStatement>();
     if (peek().kind == TokenKind::Variable) {
         if (!atSymbol(QLatin1String("="), 1))
-            unsupported(u"EXEC @variable"_qs);
+            unsupported(u"EXEC @variable"_s);
         result->returnVariable = take().text;
         take();
     }
@@ -253,7 +255,7 @@ StatementPtr Parser::executeStatement(bool keyword)
     if (atSymbol(QLatin1String(";")) && peek(1).kind == TokenKind::Literal) {
         take();
         if (fixedInteger() != 1)
-            unsupported(u"procedure groups"_qs);
+            unsupported(u"procedure groups"_s);
     }
     const auto atArgument = [this] {
         return peek().kind == TokenKind::Literal || peek().kind == TokenKind::Variable || at(QLatin1String("NULL")) ||
@@ -268,7 +270,7 @@ StatementPtr Parser::executeStatement(bool keyword)
     result->line = line;
     result->text = textBetween(first);
     if (at(QLatin1String("WITH")))
-        unsupported(u"EXEC … WITH"_qs);
+        unsupported(u"EXEC … WITH"_s);
     while (!keyword && acceptSymbol(QLatin1String(";"))) {
     }
     return result;
@@ -285,7 +287,7 @@ StatementPtr Parser::transaction(StatementKind kind)
     if (!transactionWord)
         accept(QLatin1String("WORK"));
     if (transactionWord && peek().kind == TokenKind::Variable)
-        unsupported(u"transaction names in variables"_qs);
+        unsupported(u"transaction names in variables"_s);
     const bool nextStatement = at(QLatin1String("THROW"));
     if (transactionWord && atName() && !nextStatement)
         result->name = take().text;

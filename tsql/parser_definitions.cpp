@@ -3,6 +3,8 @@
 
 #include <QHash>
 
+using namespace Qt::StringLiterals;
+
 namespace tsql {
 
 StatementPtr Parser::createStatement()
@@ -31,7 +33,7 @@ StatementPtr Parser::createStatement()
         result->name = name();
         return result;
     }
-    unsupported(u"CREATE "_qs + peek().text.toUpper());
+    unsupported(u"CREATE "_s + peek().text.toUpper());
 }
 
 StatementPtr Parser::alterStatement()
@@ -45,7 +47,7 @@ StatementPtr Parser::alterStatement()
         return createProcedure(true);
     if (at(QLatin1String("FUNCTION")))
         return createFunction(true);
-    unsupported(u"ALTER "_qs + peek().text.toUpper());
+    unsupported(u"ALTER "_s + peek().text.toUpper());
 }
 
 StatementPtr Parser::createTable()
@@ -86,7 +88,7 @@ bool Parser::atConstraint() const
 void Parser::tableElement(std::vector<ColumnDefinition> &columns, std::vector<TableConstraint> &constraints)
 {
     if (at(QLatin1String("INDEX")))
-        unsupported(u"INDEX inside CREATE TABLE"_qs);
+        unsupported(u"INDEX inside CREATE TABLE"_s);
     if (atConstraint())
         constraints.push_back(constraint({}));
     else
@@ -104,7 +106,7 @@ void Parser::identity(ColumnDefinition &column)
     column.increment = fixedInteger();
     expectSymbol(QLatin1String(")"));
     if (column.seed < 1 || column.increment != 1)
-        unsupported(u"IDENTITY with a seed below 1 or an increment other than 1"_qs);
+        unsupported(u"IDENTITY with a seed below 1 or an increment other than 1"_s);
 }
 
 void Parser::columnDefinition(std::vector<ColumnDefinition> &columns, std::vector<TableConstraint> &constraints)
@@ -112,7 +114,7 @@ void Parser::columnDefinition(std::vector<ColumnDefinition> &columns, std::vecto
     ColumnDefinition column;
     column.name = name();
     if (at(QLatin1String("AS")))
-        unsupported(u"computed columns"_qs);
+        unsupported(u"computed columns"_s);
     column.type = type();
     if ((column.type.isText() || column.type.isBinary()) && column.type.length == 0)
         column.type.length = 1;
@@ -291,7 +293,7 @@ StatementPtr Parser::createView(bool replace)
     expect(QLatin1String("AS"));
     result->query = query();
     if (at(QLatin1String("WITH")))
-        unsupported(u"WITH CHECK OPTION"_qs);
+        unsupported(u"WITH CHECK OPTION"_s);
     if (acceptSymbol(QLatin1String(";")) || atEnd())
         return result;
     refuse();
@@ -304,7 +306,7 @@ void Parser::skipModuleOptions()
         return;
     do {
         if (!at(QLatin1String("SCHEMABINDING")) && !at(QLatin1String("RECOMPILE")))
-            unsupported(u"WITH "_qs + peek().text);
+            unsupported(u"WITH "_s + peek().text);
         take();
     } while (acceptSymbol(QLatin1String(",")));
 }
@@ -365,7 +367,7 @@ StatementPtr Parser::createFunction(bool replace)
         refuse();
     take();
     if (!at(QLatin1String("TABLE")))
-        unsupported(u"functions other than RETURNS TABLE AS RETURN"_qs);
+        unsupported(u"functions other than RETURNS TABLE AS RETURN"_s);
     take();
     skipModuleOptions();
     accept(QLatin1String("AS"));
@@ -398,22 +400,22 @@ StatementPtr Parser::alterTable()
         } while (acceptSymbol(QLatin1String(",")));
         return result;
     }
-    unsupported(u"ALTER TABLE … "_qs + peek().text.toUpper());
+    unsupported(u"ALTER TABLE … "_s + peek().text.toUpper());
 }
 
 StatementPtr Parser::dropStatement()
 {
     using What = DropStatement::What;
     static const QHash<QString, What> kinds = {
-        {u"TABLE"_qs, What::Table},    {u"VIEW"_qs, What::View},   {u"PROCEDURE"_qs, What::Procedure},
-        {u"PROC"_qs, What::Procedure}, {u"INDEX"_qs, What::Index}, {u"FUNCTION"_qs, What::Function},
-        {u"SCHEMA"_qs, What::Schema},
+        {u"TABLE"_s, What::Table},    {u"VIEW"_s, What::View},   {u"PROCEDURE"_s, What::Procedure},
+        {u"PROC"_s, What::Procedure}, {u"INDEX"_s, What::Index}, {u"FUNCTION"_s, What::Function},
+        {u"SCHEMA"_s, What::Schema},
     };
     take();
     auto result = std::make_unique<DropStatement>();
     const auto found = kinds.constFind(peek().text.toUpper());
     if (found == kinds.cend())
-        unsupported(u"DROP "_qs + peek().text.toUpper());
+        unsupported(u"DROP "_s + peek().text.toUpper());
     take();
     result->what = *found;
     if (at(QLatin1String("IF"))) {

@@ -1,6 +1,8 @@
 #include "tsql/error.h"
 #include "tsql/parser_impl.h"
 
+using namespace Qt::StringLiterals;
+
 namespace tsql {
 
 ExpressionPtr Parser::make(ExpressionKind kind) const
@@ -69,11 +71,11 @@ ExpressionPtr Parser::compareTail(ExpressionPtr left, const QString &op)
     ExpressionPtr node = make(ExpressionKind::Compare);
     take();
     if (op == u"!=")
-        node->name = u"<>"_qs;
+        node->name = u"<>"_s;
     else if (op == u"!<")
-        node->name = u">="_qs;
+        node->name = u">="_s;
     else if (op == u"!>")
-        node->name = u"<="_qs;
+        node->name = u"<="_s;
     else
         node->name = op;
     node->args.push_back(std::move(left));
@@ -217,7 +219,7 @@ ExpressionPtr Parser::primary()
         if (token.text == u"?") {
             ExpressionPtr node = make(ExpressionKind::Variable);
             take();
-            node->name = u"?%1"_qs.arg(++m_markers);
+            node->name = u"?%1"_s.arg(++m_markers);
             return node;
         }
         if (token.text == u"*") {
@@ -368,7 +370,7 @@ ExpressionPtr Parser::columnReference()
         parts.push_back(name());
     }
     if (atSymbol(QLatin1String("(")))
-        unsupported(parts.back() + QStringLiteral("()"));
+        unsupported(parts.back() + u"()"_s);
     node->name = parts.back();
     if (parts.size() > 1)
         node->qualifier = parts[parts.size() - 2];

@@ -1,6 +1,8 @@
 #include "tsql/error.h"
 #include "tsql/parser_impl.h"
 
+using namespace Qt::StringLiterals;
+
 namespace tsql {
 
 QueryPtr Parser::subquery()
@@ -51,19 +53,19 @@ void Parser::forXml(Query &query)
 {
     expect(QLatin1String("FOR"));
     if (!at(QLatin1String("XML")))
-        unsupported(u"FOR "_qs + peek().text);
+        unsupported(u"FOR "_s + peek().text);
     take();
     if (!at(QLatin1String("PATH")))
-        unsupported(u"FOR XML "_qs + peek().text);
+        unsupported(u"FOR XML "_s + peek().text);
     take();
     query.forXml = true;
-    query.xmlElement = u"row"_qs;
+    query.xmlElement = u"row"_s;
     if (acceptSymbol(QLatin1String("("))) {
         query.xmlElement = fixedText();
         expectSymbol(QLatin1String(")"));
     }
     if (acceptSymbol(QLatin1String(",")))
-        unsupported(u"FOR XML PATH, "_qs + peek().text);
+        unsupported(u"FOR XML PATH, "_s + peek().text);
 }
 
 /// OPTION (…) asks for a plan, not for another answer.
@@ -159,12 +161,12 @@ ExpressionPtr Parser::topClause(bool *percent)
     }
     if (at(QLatin1String("PERCENT"))) {
         if (percent == nullptr)
-            unsupported(u"PERCENT"_qs);
+            unsupported(u"PERCENT"_s);
         take();
         *percent = true;
     }
     if (at(QLatin1String("WITH")) && at(QLatin1String("TIES"), 1))
-        unsupported(u"WITH TIES"_qs);
+        unsupported(u"WITH TIES"_s);
     return count;
 }
 
@@ -188,7 +190,7 @@ std::unique_ptr<SelectCore> Parser::selectCore()
         expect(QLatin1String("BY"));
         core->groupBy = valueList();
         if (at(QLatin1String("WITH")))
-            unsupported(u"GROUP BY … WITH "_qs + peek(1).text);
+            unsupported(u"GROUP BY … WITH "_s + peek(1).text);
     }
     if (accept(QLatin1String("HAVING")))
         core->having = condition();
@@ -235,7 +237,7 @@ std::vector<SelectItem> Parser::outputClause()
         return {};
     std::vector<SelectItem> items = selectItems();
     if (at(QLatin1String("INTO")))
-        unsupported(u"OUTPUT … INTO"_qs);
+        unsupported(u"OUTPUT … INTO"_s);
     return items;
 }
 
@@ -260,14 +262,14 @@ bool Parser::acceptJoin(JoinKind &kind)
 {
     if (at(QLatin1String("CROSS"))) {
         if (at(QLatin1String("APPLY"), 1))
-            unsupported(u"CROSS APPLY"_qs);
+            unsupported(u"CROSS APPLY"_s);
         take();
         kind = JoinKind::Cross;
         expect(QLatin1String("JOIN"));
         return true;
     }
     if (at(QLatin1String("OUTER")) && at(QLatin1String("APPLY"), 1))
-        unsupported(u"OUTER APPLY"_qs);
+        unsupported(u"OUTER APPLY"_s);
     const bool outer = at(QLatin1String("LEFT")) || at(QLatin1String("RIGHT")) || at(QLatin1String("FULL"));
     if (outer) {
         kind = at(QLatin1String("LEFT"))    ? JoinKind::Left
@@ -421,13 +423,13 @@ std::vector<std::vector<ExpressionPtr>> Parser::rowValues()
         if (rows.size() == MaxRows)
             throw Error(
                 10738,
-                u"The number of row value expressions in the INSERT statement exceeds the maximum allowed number of 1000 row values."_qs,
+                u"The number of row value expressions in the INSERT statement exceeds the maximum allowed number of 1000 row values."_s,
                 peek().line);
         expectSymbol(QLatin1String("("));
         rows.push_back(valueList());
         expectSymbol(QLatin1String(")"));
         if (rows.back().size() != rows.front().size())
-            throw Error(10709, u"The number of columns for each row in a table value constructor must be the same."_qs,
+            throw Error(10709, u"The number of columns for each row in a table value constructor must be the same."_s,
                         peek().line);
     } while (acceptSymbol(QLatin1String(",")));
     return rows;

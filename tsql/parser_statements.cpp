@@ -4,6 +4,8 @@
 #include <QHash>
 #include <QSet>
 
+using namespace Qt::StringLiterals;
+
 namespace tsql {
 
 StatementPtr Parser::statement()
@@ -25,9 +27,9 @@ StatementPtr Parser::statement()
 void Parser::refuseUnsupported() const
 {
     static const QSet<QString> known = {
-        u"MERGE"_qs, u"GOTO"_qs,   u"WAITFOR"_qs,     u"OPEN"_qs,       u"FETCH"_qs,   u"CLOSE"_qs,  u"DEALLOCATE"_qs,
-        u"GRANT"_qs, u"REVOKE"_qs, u"DENY"_qs,        u"BACKUP"_qs,     u"RESTORE"_qs, u"DBCC"_qs,   u"USE"_qs,
-        u"BULK"_qs,  u"KILL"_qs,   u"RECONFIGURE"_qs, u"CHECKPOINT"_qs, u"DISABLE"_qs, u"ENABLE"_qs,
+        u"MERGE"_s, u"GOTO"_s,   u"WAITFOR"_s,     u"OPEN"_s,       u"FETCH"_s,   u"CLOSE"_s,  u"DEALLOCATE"_s,
+        u"GRANT"_s, u"REVOKE"_s, u"DENY"_s,        u"BACKUP"_s,     u"RESTORE"_s, u"DBCC"_s,   u"USE"_s,
+        u"BULK"_s,  u"KILL"_s,   u"RECONFIGURE"_s, u"CHECKPOINT"_s, u"DISABLE"_s, u"ENABLE"_s,
     };
     const QString word = peek().text.toUpper();
     if (peek().kind == TokenKind::Word && known.contains(word))
@@ -38,29 +40,29 @@ StatementPtr Parser::statementBody()
 {
     using Parse = StatementPtr (*)(Parser &);
     static const QHash<QString, Parse> table = {
-        {u"SELECT"_qs, [](Parser &p) { return p.selectStatement({}); }},
-        {u"INSERT"_qs, [](Parser &p) { return p.insertStatement({}); }},
-        {u"UPDATE"_qs, [](Parser &p) { return p.updateStatement({}); }},
-        {u"DELETE"_qs, [](Parser &p) { return p.deleteStatement({}); }},
-        {u"WITH"_qs, [](Parser &p) { return p.withStatement(); }},
-        {u"TRUNCATE"_qs, [](Parser &p) { return p.truncateStatement(); }},
-        {u"DECLARE"_qs, [](Parser &p) { return p.declareStatement(); }},
-        {u"SET"_qs, [](Parser &p) { return p.setStatement(); }},
-        {u"IF"_qs, [](Parser &p) { return p.ifStatement(); }},
-        {u"WHILE"_qs, [](Parser &p) { return p.whileStatement(); }},
-        {u"BEGIN"_qs, [](Parser &p) { return p.beginStatement(); }},
-        {u"RETURN"_qs, [](Parser &p) { return p.returnStatement(); }},
-        {u"EXEC"_qs, [](Parser &p) { return p.executeStatement(true); }},
-        {u"EXECUTE"_qs, [](Parser &p) { return p.executeStatement(true); }},
-        {u"COMMIT"_qs, [](Parser &p) { return p.transaction(StatementKind::Commit); }},
-        {u"ROLLBACK"_qs, [](Parser &p) { return p.transaction(StatementKind::Rollback); }},
-        {u"SAVE"_qs, [](Parser &p) { return p.transaction(StatementKind::SaveTransaction); }},
-        {u"THROW"_qs, [](Parser &p) { return p.throwStatement(); }},
-        {u"RAISERROR"_qs, [](Parser &p) { return p.raiseErrorStatement(); }},
-        {u"PRINT"_qs, [](Parser &p) { return p.printStatement(); }},
-        {u"CREATE"_qs, [](Parser &p) { return p.createStatement(); }},
-        {u"ALTER"_qs, [](Parser &p) { return p.alterStatement(); }},
-        {u"DROP"_qs, [](Parser &p) { return p.dropStatement(); }},
+        {u"SELECT"_s, [](Parser &p) { return p.selectStatement({}); }},
+        {u"INSERT"_s, [](Parser &p) { return p.insertStatement({}); }},
+        {u"UPDATE"_s, [](Parser &p) { return p.updateStatement({}); }},
+        {u"DELETE"_s, [](Parser &p) { return p.deleteStatement({}); }},
+        {u"WITH"_s, [](Parser &p) { return p.withStatement(); }},
+        {u"TRUNCATE"_s, [](Parser &p) { return p.truncateStatement(); }},
+        {u"DECLARE"_s, [](Parser &p) { return p.declareStatement(); }},
+        {u"SET"_s, [](Parser &p) { return p.setStatement(); }},
+        {u"IF"_s, [](Parser &p) { return p.ifStatement(); }},
+        {u"WHILE"_s, [](Parser &p) { return p.whileStatement(); }},
+        {u"BEGIN"_s, [](Parser &p) { return p.beginStatement(); }},
+        {u"RETURN"_s, [](Parser &p) { return p.returnStatement(); }},
+        {u"EXEC"_s, [](Parser &p) { return p.executeStatement(true); }},
+        {u"EXECUTE"_s, [](Parser &p) { return p.executeStatement(true); }},
+        {u"COMMIT"_s, [](Parser &p) { return p.transaction(StatementKind::Commit); }},
+        {u"ROLLBACK"_s, [](Parser &p) { return p.transaction(StatementKind::Rollback); }},
+        {u"SAVE"_s, [](Parser &p) { return p.transaction(StatementKind::SaveTransaction); }},
+        {u"THROW"_s, [](Parser &p) { return p.throwStatement(); }},
+        {u"RAISERROR"_s, [](Parser &p) { return p.raiseErrorStatement(); }},
+        {u"PRINT"_s, [](Parser &p) { return p.printStatement(); }},
+        {u"CREATE"_s, [](Parser &p) { return p.createStatement(); }},
+        {u"ALTER"_s, [](Parser &p) { return p.alterStatement(); }},
+        {u"DROP"_s, [](Parser &p) { return p.dropStatement(); }},
     };
     if (peek().kind != TokenKind::Word && !atSymbol(QLatin1String("(")))
         refuse();
@@ -158,7 +160,7 @@ StatementPtr Parser::insertStatement(std::vector<CommonTable> with)
     } else if (at(QLatin1String("EXEC")) || at(QLatin1String("EXECUTE"))) {
         StatementPtr call = executeStatement(true);
         if (call->kind != StatementKind::Execute)
-            unsupported(u"INSERT … EXEC ('…')"_qs);
+            unsupported(u"INSERT … EXEC ('…')"_s);
         result->execute.reset(static_cast<ExecuteStatement *>(call.release()));
     } else {
         result->query = std::make_unique<Query>(query());
@@ -177,7 +179,7 @@ StatementPtr Parser::updateStatement(std::vector<CommonTable> with)
     do {
         Assignment assignment;
         if (peek().kind == TokenKind::Variable)
-            unsupported(u"UPDATE … SET @variable"_qs);
+            unsupported(u"UPDATE … SET @variable"_s);
         assignment.column = name();
         if (acceptSymbol(QLatin1String(".")))
             assignment.column = name();

@@ -5,6 +5,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace tsql {
 
 namespace {
@@ -12,12 +14,12 @@ namespace {
 /** Careful on the safe side: a column that happens to be called so costs nothing but the streaming. */
 bool namesTemporary(const QString &sql)
 {
-    return sql.contains(u"temp."_qs) || sql.contains(QLatin1String(GlobalSchema));
+    return sql.contains(u"temp."_s) || sql.contains(QLatin1String(GlobalSchema));
 }
 
 bool namesRowCount(const QString &text)
 {
-    return text.contains(u"@@ROWCOUNT"_qs, Qt::CaseInsensitive);
+    return text.contains(u"@@ROWCOUNT"_s, Qt::CaseInsensitive);
 }
 
 bool isDefinition(StatementKind kind)

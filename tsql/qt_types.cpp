@@ -6,6 +6,8 @@
 
 #include <QDateTime>
 
+using namespace Qt::StringLiterals;
+
 namespace tsql {
 
 QMetaType metaType(const SqlType &type)
@@ -145,7 +147,7 @@ QSqlError sqlError(const Error &error, QSqlError::ErrorType type)
 {
     if (error.number() == DeviceErrorNumber || error.number() == NoSpaceNumber)
         type = QSqlError::ConnectionError;
-    const QString where = error.line() > 0 ? u"Line %1"_qs.arg(error.line()) : QString();
+    const QString where = error.line() > 0 ? u"Line %1"_s.arg(error.line()) : QString();
     return {where, error.message(), type, QString::number(error.number())};
 }
 

@@ -7,6 +7,8 @@
 #include <QScopeGuard>
 #include <QSqlField>
 
+using namespace Qt::StringLiterals;
+
 namespace tsql {
 
 namespace {
@@ -49,7 +51,7 @@ bool Result::reset(const QString &sql)
     m_connection = owner->connection();
     try {
         if (!m_connection)
-            throw Error(0, u"The database is not open."_qs);
+            throw Error(0, u"The database is not open."_s);
         const auto tell = qScopeGuard([&] { owner->m_messages.swap(m_outcome.messages); });
         m_connection->execute(sql, m_outcome);
     } catch (const Error &error) {

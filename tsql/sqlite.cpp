@@ -2,6 +2,8 @@
 
 #include "tsql/sqlite_errors.h"
 
+using namespace Qt::StringLiterals;
+
 namespace tsql {
 
 void SqliteHandle::open(const QString &path, bool readOnly)
@@ -15,7 +17,7 @@ void SqliteHandle::open(const QString &path, bool readOnly)
     if (code != SQLITE_OK) {
         const QString reason = QString::fromUtf8(m_db ? sqlite3_errmsg(m_db) : sqlite3_errstr(code));
         close();
-        throw Error(4060, u"Cannot open database \"%1\": %2."_qs.arg(path, reason));
+        throw Error(4060, u"Cannot open database \"%1\": %2."_s.arg(path, reason));
     }
     sqlite3_extended_result_codes(m_db, 1);
     sqlite3_busy_timeout(m_db, BusyTimeout);

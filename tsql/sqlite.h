@@ -4,6 +4,7 @@
 #include "tsql/value.h"
 
 #include <QString>
+
 #include <memory>
 #include <sqlite3.h>
 

@@ -5,6 +5,8 @@
 
 #include <sqlite3.h>
 
+using namespace Qt::StringLiterals;
+
 namespace tsql {
 
 namespace {
@@ -39,13 +41,13 @@ QString textOf(int code, const QString &message)
 {
     switch (numberOf(code)) {
     case LockTimeout:
-        return u"Lock request time out period exceeded."_qs;
+        return u"Lock request time out period exceeded."_s;
     case NoSpaceNumber:
-        return u"Could not allocate space in the database because the disk is full."_qs;
+        return u"Could not allocate space in the database because the disk is full."_s;
     case ReadOnly:
-        return u"Failed to update the database because it is read-only."_qs;
+        return u"Failed to update the database because it is read-only."_s;
     case DeviceErrorNumber:
-        return u"The database file cannot be used: %1."_qs.arg(message);
+        return u"The database file cannot be used: %1."_s.arg(message);
     default:
         return message;
     }
@@ -61,8 +63,8 @@ struct Key
 Key keyIn(const QString &message)
 {
     Key key;
-    const QString list = message.section(u": "_qs, 1);
-    const QStringList parts = list.split(u", "_qs);
+    const QString list = message.section(u": "_s, 1);
+    const QStringList parts = list.split(u", "_s);
     for (const QString &part : parts) {
         key.table = part.section(u'.', 0, -2);
         key.columns.push_back(part.section(u'.', -1));
@@ -86,28 +88,28 @@ std::shared_ptr<const Table> tableNamed(const Catalogue &catalogue, const QStrin
 
 Error duplicate(const QString &message, const Catalogue &catalogue)
 {
-    if (message.contains(u": index '"_qs)) {
+    if (message.contains(u": index '"_s)) {
         QString index = message.section(u'\'', 1, 1);
         if (index.endsWith(QLatin1String(NullsSuffix)))
             index.chop(qsizetype(sizeof NullsSuffix) - 1);
         return {2601, u"Cannot insert duplicate key row in object '%1' with unique index '%2'. The duplicate key value "
-                      "contains NULL."_qs.arg(index.section(u'.', 0, -2), index.section(u'.', -1))};
+                      "contains NULL."_s.arg(index.section(u'.', 0, -2), index.section(u'.', -1))};
     }
     const Key key = keyIn(message);
     const auto table = tableNamed(catalogue, key.table);
     if (table && sameColumns(table->primaryKey, key.columns))
         return {2627,
-                u"Violation of PRIMARY KEY constraint. Cannot insert duplicate key in object '%1'."_qs.arg(key.table)};
+                u"Violation of PRIMARY KEY constraint. Cannot insert duplicate key in object '%1'."_s.arg(key.table)};
     const QStringList names(key.columns.begin(), key.columns.end());
-    return {2601, u"Cannot insert duplicate key row in object '%1' with a unique index on %2."_qs.arg(
-                      key.table, names.join(u", "_qs))};
+    return {2601, u"Cannot insert duplicate key row in object '%1' with a unique index on %2."_s.arg(
+                      key.table, names.join(u", "_s))};
 }
 
 Error missingValue(const QString &message, const QString &verb)
 {
     const Key key = keyIn(message);
     return {515,
-            u"Cannot insert the value NULL into column '%1', table '%2'; column does not allow nulls. %3 fails."_qs.arg(
+            u"Cannot insert the value NULL into column '%1', table '%2'; column does not allow nulls. %3 fails."_s.arg(
                 key.columns.empty() ? QString() : key.columns.front(), key.table, verb)};
 }
 
@@ -120,11 +122,11 @@ Error refusedCheck(const QString &name, const QString &verb, const Catalogue &ca
         for (const Check &check : table->checks) {
             if (check.name.compare(name, Qt::CaseInsensitive) != 0)
                 continue;
-            where = u" The conflict occurred in table \"%1\""_qs.arg(table->name.display());
-            where += check.column.isEmpty() ? u"."_qs : u", column '%1'."_qs.arg(check.column);
+            where = u" The conflict occurred in table \"%1\""_s.arg(table->name.display());
+            where += check.column.isEmpty() ? u"."_s : u", column '%1'."_s.arg(check.column);
         }
     }
-    return {547, u"The %1 statement conflicted with the CHECK constraint \"%2\"."_qs.arg(verb, name) + where};
+    return {547, u"The %1 statement conflicted with the CHECK constraint \"%2\"."_s.arg(verb, name) + where};
 }
 
 } // namespace
@@ -141,11 +143,11 @@ QString verbOf(const Statement &statement)
 {
     switch (statement.kind) {
     case StatementKind::Insert:
-        return u"INSERT"_qs;
+        return u"INSERT"_s;
     case StatementKind::Update:
-        return u"UPDATE"_qs;
+        return u"UPDATE"_s;
     case StatementKind::Delete:
-        return u"DELETE"_qs;
+        return u"DELETE"_s;
     default:
         return statement.text.section(u' ', 0, 0).toUpper();
     }
@@ -161,10 +163,10 @@ Error translated(const SqliteError &error, const QString &verb, const Catalogue 
     case SQLITE_CONSTRAINT_NOTNULL:
         return missingValue(error.message(), verb);
     case SQLITE_CONSTRAINT_CHECK:
-        return refusedCheck(error.message().section(u": "_qs, 1), verb, catalogue);
+        return refusedCheck(error.message().section(u": "_s, 1), verb, catalogue);
     case SQLITE_CONSTRAINT_FOREIGNKEY:
-        return {547, u"The %1 statement conflicted with a %2 constraint."_qs.arg(
-                         verb, verb == u"DELETE"_qs ? u"REFERENCE"_qs : u"FOREIGN KEY"_qs)};
+        return {547, u"The %1 statement conflicted with a %2 constraint."_s.arg(
+                         verb, verb == u"DELETE"_s ? u"REFERENCE"_s : u"FOREIGN KEY"_s)};
     default:
         return error;
     }

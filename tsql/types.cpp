@@ -2,55 +2,57 @@
 
 #include "tsql/error.h"
 
+using namespace Qt::StringLiterals;
+
 namespace tsql {
 
 QString kindName(Kind kind)
 {
     switch (kind) {
     case Kind::Null:
-        return u"NULL"_qs;
+        return u"NULL"_s;
     case Kind::Bit:
-        return u"bit"_qs;
+        return u"bit"_s;
     case Kind::TinyInt:
-        return u"tinyint"_qs;
+        return u"tinyint"_s;
     case Kind::SmallInt:
-        return u"smallint"_qs;
+        return u"smallint"_s;
     case Kind::Int:
-        return u"int"_qs;
+        return u"int"_s;
     case Kind::BigInt:
-        return u"bigint"_qs;
+        return u"bigint"_s;
     case Kind::Decimal:
-        return u"numeric"_qs;
+        return u"numeric"_s;
     case Kind::Money:
-        return u"money"_qs;
+        return u"money"_s;
     case Kind::Real:
-        return u"real"_qs;
+        return u"real"_s;
     case Kind::Float:
-        return u"float"_qs;
+        return u"float"_s;
     case Kind::Char:
-        return u"char"_qs;
+        return u"char"_s;
     case Kind::VarChar:
-        return u"varchar"_qs;
+        return u"varchar"_s;
     case Kind::NChar:
-        return u"nchar"_qs;
+        return u"nchar"_s;
     case Kind::NVarChar:
-        return u"nvarchar"_qs;
+        return u"nvarchar"_s;
     case Kind::Date:
-        return u"date"_qs;
+        return u"date"_s;
     case Kind::Time:
-        return u"time"_qs;
+        return u"time"_s;
     case Kind::SmallDateTime:
-        return u"smalldatetime"_qs;
+        return u"smalldatetime"_s;
     case Kind::DateTime:
-        return u"datetime"_qs;
+        return u"datetime"_s;
     case Kind::Binary:
-        return u"binary"_qs;
+        return u"binary"_s;
     case Kind::VarBinary:
-        return u"varbinary"_qs;
+        return u"varbinary"_s;
     case Kind::UniqueIdentifier:
-        return u"uniqueidentifier"_qs;
+        return u"uniqueidentifier"_s;
     case Kind::Condition:
-        return u"condition"_qs;
+        return u"condition"_s;
     }
     return {};
 }
@@ -58,10 +60,10 @@ QString kindName(Kind kind)
 QString typeName(const SqlType &type)
 {
     if (type.kind == Kind::Decimal)
-        return u"decimal(%1,%2)"_qs.arg(type.precision).arg(type.scale);
+        return u"decimal(%1,%2)"_s.arg(type.precision).arg(type.scale);
     if (type.isText() || type.isBinary()) {
-        const QString length = type.length == SqlType::Max ? u"max"_qs : QString::number(type.length);
-        return u"%1(%2)"_qs.arg(kindName(type.kind), length);
+        const QString length = type.length == SqlType::Max ? u"max"_s : QString::number(type.length);
+        return u"%1(%2)"_s.arg(kindName(type.kind), length);
     }
     return kindName(type.kind);
 }
@@ -69,14 +71,14 @@ QString typeName(const SqlType &type)
 QString storageName(const SqlType &type)
 {
     if (type.isInteger())
-        return u"INTEGER"_qs;
+        return u"INTEGER"_s;
     if (type.isReal())
-        return u"REAL"_qs;
+        return u"REAL"_s;
     if (type.isText() || type.kind == Kind::UniqueIdentifier)
-        return u"TEXT COLLATE TSQL_CI"_qs;
+        return u"TEXT COLLATE TSQL_CI"_s;
     if (type.isDate())
-        return u"TEXT"_qs;
-    return u"BLOB"_qs;
+        return u"TEXT"_s;
+    return u"BLOB"_s;
 }
 
 SqlType asDecimal(const SqlType &type)
@@ -179,7 +181,7 @@ int longer(int a, int b)
 [[noreturn]] void clash(const SqlType &left, const SqlType &right)
 {
     throw Error(206,
-                u"Operand type clash: %1 is incompatible with %2"_qs.arg(kindName(left.kind), kindName(right.kind)));
+                u"Operand type clash: %1 is incompatible with %2"_s.arg(kindName(left.kind), kindName(right.kind)));
 }
 
 } // namespace
@@ -216,7 +218,7 @@ SqlType commonType(const SqlType &left, const SqlType &right)
     if (high.isDate() && low.isDate()) {
         const bool timeOnly = (high.kind == Kind::Time) != (low.kind == Kind::Time);
         return timeOnly && high.kind == Kind::Date
-                   ? throw Error(206, u"Operand type clash: date is incompatible with time"_qs)
+                   ? throw Error(206, u"Operand type clash: date is incompatible with time"_s)
                    : high;
     }
     if (high.isDate() && !low.isText() && !(high.kind == Kind::DateTime || high.kind == Kind::SmallDateTime))

@@ -1,6 +1,8 @@
 #include "tsql/error.h"
 #include "tsql/writer_impl.h"
 
+using namespace Qt::StringLiterals;
+
 namespace tsql {
 
 QString quotedName(const QString &name)
@@ -26,7 +28,7 @@ QString nameListText(const std::vector<QString> &names)
 {
     QString list;
     for (const QString &name : names)
-        list += (list.isEmpty() ? u""_qs : u", "_qs) + quotedName(name);
+        list += (list.isEmpty() ? u""_s : u", "_s) + quotedName(name);
     return list;
 }
 
@@ -42,14 +44,14 @@ std::optional<SqlType> systemType(const QString &name)
     static const SqlType identity = SqlType::decimal(SqlType::MaxPrecision, 0);
     static const SqlType label = SqlType::text(Kind::NVarChar, 4000);
     static const QHash<QString, SqlType> types = {
-        {u"@@rowcount"_qs, integer},    {u"@@identity"_qs, identity}, {u"scope_identity"_qs, identity},
-        {u"@@trancount"_qs, integer},   {u"@@error"_qs, integer},     {u"@@version"_qs, label},
-        {u"@@spid"_qs, integer},        {u"@@servername"_qs, label},  {u"@@nestlevel"_qs, integer},
-        {u"getdate"_qs, moment},        {u"getutcdate"_qs, moment},   {u"db_name"_qs, label},
-        {u"suser_sname"_qs, label},     {u"host_name"_qs, label},     {u"app_name"_qs, label},
-        {u"error_number"_qs, integer},  {u"error_line"_qs, integer},  {u"error_severity"_qs, integer},
-        {u"error_state"_qs, integer},   {u"xact_state"_qs, integer},  {u"error_message"_qs, label},
-        {u"error_procedure"_qs, label},
+        {u"@@rowcount"_s, integer},    {u"@@identity"_s, identity}, {u"scope_identity"_s, identity},
+        {u"@@trancount"_s, integer},   {u"@@error"_s, integer},     {u"@@version"_s, label},
+        {u"@@spid"_s, integer},        {u"@@servername"_s, label},  {u"@@nestlevel"_s, integer},
+        {u"getdate"_s, moment},        {u"getutcdate"_s, moment},   {u"db_name"_s, label},
+        {u"suser_sname"_s, label},     {u"host_name"_s, label},     {u"app_name"_s, label},
+        {u"error_number"_s, integer},  {u"error_line"_s, integer},  {u"error_severity"_s, integer},
+        {u"error_state"_s, integer},   {u"xact_state"_s, integer},  {u"error_message"_s, label},
+        {u"error_procedure"_s, label},
     };
     const auto found = types.constFind(name);
     return found == types.cend() ? std::nullopt : std::optional(*found);
@@ -68,9 +70,9 @@ SqlType literalType(const Literal &literal)
             whole = whole.sliced(1);
         const qsizetype precision = qMax<qsizetype>(1, whole.size() + scale);
         if (precision > SqlType::MaxPrecision)
-            throw Error(
-                1007, u"The number '%1' is out of the range for numeric representation (maximum precision 38)."_qs.arg(
-                          literal.text));
+            throw Error(1007,
+                        u"The number '%1' is out of the range for numeric representation (maximum precision 38)."_s.arg(
+                            literal.text));
         return SqlType::decimal(static_cast<int>(precision), static_cast<int>(scale));
     }
     case LiteralKind::Float:
@@ -165,7 +167,7 @@ Compiled Writer::statement(const Statement &statement)
         drop(as<DropStatement>(statement));
         break;
     default:
-        throw Error(40517, u"The statement '%1' does not belong to the writer."_qs.arg(statement.text.left(60)));
+        throw Error(40517, u"The statement '%1' does not belong to the writer."_s.arg(statement.text.left(60)));
     }
     return std::move(m_out);
 }
@@ -175,7 +177,7 @@ Compiled Writer::scalar(const Expression &value, const SqlType &target)
     const Scope scope;
     Operand operand = this->value(value, scope);
     const SqlType type = target.kind == Kind::Null ? operand.type : target;
-    m_out.sql = u"SELECT "_qs + (target.kind == Kind::Null ? text(operand) : convert(operand, {target, {}, {}, {}}));
+    m_out.sql = u"SELECT "_s + (target.kind == Kind::Null ? text(operand) : convert(operand, {target, {}, {}, {}}));
     m_out.columns.push_back({{}, type, true, {}});
     return std::move(m_out);
 }
@@ -183,7 +185,7 @@ Compiled Writer::scalar(const Expression &value, const SqlType &target)
 Compiled Writer::condition(const Expression &condition)
 {
     const Scope scope;
-    m_out.sql = u"SELECT CASE WHEN %1 THEN 1 ELSE 0 END"_qs.arg(conditionText(condition, scope));
+    m_out.sql = u"SELECT CASE WHEN %1 THEN 1 ELSE 0 END"_s.arg(conditionText(condition, scope));
     m_out.columns.push_back({{}, {Kind::Bit}, false, {}});
     return std::move(m_out);
 }
@@ -243,7 +245,7 @@ Operand Writer::variable(const Expression &node)
     if (name.startsWith(u"@@")) {
         const std::optional<SqlType> type = systemType(name);
         if (!type)
-            throw Error(137, u"Must declare the scalar variable \"%1\"."_qs.arg(node.name), node.line);
+            throw Error(137, u"Must declare the scalar variable \"%1\"."_s.arg(node.name), node.line);
         return system(name, *type);
     }
     if (const auto found = m_substitutions.constFind(name); found != m_substitutions.cend()) {
@@ -256,7 +258,7 @@ Operand Writer::variable(const Expression &node)
     }
     const auto type = m_variables.constFind(name);
     if (type == m_variables.cend() || m_constants)
-        throw Error(137, u"Must declare the scalar variable \"%1\"."_qs.arg(node.name), node.line);
+        throw Error(137, u"Must declare the scalar variable \"%1\"."_s.arg(node.name), node.line);
     return variableOf(name, *type);
 }
 
@@ -277,7 +279,7 @@ QString Writer::parameter(Parameter parameter)
     if (m_inline)
         return constantText(parameter);
     m_out.parameters.push_back(std::move(parameter));
-    return u"?%1"_qs.arg(m_out.parameters.size());
+    return u"?%1"_s.arg(m_out.parameters.size());
 }
 
 } // namespace tsql

@@ -5,6 +5,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace tsql {
 
 namespace {
@@ -27,7 +29,7 @@ bool mentionsAny(const Expression &node, const std::vector<QString> &names)
 {
     throw Error(
         40517,
-        u"%1 in a SELECT that assigns row after row is not supported in this version of the database."_qs.arg(what),
+        u"%1 in a SELECT that assigns row after row is not supported in this version of the database."_s.arg(what),
         line);
 }
 
@@ -48,14 +50,14 @@ void rowValues(const Expression &node, const std::vector<QString> &assigned, std
     if (isConstant(node))
         return;
     if (isCondition(node) && node.query)
-        refuseRunning(u"A subquery in a condition"_qs, node.line);
+        refuseRunning(u"A subquery in a condition"_s, node.line);
     const bool changes = mentionsAny(node, assigned);
     if (!changes && !isCondition(node)) {
         into.push_back(&node);
         return;
     }
     if (changes && isAggregate(node))
-        refuseRunning(u"A variable in an aggregate"_qs, node.line);
+        refuseRunning(u"A variable in an aggregate"_s, node.line);
     for (const ExpressionPtr &argument : node.args)
         rowValues(*argument, assigned, into);
 }
@@ -64,7 +66,7 @@ void rowValues(const Expression &node, const std::vector<QString> &assigned, std
 
 QString rowVariable(std::size_t column)
 {
-    return u"@ row%1"_qs.arg(column); // the blank keeps it apart from the names that a text can spell
+    return u"@ row%1"_s.arg(column); // the blank keeps it apart from the names that a text can spell
 }
 
 std::vector<Target> Writer::assignTargets(const SelectStatement &statement)
@@ -79,14 +81,14 @@ std::vector<Target> Writer::assignTargets(const SelectStatement &statement)
         const QString name = item.variable.toCaseFolded();
         const auto type = m_variables.constFind(name);
         if (type == m_variables.cend())
-            throw Error(137, u"Must declare the scalar variable \"%1\"."_qs.arg(item.variable), item.value->line);
+            throw Error(137, u"Must declare the scalar variable \"%1\"."_s.arg(item.variable), item.value->line);
         m_out.assign.push_back(name);
         targets.push_back({*type, Conversion::Cast, {}, {}});
     }
     if (!targets.empty() && targets.size() < core->items.size())
         throw Error(
             141,
-            u"A SELECT statement that assigns a value to a variable must not be combined with data-retrieval operations."_qs,
+            u"A SELECT statement that assigns a value to a variable must not be combined with data-retrieval operations."_s,
             statement.line);
     return targets;
 }
@@ -112,10 +114,10 @@ void Writer::assignInTurn(const Query &query, const std::vector<Target> &targets
 {
     const SelectCore &core = *query.body->core;
     if (core.distinct)
-        refuseRunning(u"DISTINCT"_qs, core.line);
+        refuseRunning(u"DISTINCT"_s, core.line);
     for (const OrderItem &item : query.orderBy) {
         if (item.value->kind == ExpressionKind::Literal)
-            refuseRunning(u"ORDER BY a position"_qs, item.value->line);
+            refuseRunning(u"ORDER BY a position"_s, item.value->line);
     }
     std::vector<const Expression *> values;
     for (const SelectItem &item : core.items)
@@ -146,7 +148,7 @@ void Writer::planRowItems(CorePlan &plan)
         plan.itemValues.push_back(node);
     }
     if (m_rowItems.empty()) {
-        plan.items.push_back(made(u"1"_qs, {Kind::Int}));
+        plan.items.push_back(made(u"1"_s, {Kind::Int}));
         plan.itemValues.push_back(nullptr);
     }
     plan.names.resize(plan.items.size());
@@ -154,7 +156,7 @@ void Writer::planRowItems(CorePlan &plan)
     for (std::size_t i = before; i < m_out.parameters.size(); ++i) {
         const QString &name = m_out.parameters[i].name;
         if (std::find(m_out.assign.begin(), m_out.assign.end(), name) != m_out.assign.end())
-            refuseRunning(u"The variable '%1' in a subquery"_qs.arg(name), plan.core->line);
+            refuseRunning(u"The variable '%1' in a subquery"_s.arg(name), plan.core->line);
     }
 }
 

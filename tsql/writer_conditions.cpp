@@ -1,6 +1,8 @@
 #include "tsql/error.h"
 #include "tsql/writer_impl.h"
 
+using namespace Qt::StringLiterals;
+
 namespace tsql {
 
 QString Writer::conditionText(const Expression &node, const Scope &scope)
@@ -8,11 +10,11 @@ QString Writer::conditionText(const Expression &node, const Scope &scope)
     switch (node.kind) {
     case ExpressionKind::And:
     case ExpressionKind::Or:
-        return u"(%1 %2 %3)"_qs.arg(conditionText(*node.args[0], scope),
-                                    node.kind == ExpressionKind::And ? u"AND"_qs : u"OR"_qs,
-                                    conditionText(*node.args[1], scope));
+        return u"(%1 %2 %3)"_s.arg(conditionText(*node.args[0], scope),
+                                   node.kind == ExpressionKind::And ? u"AND"_s : u"OR"_s,
+                                   conditionText(*node.args[1], scope));
     case ExpressionKind::Not:
-        return u"(NOT %1)"_qs.arg(conditionText(*node.args[0], scope));
+        return u"(NOT %1)"_s.arg(conditionText(*node.args[0], scope));
     case ExpressionKind::Compare: {
         Operand left = value(*node.args[0], scope);
         Operand right = value(*node.args[1], scope);
@@ -20,7 +22,7 @@ QString Writer::conditionText(const Expression &node, const Scope &scope)
     }
     case ExpressionKind::IsNull: {
         Operand operand = value(*node.args[0], scope);
-        return u"(%1 IS %2)"_qs.arg(text(operand), node.negated ? u"NOT NULL"_qs : u"NULL"_qs);
+        return u"(%1 IS %2)"_s.arg(text(operand), node.negated ? u"NOT NULL"_s : u"NULL"_s);
     }
     case ExpressionKind::Like:
         return like(node, scope);
@@ -29,11 +31,11 @@ QString Writer::conditionText(const Expression &node, const Scope &scope)
     case ExpressionKind::In:
         return node.query ? inQuery(node, scope) : inList(node, scope);
     case ExpressionKind::Exists:
-        return u"EXISTS (%1)"_qs.arg(query(*node.query, &scope).sql);
+        return u"EXISTS (%1)"_s.arg(query(*node.query, &scope).sql);
     case ExpressionKind::Quantified:
         return quantified(node, scope);
     default:
-        throw Error(4145, u"An expression of non-boolean type specified in a context where a condition is expected."_qs,
+        throw Error(4145, u"An expression of non-boolean type specified in a context where a condition is expected."_s,
                     node.line);
     }
 }
@@ -55,7 +57,7 @@ SqlType Writer::comparisonType(Operand &left, Operand &right)
 QString Writer::compare(const QString &op, Operand &left, Operand &right)
 {
     if (left.isNull() || right.isNull())
-        return u"(NULL %1 NULL)"_qs.arg(op);
+        return u"(NULL %1 NULL)"_s.arg(op);
     SqlType type = comparisonType(left, right);
     if (type.isText() || type.isBinary())
         type.length = SqlType::Max; // nothing is cut or padded for a comparison
@@ -70,7 +72,7 @@ QString Writer::compare(const QString &op, Operand &left, Operand &right)
     };
     const QString a = side(left);
     const QString b = side(right);
-    return u"(%1%2 %3 %4)"_qs.arg(a, collate ? u" COLLATE TSQL_CI"_qs : QString(), op, b);
+    return u"(%1%2 %3 %4)"_s.arg(a, collate ? u" COLLATE TSQL_CI"_s : QString(), op, b);
 }
 
 QString Writer::inList(const Expression &node, const Scope &scope)
@@ -92,8 +94,8 @@ QString Writer::inList(const Expression &node, const Scope &scope)
     const QString first = textual && left.type.isText() ? collated(left) : convert(left, {type, {}, {}, {}});
     QString list;
     for (Operand &item : items)
-        list += (list.isEmpty() ? QString() : u", "_qs) + convert(item, {type, {}, {}, {}});
-    return u"(%1 %2IN (%3))"_qs.arg(first, node.negated ? u"NOT "_qs : QString(), list);
+        list += (list.isEmpty() ? QString() : u", "_s) + convert(item, {type, {}, {}, {}});
+    return u"(%1 %2IN (%3))"_s.arg(first, node.negated ? u"NOT "_s : QString(), list);
 }
 
 QString Writer::inQuery(const Expression &node, const Scope &scope)
@@ -105,11 +107,11 @@ QString Writer::inQuery(const Expression &node, const Scope &scope)
     if (inner.columns.size() != 1)
         throw Error(
             116,
-            u"Only one expression can be specified in the select list when the subquery is not introduced with EXISTS."_qs,
+            u"Only one expression can be specified in the select list when the subquery is not introduced with EXISTS."_s,
             node.line);
     const SqlType right = inner.columns.front().type;
     if (right.kind == Kind::Null || left.isNull())
-        return u"(NULL = 1)"_qs;
+        return u"(NULL = 1)"_s;
     Operand probe = made({}, right);
     SqlType type = comparisonType(left, probe);
     const bool textual = type.isText();
@@ -126,7 +128,7 @@ QString Writer::inQuery(const Expression &node, const Scope &scope)
         inner = query(*node.query, &scope, &targets);
     }
     const QString first = textual && left.type.isText() ? collated(left) : convert(left, {type, {}, {}, {}});
-    return u"(%1 %2IN (%3))"_qs.arg(first, node.negated ? u"NOT "_qs : QString(), inner.sql);
+    return u"(%1 %2IN (%3))"_s.arg(first, node.negated ? u"NOT "_s : QString(), inner.sql);
 }
 
 QString Writer::like(const Expression &node, const Scope &scope)
@@ -134,8 +136,8 @@ QString Writer::like(const Expression &node, const Scope &scope)
     const SqlType wide = SqlType::text(Kind::NVarChar, SqlType::Max);
     QString list;
     for (const ExpressionPtr &argument : node.args)
-        list += (list.isEmpty() ? QString() : u", "_qs) + argumentAs(*argument, scope, wide);
-    return u"(%1tsql_like(%2))"_qs.arg(node.negated ? u"NOT "_qs : QString(), list);
+        list += (list.isEmpty() ? QString() : u", "_s) + argumentAs(*argument, scope, wide);
+    return u"(%1tsql_like(%2))"_s.arg(node.negated ? u"NOT "_s : QString(), list);
 }
 
 QString Writer::between(const Expression &node, const Scope &scope)
@@ -145,9 +147,9 @@ QString Writer::between(const Expression &node, const Scope &scope)
     Operand value2 = value(*node.args[0], scope);
     Operand low = value(*node.args[1], scope);
     Operand high = value(*node.args[2], scope);
-    const QString lower = compare(u">="_qs, value1, low);
-    const QString upper = compare(u"<="_qs, value2, high);
-    return u"(%1(%2 AND %3))"_qs.arg(node.negated ? u"NOT "_qs : QString(), lower, upper);
+    const QString lower = compare(u">="_s, value1, low);
+    const QString upper = compare(u"<="_s, value2, high);
+    return u"(%1(%2 AND %3))"_s.arg(node.negated ? u"NOT "_s : QString(), lower, upper);
 }
 
 /// x op ANY (query) and x op ALL (query) as the existence of a row that agrees or disagrees.
@@ -158,13 +160,13 @@ QString Writer::quantified(const Expression &node, const Scope &scope)
     if (inner.columns.size() != 1)
         throw Error(
             116,
-            u"Only one expression can be specified in the select list when the subquery is not introduced with EXISTS."_qs,
+            u"Only one expression can be specified in the select list when the subquery is not introduced with EXISTS."_s,
             node.line);
-    Operand right = made(u"\"c1\""_qs, inner.columns.front().type);
+    Operand right = made(u"\"c1\""_s, inner.columns.front().type);
     const QString condition = compare(node.name, left, right);
     if (node.all)
-        return u"(NOT EXISTS (SELECT 1 FROM (%1) WHERE %2 IS NOT TRUE))"_qs.arg(inner.sql, condition);
-    return u"(EXISTS (SELECT 1 FROM (%1) WHERE %2))"_qs.arg(inner.sql, condition);
+        return u"(NOT EXISTS (SELECT 1 FROM (%1) WHERE %2 IS NOT TRUE))"_s.arg(inner.sql, condition);
+    return u"(EXISTS (SELECT 1 FROM (%1) WHERE %2))"_s.arg(inner.sql, condition);
 }
 
 } // namespace tsql

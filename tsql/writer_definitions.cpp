@@ -2,6 +2,8 @@
 #include "tsql/storage.h"
 #include "tsql/writer_impl.h"
 
+using namespace Qt::StringLiterals;
+
 namespace tsql {
 
 namespace {
@@ -10,7 +12,7 @@ namespace {
 /// sqlite_sequence is the one of the temporary tables.
 QString schemaOf(const Table &table)
 {
-    return table.sqliteName.startsWith(u'"') ? u"main."_qs : table.sqliteName.section(u'.', 0, 0) + u'.';
+    return table.sqliteName.startsWith(u'"') ? u"main."_s : table.sqliteName.section(u'.', 0, 0) + u'.';
 }
 
 /// The name of the table within its SQLite schema, quoted.
@@ -31,11 +33,11 @@ QString actionText(const QString &event, KeyAction action)
     case KeyAction::NoAction:
         return {};
     case KeyAction::Cascade:
-        return u" ON %1 CASCADE"_qs.arg(event);
+        return u" ON %1 CASCADE"_s.arg(event);
     case KeyAction::SetNull:
-        return u" ON %1 SET NULL"_qs.arg(event);
+        return u" ON %1 SET NULL"_s.arg(event);
     case KeyAction::SetDefault:
-        return u" ON %1 SET DEFAULT"_qs.arg(event);
+        return u" ON %1 SET DEFAULT"_s.arg(event);
     }
     return {};
 }
@@ -54,16 +56,16 @@ QString nullsIndex(const Table &table, const QString &index, const std::vector<Q
             keys += column;
             continue;
         }
-        keys += u"ifnull(%1, 0) COLLATE TSQL_CI, %1 IS NULL"_qs.arg(column);
-        nulls += u"%1 IS NULL"_qs.arg(column);
+        keys += u"ifnull(%1, 0) COLLATE TSQL_CI, %1 IS NULL"_s.arg(column);
+        nulls += u"%1 IS NULL"_s.arg(column);
     }
     if (nulls.isEmpty())
         return {};
-    QString condition = u'(' + nulls.join(u" OR "_qs) + u')';
+    QString condition = u'(' + nulls.join(u" OR "_s) + u')';
     if (!where.isEmpty())
-        condition += u" AND (%1)"_qs.arg(where);
-    return u"CREATE UNIQUE INDEX %1 ON %2 (%3) WHERE %4"_qs.arg(indexName(table, index + QLatin1String(NullsSuffix)),
-                                                                plainName(table), keys.join(u", "_qs), condition);
+        condition += u" AND (%1)"_s.arg(where);
+    return u"CREATE UNIQUE INDEX %1 ON %2 (%3) WHERE %4"_s.arg(indexName(table, index + QLatin1String(NullsSuffix)),
+                                                               plainName(table), keys.join(u", "_s), condition);
 }
 
 /// The name of a unique key that may have been given none.
@@ -86,12 +88,12 @@ QString Writer::columnText(const Table &table, const Column &column, bool withDe
     QString text = quotedName(column.name) + u' ' + storageName(column.type);
     const bool rowid = sameName(column.name, table.rowidColumn);
     if (rowid)
-        text += column.identity ? u" PRIMARY KEY AUTOINCREMENT"_qs : u" PRIMARY KEY"_qs;
+        text += column.identity ? u" PRIMARY KEY AUTOINCREMENT"_s : u" PRIMARY KEY"_s;
     if (!column.nullable)
-        text += u" NOT NULL"_qs;
+        text += u" NOT NULL"_s;
     // Inserts spell defaults out; SQLite needs one only to fill a new column of existing rows.
     if (withDefault && column.defaultValue && !column.nullable)
-        text += u" DEFAULT %1"_qs.arg(defaultText(column, table, u"ALTER TABLE"_qs));
+        text += u" DEFAULT %1"_s.arg(defaultText(column, table, u"ALTER TABLE"_s));
     return text;
 }
 
@@ -100,17 +102,17 @@ QString Writer::foreignKeyText(const Table &table, const ForeignKey &key)
     const bool self = key.table.key() == table.name.key();
     const std::shared_ptr<const Table> referenced = m_catalogue.table(key.table);
     if (!referenced && !self)
-        throw Error(1767, u"Foreign key references invalid table '%1'."_qs.arg(key.table.display()));
+        throw Error(1767, u"Foreign key references invalid table '%1'."_s.arg(key.table.display()));
     const Table &target = self ? table : *referenced;
     const std::vector<QString> &targets = key.targets.empty() ? target.primaryKey : key.targets;
     if (targets.size() != key.columns.size())
         throw Error(
             8139,
-            u"Number of referencing columns in foreign key differs from number of referenced columns, table '%1'."_qs
+            u"Number of referencing columns in foreign key differs from number of referenced columns, table '%1'."_s
                 .arg(table.name.display()));
-    return u"FOREIGN KEY (%1) REFERENCES %2 (%3)%4%5"_qs.arg(
-        nameListText(key.columns), plainName(target), nameListText(targets), actionText(u"DELETE"_qs, key.onDelete),
-        actionText(u"UPDATE"_qs, key.onUpdate));
+    return u"FOREIGN KEY (%1) REFERENCES %2 (%3)%4%5"_s.arg(
+        nameListText(key.columns), plainName(target), nameListText(targets), actionText(u"DELETE"_s, key.onDelete),
+        actionText(u"UPDATE"_s, key.onUpdate));
 }
 
 QString Writer::constraintText(const Table &table, const TableConstraint &constraint)
@@ -119,14 +121,14 @@ QString Writer::constraintText(const Table &table, const TableConstraint &constr
     case TableConstraint::Kind::PrimaryKey:
         if (constraint.columns.size() == 1 && sameName(constraint.columns.front(), table.rowidColumn))
             return {};
-        return u"UNIQUE (%1)"_qs.arg(nameListText(constraint.columns));
+        return u"UNIQUE (%1)"_s.arg(nameListText(constraint.columns));
     case TableConstraint::Kind::Unique:
-        return u"UNIQUE (%1)"_qs.arg(nameListText(constraint.columns));
+        return u"UNIQUE (%1)"_s.arg(nameListText(constraint.columns));
     case TableConstraint::Kind::Check: {
         const Constants constants(*this, true);
         const Scope scope = columnScope(table);
-        return u"CONSTRAINT %1 CHECK (%2)"_qs.arg(quotedName(checkName(table.name, constraint)),
-                                                  conditionText(*constraint.value, scope));
+        return u"CONSTRAINT %1 CHECK (%2)"_s.arg(quotedName(checkName(table.name, constraint)),
+                                                 conditionText(*constraint.value, scope));
     }
     case TableConstraint::Kind::ForeignKey:
         // Temporary tables carry no foreign keys; the server only warns.
@@ -142,16 +144,16 @@ void Writer::createTable(const CreateTableStatement &statement)
     if (!m_catalogue.hasSchema(statement.table.schema))
         throw Error(
             2760,
-            u"The specified schema name \"%1\" either does not exist or you do not have permission to use it."_qs.arg(
+            u"The specified schema name \"%1\" either does not exist or you do not have permission to use it."_s.arg(
                 statement.table.schema),
             statement.line);
     if (m_catalogue.table(statement.table) || m_catalogue.view(statement.table))
-        throw Error(2714, u"There is already an object named '%1' in the database."_qs.arg(statement.table.name),
+        throw Error(2714, u"There is already an object named '%1' in the database."_s.arg(statement.table.name),
                     statement.line);
     const std::shared_ptr<Table> table = makeTable(statement);
     for (const Column &column : table->columns) {
         if (column.defaultValue)
-            defaultText(column, *table, u"CREATE TABLE"_qs); // refuses what could never be inserted
+            defaultText(column, *table, u"CREATE TABLE"_s); // refuses what could never be inserted
     }
     m_out = Compiled();
     m_inline = true;
@@ -163,7 +165,7 @@ void Writer::createTable(const CreateTableStatement &statement)
         if (!text.isEmpty())
             parts += text;
     }
-    m_out.sql = u"CREATE TABLE %1 (%2)"_qs.arg(table->sqliteName, parts.join(u", "_qs));
+    m_out.sql = u"CREATE TABLE %1 (%2)"_s.arg(table->sqliteName, parts.join(u", "_s));
     for (const TableConstraint &constraint : statement.constraints) {
         if (constraint.kind != TableConstraint::Kind::Unique)
             continue;
@@ -173,7 +175,7 @@ void Writer::createTable(const CreateTableStatement &statement)
     }
     const Column *identity = table->identityColumn();
     if (identity != nullptr && identity->seed != 1)
-        m_out.then.push_back(u"INSERT INTO %1sqlite_sequence(name, seq) VALUES (%2, %3)"_qs.arg(
+        m_out.then.push_back(u"INSERT INTO %1sqlite_sequence(name, seq) VALUES (%2, %3)"_s.arg(
             schemaOf(*table), quotedText(plainName(*table).sliced(1).chopped(1)), QString::number(identity->seed - 1)));
     m_out.writes = true;
     m_out.definition = true;
@@ -189,14 +191,14 @@ void Writer::createIndex(const CreateIndexStatement &statement)
     std::vector<QString> names;
     for (const OrderItem &item : statement.columns) {
         if (table->column(item.value->name) < 0)
-            throw Error(1911, u"Column name '%1' does not exist in the target table or view."_qs.arg(item.value->name),
+            throw Error(1911, u"Column name '%1' does not exist in the target table or view."_s.arg(item.value->name),
                         statement.line);
         names.push_back(item.value->name);
-        columns += quotedName(item.value->name) + (item.descending ? u" DESC"_qs : QString());
+        columns += quotedName(item.value->name) + (item.descending ? u" DESC"_s : QString());
     }
     for (const QString &name : statement.include) {
         if (table->column(name) < 0)
-            throw Error(1911, u"Column name '%1' does not exist in the target table or view."_qs.arg(name),
+            throw Error(1911, u"Column name '%1' does not exist in the target table or view."_s.arg(name),
                         statement.line);
         // Included columns ride along at the end, where they decide nothing unless the index is unique.
         if (!statement.unique)
@@ -208,10 +210,10 @@ void Writer::createIndex(const CreateIndexStatement &statement)
         const Scope scope = columnScope(*table);
         where = conditionText(*statement.where, scope);
     }
-    m_out.sql = u"CREATE %1INDEX %2 ON %3 (%4)"_qs.arg(statement.unique ? u"UNIQUE "_qs : QString(),
-                                                       indexName(*table, statement.name), plainName(*table),
-                                                       columns.join(u", "_qs)) +
-                (where.isEmpty() ? QString() : u" WHERE "_qs + where);
+    m_out.sql = u"CREATE %1INDEX %2 ON %3 (%4)"_s.arg(statement.unique ? u"UNIQUE "_s : QString(),
+                                                      indexName(*table, statement.name), plainName(*table),
+                                                      columns.join(u", "_s)) +
+                (where.isEmpty() ? QString() : u" WHERE "_s + where);
     const QString nulls = statement.unique ? nullsIndex(*table, statement.name, names, where) : QString();
     if (!nulls.isEmpty())
         m_out.then.push_back(nulls);
@@ -229,8 +231,8 @@ QStringList Writer::addedConstraint(const Table &table, const TableConstraint &c
         return {};
     if (constraint.kind != Kind::Unique && constraint.kind != Kind::PrimaryKey)
         throw Error(40517,
-                    u"ALTER TABLE … ADD CHECK and FOREIGN KEY are not supported in this version of the database."_qs);
-    QStringList steps = {u"CREATE UNIQUE INDEX %1 ON %2 (%3)"_qs.arg(
+                    u"ALTER TABLE … ADD CHECK and FOREIGN KEY are not supported in this version of the database."_s);
+    QStringList steps = {u"CREATE UNIQUE INDEX %1 ON %2 (%3)"_s.arg(
         indexName(table, keyName(constraint)), plainName(table), nameListText(constraint.columns))};
     const QString nulls = nullsIndex(table, keyName(constraint), constraint.columns);
     if (!nulls.isEmpty())
@@ -243,7 +245,7 @@ void Writer::alterTable(const AlterTableStatement &statement)
     const std::shared_ptr<const Table> table = m_catalogue.table(statement.table);
     if (!table)
         throw Error(4902,
-                    u"Cannot find the object \"%1\" because it does not exist or you do not have permissions."_qs.arg(
+                    u"Cannot find the object \"%1\" because it does not exist or you do not have permissions."_s.arg(
                         statement.table.display()),
                     statement.line);
     m_inline = true;
@@ -253,27 +255,27 @@ void Writer::alterTable(const AlterTableStatement &statement)
     m_out.countsRows = false;
     std::vector<QString> steps;
     if (statement.action == AlterTableStatement::Action::DropConstraint)
-        throw Error(40517, u"ALTER TABLE … DROP CONSTRAINT is not supported in this version of the database."_qs,
+        throw Error(40517, u"ALTER TABLE … DROP CONSTRAINT is not supported in this version of the database."_s,
                     statement.line);
     if (statement.action == AlterTableStatement::Action::DropColumn) {
         for (const QString &name : statement.names)
-            steps.push_back(u"ALTER TABLE %1 DROP COLUMN %2"_qs.arg(table->sqliteName, quotedName(name)));
+            steps.push_back(u"ALTER TABLE %1 DROP COLUMN %2"_s.arg(table->sqliteName, quotedName(name)));
     }
     Catalogue changed = m_catalogue;
     changed.apply(statement);
     const std::shared_ptr<const Table> after = changed.table(statement.table);
     for (const ColumnDefinition &column : statement.columns) {
         if (column.identity)
-            throw Error(40517, u"ALTER TABLE … ADD IDENTITY is not supported in this version of the database."_qs,
+            throw Error(40517, u"ALTER TABLE … ADD IDENTITY is not supported in this version of the database."_s,
                         statement.line);
         const Column &added = after->columns[static_cast<std::size_t>(after->column(column.name))];
         if (!added.nullable && !added.defaultValue)
             throw Error(
                 4901,
-                u"ALTER TABLE only allows columns to be added that can contain nulls, or have a DEFAULT definition specified. Column '%1' cannot be added to table '%2'."_qs
+                u"ALTER TABLE only allows columns to be added that can contain nulls, or have a DEFAULT definition specified. Column '%1' cannot be added to table '%2'."_s
                     .arg(column.name, table->name.display()),
                 statement.line);
-        steps.push_back(u"ALTER TABLE %1 ADD COLUMN %2"_qs.arg(table->sqliteName, columnText(*after, added, true)));
+        steps.push_back(u"ALTER TABLE %1 ADD COLUMN %2"_s.arg(table->sqliteName, columnText(*after, added, true)));
     }
     for (const TableConstraint &constraint : statement.constraints) {
         for (const QString &step : addedConstraint(*table, constraint))
@@ -297,19 +299,19 @@ void Writer::drop(const DropStatement &statement)
         for (const ObjectName &name : statement.names) {
             const std::shared_ptr<const Table> table = m_catalogue.table(name);
             if (table)
-                steps.push_back(u"DROP TABLE %1"_qs.arg(table->sqliteName));
+                steps.push_back(u"DROP TABLE %1"_s.arg(table->sqliteName));
             else if (!statement.ifExists)
                 throw Error(
                     3701,
-                    u"Cannot drop the table '%1', because it does not exist or you do not have permission."_qs.arg(
+                    u"Cannot drop the table '%1', because it does not exist or you do not have permission."_s.arg(
                         name.display()),
                     statement.line);
         }
     } else if (statement.what == What::Index) {
         const std::shared_ptr<const Table> table = writableTable(statement.onTable, statement.line);
         for (const ObjectName &name : statement.names) {
-            steps.push_back(u"DROP INDEX IF EXISTS "_qs + indexName(*table, name.name + QLatin1String(NullsSuffix)));
-            steps.push_back((statement.ifExists ? u"DROP INDEX IF EXISTS "_qs : u"DROP INDEX "_qs) +
+            steps.push_back(u"DROP INDEX IF EXISTS "_s + indexName(*table, name.name + QLatin1String(NullsSuffix)));
+            steps.push_back((statement.ifExists ? u"DROP INDEX IF EXISTS "_s : u"DROP INDEX "_s) +
                             indexName(*table, name.name));
         }
     } else {
@@ -333,7 +335,7 @@ void Writer::module(const Statement &statement)
         for (const ResultColumn &column : text.columns) {
             if (column.name.isEmpty())
                 throw Error(4511,
-                            u"Create View or Function failed because no column name was specified for a column."_qs,
+                            u"Create View or Function failed because no column name was specified for a column."_s,
                             statement.line);
         }
     }

@@ -1,6 +1,8 @@
 #include "tsql/error.h"
 #include "tsql/writer_impl.h"
 
+using namespace Qt::StringLiterals;
+
 namespace tsql {
 
 Operand Writer::made(QString sql, const SqlType &type) const
@@ -16,7 +18,7 @@ Operand Writer::value(const Expression &node, const Scope &scope)
     try {
         Operand operand = valueNode(node, scope);
         if (operand.type.kind == Kind::Condition)
-            throw Error(4145, u"A condition is not allowed where a value is expected."_qs, node.line);
+            throw Error(4145, u"A condition is not allowed where a value is expected."_s, node.line);
         return operand;
     } catch (Error &error) {
         if (error.line() == 0 && !m_constants)
@@ -63,8 +65,8 @@ Operand Writer::valueNode(const Expression &node, const Scope &scope)
     case ExpressionKind::BitNot: {
         Operand operand = value(*node.args[0], scope);
         if (!operand.type.isInteger())
-            throw Error(8117, u"Operand data type %1 is invalid for '~' operator."_qs.arg(kindName(operand.type.kind)));
-        return made(operand.type.kind == Kind::Bit ? u"(1 - %1)"_qs.arg(text(operand)) : u"(~%1)"_qs.arg(text(operand)),
+            throw Error(8117, u"Operand data type %1 is invalid for '~' operator."_s.arg(kindName(operand.type.kind)));
+        return made(operand.type.kind == Kind::Bit ? u"(1 - %1)"_s.arg(text(operand)) : u"(~%1)"_s.arg(text(operand)),
                     operand.type);
     }
     case ExpressionKind::Arithmetic:
@@ -80,11 +82,11 @@ Operand Writer::valueNode(const Expression &node, const Scope &scope)
     case ExpressionKind::Collate:
         return collate(node, scope);
     case ExpressionKind::Star:
-        throw Error(102, u"Incorrect syntax near '*'."_qs, node.line);
+        throw Error(102, u"Incorrect syntax near '*'."_s, node.line);
     case ExpressionKind::Default:
-        throw Error(156, u"Incorrect syntax near the keyword 'DEFAULT'."_qs, node.line);
+        throw Error(156, u"Incorrect syntax near the keyword 'DEFAULT'."_s, node.line);
     default:
-        throw Error(4145, u"A condition is not allowed where a value is expected."_qs, node.line);
+        throw Error(4145, u"A condition is not allowed where a value is expected."_s, node.line);
     }
 }
 
@@ -92,10 +94,10 @@ Operand Writer::collate(const Expression &node, const Scope &scope)
 {
     Operand operand = value(*node.args[0], scope);
     if (!operand.type.isText())
-        throw Error(447, u"Expression type %1 is invalid for COLLATE clause."_qs.arg(kindName(operand.type.kind)));
+        throw Error(447, u"Expression type %1 is invalid for COLLATE clause."_s.arg(kindName(operand.type.kind)));
     const QString name = node.name.toUpper();
     const bool exact = name.contains(u"_CS_") || name.endsWith(u"_BIN") || name.endsWith(u"_BIN2");
-    Operand result = made(u"(%1 COLLATE %2)"_qs.arg(text(operand), exact ? u"BINARY"_qs : u"TSQL_CI"_qs), operand.type);
+    Operand result = made(u"(%1 COLLATE %2)"_s.arg(text(operand), exact ? u"BINARY"_s : u"TSQL_CI"_s), operand.type);
     result.column = true;
     return result;
 }
@@ -104,7 +106,7 @@ namespace {
 
 QString notBound(const Expression &node)
 {
-    return u"The multi-part identifier \"%1.%2\" could not be bound."_qs.arg(node.qualifier, node.name);
+    return u"The multi-part identifier \"%1.%2\" could not be bound."_s.arg(node.qualifier, node.name);
 }
 
 bool namesSource(const Source &source, const QString &qualifier)
@@ -125,7 +127,7 @@ Operand Writer::column(const Expression &node, const Scope &scope)
                 if (!sameName(candidate.name, node.name))
                     continue;
                 if (found != nullptr)
-                    throw Error(209, u"Ambiguous column name '%1'."_qs.arg(node.name), node.line);
+                    throw Error(209, u"Ambiguous column name '%1'."_s.arg(node.name), node.line);
                 found = &candidate;
             }
         }
@@ -134,7 +136,7 @@ Operand Writer::column(const Expression &node, const Scope &scope)
         if (level->grouped && !level->inAggregate && !groupedAway(node, *level))
             throw Error(8120,
                         u"Column '%1' is invalid in the select list because it is not contained in either an aggregate "
-                        "function or the GROUP BY clause."_qs.arg(node.name),
+                        "function or the GROUP BY clause."_s.arg(node.name),
                         node.line);
         Operand operand = made(found->sql, found->type);
         operand.column = true;
@@ -143,7 +145,7 @@ Operand Writer::column(const Expression &node, const Scope &scope)
         return operand;
     }
     if (node.qualifier.isEmpty())
-        throw Error(207, u"Invalid column name '%1'."_qs.arg(node.name), node.line);
+        throw Error(207, u"Invalid column name '%1'."_s.arg(node.name), node.line);
     throw Error(4104, notBound(node), node.line);
 }
 
@@ -199,12 +201,12 @@ Operand Writer::negate(const Expression &node, const Scope &scope)
     if (operand.isNull())
         return operand;
     if (operand.type.isDecimal())
-        return made(u"dec_neg(%1)"_qs.arg(text(operand)), operand.type);
+        return made(u"dec_neg(%1)"_s.arg(text(operand)), operand.type);
     if (operand.type.isReal())
-        return made(u"(-%1)"_qs.arg(text(operand)), operand.type);
+        return made(u"(-%1)"_s.arg(text(operand)), operand.type);
     if (operand.type.isInteger() && operand.type.kind != Kind::Bit)
-        return made(u"int_fit(-%1, %2)"_qs.arg(text(operand), kindNumber(operand.type.kind)), operand.type);
-    throw Error(8117, u"Operand data type %1 is invalid for minus operator."_qs.arg(kindName(operand.type.kind)));
+        return made(u"int_fit(-%1, %2)"_s.arg(text(operand), kindNumber(operand.type.kind)), operand.type);
+    throw Error(8117, u"Operand data type %1 is invalid for minus operator."_s.arg(kindName(operand.type.kind)));
 }
 
 Operand Writer::arithmetic(const Expression &node, const Scope &scope)
@@ -223,7 +225,7 @@ Operand Writer::arithmeticOf(QChar op, Operand &left, Operand &right)
         if (op == u'+')
             return concatenation(left, right);
         const SqlType &type = left.isNull() ? right.type : left.type;
-        throw Error(8117, u"Operand data type %1 is invalid for '%2' operator."_qs.arg(kindName(type.kind), op));
+        throw Error(8117, u"Operand data type %1 is invalid for '%2' operator."_s.arg(kindName(type.kind), op));
     }
     if (left.type.isDate() || right.type.isDate())
         return dateArithmetic(op, left, right);
@@ -231,17 +233,17 @@ Operand Writer::arithmeticOf(QChar op, Operand &left, Operand &right)
     if (type.isInteger())
         return integerArithmetic(op, left, right, type);
     if (QStringView(u"&|^").contains(op) || !type.isNumber())
-        throw Error(402, u"The data types %1 and %2 are incompatible in the '%3' operator."_qs.arg(
+        throw Error(402, u"The data types %1 and %2 are incompatible in the '%3' operator."_s.arg(
                              kindName(left.type.kind), kindName(right.type.kind), op));
     if (type.isDecimal())
         return decimalArithmetic(op, left, right);
     if (op == u'%')
-        throw Error(402, u"The data types %1 and %2 are incompatible in the modulo operator."_qs.arg(
+        throw Error(402, u"The data types %1 and %2 are incompatible in the modulo operator."_s.arg(
                              kindName(left.type.kind), kindName(right.type.kind)));
     const Target target{type, {}, {}, {}};
     const QString a = convert(left, target);
     const QString b = convert(right, target);
-    return made(op == u'/' ? u"real_div(%1, %2)"_qs.arg(a, b) : u"(%1 %2 %3)"_qs.arg(a, op, b), type);
+    return made(op == u'/' ? u"real_div(%1, %2)"_s.arg(a, b) : u"(%1 %2 %3)"_s.arg(a, op, b), type);
 }
 
 Operand Writer::concatenation(Operand &left, Operand &right)
@@ -251,7 +253,7 @@ Operand Writer::concatenation(Operand &left, Operand &right)
     const bool unlimited = left.type.length == SqlType::Max || right.type.length == SqlType::Max;
     const int length = unlimited ? SqlType::Max : qMin(limit, left.type.length + right.type.length);
     const Kind kind = type.isUnicode() ? Kind::NVarChar : Kind::VarChar;
-    return made(u"(%1 || %2)"_qs.arg(text(left), text(right)), SqlType::text(kind, length));
+    return made(u"(%1 || %2)"_s.arg(text(left), text(right)), SqlType::text(kind, length));
 }
 
 Operand Writer::integerArithmetic(QChar op, Operand &left, Operand &right, const SqlType &common)
@@ -266,16 +268,16 @@ Operand Writer::integerArithmetic(QChar op, Operand &left, Operand &right, const
     const QString b = convert(right, target);
     switch (op.unicode()) {
     case u'/':
-        return made(u"int_fit(int_div(%1, %2), %3)"_qs.arg(a, b, kindNumber(type.kind)), type);
+        return made(u"int_fit(int_div(%1, %2), %3)"_s.arg(a, b, kindNumber(type.kind)), type);
     case u'%':
-        return made(u"int_mod(%1, %2)"_qs.arg(a, b), type);
+        return made(u"int_mod(%1, %2)"_s.arg(a, b), type);
     case u'^':
-        return made(u"((%1 | %2) & ~(%1 & %2))"_qs.arg(a, b), type);
+        return made(u"((%1 | %2) & ~(%1 & %2))"_s.arg(a, b), type);
     case u'&':
     case u'|':
-        return made(u"(%1 %2 %3)"_qs.arg(a, op, b), type);
+        return made(u"(%1 %2 %3)"_s.arg(a, op, b), type);
     default:
-        return made(u"int_fit(%1 %2 %3, %4)"_qs.arg(a, op, b, kindNumber(type.kind)), type);
+        return made(u"int_fit(%1 %2 %3, %4)"_s.arg(a, op, b, kindNumber(type.kind)), type);
     }
 }
 
@@ -298,14 +300,11 @@ Operand Writer::decimalArithmetic(QChar op, Operand &left, Operand &right)
     SqlType type = money ? SqlType::money() : decimalResult(op, leftType, rightType);
     const QString a = convert(left, {leftType, {}, {}, {}});
     const QString b = convert(right, {rightType, {}, {}, {}});
-    static const QHash<QChar, QString> names = {{u'+', u"dec_add"_qs},
-                                                {u'-', u"dec_sub"_qs},
-                                                {u'*', u"dec_mul"_qs},
-                                                {u'/', u"dec_div"_qs},
-                                                {u'%', u"dec_mod"_qs}};
-    return made(u"%1(%2, %3, %4, %5, %6, %7)"_qs.arg(names[op], a, QString::number(leftType.scale), b,
-                                                     QString::number(rightType.scale), QString::number(type.precision),
-                                                     QString::number(type.scale)),
+    static const QHash<QChar, QString> names = {
+        {u'+', u"dec_add"_s}, {u'-', u"dec_sub"_s}, {u'*', u"dec_mul"_s}, {u'/', u"dec_div"_s}, {u'%', u"dec_mod"_s}};
+    return made(u"%1(%2, %3, %4, %5, %6, %7)"_s.arg(names[op], a, QString::number(leftType.scale), b,
+                                                    QString::number(rightType.scale), QString::number(type.precision),
+                                                    QString::number(type.scale)),
                 type);
 }
 
@@ -314,12 +313,12 @@ Operand Writer::dateArithmetic(QChar op, Operand &left, Operand &right)
     const bool dateFirst = left.type.kind == Kind::DateTime || left.type.kind == Kind::SmallDateTime;
     const bool days = right.type.isInteger() || right.type.isText();
     if ((op != u'+' && op != u'-') || !dateFirst || !days)
-        throw Error(402, u"The data types %1 and %2 are incompatible in the '%3' operator."_qs.arg(
+        throw Error(402, u"The data types %1 and %2 are incompatible in the '%3' operator."_s.arg(
                              kindName(left.type.kind), kindName(right.type.kind), op));
     const SqlType type = left.type;
     const QString count = convert(right, {{Kind::Int}, {}, {}, {}});
-    const QString sign = op == u'-' ? u"-"_qs : QString();
-    return made(u"date_add('day', %1%2, %3, %4)"_qs.arg(sign, count, text(left), kindNumber(type.kind)), type);
+    const QString sign = op == u'-' ? u"-"_s : QString();
+    return made(u"date_add('day', %1%2, %3, %4)"_s.arg(sign, count, text(left), kindNumber(type.kind)), type);
 }
 
 Operand Writer::caseValue(const Expression &node, const Scope &scope)
@@ -334,7 +333,7 @@ Operand Writer::caseValue(const Expression &node, const Scope &scope)
         if (node.hasOperand) {
             Operand operand = value(*node.args[0], scope);
             Operand candidate = value(when, scope);
-            conditions.push_back(compare(u"="_qs, operand, candidate));
+            conditions.push_back(compare(u"="_s, operand, candidate));
         } else {
             conditions.push_back(conditionText(when, scope));
         }
@@ -351,14 +350,14 @@ Operand Writer::caseValue(const Expression &node, const Scope &scope)
     if (type.kind == Kind::Null)
         throw Error(
             8133,
-            u"At least one of the result expressions in a CASE specification must be an expression other than the NULL constant."_qs,
+            u"At least one of the result expressions in a CASE specification must be an expression other than the NULL constant."_s,
             node.line);
-    QString sql = u"CASE"_qs;
+    QString sql = u"CASE"_s;
     for (std::size_t i = 0; i < pairs; ++i)
-        sql += u" WHEN %1 THEN %2"_qs.arg(conditions[i], convert(results[i], {type, {}, {}, {}}));
+        sql += u" WHEN %1 THEN %2"_s.arg(conditions[i], convert(results[i], {type, {}, {}, {}}));
     if (hasElse)
-        sql += u" ELSE %1"_qs.arg(convert(results.back(), {type, {}, {}, {}}));
-    return made(sql + u" END"_qs, type);
+        sql += u" ELSE %1"_s.arg(convert(results.back(), {type, {}, {}, {}}));
+    return made(sql + u" END"_s, type);
 }
 
 Operand Writer::cast(const Expression &node, const Scope &scope)
@@ -368,12 +367,12 @@ Operand Writer::cast(const Expression &node, const Scope &scope)
         type.length = 30;
     Operand operand = value(*node.args[0], scope);
     if (operand.isNull())
-        return made(u"NULL"_qs, type);
+        return made(u"NULL"_s, type);
     if (node.args.size() > 1 && operand.type.isDate() && type.isText()) {
         Operand style = value(*node.args[1], scope);
         const QString kind = kindNumber(operand.type.kind);
         const QString shown =
-            u"date_text(%1, %2, %3)"_qs.arg(text(operand), kind, convert(style, {{Kind::Int}, {}, {}, {}}));
+            u"date_text(%1, %2, %3)"_s.arg(text(operand), kind, convert(style, {{Kind::Int}, {}, {}, {}}));
         return made(fitted(shown, SqlType::text(Kind::VarChar, 30), {type, {}, {}, {}}), type);
     }
     if (node.tryCast) {
@@ -381,7 +380,7 @@ Operand Writer::cast(const Expression &node, const Scope &scope)
         if (!operand.type.isText() || type.isText())
             return made(convert(operand, {type, {}, {}, {}}), type);
         const QString sql = text(operand);
-        return made(u"CASE WHEN can_convert(%1, %2, %3, %4) THEN %5 END"_qs.arg(
+        return made(u"CASE WHEN can_convert(%1, %2, %3, %4) THEN %5 END"_s.arg(
                         sql, kindNumber(type.kind), QString::number(type.precision), QString::number(type.scale),
                         converted(made(sql, operand.type), {type, {}, {}, {}})),
                     type);
@@ -395,12 +394,12 @@ Operand Writer::scalarSubquery(const Expression &node, const Scope &scope)
     if (inner.columns.size() != 1)
         throw Error(
             116,
-            u"Only one expression can be specified in the select list when the subquery is not introduced with EXISTS."_qs,
+            u"Only one expression can be specified in the select list when the subquery is not introduced with EXISTS."_s,
             node.line);
     const ResultColumn &column = inner.columns.front();
     if (singleRow(*node.query))
-        return made(u"(%1)"_qs.arg(inner.sql), column.type);
-    return made(u"(SELECT tsql_single(%1) FROM (%2))"_qs.arg(quotedName(u"c1"_qs), inner.sql), column.type);
+        return made(u"(%1)"_s.arg(inner.sql), column.type);
+    return made(u"(SELECT tsql_single(%1) FROM (%2))"_s.arg(quotedName(u"c1"_s), inner.sql), column.type);
 }
 
 } // namespace tsql

@@ -1,6 +1,8 @@
 #include "tsql/error.h"
 #include "tsql/writer_impl.h"
 
+using namespace Qt::StringLiterals;
+
 namespace tsql {
 
 namespace {
@@ -10,7 +12,7 @@ const SqlType WideText = SqlType::text(Kind::NVarChar, SqlType::Max);
 
 QString joined(const QStringList &parts)
 {
-    return parts.join(u", "_qs);
+    return parts.join(u", "_s);
 }
 
 } // namespace
@@ -18,7 +20,7 @@ QString joined(const QStringList &parts)
 void Writer::arguments(const Expression &node, std::size_t least, std::size_t most) const
 {
     if (node.args.size() < least || node.args.size() > most)
-        throw Error(174, u"The %1 function requires %2 argument(s)."_qs.arg(node.name.toLower()).arg(least), node.line);
+        throw Error(174, u"The %1 function requires %2 argument(s)."_s.arg(node.name.toLower()).arg(least), node.line);
 }
 
 QString Writer::argumentAs(const Expression &node, const Scope &scope, const SqlType &type)
@@ -32,44 +34,43 @@ Operand Writer::function(const Expression &node, const Scope &scope)
 {
     static const QHash<QString, Function> table = [] {
         QHash<QString, Function> functions = {
-            {u"ISNULL"_qs, &Writer::isNullFunction}, {u"COALESCE"_qs, &Writer::coalesce},
-            {u"NULLIF"_qs, &Writer::nullIf},         {u"IIF"_qs, &Writer::iif},
-            {u"CONCAT"_qs, &Writer::concat},         {u"DATEADD"_qs, &Writer::dateAdd},
-            {u"OBJECT_ID"_qs, &Writer::objectId},
+            {u"ISNULL"_s, &Writer::isNullFunction}, {u"COALESCE"_s, &Writer::coalesce},
+            {u"NULLIF"_s, &Writer::nullIf},         {u"IIF"_s, &Writer::iif},
+            {u"CONCAT"_s, &Writer::concat},         {u"DATEADD"_s, &Writer::dateAdd},
+            {u"OBJECT_ID"_s, &Writer::objectId},
         };
-        for (const QString &name : {u"LEN"_qs,       u"DATALENGTH"_qs, u"SUBSTRING"_qs, u"LEFT"_qs,    u"RIGHT"_qs,
-                                    u"CHARINDEX"_qs, u"PATINDEX"_qs,   u"STUFF"_qs,     u"REPLACE"_qs, u"LTRIM"_qs,
-                                    u"RTRIM"_qs,     u"TRIM"_qs,       u"UPPER"_qs,     u"LOWER"_qs,   u"REVERSE"_qs,
-                                    u"REPLICATE"_qs, u"SPACE"_qs,      u"ASCII"_qs,     u"UNICODE"_qs, u"CHAR"_qs,
-                                    u"NCHAR"_qs,     u"QUOTENAME"_qs,  u"ISNUMERIC"_qs, u"ISDATE"_qs,  u"STR"_qs})
+        for (const QString &name :
+             {u"LEN"_s,       u"DATALENGTH"_s, u"SUBSTRING"_s, u"LEFT"_s,  u"RIGHT"_s,   u"CHARINDEX"_s, u"PATINDEX"_s,
+              u"STUFF"_s,     u"REPLACE"_s,    u"LTRIM"_s,     u"RTRIM"_s, u"TRIM"_s,    u"UPPER"_s,     u"LOWER"_s,
+              u"REVERSE"_s,   u"REPLICATE"_s,  u"SPACE"_s,     u"ASCII"_s, u"UNICODE"_s, u"CHAR"_s,      u"NCHAR"_s,
+              u"QUOTENAME"_s, u"ISNUMERIC"_s,  u"ISDATE"_s,    u"STR"_s})
             functions.insert(name, &Writer::textFunction);
-        for (const QString &name : {u"ABS"_qs, u"SIGN"_qs, u"ROUND"_qs, u"FLOOR"_qs, u"CEILING"_qs})
+        for (const QString &name : {u"ABS"_s, u"SIGN"_s, u"ROUND"_s, u"FLOOR"_s, u"CEILING"_s})
             functions.insert(name, &Writer::mathFunction);
-        for (const QString &name : {u"SQRT"_qs, u"EXP"_qs, u"LOG"_qs, u"POWER"_qs, u"PI"_qs, u"SQUARE"_qs})
+        for (const QString &name : {u"SQRT"_s, u"EXP"_s, u"LOG"_s, u"POWER"_s, u"PI"_s, u"SQUARE"_s})
             functions.insert(name, &Writer::realFunction);
-        for (const QString &name : {u"DATEDIFF"_qs, u"DATEPART"_qs, u"YEAR"_qs, u"MONTH"_qs, u"DAY"_qs})
+        for (const QString &name : {u"DATEDIFF"_s, u"DATEPART"_s, u"YEAR"_s, u"MONTH"_s, u"DAY"_s})
             functions.insert(name, &Writer::dateFunction);
         for (const QString &name :
-             {u"COUNT"_qs, u"COUNT_BIG"_qs, u"SUM"_qs, u"AVG"_qs, u"MIN"_qs, u"MAX"_qs, u"STRING_AGG"_qs})
+             {u"COUNT"_s, u"COUNT_BIG"_s, u"SUM"_s, u"AVG"_s, u"MIN"_s, u"MAX"_s, u"STRING_AGG"_s})
             functions.insert(name, &Writer::aggregate);
-        for (const QString &name : {u"ROW_NUMBER"_qs, u"RANK"_qs, u"DENSE_RANK"_qs})
+        for (const QString &name : {u"ROW_NUMBER"_s, u"RANK"_s, u"DENSE_RANK"_s})
             functions.insert(name, &Writer::ranking);
-        for (const QString &name :
-             {u"GETDATE"_qs, u"SYSDATETIME"_qs, u"CURRENT_TIMESTAMP"_qs, u"GETUTCDATE"_qs, u"SCOPE_IDENTITY"_qs,
-              u"DB_NAME"_qs, u"SUSER_SNAME"_qs, u"HOST_NAME"_qs, u"APP_NAME"_qs, u"ERROR_NUMBER"_qs, u"ERROR_LINE"_qs,
-              u"ERROR_SEVERITY"_qs, u"ERROR_STATE"_qs, u"ERROR_MESSAGE"_qs, u"ERROR_PROCEDURE"_qs, u"XACT_STATE"_qs,
-              u"NEWID"_qs})
+        for (const QString &name : {u"GETDATE"_s, u"SYSDATETIME"_s, u"CURRENT_TIMESTAMP"_s, u"GETUTCDATE"_s,
+                                    u"SCOPE_IDENTITY"_s, u"DB_NAME"_s, u"SUSER_SNAME"_s, u"HOST_NAME"_s, u"APP_NAME"_s,
+                                    u"ERROR_NUMBER"_s, u"ERROR_LINE"_s, u"ERROR_SEVERITY"_s, u"ERROR_STATE"_s,
+                                    u"ERROR_MESSAGE"_s, u"ERROR_PROCEDURE"_s, u"XACT_STATE"_s, u"NEWID"_s})
             functions.insert(name, &Writer::systemFunction);
         return functions;
     }();
     const auto found = table.constFind(node.name);
     if (found == table.cend())
-        throw Error(195, u"'%1' is not a recognized built-in function name."_qs.arg(node.name), node.line);
+        throw Error(195, u"'%1' is not a recognized built-in function name."_s.arg(node.name), node.line);
     const bool windowed = *found == &Writer::aggregate || *found == &Writer::ranking;
     if (node.over && !windowed)
         throw Error(
             4113,
-            u"The function '%1' is not a valid windowing function, and cannot be used with the OVER clause."_qs.arg(
+            u"The function '%1' is not a valid windowing function, and cannot be used with the OVER clause."_s.arg(
                 node.name),
             node.line);
     return (this->*(*found))(node, scope);
@@ -91,7 +92,7 @@ Operand Writer::isNullFunction(const Expression &node, const Scope &scope)
     if (type.isDate() && second.type.isInteger())
         type.precision = 0;
     const QString b = convert(second, {type, Conversion::Cast, {}, {}});
-    Operand result = made(u"ifnull(%1, %2)"_qs.arg(text(first), b), type);
+    Operand result = made(u"ifnull(%1, %2)"_s.arg(text(first), b), type);
     result.nullable = second.nullable;
     return result;
 }
@@ -108,13 +109,13 @@ Operand Writer::coalesce(const Expression &node, const Scope &scope)
         type = commonType(type, operands.back().type);
     }
     if (type.kind == Kind::Null)
-        throw Error(
-            4127, u"At least one of the arguments to COALESCE must be an expression that is not the NULL constant."_qs,
-            node.line);
+        throw Error(4127,
+                    u"At least one of the arguments to COALESCE must be an expression that is not the NULL constant."_s,
+                    node.line);
     QStringList parts;
     for (Operand &operand : operands)
         parts += convert(operand, {type, {}, {}, {}});
-    return made(u"coalesce(%1)"_qs.arg(joined(parts)), type);
+    return made(u"coalesce(%1)"_s.arg(joined(parts)), type);
 }
 
 Operand Writer::nullIf(const Expression &node, const Scope &scope)
@@ -124,8 +125,8 @@ Operand Writer::nullIf(const Expression &node, const Scope &scope)
     Operand again = value(*node.args[0], scope);
     Operand second = value(*node.args[1], scope);
     const SqlType type = first.type;
-    const QString equal = compare(u"="_qs, first, second);
-    return made(u"CASE WHEN %1 THEN NULL ELSE %2 END"_qs.arg(equal, text(again)), type);
+    const QString equal = compare(u"="_s, first, second);
+    return made(u"CASE WHEN %1 THEN NULL ELSE %2 END"_s.arg(equal, text(again)), type);
 }
 
 Operand Writer::iif(const Expression &node, const Scope &scope)
@@ -137,7 +138,7 @@ Operand Writer::iif(const Expression &node, const Scope &scope)
     const SqlType type = commonType(yes.type, no.type);
     const QString a = convert(yes, {type, {}, {}, {}});
     const QString b = convert(no, {type, {}, {}, {}});
-    return made(u"CASE WHEN %1 THEN %2 ELSE %3 END"_qs.arg(condition, a, b), type);
+    return made(u"CASE WHEN %1 THEN %2 ELSE %3 END"_s.arg(condition, a, b), type);
 }
 
 Operand Writer::concat(const Expression &node, const Scope &scope)
@@ -149,9 +150,9 @@ Operand Writer::concat(const Expression &node, const Scope &scope)
         Operand operand = value(*argument, scope);
         unicode = unicode || operand.type.isUnicode();
         const bool textual = operand.type.isText() && !operand.pending;
-        parts += u"ifnull(%1, '')"_qs.arg(textual ? operand.sql : convert(operand, {WideText, {}, {}, {}}));
+        parts += u"ifnull(%1, '')"_s.arg(textual ? operand.sql : convert(operand, {WideText, {}, {}, {}}));
     }
-    return made(u"(%1)"_qs.arg(parts.join(u" || "_qs)),
+    return made(u"(%1)"_s.arg(parts.join(u" || "_s)),
                 SqlType::text(unicode ? Kind::NVarChar : Kind::VarChar, unicode ? 4000 : 8000));
 }
 
@@ -168,29 +169,29 @@ struct TextShape
 const QHash<QString, TextShape> &textShapes()
 {
     static const QHash<QString, TextShape> shapes = {
-        {u"LEN"_qs, {QLatin1String("tsql_len"), QLatin1String("t"), TextShape::Number}},
-        {u"SUBSTRING"_qs, {QLatin1String("tsql_substring"), QLatin1String("tii"), TextShape::OfFirst}},
-        {u"LEFT"_qs, {QLatin1String("tsql_left"), QLatin1String("ti"), TextShape::OfFirst}},
-        {u"RIGHT"_qs, {QLatin1String("tsql_right"), QLatin1String("ti"), TextShape::OfFirst}},
-        {u"CHARINDEX"_qs, {QLatin1String("tsql_charindex"), QLatin1String("ttoi"), TextShape::Number}},
-        {u"PATINDEX"_qs, {QLatin1String("tsql_patindex"), QLatin1String("tt"), TextShape::Number}},
-        {u"STUFF"_qs, {QLatin1String("tsql_stuff"), QLatin1String("tiit"), TextShape::Wide}},
-        {u"REPLACE"_qs, {QLatin1String("tsql_replace"), QLatin1String("ttt"), TextShape::Wide}},
-        {u"LTRIM"_qs, {QLatin1String("tsql_ltrim"), QLatin1String("t"), TextShape::OfFirst}},
-        {u"RTRIM"_qs, {QLatin1String("tsql_rtrim"), QLatin1String("t"), TextShape::OfFirst}},
-        {u"TRIM"_qs, {QLatin1String("tsql_trim"), QLatin1String("t"), TextShape::OfFirst}},
-        {u"UPPER"_qs, {QLatin1String("tsql_upper"), QLatin1String("t"), TextShape::OfFirst}},
-        {u"LOWER"_qs, {QLatin1String("tsql_lower"), QLatin1String("t"), TextShape::OfFirst}},
-        {u"REVERSE"_qs, {QLatin1String("tsql_reverse"), QLatin1String("t"), TextShape::OfFirst}},
-        {u"REPLICATE"_qs, {QLatin1String("tsql_replicate"), QLatin1String("ti"), TextShape::Wide}},
-        {u"SPACE"_qs, {QLatin1String("tsql_space"), QLatin1String("i"), TextShape::Wide}},
-        {u"ASCII"_qs, {QLatin1String("tsql_ascii"), QLatin1String("t"), TextShape::Number}},
-        {u"UNICODE"_qs, {QLatin1String("tsql_unicode"), QLatin1String("t"), TextShape::Number}},
-        {u"CHAR"_qs, {QLatin1String("tsql_nchar"), QLatin1String("i"), TextShape::One}},
-        {u"NCHAR"_qs, {QLatin1String("tsql_nchar"), QLatin1String("i"), TextShape::One}},
-        {u"QUOTENAME"_qs, {QLatin1String("tsql_quotename"), QLatin1String("tot"), TextShape::Wide}},
-        {u"ISNUMERIC"_qs, {QLatin1String("tsql_isnumeric"), QLatin1String("t"), TextShape::Number}},
-        {u"ISDATE"_qs, {QLatin1String("tsql_isdate"), QLatin1String("t"), TextShape::Number}},
+        {u"LEN"_s, {QLatin1String("tsql_len"), QLatin1String("t"), TextShape::Number}},
+        {u"SUBSTRING"_s, {QLatin1String("tsql_substring"), QLatin1String("tii"), TextShape::OfFirst}},
+        {u"LEFT"_s, {QLatin1String("tsql_left"), QLatin1String("ti"), TextShape::OfFirst}},
+        {u"RIGHT"_s, {QLatin1String("tsql_right"), QLatin1String("ti"), TextShape::OfFirst}},
+        {u"CHARINDEX"_s, {QLatin1String("tsql_charindex"), QLatin1String("ttoi"), TextShape::Number}},
+        {u"PATINDEX"_s, {QLatin1String("tsql_patindex"), QLatin1String("tt"), TextShape::Number}},
+        {u"STUFF"_s, {QLatin1String("tsql_stuff"), QLatin1String("tiit"), TextShape::Wide}},
+        {u"REPLACE"_s, {QLatin1String("tsql_replace"), QLatin1String("ttt"), TextShape::Wide}},
+        {u"LTRIM"_s, {QLatin1String("tsql_ltrim"), QLatin1String("t"), TextShape::OfFirst}},
+        {u"RTRIM"_s, {QLatin1String("tsql_rtrim"), QLatin1String("t"), TextShape::OfFirst}},
+        {u"TRIM"_s, {QLatin1String("tsql_trim"), QLatin1String("t"), TextShape::OfFirst}},
+        {u"UPPER"_s, {QLatin1String("tsql_upper"), QLatin1String("t"), TextShape::OfFirst}},
+        {u"LOWER"_s, {QLatin1String("tsql_lower"), QLatin1String("t"), TextShape::OfFirst}},
+        {u"REVERSE"_s, {QLatin1String("tsql_reverse"), QLatin1String("t"), TextShape::OfFirst}},
+        {u"REPLICATE"_s, {QLatin1String("tsql_replicate"), QLatin1String("ti"), TextShape::Wide}},
+        {u"SPACE"_s, {QLatin1String("tsql_space"), QLatin1String("i"), TextShape::Wide}},
+        {u"ASCII"_s, {QLatin1String("tsql_ascii"), QLatin1String("t"), TextShape::Number}},
+        {u"UNICODE"_s, {QLatin1String("tsql_unicode"), QLatin1String("t"), TextShape::Number}},
+        {u"CHAR"_s, {QLatin1String("tsql_nchar"), QLatin1String("i"), TextShape::One}},
+        {u"NCHAR"_s, {QLatin1String("tsql_nchar"), QLatin1String("i"), TextShape::One}},
+        {u"QUOTENAME"_s, {QLatin1String("tsql_quotename"), QLatin1String("tot"), TextShape::Wide}},
+        {u"ISNUMERIC"_s, {QLatin1String("tsql_isnumeric"), QLatin1String("t"), TextShape::Number}},
+        {u"ISDATE"_s, {QLatin1String("tsql_isdate"), QLatin1String("t"), TextShape::Number}},
     };
     return shapes;
 }
@@ -204,15 +205,15 @@ Operand Writer::textFunction(const Expression &node, const Scope &scope)
         Operand operand = value(*node.args[0], scope);
         const int unit = operand.type.isUnicode() ? 2 : 1;
         if (operand.type.isInteger())
-            return made(u"CASE WHEN %1 IS NOT NULL THEN 4 END"_qs.arg(text(operand)), Integer);
-        return made(u"tsql_datalength(%1, %2)"_qs.arg(text(operand), QString::number(unit)), Integer);
+            return made(u"CASE WHEN %1 IS NOT NULL THEN 4 END"_s.arg(text(operand)), Integer);
+        return made(u"tsql_datalength(%1, %2)"_s.arg(text(operand), QString::number(unit)), Integer);
     }
     if (node.name == u"STR") {
         arguments(node, 1, 3);
         QStringList parts{argumentAs(*node.args[0], scope, {Kind::Float})};
-        parts += node.args.size() > 1 ? argumentAs(*node.args[1], scope, Integer) : u"10"_qs;
-        parts += node.args.size() > 2 ? argumentAs(*node.args[2], scope, Integer) : u"0"_qs;
-        return made(u"tsql_str(%1)"_qs.arg(joined(parts)), SqlType::text(Kind::VarChar, 255));
+        parts += node.args.size() > 1 ? argumentAs(*node.args[1], scope, Integer) : u"10"_s;
+        parts += node.args.size() > 2 ? argumentAs(*node.args[2], scope, Integer) : u"0"_s;
+        return made(u"tsql_str(%1)"_s.arg(joined(parts)), SqlType::text(Kind::VarChar, 255));
     }
     const TextShape shape = textShapes().value(node.name);
     const QString letters = QString(shape.args).remove(u'o');
@@ -245,7 +246,7 @@ Operand Writer::textFunction(const Expression &node, const Scope &scope)
         type = SqlType::text(kind, limit);
     else if (shape.result == TextShape::One)
         type = SqlType::text(kind, 1);
-    return made(u"%1(%2)"_qs.arg(QString(shape.name), joined(parts)), type);
+    return made(u"%1(%2)"_s.arg(QString(shape.name), joined(parts)), type);
 }
 
 Operand Writer::mathFunction(const Expression &node, const Scope &scope)
@@ -258,7 +259,7 @@ Operand Writer::mathFunction(const Expression &node, const Scope &scope)
         operand = made(sql, {Kind::Float});
     }
     if (!operand.type.isNumber())
-        throw Error(8116, u"Argument data type %1 is invalid for argument 1 of %2 function."_qs.arg(
+        throw Error(8116, u"Argument data type %1 is invalid for argument 1 of %2 function."_s.arg(
                               kindName(operand.type.kind), node.name.toLower()));
     const SqlType type = operand.type;
     const QString sql = text(operand);
@@ -269,29 +270,29 @@ Operand Writer::mathFunction(const Expression &node, const Scope &scope)
     const QString whole = kindNumber(type.kind);
     if (node.name == u"ABS") {
         if (type.isDecimal())
-            return made(u"dec_abs(%1)"_qs.arg(sql), type);
-        return made(type.isReal() ? u"abs(%1)"_qs.arg(sql) : u"int_fit(abs(%1), %2)"_qs.arg(sql, whole), type);
+            return made(u"dec_abs(%1)"_s.arg(sql), type);
+        return made(type.isReal() ? u"abs(%1)"_s.arg(sql) : u"int_fit(abs(%1), %2)"_s.arg(sql, whole), type);
     }
     if (node.name == u"SIGN") {
         if (type.isDecimal())
-            return made(u"dec_of_int(dec_sign(%1), %2, %3)"_qs.arg(sql, QString::number(type.precision), scale), type);
-        return made(type.isReal() ? u"CAST(sign(%1) AS REAL)"_qs.arg(sql) : u"sign(%1)"_qs.arg(sql), type);
+            return made(u"dec_of_int(dec_sign(%1), %2, %3)"_s.arg(sql, QString::number(type.precision), scale), type);
+        return made(type.isReal() ? u"CAST(sign(%1) AS REAL)"_s.arg(sql) : u"sign(%1)"_s.arg(sql), type);
     }
     if (round) {
         if (type.isDecimal())
-            return made(u"dec_round(%1, %2, %3)"_qs.arg(sql, scale, joined(digits)), type);
+            return made(u"dec_round(%1, %2, %3)"_s.arg(sql, scale, joined(digits)), type);
         if (type.isReal())
-            return made(u"round_real(%1, %2)"_qs.arg(sql, joined(digits)), type);
-        return made(u"int_fit(dec_to_int(dec_round(dec_of_int(%1, 38, 0), 0, %2), 0, 4), %3)"_qs.arg(
-                        sql, joined(digits), whole),
-                    type);
+            return made(u"round_real(%1, %2)"_s.arg(sql, joined(digits)), type);
+        return made(
+            u"int_fit(dec_to_int(dec_round(dec_of_int(%1, 38, 0), 0, %2), 0, 4), %3)"_s.arg(sql, joined(digits), whole),
+            type);
     }
     const QString name = node.name.toLower();
     if (type.isDecimal()) {
         const SqlType result = SqlType::decimal(type.precision, 0);
-        return made(u"dec_%1(%2, %3)"_qs.arg(name, sql, scale), result);
+        return made(u"dec_%1(%2, %3)"_s.arg(name, sql, scale), result);
     }
-    return made(type.isReal() ? u"%1(%2)"_qs.arg(name == u"floor" ? u"floor"_qs : u"ceil"_qs, sql) : sql, type);
+    return made(type.isReal() ? u"%1(%2)"_s.arg(name == u"floor" ? u"floor"_s : u"ceil"_s, sql) : sql, type);
 }
 
 Operand Writer::realFunction(const Expression &node, const Scope &scope)
@@ -301,7 +302,7 @@ Operand Writer::realFunction(const Expression &node, const Scope &scope)
     arguments(node, none ? 0 : two ? 2 : 1, none ? 0 : two || node.name == u"LOG" ? 2 : 1);
     const SqlType real{Kind::Float};
     if (none)
-        return made(u"pi()"_qs, real);
+        return made(u"pi()"_s, real);
     if (two) {
         // POWER keeps the type of its base.
         Operand base = value(*node.args[0], scope);
@@ -310,7 +311,7 @@ Operand Writer::realFunction(const Expression &node, const Scope &scope)
             need(*base.pending, false);
         const QString a = convert(base, {real, {}, {}, {}});
         const QString b = argumentAs(*node.args[1], scope, real);
-        Operand power = made(u"pow(%1, %2)"_qs.arg(a, b), real);
+        Operand power = made(u"pow(%1, %2)"_s.arg(a, b), real);
         return type.isReal()
                    ? power
                    : made(convert(power, {SqlType{type.kind, type.isDecimal() ? 38 : 0, type.scale, 0}, {}, {}, {}}),
@@ -318,48 +319,48 @@ Operand Writer::realFunction(const Expression &node, const Scope &scope)
     }
     const QString argument = argumentAs(*node.args[0], scope, real);
     if (node.name == u"SQUARE")
-        return made(u"(%1 * %1)"_qs.arg(argument), real);
+        return made(u"(%1 * %1)"_s.arg(argument), real);
     if (node.name == u"LOG" && node.args.size() == 2)
-        return made(u"(ln(%1) / ln(%2))"_qs.arg(argument, argumentAs(*node.args[1], scope, real)), real);
-    return made(u"%1(%2)"_qs.arg(node.name == u"LOG" ? u"ln"_qs : node.name.toLower(), argument), real);
+        return made(u"(ln(%1) / ln(%2))"_s.arg(argument, argumentAs(*node.args[1], scope, real)), real);
+    return made(u"%1(%2)"_s.arg(node.name == u"LOG" ? u"ln"_s : node.name.toLower(), argument), real);
 }
 
 QString Writer::datePart(const Expression &node) const
 {
     static const QHash<QString, QString> parts = {
-        {u"year"_qs, u"year"_qs},
-        {u"yy"_qs, u"year"_qs},
-        {u"yyyy"_qs, u"year"_qs},
-        {u"quarter"_qs, u"quarter"_qs},
-        {u"qq"_qs, u"quarter"_qs},
-        {u"q"_qs, u"quarter"_qs},
-        {u"month"_qs, u"month"_qs},
-        {u"mm"_qs, u"month"_qs},
-        {u"m"_qs, u"month"_qs},
-        {u"day"_qs, u"day"_qs},
-        {u"dd"_qs, u"day"_qs},
-        {u"d"_qs, u"day"_qs},
-        {u"dayofyear"_qs, u"dayofyear"_qs},
-        {u"dy"_qs, u"dayofyear"_qs},
-        {u"weekday"_qs, u"weekday"_qs},
-        {u"dw"_qs, u"weekday"_qs},
-        {u"week"_qs, u"week"_qs},
-        {u"ww"_qs, u"week"_qs},
-        {u"wk"_qs, u"week"_qs},
-        {u"hour"_qs, u"hour"_qs},
-        {u"hh"_qs, u"hour"_qs},
-        {u"minute"_qs, u"minute"_qs},
-        {u"mi"_qs, u"minute"_qs},
-        {u"n"_qs, u"minute"_qs},
-        {u"second"_qs, u"second"_qs},
-        {u"ss"_qs, u"second"_qs},
-        {u"s"_qs, u"second"_qs},
-        {u"millisecond"_qs, u"millisecond"_qs},
-        {u"ms"_qs, u"millisecond"_qs},
+        {u"year"_s, u"year"_s},
+        {u"yy"_s, u"year"_s},
+        {u"yyyy"_s, u"year"_s},
+        {u"quarter"_s, u"quarter"_s},
+        {u"qq"_s, u"quarter"_s},
+        {u"q"_s, u"quarter"_s},
+        {u"month"_s, u"month"_s},
+        {u"mm"_s, u"month"_s},
+        {u"m"_s, u"month"_s},
+        {u"day"_s, u"day"_s},
+        {u"dd"_s, u"day"_s},
+        {u"d"_s, u"day"_s},
+        {u"dayofyear"_s, u"dayofyear"_s},
+        {u"dy"_s, u"dayofyear"_s},
+        {u"weekday"_s, u"weekday"_s},
+        {u"dw"_s, u"weekday"_s},
+        {u"week"_s, u"week"_s},
+        {u"ww"_s, u"week"_s},
+        {u"wk"_s, u"week"_s},
+        {u"hour"_s, u"hour"_s},
+        {u"hh"_s, u"hour"_s},
+        {u"minute"_s, u"minute"_s},
+        {u"mi"_s, u"minute"_s},
+        {u"n"_s, u"minute"_s},
+        {u"second"_s, u"second"_s},
+        {u"ss"_s, u"second"_s},
+        {u"s"_s, u"second"_s},
+        {u"millisecond"_s, u"millisecond"_s},
+        {u"ms"_s, u"millisecond"_s},
     };
     const QString part = node.kind == ExpressionKind::Column ? parts.value(node.name.toLower()) : QString();
     if (part.isEmpty())
-        throw Error(155, u"'%1' is not a recognized datepart option."_qs.arg(node.name), node.line);
+        throw Error(155, u"'%1' is not a recognized datepart option."_s.arg(node.name), node.line);
     return quotedText(part);
 }
 
@@ -368,17 +369,17 @@ Operand Writer::dateFunction(const Expression &node, const Scope &scope)
     const SqlType moment{Kind::DateTime};
     if (node.name == u"DATEDIFF") {
         arguments(node, 3, 3);
-        return made(u"date_diff(%1, %2, %3)"_qs.arg(datePart(*node.args[0]), argumentAs(*node.args[1], scope, moment),
-                                                    argumentAs(*node.args[2], scope, moment)),
+        return made(u"date_diff(%1, %2, %3)"_s.arg(datePart(*node.args[0]), argumentAs(*node.args[1], scope, moment),
+                                                   argumentAs(*node.args[2], scope, moment)),
                     Integer);
     }
     if (node.name == u"DATEPART") {
         arguments(node, 2, 2);
-        return made(u"date_part(%1, %2)"_qs.arg(datePart(*node.args[0]), argumentAs(*node.args[1], scope, moment)),
+        return made(u"date_part(%1, %2)"_s.arg(datePart(*node.args[0]), argumentAs(*node.args[1], scope, moment)),
                     Integer);
     }
     arguments(node, 1, 1);
-    return made(u"date_part(%1, %2)"_qs.arg(quotedText(node.name.toLower()), argumentAs(*node.args[0], scope, moment)),
+    return made(u"date_part(%1, %2)"_s.arg(quotedText(node.name.toLower()), argumentAs(*node.args[0], scope, moment)),
                 Integer);
 }
 
@@ -390,18 +391,17 @@ Operand Writer::dateAdd(const Expression &node, const Scope &scope)
     Operand date = value(*node.args[2], scope);
     const SqlType type = date.type.isDate() ? date.type : SqlType{Kind::DateTime};
     return made(
-        u"date_add(%1, %2, %3, %4)"_qs.arg(part, count, convert(date, {type, {}, {}, {}}), kindNumber(type.kind)),
-        type);
+        u"date_add(%1, %2, %3, %4)"_s.arg(part, count, convert(date, {type, {}, {}, {}}), kindNumber(type.kind)), type);
 }
 
 Operand Writer::systemFunction(const Expression &node, const Scope &)
 {
     arguments(node, 0, 0);
     if (node.name == u"NEWID")
-        return made(u"tsql_newid()"_qs, {Kind::UniqueIdentifier});
+        return made(u"tsql_newid()"_s, {Kind::UniqueIdentifier});
     QString name = node.name.toLower();
     if (name == u"sysdatetime" || name == u"current_timestamp")
-        name = u"getdate"_qs;
+        name = u"getdate"_s;
     return system(name, *systemType(name));
 }
 
@@ -411,7 +411,7 @@ Operand Writer::objectId(const Expression &node, const Scope &scope)
     QStringList parts;
     for (const ExpressionPtr &argument : node.args)
         parts += argumentAs(*argument, scope, WideText);
-    return made(u"object_id(%1)"_qs.arg(joined(parts)), Integer);
+    return made(u"object_id(%1)"_s.arg(joined(parts)), Integer);
 }
 
 } // namespace tsql

@@ -238,7 +238,7 @@ private:
     QString values(const TableSource &source, Scope &scope, const Scope *outer);
     QString join(const TableSource &source, Scope &scope, const Scope *outer);
     void addSource(Scope &scope, Source source, int line) const;
-    QString nextAlias() { return u"t%1"_qs.arg(++m_aliases); }
+    QString nextAlias() { return QString::fromUtf16(u"t%1").arg(++m_aliases); }
     static Source tableSource(const Table &table, const QString &alias, const QString &qualifier);
     const CommonShape *findCommon(const QString &name, const Scope &scope) const;
     QueryText moduleQuery(const Query &query, const std::vector<QString> &columns);

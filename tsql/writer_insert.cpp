@@ -1,6 +1,8 @@
 #include "tsql/error.h"
 #include "tsql/writer_impl.h"
 
+using namespace Qt::StringLiterals;
+
 namespace tsql {
 
 namespace {
@@ -8,9 +10,8 @@ namespace {
 [[noreturn]] void nullRefused(const Column &column, const Table &table, const QString &verb)
 {
     throw Error(
-        515,
-        u"Cannot insert the value NULL into column '%1', table '%2'; column does not allow nulls. %3 fails."_qs.arg(
-            column.name, table.name.display(), verb));
+        515, u"Cannot insert the value NULL into column '%1', table '%2'; column does not allow nulls. %3 fails."_s.arg(
+                 column.name, table.name.display(), verb));
 }
 
 } // namespace
@@ -20,10 +21,10 @@ std::shared_ptr<const Table> Writer::writableTable(const ObjectName &name, int l
     if (std::shared_ptr<const Table> table = m_catalogue.table(name))
         return table;
     if (name.name.startsWith(u'@'))
-        throw Error(1087, u"Must declare the table variable \"%1\"."_qs.arg(name.name), line);
+        throw Error(1087, u"Must declare the table variable \"%1\"."_s.arg(name.name), line);
     if (m_catalogue.view(name))
-        throw Error(4403, u"Cannot update the view or function '%1'."_qs.arg(name.display()), line);
-    throw Error(208, u"Invalid object name '%1'."_qs.arg(name.display()), line);
+        throw Error(4403, u"Cannot update the view or function '%1'."_s.arg(name.display()), line);
+    throw Error(208, u"Invalid object name '%1'."_s.arg(name.display()), line);
 }
 
 /// A value as the column stores it: converted, refused when too long, and never NULL where SQLite would put a
@@ -33,13 +34,13 @@ QString Writer::assigned(Operand &operand, const Column &column, const Table &ta
     if (operand.isNull()) {
         if (!column.nullable)
             nullRefused(column, table, verb);
-        return u"NULL"_qs;
+        return u"NULL"_s;
     }
     const bool constant = operand.pending && operand.pending->source != Parameter::Source::Variable;
     const QString sql = convert(operand, {column.type, Conversion::Assign, table.name.display(), column.name});
     const bool guarded = sameName(column.name, table.rowidColumn) && !constant;
-    return guarded ? u"not_null(%1, %2, %3, '%4')"_qs.arg(sql, quotedText(table.name.display()),
-                                                          quotedText(column.name), verb)
+    return guarded ? u"not_null(%1, %2, %3, '%4')"_s.arg(sql, quotedText(table.name.display()), quotedText(column.name),
+                                                         verb)
                    : sql;
 }
 
@@ -48,7 +49,7 @@ QString Writer::defaultText(const Column &column, const Table &table, const QStr
     if (!column.defaultValue) {
         if (!column.nullable)
             nullRefused(column, table, verb);
-        return u"NULL"_qs;
+        return u"NULL"_s;
     }
     const Constants constants(*this, true);
     static const Scope nowhere;
@@ -70,18 +71,18 @@ std::vector<const Column *> Writer::insertColumns(const InsertStatement &stateme
     for (const QString &name : statement.columns) {
         const int index = table.column(name);
         if (index < 0)
-            throw Error(207, u"Invalid column name '%1'."_qs.arg(name), statement.line);
+            throw Error(207, u"Invalid column name '%1'."_s.arg(name), statement.line);
         const Column &column = table.columns[static_cast<std::size_t>(index)];
         if (column.identity && !identityGiven)
             throw Error(
                 544,
-                u"Cannot insert explicit value for identity column in table '%1' when IDENTITY_INSERT is set to OFF."_qs
+                u"Cannot insert explicit value for identity column in table '%1' when IDENTITY_INSERT is set to OFF."_s
                     .arg(table.name.display()),
                 statement.line);
         if (std::find(columns.begin(), columns.end(), &column) != columns.end())
             throw Error(
                 264,
-                u"The column name '%1' is specified more than once in the SET clause or column list of an INSERT."_qs
+                u"The column name '%1' is specified more than once in the SET clause or column list of an INSERT."_s
                     .arg(name),
                 statement.line);
         columns.push_back(&column);
@@ -99,7 +100,7 @@ std::vector<const Column *> Writer::defaultedColumns(const std::vector<const Col
         if (column.defaultValue)
             columns.push_back(&column);
         else if (!column.nullable)
-            nullRefused(column, table, u"INSERT"_qs);
+            nullRefused(column, table, u"INSERT"_s);
     }
     return columns;
 }
@@ -108,18 +109,18 @@ QString Writer::insertRows(const InsertStatement &statement, const Table &table,
                            const std::vector<const Column *> &columns, const std::vector<const Column *> &defaults)
 {
     static const Scope nowhere;
-    const QString verb = u"INSERT"_qs;
+    const QString verb = u"INSERT"_s;
     QStringList rows;
     for (const std::vector<ExpressionPtr> &row : statement.rows) {
         if (row.size() != columns.size() && statement.columns.empty())
-            throw Error(213, u"Column name or number of supplied values does not match table definition."_qs,
+            throw Error(213, u"Column name or number of supplied values does not match table definition."_s,
                         statement.line);
         if (row.size() != columns.size())
             throw Error(
                 row.size() < columns.size() ? 109 : 110,
                 row.size() < columns.size()
-                    ? u"There are more columns in the INSERT statement than values specified in the VALUES clause. The number of values in the VALUES clause must match the number of columns specified in the INSERT statement."_qs
-                    : u"There are fewer columns in the INSERT statement than values specified in the VALUES clause. The number of values in the VALUES clause must match the number of columns specified in the INSERT statement."_qs,
+                    ? u"There are more columns in the INSERT statement than values specified in the VALUES clause. The number of values in the VALUES clause must match the number of columns specified in the INSERT statement."_s
+                    : u"There are fewer columns in the INSERT statement than values specified in the VALUES clause. The number of values in the VALUES clause must match the number of columns specified in the INSERT statement."_s,
                 statement.line);
         QStringList cells;
         for (std::size_t i = 0; i < row.size(); ++i) {
@@ -132,9 +133,9 @@ QString Writer::insertRows(const InsertStatement &statement, const Table &table,
         }
         for (const Column *column : defaults)
             cells += defaultText(*column, table, verb);
-        rows += u'(' + cells.join(u", "_qs) + u')';
+        rows += u'(' + cells.join(u", "_s) + u')';
     }
-    return u"VALUES "_qs + rows.join(u", "_qs);
+    return u"VALUES "_s + rows.join(u", "_s);
 }
 
 QString Writer::insertQuery(const InsertStatement &statement, const Table &table,
@@ -152,21 +153,21 @@ QString Writer::insertQuery(const InsertStatement &statement, const Table &table
         return text.sql;
     QStringList cells;
     for (std::size_t i = 0; i < columns.size(); ++i) {
-        const QString cell = u"\"c%1\""_qs.arg(i + 1);
+        const QString cell = u"\"c%1\""_s.arg(i + 1);
         const bool guarded = sameName(columns[i]->name, table.rowidColumn);
-        cells += guarded ? u"not_null(%1, %2, %3, 'INSERT')"_qs.arg(cell, quotedText(table.name.display()),
-                                                                    quotedText(columns[i]->name))
+        cells += guarded ? u"not_null(%1, %2, %3, 'INSERT')"_s.arg(cell, quotedText(table.name.display()),
+                                                                   quotedText(columns[i]->name))
                          : cell;
     }
     for (const Column *column : defaults)
-        cells += defaultText(*column, table, u"INSERT"_qs);
-    return u"SELECT %1 FROM (%2)"_qs.arg(cells.join(u", "_qs), text.sql);
+        cells += defaultText(*column, table, u"INSERT"_s);
+    return u"SELECT %1 FROM (%2)"_s.arg(cells.join(u", "_s), text.sql);
 }
 
 void Writer::insert(const InsertStatement &statement)
 {
     if (statement.execute)
-        throw Error(40517, u"INSERT … EXEC is not supported in this version of the database."_qs, statement.line);
+        throw Error(40517, u"INSERT … EXEC is not supported in this version of the database."_s, statement.line);
     const std::shared_ptr<const Table> table = writableTable(statement.table, statement.line);
     Scope commons;
     const QString with = commonTables(statement.with, commons);
@@ -178,8 +179,8 @@ void Writer::insert(const InsertStatement &statement)
     if (statement.defaultValues) {
         QStringList cells;
         for (const Column *column : defaults)
-            cells += defaultText(*column, *table, u"INSERT"_qs);
-        body = defaults.empty() ? u"DEFAULT VALUES"_qs : u"VALUES (%1)"_qs.arg(cells.join(u", "_qs));
+            cells += defaultText(*column, *table, u"INSERT"_s);
+        body = defaults.empty() ? u"DEFAULT VALUES"_s : u"VALUES (%1)"_s.arg(cells.join(u", "_s));
     } else {
         body = statement.query ? insertQuery(statement, *table, columns, defaults, commons)
                                : insertRows(statement, *table, columns, defaults);
@@ -190,9 +191,9 @@ void Writer::insert(const InsertStatement &statement)
         names.push_back(column->name);
     for (const Column *column : defaults)
         names.push_back(column->name);
-    const QString list = names.empty() ? QString() : u" (%1)"_qs.arg(nameListText(names));
-    m_out.sql = with + u"INSERT INTO %1%2 "_qs.arg(table->sqliteName, list) + body +
-                returning(statement.output, *table, u"inserted"_qs);
+    const QString list = names.empty() ? QString() : u" (%1)"_s.arg(nameListText(names));
+    m_out.sql = with + u"INSERT INTO %1%2 "_s.arg(table->sqliteName, list) + body +
+                returning(statement.output, *table, u"inserted"_s);
     m_out.writes = true;
     m_out.setsIdentity = table->identityColumn() != nullptr;
 }
@@ -210,7 +211,7 @@ QString Writer::returning(const std::vector<SelectItem> &items, const Table &tab
         const bool named = node.kind == ExpressionKind::Star || node.kind == ExpressionKind::Column;
         if (named && !sameName(node.qualifier, allowed))
             throw Error(4104,
-                        u"The multi-part identifier \"%1.%2\" could not be bound."_qs.arg(node.qualifier, node.name),
+                        u"The multi-part identifier \"%1.%2\" could not be bound."_s.arg(node.qualifier, node.name),
                         node.line);
         if (node.kind == ExpressionKind::Star) {
             for (const SourceColumn &column : scope.sources.front().columns) {
@@ -226,7 +227,7 @@ QString Writer::returning(const std::vector<SelectItem> &items, const Table &tab
         list += text(operand);
         m_out.columns.push_back({name, operand.type, operand.nullable, operand.table});
     }
-    return u" RETURNING "_qs + list.join(u", "_qs);
+    return u" RETURNING "_s + list.join(u", "_s);
 }
 
 } // namespace tsql

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace tsql {
 
 namespace {
@@ -13,12 +15,12 @@ const SqlType number{Kind::Int};
 
 QString rowOf(const QStringList &fields)
 {
-    return u'(' + fields.join(u", "_qs) + u')';
+    return u'(' + fields.join(u", "_s) + u')';
 }
 
 QString schemaOf(const ObjectName &name)
 {
-    return quotedText(name.schema.isEmpty() ? u"dbo"_qs : name.schema);
+    return quotedText(name.schema.isEmpty() ? u"dbo"_s : name.schema);
 }
 
 bool isLasting(const ObjectName &name)
@@ -36,33 +38,33 @@ void addNames(const std::vector<ObjectName> &names, const QString &kind, QString
 
 QString dataType(Kind kind)
 {
-    return quotedText(kind == Kind::Decimal ? u"decimal"_qs : kindName(kind));
+    return quotedText(kind == Kind::Decimal ? u"decimal"_s : kindName(kind));
 }
 
 QString precisionOf(const SqlType &type)
 {
     switch (type.kind) {
     case Kind::TinyInt:
-        return u"3"_qs;
+        return u"3"_s;
     case Kind::SmallInt:
-        return u"5"_qs;
+        return u"5"_s;
     case Kind::Int:
-        return u"10"_qs;
+        return u"10"_s;
     case Kind::BigInt:
-        return u"19"_qs;
+        return u"19"_s;
     case Kind::Real:
-        return u"24"_qs;
+        return u"24"_s;
     case Kind::Float:
-        return u"53"_qs;
+        return u"53"_s;
     default:
-        return type.isDecimal() ? QString::number(type.precision) : u"NULL"_qs;
+        return type.isDecimal() ? QString::number(type.precision) : u"NULL"_s;
     }
 }
 
 QString scaleOf(const SqlType &type)
 {
     const bool counts = type.isDecimal() || (type.isInteger() && type.kind != Kind::Bit);
-    return counts ? QString::number(type.scale) : u"NULL"_qs;
+    return counts ? QString::number(type.scale) : u"NULL"_s;
 }
 
 QStringList columnRows(const Table &table)
@@ -72,8 +74,8 @@ QStringList columnRows(const Table &table)
     for (const Column &column : table.columns) {
         const bool sized = column.type.isText() || column.type.isBinary();
         rows += rowOf({schemaOf(table.name), quotedText(table.name.name), quotedText(column.name),
-                       QString::number(++position), quotedText(column.nullable ? u"YES"_qs : u"NO"_qs),
-                       dataType(column.type.kind), sized ? QString::number(column.type.length) : u"NULL"_qs,
+                       QString::number(++position), quotedText(column.nullable ? u"YES"_s : u"NO"_s),
+                       dataType(column.type.kind), sized ? QString::number(column.type.length) : u"NULL"_s,
                        precisionOf(column.type), scaleOf(column.type)});
     }
     return rows;
@@ -91,20 +93,20 @@ QueryText Writer::schemaView(const QString &view) const
     };
     if (sameName(view, u"TABLES") || sameName(view, u"ROUTINES")) {
         const bool tables = sameName(view, u"TABLES");
-        const QString what = tables ? u"TABLE"_qs : u"ROUTINE"_qs;
-        for (const QString &part : {u"_SCHEMA"_qs, u"_NAME"_qs, u"_TYPE"_qs})
+        const QString what = tables ? u"TABLE"_s : u"ROUTINE"_s;
+        for (const QString &part : {u"_SCHEMA"_s, u"_NAME"_s, u"_TYPE"_s})
             column(what + part, name128);
         addNames(tables ? m_catalogue.tableNames() : m_catalogue.procedureNames(),
-                 tables ? u"BASE TABLE"_qs : u"PROCEDURE"_qs, rows);
-        addNames(tables ? m_catalogue.viewNames() : m_catalogue.functionNames(), tables ? u"VIEW"_qs : u"FUNCTION"_qs,
+                 tables ? u"BASE TABLE"_s : u"PROCEDURE"_s, rows);
+        addNames(tables ? m_catalogue.viewNames() : m_catalogue.functionNames(), tables ? u"VIEW"_s : u"FUNCTION"_s,
                  rows);
     } else if (sameName(view, u"COLUMNS")) {
-        for (const QString &name : {u"TABLE_SCHEMA"_qs, u"TABLE_NAME"_qs, u"COLUMN_NAME"_qs})
+        for (const QString &name : {u"TABLE_SCHEMA"_s, u"TABLE_NAME"_s, u"COLUMN_NAME"_s})
             column(name, name128);
-        column(u"ORDINAL_POSITION"_qs, number);
-        column(u"IS_NULLABLE"_qs, name128);
-        column(u"DATA_TYPE"_qs, name128);
-        for (const QString &name : {u"CHARACTER_MAXIMUM_LENGTH"_qs, u"NUMERIC_PRECISION"_qs, u"NUMERIC_SCALE"_qs})
+        column(u"ORDINAL_POSITION"_s, number);
+        column(u"IS_NULLABLE"_s, name128);
+        column(u"DATA_TYPE"_s, name128);
+        for (const QString &name : {u"CHARACTER_MAXIMUM_LENGTH"_s, u"NUMERIC_PRECISION"_s, u"NUMERIC_SCALE"_s})
             column(name, number);
         for (const ObjectName &name : m_catalogue.tableNames()) {
             if (isLasting(name))
@@ -115,10 +117,10 @@ QueryText Writer::schemaView(const QString &view) const
     QStringList names;
     for (std::size_t i = 1; i <= result.columns.size(); ++i) {
         const bool text = result.columns[i - 1].type.isText();
-        names += u"column%1%2 AS \"c%1\""_qs.arg(i).arg(text ? u" COLLATE TSQL_CI"_qs : QString());
+        names += u"column%1%2 AS \"c%1\""_s.arg(i).arg(text ? u" COLLATE TSQL_CI"_s : QString());
     }
-    result.sql = rows.isEmpty() ? u"SELECT NULL"_qs + u", NULL"_qs.repeated(names.size() - 1) + u" WHERE 0"_qs
-                                : u"SELECT %1 FROM (VALUES %2)"_qs.arg(names.join(u", "_qs), rows.join(u", "_qs));
+    result.sql = rows.isEmpty() ? u"SELECT NULL"_s + u", NULL"_s.repeated(names.size() - 1) + u" WHERE 0"_s
+                                : u"SELECT %1 FROM (VALUES %2)"_s.arg(names.join(u", "_s), rows.join(u", "_s));
     return result;
 }
 

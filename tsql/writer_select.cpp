@@ -3,13 +3,15 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace tsql {
 
 namespace {
 
 QString outputName(std::size_t position)
 {
-    return u"\"c%1\""_qs.arg(position + 1);
+    return u"\"c%1\""_s.arg(position + 1);
 }
 
 QString itemName(const SelectItem &item)
@@ -49,8 +51,8 @@ QueryText Writer::query(const Query &query, const Scope *outer, const std::vecto
 QString Writer::tailText(const Query &query, const Scope &scope)
 {
     const SqlType count{Kind::BigInt};
-    const QString fetch = query.fetch ? argumentAs(*query.fetch, scope, count) : u"-1"_qs;
-    return u" LIMIT %1 OFFSET %2"_qs.arg(fetch, argumentAs(*query.offset, scope, count));
+    const QString fetch = query.fetch ? argumentAs(*query.fetch, scope, count) : u"-1"_s;
+    return u" LIMIT %1 OFFSET %2"_s.arg(fetch, argumentAs(*query.offset, scope, count));
 }
 
 /// What each output column is brought to: the wish of the reader, else what all parts of a UNION have in common.
@@ -61,14 +63,14 @@ std::vector<Target> Writer::outputTargets(std::vector<CorePlan> &plans, const st
         if (plan.items.size() != count)
             throw Error(
                 205,
-                u"All queries combined using a UNION, INTERSECT or EXCEPT operator must have an equal number of expressions in their target lists."_qs,
+                u"All queries combined using a UNION, INTERSECT or EXCEPT operator must have an equal number of expressions in their target lists."_s,
                 line);
     }
     if (targets != nullptr) {
         if (targets->size() != count)
             throw Error(
                 targets->size() < count ? 121 : 120,
-                u"The select list for the INSERT statement does not contain the same number of items as the insert list."_qs,
+                u"The select list for the INSERT statement does not contain the same number of items as the insert list."_s,
                 line);
         return *targets;
     }
@@ -108,20 +110,20 @@ CorePlan Writer::planCore(const SelectCore &core, const Scope *outer)
     Scope &scope = *plan.scope;
     scope.outer = outer;
     if (core.from)
-        plan.from = u" FROM "_qs + source(*core.from, scope, outer);
+        plan.from = u" FROM "_s + source(*core.from, scope, outer);
     if (core.where)
-        plan.where = u" WHERE "_qs + conditionText(*core.where, scope);
+        plan.where = u" WHERE "_s + conditionText(*core.where, scope);
     QStringList groups;
     for (const ExpressionPtr &item : core.groupBy) {
         if (item->kind == ExpressionKind::Literal)
             throw Error(164,
-                        u"Each GROUP BY expression must contain at least one column that is not an outer reference."_qs,
+                        u"Each GROUP BY expression must contain at least one column that is not an outer reference."_s,
                         item->line);
         Operand operand = value(*item, scope);
         groups += collated(operand);
     }
     if (!groups.isEmpty())
-        plan.groupBy = u" GROUP BY "_qs + groups.join(u", "_qs);
+        plan.groupBy = u" GROUP BY "_s + groups.join(u", "_s);
     bool aggregates = core.having != nullptr;
     for (const SelectItem &item : core.items)
         aggregates = aggregates || hasAggregate(*item.value);
@@ -130,13 +132,13 @@ CorePlan Writer::planCore(const SelectCore &core, const Scope *outer)
     scope.aggregatesAllowed = true;
     planItems(plan);
     if (core.having)
-        plan.having = u" HAVING "_qs + conditionText(*core.having, scope);
+        plan.having = u" HAVING "_s + conditionText(*core.having, scope);
     if (core.top && !core.topPercent) {
         plan.limit = limitText(*core.top, scope);
     } else if (core.top) {
         const bool all = isWhole(*core.top, 100);
         if (!all)
-            throw Error(40517, u"TOP … PERCENT other than 100 is not supported in this version of the database."_qs,
+            throw Error(40517, u"TOP … PERCENT other than 100 is not supported in this version of the database."_s,
                         core.line);
         if (core.top->literal >= 0 && !m_constants)
             m_out.needs.push_back({core.top->literal, true});
@@ -148,7 +150,7 @@ QString Writer::limitText(const Expression &count, const Scope &scope)
 {
     // SQLite takes a negative limit for none.
     const QString sql = argumentAs(count, scope, {Kind::BigInt});
-    return u" LIMIT max(%1, 0)"_qs.arg(sql);
+    return u" LIMIT max(%1, 0)"_s.arg(sql);
 }
 
 void Writer::planItems(CorePlan &plan)
@@ -176,7 +178,7 @@ void Writer::planItem(CorePlan &plan, const SelectItem &item)
 void Writer::expandStar(CorePlan &plan, const Expression &star)
 {
     if (!plan.core->from)
-        throw Error(263, u"Must specify table to select from."_qs, star.line);
+        throw Error(263, u"Must specify table to select from."_s, star.line);
     bool found = false;
     for (const Source &source : plan.scope->sources) {
         if (!star.qualifier.isEmpty() && !sameName(source.name, star.qualifier) &&
@@ -196,7 +198,7 @@ void Writer::expandStar(CorePlan &plan, const Expression &star)
     }
     if (!found)
         throw Error(107,
-                    u"The column prefix '%1' does not match with a table name or alias name used in the query."_qs.arg(
+                    u"The column prefix '%1' does not match with a table name or alias name used in the query."_s.arg(
                         star.qualifier),
                     star.line);
 }
@@ -209,15 +211,15 @@ QString Writer::itemText(Operand &operand, const Target &target)
     const QString before = operand.sql;
     const QString sql = own ? text(operand) : convert(operand, target);
     const bool textual = (own ? operand.type : target.type).isText();
-    return textual && !(bareColumn && sql == before) && sql != u"NULL" ? sql + u" COLLATE TSQL_CI"_qs : sql;
+    return textual && !(bareColumn && sql == before) && sql != u"NULL" ? sql + u" COLLATE TSQL_CI"_s : sql;
 }
 
 QString Writer::coreText(CorePlan &plan, const std::vector<Target> &targets)
 {
     QStringList list;
     for (std::size_t i = 0; i < plan.items.size(); ++i)
-        list += itemText(plan.items[i], targets[i]) + u" AS "_qs + outputName(i);
-    return u"SELECT "_qs + (plan.core->distinct ? u"DISTINCT "_qs : QString()) + list.join(u", "_qs) + plan.from +
+        list += itemText(plan.items[i], targets[i]) + u" AS "_s + outputName(i);
+    return u"SELECT "_s + (plan.core->distinct ? u"DISTINCT "_s : QString()) + list.join(u", "_s) + plan.from +
            plan.where + plan.groupBy + plan.having;
 }
 
@@ -227,26 +229,26 @@ QString Writer::bodyText(const QueryBody &body, std::vector<CorePlan> &plans, st
     if (body.core) {
         CorePlan &plan = plans[next++];
         const QString text = coreText(plan, targets);
-        return plan.limit.isEmpty() ? text : u"SELECT * FROM (%1%2)"_qs.arg(text, plan.limit);
+        return plan.limit.isEmpty() ? text : u"SELECT * FROM (%1%2)"_s.arg(text, plan.limit);
     }
     // SQLite joins from left to right without precedence: whatever stands right and is joined itself is closed off.
     const QString left = bodyText(*body.left, plans, next, targets);
     QString right = bodyText(*body.right, plans, next, targets);
     if (!body.right->core)
-        right = u"SELECT * FROM (%1)"_qs.arg(right);
+        right = u"SELECT * FROM (%1)"_s.arg(right);
     QString op;
     switch (body.op) {
     case SetOperator::Union:
-        op = u" UNION "_qs;
+        op = u" UNION "_s;
         break;
     case SetOperator::UnionAll:
-        op = u" UNION ALL "_qs;
+        op = u" UNION ALL "_s;
         break;
     case SetOperator::Intersect:
-        op = u" INTERSECT "_qs;
+        op = u" INTERSECT "_s;
         break;
     case SetOperator::Except:
-        op = u" EXCEPT "_qs;
+        op = u" EXCEPT "_s;
         break;
     }
     return left + op + right;
@@ -260,7 +262,7 @@ std::optional<std::size_t> Writer::outputPosition(const Expression &node, const 
         if (position < 1 || position > static_cast<qint64>(plan.items.size()))
             throw Error(
                 108,
-                u"The ORDER BY position number %1 is out of range of the number of items in the select list."_qs.arg(
+                u"The ORDER BY position number %1 is out of range of the number of items in the select list."_s.arg(
                     position),
                 node.line);
         if (node.literal >= 0 && !m_constants)
@@ -283,13 +285,13 @@ std::optional<std::size_t> Writer::outputPosition(const Expression &node, const 
 
 QString Writer::orderItem(const OrderItem &item, CorePlan &plan, bool compound)
 {
-    const QString direction = item.descending ? u" DESC"_qs : QString();
+    const QString direction = item.descending ? u" DESC"_s : QString();
     if (const std::optional<std::size_t> position = outputPosition(*item.value, plan))
         return QString::number(*position + 1) + direction;
     if (compound)
         throw Error(
             104,
-            u"ORDER BY items must appear in the select list if the statement contains a UNION, INTERSECT or EXCEPT operator."_qs,
+            u"ORDER BY items must appear in the select list if the statement contains a UNION, INTERSECT or EXCEPT operator."_s,
             item.value->line);
     Operand operand = value(*item.value, *plan.scope);
     if (operand.column) {
@@ -299,7 +301,7 @@ QString Writer::orderItem(const OrderItem &item, CorePlan &plan, bool compound)
         }
     }
     if (plan.core->distinct)
-        throw Error(145, u"ORDER BY items must appear in the select list if SELECT DISTINCT is specified."_qs,
+        throw Error(145, u"ORDER BY items must appear in the select list if SELECT DISTINCT is specified."_s,
                     item.value->line);
     return collated(operand) + direction;
 }
@@ -311,7 +313,7 @@ QString Writer::orderText(const Query &query, std::vector<CorePlan> &plans)
         const QString text = orderItem(item, plans.front(), plans.size() > 1);
         items += text;
     }
-    return items.isEmpty() ? QString() : u" ORDER BY "_qs + items.join(u", "_qs);
+    return items.isEmpty() ? QString() : u" ORDER BY "_s + items.join(u", "_s);
 }
 
 QueryText Writer::xmlText(const Query &query, const QueryText &rows) const
@@ -321,10 +323,10 @@ QueryText Writer::xmlText(const Query &query, const QueryText &rows) const
     if (!plain)
         throw Error(
             40517,
-            u"FOR XML PATH other than of one unnamed text with PATH('') is not supported in this version of the database."_qs,
+            u"FOR XML PATH other than of one unnamed text with PATH('') is not supported in this version of the database."_s,
             query.line);
     QueryText result;
-    result.sql = u"SELECT tsql_xml_agg(\"c1\") AS \"c1\" FROM (%1)"_qs.arg(rows.sql);
+    result.sql = u"SELECT tsql_xml_agg(\"c1\") AS \"c1\" FROM (%1)"_s.arg(rows.sql);
     result.columns.push_back({{}, SqlType::text(Kind::NVarChar, SqlType::Max), true, {}});
     return result;
 }
@@ -425,27 +427,27 @@ void Writer::selectInto(const SelectStatement &statement, const QueryText &text)
 {
     const ObjectName &into = statement.query.body->core->into;
     if (m_catalogue.table(into))
-        throw Error(2714, u"There is already an object named '%1' in the database."_qs.arg(into.display()),
+        throw Error(2714, u"There is already an object named '%1' in the database."_s.arg(into.display()),
                     statement.line);
     QStringList parts;
     for (const ResultColumn &column : text.columns) {
         if (column.name.isEmpty())
             throw Error(
                 1038,
-                u"An object or column name is missing or empty. For SELECT INTO statements, verify each column has a name."_qs,
+                u"An object or column name is missing or empty. For SELECT INTO statements, verify each column has a name."_s,
                 statement.line);
         parts +=
-            bracketed(column.name) + u' ' + typeName(column.type) + (column.nullable ? u" NULL"_qs : u" NOT NULL"_qs);
+            bracketed(column.name) + u' ' + typeName(column.type) + (column.nullable ? u" NULL"_s : u" NOT NULL"_s);
     }
     CreateTableStatement create;
     create.table = into;
-    create.text = u"CREATE TABLE %1 (%2)"_qs.arg(bracketed(into.name), parts.join(u", "_qs));
+    create.text = u"CREATE TABLE %1 (%2)"_s.arg(bracketed(into.name), parts.join(u", "_s));
     const std::shared_ptr<Table> table = makeTable(create);
     QStringList columns;
     for (const Column &column : table->columns)
         columns += columnText(*table, column, false);
-    m_out.sql = u"CREATE TABLE %1 (%2)"_qs.arg(table->sqliteName, columns.join(u", "_qs));
-    m_out.intoInsert = u"INSERT INTO %1 %2"_qs.arg(table->sqliteName, text.sql);
+    m_out.sql = u"CREATE TABLE %1 (%2)"_s.arg(table->sqliteName, columns.join(u", "_s));
+    m_out.intoInsert = u"INSERT INTO %1 %2"_s.arg(table->sqliteName, text.sql);
     m_out.into = table;
     m_out.writes = true;
     m_out.cacheable = false;

@@ -1,6 +1,8 @@
 #include "tsql/error.h"
 #include "tsql/writer_impl.h"
 
+using namespace Qt::StringLiterals;
+
 namespace tsql {
 
 namespace {
@@ -17,7 +19,7 @@ Source shapeSource(const std::vector<ResultColumn> &columns, const QString &alia
         column.type = columns[i].type;
         column.nullable = columns[i].nullable;
         column.table = columns[i].table;
-        column.sql = u"%1.\"c%2\""_qs.arg(alias).arg(i + 1);
+        column.sql = u"%1.\"c%2\""_s.arg(alias).arg(i + 1);
         source.columns.push_back(std::move(column));
     }
     return source;
@@ -30,7 +32,7 @@ void renameColumns(std::vector<ResultColumn> &columns, const std::vector<QString
         return;
     if (names.size() != columns.size())
         throw Error(names.size() < columns.size() ? 8158 : 8159,
-                    u"'%1' has a different number of columns than were specified in the column list."_qs.arg(owner),
+                    u"'%1' has a different number of columns than were specified in the column list."_s.arg(owner),
                     line);
     for (std::size_t i = 0; i < names.size(); ++i)
         columns[i].name = names[i];
@@ -60,7 +62,7 @@ void Writer::addSource(Scope &scope, Source source, int line) const
         if (sameName(other.name, source.name))
             throw Error(
                 1013,
-                u"The objects \"%1\" and \"%2\" in the FROM clause have the same exposed names. Use correlation names to distinguish them."_qs
+                u"The objects \"%1\" and \"%2\" in the FROM clause have the same exposed names. Use correlation names to distinguish them."_s
                     .arg(other.name, source.name),
                 line);
     }
@@ -101,41 +103,41 @@ QString Writer::named(const TableSource &source, Scope &scope)
     if (source.name.schema.isEmpty()) {
         if (const CommonShape *common = findCommon(source.name.name, scope)) {
             addSource(scope, shapeSource(common->columns, alias, name), source.line);
-            return u"%1 AS %2"_qs.arg(common->sqliteName, alias);
+            return u"%1 AS %2"_s.arg(common->sqliteName, alias);
         }
     }
     if (const std::shared_ptr<const Table> table = m_catalogue.table(source.name)) {
         addSource(scope, tableSource(*table, source.alias, alias), source.line);
-        return u"%1 AS %2"_qs.arg(table->sqliteName, alias);
+        return u"%1 AS %2"_s.arg(table->sqliteName, alias);
     }
     if (sameName(source.name.schema, u"INFORMATION_SCHEMA")) {
         const QueryText text = schemaView(source.name.name);
         if (!text.columns.empty()) {
             addSource(scope, shapeSource(text.columns, alias, name), source.line);
-            return u"(%1) AS %2"_qs.arg(text.sql, alias);
+            return u"(%1) AS %2"_s.arg(text.sql, alias);
         }
     }
     const std::shared_ptr<const CreateViewStatement> view = m_catalogue.view(source.name);
     if (!view) {
         if (source.name.name.startsWith(u'@'))
-            throw Error(1087, u"Must declare the table variable \"%1\"."_qs.arg(source.name.name), source.line);
-        throw Error(208, u"Invalid object name '%1'."_qs.arg(source.name.display()), source.line);
+            throw Error(1087, u"Must declare the table variable \"%1\"."_s.arg(source.name.name), source.line);
+        throw Error(208, u"Invalid object name '%1'."_s.arg(source.name.display()), source.line);
     }
     const QHash<QString, Substitution> before = std::exchange(m_substitutions, {});
     const QueryText text = moduleQuery(view->query, view->columns);
     m_substitutions = before;
     addSource(scope, shapeSource(text.columns, alias, name), source.line);
-    return u"(%1) AS %2"_qs.arg(text.sql, alias);
+    return u"(%1) AS %2"_s.arg(text.sql, alias);
 }
 
 /// The query of a view or a function: its literals are its own and it sees no names from outside.
 QueryText Writer::moduleQuery(const Query &query, const std::vector<QString> &columns)
 {
     if (++m_moduleDepth > MaxModuleDepth)
-        throw Error(217, u"Maximum stored procedure, function, trigger, or view nesting level exceeded (limit 32)."_qs);
+        throw Error(217, u"Maximum stored procedure, function, trigger, or view nesting level exceeded (limit 32)."_s);
     const Constants constants(*this, true);
     QueryText text = this->query(query, nullptr);
-    renameColumns(text.columns, columns, u"view"_qs, 0);
+    renameColumns(text.columns, columns, u"view"_s, 0);
     --m_moduleDepth;
     return text;
 }
@@ -144,10 +146,10 @@ QString Writer::tableFunction(const TableSource &source, Scope &scope, const Sco
 {
     const std::shared_ptr<const CreateFunctionStatement> function = m_catalogue.function(source.name);
     if (!function)
-        throw Error(208, u"Invalid object name '%1'."_qs.arg(source.name.display()), source.line);
+        throw Error(208, u"Invalid object name '%1'."_s.arg(source.name.display()), source.line);
     if (source.args.size() != function->parameters.size())
         throw Error(source.args.size() < function->parameters.size() ? 313 : 8144,
-                    u"An insufficient number of arguments were supplied for the procedure or function %1."_qs.arg(
+                    u"An insufficient number of arguments were supplied for the procedure or function %1."_s.arg(
                         source.name.display()),
                     source.line);
     static const Scope nowhere;
@@ -159,7 +161,7 @@ QString Writer::tableFunction(const TableSource &source, Scope &scope, const Sco
         if (source.args[i]->kind == ExpressionKind::Default) {
             if (!parameter.defaultValue)
                 throw Error(201,
-                            u"Procedure or function '%1' expects parameter '%2', which was not supplied."_qs.arg(
+                            u"Procedure or function '%1' expects parameter '%2', which was not supplied."_s.arg(
                                 source.name.display(), parameter.name),
                             source.line);
             substitution = {parameter.defaultValue.get(), parameter.type, &nowhere, true};
@@ -177,7 +179,7 @@ QString Writer::tableFunction(const TableSource &source, Scope &scope, const Sco
     const QString alias = nextAlias();
     addSource(scope, shapeSource(text.columns, alias, source.alias.isEmpty() ? source.name.name : source.alias),
               source.line);
-    return u"(%1) AS %2"_qs.arg(text.sql, alias);
+    return u"(%1) AS %2"_s.arg(text.sql, alias);
 }
 
 QString Writer::derived(const TableSource &source, Scope &scope, const Scope *outer)
@@ -187,12 +189,12 @@ QString Writer::derived(const TableSource &source, Scope &scope, const Scope *ou
     for (std::size_t i = 0; i < text.columns.size(); ++i) {
         // A column that is never named cannot be asked for; two of one name can, and are refused then.
         if (text.columns[i].name.isEmpty() && source.query->body->core && text.columns.size() == 1)
-            throw Error(8155, u"No column name was specified for column %1 of '%2'."_qs.arg(i + 1).arg(source.alias),
+            throw Error(8155, u"No column name was specified for column %1 of '%2'."_s.arg(i + 1).arg(source.alias),
                         source.line);
     }
     const QString alias = nextAlias();
     addSource(scope, shapeSource(text.columns, alias, source.alias), source.line);
-    return u"(%1) AS %2"_qs.arg(text.sql, alias);
+    return u"(%1) AS %2"_s.arg(text.sql, alias);
 }
 
 QString Writer::values(const TableSource &source, Scope &scope, const Scope *outer)
@@ -216,17 +218,17 @@ QString Writer::values(const TableSource &source, Scope &scope, const Scope *out
         QStringList cells;
         for (std::size_t i = 0; i < row.size(); ++i)
             cells += convert(row[i], {columns[i].type, {}, {}, {}});
-        lines += u"(%1)"_qs.arg(cells.join(u", "_qs));
+        lines += u"(%1)"_s.arg(cells.join(u", "_s));
     }
     QStringList outputs;
     for (std::size_t i = 0; i < columns.size(); ++i) {
-        const QString collation = columns[i].type.isText() ? u" COLLATE TSQL_CI"_qs : QString();
-        outputs += u"column%1%2 AS \"c%3\""_qs.arg(QString::number(i + 1), collation, QString::number(i + 1));
+        const QString collation = columns[i].type.isText() ? u" COLLATE TSQL_CI"_s : QString();
+        outputs += u"column%1%2 AS \"c%3\""_s.arg(QString::number(i + 1), collation, QString::number(i + 1));
     }
     renameColumns(columns, source.columnAliases, source.alias, source.line);
     const QString alias = nextAlias();
     addSource(scope, shapeSource(columns, alias, source.alias), source.line);
-    return u"(SELECT %1 FROM (VALUES %2)) AS %3"_qs.arg(outputs.join(u", "_qs), lines.join(u", "_qs), alias);
+    return u"(SELECT %1 FROM (VALUES %2)) AS %3"_s.arg(outputs.join(u", "_s), lines.join(u", "_s), alias);
 }
 
 QString Writer::join(const TableSource &source, Scope &scope, const Scope *outer)
@@ -234,26 +236,26 @@ QString Writer::join(const TableSource &source, Scope &scope, const Scope *outer
     const QString left = this->source(*source.left, scope, outer);
     QString right = this->source(*source.right, scope, outer);
     if (source.right->kind == TableSource::Kind::Join)
-        right = u"(%1)"_qs.arg(right);
+        right = u"(%1)"_s.arg(right);
     QString word;
     switch (source.join) {
     case JoinKind::Inner:
     case JoinKind::Cross: // SQLite's own CROSS JOIN would fix the order of the loops
-        word = u" JOIN "_qs;
+        word = u" JOIN "_s;
         break;
     case JoinKind::Left:
-        word = u" LEFT JOIN "_qs;
+        word = u" LEFT JOIN "_s;
         break;
     case JoinKind::Right:
-        word = u" RIGHT JOIN "_qs;
+        word = u" RIGHT JOIN "_s;
         break;
     case JoinKind::Full:
-        word = u" FULL JOIN "_qs;
+        word = u" FULL JOIN "_s;
         break;
     }
     QString text = left + word + right;
     if (source.on)
-        text += u" ON "_qs + conditionText(*source.on, scope);
+        text += u" ON "_s + conditionText(*source.on, scope);
     return text;
 }
 
@@ -311,11 +313,11 @@ QString Writer::commonTables(const std::vector<CommonTable> &tables, Scope &scop
         CommonShape shape{quotedName(table.name.toCaseFolded()), text.columns};
         QStringList columns;
         for (std::size_t i = 0; i < text.columns.size(); ++i)
-            columns += u"\"c%1\""_qs.arg(i + 1);
-        parts += u"%1(%2) AS (%3)"_qs.arg(shape.sqliteName, columns.join(u", "_qs), text.sql);
+            columns += u"\"c%1\""_s.arg(i + 1);
+        parts += u"%1(%2) AS (%3)"_s.arg(shape.sqliteName, columns.join(u", "_s), text.sql);
         scope.commons.insert(table.name.toCaseFolded(), shape);
     }
-    return (recursive ? u"WITH RECURSIVE "_qs : u"WITH "_qs) + parts.join(u", "_qs) + u' ';
+    return (recursive ? u"WITH RECURSIVE "_s : u"WITH "_s) + parts.join(u", "_s) + u' ';
 }
 
 } // namespace tsql

@@ -1,5 +1,7 @@
 #include "data/goods/good_dm.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int ListBlock = 1000;
@@ -14,15 +16,15 @@ TGood_DM::TGood_DM(const host::Connections &connections, const host::SettingsSer
       SellDetails_QRY(connections.ADOConnection1), BuyDetails_QRY(connections.ADOConnection1),
       GoodDetails_QRY(connections.ADOConnection1), GoodFirstAsset_QRY(connections.ADOConnection1),
       FirstAssetList_QRY(connections.ADOConnection1), GoodCostDiscount_QRY(connections.ADOConnection1),
-      main_(connections.ADOConnection1), list_(connections.FDConnection1), scale_(connections.DibalConnection),
-      settings_(settings), entities_(entities), Temp_QRY(main_), TMP_OnLine_QRY(scale_)
+      m_main(connections.ADOConnection1), m_list(connections.FDConnection1), m_scale(connections.DibalConnection),
+      m_settings(settings), m_entities(entities), Temp_QRY(m_main), TMP_OnLine_QRY(m_scale)
 {
-    GoodGet_QRY.SetTable(QStringLiteral("GoodInf"), QStringLiteral("Code"));
-    GoodCostDiscount_QRY.SetTable(QStringLiteral("GoodCostDiscount"), QStringLiteral("GoodCode"));
+    GoodGet_QRY.SetTable(u"GoodInf"_s, u"Code"_s);
+    GoodCostDiscount_QRY.SetTable(u"GoodCostDiscount"_s, u"GoodCode"_s);
     Good_List_QRY.SetBlockSize(ListBlock);
     for (host::Dataset *prices : {&SellDetails_QRY, &BuyDetails_QRY}) {
-        prices->SetTable(QStringLiteral("tmpCostList"), QStringLiteral("Id"));
-        prices->SetEditableFields({QStringLiteral("Cost")});
+        prices->SetTable(u"tmpCostList"_s, u"Id"_s);
+        prices->SetEditableFields({u"Cost"_s});
     }
-    GoodFirstAsset_QRY.SetTable(QStringLiteral("GoodFirstAsset"), QStringLiteral("ID"));
+    GoodFirstAsset_QRY.SetTable(u"GoodFirstAsset"_s, u"ID"_s);
 }

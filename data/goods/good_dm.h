@@ -31,7 +31,7 @@ public:
     TGood_DM &operator=(const TGood_DM &) = delete;
 
     /// The main connection, for the transaction around a save.
-    const QSqlDatabase &Connection() const { return main_; }
+    const QSqlDatabase &Connection() const { return m_main; }
 
     // The datasets that grids show. Owned by the data module.
 
@@ -326,15 +326,15 @@ private:
 
     /// The good as Good_GetByID() read it, until it is written: what an editor did not change stays as it is then, also
     /// when another desk has changed it meanwhile.
-    std::optional<TGoodInfoRec> read_;
+    std::optional<TGoodInfoRec> m_read;
     host::Dataset GoodCostDiscount_QRY; ///< the price row being saved
-    QSqlDatabase main_;
-    QSqlDatabase list_;
-    QSqlDatabase scale_;
-    const host::SettingsService &settings_;
-    host::EntityService &entities_;
+    QSqlDatabase m_main;
+    QSqlDatabase m_list;
+    QSqlDatabase m_scale;
+    const host::SettingsService &m_settings;
+    host::EntityService &m_entities;
     host::Query Temp_QRY;
     host::Query TMP_OnLine_QRY;
     /// Pairs of good and category attached by this module since the last save or clearing.
-    QList<QPair<int, int>> attached_;
+    QList<QPair<int, int>> m_attached;
 };

@@ -31,6 +31,6 @@ int TGood_DM::CheckBarcodeCode(const QString &barcode)
 
 bool TGood_DM::BarcodeUsedInSetting(const QString &barcode) const
 {
-    const auto &reserved = settings_.SettingRecord().ReservedBarcodes;
+    const auto &reserved = m_settings.SettingRecord().ReservedBarcodes;
     return !barcode.isEmpty() && std::find(std::begin(reserved), std::end(reserved), barcode) != std::end(reserved);
 }

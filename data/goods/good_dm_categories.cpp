@@ -13,15 +13,15 @@ void TGood_DM::InsertUpdateToKalaCategory(int goodCode, int categoryCode, int ki
     const QString good = QString::number(goodCode);
     const QString category = QString::number(categoryCode);
     if (kind == 1) {
-        host::Exec(main_, u"insert into Kala_category(kala_code,category_code,tmp) values("_s + good + u","_s +
-                              category + u",1)"_s);
-        attached_.append({goodCode, categoryCode});
+        host::Exec(m_main, u"insert into Kala_category(kala_code,category_code,tmp) values("_s + good + u","_s +
+                               category + u",1)"_s);
+        m_attached.append({goodCode, categoryCode});
     } else if (kind == 2) {
-        const int changed = host::Exec(main_, u"Update Kala_category set tmp=0 where category_Code="_s + category +
-                                                  u" and kala_code="_s + good);
+        const int changed = host::Exec(m_main, u"Update Kala_category set tmp=0 where category_Code="_s + category +
+                                                   u" and kala_code="_s + good);
         if (changed == 0) {
-            host::Exec(main_, u"insert into Kala_category(kala_code,category_code,tmp) values("_s + good + u","_s +
-                                  category + u",0)"_s);
+            host::Exec(m_main, u"insert into Kala_category(kala_code,category_code,tmp) values("_s + good + u","_s +
+                                   category + u",0)"_s);
         }
     }
 }
@@ -41,7 +41,7 @@ void TGood_DM::GoodCatToTemp(int id, int kind)
 {
     const QString row = QString::number(id);
     if (kind == 1) {
-        host::Exec(main_, u"Update Kala_category set tmp=0 where tmp<0 and Id="_s + row);
+        host::Exec(m_main, u"Update Kala_category set tmp=0 where tmp<0 and Id="_s + row);
         return;
     }
     Temp_QRY.Open(u"select Kala_code,Category_code,tmp from Kala_category where Id="_s + row);
@@ -50,15 +50,15 @@ void TGood_DM::GoodCatToTemp(int id, int kind)
     }
     if (Temp_QRY.Int(u"tmp") > 0) {
         DropAttached(Temp_QRY.Int(u"Kala_code"), Temp_QRY.Int(u"Category_code"));
-        host::Exec(main_, u"delete Kala_category where Id="_s + row);
+        host::Exec(m_main, u"delete Kala_category where Id="_s + row);
     } else {
-        host::Exec(main_, u"Update Kala_category set tmp=-1 where Id="_s + row);
+        host::Exec(m_main, u"Update Kala_category set tmp=-1 where Id="_s + row);
     }
 }
 
 void TGood_DM::DropAttached(int goodCode, int categoryCode)
 {
-    attached_.removeAll(qMakePair(goodCode, categoryCode));
+    m_attached.removeAll(qMakePair(goodCode, categoryCode));
 }
 
 void TGood_DM::Fill_grid(int goodCode)
@@ -83,7 +83,7 @@ void TGood_DM::RestoreAttached(int goodCode)
 {
     // Another desk that opens an editor clears everybody's attached rows.
     bool restored = false;
-    const QList<QPair<int, int>> attached = attached_;
+    const QList<QPair<int, int>> attached = m_attached;
     for (const auto &[good, category] : attached) {
         if (good == goodCode && !KalaCategory_Qry.Locate(u"Category_code", category)) {
             DropAttached(good, category);
@@ -99,9 +99,9 @@ void TGood_DM::RestoreAttached(int goodCode)
 void TGood_DM::TempToGoodCat(int goodCode)
 {
     const QString good = QString::number(goodCode);
-    host::Transaction transaction(main_);
+    host::Transaction transaction(m_main);
     QList<int> categories;
-    for (const auto &[attachedGood, category] : attached_) {
+    for (const auto &[attachedGood, category] : m_attached) {
         if (attachedGood == goodCode) {
             categories.append(category);
         }
@@ -112,7 +112,7 @@ void TGood_DM::TempToGoodCat(int goodCode)
             categories.append(Temp_QRY.Int(0));
         }
     }
-    host::Exec(main_, u"delete Kala_category where tmp<0 and Kala_code="_s + good);
+    host::Exec(m_main, u"delete Kala_category where tmp<0 and Kala_code="_s + good);
     for (const int category : categories) {
         InsertUpdateToKalaCategory(goodCode, category, 2);
     }
@@ -121,11 +121,11 @@ void TGood_DM::TempToGoodCat(int goodCode)
 
 void TGood_DM::DeleteTmpCategory()
 {
-    host::Exec(main_, u"delete kala_category where tmp > 0"_s);
-    attached_.clear();
+    host::Exec(m_main, u"delete kala_category where tmp > 0"_s);
+    m_attached.clear();
 }
 
 void TGood_DM::undodelete_category(int goodCode)
 {
-    host::Exec(main_, u"Update Kala_category set tmp=0 where tmp<0 and Kala_code="_s + QString::number(goodCode));
+    host::Exec(m_main, u"Update Kala_category set tmp=0 where tmp<0 and Kala_code="_s + QString::number(goodCode));
 }

@@ -39,7 +39,7 @@ int TGood_DM::Good_GetNewCode_GrpCode(const QString &grpCode, const QString &cod
 bool TGood_DM::CodeIsTaken(int code)
 {
     // The hints keep the answer true until the transaction ends: another desk asking for the same code waits here.
-    return host::Exists(main_,
+    return host::Exists(m_main,
                         u"select Code from GoodInf with (updlock, holdlock) where Code = "_s + QString::number(code));
 }
 
@@ -75,15 +75,16 @@ void TGood_DM::Good_ChangeCode(int newCode, int oldCode)
     }
     const QString to = QString::number(newCode);
     const QString from = QString::number(oldCode);
-    host::Transaction transaction(main_);
-    host::Exec(main_, u"Update tmpCostList set TypeCode="_s + to + u" where Type=3 and TypeCode="_s + from);
+    host::Transaction transaction(m_main);
+    host::Exec(m_main, u"Update tmpCostList set TypeCode="_s + to + u" where Type=3 and TypeCode="_s + from);
     GoodFirstAsset_UpdateAllGoodCodes(newCode, oldCode);
-    host::Exec(main_, u"Update Kala_category set kala_code="_s + to + u" where tmp>0 and kala_code="_s + from);
-    host::Exec(main_, u"Update PhotoGallery set Id_pic="_s + to + u" where tmp>0 and GRPCode=102 and Id_pic="_s + from);
-    host::Exec(main_, u"IF OBJECT_ID('tempdb..#GoodDetails') IS NOT NULL UPDATE #GoodDetails SET GoodCode = "_s + to +
-                          u" WHERE GoodCode = "_s + from);
+    host::Exec(m_main, u"Update Kala_category set kala_code="_s + to + u" where tmp>0 and kala_code="_s + from);
+    host::Exec(m_main,
+               u"Update PhotoGallery set Id_pic="_s + to + u" where tmp>0 and GRPCode=102 and Id_pic="_s + from);
+    host::Exec(m_main, u"IF OBJECT_ID('tempdb..#GoodDetails') IS NOT NULL UPDATE #GoodDetails SET GoodCode = "_s + to +
+                           u" WHERE GoodCode = "_s + from);
     transaction.Commit();
-    for (auto &[good, category] : attached_) {
+    for (auto &[good, category] : m_attached) {
         good = good == oldCode ? newCode : good;
     }
 }

@@ -54,17 +54,17 @@ void TGood_DM::CostLevel_Prepare(int goodCode, int kind)
             rows += WorkingRow(side, level, kind == NewGood);
         }
     }
-    host::Transaction transaction(main_);
+    host::Transaction transaction(m_main);
     CostLevel_DeleteTemp(goodCode);
-    host::Exec(main_, u" declare @GoodCode int  select @GoodCode = "_s + QString::number(goodCode) +
-                          u" INSERT INTO tmpCostlist(type,status,typecode,costlevelcode,cost,[default]) "_s +
-                          rows.join(" union all "_L1));
+    host::Exec(m_main, u" declare @GoodCode int  select @GoodCode = "_s + QString::number(goodCode) +
+                           u" INSERT INTO tmpCostlist(type,status,typecode,costlevelcode,cost,[default]) "_s +
+                           rows.join(" union all "_L1));
     transaction.Commit();
 }
 
 void TGood_DM::CostLevel_DeleteTemp(int goodCode)
 {
-    host::Exec(main_, u"delete from tmpCostList where Type=3 and TypeCode="_s + QString::number(goodCode));
+    host::Exec(m_main, u"delete from tmpCostList where Type=3 and TypeCode="_s + QString::number(goodCode));
 }
 
 void TGood_DM::CostLevel_Sell_GetAll(int goodCode)
@@ -124,11 +124,11 @@ void TGood_DM::SetDefaultCostLevel(int goodCode, int level, Side side)
 {
     const QString good = QString::number(goodCode);
     const QString status = QString::number(side);
-    host::Transaction transaction(main_);
-    host::Exec(main_, u"Update tmpCostList set [Default]=0 where Status="_s + status +
-                          u" and Type=3 and [Default]=1 and TypeCode="_s + good);
-    host::Exec(main_, u"Update tmpCostList set [Default]=1 where Status="_s + status + u" and Type=3 and TypeCode="_s +
-                          good + u" and CostLevelCode="_s + QString::number(level));
+    host::Transaction transaction(m_main);
+    host::Exec(m_main, u"Update tmpCostList set [Default]=0 where Status="_s + status +
+                           u" and Type=3 and [Default]=1 and TypeCode="_s + good);
+    host::Exec(m_main, u"Update tmpCostList set [Default]=1 where Status="_s + status + u" and Type=3 and TypeCode="_s +
+                           good + u" and CostLevelCode="_s + QString::number(level));
     transaction.Commit();
 }
 
@@ -218,10 +218,10 @@ bool TGood_DM::RestoreCostLevels(host::Dataset &dataset, int goodCode, Side side
     if (shown.isEmpty() || shown == held) {
         return false;
     }
-    host::Transaction transaction(main_);
-    host::Exec(main_, u"delete"_s + rowsOfSide);
-    host::Exec(main_, u"insert into tmpCostList([Type],Status,TypeCode,CostLevelCode,Cost,[Default]) values "_s +
-                          values.join(u','));
+    host::Transaction transaction(m_main);
+    host::Exec(m_main, u"delete"_s + rowsOfSide);
+    host::Exec(m_main, u"insert into tmpCostList([Type],Status,TypeCode,CostLevelCode,Cost,[Default]) values "_s +
+                           values.join(u','));
     transaction.Commit();
     OpenCostLevels(dataset, goodCode, side);
     return true;
@@ -229,7 +229,7 @@ bool TGood_DM::RestoreCostLevels(host::Dataset &dataset, int goodCode, Side side
 
 void TGood_DM::CostLevel_Save(int goodCode)
 {
-    host::Transaction transaction(main_);
+    host::Transaction transaction(m_main);
     SaveCostLevels(goodCode, Sell);
     SaveCostLevels(goodCode, Buy);
     transaction.Commit();
@@ -245,8 +245,8 @@ void TGood_DM::SaveCostLevels(int goodCode, Side side)
         assignments += u"CostLevel_"_s + name + u'_' + number + u"=ISNULL((select max(Cost)"_s + working +
                        u" and CostLevelCode="_s + number + u"),0),"_s;
     }
-    host::Exec(main_, u"Update GoodCostDiscount set "_s + assignments + u"Default_CostLevel_"_s + name +
-                          u"_Number=ISNULL((select max(CostLevelCode)"_s + working +
-                          u" and [Default]=1),0) where GoodCode="_s + QString::number(goodCode) +
-                          u" and exists (select 1"_s + working + u')');
+    host::Exec(m_main, u"Update GoodCostDiscount set "_s + assignments + u"Default_CostLevel_"_s + name +
+                           u"_Number=ISNULL((select max(CostLevelCode)"_s + working +
+                           u" and [Default]=1),0) where GoodCode="_s + QString::number(goodCode) +
+                           u" and exists (select 1"_s + working + u')');
 }

@@ -44,7 +44,7 @@ bool TGood_DM::GoodSelectedIndex_IsChecked(int code)
 
 void TGood_DM::UpdateMogodiKala(int kind)
 {
-    host::Exec(main_, u"Exec UpdateMogodiKala "_s + QString::number(kind));
+    host::Exec(m_main, u"Exec UpdateMogodiKala "_s + QString::number(kind));
 }
 
 QString TGood_DM::GetFirstPeriodVoucherDate()
@@ -101,11 +101,11 @@ QList<QPair<int, QString>> TGood_DM::GetTagsOfGoods(const QString &codes)
 
 void TGood_DM::TmpToMainPhoto(int goodCode)
 {
-    host::Exec(main_,
+    host::Exec(m_main,
                u"Update PhotoGallery set tmp=0 where tmp=1 and GRPCode=102 and Id_pic="_s + QString::number(goodCode));
 }
 
 void TGood_DM::DeleteTmpphoto(int goodCode)
 {
-    host::Exec(main_, u"delete from PhotoGallery where tmp>0 and id_pic="_s + QString::number(goodCode));
+    host::Exec(m_main, u"delete from PhotoGallery where tmp>0 and id_pic="_s + QString::number(goodCode));
 }

@@ -9,20 +9,20 @@ using namespace Qt::StringLiterals;
 
 void TGood_DM::FirstAsset_DeleteTemp(int goodCode)
 {
-    host::Exec(main_, u"Delete from GoodFirstAsset where tmp=1 and GoodCode="_s + QString::number(goodCode));
+    host::Exec(m_main, u"Delete from GoodFirstAsset where tmp=1 and GoodCode="_s + QString::number(goodCode));
 }
 
 bool TGood_DM::FirstAsset_IsSaved(int goodCode)
 {
-    return host::Exists(main_,
+    return host::Exists(m_main,
                         u"select top 1 ID from GoodFirstAsset where tmp=0 and GoodCode="_s + QString::number(goodCode));
 }
 
 void TGood_DM::FirstAsset_FillTemp(int goodCode)
 {
-    host::Transaction transaction(main_);
+    host::Transaction transaction(m_main);
     FirstAsset_DeleteTemp(goodCode);
-    host::Exec(main_,
+    host::Exec(m_main,
                u"Insert GoodFirstAsset(GoodCode,StoreCode,tmp,Amount1,Amount2,Comment,Radif) Select "
                "GoodCode,StoreCode,1,Amount1,Amount2,Comment,Radif from GoodFirstAsset where tmp=0 and GoodCode="_s +
                    QString::number(goodCode));
@@ -38,35 +38,35 @@ bool TGood_DM::FirstAsset_NotIsMultiStore(int goodCode)
 void TGood_DM::FirstAsset_MultiStore(int goodCode, const QString &store, host::Quantity amount1, host::Quantity amount2)
 {
     const QString good = QString::number(goodCode);
-    host::Transaction transaction(main_);
+    host::Transaction transaction(m_main);
     Temp_QRY.Open(u" SELECT * FROM GoodFirstAsset WHERE Tmp = 1 AND GoodCode = "_s + good);
     const int rows = Temp_QRY.RecordCount();
     const bool given = amount1 != 0 && !store.isEmpty();
     if (rows == 0 && given) {
-        host::Exec(main_, u" INSERT GoodFirstAsset(GoodCode, StoreCode, Tmp, Amount1, Amount2, Radif)  VALUES("_s +
-                              good + u", "_s + host::CodeText(store) +
-                              u", "
-                              "1 "
-                              ", "_s +
-                              host::DecimalLiteral(amount1) + u", "_s + host::DecimalLiteral(amount2) +
-                              u", "
-                              "   1   )"_s);
+        host::Exec(m_main, u" INSERT GoodFirstAsset(GoodCode, StoreCode, Tmp, Amount1, Amount2, Radif)  VALUES("_s +
+                               good + u", "_s + host::CodeText(store) +
+                               u", "
+                               "1 "
+                               ", "_s +
+                               host::DecimalLiteral(amount1) + u", "_s + host::DecimalLiteral(amount2) +
+                               u", "
+                               "   1   )"_s);
     } else if (rows == 1 && given) {
-        host::Exec(main_, u" UPDATE GoodFirstAsset SET     Amount1 = "_s + host::DecimalLiteral(amount1) +
-                              u"   ,Amount2 = "_s + host::DecimalLiteral(amount2) +
-                              u" WHERE Tmp = 1 AND GoodCode = "_s + good);
+        host::Exec(m_main, u" UPDATE GoodFirstAsset SET     Amount1 = "_s + host::DecimalLiteral(amount1) +
+                               u"   ,Amount2 = "_s + host::DecimalLiteral(amount2) +
+                               u" WHERE Tmp = 1 AND GoodCode = "_s + good);
     } else if (rows == 1 && amount1 == 0) {
-        host::Exec(main_, u" DELETE FROM GoodFirstAsset WHERE Tmp = 1 AND GoodCode = "_s + good);
+        host::Exec(m_main, u" DELETE FROM GoodFirstAsset WHERE Tmp = 1 AND GoodCode = "_s + good);
     }
     transaction.Commit();
 }
 
 void TGood_DM::GoodFirstAsset(int goodCode, const QString &store, const QString &amount1, const QString &amount2)
 {
-    host::Exec(main_, u"Insert GoodFirstAsset(GoodCode,StoreCode,Amount1,Amount2,tmp,Radif)  Values("_s +
-                          QString::number(goodCode) + u","_s + host::CodeText(store) + u","_s +
-                          host::DecimalLiteral(QStringView(amount1)) + u","_s +
-                          host::DecimalLiteral(QStringView(amount2)) + u",1,1)"_s);
+    host::Exec(m_main, u"Insert GoodFirstAsset(GoodCode,StoreCode,Amount1,Amount2,tmp,Radif)  Values("_s +
+                           QString::number(goodCode) + u","_s + host::CodeText(store) + u","_s +
+                           host::DecimalLiteral(QStringView(amount1)) + u","_s +
+                           host::DecimalLiteral(QStringView(amount2)) + u",1,1)"_s);
 }
 
 void TGood_DM::GoodFirstAsset_GetAmount(int goodCode, host::Quantity &amount1, host::Quantity &amount2)
@@ -81,8 +81,8 @@ void TGood_DM::GoodFirstAsset_GetAmount(int goodCode, host::Quantity &amount1, h
 
 void TGood_DM::GoodFirstAsset_UpdateAllGoodCodes(int newCode, int oldCode)
 {
-    host::Exec(main_, u"Update GoodFirstAsset set GoodCode="_s + QString::number(newCode) +
-                          u" where tmp=1 and GoodCode="_s + QString::number(oldCode));
+    host::Exec(m_main, u"Update GoodFirstAsset set GoodCode="_s + QString::number(newCode) +
+                           u" where tmp=1 and GoodCode="_s + QString::number(oldCode));
 }
 
 void TGood_DM::GoodFirstAsset_GetAll(int goodCode, int unit1, int unit2, host::Quantity formula)
@@ -149,7 +149,7 @@ bool TGood_DM::GoodFirstAsset_Update(const TGoodFirstAsset_Rec &rec)
 
 void TGood_DM::GoodFirstAsset_Delete(int radif)
 {
-    host::Exec(main_, u"Delete from GoodFirstAsset where tmp=1 and Radif="_s + QString::number(radif));
+    host::Exec(m_main, u"Delete from GoodFirstAsset where tmp=1 and Radif="_s + QString::number(radif));
 }
 
 int TGood_DM::GoodFirstAsset_RecordCount(int goodCode, int storeCode)
@@ -172,7 +172,7 @@ bool TGood_DM::ValidateGoodFirstAsset_Insert(int goodCode, int storeCode, int ra
 void TGood_DM::GoodFirstAsset_SaveTemp(int goodCode, host::Quantity amount1, host::Quantity amount2)
 {
     const QString good = QString::number(goodCode);
-    host::Transaction transaction(main_);
+    host::Transaction transaction(m_main);
     host::Quantity sum1 = 0;
     host::Quantity sum2 = 0;
     GoodFirstAsset_GetAmount(goodCode, sum1, sum2);
@@ -180,8 +180,8 @@ void TGood_DM::GoodFirstAsset_SaveTemp(int goodCode, host::Quantity amount1, hos
         host::QuantityToText(sum2) != host::QuantityToText(amount2)) {
         throw host::DatabaseError(u"موجودی اول دوره این کالا در جای دیگری تغییر کرده است؛ کالا را دوباره باز کنید."_s);
     }
-    host::Exec(main_, u"Delete from GoodFirstAsset where tmp=0 and GoodCode="_s + good);
-    host::Exec(main_, u"Update GoodFirstAsset set tmp=0 where tmp=1 and GoodCode="_s + good);
+    host::Exec(m_main, u"Delete from GoodFirstAsset where tmp=0 and GoodCode="_s + good);
+    host::Exec(m_main, u"Update GoodFirstAsset set tmp=0 where tmp=1 and GoodCode="_s + good);
     transaction.Commit();
 }
 

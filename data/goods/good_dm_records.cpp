@@ -19,7 +19,7 @@ QString DiscountField(QLatin1String side, size_t number)
 
 void TGood_DM::Good_GetByID(int code)
 {
-    read_.reset();
+    m_read.reset();
     GoodGet_QRY.Open(QString::asprintf("select * from goodinf Where Code = %d ", code));
 }
 
@@ -35,7 +35,7 @@ bool TGood_DM::Good_GetByID(int code, TGoodInfoRec &rec)
     }
     ReadDiscounts(code, read.Price);
     rec = read;
-    read_ = read;
+    m_read = read;
     return true;
 }
 
@@ -47,7 +47,7 @@ bool TGood_DM::Good_IsNewRecordMode(int code)
 
 bool TGood_DM::Good_Insert(const TGoodInfoRec &rec)
 {
-    host::Transaction transaction(main_);
+    host::Transaction transaction(m_main);
     SaveDiscounts(rec.Code, rec.Price);
     if (!GoodGet_QRY.IsOpen()) {
         Good_GetByID(rec.Code);
@@ -64,7 +64,7 @@ bool TGood_DM::Good_Insert(const TGoodInfoRec &rec)
 
 bool TGood_DM::Good_Update(const TGoodInfoRec &rec)
 {
-    host::Transaction transaction(main_);
+    host::Transaction transaction(m_main);
     SaveDiscounts(rec.Code, rec.Price);
     if (!GoodGet_QRY.IsOpen() || GoodGet_QRY.IsEmpty() || GoodGet_QRY.IntField(u"Code") != rec.Code) {
         Good_GetByID(rec.Code);
@@ -77,7 +77,7 @@ bool TGood_DM::Good_Update(const TGoodInfoRec &rec)
     WriteFields(rec, Writing::Update);
     GoodGet_QRY.Post();
     transaction.Commit();
-    read_.reset();
+    m_read.reset();
     return true;
 }
 
@@ -88,7 +88,7 @@ void TGood_DM::WriteFields(const TGoodInfoRec &rec, Writing writing)
     const bool isNew = writing == Writing::Insert;
     const goods::Written skipped = isNew ? goods::Written::Update : goods::Written::Insert;
     for (const goods::GoodField &field : goods::GoodFields()) {
-        const bool kept = !isNew && read_ && field.Get(*read_) == field.Get(written);
+        const bool kept = !isNew && m_read && field.Get(*m_read) == field.Get(written);
         if (field.written != skipped && !kept) {
             GoodGet_QRY.SetField(QString(field.column), field.Get(written));
         }
@@ -140,7 +140,7 @@ void TGood_DM::ReadDiscounts(int code, TGoodPrice_Rec &price)
 
 bool TGood_DM::Good_Delete(int code)
 {
-    return entities_.Delete_Entity(host::TSoftwarePart::Goods, code, false) == 0;
+    return m_entities.Delete_Entity(host::TSoftwarePart::Goods, code, false) == 0;
 }
 
 void TGood_DM::Good_GetAll(int manageType, int userCode, int slCode, int displayType, const QString &requestedColumns)
@@ -161,13 +161,13 @@ TGood_DM::GoodCodes TGood_DM::GetGoodCodes()
 
 void TGood_DM::Good_UpdateDaraiGoodType(int goodType, const QString &codes)
 {
-    host::Exec(main_, u"update GoodInf set DaraiGoodType = "_s + QString::number(goodType) + u" where code in ("_s +
-                          host::CodeList(codes) + u')');
+    host::Exec(m_main, u"update GoodInf set DaraiGoodType = "_s + QString::number(goodType) + u" where code in ("_s +
+                           host::CodeList(codes) + u')');
 }
 
 int TGood_DM::Good_GetVoucherCode(int code)
 {
-    return host::Scalar(main_, u"select VoucherCode from GoodInf where Code = "_s + QString::number(code)).toInt();
+    return host::Scalar(m_main, u"select VoucherCode from GoodInf where Code = "_s + QString::number(code)).toInt();
 }
 
 bool TGood_DM::Good_HasGardesh(int code)

@@ -11,7 +11,7 @@ bool TGood_DM::CheckGoodInScale(int code)
 
 void TGood_DM::DeleteGoodInScale(int code)
 {
-    host::Exec(scale_, u" UPDATE Items SET ChangeType = 3 WHERE Code = "_s + QString::number(code));
+    host::Exec(m_scale, u" UPDATE Items SET ChangeType = 3 WHERE Code = "_s + QString::number(code));
 }
 
 void TGood_DM::Change_Price_Scale(int code, int costLevel)
@@ -38,10 +38,10 @@ void TGood_DM::Change_Price_Scale(int code, int costLevel)
     const QString price = host::DecimalLiteral(Temp_QRY.Number(0));
     TMP_OnLine_QRY.Open(u"SELECT * FROM Items WHERE Code = "_s + good);
     if (!TMP_OnLine_QRY.IsEmpty()) {
-        host::Exec(scale_, u" UPDATE Items SET Name1 = "_s + host::QuotedStr(name) + u", Price = "_s + price +
-                               u", BarCode = "_s + host::QuotedStr(barcode) + u", Type = "_s + QString::number(type) +
-                               u", ChangeType = 2 "
-                               " WHERE Code = "_s +
-                               good);
+        host::Exec(m_scale, u" UPDATE Items SET Name1 = "_s + host::QuotedStr(name) + u", Price = "_s + price +
+                                u", BarCode = "_s + host::QuotedStr(barcode) + u", Type = "_s + QString::number(type) +
+                                u", ChangeType = 2 "
+                                " WHERE Code = "_s +
+                                good);
     }
 }

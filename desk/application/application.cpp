@@ -11,16 +11,18 @@
 #include "host/data/database_error.h"
 #include "host/screens/theme.h"
 
-#include <QtCore/QFileInfo>
-#include <QtCore/QScopeGuard>
-#include <QtCore/QTextStream>
-#include <QtGui/QFontDatabase>
-#include <QtWidgets/QApplication>
-#include <QtWidgets/QProgressDialog>
+#include <QApplication>
+#include <QFileInfo>
+#include <QFontDatabase>
+#include <QProgressDialog>
+#include <QScopeGuard>
+#include <QTextStream>
 
 #include <cstdio>
 #include <memory>
 #include <optional>
+
+using namespace Qt::StringLiterals;
 
 namespace desk {
 
@@ -38,7 +40,7 @@ void PrepareDatabase(const Options &options)
 {
     if (!options.connection.isEmpty() || QFileInfo::exists(options.databaseFile))
         return;
-    QProgressDialog progress(u"پایگاه داده ساخته می‌شود …"_qs, QString(), 0, 1);
+    QProgressDialog progress(u"پایگاه داده ساخته می‌شود …"_s, QString(), 0, 1);
     progress.setWindowTitle(QString::fromUtf16(MessageCaption));
     progress.setMinimumDuration(0);
     progress.setMinimumWidth(420);
@@ -113,7 +115,7 @@ std::optional<int> AnswerCommandLine(Options &options)
     try {
         options = ReadOptions(QCoreApplication::arguments());
     } catch (const OptionsError &error) {
-        Print(stderr, QString::fromUtf8(error.what()) + u"\ndesk --help tells the options."_qs);
+        Print(stderr, QString::fromUtf8(error.what()) + u"\ndesk --help tells the options."_s);
         return WrongCommandLine;
     }
     if (!options.help)
@@ -129,20 +131,20 @@ int RunWithoutDisplay()
     Options options;
     if (const auto answered = AnswerCommandLine(options))
         return *answered;
-    Print(stderr, u"There is no display. scripts/run works without one."_qs);
+    Print(stderr, u"There is no display. scripts/run works without one."_s);
     return Failed;
 }
 
 int Run(QApplication &application)
 {
-    QCoreApplication::setApplicationName(u"desk"_qs);
-    QCoreApplication::setOrganizationName(u"goods"_qs);
+    QCoreApplication::setApplicationName(u"desk"_s);
+    QCoreApplication::setOrganizationName(u"goods"_s);
     host::theme::Apply(application);
     Options options;
     if (const auto answered = AnswerCommandLine(options))
         return *answered;
     if (QFontDatabase::families(QFontDatabase::Arabic).isEmpty())
-        Print(stderr, u"No font with Persian letters is installed (Debian: fonts-dejavu-core, fonts-dejavu-extra)."_qs);
+        Print(stderr, u"No font with Persian letters is installed (Debian: fonts-dejavu-core, fonts-dejavu-extra)."_s);
     QString trouble;
     try {
         return Work(application, options);

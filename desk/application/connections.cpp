@@ -5,7 +5,9 @@
 #include "host/data/sql_text.h"
 #include "tsql/driver.h"
 
-#include <QtSql/QSqlError>
+#include <QSqlError>
+
+using namespace Qt::StringLiterals;
 
 namespace desk {
 
@@ -13,12 +15,12 @@ namespace {
 
 QSqlDatabase OpenServer(const QString &connection, const QString &name)
 {
-    QSqlDatabase database = QSqlDatabase::addDatabase(u"QODBC"_qs, name);
+    QSqlDatabase database = QSqlDatabase::addDatabase(u"QODBC"_s, name);
     // The driver manager gives the last part of a connection string a zero behind its end: that part is empty here.
     database.setDatabaseName(connection + u';');
     database.setNumericalPrecisionPolicy(QSql::HighPrecision);
     if (!database.open())
-        throw host::DatabaseError(database.lastError(), u"connect"_qs);
+        throw host::DatabaseError(database.lastError(), u"connect"_s);
     return database;
 }
 
@@ -30,16 +32,16 @@ QSqlDatabase OpenEmbedded(const QString &file, const QString &name)
     database.setDatabaseName(file);
     database.setNumericalPrecisionPolicy(QSql::HighPrecision);
     if (!database.open())
-        throw host::DatabaseError(database.lastError(), u"connect"_qs);
+        throw host::DatabaseError(database.lastError(), u"connect"_s);
     return database;
 }
 
 OpenConnections::OpenConnections(const Options &options)
 {
     try {
-        connections_.ADOConnection1 = Open(u"desk.main"_qs, options);
-        connections_.FDConnection1 = Open(u"desk.goods_list"_qs, options);
-        connections_.DibalConnection = Open(u"desk.scales"_qs, options);
+        m_connections.ADOConnection1 = Open(u"desk.main"_s, options);
+        m_connections.FDConnection1 = Open(u"desk.goods_list"_s, options);
+        m_connections.DibalConnection = Open(u"desk.scales"_s, options);
     } catch (...) {
         Close();
         throw;
@@ -53,7 +55,7 @@ OpenConnections::~OpenConnections()
 
 QSqlDatabase OpenConnections::Open(const QString &name, const Options &options)
 {
-    names_ << name;
+    m_names << name;
     return options.connection.isEmpty() ? OpenEmbedded(options.databaseFile, name)
                                         : OpenServer(options.connection, name);
 }
@@ -61,18 +63,18 @@ QSqlDatabase OpenConnections::Open(const QString &name, const Options &options)
 void OpenConnections::Close()
 {
     for (QSqlDatabase *each :
-         {&connections_.ADOConnection1, &connections_.FDConnection1, &connections_.DibalConnection}) {
+         {&m_connections.ADOConnection1, &m_connections.FDConnection1, &m_connections.DibalConnection}) {
         each->close();
         *each = QSqlDatabase();
     }
-    for (const QString &name : std::as_const(names_))
+    for (const QString &name : std::as_const(m_names))
         QSqlDatabase::removeDatabase(name);
 }
 
 bool KeepsPersianLetters(const QSqlDatabase &connection)
 {
-    const QString letters = u"یک"_qs;
-    return host::Scalar(connection, u"SELECT "_qs + host::QuotedStr(letters) + u" AS Letters"_qs).toString() == letters;
+    const QString letters = u"یک"_s;
+    return host::Scalar(connection, u"SELECT "_s + host::QuotedStr(letters) + u" AS Letters"_s).toString() == letters;
 }
 
 } // namespace desk

@@ -16,14 +16,14 @@ public:
     OpenConnections(const OpenConnections &) = delete;
     OpenConnections &operator=(const OpenConnections &) = delete;
 
-    const host::Connections &Get() const { return connections_; }
+    const host::Connections &Get() const { return m_connections; }
 
 private:
     QSqlDatabase Open(const QString &name, const Options &options);
     void Close();
 
-    host::Connections connections_;
-    QStringList names_;
+    host::Connections m_connections;
+    QStringList m_names;
 };
 
 /// One connection to an embedded database file, under a name. Throws host::DatabaseError.

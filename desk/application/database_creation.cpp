@@ -5,23 +5,25 @@
 #include "host/data/database_error.h"
 #include "host/data/query.h"
 
-#include <QtCore/QCoreApplication>
-#include <QtCore/QDir>
-#include <QtCore/QFile>
-#include <QtCore/QFileInfo>
-#include <QtCore/QScopeGuard>
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QScopeGuard>
 
 #include <stdexcept>
+
+using namespace Qt::StringLiterals;
 
 namespace desk {
 
 namespace {
 
-const QString ConnectionName = QStringLiteral("desk.creation");
+const QString ConnectionName = u"desk.creation"_s;
 
 void RemoveDatabase(const QString &file)
 {
-    for (const QString &tail : {QString(), u"-wal"_qs, u"-shm"_qs})
+    for (const QString &tail : {QString(), u"-wal"_s, u"-shm"_s})
         QFile::remove(file + tail);
 }
 
@@ -43,7 +45,7 @@ void RunBatches(const QString &file, const QStringList &batches, const CreationP
 
 QString DatabaseScript(const QString &name)
 {
-    QFile file(u":/desk/database/"_qs + name);
+    QFile file(u":/desk/database/"_s + name);
     if (!file.open(QIODevice::ReadOnly))
         throw std::runtime_error("missing script: " + name.toStdString());
     return QString::fromUtf8(file.readAll());
@@ -69,14 +71,14 @@ QStringList Batches(const QString &script)
 
 void CreateDatabase(const QString &file, bool demo, const CreationProgress &progress)
 {
-    QStringList batches = Batches(DatabaseScript(u"schema.sql"_qs)) + Batches(DatabaseScript(u"procedures.sql"_qs));
+    QStringList batches = Batches(DatabaseScript(u"schema.sql"_s)) + Batches(DatabaseScript(u"procedures.sql"_s));
     if (demo)
-        batches += Batches(DatabaseScript(u"demo.sql"_qs));
+        batches += Batches(DatabaseScript(u"demo.sql"_s));
     const QFileInfo place(file);
     if (!QDir().mkpath(place.absolutePath()))
         throw host::DatabaseError(MessageText(message::NotWritable, {place.absolutePath()}));
 
-    const QString draft = u"%1.%2.new"_qs.arg(place.absoluteFilePath()).arg(QCoreApplication::applicationPid());
+    const QString draft = u"%1.%2.new"_s.arg(place.absoluteFilePath()).arg(QCoreApplication::applicationPid());
     RemoveDatabase(draft);
     const auto sweep = qScopeGuard([&draft] { RemoveDatabase(draft); });
     RunBatches(draft, batches, progress);

@@ -1,6 +1,6 @@
 #include "desk/application/desk_host.h"
 
-#include <QtWidgets/QMainWindow>
+#include <QMainWindow>
 
 namespace desk {
 

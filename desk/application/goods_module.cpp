@@ -1,7 +1,9 @@
 #include "desk/application/goods_module.h"
 
-#include <QtCore/QCoreApplication>
-#include <QtCore/QDir>
+#include <QCoreApplication>
+#include <QDir>
+
+using namespace Qt::StringLiterals;
 
 namespace desk {
 
@@ -17,68 +19,68 @@ const char16_t *Utf16(const QString &text)
 GoodsModule::GoodsModule(const QString &folder)
 {
     const QDir place(folder.isEmpty() ? QCoreApplication::applicationDirPath() : folder);
-    library_.setFileName(place.absoluteFilePath(u"Goods_VLK"_qs));
+    m_library.setFileName(place.absoluteFilePath(u"Goods_VLK"_s));
 }
 
 bool GoodsModule::Load()
 {
-    error_.clear();
-    if (!library_.load()) {
-        error_ = library_.errorString();
+    m_error.clear();
+    if (!m_library.load()) {
+        m_error = m_library.errorString();
         return false;
     }
-    Resolve(table_.Open_GoodList, "Open_GoodList");
-    Resolve(table_.Select_Good, "Select_Good");
-    Resolve(table_.Select_Good_Multible, "Select_Good_Multible");
-    Resolve(table_.Call_GoodGet, "Call_GoodGet");
-    Resolve(table_.Edit_Good, "Edit_Good");
-    Resolve(table_.Select_GoodGroup, "Select_GoodGroup");
-    Resolve(table_.Edit_GoodGroup, "Edit_GoodGroup");
-    Resolve(table_.Open_StoreList, "Open_StoreList");
-    Resolve(table_.Select_Store, "Select_Store");
-    Resolve(table_.Edit_Store, "Edit_Store");
-    Resolve(table_.Open_Units, "Open_Units");
-    Resolve(table_.Select_Unit, "Select_Unit");
-    Resolve(table_.Call_DetailTypes_List, "Call_DetailTypes_List");
-    Resolve(table_.Select_DetailTypes_Multible, "Select_DetailTypes_Multible");
-    complete_ = error_.isEmpty();
-    return complete_;
+    Resolve(m_table.Open_GoodList, "Open_GoodList");
+    Resolve(m_table.Select_Good, "Select_Good");
+    Resolve(m_table.Select_Good_Multible, "Select_Good_Multible");
+    Resolve(m_table.Call_GoodGet, "Call_GoodGet");
+    Resolve(m_table.Edit_Good, "Edit_Good");
+    Resolve(m_table.Select_GoodGroup, "Select_GoodGroup");
+    Resolve(m_table.Edit_GoodGroup, "Edit_GoodGroup");
+    Resolve(m_table.Open_StoreList, "Open_StoreList");
+    Resolve(m_table.Select_Store, "Select_Store");
+    Resolve(m_table.Edit_Store, "Edit_Store");
+    Resolve(m_table.Open_Units, "Open_Units");
+    Resolve(m_table.Select_Unit, "Select_Unit");
+    Resolve(m_table.Call_DetailTypes_List, "Call_DetailTypes_List");
+    Resolve(m_table.Select_DetailTypes_Multible, "Select_DetailTypes_Multible");
+    m_complete = m_error.isEmpty();
+    return m_complete;
 }
 
 void GoodsModule::Unload()
 {
-    complete_ = false;
-    table_ = {};
-    if (library_.isLoaded())
-        library_.unload();
+    m_complete = false;
+    m_table = {};
+    if (m_library.isLoaded())
+        m_library.unload();
 }
 
 template <typename Function> void GoodsModule::Resolve(Function &target, const char *name)
 {
-    target = reinterpret_cast<Function>(library_.resolve(name));
-    if (!target && error_.isEmpty())
-        error_ = library_.errorString();
+    target = reinterpret_cast<Function>(m_library.resolve(name));
+    if (!target && m_error.isEmpty())
+        m_error = m_library.errorString();
 }
 
 int GoodsModule::Select_Good(const QString &param) const
 {
-    return table_.Select_Good(Utf16(param));
+    return m_table.Select_Good(Utf16(param));
 }
 
 QString GoodsModule::Select_Good_Multible(const QString &param) const
 {
-    return QString::fromUtf16(table_.Select_Good_Multible(Utf16(param)));
+    return QString::fromUtf16(m_table.Select_Good_Multible(Utf16(param)));
 }
 
 int GoodsModule::Select_Store(const QString &param) const
 {
-    return table_.Select_Store(Utf16(param));
+    return m_table.Select_Store(Utf16(param));
 }
 
 QString GoodsModule::Select_DetailTypes_Multible(const host::MultibleParam &wanted) const
 {
-    return QString::fromUtf16(table_.Select_DetailTypes_Multible(u"", wanted.PreviousCount, wanted.Categories ? 1 : 0,
-                                                                 wanted.InList ? 1 : 0, Utf16(wanted.PreviousCodes)));
+    return QString::fromUtf16(m_table.Select_DetailTypes_Multible(u"", wanted.PreviousCount, wanted.Categories ? 1 : 0,
+                                                                  wanted.InList ? 1 : 0, Utf16(wanted.PreviousCodes)));
 }
 
 } // namespace desk

@@ -3,8 +3,8 @@
 #include "entry/exports.h"
 #include "host/services/entity_service.h"
 
-#include <QtCore/QLibrary>
-#include <QtCore/QString>
+#include <QLibrary>
+#include <QString>
 
 #include <cstdint>
 
@@ -21,24 +21,24 @@ public:
     /// Loads the library and resolves every function. False when the library or one of its functions is missing;
     /// ErrorText() then says which.
     bool Load();
-    bool IsLoaded() const { return complete_; }
-    const QString &ErrorText() const { return error_; }
+    bool IsLoaded() const { return m_complete; }
+    const QString &ErrorText() const { return m_error; }
     /// Lets the library go, and with it the screens that it keeps. No function may be called afterwards.
     void Unload();
 
-    void Open_GoodList() const { table_.Open_GoodList(); }
+    void Open_GoodList() const { m_table.Open_GoodList(); }
     int Select_Good(const QString &param) const;
     QString Select_Good_Multible(const QString &param) const;
-    void Call_GoodGet(int goodId, std::uint8_t kind) const { table_.Call_GoodGet(goodId, kind); }
-    int Edit_Good(int value) const { return table_.Edit_Good(value); }
-    void Select_GoodGroup() const { table_.Select_GoodGroup(); }
-    void Edit_GoodGroup(int groupId) const { table_.Edit_GoodGroup(groupId); }
-    int Open_StoreList() const { return table_.Open_StoreList(); }
+    void Call_GoodGet(int goodId, std::uint8_t kind) const { m_table.Call_GoodGet(goodId, kind); }
+    int Edit_Good(int value) const { return m_table.Edit_Good(value); }
+    void Select_GoodGroup() const { m_table.Select_GoodGroup(); }
+    void Edit_GoodGroup(int groupId) const { m_table.Edit_GoodGroup(groupId); }
+    int Open_StoreList() const { return m_table.Open_StoreList(); }
     int Select_Store(const QString &param) const;
-    void Edit_Store(int storeId) const { table_.Edit_Store(storeId); }
-    int Open_Units() const { return table_.Open_Units(); }
-    int Select_Unit() const { return table_.Select_Unit(); }
-    void Call_DetailTypes_List() const { table_.Call_DetailTypes_List(); }
+    void Edit_Store(int storeId) const { m_table.Edit_Store(storeId); }
+    int Open_Units() const { return m_table.Open_Units(); }
+    int Select_Unit() const { return m_table.Select_Unit(); }
+    void Call_DetailTypes_List() const { m_table.Call_DetailTypes_List(); }
     QString Select_DetailTypes_Multible(const host::MultibleParam &wanted) const;
 
 private:
@@ -62,10 +62,10 @@ private:
 
     template <typename Function> void Resolve(Function &target, const char *name);
 
-    QLibrary library_;
-    Table table_;
-    QString error_;
-    bool complete_ = false;
+    QLibrary m_library;
+    Table m_table;
+    QString m_error;
+    bool m_complete = false;
 };
 
 } // namespace desk

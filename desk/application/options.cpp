@@ -1,32 +1,33 @@
 #include "desk/application/options.h"
 
-#include <QtCore/QCommandLineParser>
-#include <QtCore/QDir>
-#include <QtCore/QStandardPaths>
+#include <QCommandLineParser>
+#include <QDir>
+#include <QStandardPaths>
+
+using namespace Qt::StringLiterals;
 
 namespace desk {
 
 namespace {
 
-const QCommandLineOption Database{u"database"_qs, u"The embedded database file; created when missing."_qs, u"FILE"_qs};
-const QCommandLineOption Connection{u"connection"_qs, u"Work on SQL Server through this ODBC connection string."_qs,
-                                    u"TEXT"_qs};
-const QCommandLineOption Demo{u"demo"_qs, u"Fill a newly created database with demo data."_qs};
-const QCommandLineOption User{u"user"_qs, u"Code of the user who signs in (1 when not given)."_qs, u"CODE"_qs};
+const QCommandLineOption Database{u"database"_s, u"The embedded database file; created when missing."_s, u"FILE"_s};
+const QCommandLineOption Connection{u"connection"_s, u"Work on SQL Server through this ODBC connection string."_s,
+                                    u"TEXT"_s};
+const QCommandLineOption Demo{u"demo"_s, u"Fill a newly created database with demo data."_s};
+const QCommandLineOption User{u"user"_s, u"Code of the user who signs in (1 when not given)."_s, u"CODE"_s};
 const QCommandLineOption Tour{
-    u"tour"_qs, u"Work through the main screens by itself, on demo data, and leave pictures in FOLDER."_qs,
-    u"FOLDER"_qs};
-const QCommandLineOption Help{QStringList{u"h"_qs, u"help"_qs}, u"Print this text."_qs};
+    u"tour"_s, u"Work through the main screens by itself, on demo data, and leave pictures in FOLDER."_s, u"FOLDER"_s};
+const QCommandLineOption Help{QStringList{u"h"_s, u"help"_s}, u"Print this text."_s};
 
 void AddOptions(QCommandLineParser &parser)
 {
-    parser.setApplicationDescription(u"The desk: a host application for the goods module."_qs);
+    parser.setApplicationDescription(u"The desk: a host application for the goods module."_s);
     parser.addOptions({Database, Connection, Demo, User, Tour, Help});
 }
 
 QString DefaultDatabaseFile()
 {
-    return QDir(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation)).filePath(u"goods.db"_qs);
+    return QDir(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation)).filePath(u"goods.db"_s);
 }
 
 [[noreturn]] void Refuse(const QString &text)
@@ -43,7 +44,7 @@ Options ReadOptions(const QStringList &arguments)
     if (!parser.parse(arguments))
         Refuse(parser.errorText());
     if (!parser.positionalArguments().isEmpty())
-        Refuse(u"Unexpected argument: "_qs + parser.positionalArguments().constFirst());
+        Refuse(u"Unexpected argument: "_s + parser.positionalArguments().constFirst());
     Options options;
     options.help = parser.isSet(Help);
     options.demo = parser.isSet(Demo);
@@ -51,12 +52,12 @@ Options ReadOptions(const QStringList &arguments)
     options.connection = parser.value(Connection);
     options.databaseFile = parser.isSet(Database) ? parser.value(Database) : DefaultDatabaseFile();
     if (parser.isSet(Connection) && parser.isSet(Database))
-        Refuse(u"--database and --connection exclude each other."_qs);
+        Refuse(u"--database and --connection exclude each other."_s);
     if (parser.isSet(User)) {
         bool number = false;
         options.user = parser.value(User).toInt(&number);
         if (!number || options.user <= 0)
-            Refuse(u"--user takes the code of a user, a positive number."_qs);
+            Refuse(u"--user takes the code of a user, a positive number."_s);
     }
     return options;
 }

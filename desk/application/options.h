@@ -1,7 +1,7 @@
 #pragma once
 
-#include <QtCore/QString>
-#include <QtCore/QStringList>
+#include <QString>
+#include <QStringList>
 
 #include <stdexcept>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <QtCore/QStringList>
-#include <QtSql/QSqlDatabase>
+#include <QSqlDatabase>
+#include <QStringList>
 
 namespace desk {
 

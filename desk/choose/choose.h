@@ -36,9 +36,9 @@ private:
     void ShowResult(const QString &call, const QString &codes);
     void ShowNothing(const QString &call, const QString &words);
 
-    const GoodsModule &module_;
-    std::unique_ptr<Ui::Choose> ui_;
-    host::Dataset result_;
+    const GoodsModule &m_module;
+    std::unique_ptr<Ui::Choose> m_ui;
+    host::Dataset m_result;
 };
 
 } // namespace desk

@@ -9,12 +9,14 @@
 #include "host/data/transaction.h"
 #include "ui_photo_gallery.h"
 
-#include <QtCore/QBuffer>
-#include <QtCore/QFileInfo>
-#include <QtGui/QImageReader>
-#include <QtGui/QPainter>
-#include <QtWidgets/QFileDialog>
-#include <QtWidgets/QPushButton>
+#include <QBuffer>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QImageReader>
+#include <QPainter>
+#include <QPushButton>
+
+using namespace Qt::StringLiterals;
 
 namespace desk {
 
@@ -61,24 +63,24 @@ QIcon Thumbnail(const QByteArray &picture, const QSize &size, qreal ratio)
 } // namespace
 
 TPhotoGallery_FRM::TPhotoGallery_FRM(host::Host &host, host::TSoftwarePart part, int code)
-    : TBaseDock_FRM(host, part, host::TFormMode::Edit, host.mainWindow), code_(code),
-      ui_(std::make_unique<Ui::PhotoGallery>())
+    : TBaseDock_FRM(host, part, host::TFormMode::Edit, host.mainWindow), m_code(code),
+      m_ui(std::make_unique<Ui::PhotoGallery>())
 {
-    setObjectName(u"TPhotoGallery_FRM"_qs);
-    ui_->setupUi(Content());
-    SetTitle(u"عکس‌ها"_qs);
-    Bind(AddFooterCommand(u"Add_BTN"_qs, u"افزودن F4"_qs), Qt::Key_F4, [this] { AddFromFiles(); });
-    Bind(AddFooterCommand(u"Del_BTN"_qs, u"حذف F7"_qs), Qt::Key_F7, [this] { DeletePhoto(); });
-    Bind(AddFooterCommand(u"Earlier_BTN"_qs, u"جلوتر"_qs), Qt::CTRL | Qt::Key_Up, [this] { Move(-1); });
-    Bind(AddFooterCommand(u"Later_BTN"_qs, u"عقب‌تر"_qs), Qt::CTRL | Qt::Key_Down, [this] { Move(1); });
-    Bind(AddFooterButton(u"EXit_BTN"_qs, u"خروج Esc"_qs), {}, [this] { reject(); });
+    setObjectName(u"TPhotoGallery_FRM"_s);
+    m_ui->setupUi(Content());
+    SetTitle(u"عکس‌ها"_s);
+    Bind(AddFooterCommand(u"Add_BTN"_s, u"افزودن F4"_s), Qt::Key_F4, [this] { AddFromFiles(); });
+    Bind(AddFooterCommand(u"Del_BTN"_s, u"حذف F7"_s), Qt::Key_F7, [this] { DeletePhoto(); });
+    Bind(AddFooterCommand(u"Earlier_BTN"_s, u"جلوتر"_s), Qt::CTRL | Qt::Key_Up, [this] { Move(-1); });
+    Bind(AddFooterCommand(u"Later_BTN"_s, u"عقب‌تر"_s), Qt::CTRL | Qt::Key_Down, [this] { Move(1); });
+    Bind(AddFooterButton(u"EXit_BTN"_s, u"خروج Esc"_s), {}, [this] { reject(); });
 }
 
 TPhotoGallery_FRM::~TPhotoGallery_FRM() = default;
 
 QString TPhotoGallery_FRM::Where() const
 {
-    return u" WHERE Id_pic = %1 AND GRPCode = %2"_qs.arg(code_).arg(static_cast<int>(SoftwarePart()));
+    return u" WHERE Id_pic = %1 AND GRPCode = %2"_s.arg(m_code).arg(static_cast<int>(SoftwarePart()));
 }
 
 void TPhotoGallery_FRM::FormShow()
@@ -89,22 +91,22 @@ void TPhotoGallery_FRM::FormShow()
 
 void TPhotoGallery_FRM::Fill(int row)
 {
-    ui_->Photos_LST->clear();
+    m_ui->Photos_LST->clear();
     host::Query query(m_host.DM.ADOConnection1,
-                      u"SELECT Id, Picture FROM PhotoGallery"_qs + Where() + u" ORDER BY Radif, Id"_qs);
+                      u"SELECT Id, Picture FROM PhotoGallery"_s + Where() + u" ORDER BY Radif, Id"_s);
     for (int number = 1; !query.Eof(); query.Next(), ++number) {
         auto *item = new QListWidgetItem(
-            Thumbnail(query.Value(u"Picture").toByteArray(), ui_->Photos_LST->iconSize(), devicePixelRatioF()),
-            host::PersianDigits(QString::number(number)), ui_->Photos_LST);
+            Thumbnail(query.Value(u"Picture").toByteArray(), m_ui->Photos_LST->iconSize(), devicePixelRatioF()),
+            host::PersianDigits(QString::number(number)), m_ui->Photos_LST);
         item->setData(IdRole, query.Int(u"Id"));
     }
-    ui_->Photos_LST->setCurrentRow(std::min(row, ui_->Photos_LST->count() - 1));
+    m_ui->Photos_LST->setCurrentRow(std::min(row, m_ui->Photos_LST->count() - 1));
 }
 
 void TPhotoGallery_FRM::AddFromFiles()
 {
-    const QStringList files = QFileDialog::getOpenFileNames(
-        this, u"افزودن عکس"_qs, {}, u"عکس‌ها (*.png *.jpg *.jpeg *.bmp *.webp *.gif)"_qs);
+    const QStringList files = QFileDialog::getOpenFileNames(this, u"افزودن عکس"_s, {},
+                                                            u"عکس‌ها (*.png *.jpg *.jpeg *.bmp *.webp *.gif)"_s);
     for (const QString &file : files)
         AddFile(file);
 }
@@ -117,39 +119,39 @@ void TPhotoGallery_FRM::AddFile(const QString &path)
                                     host::MessageIcon::Warning);
         return;
     }
-    const QString number = u"(SELECT ISNULL(MAX(Radif), 0) + 1 FROM PhotoGallery"_qs + Where() + u')';
+    const QString number = u"(SELECT ISNULL(MAX(Radif), 0) + 1 FROM PhotoGallery"_s + Where() + u')';
     host::Exec(m_host.DM.ADOConnection1,
-               u"INSERT INTO PhotoGallery (GRPCode, Id_pic, Radif, Picture, tmp) SELECT %1, %2, "_qs
+               u"INSERT INTO PhotoGallery (GRPCode, Id_pic, Radif, Picture, tmp) SELECT %1, %2, "_s
                        .arg(static_cast<int>(SoftwarePart()))
-                       .arg(code_) +
-                   number + u", "_qs + host::Literal(picture, host::ColumnKind::Bytes) + u", 1"_qs);
-    Fill(ui_->Photos_LST->count());
+                       .arg(m_code) +
+                   number + u", "_s + host::Literal(picture, host::ColumnKind::Bytes) + u", 1"_s);
+    Fill(m_ui->Photos_LST->count());
 }
 
 void TPhotoGallery_FRM::DeletePhoto()
 {
-    const QListWidgetItem *item = ui_->Photos_LST->currentItem();
-    if (!item || !m_host.messages.MsgDeleteItem(u"این عکس"_qs))
+    const QListWidgetItem *item = m_ui->Photos_LST->currentItem();
+    if (!item || !m_host.messages.MsgDeleteItem(u"این عکس"_s))
         return;
-    const int row = ui_->Photos_LST->currentRow();
-    host::Exec(m_host.DM.ADOConnection1, u"DELETE FROM PhotoGallery WHERE Id = %1"_qs.arg(item->data(IdRole).toInt()));
+    const int row = m_ui->Photos_LST->currentRow();
+    host::Exec(m_host.DM.ADOConnection1, u"DELETE FROM PhotoGallery WHERE Id = %1"_s.arg(item->data(IdRole).toInt()));
     Fill(row);
 }
 
 void TPhotoGallery_FRM::Move(int step)
 {
-    const int from = ui_->Photos_LST->currentRow();
+    const int from = m_ui->Photos_LST->currentRow();
     const int to = from + step;
-    if (from < 0 || to < 0 || to >= ui_->Photos_LST->count())
+    if (from < 0 || to < 0 || to >= m_ui->Photos_LST->count())
         return;
     QList<int> ids;
-    for (int row = 0; row < ui_->Photos_LST->count(); ++row)
-        ids << ui_->Photos_LST->item(row)->data(IdRole).toInt();
+    for (int row = 0; row < m_ui->Photos_LST->count(); ++row)
+        ids << m_ui->Photos_LST->item(row)->data(IdRole).toInt();
     ids.move(from, to);
     host::Transaction transaction(m_host.DM.ADOConnection1);
     for (int i = 0; i < ids.size(); ++i)
         host::Exec(m_host.DM.ADOConnection1,
-                   u"UPDATE PhotoGallery SET Radif = %1 WHERE Id = %2"_qs.arg(i + 1).arg(ids.at(i)));
+                   u"UPDATE PhotoGallery SET Radif = %1 WHERE Id = %2"_s.arg(i + 1).arg(ids.at(i)));
     transaction.Commit();
     Fill(to);
 }

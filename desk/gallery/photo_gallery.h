@@ -35,8 +35,8 @@ private:
     void Fill(int row);
     QString Where() const;
 
-    int code_;
-    std::unique_ptr<Ui::PhotoGallery> ui_;
+    int m_code;
+    std::unique_ptr<Ui::PhotoGallery> m_ui;
 };
 
 } // namespace desk

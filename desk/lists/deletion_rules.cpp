@@ -2,7 +2,7 @@
 
 #include "host/data/query.h"
 
-#include <QtCore/QList>
+#include <QList>
 
 namespace desk {
 

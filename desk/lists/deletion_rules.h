@@ -2,7 +2,7 @@
 
 #include "host/services/types.h"
 
-#include <QtSql/QSqlDatabase>
+#include <QSqlDatabase>
 
 #include <optional>
 

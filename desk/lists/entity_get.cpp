@@ -6,6 +6,8 @@
 #include "host/data/transaction.h"
 #include "ui_entity_get.h"
 
+using namespace Qt::StringLiterals;
+
 namespace desk {
 
 using host::MessageService;
@@ -13,15 +15,15 @@ using host::Refusal;
 using host::TFormMode;
 
 TEntity_Get_FRM::TEntity_Get_FRM(host::Host &host, const EntityKind &kind)
-    : TBaseGet_New_FRM(host, kind.part, host.mainWindow), kind_(kind), ui_(std::make_unique<Ui::EntityGet>()),
-      row_(host.DM.ADOConnection1)
+    : TBaseGet_New_FRM(host, kind.part, host.mainWindow), m_kind(kind), m_ui(std::make_unique<Ui::EntityGet>()),
+      m_row(host.DM.ADOConnection1)
 {
-    setObjectName(u"TEntity_Get_FRM_%1"_qs.arg(static_cast<int>(kind.part)));
-    ui_->setupUi(Content());
-    ui_->Type_LBL->setVisible(kind.hasType);
-    ui_->Type_CMB->setVisible(kind.hasType);
-    row_.SetTable(kind.table, kind.codeColumn);
-    SetCodeEdit(ui_->Code_EDT);
+    setObjectName(u"TEntity_Get_FRM_%1"_s.arg(static_cast<int>(kind.part)));
+    m_ui->setupUi(Content());
+    m_ui->Type_LBL->setVisible(kind.hasType);
+    m_ui->Type_CMB->setVisible(kind.hasType);
+    m_row.SetTable(kind.table, kind.codeColumn);
+    SetCodeEdit(m_ui->Code_EDT);
     SetCloseAfterNew(true);
 }
 
@@ -29,54 +31,54 @@ TEntity_Get_FRM::~TEntity_Get_FRM() = default;
 
 QString TEntity_Get_FRM::RowText(int code) const
 {
-    return u"SELECT * FROM %1 WHERE %2 = %3"_qs.arg(kind_.table, kind_.codeColumn).arg(code);
+    return u"SELECT * FROM %1 WHERE %2 = %3"_s.arg(m_kind.table, m_kind.codeColumn).arg(code);
 }
 
 void TEntity_Get_FRM::Prepare()
 {
-    SetTitle(u"%1 جدید"_qs.arg(kind_.singular));
+    SetTitle(u"%1 جدید"_s.arg(m_kind.singular));
     const QVariant code = host::Scalar(m_host.DM.ADOConnection1,
-                                       u"SELECT ISNULL(MAX(%1), 0) + 1 FROM %2"_qs.arg(kind_.codeColumn, kind_.table));
-    ui_->Code_EDT->setText(code.toString());
-    ui_->Code_EDT->setReadOnly(false);
-    ui_->Name_EDT->clear();
-    ui_->Comment_EDT->clear();
-    ui_->Type_CMB->setCurrentIndex(0);
+                                       u"SELECT ISNULL(MAX(%1), 0) + 1 FROM %2"_s.arg(m_kind.codeColumn, m_kind.table));
+    m_ui->Code_EDT->setText(code.toString());
+    m_ui->Code_EDT->setReadOnly(false);
+    m_ui->Name_EDT->clear();
+    m_ui->Comment_EDT->clear();
+    m_ui->Type_CMB->setCurrentIndex(0);
 }
 
 void TEntity_Get_FRM::Load()
 {
-    row_.Open(RowText(Key().toInt()));
-    if (row_.IsEmpty()) {
-        m_host.messages.ShowMessage(MessageText(message::EntityGone, {kind_.singular}), host::MessageIcon::Warning);
+    m_row.Open(RowText(Key().toInt()));
+    if (m_row.IsEmpty()) {
+        m_host.messages.ShowMessage(MessageText(message::EntityGone, {m_kind.singular}), host::MessageIcon::Warning);
         AbortOpening();
         return;
     }
-    SetTitle(u"%1 «%2»"_qs.arg(kind_.singular, row_.TextField(u"Name")));
-    ui_->Code_EDT->setText(Key().toString());
-    ui_->Code_EDT->setReadOnly(true);
-    ui_->Name_EDT->setText(row_.TextField(u"Name"));
-    ui_->Comment_EDT->setText(row_.TextField(u"Comment"));
-    if (kind_.hasType)
-        ui_->Type_CMB->setCurrentIndex(row_.IntField(u"Type"));
+    SetTitle(u"%1 «%2»"_s.arg(m_kind.singular, m_row.TextField(u"Name")));
+    m_ui->Code_EDT->setText(Key().toString());
+    m_ui->Code_EDT->setReadOnly(true);
+    m_ui->Name_EDT->setText(m_row.TextField(u"Name"));
+    m_ui->Comment_EDT->setText(m_row.TextField(u"Comment"));
+    if (m_kind.hasType)
+        m_ui->Type_CMB->setCurrentIndex(m_row.IntField(u"Type"));
 }
 
 std::vector<host::Check> TEntity_Get_FRM::Validate()
 {
     return {
-        {u"code fits"_qs, [this] { return CodeFits(); }},
-        {u"code is free"_qs, [this] { return CodeIsFree(); }},
-        {u"name is given"_qs, [this] { return NameIsGiven(); }},
-        {u"name is free"_qs, [this] { return NameIsFree(); }},
+        {u"code fits"_s, [this] { return CodeFits(); }},
+        {u"code is free"_s, [this] { return CodeIsFree(); }},
+        {u"name is given"_s, [this] { return NameIsGiven(); }},
+        {u"name is free"_s, [this] { return NameIsFree(); }},
     };
 }
 
 std::optional<Refusal> TEntity_Get_FRM::CodeFits() const
 {
-    const qint64 code = ui_->Code_EDT->Integer();
+    const qint64 code = m_ui->Code_EDT->Integer();
     if (Mode() != TFormMode::New || (code >= LeastEntityCode && code <= GreatestEntityCode))
         return std::nullopt;
-    return Refusal{ui_->Code_EDT, [](MessageService &messages) {
+    return Refusal{m_ui->Code_EDT, [](MessageService &messages) {
                        messages.ShowMessage(MessageText(message::CodeOutOfRange, {QString::number(LeastEntityCode),
                                                                                   QString::number(GreatestEntityCode)}),
                                             host::MessageIcon::Warning);
@@ -86,53 +88,53 @@ std::optional<Refusal> TEntity_Get_FRM::CodeFits() const
 std::optional<Refusal> TEntity_Get_FRM::CodeIsFree() const
 {
     if (Mode() != TFormMode::New ||
-        !host::Exists(m_host.DM.ADOConnection1, RowText(static_cast<int>(ui_->Code_EDT->Integer()))))
+        !host::Exists(m_host.DM.ADOConnection1, RowText(static_cast<int>(m_ui->Code_EDT->Integer()))))
         return std::nullopt;
-    return Refusal{ui_->Code_EDT, [](MessageService &messages) { messages.MsgRepeatedCode(u"کد"_qs); }};
+    return Refusal{m_ui->Code_EDT, [](MessageService &messages) { messages.MsgRepeatedCode(u"کد"_s); }};
 }
 
 std::optional<Refusal> TEntity_Get_FRM::NameIsGiven() const
 {
-    if (!ui_->Name_EDT->text().trimmed().isEmpty())
+    if (!m_ui->Name_EDT->text().trimmed().isEmpty())
         return std::nullopt;
-    return Refusal{ui_->Name_EDT, [](MessageService &messages) { messages.MsgRequiredField(u"نام"_qs); }};
+    return Refusal{m_ui->Name_EDT, [](MessageService &messages) { messages.MsgRequiredField(u"نام"_s); }};
 }
 
 std::optional<Refusal> TEntity_Get_FRM::NameIsFree() const
 {
-    const QString text = u"SELECT %1 FROM %2 WHERE %1 <> %3 AND %4 = "_qs.arg(kind_.codeColumn, kind_.table)
-                             .arg(ui_->Code_EDT->Integer())
-                             .arg(kind_.nameColumn) +
-                         host::NQuotedStr(ui_->Name_EDT->text().trimmed());
+    const QString text = u"SELECT %1 FROM %2 WHERE %1 <> %3 AND %4 = "_s.arg(m_kind.codeColumn, m_kind.table)
+                             .arg(m_ui->Code_EDT->Integer())
+                             .arg(m_kind.nameColumn) +
+                         host::NQuotedStr(m_ui->Name_EDT->text().trimmed());
     if (!host::Exists(m_host.DM.ADOConnection1, text))
         return std::nullopt;
-    return Refusal{ui_->Name_EDT,
-                   [this](MessageService &messages) { messages.MsgRepeatedField(u"نام"_qs, kind_.plural); }};
+    return Refusal{m_ui->Name_EDT,
+                   [this](MessageService &messages) { messages.MsgRepeatedField(u"نام"_s, m_kind.plural); }};
 }
 
 void TEntity_Get_FRM::Write()
 {
-    const int code = static_cast<int>(ui_->Code_EDT->Integer());
+    const int code = static_cast<int>(m_ui->Code_EDT->Integer());
     host::Transaction transaction(m_host.DM.ADOConnection1);
-    row_.Open(RowText(code));
+    m_row.Open(RowText(code));
     if (Mode() == TFormMode::New) {
-        row_.Append();
-        row_.SetField(kind_.codeColumn, code);
+        m_row.Append();
+        m_row.SetField(m_kind.codeColumn, code);
     } else {
-        row_.Edit();
+        m_row.Edit();
     }
-    row_.SetField(kind_.nameColumn, ui_->Name_EDT->text().trimmed());
-    row_.SetField(u"Comment", ui_->Comment_EDT->text());
-    if (kind_.hasType)
-        row_.SetField(u"Type", ui_->Type_CMB->currentIndex());
-    row_.Post();
+    m_row.SetField(m_kind.nameColumn, m_ui->Name_EDT->text().trimmed());
+    m_row.SetField(u"Comment", m_ui->Comment_EDT->text());
+    if (m_kind.hasType)
+        m_row.SetField(u"Type", m_ui->Type_CMB->currentIndex());
+    m_row.Post();
     transaction.Commit();
     SetKey(code);
 }
 
 void TEntity_Get_FRM::AfterWrite()
 {
-    m_host.messages.MSGCompeletedSuccessfully(u"ذخیره‌سازی %1"_qs.arg(kind_.singular));
+    m_host.messages.MSGCompeletedSuccessfully(u"ذخیره‌سازی %1"_s.arg(m_kind.singular));
 }
 
 QString TEntity_Get_FRM::PrepareRecoveryQuery() const
@@ -142,7 +144,7 @@ QString TEntity_Get_FRM::PrepareRecoveryQuery() const
 
 QWidget *TEntity_Get_FRM::FirstControl() const
 {
-    return ui_->Name_EDT;
+    return m_ui->Name_EDT;
 }
 
 } // namespace desk

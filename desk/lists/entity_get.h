@@ -37,9 +37,9 @@ private:
     std::optional<host::Refusal> NameIsFree() const;
     QString RowText(int code) const;
 
-    const EntityKind &kind_;
-    std::unique_ptr<Ui::EntityGet> ui_;
-    host::Dataset row_;
+    const EntityKind &m_kind;
+    std::unique_ptr<Ui::EntityGet> m_ui;
+    host::Dataset m_row;
 };
 
 } // namespace desk

@@ -1,6 +1,8 @@
 #include "desk/lists/entity_kind.h"
 
-#include <QtCore/QList>
+#include <QList>
+
+using namespace Qt::StringLiterals;
 
 namespace desk {
 
@@ -8,13 +10,13 @@ const EntityKind &KindOf(host::TSoftwarePart part)
 {
     using host::TSoftwarePart;
     static const QList<EntityKind> kinds{
-        {TSoftwarePart::GoodsGroups, u"GoodGrpS"_qs, u"Code"_qs, u"Name"_qs, u"گروه کالا"_qs,
-         u"گروه‌های کالا"_qs, true, false},
-        {TSoftwarePart::Stores, u"Stores"_qs, u"Code"_qs, u"Name"_qs, u"انبار"_qs, u"انبارها"_qs, true, false},
-        {TSoftwarePart::Units, u"Units"_qs, u"Code"_qs, u"Name"_qs, u"واحد سنجش"_qs, u"واحدهای سنجش"_qs, true, true},
-        {TSoftwarePart::Goods, u"GoodInf"_qs, u"Code"_qs, u"Name"_qs, u"کالا"_qs, u"کالاها"_qs, false, false},
-        {TSoftwarePart::DetailTypes, u"DetailTypes"_qs, u"ID"_qs, u"Title"_qs, u"نوع جزئیات"_qs, u"انواع جزئیات"_qs,
-         false, false},
+        {TSoftwarePart::GoodsGroups, u"GoodGrpS"_s, u"Code"_s, u"Name"_s, u"گروه کالا"_s,
+         u"گروه‌های کالا"_s, true, false},
+        {TSoftwarePart::Stores, u"Stores"_s, u"Code"_s, u"Name"_s, u"انبار"_s, u"انبارها"_s, true, false},
+        {TSoftwarePart::Units, u"Units"_s, u"Code"_s, u"Name"_s, u"واحد سنجش"_s, u"واحدهای سنجش"_s, true, true},
+        {TSoftwarePart::Goods, u"GoodInf"_s, u"Code"_s, u"Name"_s, u"کالا"_s, u"کالاها"_s, false, false},
+        {TSoftwarePart::DetailTypes, u"DetailTypes"_s, u"ID"_s, u"Title"_s, u"نوع جزئیات"_s, u"انواع جزئیات"_s, false,
+         false},
     };
     for (const EntityKind &kind : kinds) {
         if (kind.part == part)

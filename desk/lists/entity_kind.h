@@ -2,7 +2,7 @@
 
 #include "host/services/types.h"
 
-#include <QtCore/QString>
+#include <QString>
 
 #include <stdexcept>
 

@@ -27,12 +27,12 @@ public:
     /// Several rows can be marked and chosen.
     void SetMultiSelect(bool several);
     /// A code list of rows that are not offered.
-    void SetExcludedCodes(const QString &codes) { excluded_ = codes; }
+    void SetExcludedCodes(const QString &codes) { m_excluded = codes; }
 
     /// The chosen row after the screen closed with OK.
-    int ChosenCode() const { return chosen_; }
+    int ChosenCode() const { return m_chosen; }
     /// The marked rows in the order of marking, each followed by a comma.
-    const QString &ChosenCodes() const { return chosenCodes_; }
+    const QString &ChosenCodes() const { return m_chosenCodes; }
 
 protected:
     void FormShow() override;
@@ -54,12 +54,12 @@ private:
     void ChooseRow();
     void TakeRow();
 
-    const EntityKind &kind_;
-    std::unique_ptr<Ui::EntityList> ui_;
-    host::Dataset rows_;
-    QString excluded_;
-    int chosen_ = 0;
-    QString chosenCodes_;
+    const EntityKind &m_kind;
+    std::unique_ptr<Ui::EntityList> m_ui;
+    host::Dataset m_rows;
+    QString m_excluded;
+    int m_chosen = 0;
+    QString m_chosenCodes;
 };
 
 } // namespace desk

@@ -1,11 +1,13 @@
 #include "desk/messages/balloon.h"
 
-#include <QtCore/QTimer>
-#include <QtGui/QPainter>
-#include <QtGui/QPainterPath>
-#include <QtGui/QScreen>
-#include <QtWidgets/QLabel>
-#include <QtWidgets/QVBoxLayout>
+#include <QLabel>
+#include <QPainter>
+#include <QPainterPath>
+#include <QScreen>
+#include <QTimer>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
 
 namespace desk {
 
@@ -32,15 +34,15 @@ void Balloon::Show(QWidget *anchor, const QString &text, int milliseconds)
 }
 
 Balloon::Balloon(QWidget *anchor, const QString &text)
-    : QWidget(anchor->window(), Qt::ToolTip | Qt::FramelessWindowHint), anchor_(anchor)
+    : QWidget(anchor->window(), Qt::ToolTip | Qt::FramelessWindowHint), m_anchor(anchor)
 {
-    setObjectName(u"Balloon"_qs);
+    setObjectName(u"Balloon"_s);
     setAttribute(Qt::WA_TranslucentBackground);
     setAttribute(Qt::WA_ShowWithoutActivating);
     auto *label = new QLabel(text, this);
-    label->setObjectName(u"Balloon_LBL"_qs);
+    label->setObjectName(u"Balloon_LBL"_s);
     label->setTextFormat(Qt::PlainText);
-    label->setStyleSheet(u"color: #3B2B05; background: transparent;"_qs);
+    label->setStyleSheet(u"color: #3B2B05; background: transparent;"_s);
     if (label->sizeHint().width() > TextWidth) {
         label->setWordWrap(true);
         label->setFixedWidth(TextWidth);
@@ -51,31 +53,31 @@ Balloon::Balloon(QWidget *anchor, const QString &text)
 
 void Balloon::Place()
 {
-    const QRect screen = anchor_->screen()->availableGeometry();
-    const QRect target(anchor_->mapToGlobal(QPoint(0, 0)), anchor_->size());
+    const QRect screen = m_anchor->screen()->availableGeometry();
+    const QRect target(m_anchor->mapToGlobal(QPoint(0, 0)), m_anchor->size());
     layout()->setContentsMargins(14, 10 + TipHeight, 14, 10);
     adjustSize();
-    below_ = target.bottom() + height() <= screen.bottom();
-    if (!below_)
+    m_below = target.bottom() + height() <= screen.bottom();
+    if (!m_below)
         layout()->setContentsMargins(14, 10, 14, 10 + TipHeight);
     const int wanted = target.center().x() - width() / 2;
     const int left = std::clamp(wanted, screen.left(), std::max(screen.left(), screen.right() - width()));
-    tip_ = std::clamp(target.center().x() - left, Radius + TipHalf, width() - Radius - TipHalf);
-    move(left, below_ ? target.bottom() : target.top() - height());
+    m_tip = std::clamp(target.center().x() - left, Radius + TipHalf, width() - Radius - TipHalf);
+    move(left, m_below ? target.bottom() : target.top() - height());
 }
 
 void Balloon::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    const qreal top = below_ ? TipHeight : 0.5;
-    const qreal bottom = below_ ? height() - 0.5 : height() - TipHeight;
+    const qreal top = m_below ? TipHeight : 0.5;
+    const qreal bottom = m_below ? height() - 0.5 : height() - TipHeight;
     QPainterPath body;
     body.addRoundedRect(QRectF(QPointF(0.5, top), QPointF(width() - 0.5, bottom)), Radius, Radius);
-    const qreal base = below_ ? top : bottom;
-    const qreal point = below_ ? 0.5 : height() - 0.5;
+    const qreal base = m_below ? top : bottom;
+    const qreal point = m_below ? 0.5 : height() - 0.5;
     QPainterPath tip;
-    tip.addPolygon(QPolygonF{{QPointF(tip_ - TipHalf, base), QPointF(tip_, point), QPointF(tip_ + TipHalf, base)}});
+    tip.addPolygon(QPolygonF{{QPointF(m_tip - TipHalf, base), QPointF(m_tip, point), QPointF(m_tip + TipHalf, base)}});
     tip.closeSubpath();
     painter.setPen(QPen(Border, 1));
     painter.setBrush(Ground);

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <QtCore/QPointer>
-#include <QtWidgets/QWidget>
+#include <QPointer>
+#include <QWidget>
 
 namespace desk {
 
@@ -22,9 +22,9 @@ private:
     Balloon(QWidget *anchor, const QString &text);
     void Place();
 
-    QPointer<QWidget> anchor_;
-    bool below_ = true; ///< the balloon stands below its anchor, its tip upwards
-    int tip_ = 0;       ///< where the tip is, from the left edge
+    QPointer<QWidget> m_anchor;
+    bool m_below = true; ///< the balloon stands below its anchor, its tip upwards
+    int m_tip = 0;       ///< where the tip is, from the left edge
 };
 
 } // namespace desk

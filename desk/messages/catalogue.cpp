@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <iterator>
 
+using namespace Qt::StringLiterals;
+
 namespace desk {
 
 namespace {
@@ -92,9 +94,7 @@ QString MessageText(int number, const QStringList &parameters)
     const auto *entry = std::find_if(std::begin(Catalogue), std::end(Catalogue),
                                      [number](const Entry &each) { return each.number == number; });
     if (entry == std::end(Catalogue))
-        return QStringLiteral("پیغام شماره‌ی %1: %2")
-            .arg(number)
-            .arg(parameters.join(QStringLiteral("، ")));
+        return u"پیغام شماره‌ی %1: %2"_s.arg(number).arg(parameters.join(u"، "_s));
     QString text;
     for (const char16_t *at = entry->text; *at; ++at) {
         const bool place = at[0] == u'%' && at[1] >= u'1' && at[1] <= u'9';

@@ -1,10 +1,12 @@
 #include "desk/messages/flash.h"
 
-#include <QtCore/QEvent>
-#include <QtCore/QTimer>
-#include <QtWidgets/QGraphicsDropShadowEffect>
-#include <QtWidgets/QHBoxLayout>
-#include <QtWidgets/QLabel>
+#include <QEvent>
+#include <QGraphicsDropShadowEffect>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QTimer>
+
+using namespace Qt::StringLiterals;
 
 namespace desk {
 
@@ -29,12 +31,12 @@ void Flash::Show(QWidget *window, const QString &text, int milliseconds)
 
 Flash::Flash(QWidget *window, const QString &text) : QFrame(window)
 {
-    setObjectName(u"Flash"_qs);
+    setObjectName(u"Flash"_s);
     setAttribute(Qt::WA_StyledBackground);
     setStyleSheet(u"desk--Flash { background: #24323F; border-radius: 10px; }"
-                  "desk--Flash QLabel { color: white; background: transparent; }"_qs);
+                  "desk--Flash QLabel { color: white; background: transparent; }"_s);
     auto *label = new QLabel(text, this);
-    label->setObjectName(u"Flash_LBL"_qs);
+    label->setObjectName(u"Flash_LBL"_s);
     label->setTextFormat(Qt::PlainText);
     label->setAlignment(Qt::AlignCenter);
     label->setWordWrap(label->sizeHint().width() > MaximumWidth);

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <QtCore/QString>
-#include <QtWidgets/QFrame>
+#include <QFrame>
+#include <QString>
 
 namespace desk {
 

@@ -4,9 +4,11 @@
 #include "desk/window/icons.h"
 #include "host/screens/theme.h"
 
-#include <QtWidgets/QAbstractButton>
-#include <QtWidgets/QMessageBox>
-#include <QtWidgets/QPushButton>
+#include <QAbstractButton>
+#include <QMessageBox>
+#include <QPushButton>
+
+using namespace Qt::StringLiterals;
 
 namespace desk {
 
@@ -29,7 +31,7 @@ QIcon IconOf(host::MessageIcon icon)
 
 void Dress(QMessageBox &box, const QString &text, const QString &caption, const QIcon &icon)
 {
-    box.setObjectName(u"Message_BOX"_qs);
+    box.setObjectName(u"Message_BOX"_s);
     box.setWindowTitle(caption.isEmpty() ? QString::fromUtf16(MessageCaption) : caption);
     box.setTextFormat(Qt::PlainText);
     box.setText(text);
@@ -50,7 +52,7 @@ void ShowBox(QWidget *parent, const QString &text, host::MessageIcon icon, const
 {
     QMessageBox box(parent);
     Dress(box, text, caption, IconOf(icon));
-    QPushButton *confirm = AddButton(box, u"&تأیید"_qs, QMessageBox::AcceptRole);
+    QPushButton *confirm = AddButton(box, u"&تأیید"_s, QMessageBox::AcceptRole);
     box.setDefaultButton(confirm);
     box.setEscapeButton(confirm);
     box.exec();
@@ -60,8 +62,8 @@ bool AskBox(QWidget *parent, const QString &text, bool defaultYes, const QString
 {
     QMessageBox box(parent);
     Dress(box, text, caption, Icon(Glyph::Question, host::theme::Accent()));
-    QPushButton *yes = AddButton(box, u"&بله"_qs, QMessageBox::YesRole);
-    QPushButton *no = AddButton(box, u"&خیر"_qs, QMessageBox::NoRole);
+    QPushButton *yes = AddButton(box, u"&بله"_s, QMessageBox::YesRole);
+    QPushButton *no = AddButton(box, u"&خیر"_s, QMessageBox::NoRole);
     box.setDefaultButton(defaultYes ? yes : no);
     box.setEscapeButton(no);
     box.exec();

@@ -11,7 +11,9 @@
 #include "host/data/transaction.h"
 #include "host/host.h"
 
-#include <QtCore/QLoggingCategory>
+#include <QLoggingCategory>
+
+using namespace Qt::StringLiterals;
 
 namespace desk {
 
@@ -28,7 +30,7 @@ constexpr int AbandonedMinutes = 10;
 
 QString Abandoned()
 {
-    return u"LockedAt < DATEADD(minute, -%1, GETDATE())"_qs.arg(AbandonedMinutes);
+    return u"LockedAt < DATEADD(minute, -%1, GETDATE())"_s.arg(AbandonedMinutes);
 }
 
 QString CodesOf(TSoftwarePart part, const QSet<int> &codes)
@@ -36,12 +38,12 @@ QString CodesOf(TSoftwarePart part, const QSet<int> &codes)
     QStringList list;
     for (const int code : codes)
         list << QString::number(code);
-    return u"Status = %1 AND Code IN (%2)"_qs.arg(static_cast<int>(part)).arg(list.join(u','));
+    return u"Status = %1 AND Code IN (%2)"_s.arg(static_cast<int>(part)).arg(list.join(u','));
 }
 
 QString SelectCodeAndName(const EntityKind &kind)
 {
-    return u"SELECT %1 AS Code, %2 AS Name FROM %3"_qs.arg(kind.codeColumn, kind.nameColumn, kind.table);
+    return u"SELECT %1 AS Code, %2 AS Name FROM %3"_s.arg(kind.codeColumn, kind.nameColumn, kind.table);
 }
 
 host::Entity EntityOf(const host::Query &query)
@@ -53,16 +55,16 @@ host::Entity EntityOf(const host::Query &query)
 
 Entities::Entities(const QSqlDatabase &connection, host::MessageService &messages, host::SettingsService &settings,
                    host::StockService &stock)
-    : connection_(connection), messages_(messages), settings_(settings), stock_(stock)
+    : m_connection(connection), m_messages(messages), m_settings(settings), m_stock(stock)
 {
-    renewal_.setInterval(RenewMilliseconds);
-    QObject::connect(&renewal_, &QTimer::timeout, &renewal_, [this] { RenewReservations(); });
+    m_renewal.setInterval(RenewMilliseconds);
+    QObject::connect(&m_renewal, &QTimer::timeout, &m_renewal, [this] { RenewReservations(); });
 }
 
 Entities::~Entities()
 {
     try {
-        const QList<TSoftwarePart> parts = reserved_.keys();
+        const QList<TSoftwarePart> parts = m_reserved.keys();
         for (const TSoftwarePart part : parts)
             Entities::ReleaseCodes(part); // not that of a class derived from it
     } catch (const host::DatabaseError &error) {
@@ -73,13 +75,13 @@ Entities::~Entities()
 
 int Entities::Call_GroupList(TSoftwarePart part)
 {
-    TEntity_List_FRM list(*host_, KindOf(part), host::TFormMode::DockedList);
+    TEntity_List_FRM list(*m_host, KindOf(part), host::TFormMode::DockedList);
     return list.ShowModally();
 }
 
 int Entities::Select_GroupList(TSoftwarePart part, const QString &text)
 {
-    TEntity_List_FRM list(*host_, KindOf(part), host::TFormMode::Selection);
+    TEntity_List_FRM list(*m_host, KindOf(part), host::TFormMode::Selection);
     list.SetParameterText(text);
     return list.ShowModally() == QDialog::Accepted ? list.ChosenCode() : 0;
 }
@@ -87,12 +89,12 @@ int Entities::Select_GroupList(TSoftwarePart part, const QString &text)
 QString Entities::Select_Entity_Multible_Param(TSoftwarePart part, const host::MultibleParam &wanted)
 {
     if (part == TSoftwarePart::DetailTypes) {
-        if (chooseDetailTypes_)
-            return chooseDetailTypes_(wanted);
-        messages_.ShowMessage(MessageText(message::ModuleMissing), host::MessageIcon::Warning);
+        if (m_chooseDetailTypes)
+            return m_chooseDetailTypes(wanted);
+        m_messages.ShowMessage(MessageText(message::ModuleMissing), host::MessageIcon::Warning);
         return {};
     }
-    TEntity_List_FRM list(*host_, KindOf(part), host::TFormMode::Selection);
+    TEntity_List_FRM list(*m_host, KindOf(part), host::TFormMode::Selection);
     list.SetMultiSelect(true);
     list.SetExcludedCodes(wanted.ExcludedCodes);
     return list.ShowModally() == QDialog::Accepted ? list.ChosenCodes() : QString();
@@ -101,16 +103,16 @@ QString Entities::Select_Entity_Multible_Param(TSoftwarePart part, const host::M
 bool Entities::Edit_Group(TSoftwarePart part, int id)
 {
     if (part == TSoftwarePart::GoodsGroups && id == RootGroup) {
-        messages_.ShowMessage(MessageText(message::RootGroup), host::MessageIcon::Information);
+        m_messages.ShowMessage(MessageText(message::RootGroup), host::MessageIcon::Information);
         return false;
     }
-    TEntity_Get_FRM editor(*host_, KindOf(part));
+    TEntity_Get_FRM editor(*m_host, KindOf(part));
     return editor.Open(id, host::TFormMode::Edit) == QDialog::Accepted;
 }
 
 int Entities::New_Group(TSoftwarePart part)
 {
-    TEntity_Get_FRM editor(*host_, KindOf(part));
+    TEntity_Get_FRM editor(*m_host, KindOf(part));
     editor.Open({}, host::TFormMode::New);
     return editor.SavedKey().toInt();
 }
@@ -120,15 +122,15 @@ int Entities::Delete_Entity(TSoftwarePart part, int code, bool silent)
     const EntityKind &kind = KindOf(part);
     const auto found = Find(part, code);
     if (!found) {
-        messages_.ShowMessage(MessageText(message::EntityGone, {kind.singular}), host::MessageIcon::Warning);
+        m_messages.ShowMessage(MessageText(message::EntityGone, {kind.singular}), host::MessageIcon::Warning);
         return Refused;
     }
-    const QString entity = u"%1 «%2»"_qs.arg(kind.singular, found->Name.trimmed());
+    const QString entity = u"%1 «%2»"_s.arg(kind.singular, found->Name.trimmed());
     if (Refuse(entity, part, code))
         return Refused;
-    if (!silent && !messages_.MsgDeleteItem(entity))
+    if (!silent && !m_messages.MsgDeleteItem(entity))
         return Declined;
-    host::Transaction transaction(connection_);
+    host::Transaction transaction(m_connection);
     // Another desk may have used it while the question stood.
     if (Refuse(entity, part, code))
         return Refused;
@@ -140,12 +142,12 @@ int Entities::Delete_Entity(TSoftwarePart part, int code, bool silent)
 bool Entities::Refuse(const QString &entity, TSoftwarePart part, int code)
 {
     if (part == TSoftwarePart::GoodsGroups && code == RootGroup) {
-        messages_.ShowMessage(MessageText(message::RootGroup), host::MessageIcon::Information);
+        m_messages.ShowMessage(MessageText(message::RootGroup), host::MessageIcon::Information);
         return true;
     }
-    const auto reason = ReasonToKeep(connection_, part, code);
+    const auto reason = ReasonToKeep(m_connection, part, code);
     if (reason)
-        messages_.ShowMessage(MessageText(message::InUse, {entity, *reason}), host::MessageIcon::Warning);
+        m_messages.ShowMessage(MessageText(message::InUse, {entity, *reason}), host::MessageIcon::Warning);
     return reason.has_value();
 }
 
@@ -153,19 +155,19 @@ void Entities::DeleteRows(TSoftwarePart part, int code)
 {
     if (part != TSoftwarePart::Goods) {
         const EntityKind &kind = KindOf(part);
-        host::Exec(connection_, u"DELETE FROM %1 WHERE %2 = %3"_qs.arg(kind.table, kind.codeColumn).arg(code));
+        host::Exec(m_connection, u"DELETE FROM %1 WHERE %2 = %3"_s.arg(kind.table, kind.codeColumn).arg(code));
         return;
     }
     // The good leaves its opening voucher while its row is still there to be taken out.
-    host::Exec(connection_, u"Exec AutoVoucherFirstPriodGoods @SaveType = 3, @Codes = '%1'"_qs.arg(code));
-    stock_.DeleteStorageAutoOperation(part, code);
-    host::Exec(connection_, u"Exec GoodInf_Delete @Code = %1"_qs.arg(code));
+    host::Exec(m_connection, u"Exec AutoVoucherFirstPriodGoods @SaveType = 3, @Codes = '%1'"_s.arg(code));
+    m_stock.DeleteStorageAutoOperation(part, code);
+    host::Exec(m_connection, u"Exec GoodInf_Delete @Code = %1"_s.arg(code));
 }
 
 std::optional<host::Entity> Entities::Find(TSoftwarePart part, int code)
 {
     const EntityKind &kind = KindOf(part);
-    const host::Query query(connection_, SelectCodeAndName(kind) + u" WHERE %1 = %2"_qs.arg(kind.codeColumn).arg(code));
+    const host::Query query(m_connection, SelectCodeAndName(kind) + u" WHERE %1 = %2"_s.arg(kind.codeColumn).arg(code));
     if (query.IsEmpty())
         return std::nullopt;
     return EntityOf(query);
@@ -176,7 +178,7 @@ QList<host::Entity> Entities::List(TSoftwarePart part, const QString &text)
     const EntityKind &kind = KindOf(part);
     const QString wanted = host::Fold(text);
     QList<host::Entity> found;
-    for (host::Query query(connection_, SelectCodeAndName(kind) + u" ORDER BY "_qs + kind.codeColumn); !query.Eof();
+    for (host::Query query(m_connection, SelectCodeAndName(kind) + u" ORDER BY "_s + kind.codeColumn); !query.Eof();
          query.Next()) {
         const host::Entity entity = EntityOf(query);
         if (host::Fold(entity.Name).contains(wanted))
@@ -187,26 +189,26 @@ QList<host::Entity> Entities::List(TSoftwarePart part, const QString &text)
 
 bool Entities::ReserveCode(TSoftwarePart part, int code)
 {
-    if (reserved_.value(part).contains(code))
+    if (m_reserved.value(part).contains(code))
         return true;
     if (!TryReserve(part, code)) {
         // The holder may be gone for good.
-        if (host::Exec(connection_, u"DELETE FROM CodeLock_TBL WHERE "_qs + Abandoned()) == 0 ||
+        if (host::Exec(m_connection, u"DELETE FROM CodeLock_TBL WHERE "_s + Abandoned()) == 0 ||
             !TryReserve(part, code))
             return false;
     }
-    reserved_[part] << code;
-    renewal_.start();
+    m_reserved[part] << code;
+    m_renewal.start();
     return true;
 }
 
 bool Entities::TryReserve(TSoftwarePart part, int code)
 {
     try {
-        host::Exec(connection_, u"INSERT INTO CodeLock_TBL (Status, Code, UserCode) VALUES (%1, %2, %3)"_qs
-                                    .arg(static_cast<int>(part))
-                                    .arg(code)
-                                    .arg(settings_.UserInfo().Code));
+        host::Exec(m_connection, u"INSERT INTO CodeLock_TBL (Status, Code, UserCode) VALUES (%1, %2, %3)"_s
+                                     .arg(static_cast<int>(part))
+                                     .arg(code)
+                                     .arg(m_settings.UserInfo().Code));
         return true;
     } catch (const host::DatabaseError &error) {
         if (error.KeyViolation())
@@ -218,20 +220,20 @@ bool Entities::TryReserve(TSoftwarePart part, int code)
 /// Takes the abandoned reservations along: this runs before a new code is proposed.
 void Entities::ReleaseCodes(TSoftwarePart part)
 {
-    const QSet<int> mine = reserved_.value(part);
-    const QString own = mine.isEmpty() ? QString() : u" OR "_qs + CodesOf(part, mine);
-    host::Exec(connection_, u"DELETE FROM CodeLock_TBL WHERE "_qs + Abandoned() + own);
-    reserved_.remove(part);
-    if (reserved_.isEmpty())
-        renewal_.stop();
+    const QSet<int> mine = m_reserved.value(part);
+    const QString own = mine.isEmpty() ? QString() : u" OR "_s + CodesOf(part, mine);
+    host::Exec(m_connection, u"DELETE FROM CodeLock_TBL WHERE "_s + Abandoned() + own);
+    m_reserved.remove(part);
+    if (m_reserved.isEmpty())
+        m_renewal.stop();
 }
 
 void Entities::RenewReservations()
 {
     try {
-        for (auto part = reserved_.cbegin(); part != reserved_.cend(); ++part)
-            host::Exec(connection_,
-                       u"UPDATE CodeLock_TBL SET LockedAt = GETDATE() WHERE "_qs + CodesOf(part.key(), part.value()));
+        for (auto part = m_reserved.cbegin(); part != m_reserved.cend(); ++part)
+            host::Exec(m_connection,
+                       u"UPDATE CodeLock_TBL SET LockedAt = GETDATE() WHERE "_s + CodesOf(part.key(), part.value()));
     } catch (const host::DatabaseError &error) {
         // The next minute tries again; the save itself checks the code once more.
         qCWarning(entities).noquote() << error.LogText();

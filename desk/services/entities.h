@@ -5,10 +5,10 @@
 #include "host/services/settings_service.h"
 #include "host/services/stock_service.h"
 
-#include <QtCore/QMap>
-#include <QtCore/QSet>
-#include <QtCore/QTimer>
-#include <QtSql/QSqlDatabase>
+#include <QMap>
+#include <QSet>
+#include <QSqlDatabase>
+#include <QTimer>
 
 #include <functional>
 
@@ -30,12 +30,12 @@ public:
     Entities &operator=(const Entities &) = delete;
 
     /// The host that screens are made with; it holds this service, so it comes after the constructor.
-    void SetHost(host::Host &host) { host_ = &host; }
+    void SetHost(host::Host &host) { m_host = &host; }
 
     /// How several detail types are chosen: on the list of the goods module, which comes after the services. Without it
     /// the user is told that there is no module.
     using DetailTypeChooser = std::function<QString(const host::MultibleParam &)>;
-    void SetDetailTypeChooser(DetailTypeChooser chooser) { chooseDetailTypes_ = std::move(chooser); }
+    void SetDetailTypeChooser(DetailTypeChooser chooser) { m_chooseDetailTypes = std::move(chooser); }
 
     int Call_GroupList(host::TSoftwarePart part) override;
     int Select_GroupList(host::TSoftwarePart part, const QString &text) override;
@@ -59,14 +59,14 @@ private:
     bool TryReserve(host::TSoftwarePart part, int code);
     void RenewReservations();
 
-    QSqlDatabase connection_;
-    host::MessageService &messages_;
-    host::SettingsService &settings_;
-    host::StockService &stock_;
-    host::Host *host_ = nullptr;
-    DetailTypeChooser chooseDetailTypes_;
-    QMap<host::TSoftwarePart, QSet<int>> reserved_;
-    QTimer renewal_; ///< runs while codes are reserved
+    QSqlDatabase m_connection;
+    host::MessageService &m_messages;
+    host::SettingsService &m_settings;
+    host::StockService &m_stock;
+    host::Host *m_host = nullptr;
+    DetailTypeChooser m_chooseDetailTypes;
+    QMap<host::TSoftwarePart, QSet<int>> m_reserved;
+    QTimer m_renewal; ///< runs while codes are reserved
 };
 
 } // namespace desk

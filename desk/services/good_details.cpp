@@ -5,6 +5,8 @@
 #include "host/data/sql_text.h"
 #include "host/data/transaction.h"
 
+using namespace Qt::StringLiterals;
+
 namespace desk {
 
 namespace {
@@ -13,64 +15,64 @@ constexpr int OpeningVoucher = 1;
 
 QString Where(int good, host::TOperationType operation)
 {
-    return u" WHERE GoodCode = %1 AND OperationType = %2"_qs.arg(good).arg(static_cast<int>(operation));
+    return u" WHERE GoodCode = %1 AND OperationType = %2"_s.arg(good).arg(static_cast<int>(operation));
 }
 
 } // namespace
 
 GoodDetails::GoodDetails(const QSqlDatabase &connection, host::MessageService &messages)
-    : connection_(connection), messages_(messages)
+    : m_connection(connection), m_messages(messages)
 {}
 
 bool GoodDetails::ExistsGoodDetailInsertedForOperation(int goodCode, host::TOperationType operation)
 {
     const QString where = Where(goodCode, operation);
-    return host::Exists(connection_, u"SELECT ID FROM GoodDetailKardex"_qs + where) ||
-           host::Exists(connection_, u"SELECT ID FROM GoodDetailKardexEnter_Temp"_qs + where);
+    return host::Exists(m_connection, u"SELECT ID FROM GoodDetailKardex"_s + where) ||
+           host::Exists(m_connection, u"SELECT ID FROM GoodDetailKardexEnter_Temp"_s + where);
 }
 
 void GoodDetails::EnterGoodDetailSave(int goodCode, host::TOperationType operation)
 {
     const QString where = Where(goodCode, operation);
-    if (!host::Exists(connection_, u"SELECT ID FROM GoodDetailKardexEnter_Temp"_qs + where))
+    if (!host::Exists(m_connection, u"SELECT ID FROM GoodDetailKardexEnter_Temp"_s + where))
         return;
     const QString columns =
         u"DetailValueID, StoreCode, GoodCode, Amount1, Amount2, TotalAmount, [Length], Width, Amount3, "
-        "OperationType, OperationCode, OperationRow, ForeignOperationCode"_qs;
-    host::Transaction transaction(connection_);
-    host::Exec(connection_, u"DELETE FROM GoodDetailKardex"_qs + where);
-    host::Exec(connection_, u"INSERT INTO GoodDetailKardex ("_qs + columns + u") SELECT "_qs + columns +
-                                u" FROM GoodDetailKardexEnter_Temp"_qs + where);
-    host::Exec(connection_, u"DELETE FROM GoodDetailKardexEnter_Temp"_qs + where);
+        "OperationType, OperationCode, OperationRow, ForeignOperationCode"_s;
+    host::Transaction transaction(m_connection);
+    host::Exec(m_connection, u"DELETE FROM GoodDetailKardex"_s + where);
+    host::Exec(m_connection, u"INSERT INTO GoodDetailKardex ("_s + columns + u") SELECT "_s + columns +
+                                 u" FROM GoodDetailKardexEnter_Temp"_s + where);
+    host::Exec(m_connection, u"DELETE FROM GoodDetailKardexEnter_Temp"_s + where);
     transaction.Commit();
 }
 
 bool GoodDetails::EnterGoodDetails_Get(int goodCode, host::TOperationType operation)
 {
-    return host::Exists(connection_, u"SELECT ID FROM GoodDetailKardex"_qs + Where(goodCode, operation));
+    return host::Exists(m_connection, u"SELECT ID FROM GoodDetailKardex"_s + Where(goodCode, operation));
 }
 
 bool GoodDetails::CheckBarcodeInGoodDetail(const QString &barcode)
 {
     if (barcode.isEmpty())
         return false;
-    return host::Exists(connection_, u"SELECT v.ID FROM GoodDetailValueDetails v INNER JOIN DetailTypes t ON t.ID = "
-                                     "v.DetailID WHERE t.DetailType = 6 AND v.[Value] = "_qs +
-                                         host::NQuotedStr(barcode));
+    return host::Exists(m_connection, u"SELECT v.ID FROM GoodDetailValueDetails v INNER JOIN DetailTypes t ON t.ID = "
+                                      "v.DetailID WHERE t.DetailType = 6 AND v.[Value] = "_s +
+                                          host::NQuotedStr(barcode));
 }
 
 bool GoodDetails::UniqueDetailCodeInUse(int goodCode)
 {
     const bool used = host::Exists(
-        connection_,
+        m_connection,
         u"SELECT TOP 1 l.ID FROM VoucherLines l INNER JOIN Vouchers v ON v.Code = l.VoucherCode INNER JOIN "
         "GoodInf g ON g.Code = l.GoodCode WHERE l.GoodCode = %1 AND v.Kind <> %2 AND "
-        "ISNULL(g.DetailUniqueCode, N'') <> N''"_qs.arg(goodCode)
+        "ISNULL(g.DetailUniqueCode, N'') <> N''"_s.arg(goodCode)
             .arg(OpeningVoucher));
     if (used)
-        messages_.ShowMessage(MessageText(message::InUse, {u"کالای %1"_qs.arg(goodCode),
-                                                           u"کد تفصیلی یکتای آن در سندها به کار رفته است"_qs}),
-                              host::MessageIcon::Warning);
+        m_messages.ShowMessage(MessageText(message::InUse, {u"کالای %1"_s.arg(goodCode),
+                                                            u"کد تفصیلی یکتای آن در سندها به کار رفته است"_s}),
+                               host::MessageIcon::Warning);
     return used;
 }
 

@@ -18,8 +18,8 @@ public:
     bool UniqueDetailCodeInUse(int goodCode) override;
 
 private:
-    QSqlDatabase connection_;
-    host::MessageService &messages_;
+    QSqlDatabase m_connection;
+    host::MessageService &m_messages;
 };
 
 } // namespace desk

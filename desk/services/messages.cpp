@@ -5,7 +5,7 @@
 #include "desk/messages/flash.h"
 #include "desk/messages/message_box.h"
 
-#include <QtWidgets/QApplication>
+#include <QApplication>
 
 namespace desk {
 
@@ -19,7 +19,7 @@ QWidget *Messages::Owner() const
         return modal;
     if (QWidget *active = QApplication::activeWindow())
         return active;
-    return window_;
+    return m_window;
 }
 
 void Messages::Warn(int number, const QStringList &parameters)

@@ -2,8 +2,8 @@
 
 #include "host/services/message_service.h"
 
-#include <QtCore/QPointer>
-#include <QtWidgets/QWidget>
+#include <QPointer>
+#include <QWidget>
 
 namespace desk {
 
@@ -13,7 +13,7 @@ class Messages : public host::MessageService
 {
 public:
     /// Where texts flash, and what boxes stand over when no other window of the desk is active.
-    void SetMainWindow(QWidget *window) { window_ = window; }
+    void SetMainWindow(QWidget *window) { m_window = window; }
 
     void MsgRequiredField(const QString &caption) override;
     void MsgRepeatedField(const QString &field, const QString &entity) override;
@@ -38,7 +38,7 @@ private:
     QWidget *Owner() const;
     void Warn(int number, const QStringList &parameters = {});
 
-    QPointer<QWidget> window_;
+    QPointer<QWidget> m_window;
 };
 
 } // namespace desk

@@ -4,9 +4,11 @@
 #include "host/data/query.h"
 #include "host/data/transaction.h"
 
-#include <QtCore/QLoggingCategory>
+#include <QLoggingCategory>
 
 #include <algorithm>
+
+using namespace Qt::StringLiterals;
 
 namespace desk {
 
@@ -40,13 +42,13 @@ QString NameOf(TSoftwarePart part)
 const QList<NamedPermission> &AllPermissions()
 {
     static const QList<NamedPermission> all{
-        {TPermission::OpenList, u"مشاهده‌ی لیست"_qs},
-        {TPermission::Create, u"ایجاد"_qs},
-        {TPermission::Change, u"ویرایش"_qs},
-        {TPermission::Delete, u"حذف"_qs},
-        {TPermission::GoodsListExtra, u"امکانات لیست"_qs},
-        {TPermission::Photo, u"عکس"_qs},
-        {TPermission::SelectedLists, u"لیست‌های انتخابی"_qs},
+        {TPermission::OpenList, u"مشاهده‌ی لیست"_s},
+        {TPermission::Create, u"ایجاد"_s},
+        {TPermission::Change, u"ویرایش"_s},
+        {TPermission::Delete, u"حذف"_s},
+        {TPermission::GoodsListExtra, u"امکانات لیست"_s},
+        {TPermission::Photo, u"عکس"_s},
+        {TPermission::SelectedLists, u"لیست‌های انتخابی"_s},
     };
     return all;
 }
@@ -58,28 +60,28 @@ const QList<NamedPart> &AllParts()
     static const QList<TPermission> goods =
         basic + QList<TPermission>{TPermission::GoodsListExtra, TPermission::Photo, TPermission::SelectedLists};
     static const QList<NamedPart> all{
-        {TSoftwarePart::Goods, u"کالاها"_qs, goods},
-        {TSoftwarePart::GoodsGroups, u"گروه‌های کالا"_qs, basic},
-        {TSoftwarePart::Stores, u"انبارها"_qs, basic},
-        {TSoftwarePart::Units, u"واحدهای سنجش"_qs, basic},
-        {TSoftwarePart::OpeningStock, u"موجودی اول دوره"_qs, basic},
-        {TSoftwarePart::DetailTypes, u"انواع جزئیات"_qs, basic + QList<TPermission>{TPermission::SelectedLists}},
-        {TSoftwarePart::GoodDetails, u"ورود و خروج جزئیات کالا"_qs, basic},
-        {TSoftwarePart::GoodDetailDivision, u"تقسیم جزئیات کالا"_qs, basic},
+        {TSoftwarePart::Goods, u"کالاها"_s, goods},
+        {TSoftwarePart::GoodsGroups, u"گروه‌های کالا"_s, basic},
+        {TSoftwarePart::Stores, u"انبارها"_s, basic},
+        {TSoftwarePart::Units, u"واحدهای سنجش"_s, basic},
+        {TSoftwarePart::OpeningStock, u"موجودی اول دوره"_s, basic},
+        {TSoftwarePart::DetailTypes, u"انواع جزئیات"_s, basic + QList<TPermission>{TPermission::SelectedLists}},
+        {TSoftwarePart::GoodDetails, u"ورود و خروج جزئیات کالا"_s, basic},
+        {TSoftwarePart::GoodDetailDivision, u"تقسیم جزئیات کالا"_s, basic},
     };
     return all;
 }
 
 Permissions::Permissions(const QSqlDatabase &connection, host::MessageService &messages)
-    : connection_(connection), messages_(messages)
+    : m_connection(connection), m_messages(messages)
 {}
 
 bool Permissions::IsGranted(int user, TSoftwarePart part, TPermission permission) const
 {
-    return host::Exists(connection_, u"SELECT UserCode FROM UserRights WHERE UserCode = %1 AND SoftwarePart = %2 "
-                                     "AND Permission = %3"_qs.arg(user)
-                                         .arg(static_cast<int>(part))
-                                         .arg(static_cast<int>(permission)));
+    return host::Exists(m_connection, u"SELECT UserCode FROM UserRights WHERE UserCode = %1 AND SoftwarePart = %2 "
+                                      "AND Permission = %3"_s.arg(user)
+                                          .arg(static_cast<int>(part))
+                                          .arg(static_cast<int>(permission)));
 }
 
 bool Permissions::HavePermission(const host::TUserInfo &user, TSoftwarePart part, TPermission permission, bool inform,
@@ -93,7 +95,7 @@ bool Permissions::HavePermission(const host::TUserInfo &user, TSoftwarePart part
     if (inform) {
         const QString words = text.isEmpty() ? MessageText(message::NoRight, {NameOf(permission), NameOf(part)})
                                              : MessageText(message::NoRightTo, {text});
-        messages_.ShowMessage(words, host::MessageIcon::Warning);
+        m_messages.ShowMessage(words, host::MessageIcon::Warning);
     }
     return false;
 }
@@ -102,12 +104,12 @@ void Permissions::Replace(int user, const QList<std::pair<TSoftwarePart, TPermis
 {
     QStringList rows;
     for (const auto &[part, permission] : rights)
-        rows << u"(%1, %2, %3)"_qs.arg(user).arg(static_cast<int>(part)).arg(static_cast<int>(permission));
-    host::Transaction transaction(connection_);
-    host::Exec(connection_, u"DELETE FROM UserRights WHERE UserCode = %1"_qs.arg(user));
+        rows << u"(%1, %2, %3)"_s.arg(user).arg(static_cast<int>(part)).arg(static_cast<int>(permission));
+    host::Transaction transaction(m_connection);
+    host::Exec(m_connection, u"DELETE FROM UserRights WHERE UserCode = %1"_s.arg(user));
     if (!rows.isEmpty())
-        host::Exec(connection_,
-                   u"INSERT INTO UserRights (UserCode, SoftwarePart, Permission) VALUES "_qs + rows.join(u", "));
+        host::Exec(m_connection,
+                   u"INSERT INTO UserRights (UserCode, SoftwarePart, Permission) VALUES "_s + rows.join(u", "));
     transaction.Commit();
 }
 

@@ -3,8 +3,8 @@
 #include "host/services/message_service.h"
 #include "host/services/permission_service.h"
 
-#include <QtCore/QList>
-#include <QtSql/QSqlDatabase>
+#include <QList>
+#include <QSqlDatabase>
 
 namespace desk {
 
@@ -43,8 +43,8 @@ public:
     void Replace(int user, const QList<std::pair<host::TSoftwarePart, host::TPermission>> &rights);
 
 private:
-    QSqlDatabase connection_;
-    host::MessageService &messages_;
+    QSqlDatabase m_connection;
+    host::MessageService &m_messages;
 };
 
 } // namespace desk

@@ -2,7 +2,7 @@
 
 #include "host/services/photo_gallery_service.h"
 
-#include <QtSql/QSqlDatabase>
+#include <QSqlDatabase>
 
 namespace host {
 struct Host;
@@ -14,16 +14,16 @@ namespace desk {
 class PhotoStore : public host::PhotoGalleryService
 {
 public:
-    explicit PhotoStore(const QSqlDatabase &connection) : connection_(connection) {}
+    explicit PhotoStore(const QSqlDatabase &connection) : m_connection(connection) {}
     /// The host that the window is made with; it holds this service, so it comes after the constructor.
-    void SetHost(host::Host &host) { host_ = &host; }
+    void SetHost(host::Host &host) { m_host = &host; }
 
     void Open_Gallery(host::TSoftwarePart part, int code) override;
     QList<QByteArray> Photos(host::TSoftwarePart part, int code) override;
 
 private:
-    QSqlDatabase connection_;
-    host::Host *host_ = nullptr;
+    QSqlDatabase m_connection;
+    host::Host *m_host = nullptr;
 };
 
 } // namespace desk

@@ -4,7 +4,9 @@
 #include "host/data/sql_text.h"
 #include "host/data/transaction.h"
 
-#include <QtCore/QMap>
+#include <QMap>
+
+using namespace Qt::StringLiterals;
 
 namespace desk {
 
@@ -15,7 +17,7 @@ using host::TSettingRecord;
 
 QString BarcodeName(std::size_t index)
 {
-    return u"ReservedBarcode%1"_qs.arg(index + 1);
+    return u"ReservedBarcode%1"_s.arg(index + 1);
 }
 
 } // namespace
@@ -44,24 +46,24 @@ const QList<SettingSwitch> &SettingSwitches()
     return all;
 }
 
-Settings::Settings(const QSqlDatabase &connection) : connection_(connection)
+Settings::Settings(const QSqlDatabase &connection) : m_connection(connection)
 {
     Reload();
 }
 
 bool Settings::SignIn(int user)
 {
-    const host::Query query(connection_, u"SELECT Code, Name, ManageType FROM Users WHERE Code = %1"_qs.arg(user));
+    const host::Query query(m_connection, u"SELECT Code, Name, ManageType FROM Users WHERE Code = %1"_s.arg(user));
     if (query.IsEmpty())
         return false;
-    user_ = {query.Int(u"Code"), query.Text(u"Name"), query.Int(u"ManageType")};
+    m_user = {query.Int(u"Code"), query.Text(u"Name"), query.Int(u"ManageType")};
     return true;
 }
 
 void Settings::Reload()
 {
     QMap<QString, QString> values;
-    for (host::Query query(connection_, u"SELECT Name, Value FROM Settings"_qs); !query.Eof(); query.Next())
+    for (host::Query query(m_connection, u"SELECT Name, Value FROM Settings"_s); !query.Eof(); query.Next())
         values.insert(query.Text(u"Name"), query.Text(u"Value"));
     TSettingRecord record;
     for (const SettingSwitch &each : SettingSwitches()) {
@@ -69,53 +71,53 @@ void Settings::Reload()
         if (found != values.constEnd())
             record.*each.member = *found == u"1";
     }
-    record.SquareMetreUnit = values.value(u"SquareMetreUnit"_qs).toInt();
-    if (const int length = values.value(u"GoodCodeLength"_qs).toInt())
+    record.SquareMetreUnit = values.value(u"SquareMetreUnit"_s).toInt();
+    if (const int length = values.value(u"GoodCodeLength"_s).toInt())
         record.GoodCodeLength = std::clamp(length, LeastCodeLength, GreatestCodeLength);
     for (std::size_t i = 0; i < record.ReservedBarcodes.size(); ++i)
         record.ReservedBarcodes[i] = values.value(BarcodeName(i));
-    record_ = record;
+    m_record = record;
 }
 
 void Settings::Save(const TSettingRecord &record)
 {
     QMap<QString, QString> values;
     for (const SettingSwitch &each : SettingSwitches())
-        values.insert(QString::fromLatin1(each.name), record.*each.member ? u"1"_qs : u"0"_qs);
-    values.insert(u"SquareMetreUnit"_qs, QString::number(record.SquareMetreUnit));
-    values.insert(u"GoodCodeLength"_qs, QString::number(record.GoodCodeLength));
+        values.insert(QString::fromLatin1(each.name), record.*each.member ? u"1"_s : u"0"_s);
+    values.insert(u"SquareMetreUnit"_s, QString::number(record.SquareMetreUnit));
+    values.insert(u"GoodCodeLength"_s, QString::number(record.GoodCodeLength));
     for (std::size_t i = 0; i < record.ReservedBarcodes.size(); ++i)
         values.insert(BarcodeName(i), record.ReservedBarcodes[i]);
 
-    host::Transaction transaction(connection_);
+    host::Transaction transaction(m_connection);
     for (auto each = values.cbegin(); each != values.cend(); ++each) {
         const QString name = host::QuotedStr(each.key());
         const QString value = NQuotedStr(each.value());
-        if (!host::Exec(connection_, u"UPDATE Settings SET Value = "_qs + value + u" WHERE Name = "_qs + name))
-            host::Exec(connection_, u"INSERT INTO Settings (Name, Value) VALUES ("_qs + name + u", "_qs + value + u')');
+        if (!host::Exec(m_connection, u"UPDATE Settings SET Value = "_s + value + u" WHERE Name = "_s + name))
+            host::Exec(m_connection, u"INSERT INTO Settings (Name, Value) VALUES ("_s + name + u", "_s + value + u')');
     }
     transaction.Commit();
-    record_ = record;
+    m_record = record;
 }
 
 QByteArray Settings::LoadState(const QString &screen)
 {
     const QVariant layout =
-        host::Scalar(connection_, u"SELECT Layout FROM ScreenLayouts WHERE UserCode = "_qs +
-                                      QString::number(user_.Code) + u" AND Screen = "_qs + NQuotedStr(screen));
+        host::Scalar(m_connection, u"SELECT Layout FROM ScreenLayouts WHERE UserCode = "_s +
+                                       QString::number(m_user.Code) + u" AND Screen = "_s + NQuotedStr(screen));
     return QByteArray::fromBase64(layout.toString().toLatin1());
 }
 
 void Settings::SaveState(const QString &screen, const QByteArray &state)
 {
     const QString layout = NQuotedStr(QString::fromLatin1(state.toBase64()));
-    const QString user = QString::number(user_.Code);
+    const QString user = QString::number(m_user.Code);
     const QString name = NQuotedStr(screen);
-    host::Transaction transaction(connection_);
-    if (!host::Exec(connection_, u"UPDATE ScreenLayouts SET Layout = "_qs + layout + u" WHERE UserCode = "_qs + user +
-                                     u" AND Screen = "_qs + name))
-        host::Exec(connection_, u"INSERT INTO ScreenLayouts (UserCode, Screen, Layout) VALUES ("_qs + user + u", "_qs +
-                                    name + u", "_qs + layout + u')');
+    host::Transaction transaction(m_connection);
+    if (!host::Exec(m_connection, u"UPDATE ScreenLayouts SET Layout = "_s + layout + u" WHERE UserCode = "_s + user +
+                                      u" AND Screen = "_s + name))
+        host::Exec(m_connection, u"INSERT INTO ScreenLayouts (UserCode, Screen, Layout) VALUES ("_s + user + u", "_s +
+                                     name + u", "_s + layout + u')');
     transaction.Commit();
 }
 

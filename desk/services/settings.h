@@ -2,7 +2,7 @@
 
 #include "host/services/settings_service.h"
 
-#include <QtSql/QSqlDatabase>
+#include <QSqlDatabase>
 
 namespace desk {
 
@@ -35,15 +35,15 @@ public:
     /// Writes all settings in one transaction; screens that open afterwards see them.
     void Save(const host::TSettingRecord &record);
 
-    const host::TUserInfo &UserInfo() const override { return user_; }
-    const host::TSettingRecord &SettingRecord() const override { return record_; }
+    const host::TUserInfo &UserInfo() const override { return m_user; }
+    const host::TSettingRecord &SettingRecord() const override { return m_record; }
     QByteArray LoadState(const QString &screen) override;
     void SaveState(const QString &screen, const QByteArray &state) override;
 
 private:
-    QSqlDatabase connection_;
-    host::TUserInfo user_;
-    host::TSettingRecord record_;
+    QSqlDatabase m_connection;
+    host::TUserInfo m_user;
+    host::TSettingRecord m_record;
 };
 
 } // namespace desk

@@ -5,12 +5,13 @@
 #include "host/data/transaction.h"
 #include "host/screens/theme.h"
 
-#include <QtCore/QCalendar>
-#include <QtCore/QDateTime>
-
-#include <zint.h>
+#include <QCalendar>
+#include <QDateTime>
 
 #include <memory>
+#include <zint.h>
+
+using namespace Qt::StringLiterals;
 
 namespace desk {
 
@@ -45,9 +46,9 @@ QString Barcodes::Complete_Barcode(const QString &digits)
 
 QList<host::Category> CategoryTree::Branches(int parent)
 {
-    const QString place = parent ? u"ParentCode = %1"_qs.arg(parent) : u"ParentCode IS NULL"_qs;
-    host::Query query(connection_,
-                      u"SELECT Code, ParentCode, Name FROM Categories WHERE "_qs + place + u" ORDER BY Code"_qs);
+    const QString place = parent ? u"ParentCode = %1"_s.arg(parent) : u"ParentCode IS NULL"_s;
+    host::Query query(m_connection,
+                      u"SELECT Code, ParentCode, Name FROM Categories WHERE "_s + place + u" ORDER BY Code"_s);
     QList<host::Category> branches;
     for (; !query.Eof(); query.Next())
         branches << CategoryOf(query);
@@ -57,12 +58,12 @@ QList<host::Category> CategoryTree::Branches(int parent)
 QList<host::Category> CategoryTree::Path(int code)
 {
     const QString codes =
-        host::Scalar(connection_, u"SELECT Path FROM Categories WHERE Code = %1"_qs.arg(code)).toString();
+        host::Scalar(m_connection, u"SELECT Path FROM Categories WHERE Code = %1"_s.arg(code)).toString();
     if (codes.isEmpty())
         return {};
     QList<host::Category> found;
-    host::Query query(connection_, u"SELECT Code, ParentCode, Name FROM Categories WHERE Code IN ("_qs +
-                                       host::CodeList(codes.mid(1)) + u") ORDER BY Path"_qs);
+    host::Query query(m_connection, u"SELECT Code, ParentCode, Name FROM Categories WHERE Code IN ("_s +
+                                        host::CodeList(codes.mid(1)) + u") ORDER BY Path"_s);
     for (; !query.Eof(); query.Next())
         found << CategoryOf(query);
     return found;
@@ -86,7 +87,7 @@ QString Clock::NowShamsiDate()
 QList<host::Entity> Finance::Fill_FinanceGoodTypes()
 {
     QList<host::Entity> types;
-    for (host::Query query(connection_, u"SELECT Code, Name FROM FinanceGoodTypes ORDER BY Code"_qs); !query.Eof();
+    for (host::Query query(m_connection, u"SELECT Code, Name FROM FinanceGoodTypes ORDER BY Code"_s); !query.Eof();
          query.Next())
         types << host::Entity{query.Int(u"Code"), query.Text(u"Name")};
     return types;
@@ -95,23 +96,23 @@ QList<host::Entity> Finance::Fill_FinanceGoodTypes()
 int Numbers::Save_Global_ID(host::TSoftwarePart part)
 {
     const QString mode = QString::number(static_cast<int>(part));
-    host::Transaction transaction(connection_);
+    host::Transaction transaction(m_connection);
     const int number =
-        host::Scalar(connection_, u"SELECT ISNULL(MAX(Code), 0) + 1 FROM Global_ID WHERE Mode = "_qs + mode).toInt();
-    host::Exec(connection_, u"INSERT INTO Global_ID (Mode, Code) VALUES (%1, %2)"_qs.arg(mode).arg(number));
+        host::Scalar(m_connection, u"SELECT ISNULL(MAX(Code), 0) + 1 FROM Global_ID WHERE Mode = "_s + mode).toInt();
+    host::Exec(m_connection, u"INSERT INTO Global_ID (Mode, Code) VALUES (%1, %2)"_s.arg(mode).arg(number));
     transaction.Commit();
     return number;
 }
 
 void Numbers::Delete_Global_ID(host::TSoftwarePart part, int number)
 {
-    host::Exec(connection_,
-               u"DELETE FROM Global_ID WHERE Mode = %1 AND Code = %2"_qs.arg(static_cast<int>(part)).arg(number));
+    host::Exec(m_connection,
+               u"DELETE FROM Global_ID WHERE Mode = %1 AND Code = %2"_s.arg(static_cast<int>(part)).arg(number));
 }
 
 bool Scales::Enabled() const
 {
-    return host::Exists(connection_, u"SELECT TOP 1 Code FROM Items"_qs);
+    return host::Exists(m_connection, u"SELECT TOP 1 Code FROM Items"_s);
 }
 
 QColor Theme::CaptionColor() const

@@ -9,7 +9,7 @@
 #include "host/services/scale_service.h"
 #include "host/services/theme_service.h"
 
-#include <QtSql/QSqlDatabase>
+#include <QSqlDatabase>
 
 namespace desk {
 
@@ -26,12 +26,12 @@ public:
 class CategoryTree : public host::CategoryService
 {
 public:
-    explicit CategoryTree(const QSqlDatabase &connection) : connection_(connection) {}
+    explicit CategoryTree(const QSqlDatabase &connection) : m_connection(connection) {}
     QList<host::Category> Branches(int parent) override;
     QList<host::Category> Path(int code) override;
 
 private:
-    QSqlDatabase connection_;
+    QSqlDatabase m_connection;
 };
 
 /// The clock of this machine, with the solar Hijri calendar.
@@ -47,11 +47,11 @@ public:
 class Finance : public host::FinanceService
 {
 public:
-    explicit Finance(const QSqlDatabase &connection) : connection_(connection) {}
+    explicit Finance(const QSqlDatabase &connection) : m_connection(connection) {}
     QList<host::Entity> Fill_FinanceGoodTypes() override;
 
 private:
-    QSqlDatabase connection_;
+    QSqlDatabase m_connection;
 };
 
 /// Remembers the layout that screens ask for. The desktop's own switching is left to the desktop: on the systems this
@@ -59,34 +59,34 @@ private:
 class Keyboard : public host::KeyboardService
 {
 public:
-    QString GetKeyboardLayoutName() override { return layout_; }
-    void LoadKeyboardLayout(const QString &name) override { layout_ = name; }
+    QString GetKeyboardLayoutName() override { return m_layout; }
+    void LoadKeyboardLayout(const QString &name) override { m_layout = name; }
 
 private:
-    QString layout_ = QString::fromUtf16(Persian);
+    QString m_layout = QString::fromUtf16(Persian);
 };
 
 /// Document numbers drawn from Global_ID.
 class Numbers : public host::NumberService
 {
 public:
-    explicit Numbers(const QSqlDatabase &connection) : connection_(connection) {}
+    explicit Numbers(const QSqlDatabase &connection) : m_connection(connection) {}
     int Save_Global_ID(host::TSoftwarePart part) override;
     void Delete_Global_ID(host::TSoftwarePart part, int number) override;
 
 private:
-    QSqlDatabase connection_;
+    QSqlDatabase m_connection;
 };
 
 /// A shop has scales when the scale database holds items.
 class Scales : public host::ScaleService
 {
 public:
-    explicit Scales(const QSqlDatabase &connection) : connection_(connection) {}
+    explicit Scales(const QSqlDatabase &connection) : m_connection(connection) {}
     bool Enabled() const override;
 
 private:
-    QSqlDatabase connection_;
+    QSqlDatabase m_connection;
 };
 
 /// The look of the house.

@@ -5,6 +5,8 @@
 #include "host/data/sql_text.h"
 #include "host/data/transaction.h"
 
+using namespace Qt::StringLiterals;
+
 namespace desk {
 
 namespace {
@@ -22,14 +24,14 @@ constexpr int OpeningOperation = static_cast<int>(host::TOperationType::OpeningS
 } // namespace
 
 Stock::Stock(const QSqlDatabase &connection, host::MessageService &messages, const host::SettingsService &settings)
-    : connection_(connection), messages_(messages), settings_(settings)
+    : m_connection(connection), m_messages(messages), m_settings(settings)
 {}
 
 bool Stock::Check_TockMinus(const QString &probe, const QString &date)
 {
-    host::Query changes(connection_,
-                        u"SELECT p.Code, p.Anbar, p.Mogodi, g.Name AS GoodName, s.Name AS StoreName FROM ("_qs + probe +
-                            u") AS p LEFT JOIN GoodInf g ON g.Code = p.Code LEFT JOIN Stores s ON "_qs
+    host::Query changes(m_connection,
+                        u"SELECT p.Code, p.Anbar, p.Mogodi, g.Name AS GoodName, s.Name AS StoreName FROM ("_s + probe +
+                            u") AS p LEFT JOIN GoodInf g ON g.Code = p.Code LEFT JOIN Stores s ON "_s
                             "s.Code = p.Anbar");
     for (; !changes.Eof(); changes.Next()) {
         const Quantity change = changes.Number(u"Mogodi");
@@ -38,7 +40,7 @@ bool Stock::Check_TockMinus(const QString &probe, const QString &date)
         const Quantity lowest = LowestFrom(changes.Int(u"Code"), changes.Int(u"Anbar"), date);
         if (lowest + change >= 0)
             continue;
-        messages_.ShowMessage(
+        m_messages.ShowMessage(
             MessageText(message::StockWouldBeMinus, {changes.Text(u"GoodName").trimmed(), changes.Text(u"StoreName"),
                                                      Shown(lowest), Shown(change)}),
             host::MessageIcon::Warning);
@@ -49,14 +51,14 @@ bool Stock::Check_TockMinus(const QString &probe, const QString &date)
 
 Quantity Stock::LowestFrom(int good, int store, const QString &date) const
 {
-    const QString place = u" AND Anbar = %1"_qs.arg(store);
-    const host::Query opening(connection_,
+    const QString place = u" AND Anbar = %1"_s.arg(store);
+    const host::Query opening(m_connection,
                               u"SELECT ISNULL(SUM(Amount1), 0) AS Amount1 FROM GoodFirstAsset WHERE tmp = 0 "
-                              "AND GoodCode = %1 AND StoreCode = %2"_qs.arg(good)
+                              "AND GoodCode = %1 AND StoreCode = %2"_s.arg(good)
                                   .arg(store));
     Quantity balance = opening.Number(u"Amount1");
-    host::Query days(connection_, u"SELECT [Date] AS Day, SUM(Amount1) AS Amount1 FROM Kardex WHERE Kala = "_qs +
-                                      QString::number(good) + place + u" GROUP BY [Date] ORDER BY [Date]"_qs);
+    host::Query days(m_connection, u"SELECT [Date] AS Day, SUM(Amount1) AS Amount1 FROM Kardex WHERE Kala = "_s +
+                                       QString::number(good) + place + u" GROUP BY [Date] ORDER BY [Date]"_s);
     for (; !days.Eof() && days.Text(u"Day") <= date; days.Next())
         balance += days.Number(u"Amount1");
     Quantity lowest = balance;
@@ -69,31 +71,31 @@ Quantity Stock::LowestFrom(int good, int store, const QString &date) const
 
 void Stock::SaveStorageAutoOperation(host::TSoftwarePart part, int code)
 {
-    host::Transaction transaction(connection_);
+    host::Transaction transaction(m_connection);
     DeleteStorageAutoOperation(part, code);
     const QString good = QString::number(code);
-    const QString rows = u" FROM GoodFirstAsset WHERE tmp = 0 AND GoodCode = "_qs + good;
-    if (host::Exists(connection_, u"SELECT ID"_qs + rows)) {
-        Exec(connection_, u"INSERT INTO StorageAutoOperation (OperationType, OperationCode, [Date], UserCode) "
-                          "SELECT %1, %2, (SELECT TOP 1 [Date] FROM inf_co), %3"_qs.arg(OpeningOperation)
-                              .arg(code)
-                              .arg(settings_.UserInfo().Code));
-        Exec(connection_,
+    const QString rows = u" FROM GoodFirstAsset WHERE tmp = 0 AND GoodCode = "_s + good;
+    if (host::Exists(m_connection, u"SELECT ID"_s + rows)) {
+        Exec(m_connection, u"INSERT INTO StorageAutoOperation (OperationType, OperationCode, [Date], UserCode) "
+                           "SELECT %1, %2, (SELECT TOP 1 [Date] FROM inf_co), %3"_s.arg(OpeningOperation)
+                               .arg(code)
+                               .arg(m_settings.UserInfo().Code));
+        Exec(m_connection,
              u"INSERT INTO StorageAutoOperationDetail (OperationID, OperationRow, GoodCode, StoreCode, Amount1, "
              u"Amount2) "
              "SELECT (SELECT ID FROM StorageAutoOperation WHERE OperationType = %1 AND OperationCode = %2), Radif, "
-             "GoodCode, StoreCode, Amount1, Amount2"_qs.arg(OpeningOperation)
+             "GoodCode, StoreCode, Amount1, Amount2"_s.arg(OpeningOperation)
                      .arg(code) +
                  rows);
     }
-    Exec(connection_, u"Exec UpdateMogodiKala @GoodCode = "_qs + good);
+    Exec(m_connection, u"Exec UpdateMogodiKala @GoodCode = "_s + good);
     transaction.Commit();
 }
 
 void Stock::DeleteStorageAutoOperation(host::TSoftwarePart, int code)
 {
-    Exec(connection_,
-         u"DELETE FROM StorageAutoOperation WHERE OperationType = %1 AND OperationCode = %2"_qs.arg(OpeningOperation)
+    Exec(m_connection,
+         u"DELETE FROM StorageAutoOperation WHERE OperationType = %1 AND OperationCode = %2"_s.arg(OpeningOperation)
              .arg(code));
 }
 

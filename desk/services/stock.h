@@ -5,7 +5,7 @@
 #include "host/services/settings_service.h"
 #include "host/services/stock_service.h"
 
-#include <QtSql/QSqlDatabase>
+#include <QSqlDatabase>
 
 namespace desk {
 
@@ -24,9 +24,9 @@ public:
 private:
     host::Quantity LowestFrom(int good, int store, const QString &date) const;
 
-    QSqlDatabase connection_;
-    host::MessageService &messages_;
-    const host::SettingsService &settings_;
+    QSqlDatabase m_connection;
+    host::MessageService &m_messages;
+    const host::SettingsService &m_settings;
 };
 
 } // namespace desk

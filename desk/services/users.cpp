@@ -7,17 +7,19 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace desk {
 
 QString UserCaption(const host::Entity &user)
 {
-    return user.Name + u" ("_qs + host::PersianDigits(QString::number(user.Code)) + u')';
+    return user.Name + u" ("_s + host::PersianDigits(QString::number(user.Code)) + u')';
 }
 
 QList<host::Entity> Users::All() const
 {
     QList<host::Entity> users;
-    for (host::Query query(connection_, u"SELECT Code, Name FROM Users ORDER BY Code"_qs); !query.Eof(); query.Next())
+    for (host::Query query(m_connection, u"SELECT Code, Name FROM Users ORDER BY Code"_s); !query.Eof(); query.Next())
         users << host::Entity{query.Int(u"Code"), query.Text(u"Name")};
     return users;
 }
@@ -33,17 +35,17 @@ bool Users::NameTaken(const QString &name, int except) const
 
 int Users::Add(const QString &name)
 {
-    host::Transaction transaction(connection_);
-    const int code = host::Scalar(connection_, u"SELECT ISNULL(MAX(Code), 0) + 1 FROM Users"_qs).toInt();
-    host::Exec(connection_,
-               u"INSERT INTO Users (Code, Name) VALUES (%1, "_qs.arg(code) + host::NQuotedStr(name) + u")"_qs);
+    host::Transaction transaction(m_connection);
+    const int code = host::Scalar(m_connection, u"SELECT ISNULL(MAX(Code), 0) + 1 FROM Users"_s).toInt();
+    host::Exec(m_connection,
+               u"INSERT INTO Users (Code, Name) VALUES (%1, "_s.arg(code) + host::NQuotedStr(name) + u")"_s);
     transaction.Commit();
     return code;
 }
 
 void Users::Rename(int code, const QString &name)
 {
-    host::Exec(connection_, u"UPDATE Users SET Name = "_qs + host::NQuotedStr(name) + u" WHERE Code = %1"_qs.arg(code));
+    host::Exec(m_connection, u"UPDATE Users SET Name = "_s + host::NQuotedStr(name) + u" WHERE Code = %1"_s.arg(code));
 }
 
 } // namespace desk

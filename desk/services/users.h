@@ -2,8 +2,8 @@
 
 #include "host/services/entity_service.h"
 
-#include <QtCore/QList>
-#include <QtSql/QSqlDatabase>
+#include <QList>
+#include <QSqlDatabase>
 
 namespace desk {
 
@@ -16,7 +16,7 @@ class Users
 public:
     static constexpr int NameLength = 50;
 
-    explicit Users(const QSqlDatabase &connection) : connection_(connection) {}
+    explicit Users(const QSqlDatabase &connection) : m_connection(connection) {}
 
     /// All users by code.
     QList<host::Entity> All() const;
@@ -27,7 +27,7 @@ public:
     void Rename(int code, const QString &name);
 
 private:
-    QSqlDatabase connection_;
+    QSqlDatabase m_connection;
 };
 
 } // namespace desk

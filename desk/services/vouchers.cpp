@@ -5,6 +5,8 @@
 #include "host/data/query.h"
 #include "host/data/sql_text.h"
 
+using namespace Qt::StringLiterals;
+
 namespace desk {
 
 namespace {
@@ -18,24 +20,24 @@ constexpr int IntoVoucher = 2;
 } // namespace
 
 Vouchers::Vouchers(const QSqlDatabase &connection, host::MessageService &messages)
-    : connection_(connection), messages_(messages)
+    : m_connection(connection), m_messages(messages)
 {}
 
 bool Vouchers::IsVoucherApproved(int code, int kind, const QString &caption, const QString &voucherTitle)
 {
     const bool approved =
-        code != 0 && host::Exists(connection_, u"SELECT Code FROM Vouchers WHERE Code = %1 AND Kind = %2 AND "
-                                               "Approved = 1"_qs.arg(code)
-                                                   .arg(kind));
+        code != 0 && host::Exists(m_connection, u"SELECT Code FROM Vouchers WHERE Code = %1 AND Kind = %2 AND "
+                                                "Approved = 1"_s.arg(code)
+                                                    .arg(kind));
     if (approved)
-        messages_.ShowMessage(MessageText(message::VoucherApproved, {caption, voucherTitle}),
-                              host::MessageIcon::Warning);
+        m_messages.ShowMessage(MessageText(message::VoucherApproved, {caption, voucherTitle}),
+                               host::MessageIcon::Warning);
     return approved;
 }
 
 bool Vouchers::IsConstStartPeriod()
 {
-    return host::Exists(connection_, u"SELECT ID FROM inf_co WHERE StartPeriodClosed = 1"_qs);
+    return host::Exists(m_connection, u"SELECT ID FROM inf_co WHERE StartPeriodClosed = 1"_s);
 }
 
 bool Vouchers::Validate_TotalCost(long double quantity, long double price, host::TSoftwarePart)
@@ -43,7 +45,7 @@ bool Vouchers::Validate_TotalCost(long double quantity, long double price, host:
     const long double total = quantity * price;
     if (total < GreatestTotal && total > -GreatestTotal)
         return true;
-    messages_.ShowMessage(MessageText(message::TotalOutOfRange), host::MessageIcon::Warning);
+    m_messages.ShowMessage(MessageText(message::TotalOutOfRange), host::MessageIcon::Warning);
     return false;
 }
 
@@ -66,13 +68,13 @@ void Vouchers::WriteVoucher(int goodCode, int voucherCode, const QString &date)
 {
     const QString text =
         u"DECLARE @Voucher int EXEC @Voucher = AutoVoucherFirstPriodGoods @SaveType = %1, @SanadCode = %2, "
-        "@SanadDate = %3, @Codes = '%4' SELECT @Voucher AS Voucher"_qs.arg(IntoVoucher)
+        "@SanadDate = %3, @Codes = '%4' SELECT @Voucher AS Voucher"_s.arg(IntoVoucher)
             .arg(voucherCode)
             .arg(host::QuotedStr(date))
             .arg(goodCode);
     // Approved in the meantime: whoever saves must not go on.
-    if (host::Scalar(connection_, text).toInt() < 0)
-        throw host::DatabaseError(MessageText(message::VoucherApproved, {u"تغییر موجودی اول دوره"_qs, u"اول دوره"_qs}));
+    if (host::Scalar(m_connection, text).toInt() < 0)
+        throw host::DatabaseError(MessageText(message::VoucherApproved, {u"تغییر موجودی اول دوره"_s, u"اول دوره"_s}));
 }
 
 } // namespace desk

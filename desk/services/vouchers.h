@@ -3,7 +3,7 @@
 #include "host/services/message_service.h"
 #include "host/services/voucher_service.h"
 
-#include <QtSql/QSqlDatabase>
+#include <QSqlDatabase>
 
 namespace desk {
 
@@ -24,8 +24,8 @@ public:
 private:
     void WriteVoucher(int goodCode, int voucherCode, const QString &date);
 
-    QSqlDatabase connection_;
-    host::MessageService &messages_;
+    QSqlDatabase m_connection;
+    host::MessageService &m_messages;
 };
 
 } // namespace desk

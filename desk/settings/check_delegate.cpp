@@ -1,8 +1,8 @@
 #include "desk/settings/check_delegate.h"
 
-#include <QtGui/QKeyEvent>
-#include <QtWidgets/QApplication>
-#include <QtWidgets/QStyle>
+#include <QApplication>
+#include <QKeyEvent>
+#include <QStyle>
 
 namespace desk {
 

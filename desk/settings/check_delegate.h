@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QtWidgets/QStyledItemDelegate>
+#include <QStyledItemDelegate>
 
 namespace desk {
 

@@ -4,12 +4,14 @@
 #include "host/data/query.h"
 #include "ui_rights.h"
 
-#include <QtCore/QScopeGuard>
-#include <QtCore/QScopedValueRollback>
-#include <QtCore/QSignalBlocker>
-#include <QtWidgets/QHeaderView>
-#include <QtWidgets/QInputDialog>
-#include <QtWidgets/QLineEdit>
+#include <QHeaderView>
+#include <QInputDialog>
+#include <QLineEdit>
+#include <QScopeGuard>
+#include <QScopedValueRollback>
+#include <QSignalBlocker>
+
+using namespace Qt::StringLiterals;
 
 namespace desk {
 
@@ -26,50 +28,50 @@ class NameDialog : public QInputDialog
 {
 public:
     NameDialog(QWidget *parent, std::function<bool(const QString &)> take)
-        : QInputDialog(parent), take_(std::move(take))
+        : QInputDialog(parent), m_take(std::move(take))
     {
-        setObjectName(u"UserName_DLG"_qs);
-        setLabelText(u"نام کاربر :"_qs);
-        setOkButtonText(u"تأیید"_qs);
-        setCancelButtonText(u"انصراف"_qs);
+        setObjectName(u"UserName_DLG"_s);
+        setLabelText(u"نام کاربر :"_s);
+        setOkButtonText(u"تأیید"_s);
+        setCancelButtonText(u"انصراف"_s);
     }
     void done(int result) override
     {
-        if (result != Accepted || take_(textValue().simplified()))
+        if (result != Accepted || m_take(textValue().simplified()))
             QInputDialog::done(result);
     }
 
 private:
-    std::function<bool(const QString &)> take_;
+    std::function<bool(const QString &)> m_take;
 };
 
 } // namespace
 
 TRights_FRM::TRights_FRM(host::Host &host, Permissions &permissions)
-    : TSaveScreen_FRM(host, host::TSoftwarePart::Goods), permissions_(permissions), users_(host.DM.ADOConnection1),
-      ui_(std::make_unique<Ui::Rights>())
+    : TSaveScreen_FRM(host, host::TSoftwarePart::Goods), m_permissions(permissions), m_users(host.DM.ADOConnection1),
+      m_ui(std::make_unique<Ui::Rights>())
 {
-    setObjectName(u"TRights_FRM"_qs);
-    ui_->setupUi(Content());
-    SetTitle(u"دسترسی کاربران"_qs);
+    setObjectName(u"TRights_FRM"_s);
+    m_ui->setupUi(Content());
+    SetTitle(u"دسترسی کاربران"_s);
     BuildGrid();
-    connect(ui_->User_CMB, &QComboBox::currentIndexChanged, this,
-            [this] { Command(Title(), [this] { ChooseUser(ui_->User_CMB->currentData().toInt()); }); });
-    connect(ui_->Rights_GRD, &QTableWidget::itemChanged, this, [this] {
-        if (!loading_)
+    connect(m_ui->User_CMB, &QComboBox::currentIndexChanged, this,
+            [this] { Command(Title(), [this] { ChooseUser(m_ui->User_CMB->currentData().toInt()); }); });
+    connect(m_ui->Rights_GRD, &QTableWidget::itemChanged, this, [this] {
+        if (!m_loading)
             SetIsSaved(false);
     });
-    Bind(ui_->NewUser_BTN, Qt::Key_F4, [this] { AddUser(); });
-    Bind(ui_->RenameUser_BTN, Qt::Key_F2, [this] { RenameUser(); });
-    connect(ui_->All_BTN, &QPushButton::clicked, this, [this] { SetAll(true); });
-    connect(ui_->None_BTN, &QPushButton::clicked, this, [this] { SetAll(false); });
+    Bind(m_ui->NewUser_BTN, Qt::Key_F4, [this] { AddUser(); });
+    Bind(m_ui->RenameUser_BTN, Qt::Key_F2, [this] { RenameUser(); });
+    connect(m_ui->All_BTN, &QPushButton::clicked, this, [this] { SetAll(true); });
+    connect(m_ui->None_BTN, &QPushButton::clicked, this, [this] { SetAll(false); });
 }
 
 TRights_FRM::~TRights_FRM() = default;
 
 void TRights_FRM::BuildGrid()
 {
-    QTableWidget *grid = ui_->Rights_GRD;
+    QTableWidget *grid = m_ui->Rights_GRD;
     QStringList rows;
     QStringList columns;
     for (const NamedPart &part : AllParts())
@@ -105,18 +107,18 @@ void TRights_FRM::FormShow()
     TSaveScreen_FRM::FormShow();
     ListUsers();
     ShowUser(m_host.settings.UserInfo().Code);
-    ui_->Rights_GRD->setCurrentCell(0, 0);
-    ui_->Rights_GRD->setFocus();
+    m_ui->Rights_GRD->setCurrentCell(0, 0);
+    m_ui->Rights_GRD->setFocus();
 }
 
 void TRights_FRM::ListUsers()
 {
-    const QList<host::Entity> users = users_.All();
-    const QSignalBlocker quiet(ui_->User_CMB);
-    ui_->User_CMB->clear();
+    const QList<host::Entity> users = m_users.All();
+    const QSignalBlocker quiet(m_ui->User_CMB);
+    m_ui->User_CMB->clear();
     for (const host::Entity &user : users) {
-        ui_->User_CMB->addItem(UserCaption(user), user.Code);
-        ui_->User_CMB->setItemData(ui_->User_CMB->count() - 1, user.Name, NameRole);
+        m_ui->User_CMB->addItem(UserCaption(user), user.Code);
+        m_ui->User_CMB->setItemData(m_ui->User_CMB->count() - 1, user.Name, NameRole);
     }
     StandOnUser();
 }
@@ -129,9 +131,9 @@ bool TRights_FRM::AskName(const QString &title, const QString &name, int code,
         bool written = false;
         Command(title, [&] {
             if (typed.isEmpty())
-                return m_host.messages.MsgRequiredField(u"نام کاربر"_qs);
-            if (users_.NameTaken(typed, code))
-                return m_host.messages.MsgRepeatedField(u"نام کاربر"_qs, u"کاربر"_qs);
+                return m_host.messages.MsgRequiredField(u"نام کاربر"_s);
+            if (m_users.NameTaken(typed, code))
+                return m_host.messages.MsgRepeatedField(u"نام کاربر"_s, u"کاربر"_s);
             write(typed);
             written = true;
         });
@@ -149,17 +151,17 @@ void TRights_FRM::AddUser()
     if (!MayDiscard())
         return;
     int added = 0;
-    if (!AskName(u"کاربر جدید"_qs, {}, 0, [&](const QString &name) { added = users_.Add(name); }))
+    if (!AskName(u"کاربر جدید"_s, {}, 0, [&](const QString &name) { added = m_users.Add(name); }))
         return;
     ListUsers();
     ShowUser(added);
-    ui_->Rights_GRD->setFocus();
+    m_ui->Rights_GRD->setFocus();
 }
 
 void TRights_FRM::RenameUser()
 {
-    const QString name = ui_->User_CMB->currentData(NameRole).toString();
-    if (AskName(u"تغییر نام کاربر"_qs, name, user_, [&](const QString &typed) { users_.Rename(user_, typed); }))
+    const QString name = m_ui->User_CMB->currentData(NameRole).toString();
+    if (AskName(u"تغییر نام کاربر"_s, name, m_user, [&](const QString &typed) { m_users.Rename(m_user, typed); }))
         ListUsers();
 }
 
@@ -167,29 +169,29 @@ void TRights_FRM::ChooseUser(int user)
 {
     // Whether they were kept or could not be read: the name above stays that of the rights below.
     const auto agree = qScopeGuard([this] { StandOnUser(); });
-    if (user != user_ && MayDiscard())
+    if (user != m_user && MayDiscard())
         ShowUser(user);
 }
 
 void TRights_FRM::StandOnUser()
 {
-    const QSignalBlocker quiet(ui_->User_CMB);
-    ui_->User_CMB->setCurrentIndex(ui_->User_CMB->findData(user_));
+    const QSignalBlocker quiet(m_ui->User_CMB);
+    m_ui->User_CMB->setCurrentIndex(m_ui->User_CMB->findData(m_user));
 }
 
 void TRights_FRM::ShowUser(int user)
 {
     QSet<std::pair<int, int>> granted;
     for (host::Query rights(m_host.DM.ADOConnection1,
-                            u"SELECT SoftwarePart, Permission FROM UserRights WHERE UserCode = %1"_qs.arg(user));
+                            u"SELECT SoftwarePart, Permission FROM UserRights WHERE UserCode = %1"_s.arg(user));
          !rights.Eof(); rights.Next())
         granted << std::pair(rights.Int(u"SoftwarePart"), rights.Int(u"Permission"));
-    user_ = user;
+    m_user = user;
     StandOnUser();
-    const QScopedValueRollback loading(loading_, true);
-    for (int row = 0; row < ui_->Rights_GRD->rowCount(); ++row) {
-        for (int column = 0; column < ui_->Rights_GRD->columnCount(); ++column) {
-            QTableWidgetItem *item = ui_->Rights_GRD->item(row, column);
+    const QScopedValueRollback loading(m_loading, true);
+    for (int row = 0; row < m_ui->Rights_GRD->rowCount(); ++row) {
+        for (int column = 0; column < m_ui->Rights_GRD->columnCount(); ++column) {
+            QTableWidgetItem *item = m_ui->Rights_GRD->item(row, column);
             if (item->flags().testFlag(Qt::ItemIsUserCheckable))
                 item->setCheckState(granted.contains({static_cast<int>(AllParts().at(row).part),
                                                       static_cast<int>(AllPermissions().at(column).permission)})
@@ -202,9 +204,9 @@ void TRights_FRM::ShowUser(int user)
 
 void TRights_FRM::SetAll(bool granted)
 {
-    for (int row = 0; row < ui_->Rights_GRD->rowCount(); ++row) {
-        for (int column = 0; column < ui_->Rights_GRD->columnCount(); ++column) {
-            QTableWidgetItem *item = ui_->Rights_GRD->item(row, column);
+    for (int row = 0; row < m_ui->Rights_GRD->rowCount(); ++row) {
+        for (int column = 0; column < m_ui->Rights_GRD->columnCount(); ++column) {
+            QTableWidgetItem *item = m_ui->Rights_GRD->item(row, column);
             if (item->flags().testFlag(Qt::ItemIsUserCheckable))
                 item->setCheckState(granted ? Qt::Checked : Qt::Unchecked);
         }
@@ -214,13 +216,13 @@ void TRights_FRM::SetAll(bool granted)
 bool TRights_FRM::Write()
 {
     Rights rights;
-    for (int row = 0; row < ui_->Rights_GRD->rowCount(); ++row) {
-        for (int column = 0; column < ui_->Rights_GRD->columnCount(); ++column) {
-            if (ui_->Rights_GRD->item(row, column)->checkState() == Qt::Checked)
+    for (int row = 0; row < m_ui->Rights_GRD->rowCount(); ++row) {
+        for (int column = 0; column < m_ui->Rights_GRD->columnCount(); ++column) {
+            if (m_ui->Rights_GRD->item(row, column)->checkState() == Qt::Checked)
                 rights << std::pair(AllParts().at(row).part, AllPermissions().at(column).permission);
         }
     }
-    permissions_.Replace(user_, rights);
+    m_permissions.Replace(m_user, rights);
     return true;
 }
 

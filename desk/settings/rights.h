@@ -44,11 +44,11 @@ private:
                  const std::function<void(const QString &)> &write);
     void SetAll(bool granted);
 
-    Permissions &permissions_;
-    Users users_;
-    std::unique_ptr<Ui::Rights> ui_;
-    int user_ = 0; ///< code of the user whose rights are shown
-    bool loading_ = false;
+    Permissions &m_permissions;
+    Users m_users;
+    std::unique_ptr<Ui::Rights> m_ui;
+    int m_user = 0; ///< code of the user whose rights are shown
+    bool m_loading = false;
 };
 
 } // namespace desk

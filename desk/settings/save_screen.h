@@ -13,7 +13,7 @@ class TSaveScreen_FRM : public host::TBaseDock_FRM
 public:
     TSaveScreen_FRM(host::Host &host, host::TSoftwarePart part);
 
-    bool IsSaved() const { return saved_; }
+    bool IsSaved() const { return m_saved; }
     void reject() override;
 
 protected:
@@ -27,8 +27,8 @@ protected:
 private:
     void Save();
 
-    QPushButton *save_;
-    bool saved_ = true;
+    QPushButton *m_save;
+    bool m_saved = true;
 };
 
 } // namespace desk

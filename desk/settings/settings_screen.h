@@ -35,10 +35,10 @@ private:
     void AddSwitches();
     void WatchInputs();
 
-    Settings &settings_;
-    std::unique_ptr<Ui::SettingsScreen> ui_;
-    QList<host::ToggleSwitch *> switches_; ///< as SettingSwitches()
-    std::array<QLineEdit *, 3> barcodes_{};
+    Settings &m_settings;
+    std::unique_ptr<Ui::SettingsScreen> m_ui;
+    QList<host::ToggleSwitch *> m_switches; ///< as SettingSwitches()
+    std::array<QLineEdit *, 3> m_barcodes{};
 };
 
 } // namespace desk

@@ -4,8 +4,8 @@
 #include "desk/tour/tour_steps.h"
 #include "desk/window/main_window.h"
 
-#include <QtCore/QScopeGuard>
-#include <QtWidgets/QApplication>
+#include <QApplication>
+#include <QScopeGuard>
 
 #include <cstdio>
 

@@ -1,9 +1,11 @@
 #include "desk/tour/tour_player.h"
 
-#include <QtCore/QDir>
-#include <QtTest/QTest>
-#include <QtWidgets/QApplication>
-#include <QtWidgets/QWidget>
+#include <QApplication>
+#include <QDir>
+#include <QTest>
+#include <QWidget>
+
+using namespace Qt::StringLiterals;
 
 namespace desk {
 
@@ -13,51 +15,51 @@ constexpr int Patience = 20'000; // milliseconds that a step may take to become 
 } // namespace
 
 TourPlayer::TourPlayer(QWidget &window, QList<TourStep> steps, const QString &folder)
-    : window_(&window), steps_(std::move(steps)), folder_(folder)
+    : m_window(&window), m_steps(std::move(steps)), m_folder(folder)
 {
-    timer_.setInterval(Interval);
-    connect(&timer_, &QTimer::timeout, this, &TourPlayer::Tick);
+    m_timer.setInterval(Interval);
+    connect(&m_timer, &QTimer::timeout, this, &TourPlayer::Tick);
 }
 
 void TourPlayer::Start()
 {
-    if (!QDir().mkpath(folder_)) {
-        Fail(u"cannot make the folder "_qs + folder_);
+    if (!QDir().mkpath(m_folder)) {
+        Fail(u"cannot make the folder "_s + m_folder);
         return;
     }
-    waiting_.start();
-    timer_.start();
+    m_waiting.start();
+    m_timer.start();
 }
 
 void TourPlayer::Tick()
 {
-    if (finished_ || starting_)
+    if (m_finished || m_starting)
         return;
-    if (next_ == steps_.size()) {
+    if (m_next == m_steps.size()) {
         End();
         return;
     }
-    const TourStep &step = steps_.at(next_);
+    const TourStep &step = m_steps.at(m_next);
     // Without a window manager nobody gives the keys back to the window below one that closed.
     QWidget *modal = QApplication::activeModalWidget();
-    QWidget *front = modal ? modal : window_;
+    QWidget *front = modal ? modal : m_window;
     if (!front->isActiveWindow())
         front->activateWindow();
     if (!front->isActiveWindow() || !step.ready()) {
-        if (waiting_.elapsed() > Patience) {
-            running_ = step.name;
-            Picture(FrontWindow(), u"stuck"_qs);
-            Fail(u"it was not ready in time"_qs);
+        if (m_waiting.elapsed() > Patience) {
+            m_running = step.name;
+            Picture(FrontWindow(), u"stuck"_s);
+            Fail(u"it was not ready in time"_s);
         }
         return;
     }
-    ++next_;
-    running_ = step.name;
-    waiting_.restart();
+    ++m_next;
+    m_running = step.name;
+    m_waiting.restart();
     // A timer does not fire again while its own slot stands in a modal window: each step has a shot of its own.
-    starting_ = true;
+    m_starting = true;
     QTimer::singleShot(0, this, [this, act = step.act] {
-        starting_ = false;
+        m_starting = false;
         try {
             act();
         } catch (const std::exception &error) {
@@ -68,24 +70,24 @@ void TourPlayer::Tick()
 
 void TourPlayer::Fail(const QString &what)
 {
-    if (trouble_.isEmpty())
-        trouble_ = running_.isEmpty() ? what : running_ + u": "_qs + what;
+    if (m_trouble.isEmpty())
+        m_trouble = m_running.isEmpty() ? what : m_running + u": "_s + what;
     End();
 }
 
 void TourPlayer::End()
 {
-    finished_ = true;
-    timer_.stop();
+    m_finished = true;
+    m_timer.stop();
     // Ends the loops of modal windows that still stand, too; quit() would ask each of them whether it may close.
     QTimer::singleShot(0, qApp, [] { QCoreApplication::exit(); });
 }
 
 void TourPlayer::Picture(QWidget *widget, const QString &name)
 {
-    const QString file = QDir(folder_).filePath(name + u".png"_qs);
+    const QString file = QDir(m_folder).filePath(name + u".png"_s);
     if (!widget || !widget->grab().save(file))
-        Fail(u"no picture "_qs + file);
+        Fail(u"no picture "_s + file);
 }
 
 QWidget *FrontWindow()

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <QtCore/QElapsedTimer>
-#include <QtCore/QList>
-#include <QtCore/QObject>
-#include <QtCore/QString>
-#include <QtCore/QTimer>
+#include <QElapsedTimer>
+#include <QList>
+#include <QObject>
+#include <QString>
+#include <QTimer>
 
 #include <functional>
 
@@ -33,8 +33,8 @@ public:
 
     void Start();
     /// What went wrong; empty when nothing did.
-    const QString &Trouble() const { return trouble_; }
-    bool Finished() const { return finished_; }
+    const QString &Trouble() const { return m_trouble; }
+    bool Finished() const { return m_finished; }
 
     /// The step that is running fails: the tour ends.
     void Fail(const QString &what);
@@ -45,16 +45,16 @@ private:
     void Tick();
     void End();
 
-    QWidget *window_;
-    QList<TourStep> steps_;
-    QString folder_;
-    QString trouble_;
-    QString running_;
-    QTimer timer_;
-    QElapsedTimer waiting_;
-    qsizetype next_ = 0;
-    bool starting_ = false;
-    bool finished_ = false;
+    QWidget *m_window;
+    QList<TourStep> m_steps;
+    QString m_folder;
+    QString m_trouble;
+    QString m_running;
+    QTimer m_timer;
+    QElapsedTimer m_waiting;
+    qsizetype m_next = 0;
+    bool m_starting = false;
+    bool m_finished = false;
 };
 
 /// The window that keys go to: the modal one when there is one.

@@ -4,34 +4,36 @@
 #include "desk/window/main_window.h"
 #include "host/data/query.h"
 
-#include <QtGui/QAction>
-#include <QtWidgets/QApplication>
-#include <QtWidgets/QLabel>
+#include <QAction>
+#include <QApplication>
+#include <QLabel>
+
+using namespace Qt::StringLiterals;
 
 namespace desk {
 
 TourScript::TourScript(MainWindow &window, DeskHost &desk, TakePicture picture, ReportFault fail)
-    : window_(window), desk_(desk), picture_(std::move(picture)), fail_(std::move(fail))
+    : m_window(window), m_desk(desk), m_picture(std::move(picture)), m_fail(std::move(fail))
 {}
 
 void TourScript::When(const QString &name, const QString &control, std::function<void()> act)
 {
-    steps_ << TourStep{name, [control] { return Control(FrontWindow(), control) != nullptr; }, std::move(act)};
+    m_steps << TourStep{name, [control] { return Control(FrontWindow(), control) != nullptr; }, std::move(act)};
 }
 
 void TourScript::Command(const QString &name, const QString &action)
 {
-    steps_ << TourStep{name, [] { return !QApplication::activeModalWidget(); },
-                       [this, self = shared_from_this(), action] { window_.Command(action)->trigger(); }};
+    m_steps << TourStep{name, [] { return !QApplication::activeModalWidget(); },
+                        [this, self = shared_from_this(), action] { m_window.Command(action)->trigger(); }};
 }
 
 void TourScript::Shot(const QString &name, const QString &control)
 {
     const auto ready = [control] {
-        return Control(FrontWindow(), control) != nullptr && !Control(FrontWindow(), u"Flash"_qs);
+        return Control(FrontWindow(), control) != nullptr && !Control(FrontWindow(), u"Flash"_s);
     };
-    steps_ << TourStep{u"picture "_qs + name, ready,
-                       [this, self = shared_from_this(), name] { picture_(FrontWindow(), name); }};
+    m_steps << TourStep{u"picture "_s + name, ready,
+                        [this, self = shared_from_this(), name] { m_picture(FrontWindow(), name); }};
 }
 
 void TourScript::Key(const QString &name, const QString &control, Qt::Key key, Qt::KeyboardModifiers modifiers)
@@ -41,7 +43,7 @@ void TourScript::Key(const QString &name, const QString &control, Qt::Key key, Q
 
 void TourScript::Fill(const QString &control, const QString &text)
 {
-    When(u"fill "_qs + control, control, [control, text] {
+    When(u"fill "_s + control, control, [control, text] {
         Control(FrontWindow(), control)->setFocus();
         Press(Qt::Key_A, Qt::ControlModifier);
         Type(text);
@@ -50,37 +52,37 @@ void TourScript::Fill(const QString &control, const QString &text)
 
 void TourScript::Focus(const QString &control)
 {
-    When(u"focus "_qs + control, control, [control] { Control(FrontWindow(), control)->setFocus(); });
+    When(u"focus "_s + control, control, [control] { Control(FrontWindow(), control)->setFocus(); });
 }
 
 void TourScript::AnswerYes(const QString &picture)
 {
     const auto asked = [] { return FrontWindow() && FrontWindow()->objectName() == u"Message_BOX"; };
     if (!picture.isEmpty())
-        steps_ << TourStep{u"picture "_qs + picture, asked,
-                           [this, self = shared_from_this(), picture] { picture_(FrontWindow(), picture); }};
-    steps_ << TourStep{u"answer Yes"_qs, asked, [] {
-                           Press(Qt::Key_Tab);
-                           Press(Qt::Key_Space);
-                       }};
+        m_steps << TourStep{u"picture "_s + picture, asked,
+                            [this, self = shared_from_this(), picture] { m_picture(FrontWindow(), picture); }};
+    m_steps << TourStep{u"answer Yes"_s, asked, [] {
+                            Press(Qt::Key_Tab);
+                            Press(Qt::Key_Space);
+                        }};
 }
 
 void TourScript::Expect(const QString &name, const QString &statement, int rows)
 {
-    steps_ << TourStep{name, [] { return !QApplication::activeModalWidget(); },
-                       [this, self = shared_from_this(), statement, rows] {
-                           const host::Query query(desk_.host.DM.ADOConnection1, statement);
-                           if (query.RecordCount() != rows)
-                               fail_(u"%1 rows instead of %2"_qs.arg(query.RecordCount()).arg(rows));
-                       }};
+    m_steps << TourStep{name, [] { return !QApplication::activeModalWidget(); },
+                        [this, self = shared_from_this(), statement, rows] {
+                            const host::Query query(m_desk.host.DM.ADOConnection1, statement);
+                            if (query.RecordCount() != rows)
+                                m_fail(u"%1 rows instead of %2"_s.arg(query.RecordCount()).arg(rows));
+                        }};
 }
 
 void TourScript::ExpectText(const QString &label, const QString &text)
 {
-    When(u"read "_qs + label, label, [this, self = shared_from_this(), label, text] {
+    When(u"read "_s + label, label, [this, self = shared_from_this(), label, text] {
         const auto *shown = qobject_cast<QLabel *>(Control(FrontWindow(), label));
         if (!shown || !shown->text().contains(text))
-            fail_(u"it says "_qs + (shown ? shown->text() : QString()));
+            m_fail(u"it says "_s + (shown ? shown->text() : QString()));
     });
 }
 

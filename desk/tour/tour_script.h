@@ -3,7 +3,7 @@
 #include "desk/tour/tour_player.h"
 #include "desk/tour/tour_steps.h"
 
-#include <QtCore/Qt>
+#include <Qt>
 
 #include <memory>
 
@@ -34,14 +34,14 @@ public:
     /// A label holds this text.
     void ExpectText(const QString &label, const QString &text);
 
-    QList<TourStep> TakeSteps() { return std::exchange(steps_, {}); }
+    QList<TourStep> TakeSteps() { return std::exchange(m_steps, {}); }
 
 private:
-    MainWindow &window_;
-    DeskHost &desk_;
-    TakePicture picture_;
-    ReportFault fail_;
-    QList<TourStep> steps_;
+    MainWindow &m_window;
+    DeskHost &m_desk;
+    TakePicture m_picture;
+    ReportFault m_fail;
+    QList<TourStep> m_steps;
 };
 
 } // namespace desk

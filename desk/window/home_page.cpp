@@ -2,12 +2,14 @@
 
 #include "host/screens/theme.h"
 
-#include <QtGui/QAction>
-#include <QtGui/QKeyEvent>
-#include <QtWidgets/QGridLayout>
-#include <QtWidgets/QHBoxLayout>
-#include <QtWidgets/QLabel>
-#include <QtWidgets/QToolButton>
+#include <QAction>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QToolButton>
+
+using namespace Qt::StringLiterals;
 
 namespace desk {
 
@@ -25,7 +27,7 @@ QLabel *MakeLabel(const QString &objectName, double points, bool bold, const QCo
     QFont font = host::theme::InterfaceFont(points);
     font.setBold(bold);
     label->setFont(font);
-    label->setStyleSheet(u"color: %1;"_qs.arg(color.name()));
+    label->setStyleSheet(u"color: %1;"_s.arg(color.name()));
     return label;
 }
 
@@ -49,13 +51,13 @@ QToolButton *MakeTile(QAction *command, QWidget *parent)
 {
     auto *tile = new Tile(parent);
     tile->setDefaultAction(command);
-    tile->setObjectName(command->objectName() + u"_Tile"_qs);
+    tile->setObjectName(command->objectName() + u"_Tile"_s);
     tile->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
     tile->setIconSize(TileIcon);
     tile->setFixedSize(TileSize);
     tile->setFocusPolicy(Qt::StrongFocus);
     tile->setStyleSheet(u"QToolButton { background: %1; border: 1px solid %2; border-radius: 10px; padding: 10px; }"
-                        "QToolButton:hover, QToolButton:focus { border-color: %3; background: %4; }"_qs.arg(
+                        "QToolButton:hover, QToolButton:focus { border-color: %3; background: %4; }"_s.arg(
                             host::theme::Surface().name(), host::theme::Line().name(), host::theme::Accent().name(),
                             host::theme::AccentSoft().name()));
     return tile;
@@ -65,12 +67,12 @@ QToolButton *MakeTile(QAction *command, QWidget *parent)
 
 HomePage::HomePage(const QList<QAction *> &commands, QWidget *parent) : QWidget(parent)
 {
-    setObjectName(u"HomePage"_qs);
-    company_ = MakeLabel(u"Company_LBL"_qs, 20, true, host::theme::Ink(), this);
-    date_ = MakeLabel(u"Date_LBL"_qs, 11, false, host::theme::InkSoft(), this);
+    setObjectName(u"HomePage"_s);
+    m_company = MakeLabel(u"Company_LBL"_s, 20, true, host::theme::Ink(), this);
+    m_date = MakeLabel(u"Date_LBL"_s, 11, false, host::theme::InkSoft(), this);
     auto *figures = new QHBoxLayout;
     figures->setSpacing(48);
-    figures_ = figures;
+    m_figures = figures;
     auto *tiles = new QGridLayout;
     tiles->setSpacing(14);
     for (int i = 0; i < commands.size(); ++i)
@@ -81,8 +83,8 @@ HomePage::HomePage(const QList<QAction *> &commands, QWidget *parent) : QWidget(
     auto *column = new QVBoxLayout;
     column->setSpacing(6);
     column->addStretch(2);
-    column->addWidget(company_);
-    column->addWidget(date_);
+    column->addWidget(m_company);
+    column->addWidget(m_date);
     column->addSpacing(22);
     column->addLayout(figures);
     column->addSpacing(22);
@@ -96,13 +98,13 @@ HomePage::HomePage(const QList<QAction *> &commands, QWidget *parent) : QWidget(
 
 void HomePage::SetCompany(const QString &name, const QString &date)
 {
-    company_->setText(name);
-    date_->setText(date);
+    m_company->setText(name);
+    m_date->setText(date);
 }
 
 void HomePage::SetFigures(const QList<std::pair<QString, QString>> &figures)
 {
-    while (QLayoutItem *item = figures_->takeAt(0)) {
+    while (QLayoutItem *item = m_figures->takeAt(0)) {
         delete item->widget();
         delete item;
     }
@@ -111,16 +113,16 @@ void HomePage::SetFigures(const QList<std::pair<QString, QString>> &figures)
         auto *column = new QVBoxLayout(figure);
         column->setContentsMargins(0, 0, 0, 0);
         column->setSpacing(0);
-        QLabel *value = MakeLabel(u"Figure_LBL"_qs, 18, true, host::theme::Accent(), figure);
+        QLabel *value = MakeLabel(u"Figure_LBL"_s, 18, true, host::theme::Accent(), figure);
         value->setText(number);
         value->setAlignment(Qt::AlignRight | Qt::AlignAbsolute); // digits alone would stand at the left
-        QLabel *words = MakeLabel(u"FigureCaption_LBL"_qs, 10, false, host::theme::InkSoft(), figure);
+        QLabel *words = MakeLabel(u"FigureCaption_LBL"_s, 10, false, host::theme::InkSoft(), figure);
         words->setText(caption);
         column->addWidget(value);
         column->addWidget(words);
-        figures_->addWidget(figure);
+        m_figures->addWidget(figure);
     }
-    static_cast<QHBoxLayout *>(figures_)->addStretch(1);
+    static_cast<QHBoxLayout *>(m_figures)->addStretch(1);
 }
 
 } // namespace desk

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QtWidgets/QWidget>
+#include <QWidget>
 
 #include <functional>
 
@@ -23,9 +23,9 @@ public:
     void SetFigures(const QList<std::pair<QString, QString>> &figures);
 
 private:
-    QLabel *company_;
-    QLabel *date_;
-    QLayout *figures_;
+    QLabel *m_company;
+    QLabel *m_date;
+    QLayout *m_figures;
 };
 
 } // namespace desk

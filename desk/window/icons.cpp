@@ -2,10 +2,10 @@
 
 #include "host/screens/theme.h"
 
-#include <QtCore/QHash>
-#include <QtGui/QIconEngine>
-#include <QtGui/QPainter>
-#include <QtGui/QPainterPath>
+#include <QHash>
+#include <QIconEngine>
+#include <QPainter>
+#include <QPainterPath>
 
 namespace desk {
 
@@ -200,7 +200,7 @@ QPainterPath PathOf(Glyph glyph)
 class GlyphEngine : public QIconEngine
 {
 public:
-    GlyphEngine(Glyph glyph, const QColor &color) : glyph_(glyph), color_(color) {}
+    GlyphEngine(Glyph glyph, const QColor &color) : m_glyph(glyph), m_color(color) {}
 
     void paint(QPainter *painter, const QRect &rect, QIcon::Mode mode, QIcon::State) override
     {
@@ -210,11 +210,11 @@ public:
         painter->translate(rect.center() + QPointF(0.5, 0.5));
         painter->scale(side / Side, side / Side);
         painter->translate(-Side / 2, -Side / 2);
-        QColor color = color_;
+        QColor color = m_color;
         if (mode == QIcon::Disabled)
             color.setAlphaF(0.35F);
         painter->setPen(QPen(color, 1.7, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-        painter->drawPath(PathOf(glyph_));
+        painter->drawPath(PathOf(m_glyph));
         painter->restore();
     }
 
@@ -230,8 +230,8 @@ public:
     QIconEngine *clone() const override { return new GlyphEngine(*this); }
 
 private:
-    Glyph glyph_;
-    QColor color_;
+    Glyph m_glyph;
+    QColor m_color;
 };
 
 } // namespace

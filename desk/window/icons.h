@@ -1,7 +1,7 @@
 #pragma once
 
-#include <QtGui/QColor>
-#include <QtGui/QIcon>
+#include <QColor>
+#include <QIcon>
 
 namespace desk {
 

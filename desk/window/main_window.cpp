@@ -12,14 +12,16 @@
 #include "host/data/query.h"
 #include "host/screens/theme.h"
 
-#include <QtGui/QCloseEvent>
-#include <QtWidgets/QInputDialog>
-#include <QtWidgets/QLabel>
-#include <QtWidgets/QMenuBar>
-#include <QtWidgets/QStatusBar>
-#include <QtWidgets/QTabBar>
-#include <QtWidgets/QTabWidget>
-#include <QtWidgets/QToolBar>
+#include <QCloseEvent>
+#include <QInputDialog>
+#include <QLabel>
+#include <QMenuBar>
+#include <QStatusBar>
+#include <QTabBar>
+#include <QTabWidget>
+#include <QToolBar>
+
+using namespace Qt::StringLiterals;
 
 namespace desk {
 
@@ -34,38 +36,38 @@ constexpr int NoticeTime = 4000; // milliseconds
 } // namespace
 
 MainWindow::MainWindow(DeskHost &desk, GoodsModule &module, const QString &databaseName)
-    : desk_(desk), module_(module), databaseName_(databaseName), pages_(new QTabWidget(this))
+    : m_desk(desk), m_module(module), m_databaseName(databaseName), m_pages(new QTabWidget(this))
 {
-    setObjectName(u"MainWindow"_qs);
-    setWindowTitle(u"میز کار"_qs);
+    setObjectName(u"MainWindow"_s);
+    setWindowTitle(u"میز کار"_s);
     setWindowIcon(Icon(Glyph::Goods, host::theme::Accent()));
     // The goods list without scrolling sideways, where the screen is wide enough.
     resize(QSize(1320, 780).boundedTo(screen()->availableSize() - host::theme::WindowFrame));
-    pages_->setObjectName(u"Pages"_qs);
-    pages_->setDocumentMode(true);
-    setCentralWidget(pages_);
-    if (module_.IsLoaded())
-        desk_.entities.SetDetailTypeChooser(
-            [this](const host::MultibleParam &wanted) { return module_.Select_DetailTypes_Multible(wanted); });
+    m_pages->setObjectName(u"Pages"_s);
+    m_pages->setDocumentMode(true);
+    setCentralWidget(m_pages);
+    if (m_module.IsLoaded())
+        m_desk.entities.SetDetailTypeChooser(
+            [this](const host::MultibleParam &wanted) { return m_module.Select_DetailTypes_Multible(wanted); });
     AddCommands();
     AddMenus();
     AddToolBar();
     AddStatusLine();
-    home_ = new HomePage({Command(u"GoodsList_ACT"_qs), Command(u"NewGood_ACT"_qs), Command(u"DetailTypes_ACT"_qs),
-                          Command(u"Groups_ACT"_qs), Command(u"Stores_ACT"_qs), Command(u"Units_ACT"_qs),
-                          Command(u"Choose_ACT"_qs), Command(u"Rights_ACT"_qs), Command(u"Settings_ACT"_qs)});
-    pages_->addTab(home_, u"آغاز"_qs);
-    pages_->tabBar()->setFocusPolicy(Qt::NoFocus); // the keys belong to the page
-    connect(pages_, &QTabWidget::currentChanged, this, [this] { EnterPage(); });
-    desk_.SetMainWindow(this);
+    m_home = new HomePage({Command(u"GoodsList_ACT"_s), Command(u"NewGood_ACT"_s), Command(u"DetailTypes_ACT"_s),
+                           Command(u"Groups_ACT"_s), Command(u"Stores_ACT"_s), Command(u"Units_ACT"_s),
+                           Command(u"Choose_ACT"_s), Command(u"Rights_ACT"_s), Command(u"Settings_ACT"_s)});
+    m_pages->addTab(m_home, u"آغاز"_s);
+    m_pages->tabBar()->setFocusPolicy(Qt::NoFocus); // the keys belong to the page
+    connect(m_pages, &QTabWidget::currentChanged, this, [this] { EnterPage(); });
+    m_desk.SetMainWindow(this);
     ShowStatus();
 }
 
 MainWindow::~MainWindow()
 {
-    choose_.reset();
-    desk_.entities.SetDetailTypeChooser({});
-    desk_.SetMainWindow(nullptr);
+    m_choose.reset();
+    m_desk.entities.SetDetailTypeChooser({});
+    m_desk.SetMainWindow(nullptr);
 }
 
 QAction *MainWindow::Command(const QString &objectName) const
@@ -84,10 +86,10 @@ QAction *MainWindow::AddCommand(const QString &objectName, const QString &captio
         try {
             run();
         } catch (const host::DatabaseError &error) {
-            desk_.messages.ShowMessage(MessageText(message::DatabaseFailed, {error.Text()}), host::MessageIcon::Error,
-                                       {});
+            m_desk.messages.ShowMessage(MessageText(message::DatabaseFailed, {error.Text()}), host::MessageIcon::Error,
+                                        {});
         } catch (const std::exception &error) {
-            desk_.messages.ShowMessage(QString::fromUtf8(error.what()), host::MessageIcon::Error, {});
+            m_desk.messages.ShowMessage(QString::fromUtf8(error.what()), host::MessageIcon::Error, {});
         }
         ShowStatus();
     });
@@ -109,7 +111,7 @@ void MainWindow::AddCommands()
         add(u"DetailTypes_ACT", u"جزئیات کالاها", Glyph::Details, Qt::CTRL | Qt::Key_D, [this] { OpenDetailTypes(); }),
     };
     for (QAction *action : goods)
-        action->setEnabled(module_.IsLoaded());
+        action->setEnabled(m_module.IsLoaded());
     add(u"Groups_ACT", u"گروه‌های کالا", Glyph::Groups, Qt::CTRL | Qt::Key_G,
         [this] { OpenEntities(TSoftwarePart::GoodsGroups); });
     add(u"Stores_ACT", u"انبارها", Glyph::Stores, Qt::CTRL | Qt::Key_B,
@@ -133,21 +135,21 @@ void MainWindow::AddMenus()
                 added->addAction(Command(name));
         }
     };
-    menu(u"&کالا"_qs, {u"GoodsList_ACT"_qs, u"NewGood_ACT"_qs, u"DetailTypes_ACT"_qs, {}, u"Choose_ACT"_qs});
-    menu(u"&اطلاعات پایه"_qs, {u"Groups_ACT"_qs, u"Stores_ACT"_qs, u"Units_ACT"_qs});
-    menu(u"&سیستم"_qs, {u"Rights_ACT"_qs, u"Settings_ACT"_qs, {}, u"User_ACT"_qs, {}, u"Exit_ACT"_qs});
+    menu(u"&کالا"_s, {u"GoodsList_ACT"_s, u"NewGood_ACT"_s, u"DetailTypes_ACT"_s, {}, u"Choose_ACT"_s});
+    menu(u"&اطلاعات پایه"_s, {u"Groups_ACT"_s, u"Stores_ACT"_s, u"Units_ACT"_s});
+    menu(u"&سیستم"_s, {u"Rights_ACT"_s, u"Settings_ACT"_s, {}, u"User_ACT"_s, {}, u"Exit_ACT"_s});
 }
 
 void MainWindow::AddToolBar()
 {
-    QToolBar *bar = addToolBar(u"دستورها"_qs);
-    bar->setObjectName(u"Tool_BAR"_qs);
+    QToolBar *bar = addToolBar(u"دستورها"_s);
+    bar->setObjectName(u"Tool_BAR"_s);
     bar->setMovable(false);
     bar->setIconSize(ToolIcon);
     bar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
     for (const QString &name :
-         {u"GoodsList_ACT"_qs, u"NewGood_ACT"_qs, u"DetailTypes_ACT"_qs, u"Choose_ACT"_qs, QString(), u"Groups_ACT"_qs,
-          u"Stores_ACT"_qs, u"Units_ACT"_qs, QString(), u"Settings_ACT"_qs, u"Exit_ACT"_qs}) {
+         {u"GoodsList_ACT"_s, u"NewGood_ACT"_s, u"DetailTypes_ACT"_s, u"Choose_ACT"_s, QString(), u"Groups_ACT"_s,
+          u"Stores_ACT"_s, u"Units_ACT"_s, QString(), u"Settings_ACT"_s, u"Exit_ACT"_s}) {
         if (name.isEmpty())
             bar->addSeparator();
         else
@@ -159,34 +161,34 @@ void MainWindow::AddStatusLine()
 {
     statusBar()->setSizeGripEnabled(false);
     statusBar()->setContentsMargins(12, 0, 12, 0);
-    user_ = new QLabel(statusBar());
-    user_->setObjectName(u"User_LBL"_qs);
-    user_->setTextFormat(Qt::PlainText);
-    auto *database = new QLabel(u"پایگاه داده: \u2066%1\u2069"_qs.arg(databaseName_), statusBar());
-    database->setObjectName(u"Database_LBL"_qs);
+    m_user = new QLabel(statusBar());
+    m_user->setObjectName(u"User_LBL"_s);
+    m_user->setTextFormat(Qt::PlainText);
+    auto *database = new QLabel(u"پایگاه داده: \u2066%1\u2069"_s.arg(m_databaseName), statusBar());
+    database->setObjectName(u"Database_LBL"_s);
     database->setTextFormat(Qt::PlainText);
-    date_ = new QLabel(statusBar());
-    date_->setObjectName(u"Today_LBL"_qs);
-    statusBar()->addWidget(user_);
+    m_date = new QLabel(statusBar());
+    m_date->setObjectName(u"Today_LBL"_s);
+    statusBar()->addWidget(m_user);
     statusBar()->addWidget(database);
-    statusBar()->addPermanentWidget(date_);
+    statusBar()->addPermanentWidget(m_date);
 }
 
 // Whoever comes back to a page goes on where they were.
 void MainWindow::EnterPage()
 {
     ShowStatus();
-    QWidget *page = pages_->currentWidget();
+    QWidget *page = m_pages->currentWidget();
     if (QWidget *last = page->focusWidget())
         last->setFocus(Qt::OtherFocusReason);
 }
 
 void MainWindow::ShowStatus()
 {
-    const QString today = host::PersianDigits(desk_.clock.NowShamsiDate());
-    user_->setText(u"کاربر: %1"_qs.arg(desk_.settings.UserInfo().Name));
-    date_->setText(today);
-    if (pages_->currentWidget() != home_)
+    const QString today = host::PersianDigits(m_desk.clock.NowShamsiDate());
+    m_user->setText(u"کاربر: %1"_s.arg(m_desk.settings.UserInfo().Name));
+    m_date->setText(today);
+    if (m_pages->currentWidget() != m_home)
         return;
     try {
         ShowFigures(today);
@@ -198,62 +200,62 @@ void MainWindow::ShowStatus()
 
 void MainWindow::ShowFigures(const QString &today)
 {
-    const QSqlDatabase &database = desk_.host.DM.ADOConnection1;
+    const QSqlDatabase &database = m_desk.host.DM.ADOConnection1;
     const auto count = [&database](const QString &table, const QString &where = {}) {
-        const QVariant number = host::Scalar(database, u"SELECT COUNT(*) FROM "_qs + table + where);
+        const QVariant number = host::Scalar(database, u"SELECT COUNT(*) FROM "_s + table + where);
         return host::PersianDigits(host::GroupDigits(number.toString()));
     };
-    home_->SetCompany(host::Scalar(database, u"SELECT Name FROM inf_co"_qs).toString(), u"امروز "_qs + today);
-    home_->SetFigures({{count(u"GoodInf"_qs), u"کالا"_qs},
-                       {count(u"GoodGrpS"_qs, u" WHERE Code <> 0"_qs), u"گروه کالا"_qs},
-                       {count(u"Stores"_qs), u"انبار"_qs},
-                       {count(u"GoodStock"_qs, u" WHERE Amount1 > 0"_qs), u"کالای موجود"_qs}});
+    m_home->SetCompany(host::Scalar(database, u"SELECT Name FROM inf_co"_s).toString(), u"امروز "_s + today);
+    m_home->SetFigures({{count(u"GoodInf"_s), u"کالا"_s},
+                        {count(u"GoodGrpS"_s, u" WHERE Code <> 0"_s), u"گروه کالا"_s},
+                        {count(u"Stores"_s), u"انبار"_s},
+                        {count(u"GoodStock"_s, u" WHERE Amount1 > 0"_s), u"کالای موجود"_s}});
 }
 
 void MainWindow::OpenGoodsList()
 {
-    module_.Open_GoodList();
+    m_module.Open_GoodList();
 }
 
 void MainWindow::NewGood()
 {
-    module_.Edit_Good(0);
+    m_module.Edit_Good(0);
 }
 
 void MainWindow::OpenChoose()
 {
-    if (!choose_)
-        choose_ = std::make_unique<TChoose_FRM>(desk_.host, module_);
-    if (choose_->IsShowing())
-        pages_->setCurrentWidget(choose_.get());
+    if (!m_choose)
+        m_choose = std::make_unique<TChoose_FRM>(m_desk.host, m_module);
+    if (m_choose->IsShowing())
+        m_pages->setCurrentWidget(m_choose.get());
     else
-        choose_->ShowDocked();
+        m_choose->ShowDocked();
 }
 
 void MainWindow::OpenEntities(TSoftwarePart part)
 {
     if (MayOpenList(part))
-        desk_.entities.Call_GroupList(part);
+        m_desk.entities.Call_GroupList(part);
 }
 
 void MainWindow::OpenDetailTypes()
 {
     // The function of the module asks for no right: who may call it is the host's affair.
     if (MayOpenList(TSoftwarePart::DetailTypes))
-        module_.Call_DetailTypes_List();
+        m_module.Call_DetailTypes_List();
 }
 
 bool MainWindow::MayOpenList(TSoftwarePart part)
 {
-    return host::Granted(desk_.host, part, host::TPermission::OpenList);
+    return host::Granted(m_desk.host, part, host::TPermission::OpenList);
 }
 
 bool MainWindow::MayManage()
 {
-    if (desk_.settings.UserInfo().ManageType == Manager)
+    if (m_desk.settings.UserInfo().ManageType == Manager)
         return true;
-    desk_.messages.ShowMessage(
-        MessageText(message::NoRightTo, {u"تغییر دسترسی‌ها و تنظیمات"_qs}),
+    m_desk.messages.ShowMessage(
+        MessageText(message::NoRightTo, {u"تغییر دسترسی‌ها و تنظیمات"_s}),
         host::MessageIcon::Warning, {});
     return false;
 }
@@ -262,52 +264,52 @@ void MainWindow::OpenRights()
 {
     if (!MayManage())
         return;
-    TRights_FRM(desk_.host, desk_.permissions).ShowModally();
-    desk_.settings.SignIn(desk_.settings.UserInfo().Code); // the user may have a new name
+    TRights_FRM(m_desk.host, m_desk.permissions).ShowModally();
+    m_desk.settings.SignIn(m_desk.settings.UserInfo().Code); // the user may have a new name
 }
 
 void MainWindow::OpenSettings()
 {
     if (MayManage())
-        TSettings_FRM(desk_.host, desk_.settings).ShowModally();
+        TSettings_FRM(m_desk.host, m_desk.settings).ShowModally();
 }
 
 void MainWindow::ChangeUser()
 {
     QStringList names;
     QList<int> codes;
-    for (const host::Entity &user : Users(desk_.host.DM.ADOConnection1).All()) {
+    for (const host::Entity &user : Users(m_desk.host.DM.ADOConnection1).All()) {
         names << UserCaption(user);
         codes << user.Code;
     }
     QInputDialog dialog(this);
-    dialog.setObjectName(u"User_DLG"_qs);
-    dialog.setWindowTitle(u"تغییر کاربر"_qs);
-    dialog.setLabelText(u"کاربر :"_qs);
+    dialog.setObjectName(u"User_DLG"_s);
+    dialog.setWindowTitle(u"تغییر کاربر"_s);
+    dialog.setLabelText(u"کاربر :"_s);
     dialog.setComboBoxItems(names);
-    dialog.setTextValue(names.value(codes.indexOf(desk_.settings.UserInfo().Code)));
-    dialog.setOkButtonText(u"تأیید"_qs);
-    dialog.setCancelButtonText(u"انصراف"_qs);
+    dialog.setTextValue(names.value(codes.indexOf(m_desk.settings.UserInfo().Code)));
+    dialog.setOkButtonText(u"تأیید"_s);
+    dialog.setCancelButtonText(u"انصراف"_s);
     dialog.resize(360, dialog.sizeHint().height());
     if (dialog.exec() != QDialog::Accepted)
         return;
-    const int chosen = codes.value(names.indexOf(dialog.textValue()), desk_.settings.UserInfo().Code);
+    const int chosen = codes.value(names.indexOf(dialog.textValue()), m_desk.settings.UserInfo().Code);
     // What is open shows what the former user may see, and keeps its layout for that user.
-    if (chosen == desk_.settings.UserInfo().Code || !CloseScreens())
+    if (chosen == m_desk.settings.UserInfo().Code || !CloseScreens())
         return;
-    if (desk_.settings.SignIn(chosen))
-        statusBar()->showMessage(u"کاربر تغییر کرد."_qs, NoticeTime);
+    if (m_desk.settings.SignIn(chosen))
+        statusBar()->showMessage(u"کاربر تغییر کرد."_s, NoticeTime);
 }
 
 bool MainWindow::CloseScreens()
 {
-    const auto screens = pages_->findChildren<host::TBaseDock_FRM *>();
+    const auto screens = m_pages->findChildren<host::TBaseDock_FRM *>();
     for (host::TBaseDock_FRM *screen : screens) {
         if (!screen->IsShowing())
             continue;
         screen->reject();
         if (screen->IsShowing()) {
-            pages_->setCurrentWidget(screen);
+            m_pages->setCurrentWidget(screen);
             return false;
         }
     }

@@ -3,7 +3,7 @@
 #include "desk/application/desk_host.h"
 #include "desk/application/goods_module.h"
 
-#include <QtWidgets/QMainWindow>
+#include <QMainWindow>
 
 #include <functional>
 #include <memory>
@@ -57,14 +57,14 @@ private:
     bool MayOpenList(host::TSoftwarePart part);
     bool MayManage();
 
-    DeskHost &desk_;
-    GoodsModule &module_;
-    QString databaseName_;
-    QTabWidget *pages_;
-    HomePage *home_ = nullptr;
-    QLabel *user_ = nullptr;
-    QLabel *date_ = nullptr;
-    std::unique_ptr<TChoose_FRM> choose_;
+    DeskHost &m_desk;
+    GoodsModule &m_module;
+    QString m_databaseName;
+    QTabWidget *m_pages;
+    HomePage *m_home = nullptr;
+    QLabel *m_user = nullptr;
+    QLabel *m_date = nullptr;
+    std::unique_ptr<TChoose_FRM> m_choose;
 };
 
 } // namespace desk

@@ -3,7 +3,9 @@
 #include "host/data/persian_text.h"
 #include "host/screens/theme.h"
 
-#include <QtGui/QKeyEvent>
+#include <QKeyEvent>
+
+using namespace Qt::StringLiterals;
 
 namespace host {
 namespace {
@@ -50,8 +52,7 @@ QString DateText(QDate date, DateType type)
     if (!date.isValid())
         return {};
     const QCalendar::YearMonthDay parts = CalendarOf(type).partsFromDate(date);
-    return QStringLiteral("%1/%2/%3")
-        .arg(parts.year, 4, 10, QLatin1Char('0'))
+    return u"%1/%2/%3"_s.arg(parts.year, 4, 10, QLatin1Char('0'))
         .arg(parts.month, 2, 10, QLatin1Char('0'))
         .arg(parts.day, 2, 10, QLatin1Char('0'));
 }
@@ -137,9 +138,9 @@ void DateEdit::keyPressEvent(QKeyEvent *event)
     }
     const QString typed = FoldDigits(event->text());
     if (typed.size() == 1 && typed.at(0).isPrint() && !event->modifiers().testFlag(Qt::ControlModifier)) {
-        if (isReadOnly() || !QStringLiteral("0123456789/-.").contains(typed.at(0)))
+        if (isReadOnly() || !u"0123456789/-."_s.contains(typed.at(0)))
             return;
-        insert(typed.at(0).isDigit() ? typed : QStringLiteral("/"));
+        insert(typed.at(0).isDigit() ? typed : u"/"_s);
         emit textEdited(text());
         return;
     }

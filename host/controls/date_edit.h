@@ -3,8 +3,8 @@
 #include "host/controls/display_edit.h"
 #include "host/host_export.h"
 
-#include <QtCore/QCalendar>
-#include <QtCore/QDate>
+#include <QCalendar>
+#include <QDate>
 
 #include <optional>
 

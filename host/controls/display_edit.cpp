@@ -3,10 +3,10 @@
 #include "host/data/persian_text.h"
 #include "host/screens/theme.h"
 
-#include <QtCore/QEvent>
-#include <QtGui/QPainter>
-#include <QtWidgets/QStyle>
-#include <QtWidgets/QStyleOptionFrame>
+#include <QEvent>
+#include <QPainter>
+#include <QStyle>
+#include <QStyleOptionFrame>
 
 namespace host {
 

@@ -2,7 +2,7 @@
 
 #include "host/host_export.h"
 
-#include <QtWidgets/QLineEdit>
+#include <QLineEdit>
 
 namespace host {
 

@@ -5,26 +5,28 @@
 #include "host/screens/theme.h"
 #include "host/services/entity_service.h"
 
-#include <QtGui/QKeyEvent>
-#include <QtWidgets/QHBoxLayout>
-#include <QtWidgets/QLabel>
-#include <QtWidgets/QToolButton>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QToolButton>
+
+using namespace Qt::StringLiterals;
 
 namespace host {
 
 EntityPicker::EntityPicker(QWidget *parent) : QWidget(parent)
 {
     m_edit = new DisplayEdit(this);
-    m_edit->setObjectName(QStringLiteral("PickerCode_EDT"));
+    m_edit->setObjectName(u"PickerCode_EDT"_s);
     m_edit->setFixedWidth(72);
     m_edit->setMaxLength(50);
     m_button = new QToolButton(this);
-    m_button->setObjectName(QStringLiteral("Picker_BTN"));
-    m_button->setText(QStringLiteral("…"));
-    m_button->setToolTip(QStringLiteral("F2"));
+    m_button->setObjectName(u"Picker_BTN"_s);
+    m_button->setText(u"…"_s);
+    m_button->setToolTip(u"F2"_s);
     m_button->setFocusPolicy(Qt::NoFocus);
     m_nameLabel = new QLabel(this);
-    m_nameLabel->setObjectName(QStringLiteral("PickerName_LBL"));
+    m_nameLabel->setObjectName(u"PickerName_LBL"_s);
     m_nameLabel->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     m_nameLabel->setMinimumWidth(60);
 
@@ -98,7 +100,7 @@ void EntityPicker::Take(int code, const QString &name)
 
 bool EntityPicker::Fail()
 {
-    m_nameLabel->setText(QStringLiteral("یافت نشد"));
+    m_nameLabel->setText(u"یافت نشد"_s);
     m_nameLabel->setProperty("fault", true);
     theme::Repolish(m_nameLabel);
     if (m_reported != 0) {

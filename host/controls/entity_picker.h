@@ -3,7 +3,7 @@
 #include "host/host_export.h"
 #include "host/services/types.h"
 
-#include <QtWidgets/QWidget>
+#include <QWidget>
 
 #include <functional>
 

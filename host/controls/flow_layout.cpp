@@ -1,7 +1,7 @@
 #include "host/controls/flow_layout.h"
 
-#include <QtWidgets/QStyle>
-#include <QtWidgets/QWidget>
+#include <QStyle>
+#include <QWidget>
 
 namespace host {
 namespace {

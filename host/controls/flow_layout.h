@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QtWidgets/QLayout>
+#include <QLayout>
 
 namespace host {
 

@@ -3,7 +3,7 @@
 #include "host/data/persian_text.h"
 #include "host/data/quantity.h"
 
-#include <QtCore/QElapsedTimer>
+#include <QElapsedTimer>
 
 #include <algorithm>
 

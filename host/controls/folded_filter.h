@@ -3,8 +3,8 @@
 #include "host/controls/grid_column.h"
 #include "host/host_export.h"
 
-#include <QtCore/QAbstractItemModel>
-#include <QtCore/QStringList>
+#include <QAbstractItemModel>
+#include <QStringList>
 
 #include <vector>
 

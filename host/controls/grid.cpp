@@ -2,12 +2,12 @@
 
 #include "host/controls/grid_model.h"
 
-#include <QtCore/QScopedValueRollback>
-#include <QtGui/QKeyEvent>
-#include <QtGui/QMouseEvent>
-#include <QtWidgets/QApplication>
-#include <QtWidgets/QHeaderView>
-#include <QtWidgets/QScrollBar>
+#include <QApplication>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QScopedValueRollback>
+#include <QScrollBar>
 
 #include <algorithm>
 

@@ -3,8 +3,8 @@
 #include "host/controls/grid_column.h"
 #include "host/host_export.h"
 
-#include <QtCore/QStringList>
-#include <QtWidgets/QTableView>
+#include <QStringList>
+#include <QTableView>
 
 #include <functional>
 
@@ -44,7 +44,7 @@ public:
     QStringList VisibleFields() const;
 
     /// Shows `model`, whose `keyField` identifies a row. The grid does not own it; null empties the grid.
-    void SetSource(QAbstractItemModel *model, const QString &keyField = QStringLiteral("Code"));
+    void SetSource(QAbstractItemModel *model, const QString &keyField = QString::fromUtf16(u"Code"));
     QAbstractItemModel *Source() const;
 
     /// Takes over what is being typed into a cell; the cell stays open.

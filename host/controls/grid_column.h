@@ -1,7 +1,7 @@
 #pragma once
 
-#include <QtCore/QList>
-#include <QtCore/QString>
+#include <QList>
+#include <QString>
 
 namespace host {
 

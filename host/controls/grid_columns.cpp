@@ -1,15 +1,17 @@
 #include "host/controls/grid.h"
 #include "host/controls/grid_model.h"
 
-#include <QtCore/QJsonArray>
-#include <QtCore/QJsonDocument>
-#include <QtCore/QJsonObject>
-#include <QtCore/QScopedValueRollback>
-#include <QtWidgets/QHeaderView>
-#include <QtWidgets/QMenu>
-#include <QtWidgets/QStyledItemDelegate>
+#include <QHeaderView>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QMenu>
+#include <QScopedValueRollback>
+#include <QStyledItemDelegate>
 
 #include <algorithm>
+
+using namespace Qt::StringLiterals;
 
 // The columns of a grid as the user arranges them.
 
@@ -88,9 +90,7 @@ QByteArray Grid::SaveLayout() const
     QJsonArray list;
     const QList<GridColumn> columns = Columns();
     for (const GridColumn &column : columns)
-        list << QJsonObject{{QStringLiteral("field"), column.field},
-                            {QStringLiteral("width"), column.width},
-                            {QStringLiteral("hidden"), column.hidden}};
+        list << QJsonObject{{u"field"_s, column.field}, {u"width"_s, column.width}, {u"hidden"_s, column.hidden}};
     return QJsonDocument(list).toJson(QJsonDocument::Compact);
 }
 

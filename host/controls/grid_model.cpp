@@ -5,10 +5,12 @@
 #include "host/data/persian_text.h"
 #include "host/data/quantity.h"
 
-#include <QtCore/QElapsedTimer>
-#include <QtCore/QScopedValueRollback>
+#include <QElapsedTimer>
+#include <QScopedValueRollback>
 
 #include <algorithm>
+
+using namespace Qt::StringLiterals;
 
 namespace host {
 
@@ -377,7 +379,7 @@ QString GridModel::Shown(const QVariant &value, ColumnFormat format) const
     case ColumnFormat::Date:
         return PersianDigits(text);
     case ColumnFormat::Flag:
-        return text.isEmpty() || text == u"0" || text == u"false" ? QString() : QStringLiteral("✓");
+        return text.isEmpty() || text == u"0" || text == u"false" ? QString() : u"✓"_s;
     case ColumnFormat::Text:
         break;
     }
@@ -422,7 +424,7 @@ QVariant GridModel::headerData(int section, Qt::Orientation orientation, int rol
     if (orientation != Qt::Horizontal || section < 0 || section > m_columns.size())
         return {};
     if (role == Qt::DisplayRole)
-        return section == MarkColumn ? QVariant(QStringLiteral("✓")) : QVariant(m_columns.at(section - 1).caption);
+        return section == MarkColumn ? QVariant(u"✓"_s) : QVariant(m_columns.at(section - 1).caption);
     if (role == Qt::TextAlignmentRole && section == MarkColumn)
         return int(Qt::AlignCenter);
     return {};

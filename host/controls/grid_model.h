@@ -3,11 +3,11 @@
 #include "host/controls/folded_filter.h"
 #include "host/controls/grid_column.h"
 
-#include <QtCore/QAbstractTableModel>
-#include <QtCore/QPointer>
-#include <QtCore/QSet>
-#include <QtCore/QTimer>
-#include <QtGui/QColor>
+#include <QAbstractTableModel>
+#include <QColor>
+#include <QPointer>
+#include <QSet>
+#include <QTimer>
 
 #include <functional>
 

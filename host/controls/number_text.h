@@ -2,7 +2,7 @@
 
 #include "host/host_export.h"
 
-#include <QtCore/QString>
+#include <QString>
 
 namespace host {
 

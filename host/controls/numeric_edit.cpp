@@ -2,11 +2,13 @@
 
 #include "host/controls/number_text.h"
 
-#include <QtGui/QKeyEvent>
-#include <QtGui/QValidator>
-#include <QtWidgets/QToolButton>
+#include <QKeyEvent>
+#include <QToolButton>
+#include <QValidator>
 
 #include <limits>
+
+using namespace Qt::StringLiterals;
 
 namespace host {
 namespace {
@@ -72,7 +74,7 @@ void NumericEdit::setButtonText(const QString &text)
     }
     if (!m_button) {
         m_button = new QToolButton(this);
-        m_button->setObjectName(QStringLiteral("Inner_BTN"));
+        m_button->setObjectName(u"Inner_BTN"_s);
         m_button->setFocusPolicy(Qt::NoFocus);
         m_button->setCursor(Qt::ArrowCursor);
         connect(m_button, &QToolButton::clicked, this, &NumericEdit::ButtonClicked);
@@ -125,7 +127,7 @@ void NumericEdit::SetStored(const QString &number)
 void NumericEdit::ZeroWhenEmpty()
 {
     if (IsEmpty())
-        setText(QStringLiteral("0"));
+        setText(u"0"_s);
 }
 
 QSize NumericEdit::sizeHint() const

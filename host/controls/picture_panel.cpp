@@ -2,22 +2,24 @@
 
 #include "host/data/persian_text.h"
 
-#include <QtWidgets/QHBoxLayout>
-#include <QtWidgets/QLabel>
-#include <QtWidgets/QToolButton>
-#include <QtWidgets/QVBoxLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
 
 namespace host {
 
 PicturePanel::PicturePanel(QWidget *parent) : QWidget(parent)
 {
     m_picture = new QLabel(this);
-    m_picture->setObjectName(QStringLiteral("Picture_IMG"));
+    m_picture->setObjectName(u"Picture_IMG"_s);
     m_picture->setAlignment(Qt::AlignCenter);
     m_picture->setMinimumSize(120, 90);
     m_picture->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
     m_position = new QLabel(this);
-    m_position->setObjectName(QStringLiteral("Position_LBL"));
+    m_position->setObjectName(u"Position_LBL"_s);
     m_position->setAlignment(Qt::AlignCenter);
 
     auto *row = new QHBoxLayout;
@@ -30,12 +32,12 @@ PicturePanel::PicturePanel(QWidget *parent) : QWidget(parent)
         return button;
     };
     // The arrows point along the reading direction: onward is to the left.
-    m_first = add(QStringLiteral("First_BTN"), QStringLiteral("⏭"), QStringLiteral("اولین"));
-    m_previous = add(QStringLiteral("Previous_BTN"), QStringLiteral("▶"), QStringLiteral("قبلی"));
+    m_first = add(u"First_BTN"_s, u"⏭"_s, u"اولین"_s);
+    m_previous = add(u"Previous_BTN"_s, u"▶"_s, u"قبلی"_s);
     row->addWidget(m_position, 1);
-    m_next = add(QStringLiteral("Next_BTN"), QStringLiteral("◀"), QStringLiteral("بعدی"));
-    m_last = add(QStringLiteral("Last_BTN"), QStringLiteral("⏮"), QStringLiteral("آخرین"));
-    QToolButton *close = add(QStringLiteral("Close_BTN"), QStringLiteral("✕"), QStringLiteral("بستن"));
+    m_next = add(u"Next_BTN"_s, u"◀"_s, u"بعدی"_s);
+    m_last = add(u"Last_BTN"_s, u"⏮"_s, u"آخرین"_s);
+    QToolButton *close = add(u"Close_BTN"_s, u"✕"_s, u"بستن"_s);
     row->setContentsMargins(0, 0, 0, 0);
 
     auto *column = new QVBoxLayout(this);
@@ -89,14 +91,14 @@ void PicturePanel::Show(int index)
     m_previous->setEnabled(index > 0);
     m_next->setEnabled(index + 1 < Count());
     m_last->setEnabled(index + 1 < Count());
-    m_position->setText(index < 0 ? QString() : PersianDigits(QStringLiteral("%1 از %2").arg(index + 1).arg(Count())));
+    m_position->setText(index < 0 ? QString() : PersianDigits(u"%1 از %2"_s.arg(index + 1).arg(Count())));
     Fit();
 }
 
 void PicturePanel::Fit()
 {
     if (m_pixmap.isNull()) {
-        m_picture->setText(m_current < 0 ? QStringLiteral("بدون تصویر") : QStringLiteral("تصویر خوانده نشد"));
+        m_picture->setText(m_current < 0 ? u"بدون تصویر"_s : u"تصویر خوانده نشد"_s);
         return;
     }
     const double ratio = devicePixelRatioF();

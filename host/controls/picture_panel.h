@@ -2,10 +2,10 @@
 
 #include "host/host_export.h"
 
-#include <QtCore/QByteArray>
-#include <QtCore/QList>
-#include <QtGui/QPixmap>
-#include <QtWidgets/QWidget>
+#include <QByteArray>
+#include <QList>
+#include <QPixmap>
+#include <QWidget>
 
 class QLabel;
 class QToolButton;

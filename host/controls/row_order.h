@@ -3,7 +3,7 @@
 #include "host/controls/grid_column.h"
 #include "host/host_export.h"
 
-#include <QtCore/QAbstractItemModel>
+#include <QAbstractItemModel>
 
 #include <vector>
 

@@ -3,16 +3,18 @@
 #include "host/controls/grid.h"
 #include "host/controls/numeric_edit.h"
 
-#include <QtCore/QCoreApplication>
-#include <QtGui/QKeyEvent>
-#include <QtWidgets/QCheckBox>
-#include <QtWidgets/QComboBox>
-#include <QtWidgets/QHBoxLayout>
-#include <QtWidgets/QLabel>
-#include <QtWidgets/QLineEdit>
-#include <QtWidgets/QStackedWidget>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QCoreApplication>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QStackedWidget>
 
 #include <algorithm>
+
+using namespace Qt::StringLiterals;
 
 namespace host {
 namespace {
@@ -30,23 +32,23 @@ bool Types(const QKeyEvent &key)
 SearchFrame::SearchFrame(QWidget *parent) : QWidget(parent)
 {
     m_column = new QComboBox(this);
-    m_column->setObjectName(QStringLiteral("Column_CMB"));
+    m_column->setObjectName(u"Column_CMB"_s);
     m_column->setMinimumWidth(130);
-    m_reverse = new QCheckBox(QStringLiteral("معکوس"), this);
-    m_reverse->setObjectName(QStringLiteral("Reverse_CHK"));
+    m_reverse = new QCheckBox(u"معکوس"_s, this);
+    m_reverse->setObjectName(u"Reverse_CHK"_s);
     m_text = new QLineEdit(this);
-    m_text->setObjectName(QStringLiteral("Text_EDT"));
-    m_text->setPlaceholderText(QStringLiteral("جستجو ..."));
+    m_text->setObjectName(u"Text_EDT"_s);
+    m_text->setPlaceholderText(u"جستجو ..."_s);
     m_text->setClearButtonEnabled(true);
     m_number = new NumericEdit(this);
-    m_number->setObjectName(QStringLiteral("Number_EDT"));
+    m_number->setObjectName(u"Number_EDT"_s);
     m_number->setGrouped(false);
     m_price = new NumericEdit(this);
-    m_price->setObjectName(QStringLiteral("Price_EDT"));
+    m_price->setObjectName(u"Price_EDT"_s);
     m_edits = new QStackedWidget(this);
     m_edits->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 
-    auto *caption = new QLabel(QStringLiteral("جستجو در :"), this);
+    auto *caption = new QLabel(u"جستجو در :"_s, this);
     caption->setBuddy(m_column);
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
@@ -74,7 +76,7 @@ void SearchFrame::SetColumns(const QList<GridColumn> &columns)
     {
         const QSignalBlocker quiet(m_column);
         m_column->clear();
-        m_column->addItem(QStringLiteral("همه ستون ها"), QString());
+        m_column->addItem(u"همه ستون ها"_s, QString());
         for (const GridColumn &column : columns)
             if (column.format != ColumnFormat::Flag && !column.caption.trimmed().isEmpty())
                 m_column->addItem(column.caption.trimmed(), column.field);

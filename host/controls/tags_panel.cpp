@@ -3,11 +3,13 @@
 #include "host/controls/flow_layout.h"
 #include "host/screens/theme.h"
 
-#include <QtWidgets/QLabel>
-#include <QtWidgets/QMenu>
-#include <QtWidgets/QToolButton>
+#include <QLabel>
+#include <QMenu>
+#include <QToolButton>
 
 #include <algorithm>
+
+using namespace Qt::StringLiterals;
 
 namespace host {
 namespace {
@@ -34,9 +36,9 @@ TagsPanel::TagsPanel(QWidget *parent) : QWidget(parent), m_flow(new FlowLayout(t
     policy.setHeightForWidth(true);
     setSizePolicy(policy);
     setMinimumHeight(28);
-    m_add->setObjectName(QStringLiteral("add_btn"));
-    m_add->setText(QStringLiteral("+"));
-    m_add->setToolTip(QStringLiteral("افزودن برچسب"));
+    m_add->setObjectName(u"add_btn"_s);
+    m_add->setText(u"+"_s);
+    m_add->setToolTip(u"افزودن برچسب"_s);
     m_add->setFocusPolicy(Qt::TabFocus);
     setFocusProxy(m_add);
     connect(m_add, &QToolButton::clicked, this, &TagsPanel::Offer);
@@ -106,16 +108,15 @@ void TagsPanel::Rebuild()
         const Tag tag =
             *std::find_if(m_available.begin(), m_available.end(), [&](const Tag &known) { return known.Code == code; });
         auto *chip = new QToolButton(this);
-        chip->setObjectName(QStringLiteral("Tag_%1").arg(code));
-        chip->setText(m_readOnly ? tag.Name : tag.Name + QStringLiteral("  ✕"));
+        chip->setObjectName(u"Tag_%1"_s.arg(code));
+        chip->setText(m_readOnly ? tag.Name : tag.Name + u"  ✕"_s);
         chip->setFocusPolicy(m_readOnly ? Qt::NoFocus : Qt::TabFocus);
-        chip->setStyleSheet(
-            QStringLiteral("QToolButton { background: %1; color: %2; border-radius: 11px; padding: 1px 10px; "
-                           "min-height: 20px; border: 2px solid transparent; }"
-                           "QToolButton:focus { border-color: %3; }")
-                .arg(tag.Color.name(), InkOn(tag.Color).name(), theme::Ink().name()));
+        chip->setStyleSheet(u"QToolButton { background: %1; color: %2; border-radius: 11px; padding: 1px 10px; "
+                            "min-height: 20px; border: 2px solid transparent; }"
+                            "QToolButton:focus { border-color: %3; }"_s.arg(tag.Color.name(), InkOn(tag.Color).name(),
+                                                                            theme::Ink().name()));
         if (!m_readOnly) {
-            chip->setToolTip(QStringLiteral("برداشتن برچسب"));
+            chip->setToolTip(u"برداشتن برچسب"_s);
             connect(chip, &QToolButton::clicked, this, [this, code] {
                 m_codes.removeOne(code);
                 Rebuild();

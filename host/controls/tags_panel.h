@@ -2,9 +2,9 @@
 
 #include "host/host_export.h"
 
-#include <QtCore/QList>
-#include <QtGui/QColor>
-#include <QtWidgets/QWidget>
+#include <QColor>
+#include <QList>
+#include <QWidget>
 
 class QToolButton;
 

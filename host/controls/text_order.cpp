@@ -2,14 +2,16 @@
 
 #include "host/data/persian_text.h"
 
-#include <QtCore/QCollator>
-#include <QtCore/QtEndian>
+#include <QCollator>
+#include <QtEndian>
 
 #include <algorithm>
 #include <array>
 #include <cstring>
 #include <numeric>
 #include <string>
+
+using namespace Qt::StringLiterals;
 
 namespace host {
 namespace {
@@ -40,7 +42,7 @@ class Weights
 public:
     Weights()
     {
-        std::vector<QString> letters{QStringLiteral("0")}; // for every digit
+        std::vector<QString> letters{u"0"_s}; // for every digit
         for (char16_t c = u' '; c <= u'~'; ++c)
             Consider(letters, c);
         for (char16_t c = u'\u060C'; c <= u'\u06D3'; ++c)
@@ -69,7 +71,7 @@ private:
     {
         const QString letter(c);
         const bool plain = (c.isLetter() || c.isPunct() || c.isSymbol() || c == u' ') && Fold(letter) == letter;
-        if (plain && Collator().compare(letter + u'a', QStringLiteral("a")) != 0)
+        if (plain && Collator().compare(letter + u'a', u"a"_s) != 0)
             letters.push_back(letter);
     }
 

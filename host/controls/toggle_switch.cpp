@@ -2,9 +2,11 @@
 
 #include "host/screens/theme.h"
 
-#include <QtCore/QEvent>
-#include <QtGui/QPainter>
-#include <QtWidgets/QStyle>
+#include <QEvent>
+#include <QPainter>
+#include <QStyle>
+
+using namespace Qt::StringLiterals;
 
 namespace host {
 namespace {
@@ -51,7 +53,7 @@ void ToggleSwitch::SetKnobColors(const QColor &on, const QColor &off)
 void ToggleSwitch::ShowState()
 {
     if (m_captionFollows)
-        setText(QString(isChecked() ? m_on : m_off).replace(u"&"_qs, u"&&"_qs));
+        setText(QString(isChecked() ? m_on : m_off).replace(u"&"_s, u"&&"_s));
     update();
 }
 

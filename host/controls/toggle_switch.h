@@ -2,8 +2,8 @@
 
 #include "host/host_export.h"
 
-#include <QtGui/QColor>
-#include <QtWidgets/QAbstractButton>
+#include <QAbstractButton>
+#include <QColor>
 
 namespace host {
 

@@ -7,25 +7,26 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace host {
 
 namespace {
 
 /// By which clients of a server say that the connection is gone: SQLSTATE class 08, FreeTDS, Windows' sockets.
-const QStringList LostCodes{QStringLiteral("08S01"), QStringLiteral("08003"), QStringLiteral("20004"),
-                            QStringLiteral("20006"), QStringLiteral("20009"), QStringLiteral("20017"),
-                            QStringLiteral("20047"), QStringLiteral("10053"), QStringLiteral("10054")};
+const QStringList LostCodes{u"08S01"_s, u"08003"_s, u"20004"_s, u"20006"_s, u"20009"_s,
+                            u"20017"_s, u"20047"_s, u"10053"_s, u"10054"_s};
 
 /// The same in words, which count only where no code came from the server. FreeTDS has no words of its own for the
 /// first statement after the end.
-const QStringList LostWords{QStringLiteral("communication link failure"),
-                            QStringLiteral("connection is broken"),
-                            QStringLiteral("not connected"),
-                            QStringLiteral("unknown error"),
-                            QStringLiteral("unexpected eof from the server"),
-                            QStringLiteral("to the server failed"),
-                            QStringLiteral("from the server failed"),
-                            QStringLiteral("could not change transaction status")};
+const QStringList LostWords{u"communication link failure"_s,
+                            u"connection is broken"_s,
+                            u"not connected"_s,
+                            u"unknown error"_s,
+                            u"unexpected eof from the server"_s,
+                            u"to the server failed"_s,
+                            u"from the server failed"_s,
+                            u"could not change transaction status"_s};
 
 bool SaysConnectionLost(const QSqlError &error)
 {
@@ -55,7 +56,7 @@ bool SaysConnectionLost(const QSqlError &error)
 QString Words(const QSqlError &error)
 {
     QString text = error.databaseText().trimmed();
-    static const QRegularExpression way(QStringLiteral("^(\\[[^\\]]+\\])+"));
+    static const QRegularExpression way(u"^(\\[[^\\]]+\\])+"_s);
     const QString names = way.match(text).captured();
     if (!names.isEmpty()) {
         text.remove(names);
@@ -66,24 +67,24 @@ QString Words(const QSqlError &error)
 } // namespace
 
 DatabaseError::DatabaseError(const QSqlError &error, const QString &statement)
-    : std::runtime_error(Words(error).toStdString()), text_(Words(error)), statement_(MaskLiterals(statement)),
-      native_(error.nativeErrorCode()), lost_(SaysConnectionLost(error))
+    : std::runtime_error(Words(error).toStdString()), m_text(Words(error)), m_statement(MaskLiterals(statement)),
+      m_native(error.nativeErrorCode()), m_lost(SaysConnectionLost(error))
 {}
 
 DatabaseError::DatabaseError(const QString &text, const QString &statement)
-    : std::runtime_error(text.toStdString()), text_(text), statement_(MaskLiterals(statement))
+    : std::runtime_error(text.toStdString()), m_text(text), m_statement(MaskLiterals(statement))
 {}
 
 QString DatabaseError::LogText() const
 {
-    return QStringLiteral("[%1] %2 | %3").arg(native_, MaskLiterals(text_), statement_);
+    return u"[%1] %2 | %3"_s.arg(m_native, MaskLiterals(m_text), m_statement);
 }
 
 bool DatabaseError::KeyViolation() const
 {
-    const QStringList codes = native_.split(u';');
+    const QStringList codes = m_native.split(u';');
     return codes.contains(u"2627") || codes.contains(u"2601") ||
-           text_.contains(QLatin1String("duplicate key"), Qt::CaseInsensitive);
+           m_text.contains(QLatin1String("duplicate key"), Qt::CaseInsensitive);
 }
 
 } // namespace host

@@ -18,23 +18,23 @@ public:
     explicit DatabaseError(const QString &text, const QString &statement = {});
 
     /// The driver's own words, for the user. May quote typed values.
-    const QString &Text() const { return text_; }
+    const QString &Text() const { return m_text; }
     /// The statement with its literals masked.
-    const QString &Statement() const { return statement_; }
+    const QString &Statement() const { return m_statement; }
     /// The server's error number or state, as the driver gives it.
-    const QString &NativeCode() const { return native_; }
+    const QString &NativeCode() const { return m_native; }
     /// What may go into a log: code, words and statement, without any value.
     QString LogText() const;
     /// True when the connection is gone, so that repeating the command needs a new connection.
-    bool ConnectionLost() const { return lost_; }
+    bool ConnectionLost() const { return m_lost; }
     /// True when a unique or primary key refused the row.
     bool KeyViolation() const;
 
 private:
-    QString text_;
-    QString statement_;
-    QString native_;
-    bool lost_ = false;
+    QString m_text;
+    QString m_statement;
+    QString m_native;
+    bool m_lost = false;
 };
 
 } // namespace host

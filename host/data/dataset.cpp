@@ -9,9 +9,12 @@
 
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace host {
 
-Dataset::Dataset(const QSqlDatabase &connection, QObject *parent) : QAbstractTableModel(parent), connection_(connection)
+Dataset::Dataset(const QSqlDatabase &connection, QObject *parent)
+    : QAbstractTableModel(parent), m_connection(connection)
 {}
 
 Dataset::~Dataset()
@@ -22,45 +25,45 @@ Dataset::~Dataset()
 
 void Dataset::SetTable(const QString &table, const QString &key)
 {
-    table_ = table;
-    key_ = key;
-    insertedTo_.clear();
+    m_table = table;
+    m_key = key;
+    m_insertedTo.clear();
 }
 
 QSqlDatabase Dataset::ReadingConnection()
 {
-    if (blockSize_ <= 0 || connection_.driverName().isEmpty()) {
-        return connection_;
+    if (m_blockSize <= 0 || m_connection.driverName().isEmpty()) {
+        return m_connection;
     }
-    if (ownConnection_.isEmpty()) {
+    if (m_ownConnection.isEmpty()) {
         const QString name = QUuid::createUuid().toString();
-        QSqlDatabase own = QSqlDatabase::cloneDatabase(connection_, name);
-        ownConnection_ = name;
+        QSqlDatabase own = QSqlDatabase::cloneDatabase(m_connection, name);
+        m_ownConnection = name;
         if (!own.open()) {
-            const DatabaseError error(own.lastError(), text_);
+            const DatabaseError error(own.lastError(), m_text);
             own = QSqlDatabase();
             DropOwnConnection();
             throw error;
         }
     }
-    return QSqlDatabase::database(ownConnection_, false);
+    return QSqlDatabase::database(m_ownConnection, false);
 }
 
 void Dataset::DropOwnConnection()
 {
-    if (!ownConnection_.isEmpty()) {
-        QSqlDatabase::removeDatabase(std::exchange(ownConnection_, {}));
+    if (!m_ownConnection.isEmpty()) {
+        QSqlDatabase::removeDatabase(std::exchange(m_ownConnection, {}));
     }
 }
 
 void Dataset::StopReading()
 {
-    cursor_.reset();
+    m_cursor.reset();
 }
 
 void Dataset::Open(const QString &text)
 {
-    text_ = text;
+    m_text = text;
     Open();
 }
 
@@ -75,14 +78,14 @@ void Dataset::Open()
     try {
         const QSqlDatabase connection = ReadingConnection();
         cursor = std::make_unique<QSqlQuery>(connection);
-        Send(*cursor, connection, text_);
-        if (SkipToRows(*cursor, text_)) {
+        Send(*cursor, connection, m_text);
+        if (SkipToRows(*cursor, m_text)) {
             rows.SetColumns(cursor->record());
-            const int limit = blockSize_ > 0 ? blockSize_ : -1;
+            const int limit = m_blockSize > 0 ? m_blockSize : -1;
             const int count = rows.Read(*cursor, limit);
-            CheckRead(*cursor, text_);
+            CheckRead(*cursor, m_text);
             if (count != limit) {
-                Finish(*cursor, text_);
+                Finish(*cursor, m_text);
                 cursor.reset();
             }
         } else {
@@ -101,16 +104,16 @@ void Dataset::Open()
 void Dataset::ShowRows(RowStore &&rows, std::unique_ptr<QSqlQuery> cursor)
 {
     beginResetModel();
-    if (!rows.HasColumnsOf(rows_)) {
-        insertedTo_.clear();
+    if (!rows.HasColumnsOf(m_rows)) {
+        m_insertedTo.clear();
     }
-    rows_ = std::move(rows);
-    cursor_ = std::move(cursor);
-    current_ = rows_.RowCount() > 0 ? 0 : -1;
-    state_ = State::Browse;
+    m_rows = std::move(rows);
+    m_cursor = std::move(cursor);
+    m_current = m_rows.RowCount() > 0 ? 0 : -1;
+    m_state = State::Browse;
     endResetModel();
-    Q_EMIT StateChanged();
-    Q_EMIT CurrentChanged();
+    emit StateChanged();
+    emit CurrentChanged();
 }
 
 void Dataset::TakeRows(Dataset &other)
@@ -120,8 +123,8 @@ void Dataset::TakeRows(Dataset &other)
         Cancel();
     }
     StopReading();
-    text_ = other.text_;
-    RowStore rows = std::move(other.rows_);
+    m_text = other.m_text;
+    RowStore rows = std::move(other.m_rows);
     other.Close();
     ShowRows(std::move(rows), nullptr);
 }
@@ -132,14 +135,14 @@ void Dataset::ForgetRow(int row)
         Cancel();
     }
     beginRemoveRows({}, row, row);
-    rows_.Remove(row);
-    const bool moves = current_ >= row;
-    if (current_ > row || current_ == rows_.RowCount()) {
-        --current_;
+    m_rows.Remove(row);
+    const bool moves = m_current >= row;
+    if (m_current > row || m_current == m_rows.RowCount()) {
+        --m_current;
     }
     endRemoveRows();
     if (moves) {
-        Q_EMIT CurrentChanged();
+        emit CurrentChanged();
     }
 }
 
@@ -147,35 +150,35 @@ void Dataset::Close()
 {
     StopReading();
     beginResetModel();
-    rows_.Clear();
-    buffer_.clear();
-    current_ = -1;
-    state_ = State::Closed;
+    m_rows.Clear();
+    m_buffer.clear();
+    m_current = -1;
+    m_state = State::Closed;
     endResetModel();
-    Q_EMIT StateChanged();
-    Q_EMIT CurrentChanged();
+    emit StateChanged();
+    emit CurrentChanged();
 }
 
 void Dataset::ClearRows()
 {
     StopReading();
     beginResetModel();
-    rows_.ClearRows();
-    current_ = -1;
+    m_rows.ClearRows();
+    m_current = -1;
     endResetModel();
-    Q_EMIT CurrentChanged();
+    emit CurrentChanged();
 }
 
 int Dataset::ReadBlock()
 {
-    const int before = rows_.RowCount();
+    const int before = m_rows.RowCount();
     // The rows are read before they are announced: how many there are is known only then.
-    const int count = rows_.Read(*cursor_, blockSize_);
-    while (count < blockSize_ && !cursor_->lastError().isValid() && cursor_->nextResult()) {
+    const int count = m_rows.Read(*m_cursor, m_blockSize);
+    while (count < m_blockSize && !m_cursor->lastError().isValid() && m_cursor->nextResult()) {
         // Nobody wants further results, but an error among them counts.
     }
-    const QSqlError error = cursor_->lastError();
-    if (count < blockSize_) {
+    const QSqlError error = m_cursor->lastError();
+    if (count < m_blockSize) {
         StopReading();
     }
     if (count > 0) {
@@ -183,21 +186,21 @@ int Dataset::ReadBlock()
         endInsertRows();
     }
     if (error.isValid()) {
-        throw DatabaseError(error, text_);
+        throw DatabaseError(error, m_text);
     }
     return count;
 }
 
 void Dataset::FetchAll()
 {
-    while (cursor_) {
+    while (m_cursor) {
         ReadBlock();
     }
 }
 
 bool Dataset::canFetchMore(const QModelIndex &parent) const
 {
-    return !parent.isValid() && cursor_ != nullptr;
+    return !parent.isValid() && m_cursor != nullptr;
 }
 
 void Dataset::fetchMore(const QModelIndex &parent)
@@ -208,21 +211,21 @@ void Dataset::fetchMore(const QModelIndex &parent)
     try {
         ReadBlock();
     } catch (const DatabaseError &error) {
-        Q_EMIT Failed(error.Text());
+        emit Failed(error.Text());
     }
 }
 
 void Dataset::SetState(State state)
 {
-    if (state_ != state) {
-        state_ = state;
-        Q_EMIT StateChanged();
+    if (m_state != state) {
+        m_state = state;
+        emit StateChanged();
     }
 }
 
 void Dataset::SetCurrentRow(int row)
 {
-    if (row == current_ || row >= rows_.RowCount()) {
+    if (row == m_current || row >= m_rows.RowCount()) {
         return;
     }
     if (IsEditing()) {
@@ -233,17 +236,17 @@ void Dataset::SetCurrentRow(int row)
 
 void Dataset::MoveTo(int row)
 {
-    if (current_ != row) {
-        current_ = row;
-        Q_EMIT CurrentChanged();
+    if (m_current != row) {
+        m_current = row;
+        emit CurrentChanged();
     }
 }
 
 bool Dataset::Locate(QStringView field, const QVariant &value)
 {
     const int column = RequiredColumn(field);
-    for (int row = 0; row < rows_.RowCount() || cursor_; ++row) {
-        if (row >= rows_.RowCount() && ReadBlock() == 0) {
+    for (int row = 0; row < m_rows.RowCount() || m_cursor; ++row) {
+        if (row >= m_rows.RowCount() && ReadBlock() == 0) {
             return false;
         }
         if (Matches(row, column, value)) {
@@ -256,30 +259,30 @@ bool Dataset::Locate(QStringView field, const QVariant &value)
 
 bool Dataset::Matches(int row, int column, const QVariant &value) const
 {
-    if (value.isNull() || rows_.IsNull(row, column)) {
-        return value.isNull() && rows_.IsNull(row, column);
+    if (value.isNull() || m_rows.IsNull(row, column)) {
+        return value.isNull() && m_rows.IsNull(row, column);
     }
-    switch (rows_.ColumnAt(column).kind) {
+    switch (m_rows.ColumnAt(column).kind) {
     case ColumnKind::Integer:
     case ColumnKind::Boolean: {
         bool isNumber = false;
         const qlonglong number = value.toLongLong(&isNumber);
-        return isNumber && rows_.Value(row, column).toLongLong() == number;
+        return isNumber && m_rows.Value(row, column).toLongLong() == number;
     }
     case ColumnKind::Decimal: {
         const std::optional<Quantity> number = ParseQuantity(value.toString());
-        return number && QuantityFromText(rows_.Text(row, column)) == *number;
+        return number && QuantityFromText(m_rows.Text(row, column)) == *number;
     }
     default:
-        return rows_.Text(row, column).compare(value.toString(), Qt::CaseInsensitive) == 0;
+        return m_rows.Text(row, column).compare(value.toString(), Qt::CaseInsensitive) == 0;
     }
 }
 
 int Dataset::RequiredColumn(QStringView field) const
 {
-    const int column = rows_.ColumnIndex(field);
+    const int column = m_rows.ColumnIndex(field);
     if (column < 0) {
-        throw DatabaseError(QStringLiteral("ستون %1 در نتیجه نیست.").arg(field), text_);
+        throw DatabaseError(u"ستون %1 در نتیجه نیست."_s.arg(field), m_text);
     }
     return column;
 }
@@ -288,9 +291,9 @@ QVariant Dataset::Field(QStringView field) const
 {
     const int column = RequiredColumn(field);
     if (IsEditing()) {
-        return buffer_[static_cast<size_t>(column)];
+        return m_buffer[static_cast<size_t>(column)];
     }
-    return current_ < 0 ? QVariant() : rows_.Value(current_, column);
+    return m_current < 0 ? QVariant() : m_rows.Value(m_current, column);
 }
 
 Quantity Dataset::QuantityField(QStringView field) const
@@ -300,20 +303,20 @@ Quantity Dataset::QuantityField(QStringView field) const
 
 QVariant Dataset::FieldAt(int row, QStringView field) const
 {
-    if (row == current_ && state_ == State::Edit) {
+    if (row == m_current && m_state == State::Edit) {
         return Field(field);
     }
-    return rows_.Value(row, RequiredColumn(field));
+    return m_rows.Value(row, RequiredColumn(field));
 }
 
 int Dataset::rowCount(const QModelIndex &parent) const
 {
-    return parent.isValid() ? 0 : rows_.RowCount();
+    return parent.isValid() ? 0 : m_rows.RowCount();
 }
 
 int Dataset::columnCount(const QModelIndex &parent) const
 {
-    return parent.isValid() ? 0 : rows_.ColumnCount();
+    return parent.isValid() ? 0 : m_rows.ColumnCount();
 }
 
 QVariant Dataset::data(const QModelIndex &index, int role) const
@@ -321,16 +324,16 @@ QVariant Dataset::data(const QModelIndex &index, int role) const
     if (!index.isValid() || (role != Qt::DisplayRole && role != Qt::EditRole)) {
         return {};
     }
-    if (index.row() == current_ && state_ == State::Edit) {
-        return buffer_[static_cast<size_t>(index.column())];
+    if (index.row() == m_current && m_state == State::Edit) {
+        return m_buffer[static_cast<size_t>(index.column())];
     }
-    return rows_.Value(index.row(), index.column());
+    return m_rows.Value(index.row(), index.column());
 }
 
 QVariant Dataset::headerData(int section, Qt::Orientation orientation, int role) const
 {
-    if (orientation == Qt::Horizontal && role == Qt::DisplayRole && section < rows_.ColumnCount()) {
-        return rows_.ColumnAt(section).name;
+    if (orientation == Qt::Horizontal && role == Qt::DisplayRole && section < m_rows.ColumnCount()) {
+        return m_rows.ColumnAt(section).name;
     }
     return QAbstractTableModel::headerData(section, orientation, role);
 }
@@ -338,7 +341,7 @@ QVariant Dataset::headerData(int section, Qt::Orientation orientation, int role)
 Qt::ItemFlags Dataset::flags(const QModelIndex &index) const
 {
     Qt::ItemFlags flags = QAbstractTableModel::flags(index);
-    if (index.isValid() && editable_.contains(rows_.ColumnAt(index.column()).name, Qt::CaseInsensitive)) {
+    if (index.isValid() && m_editable.contains(m_rows.ColumnAt(index.column()).name, Qt::CaseInsensitive)) {
         flags |= Qt::ItemIsEditable;
     }
     return flags;

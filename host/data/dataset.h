@@ -29,15 +29,15 @@ public:
     explicit Dataset(const QSqlDatabase &connection, QObject *parent = nullptr);
     ~Dataset() override;
 
-    void SetText(const QString &text) { text_ = text; }
-    const QString &Text() const { return text_; }
+    void SetText(const QString &text) { m_text = text; }
+    const QString &Text() const { return m_text; }
     /// The table that Post() writes and its key column (an identity, or a code that the row brings along).
     void SetTable(const QString &table, const QString &key);
     /// 0 reads the whole result on Open(). Otherwise Open() reads that many rows and fetchMore() as many again, on a
     /// connection of the dataset's own (a copy of the given one, so the text may not use its #tables). A connection
     /// made with a driver object instead of a driver's name cannot be copied and is read itself: its driver must be
     /// able to keep a result open while other statements run.
-    void SetBlockSize(int rows) { blockSize_ = rows; }
+    void SetBlockSize(int rows) { m_blockSize = rows; }
 
     /// Runs the text; stands on the first row.
     void Open();
@@ -45,15 +45,15 @@ public:
     /// Runs the last text again; stands on the first row.
     void Requery() { Open(); }
     void Close();
-    bool IsOpen() const { return state_ != State::Closed; }
-    State CurrentState() const { return state_; }
-    bool IsEditing() const { return state_ == State::Edit || state_ == State::Insert; }
+    bool IsOpen() const { return m_state != State::Closed; }
+    State CurrentState() const { return m_state; }
+    bool IsEditing() const { return m_state == State::Edit || m_state == State::Insert; }
 
     /// Rows read so far.
-    int RecordCount() const { return rows_.RowCount(); }
-    bool IsEmpty() const { return rows_.RowCount() == 0; }
+    int RecordCount() const { return m_rows.RowCount(); }
+    bool IsEmpty() const { return m_rows.RowCount() == 0; }
     /// Whether every row has been read.
-    bool FetchedAll() const { return cursor_ == nullptr; }
+    bool FetchedAll() const { return m_cursor == nullptr; }
     void FetchAll();
     /// Forgets the rows without a statement; the columns stay, ready for Append().
     void ClearRows();
@@ -64,7 +64,7 @@ public:
     void ForgetRow(int row);
 
     /// -1 when there is no row.
-    int CurrentRow() const { return current_; }
+    int CurrentRow() const { return m_current; }
     /// Moves to a row that has been read; -1 for none. Changes not posted are posted first.
     void SetCurrentRow(int row);
     /// Moves to the first row whose field equals the value (numbers as numbers, texts without regard to case), reading
@@ -95,11 +95,11 @@ public:
 
     /// Fields that a grid may edit in place (none by default). Typing in a grid calls Edit() and SetField(); moving to
     /// another row posts.
-    void SetEditableFields(const QStringList &fields) { editable_ = fields; }
+    void SetEditableFields(const QStringList &fields) { m_editable = fields; }
 
-    const RowStore &Rows() const { return rows_; }
-    int ColumnIndex(QStringView field) const { return rows_.ColumnIndex(field); }
-    const QSqlDatabase &Connection() const { return connection_; }
+    const RowStore &Rows() const { return m_rows; }
+    int ColumnIndex(QStringView field) const { return m_rows.ColumnIndex(field); }
+    const QSqlDatabase &Connection() const { return m_connection; }
 
     int rowCount(const QModelIndex &parent = {}) const override;
     int columnCount(const QModelIndex &parent = {}) const override;
@@ -110,7 +110,7 @@ public:
     bool canFetchMore(const QModelIndex &parent) const override;
     void fetchMore(const QModelIndex &parent) override;
 
-Q_SIGNALS:
+signals:
     /// Another row is current, or none.
     void CurrentChanged();
     void StateChanged();
@@ -133,20 +133,20 @@ private:
     void ReadInserted(const QString &text);
     void PostUpdate();
 
-    QSqlDatabase connection_;
-    QString ownConnection_;
-    QString text_;
-    QString table_;
-    QString key_;
-    QStringList editable_;
-    int blockSize_ = 0;
-    std::unique_ptr<QSqlQuery> cursor_;
-    RowStore rows_;
-    State state_ = State::Closed;
-    int current_ = -1;
-    std::vector<QVariant> buffer_;
-    std::vector<bool> set_;
-    std::vector<int> insertedTo_; ///< where the columns of INSERTED.* go; -1: nowhere
+    QSqlDatabase m_connection;
+    QString m_ownConnection;
+    QString m_text;
+    QString m_table;
+    QString m_key;
+    QStringList m_editable;
+    int m_blockSize = 0;
+    std::unique_ptr<QSqlQuery> m_cursor;
+    RowStore m_rows;
+    State m_state = State::Closed;
+    int m_current = -1;
+    std::vector<QVariant> m_buffer;
+    std::vector<bool> m_set;
+    std::vector<int> m_insertedTo; ///< where the columns of INSERTED.* go; -1: nowhere
 };
 
 /// The value as a literal of a statement: N'…', a number, 0 or 1, 0x…, NULL. Throws RefusedText when a numeric column

@@ -1,6 +1,5 @@
-#include "host/data/dataset.h"
-
 #include "host/data/database_error.h"
+#include "host/data/dataset.h"
 #include "host/data/odbc_text.h"
 #include "host/data/query.h"
 #include "host/data/sql_text.h"
@@ -12,9 +11,9 @@
 
 #include <algorithm>
 
-namespace host {
-
 using namespace Qt::StringLiterals;
+
+namespace host {
 
 namespace {
 
@@ -27,9 +26,9 @@ QString MomentText(const QVariant &value)
 {
     switch (value.typeId()) {
     case QMetaType::QDateTime:
-        return value.toDateTime().toString(QStringLiteral("yyyy-MM-ddTHH:mm:ss.zzz"));
+        return value.toDateTime().toString(u"yyyy-MM-ddTHH:mm:ss.zzz"_s);
     case QMetaType::QDate:
-        return value.toDate().toString(QStringLiteral("yyyy-MM-dd"));
+        return value.toDate().toString(u"yyyy-MM-dd"_s);
     default:
         return value.toString();
     }
@@ -39,7 +38,7 @@ QString NumberLiteral(const QVariant &value)
 {
     switch (value.typeId()) {
     case QMetaType::Bool:
-        return value.toBool() ? QStringLiteral("1") : QStringLiteral("0");
+        return value.toBool() ? u"1"_s : u"0"_s;
     case QMetaType::Double:
     case QMetaType::Float:
         return DecimalLiteral(static_cast<Quantity>(value.toDouble()));
@@ -53,18 +52,18 @@ QString NumberLiteral(const QVariant &value)
 QString Literal(const QVariant &value, ColumnKind kind)
 {
     if (value.isNull()) {
-        return QStringLiteral("NULL");
+        return u"NULL"_s;
     }
     switch (kind) {
     case ColumnKind::Boolean:
-        return value.toBool() ? QStringLiteral("1") : QStringLiteral("0");
+        return value.toBool() ? u"1"_s : u"0"_s;
     case ColumnKind::Integer:
     case ColumnKind::Decimal:
         return NumberLiteral(value);
     case ColumnKind::Moment:
         return NQuotedStr(MomentText(value));
     case ColumnKind::Bytes:
-        return QStringLiteral("0x") + QString::fromLatin1(value.toByteArray().toHex());
+        return u"0x"_s + QString::fromLatin1(value.toByteArray().toHex());
     case ColumnKind::Text:
         break;
     }
@@ -77,10 +76,10 @@ void Dataset::Append()
         Post();
     }
     if (!IsOpen()) {
-        throw DatabaseError(QStringLiteral("مجموعه سطرها باز نیست."), text_);
+        throw DatabaseError(u"مجموعه سطرها باز نیست."_s, m_text);
     }
-    buffer_.assign(static_cast<size_t>(rows_.ColumnCount()), QVariant());
-    set_.assign(buffer_.size(), false);
+    m_buffer.assign(static_cast<size_t>(m_rows.ColumnCount()), QVariant());
+    m_set.assign(m_buffer.size(), false);
     SetState(State::Insert);
 }
 
@@ -89,37 +88,37 @@ void Dataset::Edit()
     if (IsEditing()) {
         return;
     }
-    if (current_ < 0) {
-        throw DatabaseError(QStringLiteral("سطری برای تغییر نیست."), text_);
+    if (m_current < 0) {
+        throw DatabaseError(u"سطری برای تغییر نیست."_s, m_text);
     }
-    buffer_.clear();
-    for (int column = 0; column < rows_.ColumnCount(); ++column) {
-        buffer_.push_back(rows_.Value(current_, column));
+    m_buffer.clear();
+    for (int column = 0; column < m_rows.ColumnCount(); ++column) {
+        m_buffer.push_back(m_rows.Value(m_current, column));
     }
-    set_.assign(buffer_.size(), false);
+    m_set.assign(m_buffer.size(), false);
     SetState(State::Edit);
 }
 
 void Dataset::SetField(QStringView field, const QVariant &value)
 {
     if (!IsEditing()) {
-        throw DatabaseError(QStringLiteral("سطر در حال تغییر نیست."), text_);
+        throw DatabaseError(u"سطر در حال تغییر نیست."_s, m_text);
     }
     const int column = RequiredColumn(field);
-    buffer_[static_cast<size_t>(column)] = value;
-    set_[static_cast<size_t>(column)] = true;
-    if (state_ == State::Edit) {
-        const QModelIndex cell = index(current_, column);
-        Q_EMIT dataChanged(cell, cell);
+    m_buffer[static_cast<size_t>(column)] = value;
+    m_set[static_cast<size_t>(column)] = true;
+    if (m_state == State::Edit) {
+        const QModelIndex cell = index(m_current, column);
+        emit dataChanged(cell, cell);
     }
-    Q_EMIT FieldChanged(column);
+    emit FieldChanged(column);
 }
 
 void Dataset::Post()
 {
-    if (state_ == State::Insert) {
+    if (m_state == State::Insert) {
         PostInsert();
-    } else if (state_ == State::Edit) {
+    } else if (m_state == State::Edit) {
         PostUpdate();
     }
 }
@@ -128,21 +127,21 @@ void Dataset::PostInsert()
 {
     QString names;
     QString values;
-    for (size_t i = 0; i < set_.size(); ++i) {
-        if (set_[i]) {
-            const Column &column = rows_.ColumnAt(static_cast<int>(i));
+    for (size_t i = 0; i < m_set.size(); ++i) {
+        if (m_set[i]) {
+            const Column &column = m_rows.ColumnAt(static_cast<int>(i));
             const QLatin1String comma(names.isEmpty() ? "" : ", ");
             names += comma + Bracketed(column.name);
-            values += comma + Literal(buffer_[i], column.kind);
+            values += comma + Literal(m_buffer[i], column.kind);
         }
     }
-    const QString text = names.isEmpty() ? QStringLiteral("INSERT INTO %1 OUTPUT INSERTED.* DEFAULT VALUES").arg(table_)
-                                         : u"INSERT INTO "_s + table_ + u" ("_s + names +
+    const QString text = names.isEmpty() ? u"INSERT INTO %1 OUTPUT INSERTED.* DEFAULT VALUES"_s.arg(m_table)
+                                         : u"INSERT INTO "_s + m_table + u" ("_s + names +
                                                u") OUTPUT INSERTED.* VALUES ("_s + values + u')';
     ReadInserted(text);
-    const int row = rows_.RowCount();
+    const int row = m_rows.RowCount();
     beginInsertRows({}, row, row);
-    rows_.Append(buffer_);
+    m_rows.Append(m_buffer);
     endInsertRows();
     SetState(State::Browse);
     MoveTo(row);
@@ -150,16 +149,16 @@ void Dataset::PostInsert()
 
 void Dataset::ReadInserted(const QString &text)
 {
-    QSqlQuery query(connection_);
-    Send(query, connection_, text);
+    QSqlQuery query(m_connection);
+    Send(query, m_connection, text);
     if (!SkipToRows(query, text)) {
         return;
     }
-    if (insertedTo_.empty()) {
+    if (m_insertedTo.empty()) {
         // Asked for before the row: a record of a row holds its values, and they can be read once.
         const QSqlRecord record = query.record();
         for (int i = 0; i < record.count(); ++i) {
-            insertedTo_.push_back(rows_.ColumnIndex(record.fieldName(i)));
+            m_insertedTo.push_back(m_rows.ColumnIndex(record.fieldName(i)));
         }
     }
     if (!query.next()) {
@@ -167,12 +166,12 @@ void Dataset::ReadInserted(const QString &text)
         return;
     }
     const OdbcText texts(query);
-    for (size_t i = 0; i < insertedTo_.size(); ++i) {
-        if (insertedTo_[i] >= 0) {
-            const ColumnKind kind = rows_.ColumnAt(insertedTo_[i]).kind;
+    for (size_t i = 0; i < m_insertedTo.size(); ++i) {
+        if (m_insertedTo[i] >= 0) {
+            const ColumnKind kind = m_rows.ColumnAt(m_insertedTo[i]).kind;
             const bool isText = texts.IsNeeded() && (kind == ColumnKind::Text || kind == ColumnKind::Decimal);
             const auto column = static_cast<int>(i);
-            buffer_[static_cast<size_t>(insertedTo_[i])] = isText ? texts.Read(column) : query.value(column);
+            m_buffer[static_cast<size_t>(m_insertedTo[i])] = isText ? texts.Read(column) : query.value(column);
         }
     }
 }
@@ -180,28 +179,28 @@ void Dataset::ReadInserted(const QString &text)
 void Dataset::PostUpdate()
 {
     QString assignments;
-    for (size_t i = 0; i < set_.size(); ++i) {
-        if (set_[i]) {
-            const Column &column = rows_.ColumnAt(static_cast<int>(i));
-            assignments += (assignments.isEmpty() ? QString() : QStringLiteral(", ")) + Bracketed(column.name) +
-                           QLatin1String(" = ") + Literal(buffer_[i], column.kind);
+    for (size_t i = 0; i < m_set.size(); ++i) {
+        if (m_set[i]) {
+            const Column &column = m_rows.ColumnAt(static_cast<int>(i));
+            assignments += (assignments.isEmpty() ? QString() : u", "_s) + Bracketed(column.name) +
+                           QLatin1String(" = ") + Literal(m_buffer[i], column.kind);
         }
     }
     if (!assignments.isEmpty()) {
-        const int key = RequiredColumn(key_);
-        const QString text = u"UPDATE "_s + table_ + u" SET "_s + assignments + u" WHERE "_s + Bracketed(key_) +
-                             u" = "_s + Literal(rows_.Value(current_, key), rows_.ColumnAt(key).kind);
-        if (Exec(connection_, text) == 0) {
-            throw DatabaseError(QStringLiteral("این سطر دیگر در بانک اطلاعاتی وجود ندارد."), text);
+        const int key = RequiredColumn(m_key);
+        const QString text = u"UPDATE "_s + m_table + u" SET "_s + assignments + u" WHERE "_s + Bracketed(m_key) +
+                             u" = "_s + Literal(m_rows.Value(m_current, key), m_rows.ColumnAt(key).kind);
+        if (Exec(m_connection, text) == 0) {
+            throw DatabaseError(u"این سطر دیگر در بانک اطلاعاتی وجود ندارد."_s, text);
         }
-        for (size_t i = 0; i < set_.size(); ++i) {
-            if (set_[i]) {
-                rows_.Replace(current_, static_cast<int>(i), buffer_[i]);
+        for (size_t i = 0; i < m_set.size(); ++i) {
+            if (m_set[i]) {
+                m_rows.Replace(m_current, static_cast<int>(i), m_buffer[i]);
             }
         }
     }
     SetState(State::Browse);
-    Q_EMIT dataChanged(index(current_, 0), index(current_, rows_.ColumnCount() - 1));
+    emit dataChanged(index(m_current, 0), index(m_current, m_rows.ColumnCount() - 1));
 }
 
 void Dataset::Cancel()
@@ -209,10 +208,10 @@ void Dataset::Cancel()
     if (!IsEditing()) {
         return;
     }
-    const bool shown = state_ == State::Edit;
+    const bool shown = m_state == State::Edit;
     SetState(State::Browse);
     if (shown) {
-        Q_EMIT dataChanged(index(current_, 0), index(current_, rows_.ColumnCount() - 1));
+        emit dataChanged(index(m_current, 0), index(m_current, m_rows.ColumnCount() - 1));
     }
 }
 
@@ -221,7 +220,7 @@ bool Dataset::setData(const QModelIndex &cell, const QVariant &value, int role)
     if (role != Qt::EditRole || !(flags(cell) & Qt::ItemIsEditable)) {
         return false;
     }
-    const Column &column = rows_.ColumnAt(cell.column());
+    const Column &column = m_rows.ColumnAt(cell.column());
     QVariant typed = value;
     if (column.kind == ColumnKind::Decimal || column.kind == ColumnKind::Integer) {
         const std::optional<QString> number = NormalizeDecimal(value.toString());
@@ -236,7 +235,7 @@ bool Dataset::setData(const QModelIndex &cell, const QVariant &value, int role)
         SetField(column.name, typed);
     } catch (const std::exception &error) {
         const auto *refused = dynamic_cast<const RefusedText *>(&error);
-        Q_EMIT Failed(refused ? refused->Text() : QString::fromUtf8(error.what()));
+        emit Failed(refused ? refused->Text() : QString::fromUtf8(error.what()));
         return false;
     }
     return true;

@@ -6,6 +6,8 @@
 
 #include <array>
 
+using namespace Qt::StringLiterals;
+
 namespace host {
 
 namespace {
@@ -22,9 +24,9 @@ using GetData = short (*)(void *statement, unsigned short column, short type, vo
 GetData Resolved()
 {
 #ifdef Q_OS_WIN
-    static const auto function = reinterpret_cast<GetData>(QLibrary::resolve(QStringLiteral("odbc32"), "SQLGetData"));
+    static const auto function = reinterpret_cast<GetData>(QLibrary::resolve(u"odbc32"_s, "SQLGetData"));
 #else
-    static const auto function = reinterpret_cast<GetData>(QLibrary::resolve(QStringLiteral("odbc"), 2, "SQLGetData"));
+    static const auto function = reinterpret_cast<GetData>(QLibrary::resolve(u"odbc"_s, 2, "SQLGetData"));
 #endif
     return function;
 }
@@ -38,7 +40,7 @@ OdbcText::OdbcText(const QSqlQuery &query)
     }
     const QVariant handle = query.result()->handle();
     if (handle.metaType() == QMetaType::fromType<void *>() && Resolved()) {
-        statement_ = *static_cast<void *const *>(handle.constData());
+        m_statement = *static_cast<void *const *>(handle.constData());
     }
 }
 
@@ -48,7 +50,7 @@ QVariant OdbcText::Read(int column) const
     QString text;
     for (;;) {
         qintptr length = 0;
-        const short outcome = Resolved()(statement_, static_cast<unsigned short>(column + 1), WideCharacters,
+        const short outcome = Resolved()(m_statement, static_cast<unsigned short>(column + 1), WideCharacters,
                                          piece.data(), sizeof piece, &length);
         if (outcome != Success && outcome != SuccessWithInfo) {
             return text;

@@ -15,13 +15,13 @@ public:
     explicit OdbcText(const QSqlQuery &query);
 
     /// Whether the query's texts are to be read here.
-    bool IsNeeded() const { return statement_ != nullptr; }
+    bool IsNeeded() const { return m_statement != nullptr; }
     /// The text of a column of the current row, a null variant for NULL. Columns are read from left to right, each
     /// once and before QSqlQuery::value() reads it or one behind it.
     QVariant Read(int column) const;
 
 private:
-    void *statement_ = nullptr;
+    void *m_statement = nullptr;
 };
 
 } // namespace host

@@ -9,6 +9,8 @@
 #include <charconv>
 #include <cmath>
 
+using namespace Qt::StringLiterals;
+
 namespace host {
 
 namespace {
@@ -45,7 +47,7 @@ QString TrimDecimal(QStringView decimalText)
         }
     }
     if (!hasPoint) {
-        return decimalText == u"-0" ? QStringLiteral("0") : decimalText.toString();
+        return decimalText == u"-0" ? u"0"_s : decimalText.toString();
     }
     while (decimalText.endsWith(u'0')) {
         decimalText.chop(1);
@@ -56,11 +58,11 @@ QString TrimDecimal(QStringView decimalText)
     const bool negative = decimalText.startsWith(u'-');
     const QStringView digits = negative ? decimalText.mid(1) : decimalText;
     if (digits.isEmpty() || digits == u"0") {
-        return QStringLiteral("0");
+        return u"0"_s;
     }
     // SQL Server's ODBC driver leaves the zero of 0.5 out.
     const QStringView zero = digits.startsWith(u'.') ? QStringView(u"0") : QStringView();
-    return (negative ? QStringLiteral("-") : QString()) + zero.toString() + digits.toString();
+    return (negative ? u"-"_s : QString()) + zero.toString() + digits.toString();
 }
 
 std::optional<QString> NormalizeDecimal(QStringView userText)
@@ -112,7 +114,7 @@ Quantity QuantityFromText(QStringView text)
     const char *end = ascii.constData() + ascii.size();
     const auto [stop, error] = std::from_chars(ascii.constData(), end, value);
     if (error != std::errc() || stop != end || !std::isfinite(value)) {
-        throw RefusedText(QStringLiteral("عدد"), text.toString());
+        throw RefusedText(u"عدد"_s, text.toString());
     }
     return value;
 }
@@ -120,7 +122,7 @@ Quantity QuantityFromText(QStringView text)
 QString QuantityToText(Quantity value, int decimals)
 {
     if (!std::isfinite(value)) {
-        throw RefusedText(QStringLiteral("عدد"), QStringLiteral("%1").arg(static_cast<double>(value)));
+        throw RefusedText(u"عدد"_s, u"%1"_s.arg(static_cast<double>(value)));
     }
     if (std::fabs(value) < 1e15L && value == std::trunc(value)) {
         return QString::number(static_cast<qlonglong>(value));

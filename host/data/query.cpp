@@ -7,6 +7,8 @@
 
 #include <atomic>
 
+using namespace Qt::StringLiterals;
+
 namespace host {
 
 namespace {
@@ -27,8 +29,7 @@ quint64 StatementsSent()
 void Send(QSqlQuery &query, const QSqlDatabase &connection, const QString &text)
 {
     if (!connection.isOpen()) {
-        throw DatabaseError(
-            QSqlError(QStringLiteral("ارتباط با بانک اطلاعاتی برقرار نیست."), {}, QSqlError::ConnectionError), text);
+        throw DatabaseError(QSqlError(u"ارتباط با بانک اطلاعاتی برقرار نیست."_s, {}, QSqlError::ConnectionError), text);
     }
     query.setForwardOnly(true);
     query.setNumericalPrecisionPolicy(QSql::HighPrecision);
@@ -64,10 +65,10 @@ void Finish(QSqlQuery &query, const QString &text)
     CheckRead(query, text);
 }
 
-Query::Query(const QSqlDatabase &connection) : connection_(connection)
+Query::Query(const QSqlDatabase &connection) : m_connection(connection)
 {}
 
-Query::Query(const QSqlDatabase &connection, const QString &text) : connection_(connection)
+Query::Query(const QSqlDatabase &connection, const QString &text) : m_connection(connection)
 {
     Open(text);
 }
@@ -75,11 +76,11 @@ Query::Query(const QSqlDatabase &connection, const QString &text) : connection_(
 void Query::Open(const QString &text)
 {
     Close();
-    QSqlQuery query(connection_);
-    Send(query, connection_, text);
+    QSqlQuery query(m_connection);
+    Send(query, m_connection, text);
     if (SkipToRows(query, text)) {
-        rows_.SetColumns(query.record());
-        rows_.Read(query);
+        m_rows.SetColumns(query.record());
+        m_rows.Read(query);
         Finish(query, text);
     }
 }
@@ -87,30 +88,30 @@ void Query::Open(const QString &text)
 int Query::Exec(const QString &text)
 {
     Close();
-    return host::Exec(connection_, text);
+    return host::Exec(m_connection, text);
 }
 
 void Query::Close()
 {
-    rows_.Clear();
-    row_ = 0;
+    m_rows.Clear();
+    m_row = 0;
 }
 
 QVariant Query::Value(QStringView field) const
 {
-    const int column = rows_.ColumnIndex(field);
+    const int column = m_rows.ColumnIndex(field);
     if (column < 0) {
-        throw DatabaseError(QStringLiteral("ستون %1 در نتیجه نیست.").arg(field));
+        throw DatabaseError(u"ستون %1 در نتیجه نیست."_s.arg(field));
     }
     return Value(column);
 }
 
 QVariant Query::Value(int column) const
 {
-    if (Eof() || column >= rows_.ColumnCount()) {
-        throw DatabaseError(QStringLiteral("نتیجه سطری ندارد."));
+    if (Eof() || column >= m_rows.ColumnCount()) {
+        throw DatabaseError(u"نتیجه سطری ندارد."_s);
     }
-    return rows_.Value(row_, column);
+    return m_rows.Value(m_row, column);
 }
 
 Quantity Query::Number(QStringView field) const

@@ -28,12 +28,12 @@ public:
     int Exec(const QString &text);
     void Close();
 
-    int RecordCount() const { return rows_.RowCount(); }
-    bool IsEmpty() const { return rows_.RowCount() == 0; }
-    bool Eof() const { return row_ >= rows_.RowCount(); }
+    int RecordCount() const { return m_rows.RowCount(); }
+    bool IsEmpty() const { return m_rows.RowCount() == 0; }
+    bool Eof() const { return m_row >= m_rows.RowCount(); }
     /// To the next row; false when there is none.
-    bool Next() { return ++row_ < rows_.RowCount(); }
-    void First() { row_ = 0; }
+    bool Next() { return ++m_row < m_rows.RowCount(); }
+    void First() { m_row = 0; }
 
     /// A field of the current row by name (case-insensitive). Throws DatabaseError when there is no such field or row.
     QVariant Value(QStringView field) const;
@@ -47,13 +47,13 @@ public:
     Quantity Number(QStringView field) const;
     Quantity Number(int column) const;
 
-    const RowStore &Rows() const { return rows_; }
-    const QSqlDatabase &Connection() const { return connection_; }
+    const RowStore &Rows() const { return m_rows; }
+    const QSqlDatabase &Connection() const { return m_connection; }
 
 private:
-    QSqlDatabase connection_;
-    RowStore rows_;
-    int row_ = 0;
+    QSqlDatabase m_connection;
+    RowStore m_rows;
+    int m_row = 0;
 };
 
 /// First column of the first row; an invalid variant when there is no row.

@@ -172,29 +172,29 @@ RowStore &RowStore::operator=(RowStore &&) noexcept = default;
 void RowStore::SetColumns(const QSqlRecord &record)
 {
     Clear();
-    columns_.reserve(static_cast<size_t>(record.count()));
+    m_columns.reserve(static_cast<size_t>(record.count()));
     for (int i = 0; i < record.count(); ++i) {
         const QSqlField field = record.field(i);
-        columns_.push_back({field.name(), KindOf(field)});
+        m_columns.push_back({field.name(), KindOf(field)});
     }
 }
 
 void RowStore::Clear()
 {
     ClearRows();
-    columns_.clear();
+    m_columns.clear();
 }
 
 void RowStore::ClearRows()
 {
-    rows_.clear();
-    blocks_.clear();
+    m_rows.clear();
+    m_blocks.clear();
 }
 
 int RowStore::ColumnIndex(QStringView name) const
 {
-    for (size_t i = 0; i < columns_.size(); ++i) {
-        const QString &column = columns_[i].name;
+    for (size_t i = 0; i < m_columns.size(); ++i) {
+        const QString &column = m_columns[i].name;
         if (name.size() == column.size() && name.compare(column, Qt::CaseInsensitive) == 0) {
             return static_cast<int>(i);
         }
@@ -204,17 +204,17 @@ int RowStore::ColumnIndex(QStringView name) const
 
 bool RowStore::HasColumnsOf(const RowStore &other) const
 {
-    return std::equal(columns_.begin(), columns_.end(), other.columns_.begin(), other.columns_.end(),
+    return std::equal(m_columns.begin(), m_columns.end(), other.m_columns.begin(), other.m_columns.end(),
                       [](const Column &mine, const Column &theirs) { return mine.name == theirs.name; });
 }
 
 RowStore::Block &RowStore::WritableBlock()
 {
-    if (blocks_.empty() || blocks_.back()->rows >= RowsPerBlock) {
-        blocks_.push_back(std::make_unique<Block>());
+    if (m_blocks.empty() || m_blocks.back()->rows >= RowsPerBlock) {
+        m_blocks.push_back(std::make_unique<Block>());
     }
-    rows_.push_back({static_cast<quint32>(blocks_.size() - 1), blocks_.back()->rows});
-    return *blocks_.back();
+    m_rows.push_back({static_cast<quint32>(m_blocks.size() - 1), m_blocks.back()->rows});
+    return *m_blocks.back();
 }
 
 void RowStore::Write(Block &block, size_t cell, int column, const QVariant &value)
@@ -248,8 +248,8 @@ int RowStore::Read(QSqlQuery &query, RowFeed &feed, int limit)
     int count = 0;
     for (; count != limit && feed.NextRow(row); ++count) {
         Block &block = WritableBlock();
-        const size_t first = block.NewRow(columns_.size());
-        for (size_t column = 0; column < columns_.size(); ++column) {
+        const size_t first = block.NewRow(m_columns.size());
+        for (size_t column = 0; column < m_columns.size(); ++column) {
             const FedCell &fed = row[column];
             const size_t cell = first + column;
             block.cells[cell] = static_cast<quint64>(fed.number);
@@ -287,7 +287,7 @@ int RowStore::Read(QSqlQuery &query, int limit)
     int count = 0;
     while (count != limit && query.next()) {
         Block &block = WritableBlock();
-        const size_t cell = block.NewRow(columns_.size());
+        const size_t cell = block.NewRow(m_columns.size());
         for (int column = 0; column < columns; ++column) {
             const ColumnKind kind = ColumnAt(column).kind;
             const bool isText = texts.IsNeeded() && (kind == ColumnKind::Text || kind == ColumnKind::Decimal);
@@ -301,7 +301,7 @@ int RowStore::Read(QSqlQuery &query, int limit)
 void RowStore::Append(const std::vector<QVariant> &values)
 {
     Block &block = WritableBlock();
-    const size_t cell = block.NewRow(columns_.size());
+    const size_t cell = block.NewRow(m_columns.size());
     for (int column = 0; column < ColumnCount(); ++column) {
         const auto i = static_cast<size_t>(column);
         Write(block, cell + i, column, i < values.size() ? values[i] : QVariant());
@@ -310,19 +310,19 @@ void RowStore::Append(const std::vector<QVariant> &values)
 
 std::pair<const RowStore::Block *, size_t> RowStore::Cell(int row, int column) const
 {
-    const Place &place = rows_[static_cast<size_t>(row)];
-    return {blocks_[place.block].get(), place.row * columns_.size() + static_cast<size_t>(column)};
+    const Place &place = m_rows[static_cast<size_t>(row)];
+    return {m_blocks[place.block].get(), place.row * m_columns.size() + static_cast<size_t>(column)};
 }
 
 void RowStore::Replace(int row, int column, const QVariant &value)
 {
-    const Place &place = rows_[static_cast<size_t>(row)];
-    Write(*blocks_[place.block], Cell(row, column).second, column, value);
+    const Place &place = m_rows[static_cast<size_t>(row)];
+    Write(*m_blocks[place.block], Cell(row, column).second, column, value);
 }
 
 void RowStore::Remove(int row)
 {
-    rows_.erase(rows_.begin() + row);
+    m_rows.erase(m_rows.begin() + row);
 }
 
 bool RowStore::IsNull(int row, int column) const

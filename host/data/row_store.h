@@ -43,9 +43,9 @@ public:
     /// Forgets the rows, keeps the columns.
     void ClearRows();
 
-    int ColumnCount() const { return static_cast<int>(columns_.size()); }
-    int RowCount() const { return static_cast<int>(rows_.size()); }
-    const Column &ColumnAt(int column) const { return columns_[static_cast<size_t>(column)]; }
+    int ColumnCount() const { return static_cast<int>(m_columns.size()); }
+    int RowCount() const { return static_cast<int>(m_rows.size()); }
+    const Column &ColumnAt(int column) const { return m_columns[static_cast<size_t>(column)]; }
     /// Index of a column by name (case-insensitive), -1 when there is none.
     int ColumnIndex(QStringView name) const;
 
@@ -79,9 +79,9 @@ private:
     int Read(QSqlQuery &query, RowFeed &feed, int limit);
     void Write(Block &block, size_t cell, int column, const QVariant &value);
 
-    std::vector<Column> columns_;
-    std::vector<std::unique_ptr<Block>> blocks_;
-    std::vector<Place> rows_;
+    std::vector<Column> m_columns;
+    std::vector<std::unique_ptr<Block>> m_blocks;
+    std::vector<Place> m_rows;
 };
 
 } // namespace host

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace host {
 
 namespace {
@@ -40,12 +42,12 @@ QStringView ParamName(QStringView item)
 } // namespace
 
 RefusedText::RefusedText(const QString &what, const QString &value)
-    : std::invalid_argument(what.toStdString()), expected_(what), value_(value)
+    : std::invalid_argument(what.toStdString()), m_expected(what), m_value(value)
 {}
 
 QString RefusedText::Text() const
 {
-    return QStringLiteral("مقدار «%1» پذیرفته نیست؛ %2 لازم است.").arg(value_, expected_);
+    return u"مقدار «%1» پذیرفته نیست؛ %2 لازم است."_s.arg(m_value, m_expected);
 }
 
 QString QuotedStr(QStringView text)
@@ -94,7 +96,7 @@ QString DecimalLiteral(QStringView text)
     const qsizetype point = digits.indexOf(u'.');
     const bool plain = point < 0 ? IsDigits(digits) : IsDigits(digits.left(point)) && IsDigits(digits.mid(point + 1));
     if (!plain) {
-        throw RefusedText(QStringLiteral("عدد"), text.toString());
+        throw RefusedText(u"عدد"_s, text.toString());
     }
     return text.toString();
 }
@@ -102,7 +104,7 @@ QString DecimalLiteral(QStringView text)
 QString CodeText(QStringView code)
 {
     if (!IsDigits(code)) {
-        throw RefusedText(QStringLiteral("کد عددی"), code.toString());
+        throw RefusedText(u"کد عددی"_s, code.toString());
     }
     return code.toString();
 }
@@ -112,14 +114,14 @@ QString CodeList(QStringView codes)
     QString list;
     for (const QStringView code : codes.split(u',', Qt::SkipEmptyParts)) {
         if (!IsDigits(code)) {
-            throw RefusedText(QStringLiteral("فهرست کدهای عددی"), codes.toString());
+            throw RefusedText(u"فهرست کدهای عددی"_s, codes.toString());
         }
         if (!list.isEmpty()) {
             list += u',';
         }
         list += code;
     }
-    return list.isEmpty() ? QStringLiteral("0") : list;
+    return list.isEmpty() ? u"0"_s : list;
 }
 
 QList<int> Codes(QStringView codes)
@@ -129,7 +131,7 @@ QList<int> Codes(QStringView codes)
         bool ok = IsDigits(code);
         list += ok ? code.toInt(&ok) : 0;
         if (!ok) {
-            throw RefusedText(QStringLiteral("فهرست کدهای عددی"), codes.toString());
+            throw RefusedText(u"فهرست کدهای عددی"_s, codes.toString());
         }
     }
     return list;

@@ -20,14 +20,14 @@ public:
     /// `what` says what was expected; `value` is the text that was refused (for the user, not for a log).
     RefusedText(const QString &what, const QString &value);
     /// What was expected, without the refused value.
-    const QString &Expected() const { return expected_; }
-    const QString &Value() const { return value_; }
+    const QString &Expected() const { return m_expected; }
+    const QString &Value() const { return m_value; }
     /// Both, as one sentence for the user.
     QString Text() const;
 
 private:
-    QString expected_;
-    QString value_;
+    QString m_expected;
+    QString m_value;
 };
 
 /// The text in single quotes, inner single quotes doubled.

@@ -6,6 +6,8 @@
 #include <QSqlDriver>
 #include <QSqlError>
 
+using namespace Qt::StringLiterals;
+
 namespace host {
 
 namespace {
@@ -25,14 +27,14 @@ QHash<const QSqlDriver *, Open> &OpenTransactions()
 
 } // namespace
 
-Transaction::Transaction(const QSqlDatabase &connection) : connection_(connection)
+Transaction::Transaction(const QSqlDatabase &connection) : m_connection(connection)
 {
-    Open &open = OpenTransactions()[connection_.driver()];
+    Open &open = OpenTransactions()[m_connection.driver()];
     if (open.depth == 0) {
         open.spoiled = false;
-        if (!connection_.transaction()) {
-            OpenTransactions().remove(connection_.driver());
-            throw DatabaseError(connection_.lastError(), QStringLiteral("BEGIN TRANSACTION"));
+        if (!m_connection.transaction()) {
+            OpenTransactions().remove(m_connection.driver());
+            throw DatabaseError(m_connection.lastError(), u"BEGIN TRANSACTION"_s);
         }
     }
     ++open.depth;
@@ -40,46 +42,46 @@ Transaction::Transaction(const QSqlDatabase &connection) : connection_(connectio
 
 Transaction::~Transaction()
 {
-    if (open_) {
+    if (m_open) {
         Rollback();
     }
 }
 
 void Transaction::Commit()
 {
-    Open &open = OpenTransactions()[connection_.driver()];
+    Open &open = OpenTransactions()[m_connection.driver()];
     if (open.depth > 1) {
-        open_ = false;
+        m_open = false;
         --open.depth;
         return;
     }
     if (open.spoiled) {
         Rollback();
-        throw DatabaseError(QStringLiteral("تراکنش به دلیل خطای یک مرحله برگردانده شد."));
+        throw DatabaseError(u"تراکنش به دلیل خطای یک مرحله برگردانده شد."_s);
     }
-    if (!connection_.commit()) {
-        const DatabaseError error(connection_.lastError(), QStringLiteral("COMMIT"));
+    if (!m_connection.commit()) {
+        const DatabaseError error(m_connection.lastError(), u"COMMIT"_s);
         Rollback();
         throw error;
     }
-    open_ = false;
-    OpenTransactions().remove(connection_.driver());
+    m_open = false;
+    OpenTransactions().remove(m_connection.driver());
 }
 
 void Transaction::Rollback()
 {
-    if (!open_) {
+    if (!m_open) {
         return;
     }
-    open_ = false;
-    Open &open = OpenTransactions()[connection_.driver()];
+    m_open = false;
+    Open &open = OpenTransactions()[m_connection.driver()];
     if (--open.depth > 0) {
         open.spoiled = true;
         return;
     }
-    OpenTransactions().remove(connection_.driver());
+    OpenTransactions().remove(m_connection.driver());
     // A connection that is gone has rolled back already; a failing rollback leaves nothing to do.
-    connection_.rollback();
+    m_connection.rollback();
 }
 
 bool Transaction::IsActive(const QSqlDatabase &connection)

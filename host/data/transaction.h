@@ -30,8 +30,8 @@ public:
     static bool IsActive(const QSqlDatabase &connection);
 
 private:
-    QSqlDatabase connection_;
-    bool open_ = true;
+    QSqlDatabase m_connection;
+    bool m_open = true;
 };
 
 } // namespace host

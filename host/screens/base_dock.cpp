@@ -8,23 +8,25 @@
 #include "host/screens/grid_print.h"
 #include "host/screens/theme.h"
 
-#include <QtCore/QJsonDocument>
-#include <QtCore/QJsonObject>
-#include <QtCore/QLoggingCategory>
-#include <QtCore/QPointer>
-#include <QtCore/QScopedValueRollback>
-#include <QtGui/QKeyEvent>
-#include <QtGui/QScreen>
-#include <QtGui/QShortcut>
-#include <QtGui/QWindow>
-#include <QtWidgets/QApplication>
-#include <QtWidgets/QDockWidget>
-#include <QtWidgets/QHBoxLayout>
-#include <QtWidgets/QLabel>
-#include <QtWidgets/QMainWindow>
-#include <QtWidgets/QPushButton>
-#include <QtWidgets/QTabWidget>
-#include <QtWidgets/QVBoxLayout>
+#include <QApplication>
+#include <QDockWidget>
+#include <QHBoxLayout>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLoggingCategory>
+#include <QMainWindow>
+#include <QPointer>
+#include <QPushButton>
+#include <QScopedValueRollback>
+#include <QScreen>
+#include <QShortcut>
+#include <QTabWidget>
+#include <QVBoxLayout>
+#include <QWindow>
+
+using namespace Qt::StringLiterals;
 
 namespace host {
 namespace {
@@ -47,17 +49,17 @@ public:
     bool eventFilter(QObject *, QEvent *event) override
     {
         if (event->type() == QEvent::ShortcutOverride) {
-            taken_ = QApplication::activePopupWidget() != nullptr;
-            if (taken_)
+            m_taken = QApplication::activePopupWidget() != nullptr;
+            if (m_taken)
                 event->accept();
         }
         // The list closes before its key is delivered.
-        return event->type() == QEvent::KeyPress && taken_ && !QApplication::activePopupWidget() &&
+        return event->type() == QEvent::KeyPress && m_taken && !QApplication::activePopupWidget() &&
                static_cast<QKeyEvent *>(event)->matches(QKeySequence::Cancel);
     }
 
 private:
-    bool taken_ = false;
+    bool m_taken = false;
 };
 
 QPushButton *MakeButton(QWidget *parent, const QString &name, const QString &caption)
@@ -86,10 +88,10 @@ TBaseDock_FRM::~TBaseDock_FRM()
 void TBaseDock_FRM::BuildFrame()
 {
     m_header = new QWidget(this);
-    m_header->setObjectName(QStringLiteral("Header_PNL"));
+    m_header->setObjectName(u"Header_PNL"_s);
     m_header->setAttribute(Qt::WA_StyledBackground);
     m_title = new QLabel(m_header);
-    m_title->setObjectName(QStringLiteral("Title_LBL"));
+    m_title->setObjectName(u"Title_LBL"_s);
     m_title->setTextFormat(Qt::PlainText); // a title may name a record
     m_headerRow = new QHBoxLayout(m_header);
     m_headerRow->setContentsMargins(12, 4, 12, 4);
@@ -97,10 +99,10 @@ void TBaseDock_FRM::BuildFrame()
     m_headerRow->addStretch(1);
 
     m_content = new QWidget(this);
-    m_content->setObjectName(QStringLiteral("Content"));
+    m_content->setObjectName(u"Content"_s);
 
     m_footer = new QWidget(this);
-    m_footer->setObjectName(QStringLiteral("Footer_PNL"));
+    m_footer->setObjectName(u"Footer_PNL"_s);
     m_footer->setAttribute(Qt::WA_StyledBackground);
     m_footerRow = new QHBoxLayout(m_footer);
     m_footerRow->setContentsMargins(8, 6, 8, 6);
@@ -125,8 +127,8 @@ void TBaseDock_FRM::SetFormTheme()
 {
     const QColor ground = m_host.theme.CaptionColor();
     const bool dark = ground.lightnessF() < 0.6F;
-    m_header->setStyleSheet(QStringLiteral("QWidget#Header_PNL { background: %1; } QLabel { color: %2; }")
-                                .arg(ground.name(), dark ? QStringLiteral("#ffffff") : QStringLiteral("#182430")));
+    m_header->setStyleSheet(u"QWidget#Header_PNL { background: %1; } QLabel { color: %2; }"_s.arg(
+        ground.name(), dark ? u"#ffffff"_s : u"#182430"_s));
     m_title->setFont(m_host.theme.TitleFont());
 }
 
@@ -281,7 +283,7 @@ bool TBaseDock_FRM::Command(const QString &name, const std::function<void()> &bo
         qCWarning(screenLog).noquote() << error.LogText();
         text = error.Text();
         if (error.ConnectionLost())
-            text = QStringLiteral("ارتباط با پایگاه داده قطع شد. آنچه وارد کرده اید در فرم باقی است.\n") + text;
+            text = u"ارتباط با پایگاه داده قطع شد. آنچه وارد کرده اید در فرم باقی است.\n"_s + text;
     } catch (const RefusedText &error) {
         text = error.Text();
     } catch (const std::exception &error) {
@@ -368,7 +370,7 @@ void TBaseDock_FRM::RememberLayout(Grid *grid)
 QString TBaseDock_FRM::StateName() const
 {
     const QString name = QString::fromLatin1(metaObject()->className());
-    return QStringLiteral("%1/%2/%3").arg(name.section(u':', -1)).arg(int(m_part)).arg(int(m_mode));
+    return u"%1/%2/%3"_s.arg(name.section(u':', -1)).arg(int(m_part)).arg(int(m_mode));
 }
 
 void TBaseDock_FRM::StoreState()
@@ -378,7 +380,7 @@ void TBaseDock_FRM::StoreState()
         state.insert(grid->objectName(), QString::fromUtf8(grid->SaveLayout()));
     const QByteArray own = SaveState();
     if (!own.isEmpty())
-        state.insert(QStringLiteral("/screen"), QString::fromLatin1(own.toBase64()));
+        state.insert(u"/screen"_s, QString::fromLatin1(own.toBase64()));
     if (!state.isEmpty())
         m_host.settings.SaveState(StateName(), QJsonDocument(state).toJson(QJsonDocument::Compact));
 }

@@ -3,8 +3,8 @@
 #include "host/host.h"
 #include "host/host_export.h"
 
-#include <QtWidgets/QDialog>
-#include <QtWidgets/QMainWindow>
+#include <QDialog>
+#include <QMainWindow>
 
 #include <functional>
 #include <optional>

@@ -7,18 +7,20 @@
 #include "host/screens/form_inputs.h"
 #include "host/screens/theme.h"
 
-#include <QtCore/QScopedValueRollback>
-#include <QtGui/QKeyEvent>
-#include <QtWidgets/QComboBox>
-#include <QtWidgets/QLabel>
-#include <QtWidgets/QLineEdit>
-#include <QtWidgets/QPlainTextEdit>
-#include <QtWidgets/QPushButton>
-#include <QtWidgets/QScrollArea>
-#include <QtWidgets/QTabWidget>
-#include <QtWidgets/QTextEdit>
+#include <QComboBox>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QScopedValueRollback>
+#include <QScrollArea>
+#include <QTabWidget>
+#include <QTextEdit>
 
 #include <algorithm>
+
+using namespace Qt::StringLiterals;
 
 namespace host {
 
@@ -89,13 +91,13 @@ void KeepOneLine(QLineEdit *edit)
 TBaseGet_FRM::TBaseGet_FRM(Host &host, TSoftwarePart part, QWidget *parent)
     : TBaseDock_FRM(host, part, TFormMode::New, parent)
 {
-    m_save = AddFooterButton(QStringLiteral("Save_BTN"), QStringLiteral("ذخيره F3"));
+    m_save = AddFooterButton(u"Save_BTN"_s, u"ذخيره F3"_s);
     m_save->setProperty("primary", true);
     theme::Repolish(m_save);
-    m_exit = AddFooterButton(QStringLiteral("Exit_BTN"), QStringLiteral("خروج Esc"));
+    m_exit = AddFooterButton(u"Exit_BTN"_s, u"خروج Esc"_s);
     SetLastButton(m_exit);
-    m_unsaved = new QLabel(QStringLiteral("● ذخیره نشده"), this);
-    m_unsaved->setObjectName(QStringLiteral("Unsaved_LBL"));
+    m_unsaved = new QLabel(u"● ذخیره نشده"_s, this);
+    m_unsaved->setObjectName(u"Unsaved_LBL"_s);
     m_unsaved->hide();
     AddToHeader(m_unsaved);
     Bind(m_save, QKeySequence(Qt::Key_F3), [this] { Save(); });
@@ -239,9 +241,8 @@ bool TBaseGet_FRM::RecordStillThere()
     const QString statement = PrepareRecoveryQuery();
     if (statement.isEmpty() || Exists(m_host.DM.ADOConnection1, statement))
         return true;
-    m_host.messages.ShowMessage(
-        QStringLiteral("کاربر گرامی این رکورد توسط کاربر دیگری حذف شده است و قابل ذخیره نمی باشد"),
-        MessageIcon::Warning);
+    m_host.messages.ShowMessage(u"کاربر گرامی این رکورد توسط کاربر دیگری حذف شده است و قابل ذخیره نمی باشد"_s,
+                                MessageIcon::Warning);
     return false;
 }
 
@@ -285,7 +286,7 @@ void TBaseGet_FRM::reject()
     for (QWidget *up = focusWidget(); up; up = up->parentWidget())
         if (auto *grid = qobject_cast<Grid *>(up))
             grid->CommitTyped();
-    if (!m_saved && !m_host.messages.Ask(QStringLiteral("تغییرات ذخیره نشده است. آیا بدون ذخیره خارج می شوید؟"), false))
+    if (!m_saved && !m_host.messages.Ask(u"تغییرات ذخیره نشده است. آیا بدون ذخیره خارج می شوید؟"_s, false))
         return;
     TBaseDock_FRM::reject();
 }

@@ -2,7 +2,7 @@
 
 #include "host/screens/base_dock.h"
 
-#include <QtCore/QVariant>
+#include <QVariant>
 
 #include <optional>
 #include <vector>

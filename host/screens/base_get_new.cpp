@@ -1,6 +1,6 @@
 #include "host/screens/base_get_new.h"
 
-#include <QtWidgets/QLineEdit>
+#include <QLineEdit>
 
 namespace host {
 

@@ -4,10 +4,12 @@
 #include "host/screens/search_manager.h"
 #include "host/screens/theme.h"
 
-#include <QtCore/QJsonDocument>
-#include <QtWidgets/QPushButton>
+#include <QJsonDocument>
+#include <QPushButton>
 
 #include <utility>
+
+using namespace Qt::StringLiterals;
 
 namespace host {
 
@@ -15,11 +17,11 @@ TBaseSearch_FRM::TBaseSearch_FRM(Host &host, TSoftwarePart part, QWidget *parent
     : TBaseDock_FRM(host, part, TFormMode::Selection, parent),
       m_search(std::make_unique<TVelakSearchManager>(host.DM.FDConnection1))
 {
-    QPushButton *select = AddFooterButton(QStringLiteral("Select_BTN"), QStringLiteral("انتخاب F3"));
+    QPushButton *select = AddFooterButton(u"Select_BTN"_s, u"انتخاب F3"_s);
     select->setProperty("primary", true);
     theme::Repolish(select);
-    QPushButton *clear = AddFooterButton(QStringLiteral("Del_BTN"), QStringLiteral("حذف شرط‌ها F7"));
-    QPushButton *exit = AddFooterButton(QStringLiteral("EXit_BTN"), QStringLiteral("خروج Esc"));
+    QPushButton *clear = AddFooterButton(u"Del_BTN"_s, u"حذف شرط‌ها F7"_s);
+    QPushButton *exit = AddFooterButton(u"EXit_BTN"_s, u"خروج Esc"_s);
     SetLastButton(exit);
     Bind(select, Qt::Key_F3, [this] { RunSelect(); });
     Bind(clear, Qt::Key_F7, [this] { Clear(); });

@@ -2,7 +2,7 @@
 
 #include "host/screens/base_dock.h"
 
-#include <QtCore/QJsonObject>
+#include <QJsonObject>
 
 namespace host {
 

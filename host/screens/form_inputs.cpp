@@ -5,13 +5,13 @@
 #include "host/controls/tags_panel.h"
 #include "host/controls/toggle_switch.h"
 
-#include <QtWidgets/QAbstractItemView>
-#include <QtWidgets/QCheckBox>
-#include <QtWidgets/QComboBox>
-#include <QtWidgets/QLineEdit>
-#include <QtWidgets/QRadioButton>
-#include <QtWidgets/QScrollArea>
-#include <QtWidgets/QTabBar>
+#include <QAbstractItemView>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QRadioButton>
+#include <QScrollArea>
+#include <QTabBar>
 
 namespace host::inputs {
 namespace {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <QtCore/QStringList>
-#include <QtCore/QVariant>
+#include <QStringList>
+#include <QVariant>
 
 class QWidget;
 

@@ -4,13 +4,15 @@
 #include "host/data/persian_text.h"
 #include "host/screens/theme.h"
 
-#include <QtCore/QRegularExpression>
-#include <QtGui/QPainter>
-#include <QtPrintSupport/QPrintPreviewDialog>
-#include <QtPrintSupport/QPrinter>
-#include <QtWidgets/QProgressDialog>
+#include <QPainter>
+#include <QPrintPreviewDialog>
+#include <QPrinter>
+#include <QProgressDialog>
+#include <QRegularExpression>
 
 #include <numeric>
+
+using namespace Qt::StringLiterals;
 
 namespace host {
 namespace {
@@ -39,11 +41,9 @@ QFont PrintFont(int points, bool bold)
 QString Printed(const QString &text)
 {
     constexpr auto option = QRegularExpression::UseUnicodePropertiesOption;
-    static const QRegularExpression beforeNumber(QStringLiteral("(?<=\\p{Arabic}) (?=\\p{Nd})"), option);
-    static const QRegularExpression afterNumber(QStringLiteral("(?<=\\p{Nd}) (?=\\p{Arabic})"), option);
-    return QString(text)
-        .replace(beforeNumber, QStringLiteral(u" \u200F"))
-        .replace(afterNumber, QStringLiteral(u"\u200F "));
+    static const QRegularExpression beforeNumber(u"(?<=\\p{Arabic}) (?=\\p{Nd})"_s, option);
+    static const QRegularExpression afterNumber(u"(?<=\\p{Nd}) (?=\\p{Arabic})"_s, option);
+    return QString(text).replace(beforeNumber, u" \u200F"_s).replace(afterNumber, u"\u200F "_s);
 }
 
 } // namespace
@@ -71,7 +71,7 @@ void GridPrinter::Print(QPrinter &printer)
     const int rowsPerPage = qMax(1, static_cast<int>(body / rowPoints));
     const int rows = m_grid.RowCount();
     const int pages = qMax(1, (rows + rowsPerPage - 1) / rowsPerPage);
-    QProgressDialog progress(QStringLiteral("آماده سازی صفحات ..."), QStringLiteral("انصراف"), 0, pages);
+    QProgressDialog progress(u"آماده سازی صفحات ..."_s, u"انصراف"_s, 0, pages);
     progress.setWindowModality(Qt::ApplicationModal);
     progress.setMinimumDuration(pages > longJobPages ? 500 : INT_MAX);
     for (int number = 0; number < pages && !progress.wasCanceled(); ++number) {
@@ -103,8 +103,7 @@ void GridPrinter::PaintPage(QPainter &painter, const QRectF &page, int firstRow,
         PaintRow(painter, row, m_grid.VisibleTexts(index), false);
     }
     const QRectF foot(page.left(), page.bottom() - footPoints, page.width(), footPoints);
-    painter.drawText(foot, Qt::AlignCenter,
-                     Printed(PersianDigits(QStringLiteral("صفحه %1 از %2").arg(number).arg(count))));
+    painter.drawText(foot, Qt::AlignCenter, Printed(PersianDigits(u"صفحه %1 از %2"_s.arg(number).arg(count))));
 }
 
 void GridPrinter::PaintRow(QPainter &painter, const QRectF &row, const QStringList &texts, bool heading) const

@@ -2,9 +2,9 @@
 
 #include "host/host_export.h"
 
-#include <QtCore/QRectF>
-#include <QtCore/QString>
-#include <QtCore/QStringList>
+#include <QRectF>
+#include <QString>
+#include <QStringList>
 
 #include <vector>
 

@@ -1,9 +1,11 @@
 #include "host/screens/house_style.h"
 
-#include <QtGui/QPainter>
-#include <QtGui/QTextLayout>
-#include <QtWidgets/QStyleFactory>
-#include <QtWidgets/QWidget>
+#include <QPainter>
+#include <QStyleFactory>
+#include <QTextLayout>
+#include <QWidget>
+
+using namespace Qt::StringLiterals;
 
 namespace host {
 namespace {
@@ -50,7 +52,7 @@ void Underline(QPainter &painter, const QRect &textRect, const Caption &caption)
 
 } // namespace
 
-HouseStyle::HouseStyle() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion")))
+HouseStyle::HouseStyle() : QProxyStyle(QStyleFactory::create(u"Fusion"_s))
 {}
 
 void HouseStyle::drawItemText(QPainter *painter, const QRect &rect, int flags, const QPalette &palette, bool enabled,

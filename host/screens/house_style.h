@@ -1,7 +1,7 @@
 #pragma once
 
-#include <QtCore/QStringView>
-#include <QtWidgets/QProxyStyle>
+#include <QProxyStyle>
+#include <QStringView>
 
 namespace host {
 

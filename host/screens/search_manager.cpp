@@ -2,9 +2,9 @@
 
 #include "host/data/dataset.h"
 
-#include <QtCore/QElapsedTimer>
-#include <QtCore/QSet>
-#include <QtCore/QTimer>
+#include <QElapsedTimer>
+#include <QSet>
+#include <QTimer>
 
 namespace host {
 namespace {

@@ -2,9 +2,9 @@
 
 #include "host/host_export.h"
 
-#include <QtCore/QObject>
-#include <QtCore/QStringList>
-#include <QtSql/QSqlDatabase>
+#include <QObject>
+#include <QSqlDatabase>
+#include <QStringList>
 
 #include <functional>
 #include <memory>

@@ -2,10 +2,12 @@
 
 #include "host/screens/house_style.h"
 
-#include <QtGui/QFontDatabase>
-#include <QtGui/QPalette>
-#include <QtWidgets/QApplication>
-#include <QtWidgets/QStyle>
+#include <QApplication>
+#include <QFontDatabase>
+#include <QPalette>
+#include <QStyle>
+
+using namespace Qt::StringLiterals;
 
 namespace host::theme {
 namespace {
@@ -170,9 +172,8 @@ QFont InterfaceFont(double points)
     static const QStringList families = [] {
         const QStringList installed = QFontDatabase::families();
         QStringList wanted;
-        for (const QString &name :
-             {QStringLiteral("DejaVu Sans Condensed"), QStringLiteral("DejaVu Sans"), QStringLiteral("Vazirmatn"),
-              QStringLiteral("Tahoma"), QStringLiteral("Noto Sans Arabic UI"), QStringLiteral("Noto Sans")})
+        for (const QString &name : {u"DejaVu Sans Condensed"_s, u"DejaVu Sans"_s, u"Vazirmatn"_s, u"Tahoma"_s,
+                                    u"Noto Sans Arabic UI"_s, u"Noto Sans"_s})
             if (installed.contains(name))
                 wanted << name;
         return wanted.isEmpty() ? QFontDatabase::families(QFontDatabase::Arabic).mid(0, 1) : wanted;

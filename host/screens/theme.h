@@ -2,9 +2,9 @@
 
 #include "host/host_export.h"
 
-#include <QtCore/QSize>
-#include <QtGui/QColor>
-#include <QtGui/QFont>
+#include <QColor>
+#include <QFont>
+#include <QSize>
 
 class QApplication;
 class QWidget;

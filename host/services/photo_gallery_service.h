@@ -2,8 +2,8 @@
 
 #include "host/services/types.h"
 
-#include <QtCore/QByteArray>
-#include <QtCore/QList>
+#include <QByteArray>
+#include <QList>
 
 namespace host {
 

@@ -2,7 +2,7 @@
 
 #include "host/services/types.h"
 
-#include <QtCore/QByteArray>
+#include <QByteArray>
 
 namespace host {
 

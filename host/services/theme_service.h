@@ -1,7 +1,7 @@
 #pragma once
 
-#include <QtGui/QColor>
-#include <QtGui/QFont>
+#include <QColor>
+#include <QFont>
 
 namespace host {
 

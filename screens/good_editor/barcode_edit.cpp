@@ -3,14 +3,16 @@
 #include "host/screens/theme.h"
 #include "screens/good_editor/barcode_text.h"
 
-#include <QtGui/QAction>
-#include <QtGui/QIcon>
-#include <QtGui/QKeyEvent>
-#include <QtGui/QPainter>
-#include <QtGui/QPixmap>
-#include <QtGui/QValidator>
+#include <QAction>
+#include <QIcon>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QPixmap>
+#include <QValidator>
 
 #include <limits>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -29,16 +31,16 @@ QIcon PlusIcon()
 class BarcodeValidator : public QValidator
 {
 public:
-    explicit BarcodeValidator(BarcodeEdit *edit) : QValidator(edit), edit_(*edit) {}
+    explicit BarcodeValidator(BarcodeEdit *edit) : QValidator(edit), m_edit(*edit) {}
 
     State validate(QString &input, int &) const override
     {
-        const bool marked = input.contains(goods::BarcodeMark) && !edit_.TakesMark();
-        return marked || goods::CleanBarcode(input).size() > edit_.maxLength() ? Invalid : Acceptable;
+        const bool marked = input.contains(goods::BarcodeMark) && !m_edit.TakesMark();
+        return marked || goods::CleanBarcode(input).size() > m_edit.maxLength() ? Invalid : Acceptable;
     }
 
 private:
-    const BarcodeEdit &edit_;
+    const BarcodeEdit &m_edit;
 };
 
 } // namespace
@@ -48,13 +50,13 @@ BarcodeEdit::BarcodeEdit(QWidget *parent) : QLineEdit(parent)
     QLineEdit::setMaxLength(std::numeric_limits<int>::max()); // cuts; the validator refuses
     setValidator(new BarcodeValidator(this));
     QAction *complete = addAction(PlusIcon(), QLineEdit::TrailingPosition);
-    complete->setObjectName(QStringLiteral("complete"));
+    complete->setObjectName(u"complete"_s);
     connect(complete, &QAction::triggered, this, &BarcodeEdit::CompletionRequested);
 }
 
 void BarcodeEdit::SetStored(const QString &barcode)
 {
-    maxLength_ = qMax(maxLength_, static_cast<int>(barcode.size()));
+    m_maxLength = qMax(m_maxLength, static_cast<int>(barcode.size()));
     setText(barcode);
 }
 

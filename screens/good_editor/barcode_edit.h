@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QtWidgets/QLineEdit>
+#include <QLineEdit>
 
 /// The edit of one barcode (or short name) with its "+" button, which asks to complete the number. Codes are shown from
 /// left to right, as scanners print them. What does not fit is refused whole, as a part of a barcode is another one.
@@ -13,11 +13,11 @@ class BarcodeEdit : public QLineEdit
 public:
     explicit BarcodeEdit(QWidget *parent = nullptr);
 
-    int maxLength() const { return maxLength_; }
-    void setMaxLength(int length) { maxLength_ = length; }
+    int maxLength() const { return m_maxLength; }
+    void setMaxLength(int length) { m_maxLength = length; }
     /// Whether the mark between stored barcodes may stand in this one. Default false.
-    bool TakesMark() const { return takesMark_; }
-    void SetTakesMark(bool takes) { takesMark_ = takes; }
+    bool TakesMark() const { return m_takesMark; }
+    void SetTakesMark(bool takes) { m_takesMark = takes; }
 
     /// Shows a stored barcode whole, also one that is longer than may be typed.
     void SetStored(const QString &barcode);
@@ -35,6 +35,6 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
 
 private:
-    int maxLength_ = 32767;
-    bool takesMark_ = false;
+    int m_maxLength = 32767;
+    bool m_takesMark = false;
 };

@@ -3,73 +3,74 @@
 #include "screens/good_editor/barcode_edit.h"
 #include "screens/good_editor/leave_watch.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 QString CompletionHelp()
 {
     // Lines end as this message always had them: line feed, carriage return.
-    const QString end = QStringLiteral("\n\r");
-    return QStringLiteral("در صورت 7 و یا 12 رقمی بودن عدد وارد شده ، بارکد بر اساس استانداردهای") + end +
-           QStringLiteral("EAN8 و EAN13") + end + QStringLiteral("کامل می شوند") + end + end +
-           QStringLiteral("برای چاپ بارکد کالا می توانید از دکمه ارسال به چاپ بارکد در لیست کالاها عمل کنید");
+    const QString end = u"\n\r"_s;
+    return u"در صورت 7 و یا 12 رقمی بودن عدد وارد شده ، بارکد بر اساس استانداردهای"_s + end + u"EAN8 و EAN13"_s + end +
+           u"کامل می شوند"_s + end + end +
+           u"برای چاپ بارکد کالا می توانید از دکمه ارسال به چاپ بارکد در لیست کالاها عمل کنید"_s;
 }
 
 } // namespace
 
 BarcodeFields::BarcodeFields(const Edits &edits, QWidget *panel, host::Host &host, TGood_DM &data,
                              goods::RuleRunner run, QObject *parent)
-    : QObject(parent), edits_(edits), panel_(panel), host_(host), data_(data), run_(std::move(run))
+    : QObject(parent), m_edits(edits), m_panel(panel), m_host(host), m_data(data), m_run(std::move(run))
 {
-    for (BarcodeEdit *edit : edits_) {
+    for (BarcodeEdit *edit : m_edits) {
         goods::OnEnter(edit, [this] { SwitchKeyboard(host::KeyboardService::English); });
         goods::OnLeave(edit, goods::RuleTime::AtOnce, [this] { SwitchKeyboard(host::KeyboardService::Persian); });
         goods::OnLeave(edit, goods::RuleTime::Afterwards,
-                       [this, edit] { run_([this, edit] { return CheckLeft(edit); }); });
+                       [this, edit] { m_run([this, edit] { return CheckLeft(edit); }); });
         connect(edit, &BarcodeEdit::Entered, this, [this, edit](bool &accepted) { accepted = CheckEntered(edit); });
         connect(edit, &BarcodeEdit::CompletionRequested, this,
-                [this, edit] { run_([this, edit] { return Complete(edit); }); });
+                [this, edit] { m_run([this, edit] { return Complete(edit); }); });
     }
     // The mark between stored barcodes can stand in the last one only.
-    edits_.back()->SetTakesMark(true);
-    connect(edits_[0], &QLineEdit::textEdited, panel_, &QWidget::show);
+    m_edits.back()->SetTakesMark(true);
+    connect(m_edits[0], &QLineEdit::textEdited, m_panel, &QWidget::show);
 }
 
 void BarcodeFields::Clear()
 {
-    for (BarcodeEdit *edit : edits_)
+    for (BarcodeEdit *edit : m_edits)
         edit->clear();
-    panel_->show();
+    m_panel->show();
 }
 
 void BarcodeFields::Show(const QString &text)
 {
     const goods::Barcodes barcodes = goods::UnpackBarcodes(text);
-    for (size_t i = 0; i < edits_.size(); ++i)
-        edits_[i]->SetStored(barcodes[i]);
-    panel_->setVisible(barcodes != goods::Barcodes());
+    for (size_t i = 0; i < m_edits.size(); ++i)
+        m_edits[i]->SetStored(barcodes[i]);
+    m_panel->setVisible(barcodes != goods::Barcodes());
 }
 
 QString BarcodeFields::Text() const
 {
     goods::Barcodes barcodes;
-    for (size_t i = 0; i < edits_.size(); ++i)
-        barcodes[i] = edits_[i]->Barcode();
-    return goods::PackBarcodes(barcodes, panel_->isHidden());
+    for (size_t i = 0; i < m_edits.size(); ++i)
+        barcodes[i] = m_edits[i]->Barcode();
+    return goods::PackBarcodes(barcodes, m_panel->isHidden());
 }
 
 goods::Refused BarcodeFields::CheckOperation(BarcodeEdit *edit) const
 {
-    if (!data_.BarcodeUsedInSetting(edit->Barcode()))
+    if (!m_data.BarcodeUsedInSetting(edit->Barcode()))
         return {};
     return host::Refusal{edit, [](host::MessageService &messages) {
-                             messages.MsgHasSubRecordsAnother(QStringLiteral("بارکد"),
-                                                              QStringLiteral("بارکدهای عملیاتی"));
+                             messages.MsgHasSubRecordsAnother(u"بارکد"_s, u"بارکدهای عملیاتی"_s);
                          }};
 }
 
 goods::Refused BarcodeFields::CheckReserved() const
 {
-    for (BarcodeEdit *edit : edits_)
+    for (BarcodeEdit *edit : m_edits)
         if (goods::Refused refused = CheckOperation(edit))
             return refused;
     return {};
@@ -78,7 +79,7 @@ goods::Refused BarcodeFields::CheckReserved() const
 bool BarcodeFields::CheckEntered(BarcodeEdit *edit)
 {
     bool accepted = false;
-    run_([this, edit, &accepted] {
+    m_run([this, edit, &accepted] {
         goods::Refused refused = CheckLeft(edit);
         accepted = !refused;
         return refused;
@@ -96,20 +97,20 @@ goods::Refused BarcodeFields::CheckLeft(BarcodeEdit *edit) const
         return {};
     const auto repeated = [edit](const QString &owner) {
         return host::Refusal{edit, [owner](host::MessageService &messages) {
-                                 messages.MsgRepeatedField(QStringLiteral(" نام اختصاری/بارکد"), owner);
+                                 messages.MsgRepeatedField(u" نام اختصاری/بارکد"_s, owner);
                              }};
     };
-    if (data_.Good_ExistBarCode(good_, barcode))
-        return repeated(QStringLiteral("کالا"));
-    if (host_.goodDetails.CheckBarcodeInGoodDetail(barcode))
-        return repeated(QStringLiteral("برای جزییات کالا تعریف شده و"));
+    if (m_data.Good_ExistBarCode(m_good, barcode))
+        return repeated(u"کالا"_s);
+    if (m_host.goodDetails.CheckBarcodeInGoodDetail(barcode))
+        return repeated(u"برای جزییات کالا تعریف شده و"_s);
     return {};
 }
 
 void BarcodeFields::SwitchKeyboard(const char16_t *layout)
 {
-    if (host_.settings.SettingRecord().AutoKeyboard)
-        host_.keyboard.LoadKeyboardLayout(QString::fromUtf16(layout));
+    if (m_host.settings.SettingRecord().AutoKeyboard)
+        m_host.keyboard.LoadKeyboardLayout(QString::fromUtf16(layout));
 }
 
 goods::Refused BarcodeFields::Complete(BarcodeEdit *edit)
@@ -119,19 +120,18 @@ goods::Refused BarcodeFields::Complete(BarcodeEdit *edit)
     edit->ShowCleaned();
     const qsizetype digits = edit->text().size();
     if (digits != 7 && digits != 12) {
-        host_.messages.ShowMessage(CompletionHelp(), host::MessageIcon::Information, QStringLiteral("پیغام"));
+        m_host.messages.ShowMessage(CompletionHelp(), host::MessageIcon::Information, u"پیغام"_s);
         return {};
     }
-    if (!host_.barcodes.LibraryFound()) {
-        host_.messages.ShowMessage(QStringLiteral("فايل کتابخانه بارکد وجود ندارد"), host::MessageIcon::Warning);
+    if (!m_host.barcodes.LibraryFound()) {
+        m_host.messages.ShowMessage(u"فايل کتابخانه بارکد وجود ندارد"_s, host::MessageIcon::Warning);
         return {};
     }
-    if (!host_.barcodes.CompletionFound()) {
-        host_.messages.ShowMessage(QStringLiteral("تابع تعريف شده در داخل کتابخانه بارکد وجود ندارد"),
-                                   host::MessageIcon::Warning);
+    if (!m_host.barcodes.CompletionFound()) {
+        m_host.messages.ShowMessage(u"تابع تعريف شده در داخل کتابخانه بارکد وجود ندارد"_s, host::MessageIcon::Warning);
         return {};
     }
-    const QString barcode = host_.barcodes.Complete_Barcode(edit->text());
+    const QString barcode = m_host.barcodes.Complete_Barcode(edit->text());
     if (barcode.isEmpty())
         return {};
     edit->setText(barcode);

@@ -4,7 +4,7 @@
 #include "screens/good_editor/barcode_text.h"
 #include "screens/good_editor/refusals.h"
 
-#include <QtCore/QObject>
+#include <QObject>
 
 class BarcodeEdit;
 
@@ -22,7 +22,7 @@ public:
                   QObject *parent);
 
     /// Whose barcodes these are: its own row does not count as another good.
-    void SetGood(int code) { good_ = code; }
+    void SetGood(int code) { m_good = code; }
     void Clear();
     /// Shows the barcodes of a stored text.
     void Show(const QString &text);
@@ -44,10 +44,10 @@ private:
     goods::Refused Complete(BarcodeEdit *edit);
     void SwitchKeyboard(const char16_t *layout);
 
-    Edits edits_;
-    QWidget *panel_;
-    host::Host &host_;
-    TGood_DM &data_;
-    goods::RuleRunner run_;
-    int good_ = 0;
+    Edits m_edits;
+    QWidget *m_panel;
+    host::Host &m_host;
+    TGood_DM &m_data;
+    goods::RuleRunner m_run;
+    int m_good = 0;
 };

@@ -2,9 +2,11 @@
 
 #include "ui_category_page.h"
 
-#include <QtGui/QAction>
-#include <QtGui/QKeyEvent>
-#include <QtWidgets/QHeaderView>
+#include <QAction>
+#include <QHeaderView>
+#include <QKeyEvent>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -15,7 +17,7 @@ constexpr int Attached = 1;
 void AddLeaves(host::CategoryService &categories, int parent, const QString &way, QComboBox *choices)
 {
     for (const host::Category &branch : categories.Branches(parent)) {
-        const QString name = way.isEmpty() ? branch.Name : way + QStringLiteral(" / ") + branch.Name;
+        const QString name = way.isEmpty() ? branch.Name : way + u" / "_s + branch.Name;
         const int before = choices->count();
         AddLeaves(categories, branch.Code, name, choices);
         if (choices->count() == before)
@@ -26,16 +28,16 @@ void AddLeaves(host::CategoryService &categories, int parent, const QString &way
 } // namespace
 
 CategoryPage::CategoryPage(host::Host &host, TGood_DM &data, const goods::RuleRunner &run, QWidget *parent)
-    : QWidget(parent), host_(host), data_(data), ui_(std::make_unique<Ui::CategoryPage>())
+    : QWidget(parent), m_host(host), m_data(data), m_ui(std::make_unique<Ui::CategoryPage>())
 {
-    ui_->setupUi(this);
-    ui_->Category_GRD->SetColumns({{QStringLiteral("NAME"), QStringLiteral("دسته"), 520}});
-    ui_->Category_GRD->SetSource(&data_.KalaCategory_Qry, QStringLiteral("Id"));
-    ui_->Category_GRD->horizontalHeader()->setStretchLastSection(true);
+    m_ui->setupUi(this);
+    m_ui->Category_GRD->SetColumns({{u"NAME"_s, u"دسته"_s, 520}});
+    m_ui->Category_GRD->SetSource(&m_data.KalaCategory_Qry, u"Id"_s);
+    m_ui->Category_GRD->horizontalHeader()->setStretchLastSection(true);
     using Action = goods::Refused (CategoryPage::*)();
     for (const auto &[button, key, action] :
-         {std::tuple(ui_->AddCat_BTN, Qt::Key_F4, Action(&CategoryPage::Add)),
-          std::tuple(ui_->DellCat_BTN, Qt::Key_F7, Action(&CategoryPage::Delete))}) {
+         {std::tuple(m_ui->AddCat_BTN, Qt::Key_F4, Action(&CategoryPage::Add)),
+          std::tuple(m_ui->DellCat_BTN, Qt::Key_F7, Action(&CategoryPage::Delete))}) {
         connect(button, &QPushButton::clicked, this,
                 [this, run, action = action] { run([this, action] { return (this->*action)(); }); });
         // The caption of the button is the command and its key; the menu of the grid shows the key by itself.
@@ -44,10 +46,10 @@ CategoryPage::CategoryPage(host::Host &host, TGood_DM &data, const goods::RuleRu
         command->setShortcutContext(Qt::WidgetWithChildrenShortcut);
         connect(command, &QAction::triggered, button, &QPushButton::click);
         addAction(command);
-        ui_->Category_GRD->addAction(command);
+        m_ui->Category_GRD->addAction(command);
     }
-    ui_->Category_GRD->setContextMenuPolicy(Qt::ActionsContextMenu);
-    ui_->Category_frame1->installEventFilter(this);
+    m_ui->Category_GRD->setContextMenuPolicy(Qt::ActionsContextMenu);
+    m_ui->Category_frame1->installEventFilter(this);
 }
 
 CategoryPage::~CategoryPage() = default;
@@ -55,8 +57,8 @@ CategoryPage::~CategoryPage() = default;
 void CategoryPage::Open(int goodCode, bool mayChange)
 {
     FillChoices();
-    const bool commands = mayChange && ui_->Category_frame1->count() > 0;
-    ui_->CategoryCommands_PNL->setVisible(commands);
+    const bool commands = mayChange && m_ui->Category_frame1->count() > 0;
+    m_ui->CategoryCommands_PNL->setVisible(commands);
     for (QAction *command : actions())
         command->setVisible(commands);
     MoveTo(goodCode);
@@ -64,24 +66,24 @@ void CategoryPage::Open(int goodCode, bool mayChange)
 
 void CategoryPage::MoveTo(int goodCode)
 {
-    good_ = goodCode;
+    m_good = goodCode;
     Refresh();
 }
 
 void CategoryPage::FillChoices()
 {
-    ui_->Category_frame1->clear();
-    AddLeaves(host_.categories, 0, QString(), ui_->Category_frame1);
-    ui_->Category_frame1->setCurrentIndex(-1);
+    m_ui->Category_frame1->clear();
+    AddLeaves(m_host.categories, 0, QString(), m_ui->Category_frame1);
+    m_ui->Category_frame1->setCurrentIndex(-1);
 }
 
 void CategoryPage::Refresh()
 {
-    data_.Fill_grid(good_);
-    const bool any = !data_.KalaCategory_Qry.IsEmpty();
-    ui_->DellCat_BTN->setEnabled(any);
+    m_data.Fill_grid(m_good);
+    const bool any = !m_data.KalaCategory_Qry.IsEmpty();
+    m_ui->DellCat_BTN->setEnabled(any);
     actions().constLast()->setEnabled(any);
-    ui_->CategoryHint_LBL->setVisible(!any);
+    m_ui->CategoryHint_LBL->setVisible(!any);
 }
 
 bool CategoryPage::eventFilter(QObject *watched, QEvent *event)
@@ -92,32 +94,32 @@ bool CategoryPage::eventFilter(QObject *watched, QEvent *event)
     if (key->key() != Qt::Key_Down || (key->modifiers() & ~Qt::KeypadModifier))
         return QWidget::eventFilter(watched, event);
     // The way down leads into the grid; where there is nothing yet, to what can be chosen.
-    if (ui_->Category_GRD->IsEmpty())
-        ui_->Category_frame1->showPopup();
+    if (m_ui->Category_GRD->IsEmpty())
+        m_ui->Category_frame1->showPopup();
     else
-        ui_->Category_GRD->setFocus(Qt::OtherFocusReason);
+        m_ui->Category_GRD->setFocus(Qt::OtherFocusReason);
     return true;
 }
 
 goods::Refused CategoryPage::Add()
 {
-    const int category = ui_->Category_frame1->currentData().toInt();
-    if (category == 0 || !data_.cat_checker(good_, category))
-        return host::Refusal{ui_->Category_frame1, [](host::MessageService &messages) {
-                                 messages.MsgRepeatedField(QStringLiteral("دسته"), QStringLiteral("زیر شاخه خالی یا "));
+    const int category = m_ui->Category_frame1->currentData().toInt();
+    if (category == 0 || !m_data.cat_checker(m_good, category))
+        return host::Refusal{m_ui->Category_frame1, [](host::MessageService &messages) {
+                                 messages.MsgRepeatedField(u"دسته"_s, u"زیر شاخه خالی یا "_s);
                              }};
-    data_.InsertUpdateToKalaCategory(good_, category, Attached);
+    m_data.InsertUpdateToKalaCategory(m_good, category, Attached);
     Refresh();
-    ui_->Category_frame1->setCurrentIndex(-1);
+    m_ui->Category_frame1->setCurrentIndex(-1);
     emit Changed();
     return {};
 }
 
 goods::Refused CategoryPage::Delete()
 {
-    if (data_.KalaCategory_Qry.IsEmpty() || !host_.messages.MsgDeleteItem(QStringLiteral("دسته")))
+    if (m_data.KalaCategory_Qry.IsEmpty() || !m_host.messages.MsgDeleteItem(u"دسته"_s))
         return {};
-    data_.GoodCatToTemp(ui_->Category_GRD->CurrentKey().toInt(), TakenOff);
+    m_data.GoodCatToTemp(m_ui->Category_GRD->CurrentKey().toInt(), TakenOff);
     Refresh();
     emit Changed();
     return {};

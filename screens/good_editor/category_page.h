@@ -3,7 +3,7 @@
 #include "data/goods/good_dm.h"
 #include "screens/good_editor/refusals.h"
 
-#include <QtWidgets/QWidget>
+#include <QWidget>
 
 #include <memory>
 
@@ -36,8 +36,8 @@ private:
     goods::Refused Add();
     goods::Refused Delete();
 
-    host::Host &host_;
-    TGood_DM &data_;
-    std::unique_ptr<Ui::CategoryPage> ui_;
-    int good_ = 0;
+    host::Host &m_host;
+    TGood_DM &m_data;
+    std::unique_ptr<Ui::CategoryPage> m_ui;
+    int m_good = 0;
 };

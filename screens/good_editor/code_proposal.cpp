@@ -10,13 +10,13 @@ constexpr int MaximumAttempts = 20;
 
 int CodeProposal::Propose(int group)
 {
-    host_.entities.ReleaseCodes(host::TSoftwarePart::Goods);
-    const QString length = QString::number(host_.settings.SettingRecord().GoodCodeLength);
+    m_host.entities.ReleaseCodes(host::TSoftwarePart::Goods);
+    const QString length = QString::number(m_host.settings.SettingRecord().GoodCodeLength);
     int code = 0;
     for (int attempt = 0; attempt < MaximumAttempts; ++attempt) {
-        code = group > 0 ? data_.Good_GetNewCode_GrpCode(QString::number(group), length)
-                         : data_.Good_GetNewCode(QString::number(group));
-        if (host_.entities.ReserveCode(host::TSoftwarePart::Goods, code))
+        code = group > 0 ? m_data.Good_GetNewCode_GrpCode(QString::number(group), length)
+                         : m_data.Good_GetNewCode(QString::number(group));
+        if (m_host.entities.ReserveCode(host::TSoftwarePart::Goods, code))
             break;
     }
     return code;
@@ -24,34 +24,34 @@ int CodeProposal::Propose(int group)
 
 int CodeProposal::Begin(int group)
 {
-    current_ = Propose(group);
-    return current_;
+    m_current = Propose(group);
+    return m_current;
 }
 
 int CodeProposal::ChangeGroup(int group)
 {
     const int code = Propose(group);
-    if (code != current_)
-        data_.Good_ChangeCode(code, current_);
-    current_ = code;
+    if (code != m_current)
+        m_data.Good_ChangeCode(code, m_current);
+    m_current = code;
     return code;
 }
 
 bool CodeProposal::TakeTyped(int code)
 {
-    if (code == current_)
+    if (code == m_current)
         return true;
-    if (!data_.Good_IsNewRecordMode(code) || !host_.entities.ReserveCode(host::TSoftwarePart::Goods, code))
+    if (!m_data.Good_IsNewRecordMode(code) || !m_host.entities.ReserveCode(host::TSoftwarePart::Goods, code))
         return false;
-    data_.Good_ChangeCode(code, current_);
-    current_ = code;
+    m_data.Good_ChangeCode(code, m_current);
+    m_current = code;
     return true;
 }
 
 void CodeProposal::End()
 {
-    if (current_ == 0)
+    if (m_current == 0)
         return;
-    current_ = 0;
-    host_.entities.ReleaseCodes(host::TSoftwarePart::Goods);
+    m_current = 0;
+    m_host.entities.ReleaseCodes(host::TSoftwarePart::Goods);
 }

@@ -7,7 +7,7 @@
 class CodeProposal
 {
 public:
-    CodeProposal(host::Host &host, TGood_DM &data) : host_(host), data_(data) {}
+    CodeProposal(host::Host &host, TGood_DM &data) : m_host(host), m_data(data) {}
 
     /// Proposes and reserves the first code of a new good; group 0 when none is chosen yet.
     int Begin(int group);
@@ -19,14 +19,14 @@ public:
     void End();
 
     /// The code that the working rows stand under; 0 when no new good is open.
-    int Current() const { return current_; }
+    int Current() const { return m_current; }
     /// The save had to take another code, and the working rows went with it.
-    void Moved(int code) { current_ = code; }
+    void Moved(int code) { m_current = code; }
 
 private:
     int Propose(int group);
 
-    host::Host &host_;
-    TGood_DM &data_;
-    int current_ = 0;
+    host::Host &m_host;
+    TGood_DM &m_data;
+    int m_current = 0;
 };

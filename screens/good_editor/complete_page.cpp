@@ -5,6 +5,8 @@
 #include "screens/good_editor/percent_rule.h"
 #include "ui_complete_page.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// The asset class "none".
@@ -15,50 +17,50 @@ constexpr int PositionLength = 100;
 } // namespace
 
 CompletePage::CompletePage(host::Host &host, TGood_DM &data, const goods::RuleRunner &run, QWidget *parent)
-    : QWidget(parent), host_(host), data_(data), ui_(std::make_unique<Ui::CompletePage>())
+    : QWidget(parent), m_host(host), m_data(data), m_ui(std::make_unique<Ui::CompletePage>())
 {
-    ui_->setupUi(this);
-    ui_->Position_EDT->setMaxLength(PositionLength);
+    m_ui->setupUi(this);
+    m_ui->Position_EDT->setMaxLength(PositionLength);
     // The discount percent of a good is kept for old documents only.
-    ui_->OffPercent_EDT->hide();
-    ui_->OffPercent_LBL->hide();
-    goods::OnLeave(ui_->Pos_EDT, goods::RuleTime::Afterwards, [this, run] { run([this] { return LeavePos(); }); });
-    goods::OnLeave(ui_->OffPercent_EDT, goods::RuleTime::Afterwards,
+    m_ui->OffPercent_EDT->hide();
+    m_ui->OffPercent_LBL->hide();
+    goods::OnLeave(m_ui->Pos_EDT, goods::RuleTime::Afterwards, [this, run] { run([this] { return LeavePos(); }); });
+    goods::OnLeave(m_ui->OffPercent_EDT, goods::RuleTime::Afterwards,
                    [this, run] { run([this] { return LeaveOffPercent(); }); });
     const auto keyboard = [this](const char16_t *layout) {
-        return [this, layout] { host_.keyboard.LoadKeyboardLayout(QString::fromUtf16(layout)); };
+        return [this, layout] { m_host.keyboard.LoadKeyboardLayout(QString::fromUtf16(layout)); };
     };
-    goods::OnEnter(ui_->SmsCode_EDT, keyboard(host::KeyboardService::English));
-    goods::OnLeave(ui_->SmsCode_EDT, goods::RuleTime::AtOnce, keyboard(host::KeyboardService::Persian));
-    connect(ui_->Tag_editor, &host::TagsPanel::Changed, this, &CompletePage::Changed);
+    goods::OnEnter(m_ui->SmsCode_EDT, keyboard(host::KeyboardService::English));
+    goods::OnLeave(m_ui->SmsCode_EDT, goods::RuleTime::AtOnce, keyboard(host::KeyboardService::Persian));
+    connect(m_ui->Tag_editor, &host::TagsPanel::Changed, this, &CompletePage::Changed);
 }
 
 CompletePage::~CompletePage() = default;
 
 BarcodeFields::Edits CompletePage::BarcodeEdits(BarcodeEdit *first) const
 {
-    return {first, ui_->BarCode2_EDT, ui_->BarCode3_EDT, ui_->BarCode4_EDT, ui_->BarCode5_EDT, ui_->BarCode6_EDT};
+    return {first, m_ui->BarCode2_EDT, m_ui->BarCode3_EDT, m_ui->BarCode4_EDT, m_ui->BarCode5_EDT, m_ui->BarCode6_EDT};
 }
 
 QWidget *CompletePage::BarcodesPanel() const
 {
-    return ui_->BarCodes_PNL;
+    return m_ui->BarCodes_PNL;
 }
 
 void CompletePage::FillLists()
 {
-    ui_->DaraiGoodType_CMB->clear();
-    for (const host::Entity &type : host_.finance.Fill_FinanceGoodTypes())
-        ui_->DaraiGoodType_CMB->addItem(type.Name, type.Code);
-    if (ui_->DaraiGoodType_CMB->findData(NoGoodType) < 0)
-        ui_->DaraiGoodType_CMB->insertItem(0, QStringLiteral("هيچکدام"), NoGoodType);
+    m_ui->DaraiGoodType_CMB->clear();
+    for (const host::Entity &type : m_host.finance.Fill_FinanceGoodTypes())
+        m_ui->DaraiGoodType_CMB->addItem(type.Name, type.Code);
+    if (m_ui->DaraiGoodType_CMB->findData(NoGoodType) < 0)
+        m_ui->DaraiGoodType_CMB->insertItem(0, u"هيچکدام"_s, NoGoodType);
     FillTags();
 }
 
 void CompletePage::FillTags()
 {
-    data_.GetAllTagsWithColor();
-    const host::Dataset &rows = data_.Tags_qry;
+    m_data.GetAllTagsWithColor();
+    const host::Dataset &rows = m_data.Tags_qry;
     QList<host::Tag> tags;
     for (int row = 0; row < rows.RecordCount(); ++row) {
         // The image of a colour is one pixel of it.
@@ -66,7 +68,7 @@ void CompletePage::FillTags()
         tags.append({rows.FieldAt(row, u"ID").toInt(), rows.FieldAt(row, u"Name").toString(),
                      image.isNull() ? QColor() : image.pixelColor(image.rect().center())});
     }
-    ui_->Tag_editor->SetAvailable(tags);
+    m_ui->Tag_editor->SetAvailable(tags);
 }
 
 void CompletePage::Clear()
@@ -76,70 +78,69 @@ void CompletePage::Clear()
 
 void CompletePage::Show(const TGoodInfoRec &rec)
 {
-    ui_->Weight_EDT->SetNumber(rec.Weight);
-    ui_->Length_EDT->SetNumber(rec.Length);
-    ui_->Width_EDT->SetNumber(rec.Width);
-    ui_->Heigth_EDT->SetNumber(rec.Height);
-    ui_->Pos_EDT->setText(rec.Pos.isEmpty() ? QStringLiteral("0") : rec.Pos);
-    ui_->OffPercent_EDT->SetNumber(rec.OffPercent);
-    ui_->SmsCode_EDT->setText(rec.SMSCode);
-    ui_->Position_EDT->setText(rec.Position);
-    ui_->DetailUniqueCode_EDT->setText(rec.DetailUniqueCode);
-    ui_->DaraiGoodType_CMB->setCurrentIndex(ui_->DaraiGoodType_CMB->findData(rec.DaraiGoodType));
-    ui_->Tag_editor->SetCodesText(rec.tags);
-    ui_->Comment_EDT->setPlainText(rec.Comment);
+    m_ui->Weight_EDT->SetNumber(rec.Weight);
+    m_ui->Length_EDT->SetNumber(rec.Length);
+    m_ui->Width_EDT->SetNumber(rec.Width);
+    m_ui->Heigth_EDT->SetNumber(rec.Height);
+    m_ui->Pos_EDT->setText(rec.Pos.isEmpty() ? u"0"_s : rec.Pos);
+    m_ui->OffPercent_EDT->SetNumber(rec.OffPercent);
+    m_ui->SmsCode_EDT->setText(rec.SMSCode);
+    m_ui->Position_EDT->setText(rec.Position);
+    m_ui->DetailUniqueCode_EDT->setText(rec.DetailUniqueCode);
+    m_ui->DaraiGoodType_CMB->setCurrentIndex(m_ui->DaraiGoodType_CMB->findData(rec.DaraiGoodType));
+    m_ui->Tag_editor->SetCodesText(rec.tags);
+    m_ui->Comment_EDT->setPlainText(rec.Comment);
 }
 
 void CompletePage::Store(TGoodInfoRec &rec) const
 {
-    rec.Weight = ui_->Weight_EDT->Number();
-    rec.Length = ui_->Length_EDT->Number();
-    rec.Width = ui_->Width_EDT->Number();
-    rec.Height = ui_->Heigth_EDT->Number();
-    rec.Pos = ui_->Pos_EDT->text();
-    rec.OffPercent = ui_->OffPercent_EDT->Number();
-    rec.SMSCode = ui_->SmsCode_EDT->text();
-    rec.Position = ui_->Position_EDT->text();
-    rec.DetailUniqueCode = ui_->DetailUniqueCode_EDT->text();
-    rec.DaraiGoodType = static_cast<qint16>(ui_->DaraiGoodType_CMB->currentData().toInt());
-    rec.tags = ui_->Tag_editor->CodesText();
-    rec.Comment = ui_->Comment_EDT->toPlainText();
+    rec.Weight = m_ui->Weight_EDT->Number();
+    rec.Length = m_ui->Length_EDT->Number();
+    rec.Width = m_ui->Width_EDT->Number();
+    rec.Height = m_ui->Heigth_EDT->Number();
+    rec.Pos = m_ui->Pos_EDT->text();
+    rec.OffPercent = m_ui->OffPercent_EDT->Number();
+    rec.SMSCode = m_ui->SmsCode_EDT->text();
+    rec.Position = m_ui->Position_EDT->text();
+    rec.DetailUniqueCode = m_ui->DetailUniqueCode_EDT->text();
+    rec.DaraiGoodType = static_cast<qint16>(m_ui->DaraiGoodType_CMB->currentData().toInt());
+    rec.tags = m_ui->Tag_editor->CodesText();
+    rec.Comment = m_ui->Comment_EDT->toPlainText();
 }
 
 goods::Refused CompletePage::LeavePos()
 {
-    ui_->Pos_EDT->ZeroWhenEmpty();
-    return goods::LimitPercent(ui_->Pos_EDT);
+    m_ui->Pos_EDT->ZeroWhenEmpty();
+    return goods::LimitPercent(m_ui->Pos_EDT);
 }
 
 goods::Refused CompletePage::LeaveOffPercent()
 {
-    return goods::LimitPercent(ui_->OffPercent_EDT);
+    return goods::LimitPercent(m_ui->OffPercent_EDT);
 }
 
 goods::Refused CompletePage::LeaveFocused()
 {
-    if (ui_->Pos_EDT->hasFocus())
+    if (m_ui->Pos_EDT->hasFocus())
         return LeavePos();
-    return ui_->OffPercent_EDT->hasFocus() ? LeaveOffPercent() : goods::Refused();
+    return m_ui->OffPercent_EDT->hasFocus() ? LeaveOffPercent() : goods::Refused();
 }
 
 goods::Refused CompletePage::CheckSmsCode(int code) const
 {
-    const QString caption = QStringLiteral("کد پيامکي");
-    if (ui_->SmsCode_EDT->IsEmpty())
-        return goods::RequiredField(ui_->SmsCode_EDT, caption);
-    if (!data_.Good_IsExistSMSCode(code, ui_->SmsCode_EDT->text()))
+    const QString caption = u"کد پيامکي"_s;
+    if (m_ui->SmsCode_EDT->IsEmpty())
+        return goods::RequiredField(m_ui->SmsCode_EDT, caption);
+    if (!m_data.Good_IsExistSMSCode(code, m_ui->SmsCode_EDT->text()))
         return {};
-    return host::Refusal{ui_->SmsCode_EDT,
+    return host::Refusal{m_ui->SmsCode_EDT,
                          [caption](host::MessageService &messages) { messages.MsgRepeatedCode(caption); }};
 }
 
 goods::Refused CompletePage::CheckSizes() const
 {
-    for (const auto &[edit, caption] :
-         {std::pair(ui_->Weight_EDT, QStringLiteral("وزن")), std::pair(ui_->Length_EDT, QStringLiteral("طول")),
-          std::pair(ui_->Width_EDT, QStringLiteral("عرض")), std::pair(ui_->Heigth_EDT, QStringLiteral("ارتفاع"))})
+    for (const auto &[edit, caption] : {std::pair(m_ui->Weight_EDT, u"وزن"_s), std::pair(m_ui->Length_EDT, u"طول"_s),
+                                        std::pair(m_ui->Width_EDT, u"عرض"_s), std::pair(m_ui->Heigth_EDT, u"ارتفاع"_s)})
         if (edit->IsEmpty())
             return goods::RequiredField(edit, caption);
     return {};
@@ -147,15 +148,15 @@ goods::Refused CompletePage::CheckSizes() const
 
 goods::Refused CompletePage::CheckUniqueCode(int code) const
 {
-    const QString uniqueCode = ui_->DetailUniqueCode_EDT->text();
-    if (uniqueCode.isEmpty() || data_.Good_ExistDetailUniqueCode(code, uniqueCode) == 0)
+    const QString uniqueCode = m_ui->DetailUniqueCode_EDT->text();
+    if (uniqueCode.isEmpty() || m_data.Good_ExistDetailUniqueCode(code, uniqueCode) == 0)
         return {};
-    return host::Refusal{ui_->DetailUniqueCode_EDT, [](host::MessageService &messages) {
-                             messages.MsgRepeatedField(QStringLiteral("کد تفصیلی یکتا"), QStringLiteral("کالا"));
+    return host::Refusal{m_ui->DetailUniqueCode_EDT, [](host::MessageService &messages) {
+                             messages.MsgRepeatedField(u"کد تفصیلی یکتا"_s, u"کالا"_s);
                          }};
 }
 
 void CompletePage::SetReadOnly(bool readOnly)
 {
-    ui_->Tag_editor->setReadOnly(readOnly);
+    m_ui->Tag_editor->setReadOnly(readOnly);
 }

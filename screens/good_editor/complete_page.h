@@ -4,7 +4,7 @@
 #include "screens/good_editor/barcode_fields.h"
 #include "screens/good_editor/refusals.h"
 
-#include <QtWidgets/QWidget>
+#include <QWidget>
 
 #include <memory>
 
@@ -50,7 +50,7 @@ private:
     goods::Refused LeavePos();
     void FillTags();
 
-    host::Host &host_;
-    TGood_DM &data_;
-    std::unique_ptr<Ui::CompletePage> ui_;
+    host::Host &m_host;
+    TGood_DM &m_data;
+    std::unique_ptr<Ui::CompletePage> m_ui;
 };

@@ -2,90 +2,92 @@
 
 #include "ui_cost_level_page.h"
 
+using namespace Qt::StringLiterals;
+
 CostLevelPage::CostLevelPage(host::Host &host, TGood_DM &data, const goods::Boundary &run, QWidget *parent)
-    : QWidget(parent), host_(host), data_(data), ui_(std::make_unique<Ui::CostLevelPage>())
+    : QWidget(parent), m_host(host), m_data(data), m_ui(std::make_unique<Ui::CostLevelPage>())
 {
-    ui_->setupUi(this);
-    sell_ = new CostLevelSide(CostLevelSide::Sell(), data, ui_->SellDetails_GRD, ui_->SellDefault_CMB,
-                              ui_->SellHint_LBL, run, this);
-    buy_ = new CostLevelSide(CostLevelSide::Buy(), data, ui_->BuyDetails_GRD, ui_->BuyDefault_CMB, ui_->BuyHint_LBL,
-                             run, this);
-    for (CostLevelSide *side : {sell_, buy_})
+    m_ui->setupUi(this);
+    m_sell = new CostLevelSide(CostLevelSide::Sell(), data, m_ui->SellDetails_GRD, m_ui->SellDefault_CMB,
+                               m_ui->SellHint_LBL, run, this);
+    m_buy = new CostLevelSide(CostLevelSide::Buy(), data, m_ui->BuyDetails_GRD, m_ui->BuyDefault_CMB, m_ui->BuyHint_LBL,
+                              run, this);
+    for (CostLevelSide *side : {m_sell, m_buy})
         connect(side, &CostLevelSide::Changed, this, &CostLevelPage::Changed);
-    sellFinal_ = new FinalPriceSwitch(ui_->Cost_with_Tax_Sell_CHK, ui_->Cost_with_Tax_Sell_LBL,
-                                      ui_->Cost_with_Tax_Sell_ASB, this);
-    buyFinal_ =
-        new FinalPriceSwitch(ui_->Cost_with_Tax_Buy_CHK, ui_->Cost_with_Tax_Buy_LBL, ui_->Cost_with_Tax_Buy_ASB, this);
-    connect(sellFinal_, &FinalPriceSwitch::TurnedOn, this, &CostLevelPage::WarnOfSettings);
+    m_sellFinal = new FinalPriceSwitch(m_ui->Cost_with_Tax_Sell_CHK, m_ui->Cost_with_Tax_Sell_LBL,
+                                       m_ui->Cost_with_Tax_Sell_ASB, this);
+    m_buyFinal = new FinalPriceSwitch(m_ui->Cost_with_Tax_Buy_CHK, m_ui->Cost_with_Tax_Buy_LBL,
+                                      m_ui->Cost_with_Tax_Buy_ASB, this);
+    connect(m_sellFinal, &FinalPriceSwitch::TurnedOn, this, &CostLevelPage::WarnOfSettings);
 }
 
 CostLevelPage::~CostLevelPage() = default;
 
 void CostLevelPage::Open(int goodCode, host::TFormMode mode)
 {
-    isNew_ = mode == host::TFormMode::New;
+    m_isNew = mode == host::TFormMode::New;
     if (mode != host::TFormMode::Review)
-        data_.CostLevel_Prepare(goodCode, static_cast<int>(mode));
-    sell_->Open(goodCode, mode);
-    buy_->Open(goodCode, mode);
-    for (FinalPriceSwitch *toggle : {sellFinal_, buyFinal_})
-        toggle->SetVisible(host_.settings.SettingRecord().FinalPrices);
+        m_data.CostLevel_Prepare(goodCode, static_cast<int>(mode));
+    m_sell->Open(goodCode, mode);
+    m_buy->Open(goodCode, mode);
+    for (FinalPriceSwitch *toggle : {m_sellFinal, m_buyFinal})
+        toggle->SetVisible(m_host.settings.SettingRecord().FinalPrices);
 }
 
 void CostLevelPage::MoveTo(int goodCode)
 {
-    sell_->MoveTo(goodCode);
-    buy_->MoveTo(goodCode);
+    m_sell->MoveTo(goodCode);
+    m_buy->MoveTo(goodCode);
 }
 
 void CostLevelPage::Show(const TGoodInfoRec &rec)
 {
-    sellFinal_->Show(rec.Tax_In_SellCosts);
-    buyFinal_->Show(rec.Tax_In_BuyCosts);
+    m_sellFinal->Show(rec.Tax_In_SellCosts);
+    m_buyFinal->Show(rec.Tax_In_BuyCosts);
 }
 
 void CostLevelPage::Store(TGoodInfoRec &rec) const
 {
-    rec.Tax_In_SellCosts = sellFinal_->IsOn();
-    rec.Tax_In_BuyCosts = buyFinal_->IsOn();
+    rec.Tax_In_SellCosts = m_sellFinal->IsOn();
+    rec.Tax_In_BuyCosts = m_buyFinal->IsOn();
 }
 
 void CostLevelPage::SetBothExempt(bool exempt)
 {
-    sellFinal_->SetBothExempt(exempt, isNew_);
-    buyFinal_->SetBothExempt(exempt, isNew_);
+    m_sellFinal->SetBothExempt(exempt, m_isNew);
+    m_buyFinal->SetBothExempt(exempt, m_isNew);
 }
 
 void CostLevelPage::SetReadOnly(bool readOnly)
 {
-    sell_->SetReadOnly(readOnly);
-    buy_->SetReadOnly(readOnly);
+    m_sell->SetReadOnly(readOnly);
+    m_buy->SetReadOnly(readOnly);
 }
 
 void CostLevelPage::Post()
 {
-    sell_->Post();
-    buy_->Post();
+    m_sell->Post();
+    m_buy->Post();
 }
 
 goods::Refused CostLevelPage::CheckDefaults()
 {
-    for (host::Grid *grid : {ui_->SellDetails_GRD, ui_->BuyDetails_GRD})
+    for (host::Grid *grid : {m_ui->SellDetails_GRD, m_ui->BuyDetails_GRD})
         // Leaving its editor hands the price that is being typed to the row.
         if (grid->hasFocus() || grid->isAncestorOf(QApplication::focusWidget()))
             grid->setFocus();
     Post();
-    if (goods::Refused refused = sell_->CheckDefault())
+    if (goods::Refused refused = m_sell->CheckDefault())
         return refused;
-    return buy_->CheckDefault();
+    return m_buy->CheckDefault();
 }
 
 void CostLevelPage::WarnOfSettings()
 {
-    const host::TSettingRecord &settings = host_.settings.SettingRecord();
+    const host::TSettingRecord &settings = m_host.settings.SettingRecord();
     if (settings.RowDiscounts && settings.ValueAddedTax)
         return;
-    host_.messages.ShowMessage(QStringLiteral("کاربر گرامی جهت استفاده درست از این قسمت باید از تنظیمات نرم افزار "
-                                              "تخفیف سطری و عوارض و مالیات بر ارزش افزوده فعال باشند"),
-                               host::MessageIcon::Warning);
+    m_host.messages.ShowMessage(u"کاربر گرامی جهت استفاده درست از این قسمت باید از تنظیمات نرم افزار "
+                                "تخفیف سطری و عوارض و مالیات بر ارزش افزوده فعال باشند"_s,
+                                host::MessageIcon::Warning);
 }

@@ -3,7 +3,7 @@
 #include "screens/good_editor/cost_level_side.h"
 #include "screens/good_editor/final_price_switch.h"
 
-#include <QtWidgets/QWidget>
+#include <QWidget>
 
 #include <memory>
 
@@ -29,8 +29,8 @@ public:
     void Store(TGoodInfoRec &rec) const;
 
     /// Prices or default level of a side were changed since the good was opened.
-    bool SellChanged() const { return sell_->IsChanged(); }
-    bool BuyChanged() const { return buy_->IsChanged(); }
+    bool SellChanged() const { return m_sell->IsChanged(); }
+    bool BuyChanged() const { return m_buy->IsChanged(); }
 
     void SetBothExempt(bool exempt);
     void SetReadOnly(bool readOnly);
@@ -45,12 +45,12 @@ signals:
 private:
     void WarnOfSettings();
 
-    host::Host &host_;
-    TGood_DM &data_;
-    std::unique_ptr<Ui::CostLevelPage> ui_;
-    CostLevelSide *sell_;
-    CostLevelSide *buy_;
-    FinalPriceSwitch *sellFinal_;
-    FinalPriceSwitch *buyFinal_;
-    bool isNew_ = true;
+    host::Host &m_host;
+    TGood_DM &m_data;
+    std::unique_ptr<Ui::CostLevelPage> m_ui;
+    CostLevelSide *m_sell;
+    CostLevelSide *m_buy;
+    FinalPriceSwitch *m_sellFinal;
+    FinalPriceSwitch *m_buyFinal;
+    bool m_isNew = true;
 };

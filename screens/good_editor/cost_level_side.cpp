@@ -6,11 +6,13 @@
 #include "screens/good_editor/leave_watch.h"
 #include "screens/good_editor/price_delegate.h"
 
-#include <QtGui/QKeyEvent>
-#include <QtWidgets/QApplication>
-#include <QtWidgets/QComboBox>
-#include <QtWidgets/QHeaderView>
-#include <QtWidgets/QLabel>
+#include <QApplication>
+#include <QComboBox>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLabel>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -36,106 +38,105 @@ CostLevelSide::Operations CostLevelSide::Buy()
 
 CostLevelSide::CostLevelSide(const Operations &operations, TGood_DM &data, host::Grid *grid, QComboBox *defaultLevel,
                              QLabel *hint, goods::Boundary run, QObject *parent)
-    : QObject(parent), operations_(operations), data_(data), grid_(grid), default_(defaultLevel), hint_(hint),
-      hintText_(hint->text()), run_(std::move(run))
+    : QObject(parent), m_operations(operations), m_data(data), m_grid(grid), m_default(defaultLevel), m_hint(hint),
+      m_hintText(hint->text()), m_run(std::move(run))
 {
-    grid_->SetColumns({{QStringLiteral("Name"), QStringLiteral("سطح قیمت"), 122},
-                       {QStringLiteral("Cost"), QStringLiteral("قیمت"), 115, false, host::ColumnFormat::Price},
-                       {QStringLiteral("deftitle"), QStringLiteral("پیش فرض"), 74}});
-    grid_->SetSource(&Rows(), QStringLiteral("CostLevelCode"));
-    grid_->horizontalHeader()->setStretchLastSection(true);
-    connect(default_, &QComboBox::activated, this, [this] { run_([this] { ChooseDefault(); }); });
-    auto *prices = new PriceDelegate(grid_);
-    grid_->setItemDelegateForColumn(PriceColumn, prices);
+    m_grid->SetColumns({{u"Name"_s, u"سطح قیمت"_s, 122},
+                        {u"Cost"_s, u"قیمت"_s, 115, false, host::ColumnFormat::Price},
+                        {u"deftitle"_s, u"پیش فرض"_s, 74}});
+    m_grid->SetSource(&Rows(), u"CostLevelCode"_s);
+    m_grid->horizontalHeader()->setStretchLastSection(true);
+    connect(m_default, &QComboBox::activated, this, [this] { m_run([this] { ChooseDefault(); }); });
+    auto *prices = new PriceDelegate(m_grid);
+    m_grid->setItemDelegateForColumn(PriceColumn, prices);
     SetReadOnly(false);
-    hint_->setFont(host::theme::InterfaceFont(HintPoints));
+    m_hint->setFont(host::theme::InterfaceFont(HintPoints));
     connect(prices, &PriceDelegate::Entered, this, &CostLevelSide::NextPrice);
-    connect(grid_, &host::Grid::RowActivated, this, [this] { EditPrice(grid_->currentIndex().row()); });
+    connect(m_grid, &host::Grid::RowActivated, this, [this] { EditPrice(m_grid->currentIndex().row()); });
     connect(&Rows(), &host::Dataset::FieldChanged, this, &CostLevelSide::MarkChanged);
     connect(&Rows(), &host::Dataset::Failed, this,
-            [this](const QString &text) { run_([text] { throw host::DatabaseError(text); }); });
+            [this](const QString &text) { m_run([text] { throw host::DatabaseError(text); }); });
     // Later, because a grid that is still moving cannot be sent back.
-    connect(grid_, &host::Grid::CurrentKeyChanged, this, &CostLevelSide::PostLeftRow, Qt::QueuedConnection);
-    grid_->installEventFilter(this);
-    goods::OnEnter(grid_, [this] { StandOnPrice(grid_->currentIndex().row()); });
-    goods::OnLeave(grid_, goods::RuleTime::Afterwards, [this] {
+    connect(m_grid, &host::Grid::CurrentKeyChanged, this, &CostLevelSide::PostLeftRow, Qt::QueuedConnection);
+    m_grid->installEventFilter(this);
+    goods::OnEnter(m_grid, [this] { StandOnPrice(m_grid->currentIndex().row()); });
+    goods::OnLeave(m_grid, goods::RuleTime::Afterwards, [this] {
         // The editor of a cell belongs to the grid.
-        if (!grid_->isAncestorOf(QApplication::focusWidget()))
-            run_([this] { Post(); });
+        if (!m_grid->isAncestorOf(QApplication::focusWidget()))
+            m_run([this] { Post(); });
     });
 }
 
 void CostLevelSide::Open(int goodCode, host::TFormMode mode)
 {
     if (mode == host::TFormMode::Review)
-        (data_.*operations_.View)(goodCode);
+        (m_data.*m_operations.View)(goodCode);
     else
         MoveTo(goodCode);
     QList<host::Entity> levels;
-    const int chosen = (data_.*operations_.Fill)(levels, goodCode);
-    default_->clear();
+    const int chosen = (m_data.*m_operations.Fill)(levels, goodCode);
+    m_default->clear();
     for (const host::Entity &level : levels)
-        default_->addItem(level.Name, level.Code);
-    default_->setCurrentIndex(chosen);
-    defaultStored_ = true;
-    changed_ = false;
+        m_default->addItem(level.Name, level.Code);
+    m_default->setCurrentIndex(chosen);
+    m_defaultStored = true;
+    m_changed = false;
 }
 
 void CostLevelSide::MarkChanged()
 {
-    changed_ = true;
+    m_changed = true;
     emit Changed();
 }
 
 void CostLevelSide::MoveTo(int goodCode)
 {
-    good_ = goodCode;
-    (data_.*operations_.GetAll)(goodCode);
+    m_good = goodCode;
+    (m_data.*m_operations.GetAll)(goodCode);
     // A good that came from elsewhere has no price row; its first save makes one.
-    hint_->setText(Rows().IsEmpty()
-                       ? QStringLiteral("این کالا هنوز ردیف قیمت ندارد؛ پس از ذخیره می توانید قیمت ها را وارد کنید.")
-                       : hintText_);
+    m_hint->setText(Rows().IsEmpty() ? u"این کالا هنوز ردیف قیمت ندارد؛ پس از ذخیره می توانید قیمت ها را وارد کنید."_s
+                                     : m_hintText);
 }
 
 void CostLevelSide::SetReadOnly(bool readOnly)
 {
     // Without working prices there is nothing to mark as the default.
-    default_->setEnabled(!readOnly && !Rows().IsEmpty());
-    grid_->setEditTriggers(readOnly ? QAbstractItemView::NoEditTriggers
-                                    : QAbstractItemView::DoubleClicked | QAbstractItemView::SelectedClicked |
-                                          QAbstractItemView::AnyKeyPressed | QAbstractItemView::EditKeyPressed);
+    m_default->setEnabled(!readOnly && !Rows().IsEmpty());
+    m_grid->setEditTriggers(readOnly ? QAbstractItemView::NoEditTriggers
+                                     : QAbstractItemView::DoubleClicked | QAbstractItemView::SelectedClicked |
+                                           QAbstractItemView::AnyKeyPressed | QAbstractItemView::EditKeyPressed);
 }
 
 void CostLevelSide::StandOnPrice(int row)
 {
-    grid_->setCurrentIndex(grid_->model()->index(qMax(row, 0), PriceColumn));
+    m_grid->setCurrentIndex(m_grid->model()->index(qMax(row, 0), PriceColumn));
 }
 
 void CostLevelSide::EditPrice(int row)
 {
     StandOnPrice(row);
-    if (grid_->editTriggers() != QAbstractItemView::NoEditTriggers && grid_->currentIndex().isValid())
-        grid_->edit(grid_->currentIndex());
+    if (m_grid->editTriggers() != QAbstractItemView::NoEditTriggers && m_grid->currentIndex().isValid())
+        m_grid->edit(m_grid->currentIndex());
 }
 
 void CostLevelSide::NextPrice()
 {
-    const int next = grid_->currentIndex().row() + 1;
-    run_([this] { Post(); });
+    const int next = m_grid->currentIndex().row() + 1;
+    m_run([this] { Post(); });
     if (Rows().IsEditing())
         StandOnPrice(next - 1); // the price is still to be written, Enter tries again
-    else if (next < grid_->RowCount())
+    else if (next < m_grid->RowCount())
         EditPrice(next);
     else
-        default_->setFocus(Qt::TabFocusReason);
+        m_default->setFocus(Qt::TabFocusReason);
 }
 
 void CostLevelSide::PostLeftRow()
 {
     const int typed = Rows().CurrentRow();
-    if (!Rows().IsEditing() || grid_->CurrentSourceRow() == typed)
+    if (!Rows().IsEditing() || m_grid->CurrentSourceRow() == typed)
         return;
-    run_([this] { Post(); });
+    m_run([this] { Post(); });
     if (Rows().IsEditing())
         StandOnPrice(typed);
 }
@@ -143,10 +144,10 @@ void CostLevelSide::PostLeftRow()
 bool CostLevelSide::eventFilter(QObject *watched, QEvent *event)
 {
     // A grid takes typed characters into a cell by itself, a pasted price only this way.
-    if (watched == grid_ && event->type() == QEvent::KeyPress &&
+    if (watched == m_grid && event->type() == QEvent::KeyPress &&
         static_cast<QKeyEvent *>(event)->matches(QKeySequence::Paste)) {
-        EditPrice(grid_->currentIndex().row());
-        if (QWidget *editor = grid_->indexWidget(grid_->currentIndex()))
+        EditPrice(m_grid->currentIndex().row());
+        if (QWidget *editor = m_grid->indexWidget(m_grid->currentIndex()))
             QCoreApplication::sendEvent(editor, event);
         return true;
     }
@@ -157,7 +158,7 @@ void CostLevelSide::Post()
 {
     if (Rows().IsEditing())
         PostPrice();
-    if (!defaultStored_)
+    if (!m_defaultStored)
         StoreDefault();
 }
 
@@ -167,30 +168,30 @@ void CostLevelSide::PostPrice()
         Rows().Post();
     } catch (const host::DatabaseError &) {
         // Another desk may have cleared the working rows; what this one shows takes their place.
-        if (!(data_.*operations_.Restore)(good_))
+        if (!(m_data.*m_operations.Restore)(m_good))
             throw;
     }
 }
 
 void CostLevelSide::ChooseDefault()
 {
-    defaultStored_ = false;
+    m_defaultStored = false;
     MarkChanged();
     Post();
 }
 
 void CostLevelSide::StoreDefault()
 {
-    (data_.*operations_.Restore)(good_);
-    (data_.*operations_.Update)(good_, default_->currentData().toInt());
-    defaultStored_ = true;
-    (data_.*operations_.GetAll)(good_);
+    (m_data.*m_operations.Restore)(m_good);
+    (m_data.*m_operations.Update)(m_good, m_default->currentData().toInt());
+    m_defaultStored = true;
+    (m_data.*m_operations.GetAll)(m_good);
 }
 
 goods::Refused CostLevelSide::CheckDefault() const
 {
-    const int level = default_->currentData().toInt();
-    if (level == 0 || !(data_.*operations_.NotSelect)(good_, level))
+    const int level = m_default->currentData().toInt();
+    if (level == 0 || !(m_data.*m_operations.NotSelect)(m_good, level))
         return {};
-    return goods::RequiredField(grid_, QStringLiteral("قيمت سطح پيش فرض"));
+    return goods::RequiredField(m_grid, u"قيمت سطح پيش فرض"_s);
 }

@@ -3,7 +3,7 @@
 #include "data/goods/good_dm.h"
 #include "screens/good_editor/refusals.h"
 
-#include <QtCore/QObject>
+#include <QObject>
 
 class QComboBox;
 class QLabel;
@@ -45,7 +45,7 @@ public:
     void Post();
     void SetReadOnly(bool readOnly);
     /// A price or the default level was changed since Open().
-    bool IsChanged() const { return changed_; }
+    bool IsChanged() const { return m_changed; }
 
     goods::Refused CheckDefault() const;
 
@@ -54,7 +54,7 @@ signals:
     void Changed();
 
 private:
-    host::Dataset &Rows() const { return data_.*operations_.rows; }
+    host::Dataset &Rows() const { return m_data.*m_operations.rows; }
     void ChooseDefault();
     void StoreDefault();
     void PostPrice();
@@ -67,14 +67,14 @@ private:
     /// Enter in a price goes down the column, behind the last one to the default level.
     void NextPrice();
 
-    Operations operations_;
-    TGood_DM &data_;
-    host::Grid *grid_;
-    QComboBox *default_;
-    QLabel *hint_;
-    QString hintText_;
-    goods::Boundary run_;
-    int good_ = 0;
-    bool changed_ = false;
-    bool defaultStored_ = true; ///< the working rows know the level that is chosen
+    Operations m_operations;
+    TGood_DM &m_data;
+    host::Grid *m_grid;
+    QComboBox *m_default;
+    QLabel *m_hint;
+    QString m_hintText;
+    goods::Boundary m_run;
+    int m_good = 0;
+    bool m_changed = false;
+    bool m_defaultStored = true; ///< the working rows know the level that is chosen
 };

@@ -2,35 +2,37 @@
 
 #include "ui_details_page.h"
 
-#include <QtWidgets/QHeaderView>
+#include <QHeaderView>
+
+using namespace Qt::StringLiterals;
 
 DetailsPage::DetailsPage(TGood_DM &data, QWidget *parent)
-    : QWidget(parent), data_(data), ui_(std::make_unique<Ui::DetailsPage>())
+    : QWidget(parent), m_data(data), m_ui(std::make_unique<Ui::DetailsPage>())
 {
-    ui_->setupUi(this);
-    ui_->DetailCommands_PNL->hide();
-    ui_->GoodDetails_GRD->SetColumns({{QStringLiteral("GoodDetailTitle"), QStringLiteral("عنوان جزئیات"), 360}});
-    ui_->GoodDetails_GRD->SetSource(&data_.GoodDetails_QRY, QStringLiteral("ID"));
-    ui_->GoodDetails_GRD->horizontalHeader()->setStretchLastSection(true);
+    m_ui->setupUi(this);
+    m_ui->DetailCommands_PNL->hide();
+    m_ui->GoodDetails_GRD->SetColumns({{u"GoodDetailTitle"_s, u"عنوان جزئیات"_s, 360}});
+    m_ui->GoodDetails_GRD->SetSource(&m_data.GoodDetails_QRY, u"ID"_s);
+    m_ui->GoodDetails_GRD->horizontalHeader()->setStretchLastSection(true);
 }
 
 DetailsPage::~DetailsPage() = default;
 
 void DetailsPage::OpenNew(int goodCode)
 {
-    data_.CreateGoodDetailTempTable();
-    data_.InsertDefaultDetailTypesSelectedListInNewGood(QString::number(goodCode));
+    m_data.CreateGoodDetailTempTable();
+    m_data.InsertDefaultDetailTypesSelectedListInNewGood(QString::number(goodCode));
     Refresh();
 }
 
 void DetailsPage::OpenExisting(int goodCode)
 {
-    data_.FillGoodDetails(goodCode);
+    m_data.FillGoodDetails(goodCode);
     Refresh();
 }
 
 void DetailsPage::Refresh()
 {
-    data_.GoodDetailTemp_GetAll();
-    ui_->DetailHint_LBL->setVisible(!HasRows());
+    m_data.GoodDetailTemp_GetAll();
+    m_ui->DetailHint_LBL->setVisible(!HasRows());
 }

@@ -2,7 +2,7 @@
 
 #include "data/goods/good_dm.h"
 
-#include <QtWidgets/QWidget>
+#include <QWidget>
 
 #include <memory>
 
@@ -23,11 +23,11 @@ public:
     void OpenNew(int goodCode);
     /// Makes the working list of an existing good: its own.
     void OpenExisting(int goodCode);
-    bool HasRows() const { return !data_.GoodDetails_QRY.IsEmpty(); }
+    bool HasRows() const { return !m_data.GoodDetails_QRY.IsEmpty(); }
 
 private:
     void Refresh();
 
-    TGood_DM &data_;
-    std::unique_ptr<Ui::DetailsPage> ui_;
+    TGood_DM &m_data;
+    std::unique_ptr<Ui::DetailsPage> m_ui;
 };

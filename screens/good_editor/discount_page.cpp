@@ -2,19 +2,22 @@
 
 #include "ui_discount_page.h"
 
-DiscountPage::DiscountPage(QWidget *parent) : QWidget(parent), ui_(std::make_unique<Ui::DiscountPage>())
+using namespace Qt::StringLiterals;
+
+DiscountPage::DiscountPage(QWidget *parent) : QWidget(parent), m_ui(std::make_unique<Ui::DiscountPage>())
 {
-    ui_->setupUi(this);
-    sell_ = std::make_unique<DiscountSide>(DiscountSide::Edits{ui_->Discount_Sell_1_EDT, ui_->Discount_Sell_2_EDT,
-                                                               ui_->Discount_Sell_3_EDT, ui_->Discount_Sell_4_EDT},
-                                           ui_->Default_Discount_Sell_CMB);
-    buy_ = std::make_unique<DiscountSide>(DiscountSide::Edits{ui_->Discount_Buy_1_EDT, ui_->Discount_Buy_2_EDT,
-                                                              ui_->Discount_Buy_3_EDT, ui_->Discount_Buy_4_EDT},
-                                          ui_->Default_Discount_Buy_CMB);
-    tax_ = new LevyChoice(ui_->TaxGlobalSetting_RB, ui_->TaxPercent_RB, ui_->TaxExempt_RB, ui_->TaxPercent_edt, this);
-    toll_ = new LevyChoice(ui_->ChargeGlobalSetting_RB, ui_->ChargePercent_RB, ui_->ChargeExempt_RB,
-                           ui_->ChargePercent_edt, this);
-    for (LevyChoice *levy : {tax_, toll_})
+    m_ui->setupUi(this);
+    m_sell = std::make_unique<DiscountSide>(DiscountSide::Edits{m_ui->Discount_Sell_1_EDT, m_ui->Discount_Sell_2_EDT,
+                                                                m_ui->Discount_Sell_3_EDT, m_ui->Discount_Sell_4_EDT},
+                                            m_ui->Default_Discount_Sell_CMB);
+    m_buy = std::make_unique<DiscountSide>(DiscountSide::Edits{m_ui->Discount_Buy_1_EDT, m_ui->Discount_Buy_2_EDT,
+                                                               m_ui->Discount_Buy_3_EDT, m_ui->Discount_Buy_4_EDT},
+                                           m_ui->Default_Discount_Buy_CMB);
+    m_tax =
+        new LevyChoice(m_ui->TaxGlobalSetting_RB, m_ui->TaxPercent_RB, m_ui->TaxExempt_RB, m_ui->TaxPercent_edt, this);
+    m_toll = new LevyChoice(m_ui->ChargeGlobalSetting_RB, m_ui->ChargePercent_RB, m_ui->ChargeExempt_RB,
+                            m_ui->ChargePercent_edt, this);
+    for (LevyChoice *levy : {m_tax, m_toll})
         connect(levy, &LevyChoice::Changed, this, &DiscountPage::LevyChanged);
 }
 
@@ -27,60 +30,59 @@ void DiscountPage::Clear()
 
 void DiscountPage::Show(const TGoodInfoRec &rec)
 {
-    tax_->Show(goods::Loaded({rec.TaxExempt, rec.TaxPercent}));
-    toll_->Show(goods::Loaded({rec.ChargeExempt, rec.ChargePercent}));
-    ui_->GroupDiscount_CHK->setChecked(rec.GroupDiscount);
-    sell_->Show(rec.Price.Discount_Sell, rec.Price.Default_Discount_Sell_Number);
-    buy_->Show(rec.Price.Discount_Buy, rec.Price.Default_Discount_Buy_Number);
+    m_tax->Show(goods::Loaded({rec.TaxExempt, rec.TaxPercent}));
+    m_toll->Show(goods::Loaded({rec.ChargeExempt, rec.ChargePercent}));
+    m_ui->GroupDiscount_CHK->setChecked(rec.GroupDiscount);
+    m_sell->Show(rec.Price.Discount_Sell, rec.Price.Default_Discount_Sell_Number);
+    m_buy->Show(rec.Price.Discount_Buy, rec.Price.Default_Discount_Buy_Number);
 }
 
 void DiscountPage::Store(TGoodInfoRec &rec) const
 {
-    const goods::StoredLevy tax = goods::Stored(tax_->Value());
+    const goods::StoredLevy tax = goods::Stored(m_tax->Value());
     rec.TaxExempt = tax.exempt;
     rec.TaxPercent = tax.percent;
-    const goods::StoredLevy toll = goods::Stored(toll_->Value());
+    const goods::StoredLevy toll = goods::Stored(m_toll->Value());
     rec.ChargeExempt = toll.exempt;
     rec.ChargePercent = toll.percent;
-    rec.GroupDiscount = ui_->GroupDiscount_CHK->isChecked();
-    rec.Price.Discount_Sell = sell_->Values();
-    rec.Price.Default_Discount_Sell_Number = sell_->DefaultNumber();
-    rec.Price.Discount_Buy = buy_->Values();
-    rec.Price.Default_Discount_Buy_Number = buy_->DefaultNumber();
+    rec.GroupDiscount = m_ui->GroupDiscount_CHK->isChecked();
+    rec.Price.Discount_Sell = m_sell->Values();
+    rec.Price.Default_Discount_Sell_Number = m_sell->DefaultNumber();
+    rec.Price.Discount_Buy = m_buy->Values();
+    rec.Price.Default_Discount_Buy_Number = m_buy->DefaultNumber();
 }
 
 bool DiscountPage::BothExempt() const
 {
-    return tax_->IsExempt() && toll_->IsExempt();
+    return m_tax->IsExempt() && m_toll->IsExempt();
 }
 
 goods::Refused DiscountPage::CheckLevies() const
 {
-    if (goods::Refused refused = tax_->CheckPercent(QStringLiteral("درصد مالیات")))
+    if (goods::Refused refused = m_tax->CheckPercent(u"درصد مالیات"_s))
         return refused;
-    return toll_->CheckPercent(QStringLiteral("درصد عوارض"));
+    return m_toll->CheckPercent(u"درصد عوارض"_s);
 }
 
 void DiscountPage::ZeroWhenEmpty()
 {
-    sell_->ZeroWhenEmpty();
-    buy_->ZeroWhenEmpty();
+    m_sell->ZeroWhenEmpty();
+    m_buy->ZeroWhenEmpty();
 }
 
 goods::Refused DiscountPage::CheckRates() const
 {
-    const QString fourth = QStringLiteral("تخفیف نوع 4");
-    goods::Refused refused = buy_->CheckRates(
-        {QStringLiteral("تخفیف نوع 1"), QStringLiteral("تخفیف نوع 2"), QStringLiteral("تخفیف نوع 3"), fourth});
+    const QString fourth = u"تخفیف نوع 4"_s;
+    goods::Refused refused = m_buy->CheckRates({u"تخفیف نوع 1"_s, u"تخفیف نوع 2"_s, u"تخفیف نوع 3"_s, fourth});
     if (refused)
         return refused;
     // Users know the refusal of any sale rate by the name of the fourth.
-    return sell_->CheckRates({fourth, fourth, fourth, fourth});
+    return m_sell->CheckRates({fourth, fourth, fourth, fourth});
 }
 
 goods::Refused DiscountPage::CheckDefaults() const
 {
-    if (goods::Refused refused = buy_->CheckDefault(QStringLiteral("تخفیف پیش فرض خرید")))
+    if (goods::Refused refused = m_buy->CheckDefault(u"تخفیف پیش فرض خرید"_s))
         return refused;
-    return sell_->CheckDefault(QStringLiteral("تخفیف پیش فرض فروش"));
+    return m_sell->CheckDefault(u"تخفیف پیش فرض فروش"_s);
 }

@@ -4,7 +4,7 @@
 #include "screens/good_editor/discount_side.h"
 #include "screens/good_editor/levy_choice.h"
 
-#include <QtWidgets/QWidget>
+#include <QWidget>
 
 #include <memory>
 
@@ -26,7 +26,7 @@ public:
     void Store(TGoodInfoRec &rec) const;
 
     /// The own percents of tax and toll.
-    std::array<host::NumericEdit *, 2> PercentEdits() const { return {tax_->Percent(), toll_->Percent()}; }
+    std::array<host::NumericEdit *, 2> PercentEdits() const { return {m_tax->Percent(), m_toll->Percent()}; }
     /// The good pays neither tax nor toll.
     bool BothExempt() const;
 
@@ -40,9 +40,9 @@ signals:
     void LevyChanged();
 
 private:
-    std::unique_ptr<Ui::DiscountPage> ui_;
-    std::unique_ptr<DiscountSide> sell_;
-    std::unique_ptr<DiscountSide> buy_;
-    LevyChoice *tax_;
-    LevyChoice *toll_;
+    std::unique_ptr<Ui::DiscountPage> m_ui;
+    std::unique_ptr<DiscountSide> m_sell;
+    std::unique_ptr<DiscountSide> m_buy;
+    LevyChoice *m_tax;
+    LevyChoice *m_toll;
 };

@@ -1,55 +1,57 @@
 #include "screens/good_editor/discount_side.h"
 
-#include <QtWidgets/QComboBox>
+#include <QComboBox>
 
-DiscountSide::DiscountSide(const Edits &edits, QComboBox *defaultRate) : edits_(edits), default_(defaultRate)
+using namespace Qt::StringLiterals;
+
+DiscountSide::DiscountSide(const Edits &edits, QComboBox *defaultRate) : m_edits(edits), m_default(defaultRate)
 {
-    for (size_t number = 1; number <= edits_.size(); ++number)
-        default_->addItem(QStringLiteral("تخفیف نوع %1").arg(number));
+    for (size_t number = 1; number <= m_edits.size(); ++number)
+        m_default->addItem(u"تخفیف نوع %1"_s.arg(number));
 }
 
 void DiscountSide::Show(const Rates &rates, int defaultNumber)
 {
-    for (size_t i = 0; i < edits_.size(); ++i)
-        edits_[i]->SetNumber(rates[i]);
-    const bool known = defaultNumber >= 1 && defaultNumber <= default_->count();
-    default_->setCurrentIndex(known ? defaultNumber - 1 : -1);
+    for (size_t i = 0; i < m_edits.size(); ++i)
+        m_edits[i]->SetNumber(rates[i]);
+    const bool known = defaultNumber >= 1 && defaultNumber <= m_default->count();
+    m_default->setCurrentIndex(known ? defaultNumber - 1 : -1);
 }
 
 DiscountSide::Rates DiscountSide::Values() const
 {
     Rates rates;
-    for (size_t i = 0; i < edits_.size(); ++i)
-        rates[i] = edits_[i]->Number();
+    for (size_t i = 0; i < m_edits.size(); ++i)
+        rates[i] = m_edits[i]->Number();
     return rates;
 }
 
 int DiscountSide::DefaultNumber() const
 {
-    return default_->currentIndex() + 1;
+    return m_default->currentIndex() + 1;
 }
 
 void DiscountSide::ZeroWhenEmpty()
 {
-    for (host::NumericEdit *edit : edits_)
+    for (host::NumericEdit *edit : m_edits)
         edit->ZeroWhenEmpty();
 }
 
 goods::Refused DiscountSide::CheckRates(const QStringList &captions) const
 {
-    for (size_t i = 0; i < edits_.size(); ++i) {
-        const host::Quantity rate = edits_[i]->Number();
-        if (!edits_[i]->isEnabled() || (rate >= 0 && rate <= 100))
+    for (size_t i = 0; i < m_edits.size(); ++i) {
+        const host::Quantity rate = m_edits[i]->Number();
+        if (!m_edits[i]->isEnabled() || (rate >= 0 && rate <= 100))
             continue;
-        return host::Refusal{edits_[i], [caption = captions.at(static_cast<qsizetype>(i))](
-                                            host::MessageService &messages) { messages.MsgPercent(caption); }};
+        return host::Refusal{m_edits[i], [caption = captions.at(static_cast<qsizetype>(i))](
+                                             host::MessageService &messages) { messages.MsgPercent(caption); }};
     }
     return {};
 }
 
 goods::Refused DiscountSide::CheckDefault(const QString &caption) const
 {
-    if (default_->currentIndex() >= 0)
+    if (m_default->currentIndex() >= 0)
         return {};
-    return goods::RequiredField(default_, caption);
+    return goods::RequiredField(m_default, caption);
 }

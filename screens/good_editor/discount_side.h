@@ -3,7 +3,7 @@
 #include "host/controls/numeric_edit.h"
 #include "screens/good_editor/refusals.h"
 
-#include <QtCore/QStringList>
+#include <QStringList>
 
 #include <array>
 
@@ -30,6 +30,6 @@ public:
     goods::Refused CheckDefault(const QString &caption) const;
 
 private:
-    Edits edits_;
-    QComboBox *default_;
+    Edits m_edits;
+    QComboBox *m_default;
 };

@@ -1,23 +1,25 @@
 #include "screens/good_editor/final_price_switch.h"
 
-#include <QtCore/QEvent>
-#include <QtWidgets/QAbstractButton>
-#include <QtWidgets/QLabel>
-#include <QtWidgets/QToolTip>
+#include <QAbstractButton>
+#include <QEvent>
+#include <QLabel>
+#include <QToolTip>
+
+using namespace Qt::StringLiterals;
 
 FinalPriceSwitch::FinalPriceSwitch(QAbstractButton *button, QLabel *label, QAbstractButton *information,
                                    QObject *parent)
-    : QObject(parent), button_(button), label_(label), information_(information)
+    : QObject(parent), m_button(button), m_label(label), m_information(information)
 {
-    information_->setToolTip(QStringLiteral("به دلیل غیر فعال بودن تنظیمات عوارض و مالیات و یا تخفیف سطری ، امکان "
-                                            "استفاده از این امکان وجود ندارد"));
-    label_->installEventFilter(this);
+    m_information->setToolTip(u"به دلیل غیر فعال بودن تنظیمات عوارض و مالیات و یا تخفیف سطری ، امکان "
+                              "استفاده از این امکان وجود ندارد"_s);
+    m_label->installEventFilter(this);
     // Whoever works by keys or by touch has no pointer to rest on it.
-    connect(information_, &QAbstractButton::clicked, this, [this] {
-        const QPoint below = information_->mapToGlobal(information_->rect().bottomLeft());
-        QToolTip::showText(below, information_->toolTip(), information_);
+    connect(m_information, &QAbstractButton::clicked, this, [this] {
+        const QPoint below = m_information->mapToGlobal(m_information->rect().bottomLeft());
+        QToolTip::showText(below, m_information->toolTip(), m_information);
     });
-    connect(button_, &QAbstractButton::clicked, this, [this](bool on) {
+    connect(m_button, &QAbstractButton::clicked, this, [this](bool on) {
         if (on)
             emit TurnedOn();
     });
@@ -25,36 +27,36 @@ FinalPriceSwitch::FinalPriceSwitch(QAbstractButton *button, QLabel *label, QAbst
 
 bool FinalPriceSwitch::eventFilter(QObject *watched, QEvent *event)
 {
-    if (watched == label_ && event->type() == QEvent::MouseButtonRelease && button_->isEnabled())
-        button_->click();
+    if (watched == m_label && event->type() == QEvent::MouseButtonRelease && m_button->isEnabled())
+        m_button->click();
     return false;
 }
 
 void FinalPriceSwitch::SetVisible(bool visible)
 {
-    visible_ = visible;
-    button_->setVisible(visible);
-    label_->setVisible(visible);
-    information_->setVisible(visible && !button_->isEnabled());
+    m_visible = visible;
+    m_button->setVisible(visible);
+    m_label->setVisible(visible);
+    m_information->setVisible(visible && !m_button->isEnabled());
 }
 
 void FinalPriceSwitch::Show(bool on)
 {
-    loadedOn_ = on;
-    button_->setChecked(on);
+    m_loadedOn = on;
+    m_button->setChecked(on);
 }
 
 bool FinalPriceSwitch::IsOn() const
 {
-    return button_->isChecked();
+    return m_button->isChecked();
 }
 
 void FinalPriceSwitch::SetBothExempt(bool exempt, bool isNew)
 {
-    const bool closed = exempt && (isNew || !loadedOn_);
+    const bool closed = exempt && (isNew || !m_loadedOn);
     if (closed)
-        button_->setChecked(false);
-    button_->setEnabled(!closed);
-    label_->setEnabled(!closed);
-    information_->setVisible(visible_ && exempt);
+        m_button->setChecked(false);
+    m_button->setEnabled(!closed);
+    m_label->setEnabled(!closed);
+    m_information->setVisible(m_visible && exempt);
 }

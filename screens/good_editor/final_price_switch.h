@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QtCore/QObject>
+#include <QObject>
 
 class QAbstractButton;
 class QLabel;
@@ -29,9 +29,9 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    QAbstractButton *button_;
-    QLabel *label_;
-    QAbstractButton *information_;
-    bool visible_ = false;
-    bool loadedOn_ = false;
+    QAbstractButton *m_button;
+    QLabel *m_label;
+    QAbstractButton *m_information;
+    bool m_visible = false;
+    bool m_loadedOn = false;
 };

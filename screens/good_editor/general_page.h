@@ -3,7 +3,7 @@
 #include "screens/good_editor/opening_fields.h"
 #include "screens/good_editor/refusals.h"
 
-#include <QtWidgets/QWidget>
+#include <QWidget>
 
 #include <memory>
 
@@ -24,7 +24,7 @@ public:
     GeneralPage(host::Host &host, TGood_DM &data, const goods::Boundary &run, QWidget *parent = nullptr);
     ~GeneralPage() override;
 
-    OpeningFields &Opening() { return *opening_; }
+    OpeningFields &Opening() { return *m_opening; }
     BarcodeEdit *BarCode1() const;
     host::NumericEdit *CodeEdit() const;
     QWidget *NameEdit() const;
@@ -58,8 +58,8 @@ private:
     void ShowFullName();
     void SelectGroup(int group);
 
-    host::Host &host_;
-    TGood_DM &data_;
-    std::unique_ptr<Ui::GeneralPage> ui_;
-    OpeningFields *opening_;
+    host::Host &m_host;
+    TGood_DM &m_data;
+    std::unique_ptr<Ui::GeneralPage> m_ui;
+    OpeningFields *m_opening;
 };

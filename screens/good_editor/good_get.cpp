@@ -12,8 +12,10 @@
 #include "screens/good_editor/leave_watch.h"
 #include "ui_good_get.h"
 
-#include <QtWidgets/QLayout>
-#include <QtWidgets/QPushButton>
+#include <QLayout>
+#include <QPushButton>
+
+using namespace Qt::StringLiterals;
 
 using host::TFormMode;
 using host::TOperationType;
@@ -27,27 +29,27 @@ constexpr QSize WindowSize(720, 650);
 } // namespace
 
 TGood_Get_FRM::TGood_Get_FRM(host::Host &host)
-    : TBaseGet_New_FRM(host, TSoftwarePart::Goods), ui_(std::make_unique<Ui::TGood_Get_FRM>()),
-      data_(host.DM, host.settings, host.entities), code_(host, data_)
+    : TBaseGet_New_FRM(host, TSoftwarePart::Goods), m_ui(std::make_unique<Ui::TGood_Get_FRM>()),
+      m_data(host.DM, host.settings, host.entities), m_code(host, m_data)
 {
-    setObjectName(QStringLiteral("TGood_Get_FRM"));
-    SetTitle(QStringLiteral("اطلاعات کالا "));
+    setObjectName(u"TGood_Get_FRM"_s);
+    SetTitle(u"اطلاعات کالا "_s);
     setMinimumSize(WindowSize);
     resize(WindowSize);
-    ui_->setupUi(Content());
+    m_ui->setupUi(Content());
     BuildPages();
     BindPages();
-    SetCodeEdit(general_->CodeEdit());
-    picture_ = AddFooterButton(QStringLiteral("Picture_BTN"), QStringLiteral("ثب&ت عکس"));
-    Bind(picture_, {}, [this] { OpenPhotos(); });
+    SetCodeEdit(m_general->CodeEdit());
+    m_picture = AddFooterButton(u"Picture_BTN"_s, u"ثب&ت عکس"_s);
+    Bind(m_picture, {}, [this] { OpenPhotos(); });
     // Shortcuts, because a chooser would take the digit for the beginning of an entry.
-    for (int number = 1; number <= ui_->PageControl1->count(); ++number)
+    for (int number = 1; number <= m_ui->PageControl1->count(); ++number)
         BindKey(QKeySequence(QKeyCombination(Qt::ControlModifier, Qt::Key(Qt::Key_0 + number))), Title(),
                 [this, number] { ShowTab(number); });
     // The way out stays at the end.
     ExitButton()->parentWidget()->layout()->addWidget(ExitButton());
-    setTabOrder(SaveButton(), picture_);
-    setTabOrder(picture_, ExitButton());
+    setTabOrder(SaveButton(), m_picture);
+    setTabOrder(m_picture, ExitButton());
 }
 
 TGood_Get_FRM::~TGood_Get_FRM() = default;
@@ -56,34 +58,35 @@ void TGood_Get_FRM::BuildPages()
 {
     const auto run = [this](const std::function<void()> &body) { Command(Title(), body); };
     const auto rule = [this](const std::function<goods::Refused()> &body) { RunRule(body); };
-    general_ = new GeneralPage(m_host, data_, run, this);
-    prices_ = new CostLevelPage(m_host, data_, run, this);
-    details_ = new DetailsPage(data_, this);
-    complete_ = new CompletePage(m_host, data_, rule, this);
-    discounts_ = new DiscountPage(this);
-    categories_ = new CategoryPage(m_host, data_, rule, this);
+    m_general = new GeneralPage(m_host, m_data, run, this);
+    m_prices = new CostLevelPage(m_host, m_data, run, this);
+    m_details = new DetailsPage(m_data, this);
+    m_complete = new CompletePage(m_host, m_data, rule, this);
+    m_discounts = new DiscountPage(this);
+    m_categories = new CategoryPage(m_host, m_data, rule, this);
     for (QWidget *page :
-         std::initializer_list<QWidget *>{general_, prices_, details_, complete_, discounts_, categories_})
-        ui_->PageControl1->addTab(page, page->windowTitle());
-    barcodes_ = new BarcodeFields(complete_->BarcodeEdits(general_->BarCode1()), complete_->BarcodesPanel(), m_host,
-                                  data_, rule, this);
-    validation_ = std::make_unique<GoodValidation>(
-        m_host, data_, GoodValidation::Pages{*general_, *prices_, *details_, *complete_, *discounts_, *barcodes_});
+         std::initializer_list<QWidget *>{m_general, m_prices, m_details, m_complete, m_discounts, m_categories})
+        m_ui->PageControl1->addTab(page, page->windowTitle());
+    m_barcodes = new BarcodeFields(m_complete->BarcodeEdits(m_general->BarCode1()), m_complete->BarcodesPanel(), m_host,
+                                   m_data, rule, this);
+    m_validation = std::make_unique<GoodValidation>(
+        m_host, m_data,
+        GoodValidation::Pages{*m_general, *m_prices, *m_details, *m_complete, *m_discounts, *m_barcodes});
 }
 
 void TGood_Get_FRM::BindPages()
 {
-    connect(general_, &GeneralPage::GroupPicked, this, [this](int group) {
+    connect(m_general, &GeneralPage::GroupPicked, this, [this](int group) {
         if (!IsLoading() && IsNew() && IsShowing())
             Command(Title(), [this, group] { ProposeCode(group); });
     });
-    goods::OnLeave(general_->CodeEdit(), goods::RuleTime::Afterwards,
+    goods::OnLeave(m_general->CodeEdit(), goods::RuleTime::Afterwards,
                    [this] { RunRule([this] { return TakeTypedCode(); }); });
-    for (host::NumericEdit *percent : discounts_->PercentEdits())
+    for (host::NumericEdit *percent : m_discounts->PercentEdits())
         goods::OnLeave(percent, goods::RuleTime::Afterwards,
-                       [this] { RunRule([this] { return complete_->LeaveOffPercent(); }); });
-    connect(discounts_, &DiscountPage::LevyChanged, this, [this] {
-        prices_->SetBothExempt(discounts_->BothExempt());
+                       [this] { RunRule([this] { return m_complete->LeaveOffPercent(); }); });
+    connect(m_discounts, &DiscountPage::LevyChanged, this, [this] {
+        m_prices->SetBothExempt(m_discounts->BothExempt());
         if (!IsLoading())
             SetIsSaved(false);
     });
@@ -91,10 +94,10 @@ void TGood_Get_FRM::BindPages()
         if (!IsLoading())
             SetIsSaved(false);
     };
-    connect(prices_, &CostLevelPage::Changed, this, changed);
-    connect(categories_, &CategoryPage::Changed, this, changed);
-    connect(complete_, &CompletePage::Changed, this, changed);
-    connect(barcodes_, &BarcodeFields::Completed, this, [this](BarcodeEdit *edit) {
+    connect(m_prices, &CostLevelPage::Changed, this, changed);
+    connect(m_categories, &CategoryPage::Changed, this, changed);
+    connect(m_complete, &CompletePage::Changed, this, changed);
+    connect(m_barcodes, &BarcodeFields::Completed, this, [this](BarcodeEdit *edit) {
         SetIsSaved(false);
         // A click on the button leaves the focus where it was.
         edit->setFocus();
@@ -104,16 +107,16 @@ void TGood_Get_FRM::BindPages()
 
 void TGood_Get_FRM::ShowTab(int number)
 {
-    for (int index = 0, shown = 0; index < ui_->PageControl1->count(); ++index)
-        if (ui_->PageControl1->isTabVisible(index) && ++shown == number)
-            ui_->PageControl1->setCurrentIndex(index);
+    for (int index = 0, shown = 0; index < m_ui->PageControl1->count(); ++index)
+        if (m_ui->PageControl1->isTabVisible(index) && ++shown == number)
+            m_ui->PageControl1->setCurrentIndex(index);
 }
 
 void TGood_Get_FRM::MoveWorkingRows(int code)
 {
-    barcodes_->SetGood(code);
-    prices_->MoveTo(code);
-    categories_->MoveTo(code);
+    m_barcodes->SetGood(code);
+    m_prices->MoveTo(code);
+    m_categories->MoveTo(code);
 }
 
 void TGood_Get_FRM::OpenPhotos()
@@ -124,23 +127,23 @@ void TGood_Get_FRM::OpenPhotos()
 
 void TGood_Get_FRM::ProposeCode(int group)
 {
-    const int code = code_.ChangeGroup(group);
-    general_->SetCode(code);
+    const int code = m_code.ChangeGroup(group);
+    m_general->SetCode(code);
     MoveWorkingRows(code);
     SetIsSaved(false);
 }
 
 goods::Refused TGood_Get_FRM::TakeTypedCode()
 {
-    const int code = general_->Code();
-    if (!IsNew() || code == 0 || code == code_.Current())
+    const int code = m_general->Code();
+    if (!IsNew() || code == 0 || code == m_code.Current())
         return {};
-    if (code_.TakeTyped(code)) {
+    if (m_code.TakeTyped(code)) {
         MoveWorkingRows(code);
         return {};
     }
-    return host::Refusal{general_->CodeEdit(),
-                         [](host::MessageService &messages) { messages.MsgRepeatedCode(QStringLiteral("کد")); }};
+    return host::Refusal{m_general->CodeEdit(),
+                         [](host::MessageService &messages) { messages.MsgRepeatedCode(u"کد"_s); }};
 }
 
 void TGood_Get_FRM::RunRule(const std::function<goods::Refused()> &rule)
@@ -157,26 +160,26 @@ void TGood_Get_FRM::RunRule(const std::function<goods::Refused()> &rule)
 
 void TGood_Get_FRM::Prepare()
 {
-    loaded_ = TGoodInfoRec();
+    m_loaded = TGoodInfoRec();
     const int group = ParameterText().toInt();
-    general_->FillGroups();
-    complete_->FillLists();
-    general_->Clear(group);
-    complete_->Clear();
-    discounts_->Clear();
-    barcodes_->Clear();
-    const int code = code_.Begin(group);
-    general_->SetCode(code);
-    barcodes_->SetGood(code);
-    prices_->Open(code, Mode());
-    prices_->Show(loaded_);
-    prices_->SetBothExempt(false);
-    categories_->Open(code, true);
-    details_->OpenNew(code);
+    m_general->FillGroups();
+    m_complete->FillLists();
+    m_general->Clear(group);
+    m_complete->Clear();
+    m_discounts->Clear();
+    m_barcodes->Clear();
+    const int code = m_code.Begin(group);
+    m_general->SetCode(code);
+    m_barcodes->SetGood(code);
+    m_prices->Open(code, Mode());
+    m_prices->Show(m_loaded);
+    m_prices->SetBothExempt(false);
+    m_categories->Open(code, true);
+    m_details->OpenNew(code);
     ApplyOpeningLock();
     // Each record begins at the first control of each tab, not where the last one was left.
-    for (int index = 0; index < ui_->PageControl1->count(); ++index) {
-        if (QWidget *last = ui_->PageControl1->widget(index)->focusWidget())
+    for (int index = 0; index < m_ui->PageControl1->count(); ++index) {
+        if (QWidget *last = m_ui->PageControl1->widget(index)->focusWidget())
             last->clearFocus();
     }
 }
@@ -184,106 +187,106 @@ void TGood_Get_FRM::Prepare()
 void TGood_Get_FRM::Load()
 {
     const int code = Key().toInt();
-    if (!data_.Good_GetByID(code, loaded_)) {
-        m_host.messages.ShowMessage(QStringLiteral("این کالا دیگر وجود ندارد."), host::MessageIcon::Warning);
+    if (!m_data.Good_GetByID(code, m_loaded)) {
+        m_host.messages.ShowMessage(u"این کالا دیگر وجود ندارد."_s, host::MessageIcon::Warning);
         AbortOpening();
         return;
     }
-    general_->FillGroups();
-    complete_->FillLists();
-    details_->OpenExisting(code);
-    general_->Show(loaded_);
-    barcodes_->SetGood(code);
-    barcodes_->Show(loaded_.AbbName);
-    complete_->Show(loaded_);
-    prices_->Open(code, Mode());
-    prices_->Show(loaded_);
-    discounts_->Show(loaded_);
-    prices_->SetBothExempt(discounts_->BothExempt());
+    m_general->FillGroups();
+    m_complete->FillLists();
+    m_details->OpenExisting(code);
+    m_general->Show(m_loaded);
+    m_barcodes->SetGood(code);
+    m_barcodes->Show(m_loaded.AbbName);
+    m_complete->Show(m_loaded);
+    m_prices->Open(code, Mode());
+    m_prices->Show(m_loaded);
+    m_discounts->Show(m_loaded);
+    m_prices->SetBothExempt(m_discounts->BothExempt());
     if (Mode() == TFormMode::Edit)
-        data_.FirstAsset_FillTemp(code);
+        m_data.FirstAsset_FillTemp(code);
     ApplyOpeningLock();
-    general_->Opening().SetDetailsEntered(m_host.goodDetails.EnterGoodDetails_Get(code, TOperationType::OpeningStock));
-    categories_->Open(code, Mode() == TFormMode::Edit);
+    m_general->Opening().SetDetailsEntered(m_host.goodDetails.EnterGoodDetails_Get(code, TOperationType::OpeningStock));
+    m_categories->Open(code, Mode() == TFormMode::Edit);
 }
 
 void TGood_Get_FRM::ApplyOpeningLock()
 {
-    const int code = general_->Code();
-    const bool severalStores = Mode() != TFormMode::Review && !data_.FirstAsset_NotIsMultiStore(code);
-    const bool locked = m_host.vouchers.IsConstStartPeriod() || (!IsNew() && data_.Good_HasSanadDetail(code));
-    general_->Opening().SetLocked(locked, severalStores);
-    general_->CodeEdit()->setReadOnly(!IsNew());
+    const int code = m_general->Code();
+    const bool severalStores = Mode() != TFormMode::Review && !m_data.FirstAsset_NotIsMultiStore(code);
+    const bool locked = m_host.vouchers.IsConstStartPeriod() || (!IsNew() && m_data.Good_HasSanadDetail(code));
+    m_general->Opening().SetLocked(locked, severalStores);
+    m_general->CodeEdit()->setReadOnly(!IsNew());
 }
 
 void TGood_Get_FRM::SetReadOnly(bool readOnly)
 {
     TBaseGet_New_FRM::SetReadOnly(readOnly);
-    prices_->SetReadOnly(readOnly);
-    picture_->setVisible(!readOnly);
-    complete_->SetReadOnly(readOnly);
+    m_prices->SetReadOnly(readOnly);
+    m_picture->setVisible(!readOnly);
+    m_complete->SetReadOnly(readOnly);
 }
 
 std::vector<host::Check> TGood_Get_FRM::Validate()
 {
-    return validation_->Checks({Mode(), loaded_.VoucherCode, [this] { return TakeTypedCode(); }});
+    return m_validation->Checks({Mode(), m_loaded.VoucherCode, [this] { return TakeTypedCode(); }});
 }
 
 void TGood_Get_FRM::Write()
 {
     GoodSave::Request request;
-    request.good = loaded_;
-    general_->Store(request.good);
-    request.good.AbbName = barcodes_->Text();
-    prices_->Store(request.good);
-    complete_->Store(request.good);
-    discounts_->Store(request.good);
+    request.good = m_loaded;
+    m_general->Store(request.good);
+    request.good.AbbName = m_barcodes->Text();
+    m_prices->Store(request.good);
+    m_complete->Store(request.good);
+    m_discounts->Store(request.good);
     request.isNew = IsNew();
-    request.severalStores = general_->Opening().SeveralStores();
-    request.loaded = general_->Opening().Loaded();
-    request.loadedStore = general_->Opening().LoadedStore();
-    request.sellChanged = prices_->SellChanged();
-    request.buyChanged = prices_->BuyChanged();
+    request.severalStores = m_general->Opening().SeveralStores();
+    request.loaded = m_general->Opening().Loaded();
+    request.loadedStore = m_general->Opening().LoadedStore();
+    request.sellChanged = m_prices->SellChanged();
+    request.buyChanged = m_prices->BuyChanged();
 
-    const int code = GoodSave(m_host, data_).Run(request);
-    replacedCode_ = code == request.good.Code ? 0 : request.good.Code;
+    const int code = GoodSave(m_host, m_data).Run(request);
+    m_replacedCode = code == request.good.Code ? 0 : request.good.Code;
     if (IsNew())
-        code_.Moved(code);
-    general_->SetCode(code);
+        m_code.Moved(code);
+    m_general->SetCode(code);
     SetKey(code);
 }
 
 void TGood_Get_FRM::AfterWrite()
 {
-    data_.CostLevel_DeleteTemp(Key().toInt());
-    m_host.messages.MSGCompeletedSuccessfully(QStringLiteral("ذخيره سازي کالا"));
-    if (replacedCode_ != 0)
+    m_data.CostLevel_DeleteTemp(Key().toInt());
+    m_host.messages.MSGCompeletedSuccessfully(u"ذخيره سازي کالا"_s);
+    if (m_replacedCode != 0)
         m_host.messages.ShowMessage(
-            QStringLiteral("کد %1 در این میان به کالای دیگری داده شد؛ این کالا با کد %2 ذخیره شد.")
-                .arg(replacedCode_)
+            u"کد %1 در این میان به کالای دیگری داده شد؛ این کالا با کد %2 ذخیره شد."_s.arg(m_replacedCode)
                 .arg(Key().toInt()),
             host::MessageIcon::Information);
-    replacedCode_ = 0;
+    m_replacedCode = 0;
 }
 
 QWidget *TGood_Get_FRM::FirstControl() const
 {
-    return openingPage_ == 0 ? general_->NameEdit() : nullptr;
+    return m_openingPage == 0 ? m_general->NameEdit() : nullptr;
 }
 
 QString TGood_Get_FRM::PrepareRecoveryQuery() const
 {
-    return QStringLiteral("select Code from GoodInf where Code = %1").arg(Key().toInt());
+    return u"select Code from GoodInf where Code = %1"_s.arg(Key().toInt());
 }
 
 void TGood_Get_FRM::FormShow()
 {
-    ui_->PageControl1->setTabVisible(ui_->PageControl1->indexOf(details_), m_host.settings.SettingRecord().GoodDetails);
-    if (openingPage_ < 0 || openingPage_ >= ui_->PageControl1->count())
-        openingPage_ = 0;
-    ui_->PageControl1->setCurrentIndex(openingPage_);
+    m_ui->PageControl1->setTabVisible(m_ui->PageControl1->indexOf(m_details),
+                                      m_host.settings.SettingRecord().GoodDetails);
+    if (m_openingPage < 0 || m_openingPage >= m_ui->PageControl1->count())
+        m_openingPage = 0;
+    m_ui->PageControl1->setCurrentIndex(m_openingPage);
     if (Mode() != TFormMode::Review)
-        data_.DeleteTmpCategory();
+        m_data.DeleteTmpCategory();
     TBaseGet_New_FRM::FormShow();
 }
 
@@ -291,7 +294,7 @@ void TGood_Get_FRM::FormShown()
 {
     // On another page than the first the focus is left to the page.
     TBaseGet_New_FRM::FormShown();
-    openingPage_ = 0;
+    m_openingPage = 0;
 }
 
 void TGood_Get_FRM::FormClose()
@@ -304,10 +307,10 @@ void TGood_Get_FRM::FormClose()
 void TGood_Get_FRM::DiscardWorkingRows()
 {
     const int code = WorkingCode();
-    data_.FirstAsset_DeleteTemp(code);
-    data_.undodelete_category(code);
-    data_.DeleteTmpCategory();
-    data_.DeleteTmpphoto(code);
-    data_.CostLevel_DeleteTemp(code);
-    code_.End();
+    m_data.FirstAsset_DeleteTemp(code);
+    m_data.undodelete_category(code);
+    m_data.DeleteTmpCategory();
+    m_data.DeleteTmpphoto(code);
+    m_data.CostLevel_DeleteTemp(code);
+    m_code.End();
 }

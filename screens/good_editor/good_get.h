@@ -1,9 +1,8 @@
 #pragma once
 
+#include "host/screens/base_get_new.h"
 #include "screens/good_editor/code_proposal.h"
 #include "screens/good_editor/good_validation.h"
-
-#include "host/screens/base_get_new.h"
 
 #include <memory>
 
@@ -23,7 +22,7 @@ public:
     ~TGood_Get_FRM() override;
 
     /// The tab that the next opening shows; 0, the first, unless set.
-    void SetOpeningPage(int index) { openingPage_ = index; }
+    void SetOpeningPage(int index) { m_openingPage = index; }
 
 protected:
     /// The opening text of a new good is the code of the group that is preset.
@@ -54,23 +53,23 @@ private:
     void DiscardWorkingRows();
     bool IsNew() const { return Mode() == host::TFormMode::New; }
     /// What the working rows stand under: for a new good the code it has been given so far.
-    int WorkingCode() const { return IsNew() ? code_.Current() : Key().toInt(); }
+    int WorkingCode() const { return IsNew() ? m_code.Current() : Key().toInt(); }
 
-    std::unique_ptr<Ui::TGood_Get_FRM> ui_;
-    TGood_DM data_;
-    CodeProposal code_;
-    GeneralPage *general_ = nullptr;
-    CostLevelPage *prices_ = nullptr;
-    DetailsPage *details_ = nullptr;
-    CompletePage *complete_ = nullptr;
-    DiscountPage *discounts_ = nullptr;
-    class CategoryPage *categories_ = nullptr;
-    BarcodeFields *barcodes_ = nullptr;
-    QPushButton *picture_ = nullptr;
-    std::unique_ptr<GoodValidation> validation_;
+    std::unique_ptr<Ui::TGood_Get_FRM> m_ui;
+    TGood_DM m_data;
+    CodeProposal m_code;
+    GeneralPage *m_general = nullptr;
+    CostLevelPage *m_prices = nullptr;
+    DetailsPage *m_details = nullptr;
+    CompletePage *m_complete = nullptr;
+    DiscountPage *m_discounts = nullptr;
+    class CategoryPage *m_categories = nullptr;
+    BarcodeFields *m_barcodes = nullptr;
+    QPushButton *m_picture = nullptr;
+    std::unique_ptr<GoodValidation> m_validation;
     /// The good as it was loaded: what no control shows is written back as it was.
-    TGoodInfoRec loaded_;
-    int openingPage_ = 0;
+    TGoodInfoRec m_loaded;
+    int m_openingPage = 0;
     /// The code that was asked for, when the good had to be saved under another one.
-    int replacedCode_ = 0;
+    int m_replacedCode = 0;
 };

@@ -3,24 +3,26 @@
 #include "host/data/transaction.h"
 #include "screens/good_editor/unit_arithmetic.h"
 
+using namespace Qt::StringLiterals;
+
 using host::TOperationType;
 using host::TSoftwarePart;
 
 int GoodSave::Run(Request request)
 {
     TGoodInfoRec &good = request.good;
-    host::Transaction transaction(data_.Connection());
+    host::Transaction transaction(m_data.Connection());
     if (request.isNew)
-        data_.Good_TakeCode(good.Code, good.GrpCode, host_.settings.SettingRecord().GoodCodeLength);
+        m_data.Good_TakeCode(good.Code, good.GrpCode, m_host.settings.SettingRecord().GoodCodeLength);
     WriteOpeningRow(request);
-    data_.TempToGoodCat(good.Code);
-    data_.DeleteTmpCategory();
+    m_data.TempToGoodCat(good.Code);
+    m_data.DeleteTmpCategory();
     WriteGood(request);
-    if (host_.settings.SettingRecord().GoodDetails)
-        host_.goodDetails.EnterGoodDetailSave(good.Code, TOperationType::OpeningStock);
-    host_.stock.SaveStorageAutoOperation(TSoftwarePart::Goods, good.Code);
+    if (m_host.settings.SettingRecord().GoodDetails)
+        m_host.goodDetails.EnterGoodDetailSave(good.Code, TOperationType::OpeningStock);
+    m_host.stock.SaveStorageAutoOperation(TSoftwarePart::Goods, good.Code);
     BookOpeningStock(request);
-    data_.TmpToMainPhoto(good.Code);
+    m_data.TmpToMainPhoto(good.Code);
     transaction.Commit();
     return good.Code;
 }
@@ -29,49 +31,49 @@ void GoodSave::WriteOpeningRow(const Request &request)
 {
     const TGoodInfoRec &good = request.good;
     if (!request.severalStores) {
-        data_.FirstAsset_DeleteTemp(good.Code);
+        m_data.FirstAsset_DeleteTemp(good.Code);
         const bool touched = request.isNew || !goods::SameQuantity(good.AvaBgPrd, request.loaded.first) ||
                              !goods::SameQuantity(good.AvaBgPrd2, request.loaded.second) ||
                              good.Store != request.loadedStore;
         // What was left alone stays as it is, also when another desk has changed it meanwhile.
-        if (!touched && data_.FirstAsset_IsSaved(good.Code))
+        if (!touched && m_data.FirstAsset_IsSaved(good.Code))
             return;
         // Without a quantity the good has no opening row.
         if (good.AvaBgPrd != 0 || good.AvaBgPrd2 != 0)
-            data_.GoodFirstAsset(good.Code, QString::number(good.Store), host::QuantityToText(good.AvaBgPrd),
-                                 host::QuantityToText(good.AvaBgPrd2));
+            m_data.GoodFirstAsset(good.Code, QString::number(good.Store), host::QuantityToText(good.AvaBgPrd),
+                                  host::QuantityToText(good.AvaBgPrd2));
     }
-    data_.GoodFirstAsset_SaveTemp(good.Code, good.AvaBgPrd, good.AvaBgPrd2);
+    m_data.GoodFirstAsset_SaveTemp(good.Code, good.AvaBgPrd, good.AvaBgPrd2);
 }
 
 void GoodSave::WriteGood(Request &request)
 {
     TGoodInfoRec &good = request.good;
     int d1 = 0, d2 = 0, d3 = 0, d4 = 0, d5 = 0;
-    data_.GetGoodDetailTempID(d1, d2, d3, d4, d5);
+    m_data.GetGoodDetailTempID(d1, d2, d3, d4, d5);
 
-    const host::TUserInfo &user = host_.settings.UserInfo();
-    const QString stamp = QStringLiteral("%1 (%2)").arg(user.Name, QString::number(user.Code));
-    (request.isNew ? good.CreatedTime : good.ModifiedTime) = host_.clock.NowTime();
-    (request.isNew ? good.CreatedDate : good.ModifiedDate) = host_.clock.NowShamsiDate();
+    const host::TUserInfo &user = m_host.settings.UserInfo();
+    const QString stamp = u"%1 (%2)"_s.arg(user.Name, QString::number(user.Code));
+    (request.isNew ? good.CreatedTime : good.ModifiedTime) = m_host.clock.NowTime();
+    (request.isNew ? good.CreatedDate : good.ModifiedDate) = m_host.clock.NowShamsiDate();
     (request.isNew ? good.UserCreated : good.UserModified) = stamp;
     if (request.isNew)
-        data_.Good_Insert(good);
+        m_data.Good_Insert(good);
     else
-        data_.Good_Update(good);
+        m_data.Good_Update(good);
     if (request.sellChanged)
-        data_.CostLevel_Sell_Restore(good.Code);
+        m_data.CostLevel_Sell_Restore(good.Code);
     if (request.buyChanged)
-        data_.CostLevel_Buy_Restore(good.Code);
-    data_.CostLevel_Save(good.Code);
+        m_data.CostLevel_Buy_Restore(good.Code);
+    m_data.CostLevel_Save(good.Code);
 
     // With good details switched off the working list is not asked, and the relations stay as they are.
-    if (!host_.settings.SettingRecord().GoodDetails)
+    if (!m_host.settings.SettingRecord().GoodDetails)
         return;
     if (request.isNew)
-        data_.InsertGoodDetailRelation(good.Code, d1, d2, d3, d4, d5);
+        m_data.InsertGoodDetailRelation(good.Code, d1, d2, d3, d4, d5);
     else
-        data_.UpdateGoodDetailRelation(good.Code, d1, d2, d3, d4, d5);
+        m_data.UpdateGoodDetailRelation(good.Code, d1, d2, d3, d4, d5);
 }
 
 void GoodSave::BookOpeningStock(const Request &request)
@@ -79,17 +81,17 @@ void GoodSave::BookOpeningStock(const Request &request)
     const TGoodInfoRec &good = request.good;
     const goods::OpeningValues entered{good.AvaBgPrd, good.AvaBgPrd2, good.CostBgPrd};
     switch (
-        goods::OpeningVoucherChange(request.loaded, entered, good.VoucherCode, host_.vouchers.IsConstStartPeriod())) {
+        goods::OpeningVoucherChange(request.loaded, entered, good.VoucherCode, m_host.vouchers.IsConstStartPeriod())) {
     case goods::VoucherChange::None:
         break;
     case goods::VoucherChange::Create:
-        host_.vouchers.SaveInLineAutoVoucher(good.Code);
+        m_host.vouchers.SaveInLineAutoVoucher(good.Code);
         break;
     case goods::VoucherChange::Change:
-        host_.vouchers.ChangeAutoVouchers(good.Code, good.VoucherCode, data_.GetFirstPeriodVoucherDate());
+        m_host.vouchers.ChangeAutoVouchers(good.Code, good.VoucherCode, m_data.GetFirstPeriodVoucherDate());
         break;
     case goods::VoucherChange::Rebuild:
-        host_.vouchers.SaveAutoVouchersAgain(good.Code);
+        m_host.vouchers.SaveAutoVouchersAgain(good.Code);
         break;
     }
 }

@@ -18,7 +18,7 @@ public:
         bool buyChanged = false;
     };
 
-    GoodSave(host::Host &host, TGood_DM &data) : host_(host), data_(data) {}
+    GoodSave(host::Host &host, TGood_DM &data) : m_host(host), m_data(data) {}
 
     /// Returns the code that the good was saved under: another one than asked for when another desk has taken that
     /// code meanwhile. Throws DatabaseError, having written nothing.
@@ -29,6 +29,6 @@ private:
     void WriteGood(Request &request);
     void BookOpeningStock(const Request &request);
 
-    host::Host &host_;
-    TGood_DM &data_;
+    host::Host &m_host;
+    TGood_DM &m_data;
 };

@@ -8,6 +8,8 @@
 #include "screens/good_editor/general_page.h"
 #include "screens/good_editor/unit_arithmetic.h"
 
+using namespace Qt::StringLiterals;
+
 using goods::Refused;
 using host::TFormMode;
 using host::TSoftwarePart;
@@ -21,39 +23,39 @@ constexpr int OpeningVoucherKind = 1;
 
 std::vector<host::Check> GoodValidation::Checks(const Subject &subject)
 {
-    subject_ = subject;
-    const Pages &p = pages_;
+    m_subject = subject;
+    const Pages &p = m_pages;
     return {
-        {QStringLiteral("UserMayWrite"), [this] { return UserMayWrite(); }},
-        {QStringLiteral("OpeningTyped"), [this] { return OpeningTyped(); }},
-        {QStringLiteral("TotalCostInRange"), [this] { return TotalCostInRange(); }},
-        {QStringLiteral("OpeningVoucherOpen"), [this] { return OpeningVoucherOpen(); }},
-        {QStringLiteral("BigAndSmallCopied"), [this] { return BigAndSmallCopied(); }},
-        {QStringLiteral("StockStaysPositive"), [this] { return StockStaysPositive(); }},
-        {QStringLiteral("FocusedFieldLeft"), [this] { return FocusedFieldLeft(); }},
-        {QStringLiteral("GroupHoldsGoods"), [p] { return p.general.CheckGroup(); }},
-        {QStringLiteral("CodeGiven"), [this] { return CodeGiven(); }},
-        {QStringLiteral("OpeningDetailsEntered"), [this] { return OpeningDetailsEntered(); }},
-        {QStringLiteral("SmsCodeUnique"), [this] { return SmsCodeUnique(); }},
-        {QStringLiteral("NameUnique"), [this] { return NameUnique(); }},
-        {QStringLiteral("UnitGiven"), [this] { return UnitGiven(); }},
-        {QStringLiteral("OpeningPriceGiven"), [p] { return p.general.Opening().CheckPrice(); }},
-        {QStringLiteral("StoreGiven"), [p] { return p.general.Opening().CheckStore(); }},
-        {QStringLiteral("FormulaGiven"), [p] { return p.general.Opening().CheckFormula(); }},
-        {QStringLiteral("SecondQuantityFollows"), [p] { return p.general.Opening().CheckSecondQuantity(); }},
-        {QStringLiteral("DefaultLevelsPriced"), [p] { return p.prices.CheckDefaults(); }},
-        {QStringLiteral("SizesGiven"), [p] { return p.complete.CheckSizes(); }},
-        {QStringLiteral("OwnLevyNotZero"), [p] { return p.discounts.CheckLevies(); }},
-        {QStringLiteral("RatesInRange"), [this] { return RatesInRange(); }},
-        {QStringLiteral("DefaultRatesChosen"), [p] { return p.discounts.CheckDefaults(); }},
-        {QStringLiteral("UniqueCodeValid"), [p] { return p.complete.CheckUniqueCode(p.general.Code()); }},
-        {QStringLiteral("BarcodesNotReserved"), [p] { return p.barcodes.CheckReserved(); }},
+        {u"UserMayWrite"_s, [this] { return UserMayWrite(); }},
+        {u"OpeningTyped"_s, [this] { return OpeningTyped(); }},
+        {u"TotalCostInRange"_s, [this] { return TotalCostInRange(); }},
+        {u"OpeningVoucherOpen"_s, [this] { return OpeningVoucherOpen(); }},
+        {u"BigAndSmallCopied"_s, [this] { return BigAndSmallCopied(); }},
+        {u"StockStaysPositive"_s, [this] { return StockStaysPositive(); }},
+        {u"FocusedFieldLeft"_s, [this] { return FocusedFieldLeft(); }},
+        {u"GroupHoldsGoods"_s, [p] { return p.general.CheckGroup(); }},
+        {u"CodeGiven"_s, [this] { return CodeGiven(); }},
+        {u"OpeningDetailsEntered"_s, [this] { return OpeningDetailsEntered(); }},
+        {u"SmsCodeUnique"_s, [this] { return SmsCodeUnique(); }},
+        {u"NameUnique"_s, [this] { return NameUnique(); }},
+        {u"UnitGiven"_s, [this] { return UnitGiven(); }},
+        {u"OpeningPriceGiven"_s, [p] { return p.general.Opening().CheckPrice(); }},
+        {u"StoreGiven"_s, [p] { return p.general.Opening().CheckStore(); }},
+        {u"FormulaGiven"_s, [p] { return p.general.Opening().CheckFormula(); }},
+        {u"SecondQuantityFollows"_s, [p] { return p.general.Opening().CheckSecondQuantity(); }},
+        {u"DefaultLevelsPriced"_s, [p] { return p.prices.CheckDefaults(); }},
+        {u"SizesGiven"_s, [p] { return p.complete.CheckSizes(); }},
+        {u"OwnLevyNotZero"_s, [p] { return p.discounts.CheckLevies(); }},
+        {u"RatesInRange"_s, [this] { return RatesInRange(); }},
+        {u"DefaultRatesChosen"_s, [p] { return p.discounts.CheckDefaults(); }},
+        {u"UniqueCodeValid"_s, [p] { return p.complete.CheckUniqueCode(p.general.Code()); }},
+        {u"BarcodesNotReserved"_s, [p] { return p.barcodes.CheckReserved(); }},
     };
 }
 
 Refused GoodValidation::UserMayWrite() const
 {
-    if (host::MayWrite(host_, TSoftwarePart::Goods, subject_.mode))
+    if (host::MayWrite(m_host, TSoftwarePart::Goods, m_subject.mode))
         return {};
     return goods::ToldAlready();
 }
@@ -61,106 +63,106 @@ Refused GoodValidation::UserMayWrite() const
 Refused GoodValidation::OpeningTyped() const
 {
     // What is being typed counts for every check of the opening stock.
-    pages_.general.Opening().TakeTyped();
+    m_pages.general.Opening().TakeTyped();
     return {};
 }
 
 Refused GoodValidation::TotalCostInRange() const
 {
-    const goods::OpeningValues values = pages_.general.Opening().Values();
-    if (host_.vouchers.Validate_TotalCost(values.first, values.price, TSoftwarePart::Goods))
+    const goods::OpeningValues values = m_pages.general.Opening().Values();
+    if (m_host.vouchers.Validate_TotalCost(values.first, values.price, TSoftwarePart::Goods))
         return {};
     return goods::ToldAlready();
 }
 
 Refused GoodValidation::OpeningVoucherOpen() const
 {
-    const OpeningFields &opening = pages_.general.Opening();
+    const OpeningFields &opening = m_pages.general.Opening();
     const goods::OpeningValues now = opening.Values();
     const goods::OpeningValues &before = opening.Loaded();
     if (goods::SameQuantity(now.first, before.first) && goods::SameQuantity(now.price, before.price))
         return {};
-    if (!host_.vouchers.IsVoucherApproved(subject_.voucherCode, OpeningVoucherKind,
-                                          QStringLiteral("ویرایش قیمت اول دوره"), QStringLiteral("اول دوره")))
+    if (!m_host.vouchers.IsVoucherApproved(m_subject.voucherCode, OpeningVoucherKind, u"ویرایش قیمت اول دوره"_s,
+                                           u"اول دوره"_s))
         return {};
     return goods::ToldAlready();
 }
 
 Refused GoodValidation::BigAndSmallCopied() const
 {
-    pages_.general.Opening().AdoptBigAndSmall();
+    m_pages.general.Opening().AdoptBigAndSmall();
     return {};
 }
 
 Refused GoodValidation::StockStaysPositive() const
 {
-    const OpeningFields &opening = pages_.general.Opening();
+    const OpeningFields &opening = m_pages.general.Opening();
     const int store = opening.StoreCode();
     const int storeBefore = opening.LoadedStore();
     // The row leaves the store that it stood in.
     const bool moved = storeBefore != 0 && store != storeBefore;
     const goods::Quantity now = moved ? 0 : opening.Values().first;
-    if (!host_.settings.SettingRecord().ControlNegativeStock || opening.SeveralStores() || store == 0 ||
+    if (!m_host.settings.SettingRecord().ControlNegativeStock || opening.SeveralStores() || store == 0 ||
         now >= opening.Loaded().first)
         return {};
-    const QString probe = goods::NegativeStockProbe(pages_.general.Code(), moved ? storeBefore : store, now);
-    if (host_.stock.Check_TockMinus(probe, data_.GetFirstPeriodVoucherDate()))
+    const QString probe = goods::NegativeStockProbe(m_pages.general.Code(), moved ? storeBefore : store, now);
+    if (m_host.stock.Check_TockMinus(probe, m_data.GetFirstPeriodVoucherDate()))
         return {};
     return goods::ToldAlready(opening.QuantityEdit());
 }
 
 Refused GoodValidation::FocusedFieldLeft() const
 {
-    if (Refused refused = pages_.general.Opening().LeaveFocusedPicker())
+    if (Refused refused = m_pages.general.Opening().LeaveFocusedPicker())
         return refused;
-    return pages_.complete.LeaveFocused();
+    return m_pages.complete.LeaveFocused();
 }
 
 Refused GoodValidation::CodeGiven() const
 {
-    if (Refused refused = pages_.general.CheckCodeGiven())
+    if (Refused refused = m_pages.general.CheckCodeGiven())
         return refused;
-    return subject_.mode == TFormMode::New ? pages_.general.CheckCodeDigits() : Refused();
+    return m_subject.mode == TFormMode::New ? m_pages.general.CheckCodeDigits() : Refused();
 }
 
 Refused GoodValidation::OpeningDetailsEntered() const
 {
-    const host::TSettingRecord &settings = host_.settings.SettingRecord();
-    const OpeningFields &opening = pages_.general.Opening();
-    if (!settings.GoodDetails || !settings.GoodDetailsForOpening || !pages_.details.HasRows() ||
+    const host::TSettingRecord &settings = m_host.settings.SettingRecord();
+    const OpeningFields &opening = m_pages.general.Opening();
+    if (!settings.GoodDetails || !settings.GoodDetailsForOpening || !m_pages.details.HasRows() ||
         opening.Values().first <= 0 ||
-        host_.goodDetails.ExistsGoodDetailInsertedForOperation(pages_.general.Code(),
-                                                               host::TOperationType::OpeningStock))
+        m_host.goodDetails.ExistsGoodDetailInsertedForOperation(m_pages.general.Code(),
+                                                                host::TOperationType::OpeningStock))
         return {};
     return goods::SmartMessage(opening.QuantityEdit(), host::message::OpeningDetailsMissing);
 }
 
 Refused GoodValidation::SmsCodeUnique() const
 {
-    if (Refused refused = subject_.leaveCode())
+    if (Refused refused = m_subject.leaveCode())
         return refused;
-    return pages_.complete.CheckSmsCode(pages_.general.Code());
+    return m_pages.complete.CheckSmsCode(m_pages.general.Code());
 }
 
 Refused GoodValidation::NameUnique() const
 {
-    if (Refused refused = pages_.general.CheckNameGiven())
+    if (Refused refused = m_pages.general.CheckNameGiven())
         return refused;
-    if (Refused refused = pages_.general.CheckNameUnique(pages_.general.Code()))
+    if (Refused refused = m_pages.general.CheckNameUnique(m_pages.general.Code()))
         return refused;
-    return pages_.general.CheckIndexUnique(pages_.general.Code());
+    return m_pages.general.CheckIndexUnique(m_pages.general.Code());
 }
 
 Refused GoodValidation::UnitGiven() const
 {
-    if (Refused refused = pages_.general.Opening().CheckUnit())
+    if (Refused refused = m_pages.general.Opening().CheckUnit())
         return refused;
-    pages_.general.Opening().ZeroWhenEmpty();
+    m_pages.general.Opening().ZeroWhenEmpty();
     return {};
 }
 
 Refused GoodValidation::RatesInRange() const
 {
-    pages_.discounts.ZeroWhenEmpty();
-    return pages_.discounts.CheckRates();
+    m_pages.discounts.ZeroWhenEmpty();
+    return m_pages.discounts.CheckRates();
 }

@@ -36,7 +36,7 @@ public:
         std::function<goods::Refused()> leaveCode;
     };
 
-    GoodValidation(host::Host &host, TGood_DM &data, const Pages &pages) : host_(host), data_(data), pages_(pages) {}
+    GoodValidation(host::Host &host, TGood_DM &data, const Pages &pages) : m_host(host), m_data(data), m_pages(pages) {}
 
     std::vector<host::Check> Checks(const Subject &subject);
 
@@ -55,8 +55,8 @@ private:
     goods::Refused UnitGiven() const;
     goods::Refused RatesInRange() const;
 
-    host::Host &host_;
-    TGood_DM &data_;
-    Pages pages_;
-    Subject subject_;
+    host::Host &m_host;
+    TGood_DM &m_data;
+    Pages m_pages;
+    Subject m_subject;
 };

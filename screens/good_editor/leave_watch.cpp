@@ -1,7 +1,7 @@
 #include "screens/good_editor/leave_watch.h"
 
-#include <QtGui/QFocusEvent>
-#include <QtWidgets/QWidget>
+#include <QFocusEvent>
+#include <QWidget>
 
 namespace goods {
 
@@ -11,19 +11,19 @@ class FocusWatch : public QObject
 {
 public:
     FocusWatch(QWidget *edit, QEvent::Type type, RuleTime time, std::function<void()> rule)
-        : QObject(edit), edit_(edit), type_(type), time_(time), rule_(std::move(rule))
+        : QObject(edit), m_edit(edit), m_type(type), m_time(time), m_rule(std::move(rule))
     {
         edit->installEventFilter(this);
     }
 
     bool eventFilter(QObject *, QEvent *event) override
     {
-        if (event->type() != type_)
+        if (event->type() != m_type)
             return false;
         const Qt::FocusReason reason = static_cast<QFocusEvent *>(event)->reason();
         if (reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason || reason == Qt::MenuBarFocusReason)
             return false;
-        if (time_ == RuleTime::AtOnce)
+        if (m_time == RuleTime::AtOnce)
             Run();
         else
             QMetaObject::invokeMethod(
@@ -34,14 +34,14 @@ public:
 private:
     void Run() const
     {
-        if (edit_->window()->isVisible())
-            rule_();
+        if (m_edit->window()->isVisible())
+            m_rule();
     }
 
-    QWidget *edit_;
-    QEvent::Type type_;
-    RuleTime time_;
-    std::function<void()> rule_;
+    QWidget *m_edit;
+    QEvent::Type m_type;
+    RuleTime m_time;
+    std::function<void()> m_rule;
 };
 
 } // namespace

@@ -1,14 +1,14 @@
 #include "screens/good_editor/levy_choice.h"
 
-#include <QtWidgets/QRadioButton>
+#include <QRadioButton>
 
 using goods::LevyState;
 
 LevyChoice::LevyChoice(QRadioButton *globalSetting, QRadioButton *ownPercent, QRadioButton *exempt,
                        host::NumericEdit *percent, QObject *parent)
-    : QObject(parent), globalSetting_(globalSetting), ownPercent_(ownPercent), exempt_(exempt), percent_(percent)
+    : QObject(parent), m_globalSetting(globalSetting), m_ownPercent(ownPercent), m_exempt(exempt), m_percent(percent)
 {
-    for (QRadioButton *button : {globalSetting_, ownPercent_, exempt_})
+    for (QRadioButton *button : {m_globalSetting, m_ownPercent, m_exempt})
         connect(button, &QRadioButton::toggled, this, [this](bool on) {
             if (on)
                 Choose();
@@ -18,9 +18,9 @@ LevyChoice::LevyChoice(QRadioButton *globalSetting, QRadioButton *ownPercent, QR
 
 void LevyChoice::Choose()
 {
-    percent_->setEnabled(ownPercent_->isChecked());
-    if (!ownPercent_->isChecked())
-        percent_->SetNumber(0);
+    m_percent->setEnabled(m_ownPercent->isChecked());
+    if (!m_ownPercent->isChecked())
+        m_percent->SetNumber(0);
     emit Changed();
 }
 
@@ -28,35 +28,35 @@ void LevyChoice::Show(const goods::Levy &levy)
 {
     switch (levy.state) {
     case LevyState::GlobalSetting:
-        globalSetting_->setChecked(true);
+        m_globalSetting->setChecked(true);
         break;
     case LevyState::OwnPercent:
-        ownPercent_->setChecked(true);
+        m_ownPercent->setChecked(true);
         break;
     case LevyState::Exempt:
-        exempt_->setChecked(true);
+        m_exempt->setChecked(true);
         break;
     }
-    percent_->SetNumber(levy.state == LevyState::OwnPercent ? levy.percent : 0);
+    m_percent->SetNumber(levy.state == LevyState::OwnPercent ? levy.percent : 0);
 }
 
 goods::Levy LevyChoice::Value() const
 {
     if (IsExempt())
         return {LevyState::Exempt, 0};
-    if (ownPercent_->isChecked())
-        return {LevyState::OwnPercent, percent_->Number()};
+    if (m_ownPercent->isChecked())
+        return {LevyState::OwnPercent, m_percent->Number()};
     return {};
 }
 
 bool LevyChoice::IsExempt() const
 {
-    return exempt_->isChecked();
+    return m_exempt->isChecked();
 }
 
 goods::Refused LevyChoice::CheckPercent(const QString &caption) const
 {
-    if (!ownPercent_->isChecked() || percent_->Number() != 0)
+    if (!m_ownPercent->isChecked() || m_percent->Number() != 0)
         return {};
-    return host::Refusal{percent_, [caption](host::MessageService &messages) { messages.NotZeroValue(caption); }};
+    return host::Refusal{m_percent, [caption](host::MessageService &messages) { messages.NotZeroValue(caption); }};
 }

@@ -4,7 +4,7 @@
 #include "screens/good_editor/levy_state.h"
 #include "screens/good_editor/refusals.h"
 
-#include <QtCore/QObject>
+#include <QObject>
 
 class QRadioButton;
 
@@ -21,7 +21,7 @@ public:
     void Show(const goods::Levy &levy);
     goods::Levy Value() const;
     bool IsExempt() const;
-    host::NumericEdit *Percent() const { return percent_; }
+    host::NumericEdit *Percent() const { return m_percent; }
 
     /// `caption`: what the message calls the percent.
     goods::Refused CheckPercent(const QString &caption) const;
@@ -32,8 +32,8 @@ signals:
 private:
     void Choose();
 
-    QRadioButton *globalSetting_;
-    QRadioButton *ownPercent_;
-    QRadioButton *exempt_;
-    host::NumericEdit *percent_;
+    QRadioButton *m_globalSetting;
+    QRadioButton *m_ownPercent;
+    QRadioButton *m_exempt;
+    host::NumericEdit *m_percent;
 };

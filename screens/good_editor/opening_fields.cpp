@@ -6,7 +6,9 @@
 #include "screens/good_editor/unit_arithmetic.h"
 #include "ui_general_page.h"
 
-#include <QtWidgets/QApplication>
+#include <QApplication>
+
+using namespace Qt::StringLiterals;
 
 using goods::OpeningEntry;
 using goods::Quantity;
@@ -18,7 +20,7 @@ namespace {
 /// Stands in the formula sentence until a unit is chosen.
 QString UnnamedUnit()
 {
-    return QStringLiteral("عدد");
+    return u"عدد"_s;
 }
 
 bool HasFocus(const QWidget *control)
@@ -30,27 +32,27 @@ bool HasFocus(const QWidget *control)
 } // namespace
 
 OpeningFields::OpeningFields(Ui::GeneralPage &ui, host::Host &host, TGood_DM &data, QObject *parent)
-    : QObject(parent), ui_(ui), host_(host), data_(data)
+    : QObject(parent), m_ui(ui), m_host(host), m_data(data)
 {
     // What is left of a total can be negative after the formula has grown.
-    ui_.MeghdarJoz_EDT->setNegative(true);
+    m_ui.MeghdarJoz_EDT->setNegative(true);
     // The list of opening rows belongs to another screen.
-    ui_.GoodFirstAsset_BTN->hide();
+    m_ui.GoodFirstAsset_BTN->hide();
     BindPickers();
     BindLeaveRules();
-    connect(ui_.Formool_CHK, &QCheckBox::clicked, this, &OpeningFields::FormulaClicked);
-    connect(ui_.AvaBgPrd_EDT, &QLineEdit::textEdited, this, [this] { typedByHand_ = true; });
+    connect(m_ui.Formool_CHK, &QCheckBox::clicked, this, &OpeningFields::FormulaClicked);
+    connect(m_ui.AvaBgPrd_EDT, &QLineEdit::textEdited, this, [this] { m_typedByHand = true; });
 }
 
 void OpeningFields::BindPickers()
 {
-    ui_.Unit_Entity1->SetSource(host_.entities, TSoftwarePart::Units);
-    ui_.Unit_Entity2->SetSource(host_.entities, TSoftwarePart::Units);
-    ui_.Store_Entity->SetSource(host_.entities, TSoftwarePart::Stores);
-    ui_.Store_Entity->SetChooseGuard(
-        [this] { return host::Granted(host_, TSoftwarePart::Stores, host::TPermission::OpenList); });
+    m_ui.Unit_Entity1->SetSource(m_host.entities, TSoftwarePart::Units);
+    m_ui.Unit_Entity2->SetSource(m_host.entities, TSoftwarePart::Units);
+    m_ui.Store_Entity->SetSource(m_host.entities, TSoftwarePart::Stores);
+    m_ui.Store_Entity->SetChooseGuard(
+        [this] { return host::Granted(m_host, TSoftwarePart::Stores, host::TPermission::OpenList); });
     for (const auto &[picker, name] :
-         {std::pair(ui_.Unit_Entity1, ui_.Formool_Unit1_LBL), std::pair(ui_.Unit_Entity2, ui_.Formool_Unit2_LBL)}) {
+         {std::pair(m_ui.Unit_Entity1, m_ui.Formool_Unit1_LBL), std::pair(m_ui.Unit_Entity2, m_ui.Formool_Unit2_LBL)}) {
         connect(picker, &host::EntityPicker::Changed, this,
                 [picker = picker, name = name] { name->setText(picker->Name()); });
         goods::OnLeave(picker->focusProxy(), RuleTime::Afterwards, [picker = picker, name = name] {
@@ -63,32 +65,32 @@ void OpeningFields::BindPickers()
 void OpeningFields::BindLeaveRules()
 {
     const auto bind = [this](QWidget *edit, void (OpeningFields::*rule)(), RuleTime time) {
-        leaveRules_.emplace_back(edit, [this, rule] { (this->*rule)(); });
-        goods::OnLeave(edit, time, leaveRules_.back().second);
+        m_leaveRules.emplace_back(edit, [this, rule] { (this->*rule)(); });
+        goods::OnLeave(edit, time, m_leaveRules.back().second);
     };
-    bind(ui_.Formool_EDT, &OpeningFields::LeaveFormula, RuleTime::AtOnce);
-    bind(ui_.AvaBgPrd_EDT, &OpeningFields::LeaveFirst, RuleTime::AtOnce);
-    bind(ui_.MeghdarKol_EDT, &OpeningFields::LeaveParts, RuleTime::AtOnce);
-    bind(ui_.MeghdarJoz_EDT, &OpeningFields::LeaveParts, RuleTime::AtOnce);
-    bind(ui_.Meghdar_Joz_EDT, &OpeningFields::LeaveTotal, RuleTime::AtOnce);
-    bind(ui_.GheymatJoz_EDT, &OpeningFields::LeaveSmallPrice, RuleTime::AtOnce);
-    bind(ui_.GheymatKol_EDT, &OpeningFields::LeaveBigPrice, RuleTime::AtOnce);
-    bind(ui_.AvaBgPrd2_EDT, &OpeningFields::LeaveSecond, RuleTime::Afterwards);
+    bind(m_ui.Formool_EDT, &OpeningFields::LeaveFormula, RuleTime::AtOnce);
+    bind(m_ui.AvaBgPrd_EDT, &OpeningFields::LeaveFirst, RuleTime::AtOnce);
+    bind(m_ui.MeghdarKol_EDT, &OpeningFields::LeaveParts, RuleTime::AtOnce);
+    bind(m_ui.MeghdarJoz_EDT, &OpeningFields::LeaveParts, RuleTime::AtOnce);
+    bind(m_ui.Meghdar_Joz_EDT, &OpeningFields::LeaveTotal, RuleTime::AtOnce);
+    bind(m_ui.GheymatJoz_EDT, &OpeningFields::LeaveSmallPrice, RuleTime::AtOnce);
+    bind(m_ui.GheymatKol_EDT, &OpeningFields::LeaveBigPrice, RuleTime::AtOnce);
+    bind(m_ui.AvaBgPrd2_EDT, &OpeningFields::LeaveSecond, RuleTime::Afterwards);
 }
 
 void OpeningFields::Clear()
 {
-    for (host::EntityPicker *picker : {ui_.Unit_Entity1, ui_.Unit_Entity2, ui_.Store_Entity})
+    for (host::EntityPicker *picker : {m_ui.Unit_Entity1, m_ui.Unit_Entity2, m_ui.Store_Entity})
         picker->Clear();
     for (host::NumericEdit *edit :
-         {ui_.AvaBgPrd_EDT, ui_.AvaBgPrd2_EDT, ui_.MeghdarKol_EDT, ui_.MeghdarJoz_EDT, ui_.Meghdar_Joz_EDT})
+         {m_ui.AvaBgPrd_EDT, m_ui.AvaBgPrd2_EDT, m_ui.MeghdarKol_EDT, m_ui.MeghdarJoz_EDT, m_ui.Meghdar_Joz_EDT})
         edit->clear();
-    for (host::NumericEdit *edit : {ui_.CostBgPrd_EDT, ui_.GheymatKol_EDT, ui_.GheymatJoz_EDT, ui_.Formool_EDT})
+    for (host::NumericEdit *edit : {m_ui.CostBgPrd_EDT, m_ui.GheymatKol_EDT, m_ui.GheymatJoz_EDT, m_ui.Formool_EDT})
         edit->SetNumber(0);
-    ui_.Formool_CHK->setChecked(false);
-    loaded_ = {};
-    loadedStore_ = 0;
-    typedByHand_ = false;
+    m_ui.Formool_CHK->setChecked(false);
+    m_loaded = {};
+    m_loadedStore = 0;
+    m_typedByHand = false;
     SetDetailsEntered(false);
     ShowUnitNames();
     ShowEntry();
@@ -97,17 +99,17 @@ void OpeningFields::Clear()
 void OpeningFields::Show(const TGoodInfoRec &rec)
 {
     SetDetailsEntered(false);
-    ui_.Unit_Entity1->SetCode(rec.Unit);
-    ui_.Unit_Entity2->SetCode(rec.Unit2);
-    ui_.Store_Entity->SetCode(rec.Store);
-    ui_.CostBgPrd_EDT->SetNumber(rec.CostBgPrd);
-    ui_.AvaBgPrd_EDT->SetNumber(rec.AvaBgPrd);
-    ui_.AvaBgPrd2_EDT->SetNumber(rec.AvaBgPrd2);
-    ui_.Formool_EDT->SetNumber(rec.Meghdar_Formool);
-    ui_.Formool_CHK->setChecked(rec.Meghdar_Formool != 0);
-    loaded_ = {rec.AvaBgPrd, rec.AvaBgPrd2, rec.CostBgPrd};
-    loadedStore_ = rec.Store;
-    typedByHand_ = false;
+    m_ui.Unit_Entity1->SetCode(rec.Unit);
+    m_ui.Unit_Entity2->SetCode(rec.Unit2);
+    m_ui.Store_Entity->SetCode(rec.Store);
+    m_ui.CostBgPrd_EDT->SetNumber(rec.CostBgPrd);
+    m_ui.AvaBgPrd_EDT->SetNumber(rec.AvaBgPrd);
+    m_ui.AvaBgPrd2_EDT->SetNumber(rec.AvaBgPrd2);
+    m_ui.Formool_EDT->SetNumber(rec.Meghdar_Formool);
+    m_ui.Formool_CHK->setChecked(rec.Meghdar_Formool != 0);
+    m_loaded = {rec.AvaBgPrd, rec.AvaBgPrd2, rec.CostBgPrd};
+    m_loadedStore = rec.Store;
+    m_typedByHand = false;
     SplitIntoBigAndSmall();
     ShowUnitNames();
     ShowEntry();
@@ -116,15 +118,15 @@ void OpeningFields::Show(const TGoodInfoRec &rec)
 void OpeningFields::Store(TGoodInfoRec &rec) const
 {
     const goods::OpeningValues values = Values();
-    rec.Unit = ui_.Unit_Entity1->Code();
+    rec.Unit = m_ui.Unit_Entity1->Code();
     rec.AvaBgPrd = values.first;
     rec.AvaBgPrd2 = values.second;
     rec.CostBgPrd = values.price;
     rec.Store = static_cast<qint16>(StoreCode());
     // A shop that has switched second units off keeps what its goods had.
-    if (!host_.settings.SettingRecord().TwoUnitGoods)
+    if (!m_host.settings.SettingRecord().TwoUnitGoods)
         return;
-    rec.Unit2 = ui_.Unit_Entity2->Code();
+    rec.Unit2 = m_ui.Unit_Entity2->Code();
     rec.Meghdar_Formool = FormulaOn() ? Formula() : 0;
 }
 
@@ -132,59 +134,59 @@ goods::OpeningValues OpeningFields::Values() const
 {
     switch (Entry()) {
     case OpeningEntry::BigAndSmall:
-        return {ui_.Meghdar_Joz_EDT->Number(), ui_.MeghdarKol_EDT->Number(), ui_.GheymatJoz_EDT->Number()};
+        return {m_ui.Meghdar_Joz_EDT->Number(), m_ui.MeghdarKol_EDT->Number(), m_ui.GheymatJoz_EDT->Number()};
     case OpeningEntry::TwoUnits:
-        return {ui_.AvaBgPrd_EDT->Number(), ui_.AvaBgPrd2_EDT->Number(), ui_.CostBgPrd_EDT->Number()};
+        return {m_ui.AvaBgPrd_EDT->Number(), m_ui.AvaBgPrd2_EDT->Number(), m_ui.CostBgPrd_EDT->Number()};
     case OpeningEntry::OneUnit:
         break;
     }
-    return {ui_.AvaBgPrd_EDT->Number(), HiddenSecond(), ui_.CostBgPrd_EDT->Number()};
+    return {m_ui.AvaBgPrd_EDT->Number(), HiddenSecond(), m_ui.CostBgPrd_EDT->Number()};
 }
 
 Quantity OpeningFields::HiddenSecond() const
 {
-    const Quantity first = ui_.AvaBgPrd_EDT->Number();
-    if (first == 0 || goods::SameQuantity(first, loaded_.first) || Formula() <= 0)
-        return first == 0 ? 0 : loaded_.second;
-    return goods::SecondQuantity(first, Formula(), host_.settings.SettingRecord().IntegerUnits);
+    const Quantity first = m_ui.AvaBgPrd_EDT->Number();
+    if (first == 0 || goods::SameQuantity(first, m_loaded.first) || Formula() <= 0)
+        return first == 0 ? 0 : m_loaded.second;
+    return goods::SecondQuantity(first, Formula(), m_host.settings.SettingRecord().IntegerUnits);
 }
 
 int OpeningFields::StoreCode() const
 {
-    return ui_.Store_Entity->Code();
+    return m_ui.Store_Entity->Code();
 }
 
 void OpeningFields::SetLocked(bool locked, bool severalStores)
 {
-    severalStores_ = severalStores;
+    m_severalStores = severalStores;
     const bool enabled = !locked && !severalStores;
-    for (QWidget *panel : {ui_.Opening_PNL, ui_.MeghdarJoz_CXGB})
+    for (QWidget *panel : {m_ui.Opening_PNL, m_ui.MeghdarJoz_CXGB})
         panel->setEnabled(enabled);
     // A new good needs its default store even when the opening period is closed.
-    ui_.Store_PNL->setEnabled(enabled || StoreCode() == 0);
+    m_ui.Store_PNL->setEnabled(enabled || StoreCode() == 0);
 }
 
 void OpeningFields::SetDetailsEntered(bool entered)
 {
-    detailsEntered_ = entered;
+    m_detailsEntered = entered;
     for (host::NumericEdit *edit :
-         {ui_.AvaBgPrd_EDT, ui_.AvaBgPrd2_EDT, ui_.MeghdarKol_EDT, ui_.MeghdarJoz_EDT, ui_.Meghdar_Joz_EDT})
+         {m_ui.AvaBgPrd_EDT, m_ui.AvaBgPrd2_EDT, m_ui.MeghdarKol_EDT, m_ui.MeghdarJoz_EDT, m_ui.Meghdar_Joz_EDT})
         edit->setReadOnly(entered);
 }
 
 bool OpeningFields::FormulaOn() const
 {
-    return host_.settings.SettingRecord().TwoUnitGoods && ui_.Formool_CHK->isChecked();
+    return m_host.settings.SettingRecord().TwoUnitGoods && m_ui.Formool_CHK->isChecked();
 }
 
 Quantity OpeningFields::Formula() const
 {
-    return ui_.Formool_EDT->Number();
+    return m_ui.Formool_EDT->Number();
 }
 
 OpeningEntry OpeningFields::Entry() const
 {
-    const host::TSettingRecord &settings = host_.settings.SettingRecord();
+    const host::TSettingRecord &settings = m_host.settings.SettingRecord();
     return goods::OpeningEntryFor(settings.TwoUnitGoods, settings.TwoUnitVariableRatio, FormulaOn());
 }
 
@@ -192,31 +194,31 @@ void OpeningFields::ShowEntry()
 {
     const OpeningEntry entry = Entry();
     const bool twoUnits = entry != OpeningEntry::OneUnit;
-    for (QWidget *control : {static_cast<QWidget *>(ui_.Unit_Entity2), static_cast<QWidget *>(ui_.Unit_Entity2_LBL),
-                             static_cast<QWidget *>(ui_.Formool_CHK)})
+    for (QWidget *control : {static_cast<QWidget *>(m_ui.Unit_Entity2), static_cast<QWidget *>(m_ui.Unit_Entity2_LBL),
+                             static_cast<QWidget *>(m_ui.Formool_CHK)})
         control->setVisible(twoUnits);
-    ui_.Formol_CXGB->setVisible(FormulaOn());
-    ui_.MeghdarJoz_CXGB->setVisible(entry == OpeningEntry::BigAndSmall);
-    ui_.Opening_PNL->setVisible(entry != OpeningEntry::BigAndSmall);
-    ui_.AvaBgPrd2_EDT->setVisible(entry == OpeningEntry::TwoUnits);
-    ui_.AvaBgPrd2_LBL->setVisible(entry == OpeningEntry::TwoUnits);
+    m_ui.Formol_CXGB->setVisible(FormulaOn());
+    m_ui.MeghdarJoz_CXGB->setVisible(entry == OpeningEntry::BigAndSmall);
+    m_ui.Opening_PNL->setVisible(entry != OpeningEntry::BigAndSmall);
+    m_ui.AvaBgPrd2_EDT->setVisible(entry == OpeningEntry::TwoUnits);
+    m_ui.AvaBgPrd2_LBL->setVisible(entry == OpeningEntry::TwoUnits);
     ShowFormulaHints();
 }
 
 void OpeningFields::ShowUnitNames()
 {
     for (const auto &[picker, name] :
-         {std::pair(ui_.Unit_Entity1, ui_.Formool_Unit1_LBL), std::pair(ui_.Unit_Entity2, ui_.Formool_Unit2_LBL)})
+         {std::pair(m_ui.Unit_Entity1, m_ui.Formool_Unit1_LBL), std::pair(m_ui.Unit_Entity2, m_ui.Formool_Unit2_LBL)})
         name->setText(picker->IsEmpty() ? UnnamedUnit() : picker->Name());
 }
 
 void OpeningFields::ShowFormulaHints()
 {
     const QString formula = host::DisplayNumber(host::QuantityToText(Formula()));
-    ui_.MeghdarJoz_LBL->setText(u'+' + formula + u'×');
-    ui_.GheymatJoz_LBL->setText(u'=' + formula + u'÷');
-    ui_.MeghdarJoz_LBL->setVisible(FormulaOn());
-    ui_.GheymatJoz_LBL->setVisible(FormulaOn());
+    m_ui.MeghdarJoz_LBL->setText(u'+' + formula + u'×');
+    m_ui.GheymatJoz_LBL->setText(u'=' + formula + u'÷');
+    m_ui.MeghdarJoz_LBL->setVisible(FormulaOn());
+    m_ui.GheymatJoz_LBL->setVisible(FormulaOn());
 }
 
 void OpeningFields::FormulaClicked(bool on)
@@ -224,17 +226,17 @@ void OpeningFields::FormulaClicked(bool on)
     // The other way of typing goes on with what was typed so far.
     if (on)
         SplitIntoBigAndSmall();
-    else if (!host_.settings.SettingRecord().TwoUnitVariableRatio)
+    else if (!m_host.settings.SettingRecord().TwoUnitVariableRatio)
         CopyBigAndSmall();
     ShowEntry();
     if (on)
-        ui_.Formool_EDT->setFocus();
+        m_ui.Formool_EDT->setFocus();
 }
 
 void OpeningFields::SplitIntoBigAndSmall()
 {
-    ui_.Meghdar_Joz_EDT->SetNumber(ui_.AvaBgPrd_EDT->Number());
-    ui_.GheymatJoz_EDT->SetNumber(ui_.CostBgPrd_EDT->Number());
+    m_ui.Meghdar_Joz_EDT->SetNumber(m_ui.AvaBgPrd_EDT->Number());
+    m_ui.GheymatJoz_EDT->SetNumber(m_ui.CostBgPrd_EDT->Number());
     if (Formula() > 0) {
         LeaveTotal();
         LeaveSmallPrice();
@@ -243,9 +245,9 @@ void OpeningFields::SplitIntoBigAndSmall()
 
 void OpeningFields::CopyBigAndSmall()
 {
-    ui_.AvaBgPrd2_EDT->SetNumber(ui_.MeghdarKol_EDT->Number());
-    ui_.AvaBgPrd_EDT->SetNumber(ui_.Meghdar_Joz_EDT->Number());
-    ui_.CostBgPrd_EDT->SetNumber(ui_.GheymatJoz_EDT->Number());
+    m_ui.AvaBgPrd2_EDT->SetNumber(m_ui.MeghdarKol_EDT->Number());
+    m_ui.AvaBgPrd_EDT->SetNumber(m_ui.Meghdar_Joz_EDT->Number());
+    m_ui.CostBgPrd_EDT->SetNumber(m_ui.GheymatJoz_EDT->Number());
 }
 
 void OpeningFields::AdoptBigAndSmall()
@@ -256,94 +258,94 @@ void OpeningFields::AdoptBigAndSmall()
 
 void OpeningFields::ZeroWhenEmpty()
 {
-    for (host::NumericEdit *edit : {ui_.AvaBgPrd_EDT, ui_.CostBgPrd_EDT, ui_.AvaBgPrd2_EDT})
+    for (host::NumericEdit *edit : {m_ui.AvaBgPrd_EDT, m_ui.CostBgPrd_EDT, m_ui.AvaBgPrd2_EDT})
         edit->ZeroWhenEmpty();
 }
 
 void OpeningFields::LeaveFormula()
 {
-    ui_.Formool_EDT->ZeroWhenEmpty();
+    m_ui.Formool_EDT->ZeroWhenEmpty();
     ShowFormulaHints();
-    const Quantity total = ui_.Meghdar_Joz_EDT->Number();
+    const Quantity total = m_ui.Meghdar_Joz_EDT->Number();
     const bool applies = FormulaOn() && Formula() != 0 && total > 0;
-    ui_.MeghdarJoz_EDT->SetNumber(applies ? goods::RoundedQuantity(total - Formula() * ui_.MeghdarKol_EDT->Number())
-                                          : 0);
+    m_ui.MeghdarJoz_EDT->SetNumber(applies ? goods::RoundedQuantity(total - Formula() * m_ui.MeghdarKol_EDT->Number())
+                                           : 0);
     // Otherwise passing through the price of the big unit would wipe out the small one's.
-    if (ui_.GheymatJoz_EDT->Number() != 0)
+    if (m_ui.GheymatJoz_EDT->Number() != 0)
         LeaveSmallPrice();
 }
 
 void OpeningFields::LeaveFirst()
 {
-    if (FormulaOn() && Formula() > 0 && !detailsEntered_)
-        ui_.AvaBgPrd2_EDT->SetNumber(
-            goods::SecondQuantity(ui_.AvaBgPrd_EDT->Number(), Formula(), host_.settings.SettingRecord().IntegerUnits));
+    if (FormulaOn() && Formula() > 0 && !m_detailsEntered)
+        m_ui.AvaBgPrd2_EDT->SetNumber(goods::SecondQuantity(m_ui.AvaBgPrd_EDT->Number(), Formula(),
+                                                            m_host.settings.SettingRecord().IntegerUnits));
 }
 
 void OpeningFields::LeaveSecond()
 {
-    if (!FormulaOn() || Formula() <= 0 || ui_.AvaBgPrd2_EDT->isReadOnly())
+    if (!FormulaOn() || Formula() <= 0 || m_ui.AvaBgPrd2_EDT->isReadOnly())
         return;
     const goods::OpeningValues values = Values();
     const Quantity candidate = goods::FirstQuantity(values.second, Formula());
     if (goods::SameQuantity(candidate, values.first))
         return;
-    if (typedByHand_ && !host_.messages.Confirm(host::message::ReplaceTypedQuantity, {}))
+    if (m_typedByHand && !m_host.messages.Confirm(host::message::ReplaceTypedQuantity, {}))
         return;
-    ui_.AvaBgPrd_EDT->SetNumber(candidate);
-    typedByHand_ = false;
+    m_ui.AvaBgPrd_EDT->SetNumber(candidate);
+    m_typedByHand = false;
 }
 
 void OpeningFields::LeaveParts()
 {
-    if (Formula() <= 0 || ui_.MeghdarKol_EDT->isReadOnly())
+    if (Formula() <= 0 || m_ui.MeghdarKol_EDT->isReadOnly())
         return;
-    ui_.Meghdar_Joz_EDT->SetNumber(
-        goods::JoinQuantity({ui_.MeghdarKol_EDT->Number(), ui_.MeghdarJoz_EDT->Number()}, Formula()));
+    m_ui.Meghdar_Joz_EDT->SetNumber(
+        goods::JoinQuantity({m_ui.MeghdarKol_EDT->Number(), m_ui.MeghdarJoz_EDT->Number()}, Formula()));
 }
 
 void OpeningFields::LeaveTotal()
 {
-    if (Formula() <= 0 || ui_.Meghdar_Joz_EDT->isReadOnly())
+    if (Formula() <= 0 || m_ui.Meghdar_Joz_EDT->isReadOnly())
         return;
-    const goods::SplitQuantity parts = goods::SplitTotal(ui_.Meghdar_Joz_EDT->Number(), Formula());
-    ui_.MeghdarKol_EDT->SetNumber(parts.big);
-    ui_.MeghdarJoz_EDT->SetNumber(parts.small);
+    const goods::SplitQuantity parts = goods::SplitTotal(m_ui.Meghdar_Joz_EDT->Number(), Formula());
+    m_ui.MeghdarKol_EDT->SetNumber(parts.big);
+    m_ui.MeghdarJoz_EDT->SetNumber(parts.small);
 }
 
 void OpeningFields::LeaveSmallPrice()
 {
-    ui_.GheymatKol_EDT->SetNumber(goods::BigUnitPrice(ui_.GheymatJoz_EDT->Number(), Formula()));
+    m_ui.GheymatKol_EDT->SetNumber(goods::BigUnitPrice(m_ui.GheymatJoz_EDT->Number(), Formula()));
 }
 
 void OpeningFields::LeaveBigPrice()
 {
-    if (const auto price = goods::SmallUnitPrice(ui_.GheymatKol_EDT->Number(), Formula()))
-        ui_.GheymatJoz_EDT->SetNumber(*price);
+    if (const auto price = goods::SmallUnitPrice(m_ui.GheymatKol_EDT->Number(), Formula()))
+        m_ui.GheymatJoz_EDT->SetNumber(*price);
 }
 
 void OpeningFields::TakeTyped()
 {
-    for (const auto &[edit, rule] : leaveRules_)
+    for (const auto &[edit, rule] : m_leaveRules)
         if (HasFocus(edit))
             rule();
-    ui_.Store_Entity->Resolve();
+    m_ui.Store_Entity->Resolve();
 }
 
 goods::Refused OpeningFields::LeaveFocusedPicker()
 {
-    for (host::EntityPicker *picker : {ui_.Unit_Entity1, ui_.Unit_Entity2, ui_.Store_Entity})
+    for (host::EntityPicker *picker : {m_ui.Unit_Entity1, m_ui.Unit_Entity2, m_ui.Store_Entity})
         // An unknown second unit would be dropped silently; the other two are demanded later anyway.
-        if ((HasFocus(picker) || picker == ui_.Unit_Entity2) && !picker->Resolve())
+        if ((HasFocus(picker) || picker == m_ui.Unit_Entity2) && !picker->Resolve())
             return goods::ToldAlready(picker);
     return {};
 }
 
 goods::Refused OpeningFields::CheckUnit() const
 {
-    if (ui_.Unit_Entity1->Code() != 0)
+    if (m_ui.Unit_Entity1->Code() != 0)
         return {};
-    return goods::RequiredField(ui_.Unit_Entity1, QStringLiteral("واحد کالا"));
+    return goods::RequiredField(m_ui.Unit_Entity1, u"واحد کالا"_s);
 }
 
 goods::Refused OpeningFields::CheckPrice() const
@@ -353,35 +355,35 @@ goods::Refused OpeningFields::CheckPrice() const
     if (values.price != 0 || (values.first == 0 && !secondCounts))
         return {};
     if (Entry() == OpeningEntry::BigAndSmall)
-        return goods::RequiredField(ui_.GheymatJoz_EDT, QStringLiteral("قيمت اول دوره"));
-    return goods::RequiredField(ui_.CostBgPrd_EDT, QStringLiteral("قيمت"));
+        return goods::RequiredField(m_ui.GheymatJoz_EDT, u"قيمت اول دوره"_s);
+    return goods::RequiredField(m_ui.CostBgPrd_EDT, u"قيمت"_s);
 }
 
 goods::Refused OpeningFields::CheckStore()
 {
-    ui_.Store_Entity->Resolve();
+    m_ui.Store_Entity->Resolve();
     if (StoreCode() != 0)
         return {};
-    return goods::RequiredField(ui_.Store_Entity, QStringLiteral("انبار"));
+    return goods::RequiredField(m_ui.Store_Entity, u"انبار"_s);
 }
 
 goods::Refused OpeningFields::CheckFormula() const
 {
     if (!FormulaOn() || Formula() != 0)
         return {};
-    return goods::RequiredField(ui_.Formool_EDT, QStringLiteral("فرمول کالا"));
+    return goods::RequiredField(m_ui.Formool_EDT, u"فرمول کالا"_s);
 }
 
 goods::Refused OpeningFields::CheckSecondQuantity() const
 {
-    const bool editable = ui_.AvaBgPrd_EDT->isEnabled() && !ui_.AvaBgPrd_EDT->isReadOnly();
+    const bool editable = m_ui.AvaBgPrd_EDT->isEnabled() && !m_ui.AvaBgPrd_EDT->isReadOnly();
     if (!editable || Entry() != OpeningEntry::TwoUnits || !FormulaOn() ||
-        goods::SecondFollowsFirst(Values(), Formula(), host_.settings.SettingRecord().IntegerUnits))
+        goods::SecondFollowsFirst(Values(), Formula(), m_host.settings.SettingRecord().IntegerUnits))
         return {};
-    return goods::SmartMessage(ui_.AvaBgPrd2_EDT, host::message::SecondQuantityDiffers);
+    return goods::SmartMessage(m_ui.AvaBgPrd2_EDT, host::message::SecondQuantityDiffers);
 }
 
 QWidget *OpeningFields::QuantityEdit() const
 {
-    return Entry() == OpeningEntry::BigAndSmall ? ui_.Meghdar_Joz_EDT : ui_.AvaBgPrd_EDT;
+    return Entry() == OpeningEntry::BigAndSmall ? m_ui.Meghdar_Joz_EDT : m_ui.AvaBgPrd_EDT;
 }

@@ -5,7 +5,7 @@
 #include "screens/good_editor/opening_values.h"
 #include "screens/good_editor/refusals.h"
 
-#include <QtCore/QObject>
+#include <QObject>
 
 namespace Ui {
 class GeneralPage;
@@ -29,13 +29,13 @@ public:
     /// As typed now.
     goods::OpeningValues Values() const;
     /// As they were when the good was shown.
-    const goods::OpeningValues &Loaded() const { return loaded_; }
-    int LoadedStore() const { return loadedStore_; }
+    const goods::OpeningValues &Loaded() const { return m_loaded; }
+    int LoadedStore() const { return m_loadedStore; }
     int StoreCode() const;
 
     /// The opening stock is fixed (period closed, voucher lines) or entered in several stores.
     void SetLocked(bool locked, bool severalStores);
-    bool SeveralStores() const { return severalStores_; }
+    bool SeveralStores() const { return m_severalStores; }
     /// Details were entered for the opening stock: the quantities come from them.
     void SetDetailsEntered(bool entered);
 
@@ -78,13 +78,13 @@ private:
     void LeaveSmallPrice();
     void LeaveBigPrice();
 
-    Ui::GeneralPage &ui_;
-    host::Host &host_;
-    TGood_DM &data_;
-    goods::OpeningValues loaded_;
-    int loadedStore_ = 0;
-    bool severalStores_ = false;
-    bool detailsEntered_ = false;
-    bool typedByHand_ = false;
-    std::vector<std::pair<QWidget *, std::function<void()>>> leaveRules_;
+    Ui::GeneralPage &m_ui;
+    host::Host &m_host;
+    TGood_DM &m_data;
+    goods::OpeningValues m_loaded;
+    int m_loadedStore = 0;
+    bool m_severalStores = false;
+    bool m_detailsEntered = false;
+    bool m_typedByHand = false;
+    std::vector<std::pair<QWidget *, std::function<void()>>> m_leaveRules;
 };

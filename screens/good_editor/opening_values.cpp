@@ -3,6 +3,8 @@
 #include "host/data/sql_text.h"
 #include "screens/good_editor/unit_arithmetic.h"
 
+using namespace Qt::StringLiterals;
+
 namespace goods {
 
 OpeningEntry OpeningEntryFor(bool twoUnitGoods, bool variableRatio, bool formulaOn)
@@ -29,10 +31,10 @@ VoucherChange OpeningVoucherChange(const OpeningValues &loaded, const OpeningVal
 
 QString NegativeStockProbe(int goodCode, int storeCode, Quantity newQuantity)
 {
-    const QString change = newQuantity == 0 ? u"-1 * Amount1"_qs : host::DecimalLiteral(newQuantity) + u" - Amount1"_qs;
-    return u"select GoodCode as Code , StoreCode as Anbar , "_qs + change +
-           u" as Mogodi  from GoodFirstAsset where Tmp = 0 and GoodCode = "_qs + QString::number(goodCode) +
-           u" and StoreCode = "_qs + QString::number(storeCode);
+    const QString change = newQuantity == 0 ? u"-1 * Amount1"_s : host::DecimalLiteral(newQuantity) + u" - Amount1"_s;
+    return u"select GoodCode as Code , StoreCode as Anbar , "_s + change +
+           u" as Mogodi  from GoodFirstAsset where Tmp = 0 and GoodCode = "_s + QString::number(goodCode) +
+           u" and StoreCode = "_s + QString::number(storeCode);
 }
 
 } // namespace goods

@@ -11,7 +11,7 @@ inline Refused LimitPercent(host::NumericEdit *edit)
     if (edit->Number() <= 100)
         return {};
     edit->SetNumber(100);
-    return RequiredField(edit, QStringLiteral("درصد کمتر از 100 "));
+    return RequiredField(edit, QString::fromUtf16(u"درصد کمتر از 100 "));
 }
 
 } // namespace goods

@@ -2,7 +2,9 @@
 
 #include "host/controls/numeric_edit.h"
 
-#include <QtGui/QKeyEvent>
+#include <QKeyEvent>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -13,7 +15,7 @@ constexpr int PriceLength = 15;
 QWidget *PriceDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem &, const QModelIndex &) const
 {
     auto *edit = new host::NumericEdit(parent);
-    edit->setObjectName(QStringLiteral("Price_EDT"));
+    edit->setObjectName(u"Price_EDT"_s);
     edit->setMaxLength(PriceLength);
     edit->setFrame(false);
     return edit;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QtWidgets/QStyledItemDelegate>
+#include <QStyledItemDelegate>
 
 /// Edits a price in its cell as any other number is edited: Persian digits, no more than fifteen of them.
 class PriceDelegate : public QStyledItemDelegate

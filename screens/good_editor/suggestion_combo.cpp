@@ -1,6 +1,6 @@
 #include "screens/good_editor/suggestion_combo.h"
 
-#include <QtCore/QSignalBlocker>
+#include <QSignalBlocker>
 
 SuggestionCombo::SuggestionCombo(QWidget *parent) : QComboBox(parent)
 {
@@ -12,7 +12,7 @@ SuggestionCombo::SuggestionCombo(QWidget *parent) : QComboBox(parent)
 void SuggestionCombo::showPopup()
 {
     const QString typed = currentText();
-    const QStringList texts = source_ ? source_(typed) : QStringList();
+    const QStringList texts = m_source ? m_source(typed) : QStringList();
     {
         const QSignalBlocker quiet(this);
         clear();

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QtWidgets/QComboBox>
+#include <QComboBox>
 
 #include <functional>
 
@@ -15,10 +15,10 @@ public:
 
     explicit SuggestionCombo(QWidget *parent = nullptr);
 
-    void SetSource(Source source) { source_ = std::move(source); }
+    void SetSource(Source source) { m_source = std::move(source); }
 
     void showPopup() override;
 
 private:
-    Source source_;
+    Source m_source;
 };

@@ -5,15 +5,16 @@
 #include "host/data/quantity.h"
 #include "screens/goods_list/good_list_columns.h"
 
-#include <QtGui/QPainter>
-#include <QtWidgets/QGridLayout>
-#include <QtWidgets/QLabel>
-#include <QtWidgets/QStyle>
-#include <QtWidgets/QVBoxLayout>
+#include <QGridLayout>
+#include <QLabel>
+#include <QPainter>
+#include <QStyle>
+#include <QVBoxLayout>
 
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
+
 using host::ColumnFormat;
 
 namespace goods_list {

@@ -2,9 +2,9 @@
 
 #include "host/controls/grid_column.h"
 
-#include <QtCore/QStringList>
-#include <QtCore/QVariant>
-#include <QtWidgets/QFrame>
+#include <QFrame>
+#include <QStringList>
+#include <QVariant>
 
 #include <functional>
 

@@ -6,13 +6,14 @@
 #include "screens/goods_list/tag_marks.h"
 #include "ui_good_list.h"
 
-#include <QtCore/QDataStream>
-#include <QtCore/QIODevice>
-#include <QtGui/QPainter>
-#include <QtWidgets/QLabel>
-#include <QtWidgets/QVBoxLayout>
+#include <QDataStream>
+#include <QIODevice>
+#include <QLabel>
+#include <QPainter>
+#include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
+
 using host::TFormMode;
 
 namespace {

@@ -8,7 +8,7 @@
 #include "screens/goods_list/good_removal.h"
 #include "screens/goods_list/good_tags.h"
 
-#include <QtCore/QTimer>
+#include <QTimer>
 
 #include <memory>
 #include <optional>

@@ -1,8 +1,9 @@
 #include "screens/goods_list/good_list_columns.h"
 
-#include <QtCore/QStringList>
+#include <QStringList>
 
 using namespace Qt::StringLiterals;
+
 using host::ColumnFormat;
 using host::GridColumn;
 

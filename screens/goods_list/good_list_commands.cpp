@@ -3,9 +3,10 @@
 #include "screens/goods_list/good_list.h"
 #include "ui_good_list.h"
 
-#include <QtWidgets/QProgressDialog>
+#include <QProgressDialog>
 
 using namespace Qt::StringLiterals;
+
 using host::TFormMode;
 using host::TSoftwarePart;
 

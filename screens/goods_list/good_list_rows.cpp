@@ -6,9 +6,10 @@
 #include "screens/goods_list/tag_marks.h"
 #include "ui_good_list.h"
 
-#include <QtWidgets/QLabel>
+#include <QLabel>
 
 using namespace Qt::StringLiterals;
+
 using host::TPermission;
 using host::TSoftwarePart;
 

@@ -4,7 +4,7 @@
 #include "host/data/database_error.h"
 #include "host/host.h"
 
-#include <QtCore/QLoggingCategory>
+#include <QLoggingCategory>
 
 using namespace Qt::StringLiterals;
 

@@ -3,9 +3,9 @@
 #include "host/data/dataset.h"
 #include "host/screens/theme.h"
 
-#include <QtGui/QImage>
-#include <QtWidgets/QGridLayout>
-#include <QtWidgets/QLabel>
+#include <QGridLayout>
+#include <QImage>
+#include <QLabel>
 
 using namespace Qt::StringLiterals;
 

@@ -2,7 +2,7 @@
 
 #include "host/controls/tags_panel.h"
 
-#include <QtWidgets/QScrollArea>
+#include <QScrollArea>
 
 class QGridLayout;
 
@@ -36,7 +36,7 @@ public:
     /// Shows the goods in their order. `editable` lets the user change the tags when there is only one good.
     void Show(const QList<GoodTags> &goods, bool editable);
 
-Q_SIGNALS:
+signals:
     /// The user changed the tags of a good: tag codes joined by ",".
     void Changed(int code, const QString &tags);
 

@@ -3,8 +3,8 @@
 #include "host/data/dataset.h"
 #include "ui_group_panel.h"
 
-#include <QtGui/QKeyEvent>
-#include <QtWidgets/QMenu>
+#include <QKeyEvent>
+#include <QMenu>
 
 using namespace Qt::StringLiterals;
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QtWidgets/QWidget>
+#include <QWidget>
 
 #include <memory>
 
@@ -46,7 +46,7 @@ public:
     /// Where Tab stops in the panel, in order.
     QList<QWidget *> TabStops() const;
 
-Q_SIGNALS:
+signals:
     /// The user chose a group.
     void GroupChosen(int code);
     /// The user is done here: the keyboard belongs to the goods again.

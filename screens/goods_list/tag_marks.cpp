@@ -2,11 +2,11 @@
 
 #include "host/data/persian_text.h"
 
-#include <QtGui/QHelpEvent>
-#include <QtGui/QPainter>
-#include <QtWidgets/QAbstractItemView>
-#include <QtWidgets/QApplication>
-#include <QtWidgets/QToolTip>
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QHelpEvent>
+#include <QPainter>
+#include <QToolTip>
 
 namespace goods_list {
 

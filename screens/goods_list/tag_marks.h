@@ -2,8 +2,8 @@
 
 #include "host/controls/tags_panel.h"
 
-#include <QtCore/QHash>
-#include <QtWidgets/QStyledItemDelegate>
+#include <QHash>
+#include <QStyledItemDelegate>
 
 namespace goods_list {
 

@@ -3,11 +3,13 @@
 #include "data/goods/good_dm.h"
 #include "tests/support/database.h"
 
+using namespace Qt::StringLiterals;
+
 namespace fixture {
 
 struct Settings : host::SettingsService
 {
-    host::TUserInfo user{1, QStringLiteral("مدیر"), 1};
+    host::TUserInfo user{1, u"مدیر"_s, 1};
     host::TSettingRecord record;
 
     const host::TUserInfo &UserInfo() const override { return user; }
@@ -28,7 +30,7 @@ struct Entities : host::EntityService
     int New_Group(host::TSoftwarePart) override { return 0; }
     int Delete_Entity(host::TSoftwarePart part, int code, bool silent) override
     {
-        asked += QStringLiteral("%1 %2 %3").arg(static_cast<int>(part)).arg(code).arg(silent);
+        asked += u"%1 %2 %3"_s.arg(static_cast<int>(part)).arg(code).arg(silent);
         return deleteAnswer;
     }
     QString Select_Entity_Multible_Param(host::TSoftwarePart, const host::MultibleParam &) override { return {}; }
@@ -56,13 +58,11 @@ struct Desk
 /// A database with group 5 and 7, two units, three stores and a small tree of categories.
 inline void Furnish(const test::Database &database)
 {
-    database.Exec(QStringLiteral("insert into GoodGrpS (Code, Name) values (5, N'نوشیدنی'), (7, N'شوینده')"));
-    database.Exec(QStringLiteral("insert into Units (Code, Name, [Type]) values (1, N'عدد', 0), (2, N'کارتن', 1)"));
-    database.Exec(
-        QStringLiteral("insert into Stores (Code, Name) values (1, N'فروشگاه'), (2, N'مرکزی'), (3, N'سردخانه')"));
-    database.Exec(
-        QStringLiteral("insert into Categories (Code, ParentCode, Name, Path) values (1, NULL, N'خوراکی', ',1,'), "
-                       "(2, 1, N'چای', ',1,2,'), (3, 1, N'قهوه', ',1,3,')"));
+    database.Exec(u"insert into GoodGrpS (Code, Name) values (5, N'نوشیدنی'), (7, N'شوینده')"_s);
+    database.Exec(u"insert into Units (Code, Name, [Type]) values (1, N'عدد', 0), (2, N'کارتن', 1)"_s);
+    database.Exec(u"insert into Stores (Code, Name) values (1, N'فروشگاه'), (2, N'مرکزی'), (3, N'سردخانه')"_s);
+    database.Exec(u"insert into Categories (Code, ParentCode, Name, Path) values (1, NULL, N'خوراکی', ',1,'), "
+                  "(2, 1, N'چای', ',1,2,'), (3, 1, N'قهوه', ',1,3,')"_s);
 }
 
 /// A good with something in every member.
@@ -71,13 +71,13 @@ inline TGoodInfoRec Good(int code, int group = 5)
     TGoodInfoRec rec;
     rec.Code = code;
     rec.GrpCode = group;
-    rec.tags = QStringLiteral("1,2");
-    rec.kala_name = QStringLiteral("چای");
-    rec.kala_type = QStringLiteral("سبز");
+    rec.tags = u"1,2"_s;
+    rec.kala_name = u"چای"_s;
+    rec.kala_type = u"سبز"_s;
     rec.kala_index = QString::number(code);
-    rec.AbbName = QStringLiteral("!626%1!").arg(code);
-    rec.Pos = QStringLiteral("10");
-    rec.Position = QStringLiteral("قفسه ۳");
+    rec.AbbName = u"!626%1!"_s.arg(code);
+    rec.Pos = u"10"_s;
+    rec.Position = u"قفسه ۳"_s;
     rec.OffPercent = 1.5L;
     rec.MinAva = 2;
     rec.Unit = 1;
@@ -95,13 +95,13 @@ inline TGoodInfoRec Good(int code, int group = 5)
     rec.Width = 0.3L;
     rec.Length = 0.123456789L;
     rec.GroupDiscount = false;
-    rec.DetailUniqueCode = QStringLiteral("D-1");
+    rec.DetailUniqueCode = u"D-1"_s;
     rec.Tax_In_SellCosts = true;
-    rec.Comment = QStringLiteral("آزمایش");
-    rec.CreatedTime = QStringLiteral("10:20:30");
-    rec.CreatedDate = QStringLiteral("1405/01/02");
-    rec.UserCreated = QStringLiteral("مدیر (1)");
-    rec.FeaturesDetail = QStringLiteral("برگ درشت");
+    rec.Comment = u"آزمایش"_s;
+    rec.CreatedTime = u"10:20:30"_s;
+    rec.CreatedDate = u"1405/01/02"_s;
+    rec.UserCreated = u"مدیر (1)"_s;
+    rec.FeaturesDetail = u"برگ درشت"_s;
     rec.ConsumerPrice = 99000;
     rec.DaraiGoodType = 0;
     rec.Price.Discount_Sell = {1, 2.5L, 3, 4};

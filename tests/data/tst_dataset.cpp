@@ -11,31 +11,33 @@
 #include <QSignalSpy>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
+
 using namespace host;
 
 namespace {
 
-const QString Select = QStringLiteral("select * from Things order by Id");
+const QString Select = u"select * from Things order by Id"_s;
 
 void MakeThings(const test::Database &database, int rows = 0)
 {
     database.Exec(u"create table Things (Id int identity(1,1) not null primary key, Name nvarchar(60) null, "
                   "Amount decimal(23,9) not null default 0, Flag bit null, Big bigint null, Day date null, "
-                  "Raw varbinary(20) null, Made int not null default 7)"_qs);
+                  "Raw varbinary(20) null, Made int not null default 7)"_s);
     for (int first = 1; first <= rows; first += 500) {
         QStringList values;
         for (int i = first; i < first + 500 && i <= rows; ++i) {
-            values += u"(N'سطر %1', %1)"_qs.arg(i);
+            values += u"(N'سطر %1', %1)"_s.arg(i);
         }
-        database.Exec(u"insert into Things (Name, Amount) values "_qs + values.join(u','));
+        database.Exec(u"insert into Things (Name, Amount) values "_s + values.join(u','));
     }
 }
 
 Dataset *OpenThings(const test::Database &database, QObject *parent)
 {
     auto *things = new Dataset(database.Main(), parent);
-    things->SetTable(u"Things"_qs, u"Id"_qs);
-    things->SetEditableFields({u"Amount"_qs});
+    things->SetTable(u"Things"_s, u"Id"_s);
+    things->SetEditableFields({u"Amount"_s});
     things->Open(Select);
     return things;
 }
@@ -46,7 +48,7 @@ class TestDataset : public QObject
 {
     Q_OBJECT
 
-private Q_SLOTS:
+private slots:
     void init()
     {
         database = std::make_unique<test::Database>();
@@ -79,17 +81,17 @@ private:
 void TestDataset::textsComeBackAsTyped_data()
 {
     QTest::addColumn<QString>("text");
-    QTest::newRow("quotes") << u"d'or ''x''"_qs;
-    QTest::newRow("percent, brackets, underscore") << u"[50%] a_b]"_qs;
-    QTest::newRow("emoji") << u"چای 🍵👨‍👩‍👧"_qs;
-    QTest::newRow("4-byte letters") << u"𠜎𝔄"_qs;
-    QTest::newRow("direction marks and half-space") << u"\u200Fمی\u200Cخواهم\u200E"_qs;
-    QTest::newRow("arabic letters stay arabic") << u"كيك"_qs;
-    QTest::newRow("comment and statement") << u"--'; delete from Things /*"_qs;
-    QTest::newRow("line breaks and tab") << u"a\r\nb\tc"_qs;
-    QTest::newRow("placeholder") << u"? :name %1 @x"_qs;
-    QTest::newRow("empty is not null") << u""_qs;
-    QTest::newRow("trailing blanks") << u"چای  "_qs;
+    QTest::newRow("quotes") << u"d'or ''x''"_s;
+    QTest::newRow("percent, brackets, underscore") << u"[50%] a_b]"_s;
+    QTest::newRow("emoji") << u"چای 🍵👨‍👩‍👧"_s;
+    QTest::newRow("4-byte letters") << u"𠜎𝔄"_s;
+    QTest::newRow("direction marks and half-space") << u"\u200Fمی\u200Cخواهم\u200E"_s;
+    QTest::newRow("arabic letters stay arabic") << u"كيك"_s;
+    QTest::newRow("comment and statement") << u"--'; delete from Things /*"_s;
+    QTest::newRow("line breaks and tab") << u"a\r\nb\tc"_s;
+    QTest::newRow("placeholder") << u"? :name %1 @x"_s;
+    QTest::newRow("empty is not null") << u""_s;
+    QTest::newRow("trailing blanks") << u"چای  "_s;
 }
 
 void TestDataset::textsComeBackAsTyped()
@@ -133,7 +135,7 @@ void TestDataset::decimalsOfEverySize()
     QFETCH(QString, type);
     QFETCH(QString, text);
     Dataset numbers(database->Main());
-    numbers.Open(u"SELECT CAST('%1' AS %2) AS V, CAST(NULL AS %2) AS N"_qs.arg(text, type));
+    numbers.Open(u"SELECT CAST('%1' AS %2) AS V, CAST(NULL AS %2) AS N"_s.arg(text, type));
     QCOMPARE(numbers.Field(u"V"), QVariant(text));
     QVERIFY(numbers.Field(u"N").isNull());
     QVERIFY(numbers.Locate(u"V", text));
@@ -144,7 +146,7 @@ void TestDataset::everyKindOfValue()
     MakeThings(*database);
     Dataset *things = OpenThings(*database, owner.get());
     things->Append();
-    things->SetField(u"Amount", u"12345678901234.123456789"_qs);
+    things->SetField(u"Amount", u"12345678901234.123456789"_s);
     things->SetField(u"Flag", true);
     things->SetField(u"Big", 9007199254740993LL);
     things->SetField(u"Day", QDate(2026, 3, 21));
@@ -153,7 +155,7 @@ void TestDataset::everyKindOfValue()
     QCOMPARE(things->IntField(u"Id"), 1);
     QCOMPARE(things->IntField(u"Made"), 7);
     things->Requery();
-    QCOMPARE(things->TextField(u"Amount"), u"12345678901234.123456789"_qs);
+    QCOMPARE(things->TextField(u"Amount"), u"12345678901234.123456789"_s);
     QCOMPARE(things->Field(u"Flag"), QVariant(true));
     QCOMPARE(things->Field(u"Big"), QVariant(9007199254740993LL));
     QCOMPARE(things->Field(u"Day"), QVariant(QDate(2026, 3, 21)));
@@ -164,10 +166,10 @@ void TestDataset::everyKindOfValue()
     things->SetQuantity(u"Amount", 0.1L * 3);
     things->SetField(u"Flag", QVariant());
     things->Post();
-    QCOMPARE(database->Rows(u"select Amount, Flag, Big from Things"_qs), QStringList{u"0.3|NULL|9007199254740993"_qs});
+    QCOMPARE(database->Rows(u"select Amount, Flag, Big from Things"_s), QStringList{u"0.3|NULL|9007199254740993"_s});
 
     things->Edit();
-    things->SetField(u"Amount", u"12; delete from Things"_qs);
+    things->SetField(u"Amount", u"12; delete from Things"_s);
     QVERIFY_THROWS_EXCEPTION(RefusedText, things->Post());
     QVERIFY(things->IsEditing());
 }
@@ -181,17 +183,17 @@ void TestDataset::largeListsComeInBlocks()
     QCOMPARE(things.RecordCount(), 1000);
     QVERIFY(things.canFetchMore({}));
     // The connection serves others while the list is open, and the list does not see half of a change.
-    QCOMPARE(Scalar(database->GoodsList(), u"select count(*) from Things"_qs).toInt(), 2500);
+    QCOMPARE(Scalar(database->GoodsList(), u"select count(*) from Things"_s).toInt(), 2500);
 
     QSignalSpy inserted(&things, &QAbstractItemModel::rowsInserted);
     things.fetchMore({});
     QCOMPARE(things.RecordCount(), 2000);
     QCOMPARE(inserted.at(0).at(1).toInt(), 1000);
     QCOMPARE(inserted.at(0).at(2).toInt(), 1999);
-    QVERIFY(things.Locate(u"Amount", u"2400.0"_qs));
-    QCOMPARE(things.TextField(u"Name"), u"سطر 2400"_qs);
+    QVERIFY(things.Locate(u"Amount", u"2400.0"_s));
+    QCOMPARE(things.TextField(u"Name"), u"سطر 2400"_s);
     QVERIFY(!things.Locate(u"Id", 9999));
-    QCOMPARE(things.TextField(u"Name"), u"سطر 2400"_qs);
+    QCOMPARE(things.TextField(u"Name"), u"سطر 2400"_s);
     QCOMPARE(things.RecordCount(), 2500);
     QVERIFY(things.FetchedAll());
     for (int row = 0; row < things.RecordCount(); ++row) {
@@ -205,7 +207,7 @@ void TestDataset::lostConnectionKeepsWhatWasTyped()
     Dataset *things = OpenThings(*database, owner.get());
     QSqlDatabase main = database->Main();
     things->Edit();
-    things->SetField(u"Name", u"تازه"_qs);
+    things->SetField(u"Name", u"تازه"_s);
     main.close();
     try {
         things->Post();
@@ -214,14 +216,14 @@ void TestDataset::lostConnectionKeepsWhatWasTyped()
         QVERIFY(error.ConnectionLost());
         QVERIFY(!error.Text().isEmpty());
     }
-    QCOMPARE(things->TextField(u"Name"), u"تازه"_qs);
+    QCOMPARE(things->TextField(u"Name"), u"تازه"_s);
     QVERIFY_THROWS_EXCEPTION(DatabaseError, Transaction{main});
     QVERIFY_THROWS_EXCEPTION(DatabaseError, Query(main).Open(Select));
 
     QVERIFY(main.open());
-    QCOMPARE(Query(main, Select).Text(u"Name"), u"سطر 1"_qs);
+    QCOMPARE(Query(main, Select).Text(u"Name"), u"سطر 1"_s);
     things->Post();
-    QCOMPARE(Query(main, Select).Text(u"Name"), u"تازه"_qs);
+    QCOMPARE(Query(main, Select).Text(u"Name"), u"تازه"_s);
 }
 
 void TestDataset::rowThatIsGone()
@@ -229,12 +231,12 @@ void TestDataset::rowThatIsGone()
     MakeThings(*database, 2);
     Dataset *things = OpenThings(*database, owner.get());
     things->Edit();
-    things->SetField(u"Name", u"تازه"_qs);
-    Exec(database->AnotherConnection(), u"delete from Things where Id = 1"_qs);
+    things->SetField(u"Name", u"تازه"_s);
+    Exec(database->AnotherConnection(), u"delete from Things where Id = 1"_s);
     QVERIFY_THROWS_EXCEPTION(DatabaseError, things->Post());
     QCOMPARE(things->CurrentState(), Dataset::State::Edit);
     things->Cancel();
-    QCOMPARE(things->TextField(u"Name"), u"سطر 1"_qs);
+    QCOMPARE(things->TextField(u"Name"), u"سطر 1"_s);
     QVERIFY_THROWS_EXCEPTION(DatabaseError, things->Field(u"NoSuchField"));
 }
 
@@ -244,36 +246,36 @@ void TestDataset::typingInAGrid()
     Dataset *things = OpenThings(*database, owner.get());
     const auto cell = [things](int row, QStringView field) { return things->index(row, things->ColumnIndex(field)); };
     QVERIFY(!(things->flags(cell(0, u"Name")) & Qt::ItemIsEditable));
-    QVERIFY(!things->setData(cell(0, u"Name"), u"x"_qs));
-    QVERIFY(!things->setData(cell(0, u"Amount"), u"12a"_qs));
-    QVERIFY(things->setData(cell(0, u"Amount"), u"۱٬۲۳۴٫۵"_qs));
-    QCOMPARE(cell(0, u"Amount").data(), QVariant(u"1234.5"_qs));
-    QCOMPARE(database->Rows(u"select Amount from Things where Id = 1"_qs), QStringList{u"1"_qs});
-    QVERIFY(things->setData(cell(1, u"Amount"), u"7"_qs));
-    QCOMPARE(database->Rows(u"select Amount from Things where Id = 1"_qs), QStringList{u"1234.5"_qs});
+    QVERIFY(!things->setData(cell(0, u"Name"), u"x"_s));
+    QVERIFY(!things->setData(cell(0, u"Amount"), u"12a"_s));
+    QVERIFY(things->setData(cell(0, u"Amount"), u"۱٬۲۳۴٫۵"_s));
+    QCOMPARE(cell(0, u"Amount").data(), QVariant(u"1234.5"_s));
+    QCOMPARE(database->Rows(u"select Amount from Things where Id = 1"_s), QStringList{u"1"_s});
+    QVERIFY(things->setData(cell(1, u"Amount"), u"7"_s));
+    QCOMPARE(database->Rows(u"select Amount from Things where Id = 1"_s), QStringList{u"1234.5"_s});
     things->SetCurrentRow(2);
-    QCOMPARE(database->Rows(u"select Amount from Things where Id = 2"_qs), QStringList{u"7"_qs});
+    QCOMPARE(database->Rows(u"select Amount from Things where Id = 2"_s), QStringList{u"7"_s});
     QCOMPARE(things->CurrentState(), Dataset::State::Browse);
 
-    QVERIFY(things->setData(cell(2, u"Amount"), u"99"_qs));
-    Exec(database->AnotherConnection(), u"delete from Things where Id = 3"_qs);
+    QVERIFY(things->setData(cell(2, u"Amount"), u"99"_s));
+    Exec(database->AnotherConnection(), u"delete from Things where Id = 3"_s);
     QSignalSpy failed(things, &Dataset::Failed);
-    QVERIFY(!things->setData(cell(0, u"Amount"), u"5"_qs));
+    QVERIFY(!things->setData(cell(0, u"Amount"), u"5"_s));
     QCOMPARE(failed.count(), 1);
-    QCOMPARE(cell(2, u"Amount").data(), QVariant(u"99"_qs));
+    QCOMPARE(cell(2, u"Amount").data(), QVariant(u"99"_s));
 }
 
 void TestDataset::batchGivesItsFirstRows()
 {
     Query query(database->Main());
-    query.Open(u"create table #t (A int) insert into #t values (3) select A from #t select 4 as B"_qs);
+    query.Open(u"create table #t (A int) insert into #t values (3) select A from #t select 4 as B"_s);
     QCOMPARE(query.Int(u"a"), 3);
     QVERIFY(!query.Next());
     QVERIFY_THROWS_EXCEPTION(DatabaseError, query.Int(u"A"));
-    QCOMPARE(Scalar(database->Main(), u"select A from #t where A = 9"_qs), QVariant());
+    QCOMPARE(Scalar(database->Main(), u"select A from #t where A = 9"_s), QVariant());
     const quint64 before = StatementsSent();
-    QVERIFY(Exists(database->Main(), u"select A from #t"_qs));
-    QCOMPARE(Exec(database->Main(), u"update #t set A = 5 where A = 3"_qs), 1);
+    QVERIFY(Exists(database->Main(), u"select A from #t"_s));
+    QCOMPARE(Exec(database->Main(), u"update #t set A = 5 where A = 3"_s), 1);
     QCOMPARE(StatementsSent() - before, quint64(2));
 }
 
@@ -281,7 +283,7 @@ void TestDataset::errorInsideABatchIsSeen()
 {
     MakeThings(*database);
     try {
-        Exec(database->Main(), u"insert into Things (Name) values (N'الف') insert into Things (Made) values (NULL)"_qs);
+        Exec(database->Main(), u"insert into Things (Name) values (N'الف') insert into Things (Made) values (NULL)"_s);
         QFAIL("the second statement passed");
     } catch (const DatabaseError &error) {
         QVERIFY(!error.ConnectionLost());
@@ -305,7 +307,7 @@ void TestDataset::nestedTransactions()
     QFETCH(bool, outerCommits);
     QFETCH(int, written);
     MakeThings(*database);
-    const QString insert = u"insert into Things (Name) values (N'x')"_qs;
+    const QString insert = u"insert into Things (Name) values (N'x')"_s;
     bool refused = false;
     {
         Transaction outer(database->Main());
@@ -328,7 +330,7 @@ void TestDataset::nestedTransactions()
     }
     QCOMPARE(refused, outerCommits && !innerCommits);
     QVERIFY(!Transaction::IsActive(database->Main()));
-    QCOMPARE(Scalar(database->AnotherConnection(), u"select count(*) from Things"_qs).toInt(), written);
+    QCOMPARE(Scalar(database->AnotherConnection(), u"select count(*) from Things"_s).toInt(), written);
 }
 
 REGISTER_TEST(TestDataset)

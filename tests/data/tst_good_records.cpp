@@ -11,6 +11,8 @@
 #include <atomic>
 #include <thread>
 
+using namespace Qt::StringLiterals;
+
 using fixture::Desk;
 using fixture::Good;
 
@@ -19,13 +21,13 @@ namespace {
 /// Everything of a good that the database holds, so that two goods compare as one text.
 QStringList Stored(const test::Database &database, int code)
 {
-    return database.Rows(u"select * from GoodInf where Code = %1"_qs.arg(code)) +
-           database.Rows(u"select * from GoodCostDiscount where GoodCode = %1"_qs.arg(code));
+    return database.Rows(u"select * from GoodInf where Code = %1"_s.arg(code)) +
+           database.Rows(u"select * from GoodCostDiscount where GoodCode = %1"_s.arg(code));
 }
 
 void MakeGoods(const test::Database &database, const QString &values)
 {
-    database.Exec(u"insert into GoodInf (Code, GrpCode, Name, kala_index, AbbName, SMSCode) values "_qs + values);
+    database.Exec(u"insert into GoodInf (Code, GrpCode, Name, kala_index, AbbName, SMSCode) values "_s + values);
 }
 
 } // namespace
@@ -34,7 +36,7 @@ class TestGoodRecords : public QObject
 {
     Q_OBJECT
 
-private Q_SLOTS:
+private slots:
     void init()
     {
         database = std::make_unique<test::Database>();
@@ -74,11 +76,11 @@ private:
 void TestGoodRecords::savedIsWhatIsRead()
 {
     TGoodInfoRec rec = Good(501);
-    rec.kala_name = u"چای d'or [۵۰%] 🍵\u200F"_qs;
+    rec.kala_name = u"چای d'or [۵۰%] 🍵\u200F"_s;
     QVERIFY(desk->goods.Good_Insert(rec));
     TGoodInfoRec read;
     QVERIFY(Desk(database->AnotherConnection(), *database).goods.Good_GetByID(501, read));
-    QCOMPARE(read.Name, u"چای d'or [۵۰%] 🍵\u200F سبز 501"_qs);
+    QCOMPARE(read.Name, u"چای d'or [۵۰%] 🍵\u200F سبز 501"_s);
     QCOMPARE(read.Length, 0.123456789L);
     QCOMPARE(read.Price.Discount_Buy[3], 100.0L);
     QCOMPARE(read.Price.Discount_Sell[1], 2.5L);
@@ -89,10 +91,9 @@ void TestGoodRecords::savedIsWhatIsRead()
     copy.Code = 502;
     QVERIFY(desk->goods.Good_Insert(copy));
     QStringList original = Stored(*database, 501);
-    original.replaceInStrings(QRegularExpression(u"^501"_qs), u"502"_qs);
+    original.replaceInStrings(QRegularExpression(u"^501"_s), u"502"_s);
     QCOMPARE(Stored(*database, 502), original);
-    QVERIFY(!original.first().contains(u"|NULL|"_qs) ||
-            original.first().count(u"NULL"_qs) == 3); // the three of a change
+    QVERIFY(!original.first().contains(u"|NULL|"_s) || original.first().count(u"NULL"_s) == 3); // the three of a change
     QVERIFY(!desk->goods.Good_GetByID(999, read));
     QCOMPARE(read.Code, 501);
 }
@@ -106,25 +107,25 @@ void TestGoodRecords::updateKeepsCreationAndLeavesOthersAlone()
     desk->goods.Good_GetByID(501, rec);
     rec.kala_type = QString();
     rec.GrpCode = 7;
-    rec.CreatedTime = u"00:00:00"_qs;
-    rec.ModifiedTime = u"11:12:13"_qs;
-    rec.ModifiedDate = u"1405/02/03"_qs;
-    rec.UserModified = u"کاربر (2)"_qs;
+    rec.CreatedTime = u"00:00:00"_s;
+    rec.ModifiedTime = u"11:12:13"_s;
+    rec.ModifiedDate = u"1405/02/03"_s;
+    rec.UserModified = u"کاربر (2)"_s;
     rec.VoucherCode = 44;
     rec.Price.Discount_Sell[0] = 99.5L;
     QVERIFY(desk->goods.Good_Update(rec));
     QCOMPARE(
         database->Rows(u"select Name, GrpCode, CreatedTime, ModifiedTime, ModifiedDate, UserModified, VoucherCode, "
-                       "Discount_Sell_1 from GoodInf join GoodCostDiscount on GoodCode = Code where Code = 501"_qs),
-        QStringList{u"چای  501|7|10:20:30|11:12:13|1405/02/03|کاربر (2)|44|99.5"_qs});
+                       "Discount_Sell_1 from GoodInf join GoodCostDiscount on GoodCode = Code where Code = 501"_s),
+        QStringList{u"چای  501|7|10:20:30|11:12:13|1405/02/03|کاربر (2)|44|99.5"_s});
     QCOMPARE(Stored(*database, 502), other);
 
     // A good that was not the last one read, and one that is gone.
     rec = Good(502);
-    rec.Comment = u"تازه"_qs;
+    rec.Comment = u"تازه"_s;
     QVERIFY(desk->goods.Good_Update(rec));
-    QCOMPARE(database->Scalar(u"select Comment from GoodInf where Code = 502"_qs), QVariant(u"تازه"_qs));
-    database->Exec(u"delete from GoodInf where Code = 502"_qs);
+    QCOMPARE(database->Scalar(u"select Comment from GoodInf where Code = 502"_s), QVariant(u"تازه"_s));
+    database->Exec(u"delete from GoodInf where Code = 502"_s);
     QVERIFY_THROWS_EXCEPTION(host::DatabaseError, desk->goods.Good_Update(rec));
 }
 
@@ -138,8 +139,8 @@ void TestGoodRecords::oneUnitGoodHasNoSecondUnit()
     rec.SMSCode.clear();
     rec.Store = 0;
     desk->goods.Good_Insert(rec);
-    QCOMPARE(database->Rows(u"select Code, Unit2, SMSCode, Store from GoodInf order by Code"_qs),
-             QStringList({u"501|NULL|501|1"_qs, u"502|NULL|NULL|NULL"_qs}));
+    QCOMPARE(database->Rows(u"select Code, Unit2, SMSCode, Store from GoodInf order by Code"_s),
+             QStringList({u"501|NULL|501|1"_s, u"502|NULL|NULL|NULL"_s}));
 }
 
 void TestGoodRecords::failedSaveWritesNothing_data()
@@ -148,10 +149,10 @@ void TestGoodRecords::failedSaveWritesNothing_data()
     QTest::addColumn<int>("group");
     QTest::addColumn<int>("nameLength");
     QTest::addColumn<QString>("smsCode");
-    QTest::newRow("code is taken") << 501 << 5 << 5 << u"9"_qs;
-    QTest::newRow("no such group") << 502 << 99 << 5 << u"9"_qs;
-    QTest::newRow("name too long") << 502 << 5 << 51 << u"9"_qs;
-    QTest::newRow("no number") << 502 << 5 << 5 << u"9; delete from GoodInf"_qs;
+    QTest::newRow("code is taken") << 501 << 5 << 5 << u"9"_s;
+    QTest::newRow("no such group") << 502 << 99 << 5 << u"9"_s;
+    QTest::newRow("name too long") << 502 << 5 << 51 << u"9"_s;
+    QTest::newRow("no number") << 502 << 5 << 5 << u"9; delete from GoodInf"_s;
 }
 
 void TestGoodRecords::failedSaveWritesNothing()
@@ -171,7 +172,7 @@ void TestGoodRecords::failedSaveWritesNothing()
     QCOMPARE(Stored(*database, 501), before);
     QCOMPARE(Stored(*database, 502), QStringList());
     QVERIFY(desk->goods.Good_Insert(Good(503))); // the module is fit for the next try
-    QCOMPARE(database->Rows(u"select Code from GoodInf order by Code"_qs), QStringList({u"501"_qs, u"503"_qs}));
+    QCOMPARE(database->Rows(u"select Code from GoodInf order by Code"_s), QStringList({u"501"_s, u"503"_s}));
 }
 
 void TestGoodRecords::deletingIsTheHostsBusiness()
@@ -179,7 +180,7 @@ void TestGoodRecords::deletingIsTheHostsBusiness()
     QVERIFY(desk->goods.Good_Delete(501));
     desk->entities.deleteAnswer = 2;
     QVERIFY(!desk->goods.Good_Delete(502));
-    QCOMPARE(desk->entities.asked, QStringList({u"102 501 0"_qs, u"102 502 0"_qs}));
+    QCOMPARE(desk->entities.asked, QStringList({u"102 501 0"_s, u"102 502 0"_s}));
 }
 
 void TestGoodRecords::newCodes_data()
@@ -188,12 +189,12 @@ void TestGoodRecords::newCodes_data()
     QTest::addColumn<QString>("reserved");
     QTest::addColumn<int>("code");
     QTest::newRow("nothing yet") << QString() << QString() << 1;
-    QTest::newRow("after the group's last") << u"5001:5,5003:5,6000:7"_qs << QString() << 5004;
-    QTest::newRow("next one is another group's") << u"5001:5,5002:5,5003:5,5004:7"_qs << QString() << 5005;
-    QTest::newRow("next one is reserved") << u"5001:5,9000:7"_qs << u"5002"_qs << 9001;
-    QTest::newRow("beyond the reserved ones") << u"5001:5"_qs << u"5002,8000"_qs << 8001;
-    QTest::newRow("empty group beside others") << u"1:7,2:7"_qs << QString() << 3;
-    QTest::newRow("reserved for another part") << u"5001:5"_qs << u"-5002"_qs << 5002;
+    QTest::newRow("after the group's last") << u"5001:5,5003:5,6000:7"_s << QString() << 5004;
+    QTest::newRow("next one is another group's") << u"5001:5,5002:5,5003:5,5004:7"_s << QString() << 5005;
+    QTest::newRow("next one is reserved") << u"5001:5,9000:7"_s << u"5002"_s << 9001;
+    QTest::newRow("beyond the reserved ones") << u"5001:5"_s << u"5002,8000"_s << 8001;
+    QTest::newRow("empty group beside others") << u"1:7,2:7"_s << QString() << 3;
+    QTest::newRow("reserved for another part") << u"5001:5"_s << u"-5002"_s << 5002;
 }
 
 void TestGoodRecords::newCodes()
@@ -202,14 +203,14 @@ void TestGoodRecords::newCodes()
     QFETCH(QString, reserved);
     QFETCH(int, code);
     for (const QString &good : goods.split(u',', Qt::SkipEmptyParts)) {
-        MakeGoods(*database, u"(%1, %2, N'x', N'', N'', NULL)"_qs.arg(good.section(u':', 0, 0), good.section(u':', 1)));
+        MakeGoods(*database, u"(%1, %2, N'x', N'', N'', NULL)"_s.arg(good.section(u':', 0, 0), good.section(u':', 1)));
     }
     for (const QString &lock : reserved.split(u',', Qt::SkipEmptyParts)) {
         database->Exec(
-            u"insert into CodeLock_TBL (Status, Code) values (%1, %2)"_qs.arg(lock.startsWith(u'-') ? 104 : 102)
+            u"insert into CodeLock_TBL (Status, Code) values (%1, %2)"_s.arg(lock.startsWith(u'-') ? 104 : 102)
                 .arg(lock.mid(lock.startsWith(u'-') ? 1 : 0)));
     }
-    QCOMPARE(desk->goods.Good_GetNewCode(u"5"_qs), code);
+    QCOMPARE(desk->goods.Good_GetNewCode(u"5"_s), code);
     const TGood_DM::GoodCodes all = desk->goods.GetGoodCodes();
     QCOMPARE(all.GoodCount, int(goods.split(u',', Qt::SkipEmptyParts).size()));
     QCOMPARE(all.GoodCodes.split(u',', Qt::SkipEmptyParts).size(), all.GoodCount);
@@ -218,10 +219,10 @@ void TestGoodRecords::newCodes()
 void TestGoodRecords::takenCodeIsReplaced()
 {
     TGood_DM &goods = desk->goods;
-    int code = goods.Good_GetNewCode_GrpCode(u"5"_qs, u"6"_qs);
+    int code = goods.Good_GetNewCode_GrpCode(u"5"_s, u"6"_s);
     const int proposed = code;
     goods.CostLevel_Prepare(code, 2);
-    goods.GoodFirstAsset(code, u"1"_qs, u"3.5"_qs, u"0"_qs);
+    goods.GoodFirstAsset(code, u"1"_s, u"3.5"_s, u"0"_s);
     goods.InsertUpdateToKalaCategory(code, 2, 1);
     {
         host::Transaction free(database->Main());
@@ -238,19 +239,19 @@ void TestGoodRecords::takenCodeIsReplaced()
     goods.Good_Insert(Good(code));
     goods.CostLevel_Save(code);
     transaction.Commit();
-    QCOMPARE(database->Rows(u"select GoodCode, tmp, Amount1 from GoodFirstAsset"_qs),
-             QStringList{u"%1|0|3.5"_qs.arg(code)});
-    QCOMPARE(database->Rows(u"select Kala_code, Category_code, tmp from Kala_category"_qs),
-             QStringList{u"%1|2|0"_qs.arg(code)});
-    QCOMPARE(database->Rows(u"select distinct TypeCode from tmpCostList"_qs), QStringList{QString::number(code)});
+    QCOMPARE(database->Rows(u"select GoodCode, tmp, Amount1 from GoodFirstAsset"_s),
+             QStringList{u"%1|0|3.5"_s.arg(code)});
+    QCOMPARE(database->Rows(u"select Kala_code, Category_code, tmp from Kala_category"_s),
+             QStringList{u"%1|2|0"_s.arg(code)});
+    QCOMPARE(database->Rows(u"select distinct TypeCode from tmpCostList"_s), QStringList{QString::number(code)});
 }
 
 void TestGoodRecords::desksSavingAtOnce()
 {
     // The worst order: both propose, both save.
     Desk other(database->AnotherConnection(), *database);
-    TGoodInfoRec first = Good(desk->goods.Good_GetNewCode_GrpCode(u"5"_qs, u"6"_qs));
-    TGoodInfoRec second = Good(other.goods.Good_GetNewCode_GrpCode(u"5"_qs, u"6"_qs));
+    TGoodInfoRec first = Good(desk->goods.Good_GetNewCode_GrpCode(u"5"_s, u"6"_s));
+    TGoodInfoRec second = Good(other.goods.Good_GetNewCode_GrpCode(u"5"_s, u"6"_s));
     QCOMPARE(second.Code, first.Code);
     desk->goods.Good_Insert(first);
     QVERIFY_THROWS_EXCEPTION(host::DatabaseError, other.goods.Good_Insert(second));
@@ -260,7 +261,7 @@ void TestGoodRecords::desksSavingAtOnce()
     std::atomic<int> replaced = 0;
     std::atomic<int> failed = 0;
     const auto work = [&](int number) {
-        const QString name = u"desk %1"_qs.arg(number);
+        const QString name = u"desk %1"_s.arg(number);
         {
             const QSqlDatabase main = database->Connect(name);
             fixture::Settings settings;
@@ -268,7 +269,7 @@ void TestGoodRecords::desksSavingAtOnce()
             TGood_DM goods({main, main, main}, settings, entities);
             try {
                 for (int i = 0; i < Each; ++i) {
-                    TGoodInfoRec rec = Good(goods.Good_GetNewCode_GrpCode(u"5"_qs, u"6"_qs));
+                    TGoodInfoRec rec = Good(goods.Good_GetNewCode_GrpCode(u"5"_s, u"6"_s));
                     host::Transaction transaction(main);
                     replaced += goods.Good_TakeCode(rec.Code, 5, 6) ? 1 : 0;
                     goods.Good_Insert(rec);
@@ -290,36 +291,36 @@ void TestGoodRecords::desksSavingAtOnce()
     }
     QCOMPARE(failed.load(), 0);
     QVERIFY2(replaced.load() > 0, "the desks never met");
-    QCOMPARE(database->Rows(u"select count(*), count(distinct Code) from GoodInf"_qs), QStringList{u"46|46"_qs});
-    QCOMPARE(database->Rows(u"select count(*) from GoodCostDiscount"_qs), QStringList{u"46"_qs});
+    QCOMPARE(database->Rows(u"select count(*), count(distinct Code) from GoodInf"_s), QStringList{u"46|46"_s});
+    QCOMPARE(database->Rows(u"select count(*) from GoodCostDiscount"_s), QStringList{u"46"_s});
 }
 
 void TestGoodRecords::uniqueness_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("index");
-    QTest::newRow("plain") << u"چای سبز ۱"_qs << u"۱"_qs;
-    QTest::newRow("quotes") << u"d'or 'x'"_qs << u"'"_qs;
-    QTest::newRow("percent and brackets are letters") << u"[50%] a_b"_qs << u"%"_qs;
-    QTest::newRow("emoji") << u"چای 🍵"_qs << u"🍵"_qs;
-    QTest::newRow("direction marks") << u"\u200Fچای\u200C سبز"_qs << u"\u200Ex"_qs;
+    QTest::newRow("plain") << u"چای سبز ۱"_s << u"۱"_s;
+    QTest::newRow("quotes") << u"d'or 'x'"_s << u"'"_s;
+    QTest::newRow("percent and brackets are letters") << u"[50%] a_b"_s << u"%"_s;
+    QTest::newRow("emoji") << u"چای 🍵"_s << u"🍵"_s;
+    QTest::newRow("direction marks") << u"\u200Fچای\u200C سبز"_s << u"\u200Ex"_s;
 }
 
 void TestGoodRecords::uniqueness()
 {
     QFETCH(QString, name);
     QFETCH(QString, index);
-    MakeGoods(*database, u"(1, 5, %1, %2, N'', 77), (2, 5, N'دیگر', N'دیگر', N'', 78)"_qs.arg(host::NQuotedStr(name),
-                                                                                              host::NQuotedStr(index)));
+    MakeGoods(*database, u"(1, 5, %1, %2, N'', 77), (2, 5, N'دیگر', N'دیگر', N'', 78)"_s.arg(host::NQuotedStr(name),
+                                                                                             host::NQuotedStr(index)));
     TGood_DM &goods = desk->goods;
     QCOMPARE(goods.Good_ExistName(1, name), 0);
     QCOMPARE(goods.Good_ExistName(2, name), 1);
     QCOMPARE(goods.Good_ExistName(2, name + u'x'), 0);
     QCOMPARE(goods.Good_ExistIndex(1, index), 0);
     QCOMPARE(goods.Good_ExistIndex(3, index), 1);
-    QVERIFY(goods.Good_IsExistSMSCode(2, u"77"_qs));
-    QVERIFY(goods.Good_IsExistSMSCode(2, u"0077"_qs));
-    QVERIFY(!goods.Good_IsExistSMSCode(1, u"77"_qs));
+    QVERIFY(goods.Good_IsExistSMSCode(2, u"77"_s));
+    QVERIFY(goods.Good_IsExistSMSCode(2, u"0077"_s));
+    QVERIFY(!goods.Good_IsExistSMSCode(1, u"77"_s));
     QVERIFY(!goods.Good_IsNewRecordMode(2));
     QVERIFY(goods.Good_IsNewRecordMode(3));
 }
@@ -328,27 +329,27 @@ void TestGoodRecords::unquotedValuesAreDigits_data()
 {
     QTest::addColumn<QString>("value");
     QTest::newRow("empty") << QString();
-    QTest::newRow("statement") << u"1 or 1=1"_qs;
-    QTest::newRow("sign") << u"-1"_qs;
-    QTest::newRow("persian digits") << u"۱۲"_qs;
-    QTest::newRow("quote") << u"1'"_qs;
+    QTest::newRow("statement") << u"1 or 1=1"_s;
+    QTest::newRow("sign") << u"-1"_s;
+    QTest::newRow("persian digits") << u"۱۲"_s;
+    QTest::newRow("quote") << u"1'"_s;
 }
 
 void TestGoodRecords::unquotedValuesAreDigits()
 {
     QFETCH(QString, value);
-    MakeGoods(*database, u"(1, 5, N'x', N'', N'', 77)"_qs);
+    MakeGoods(*database, u"(1, 5, N'x', N'', N'', 77)"_s);
     TGood_DM &goods = desk->goods;
     const quint64 before = host::StatementsSent();
     QVERIFY_THROWS_EXCEPTION(host::RefusedText, goods.Good_IsExistSMSCode(2, value));
     QVERIFY_THROWS_EXCEPTION(host::RefusedText, goods.Good_GetNewCode(value));
-    QVERIFY_THROWS_EXCEPTION(host::RefusedText, goods.Good_GetNewCode_GrpCode(value, u"6"_qs));
-    QVERIFY_THROWS_EXCEPTION(host::RefusedText, goods.Good_GetNewCode_GrpCode(u"5"_qs, value));
-    QVERIFY_THROWS_EXCEPTION(host::RefusedText, goods.GoodFirstAsset(1, value, u"1"_qs, u"1"_qs));
-    QVERIFY_THROWS_EXCEPTION(host::RefusedText, goods.GoodFirstAsset(1, u"1"_qs, u"1,1"_qs, u"1"_qs));
+    QVERIFY_THROWS_EXCEPTION(host::RefusedText, goods.Good_GetNewCode_GrpCode(value, u"6"_s));
+    QVERIFY_THROWS_EXCEPTION(host::RefusedText, goods.Good_GetNewCode_GrpCode(u"5"_s, value));
+    QVERIFY_THROWS_EXCEPTION(host::RefusedText, goods.GoodFirstAsset(1, value, u"1"_s, u"1"_s));
+    QVERIFY_THROWS_EXCEPTION(host::RefusedText, goods.GoodFirstAsset(1, u"1"_s, u"1,1"_s, u"1"_s));
     if (!value.isEmpty()) {
         QVERIFY_THROWS_EXCEPTION(host::RefusedText, goods.Good_UpdateDaraiGoodType(1, value));
-        QVERIFY_THROWS_EXCEPTION(host::RefusedText, goods.InsertGoodDetailTypesForGoods(value, u"1"_qs, 1));
+        QVERIFY_THROWS_EXCEPTION(host::RefusedText, goods.InsertGoodDetailTypesForGoods(value, u"1"_s, 1));
     }
     QCOMPARE(host::StatementsSent(), before);
 }
@@ -358,19 +359,19 @@ void TestGoodRecords::barcodes_data()
     QTest::addColumn<QString>("stored");
     QTest::addColumn<QString>("asked");
     QTest::addColumn<bool>("found");
-    QTest::newRow("first") << u"!111!222!"_qs << u"111"_qs << true;
-    QTest::newRow("last") << u"!111!222!"_qs << u"222"_qs << true;
-    QTest::newRow("part of one") << u"!1112!222!"_qs << u"111"_qs << false;
-    QTest::newRow("other case") << u"!AbC!"_qs << u"aBc"_qs << true;
-    QTest::newRow("quote") << u"!a'b!"_qs << u"a'b"_qs << true;
-    QTest::newRow("persian short name") << u"!چای!"_qs << u"چای"_qs << true;
-    QTest::newRow("percent finds itself") << u"!a%b!"_qs << u"a%b"_qs << true;
-    QTest::newRow("percent finds no other") << u"!axxb!"_qs << u"a%b"_qs << false;
-    QTest::newRow("underscore finds no other") << u"!axb!"_qs << u"a_b"_qs << false;
-    QTest::newRow("underscore finds itself") << u"!a_b!"_qs << u"a_b"_qs << true;
-    QTest::newRow("bracket finds itself") << u"![1]!"_qs << u"[1]"_qs << true;
-    QTest::newRow("bracket finds no other") << u"!1!"_qs << u"[1]"_qs << false;
-    QTest::newRow("open bracket") << u"!a[b!"_qs << u"a[b"_qs << true;
+    QTest::newRow("first") << u"!111!222!"_s << u"111"_s << true;
+    QTest::newRow("last") << u"!111!222!"_s << u"222"_s << true;
+    QTest::newRow("part of one") << u"!1112!222!"_s << u"111"_s << false;
+    QTest::newRow("other case") << u"!AbC!"_s << u"aBc"_s << true;
+    QTest::newRow("quote") << u"!a'b!"_s << u"a'b"_s << true;
+    QTest::newRow("persian short name") << u"!چای!"_s << u"چای"_s << true;
+    QTest::newRow("percent finds itself") << u"!a%b!"_s << u"a%b"_s << true;
+    QTest::newRow("percent finds no other") << u"!axxb!"_s << u"a%b"_s << false;
+    QTest::newRow("underscore finds no other") << u"!axb!"_s << u"a_b"_s << false;
+    QTest::newRow("underscore finds itself") << u"!a_b!"_s << u"a_b"_s << true;
+    QTest::newRow("bracket finds itself") << u"![1]!"_s << u"[1]"_s << true;
+    QTest::newRow("bracket finds no other") << u"!1!"_s << u"[1]"_s << false;
+    QTest::newRow("open bracket") << u"!a[b!"_s << u"a[b"_s << true;
 }
 
 void TestGoodRecords::barcodes()
@@ -378,7 +379,7 @@ void TestGoodRecords::barcodes()
     QFETCH(QString, stored);
     QFETCH(QString, asked);
     QFETCH(bool, found);
-    MakeGoods(*database, u"(1, 5, N'x', N'', %1, NULL)"_qs.arg(host::NQuotedStr(stored)));
+    MakeGoods(*database, u"(1, 5, N'x', N'', %1, NULL)"_s.arg(host::NQuotedStr(stored)));
     QCOMPARE(desk->goods.CheckBarcodeCode(asked), found ? 1 : 0);
     QCOMPARE(desk->goods.Good_ExistBarCode(2, asked), found);
     QVERIFY(!desk->goods.Good_ExistBarCode(1, asked));
@@ -393,20 +394,20 @@ void TestGoodRecords::useElsewhere_data()
 {
     QTest::addColumn<QString>("row");
     QTest::addColumn<QString>("uses"); // movement, voucher line, web shop
-    QTest::newRow("nowhere") << QString() << u"000"_qs;
+    QTest::newRow("nowhere") << QString() << u"000"_s;
     QTest::newRow("movement")
         << u"insert into Kardex (Kala, Anbar, OperationType, OperationCode, [Date], Amount1) values "
-           "(501, 1, 1, 1, '1405/01/01', 1)"_qs
-        << u"100"_qs;
+           "(501, 1, 1, 1, '1405/01/01', 1)"_s
+        << u"100"_s;
     const QString voucher = u"insert into Vouchers (Code, Kind, [Date]) values (1, %1, '1405/01/01') "
-                            "insert into VoucherLines (VoucherCode, GoodCode, Sharh) values (1, 501, N'x')"_qs;
-    QTest::newRow("opening voucher") << voucher.arg(1) << u"000"_qs;
-    QTest::newRow("other voucher") << voucher.arg(2) << u"010"_qs;
-    QTest::newRow("mobile ordering") << u"insert into OnlineProduct (Masterid) values (501)"_qs << u"001"_qs;
+                            "insert into VoucherLines (VoucherCode, GoodCode, Sharh) values (1, 501, N'x')"_s;
+    QTest::newRow("opening voucher") << voucher.arg(1) << u"000"_s;
+    QTest::newRow("other voucher") << voucher.arg(2) << u"010"_s;
+    QTest::newRow("mobile ordering") << u"insert into OnlineProduct (Masterid) values (501)"_s << u"001"_s;
     QTest::newRow("mobile ordering no more")
-        << u"insert into OnlineProduct (Masterid, isdelete) values (501, 1)"_qs << u"000"_qs;
-    QTest::newRow("web shop only") << u"insert into Market.Product (VelakProductCode) values (501)"_qs << u"001"_qs;
-    QTest::newRow("another good's") << u"insert into Market.Product (VelakProductCode) values (502)"_qs << u"000"_qs;
+        << u"insert into OnlineProduct (Masterid, isdelete) values (501, 1)"_s << u"000"_s;
+    QTest::newRow("web shop only") << u"insert into Market.Product (VelakProductCode) values (501)"_s << u"001"_s;
+    QTest::newRow("another good's") << u"insert into Market.Product (VelakProductCode) values (502)"_s << u"000"_s;
 }
 
 void TestGoodRecords::useElsewhere()
@@ -426,23 +427,23 @@ void TestGoodRecords::scales()
 {
     TGood_DM &goods = desk->goods;
     TGoodInfoRec rec = Good(501);
-    rec.kala_name = u"چای 'x'"_qs;
-    rec.AbbName = u"!111!222!"_qs;
+    rec.kala_name = u"چای 'x'"_s;
+    rec.AbbName = u"!111!222!"_s;
     rec.Unit = 2;
     goods.Good_Insert(rec);
     goods.Change_Price_Scale(501, 3);
     QVERIFY(!goods.CheckGoodInScale(501));
-    database->Exec(u"insert into Items (Code, ScaleType, Name1, Price) values (501, 1, N'', 0), (502, 2, N'', 0)"_qs);
-    database->Exec(u"update GoodCostDiscount set CostLevel_Sell_3 = 1234.5"_qs);
+    database->Exec(u"insert into Items (Code, ScaleType, Name1, Price) values (501, 1, N'', 0), (502, 2, N'', 0)"_s);
+    database->Exec(u"update GoodCostDiscount set CostLevel_Sell_3 = 1234.5"_s);
     QVERIFY(goods.CheckGoodInScale(501));
     QVERIFY(!goods.CheckGoodInScale(502));
     goods.Change_Price_Scale(501, 3);
-    QCOMPARE(database->Rows(u"select Name1, Price, BarCode, [Type], ChangeType from Items where Code = 501"_qs),
-             QStringList{u"چای 'x' سبز 501|1234.5|111|1|2"_qs});
+    QCOMPARE(database->Rows(u"select Name1, Price, BarCode, [Type], ChangeType from Items where Code = 501"_s),
+             QStringList{u"چای 'x' سبز 501|1234.5|111|1|2"_s});
     QVERIFY_THROWS_EXCEPTION(host::RefusedText, goods.Change_Price_Scale(501, 11));
     goods.DeleteGoodInScale(501);
-    QCOMPARE(database->Rows(u"select Code, ChangeType from Items order by Code"_qs),
-             QStringList({u"501|3"_qs, u"502|0"_qs}));
+    QCOMPARE(database->Rows(u"select Code, ChangeType from Items order by Code"_s),
+             QStringList({u"501|3"_s, u"502|0"_s}));
 }
 
 REGISTER_TEST(TestGoodRecords)

@@ -7,6 +7,8 @@
 
 #include <QTest>
 
+using namespace Qt::StringLiterals;
+
 using fixture::Desk;
 using fixture::Good;
 
@@ -14,7 +16,7 @@ class TestGoodWorking : public QObject
 {
     Q_OBJECT
 
-private Q_SLOTS:
+private slots:
     void init()
     {
         database = std::make_unique<test::Database>();
@@ -47,7 +49,7 @@ private:
     void MakeDetailTypes() const
     {
         database->Exec(u"insert into DetailTypes (Title, DetailType) values (N'رنگ', 1), (N'شرح', 2), (N'سریال', 3), "
-                       "(N'وزن', 4), (N'تاریخ', 5), (N'بارکد', 6), (N'وضعیت', 7)"_qs);
+                       "(N'وزن', 4), (N'تاریخ', 5), (N'بارکد', 6), (N'وضعیت', 7)"_s);
     }
 
     std::unique_ptr<test::Database> database;
@@ -60,14 +62,14 @@ void TestGoodWorking::pricesOfANewGood()
     goods.CostLevel_Prepare(501, 2);
     goods.CostLevel_Prepare(501, 2); // an editor closed without clearing leaves nothing twice
     QCOMPARE(Rows(u"select Status, count(*), count(distinct CostLevelCode), max(Cost), max(cast([Default] as int)) "
-                  "from tmpCostList where Type = 3 and TypeCode = 501 group by Status order by Status"_qs),
-             QStringList({u"0|10|10|0|0"_qs, u"1|10|10|0|0"_qs}));
+                  "from tmpCostList where Type = 3 and TypeCode = 501 group by Status order by Status"_s),
+             QStringList({u"0|10|10|0|0"_s, u"1|10|10|0|0"_s}));
     QVERIFY(goods.CostLevel_Sell_NotSelect(501, 4));
     goods.CostLevel_Sell_GetAll(501);
     QVERIFY(goods.SellDetails_QRY.Locate(u"CostLevelCode", 4));
     const int row = goods.SellDetails_QRY.CurrentRow();
     QVERIFY(goods.SellDetails_QRY.setData(goods.SellDetails_QRY.index(row, goods.SellDetails_QRY.ColumnIndex(u"Cost")),
-                                          u"۱٬۵۰۰٫۱۲۵"_qs));
+                                          u"۱٬۵۰۰٫۱۲۵"_s));
     goods.SellDetails_QRY.Post();
     QVERIFY(!goods.CostLevel_Sell_NotSelect(501, 4));
     QVERIFY(goods.CostLevel_Buy_NotSelect(501, 4));
@@ -79,7 +81,7 @@ void TestGoodWorking::pricesOfANewGood()
     QCOMPARE(goods.SellDetails_QRY.RecordCount(), 10);
     for (int i = 0; i < 10; ++i) {
         const bool isDefault = goods.SellDetails_QRY.FieldAt(i, u"CostLevelCode").toInt() == 4;
-        QCOMPARE(goods.SellDetails_QRY.FieldAt(i, u"deftitle").toString(), isDefault ? u"*"_qs : QString());
+        QCOMPARE(goods.SellDetails_QRY.FieldAt(i, u"deftitle").toString(), isDefault ? u"*"_s : QString());
     }
 
     goods.Good_Insert(Good(501));
@@ -88,9 +90,9 @@ void TestGoodWorking::pricesOfANewGood()
     QCOMPARE(host::StatementsSent() - before, quint64(2));
     goods.CostLevel_DeleteTemp(501);
     QCOMPARE(Rows(u"select CostLevel_Sell_3, CostLevel_Sell_4, Default_CostLevel_Sell_Number, CostLevel_Buy_7, "
-                  "Default_CostLevel_Buy_Number, Discount_Sell_2 from GoodCostDiscount"_qs),
-             QStringList{u"0|1500.125|4|0|7|2.5"_qs});
-    QCOMPARE(database->Scalar(u"select count(*) from tmpCostList"_qs).toInt(), 0);
+                  "Default_CostLevel_Buy_Number, Discount_Sell_2 from GoodCostDiscount"_s),
+             QStringList{u"0|1500.125|4|0|7|2.5"_s});
+    QCOMPARE(database->Scalar(u"select count(*) from tmpCostList"_s).toInt(), 0);
 }
 
 void TestGoodWorking::pricesOfAnOldGood()
@@ -99,28 +101,27 @@ void TestGoodWorking::pricesOfAnOldGood()
     goods.Good_Insert(Good(501));
     QStringList set;
     for (int level = 1; level <= 10; ++level) {
-        set += u"CostLevel_Sell_%1 = 12345678901234.12345678%1 % 1000 + %1, CostLevel_Buy_%1 = %1.%1"_qs.arg(level);
+        set += u"CostLevel_Sell_%1 = 12345678901234.12345678%1 % 1000 + %1, CostLevel_Buy_%1 = %1.%1"_s.arg(level);
     }
     database->Exec(
-        u"update GoodCostDiscount set Default_CostLevel_Sell_Number = 3, Default_CostLevel_Buy_Number = 10, "_qs +
+        u"update GoodCostDiscount set Default_CostLevel_Sell_Number = 3, Default_CostLevel_Buy_Number = 10, "_s +
         set.join(u", "));
-    const QStringList saved = Rows(u"select * from GoodCostDiscount"_qs);
-    database->Exec(
-        u"insert into tmpCostList (Type, Status, TypeCode, CostLevelCode, Cost) values (3, 0, 999, 1, 5)"_qs);
+    const QStringList saved = Rows(u"select * from GoodCostDiscount"_s);
+    database->Exec(u"insert into tmpCostList (Type, Status, TypeCode, CostLevelCode, Cost) values (3, 0, 999, 1, 5)"_s);
     goods.CostLevel_Prepare(501, 3);
     goods.CostLevel_Save(501);
-    QCOMPARE(Rows(u"select * from GoodCostDiscount"_qs), saved);
+    QCOMPARE(Rows(u"select * from GoodCostDiscount"_s), saved);
     QList<host::Entity> levels;
     const int chosen = goods.CostLevel_Sell_Fill(levels, 501);
-    QCOMPARE(levels.size(), 1 + database->Scalar(u"select count(*) from CostLevel where CostType = 1"_qs).toInt());
-    QCOMPARE(levels[0].Name, u"پيش فرض"_qs);
+    QCOMPARE(levels.size(), 1 + database->Scalar(u"select count(*) from CostLevel where CostType = 1"_s).toInt());
+    QCOMPARE(levels[0].Name, u"پيش فرض"_s);
     QCOMPARE(levels[chosen].Code, 3);
     QCOMPARE(levels[chosen].Name, goods.CostLevel_GetTitle(3));
     levels.clear();
     const int bought = goods.CostLevel_Buy_Fill(levels, 501);
     QCOMPARE(levels[bought].Code, 10);
     QCOMPARE(host::QuantityToText(goods.GoodDefaultCost(501)),
-             Rows(u"select CostLevel_Sell_3 from GoodCostDiscount"_qs).first());
+             Rows(u"select CostLevel_Sell_3 from GoodCostDiscount"_s).first());
 }
 
 void TestGoodWorking::singleStoreOpening_data()
@@ -134,14 +135,14 @@ void TestGoodWorking::singleStoreOpening_data()
                         const QStringList &after) {
         QTest::newRow(name) << working << store << amount << single << after;
     };
-    row("first quantity", QString(), u"2"_qs, 0.3L, true, {u"2|0.3|7|1"_qs});
-    row("nothing to write", QString(), u"2"_qs, 0, true, {});
+    row("first quantity", QString(), u"2"_s, 0.3L, true, {u"2|0.3|7|1"_s});
+    row("nothing to write", QString(), u"2"_s, 0, true, {});
     row("no store", QString(), QString(), 5, true, {});
-    row("quantity changes, store stays", u"1:4"_qs, u"2"_qs, 5, true, {u"1|5|7|1"_qs});
-    row("quantity goes", u"1:4"_qs, u"1"_qs, 0, true, {});
-    row("one row in another store", u"3:4"_qs, u"3"_qs, 5, false, {u"3|5|7|1"_qs});
-    row("several stores are left alone", u"1:4,2:5"_qs, u"1"_qs, 9, false, {u"1|4|0|1"_qs, u"2|5|0|2"_qs});
-    row("several stores and no quantity", u"1:4,2:5"_qs, u"1"_qs, 0, false, {u"1|4|0|1"_qs, u"2|5|0|2"_qs});
+    row("quantity changes, store stays", u"1:4"_s, u"2"_s, 5, true, {u"1|5|7|1"_s});
+    row("quantity goes", u"1:4"_s, u"1"_s, 0, true, {});
+    row("one row in another store", u"3:4"_s, u"3"_s, 5, false, {u"3|5|7|1"_s});
+    row("several stores are left alone", u"1:4,2:5"_s, u"1"_s, 9, false, {u"1|4|0|1"_s, u"2|5|0|2"_s});
+    row("several stores and no quantity", u"1:4,2:5"_s, u"1"_s, 0, false, {u"1|4|0|1"_s, u"2|5|0|2"_s});
 }
 
 void TestGoodWorking::singleStoreOpening()
@@ -152,20 +153,20 @@ void TestGoodWorking::singleStoreOpening()
     QFETCH(bool, single);
     QFETCH(QStringList, after);
     database->Exec(
-        u"insert into GoodFirstAsset (GoodCode, StoreCode, tmp, Amount1) values (999, 3, 1, 1), (501, 3, 0, 1)"_qs);
+        u"insert into GoodFirstAsset (GoodCode, StoreCode, tmp, Amount1) values (999, 3, 1, 1), (501, 3, 0, 1)"_s);
     int radif = 0;
     for (const QString &part : working.split(u',', Qt::SkipEmptyParts)) {
         database->Exec(
-            u"insert into GoodFirstAsset (GoodCode, StoreCode, tmp, Amount1, Radif) values (501, %1, 1, %2, %3)"_qs.arg(
+            u"insert into GoodFirstAsset (GoodCode, StoreCode, tmp, Amount1, Radif) values (501, %1, 1, %2, %3)"_s.arg(
                 part.section(u':', 0, 0), part.section(u':', 1), QString::number(++radif)));
     }
     QCOMPARE(desk->goods.FirstAsset_NotIsMultiStore(501), single);
     desk->goods.FirstAsset_MultiStore(501, store, amount, 7);
     QCOMPARE(Rows(u"select StoreCode, Amount1, Amount2, Radif from GoodFirstAsset where tmp = 1 and GoodCode = 501 "
-                  "order by Radif"_qs),
+                  "order by Radif"_s),
              after);
-    QCOMPARE(Rows(u"select GoodCode, tmp from GoodFirstAsset where GoodCode = 999 or tmp = 0 order by GoodCode"_qs),
-             QStringList({u"501|0"_qs, u"999|1"_qs}));
+    QCOMPARE(Rows(u"select GoodCode, tmp from GoodFirstAsset where GoodCode = 999 or tmp = 0 order by GoodCode"_s),
+             QStringList({u"501|0"_s, u"999|1"_s}));
 }
 
 void TestGoodWorking::severalStores()
@@ -173,7 +174,7 @@ void TestGoodWorking::severalStores()
     TGood_DM &goods = desk->goods;
     goods.FirstAsset_FillTemp(501);
     QCOMPARE(goods.GoodFirstAsset_GetNewCode(501), 1);
-    TGoodFirstAsset_Rec rec{0, 501, 1, 1, 12.5L, 1, u"قفسه '۱'"_qs, 1};
+    TGoodFirstAsset_Rec rec{0, 501, 1, 1, 12.5L, 1, u"قفسه '۱'"_s, 1};
     goods.GoodFirstAsset_Insert(rec);
     rec.StoreCode = 3;
     rec.Radif = 3;
@@ -194,20 +195,20 @@ void TestGoodWorking::severalStores()
     host::Quantity amount1 = 0;
     host::Quantity amount2 = 0;
     goods.GoodFirstAsset_GetAmount(501, amount1, amount2);
-    QCOMPARE(host::QuantityToText(amount1), u"12.8"_qs);
-    QCOMPARE(host::QuantityToText(amount2), u"2"_qs);
+    QCOMPARE(host::QuantityToText(amount1), u"12.8"_s);
+    QCOMPARE(host::QuantityToText(amount2), u"2"_s);
 
     goods.GoodFirstAsset_GetAll(501, 1, 2, 12);
     QVERIFY(goods.FirstAssetList_QRY.Locate(u"StoreCode", 1));
-    QCOMPARE(goods.FirstAssetList_QRY.TextField(u"StoreName"), u"فروشگاه"_qs);
-    QCOMPARE(goods.FirstAssetList_QRY.TextField(u"Unit2"), u"کارتن"_qs);
-    QCOMPARE(goods.FirstAssetList_QRY.TextField(u"Joz"), u"1"_qs);
+    QCOMPARE(goods.FirstAssetList_QRY.TextField(u"StoreName"), u"فروشگاه"_s);
+    QCOMPARE(goods.FirstAssetList_QRY.TextField(u"Unit2"), u"کارتن"_s);
+    QCOMPARE(goods.FirstAssetList_QRY.TextField(u"Joz"), u"1"_s);
 
     goods.GoodFirstAsset_SaveTemp(501, amount1, amount2);
     goods.FirstAsset_FillTemp(501);
     goods.GoodFirstAsset_Delete(1);
-    QCOMPARE(Rows(u"select tmp, StoreCode, Amount1, Comment from GoodFirstAsset order by tmp, Radif"_qs),
-             QStringList({u"0|1|12.5|قفسه '۱'"_qs, u"0|2|0.3|قفسه '۱'"_qs, u"1|2|0.3|قفسه '۱'"_qs}));
+    QCOMPARE(Rows(u"select tmp, StoreCode, Amount1, Comment from GoodFirstAsset order by tmp, Radif"_s),
+             QStringList({u"0|1|12.5|قفسه '۱'"_s, u"0|2|0.3|قفسه '۱'"_s, u"1|2|0.3|قفسه '۱'"_s}));
     goods.FirstAsset_DeleteTemp(501);
     goods.GoodFirstAsset_GetAmount(501, amount1, amount2);
     QCOMPARE(amount1, 0.0L);
@@ -217,31 +218,31 @@ void TestGoodWorking::savingOpeningStockSeesOtherDesks()
 {
     TGood_DM &goods = desk->goods;
     database->Exec(
-        u"insert into GoodFirstAsset (GoodCode, StoreCode, tmp, Amount1) values (501, 1, 0, 4), (501, 2, 0, 5)"_qs);
+        u"insert into GoodFirstAsset (GoodCode, StoreCode, tmp, Amount1) values (501, 1, 0, 4), (501, 2, 0, 5)"_s);
     goods.FirstAsset_FillTemp(501);
     Desk other(database->AnotherConnection(), *database);
     other.goods.FirstAsset_DeleteTemp(501); // its editor of the same good closes
     QVERIFY_THROWS_EXCEPTION(host::DatabaseError, goods.GoodFirstAsset_SaveTemp(501, 9, 0));
-    QCOMPARE(Rows(u"select StoreCode, Amount1 from GoodFirstAsset where tmp = 0 order by StoreCode"_qs),
-             QStringList({u"1|4"_qs, u"2|5"_qs}));
+    QCOMPARE(Rows(u"select StoreCode, Amount1 from GoodFirstAsset where tmp = 0 order by StoreCode"_s),
+             QStringList({u"1|4"_s, u"2|5"_s}));
 }
 
 void TestGoodWorking::openingVoucher()
 {
     TGood_DM &goods = desk->goods;
     goods.Good_Insert(Good(501));
-    goods.GoodFirstAsset(501, u"1"_qs, u"24"_qs, u"2"_qs);
+    goods.GoodFirstAsset(501, u"1"_s, u"24"_s, u"2"_s);
     goods.GoodFirstAsset_SaveTemp(501, 24, 2);
     TGood_DM::FirstPeriodVoucher voucher;
     voucher.SaveType = 1;
     voucher.SanadDate = goods.GetFirstPeriodVoucherDate();
-    voucher.Codes = u"501,"_qs;
+    voucher.Codes = u"501,"_s;
     const int code = goods.AutoVoucherFirstPriodGoods(voucher);
     QVERIFY(code > 0);
     QCOMPARE(goods.Good_GetVoucherCode(501), code);
-    QCOMPARE(Rows(u"select Bedehkar from VoucherLines where GoodCode = 501"_qs), QStringList{u"28812"_qs});
+    QCOMPARE(Rows(u"select Bedehkar from VoucherLines where GoodCode = 501"_s), QStringList{u"28812"_s});
     QVERIFY(!goods.Good_HasSanadDetail(501));
-    voucher.Codes = u"1') --"_qs;
+    voucher.Codes = u"1') --"_s;
     QVERIFY_THROWS_EXCEPTION(host::RefusedText, goods.AutoVoucherFirstPriodGoods(voucher));
 }
 
@@ -250,30 +251,30 @@ void TestGoodWorking::detailTypes()
     TGood_DM &goods = desk->goods;
     MakeDetailTypes();
     goods.CreateGoodDetailTempTable();
-    QCOMPARE(goods.DetailTypesTmp_GetCode(), u"0"_qs);
+    QCOMPARE(goods.DetailTypesTmp_GetCode(), u"0"_s);
     QVERIFY(!goods.GoodDetailTemp_CheckExists());
-    goods.GoodDetailTemp_Insert(u"4,1,4,"_qs, 501);
-    QCOMPARE(Rows(u"select GoodCode, GoodDetailID, GoodDetailTitle from #GoodDetails order by ID"_qs),
-             QStringList({u"501|4|وزن"_qs, u"501|1|رنگ"_qs}));
-    QCOMPARE(goods.DetailTypesTmp_GetCode(), u"4,1"_qs);
-    QVERIFY_THROWS_EXCEPTION(host::RefusedText, goods.GoodDetailTemp_Insert(u"2,5"_qs, 501));
-    QCOMPARE(goods.DetailTypesTmp_GetCode(), u"4,1"_qs); // all of a list or nothing
-    goods.GoodDetailTemp_Insert(u"2,3,5,6,7,"_qs, 501);
-    QCOMPARE(goods.DetailTypesTmp_GetCode(), u"4,1,2,3,5"_qs);
+    goods.GoodDetailTemp_Insert(u"4,1,4,"_s, 501);
+    QCOMPARE(Rows(u"select GoodCode, GoodDetailID, GoodDetailTitle from #GoodDetails order by ID"_s),
+             QStringList({u"501|4|وزن"_s, u"501|1|رنگ"_s}));
+    QCOMPARE(goods.DetailTypesTmp_GetCode(), u"4,1"_s);
+    QVERIFY_THROWS_EXCEPTION(host::RefusedText, goods.GoodDetailTemp_Insert(u"2,5"_s, 501));
+    QCOMPARE(goods.DetailTypesTmp_GetCode(), u"4,1"_s); // all of a list or nothing
+    goods.GoodDetailTemp_Insert(u"2,3,5,6,7,"_s, 501);
+    QCOMPARE(goods.DetailTypesTmp_GetCode(), u"4,1,2,3,5"_s);
     goods.GoodDetailTemp_GetAll();
     QCOMPARE(goods.GoodDetails_QRY.RecordCount(), 5);
-    goods.GoodDetailTemp_Delete(u"1,3"_qs);
-    QCOMPARE(goods.DetailTypesTmp_GetCode(), u"1,3,5"_qs);
-    QVERIFY_THROWS_EXCEPTION(host::RefusedText, goods.GoodDetailTemp_Delete(u"1) or (1=1"_qs));
+    goods.GoodDetailTemp_Delete(u"1,3"_s);
+    QCOMPARE(goods.DetailTypesTmp_GetCode(), u"1,3,5"_s);
+    QVERIFY_THROWS_EXCEPTION(host::RefusedText, goods.GoodDetailTemp_Delete(u"1) or (1=1"_s));
     goods.GoodDetailTemp_DeleteAll();
     QVERIFY(!goods.GoodDetailTemp_CheckExists());
     QCOMPARE(goods.GetDetailTypeTitle(99), QString());
 
     database->Exec(u"insert into DetailTypes_SelectedLists (Code, Title, DefaultSelectedList) values (1, N'الف', 0), "
                    "(2, N'ب', 1) insert into DetailTypes_SelectedList_Detail (SL_Code, Code, Radif) values (1, 1, 1), "
-                   "(2, 6, 1)"_qs);
-    goods.InsertDefaultDetailTypesSelectedListInNewGood(u"501"_qs);
-    QCOMPARE(goods.DetailTypesTmp_GetCode(), u"6"_qs);
+                   "(2, 6, 1)"_s);
+    goods.InsertDefaultDetailTypesSelectedListInNewGood(u"501"_s);
+    QCOMPARE(goods.DetailTypesTmp_GetCode(), u"6"_s);
 }
 
 void TestGoodWorking::detailOrder()
@@ -282,7 +283,7 @@ void TestGoodWorking::detailOrder()
     MakeDetailTypes();
     goods.Good_Insert(Good(501));
     goods.CreateGoodDetailTempTable();
-    goods.GoodDetailTemp_Insert(u"2,6,1,3,"_qs, 501);
+    goods.GoodDetailTemp_Insert(u"2,6,1,3,"_s, 501);
     std::array<int, 5> d{9, 9, 9, 9, 9};
     QVERIFY(!goods.GetGoodDetailTempID(d[0], d[1], d[2], d[3], d[4]));
     QCOMPARE(d, (std::array<int, 5>{}));
@@ -291,19 +292,19 @@ void TestGoodWorking::detailOrder()
     QCOMPARE(d, (std::array<int, 5>{3, 6, 2, 1, 0}));
     QVERIFY(goods.InsertGoodDetailRelation(501, d[0], d[1], d[2], d[3], d[4]));
     goods.FillGoodDetails(501);
-    QCOMPARE(goods.DetailTypesTmp_GetCode(), u"3,6,2,1"_qs);
+    QCOMPARE(goods.DetailTypesTmp_GetCode(), u"3,6,2,1"_s);
     QVERIFY_THROWS_EXCEPTION(host::DatabaseError, goods.UpdateGoodDetailRelation(501, 5, 99, 0, 0, 0));
-    QCOMPARE(Rows(u"select count(*) from GoodDetailRelation where GoodCode = 501"_qs), QStringList{u"4"_qs});
+    QCOMPARE(Rows(u"select count(*) from GoodDetailRelation where GoodCode = 501"_s), QStringList{u"4"_s});
     goods.UpdateGoodDetailRelation(501, 0, 0, 0, 0, 0);
-    QCOMPARE(Rows(u"select count(*) from GoodDetailRelation"_qs), QStringList{u"0"_qs});
+    QCOMPARE(Rows(u"select count(*) from GoodDetailRelation"_s), QStringList{u"0"_s});
 }
 
 void TestGoodWorking::detailTypesOfManyGoods_data()
 {
     QTest::addColumn<int>("scope");
     QTest::addColumn<QStringList>("after");
-    QTest::newRow("marked") << 1 << QStringList{u"501|1"_qs, u"501|2"_qs, u"502|3"_qs};
-    QTest::newRow("all") << 2 << QStringList{u"501|1"_qs, u"501|2"_qs, u"502|1"_qs, u"502|2"_qs};
+    QTest::newRow("marked") << 1 << QStringList{u"501|1"_s, u"501|2"_s, u"502|3"_s};
+    QTest::newRow("all") << 2 << QStringList{u"501|1"_s, u"501|2"_s, u"502|1"_s, u"502|2"_s};
 }
 
 void TestGoodWorking::detailTypesOfManyGoods()
@@ -313,9 +314,9 @@ void TestGoodWorking::detailTypesOfManyGoods()
     MakeDetailTypes();
     desk->goods.Good_Insert(Good(501));
     desk->goods.Good_Insert(Good(502));
-    database->Exec(u"insert into GoodDetailRelation (GoodCode, DetailID) values (501, 3), (502, 3)"_qs);
-    QVERIFY(desk->goods.InsertGoodDetailTypesForGoods(u"501,"_qs, u"1,2,"_qs, scope));
-    QCOMPARE(Rows(u"select GoodCode, DetailID from GoodDetailRelation order by GoodCode, DetailID"_qs), after);
+    database->Exec(u"insert into GoodDetailRelation (GoodCode, DetailID) values (501, 3), (502, 3)"_s);
+    QVERIFY(desk->goods.InsertGoodDetailTypesForGoods(u"501,"_s, u"1,2,"_s, scope));
+    QCOMPARE(Rows(u"select GoodCode, DetailID from GoodDetailRelation order by GoodCode, DetailID"_s), after);
 }
 
 void TestGoodWorking::categories()
@@ -329,7 +330,7 @@ void TestGoodWorking::categories()
     goods.TempToGoodCat(501);
     goods.DeleteTmpCategory();
     goods.Fill_grid(501);
-    QCOMPARE(goods.KalaCategory_Qry.TextField(u"NAME"), u"خوراکی / چای"_qs);
+    QCOMPARE(goods.KalaCategory_Qry.TextField(u"NAME"), u"خوراکی / چای"_s);
 
     // Taken off and put on again, another one put on and taken off: closing without saving changes nothing.
     const auto play = [&goods] {
@@ -346,18 +347,18 @@ void TestGoodWorking::categories()
     play();
     goods.undodelete_category(501);
     goods.DeleteTmpCategory();
-    QCOMPARE(Rows(u"select Category_code, tmp from Kala_category"_qs), QStringList{u"2|0"_qs});
+    QCOMPARE(Rows(u"select Category_code, tmp from Kala_category"_s), QStringList{u"2|0"_s});
     play();
     goods.TempToGoodCat(501);
     goods.DeleteTmpCategory();
     goods.undodelete_category(501);
-    QCOMPARE(Rows(u"select Category_code, tmp from Kala_category"_qs), QStringList{u"2|0"_qs});
+    QCOMPARE(Rows(u"select Category_code, tmp from Kala_category"_s), QStringList{u"2|0"_s});
 }
 
 void TestGoodWorking::categoriesOfTwoDesks()
 {
     TGood_DM &goods = desk->goods;
-    database->Exec(u"insert into Kala_category (Kala_code, Category_code) values (501, 2), (502, 2)"_qs);
+    database->Exec(u"insert into Kala_category (Kala_code, Category_code) values (501, 2), (502, 2)"_s);
     goods.Fill_grid(501);
     goods.GoodCatToTemp(goods.KalaCategory_Qry.IntField(u"Id"), 2);
     goods.InsertUpdateToKalaCategory(501, 3, 1);
@@ -367,19 +368,19 @@ void TestGoodWorking::categoriesOfTwoDesks()
     QCOMPARE(goods.KalaCategory_Qry.IntField(u"Category_code"), 3);
     other.goods.DeleteTmpCategory();
     goods.TempToGoodCat(501);
-    QCOMPARE(Rows(u"select Kala_code, Category_code, tmp from Kala_category order by Kala_code"_qs),
-             QStringList({u"501|3|0"_qs, u"502|2|0"_qs}));
+    QCOMPARE(Rows(u"select Kala_code, Category_code, tmp from Kala_category order by Kala_code"_s),
+             QStringList({u"501|3|0"_s, u"502|2|0"_s}));
 }
 
 void TestGoodWorking::photos()
 {
     database->Exec(
         u"insert into PhotoGallery (GRPCode, Id_pic, Picture, tmp) values (102, 501, 0x01, 1), (102, 502, 0x02, 1), "
-        "(105, 501, 0x03, 1)"_qs);
+        "(105, 501, 0x03, 1)"_s);
     desk->goods.TmpToMainPhoto(501);
     desk->goods.DeleteTmpphoto(502);
-    QCOMPARE(Rows(u"select GRPCode, Id_pic, tmp from PhotoGallery order by GRPCode"_qs),
-             QStringList({u"102|501|0"_qs, u"105|501|1"_qs}));
+    QCOMPARE(Rows(u"select GRPCode, Id_pic, tmp from PhotoGallery order by GRPCode"_s),
+             QStringList({u"102|501|0"_s, u"105|501|1"_s}));
 }
 
 void TestGoodWorking::lists()
@@ -389,13 +390,13 @@ void TestGoodWorking::lists()
     database->Exec(
         u"insert into colors (code, Name, Value, [h-img]) values (4, N'سرخ', '#ff0000', 0x89) "
         "insert into TagS (Code, Name, color_code) values (8, N'تازه', 4) "
-        "insert into SelectedLists (Code, Title, Enable, DisplayType) values (1, N'الف', 1, 1), (2, N'ب', 0, 0)"_qs);
+        "insert into SelectedLists (Code, Title, Enable, DisplayType) values (1, N'الف', 1, 1), (2, N'ب', 0, 0)"_s);
     QVERIFY(goods.ExistTag());
     goods.GetAllTagsWithColor();
     QCOMPARE(goods.Tags_qry.IntField(u"ID"), 8);
     QCOMPARE(goods.Tags_qry.Field(u"image").toByteArray(), QByteArray("\x89"));
     const TGood_DM::Tag tag = goods.GetTagsByColorCode(8);
-    QCOMPARE(tag.Name, u"تازه"_qs);
+    QCOMPARE(tag.Name, u"تازه"_s);
     QCOMPARE(tag.ColorCode, 4);
     QCOMPARE(tag.Image, QByteArray("\x89"));
     QCOMPARE(goods.GetTagsByColorCode(9).Code, 0);
@@ -403,7 +404,7 @@ void TestGoodWorking::lists()
     QList<host::Entity> selected;
     goods.GoodSelectedList_Fill(selected);
     QCOMPARE(selected.size(), 2);
-    QCOMPARE(selected[0].Name, u"هيچکدام"_qs);
+    QCOMPARE(selected[0].Name, u"هيچکدام"_s);
     QCOMPARE(selected[1].Code, 1);
     QVERIFY(goods.GoodSelectedIndex_IsChecked(1));
     QVERIFY(!goods.GoodSelectedIndex_IsChecked(2));
@@ -411,20 +412,20 @@ void TestGoodWorking::lists()
     QList<host::Entity> groups;
     goods.GoodGroup_Fill(groups);
     QCOMPARE(groups.size(), 3);
-    QCOMPARE(groups[1].Name, u"نوشیدنی"_qs);
+    QCOMPARE(groups[1].Name, u"نوشیدنی"_s);
     goods.GoodGroup_GetAll();
-    QVERIFY(goods.GoodGroup_List_QRY.Locate(u"Name", u"شوینده"_qs));
+    QVERIFY(goods.GoodGroup_List_QRY.Locate(u"Name", u"شوینده"_s));
     QCOMPARE(goods.GoodGroup_List_QRY.IntField(u"Code"), 7);
 
     goods.Good_Insert(Good(501));
-    QCOMPARE(goods.GetTagsOfGoods(u"501,"_qs), (QList<QPair<int, QString>>{{501, u"1,2"_qs}}));
-    goods.Good_GetAll(1, 1, 0, 1, u"Code,Name,Cost1"_qs);
-    QCOMPARE(goods.Good_List_QRY.TextField(u"Name"), u"چای سبز 501"_qs);
+    QCOMPARE(goods.GetTagsOfGoods(u"501,"_s), (QList<QPair<int, QString>>{{501, u"1,2"_s}}));
+    goods.Good_GetAll(1, 1, 0, 1, u"Code,Name,Cost1"_s);
+    QCOMPARE(goods.Good_List_QRY.TextField(u"Name"), u"چای سبز 501"_s);
     goods.UpdateMogodiKala(255);
     const TGood_DM::Stock stock =
-        goods.GetStockMogodi(u"select 0.1 as MeghdarKol, 2 as Mojod union all select 0.2, 3"_qs);
-    QCOMPARE(host::QuantityToText(stock.MeghdarKol), u"0.3"_qs);
-    QCOMPARE(host::QuantityToText(stock.Mojod), u"5"_qs);
+        goods.GetStockMogodi(u"select 0.1 as MeghdarKol, 2 as Mojod union all select 0.2, 3"_s);
+    QCOMPARE(host::QuantityToText(stock.MeghdarKol), u"0.3"_s);
+    QCOMPARE(host::QuantityToText(stock.Mojod), u"5"_s);
 }
 
 REGISTER_TEST(TestGoodWorking)

@@ -8,13 +8,15 @@
 
 #include <QTest>
 
+using namespace Qt::StringLiterals;
+
 using namespace host;
 
 class TestText : public QObject
 {
     Q_OBJECT
 
-private Q_SLOTS:
+private slots:
     void typedNumbers_data();
     void typedNumbers();
     void shownNumbers_data();
@@ -40,26 +42,26 @@ void TestText::typedNumbers_data()
     const auto row = [](const char *name, const QString &typed, const QString &number) {
         QTest::newRow(name) << typed << number;
     };
-    row("persian digits", u"۱۲۳۴"_qs, u"1234"_qs);
-    row("arabic digits", u"٤٥٦"_qs, u"456"_qs);
-    row("persian marks", u"۱٬۲۳۴٫۵"_qs, u"1234.5"_qs);
-    row("slash as decimal mark", u"۱۲/۵"_qs, u"12.5"_qs);
-    row("grouped", u"1,234,567.50"_qs, u"1234567.5"_qs);
-    row("blanks and direction marks", u"\u200F 12 \u200E"_qs, u"12"_qs);
-    row("minus", u"-0.25"_qs, u"-0.25"_qs);
-    row("typographic minus", u"\u2212۳"_qs, u"-3"_qs);
-    row("zero has no sign", u"-0.00"_qs, u"0"_qs);
-    row("leading zeros", u"0007"_qs, u"7"_qs);
-    row("no whole part", u".5"_qs, u"0.5"_qs);
-    row("23 digits", u"12345678901234.123456789"_qs, u"12345678901234.123456789"_qs);
+    row("persian digits", u"۱۲۳۴"_s, u"1234"_s);
+    row("arabic digits", u"٤٥٦"_s, u"456"_s);
+    row("persian marks", u"۱٬۲۳۴٫۵"_s, u"1234.5"_s);
+    row("slash as decimal mark", u"۱۲/۵"_s, u"12.5"_s);
+    row("grouped", u"1,234,567.50"_s, u"1234567.5"_s);
+    row("blanks and direction marks", u"\u200F 12 \u200E"_s, u"12"_s);
+    row("minus", u"-0.25"_s, u"-0.25"_s);
+    row("typographic minus", u"\u2212۳"_s, u"-3"_s);
+    row("zero has no sign", u"-0.00"_s, u"0"_s);
+    row("leading zeros", u"0007"_s, u"7"_s);
+    row("no whole part", u".5"_s, u"0.5"_s);
+    row("23 digits", u"12345678901234.123456789"_s, u"12345678901234.123456789"_s);
     row("empty", QString(), QString());
-    row("sign only", u"-"_qs, QString());
-    row("sign inside", u"1-2"_qs, QString());
-    row("two decimal marks", u"1.2.3"_qs, QString());
-    row("grouping after the decimal mark", u"1.2,3"_qs, QString());
-    row("letters", u"12a"_qs, QString());
-    row("exponent", u"1e5"_qs, QString());
-    row("statement", u"1;drop table GoodInf"_qs, QString());
+    row("sign only", u"-"_s, QString());
+    row("sign inside", u"1-2"_s, QString());
+    row("two decimal marks", u"1.2.3"_s, QString());
+    row("grouping after the decimal mark", u"1.2,3"_s, QString());
+    row("letters", u"12a"_s, QString());
+    row("exponent", u"1e5"_s, QString());
+    row("statement", u"1;drop table GoodInf"_s, QString());
 }
 
 void TestText::typedNumbers()
@@ -76,16 +78,16 @@ void TestText::shownNumbers_data()
     QTest::addColumn<long double>("value");
     QTest::addColumn<int>("decimals");
     QTest::addColumn<QString>("shown");
-    QTest::newRow("0.1 x 3") << 0.1L * 3 << 9 << u"0.3"_qs;
-    QTest::newRow("1 / 3") << 1.0L / 3 << 9 << u"0.333333333"_qs;
-    QTest::newRow("whole") << 12.0L << 9 << u"12"_qs;
-    QTest::newRow("rounds up") << 2.0L / 3 << 4 << u"0.6667"_qs;
-    QTest::newRow("vanishing negative") << -0.0000000001L << 9 << u"0"_qs;
-    QTest::newRow("no decimals wanted") << 99.5L << 0 << u"100"_qs;
-    QTest::newRow("beyond double") << 9007199254740993.0L << 9 << u"9007199254740993"_qs;
-    QTest::newRow("nineteen digits") << 1234567890.123456789L << 9 << u"1234567890.123456789"_qs;
-    QTest::newRow("noise of a large value") << 999999999999.1L << 9 << u"999999999999.1"_qs;
-    QTest::newRow("huge") << 1e22L << 9 << u"10000000000000000000000"_qs;
+    QTest::newRow("0.1 x 3") << 0.1L * 3 << 9 << u"0.3"_s;
+    QTest::newRow("1 / 3") << 1.0L / 3 << 9 << u"0.333333333"_s;
+    QTest::newRow("whole") << 12.0L << 9 << u"12"_s;
+    QTest::newRow("rounds up") << 2.0L / 3 << 4 << u"0.6667"_s;
+    QTest::newRow("vanishing negative") << -0.0000000001L << 9 << u"0"_s;
+    QTest::newRow("no decimals wanted") << 99.5L << 0 << u"100"_s;
+    QTest::newRow("beyond double") << 9007199254740993.0L << 9 << u"9007199254740993"_s;
+    QTest::newRow("nineteen digits") << 1234567890.123456789L << 9 << u"1234567890.123456789"_s;
+    QTest::newRow("noise of a large value") << 999999999999.1L << 9 << u"999999999999.1"_s;
+    QTest::newRow("huge") << 1e22L << 9 << u"10000000000000000000000"_s;
 }
 
 void TestText::shownNumbers()
@@ -101,12 +103,12 @@ void TestText::databaseNumbersSurvive_data()
     QTest::addColumn<QString>("database");
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("grouped");
-    QTest::newRow("scale 9") << u"12.500000000"_qs << u"12.5"_qs << u"12.5"_qs;
-    QTest::newRow("no leading zero") << u"-.250000000"_qs << u"-0.25"_qs << u"-0.25"_qs;
-    QTest::newRow("nothing") << u".000000000"_qs << u"0"_qs << u"0"_qs;
-    QTest::newRow("hundred") << u"100"_qs << u"100"_qs << u"100"_qs;
-    QTest::newRow("six figures negative") << u"-123456.00"_qs << u"-123456"_qs << u"-123,456"_qs;
-    QTest::newRow("seven figures") << u"1234567.5"_qs << u"1234567.5"_qs << u"1,234,567.5"_qs;
+    QTest::newRow("scale 9") << u"12.500000000"_s << u"12.5"_s << u"12.5"_s;
+    QTest::newRow("no leading zero") << u"-.250000000"_s << u"-0.25"_s << u"-0.25"_s;
+    QTest::newRow("nothing") << u".000000000"_s << u"0"_s << u"0"_s;
+    QTest::newRow("hundred") << u"100"_s << u"100"_s << u"100"_s;
+    QTest::newRow("six figures negative") << u"-123456.00"_s << u"-123456"_s << u"-123,456"_s;
+    QTest::newRow("seven figures") << u"1234567.5"_s << u"1234567.5"_s << u"1,234,567.5"_s;
 }
 
 void TestText::databaseNumbersSurvive()
@@ -123,14 +125,14 @@ void TestText::codeLists_data()
 {
     QTest::addColumn<QString>("codes");
     QTest::addColumn<QString>("spliced"); // empty: refused
-    QTest::newRow("one") << u"12"_qs << u"12"_qs;
-    QTest::newRow("trailing comma of a selection") << u"4,9,"_qs << u"4,9"_qs;
-    QTest::newRow("none") << QString() << u"0"_qs;
-    QTest::newRow("blank") << u"1, 2"_qs << QString();
-    QTest::newRow("negative") << u"-1"_qs << QString();
-    QTest::newRow("persian digits are no code") << u"۱۲"_qs << QString();
-    QTest::newRow("statement") << u"1) or (1=1"_qs << QString();
-    QTest::newRow("comment") << u"1--"_qs << QString();
+    QTest::newRow("one") << u"12"_s << u"12"_s;
+    QTest::newRow("trailing comma of a selection") << u"4,9,"_s << u"4,9"_s;
+    QTest::newRow("none") << QString() << u"0"_s;
+    QTest::newRow("blank") << u"1, 2"_s << QString();
+    QTest::newRow("negative") << u"-1"_s << QString();
+    QTest::newRow("persian digits are no code") << u"۱۲"_s << QString();
+    QTest::newRow("statement") << u"1) or (1=1"_s << QString();
+    QTest::newRow("comment") << u"1--"_s << QString();
 }
 
 void TestText::codeLists()
@@ -155,14 +157,14 @@ void TestText::parameters_data()
 {
     QTest::addColumn<QString>("params");
     QTest::addColumn<QString>("without");
-    QTest::newRow("first") << u"@GrpCode = 5,@UserCode = 1"_qs << u"@UserCode = 1"_qs;
-    QTest::newRow("last, other case, blanks") << u"@UserCode = 1 , @grpcode=5 "_qs << u"@UserCode = 1"_qs;
-    QTest::newRow("only") << u"@GrpCode = NULL"_qs << QString();
-    QTest::newRow("twice") << u"@GrpCode = 1,@A = 2,@GrpCode = 3"_qs << u"@A = 2"_qs;
-    QTest::newRow("longer name stays") << u"@GrpCode2 = 1,@GrpCode = 2"_qs << u"@GrpCode2 = 1"_qs;
+    QTest::newRow("first") << u"@GrpCode = 5,@UserCode = 1"_s << u"@UserCode = 1"_s;
+    QTest::newRow("last, other case, blanks") << u"@UserCode = 1 , @grpcode=5 "_s << u"@UserCode = 1"_s;
+    QTest::newRow("only") << u"@GrpCode = NULL"_s << QString();
+    QTest::newRow("twice") << u"@GrpCode = 1,@A = 2,@GrpCode = 3"_s << u"@A = 2"_s;
+    QTest::newRow("longer name stays") << u"@GrpCode2 = 1,@GrpCode = 2"_s << u"@GrpCode2 = 1"_s;
     QTest::newRow("name and commas inside a text")
-        << u"@Name = N'a,@GrpCode = 7,''b',@GrpCode = 1"_qs << u"@Name = N'a,@GrpCode = 7,''b'"_qs;
-    QTest::newRow("not there") << u"@A = 'x',@B = 2"_qs << u"@A = 'x',@B = 2"_qs;
+        << u"@Name = N'a,@GrpCode = 7,''b',@GrpCode = 1"_s << u"@Name = N'a,@GrpCode = 7,''b'"_s;
+    QTest::newRow("not there") << u"@A = 'x',@B = 2"_s << u"@A = 'x',@B = 2"_s;
 }
 
 void TestText::parameters()
@@ -176,29 +178,29 @@ void TestText::parameters()
 void TestText::quotedTextEndsWhereItShould_data()
 {
     QTest::addColumn<QString>("text");
-    QTest::newRow("quote") << u"d'or"_qs;
-    QTest::newRow("ends in quotes") << u"12''"_qs;
-    QTest::newRow("only a quote") << u"'"_qs;
-    QTest::newRow("comma and parameter") << u"',@GrpCode = 1,'"_qs;
-    QTest::newRow("emoji and marks") << u"چای 🍵\u200Fسبز"_qs;
+    QTest::newRow("quote") << u"d'or"_s;
+    QTest::newRow("ends in quotes") << u"12''"_s;
+    QTest::newRow("only a quote") << u"'"_s;
+    QTest::newRow("comma and parameter") << u"',@GrpCode = 1,'"_s;
+    QTest::newRow("emoji and marks") << u"چای 🍵\u200Fسبز"_s;
 }
 
 void TestText::quotedTextEndsWhereItShould()
 {
     QFETCH(QString, text);
-    const QString params = u"@Name = "_qs + NQuotedStr(text);
-    QCOMPARE(SplitParams(ADDParam(params, u"@Last", u"1")), QStringList({params, u"@Last = 1"_qs}));
+    const QString params = u"@Name = "_s + NQuotedStr(text);
+    QCOMPARE(SplitParams(ADDParam(params, u"@Last", u"1")), QStringList({params, u"@Last = 1"_s}));
 }
 
 void TestText::logsHideValues_data()
 {
     QTest::addColumn<QString>("statement");
     QTest::addColumn<QString>("masked");
-    QTest::newRow("text and number") << u"select Code from GoodInf where Code <> 12 AND Name = 'علی ''x'"_qs
-                                     << u"select Code from GoodInf where Code <> ? AND Name = ?"_qs;
-    QTest::newRow("unicode literal") << u"VALUES (N'راز', 12.5, -3)"_qs << u"VALUES (N?, ?, -?)"_qs;
-    QTest::newRow("names with digits stay") << u"Cost1 + t1.D2"_qs << u"Cost1 + t1.D2"_qs;
-    QTest::newRow("text without an end") << u"Name = 'راز"_qs << u"Name = ?"_qs;
+    QTest::newRow("text and number") << u"select Code from GoodInf where Code <> 12 AND Name = 'علی ''x'"_s
+                                     << u"select Code from GoodInf where Code <> ? AND Name = ?"_s;
+    QTest::newRow("unicode literal") << u"VALUES (N'راز', 12.5, -3)"_s << u"VALUES (N?, ?, -?)"_s;
+    QTest::newRow("names with digits stay") << u"Cost1 + t1.D2"_s << u"Cost1 + t1.D2"_s;
+    QTest::newRow("text without an end") << u"Name = 'راز"_s << u"Name = ?"_s;
 }
 
 void TestText::logsHideValues()
@@ -206,7 +208,7 @@ void TestText::logsHideValues()
     QFETCH(QString, statement);
     QFETCH(QString, masked);
     QCOMPARE(MaskLiterals(statement), masked);
-    const DatabaseError error(QSqlError(QString(), u"duplicate value 'راز'"_qs, QSqlError::StatementError, u"2627"_qs),
+    const DatabaseError error(QSqlError(QString(), u"duplicate value 'راز'"_s, QSqlError::StatementError, u"2627"_s),
                               statement);
     QVERIFY(error.KeyViolation());
     QVERIFY2(!error.LogText().contains(u"راز"), qPrintable(error.LogText()));
@@ -216,16 +218,16 @@ void TestText::folding_data()
 {
     QTest::addColumn<QString>("typed");
     QTest::addColumn<QString>("stored");
-    QTest::newRow("arabic yeh and kaf") << u"كيك"_qs << u"کیک"_qs;
-    QTest::newRow("alef maksura") << u"مصطفى"_qs << u"مصطفی"_qs;
-    QTest::newRow("half-space") << u"نیم\u200Cفاصله"_qs << u"نیمفاصله"_qs;
-    QTest::newRow("direction marks") << u"\u202Bچای\u202C"_qs << u"چای"_qs;
-    QTest::newRow("digits") << u"٤۵6"_qs << u"۴5۶"_qs;
-    QTest::newRow("case") << u"NIVEA"_qs << u"nivea"_qs;
-    QTest::newRow("vowels and tatweel") << u"مُـرَبّا"_qs << u"مربا"_qs;
-    QTest::newRow("hamza and madda") << u"آبمیوة أناناس"_qs << u"ابمیوه اناناس"_qs;
-    QTest::newRow("decomposed madda") << u"ا\u0653ب"_qs << u"آب"_qs;
-    QTest::newRow("no-break space") << u"چای\u00A0سبز"_qs << u"چای سبز"_qs;
+    QTest::newRow("arabic yeh and kaf") << u"كيك"_s << u"کیک"_s;
+    QTest::newRow("alef maksura") << u"مصطفى"_s << u"مصطفی"_s;
+    QTest::newRow("half-space") << u"نیم\u200Cفاصله"_s << u"نیمفاصله"_s;
+    QTest::newRow("direction marks") << u"\u202Bچای\u202C"_s << u"چای"_s;
+    QTest::newRow("digits") << u"٤۵6"_s << u"۴5۶"_s;
+    QTest::newRow("case") << u"NIVEA"_s << u"nivea"_s;
+    QTest::newRow("vowels and tatweel") << u"مُـرَبّا"_s << u"مربا"_s;
+    QTest::newRow("hamza and madda") << u"آبمیوة أناناس"_s << u"ابمیوه اناناس"_s;
+    QTest::newRow("decomposed madda") << u"ا\u0653ب"_s << u"آب"_s;
+    QTest::newRow("no-break space") << u"چای\u00A0سبز"_s << u"چای سبز"_s;
 }
 
 void TestText::folding()

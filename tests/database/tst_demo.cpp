@@ -6,12 +6,14 @@
 #include <QSqlQuery>
 #include <QtTest>
 
+using namespace Qt::StringLiterals;
+
 /// The demo data agree with what the program would have written.
 class TestDemo : public QObject
 {
     Q_OBJECT
 
-private Q_SLOTS:
+private slots:
     void hasNoRows_data();
     void hasNoRows();
     void barcodesAreValidAndUnique();
@@ -20,7 +22,7 @@ private Q_SLOTS:
     void isWrittenInPersianLetters();
 
 private:
-    test::Database database_{test::Database::Content::Demo};
+    test::Database m_database{test::Database::Content::Demo};
 };
 
 /// Each row is a SELECT of what must not be there.
@@ -69,13 +71,13 @@ void TestDemo::hasNoRows_data()
 void TestDemo::hasNoRows()
 {
     QFETCH(QString, faults);
-    QCOMPARE(database_.Rows(faults), QStringList());
+    QCOMPARE(m_database.Rows(faults), QStringList());
 }
 
 void TestDemo::barcodesAreValidAndUnique()
 {
     QSet<QString> seen;
-    for (const QString &text : database_.Rows(u"SELECT AbbName FROM GoodInf"_qs)) {
+    for (const QString &text : m_database.Rows(u"SELECT AbbName FROM GoodInf"_s)) {
         QVERIFY2(text.startsWith(u'!') && text.endsWith(u'!'), qPrintable(text));
         for (const QString &barcode : text.split(u'!', Qt::SkipEmptyParts)) {
             QVERIFY2(barcode.size() == 13 && barcode.startsWith(u"626"), qPrintable(barcode));
@@ -92,16 +94,16 @@ void TestDemo::barcodesAreValidAndUnique()
 
 void TestDemo::proposesNextCodes()
 {
-    for (const QString &group : database_.Rows(u"SELECT Code FROM GoodGrpS WHERE Code <> 0"_qs))
-        QCOMPARE(database_.Scalar(u"EXEC GetGoodInfCode %1, 6"_qs.arg(group)).toInt(),
-                 database_.Scalar(u"SELECT MAX(Code) + 1 FROM GoodInf WHERE GrpCode = %1"_qs.arg(group)).toInt());
+    for (const QString &group : m_database.Rows(u"SELECT Code FROM GoodGrpS WHERE Code <> 0"_s))
+        QCOMPARE(m_database.Scalar(u"EXEC GetGoodInfCode %1, 6"_s.arg(group)).toInt(),
+                 m_database.Scalar(u"SELECT MAX(Code) + 1 FROM GoodInf WHERE GrpCode = %1"_s.arg(group)).toInt());
 }
 
 void TestDemo::picturesCanBeShown()
 {
-    QSqlQuery pictures(database_.Main());
+    QSqlQuery pictures(m_database.Main());
     pictures.setForwardOnly(true);
-    QVERIFY(pictures.exec(u"SELECT [h-img] FROM colors UNION ALL SELECT Picture FROM PhotoGallery"_qs));
+    QVERIFY(pictures.exec(u"SELECT [h-img] FROM colors UNION ALL SELECT Picture FROM PhotoGallery"_s));
     int count = 0;
     for (; pictures.next(); ++count)
         QVERIFY(!QImage::fromData(pictures.value(0).toByteArray()).isNull());
@@ -111,8 +113,8 @@ void TestDemo::picturesCanBeShown()
 void TestDemo::isWrittenInPersianLetters()
 {
     for (const QString &text :
-         database_.Rows(QStringLiteral("SELECT Name FROM GoodInf UNION SELECT Name FROM GoodGrpS UNION SELECT Name "
-                                       "FROM Categories UNION SELECT Name FROM Units")))
+         m_database.Rows(u"SELECT Name FROM GoodInf UNION SELECT Name FROM GoodGrpS UNION SELECT Name "
+                         "FROM Categories UNION SELECT Name FROM Units"_s))
         QVERIFY2(!text.contains(u'ي') && !text.contains(u'ك') && !text.isEmpty(), qPrintable(text));
 }
 

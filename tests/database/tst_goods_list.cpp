@@ -4,19 +4,20 @@
 #include <QSqlQuery>
 #include <QtTest>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 const QStringList AllColumns =
-    QStringLiteral("Code,AbbName,Name,kala_name,kala_type,kala_index,Mogodi2,Mogodi,Joz,UnitName1,UnitName2,Cost1,"
-                   "Cost2,Cost3,Cost4,t1,t2,t3,ConsumerPrice,Position,MinAva,CostBgPrd,SMSCode,AvaBgPrd,Comment,"
-                   "UserCreated,UserModified,CreatedDateTime,ModifiedDateTime,tags,GrpCode,Meghdar_Formool")
-        .split(u',');
+    u"Code,AbbName,Name,kala_name,kala_type,kala_index,Mogodi2,Mogodi,Joz,UnitName1,UnitName2,Cost1,"
+    "Cost2,Cost3,Cost4,t1,t2,t3,ConsumerPrice,Position,MinAva,CostBgPrd,SMSCode,AvaBgPrd,Comment,"
+    "UserCreated,UserModified,CreatedDateTime,ModifiedDateTime,tags,GrpCode,Meghdar_Formool"_s.split(u',');
 
 /// Five goods: 11 and 12 in group 1, 21 and 22 in group 2, 31 in group 3.
 void makeGoods(const test::Database &database)
 {
-    database.Exec(QStringLiteral(
-        "INSERT INTO GoodGrpS (Code, Name) VALUES (1, N'یک'), (2, N'دو'), (3, N'سه')\n"
+    database.Exec(
+        u"INSERT INTO GoodGrpS (Code, Name) VALUES (1, N'یک'), (2, N'دو'), (3, N'سه')\n"
         "INSERT INTO Units (Code, Name) VALUES (1, N'عدد'), (2, N'کارتن')\n"
         "INSERT INTO Stores (Code, Name) VALUES (1, N'انبار')\n"
         "INSERT INTO colors (code, Name, Value) VALUES (1, N'قرمز', '#ff0000')\n"
@@ -43,7 +44,7 @@ void makeGoods(const test::Database &database)
         "INSERT INTO SelectedList_Detail (SL_Code, Code) VALUES (5, 22), (5, 11)\n"
         "INSERT INTO Users (Code, Name) VALUES (2, N'کاربر'), (3, N'همکار')\n"
         "INSERT INTO UserDeniedGroups (UserCode, GrpCode) VALUES (2, 2)\n"
-        "EXEC UpdateMogodiKala 255\nEXEC UpdateMogodiKala 254"));
+        "EXEC UpdateMogodiKala 255\nEXEC UpdateMogodiKala 254"_s);
 }
 
 } // namespace
@@ -53,8 +54,8 @@ class TestGoodsList : public QObject
 {
     Q_OBJECT
 
-private Q_SLOTS:
-    void initTestCase() { makeGoods(database_); }
+private slots:
+    void initTestCase() { makeGoods(m_database); }
     void filters_data();
     void filters();
     void returnsRequestedColumns_data();
@@ -64,7 +65,7 @@ private Q_SLOTS:
     void readsDemoInBlocks();
 
 private:
-    test::Database database_;
+    test::Database m_database;
 };
 
 void TestGoodsList::filters_data()
@@ -110,7 +111,7 @@ void TestGoodsList::filters()
 {
     QFETCH(QString, parameters);
     QStringList codes;
-    for (const QString &row : database_.Rows(u"Exec GoodInf_List_SP "_qs + parameters))
+    for (const QString &row : m_database.Rows(u"Exec GoodInf_List_SP "_s + parameters))
         codes << row.section(u'|', 0, 0);
     QTEST(codes.join(u' '), "codes");
 }
@@ -137,12 +138,12 @@ void TestGoodsList::returnsRequestedColumns_data()
 void TestGoodsList::returnsRequestedColumns()
 {
     QFETCH(QString, requested);
-    const QString statement = u"Exec GoodInf_List_SP @GrpCode = 2, @RequestedCol="_qs + requested;
-    QCOMPARE(database_.Columns(statement), AllColumns);
-    const QStringList tea = database_.Rows(statement).value(0).split(u'|');
+    const QString statement = u"Exec GoodInf_List_SP @GrpCode = 2, @RequestedCol="_s + requested;
+    QCOMPARE(m_database.Columns(statement), AllColumns);
+    const QStringList tea = m_database.Rows(statement).value(0).split(u'|');
     QCOMPARE(tea.value(0), u"21");
     QStringList filled;
-    for (const QString &column : u"Mogodi2 Mogodi Joz UnitName1 UnitName2 Cost1 Cost2 Cost3 Cost4 t1"_qs.split(u' '))
+    for (const QString &column : u"Mogodi2 Mogodi Joz UnitName1 UnitName2 Cost1 Cost2 Cost3 Cost4 t1"_s.split(u' '))
         if (tea.value(AllColumns.indexOf(column)) != u"NULL")
             filled << column;
     QTEST(filled.join(u' '), "filled");
@@ -176,7 +177,7 @@ void TestGoodsList::showsValues()
     QFETCH(int, code);
     QFETCH(QString, columns);
     QStringList values;
-    for (const QString &row : database_.Rows(u"Exec GoodInf_List_SP"_qs))
+    for (const QString &row : m_database.Rows(u"Exec GoodInf_List_SP"_s))
         if (row.startsWith(QString::number(code) + u'|'))
             for (const QString &column : columns.split(u' '))
                 values << row.split(u'|').value(AllColumns.indexOf(column));
@@ -189,18 +190,18 @@ void TestGoodsList::readsDemoInBlocks()
     test::Database demo(test::Database::Content::Demo);
     QSqlQuery list(demo.GoodsList());
     list.setForwardOnly(true);
-    QVERIFY(list.exec(u"Exec GoodInf_List_SP @ManageType = 1, @UserCode = 1"_qs));
+    QVERIFY(list.exec(u"Exec GoodInf_List_SP @ManageType = 1, @UserCode = 1"_s));
     int last = 0;
     for (int i = 0; i < 50; ++i) {
         QVERIFY(list.next());
         QVERIFY(list.value(0).toInt() > last);
         last = list.value(0).toInt();
     }
-    demo.Exec(u"UPDATE GoodInf SET Comment = N'در حال خواندن' WHERE Code = 110001"_qs);
+    demo.Exec(u"UPDATE GoodInf SET Comment = N'در حال خواندن' WHERE Code = 110001"_s);
     int rows = 50;
     while (list.next())
         ++rows;
-    QCOMPARE(rows, demo.Scalar(u"SELECT COUNT(*) FROM GoodInf"_qs).toInt());
+    QCOMPARE(rows, demo.Scalar(u"SELECT COUNT(*) FROM GoodInf"_s).toInt());
 }
 
 REGISTER_TEST(TestGoodsList)

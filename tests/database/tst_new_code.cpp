@@ -3,12 +3,14 @@
 
 #include <QtTest>
 
+using namespace Qt::StringLiterals;
+
 /// The codes that GetGoodInfCode proposes, and that a good gets.
 class TestNewCode : public QObject
 {
     Q_OBJECT
 
-private Q_SLOTS:
+private slots:
     void proposes_data();
     void proposes();
 };
@@ -57,16 +59,16 @@ void TestNewCode::proposes()
     test::Database database;
     for (const QString &good : goods.split(u' ', Qt::SkipEmptyParts)) {
         const QStringList parts = good.split(u':');
-        database.Exec(QStringLiteral("IF NOT EXISTS (SELECT 1 FROM GoodGrpS WHERE Code = %2) "
-                                     "INSERT INTO GoodGrpS (Code, Name) VALUES (%2, N'x') "
-                                     "INSERT INTO GoodInf (Code, GrpCode, Name) VALUES (%1, %2, N'good %1')")
-                          .arg(parts.at(0), parts.at(1)));
+        database.Exec(
+            u"IF NOT EXISTS (SELECT 1 FROM GoodGrpS WHERE Code = %2) "
+            "INSERT INTO GoodGrpS (Code, Name) VALUES (%2, N'x') "
+            "INSERT INTO GoodInf (Code, GrpCode, Name) VALUES (%1, %2, N'good %1')"_s.arg(parts.at(0), parts.at(1)));
     }
     for (const QString &lock : reserved.split(u' ', Qt::SkipEmptyParts)) {
         const QStringList parts = lock.split(u':');
-        database.Exec(u"INSERT INTO CodeLock_TBL (Status, Code) VALUES (%1, %2)"_qs.arg(parts[0], parts[1]));
+        database.Exec(u"INSERT INTO CodeLock_TBL (Status, Code) VALUES (%1, %2)"_s.arg(parts[0], parts[1]));
     }
-    const QString statement = u"EXEC GetGoodInfCode %1, %2"_qs.arg(group).arg(length);
+    const QString statement = u"EXEC GetGoodInfCode %1, %2"_s.arg(group).arg(length);
     QTEST(database.Scalar(statement).toInt(), "expected");
     // Proposing alone changes nothing.
     QTEST(database.Scalar(statement).toInt(), "expected");

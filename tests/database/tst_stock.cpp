@@ -3,12 +3,14 @@
 
 #include <QtTest>
 
+using namespace Qt::StringLiterals;
+
 /// Stock on hand, opening stock rows, prices by level, and the removal of a good.
 class TestStock : public QObject
 {
     Q_OBJECT
 
-private Q_SLOTS:
+private slots:
     void init();
     void reckons_data();
     void reckons();
@@ -21,14 +23,14 @@ private Q_SLOTS:
     void keepsGoodThatMoved();
 
 private:
-    std::unique_ptr<test::Database> database_;
+    std::unique_ptr<test::Database> m_database;
 };
 
 void TestStock::init()
 {
-    database_ = std::make_unique<test::Database>();
-    database_->Exec(QStringLiteral(
-        "INSERT INTO GoodGrpS (Code, Name) VALUES (1, N'یک')\n"
+    m_database = std::make_unique<test::Database>();
+    m_database->Exec(
+        u"INSERT INTO GoodGrpS (Code, Name) VALUES (1, N'یک')\n"
         "INSERT INTO Units (Code, Name) VALUES (1, N'عدد'), (2, N'کارتن')\n"
         "INSERT INTO Stores (Code, Name) VALUES (1, N'فروشگاه'), (2, N'مرکزی')\n"
         "INSERT INTO GoodInf (Code, GrpCode, Name) VALUES (10, 1, N'a'), (20, 1, N'b'), (30, 1, N'c'), (40, 1, N'd')\n"
@@ -37,7 +39,7 @@ void TestStock::init()
         "INSERT INTO Kardex (Kala, Anbar, OperationType, OperationCode, [Date], Amount1, Amount2) VALUES"
         " (10, 1, 1, 1, '1405/02/01', 0.2, 2), (10, 1, 2, 1, '1405/02/02', -0.3, -3), (20, 2, 1, 1, '1405/02/01', 4, "
         "0),"
-        " (30, 2, 2, 1, '1405/02/03', -2, 0)"));
+        " (30, 2, 2, 1, '1405/02/03', -2, 0)"_s);
 }
 
 void TestStock::reckons_data()
@@ -46,51 +48,49 @@ void TestStock::reckons_data()
     QTest::addColumn<QStringList>("stores");
     QTest::addColumn<QStringList>("goods");
     // 0.1 + 0.2 - 0.3 is nothing; working copies and goods that are not there do not count.
-    const QStringList stores{u"10|1|0|0"_qs, u"10|2|5|0"_qs, u"20|1|3|0"_qs, u"20|2|4|0"_qs, u"30|2|-2|0"_qs};
-    const QStringList goods{u"10|5|0"_qs, u"20|7|0"_qs, u"30|-2|0"_qs};
-    const QString all = u"Exec UpdateMogodiKala"_qs;
-    const QString change =
-        QStringLiteral("INSERT INTO Kardex (Kala, Anbar, OperationType, OperationCode, [Date], Amount1)"
-                       " VALUES (40, 2, 1, 2, '1405/02/04', 6), (20, 1, 2, 2, '1405/02/04', -3)");
-    QTest::newRow("stores, then goods") << QStringList{all + u" 255"_qs, all + u" 254"_qs} << stores << goods;
-    QTest::newRow("twice") << QStringList{all + u" 255"_qs, all + u" 254"_qs, all + u" 255"_qs, all + u" 254"_qs}
-                           << stores << goods;
-    QTest::newRow("stores only") << QStringList{all + u" 255"_qs} << stores << QStringList();
+    const QStringList stores{u"10|1|0|0"_s, u"10|2|5|0"_s, u"20|1|3|0"_s, u"20|2|4|0"_s, u"30|2|-2|0"_s};
+    const QStringList goods{u"10|5|0"_s, u"20|7|0"_s, u"30|-2|0"_s};
+    const QString all = u"Exec UpdateMogodiKala"_s;
+    const QString change = u"INSERT INTO Kardex (Kala, Anbar, OperationType, OperationCode, [Date], Amount1)"
+                           " VALUES (40, 2, 1, 2, '1405/02/04', 6), (20, 1, 2, 2, '1405/02/04', -3)"_s;
+    QTest::newRow("stores, then goods") << QStringList{all + u" 255"_s, all + u" 254"_s} << stores << goods;
+    QTest::newRow("twice") << QStringList{all + u" 255"_s, all + u" 254"_s, all + u" 255"_s, all + u" 254"_s} << stores
+                           << goods;
+    QTest::newRow("stores only") << QStringList{all + u" 255"_s} << stores << QStringList();
     QTest::newRow("both at once") << QStringList{all} << stores << goods;
-    QTest::newRow("one store") << QStringList{all + u" 1"_qs} << QStringList{stores.at(0), stores.at(2)}
+    QTest::newRow("one store") << QStringList{all + u" 1"_s} << QStringList{stores.at(0), stores.at(2)}
                                << QStringList();
     QTest::newRow("after a change") << QStringList{all, change, all}
-                                    << QStringList{stores.at(0), stores.at(1), u"20|1|0|0"_qs,
-                                                   stores.at(3), stores.at(4), u"40|2|6|0"_qs}
-                                    << QStringList{goods.at(0), u"20|4|0"_qs, goods.at(2), u"40|6|0"_qs};
+                                    << QStringList{stores.at(0), stores.at(1), u"20|1|0|0"_s,
+                                                   stores.at(3), stores.at(4), u"40|2|6|0"_s}
+                                    << QStringList{goods.at(0), u"20|4|0"_s, goods.at(2), u"40|6|0"_s};
     QTest::newRow("one good after a change")
-        << QStringList{all, change, all + u" NULL, 20"_qs}
-        << QStringList{stores.at(0), stores.at(1), u"20|1|0|0"_qs, stores.at(3), stores.at(4)}
-        << QStringList{goods.at(0), u"20|4|0"_qs, goods.at(2)};
+        << QStringList{all, change, all + u" NULL, 20"_s}
+        << QStringList{stores.at(0), stores.at(1), u"20|1|0|0"_s, stores.at(3), stores.at(4)}
+        << QStringList{goods.at(0), u"20|4|0"_s, goods.at(2)};
     QTest::newRow("a good that lost its movements")
-        << QStringList{all, u"DELETE FROM Kardex WHERE Kala = 30"_qs, all} << stores.mid(0, 4) << goods.mid(0, 2);
+        << QStringList{all, u"DELETE FROM Kardex WHERE Kala = 30"_s, all} << stores.mid(0, 4) << goods.mid(0, 2);
 }
 
 void TestStock::reckons()
 {
     QFETCH(QStringList, steps);
     for (const QString &step : steps)
-        database_->Exec(step);
-    QTEST(database_->Rows(QStringLiteral("SELECT GoodCode, StoreCode, Amount1, Amount2 FROM GoodStoreStock "
-                                         "ORDER BY GoodCode, StoreCode")),
+        m_database->Exec(step);
+    QTEST(m_database->Rows(u"SELECT GoodCode, StoreCode, Amount1, Amount2 FROM GoodStoreStock "
+                           "ORDER BY GoodCode, StoreCode"_s),
           "stores");
-    QTEST(database_->Rows(u"SELECT * FROM GoodStock ORDER BY GoodCode"_qs), "goods");
+    QTEST(m_database->Rows(u"SELECT * FROM GoodStock ORDER BY GoodCode"_s), "goods");
 }
 
 void TestStock::keepsStockWhenItFails()
 {
-    database_->Exec(u"Exec UpdateMogodiKala"_qs);
-    const QStringList before = database_->Rows(u"SELECT * FROM GoodStoreStock ORDER BY 1, 2"_qs);
-    database_->Exec(
-        QStringLiteral("INSERT INTO Kardex (Kala, Anbar, OperationType, OperationCode, [Date], Amount1)"
-                       " VALUES (20, 1, 1, 3, '1405/02/04', 99999999999999), (20, 1, 1, 4, '1405/02/04', 1)"));
-    QVERIFY(!database_->Refusal(u"Exec UpdateMogodiKala 255"_qs).isEmpty());
-    QCOMPARE(database_->Rows(u"SELECT * FROM GoodStoreStock ORDER BY 1, 2"_qs), before);
+    m_database->Exec(u"Exec UpdateMogodiKala"_s);
+    const QStringList before = m_database->Rows(u"SELECT * FROM GoodStoreStock ORDER BY 1, 2"_s);
+    m_database->Exec(u"INSERT INTO Kardex (Kala, Anbar, OperationType, OperationCode, [Date], Amount1)"
+                     " VALUES (20, 1, 1, 3, '1405/02/04', 99999999999999), (20, 1, 1, 4, '1405/02/04', 1)"_s);
+    QVERIFY(!m_database->Refusal(u"Exec UpdateMogodiKala 255"_s).isEmpty());
+    QCOMPARE(m_database->Rows(u"SELECT * FROM GoodStoreStock ORDER BY 1, 2"_s), before);
 }
 
 void TestStock::listsOpeningRows_data()
@@ -101,10 +101,10 @@ void TestStock::listsOpeningRows_data()
     const auto row = [](const char *arguments, const char *where, const QStringList &rows) {
         QTest::newRow(arguments) << QString::fromLatin1(arguments) << QString::fromLatin1(where) << rows;
     };
-    row("1,2,12", "tmp=1 and GoodCode=10", {u"10|1|فروشگاه|70|7|عدد|کارتن|5|1405/01/01"_qs});
+    row("1,2,12", "tmp=1 and GoodCode=10", {u"10|1|فروشگاه|70|7|عدد|کارتن|5|1405/01/01"_s});
     row("1,0,0", "tmp=0 and GoodCode=10",
-        {u"10|1|فروشگاه|0.1|1|عدد|NULL|0.1|1405/01/01"_qs, u"10|2|مرکزی|5|0|عدد|NULL|5|1405/01/01"_qs});
-    row("2,1,2.5", "tmp=0 and GoodCode=99", {u"99|1|فروشگاه|8|0|کارتن|عدد|3|1405/01/01"_qs});
+        {u"10|1|فروشگاه|0.1|1|عدد|NULL|0.1|1405/01/01"_s, u"10|2|مرکزی|5|0|عدد|NULL|5|1405/01/01"_s});
+    row("2,1,2.5", "tmp=0 and GoodCode=99", {u"99|1|فروشگاه|8|0|کارتن|عدد|3|1405/01/01"_s});
     row("1,2,1", "tmp=1 and GoodCode=20", {});
 }
 
@@ -112,10 +112,8 @@ void TestStock::listsOpeningRows()
 {
     QFETCH(QString, arguments);
     QFETCH(QString, where);
-    QTEST(database_->Rows(
-              QStringLiteral("Select GoodCode, StoreCode, StoreName, Amount1, Amount2, Unit1, Unit2, Joz, [Date]"
-                             " from GoodFirstAssetList_FNC(%1) where %2 order by Radif")
-                  .arg(arguments, where)),
+    QTEST(m_database->Rows(u"Select GoodCode, StoreCode, StoreName, Amount1, Amount2, Unit1, Unit2, Joz, [Date]"
+                           " from GoodFirstAssetList_FNC(%1) where %2 order by Radif"_s.arg(arguments, where)),
           "rows");
 }
 
@@ -139,51 +137,49 @@ void TestStock::findsDefaultPrice_data()
 void TestStock::findsDefaultPrice()
 {
     QFETCH(QString, arguments);
-    database_->Exec(
-        QStringLiteral("INSERT INTO GoodCostDiscount (GoodCode, CostLevel_Sell_1, CostLevel_Sell_4, CostLevel_Buy_8,"
-                       " CostLevel_Buy_10, Default_CostLevel_Sell_Number, Default_CostLevel_Buy_Number)"
-                       " VALUES (10, 100, 400.5, 88.123456789, 1010, 4, 8)"));
-    const QString statement = u"exec GetDefaultCostLevel "_qs + arguments;
-    QCOMPARE(database_->Columns(statement), QStringList{u"cost"_qs});
+    m_database->Exec(u"INSERT INTO GoodCostDiscount (GoodCode, CostLevel_Sell_1, CostLevel_Sell_4, CostLevel_Buy_8,"
+                     " CostLevel_Buy_10, Default_CostLevel_Sell_Number, Default_CostLevel_Buy_Number)"
+                     " VALUES (10, 100, 400.5, 88.123456789, 1010, 4, 8)"_s);
+    const QString statement = u"exec GetDefaultCostLevel "_s + arguments;
+    QCOMPARE(m_database->Columns(statement), QStringList{u"cost"_s});
     QFETCH(QString, cost);
-    QCOMPARE(database_->Rows(statement), QStringList{cost});
+    QCOMPARE(m_database->Rows(statement), QStringList{cost});
 }
 
 void TestStock::deletesGood()
 {
-    const QString belongings = QStringLiteral("SELECT (SELECT COUNT(*) FROM GoodInf), (SELECT COUNT(*) FROM "
-                                              "GoodCostDiscount), (SELECT COUNT(*) FROM tmpCostList),"
-                                              " (SELECT COUNT(*) FROM GoodFirstAsset), (SELECT COUNT(*) FROM "
-                                              "Kala_category), (SELECT COUNT(*) FROM PhotoGallery),"
-                                              " (SELECT COUNT(*) FROM SelectedList_Detail), (SELECT COUNT(*) FROM "
-                                              "GoodDetailRelation), (SELECT COUNT(*) FROM GoodStock)");
-    database_->Exec(QStringLiteral(
-        "DELETE FROM Kardex\nDELETE FROM GoodFirstAsset WHERE GoodCode = 99\nDELETE FROM GoodInf WHERE Code > 20\n"
+    const QString belongings = u"SELECT (SELECT COUNT(*) FROM GoodInf), (SELECT COUNT(*) FROM "
+                               "GoodCostDiscount), (SELECT COUNT(*) FROM tmpCostList),"
+                               " (SELECT COUNT(*) FROM GoodFirstAsset), (SELECT COUNT(*) FROM "
+                               "Kala_category), (SELECT COUNT(*) FROM PhotoGallery),"
+                               " (SELECT COUNT(*) FROM SelectedList_Detail), (SELECT COUNT(*) FROM "
+                               "GoodDetailRelation), (SELECT COUNT(*) FROM GoodStock)"_s;
+    m_database->Exec(
+        u"DELETE FROM Kardex\nDELETE FROM GoodFirstAsset WHERE GoodCode = 99\nDELETE FROM GoodInf WHERE Code > 20\n"
         "INSERT INTO Categories (Code, Name, Path) VALUES (1, N'ریشه', ',1,')\n"
         "INSERT INTO SelectedLists (Code, Title) VALUES (1, N'فهرست')\n"
-        "INSERT INTO DetailTypes (Title, DetailType) VALUES (N'رنگ', 2)\nExec UpdateMogodiKala"));
+        "INSERT INTO DetailTypes (Title, DetailType) VALUES (N'رنگ', 2)\nExec UpdateMogodiKala"_s);
     for (const char *code : {"10", "20"})
-        database_->Exec(
-            QStringLiteral("INSERT INTO GoodCostDiscount (GoodCode) VALUES (%1)\n"
-                           "INSERT INTO tmpCostList ([Type], Status, TypeCode, CostLevelCode) VALUES (3, 0, %1, 1)\n"
-                           "INSERT INTO Kala_category (Kala_code, Category_code) VALUES (%1, 1)\n"
-                           "INSERT INTO PhotoGallery (GRPCode, Id_pic, Picture) VALUES (102, %1, 0x01)\n"
-                           "INSERT INTO SelectedList_Detail (SL_Code, Code) VALUES (1, %1)\n"
-                           "INSERT INTO GoodDetailRelation (GoodCode, DetailID) VALUES (%1, 1)")
-                .arg(QLatin1String(code)));
-    QCOMPARE(database_->Rows(belongings), QStringList{u"2|2|2|4|2|2|2|2|2"_qs});
-    database_->Exec(u"Exec GoodInf_Delete 10"_qs);
-    QCOMPARE(database_->Rows(belongings), QStringList{u"1|1|1|1|1|1|1|1|1"_qs});
+        m_database->Exec(
+            u"INSERT INTO GoodCostDiscount (GoodCode) VALUES (%1)\n"
+            "INSERT INTO tmpCostList ([Type], Status, TypeCode, CostLevelCode) VALUES (3, 0, %1, 1)\n"
+            "INSERT INTO Kala_category (Kala_code, Category_code) VALUES (%1, 1)\n"
+            "INSERT INTO PhotoGallery (GRPCode, Id_pic, Picture) VALUES (102, %1, 0x01)\n"
+            "INSERT INTO SelectedList_Detail (SL_Code, Code) VALUES (1, %1)\n"
+            "INSERT INTO GoodDetailRelation (GoodCode, DetailID) VALUES (%1, 1)"_s.arg(QLatin1String(code)));
+    QCOMPARE(m_database->Rows(belongings), QStringList{u"2|2|2|4|2|2|2|2|2"_s});
+    m_database->Exec(u"Exec GoodInf_Delete 10"_s);
+    QCOMPARE(m_database->Rows(belongings), QStringList{u"1|1|1|1|1|1|1|1|1"_s});
 }
 
 void TestStock::keepsGoodThatMoved()
 {
-    database_->Exec(u"INSERT INTO GoodCostDiscount (GoodCode) VALUES (10)"_qs);
-    QVERIFY(!database_->Refusal(u"Exec GoodInf_Delete 10"_qs).isEmpty());
-    QCOMPARE(database_->Rows(QStringLiteral(
-                 "SELECT (SELECT COUNT(*) FROM GoodInf WHERE Code = 10), (SELECT COUNT(*) FROM"
-                 " GoodCostDiscount), (SELECT COUNT(*) FROM GoodFirstAsset WHERE GoodCode = 10), @@TRANCOUNT")),
-             QStringList{u"1|1|3|0"_qs});
+    m_database->Exec(u"INSERT INTO GoodCostDiscount (GoodCode) VALUES (10)"_s);
+    QVERIFY(!m_database->Refusal(u"Exec GoodInf_Delete 10"_s).isEmpty());
+    QCOMPARE(m_database->Rows(
+                 u"SELECT (SELECT COUNT(*) FROM GoodInf WHERE Code = 10), (SELECT COUNT(*) FROM"
+                 " GoodCostDiscount), (SELECT COUNT(*) FROM GoodFirstAsset WHERE GoodCode = 10), @@TRANCOUNT"_s),
+             QStringList{u"1|1|3|0"_s});
 }
 
 REGISTER_TEST(TestStock)

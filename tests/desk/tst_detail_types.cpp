@@ -4,6 +4,8 @@
 #include "tests/desk/window_fixture.h"
 #include "tests/support/test_main.h"
 
+using namespace Qt::StringLiterals;
+
 class TestDetailTypesMenu : public QObject
 {
     Q_OBJECT
@@ -31,18 +33,18 @@ void TestDetailTypesMenu::opensTheListAndChoosesMembers()
 {
     const test::DeskWindow shop;
     const test::Database &database = shop.t.database;
-    database.Exec(u"insert DetailTypes_SelectedLists(Code, Title) values (900, N'آزمایش')"_qs);
-    const QString serial = database.Scalar(u"select min(ID) from DetailTypes where DetailType = 3"_qs).toString();
-    const QString number = database.Scalar(u"select min(ID) from DetailTypes where DetailType = 4"_qs).toString();
-    test::Drive([&] { shop.Run(u"DetailTypes_ACT"_qs); },
+    database.Exec(u"insert DetailTypes_SelectedLists(Code, Title) values (900, N'آزمایش')"_s);
+    const QString serial = database.Scalar(u"select min(ID) from DetailTypes where DetailType = 3"_s).toString();
+    const QString number = database.Scalar(u"select min(ID) from DetailTypes where DetailType = 4"_s).toString();
+    test::Drive([&] { shop.Run(u"DetailTypes_ACT"_s); },
                 [&](QWidget *list) {
                     test::Press(Qt::Key_Tab, Qt::ControlModifier);
-                    StandOn(list, u"SelectedList_List_DBTableView1"_qs, u"900"_qs);
-                    auto &add = test::Find(list, u"NewDetail_BTN"_qs);
+                    StandOn(list, u"SelectedList_List_DBTableView1"_s, u"900"_s);
+                    auto &add = test::Find(list, u"NewDetail_BTN"_s);
                     test::Drive([&] { QTest::mouseClick(&add, Qt::LeftButton); },
                                 [&](QWidget *chooser) {
                                     for (const QString &id : {number, serial}) {
-                                        StandOn(chooser, u"DetailTypes_List_GRD"_qs, id);
+                                        StandOn(chooser, u"DetailTypes_List_GRD"_s, id);
                                         test::Press(Qt::Key_Space);
                                     }
                                     test::Press(Qt::Key_Return);
@@ -51,15 +53,15 @@ void TestDetailTypesMenu::opensTheListAndChoosesMembers()
                     QVERIFY(QTest::qWaitForWindowActive(list));
                     test::Press(Qt::Key_Escape);
                 });
-    QCOMPARE(database.Rows(u"select Code from DetailTypes_SelectedList_Detail where SL_Code = 900 order by Radif"_qs),
+    QCOMPARE(database.Rows(u"select Code from DetailTypes_SelectedList_Detail where SL_Code = 900 order by Radif"_s),
              (QStringList{number, serial}));
 }
 
 void TestDetailTypesMenu::needsTheRight()
 {
     const test::DeskWindow shop;
-    shop.t.database.Exec(u"delete from UserRights where SoftwarePart = 513 and Permission = 6"_qs);
-    test::Drive([&] { shop.Run(u"DetailTypes_ACT"_qs); },
+    shop.t.database.Exec(u"delete from UserRights where SoftwarePart = 513 and Permission = 6"_s);
+    test::Drive([&] { shop.Run(u"DetailTypes_ACT"_s); },
                 [](QWidget *message) {
                     QVERIFY(!message->findChild<host::Grid *>());
                     test::Press(Qt::Key_Escape);

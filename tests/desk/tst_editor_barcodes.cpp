@@ -5,10 +5,10 @@
 #include "tests/support/modal.h"
 #include "tests/support/test_main.h"
 
-#include <QtGui/QAction>
-#include <QtTest/QTest>
-#include <QtWidgets/QLineEdit>
-#include <QtWidgets/QTabWidget>
+#include <QAction>
+#include <QLineEdit>
+#include <QTabWidget>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

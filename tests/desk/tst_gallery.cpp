@@ -4,11 +4,13 @@
 #include "tests/support/modal.h"
 #include "tests/support/test_main.h"
 
-#include <QtGui/QImage>
-#include <QtTest/QtTest>
-#include <QtWidgets/QFileDialog>
-#include <QtWidgets/QListWidget>
-#include <QtWidgets/QMessageBox>
+#include <QFileDialog>
+#include <QImage>
+#include <QListWidget>
+#include <QMessageBox>
+#include <QtTest>
+
+using namespace Qt::StringLiterals;
 
 using host::TSoftwarePart;
 
@@ -29,7 +31,7 @@ private:
     {
         QTemporaryDir folder;
 
-        Fixture() { database.Exec(u"delete from PhotoGallery where Id_pic = %1 and GRPCode = 102"_qs.arg(Good)); }
+        Fixture() { database.Exec(u"delete from PhotoGallery where Id_pic = %1 and GRPCode = 102"_s.arg(Good)); }
         /// A file with a picture of one colour.
         QString File(const QString &name, const QSize &size, const QColor &color) const
         {
@@ -44,7 +46,7 @@ private:
         /// F4, and the name of a file in the dialog that opens.
         static void Add(QWidget *gallery, const QString &path)
         {
-            test::Focus(gallery, u"Photos_LST"_qs);
+            test::Focus(gallery, u"Photos_LST"_s);
             test::Drive([] { test::Press(Qt::Key_F4); },
                         [&](QWidget *dialog) {
                             QVERIFY(qobject_cast<QFileDialog *>(dialog));
@@ -57,22 +59,22 @@ private:
         {
             gallery->activateWindow();
             QTRY_VERIFY(gallery->isActiveWindow());
-            test::Focus(gallery, u"Photos_LST"_qs);
+            test::Focus(gallery, u"Photos_LST"_s);
         }
         /// The colours of the stored pictures, in their order.
         QStringList Colors(int temporary) const
         {
             QStringList colors;
             for (host::Query rows(database.Main(), u"select Picture from PhotoGallery where Id_pic = %1 and tmp = %2 "
-                                                   "order by Radif"_qs.arg(Good)
+                                                   "order by Radif"_s.arg(Good)
                                                        .arg(temporary));
                  !rows.Eof(); rows.Next()) {
                 const QImage image = QImage::fromData(rows.Value(u"Picture").toByteArray());
                 const QColor color = image.pixelColor(image.rect().center());
-                colors << (color.red() > 128    ? u"red"_qs
-                           : color.green() > 96 ? u"green"_qs
-                                                : u"blue"_qs) +
-                              u" %1x%2"_qs.arg(image.width()).arg(image.height());
+                colors << (color.red() > 128    ? u"red"_s
+                           : color.green() > 96 ? u"green"_s
+                                                : u"blue"_s) +
+                              u" %1x%2"_s.arg(image.width()).arg(image.height());
             }
             return colors;
         }
@@ -82,19 +84,19 @@ private:
 void TestGallery::photosAreAddedOrderedAndDeleted()
 {
     Fixture t;
-    const QString red = t.File(u"red.png"_qs, {40, 30}, Qt::red);
-    const QString green = t.File(u"a 'green' one.jpg"_qs, {30, 40}, QColor(0, 200, 0));
-    const QString blue = t.File(u"آبی.bmp"_qs, {3200, 800}, Qt::blue);
+    const QString red = t.File(u"red.png"_s, {40, 30}, Qt::red);
+    const QString green = t.File(u"a 'green' one.jpg"_s, {30, 40}, QColor(0, 200, 0));
+    const QString blue = t.File(u"آبی.bmp"_s, {3200, 800}, Qt::blue);
     test::Drive([&] { t.Open(); },
                 [&](QWidget *gallery) {
                     for (const QString &file : {red, green, blue})
                         Fixture::Add(gallery, file);
-                    test::Picture(*gallery, u"gallery"_qs);
-                    auto &photos = test::Find<QListWidget>(gallery, u"Photos_LST"_qs);
+                    test::Picture(*gallery, u"gallery"_s);
+                    auto &photos = test::Find<QListWidget>(gallery, u"Photos_LST"_s);
                     QCOMPARE(photos.count(), 3);
                     QCOMPARE(photos.currentRow(), 2); // the one that came last
                     // Too large a picture is made smaller.
-                    QCOMPARE(t.Colors(1), (QStringList{u"red 40x30"_qs, u"green 30x40"_qs, u"blue 1600x400"_qs}));
+                    QCOMPARE(t.Colors(1), (QStringList{u"red 40x30"_s, u"green 30x40"_s, u"blue 1600x400"_s}));
                     QCOMPARE(t.desk.photos.Photos(TSoftwarePart::Goods, Good).size(),
                              0); // not before the good is saved
 
@@ -103,7 +105,7 @@ void TestGallery::photosAreAddedOrderedAndDeleted()
                     test::Press(Qt::Key_Up, Qt::ControlModifier); // it is the first already
                     QCOMPARE(photos.currentRow(), 0);
                     test::Press(Qt::Key_Down, Qt::ControlModifier);
-                    QCOMPARE(t.Colors(1), (QStringList{u"red 40x30"_qs, u"blue 1600x400"_qs, u"green 30x40"_qs}));
+                    QCOMPARE(t.Colors(1), (QStringList{u"red 40x30"_s, u"blue 1600x400"_s, u"green 30x40"_s}));
 
                     const auto remove = [&](const QList<Qt::Key> &answer) {
                         test::Drive([] { test::Press(Qt::Key_F7); },
@@ -117,11 +119,11 @@ void TestGallery::photosAreAddedOrderedAndDeleted()
                     remove({Qt::Key_Escape});
                     QCOMPARE(photos.count(), 3);
                     remove({Qt::Key_Tab, Qt::Key_Space});
-                    QCOMPARE(t.Colors(1), (QStringList{u"red 40x30"_qs, u"green 30x40"_qs}));
+                    QCOMPARE(t.Colors(1), (QStringList{u"red 40x30"_s, u"green 30x40"_s}));
                     QCOMPARE(photos.currentRow(), 1);
                     test::Press(Qt::Key_Escape);
                 });
-    t.database.Exec(u"update PhotoGallery set tmp = 0 where Id_pic = %1"_qs.arg(Good));
+    t.database.Exec(u"update PhotoGallery set tmp = 0 where Id_pic = %1"_s.arg(Good));
     QCOMPARE(t.desk.photos.Photos(TSoftwarePart::Goods, Good).size(), 2);
     QCOMPARE(t.desk.photos.Photos(TSoftwarePart::Units, Good).size(), 0);
 }
@@ -129,7 +131,7 @@ void TestGallery::photosAreAddedOrderedAndDeleted()
 void TestGallery::onlyPicturesAreTaken()
 {
     Fixture t;
-    const QString path = t.folder.filePath(u"قیمت.png"_qs);
+    const QString path = t.folder.filePath(u"قیمت.png"_s);
     QFile file(path);
     QVERIFY(file.open(QIODevice::WriteOnly) && file.write("no picture at all") > 0);
     file.close();
@@ -144,7 +146,7 @@ void TestGallery::onlyPicturesAreTaken()
                                     test::Press(Qt::Key_Return);
                                 });
                     Fixture::Regain(gallery);
-                    QCOMPARE(test::Find<QListWidget>(gallery, u"Photos_LST"_qs).count(), 0);
+                    QCOMPARE(test::Find<QListWidget>(gallery, u"Photos_LST"_s).count(), 0);
                     // Nothing to delete, nothing to move.
                     test::Press(Qt::Key_F7);
                     test::Press(Qt::Key_Up, Qt::ControlModifier);
@@ -156,7 +158,7 @@ void TestGallery::onlyPicturesAreTaken()
 void TestGallery::needsTheRight()
 {
     Fixture t;
-    t.database.Exec(u"delete from UserRights where SoftwarePart = 102 and Permission = 10"_qs);
+    t.database.Exec(u"delete from UserRights where SoftwarePart = 102 and Permission = 10"_s);
     QVERIFY(t.desk.settings.SignIn(2));
     test::Drive([&] { t.Open(); },
                 [](QWidget *message) {

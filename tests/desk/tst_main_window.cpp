@@ -4,24 +4,26 @@
 #include "tests/desk/window_fixture.h"
 #include "tests/support/test_main.h"
 
-#include <QtWidgets/QLabel>
-#include <QtWidgets/QMessageBox>
-#include <QtWidgets/QStatusBar>
-#include <QtWidgets/QToolButton>
+#include <QLabel>
+#include <QMessageBox>
+#include <QStatusBar>
+#include <QToolButton>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
 /// Goods of the list on the page that is shown.
 int GoodsShown(const test::DeskWindow &shop)
 {
-    auto &grid = test::Find<host::Grid>(shop.pages->currentWidget(), u"GoodListDB_GRD"_qs);
+    auto &grid = test::Find<host::Grid>(shop.pages->currentWidget(), u"GoodListDB_GRD"_s);
     return static_cast<int>(grid.ShownKeys().size());
 }
 
 /// Another user is chosen, so many lines below the present one.
 void ChangeUser(const test::DeskWindow &shop, int down)
 {
-    test::Drive([&] { shop.Run(u"User_ACT"_qs); },
+    test::Drive([&] { shop.Run(u"User_ACT"_s); },
                 [&](QWidget *) {
                     for (int i = 0; i < down; ++i)
                         test::Press(Qt::Key_Down);
@@ -58,24 +60,24 @@ private slots:
 void TestMainWindow::goodsListsDock()
 {
     const test::DeskWindow shop;
-    shop.Run(u"GoodsList_ACT"_qs);
+    shop.Run(u"GoodsList_ACT"_s);
     QCOMPARE(shop.pages->count(), 2);
-    QCOMPARE(shop.pages->tabText(1), u"لیست کالاها"_qs);
+    QCOMPARE(shop.pages->tabText(1), u"لیست کالاها"_s);
     QWidget *first = shop.pages->currentWidget();
-    QCOMPARE(test::Focused(), u"GoodListDB_GRD"_qs);
+    QCOMPARE(test::Focused(), u"GoodListDB_GRD"_s);
     QVERIFY(first->isVisible() && !first->isWindow());
-    shop.Run(u"GoodsList_ACT"_qs);
+    shop.Run(u"GoodsList_ACT"_s);
     QCOMPARE(shop.pages->count(), 3);
-    test::Drive([&] { shop.Run(u"GoodsList_ACT"_qs); },
-                [](QWidget *box) { Dismiss(box, u"امکان نمایش مجدد لیست کالاها وجود ندارد."_qs); });
+    test::Drive([&] { shop.Run(u"GoodsList_ACT"_s); },
+                [](QWidget *box) { Dismiss(box, u"امکان نمایش مجدد لیست کالاها وجود ندارد."_s); });
     shop.Regain();
 
     shop.pages->setCurrentWidget(first);
-    test::Focus(first, u"GoodListDB_GRD"_qs);
+    test::Focus(first, u"GoodListDB_GRD"_s);
     test::Press(Qt::Key_Escape);
     QCOMPARE(shop.pages->count(), 2);
     QVERIFY(shop.pages->currentWidget() != first);
-    shop.Run(u"GoodsList_ACT"_qs); // its place is free again
+    shop.Run(u"GoodsList_ACT"_s); // its place is free again
     QCOMPARE(shop.pages->count(), 3);
     QCOMPARE(shop.pages->currentWidget(), first);
     shop.window->close();
@@ -87,32 +89,32 @@ void TestMainWindow::goodsListsDock()
 void TestMainWindow::pagesGiveTheKeysBack()
 {
     const test::DeskWindow shop;
-    QCOMPARE(test::Focused(), u"GoodsList_ACT_Tile"_qs);
+    QCOMPARE(test::Focused(), u"GoodsList_ACT_Tile"_s);
     test::Press(Qt::Key_Left);
-    QCOMPARE(test::Focused(), u"NewGood_ACT_Tile"_qs); // the next one in a right-to-left row
-    shop.Run(u"GoodsList_ACT"_qs);
-    shop.Run(u"Choose_ACT"_qs);
-    QCOMPARE(test::Focused(), u"LocateCode_EDT"_qs);
+    QCOMPARE(test::Focused(), u"NewGood_ACT_Tile"_s); // the next one in a right-to-left row
+    shop.Run(u"GoodsList_ACT"_s);
+    shop.Run(u"Choose_ACT"_s);
+    QCOMPARE(test::Focused(), u"LocateCode_EDT"_s);
     shop.pages->setCurrentIndex(1);
-    QCOMPARE(test::Focused(), u"GoodListDB_GRD"_qs);
-    shop.Run(u"Choose_ACT"_qs);
-    QCOMPARE(test::Focused(), u"LocateCode_EDT"_qs);
+    QCOMPARE(test::Focused(), u"GoodListDB_GRD"_s);
+    shop.Run(u"Choose_ACT"_s);
+    QCOMPARE(test::Focused(), u"LocateCode_EDT"_s);
     test::Press(Qt::Key_Escape);
-    QCOMPARE(test::Focused(), u"GoodListDB_GRD"_qs);
+    QCOMPARE(test::Focused(), u"GoodListDB_GRD"_s);
     test::Press(Qt::Key_Escape);
-    QCOMPARE(test::Focused(), u"NewGood_ACT_Tile"_qs);
+    QCOMPARE(test::Focused(), u"NewGood_ACT_Tile"_s);
 }
 
 void TestMainWindow::aScanReachesTheListThatWasJustOpened()
 {
     const test::DeskWindow shop;
     test::Press(Qt::Key_Return); // on the tile
-    const auto &grid = test::Find<host::Grid>(shop.window.get(), u"GoodListDB_GRD"_qs);
+    const auto &grid = test::Find<host::Grid>(shop.window.get(), u"GoodListDB_GRD"_s);
     // Scan follows scan, also after one that found nothing.
-    for (const auto &[barcode, code] : {std::pair(u"6261100011011"_qs, u"110001"_qs),
-                                        {u"4006381333931"_qs, {}},
-                                        {u"6261951015015"_qs, u"150001"_qs},
-                                        {u"6261100011011"_qs, u"110001"_qs}}) {
+    for (const auto &[barcode, code] : {std::pair(u"6261100011011"_s, u"110001"_s),
+                                        {u"4006381333931"_s, {}},
+                                        {u"6261951015015"_s, u"150001"_s},
+                                        {u"6261100011011"_s, u"110001"_s}}) {
         test::Type(barcode);
         test::Press(Qt::Key_Return);
         QTRY_COMPARE(grid.RowCount(), code.isEmpty() ? 0 : 1);
@@ -129,11 +131,11 @@ void TestMainWindow::everyTileRuns()
     const auto buttons = shop.pages->widget(0)->findChildren<QToolButton *>();
     for (const QToolButton *tile : buttons)
         if (tile->isVisible())
-            tiles << tile->objectName().section(u"_ACT"_qs, 0, 0);
-    QCOMPARE(tiles, (QStringList{u"GoodsList"_qs, u"NewGood"_qs, u"DetailTypes"_qs, u"Groups"_qs, u"Stores"_qs,
-                                 u"Units"_qs, u"Choose"_qs, u"Rights"_qs, u"Settings"_qs}));
+            tiles << tile->objectName().section(u"_ACT"_s, 0, 0);
+    QCOMPARE(tiles, (QStringList{u"GoodsList"_s, u"NewGood"_s, u"DetailTypes"_s, u"Groups"_s, u"Stores"_s, u"Units"_s,
+                                 u"Choose"_s, u"Rights"_s, u"Settings"_s}));
     for (const QString &tile : tiles) {
-        auto &button = test::Find<QToolButton>(shop.window.get(), tile + u"_ACT_Tile"_qs);
+        auto &button = test::Find<QToolButton>(shop.window.get(), tile + u"_ACT_Tile"_s);
         const auto press = [&button] {
             button.setFocus();
             test::Press(Qt::Key_Space);
@@ -165,10 +167,10 @@ void TestMainWindow::anotherUserBeginsAnew()
     shop.t.database.Exec(u"update Users set ManageType = 0 where Code = 2 "
                          "insert into UserDeniedGroups (UserCode, GrpCode) values (2, 15) "
                          "delete from UserRights where UserCode = 2 "
-                         "insert into UserRights (UserCode, SoftwarePart, Permission) values (2, 102, 6)"_qs);
-    const auto &user = test::Find<QLabel>(shop.window.get(), u"User_LBL"_qs);
+                         "insert into UserRights (UserCode, SoftwarePart, Permission) values (2, 102, 6)"_s);
+    const auto &user = test::Find<QLabel>(shop.window.get(), u"User_LBL"_s);
     const QString manager = user.text();
-    shop.Run(u"GoodsList_ACT"_qs);
+    shop.Run(u"GoodsList_ACT"_s);
     const int all = GoodsShown(shop);
     ChangeUser(shop, 0); // the same user again
     QCOMPARE(user.text(), manager);
@@ -178,13 +180,13 @@ void TestMainWindow::anotherUserBeginsAnew()
     QVERIFY(user.text() != manager);
     QCOMPARE(shop.t.desk.settings.UserInfo().Code, 2);
     QCOMPARE(shop.pages->count(), 1);
-    shop.Run(u"GoodsList_ACT"_qs);
-    const int denied = shop.t.database.Scalar(u"select count(*) from GoodInf where GrpCode = 15"_qs).toInt();
+    shop.Run(u"GoodsList_ACT"_s);
+    const int denied = shop.t.database.Scalar(u"select count(*) from GoodInf where GrpCode = 15"_s).toInt();
     QVERIFY(denied > 0);
     QCOMPARE(GoodsShown(shop), all - denied);
-    test::Drive([] { test::Press(Qt::Key_F7); }, [](QWidget *box) { Dismiss(box, u"حذف"_qs); });
+    test::Drive([] { test::Press(Qt::Key_F7); }, [](QWidget *box) { Dismiss(box, u"حذف"_s); });
     shop.Regain();
-    test::Drive([&] { shop.Run(u"Rights_ACT"_qs); }, [](QWidget *box) { Dismiss(box, u"تغییر دسترسی"_qs); });
+    test::Drive([&] { shop.Run(u"Rights_ACT"_s); }, [](QWidget *box) { Dismiss(box, u"تغییر دسترسی"_s); });
     shop.Regain();
     shop.window->close();
 }
@@ -193,8 +195,8 @@ void TestMainWindow::anotherUserBeginsAnew()
 void TestMainWindow::pagesTurnWithoutTheDatabase()
 {
     const test::DeskWindow shop;
-    shop.Run(u"Choose_ACT"_qs);
-    shop.t.database.Exec(u"DROP TABLE inf_co"_qs);
+    shop.Run(u"Choose_ACT"_s);
+    shop.t.database.Exec(u"DROP TABLE inf_co"_s);
     shop.pages->setCurrentIndex(0);
     QVERIFY(shop.window->statusBar()->currentMessage().contains(u"inf_co"));
     shop.window->close();

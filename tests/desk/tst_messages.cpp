@@ -3,11 +3,13 @@
 #include "tests/support/modal.h"
 #include "tests/support/test_main.h"
 
-#include <QtTest/QtTest>
-#include <QtWidgets/QLabel>
-#include <QtWidgets/QLineEdit>
-#include <QtWidgets/QMessageBox>
-#include <QtWidgets/QPushButton>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QtTest>
+
+using namespace Qt::StringLiterals;
 
 class TestMessages : public QObject
 {
@@ -40,9 +42,9 @@ void TestMessages::questionIsAnsweredByKeys()
     QFETCH(bool, answer);
     desk::Messages messages;
     bool answered = !answer;
-    test::Drive([&] { answered = messages.Ask(u"آیا ادامه می‌دهید؟"_qs, defaultYes); },
+    test::Drive([&] { answered = messages.Ask(u"آیا ادامه می‌دهید؟"_s, defaultYes); },
                 [&](QWidget *box) {
-                    QCOMPARE(box->windowTitle(), u"پیغام"_qs);
+                    QCOMPARE(box->windowTitle(), u"پیغام"_s);
                     for (const Qt::Key key : keys)
                         test::Press(key);
                 });
@@ -54,13 +56,13 @@ void TestMessages::boxSaysWhatTheCatalogueSays_data()
     using Say = std::function<void(desk::Messages &)>;
     QTest::addColumn<Say>("say");
     QTest::addColumn<QString>("text");
-    QTest::newRow("required") << Say([](desk::Messages &m) { m.MsgRequiredField(u"نام کالا"_qs); })
-                              << u"کاربر گرامی، لطفاً «نام کالا» را وارد کنید."_qs;
-    QTest::newRow("percent") << Say([](desk::Messages &m) { m.MsgPercent(u"تخفیف نوع 4"_qs); })
-                             << u"کاربر گرامی، مقدار «تخفیف نوع 4» باید بین ۰ و ۱۰۰ باشد."_qs;
+    QTest::newRow("required") << Say([](desk::Messages &m) { m.MsgRequiredField(u"نام کالا"_s); })
+                              << u"کاربر گرامی، لطفاً «نام کالا» را وارد کنید."_s;
+    QTest::newRow("percent") << Say([](desk::Messages &m) { m.MsgPercent(u"تخفیف نوع 4"_s); })
+                             << u"کاربر گرامی، مقدار «تخفیف نوع 4» باید بین ۰ و ۱۰۰ باشد."_s;
     QTest::newRow("two parameters") << Say([](desk::Messages &m) {
-        m.NotSaveable(u"کليه کالاها"_qs, u"کالايي"_qs);
-    }) << u"کاربر گرامی، در «کليه کالاها» نمی‌توان کالايي ثبت کرد."_qs;
+        m.NotSaveable(u"کليه کالاها"_s, u"کالايي"_s);
+    }) << u"کاربر گرامی، در «کليه کالاها» نمی‌توان کالايي ثبت کرد."_s;
 }
 
 void TestMessages::boxSaysWhatTheCatalogueSays()
@@ -73,7 +75,7 @@ void TestMessages::boxSaysWhatTheCatalogueSays()
                     QCOMPARE(qobject_cast<QMessageBox *>(box)->text(), text);
                     const auto buttons = box->findChildren<QPushButton *>();
                     QCOMPARE(buttons.size(), 1);
-                    QCOMPARE(buttons.first()->text().remove(u'&'), u"تأیید"_qs);
+                    QCOMPARE(buttons.first()->text().remove(u'&'), u"تأیید"_s);
                     test::Press(Qt::Key_Escape);
                 });
 }
@@ -81,9 +83,9 @@ void TestMessages::boxSaysWhatTheCatalogueSays()
 void TestMessages::parametersStayAsTheyAre()
 {
     // A good may be called "%2".
-    QCOMPARE(desk::MessageText(desk::message::RepeatedField, {u"%2"_qs, u"کالاها"_qs}),
-             u"کاربر گرامی، «%2» تکراری است؛ در فهرست کالاها مورد دیگری با همین مقدار ثبت شده است."_qs);
-    QVERIFY(desk::MessageText(99999, {u"الف"_qs}).contains(u"99999"));
+    QCOMPARE(desk::MessageText(desk::message::RepeatedField, {u"%2"_s, u"کالاها"_s}),
+             u"کاربر گرامی، «%2» تکراری است؛ در فهرست کالاها مورد دیگری با همین مقدار ثبت شده است."_s);
+    QVERIFY(desk::MessageText(99999, {u"الف"_s}).contains(u"99999"));
 }
 
 void TestMessages::notificationStandsBesideItsControl()
@@ -95,15 +97,15 @@ void TestMessages::notificationStandsBesideItsControl()
     test::Show(window);
     edit.setFocus();
     desk::Messages messages;
-    messages.ShowSmartMessage(10325, {u"کالا"_qs, u"6 رقم"_qs}, 400, &edit);
-    auto *balloon = window.findChild<QWidget *>(u"Balloon"_qs);
+    messages.ShowSmartMessage(10325, {u"کالا"_s, u"6 رقم"_s}, 400, &edit);
+    auto *balloon = window.findChild<QWidget *>(u"Balloon"_s);
     QVERIFY(balloon);
     QCOMPARE(balloon->findChild<QLabel *>()->text(),
-             u"کاربر گرامی، کد کالا نمی‌تواند بیش از 6 رقم باشد."_qs);
+             u"کاربر گرامی، کد کالا نمی‌تواند بیش از 6 رقم باشد."_s);
     const QRect target(edit.mapToGlobal(QPoint(0, 0)), edit.size());
     QVERIFY(balloon->geometry().intersects(target.adjusted(-2, -2, 2, 2)));
     QVERIFY(edit.hasFocus());
-    QTRY_VERIFY(!window.findChild<QWidget *>(u"Balloon"_qs));
+    QTRY_VERIFY(!window.findChild<QWidget *>(u"Balloon"_s));
 }
 
 Q_DECLARE_METATYPE(std::function<void(desk::Messages &)>)

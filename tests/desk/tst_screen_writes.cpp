@@ -1,19 +1,20 @@
 // What is typed into the desk's own screens comes back as typed, and is neither lost nor half-written when the database
 // goes away.
 
-#include "tests/desk/desk_fixture.h"
-#include "tests/support/modal.h"
-#include "tests/support/test_main.h"
-
 #include "desk/settings/rights.h"
 #include "desk/settings/settings_screen.h"
 #include "host/controls/grid.h"
 #include "host/data/database_error.h"
+#include "tests/desk/desk_fixture.h"
+#include "tests/support/modal.h"
+#include "tests/support/test_main.h"
 
-#include <QtTest/QtTest>
-#include <QtWidgets/QComboBox>
-#include <QtWidgets/QLineEdit>
-#include <QtWidgets/QMessageBox>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QtTest>
+
+using namespace Qt::StringLiterals;
 
 using host::TSoftwarePart;
 using Inner = std::function<void(QWidget *)>;
@@ -63,33 +64,33 @@ void OpenSettings(test::Desk &t, const Inner &inner)
 
 QMap<QString, Writing> Writings()
 {
-    const auto name = [](QWidget *screen) { test::Enter(screen, u"Name_EDT"_qs, u"نو"_qs); };
-    const auto type = [](QWidget *) { test::Type(u"نو"_qs); };
+    const auto name = [](QWidget *screen) { test::Enter(screen, u"Name_EDT"_s, u"نو"_s); };
+    const auto type = [](QWidget *) { test::Type(u"نو"_s); };
     const auto save = [] { test::Press(Qt::Key_F3); };
     const auto enter = [] { test::Press(Qt::Key_Return); };
-    const QString users = u"SELECT Name FROM Users ORDER BY Code"_qs;
+    const QString users = u"SELECT Name FROM Users ORDER BY Code"_s;
     return {
-        {u"new group"_qs,
+        {u"new group"_s,
          {[](test::Desk &t, const Inner &inner) {
               test::Drive([&] { t.desk.entities.New_Group(TSoftwarePart::GoodsGroups); }, inner);
           },
-          name, save, u"SELECT Name FROM GoodGrpS ORDER BY Code"_qs, u"Name_EDT"_qs}},
-        {u"changed store"_qs,
+          name, save, u"SELECT Name FROM GoodGrpS ORDER BY Code"_s, u"Name_EDT"_s}},
+        {u"changed store"_s,
          {[](test::Desk &t, const Inner &inner) {
               test::Drive([&] { t.desk.entities.Edit_Group(TSoftwarePart::Stores, 2); }, inner);
           },
-          name, save, u"SELECT Name FROM Stores ORDER BY Code"_qs, u"Name_EDT"_qs}},
-        {u"rights"_qs,
+          name, save, u"SELECT Name FROM Stores ORDER BY Code"_s, u"Name_EDT"_s}},
+        {u"rights"_s,
          {OpenRights,
           [](QWidget *) { test::Press(Qt::Key_Space); },
           save,
-          u"SELECT UserCode, SoftwarePart, Permission FROM UserRights ORDER BY 1, 2, 3"_qs,
+          u"SELECT UserCode, SoftwarePart, Permission FROM UserRights ORDER BY 1, 2, 3"_s,
           {}}},
-        {u"new user"_qs, {OpenName(Qt::Key_F4), type, enter, users, u"*"_qs}},
-        {u"renamed user"_qs, {OpenName(Qt::Key_F2), type, enter, users, u"*"_qs}},
-        {u"settings"_qs,
-         {OpenSettings, [](QWidget *screen) { test::Enter(screen, u"Barcode1_EDT"_qs, u"نو"_qs); }, save,
-          u"SELECT Name, Value FROM Settings ORDER BY Name"_qs, u"Barcode1_EDT"_qs}},
+        {u"new user"_s, {OpenName(Qt::Key_F4), type, enter, users, u"*"_s}},
+        {u"renamed user"_s, {OpenName(Qt::Key_F2), type, enter, users, u"*"_s}},
+        {u"settings"_s,
+         {OpenSettings, [](QWidget *screen) { test::Enter(screen, u"Barcode1_EDT"_s, u"نو"_s); }, save,
+          u"SELECT Name, Value FROM Settings ORDER BY Name"_s, u"Barcode1_EDT"_s}},
     };
 }
 
@@ -127,16 +128,16 @@ void TestScreenWrites::databaseGoesAway()
     act.open(t, [&](QWidget *screen) {
         before = t.database.Rows(act.rows);
         act.type(screen);
-        QVERIFY(QFile::rename(file, file + u".away"_qs));
+        QVERIFY(QFile::rename(file, file + u".away"_s));
         test::Drive(act.write, [](QWidget *box) {
             QVERIFY(qobject_cast<QMessageBox *>(box));
             test::Press(Qt::Key_Return);
         });
-        QVERIFY(QFile::rename(file + u".away"_qs, file));
+        QVERIFY(QFile::rename(file + u".away"_s, file));
         QCOMPARE(t.database.Rows(act.rows), before);
         QVERIFY(screen->isVisible());
         if (!act.typed.isEmpty())
-            QCOMPARE(screen->findChild<QLineEdit *>(act.typed == u"*" ? QString() : act.typed)->text(), u"نو"_qs);
+            QCOMPARE(screen->findChild<QLineEdit *>(act.typed == u"*" ? QString() : act.typed)->text(), u"نو"_s);
         Regain(screen);
         act.write();
         QVERIFY(t.database.Rows(act.rows) != before);
@@ -150,12 +151,12 @@ void TestScreenWrites::databaseGoesAwayBeforeADeletion()
     if (test::Database::OnServer())
         QSKIP("the file of an embedded database is moved");
     test::QuietEntities desk;
-    desk.database.Exec(u"INSERT INTO Units (Code, Name) VALUES (900, N'نو')"_qs);
+    desk.database.Exec(u"INSERT INTO Units (Code, Name) VALUES (900, N'نو')"_s);
     const QString file = desk.database.Name();
     desk.messages.Answer(true);
-    QVERIFY(QFile::rename(file, file + u".away"_qs));
+    QVERIFY(QFile::rename(file, file + u".away"_s));
     QVERIFY_THROWS_EXCEPTION(host::DatabaseError, desk.entities.Delete_Entity(TSoftwarePart::Units, 900, false));
-    QVERIFY(QFile::rename(file + u".away"_qs, file));
+    QVERIFY(QFile::rename(file + u".away"_s, file));
     QVERIFY(desk.entities.Find(TSoftwarePart::Units, 900).has_value());
     desk.messages.Answer(true);
     QCOMPARE(desk.entities.Delete_Entity(TSoftwarePart::Units, 900, false), int(desk::Entities::Removed));
@@ -165,14 +166,14 @@ void TestScreenWrites::databaseGoesAwayBeforeADeletion()
 void TestScreenWrites::textsComeBackAsTyped_data()
 {
     QTest::addColumn<QString>("text");
-    QTest::newRow("quotes") << u"O'Brien ''\" `x`"_qs;
-    QTest::newRow("signs of patterns") << u"50% _a_ [b-c] [^d] \\"_qs;
-    QTest::newRow("places of parameters") << u"%1 و %2 %L3"_qs;
-    QTest::newRow("marks of a page") << u"<b>درشت</b> &amp; &x"_qs;
-    QTest::newRow("emoji") << u"چای \U0001F375\U0001F468\u200D\U0001F469\u200D\U0001F467"_qs;
-    QTest::newRow("four bytes") << u"\U00010380\U000103C9 𠮷野家"_qs;
-    QTest::newRow("directions") << u"\u200Fراست \u202Bچپ\u202C \u200Eabc"_qs;
-    QTest::newRow("both kinds of letters") << u"كيك ـ کیک ة ۀ أ"_qs;
+    QTest::newRow("quotes") << u"O'Brien ''\" `x`"_s;
+    QTest::newRow("signs of patterns") << u"50% _a_ [b-c] [^d] \\"_s;
+    QTest::newRow("places of parameters") << u"%1 و %2 %L3"_s;
+    QTest::newRow("marks of a page") << u"<b>درشت</b> &amp; &x"_s;
+    QTest::newRow("emoji") << u"چای \U0001F375\U0001F468\u200D\U0001F469\u200D\U0001F467"_s;
+    QTest::newRow("four bytes") << u"\U00010380\U000103C9 𠮷野家"_s;
+    QTest::newRow("directions") << u"\u200Fراست \u202Bچپ\u202C \u200Eabc"_s;
+    QTest::newRow("both kinds of letters") << u"كيك ـ کیک ة ۀ أ"_s;
 }
 
 void TestScreenWrites::textsComeBackAsTyped()
@@ -182,23 +183,23 @@ void TestScreenWrites::textsComeBackAsTyped()
     for (const TSoftwarePart part : {TSoftwarePart::GoodsGroups, TSoftwarePart::Stores, TSoftwarePart::Units}) {
         test::Drive([&] { t.desk.entities.New_Group(part); },
                     [&](QWidget *editor) {
-                        test::Enter(editor, u"Code_EDT"_qs, u"900"_qs);
-                        test::Enter(editor, u"Name_EDT"_qs, text);
-                        test::Enter(editor, u"Comment_EDT"_qs, text);
+                        test::Enter(editor, u"Code_EDT"_s, u"900"_s);
+                        test::Enter(editor, u"Name_EDT"_s, text);
+                        test::Enter(editor, u"Comment_EDT"_s, text);
                         test::Press(Qt::Key_F3);
                     });
         QCOMPARE(t.desk.entities.Find(part, 900)->Name, text);
         // The search finds it by the same keys, and the editor shows it again.
         test::Drive([&] { t.desk.entities.Call_GroupList(part); },
                     [&](QWidget *list) {
-                        const auto &grid = test::Find<host::Grid>(list, u"ListDB_GRD"_qs);
+                        const auto &grid = test::Find<host::Grid>(list, u"ListDB_GRD"_s);
                         test::Type(text);
                         QTRY_COMPARE(grid.RowCount(), 1);
-                        QCOMPARE(grid.CurrentKey(), u"900"_qs);
+                        QCOMPARE(grid.CurrentKey(), u"900"_s);
                         test::Drive([] { test::Press(Qt::Key_F5); },
                                     [&](QWidget *editor) {
-                                        QCOMPARE(test::Find<QLineEdit>(editor, u"Name_EDT"_qs).text(), text);
-                                        QCOMPARE(test::Find<QLineEdit>(editor, u"Comment_EDT"_qs).text(), text);
+                                        QCOMPARE(test::Find<QLineEdit>(editor, u"Name_EDT"_s).text(), text);
+                                        QCOMPARE(test::Find<QLineEdit>(editor, u"Comment_EDT"_s).text(), text);
                                         test::Press(Qt::Key_Escape);
                                     });
                         Regain(list);
@@ -207,20 +208,20 @@ void TestScreenWrites::textsComeBackAsTyped()
                     });
     }
     OpenRights(t, [&](QWidget *rights) {
-        const auto &users = test::Find<QComboBox>(rights, u"User_CMB"_qs);
+        const auto &users = test::Find<QComboBox>(rights, u"User_CMB"_s);
         test::Drive([] { test::Press(Qt::Key_F4); },
                     [&](QWidget *) {
                         test::Type(text);
                         test::Press(Qt::Key_Return);
                     });
         Regain(rights);
-        QCOMPARE(t.database.Rows(u"SELECT Name FROM Users WHERE Code = %1"_qs.arg(users.currentData().toInt())),
+        QCOMPARE(t.database.Rows(u"SELECT Name FROM Users WHERE Code = %1"_s.arg(users.currentData().toInt())),
                  QStringList{text});
-        QVERIFY2(users.currentText().startsWith(text + u" ("_qs), qPrintable(users.currentText()));
+        QVERIFY2(users.currentText().startsWith(text + u" ("_s), qPrintable(users.currentText()));
         test::Press(Qt::Key_Escape);
     });
     OpenSettings(t, [&](QWidget *settings) {
-        test::Enter(settings, u"Barcode3_EDT"_qs, text);
+        test::Enter(settings, u"Barcode3_EDT"_s, text);
         test::Press(Qt::Key_F3);
         test::Press(Qt::Key_Escape);
     });

@@ -1,17 +1,18 @@
-#include "tests/desk/desk_fixture.h"
-#include "tests/support/modal.h"
-#include "tests/support/test_main.h"
-
 #include "desk/settings/rights.h"
 #include "desk/settings/settings_screen.h"
 #include "host/controls/grid.h"
 #include "host/data/persian_text.h"
+#include "tests/desk/desk_fixture.h"
+#include "tests/support/modal.h"
+#include "tests/support/test_main.h"
 
-#include <QtTest/QtTest>
-#include <QtWidgets/QComboBox>
-#include <QtWidgets/QLineEdit>
-#include <QtWidgets/QMessageBox>
-#include <QtWidgets/QTableWidget>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QTableWidget>
+#include <QtTest>
+
+using namespace Qt::StringLiterals;
 
 using host::TSoftwarePart;
 
@@ -47,28 +48,28 @@ void TestScreens::groupIsAddedCorrectedAndDeleted()
 {
     test::Desk t;
     const auto name = [&] {
-        return t.database.Rows(u"SELECT Name FROM GoodGrpS WHERE Code = (SELECT MAX(Code) FROM GoodGrpS)"_qs);
+        return t.database.Rows(u"SELECT Name FROM GoodGrpS WHERE Code = (SELECT MAX(Code) FROM GoodGrpS)"_s);
     };
-    const int before = t.database.Scalar(u"SELECT COUNT(*) FROM GoodGrpS"_qs).toInt();
+    const int before = t.database.Scalar(u"SELECT COUNT(*) FROM GoodGrpS"_s).toInt();
     test::Drive([&] { t.desk.entities.Call_GroupList(TSoftwarePart::GoodsGroups); },
                 [&](QWidget *list) {
                     test::Drive([] { test::Press(Qt::Key_F4); },
                                 [](QWidget *editor) {
-                                    test::Picture(*editor, u"group-editor"_qs);
-                                    QCOMPARE(test::Focused(), u"Name_EDT"_qs);
-                                    test::Type(u"لوازم 'خانگی'"_qs);
+                                    test::Picture(*editor, u"group-editor"_s);
+                                    QCOMPARE(test::Focused(), u"Name_EDT"_s);
+                                    test::Type(u"لوازم 'خانگی'"_s);
                                     test::Press(Qt::Key_F3);
                                 });
                     Regain(list);
-                    QCOMPARE(name(), QStringList{u"لوازم 'خانگی'"_qs});
-                    test::Picture(*list, u"group-list"_qs);
+                    QCOMPARE(name(), QStringList{u"لوازم 'خانگی'"_s});
+                    test::Picture(*list, u"group-list"_s);
                     test::Drive([] { test::Press(Qt::Key_F5); },
                                 [](QWidget *editor) {
-                                    test::Enter(editor, u"Name_EDT"_qs, u"ابزار باغبانی"_qs);
+                                    test::Enter(editor, u"Name_EDT"_s, u"ابزار باغبانی"_s);
                                     test::Press(Qt::Key_F3);
                                 });
                     Regain(list);
-                    QCOMPARE(name(), QStringList{u"ابزار باغبانی"_qs});
+                    QCOMPARE(name(), QStringList{u"ابزار باغبانی"_s});
                     test::Drive([] { test::Press(Qt::Key_F7); },
                                 [](QWidget *question) {
                                     QVERIFY(qobject_cast<QMessageBox *>(question)->text().contains(u"«ابزار باغبانی»"));
@@ -76,7 +77,7 @@ void TestScreens::groupIsAddedCorrectedAndDeleted()
                                     test::Press(Qt::Key_Space);
                                 });
                     Regain(list);
-                    QCOMPARE(t.database.Scalar(u"SELECT COUNT(*) FROM GoodGrpS"_qs).toInt(), before);
+                    QCOMPARE(t.database.Scalar(u"SELECT COUNT(*) FROM GoodGrpS"_s).toInt(), before);
                     test::Press(Qt::Key_Escape);
                 });
 }
@@ -84,14 +85,14 @@ void TestScreens::groupIsAddedCorrectedAndDeleted()
 void TestScreens::searchFoldsWhatIsTyped()
 {
     test::Desk t;
-    t.database.Exec(u"INSERT INTO Units (Code, Name) VALUES (90, N'کیسه‌ی بزرگ')"_qs);
+    t.database.Exec(u"INSERT INTO Units (Code, Name) VALUES (90, N'کیسه‌ی بزرگ')"_s);
     test::Drive([&] { t.desk.entities.Call_GroupList(TSoftwarePart::Units); },
                 [&](QWidget *list) {
-                    auto &grid = test::Find<host::Grid>(list, u"ListDB_GRD"_qs);
+                    auto &grid = test::Find<host::Grid>(list, u"ListDB_GRD"_s);
                     const int all = grid.RowCount();
-                    test::Type(u"كيسه بزرگ"_qs); // Arabic letters, a blank for the half-space
+                    test::Type(u"كيسه بزرگ"_s); // Arabic letters, a blank for the half-space
                     QTRY_COMPARE(grid.RowCount(), 1);
-                    QCOMPARE(grid.CurrentKey(), u"90"_qs);
+                    QCOMPARE(grid.CurrentKey(), u"90"_s);
                     test::Press(Qt::Key_Escape);
                     QTRY_COMPARE(grid.RowCount(), all);
                     QVERIFY(list->isVisible());
@@ -103,14 +104,14 @@ void TestScreens::choosingGivesTheCodeBack()
 {
     test::Desk t;
     int chosen = -1;
-    test::Drive([&] { chosen = t.desk.entities.Select_GroupList(TSoftwarePart::Stores, u"2"_qs); },
+    test::Drive([&] { chosen = t.desk.entities.Select_GroupList(TSoftwarePart::Stores, u"2"_s); },
                 [](QWidget *) { test::Press(Qt::Key_Return); });
     QCOMPARE(chosen, 2);
     test::Drive([&] { chosen = t.desk.entities.Select_GroupList(TSoftwarePart::Stores, {}); },
                 [](QWidget *) { test::Press(Qt::Key_Escape); });
     QCOMPARE(chosen, 0);
     QString several;
-    test::Drive([&] { several = t.desk.entities.Select_Entity_Multible_Param(TSoftwarePart::Stores, {u"1"_qs}); },
+    test::Drive([&] { several = t.desk.entities.Select_Entity_Multible_Param(TSoftwarePart::Stores, {u"1"_s}); },
                 [](QWidget *) {
                     test::Press(Qt::Key_Down);
                     test::Press(Qt::Key_Down);
@@ -119,7 +120,7 @@ void TestScreens::choosingGivesTheCodeBack()
                     test::Press(Qt::Key_Space);
                     test::Press(Qt::Key_Return);
                 });
-    QCOMPARE(several, u"3,2,"_qs);
+    QCOMPARE(several, u"3,2,"_s);
 }
 
 void TestScreens::editorRefuses_data()
@@ -128,10 +129,10 @@ void TestScreens::editorRefuses_data()
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("says");
     QTest::addColumn<QString>("focus");
-    QTest::newRow("code too large") << u"40000"_qs << u"نو"_qs << u"32767"_qs << u"Code_EDT"_qs;
-    QTest::newRow("code taken") << u"1"_qs << u"نو"_qs << u"«کد» تکراری"_qs << u"Code_EDT"_qs;
-    QTest::newRow("no name") << u"900"_qs << u"  "_qs << u"«نام»"_qs << u"Name_EDT"_qs;
-    QTest::newRow("name taken") << u"900"_qs << u"کیلوگرم"_qs << u"«نام» تکراری"_qs << u"Name_EDT"_qs;
+    QTest::newRow("code too large") << u"40000"_s << u"نو"_s << u"32767"_s << u"Code_EDT"_s;
+    QTest::newRow("code taken") << u"1"_s << u"نو"_s << u"«کد» تکراری"_s << u"Code_EDT"_s;
+    QTest::newRow("no name") << u"900"_s << u"  "_s << u"«نام»"_s << u"Name_EDT"_s;
+    QTest::newRow("name taken") << u"900"_s << u"کیلوگرم"_s << u"«نام» تکراری"_s << u"Name_EDT"_s;
 }
 
 void TestScreens::editorRefuses()
@@ -141,11 +142,11 @@ void TestScreens::editorRefuses()
     QFETCH(QString, says);
     QFETCH(QString, focus);
     test::Desk t;
-    const int before = t.database.Scalar(u"SELECT COUNT(*) FROM Units"_qs).toInt();
+    const int before = t.database.Scalar(u"SELECT COUNT(*) FROM Units"_s).toInt();
     test::Drive([&] { t.desk.entities.New_Group(TSoftwarePart::Units); },
                 [&](QWidget *editor) {
-                    test::Enter(editor, u"Code_EDT"_qs, code);
-                    test::Enter(editor, u"Name_EDT"_qs, name);
+                    test::Enter(editor, u"Code_EDT"_s, code);
+                    test::Enter(editor, u"Name_EDT"_s, name);
                     test::Drive([] { test::Press(Qt::Key_F3); },
                                 [&](QWidget *box) {
                                     const QString text = qobject_cast<QMessageBox *>(box)->text();
@@ -154,7 +155,7 @@ void TestScreens::editorRefuses()
                                 });
                     Regain(editor);
                     QCOMPARE(test::Focused(), focus);
-                    QCOMPARE(t.database.Scalar(u"SELECT COUNT(*) FROM Units"_qs).toInt(), before);
+                    QCOMPARE(t.database.Scalar(u"SELECT COUNT(*) FROM Units"_s).toInt(), before);
                     // Leaving asks, because something was typed.
                     test::Drive([] { test::Press(Qt::Key_Escape); },
                                 [](QWidget *) {
@@ -176,12 +177,12 @@ void TestScreens::rightsTakeEffect()
     desk::TRights_FRM rights(t.desk.host, t.desk.permissions);
     test::Drive([&] { rights.ShowModally(); },
                 [&](QWidget *screen) {
-                    test::Picture(*screen, u"rights"_qs);
-                    auto &users = test::Find<QComboBox>(screen, u"User_CMB"_qs);
+                    test::Picture(*screen, u"rights"_s);
+                    auto &users = test::Find<QComboBox>(screen, u"User_CMB"_s);
                     users.setFocus();
                     test::Press(Qt::Key_Down);
                     QCOMPARE(users.currentData().toInt(), 2);
-                    auto &grid = test::Find<QTableWidget>(screen, u"Rights_GRD"_qs);
+                    auto &grid = test::Find<QTableWidget>(screen, u"Rights_GRD"_s);
                     grid.setFocus();
                     grid.setCurrentCell(0, 1);
                     QCOMPARE(grid.currentItem()->checkState(), Qt::Unchecked);
@@ -192,14 +193,14 @@ void TestScreens::rightsTakeEffect()
                     test::Press(Qt::Key_Escape);
                 });
     // What the screen did not touch is as it was.
-    QCOMPARE(t.database.Rows(u"SELECT SoftwarePart, Permission FROM UserRights WHERE UserCode = 2 ORDER BY 1, 2"_qs),
-             (QStringList{u"102|1"_qs, u"102|6"_qs, u"104|6"_qs, u"105|6"_qs, u"309|6"_qs}));
+    QCOMPARE(t.database.Rows(u"SELECT SoftwarePart, Permission FROM UserRights WHERE UserCode = 2 ORDER BY 1, 2"_s),
+             (QStringList{u"102|1"_s, u"102|6"_s, u"104|6"_s, u"105|6"_s, u"309|6"_s}));
 }
 
 void TestScreens::rightsAskBeforeTheyAreLost()
 {
     test::Desk t;
-    const QStringList before = t.database.Rows(u"SELECT * FROM UserRights ORDER BY 1, 2, 3"_qs);
+    const QStringList before = t.database.Rows(u"SELECT * FROM UserRights ORDER BY 1, 2, 3"_s);
     desk::TRights_FRM rights(t.desk.host, t.desk.permissions);
     test::Drive([&] { rights.ShowModally(); },
                 [&](QWidget *screen) {
@@ -213,13 +214,13 @@ void TestScreens::rightsAskBeforeTheyAreLost()
                                     test::Press(Qt::Key_Space);
                                 });
                 });
-    QCOMPARE(t.database.Rows(u"SELECT * FROM UserRights ORDER BY 1, 2, 3"_qs), before);
+    QCOMPARE(t.database.Rows(u"SELECT * FROM UserRights ORDER BY 1, 2, 3"_s), before);
 }
 
 void TestScreens::usersAreAddedAndRenamed()
 {
     test::Desk t;
-    const QStringList before = t.database.Rows(u"SELECT Code, Name FROM Users ORDER BY Code"_qs);
+    const QStringList before = t.database.Rows(u"SELECT Code, Name FROM Users ORDER BY Code"_s);
     const auto name = [](const QString &text) {
         return [text](QWidget *) {
             test::Type(text);
@@ -230,37 +231,37 @@ void TestScreens::usersAreAddedAndRenamed()
     test::Drive(
         [&] { rights.ShowModally(); },
         [&](QWidget *screen) {
-            const auto &users = test::Find<QComboBox>(screen, u"User_CMB"_qs);
+            const auto &users = test::Find<QComboBox>(screen, u"User_CMB"_s);
             test::Drive([] { test::Press(Qt::Key_F4); }, [](QWidget *) { test::Press(Qt::Key_Escape); });
             Regain(screen);
-            QCOMPARE(t.database.Rows(u"SELECT Code, Name FROM Users ORDER BY Code"_qs), before);
+            QCOMPARE(t.database.Rows(u"SELECT Code, Name FROM Users ORDER BY Code"_s), before);
             // A name that somebody has, in another spelling, is refused and asked for again.
             test::Drive([] { test::Press(Qt::Key_F4); },
                         [&](QWidget *dialog) {
-                            test::Drive([&] { name(u"مدير سيستم"_qs)(dialog); },
+                            test::Drive([&] { name(u"مدير سيستم"_s)(dialog); },
                                         [&](QWidget *box) {
                                             QVERIFY(qobject_cast<QMessageBox *>(box)->text().contains(u"تکراری"));
                                             test::Press(Qt::Key_Return);
                                         });
                             Regain(dialog);
                             test::Press(Qt::Key_A, Qt::ControlModifier);
-                            name(u"  زهرا 'صندوق'  "_qs)(dialog);
+                            name(u"  زهرا 'صندوق'  "_s)(dialog);
                         });
             Regain(screen);
             QCOMPARE(users.currentText(),
-                     u"زهرا 'صندوق' (%1)"_qs.arg(host::PersianDigits(users.currentData().toString())));
-            QCOMPARE(test::Find<QTableWidget>(screen, u"Rights_GRD"_qs).item(0, 0)->checkState(), Qt::Unchecked);
-            test::Focus(screen, u"Rights_GRD"_qs);
+                     u"زهرا 'صندوق' (%1)"_s.arg(host::PersianDigits(users.currentData().toString())));
+            QCOMPARE(test::Find<QTableWidget>(screen, u"Rights_GRD"_s).item(0, 0)->checkState(), Qt::Unchecked);
+            test::Focus(screen, u"Rights_GRD"_s);
             test::Press(Qt::Key_Space);
-            test::Drive([] { test::Press(Qt::Key_F2); }, name(u"زهرا"_qs));
+            test::Drive([] { test::Press(Qt::Key_F2); }, name(u"زهرا"_s));
             Regain(screen);
             test::Press(Qt::Key_F3); // renaming did not lose the right that was just given
             QCOMPARE(t.database.Rows(u"SELECT Name, SoftwarePart, Permission FROM Users u JOIN UserRights r "
-                                     "ON r.UserCode = u.Code WHERE u.Code = %1"_qs.arg(users.currentData().toInt())),
-                     QStringList{u"زهرا|102|6"_qs});
+                                     "ON r.UserCode = u.Code WHERE u.Code = %1"_s.arg(users.currentData().toInt())),
+                     QStringList{u"زهرا|102|6"_s});
             test::Press(Qt::Key_Escape);
         });
-    QCOMPARE(t.database.Scalar(u"SELECT COUNT(*) FROM Users"_qs).toInt(), before.size() + 1);
+    QCOMPARE(t.database.Scalar(u"SELECT COUNT(*) FROM Users"_s).toInt(), before.size() + 1);
 }
 
 void TestScreens::settingsAreKept()
@@ -271,10 +272,10 @@ void TestScreens::settingsAreKept()
         desk::TSettings_FRM settings(t.desk.host, t.desk.settings);
         test::Drive([&] { settings.ShowModally(); },
                     [&](QWidget *screen) {
-                        test::Picture(*screen, u"settings"_qs);
-                        test::Focus(screen, u"StockOnGoodsList_CHK"_qs);
+                        test::Picture(*screen, u"settings"_s);
+                        test::Focus(screen, u"StockOnGoodsList_CHK"_s);
                         test::Press(Qt::Key_Space);
-                        test::Enter(screen, u"Barcode2_EDT"_qs, u"77'1"_qs);
+                        test::Enter(screen, u"Barcode2_EDT"_s, u"77'1"_s);
                         test::Press(Qt::Key_F3);
                         test::Press(Qt::Key_Escape);
                     });
@@ -282,7 +283,7 @@ void TestScreens::settingsAreKept()
     QVERIFY(!t.desk.settings.SettingRecord().StockOnGoodsList);
     const desk::Settings read(t.database.Main());
     QVERIFY(!read.SettingRecord().StockOnGoodsList);
-    QCOMPARE(read.SettingRecord().ReservedBarcodes[1], u"77'1"_qs);
+    QCOMPARE(read.SettingRecord().ReservedBarcodes[1], u"77'1"_s);
     QVERIFY(read.SettingRecord().TwoUnitGoods);
 }
 

@@ -5,9 +5,11 @@
 #include "tests/desk/desk_fixture.h"
 #include "tests/support/modal.h"
 
-#include <QtGui/QAction>
-#include <QtTest/QtTest>
-#include <QtWidgets/QTabWidget>
+#include <QAction>
+#include <QTabWidget>
+#include <QtTest>
+
+using namespace Qt::StringLiterals;
 
 namespace test {
 
@@ -24,8 +26,8 @@ struct DeskWindow
         host::install(t.desk.host);
         if (!module.Load())
             qFatal("%s", qPrintable(module.ErrorText()));
-        window = std::make_unique<desk::MainWindow>(t.desk, module, u"test"_qs);
-        pages = &Find<QTabWidget>(window.get(), u"Pages"_qs);
+        window = std::make_unique<desk::MainWindow>(t.desk, module, u"test"_s);
+        pages = &Find<QTabWidget>(window.get(), u"Pages"_s);
         Show(*window);
     }
     ~DeskWindow()

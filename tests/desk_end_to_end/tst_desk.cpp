@@ -3,10 +3,12 @@
 #include "tests/support/database.h"
 #include "tests/support/test_main.h"
 
-#include <QtCore/QDir>
-#include <QtCore/QProcess>
-#include <QtGui/QImage>
-#include <QtTest/QTest>
+#include <QDir>
+#include <QImage>
+#include <QProcess>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
 
 class TestDesk : public QObject
 {
@@ -34,11 +36,11 @@ Outcome RunDesk(const QStringList &arguments)
 {
     QProcess desk;
     desk.setProcessChannelMode(QProcess::MergedChannels);
-    desk.start(QStringLiteral(DESK), arguments);
+    desk.start(QString::fromUtf8(DESK), arguments);
     if (!desk.waitForFinished(Patience)) {
         desk.kill();
         desk.waitForFinished();
-        return {-1, QStringLiteral("the desk did not end")};
+        return {-1, u"the desk did not end"_s};
     }
     const int code = desk.exitStatus() == QProcess::NormalExit ? desk.exitCode() : -2;
     return {code, QString::fromUtf8(desk.readAll())};
@@ -50,27 +52,27 @@ void TestDesk::worksAGoodByKeys()
 {
     const test::Database database(test::Database::Content::Demo);
     const QTemporaryDir pictures;
-    const QStringList tables{u"GoodInf"_qs,       u"GoodCostDiscount"_qs,   u"GoodFirstAsset"_qs,
-                             u"Kala_category"_qs, u"GoodDetailRelation"_qs, u"GoodStock"_qs,
-                             u"DetailTypes"_qs,   u"DetailTypesItems"_qs};
+    const QStringList tables{u"GoodInf"_s,       u"GoodCostDiscount"_s,   u"GoodFirstAsset"_s,
+                             u"Kala_category"_s, u"GoodDetailRelation"_s, u"GoodStock"_s,
+                             u"DetailTypes"_s,   u"DetailTypesItems"_s};
     const auto counts = [&] {
         QStringList all;
         for (const QString &table : tables)
-            all << table + u' ' + database.Scalar(u"SELECT COUNT(*) FROM "_qs + table).toString();
+            all << table + u' ' + database.Scalar(u"SELECT COUNT(*) FROM "_s + table).toString();
         return all;
     };
     const QStringList before = counts();
 
     // Each step checks what it did: the good that is added, corrected and deleted, the codes that come back.
-    const Outcome tour = RunDesk(database.DeskArguments() + QStringList{u"--tour"_qs, pictures.path()});
+    const Outcome tour = RunDesk(database.DeskArguments() + QStringList{u"--tour"_s, pictures.path()});
     QVERIFY2(tour.code == 0, qPrintable(tour.said));
 
     // The good left nothing behind, and neither did the editors.
     QCOMPARE(counts(), before);
-    for (const QString &table : {u"tmpCostList"_qs, u"CodeLock_TBL"_qs})
-        QVERIFY2(database.Rows(u"SELECT * FROM "_qs + table).isEmpty(), qPrintable(table));
+    for (const QString &table : {u"tmpCostList"_s, u"CodeLock_TBL"_s})
+        QVERIFY2(database.Rows(u"SELECT * FROM "_s + table).isEmpty(), qPrintable(table));
 
-    const QStringList files = QDir(pictures.path()).entryList({u"*.png"_qs});
+    const QStringList files = QDir(pictures.path()).entryList({u"*.png"_s});
     QVERIFY2(files.size() >= 15, qPrintable(files.join(u' ')));
     for (const QString &file : files) {
         const QImage image(pictures.filePath(file));
@@ -83,8 +85,8 @@ void TestDesk::refusesToStart_data()
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<int>("code");
     QTest::addColumn<QString>("says");
-    QTest::newRow("unknown user") << QStringList{u"--user"_qs, u"99"_qs} << 2 << u"99"_qs;
-    QTest::newRow("unknown option") << QStringList{u"--bogus"_qs} << 2 << u"bogus"_qs;
+    QTest::newRow("unknown user") << QStringList{u"--user"_s, u"99"_s} << 2 << u"99"_s;
+    QTest::newRow("unknown option") << QStringList{u"--bogus"_s} << 2 << u"bogus"_s;
 }
 
 void TestDesk::refusesToStart()
@@ -102,10 +104,10 @@ void TestDesk::refusesOtherDatabases_data()
     QTest::addColumn<QByteArray>("bytes"); ///< of the file, when it is not a database
     QTest::addColumn<QString>("change");   ///< of a database of ours, otherwise
     QTest::addColumn<QString>("says");
-    QTest::newRow("no database") << QByteArray("a letter to the accountant") << QString() << u"باز نشد"_qs;
-    QTest::newRow("empty file") << QByteArray() << QString() << u"'inf_co'"_qs;
-    QTest::newRow("a table less") << QByteArray() << u"DROP TABLE OnlineProduct"_qs << u"'OnlineProduct'"_qs;
-    QTest::newRow("a column less") << QByteArray() << u"ALTER TABLE GoodInf DROP COLUMN tags"_qs << u"'tags'"_qs;
+    QTest::newRow("no database") << QByteArray("a letter to the accountant") << QString() << u"باز نشد"_s;
+    QTest::newRow("empty file") << QByteArray() << QString() << u"'inf_co'"_s;
+    QTest::newRow("a table less") << QByteArray() << u"DROP TABLE OnlineProduct"_s << u"'OnlineProduct'"_s;
+    QTest::newRow("a column less") << QByteArray() << u"ALTER TABLE GoodInf DROP COLUMN tags"_s << u"'tags'"_s;
 }
 
 /// One line that names the file and what is wrong with it; what is no database stays as it is.
@@ -119,14 +121,14 @@ void TestDesk::refusesOtherDatabases()
     const QTemporaryDir folder;
     QString name = ours.Name();
     if (change.isEmpty()) {
-        name = folder.filePath(u"letter.db"_qs);
+        name = folder.filePath(u"letter.db"_s);
         QFile file(name);
         QVERIFY(file.open(QIODevice::WriteOnly));
         file.write(bytes);
     } else {
         ours.Exec(change);
     }
-    const Outcome outcome = RunDesk({u"--database"_qs, name, u"--tour"_qs, folder.path()});
+    const Outcome outcome = RunDesk({u"--database"_s, name, u"--tour"_s, folder.path()});
     QCOMPARE(outcome.code, 1);
     QStringList lines = outcome.said.split(u'\n', Qt::SkipEmptyParts);
     lines.removeIf([](const QString &line) { return line.startsWith(u"QStandardPaths"); });

@@ -6,11 +6,12 @@
 #include "tests/support/modal.h"
 #include "tests/support/test_host.h"
 
-#include <QtTest/QtTest>
+#include <QtTest>
+
+using namespace Qt::StringLiterals;
 
 namespace fixture {
 
-using namespace Qt::StringLiterals;
 using host::TFormMode;
 using host::TPermission;
 using host::TSoftwarePart;

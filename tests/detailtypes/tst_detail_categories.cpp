@@ -3,11 +3,13 @@
 #include "tests/detailtypes/list_fixture.h"
 #include "tests/support/test_main.h"
 
-#include <QtGui/QClipboard>
-#include <QtWidgets/QLineEdit>
-#include <QtWidgets/QPushButton>
-#include <QtWidgets/QTabBar>
-#include <QtWidgets/QTabWidget>
+#include <QClipboard>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTabBar>
+#include <QTabWidget>
+
+using namespace Qt::StringLiterals;
 
 using detail_types::Choice;
 using fixture::DatesForGood;
@@ -18,8 +20,6 @@ using fixture::TwoForList;
 using host::TFormMode;
 using host::TPermission;
 using host::TSoftwarePart;
-using namespace Qt::StringLiterals;
-
 class TestDetailCategories : public QObject
 {
     Q_OBJECT

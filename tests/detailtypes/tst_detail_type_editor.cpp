@@ -13,6 +13,8 @@
 #include <QListWidget>
 #include <QtTest>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 using Drive = std::function<void(QWidget *)>;
@@ -31,11 +33,11 @@ struct Editor
     }
     QStringList Types(const QString &columns) const
     {
-        return database.Rows(u"select "_qs + columns + u" from DetailTypes order by ID"_qs);
+        return database.Rows(u"select "_s + columns + u" from DetailTypes order by ID"_s);
     }
     QStringList Items() const
     {
-        return database.Rows(u"select DetailID,Row,[Value] from DetailTypesItems order by DetailID,Row"_qs);
+        return database.Rows(u"select DetailID,Row,[Value] from DetailTypesItems order by DetailID,Row"_s);
     }
     void Leave()
     {
@@ -51,7 +53,7 @@ struct Editor
 
 void ChooseKind(QWidget *screen, int kind)
 {
-    test::Focus(screen, u"Type_CMB"_qs);
+    test::Focus(screen, u"Type_CMB"_s);
     test::Press(Qt::Key_Home);
     for (int i = 0; i < kind; ++i)
         test::Press(Qt::Key_Down);
@@ -60,7 +62,7 @@ void ChooseKind(QWidget *screen, int kind)
 /// Types items as a clerk does: a text and Enter.
 void AddItems(QWidget *screen, const QStringList &items)
 {
-    test::Focus(screen, u"RecommendValues_EDT"_qs);
+    test::Focus(screen, u"RecommendValues_EDT"_s);
     for (const QString &item : items) {
         test::Type(item);
         test::Press(Qt::Key_Return);
@@ -69,7 +71,7 @@ void AddItems(QWidget *screen, const QStringList &items)
 
 void ChooseDefault(QWidget *screen, int position)
 {
-    test::Focus(screen, u"DefaultValue_CMB"_qs);
+    test::Focus(screen, u"DefaultValue_CMB"_s);
     test::Press(Qt::Key_Home);
     for (int i = 0; i < position; ++i)
         test::Press(Qt::Key_Down);
@@ -84,7 +86,7 @@ void Toggle(QWidget *screen, const QString &name)
 QStringList Shown(QWidget *screen)
 {
     QStringList items;
-    const auto &list = test::Find<QListWidget>(screen, u"RecommendList_LST"_qs);
+    const auto &list = test::Find<QListWidget>(screen, u"RecommendList_LST"_s);
     for (int row = 0; row < list.count(); ++row)
         items << list.item(row)->text();
     return items;
@@ -92,11 +94,11 @@ QStringList Shown(QWidget *screen)
 
 QString Default(QWidget *screen)
 {
-    return test::Find<QComboBox>(screen, u"DefaultValue_CMB"_qs).currentText();
+    return test::Find<QComboBox>(screen, u"DefaultValue_CMB"_s).currentText();
 }
 
 const QString Columns =
-    u"Title,DetailType,IsRequired,ToggleTitleTrue,ToggleTitleFalse,DefaultValue,DateType,DateAlarm"_qs;
+    u"Title,DetailType,IsRequired,ToggleTitleTrue,ToggleTitleFalse,DefaultValue,DateType,DateAlarm"_s;
 
 } // namespace
 
@@ -113,35 +115,35 @@ private slots:
         QTest::addColumn<QString>("row");
         QTest::addColumn<QStringList>("items");
         const Drive nothing = [](QWidget *) {};
-        const QStringList colours{u"سفید"_qs, u"مشکی"_qs, u"قرمز"_qs};
-        const QStringList stored{u"1|1|سفید"_qs, u"1|2|مشکی"_qs, u"1|3|قرمز"_qs};
+        const QStringList colours{u"سفید"_s, u"مشکی"_s, u"قرمز"_s};
+        const QStringList stored{u"1|1|سفید"_s, u"1|2|مشکی"_s, u"1|3|قرمز"_s};
         QTest::newRow("list, third item") << 1 << Drive([=](QWidget *screen) {
             AddItems(screen, colours);
             ChooseDefault(screen, 2);
-        }) << u"1|true|||3|0|false"_qs << stored;
+        }) << u"1|true|||3|0|false"_s << stored;
         QTest::newRow("text, own default") << 2 << Drive([=](QWidget *screen) {
             AddItems(screen, colours);
-            test::Enter(screen, u"DefaultValue_CMB"_qs, u"آبی 'نفتی'"_qs);
-            Toggle(screen, u"IsRequired_CHB"_qs);
-        }) << u"2|false|||آبی 'نفتی'|0|false"_qs
+            test::Enter(screen, u"DefaultValue_CMB"_s, u"آبی 'نفتی'"_s);
+            Toggle(screen, u"IsRequired_CHB"_s);
+        }) << u"2|false|||آبی 'نفتی'|0|false"_s
                                            << stored;
         QTest::newRow("text without default")
-            << 2 << Drive([=](QWidget *screen) { AddItems(screen, colours); }) << u"2|true||||0|false"_qs << stored;
-        QTest::newRow("serial") << 3 << nothing << u"3|true||||0|false"_qs << QStringList();
-        QTest::newRow("number") << 4 << nothing << u"4|true||||0|false"_qs << QStringList();
-        QTest::newRow("solar date") << 5 << nothing << u"5|true||||1|false"_qs << QStringList();
+            << 2 << Drive([=](QWidget *screen) { AddItems(screen, colours); }) << u"2|true||||0|false"_s << stored;
+        QTest::newRow("serial") << 3 << nothing << u"3|true||||0|false"_s << QStringList();
+        QTest::newRow("number") << 4 << nothing << u"4|true||||0|false"_s << QStringList();
+        QTest::newRow("solar date") << 5 << nothing << u"5|true||||1|false"_s << QStringList();
         QTest::newRow("Gregorian date with reminder") << 5 << Drive([](QWidget *screen) {
-            Toggle(screen, u"GregorianDate_RDB"_qs);
-            Toggle(screen, u"DateAlarm_CHB"_qs);
-        }) << u"5|true||||0|true"_qs << QStringList();
-        QTest::newRow("barcode") << 6 << nothing << u"6|true||||0|false"_qs << QStringList();
-        QTest::newRow("on") << 7 << nothing << u"7|true|فعال|غیرفعال|1|0|false"_qs << QStringList();
+            Toggle(screen, u"GregorianDate_RDB"_s);
+            Toggle(screen, u"DateAlarm_CHB"_s);
+        }) << u"5|true||||0|true"_s << QStringList();
+        QTest::newRow("barcode") << 6 << nothing << u"6|true||||0|false"_s << QStringList();
+        QTest::newRow("on") << 7 << nothing << u"7|true|فعال|غیرفعال|1|0|false"_s << QStringList();
         QTest::newRow("off, own titles") << 7 << Drive([](QWidget *screen) {
-            test::Enter(screen, u"ToggleTitleTrue_EDT"_qs, u" R&D "_qs);
-            test::Enter(screen, u"ToggleTitleFalse_EDT"_qs, u"ندارد"_qs);
-            Toggle(screen, u"ToggleSwitchTitle_TSW"_qs);
-            QCOMPARE(test::Find<host::ToggleSwitch>(screen, u"ToggleSwitchTitle_TSW"_qs).text(), u"ندارد"_qs);
-        }) << u"7|true| R&D |ندارد|0|0|false"_qs
+            test::Enter(screen, u"ToggleTitleTrue_EDT"_s, u" R&D "_s);
+            test::Enter(screen, u"ToggleTitleFalse_EDT"_s, u"ندارد"_s);
+            Toggle(screen, u"ToggleSwitchTitle_TSW"_s);
+            QCOMPARE(test::Find<host::ToggleSwitch>(screen, u"ToggleSwitchTitle_TSW"_s).text(), u"ندارد"_s);
+        }) << u"7|true| R&D |ندارد|0|0|false"_s
                                          << QStringList();
     }
     void eachKindComesBack()
@@ -150,32 +152,32 @@ private slots:
         QFETCH(Drive, fill);
         QFETCH(QString, row);
         QFETCH(QStringList, items);
-        const QString title = u"رنگ 'ها' [a_%] 🎨"_qs;
+        const QString title = u"رنگ 'ها' [a_%] 🎨"_s;
         Editor e;
         e.New([&](QWidget *screen) {
-            QCOMPARE(test::Focused(), u"DetailTitle_EDT"_qs);
+            QCOMPARE(test::Focused(), u"DetailTitle_EDT"_s);
             test::Type(title);
             ChooseKind(screen, kind);
             fill(screen);
-            test::Enter(screen, u"Comment_EDT"_qs, u"توضیح"_qs);
+            test::Enter(screen, u"Comment_EDT"_s, u"توضیح"_s);
             test::Press(Qt::Key_F3);
         });
         QCOMPARE(e.result, 1);
-        const QString audit = u"Comment,CreatedTime,CreatedDate,UserCreated,ModifiedTime,ModifiedDate,UserModified"_qs;
-        const QString created = u"|10:20:30|2024/07/30|مریم احمدی (7)"_qs;
+        const QString audit = u"Comment,CreatedTime,CreatedDate,UserCreated,ModifiedTime,ModifiedDate,UserModified"_s;
+        const QString created = u"|10:20:30|2024/07/30|مریم احمدی (7)"_s;
         QCOMPARE(e.Types(Columns), QStringList{title + u'|' + row});
-        QCOMPARE(e.Types(audit), QStringList{u"توضیح"_qs + created + u"|NULL|NULL|NULL"_qs});
+        QCOMPARE(e.Types(audit), QStringList{u"توضیح"_s + created + u"|NULL|NULL|NULL"_s});
         QCOMPARE(e.Items(), items);
 
-        e.host.clock.time = u"11:00:00"_qs;
-        e.host.settings.user = {8, u"علی"_qs, 0};
+        e.host.clock.time = u"11:00:00"_s;
+        e.host.settings.user = {8, u"علی"_s, 0};
         e.Edit(1, [&](QWidget *screen) {
             QVERIFY(qobject_cast<host::TBaseGet_FRM *>(screen)->IsSaved());
-            test::Enter(screen, u"Comment_EDT"_qs, u"دیگر"_qs);
+            test::Enter(screen, u"Comment_EDT"_s, u"دیگر"_s);
             test::Press(Qt::Key_F3);
         });
         QCOMPARE(e.Types(Columns), QStringList{title + u'|' + row});
-        QCOMPARE(e.Types(audit), QStringList{u"دیگر"_qs + created + u"|11:00:00|2024/07/30|علی (8)"_qs});
+        QCOMPARE(e.Types(audit), QStringList{u"دیگر"_s + created + u"|11:00:00|2024/07/30|علی (8)"_s});
         QCOMPARE(e.Items(), items);
     }
 
@@ -187,55 +189,55 @@ private slots:
         QTest::addColumn<QString>("focus");
         const auto titled = [](const QString &title, int kind, const Drive &more = {}) {
             return Drive([=](QWidget *screen) {
-                test::Enter(screen, u"DetailTitle_EDT"_qs, title);
+                test::Enter(screen, u"DetailTitle_EDT"_s, title);
                 ChooseKind(screen, kind);
                 if (more)
                     more(screen);
             });
         };
         const auto blank = [](const QString &edit) {
-            return Drive([=](QWidget *screen) { test::Enter(screen, edit, u"  "_qs); });
+            return Drive([=](QWidget *screen) { test::Enter(screen, edit, u"  "_s); });
         };
-        const auto required = [](const QString &caption) { return u"MsgRequiredField(%1)"_qs.arg(caption); };
-        const QString repeated = u"MsgRepeatedField(عنوان جزئیات, جزئیات کالا)"_qs;
+        const auto required = [](const QString &caption) { return u"MsgRequiredField(%1)"_s.arg(caption); };
+        const QString repeated = u"MsgRepeatedField(عنوان جزئیات, جزئیات کالا)"_s;
         QTest::newRow("title before kind")
-            << false << titled(u"  "_qs, 0) << required(u"عنوان گزارش"_qs) << u"DetailTitle_EDT"_qs;
-        QTest::newRow("new title taken") << false << titled(u"انقضا"_qs, 0) << repeated << u"DetailTitle_EDT"_qs;
-        QTest::newRow("title taken twice") << true << titled(u"دوتا"_qs, 5) << repeated << u"DetailTitle_EDT"_qs;
-        QTest::newRow("title of one other") << true << titled(u"انقضا"_qs, 5) << QString() << QString();
-        QTest::newRow("other blanks") << false << titled(u" انقضا"_qs, 4) << QString() << QString();
+            << false << titled(u"  "_s, 0) << required(u"عنوان گزارش"_s) << u"DetailTitle_EDT"_s;
+        QTest::newRow("new title taken") << false << titled(u"انقضا"_s, 0) << repeated << u"DetailTitle_EDT"_s;
+        QTest::newRow("title taken twice") << true << titled(u"دوتا"_s, 5) << repeated << u"DetailTitle_EDT"_s;
+        QTest::newRow("title of one other") << true << titled(u"انقضا"_s, 5) << QString() << QString();
+        QTest::newRow("other blanks") << false << titled(u" انقضا"_s, 4) << QString() << QString();
         QTest::newRow("two reminders on one good")
-            << true << Drive([](QWidget *screen) { Toggle(screen, u"DateAlarm_CHB"_qs); })
+            << true << Drive([](QWidget *screen) { Toggle(screen, u"DateAlarm_CHB"_s); })
             << u"ShowMessage(کاربر گرامی تعدادی کالا ثبت شده اند که دارای جزئیات تاریخی با قابلیت یادآوری سررسید می "
                u"باشندکه "
                "این جزئیات هم در لیست جزئیات کالاهای فوق ثبت شده است و در صورتی که تیک یادآوری سررسید این جزئیات را هم "
                "بزنید  کالاهای فوق دارای دو جزئیات تاریخی با تیک یادآوری سررسید می شوند که همین امر مشکل ساز خواهد شد "
                "و به "
-               "همین دلیل  افزودن تیک یادآوری سررسید برای این جزئیات امکان پذیر نمی باشد)"_qs
-            << u"DateAlarm_CHB"_qs;
-        QTest::newRow("kind") << false << titled(u"رنگ"_qs, 0) << required(u"نوع جزئیات"_qs) << u"Type_CMB"_qs;
-        QTest::newRow("items of a list") << false << titled(u"رنگ"_qs, 1) << required(u"مقادیر پیشنهادی"_qs)
-                                         << u"RecommendValues_EDT"_qs;
-        QTest::newRow("items of a text") << false << titled(u"رنگ"_qs, 2) << required(u"مقادیر پیشنهادی"_qs)
-                                         << u"RecommendValues_EDT"_qs;
-        QTest::newRow("calendar") << true << Drive() << required(u"نوع تاریخ"_qs) << u"SolarDate_RDB"_qs;
-        QTest::newRow("title of on") << false << titled(u"رنگ"_qs, 7, blank(u"ToggleTitleTrue_EDT"_qs))
-                                     << required(u"عنوان فعال"_qs) << u"ToggleTitleTrue_EDT"_qs;
-        QTest::newRow("title of off") << false << titled(u"رنگ"_qs, 7, blank(u"ToggleTitleFalse_EDT"_qs))
-                                      << required(u"عنوان غیر فعال"_qs) << u"ToggleTitleFalse_EDT"_qs;
+               "همین دلیل  افزودن تیک یادآوری سررسید برای این جزئیات امکان پذیر نمی باشد)"_s
+            << u"DateAlarm_CHB"_s;
+        QTest::newRow("kind") << false << titled(u"رنگ"_s, 0) << required(u"نوع جزئیات"_s) << u"Type_CMB"_s;
+        QTest::newRow("items of a list") << false << titled(u"رنگ"_s, 1) << required(u"مقادیر پیشنهادی"_s)
+                                         << u"RecommendValues_EDT"_s;
+        QTest::newRow("items of a text") << false << titled(u"رنگ"_s, 2) << required(u"مقادیر پیشنهادی"_s)
+                                         << u"RecommendValues_EDT"_s;
+        QTest::newRow("calendar") << true << Drive() << required(u"نوع تاریخ"_s) << u"SolarDate_RDB"_s;
+        QTest::newRow("title of on") << false << titled(u"رنگ"_s, 7, blank(u"ToggleTitleTrue_EDT"_s))
+                                     << required(u"عنوان فعال"_s) << u"ToggleTitleTrue_EDT"_s;
+        QTest::newRow("title of off") << false << titled(u"رنگ"_s, 7, blank(u"ToggleTitleFalse_EDT"_s))
+                                      << required(u"عنوان غیر فعال"_s) << u"ToggleTitleFalse_EDT"_s;
         QTest::newRow("item not added")
             << false
-            << titled(u"رنگ"_qs, 2,
+            << titled(u"رنگ"_s, 2,
                       [](QWidget *screen) {
-                          AddItems(screen, {u"سفید"_qs});
-                          test::Type(u"مشکی"_qs);
+                          AddItems(screen, {u"سفید"_s});
+                          test::Type(u"مشکی"_s);
                       })
             << u"ShowMessage(کاربر گرامی مقدار پیشنهادی نوشته شده هنوز به لیست افزوده نشده است، لطفا آن را با Enter "
-               u"بیفزایید و یا پاک نمایید)"_qs
-            << u"RecommendValues_EDT"_qs;
+               u"بیفزایید و یا پاک نمایید)"_s
+            << u"RecommendValues_EDT"_s;
         QTest::newRow("default of a list")
-            << false << titled(u"رنگ"_qs, 1, [](QWidget *screen) { AddItems(screen, {u"سفید"_qs}); })
-            << required(u"مقدار پیش فرض"_qs) << u"DefaultValue_CMB"_qs;
+            << false << titled(u"رنگ"_s, 1, [](QWidget *screen) { AddItems(screen, {u"سفید"_s}); })
+            << required(u"مقدار پیش فرض"_s) << u"DefaultValue_CMB"_s;
     }
     void refusesInOrder()
     {
@@ -250,9 +252,9 @@ private slots:
             "insert into GoodGrpS(Code,Name) values(5,N'لبنیات')\n"
             "insert into GoodInf(Code,GrpCode,Name) values(1,5,N'شیر')\n"
             "insert into GoodDetailValues(GoodCode) values(1)\n"
-            "insert into GoodDetailValueDetails(DetailValueID,DetailID,[Value]) values(1,1,'x'),(1,2,'y')"_qs);
+            "insert into GoodDetailValueDetails(DetailValueID,DetailID,[Value]) values(1,1,'x'),(1,2,'y')"_s);
         if (!fill) // a calendar that only another program can have stored
-            e.database.Exec(u"update DetailTypes set DateType=9 where ID=1"_qs);
+            e.database.Exec(u"update DetailTypes set DateType=9 where ID=1"_s);
         const QStringList before = e.Types(Columns);
         const auto drive = [&](QWidget *screen) {
             if (fill)
@@ -276,40 +278,40 @@ private slots:
     {
         Editor e;
         e.New([&](QWidget *screen) {
-            test::Type(u"اندازه"_qs);
+            test::Type(u"اندازه"_s);
             ChooseKind(screen, 1);
-            AddItems(screen, {u"بزرگ"_qs, u"['a'] 📏"_qs, u" بزرگ"_qs, u"بزرگ"_qs});
+            AddItems(screen, {u"بزرگ"_s, u"['a'] 📏"_s, u" بزرگ"_s, u"بزرگ"_s});
             QCOMPARE(e.host.messages.Take(),
                      u"ShowMessage(کاربر گرامی مقدار پیشنهادی وارد شده تکراری می باشد، لطفا مقدار "
-                     "پیشنهادی جدید وارد نمایید)"_qs);
-            QCOMPARE(test::Find<QLineEdit>(screen, u"RecommendValues_EDT"_qs).selectedText(), u"بزرگ"_qs);
-            test::Type(u"  "_qs);
-            test::Find(screen, u"AddToList_BTN"_qs).setFocus();
+                     "پیشنهادی جدید وارد نمایید)"_s);
+            QCOMPARE(test::Find<QLineEdit>(screen, u"RecommendValues_EDT"_s).selectedText(), u"بزرگ"_s);
+            test::Type(u"  "_s);
+            test::Find(screen, u"AddToList_BTN"_s).setFocus();
             test::Press(Qt::Key_Return);
-            QCOMPARE(Shown(screen), (QStringList{u"بزرگ"_qs, u"['a'] 📏"_qs, u" بزرگ"_qs}));
+            QCOMPARE(Shown(screen), (QStringList{u"بزرگ"_s, u"['a'] 📏"_s, u" بزرگ"_s}));
 
             ChooseDefault(screen, 1);
-            test::Focus(screen, u"RecommendList_LST"_qs);
+            test::Focus(screen, u"RecommendList_LST"_s);
             test::Press(Qt::Key_End);
             for (int presses = 0; presses < 3; ++presses) // once more than there are places
-                Toggle(screen, u"Up_BTN"_qs);
-            QCOMPARE(Shown(screen), (QStringList{u" بزرگ"_qs, u"بزرگ"_qs, u"['a'] 📏"_qs}));
-            QCOMPARE(Default(screen), u"['a'] 📏"_qs);
-            Toggle(screen, u"Down_BTN"_qs);
-            QCOMPARE(Shown(screen).indexOf(u" بزرگ"_qs), 1);
-            Toggle(screen, u"Delrow_BTN"_qs);
+                Toggle(screen, u"Up_BTN"_s);
+            QCOMPARE(Shown(screen), (QStringList{u" بزرگ"_s, u"بزرگ"_s, u"['a'] 📏"_s}));
+            QCOMPARE(Default(screen), u"['a'] 📏"_s);
+            Toggle(screen, u"Down_BTN"_s);
+            QCOMPARE(Shown(screen).indexOf(u" بزرگ"_s), 1);
+            Toggle(screen, u"Delrow_BTN"_s);
             test::Press(Qt::Key_F3);
         });
-        QCOMPARE(e.Items(), (QStringList{u"1|1|بزرگ"_qs, u"1|2|['a'] 📏"_qs}));
-        QCOMPARE(e.Types(u"DefaultValue"_qs), QStringList{u"2"_qs});
+        QCOMPARE(e.Items(), (QStringList{u"1|1|بزرگ"_s, u"1|2|['a'] 📏"_s}));
+        QCOMPARE(e.Types(u"DefaultValue"_s), QStringList{u"2"_s});
         // A default that is taken off is none; the same item as free text stays.
         e.Edit(1, [&](QWidget *screen) {
             ChooseKind(screen, 2);
-            QCOMPARE(Default(screen), u"['a'] 📏"_qs);
-            test::Focus(screen, u"RecommendList_LST"_qs);
+            QCOMPARE(Default(screen), u"['a'] 📏"_s);
+            test::Focus(screen, u"RecommendList_LST"_s);
             test::Press(Qt::Key_End);
-            Toggle(screen, u"Delrow_BTN"_qs);
-            QCOMPARE(Default(screen), u"['a'] 📏"_qs);
+            Toggle(screen, u"Delrow_BTN"_s);
+            QCOMPARE(Default(screen), u"['a'] 📏"_s);
             ChooseKind(screen, 1);
             QCOMPARE(Default(screen), QString());
             e.Leave();
@@ -321,14 +323,14 @@ private slots:
     {
         Editor e;
         e.database.Exec(u"insert into DetailTypes(Title,DetailType,DefaultValue) values(N'رنگ',1,'2')\n"
-                        "insert into DetailTypesItems(DetailID,Row,[Value]) values(1,1,N'الف'),(1,2,N'ب')"_qs);
+                        "insert into DetailTypesItems(DetailID,Row,[Value]) values(1,1,N'الف'),(1,2,N'ب')"_s);
         e.Edit(1, [&](QWidget *screen) {
-            QCOMPARE(Default(screen), u"ب"_qs);
+            QCOMPARE(Default(screen), u"ب"_s);
             ChooseKind(screen, 3);
-            QVERIFY(!test::Find(screen, u"IsRequired_CHB"_qs).isEnabled());
+            QVERIFY(!test::Find(screen, u"IsRequired_CHB"_s).isEnabled());
             test::Press(Qt::Key_F3);
         });
-        QCOMPARE(e.Types(Columns), QStringList{u"رنگ|3|true|||2|0|false"_qs});
+        QCOMPARE(e.Types(Columns), QStringList{u"رنگ|3|true|||2|0|false"_s});
         QCOMPARE(e.Items(), QStringList());
     }
 
@@ -339,13 +341,13 @@ private slots:
         QTest::addColumn<int>("height");
         QTest::addColumn<QString>("description");
         QTest::newRow("none") << 0 << QString() << 260 << QString();
-        QTest::newRow("list") << 1 << u"items"_qs << 530 << u"مقادیر ثابتی"_qs;
-        QTest::newRow("text") << 2 << u"items"_qs << 530 << u"حالت متنی"_qs;
-        QTest::newRow("serial") << 3 << QString() << 340 << u"منحصر به فرد"_qs;
-        QTest::newRow("number") << 4 << QString() << 340 << u"ماهیت عددی"_qs;
-        QTest::newRow("date") << 5 << u"date"_qs << 380 << u"ماهیت تاریخی"_qs;
-        QTest::newRow("barcode") << 6 << QString() << 340 << u"بارکدهای تکراری"_qs;
-        QTest::newRow("two states") << 7 << u"toggle"_qs << 420 << u"(فعال / غیرفعال)"_qs;
+        QTest::newRow("list") << 1 << u"items"_s << 530 << u"مقادیر ثابتی"_s;
+        QTest::newRow("text") << 2 << u"items"_s << 530 << u"حالت متنی"_s;
+        QTest::newRow("serial") << 3 << QString() << 340 << u"منحصر به فرد"_s;
+        QTest::newRow("number") << 4 << QString() << 340 << u"ماهیت عددی"_s;
+        QTest::newRow("date") << 5 << u"date"_s << 380 << u"ماهیت تاریخی"_s;
+        QTest::newRow("barcode") << 6 << QString() << 340 << u"بارکدهای تکراری"_s;
+        QTest::newRow("two states") << 7 << u"toggle"_s << 420 << u"(فعال / غیرفعال)"_s;
     }
     void formFollowsTheKind()
     {
@@ -355,25 +357,25 @@ private slots:
         QFETCH(QString, description);
         Editor e;
         e.New([&](QWidget *screen) {
-            auto &required = test::Find<QCheckBox>(screen, u"IsRequired_CHB"_qs);
+            auto &required = test::Find<QCheckBox>(screen, u"IsRequired_CHB"_s);
             ChooseKind(screen, 7);
-            Toggle(screen, u"IsRequired_CHB"_qs); // the user wants it off
+            Toggle(screen, u"IsRequired_CHB"_s); // the user wants it off
             ChooseKind(screen, kind);
             const bool identifying = kind == 3 || kind == 6;
             QCOMPARE(required.isChecked(), identifying);
             QCOMPARE(required.isEnabled(), !identifying);
             QCOMPARE(screen->height(), height);
-            const std::pair<const char16_t *, QString> all[] = {{u"RecommendedValues_PNL", u"items"_qs},
-                                                                {u"DateType_PNL", u"date"_qs},
-                                                                {u"ToggleTitle_PNL", u"toggle"_qs}};
+            const std::pair<const char16_t *, QString> all[] = {{u"RecommendedValues_PNL", u"items"_s},
+                                                                {u"DateType_PNL", u"date"_s},
+                                                                {u"ToggleTitle_PNL", u"toggle"_s}};
             for (const auto &[panel, name] : all)
                 QCOMPARE(test::Find(screen, QString::fromUtf16(panel)).isVisible(), panels == name);
-            const auto &words = test::Find<QLabel>(screen, u"TypeDescription_LBL"_qs);
+            const auto &words = test::Find<QLabel>(screen, u"TypeDescription_LBL"_s);
             QCOMPARE(words.isVisible(), kind != 0);
             QVERIFY(words.text().contains(description));
             QVERIFY(panels != u"items" || screen->y() <= 150);
-            QVERIFY(test::RightOf(test::Find(screen, u"Type_LBL"_qs), test::Find(screen, u"Type_CMB"_qs)));
-            test::Picture(*screen, u"detail-type-%1"_qs.arg(kind));
+            QVERIFY(test::RightOf(test::Find(screen, u"Type_LBL"_s), test::Find(screen, u"Type_CMB"_s)));
+            test::Picture(*screen, u"detail-type-%1"_s.arg(kind));
             e.Leave();
         });
     }
@@ -388,17 +390,17 @@ private slots:
         });
         QTest::newRow("button, answered no") << Act([](Editor &e, QWidget *screen) {
             e.host.messages.Answer(false);
-            Toggle(screen, u"Exit_BTN"_qs);
+            Toggle(screen, u"Exit_BTN"_s);
         });
         QTest::newRow("window closed, answered no") << Act([](Editor &e, QWidget *screen) {
             e.host.messages.Answer(false);
             screen->close();
         });
         QTest::newRow("refused") << Act([](Editor &e, QWidget *screen) {
-            e.database.Exec(u"insert into DetailTypes(Title,DetailType) values(N'رنگ بدنه',4)"_qs);
+            e.database.Exec(u"insert into DetailTypes(Title,DetailType) values(N'رنگ بدنه',4)"_s);
             test::Press(Qt::Key_F3);
-            e.database.Exec(u"delete from DetailTypes"_qs);
-            test::Focus(screen, u"Comment_EDT"_qs);
+            e.database.Exec(u"delete from DetailTypes"_s);
+            test::Focus(screen, u"Comment_EDT"_s);
         });
         QTest::newRow("connection lost") << Act([](Editor &e, QWidget *) {
             QSqlDatabase main = e.database.Main();
@@ -413,18 +415,18 @@ private slots:
         QFETCH(Act, act);
         Editor e;
         e.New([&](QWidget *screen) {
-            QGuiApplication::clipboard()->setText(u"رنگ\tبدنه\r\n"_qs); // a cell of a sheet
+            QGuiApplication::clipboard()->setText(u"رنگ\tبدنه\r\n"_s); // a cell of a sheet
             test::Press(Qt::Key_V, Qt::ControlModifier);
             ChooseKind(screen, 1);
-            AddItems(screen, {u" سفید "_qs, u"مشکی"_qs});
+            AddItems(screen, {u" سفید "_s, u"مشکی"_s});
             ChooseDefault(screen, 1);
             act(e, screen);
             QCOMPARE(e.host.messages.TakeAll().size(), 1);
             test::Press(Qt::Key_F3);
         });
-        QCOMPARE(e.Types(u"Title,DefaultValue"_qs), QStringList{u"رنگ بدنه|2"_qs});
-        QCOMPARE(e.database.Rows(u"select [Value] from DetailTypesItems order by Row"_qs),
-                 (QStringList{u" سفید "_qs, u"مشکی"_qs}));
+        QCOMPARE(e.Types(u"Title,DefaultValue"_s), QStringList{u"رنگ بدنه|2"_s});
+        QCOMPARE(e.database.Rows(u"select [Value] from DetailTypesItems order by Row"_s),
+                 (QStringList{u" سفید "_s, u"مشکی"_s}));
     }
 
     void whatCannotBeWrittenStays()
@@ -434,26 +436,26 @@ private slots:
         TDetailTypes_Get_FRM screen(e.host);
         QCOMPARE(screen.Open({}, host::TFormMode::New), 0);
         QCOMPARE(screen.Open(5, host::TFormMode::Edit), 0); // there is none
-        QCOMPARE(e.host.messages.Take(), u"ShowMessage(این نوع جزئیات دیگر وجود ندارد.)"_qs);
+        QCOMPARE(e.host.messages.Take(), u"ShowMessage(این نوع جزئیات دیگر وجود ندارد.)"_s);
 
         e.database.Exec(u"insert into DetailTypes(Title,DetailType,DefaultValue) values(N'رنگ',1,'1')\n"
-                        "insert into DetailTypesItems(DetailID,Row,[Value]) values(1,1,N'الف')"_qs);
+                        "insert into DetailTypesItems(DetailID,Row,[Value]) values(1,1,N'الف')"_s);
         e.Edit(1, [&](QWidget *open) {
-            AddItems(open, {u"ب"_qs});
+            AddItems(open, {u"ب"_s});
             e.database.Exec(u"alter table DetailTypesItems add Broken int not null default 0\n"
-                            "create unique index UQ_Broken on DetailTypesItems(Broken)"_qs);
+                            "create unique index UQ_Broken on DetailTypesItems(Broken)"_s);
             test::Press(Qt::Key_F3);
-            QVERIFY(e.host.messages.Take().contains(u"on Broken"_qs));
-            QCOMPARE(Shown(open), (QStringList{u"الف"_qs, u"ب"_qs}));
-            QCOMPARE(e.Items(), QStringList{u"1|1|الف"_qs});
-            QCOMPARE(e.Types(u"ModifiedTime"_qs), QStringList{u"NULL"_qs});
-            e.database.Exec(u"delete from DetailTypesItems\ndelete from DetailTypes"_qs);
+            QVERIFY(e.host.messages.Take().contains(u"on Broken"_s));
+            QCOMPARE(Shown(open), (QStringList{u"الف"_s, u"ب"_s}));
+            QCOMPARE(e.Items(), QStringList{u"1|1|الف"_s});
+            QCOMPARE(e.Types(u"ModifiedTime"_s), QStringList{u"NULL"_s});
+            e.database.Exec(u"delete from DetailTypesItems\ndelete from DetailTypes"_s);
             test::Press(Qt::Key_F3);
-            QVERIFY(e.host.messages.Take().contains(u"توسط کاربر دیگری حذف شده است"_qs));
+            QVERIFY(e.host.messages.Take().contains(u"توسط کاربر دیگری حذف شده است"_s));
             e.Leave();
         });
         QCOMPARE(e.result, 0);
-        QCOMPARE(e.Types(u"ID"_qs), QStringList());
+        QCOMPARE(e.Types(u"ID"_s), QStringList());
     }
 };
 

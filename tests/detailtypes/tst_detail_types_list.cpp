@@ -1,13 +1,14 @@
 // The list of detail types, worked by keys.
 
+#include "host/controls/search_frame.h"
 #include "tests/detailtypes/list_fixture.h"
 #include "tests/support/test_main.h"
 
-#include "host/controls/search_frame.h"
+#include <QMenu>
+#include <QTabBar>
+#include <QTabWidget>
 
-#include <QtWidgets/QMenu>
-#include <QtWidgets/QTabBar>
-#include <QtWidgets/QTabWidget>
+using namespace Qt::StringLiterals;
 
 using detail_types::Choice;
 using fixture::DatesForGood;
@@ -19,8 +20,6 @@ using fixture::TwoForList;
 using host::TFormMode;
 using host::TPermission;
 using host::TSoftwarePart;
-using namespace Qt::StringLiterals;
-
 class TestDetailTypesList : public QObject
 {
     Q_OBJECT

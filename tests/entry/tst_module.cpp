@@ -10,15 +10,17 @@
 #include "tests/support/test_host.h"
 #include "tests/support/test_main.h"
 
-#include <QtTest/QtTest>
-#include <QtWidgets/QtWidgets>
+#include <QtTest>
+#include <QtWidgets>
+
+using namespace Qt::StringLiterals;
 
 using host::TPermission;
 using host::TSoftwarePart;
 
 namespace {
 
-const QString ListBusy = QStringLiteral("ShowMessage(امکان نمایش مجدد لیست کالاها وجود ندارد.)");
+const QString ListBusy = u"ShowMessage(امکان نمایش مجدد لیست کالاها وجود ندارد.)"_s;
 
 QString text(const char16_t *value)
 {
@@ -31,7 +33,7 @@ class TestModule : public QObject
 {
     Q_OBJECT
 
-private Q_SLOTS:
+private slots:
     void parameterTexts_data();
     void parameterTexts();
     void choosesOneGood();
@@ -54,8 +56,7 @@ private:
         int code(int place) const
         {
             return database
-                .Scalar(QStringLiteral("SELECT MAX(Code) FROM (SELECT TOP %1 Code FROM GoodInf ORDER BY Code) AS t")
-                            .arg(place))
+                .Scalar(u"SELECT MAX(Code) FROM (SELECT TOP %1 Code FROM GoodInf ORDER BY Code) AS t"_s.arg(place))
                 .toInt();
         }
 
@@ -70,11 +71,11 @@ void TestModule::parameterTexts_data()
     QTest::addColumn<QString>("param");
     QTest::addColumn<QString>("locate");
     QTest::addColumn<QString>("selection");
-    QTest::newRow("code only") << u"15#LC#"_qs << u"15"_qs << QString();
-    QTest::newRow("both") << u"abc#LC#x"_qs << u"abc"_qs << u"x"_qs;
-    QTest::newRow("second marker stays") << u"1#LC#a#LC#b"_qs << u"1"_qs << u"a#LC#b"_qs;
-    QTest::newRow("no marker") << u"abcdef"_qs << QString() << u"def"_qs;
-    QTest::newRow("short without marker") << u"ab"_qs << QString() << QString();
+    QTest::newRow("code only") << u"15#LC#"_s << u"15"_s << QString();
+    QTest::newRow("both") << u"abc#LC#x"_s << u"abc"_s << u"x"_s;
+    QTest::newRow("second marker stays") << u"1#LC#a#LC#b"_s << u"1"_s << u"a#LC#b"_s;
+    QTest::newRow("no marker") << u"abcdef"_s << QString() << u"def"_s;
+    QTest::newRow("short without marker") << u"ab"_s << QString() << QString();
     QTest::newRow("empty") << QString() << QString() << QString();
 }
 
@@ -91,13 +92,13 @@ void TestModule::choosesOneGood()
     Shop shop;
     const int wanted = shop.code(7);
     int chosen = 0;
-    test::Drive([&] { chosen = shop.module.selectGood(QString::number(wanted) + u"#LC#"_qs); },
+    test::Drive([&] { chosen = shop.module.selectGood(QString::number(wanted) + u"#LC#"_s); },
                 [&](QWidget *) { test::Press(Qt::Key_Return); });
     QCOMPARE(chosen, wanted);
 
     // The slot is used again, and stands where the next call wants it.
     const int other = shop.code(3);
-    test::Drive([&] { chosen = shop.module.selectGood(QString::number(other) + u"#LC#"_qs); },
+    test::Drive([&] { chosen = shop.module.selectGood(QString::number(other) + u"#LC#"_s); },
                 [&](QWidget *) { test::Press(Qt::Key_Return); });
     QCOMPARE(chosen, other);
 }
@@ -106,21 +107,21 @@ void TestModule::choosesInMarkingOrder()
 {
     Shop shop;
     QString chosen;
-    test::Drive([&] { chosen = shop.module.selectGoods(QString::number(shop.code(3)) + u"#LC#"_qs); },
+    test::Drive([&] { chosen = shop.module.selectGoods(QString::number(shop.code(3)) + u"#LC#"_s); },
                 [&](QWidget *) {
                     test::Press(Qt::Key_Insert);
                     test::Press(Qt::Key_Home, Qt::ControlModifier);
                     test::Press(Qt::Key_Insert);
                     test::Press(Qt::Key_Return);
                 });
-    QCOMPARE(chosen, QStringLiteral("%1,%2,").arg(shop.code(3)).arg(shop.code(1)));
+    QCOMPARE(chosen, u"%1,%2,"_s.arg(shop.code(3)).arg(shop.code(1)));
 }
 
 void TestModule::cancelChoosesNothing()
 {
     Shop shop;
     int one = -1;
-    QString several = QStringLiteral("untouched");
+    QString several = u"untouched"_s;
     test::Drive([&] { one = shop.module.selectGood({}); }, [](QWidget *) { test::Press(Qt::Key_Escape); });
     test::Drive([&] { several = shop.module.selectGoods({}); }, [](QWidget *) { test::Press(Qt::Key_Escape); });
     QCOMPARE(one, 0);
@@ -135,23 +136,23 @@ void TestModule::anotherUserBeginsAnew()
         shop.host.settings.user.Code = user;
         test::Drive([&] { shop.module.selectGood({}); },
                     [&](QWidget *list) {
-                        look(list, test::Find<host::Grid>(list, u"GoodListDB_GRD"_qs));
+                        look(list, test::Find<host::Grid>(list, u"GoodListDB_GRD"_s));
                         test::Press(Qt::Key_Escape);
                     });
     };
-    const auto column = [](QWidget *list) { return test::Find<QComboBox>(list, u"Column_CMB"_qs).currentData(); };
+    const auto column = [](QWidget *list) { return test::Find<QComboBox>(list, u"Column_CMB"_s).currentData(); };
     QStringList columns;
     QStringList goods;
     open(7, [&](QWidget *list, host::Grid &grid) {
         columns = grid.VisibleFields();
         goods = grid.ShownKeys();
-        grid.SetColumnVisible(u"Cost1"_qs, false);
+        grid.SetColumnVisible(u"Cost1"_s, false);
         grid.horizontalHeader()->moveSection(3, 1);
-        test::Find<QPushButton>(list, u"Tags_btn"_qs).click();
-        test::Find<QTabBar>(list, u"Search_TBC"_qs).setCurrentIndex(1);
-        test::Find<host::SearchFrame>(list, u"TGeneral_Search_Frame1"_qs).Focus(u"Name"_qs);
+        test::Find<QPushButton>(list, u"Tags_btn"_s).click();
+        test::Find<QTabBar>(list, u"Search_TBC"_s).setCurrentIndex(1);
+        test::Find<host::SearchFrame>(list, u"TGeneral_Search_Frame1"_s).Focus(u"Name"_s);
         test::Press(Qt::Key_F11, Qt::ControlModifier);
-        test::Type(u"لبنیات"_qs);
+        test::Type(u"لبنیات"_s);
         test::Press(Qt::Key_Return);
     });
     const auto states = std::exchange(shop.host.settings.states, {}); // those of user 7
@@ -159,13 +160,13 @@ void TestModule::anotherUserBeginsAnew()
         QCOMPARE(grid.VisibleFields(), columns);
         QCOMPARE(grid.ShownKeys(), goods);
         QCOMPARE(column(list), QVariant(QString()));
-        QVERIFY(!test::Find<QPushButton>(list, u"Tags_btn"_qs).isChecked());
+        QVERIFY(!test::Find<QPushButton>(list, u"Tags_btn"_s).isChecked());
     });
     shop.host.settings.states = states;
     open(7, [&](QWidget *list, host::Grid &grid) {
-        QVERIFY(!grid.IsColumnVisible(u"Cost1"_qs));
-        QVERIFY(test::Find<QPushButton>(list, u"Tags_btn"_qs).isChecked());
-        QCOMPARE(test::Find<QTabBar>(list, u"Search_TBC"_qs).currentIndex(), 1);
+        QVERIFY(!grid.IsColumnVisible(u"Cost1"_s));
+        QVERIFY(test::Find<QPushButton>(list, u"Tags_btn"_s).isChecked());
+        QCOMPARE(test::Find<QTabBar>(list, u"Search_TBC"_s).currentIndex(), 1);
     });
 }
 
@@ -174,7 +175,7 @@ void TestModule::fourthListIsRefused()
     Shop shop;
     QList<int> chosen;
     std::function<void(int)> open = [&](int depth) {
-        const QString param = QString::number(shop.code(depth)) + u"#LC#"_qs;
+        const QString param = QString::number(shop.code(depth)) + u"#LC#"_s;
         if (depth == 4) {
             chosen << shop.module.selectGood(param);
             return;
@@ -184,7 +185,7 @@ void TestModule::fourthListIsRefused()
                     [&](QWidget *list) {
                         open(depth + 1);
                         // The offscreen platform leaves the closed list active; a desktop gives this one the keys.
-                        QTest::keyClick(&test::Find(list, QStringLiteral("GoodListDB_GRD")), Qt::Key_Return);
+                        QTest::keyClick(&test::Find(list, u"GoodListDB_GRD"_s), Qt::Key_Return);
                     });
         chosen << code;
     };
@@ -199,7 +200,7 @@ void TestModule::refusedRightOpensNothing()
     for (TSoftwarePart part : {TSoftwarePart::Goods, TSoftwarePart::Stores, TSoftwarePart::Units})
         shop.host.permissions.Deny(part, TPermission::OpenList);
     shop.module.openGoodList();
-    QCOMPARE(shop.module.selectGood(QStringLiteral("1#LC#")), 0);
+    QCOMPARE(shop.module.selectGood(u"1#LC#"_s), 0);
     QCOMPARE(shop.module.selectGoods({}), QString());
     QCOMPARE(shop.module.openList(TSoftwarePart::Stores), 0);
     QCOMPARE(shop.module.openList(TSoftwarePart::Units), 0);
@@ -222,9 +223,9 @@ void TestModule::genericLists()
     QCOMPARE(Open_StoreList(), 1);
     QCOMPARE(Open_Units(), 1);
     const QStringList expected{
-        u"Select_GroupList(122, )"_qs, u"Select_GroupList(105, انبار)"_qs, u"Select_GroupList(104, )"_qs,
-        u"New_Group(122)"_qs,          u"Edit_Group(122, 5)"_qs,           u"New_Group(105)"_qs,
-        u"Edit_Group(105, 3)"_qs,      u"Call_GroupList(105)"_qs,          u"Call_GroupList(104)"_qs};
+        u"Select_GroupList(122, )"_s, u"Select_GroupList(105, انبار)"_s, u"Select_GroupList(104, )"_s,
+        u"New_Group(122)"_s,          u"Edit_Group(122, 5)"_s,           u"New_Group(105)"_s,
+        u"Edit_Group(105, 3)"_s,      u"Call_GroupList(105)"_s,          u"Call_GroupList(104)"_s};
     QCOMPARE(shop.host.entities.calls, expected);
     entry::Module::release();
 }
@@ -236,12 +237,12 @@ void TestModule::newGoodReturnsNothing()
     QString code;
     test::Drive([&] { result = shop.module.editGood(-7); },
                 [&](QWidget *editor) {
-                    code = test::Find<QLineEdit>(editor, QStringLiteral("Code_EDT")).text();
+                    code = test::Find<QLineEdit>(editor, u"Code_EDT"_s).text();
                     test::Press(Qt::Key_Escape);
                 });
     QCOMPARE(result, 0);
     // The group that was asked for is preset, so its next code is proposed.
-    QCOMPARE(code.toInt(), shop.database.Scalar(QStringLiteral("EXEC GetGoodInfCode 7, 6")).toInt());
+    QCOMPARE(code.toInt(), shop.database.Scalar(u"EXEC GetGoodInfCode 7, 6"_s).toInt());
 }
 
 void TestModule::detailTypes()
@@ -252,13 +253,13 @@ void TestModule::detailTypes()
     const auto choose = [&](int withCategories, const QList<Qt::Key> &keys) {
         test::Drive([&] { chosen = text(Select_DetailTypes_Multible(nullptr, 0, withCategories, 0, nullptr)); },
                     [&](QWidget *list) {
-                        QCOMPARE(test::Find<QTabWidget>(list, u"DetailTypes_PGC"_qs).tabBar()->isVisible(),
+                        QCOMPARE(test::Find<QTabWidget>(list, u"DetailTypes_PGC"_s).tabBar()->isVisible(),
                                  withCategories != 0);
                         for (const Qt::Key key : keys)
                             test::Press(key);
                     });
     };
-    const QString first = shop.database.Scalar(u"SELECT MIN(ID) FROM DetailTypes"_qs).toString();
+    const QString first = shop.database.Scalar(u"SELECT MIN(ID) FROM DetailTypes"_s).toString();
     choose(0, {Qt::Key_Home, Qt::Key_Return});
     QCOMPARE(chosen, first + u',');
     choose(1, {Qt::Key_Escape});
@@ -269,7 +270,7 @@ void TestModule::detailTypes()
     test::Drive([&] { chosen = text(Select_DetailTypes_Multible(nullptr, 1, 0, 1, serial.c_str())); },
                 [&](QWidget *list) {
                     test::Press(Qt::Key_Return);
-                    QVERIFY(shop.host.messages.Take().startsWith(u"ShowMessage(کاربر گرامی در یک لیست امکان وجود"_qs));
+                    QVERIFY(shop.host.messages.Take().startsWith(u"ShowMessage(کاربر گرامی در یک لیست امکان وجود"_s));
                     QTest::keyClick(list, Qt::Key_Escape);
                 });
     QCOMPARE(chosen, QString());
@@ -281,7 +282,7 @@ void TestModule::detailTypes()
                     choose(0, {Qt::Key_Escape});
                     QTest::keyClick(list, Qt::Key_Escape);
                 });
-    QCOMPARE(shop.host.messages.TakeAll(), QStringList{u"ShowMessage(امکان نمایش مجدد لیست جزئیات وجود ندارد.)"_qs});
+    QCOMPARE(shop.host.messages.TakeAll(), QStringList{u"ShowMessage(امکان نمایش مجدد لیست جزئیات وجود ندارد.)"_s});
     entry::Module::release();
 }
 
@@ -289,7 +290,7 @@ void TestModule::errorsStayInside()
 {
     Shop shop;
     shop.host.Install();
-    shop.database.Exec(QStringLiteral("DROP PROCEDURE GoodInf_List_SP"));
+    shop.database.Exec(u"DROP PROCEDURE GoodInf_List_SP"_s);
     QCOMPARE(Select_Good(u"1#LC#"), 0);
     QCOMPARE(text(Select_Good_Multible(nullptr)), QString());
     const QStringList said = shop.host.messages.TakeAll();

@@ -16,6 +16,8 @@
 #include <cstdio>
 #include <cstdlib>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 using namespace tsql;
@@ -32,13 +34,12 @@ class Database
 public:
     Database()
     {
-        m_handle.open(QStringLiteral(":memory:"), false);
+        m_handle.open(u":memory:"_s, false);
         registerFunctions(m_handle.get(), &m_catalogue);
         m_handle.execute(QByteArray("ATTACH ':memory:' AS ") + GlobalSchema);
         for (const char *script : {"schema.sql", "procedures.sql"})
-            run(QStringLiteral(GOODS_SOURCES "/desk/database/") + QLatin1String(script));
-        run(QStringLiteral("CREATE TABLE #t (a int IDENTITY(1,1), b nvarchar(10), c decimal(9,2), d datetime, e bit)"),
-            true);
+            run(QString::fromUtf8(GOODS_SOURCES "/desk/database/") + QLatin1String(script));
+        run(u"CREATE TABLE #t (a int IDENTITY(1,1), b nvarchar(10), c decimal(9,2), d datetime, e bit)"_s, true);
     }
 
     const Catalogue &catalogue() const { return m_catalogue; }
@@ -76,10 +77,10 @@ private:
 const VariableTypes &variables()
 {
     static const VariableTypes types = {
-        {QStringLiteral("@goodcode"), {Kind::Int}},
-        {QStringLiteral("@x"), SqlType::decimal(23, 9)},
-        {QStringLiteral("@s"), SqlType::text(Kind::NVarChar, 50)},
-        {QStringLiteral("@d"), {Kind::DateTime}},
+        {u"@goodcode"_s, {Kind::Int}},
+        {u"@x"_s, SqlType::decimal(23, 9)},
+        {u"@s"_s, SqlType::text(Kind::NVarChar, 50)},
+        {u"@d"_s, {Kind::DateTime}},
     };
     return types;
 }

@@ -9,11 +9,13 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+using namespace Qt::StringLiterals;
+
 class TestGoodsSql : public QObject
 {
     Q_OBJECT
 
-private Q_SLOTS:
+private slots:
     void init() { m_folder = std::make_unique<QTemporaryDir>(); }
     void runs_data();
     void runs();
@@ -32,11 +34,11 @@ QString TestGoodsSql::run(const QStringList &arguments, const QByteArray &input)
 {
     QProcess program;
     program.setWorkingDirectory(m_folder->path());
-    program.start(QStringLiteral(GOODS_SQL), arguments);
+    program.start(QString::fromUtf8(GOODS_SQL), arguments);
     program.write(input);
     program.closeWriteChannel();
     if (!program.waitForFinished() || program.exitStatus() != QProcess::NormalExit)
-        return u"it did not end: "_qs + program.errorString();
+        return u"it did not end: "_s + program.errorString();
     return QString::number(program.exitCode()) + u'\n' + QString::fromUtf8(program.readAllStandardOutput()) +
            QString::fromUtf8(program.readAllStandardError());
 }
@@ -51,18 +53,18 @@ void TestGoodsSql::runs_data()
     QTest::newRow("aligned, numbers to the right, a vowel sign over its letter")
         << QStringList{} << table + "SELECT * FROM G\nGO\nSELECT Name AS N FROM G WHERE 1 = 0"
         << u"0\nCode Name   Cost Tags\n---- ----- ----- ------\n   7 شِیر   12.50 NULL\n 120 a,\"b\"  NULL 0x0AFF\n"
-           "N\n-\n"_qs;
-    QTest::newRow("comma-separated") << QStringList{u"--csv"_qs} << table + "SELECT * FROM G"
-                                     << u"0\nCode,Name,Cost,Tags\r\n7,شِیر,12.50,\r\n120,\"a,\"\"b\"\"\",,0x0AFF\r\n"_qs;
+           "N\n-\n"_s;
+    QTest::newRow("comma-separated") << QStringList{u"--csv"_s} << table + "SELECT * FROM G"
+                                     << u"0\nCode,Name,Cost,Tags\r\n7,شِیر,12.50,\r\n120,\"a,\"\"b\"\"\",,0x0AFF\r\n"_s;
     QTest::newRow("an error in the middle of a later batch")
-        << QStringList{u"--csv"_qs} << QByteArray("SELECT 1 AS A\n\nGO\n\nSELECT 2 AS B\nSELECT 1/0\nGO\nSELECT 3 AS C")
-        << u"1\nA\r\n1\r\nB\r\n2\r\ngoods-sql: input:6: error 8134: Divide by zero error encountered.\n"_qs;
+        << QStringList{u"--csv"_s} << QByteArray("SELECT 1 AS A\n\nGO\n\nSELECT 2 AS B\nSELECT 1/0\nGO\nSELECT 3 AS C")
+        << u"1\nA\r\n1\r\nB\r\n2\r\ngoods-sql: input:6: error 8134: Divide by zero error encountered.\n"_s;
     QTest::newRow("messages between the rows, and before an error")
         << QStringList{}
         << QByteArray("PRINT N'شروع' SELECT 1 AS A PRINT 2 + 3 RAISERROR('%d left', 5, 1, 7)\nSELECT 1/0")
-        << u"1\nشروع\nA\n-\n1\n5\n7 left\ngoods-sql: input:2: error 8134: Divide by zero error encountered.\n"_qs;
+        << u"1\nشروع\nA\n-\n1\n5\n7 left\ngoods-sql: input:2: error 8134: Divide by zero error encountered.\n"_s;
     QTest::newRow("messages beside comma-separated values")
-        << QStringList{u"--csv"_qs} << QByteArray("PRINT 'begin' SELECT 1 AS A") << u"0\nA\r\n1\r\nbegin\n"_qs;
+        << QStringList{u"--csv"_s} << QByteArray("PRINT 'begin' SELECT 1 AS A") << u"0\nA\r\n1\r\nbegin\n"_s;
     QTest::newRow("what an administrator looks up")
         << QStringList{}
         << QByteArray(
@@ -74,17 +76,17 @@ void TestGoodsSql::runs_data()
                "SELECT ROUTINE_TYPE AS R FROM INFORMATION_SCHEMA.ROUTINES WHERE ROUTINE_NAME = 'GoodInf_List_SP'")
         << u"0\nT\n-\nG\nC    T        N      L    P    S\n---- -------- --- ---- ---- ----\n"
            "Code int      NO  NULL   10    0\nName nvarchar YES   30 NULL NULL\nCost decimal  YES NULL    9    2\n"
-           "R\n---------\nPROCEDURE\n"_qs;
+           "R\n---------\nPROCEDURE\n"_s;
     QTest::newRow("a statement of a server's administrator")
         << QStringList{} << QByteArray("BACKUP DATABASE goods TO DISK = 'x'")
-        << u"1\ngoods-sql: input:1: error 40517: Keyword or statement option 'BACKUP' is not supported in this version of the database.\n"_qs;
+        << u"1\ngoods-sql: input:1: error 40517: Keyword or statement option 'BACKUP' is not supported in this version of the database.\n"_s;
     QTest::newRow("what cannot be read")
         << QStringList{} << QByteArray("SELECT 1 AS A\nGO\n\nSELECT 'a")
         << u"1\nA\n-\n1\ngoods-sql: input:4: error 105: Unclosed quotation mark after the character "
-           "string 'a'.\n"_qs;
+           "string 'a'.\n"_s;
     QTest::newRow("a batch that nobody knows, after one that counted")
         << QStringList{} << table + "\nMERGE G USING H ON 1 = 1"
-        << u"1\ngoods-sql: input:6: error 40517: Keyword or statement option 'MERGE' is not supported in this version of the database.\n"_qs;
+        << u"1\ngoods-sql: input:6: error 40517: Keyword or statement option 'MERGE' is not supported in this version of the database.\n"_s;
 }
 
 void TestGoodsSql::runs()
@@ -92,55 +94,53 @@ void TestGoodsSql::runs()
     QFETCH(QStringList, options);
     QFETCH(QByteArray, script);
     QFETCH(QString, said);
-    QCOMPARE(run({u"--init"_qs, u"a.db"_qs}), u"0\n");
-    QCOMPARE(run(options + QStringList{u"a.db"_qs, u"-"_qs}, script), said);
+    QCOMPARE(run({u"--init"_s, u"a.db"_s}), u"0\n");
+    QCOMPARE(run(options + QStringList{u"a.db"_s, u"-"_s}, script), said);
 }
 
 void TestGoodsSql::createsOnce()
 {
-    const QString absent = run({u"a.db"_qs, u"-c"_qs, u"SELECT 1"_qs});
+    const QString absent = run({u"a.db"_s, u"-c"_s, u"SELECT 1"_s});
     QVERIFY2(absent.startsWith(u"1\ngoods-sql: "), qPrintable(absent));
-    QVERIFY(!QFile::exists(path(u"a.db"_qs)));
-    QCOMPARE(
-        run({u"--init"_qs, u"--demo"_qs, u"a.db"_qs, u"--csv"_qs, u"-c"_qs, u"SELECT COUNT(*) AS n FROM Stores"_qs}),
-        u"0\nn\r\n4\r\n");
-    QCOMPARE(run({u"--init"_qs, u"a.db"_qs}), u"1\ngoods-sql: the database is not empty: --init leaves it as it is\n");
+    QVERIFY(!QFile::exists(path(u"a.db"_s)));
+    QCOMPARE(run({u"--init"_s, u"--demo"_s, u"a.db"_s, u"--csv"_s, u"-c"_s, u"SELECT COUNT(*) AS n FROM Stores"_s}),
+             u"0\nn\r\n4\r\n");
+    QCOMPARE(run({u"--init"_s, u"a.db"_s}), u"1\ngoods-sql: the database is not empty: --init leaves it as it is\n");
 }
 
 /// A desk goes on saving while copies are taken: each copy is whole, and stands on the border of two transactions.
 void TestGoodsSql::copiesWhileRowsAreWritten()
 {
-    QCOMPARE(run({u"--init"_qs, u"a.db"_qs, u"-c"_qs, u"CREATE TABLE J (N int, Part int, Note nvarchar(max))"_qs}),
-             u"0\n");
-    const auto remove = qScopeGuard([] { QSqlDatabase::removeDatabase(u"desk"_qs); });
-    QSqlDatabase desk = QSqlDatabase::addDatabase(new tsql::Driver, u"desk"_qs);
-    desk.setDatabaseName(path(u"a.db"_qs));
+    QCOMPARE(run({u"--init"_s, u"a.db"_s, u"-c"_s, u"CREATE TABLE J (N int, Part int, Note nvarchar(max))"_s}), u"0\n");
+    const auto remove = qScopeGuard([] { QSqlDatabase::removeDatabase(u"desk"_s); });
+    QSqlDatabase desk = QSqlDatabase::addDatabase(new tsql::Driver, u"desk"_s);
+    desk.setDatabaseName(path(u"a.db"_s));
     QVERIFY(desk.open());
     QSqlQuery query(desk);
     int written = 0;
     const auto save = [&] {
-        for (const QString &text : {u"BEGIN TRAN INSERT J VALUES (%1, 1, REPLICATE(N'سند ', 900))"_qs,
-                                    u"INSERT J VALUES (%1, 2, NULL) COMMIT"_qs})
+        for (const QString &text : {u"BEGIN TRAN INSERT J VALUES (%1, 1, REPLICATE(N'سند ', 900))"_s,
+                                    u"INSERT J VALUES (%1, 2, NULL) COMMIT"_s})
             QVERIFY2(query.exec(text.arg(written)), qPrintable(query.lastError().text()));
         ++written;
     };
     save();
     for (int copy = 0; copy < 3; ++copy) {
         const int before = written;
-        const QString name = u"copy%1.db"_qs.arg(copy);
+        const QString name = u"copy%1.db"_s.arg(copy);
         QProcess program;
-        program.start(QStringLiteral(GOODS_SQL), {path(u"a.db"_qs), u"--backup"_qs, path(name)});
+        program.start(QString::fromUtf8(GOODS_SQL), {path(u"a.db"_s), u"--backup"_s, path(name)});
         do
             save();
         while (!program.waitForFinished(1) && written < before + 100000);
         QCOMPARE(program.exitCode(), 0);
         const QString counts =
-            run({name, u"--csv"_qs, u"-c"_qs, u"SELECT COUNT(*) / 2, MAX(N) + 1, COUNT(*) % 2 FROM J"_qs});
-        const QStringList numbers = counts.section(u"\r\n"_qs, 1, 1).split(u',');
+            run({name, u"--csv"_s, u"-c"_s, u"SELECT COUNT(*) / 2, MAX(N) + 1, COUNT(*) % 2 FROM J"_s});
+        const QStringList numbers = counts.section(u"\r\n"_s, 1, 1).split(u',');
         QCOMPARE(numbers.size(), 3);
         const int whole = numbers[0].toInt();
         QVERIFY2(whole >= before && whole <= written, qPrintable(counts));
-        QCOMPARE(numbers, (QStringList{numbers[0], numbers[0], u"0"_qs}));
+        QCOMPARE(numbers, (QStringList{numbers[0], numbers[0], u"0"_s}));
     }
     desk = {};
     query = QSqlQuery();

@@ -4,7 +4,7 @@
 #include "tests/support/modal.h"
 #include "tests/support/test_main.h"
 
-#include <QtTest/QtTest>
+#include <QtTest>
 
 using namespace Qt::StringLiterals;
 
@@ -72,18 +72,17 @@ private:
 };
 
 inline const QList<host::GridColumn> columns{
-    {u"Code"_qs, u"کد"_qs, 70, false, host::ColumnFormat::Code},
-    {u"AbbName"_qs, u"بارکد "_qs, 120, true},
-    {u"Name"_qs, u"نام کامل کالا"_qs, 220},
-    {u"Mogodi"_qs, u"موجودی"_qs, 80, false, host::ColumnFormat::Quantity},
-    {u"Cost1"_qs, u"فی فروش"_qs, 90, false, host::ColumnFormat::Price},
+    {u"Code"_s, u"کد"_s, 70, false, host::ColumnFormat::Code},
+    {u"AbbName"_s, u"بارکد "_s, 120, true},
+    {u"Name"_s, u"نام کامل کالا"_s, 220},
+    {u"Mogodi"_s, u"موجودی"_s, 80, false, host::ColumnFormat::Quantity},
+    {u"Cost1"_s, u"فی فروش"_s, 90, false, host::ColumnFormat::Price},
 };
 
 inline QList<QStringList> SomeGoods()
 {
-    return {
-        {u"101"_qs, u"!6260000000011!"_qs, u"چای كيسه‌ای احمد"_qs, u"12.500000000"_qs, u"1250000"_qs},
-        {u"102"_qs, u"!6260000000028!"_qs, u"چای شکسته"_qs, u"0"_qs, u"980000"_qs},
-        {u"115"_qs, u"!626000000003!"_qs, u"قند ۱ کیلویی"_qs, u"-3"_qs, u"450000"_qs},
-        {u"201"_qs, u"!abc%_[x]!"_qs, u"Nescafe Gold"_qs, u"1500"_qs, u"3100000"_qs}};
+    return {{u"101"_s, u"!6260000000011!"_s, u"چای كيسه‌ای احمد"_s, u"12.500000000"_s, u"1250000"_s},
+            {u"102"_s, u"!6260000000028!"_s, u"چای شکسته"_s, u"0"_s, u"980000"_s},
+            {u"115"_s, u"!626000000003!"_s, u"قند ۱ کیلویی"_s, u"-3"_s, u"450000"_s},
+            {u"201"_s, u"!abc%_[x]!"_s, u"Nescafe Gold"_s, u"1500"_s, u"3100000"_s}};
 }

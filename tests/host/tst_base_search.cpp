@@ -7,11 +7,11 @@
 #include "tests/support/test_host.h"
 #include "tests/support/test_main.h"
 
-#include <QtTest/QtTest>
-#include <QtWidgets/QCheckBox>
-#include <QtWidgets/QComboBox>
-#include <QtWidgets/QFormLayout>
-#include <QtWidgets/QLineEdit>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFormLayout>
+#include <QLineEdit>
+#include <QtTest>
 
 using namespace Qt::StringLiterals;
 

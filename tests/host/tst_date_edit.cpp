@@ -2,8 +2,8 @@
 #include "tests/support/modal.h"
 #include "tests/support/test_main.h"
 
-#include <QtTest/QtTest>
-#include <QtWidgets/QHBoxLayout>
+#include <QHBoxLayout>
+#include <QtTest>
 
 using namespace Qt::StringLiterals;
 
@@ -23,20 +23,20 @@ void TestDateEdit::typing_data()
     QTest::addColumn<QString>("typed");
     QTest::addColumn<QString>("text");
     QTest::addColumn<QDate>("date");
-    QTest::newRow("persian digits") << true << u"۱۴۰۳/۰۵/۰۹"_qs << u"1403/05/09"_qs << QDate(2024, 7, 30);
-    QTest::newRow("short parts") << true << u"1403-5-9"_qs << u"1403/05/09"_qs << QDate(2024, 7, 30);
-    QTest::newRow("no marks") << true << u"14030509"_qs << u"1403/05/09"_qs << QDate(2024, 7, 30);
-    QTest::newRow("two digits of this century") << true << u"03.5.9"_qs << u"1403/05/09"_qs << QDate(2024, 7, 30);
-    QTest::newRow("two digits of the last century") << true << u"99/1/1"_qs << u"1399/01/01"_qs << QDate(2020, 3, 20);
-    QTest::newRow("leap day") << true << u"1403/12/30"_qs << u"1403/12/30"_qs << QDate(2025, 3, 20);
-    QTest::newRow("no leap day") << true << u"1404/12/30"_qs << u"1404/12/30"_qs << QDate();
-    QTest::newRow("31st of the second half") << true << u"1403/07/31"_qs << u"1403/07/31"_qs << QDate();
-    QTest::newRow("month 13") << true << u"1403/13/01"_qs << u"1403/13/01"_qs << QDate();
-    QTest::newRow("letters are refused") << true << u"1403/a05ب/09"_qs << u"1403/05/09"_qs << QDate(2024, 7, 30);
-    QTest::newRow("gregorian") << false << u"2024/2/29"_qs << u"2024/02/29"_qs << QDate(2024, 2, 29);
-    QTest::newRow("gregorian two digits") << false << u"24/7/30"_qs << u"2024/07/30"_qs << QDate(2024, 7, 30);
-    QTest::newRow("gregorian no leap day") << false << u"2023/02/29"_qs << u"2023/02/29"_qs << QDate();
-    QTest::newRow("empty") << true << u""_qs << u""_qs << QDate();
+    QTest::newRow("persian digits") << true << u"۱۴۰۳/۰۵/۰۹"_s << u"1403/05/09"_s << QDate(2024, 7, 30);
+    QTest::newRow("short parts") << true << u"1403-5-9"_s << u"1403/05/09"_s << QDate(2024, 7, 30);
+    QTest::newRow("no marks") << true << u"14030509"_s << u"1403/05/09"_s << QDate(2024, 7, 30);
+    QTest::newRow("two digits of this century") << true << u"03.5.9"_s << u"1403/05/09"_s << QDate(2024, 7, 30);
+    QTest::newRow("two digits of the last century") << true << u"99/1/1"_s << u"1399/01/01"_s << QDate(2020, 3, 20);
+    QTest::newRow("leap day") << true << u"1403/12/30"_s << u"1403/12/30"_s << QDate(2025, 3, 20);
+    QTest::newRow("no leap day") << true << u"1404/12/30"_s << u"1404/12/30"_s << QDate();
+    QTest::newRow("31st of the second half") << true << u"1403/07/31"_s << u"1403/07/31"_s << QDate();
+    QTest::newRow("month 13") << true << u"1403/13/01"_s << u"1403/13/01"_s << QDate();
+    QTest::newRow("letters are refused") << true << u"1403/a05ب/09"_s << u"1403/05/09"_s << QDate(2024, 7, 30);
+    QTest::newRow("gregorian") << false << u"2024/2/29"_s << u"2024/02/29"_s << QDate(2024, 2, 29);
+    QTest::newRow("gregorian two digits") << false << u"24/7/30"_s << u"2024/07/30"_s << QDate(2024, 7, 30);
+    QTest::newRow("gregorian no leap day") << false << u"2023/02/29"_s << u"2023/02/29"_s << QDate();
+    QTest::newRow("empty") << true << u""_s << u""_s << QDate();
 }
 
 void TestDateEdit::typing()
@@ -71,11 +71,11 @@ void TestDateEdit::stepping()
     QList<QDate> reported;
     connect(&edit, &host::DateEdit::DateChanged, this, [&](QDate date) { reported << date; });
     test::Press(Qt::Key_Up);
-    QCOMPARE(edit.text(), u"1404/01/01"_qs);
+    QCOMPARE(edit.text(), u"1404/01/01"_s);
     test::Press(Qt::Key_Down);
-    QCOMPARE(edit.text(), u"1403/12/30"_qs);
+    QCOMPARE(edit.text(), u"1403/12/30"_s);
     test::Press(Qt::Key_PageDown);
-    QCOMPARE(edit.text(), u"1403/11/30"_qs);
+    QCOMPARE(edit.text(), u"1403/11/30"_s);
     QCOMPARE(reported.size(), 3);
 }
 

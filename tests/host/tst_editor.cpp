@@ -6,14 +6,14 @@
 #include "tests/support/test_host.h"
 #include "tests/support/test_main.h"
 
-#include <QtTest/QtTest>
-#include <QtWidgets/QApplication>
-#include <QtWidgets/QComboBox>
-#include <QtWidgets/QFormLayout>
-#include <QtWidgets/QLineEdit>
-#include <QtWidgets/QPlainTextEdit>
-#include <QtWidgets/QPushButton>
-#include <QtWidgets/QTabWidget>
+#include <QApplication>
+#include <QComboBox>
+#include <QFormLayout>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QtTest>
 
 #include <memory>
 
@@ -29,21 +29,21 @@ class TinyEditor : public host::TBaseGet_New_FRM
 public:
     explicit TinyEditor(host::Host &host) : TBaseGet_New_FRM(host, host::TSoftwarePart::Units)
     {
-        SetTitle(u"واحد"_qs);
+        SetTitle(u"واحد"_s);
         auto *pages = new QTabWidget(Content());
-        pages->setObjectName(u"Pages"_qs);
+        pages->setObjectName(u"Pages"_s);
         auto *column = new QVBoxLayout(Content());
         column->addWidget(pages);
-        QFormLayout *first = Page(pages, u"عمومی"_qs);
-        QFormLayout *second = Page(pages, u"تکمیلی"_qs);
-        Add(first, &name, u"Name_EDT"_qs);
-        Add(first, &kind, u"Kind_CMB"_qs);
-        Add(first, &unit, u"Unit_Entity"_qs);
-        Add(first, &comment, u"Comment_EDT"_qs);
-        Add(second, &weight, u"Weight_EDT"_qs);
-        Add(second, &total, u"Total_EDT"_qs);
+        QFormLayout *first = Page(pages, u"عمومی"_s);
+        QFormLayout *second = Page(pages, u"تکمیلی"_s);
+        Add(first, &name, u"Name_EDT"_s);
+        Add(first, &kind, u"Kind_CMB"_s);
+        Add(first, &unit, u"Unit_Entity"_s);
+        Add(first, &comment, u"Comment_EDT"_s);
+        Add(second, &weight, u"Weight_EDT"_s);
+        Add(second, &total, u"Total_EDT"_s);
         total->setReadOnly(true);
-        kind->addItems({u"ساده"_qs, u"مرکب"_qs});
+        kind->addItems({u"ساده"_s, u"مرکب"_s});
         unit->SetSource(host.entities, host::TSoftwarePart::Units);
     }
 
@@ -63,7 +63,7 @@ public:
     void Prepare() override
     {
         name->clear();
-        weight->setText(u"0"_qs);
+        weight->setText(u"0"_s);
         comment->clear();
         kind->setCurrentIndex(0);
         unit->Clear();
@@ -71,16 +71,16 @@ public:
     void Load() override
     {
         if (Key().toInt() >= rows.size()) {
-            m_host.messages.ShowMessage(u"رکورد نیست"_qs, host::MessageIcon::Warning);
+            m_host.messages.ShowMessage(u"رکورد نیست"_s, host::MessageIcon::Warning);
             return AbortOpening();
         }
         name->setText(rows.at(Key().toInt()));
-        weight->setText(u"3"_qs);
+        weight->setText(u"3"_s);
     }
     std::vector<host::Check> Validate() override
     {
-        return {{u"name"_qs, [this] { return Required(name, name->text().isEmpty(), u"نام"_qs); }},
-                {u"weight"_qs, [this] { return Required(weight, weight->Number() == 0, u"وزن"_qs); }}};
+        return {{u"name"_s, [this] { return Required(name, name->text().isEmpty(), u"نام"_s); }},
+                {u"weight"_s, [this] { return Required(weight, weight->Number() == 0, u"وزن"_s); }}};
     }
     static std::optional<host::Refusal> Required(QWidget *control, bool missing, const QString &caption)
     {
@@ -92,7 +92,7 @@ public:
     void Write() override
     {
         if (broken)
-            throw host::DatabaseError(u"ارتباط قطع است"_qs);
+            throw host::DatabaseError(u"ارتباط قطع است"_s);
         if (Mode() == host::TFormMode::New) {
             rows << name->text();
             SetKey(int(rows.size()) - 1);
@@ -103,7 +103,7 @@ public:
     QWidget *FirstControl() const override { return name; }
     void FormClose() override { ++closings; }
 
-    QStringList rows{u"عدد"_qs, u"کارتن"_qs};
+    QStringList rows{u"عدد"_s, u"کارتن"_s};
     bool broken = false;
     int closings = 0;
     QLineEdit *name;
@@ -143,7 +143,7 @@ private:
 void TestEditor::init()
 {
     m_host = std::make_unique<test::TestHost>();
-    m_host->entities.lists[104] = {{1, u"عدد"_qs}, {2, u"کیلوگرم"_qs}, {3, u"کیلومتر"_qs}};
+    m_host->entities.lists[104] = {{1, u"عدد"_s}, {2, u"کیلوگرم"_s}, {3, u"کیلومتر"_s}};
     m_editor = std::make_unique<TinyEditor>(m_host->host);
 }
 
@@ -157,22 +157,22 @@ void TestEditor::enter_walks_the_inputs()
 {
     test::Drive([&] { m_editor->Open({}, host::TFormMode::New); },
                 [&](QWidget *screen) {
-                    QCOMPARE(test::Focused(), u"Name_EDT"_qs);
+                    QCOMPARE(test::Focused(), u"Name_EDT"_s);
                     test::Press(Qt::Key_Return);
-                    QCOMPARE(test::Focused(), u"Kind_CMB"_qs);
+                    QCOMPARE(test::Focused(), u"Kind_CMB"_s);
                     test::Press(Qt::Key_Enter, Qt::KeypadModifier);
-                    QCOMPARE(test::Focused(), u"Unit_Entity"_qs);
-                    test::Type(u"۲"_qs);
+                    QCOMPARE(test::Focused(), u"Unit_Entity"_s);
+                    test::Type(u"۲"_s);
                     test::Press(Qt::Key_Return);
                     QCOMPARE(m_editor->unit->Code(), 2);
-                    QCOMPARE(m_editor->unit->Name(), u"کیلوگرم"_qs);
-                    QCOMPARE(test::Focused(), u"Comment_EDT"_qs);
+                    QCOMPARE(m_editor->unit->Name(), u"کیلوگرم"_s);
+                    QCOMPARE(test::Focused(), u"Comment_EDT"_s);
                     test::Press(Qt::Key_Return); // a line of its own, not the next control
-                    QCOMPARE(m_editor->comment->toPlainText(), u"\n"_qs);
-                    test::Find<QTabWidget>(screen, u"Pages"_qs).setCurrentIndex(1);
-                    test::Focus(screen, u"Weight_EDT"_qs);
+                    QCOMPARE(m_editor->comment->toPlainText(), u"\n"_s);
+                    test::Find<QTabWidget>(screen, u"Pages"_s).setCurrentIndex(1);
+                    test::Focus(screen, u"Weight_EDT"_s);
                     test::Press(Qt::Key_Return); // the read-only total is passed over
-                    QCOMPARE(test::Focused(), u"Save_BTN"_qs);
+                    QCOMPARE(test::Focused(), u"Save_BTN"_s);
                     m_host->messages.Answer(true);
                     test::Press(Qt::Key_Escape);
                 });
@@ -184,16 +184,16 @@ void TestEditor::refusal_brings_its_page_to_front()
     test::Drive([&] { m_editor->Open({}, host::TFormMode::New); },
                 [&](QWidget *screen) {
                     test::Press(Qt::Key_F3);
-                    QCOMPARE(m_host->messages.Take(), u"MsgRequiredField(نام)"_qs);
-                    QCOMPARE(test::Focused(), u"Name_EDT"_qs);
-                    test::Type(u"جعبه"_qs);
+                    QCOMPARE(m_host->messages.Take(), u"MsgRequiredField(نام)"_s);
+                    QCOMPARE(test::Focused(), u"Name_EDT"_s);
+                    test::Type(u"جعبه"_s);
                     test::Press(Qt::Key_F3);
-                    QCOMPARE(m_host->messages.Take(), u"MsgRequiredField(وزن)"_qs);
-                    QCOMPARE(test::Find<QTabWidget>(screen, u"Pages"_qs).currentIndex(), 1);
-                    QCOMPARE(test::Focused(), u"Weight_EDT"_qs);
-                    QCOMPARE(m_editor->weight->selectedText(), u"0"_qs);
+                    QCOMPARE(m_host->messages.Take(), u"MsgRequiredField(وزن)"_s);
+                    QCOMPARE(test::Find<QTabWidget>(screen, u"Pages"_s).currentIndex(), 1);
+                    QCOMPARE(test::Focused(), u"Weight_EDT"_s);
+                    QCOMPARE(m_editor->weight->selectedText(), u"0"_s);
                     QCOMPARE(m_editor->rows.size(), 2);
-                    QCOMPARE(m_editor->name->text(), u"جعبه"_qs);
+                    QCOMPARE(m_editor->name->text(), u"جعبه"_s);
                     m_host->messages.Answer(true);
                     test::Press(Qt::Key_Escape);
                 });
@@ -206,18 +206,18 @@ void TestEditor::new_records_follow_each_other()
     int result = -1;
     test::Drive([&] { result = m_editor->Open({}, host::TFormMode::New); },
                 [&](QWidget *screen) {
-                    for (const QString &unit : {u"بسته"_qs, u"حلقه"_qs}) {
-                        test::Enter(screen, u"Name_EDT"_qs, unit);
-                        m_editor->weight->setText(u"1"_qs);
+                    for (const QString &unit : {u"بسته"_s, u"حلقه"_s}) {
+                        test::Enter(screen, u"Name_EDT"_s, unit);
+                        m_editor->weight->setText(u"1"_s);
                         test::Press(Qt::Key_F3);
                         QVERIFY(m_editor->isVisible());
                         QCOMPARE(m_editor->name->text(), QString());
-                        QCOMPARE(test::Focused(), u"Name_EDT"_qs);
+                        QCOMPARE(test::Focused(), u"Name_EDT"_s);
                         QVERIFY(m_editor->IsSaved());
                     }
                     test::Press(Qt::Key_Escape); // nothing to lose, nothing asked
                 });
-    QCOMPARE(m_editor->rows.mid(2), (QStringList{u"بسته"_qs, u"حلقه"_qs}));
+    QCOMPARE(m_editor->rows.mid(2), (QStringList{u"بسته"_s, u"حلقه"_s}));
     QCOMPARE(m_editor->SavedKey(), QVariant(3));
     QCOMPARE(result, 0);
 }
@@ -228,8 +228,8 @@ void TestEditor::opener_may_want_one_record_only()
     int result = -1;
     test::Drive([&] { result = m_editor->Open({}, host::TFormMode::New); },
                 [&](QWidget *) {
-                    test::Type(u"بسته"_qs);
-                    m_editor->weight->setText(u"1"_qs);
+                    test::Type(u"بسته"_s);
+                    m_editor->weight->setText(u"1"_s);
                     test::Press(Qt::Key_F3);
                 });
     QCOMPARE(result, 1);
@@ -241,14 +241,14 @@ void TestEditor::existing_record_closes_with_ok()
     int result = -1;
     test::Drive([&] { result = m_editor->Open(1, host::TFormMode::Edit); },
                 [&](QWidget *screen) {
-                    QCOMPARE(m_editor->name->text(), u"کارتن"_qs);
+                    QCOMPARE(m_editor->name->text(), u"کارتن"_s);
                     QVERIFY(m_editor->IsSaved()); // loading is no change
-                    test::Enter(screen, u"Name_EDT"_qs, u"کارتن بزرگ"_qs);
+                    test::Enter(screen, u"Name_EDT"_s, u"کارتن بزرگ"_s);
                     QVERIFY(!m_editor->IsSaved());
                     test::Press(Qt::Key_F3);
                 });
     QCOMPARE(result, 1);
-    QCOMPARE(m_editor->rows.at(1), u"کارتن بزرگ"_qs);
+    QCOMPARE(m_editor->rows.at(1), u"کارتن بزرگ"_s);
 }
 
 void TestEditor::database_error_leaves_the_input()
@@ -256,17 +256,17 @@ void TestEditor::database_error_leaves_the_input()
     test::Drive([&] { m_editor->Open({}, host::TFormMode::New); },
                 [&](QWidget *) {
                     m_editor->broken = true;
-                    test::Type(u"بسته"_qs);
-                    m_editor->weight->setText(u"1"_qs);
+                    test::Type(u"بسته"_s);
+                    m_editor->weight->setText(u"1"_s);
                     test::Press(Qt::Key_F3);
-                    QCOMPARE(m_host->messages.Take(), u"ShowMessage(ارتباط قطع است)"_qs);
+                    QCOMPARE(m_host->messages.Take(), u"ShowMessage(ارتباط قطع است)"_s);
                     QVERIFY(m_editor->isVisible());
                     QVERIFY(!m_editor->IsSaved());
-                    QCOMPARE(m_editor->name->text(), u"بسته"_qs);
+                    QCOMPARE(m_editor->name->text(), u"بسته"_s);
                     QCOMPARE(m_editor->SavedKey(), QVariant());
                     m_editor->broken = false;
                     test::Press(Qt::Key_F3); // the same input goes through afterwards
-                    QCOMPARE(m_editor->rows.last(), u"بسته"_qs);
+                    QCOMPARE(m_editor->rows.last(), u"بسته"_s);
                     test::Press(Qt::Key_Escape);
                 });
 }
@@ -275,27 +275,27 @@ void TestEditor::leaving_asks_before_it_loses_changes()
 {
     test::Drive([&] { m_editor->Open(0, host::TFormMode::Edit); },
                 [&](QWidget *) {
-                    test::Type(u"چیز دیگر"_qs);
+                    test::Type(u"چیز دیگر"_s);
                     m_host->messages.Answer(false);
                     test::Press(Qt::Key_Escape);
                     QVERIFY(m_host->messages.Take().startsWith(u"Ask("));
                     QVERIFY(m_editor->isVisible());
-                    QCOMPARE(m_editor->name->text(), u"چیز دیگر"_qs);
+                    QCOMPARE(m_editor->name->text(), u"چیز دیگر"_s);
                     m_host->messages.Answer(true);
                     m_editor->close();
                     QVERIFY(m_host->messages.Take().startsWith(u"Ask("));
                 });
-    QCOMPARE(m_editor->rows.at(0), u"عدد"_qs);
+    QCOMPARE(m_editor->rows.at(0), u"عدد"_s);
 }
 
 void TestEditor::review_changes_nothing()
 {
     test::Drive([&] { m_editor->Open(0, host::TFormMode::Review); },
                 [&](QWidget *screen) {
-                    test::Type(u"x"_qs);
-                    QCOMPARE(m_editor->name->text(), u"عدد"_qs);
+                    test::Type(u"x"_s);
+                    QCOMPARE(m_editor->name->text(), u"عدد"_s);
                     QVERIFY(!m_editor->kind->isEnabled());
-                    QVERIFY(!test::Find<QPushButton>(screen, u"Save_BTN"_qs).isVisible());
+                    QVERIFY(!test::Find<QPushButton>(screen, u"Save_BTN"_s).isVisible());
                     test::Press(Qt::Key_F3);
                     test::Press(Qt::Key_Escape);
                 });
@@ -313,7 +313,7 @@ void TestEditor::record_that_is_gone_does_not_open()
     QCOMPARE(m_editor->Open(99, host::TFormMode::Edit), 0);
     QVERIFY(m_editor->Aborted());
     QVERIFY(!m_editor->isVisible());
-    QCOMPARE(m_host->messages.Take(), u"ShowMessage(رکورد نیست)"_qs);
+    QCOMPARE(m_host->messages.Take(), u"ShowMessage(رکورد نیست)"_s);
 }
 
 void TestEditor::stands_right_to_left()
@@ -321,9 +321,9 @@ void TestEditor::stands_right_to_left()
     test::Drive(
         [&] { m_editor->Open(0, host::TFormMode::Edit); },
         [&](QWidget *screen) {
-            QVERIFY(test::RightOf(test::Find(screen, u"PickerCode_EDT"_qs), test::Find(screen, u"PickerName_LBL"_qs)));
-            QVERIFY(test::RightOf(test::Find(screen, u"Save_BTN"_qs), test::Find(screen, u"Exit_BTN"_qs)));
-            test::Picture(*screen, u"tiny_editor"_qs);
+            QVERIFY(test::RightOf(test::Find(screen, u"PickerCode_EDT"_s), test::Find(screen, u"PickerName_LBL"_s)));
+            QVERIFY(test::RightOf(test::Find(screen, u"Save_BTN"_s), test::Find(screen, u"Exit_BTN"_s)));
+            test::Picture(*screen, u"tiny_editor"_s);
             test::Press(Qt::Key_Escape);
         });
 }

@@ -1,7 +1,9 @@
 #include "tests/host/block_model.h"
 
-#include <QtWidgets/QHeaderView>
-#include <QtWidgets/QScrollBar>
+#include <QHeaderView>
+#include <QScrollBar>
+
+using namespace Qt::StringLiterals;
 
 /// Rows, marks and columns of a grid.
 class TestGrid : public QObject
@@ -24,47 +26,47 @@ private slots:
 
 void TestGrid::changes_and_removals_are_found()
 {
-    BlockModel model({u"Code"_qs, u"AbbName"_qs, u"Name"_qs}, SomeGoods(), 10);
+    BlockModel model({u"Code"_s, u"AbbName"_s, u"Name"_s}, SomeGoods(), 10);
     host::Grid grid;
     grid.SetColumns(columns);
     grid.SetSource(&model);
     grid.FetchAll();
-    grid.Search({u"Name"_qs, false, u"چای"_qs, {}});
+    grid.Search({u"Name"_s, false, u"چای"_s, {}});
     grid.Search({});
-    model.Change(2, 2, u"چای سبز با نامی بلندتر از پیش"_qs);
-    grid.Search({u"Name"_qs, false, u"چای"_qs, {}});
-    QCOMPARE(grid.ShownKeys(), (QStringList{u"101"_qs, u"102"_qs, u"115"_qs}));
+    model.Change(2, 2, u"چای سبز با نامی بلندتر از پیش"_s);
+    grid.Search({u"Name"_s, false, u"چای"_s, {}});
+    QCOMPARE(grid.ShownKeys(), (QStringList{u"101"_s, u"102"_s, u"115"_s}));
     model.RemoveRow(0);
-    QCOMPARE(grid.ShownKeys(), (QStringList{u"102"_qs, u"115"_qs}));
-    grid.Search({u"Name"_qs, false, u"gold"_qs, {}});
-    QCOMPARE(grid.ShownKeys(), QStringList{u"201"_qs});
+    QCOMPARE(grid.ShownKeys(), (QStringList{u"102"_s, u"115"_s}));
+    grid.Search({u"Name"_s, false, u"gold"_s, {}});
+    QCOMPARE(grid.ShownKeys(), QStringList{u"201"_s});
 }
 
 void TestGrid::marks_keep_their_order()
 {
-    BlockModel model({u"Code"_qs, u"AbbName"_qs, u"Name"_qs}, SomeGoods(), 10);
+    BlockModel model({u"Code"_s, u"AbbName"_s, u"Name"_s}, SomeGoods(), 10);
     host::Grid grid;
     grid.SetColumns(columns);
     grid.SetSource(&model);
     grid.SetMultiSelect(true);
     test::Show(grid);
     grid.setFocus();
-    QVERIFY(grid.Locate(u"115"_qs));
+    QVERIFY(grid.Locate(u"115"_s));
     test::Press(Qt::Key_Insert); // marks and goes down
-    QCOMPARE(grid.CurrentKey(), u"201"_qs);
+    QCOMPARE(grid.CurrentKey(), u"201"_s);
     test::Press(Qt::Key_Home, Qt::ControlModifier);
     test::Press(Qt::Key_Space);
-    QCOMPARE(grid.MarkedKeys(), (QStringList{u"115"_qs, u"101"_qs}));
+    QCOMPARE(grid.MarkedKeys(), (QStringList{u"115"_s, u"101"_s}));
     model.Requery();
-    grid.Search({u"Name"_qs, false, u"gold"_qs, {}});
+    grid.Search({u"Name"_s, false, u"gold"_s, {}});
     test::Press(Qt::Key_Space);
-    QCOMPARE(grid.MarkedKeys().join(u','), u"115,101,201"_qs);
+    QCOMPARE(grid.MarkedKeys().join(u','), u"115,101,201"_s);
     grid.Search({});
-    QVERIFY(grid.Locate(u"115"_qs));
+    QVERIFY(grid.Locate(u"115"_s));
     test::Press(Qt::Key_Space); // and off again
-    QCOMPARE(grid.MarkedKeys(), (QStringList{u"101"_qs, u"201"_qs}));
+    QCOMPARE(grid.MarkedKeys(), (QStringList{u"101"_s, u"201"_s}));
     test::Press(Qt::Key_A, Qt::ControlModifier);
-    QCOMPARE(grid.MarkedKeys(), (QStringList{u"101"_qs, u"201"_qs, u"102"_qs, u"115"_qs}));
+    QCOMPARE(grid.MarkedKeys(), (QStringList{u"101"_s, u"201"_s, u"102"_s, u"115"_s}));
     grid.SetMultiSelect(false);
     test::Press(Qt::Key_Space);
     QCOMPARE(grid.MarkedKeys(), QStringList());
@@ -72,7 +74,7 @@ void TestGrid::marks_keep_their_order()
 
 void TestGrid::marks_by_mouse()
 {
-    BlockModel model({u"Code"_qs, u"AbbName"_qs, u"Name"_qs}, SomeGoods(), 10);
+    BlockModel model({u"Code"_s, u"AbbName"_s, u"Name"_s}, SomeGoods(), 10);
     host::Grid grid;
     grid.SetColumns(columns);
     grid.SetSource(&model);
@@ -84,26 +86,26 @@ void TestGrid::marks_by_mouse()
     QTest::mouseClick(grid.viewport(), Qt::LeftButton, Qt::NoModifier, at(1, 0));
     QTest::mouseClick(grid.viewport(), Qt::LeftButton, Qt::ControlModifier, at(3, 3));
     QTest::mouseClick(grid.viewport(), Qt::LeftButton, Qt::NoModifier, at(2, 3));
-    QCOMPARE(grid.MarkedKeys(), (QStringList{u"102"_qs, u"201"_qs}));
-    QCOMPARE(grid.CurrentKey(), u"115"_qs);
+    QCOMPARE(grid.MarkedKeys(), (QStringList{u"102"_s, u"201"_s}));
+    QCOMPARE(grid.CurrentKey(), u"115"_s);
     QTest::mouseDClick(grid.viewport(), Qt::LeftButton, Qt::NoModifier, at(2, 3));
-    QCOMPARE(activated.value(0).value(0).toString(), u"115"_qs);
+    QCOMPARE(activated.value(0).value(0).toString(), u"115"_s);
 }
 
 void TestGrid::standing_row()
 {
-    BlockModel model({u"Code"_qs, u"AbbName"_qs, u"Name"_qs}, SomeGoods(), 1);
+    BlockModel model({u"Code"_s, u"AbbName"_s, u"Name"_s}, SomeGoods(), 1);
     host::Grid grid;
     QSignalSpy current(&grid, &host::Grid::CurrentKeyChanged);
     grid.SetColumns(columns);
     grid.SetSource(&model);
-    QCOMPARE(current.last().value(0).toString(), u"101"_qs);
-    QVERIFY(grid.Locate(u"201"_qs)); // three blocks further
-    QCOMPARE(grid.CurrentValue(u"name"_qs).toString(), u"Nescafe Gold"_qs);
-    QVERIFY(!grid.CurrentValue(u"nothing"_qs).isValid());
-    QVERIFY(!grid.Locate(u"999"_qs));
-    QCOMPARE(grid.CurrentKey(), u"201"_qs);
-    grid.Search({u"Name"_qs, false, u"هیچ"_qs, {}});
+    QCOMPARE(current.last().value(0).toString(), u"101"_s);
+    QVERIFY(grid.Locate(u"201"_s)); // three blocks further
+    QCOMPARE(grid.CurrentValue(u"name"_s).toString(), u"Nescafe Gold"_s);
+    QVERIFY(!grid.CurrentValue(u"nothing"_s).isValid());
+    QVERIFY(!grid.Locate(u"999"_s));
+    QCOMPARE(grid.CurrentKey(), u"201"_s);
+    grid.Search({u"Name"_s, false, u"هیچ"_s, {}});
     QCOMPARE(current.last().value(0).toString(), QString());
     QCOMPARE(grid.CurrentKey(), QString());
     grid.SetSource(nullptr);
@@ -123,8 +125,8 @@ void TestGrid::keys_to_the_ends()
     QFETCH(Qt::KeyboardModifiers, modifiers);
     QList<QStringList> rows;
     for (int code = 1; code <= 500; ++code)
-        rows << QStringList{QString::number(code), {}, u"کالا"_qs};
-    BlockModel model({u"Code"_qs, u"AbbName"_qs, u"Name"_qs, u"Mogodi"_qs, u"Cost1"_qs}, rows, 100);
+        rows << QStringList{QString::number(code), {}, u"کالا"_s};
+    BlockModel model({u"Code"_s, u"AbbName"_s, u"Name"_s, u"Mogodi"_s, u"Cost1"_s}, rows, 100);
     host::Grid grid;
     grid.SetColumns(columns);
     grid.resize(200, 300);
@@ -134,9 +136,9 @@ void TestGrid::keys_to_the_ends()
     const int sideways = grid.horizontalScrollBar()->value();
     QVERIFY(!grid.IsComplete());
     test::Press(Qt::Key_End, modifiers);
-    QCOMPARE(grid.CurrentKey(), u"500"_qs);
+    QCOMPARE(grid.CurrentKey(), u"500"_s);
     test::Press(Qt::Key_Home, modifiers);
-    QCOMPARE(grid.CurrentKey(), u"1"_qs);
+    QCOMPARE(grid.CurrentKey(), u"1"_s);
     QCOMPARE(grid.horizontalScrollBar()->value(), sideways);
 }
 
@@ -145,17 +147,17 @@ void TestGrid::place_is_kept()
 {
     QList<QStringList> rows;
     for (int code = 1; code <= 300; ++code)
-        rows << QStringList{QString::number(code), {}, u"کالای %1"_qs.arg(code)};
-    BlockModel model({u"Code"_qs, u"AbbName"_qs, u"Name"_qs}, rows, 50);
+        rows << QStringList{QString::number(code), {}, u"کالای %1"_s.arg(code)};
+    BlockModel model({u"Code"_s, u"AbbName"_s, u"Name"_s}, rows, 50);
     host::Grid grid;
     grid.SetColumns(columns);
     grid.SetSource(&model);
     grid.resize(400, 300);
     test::Show(grid);
     QSignalSpy current(&grid, &host::Grid::CurrentKeyChanged);
-    for (const QString &ordered : {u""_qs, u"Name"_qs}) {
+    for (const QString &ordered : {u""_s, u"Name"_s}) {
         grid.SortBy(ordered);
-        QVERIFY(grid.Locate(u"150"_qs));
+        QVERIFY(grid.Locate(u"150"_s));
         grid.setFocus();
         test::Press(Qt::Key_PageDown);
         test::Press(Qt::Key_Up);
@@ -177,13 +179,13 @@ void TestGrid::place_is_kept()
 
 void TestGrid::cells_as_they_are_read()
 {
-    BlockModel model({u"Code"_qs, u"AbbName"_qs, u"Name"_qs, u"Mogodi"_qs, u"Cost1"_qs}, SomeGoods(), 10);
+    BlockModel model({u"Code"_s, u"AbbName"_s, u"Name"_s, u"Mogodi"_s, u"Cost1"_s}, SomeGoods(), 10);
     host::Grid grid;
     grid.SetColumns(columns);
     grid.SetSource(&model);
     QCOMPARE(grid.VisibleTexts(0),
-             (QStringList{u"۱۰۱"_qs, u"چای كيسه‌ای احمد"_qs, u"۱۲٫۵"_qs, u"۱٬۲۵۰٬۰۰۰"_qs}));
-    QCOMPARE(grid.VisibleTexts(2).at(2), u"\u200e-۳"_qs);
+             (QStringList{u"۱۰۱"_s, u"چای كيسه‌ای احمد"_s, u"۱۲٫۵"_s, u"۱٬۲۵۰٬۰۰۰"_s}));
+    QCOMPARE(grid.VisibleTexts(2).at(2), u"\u200e-۳"_s);
 }
 
 void TestGrid::layout_is_kept()
@@ -191,30 +193,30 @@ void TestGrid::layout_is_kept()
     host::Grid grid;
     grid.SetColumns(columns);
     QSignalSpy changed(&grid, &host::Grid::VisibleFieldsChanged);
-    grid.SetColumnVisible(u"AbbName"_qs, true);
-    grid.SetColumnVisible(u"Mogodi"_qs, false);
+    grid.SetColumnVisible(u"AbbName"_s, true);
+    grid.SetColumnVisible(u"Mogodi"_s, false);
     grid.horizontalHeader()->moveSection(grid.horizontalHeader()->visualIndex(3), 1); // the name to the front
     grid.setColumnWidth(3, 333);
     QCOMPARE(changed.size(), 3);
 
     QList<host::GridColumn> next = columns; // a later version: one column more, one gone
     next.removeLast();
-    next.append({u"t1"_qs, u"سفارش"_qs, 55});
+    next.append({u"t1"_s, u"سفارش"_s, 55});
     host::Grid other;
     other.SetColumns(next);
     other.RestoreLayout(grid.SaveLayout());
-    QCOMPARE(other.VisibleFields(), (QStringList{u"Name"_qs, u"Code"_qs, u"AbbName"_qs, u"t1"_qs}));
+    QCOMPARE(other.VisibleFields(), (QStringList{u"Name"_s, u"Code"_s, u"AbbName"_s, u"t1"_s}));
     QCOMPARE(other.Columns().first().width, 333);
     other.RestoreLayout("not a layout");
     QCOMPARE(other.VisibleFields().size(), 4);
     other.ResetLayout();
-    QCOMPARE(other.VisibleFields(), (QStringList{u"Code"_qs, u"Name"_qs, u"Mogodi"_qs, u"t1"_qs}));
+    QCOMPARE(other.VisibleFields(), (QStringList{u"Code"_s, u"Name"_s, u"Mogodi"_s, u"t1"_s}));
     QCOMPARE(other.Columns().at(2).width, 220);
 }
 
 void TestGrid::lost_source_is_reported_once()
 {
-    BlockModel model({u"Code"_qs, u"AbbName"_qs, u"Name"_qs}, SomeGoods(), 2);
+    BlockModel model({u"Code"_s, u"AbbName"_s, u"Name"_s}, SomeGoods(), 2);
     model.refuse = true;
     host::Grid grid;
     QSignalSpy failed(&grid, &host::Grid::FetchFailed);
@@ -222,7 +224,7 @@ void TestGrid::lost_source_is_reported_once()
     grid.SetSource(&model);
     QTRY_COMPARE(failed.size(), 1);
     QTest::qWait(20);
-    QVERIFY(!grid.Locate(u"201"_qs));
+    QVERIFY(!grid.Locate(u"201"_s));
     QCOMPARE(failed.size(), 1);
     QCOMPARE(grid.RowCount(), 2); // what is there stays
     model.refuse = false;

@@ -1,11 +1,13 @@
 #include "host/controls/text_order.h"
 #include "tests/host/block_model.h"
 
-#include <QtCore/QCollator>
-#include <QtCore/QRandomGenerator>
-#include <QtWidgets/QHeaderView>
+#include <QCollator>
+#include <QHeaderView>
+#include <QRandomGenerator>
 
 #include <numeric>
+
+using namespace Qt::StringLiterals;
 
 /// The order of the rows.
 class TestGridOrder : public QObject
@@ -24,14 +26,13 @@ void TestGridOrder::caption_orders_the_rows_data()
 {
     QTest::addColumn<QString>("field");
     QTest::addColumn<QStringList>("values"); // in the order wanted
-    QTest::newRow("letters of Persian") << u"Name"_qs
-                                        << QStringList{u""_qs,    u"آلو"_qs, u"برنج"_qs, u"پنیر"_qs, u"جو"_qs,
-                                                       u"چای"_qs, u"کره"_qs, u"گردو"_qs, u"نان"_qs,  u"یخ"_qs};
-    QTest::newRow("spellings of a letter") << u"Name"_qs << QStringList{u"شیر الف"_qs, u"شير ب"_qs, u"شیر پ"_qs};
-    QTest::newRow("numbers in a text") << u"Name"_qs << QStringList{u"قند ۲ کیلو"_qs, u"قند 10 کیلو"_qs};
-    QTest::newRow("prices") << u"Cost1"_qs << QStringList{u"95000"_qs, u"450000.500000000"_qs, u"1250000"_qs};
-    QTest::newRow("quantities") << u"Mogodi"_qs << QStringList{u""_qs, u"-12"_qs, u"-3"_qs, u"0"_qs, u"0.25"_qs};
-    QTest::newRow("codes") << u"Code"_qs << QStringList{u"9"_qs, u"12"_qs, u"100"_qs};
+    QTest::newRow("letters of Persian") << u"Name"_s << QStringList{u""_s,    u"آلو"_s, u"برنج"_s, u"پنیر"_s, u"جو"_s,
+                                                                    u"چای"_s, u"کره"_s, u"گردو"_s, u"نان"_s,  u"یخ"_s};
+    QTest::newRow("spellings of a letter") << u"Name"_s << QStringList{u"شیر الف"_s, u"شير ب"_s, u"شیر پ"_s};
+    QTest::newRow("numbers in a text") << u"Name"_s << QStringList{u"قند ۲ کیلو"_s, u"قند 10 کیلو"_s};
+    QTest::newRow("prices") << u"Cost1"_s << QStringList{u"95000"_s, u"450000.500000000"_s, u"1250000"_s};
+    QTest::newRow("quantities") << u"Mogodi"_s << QStringList{u""_s, u"-12"_s, u"-3"_s, u"0"_s, u"0.25"_s};
+    QTest::newRow("codes") << u"Code"_s << QStringList{u"9"_s, u"12"_s, u"100"_s};
 }
 
 /// First click ascending, second descending, third the list's own order; rows that have not arrived yet take part.
@@ -39,7 +40,7 @@ void TestGridOrder::caption_orders_the_rows()
 {
     QFETCH(QString, field);
     QFETCH(QStringList, values);
-    const QStringList fields{u"Code"_qs, u"AbbName"_qs, u"Name"_qs, u"Mogodi"_qs, u"Cost1"_qs};
+    const QStringList fields{u"Code"_s, u"AbbName"_s, u"Name"_s, u"Mogodi"_s, u"Cost1"_s};
     const auto column = static_cast<int>(fields.indexOf(field));
     QList<QStringList> rows;
     QStringList listed; // the odd places first, so that nothing is in order
@@ -52,7 +53,7 @@ void TestGridOrder::caption_orders_the_rows()
     BlockModel model(fields, rows, 2);
     host::Grid grid;
     grid.SetColumns(columns);
-    grid.SetColumnVisible(u"AbbName"_qs, true);
+    grid.SetColumnVisible(u"AbbName"_s, true);
     grid.SetSource(&model);
     grid.SetSortable(true);
     grid.resize(700, 300);
@@ -83,44 +84,44 @@ void TestGridOrder::caption_orders_the_rows()
 
 void TestGridOrder::order_outlives_search_and_requery()
 {
-    BlockModel model({u"Code"_qs, u"AbbName"_qs, u"Name"_qs, u"Mogodi"_qs, u"Cost1"_qs}, SomeGoods(), 1);
+    BlockModel model({u"Code"_s, u"AbbName"_s, u"Name"_s, u"Mogodi"_s, u"Cost1"_s}, SomeGoods(), 1);
     host::Grid grid;
     grid.SetColumns(columns);
     grid.SetSource(&model);
-    grid.SortBy(u"Cost1"_qs);
-    const QStringList byPrice{u"115"_qs, u"102"_qs, u"101"_qs, u"201"_qs};
+    grid.SortBy(u"Cost1"_s);
+    const QStringList byPrice{u"115"_s, u"102"_s, u"101"_s, u"201"_s};
     QCOMPARE(grid.ShownKeys(), byPrice);
-    grid.Search({u"Name"_qs, false, u"چای"_qs, {}});
-    QCOMPARE(grid.ShownKeys(), (QStringList{u"102"_qs, u"101"_qs}));
-    QVERIFY(grid.Locate(u"101"_qs));
+    grid.Search({u"Name"_s, false, u"چای"_s, {}});
+    QCOMPARE(grid.ShownKeys(), (QStringList{u"102"_s, u"101"_s}));
+    QVERIFY(grid.Locate(u"101"_s));
     QCOMPARE(grid.currentIndex().row(), 1);
-    grid.Search({u"Name"_qs, true, u"چای"_qs, {}});
-    QCOMPARE(grid.ShownKeys(), (QStringList{u"115"_qs, u"201"_qs}));
+    grid.Search({u"Name"_s, true, u"چای"_s, {}});
+    QCOMPARE(grid.ShownKeys(), (QStringList{u"115"_s, u"201"_s}));
     model.Requery();
-    QTRY_COMPARE(grid.ShownKeys(), (QStringList{u"115"_qs, u"201"_qs}));
+    QTRY_COMPARE(grid.ShownKeys(), (QStringList{u"115"_s, u"201"_s}));
     grid.Search({});
-    QVERIFY(grid.Locate(u"102"_qs));
+    QVERIFY(grid.Locate(u"102"_s));
     QCOMPARE(grid.currentIndex().row(), 1);
     model.Requery();
     grid.FetchFor(0);
     QCOMPARE(grid.RowCount(), 0);     // no row is shown where it does not belong
     QTRY_COMPARE(grid.RowCount(), 4); // they come in idle time
-    QCOMPARE(grid.CurrentKey(), u"115"_qs);
+    QCOMPARE(grid.CurrentKey(), u"115"_s);
     model.Requery();
-    QVERIFY(grid.Locate(u"101"_qs)); // at once, where it is asked for
+    QVERIFY(grid.Locate(u"101"_s)); // at once, where it is asked for
     QCOMPARE(grid.currentIndex().row(), 2);
-    QVERIFY(grid.Locate(u"102"_qs));
+    QVERIFY(grid.Locate(u"102"_s));
     model.RemoveRow(0);
-    QCOMPARE(grid.ShownKeys(), (QStringList{u"115"_qs, u"102"_qs, u"201"_qs}));
-    grid.SetColumnVisible(u"Cost1"_qs, false); // what is not shown orders nothing
-    QCOMPARE(grid.ShownKeys(), (QStringList{u"102"_qs, u"115"_qs, u"201"_qs}));
+    QCOMPARE(grid.ShownKeys(), (QStringList{u"115"_s, u"102"_s, u"201"_s}));
+    grid.SetColumnVisible(u"Cost1"_s, false); // what is not shown orders nothing
+    QCOMPARE(grid.ShownKeys(), (QStringList{u"102"_s, u"115"_s, u"201"_s}));
 
     // A source that gives out leaves what came, in order, and is not asked over and over.
-    grid.SetColumnVisible(u"Cost1"_qs, true);
+    grid.SetColumnVisible(u"Cost1"_s, true);
     model.Requery();
     model.refuse = true;
     QSignalSpy failed(&grid, &host::Grid::FetchFailed);
-    grid.SortBy(u"Cost1"_qs);
+    grid.SortBy(u"Cost1"_s);
     QTest::qWait(30);
     QCOMPARE(failed.size(), 1);
     QCOMPARE(grid.RowCount(), 1);

@@ -1,10 +1,12 @@
 #include "host/controls/search_frame.h"
 #include "tests/host/block_model.h"
 
-#include <QtWidgets/QCheckBox>
-#include <QtWidgets/QComboBox>
-#include <QtWidgets/QLineEdit>
-#include <QtWidgets/QVBoxLayout>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
 
 /// Searching in a grid.
 class TestGridSearch : public QObject
@@ -26,27 +28,26 @@ void TestGridSearch::search_data()
     const auto row = [](const char *name, const host::SearchDescription &what, const QStringList &found) {
         QTest::newRow(name) << what << found;
     };
-    row("arabic letters and half-space", {u""_qs, false, u"کیسهای"_qs, {}}, {u"101"_qs});
-    row("words in any order", {u""_qs, false, u"احمد چای"_qs, {}}, {u"101"_qs});
-    row("persian digits", {u"Name"_qs, false, u"1 کیلو"_qs, {}}, {u"115"_qs});
-    row("case", {u"Name"_qs, false, u"nesCAFE"_qs, {}}, {u"201"_qs});
-    row("reverse", {u"Name"_qs, true, u"چای"_qs, {}}, {u"115"_qs, u"201"_qs});
-    row("reverse of nothing is everything", {u"Name"_qs, true, u" "_qs, {}},
-        {u"101"_qs, u"102"_qs, u"115"_qs, u"201"_qs});
-    row("a scanned barcode", {u""_qs, false, u"6260000000028"_qs, {}}, {u"102"_qs});
-    row("signs are letters", {u"AbbName"_qs, false, u"%_["_qs, {}}, {u"201"_qs});
-    row("first digits of a code", {u"Code"_qs, false, {}, u"1"_qs}, {u"101"_qs, u"102"_qs, u"115"_qs});
-    row("digits inside a code do not count", {u"Code"_qs, false, {}, u"15"_qs}, {});
-    row("price", {u"Cost1"_qs, false, {}, u"98"_qs}, {u"102"_qs});
-    row("quantity without its zeros", {u"Mogodi"_qs, false, {}, u"12.5"_qs}, {u"101"_qs});
-    row("amounts are no part of a general search", {u""_qs, false, u"450000"_qs, {}}, {});
-    row("nowhere", {u""_qs, false, u"قهوه"_qs, {}}, {});
+    row("arabic letters and half-space", {u""_s, false, u"کیسهای"_s, {}}, {u"101"_s});
+    row("words in any order", {u""_s, false, u"احمد چای"_s, {}}, {u"101"_s});
+    row("persian digits", {u"Name"_s, false, u"1 کیلو"_s, {}}, {u"115"_s});
+    row("case", {u"Name"_s, false, u"nesCAFE"_s, {}}, {u"201"_s});
+    row("reverse", {u"Name"_s, true, u"چای"_s, {}}, {u"115"_s, u"201"_s});
+    row("reverse of nothing is everything", {u"Name"_s, true, u" "_s, {}}, {u"101"_s, u"102"_s, u"115"_s, u"201"_s});
+    row("a scanned barcode", {u""_s, false, u"6260000000028"_s, {}}, {u"102"_s});
+    row("signs are letters", {u"AbbName"_s, false, u"%_["_s, {}}, {u"201"_s});
+    row("first digits of a code", {u"Code"_s, false, {}, u"1"_s}, {u"101"_s, u"102"_s, u"115"_s});
+    row("digits inside a code do not count", {u"Code"_s, false, {}, u"15"_s}, {});
+    row("price", {u"Cost1"_s, false, {}, u"98"_s}, {u"102"_s});
+    row("quantity without its zeros", {u"Mogodi"_s, false, {}, u"12.5"_s}, {u"101"_s});
+    row("amounts are no part of a general search", {u""_s, false, u"450000"_s, {}}, {});
+    row("nowhere", {u""_s, false, u"قهوه"_s, {}}, {});
 }
 
 void TestGridSearch::search()
 {
     QFETCH(host::SearchDescription, description);
-    BlockModel model({u"Code"_qs, u"abbname"_qs, u"Name"_qs, u"Mogodi"_qs, u"Cost1"_qs}, SomeGoods(), 2);
+    BlockModel model({u"Code"_s, u"abbname"_s, u"Name"_s, u"Mogodi"_s, u"Cost1"_s}, SomeGoods(), 2);
     host::Grid grid;
     grid.SetColumns(columns);
     grid.SetSource(&model);
@@ -60,30 +61,30 @@ void TestGridSearch::search_goes_on_as_rows_arrive()
 {
     QList<QStringList> rows;
     for (int code = 1; code <= 3000; ++code)
-        rows << QStringList{QString::number(code), code % 1000 == 0 ? u"نادر"_qs : u"کالا"_qs};
-    BlockModel model({u"Code"_qs, u"Name"_qs}, rows, 100);
+        rows << QStringList{QString::number(code), code % 1000 == 0 ? u"نادر"_s : u"کالا"_s};
+    BlockModel model({u"Code"_s, u"Name"_s}, rows, 100);
     host::Grid grid;
     grid.SetColumns(columns);
     grid.SetSource(&model);
-    grid.Search({u"Name"_qs, false, u"نادر"_qs, {}});
+    grid.Search({u"Name"_s, false, u"نادر"_s, {}});
     QCOMPARE(grid.RowCount(), 0);
     QTRY_COMPARE(grid.RowCount(), 3);
-    QVERIFY(grid.Locate(u"2000"_qs));
+    QVERIFY(grid.Locate(u"2000"_s));
     QCOMPARE(grid.CurrentSourceRow(), 1999);
-    QVERIFY(!grid.Locate(u"1999"_qs)); // there, but not shown
+    QVERIFY(!grid.Locate(u"1999"_s)); // there, but not shown
     grid.Search({});
     QTRY_COMPARE(grid.RowCount(), 3000);
-    QCOMPARE(grid.CurrentKey(), u"2000"_qs);
+    QCOMPARE(grid.CurrentKey(), u"2000"_s);
 }
 
 void TestGridSearch::search_frame_offers_the_right_edit()
 {
-    BlockModel model({u"Code"_qs, u"AbbName"_qs, u"Name"_qs, u"Mogodi"_qs, u"Cost1"_qs}, SomeGoods(), 10);
+    BlockModel model({u"Code"_s, u"AbbName"_s, u"Name"_s, u"Mogodi"_s, u"Cost1"_s}, SomeGoods(), 10);
     QWidget window;
     auto *column = new QVBoxLayout(&window);
     auto *frame = new host::SearchFrame(&window);
     auto *grid = new host::Grid(&window);
-    grid->setObjectName(u"Grid"_qs);
+    grid->setObjectName(u"Grid"_s);
     column->addWidget(frame);
     column->addWidget(grid);
     grid->SetColumns(columns);
@@ -92,23 +93,23 @@ void TestGridSearch::search_frame_offers_the_right_edit()
     test::Show(window);
 
     frame->Focus();
-    QCOMPARE(test::Focused(), u"Text_EDT"_qs);
-    test::Type(u"چای"_qs);
-    QCOMPARE(grid->ShownKeys(), (QStringList{u"101"_qs, u"102"_qs}));
-    test::Find<QCheckBox>(frame, u"Reverse_CHK"_qs).click();
-    QCOMPARE(grid->ShownKeys(), (QStringList{u"115"_qs, u"201"_qs}));
+    QCOMPARE(test::Focused(), u"Text_EDT"_s);
+    test::Type(u"چای"_s);
+    QCOMPARE(grid->ShownKeys(), (QStringList{u"101"_s, u"102"_s}));
+    test::Find<QCheckBox>(frame, u"Reverse_CHK"_s).click();
+    QCOMPARE(grid->ShownKeys(), (QStringList{u"115"_s, u"201"_s}));
     test::Press(Qt::Key_Escape); // empties the search before it closes anything
     QCOMPARE(grid->RowCount(), 4);
 
-    auto &chooser = test::Find<QComboBox>(frame, u"Column_CMB"_qs);
-    test::Find<QCheckBox>(frame, u"Reverse_CHK"_qs).click();
-    chooser.setCurrentIndex(chooser.findText(u"فی فروش"_qs));
-    QCOMPARE(test::Focused(), u"Price_EDT"_qs);
-    test::Type(u"۹۸"_qs);
-    QCOMPARE(grid->ShownKeys(), QStringList{u"102"_qs});
+    auto &chooser = test::Find<QComboBox>(frame, u"Column_CMB"_s);
+    test::Find<QCheckBox>(frame, u"Reverse_CHK"_s).click();
+    chooser.setCurrentIndex(chooser.findText(u"فی فروش"_s));
+    QCOMPARE(test::Focused(), u"Price_EDT"_s);
+    test::Type(u"۹۸"_s);
+    QCOMPARE(grid->ShownKeys(), QStringList{u"102"_s});
     test::Press(Qt::Key_Down);
-    QCOMPARE(test::Focused(), u"Grid"_qs);
-    chooser.setCurrentIndex(chooser.findText(u"کد"_qs));
+    QCOMPARE(test::Focused(), u"Grid"_s);
+    chooser.setCurrentIndex(chooser.findText(u"کد"_s));
     QCOMPARE(grid->RowCount(), 4); // its own edit is empty
     frame->Clear();
     QCOMPARE(grid->RowCount(), 4);
@@ -116,15 +117,14 @@ void TestGridSearch::search_frame_offers_the_right_edit()
 
 void TestGridSearch::hundred_thousand_rows_answer_a_key()
 {
-    const QStringList words{u"چای"_qs, u"قند"_qs, u"برنج"_qs, u"روغن"_qs, u"شکر"_qs, u"ماکارونی"_qs, u"پنیر"_qs};
+    const QStringList words{u"چای"_s, u"قند"_s, u"برنج"_s, u"روغن"_s, u"شکر"_s, u"ماکارونی"_s, u"پنیر"_s};
     QList<QStringList> rows;
     rows.reserve(100'000);
     for (int code = 1; code <= 100'000; ++code)
-        rows << QStringList{
-            QString::number(code), u"!62600%1!"_qs.arg(code, 8, 10, QChar(u'0')),
-            u"%1 %2 بسته %3 گرمی درجه یک"_qs.arg(words.at(code % 7), words.at(code % 5)).arg(code % 900), u"15"_qs,
-            QString::number(code * 10)};
-    BlockModel model({u"Code"_qs, u"AbbName"_qs, u"Name"_qs, u"Mogodi"_qs, u"Cost1"_qs}, rows, 1000);
+        rows << QStringList{QString::number(code), u"!62600%1!"_s.arg(code, 8, 10, QChar(u'0')),
+                            u"%1 %2 بسته %3 گرمی درجه یک"_s.arg(words.at(code % 7), words.at(code % 5)).arg(code % 900),
+                            u"15"_s, QString::number(code * 10)};
+    BlockModel model({u"Code"_s, u"AbbName"_s, u"Name"_s, u"Mogodi"_s, u"Cost1"_s}, rows, 1000);
     host::Grid grid;
     grid.SetColumns(columns);
     test::Show(grid);
@@ -140,10 +140,10 @@ void TestGridSearch::hundred_thousand_rows_answer_a_key()
     }
     QTest::qWait(200);
     qint64 slowest = 0;
-    const QString phrase = u"روغن ۸۹۹ گرمی"_qs;
+    const QString phrase = u"روغن ۸۹۹ گرمی"_s;
     for (int length = 1; length <= phrase.size(); ++length) {
         turn.start();
-        grid.Search({u"Name"_qs, false, phrase.left(length), {}});
+        grid.Search({u"Name"_s, false, phrase.left(length), {}});
         slowest = std::max(slowest, turn.elapsed());
     }
     qInfo("longest idle turn %lld ms, slowest key %lld ms", longest, slowest);

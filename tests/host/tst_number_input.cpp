@@ -3,10 +3,10 @@
 #include "tests/support/modal.h"
 #include "tests/support/test_main.h"
 
-#include <QtGui/QClipboard>
-#include <QtTest/QtTest>
-#include <QtWidgets/QApplication>
-#include <QtWidgets/QHBoxLayout>
+#include <QApplication>
+#include <QClipboard>
+#include <QHBoxLayout>
+#include <QtTest>
 
 using namespace Qt::StringLiterals;
 
@@ -50,24 +50,24 @@ void TestNumberInput::typing_data()
     QTest::addColumn<int>("maxLength");
     QTest::addColumn<QString>("typed");
     QTest::addColumn<QString>("text");
-    QTest::newRow("ascii") << 9 << false << 15 << u"1250.5"_qs << u"1250.5"_qs;
-    QTest::newRow("persian digits and point") << 9 << false << 15 << u"۱۲۵۰٫۷۵"_qs << u"1250.75"_qs;
-    QTest::newRow("arabic digits") << 9 << false << 15 << u"٤٥٦"_qs << u"456"_qs;
-    QTest::newRow("slash is a decimal mark") << 9 << false << 15 << u"2/5"_qs << u"2.5"_qs;
-    QTest::newRow("grouping marks are passed over") << 9 << false << 15 << u"1,234٬567"_qs << u"1234567"_qs;
-    QTest::newRow("letters are refused") << 9 << false << 15 << u"1a2بb3"_qs << u"123"_qs;
-    QTest::newRow("one point only") << 9 << false << 15 << u"1.2.3"_qs << u"1.23"_qs;
-    QTest::newRow("decimals end") << 2 << false << 15 << u"1.239"_qs << u"1.23"_qs;
-    QTest::newRow("whole numbers take no point") << 0 << false << 15 << u"12.5"_qs << u"125"_qs;
-    QTest::newRow("sign refused") << 9 << false << 15 << u"-5"_qs << u"5"_qs;
-    QTest::newRow("sign taken") << 9 << true << 15 << u"-5"_qs << u"-5"_qs;
-    QTest::newRow("sign only in front") << 9 << true << 15 << u"5-3"_qs << u"53"_qs;
-    QTest::newRow("six digits of a code") << 0 << false << 6 << u"۱۲۳۴۵۶۷"_qs << u"123456"_qs;
-    QTest::newRow("leading zeros go on leaving") << 0 << false << 6 << u"007"_qs << u"7"_qs;
-    QTest::newRow("a bare point is nothing") << 9 << false << 6 << u"."_qs << u""_qs;
-    QTest::newRow("a point at the end goes") << 9 << false << 6 << u"5."_qs << u"5"_qs;
+    QTest::newRow("ascii") << 9 << false << 15 << u"1250.5"_s << u"1250.5"_s;
+    QTest::newRow("persian digits and point") << 9 << false << 15 << u"۱۲۵۰٫۷۵"_s << u"1250.75"_s;
+    QTest::newRow("arabic digits") << 9 << false << 15 << u"٤٥٦"_s << u"456"_s;
+    QTest::newRow("slash is a decimal mark") << 9 << false << 15 << u"2/5"_s << u"2.5"_s;
+    QTest::newRow("grouping marks are passed over") << 9 << false << 15 << u"1,234٬567"_s << u"1234567"_s;
+    QTest::newRow("letters are refused") << 9 << false << 15 << u"1a2بb3"_s << u"123"_s;
+    QTest::newRow("one point only") << 9 << false << 15 << u"1.2.3"_s << u"1.23"_s;
+    QTest::newRow("decimals end") << 2 << false << 15 << u"1.239"_s << u"1.23"_s;
+    QTest::newRow("whole numbers take no point") << 0 << false << 15 << u"12.5"_s << u"125"_s;
+    QTest::newRow("sign refused") << 9 << false << 15 << u"-5"_s << u"5"_s;
+    QTest::newRow("sign taken") << 9 << true << 15 << u"-5"_s << u"-5"_s;
+    QTest::newRow("sign only in front") << 9 << true << 15 << u"5-3"_s << u"53"_s;
+    QTest::newRow("six digits of a code") << 0 << false << 6 << u"۱۲۳۴۵۶۷"_s << u"123456"_s;
+    QTest::newRow("leading zeros go on leaving") << 0 << false << 6 << u"007"_s << u"7"_s;
+    QTest::newRow("a bare point is nothing") << 9 << false << 6 << u"."_s << u""_s;
+    QTest::newRow("a point at the end goes") << 9 << false << 6 << u"5."_s << u"5"_s;
     QTest::newRow("nineteen digits stay exact")
-        << 9 << false << 30 << u"1234567890123456789.5"_qs << u"1234567890123456789.5"_qs;
+        << 9 << false << 30 << u"1234567890123456789.5"_s << u"1234567890123456789.5"_s;
 }
 
 void TestNumberInput::typing()
@@ -93,11 +93,11 @@ void TestNumberInput::pasting_data()
 {
     QTest::addColumn<QString>("pasted");
     QTest::addColumn<QString>("text");
-    QTest::newRow("marks not counted") << u" ۱٬۲۳۴٬۵۶۷ "_qs << u"1234567"_qs;
-    QTest::newRow("the end of a line") << u"123\r\n"_qs << u"123"_qs;
-    QTest::newRow("behind more blanks than an edit holds") << QString(40000, u' ') + u"12345"_qs << u"12345"_qs;
-    QTest::newRow("no number") << u"شانزده"_qs << u"77"_qs;
-    QTest::newRow("longer than fits") << u"1234567890"_qs << u"77"_qs;
+    QTest::newRow("marks not counted") << u" ۱٬۲۳۴٬۵۶۷ "_s << u"1234567"_s;
+    QTest::newRow("the end of a line") << u"123\r\n"_s << u"123"_s;
+    QTest::newRow("behind more blanks than an edit holds") << QString(40000, u' ') + u"12345"_s << u"12345"_s;
+    QTest::newRow("no number") << u"شانزده"_s << u"77"_s;
+    QTest::newRow("longer than fits") << u"1234567890"_s << u"77"_s;
 }
 
 void TestNumberInput::pasting()
@@ -106,7 +106,7 @@ void TestNumberInput::pasting()
     QWidget window;
     host::NumericEdit edit(&window);
     edit.setMaxLength(9);
-    edit.setText(u"77"_qs);
+    edit.setText(u"77"_s);
     test::Show(window);
     QApplication::clipboard()->setText(pasted);
     // Over the selected text; by key and as the menu does.
@@ -122,10 +122,10 @@ void TestNumberInput::shown_data()
     QTest::addColumn<QString>("plain");
     QTest::addColumn<bool>("grouped");
     QTest::addColumn<QString>("shown");
-    QTest::newRow("grouped") << u"1234567.5"_qs << true << u"۱٬۲۳۴٬۵۶۷٫۵"_qs;
-    QTest::newRow("code") << u"101005"_qs << false << u"۱۰۱۰۰۵"_qs;
-    QTest::newRow("sign stays in front") << u"-1500"_qs << true << u"\u200e-۱٬۵۰۰"_qs;
-    QTest::newRow("no number") << u"12ab"_qs << true << u"12ab"_qs;
+    QTest::newRow("grouped") << u"1234567.5"_s << true << u"۱٬۲۳۴٬۵۶۷٫۵"_s;
+    QTest::newRow("code") << u"101005"_s << false << u"۱۰۱۰۰۵"_s;
+    QTest::newRow("sign stays in front") << u"-1500"_s << true << u"\u200e-۱٬۵۰۰"_s;
+    QTest::newRow("no number") << u"12ab"_s << true << u"12ab"_s;
 }
 
 void TestNumberInput::shown()
@@ -142,7 +142,7 @@ void TestNumberInput::leaving_reports_a_change_once()
     int changes = 0;
     connect(&form.edit, &host::NumericEdit::NumberChanged, this, [&] { ++changes; });
     form.edit.setFocus();
-    test::Type(u"12"_qs);
+    test::Type(u"12"_s);
     form.other.setFocus();
     form.edit.setFocus();
     form.other.setFocus();

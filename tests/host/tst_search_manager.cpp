@@ -4,7 +4,7 @@
 #include "tests/support/database.h"
 #include "tests/support/test_main.h"
 
-#include <QtTest/QtTest>
+#include <QtTest>
 
 using namespace Qt::StringLiterals;
 

@@ -1,17 +1,19 @@
 // The rules of the house that no compiler keeps: which folder may include which, what a form may say, and what the
 // built module shows to the outside.
 
+#include "tests/support/test_main.h"
+
 #include <QDirIterator>
 #include <QDomDocument>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QTest>
 
-#include "tests/support/test_main.h"
+using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString Root = QStringLiteral(GOODS_SOURCES);
+const QString Root = QString::fromUtf8(GOODS_SOURCES);
 
 QString contents(const QString &path)
 {
@@ -37,7 +39,7 @@ class TestHouse : public QObject
 {
     Q_OBJECT
 
-private Q_SLOTS:
+private slots:
     void arrowsRunOneWay_data();
     void arrowsRunOneWay();
     void formsKeepTheRules();
@@ -48,28 +50,27 @@ void TestHouse::arrowsRunOneWay_data()
 {
     QTest::addColumn<QString>("folder");
     QTest::addColumn<QStringList>("allowed");
-    QTest::newRow("host") << u"host"_qs << QStringList{u"host/"_qs};
-    QTest::newRow("host data") << u"host/data"_qs << QStringList{u"host/data/"_qs, u"host/host_export.h"_qs};
-    QTest::newRow("tsql") << u"tsql"_qs << QStringList{u"tsql/"_qs, u"host/data/row_feed.h"_qs};
-    QTest::newRow("data") << u"data"_qs
-                          << QStringList{u"data/"_qs, u"host/data/"_qs, u"host/services/"_qs, u"host/host"_qs};
-    QTest::newRow("screens") << u"screens"_qs << QStringList{u"screens/"_qs, u"data/"_qs, u"host/"_qs};
-    QTest::newRow("goods-sql") << u"tools"_qs << QStringList{u"tools/"_qs, u"tsql/"_qs, u"host/data/odbc_text.h"_qs};
-    QTest::newRow("detail types") << u"detailtypes"_qs << QStringList{u"detailtypes/"_qs, u"host/"_qs};
-    QTest::newRow("entry") << u"entry"_qs
-                           << QStringList{u"entry/"_qs, u"screens/"_qs, u"detailtypes/"_qs, u"data/"_qs, u"host/"_qs};
-    QTest::newRow("desk") << u"desk"_qs << QStringList{u"desk/"_qs, u"host/"_qs, u"tsql/"_qs, u"entry/exports.h"_qs};
-    QTest::newRow("outside host") << u"tests/outside_host"_qs
-                                  << QStringList{u"tests/outside_host/"_qs, u"host/"_qs, u"entry/exports.h"_qs};
+    QTest::newRow("host") << u"host"_s << QStringList{u"host/"_s};
+    QTest::newRow("host data") << u"host/data"_s << QStringList{u"host/data/"_s, u"host/host_export.h"_s};
+    QTest::newRow("tsql") << u"tsql"_s << QStringList{u"tsql/"_s, u"host/data/row_feed.h"_s};
+    QTest::newRow("data") << u"data"_s << QStringList{u"data/"_s, u"host/data/"_s, u"host/services/"_s, u"host/host"_s};
+    QTest::newRow("screens") << u"screens"_s << QStringList{u"screens/"_s, u"data/"_s, u"host/"_s};
+    QTest::newRow("goods-sql") << u"tools"_s << QStringList{u"tools/"_s, u"tsql/"_s, u"host/data/odbc_text.h"_s};
+    QTest::newRow("detail types") << u"detailtypes"_s << QStringList{u"detailtypes/"_s, u"host/"_s};
+    QTest::newRow("entry") << u"entry"_s
+                           << QStringList{u"entry/"_s, u"screens/"_s, u"detailtypes/"_s, u"data/"_s, u"host/"_s};
+    QTest::newRow("desk") << u"desk"_s << QStringList{u"desk/"_s, u"host/"_s, u"tsql/"_s, u"entry/exports.h"_s};
+    QTest::newRow("outside host") << u"tests/outside_host"_s
+                                  << QStringList{u"tests/outside_host/"_s, u"host/"_s, u"entry/exports.h"_s};
 }
 
 void TestHouse::arrowsRunOneWay()
 {
     QFETCH(QString, folder);
     QFETCH(QStringList, allowed);
-    static const QRegularExpression include(QStringLiteral("^\\s*#include \"([^\"]+/[^\"]+)\""),
+    static const QRegularExpression include(u"^\\s*#include \"([^\"]+/[^\"]+)\""_s,
                                             QRegularExpression::MultilineOption);
-    const QStringList files = filesUnder(folder, {u"*.h"_qs, u"*.cpp"_qs});
+    const QStringList files = filesUnder(folder, {u"*.h"_s, u"*.cpp"_s});
     QVERIFY2(!files.isEmpty(), qPrintable(folder));
     QStringList wrong;
     for (const QString &file : files) {
@@ -80,7 +81,7 @@ void TestHouse::arrowsRunOneWay()
             const bool fine = std::any_of(allowed.cbegin(), allowed.cend(),
                                           [&](const QString &prefix) { return target.startsWith(prefix); });
             if (known && !fine)
-                wrong << file.mid(Root.size() + 1) + u" includes "_qs + target;
+                wrong << file.mid(Root.size() + 1) + u" includes "_s + target;
         }
     }
     QVERIFY2(wrong.isEmpty(), qPrintable(wrong.join(u'\n')));
@@ -90,46 +91,46 @@ void TestHouse::formsKeepTheRules()
 {
     QStringList wrong;
     int forms = 0;
-    for (const QString &folder : {u"host"_qs, u"screens"_qs, u"detailtypes"_qs, u"desk"_qs}) {
-        for (const QString &file : filesUnder(folder, {u"*.ui"_qs})) {
+    for (const QString &folder : {u"host"_s, u"screens"_s, u"detailtypes"_s, u"desk"_s}) {
+        for (const QString &file : filesUnder(folder, {u"*.ui"_s})) {
             ++forms;
             const QString name = file.mid(Root.size() + 1);
             const QString text = contents(file);
             if (text.contains(u"layoutDirection"))
-                wrong << name + u": the direction is the application's, not a form's"_qs;
+                wrong << name + u": the direction is the application's, not a form's"_s;
             if (text.contains(u"<connections>") && !text.contains(u"<connections/>"))
-                wrong << name + u": connections belong in the class"_qs;
+                wrong << name + u": connections belong in the class"_s;
 
             QDomDocument document;
             QVERIFY2(document.setContent(text), qPrintable(name));
             QSet<QString> widgets;
-            const QDomNodeList all = document.elementsByTagName(u"widget"_qs);
+            const QDomNodeList all = document.elementsByTagName(u"widget"_s);
             for (int i = 0; i < all.size(); ++i)
-                widgets << all.at(i).toElement().attribute(u"name"_qs);
-            const QDomNodeList stops = document.elementsByTagName(u"tabstop"_qs);
+                widgets << all.at(i).toElement().attribute(u"name"_s);
+            const QDomNodeList stops = document.elementsByTagName(u"tabstop"_s);
             for (int i = 0; i < stops.size(); ++i) {
                 if (!widgets.contains(stops.at(i).toElement().text()))
-                    wrong << name + u": tab stop without a control: "_qs + stops.at(i).toElement().text();
+                    wrong << name + u": tab stop without a control: "_s + stops.at(i).toElement().text();
             }
             if (stops.isEmpty() && text.count(u"_EDT\"") > 1)
-                wrong << name + u": has edits but no tab order"_qs;
+                wrong << name + u": has edits but no tab order"_s;
             for (int i = 0; i < all.size(); ++i) {
                 const QDomElement widget = all.at(i).toElement();
-                if (widget.attribute(u"class"_qs) != u"QLabel")
+                if (widget.attribute(u"class"_s) != u"QLabel")
                     continue;
                 QString caption;
                 QString buddy;
-                for (QDomElement p = widget.firstChildElement(u"property"_qs); !p.isNull();
-                     p = p.nextSiblingElement(u"property"_qs)) {
-                    if (p.attribute(u"name"_qs) == u"text")
+                for (QDomElement p = widget.firstChildElement(u"property"_s); !p.isNull();
+                     p = p.nextSiblingElement(u"property"_s)) {
+                    if (p.attribute(u"name"_s) == u"text")
                         caption = p.text();
-                    if (p.attribute(u"name"_qs) == u"buddy")
+                    if (p.attribute(u"name"_s) == u"buddy")
                         buddy = p.text().trimmed();
                 }
                 if (caption.contains(u'&') && buddy.isEmpty())
-                    wrong << name + u": label with a shortcut but no buddy: "_qs + caption;
+                    wrong << name + u": label with a shortcut but no buddy: "_s + caption;
                 if (!buddy.isEmpty() && !widgets.contains(buddy))
-                    wrong << name + u": buddy that is no control: "_qs + buddy;
+                    wrong << name + u": buddy that is no control: "_s + buddy;
             }
         }
     }
@@ -140,15 +141,14 @@ void TestHouse::formsKeepTheRules()
 void TestHouse::moduleShowsItsExportsOnly()
 {
     QSet<QString> declared;
-    static const QRegularExpression function(QStringLiteral("^GOODS_EXPORT [^(]*?(\\w+)\\("),
-                                             QRegularExpression::MultilineOption);
-    auto matches = function.globalMatch(contents(Root + u"/entry/exports.h"_qs));
+    static const QRegularExpression function(u"^GOODS_EXPORT [^(]*?(\\w+)\\("_s, QRegularExpression::MultilineOption);
+    auto matches = function.globalMatch(contents(Root + u"/entry/exports.h"_s));
     while (matches.hasNext())
         declared << matches.next().captured(1);
     QVERIFY(declared.size() >= 14);
 
     QProcess nm;
-    nm.start(u"nm"_qs, {u"-D"_qs, u"--defined-only"_qs, u"--format=posix"_qs, QStringLiteral(GOODS_MODULE)});
+    nm.start(u"nm"_s, {u"-D"_s, u"--defined-only"_s, u"--format=posix"_s, QString::fromUtf8(GOODS_MODULE)});
     QVERIFY2(nm.waitForFinished(), "nm");
     QCOMPARE(nm.exitCode(), 0);
     QSet<QString> visible;

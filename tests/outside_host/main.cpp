@@ -4,22 +4,24 @@
 #include "tests/outside_host/plain_services.h"
 #include "tests/outside_host/scripted_driver.h"
 
-#include <QtCore/QLibrary>
-#include <QtCore/QTimer>
-#include <QtSql/QSqlDatabase>
-#include <QtTest/QTest>
-#include <QtWidgets/QApplication>
-#include <QtWidgets/QTableView>
+#include <QApplication>
+#include <QLibrary>
+#include <QSqlDatabase>
+#include <QTableView>
+#include <QTest>
+#include <QTimer>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
 QList<ScriptedAnswer> Shop()
 {
     return {
-        {u"GoodInf_List_SP"_qs,
-         {u"Code"_qs, u"Name"_qs, u"AbbName"_qs},
-         {{11, u"قند شکسته"_qs, u"!6260000000011!"_qs}, {12, u"شکر سفید"_qs, u"!6260000000028!"_qs}}},
-        {u"GoodGrpS"_qs, {u"Code"_qs, u"Name"_qs, u"Comment"_qs}, {{0, u"کليه کالاها"_qs, QString()}}},
+        {u"GoodInf_List_SP"_s,
+         {u"Code"_s, u"Name"_s, u"AbbName"_s},
+         {{11, u"قند شکسته"_s, u"!6260000000011!"_s}, {12, u"شکر سفید"_s, u"!6260000000028!"_s}}},
+        {u"GoodGrpS"_s, {u"Code"_s, u"Name"_s, u"Comment"_s}, {{0, u"کليه کالاها"_s, QString()}}},
     };
 }
 
@@ -34,7 +36,7 @@ void PressInList(QTimer &poll, const QList<Qt::Key> &keys)
 {
     QObject::connect(&poll, &QTimer::timeout, &poll, [&poll, keys] {
         QWidget *list = QApplication::activeModalWidget();
-        auto *grid = list ? list->findChild<QTableView *>(QStringLiteral("GoodListDB_GRD")) : nullptr;
+        auto *grid = list ? list->findChild<QTableView *>(u"GoodListDB_GRD"_s) : nullptr;
         if (!grid || !list->isActiveWindow() || !grid->model() || grid->model()->rowCount() == 0)
             return;
         poll.stop();

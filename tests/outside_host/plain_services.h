@@ -4,6 +4,8 @@
 
 #include <cstdio>
 
+using namespace Qt::StringLiterals;
+
 /// The least that a host can supply: everybody may do everything, nothing is in the way, messages go to stderr.
 namespace plain {
 
@@ -43,7 +45,7 @@ struct Settings : host::SettingsService
     const host::TSettingRecord &SettingRecord() const override { return record; }
     QByteArray LoadState(const QString &) override { return {}; }
     void SaveState(const QString &, const QByteArray &) override {}
-    host::TUserInfo user{1, QStringLiteral("کاربر"), 1};
+    host::TUserInfo user{1, u"کاربر"_s, 1};
     host::TSettingRecord record;
 };
 
@@ -112,9 +114,9 @@ struct Keyboard : host::KeyboardService
 
 struct Clock : host::ClockService
 {
-    QString NowTime() override { return QStringLiteral("12:00:00"); }
-    QString NowDate() override { return QStringLiteral("2026/01/01"); }
-    QString NowShamsiDate() override { return QStringLiteral("1404/10/11"); }
+    QString NowTime() override { return u"12:00:00"_s; }
+    QString NowDate() override { return u"2026/01/01"_s; }
+    QString NowShamsiDate() override { return u"1404/10/11"_s; }
 };
 
 struct Barcodes : host::BarcodeService

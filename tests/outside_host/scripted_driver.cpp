@@ -1,7 +1,9 @@
 #include "tests/outside_host/scripted_driver.h"
 
-#include <QtSql/QSqlField>
-#include <QtSql/QSqlRecord>
+#include <QSqlField>
+#include <QSqlRecord>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -9,16 +11,16 @@ class ScriptedResult : public QSqlResult
 {
 public:
     ScriptedResult(const QSqlDriver *driver, const QList<ScriptedAnswer> &answers)
-        : QSqlResult(driver), answers_(answers)
+        : QSqlResult(driver), m_answers(answers)
     {}
 
 protected:
     bool reset(const QString &statement) override
     {
-        answer_ = {{}, {u"Code"_qs}, {}};
-        for (const ScriptedAnswer &answer : answers_) {
+        m_answer = {{}, {u"Code"_s}, {}};
+        for (const ScriptedAnswer &answer : m_answers) {
             if (statement.contains(answer.part, Qt::CaseInsensitive)) {
-                answer_ = answer;
+                m_answer = answer;
                 break;
             }
         }
@@ -27,32 +29,32 @@ protected:
         setAt(QSql::BeforeFirstRow);
         return true;
     }
-    QVariant data(int column) override { return answer_.rows.at(at()).value(column); }
+    QVariant data(int column) override { return m_answer.rows.at(at()).value(column); }
     bool isNull(int column) override { return data(column).isNull(); }
     bool fetch(int row) override
     {
-        const bool there = row >= 0 && row < answer_.rows.size();
+        const bool there = row >= 0 && row < m_answer.rows.size();
         setAt(there ? row : int(QSql::AfterLastRow));
         return there;
     }
     bool fetchFirst() override { return fetch(0); }
-    bool fetchLast() override { return fetch(static_cast<int>(answer_.rows.size()) - 1); }
+    bool fetchLast() override { return fetch(static_cast<int>(m_answer.rows.size()) - 1); }
     bool fetchNext() override { return fetch(at() + 1); }
     int size() override { return -1; }
     int numRowsAffected() override { return 0; }
     QSqlRecord record() const override
     {
         QSqlRecord record;
-        for (int i = 0; i < answer_.columns.size(); ++i) {
-            const QVariant sample = answer_.rows.isEmpty() ? QVariant(0) : answer_.rows.first().value(i);
-            record.append(QSqlField(answer_.columns.at(i), sample.metaType()));
+        for (int i = 0; i < m_answer.columns.size(); ++i) {
+            const QVariant sample = m_answer.rows.isEmpty() ? QVariant(0) : m_answer.rows.first().value(i);
+            record.append(QSqlField(m_answer.columns.at(i), sample.metaType()));
         }
         return record;
     }
 
 private:
-    QList<ScriptedAnswer> answers_;
-    ScriptedAnswer answer_;
+    QList<ScriptedAnswer> m_answers;
+    ScriptedAnswer m_answer;
 };
 
 } // namespace
@@ -76,5 +78,5 @@ void ScriptedDriver::close()
 
 QSqlResult *ScriptedDriver::createResult() const
 {
-    return new ScriptedResult(this, answers_);
+    return new ScriptedResult(this, m_answers);
 }

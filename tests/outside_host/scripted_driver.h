@@ -1,9 +1,9 @@
 #pragma once
 
-#include <QtCore/QStringList>
-#include <QtCore/QVariant>
-#include <QtSql/QSqlDriver>
-#include <QtSql/QSqlResult>
+#include <QSqlDriver>
+#include <QSqlResult>
+#include <QStringList>
+#include <QVariant>
 
 /// What a statement gives.
 struct ScriptedAnswer
@@ -19,7 +19,7 @@ class ScriptedDriver : public QSqlDriver
     Q_OBJECT
 
 public:
-    explicit ScriptedDriver(const QList<ScriptedAnswer> &answers) : answers_(answers) {}
+    explicit ScriptedDriver(const QList<ScriptedAnswer> &answers) : m_answers(answers) {}
 
     bool hasFeature(DriverFeature feature) const override;
     bool open(const QString &, const QString &, const QString &, const QString &, int, const QString &) override;
@@ -30,5 +30,5 @@ public:
     bool rollbackTransaction() override { return true; }
 
 private:
-    QList<ScriptedAnswer> answers_;
+    QList<ScriptedAnswer> m_answers;
 };

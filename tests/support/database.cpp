@@ -14,6 +14,8 @@
 
 #include <map>
 
+using namespace Qt::StringLiterals;
+
 namespace test {
 
 namespace {
@@ -75,13 +77,13 @@ void execute(const QSqlDatabase &connection, const QString &text)
     while (!query.lastError().isValid() && query.nextResult()) {
     }
     if (query.lastError().isValid())
-        fail(query.lastError().text() + QStringLiteral("\nin: ") + text.left(400));
+        fail(query.lastError().text() + u"\nin: "_s + text.left(400));
 }
 
 /// Makes a database of this name with its content.
 void make(const QString &name, Database::Content content)
 {
-    const QString connection = QStringLiteral("test.making");
+    const QString connection = u"test.making"_s;
     try {
         initialise(Target(name).open(true, connection), content == Database::Content::Demo);
     } catch (const ScriptError &error) {
@@ -97,7 +99,7 @@ QString original(Database::Content content)
     static std::map<Database::Content, QString> made;
     QString &file = made[content];
     if (file.isEmpty()) {
-        file = folder.filePath(content == Database::Content::Demo ? QStringLiteral("demo") : QStringLiteral("empty"));
+        file = folder.filePath(content == Database::Content::Demo ? u"demo"_s : u"empty"_s);
         make(file, content);
     }
     return file;
@@ -107,15 +109,14 @@ QString original(Database::Content content)
 QString nameOnServer()
 {
     static int count = 0;
-    return QStringLiteral("goods_test_%1_%2_%3")
-        .arg(QCoreApplication::applicationPid())
+    return u"goods_test_%1_%2_%3"_s.arg(QCoreApplication::applicationPid())
         .arg(QDateTime::currentMSecsSinceEpoch())
         .arg(++count);
 }
 
 QString connectionTo(const QString &database)
 {
-    return qEnvironmentVariable("GOODS_TEST_CONNECTION") + QStringLiteral(";Database=") + database;
+    return qEnvironmentVariable("GOODS_TEST_CONNECTION") + u";Database="_s + database;
 }
 
 void makeOnServer(const QString &database, Database::Content content)
@@ -127,7 +128,7 @@ void makeOnServer(const QString &database, Database::Content content)
 /// Whether the server could copy a database. Not all can.
 bool copyOnServer(const QString &database, const QString &source)
 {
-    const QString name = QStringLiteral("test.copying");
+    const QString name = u"test.copying"_s;
     const auto remove = qScopeGuard([&] { disconnect(name); });
     QSqlDatabase server;
     try {
@@ -135,9 +136,8 @@ bool copyOnServer(const QString &database, const QString &source)
     } catch (const ScriptError &error) {
         fail(error.text);
     }
-    const bool copied = !run(server, QStringLiteral("CREATE DATABASE [%1] AS COPY OF [%2]").arg(database, source))
-                             .lastError()
-                             .isValid();
+    const bool copied =
+        !run(server, u"CREATE DATABASE [%1] AS COPY OF [%2]"_s.arg(database, source)).lastError().isValid();
     server = {};
     if (copied)
         onServer() << connectionTo(database);
@@ -167,10 +167,10 @@ QString newOnServer(Database::Content content)
 QString shown(const QVariant &value)
 {
     if (value.isNull())
-        return QStringLiteral("NULL");
+        return u"NULL"_s;
     QString text = value.toString();
     if (value.typeId() == QMetaType::QString && text.contains(u'.')) {
-        static const QRegularExpression decimal(QStringLiteral("^(-?\\d+)(?:\\.0*|(\\.\\d*?)0*)$"));
+        static const QRegularExpression decimal(u"^(-?\\d+)(?:\\.0*|(\\.\\d*?)0*)$"_s);
         const auto match = decimal.match(text);
         if (match.hasMatch())
             text = match.captured(1) + match.captured(2);
@@ -188,35 +188,35 @@ bool Database::OnServer()
 Database::Database(Content content)
 {
     if (OnServer()) {
-        name_ = newOnServer(content);
+        m_name = newOnServer(content);
     } else {
         const QString source = original(content);
-        name_ = folder_.filePath(QStringLiteral("goods.db"));
-        if (!QFile::copy(source, name_))
-            fail(QStringLiteral("cannot copy ") + source);
+        m_name = m_folder.filePath(u"goods.db"_s);
+        if (!QFile::copy(source, m_name))
+            fail(u"cannot copy "_s + source);
     }
-    main_ = Connect();
-    goodsList_ = Connect();
-    scales_ = Connect();
+    m_main = Connect();
+    m_goodsList = Connect();
+    m_scales = Connect();
 }
 
 Database::~Database()
 {
-    for (const QString &name : std::as_const(names_))
+    for (const QString &name : std::as_const(m_names))
         disconnect(name);
-    if (onServer().removeAll(name_))
-        drop(name_);
+    if (onServer().removeAll(m_name))
+        drop(m_name);
 }
 
 QStringList Database::DeskArguments() const
 {
-    return {OnServer() ? QStringLiteral("--connection") : QStringLiteral("--database"), name_};
+    return {OnServer() ? u"--connection"_s : u"--database"_s, m_name};
 }
 
 QSqlDatabase Database::Connect(const QString &connectionName) const
 {
     try {
-        return Target(name_).connect(connectionName);
+        return Target(m_name).connect(connectionName);
     } catch (const ScriptError &error) {
         fail(error.text);
     }
@@ -225,9 +225,9 @@ QSqlDatabase Database::Connect(const QString &connectionName) const
 QString Database::Connect()
 {
     static int count = 0;
-    names_ << QStringLiteral("test.%1").arg(++count);
-    Connect(names_.last());
-    return names_.last();
+    m_names << u"test.%1"_s.arg(++count);
+    Connect(m_names.last());
+    return m_names.last();
 }
 
 QSqlDatabase Database::AnotherConnection()
@@ -244,7 +244,7 @@ QVariant Database::Scalar(const QString &text) const
 {
     QSqlQuery query = run(Main(), text);
     if (query.lastError().isValid())
-        fail(query.lastError().text() + QStringLiteral("\nin: ") + text);
+        fail(query.lastError().text() + u"\nin: "_s + text);
     return query.next() ? query.value(0) : QVariant();
 }
 
@@ -260,7 +260,7 @@ QStringList Database::Rows(const QString &text) const
         rows << fields.join(u'|');
     }
     if (query.lastError().isValid())
-        fail(query.lastError().text() + QStringLiteral("\nin: ") + text);
+        fail(query.lastError().text() + u"\nin: "_s + text);
     return rows;
 }
 

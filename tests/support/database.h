@@ -31,13 +31,13 @@ public:
     /// Whether tests run on a server. Tests that are about the embedded file skip then.
     static bool OnServer();
     /// The file of the embedded database, or the connection string of the server's.
-    const QString &Name() const { return name_; }
+    const QString &Name() const { return m_name; }
     /// How a program is told to work on it.
     QStringList DeskArguments() const;
     /// The connections of a host.
-    QSqlDatabase Main() const { return QSqlDatabase::database(main_); }
-    QSqlDatabase GoodsList() const { return QSqlDatabase::database(goodsList_); }
-    QSqlDatabase Scales() const { return QSqlDatabase::database(scales_); }
+    QSqlDatabase Main() const { return QSqlDatabase::database(m_main); }
+    QSqlDatabase GoodsList() const { return QSqlDatabase::database(m_goodsList); }
+    QSqlDatabase Scales() const { return QSqlDatabase::database(m_scales); }
     /// A further connection, as another desk on the same database has it.
     QSqlDatabase AnotherConnection();
     /// The same under a name of the caller's, who removes it: for another thread.
@@ -57,12 +57,12 @@ public:
 private:
     QString Connect();
 
-    QTemporaryDir folder_;
-    QString name_;
-    QStringList names_;
-    QString main_;
-    QString goodsList_;
-    QString scales_;
+    QTemporaryDir m_folder;
+    QString m_name;
+    QStringList m_names;
+    QString m_main;
+    QString m_goodsList;
+    QString m_scales;
 };
 
 } // namespace test

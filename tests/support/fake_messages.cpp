@@ -1,6 +1,8 @@
 #include "tests/support/fake_messages.h"
 
-#include <QtTest/QtTest>
+#include <QtTest>
+
+using namespace Qt::StringLiterals;
 
 namespace test {
 namespace {
@@ -14,14 +16,14 @@ QStringList Numbered(int number, const QStringList &parameters)
 
 void FakeMessages::Say(const char *function, const QStringList &texts)
 {
-    m_said << QLatin1String(function) + u'(' + texts.join(QStringLiteral(", ")) + u')';
+    m_said << QLatin1String(function) + u'(' + texts.join(u", "_s) + u')';
 }
 
 bool FakeMessages::Question(const char *function, const QStringList &texts)
 {
     Say(function, texts);
     if (m_answers.isEmpty()) {
-        QTest::qFail(qPrintable(QStringLiteral("no answer is queued for ") + m_said.last()), __FILE__, __LINE__);
+        QTest::qFail(qPrintable(u"no answer is queued for "_s + m_said.last()), __FILE__, __LINE__);
         return false;
     }
     return m_answers.takeFirst();
@@ -30,7 +32,7 @@ bool FakeMessages::Question(const char *function, const QStringList &texts)
 void FakeMessages::CheckAccounted()
 {
     for (const QString &text : std::as_const(m_said))
-        QTest::qFail(qPrintable(QStringLiteral("a message was not accounted for: ") + text), __FILE__, __LINE__);
+        QTest::qFail(qPrintable(u"a message was not accounted for: "_s + text), __FILE__, __LINE__);
     if (!m_answers.isEmpty())
         QTest::qFail("an answer was queued that nobody asked for", __FILE__, __LINE__);
     m_said.clear();

@@ -2,7 +2,7 @@
 
 #include "host/services/message_service.h"
 
-#include <QtCore/QList>
+#include <QList>
 
 namespace test {
 

@@ -1,14 +1,16 @@
 #include "tests/support/modal.h"
 
-#include <QtCore/QDir>
-#include <QtCore/QElapsedTimer>
-#include <QtCore/QPointer>
-#include <QtCore/QTimer>
-#include <QtTest/QtTest>
-#include <QtWidgets/QApplication>
-#include <QtWidgets/QComboBox>
-#include <QtWidgets/QDialog>
-#include <QtWidgets/QLineEdit>
+#include <QApplication>
+#include <QComboBox>
+#include <QDialog>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QLineEdit>
+#include <QPointer>
+#include <QTimer>
+#include <QtTest>
+
+using namespace Qt::StringLiterals;
 
 namespace test {
 namespace {
@@ -70,7 +72,7 @@ void Drive(const std::function<void()> &open, const std::function<void(QWidget *
             return;
         if (screen && screen->isVisible()) {
             if (!failed)
-                Fail(QStringLiteral("the screen was left open: ") + screen->windowTitle());
+                Fail(u"the screen was left open: "_s + screen->windowTitle());
             for (QWidget *modal = QApplication::activeModalWidget(); modal && modal != before;
                  modal = QApplication::activeModalWidget())
                 Force(modal);
@@ -79,7 +81,7 @@ void Drive(const std::function<void()> &open, const std::function<void(QWidget *
     poll.start();
     open();
     if (!driven)
-        Fail(QStringLiteral("no modal screen appeared"));
+        Fail(u"no modal screen appeared"_s);
 }
 
 void Press(Qt::Key key, Qt::KeyboardModifiers modifiers)
@@ -87,7 +89,7 @@ void Press(Qt::Key key, Qt::KeyboardModifiers modifiers)
     if (QWidget *target = Target())
         QTest::keyClick(target, key, modifiers);
     else
-        Fail(QStringLiteral("no window takes keys"));
+        Fail(u"no window takes keys"_s);
 }
 
 void Type(const QString &text)
@@ -98,7 +100,7 @@ void Type(const QString &text)
         at += c.size();
         QWidget *target = Target();
         if (!target)
-            return Fail(QStringLiteral("no window takes keys"));
+            return Fail(u"no window takes keys"_s);
         QTest::sendKeyEvent(QTest::Click, target, Qt::Key(c.at(0).toUpper().unicode()), c, Qt::NoModifier);
     }
 }
@@ -143,14 +145,14 @@ void Show(QWidget &window)
     window.show();
     window.activateWindow();
     if (!QTest::qWaitForWindowActive(&window))
-        Fail(QStringLiteral("the window does not become active"));
+        Fail(u"the window does not become active"_s);
 }
 
 void Picture(QWidget &widget, const QString &name)
 {
     const QString folder = qEnvironmentVariable("GOODS_PICTURES");
     if (!folder.isEmpty())
-        widget.grab().save(QDir(folder).filePath(name + QStringLiteral(".png")));
+        widget.grab().save(QDir(folder).filePath(name + u".png"_s));
 }
 
 } // namespace test

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <QtCore/QString>
-#include <QtWidgets/QWidget>
+#include <QString>
+#include <QWidget>
 
 #include <functional>
 #include <stdexcept>

@@ -3,9 +3,11 @@
 #include "host/data/persian_text.h"
 #include "host/screens/theme.h"
 
-#include <QtTest/QtTest>
+#include <QtTest>
 
 #include <algorithm>
+
+using namespace Qt::StringLiterals;
 
 namespace test {
 namespace {
@@ -23,7 +25,7 @@ template <typename... Parts> QString Call(const char *name, const Parts &...part
             return QString(part);
     };
     (texts << ... << text(parts));
-    return QLatin1String(name) + u'(' + texts.join(QStringLiteral(", ")) + u')';
+    return QLatin1String(name) + u'(' + texts.join(u", "_s) + u')';
 }
 
 } // namespace

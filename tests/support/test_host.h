@@ -3,8 +3,10 @@
 #include "host/host.h"
 #include "tests/support/fake_messages.h"
 
-#include <QtCore/QHash>
-#include <QtCore/QSet>
+#include <QHash>
+#include <QSet>
+
+using namespace Qt::StringLiterals;
 
 namespace test {
 
@@ -27,7 +29,7 @@ struct FakeSettings : host::SettingsService
     QByteArray LoadState(const QString &screen) override { return states.value(screen); }
     void SaveState(const QString &screen, const QByteArray &state) override { states.insert(screen, state); }
 
-    host::TUserInfo user{7, QStringLiteral("مریم احمدی"), 1};
+    host::TUserInfo user{7, u"مریم احمدی"_s, 1};
     host::TSettingRecord record;
     QHash<QString, QByteArray> states;
 };
@@ -50,8 +52,8 @@ struct FakeEntities : host::EntityService
     QList<int> choices;                    ///< what the user will choose, 0 for nothing
     QString multipleChoice;
     host::MultibleParam wanted; ///< what the last choice of several was asked for
-    int refuseDelete = 0; ///< what Delete_Entity returns
-    QStringList calls;    ///< "Select_GroupList(104, کار)"
+    int refuseDelete = 0;       ///< what Delete_Entity returns
+    QStringList calls;          ///< "Select_GroupList(104, کار)"
 };
 
 struct FakeVouchers : host::VoucherService
@@ -133,9 +135,9 @@ struct FakeClock : host::ClockService
     QString NowTime() override { return time; }
     QString NowDate() override { return date; }
     QString NowShamsiDate() override { return shamsi; }
-    QString time = QStringLiteral("10:20:30");
-    QString date = QStringLiteral("2024/07/30");
-    QString shamsi = QStringLiteral("1403/05/09");
+    QString time = u"10:20:30"_s;
+    QString date = u"2024/07/30"_s;
+    QString shamsi = u"1403/05/09"_s;
 };
 
 struct FakeBarcodes : host::BarcodeService
@@ -151,7 +153,7 @@ struct FakeBarcodes : host::BarcodeService
 struct FakeFinance : host::FinanceService
 {
     QList<host::Entity> Fill_FinanceGoodTypes() override { return types; }
-    QList<host::Entity> types{{1, QStringLiteral("مواد اولیه")}, {2, QStringLiteral("کالای ساخته شده")}};
+    QList<host::Entity> types{{1, u"مواد اولیه"_s}, {2, u"کالای ساخته شده"_s}};
 };
 
 struct FakeTheme : host::ThemeService

@@ -1,11 +1,13 @@
 #include "tests/support/test_main.h"
 
-#include <QtTest/QtTest>
-#include <QtWidgets/QApplication>
+#include <QApplication>
+#include <QtTest>
 
 #include <algorithm>
 #include <cstdio>
 #include <vector>
+
+using namespace Qt::StringLiterals;
 
 namespace test {
 namespace {
@@ -55,7 +57,7 @@ int main(int argc, char **argv)
     QApplication::setQuitOnLastWindowClosed(false);
 
     QStringList arguments = application.arguments();
-    arguments << QStringLiteral("-nocrashhandler"); // it starts a debugger, which may wait for ever
+    arguments << u"-nocrashhandler"_s; // it starts a debugger, which may wait for ever
     QString only;
     const auto known = [](const QString &name) {
         return std::any_of(test::entries().begin(), test::entries().end(),

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QtCore/QObject>
+#include <QObject>
 
 #include <functional>
 #include <memory>
@@ -15,5 +15,5 @@ bool Register(const char *name, std::function<std::unique_ptr<QObject>()> make);
 /// Written once below a test class: `REGISTER_TEST(TestDateEdit)`.
 /// `tests_host TestDateEdit rule` runs one function of one class; without arguments everything runs.
 #define REGISTER_TEST(Class)                                                                                           \
-    static const bool registered_##Class =                                                                             \
+    static const bool m_registered##Class =                                                                            \
         test::Register(#Class, []() -> std::unique_ptr<QObject> { return std::make_unique<Class>(); });

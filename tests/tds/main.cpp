@@ -12,12 +12,14 @@
 #include <thread>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 int runProgram(const tds::Server &server, QStringList arguments)
 {
     const QString connection =
-        u"Driver=FreeTDS;Server=127.0.0.1;Port=%1;UID=test;PWD=test;TDS_Version=7.4"_qs.arg(server.port());
+        u"Driver=FreeTDS;Server=127.0.0.1;Port=%1;UID=test;PWD=test;TDS_Version=7.4"_s.arg(server.port());
     qputenv("GOODS_TEST_CONNECTION", connection.toUtf8());
     QProcess program;
     program.setProcessChannelMode(QProcess::ForwardedChannels);
@@ -39,7 +41,7 @@ int main(int argc, char **argv)
 {
     QCoreApplication application(argc, argv);
     // Nothing here has to outlive the machine.
-    if (argc > 1 && QFileInfo(u"/dev/shm"_qs).isWritable())
+    if (argc > 1 && QFileInfo(u"/dev/shm"_s).isWritable())
         qputenv("TMPDIR", "/dev/shm");
     tds::Server server;
     std::thread([&server] { server.serve(); }).detach();

@@ -13,13 +13,15 @@
 #include <thread>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 namespace tds {
 
 namespace {
 
 tsql::Error existsAlready(const QString &name)
 {
-    return {1801, u"Database '%1' already exists. Choose a different database name."_qs.arg(name)};
+    return {1801, u"Database '%1' already exists. Choose a different database name."_s.arg(name)};
 }
 
 } // namespace
@@ -61,8 +63,7 @@ void Databases::copy(const QString &name, const QString &source)
             throw existsAlready(name);
         const QString file = nextFile();
         if (!QFile::copy(original.file, file))
-            throw tsql::Error(1802,
-                              u"CREATE DATABASE failed. The file of '%1' cannot be copied."_qs.arg(original.name));
+            throw tsql::Error(1802, u"CREATE DATABASE failed. The file of '%1' cannot be copied."_s.arg(original.name));
         m_all[name.toLower()] = std::make_shared<Database>(Database{name, file, original.collation, 0});
     });
 }
@@ -70,7 +71,7 @@ void Databases::copy(const QString &name, const QString &source)
 void Databases::drop(const QString &name)
 {
     alone(name, [this](const Database &database) {
-        for (const QString &tail : {QString(), u"-wal"_qs, u"-shm"_qs})
+        for (const QString &tail : {QString(), u"-wal"_s, u"-shm"_s})
             QFile::remove(database.file + tail);
         m_all.remove(database.name.toLower());
     });
@@ -84,11 +85,11 @@ template <class Work> void Databases::alone(const QString &name, const Work &wor
         const auto database = m_all.value(name.toLower());
         if (!database)
             throw tsql::Error(3701, u"Cannot use the database '%1', because it does not exist or you do not have "
-                                    "permission."_qs.arg(name));
+                                    "permission."_s.arg(name));
         if (database->sessions == 0)
             return work(*database);
     }
-    throw tsql::Error(3702, u"Cannot use database \"%1\" because it is currently in use."_qs.arg(name));
+    throw tsql::Error(3702, u"Cannot use database \"%1\" because it is currently in use."_s.arg(name));
 }
 
 QString Databases::nextFile()

@@ -5,6 +5,8 @@
 #include <QRegularExpression>
 #include <QtEndian>
 
+using namespace Qt::StringLiterals;
+
 namespace tds {
 
 namespace {
@@ -74,7 +76,7 @@ bool Session::enter(const QString &name)
     }
     leave();
     m_database = database;
-    m_connection = std::make_unique<tsql::Connection>(database ? database->file : QStringLiteral(":memory:"));
+    m_connection = std::make_unique<tsql::Connection>(database ? database->file : u":memory:"_s);
     return true;
 }
 
@@ -102,13 +104,13 @@ bool Session::logIn()
         name = databaseName();
     if (!enter(name)) {
         putMessage(m_wire, 4060, 11, 1, 1,
-                   u"Cannot open database \"%1\" requested by the login. The login failed."_qs.arg(name));
+                   u"Cannot open database \"%1\" requested by the login. The login failed."_s.arg(name));
         putDone(m_wire, DoneError);
         m_wire.finish();
         return false;
     }
     const auto packetSize = int(std::clamp(numberAt<quint32>(body, 8), 512U, 32767U));
-    putDatabaseChange(m_wire, u"master"_qs, databaseName());
+    putDatabaseChange(m_wire, u"master"_s, databaseName());
     putCollationChange(m_wire, collation());
     putLoginAcknowledgement(m_wire, numberAt<quint32>(body, 4));
     putPacketSizeChange(m_wire, packetSize);
@@ -152,7 +154,7 @@ void Session::answer(const Message &message)
             return changeTransaction(message.body.mid(start));
         default:
             throw tsql::Error(2812, u"This test server takes batches only: no calls, cursors or prepared "
-                                    "statements."_qs);
+                                    "statements."_s);
         }
     });
 }
@@ -213,9 +215,9 @@ void Session::sendRows(tsql::Cursor &cursor, bool inProcedure)
 bool Session::changedDatabases(const QString &text)
 {
     static const QRegularExpression pattern(
-        QStringLiteral(R"(^\s*(?:IF\s+DB_ID\s*\(\s*N?'((?:[^']|'')*)'\s*\)\s+IS\s+(NOT\s+)?NULL\s+)?)"
-                       R"((CREATE\s+DATABASE|DROP\s+DATABASE|USE)\s+(?:\[((?:[^\]]|\]\])+)\]|(\w+)))"
-                       R"((?:\s+COLLATE\s+(\w+)|\s+AS\s+COPY\s+OF\s+\[([^\]]+)\])?\s*;?\s*$)"),
+        uR"(^\s*(?:IF\s+DB_ID\s*\(\s*N?'((?:[^']|'')*)'\s*\)\s+IS\s+(NOT\s+)?NULL\s+)?)"
+        R"((CREATE\s+DATABASE|DROP\s+DATABASE|USE)\s+(?:\[((?:[^\]]|\]\])+)\]|(\w+)))"
+        R"((?:\s+COLLATE\s+(\w+)|\s+AS\s+COPY\s+OF\s+\[([^\]]+)\])?\s*;?\s*$)"_s,
         QRegularExpression::CaseInsensitiveOption);
     const auto match = pattern.match(text);
     if (!match.hasMatch())
@@ -242,7 +244,7 @@ void Session::use(const QString &database)
     const QString before = databaseName();
     if (!enter(database))
         throw tsql::Error(
-            911, u"Database '%1' does not exist. Make sure that the name is entered correctly."_qs.arg(database));
+            911, u"Database '%1' does not exist. Make sure that the name is entered correctly."_s.arg(database));
     putDatabaseChange(m_wire, before, databaseName());
     putCollationChange(m_wire, collation());
 }
@@ -251,14 +253,14 @@ void Session::use(const QString &database)
 QString Session::catalogueQuery(const QString &text) const
 {
     if (text.contains(u"sp_datatype_info"))
-        return u"SELECT 'datetime' AS TYPE_NAME, CAST(93 AS smallint) AS DATA_TYPE, 23 AS [PRECISION]"_qs;
-    const QString view = u"INFORMATION_SCHEMA.TABLES"_qs;
+        return u"SELECT 'datetime' AS TYPE_NAME, CAST(93 AS smallint) AS DATA_TYPE, 23 AS [PRECISION]"_s;
+    const QString view = u"INFORMATION_SCHEMA.TABLES"_s;
     if (!text.contains(view))
         return {};
-    QString rows = u"SELECT N'' AS TABLE_SCHEMA, N'' AS TABLE_NAME WHERE 1 = 0"_qs;
+    QString rows = u"SELECT N'' AS TABLE_SCHEMA, N'' AS TABLE_NAME WHERE 1 = 0"_s;
     for (const tsql::ObjectName &table : m_connection->catalogue().tableNames())
-        rows += u" UNION ALL SELECT N'%1', N'%2'"_qs.arg(table.schema, table.name);
-    return QString(text).replace(view, u"(%1) AS TABLES"_qs.arg(rows));
+        rows += u" UNION ALL SELECT N'%1', N'%2'"_s.arg(table.schema, table.name);
+    return QString(text).replace(view, u"(%1) AS TABLES"_s.arg(rows));
 }
 
 /** Begin, commit (and perhaps begin again), roll back, as the driver's switch of automatic commits sends them. */
@@ -286,7 +288,7 @@ void Session::changeTransaction(const QByteArray &body)
             begin();
         break;
     default:
-        throw tsql::Error(8501, u"This test server knows local transactions only."_qs);
+        throw tsql::Error(8501, u"This test server knows local transactions only."_s);
     }
     putDone(m_wire, 0);
 }
@@ -300,7 +302,7 @@ void Session::endTransaction(quint8 type)
         else
             m_connection->rollback();
     } else if (!transaction) {
-        throw tsql::Error(type == 9 ? 3902 : 3903, u"The request has no corresponding BEGIN TRANSACTION."_qs);
+        throw tsql::Error(type == 9 ? 3902 : 3903, u"The request has no corresponding BEGIN TRANSACTION."_s);
     }
     putTransactionChange(m_wire, type, transaction);
 }

@@ -4,6 +4,8 @@
 #include "tests/tds/server.h"
 #include "tsql/connection.h"
 
+using namespace Qt::StringLiterals;
+
 namespace tds {
 
 class Session
@@ -22,7 +24,7 @@ public:
 private:
     bool enter(const QString &database);
     void leave();
-    QString databaseName() const { return m_database ? m_database->name : QStringLiteral("master"); }
+    QString databaseName() const { return m_database ? m_database->name : u"master"_s; }
     const Collation &collation() const { return m_database ? m_database->collation : m_masterCollation; }
 
     void answer(const Message &message);

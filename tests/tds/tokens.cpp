@@ -4,6 +4,8 @@
 
 #include <iconv.h>
 
+using namespace Qt::StringLiterals;
+
 namespace tds {
 
 namespace {
@@ -77,7 +79,7 @@ void putDone(Wire &wire, int status, qint64 rows, DoneKind kind)
 
 void putMessage(Wire &wire, int number, int severity, int state, int line, const QString &text)
 {
-    const QString server = QStringLiteral("tds-server");
+    const QString server = u"tds-server"_s;
     const QString shown = text.left(4000);
     wire.put(severity < 11 ? InfoToken : ErrorToken);
     wire.put(quint16(4 + 1 + 1 + 2 + 2 * shown.size() + 1 + 2 * server.size() + 1 + 4));
@@ -99,7 +101,7 @@ void putReturnStatus(Wire &wire, int value)
 
 void putLoginAcknowledgement(Wire &wire, quint32 version)
 {
-    const QString program = QStringLiteral("tds-server");
+    const QString program = u"tds-server"_s;
     wire.put(LoginAck);
     wire.put(quint16(1 + 4 + 1 + 2 * program.size() + 4));
     wire.put(quint8(1));
@@ -115,7 +117,7 @@ void putDatabaseChange(Wire &wire, const QString &from, const QString &to)
 
 void putPacketSizeChange(Wire &wire, int size)
 {
-    putTextChange(wire, 4, QString::number(size), QStringLiteral("4096"));
+    putTextChange(wire, 4, QString::number(size), u"4096"_s);
 }
 
 void putCollationChange(Wire &wire, const Collation &collation)

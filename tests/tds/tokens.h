@@ -4,12 +4,14 @@
 #include "tests/tds/wire.h"
 #include "tsql/cursor.h"
 
+using namespace Qt::StringLiterals;
+
 namespace tds {
 
 /** How the texts of plain varchar columns are written: by the collation of the database. */
 struct Collation
 {
-    explicit Collation(const QString &name = QStringLiteral("Persian_100_CI_AI_SC_UTF8"));
+    explicit Collation(const QString &name = u"Persian_100_CI_AI_SC_UTF8"_s);
 
     QByteArray bytes() const;
     /** The letters that the collation has; a question mark for each it has not. */

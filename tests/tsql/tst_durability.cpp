@@ -13,11 +13,13 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 class TestDurability : public QObject
 {
     Q_OBJECT
 
-private Q_SLOTS:
+private slots:
     void init();
     void cleanup();
     void killed();
@@ -41,10 +43,10 @@ void TestDurability::init()
 {
     m_folder = std::make_unique<QTemporaryDir>();
     m_last = 0;
-    tsql::Connection connection(file(u"a.db"_qs));
+    tsql::Connection connection(file(u"a.db"_s));
     connection.execute(u"CREATE TABLE Journal (Number int NOT NULL, Part int NOT NULL, Note nvarchar(max), "
                        "PRIMARY KEY (Number, Part))\nCREATE TABLE Total (Id int PRIMARY KEY, Parts int NOT NULL)\n"
-                       "INSERT Total VALUES (1, 0)"_qs);
+                       "INSERT Total VALUES (1, 0)"_s);
 }
 
 void TestDurability::cleanup()
@@ -67,10 +69,10 @@ void TestDurability::write(const QString &path, int first, int acknowledge)
         const int parts = random.bounded(1, 13);
         connection.beginTransaction();
         for (int part = 1; part <= parts; ++part)
-            connection.execute(u"INSERT Journal VALUES (%1, %2, REPLICATE(N'سند ', %3))"_qs.arg(number).arg(part).arg(
+            connection.execute(u"INSERT Journal VALUES (%1, %2, REPLICATE(N'سند ', %3))"_s.arg(number).arg(part).arg(
                 random.bounded(1, 2000)));
-        connection.execute(u"UPDATE Journal SET Note = NULL WHERE Number = %1"_qs.arg(number - 50));
-        connection.execute(u"UPDATE Total SET Parts = Parts + %1"_qs.arg(parts));
+        connection.execute(u"UPDATE Journal SET Note = NULL WHERE Number = %1"_s.arg(number - 50));
+        connection.execute(u"UPDATE Total SET Parts = Parts + %1"_s.arg(parts));
         if (random.bounded(10) == 0) {
             connection.rollback();
             continue;
@@ -91,7 +93,7 @@ void TestDurability::startWriter()
     if (m_writer == 0) {
         close(ends[0]);
         try {
-            write(file(u"a.db"_qs), first, ends[1]);
+            write(file(u"a.db"_s), first, ends[1]);
         } catch (const tsql::Error &error) {
             qWarning("%s", error.what());
         }
@@ -122,11 +124,11 @@ void TestDurability::check(const QString &path) const
     QCOMPARE(connection.handle().integer("SELECT count(*) FROM pragma_integrity_check WHERE integrity_check = 'ok'"),
              1);
     if (m_last > 0)
-        QVERIFY(first(u"SELECT COUNT(*) FROM Journal WHERE Number = %1"_qs.arg(m_last)) > 0);
+        QVERIFY(first(u"SELECT COUNT(*) FROM Journal WHERE Number = %1"_s.arg(m_last)) > 0);
     QCOMPARE(
-        first(u"SELECT COUNT(*) FROM (SELECT Number FROM Journal GROUP BY Number HAVING COUNT(*) <> MAX(Part)) t"_qs),
+        first(u"SELECT COUNT(*) FROM (SELECT Number FROM Journal GROUP BY Number HAVING COUNT(*) <> MAX(Part)) t"_s),
         0);
-    QCOMPARE(first(u"SELECT COUNT(*) FROM Journal"_qs), first(u"SELECT Parts FROM Total"_qs));
+    QCOMPARE(first(u"SELECT COUNT(*) FROM Journal"_s), first(u"SELECT Parts FROM Total"_s));
 }
 
 void TestDurability::killed()
@@ -143,7 +145,7 @@ void TestDurability::killed()
         while (read(m_acknowledged, &number, sizeof number) == ssize_t(sizeof number))
             m_last = number;
         close(m_acknowledged);
-        check(file(u"a.db"_qs));
+        check(file(u"a.db"_s));
         if (QTest::currentTestFailed())
             return;
     }
@@ -157,9 +159,9 @@ void TestDurability::copiedInTheMiddle()
         QTest::qSleep(m_random.bounded(1, 8));
         kill(m_writer, SIGSTOP);
         waitpid(m_writer, nullptr, WUNTRACED);
-        const QString copy = file(u"copy %1.db"_qs.arg(round));
-        QVERIFY(QFile::copy(file(u"a.db"_qs), copy));
-        QVERIFY(QFile::copy(file(u"a.db-wal"_qs), copy + u"-wal"_qs));
+        const QString copy = file(u"copy %1.db"_s.arg(round));
+        QVERIFY(QFile::copy(file(u"a.db"_s), copy));
+        QVERIFY(QFile::copy(file(u"a.db-wal"_s), copy + u"-wal"_s));
         check(copy);
         if (QTest::currentTestFailed())
             return;

@@ -19,11 +19,13 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+using namespace Qt::StringLiterals;
+
 class TestStatements : public QObject
 {
     Q_OBJECT
 
-private Q_SLOTS:
+private slots:
     void files_data();
     void files();
 };
@@ -41,12 +43,12 @@ struct Case
 
 QList<Case> casesOfScript(const QString &path, int line)
 {
-    QFile file(QStringLiteral(GOODS_SOURCES "/") + path);
+    QFile file(QString::fromUtf8(GOODS_SOURCES "/") + path);
     if (!file.open(QIODevice::ReadOnly))
-        return {{path, {}, {}, {u"a readable script"_qs}, line}};
+        return {{path, {}, {}, {u"a readable script"_s}, line}};
     QList<Case> cases;
     for (const tsql::ScriptBatch &batch : tsql::splitScript(QString::fromUtf8(file.readAll())))
-        cases.append({u"%1:%2"_qs.arg(path).arg(batch.firstLine), {}, batch.text, {}, line});
+        cases.append({u"%1:%2"_s.arg(path).arg(batch.firstLine), {}, batch.text, {}, line});
     return cases;
 }
 
@@ -61,16 +63,16 @@ QList<Case> casesIn(const QString &path)
     int number = 0;
     for (const QString &line : lines) {
         ++number;
-        if (line.startsWith(u"##"_qs))
+        if (line.startsWith(u"##"_s))
             continue;
-        if (line.startsWith(u"@run "_qs)) {
+        if (line.startsWith(u"@run "_s)) {
             cases.append(casesOfScript(line.mid(5).trimmed(), number));
-        } else if (line.startsWith(u"== "_qs)) {
+        } else if (line.startsWith(u"== "_s)) {
             const QString title = line.mid(3).trimmed();
             const qsizetype bracket = title.endsWith(u']') ? title.lastIndexOf(u'[') : -1;
             cases.append({title, bracket < 0 ? QString() : title.mid(bracket), {}, {}, number});
             expecting = false;
-        } else if (line == u"-->"_qs) {
+        } else if (line == u"-->"_s) {
             expecting = true;
         } else if (!cases.isEmpty() && expecting) {
             if (!line.isEmpty())
@@ -85,16 +87,16 @@ QList<Case> casesIn(const QString &path)
 QString shown(const QVariant &value)
 {
     if (value.isNull())
-        return u"NULL"_qs;
+        return u"NULL"_s;
     switch (value.typeId()) {
     case QMetaType::Bool:
-        return value.toBool() ? u"1"_qs : u"0"_qs;
+        return value.toBool() ? u"1"_s : u"0"_s;
     case QMetaType::QByteArray:
-        return u"0x"_qs + QString::fromLatin1(value.toByteArray().toHex().toUpper());
+        return u"0x"_s + QString::fromLatin1(value.toByteArray().toHex().toUpper());
     case QMetaType::QDate:
-        return value.toDate().toString(u"yyyy-MM-dd"_qs);
+        return value.toDate().toString(u"yyyy-MM-dd"_s);
     case QMetaType::QDateTime:
-        return value.toDateTime().toString(u"yyyy-MM-dd hh:mm:ss.zzz"_qs);
+        return value.toDateTime().toString(u"yyyy-MM-dd hh:mm:ss.zzz"_s);
     default:
         return value.toString();
     }
@@ -109,19 +111,19 @@ QStringList answer(QSqlQuery &query, const QString &statements, bool withLine)
             if (!query.isSelect())
                 continue;
             if (!first)
-                lines += u"---"_qs;
+                lines += u"---"_s;
             first = false;
             while (query.next()) {
                 QStringList fields;
                 for (int i = 0; i < query.record().count(); ++i)
                     fields += shown(query.value(i));
-                lines += fields.join(u" | "_qs);
+                lines += fields.join(u" | "_s);
             }
         } while (!query.lastError().isValid() && query.nextResult());
     }
     const QSqlError error = query.lastError();
     if (error.isValid())
-        lines += u"error %1%2: %3"_qs.arg(
+        lines += u"error %1%2: %3"_s.arg(
             error.nativeErrorCode(), withLine ? u' ' + error.driverText().toLower() : QString(), error.databaseText());
     return lines;
 }
@@ -137,12 +139,12 @@ public:
 
     QSqlDatabase get(const QString &name)
     {
-        const QString full = u"statements "_qs + name;
+        const QString full = u"statements "_s + name;
         if (m_names.contains(full))
             return QSqlDatabase::database(full);
         QSqlDatabase database = QSqlDatabase::addDatabase(new tsql::Driver, full);
         m_names += full;
-        database.setDatabaseName(m_folder.filePath(u"statements.db"_qs));
+        database.setDatabaseName(m_folder.filePath(u"statements.db"_s));
         database.open();
         return database;
     }
@@ -158,7 +160,7 @@ void TestStatements::files_data()
 {
     QTest::addColumn<QString>("path");
     const QDir folder(QLatin1String(GOODS_TEST_SOURCES));
-    const QFileInfoList files = folder.entryInfoList({u"*.test"_qs}, QDir::Files, QDir::Name);
+    const QFileInfoList files = folder.entryInfoList({u"*.test"_s}, QDir::Files, QDir::Name);
     for (const QFileInfo &file : files)
         QTest::newRow(qPrintable(file.baseName())) << file.filePath();
     if (files.isEmpty())
@@ -178,14 +180,14 @@ void TestStatements::files()
         QSqlQuery query(database);
         query.setForwardOnly(true);
         query.setNumericalPrecisionPolicy(QSql::HighPrecision);
-        const bool withLine = !one.expected.isEmpty() && one.expected.last().contains(u" line "_qs);
+        const bool withLine = !one.expected.isEmpty() && one.expected.last().contains(u" line "_s);
         const QStringList given = answer(query, one.statements, withLine);
         if (given == one.expected)
             continue;
         ++failures;
-        qWarning().noquote() << QStringLiteral("%1:%2 %3\n  expected:\n    %4\n  given:\n    %5")
-                                    .arg(QFileInfo(path).fileName(), QString::number(one.line), one.title,
-                                         one.expected.join(u"\n    "_qs), given.join(u"\n    "_qs));
+        qWarning().noquote() << u"%1:%2 %3\n  expected:\n    %4\n  given:\n    %5"_s.arg(
+            QFileInfo(path).fileName(), QString::number(one.line), one.title, one.expected.join(u"\n    "_s),
+            given.join(u"\n    "_s));
     }
     QCOMPARE(failures, 0);
 }

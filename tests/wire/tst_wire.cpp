@@ -15,6 +15,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
+
 using namespace host;
 
 namespace {
@@ -26,46 +28,43 @@ public:
     Server()
     {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(u"TMPDIR"_qs, folder_.path());
-        process_.setProcessEnvironment(environment);
-        process_.start(QStringLiteral(TDS_SERVER), QStringList());
-        process_.waitForReadyRead();
-        string_ = u"Driver=FreeTDS;Server=127.0.0.1;Port=%1;UID=test;PWD=test;TDS_Version=7.4"_qs.arg(
-            process_.readLine().trimmed().toInt());
+        environment.insert(u"TMPDIR"_s, m_folder.path());
+        m_process.setProcessEnvironment(environment);
+        m_process.start(QString::fromUtf8(TDS_SERVER), QStringList());
+        m_process.waitForReadyRead();
+        m_string = u"Driver=FreeTDS;Server=127.0.0.1;Port=%1;UID=test;PWD=test;TDS_Version=7.4"_s.arg(
+            m_process.readLine().trimmed().toInt());
         Target(String()).createOnServer();
         main = Connect();
     }
     ~Server()
     {
         main = QSqlDatabase();
-        for (const QString &name : std::as_const(names_)) {
+        for (const QString &name : std::as_const(m_names)) {
             QSqlDatabase::removeDatabase(name);
         }
         Kill();
     }
 
-    QString String(const QString &database = QStringLiteral("wire")) const
+    QString String(const QString &database = u"wire"_s) const { return m_string + u";Database="_s + database; }
+    QSqlDatabase Connect(const QString &database = u"wire"_s)
     {
-        return string_ + u";Database="_qs + database;
-    }
-    QSqlDatabase Connect(const QString &database = QStringLiteral("wire"))
-    {
-        names_ << u"wire %1"_qs.arg(names_.size());
-        return Target(String(database)).connect(names_.last());
+        m_names << u"wire %1"_s.arg(m_names.size());
+        return Target(String(database)).connect(m_names.last());
     }
     void Kill()
     {
-        process_.kill();
-        process_.waitForFinished();
+        m_process.kill();
+        m_process.waitForFinished();
     }
 
     QSqlDatabase main;
 
 private:
-    QTemporaryDir folder_;
-    QProcess process_;
-    QString string_;
-    QStringList names_;
+    QTemporaryDir m_folder;
+    QProcess m_process;
+    QString m_string;
+    QStringList m_names;
 };
 
 /// What is thrown; a test fails where nothing is.
@@ -76,7 +75,7 @@ template <class Work> DatabaseError Refusal(const Work &work)
     } catch (const DatabaseError &error) {
         return error;
     }
-    return DatabaseError(QStringLiteral("nothing was refused"));
+    return DatabaseError(u"nothing was refused"_s);
 }
 
 QString Shown(const Query &query)
@@ -84,7 +83,7 @@ QString Shown(const Query &query)
     QStringList fields;
     for (int column = 0; column < query.Rows().ColumnCount(); ++column) {
         const QVariant value = query.Value(column);
-        fields << (value.isNull()                            ? QStringLiteral("NULL")
+        fields << (value.isNull()                            ? u"NULL"_s
                    : value.typeId() == QMetaType::QByteArray ? QString::fromLatin1(value.toByteArray().toHex())
                                                              : value.toString());
     }
@@ -97,9 +96,9 @@ class TestWire : public QObject
 {
     Q_OBJECT
 
-private Q_SLOTS:
-    void init() { server_ = std::make_unique<Server>(); }
-    void cleanup() { server_.reset(); }
+private slots:
+    void init() { m_server = std::make_unique<Server>(); }
+    void cleanup() { m_server.reset(); }
     void values_data();
     void values();
     void longTextsAndBytes();
@@ -117,7 +116,7 @@ private Q_SLOTS:
     void goodsSql();
 
 private:
-    std::unique_ptr<Server> server_;
+    std::unique_ptr<Server> m_server;
 };
 
 void TestWire::values_data()
@@ -152,17 +151,17 @@ void TestWire::values_data()
 void TestWire::values()
 {
     QFETCH(QString, select);
-    QTEST(Shown(Query(server_->main, u"SELECT "_qs + select)), "value");
+    QTEST(Shown(Query(m_server->main, u"SELECT "_s + select)), "value");
 }
 
 void TestWire::longTextsAndBytes()
 {
     Exec(
-        server_->main,
-        u"CREATE TABLE Notes (Id int IDENTITY(1,1) PRIMARY KEY, Text nvarchar(max), Raw varbinary(max), Short nvarchar(50))"_qs);
-    Dataset notes(server_->main);
-    notes.SetTable(u"Notes"_qs, u"Id"_qs);
-    notes.Open(u"SELECT * FROM Notes"_qs);
+        m_server->main,
+        u"CREATE TABLE Notes (Id int IDENTITY(1,1) PRIMARY KEY, Text nvarchar(max), Raw varbinary(max), Short nvarchar(50))"_s);
+    Dataset notes(m_server->main);
+    notes.SetTable(u"Notes"_s, u"Id"_s);
+    notes.Open(u"SELECT * FROM Notes"_s);
     for (const int length : {1, 3999, 4000, 4001, 70'000}) {
         const QString text = QString(length - 1, u'ی') + u'ک';
         const QByteArray bytes = text.toUtf8();
@@ -171,8 +170,8 @@ void TestWire::longTextsAndBytes()
         notes.SetField(u"Raw", bytes);
         notes.SetField(u"Short", text.right(50));
         notes.Post();
-        const Query stored(server_->main,
-                           u"SELECT Text, Raw, Short FROM Notes WHERE Id = "_qs + notes.TextField(u"Id"));
+        const Query stored(m_server->main,
+                           u"SELECT Text, Raw, Short FROM Notes WHERE Id = "_s + notes.TextField(u"Id"));
         QVERIFY2(stored.Text(u"Text") == text, qPrintable(QString::number(length)));
         QCOMPARE(notes.TextField(u"Short"), text.right(50));
         QCOMPARE(stored.Text(u"Short"), text.right(50));
@@ -183,24 +182,24 @@ void TestWire::longTextsAndBytes()
 /// Results and counts come one after the other; of a procedure that counts nothing only the rows.
 void TestWire::everyResultOfABatch()
 {
-    Exec(server_->main, u"CREATE TABLE T (A int)"_qs);
-    Exec(server_->main,
-         u"CREATE PROCEDURE Quiet AS SET NOCOUNT ON INSERT T VALUES (7) SELECT 'q' AS Q DELETE T WHERE A = 7"_qs);
-    QSqlQuery query(server_->main);
+    Exec(m_server->main, u"CREATE TABLE T (A int)"_s);
+    Exec(m_server->main,
+         u"CREATE PROCEDURE Quiet AS SET NOCOUNT ON INSERT T VALUES (7) SELECT 'q' AS Q DELETE T WHERE A = 7"_s);
+    QSqlQuery query(m_server->main);
     query.setForwardOnly(true);
     QVERIFY(query.exec(
-        u"INSERT T VALUES (1), (2) SELECT A FROM T UPDATE T SET A = 3 WHERE A = 1 SELECT A FROM T WHERE A > 9"_qs));
+        u"INSERT T VALUES (1), (2) SELECT A FROM T UPDATE T SET A = 3 WHERE A = 1 SELECT A FROM T WHERE A > 9"_s));
     QStringList results;
     do {
-        QString result = query.isSelect() ? u"rows"_qs : u"count %1"_qs.arg(query.numRowsAffected());
+        QString result = query.isSelect() ? u"rows"_s : u"count %1"_s.arg(query.numRowsAffected());
         while (query.isSelect() && query.next()) {
             result += u' ' + query.value(0).toString();
         }
         results << result;
     } while (query.nextResult());
-    QCOMPARE(results, (QStringList{u"count 2"_qs, u"rows 1 2"_qs, u"count 1"_qs, u"rows"_qs}));
-    QCOMPARE(Exec(server_->main, u"UPDATE T SET A = 1 SELECT 5 DELETE T WHERE A = 99"_qs), 0);
-    QCOMPARE(Scalar(server_->main, u"INSERT T VALUES (8) EXEC Quiet"_qs).toString(), u"q");
+    QCOMPARE(results, (QStringList{u"count 2"_s, u"rows 1 2"_s, u"count 1"_s, u"rows"_s}));
+    QCOMPARE(Exec(m_server->main, u"UPDATE T SET A = 1 SELECT 5 DELETE T WHERE A = 99"_s), 0);
+    QCOMPARE(Scalar(m_server->main, u"INSERT T VALUES (8) EXEC Quiet"_s).toString(), u"q");
 }
 
 void TestWire::refusals_data()
@@ -227,90 +226,90 @@ void TestWire::refusals_data()
 
 void TestWire::refusals()
 {
-    Exec(server_->main, u"CREATE TABLE T (A int NOT NULL CONSTRAINT PK_T PRIMARY KEY) INSERT T VALUES (20006)"_qs);
+    Exec(m_server->main, u"CREATE TABLE T (A int NOT NULL CONSTRAINT PK_T PRIMARY KEY) INSERT T VALUES (20006)"_s);
     QFETCH(QString, statement);
     QFETCH(QString, code);
     QFETCH(QString, says);
-    const DatabaseError error = Refusal([&] { Exec(server_->main, statement); });
+    const DatabaseError error = Refusal([&] { Exec(m_server->main, statement); });
     QVERIFY2(error.Text().startsWith(says), qPrintable(error.Text()));
     QVERIFY2(code.isEmpty() || error.NativeCode() == code, qPrintable(error.NativeCode()));
     QVERIFY(!error.ConnectionLost());
     QTEST(error.KeyViolation(), "key");
-    QCOMPARE(Scalar(server_->main, u"SELECT 4"_qs).toInt(), 4);
+    QCOMPARE(Scalar(m_server->main, u"SELECT 4"_s).toInt(), 4);
 }
 
 void TestWire::refusalAmongTheRows()
 {
-    Exec(server_->main, u"CREATE TABLE T (A int NOT NULL PRIMARY KEY)"_qs);
-    Exec(server_->main, u"INSERT T VALUES (1), (2), (3), (4)"_qs);
-    const DatabaseError error = Refusal([&] { Query(server_->main, u"SELECT 12 / (3 - A) FROM T ORDER BY A"_qs); });
+    Exec(m_server->main, u"CREATE TABLE T (A int NOT NULL PRIMARY KEY)"_s);
+    Exec(m_server->main, u"INSERT T VALUES (1), (2), (3), (4)"_s);
+    const DatabaseError error = Refusal([&] { Query(m_server->main, u"SELECT 12 / (3 - A) FROM T ORDER BY A"_s); });
     QVERIFY2(error.Text().startsWith(u"Divide by zero"), qPrintable(error.Text()));
     QVERIFY(!error.ConnectionLost());
-    QCOMPARE(Scalar(server_->main, u"SELECT COUNT(*) FROM T"_qs).toInt(), 4);
+    QCOMPARE(Scalar(m_server->main, u"SELECT COUNT(*) FROM T"_s).toInt(), 4);
 }
 
 void TestWire::abandonedListFreesItsConnection()
 {
-    Exec(server_->main, u"CREATE TABLE T (A int, Name nvarchar(200))"_qs);
+    Exec(m_server->main, u"CREATE TABLE T (A int, Name nvarchar(200))"_s);
     Exec(
-        server_->main,
+        m_server->main,
         u"DECLARE @i int = 0 BEGIN TRAN WHILE @i < 20000 BEGIN SET @i = @i + 1 INSERT T VALUES "
-        "(@i, N'نامی که چند بسته را پر می‌کند، چند صد بار پشت سر هم') END COMMIT"_qs);
+        "(@i, N'نامی که چند بسته را پر می‌کند، چند صد بار پشت سر هم') END COMMIT"_s);
     {
-        QSqlQuery list(server_->main);
+        QSqlQuery list(m_server->main);
         list.setForwardOnly(true);
-        QVERIFY(list.exec(u"SELECT * FROM T"_qs));
+        QVERIFY(list.exec(u"SELECT * FROM T"_s));
         for (int i = 0; i < 10; ++i) {
             QVERIFY(list.next());
         }
     }
-    QCOMPARE(Scalar(server_->main, u"SELECT COUNT(*) FROM T"_qs).toInt(), 20'000);
+    QCOMPARE(Scalar(m_server->main, u"SELECT COUNT(*) FROM T"_s).toInt(), 20'000);
 
-    Dataset blocks(server_->main);
+    Dataset blocks(m_server->main);
     blocks.SetBlockSize(1000);
-    blocks.Open(u"SELECT * FROM T"_qs);
+    blocks.Open(u"SELECT * FROM T"_s);
     QCOMPARE(blocks.RecordCount(), 1000);
-    QCOMPARE(Exec(server_->main, u"DELETE T WHERE A = 20000"_qs), 1);
+    QCOMPARE(Exec(m_server->main, u"DELETE T WHERE A = 20000"_s), 1);
     blocks.FetchAll();
     QCOMPARE(blocks.RecordCount(), 20'000);
 }
 
 void TestWire::transactions()
 {
-    const QSqlDatabase other = server_->Connect();
-    const auto count = [&] { return Scalar(other, u"SELECT COUNT(*) FROM T"_qs).toInt(); };
-    Exec(server_->main, u"CREATE TABLE T (A int NOT NULL PRIMARY KEY)"_qs);
+    const QSqlDatabase other = m_server->Connect();
+    const auto count = [&] { return Scalar(other, u"SELECT COUNT(*) FROM T"_s).toInt(); };
+    Exec(m_server->main, u"CREATE TABLE T (A int NOT NULL PRIMARY KEY)"_s);
     {
-        Transaction kept(server_->main);
-        Exec(server_->main, u"INSERT T VALUES (1)"_qs);
-        QVERIFY(Refusal([&] { Exec(server_->main, u"INSERT T VALUES (1)"_qs); }).KeyViolation());
-        Exec(server_->main, u"INSERT T VALUES (2)"_qs);
+        Transaction kept(m_server->main);
+        Exec(m_server->main, u"INSERT T VALUES (1)"_s);
+        QVERIFY(Refusal([&] { Exec(m_server->main, u"INSERT T VALUES (1)"_s); }).KeyViolation());
+        Exec(m_server->main, u"INSERT T VALUES (2)"_s);
         kept.Commit();
     }
     QCOMPARE(count(), 2);
     {
-        Transaction undone(server_->main);
-        Exec(server_->main, u"INSERT T VALUES (3) DELETE T WHERE A = 1"_qs);
+        Transaction undone(m_server->main);
+        Exec(m_server->main, u"INSERT T VALUES (3) DELETE T WHERE A = 1"_s);
     }
     QCOMPARE(count(), 2);
-    Exec(server_->main, u"INSERT T VALUES (4)"_qs);
+    Exec(m_server->main, u"INSERT T VALUES (4)"_s);
     QCOMPARE(count(), 3);
 }
 
 void TestWire::killedServer()
 {
-    Exec(server_->main,
-         u"CREATE TABLE T (Id int IDENTITY(1,1) PRIMARY KEY, Name nvarchar(20)) INSERT T (Name) VALUES (N'چای')"_qs);
-    QSqlDatabase begins = server_->Connect();
-    QSqlDatabase commits = server_->Connect();
-    Dataset things(server_->main);
-    things.SetTable(u"T"_qs, u"Id"_qs);
-    things.Open(u"SELECT * FROM T"_qs);
+    Exec(m_server->main,
+         u"CREATE TABLE T (Id int IDENTITY(1,1) PRIMARY KEY, Name nvarchar(20)) INSERT T (Name) VALUES (N'چای')"_s);
+    QSqlDatabase begins = m_server->Connect();
+    QSqlDatabase commits = m_server->Connect();
+    Dataset things(m_server->main);
+    things.SetTable(u"T"_s, u"Id"_s);
+    things.Open(u"SELECT * FROM T"_s);
     things.Edit();
-    things.SetField(u"Name", u"قهوه"_qs);
+    things.SetField(u"Name", u"قهوه"_s);
     Transaction open(commits);
-    Exec(commits, u"UPDATE T SET Name = N'آب'"_qs);
-    server_->Kill();
+    Exec(commits, u"UPDATE T SET Name = N'آب'"_s);
+    m_server->Kill();
 
     const DatabaseError first = Refusal([&] { things.Post(); });
     QVERIFY2(first.ConnectionLost() && !first.KeyViolation(), qPrintable(first.LogText()));
@@ -325,22 +324,22 @@ void TestWire::killedServer()
     const DatabaseError committed = Refusal([&] { open.Commit(); });
     QVERIFY2(committed.ConnectionLost(), qPrintable(committed.LogText()));
     desk::Options options;
-    options.connection = server_->String();
+    options.connection = m_server->String();
     const DatabaseError opened = Refusal([&] { desk::OpenConnections connections(options); });
     QVERIFY2(opened.ConnectionLost(), qPrintable(opened.LogText()));
 }
 
 void TestWire::killedWhileAListIsRead()
 {
-    Exec(server_->main, u"CREATE TABLE T (A int, Name nvarchar(200))"_qs);
+    Exec(m_server->main, u"CREATE TABLE T (A int, Name nvarchar(200))"_s);
     Exec(
-        server_->main,
+        m_server->main,
         u"DECLARE @i int = 0 BEGIN TRAN WHILE @i < 60000 BEGIN SET @i = @i + 1 INSERT T VALUES "
-        "(@i, N'نامی که چند بسته را پر می‌کند، چند هزار بار پشت سر هم، تا هیچ میانگیری همه را نگیرد') END COMMIT"_qs);
-    Dataset blocks(server_->main);
+        "(@i, N'نامی که چند بسته را پر می‌کند، چند هزار بار پشت سر هم، تا هیچ میانگیری همه را نگیرد') END COMMIT"_s);
+    Dataset blocks(m_server->main);
     blocks.SetBlockSize(1000);
-    blocks.Open(u"SELECT * FROM T"_qs);
-    server_->Kill();
+    blocks.Open(u"SELECT * FROM T"_s);
+    m_server->Kill();
     const DatabaseError error = Refusal([&] { blocks.FetchAll(); });
     QVERIFY2(error.ConnectionLost(), qPrintable(error.LogText()));
     QVERIFY(blocks.RecordCount() >= 1000 && blocks.RecordCount() < 60'000);
@@ -348,70 +347,70 @@ void TestWire::killedWhileAListIsRead()
 
 void TestWire::databases()
 {
-    const QString name = u"فروشگاه ]d'or["_qs;
-    const Target shop(server_->String(name));
-    QVERIFY_THROWS_EXCEPTION(ScriptError, server_->Connect(name));
+    const QString name = u"فروشگاه ]d'or["_s;
+    const Target shop(m_server->String(name));
+    QVERIFY_THROWS_EXCEPTION(ScriptError, m_server->Connect(name));
     shop.createOnServer();
     shop.createOnServer();
     {
-        const QSqlDatabase inside = server_->Connect(name);
-        Exec(inside, u"CREATE TABLE Mine (A int)"_qs);
+        const QSqlDatabase inside = m_server->Connect(name);
+        Exec(inside, u"CREATE TABLE Mine (A int)"_s);
         QVERIFY_THROWS_EXCEPTION(ScriptError, initialise(inside, false)); // never into somebody's tables
-        QVERIFY(Refusal([&] { Query(server_->main, u"SELECT * FROM Mine"_qs); }).Text().startsWith(u"Invalid object"));
-        Exec(server_->main, u"USE [فروشگاه ]]d'or[]"_qs);
-        QVERIFY(!Exists(server_->main, u"SELECT * FROM Mine"_qs));
-        Exec(server_->main, u"USE wire"_qs);
+        QVERIFY(Refusal([&] { Query(m_server->main, u"SELECT * FROM Mine"_s); }).Text().startsWith(u"Invalid object"));
+        Exec(m_server->main, u"USE [فروشگاه ]]d'or[]"_s);
+        QVERIFY(!Exists(m_server->main, u"SELECT * FROM Mine"_s));
+        Exec(m_server->main, u"USE wire"_s);
     }
-    QSqlDatabase::database(u"wire 2"_qs).close();
+    QSqlDatabase::database(u"wire 2"_s).close();
     shop.dropOnServer();
     shop.dropOnServer();
-    QVERIFY_THROWS_EXCEPTION(ScriptError, server_->Connect(name));
+    QVERIFY_THROWS_EXCEPTION(ScriptError, m_server->Connect(name));
 }
 
 void TestWire::collationThatLosesLetters_data()
 {
     QTest::addColumn<QString>("collation");
     QTest::addColumn<bool>("keeps");
-    QTest::newRow("UTF-8") << u"Persian_100_CI_AI_SC_UTF8"_qs << true;
-    QTest::newRow("code page 1256") << u"Persian_100_CI_AI"_qs << false;
+    QTest::newRow("UTF-8") << u"Persian_100_CI_AI_SC_UTF8"_s << true;
+    QTest::newRow("code page 1256") << u"Persian_100_CI_AI"_s << false;
 }
 
 void TestWire::collationThatLosesLetters()
 {
     QFETCH(QString, collation);
-    Exec(server_->main, u"CREATE DATABASE other COLLATE "_qs + collation);
-    const QSqlDatabase other = server_->Connect(u"other"_qs);
+    Exec(m_server->main, u"CREATE DATABASE other COLLATE "_s + collation);
+    const QSqlDatabase other = m_server->Connect(u"other"_s);
     QTEST(desk::KeepsPersianLetters(other), "keeps");
-    QCOMPARE(Scalar(other, u"SELECT N'یک'"_qs).toString(), u"یک");
+    QCOMPARE(Scalar(other, u"SELECT N'یک'"_s).toString(), u"یک");
 }
 
 void TestWire::goodsSql()
 {
     const auto run = [this](const QStringList &arguments, const QByteArray &input = {}) {
         QProcess program;
-        program.start(QStringLiteral(GOODS_SQL), QStringList{server_->String(u"shop"_qs)} + arguments);
+        program.start(QString::fromUtf8(GOODS_SQL), QStringList{m_server->String(u"shop"_s)} + arguments);
         program.write(input);
         program.closeWriteChannel();
         program.waitForFinished();
         return QString::number(program.exitCode()) + u'\n' + QString::fromUtf8(program.readAllStandardOutput()) +
                QString::fromUtf8(program.readAllStandardError()).trimmed();
     };
-    QCOMPARE(run({u"--init"_qs, u"--demo"_qs}), u"0\n");
-    QVERIFY(run({u"--init"_qs}).startsWith(u"1\n"));
-    QCOMPARE(run({u"--csv"_qs, u"-"_qs}, "CREATE TABLE A (N nvarchar(9), D decimal(9,2))\nGO\n"
-                                         "INSERT A VALUES (N'الف', 0.5)\nGO\nSELECT * FROM A\ngo\n"),
+    QCOMPARE(run({u"--init"_s, u"--demo"_s}), u"0\n");
+    QVERIFY(run({u"--init"_s}).startsWith(u"1\n"));
+    QCOMPARE(run({u"--csv"_s, u"-"_s}, "CREATE TABLE A (N nvarchar(9), D decimal(9,2))\nGO\n"
+                                       "INSERT A VALUES (N'الف', 0.5)\nGO\nSELECT * FROM A\ngo\n"),
              u"0\nN,D\r\nالف,0.50\r\n");
     // A text of two-byte letters that fills its column, and the longest negative number.
     const QString longText(200, u'ی');
-    QCOMPARE(run({u"--csv"_qs, u"-"_qs}, "CREATE TABLE L (N nvarchar(200), D decimal(23,9))\nGO\nINSERT L VALUES (N'" +
-                                             longText.toUtf8() + "', -12345678901234.123456789)\nGO\nSELECT * FROM L"),
-             u"0\nN,D\r\n%1,-12345678901234.123456789\r\n"_qs.arg(longText));
+    QCOMPARE(run({u"--csv"_s, u"-"_s}, "CREATE TABLE L (N nvarchar(200), D decimal(23,9))\nGO\nINSERT L VALUES (N'" +
+                                           longText.toUtf8() + "', -12345678901234.123456789)\nGO\nSELECT * FROM L"),
+             u"0\nN,D\r\n%1,-12345678901234.123456789\r\n"_s.arg(longText));
     const QString refused =
-        run({u"-"_qs}, "SELECT 1 AS A\nGO\nSELECT 2 AS B\nINSERT A VALUES (N'a', 1/0)\nGO\nSELECT 3");
+        run({u"-"_s}, "SELECT 1 AS A\nGO\nSELECT 2 AS B\nINSERT A VALUES (N'a', 1/0)\nGO\nSELECT 3");
     QCOMPARE(refused, u"1\nA\n-\n1\nB\n-\n2\ngoods-sql: input:3: error 8134: [FreeTDS][SQL Server]Divide by zero error "
                       "encountered.");
-    QVERIFY(run({u"--backup"_qs, u"x"_qs}).startsWith(u"1\n"));
-    QCOMPARE(Scalar(server_->Connect(u"shop"_qs), u"SELECT COUNT(*) FROM GoodInf WHERE Name LIKE N'%ی%'"_qs).toInt() >
+    QVERIFY(run({u"--backup"_s, u"x"_s}).startsWith(u"1\n"));
+    QCOMPARE(Scalar(m_server->Connect(u"shop"_s), u"SELECT COUNT(*) FROM GoodInf WHERE Name LIKE N'%ی%'"_s).toInt() >
                  100,
              true);
 }

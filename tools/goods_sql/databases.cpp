@@ -7,6 +7,8 @@
 #include <QScopeGuard>
 #include <QSqlError>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // A text in plain quotes is stored in the database's own character set: this one holds all of Unicode.
@@ -14,9 +16,9 @@ constexpr char Collation[] = "Persian_100_CI_AI_SC_UTF8";
 
 QString scriptText(const QString &name)
 {
-    QFile file(u":/database/"_qs + name);
+    QFile file(u":/database/"_s + name);
     if (!file.open(QIODevice::ReadOnly))
-        throw ScriptError{u"%1: %2"_qs.arg(name, file.errorString())};
+        throw ScriptError{u"%1: %2"_s.arg(name, file.errorString())};
     return QString::fromUtf8(file.readAll());
 }
 
@@ -27,19 +29,19 @@ QSqlDatabase Target::open(bool create, const QString &connectionName) const
     if (isServer() && create)
         createOnServer();
     if (!isServer() && !create && !QFile::exists(m_name))
-        throw ScriptError{u"%1: there is no such database (make it with --init)"_qs.arg(m_name)};
+        throw ScriptError{u"%1: there is no such database (make it with --init)"_s.arg(m_name)};
     return connect(connectionName);
 }
 
 QSqlDatabase Target::connect(const QString &connectionName) const
 {
-    QSqlDatabase database = isServer() ? QSqlDatabase::addDatabase(u"QODBC"_qs, connectionName)
+    QSqlDatabase database = isServer() ? QSqlDatabase::addDatabase(u"QODBC"_s, connectionName)
                                        : QSqlDatabase::addDatabase(new tsql::Driver, connectionName);
     // The driver manager gives the last part of a connection string a zero behind its end: that part is empty here.
     database.setDatabaseName(isServer() ? m_name + u';' : m_name);
     database.setNumericalPrecisionPolicy(QSql::HighPrecision);
     if (!database.open())
-        throw ScriptError{u"cannot open the database: %1"_qs.arg(database.lastError().text())};
+        throw ScriptError{u"cannot open the database: %1"_s.arg(database.lastError().text())};
     return database;
 }
 
@@ -63,26 +65,26 @@ QString Target::without(const QString &key) const
 
 void Target::createOnServer() const
 {
-    runOnServer(u"IF DB_ID(N'%1') IS NULL CREATE DATABASE %2 COLLATE "_qs + QLatin1String(Collation));
+    runOnServer(u"IF DB_ID(N'%1') IS NULL CREATE DATABASE %2 COLLATE "_s + QLatin1String(Collation));
 }
 
 void Target::dropOnServer() const
 {
-    runOnServer(u"IF DB_ID(N'%1') IS NOT NULL DROP DATABASE %2"_qs);
+    runOnServer(u"IF DB_ID(N'%1') IS NOT NULL DROP DATABASE %2"_s);
 }
 
 /** %1 is the name of the database as it stands in a text, %2 as it stands elsewhere. */
 void Target::runOnServer(const QString &format) const
 {
-    const QString connection = u"goods-sql.server"_qs;
-    QString name = part(u"Database"_qs);
+    const QString connection = u"goods-sql.server"_s;
+    QString name = part(u"Database"_s);
     if (name.isEmpty())
         return;
     const auto remove = qScopeGuard([&] { QSqlDatabase::removeDatabase(connection); });
-    const QSqlDatabase server = Target(without(u"Database"_qs)).connect(connection);
-    const QString text = QString(name).replace(u'\'', u"''"_qs);
-    const QString quoted = u'[' + name.replace(u']', u"]]"_qs) + u']';
-    ScriptRunner(server, nullptr).run(format.arg(text, quoted), u"server"_qs);
+    const QSqlDatabase server = Target(without(u"Database"_s)).connect(connection);
+    const QString text = QString(name).replace(u'\'', u"''"_s);
+    const QString quoted = u'[' + name.replace(u']', u"]]"_s) + u']';
+    ScriptRunner(server, nullptr).run(format.arg(text, quoted), u"server"_s);
 }
 
 namespace {
@@ -94,7 +96,7 @@ bool isEmpty(const QSqlDatabase &database)
     // QSqlDatabase::tables() keeps to itself that the server refused to tell.
     QSqlQuery query(database);
     query.setForwardOnly(true);
-    if (!query.exec(u"SELECT COUNT(*) FROM INFORMATION_SCHEMA.TABLES"_qs) || !query.next())
+    if (!query.exec(u"SELECT COUNT(*) FROM INFORMATION_SCHEMA.TABLES"_s) || !query.next())
         throw ScriptError{query.lastError().text()};
     return query.value(0).toInt() == 0;
 }
@@ -104,19 +106,19 @@ bool isEmpty(const QSqlDatabase &database)
 void initialise(const QSqlDatabase &database, bool demo)
 {
     if (!isEmpty(database))
-        throw ScriptError{u"the database is not empty: --init leaves it as it is"_qs};
+        throw ScriptError{u"the database is not empty: --init leaves it as it is"_s};
     ScriptRunner runner(database, nullptr);
-    runner.run(scriptText(u"schema.sql"_qs), u"schema.sql"_qs);
-    runner.run(scriptText(u"procedures.sql"_qs), u"procedures.sql"_qs);
+    runner.run(scriptText(u"schema.sql"_s), u"schema.sql"_s);
+    runner.run(scriptText(u"procedures.sql"_s), u"procedures.sql"_s);
     if (demo)
-        runner.run(scriptText(u"demo.sql"_qs), u"demo.sql"_qs);
+        runner.run(scriptText(u"demo.sql"_s), u"demo.sql"_s);
 }
 
 void backup(const QSqlDatabase &database, const QString &file)
 {
     auto *driver = qobject_cast<tsql::Driver *>(database.driver());
     if (!driver)
-        throw ScriptError{u"--backup is for the embedded database; a server has BACKUP DATABASE"_qs};
+        throw ScriptError{u"--backup is for the embedded database; a server has BACKUP DATABASE"_s};
     if (!driver->backup(file))
         throw ScriptError{driver->lastError().databaseText()};
 }

@@ -9,24 +9,26 @@
 
 #include <cstdio>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 QString readAll(const QString &name)
 {
     QFile file(name);
-    const bool open = name == u"-"_qs ? file.open(stdin, QIODevice::ReadOnly) : file.open(QIODevice::ReadOnly);
+    const bool open = name == u"-"_s ? file.open(stdin, QIODevice::ReadOnly) : file.open(QIODevice::ReadOnly);
     if (!open)
-        throw ScriptError{u"%1: %2"_qs.arg(name, file.errorString())};
+        throw ScriptError{u"%1: %2"_s.arg(name, file.errorString())};
     return QString::fromUtf8(file.readAll());
 }
 
 struct Options
 {
-    QCommandLineOption init{u"init"_qs, u"Create the tables and procedures in an empty database."_qs};
-    QCommandLineOption demo{u"demo"_qs, u"With --init: add the demo data."_qs};
-    QCommandLineOption csv{u"csv"_qs, u"Print result sets as comma-separated values."_qs};
-    QCommandLineOption backup{u"backup"_qs, u"Copy the embedded database to FILE while it is in use."_qs, u"FILE"_qs};
-    QCommandLineOption command{{u"c"_qs, u"command"_qs}, u"Run TEXT instead of a script."_qs, u"TEXT"_qs};
+    QCommandLineOption init{u"init"_s, u"Create the tables and procedures in an empty database."_s};
+    QCommandLineOption demo{u"demo"_s, u"With --init: add the demo data."_s};
+    QCommandLineOption csv{u"csv"_s, u"Print result sets as comma-separated values."_s};
+    QCommandLineOption backup{u"backup"_s, u"Copy the embedded database to FILE while it is in use."_s, u"FILE"_s};
+    QCommandLineOption command{{u"c"_s, u"command"_s}, u"Run TEXT instead of a script."_s, u"TEXT"_s};
 };
 
 void run(const QCommandLineParser &parser, const Options &options)
@@ -34,16 +36,16 @@ void run(const QCommandLineParser &parser, const Options &options)
     const QStringList arguments = parser.positionalArguments();
     const bool init = parser.isSet(options.init);
     const Target target(arguments.first());
-    const QSqlDatabase database = target.open(init, u"goods-sql"_qs);
+    const QSqlDatabase database = target.open(init, u"goods-sql"_s);
     QTextStream out(stdout);
     if (init)
         initialise(database, parser.isSet(options.demo));
     TablePrinter printer(out, parser.isSet(options.csv));
     ScriptRunner runner(database, &printer);
     if (parser.isSet(options.command))
-        runner.run(parser.value(options.command), u"command"_qs);
+        runner.run(parser.value(options.command), u"command"_s);
     for (const QString &script : arguments.mid(1))
-        runner.run(readAll(script), script == u"-"_qs ? u"input"_qs : script);
+        runner.run(readAll(script), script == u"-"_s ? u"input"_s : script);
     if (parser.isSet(options.backup))
         backup(database, parser.value(options.backup));
 }
@@ -53,14 +55,14 @@ void run(const QCommandLineParser &parser, const Options &options)
 int main(int argc, char **argv)
 {
     QCoreApplication application(argc, argv);
-    QCoreApplication::setApplicationName(u"goods-sql"_qs);
+    QCoreApplication::setApplicationName(u"goods-sql"_s);
     QCommandLineParser parser;
     const Options options;
-    parser.setApplicationDescription(u"Runs T-SQL scripts (batches end at GO) and stops at the first error."_qs);
+    parser.setApplicationDescription(u"Runs T-SQL scripts (batches end at GO) and stops at the first error."_s);
     parser.addHelpOption();
     parser.addOptions({options.init, options.demo, options.csv, options.backup, options.command});
-    parser.addPositionalArgument(u"database"_qs, u"A database file, or an ODBC connection string."_qs);
-    parser.addPositionalArgument(u"scripts"_qs, u"Files to run, - for standard input."_qs, u"[scripts...]"_qs);
+    parser.addPositionalArgument(u"database"_s, u"A database file, or an ODBC connection string."_s);
+    parser.addPositionalArgument(u"scripts"_s, u"Files to run, - for standard input."_s, u"[scripts...]"_s);
     parser.process(application);
     if (parser.positionalArguments().isEmpty())
         parser.showHelp(2);

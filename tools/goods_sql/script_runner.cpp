@@ -6,13 +6,15 @@
 
 #include <QSqlError>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /** "Line 12" of the embedded driver; other drivers do not tell: then it is the first line of the batch. */
 int lineOf(const QSqlError &error)
 {
     const QString text = error.driverText();
-    return text.startsWith(u"Line "_qs) ? std::max(text.mid(5).toInt(), 1) : 1;
+    return text.startsWith(u"Line "_s) ? std::max(text.mid(5).toInt(), 1) : 1;
 }
 
 /** What a batch of the embedded database says between its result sets. A server's driver keeps it to itself. */
@@ -53,7 +55,7 @@ void ScriptRunner::run(const QString &script, const QString &name)
     try {
         batches = tsql::splitScript(script);
     } catch (const tsql::Error &error) {
-        throw ScriptError{u"%1:%2: %3"_qs.arg(name, QString::number(error.line()), error.message())};
+        throw ScriptError{u"%1:%2: %3"_s.arg(name, QString::number(error.line()), error.message())};
     }
     for (const tsql::ScriptBatch &batch : batches)
         runBatch(batch.text, batch.firstLine, name);
@@ -79,8 +81,8 @@ void ScriptRunner::runBatch(const QString &batch, int firstLine, const QString &
         messages.printRest(*m_printer);
     const QSqlError error = query.lastError();
     if (error.isValid()) {
-        const QString number = error.nativeErrorCode().isEmpty() ? QString() : u" "_qs + error.nativeErrorCode();
-        throw ScriptError{u"%1:%2: error%3: %4"_qs.arg(name, QString::number(firstLine + lineOf(error) - 1), number,
-                                                       error.databaseText())};
+        const QString number = error.nativeErrorCode().isEmpty() ? QString() : u" "_s + error.nativeErrorCode();
+        throw ScriptError{u"%1:%2: error%3: %4"_s.arg(name, QString::number(firstLine + lineOf(error) - 1), number,
+                                                      error.databaseText())};
     }
 }

@@ -4,6 +4,8 @@
 #include <QSqlField>
 #include <QSqlRecord>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /** Columns on the screen: marks that sit on the letter before take none. */
@@ -21,7 +23,7 @@ qsizetype width(const QString &text)
 QString quotedForCsv(QString text)
 {
     const bool special = text.contains(u',') || text.contains(u'"') || text.contains(u'\n') || text.contains(u'\r');
-    return special ? u'"' + text.replace(u'"', u"\"\""_qs) + u'"' : text;
+    return special ? u'"' + text.replace(u'"', u"\"\""_s) + u'"' : text;
 }
 
 bool isNumber(const QSqlField &field)
@@ -45,13 +47,13 @@ QString printed(const QVariant &value, const QString &null)
         return null;
     switch (value.typeId()) {
     case QMetaType::Bool:
-        return value.toBool() ? u"1"_qs : u"0"_qs;
+        return value.toBool() ? u"1"_s : u"0"_s;
     case QMetaType::QByteArray:
-        return u"0x"_qs + QString::fromLatin1(value.toByteArray().toHex().toUpper());
+        return u"0x"_s + QString::fromLatin1(value.toByteArray().toHex().toUpper());
     case QMetaType::QDate:
         return value.toDate().toString(Qt::ISODate);
     case QMetaType::QDateTime:
-        return value.toDateTime().toString(u"yyyy-MM-dd hh:mm:ss.zzz"_qs);
+        return value.toDateTime().toString(u"yyyy-MM-dd hh:mm:ss.zzz"_s);
     default:
         return value.toString();
     }
@@ -100,7 +102,7 @@ int TablePrinter::printCsv(Rows &rows)
     do {
         for (QString &field : line)
             field = quotedForCsv(field);
-        m_out << line.join(u',') << u"\r\n"_qs;
+        m_out << line.join(u',') << u"\r\n"_s;
         ++count;
         if (!rows.query.next())
             return count;
@@ -115,7 +117,7 @@ int TablePrinter::printTable(Rows &rows)
         widths += width(name);
     QList<QStringList> first;
     while (first.size() < MeasuredRows && rows.query.next()) {
-        first += fields(rows, u"NULL"_qs);
+        first += fields(rows, u"NULL"_s);
         for (int i = 0; i < widths.size(); ++i)
             widths[i] = std::max(widths[i], width(first.last()[i]));
     }
@@ -128,7 +130,7 @@ int TablePrinter::printTable(Rows &rows)
         printLine(row, widths, rows.numbers);
     auto count = int(first.size());
     for (; rows.query.next(); ++count)
-        printLine(fields(rows, u"NULL"_qs), widths, rows.numbers);
+        printLine(fields(rows, u"NULL"_s), widths, rows.numbers);
     return count;
 }
 
@@ -137,7 +139,7 @@ void TablePrinter::printLine(const QStringList &fields, const QList<qsizetype> &
     for (int i = 0; i < fields.size(); ++i) {
         const QString padding(std::max<qsizetype>(widths[i] - width(fields[i]), 0), u' ');
         const bool last = i + 1 == fields.size();
-        m_out << (i > 0 ? u" "_qs : QString())
+        m_out << (i > 0 ? u" "_s : QString())
               << (right[i] ? padding + fields[i] : fields[i] + (last ? QString() : padding));
     }
     m_out << u'\n';

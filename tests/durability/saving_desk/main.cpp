@@ -7,9 +7,11 @@
 #include "tests/support/test_host.h"
 #include "tsql/driver.h"
 
-#include <QtCore/QCoreApplication>
+#include <QCoreApplication>
 
 #include <cstdio>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -24,7 +26,7 @@ QSqlDatabase connect(const QString &file, const QString &name)
 
 void saveOne(host::Host &host, TGood_DM &data, int number)
 {
-    const int code = data.Good_GetNewCode(QStringLiteral("1"));
+    const int code = data.Good_GetNewCode(u"1"_s);
     data.CreateGoodDetailTempTable();
     data.InsertDefaultDetailTypesSelectedListInNewGood(QString::number(code));
     data.CostLevel_Prepare(code, 2);
@@ -35,8 +37,8 @@ void saveOne(host::Host &host, TGood_DM &data, int number)
     request.isNew = true;
     request.good.Code = code;
     request.good.GrpCode = 1;
-    request.good.kala_name = QStringLiteral("کالای %1").arg(number);
-    request.good.AbbName = QStringLiteral("!%1!").arg(code);
+    request.good.kala_name = u"کالای %1"_s.arg(number);
+    request.good.AbbName = u"!%1!"_s.arg(code);
     request.good.SMSCode = QString::number(code);
     request.good.Unit = 1;
     request.good.Store = 1;
@@ -52,8 +54,7 @@ int main(int argc, char *argv[])
 {
     QCoreApplication application(argc, argv);
     const QString file = application.arguments().value(1);
-    host::Connections connections{connect(file, QStringLiteral("main")), connect(file, QStringLiteral("list")),
-                                  connect(file, QStringLiteral("scales"))};
+    host::Connections connections{connect(file, u"main"_s), connect(file, u"list"_s), connect(file, u"scales"_s)};
     test::TestHost desk(connections);
     desk.settings.record.GoodDetails = true;
     host::Host &host = desk;

@@ -5,6 +5,8 @@
 #include <QPushButton>
 #include <QtTest>
 
+using namespace Qt::StringLiterals;
+
 /// What hangs on a good: its categories, its photos.
 class TestGoodLists : public QObject
 {
@@ -16,45 +18,45 @@ private slots:
         QTest::addColumn<bool>("save");
         QTest::addColumn<QStringList>("rows");
         QTest::addColumn<QString>("others"); // photos, and working rows of any kind
-        QTest::newRow("saved") << true << QStringList{u"3|0"_qs} << u"1|0|0|0"_qs;
-        QTest::newRow("left") << false << QStringList{u"2|0"_qs} << u"0|0|0|0"_qs;
+        QTest::newRow("saved") << true << QStringList{u"3|0"_s} << u"1|0|0|0"_s;
+        QTest::newRow("left") << false << QStringList{u"2|0"_s} << u"0|0|0|0"_s;
     }
     void categoriesLastWhenSaved()
     {
         QFETCH(bool, save);
         EditorFixture f;
-        f.InsertGood(500009, u"دوغ"_qs, 909);
-        f.host.categories.all = {{1, 0, u"خوراکی"_qs}, {2, 1, u"سرد"_qs}, {3, 1, u"گرم"_qs}};
+        f.InsertGood(500009, u"دوغ"_s, 909);
+        f.host.categories.all = {{1, 0, u"خوراکی"_s}, {2, 1, u"سرد"_s}, {3, 1, u"گرم"_s}};
         f.database.Exec(u"insert into Categories(Code,ParentCode,Name,Path) values(1,null,N'خوراکی',',1,'),"
-                        "(2,1,N'سرد',',1,2,'),(3,1,N'گرم',',1,3,')"_qs);
-        f.database.Exec(u"insert into Kala_category(Kala_code,Category_code) values(500009,2)"_qs);
-        f.database.Exec(u"insert into GoodFirstAsset(GoodCode,StoreCode,tmp,Amount1,Radif) values(500009,1,0,4,1)"_qs);
-        f.database.Exec(u"update GoodInf set AvaBgPrd=4,CostBgPrd=1"_qs);
+                        "(2,1,N'سرد',',1,2,'),(3,1,N'گرم',',1,3,')"_s);
+        f.database.Exec(u"insert into Kala_category(Kala_code,Category_code) values(500009,2)"_s);
+        f.database.Exec(u"insert into GoodFirstAsset(GoodCode,StoreCode,tmp,Amount1,Radif) values(500009,1,0,4,1)"_s);
+        f.database.Exec(u"update GoodInf set AvaBgPrd=4,CostBgPrd=1"_s);
         f.OpenGood(500009, [&](QWidget *screen) {
-            f.database.Exec(u"insert into PhotoGallery(GRPCode,Id_pic,Picture,tmp) values(102,500009,0x01,1)"_qs);
-            f.ShowTab(screen, u"Category_TBC"_qs);
-            test::Focus(screen, u"Category_frame1"_qs);
+            f.database.Exec(u"insert into PhotoGallery(GRPCode,Id_pic,Picture,tmp) values(102,500009,0x01,1)"_s);
+            f.ShowTab(screen, u"Category_TBC"_s);
+            test::Focus(screen, u"Category_frame1"_s);
             test::Press(Qt::Key_Home);
-            QCOMPARE(test::Find<QComboBox>(screen, u"Category_frame1"_qs).currentText(), u"خوراکی / سرد"_qs);
+            QCOMPARE(test::Find<QComboBox>(screen, u"Category_frame1"_s).currentText(), u"خوراکی / سرد"_s);
             test::Press(Qt::Key_F4);
-            QCOMPARE(f.host.messages.Take(), u"MsgRepeatedField(دسته, زیر شاخه خالی یا )"_qs);
+            QCOMPARE(f.host.messages.Take(), u"MsgRepeatedField(دسته, زیر شاخه خالی یا )"_s);
             test::Press(Qt::Key_End);
             test::Press(Qt::Key_F4);
             f.host.messages.Answer(true);
             test::Press(Qt::Key_Down);
-            QCOMPARE(test::Focused(), u"Category_GRD"_qs);
+            QCOMPARE(test::Focused(), u"Category_GRD"_s);
             test::Press(Qt::Key_F7);
-            QCOMPARE(f.host.messages.Take(), u"MsgDeleteItem(دسته)"_qs);
+            QCOMPARE(f.host.messages.Take(), u"MsgDeleteItem(دسته)"_s);
             if (!save)
                 return f.Leave();
             test::Press(Qt::Key_F3);
-            QCOMPARE(f.host.messages.TakeAll(), QStringList{u"MSGCompeletedSuccessfully(ذخيره سازي کالا)"_qs});
+            QCOMPARE(f.host.messages.TakeAll(), QStringList{u"MSGCompeletedSuccessfully(ذخيره سازي کالا)"_s});
         });
-        QTEST(f.database.Rows(u"select Category_code,tmp from Kala_category"_qs), "rows");
+        QTEST(f.database.Rows(u"select Category_code,tmp from Kala_category"_s), "rows");
         QTEST(f.database
                   .Rows(u"select (select count(*) from PhotoGallery),(select count(*) from PhotoGallery where "
                         "tmp>0),(select count(*) from GoodFirstAsset where tmp>0),(select count(*) from "
-                        "tmpCostList)"_qs)
+                        "tmpCostList)"_s)
                   .value(0),
               "others");
     }
@@ -62,22 +64,22 @@ private slots:
     void photosAndStoresNeedTheirRight()
     {
         EditorFixture f;
-        f.InsertGood(500009, u"دوغ"_qs, 909);
+        f.InsertGood(500009, u"دوغ"_s, 909);
         f.OpenGood(500009, [&](QWidget *screen) {
-            auto &button = test::Find<QPushButton>(screen, u"Picture_BTN"_qs);
+            auto &button = test::Find<QPushButton>(screen, u"Picture_BTN"_s);
             button.click();
             QCOMPARE(f.host.photos.calls.size(), 1);
-            QVERIFY(f.host.photos.calls.first().contains(u"500009"_qs));
+            QVERIFY(f.host.photos.calls.first().contains(u"500009"_s));
             f.host.permissions.Deny(host::TSoftwarePart::Goods, host::TPermission::Photo);
             button.click();
             QCOMPARE(f.host.photos.calls.size(), 1);
-            test::Focus(screen, u"Store_Entity"_qs);
+            test::Focus(screen, u"Store_Entity"_s);
             f.host.entities.choices = {0};
             test::Press(Qt::Key_F2);
-            QCOMPARE(f.host.entities.calls.filter(u"Select_GroupList(105"_qs).size(), 1);
+            QCOMPARE(f.host.entities.calls.filter(u"Select_GroupList(105"_s).size(), 1);
             f.host.permissions.Deny(host::TSoftwarePart::Stores, host::TPermission::OpenList);
             test::Press(Qt::Key_F2);
-            QCOMPARE(f.host.entities.calls.filter(u"Select_GroupList(105"_qs).size(), 1);
+            QCOMPARE(f.host.entities.calls.filter(u"Select_GroupList(105"_s).size(), 1);
             test::Press(Qt::Key_Escape);
         });
     }

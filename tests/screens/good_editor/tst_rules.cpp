@@ -7,6 +7,8 @@
 #include <QRandomGenerator>
 #include <QtTest>
 
+using namespace Qt::StringLiterals;
+
 using goods::Barcodes;
 using goods::Quantity;
 using host::QuantityFromText;
@@ -24,11 +26,11 @@ private slots:
         QTest::addColumn<QString>("formula");
         QTest::addColumn<QString>("big");
         QTest::addColumn<QString>("small");
-        QTest::newRow("binary noise below a whole number") << u"0.3"_qs << u"0.1"_qs << u"3"_qs << u"0"_qs;
-        QTest::newRow("negative") << u"-30"_qs << u"12"_qs << u"-2"_qs << u"-6"_qs;
-        QTest::newRow("less than one") << u"5"_qs << u"12"_qs << u"0"_qs << u"5"_qs;
-        QTest::newRow("nine decimals") << u"1.000000001"_qs << u"0.5"_qs << u"2"_qs << u"0.000000001"_qs;
-        QTest::newRow("fifteen digits") << u"99999999999999"_qs << u"7"_qs << u"14285714285714"_qs << u"1"_qs;
+        QTest::newRow("binary noise below a whole number") << u"0.3"_s << u"0.1"_s << u"3"_s << u"0"_s;
+        QTest::newRow("negative") << u"-30"_s << u"12"_s << u"-2"_s << u"-6"_s;
+        QTest::newRow("less than one") << u"5"_s << u"12"_s << u"0"_s << u"5"_s;
+        QTest::newRow("nine decimals") << u"1.000000001"_s << u"0.5"_s << u"2"_s << u"0.000000001"_s;
+        QTest::newRow("fifteen digits") << u"99999999999999"_s << u"7"_s << u"14285714285714"_s << u"1"_s;
     }
     void splitsTotals()
     {
@@ -55,26 +57,25 @@ private slots:
 
     void convertsQuantitiesAndPrices()
     {
-        QCOMPARE(QuantityToText(goods::FirstQuantity(3, QuantityFromText(u"0.1"))), QStringLiteral("0.3"));
-        QCOMPARE(QuantityToText(goods::BigUnitPrice(5, 0)), QStringLiteral("0"));
-        QCOMPARE(QuantityToText(goods::BigUnitPrice(QuantityFromText(u"0.1"), 3)), QStringLiteral("0.3"));
+        QCOMPARE(QuantityToText(goods::FirstQuantity(3, QuantityFromText(u"0.1"))), u"0.3"_s);
+        QCOMPARE(QuantityToText(goods::BigUnitPrice(5, 0)), u"0"_s);
+        QCOMPARE(QuantityToText(goods::BigUnitPrice(QuantityFromText(u"0.1"), 3)), u"0.3"_s);
         QVERIFY(!goods::SmallUnitPrice(5, 0));
-        QCOMPARE(QuantityToText(*goods::SmallUnitPrice(10, 3)), QStringLiteral("3.333333333"));
+        QCOMPARE(QuantityToText(*goods::SmallUnitPrice(10, 3)), u"3.333333333"_s);
     }
 
     void unpacksBarcodes_data()
     {
         QTest::addColumn<QString>("text");
         QTest::addColumn<QStringList>("barcodes");
-        QTest::newRow("nothing") << u""_qs << QStringList{u""_qs, u""_qs, u""_qs, u""_qs, u""_qs, u""_qs};
-        QTest::newRow("no mark") << u"ABC"_qs << QStringList{u"ABC"_qs, u""_qs, u""_qs, u""_qs, u""_qs, u""_qs};
-        QTest::newRow("one") << u"!111!"_qs << QStringList{u"111"_qs, u""_qs, u""_qs, u""_qs, u""_qs, u""_qs};
-        QTest::newRow("two") << u"!111!222!"_qs << QStringList{u"111"_qs, u"222"_qs, u""_qs, u""_qs, u""_qs, u""_qs};
-        QTest::newRow("gaps") << u"!1!!3!!5!6!"_qs << QStringList{u"1"_qs, u""_qs, u"3"_qs, u""_qs, u"5"_qs, u"6"_qs};
+        QTest::newRow("nothing") << u""_s << QStringList{u""_s, u""_s, u""_s, u""_s, u""_s, u""_s};
+        QTest::newRow("no mark") << u"ABC"_s << QStringList{u"ABC"_s, u""_s, u""_s, u""_s, u""_s, u""_s};
+        QTest::newRow("one") << u"!111!"_s << QStringList{u"111"_s, u""_s, u""_s, u""_s, u""_s, u""_s};
+        QTest::newRow("two") << u"!111!222!"_s << QStringList{u"111"_s, u"222"_s, u""_s, u""_s, u""_s, u""_s};
+        QTest::newRow("gaps") << u"!1!!3!!5!6!"_s << QStringList{u"1"_s, u""_s, u"3"_s, u""_s, u"5"_s, u"6"_s};
         QTest::newRow("the sixth holds marks")
-            << u"!1!2!3!4!5!6!x!"_qs << QStringList{u"1"_qs, u"2"_qs, u"3"_qs, u"4"_qs, u"5"_qs, u"6!x"_qs};
-        QTest::newRow("no mark at the end")
-            << u"!1!2"_qs << QStringList{u"1"_qs, u"2"_qs, u""_qs, u""_qs, u""_qs, u""_qs};
+            << u"!1!2!3!4!5!6!x!"_s << QStringList{u"1"_s, u"2"_s, u"3"_s, u"4"_s, u"5"_s, u"6!x"_s};
+        QTest::newRow("no mark at the end") << u"!1!2"_s << QStringList{u"1"_s, u"2"_s, u""_s, u""_s, u""_s, u""_s};
     }
     void unpacksBarcodes()
     {
@@ -86,13 +87,13 @@ private slots:
     void packingAndUnpackingKeepsAnySix()
     {
         QRandomGenerator random(7);
-        const QString alphabet = QStringLiteral("019-*%_[]' آبپ😀\u200f");
+        const QString alphabet = u"019-*%_[]' آبپ😀\u200f"_s;
         for (int i = 0; i < 5000; ++i) {
             Barcodes barcodes;
             for (QString &barcode : barcodes)
                 for (int length = random.bounded(8); length > 0; --length)
                     barcode += alphabet.at(random.bounded(static_cast<int>(alphabet.size())));
-            barcodes.back() += random.bounded(2) ? QStringLiteral("!!") : QString();
+            barcodes.back() += random.bounded(2) ? u"!!"_s : QString();
             QCOMPARE(goods::UnpackBarcodes(goods::PackBarcodes(barcodes, false)), barcodes);
             const Barcodes first{barcodes[0]};
             QCOMPARE(goods::UnpackBarcodes(goods::PackBarcodes(barcodes, true)), first);

@@ -1,8 +1,7 @@
-#include "tests/screens/good_editor/editor_fixture.h"
-#include "tests/support/test_main.h"
-
 #include "host/controls/entity_picker.h"
 #include "host/controls/grid.h"
+#include "tests/screens/good_editor/editor_fixture.h"
+#include "tests/support/test_main.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -12,9 +11,11 @@
 #include <QPlainTextEdit>
 #include <QtTest>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
-const QString Saved = u"MSGCompeletedSuccessfully(ذخيره سازي کالا)"_qs;
+const QString Saved = u"MSGCompeletedSuccessfully(ذخيره سازي کالا)"_s;
 
 /// Everything that can be typed, chosen or switched, as "name=value"; without the code, which each new good has for
 /// itself.
@@ -45,102 +46,102 @@ private slots:
     void aNewGoodByKeysAlone()
     {
         EditorFixture f;
-        f.OpenNew(u"5"_qs, [&](QWidget *screen) {
-            QCOMPARE(test::Focused(), u"Name_EDT"_qs);
-            test::Type(u"شیر"_qs);
+        f.OpenNew(u"5"_s, [&](QWidget *screen) {
+            QCOMPARE(test::Focused(), u"Name_EDT"_s);
+            test::Type(u"شیر"_s);
             test::Press(Qt::Key_Return);
-            test::Type(u"پرچرب"_qs);
+            test::Type(u"پرچرب"_s);
             test::Press(Qt::Key_Return);
-            test::Type(u"یک لیتری"_qs);
-            QCOMPARE(test::Find<QLabel>(screen, u"FullName_LBL"_qs).text(), u"شیر پرچرب یک لیتری"_qs);
-            QVERIFY(test::RightOf(test::Find(screen, u"Name_EDT"_qs), test::Find(screen, u"Kala_Type_EDT"_qs)));
+            test::Type(u"یک لیتری"_s);
+            QCOMPARE(test::Find<QLabel>(screen, u"FullName_LBL"_s).text(), u"شیر پرچرب یک لیتری"_s);
+            QVERIFY(test::RightOf(test::Find(screen, u"Name_EDT"_s), test::Find(screen, u"Kala_Type_EDT"_s)));
             test::Press(Qt::Key_Return);
             // A scanner: fast keys and Enter.
-            QCOMPARE(test::Focused(), u"BarCode1_EDT"_qs);
-            test::Type(u"6260100200303"_qs);
+            QCOMPARE(test::Focused(), u"BarCode1_EDT"_s);
+            test::Type(u"6260100200303"_s);
             test::Press(Qt::Key_Return);
-            QCOMPARE(test::Focused(), u"Unit_Entity1"_qs);
-            test::Type(u"۱"_qs);
-            test::Enter(screen, u"AvaBgPrd_EDT"_qs, u"۲٫۵"_qs);
-            test::Enter(screen, u"CostBgPrd_EDT"_qs, u"۱۰۰۰"_qs);
-            test::Enter(screen, u"Store_Entity"_qs, u"2"_qs);
+            QCOMPARE(test::Focused(), u"Unit_Entity1"_s);
+            test::Type(u"۱"_s);
+            test::Enter(screen, u"AvaBgPrd_EDT"_s, u"۲٫۵"_s);
+            test::Enter(screen, u"CostBgPrd_EDT"_s, u"۱۰۰۰"_s);
+            test::Enter(screen, u"Store_Entity"_s, u"2"_s);
             test::Press(Qt::Key_4, Qt::ControlModifier);
-            QCOMPARE(f.CurrentTab(screen), u"Discount_TPC"_qs); // without good details their tab is not there
+            QCOMPARE(f.CurrentTab(screen), u"Discount_TPC"_s); // without good details their tab is not there
             test::Press(Qt::Key_3, Qt::ControlModifier);
-            test::Enter(screen, u"SmsCode_EDT"_qs, u"۱۲۳"_qs);
+            test::Enter(screen, u"SmsCode_EDT"_s, u"۱۲۳"_s);
             test::Press(Qt::Key_F3);
             QCOMPARE(f.host.messages.TakeAll(), QStringList{Saved});
             // Ready for the next good of the group.
-            QCOMPARE(test::Focused(), u"Name_EDT"_qs);
-            QCOMPARE(test::Find<QLineEdit>(screen, u"Code_EDT"_qs).text(), u"500002"_qs);
-            QCOMPARE(test::Find<QLineEdit>(screen, u"BarCode1_EDT"_qs).text(), QString());
+            QCOMPARE(test::Focused(), u"Name_EDT"_s);
+            QCOMPARE(test::Find<QLineEdit>(screen, u"Code_EDT"_s).text(), u"500002"_s);
+            QCOMPARE(test::Find<QLineEdit>(screen, u"BarCode1_EDT"_s).text(), QString());
             test::Press(Qt::Key_3, Qt::ControlModifier);
-            QCOMPARE(test::Focused(), u"Weight_EDT"_qs); // not where the last good was left
+            QCOMPARE(test::Focused(), u"Weight_EDT"_s); // not where the last good was left
             test::Press(Qt::Key_Escape);
         });
         QCOMPARE(f.database.Rows(u"select Code,GrpCode,Name,AbbName,Unit,AvaBgPrd,CostBgPrd,Store,SMSCode,UserCreated,"
-                                 "CreatedDate,CreatedTime from GoodInf"_qs),
+                                 "CreatedDate,CreatedTime from GoodInf"_s),
                  QStringList{u"500001|5|شیر پرچرب یک لیتری|!6260100200303!!!!!!|1|2.5|1000|2|123|مریم احمدی (7)|"
-                             "1403/05/09|10:20:30"_qs});
-        QCOMPARE(f.database.Rows(u"select GoodCode,StoreCode,tmp,Amount1,Amount2,Radif from GoodFirstAsset"_qs),
-                 QStringList{u"500001|2|0|2.5|0|1"_qs});
-        QCOMPARE(f.host.vouchers.calls.filter(u"SaveInLineAutoVoucher"_qs).size(), 1);
+                             "1403/05/09|10:20:30"_s});
+        QCOMPARE(f.database.Rows(u"select GoodCode,StoreCode,tmp,Amount1,Amount2,Radif from GoodFirstAsset"_s),
+                 QStringList{u"500001|2|0|2.5|0|1"_s});
+        QCOMPARE(f.host.vouchers.calls.filter(u"SaveInLineAutoVoucher"_s).size(), 1);
         // Nothing of the next, unsaved good is left behind, nor is its code kept.
-        QCOMPARE(f.host.entities.calls.value(f.host.entities.calls.size() - 1), u"ReleaseCodes(102)"_qs);
-        QCOMPARE(f.database.Rows(u"select * from tmpCostList"_qs), QStringList());
+        QCOMPARE(f.host.entities.calls.value(f.host.entities.calls.size() - 1), u"ReleaseCodes(102)"_s);
+        QCOMPARE(f.database.Rows(u"select * from tmpCostList"_s), QStringList());
     }
 
     void everyFieldComesBack()
     {
         EditorFixture f;
-        f.database.Exec(u"insert into Stores(Code,Name) values(3,N'سرد')"_qs);
-        const QString nasty = u"O'ب%_[x]\u200f\u200c😀"_qs;
+        f.database.Exec(u"insert into Stores(Code,Name) values(3,N'سرد')"_s);
+        const QString nasty = u"O'ب%_[x]\u200f\u200c😀"_s;
         const QList<std::pair<QString, QString>> general{
-            {u"Name_EDT"_qs, u"شیر "_qs + nasty},
-            {u"Kala_Type_EDT"_qs, nasty},
-            {u"Kala_Index_EDT"_qs, u"ي ك"_qs},
-            {u"BarCode1_EDT"_qs, u"a'b"_qs},
-            {u"Unit_Entity1"_qs, u"3"_qs},
-            {u"Unit_Entity2"_qs, u"2"_qs},
-            {u"AvaBgPrd_EDT"_qs, u"0.000000001"_qs},
-            {u"AvaBgPrd2_EDT"_qs, u"7"_qs},
-            {u"CostBgPrd_EDT"_qs, u"12345678901234"_qs},
-            {u"Store_Entity"_qs, u"1"_qs},
-            {u"MinAva_EDT"_qs, u"12.5"_qs},
-            {u"ConsumerPrice_EDT"_qs, u"99999.999"_qs},
+            {u"Name_EDT"_s, u"شیر "_s + nasty},
+            {u"Kala_Type_EDT"_s, nasty},
+            {u"Kala_Index_EDT"_s, u"ي ك"_s},
+            {u"BarCode1_EDT"_s, u"a'b"_s},
+            {u"Unit_Entity1"_s, u"3"_s},
+            {u"Unit_Entity2"_s, u"2"_s},
+            {u"AvaBgPrd_EDT"_s, u"0.000000001"_s},
+            {u"AvaBgPrd2_EDT"_s, u"7"_s},
+            {u"CostBgPrd_EDT"_s, u"12345678901234"_s},
+            {u"Store_Entity"_s, u"1"_s},
+            {u"MinAva_EDT"_s, u"12.5"_s},
+            {u"ConsumerPrice_EDT"_s, u"99999.999"_s},
         };
         const QList<std::pair<QString, QString>> complete{
-            {u"Weight_EDT"_qs, u"1.1"_qs},   {u"Length_EDT"_qs, u"2.2"_qs},
-            {u"Width_EDT"_qs, u"3.3"_qs},    {u"Heigth_EDT"_qs, u"4.4"_qs},
-            {u"Pos_EDT"_qs, u"100"_qs},      {u"SmsCode_EDT"_qs, u"987654321012345678"_qs},
-            {u"Position_EDT"_qs, nasty},     {u"DetailUniqueCode_EDT"_qs, u"0012"_qs},
-            {u"BarCode2_EDT"_qs, nasty},     {u"BarCode4_EDT"_qs, u"44"_qs},
-            {u"BarCode6_EDT"_qs, u"6!6"_qs},
+            {u"Weight_EDT"_s, u"1.1"_s},   {u"Length_EDT"_s, u"2.2"_s},
+            {u"Width_EDT"_s, u"3.3"_s},    {u"Heigth_EDT"_s, u"4.4"_s},
+            {u"Pos_EDT"_s, u"100"_s},      {u"SmsCode_EDT"_s, u"987654321012345678"_s},
+            {u"Position_EDT"_s, nasty},    {u"DetailUniqueCode_EDT"_s, u"0012"_s},
+            {u"BarCode2_EDT"_s, nasty},    {u"BarCode4_EDT"_s, u"44"_s},
+            {u"BarCode6_EDT"_s, u"6!6"_s},
         };
         const QList<std::pair<QString, QString>> discounts{
-            {u"Discount_Sell_1_EDT"_qs, u"0.5"_qs},
-            {u"Discount_Sell_4_EDT"_qs, u"100"_qs},
-            {u"Discount_Buy_2_EDT"_qs, u"12.25"_qs},
-            {u"TaxPercent_edt"_qs, u"9"_qs},
+            {u"Discount_Sell_1_EDT"_s, u"0.5"_s},
+            {u"Discount_Sell_4_EDT"_s, u"100"_s},
+            {u"Discount_Buy_2_EDT"_s, u"12.25"_s},
+            {u"TaxPercent_edt"_s, u"9"_s},
         };
-        f.OpenNew(u"6"_qs, [&](QWidget *screen) {
+        f.OpenNew(u"6"_s, [&](QWidget *screen) {
             const QStringList blank = Inputs(screen);
             for (const auto &[control, text] : general)
                 test::Enter(screen, control, text);
-            f.ShowTab(screen, u"Complete_TPC"_qs);
+            f.ShowTab(screen, u"Complete_TPC"_s);
             for (const auto &[control, text] : complete)
                 test::Enter(screen, control, text);
-            test::Enter(screen, u"Comment_EDT"_qs, u"خط "_qs + nasty);
-            test::Focus(screen, u"DaraiGoodType_CMB"_qs);
+            test::Enter(screen, u"Comment_EDT"_s, u"خط "_s + nasty);
+            test::Focus(screen, u"DaraiGoodType_CMB"_s);
             test::Press(Qt::Key_End);
-            f.ShowTab(screen, u"Discount_TPC"_qs);
-            for (const QString &button : {u"TaxPercent_RB"_qs, u"ChargeExempt_RB"_qs, u"GroupDiscount_CHK"_qs}) {
+            f.ShowTab(screen, u"Discount_TPC"_s);
+            for (const QString &button : {u"TaxPercent_RB"_s, u"ChargeExempt_RB"_s, u"GroupDiscount_CHK"_s}) {
                 test::Focus(screen, button);
                 test::Press(Qt::Key_Space);
             }
             for (const auto &[control, text] : discounts)
                 test::Enter(screen, control, text);
-            test::Focus(screen, u"Default_Discount_Sell_CMB"_qs);
+            test::Focus(screen, u"Default_Discount_Sell_CMB"_s);
             test::Press(Qt::Key_End);
             QVERIFY(Inputs(screen) != blank);
             test::Press(Qt::Key_F3);
@@ -158,14 +159,14 @@ private slots:
                     const QString shown = combo  ? combo->currentText()
                                           : edit ? edit->text()
                                                  : QString::number(qobject_cast<host::EntityPicker *>(&widget)->Code());
-                    QVERIFY2(shown == text, qPrintable(control + u": "_qs + shown));
+                    QVERIFY2(shown == text, qPrintable(control + u": "_s + shown));
                 }
-            QCOMPARE(test::Find<QPlainTextEdit>(screen, u"Comment_EDT"_qs).toPlainText(), u"خط "_qs + nasty);
-            QCOMPARE(test::Find<QComboBox>(screen, u"DaraiGoodType_CMB"_qs).currentData().toInt(), 2);
-            QVERIFY(test::Find<QAbstractButton>(screen, u"ChargeExempt_RB"_qs).isChecked());
-            QVERIFY(!test::Find<QAbstractButton>(screen, u"GroupDiscount_CHK"_qs).isChecked());
-            QCOMPARE(test::Find<QComboBox>(screen, u"Default_Discount_Sell_CMB"_qs).currentIndex(), 3);
-            QVERIFY(test::Find<QLineEdit>(screen, u"Code_EDT"_qs).isReadOnly());
+            QCOMPARE(test::Find<QPlainTextEdit>(screen, u"Comment_EDT"_s).toPlainText(), u"خط "_s + nasty);
+            QCOMPARE(test::Find<QComboBox>(screen, u"DaraiGoodType_CMB"_s).currentData().toInt(), 2);
+            QVERIFY(test::Find<QAbstractButton>(screen, u"ChargeExempt_RB"_s).isChecked());
+            QVERIFY(!test::Find<QAbstractButton>(screen, u"GroupDiscount_CHK"_s).isChecked());
+            QCOMPARE(test::Find<QComboBox>(screen, u"Default_Discount_Sell_CMB"_s).currentIndex(), 3);
+            QVERIFY(test::Find<QLineEdit>(screen, u"Code_EDT"_s).isReadOnly());
             test::Press(Qt::Key_Escape);
         });
     }
@@ -176,8 +177,8 @@ private slots:
         QTest::addColumn<QString>("columns");
         QTest::addColumn<bool>("servicesAsked");
         QTest::newRow("between the good and the services")
-            << u"GoodDetailRelation"_qs << u"GoodCode int, DetailID int"_qs << false;
-        QTest::newRow("after everything else") << u"PhotoGallery"_qs << u"GRPCode int, Id_pic int, tmp int"_qs << true;
+            << u"GoodDetailRelation"_s << u"GoodCode int, DetailID int"_s << false;
+        QTest::newRow("after everything else") << u"PhotoGallery"_s << u"GRPCode int, Id_pic int, tmp int"_s << true;
     }
     void allOrNothing()
     {
@@ -185,123 +186,123 @@ private slots:
         QFETCH(QString, columns);
         QFETCH(bool, servicesAsked);
         EditorFixture f;
-        f.InsertGood(500009, u"دوغ"_qs, 909);
+        f.InsertGood(500009, u"دوغ"_s, 909);
         f.host.settings.record.GoodDetails = true;
         const QString state =
             u"select g.Code,g.Name,g.AvaBgPrd,c.Discount_Sell_1,c.CostLevel_Sell_1,(select count(*) from "
-            "GoodFirstAsset where tmp=0) from GoodInf g join GoodCostDiscount c on c.GoodCode=g.Code"_qs;
+            "GoodFirstAsset where tmp=0) from GoodInf g join GoodCostDiscount c on c.GoodCode=g.Code"_s;
         const QStringList before = f.database.Rows(state);
         f.OpenGood(500009, [&](QWidget *screen) {
-            test::Enter(screen, u"Name_EDT"_qs, u"ماست"_qs);
-            test::Enter(screen, u"AvaBgPrd_EDT"_qs, u"3"_qs);
-            test::Enter(screen, u"CostBgPrd_EDT"_qs, u"10"_qs);
-            f.ShowTab(screen, u"Discount_TPC"_qs);
-            test::Enter(screen, u"Discount_Sell_1_EDT"_qs, u"7"_qs);
-            f.database.Exec(u"drop table "_qs + table);
+            test::Enter(screen, u"Name_EDT"_s, u"ماست"_s);
+            test::Enter(screen, u"AvaBgPrd_EDT"_s, u"3"_s);
+            test::Enter(screen, u"CostBgPrd_EDT"_s, u"10"_s);
+            f.ShowTab(screen, u"Discount_TPC"_s);
+            test::Enter(screen, u"Discount_Sell_1_EDT"_s, u"7"_s);
+            f.database.Exec(u"drop table "_s + table);
             test::Press(Qt::Key_F3);
             QVERIFY(f.host.messages.Take().contains(table));
             const QStringList asked =
-                f.host.goodDetails.calls + f.host.stock.calls + f.host.vouchers.calls.filter(u"Save"_qs);
-            QCOMPARE(asked, servicesAsked ? (QStringList{u"EnterGoodDetailSave(500009, 3)"_qs,
-                                                         u"SaveStorageAutoOperation(102, 500009)"_qs,
-                                                         u"SaveInLineAutoVoucher(500009)"_qs})
+                f.host.goodDetails.calls + f.host.stock.calls + f.host.vouchers.calls.filter(u"Save"_s);
+            QCOMPARE(asked, servicesAsked ? (QStringList{u"EnterGoodDetailSave(500009, 3)"_s,
+                                                         u"SaveStorageAutoOperation(102, 500009)"_s,
+                                                         u"SaveInLineAutoVoucher(500009)"_s})
                                           : QStringList());
             QCOMPARE(f.database.Rows(state), before);
-            QCOMPARE(test::Find<QLineEdit>(screen, u"Discount_Sell_1_EDT"_qs).text(), u"7"_qs);
+            QCOMPARE(test::Find<QLineEdit>(screen, u"Discount_Sell_1_EDT"_s).text(), u"7"_s);
             // Repaired, the same save goes through without typing anything again.
-            f.database.Exec(u"create table %1(ID int identity(1,1) not null, %2)"_qs.arg(table, columns));
+            f.database.Exec(u"create table %1(ID int identity(1,1) not null, %2)"_s.arg(table, columns));
             test::Press(Qt::Key_F3);
             QCOMPARE(f.host.messages.TakeAll(), QStringList{Saved});
         });
         QCOMPARE(f.result, 1);
-        QCOMPARE(f.database.Rows(state), QStringList{u"500009|ماست  |3|7|100|1"_qs});
+        QCOMPARE(f.database.Rows(state), QStringList{u"500009|ماست  |3|7|100|1"_s});
     }
 
     void theDatabaseGoesAwayAndComesBack()
     {
         EditorFixture f;
-        f.OpenNew(u"5"_qs, [&](QWidget *screen) {
+        f.OpenNew(u"5"_s, [&](QWidget *screen) {
             f.FillRequired(screen);
             QSqlDatabase main = f.database.Main();
             main.close();
             test::Press(Qt::Key_F3);
             QVERIFY(!f.host.messages.TakeAll().isEmpty());
-            QCOMPARE(test::Find<QComboBox>(screen, u"Name_EDT"_qs).currentText(), u"شیر"_qs);
+            QCOMPARE(test::Find<QComboBox>(screen, u"Name_EDT"_s).currentText(), u"شیر"_s);
             QVERIFY(main.open());
-            QCOMPARE(f.database.Scalar(u"select count(*) from GoodInf"_qs).toInt(), 0);
+            QCOMPARE(f.database.Scalar(u"select count(*) from GoodInf"_s).toInt(), 0);
             test::Press(Qt::Key_F3);
             QCOMPARE(f.host.messages.TakeAll(), QStringList{Saved});
             test::Press(Qt::Key_Escape);
         });
-        QCOMPARE(f.database.Rows(u"select Code,Name from GoodInf"_qs), QStringList{u"500001|شیر  "_qs});
+        QCOMPARE(f.database.Rows(u"select Code,Name from GoodInf"_s), QStringList{u"500001|شیر  "_s});
     }
 
     void anotherDeskTakesTheCode()
     {
         EditorFixture f;
-        f.OpenNew(u"5"_qs, [&](QWidget *screen) {
+        f.OpenNew(u"5"_s, [&](QWidget *screen) {
             f.FillRequired(screen);
-            f.InsertGood(500001, u"دوغ"_qs, 909);
+            f.InsertGood(500001, u"دوغ"_s, 909);
             test::Press(Qt::Key_F3);
             QCOMPARE(f.host.messages.Take(), Saved);
             const QString told = f.host.messages.Take();
-            QVERIFY(told.contains(u"500001"_qs) && told.contains(u"500002"_qs));
+            QVERIFY(told.contains(u"500001"_s) && told.contains(u"500002"_s));
             test::Press(Qt::Key_Escape);
         });
-        QCOMPARE(f.database.Rows(u"select Code,kala_name from GoodInf order by Code"_qs),
-                 (QStringList{u"500001|دوغ"_qs, u"500002|شیر"_qs}));
+        QCOMPARE(f.database.Rows(u"select Code,kala_name from GoodInf order by Code"_s),
+                 (QStringList{u"500001|دوغ"_s, u"500002|شیر"_s}));
     }
 
     void anotherGroupAnotherCode()
     {
         EditorFixture f;
-        f.InsertGood(500009, u"دوغ"_qs, 909);
-        f.database.Exec(u"update GoodInf set FeaturesDetail=N'سبز'"_qs); // which no control shows
-        f.database.Exec(u"insert into Categories(Code,Name,Path) values(3,N'گرم',',3,')"_qs);
-        f.host.categories.all = {{3, 0, u"گرم"_qs}};
-        f.OpenNew(u"5"_qs, [&](QWidget *screen) {
-            f.ShowTab(screen, u"Category_TBC"_qs);
-            test::Focus(screen, u"Category_frame1"_qs);
+        f.InsertGood(500009, u"دوغ"_s, 909);
+        f.database.Exec(u"update GoodInf set FeaturesDetail=N'سبز'"_s); // which no control shows
+        f.database.Exec(u"insert into Categories(Code,Name,Path) values(3,N'گرم',',3,')"_s);
+        f.host.categories.all = {{3, 0, u"گرم"_s}};
+        f.OpenNew(u"5"_s, [&](QWidget *screen) {
+            f.ShowTab(screen, u"Category_TBC"_s);
+            test::Focus(screen, u"Category_frame1"_s);
             test::Press(Qt::Key_End);
             test::Press(Qt::Key_F4);
-            f.ShowTab(screen, u"General_TPC"_qs);
-            const auto &code = test::Find<QLineEdit>(screen, u"Code_EDT"_qs);
-            QCOMPARE(code.text(), u"500010"_qs);
-            test::Focus(screen, u"Group_CMB"_qs);
+            f.ShowTab(screen, u"General_TPC"_s);
+            const auto &code = test::Find<QLineEdit>(screen, u"Code_EDT"_s);
+            QCOMPARE(code.text(), u"500010"_s);
+            test::Focus(screen, u"Group_CMB"_s);
             test::Press(Qt::Key_Down);
             f.host.messages.Answer(true);
-            QCOMPARE(code.text(), u"600001"_qs);
-            test::Find<QAbstractButton>(screen, u"DellCat_BTN"_qs).click(); // the category came along
-            QCOMPARE(f.host.messages.Take(), u"MsgDeleteItem(دسته)"_qs);
+            QCOMPARE(code.text(), u"600001"_s);
+            test::Find<QAbstractButton>(screen, u"DellCat_BTN"_s).click(); // the category came along
+            QCOMPARE(f.host.messages.Take(), u"MsgDeleteItem(دسته)"_s);
             f.Leave();
         });
         // An existing good keeps its code.
         f.OpenGood(500009, [&](QWidget *screen) {
-            test::Focus(screen, u"Group_CMB"_qs);
+            test::Focus(screen, u"Group_CMB"_s);
             test::Press(Qt::Key_Down);
-            QCOMPARE(test::Find<QLineEdit>(screen, u"Code_EDT"_qs).text(), u"500009"_qs);
+            QCOMPARE(test::Find<QLineEdit>(screen, u"Code_EDT"_s).text(), u"500009"_s);
             test::Press(Qt::Key_F3);
             QCOMPARE(f.host.messages.TakeAll(), QStringList{Saved});
         });
         QCOMPARE(f.database.Rows(u"select Code,GrpCode,UserModified,ModifiedDate,ModifiedTime,isnull(UserCreated,''),"
-                                 "FeaturesDetail from GoodInf"_qs),
-                 QStringList{u"500009|6|مریم احمدی (7)|1403/05/09|10:20:30||سبز"_qs});
+                                 "FeaturesDetail from GoodInf"_s),
+                 QStringList{u"500009|6|مریم احمدی (7)|1403/05/09|10:20:30||سبز"_s});
     }
 
     void namesAreSuggestedWhenAskedFor()
     {
         EditorFixture f;
-        f.InsertGood(500009, u"دوغ"_qs, 909);
-        f.InsertGood(500008, u"دو%ابل"_qs, 908);
-        f.OpenNew(u"5"_qs, [&](QWidget *screen) {
-            test::Type(u"دو%"_qs);
+        f.InsertGood(500009, u"دوغ"_s, 909);
+        f.InsertGood(500008, u"دو%ابل"_s, 908);
+        f.OpenNew(u"5"_s, [&](QWidget *screen) {
+            test::Type(u"دو%"_s);
             test::Press(Qt::Key_Down, Qt::AltModifier);
             test::Press(Qt::Key_Escape); // closes the list, not the screen
             QVERIFY(screen->isVisible() && !QApplication::activePopupWidget());
             test::Press(Qt::Key_Down, Qt::AltModifier);
             test::Press(Qt::Key_Down);
             test::Press(Qt::Key_Return);
-            QCOMPARE(test::Find<QComboBox>(screen, u"Name_EDT"_qs).currentText(), u"دو%ابل"_qs);
+            QCOMPARE(test::Find<QComboBox>(screen, u"Name_EDT"_s).currentText(), u"دو%ابل"_s);
             f.Leave();
         });
     }
@@ -309,7 +310,7 @@ private slots:
     void opensOnTheTabAskedFor()
     {
         EditorFixture f;
-        f.InsertGood(500009, u"دوغ"_qs, 909);
+        f.InsertGood(500009, u"دوغ"_s, 909);
         TGood_Get_FRM screen(f.host);
         const auto opened = [&] {
             QString tab;
@@ -321,84 +322,84 @@ private slots:
             return tab;
         };
         screen.SetOpeningPage(1);
-        QCOMPARE(opened(), u"Cost_Level_TPC"_qs);
-        QCOMPARE(opened(), u"General_TPC"_qs); // asked for once
+        QCOMPARE(opened(), u"Cost_Level_TPC"_s);
+        QCOMPARE(opened(), u"General_TPC"_s); // asked for once
         screen.SetOpeningPage(99);
-        QCOMPARE(opened(), u"General_TPC"_qs);
+        QCOMPARE(opened(), u"General_TPC"_s);
     }
 
     void whatOthersChangeMeanwhileStays()
     {
         EditorFixture f;
-        f.InsertGood(500009, u"دوغ"_qs, 909);
-        f.database.Exec(u"update GoodInf set AvaBgPrd=4,CostBgPrd=10"_qs);
-        f.database.Exec(u"insert into GoodFirstAsset(GoodCode,StoreCode,tmp,Amount1,Radif) values(500009,1,0,4,1)"_qs);
+        f.InsertGood(500009, u"دوغ"_s, 909);
+        f.database.Exec(u"update GoodInf set AvaBgPrd=4,CostBgPrd=10"_s);
+        f.database.Exec(u"insert into GoodFirstAsset(GoodCode,StoreCode,tmp,Amount1,Radif) values(500009,1,0,4,1)"_s);
         f.OpenGood(500009, [&](QWidget *screen) {
-            f.ShowTab(screen, u"Cost_Level_TPC"_qs);
-            test::Focus(screen, u"SellDetails_GRD"_qs);
-            test::Type(u"250"_qs);
+            f.ShowTab(screen, u"Cost_Level_TPC"_s);
+            test::Focus(screen, u"SellDetails_GRD"_s);
+            test::Type(u"250"_s);
             test::Press(Qt::Key_Return);
             // Another desk opens the same good, enters its opening stock and leaves.
-            f.database.Exec(u"update GoodInf set AvaBgPrd=6,VoucherCode=7,Comment=N'شمارش'"_qs);
-            f.database.Exec(u"update GoodFirstAsset set Amount1=6 where tmp=0"_qs);
-            f.database.Exec(u"update GoodCostDiscount set CostLevel_Buy_1=95"_qs);
-            f.database.Exec(u"delete from tmpCostList"_qs);
-            test::Type(u"300"_qs);
+            f.database.Exec(u"update GoodInf set AvaBgPrd=6,VoucherCode=7,Comment=N'شمارش'"_s);
+            f.database.Exec(u"update GoodFirstAsset set Amount1=6 where tmp=0"_s);
+            f.database.Exec(u"update GoodCostDiscount set CostLevel_Buy_1=95"_s);
+            f.database.Exec(u"delete from tmpCostList"_s);
+            test::Type(u"300"_s);
             test::Press(Qt::Key_Return);
-            QCOMPARE(test::Find<host::Grid>(screen, u"SellDetails_GRD"_qs).currentIndex().row(), 2);
+            QCOMPARE(test::Find<host::Grid>(screen, u"SellDetails_GRD"_s).currentIndex().row(), 2);
             test::Press(Qt::Key_Escape);
-            f.database.Exec(u"delete from tmpCostList"_qs);
-            test::Focus(screen, u"SellDefault_CMB"_qs);
+            f.database.Exec(u"delete from tmpCostList"_s);
+            test::Focus(screen, u"SellDefault_CMB"_s);
             test::Press(Qt::Key_Down);
-            f.database.Exec(u"delete from tmpCostList"_qs);
-            f.ShowTab(screen, u"General_TPC"_qs);
-            test::Enter(screen, u"Name_EDT"_qs, u"ماست"_qs);
+            f.database.Exec(u"delete from tmpCostList"_s);
+            f.ShowTab(screen, u"General_TPC"_s);
+            test::Enter(screen, u"Name_EDT"_s, u"ماست"_s);
             test::Press(Qt::Key_F3);
             QCOMPARE(f.host.messages.TakeAll(), QStringList{Saved});
         });
         QCOMPARE(f.database.Rows(u"select kala_name,AvaBgPrd,VoucherCode,Comment,CostLevel_Sell_1,CostLevel_Sell_2,"
                                  "Default_CostLevel_Sell_Number,CostLevel_Buy_1 from GoodInf join GoodCostDiscount on "
-                                 "GoodCode=Code"_qs),
-                 QStringList{u"ماست|6|7|شمارش|250|300|2|95"_qs});
-        QCOMPARE(f.database.Rows(u"select tmp,Amount1 from GoodFirstAsset"_qs), QStringList{u"0|6"_qs});
+                                 "GoodCode=Code"_s),
+                 QStringList{u"ماست|6|7|شمارش|250|300|2|95"_s});
+        QCOMPARE(f.database.Rows(u"select tmp,Amount1 from GoodFirstAsset"_s), QStringList{u"0|6"_s});
         QVERIFY(f.host.vouchers.calls.isEmpty());
     }
 
     void aGoodDeletedMeanwhile()
     {
         EditorFixture f;
-        f.InsertGood(500009, u"دوغ"_qs, 909);
+        f.InsertGood(500009, u"دوغ"_s, 909);
         f.OpenGood(500009, [&](QWidget *screen) {
-            test::Enter(screen, u"Name_EDT"_qs, u"ماست"_qs);
-            f.database.Exec(u"delete from GoodInf"_qs);
+            test::Enter(screen, u"Name_EDT"_s, u"ماست"_s);
+            f.database.Exec(u"delete from GoodInf"_s);
             test::Press(Qt::Key_F3);
-            QVERIFY(f.host.messages.Take().contains(u"توسط کاربر دیگری حذف شده است"_qs));
-            QCOMPARE(test::Find<QComboBox>(screen, u"Name_EDT"_qs).currentText(), u"ماست"_qs);
+            QVERIFY(f.host.messages.Take().contains(u"توسط کاربر دیگری حذف شده است"_s));
+            QCOMPARE(test::Find<QComboBox>(screen, u"Name_EDT"_s).currentText(), u"ماست"_s);
             f.Leave();
         });
         TGood_Get_FRM screen(f.host);
         QCOMPARE(screen.Open(500009, host::TFormMode::Edit), 0);
-        QCOMPARE(f.host.messages.Take(), u"ShowMessage(این کالا دیگر وجود ندارد.)"_qs);
-        QCOMPARE(f.database.Rows(u"select Code from GoodInf"_qs), QStringList());
+        QCOMPARE(f.host.messages.Take(), u"ShowMessage(این کالا دیگر وجود ندارد.)"_s);
+        QCOMPARE(f.database.Rows(u"select Code from GoodInf"_s), QStringList());
     }
 
     void whatReviewLocksIsNotOpenedByEditing()
     {
         EditorFixture f;
         f.host.settings.record.FinalPrices = true;
-        f.InsertGood(500008, u"دوغ"_qs, 908);
-        f.InsertGood(500009, u"شیر"_qs, 909);
-        f.database.Exec(u"update GoodInf set TaxExempt=1,ChargeExempt=1 where Code=500009"_qs);
+        f.InsertGood(500008, u"دوغ"_s, 908);
+        f.InsertGood(500009, u"شیر"_s, 909);
+        f.database.Exec(u"update GoodInf set TaxExempt=1,ChargeExempt=1 where Code=500009"_s);
         TGood_Get_FRM screen(f.host);
         QStringList shown;
         // What may be changed: the quantity, the sale prices being final, the default level.
         const auto open = [&](int code, host::TFormMode mode) {
             test::Drive([&] { screen.Open(code, mode); },
                         [&](QWidget *) {
-                            shown << u"%1%2%3"_qs
-                                         .arg(int(!test::Find<QLineEdit>(&screen, u"AvaBgPrd_EDT"_qs).isReadOnly()))
-                                         .arg(int(test::Find(&screen, u"Cost_with_Tax_Sell_CHK"_qs).isEnabled()))
-                                         .arg(int(test::Find(&screen, u"SellDefault_CMB"_qs).isEnabled()));
+                            shown << u"%1%2%3"_s
+                                         .arg(int(!test::Find<QLineEdit>(&screen, u"AvaBgPrd_EDT"_s).isReadOnly()))
+                                         .arg(int(test::Find(&screen, u"Cost_with_Tax_Sell_CHK"_s).isEnabled()))
+                                         .arg(int(test::Find(&screen, u"SellDefault_CMB"_s).isEnabled()));
                             test::Press(Qt::Key_Escape);
                         });
         };
@@ -407,25 +408,25 @@ private slots:
         open(500009, host::TFormMode::Edit);
         f.host.goodDetails.entered = false;
         open(500008, host::TFormMode::Edit);
-        QCOMPARE(shown, (QStringList{u"000"_qs, u"001"_qs, u"111"_qs}));
+        QCOMPARE(shown, (QStringList{u"000"_s, u"001"_s, u"111"_s}));
     }
 
     void reviewingWritesNothing()
     {
         EditorFixture f;
-        f.InsertGood(500009, u"دوغ"_qs, 909);
-        f.database.Exec(u"insert into tmpCostList(Type,Status,TypeCode,CostLevelCode,Cost) values(3,0,500009,1,7)"_qs);
+        f.InsertGood(500009, u"دوغ"_s, 909);
+        f.database.Exec(u"insert into tmpCostList(Type,Status,TypeCode,CostLevelCode,Cost) values(3,0,500009,1,7)"_s);
         f.Open(500009, host::TFormMode::Review, {}, [&](QWidget *screen) {
-            test::Enter(screen, u"Name_EDT"_qs, u"ماست"_qs);
-            QCOMPARE(test::Find<QComboBox>(screen, u"Name_EDT"_qs).currentText(), u"دوغ"_qs);
-            test::Find<QAction>(&test::Find(screen, u"BarCode1_EDT"_qs), u"complete"_qs).trigger();
+            test::Enter(screen, u"Name_EDT"_s, u"ماست"_s);
+            QCOMPARE(test::Find<QComboBox>(screen, u"Name_EDT"_s).currentText(), u"دوغ"_s);
+            test::Find<QAction>(&test::Find(screen, u"BarCode1_EDT"_s), u"complete"_s).trigger();
             test::Press(Qt::Key_F3);
             // Another desk's unsaved prices are not touched, nor shown.
-            QCOMPARE(test::Find<host::Grid>(screen, u"SellDetails_GRD"_qs).VisibleTexts(0).at(1), u"۱۰۰"_qs);
+            QCOMPARE(test::Find<host::Grid>(screen, u"SellDetails_GRD"_s).VisibleTexts(0).at(1), u"۱۰۰"_s);
             test::Press(Qt::Key_Escape);
         });
-        QCOMPARE(f.database.Rows(u"select Cost from tmpCostList"_qs), QStringList{u"7"_qs});
-        QCOMPARE(f.database.Rows(u"select Name from GoodInf"_qs), QStringList{u"دوغ  "_qs});
+        QCOMPARE(f.database.Rows(u"select Cost from tmpCostList"_s), QStringList{u"7"_s});
+        QCOMPARE(f.database.Rows(u"select Name from GoodInf"_s), QStringList{u"دوغ  "_s});
     }
 };
 

@@ -5,13 +5,15 @@
 #include <QLineEdit>
 #include <QtTest>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// "Control=text" entries, typed in their order; each field is left before the next.
 void TypeAll(QWidget *screen, const QStringList &entries)
 {
     for (const QString &entry : entries) {
-        test::Enter(screen, entry.section(u'=', 0, 0) + u"_EDT"_qs, entry.section(u'=', 1));
+        test::Enter(screen, entry.section(u'=', 0, 0) + u"_EDT"_s, entry.section(u'=', 1));
         test::Press(Qt::Key_Tab);
         QCoreApplication::processEvents();
     }
@@ -19,20 +21,20 @@ void TypeAll(QWidget *screen, const QStringList &entries)
 
 QString Shown(QWidget *screen, const QString &name)
 {
-    return test::Find<QLineEdit>(screen, name + u"_EDT"_qs).text();
+    return test::Find<QLineEdit>(screen, name + u"_EDT"_s).text();
 }
 
 /// The "+" of the first barcode.
 QAction &Complete(QWidget *screen)
 {
-    return test::Find<QAction>(&test::Find(screen, u"BarCode1_EDT"_qs), u"complete"_qs);
+    return test::Find<QAction>(&test::Find(screen, u"BarCode1_EDT"_s), u"complete"_s);
 }
 
 void SetFormula(QWidget *screen, const QString &formula)
 {
-    test::Focus(screen, u"Formool_CHK"_qs);
+    test::Focus(screen, u"Formool_CHK"_s);
     test::Press(Qt::Key_Space);
-    QCOMPARE(test::Focused(), u"Formool_EDT"_qs);
+    QCOMPARE(test::Focused(), u"Formool_EDT"_s);
     test::Press(Qt::Key_A, Qt::ControlModifier);
     test::Type(formula);
     test::Press(Qt::Key_Tab);
@@ -52,21 +54,21 @@ private slots:
         QTest::addColumn<QStringList>("typed");
         QTest::addColumn<QStringList>("shown");
         QTest::newRow("a total is split")
-            << u"12"_qs << QStringList{u"Meghdar_Joz=30"_qs} << QStringList{u"MeghdarKol=2"_qs, u"MeghdarJoz=6"_qs};
+            << u"12"_s << QStringList{u"Meghdar_Joz=30"_s} << QStringList{u"MeghdarKol=2"_s, u"MeghdarJoz=6"_s};
         QTest::newRow("parts are joined")
-            << u"12"_qs << QStringList{u"MeghdarKol=2"_qs, u"MeghdarJoz=6"_qs} << QStringList{u"Meghdar_Joz=30"_qs};
+            << u"12"_s << QStringList{u"MeghdarKol=2"_s, u"MeghdarJoz=6"_s} << QStringList{u"Meghdar_Joz=30"_s};
         QTest::newRow("without binary noise")
-            << u"0.1"_qs << QStringList{u"MeghdarKol=3"_qs} << QStringList{u"Meghdar_Joz=0.3"_qs};
+            << u"0.1"_s << QStringList{u"MeghdarKol=3"_s} << QStringList{u"Meghdar_Joz=0.3"_s};
         QTest::newRow("prices of the small unit")
-            << u"12"_qs << QStringList{u"GheymatJoz=۲۵۰"_qs} << QStringList{u"GheymatKol=3000"_qs};
+            << u"12"_s << QStringList{u"GheymatJoz=۲۵۰"_s} << QStringList{u"GheymatKol=3000"_s};
         QTest::newRow("prices of the big unit")
-            << u"12"_qs << QStringList{u"GheymatKol=3000"_qs} << QStringList{u"GheymatJoz=250"_qs};
-        QTest::newRow("formula 0") << u"0"_qs << QStringList{u"MeghdarKol=2"_qs, u"GheymatKol=7"_qs, u"GheymatJoz=5"_qs}
-                                   << QStringList{u"Meghdar_Joz=0"_qs, u"GheymatKol=0"_qs, u"GheymatJoz=5"_qs};
-        QTest::newRow("another formula") << u"12"_qs << QStringList{u"Meghdar_Joz=30"_qs, u"Formool=10"_qs}
-                                         << QStringList{u"MeghdarKol=2"_qs, u"MeghdarJoz=10"_qs, u"Meghdar_Joz=30"_qs};
+            << u"12"_s << QStringList{u"GheymatKol=3000"_s} << QStringList{u"GheymatJoz=250"_s};
+        QTest::newRow("formula 0") << u"0"_s << QStringList{u"MeghdarKol=2"_s, u"GheymatKol=7"_s, u"GheymatJoz=5"_s}
+                                   << QStringList{u"Meghdar_Joz=0"_s, u"GheymatKol=0"_s, u"GheymatJoz=5"_s};
+        QTest::newRow("another formula") << u"12"_s << QStringList{u"Meghdar_Joz=30"_s, u"Formool=10"_s}
+                                         << QStringList{u"MeghdarKol=2"_s, u"MeghdarJoz=10"_s, u"Meghdar_Joz=30"_s};
         QTest::newRow("no formula after all")
-            << u"12"_qs << QStringList{u"Formool="_qs} << QStringList{u"Formool=0"_qs, u"MeghdarJoz=0"_qs};
+            << u"12"_s << QStringList{u"Formool="_s} << QStringList{u"Formool=0"_s, u"MeghdarJoz=0"_s};
     }
     void bigAndSmallUnits()
     {
@@ -74,9 +76,9 @@ private slots:
         QFETCH(QStringList, typed);
         QFETCH(QStringList, shown);
         EditorFixture f;
-        f.OpenNew(u"5"_qs, [&](QWidget *screen) {
+        f.OpenNew(u"5"_s, [&](QWidget *screen) {
             SetFormula(screen, formula);
-            QVERIFY(!test::Find(screen, u"AvaBgPrd_EDT"_qs).isVisible());
+            QVERIFY(!test::Find(screen, u"AvaBgPrd_EDT"_s).isVisible());
             TypeAll(screen, typed);
             for (const QString &field : shown)
                 QCOMPARE(Shown(screen, field.section(u'=', 0, 0)), field.section(u'=', 1));
@@ -91,15 +93,15 @@ private slots:
         QTest::addColumn<int>("answer"); // -1: nothing is asked
         QTest::addColumn<QString>("first");
         QTest::addColumn<QString>("second");
-        QTest::newRow("the second follows") << false << QStringList{u"AvaBgPrd=30"_qs} << -1 << u"30"_qs << u"2.5"_qs;
-        QTest::newRow("in whole units") << true << QStringList{u"AvaBgPrd=30"_qs} << -1 << u"30"_qs << u"2"_qs;
-        QTest::newRow("the first follows") << false << QStringList{u"AvaBgPrd2=2"_qs} << -1 << u"24"_qs << u"2"_qs;
+        QTest::newRow("the second follows") << false << QStringList{u"AvaBgPrd=30"_s} << -1 << u"30"_s << u"2.5"_s;
+        QTest::newRow("in whole units") << true << QStringList{u"AvaBgPrd=30"_s} << -1 << u"30"_s << u"2"_s;
+        QTest::newRow("the first follows") << false << QStringList{u"AvaBgPrd2=2"_s} << -1 << u"24"_s << u"2"_s;
         QTest::newRow("typed by hand, kept")
-            << false << QStringList{u"AvaBgPrd=30"_qs, u"AvaBgPrd2=3"_qs} << 0 << u"30"_qs << u"3"_qs;
+            << false << QStringList{u"AvaBgPrd=30"_s, u"AvaBgPrd2=3"_s} << 0 << u"30"_s << u"3"_s;
         QTest::newRow("typed by hand, replaced")
-            << false << QStringList{u"AvaBgPrd=30"_qs, u"AvaBgPrd2=3"_qs} << 1 << u"36"_qs << u"3"_qs;
-        QTest::newRow("asked once") << false << QStringList{u"AvaBgPrd=30"_qs, u"AvaBgPrd2=3"_qs, u"AvaBgPrd2=4"_qs}
-                                    << 1 << u"48"_qs << u"4"_qs;
+            << false << QStringList{u"AvaBgPrd=30"_s, u"AvaBgPrd2=3"_s} << 1 << u"36"_s << u"3"_s;
+        QTest::newRow("asked once") << false << QStringList{u"AvaBgPrd=30"_s, u"AvaBgPrd2=3"_s, u"AvaBgPrd2=4"_s} << 1
+                                    << u"48"_s << u"4"_s;
     }
     void quantitiesInTwoUnits()
     {
@@ -109,14 +111,14 @@ private slots:
         EditorFixture f;
         f.host.settings.record.TwoUnitVariableRatio = true;
         f.host.settings.record.IntegerUnits = wholeUnits;
-        f.OpenNew(u"5"_qs, [&](QWidget *screen) {
-            SetFormula(screen, u"12"_qs);
+        f.OpenNew(u"5"_s, [&](QWidget *screen) {
+            SetFormula(screen, u"12"_s);
             if (answer >= 0)
                 f.host.messages.Answer(answer == 1);
             TypeAll(screen, typed);
-            QCOMPARE(f.host.messages.Take(), answer >= 0 ? u"Confirm(20114)"_qs : QString());
-            QTEST(Shown(screen, u"AvaBgPrd"_qs), "first");
-            QTEST(Shown(screen, u"AvaBgPrd2"_qs), "second");
+            QCOMPARE(f.host.messages.Take(), answer >= 0 ? u"Confirm(20114)"_s : QString());
+            QTEST(Shown(screen, u"AvaBgPrd"_s), "first");
+            QTEST(Shown(screen, u"AvaBgPrd2"_s), "second");
             f.Leave();
         });
     }
@@ -125,38 +127,38 @@ private slots:
     {
         EditorFixture f;
         f.host.settings.record.TwoUnitGoods = false;
-        f.InsertGood(500009, u"دوغ"_qs, 909);
-        f.database.Exec(u"update GoodInf set Unit2=2,Meghdar_Formool=12,AvaBgPrd=24,AvaBgPrd2=2,CostBgPrd=1"_qs);
+        f.InsertGood(500009, u"دوغ"_s, 909);
+        f.database.Exec(u"update GoodInf set Unit2=2,Meghdar_Formool=12,AvaBgPrd=24,AvaBgPrd2=2,CostBgPrd=1"_s);
         const auto save = [&](const QString &control, const QString &text) {
             f.OpenGood(500009, [&](QWidget *screen) {
-                QVERIFY(!test::Find(screen, u"Unit_Entity2"_qs).isVisible());
+                QVERIFY(!test::Find(screen, u"Unit_Entity2"_s).isVisible());
                 test::Enter(screen, control, text);
                 test::Press(Qt::Key_F3);
                 QCOMPARE(f.host.messages.TakeAll().size(), 1);
             });
-            return f.database.Rows(u"select Unit2,Meghdar_Formool,AvaBgPrd,AvaBgPrd2 from GoodInf"_qs).value(0);
+            return f.database.Rows(u"select Unit2,Meghdar_Formool,AvaBgPrd,AvaBgPrd2 from GoodInf"_s).value(0);
         };
-        QCOMPARE(save(u"Name_EDT"_qs, u"ماست"_qs), u"2|12|24|2"_qs);
-        QCOMPARE(save(u"AvaBgPrd_EDT"_qs, u"36"_qs), u"2|12|36|3"_qs);
-        QCOMPARE(save(u"AvaBgPrd_EDT"_qs, u"0"_qs), u"2|12|0|0"_qs);
+        QCOMPARE(save(u"Name_EDT"_s, u"ماست"_s), u"2|12|24|2"_s);
+        QCOMPARE(save(u"AvaBgPrd_EDT"_s, u"36"_s), u"2|12|36|3"_s);
+        QCOMPARE(save(u"AvaBgPrd_EDT"_s, u"0"_s), u"2|12|0|0"_s);
     }
 
     void theFormulaNamesTheUnits()
     {
         EditorFixture f;
-        f.OpenNew(u"5"_qs, [&](QWidget *screen) {
-            const auto &unit2 = test::Find<QLabel>(screen, u"Formool_Unit2_LBL"_qs);
-            QCOMPARE(unit2.text(), u"عدد"_qs);
-            test::Enter(screen, u"Unit_Entity2"_qs, u"99"_qs);
+        f.OpenNew(u"5"_s, [&](QWidget *screen) {
+            const auto &unit2 = test::Find<QLabel>(screen, u"Formool_Unit2_LBL"_s);
+            QCOMPARE(unit2.text(), u"عدد"_s);
+            test::Enter(screen, u"Unit_Entity2"_s, u"99"_s);
             test::Press(Qt::Key_Tab);
             QCoreApplication::processEvents();
             QCOMPARE(unit2.text(), QString());
-            test::Enter(screen, u"Unit_Entity2"_qs, u"کیلو"_qs);
+            test::Enter(screen, u"Unit_Entity2"_s, u"کیلو"_s);
             test::Press(Qt::Key_Return);
-            QCOMPARE(unit2.text(), u"کیلوگرم"_qs);
-            SetFormula(screen, u"12"_qs);
-            QCOMPARE(test::Find<QLabel>(screen, u"MeghdarJoz_LBL"_qs).text(), u"+۱۲×"_qs);
-            QCOMPARE(test::Find<QLabel>(screen, u"GheymatJoz_LBL"_qs).text(), u"=۱۲÷"_qs);
+            QCOMPARE(unit2.text(), u"کیلوگرم"_s);
+            SetFormula(screen, u"12"_s);
+            QCOMPARE(test::Find<QLabel>(screen, u"MeghdarJoz_LBL"_s).text(), u"+۱۲×"_s);
+            QCOMPARE(test::Find<QLabel>(screen, u"GheymatJoz_LBL"_s).text(), u"=۱۲÷"_s);
             f.Leave();
         });
     }
@@ -166,21 +168,21 @@ private slots:
         QTest::addColumn<QString>("typed");
         QTest::addColumn<QString>("shown");
         QTest::addColumn<bool>("told");
-        QTest::newRow("100") << u"100"_qs << u"100"_qs << false;
-        QTest::newRow("above") << u"100.5"_qs << u"100"_qs << true;
-        QTest::newRow("empty") << QString() << u"0"_qs << false;
+        QTest::newRow("100") << u"100"_s << u"100"_s << false;
+        QTest::newRow("above") << u"100.5"_s << u"100"_s << true;
+        QTest::newRow("empty") << QString() << u"0"_s << false;
     }
     void percentsOfVisitors()
     {
         QFETCH(QString, typed);
         QFETCH(bool, told);
         EditorFixture f;
-        f.OpenNew(u"5"_qs, [&](QWidget *screen) {
-            f.ShowTab(screen, u"Complete_TPC"_qs);
-            TypeAll(screen, {u"Pos="_qs + typed});
-            QCOMPARE(f.host.messages.Take(), told ? u"MsgRequiredField(درصد کمتر از 100 )"_qs : QString());
-            QCOMPARE(test::Focused(), told ? u"Pos_EDT"_qs : u"SmsCode_EDT"_qs);
-            QTEST(Shown(screen, u"Pos"_qs), "shown");
+        f.OpenNew(u"5"_s, [&](QWidget *screen) {
+            f.ShowTab(screen, u"Complete_TPC"_s);
+            TypeAll(screen, {u"Pos="_s + typed});
+            QCOMPARE(f.host.messages.Take(), told ? u"MsgRequiredField(درصد کمتر از 100 )"_s : QString());
+            QCOMPARE(test::Focused(), told ? u"Pos_EDT"_s : u"SmsCode_EDT"_s);
+            QTEST(Shown(screen, u"Pos"_s), "shown");
             f.Leave();
         });
     }
@@ -188,16 +190,16 @@ private slots:
     void leavingTheTaxLooksAtTheDiscount()
     {
         EditorFixture f;
-        f.InsertGood(500009, u"دوغ"_qs, 909);
-        f.database.Exec(u"update GoodInf set OffPercent=150,TaxPercent=101"_qs);
+        f.InsertGood(500009, u"دوغ"_s, 909);
+        f.database.Exec(u"update GoodInf set OffPercent=150,TaxPercent=101"_s);
         f.OpenGood(500009, [&](QWidget *screen) {
-            f.ShowTab(screen, u"Discount_TPC"_qs);
-            test::Focus(screen, u"TaxPercent_edt"_qs);
+            f.ShowTab(screen, u"Discount_TPC"_s);
+            test::Focus(screen, u"TaxPercent_edt"_s);
             test::Press(Qt::Key_Tab);
             QCoreApplication::processEvents();
-            QCOMPARE(f.host.messages.Take(), u"MsgRequiredField(درصد کمتر از 100 )"_qs);
-            QCOMPARE(test::Find<QLineEdit>(screen, u"OffPercent_EDT"_qs).text(), u"100"_qs);
-            QCOMPARE(test::Find<QLineEdit>(screen, u"TaxPercent_edt"_qs).text(), u"101"_qs);
+            QCOMPARE(f.host.messages.Take(), u"MsgRequiredField(درصد کمتر از 100 )"_s);
+            QCOMPARE(test::Find<QLineEdit>(screen, u"OffPercent_EDT"_s).text(), u"100"_s);
+            QCOMPARE(test::Find<QLineEdit>(screen, u"TaxPercent_edt"_s).text(), u"101"_s);
             f.Leave();
         });
     }
@@ -206,44 +208,44 @@ private slots:
     {
         QTest::addColumn<QString>("barcode");
         QTest::addColumn<QString>("message");
-        QTest::newRow("free") << u"62601"_qs << QString();
+        QTest::newRow("free") << u"62601"_s << QString();
         QTest::newRow("nothing") << QString() << QString();
-        QTest::newRow("a part of one in use") << u"11"_qs << QString();
-        QTest::newRow("of the sales screen") << u"555"_qs << u"MsgHasSubRecordsAnother(بارکد, بارکدهای عملیاتی)"_qs;
-        QTest::newRow("of another good") << u"22'2"_qs << u"MsgRepeatedField( نام اختصاری/بارکد, کالا)"_qs;
-        QTest::newRow("of a detail") << u"777"_qs
-                                     << u"MsgRepeatedField( نام اختصاری/بارکد, برای جزییات کالا تعریف شده و)"_qs;
+        QTest::newRow("a part of one in use") << u"11"_s << QString();
+        QTest::newRow("of the sales screen") << u"555"_s << u"MsgHasSubRecordsAnother(بارکد, بارکدهای عملیاتی)"_s;
+        QTest::newRow("of another good") << u"22'2"_s << u"MsgRepeatedField( نام اختصاری/بارکد, کالا)"_s;
+        QTest::newRow("of a detail") << u"777"_s
+                                     << u"MsgRepeatedField( نام اختصاری/بارکد, برای جزییات کالا تعریف شده و)"_s;
     }
     void barcodesInUseAreRefused()
     {
         QFETCH(QString, barcode);
         QFETCH(QString, message);
         EditorFixture f;
-        f.InsertGood(500009, u"دوغ"_qs, 909);
-        f.database.Exec(u"update GoodInf set AbbName='!111!22''2!'"_qs);
-        f.host.settings.record.ReservedBarcodes[0] = u"555"_qs;
-        f.host.goodDetails.detailBarcodes = {u"777"_qs};
-        f.OpenNew(u"5"_qs, [&](QWidget *screen) {
-            f.ShowTab(screen, u"Complete_TPC"_qs);
-            TypeAll(screen, {u"BarCode2="_qs + barcode});
+        f.InsertGood(500009, u"دوغ"_s, 909);
+        f.database.Exec(u"update GoodInf set AbbName='!111!22''2!'"_s);
+        f.host.settings.record.ReservedBarcodes[0] = u"555"_s;
+        f.host.goodDetails.detailBarcodes = {u"777"_s};
+        f.OpenNew(u"5"_s, [&](QWidget *screen) {
+            f.ShowTab(screen, u"Complete_TPC"_s);
+            TypeAll(screen, {u"BarCode2="_s + barcode});
             QCOMPARE(f.host.messages.Take(), message);
-            QCOMPARE(test::Focused(), message.isEmpty() ? u"BarCode3_EDT"_qs : u"BarCode2_EDT"_qs);
-            QCOMPARE(Shown(screen, u"BarCode2"_qs), barcode);
+            QCOMPARE(test::Focused(), message.isEmpty() ? u"BarCode3_EDT"_s : u"BarCode2_EDT"_s);
+            QCOMPARE(Shown(screen, u"BarCode2"_s), barcode);
             // At the Enter of a scanner at once: whatever it sends next must not begin in the next edit.
-            test::Focus(screen, u"BarCode2_EDT"_qs);
+            test::Focus(screen, u"BarCode2_EDT"_s);
             test::Press(Qt::Key_Return);
             QCOMPARE(f.host.messages.Take(), message);
-            QCOMPARE(test::Focused(), message.isEmpty() ? u"BarCode3_EDT"_qs : u"BarCode2_EDT"_qs);
+            QCOMPARE(test::Focused(), message.isEmpty() ? u"BarCode3_EDT"_s : u"BarCode2_EDT"_s);
             if (!message.isEmpty()) {
-                test::Type(u"222"_qs);
+                test::Type(u"222"_s);
                 test::Press(Qt::Key_Return);
-                QCOMPARE(Shown(screen, u"BarCode2"_qs), u"222"_qs);
+                QCOMPARE(Shown(screen, u"BarCode2"_s), u"222"_s);
             }
             f.Leave();
         });
         // Its own barcodes are not another good's.
         f.OpenGood(500009, [&](QWidget *screen) {
-            test::Focus(screen, u"BarCode1_EDT"_qs);
+            test::Focus(screen, u"BarCode1_EDT"_s);
             test::Press(Qt::Key_Return);
             QCoreApplication::processEvents();
             test::Press(Qt::Key_Escape);
@@ -254,23 +256,23 @@ private slots:
     {
         QTest::addColumn<QString>("tab");
         QTest::addColumn<QString>("next");
-        QTest::newRow("BarCode1_EDT") << u"General_TPC"_qs << u"Unit_Entity1"_qs;
+        QTest::newRow("BarCode1_EDT") << u"General_TPC"_s << u"Unit_Entity1"_s;
         for (int number = 2; number <= 5; ++number)
-            QTest::addRow("BarCode%d_EDT", number) << u"Complete_TPC"_qs << u"BarCode%1_EDT"_qs.arg(number + 1);
-        QTest::newRow("BarCode6_EDT") << u"Complete_TPC"_qs << u"Save_BTN"_qs;
+            QTest::addRow("BarCode%d_EDT", number) << u"Complete_TPC"_s << u"BarCode%1_EDT"_s.arg(number + 1);
+        QTest::newRow("BarCode6_EDT") << u"Complete_TPC"_s << u"Save_BTN"_s;
     }
     void aScannedBarcodeMovesOn()
     {
         QFETCH(QString, tab);
         const QString edit = QString::fromLatin1(QTest::currentDataTag());
         EditorFixture f;
-        f.OpenNew(u"5"_qs, [&](QWidget *screen) {
+        f.OpenNew(u"5"_s, [&](QWidget *screen) {
             f.ShowTab(screen, tab);
             test::Focus(screen, edit);
-            test::Type(u"6260100200303"_qs);
+            test::Type(u"6260100200303"_s);
             test::Press(Qt::Key_Return);
             QCoreApplication::processEvents();
-            QCOMPARE(test::Find<QLineEdit>(screen, edit).text(), u"6260100200303"_qs);
+            QCOMPARE(test::Find<QLineEdit>(screen, edit).text(), u"6260100200303"_s);
             QTEST(test::Focused(), "next");
             f.Leave();
         });
@@ -279,14 +281,14 @@ private slots:
     void furtherBarcodesFollowTheFirst()
     {
         EditorFixture f;
-        f.InsertGood(500009, u"دوغ"_qs, 909);
-        f.database.Exec(u"update GoodInf set AbbName='!!'"_qs);
+        f.InsertGood(500009, u"دوغ"_s, 909);
+        f.database.Exec(u"update GoodInf set AbbName='!!'"_s);
         f.OpenGood(500009, [&](QWidget *screen) {
-            const QWidget &further = test::Find(screen, u"BarCodes_PNL"_qs);
+            const QWidget &further = test::Find(screen, u"BarCodes_PNL"_s);
             QVERIFY(further.isHidden());
             // The mark between barcodes would tear this one apart.
-            test::Enter(screen, u"BarCode1_EDT"_qs, u"6!26"_qs);
-            QCOMPARE(Shown(screen, u"BarCode1"_qs), u"626"_qs);
+            test::Enter(screen, u"BarCode1_EDT"_s, u"6!26"_s);
+            QCOMPARE(Shown(screen, u"BarCode1"_s), u"626"_s);
             QVERIFY(!further.isHidden());
             f.Leave();
         });
@@ -297,27 +299,26 @@ private slots:
         QTest::addColumn<QString>("typed");
         QTest::addColumn<QString>("shown");
         QTest::addColumn<QString>("message");
-        QTest::newRow("7 digits") << u"9638507"_qs << u"96385074"_qs << QString();
-        QTest::newRow("12 digits") << u"400638133393"_qs << u"4006381333931"_qs << QString();
-        QTest::newRow("11 digits") << u"40063813339"_qs << u"40063813339"_qs
-                                   << u"EAN8 و EAN13\n\rکامل می شوند\n\r\n\r"_qs;
-        QTest::newRow("13 digits") << u"4006381333931"_qs << u"4006381333931"_qs << u"EAN8 و EAN13\n\r"_qs;
+        QTest::newRow("7 digits") << u"9638507"_s << u"96385074"_s << QString();
+        QTest::newRow("12 digits") << u"400638133393"_s << u"4006381333931"_s << QString();
+        QTest::newRow("11 digits") << u"40063813339"_s << u"40063813339"_s << u"EAN8 و EAN13\n\rکامل می شوند\n\r\n\r"_s;
+        QTest::newRow("13 digits") << u"4006381333931"_s << u"4006381333931"_s << u"EAN8 و EAN13\n\r"_s;
     }
     void barcodesAreCompleted()
     {
         QFETCH(QString, typed);
         QFETCH(QString, message);
         EditorFixture f;
-        f.host.barcodes.completions = {{u"9638507"_qs, u"96385074"_qs}, {u"400638133393"_qs, u"4006381333931"_qs}};
-        f.OpenNew(u"5"_qs, [&](QWidget *screen) {
-            test::Enter(screen, u"BarCode1_EDT"_qs, typed);
+        f.host.barcodes.completions = {{u"9638507"_s, u"96385074"_s}, {u"400638133393"_s, u"4006381333931"_s}};
+        f.OpenNew(u"5"_s, [&](QWidget *screen) {
+            test::Enter(screen, u"BarCode1_EDT"_s, typed);
             // A click on the button does not bring the focus to the edit.
-            test::Focus(screen, u"Name_EDT"_qs);
+            test::Focus(screen, u"Name_EDT"_s);
             Complete(screen).trigger();
             const QString told = f.host.messages.Take();
             QVERIFY2(message.isEmpty() ? told.isEmpty() : told.contains(message), qPrintable(told));
-            QTEST(Shown(screen, u"BarCode1"_qs), "shown");
-            QCOMPARE(test::Focused(), message.isEmpty() ? u"Unit_Entity1"_qs : u"Name_EDT"_qs);
+            QTEST(Shown(screen, u"BarCode1"_s), "shown");
+            QCOMPARE(test::Focused(), message.isEmpty() ? u"Unit_Entity1"_s : u"Name_EDT"_s);
             f.Leave();
         });
     }
@@ -325,15 +326,15 @@ private slots:
     void aMissingBarcodeLibraryIsTold()
     {
         EditorFixture f;
-        f.OpenNew(u"5"_qs, [&](QWidget *screen) {
-            test::Enter(screen, u"BarCode1_EDT"_qs, u"9638507"_qs);
+        f.OpenNew(u"5"_s, [&](QWidget *screen) {
+            test::Enter(screen, u"BarCode1_EDT"_s, u"9638507"_s);
             QAction &complete = Complete(screen);
             f.host.barcodes.completion = false;
             complete.trigger();
-            QVERIFY(f.host.messages.Take().contains(u"تابع تعريف شده در داخل کتابخانه بارکد وجود ندارد"_qs));
+            QVERIFY(f.host.messages.Take().contains(u"تابع تعريف شده در داخل کتابخانه بارکد وجود ندارد"_s));
             f.host.barcodes.library = false;
             complete.trigger();
-            QVERIFY(f.host.messages.Take().contains(u"فايل کتابخانه بارکد وجود ندارد"_qs));
+            QVERIFY(f.host.messages.Take().contains(u"فايل کتابخانه بارکد وجود ندارد"_s));
             f.Leave();
         });
     }
@@ -344,10 +345,10 @@ private slots:
         QTest::addColumn<QString>("tab");
         QTest::addColumn<QString>("edit");
         QTest::addColumn<QStringList>("layouts");
-        const QStringList both{u"00000409"_qs, u"00000429"_qs};
-        QTest::newRow("barcode") << true << u"General_TPC"_qs << u"BarCode1_EDT"_qs << both;
-        QTest::newRow("barcode, not asked for") << false << u"General_TPC"_qs << u"BarCode1_EDT"_qs << QStringList();
-        QTest::newRow("short code, always") << false << u"Complete_TPC"_qs << u"SmsCode_EDT"_qs << both;
+        const QStringList both{u"00000409"_s, u"00000429"_s};
+        QTest::newRow("barcode") << true << u"General_TPC"_s << u"BarCode1_EDT"_s << both;
+        QTest::newRow("barcode, not asked for") << false << u"General_TPC"_s << u"BarCode1_EDT"_s << QStringList();
+        QTest::newRow("short code, always") << false << u"Complete_TPC"_s << u"SmsCode_EDT"_s << both;
     }
     void theKeyboardSwitches()
     {
@@ -356,7 +357,7 @@ private slots:
         QFETCH(QString, edit);
         EditorFixture f;
         f.host.settings.record.AutoKeyboard = automatic;
-        f.OpenNew(u"5"_qs, [&](QWidget *screen) {
+        f.OpenNew(u"5"_s, [&](QWidget *screen) {
             f.ShowTab(screen, tab);
             f.host.keyboard.switches.clear();
             test::Focus(screen, edit);

@@ -4,6 +4,8 @@
 
 #include <QtTest>
 
+using namespace Qt::StringLiterals;
+
 using host::TFormMode;
 
 namespace {
@@ -44,27 +46,27 @@ void Check(QWidget *screen, const QString &control)
     test::Press(Qt::Key_Space);
 }
 
-const QString General = u"General_TPC"_qs;
-const QString Complete = u"Complete_TPC"_qs;
-const QString Discount = u"Discount_TPC"_qs;
-const QString Prices = u"Cost_Level_TPC"_qs;
+const QString General = u"General_TPC"_s;
+const QString Complete = u"Complete_TPC"_s;
+const QString Discount = u"Discount_TPC"_s;
+const QString Prices = u"Cost_Level_TPC"_s;
 
 /// Quantity and price of an opening voucher that is approved.
 std::vector<Case> ApprovedCases()
 {
     const auto approved = [](EditorFixture &f) {
         f.host.vouchers.approved = true;
-        f.database.Exec(u"update GoodInf set AvaBgPrd=9, CostBgPrd=7 where Code=500009"_qs);
+        f.database.Exec(u"update GoodInf set AvaBgPrd=9, CostBgPrd=7 where Code=500009"_s);
     };
     return {
-        {"another quantity", approved, Enter(u"AvaBgPrd_EDT"_qs, u"8"_qs), {}, General, {}, 500009},
-        {"another price", approved, Enter(u"CostBgPrd_EDT"_qs, u"8"_qs), {}, General, {}, 500009},
+        {"another quantity", approved, Enter(u"AvaBgPrd_EDT"_s, u"8"_s), {}, General, {}, 500009},
+        {"another price", approved, Enter(u"CostBgPrd_EDT"_s, u"8"_s), {}, General, {}, 500009},
         {"big units that are still being typed",
          approved,
          [](QWidget *screen) {
-             Check(screen, u"Formool_CHK"_qs);
-             test::Type(u"12"_qs);
-             test::Enter(screen, u"MeghdarKol_EDT"_qs, u"2"_qs);
+             Check(screen, u"Formool_CHK"_s);
+             test::Type(u"12"_s);
+             test::Enter(screen, u"MeghdarKol_EDT"_s, u"2"_s);
          },
          {},
          General,
@@ -85,44 +87,44 @@ std::vector<Case> OtherCases()
          [](EditorFixture &f) {
              f.host.settings.record.ControlNegativeStock = true;
              f.host.stock.enough = false;
-             f.database.Exec(u"update GoodInf set AvaBgPrd=9, CostBgPrd=1 where Code=500009"_qs);
+             f.database.Exec(u"update GoodInf set AvaBgPrd=9, CostBgPrd=1 where Code=500009"_s);
          },
-         Enter(u"Store_Entity"_qs, u"2"_qs),
+         Enter(u"Store_Entity"_s, u"2"_s),
          {},
          General,
-         u"AvaBgPrd_EDT"_qs,
+         u"AvaBgPrd_EDT"_s,
          500009,
          u"Check_TockMinus(select GoodCode as Code , StoreCode as Anbar , -1 * Amount1 as Mogodi  from "
-         "GoodFirstAsset where Tmp = 0 and GoodCode = 500009 and StoreCode = 1, 1405/01/01)"_qs},
+         "GoodFirstAsset where Tmp = 0 and GoodCode = 500009 and StoreCode = 1, 1405/01/01)"_s},
         {"opening price of the small unit missing", Nothing,
          [](QWidget *screen) {
-             Check(screen, u"Formool_CHK"_qs);
-             test::Type(u"12"_qs);
-             test::Enter(screen, u"Meghdar_Joz_EDT"_qs, u"30"_qs);
+             Check(screen, u"Formool_CHK"_s);
+             test::Type(u"12"_s);
+             test::Enter(screen, u"Meghdar_Joz_EDT"_s, u"30"_s);
          },
-         u"MsgRequiredField(قيمت اول دوره)"_qs, General, u"GheymatJoz_EDT"_qs},
+         u"MsgRequiredField(قيمت اول دوره)"_s, General, u"GheymatJoz_EDT"_s},
         {"unknown second unit",
          Nothing,
          [](QWidget *screen) {
-             test::Enter(screen, u"Unit_Entity2"_qs, u"99"_qs);
-             test::Focus(screen, u"Name_EDT"_qs);
+             test::Enter(screen, u"Unit_Entity2"_s, u"99"_s);
+             test::Focus(screen, u"Name_EDT"_s);
          },
          {},
          General,
-         u"Unit_Entity2"_qs},
-        {"percent that is still being typed", Nothing, On(Complete, Enter(u"Pos_EDT"_qs, u"101"_qs)),
-         u"MsgRequiredField(درصد کمتر از 100 )"_qs, Complete, u"Pos_EDT"_qs},
-        {"code empty", Nothing, Enter(u"Code_EDT"_qs, {}), u"MsgRequiredField(کد)"_qs, General, u"Code_EDT"_qs},
+         u"Unit_Entity2"_s},
+        {"percent that is still being typed", Nothing, On(Complete, Enter(u"Pos_EDT"_s, u"101"_s)),
+         u"MsgRequiredField(درصد کمتر از 100 )"_s, Complete, u"Pos_EDT"_s},
+        {"code empty", Nothing, Enter(u"Code_EDT"_s, {}), u"MsgRequiredField(کد)"_s, General, u"Code_EDT"_s},
         {"code of seven digits", Nothing,
          [](QWidget *screen) {
-             test::Find<host::NumericEdit>(screen, u"Code_EDT"_qs).setMaxLength(7);
-             test::Enter(screen, u"Code_EDT"_qs, u"1000000"_qs);
+             test::Find<host::NumericEdit>(screen, u"Code_EDT"_s).setMaxLength(7);
+             test::Enter(screen, u"Code_EDT"_s, u"1000000"_s);
          },
-         u"ShowSmartMessage(10325, کالا, 6 رقم)"_qs, General, u"Code_EDT"_qs},
-        {"code of another good", Nothing, Enter(u"Code_EDT"_qs, u"500009"_qs), u"MsgRepeatedCode(کد)"_qs, General,
-         u"Code_EDT"_qs},
-        {"rate below 0", Nothing, On(Discount, Enter(u"Discount_Buy_1_EDT"_qs, u"-0.01"_qs)),
-         u"MsgPercent(تخفیف نوع 1)"_qs, Discount, u"Discount_Buy_1_EDT"_qs},
+         u"ShowSmartMessage(10325, کالا, 6 رقم)"_s, General, u"Code_EDT"_s},
+        {"code of another good", Nothing, Enter(u"Code_EDT"_s, u"500009"_s), u"MsgRepeatedCode(کد)"_s, General,
+         u"Code_EDT"_s},
+        {"rate below 0", Nothing, On(Discount, Enter(u"Discount_Buy_1_EDT"_s, u"-0.01"_s)),
+         u"MsgPercent(تخفیف نوع 1)"_s, Discount, u"Discount_Buy_1_EDT"_s},
     };
 }
 
@@ -160,8 +162,8 @@ std::function<void(EditorFixture &, QWidget *)> PressKey(Qt::Key key)
 
 void MakeEveryFault(EditorFixture &f)
 {
-    f.InsertGood(500009, u"دوغ"_qs, 909);
-    f.InsertGood(500010, u"شیر"_qs, 101);
+    f.InsertGood(500009, u"دوغ"_s, 909);
+    f.InsertGood(500010, u"شیر"_s, 101);
     for (const char *statement :
          {"update GoodInf set DetailUniqueCode=N'77',kala_index=N'یک لیتری' where Code=500009",
           "update GoodInf set AvaBgPrd=9,CostBgPrd=1 where Code=500010",
@@ -185,81 +187,80 @@ void TypeEveryFault(EditorFixture &f, QWidget *screen)
         for (const QString &entry : entries)
             test::Enter(screen, entry.section(u'=', 0, 0), entry.section(u'=', 1));
     };
-    enter(Complete, {u"Weight_EDT="_qs, u"Length_EDT="_qs, u"Width_EDT="_qs, u"Heigth_EDT="_qs, u"SmsCode_EDT="_qs,
-                     u"DetailUniqueCode_EDT=77"_qs});
+    enter(Complete, {u"Weight_EDT="_s, u"Length_EDT="_s, u"Width_EDT="_s, u"Heigth_EDT="_s, u"SmsCode_EDT="_s,
+                     u"DetailUniqueCode_EDT=77"_s});
     QStringList rates;
     for (int number = 1; number <= 4; ++number)
-        rates << u"Discount_Sell_%1_EDT=101"_qs.arg(number) << u"Discount_Buy_%1_EDT=101"_qs.arg(number);
+        rates << u"Discount_Sell_%1_EDT=101"_s.arg(number) << u"Discount_Buy_%1_EDT=101"_s.arg(number);
     enter(Discount, rates);
-    Check(screen, u"TaxPercent_RB"_qs);
-    Check(screen, u"ChargePercent_RB"_qs);
+    Check(screen, u"TaxPercent_RB"_s);
+    Check(screen, u"ChargePercent_RB"_s);
     f.ShowTab(screen, Prices);
-    for (const QString &level : {u"SellDefault_CMB"_qs, u"BuyDefault_CMB"_qs}) {
+    for (const QString &level : {u"SellDefault_CMB"_s, u"BuyDefault_CMB"_s}) {
         test::Focus(screen, level);
         test::Press(Qt::Key_End);
     }
-    enter(General, {u"BarCode1_EDT=551"_qs, u"Name_EDT="_qs, u"AvaBgPrd_EDT=5"_qs, u"CostBgPrd_EDT=0"_qs});
+    enter(General, {u"BarCode1_EDT=551"_s, u"Name_EDT="_s, u"AvaBgPrd_EDT=5"_s, u"CostBgPrd_EDT=0"_s});
     for (int number = 2; number <= 6; ++number)
-        enter(Complete, {u"BarCode%1_EDT=555"_qs.arg(number)});
+        enter(Complete, {u"BarCode%1_EDT=555"_s.arg(number)});
     f.ShowTab(screen, General);
-    test::Focus(screen, u"Group_CMB"_qs);
+    test::Focus(screen, u"Group_CMB"_s);
     test::Press(Qt::Key_Home);
-    Check(screen, u"Formool_CHK"_qs);
-    test::Enter(screen, u"Unit_Entity1"_qs, u"99"_qs);
+    Check(screen, u"Formool_CHK"_s);
+    test::Enter(screen, u"Unit_Entity1"_s, u"99"_s);
     QCoreApplication::processEvents();
-    f.host.settings.record.ReservedBarcodes[0] = u"551"_qs;
-    f.host.settings.record.ReservedBarcodes[2] = u"555"_qs;
+    f.host.settings.record.ReservedBarcodes[0] = u"551"_s;
+    f.host.settings.record.ReservedBarcodes[2] = u"555"_s;
 }
 
 std::vector<Step> OpeningSteps()
 {
     return {
-        {u"services"_qs, u"Unit_Entity1"_qs, [](EditorFixture &f, QWidget *) { f.host.permissions.denied.clear(); }},
-        {u"services"_qs, u"Unit_Entity1"_qs,
-         [](EditorFixture &f, QWidget *) { f.host.vouchers.totalCostValid = true; }},
-        {u"services voucher"_qs, u"Unit_Entity1"_qs,
+        {u"services"_s, u"Unit_Entity1"_s, [](EditorFixture &f, QWidget *) { f.host.permissions.denied.clear(); }},
+        {u"services"_s, u"Unit_Entity1"_s, [](EditorFixture &f, QWidget *) { f.host.vouchers.totalCostValid = true; }},
+        {u"services voucher"_s, u"Unit_Entity1"_s,
          [](EditorFixture &f, QWidget *) { f.host.vouchers.approved = false; }},
-        {u"services voucher stock"_qs, u"AvaBgPrd_EDT"_qs,
+        {u"services voucher stock"_s, u"AvaBgPrd_EDT"_s,
          [](EditorFixture &f, QWidget *screen) {
              f.host.stock.enough = true;
-             test::Enter(screen, u"Store_Entity"_qs, {});
-             test::Focus(screen, u"Unit_Entity1"_qs);
+             test::Enter(screen, u"Store_Entity"_s, {});
+             test::Focus(screen, u"Unit_Entity1"_s);
          }},
-        {u"services voucher stock"_qs, u"Unit_Entity1"_qs, TypeOver({})},
-        {u"NotSaveable(کليه کالاها, کالايي)"_qs, u"Group_CMB"_qs, PressKey(Qt::Key_Down)},
-        {u"ShowSmartMessage(10376)"_qs, u"AvaBgPrd_EDT"_qs,
+        {u"services voucher stock"_s, u"Unit_Entity1"_s, TypeOver({})},
+        {u"NotSaveable(کليه کالاها, کالايي)"_s, u"Group_CMB"_s, PressKey(Qt::Key_Down)},
+        {u"ShowSmartMessage(10376)"_s, u"AvaBgPrd_EDT"_s,
          [](EditorFixture &f, QWidget *) { f.host.goodDetails.entered = true; }},
-        {u"MsgRequiredField(کد پيامکي)"_qs, u"SmsCode_EDT"_qs, TypeOver(u"۹۰۹"_qs)},
-        {u"MsgRepeatedCode(کد پيامکي)"_qs, u"SmsCode_EDT"_qs, TypeOver(u"101"_qs)},
-        {u"MsgRequiredField(نام کالا)"_qs, u"Name_EDT"_qs,
+        {u"MsgRequiredField(کد پيامکي)"_s, u"SmsCode_EDT"_s, TypeOver(u"۹۰۹"_s)},
+        {u"MsgRepeatedCode(کد پيامکي)"_s, u"SmsCode_EDT"_s, TypeOver(u"101"_s)},
+        {u"MsgRequiredField(نام کالا)"_s, u"Name_EDT"_s,
          [](EditorFixture &f, QWidget *screen) {
-             test::Type(u"دوغ"_qs);
-             f.database.Exec(u"update GoodInf set Name=N'دوغ  یک لیتری' where Code=500009"_qs);
-             test::Enter(screen, u"Kala_Index_EDT"_qs, u"یک لیتری"_qs);
+             test::Type(u"دوغ"_s);
+             f.database.Exec(u"update GoodInf set Name=N'دوغ  یک لیتری' where Code=500009"_s);
+             test::Enter(screen, u"Kala_Index_EDT"_s, u"یک لیتری"_s);
          }},
-        {u"MsgRepeatedField(نام, کالا)"_qs, u"Name_EDT"_qs,
+        {u"MsgRepeatedField(نام, کالا)"_s, u"Name_EDT"_s,
          [](EditorFixture &f, QWidget *) {
-             test::Type(u"ماست"_qs);
+             test::Type(u"ماست"_s);
              f.host.messages.Answer(false);
          }},
-        {u"ContinueWithRepeatedField(شاخص کالا)"_qs, u"Kala_Index_EDT"_qs,
+        {u"ContinueWithRepeatedField(شاخص کالا)"_s, u"Kala_Index_EDT"_s,
          [](EditorFixture &f, QWidget *) { f.host.messages.Answer(true); }},
-        {u"ContinueWithRepeatedField(شاخص کالا) MsgRequiredField(واحد کالا)"_qs, u"Unit_Entity1"_qs,
+        {u"ContinueWithRepeatedField(شاخص کالا) MsgRequiredField(واحد کالا)"_s, u"Unit_Entity1"_s,
          [](EditorFixture &, QWidget *screen) {
-             test::Type(u"1"_qs);
-             test::Enter(screen, u"Kala_Index_EDT"_qs, u" "_qs); // nothing, so nothing to share
+             test::Type(u"1"_s);
+             test::Enter(screen, u"Kala_Index_EDT"_s, u" "_s); // nothing, so nothing to share
          }},
-        {u"MsgRequiredField(قيمت)"_qs, u"CostBgPrd_EDT"_qs, TypeOver(u"10"_qs)},
-        {u"MsgRequiredField(انبار)"_qs, u"Store_Entity"_qs, TypeOver(u"1"_qs)},
-        {u"MsgRequiredField(فرمول کالا)"_qs, u"Formool_EDT"_qs, TypeOver(u"12"_qs)},
-        {u"ShowSmartMessage(10052)"_qs, u"AvaBgPrd2_EDT"_qs,
-         [](EditorFixture &, QWidget *screen) { test::Enter(screen, u"AvaBgPrd_EDT"_qs, u"24"_qs); }},
+        {u"MsgRequiredField(قيمت)"_s, u"CostBgPrd_EDT"_s, TypeOver(u"10"_s)},
+        {u"MsgRequiredField(انبار)"_s, u"Store_Entity"_s, TypeOver(u"1"_s)},
+        {u"MsgRequiredField(فرمول کالا)"_s, u"Formool_EDT"_s, TypeOver(u"12"_s)},
+        {u"ShowSmartMessage(10052)"_s, u"AvaBgPrd2_EDT"_s,
+         [](EditorFixture &, QWidget *screen) { test::Enter(screen, u"AvaBgPrd_EDT"_s, u"24"_s); }},
     };
 }
 
 std::vector<Step> OtherSteps()
 {
-    const QString noPrice = u"MsgRequiredField(قيمت سطح پيش فرض)"_qs;
+    const QString noPrice = u"MsgRequiredField(قيمت سطح پيش فرض)"_s;
     const auto noLevel = [](const QString &level) {
         return [=](EditorFixture &, QWidget *screen) {
             test::Focus(screen, level);
@@ -267,28 +268,28 @@ std::vector<Step> OtherSteps()
         };
     };
     std::vector<Step> steps{
-        {noPrice, u"SellDetails_GRD"_qs, noLevel(u"SellDefault_CMB"_qs)},
-        {noPrice, u"BuyDetails_GRD"_qs, noLevel(u"BuyDefault_CMB"_qs)},
-        {u"MsgRequiredField(وزن)"_qs, u"Weight_EDT"_qs, TypeOver(u"1"_qs)},
-        {u"MsgRequiredField(طول)"_qs, u"Length_EDT"_qs, TypeOver(u"1"_qs)},
-        {u"MsgRequiredField(عرض)"_qs, u"Width_EDT"_qs, TypeOver(u"1"_qs)},
-        {u"MsgRequiredField(ارتفاع)"_qs, u"Heigth_EDT"_qs, TypeOver(u"1"_qs)},
-        {u"NotZeroValue(درصد مالیات)"_qs, u"TaxPercent_edt"_qs, TypeOver(u"9"_qs)},
-        {u"NotZeroValue(درصد عوارض)"_qs, u"ChargePercent_edt"_qs, TypeOver(u"101"_qs)},
+        {noPrice, u"SellDetails_GRD"_s, noLevel(u"SellDefault_CMB"_s)},
+        {noPrice, u"BuyDetails_GRD"_s, noLevel(u"BuyDefault_CMB"_s)},
+        {u"MsgRequiredField(وزن)"_s, u"Weight_EDT"_s, TypeOver(u"1"_s)},
+        {u"MsgRequiredField(طول)"_s, u"Length_EDT"_s, TypeOver(u"1"_s)},
+        {u"MsgRequiredField(عرض)"_s, u"Width_EDT"_s, TypeOver(u"1"_s)},
+        {u"MsgRequiredField(ارتفاع)"_s, u"Heigth_EDT"_s, TypeOver(u"1"_s)},
+        {u"NotZeroValue(درصد مالیات)"_s, u"TaxPercent_edt"_s, TypeOver(u"9"_s)},
+        {u"NotZeroValue(درصد عوارض)"_s, u"ChargePercent_edt"_s, TypeOver(u"101"_s)},
     };
     for (int number = 1; number <= 4; ++number)
-        steps.push_back({u"MsgPercent(تخفیف نوع %1)"_qs.arg(number), u"Discount_Buy_%1_EDT"_qs.arg(number),
-                         TypeOver(number == 4 ? u"100"_qs : QString())});
+        steps.push_back({u"MsgPercent(تخفیف نوع %1)"_s.arg(number), u"Discount_Buy_%1_EDT"_s.arg(number),
+                         TypeOver(number == 4 ? u"100"_s : QString())});
     for (int number = 1; number <= 4; ++number)
-        steps.push_back({u"MsgPercent(تخفیف نوع 4)"_qs, u"Discount_Sell_%1_EDT"_qs.arg(number), TypeOver(u"0"_qs)});
+        steps.push_back({u"MsgPercent(تخفیف نوع 4)"_s, u"Discount_Sell_%1_EDT"_s.arg(number), TypeOver(u"0"_s)});
     const std::vector<Step> last{
-        {u"MsgRequiredField(تخفیف پیش فرض خرید)"_qs, u"Default_Discount_Buy_CMB"_qs, PressKey(Qt::Key_Home)},
-        {u"MsgRequiredField(تخفیف پیش فرض فروش)"_qs, u"Default_Discount_Sell_CMB"_qs, PressKey(Qt::Key_Home)},
-        {u"MsgRepeatedField(کد تفصیلی یکتا, کالا)"_qs, u"DetailUniqueCode_EDT"_qs, TypeOver(u"78"_qs)},
+        {u"MsgRequiredField(تخفیف پیش فرض خرید)"_s, u"Default_Discount_Buy_CMB"_s, PressKey(Qt::Key_Home)},
+        {u"MsgRequiredField(تخفیف پیش فرض فروش)"_s, u"Default_Discount_Sell_CMB"_s, PressKey(Qt::Key_Home)},
+        {u"MsgRepeatedField(کد تفصیلی یکتا, کالا)"_s, u"DetailUniqueCode_EDT"_s, TypeOver(u"78"_s)},
     };
     steps.insert(steps.end(), last.begin(), last.end());
     for (int number = 1; number <= 6; ++number)
-        steps.push_back({u"MsgHasSubRecordsAnother(بارکد, بارکدهای عملیاتی)"_qs, u"BarCode%1_EDT"_qs.arg(number),
+        steps.push_back({u"MsgHasSubRecordsAnother(بارکد, بارکدهای عملیاتی)"_s, u"BarCode%1_EDT"_s.arg(number),
                          TypeOver(QString::number(number))});
     return steps;
 }
@@ -321,9 +322,9 @@ private slots:
         QFETCH(size_t, index);
         const Case &c = Cases()[index];
         EditorFixture f;
-        f.InsertGood(500009, u"دوغ"_qs, 909);
+        f.InsertGood(500009, u"دوغ"_s, 909);
         c.before(f);
-        f.Open(c.edited, c.edited == 0 ? TFormMode::New : TFormMode::Edit, u"5"_qs, [&](QWidget *screen) {
+        f.Open(c.edited, c.edited == 0 ? TFormMode::New : TFormMode::Edit, u"5"_s, [&](QWidget *screen) {
             if (c.edited == 0)
                 f.FillRequired(screen);
             c.type(screen);
@@ -332,8 +333,8 @@ private slots:
             QCOMPARE(f.CurrentTab(screen), c.tab);
             if (!c.focus.isEmpty())
                 QCOMPARE(test::Focused(), c.focus);
-            QCOMPARE(f.database.Rows(u"select Code from GoodInf where isnull(ModifiedDate,'')='' order by Code"_qs),
-                     QStringList{u"500009"_qs});
+            QCOMPARE(f.database.Rows(u"select Code from GoodInf where isnull(ModifiedDate,'')='' order by Code"_s),
+                     QStringList{u"500009"_s});
             if (!c.probe.isEmpty())
                 QCOMPARE(f.host.stock.calls.value(0), c.probe);
             f.Leave();
@@ -353,25 +354,25 @@ private slots:
                 test::Press(Qt::Key_F3);
                 QString told = f.host.messages.TakeAll().join(u' ');
                 if (told.isEmpty())
-                    told = u"services"_qs + (f.host.vouchers.calls.isEmpty() ? QString() : u" voucher"_qs) +
-                           (f.host.stock.calls.isEmpty() ? QString() : u" stock"_qs);
+                    told = u"services"_s + (f.host.vouchers.calls.isEmpty() ? QString() : u" voucher"_s) +
+                           (f.host.stock.calls.isEmpty() ? QString() : u" stock"_s);
                 QCOMPARE(told, step.message);
                 QCOMPARE(test::Focused(), step.focus);
                 QCOMPARE(f.CurrentTab(screen), TabOf(screen, step.focus));
                 step.mend(f, screen);
             }
-            QCOMPARE(f.database.Rows(u"select Code from GoodInf where isnull(ModifiedDate,'')<>''"_qs), QStringList());
-            QCOMPARE(f.host.vouchers.calls.value(0), u"IsVoucherApproved(0, 1, ویرایش قیمت اول دوره, اول دوره)"_qs);
+            QCOMPARE(f.database.Rows(u"select Code from GoodInf where isnull(ModifiedDate,'')<>''"_s), QStringList());
+            QCOMPARE(f.host.vouchers.calls.value(0), u"IsVoucherApproved(0, 1, ویرایش قیمت اول دوره, اول دوره)"_s);
             QCOMPARE(f.host.stock.calls.value(0),
                      u"Check_TockMinus(select GoodCode as Code , StoreCode as Anbar , 5 - Amount1 as Mogodi  from "
-                     "GoodFirstAsset where Tmp = 0 and GoodCode = 500010 and StoreCode = 1, 1405/01/01)"_qs);
+                     "GoodFirstAsset where Tmp = 0 and GoodCode = 500010 and StoreCode = 1, 1405/01/01)"_s);
             test::Press(Qt::Key_F3);
-            QCOMPARE(f.host.messages.TakeAll(), QStringList{u"MSGCompeletedSuccessfully(ذخيره سازي کالا)"_qs});
+            QCOMPARE(f.host.messages.TakeAll(), QStringList{u"MSGCompeletedSuccessfully(ذخيره سازي کالا)"_s});
         });
         QCOMPARE(f.database.Rows(u"select GrpCode,kala_name,AvaBgPrd,AvaBgPrd2,AbbName,TaxPercent,ChargePercent,"
                                  "Discount_Buy_3,Discount_Buy_4 from GoodInf join GoodCostDiscount on GoodCode=Code "
-                                 "where Code=500010"_qs),
-                 QStringList{u"5|ماست|24|2|!1!2!3!4!5!6!|9|101|0|100"_qs});
+                                 "where Code=500010"_s),
+                 QStringList{u"5|ماست|24|2|!1!2!3!4!5!6!|9|101|0|100"_s});
     }
 };
 

@@ -7,13 +7,13 @@
 #include "tests/support/test_host.h"
 #include "tests/support/test_main.h"
 
-#include <QtTest/QtTest>
+#include <QtTest>
+
+using namespace Qt::StringLiterals;
 
 using host::TFormMode;
 using host::TPermission;
 using host::TSoftwarePart;
-using namespace Qt::StringLiterals;
-
 using Keys = QList<Qt::Key>;
 
 /// A goods list on the demo data.

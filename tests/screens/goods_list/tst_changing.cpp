@@ -1,6 +1,8 @@
 #include "tests/screens/goods_list/list_fixture.h"
 
-#include <QtWidgets/QPushButton>
+#include <QPushButton>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 

@@ -1,7 +1,9 @@
 #include "host/controls/search_frame.h"
 #include "tests/screens/goods_list/list_fixture.h"
 
-#include <QtWidgets/QPushButton>
+#include <QPushButton>
+
+using namespace Qt::StringLiterals;
 
 /// The list opened to choose from.
 class TestChoosing : public QObject

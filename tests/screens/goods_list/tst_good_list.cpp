@@ -1,10 +1,12 @@
 #include "tests/screens/goods_list/list_fixture.h"
 
-#include <QtWidgets/QHeaderView>
-#include <QtWidgets/QLabel>
-#include <QtWidgets/QLineEdit>
-#include <QtWidgets/QPushButton>
-#include <QtWidgets/QTabBar>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTabBar>
+
+using namespace Qt::StringLiterals;
 
 /// What the list shows: its columns, search, groups, stock tabs and order.
 class TestGoodList : public QObject

@@ -5,16 +5,16 @@
 #include "tests/support/test_host.h"
 #include "tests/support/test_main.h"
 
-#include <QtTest/QtTest>
-#include <QtWidgets/QHeaderView>
-#include <QtWidgets/QLineEdit>
-#include <QtWidgets/QPushButton>
-#include <QtWidgets/QTabBar>
-#include <QtWidgets/QTabWidget>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTabBar>
+#include <QTabWidget>
+#include <QtTest>
 
-using host::TFormMode;
 using namespace Qt::StringLiterals;
 
+using host::TFormMode;
 namespace {
 
 const QString Saved = u"MSGCompeletedSuccessfully(ذخيره سازي کالا)"_s;

@@ -1,11 +1,11 @@
 #include "screens/goods_list/good_list_query.h"
 #include "tests/support/test_main.h"
 
-#include <QtTest/QtTest>
+#include <QtTest>
 
-using goods_list::ListCriteria;
 using namespace Qt::StringLiterals;
 
+using goods_list::ListCriteria;
 /// The statement of the goods list for each way of limiting it.
 class TestListQuery : public QObject
 {

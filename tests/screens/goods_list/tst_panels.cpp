@@ -1,13 +1,15 @@
 #include "host/controls/tags_panel.h"
 #include "tests/screens/goods_list/list_fixture.h"
 
-#include <QtCore/QBuffer>
-#include <QtGui/QContextMenuEvent>
-#include <QtWidgets/QApplication>
-#include <QtWidgets/QLabel>
-#include <QtWidgets/QMenu>
-#include <QtWidgets/QPushButton>
-#include <QtWidgets/QToolButton>
+#include <QApplication>
+#include <QBuffer>
+#include <QContextMenuEvent>
+#include <QLabel>
+#include <QMenu>
+#include <QPushButton>
+#include <QToolButton>
+
+using namespace Qt::StringLiterals;
 
 /// The panels around the goods: groups and their menu, tags, pictures.
 class TestPanels : public QObject
