@@ -3,6 +3,7 @@
 #include "detailtypes/detail_items.h"
 #include "host/host.h"
 #include "host/screens/theme.h"
+#include "rules/stamp.h"
 #include "ui_detail_type_get.h"
 
 #include <QPainter>
@@ -404,7 +405,7 @@ void TDetailTypes_Get_FRM::Write()
     TDetailType_Rec record = Record();
     (IsNew() ? record.CreatedTime : record.ModifiedTime) = m_host.clock.NowTime();
     (IsNew() ? record.CreatedDate : record.ModifiedDate) = m_host.clock.NowDate();
-    (IsNew() ? record.UserCreated : record.UserModified) = u"%1 (%2)"_s.arg(user.Name, QString::number(user.Code));
+    (IsNew() ? record.UserCreated : record.UserModified) = goods::StampUser(user.Name, user.Code);
     const QStringList items = detail_types::HasItems(Kind()) ? m_items->Items() : QStringList();
     if (!IsNew()) {
         m_data.DetailTypes_UpdateWithItems(record, items);

@@ -3,6 +3,7 @@
 #include "host/data/database_error.h"
 #include "host/data/sql_text.h"
 #include "host/data/transaction.h"
+#include "rules/good_name.h"
 
 #include <QScopeGuard>
 
@@ -84,7 +85,7 @@ bool TGood_DM::Good_Update(const TGoodInfoRec &rec)
 void TGood_DM::WriteFields(const TGoodInfoRec &rec, Writing writing)
 {
     TGoodInfoRec written = rec;
-    written.Name = goods::ComposedName(rec);
+    written.Name = goods::ComposedName(rec.kala_name, rec.kala_type, rec.kala_index);
     const bool isNew = writing == Writing::Insert;
     const goods::Written skipped = isNew ? goods::Written::Update : goods::Written::Insert;
     for (const goods::GoodField &field : goods::GoodFields()) {

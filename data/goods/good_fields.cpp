@@ -122,9 +122,4 @@ std::span<const GoodField> GoodFields()
     return Fields;
 }
 
-QString ComposedName(const TGoodInfoRec &rec)
-{
-    return rec.kala_name + u' ' + rec.kala_type + u' ' + rec.kala_index;
-}
-
 } // namespace goods

@@ -35,7 +35,4 @@ struct GoodField
 /// All columns, in the order in which they are written.
 std::span<const GoodField> GoodFields();
 
-/// The full name: name, blank, type, blank, index, also when parts are empty.
-QString ComposedName(const TGoodInfoRec &rec);
-
 } // namespace goods

@@ -1,7 +1,7 @@
 #include "screens/good_editor/barcode_edit.h"
 
 #include "host/screens/theme.h"
-#include "screens/good_editor/barcode_text.h"
+#include "rules/barcode_text.h"
 
 #include <QAction>
 #include <QIcon>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "data/goods/good_dm.h"
-#include "screens/good_editor/barcode_text.h"
+#include "rules/barcode_text.h"
 #include "screens/good_editor/refusals.h"
 
 #include <QObject>

@@ -1,7 +1,7 @@
 #include "screens/good_editor/general_page.h"
 
+#include "rules/good_name.h"
 #include "screens/good_editor/barcode_edit.h"
-#include "screens/good_editor/full_name.h"
 #include "ui_general_page.h"
 
 #include <QLineEdit>
@@ -127,8 +127,8 @@ int GeneralPage::Group() const
 
 QString GeneralPage::FullName() const
 {
-    return goods::FullName(m_ui->Name_EDT->currentText(), m_ui->Kala_Type_EDT->currentText(),
-                           m_ui->Kala_Index_EDT->currentText());
+    return goods::ComposedName(m_ui->Name_EDT->currentText(), m_ui->Kala_Type_EDT->currentText(),
+                               m_ui->Kala_Index_EDT->currentText());
 }
 
 void GeneralPage::ShowFullName()

@@ -1,7 +1,8 @@
 #include "screens/good_editor/good_save.h"
 
 #include "host/data/transaction.h"
-#include "screens/good_editor/unit_arithmetic.h"
+#include "rules/stamp.h"
+#include "rules/unit_arithmetic.h"
 
 using namespace Qt::StringLiterals;
 
@@ -53,7 +54,7 @@ void GoodSave::WriteGood(Request &request)
     m_data.GetGoodDetailTempID(d1, d2, d3, d4, d5);
 
     const host::TUserInfo &user = m_host.settings.UserInfo();
-    const QString stamp = u"%1 (%2)"_s.arg(user.Name, QString::number(user.Code));
+    const QString stamp = goods::StampUser(user.Name, user.Code);
     (request.isNew ? good.CreatedTime : good.ModifiedTime) = m_host.clock.NowTime();
     (request.isNew ? good.CreatedDate : good.ModifiedDate) = m_host.clock.NowShamsiDate();
     (request.isNew ? good.UserCreated : good.UserModified) = stamp;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "data/goods/good_dm.h"
-#include "screens/good_editor/opening_values.h"
+#include "rules/opening_values.h"
 
 /// Writes a good that was found valid, with everything that belongs to it, in one transaction: all of it or nothing.
 class GoodSave

@@ -1,12 +1,13 @@
 #include "screens/good_editor/good_validation.h"
 
+#include "data/goods/stock_probe.h"
+#include "rules/unit_arithmetic.h"
 #include "screens/good_editor/barcode_fields.h"
 #include "screens/good_editor/complete_page.h"
 #include "screens/good_editor/cost_level_page.h"
 #include "screens/good_editor/details_page.h"
 #include "screens/good_editor/discount_page.h"
 #include "screens/good_editor/general_page.h"
-#include "screens/good_editor/unit_arithmetic.h"
 
 using namespace Qt::StringLiterals;
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host/controls/numeric_edit.h"
-#include "screens/good_editor/levy_state.h"
+#include "rules/levy_state.h"
 #include "screens/good_editor/refusals.h"
 
 #include <QObject>

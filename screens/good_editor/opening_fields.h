@@ -2,7 +2,7 @@
 
 #include "data/goods/good_dm.h"
 #include "host/controls/numeric_edit.h"
-#include "screens/good_editor/opening_values.h"
+#include "rules/opening_values.h"
 #include "screens/good_editor/refusals.h"
 
 #include <QObject>

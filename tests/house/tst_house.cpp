@@ -48,26 +48,29 @@ private slots:
 
 void TestHouse::arrowsRunOneWay_data()
 {
-    QTest::addColumn<QString>("folder");
     QTest::addColumn<QStringList>("allowed");
-    QTest::newRow("host") << u"host"_s << QStringList{u"host/"_s};
-    QTest::newRow("host data") << u"host/data"_s << QStringList{u"host/data/"_s, u"host/host_export.h"_s};
-    QTest::newRow("tsql") << u"tsql"_s << QStringList{u"tsql/"_s, u"host/data/row_feed.h"_s};
-    QTest::newRow("data") << u"data"_s << QStringList{u"data/"_s, u"host/data/"_s, u"host/services/"_s, u"host/host"_s};
-    QTest::newRow("screens") << u"screens"_s << QStringList{u"screens/"_s, u"data/"_s, u"host/"_s};
-    QTest::newRow("goods-sql") << u"tools"_s << QStringList{u"tools/"_s, u"tsql/"_s, u"host/data/odbc_text.h"_s};
-    QTest::newRow("detail types") << u"detailtypes"_s << QStringList{u"detailtypes/"_s, u"host/"_s};
-    QTest::newRow("entry") << u"entry"_s
-                           << QStringList{u"entry/"_s, u"screens/"_s, u"detailtypes/"_s, u"data/"_s, u"host/"_s};
-    QTest::newRow("desk") << u"desk"_s << QStringList{u"desk/"_s, u"host/"_s, u"tsql/"_s, u"entry/exports.h"_s};
-    QTest::newRow("outside host") << u"tests/outside_host"_s
-                                  << QStringList{u"tests/outside_host/"_s, u"host/"_s, u"entry/exports.h"_s};
+    const std::pair<const char *, const char16_t *> arrows[] = {
+        {"host", u"host/"},
+        {"host/data", u"host/data/ host/host_export.h"},
+        {"host/services", u"host/services/ host/data/"},
+        {"tsql", u"tsql/ host/data/row_feed.h"},
+        {"tools", u"tools/ tsql/ host/data/odbc_text.h"},
+        {"rules", u"rules/ host/data/"},
+        {"data", u"data/ rules/ host/data/ host/services/ host/host"},
+        {"screens", u"screens/ data/ rules/ host/"},
+        {"detailtypes", u"detailtypes/ rules/ host/"},
+        {"entry", u"entry/ screens/ detailtypes/ data/ rules/ host/"},
+        {"desk", u"desk/ host/ tsql/ entry/exports.h"},
+        {"tests/outside_host", u"tests/outside_host/ host/ entry/exports.h"},
+    };
+    for (const auto &[folder, allowed] : arrows)
+        QTest::newRow(folder) << QString::fromUtf16(allowed).split(u' ');
 }
 
 void TestHouse::arrowsRunOneWay()
 {
-    QFETCH(QString, folder);
     QFETCH(QStringList, allowed);
+    const QString folder = QString::fromUtf8(QTest::currentDataTag());
     static const QRegularExpression include(u"^\\s*#include \"([^\"]+/[^\"]+)\""_s,
                                             QRegularExpression::MultilineOption);
     const QStringList files = filesUnder(folder, {u"*.h"_s, u"*.cpp"_s});

@@ -1,9 +1,6 @@
-#include "screens/good_editor/opening_values.h"
+#include "rules/opening_values.h"
 
-#include "host/data/sql_text.h"
-#include "screens/good_editor/unit_arithmetic.h"
-
-using namespace Qt::StringLiterals;
+#include "rules/unit_arithmetic.h"
 
 namespace goods {
 
@@ -27,14 +24,6 @@ VoucherChange OpeningVoucherChange(const OpeningValues &loaded, const OpeningVal
     if (voucherCode == 0)
         return VoucherChange::Create;
     return SameQuantity(loaded.Amount(), 0) ? VoucherChange::Rebuild : VoucherChange::Change;
-}
-
-QString NegativeStockProbe(int goodCode, int storeCode, Quantity newQuantity)
-{
-    const QString change = newQuantity == 0 ? u"-1 * Amount1"_s : host::DecimalLiteral(newQuantity) + u" - Amount1"_s;
-    return u"select GoodCode as Code , StoreCode as Anbar , "_s + change +
-           u" as Mogodi  from GoodFirstAsset where Tmp = 0 and GoodCode = "_s + QString::number(goodCode) +
-           u" and StoreCode = "_s + QString::number(storeCode);
 }
 
 } // namespace goods

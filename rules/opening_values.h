@@ -40,8 +40,4 @@ enum class VoucherChange { None, Create, Change, Rebuild };
 VoucherChange OpeningVoucherChange(const OpeningValues &loaded, const OpeningValues &entered, int voucherCode,
                                    bool periodClosed);
 
-/// A SELECT of what the new opening quantity does to the stock of the good in the store, for the negative-stock check:
-/// all of the saved row when nothing is left of it, otherwise the difference.
-QString NegativeStockProbe(int goodCode, int storeCode, Quantity newQuantity);
-
 } // namespace goods

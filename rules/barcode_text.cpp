@@ -1,4 +1,4 @@
-#include "screens/good_editor/barcode_text.h"
+#include "rules/barcode_text.h"
 
 #include "host/data/persian_text.h"
 

@@ -1,7 +1,7 @@
 #include "host/data/quantity.h"
-#include "screens/good_editor/barcode_text.h"
-#include "screens/good_editor/levy_state.h"
-#include "screens/good_editor/unit_arithmetic.h"
+#include "rules/barcode_text.h"
+#include "rules/levy_state.h"
+#include "rules/unit_arithmetic.h"
 #include "tests/support/test_main.h"
 
 #include <QRandomGenerator>

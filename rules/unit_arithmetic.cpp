@@ -1,4 +1,4 @@
-#include "screens/good_editor/unit_arithmetic.h"
+#include "rules/unit_arithmetic.h"
 
 #include <cmath>
 

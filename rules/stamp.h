@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QString>
+
+/// The user as the audit columns name one: name and code. Time and date of the stamp are the host's clock's.
+namespace goods {
+
+inline QString StampUser(const QString &name, int code)
+{
+    return name + u" (" + QString::number(code) + u')';
+}
+
+} // namespace goods
