@@ -7,7 +7,7 @@
 #include "bench/shop.h"
 #include "host/controls/grid.h"
 #include "host/data/query.h"
-#include "host/screens/theme.h"
+#include "host/look/theme.h"
 #include "screens/good_editor/good_get.h"
 #include "screens/good_editor/good_save.h"
 #include "screens/goods_list/good_list.h"

@@ -2,11 +2,10 @@
 
 #include "detailtypes/detail_items.h"
 #include "host/host.h"
-#include "host/screens/theme.h"
+#include "host/look/icons.h"
+#include "host/look/theme.h"
 #include "rules/stamp.h"
 #include "ui_detail_type_get.h"
-
-#include <QPainter>
 
 using namespace Qt::StringLiterals;
 
@@ -43,26 +42,6 @@ QString ReminderTakenText()
            "این جزئیات امکان پذیر نمی باشد"_s;
 }
 
-/// A letter "i" in a disc of the house's colour.
-QPixmap InformationMark(double ratio)
-{
-    constexpr int side = 28;
-    QPixmap picture(QSize(side, side) * ratio);
-    picture.setDevicePixelRatio(ratio);
-    picture.fill(Qt::transparent);
-    QPainter painter(&picture);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(host::theme::Accent());
-    painter.drawEllipse(QRectF(0, 0, side, side));
-    QFont font = host::theme::InterfaceFont(13);
-    font.setBold(true);
-    painter.setFont(font);
-    painter.setPen(Qt::white);
-    painter.drawText(QRectF(0, 0, side, side), Qt::AlignCenter, u"i"_s);
-    return picture;
-}
-
 QString StateCaption(const QString &title)
 {
     return title.trimmed().isEmpty() ? u"..."_s : title;
@@ -83,7 +62,8 @@ TDetailTypes_Get_FRM::TDetailTypes_Get_FRM(host::Host &host)
     m_ui->setupUi(Content());
     m_ui->Code_EDT->hide();
     m_ui->Type_CMB->setMaxVisibleItems(m_ui->Type_CMB->count());
-    m_ui->TypeDescription_IMG->setPixmap(InformationMark(devicePixelRatioF()));
+    m_ui->TypeDescription_IMG->setPixmap(
+        host::Icon(host::Glyph::Information, host::theme::Accent()).pixmap({28, 28}, devicePixelRatioF()));
     SetTitle(u"جزئیات کالا"_s);
     connect(m_ui->Type_CMB, &QComboBox::currentIndexChanged, this, &TDetailTypes_Get_FRM::ApplyKind);
     connect(m_ui->IsRequired_CHB, &QCheckBox::clicked, this, [this](bool checked) {

@@ -9,7 +9,7 @@
 #include "desk/tour/tour.h"
 #include "desk/window/main_window.h"
 #include "host/data/database_error.h"
-#include "host/screens/theme.h"
+#include "host/look/theme.h"
 
 #include <QApplication>
 #include <QFileInfo>

@@ -10,9 +10,23 @@ DeskHost::DeskHost(const host::Connections &connections)
       entities(connections.ADOConnection1, messages, settings, stock), vouchers(connections.ADOConnection1, messages),
       goodDetails(connections.ADOConnection1, messages), photos(connections.ADOConnection1),
       categories(connections.ADOConnection1), scales(connections.DibalConnection), finance(connections.ADOConnection1),
-      numbers(connections.ADOConnection1), host{connections, permissions, messages, settings,   entities, vouchers,
-                                                stock,       goodDetails, photos,   categories, scales,   keyboard,
-                                                clock,       barcodes,    finance,  theme,      numbers}
+      numbers(connections.ADOConnection1), host{.DM = connections,
+                                                .permissions = permissions,
+                                                .messages = messages,
+                                                .settings = settings,
+                                                .entities = entities,
+                                                .vouchers = vouchers,
+                                                .stock = stock,
+                                                .goodDetails = goodDetails,
+                                                .photos = photos,
+                                                .categories = categories,
+                                                .scales = scales,
+                                                .keyboard = keyboard,
+                                                .clock = clock,
+                                                .barcodes = barcodes,
+                                                .finance = finance,
+                                                .theme = theme,
+                                                .numbers = numbers}
 {
     entities.SetHost(host);
     photos.SetHost(host);

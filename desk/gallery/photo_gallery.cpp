@@ -1,12 +1,12 @@
 #include "desk/gallery/photo_gallery.h"
 
 #include "desk/messages/catalogue.h"
-#include "desk/window/icons.h"
 #include "host/data/dataset.h"
 #include "host/data/persian_text.h"
 #include "host/data/query.h"
 #include "host/data/sql_text.h"
 #include "host/data/transaction.h"
+#include "host/look/icons.h"
 #include "ui_photo_gallery.h"
 
 #include <QBuffer>
@@ -51,7 +51,7 @@ QIcon Thumbnail(const QByteArray &picture, const QSize &size, qreal ratio)
     frame.fill(Qt::transparent);
     QPixmap pixmap;
     if (!pixmap.loadFromData(picture))
-        return Icon(Glyph::Photo);
+        return host::Icon(host::Glyph::Photo);
     pixmap = pixmap.scaled(frame.size(), Qt::KeepAspectRatio, Qt::SmoothTransformation);
     pixmap.setDevicePixelRatio(ratio);
     QPainter painter(&frame);

@@ -3,7 +3,7 @@
 #include "host/data/query.h"
 #include "host/data/sql_text.h"
 #include "host/data/transaction.h"
-#include "host/screens/theme.h"
+#include "host/look/theme.h"
 
 #include <QCalendar>
 #include <QDateTime>

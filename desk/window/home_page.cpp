@@ -1,6 +1,6 @@
 #include "desk/window/home_page.h"
 
-#include "host/screens/theme.h"
+#include "host/look/theme.h"
 
 #include <QAction>
 #include <QGridLayout>

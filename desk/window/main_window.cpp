@@ -6,11 +6,11 @@
 #include "desk/settings/rights.h"
 #include "desk/settings/settings_screen.h"
 #include "desk/window/home_page.h"
-#include "desk/window/icons.h"
 #include "host/data/database_error.h"
 #include "host/data/persian_text.h"
 #include "host/data/query.h"
-#include "host/screens/theme.h"
+#include "host/look/icons.h"
+#include "host/look/theme.h"
 
 #include <QCloseEvent>
 #include <QInputDialog>
@@ -40,7 +40,7 @@ MainWindow::MainWindow(DeskHost &desk, GoodsModule &module, const QString &datab
 {
     setObjectName(u"MainWindow"_s);
     setWindowTitle(u"میز کار"_s);
-    setWindowIcon(Icon(Glyph::Goods, host::theme::Accent()));
+    setWindowIcon(host::Icon(host::Glyph::Goods, host::theme::Accent()));
     // The goods list without scrolling sideways, where the screen is wide enough.
     resize(QSize(1320, 780).boundedTo(screen()->availableSize() - host::theme::WindowFrame));
     m_pages->setObjectName(u"Pages"_s);
@@ -79,7 +79,7 @@ QAction *MainWindow::Command(const QString &objectName) const
 QAction *MainWindow::AddCommand(const QString &objectName, const QString &caption, int glyph, const QKeySequence &key,
                                 std::function<void()> run)
 {
-    auto *action = new QAction(Icon(static_cast<Glyph>(glyph)), caption, this);
+    auto *action = new QAction(host::Icon(static_cast<host::Glyph>(glyph)), caption, this);
     action->setObjectName(objectName);
     action->setShortcut(key);
     connect(action, &QAction::triggered, this, [this, run = std::move(run)] {
@@ -98,30 +98,32 @@ QAction *MainWindow::AddCommand(const QString &objectName, const QString &captio
 
 void MainWindow::AddCommands()
 {
-    const auto add = [this](const char16_t *name, const char16_t *caption, Glyph glyph, const QKeySequence &key,
+    const auto add = [this](const char16_t *name, const char16_t *caption, host::Glyph glyph, const QKeySequence &key,
                             auto run) {
         QAction *action = AddCommand(QString::fromUtf16(name), QString::fromUtf16(caption), static_cast<int>(glyph),
                                      key, std::move(run));
         return action;
     };
     QAction *goods[] = {
-        add(u"GoodsList_ACT", u"لیست کالاها", Glyph::Goods, Qt::CTRL | Qt::Key_L, [this] { OpenGoodsList(); }),
-        add(u"NewGood_ACT", u"کالای جدید", Glyph::AddGood, Qt::CTRL | Qt::Key_N, [this] { NewGood(); }),
-        add(u"Choose_ACT", u"انتخاب برای بخش دیگر", Glyph::Choose, Qt::CTRL | Qt::Key_E, [this] { OpenChoose(); }),
-        add(u"DetailTypes_ACT", u"جزئیات کالاها", Glyph::Details, Qt::CTRL | Qt::Key_D, [this] { OpenDetailTypes(); }),
+        add(u"GoodsList_ACT", u"لیست کالاها", host::Glyph::Goods, Qt::CTRL | Qt::Key_L, [this] { OpenGoodsList(); }),
+        add(u"NewGood_ACT", u"کالای جدید", host::Glyph::AddGood, Qt::CTRL | Qt::Key_N, [this] { NewGood(); }),
+        add(u"Choose_ACT", u"انتخاب برای بخش دیگر", host::Glyph::Choose, Qt::CTRL | Qt::Key_E,
+            [this] { OpenChoose(); }),
+        add(u"DetailTypes_ACT", u"جزئیات کالاها", host::Glyph::Details, Qt::CTRL | Qt::Key_D,
+            [this] { OpenDetailTypes(); }),
     };
     for (QAction *action : goods)
         action->setEnabled(m_module.IsLoaded());
-    add(u"Groups_ACT", u"گروه‌های کالا", Glyph::Groups, Qt::CTRL | Qt::Key_G,
+    add(u"Groups_ACT", u"گروه‌های کالا", host::Glyph::Groups, Qt::CTRL | Qt::Key_G,
         [this] { OpenEntities(TSoftwarePart::GoodsGroups); });
-    add(u"Stores_ACT", u"انبارها", Glyph::Stores, Qt::CTRL | Qt::Key_B,
+    add(u"Stores_ACT", u"انبارها", host::Glyph::Stores, Qt::CTRL | Qt::Key_B,
         [this] { OpenEntities(TSoftwarePart::Stores); });
-    add(u"Units_ACT", u"واحدهای سنجش", Glyph::Units, Qt::CTRL | Qt::Key_U,
+    add(u"Units_ACT", u"واحدهای سنجش", host::Glyph::Units, Qt::CTRL | Qt::Key_U,
         [this] { OpenEntities(TSoftwarePart::Units); });
-    add(u"Rights_ACT", u"دسترسی کاربران", Glyph::Rights, {}, [this] { OpenRights(); });
-    add(u"Settings_ACT", u"تنظیمات", Glyph::Settings, {}, [this] { OpenSettings(); });
-    add(u"User_ACT", u"تغییر کاربر", Glyph::User, {}, [this] { ChangeUser(); });
-    add(u"Exit_ACT", u"خروج", Glyph::Exit, Qt::CTRL | Qt::Key_Q, [this] { close(); });
+    add(u"Rights_ACT", u"دسترسی کاربران", host::Glyph::Rights, {}, [this] { OpenRights(); });
+    add(u"Settings_ACT", u"تنظیمات", host::Glyph::Settings, {}, [this] { OpenSettings(); });
+    add(u"User_ACT", u"تغییر کاربر", host::Glyph::User, {}, [this] { ChangeUser(); });
+    add(u"Exit_ACT", u"خروج", host::Glyph::Exit, Qt::CTRL | Qt::Key_Q, [this] { close(); });
 }
 
 void MainWindow::AddMenus()

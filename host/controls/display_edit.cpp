@@ -1,7 +1,7 @@
 #include "host/controls/display_edit.h"
 
 #include "host/data/persian_text.h"
-#include "host/screens/theme.h"
+#include "host/look/theme.h"
 
 #include <QEvent>
 #include <QPainter>

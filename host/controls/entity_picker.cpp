@@ -2,7 +2,7 @@
 
 #include "host/controls/display_edit.h"
 #include "host/data/persian_text.h"
-#include "host/screens/theme.h"
+#include "host/look/theme.h"
 #include "host/services/entity_service.h"
 
 #include <QHBoxLayout>

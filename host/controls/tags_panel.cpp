@@ -1,7 +1,7 @@
 #include "host/controls/tags_panel.h"
 
 #include "host/controls/flow_layout.h"
-#include "host/screens/theme.h"
+#include "host/look/theme.h"
 
 #include <QLabel>
 #include <QMenu>

@@ -1,6 +1,6 @@
 #include "host/controls/toggle_switch.h"
 
-#include "host/screens/theme.h"
+#include "host/look/theme.h"
 
 #include <QEvent>
 #include <QPainter>

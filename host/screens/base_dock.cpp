@@ -4,9 +4,9 @@
 #include "host/controls/search_frame.h"
 #include "host/data/database_error.h"
 #include "host/data/sql_text.h"
+#include "host/look/theme.h"
 #include "host/screens/form_inputs.h"
 #include "host/screens/grid_print.h"
-#include "host/screens/theme.h"
 
 #include <QApplication>
 #include <QDockWidget>

@@ -4,8 +4,8 @@
 #include "host/controls/grid.h"
 #include "host/controls/tags_panel.h"
 #include "host/data/query.h"
+#include "host/look/theme.h"
 #include "host/screens/form_inputs.h"
-#include "host/screens/theme.h"
 
 #include <QComboBox>
 #include <QKeyEvent>

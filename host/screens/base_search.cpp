@@ -1,8 +1,8 @@
 #include "host/screens/base_search.h"
 
+#include "host/look/theme.h"
 #include "host/screens/form_inputs.h"
 #include "host/screens/search_manager.h"
-#include "host/screens/theme.h"
 
 #include <QJsonDocument>
 #include <QPushButton>

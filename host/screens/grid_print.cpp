@@ -2,7 +2,7 @@
 
 #include "host/controls/grid.h"
 #include "host/data/persian_text.h"
-#include "host/screens/theme.h"
+#include "host/look/theme.h"
 
 #include <QPainter>
 #include <QPrintPreviewDialog>

@@ -1,13 +1,11 @@
 #include "screens/good_editor/barcode_edit.h"
 
-#include "host/screens/theme.h"
+#include "host/look/icons.h"
+#include "host/look/theme.h"
 #include "rules/barcode_text.h"
 
 #include <QAction>
-#include <QIcon>
 #include <QKeyEvent>
-#include <QPainter>
-#include <QPixmap>
 #include <QValidator>
 
 #include <limits>
@@ -15,18 +13,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-QIcon PlusIcon()
-{
-    constexpr int side = 64;
-    QPixmap pixmap(side, side);
-    pixmap.fill(Qt::transparent);
-    QPainter painter(&pixmap);
-    painter.setPen(QPen(host::theme::Accent(), 7, Qt::SolidLine, Qt::RoundCap));
-    painter.drawLine(side / 2, 14, side / 2, side - 14);
-    painter.drawLine(14, side / 2, side - 14, side / 2);
-    return pixmap;
-}
 
 class BarcodeValidator : public QValidator
 {
@@ -49,7 +35,7 @@ BarcodeEdit::BarcodeEdit(QWidget *parent) : QLineEdit(parent)
 {
     QLineEdit::setMaxLength(std::numeric_limits<int>::max()); // cuts; the validator refuses
     setValidator(new BarcodeValidator(this));
-    QAction *complete = addAction(PlusIcon(), QLineEdit::TrailingPosition);
+    QAction *complete = addAction(host::Icon(host::Glyph::Plus, host::theme::Accent()), QLineEdit::TrailingPosition);
     complete->setObjectName(u"complete"_s);
     connect(complete, &QAction::triggered, this, &BarcodeEdit::CompletionRequested);
 }

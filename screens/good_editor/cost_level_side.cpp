@@ -2,7 +2,7 @@
 
 #include "host/controls/grid.h"
 #include "host/data/database_error.h"
-#include "host/screens/theme.h"
+#include "host/look/theme.h"
 #include "screens/good_editor/leave_watch.h"
 #include "screens/good_editor/price_delegate.h"
 

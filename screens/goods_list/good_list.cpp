@@ -1,6 +1,7 @@
 #include "screens/goods_list/good_list.h"
 
 #include "host/controls/number_text.h"
+#include "host/look/icons.h"
 #include "screens/good_editor/good_get.h"
 #include "screens/goods_list/good_list_columns.h"
 #include "screens/goods_list/tag_marks.h"
@@ -9,7 +10,6 @@
 #include <QDataStream>
 #include <QIODevice>
 #include <QLabel>
-#include <QPainter>
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
@@ -20,23 +20,6 @@ namespace {
 
 /// The panels follow the current good when the cursor rests, not while it runs through the rows.
 constexpr int FollowMilliseconds = 120;
-
-/// A framed landscape, drawn so that it follows colour and scale of the screen.
-QIcon PictureIcon(const QColor &ink)
-{
-    constexpr int Side = 64;
-    QPixmap pixmap(Side, Side);
-    pixmap.fill(Qt::transparent);
-    QPainter painter(&pixmap);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(ink, 4));
-    painter.drawRoundedRect(QRectF(6, 12, 52, 40), 5, 5);
-    painter.setBrush(ink);
-    painter.setPen(Qt::NoPen);
-    painter.drawEllipse(QPointF(21, 25), 5, 5);
-    painter.drawPolygon(QPolygonF({{11, 47}, {25, 33}, {32, 40}, {42, 27}, {53, 40}, {53, 47}}));
-    return QIcon(pixmap);
-}
 
 } // namespace
 
@@ -140,7 +123,7 @@ void TGood_List_FRM::BuildPanels()
     connect(&m_follow, &QTimer::timeout, this, [this] { Command(Title(), [this] { ShowPanels(); }); });
     ui->Tags_pnl->hide();
     ui->Pic_Show->hide();
-    ui->ShowPicture_BTN->setIcon(PictureIcon(palette().color(QPalette::ButtonText)));
+    ui->ShowPicture_BTN->setIcon(host::Icon(host::Glyph::Photo, palette().color(QPalette::ButtonText)));
     ui->ShowPicture_BTN->setToolTip(u"نمايش تصوير"_s);
     ui->Main_SPL->setSizes({190, 800, 240});
     ui->Main_SPL->setStretchFactor(0, 0);

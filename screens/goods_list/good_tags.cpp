@@ -1,7 +1,7 @@
 #include "screens/goods_list/good_tags.h"
 
 #include "host/data/dataset.h"
-#include "host/screens/theme.h"
+#include "host/look/theme.h"
 
 #include <QGridLayout>
 #include <QImage>

@@ -53,6 +53,8 @@ void TestHouse::arrowsRunOneWay_data()
         {"host", u"host/"},
         {"host/data", u"host/data/ host/host_export.h"},
         {"host/services", u"host/services/ host/data/"},
+        {"host/look", u"host/look/ host/host_export.h"},
+        {"host/controls", u"host/controls/ host/look/ host/data/ host/services/ host/host"},
         {"tsql", u"tsql/ host/data/row_feed.h"},
         {"tools", u"tools/ tsql/ host/data/odbc_text.h"},
         {"rules", u"rules/ host/data/"},

@@ -76,8 +76,23 @@ int main(int argc, char *argv[])
     plain::Finance finance;
     plain::Theme theme;
     plain::Numbers numbers;
-    host::Host host{connections, permissions, messages, settings, entities, vouchers, stock, details, photos,
-                    categories,  scales,      keyboard, clock,    barcodes, finance,  theme, numbers};
+    host::Host host{.DM = connections,
+                    .permissions = permissions,
+                    .messages = messages,
+                    .settings = settings,
+                    .entities = entities,
+                    .vouchers = vouchers,
+                    .stock = stock,
+                    .goodDetails = details,
+                    .photos = photos,
+                    .categories = categories,
+                    .scales = scales,
+                    .keyboard = keyboard,
+                    .clock = clock,
+                    .barcodes = barcodes,
+                    .finance = finance,
+                    .theme = theme,
+                    .numbers = numbers};
     host::install(host);
 
     QLibrary module(QString::fromLocal8Bit(argv[1]));

@@ -1,7 +1,7 @@
 #include "tests/support/test_host.h"
 
 #include "host/data/persian_text.h"
-#include "host/screens/theme.h"
+#include "host/look/theme.h"
 
 #include <QtTest>
 
@@ -171,8 +171,23 @@ QFont FakeTheme::TitleFont() const
 }
 
 TestHost::TestHost(const host::Connections &connections)
-    : host{connections, permissions, messages, settings, entities, vouchers, stock, goodDetails, photos,
-           categories,  scales,      keyboard, clock,    barcodes, finance,  theme, numbers,     nullptr}
+    : host{.DM = connections,
+           .permissions = permissions,
+           .messages = messages,
+           .settings = settings,
+           .entities = entities,
+           .vouchers = vouchers,
+           .stock = stock,
+           .goodDetails = goodDetails,
+           .photos = photos,
+           .categories = categories,
+           .scales = scales,
+           .keyboard = keyboard,
+           .clock = clock,
+           .barcodes = barcodes,
+           .finance = finance,
+           .theme = theme,
+           .numbers = numbers}
 {}
 
 TestHost::~TestHost() = default;

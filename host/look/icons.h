@@ -1,9 +1,11 @@
 #pragma once
 
+#include "host/host_export.h"
+
 #include <QColor>
 #include <QIcon>
 
-namespace desk {
+namespace host {
 
 /// The pictures of commands and messages, drawn as outlines so that they are sharp at every scale.
 enum class Glyph {
@@ -19,6 +21,7 @@ enum class Glyph {
     User,
     Exit,
     Photo,
+    Plus,
     Information,
     Warning,
     Error,
@@ -26,8 +29,8 @@ enum class Glyph {
 };
 
 /// An icon in one colour; paler when it is disabled.
-QIcon Icon(Glyph glyph, const QColor &color);
+HOST_EXPORT QIcon Icon(Glyph glyph, const QColor &color);
 /// In the colour of text.
-QIcon Icon(Glyph glyph);
+HOST_EXPORT QIcon Icon(Glyph glyph);
 
-} // namespace desk
+} // namespace host

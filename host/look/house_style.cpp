@@ -1,4 +1,4 @@
-#include "host/screens/house_style.h"
+#include "host/look/house_style.h"
 
 #include <QPainter>
 #include <QStyleFactory>

@@ -1,6 +1,6 @@
-#include "host/screens/theme.h"
+#include "host/look/theme.h"
 
-#include "host/screens/house_style.h"
+#include "host/look/house_style.h"
 
 #include <QApplication>
 #include <QFontDatabase>

@@ -1,13 +1,13 @@
-#include "desk/window/icons.h"
+#include "host/look/icons.h"
 
-#include "host/screens/theme.h"
+#include "host/look/theme.h"
 
 #include <QHash>
 #include <QIconEngine>
 #include <QPainter>
 #include <QPainterPath>
 
-namespace desk {
+namespace host {
 
 namespace {
 
@@ -189,6 +189,7 @@ QPainterPath PathOf(Glyph glyph)
         {Glyph::User, Person()},
         {Glyph::Exit, Door()},
         {Glyph::Photo, Picture()},
+        {Glyph::Plus, Plus(12, 12, 7)},
         {Glyph::Information, Sign(Circle(12, 12, 9.3), Lines({{12, 11}, {12, 17}}), 7.6)},
         {Glyph::Warning, Sign(Lines({{12, 3}, {21.7, 20.5}, {2.3, 20.5}}, true), Lines({{12, 9.5}, {12, 14.5}}), 17.3)},
         {Glyph::Error, Cross()},
@@ -243,7 +244,7 @@ QIcon Icon(Glyph glyph, const QColor &color)
 
 QIcon Icon(Glyph glyph)
 {
-    return Icon(glyph, host::theme::Ink());
+    return Icon(glyph, theme::Ink());
 }
 
-} // namespace desk
+} // namespace host
