@@ -99,6 +99,16 @@ struct QueryText
     std::vector<ResultColumn> columns;
 };
 
+/// The rows that UPDATE or DELETE changes.
+struct ChangedRows
+{
+    std::shared_ptr<const Table> table;
+    QString from;                    ///< what they are looked for in; empty when that is the table alone
+    QString rowid;                   ///< the number of a row there
+    bool throughQuery = false;       ///< `columns` tells what can be assigned
+    QHash<QString, QString> columns; ///< of a query, folded: the table's column, empty for a reckoned one
+};
+
 /// Writes one statement. One object compiles one statement.
 class Writer
 {
@@ -212,6 +222,7 @@ private:
     void planBody(const QueryBody &body, const Scope *outer, std::vector<CorePlan> &plans);
     CorePlan planCore(const SelectCore &core, const Scope *outer);
     void planItems(CorePlan &plan);
+    void planRowid(CorePlan &plan);
     void planItem(CorePlan &plan, const SelectItem &item);
     void expandStar(CorePlan &plan, const Expression &star);
     QString limitText(const Expression &count, const Scope &scope);
@@ -265,11 +276,13 @@ private:
     void truncate(const TruncateStatement &statement);
     QString returning(const std::vector<SelectItem> &items, const Table &table, const QString &allowed);
     std::shared_ptr<const Table> writableTable(const ObjectName &name, int line) const;
-    std::shared_ptr<const Table> targetTable(const ObjectName &target, const TableSource *from, QString &name) const;
-    static const TableSource *findSource(const TableSource &source, const ObjectName &target);
-    QString rowsOfTop(const Expression &top, const Table &table, const QString &where, const Scope &scope);
-    void updateJoined(const UpdateStatement &statement, const Table &table, const QString &name, Scope &scope);
-    QString assignment(const Assignment &assignment, const Table &table, const Scope &scope, QString &column);
+    template <class Change> ChangedRows changedRows(const Change &statement, Scope &scope);
+    ChangedRows rowsOfQuery(const Query &query, const std::vector<QString> &names, const QString &alias, Scope &scope);
+    bool looksAtChanges(const Table &table) const;
+    static QString rowsFoundFirst(const Table &table, const QString &where, const QString &limit);
+    QString updateInPlace(const UpdateStatement &statement, const ChangedRows &rows, const Scope &scope);
+    QString updateFound(const UpdateStatement &statement, const ChangedRows &rows, const Scope &scope);
+    QString assignment(const Assignment &assignment, const ChangedRows &rows, const Scope &scope, QString &column);
 
     // Definitions
     void createTable(const CreateTableStatement &statement);
@@ -288,15 +301,23 @@ private:
     const CompileOptions &m_options;
     Compiled m_out;
     QHash<QString, Substitution> m_substitutions;
-    const SelectCore *m_rowCore = nullptr;          ///< assigned row after row: it gives m_rowItems
-    std::vector<const Expression *> m_rowItems;     ///< what the rows decide in it
-    QHash<const Expression *, QString> m_rowValues; ///< parts that are variables of the row here
-    bool m_constants = false;                       ///< literals belong to the catalogue, not to the batch
-    bool m_inline = false;                          ///< literals are written into the text: data definition
+    const SelectCore *m_rowCore = nullptr;            ///< assigned row after row: it gives m_rowItems
+    std::vector<const Expression *> m_rowItems;       ///< what the rows decide in it
+    QHash<const Expression *, QString> m_rowValues;   ///< parts that are variables of the row here
+    std::vector<std::shared_ptr<const Table>> m_read; ///< the tables that queries of the statement look at
+    const SelectCore *m_rowidCore = nullptr;          ///< it gives the row numbers of its table as last column
+    std::vector<QString> m_rowidColumns;              ///< the table's columns behind its other ones, empty for values
+    bool m_constants = false;                         ///< literals belong to the catalogue, not to the batch
+    bool m_inline = false;                            ///< literals are written into the text: data definition
     int m_aliases = 0;
     int m_moduleDepth = 0;
 };
 
+/// What a query offers under an alias to the one that reads from it.
+Source shapeSource(const std::vector<ResultColumn> &columns, const QString &alias, const QString &name);
+/// Gives the columns of a derived, common or view table the names that its definition lists, if it does.
+void renameColumns(std::vector<ResultColumn> &columns, const std::vector<QString> &names, const QString &owner,
+                   int line);
 /// "name" with inner quotes doubled.
 QString quotedName(const QString &name);
 /// 'text' with inner quotes doubled.

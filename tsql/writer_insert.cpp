@@ -208,6 +208,12 @@ QString Writer::returning(const std::vector<SelectItem> &items, const Table &tab
     for (const SelectItem &item : items) {
         const Expression &node = *item.value;
         const bool named = node.kind == ExpressionKind::Star || node.kind == ExpressionKind::Column;
+        const bool before = named && allowed == u"inserted" && sameName(node.qualifier, u"deleted");
+        if (before && m_out.writes)
+            throw Error(
+                40517,
+                u"OUTPUT of the values before an UPDATE (deleted) is not supported in this version of the database."_qs,
+                node.line);
         if (named && !sameName(node.qualifier, allowed))
             throw Error(4104,
                         u"The multi-part identifier \"%1.%2\" could not be bound."_qs.arg(node.qualifier, node.name),
@@ -219,7 +225,10 @@ QString Writer::returning(const std::vector<SelectItem> &items, const Table &tab
             }
             continue;
         }
+        const std::size_t read = m_read.size();
         Operand operand = value(node, scope);
+        if (m_read.size() > read) // it would see the statement half done
+            throw Error(10705, u"Subqueries are not allowed in the OUTPUT clause."_qs, node.line);
         const QString name = !item.alias.isEmpty()                 ? item.alias
                              : node.kind == ExpressionKind::Column ? node.name
                                                                    : QString();

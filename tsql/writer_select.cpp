@@ -159,6 +159,25 @@ void Writer::planItems(CorePlan &plan)
     }
     for (const SelectItem &item : plan.core->items)
         planItem(plan, item);
+    if (plan.core == m_rowidCore)
+        planRowid(plan);
+}
+
+/// The row number behind the other items, and which of those are the table's columns as they stand.
+void Writer::planRowid(CorePlan &plan)
+{
+    const Source &source = plan.scope->sources.front();
+    m_rowidColumns.assign(plan.items.size(), {});
+    for (std::size_t i = 0; i < plan.items.size(); ++i) {
+        for (const SourceColumn &column : source.columns) {
+            if (column.sql == plan.itemTexts[i])
+                m_rowidColumns[i] = column.name;
+        }
+    }
+    plan.items.push_back(made(source.columns.front().sql.section(u'.', 0, 0) + u"._rowid_"_qs, {Kind::BigInt}));
+    plan.names.push_back({});
+    plan.itemTexts.push_back({});
+    plan.itemValues.push_back(nullptr);
 }
 
 void Writer::planItem(CorePlan &plan, const SelectItem &item)

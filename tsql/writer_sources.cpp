@@ -7,6 +7,8 @@ namespace {
 
 constexpr int MaxModuleDepth = 32;
 
+} // namespace
+
 Source shapeSource(const std::vector<ResultColumn> &columns, const QString &alias, const QString &name)
 {
     Source source;
@@ -35,8 +37,6 @@ void renameColumns(std::vector<ResultColumn> &columns, const std::vector<QString
     for (std::size_t i = 0; i < names.size(); ++i)
         columns[i].name = names[i];
 }
-
-} // namespace
 
 Source Writer::tableSource(const Table &table, const QString &alias, const QString &qualifier)
 {
@@ -105,6 +105,7 @@ QString Writer::named(const TableSource &source, Scope &scope)
         }
     }
     if (const std::shared_ptr<const Table> table = m_catalogue.table(source.name)) {
+        m_read.push_back(table);
         addSource(scope, tableSource(*table, source.alias, alias), source.line);
         return u"%1 AS %2"_qs.arg(table->sqliteName, alias);
     }
