@@ -14,4 +14,12 @@ void Error::setSeverity(int severity, int state)
     m_state = state;
 }
 
+Error nestedTooDeeply(int line)
+{
+    return {191,
+            u"Some part of your SQL statement is nested too deeply. Rewrite the query or break it up into smaller "
+            "queries."_qs,
+            line};
+}
+
 } // namespace tsql

@@ -30,4 +30,7 @@ private:
     QByteArray m_utf8;
 };
 
+/// 191: for texts beyond what the parsers take.
+Error nestedTooDeeply(int line = 0);
+
 } // namespace tsql

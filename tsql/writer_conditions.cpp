@@ -8,9 +8,7 @@ QString Writer::conditionText(const Expression &node, const Scope &scope)
     switch (node.kind) {
     case ExpressionKind::And:
     case ExpressionKind::Or:
-        return u"(%1 %2 %3)"_qs.arg(conditionText(*node.args[0], scope),
-                                    node.kind == ExpressionKind::And ? u"AND"_qs : u"OR"_qs,
-                                    conditionText(*node.args[1], scope));
+        return joinedConditions(node, scope);
     case ExpressionKind::Not:
         return u"(NOT %1)"_qs.arg(conditionText(*node.args[0], scope));
     case ExpressionKind::Compare: {
@@ -36,6 +34,26 @@ QString Writer::conditionText(const Expression &node, const Scope &scope)
         throw Error(4145, u"An expression of non-boolean type specified in a context where a condition is expected."_qs,
                     node.line);
     }
+}
+
+/// Conditions joined by AND or by OR, side by side; many of them in groups, because SQLite counts each as a level.
+QString Writer::joinedConditions(const Expression &node, const Scope &scope)
+{
+    constexpr std::size_t GroupSize = 64;
+    const QString word = node.kind == ExpressionKind::And ? u" AND "_qs : u" OR "_qs;
+    std::vector<const Expression *> conditions;
+    const Expression *left = &node;
+    for (; left->kind == node.kind; left = left->args[0].get())
+        conditions.push_back(left->args[1].get());
+    conditions.push_back(left);
+    QStringList groups;
+    QStringList texts;
+    for (auto condition = conditions.rbegin(); condition != conditions.rend(); ++condition) {
+        texts += conditionText(**condition, scope);
+        if (conditions.size() > GroupSize && texts.size() == GroupSize)
+            groups += u'(' + std::exchange(texts, {}).join(word) + u')';
+    }
+    return u'(' + (groups + texts).join(word) + u')';
 }
 
 /// The type both sides are brought to. A literal adapts to the other side's scale where it can, so that the column

@@ -3,6 +3,12 @@
 
 namespace tsql {
 
+namespace {
+
+constexpr int MostNodes = 500'000;
+
+} // namespace
+
 Operand Writer::made(QString sql, const SqlType &type) const
 {
     Operand operand;
@@ -13,6 +19,9 @@ Operand Writer::made(QString sql, const SqlType &type) const
 
 Operand Writer::value(const Expression &node, const Scope &scope)
 {
+    // What is written twice (x in NULLIF and BETWEEN) doubles with each level.
+    if (++m_nodes > MostNodes)
+        throw nestedTooDeeply(node.line);
     try {
         Operand operand = valueNode(node, scope);
         if (operand.type.kind == Kind::Condition)
@@ -207,11 +216,77 @@ Operand Writer::negate(const Expression &node, const Scope &scope)
     throw Error(8117, u"Operand data type %1 is invalid for minus operator."_qs.arg(kindName(operand.type.kind)));
 }
 
+/// A chain is walked along its left sides, not into them: a thousand terms are no deeper than two.
 Operand Writer::arithmetic(const Expression &node, const Scope &scope)
 {
-    Operand left = value(*node.args[0], scope);
-    Operand right = value(*node.args[1], scope);
-    return arithmeticOf(node.name[0], left, right);
+    std::vector<const Expression *> steps;
+    const Expression *left = &node;
+    do {
+        steps.push_back(left);
+        left = left->args[0].get();
+    } while (left->kind == ExpressionKind::Arithmetic && !isGrouped(*left, scope) && !m_rowValues.contains(left));
+    Operand result = value(*left, scope);
+    for (auto step = steps.rbegin(); step != steps.rend(); ++step) {
+        try {
+            Operand right = value(*(*step)->args[1], scope);
+            result = arithmeticOf((*step)->name[0], result, right);
+        } catch (Error &error) {
+            if (error.line() == 0 && !m_constants)
+                error.setLine((*step)->line);
+            throw;
+        }
+    }
+    result.chain.reset(); // parentheses around it close it
+    return result;
+}
+
+namespace {
+
+/// SQLite takes 127 arguments.
+constexpr int MostTerms = 100;
+
+QString chainText(const Chain &chain)
+{
+    switch (chain.form) {
+    case Chain::Form::Integer:
+        return u"int_chain('%1', %2)"_qs.arg(chain.operations, chain.terms);
+    case Chain::Form::Decimal:
+        return u"dec_chain('%1', %2)"_qs.arg(chain.operations, chain.terms);
+    case Chain::Form::Real:
+        return u"real_chain('%1', %2)"_qs.arg(chain.operations, chain.terms);
+    case Chain::Form::Text:
+        break;
+    }
+    return chain.closed.isEmpty() ? u"(%1)"_qs.arg(chain.terms) : u"(%1(%2))"_qs.arg(chain.closed, chain.terms);
+}
+
+} // namespace
+
+/// The chain on the left with a further term, or the start of one. `operation` is what the form's function reads for
+/// this step: the operator, the number of the result's kind behind it ("+4"), or scales and precision ("+2,19,2");
+/// a decimal chain starts with the scale of its first term.
+Operand Writer::chained(const Operand &left, const QString &a, const QString &b, Chain::Form form,
+                        const QString &operation, const SqlType &type) const
+{
+    const bool text = form == Chain::Form::Text;
+    const bool goesOn = left.chain && left.chain->form == form && (text || left.chain->count < MostTerms);
+    const auto chain = goesOn ? left.chain : std::make_shared<Chain>();
+    if (!goesOn) {
+        chain->form = form;
+        chain->terms = a;
+        chain->operations = form == Chain::Form::Decimal ? QString::number(asDecimal(left.type).scale) : QString();
+        chain->count = 1;
+    } else if (chain->count == MostTerms) {
+        chain->closed += u"(%1) || "_qs.arg(chain->terms);
+        chain->terms.clear();
+        chain->count = 0;
+    }
+    chain->terms += (chain->count == 0 ? QString() : text ? u" || "_qs : u", "_qs) + b;
+    chain->operations += operation;
+    ++chain->count;
+    Operand result = made(chainText(*chain), type);
+    result.chain = chain;
+    return result;
 }
 
 Operand Writer::arithmeticOf(QChar op, Operand &left, Operand &right)
@@ -241,7 +316,10 @@ Operand Writer::arithmeticOf(QChar op, Operand &left, Operand &right)
     const Target target{type, {}, {}, {}};
     const QString a = convert(left, target);
     const QString b = convert(right, target);
-    return made(op == u'/' ? u"real_div(%1, %2)"_qs.arg(a, b) : u"(%1 %2 %3)"_qs.arg(a, op, b), type);
+    Operand result = chained(left, a, b, Chain::Form::Real, op, type);
+    if (result.chain->count == 2)
+        result.sql = op == u'/' ? u"real_div(%1, %2)"_qs.arg(a, b) : u"(%1 %2 %3)"_qs.arg(a, op, b);
+    return result;
 }
 
 Operand Writer::concatenation(Operand &left, Operand &right)
@@ -251,7 +329,8 @@ Operand Writer::concatenation(Operand &left, Operand &right)
     const bool unlimited = left.type.length == SqlType::Max || right.type.length == SqlType::Max;
     const int length = unlimited ? SqlType::Max : qMin(limit, left.type.length + right.type.length);
     const Kind kind = type.isUnicode() ? Kind::NVarChar : Kind::VarChar;
-    return made(u"(%1 || %2)"_qs.arg(text(left), text(right)), SqlType::text(kind, length));
+    const QString a = text(left);
+    return chained(left, a, text(right), Chain::Form::Text, {}, SqlType::text(kind, length));
 }
 
 Operand Writer::integerArithmetic(QChar op, Operand &left, Operand &right, const SqlType &common)
@@ -264,19 +343,19 @@ Operand Writer::integerArithmetic(QChar op, Operand &left, Operand &right, const
     const Target target{type, {}, {}, {}};
     const QString a = convert(left, target);
     const QString b = convert(right, target);
-    switch (op.unicode()) {
-    case u'/':
-        return made(u"int_fit(int_div(%1, %2), %3)"_qs.arg(a, b, kindNumber(type.kind)), type);
-    case u'%':
-        return made(u"int_mod(%1, %2)"_qs.arg(a, b), type);
-    case u'^':
-        return made(u"((%1 | %2) & ~(%1 & %2))"_qs.arg(a, b), type);
-    case u'&':
-    case u'|':
-        return made(u"(%1 %2 %3)"_qs.arg(a, op, b), type);
-    default:
-        return made(u"int_fit(%1 %2 %3, %4)"_qs.arg(a, op, b, kindNumber(type.kind)), type);
-    }
+    const QString number = kindNumber(type.kind);
+    Operand result = chained(left, a, b, Chain::Form::Integer, op + number, type);
+    if (result.chain->count > 2 || op == u'^')
+        return result;
+    if (op == u'/')
+        result.sql = u"int_fit(int_div(%1, %2), %3)"_qs.arg(a, b, number);
+    else if (op == u'%')
+        result.sql = u"int_mod(%1, %2)"_qs.arg(a, b);
+    else if (bitwise)
+        result.sql = u"(%1 %2 %3)"_qs.arg(a, op, b);
+    else
+        result.sql = u"int_fit(%1 %2 %3, %4)"_qs.arg(a, op, b, number);
+    return result;
 }
 
 /// The operand's type as a decimal. A whole literal counts its own digits, which then belong to the statement.
@@ -298,15 +377,21 @@ Operand Writer::decimalArithmetic(QChar op, Operand &left, Operand &right)
     SqlType type = money ? SqlType::money() : decimalResult(op, leftType, rightType);
     const QString a = convert(left, {leftType, {}, {}, {}});
     const QString b = convert(right, {rightType, {}, {}, {}});
+    const QString sizes = QString::number(type.precision) + u',' + QString::number(type.scale);
+    Operand start = made(left.sql, leftType);
+    start.chain = left.chain;
+    Operand result =
+        chained(start, a, b, Chain::Form::Decimal, u"%1%2,%3"_qs.arg(op).arg(rightType.scale).arg(sizes), type);
+    if (result.chain->count > 2)
+        return result;
     static const QHash<QChar, QString> names = {{u'+', u"dec_add"_qs},
                                                 {u'-', u"dec_sub"_qs},
                                                 {u'*', u"dec_mul"_qs},
                                                 {u'/', u"dec_div"_qs},
                                                 {u'%', u"dec_mod"_qs}};
-    return made(u"%1(%2, %3, %4, %5, %6, %7)"_qs.arg(names[op], a, QString::number(leftType.scale), b,
-                                                     QString::number(rightType.scale), QString::number(type.precision),
-                                                     QString::number(type.scale)),
-                type);
+    result.sql = u"%1(%2, %3, %4, %5, %6)"_qs.arg(names[op], a, QString::number(leftType.scale), b,
+                                                  QString::number(rightType.scale), sizes);
+    return result;
 }
 
 Operand Writer::dateArithmetic(QChar op, Operand &left, Operand &right)

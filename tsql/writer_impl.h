@@ -8,11 +8,25 @@ namespace tsql {
 
 struct Scope;
 
+/// The terms of an expression written from left to right, as long as more can be added: SQLite nests a hundred
+/// parentheses or calls at most, so that a long sum has to be one call and a long text one pair of parentheses.
+struct Chain
+{
+    enum class Form : quint8 { Integer, Decimal, Real, Text };
+
+    Form form = Form::Text;
+    QString closed; ///< groups of a text that are full
+    QString terms;
+    QString operations; ///< what the function of the form reads
+    int count = 0;      ///< of the terms in `terms`
+};
+
 /// An expression on its way into SQL text.
 struct Operand
 {
     QString sql;
     SqlType type;
+    std::shared_ptr<Chain> chain;     ///< set when `sql` is a chain that can go on
     std::optional<Parameter> pending; ///< a literal or a variable that is bound as soon as its target type is known
     bool column = false;              ///< a column, which brings its collation with it
     bool nullable = true;
@@ -167,6 +181,8 @@ private:
     Operand negate(const Expression &node, const Scope &scope);
     Operand arithmetic(const Expression &node, const Scope &scope);
     Operand arithmeticOf(QChar op, Operand &left, Operand &right);
+    Operand chained(const Operand &left, const QString &a, const QString &b, Chain::Form form, const QString &operation,
+                    const SqlType &type) const;
     Operand concatenation(Operand &left, Operand &right);
     Operand integerArithmetic(QChar op, Operand &left, Operand &right, const SqlType &type);
     Operand decimalArithmetic(QChar op, Operand &left, Operand &right);
@@ -182,6 +198,7 @@ private:
 
     // Conditions
     QString conditionText(const Expression &node, const Scope &scope);
+    QString joinedConditions(const Expression &node, const Scope &scope);
     QString compare(const QString &op, Operand &left, Operand &right);
     SqlType comparisonType(Operand &left, Operand &right);
     QString inList(const Expression &node, const Scope &scope);
@@ -310,6 +327,7 @@ private:
     bool m_constants = false;                         ///< literals belong to the catalogue, not to the batch
     bool m_inline = false;                            ///< literals are written into the text: data definition
     int m_aliases = 0;
+    int m_nodes = 0; ///< written so far, some of them twice
     int m_moduleDepth = 0;
 };
 
