@@ -1,8 +1,17 @@
 #include "tsql/sqlite.h"
 
+#include "tsql/nesting.h"
 #include "tsql/sqlite_errors.h"
 
 namespace tsql {
+
+namespace {
+
+// How SQLite says that a text is too deep for its parser, or for what it makes of it.
+constexpr char StackOverflow[] = "parser stack overflow";
+constexpr char TreeTooLarge[] = "Expression tree is too large";
+
+} // namespace
 
 void SqliteHandle::open(const QString &path, bool readOnly)
 {
@@ -46,7 +55,12 @@ PreparedStatement SqliteHandle::prepare(const QByteArray &sql, bool keep) const
 {
     sqlite3_stmt *statement = nullptr;
     const unsigned flags = keep ? SQLITE_PREPARE_PERSISTENT : 0;
-    if (sqlite3_prepare_v3(m_db, sql.constData(), int(sql.size()) + 1, flags, &statement, nullptr) != SQLITE_OK)
+    int code = sqlite3_prepare_v3(m_db, sql.constData(), int(sql.size()) + 1, flags, &statement, nullptr);
+    if (code != SQLITE_OK && qstrcmp(sqlite3_errmsg(m_db), StackOverflow) == 0) {
+        const QByteArray flat = flattened(sql);
+        code = sqlite3_prepare_v3(m_db, flat.constData(), int(flat.size()) + 1, flags, &statement, nullptr);
+    }
+    if (code != SQLITE_OK)
         throwLastError();
     return PreparedStatement(statement);
 }
@@ -97,6 +111,8 @@ void SqliteHandle::throwLastError() const
     QString text;
     if (unpack(message, number, text))
         throw Error(number, text);
+    if (message == StackOverflow || message.startsWith(TreeTooLarge))
+        throw nestedTooDeeply();
     throw SqliteError(code, QString::fromUtf8(message));
 }
 

@@ -26,6 +26,8 @@ class TestStatements : public QObject
 private Q_SLOTS:
     void files_data();
     void files();
+    void sizes_data();
+    void sizes();
 };
 
 namespace {
@@ -188,6 +190,73 @@ void TestStatements::files()
                                          one.expected.join(u"\n    "_qs), given.join(u"\n    "_qs));
     }
     QCOMPARE(failures, 0);
+}
+
+void TestStatements::sizes_data()
+{
+    QTest::addColumn<int>("count");
+    QTest::addColumn<QString>("text"); // {x} stands for x that many times
+    QTest::addColumn<QString>("expected");
+
+    QTest::newRow("ints") << 999 << u"SELECT 1{+2}, 7{-1}*2, 5{|8}, 9000000000{+1}, 3{^1}"_qs
+                          << u"1999 | -993 | 13 | 9000000999 | 2"_qs;
+    QTest::newRow("an int beyond its range")
+        << 999 << u"SELECT 2147483000{+1}"_qs
+        << u"error 8115: Arithmetic overflow error converting expression to data type int."_qs;
+    QTest::newRow("NULL in a sum") << 200 << u"SELECT 1{+1}+@n{+1}, 1.5{+1}+@n, 1e0{+1}+@n, N'x'{+'y'}+@t"_qs
+                                   << u"NULL | NULL | NULL | NULL"_qs;
+    QTest::newRow("ints that become decimals") << 300 << u"SELECT 1{+1}+@big{+2}+0.5{-1.25}"_qs << u"527.50"_qs;
+    QTest::newRow("decimals") << 999 << u"SELECT @d{+0.25}, @d{+@d}, @d{/1.0}"_qs
+                              << u"251.250 | 1500.000 | 1.500000"_qs;
+    QTest::newRow("reals") << 999 << u"SELECT 1e0{+0.5e0}, 1e0{*1e0}"_qs << u"500.5 | 1"_qs;
+    QTest::newRow("texts") << 999 << u"SELECT LEN('a'{+'b'}), RIGHT(N'ا'{+'x'}+N'ب', 2)"_qs << u"1000 | xب"_qs;
+    QTest::newRow("conditions") << 999 << u"SELECT Id FROM Many WHERE (Id = 0{ OR N = 20}) AND Id > 0{ AND N <> 10}"_qs
+                                << u"2"_qs;
+    const QString tooDeep = u"error 191: Some part of your SQL statement is nested too deeply. Rewrite the query or "
+                            "break it up into smaller queries."_qs;
+    for (const int levels : {32, 60}) {
+        const auto row = [levels](const char *name) -> QTestData & {
+            return QTest::addRow("%d levels of %s", levels, name) << levels;
+        };
+        row("parentheses") << u"SELECT {(}N{+Id)} FROM Many WHERE {(}Id{*1)} = 2"_qs
+                           << QString::number(20 + 2 * levels);
+        row("ELSE CASE") << u"SELECT {CASE WHEN N < 20 THEN 'low' ELSE }'end'{ END} FROM Many ORDER BY Id"_qs
+                         << u"low\nend\nend"_qs;
+        row("THEN CASE") << u"SELECT Id FROM Many WHERE {CASE WHEN N > Id THEN }N{ ELSE 0 END} > 20"_qs << u"3"_qs;
+        row("functions") << u"SELECT Id FROM Many WHERE {ISNULL(}CAST(Id AS decimal(9,2)){, N)} * 10 = N AND Id > 1"_qs
+                         << u"2\n3"_qs;
+        row("functions around sums") << u"SELECT SUM({ABS(0.5 + }Id{)}) FROM Many GROUP BY {ABS(1 + }N % 20{)}"_qs
+                                     << u"%1.0\n%2.0"_qs.arg(2 + levels / 2).arg(4 + levels);
+        row("derived tables") << u"SELECT Id, (SELECT MAX(y.Id) FROM {(SELECT Id FROM }(SELECT Id FROM Many WHERE "
+                                 "Id < m.Id) y{) y} ) FROM {(SELECT * FROM }Many{) m} ORDER BY Id"_qs
+                              << u"1 | NULL\n2 | 1\n3 | 2"_qs;
+        row("both in an update") << u"UPDATE Many SET N = {(}N{+1)} OUTPUT INSERTED.N WHERE Id IN (SELECT Id FROM "
+                                    "{(SELECT Id FROM }Many{) m} WHERE {(}Id{+0)} = 1)"_qs
+                                 << QString::number(10 + levels);
+    }
+    QTest::newRow("endless parentheses") << 5000 << u"SELECT {(}1{)}"_qs << tooDeep;
+    QTest::newRow("an endless sum") << 5000 << u"SELECT 1{+1}"_qs << tooDeep;
+    QTest::newRow("what doubles with each level") << 60 << u"SELECT {NULLIF(}Id{, 0)} FROM Many"_qs << tooDeep;
+    QTest::newRow("subqueries") << 60 << u"SELECT {(SELECT MAX(Id) FROM Many WHERE Id = }1{)}"_qs << tooDeep;
+    QTest::newRow("a deep definition") << 60 << u"CREATE TABLE Deep (a int CHECK ({(1+}a{)} > 0))"_qs << tooDeep;
+}
+
+void TestStatements::sizes()
+{
+    QFETCH(int, count);
+    QFETCH(QString, text);
+    QFETCH(QString, expected);
+    for (qsizetype open = text.indexOf(u'{'); open >= 0; open = text.indexOf(u'{', open)) {
+        const qsizetype length = text.indexOf(u'}', open) - open + 1;
+        text.replace(open, length, text.mid(open + 1, length - 2).repeated(count));
+    }
+    Connections connections;
+    QSqlQuery query(connections.get({}));
+    query.setNumericalPrecisionPolicy(QSql::HighPrecision);
+    QVERIFY(query.exec(u"CREATE TABLE Many (Id int PRIMARY KEY, N int) "
+                       "INSERT Many VALUES (1, 10), (2, 20), (3, 30)"_qs));
+    const QString declared = u"DECLARE @n int, @t nvarchar(5), @big bigint = 1, @d decimal(9,3) = 1.5 "_qs;
+    QCOMPARE(answer(query, text.contains(u'@') ? declared + text : text, false).join(u'\n'), expected);
 }
 
 REGISTER_TEST(TestStatements)
