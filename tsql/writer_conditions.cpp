@@ -160,7 +160,7 @@ QString Writer::between(const Expression &node, const Scope &scope)
 {
     // x BETWEEN a AND b is x >= a AND x <= b, each pair with its own type.
     Operand value1 = value(*node.args[0], scope);
-    Operand value2 = value(*node.args[0], scope);
+    Operand value2 = repeated(*node.args[0], scope);
     Operand low = value(*node.args[1], scope);
     Operand high = value(*node.args[2], scope);
     const QString lower = compare(u">="_qs, value1, low);

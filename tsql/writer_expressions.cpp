@@ -5,7 +5,7 @@ namespace tsql {
 
 namespace {
 
-constexpr int MostNodes = 500'000;
+constexpr int MostRepeated = 20'000;
 
 } // namespace
 
@@ -19,9 +19,6 @@ Operand Writer::made(QString sql, const SqlType &type) const
 
 Operand Writer::value(const Expression &node, const Scope &scope)
 {
-    // What is written twice (x in NULLIF and BETWEEN) doubles with each level.
-    if (++m_nodes > MostNodes)
-        throw nestedTooDeeply(node.line);
     try {
         Operand operand = valueNode(node, scope);
         if (operand.type.kind == Kind::Condition)
@@ -32,6 +29,14 @@ Operand Writer::value(const Expression &node, const Scope &scope)
             error.setLine(node.line);
         throw;
     }
+}
+
+/// An expression that is written more than once (x in NULLIF and BETWEEN): nested, it doubles with each level.
+Operand Writer::repeated(const Expression &node, const Scope &scope)
+{
+    if (++m_repeated > MostRepeated)
+        throw nestedTooDeeply(node.line);
+    return value(node, scope);
 }
 
 /// Whether the expression as a whole is one of the grouped ones, so that its columns need not be.
@@ -417,7 +422,7 @@ Operand Writer::caseValue(const Expression &node, const Scope &scope)
     for (std::size_t i = 0; i < pairs; ++i) {
         const Expression &when = *node.args[first + 2 * i];
         if (node.hasOperand) {
-            Operand operand = value(*node.args[0], scope);
+            Operand operand = repeated(*node.args[0], scope);
             Operand candidate = value(when, scope);
             conditions.push_back(compare(u"="_qs, operand, candidate));
         } else {

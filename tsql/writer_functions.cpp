@@ -121,7 +121,7 @@ Operand Writer::nullIf(const Expression &node, const Scope &scope)
 {
     arguments(node, 2, 2);
     Operand first = value(*node.args[0], scope);
-    Operand again = value(*node.args[0], scope);
+    Operand again = repeated(*node.args[0], scope);
     Operand second = value(*node.args[1], scope);
     const SqlType type = first.type;
     const QString equal = compare(u"="_qs, first, second);

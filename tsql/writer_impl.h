@@ -175,6 +175,7 @@ private:
 
     // Expressions
     Operand value(const Expression &node, const Scope &scope);
+    Operand repeated(const Expression &node, const Scope &scope);
     Operand valueNode(const Expression &node, const Scope &scope);
     Operand column(const Expression &node, const Scope &scope);
     Operand collate(const Expression &node, const Scope &scope);
@@ -327,7 +328,7 @@ private:
     bool m_constants = false;                         ///< literals belong to the catalogue, not to the batch
     bool m_inline = false;                            ///< literals are written into the text: data definition
     int m_aliases = 0;
-    int m_nodes = 0; ///< written so far, some of them twice
+    int m_repeated = 0;
     int m_moduleDepth = 0;
 };
 
