@@ -60,6 +60,7 @@ private:
     void runAssignment(const std::shared_ptr<CompiledEntry> &entry, Frame &frame);
     void runAssignmentInTurn(const std::shared_ptr<CompiledEntry> &entry, Frame &frame);
     void runChange(const Statement &statement, Frame &frame);
+    void runExchange(const UpdateStatement &statement, const class SqliteError &refusal, Frame &frame);
     void reportRows(std::unique_ptr<Cursor> cursor);
     void reportCount(qint64 rows);
     void runInsertExecute(const InsertStatement &statement, Frame &frame);

@@ -101,6 +101,12 @@ Compiled compile(const Statement &statement, const Catalogue &catalogue, const V
     }
 }
 
+Compiled compileNewValues(const UpdateStatement &statement, const Catalogue &catalogue, const VariableTypes &variables,
+                          const CompileOptions &options)
+{
+    return Writer(catalogue, variables, options).newValues(statement);
+}
+
 Compiled compileScalar(const Expression &value, const Catalogue &catalogue, const VariableTypes &variables,
                        const SqlType &target, const CompileOptions &options)
 {

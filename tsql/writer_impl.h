@@ -134,6 +134,7 @@ public:
     Compiled statement(const Statement &statement);
     Compiled scalar(const Expression &value, const SqlType &target);
     Compiled condition(const Expression &condition);
+    Compiled newValues(const UpdateStatement &statement);
 
 private:
     /// While views, functions and defaults are written, literals are constants of the catalogue.
@@ -299,6 +300,9 @@ private:
     bool looksAtChanges(const Table &table) const;
     static QString rowsFoundFirst(const Table &table, const QString &where, const QString &limit);
     QString updateInPlace(const UpdateStatement &statement, const ChangedRows &rows, const Scope &scope);
+    void findAlone(ChangedRows &rows, Scope &scope);
+    QString foundValues(const UpdateStatement &statement, const ChangedRows &rows, const Scope &scope,
+                        QStringList &columns);
     QString updateFound(const UpdateStatement &statement, const ChangedRows &rows, const Scope &scope);
     QString assignment(const Assignment &assignment, const ChangedRows &rows, const Scope &scope, QString &column);
 

@@ -176,11 +176,7 @@ void Writer::update(const UpdateStatement &statement)
     QString sql = rows.from.isEmpty() ? updateInPlace(statement, rows, scope) : updateFound(statement, rows, scope);
     if (rows.from.isEmpty() && looksAtChanges(table)) {
         m_out = before;
-        const QString own = nextAlias();
-        const QString name = scope.sources.front().name;
-        scope.sources = {tableSource(table, name, own)};
-        rows.from = u"%1 AS %2"_qs.arg(table.sqliteName, own);
-        rows.rowid = own + u"._rowid_"_qs;
+        findAlone(rows, scope);
         sql = updateFound(statement, rows, scope);
     }
     m_out.writes = true;
@@ -204,21 +200,55 @@ QString Writer::updateInPlace(const UpdateStatement &statement, const ChangedRow
     return list.join(u", "_qs) + where;
 }
 
-/// SET and FROM of an update whose rows and new values are all found first, then written by row number.
-QString Writer::updateFound(const UpdateStatement &statement, const ChangedRows &rows, const Scope &scope)
+/// The table under an alias of its own, for rows that are found before they are changed.
+void Writer::findAlone(ChangedRows &rows, Scope &scope)
 {
-    QStringList list;
+    const QString own = nextAlias();
+    scope.sources = {tableSource(*rows.table, scope.sources.front().name, own)};
+    rows.from = u"%1 AS %2"_qs.arg(rows.table->sqliteName, own);
+    rows.rowid = own + u"._rowid_"_qs;
+}
+
+/// The query of the rows (r) and their new values (v0, v1 …).
+QString Writer::foundValues(const UpdateStatement &statement, const ChangedRows &rows, const Scope &scope,
+                            QStringList &columns)
+{
     QStringList values{rows.rowid + u" AS \"r\""_qs};
     for (std::size_t i = 0; i < statement.assignments.size(); ++i) {
         QString column;
         const QString sql = assignment(statement.assignments[i], rows, scope, column);
         values += u"%1 AS \"v%2\""_qs.arg(sql, QString::number(i));
-        list += column + u" = s.\"v%1\""_qs.arg(i);
+        columns += column;
     }
     const QString where = statement.where ? u" WHERE "_qs + conditionText(*statement.where, scope) : QString();
     const QString limit = statement.top ? limitText(*statement.top, scope) : QString();
-    return u"%1 FROM (SELECT %2 FROM %3%4%5) AS s WHERE t0._rowid_ = s.\"r\""_qs.arg(
-        list.join(u", "_qs), values.join(u", "_qs), rows.from, where, limit);
+    return u"SELECT %1 FROM %2%3%4"_qs.arg(values.join(u", "_qs), rows.from, where, limit);
+}
+
+/// SET and FROM of an update whose rows and new values are all found first, then written by row number.
+QString Writer::updateFound(const UpdateStatement &statement, const ChangedRows &rows, const Scope &scope)
+{
+    QStringList columns;
+    const QString query = foundValues(statement, rows, scope, columns);
+    QStringList list;
+    for (const QString &column : columns)
+        list += u"%1 = s.\"v%2\""_qs.arg(column).arg(list.size());
+    return u"%1 FROM (%2) AS s WHERE t0._rowid_ = s.\"r\""_qs.arg(list.join(u", "_qs), query);
+}
+
+Compiled Writer::newValues(const UpdateStatement &statement)
+{
+    Scope scope;
+    const QString with = commonTables(statement.with, scope);
+    ChangedRows rows = changedRows(statement, scope);
+    if (rows.from.isEmpty())
+        findAlone(rows, scope);
+    QStringList columns;
+    m_out.sql = with + foundValues(statement, rows, scope, columns);
+    for (const QString &column : columns)
+        m_out.columns.push_back({column.sliced(1).chopped(1).replace(u"\"\""_qs, u"\""_qs), {}, true, {}});
+    m_out.target = rows.table->sqliteName;
+    return std::move(m_out);
 }
 
 void Writer::remove(const DeleteStatement &statement)
