@@ -14,4 +14,10 @@ void Error::setSeverity(int severity, int state)
     m_state = state;
 }
 
+Error notSupported(const QString &what, int line)
+{
+    return {40517, u"Keyword or statement option '%1' is not supported in this version of the database."_qs.arg(what),
+            line};
+}
+
 } // namespace tsql

@@ -30,4 +30,7 @@ private:
     QByteArray m_utf8;
 };
 
+/// Error 40517: what this database does not carry out, by its name.
+Error notSupported(const QString &what, int line = 0);
+
 } // namespace tsql

@@ -52,7 +52,7 @@ class Catalogue;
  * Others
  *   object_id(name [, type])   tsql_newid()   tsql_error(number, message)   raises that error
  *
- * Collation TSQL_CI: case-insensitive by simple folding, trailing blanks do not count.
+ * Collations: TSQL_CI, the database's own; TSQL_CI_AS, TSQL_CS_AI, TSQL_CS_AS and TSQL_BIN for COLLATE. See collation.h.
  */
 void registerFunctions(sqlite3 *db, Catalogue *catalogue);
 

@@ -57,6 +57,12 @@ QString Writer::assignment(const Assignment &assignment, const Table &table, con
 
 void Writer::update(const UpdateStatement &statement)
 {
+    for (std::size_t i = 0; i < statement.assignments.size(); ++i) {
+        for (std::size_t j = 0; j < i; ++j) {
+            if (sameName(statement.assignments[i].column, statement.assignments[j].column))
+                refuseTwice(statement.assignments[i].column, statement.line);
+        }
+    }
     QString name;
     const std::shared_ptr<const Table> table = targetTable(statement.target, statement.from.get(), name);
     Scope scope;
@@ -142,6 +148,11 @@ void Writer::remove(const DeleteStatement &statement)
 void Writer::truncate(const TruncateStatement &statement)
 {
     const std::shared_ptr<const Table> table = writableTable(statement.table, statement.line);
+    if (isReferenced(*table, m_catalogue, {}))
+        throw Error(4712,
+                    u"Cannot truncate table '%1' because it is being referenced by a FOREIGN KEY constraint."_qs.arg(
+                        statement.table.display()),
+                    statement.line);
     m_out.sql = u"DELETE FROM %1"_qs.arg(table->sqliteName);
     m_out.writes = true;
     m_out.countsRows = false;
