@@ -56,7 +56,7 @@ struct Statement
     const StatementKind kind;
     int line = 1;
     int maxRecursion = DefaultRecursion; ///< of OPTION (MAXRECURSION n); 0 for no limit
-    QString text;           ///< as written
+    QString text;                        ///< as written
 };
 
 /// The statement as its own type; the caller has looked at kind.

@@ -28,8 +28,8 @@ constexpr std::u32string_view Signs = U"'- !\"#$%&()*,./:;?@[\\]^_`{|}~+<=>";
 
 /// The alphabet. Letters in one group are spellings of its first.
 constexpr std::array<std::u32string_view, 33> Alphabet = {
-    U"ء", U"ا", U"ب", U"پ", U"ت", U"ث",   U"ج", U"چ",   U"ح", U"خ", U"د", U"ذ",      U"ر",    U"ز", U"ژ", U"س", U"ش",
-    U"ص", U"ض", U"ط", U"ظ", U"ع", U"غ",   U"ف", U"ق",   U"کكڪ", U"گ", U"ل", U"م",    U"ن",    U"و", U"هةەہۃھ", U"یيىے"};
+    U"ء", U"ا", U"ب", U"پ", U"ت", U"ث", U"ج", U"چ", U"ح",   U"خ", U"د", U"ذ", U"ر", U"ز", U"ژ",      U"س",   U"ش",
+    U"ص", U"ض", U"ط", U"ظ", U"ع", U"غ", U"ف", U"ق", U"کكڪ", U"گ", U"ل", U"م", U"ن", U"و", U"هةەہۃھ", U"یيىے"};
 
 bool isMark(char32_t c)
 {

@@ -52,7 +52,8 @@ class Catalogue;
  * Others
  *   object_id(name [, type])   tsql_newid()   tsql_error(number, message)   raises that error
  *
- * Collations: TSQL_CI, the database's own; TSQL_CI_AS, TSQL_CS_AI, TSQL_CS_AS and TSQL_BIN for COLLATE. See collation.h.
+ * Collations: TSQL_CI, the database's own; TSQL_CI_AS, TSQL_CS_AI, TSQL_CS_AS and TSQL_BIN for COLLATE. See
+ * collation.h.
  */
 void registerFunctions(sqlite3 *db, Catalogue *catalogue);
 

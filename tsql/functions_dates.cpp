@@ -39,8 +39,9 @@ void datePart(Call &call)
 }
 
 constexpr Function dateFunctions[] = {
-    {"date_of_text", dateOfText, 3}, {"date_of_text", dateOfText, 4}, {"date_fit", dateFit, 2},   {"date_text", dateText, 3},
-    {"date_add", dateAdd, 4},        {"date_diff", dateDiff, 3}, {"date_part", datePart, 2},
+    {"date_of_text", dateOfText, 3}, {"date_of_text", dateOfText, 4}, {"date_fit", dateFit, 2},
+    {"date_text", dateText, 3},      {"date_add", dateAdd, 4},        {"date_diff", dateDiff, 3},
+    {"date_part", datePart, 2},
 };
 
 } // namespace

@@ -73,8 +73,8 @@ void nextLevel(Call &call)
     if (call.integer(1) > 0 && level > call.integer(1))
         throw Error(
             530,
-            u"The statement terminated. The maximum recursion %1 has been exhausted before statement completion."_qs.arg(
-                call.integer(1)));
+            u"The statement terminated. The maximum recursion %1 has been exhausted before statement completion."_qs
+                .arg(call.integer(1)));
     call.give(level);
 }
 
@@ -84,12 +84,8 @@ void isDate(Call &call)
 }
 
 constexpr Function guards[] = {
-    {"not_null", notNull, 4, true},
-    {"number_text", numberText, 4},
-    {"can_convert", canConvert, 4},
-    {"can_convert", canConvert, 5},
-    {"next_level", nextLevel, 2},
-    {"tsql_isdate", isDate, 1, true},
+    {"not_null", notNull, 4, true}, {"number_text", numberText, 4}, {"can_convert", canConvert, 4},
+    {"can_convert", canConvert, 5}, {"next_level", nextLevel, 2},   {"tsql_isdate", isDate, 1, true},
 };
 
 /** The one value of a subquery that stands for a value. */

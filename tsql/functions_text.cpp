@@ -120,8 +120,8 @@ void keepPattern(const Call &call, int i, std::unique_ptr<LikePattern> &own)
 }
 
 /**
- * LIKE of texts in the database's own character set: blanks at the end of the value match what the pattern has for them,
- * or nothing.
+ * LIKE of texts in the database's own character set: blanks at the end of the value match what the pattern has for
+ * them, or nothing.
  */
 bool matchesPadded(const LikePattern &pattern, std::string_view text)
 {

@@ -275,8 +275,7 @@ Operand Writer::integerArithmetic(QChar op, Operand &left, Operand &right, const
                                                     {u'*', u"multiply"_qs},
                                                     {u'/', u"divide"_qs},
                                                     {u'%', u"modulo"_qs}};
-        throw Error(402,
-                    u"The data types bit and bit are incompatible in the %1 operator."_qs.arg(names.value(op)));
+        throw Error(402, u"The data types bit and bit are incompatible in the %1 operator."_qs.arg(names.value(op)));
     }
     const Target target{type, {}, {}, {}};
     const QString a = convert(left, target);
@@ -399,9 +398,9 @@ Operand Writer::cast(const Expression &node, const Scope &scope)
         const bool styled = operand.type.kind == Kind::Money || operand.type.isReal() || operand.type.isBinary() ||
                             (operand.type.isText() && type.isBinary());
         if (styled && !isWhole(*node.args[1], 0))
-            throw notSupported(u"CONVERT of %1 to %2 with a style"_qs.arg(kindName(operand.type.kind),
-                                                                          kindName(type.kind)),
-                               node.line);
+            throw notSupported(
+                u"CONVERT of %1 to %2 with a style"_qs.arg(kindName(operand.type.kind), kindName(type.kind)),
+                node.line);
         if (styled && node.args[1]->literal >= 0 && !m_constants)
             m_out.needs.push_back({node.args[1]->literal, true});
         if (toDate)

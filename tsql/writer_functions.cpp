@@ -159,10 +159,11 @@ Operand Writer::nullIf(const Expression &node, const Scope &scope)
     arguments(node, 2, 2);
     Operand first = value(*node.args[0], scope);
     if (first.isNull())
-        throw Error(4151,
-                    u"The type of the first argument to NULLIF cannot be the NULL constant because the type of the first "
-                    "argument has to be known."_qs,
-                    node.line);
+        throw Error(
+            4151,
+            u"The type of the first argument to NULLIF cannot be the NULL constant because the type of the first "
+            "argument has to be known."_qs,
+            node.line);
     Operand again = value(*node.args[0], scope);
     Operand second = value(*node.args[1], scope);
     const SqlType type = first.type;

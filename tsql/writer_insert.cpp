@@ -17,12 +17,13 @@ namespace {
 
 void refuseTwice(const QString &column, int line)
 {
-    throw Error(264,
-                u"The column name '%1' is specified more than once in the SET clause or column list of an INSERT. A "
-                "column cannot be assigned more than one value in the same clause. Modify the clause to make sure that a "
-                "column is updated only once. If this statement updates or inserts columns into a view, column aliasing "
-                "can conceal the duplication in your code."_qs.arg(column),
-                line);
+    throw Error(
+        264,
+        u"The column name '%1' is specified more than once in the SET clause or column list of an INSERT. A "
+        "column cannot be assigned more than one value in the same clause. Modify the clause to make sure that a "
+        "column is updated only once. If this statement updates or inserts columns into a view, column aliasing "
+        "can conceal the duplication in your code."_qs.arg(column),
+        line);
 }
 
 std::shared_ptr<const Table> Writer::writableTable(const ObjectName &name, int line) const

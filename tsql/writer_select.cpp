@@ -41,11 +41,12 @@ void refuseConstantOrder(const Expression &node, bool position, std::size_t inde
     if (position || dependsOnRows(node))
         return;
     if (mentionsVariable(node))
-        throw Error(1008,
-                    u"The SELECT item identified by the ORDER BY number %1 contains a variable as part of the expression "
-                    "identifying a column position. Variables are only allowed when ordering by an expression "
-                    "referencing a column name."_qs.arg(index),
-                    node.line);
+        throw Error(
+            1008,
+            u"The SELECT item identified by the ORDER BY number %1 contains a variable as part of the expression "
+            "identifying a column position. Variables are only allowed when ordering by an expression "
+            "referencing a column name."_qs.arg(index),
+            node.line);
     throw Error(408, u"A constant expression was encountered in the ORDER BY list, position %1."_qs.arg(index),
                 node.line);
 }
@@ -56,10 +57,11 @@ void refuseOrder(const Query &query)
 {
     const bool limited = query.offset || query.forXml || (query.body->core && query.body->core->top);
     if (!query.orderBy.empty() && !limited)
-        throw Error(1033,
-                    u"The ORDER BY clause is invalid in views, inline functions, derived tables, subqueries, and common "
-                    "table expressions, unless TOP, OFFSET or FOR XML is also specified."_qs,
-                    query.line);
+        throw Error(
+            1033,
+            u"The ORDER BY clause is invalid in views, inline functions, derived tables, subqueries, and common "
+            "table expressions, unless TOP, OFFSET or FOR XML is also specified."_qs,
+            query.line);
 }
 
 /// A query's text. Its columns are called c1, c2 … so that whoever reads from it needs no names.
@@ -352,8 +354,7 @@ QString Writer::orderText(const Query &query, std::vector<CorePlan> &plans)
     QStringList items;
     for (const OrderItem &item : query.orderBy) {
         const Expression &node = *item.value;
-        const bool position =
-            node.kind == ExpressionKind::Literal && literalOf(node).kind == LiteralKind::Integer;
+        const bool position = node.kind == ExpressionKind::Literal && literalOf(node).kind == LiteralKind::Integer;
         refuseConstantOrder(node, position, static_cast<std::size_t>(items.size()) + 1);
         const QString text = orderItem(item, plans.front(), plans.size() > 1);
         items += text;
