@@ -22,4 +22,10 @@ Error nestedTooDeeply(int line)
             line};
 }
 
+Error notSupported(const QString &what, int line)
+{
+    return {40517, u"Keyword or statement option '%1' is not supported in this version of the database."_qs.arg(what),
+            line};
+}
+
 } // namespace tsql

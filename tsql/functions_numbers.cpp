@@ -282,6 +282,15 @@ void realDiv(Call &call)
     call.give(call.real(0) / call.real(1));
 }
 
+double checkedReal(double value)
+{
+    if (std::isnan(value))
+        throw Error(3623, u"An invalid floating point operation occurred."_qs);
+    if (std::isinf(value))
+        throw Error(8115, u"Arithmetic overflow error converting expression to data type float."_qs);
+    return value;
+}
+
 /** real_chain('+-*', a, b, c, d) from left to right */
 void realChain(Call &call)
 {
@@ -294,13 +303,61 @@ void realChain(Call &call)
         known = known && !call.isNull(i);
         if (known && operation == '/' && term == 0.0)
             throw Error(8134, u"Divide by zero error encountered."_qs);
-        result = operation == '+'   ? result + term
-                 : operation == '-' ? result - term
-                 : operation == '*' ? result * term
-                                    : result / term;
+        result = checkedReal(operation == '+'   ? result + term
+                             : operation == '-' ? result - term
+                             : operation == '*' ? result * term
+                                                : result / term);
     }
     if (known)
         call.give(result);
+}
+
+/** The logarithm of 0 has no value, not even an infinite one. */
+double logarithm(double value)
+{
+    return checkedReal(value > 0 ? std::log(value) : std::nan(""));
+}
+
+void realFit(Call &call)
+{
+    call.give(checkedReal(call.real(0)));
+}
+
+void realSqrt(Call &call)
+{
+    call.give(checkedReal(std::sqrt(call.real(0))));
+}
+
+void realExp(Call &call)
+{
+    call.give(checkedReal(std::exp(call.real(0))));
+}
+
+void realLog(Call &call)
+{
+    double value = logarithm(call.real(0));
+    if (call.count() > 1) {
+        const double base = logarithm(call.real(1));
+        value = base == 0.0 ? checkedReal(std::nan("")) : value / base;
+    }
+    call.give(value);
+}
+
+void realPow(Call &call)
+{
+    const bool pole = call.real(0) == 0.0 && call.real(1) < 0;
+    call.give(checkedReal(pole ? std::nan("") : std::pow(call.real(0), call.real(1))));
+}
+
+/** int_of_power(x, kind): POWER of a whole number. */
+void intOfPower(Call &call)
+{
+    try {
+        call.give(integerFromReal(call.real(0), kindOf(call, 1)));
+    } catch (const Error &) {
+        throw Error(232, u"Arithmetic overflow error for type %1, value = %2."_qs.arg(
+                             kindName(kindOf(call, 1)), QString::number(call.real(0), 'f', 6)));
+    }
 }
 
 void textOfReal(Call &call)
@@ -351,6 +408,13 @@ constexpr Function numberFunctions[] = {
     {"real_of_text", realOfText, 2},
     {"real_div", realDiv, 2},
     {"real_chain", realChain, -1, true},
+    {"real_fit", realFit, 1},
+    {"real_sqrt", realSqrt, 1},
+    {"real_exp", realExp, 1},
+    {"real_log", realLog, 1},
+    {"real_log", realLog, 2},
+    {"real_pow", realPow, 2},
+    {"int_of_power", intOfPower, 2},
     {"text_of_real", textOfReal, 1},
     {"round_real", roundReal, 2},
     {"round_real", roundReal, 3},

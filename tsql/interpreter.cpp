@@ -259,6 +259,27 @@ void Interpreter::runRaiseError(const RaiseStatement &statement, Frame &frame)
         m_raised = error;
 }
 
+/** Whether an option asks for what this database does anyway. */
+static bool isCustom(const SetOptionStatement &statement)
+{
+    static const QHash<QString, QStringList> customs = {
+        {u"ANSI_NULLS"_qs, {u"ON"_qs}},
+        {u"ANSI_NULL_DFLT_ON"_qs, {u"ON"_qs}},
+        {u"ANSI_PADDING"_qs, {u"ON"_qs}},
+        {u"ANSI_WARNINGS"_qs, {u"ON"_qs}},
+        {u"ARITHABORT"_qs, {u"ON"_qs, u"OFF"_qs}}, // OFF changes nothing under ANSI_WARNINGS
+        {u"CONCAT_NULL_YIELDS_NULL"_qs, {u"ON"_qs}},
+        {u"DATEFIRST"_qs, {u"7"_qs}},
+        {u"DATEFORMAT"_qs, {u"MDY"_qs}},
+        {u"LANGUAGE"_qs, {u"US_ENGLISH"_qs, u"ENGLISH"_qs}},
+        {u"NUMERIC_ROUNDABORT"_qs, {u"OFF"_qs}},
+        {u"QUOTED_IDENTIFIER"_qs, {u"ON"_qs}},
+    };
+    // The others (isolation, waiting, size of texts) change no answer.
+    const auto known = customs.constFind(statement.option);
+    return known == customs.cend() || known->contains(statement.value);
+}
+
 void Interpreter::runSetOption(const SetOptionStatement &statement)
 {
     Session &session = m_connection.m_session;
@@ -278,6 +299,8 @@ void Interpreter::runSetOption(const SetOptionStatement &statement)
         else
             session.options.identityInsert.remove(table->name.key());
         m_connection.m_plans.clear(); // an INSERT means something else now
+    } else if (!isCustom(statement)) {
+        throw notSupported(u"SET %1 %2"_qs.arg(statement.option, statement.value));
     }
 }
 

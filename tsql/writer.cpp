@@ -133,6 +133,7 @@ Compiled compileCondition(const Expression &condition, const Catalogue &catalogu
 
 Compiled Writer::statement(const Statement &statement)
 {
+    m_maxRecursion = statement.maxRecursion;
     switch (statement.kind) {
     case StatementKind::Select:
         select(as<SelectStatement>(statement));

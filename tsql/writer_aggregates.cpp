@@ -63,7 +63,7 @@ Operand Writer::aggregate(const Expression &node, const Scope &scope)
     const QString window = node.over ? windowText(*node.over, scope) : QString();
     const QString distinct = node.distinct ? u"DISTINCT "_qs : QString();
     if (node.args[0]->kind == ExpressionKind::Star) {
-        if (node.name != u"COUNT" && node.name != u"COUNT_BIG")
+        if (node.distinct || (node.name != u"COUNT" && node.name != u"COUNT_BIG"))
             throw Error(102, u"Incorrect syntax near '*'."_qs, node.line);
         return made(u"count(*)"_qs + window, {node.name == u"COUNT" ? Kind::Int : Kind::BigInt});
     }

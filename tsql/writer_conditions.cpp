@@ -1,3 +1,4 @@
+#include "tsql/collation.h"
 #include "tsql/error.h"
 #include "tsql/writer_impl.h"
 
@@ -27,6 +28,7 @@ QString Writer::conditionText(const Expression &node, const Scope &scope)
     case ExpressionKind::In:
         return node.query ? inQuery(node, scope) : inList(node, scope);
     case ExpressionKind::Exists:
+        refuseOrder(*node.query);
         return u"EXISTS (%1)"_qs.arg(query(*node.query, &scope).sql);
     case ExpressionKind::Quantified:
         return quantified(node, scope);
@@ -119,6 +121,7 @@ QString Writer::inQuery(const Expression &node, const Scope &scope)
     Operand left = value(*node.args[0], scope);
     // The subquery is written once to learn its type and again, converted, when the types differ.
     const Compiled before = m_out;
+    refuseOrder(*node.query);
     QueryText inner = query(*node.query, &scope);
     if (inner.columns.size() != 1)
         throw Error(
@@ -147,13 +150,27 @@ QString Writer::inQuery(const Expression &node, const Scope &scope)
     return u"(%1 %2IN (%3))"_qs.arg(first, node.negated ? u"NOT "_qs : QString(), inner.sql);
 }
 
+void refuseCollation(const Expression &node, const QString &where)
+{
+    if (node.kind == ExpressionKind::Collate && collationNamed(node.name) != Collation::Plain)
+        throw notSupported(u"%1 with COLLATE %2"_qs.arg(where, node.name), node.line);
+}
+
 QString Writer::like(const Expression &node, const Scope &scope)
 {
     const SqlType wide = SqlType::text(Kind::NVarChar, SqlType::Max);
-    QString list;
-    for (const ExpressionPtr &argument : node.args)
-        list += (list.isEmpty() ? QString() : u", "_qs) + argumentAs(*argument, scope, wide);
-    return u"(%1tsql_like(%2))"_qs.arg(node.negated ? u"NOT "_qs : QString(), list);
+    QStringList list;
+    bool unicode = false;
+    for (const ExpressionPtr &argument : node.args) {
+        refuseCollation(*argument, u"LIKE"_qs);
+        Operand operand = value(*argument, scope);
+        unicode = unicode || operand.type.isUnicode();
+        const bool textual = operand.type.isText() && !operand.pending;
+        list += textual ? operand.sql : convert(operand, {wide, {}, {}, {}});
+    }
+    // Where no side is Unicode, blanks at the end of the value may go unmatched.
+    const QString function = unicode ? u"tsql_like"_qs : u"tsql_like_padded"_qs;
+    return u"(%1%2(%3))"_qs.arg(node.negated ? u"NOT "_qs : QString(), function, list.join(u", "_qs));
 }
 
 QString Writer::between(const Expression &node, const Scope &scope)
@@ -172,6 +189,7 @@ QString Writer::between(const Expression &node, const Scope &scope)
 QString Writer::quantified(const Expression &node, const Scope &scope)
 {
     Operand left = value(*node.args[0], scope);
+    refuseOrder(*node.query);
     const QueryText inner = query(*node.query, &scope);
     if (inner.columns.size() != 1)
         throw Error(

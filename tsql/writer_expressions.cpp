@@ -1,3 +1,4 @@
+#include "tsql/collation.h"
 #include "tsql/error.h"
 #include "tsql/writer_impl.h"
 
@@ -107,9 +108,8 @@ Operand Writer::collate(const Expression &node, const Scope &scope)
     Operand operand = value(*node.args[0], scope);
     if (!operand.type.isText())
         throw Error(447, u"Expression type %1 is invalid for COLLATE clause."_qs.arg(kindName(operand.type.kind)));
-    const QString name = node.name.toUpper();
-    const bool exact = name.contains(u"_CS_") || name.endsWith(u"_BIN") || name.endsWith(u"_BIN2");
-    Operand result = made(u"(%1 COLLATE %2)"_qs.arg(text(operand), exact ? u"BINARY"_qs : u"TSQL_CI"_qs), operand.type);
+    const QLatin1String name(collationName(collationNamed(node.name)));
+    Operand result = made(u"(%1 COLLATE %2)"_qs.arg(text(operand), name), operand.type);
     result.column = true;
     return result;
 }
@@ -323,7 +323,7 @@ Operand Writer::arithmeticOf(QChar op, Operand &left, Operand &right)
     const QString b = convert(right, target);
     Operand result = chained(left, a, b, Chain::Form::Real, op, type);
     if (result.chain->count == 2)
-        result.sql = op == u'/' ? u"real_div(%1, %2)"_qs.arg(a, b) : u"(%1 %2 %3)"_qs.arg(a, op, b);
+        result.sql = op == u'/' ? u"real_div(%1, %2)"_qs.arg(a, b) : u"real_fit(%1 %2 %3)"_qs.arg(a, op, b);
     return result;
 }
 
@@ -334,17 +334,33 @@ Operand Writer::concatenation(Operand &left, Operand &right)
     const bool unlimited = left.type.length == SqlType::Max || right.type.length == SqlType::Max;
     const int length = unlimited ? SqlType::Max : qMin(limit, left.type.length + right.type.length);
     const Kind kind = type.isUnicode() ? Kind::NVarChar : Kind::VarChar;
-    const QString a = text(left);
-    return chained(left, a, text(right), Chain::Form::Text, {}, SqlType::text(kind, length));
+    // Texts joined beyond what their type holds lose their end: once, at the end of the chain.
+    const auto part = [&](Operand &operand) {
+        const QString sql = text(operand);
+        return unlimited || operand.whole.isEmpty() ? sql : operand.whole;
+    };
+    if (unlimited && !left.whole.isEmpty())
+        left.chain.reset(); // what was cut off stays off
+    const QString a = part(left);
+    Operand result = chained(left, a, part(right), Chain::Form::Text, {}, SqlType::text(kind, length));
+    if (!unlimited && left.type.length + right.type.length > limit) {
+        result.whole = result.sql;
+        result.sql = u"text_cut(%1, %2)"_qs.arg(result.whole, QString::number(limit));
+    }
+    return result;
 }
 
 Operand Writer::integerArithmetic(QChar op, Operand &left, Operand &right, const SqlType &common)
 {
-    // Sums of bits are ints; everything else keeps the wider kind.
-    SqlType type{common.kind};
-    const bool bitwise = QStringView(u"&|^").contains(op);
-    if (type.kind == Kind::Bit && !bitwise)
-        type.kind = Kind::Int;
+    const SqlType type{common.kind};
+    if (type.kind == Kind::Bit && !QStringView(u"&|^").contains(op)) {
+        static const QHash<QChar, QString> names = {{u'+', u"add"_qs},
+                                                    {u'-', u"subtract"_qs},
+                                                    {u'*', u"multiply"_qs},
+                                                    {u'/', u"divide"_qs},
+                                                    {u'%', u"modulo"_qs}};
+        throw Error(402, u"The data types bit and bit are incompatible in the %1 operator."_qs.arg(names.value(op)));
+    }
     const Target target{type, {}, {}, {}};
     const QString a = convert(left, target);
     const QString b = convert(right, target);
@@ -466,6 +482,28 @@ Operand Writer::cast(const Expression &node, const Scope &scope)
             u"date_text(%1, %2, %3)"_qs.arg(text(operand), kind, convert(style, {{Kind::Int}, {}, {}, {}}));
         return made(fitted(shown, SqlType::text(Kind::VarChar, 30), {type, {}, {}, {}}), type);
     }
+    QString style;
+    if (node.args.size() > 1) {
+        const bool toDate = operand.type.isText() && type.isDate();
+        const bool styled = operand.type.kind == Kind::Money || operand.type.isReal() || operand.type.isBinary() ||
+                            (operand.type.isText() && type.isBinary());
+        if (styled && !isWhole(*node.args[1], 0))
+            throw notSupported(
+                u"CONVERT of %1 to %2 with a style"_qs.arg(kindName(operand.type.kind), kindName(type.kind)),
+                node.line);
+        if (styled && node.args[1]->literal >= 0 && !m_constants)
+            m_out.needs.push_back({node.args[1]->literal, true});
+        if (toDate)
+            style = u", "_qs + argumentAs(*node.args[1], scope, {Kind::Int});
+    }
+    if (!style.isEmpty()) {
+        const QString kind = kindNumber(type.kind);
+        const QString sql = text(operand);
+        const QString date = u"date_of_text(%1, %2, %3%4)"_qs.arg(sql, kind, kindNumber(operand.type.kind), style);
+        return made(node.tryCast ? u"CASE WHEN can_convert(%1, %2, 0, 0%3) THEN %4 END"_qs.arg(sql, kind, style, date)
+                                 : date,
+                    type);
+    }
     if (node.tryCast) {
         // Conversions raise errors from within; a try asks first whether the text is such a value.
         if (!operand.type.isText() || type.isText())
@@ -481,6 +519,7 @@ Operand Writer::cast(const Expression &node, const Scope &scope)
 
 Operand Writer::scalarSubquery(const Expression &node, const Scope &scope)
 {
+    refuseOrder(*node.query);
     const QueryText inner = query(*node.query, &scope);
     if (inner.columns.size() != 1)
         throw Error(

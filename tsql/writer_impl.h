@@ -31,6 +31,7 @@ struct Operand
     bool column = false;              ///< a column, which brings its collation with it
     bool nullable = true;
     QString table; ///< of a base table's column
+    QString whole; ///< of joined texts: before their end is cut off
 
     bool isNull() const { return type.kind == Kind::Null; }
 };
@@ -104,6 +105,7 @@ struct CorePlan
     QString groupBy;
     QString having;
     QString limit;
+    QString level; ///< of a recursive common table: how many steps the row is away from its beginning
 };
 
 /// A rendered query.
@@ -235,6 +237,7 @@ private:
     // Queries
     QueryText query(const Query &query, const Scope *outer, const std::vector<Target> *targets = nullptr);
     QueryText recursiveText(const CommonTable &table, const Scope &scope);
+    QString levelText(const CommonTable &table, const CorePlan &plan) const;
     QString commonTables(const std::vector<CommonTable> &tables, Scope &scope);
     static bool refersTo(const TableSource &source, const QString &name);
     static bool refersTo(const QueryBody &body, const QString &name);
@@ -334,6 +337,7 @@ private:
     int m_aliases = 0;
     int m_repeated = 0;
     int m_moduleDepth = 0;
+    int m_maxRecursion = Statement::DefaultRecursion;
 };
 
 /// What a query offers under an alias to the one that reads from it.
@@ -350,6 +354,13 @@ bool sameName(QStringView a, QStringView b);
 bool isAggregate(const Expression &node);
 /// The list of names as "a","b".
 QString nameListText(const std::vector<QString> &names);
+/// Refuses an order that nobody would see: of a query inside of another one, without TOP or OFFSET.
+void refuseOrder(const Query &query);
+/// Texts are searched in the database's own collation: any other is refused.
+void refuseCollation(const Expression &node, const QString &where);
+[[noreturn]] void refuseTwice(const QString &column, int line);
+/// Whether a foreign key of another table, but for those that are dropped before, points to the table.
+bool isReferenced(const Table &table, const Catalogue &catalogue, const QSet<QString> &dropped);
 /// The type of a system value, or nothing when there is none of that name.
 std::optional<SqlType> systemType(const QString &name);
 /// How messages and SQL call a kind: its number.

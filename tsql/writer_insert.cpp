@@ -15,6 +15,17 @@ namespace {
 
 } // namespace
 
+void refuseTwice(const QString &column, int line)
+{
+    throw Error(
+        264,
+        u"The column name '%1' is specified more than once in the SET clause or column list of an INSERT. A "
+        "column cannot be assigned more than one value in the same clause. Modify the clause to make sure that a "
+        "column is updated only once. If this statement updates or inserts columns into a view, column aliasing "
+        "can conceal the duplication in your code."_qs.arg(column),
+        line);
+}
+
 std::shared_ptr<const Table> Writer::writableTable(const ObjectName &name, int line) const
 {
     if (std::shared_ptr<const Table> table = m_catalogue.table(name))
@@ -79,11 +90,7 @@ std::vector<const Column *> Writer::insertColumns(const InsertStatement &stateme
                     .arg(table.name.display()),
                 statement.line);
         if (std::find(columns.begin(), columns.end(), &column) != columns.end())
-            throw Error(
-                264,
-                u"The column name '%1' is specified more than once in the SET clause or column list of an INSERT."_qs
-                    .arg(name),
-                statement.line);
+            refuseTwice(name, statement.line);
         columns.push_back(&column);
     }
     return columns;

@@ -19,7 +19,50 @@ QString itemName(const SelectItem &item)
     return item.value->kind == ExpressionKind::Column ? item.value->name : QString();
 }
 
+/// Whether the rows, or something that cannot be foreseen, decide the value.
+bool dependsOnRows(const Expression &node)
+{
+    if (node.kind == ExpressionKind::Column || node.kind == ExpressionKind::Function || node.query)
+        return true;
+    return std::any_of(node.args.begin(), node.args.end(),
+                       [](const ExpressionPtr &argument) { return dependsOnRows(*argument); });
+}
+
+bool mentionsVariable(const Expression &node)
+{
+    return node.kind == ExpressionKind::Variable ||
+           std::any_of(node.args.begin(), node.args.end(),
+                       [](const ExpressionPtr &argument) { return mentionsVariable(*argument); });
+}
+
+/// ORDER BY something that is the same for all rows and is no number of a column.
+void refuseConstantOrder(const Expression &node, bool position, std::size_t index)
+{
+    if (position || dependsOnRows(node))
+        return;
+    if (mentionsVariable(node))
+        throw Error(
+            1008,
+            u"The SELECT item identified by the ORDER BY number %1 contains a variable as part of the expression "
+            "identifying a column position. Variables are only allowed when ordering by an expression "
+            "referencing a column name."_qs.arg(index),
+            node.line);
+    throw Error(408, u"A constant expression was encountered in the ORDER BY list, position %1."_qs.arg(index),
+                node.line);
+}
+
 } // namespace
+
+void refuseOrder(const Query &query)
+{
+    const bool limited = query.offset || query.forXml || (query.body->core && query.body->core->top);
+    if (!query.orderBy.empty() && !limited)
+        throw Error(
+            1033,
+            u"The ORDER BY clause is invalid in views, inline functions, derived tables, subqueries, and common "
+            "table expressions, unless TOP, OFFSET or FOR XML is also specified."_qs,
+            query.line);
+}
 
 /// A query's text. Its columns are called c1, c2 … so that whoever reads from it needs no names.
 QueryText Writer::query(const Query &query, const Scope *outer, const std::vector<Target> *targets)
@@ -113,7 +156,7 @@ CorePlan Writer::planCore(const SelectCore &core, const Scope *outer)
         plan.where = u" WHERE "_qs + conditionText(*core.where, scope);
     QStringList groups;
     for (const ExpressionPtr &item : core.groupBy) {
-        if (item->kind == ExpressionKind::Literal)
+        if (!dependsOnRows(*item))
             throw Error(164,
                         u"Each GROUP BY expression must contain at least one column that is not an outer reference."_qs,
                         item->line);
@@ -236,6 +279,8 @@ QString Writer::coreText(CorePlan &plan, const std::vector<Target> &targets)
     QStringList list;
     for (std::size_t i = 0; i < plan.items.size(); ++i)
         list += itemText(plan.items[i], targets[i]) + u" AS "_qs + outputName(i);
+    if (!plan.level.isEmpty())
+        list += plan.level;
     return u"SELECT "_qs + (plan.core->distinct ? u"DISTINCT "_qs : QString()) + list.join(u", "_qs) + plan.from +
            plan.where + plan.groupBy + plan.having;
 }
@@ -327,6 +372,9 @@ QString Writer::orderText(const Query &query, std::vector<CorePlan> &plans)
 {
     QStringList items;
     for (const OrderItem &item : query.orderBy) {
+        const Expression &node = *item.value;
+        const bool position = node.kind == ExpressionKind::Literal && literalOf(node).kind == LiteralKind::Integer;
+        refuseConstantOrder(node, position, static_cast<std::size_t>(items.size()) + 1);
         const QString text = orderItem(item, plans.front(), plans.size() > 1);
         items += text;
     }

@@ -1,11 +1,29 @@
 #include "tsql/error.h"
 #include "tsql/writer_impl.h"
 
+#include <QRegularExpression>
+
 namespace tsql {
 
 namespace {
 
 constexpr int MaxModuleDepth = 32;
+constexpr char LevelColumn[] = "lvl";
+
+/// The columns of a derived or common table can be told apart.
+void requireNames(const std::vector<ResultColumn> &columns, const QString &owner, int line)
+{
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        if (columns[i].name.isEmpty())
+            throw Error(8155, u"No column name was specified for column %1 of '%2'."_qs.arg(i + 1).arg(owner), line);
+        for (std::size_t j = 0; j < i; ++j) {
+            if (sameName(columns[i].name, columns[j].name))
+                throw Error(8156,
+                            u"The column '%1' was specified multiple times for '%2'."_qs.arg(columns[i].name, owner),
+                            line);
+        }
+    }
+}
 
 } // namespace
 
@@ -183,14 +201,10 @@ QString Writer::tableFunction(const TableSource &source, Scope &scope, const Sco
 
 QString Writer::derived(const TableSource &source, Scope &scope, const Scope *outer)
 {
+    refuseOrder(*source.query);
     QueryText text = query(*source.query, outer);
     renameColumns(text.columns, source.columnAliases, source.alias, source.line);
-    for (std::size_t i = 0; i < text.columns.size(); ++i) {
-        // A column that is never named cannot be asked for; two of one name can, and are refused then.
-        if (text.columns[i].name.isEmpty() && source.query->body->core && text.columns.size() == 1)
-            throw Error(8155, u"No column name was specified for column %1 of '%2'."_qs.arg(i + 1).arg(source.alias),
-                        source.line);
-    }
+    requireNames(text.columns, source.alias, source.line);
     const QString alias = nextAlias();
     addSource(scope, shapeSource(text.columns, alias, source.alias), source.line);
     return u"(%1) AS %2"_qs.arg(text.sql, alias);
@@ -293,9 +307,26 @@ QueryText Writer::recursiveText(const CommonTable &table, const Scope &scope)
     m_out = before;
     Scope inner = scope;
     inner.commons.insert(table.name.toCaseFolded(), {quotedName(table.name.toCaseFolded()), columns});
-    QueryText text = query(*table.query, &inner, &targets);
-    text.columns = columns;
-    return text;
+    std::vector<CorePlan> all;
+    planBody(*table.query->body, &inner, all);
+    outputTargets(all, &targets, table.query->line);
+    for (CorePlan &plan : all)
+        plan.level = u"0"_qs;
+    all.back().level = levelText(table, all.back());
+    std::size_t next = 0;
+    return {bodyText(*table.query->body, all, next, targets), columns};
+}
+
+/// The level of a row that follows from one of the step before; too deep a one is refused.
+QString Writer::levelText(const CommonTable &table, const CorePlan &plan) const
+{
+    const QString common = quotedName(table.name.toCaseFolded()) + u" AS "_qs;
+    const qsizetype at = plan.from.indexOf(common);
+    if (at < 0)
+        throw notSupported(u"a recursive reference to '%1' inside a subquery"_qs.arg(table.name), table.query->line);
+    static const QRegularExpression alias(u"t\\d+"_qs);
+    const QString source = alias.match(plan.from, at + common.size()).captured();
+    return u"next_level(%1.%2, %3)"_qs.arg(source, QLatin1String(LevelColumn), QString::number(m_maxRecursion));
 }
 
 QString Writer::commonTables(const std::vector<CommonTable> &tables, Scope &scope)
@@ -305,7 +336,12 @@ QString Writer::commonTables(const std::vector<CommonTable> &tables, Scope &scop
     QStringList parts;
     bool recursive = false;
     for (const CommonTable &table : tables) {
+        refuseOrder(*table.query);
         const bool self = !table.query->body->core && refersTo(*table.query->body, table.name);
+        if (self && table.query->body->op != SetOperator::UnionAll)
+            throw Error(
+                252, u"Recursive common table expression '%1' does not contain a top-level UNION ALL operator."_qs.arg(
+                         table.name));
         recursive = recursive || self;
         QueryText text = self ? recursiveText(table, scope) : query(*table.query, &scope);
         renameColumns(text.columns, table.columns, table.name, table.query->line);
@@ -313,6 +349,9 @@ QString Writer::commonTables(const std::vector<CommonTable> &tables, Scope &scop
         QStringList columns;
         for (std::size_t i = 0; i < text.columns.size(); ++i)
             columns += u"\"c%1\""_qs.arg(i + 1);
+        if (self)
+            columns += QLatin1String(LevelColumn);
+        requireNames(text.columns, table.name, table.query->line);
         parts += u"%1(%2) AS (%3)"_qs.arg(shape.sqliteName, columns.join(u", "_qs), text.sql);
         scope.commons.insert(table.name.toCaseFolded(), shape);
     }

@@ -7,11 +7,6 @@ namespace tsql {
 
 namespace {
 
-[[noreturn]] void notSupported(const QString &what, int line)
-{
-    throw Error(40517, what + u" is not supported in this version of the database."_qs, line);
-}
-
 /// The sources of FROM that bear the name: as alias, or as the table they stand for.
 void sourcesNamed(const TableSource &source, const ObjectName &target, bool byAlias,
                   std::vector<const TableSource *> &found)
@@ -62,13 +57,13 @@ template <class Change> ChangedRows Writer::changedRows(const Change &statement,
     const CommonTable *common = derived ? nullptr : commonNamed(statement.with, name);
     if (derived || common != nullptr) {
         if (from != nullptr && from->kind == TableSource::Kind::Join)
-            notSupported(u"Changing '%1', which is a query, in a join"_qs.arg(statement.target.name), statement.line);
+            throw notSupported(u"Changing '%1', which is a query, in a join"_qs.arg(statement.target.name), statement.line);
         return derived ? rowsOfQuery(*found->query, found->columnAliases, found->alias, scope)
                        : rowsOfQuery(*common->query, common->columns,
                                      found != nullptr && !found->alias.isEmpty() ? found->alias : common->name, scope);
     }
     if (found != nullptr && found->kind != TableSource::Kind::Named)
-        notSupported(u"Changing rows of '%1'"_qs.arg(statement.target.name), statement.line);
+        throw notSupported(u"Changing rows of '%1'"_qs.arg(statement.target.name), statement.line);
     ChangedRows rows;
     rows.table = writableTable(name, found != nullptr ? found->line : statement.line);
     const QString alias = found != nullptr ? found->alias : QString();
@@ -104,7 +99,7 @@ ChangedRows Writer::rowsOfQuery(const Query &query, const std::vector<QString> &
                        std::none_of(core->items.begin(), core->items.end(),
                                     [](const SelectItem &item) { return hasAggregate(*item.value); });
     if (!plain)
-        notSupported(u"Changing '%1', which is not a plain selection of the rows of one table,"_qs.arg(alias),
+        throw notSupported(u"Changing '%1', which is not a plain selection of the rows of one table,"_qs.arg(alias),
                      query.line);
     ChangedRows rows;
     rows.table = m_catalogue.table(core->from->name);
@@ -166,13 +161,19 @@ QString Writer::assignment(const Assignment &assignment, const ChangedRows &rows
 
 void Writer::update(const UpdateStatement &statement)
 {
+    for (std::size_t i = 0; i < statement.assignments.size(); ++i) {
+        for (std::size_t j = 0; j < i; ++j) {
+            if (sameName(statement.assignments[i].column, statement.assignments[j].column))
+                refuseTwice(statement.assignments[i].column, statement.line);
+        }
+    }
     Scope scope;
     const QString with = commonTables(statement.with, scope);
     const Compiled before = m_out;
     ChangedRows rows = changedRows(statement, scope);
     const Table &table = *rows.table;
     if (statement.top && statement.from && statement.from->kind == TableSource::Kind::Join)
-        notSupported(u"UPDATE TOP … FROM"_qs, statement.line);
+        throw notSupported(u"UPDATE TOP … FROM"_qs, statement.line);
     QString sql = rows.from.isEmpty() ? updateInPlace(statement, rows, scope) : updateFound(statement, rows, scope);
     if (rows.from.isEmpty() && looksAtChanges(table)) {
         m_out = before;
@@ -257,7 +258,7 @@ void Writer::remove(const DeleteStatement &statement)
     const QString with = commonTables(statement.with, scope);
     const ChangedRows rows = changedRows(statement, scope);
     if (statement.top && statement.from && statement.from->kind == TableSource::Kind::Join)
-        notSupported(u"DELETE TOP … FROM"_qs, statement.line);
+        throw notSupported(u"DELETE TOP … FROM"_qs, statement.line);
     QString where = statement.where ? u" WHERE "_qs + conditionText(*statement.where, scope) : QString();
     const QString limit = statement.top ? limitText(*statement.top, scope) : QString();
     if (!rows.from.isEmpty())
@@ -272,6 +273,11 @@ void Writer::remove(const DeleteStatement &statement)
 void Writer::truncate(const TruncateStatement &statement)
 {
     const std::shared_ptr<const Table> table = writableTable(statement.table, statement.line);
+    if (isReferenced(*table, m_catalogue, {}))
+        throw Error(4712,
+                    u"Cannot truncate table '%1' because it is being referenced by a FOREIGN KEY constraint."_qs.arg(
+                        statement.table.display()),
+                    statement.line);
     m_out.sql = u"DELETE FROM %1"_qs.arg(table->sqliteName);
     m_out.writes = true;
     m_out.countsRows = false;

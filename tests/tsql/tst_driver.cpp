@@ -13,6 +13,8 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <sqlite3.h>
+
 #include <thread>
 
 class TestDriver : public QObject
@@ -33,6 +35,7 @@ private Q_SLOTS:
     void writersWaitForEachOther();
     void temporaryTablesEndWithTheirConnection();
     void definitionsOfOthers();
+    void aFileOfAnotherOrder();
     void aFileThatWentAway();
     void refusals();
 
@@ -329,6 +332,41 @@ void TestDriver::definitionsOfOthers()
     QCOMPARE(again.primaryIndex(u"Goods"_qs).fieldName(0), u"Code"_qs);
     again = QSqlDatabase();
     disconnect(u"again"_qs);
+}
+
+/** A file whose indexes were built when texts compared otherwise: by their bytes, say. */
+void TestDriver::aFileOfAnotherOrder()
+{
+    exec(m_main, u"CREATE UNIQUE INDEX names ON Goods(Name) "
+                 "INSERT Goods(Name) VALUES (N'گز'), (N'یخ'), (N'پنیر'), (N'هل'), (N'ویفر'), (N'آرد'), (N'تره')"_qs);
+    const auto rebuild = [this](const char *more) {
+        m_main.close();
+        sqlite3 *raw = nullptr;
+        sqlite3_open(m_file.toUtf8().constData(), &raw);
+        sqlite3_create_collation(raw, "TSQL_CI", SQLITE_UTF8, nullptr,
+                                 [](void *, int n, const void *a, int m, const void *b) {
+                                     const int order = memcmp(a, b, size_t(std::min(n, m)));
+                                     return order != 0 ? order : n - m;
+                                 });
+        const auto sql = QByteArray("REINDEX; PRAGMA application_id = 0;") + more;
+        QCOMPARE(sqlite3_exec(raw, sql.constData(), nullptr, nullptr, nullptr), SQLITE_OK);
+        sqlite3_close(raw);
+    };
+    rebuild("");
+    QVERIFY(m_main.open());
+    QCOMPARE(scalar(m_main,
+                    u"SELECT COUNT(*) FROM Goods g WHERE g.Name = (SELECT i.Name FROM Goods i WHERE i.Code = g.Code)"
+                    " AND g.Name > N'ب'"_qs),
+             QVariant(6));
+    exec(m_main, u"INSERT Goods(Name) VALUES (N'چای')"_qs);
+    QCOMPARE(scalar(m_main, u"SELECT COUNT(*) FROM Goods WHERE Name BETWEEN N'پنیر' AND N'چای'"_qs), QVariant(3));
+    // What cannot be put in order is told by name and left as it is.
+    rebuild("INSERT INTO Goods(Name) VALUES ('ارد')");
+    QVERIFY(!m_main.open());
+    QCOMPARE(m_main.lastError().nativeErrorCode(), u"1505"_qs);
+    QVERIFY(m_main.lastError().databaseText().contains(u"Goods.Name"_qs));
+    rebuild("DELETE FROM Goods WHERE Name = 'ارد'");
+    QVERIFY(m_main.open());
 }
 
 void TestDriver::aFileThatWentAway()
