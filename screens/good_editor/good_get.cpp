@@ -256,7 +256,6 @@ void TGood_Get_FRM::Write()
 
 void TGood_Get_FRM::AfterWrite()
 {
-    data_.CostLevel_DeleteTemp(Key().toInt());
     m_host.messages.MSGCompeletedSuccessfully(QStringLiteral("ذخيره سازي کالا"));
     if (replacedCode_ != 0)
         m_host.messages.ShowMessage(

@@ -5,7 +5,6 @@
 
 #include <QtTest/QtTest>
 
-
 namespace test {
 namespace {
 

@@ -1,9 +1,9 @@
 #include "tests/support/test_main.h"
 
-#include <QtTest/QtTest>
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QPointer>
 #include <QtCore/QTimer>
+#include <QtTest/QtTest>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QDialog>
 #include <QtWidgets/QMessageBox>
