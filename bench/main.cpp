@@ -1,9 +1,11 @@
 // Measures what users wait for, on a shop of 100,000 goods, beside SQLite's C API doing the same work on the same file.
-// With the argument "engine": the database alone.
+// See --help.
 
 #include "bench/engine.h"
 #include "bench/floor.h"
+#include "bench/options.h"
 #include "bench/report.h"
+#include "bench/round_trips.h"
 #include "bench/shop.h"
 
 #include "host/controls/grid.h"
@@ -25,7 +27,6 @@ using bench::Shop;
 
 namespace {
 
-constexpr int Goods = 100000;
 constexpr int Batch = 1000;
 
 /// The columns that the list's procedure gives, as SQLite has them.
@@ -47,10 +48,10 @@ const QString ListStatement = QStringLiteral(
 
 void load(Report &report, Shop &shop, const Floor &scratch)
 {
-    const int added = Goods - shop.goods();
+    const int added = shop.size() - shop.goods();
     const quint64 before = host::StatementsSent();
     bench::Line line{QStringLiteral("load %1 goods").arg(added), 0, {}, 60000, 0};
-    line.milliseconds = bench::timed([&] { shop.grow(Goods, Batch); });
+    line.milliseconds = bench::timed([&] { shop.grow(Batch); });
     line.statements = static_cast<double>(host::StatementsSent() - before);
     line.floor = bench::timed([&] { scratch.insertGoods(added, Batch); });
     report.add(line);
@@ -156,7 +157,7 @@ void useList(Report &report, Shop &shop, const Floor &floor)
 
     auto *grid = list.findChild<QTableView *>(QStringLiteral("GoodListDB_GRD"));
     double longest = 0;
-    while (grid->model()->rowCount() < Goods) {
+    while (grid->model()->rowCount() < shop.size()) {
         const int rows = grid->model()->rowCount();
         longest = std::max(longest, bench::timed([] { QCoreApplication::processEvents(); }));
         if (grid->model()->rowCount() == rows)
@@ -196,7 +197,7 @@ void useList(Report &report, Shop &shop, const Floor &floor)
 
 void lookUp(Report &report, Shop &shop, const Floor &floor)
 {
-    const QString barcode = Shop::barcode(Goods - 5);
+    const QString barcode = Shop::barcode(shop.size() - 5);
     const QByteArray select = "SELECT Code FROM GoodInf WHERE AbbName LIKE '%!" + barcode.toUtf8() + "!%'";
     TGood_DM &data = shop.data();
     report.measure(
@@ -215,7 +216,7 @@ void lookUp(Report &report, Shop &shop, const Floor &floor)
 
 void useEditor(Report &report, Shop &shop)
 {
-    const int code = shop.data().CheckBarcodeCode(Shop::barcode(Goods - 5));
+    const int code = shop.data().CheckBarcodeCode(Shop::barcode(shop.size() - 5));
     const QString good = QString::number(code);
     const QSqlDatabase &main = shop.host().DM.ADOConnection1;
     QStringList prices;
@@ -248,7 +249,7 @@ void useEditor(Report &report, Shop &shop)
 void edit(Report &report, Shop &shop, const Floor &scratch)
 {
     TGood_DM &data = shop.data();
-    int number = Goods;
+    int number = shop.size();
     report.measure(
         QStringLiteral("save a new good with prices and opening stock"), 9, {},
         [&] {
@@ -272,9 +273,15 @@ void edit(Report &report, Shop &shop, const Floor &scratch)
     useEditor(report, shop);
 }
 
-void measureShop(Report &report)
+/// A good that was added, not one of the demo shop's.
+int someGood(Shop &shop)
 {
-    Shop shop;
+    return shop.data().CheckBarcodeCode(Shop::barcode(shop.size() - 5));
+}
+
+std::vector<bench::RoundTrips> measureShop(Report &report, int goods)
+{
+    Shop shop(goods);
     const QTemporaryDir folder;
     const Floor scratch(folder.filePath(QStringLiteral("floor.db")));
     load(report, shop, scratch);
@@ -283,6 +290,7 @@ void measureShop(Report &report)
     lookUp(report, shop, floor);
     useList(report, shop, floor);
     edit(report, shop, scratch);
+    return bench::watchRoundTrips(shop, someGood(shop));
 }
 
 } // namespace
@@ -292,6 +300,17 @@ int main(int argc, char *argv[])
     if (qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
         qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" GOODS_SCREEN);
     QApplication application(argc, argv);
+    bench::Options options;
+    try {
+        options = bench::readOptions(application.arguments());
+    } catch (const std::invalid_argument &error) {
+        std::fprintf(stderr, "%s\n", error.what());
+        return 2;
+    }
+    if (options.help) {
+        std::fputs(qPrintable(bench::helpText()), stdout);
+        return 0;
+    }
     application.setLayoutDirection(Qt::RightToLeft);
     // Nobody is there to answer a message: it says what went wrong, and ends the run.
     QTimer watch;
@@ -303,12 +322,14 @@ int main(int argc, char *argv[])
     });
     watch.start(1000);
     try {
-        Report report;
-        if (!application.arguments().contains(QStringLiteral("engine")))
-            measureShop(report);
+        Report report(options.goods <= bench::Options::UsualGoods);
+        std::vector<bench::RoundTrips> trips;
+        if (!options.engineOnly)
+            trips = measureShop(report, options.goods);
         bench::measureEngine(report);
         report.print();
-        return report.withinLimits() ? 0 : 1;
+        const bool few = trips.empty() || bench::printRoundTrips(trips, options.statements);
+        return report.withinLimits() && few ? 0 : 1;
     } catch (const std::exception &error) {
         std::fprintf(stderr, "%s\n", error.what());
         return 2;

@@ -6,7 +6,7 @@
 
 namespace bench {
 
-Shop::Shop()
+Shop::Shop(int size) : m_size(size)
 {
     m_options.databaseFile = m_folder.filePath(QStringLiteral("goods.db"));
     desk::CreateDatabase(m_options.databaseFile, true);
@@ -49,15 +49,19 @@ TGoodInfoRec Shop::good(int code, int number)
     return good;
 }
 
-void Shop::grow(int total, int batch)
+void Shop::grow(int batch)
 {
+    QSet<int> taken;
+    for (host::Query codes(host().DM.ADOConnection1, QStringLiteral("SELECT Code FROM GoodInf")); !codes.Eof();
+         codes.Next())
+        taken << codes.Int(0);
     int code = 0;
-    for (int number = goods(); number < total;) {
+    for (int number = goods(); number < m_size;) {
         host::Transaction transaction(host().DM.ADOConnection1);
-        for (int i = 0; i < batch && number < total; ++i, ++number) {
+        for (int i = 0; i < batch && number < m_size; ++i, ++number) {
             do
                 ++code;
-            while (code > 110000 && !m_data->Good_IsNewRecordMode(code));
+            while (taken.contains(code));
             m_data->Good_Insert(good(code, number));
         }
         transaction.Commit();

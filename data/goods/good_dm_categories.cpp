@@ -112,7 +112,7 @@ void TGood_DM::TempToGoodCat(int goodCode)
             categories.append(Temp_QRY.Int(0));
         }
     }
-    host::Exec(main_, u"delete Kala_category where tmp<0 and Kala_code="_s + good);
+    host::Run(main_, u"delete Kala_category where tmp<0 and Kala_code="_s + good);
     for (const int category : categories) {
         InsertUpdateToKalaCategory(goodCode, category, 2);
     }
@@ -121,11 +121,11 @@ void TGood_DM::TempToGoodCat(int goodCode)
 
 void TGood_DM::DeleteTmpCategory()
 {
-    host::Exec(main_, u"delete kala_category where tmp > 0"_s);
+    host::Run(main_, u"delete kala_category where tmp > 0"_s);
     attached_.clear();
 }
 
 void TGood_DM::undodelete_category(int goodCode)
 {
-    host::Exec(main_, u"Update Kala_category set tmp=0 where tmp<0 and Kala_code="_s + QString::number(goodCode));
+    host::Run(main_, u"Update Kala_category set tmp=0 where tmp<0 and Kala_code="_s + QString::number(goodCode));
 }

@@ -76,12 +76,12 @@ void TGood_DM::Good_ChangeCode(int newCode, int oldCode)
     const QString to = QString::number(newCode);
     const QString from = QString::number(oldCode);
     host::Transaction transaction(main_);
-    host::Exec(main_, u"Update tmpCostList set TypeCode="_s + to + u" where Type=3 and TypeCode="_s + from);
+    host::Run(main_, u"Update tmpCostList set TypeCode="_s + to + u" where Type=3 and TypeCode="_s + from);
     GoodFirstAsset_UpdateAllGoodCodes(newCode, oldCode);
-    host::Exec(main_, u"Update Kala_category set kala_code="_s + to + u" where tmp>0 and kala_code="_s + from);
-    host::Exec(main_, u"Update PhotoGallery set Id_pic="_s + to + u" where tmp>0 and GRPCode=102 and Id_pic="_s + from);
-    host::Exec(main_, u"IF OBJECT_ID('tempdb..#GoodDetails') IS NOT NULL UPDATE #GoodDetails SET GoodCode = "_s + to +
-                          u" WHERE GoodCode = "_s + from);
+    host::Run(main_, u"Update Kala_category set kala_code="_s + to + u" where tmp>0 and kala_code="_s + from);
+    host::Run(main_, u"Update PhotoGallery set Id_pic="_s + to + u" where tmp>0 and GRPCode=102 and Id_pic="_s + from);
+    host::Run(main_, u"IF OBJECT_ID('tempdb..#GoodDetails') IS NOT NULL UPDATE #GoodDetails SET GoodCode = "_s + to +
+                         u" WHERE GoodCode = "_s + from);
     transaction.Commit();
     for (auto &[good, category] : attached_) {
         good = good == oldCode ? newCode : good;

@@ -56,15 +56,15 @@ void TGood_DM::CostLevel_Prepare(int goodCode, int kind)
     }
     host::Transaction transaction(main_);
     CostLevel_DeleteTemp(goodCode);
-    host::Exec(main_, u" declare @GoodCode int  select @GoodCode = "_s + QString::number(goodCode) +
-                          u" INSERT INTO tmpCostlist(type,status,typecode,costlevelcode,cost,[default]) "_s +
-                          rows.join(" union all "_L1));
+    host::Run(main_, u" declare @GoodCode int  select @GoodCode = "_s + QString::number(goodCode) +
+                         u" INSERT INTO tmpCostlist(type,status,typecode,costlevelcode,cost,[default]) "_s +
+                         rows.join(" union all "_L1));
     transaction.Commit();
 }
 
 void TGood_DM::CostLevel_DeleteTemp(int goodCode)
 {
-    host::Exec(main_, u"delete from tmpCostList where Type=3 and TypeCode="_s + QString::number(goodCode));
+    host::Run(main_, u"delete from tmpCostList where Type=3 and TypeCode="_s + QString::number(goodCode));
 }
 
 void TGood_DM::CostLevel_Sell_GetAll(int goodCode)
@@ -125,10 +125,10 @@ void TGood_DM::SetDefaultCostLevel(int goodCode, int level, Side side)
     const QString good = QString::number(goodCode);
     const QString status = QString::number(side);
     host::Transaction transaction(main_);
-    host::Exec(main_, u"Update tmpCostList set [Default]=0 where Status="_s + status +
-                          u" and Type=3 and [Default]=1 and TypeCode="_s + good);
-    host::Exec(main_, u"Update tmpCostList set [Default]=1 where Status="_s + status + u" and Type=3 and TypeCode="_s +
-                          good + u" and CostLevelCode="_s + QString::number(level));
+    host::Run(main_, u"Update tmpCostList set [Default]=0 where Status="_s + status +
+                         u" and Type=3 and [Default]=1 and TypeCode="_s + good);
+    host::Run(main_, u"Update tmpCostList set [Default]=1 where Status="_s + status + u" and Type=3 and TypeCode="_s +
+                         good + u" and CostLevelCode="_s + QString::number(level));
     transaction.Commit();
 }
 
@@ -245,8 +245,8 @@ void TGood_DM::SaveCostLevels(int goodCode, Side side)
         assignments += u"CostLevel_"_s + name + u'_' + number + u"=ISNULL((select max(Cost)"_s + working +
                        u" and CostLevelCode="_s + number + u"),0),"_s;
     }
-    host::Exec(main_, u"Update GoodCostDiscount set "_s + assignments + u"Default_CostLevel_"_s + name +
-                          u"_Number=ISNULL((select max(CostLevelCode)"_s + working +
-                          u" and [Default]=1),0) where GoodCode="_s + QString::number(goodCode) +
-                          u" and exists (select 1"_s + working + u')');
+    host::Run(main_, u"Update GoodCostDiscount set "_s + assignments + u"Default_CostLevel_"_s + name +
+                         u"_Number=ISNULL((select max(CostLevelCode)"_s + working +
+                         u" and [Default]=1),0) where GoodCode="_s + QString::number(goodCode) +
+                         u" and exists (select 1"_s + working + u')');
 }

@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 
 void TGood_DM::FirstAsset_DeleteTemp(int goodCode)
 {
-    host::Exec(main_, u"Delete from GoodFirstAsset where tmp=1 and GoodCode="_s + QString::number(goodCode));
+    host::Run(main_, u"Delete from GoodFirstAsset where tmp=1 and GoodCode="_s + QString::number(goodCode));
 }
 
 bool TGood_DM::FirstAsset_IsSaved(int goodCode)
@@ -22,10 +22,10 @@ void TGood_DM::FirstAsset_FillTemp(int goodCode)
 {
     host::Transaction transaction(main_);
     FirstAsset_DeleteTemp(goodCode);
-    host::Exec(main_,
-               u"Insert GoodFirstAsset(GoodCode,StoreCode,tmp,Amount1,Amount2,Comment,Radif) Select "
-               "GoodCode,StoreCode,1,Amount1,Amount2,Comment,Radif from GoodFirstAsset where tmp=0 and GoodCode="_s +
-                   QString::number(goodCode));
+    host::Run(main_,
+              u"Insert GoodFirstAsset(GoodCode,StoreCode,tmp,Amount1,Amount2,Comment,Radif) Select "
+              "GoodCode,StoreCode,1,Amount1,Amount2,Comment,Radif from GoodFirstAsset where tmp=0 and GoodCode="_s +
+                  QString::number(goodCode));
     transaction.Commit();
 }
 
@@ -63,10 +63,10 @@ void TGood_DM::FirstAsset_MultiStore(int goodCode, const QString &store, host::Q
 
 void TGood_DM::GoodFirstAsset(int goodCode, const QString &store, const QString &amount1, const QString &amount2)
 {
-    host::Exec(main_, u"Insert GoodFirstAsset(GoodCode,StoreCode,Amount1,Amount2,tmp,Radif)  Values("_s +
-                          QString::number(goodCode) + u","_s + host::CodeText(store) + u","_s +
-                          host::DecimalLiteral(QStringView(amount1)) + u","_s +
-                          host::DecimalLiteral(QStringView(amount2)) + u",1,1)"_s);
+    host::Run(main_, u"Insert GoodFirstAsset(GoodCode,StoreCode,Amount1,Amount2,tmp,Radif)  Values("_s +
+                         QString::number(goodCode) + u","_s + host::CodeText(store) + u","_s +
+                         host::DecimalLiteral(QStringView(amount1)) + u","_s +
+                         host::DecimalLiteral(QStringView(amount2)) + u",1,1)"_s);
 }
 
 void TGood_DM::GoodFirstAsset_GetAmount(int goodCode, host::Quantity &amount1, host::Quantity &amount2)
@@ -81,8 +81,8 @@ void TGood_DM::GoodFirstAsset_GetAmount(int goodCode, host::Quantity &amount1, h
 
 void TGood_DM::GoodFirstAsset_UpdateAllGoodCodes(int newCode, int oldCode)
 {
-    host::Exec(main_, u"Update GoodFirstAsset set GoodCode="_s + QString::number(newCode) +
-                          u" where tmp=1 and GoodCode="_s + QString::number(oldCode));
+    host::Run(main_, u"Update GoodFirstAsset set GoodCode="_s + QString::number(newCode) +
+                         u" where tmp=1 and GoodCode="_s + QString::number(oldCode));
 }
 
 void TGood_DM::GoodFirstAsset_GetAll(int goodCode, int unit1, int unit2, host::Quantity formula)
@@ -180,8 +180,8 @@ void TGood_DM::GoodFirstAsset_SaveTemp(int goodCode, host::Quantity amount1, hos
         host::QuantityToText(sum2) != host::QuantityToText(amount2)) {
         throw host::DatabaseError(u"موجودی اول دوره این کالا در جای دیگری تغییر کرده است؛ کالا را دوباره باز کنید."_s);
     }
-    host::Exec(main_, u"Delete from GoodFirstAsset where tmp=0 and GoodCode="_s + good);
-    host::Exec(main_, u"Update GoodFirstAsset set tmp=0 where tmp=1 and GoodCode="_s + good);
+    host::Run(main_, u"Delete from GoodFirstAsset where tmp=0 and GoodCode="_s + good);
+    host::Run(main_, u"Update GoodFirstAsset set tmp=0 where tmp=1 and GoodCode="_s + good);
     transaction.Commit();
 }
 

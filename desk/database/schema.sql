@@ -211,6 +211,7 @@ CREATE INDEX IX_GoodInf_AbbName ON GoodInf (AbbName, Code)
 CREATE INDEX IX_GoodInf_Name ON GoodInf (Name, Code)
 CREATE INDEX IX_GoodInf_kala_index ON GoodInf (kala_index, Code)
 CREATE INDEX IX_GoodInf_SMSCode ON GoodInf (SMSCode, Code)
+CREATE INDEX IX_GoodInf_DetailUniqueCode ON GoodInf (DetailUniqueCode, Code)
 
 -- One row per good, written before the good itself.
 CREATE TABLE GoodCostDiscount (

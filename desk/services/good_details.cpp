@@ -32,16 +32,16 @@ bool GoodDetails::ExistsGoodDetailInsertedForOperation(int goodCode, host::TOper
 void GoodDetails::EnterGoodDetailSave(int goodCode, host::TOperationType operation)
 {
     const QString where = Where(goodCode, operation);
-    if (!host::Exists(connection_, u"SELECT ID FROM GoodDetailKardexEnter_Temp"_qs + where))
-        return;
     const QString columns =
         u"DetailValueID, StoreCode, GoodCode, Amount1, Amount2, TotalAmount, [Length], Width, Amount3, "
         "OperationType, OperationCode, OperationRow, ForeignOperationCode"_qs;
     host::Transaction transaction(connection_);
-    host::Exec(connection_, u"DELETE FROM GoodDetailKardex"_qs + where);
-    host::Exec(connection_, u"INSERT INTO GoodDetailKardex ("_qs + columns + u") SELECT "_qs + columns +
-                                u" FROM GoodDetailKardexEnter_Temp"_qs + where);
-    host::Exec(connection_, u"DELETE FROM GoodDetailKardexEnter_Temp"_qs + where);
+    // Where nothing was entered the ledger stays as it is.
+    host::Run(connection_, u"DELETE FROM GoodDetailKardex"_qs + where +
+                               u" AND EXISTS (SELECT 1 FROM GoodDetailKardexEnter_Temp"_qs + where + u')');
+    host::Run(connection_, u"INSERT INTO GoodDetailKardex ("_qs + columns + u") SELECT "_qs + columns +
+                               u" FROM GoodDetailKardexEnter_Temp"_qs + where);
+    host::Run(connection_, u"DELETE FROM GoodDetailKardexEnter_Temp"_qs + where);
     transaction.Commit();
 }
 

@@ -27,7 +27,7 @@ class CategoryTree : public host::CategoryService
 {
 public:
     explicit CategoryTree(const QSqlDatabase &connection) : connection_(connection) {}
-    QList<host::Category> Branches(int parent) override;
+    QList<host::Category> Tree() override;
     QList<host::Category> Path(int code) override;
 
 private:

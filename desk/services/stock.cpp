@@ -9,8 +9,8 @@ namespace desk {
 
 namespace {
 
-using host::Exec;
 using host::Quantity;
+using host::Run;
 
 QString Shown(Quantity quantity)
 {
@@ -73,28 +73,27 @@ void Stock::SaveStorageAutoOperation(host::TSoftwarePart part, int code)
     DeleteStorageAutoOperation(part, code);
     const QString good = QString::number(code);
     const QString rows = u" FROM GoodFirstAsset WHERE tmp = 0 AND GoodCode = "_qs + good;
-    if (host::Exists(connection_, u"SELECT ID"_qs + rows)) {
-        Exec(connection_, u"INSERT INTO StorageAutoOperation (OperationType, OperationCode, [Date], UserCode) "
-                          "SELECT %1, %2, (SELECT TOP 1 [Date] FROM inf_co), %3"_qs.arg(OpeningOperation)
-                              .arg(code)
-                              .arg(settings_.UserInfo().Code));
-        Exec(connection_,
-             u"INSERT INTO StorageAutoOperationDetail (OperationID, OperationRow, GoodCode, StoreCode, Amount1, "
-             u"Amount2) "
-             "SELECT (SELECT ID FROM StorageAutoOperation WHERE OperationType = %1 AND OperationCode = %2), Radif, "
-             "GoodCode, StoreCode, Amount1, Amount2"_qs.arg(OpeningOperation)
-                     .arg(code) +
-                 rows);
-    }
-    Exec(connection_, u"Exec UpdateMogodiKala @GoodCode = "_qs + good);
+    Run(connection_,
+        u"INSERT INTO StorageAutoOperation (OperationType, OperationCode, [Date], UserCode) "
+        "SELECT %1, %2, (SELECT TOP 1 [Date] FROM inf_co), %3 WHERE EXISTS (SELECT ID"_qs.arg(OpeningOperation)
+                .arg(code)
+                .arg(settings_.UserInfo().Code) +
+            rows + u')');
+    Run(connection_,
+        u"INSERT INTO StorageAutoOperationDetail (OperationID, OperationRow, GoodCode, StoreCode, Amount1, Amount2) "
+        "SELECT (SELECT ID FROM StorageAutoOperation WHERE OperationType = %1 AND OperationCode = %2), Radif, "
+        "GoodCode, StoreCode, Amount1, Amount2"_qs.arg(OpeningOperation)
+                .arg(code) +
+            rows);
+    Run(connection_, u"Exec UpdateMogodiKala @GoodCode = "_qs + good);
     transaction.Commit();
 }
 
 void Stock::DeleteStorageAutoOperation(host::TSoftwarePart, int code)
 {
-    Exec(connection_,
-         u"DELETE FROM StorageAutoOperation WHERE OperationType = %1 AND OperationCode = %2"_qs.arg(OpeningOperation)
-             .arg(code));
+    Run(connection_,
+        u"DELETE FROM StorageAutoOperation WHERE OperationType = %1 AND OperationCode = %2"_qs.arg(OpeningOperation)
+            .arg(code));
 }
 
 } // namespace desk

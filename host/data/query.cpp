@@ -17,6 +17,12 @@ std::atomic<quint64> &Counter()
     return counter;
 }
 
+std::function<void(const QString &)> &Watch()
+{
+    static std::function<void(const QString &)> watch;
+    return watch;
+}
+
 } // namespace
 
 quint64 StatementsSent()
@@ -24,8 +30,14 @@ quint64 StatementsSent()
     return Counter().load();
 }
 
-void Send(QSqlQuery &query, const QSqlDatabase &connection, const QString &text)
+void WatchStatements(std::function<void(const QString &text)> watch)
 {
+    Watch() = std::move(watch);
+}
+
+void Send(QSqlQuery &query, const QSqlDatabase &connection, const QString &statement)
+{
+    const QString text = WithWaiting(connection, statement);
     if (!connection.isOpen()) {
         throw DatabaseError(
             QSqlError(QStringLiteral("ارتباط با بانک اطلاعاتی برقرار نیست."), {}, QSqlError::ConnectionError), text);
@@ -33,6 +45,9 @@ void Send(QSqlQuery &query, const QSqlDatabase &connection, const QString &text)
     query.setForwardOnly(true);
     query.setNumericalPrecisionPolicy(QSql::HighPrecision);
     ++Counter();
+    if (Watch()) {
+        Watch()(text);
+    }
     if (!query.exec(text)) {
         throw DatabaseError(query.lastError(), text);
     }

@@ -1,6 +1,8 @@
 #include "host/data/transaction.h"
 
 #include "host/data/database_error.h"
+#include "host/data/query.h"
+#include "host/data/statement.h"
 
 #include <QHash>
 #include <QSqlDriver>
@@ -14,6 +16,7 @@ struct Open
 {
     int depth = 0;
     bool spoiled = false;
+    QStringList waiting; ///< what Run() was given and nobody has sent yet
 };
 
 /// Open transactions by driver: copies of a QSqlDatabase share it. By thread, as connections are.
@@ -30,6 +33,7 @@ Transaction::Transaction(const QSqlDatabase &connection) : connection_(connectio
     Open &open = OpenTransactions()[connection_.driver()];
     if (open.depth == 0) {
         open.spoiled = false;
+        open.waiting.clear();
         if (!connection_.transaction()) {
             OpenTransactions().remove(connection_.driver());
             throw DatabaseError(connection_.lastError(), QStringLiteral("BEGIN TRANSACTION"));
@@ -57,6 +61,9 @@ void Transaction::Commit()
         Rollback();
         throw DatabaseError(QStringLiteral("تراکنش به دلیل خطای یک مرحله برگردانده شد."));
     }
+    if (!open.waiting.isEmpty()) {
+        Exec(connection_, open.waiting.takeLast()); // and with it those before it
+    }
     if (!connection_.commit()) {
         const DatabaseError error(connection_.lastError(), QStringLiteral("COMMIT"));
         Rollback();
@@ -80,6 +87,24 @@ void Transaction::Rollback()
     OpenTransactions().remove(connection_.driver());
     // A connection that is gone has rolled back already; a failing rollback leaves nothing to do.
     connection_.rollback();
+}
+
+void Run(const QSqlDatabase &connection, const QString &text)
+{
+    if (Transaction::IsActive(connection)) {
+        OpenTransactions()[connection.driver()].waiting += text;
+    } else {
+        Exec(connection, text);
+    }
+}
+
+QString WithWaiting(const QSqlDatabase &connection, const QString &text)
+{
+    const auto open = OpenTransactions().find(connection.driver());
+    if (open == OpenTransactions().end() || open->waiting.isEmpty()) {
+        return text;
+    }
+    return (std::exchange(open->waiting, {}) << text).join(u'\n');
 }
 
 bool Transaction::IsActive(const QSqlDatabase &connection)

@@ -34,4 +34,9 @@ private:
     bool open_ = true;
 };
 
+/// Runs a statement whose result nobody wants. Inside a transaction it waits and goes to the database in one text with
+/// the next statement that is asked for a result, or before the commit: over a network each text costs a way there and
+/// back. Its error comes then, and the transaction is lost by it as by any other. Throws DatabaseError.
+HOST_EXPORT void Run(const QSqlDatabase &connection, const QString &text);
+
 } // namespace host

@@ -11,14 +11,17 @@ namespace {
 constexpr int TakenOff = 2;
 constexpr int Attached = 1;
 
+/// The nodes of the tree by their parent.
+using Branches = QHash<int, QList<host::Category>>;
+
 /// The ends of the branches below `parent`, with the way to them as text: goods stand in those only.
-void AddLeaves(host::CategoryService &categories, int parent, const QString &way, QComboBox *choices)
+void AddLeaves(const Branches &branches, int parent, const QString &way, QComboBox *choices)
 {
-    for (const host::Category &branch : categories.Branches(parent)) {
+    for (const host::Category &branch : branches.value(parent)) {
         const QString name = way.isEmpty() ? branch.Name : way + QStringLiteral(" / ") + branch.Name;
-        const int before = choices->count();
-        AddLeaves(categories, branch.Code, name, choices);
-        if (choices->count() == before)
+        if (branches.contains(branch.Code))
+            AddLeaves(branches, branch.Code, name, choices);
+        else
             choices->addItem(name, branch.Code);
     }
 }
@@ -70,8 +73,11 @@ void CategoryPage::MoveTo(int goodCode)
 
 void CategoryPage::FillChoices()
 {
+    Branches branches;
+    for (const host::Category &node : host_.categories.Tree())
+        branches[node.Parent] << node;
     ui_->Category_frame1->clear();
-    AddLeaves(host_.categories, 0, QString(), ui_->Category_frame1);
+    AddLeaves(branches, 0, QString(), ui_->Category_frame1);
     ui_->Category_frame1->setCurrentIndex(-1);
 }
 

@@ -1,5 +1,6 @@
 #include "screens/good_editor/good_get.h"
 
+#include "host/data/transaction.h"
 #include "screens/good_editor/barcode_edit.h"
 #include "screens/good_editor/barcode_fields.h"
 #include "screens/good_editor/category_page.h"
@@ -255,7 +256,6 @@ void TGood_Get_FRM::Write()
 
 void TGood_Get_FRM::AfterWrite()
 {
-    data_.CostLevel_DeleteTemp(Key().toInt());
     m_host.messages.MSGCompeletedSuccessfully(QStringLiteral("ذخيره سازي کالا"));
     if (replacedCode_ != 0)
         m_host.messages.ShowMessage(
@@ -304,10 +304,12 @@ void TGood_Get_FRM::FormClose()
 void TGood_Get_FRM::DiscardWorkingRows()
 {
     const int code = WorkingCode();
+    host::Transaction transaction(data_.Connection());
     data_.FirstAsset_DeleteTemp(code);
     data_.undodelete_category(code);
     data_.DeleteTmpCategory();
     data_.DeleteTmpphoto(code);
     data_.CostLevel_DeleteTemp(code);
+    transaction.Commit();
     code_.End();
 }

@@ -21,6 +21,7 @@ int GoodSave::Run(Request request)
     host_.stock.SaveStorageAutoOperation(TSoftwarePart::Goods, good.Code);
     BookOpeningStock(request);
     data_.TmpToMainPhoto(good.Code);
+    data_.CostLevel_DeleteTemp(good.Code);
     transaction.Commit();
     return good.Code;
 }
@@ -78,6 +79,9 @@ void GoodSave::BookOpeningStock(const Request &request)
 {
     const TGoodInfoRec &good = request.good;
     const goods::OpeningValues entered{good.AvaBgPrd, good.AvaBgPrd2, good.CostBgPrd};
+    // Most saves leave the amount alone, and the period need not be asked for.
+    if (goods::SameQuantity(request.loaded.Amount(), entered.Amount()))
+        return;
     switch (
         goods::OpeningVoucherChange(request.loaded, entered, good.VoucherCode, host_.vouchers.IsConstStartPeriod())) {
     case goods::VoucherChange::None:

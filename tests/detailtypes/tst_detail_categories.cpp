@@ -221,7 +221,7 @@ void TestDetailCategories::categoryEditorRefuses()
     QFETCH(QString, message);
     Screen screen;
     screen.database.Exec(u"insert DetailTypes_SelectedLists(Code, Title) values (8, N'جفت'), (9, N'جفت')"_s);
-    const QString all = u"select Code, Title, ISNULL(Comment, '') from DetailTypes_SelectedLists"_s;
+    const QString all = u"select Code, Title, ISNULL(Comment, '') from DetailTypes_SelectedLists order by Code"_s;
     const QStringList before = screen.database.Rows(all);
     screen.Open([&] {
         screen.GoToCategory(qMax(row, 0));

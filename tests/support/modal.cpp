@@ -1,5 +1,7 @@
 #include "tests/support/modal.h"
 
+#include "tests/support/test_main.h"
+
 #include <QtCore/QDir>
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QPointer>
@@ -46,7 +48,7 @@ QWidget *Target()
 void Drive(const std::function<void()> &open, const std::function<void(QWidget *)> &drive)
 {
     const QPointer<QWidget> before = QApplication::activeModalWidget();
-    bool driven = false;
+    bool wasDriven = false;
     QElapsedTimer clock;
     clock.start();
     QTimer poll;
@@ -58,7 +60,9 @@ void Drive(const std::function<void()> &open, const std::function<void(QWidget *
         if (!screen->isActiveWindow() && clock.elapsed() < patienceMilliseconds)
             return;
         poll.stop();
-        driven = true;
+        wasDriven = true;
+        driven << screen;
+        const auto leave = qScopeGuard([] { driven.removeLast(); });
         try {
             drive(screen);
         } catch (const std::exception &error) {
@@ -78,7 +82,7 @@ void Drive(const std::function<void()> &open, const std::function<void(QWidget *
     });
     poll.start();
     open();
-    if (!driven)
+    if (!wasDriven)
         Fail(QStringLiteral("no modal screen appeared"));
 }
 

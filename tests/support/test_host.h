@@ -50,8 +50,8 @@ struct FakeEntities : host::EntityService
     QList<int> choices;                    ///< what the user will choose, 0 for nothing
     QString multipleChoice;
     host::MultibleParam wanted; ///< what the last choice of several was asked for
-    int refuseDelete = 0; ///< what Delete_Entity returns
-    QStringList calls;    ///< "Select_GroupList(104, کار)"
+    int refuseDelete = 0;       ///< what Delete_Entity returns
+    QStringList calls;          ///< "Select_GroupList(104, کار)"
 };
 
 struct FakeVouchers : host::VoucherService
@@ -104,7 +104,7 @@ struct FakePhotos : host::PhotoGalleryService
 
 struct FakeCategories : host::CategoryService
 {
-    QList<host::Category> Branches(int parent) override;
+    QList<host::Category> Tree() override { return all; }
     QList<host::Category> Path(int code) override;
 
     QList<host::Category> all;
