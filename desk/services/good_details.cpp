@@ -38,7 +38,12 @@ void GoodDetails::EnterGoodDetailSave(int goodCode, host::TOperationType operati
         u"DetailValueID, StoreCode, GoodCode, Amount1, Amount2, TotalAmount, [Length], Width, Amount3, "
         "OperationType, OperationCode, OperationRow, ForeignOperationCode"_qs;
     host::Transaction transaction(connection_);
-    host::Exec(connection_, u"DELETE FROM GoodDetailKardex"_qs + where);
+    // The ledger knows an entry by operation, row and store: the other rows of the good keep theirs.
+    host::Exec(connection_, u"DELETE FROM GoodDetailKardex"_qs + where +
+                                u" AND EXISTS (SELECT t.ID FROM GoodDetailKardexEnter_Temp AS t WHERE t.GoodCode = "
+                                "GoodDetailKardex.GoodCode AND t.OperationType = GoodDetailKardex.OperationType AND "
+                                "t.OperationCode = GoodDetailKardex.OperationCode AND t.OperationRow = "
+                                "GoodDetailKardex.OperationRow AND t.StoreCode = GoodDetailKardex.StoreCode)"_qs);
     host::Exec(connection_, u"INSERT INTO GoodDetailKardex ("_qs + columns + u") SELECT "_qs + columns +
                                 u" FROM GoodDetailKardexEnter_Temp"_qs + where);
     host::Exec(connection_, u"DELETE FROM GoodDetailKardexEnter_Temp"_qs + where);
