@@ -286,7 +286,7 @@ public:
     void GoodFirstAsset_SaveTemp(int goodCode, host::Quantity amount1, host::Quantity amount2);
     /// On save of a good that is kept in one store: the working row, if there is one, replaces the saved row, which
     /// stood in `formerStore` (0: there was none). Throws when another desk has entered rows for further stores.
-    void FirstAsset_SaveRow(int goodCode, int formerStore, host::Quantity amount1, host::Quantity amount2);
+    void FirstAsset_SaveRow(int goodCode, int formerStore);
 
     /// The opening voucher of goods, as the procedure of that name takes it.
     struct FirstPeriodVoucher
@@ -324,6 +324,7 @@ private:
     void SaveCostLevels(int goodCode, Side side);
     bool RestoreCostLevels(host::Dataset &dataset, int goodCode, Side side);
     void WriteFirstAsset(const TGoodFirstAsset_Rec &rec);
+    void ReplaceSavedFirstAsset(int goodCode);
     void DropAttached(int goodCode, int categoryCode);
     void InsertRelations(int goodCode, const std::array<int, 5> &details);
 

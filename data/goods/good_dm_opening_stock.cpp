@@ -181,7 +181,6 @@ bool TGood_DM::ValidateGoodFirstAsset_Insert(int goodCode, int storeCode, int ra
 
 void TGood_DM::GoodFirstAsset_SaveTemp(int goodCode, host::Quantity amount1, host::Quantity amount2)
 {
-    const QString good = QString::number(goodCode);
     host::Transaction transaction(main_);
     host::Quantity sum1 = 0;
     host::Quantity sum2 = 0;
@@ -190,12 +189,18 @@ void TGood_DM::GoodFirstAsset_SaveTemp(int goodCode, host::Quantity amount1, hos
         host::QuantityToText(sum2) != host::QuantityToText(amount2)) {
         throw ChangedElsewhere();
     }
-    host::Exec(main_, u"Delete from GoodFirstAsset where tmp=0 and GoodCode="_s + good);
-    host::Exec(main_, u"Update GoodFirstAsset set tmp=0 where tmp=1 and GoodCode="_s + good);
+    ReplaceSavedFirstAsset(goodCode);
     transaction.Commit();
 }
 
-void TGood_DM::FirstAsset_SaveRow(int goodCode, int formerStore, host::Quantity amount1, host::Quantity amount2)
+void TGood_DM::ReplaceSavedFirstAsset(int goodCode)
+{
+    const QString good = QString::number(goodCode);
+    host::Exec(main_, u"Delete from GoodFirstAsset where tmp=0 and GoodCode="_s + good);
+    host::Exec(main_, u"Update GoodFirstAsset set tmp=0 where tmp=1 and GoodCode="_s + good);
+}
+
+void TGood_DM::FirstAsset_SaveRow(int goodCode, int formerStore)
 {
     const QString good = QString::number(goodCode);
     host::Transaction transaction(main_);
@@ -206,10 +211,12 @@ void TGood_DM::FirstAsset_SaveRow(int goodCode, int formerStore, host::Quantity 
         throw ChangedElsewhere();
     }
     // The remark was entered with the row; here only its amounts and its store are.
-    host::Exec(main_, u"update GoodFirstAsset set Comment=(select max(s.Comment) from GoodFirstAsset as s where "
-                      "s.tmp=0 and s.GoodCode="_s +
-                          good + u") where tmp=1 and GoodCode="_s + good);
-    GoodFirstAsset_SaveTemp(goodCode, amount1, amount2);
+    if (formerStore != 0) {
+        host::Exec(main_, u"update GoodFirstAsset set Comment=(select max(s.Comment) from GoodFirstAsset as s where "
+                          "s.tmp=0 and s.GoodCode="_s +
+                              good + u") where tmp=1 and GoodCode="_s + good);
+    }
+    ReplaceSavedFirstAsset(goodCode);
     transaction.Commit();
 }
 

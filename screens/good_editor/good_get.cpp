@@ -250,7 +250,7 @@ void TGood_Get_FRM::Write()
     const OpeningFields &opening = general_->Opening();
     request.loaded = opening.Loaded();
     request.entered = opening.Values();
-    request.rowChanged = IsNew() || opening.RowChanged();
+    request.rowChanged = opening.RowChanged();
     request.loadedRowStore = opening.LoadedRowStore();
     request.rowStore = opening.RowStore();
     request.sellChanged = prices_->SellChanged();

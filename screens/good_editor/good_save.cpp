@@ -35,7 +35,7 @@ void GoodSave::WriteOpeningRow(const Request &request)
     if (good.AvaBgPrd != 0 || good.AvaBgPrd2 != 0)
         data_.GoodFirstAsset(good.Code, QString::number(request.rowStore), host::QuantityToText(good.AvaBgPrd),
                              host::QuantityToText(good.AvaBgPrd2));
-    data_.FirstAsset_SaveRow(good.Code, request.loadedRowStore, good.AvaBgPrd, good.AvaBgPrd2);
+    data_.FirstAsset_SaveRow(good.Code, request.loadedRowStore);
 }
 
 void GoodSave::WriteGood(Request &request)
