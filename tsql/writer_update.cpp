@@ -57,7 +57,8 @@ template <class Change> ChangedRows Writer::changedRows(const Change &statement,
     const CommonTable *common = derived ? nullptr : commonNamed(statement.with, name);
     if (derived || common != nullptr) {
         if (from != nullptr && from->kind == TableSource::Kind::Join)
-            throw notSupported(u"Changing '%1', which is a query, in a join"_qs.arg(statement.target.name), statement.line);
+            throw notSupported(u"Changing '%1', which is a query, in a join"_qs.arg(statement.target.name),
+                               statement.line);
         return derived ? rowsOfQuery(*found->query, found->columnAliases, found->alias, scope)
                        : rowsOfQuery(*common->query, common->columns,
                                      found != nullptr && !found->alias.isEmpty() ? found->alias : common->name, scope);
@@ -100,7 +101,7 @@ ChangedRows Writer::rowsOfQuery(const Query &query, const std::vector<QString> &
                                     [](const SelectItem &item) { return hasAggregate(*item.value); });
     if (!plain)
         throw notSupported(u"Changing '%1', which is not a plain selection of the rows of one table,"_qs.arg(alias),
-                     query.line);
+                           query.line);
     ChangedRows rows;
     rows.table = m_catalogue.table(core->from->name);
     rows.throughQuery = true;

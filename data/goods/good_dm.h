@@ -256,12 +256,12 @@ public:
     // Opening stock ------------------------------------------------------------------------------------------------
 
     void FirstAsset_DeleteTemp(int goodCode);
-    /// True when the good has saved rows.
-    bool FirstAsset_IsSaved(int goodCode);
     /// Makes the working copy of the saved rows.
     void FirstAsset_FillTemp(int goodCode);
     /// True when the working copy is empty or is one row in store 1.
     bool FirstAsset_NotIsMultiStore(int goodCode);
+    /// The same; `store` becomes that of the only row, 0 when there is none or more than one.
+    bool FirstAsset_NotIsMultiStore(int goodCode, int &store);
     /// Keeps the single working row in step with the editor's fields; `store` is digits, or empty for none.
     void FirstAsset_MultiStore(int goodCode, const QString &store, host::Quantity amount1, host::Quantity amount2);
     /// Adds a working row with row number 1; the amounts are decimal texts.
@@ -284,6 +284,9 @@ public:
     /// On save: the working copy replaces the saved rows. `amount1` and `amount2` are the totals that the user saw;
     /// throws when the working rows add up to something else because another desk changed them.
     void GoodFirstAsset_SaveTemp(int goodCode, host::Quantity amount1, host::Quantity amount2);
+    /// On save of a good that is kept in one store: the working row, if there is one, replaces the saved row, which
+    /// stood in `formerStore` (0: there was none). Throws when another desk has entered rows for further stores.
+    void FirstAsset_SaveRow(int goodCode, int formerStore);
 
     /// The opening voucher of goods, as the procedure of that name takes it.
     struct FirstPeriodVoucher
@@ -321,6 +324,7 @@ private:
     void SaveCostLevels(int goodCode, Side side);
     bool RestoreCostLevels(host::Dataset &dataset, int goodCode, Side side);
     void WriteFirstAsset(const TGoodFirstAsset_Rec &rec);
+    void ReplaceSavedFirstAsset(int goodCode);
     void DropAttached(int goodCode, int categoryCode);
     void InsertRelations(int goodCode, const std::array<int, 5> &details);
 

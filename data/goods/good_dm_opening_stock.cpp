@@ -7,15 +7,18 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+host::DatabaseError ChangedElsewhere()
+{
+    return host::DatabaseError(u"موجودی اول دوره این کالا در جای دیگری تغییر کرده است؛ کالا را دوباره باز کنید."_s);
+}
+
+} // namespace
+
 void TGood_DM::FirstAsset_DeleteTemp(int goodCode)
 {
     host::Run(main_, u"Delete from GoodFirstAsset where tmp=1 and GoodCode="_s + QString::number(goodCode));
-}
-
-bool TGood_DM::FirstAsset_IsSaved(int goodCode)
-{
-    return host::Exists(main_,
-                        u"select top 1 ID from GoodFirstAsset where tmp=0 and GoodCode="_s + QString::number(goodCode));
 }
 
 void TGood_DM::FirstAsset_FillTemp(int goodCode)
@@ -31,8 +34,15 @@ void TGood_DM::FirstAsset_FillTemp(int goodCode)
 
 bool TGood_DM::FirstAsset_NotIsMultiStore(int goodCode)
 {
+    int store = 0;
+    return FirstAsset_NotIsMultiStore(goodCode, store);
+}
+
+bool TGood_DM::FirstAsset_NotIsMultiStore(int goodCode, int &store)
+{
     Temp_QRY.Open(QString::asprintf("Select * from GoodFirstAsset where (GoodCode=%d) and (tmp=1)", goodCode));
-    return Temp_QRY.IsEmpty() || (Temp_QRY.RecordCount() == 1 && Temp_QRY.Int(u"StoreCode") == 1);
+    store = Temp_QRY.RecordCount() == 1 ? Temp_QRY.Int(u"StoreCode") : 0;
+    return Temp_QRY.IsEmpty() || store == 1;
 }
 
 void TGood_DM::FirstAsset_MultiStore(int goodCode, const QString &store, host::Quantity amount1, host::Quantity amount2)
@@ -171,17 +181,42 @@ bool TGood_DM::ValidateGoodFirstAsset_Insert(int goodCode, int storeCode, int ra
 
 void TGood_DM::GoodFirstAsset_SaveTemp(int goodCode, host::Quantity amount1, host::Quantity amount2)
 {
-    const QString good = QString::number(goodCode);
     host::Transaction transaction(main_);
     host::Quantity sum1 = 0;
     host::Quantity sum2 = 0;
     GoodFirstAsset_GetAmount(goodCode, sum1, sum2);
     if (host::QuantityToText(sum1) != host::QuantityToText(amount1) ||
         host::QuantityToText(sum2) != host::QuantityToText(amount2)) {
-        throw host::DatabaseError(u"موجودی اول دوره این کالا در جای دیگری تغییر کرده است؛ کالا را دوباره باز کنید."_s);
+        throw ChangedElsewhere();
     }
+    ReplaceSavedFirstAsset(goodCode);
+    transaction.Commit();
+}
+
+void TGood_DM::ReplaceSavedFirstAsset(int goodCode)
+{
+    const QString good = QString::number(goodCode);
     host::Run(main_, u"Delete from GoodFirstAsset where tmp=0 and GoodCode="_s + good);
     host::Run(main_, u"Update GoodFirstAsset set tmp=0 where tmp=1 and GoodCode="_s + good);
+}
+
+void TGood_DM::FirstAsset_SaveRow(int goodCode, int formerStore)
+{
+    const QString good = QString::number(goodCode);
+    host::Transaction transaction(main_);
+    if (host::Exists(main_, u"select top 1 s.ID from GoodFirstAsset as s where s.tmp=0 and s.GoodCode="_s + good +
+                                u" and s.StoreCode<>"_s + QString::number(formerStore) +
+                                u" and not exists (select w.ID from GoodFirstAsset as w where w.tmp=1 and "
+                                "w.GoodCode=s.GoodCode and w.StoreCode=s.StoreCode)"_s)) {
+        throw ChangedElsewhere();
+    }
+    // The remark was entered with the row; here only its amounts and its store are.
+    if (formerStore != 0) {
+        host::Run(main_, u"update GoodFirstAsset set Comment=(select max(s.Comment) from GoodFirstAsset as s where "
+                         "s.tmp=0 and s.GoodCode="_s +
+                             good + u") where tmp=1 and GoodCode="_s + good);
+    }
+    ReplaceSavedFirstAsset(goodCode);
     transaction.Commit();
 }
 

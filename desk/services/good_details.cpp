@@ -36,9 +36,12 @@ void GoodDetails::EnterGoodDetailSave(int goodCode, host::TOperationType operati
         u"DetailValueID, StoreCode, GoodCode, Amount1, Amount2, TotalAmount, [Length], Width, Amount3, "
         "OperationType, OperationCode, OperationRow, ForeignOperationCode"_qs;
     host::Transaction transaction(connection_);
-    // Where nothing was entered the ledger stays as it is.
+    // The ledger knows an entry by operation, row and store: the other rows of the good keep theirs.
     host::Run(connection_, u"DELETE FROM GoodDetailKardex"_qs + where +
-                               u" AND EXISTS (SELECT 1 FROM GoodDetailKardexEnter_Temp"_qs + where + u')');
+                               u" AND EXISTS (SELECT t.ID FROM GoodDetailKardexEnter_Temp AS t WHERE t.GoodCode = "
+                               "GoodDetailKardex.GoodCode AND t.OperationType = GoodDetailKardex.OperationType AND "
+                               "t.OperationCode = GoodDetailKardex.OperationCode AND t.OperationRow = "
+                               "GoodDetailKardex.OperationRow AND t.StoreCode = GoodDetailKardex.StoreCode)"_qs);
     host::Run(connection_, u"INSERT INTO GoodDetailKardex ("_qs + columns + u") SELECT "_qs + columns +
                                u" FROM GoodDetailKardexEnter_Temp"_qs + where);
     host::Run(connection_, u"DELETE FROM GoodDetailKardexEnter_Temp"_qs + where);

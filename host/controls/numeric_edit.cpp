@@ -43,6 +43,8 @@ NumericEdit::NumericEdit(QWidget *parent) : DisplayEdit(parent)
     setInputMethodHints(Qt::ImhFormattedNumbersOnly);
     QLineEdit::setMaxLength(std::numeric_limits<int>::max()); // cuts; the validator refuses
     setValidator(new NumberValidator(this));
+    // The plain form that the validator sets counts as the user's text.
+    connect(this, &QLineEdit::textEdited, this, [this] { setModified(true); });
 }
 
 void NumericEdit::setDecimals(int decimals)
@@ -145,7 +147,7 @@ void NumericEdit::focusInEvent(QFocusEvent *event)
 void NumericEdit::focusOutEvent(QFocusEvent *event)
 {
     // "-", "5." and "007" are how numbers begin, not what they are.
-    if (!text().isEmpty() && !isReadOnly()) {
+    if (!text().isEmpty() && isModified() && !isReadOnly()) {
         const QString whole = NormalizeDecimal(text()).value_or(QString());
         if (whole != text())
             setText(whole);

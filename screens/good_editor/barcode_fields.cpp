@@ -23,8 +23,7 @@ BarcodeFields::BarcodeFields(const Edits &edits, QWidget *panel, host::Host &hos
     for (BarcodeEdit *edit : edits_) {
         goods::OnEnter(edit, [this] { SwitchKeyboard(host::KeyboardService::English); });
         goods::OnLeave(edit, goods::RuleTime::AtOnce, [this] { SwitchKeyboard(host::KeyboardService::Persian); });
-        goods::OnLeave(edit, goods::RuleTime::Afterwards,
-                       [this, edit] { run_([this, edit] { return CheckLeft(edit); }); });
+        goods::OnChanged(edit, goods::RuleTime::Afterwards, run_, [this, edit] { return CheckLeft(edit); });
         connect(edit, &BarcodeEdit::Entered, this, [this, edit](bool &accepted) { accepted = CheckEntered(edit); });
         connect(edit, &BarcodeEdit::CompletionRequested, this,
                 [this, edit] { run_([this, edit] { return Complete(edit); }); });
@@ -37,7 +36,8 @@ BarcodeFields::BarcodeFields(const Edits &edits, QWidget *panel, host::Host &hos
 void BarcodeFields::Clear()
 {
     for (BarcodeEdit *edit : edits_)
-        edit->clear();
+        edit->SetStored({});
+    stored_.reset();
     panel_->show();
 }
 
@@ -46,6 +46,7 @@ void BarcodeFields::Show(const QString &text)
     const goods::Barcodes barcodes = goods::UnpackBarcodes(text);
     for (size_t i = 0; i < edits_.size(); ++i)
         edits_[i]->SetStored(barcodes[i]);
+    stored_ = text;
     panel_->setVisible(barcodes != goods::Barcodes());
 }
 
@@ -54,6 +55,9 @@ QString BarcodeFields::Text() const
     goods::Barcodes barcodes;
     for (size_t i = 0; i < edits_.size(); ++i)
         barcodes[i] = edits_[i]->Barcode();
+    // Others write the same barcodes with fewer marks.
+    if (stored_ && goods::UnpackBarcodes(*stored_) == barcodes)
+        return *stored_;
     return goods::PackBarcodes(barcodes, panel_->isHidden());
 }
 
@@ -79,7 +83,7 @@ bool BarcodeFields::CheckEntered(BarcodeEdit *edit)
 {
     bool accepted = false;
     run_([this, edit, &accepted] {
-        goods::Refused refused = CheckLeft(edit);
+        goods::Refused refused = goods::LeaveNow(edit);
         accepted = !refused;
         return refused;
     });

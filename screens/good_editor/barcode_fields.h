@@ -50,4 +50,6 @@ private:
     TGood_DM &data_;
     goods::RuleRunner run_;
     int good_ = 0;
+    /// As it was shown; nothing for a new good.
+    std::optional<QString> stored_;
 };

@@ -22,9 +22,8 @@ CompletePage::CompletePage(host::Host &host, TGood_DM &data, const goods::RuleRu
     // The discount percent of a good is kept for old documents only.
     ui_->OffPercent_EDT->hide();
     ui_->OffPercent_LBL->hide();
-    goods::OnLeave(ui_->Pos_EDT, goods::RuleTime::Afterwards, [this, run] { run([this] { return LeavePos(); }); });
-    goods::OnLeave(ui_->OffPercent_EDT, goods::RuleTime::Afterwards,
-                   [this, run] { run([this] { return LeaveOffPercent(); }); });
+    goods::OnChanged(ui_->Pos_EDT, goods::RuleTime::Afterwards, run, [this] { return LeavePos(); });
+    goods::OnChanged(ui_->OffPercent_EDT, goods::RuleTime::Afterwards, run, [this] { return LeaveOffPercent(); });
     const auto keyboard = [this](const char16_t *layout) {
         return [this, layout] { host_.keyboard.LoadKeyboardLayout(QString::fromUtf16(layout)); };
     };
@@ -72,6 +71,7 @@ void CompletePage::FillTags()
 void CompletePage::Clear()
 {
     Show(TGoodInfoRec());
+    pos_ = ui_->Pos_EDT->text();
 }
 
 void CompletePage::Show(const TGoodInfoRec &rec)
@@ -80,7 +80,8 @@ void CompletePage::Show(const TGoodInfoRec &rec)
     ui_->Length_EDT->SetNumber(rec.Length);
     ui_->Width_EDT->SetNumber(rec.Width);
     ui_->Heigth_EDT->SetNumber(rec.Height);
-    ui_->Pos_EDT->setText(rec.Pos.isEmpty() ? QStringLiteral("0") : rec.Pos);
+    pos_ = rec.Pos;
+    ui_->Pos_EDT->setText(ShownPos());
     ui_->OffPercent_EDT->SetNumber(rec.OffPercent);
     ui_->SmsCode_EDT->setText(rec.SMSCode);
     ui_->Position_EDT->setText(rec.Position);
@@ -96,14 +97,21 @@ void CompletePage::Store(TGoodInfoRec &rec) const
     rec.Length = ui_->Length_EDT->Number();
     rec.Width = ui_->Width_EDT->Number();
     rec.Height = ui_->Heigth_EDT->Number();
-    rec.Pos = ui_->Pos_EDT->text();
+    rec.Pos = ui_->Pos_EDT->text() == ShownPos() ? pos_ : ui_->Pos_EDT->text();
     rec.OffPercent = ui_->OffPercent_EDT->Number();
     rec.SMSCode = ui_->SmsCode_EDT->text();
     rec.Position = ui_->Position_EDT->text();
     rec.DetailUniqueCode = ui_->DetailUniqueCode_EDT->text();
-    rec.DaraiGoodType = static_cast<qint16>(ui_->DaraiGoodType_CMB->currentData().toInt());
+    // A class that the list does not offer stays.
+    if (ui_->DaraiGoodType_CMB->currentIndex() >= 0)
+        rec.DaraiGoodType = static_cast<qint16>(ui_->DaraiGoodType_CMB->currentData().toInt());
     rec.tags = ui_->Tag_editor->CodesText();
     rec.Comment = ui_->Comment_EDT->toPlainText();
+}
+
+QString CompletePage::ShownPos() const
+{
+    return pos_.isEmpty() ? QStringLiteral("0") : pos_;
 }
 
 goods::Refused CompletePage::LeavePos()
@@ -119,9 +127,10 @@ goods::Refused CompletePage::LeaveOffPercent()
 
 goods::Refused CompletePage::LeaveFocused()
 {
-    if (ui_->Pos_EDT->hasFocus())
-        return LeavePos();
-    return ui_->OffPercent_EDT->hasFocus() ? LeaveOffPercent() : goods::Refused();
+    for (host::NumericEdit *edit : {ui_->Pos_EDT, ui_->OffPercent_EDT})
+        if (edit->hasFocus())
+            return goods::LeaveNow(edit);
+    return {};
 }
 
 goods::Refused CompletePage::CheckSmsCode(int code) const

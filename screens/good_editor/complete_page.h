@@ -49,8 +49,11 @@ signals:
 private:
     goods::Refused LeavePos();
     void FillTags();
+    QString ShownPos() const;
 
     host::Host &host_;
     TGood_DM &data_;
     std::unique_ptr<Ui::CompletePage> ui_;
+    /// The visitor's percent as it was shown; a good of before may have none.
+    QString pos_;
 };

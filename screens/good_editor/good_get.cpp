@@ -78,11 +78,10 @@ void TGood_Get_FRM::BindPages()
         if (!IsLoading() && IsNew() && IsShowing())
             Command(Title(), [this, group] { ProposeCode(group); });
     });
-    goods::OnLeave(general_->CodeEdit(), goods::RuleTime::Afterwards,
-                   [this] { RunRule([this] { return TakeTypedCode(); }); });
+    const auto rule = [this](const std::function<goods::Refused()> &body) { RunRule(body); };
+    goods::OnChanged(general_->CodeEdit(), goods::RuleTime::Afterwards, rule, [this] { return TakeTypedCode(); });
     for (host::NumericEdit *percent : discounts_->PercentEdits())
-        goods::OnLeave(percent, goods::RuleTime::Afterwards,
-                       [this] { RunRule([this] { return complete_->LeaveOffPercent(); }); });
+        goods::OnChanged(percent, goods::RuleTime::Afterwards, rule, [this] { return complete_->LeaveOffPercent(); });
     connect(discounts_, &DiscountPage::LevyChanged, this, [this] {
         prices_->SetBothExempt(discounts_->BothExempt());
         if (!IsLoading())
@@ -211,9 +210,18 @@ void TGood_Get_FRM::Load()
 void TGood_Get_FRM::ApplyOpeningLock()
 {
     const int code = general_->Code();
-    const bool severalStores = Mode() != TFormMode::Review && !data_.FirstAsset_NotIsMultiStore(code);
+    OpeningFields &opening = general_->Opening();
+    int rowStore = 0;
+    const bool severalStores = Mode() != TFormMode::Review && !data_.FirstAsset_NotIsMultiStore(code, rowStore);
+    opening.SetLoadedRowStore(rowStore);
+    if (severalStores) {
+        goods::Quantity first = 0;
+        goods::Quantity second = 0;
+        data_.GoodFirstAsset_GetAmount(code, first, second);
+        opening.ShowTotals(first, second);
+    }
     const bool locked = m_host.vouchers.IsConstStartPeriod() || (!IsNew() && data_.Good_HasSanadDetail(code));
-    general_->Opening().SetLocked(locked, severalStores);
+    opening.SetLocked(locked, severalStores);
     general_->CodeEdit()->setReadOnly(!IsNew());
 }
 
@@ -240,9 +248,12 @@ void TGood_Get_FRM::Write()
     complete_->Store(request.good);
     discounts_->Store(request.good);
     request.isNew = IsNew();
-    request.severalStores = general_->Opening().SeveralStores();
-    request.loaded = general_->Opening().Loaded();
-    request.loadedStore = general_->Opening().LoadedStore();
+    const OpeningFields &opening = general_->Opening();
+    request.loaded = opening.Loaded();
+    request.entered = opening.Values();
+    request.rowChanged = opening.RowChanged();
+    request.loadedRowStore = opening.LoadedRowStore();
+    request.rowStore = opening.RowStore();
     request.sellChanged = prices_->SellChanged();
     request.buyChanged = prices_->BuyChanged();
 

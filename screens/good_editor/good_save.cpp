@@ -1,7 +1,6 @@
 #include "screens/good_editor/good_save.h"
 
 #include "host/data/transaction.h"
-#include "screens/good_editor/unit_arithmetic.h"
 
 using host::TOperationType;
 using host::TSoftwarePart;
@@ -28,21 +27,16 @@ int GoodSave::Run(Request request)
 
 void GoodSave::WriteOpeningRow(const Request &request)
 {
+    // What was left alone stays as it is, in any store, also when another desk has changed it meanwhile.
+    if (!request.rowChanged)
+        return;
     const TGoodInfoRec &good = request.good;
-    if (!request.severalStores) {
-        data_.FirstAsset_DeleteTemp(good.Code);
-        const bool touched = request.isNew || !goods::SameQuantity(good.AvaBgPrd, request.loaded.first) ||
-                             !goods::SameQuantity(good.AvaBgPrd2, request.loaded.second) ||
-                             good.Store != request.loadedStore;
-        // What was left alone stays as it is, also when another desk has changed it meanwhile.
-        if (!touched && data_.FirstAsset_IsSaved(good.Code))
-            return;
-        // Without a quantity the good has no opening row.
-        if (good.AvaBgPrd != 0 || good.AvaBgPrd2 != 0)
-            data_.GoodFirstAsset(good.Code, QString::number(good.Store), host::QuantityToText(good.AvaBgPrd),
-                                 host::QuantityToText(good.AvaBgPrd2));
-    }
-    data_.GoodFirstAsset_SaveTemp(good.Code, good.AvaBgPrd, good.AvaBgPrd2);
+    data_.FirstAsset_DeleteTemp(good.Code);
+    // Without a quantity the good has no opening row.
+    if (good.AvaBgPrd != 0 || good.AvaBgPrd2 != 0)
+        data_.GoodFirstAsset(good.Code, QString::number(request.rowStore), host::QuantityToText(good.AvaBgPrd),
+                             host::QuantityToText(good.AvaBgPrd2));
+    data_.FirstAsset_SaveRow(good.Code, request.loadedRowStore);
 }
 
 void GoodSave::WriteGood(Request &request)
@@ -78,12 +72,11 @@ void GoodSave::WriteGood(Request &request)
 void GoodSave::BookOpeningStock(const Request &request)
 {
     const TGoodInfoRec &good = request.good;
-    const goods::OpeningValues entered{good.AvaBgPrd, good.AvaBgPrd2, good.CostBgPrd};
     // Most saves leave the amount alone, and the period need not be asked for.
-    if (goods::SameQuantity(request.loaded.Amount(), entered.Amount()))
+    if (goods::SameQuantity(request.loaded.Amount(), request.entered.Amount()))
         return;
-    switch (
-        goods::OpeningVoucherChange(request.loaded, entered, good.VoucherCode, host_.vouchers.IsConstStartPeriod())) {
+    switch (goods::OpeningVoucherChange(request.loaded, request.entered, good.VoucherCode,
+                                        host_.vouchers.IsConstStartPeriod())) {
     case goods::VoucherChange::None:
         break;
     case goods::VoucherChange::Create:

@@ -95,8 +95,8 @@ Refused GoodValidation::BigAndSmallCopied() const
 Refused GoodValidation::StockStaysPositive() const
 {
     const OpeningFields &opening = pages_.general.Opening();
-    const int store = opening.StoreCode();
-    const int storeBefore = opening.LoadedStore();
+    const int store = opening.RowStore();
+    const int storeBefore = opening.LoadedRowStore();
     // The row leaves the store that it stood in.
     const bool moved = storeBefore != 0 && store != storeBefore;
     const goods::Quantity now = moved ? 0 : opening.Values().first;

@@ -39,7 +39,13 @@ OpeningFields::OpeningFields(Ui::GeneralPage &ui, host::Host &host, TGood_DM &da
     BindPickers();
     BindLeaveRules();
     connect(ui_.Formool_CHK, &QCheckBox::clicked, this, &OpeningFields::FormulaClicked);
-    connect(ui_.AvaBgPrd_EDT, &QLineEdit::textEdited, this, [this] { typedByHand_ = true; });
+    const auto typed = [this](std::initializer_list<host::NumericEdit *> edits, bool OpeningFields::*mark) {
+        for (host::NumericEdit *edit : edits)
+            connect(edit, &QLineEdit::textEdited, this, [this, mark] { this->*mark = true; });
+    };
+    typed({ui_.AvaBgPrd_EDT}, &OpeningFields::typedByHand_);
+    typed({ui_.MeghdarKol_EDT, ui_.MeghdarJoz_EDT, ui_.Meghdar_Joz_EDT}, &OpeningFields::partsTyped_);
+    typed({ui_.GheymatKol_EDT, ui_.GheymatJoz_EDT}, &OpeningFields::partPriceTyped_);
 }
 
 void OpeningFields::BindPickers()
@@ -53,7 +59,7 @@ void OpeningFields::BindPickers()
          {std::pair(ui_.Unit_Entity1, ui_.Formool_Unit1_LBL), std::pair(ui_.Unit_Entity2, ui_.Formool_Unit2_LBL)}) {
         connect(picker, &host::EntityPicker::Changed, this,
                 [picker = picker, name = name] { name->setText(picker->Name()); });
-        goods::OnLeave(picker->focusProxy(), RuleTime::Afterwards, [picker = picker, name = name] {
+        goods::OnChanged(picker->Edit(), RuleTime::Afterwards, [picker = picker, name = name] {
             if (!picker->IsEmpty())
                 name->setText(picker->Name());
         });
@@ -62,9 +68,9 @@ void OpeningFields::BindPickers()
 
 void OpeningFields::BindLeaveRules()
 {
-    const auto bind = [this](QWidget *edit, void (OpeningFields::*rule)(), RuleTime time) {
-        leaveRules_.emplace_back(edit, [this, rule] { (this->*rule)(); });
-        goods::OnLeave(edit, time, leaveRules_.back().second);
+    const auto bind = [this](host::NumericEdit *edit, void (OpeningFields::*rule)(), RuleTime time) {
+        ruled_.push_back(edit);
+        goods::OnChanged(edit, time, [this, rule] { (this->*rule)(); });
     };
     bind(ui_.Formool_EDT, &OpeningFields::LeaveFormula, RuleTime::AtOnce);
     bind(ui_.AvaBgPrd_EDT, &OpeningFields::LeaveFirst, RuleTime::AtOnce);
@@ -80,18 +86,15 @@ void OpeningFields::Clear()
 {
     for (host::EntityPicker *picker : {ui_.Unit_Entity1, ui_.Unit_Entity2, ui_.Store_Entity})
         picker->Clear();
-    for (host::NumericEdit *edit :
-         {ui_.AvaBgPrd_EDT, ui_.AvaBgPrd2_EDT, ui_.MeghdarKol_EDT, ui_.MeghdarJoz_EDT, ui_.Meghdar_Joz_EDT})
-        edit->clear();
-    for (host::NumericEdit *edit : {ui_.CostBgPrd_EDT, ui_.GheymatKol_EDT, ui_.GheymatJoz_EDT, ui_.Formool_EDT})
+    for (host::NumericEdit *edit : {ui_.CostBgPrd_EDT, ui_.Formool_EDT})
         edit->SetNumber(0);
     ui_.Formool_CHK->setChecked(false);
-    loaded_ = {};
-    loadedStore_ = 0;
-    typedByHand_ = false;
     SetDetailsEntered(false);
-    ShowUnitNames();
-    ShowEntry();
+    Begin({}, 0);
+    // The quantities of a new good are empty, not 0.
+    for (host::NumericEdit *edit :
+         {ui_.AvaBgPrd_EDT, ui_.AvaBgPrd2_EDT, ui_.MeghdarKol_EDT, ui_.MeghdarJoz_EDT, ui_.Meghdar_Joz_EDT})
+        edit->setText({});
 }
 
 void OpeningFields::Show(const TGoodInfoRec &rec)
@@ -101,24 +104,44 @@ void OpeningFields::Show(const TGoodInfoRec &rec)
     ui_.Unit_Entity2->SetCode(rec.Unit2);
     ui_.Store_Entity->SetCode(rec.Store);
     ui_.CostBgPrd_EDT->SetNumber(rec.CostBgPrd);
-    ui_.AvaBgPrd_EDT->SetNumber(rec.AvaBgPrd);
-    ui_.AvaBgPrd2_EDT->SetNumber(rec.AvaBgPrd2);
     ui_.Formool_EDT->SetNumber(rec.Meghdar_Formool);
     ui_.Formool_CHK->setChecked(rec.Meghdar_Formool != 0);
-    loaded_ = {rec.AvaBgPrd, rec.AvaBgPrd2, rec.CostBgPrd};
-    loadedStore_ = rec.Store;
+    Begin({rec.AvaBgPrd, rec.AvaBgPrd2, rec.CostBgPrd}, rec.Store);
+}
+
+void OpeningFields::Begin(const goods::OpeningValues &values, int store)
+{
+    loaded_ = values;
+    loadedStore_ = store;
+    rowStore_ = 0;
     typedByHand_ = false;
+    ui_.AvaBgPrd_EDT->SetNumber(values.first);
+    ui_.AvaBgPrd2_EDT->SetNumber(values.second);
     SplitIntoBigAndSmall();
     ShowUnitNames();
     ShowEntry();
+}
+
+void OpeningFields::ShowTotals(Quantity first, Quantity second)
+{
+    loaded_.first = first;
+    loaded_.second = second;
+    ui_.AvaBgPrd_EDT->SetNumber(first);
+    ui_.AvaBgPrd2_EDT->SetNumber(second);
+    ui_.Meghdar_Joz_EDT->SetNumber(first);
+    if (Formula() > 0)
+        ShowParts({second, goods::RoundedQuantity(first - Formula() * second)});
 }
 
 void OpeningFields::Store(TGoodInfoRec &rec) const
 {
     const goods::OpeningValues values = Values();
     rec.Unit = ui_.Unit_Entity1->Code();
-    rec.AvaBgPrd = values.first;
-    rec.AvaBgPrd2 = values.second;
+    // The totals of several stores are shown, not entered.
+    if (QuantitiesChanged()) {
+        rec.AvaBgPrd = values.first;
+        rec.AvaBgPrd2 = values.second;
+    }
     rec.CostBgPrd = values.price;
     rec.Store = static_cast<qint16>(StoreCode());
     // A shop that has switched second units off keeps what its goods had.
@@ -130,23 +153,51 @@ void OpeningFields::Store(TGoodInfoRec &rec) const
 
 goods::OpeningValues OpeningFields::Values() const
 {
+    goods::OpeningValues values{ui_.AvaBgPrd_EDT->Number(), ui_.AvaBgPrd2_EDT->Number(), ui_.CostBgPrd_EDT->Number()};
     switch (Entry()) {
     case OpeningEntry::BigAndSmall:
-        return {ui_.Meghdar_Joz_EDT->Number(), ui_.MeghdarKol_EDT->Number(), ui_.GheymatJoz_EDT->Number()};
+        // Big and small units only show the row until something is typed there: not every row can be told in them.
+        if (partsTyped_) {
+            values.first = ui_.Meghdar_Joz_EDT->Number();
+            values.second = ui_.MeghdarKol_EDT->Number();
+        }
+        if (partPriceTyped_)
+            values.price = ui_.GheymatJoz_EDT->Number();
+        break;
     case OpeningEntry::TwoUnits:
-        return {ui_.AvaBgPrd_EDT->Number(), ui_.AvaBgPrd2_EDT->Number(), ui_.CostBgPrd_EDT->Number()};
+        break;
     case OpeningEntry::OneUnit:
+        values.second = HiddenSecond();
         break;
     }
-    return {ui_.AvaBgPrd_EDT->Number(), HiddenSecond(), ui_.CostBgPrd_EDT->Number()};
+    return values;
+}
+
+bool OpeningFields::QuantitiesChanged() const
+{
+    const goods::OpeningValues values = Values();
+    return !goods::SameQuantity(values.first, loaded_.first) || !goods::SameQuantity(values.second, loaded_.second);
+}
+
+bool OpeningFields::RowChanged() const
+{
+    return QuantitiesChanged() || (rowStore_ != 0 && RowStore() != rowStore_);
+}
+
+int OpeningFields::RowStore() const
+{
+    return rowStore_ != 0 && StoreCode() == loadedStore_ ? rowStore_ : StoreCode();
 }
 
 Quantity OpeningFields::HiddenSecond() const
 {
     const Quantity first = ui_.AvaBgPrd_EDT->Number();
-    if (first == 0 || goods::SameQuantity(first, loaded_.first) || Formula() <= 0)
-        return first == 0 ? 0 : loaded_.second;
-    return goods::SecondQuantity(first, Formula(), host_.settings.SettingRecord().IntegerUnits);
+    if (goods::SameQuantity(first, loaded_.first))
+        return loaded_.second;
+    if (first == 0)
+        return 0;
+    return Formula() > 0 ? goods::SecondQuantity(first, Formula(), host_.settings.SettingRecord().IntegerUnits)
+                         : loaded_.second;
 }
 
 int OpeningFields::StoreCode() const
@@ -157,11 +208,11 @@ int OpeningFields::StoreCode() const
 void OpeningFields::SetLocked(bool locked, bool severalStores)
 {
     severalStores_ = severalStores;
-    const bool enabled = !locked && !severalStores;
+    locked_ = locked || severalStores;
     for (QWidget *panel : {ui_.Opening_PNL, ui_.MeghdarJoz_CXGB})
-        panel->setEnabled(enabled);
+        panel->setEnabled(!locked_);
     // A new good needs its default store even when the opening period is closed.
-    ui_.Store_PNL->setEnabled(enabled || StoreCode() == 0);
+    ui_.Store_PNL->setEnabled(!locked_ || StoreCode() == 0);
 }
 
 void OpeningFields::SetDetailsEntered(bool entered)
@@ -233,19 +284,32 @@ void OpeningFields::FormulaClicked(bool on)
 
 void OpeningFields::SplitIntoBigAndSmall()
 {
+    partsTyped_ = partPriceTyped_ = false;
     ui_.Meghdar_Joz_EDT->SetNumber(ui_.AvaBgPrd_EDT->Number());
     ui_.GheymatJoz_EDT->SetNumber(ui_.CostBgPrd_EDT->Number());
+    LeaveSmallPrice();
     if (Formula() > 0) {
         LeaveTotal();
-        LeaveSmallPrice();
+        return;
     }
+    for (host::NumericEdit *part : {ui_.MeghdarKol_EDT, ui_.MeghdarJoz_EDT})
+        part->setText({});
+}
+
+void OpeningFields::ShowParts(const goods::SplitQuantity &parts)
+{
+    ui_.MeghdarKol_EDT->SetNumber(parts.big);
+    ui_.MeghdarJoz_EDT->SetNumber(parts.small);
 }
 
 void OpeningFields::CopyBigAndSmall()
 {
-    ui_.AvaBgPrd2_EDT->SetNumber(ui_.MeghdarKol_EDT->Number());
-    ui_.AvaBgPrd_EDT->SetNumber(ui_.Meghdar_Joz_EDT->Number());
-    ui_.CostBgPrd_EDT->SetNumber(ui_.GheymatJoz_EDT->Number());
+    if (partsTyped_) {
+        ui_.AvaBgPrd2_EDT->SetNumber(ui_.MeghdarKol_EDT->Number());
+        ui_.AvaBgPrd_EDT->SetNumber(ui_.Meghdar_Joz_EDT->Number());
+    }
+    if (partPriceTyped_)
+        ui_.CostBgPrd_EDT->SetNumber(ui_.GheymatJoz_EDT->Number());
 }
 
 void OpeningFields::AdoptBigAndSmall()
@@ -264,25 +328,29 @@ void OpeningFields::LeaveFormula()
 {
     ui_.Formool_EDT->ZeroWhenEmpty();
     ShowFormulaHints();
+    const Quantity big = ui_.MeghdarKol_EDT->Number();
     const Quantity total = ui_.Meghdar_Joz_EDT->Number();
-    const bool applies = FormulaOn() && Formula() != 0 && total > 0;
-    ui_.MeghdarJoz_EDT->SetNumber(applies ? goods::RoundedQuantity(total - Formula() * ui_.MeghdarKol_EDT->Number())
-                                          : 0);
-    // Otherwise passing through the price of the big unit would wipe out the small one's.
+    const bool applies = FormulaOn() && Formula() != 0;
+    if (applies && total == 0 && (big != 0 || ui_.MeghdarJoz_EDT->Number() != 0))
+        LeaveParts(); // typed before there was a formula to join them by
+    else
+        ui_.MeghdarJoz_EDT->SetNumber(applies && total > 0 ? goods::RoundedQuantity(total - Formula() * big) : 0);
+    partsTyped_ = partsTyped_ || !(locked_ || detailsEntered_);
+    // Otherwise a change of the big unit's price would not meet the small one's.
     if (ui_.GheymatJoz_EDT->Number() != 0)
         LeaveSmallPrice();
 }
 
 void OpeningFields::LeaveFirst()
 {
-    if (FormulaOn() && Formula() > 0 && !detailsEntered_)
+    if (FormulaOn() && Formula() > 0)
         ui_.AvaBgPrd2_EDT->SetNumber(
             goods::SecondQuantity(ui_.AvaBgPrd_EDT->Number(), Formula(), host_.settings.SettingRecord().IntegerUnits));
 }
 
 void OpeningFields::LeaveSecond()
 {
-    if (!FormulaOn() || Formula() <= 0 || ui_.AvaBgPrd2_EDT->isReadOnly())
+    if (!FormulaOn() || Formula() <= 0)
         return;
     const goods::OpeningValues values = Values();
     const Quantity candidate = goods::FirstQuantity(values.second, Formula());
@@ -296,7 +364,7 @@ void OpeningFields::LeaveSecond()
 
 void OpeningFields::LeaveParts()
 {
-    if (Formula() <= 0 || ui_.MeghdarKol_EDT->isReadOnly())
+    if (Formula() <= 0)
         return;
     ui_.Meghdar_Joz_EDT->SetNumber(
         goods::JoinQuantity({ui_.MeghdarKol_EDT->Number(), ui_.MeghdarJoz_EDT->Number()}, Formula()));
@@ -304,11 +372,8 @@ void OpeningFields::LeaveParts()
 
 void OpeningFields::LeaveTotal()
 {
-    if (Formula() <= 0 || ui_.Meghdar_Joz_EDT->isReadOnly())
-        return;
-    const goods::SplitQuantity parts = goods::SplitTotal(ui_.Meghdar_Joz_EDT->Number(), Formula());
-    ui_.MeghdarKol_EDT->SetNumber(parts.big);
-    ui_.MeghdarJoz_EDT->SetNumber(parts.small);
+    if (Formula() > 0)
+        ShowParts(goods::SplitTotal(ui_.Meghdar_Joz_EDT->Number(), Formula()));
 }
 
 void OpeningFields::LeaveSmallPrice()
@@ -324,9 +389,9 @@ void OpeningFields::LeaveBigPrice()
 
 void OpeningFields::TakeTyped()
 {
-    for (const auto &[edit, rule] : leaveRules_)
+    for (host::NumericEdit *edit : ruled_)
         if (HasFocus(edit))
-            rule();
+            goods::LeaveNow(edit);
     ui_.Store_Entity->Resolve();
 }
 
@@ -350,7 +415,8 @@ goods::Refused OpeningFields::CheckPrice() const
 {
     const goods::OpeningValues values = Values();
     const bool secondCounts = Entry() == OpeningEntry::TwoUnits && values.second != 0;
-    if (values.price != 0 || (values.first == 0 && !secondCounts))
+    // Where the price is locked nobody could mend it.
+    if (values.price != 0 || locked_ || (values.first == 0 && !secondCounts))
         return {};
     if (Entry() == OpeningEntry::BigAndSmall)
         return goods::RequiredField(ui_.GheymatJoz_EDT, QStringLiteral("قيمت اول دوره"));

@@ -4,6 +4,7 @@
 #include "host/controls/numeric_edit.h"
 #include "screens/good_editor/opening_values.h"
 #include "screens/good_editor/refusals.h"
+#include "screens/good_editor/unit_arithmetic.h"
 
 #include <QtCore/QObject>
 
@@ -30,9 +31,17 @@ public:
     goods::OpeningValues Values() const;
     /// As they were when the good was shown.
     const goods::OpeningValues &Loaded() const { return loaded_; }
-    int LoadedStore() const { return loadedStore_; }
     int StoreCode() const;
+    /// The quantities, or the store of their row, are others than they were.
+    bool RowChanged() const;
+    /// Where the opening row stood; 0 when there was none. It need not be the good's default store.
+    int LoadedRowStore() const { return rowStore_; }
+    void SetLoadedRowStore(int store) { rowStore_ = store; }
+    /// Where it stands now: with the good's store only when the user changed that.
+    int RowStore() const;
 
+    /// Shows the totals of several stores, which are entered elsewhere.
+    void ShowTotals(goods::Quantity first, goods::Quantity second);
     /// The opening stock is fixed (period closed, voucher lines) or entered in several stores.
     void SetLocked(bool locked, bool severalStores);
     bool SeveralStores() const { return severalStores_; }
@@ -63,11 +72,14 @@ private:
     goods::Quantity Formula() const;
     goods::OpeningEntry Entry() const;
     goods::Quantity HiddenSecond() const;
+    bool QuantitiesChanged() const;
+    void Begin(const goods::OpeningValues &values, int store);
     void ShowEntry();
     void ShowUnitNames();
     void ShowFormulaHints();
     void FormulaClicked(bool on);
     void SplitIntoBigAndSmall();
+    void ShowParts(const goods::SplitQuantity &parts);
     void CopyBigAndSmall();
 
     void LeaveFormula();
@@ -83,8 +95,12 @@ private:
     TGood_DM &data_;
     goods::OpeningValues loaded_;
     int loadedStore_ = 0;
+    int rowStore_ = 0;
+    bool locked_ = false;
     bool severalStores_ = false;
     bool detailsEntered_ = false;
-    bool typedByHand_ = false;
-    std::vector<std::pair<QWidget *, std::function<void()>>> leaveRules_;
+    bool typedByHand_ = false;    ///< quantity 1, since it last followed from quantity 2
+    bool partsTyped_ = false;     ///< quantities in big and small units, or their formula
+    bool partPriceTyped_ = false; ///< a price of the big or the small unit
+    std::vector<host::NumericEdit *> ruled_;
 };

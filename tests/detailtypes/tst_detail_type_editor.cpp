@@ -24,10 +24,22 @@ struct Editor
 
     void New(const Drive &drive) { Open({}, host::TFormMode::New, drive); }
     void Edit(int id, const Drive &drive) { Open(id, host::TFormMode::Edit, drive); }
+    /// The screen is kept for the next record.
     void Open(const QVariant &key, host::TFormMode mode, const Drive &drive)
     {
-        TDetailTypes_Get_FRM screen(host);
-        test::Drive([&] { result = screen.Open(key, mode); }, drive);
+        if (!screen)
+            screen = std::make_unique<TDetailTypes_Get_FRM>(host);
+        test::Drive([&] { result = screen->Open(key, mode); }, drive);
+    }
+    /// What it shows of a record, 0 for a new one.
+    QStringList State(int id)
+    {
+        QStringList state;
+        Open(id, id == 0 ? host::TFormMode::New : host::TFormMode::Edit, [&](QWidget *shown) {
+            state = test::State(shown);
+            test::Press(Qt::Key_Escape);
+        });
+        return state;
     }
     QStringList Types(const QString &columns) const
     {
@@ -47,6 +59,7 @@ struct Editor
     test::Database database;
     test::TestHost host;
     int result = -1;
+    std::unique_ptr<TDetailTypes_Get_FRM> screen;
 };
 
 void ChooseKind(QWidget *screen, int kind)
@@ -177,6 +190,35 @@ private slots:
         QCOMPARE(e.Types(Columns), QStringList{title + u'|' + row});
         QCOMPARE(e.Types(audit), QStringList{u"دیگر"_qs + created + u"|11:00:00|2024/07/30|علی (8)"_qs});
         QCOMPARE(e.Items(), items);
+    }
+
+    void aSecondRecordInTheSameScreen()
+    {
+        Editor e;
+        e.database.Exec(
+            u"insert into DetailTypes(Title,DetailType,IsRequired,ToggleTitleTrue,ToggleTitleFalse,DefaultValue,"
+            "DateType,DateAlarm,Comment) values(N'رنگ و رنگ و رنگ و رنگ و رنگ',1,1,'','','2',0,0,N'شرح'),(N'جنس',2,0,"
+            "'','',N'نخ',0,0,NULL),(N'سریال',3,1,'','','',0,0,NULL),(N'وزن',4,0,'','','',0,0,NULL),(N'انقضا',5,0,'',"
+            "'','',0,1,NULL),(N'بارکد',6,1,'','','',0,0,NULL),(N'گارانتی',7,0,N'دارد',N'ندارد','0',0,0,NULL)\n"
+            "insert into DetailTypesItems(DetailID,Row,[Value]) values(1,1,N'الف'),(1,2,N'ب'),(2,1,N'نخ')"_qs);
+        QList<QStringList> fresh;
+        for (int id = 0; id <= 7; ++id) {
+            e.screen.reset();
+            fresh << e.State(id);
+        }
+        for (int first = 1; first <= 7; ++first)
+            for (int second = 0; second <= 7; ++second) {
+                e.Edit(first, [&](QWidget *screen) {
+                    test::Type(u"x"_qs);
+                    test::Enter(screen, u"Comment_EDT"_qs, u"دیگر"_qs);
+                    if (first <= 2) {
+                        AddItems(screen, {u"ج"_qs});
+                        test::Type(u"د"_qs);
+                    }
+                    e.Leave();
+                });
+                QCOMPARE(e.State(second), fresh.at(second));
+            }
     }
 
     void refusesInOrder_data()

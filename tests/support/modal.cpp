@@ -7,10 +7,12 @@
 #include <QtCore/QPointer>
 #include <QtCore/QTimer>
 #include <QtTest/QtTest>
+#include <QtWidgets/QAbstractItemView>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QDialog>
 #include <QtWidgets/QLineEdit>
+#include <QtWidgets/QStackedWidget>
 
 namespace test {
 namespace {
@@ -135,6 +137,30 @@ QStringList TabRound()
     for (Press(Qt::Key_Tab); Focused() != stops.constFirst() && stops.size() < 40; Press(Qt::Key_Tab))
         stops << Focused();
     return stops;
+}
+
+QStringList State(QWidget *screen)
+{
+    QStringList state;
+    for (QWidget *widget : screen->findChildren<QWidget *>()) {
+        if (widget->objectName().isEmpty() || widget->objectName().startsWith(u"qt_"))
+            continue;
+        QStringList parts{widget->objectName()};
+        for (const char *property :
+             {"text", "currentText", "plainText", "checked", "readOnly", "enabled", "currentIndex"})
+            if (const QVariant value = widget->property(property); value.isValid())
+                parts << value.toString().trimmed();
+        if (const auto *view = qobject_cast<QAbstractItemView *>(widget); view && view->model())
+            for (int row = 0; row < view->model()->rowCount(); ++row)
+                for (int column = 0; column < view->model()->columnCount(); ++column)
+                    parts << view->model()->index(row, column).data().toString();
+        // Which page is in front is the tabs' own affair.
+        if (widget->isHidden() && !qobject_cast<QStackedWidget *>(widget->parentWidget()))
+            parts << QStringLiteral("hidden");
+        state << parts.join(u'|');
+    }
+    state.sort(); // children change places when their tab is shown
+    return state;
 }
 
 bool RightOf(const QWidget &first, const QWidget &second)

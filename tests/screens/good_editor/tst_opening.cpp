@@ -33,13 +33,6 @@ private slots:
             f.database.Exec(u"insert into Vouchers(Code,Kind,[Date]) values(1,2,'1405/01/01')"_qs);
             f.database.Exec(u"insert into VoucherLines(VoucherCode,GoodCode,Sharh) values(1,500009,N'x')"_qs);
         }) << true;
-        QTest::newRow("another store than the first")
-            << Way([](EditorFixture &f) { f.database.Exec(u"update GoodFirstAsset set StoreCode=2"_qs); }) << true;
-        QTest::newRow("several stores") << Way([](EditorFixture &f) {
-            f.database.Exec(
-                u"insert into GoodFirstAsset(GoodCode,StoreCode,tmp,Amount1,Radif) values(500009,2,0,3,2)"_qs);
-            f.database.Exec(u"update GoodInf set AvaBgPrd=7"_qs);
-        }) << true;
     }
     void fixedOpeningStock()
     {
@@ -63,6 +56,89 @@ private slots:
             QCOMPARE(f.host.messages.TakeAll(), QStringList{Saved});
         });
         QCOMPARE(f.database.Rows(state), before);
+    }
+
+    void severalStoresAreLeftAlone_data()
+    {
+        QTest::addColumn<QString>("rows"); // store, quantities
+        QTest::addColumn<QStringList>("totals");
+        QTest::newRow("one, not the first") << u"(500009,2,36,3,5)"_qs << QStringList{u"36"_qs, u"3"_qs, u"0"_qs};
+        QTest::newRow("two, parts left over")
+            << u"(500009,1,30,2,1),(500009,2,30,2,2)"_qs << QStringList{u"60"_qs, u"4"_qs, u"12"_qs};
+    }
+    void severalStoresAreLeftAlone()
+    {
+        QFETCH(QString, rows);
+        QFETCH(QStringList, totals);
+        EditorFixture f;
+        f.InsertGood(500009, u"دوغ"_qs, 909);
+        f.database.Exec(u"update GoodInf set AvaBgPrd=36,AvaBgPrd2=3,CostBgPrd=1,Unit2=2,Meghdar_Formool=12 "
+                        "insert into GoodFirstAsset(GoodCode,StoreCode,Amount1,Amount2,Radif) values%1 update "
+                        "GoodFirstAsset set tmp=0"_qs.arg(rows));
+        const QString state = u"select a.*,AvaBgPrd,AvaBgPrd2 from GoodFirstAsset a join GoodInf on Code=GoodCode"_qs;
+        const QStringList before = f.database.Rows(state);
+        for (const QString &formula : {u"12"_qs, u"6"_qs, QString()})
+            f.OpenGood(500009, [&](QWidget *screen) {
+                QStringList shown;
+                for (const QString &edit : {u"Meghdar_Joz_EDT"_qs, u"MeghdarKol_EDT"_qs, u"MeghdarJoz_EDT"_qs}) {
+                    QVERIFY(!test::Find(screen, edit).isEnabled());
+                    shown << test::Find<QLineEdit>(screen, edit).text();
+                }
+                if (formula == u"12")
+                    QCOMPARE(shown, totals);
+                if (!formula.isEmpty())
+                    test::Enter(screen, u"Formool_EDT"_qs, formula);
+                // Another desk opens the same good and leaves.
+                f.database.Exec(u"delete from GoodFirstAsset where tmp=1"_qs);
+                test::Press(Qt::Key_F3);
+                QCOMPARE(f.host.messages.TakeAll(), QStringList{Saved});
+            });
+        QCOMPARE(f.database.Rows(state), before);
+        QVERIFY(f.host.vouchers.calls.isEmpty());
+    }
+
+    void theRowKeepsItsStore_data()
+    {
+        QTest::addColumn<QString>("control");
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("meanwhile");
+        QTest::addColumn<QStringList>("rows");
+        QTest::newRow("another quantity")
+            << u"AvaBgPrd_EDT"_qs << u"3"_qs << QString() << QStringList{u"1|3|شمارش|2"_qs};
+        QTest::newRow("another store") << u"Store_Entity"_qs << u"3"_qs << QString() << QStringList{u"3|4|شمارش|3"_qs};
+        QTest::newRow("another desk's rows") << u"AvaBgPrd_EDT"_qs << u"3"_qs
+                                             << u"insert into GoodFirstAsset(GoodCode,StoreCode,tmp,Amount1,Radif) "
+                                                "values(500009,3,0,5,2)"_qs
+                                             << QStringList{u"1|4|شمارش|2"_qs, u"3|5|NULL|2"_qs};
+    }
+    void theRowKeepsItsStore()
+    {
+        QFETCH(QString, control);
+        QFETCH(QString, typed);
+        QFETCH(QString, meanwhile);
+        EditorFixture f;
+        f.host.settings.record.ControlNegativeStock = true;
+        f.InsertGood(500009, u"دوغ"_qs, 909);
+        f.host.entities.lists[105] << host::Entity{3, u"سرد"_qs};
+        f.database.Exec(u"insert into Stores(Code,Name) values(3,N'سرد') update GoodInf set AvaBgPrd=4,CostBgPrd=1,"
+                        "Store=2 insert into GoodFirstAsset(GoodCode,StoreCode,tmp,Amount1,Comment,Radif) "
+                        "values(500009,1,0,4,N'شمارش',1)"_qs);
+        f.OpenGood(500009, [&](QWidget *screen) {
+            test::Enter(screen, control, typed);
+            if (!meanwhile.isEmpty())
+                f.database.Exec(meanwhile);
+            test::Press(Qt::Key_F3);
+            const QString told = f.host.messages.Take();
+            QCOMPARE(told == Saved, meanwhile.isEmpty());
+            QCOMPARE(told.contains(u"در جای دیگری تغییر کرده است"_qs), !meanwhile.isEmpty());
+            if (!meanwhile.isEmpty())
+                f.Leave();
+        });
+        QTEST(f.database.Rows(u"select StoreCode,Amount1,a.Comment,Store from GoodFirstAsset a join GoodInf on "
+                              "Code=GoodCode order by StoreCode"_qs),
+              "rows");
+        // What leaves a store leaves the one where it stood.
+        QVERIFY(f.host.stock.calls.value(0).contains(u"StoreCode = 1"_qs));
     }
 
     void theOpeningVoucherFollows_data()

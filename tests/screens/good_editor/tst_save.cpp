@@ -16,22 +16,19 @@ namespace {
 
 const QString Saved = u"MSGCompeletedSuccessfully(ذخيره سازي کالا)"_qs;
 
-/// Everything that can be typed, chosen or switched, as "name=value"; without the code, which each new good has for
-/// itself.
-QStringList Inputs(QWidget *screen)
+/// Types into every edit of the screen that takes it.
+void TypeEverywhere(QWidget *screen)
 {
-    QStringList inputs;
-    for (QWidget *input : screen->findChildren<QWidget *>()) {
-        const QString name = input->objectName();
-        const char *property = qobject_cast<QPlainTextEdit *>(input)    ? "plainText"
-                               : qobject_cast<QAbstractButton *>(input) ? "checked"
-                               : qobject_cast<QComboBox *>(input)       ? "currentText"
-                                                                        : "text";
-        if (input->property(property).isValid() && !name.isEmpty() && name != u"Code_EDT")
-            inputs << name + u'=' + input->property(property).toString().trimmed();
+    auto &tabs = test::Find<QTabWidget>(screen, u"PageControl1"_qs);
+    for (int page = 0; page < tabs.count(); ++page) {
+        tabs.setCurrentIndex(page);
+        for (QLineEdit *edit : tabs.widget(page)->findChildren<QLineEdit *>())
+            if (edit->isVisible() && edit->isEnabled() && !edit->isReadOnly()) {
+                edit->setFocus(Qt::TabFocusReason);
+                test::Press(Qt::Key_A, Qt::ControlModifier);
+                test::Type(u"7"_qs);
+            }
     }
-    inputs.sort(); // children change places when their tab is shown
-    return inputs;
 }
 
 } // namespace
@@ -124,7 +121,12 @@ private slots:
             {u"TaxPercent_edt"_qs, u"9"_qs},
         };
         f.OpenNew(u"6"_qs, [&](QWidget *screen) {
-            const QStringList blank = Inputs(screen);
+            // Without the code, which each new good has for itself, and the tab.
+            const auto inputs = [screen] {
+                return test::State(screen).replaceInStrings(QRegularExpression(u"^(Code_EDT|PageControl1|qt).*"_qs),
+                                                            {});
+            };
+            const QStringList blank = inputs();
             for (const auto &[control, text] : general)
                 test::Enter(screen, control, text);
             f.ShowTab(screen, u"Complete_TPC"_qs);
@@ -142,11 +144,11 @@ private slots:
                 test::Enter(screen, control, text);
             test::Focus(screen, u"Default_Discount_Sell_CMB"_qs);
             test::Press(Qt::Key_End);
-            QVERIFY(Inputs(screen) != blank);
+            QVERIFY(inputs() != blank);
             test::Press(Qt::Key_F3);
             QCOMPARE(f.host.messages.TakeAll(), QStringList{Saved});
             // The next good begins with nothing of this one.
-            QCOMPARE(Inputs(screen), blank);
+            QCOMPARE(inputs(), blank);
             test::Press(Qt::Key_Escape);
         });
         f.OpenGood(600001, [&](QWidget *screen) {
@@ -168,6 +170,63 @@ private slots:
             QVERIFY(test::Find<QLineEdit>(screen, u"Code_EDT"_qs).isReadOnly());
             test::Press(Qt::Key_Escape);
         });
+    }
+
+    void aSecondRecordInTheSameScreen_data()
+    {
+        QTest::addColumn<host::TFormMode>("mode");
+        QTest::newRow("new") << host::TFormMode::New;
+        QTest::newRow("edit") << host::TFormMode::Edit;
+        QTest::newRow("review") << host::TFormMode::Review;
+    }
+    void aSecondRecordInTheSameScreen()
+    {
+        QFETCH(host::TFormMode, mode);
+        EditorFixture f;
+        f.host.settings.record.GoodDetails = f.host.settings.record.FinalPrices = true;
+        f.host.categories.all = {{3, 0, u"گرم"_qs}};
+        f.InsertGood(500008, u"شیر"_qs, 908);
+        f.InsertGood(500009, u"دوغ"_qs, 909);
+        f.database.Exec(
+            u"insert into Categories(Code,Name,Path) values(3,N'گرم',',3,') insert into Kala_category(Kala_code,"
+            "Category_code) values(500008,3) insert into DetailTypes(Title,DetailType) values(N'رنگ',2) insert into "
+            "GoodDetailRelation(GoodCode,DetailID) select 500008,ID from DetailTypes update GoodInf set GrpCode=6,"
+            "kala_type=N'ب',kala_index=N'ج',AbbName='!1!2!3!4!5!6!',Pos='9',Position=N'قفسه',OffPercent=8,MinAva=7,"
+            "Unit=3,Unit2=2,AvaBgPrd=36,AvaBgPrd2=3,CostBgPrd=9,Store=2,ChargeExempt=1,TaxPercent=9,Meghdar_Formool=12,"
+            "Weight=1,Height=2,Width=3,[Length]=4,GroupDiscount=0,DetailUniqueCode=N'77',Tax_In_SellCosts=1,"
+            "Tax_In_BuyCosts=1,Comment=N'شرح',ConsumerPrice=5,DaraiGoodType=2 where Code=500008 update "
+            "GoodCostDiscount set Discount_Sell_1=1,Discount_Sell_4=4,Discount_Buy_2=2,Default_Discount_Sell_Number=2,"
+            "Default_Discount_Buy_Number=3,CostLevel_Sell_2=200,CostLevel_Buy_3=300,Default_CostLevel_Sell_Number=2 "
+            "where GoodCode=500008 insert into GoodFirstAsset(GoodCode,StoreCode,tmp,Amount1,Amount2,Radif) "
+            "values(500008,1,0,36,3,1)"_qs);
+        const auto second = [&] {
+            QStringList state;
+            f.Open(500009, mode, u"5"_qs, [&](QWidget *screen) {
+                state = test::State(screen);
+                test::Press(Qt::Key_Escape);
+            });
+            return state;
+        };
+        const QStringList fresh = second();
+        f.keepsScreen = true;
+        for (const host::TFormMode first : {host::TFormMode::Edit, host::TFormMode::Review}) {
+            f.Open(500008, first, {}, [&](QWidget *screen) {
+                TypeEverywhere(screen);
+                f.Leave();
+            });
+            QCOMPARE(second(), fresh);
+        }
+        // The first good's amounts are not behind a formula that the second one is given.
+        f.OpenGood(500009, [&](QWidget *screen) {
+            test::Focus(screen, u"Formool_CHK"_qs);
+            test::Press(Qt::Key_Space);
+            test::Type(u"10"_qs);
+            test::Press(Qt::Key_F3);
+            QCOMPARE(f.host.messages.TakeAll(), QStringList{Saved});
+        });
+        QCOMPARE(f.database.Rows(u"select AvaBgPrd,AvaBgPrd2,CostBgPrd,(select count(*) from GoodFirstAsset where "
+                                 "GoodCode=Code) from GoodInf where Code=500009"_qs),
+                 QStringList{u"0|0|0|0"_qs});
     }
 
     void allOrNothing_data()

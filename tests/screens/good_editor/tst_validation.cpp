@@ -85,7 +85,8 @@ std::vector<Case> OtherCases()
          [](EditorFixture &f) {
              f.host.settings.record.ControlNegativeStock = true;
              f.host.stock.enough = false;
-             f.database.Exec(u"update GoodInf set AvaBgPrd=9, CostBgPrd=1 where Code=500009"_qs);
+             f.database.Exec(u"update GoodInf set AvaBgPrd=9, CostBgPrd=1 where Code=500009 insert into "
+                             "GoodFirstAsset(GoodCode,StoreCode,tmp,Amount1) values(500009,1,0,9)"_qs);
          },
          Enter(u"Store_Entity"_qs, u"2"_qs),
          {},
