@@ -6,6 +6,9 @@
 #include <QSqlDriver>
 #include <QSqlError>
 
+#include <utility>
+#include <vector>
+
 namespace host {
 
 namespace {
@@ -14,6 +17,7 @@ struct Open
 {
     int depth = 0;
     bool spoiled = false;
+    std::vector<std::function<void(bool committed)>> ended;
 };
 
 /// Open transactions by driver: copies of a QSqlDatabase share it. By thread, as connections are.
@@ -21,6 +25,15 @@ QHash<const QSqlDriver *, Open> &OpenTransactions()
 {
     static thread_local QHash<const QSqlDriver *, Open> open;
     return open;
+}
+
+void End(const QSqlDatabase &connection, bool committed)
+{
+    // Taken out first: what runs here may begin a transaction of its own.
+    const Open last = OpenTransactions().take(connection.driver());
+    for (const auto &ended : last.ended) {
+        ended(committed);
+    }
 }
 
 } // namespace
@@ -63,7 +76,16 @@ void Transaction::Commit()
         throw error;
     }
     open_ = false;
-    OpenTransactions().remove(connection_.driver());
+    End(connection_, true);
+}
+
+void Transaction::WhenEnded(const QSqlDatabase &connection, std::function<void(bool committed)> ended)
+{
+    if (IsActive(connection)) {
+        OpenTransactions()[connection.driver()].ended.push_back(std::move(ended));
+    } else {
+        ended(true);
+    }
 }
 
 void Transaction::Rollback()
@@ -77,9 +99,9 @@ void Transaction::Rollback()
         open.spoiled = true;
         return;
     }
-    OpenTransactions().remove(connection_.driver());
     // A connection that is gone has rolled back already; a failing rollback leaves nothing to do.
     connection_.rollback();
+    End(connection_, false);
 }
 
 bool Transaction::IsActive(const QSqlDatabase &connection)

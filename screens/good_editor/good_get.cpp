@@ -1,5 +1,6 @@
 #include "screens/good_editor/good_get.h"
 
+#include "data/goods/good_fields.h"
 #include "screens/good_editor/barcode_edit.h"
 #include "screens/good_editor/barcode_fields.h"
 #include "screens/good_editor/category_page.h"
@@ -157,6 +158,8 @@ void TGood_Get_FRM::RunRule(const std::function<goods::Refused()> &rule)
 
 void TGood_Get_FRM::Prepare()
 {
+    if (!IsShowing())
+        data_.DeleteTmpCategory();
     loaded_ = TGoodInfoRec();
     const int group = ParameterText().toInt();
     general_->FillGroups();
@@ -186,9 +189,12 @@ void TGood_Get_FRM::Load()
     const int code = Key().toInt();
     if (!data_.Good_GetByID(code, loaded_)) {
         m_host.messages.ShowMessage(QStringLiteral("این کالا دیگر وجود ندارد."), host::MessageIcon::Warning);
+        SetRecordGone();
         AbortOpening();
         return;
     }
+    if (Mode() == TFormMode::Edit)
+        data_.DeleteTmpCategory();
     general_->FillGroups();
     complete_->FillLists();
     details_->OpenExisting(code);
@@ -205,6 +211,7 @@ void TGood_Get_FRM::Load()
     ApplyOpeningLock();
     general_->Opening().SetDetailsEntered(m_host.goodDetails.EnterGoodDetails_Get(code, TOperationType::OpeningStock));
     categories_->Open(code, Mode() == TFormMode::Edit);
+    untouched_ = Entered();
 }
 
 void TGood_Get_FRM::ApplyOpeningLock()
@@ -229,21 +236,28 @@ std::vector<host::Check> TGood_Get_FRM::Validate()
     return validation_->Checks({Mode(), loaded_.VoucherCode, [this] { return TakeTypedCode(); }});
 }
 
+TGoodInfoRec TGood_Get_FRM::Entered() const
+{
+    TGoodInfoRec good = loaded_;
+    general_->Store(good);
+    good.AbbName = barcodes_->Text();
+    prices_->Store(good);
+    complete_->Store(good);
+    discounts_->Store(good);
+    return good;
+}
+
 void TGood_Get_FRM::Write()
 {
     GoodSave::Request request;
-    request.good = loaded_;
-    general_->Store(request.good);
-    request.good.AbbName = barcodes_->Text();
-    prices_->Store(request.good);
-    complete_->Store(request.good);
-    discounts_->Store(request.good);
+    request.good = Entered();
     request.isNew = IsNew();
+    if (!request.isNew)
+        goods::KeepUntouched(request.good, untouched_, loaded_);
     request.severalStores = general_->Opening().SeveralStores();
     request.loaded = general_->Opening().Loaded();
     request.loadedStore = general_->Opening().LoadedStore();
-    request.sellChanged = prices_->SellChanged();
-    request.buyChanged = prices_->BuyChanged();
+    request.loadedDetails = details_->Loaded();
 
     const int code = GoodSave(m_host, data_).Run(request);
     replacedCode_ = code == request.good.Code ? 0 : request.good.Code;
@@ -282,8 +296,6 @@ void TGood_Get_FRM::FormShow()
     if (openingPage_ < 0 || openingPage_ >= ui_->PageControl1->count())
         openingPage_ = 0;
     ui_->PageControl1->setCurrentIndex(openingPage_);
-    if (Mode() != TFormMode::Review)
-        data_.DeleteTmpCategory();
     TBaseGet_New_FRM::FormShow();
 }
 
@@ -296,6 +308,8 @@ void TGood_Get_FRM::FormShown()
 
 void TGood_Get_FRM::FormClose()
 {
+    barcodes_->GiveKeyboardBack();
+    complete_->GiveKeyboardBack();
     if (Mode() != TFormMode::Review)
         DiscardWorkingRows();
     TBaseGet_New_FRM::FormClose();
@@ -304,8 +318,8 @@ void TGood_Get_FRM::FormClose()
 void TGood_Get_FRM::DiscardWorkingRows()
 {
     const int code = WorkingCode();
-    data_.FirstAsset_DeleteTemp(code);
     data_.undodelete_category(code);
+    data_.FirstAsset_DeleteTemp(code);
     data_.DeleteTmpCategory();
     data_.DeleteTmpphoto(code);
     data_.CostLevel_DeleteTemp(code);

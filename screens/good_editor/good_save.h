@@ -14,8 +14,7 @@ public:
         bool severalStores = false;  ///< the opening rows were entered in their own list
         goods::OpeningValues loaded; ///< the opening stock before the change
         int loadedStore = 0;         ///< and its store
-        bool sellChanged = false;    ///< a sale price or the default level of sale was changed
-        bool buyChanged = false;
+        std::array<int, 5> loadedDetails{}; ///< the detail types before the change, 0 for none
     };
 
     GoodSave(host::Host &host, TGood_DM &data) : host_(host), data_(data) {}

@@ -62,15 +62,15 @@ void TestGoodWorking::pricesOfANewGood()
     QCOMPARE(Rows(u"select Status, count(*), count(distinct CostLevelCode), max(Cost), max(cast([Default] as int)) "
                   "from tmpCostList where Type = 3 and TypeCode = 501 group by Status order by Status"_qs),
              QStringList({u"0|10|10|0|0"_qs, u"1|10|10|0|0"_qs}));
-    QVERIFY(goods.CostLevel_Sell_NotSelect(501, 4));
+    QVERIFY(goods.CostLevel_Sell_NotSelect(4));
     goods.CostLevel_Sell_GetAll(501);
     QVERIFY(goods.SellDetails_QRY.Locate(u"CostLevelCode", 4));
     const int row = goods.SellDetails_QRY.CurrentRow();
     QVERIFY(goods.SellDetails_QRY.setData(goods.SellDetails_QRY.index(row, goods.SellDetails_QRY.ColumnIndex(u"Cost")),
                                           u"۱٬۵۰۰٫۱۲۵"_qs));
     goods.SellDetails_QRY.Post();
-    QVERIFY(!goods.CostLevel_Sell_NotSelect(501, 4));
-    QVERIFY(goods.CostLevel_Buy_NotSelect(501, 4));
+    QVERIFY(!goods.CostLevel_Sell_NotSelect(4));
+    QVERIFY(goods.CostLevel_Buy_NotSelect(4));
 
     goods.CostLevel_Sell_Update(501, 2);
     goods.CostLevel_Buy_Update(501, 7);
