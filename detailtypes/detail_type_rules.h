@@ -13,9 +13,9 @@ struct DetailTypeDraft
     QString title; ///< as typed, blanks included
     TDetailKind kind = TDetailKind::None;
     TDetailKind storedKind = TDetailKind::None; ///< of a type that is changed
-    int items = 0;             ///< of the item list
-    int defaultItem = -1;      ///< position in the list, -1 for none
-    bool calendarGiven = true; ///< solar or Gregorian is chosen
+    int items = 0;                              ///< of the item list
+    int defaultItem = -1;                       ///< position in the list, -1 for none
+    bool calendarGiven = true;                  ///< solar or Gregorian is chosen
     bool reminder = false;
     QString titleOn;
     QString titleOff;

@@ -260,8 +260,7 @@ void TGood_DM::CostLevel_Save(int goodCode)
             }
         }
         if (otherDefault) {
-            assignments +=
-                u"Default_CostLevel_"_s + SideName(side) + u"_Number="_s + QString::number(now.defaultLevel);
+            assignments += u"Default_CostLevel_"_s + SideName(side) + u"_Number="_s + QString::number(now.defaultLevel);
         }
     }
     if (!assignments.isEmpty()) {

@@ -100,8 +100,7 @@ void TGood_DM::WriteFields(const TGoodInfoRec &rec, Writing writing)
     const goods::Written skipped = isNew ? goods::Written::Update : goods::Written::Insert;
     for (const goods::GoodField &field : goods::GoodFields()) {
         // The stamp is always written, so that a row that is gone is noticed.
-        const bool kept =
-            read && field.together != goods::Together::Modified && !goods::Differs(field, *read, written);
+        const bool kept = read && field.together != goods::Together::Modified && !goods::Differs(field, *read, written);
         if (field.written != skipped && !kept) {
             GoodGet_QRY.SetField(QString(field.column), field.Get(written));
         }

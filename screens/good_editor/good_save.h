@@ -11,9 +11,9 @@ public:
     {
         TGoodInfoRec good;
         bool isNew = false;
-        bool severalStores = false;  ///< the opening rows were entered in their own list
-        goods::OpeningValues loaded; ///< the opening stock before the change
-        int loadedStore = 0;         ///< and its store
+        bool severalStores = false;         ///< the opening rows were entered in their own list
+        goods::OpeningValues loaded;        ///< the opening stock before the change
+        int loadedStore = 0;                ///< and its store
         std::array<int, 5> loadedDetails{}; ///< the detail types before the change, 0 for none
     };
 

@@ -148,11 +148,11 @@ void TestGoodRecords::whatOthersChangeStays_data()
                                << u"ModifiedTime='9',ModifiedDate='9',UserModified='9'"_qs
                                << u"ModifiedTime,ModifiedDate,UserModified"_qs << u"|1405/02/03|"_qs;
     QTest::newRow("tax and its percent") << Change([](TGoodInfoRec &rec) { rec.TaxExempt = false; })
-                                         << u"TaxPercent=9,ChargePercent=8"_qs << u"TaxExempt+0,TaxPercent,ChargePercent"_qs
-                                         << u"0|0|8"_qs;
-    QTest::newRow("opening stock and its store") << Change([](TGoodInfoRec &rec) { rec.Store = 2; })
-                                                 << u"AvaBgPrd=5,CostBgPrd=6"_qs << u"Store,AvaBgPrd,CostBgPrd"_qs
-                                                 << u"2|24|6"_qs;
+                                         << u"TaxPercent=9,ChargePercent=8"_qs
+                                         << u"TaxExempt+0,TaxPercent,ChargePercent"_qs << u"0|0|8"_qs;
+    QTest::newRow("opening stock and its store")
+        << Change([](TGoodInfoRec &rec) { rec.Store = 2; }) << u"AvaBgPrd=5,CostBgPrd=6"_qs
+        << u"Store,AvaBgPrd,CostBgPrd"_qs << u"2|24|6"_qs;
     QTest::newRow("units and their ratio") << Change([](TGoodInfoRec &rec) { rec.Meghdar_Formool = 6; })
                                            << u"Unit2=1"_qs << u"Unit2,Meghdar_Formool"_qs << u"2|6"_qs;
     QTest::newRow("discounts one by one")

@@ -34,7 +34,6 @@ private slots:
         f.database.Exec(u"insert into GoodFirstAsset(GoodCode,StoreCode,tmp,Amount1,Radif) values(500009,1,0,4,1)"_qs);
         f.database.Exec(u"update GoodInf set AvaBgPrd=4,CostBgPrd=1"_qs);
         f.OpenGood(500009, [&](QWidget *screen) {
-            f.database.Exec(u"insert into PhotoGallery(GRPCode,Id_pic,Picture,tmp) values(102,500009,0x01,1)"_qs);
             f.ShowTab(screen, u"Category_TBC"_qs);
             QCOMPARE(test::Find<host::Grid>(screen, u"Category_GRD"_qs).RowCount(), 1);
             test::Focus(screen, u"Category_frame1"_qs);
@@ -55,6 +54,8 @@ private slots:
             test::Drive([&] { second.Open(500009, host::TFormMode::Edit); },
                         [](QWidget *) { test::Press(Qt::Key_Escape); });
             screen->activateWindow();
+            QVERIFY(QTest::qWaitForWindowActive(screen));
+            f.database.Exec(u"insert into PhotoGallery(GRPCode,Id_pic,Picture,tmp) values(102,500009,0x01,1)"_qs);
             if (!save)
                 return f.Leave();
             test::Press(Qt::Key_F3);

@@ -366,11 +366,12 @@ private slots:
             test::Press(Qt::Key_F3);
             QCOMPARE(f.host.messages.TakeAll(), QStringList{Saved});
         });
-        QCOMPARE(f.database.Rows(u"select kala_name,AvaBgPrd,VoucherCode,Comment,CostLevel_Sell_1,CostLevel_Sell_2,"
-                                 "Default_CostLevel_Sell_Number,CostLevel_Buy_1,CostLevel_Sell_9,Discount_Sell_3,(select "
-                                 "count(*) from GoodDetailRelation) from GoodInf join GoodCostDiscount on "
-                                 "GoodCode=Code"_qs),
-                 QStringList{u"ماست|6|7|شمارش|250|300|2|95|99|3|1"_qs});
+        QCOMPARE(
+            f.database.Rows(u"select kala_name,AvaBgPrd,VoucherCode,Comment,CostLevel_Sell_1,CostLevel_Sell_2,"
+                            "Default_CostLevel_Sell_Number,CostLevel_Buy_1,CostLevel_Sell_9,Discount_Sell_3,(select "
+                            "count(*) from GoodDetailRelation) from GoodInf join GoodCostDiscount on "
+                            "GoodCode=Code"_qs),
+            QStringList{u"ماست|6|7|شمارش|250|300|2|95|99|3|1"_qs});
         QCOMPARE(f.database.Rows(u"select tmp,Amount1 from GoodFirstAsset"_qs), QStringList{u"0|6"_qs});
         QCOMPARE(f.host.vouchers.calls.filter(u"Save"_qs), QStringList());
     }
@@ -388,7 +389,8 @@ private slots:
         EditorFixture f;
         f.InsertGood(500009, u"دوغ"_qs, 909);
         // Tag 9 is in no list any more, and an exempt good has kept its percent.
-        f.database.Exec(u"insert colors(code) values(1) insert TagS(Code,Name,color_code) values(1,N'نو',1),(2,N'کم',1) "
+        f.database.Exec(u"insert colors(code,Name,Value) values(1,N'سرخ','#ff0000') insert TagS(Code,Name,color_code) "
+                        u"values(1,N'نو',1),(2,N'کم',1) "
                         "update GoodInf set Comment='1'+char(13)+char(10)+'2',tags='9,1',Pos='',TaxExempt=1,"
                         "TaxPercent=5"_qs);
         f.OpenGood(500009, [&](QWidget *screen) {
