@@ -1,6 +1,7 @@
 #include "detailtypes/detail_type_get.h"
 
 #include "detailtypes/detail_items.h"
+#include "detailtypes/detail_type_choice.h"
 #include "host/host.h"
 #include "host/screens/theme.h"
 #include "ui_detail_type_get.h"
@@ -308,6 +309,7 @@ detail_types::DetailTypeDraft TDetailTypes_Get_FRM::Draft() const
     return {.isNew = IsNew(),
             .title = ui_->DetailTitle_EDT->text(),
             .kind = Kind(),
+            .storedKind = loaded_.DetailType,
             .items = ui_->RecommendList_LST->count(),
             .defaultItem = items_->DefaultItem(),
             .calendarGiven = ui_->SolarDate_RDB->isChecked() || ui_->GregorianDate_RDB->isChecked(),
@@ -323,7 +325,9 @@ std::vector<host::Check> TDetailTypes_Get_FRM::Validate()
                  return RefusalOf(detail_types::FirstFault(
                      Draft(),
                      {.sameTitles = [this](const QString &title) { return data_.DetailTypesTitle_Exist(title); },
-                      .reminderTaken = [this] { return data_.ExistsGoodDetailBeforeEditForDateAlarmDetail(Key()); }}));
+                      .reminderTaken = [this] { return data_.ExistsGoodDetailBeforeEditForDateAlarmDetail(Key()); },
+                      .meetsIdentifying =
+                          [this](bool inList) { return data_.MeetsSerialOrBarcode(Key().toInt(), inList); }}));
              }}};
 }
 
@@ -341,6 +345,11 @@ std::optional<Refusal> TDetailTypes_Get_FRM::RefusalOf(DetailTypeFault fault) co
     case DetailTypeFault::ReminderTaken:
         return Refusal{ui_->DateAlarm_CHB, [](MessageService &messages) {
                            messages.ShowMessage(ReminderTakenText(), host::MessageIcon::Warning);
+                       }};
+    case DetailTypeFault::IdentifyingOnGood:
+    case DetailTypeFault::IdentifyingInList:
+        return Refusal{ui_->Type_CMB, [inList = fault == DetailTypeFault::IdentifyingInList](MessageService &messages) {
+                           messages.ShowMessage(detail_types::TwoIdentifying(inList), host::MessageIcon::Warning);
                        }};
     case DetailTypeFault::KindMissing:
         return Required(ui_->Type_CMB, u"نوع جزئیات"_qs);

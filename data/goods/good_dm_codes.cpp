@@ -81,11 +81,19 @@ void TGood_DM::Good_ChangeCode(int newCode, int oldCode)
     host::Run(main_, u"Update Kala_category set kala_code="_s + to + u" where tmp>0 and kala_code="_s + from);
     host::Run(main_, u"Update PhotoGallery set Id_pic="_s + to + u" where tmp>0 and GRPCode=102 and Id_pic="_s + from);
     host::Run(main_, u"IF OBJECT_ID('tempdb..#GoodDetails') IS NOT NULL UPDATE #GoodDetails SET GoodCode = "_s + to +
-                         u" WHERE GoodCode = "_s + from);
+                          u" WHERE GoodCode = "_s + from);
+    const auto move = [this](int former, int later) {
+        for (auto &[good, category] : attached_) {
+            good = good == former ? later : good;
+        }
+    };
+    move(oldCode, newCode);
+    host::Transaction::WhenEnded(main_, [move, newCode, oldCode](bool committed) {
+        if (!committed) {
+            move(newCode, oldCode);
+        }
+    });
     transaction.Commit();
-    for (auto &[good, category] : attached_) {
-        good = good == oldCode ? newCode : good;
-    }
 }
 
 host::Quantity TGood_DM::GoodDefaultCost(int code)

@@ -8,6 +8,9 @@
 #include <QSqlDriver>
 #include <QSqlError>
 
+#include <utility>
+#include <vector>
+
 namespace host {
 
 namespace {
@@ -17,6 +20,7 @@ struct Open
     int depth = 0;
     bool spoiled = false;
     QStringList waiting; ///< what Run() was given and nobody has sent yet
+    std::vector<std::function<void(bool committed)>> ended;
 };
 
 /// Open transactions by driver: copies of a QSqlDatabase share it. By thread, as connections are.
@@ -24,6 +28,15 @@ QHash<const QSqlDriver *, Open> &OpenTransactions()
 {
     static thread_local QHash<const QSqlDriver *, Open> open;
     return open;
+}
+
+void End(const QSqlDatabase &connection, bool committed)
+{
+    // Taken out first: what runs here may begin a transaction of its own.
+    const Open last = OpenTransactions().take(connection.driver());
+    for (const auto &ended : last.ended) {
+        ended(committed);
+    }
 }
 
 } // namespace
@@ -70,7 +83,16 @@ void Transaction::Commit()
         throw error;
     }
     open_ = false;
-    OpenTransactions().remove(connection_.driver());
+    End(connection_, true);
+}
+
+void Transaction::WhenEnded(const QSqlDatabase &connection, std::function<void(bool committed)> ended)
+{
+    if (IsActive(connection)) {
+        OpenTransactions()[connection.driver()].ended.push_back(std::move(ended));
+    } else {
+        ended(true);
+    }
 }
 
 void Transaction::Rollback()
@@ -84,9 +106,9 @@ void Transaction::Rollback()
         open.spoiled = true;
         return;
     }
-    OpenTransactions().remove(connection_.driver());
     // A connection that is gone has rolled back already; a failing rollback leaves nothing to do.
     connection_.rollback();
+    End(connection_, false);
 }
 
 void Run(const QSqlDatabase &connection, const QString &text)

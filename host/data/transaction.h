@@ -4,6 +4,8 @@
 
 #include <QSqlDatabase>
 
+#include <functional>
+
 namespace host {
 
 /// A transaction by scope: what is not committed is rolled back. Begins with the write lock on the embedded database,
@@ -26,6 +28,10 @@ public:
     /// Undoes the writes now instead of at the end of the scope.
     void Rollback();
 
+    /// Runs `ended` when the outermost transaction on the connection has ended and its outcome is known; at once, as
+    /// committed, when none is open. What is remembered about the database must not run ahead of it. `ended` must not
+    /// throw.
+    static void WhenEnded(const QSqlDatabase &connection, std::function<void(bool committed)> ended);
     /// Whether a transaction is open on the connection.
     static bool IsActive(const QSqlDatabase &connection);
 

@@ -165,6 +165,7 @@ bool TBaseDock_FRM::Begin()
         m_showing = false;
         return false;
     }
+    m_stands = true;
     FormShown();
     return true;
 }
@@ -261,6 +262,7 @@ void TBaseDock_FRM::done(int result)
         return;
     }
     const QScopedValueRollback closing(m_closing, true);
+    m_stands = false;
     Command(Title(), [this] { FormClose(); });
     Command(Title(), [this] { StoreState(); });
     if (!m_keyboardLayoutName.isEmpty())
@@ -281,7 +283,9 @@ bool TBaseDock_FRM::Command(const QString &name, const std::function<void()> &bo
         qCWarning(screenLog).noquote() << error.LogText();
         text = error.Text();
         if (error.ConnectionLost())
-            text = QStringLiteral("ارتباط با پایگاه داده قطع شد. آنچه وارد کرده اید در فرم باقی است.\n") + text;
+            text = (m_stands ? QStringLiteral("ارتباط با پایگاه داده قطع شد. آنچه وارد کرده اید در فرم باقی است.\n")
+                             : QStringLiteral("ارتباط با پایگاه داده قطع شد.\n")) +
+                   text;
     } catch (const RefusedText &error) {
         text = error.Text();
     } catch (const std::exception &error) {

@@ -160,6 +160,7 @@ private:
     bool m_showing = false;
     bool m_aborted = false;
     bool m_closing = false;
+    bool m_stands = false; ///< opened, and not about to close: what was entered stays
     QWidget *m_header = nullptr;
     QLabel *m_title = nullptr;
     QBoxLayout *m_headerRow = nullptr;

@@ -115,6 +115,7 @@ bool TBaseGet_FRM::OpenRecord(const QVariant &key, TFormMode mode, const QString
     SetParameterText(parameterText);
     m_key = mode == TFormMode::New ? QVariant() : key;
     m_savedKey.clear();
+    m_recordGone = false;
     ClearAborted();
     m_save->setVisible(mode != TFormMode::Review);
     // Before loading, which locks what this record does not allow.
@@ -188,6 +189,8 @@ void TBaseGet_FRM::Watch(QWidget *input)
         connect(edit, &QLineEdit::textEdited, edit, [edit] { KeepOneLine(edit); });
         connect(edit, &QLineEdit::textChanged, this, changed);
     } else if (auto *combo = qobject_cast<QComboBox *>(input)) {
+        if (QLineEdit *typed = combo->lineEdit())
+            connect(typed, &QLineEdit::textEdited, typed, [typed] { KeepOneLine(typed); });
         connect(combo, &QComboBox::currentIndexChanged, this, changed);
         connect(combo, &QComboBox::editTextChanged, this, changed);
     } else if (auto *text = qobject_cast<QPlainTextEdit *>(input)) {
@@ -239,6 +242,7 @@ bool TBaseGet_FRM::RecordStillThere()
     const QString statement = PrepareRecoveryQuery();
     if (statement.isEmpty() || Exists(m_host.DM.ADOConnection1, statement))
         return true;
+    m_recordGone = true;
     m_host.messages.ShowMessage(
         QStringLiteral("کاربر گرامی این رکورد توسط کاربر دیگری حذف شده است و قابل ذخیره نمی باشد"),
         MessageIcon::Warning);

@@ -38,14 +38,17 @@ void BarcodeFields::Clear()
     for (BarcodeEdit *edit : edits_)
         edit->SetStored({});
     stored_.reset();
+    passed_.clear();
     panel_->show();
 }
 
 void BarcodeFields::Show(const QString &text)
 {
     const goods::Barcodes barcodes = goods::UnpackBarcodes(text);
-    for (size_t i = 0; i < edits_.size(); ++i)
+    for (size_t i = 0; i < edits_.size(); ++i) {
         edits_[i]->SetStored(barcodes[i]);
+        passed_[edits_[i]] = barcodes[i];
+    }
     stored_ = text;
     panel_->setVisible(barcodes != goods::Barcodes());
 }
@@ -90,11 +93,29 @@ bool BarcodeFields::CheckEntered(BarcodeEdit *edit)
     return accepted;
 }
 
-goods::Refused BarcodeFields::CheckLeft(BarcodeEdit *edit) const
+goods::Refused BarcodeFields::CheckTyped()
+{
+    for (BarcodeEdit *edit : edits_)
+        if (edit->Barcode() != passed_.value(edit))
+            if (goods::Refused refused = CheckLeft(edit))
+                return refused;
+    return {};
+}
+
+goods::Refused BarcodeFields::CheckLeft(BarcodeEdit *edit)
 {
     edit->ShowCleaned();
     if (goods::Refused refused = CheckOperation(edit))
         return refused;
+    if (edit->text() != passed_.value(edit))
+        if (goods::Refused refused = CheckUnique(edit))
+            return refused;
+    passed_[edit] = edit->text();
+    return {};
+}
+
+goods::Refused BarcodeFields::CheckUnique(BarcodeEdit *edit) const
+{
     const QString barcode = edit->text();
     if (barcode.isEmpty())
         return {};
@@ -108,6 +129,13 @@ goods::Refused BarcodeFields::CheckLeft(BarcodeEdit *edit) const
     if (host_.goodDetails.CheckBarcodeInGoodDetail(barcode))
         return repeated(QStringLiteral("برای جزییات کالا تعریف شده و"));
     return {};
+}
+
+void BarcodeFields::GiveKeyboardBack()
+{
+    for (const BarcodeEdit *edit : edits_)
+        if (edit->window()->focusWidget() == edit)
+            SwitchKeyboard(host::KeyboardService::Persian);
 }
 
 void BarcodeFields::SwitchKeyboard(const char16_t *layout)

@@ -68,6 +68,12 @@ void CompletePage::FillTags()
     ui_->Tag_editor->SetAvailable(tags);
 }
 
+void CompletePage::GiveKeyboardBack()
+{
+    if (window()->focusWidget() == ui_->SmsCode_EDT)
+        host_.keyboard.LoadKeyboardLayout(QString::fromUtf16(host::KeyboardService::Persian));
+}
+
 void CompletePage::Clear()
 {
     Show(TGoodInfoRec());
@@ -87,7 +93,7 @@ void CompletePage::Show(const TGoodInfoRec &rec)
     ui_->Position_EDT->setText(rec.Position);
     ui_->DetailUniqueCode_EDT->setText(rec.DetailUniqueCode);
     ui_->DaraiGoodType_CMB->setCurrentIndex(ui_->DaraiGoodType_CMB->findData(rec.DaraiGoodType));
-    ui_->Tag_editor->SetCodesText(rec.tags);
+    ui_->Tag_editor->ShowStored(rec.tags);
     ui_->Comment_EDT->setPlainText(rec.Comment);
 }
 
@@ -106,7 +112,11 @@ void CompletePage::Store(TGoodInfoRec &rec) const
     if (ui_->DaraiGoodType_CMB->currentIndex() >= 0)
         rec.DaraiGoodType = static_cast<qint16>(ui_->DaraiGoodType_CMB->currentData().toInt());
     rec.tags = ui_->Tag_editor->CodesText();
+    // The edit knows one kind of line end; a remark keeps its own.
+    const bool carriageReturns = rec.Comment.contains(QStringLiteral("\r\n"));
     rec.Comment = ui_->Comment_EDT->toPlainText();
+    if (carriageReturns)
+        rec.Comment.replace(u'\n', QStringLiteral("\r\n"));
 }
 
 QString CompletePage::ShownPos() const

@@ -30,6 +30,8 @@ public:
     void Clear();
     void Show(const TGoodInfoRec &rec);
     void Store(TGoodInfoRec &rec) const;
+    /// The screen closes: the keyboard is left as by leaving the focused edit.
+    void GiveKeyboardBack();
 
     /// Applies the percent rules of the focused field.
     goods::Refused LeaveFocused();

@@ -51,7 +51,7 @@ CostLevelSide::CostLevelSide(const Operations &operations, TGood_DM &data, host:
     hint_->setFont(host::theme::InterfaceFont(HintPoints));
     connect(prices, &PriceDelegate::Entered, this, &CostLevelSide::NextPrice);
     connect(grid_, &host::Grid::RowActivated, this, [this] { EditPrice(grid_->currentIndex().row()); });
-    connect(&Rows(), &host::Dataset::FieldChanged, this, &CostLevelSide::MarkChanged);
+    connect(&Rows(), &host::Dataset::FieldChanged, this, &CostLevelSide::Changed);
     connect(&Rows(), &host::Dataset::Failed, this,
             [this](const QString &text) { run_([text] { throw host::DatabaseError(text); }); });
     // Later, because a grid that is still moving cannot be sent back.
@@ -67,10 +67,12 @@ CostLevelSide::CostLevelSide(const Operations &operations, TGood_DM &data, host:
 
 void CostLevelSide::Open(int goodCode, host::TFormMode mode)
 {
-    if (mode == host::TFormMode::Review)
+    if (mode == host::TFormMode::Review) {
         (data_.*operations_.View)(goodCode);
-    else
+        ShowHint();
+    } else {
         MoveTo(goodCode);
+    }
     QList<host::Entity> levels;
     const int chosen = (data_.*operations_.Fill)(levels, goodCode);
     default_->clear();
@@ -78,19 +80,17 @@ void CostLevelSide::Open(int goodCode, host::TFormMode mode)
         default_->addItem(level.Name, level.Code);
     default_->setCurrentIndex(chosen);
     defaultStored_ = true;
-    changed_ = false;
-}
-
-void CostLevelSide::MarkChanged()
-{
-    changed_ = true;
-    emit Changed();
 }
 
 void CostLevelSide::MoveTo(int goodCode)
 {
     good_ = goodCode;
     (data_.*operations_.GetAll)(goodCode);
+    ShowHint();
+}
+
+void CostLevelSide::ShowHint()
+{
     // A good that came from elsewhere has no price row; its first save makes one.
     hint_->setText(Rows().IsEmpty()
                        ? QStringLiteral("این کالا هنوز ردیف قیمت ندارد؛ پس از ذخیره می توانید قیمت ها را وارد کنید.")
@@ -175,7 +175,7 @@ void CostLevelSide::PostPrice()
 void CostLevelSide::ChooseDefault()
 {
     defaultStored_ = false;
-    MarkChanged();
+    emit Changed();
     Post();
 }
 
@@ -190,7 +190,7 @@ void CostLevelSide::StoreDefault()
 goods::Refused CostLevelSide::CheckDefault() const
 {
     const int level = default_->currentData().toInt();
-    if (level == 0 || !(data_.*operations_.NotSelect)(good_, level))
+    if (level == 0 || !(data_.*operations_.NotSelect)(level))
         return {};
     return goods::RequiredField(grid_, QStringLiteral("قيمت سطح پيش فرض"));
 }

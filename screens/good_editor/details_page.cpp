@@ -27,6 +27,10 @@ void DetailsPage::OpenExisting(int goodCode)
 {
     data_.FillGoodDetails(goodCode);
     Refresh();
+    loaded_ = {};
+    const int known = qMin(data_.GoodDetails_QRY.RecordCount(), static_cast<int>(loaded_.size()));
+    for (int row = 0; row < known; ++row)
+        loaded_[static_cast<size_t>(row)] = data_.GoodDetails_QRY.FieldAt(row, u"GoodDetailID").toInt();
 }
 
 void DetailsPage::Refresh()

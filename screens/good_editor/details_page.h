@@ -23,6 +23,8 @@ public:
     void OpenNew(int goodCode);
     /// Makes the working list of an existing good: its own.
     void OpenExisting(int goodCode);
+    /// The detail types that the good was opened with, 0 for none.
+    const std::array<int, 5> &Loaded() const { return loaded_; }
     bool HasRows() const { return !data_.GoodDetails_QRY.IsEmpty(); }
 
 private:
@@ -30,4 +32,5 @@ private:
 
     TGood_DM &data_;
     std::unique_ptr<Ui::DetailsPage> ui_;
+    std::array<int, 5> loaded_{};
 };

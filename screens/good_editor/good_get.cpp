@@ -1,5 +1,6 @@
 #include "screens/good_editor/good_get.h"
 
+#include "data/goods/good_fields.h"
 #include "host/data/transaction.h"
 #include "screens/good_editor/barcode_edit.h"
 #include "screens/good_editor/barcode_fields.h"
@@ -157,6 +158,8 @@ void TGood_Get_FRM::RunRule(const std::function<goods::Refused()> &rule)
 
 void TGood_Get_FRM::Prepare()
 {
+    if (!IsShowing())
+        data_.DeleteTmpCategory();
     loaded_ = TGoodInfoRec();
     const int group = ParameterText().toInt();
     general_->FillGroups();
@@ -186,9 +189,12 @@ void TGood_Get_FRM::Load()
     const int code = Key().toInt();
     if (!data_.Good_GetByID(code, loaded_)) {
         m_host.messages.ShowMessage(QStringLiteral("این کالا دیگر وجود ندارد."), host::MessageIcon::Warning);
+        SetRecordGone();
         AbortOpening();
         return;
     }
+    if (Mode() == TFormMode::Edit)
+        data_.DeleteTmpCategory();
     general_->FillGroups();
     complete_->FillLists();
     details_->OpenExisting(code);
@@ -205,6 +211,7 @@ void TGood_Get_FRM::Load()
     ApplyOpeningLock();
     general_->Opening().SetDetailsEntered(m_host.goodDetails.EnterGoodDetails_Get(code, TOperationType::OpeningStock));
     categories_->Open(code, Mode() == TFormMode::Edit);
+    untouched_ = Entered();
 }
 
 void TGood_Get_FRM::ApplyOpeningLock()
@@ -238,24 +245,31 @@ std::vector<host::Check> TGood_Get_FRM::Validate()
     return validation_->Checks({Mode(), loaded_.VoucherCode, [this] { return TakeTypedCode(); }});
 }
 
+TGoodInfoRec TGood_Get_FRM::Entered() const
+{
+    TGoodInfoRec good = loaded_;
+    general_->Store(good);
+    good.AbbName = barcodes_->Text();
+    prices_->Store(good);
+    complete_->Store(good);
+    discounts_->Store(good);
+    return good;
+}
+
 void TGood_Get_FRM::Write()
 {
     GoodSave::Request request;
-    request.good = loaded_;
-    general_->Store(request.good);
-    request.good.AbbName = barcodes_->Text();
-    prices_->Store(request.good);
-    complete_->Store(request.good);
-    discounts_->Store(request.good);
+    request.good = Entered();
     request.isNew = IsNew();
+    if (!request.isNew)
+        goods::KeepUntouched(request.good, untouched_, loaded_);
     const OpeningFields &opening = general_->Opening();
     request.loaded = opening.Loaded();
     request.entered = opening.Values();
     request.rowChanged = opening.RowChanged();
     request.loadedRowStore = opening.LoadedRowStore();
     request.rowStore = opening.RowStore();
-    request.sellChanged = prices_->SellChanged();
-    request.buyChanged = prices_->BuyChanged();
+    request.loadedDetails = details_->Loaded();
 
     const int code = GoodSave(m_host, data_).Run(request);
     replacedCode_ = code == request.good.Code ? 0 : request.good.Code;
@@ -293,8 +307,6 @@ void TGood_Get_FRM::FormShow()
     if (openingPage_ < 0 || openingPage_ >= ui_->PageControl1->count())
         openingPage_ = 0;
     ui_->PageControl1->setCurrentIndex(openingPage_);
-    if (Mode() != TFormMode::Review)
-        data_.DeleteTmpCategory();
     TBaseGet_New_FRM::FormShow();
 }
 
@@ -307,6 +319,8 @@ void TGood_Get_FRM::FormShown()
 
 void TGood_Get_FRM::FormClose()
 {
+    barcodes_->GiveKeyboardBack();
+    complete_->GiveKeyboardBack();
     if (Mode() != TFormMode::Review)
         DiscardWorkingRows();
     TBaseGet_New_FRM::FormClose();
@@ -316,8 +330,8 @@ void TGood_Get_FRM::DiscardWorkingRows()
 {
     const int code = WorkingCode();
     host::Transaction transaction(data_.Connection());
-    data_.FirstAsset_DeleteTemp(code);
     data_.undodelete_category(code);
+    data_.FirstAsset_DeleteTemp(code);
     data_.DeleteTmpCategory();
     data_.DeleteTmpphoto(code);
     data_.CostLevel_DeleteTemp(code);

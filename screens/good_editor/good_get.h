@@ -50,6 +50,8 @@ private:
     void OpenPhotos();
     goods::Refused TakeTypedCode();
     void RunRule(const std::function<goods::Refused()> &rule);
+    /// The good as the controls have it.
+    TGoodInfoRec Entered() const;
     void ApplyOpeningLock();
     void DiscardWorkingRows();
     bool IsNew() const { return Mode() == host::TFormMode::New; }
@@ -70,6 +72,8 @@ private:
     std::unique_ptr<GoodValidation> validation_;
     /// The good as it was loaded: what no control shows is written back as it was.
     TGoodInfoRec loaded_;
+    /// And what the controls gave back of it before anything was entered.
+    TGoodInfoRec untouched_;
     int openingPage_ = 0;
     /// The code that was asked for, when the good had to be saved under another one.
     int replacedCode_ = 0;

@@ -2,6 +2,8 @@
 
 #include "host/data/transaction.h"
 
+#include <algorithm>
+
 using host::TOperationType;
 using host::TSoftwarePart;
 
@@ -54,10 +56,6 @@ void GoodSave::WriteGood(Request &request)
         data_.Good_Insert(good);
     else
         data_.Good_Update(good);
-    if (request.sellChanged)
-        data_.CostLevel_Sell_Restore(good.Code);
-    if (request.buyChanged)
-        data_.CostLevel_Buy_Restore(good.Code);
     data_.CostLevel_Save(good.Code);
 
     // With good details switched off the working list is not asked, and the relations stay as they are.
@@ -65,7 +63,8 @@ void GoodSave::WriteGood(Request &request)
         return;
     if (request.isNew)
         data_.InsertGoodDetailRelation(good.Code, d1, d2, d3, d4, d5);
-    else
+    else if (const std::array now{d1, d2, d3, d4, d5};
+             !std::is_permutation(now.begin(), now.end(), request.loadedDetails.begin()))
         data_.UpdateGoodDetailRelation(good.Code, d1, d2, d3, d4, d5);
 }
 

@@ -16,8 +16,7 @@ public:
         bool rowChanged = false;      ///< its row is another one now
         int loadedRowStore = 0;       ///< where that stood, 0 for nowhere
         int rowStore = 0;             ///< and where it stands now
-        bool sellChanged = false;     ///< a sale price or the default level of sale was changed
-        bool buyChanged = false;
+        std::array<int, 5> loadedDetails{}; ///< the detail types before the change, 0 for none
     };
 
     GoodSave(host::Host &host, TGood_DM &data) : host_(host), data_(data) {}

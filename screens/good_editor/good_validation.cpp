@@ -113,6 +113,8 @@ Refused GoodValidation::FocusedFieldLeft() const
 {
     if (Refused refused = pages_.general.Opening().LeaveFocusedPicker())
         return refused;
+    if (Refused refused = pages_.barcodes.CheckTyped())
+        return refused;
     return pages_.complete.LeaveFocused();
 }
 

@@ -97,6 +97,8 @@ private:
     void NewGood();
     void OpenGood(host::TFormMode mode);
     void DeleteGood();
+    /// The good is gone from the database: its row goes at once.
+    void TakeOut(const QString &key);
     void Choose();
     void TakeTyped();
     bool FindBarcode(const QString &barcode);

@@ -91,11 +91,27 @@ void TGood_List_FRM::OpenGood(TFormMode mode)
     if (grid->IsEmpty())
         return;
     const QString key = grid->CurrentKey();
-    const int result = Editor().Open(key.toInt(), mode);
-    if (mode == TFormMode::Edit && result == QDialog::Accepted)
+    TGood_Get_FRM &editor = Editor();
+    const int result = editor.Open(key.toInt(), mode);
+    if (editor.RecordGone())
+        TakeOut(key);
+    else if (mode == TFormMode::Edit && result == QDialog::Accepted)
         Renew();
     else
         grid->Locate(key);
+}
+
+void TGood_List_FRM::TakeOut(const QString &key)
+{
+    host::Grid *grid = ui->GoodListDB_GRD;
+    grid->SetMarked(key, false);
+    if (grid->Locate(key)) {
+        host::Grid::Place place = grid->CurrentPlace();
+        place.key.clear();
+        m_list.Data().ForgetRow(grid->CurrentSourceRow()); // the reading anew may take a moment
+        grid->ReturnTo(place);
+    }
+    Renew();
 }
 
 void TGood_List_FRM::DeleteGood()
@@ -106,12 +122,7 @@ void TGood_List_FRM::DeleteGood()
     const QString key = grid->CurrentKey();
     if (!m_removal.Delete(key.toInt(), ui->Del_BTN))
         return;
-    grid->SetMarked(key, false);
-    host::Grid::Place place = grid->CurrentPlace();
-    place.key.clear();
-    m_list.Data().ForgetRow(grid->CurrentSourceRow()); // the reading anew may take a moment
-    grid->ReturnTo(place);
-    Renew();
+    TakeOut(key);
 }
 
 void TGood_List_FRM::ActivateRow()

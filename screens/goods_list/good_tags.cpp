@@ -56,7 +56,7 @@ void GoodTagsView::Show(const QList<GoodTags> &goods, bool editable)
         auto *panel = new host::TagsPanel(lines);
         panel->setReadOnly(!editable || goods.size() > 1);
         panel->SetAvailable(m_available);
-        panel->SetCodesText(good.Tags);
+        panel->ShowStored(good.Tags);
         connect(panel, &host::TagsPanel::Changed, this,
                 [this, panel, code = good.Code] { emit Changed(code, panel->CodesText()); });
         grid->addWidget(new QLabel(good.Name, lines), row, 0);

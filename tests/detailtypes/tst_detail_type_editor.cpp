@@ -255,6 +255,11 @@ private slots:
                "و به "
                "همین دلیل  افزودن تیک یادآوری سررسید برای این جزئیات امکان پذیر نمی باشد)"_qs
             << u"DateAlarm_CHB"_qs;
+        for (const int kind : {3, 6})
+            QTest::addRow("kind %d beside a serial", kind)
+                << true << titled(u"ساخت"_qs, kind)
+                << u"ShowMessage(کاربر گرامی برای یک کالا امکان وجود چند جزییات بارکدی و یا سریالی و یا وجود از هر دونوع همزمان امکان پذیر نمی باشد)"_qs
+                << u"Type_CMB"_qs;
         QTest::newRow("kind") << false << titled(u"رنگ"_qs, 0) << required(u"نوع جزئیات"_qs) << u"Type_CMB"_qs;
         QTest::newRow("items of a list") << false << titled(u"رنگ"_qs, 1) << required(u"مقادیر پیشنهادی"_qs)
                                          << u"RecommendValues_EDT"_qs;
@@ -292,7 +297,9 @@ private slots:
             "insert into GoodGrpS(Code,Name) values(5,N'لبنیات')\n"
             "insert into GoodInf(Code,GrpCode,Name) values(1,5,N'شیر')\n"
             "insert into GoodDetailValues(GoodCode) values(1)\n"
-            "insert into GoodDetailValueDetails(DetailValueID,DetailID,[Value]) values(1,1,'x'),(1,2,'y')"_qs);
+            "insert into GoodDetailValueDetails(DetailValueID,DetailID,[Value]) values(1,1,'x'),(1,2,'y')\n"
+            "insert into DetailTypes(Title,DetailType) values(N'سریال',3)\n"
+            "insert into GoodDetailRelation(GoodCode,DetailID) values(1,1),(1,5)"_qs);
         if (!fill) // a calendar that only another program can have stored
             e.database.Exec(u"update DetailTypes set DateType=9 where ID=1"_qs);
         const QStringList before = e.Types(Columns);

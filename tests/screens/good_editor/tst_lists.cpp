@@ -1,6 +1,8 @@
 #include "tests/screens/good_editor/editor_fixture.h"
 #include "tests/support/test_main.h"
 
+#include "host/controls/grid.h"
+
 #include <QComboBox>
 #include <QPushButton>
 #include <QtTest>
@@ -27,12 +29,13 @@ private slots:
         f.host.categories.all = {{1, 0, u"خوراکی"_qs}, {2, 1, u"سرد"_qs}, {3, 1, u"گرم"_qs}};
         f.database.Exec(u"insert into Categories(Code,ParentCode,Name,Path) values(1,null,N'خوراکی',',1,'),"
                         "(2,1,N'سرد',',1,2,'),(3,1,N'گرم',',1,3,')"_qs);
-        f.database.Exec(u"insert into Kala_category(Kala_code,Category_code) values(500009,2)"_qs);
+        // The second row was left by a desk that died.
+        f.database.Exec(u"insert into Kala_category(Kala_code,Category_code,tmp) values(500009,2,0),(500009,3,1)"_qs);
         f.database.Exec(u"insert into GoodFirstAsset(GoodCode,StoreCode,tmp,Amount1,Radif) values(500009,1,0,4,1)"_qs);
         f.database.Exec(u"update GoodInf set AvaBgPrd=4,CostBgPrd=1"_qs);
         f.OpenGood(500009, [&](QWidget *screen) {
-            f.database.Exec(u"insert into PhotoGallery(GRPCode,Id_pic,Picture,tmp) values(102,500009,0x01,1)"_qs);
             f.ShowTab(screen, u"Category_TBC"_qs);
+            QCOMPARE(test::Find<host::Grid>(screen, u"Category_GRD"_qs).RowCount(), 1);
             test::Focus(screen, u"Category_frame1"_qs);
             test::Press(Qt::Key_Home);
             QCOMPARE(test::Find<QComboBox>(screen, u"Category_frame1"_qs).currentText(), u"خوراکی / سرد"_qs);
@@ -45,6 +48,14 @@ private slots:
             QCOMPARE(test::Focused(), u"Category_GRD"_qs);
             test::Press(Qt::Key_F7);
             QCOMPARE(f.host.messages.Take(), u"MsgDeleteItem(دسته)"_qs);
+            // Another desk opens the same good and leaves it unsaved.
+            test::TestHost other({f.database.AnotherConnection(), f.database.GoodsList(), f.database.Scales()});
+            TGood_Get_FRM second(other);
+            test::Drive([&] { second.Open(500009, host::TFormMode::Edit); },
+                        [](QWidget *) { test::Press(Qt::Key_Escape); });
+            screen->activateWindow();
+            QVERIFY(QTest::qWaitForWindowActive(screen));
+            f.database.Exec(u"insert into PhotoGallery(GRPCode,Id_pic,Picture,tmp) values(102,500009,0x01,1)"_qs);
             if (!save)
                 return f.Leave();
             test::Press(Qt::Key_F3);

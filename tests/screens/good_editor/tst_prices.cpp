@@ -103,6 +103,14 @@ private slots:
         EditorFixture f;
         f.InsertGood(500009, u"دوغ"_qs, 909);
         f.database.Exec(u"delete from GoodCostDiscount"_qs);
+        f.InsertGood(500008, u"شیر"_qs, 908);
+        TGood_Get_FRM kept(f.host);
+        for (const auto &[code, hint] : {std::pair(500009, u"این کالا هنوز"_qs), {500008, u"[ قيمت هر سطح"_qs}})
+            test::Drive([&, code = code] { kept.Open(code, host::TFormMode::Review); },
+                        [hint = hint](QWidget *screen) {
+                            QVERIFY(test::Find<QLabel>(screen, u"BuyHint_LBL"_qs).text().startsWith(hint));
+                            test::Press(Qt::Key_Escape);
+                        });
         QString hintAndRows;
         // What each side shows: its hint, its levels, and whether a default level may be chosen.
         const auto sides = [&](QWidget *screen) {
@@ -125,8 +133,8 @@ private slots:
             test::Press(Qt::Key_F3);
             QCOMPARE(f.host.messages.TakeAll(), QStringList{Saved});
         });
-        QCOMPARE(f.database.Rows(u"select GoodCode,CostLevel_Sell_1 from GoodCostDiscount"_qs),
-                 QStringList{u"500009|0"_qs});
+        QCOMPARE(f.database.Rows(u"select CostLevel_Sell_1 from GoodCostDiscount where GoodCode=500009"_qs),
+                 QStringList{u"0"_qs});
         f.OpenGood(500009, [&](QWidget *screen) {
             sides(screen);
             QCOMPARE(hintAndRows, u"[ قيمت هر سطح را با کليک کردن در مقابل آن مشخص نماييد ]|10|1"_qs);
@@ -136,7 +144,7 @@ private slots:
             QCOMPARE(f.host.messages.TakeAll(), QStringList{Saved});
         });
         QCOMPARE(f.database.Rows(u"select CostLevel_Sell_1,CostLevel_Sell_2,CostLevel_Sell_10,CostLevel_Buy_1,"
-                                 "Default_CostLevel_Sell_Number from GoodCostDiscount"_qs),
+                                 "Default_CostLevel_Sell_Number from GoodCostDiscount where GoodCode=500009"_qs),
                  QStringList{u"100|200|0|0|2"_qs});
     }
 

@@ -6,6 +6,7 @@
 
 #include <QAbstractButton>
 #include <QAction>
+#include <QClipboard>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -246,6 +247,7 @@ private slots:
         EditorFixture f;
         f.InsertGood(500009, u"دوغ"_qs, 909);
         f.host.settings.record.GoodDetails = true;
+        f.database.Exec(u"insert into DetailTypes(Title,DetailType) values(N'رنگ',1)"_qs);
         const QString state =
             u"select g.Code,g.Name,g.AvaBgPrd,c.Discount_Sell_1,c.CostLevel_Sell_1,(select count(*) from "
             "GoodFirstAsset where tmp=0) from GoodInf g join GoodCostDiscount c on c.GoodCode=g.Code"_qs;
@@ -256,6 +258,8 @@ private slots:
             test::Enter(screen, u"CostBgPrd_EDT"_qs, u"10"_qs);
             f.ShowTab(screen, u"Discount_TPC"_qs);
             test::Enter(screen, u"Discount_Sell_1_EDT"_qs, u"7"_qs);
+            f.database.Exec(u"insert into #GoodDetails(GoodCode,GoodDetailID,GoodDetailTitle) select "
+                            "500009,ID,Title from DetailTypes"_qs);
             f.database.Exec(u"drop table "_qs + table);
             test::Press(Qt::Key_F3);
             QVERIFY(f.host.messages.Take().contains(table));
@@ -284,13 +288,16 @@ private slots:
             QSqlDatabase main = f.database.Main();
             main.close();
             test::Press(Qt::Key_F3);
-            QVERIFY(!f.host.messages.TakeAll().isEmpty());
+            QVERIFY(f.host.messages.TakeAll().join(u' ').contains(u"باقی است"_qs));
             QCOMPARE(test::Find<QComboBox>(screen, u"Name_EDT"_qs).currentText(), u"شیر"_qs);
             QVERIFY(main.open());
             QCOMPARE(f.database.Scalar(u"select count(*) from GoodInf"_qs).toInt(), 0);
             test::Press(Qt::Key_F3);
             QCOMPARE(f.host.messages.TakeAll(), QStringList{Saved});
+            main.close();
             test::Press(Qt::Key_Escape);
+            QVERIFY(!f.host.messages.TakeAll().join(u' ').contains(u"باقی است"_qs)); // the form goes all the same
+            QVERIFY(main.open());
         });
         QCOMPARE(f.database.Rows(u"select Code,Name from GoodInf"_qs), QStringList{u"500001|شیر  "_qs});
     }
@@ -392,6 +399,7 @@ private slots:
         f.InsertGood(500009, u"دوغ"_qs, 909);
         f.database.Exec(u"update GoodInf set AvaBgPrd=4,CostBgPrd=10"_qs);
         f.database.Exec(u"insert into GoodFirstAsset(GoodCode,StoreCode,tmp,Amount1,Radif) values(500009,1,0,4,1)"_qs);
+        f.host.settings.record.GoodDetails = true;
         f.OpenGood(500009, [&](QWidget *screen) {
             f.ShowTab(screen, u"Cost_Level_TPC"_qs);
             test::Focus(screen, u"SellDetails_GRD"_qs);
@@ -400,7 +408,9 @@ private slots:
             // Another desk opens the same good, enters its opening stock and leaves.
             f.database.Exec(u"update GoodInf set AvaBgPrd=6,VoucherCode=7,Comment=N'شمارش'"_qs);
             f.database.Exec(u"update GoodFirstAsset set Amount1=6 where tmp=0"_qs);
-            f.database.Exec(u"update GoodCostDiscount set CostLevel_Buy_1=95"_qs);
+            f.database.Exec(u"update GoodCostDiscount set CostLevel_Buy_1=95,CostLevel_Sell_9=99,Discount_Sell_3=3"_qs);
+            f.database.Exec(u"insert DetailTypes(Title,DetailType) values(N'رنگ',1) "
+                            "insert GoodDetailRelation(GoodCode,DetailID) select 500009,ID from DetailTypes"_qs);
             f.database.Exec(u"delete from tmpCostList"_qs);
             test::Type(u"300"_qs);
             test::Press(Qt::Key_Return);
@@ -415,12 +425,60 @@ private slots:
             test::Press(Qt::Key_F3);
             QCOMPARE(f.host.messages.TakeAll(), QStringList{Saved});
         });
-        QCOMPARE(f.database.Rows(u"select kala_name,AvaBgPrd,VoucherCode,Comment,CostLevel_Sell_1,CostLevel_Sell_2,"
-                                 "Default_CostLevel_Sell_Number,CostLevel_Buy_1 from GoodInf join GoodCostDiscount on "
-                                 "GoodCode=Code"_qs),
-                 QStringList{u"ماست|6|7|شمارش|250|300|2|95"_qs});
+        QCOMPARE(
+            f.database.Rows(u"select kala_name,AvaBgPrd,VoucherCode,Comment,CostLevel_Sell_1,CostLevel_Sell_2,"
+                            "Default_CostLevel_Sell_Number,CostLevel_Buy_1,CostLevel_Sell_9,Discount_Sell_3,(select "
+                            "count(*) from GoodDetailRelation) from GoodInf join GoodCostDiscount on "
+                            "GoodCode=Code"_qs),
+            QStringList{u"ماست|6|7|شمارش|250|300|2|95|99|3|1"_qs});
         QCOMPARE(f.database.Rows(u"select tmp,Amount1 from GoodFirstAsset"_qs), QStringList{u"0|6"_qs});
-        QVERIFY(f.host.vouchers.calls.isEmpty());
+        QCOMPARE(f.host.vouchers.calls.filter(u"Save"_qs), QStringList());
+    }
+
+    void whatControlsCannotShowStays_data()
+    {
+        QTest::addColumn<bool>("edited");
+        QTest::addColumn<QString>("row");
+        QTest::newRow("left alone") << false << u"1\r\n2|9,1||5"_qs;
+        QTest::newRow("edited") << true << u"1\r\n2\r\n3|1,2,9|7|0"_qs;
+    }
+    void whatControlsCannotShowStays()
+    {
+        QFETCH(bool, edited);
+        EditorFixture f;
+        f.InsertGood(500009, u"دوغ"_qs, 909);
+        // Tag 9 is in no list any more, and an exempt good has kept its percent.
+        f.database.Exec(u"insert colors(code,Name,Value) values(1,N'سرخ','#ff0000') insert TagS(Code,Name,color_code) "
+                        u"values(1,N'نو',1),(2,N'کم',1) "
+                        "update GoodInf set Comment='1'+char(13)+char(10)+'2',tags='9,1',Pos='',TaxExempt=1,"
+                        "TaxPercent=5"_qs);
+        f.OpenGood(500009, [&](QWidget *screen) {
+            f.ShowTab(screen, u"Complete_TPC"_qs);
+            if (edited) {
+                test::Enter(screen, u"Pos_EDT"_qs, u"7"_qs);
+                test::Focus(screen, u"Comment_EDT"_qs);
+                test::Press(Qt::Key_End, Qt::ControlModifier);
+                test::Press(Qt::Key_Return);
+                test::Type(u"3"_qs);
+                test::Focus(screen, u"Tag_editor"_qs);
+                test::Press(Qt::Key_Space);
+                test::Press(Qt::Key_Down);
+                test::Press(Qt::Key_Return);
+                f.ShowTab(screen, u"Discount_TPC"_qs);
+                test::Focus(screen, u"TaxGlobalSetting_RB"_qs);
+                test::Press(Qt::Key_Space);
+                f.ShowTab(screen, u"General_TPC"_qs);
+                QGuiApplication::clipboard()->setText(u"دوغ\tساده\r\n"_qs);
+                test::Focus(screen, u"Name_EDT"_qs);
+                test::Press(Qt::Key_A, Qt::ControlModifier);
+                test::Press(Qt::Key_V, Qt::ControlModifier);
+            }
+            test::Press(Qt::Key_F3);
+            QCOMPARE(f.host.messages.TakeAll(), QStringList{Saved});
+        });
+        QTEST(f.database.Rows(u"select Comment,tags,Pos,TaxPercent from GoodInf"_qs).value(0), "row");
+        QCOMPARE(f.database.Scalar(u"select kala_name from GoodInf"_qs).toString(),
+                 edited ? u"دوغ ساده"_qs : u"دوغ"_qs);
     }
 
     void aGoodDeletedMeanwhile()

@@ -33,6 +33,7 @@ private slots:
     void deletionRefused();
     void deletion();
     void editingKeepsThePlace();
+    void aGoodThatIsGoneLeavesTheList();
     void stockUpdate();
 };
 
@@ -135,6 +136,20 @@ void TestChanging::editingKeepsThePlace()
     QCOMPARE(screen.grid.currentIndex().row(), row);
     QVERIFY(screen.Shown(u"Name"_s).contains(u"بهار ۱۴۰۵"_s));
     screen.Press({Qt::Key_Escape, Qt::Key_Escape});
+}
+
+void TestChanging::aGoodThatIsGoneLeavesTheList()
+{
+    Screen screen;
+    screen.Open();
+    screen.Press({Qt::Key_Down});
+    const QString gone = screen.grid.CurrentKey();
+    screen.database.Exec(u"delete from GoodInf where Code="_s + gone);
+    test::Press(Qt::Key_F5);
+    QCOMPARE(screen.host.messages.TakeAll(), QStringList{u"ShowMessage(این کالا دیگر وجود ندارد.)"_s});
+    QVERIFY(screen.grid.CurrentKey() > gone);
+    QVERIFY(!screen.grid.ShownKeys().contains(gone));
+    test::Press(Qt::Key_Escape);
 }
 
 void TestChanging::stockUpdate()
