@@ -267,6 +267,8 @@ void Interpreter::runSetOption(const SetOptionStatement &statement)
         session.abortOnError = on;
     } else if (statement.option == u"NOCOUNT"_qs) {
         session.counts = !on;
+    } else if (statement.option == u"LOCK_TIMEOUT"_qs) {
+        setLockTimeout(statement.value);
     } else if (statement.option == u"IDENTITY_INSERT"_qs) {
         const auto table = m_connection.m_catalogue.table(statement.table);
         if (!table)
@@ -279,6 +281,15 @@ void Interpreter::runSetOption(const SetOptionStatement &statement)
             session.options.identityInsert.remove(table->name.key());
         m_connection.m_plans.clear(); // an INSERT means something else now
     }
+}
+
+void Interpreter::setLockTimeout(const QString &value) const
+{
+    bool number = false;
+    const int milliseconds = value.toInt(&number);
+    if (!number)
+        throw Error(102, u"Incorrect syntax near '%1'."_qs.arg(value));
+    m_connection.m_main.waitForLocks(milliseconds < 0 ? SqliteHandle::BusyTimeout : milliseconds);
 }
 
 void Interpreter::runSetVariable(const SetVariableStatement &set, Frame &frame)
