@@ -10,6 +10,8 @@
 #include <QtCore/QScopedValueRollback>
 #include <QtWidgets/QApplication>
 
+#include <algorithm>
+
 using host::TFormMode;
 using host::TSoftwarePart;
 
@@ -26,11 +28,13 @@ constexpr int ReviewKind = 2;
 struct Holder
 {
     std::unique_ptr<Module> module;
+    std::vector<std::unique_ptr<Module>> former; ///< of hosts that were replaced while a screen was open
 
     ~Holder()
     {
         qRemovePostRoutine(Module::release);
         module.reset();
+        former.clear();
     }
 };
 
@@ -64,17 +68,32 @@ Module::~Module()
 
 Module &Module::instance()
 {
+    host::Host &host = host::installed();
+    if (holder.module && &holder.module->host_ != &host) {
+        if (holder.module->isShowing())
+            holder.former.push_back(std::move(holder.module));
+        holder.module.reset();
+    }
     if (!holder.module) {
-        holder.module = std::make_unique<Module>(host::installed());
+        holder.module = std::make_unique<Module>(host);
+        qRemovePostRoutine(release);
         qAddPostRoutine(release);
     }
     return *holder.module;
+}
+
+bool Module::isShowing() const
+{
+    const auto showing = [](const auto &screen) { return screen && screen->IsShowing(); };
+    return detailTypes_ || showing(editor_) || std::any_of(browse_.begin(), browse_.end(), showing) ||
+           std::any_of(selection_.begin(), selection_.end(), showing);
 }
 
 void Module::release()
 {
     qRemovePostRoutine(release);
     holder.module.reset();
+    holder.former.clear();
 }
 
 void Module::report(const std::exception_ptr &error) noexcept

@@ -288,6 +288,8 @@ void Interpreter::runSetOption(const SetOptionStatement &statement)
         session.abortOnError = on;
     } else if (statement.option == u"NOCOUNT"_qs) {
         session.counts = !on;
+    } else if (statement.option == u"LOCK_TIMEOUT"_qs) {
+        setLockTimeout(statement.value);
     } else if (statement.option == u"IDENTITY_INSERT"_qs) {
         const auto table = m_connection.m_catalogue.table(statement.table);
         if (!table)
@@ -302,6 +304,15 @@ void Interpreter::runSetOption(const SetOptionStatement &statement)
     } else if (!isCustom(statement)) {
         throw notSupported(u"SET %1 %2"_qs.arg(statement.option, statement.value));
     }
+}
+
+void Interpreter::setLockTimeout(const QString &value) const
+{
+    bool number = false;
+    const int milliseconds = value.toInt(&number);
+    if (!number)
+        throw Error(102, u"Incorrect syntax near '%1'."_qs.arg(value));
+    m_connection.m_main.waitForLocks(milliseconds < 0 ? SqliteHandle::BusyTimeout : milliseconds);
 }
 
 void Interpreter::runSetVariable(const SetVariableStatement &set, Frame &frame)

@@ -48,6 +48,7 @@ private:
     void runThrow(const RaiseStatement &statement, Frame &frame);
     void runRaiseError(const RaiseStatement &statement, Frame &frame);
     void runSetOption(const SetOptionStatement &statement);
+    void setLockTimeout(const QString &value) const;
     void runSetVariable(const SetVariableStatement &set, Frame &frame);
     void runDeclare(const DeclareStatement &statement, Frame &frame);
 

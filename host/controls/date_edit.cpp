@@ -139,11 +139,11 @@ void DateEdit::keyPressEvent(QKeyEvent *event)
     if (typed.size() == 1 && typed.at(0).isPrint() && !event->modifiers().testFlag(Qt::ControlModifier)) {
         if (isReadOnly() || !QStringLiteral("0123456789/-.").contains(typed.at(0)))
             return;
-        insert(typed.at(0).isDigit() ? typed : QStringLiteral("/"));
+        insert(typed.at(0).isDigit() ? PersianDigits(typed) : QStringLiteral("/"));
         emit textEdited(text());
         return;
     }
-    QLineEdit::keyPressEvent(event);
+    DisplayEdit::keyPressEvent(event);
 }
 
 void DateEdit::focusInEvent(QFocusEvent *event)

@@ -146,7 +146,21 @@ QVariant Scalar(const QSqlDatabase &connection, const QString &text)
 
 bool Exists(const QSqlDatabase &connection, const QString &text)
 {
-    return !Query(connection, text).IsEmpty();
+    return MoreThan(connection, text, 0);
+}
+
+bool MoreThan(const QSqlDatabase &connection, const QString &text, int limit)
+{
+    QSqlQuery query(connection);
+    Send(query, connection, text);
+    int rows = 0;
+    if (SkipToRows(query, text)) {
+        while (rows <= limit && query.next()) {
+            ++rows;
+        }
+        CheckRead(query, text);
+    }
+    return rows > limit;
 }
 
 int Exec(const QSqlDatabase &connection, const QString &text)

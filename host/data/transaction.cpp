@@ -1,6 +1,7 @@
 #include "host/data/transaction.h"
 
 #include "host/data/database_error.h"
+#include "host/data/lock_wait.h"
 #include "host/data/query.h"
 #include "host/data/statement.h"
 
@@ -43,16 +44,10 @@ void End(const QSqlDatabase &connection, bool committed)
 
 Transaction::Transaction(const QSqlDatabase &connection) : connection_(connection)
 {
-    Open &open = OpenTransactions()[connection_.driver()];
-    if (open.depth == 0) {
-        open.spoiled = false;
-        open.waiting.clear();
-        if (!connection_.transaction()) {
-            OpenTransactions().remove(connection_.driver());
-            throw DatabaseError(connection_.lastError(), QStringLiteral("BEGIN TRANSACTION"));
-        }
+    if (!IsActive(connection_) && !LockWait::Begin(connection_)) {
+        throw DatabaseError(connection_.lastError(), QStringLiteral("BEGIN TRANSACTION"));
     }
-    ++open.depth;
+    ++OpenTransactions()[connection_.driver()].depth;
 }
 
 Transaction::~Transaction()

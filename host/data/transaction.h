@@ -16,7 +16,8 @@ namespace host {
 class HOST_EXPORT Transaction
 {
 public:
-    /// Throws DatabaseError when the transaction cannot begin (connection gone, write lock not to be had in time).
+    /// Throws DatabaseError when the transaction cannot begin (connection gone, write lock not to be had in time nor by
+    /// LockWait).
     explicit Transaction(const QSqlDatabase &connection);
     ~Transaction();
     Transaction(const Transaction &) = delete;

@@ -1,8 +1,10 @@
 #include "host/screens/base_dock.h"
 
+#include "host/controls/entity_picker.h"
 #include "host/controls/grid.h"
 #include "host/controls/search_frame.h"
 #include "host/data/database_error.h"
+#include "host/data/lock_wait.h"
 #include "host/data/sql_text.h"
 #include "host/screens/form_inputs.h"
 #include "host/screens/grid_print.h"
@@ -12,7 +14,9 @@
 #include <QtCore/QJsonObject>
 #include <QtCore/QLoggingCategory>
 #include <QtCore/QPointer>
+#include <QtCore/QRegularExpression>
 #include <QtCore/QScopedValueRollback>
+#include <QtCore/QTimer>
 #include <QtGui/QKeyEvent>
 #include <QtGui/QScreen>
 #include <QtGui/QShortcut>
@@ -22,6 +26,7 @@
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QMainWindow>
+#include <QtWidgets/QProgressDialog>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QTabWidget>
 #include <QtWidgets/QVBoxLayout>
@@ -31,10 +36,31 @@ namespace {
 
 Q_LOGGING_CATEGORY(screenLog, "host.screen")
 
-/// A caption without its mnemonic mark and blanks, for message boxes.
+constexpr int AttemptMilliseconds = 250;
+
+/// A caption without its mnemonic mark, its colon and blanks, for message boxes.
 QString PlainCaption(QString caption)
 {
-    return caption.remove(u'&').trimmed();
+    return caption.remove(u'&').remove(u':').trimmed();
+}
+
+/// Tells the user that another desk is writing, until `attempt` succeeds; true when he gave up before.
+bool WaitForLock(const QString &title, QWidget *parent, const LockWait::Attempt &attempt)
+{
+    QProgressDialog dialog(QStringLiteral("پایگاه داده مشغول است. در انتظار پایان کار دیگران ..."),
+                           QStringLiteral("انصراف Esc"), 0, 0, parent);
+    dialog.setObjectName(QStringLiteral("LockWait_PRG"));
+    dialog.setWindowTitle(title);
+    dialog.setWindowModality(Qt::ApplicationModal);
+    dialog.setMinimumDuration(0);
+    dialog.setAutoReset(false);
+    QTimer attempts;
+    QObject::connect(&attempts, &QTimer::timeout, &dialog, [&] {
+        if (attempt())
+            dialog.accept();
+    });
+    attempts.start(AttemptMilliseconds);
+    return dialog.exec() != QDialog::Accepted;
 }
 
 /// Keys belong to the list or menu that is open over a screen. Without this the list of a combo box would close at
@@ -152,6 +178,9 @@ bool TBaseDock_FRM::Begin()
     const auto buttons = findChildren<QPushButton *>();
     for (QPushButton *button : buttons)
         button->setAutoDefault(false); // Enter belongs to the screen, not to whichever button comes first
+    const auto pickers = findChildren<EntityPicker *>();
+    for (EntityPicker *picker : pickers)
+        picker->SetBoundary([this](const std::function<void()> &body) { return Command(Title(), body); });
     SetFormTheme();
     m_showing = true;
     const bool shown = Command(Title(), [this] {
@@ -166,7 +195,7 @@ bool TBaseDock_FRM::Begin()
         return false;
     }
     m_stands = true;
-    FormShown();
+    Command(Title(), [this] { FormShown(); });
     return true;
 }
 
@@ -276,12 +305,18 @@ void TBaseDock_FRM::done(int result)
 bool TBaseDock_FRM::Command(const QString &name, const std::function<void()> &body)
 {
     QString text;
+    bool givenUp = false;
+    const LockWait waiting([&](const LockWait::Attempt &attempt) {
+        givenUp = WaitForLock(PlainCaption(name), isVisible() ? this : nullptr, attempt);
+    });
     try {
         body();
         return true;
     } catch (const DatabaseError &error) {
         qCWarning(screenLog).noquote() << error.LogText();
-        text = error.Text();
+        if (givenUp && error.Fault() == DatabaseFault::Locked)
+            return false; // as the user wished
+        text = error.Text(CaptionOf(error.Column()));
         if (error.ConnectionLost())
             text = (m_stands ? QStringLiteral("ارتباط با پایگاه داده قطع شد. آنچه وارد کرده اید در فرم باقی است.\n")
                              : QStringLiteral("ارتباط با پایگاه داده قطع شد.\n")) +
@@ -294,6 +329,17 @@ bool TBaseDock_FRM::Command(const QString &name, const std::function<void()> &bo
     }
     m_host.messages.ShowMessage(text, MessageIcon::Error, PlainCaption(name));
     return false;
+}
+
+QString TBaseDock_FRM::CaptionOf(const QString &column) const
+{
+    const QRegularExpression name(QStringLiteral("^%1_[A-Za-z]+$").arg(QRegularExpression::escape(column)),
+                                  QRegularExpression::CaseInsensitiveOption);
+    const auto labels = m_content->findChildren<QLabel *>();
+    for (const QLabel *label : labels)
+        if (!column.isEmpty() && label->buddy() && name.match(label->buddy()->objectName()).hasMatch())
+            return PlainCaption(label->text());
+    return {};
 }
 
 void TBaseDock_FRM::PreviewGrid()

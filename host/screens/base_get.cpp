@@ -3,6 +3,7 @@
 #include "host/controls/entity_picker.h"
 #include "host/controls/grid.h"
 #include "host/controls/tags_panel.h"
+#include "host/data/persian_text.h"
 #include "host/data/query.h"
 #include "host/screens/form_inputs.h"
 #include "host/screens/theme.h"
@@ -71,11 +72,12 @@ bool BreaksLine(QChar c)
     return c == u'\n' || c == u'\r' || c == u'\t' || c == QChar::LineSeparator || c == QChar::ParagraphSeparator;
 }
 
-/// A cell copied from a sheet brings its line end along, which an edit of one line would keep unseen.
+/// A cell copied from a sheet brings its line end along, which an edit of one line would keep unseen; an edit that is
+/// full keeps half of a character.
 void KeepOneLine(QLineEdit *edit)
 {
-    QString text = edit->text();
-    if (std::none_of(text.cbegin(), text.cend(), BreaksLine))
+    QString text = WholeCharacters(edit->text());
+    if (text == edit->text() && std::none_of(text.cbegin(), text.cend(), BreaksLine))
         return;
     while (!text.isEmpty() && BreaksLine(text.back()))
         text.chop(1);

@@ -54,7 +54,7 @@ BarcodeEdit::BarcodeEdit(QWidget *parent) : QLineEdit(parent)
 
 void BarcodeEdit::SetStored(const QString &barcode)
 {
-    maxLength_ = qMax(maxLength_, static_cast<int>(barcode.size()));
+    storedLength_ = static_cast<int>(barcode.size());
     setText(barcode);
 }
 

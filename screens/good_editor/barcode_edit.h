@@ -13,7 +13,7 @@ class BarcodeEdit : public QLineEdit
 public:
     explicit BarcodeEdit(QWidget *parent = nullptr);
 
-    int maxLength() const { return maxLength_; }
+    int maxLength() const { return qMax(maxLength_, storedLength_); }
     void setMaxLength(int length) { maxLength_ = length; }
     /// Whether the mark between stored barcodes may stand in this one. Default false.
     bool TakesMark() const { return takesMark_; }
@@ -36,5 +36,6 @@ protected:
 
 private:
     int maxLength_ = 32767;
+    int storedLength_ = 0; ///< of the barcode shown by SetStored
     bool takesMark_ = false;
 };

@@ -1,5 +1,6 @@
 #include "screens/good_editor/complete_page.h"
 
+#include "host/controls/text_limit.h"
 #include "screens/good_editor/barcode_edit.h"
 #include "screens/good_editor/leave_watch.h"
 #include "screens/good_editor/percent_rule.h"
@@ -9,8 +10,9 @@ namespace {
 
 /// The asset class "none".
 constexpr int NoGoodType = 0;
-/// The width of the place in the goods table.
+/// The widths of place and remark in the goods table.
 constexpr int PositionLength = 100;
+constexpr int CommentLength = 500;
 
 } // namespace
 
@@ -19,6 +21,7 @@ CompletePage::CompletePage(host::Host &host, TGood_DM &data, const goods::RuleRu
 {
     ui_->setupUi(this);
     ui_->Position_EDT->setMaxLength(PositionLength);
+    host::LimitLength(*ui_->Comment_EDT, CommentLength);
     // The discount percent of a good is kept for old documents only.
     ui_->OffPercent_EDT->hide();
     ui_->OffPercent_LBL->hide();

@@ -1,6 +1,6 @@
 #include "screens/good_editor/final_price_switch.h"
 
-#include <QtCore/QEvent>
+#include <QtGui/QMouseEvent>
 #include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QToolTip>
@@ -25,7 +25,8 @@ FinalPriceSwitch::FinalPriceSwitch(QAbstractButton *button, QLabel *label, QAbst
 
 bool FinalPriceSwitch::eventFilter(QObject *watched, QEvent *event)
 {
-    if (watched == label_ && event->type() == QEvent::MouseButtonRelease && button_->isEnabled())
+    if (watched == label_ && event->type() == QEvent::MouseButtonRelease && button_->isEnabled() &&
+        static_cast<QMouseEvent *>(event)->button() == Qt::LeftButton)
         button_->click();
     return false;
 }

@@ -15,6 +15,7 @@ QWidget *PriceDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem
     auto *edit = new host::NumericEdit(parent);
     edit->setObjectName(QStringLiteral("Price_EDT"));
     edit->setMaxLength(PriceLength);
+    edit->setWholeDigits(PriceLength);
     edit->setFrame(false);
     return edit;
 }

@@ -89,6 +89,8 @@ private:
     void FollowRenewal();
     void StandOnOpeningGood();
     void OpenGroups();
+    /// After the groups were worked on: the one that is shown may be gone, and all goods are shown instead.
+    void ReloadGroups();
     void ShowPriceTitles();
     void LoadTags();
     void ShowCounts();
@@ -111,7 +113,7 @@ private:
     void FollowCurrent();
     void ShowPanels();
     void ShowTags();
-    QList<goods_list::GoodTags> TaggedGoods();
+    QList<goods_list::GoodTags> TaggedGoods(const QStringList &keys);
     void StoreTags(int code, const QString &tags);
     void ShowPictures();
 

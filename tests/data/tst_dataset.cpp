@@ -67,6 +67,7 @@ private Q_SLOTS:
     void rowThatIsGone();
     void typingInAGrid();
     void batchGivesItsFirstRows();
+    void questionsReadWhatTheyNeed();
     void errorInsideABatchIsSeen();
     void nestedTransactions_data();
     void nestedTransactions();
@@ -275,6 +276,16 @@ void TestDataset::batchGivesItsFirstRows()
     QVERIFY(Exists(database->Main(), u"select A from #t"_qs));
     QCOMPARE(Exec(database->Main(), u"update #t set A = 5 where A = 3"_qs), 1);
     QCOMPARE(StatementsSent() - before, quint64(2));
+}
+
+/// A question for the first rows does not read millions.
+void TestDataset::questionsReadWhatTheyNeed()
+{
+    MakeThings(*database, 1000);
+    const QString many = u"select a.Id from Things a cross join Things b cross join Things c"_qs;
+    QVERIFY(Exists(database->Main(), many));
+    QVERIFY(MoreThan(database->Main(), many, 999));
+    QVERIFY(!MoreThan(database->Main(), u"select Id from Things"_qs, 1000));
 }
 
 void TestDataset::errorInsideABatchIsSeen()

@@ -1,5 +1,6 @@
 // The categories of detail types and their members, worked by keys.
 
+#include "host/controls/numeric_edit.h"
 #include "tests/detailtypes/list_fixture.h"
 #include "tests/support/test_main.h"
 
@@ -175,7 +176,7 @@ void TestDetailCategories::categoriesAreKept()
         test::Drive([] { test::Press(Qt::Key_F4); },
                     [](QWidget *editor) {
                         // One beyond the code that another desk keeps.
-                        QCOMPARE(test::Find<QLineEdit>(editor, u"Code_EDT"_s).text(), u"7"_s);
+                        QCOMPARE(test::Find<host::NumericEdit>(editor, u"Code_EDT"_s).text(), u"7"_s);
                         QCOMPARE(test::Focused(), u"Title_EDT"_s);
                         test::Type(u"ابزار 'برقی' [نو]"_s);
                         test::Press(Qt::Key_Return);

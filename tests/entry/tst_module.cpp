@@ -4,6 +4,7 @@
 #include "entry/module.h"
 #include "entry/selection_param.h"
 #include "host/controls/grid.h"
+#include "host/controls/numeric_edit.h"
 #include "host/controls/search_frame.h"
 #include "tests/support/database.h"
 #include "tests/support/modal.h"
@@ -226,6 +227,12 @@ void TestModule::genericLists()
         u"New_Group(122)"_qs,          u"Edit_Group(122, 5)"_qs,           u"New_Group(105)"_qs,
         u"Edit_Group(105, 3)"_qs,      u"Call_GroupList(105)"_qs,          u"Call_GroupList(104)"_qs};
     QCOMPARE(shop.host.entities.calls, expected);
+    // Another host takes the place of the first.
+    test::TestHost second;
+    second.Install();
+    Open_Units();
+    QCOMPARE(second.entities.calls, QStringList{u"Call_GroupList(104)"_qs});
+    QCOMPARE(shop.host.entities.calls, expected);
     entry::Module::release();
 }
 
@@ -236,7 +243,7 @@ void TestModule::newGoodReturnsNothing()
     QString code;
     test::Drive([&] { result = shop.module.editGood(-7); },
                 [&](QWidget *editor) {
-                    code = test::Find<QLineEdit>(editor, QStringLiteral("Code_EDT")).text();
+                    code = test::Find<host::NumericEdit>(editor, QStringLiteral("Code_EDT")).text();
                     test::Press(Qt::Key_Escape);
                 });
     QCOMPARE(result, 0);

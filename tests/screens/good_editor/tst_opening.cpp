@@ -1,3 +1,4 @@
+#include "host/controls/numeric_edit.h"
 #include "tests/screens/good_editor/editor_fixture.h"
 #include "tests/support/test_main.h"
 
@@ -48,7 +49,7 @@ private slots:
             u"select StoreCode,tmp,Amount1,AvaBgPrd,AvaBgPrd2 from GoodFirstAsset,GoodInf order by Radif"_qs;
         const QStringList before = f.database.Rows(state);
         f.OpenGood(500009, [&](QWidget *screen) {
-            const auto &quantity = test::Find<QLineEdit>(screen, u"AvaBgPrd_EDT"_qs);
+            const auto &quantity = test::Find<host::NumericEdit>(screen, u"AvaBgPrd_EDT"_qs);
             QCOMPARE(!quantity.isEnabled() || quantity.isReadOnly(), fixed);
             test::Focus(screen, u"AvaBgPrd_EDT"_qs); // passing through changes nothing
             test::Enter(screen, u"Name_EDT"_qs, u"ماست"_qs);

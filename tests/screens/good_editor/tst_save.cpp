@@ -1,3 +1,4 @@
+#include "host/controls/numeric_edit.h"
 #include "tests/screens/good_editor/editor_fixture.h"
 #include "tests/support/test_main.h"
 
@@ -70,7 +71,7 @@ private slots:
             QCOMPARE(f.host.messages.TakeAll(), QStringList{Saved});
             // Ready for the next good of the group.
             QCOMPARE(test::Focused(), u"Name_EDT"_qs);
-            QCOMPARE(test::Find<QLineEdit>(screen, u"Code_EDT"_qs).text(), u"500002"_qs);
+            QCOMPARE(test::Find<host::NumericEdit>(screen, u"Code_EDT"_qs).text(), u"500002"_qs);
             QCOMPARE(test::Find<QLineEdit>(screen, u"BarCode1_EDT"_qs).text(), QString());
             test::Press(Qt::Key_3, Qt::ControlModifier);
             QCOMPARE(test::Focused(), u"Weight_EDT"_qs); // not where the last good was left
@@ -159,7 +160,7 @@ private slots:
                     const auto *combo = qobject_cast<QComboBox *>(&widget);
                     const auto *edit = qobject_cast<QLineEdit *>(&widget);
                     const QString shown = combo  ? combo->currentText()
-                                          : edit ? edit->text()
+                                          : edit ? host::PlainText(*edit)
                                                  : QString::number(qobject_cast<host::EntityPicker *>(&widget)->Code());
                     QVERIFY2(shown == text, qPrintable(control + u": "_qs + shown));
                 }
@@ -270,7 +271,7 @@ private slots:
                                                          u"SaveInLineAutoVoucher(500009)"_qs})
                                           : QStringList());
             QCOMPARE(f.database.Rows(state), before);
-            QCOMPARE(test::Find<QLineEdit>(screen, u"Discount_Sell_1_EDT"_qs).text(), u"7"_qs);
+            QCOMPARE(test::Find<host::NumericEdit>(screen, u"Discount_Sell_1_EDT"_qs).text(), u"7"_qs);
             // Repaired, the same save goes through without typing anything again.
             f.database.Exec(u"create table %1(ID int identity(1,1) not null, %2)"_qs.arg(table, columns));
             test::Press(Qt::Key_F3);
@@ -331,7 +332,7 @@ private slots:
             test::Press(Qt::Key_End);
             test::Press(Qt::Key_F4);
             f.ShowTab(screen, u"General_TPC"_qs);
-            const auto &code = test::Find<QLineEdit>(screen, u"Code_EDT"_qs);
+            const auto &code = test::Find<host::NumericEdit>(screen, u"Code_EDT"_qs);
             QCOMPARE(code.text(), u"500010"_qs);
             test::Focus(screen, u"Group_CMB"_qs);
             test::Press(Qt::Key_Down);
@@ -345,7 +346,7 @@ private slots:
         f.OpenGood(500009, [&](QWidget *screen) {
             test::Focus(screen, u"Group_CMB"_qs);
             test::Press(Qt::Key_Down);
-            QCOMPARE(test::Find<QLineEdit>(screen, u"Code_EDT"_qs).text(), u"500009"_qs);
+            QCOMPARE(test::Find<host::NumericEdit>(screen, u"Code_EDT"_qs).text(), u"500009"_qs);
             test::Press(Qt::Key_F3);
             QCOMPARE(f.host.messages.TakeAll(), QStringList{Saved});
         });

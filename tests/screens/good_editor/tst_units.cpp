@@ -1,3 +1,4 @@
+#include "host/controls/numeric_edit.h"
 #include "tests/screens/good_editor/editor_fixture.h"
 #include "tests/support/test_main.h"
 
@@ -20,7 +21,7 @@ void TypeAll(QWidget *screen, const QStringList &entries)
 
 QString Shown(QWidget *screen, const QString &name)
 {
-    return test::Find<QLineEdit>(screen, name + u"_EDT"_qs).text();
+    return host::PlainText(test::Find<QLineEdit>(screen, name + u"_EDT"_qs));
 }
 
 /// The "+" of the first barcode.
@@ -271,8 +272,8 @@ private slots:
             test::Press(Qt::Key_Tab);
             QCoreApplication::processEvents();
             QCOMPARE(f.host.messages.Take(), u"MsgRequiredField(درصد کمتر از 100 )"_qs);
-            QCOMPARE(test::Find<QLineEdit>(screen, u"OffPercent_EDT"_qs).text(), u"100"_qs);
-            QCOMPARE(test::Find<QLineEdit>(screen, u"TaxPercent_edt"_qs).text(), u"101"_qs);
+            QCOMPARE(test::Find<host::NumericEdit>(screen, u"OffPercent_EDT"_qs).text(), u"100"_qs);
+            QCOMPARE(test::Find<host::NumericEdit>(screen, u"TaxPercent_edt"_qs).text(), u"101"_qs);
             f.Leave();
         });
     }

@@ -1,5 +1,6 @@
 #include "tests/screens/goods_list/list_fixture.h"
 
+#include <QtWidgets/QProgressDialog>
 #include <QtWidgets/QPushButton>
 
 namespace {
@@ -34,6 +35,7 @@ private slots:
     void deletion();
     void editingKeepsThePlace();
     void aGoodThatIsGoneLeavesTheList();
+    void stockUpdate_data();
     void stockUpdate();
 };
 
@@ -152,17 +154,39 @@ void TestChanging::aGoodThatIsGoneLeavesTheList()
     test::Press(Qt::Key_Escape);
 }
 
+void TestChanging::stockUpdate_data()
+{
+    QTest::addColumn<bool>("cancelled");
+    QTest::newRow("to its end") << false;
+    QTest::newRow("cancelled between stores and goods") << true;
+}
+
 void TestChanging::stockUpdate()
 {
+    QFETCH(bool, cancelled);
     Screen screen;
-    const QString stock = u"select GoodCode, Amount1 from GoodStock where GoodCode=110001"_s;
-    const QStringList before = screen.database.Rows(stock);
-    screen.database.Exec(u"update GoodStock set Amount1 = 98765 where GoodCode = 110001"_s);
+    const auto stock = [&] {
+        return screen.database.Rows(u"select Amount1 from GoodStock where GoodCode=110001 union all "
+                                    "select sum(Amount1) from GoodStoreStock where GoodCode=110001"_s);
+    };
+    const QStringList right = stock();
+    screen.database.Exec(u"update GoodStock set Amount1 = 98765 where GoodCode = 110001 "
+                         "update GoodStoreStock set Amount1 = 98765 where GoodCode = 110001"_s);
+    const QStringList wrong = stock();
     screen.Open();
-    QCOMPARE(screen.Shown(u"Mogodi"_s), u"۹۸٬۷۶۵"_s);
+    QTimer press;
+    connect(&press, &QTimer::timeout, this, [&] {
+        auto *progress = qobject_cast<QProgressDialog *>(QApplication::activeModalWidget());
+        if (cancelled && progress && progress->value() == 1)
+            QTest::keyClick(progress, Qt::Key_Escape);
+    });
+    press.start(0);
     test::Find<QPushButton>(&screen.list, u"UpdateAssets_BTN"_s).click();
-    QCOMPARE(screen.database.Rows(stock), before);
-    QVERIFY(screen.Shown(u"Mogodi"_s) != u"۹۸٬۷۶۵"_s);
+    press.stop();
+    QCOMPARE(stock(), cancelled ? wrong : right);
+    QCOMPARE(screen.Shown(u"Mogodi"_s) == u"۹۸٬۷۶۵"_s, cancelled);
+    screen.Activate();
+    screen.grid.setFocus();
     test::Press(Qt::Key_Escape);
 }
 
