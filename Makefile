@@ -1,6 +1,6 @@
-# The two commands of every day are `make run` and `make test`; both install what is missing.
+# Behind ./run and ./test, the commands of every day, which install make first.
 export QT_LOGGING_RULES ?= *.debug=false
-DATABASE ?= run/goods.db
+DATABASE ?= shop/goods.db
 JOBS ?= $(shell nproc)
 
 .PHONY: all run test bench pictures format tidy fuzz setup release asan clean

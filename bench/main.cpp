@@ -1,9 +1,11 @@
 // Measures what users wait for, on a shop of 100,000 goods, beside SQLite's C API doing the same work on the same file.
-// With the argument "engine": the database alone.
+// See --help.
 
 #include "bench/engine.h"
 #include "bench/floor.h"
+#include "bench/options.h"
 #include "bench/report.h"
+#include "bench/round_trips.h"
 #include "bench/shop.h"
 #include "host/controls/grid.h"
 #include "host/data/query.h"
@@ -26,7 +28,6 @@ using bench::Shop;
 
 namespace {
 
-constexpr int Goods = 100000;
 constexpr int Batch = 1000;
 
 /// The columns that the list's procedure gives, as SQLite has them.
@@ -48,10 +49,10 @@ const QString ListStatement =
 
 void load(Report &report, Shop &shop, const Floor &scratch)
 {
-    const int added = Goods - shop.goods();
+    const int added = shop.size() - shop.goods();
     const quint64 before = host::StatementsSent();
     bench::Line line{u"load %1 goods"_s.arg(added), 0, {}, 60000, 0};
-    line.milliseconds = bench::timed([&] { shop.grow(Goods, Batch); });
+    line.milliseconds = bench::timed([&] { shop.grow(Batch); });
     line.statements = static_cast<double>(host::StatementsSent() - before);
     line.floor = bench::timed([&] { scratch.insertGoods(added, Batch); });
     report.add(line);
@@ -157,7 +158,7 @@ void useList(Report &report, Shop &shop, const Floor &floor)
 
     auto *grid = list.findChild<QTableView *>(u"GoodListDB_GRD"_s);
     double longest = 0;
-    while (grid->model()->rowCount() < Goods) {
+    while (grid->model()->rowCount() < shop.size()) {
         const int rows = grid->model()->rowCount();
         longest = std::max(longest, bench::timed([] { QCoreApplication::processEvents(); }));
         if (grid->model()->rowCount() == rows)
@@ -197,7 +198,7 @@ void useList(Report &report, Shop &shop, const Floor &floor)
 
 void lookUp(Report &report, Shop &shop, const Floor &floor)
 {
-    const QString barcode = Shop::barcode(Goods - 5);
+    const QString barcode = Shop::barcode(shop.size() - 5);
     const QByteArray select = "SELECT Code FROM GoodInf WHERE AbbName LIKE '%!" + barcode.toUtf8() + "!%'";
     TGood_DM &data = shop.data();
     report.measure(
@@ -213,7 +214,7 @@ void lookUp(Report &report, Shop &shop, const Floor &floor)
 
 void useEditor(Report &report, Shop &shop)
 {
-    const int code = shop.data().CheckBarcodeCode(Shop::barcode(Goods - 5));
+    const int code = shop.data().CheckBarcodeCode(Shop::barcode(shop.size() - 5));
     const QString good = QString::number(code);
     const QSqlDatabase &main = shop.host().DM.ADOConnection1;
     QStringList prices;
@@ -245,7 +246,7 @@ void useEditor(Report &report, Shop &shop)
 void edit(Report &report, Shop &shop, const Floor &scratch)
 {
     TGood_DM &data = shop.data();
-    int number = Goods;
+    int number = shop.size();
     report.measure(
         u"save a new good with prices and opening stock"_s, 9, {},
         [&] {
@@ -269,9 +270,15 @@ void edit(Report &report, Shop &shop, const Floor &scratch)
     useEditor(report, shop);
 }
 
-void measureShop(Report &report)
+/// A good that was added, not one of the demo shop's.
+int someGood(Shop &shop)
 {
-    Shop shop;
+    return shop.data().CheckBarcodeCode(Shop::barcode(shop.size() - 5));
+}
+
+std::vector<bench::RoundTrips> measureShop(Report &report, int goods)
+{
+    Shop shop(goods);
     const QTemporaryDir folder;
     const Floor scratch(folder.filePath(u"floor.db"_s));
     load(report, shop, scratch);
@@ -280,6 +287,7 @@ void measureShop(Report &report)
     lookUp(report, shop, floor);
     useList(report, shop, floor);
     edit(report, shop, scratch);
+    return bench::watchRoundTrips(shop, someGood(shop));
 }
 
 } // namespace
@@ -289,6 +297,17 @@ int main(int argc, char *argv[])
     if (qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
         qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" GOODS_SCREEN);
     QApplication application(argc, argv);
+    bench::Options options;
+    try {
+        options = bench::readOptions(application.arguments());
+    } catch (const std::invalid_argument &error) {
+        std::fprintf(stderr, "%s\n", error.what());
+        return 2;
+    }
+    if (options.help) {
+        std::fputs(qPrintable(bench::helpText()), stdout);
+        return 0;
+    }
     application.setLayoutDirection(Qt::RightToLeft);
     // Nobody is there to answer a message: it says what went wrong, and ends the run.
     QTimer watch;
@@ -300,12 +319,14 @@ int main(int argc, char *argv[])
     });
     watch.start(1000);
     try {
-        Report report;
-        if (!application.arguments().contains(u"engine"_s))
-            measureShop(report);
+        Report report(options.goods <= bench::Options::UsualGoods);
+        std::vector<bench::RoundTrips> trips;
+        if (!options.engineOnly)
+            trips = measureShop(report, options.goods);
         bench::measureEngine(report);
         report.print();
-        return report.withinLimits() ? 0 : 1;
+        const bool few = trips.empty() || bench::printRoundTrips(trips, options.statements);
+        return report.withinLimits() && few ? 0 : 1;
     } catch (const std::exception &error) {
         std::fprintf(stderr, "%s\n", error.what());
         return 2;

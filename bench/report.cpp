@@ -47,6 +47,8 @@ void Report::measure(const QString &what, int runs, std::optional<double> limit,
 void Report::add(const Line &line)
 {
     m_lines.push_back(line);
+    if (!m_limits)
+        m_lines.back().limit.reset();
     std::fprintf(stderr, "%s: %.2f ms\n", qPrintable(line.what), line.milliseconds);
 }
 

@@ -22,6 +22,9 @@ struct Line
 class Report
 {
 public:
+    /// With limits, or only with what was measured.
+    explicit Report(bool limits) : m_limits(limits) {}
+
     /// Runs `operation` `runs` times after one warm-up and keeps the median.
     void measure(const QString &what, int runs, std::optional<double> limit, const std::function<void()> &operation,
                  const std::function<void()> &floor = {});
@@ -31,6 +34,7 @@ public:
     bool withinLimits() const;
 
 private:
+    bool m_limits;
     std::vector<Line> m_lines;
 };
 

@@ -8,7 +8,7 @@ using namespace Qt::StringLiterals;
 
 namespace bench {
 
-Shop::Shop()
+Shop::Shop(int size) : m_size(size)
 {
     m_options.databaseFile = m_folder.filePath(u"goods.db"_s);
     desk::CreateDatabase(m_options.databaseFile, true);
@@ -50,15 +50,18 @@ TGoodInfoRec Shop::good(int code, int number)
     return good;
 }
 
-void Shop::grow(int total, int batch)
+void Shop::grow(int batch)
 {
+    QSet<int> taken;
+    for (host::Query codes(host().DM.ADOConnection1, u"SELECT Code FROM GoodInf"_s); !codes.Eof(); codes.Next())
+        taken << codes.Int(0);
     int code = 0;
-    for (int number = goods(); number < total;) {
+    for (int number = goods(); number < m_size;) {
         host::Transaction transaction(host().DM.ADOConnection1);
-        for (int i = 0; i < batch && number < total; ++i, ++number) {
+        for (int i = 0; i < batch && number < m_size; ++i, ++number) {
             do
                 ++code;
-            while (code > 110000 && !m_data->Good_IsNewRecordMode(code));
+            while (taken.contains(code));
             m_data->Good_Insert(good(code, number));
         }
         transaction.Commit();

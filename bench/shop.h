@@ -12,21 +12,24 @@ namespace bench {
 class Shop
 {
 public:
-    Shop();
+    /// Of so many goods, once grow() has been called.
+    explicit Shop(int size);
 
     const QString &file() const { return m_options.databaseFile; }
     host::Host &host() { return m_desk->host; }
     TGood_DM &data() { return *m_data; }
     int goods();
+    int size() const { return m_size; }
 
-    /// Adds goods through the data module's own insert, `batch` a transaction, until there are `total`.
-    void grow(int total, int batch);
+    /// Adds goods through the data module's own insert, `batch` a transaction, until there are size().
+    void grow(int batch);
     /// The barcode of the n-th good added.
     static QString barcode(int number);
     /// A good ready to be inserted.
     static TGoodInfoRec good(int code, int number);
 
 private:
+    int m_size;
     QTemporaryDir m_folder;
     desk::Options m_options;
     std::unique_ptr<desk::OpenConnections> m_connections;

@@ -35,12 +35,16 @@ function(goods_headers target layer)
     target_precompile_headers(${target} REUSE_FROM headers_${layer})
 endfunction()
 
-# goods_sources(VARIABLE FOLDER...) collects the sources and forms of the folders.
+# goods_sources(VARIABLE FOLDER...) collects the sources and forms of the folders. With them goes a header that names
+# them: moc runs again when a file that it has read changes, and so learns of a file that it has not read yet.
 function(goods_sources variable)
     set(all)
     foreach(folder ${ARGN})
         file(GLOB found CONFIGURE_DEPENDS ${folder}/*.cpp ${folder}/*.h ${folder}/*.ui ${folder}/*.qrc)
         list(APPEND all ${found})
     endforeach()
-    set(${variable} ${all} PARENT_SCOPE)
+    list(JOIN all "\n// " names)
+    set(listed ${CMAKE_CURRENT_BINARY_DIR}/listed_${variable}.h)
+    file(CONFIGURE OUTPUT ${listed} CONTENT "// ${names}\n" @ONLY)
+    set(${variable} ${all} ${listed} PARENT_SCOPE)
 endfunction()

@@ -1,5 +1,8 @@
 #include "detailtypes/detail_type_choice.h"
 
+#include "host/data/sql_text.h"
+#include "host/data/transaction.h"
+
 using namespace Qt::StringLiterals;
 
 namespace detail_types {
@@ -12,7 +15,18 @@ template <typename Check> bool Twice(const Check &moreThan, const QString &previ
     return (moreThan(previous, 0) && moreThan(picked, 0)) || moreThan(picked, 1);
 }
 
+QString Owner(bool inList)
+{
+    return inList ? u"کاربر گرامی در یک لیست"_s : u"کاربر گرامی برای یک کالا"_s;
+}
+
 } // namespace
+
+QString TwoIdentifying(bool inList)
+{
+    return Owner(inList) +
+           u" امکان وجود چند جزییات بارکدی و یا سریالی و یا وجود از هر دونوع همزمان امکان پذیر نمی باشد"_s;
+}
 
 std::optional<QString> TooManyTypes(int previous, int picked)
 {
@@ -42,11 +56,31 @@ std::optional<QString> NotTogether(TDetailTypes_DM &data, const QString &previou
     const auto reminding = [&data](const QString &codes, int limit) {
         return data.CheckDetailTypeCodes_DateTypeForDateAllarm(codes, limit);
     };
-    const QString owner = inList ? u"کاربر گرامی در یک لیست"_s : u"کاربر گرامی برای یک کالا"_s;
     if (Twice(identifying, previous, picked))
-        return owner + u" امکان وجود چند جزییات بارکدی و یا سریالی و یا وجود از هر دونوع همزمان امکان پذیر نمی باشد"_s;
+        return TwoIdentifying(inList);
     if (Twice(reminding, previous, picked))
-        return owner + u" امکان انتخاب چند جزییات تاریخی دارای تیک یادآوری سررسید تاریخ امکان پذیر نمی باشد"_s;
+        return Owner(inList) + u" امکان انتخاب چند جزییات تاریخی دارای تیک یادآوری سررسید تاریخ امکان پذیر نمی باشد"_s;
+    return {};
+}
+
+std::optional<QString> AddMembers(TDetailTypes_DM &data, int category, const QString &picked)
+{
+    host::Transaction transaction(data.Connection());
+    data.DetailTypes_SelectedList_Lock(category);
+    QString members;
+    const bool any = data.DetailTypes_SelectedList_GetCode(category, members);
+    const QList<int> present = any ? host::Codes(members) : QList<int>();
+    QStringList added;
+    const QList<int> codes = host::Codes(picked);
+    for (const int code : codes)
+        if (!present.contains(code))
+            added += QString::number(code);
+    if (const auto refusal = TooManyTypes(static_cast<int>(present.size()), static_cast<int>(added.size())))
+        return refusal;
+    if (const auto refusal = NotTogether(data, members, added.join(u','), true))
+        return refusal;
+    data.DetailTypes_SelectedList_InsertDetail(picked, category);
+    transaction.Commit();
     return {};
 }
 

@@ -22,5 +22,10 @@ std::optional<QString> TooManyMembers(int previous, int members);
 /// Why the picked types may not stand together, and with those that the owner has: it takes one serial or barcode, and
 /// one date with reminder. `inList` gives the words for a category instead of those for a good.
 std::optional<QString> NotTogether(TDetailTypes_DM &data, const QString &previous, const QString &picked, bool inList);
+/// What the user is told of two serials or barcodes on one owner.
+QString TwoIdentifying(bool inList);
+/// Puts picked types into a category. Its members are read anew for that, because another desk may have added some
+/// while the user chose: why nothing was added, nothing when they were.
+std::optional<QString> AddMembers(TDetailTypes_DM &data, int category, const QString &picked);
 
 } // namespace detail_types

@@ -1,6 +1,7 @@
 #include "detailtypes/detail_type_get.h"
 
 #include "detailtypes/detail_items.h"
+#include "detailtypes/detail_type_choice.h"
 #include "host/host.h"
 #include "host/look/icons.h"
 #include "host/look/theme.h"
@@ -292,6 +293,7 @@ detail_types::DetailTypeDraft TDetailTypes_Get_FRM::Draft() const
     return {.isNew = IsNew(),
             .title = m_ui->DetailTitle_EDT->text(),
             .kind = Kind(),
+            .storedKind = m_loaded.DetailType,
             .items = m_ui->RecommendList_LST->count(),
             .defaultItem = m_items->DefaultItem(),
             .calendarGiven = m_ui->SolarDate_RDB->isChecked() || m_ui->GregorianDate_RDB->isChecked(),
@@ -307,7 +309,9 @@ std::vector<host::Check> TDetailTypes_Get_FRM::Validate()
                  return RefusalOf(detail_types::FirstFault(
                      Draft(),
                      {.sameTitles = [this](const QString &title) { return m_data.DetailTypesTitle_Exist(title); },
-                      .reminderTaken = [this] { return m_data.ExistsGoodDetailBeforeEditForDateAlarmDetail(Key()); }}));
+                      .reminderTaken = [this] { return m_data.ExistsGoodDetailBeforeEditForDateAlarmDetail(Key()); },
+                      .meetsIdentifying =
+                          [this](bool inList) { return m_data.MeetsSerialOrBarcode(Key().toInt(), inList); }}));
              }}};
 }
 
@@ -325,6 +329,12 @@ std::optional<Refusal> TDetailTypes_Get_FRM::RefusalOf(DetailTypeFault fault) co
     case DetailTypeFault::ReminderTaken:
         return Refusal{m_ui->DateAlarm_CHB, [](MessageService &messages) {
                            messages.ShowMessage(ReminderTakenText(), host::MessageIcon::Warning);
+                       }};
+    case DetailTypeFault::IdentifyingOnGood:
+    case DetailTypeFault::IdentifyingInList:
+        return Refusal{m_ui->Type_CMB,
+                       [inList = fault == DetailTypeFault::IdentifyingInList](MessageService &messages) {
+                           messages.ShowMessage(detail_types::TwoIdentifying(inList), host::MessageIcon::Warning);
                        }};
     case DetailTypeFault::KindMissing:
         return Required(m_ui->Type_CMB, u"نوع جزئیات"_s);

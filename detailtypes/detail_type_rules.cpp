@@ -8,6 +8,11 @@ bool Blank(const QString &text)
     return text.trimmed().isEmpty();
 }
 
+bool Identifies(TDetailKind kind)
+{
+    return kind == TDetailKind::Serial || kind == TDetailKind::Barcode;
+}
+
 } // namespace
 
 DetailTypeFault FirstFault(const DetailTypeDraft &draft, const DetailTypeFacts &facts)
@@ -19,6 +24,12 @@ DetailTypeFault FirstFault(const DetailTypeDraft &draft, const DetailTypeFacts &
         return DetailTypeFault::TitleTaken;
     if (!draft.isNew && draft.kind == TDetailKind::Date && draft.reminder && facts.reminderTaken())
         return DetailTypeFault::ReminderTaken;
+    if (!draft.isNew && Identifies(draft.kind) && !Identifies(draft.storedKind)) {
+        if (facts.meetsIdentifying(false))
+            return DetailTypeFault::IdentifyingOnGood;
+        if (facts.meetsIdentifying(true))
+            return DetailTypeFault::IdentifyingInList;
+    }
     if (draft.kind == TDetailKind::None)
         return DetailTypeFault::KindMissing;
     if (shown.items && draft.items == 0)

@@ -12,9 +12,10 @@ struct DetailTypeDraft
     bool isNew = false;
     QString title; ///< as typed, blanks included
     TDetailKind kind = TDetailKind::None;
-    int items = 0;             ///< of the item list
-    int defaultItem = -1;      ///< position in the list, -1 for none
-    bool calendarGiven = true; ///< solar or Gregorian is chosen
+    TDetailKind storedKind = TDetailKind::None; ///< of a type that is changed
+    int items = 0;                              ///< of the item list
+    int defaultItem = -1;                       ///< position in the list, -1 for none
+    bool calendarGiven = true;                  ///< solar or Gregorian is chosen
     bool reminder = false;
     QString titleOn;
     QString titleOff;
@@ -28,6 +29,8 @@ struct DetailTypeFacts
     std::function<int(const QString &title)> sameTitles;
     /// Some good already has values of this type and of another one with reminder.
     std::function<bool()> reminderTaken;
+    /// Some good (or some category) has another serial or barcode beside this type.
+    std::function<bool(bool inList)> meetsIdentifying;
 };
 
 /// Why a detail type may not be saved, in the order in which the user is told.
@@ -36,6 +39,8 @@ enum class DetailTypeFault {
     TitleMissing,
     TitleTaken,
     ReminderTaken,
+    IdentifyingOnGood,
+    IdentifyingInList,
     KindMissing,
     ItemsMissing,
     CalendarMissing,

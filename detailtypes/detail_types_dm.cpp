@@ -12,8 +12,5 @@ TDetailTypes_DM::TDetailTypes_DM(const host::Connections &connections)
 
 bool TDetailTypes_DM::MoreThan(int limit, const QString &text)
 {
-    Temp_QRY.Open(text);
-    const bool more = Temp_QRY.RecordCount() > limit;
-    Temp_QRY.Close();
-    return more;
+    return host::MoreThan(m_main, text, limit);
 }

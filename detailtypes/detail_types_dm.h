@@ -56,6 +56,9 @@ public:
     bool ExistsGoodDetailBeforeEditForDateAlarmDetail(const QVariant &id);
     /// Whether more than `limit` of the types are serials or barcodes.
     bool CheckDetailTypeCodes_SerialAndBarcode(const QString &codes, int limit);
+    /// Whether some owner has this type beside another one that is a serial or a barcode: a good, or else (`inList`) a
+    /// category.
+    bool MeetsSerialOrBarcode(int id, bool inList);
     /// Whether more than `limit` of the types are dates with reminder.
     bool CheckDetailTypeCodes_DateTypeForDateAllarm(const QString &codes, int limit);
 
@@ -101,6 +104,8 @@ public:
     void DetailTypes_SelectedList_DetailGetAll(int code);
     /// The members' codes in their order, joined by ","; "0" when there are none. True when there are any.
     bool DetailTypes_SelectedList_GetCode(int code, QString &codes);
+    /// Keeps the members for this desk until the end of the caller's transaction.
+    void DetailTypes_SelectedList_Lock(int code);
     /// Puts the types of the code list `codes` behind the members of category `code`, leaving out those it has.
     void DetailTypes_SelectedList_InsertDetail(const QString &codes, int code);
     /// Takes the types of the code list out of the category; the others keep their places.

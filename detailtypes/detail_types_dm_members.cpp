@@ -35,6 +35,12 @@ bool TDetailTypes_DM::DetailTypes_SelectedList_GetCode(int code, QString &codes)
     return !inOrder.isEmpty();
 }
 
+void TDetailTypes_DM::DetailTypes_SelectedList_Lock(int code)
+{
+    host::Scalar(m_main, u"select Code from DetailTypes_SelectedLists with (updlock, holdlock) where Code = "_s +
+                             QString::number(code));
+}
+
 void TDetailTypes_DM::DetailTypes_SelectedList_InsertDetail(const QString &codes, int code)
 {
     const QString category = QString::number(code);

@@ -173,6 +173,19 @@ bool TDetailTypes_DM::CheckDetailTypeCodes_SerialAndBarcode(const QString &codes
                                u") AND dt.DetailType IN (3,6)"_s);
 }
 
+bool TDetailTypes_DM::MeetsSerialOrBarcode(int id, bool inList)
+{
+    const QString owners = inList
+                               ? u"SELECT TOP 1 m.Code FROM DetailTypes_SelectedLists s "
+                                 "JOIN DetailTypes_SelectedList_Detail m ON m.SL_Code = s.Code "
+                                 "JOIN DetailTypes_SelectedList_Detail o ON o.SL_Code = m.SL_Code AND o.Code <> m.Code "
+                                 "JOIN DetailTypes dt ON dt.ID = o.Code WHERE m.Code = "_s
+                               : u"SELECT TOP 1 m.DetailID FROM GoodDetailRelation m "
+                                 "JOIN GoodDetailRelation o ON o.GoodCode = m.GoodCode AND o.DetailID <> m.DetailID "
+                                 "JOIN DetailTypes dt ON dt.ID = o.DetailID WHERE m.DetailID = "_s;
+    return MoreThan(0, owners + QString::number(id) + u" AND dt.DetailType IN (3,6)"_s);
+}
+
 bool TDetailTypes_DM::CheckDetailTypeCodes_DateTypeForDateAllarm(const QString &codes, int limit)
 {
     return MoreThan(limit, u"SELECT * FROM DetailTypes dt WHERE dt.ID IN ("_s + host::CodeList(codes) +

@@ -86,8 +86,10 @@ void TDetailTypes_List_FRM::AddMembers()
     const QString chosen = m_host.entities.Select_Entity_Multible_Param(SoftwarePart(), wanted);
     if (chosen.isEmpty())
         return;
-    m_data.DetailTypes_SelectedList_InsertDetail(chosen, category);
+    const auto refusal = detail_types::AddMembers(m_data, category, chosen);
     FollowCategory();
+    if (refusal)
+        Warn(*refusal);
 }
 
 void TDetailTypes_List_FRM::DeleteMembers()

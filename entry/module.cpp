@@ -10,6 +10,8 @@
 #include <QApplication>
 #include <QScopedValueRollback>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 using host::TFormMode;
@@ -28,11 +30,13 @@ constexpr int ReviewKind = 2;
 struct Holder
 {
     std::unique_ptr<Module> module;
+    std::vector<std::unique_ptr<Module>> former; ///< of hosts that were replaced while a screen was open
 
     ~Holder()
     {
         qRemovePostRoutine(Module::release);
         module.reset();
+        former.clear();
     }
 };
 
@@ -66,17 +70,32 @@ Module::~Module()
 
 Module &Module::instance()
 {
+    host::Host &host = host::installed();
+    if (holder.module && &holder.module->m_host != &host) {
+        if (holder.module->isShowing())
+            holder.former.push_back(std::move(holder.module));
+        holder.module.reset();
+    }
     if (!holder.module) {
-        holder.module = std::make_unique<Module>(host::installed());
+        holder.module = std::make_unique<Module>(host);
+        qRemovePostRoutine(release);
         qAddPostRoutine(release);
     }
     return *holder.module;
+}
+
+bool Module::isShowing() const
+{
+    const auto showing = [](const auto &screen) { return screen && screen->IsShowing(); };
+    return m_detailTypes || showing(m_editor) || std::any_of(m_browse.begin(), m_browse.end(), showing) ||
+           std::any_of(m_selection.begin(), m_selection.end(), showing);
 }
 
 void Module::release()
 {
     qRemovePostRoutine(release);
     holder.module.reset();
+    holder.former.clear();
 }
 
 void Module::report(const std::exception_ptr &error) noexcept

@@ -47,8 +47,9 @@ public:
     int select(host::TSoftwarePart part, const QString &text);
     void edit(host::TSoftwarePart part, int id);
 
-    /// Runs one exported function on the module of this process, made on first use for the installed host. An
-    /// exception ends here: the user sees it and the result is neutral.
+    /// Runs one exported function on the module of this process, made on first use for the installed host, and anew
+    /// when another one is installed; screens that are open keep theirs. An exception ends here: the user sees it and
+    /// the result is neutral.
     template <typename Function> static std::invoke_result_t<Function, Module &> run(Function function) noexcept
     {
         using Result = std::invoke_result_t<Function, Module &>;
@@ -66,6 +67,8 @@ public:
 
 private:
     static Module &instance();
+    /// One of its screens is open.
+    bool isShowing() const;
     static void report(const std::exception_ptr &error) noexcept;
 
     bool mayOpenList(host::TSoftwarePart part);

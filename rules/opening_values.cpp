@@ -13,7 +13,8 @@ OpeningEntry OpeningEntryFor(bool twoUnitGoods, bool variableRatio, bool formula
 
 bool SecondFollowsFirst(const OpeningValues &values, Quantity formula, bool wholeUnits)
 {
-    return SameQuantity(values.second, SecondQuantity(values.first, formula, wholeUnits));
+    return SameQuantity(values.second, SecondQuantity(values.first, formula, wholeUnits)) ||
+           (!wholeUnits && SameQuantity(values.first, FirstQuantity(values.second, formula)));
 }
 
 VoucherChange OpeningVoucherChange(const OpeningValues &loaded, const OpeningValues &entered, int voucherCode,

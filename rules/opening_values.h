@@ -29,7 +29,8 @@ enum class OpeningEntry {
 /// each unit, as it has without a formula.
 OpeningEntry OpeningEntryFor(bool twoUnitGoods, bool variableRatio, bool formulaOn);
 
-/// Whether quantity 2 is what quantity 1 comes to by the formula, to the decimals that are shown.
+/// Whether quantity 2 is what quantity 1 comes to by the formula, to the decimals that are kept, or the other way
+/// round: below 1 the formula cannot be undone to the last of them.
 bool SecondFollowsFirst(const OpeningValues &values, Quantity formula, bool wholeUnits);
 
 /// What must become of the opening voucher when a good is saved.

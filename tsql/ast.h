@@ -46,6 +46,8 @@ enum class StatementKind : quint8 {
 
 struct Statement
 {
+    static constexpr int DefaultRecursion = 100;
+
     explicit Statement(StatementKind k) : kind(k) {}
     virtual ~Statement() = default;
     Statement(const Statement &) = delete;
@@ -53,7 +55,8 @@ struct Statement
 
     const StatementKind kind;
     int line = 1;
-    QString text; ///< as written
+    int maxRecursion = DefaultRecursion; ///< of OPTION (MAXRECURSION n); 0 for no limit
+    QString text;                        ///< as written
 };
 
 /// The statement as its own type; the caller has looked at kind.
@@ -137,6 +140,7 @@ struct ColumnDefinition
     bool identity = false;
     qint64 seed = 1;
     qint64 increment = 1;
+    QString collation; ///< of COLLATE; empty for the database's own
     ExpressionPtr defaultValue;
 };
 

@@ -1,5 +1,6 @@
 #include "tsql/connection.h"
 
+#include "tsql/collation.h"
 #include "tsql/functions.h"
 #include "tsql/interpreter.h"
 #include "tsql/sqlite_errors.h"
@@ -28,6 +29,7 @@ Connection::Connection(const QString &path) : m_path(path)
     m_main.execute("ATTACH '" + m_shared->temporaryUri() + "' AS " + GlobalSchema);
     m_main.execute(QByteArray("CREATE TABLE IF NOT EXISTS main.") + DefinitionTable +
                    "(id INTEGER PRIMARY KEY, text TEXT NOT NULL)");
+    renewOrder();
     m_lock = m_main.prepare(QByteArray("UPDATE main.") + DefinitionTable + " SET id = id WHERE 0", true);
     m_readVersion = m_main.prepare("PRAGMA main.user_version", true);
     loadDefinitions();
@@ -67,6 +69,28 @@ void Connection::execute(const QString &batch, Outcome &outcome)
         if (m_session.abortOnError && m_session.transactions > 0)
             rollback();
         throw;
+    }
+}
+
+/** Indexes that were built when texts had another order would be searched in vain: they are built anew, once. */
+void Connection::renewOrder()
+{
+    const auto stale = [this] { return m_main.integer("PRAGMA main.application_id") != CollationVersion; };
+    if (!stale())
+        return;
+    m_main.execute("BEGIN IMMEDIATE");
+    try {
+        if (stale()) { // nobody else was quicker
+            m_main.execute("REINDEX TSQL_CI");
+            m_main.execute("PRAGMA main.application_id = " + QByteArray::number(CollationVersion));
+        }
+        m_main.execute("COMMIT");
+    } catch (const SqliteError &error) {
+        sqlite3_exec(m_main.get(), "ROLLBACK", nullptr, nullptr, nullptr);
+        if (error.code() != SQLITE_CONSTRAINT_UNIQUE)
+            throw;
+        throw Error(1505, u"Cannot open database \"%1\": texts that are the same in the order of this version stand in "
+                          "a unique key (%2)."_s.arg(m_path, error.message()));
     }
 }
 
@@ -206,15 +230,71 @@ void Connection::rollback(const QString &savepoint)
             throw Error(6401,
                         u"Cannot roll back %1. No transaction or savepoint of that name was found."_s.arg(savepoint));
         const auto position = std::prev(found) - m_savepoints.begin();
+        const std::vector<KeptTable> variables = tableVariables();
         m_main.execute("ROLLBACK TO tran" + QByteArray::number(qlonglong(position)));
         restoreCatalogue(m_savepoints[size_t(position)].catalogue);
         m_savepoints.erase(found, m_savepoints.end());
+        restoreTableVariables(variables);
         return;
     }
+    const std::vector<KeptTable> variables = tableVariables();
     m_main.execute("ROLLBACK");
     restoreCatalogue(m_catalogueAtBegin);
     m_definedInTransaction = false;
     endTransaction();
+    restoreTableVariables(variables);
+}
+
+std::vector<KeptTable> Connection::tableVariables() const
+{
+    std::vector<KeptTable> kept;
+    for (const ObjectName &name : m_catalogue.tableNames()) {
+        if (!name.name.startsWith(u'@'))
+            continue;
+        KeptTable variable{m_catalogue.table(name), {}, {}};
+        const PreparedStatement definitions = m_main.prepare(
+            "SELECT sql FROM temp.sqlite_schema WHERE tbl_name = ?1 COLLATE NOCASE AND sql IS NOT NULL ORDER BY rowid");
+        bindValue(definitions.get(), 1, Value::ofText(name.name));
+        while (m_main.step(definitions.get()))
+            variable.definitions.push_back(columnValue(definitions.get(), 0).bytes);
+        const PreparedStatement rows = m_main.prepare("SELECT * FROM " + variable.table->sqliteName.toUtf8());
+        while (m_main.step(rows.get())) {
+            std::vector<Value> row;
+            for (int i = 0; i < sqlite3_column_count(rows.get()); ++i)
+                row.push_back(columnValue(rows.get(), i));
+            variable.rows.push_back(std::move(row));
+        }
+        kept.push_back(std::move(variable));
+    }
+    return kept;
+}
+
+/** Those that were declared in the transaction are made again. */
+void Connection::restoreTableVariables(const std::vector<KeptTable> &variables)
+{
+    for (const KeptTable &variable : variables) {
+        const QByteArray name = variable.table->sqliteName.toUtf8();
+        if (m_catalogue.table(variable.table->name)) {
+            m_main.execute("DELETE FROM " + name);
+        } else {
+            for (QByteArray sql : variable.definitions) {
+                if (sql.startsWith("CREATE TABLE"))
+                    sql.replace(0, qstrlen("CREATE TABLE"), "CREATE TEMP TABLE");
+                m_main.execute(sql);
+            }
+            m_catalogue.addTable(variable.table);
+        }
+        QByteArray marks;
+        for (size_t i = 0; i < variable.table->columns.size(); ++i)
+            marks += marks.isEmpty() ? "?" : ", ?";
+        const PreparedStatement insert = m_main.prepare("INSERT INTO " + name + " VALUES (" + marks + ")");
+        for (const std::vector<Value> &row : variable.rows) {
+            const StatementUse use(insert.get());
+            for (size_t i = 0; i < row.size(); ++i)
+                bindValue(insert.get(), int(i) + 1, row[i]);
+            m_main.step(insert.get());
+        }
+    }
 }
 
 void Connection::saveTransaction(const QString &name)

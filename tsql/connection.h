@@ -53,6 +53,14 @@ struct Savepoint
     Catalogue catalogue;
 };
 
+/** A table variable with its rows, which a rollback does not touch. */
+struct KeptTable
+{
+    std::shared_ptr<const Table> table;
+    std::vector<QByteArray> definitions; ///< of the table and its indexes, for SQLite
+    std::vector<std::vector<Value>> rows;
+};
+
 /** What the statements of a session remember from one to the next. */
 struct Session
 {
@@ -103,6 +111,7 @@ private:
 
     static constexpr size_t MaxReaders = 8;
 
+    void renewOrder();
     void loadDefinitions();
     void syncCatalogue();
     bool definedElsewhere();
@@ -112,6 +121,8 @@ private:
     std::shared_ptr<Reader> freeReader();
     void noticeLostTransaction();
     void restoreCatalogue(const Catalogue &picture);
+    void restoreTableVariables(const std::vector<KeptTable> &variables);
+    std::vector<KeptTable> tableVariables() const;
     void endTransaction();
 
     const QString m_path;

@@ -69,7 +69,61 @@ struct Reader
     }
 };
 
-qint64 readDate(Reader &reader)
+enum class DateOrder : quint8 { MonthFirst, DayFirst, YearFirst };
+
+DateOrder orderOf(int style)
+{
+    switch (style) {
+    case 0:
+    case 1:
+    case 8:
+    case 9:
+    case 10:
+    case 14:
+    case 24:
+    case 100:
+    case 101:
+    case 108:
+    case 109:
+    case 110:
+    case 114:
+        return DateOrder::MonthFirst; // as us_english has it
+    case 3:
+    case 4:
+    case 5:
+    case 103:
+    case 104:
+    case 105:
+        return DateOrder::DayFirst;
+    case 2:
+    case 11:
+    case 12:
+    case 20:
+    case 21:
+    case 23:
+    case 25:
+    case 102:
+    case 111:
+    case 112:
+    case 120:
+    case 121:
+    case 126:
+    case 127:
+        return DateOrder::YearFirst;
+    default:
+        throw notSupported(u"CONVERT of a text to a date with style %1"_s.arg(style));
+    }
+}
+
+/** Years of two digits, which CONVERT reads with the styles below 100. */
+int fullYear(int year)
+{
+    constexpr int Cutoff = 50; // 2049 is the last one
+    return year + (year < Cutoff ? 2000 : 1900);
+}
+
+/** `isDate`: a date with its year in front has its month next, whatever the order; a datetime has not. */
+qint64 readDate(Reader &reader, DateOrder order, bool isDate, bool shortYears)
 {
     size_t width = 0;
     const int first = reader.number(&width);
@@ -85,11 +139,24 @@ qint64 readDate(Reader &reader)
         throwNoDate();
     size_t lastWidth = 0;
     const int third = reader.number(&lastWidth);
+    const bool monthNext = isDate || order != DateOrder::DayFirst || reader.rest.starts_with('T');
     if (width == 4 && lastWidth <= 2 && third >= 0)
-        return dayOf(first, second, third);
-    if (lastWidth == 4 && width <= 2 && first >= 0)
-        return dayOf(third, first, second); // month first, as us_english has it
-    throwNoDate();
+        return monthNext ? dayOf(first, second, third) : dayOf(first, third, second);
+    const bool shortYear = shortYears && lastWidth == 2;
+    if ((lastWidth != 4 && !shortYear) || width > 2 || first < 0)
+        throwNoDate();
+    const int year = shortYear ? fullYear(third) : third;
+    switch (order) {
+    case DateOrder::MonthFirst:
+        return dayOf(year, first, second);
+    case DateOrder::DayFirst:
+        return dayOf(year, second, first);
+    case DateOrder::YearFirst:
+        break;
+    }
+    if (!shortYear)
+        throwNoDate();
+    return dayOf(fullYear(first), second, third);
 }
 
 qint64 readTime(Reader &reader)
@@ -146,15 +213,10 @@ void normalise(Moment &moment)
 
 } // namespace
 
-Moment momentFromText(std::string_view text, Kind kind)
+namespace {
+
+Moment parsedMoment(std::string_view text, DateOrder order, bool isDate, bool shortYears)
 {
-    if (kind == Kind::Date) {
-        try {
-            return momentFromText(text);
-        } catch (const Error &) {
-            throwNoDate();
-        }
-    }
     Reader reader{withoutTrailingBlanks(text)};
     reader.blanks();
     if (reader.rest.empty())
@@ -163,7 +225,7 @@ Moment momentFromText(std::string_view text, Kind kind)
     const size_t colon = reader.rest.find(':');
     const size_t mark = reader.rest.find_first_of("-/ T");
     if (colon == std::string_view::npos || (mark != std::string_view::npos && mark < colon)) {
-        moment.day = readDate(reader);
+        moment.day = readDate(reader, order, isDate, shortYears);
         if (reader.rest.empty())
             return moment;
         if (!reader.take('T'))
@@ -171,6 +233,21 @@ Moment momentFromText(std::string_view text, Kind kind)
     }
     moment.millisecond = readTime(reader);
     return moment;
+}
+
+} // namespace
+
+Moment momentFromText(std::string_view text, Kind kind, int style)
+{
+    const DateOrder order = orderOf(style);
+    const bool shortYears = style > 0 && style < 100;
+    if (kind != Kind::Date)
+        return parsedMoment(text, order, false, shortYears);
+    try {
+        return parsedMoment(text, order, true, shortYears);
+    } catch (const Error &) {
+        throwNoDate();
+    }
 }
 
 Moment momentFromStorage(std::string_view stored)

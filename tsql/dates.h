@@ -16,8 +16,9 @@ struct Moment
 };
 
 /** Reads the server's usual spellings. Error 241 for anything else, 242 for a day that no month has (241 for `date`).
+ * The style, as CONVERT has it, says whether day, month or year stands first.
  */
-Moment momentFromText(std::string_view text, Kind kind = Kind::DateTime);
+Moment momentFromText(std::string_view text, Kind kind = Kind::DateTime, int style = 0);
 /** Reads the storage form back; it is known to be well formed. */
 Moment momentFromStorage(std::string_view stored);
 /** Storage form for that kind: a date drops the time, datetime counts in 1/300 s, smalldatetime in minutes. */

@@ -30,4 +30,10 @@ private:
     QByteArray m_utf8;
 };
 
+/// 191: for texts beyond what the parsers take.
+Error nestedTooDeeply(int line = 0);
+
+/// Error 40517: what this database does not carry out, by its name.
+Error notSupported(const QString &what, int line = 0);
+
 } // namespace tsql

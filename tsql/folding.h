@@ -1,4 +1,4 @@
-// Case-insensitive comparison of UTF-8 texts: the collation of every text column.
+// UTF-8 texts: their characters, their lengths, and words compared without case.
 #pragma once
 
 #include <string_view>

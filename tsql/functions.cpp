@@ -1,8 +1,8 @@
 #include "tsql/functions.h"
 
 #include "tsql/catalogue.h"
+#include "tsql/collation.h"
 #include "tsql/error.h"
-#include "tsql/folding.h"
 #include "tsql/functions_support.h"
 
 #include <QUuid>
@@ -42,10 +42,19 @@ constexpr Function systemFunctions[] = {
     {"tsql_error", refuse, 2, true, false},
 };
 
-int collate(void *, int lengthA, const void *a, int lengthB, const void *b)
+template <Collation collation> int collate(void *, int lengthA, const void *a, int lengthB, const void *b)
 {
-    return compareFolded({static_cast<const char *>(a), size_t(lengthA)},
-                         {static_cast<const char *>(b), size_t(lengthB)});
+    const std::string_view left(static_cast<const char *>(a), size_t(lengthA));
+    const std::string_view right(static_cast<const char *>(b), size_t(lengthB));
+    if constexpr (collation == Collation::Plain)
+        return compareTexts(left, right);
+    else
+        return compareTexts(left, right, collation);
+}
+
+template <Collation collation> void addCollation(sqlite3 *db)
+{
+    sqlite3_create_collation_v2(db, collationName(collation), SQLITE_UTF8, nullptr, collate<collation>, nullptr);
 }
 
 } // namespace
@@ -85,7 +94,11 @@ void raiseError(sqlite3_context *context, const Error &error)
 
 void registerFunctions(sqlite3 *db, Catalogue *catalogue)
 {
-    sqlite3_create_collation_v2(db, "TSQL_CI", SQLITE_UTF8, nullptr, collate, nullptr);
+    addCollation<Collation::Plain>(db);
+    addCollation<Collation::Accents>(db);
+    addCollation<Collation::Case>(db);
+    addCollation<Collation::AccentsAndCase>(db);
+    addCollation<Collation::CodePoints>(db);
     addDecimalFunctions(db);
     addNumberFunctions(db);
     addAggregates(db);

@@ -30,6 +30,8 @@ class Catalogue;
  *
  * Floating point
  *   real_of_text(t, sourceKind)   real_div(a, b)   text_of_real(r)   round_real(r, digits [, truncate])
+ *   real_fit(r)   real_sqrt(r)   real_exp(r)   real_log(r [, base])   real_pow(a, b)   3623 without a value, 8115
+ *   when infinite;   int_of_power(r, kind)   232 out of range
  *
  * Texts (lengths and positions are UTF-16 units, as nvarchar counts them; positions start at 1)
  *   text_fit(t, n, 'table', 'column')   2628 when longer than n without its trailing blanks
@@ -40,19 +42,22 @@ class Catalogue;
  *   tsql_replace(t, from, to)   tsql_ltrim(t)   tsql_rtrim(t)   tsql_trim(t)   tsql_upper(t)   tsql_lower(t)
  *   tsql_reverse(t)   tsql_replicate(t, n)   tsql_space(n)   tsql_ascii(t)   tsql_unicode(t)   tsql_nchar(i)
  *   tsql_quotename(t [, quote])   tsql_isnumeric(t)   tsql_str(r, length, decimals)
- *   tsql_like(t, pattern [, escape])    %, _, [..], [^..]; 1, 0 or NULL
+ *   tsql_like(t, pattern [, escape])    %, _, [..], [^..]; 1, 0 or NULL;   tsql_like_padded: blanks at the end of t
+ *   may go unmatched
  *   tsql_xml_agg(t)    aggregate of FOR XML PATH(''): escaped pieces joined, NULL pieces skipped, NULL for no rows
  *   tsql_string_agg(t, separator)
  *
  * Dates ('YYYY-MM-DD', 'YYYY-MM-DD hh:mm:ss.mmm')
- *   date_of_text(t, kind, sourceKind)   date_fit(d, kind) from one date type to another
+ *   date_of_text(t, kind, sourceKind [, style])   date_fit(d, kind) from one date type to another
  *   date_text(d, kind, style)   date_add('part', n, d, kind)   date_diff('part', a, b)   date_part('part', d)
  *   The present moment is the parameter @@GETDATE, one value for a whole statement.
  *
  * Others
+ *   next_level(level, limit)    530 beyond the limit
  *   object_id(name [, type])   tsql_newid()   tsql_error(number, message)   raises that error
  *
- * Collation TSQL_CI: case-insensitive by simple folding, trailing blanks do not count.
+ * Collations: TSQL_CI, the database's own; TSQL_CI_AS, TSQL_CS_AI, TSQL_CS_AS and TSQL_BIN for COLLATE. See
+ * collation.h.
  */
 void registerFunctions(sqlite3 *db, Catalogue *catalogue);
 

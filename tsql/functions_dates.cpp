@@ -8,7 +8,8 @@ namespace {
 void dateOfText(Call &call)
 {
     const auto kind = Kind(call.number(1));
-    call.give(std::string_view(storageText(momentFromText(call.text(0), kind), kind)));
+    const int style = call.count() > 3 ? call.number(3) : 0;
+    call.give(std::string_view(storageText(momentFromText(call.text(0), kind, style), kind)));
 }
 
 void dateFit(Call &call)
@@ -38,8 +39,9 @@ void datePart(Call &call)
 }
 
 constexpr Function dateFunctions[] = {
-    {"date_of_text", dateOfText, 3}, {"date_fit", dateFit, 2},   {"date_text", dateText, 3},
-    {"date_add", dateAdd, 4},        {"date_diff", dateDiff, 3}, {"date_part", datePart, 2},
+    {"date_of_text", dateOfText, 3}, {"date_of_text", dateOfText, 4}, {"date_fit", dateFit, 2},
+    {"date_text", dateText, 3},      {"date_add", dateAdd, 4},        {"date_diff", dateDiff, 3},
+    {"date_part", datePart, 2},
 };
 
 } // namespace

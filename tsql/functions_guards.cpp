@@ -1,5 +1,6 @@
 // Functions that refuse or test a value: what a statement checks while it runs.
 #include "tsql/convert.h"
+#include "tsql/dates.h"
 #include "tsql/error.h"
 #include "tsql/functions_support.h"
 
@@ -49,11 +50,34 @@ void numberText(Call &call)
                           number.isInteger() ? u"expression"_s : kindName(from), kindName(to)));
 }
 
-/** can_convert(text, kind, precision, scale) */
+/** can_convert(text, kind, precision, scale [, style of a date]) */
 void canConvert(Call &call)
 {
+    if (call.count() > 4) {
+        try {
+            momentFromText(call.text(0), Kind(call.number(1)), call.number(4));
+            call.give(qint64(1));
+        } catch (const Error &error) {
+            if (error.number() == notSupported({}).number())
+                throw;
+            call.give(qint64(0));
+        }
+        return;
+    }
     const SqlType type{static_cast<Kind>(call.number(1)), call.number(2), call.number(3), 0};
     call.give(qint64(converts(call.text(0), type)));
+}
+
+/** next_level(level, limit): the level of a row of a recursive table; a limit of 0 is none. */
+void nextLevel(Call &call)
+{
+    const qint64 level = call.integer(0) + 1;
+    if (call.integer(1) > 0 && level > call.integer(1))
+        throw Error(
+            530,
+            u"The statement terminated. The maximum recursion %1 has been exhausted before statement completion."_s.arg(
+                call.integer(1)));
+    call.give(level);
 }
 
 void isDate(Call &call)
@@ -62,10 +86,8 @@ void isDate(Call &call)
 }
 
 constexpr Function guards[] = {
-    {"not_null", notNull, 4, true},
-    {"number_text", numberText, 4},
-    {"can_convert", canConvert, 4},
-    {"tsql_isdate", isDate, 1, true},
+    {"not_null", notNull, 4, true}, {"number_text", numberText, 4}, {"can_convert", canConvert, 4},
+    {"can_convert", canConvert, 5}, {"next_level", nextLevel, 2},   {"tsql_isdate", isDate, 1, true},
 };
 
 /** The one value of a subquery that stands for a value. */

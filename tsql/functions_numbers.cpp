@@ -63,6 +63,52 @@ template <Decimal (*operation)(const Decimal &, const Decimal &, int, int)> void
         operation(call.decimal(0, call.number(1)), call.decimal(2, call.number(3)), call.number(4), call.number(5)));
 }
 
+/** The next number of a chain's description, whose first character is `at`. */
+int numberAt(std::string_view text, size_t &at)
+{
+    int number = 0;
+    for (; at < text.size() && text[at] >= '0' && text[at] <= '9'; ++at)
+        number = number * 10 + (text[at] - '0');
+    return number;
+}
+
+Decimal decimalStep(char operation, const Decimal &a, const Decimal &b, int precision, int scale)
+{
+    switch (operation) {
+    case '+':
+        return add(a, b, precision, scale);
+    case '-':
+        return subtract(a, b, precision, scale);
+    case '*':
+        return multiply(a, b, precision, scale);
+    case '/':
+        return divide(a, b, precision, scale);
+    default:
+        return remainder(a, b, precision, scale);
+    }
+}
+
+/** dec_chain('2+2,19,2-0,20,2', a, b, c): from left to right, each step with its own precision and scale. */
+void decChain(Call &call)
+{
+    const std::string_view steps = call.text(0);
+    size_t at = 0;
+    int scale = numberAt(steps, at);
+    bool known = !call.isNull(1);
+    Decimal result = known ? call.decimal(1, scale) : Decimal();
+    for (int i = 2; i < call.count(); ++i) {
+        const char operation = steps[at++];
+        const int own = numberAt(steps, at);
+        const int precision = numberAt(steps, ++at);
+        scale = numberAt(steps, ++at);
+        known = known && !call.isNull(i);
+        if (known)
+            result = decimalStep(operation, result, call.decimal(i, own), precision, scale);
+    }
+    if (known)
+        call.give(result);
+}
+
 void decNeg(Call &call)
 {
     call.give(Decimal{-call.decimal(0, 0).units, 0});
@@ -109,6 +155,7 @@ constexpr Function decimalFunctions[] = {
     {"dec_mul", decBinary<multiply>, 6},
     {"dec_div", decBinary<divide>, 6},
     {"dec_mod", decBinary<remainder>, 6},
+    {"dec_chain", decChain, -1, true},
     {"dec_neg", decNeg, 1},
     {"dec_abs", decAbs, 1},
     {"dec_sign", decSign, 1},
@@ -137,26 +184,82 @@ void intFit(Call &call)
         call.give(fitInteger(call.integer(0), kindOf(call, 1)));
 }
 
-qint64 divisor(const Call &call)
+[[noreturn]] void integerOverflow()
 {
-    const qint64 value = call.integer(1);
-    if (value == 0)
+    throw Error(8115, u"Arithmetic overflow error converting expression to data type bigint."_s);
+}
+
+qint64 quotient(qint64 value, qint64 by)
+{
+    if (by == 0)
         throw Error(8134, u"Divide by zero error encountered."_s);
-    return value;
+    if (by == -1 && value == std::numeric_limits<qint64>::min())
+        integerOverflow();
+    return value / by;
+}
+
+qint64 modulus(qint64 value, qint64 by)
+{
+    if (by == 0)
+        throw Error(8134, u"Divide by zero error encountered."_s);
+    return by == -1 ? qint64(0) : value % by;
 }
 
 void intDiv(Call &call)
 {
-    const qint64 by = divisor(call);
-    if (by == -1 && call.integer(0) == std::numeric_limits<qint64>::min())
-        throw Error(8115, u"Arithmetic overflow error converting expression to data type bigint."_s);
-    call.give(call.integer(0) / by);
+    call.give(quotient(call.integer(0), call.integer(1)));
 }
 
 void intMod(Call &call)
 {
-    const qint64 by = divisor(call);
-    call.give(by == -1 ? qint64(0) : call.integer(0) % by);
+    call.give(modulus(call.integer(0), call.integer(1)));
+}
+
+qint64 integerStep(char operation, qint64 a, qint64 b)
+{
+    qint64 result = 0;
+    switch (operation) {
+    case '+':
+        if (__builtin_add_overflow(a, b, &result))
+            integerOverflow();
+        return result;
+    case '-':
+        if (__builtin_sub_overflow(a, b, &result))
+            integerOverflow();
+        return result;
+    case '*':
+        if (__builtin_mul_overflow(a, b, &result))
+            integerOverflow();
+        return result;
+    case '/':
+        return quotient(a, b);
+    case '%':
+        return modulus(a, b);
+    case '&':
+        return a & b;
+    case '|':
+        return a | b;
+    default:
+        return a ^ b;
+    }
+}
+
+/** int_chain('+4*4', a, b, c): from left to right, each result fitted to the kind of that number. */
+void intChain(Call &call)
+{
+    const std::string_view steps = call.text(0);
+    size_t at = 0;
+    bool known = !call.isNull(1);
+    qint64 result = call.integer(1);
+    for (int i = 2; i < call.count(); ++i) {
+        const char operation = steps[at++];
+        const Kind kind = Kind(numberAt(steps, at));
+        known = known && !call.isNull(i);
+        if (known)
+            result = fitInteger(integerStep(operation, result, call.integer(i)), kind);
+    }
+    if (known)
+        call.give(result);
 }
 
 void bitOf(Call &call)
@@ -179,6 +282,84 @@ void realDiv(Call &call)
     if (call.real(1) == 0.0)
         throw Error(8134, u"Divide by zero error encountered."_s);
     call.give(call.real(0) / call.real(1));
+}
+
+double checkedReal(double value)
+{
+    if (std::isnan(value))
+        throw Error(3623, u"An invalid floating point operation occurred."_s);
+    if (std::isinf(value))
+        throw Error(8115, u"Arithmetic overflow error converting expression to data type float."_s);
+    return value;
+}
+
+/** real_chain('+-*', a, b, c, d) from left to right */
+void realChain(Call &call)
+{
+    const std::string_view steps = call.text(0);
+    bool known = !call.isNull(1);
+    double result = call.real(1);
+    for (int i = 2; i < call.count(); ++i) {
+        const char operation = steps[size_t(i) - 2];
+        const double term = call.real(i);
+        known = known && !call.isNull(i);
+        if (known && operation == '/' && term == 0.0)
+            throw Error(8134, u"Divide by zero error encountered."_s);
+        result = checkedReal(operation == '+'   ? result + term
+                             : operation == '-' ? result - term
+                             : operation == '*' ? result * term
+                                                : result / term);
+    }
+    if (known)
+        call.give(result);
+}
+
+/** The logarithm of 0 has no value, not even an infinite one. */
+double logarithm(double value)
+{
+    return checkedReal(value > 0 ? std::log(value) : std::nan(""));
+}
+
+void realFit(Call &call)
+{
+    call.give(checkedReal(call.real(0)));
+}
+
+void realSqrt(Call &call)
+{
+    call.give(checkedReal(std::sqrt(call.real(0))));
+}
+
+void realExp(Call &call)
+{
+    call.give(checkedReal(std::exp(call.real(0))));
+}
+
+void realLog(Call &call)
+{
+    double value = logarithm(call.real(0));
+    if (call.count() > 1) {
+        const double base = logarithm(call.real(1));
+        value = base == 0.0 ? checkedReal(std::nan("")) : value / base;
+    }
+    call.give(value);
+}
+
+void realPow(Call &call)
+{
+    const bool pole = call.real(0) == 0.0 && call.real(1) < 0;
+    call.give(checkedReal(pole ? std::nan("") : std::pow(call.real(0), call.real(1))));
+}
+
+/** int_of_power(x, kind): POWER of a whole number. */
+void intOfPower(Call &call)
+{
+    try {
+        call.give(integerFromReal(call.real(0), kindOf(call, 1)));
+    } catch (const Error &) {
+        throw Error(232, u"Arithmetic overflow error for type %1, value = %2."_s.arg(
+                             kindName(kindOf(call, 1)), QString::number(call.real(0), 'f', 6)));
+    }
 }
 
 void textOfReal(Call &call)
@@ -223,10 +404,19 @@ constexpr Function numberFunctions[] = {
     {"int_fit", intFit, 2},
     {"int_div", intDiv, 2},
     {"int_mod", intMod, 2},
+    {"int_chain", intChain, -1, true},
     {"bit_of", bitOf, 1},
     {"bit_of_text", bitOfText, 2},
     {"real_of_text", realOfText, 2},
     {"real_div", realDiv, 2},
+    {"real_chain", realChain, -1, true},
+    {"real_fit", realFit, 1},
+    {"real_sqrt", realSqrt, 1},
+    {"real_exp", realExp, 1},
+    {"real_log", realLog, 1},
+    {"real_log", realLog, 2},
+    {"real_pow", realPow, 2},
+    {"int_of_power", intOfPower, 2},
     {"text_of_real", textOfReal, 1},
     {"round_real", roundReal, 2},
     {"round_real", roundReal, 3},

@@ -24,7 +24,12 @@ void textFit(Call &call)
 
 void textCut(Call &call)
 {
-    call.give(cutText(call.text(0), call.number(1)));
+    const std::string_view text = call.text(0);
+    const std::string_view cut = cutText(text, call.number(1));
+    if (cut.size() == text.size() && sqlite3_value_type(call.value(0)) == SQLITE_TEXT)
+        call.giveArgument(0);
+    else
+        call.give(cut);
 }
 
 void textPad(Call &call)
@@ -116,7 +121,21 @@ void keepPattern(const Call &call, int i, std::unique_ptr<LikePattern> &own)
                             [](void *pattern) { delete static_cast<LikePattern *>(pattern); });
 }
 
-void like(Call &call)
+/**
+ * LIKE of texts in the database's own character set: blanks at the end of the value match what the pattern has for
+ * them, or nothing.
+ */
+bool matchesPadded(const LikePattern &pattern, std::string_view text)
+{
+    bool matches = pattern.matches(text);
+    while (!matches && text.ends_with(' ')) {
+        text.remove_suffix(1);
+        matches = pattern.matches(text);
+    }
+    return matches;
+}
+
+template <bool padded> void like(Call &call)
 {
     char32_t escape = 0;
     if (call.count() > 2) {
@@ -128,7 +147,8 @@ void like(Call &call)
                 506, u"The invalid escape character \"%1\" was specified in a LIKE predicate."_s.arg(call.string(2)));
     }
     std::unique_ptr<LikePattern> own;
-    call.give(qint64(patternOf(call, 1, escape, own).matches(call.text(0))));
+    const LikePattern &pattern = patternOf(call, 1, escape, own);
+    call.give(qint64(padded ? matchesPadded(pattern, call.text(0)) : pattern.matches(call.text(0))));
     keepPattern(call, 1, own);
 }
 
@@ -288,21 +308,24 @@ constexpr Function textFunctions[] = {
     {"tsql_nchar", nchar, 1},
     {"tsql_quotename", quoteName, 1},
     {"tsql_quotename", quoteName, 2},
-    {"tsql_like", like, 3},
+    {"tsql_like", like<false>, 3},
+    {"tsql_like_padded", like<true>, 3},
 };
 
 /** LIKE without ESCAPE runs over whole lists: with its pattern at hand it goes no detours. */
-void likeQuickly(sqlite3_context *context, int count, sqlite3_value **values)
+template <bool padded> void likeQuickly(sqlite3_context *context, int count, sqlite3_value **values)
 {
     const auto *pattern = static_cast<const LikePattern *>(sqlite3_get_auxdata(context, 1));
     if (!pattern) {
-        static constexpr Function general = {"tsql_like", like, 2};
+        static constexpr Function general = {"", like<padded>, 2};
         callFunction(general, context, count, values);
         return;
     }
     const auto *text = reinterpret_cast<const char *>(sqlite3_value_text(values[0]));
-    if (text)
-        sqlite3_result_int(context, pattern->matches({text, size_t(sqlite3_value_bytes(values[0]))}));
+    if (!text)
+        return;
+    const std::string_view value(text, size_t(sqlite3_value_bytes(values[0])));
+    sqlite3_result_int(context, padded ? matchesPadded(*pattern, value) : pattern->matches(value));
 }
 
 } // namespace
@@ -310,8 +333,9 @@ void likeQuickly(sqlite3_context *context, int count, sqlite3_value **values)
 void addTextFunctions(sqlite3 *db)
 {
     addFunctions(db, textFunctions);
-    sqlite3_create_function_v2(db, "tsql_like", 2, SQLITE_UTF8 | SQLITE_INNOCUOUS | SQLITE_DETERMINISTIC, nullptr,
-                               likeQuickly, nullptr, nullptr, nullptr);
+    constexpr int Flags = SQLITE_UTF8 | SQLITE_INNOCUOUS | SQLITE_DETERMINISTIC;
+    sqlite3_create_function_v2(db, "tsql_like", 2, Flags, nullptr, likeQuickly<false>, nullptr, nullptr, nullptr);
+    sqlite3_create_function_v2(db, "tsql_like_padded", 2, Flags, nullptr, likeQuickly<true>, nullptr, nullptr, nullptr);
 }
 
 } // namespace tsql

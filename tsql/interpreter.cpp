@@ -261,6 +261,27 @@ void Interpreter::runRaiseError(const RaiseStatement &statement, Frame &frame)
         m_raised = error;
 }
 
+/** Whether an option asks for what this database does anyway. */
+static bool isCustom(const SetOptionStatement &statement)
+{
+    static const QHash<QString, QStringList> customs = {
+        {u"ANSI_NULLS"_s, {u"ON"_s}},
+        {u"ANSI_NULL_DFLT_ON"_s, {u"ON"_s}},
+        {u"ANSI_PADDING"_s, {u"ON"_s}},
+        {u"ANSI_WARNINGS"_s, {u"ON"_s}},
+        {u"ARITHABORT"_s, {u"ON"_s, u"OFF"_s}}, // OFF changes nothing under ANSI_WARNINGS
+        {u"CONCAT_NULL_YIELDS_NULL"_s, {u"ON"_s}},
+        {u"DATEFIRST"_s, {u"7"_s}},
+        {u"DATEFORMAT"_s, {u"MDY"_s}},
+        {u"LANGUAGE"_s, {u"US_ENGLISH"_s, u"ENGLISH"_s}},
+        {u"NUMERIC_ROUNDABORT"_s, {u"OFF"_s}},
+        {u"QUOTED_IDENTIFIER"_s, {u"ON"_s}},
+    };
+    // The others (isolation, waiting, size of texts) change no answer.
+    const auto known = customs.constFind(statement.option);
+    return known == customs.cend() || known->contains(statement.value);
+}
+
 void Interpreter::runSetOption(const SetOptionStatement &statement)
 {
     Session &session = m_connection.m_session;
@@ -269,6 +290,8 @@ void Interpreter::runSetOption(const SetOptionStatement &statement)
         session.abortOnError = on;
     } else if (statement.option == u"NOCOUNT"_s) {
         session.counts = !on;
+    } else if (statement.option == u"LOCK_TIMEOUT"_s) {
+        setLockTimeout(statement.value);
     } else if (statement.option == u"IDENTITY_INSERT"_s) {
         const auto table = m_connection.m_catalogue.table(statement.table);
         if (!table)
@@ -280,7 +303,18 @@ void Interpreter::runSetOption(const SetOptionStatement &statement)
         else
             session.options.identityInsert.remove(table->name.key());
         m_connection.m_plans.clear(); // an INSERT means something else now
+    } else if (!isCustom(statement)) {
+        throw notSupported(u"SET %1 %2"_s.arg(statement.option, statement.value));
     }
+}
+
+void Interpreter::setLockTimeout(const QString &value) const
+{
+    bool number = false;
+    const int milliseconds = value.toInt(&number);
+    if (!number)
+        throw Error(102, u"Incorrect syntax near '%1'."_s.arg(value));
+    m_connection.m_main.waitForLocks(milliseconds < 0 ? SqliteHandle::BusyTimeout : milliseconds);
 }
 
 void Interpreter::runSetVariable(const SetVariableStatement &set, Frame &frame)

@@ -48,6 +48,7 @@ private:
     void runThrow(const RaiseStatement &statement, Frame &frame);
     void runRaiseError(const RaiseStatement &statement, Frame &frame);
     void runSetOption(const SetOptionStatement &statement);
+    void setLockTimeout(const QString &value) const;
     void runSetVariable(const SetVariableStatement &set, Frame &frame);
     void runDeclare(const DeclareStatement &statement, Frame &frame);
 
@@ -60,6 +61,7 @@ private:
     void runAssignment(const std::shared_ptr<CompiledEntry> &entry, Frame &frame);
     void runAssignmentInTurn(const std::shared_ptr<CompiledEntry> &entry, Frame &frame);
     void runChange(const Statement &statement, Frame &frame);
+    void runExchange(const UpdateStatement &statement, const class SqliteError &refusal, Frame &frame);
     void reportRows(std::unique_ptr<Cursor> cursor);
     void reportCount(qint64 rows);
     void runInsertExecute(const InsertStatement &statement, Frame &frame);

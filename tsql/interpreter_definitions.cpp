@@ -1,6 +1,8 @@
 #include "tsql/error.h"
 #include "tsql/interpreter.h"
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace tsql {
@@ -67,6 +69,17 @@ QString definitionOf(const Table &table)
     return u"CREATE TABLE %1 (%2)"_s.arg(bracketed(table.name), columns.join(u", "_s));
 }
 
+/** A temporary table or table variable of the caller's is in the way of the text's own one. */
+void refuseSecond(const ObjectName &name, const Frame &frame, const Catalogue &catalogue)
+{
+    const bool own = std::any_of(frame.temporaryTables.begin(), frame.temporaryTables.end(),
+                                 [&name](const ObjectName &one) { return one.key() == name.key(); });
+    if (isTemporary(name) && !name.isGlobalTemporary() && !own && catalogue.table(name))
+        throw Error(40517,
+                    u"A temporary table '%1' of its own for a procedure whose caller has one of that name is not "
+                    "supported in this version of the database."_s.arg(name.name));
+}
+
 } // namespace
 
 void Interpreter::runDefinition(const Statement &given, Frame &frame)
@@ -75,6 +88,8 @@ void Interpreter::runDefinition(const Statement &given, Frame &frame)
                                      ? static_cast<const Statement &>(*as<DeclareTableStatement>(given).table)
                                      : given;
     Catalogue &catalogue = m_connection.m_catalogue;
+    if (statement.kind == StatementKind::CreateTable && m_connection.m_session.nesting > 0)
+        refuseSecond(as<CreateTableStatement>(statement).table, frame, catalogue);
     const Compiled compiled = compile(statement, catalogue, frame.plan.variables(), m_connection.m_session.options);
     const SqliteHandle &handle = m_connection.m_main;
     const QString kept = permanentText(statement);

@@ -3,6 +3,7 @@
 #include "tsql/error.h"
 #include "tsql/interpreter.h"
 #include "tsql/key_conflict.h"
+#include "tsql/key_exchange.h"
 #include "tsql/sqlite_errors.h"
 
 #include <QCoreApplication>
@@ -252,6 +253,10 @@ void Interpreter::runChange(const Statement &statement, Frame &frame)
             reportRows(std::make_unique<Cursor>(std::move(lease), handle));
         }
     } catch (const SqliteError &error) {
+        if (isDuplicate(error.code()) && statement.kind == StatementKind::Update) {
+            lease.release();
+            return runExchange(as<UpdateStatement>(statement), error, frame);
+        }
         if (error.code() != SQLITE_CONSTRAINT_FOREIGNKEY)
             throw;
         // The way to the rows may have taken the statement along.
@@ -269,6 +274,26 @@ void Interpreter::runChange(const Statement &statement, Frame &frame)
         frame.scopeIdentity = Value::ofInteger(sqlite3_last_insert_rowid(handle.get()));
         session.identity = frame.scopeIdentity;
     }
+}
+
+/** An UPDATE in which a row may have met a key that another row was yet to give up. */
+void Interpreter::runExchange(const UpdateStatement &statement, const SqliteError &refusal, Frame &frame)
+{
+    const SqliteHandle &handle = m_connection.m_main;
+    const Catalogue &catalogue = m_connection.m_catalogue;
+    const Compiled found = compileNewValues(statement, catalogue, frame.plan.variables(), optionsOf(frame));
+    StatementScope scope(handle);
+    const PreparedStatement values = handle.prepare(found.sql.toUtf8());
+    bind(values.get(), found, frame);
+    const qint64 rows = exchangeKeys(handle, values.get(), found, catalogue);
+    if (rows < 2)
+        throw refusal;
+    if (!statement.output.empty())
+        throw Error(40517, u"OUTPUT of an UPDATE whose rows take unique values over from each other is not supported "
+                           "in this version of the database."_s);
+    scope.release();
+    m_connection.m_session.rowCount = rows;
+    reportCount(rows);
 }
 
 Value Interpreter::scalar(const Expression &value, Frame &frame, const SqlType &target)

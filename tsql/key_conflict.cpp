@@ -90,13 +90,18 @@ Error keyConflict(const SqliteHandle &handle, sqlite3_stmt *statement, const Com
     while (handle.step(statement)) {
     }
     sqlite3_reset(statement);
+    return presentConflict(handle, compiled.target, verb, catalogue);
+}
+
+Error presentConflict(const SqliteHandle &handle, const QString &target, const QString &verb,
+                      const Catalogue &catalogue)
+{
     for (const ObjectName &name : catalogue.tableNames()) {
         const auto table = catalogue.table(name);
         if (table->references.empty() || name.isTemporary())
             continue;
         if (const Reference *reference = offendedKey(handle, *table)) {
-            const bool refersToOld =
-                verb == u"DELETE"_s || (verb == u"UPDATE"_s && table->sqliteName != compiled.target);
+            const bool refersToOld = verb == u"DELETE"_s || (verb == u"UPDATE"_s && table->sqliteName != target);
             return refusal(verb, *table, *reference, refersToOld, catalogue);
         }
     }

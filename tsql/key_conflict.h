@@ -15,5 +15,8 @@ namespace tsql {
  */
 Error keyConflict(const SqliteHandle &handle, sqlite3_stmt *statement, const Compiled &compiled, const QString &verb,
                   const Catalogue &catalogue);
+/** The same for a statement that has been carried out with its keys unchecked. `target` is what an UPDATE changed. */
+Error presentConflict(const SqliteHandle &handle, const QString &target, const QString &verb,
+                      const Catalogue &catalogue);
 
 } // namespace tsql

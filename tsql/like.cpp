@@ -73,9 +73,9 @@ size_t LikePattern::parseSet(std::string_view pattern, size_t at)
             closed = true;
         } else if (at + 1 < pattern.size() && pattern[at] == '-' && pattern[at + 1] != ']') {
             ++at;
-            set.ranges.emplace_back(foldCase(low), foldCase(nextCodePoint(pattern, at)));
+            set.ranges.emplace_back(weightOf(low), weightOf(nextCodePoint(pattern, at)));
         } else {
-            set.ranges.emplace_back(foldCase(low), foldCase(low));
+            set.ranges.emplace_back(weightOf(low), weightOf(low));
         }
     }
     if (!closed) {
@@ -171,11 +171,11 @@ bool LikePattern::accepts(const Token &token, char32_t c) const
 {
     if (token.kind == Token::Kind::AnyCharacter)
         return true;
-    const char32_t folded = foldCase(c);
     if (token.kind == Token::Kind::Character)
-        return folded == token.character;
-    const bool inSet = std::any_of(token.ranges.begin(), token.ranges.end(), [folded](const auto &range) {
-        return folded >= range.first && folded <= range.second;
+        return foldCase(c) == token.character;
+    const Weight weight = weightOf(c);
+    const bool inSet = std::any_of(token.ranges.begin(), token.ranges.end(), [&weight](const auto &range) {
+        return weight >= range.first && weight <= range.second;
     });
     return inSet == (token.kind == Token::Kind::Set);
 }

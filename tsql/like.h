@@ -1,6 +1,8 @@
 // The pattern of LIKE and PATINDEX.
 #pragma once
 
+#include "tsql/collation.h"
+
 #include <string>
 #include <string_view>
 #include <utility>
@@ -26,8 +28,8 @@ private:
         enum class Kind : unsigned char { Character, AnyCharacter, AnyRun, Set, ExceptSet };
 
         Kind kind = Kind::Character;
-        char32_t character = 0;                            ///< folded
-        std::vector<std::pair<char32_t, char32_t>> ranges; ///< folded, both ends included
+        char32_t character = 0;                        ///< folded
+        std::vector<std::pair<Weight, Weight>> ranges; ///< in the order of texts, both ends included
     };
 
     void parse(std::string_view pattern, char32_t escape);

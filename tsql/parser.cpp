@@ -10,8 +10,8 @@ namespace tsql {
 
 namespace {
 
-constexpr int MaxDepth = 120;
-constexpr int MaxChain = 900;
+constexpr int MaxDepth = 400;
+constexpr int MaxChain = 2000;
 
 const QSet<QString> &reservedWords()
 {
@@ -77,20 +77,14 @@ Parser::Depth::Depth(Parser &parser) : m_parser(parser)
 {
     if (++m_parser.m_depth > MaxDepth) {
         --m_parser.m_depth;
-        throw Error(
-            191,
-            u"Some part of your SQL statement is nested too deeply. Rewrite the query or break it up into smaller queries."_s,
-            parser.peek().line);
+        throw nestedTooDeeply(parser.peek().line);
     }
 }
 
 void Parser::chain(int &length) const
 {
     if (++length > MaxChain)
-        throw Error(
-            191,
-            u"Some part of your SQL statement is nested too deeply. Rewrite the query or break it up into smaller queries."_s,
-            peek().line);
+        throw nestedTooDeeply(peek().line);
 }
 
 const Token &Parser::peek(std::size_t ahead) const

@@ -36,6 +36,8 @@ StatementPtr Parser::declareStatement()
             return declared;
         }
         variable.type = type();
+        if ((variable.type.isText() || variable.type.isBinary()) && variable.type.length == 0)
+            variable.type.length = 1;
         if (acceptSymbol(QLatin1String("=")))
             variable.value = value();
         result->variables.push_back(std::move(variable));

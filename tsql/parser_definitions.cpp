@@ -127,7 +127,7 @@ void Parser::columnDefinition(std::vector<ColumnDefinition> &columns, std::vecto
         } else if (accept(QLatin1String("IDENTITY"))) {
             identity(column);
         } else if (accept(QLatin1String("COLLATE"))) {
-            name(); // every text column compares the same way
+            column.collation = name();
         } else if (at(QLatin1String("ROWGUIDCOL"))) {
             take();
         } else if (at(QLatin1String("CONSTRAINT")) && at(QLatin1String("DEFAULT"), 2)) {

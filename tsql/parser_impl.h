@@ -160,7 +160,8 @@ private:
     Tokens m_tokens;
     std::size_t m_pos = 0;
     int m_depth = 0;
-    int m_markers = 0; ///< question marks so far
+    int m_maxRecursion = Statement::DefaultRecursion; ///< of the statement at hand
+    int m_markers = 0;                                ///< question marks so far
     std::vector<int> m_fixed;
 };
 

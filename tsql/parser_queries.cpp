@@ -68,7 +68,7 @@ void Parser::forXml(Query &query)
         unsupported(u"FOR XML PATH, "_s + peek().text);
 }
 
-/// OPTION (…) asks for a plan, not for another answer.
+/// OPTION (…) asks for a plan, not for another answer; but MAXRECURSION is obeyed.
 void Parser::skipOptionClause()
 {
     if (!accept(QLatin1String("OPTION")))
@@ -77,7 +77,12 @@ void Parser::skipOptionClause()
     while (!atSymbol(QLatin1String(")"))) {
         if (atEnd())
             refuse();
+        if (!at(QLatin1String("MAXRECURSION"))) {
+            take();
+            continue;
+        }
         take();
+        m_maxRecursion = static_cast<int>(fixedInteger());
     }
     take();
 }

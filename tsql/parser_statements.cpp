@@ -15,8 +15,10 @@ StatementPtr Parser::statement()
     }
     const std::size_t first = m_pos;
     const int line = peek().line;
+    m_maxRecursion = Statement::DefaultRecursion;
     StatementPtr result = statementBody();
     result->line = line;
+    result->maxRecursion = std::exchange(m_maxRecursion, Statement::DefaultRecursion);
     result->text = textBetween(first);
     while (acceptSymbol(QLatin1String(";"))) {
     }

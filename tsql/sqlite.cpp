@@ -1,10 +1,19 @@
 #include "tsql/sqlite.h"
 
+#include "tsql/nesting.h"
 #include "tsql/sqlite_errors.h"
 
 using namespace Qt::StringLiterals;
 
 namespace tsql {
+
+namespace {
+
+// How SQLite says that a text is too deep for its parser, or for what it makes of it.
+constexpr char StackOverflow[] = "parser stack overflow";
+constexpr char TreeTooLarge[] = "Expression tree is too large";
+
+} // namespace
 
 void SqliteHandle::open(const QString &path, bool readOnly)
 {
@@ -48,7 +57,12 @@ PreparedStatement SqliteHandle::prepare(const QByteArray &sql, bool keep) const
 {
     sqlite3_stmt *statement = nullptr;
     const unsigned flags = keep ? SQLITE_PREPARE_PERSISTENT : 0;
-    if (sqlite3_prepare_v3(m_db, sql.constData(), int(sql.size()) + 1, flags, &statement, nullptr) != SQLITE_OK)
+    int code = sqlite3_prepare_v3(m_db, sql.constData(), int(sql.size()) + 1, flags, &statement, nullptr);
+    if (code != SQLITE_OK && qstrcmp(sqlite3_errmsg(m_db), StackOverflow) == 0) {
+        const QByteArray flat = flattened(sql);
+        code = sqlite3_prepare_v3(m_db, flat.constData(), int(flat.size()) + 1, flags, &statement, nullptr);
+    }
+    if (code != SQLITE_OK)
         throwLastError();
     return PreparedStatement(statement);
 }
@@ -99,6 +113,8 @@ void SqliteHandle::throwLastError() const
     QString text;
     if (unpack(message, number, text))
         throw Error(number, text);
+    if (message == StackOverflow || message.startsWith(TreeTooLarge))
+        throw nestedTooDeeply();
     throw SqliteError(code, QString::fromUtf8(message));
 }
 

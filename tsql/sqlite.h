@@ -37,7 +37,7 @@ private:
 class SqliteHandle
 {
 public:
-    /** How long a statement waits for another writer before it is refused, in milliseconds. */
+    /** How long a statement waits for another writer before it is refused, unless set otherwise, in milliseconds. */
     static constexpr int BusyTimeout = 30'000;
 
     SqliteHandle() = default;
@@ -49,6 +49,7 @@ public:
     void open(const QString &path, bool readOnly);
     void close();
     bool isOpen() const { return m_db != nullptr; }
+    void waitForLocks(int milliseconds) const { sqlite3_busy_timeout(m_db, milliseconds); }
     sqlite3 *get() const { return m_db; }
 
     void execute(const char *sql) const;

@@ -153,6 +153,11 @@ QString verbOf(const Statement &statement)
     }
 }
 
+bool isDuplicate(int code)
+{
+    return code == SQLITE_CONSTRAINT_UNIQUE || code == SQLITE_CONSTRAINT_PRIMARYKEY || code == SQLITE_CONSTRAINT_ROWID;
+}
+
 Error translated(const SqliteError &error, const QString &verb, const Catalogue &catalogue)
 {
     switch (error.code()) {

@@ -33,4 +33,7 @@ QString verbOf(const Statement &statement);
 /** The error to show; `verb` is INSERT, UPDATE, DELETE or another statement's first word. */
 Error translated(const SqliteError &error, const QString &verb, const Catalogue &catalogue);
 
+/// Whether SQLite's code says that a unique key has the value already.
+bool isDuplicate(int code);
+
 } // namespace tsql

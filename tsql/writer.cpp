@@ -103,6 +103,12 @@ Compiled compile(const Statement &statement, const Catalogue &catalogue, const V
     }
 }
 
+Compiled compileNewValues(const UpdateStatement &statement, const Catalogue &catalogue, const VariableTypes &variables,
+                          const CompileOptions &options)
+{
+    return Writer(catalogue, variables, options).newValues(statement);
+}
+
 Compiled compileScalar(const Expression &value, const Catalogue &catalogue, const VariableTypes &variables,
                        const SqlType &target, const CompileOptions &options)
 {
@@ -129,6 +135,7 @@ Compiled compileCondition(const Expression &condition, const Catalogue &catalogu
 
 Compiled Writer::statement(const Statement &statement)
 {
+    m_maxRecursion = statement.maxRecursion;
     switch (statement.kind) {
     case StatementKind::Select:
         select(as<SelectStatement>(statement));

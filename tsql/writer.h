@@ -93,6 +93,11 @@ struct CompileOptions
 Compiled compile(const Statement &statement, const Catalogue &catalogue, const VariableTypes &variables,
                  const CompileOptions &options = {});
 
+/// The rows that an UPDATE changes, without changing them: the number of each (as the first column, which `columns`
+/// leaves out) and its new values, under the names of the table's columns.
+Compiled compileNewValues(const UpdateStatement &statement, const Catalogue &catalogue, const VariableTypes &variables,
+                          const CompileOptions &options = {});
+
 /// The type of a literal as it stands: an int has its number of digits as precision, a text its length.
 SqlType literalType(const Literal &literal);
 

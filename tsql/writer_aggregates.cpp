@@ -65,7 +65,7 @@ Operand Writer::aggregate(const Expression &node, const Scope &scope)
     const QString window = node.over ? windowText(*node.over, scope) : QString();
     const QString distinct = node.distinct ? u"DISTINCT "_s : QString();
     if (node.args[0]->kind == ExpressionKind::Star) {
-        if (node.name != u"COUNT" && node.name != u"COUNT_BIG")
+        if (node.distinct || (node.name != u"COUNT" && node.name != u"COUNT_BIG"))
             throw Error(102, u"Incorrect syntax near '*'."_s, node.line);
         return made(u"count(*)"_s + window, {node.name == u"COUNT" ? Kind::Int : Kind::BigInt});
     }

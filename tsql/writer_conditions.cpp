@@ -1,3 +1,4 @@
+#include "tsql/collation.h"
 #include "tsql/error.h"
 #include "tsql/writer_impl.h"
 
@@ -10,9 +11,7 @@ QString Writer::conditionText(const Expression &node, const Scope &scope)
     switch (node.kind) {
     case ExpressionKind::And:
     case ExpressionKind::Or:
-        return u"(%1 %2 %3)"_s.arg(conditionText(*node.args[0], scope),
-                                   node.kind == ExpressionKind::And ? u"AND"_s : u"OR"_s,
-                                   conditionText(*node.args[1], scope));
+        return joinedConditions(node, scope);
     case ExpressionKind::Not:
         return u"(NOT %1)"_s.arg(conditionText(*node.args[0], scope));
     case ExpressionKind::Compare: {
@@ -31,6 +30,7 @@ QString Writer::conditionText(const Expression &node, const Scope &scope)
     case ExpressionKind::In:
         return node.query ? inQuery(node, scope) : inList(node, scope);
     case ExpressionKind::Exists:
+        refuseOrder(*node.query);
         return u"EXISTS (%1)"_s.arg(query(*node.query, &scope).sql);
     case ExpressionKind::Quantified:
         return quantified(node, scope);
@@ -38,6 +38,26 @@ QString Writer::conditionText(const Expression &node, const Scope &scope)
         throw Error(4145, u"An expression of non-boolean type specified in a context where a condition is expected."_s,
                     node.line);
     }
+}
+
+/// Conditions joined by AND or by OR, side by side; many of them in groups, because SQLite counts each as a level.
+QString Writer::joinedConditions(const Expression &node, const Scope &scope)
+{
+    constexpr std::size_t GroupSize = 64;
+    const QString word = node.kind == ExpressionKind::And ? u" AND "_s : u" OR "_s;
+    std::vector<const Expression *> conditions;
+    const Expression *left = &node;
+    for (; left->kind == node.kind; left = left->args[0].get())
+        conditions.push_back(left->args[1].get());
+    conditions.push_back(left);
+    QStringList groups;
+    QStringList texts;
+    for (auto condition = conditions.rbegin(); condition != conditions.rend(); ++condition) {
+        texts += conditionText(**condition, scope);
+        if (conditions.size() > GroupSize && texts.size() == GroupSize)
+            groups += u'(' + std::exchange(texts, {}).join(word) + u')';
+    }
+    return u'(' + (groups + texts).join(word) + u')';
 }
 
 /// The type both sides are brought to. A literal adapts to the other side's scale where it can, so that the column
@@ -103,6 +123,7 @@ QString Writer::inQuery(const Expression &node, const Scope &scope)
     Operand left = value(*node.args[0], scope);
     // The subquery is written once to learn its type and again, converted, when the types differ.
     const Compiled before = m_out;
+    refuseOrder(*node.query);
     QueryText inner = query(*node.query, &scope);
     if (inner.columns.size() != 1)
         throw Error(
@@ -131,20 +152,34 @@ QString Writer::inQuery(const Expression &node, const Scope &scope)
     return u"(%1 %2IN (%3))"_s.arg(first, node.negated ? u"NOT "_s : QString(), inner.sql);
 }
 
+void refuseCollation(const Expression &node, const QString &where)
+{
+    if (node.kind == ExpressionKind::Collate && collationNamed(node.name) != Collation::Plain)
+        throw notSupported(u"%1 with COLLATE %2"_s.arg(where, node.name), node.line);
+}
+
 QString Writer::like(const Expression &node, const Scope &scope)
 {
     const SqlType wide = SqlType::text(Kind::NVarChar, SqlType::Max);
-    QString list;
-    for (const ExpressionPtr &argument : node.args)
-        list += (list.isEmpty() ? QString() : u", "_s) + argumentAs(*argument, scope, wide);
-    return u"(%1tsql_like(%2))"_s.arg(node.negated ? u"NOT "_s : QString(), list);
+    QStringList list;
+    bool unicode = false;
+    for (const ExpressionPtr &argument : node.args) {
+        refuseCollation(*argument, u"LIKE"_s);
+        Operand operand = value(*argument, scope);
+        unicode = unicode || operand.type.isUnicode();
+        const bool textual = operand.type.isText() && !operand.pending;
+        list += textual ? operand.sql : convert(operand, {wide, {}, {}, {}});
+    }
+    // Where no side is Unicode, blanks at the end of the value may go unmatched.
+    const QString function = unicode ? u"tsql_like"_s : u"tsql_like_padded"_s;
+    return u"(%1%2(%3))"_s.arg(node.negated ? u"NOT "_s : QString(), function, list.join(u", "_s));
 }
 
 QString Writer::between(const Expression &node, const Scope &scope)
 {
     // x BETWEEN a AND b is x >= a AND x <= b, each pair with its own type.
     Operand value1 = value(*node.args[0], scope);
-    Operand value2 = value(*node.args[0], scope);
+    Operand value2 = repeated(*node.args[0], scope);
     Operand low = value(*node.args[1], scope);
     Operand high = value(*node.args[2], scope);
     const QString lower = compare(u">="_s, value1, low);
@@ -156,6 +191,7 @@ QString Writer::between(const Expression &node, const Scope &scope)
 QString Writer::quantified(const Expression &node, const Scope &scope)
 {
     Operand left = value(*node.args[0], scope);
+    refuseOrder(*node.query);
     const QueryText inner = query(*node.query, &scope);
     if (inner.columns.size() != 1)
         throw Error(

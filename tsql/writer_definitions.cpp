@@ -1,3 +1,4 @@
+#include "tsql/collation.h"
 #include "tsql/error.h"
 #include "tsql/storage.h"
 #include "tsql/writer_impl.h"
@@ -68,6 +69,15 @@ QString nullsIndex(const Table &table, const QString &index, const std::vector<Q
                                                                plainName(table), keys.join(u", "_s), condition);
 }
 
+/// Columns compare as the database does.
+void refuseCollations(const std::vector<ColumnDefinition> &columns, int line)
+{
+    for (const ColumnDefinition &column : columns) {
+        if (!column.collation.isEmpty() && collationNamed(column.collation) != Collation::Plain)
+            throw notSupported(u"COLLATE %1 of a column"_s.arg(column.collation), line);
+    }
+}
+
 /// The name of a unique key that may have been given none.
 QString keyName(const TableConstraint &constraint)
 {
@@ -75,6 +85,20 @@ QString keyName(const TableConstraint &constraint)
 }
 
 } // namespace
+
+bool isReferenced(const Table &table, const Catalogue &catalogue, const QSet<QString> &dropped)
+{
+    const QString key = table.name.key();
+    for (const ObjectName &name : catalogue.tableNames()) {
+        if (name.key() == key || dropped.contains(name.key()))
+            continue;
+        for (const Reference &reference : catalogue.table(name)->references) {
+            if (reference.key.table.key() == key)
+                return true;
+        }
+    }
+    return false;
+}
 
 Scope Writer::columnScope(const Table &table) const
 {
@@ -150,6 +174,7 @@ void Writer::createTable(const CreateTableStatement &statement)
     if (m_catalogue.table(statement.table) || m_catalogue.view(statement.table))
         throw Error(2714, u"There is already an object named '%1' in the database."_s.arg(statement.table.name),
                     statement.line);
+    refuseCollations(statement.columns, statement.line);
     const std::shared_ptr<Table> table = makeTable(statement);
     for (const Column &column : table->columns) {
         if (column.defaultValue)
@@ -253,6 +278,7 @@ void Writer::alterTable(const AlterTableStatement &statement)
     m_out.definition = true;
     m_out.cacheable = false;
     m_out.countsRows = false;
+    refuseCollations(statement.columns, statement.line);
     std::vector<QString> steps;
     if (statement.action == AlterTableStatement::Action::DropConstraint)
         throw Error(40517, u"ALTER TABLE … DROP CONSTRAINT is not supported in this version of the database."_s,
@@ -296,8 +322,15 @@ void Writer::drop(const DropStatement &statement)
     m_out.countsRows = false;
     std::vector<QString> steps;
     if (statement.what == What::Table) {
+        QSet<QString> dropped;
         for (const ObjectName &name : statement.names) {
             const std::shared_ptr<const Table> table = m_catalogue.table(name);
+            if (table && isReferenced(*table, m_catalogue, dropped))
+                throw Error(3726,
+                            u"Could not drop object '%1' because it is referenced by a FOREIGN KEY constraint."_s.arg(
+                                name.display()),
+                            statement.line);
+            dropped.insert(name.key());
             if (table)
                 steps.push_back(u"DROP TABLE %1"_s.arg(table->sqliteName));
             else if (!statement.ifExists)
@@ -331,6 +364,7 @@ void Writer::module(const Statement &statement)
     changed.apply(statement);
     if (statement.kind == StatementKind::CreateView) {
         const auto &view = as<CreateViewStatement>(statement);
+        refuseOrder(view.query);
         const QueryText text = moduleQuery(view.query, view.columns);
         for (const ResultColumn &column : text.columns) {
             if (column.name.isEmpty())
@@ -339,6 +373,8 @@ void Writer::module(const Statement &statement)
                             statement.line);
         }
     }
+    if (statement.kind == StatementKind::CreateFunction)
+        refuseOrder(as<CreateFunctionStatement>(statement).query);
     m_out = Compiled();
     m_out.writes = true;
     m_out.definition = true;

@@ -1,9 +1,16 @@
+#include "tsql/collation.h"
 #include "tsql/error.h"
 #include "tsql/writer_impl.h"
 
 using namespace Qt::StringLiterals;
 
 namespace tsql {
+
+namespace {
+
+constexpr int MostRepeated = 20'000;
+
+} // namespace
 
 Operand Writer::made(QString sql, const SqlType &type) const
 {
@@ -25,6 +32,14 @@ Operand Writer::value(const Expression &node, const Scope &scope)
             error.setLine(node.line);
         throw;
     }
+}
+
+/// An expression that is written more than once (x in NULLIF and BETWEEN): nested, it doubles with each level.
+Operand Writer::repeated(const Expression &node, const Scope &scope)
+{
+    if (++m_repeated > MostRepeated)
+        throw nestedTooDeeply(node.line);
+    return value(node, scope);
 }
 
 /// Whether the expression as a whole is one of the grouped ones, so that its columns need not be.
@@ -95,9 +110,8 @@ Operand Writer::collate(const Expression &node, const Scope &scope)
     Operand operand = value(*node.args[0], scope);
     if (!operand.type.isText())
         throw Error(447, u"Expression type %1 is invalid for COLLATE clause."_s.arg(kindName(operand.type.kind)));
-    const QString name = node.name.toUpper();
-    const bool exact = name.contains(u"_CS_") || name.endsWith(u"_BIN") || name.endsWith(u"_BIN2");
-    Operand result = made(u"(%1 COLLATE %2)"_s.arg(text(operand), exact ? u"BINARY"_s : u"TSQL_CI"_s), operand.type);
+    const QLatin1String name(collationName(collationNamed(node.name)));
+    Operand result = made(u"(%1 COLLATE %2)"_s.arg(text(operand), name), operand.type);
     result.column = true;
     return result;
 }
@@ -209,11 +223,77 @@ Operand Writer::negate(const Expression &node, const Scope &scope)
     throw Error(8117, u"Operand data type %1 is invalid for minus operator."_s.arg(kindName(operand.type.kind)));
 }
 
+/// A chain is walked along its left sides, not into them: a thousand terms are no deeper than two.
 Operand Writer::arithmetic(const Expression &node, const Scope &scope)
 {
-    Operand left = value(*node.args[0], scope);
-    Operand right = value(*node.args[1], scope);
-    return arithmeticOf(node.name[0], left, right);
+    std::vector<const Expression *> steps;
+    const Expression *left = &node;
+    do {
+        steps.push_back(left);
+        left = left->args[0].get();
+    } while (left->kind == ExpressionKind::Arithmetic && !isGrouped(*left, scope) && !m_rowValues.contains(left));
+    Operand result = value(*left, scope);
+    for (auto step = steps.rbegin(); step != steps.rend(); ++step) {
+        try {
+            Operand right = value(*(*step)->args[1], scope);
+            result = arithmeticOf((*step)->name[0], result, right);
+        } catch (Error &error) {
+            if (error.line() == 0 && !m_constants)
+                error.setLine((*step)->line);
+            throw;
+        }
+    }
+    result.chain.reset(); // parentheses around it close it
+    return result;
+}
+
+namespace {
+
+/// SQLite takes 127 arguments.
+constexpr int MostTerms = 100;
+
+QString chainText(const Chain &chain)
+{
+    switch (chain.form) {
+    case Chain::Form::Integer:
+        return u"int_chain('%1', %2)"_s.arg(chain.operations, chain.terms);
+    case Chain::Form::Decimal:
+        return u"dec_chain('%1', %2)"_s.arg(chain.operations, chain.terms);
+    case Chain::Form::Real:
+        return u"real_chain('%1', %2)"_s.arg(chain.operations, chain.terms);
+    case Chain::Form::Text:
+        break;
+    }
+    return chain.closed.isEmpty() ? u"(%1)"_s.arg(chain.terms) : u"(%1(%2))"_s.arg(chain.closed, chain.terms);
+}
+
+} // namespace
+
+/// The chain on the left with a further term, or the start of one. `operation` is what the form's function reads for
+/// this step: the operator, the number of the result's kind behind it ("+4"), or scales and precision ("+2,19,2");
+/// a decimal chain starts with the scale of its first term.
+Operand Writer::chained(const Operand &left, const QString &a, const QString &b, Chain::Form form,
+                        const QString &operation, const SqlType &type) const
+{
+    const bool text = form == Chain::Form::Text;
+    const bool goesOn = left.chain && left.chain->form == form && (text || left.chain->count < MostTerms);
+    const auto chain = goesOn ? left.chain : std::make_shared<Chain>();
+    if (!goesOn) {
+        chain->form = form;
+        chain->terms = a;
+        chain->operations = form == Chain::Form::Decimal ? QString::number(asDecimal(left.type).scale) : QString();
+        chain->count = 1;
+    } else if (chain->count == MostTerms) {
+        chain->closed += u"(%1) || "_s.arg(chain->terms);
+        chain->terms.clear();
+        chain->count = 0;
+    }
+    chain->terms += (chain->count == 0 ? QString() : text ? u" || "_s : u", "_s) + b;
+    chain->operations += operation;
+    ++chain->count;
+    Operand result = made(chainText(*chain), type);
+    result.chain = chain;
+    return result;
 }
 
 Operand Writer::arithmeticOf(QChar op, Operand &left, Operand &right)
@@ -243,7 +323,10 @@ Operand Writer::arithmeticOf(QChar op, Operand &left, Operand &right)
     const Target target{type, {}, {}, {}};
     const QString a = convert(left, target);
     const QString b = convert(right, target);
-    return made(op == u'/' ? u"real_div(%1, %2)"_s.arg(a, b) : u"(%1 %2 %3)"_s.arg(a, op, b), type);
+    Operand result = chained(left, a, b, Chain::Form::Real, op, type);
+    if (result.chain->count == 2)
+        result.sql = op == u'/' ? u"real_div(%1, %2)"_s.arg(a, b) : u"real_fit(%1 %2 %3)"_s.arg(a, op, b);
+    return result;
 }
 
 Operand Writer::concatenation(Operand &left, Operand &right)
@@ -253,32 +336,46 @@ Operand Writer::concatenation(Operand &left, Operand &right)
     const bool unlimited = left.type.length == SqlType::Max || right.type.length == SqlType::Max;
     const int length = unlimited ? SqlType::Max : qMin(limit, left.type.length + right.type.length);
     const Kind kind = type.isUnicode() ? Kind::NVarChar : Kind::VarChar;
-    return made(u"(%1 || %2)"_s.arg(text(left), text(right)), SqlType::text(kind, length));
+    // Texts joined beyond what their type holds lose their end: once, at the end of the chain.
+    const auto part = [&](Operand &operand) {
+        const QString sql = text(operand);
+        return unlimited || operand.whole.isEmpty() ? sql : operand.whole;
+    };
+    if (unlimited && !left.whole.isEmpty())
+        left.chain.reset(); // what was cut off stays off
+    const QString a = part(left);
+    Operand result = chained(left, a, part(right), Chain::Form::Text, {}, SqlType::text(kind, length));
+    if (!unlimited && left.type.length + right.type.length > limit) {
+        result.whole = result.sql;
+        result.sql = u"text_cut(%1, %2)"_s.arg(result.whole, QString::number(limit));
+    }
+    return result;
 }
 
 Operand Writer::integerArithmetic(QChar op, Operand &left, Operand &right, const SqlType &common)
 {
-    // Sums of bits are ints; everything else keeps the wider kind.
-    SqlType type{common.kind};
-    const bool bitwise = QStringView(u"&|^").contains(op);
-    if (type.kind == Kind::Bit && !bitwise)
-        type.kind = Kind::Int;
+    const SqlType type{common.kind};
+    if (type.kind == Kind::Bit && !QStringView(u"&|^").contains(op)) {
+        static const QHash<QChar, QString> names = {
+            {u'+', u"add"_s}, {u'-', u"subtract"_s}, {u'*', u"multiply"_s}, {u'/', u"divide"_s}, {u'%', u"modulo"_s}};
+        throw Error(402, u"The data types bit and bit are incompatible in the %1 operator."_s.arg(names.value(op)));
+    }
     const Target target{type, {}, {}, {}};
     const QString a = convert(left, target);
     const QString b = convert(right, target);
-    switch (op.unicode()) {
-    case u'/':
-        return made(u"int_fit(int_div(%1, %2), %3)"_s.arg(a, b, kindNumber(type.kind)), type);
-    case u'%':
-        return made(u"int_mod(%1, %2)"_s.arg(a, b), type);
-    case u'^':
-        return made(u"((%1 | %2) & ~(%1 & %2))"_s.arg(a, b), type);
-    case u'&':
-    case u'|':
-        return made(u"(%1 %2 %3)"_s.arg(a, op, b), type);
-    default:
-        return made(u"int_fit(%1 %2 %3, %4)"_s.arg(a, op, b, kindNumber(type.kind)), type);
-    }
+    const QString number = kindNumber(type.kind);
+    Operand result = chained(left, a, b, Chain::Form::Integer, op + number, type);
+    if (result.chain->count > 2 || op == u'^')
+        return result;
+    if (op == u'/')
+        result.sql = u"int_fit(int_div(%1, %2), %3)"_s.arg(a, b, number);
+    else if (op == u'%')
+        result.sql = u"int_mod(%1, %2)"_s.arg(a, b);
+    else if (bitwise)
+        result.sql = u"(%1 %2 %3)"_s.arg(a, op, b);
+    else
+        result.sql = u"int_fit(%1 %2 %3, %4)"_s.arg(a, op, b, number);
+    return result;
 }
 
 /// The operand's type as a decimal. A whole literal counts its own digits, which then belong to the statement.
@@ -300,12 +397,18 @@ Operand Writer::decimalArithmetic(QChar op, Operand &left, Operand &right)
     SqlType type = money ? SqlType::money() : decimalResult(op, leftType, rightType);
     const QString a = convert(left, {leftType, {}, {}, {}});
     const QString b = convert(right, {rightType, {}, {}, {}});
+    const QString sizes = QString::number(type.precision) + u',' + QString::number(type.scale);
+    Operand start = made(left.sql, leftType);
+    start.chain = left.chain;
+    Operand result =
+        chained(start, a, b, Chain::Form::Decimal, u"%1%2,%3"_s.arg(op).arg(rightType.scale).arg(sizes), type);
+    if (result.chain->count > 2)
+        return result;
     static const QHash<QChar, QString> names = {
         {u'+', u"dec_add"_s}, {u'-', u"dec_sub"_s}, {u'*', u"dec_mul"_s}, {u'/', u"dec_div"_s}, {u'%', u"dec_mod"_s}};
-    return made(u"%1(%2, %3, %4, %5, %6, %7)"_s.arg(names[op], a, QString::number(leftType.scale), b,
-                                                    QString::number(rightType.scale), QString::number(type.precision),
-                                                    QString::number(type.scale)),
-                type);
+    result.sql = u"%1(%2, %3, %4, %5, %6)"_s.arg(names[op], a, QString::number(leftType.scale), b,
+                                                 QString::number(rightType.scale), sizes);
+    return result;
 }
 
 Operand Writer::dateArithmetic(QChar op, Operand &left, Operand &right)
@@ -331,7 +434,7 @@ Operand Writer::caseValue(const Expression &node, const Scope &scope)
     for (std::size_t i = 0; i < pairs; ++i) {
         const Expression &when = *node.args[first + 2 * i];
         if (node.hasOperand) {
-            Operand operand = value(*node.args[0], scope);
+            Operand operand = repeated(*node.args[0], scope);
             Operand candidate = value(when, scope);
             conditions.push_back(compare(u"="_s, operand, candidate));
         } else {
@@ -375,6 +478,27 @@ Operand Writer::cast(const Expression &node, const Scope &scope)
             u"date_text(%1, %2, %3)"_s.arg(text(operand), kind, convert(style, {{Kind::Int}, {}, {}, {}}));
         return made(fitted(shown, SqlType::text(Kind::VarChar, 30), {type, {}, {}, {}}), type);
     }
+    QString style;
+    if (node.args.size() > 1) {
+        const bool toDate = operand.type.isText() && type.isDate();
+        const bool styled = operand.type.kind == Kind::Money || operand.type.isReal() || operand.type.isBinary() ||
+                            (operand.type.isText() && type.isBinary());
+        if (styled && !isWhole(*node.args[1], 0))
+            throw notSupported(
+                u"CONVERT of %1 to %2 with a style"_s.arg(kindName(operand.type.kind), kindName(type.kind)), node.line);
+        if (styled && node.args[1]->literal >= 0 && !m_constants)
+            m_out.needs.push_back({node.args[1]->literal, true});
+        if (toDate)
+            style = u", "_s + argumentAs(*node.args[1], scope, {Kind::Int});
+    }
+    if (!style.isEmpty()) {
+        const QString kind = kindNumber(type.kind);
+        const QString sql = text(operand);
+        const QString date = u"date_of_text(%1, %2, %3%4)"_s.arg(sql, kind, kindNumber(operand.type.kind), style);
+        return made(node.tryCast ? u"CASE WHEN can_convert(%1, %2, 0, 0%3) THEN %4 END"_s.arg(sql, kind, style, date)
+                                 : date,
+                    type);
+    }
     if (node.tryCast) {
         // Conversions raise errors from within; a try asks first whether the text is such a value.
         if (!operand.type.isText() || type.isText())
@@ -390,6 +514,7 @@ Operand Writer::cast(const Expression &node, const Scope &scope)
 
 Operand Writer::scalarSubquery(const Expression &node, const Scope &scope)
 {
+    refuseOrder(*node.query);
     const QueryText inner = query(*node.query, &scope);
     if (inner.columns.size() != 1)
         throw Error(

@@ -15,6 +15,43 @@ QString joined(const QStringList &parts)
     return parts.join(u", "_s);
 }
 
+/// A text that grew beyond what its type holds loses its end.
+QString limited(const QString &sql, const SqlType &type)
+{
+    return type.length == SqlType::Max ? sql : u"text_cut(%1, %2)"_s.arg(sql, QString::number(type.length));
+}
+
+/// The bytes of a value whose type alone decides them; 0 for the others.
+int storedBytes(const SqlType &type)
+{
+    switch (type.kind) {
+    case Kind::Bit:
+    case Kind::TinyInt:
+        return 1;
+    case Kind::SmallInt:
+        return 2;
+    case Kind::Date:
+        return 3;
+    case Kind::Int:
+    case Kind::Real:
+    case Kind::SmallDateTime:
+        return 4;
+    case Kind::Time:
+        return 5;
+    case Kind::BigInt:
+    case Kind::Money:
+    case Kind::Float:
+    case Kind::DateTime:
+        return 8;
+    case Kind::UniqueIdentifier:
+        return 16;
+    case Kind::Decimal:
+        return type.precision < 10 ? 5 : type.precision < 20 ? 9 : type.precision < 29 ? 13 : 17;
+    default:
+        return 0;
+    }
+}
+
 } // namespace
 
 void Writer::arguments(const Expression &node, std::size_t least, std::size_t most) const
@@ -122,7 +159,13 @@ Operand Writer::nullIf(const Expression &node, const Scope &scope)
 {
     arguments(node, 2, 2);
     Operand first = value(*node.args[0], scope);
-    Operand again = value(*node.args[0], scope);
+    if (first.isNull())
+        throw Error(
+            4151,
+            u"The type of the first argument to NULLIF cannot be the NULL constant because the type of the first "
+            "argument has to be known."_s,
+            node.line);
+    Operand again = repeated(*node.args[0], scope);
     Operand second = value(*node.args[1], scope);
     const SqlType type = first.type;
     const QString equal = compare(u"="_s, first, second);
@@ -145,15 +188,18 @@ Operand Writer::concat(const Expression &node, const Scope &scope)
 {
     arguments(node, 2, 250);
     bool unicode = false;
+    bool unlimited = false;
     QStringList parts;
     for (const ExpressionPtr &argument : node.args) {
         Operand operand = value(*argument, scope);
         unicode = unicode || operand.type.isUnicode();
+        unlimited = unlimited || (operand.type.isText() && operand.type.length == SqlType::Max);
         const bool textual = operand.type.isText() && !operand.pending;
         parts += u"ifnull(%1, '')"_s.arg(textual ? operand.sql : convert(operand, {WideText, {}, {}, {}}));
     }
-    return made(u"(%1)"_s.arg(parts.join(u" || "_s)),
-                SqlType::text(unicode ? Kind::NVarChar : Kind::VarChar, unicode ? 4000 : 8000));
+    const SqlType type = unlimited ? SqlType::text(unicode ? Kind::NVarChar : Kind::VarChar, SqlType::Max)
+                                   : SqlType::text(unicode ? Kind::NVarChar : Kind::VarChar, unicode ? 4000 : 8000);
+    return made(limited(u"(%1)"_s.arg(parts.join(u" || "_s)), type), type);
 }
 
 namespace {
@@ -204,8 +250,8 @@ Operand Writer::textFunction(const Expression &node, const Scope &scope)
         arguments(node, 1, 1);
         Operand operand = value(*node.args[0], scope);
         const int unit = operand.type.isUnicode() ? 2 : 1;
-        if (operand.type.isInteger())
-            return made(u"CASE WHEN %1 IS NOT NULL THEN 4 END"_s.arg(text(operand)), Integer);
+        if (const int bytes = storedBytes(operand.type))
+            return made(u"CASE WHEN %1 IS NOT NULL THEN %2 END"_s.arg(text(operand), QString::number(bytes)), Integer);
         return made(u"tsql_datalength(%1, %2)"_s.arg(text(operand), QString::number(unit)), Integer);
     }
     if (node.name == u"STR") {
@@ -230,6 +276,7 @@ Operand Writer::textFunction(const Expression &node, const Scope &scope)
             parts += argumentAs(*node.args[i], scope, Integer);
             continue;
         }
+        refuseCollation(*node.args[i], node.name);
         Operand operand = value(*node.args[i], scope);
         unicode = unicode || operand.type.isUnicode();
         unlimited = unlimited || (operand.type.isText() && operand.type.length == SqlType::Max);
@@ -246,7 +293,8 @@ Operand Writer::textFunction(const Expression &node, const Scope &scope)
         type = SqlType::text(kind, limit);
     else if (shape.result == TextShape::One)
         type = SqlType::text(kind, 1);
-    return made(u"%1(%2)"_s.arg(QString(shape.name), joined(parts)), type);
+    const QString call = u"%1(%2)"_s.arg(QString(shape.name), joined(parts));
+    return made(shape.result == TextShape::Wide ? limited(call, type) : call, type);
 }
 
 Operand Writer::mathFunction(const Expression &node, const Scope &scope)
@@ -311,7 +359,10 @@ Operand Writer::realFunction(const Expression &node, const Scope &scope)
             need(*base.pending, false);
         const QString a = convert(base, {real, {}, {}, {}});
         const QString b = argumentAs(*node.args[1], scope, real);
-        Operand power = made(u"pow(%1, %2)"_s.arg(a, b), real);
+        const QString sql = u"real_pow(%1, %2)"_s.arg(a, b);
+        if (type.isInteger())
+            return made(u"int_of_power(%1, %2)"_s.arg(sql, kindNumber(type.kind)), {type.kind});
+        Operand power = made(sql, real);
         return type.isReal()
                    ? power
                    : made(convert(power, {SqlType{type.kind, type.isDecimal() ? 38 : 0, type.scale, 0}, {}, {}, {}}),
@@ -319,10 +370,10 @@ Operand Writer::realFunction(const Expression &node, const Scope &scope)
     }
     const QString argument = argumentAs(*node.args[0], scope, real);
     if (node.name == u"SQUARE")
-        return made(u"(%1 * %1)"_s.arg(argument), real);
+        return made(u"real_fit(%1 * %1)"_s.arg(argument), real);
     if (node.name == u"LOG" && node.args.size() == 2)
-        return made(u"(ln(%1) / ln(%2))"_s.arg(argument, argumentAs(*node.args[1], scope, real)), real);
-    return made(u"%1(%2)"_s.arg(node.name == u"LOG" ? u"ln"_s : node.name.toLower(), argument), real);
+        return made(u"real_log(%1, %2)"_s.arg(argument, argumentAs(*node.args[1], scope, real)), real);
+    return made(u"real_%1(%2)"_s.arg(node.name.toLower(), argument), real);
 }
 
 QString Writer::datePart(const Expression &node) const

@@ -8,15 +8,30 @@ namespace tsql {
 
 struct Scope;
 
+/// The terms of an expression written from left to right, as long as more can be added: SQLite nests a hundred
+/// parentheses or calls at most, so that a long sum has to be one call and a long text one pair of parentheses.
+struct Chain
+{
+    enum class Form : quint8 { Integer, Decimal, Real, Text };
+
+    Form form = Form::Text;
+    QString closed; ///< groups of a text that are full
+    QString terms;
+    QString operations; ///< what the function of the form reads
+    int count = 0;      ///< of the terms in `terms`
+};
+
 /// An expression on its way into SQL text.
 struct Operand
 {
     QString sql;
     SqlType type;
+    std::shared_ptr<Chain> chain;     ///< set when `sql` is a chain that can go on
     std::optional<Parameter> pending; ///< a literal or a variable that is bound as soon as its target type is known
     bool column = false;              ///< a column, which brings its collation with it
     bool nullable = true;
     QString table; ///< of a base table's column
+    QString whole; ///< of joined texts: before their end is cut off
 
     bool isNull() const { return type.kind == Kind::Null; }
 };
@@ -90,6 +105,7 @@ struct CorePlan
     QString groupBy;
     QString having;
     QString limit;
+    QString level; ///< of a recursive common table: how many steps the row is away from its beginning
 };
 
 /// A rendered query.
@@ -97,6 +113,16 @@ struct QueryText
 {
     QString sql;
     std::vector<ResultColumn> columns;
+};
+
+/// The rows that UPDATE or DELETE changes.
+struct ChangedRows
+{
+    std::shared_ptr<const Table> table;
+    QString from;                    ///< what they are looked for in; empty when that is the table alone
+    QString rowid;                   ///< the number of a row there
+    bool throughQuery = false;       ///< `columns` tells what can be assigned
+    QHash<QString, QString> columns; ///< of a query, folded: the table's column, empty for a reckoned one
 };
 
 /// Writes one statement. One object compiles one statement.
@@ -110,6 +136,7 @@ public:
     Compiled statement(const Statement &statement);
     Compiled scalar(const Expression &value, const SqlType &target);
     Compiled condition(const Expression &condition);
+    Compiled newValues(const UpdateStatement &statement);
 
 private:
     /// While views, functions and defaults are written, literals are constants of the catalogue.
@@ -151,12 +178,15 @@ private:
 
     // Expressions
     Operand value(const Expression &node, const Scope &scope);
+    Operand repeated(const Expression &node, const Scope &scope);
     Operand valueNode(const Expression &node, const Scope &scope);
     Operand column(const Expression &node, const Scope &scope);
     Operand collate(const Expression &node, const Scope &scope);
     Operand negate(const Expression &node, const Scope &scope);
     Operand arithmetic(const Expression &node, const Scope &scope);
     Operand arithmeticOf(QChar op, Operand &left, Operand &right);
+    Operand chained(const Operand &left, const QString &a, const QString &b, Chain::Form form, const QString &operation,
+                    const SqlType &type) const;
     Operand concatenation(Operand &left, Operand &right);
     Operand integerArithmetic(QChar op, Operand &left, Operand &right, const SqlType &type);
     Operand decimalArithmetic(QChar op, Operand &left, Operand &right);
@@ -172,6 +202,7 @@ private:
 
     // Conditions
     QString conditionText(const Expression &node, const Scope &scope);
+    QString joinedConditions(const Expression &node, const Scope &scope);
     QString compare(const QString &op, Operand &left, Operand &right);
     SqlType comparisonType(Operand &left, Operand &right);
     QString inList(const Expression &node, const Scope &scope);
@@ -206,12 +237,14 @@ private:
     // Queries
     QueryText query(const Query &query, const Scope *outer, const std::vector<Target> *targets = nullptr);
     QueryText recursiveText(const CommonTable &table, const Scope &scope);
+    QString levelText(const CommonTable &table, const CorePlan &plan) const;
     QString commonTables(const std::vector<CommonTable> &tables, Scope &scope);
     static bool refersTo(const TableSource &source, const QString &name);
     static bool refersTo(const QueryBody &body, const QString &name);
     void planBody(const QueryBody &body, const Scope *outer, std::vector<CorePlan> &plans);
     CorePlan planCore(const SelectCore &core, const Scope *outer);
     void planItems(CorePlan &plan);
+    void planRowid(CorePlan &plan);
     void planItem(CorePlan &plan, const SelectItem &item);
     void expandStar(CorePlan &plan, const Expression &star);
     QString limitText(const Expression &count, const Scope &scope);
@@ -265,11 +298,16 @@ private:
     void truncate(const TruncateStatement &statement);
     QString returning(const std::vector<SelectItem> &items, const Table &table, const QString &allowed);
     std::shared_ptr<const Table> writableTable(const ObjectName &name, int line) const;
-    std::shared_ptr<const Table> targetTable(const ObjectName &target, const TableSource *from, QString &name) const;
-    static const TableSource *findSource(const TableSource &source, const ObjectName &target);
-    QString rowsOfTop(const Expression &top, const Table &table, const QString &where, const Scope &scope);
-    void updateJoined(const UpdateStatement &statement, const Table &table, const QString &name, Scope &scope);
-    QString assignment(const Assignment &assignment, const Table &table, const Scope &scope, QString &column);
+    template <class Change> ChangedRows changedRows(const Change &statement, Scope &scope);
+    ChangedRows rowsOfQuery(const Query &query, const std::vector<QString> &names, const QString &alias, Scope &scope);
+    bool looksAtChanges(const Table &table) const;
+    static QString rowsFoundFirst(const Table &table, const QString &where, const QString &limit);
+    QString updateInPlace(const UpdateStatement &statement, const ChangedRows &rows, const Scope &scope);
+    void findAlone(ChangedRows &rows, Scope &scope);
+    QString foundValues(const UpdateStatement &statement, const ChangedRows &rows, const Scope &scope,
+                        QStringList &columns);
+    QString updateFound(const UpdateStatement &statement, const ChangedRows &rows, const Scope &scope);
+    QString assignment(const Assignment &assignment, const ChangedRows &rows, const Scope &scope, QString &column);
 
     // Definitions
     void createTable(const CreateTableStatement &statement);
@@ -288,15 +326,25 @@ private:
     const CompileOptions &m_options;
     Compiled m_out;
     QHash<QString, Substitution> m_substitutions;
-    const SelectCore *m_rowCore = nullptr;          ///< assigned row after row: it gives m_rowItems
-    std::vector<const Expression *> m_rowItems;     ///< what the rows decide in it
-    QHash<const Expression *, QString> m_rowValues; ///< parts that are variables of the row here
-    bool m_constants = false;                       ///< literals belong to the catalogue, not to the batch
-    bool m_inline = false;                          ///< literals are written into the text: data definition
+    const SelectCore *m_rowCore = nullptr;            ///< assigned row after row: it gives m_rowItems
+    std::vector<const Expression *> m_rowItems;       ///< what the rows decide in it
+    QHash<const Expression *, QString> m_rowValues;   ///< parts that are variables of the row here
+    std::vector<std::shared_ptr<const Table>> m_read; ///< the tables that queries of the statement look at
+    const SelectCore *m_rowidCore = nullptr;          ///< it gives the row numbers of its table as last column
+    std::vector<QString> m_rowidColumns;              ///< the table's columns behind its other ones, empty for values
+    bool m_constants = false;                         ///< literals belong to the catalogue, not to the batch
+    bool m_inline = false;                            ///< literals are written into the text: data definition
     int m_aliases = 0;
+    int m_repeated = 0;
     int m_moduleDepth = 0;
+    int m_maxRecursion = Statement::DefaultRecursion;
 };
 
+/// What a query offers under an alias to the one that reads from it.
+Source shapeSource(const std::vector<ResultColumn> &columns, const QString &alias, const QString &name);
+/// Gives the columns of a derived, common or view table the names that its definition lists, if it does.
+void renameColumns(std::vector<ResultColumn> &columns, const std::vector<QString> &names, const QString &owner,
+                   int line);
 /// "name" with inner quotes doubled.
 QString quotedName(const QString &name);
 /// 'text' with inner quotes doubled.
@@ -306,6 +354,13 @@ bool sameName(QStringView a, QStringView b);
 bool isAggregate(const Expression &node);
 /// The list of names as "a","b".
 QString nameListText(const std::vector<QString> &names);
+/// Refuses an order that nobody would see: of a query inside of another one, without TOP or OFFSET.
+void refuseOrder(const Query &query);
+/// Texts are searched in the database's own collation: any other is refused.
+void refuseCollation(const Expression &node, const QString &where);
+[[noreturn]] void refuseTwice(const QString &column, int line);
+/// Whether a foreign key of another table, but for those that are dropped before, points to the table.
+bool isReferenced(const Table &table, const Catalogue &catalogue, const QSet<QString> &dropped);
 /// The type of a system value, or nothing when there is none of that name.
 std::optional<SqlType> systemType(const QString &name);
 /// How messages and SQL call a kind: its number.

@@ -16,6 +16,17 @@ namespace {
 
 } // namespace
 
+void refuseTwice(const QString &column, int line)
+{
+    throw Error(
+        264,
+        u"The column name '%1' is specified more than once in the SET clause or column list of an INSERT. A "
+        "column cannot be assigned more than one value in the same clause. Modify the clause to make sure that a "
+        "column is updated only once. If this statement updates or inserts columns into a view, column aliasing "
+        "can conceal the duplication in your code."_s.arg(column),
+        line);
+}
+
 std::shared_ptr<const Table> Writer::writableTable(const ObjectName &name, int line) const
 {
     if (std::shared_ptr<const Table> table = m_catalogue.table(name))
@@ -80,11 +91,7 @@ std::vector<const Column *> Writer::insertColumns(const InsertStatement &stateme
                     .arg(table.name.display()),
                 statement.line);
         if (std::find(columns.begin(), columns.end(), &column) != columns.end())
-            throw Error(
-                264,
-                u"The column name '%1' is specified more than once in the SET clause or column list of an INSERT."_s
-                    .arg(name),
-                statement.line);
+            refuseTwice(name, statement.line);
         columns.push_back(&column);
     }
     return columns;
@@ -209,6 +216,12 @@ QString Writer::returning(const std::vector<SelectItem> &items, const Table &tab
     for (const SelectItem &item : items) {
         const Expression &node = *item.value;
         const bool named = node.kind == ExpressionKind::Star || node.kind == ExpressionKind::Column;
+        const bool before = named && allowed == u"inserted" && sameName(node.qualifier, u"deleted");
+        if (before && m_out.writes)
+            throw Error(
+                40517,
+                u"OUTPUT of the values before an UPDATE (deleted) is not supported in this version of the database."_s,
+                node.line);
         if (named && !sameName(node.qualifier, allowed))
             throw Error(4104,
                         u"The multi-part identifier \"%1.%2\" could not be bound."_s.arg(node.qualifier, node.name),
@@ -220,7 +233,10 @@ QString Writer::returning(const std::vector<SelectItem> &items, const Table &tab
             }
             continue;
         }
+        const std::size_t read = m_read.size();
         Operand operand = value(node, scope);
+        if (m_read.size() > read) // it would see the statement half done
+            throw Error(10705, u"Subqueries are not allowed in the OUTPUT clause."_s, node.line);
         const QString name = !item.alias.isEmpty()                 ? item.alias
                              : node.kind == ExpressionKind::Column ? node.name
                                                                    : QString();

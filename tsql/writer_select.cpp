@@ -21,7 +21,50 @@ QString itemName(const SelectItem &item)
     return item.value->kind == ExpressionKind::Column ? item.value->name : QString();
 }
 
+/// Whether the rows, or something that cannot be foreseen, decide the value.
+bool dependsOnRows(const Expression &node)
+{
+    if (node.kind == ExpressionKind::Column || node.kind == ExpressionKind::Function || node.query)
+        return true;
+    return std::any_of(node.args.begin(), node.args.end(),
+                       [](const ExpressionPtr &argument) { return dependsOnRows(*argument); });
+}
+
+bool mentionsVariable(const Expression &node)
+{
+    return node.kind == ExpressionKind::Variable ||
+           std::any_of(node.args.begin(), node.args.end(),
+                       [](const ExpressionPtr &argument) { return mentionsVariable(*argument); });
+}
+
+/// ORDER BY something that is the same for all rows and is no number of a column.
+void refuseConstantOrder(const Expression &node, bool position, std::size_t index)
+{
+    if (position || dependsOnRows(node))
+        return;
+    if (mentionsVariable(node))
+        throw Error(
+            1008,
+            u"The SELECT item identified by the ORDER BY number %1 contains a variable as part of the expression "
+            "identifying a column position. Variables are only allowed when ordering by an expression "
+            "referencing a column name."_s.arg(index),
+            node.line);
+    throw Error(408, u"A constant expression was encountered in the ORDER BY list, position %1."_s.arg(index),
+                node.line);
+}
+
 } // namespace
+
+void refuseOrder(const Query &query)
+{
+    const bool limited = query.offset || query.forXml || (query.body->core && query.body->core->top);
+    if (!query.orderBy.empty() && !limited)
+        throw Error(
+            1033,
+            u"The ORDER BY clause is invalid in views, inline functions, derived tables, subqueries, and common "
+            "table expressions, unless TOP, OFFSET or FOR XML is also specified."_s,
+            query.line);
+}
 
 /// A query's text. Its columns are called c1, c2 … so that whoever reads from it needs no names.
 QueryText Writer::query(const Query &query, const Scope *outer, const std::vector<Target> *targets)
@@ -115,7 +158,7 @@ CorePlan Writer::planCore(const SelectCore &core, const Scope *outer)
         plan.where = u" WHERE "_s + conditionText(*core.where, scope);
     QStringList groups;
     for (const ExpressionPtr &item : core.groupBy) {
-        if (item->kind == ExpressionKind::Literal)
+        if (!dependsOnRows(*item))
             throw Error(164,
                         u"Each GROUP BY expression must contain at least one column that is not an outer reference."_s,
                         item->line);
@@ -161,6 +204,25 @@ void Writer::planItems(CorePlan &plan)
     }
     for (const SelectItem &item : plan.core->items)
         planItem(plan, item);
+    if (plan.core == m_rowidCore)
+        planRowid(plan);
+}
+
+/// The row number behind the other items, and which of those are the table's columns as they stand.
+void Writer::planRowid(CorePlan &plan)
+{
+    const Source &source = plan.scope->sources.front();
+    m_rowidColumns.assign(plan.items.size(), {});
+    for (std::size_t i = 0; i < plan.items.size(); ++i) {
+        for (const SourceColumn &column : source.columns) {
+            if (column.sql == plan.itemTexts[i])
+                m_rowidColumns[i] = column.name;
+        }
+    }
+    plan.items.push_back(made(source.columns.front().sql.section(u'.', 0, 0) + u"._rowid_"_s, {Kind::BigInt}));
+    plan.names.push_back({});
+    plan.itemTexts.push_back({});
+    plan.itemValues.push_back(nullptr);
 }
 
 void Writer::planItem(CorePlan &plan, const SelectItem &item)
@@ -219,6 +281,8 @@ QString Writer::coreText(CorePlan &plan, const std::vector<Target> &targets)
     QStringList list;
     for (std::size_t i = 0; i < plan.items.size(); ++i)
         list += itemText(plan.items[i], targets[i]) + u" AS "_s + outputName(i);
+    if (!plan.level.isEmpty())
+        list += plan.level;
     return u"SELECT "_s + (plan.core->distinct ? u"DISTINCT "_s : QString()) + list.join(u", "_s) + plan.from +
            plan.where + plan.groupBy + plan.having;
 }
@@ -310,6 +374,9 @@ QString Writer::orderText(const Query &query, std::vector<CorePlan> &plans)
 {
     QStringList items;
     for (const OrderItem &item : query.orderBy) {
+        const Expression &node = *item.value;
+        const bool position = node.kind == ExpressionKind::Literal && literalOf(node).kind == LiteralKind::Integer;
+        refuseConstantOrder(node, position, static_cast<std::size_t>(items.size()) + 1);
         const QString text = orderItem(item, plans.front(), plans.size() > 1);
         items += text;
     }

@@ -1,6 +1,8 @@
 #include "tsql/error.h"
 #include "tsql/writer_impl.h"
 
+#include <QRegularExpression>
+
 using namespace Qt::StringLiterals;
 
 namespace tsql {
@@ -8,6 +10,24 @@ namespace tsql {
 namespace {
 
 constexpr int MaxModuleDepth = 32;
+constexpr char LevelColumn[] = "lvl";
+
+/// The columns of a derived or common table can be told apart.
+void requireNames(const std::vector<ResultColumn> &columns, const QString &owner, int line)
+{
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        if (columns[i].name.isEmpty())
+            throw Error(8155, u"No column name was specified for column %1 of '%2'."_s.arg(i + 1).arg(owner), line);
+        for (std::size_t j = 0; j < i; ++j) {
+            if (sameName(columns[i].name, columns[j].name))
+                throw Error(8156,
+                            u"The column '%1' was specified multiple times for '%2'."_s.arg(columns[i].name, owner),
+                            line);
+        }
+    }
+}
+
+} // namespace
 
 Source shapeSource(const std::vector<ResultColumn> &columns, const QString &alias, const QString &name)
 {
@@ -37,8 +57,6 @@ void renameColumns(std::vector<ResultColumn> &columns, const std::vector<QString
     for (std::size_t i = 0; i < names.size(); ++i)
         columns[i].name = names[i];
 }
-
-} // namespace
 
 Source Writer::tableSource(const Table &table, const QString &alias, const QString &qualifier)
 {
@@ -107,6 +125,7 @@ QString Writer::named(const TableSource &source, Scope &scope)
         }
     }
     if (const std::shared_ptr<const Table> table = m_catalogue.table(source.name)) {
+        m_read.push_back(table);
         addSource(scope, tableSource(*table, source.alias, alias), source.line);
         return u"%1 AS %2"_s.arg(table->sqliteName, alias);
     }
@@ -184,14 +203,10 @@ QString Writer::tableFunction(const TableSource &source, Scope &scope, const Sco
 
 QString Writer::derived(const TableSource &source, Scope &scope, const Scope *outer)
 {
+    refuseOrder(*source.query);
     QueryText text = query(*source.query, outer);
     renameColumns(text.columns, source.columnAliases, source.alias, source.line);
-    for (std::size_t i = 0; i < text.columns.size(); ++i) {
-        // A column that is never named cannot be asked for; two of one name can, and are refused then.
-        if (text.columns[i].name.isEmpty() && source.query->body->core && text.columns.size() == 1)
-            throw Error(8155, u"No column name was specified for column %1 of '%2'."_s.arg(i + 1).arg(source.alias),
-                        source.line);
-    }
+    requireNames(text.columns, source.alias, source.line);
     const QString alias = nextAlias();
     addSource(scope, shapeSource(text.columns, alias, source.alias), source.line);
     return u"(%1) AS %2"_s.arg(text.sql, alias);
@@ -294,9 +309,26 @@ QueryText Writer::recursiveText(const CommonTable &table, const Scope &scope)
     m_out = before;
     Scope inner = scope;
     inner.commons.insert(table.name.toCaseFolded(), {quotedName(table.name.toCaseFolded()), columns});
-    QueryText text = query(*table.query, &inner, &targets);
-    text.columns = columns;
-    return text;
+    std::vector<CorePlan> all;
+    planBody(*table.query->body, &inner, all);
+    outputTargets(all, &targets, table.query->line);
+    for (CorePlan &plan : all)
+        plan.level = u"0"_s;
+    all.back().level = levelText(table, all.back());
+    std::size_t next = 0;
+    return {bodyText(*table.query->body, all, next, targets), columns};
+}
+
+/// The level of a row that follows from one of the step before; too deep a one is refused.
+QString Writer::levelText(const CommonTable &table, const CorePlan &plan) const
+{
+    const QString common = quotedName(table.name.toCaseFolded()) + u" AS "_s;
+    const qsizetype at = plan.from.indexOf(common);
+    if (at < 0)
+        throw notSupported(u"a recursive reference to '%1' inside a subquery"_s.arg(table.name), table.query->line);
+    static const QRegularExpression alias(u"t\\d+"_s);
+    const QString source = alias.match(plan.from, at + common.size()).captured();
+    return u"next_level(%1.%2, %3)"_s.arg(source, QLatin1String(LevelColumn), QString::number(m_maxRecursion));
 }
 
 QString Writer::commonTables(const std::vector<CommonTable> &tables, Scope &scope)
@@ -306,7 +338,12 @@ QString Writer::commonTables(const std::vector<CommonTable> &tables, Scope &scop
     QStringList parts;
     bool recursive = false;
     for (const CommonTable &table : tables) {
+        refuseOrder(*table.query);
         const bool self = !table.query->body->core && refersTo(*table.query->body, table.name);
+        if (self && table.query->body->op != SetOperator::UnionAll)
+            throw Error(
+                252, u"Recursive common table expression '%1' does not contain a top-level UNION ALL operator."_s.arg(
+                         table.name));
         recursive = recursive || self;
         QueryText text = self ? recursiveText(table, scope) : query(*table.query, &scope);
         renameColumns(text.columns, table.columns, table.name, table.query->line);
@@ -314,6 +351,9 @@ QString Writer::commonTables(const std::vector<CommonTable> &tables, Scope &scop
         QStringList columns;
         for (std::size_t i = 0; i < text.columns.size(); ++i)
             columns += u"\"c%1\""_s.arg(i + 1);
+        if (self)
+            columns += QLatin1String(LevelColumn);
+        requireNames(text.columns, table.name, table.query->line);
         parts += u"%1(%2) AS (%3)"_s.arg(shape.sqliteName, columns.join(u", "_s), text.sql);
         scope.commons.insert(table.name.toCaseFolded(), shape);
     }

@@ -6,6 +6,7 @@
 #include "host/host.h"
 
 #include <QList>
+#include <QMap>
 #include <QString>
 
 #include <array>
@@ -59,8 +60,8 @@ public:
     bool Good_IsNewRecordMode(int code);
     /// Saves the discounts and the good's row. True; throws when the code is taken.
     bool Good_Insert(const TGoodInfoRec &rec);
-    /// Saves the discounts and changes the row that Good_GetByID() opened for the same code; reads it when another
-    /// good, or none, is open. Throws when the good is gone.
+    /// Writes what differs from what Good_GetByID() read of the same good, discounts included, and the stamp; all of it
+    /// when another good, or none, was read. Throws when the good is gone.
     bool Good_Update(const TGoodInfoRec &rec);
     /// Has the host delete the good by its own rules, which tells the user why not. True when it is deleted.
     bool Good_Delete(int code);
@@ -175,18 +176,19 @@ public:
 
     /// Kind 1 attaches a category for the time of editing, kind 2 makes it last.
     void InsertUpdateToKalaCategory(int goodCode, int categoryCode, int kind);
-    /// True when the category may hold goods (has no branches) and the good does not have it yet.
+    /// True when the category may hold goods (has no branches) and the good, as this desk shows it, lacks it.
     bool cat_checker(int goodCode, int categoryCode);
     /// Kind 2 takes the row of `KalaCategory_Qry` with this Id off the good until the save decides; kind 1 puts it
     /// back.
     void GoodCatToTemp(int id, int kind);
-    /// Opens `KalaCategory_Qry` on the good's categories as the editor shows them.
+    /// Opens `KalaCategory_Qry` on the good's categories as this desk has them: what other desks have attached or taken
+    /// off and not saved is not seen.
     void Fill_grid(int goodCode);
-    /// On save: categories attached while editing last, those taken off are gone.
+    /// On save: categories attached on this desk last, those taken off here are gone.
     void TempToGoodCat(int goodCode);
     /// Drops the categories attached but not saved, of all desks; TempToGoodCat() restores this module's own.
     void DeleteTmpCategory();
-    /// Puts back the categories taken off the good but not saved.
+    /// Forgets the categories taken off the good but not saved.
     void undodelete_category(int goodCode);
 
     // Photos -------------------------------------------------------------------------------------------------------
@@ -213,16 +215,17 @@ public:
     /// Fills a chooser with "default" (code 0) and the levels; returns the index of the entry to choose.
     int CostLevel_Sell_Fill(QList<host::Entity> &list, int goodCode);
     int CostLevel_Buy_Fill(QList<host::Entity> &list, int goodCode);
-    /// True when the good has working prices but none, or zero, at the level.
-    bool CostLevel_Sell_NotSelect(int goodCode, int level);
-    bool CostLevel_Buy_NotSelect(int goodCode, int level);
+    /// True when the side shows working prices but none, or zero, at the level.
+    bool CostLevel_Sell_NotSelect(int level) const;
+    bool CostLevel_Buy_NotSelect(int level) const;
     /// Puts the working prices of one side that `SellDetails_QRY` / `BuyDetails_QRY` shows, with what is being typed,
     /// in the place of those that the table holds: another desk that opens or leaves the same good clears them. True
     /// when they were others; the rows are open anew then.
     bool CostLevel_Sell_Restore(int goodCode);
     bool CostLevel_Buy_Restore(int goodCode);
-    /// Writes the working prices and defaults to the good's price row, one statement a side. A good without working
-    /// prices keeps what it has.
+    /// Writes the prices and default levels that `SellDetails_QRY` / `BuyDetails_QRY` show and that were changed since
+    /// CostLevel_Prepare() to the good's price row, in one statement or none. Working rows are not asked: they may be
+    /// another desk's.
     void CostLevel_Save(int goodCode);
     /// Clears the good's working prices.
     void CostLevel_DeleteTemp(int goodCode);
@@ -256,12 +259,12 @@ public:
     // Opening stock ------------------------------------------------------------------------------------------------
 
     void FirstAsset_DeleteTemp(int goodCode);
-    /// True when the good has saved rows.
-    bool FirstAsset_IsSaved(int goodCode);
     /// Makes the working copy of the saved rows.
     void FirstAsset_FillTemp(int goodCode);
     /// True when the working copy is empty or is one row in store 1.
     bool FirstAsset_NotIsMultiStore(int goodCode);
+    /// The same; `store` becomes that of the only row, 0 when there is none or more than one.
+    bool FirstAsset_NotIsMultiStore(int goodCode, int &store);
     /// Keeps the single working row in step with the editor's fields; `store` is digits, or empty for none.
     void FirstAsset_MultiStore(int goodCode, const QString &store, host::Quantity amount1, host::Quantity amount2);
     /// Adds a working row with row number 1; the amounts are decimal texts.
@@ -284,6 +287,9 @@ public:
     /// On save: the working copy replaces the saved rows. `amount1` and `amount2` are the totals that the user saw;
     /// throws when the working rows add up to something else because another desk changed them.
     void GoodFirstAsset_SaveTemp(int goodCode, host::Quantity amount1, host::Quantity amount2);
+    /// On save of a good that is kept in one store: the working row, if there is one, replaces the saved row, which
+    /// stood in `formerStore` (0: there was none). Throws when another desk has entered rows for further stores.
+    void FirstAsset_SaveRow(int goodCode, int formerStore);
 
     /// The opening voucher of goods, as the procedure of that name takes it.
     struct FirstPeriodVoucher
@@ -308,6 +314,8 @@ private:
     void SaveDiscounts(int code, const TGoodPrice_Rec &price);
     void ReadDiscounts(int code, TGoodPrice_Rec &price);
     void WriteFields(const TGoodInfoRec &rec, Writing writing);
+    /// The good as it was read, null when another one was.
+    const TGoodInfoRec *Read(int code) const;
     bool CodeIsTaken(int code);
     /// How many other goods have the value in this column.
     int CountOthers(int code, const QString &column, const QString &value);
@@ -317,11 +325,11 @@ private:
     void ViewCostLevels(host::Dataset &dataset, int goodCode, Side side);
     void SetDefaultCostLevel(int goodCode, int level, Side side);
     int FillCostLevels(QList<host::Entity> &list, int goodCode, Side side);
-    bool LacksPrice(int goodCode, int level, Side side);
-    void SaveCostLevels(int goodCode, Side side);
     bool RestoreCostLevels(host::Dataset &dataset, int goodCode, Side side);
     void WriteFirstAsset(const TGoodFirstAsset_Rec &rec);
-    void DropAttached(int goodCode, int categoryCode);
+    void ReplaceSavedFirstAsset(int goodCode);
+    /// The codes of the categories that `rows` has for the good, for an IN list; one that no category has when none.
+    static QString CategoryList(const QList<QPair<int, int>> &rows, int goodCode);
     void InsertRelations(int goodCode, const std::array<int, 5> &details);
 
     /// The good as Good_GetByID() read it, until it is written: what an editor did not change stays as it is then, also
@@ -335,6 +343,17 @@ private:
     host::EntityService &m_entities;
     host::Query Temp_QRY;
     host::Query TMP_OnLine_QRY;
-    /// Pairs of good and category attached by this module since the last save or clearing.
+    /// The prices of one side.
+    struct CostLevels
+    {
+        QMap<int, QString> costs; ///< by level, decimal texts
+        int defaultLevel = 0;     ///< 0 for none
+    };
+    static CostLevels ShownCostLevels(const host::Dataset &dataset);
+    /// What each side showed first after CostLevel_Prepare().
+    std::array<std::optional<CostLevels>, 2> m_prepared;
+    /// Pairs of good and category attached, and taken off, by this module since the last save or clearing. Other desks
+    /// clear the marks in the table.
     QList<QPair<int, int>> m_attached;
+    QList<QPair<int, int>> m_takenOff;
 };

@@ -76,17 +76,24 @@ void TGood_DM::Good_ChangeCode(int newCode, int oldCode)
     const QString to = QString::number(newCode);
     const QString from = QString::number(oldCode);
     host::Transaction transaction(m_main);
-    host::Exec(m_main, u"Update tmpCostList set TypeCode="_s + to + u" where Type=3 and TypeCode="_s + from);
+    host::Run(m_main, u"Update tmpCostList set TypeCode="_s + to + u" where Type=3 and TypeCode="_s + from);
     GoodFirstAsset_UpdateAllGoodCodes(newCode, oldCode);
-    host::Exec(m_main, u"Update Kala_category set kala_code="_s + to + u" where tmp>0 and kala_code="_s + from);
-    host::Exec(m_main,
-               u"Update PhotoGallery set Id_pic="_s + to + u" where tmp>0 and GRPCode=102 and Id_pic="_s + from);
-    host::Exec(m_main, u"IF OBJECT_ID('tempdb..#GoodDetails') IS NOT NULL UPDATE #GoodDetails SET GoodCode = "_s + to +
-                           u" WHERE GoodCode = "_s + from);
+    host::Run(m_main, u"Update Kala_category set kala_code="_s + to + u" where tmp>0 and kala_code="_s + from);
+    host::Run(m_main, u"Update PhotoGallery set Id_pic="_s + to + u" where tmp>0 and GRPCode=102 and Id_pic="_s + from);
+    host::Run(m_main, u"IF OBJECT_ID('tempdb..#GoodDetails') IS NOT NULL UPDATE #GoodDetails SET GoodCode = "_s + to +
+                          u" WHERE GoodCode = "_s + from);
+    const auto move = [this](int former, int later) {
+        for (auto &[good, category] : m_attached) {
+            good = good == former ? later : good;
+        }
+    };
+    move(oldCode, newCode);
+    host::Transaction::WhenEnded(m_main, [move, newCode, oldCode](bool committed) {
+        if (!committed) {
+            move(newCode, oldCode);
+        }
+    });
     transaction.Commit();
-    for (auto &[good, category] : m_attached) {
-        good = good == oldCode ? newCode : good;
-    }
 }
 
 host::Quantity TGood_DM::GoodDefaultCost(int code)

@@ -38,6 +38,18 @@ QString WorkingRowsOf(int goodCode, int side)
            QString::number(goodCode);
 }
 
+bool LacksPrice(const host::Dataset &prices, int level)
+{
+    for (int row = 0; row < prices.RecordCount(); ++row) {
+        if (prices.FieldAt(row, u"CostLevelCode").toInt() == level &&
+            host::QuantityFromText(prices.FieldAt(row, u"Cost").toString()) != 0) {
+            return false;
+        }
+    }
+    // A good without working prices cannot be given any now: its price row is made by this save.
+    return !prices.IsEmpty();
+}
+
 } // namespace
 
 QString TGood_DM::CostLevel_GetTitle(int code)
@@ -56,15 +68,16 @@ void TGood_DM::CostLevel_Prepare(int goodCode, int kind)
     }
     host::Transaction transaction(m_main);
     CostLevel_DeleteTemp(goodCode);
-    host::Exec(m_main, u" declare @GoodCode int  select @GoodCode = "_s + QString::number(goodCode) +
-                           u" INSERT INTO tmpCostlist(type,status,typecode,costlevelcode,cost,[default]) "_s +
-                           rows.join(" union all "_L1));
+    host::Run(m_main, u" declare @GoodCode int  select @GoodCode = "_s + QString::number(goodCode) +
+                          u" INSERT INTO tmpCostlist(type,status,typecode,costlevelcode,cost,[default]) "_s +
+                          rows.join(" union all "_L1));
     transaction.Commit();
+    m_prepared = {};
 }
 
 void TGood_DM::CostLevel_DeleteTemp(int goodCode)
 {
-    host::Exec(m_main, u"delete from tmpCostList where Type=3 and TypeCode="_s + QString::number(goodCode));
+    host::Run(m_main, u"delete from tmpCostList where Type=3 and TypeCode="_s + QString::number(goodCode));
 }
 
 void TGood_DM::CostLevel_Sell_GetAll(int goodCode)
@@ -83,6 +96,23 @@ void TGood_DM::OpenCostLevels(host::Dataset &dataset, int goodCode, Side side)
         u" select tli.*,Name,case [default] when 1 then '*' end as deftitle  from costlevel as cl , tmpCostlist as "
         "tli  where cl.CostType = 1 AND tli.costlevelcode=cl.code and Type=3 and Typecode="_s +
         QString::number(goodCode) + u" and status="_s + QString::number(side) + u' ');
+    if (!m_prepared[side]) {
+        m_prepared[side] = ShownCostLevels(dataset);
+    }
+}
+
+TGood_DM::CostLevels TGood_DM::ShownCostLevels(const host::Dataset &dataset)
+{
+    CostLevels shown;
+    for (int row = 0; row < dataset.RecordCount(); ++row) {
+        const int level = dataset.FieldAt(row, u"CostLevelCode").toInt();
+        shown.costs[level] =
+            host::TrimDecimal(host::DecimalLiteral(QStringView(dataset.FieldAt(row, u"Cost").toString())));
+        if (dataset.FieldAt(row, u"Default").toBool()) {
+            shown.defaultLevel = level;
+        }
+    }
+    return shown;
 }
 
 void TGood_DM::CostLevel_Sell_View(int goodCode)
@@ -125,10 +155,10 @@ void TGood_DM::SetDefaultCostLevel(int goodCode, int level, Side side)
     const QString good = QString::number(goodCode);
     const QString status = QString::number(side);
     host::Transaction transaction(m_main);
-    host::Exec(m_main, u"Update tmpCostList set [Default]=0 where Status="_s + status +
-                           u" and Type=3 and [Default]=1 and TypeCode="_s + good);
-    host::Exec(m_main, u"Update tmpCostList set [Default]=1 where Status="_s + status + u" and Type=3 and TypeCode="_s +
-                           good + u" and CostLevelCode="_s + QString::number(level));
+    host::Run(m_main, u"Update tmpCostList set [Default]=0 where Status="_s + status +
+                          u" and Type=3 and [Default]=1 and TypeCode="_s + good);
+    host::Run(m_main, u"Update tmpCostList set [Default]=1 where Status="_s + status + u" and Type=3 and TypeCode="_s +
+                          good + u" and CostLevelCode="_s + QString::number(level));
     transaction.Commit();
 }
 
@@ -163,26 +193,14 @@ int TGood_DM::FillCostLevels(QList<host::Entity> &list, int goodCode, Side side)
     return chosen == list.cend() ? 0 : static_cast<int>(chosen - list.cbegin());
 }
 
-bool TGood_DM::CostLevel_Sell_NotSelect(int goodCode, int level)
+bool TGood_DM::CostLevel_Sell_NotSelect(int level) const
 {
-    return LacksPrice(goodCode, level, Sell);
+    return LacksPrice(SellDetails_QRY, level);
 }
 
-bool TGood_DM::CostLevel_Buy_NotSelect(int goodCode, int level)
+bool TGood_DM::CostLevel_Buy_NotSelect(int level) const
 {
-    return LacksPrice(goodCode, level, Buy);
-}
-
-bool TGood_DM::LacksPrice(int goodCode, int level, Side side)
-{
-    Temp_QRY.Open(u"select CostLevelCode,Cost"_s + WorkingRowsOf(goodCode, side));
-    for (; !Temp_QRY.Eof(); Temp_QRY.Next()) {
-        if (Temp_QRY.Int(0) == level && Temp_QRY.Number(1) != 0) {
-            return false;
-        }
-    }
-    // A good without working prices cannot be given any now: its price row is made by this save.
-    return Temp_QRY.RecordCount() > 0;
+    return LacksPrice(BuyDetails_QRY, level);
 }
 
 bool TGood_DM::CostLevel_Sell_Restore(int goodCode)
@@ -198,19 +216,17 @@ bool TGood_DM::CostLevel_Buy_Restore(int goodCode)
 bool TGood_DM::RestoreCostLevels(host::Dataset &dataset, int goodCode, Side side)
 {
     const QString rowsOfSide = WorkingRowsOf(goodCode, side);
+    const CostLevels prices = ShownCostLevels(dataset);
     QStringList shown;
     QStringList values;
-    for (int row = 0; row < dataset.RecordCount(); ++row) {
-        const QString level = dataset.FieldAt(row, u"CostLevelCode").toString();
-        const QString cost = host::DecimalLiteral(QStringView(dataset.FieldAt(row, u"Cost").toString()));
-        const QString isDefault = QString::number(int(dataset.FieldAt(row, u"Default").toBool()));
-        shown += host::TrimDecimal(cost) + u'|' + level + u'|' + isDefault;
-        values += u"(3,"_s + QString::number(side) + u',' + QString::number(goodCode) + u',' + level + u',' + cost +
-                  u',' + isDefault + u')';
+    for (const auto &[level, cost] : prices.costs.asKeyValueRange()) {
+        const QString row = QString::number(level) + u',' + cost + u',' + QString::number(level == prices.defaultLevel);
+        shown += row;
+        values += u"(3,"_s + QString::number(side) + u',' + QString::number(goodCode) + u',' + row + u')';
     }
     QStringList held;
     for (Temp_QRY.Open(u"select CostLevelCode,Cost,[Default]"_s + rowsOfSide); !Temp_QRY.Eof(); Temp_QRY.Next()) {
-        held += host::TrimDecimal(Temp_QRY.Text(u"Cost")) + u'|' + Temp_QRY.Text(u"CostLevelCode") + u'|' +
+        held += Temp_QRY.Text(u"CostLevelCode") + u',' + host::TrimDecimal(Temp_QRY.Text(u"Cost")) + u',' +
                 QString::number(int(Temp_QRY.Bool(u"Default")));
     }
     shown.sort();
@@ -229,24 +245,26 @@ bool TGood_DM::RestoreCostLevels(host::Dataset &dataset, int goodCode, Side side
 
 void TGood_DM::CostLevel_Save(int goodCode)
 {
-    host::Transaction transaction(m_main);
-    SaveCostLevels(goodCode, Sell);
-    SaveCostLevels(goodCode, Buy);
-    transaction.Commit();
-}
-
-void TGood_DM::SaveCostLevels(int goodCode, Side side)
-{
-    const QString name = SideName(side);
-    const QString working = WorkingRowsOf(goodCode, side);
-    QString assignments;
-    for (int level = 1; level <= Levels; ++level) {
-        const QString number = QString::number(level);
-        assignments += u"CostLevel_"_s + name + u'_' + number + u"=ISNULL((select max(Cost)"_s + working +
-                       u" and CostLevelCode="_s + number + u"),0),"_s;
+    QStringList assignments;
+    for (const Side side : {Sell, Buy}) {
+        const std::optional<CostLevels> &before = m_prepared[side];
+        if (!before) {
+            continue;
+        }
+        const CostLevels now = ShownCostLevels(side == Sell ? SellDetails_QRY : BuyDetails_QRY);
+        const bool otherDefault = now.defaultLevel != before->defaultLevel;
+        for (const auto &[level, cost] : now.costs.asKeyValueRange()) {
+            // A default level goes with its price: without one it could not be the default.
+            if (cost != before->costs.value(level) || (otherDefault && level == now.defaultLevel)) {
+                assignments += u"CostLevel_"_s + SideName(side) + u'_' + QString::number(level) + u'=' + cost;
+            }
+        }
+        if (otherDefault) {
+            assignments += u"Default_CostLevel_"_s + SideName(side) + u"_Number="_s + QString::number(now.defaultLevel);
+        }
     }
-    host::Exec(m_main, u"Update GoodCostDiscount set "_s + assignments + u"Default_CostLevel_"_s + name +
-                           u"_Number=ISNULL((select max(CostLevelCode)"_s + working +
-                           u" and [Default]=1),0) where GoodCode="_s + QString::number(goodCode) +
-                           u" and exists (select 1"_s + working + u')');
+    if (!assignments.isEmpty()) {
+        host::Run(m_main, u"Update GoodCostDiscount set "_s + assignments.join(u',') + u" where GoodCode="_s +
+                              QString::number(goodCode));
+    }
 }

@@ -13,31 +13,33 @@ constexpr int MostDetailTypes = 5;
 
 void TGood_DM::CreateGoodDetailTempTable()
 {
-    host::Exec(m_main, u" IF OBJECT_ID('tempdb..#GoodDetails') IS NOT NULL "
-                       "   DROP TABLE #GoodDetails "
-                       " CREATE TABLE #GoodDetails(ID int IDENTITY(1,1) NOT NULL, "
-                       "   GoodCode int, GoodDetailID int, GoodDetailTitle nvarchar(100)) "_s);
+    host::Run(m_main, u" IF OBJECT_ID('tempdb..#GoodDetails') IS NOT NULL "
+                      "   DROP TABLE #GoodDetails "
+                      " CREATE TABLE #GoodDetails(ID int IDENTITY(1,1) NOT NULL, "
+                      "   GoodCode int, GoodDetailID int, GoodDetailTitle nvarchar(100)) "_s);
 }
 
 void TGood_DM::FillGoodDetails(int goodCode)
 {
+    host::Transaction transaction(m_main);
     CreateGoodDetailTempTable();
-    host::Exec(
+    host::Run(
         m_main,
         u" INSERT INTO #GoodDetails(GoodCode, GoodDetailID, GoodDetailTitle)  SELECT gr.GoodCode, gr.DetailID, "
         "dt.Title FROM GoodDetailRelation gr INNER JOIN DetailTypes dt ON gr.DetailID = dt.ID WHERE gr.GoodCode = "_s +
             QString::number(goodCode) +
             u" ORDER BY CASE dt.DetailType WHEN 3 THEN 0 WHEN 6 THEN 1 ELSE 2 END, gr.ID"_s);
+    transaction.Commit();
 }
 
 void TGood_DM::InsertDefaultDetailTypesSelectedListInNewGood(const QString &goodCode)
 {
-    host::Exec(m_main, u" INSERT INTO #GoodDetails(GoodCode, GoodDetailID, GoodDetailTitle)  SELECT "_s +
-                           host::CodeText(goodCode) +
-                           u", dsd.Code, dt.Title "
-                           " FROM DetailTypes_SelectedLists ds INNER JOIN DetailTypes_SelectedList_Detail dsd "
-                           " ON ds.Code = dsd.SL_Code INNER JOIN DetailTypes dt ON dsd.Code = dt.ID WHERE "
-                           "ds.DefaultSelectedList = 1"_s);
+    host::Run(m_main, u" INSERT INTO #GoodDetails(GoodCode, GoodDetailID, GoodDetailTitle)  SELECT "_s +
+                          host::CodeText(goodCode) +
+                          u", dsd.Code, dt.Title "
+                          " FROM DetailTypes_SelectedLists ds INNER JOIN DetailTypes_SelectedList_Detail dsd "
+                          " ON ds.Code = dsd.SL_Code INNER JOIN DetailTypes dt ON dsd.Code = dt.ID WHERE "
+                          "ds.DefaultSelectedList = 1"_s);
 }
 
 void TGood_DM::GoodDetailTemp_GetAll()
@@ -80,12 +82,12 @@ void TGood_DM::GoodDetailTemp_Insert(QString idList, int goodCode)
 
 void TGood_DM::GoodDetailTemp_Delete(const QString &ids)
 {
-    host::Exec(m_main, u" DELETE FROM #GoodDetails WHERE ID IN ("_s + host::CodeList(ids) + u')');
+    host::Run(m_main, u" DELETE FROM #GoodDetails WHERE ID IN ("_s + host::CodeList(ids) + u')');
 }
 
 void TGood_DM::GoodDetailTemp_DeleteAll()
 {
-    host::Exec(m_main, u" DELETE FROM #GoodDetails "_s);
+    host::Run(m_main, u" DELETE FROM #GoodDetails "_s);
 }
 
 QString TGood_DM::DetailTypesTmp_GetCode()
@@ -131,8 +133,8 @@ void TGood_DM::InsertRelations(int goodCode, const std::array<int, 5> &details)
 {
     for (const int detail : details) {
         if (detail > 0) {
-            host::Exec(m_main, u" INSERT INTO GoodDetailRelation(GoodCode, DetailID)  VALUES("_s +
-                                   QString::number(goodCode) + u", "_s + QString::number(detail) + u')');
+            host::Run(m_main, u" INSERT INTO GoodDetailRelation(GoodCode, DetailID)  VALUES("_s +
+                                  QString::number(goodCode) + u", "_s + QString::number(detail) + u')');
         }
     }
 }
@@ -148,7 +150,7 @@ bool TGood_DM::InsertGoodDetailRelation(int goodCode, int d1, int d2, int d3, in
 bool TGood_DM::UpdateGoodDetailRelation(int goodCode, int d1, int d2, int d3, int d4, int d5)
 {
     host::Transaction transaction(m_main);
-    host::Exec(m_main, u"DELETE FROM GoodDetailRelation WHERE GoodCode = "_s + QString::number(goodCode));
+    host::Run(m_main, u"DELETE FROM GoodDetailRelation WHERE GoodCode = "_s + QString::number(goodCode));
     InsertRelations(goodCode, {d1, d2, d3, d4, d5});
     transaction.Commit();
     return true;
@@ -163,11 +165,11 @@ bool TGood_DM::InsertGoodDetailTypesForGoods(const QString &goodCodes, const QSt
     host::Transaction transaction(m_main);
     if (scope < 2) {
         const QString goods = host::CodeList(goodCodes);
-        host::Exec(m_main, u"DELETE FROM GoodDetailRelation WHERE GoodCode IN ("_s + goods + u')');
-        host::Exec(m_main, insert + u"g.Code IN ("_s + goods + u") AND d.ID IN ("_s + details + u')');
+        host::Run(m_main, u"DELETE FROM GoodDetailRelation WHERE GoodCode IN ("_s + goods + u')');
+        host::Run(m_main, insert + u"g.Code IN ("_s + goods + u") AND d.ID IN ("_s + details + u')');
     } else {
-        host::Exec(m_main, u"DELETE FROM GoodDetailRelation"_s);
-        host::Exec(m_main, insert + u"d.ID IN ("_s + details + u')');
+        host::Run(m_main, u"DELETE FROM GoodDetailRelation"_s);
+        host::Run(m_main, insert + u"d.ID IN ("_s + details + u')');
     }
     transaction.Commit();
     return true;

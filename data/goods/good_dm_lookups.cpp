@@ -1,5 +1,6 @@
 #include "data/goods/good_dm.h"
 #include "host/data/sql_text.h"
+#include "host/data/transaction.h"
 
 using namespace Qt::StringLiterals;
 
@@ -101,11 +102,11 @@ QList<QPair<int, QString>> TGood_DM::GetTagsOfGoods(const QString &codes)
 
 void TGood_DM::TmpToMainPhoto(int goodCode)
 {
-    host::Exec(m_main,
-               u"Update PhotoGallery set tmp=0 where tmp=1 and GRPCode=102 and Id_pic="_s + QString::number(goodCode));
+    host::Run(m_main,
+              u"Update PhotoGallery set tmp=0 where tmp=1 and GRPCode=102 and Id_pic="_s + QString::number(goodCode));
 }
 
 void TGood_DM::DeleteTmpphoto(int goodCode)
 {
-    host::Exec(m_main, u"delete from PhotoGallery where tmp>0 and id_pic="_s + QString::number(goodCode));
+    host::Run(m_main, u"delete from PhotoGallery where tmp>0 and id_pic="_s + QString::number(goodCode));
 }

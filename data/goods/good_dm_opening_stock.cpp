@@ -7,32 +7,42 @@
 
 using namespace Qt::StringLiterals;
 
-void TGood_DM::FirstAsset_DeleteTemp(int goodCode)
+namespace {
+
+host::DatabaseError ChangedElsewhere()
 {
-    host::Exec(m_main, u"Delete from GoodFirstAsset where tmp=1 and GoodCode="_s + QString::number(goodCode));
+    return host::DatabaseError(u"موجودی اول دوره این کالا در جای دیگری تغییر کرده است؛ کالا را دوباره باز کنید."_s);
 }
 
-bool TGood_DM::FirstAsset_IsSaved(int goodCode)
+} // namespace
+
+void TGood_DM::FirstAsset_DeleteTemp(int goodCode)
 {
-    return host::Exists(m_main,
-                        u"select top 1 ID from GoodFirstAsset where tmp=0 and GoodCode="_s + QString::number(goodCode));
+    host::Run(m_main, u"Delete from GoodFirstAsset where tmp=1 and GoodCode="_s + QString::number(goodCode));
 }
 
 void TGood_DM::FirstAsset_FillTemp(int goodCode)
 {
     host::Transaction transaction(m_main);
     FirstAsset_DeleteTemp(goodCode);
-    host::Exec(m_main,
-               u"Insert GoodFirstAsset(GoodCode,StoreCode,tmp,Amount1,Amount2,Comment,Radif) Select "
-               "GoodCode,StoreCode,1,Amount1,Amount2,Comment,Radif from GoodFirstAsset where tmp=0 and GoodCode="_s +
-                   QString::number(goodCode));
+    host::Run(m_main,
+              u"Insert GoodFirstAsset(GoodCode,StoreCode,tmp,Amount1,Amount2,Comment,Radif) Select "
+              "GoodCode,StoreCode,1,Amount1,Amount2,Comment,Radif from GoodFirstAsset where tmp=0 and GoodCode="_s +
+                  QString::number(goodCode));
     transaction.Commit();
 }
 
 bool TGood_DM::FirstAsset_NotIsMultiStore(int goodCode)
 {
+    int store = 0;
+    return FirstAsset_NotIsMultiStore(goodCode, store);
+}
+
+bool TGood_DM::FirstAsset_NotIsMultiStore(int goodCode, int &store)
+{
     Temp_QRY.Open(QString::asprintf("Select * from GoodFirstAsset where (GoodCode=%d) and (tmp=1)", goodCode));
-    return Temp_QRY.IsEmpty() || (Temp_QRY.RecordCount() == 1 && Temp_QRY.Int(u"StoreCode") == 1);
+    store = Temp_QRY.RecordCount() == 1 ? Temp_QRY.Int(u"StoreCode") : 0;
+    return Temp_QRY.IsEmpty() || store == 1;
 }
 
 void TGood_DM::FirstAsset_MultiStore(int goodCode, const QString &store, host::Quantity amount1, host::Quantity amount2)
@@ -63,10 +73,10 @@ void TGood_DM::FirstAsset_MultiStore(int goodCode, const QString &store, host::Q
 
 void TGood_DM::GoodFirstAsset(int goodCode, const QString &store, const QString &amount1, const QString &amount2)
 {
-    host::Exec(m_main, u"Insert GoodFirstAsset(GoodCode,StoreCode,Amount1,Amount2,tmp,Radif)  Values("_s +
-                           QString::number(goodCode) + u","_s + host::CodeText(store) + u","_s +
-                           host::DecimalLiteral(QStringView(amount1)) + u","_s +
-                           host::DecimalLiteral(QStringView(amount2)) + u",1,1)"_s);
+    host::Run(m_main, u"Insert GoodFirstAsset(GoodCode,StoreCode,Amount1,Amount2,tmp,Radif)  Values("_s +
+                          QString::number(goodCode) + u","_s + host::CodeText(store) + u","_s +
+                          host::DecimalLiteral(QStringView(amount1)) + u","_s +
+                          host::DecimalLiteral(QStringView(amount2)) + u",1,1)"_s);
 }
 
 void TGood_DM::GoodFirstAsset_GetAmount(int goodCode, host::Quantity &amount1, host::Quantity &amount2)
@@ -81,8 +91,8 @@ void TGood_DM::GoodFirstAsset_GetAmount(int goodCode, host::Quantity &amount1, h
 
 void TGood_DM::GoodFirstAsset_UpdateAllGoodCodes(int newCode, int oldCode)
 {
-    host::Exec(m_main, u"Update GoodFirstAsset set GoodCode="_s + QString::number(newCode) +
-                           u" where tmp=1 and GoodCode="_s + QString::number(oldCode));
+    host::Run(m_main, u"Update GoodFirstAsset set GoodCode="_s + QString::number(newCode) +
+                          u" where tmp=1 and GoodCode="_s + QString::number(oldCode));
 }
 
 void TGood_DM::GoodFirstAsset_GetAll(int goodCode, int unit1, int unit2, host::Quantity formula)
@@ -171,17 +181,42 @@ bool TGood_DM::ValidateGoodFirstAsset_Insert(int goodCode, int storeCode, int ra
 
 void TGood_DM::GoodFirstAsset_SaveTemp(int goodCode, host::Quantity amount1, host::Quantity amount2)
 {
-    const QString good = QString::number(goodCode);
     host::Transaction transaction(m_main);
     host::Quantity sum1 = 0;
     host::Quantity sum2 = 0;
     GoodFirstAsset_GetAmount(goodCode, sum1, sum2);
     if (host::QuantityToText(sum1) != host::QuantityToText(amount1) ||
         host::QuantityToText(sum2) != host::QuantityToText(amount2)) {
-        throw host::DatabaseError(u"موجودی اول دوره این کالا در جای دیگری تغییر کرده است؛ کالا را دوباره باز کنید."_s);
+        throw ChangedElsewhere();
     }
-    host::Exec(m_main, u"Delete from GoodFirstAsset where tmp=0 and GoodCode="_s + good);
-    host::Exec(m_main, u"Update GoodFirstAsset set tmp=0 where tmp=1 and GoodCode="_s + good);
+    ReplaceSavedFirstAsset(goodCode);
+    transaction.Commit();
+}
+
+void TGood_DM::ReplaceSavedFirstAsset(int goodCode)
+{
+    const QString good = QString::number(goodCode);
+    host::Run(m_main, u"Delete from GoodFirstAsset where tmp=0 and GoodCode="_s + good);
+    host::Run(m_main, u"Update GoodFirstAsset set tmp=0 where tmp=1 and GoodCode="_s + good);
+}
+
+void TGood_DM::FirstAsset_SaveRow(int goodCode, int formerStore)
+{
+    const QString good = QString::number(goodCode);
+    host::Transaction transaction(m_main);
+    if (host::Exists(m_main, u"select top 1 s.ID from GoodFirstAsset as s where s.tmp=0 and s.GoodCode="_s + good +
+                                 u" and s.StoreCode<>"_s + QString::number(formerStore) +
+                                 u" and not exists (select w.ID from GoodFirstAsset as w where w.tmp=1 and "
+                                 "w.GoodCode=s.GoodCode and w.StoreCode=s.StoreCode)"_s)) {
+        throw ChangedElsewhere();
+    }
+    // The remark was entered with the row; here only its amounts and its store are.
+    if (formerStore != 0) {
+        host::Run(m_main, u"update GoodFirstAsset set Comment=(select max(s.Comment) from GoodFirstAsset as s where "
+                          "s.tmp=0 and s.GoodCode="_s +
+                              good + u") where tmp=1 and GoodCode="_s + good);
+    }
+    ReplaceSavedFirstAsset(goodCode);
     transaction.Commit();
 }
 

@@ -77,9 +77,19 @@ bool TGood_DM::Good_Update(const TGoodInfoRec &rec)
     const auto drop = qScopeGuard([this] { GoodGet_QRY.Cancel(); });
     WriteFields(rec, Writing::Update);
     GoodGet_QRY.Post();
+    // A save that is taken back later is tried again with the same comparison.
+    host::Transaction::WhenEnded(m_main, [this](bool committed) {
+        if (committed) {
+            m_read.reset();
+        }
+    });
     transaction.Commit();
-    m_read.reset();
     return true;
+}
+
+const TGoodInfoRec *TGood_DM::Read(int code) const
+{
+    return m_read && m_read->Code == code ? &*m_read : nullptr;
 }
 
 void TGood_DM::WriteFields(const TGoodInfoRec &rec, Writing writing)
@@ -87,16 +97,14 @@ void TGood_DM::WriteFields(const TGoodInfoRec &rec, Writing writing)
     TGoodInfoRec written = rec;
     written.Name = goods::ComposedName(rec.kala_name, rec.kala_type, rec.kala_index);
     const bool isNew = writing == Writing::Insert;
+    const TGoodInfoRec *read = isNew ? nullptr : Read(rec.Code);
     const goods::Written skipped = isNew ? goods::Written::Update : goods::Written::Insert;
     for (const goods::GoodField &field : goods::GoodFields()) {
-        const bool kept = !isNew && m_read && field.Get(*m_read) == field.Get(written);
+        // The stamp is always written, so that a row that is gone is noticed.
+        const bool kept = read && field.together != goods::Together::Modified && !goods::Differs(field, *read, written);
         if (field.written != skipped && !kept) {
             GoodGet_QRY.SetField(QString(field.column), field.Get(written));
         }
-    }
-    if (!isNew) {
-        // Something is always written, so that a row that is gone is noticed.
-        GoodGet_QRY.SetField(u"ModifiedTime", rec.ModifiedTime);
     }
 }
 
@@ -105,23 +113,31 @@ void TGood_DM::SaveDiscounts(int code, const TGoodPrice_Rec &price)
     host::Dataset &discounts = GoodCostDiscount_QRY;
     const auto drop = qScopeGuard([&discounts] { discounts.Cancel(); });
     discounts.Open(QString::asprintf("select * from GoodCostDiscount Where GoodCode = %d ", code));
-    if (discounts.IsEmpty()) {
+    const bool isNew = discounts.IsEmpty();
+    if (isNew) {
         discounts.Append();
+        discounts.SetField(u"GoodCode", code);
         // No level of a fresh row has a price yet, so none can be the default.
         discounts.SetField(u"Default_CostLevel_Sell_Number", 0);
         discounts.SetField(u"Default_CostLevel_Buy_Number", 0);
     } else {
         discounts.Edit();
     }
-    discounts.SetField(u"GoodCode", code);
+    const TGoodInfoRec *read = isNew ? nullptr : Read(code);
+    const auto write = [&](const QString &field, const QVariant &value, const QVariant &before) {
+        if (!read || value != before) {
+            discounts.SetField(field, value);
+        }
+    };
+    const TGoodPrice_Rec before = read ? read->Price : TGoodPrice_Rec();
     for (size_t i = 0; i < price.Discount_Sell.size(); ++i) {
-        discounts.SetQuantity(DiscountField("Sell"_L1, i), price.Discount_Sell[i]);
+        write(DiscountField("Sell"_L1, i), host::QuantityToText(price.Discount_Sell[i]),
+              host::QuantityToText(before.Discount_Sell[i]));
+        write(DiscountField("Buy"_L1, i), host::QuantityToText(price.Discount_Buy[i]),
+              host::QuantityToText(before.Discount_Buy[i]));
     }
-    for (size_t i = 0; i < price.Discount_Buy.size(); ++i) {
-        discounts.SetQuantity(DiscountField("Buy"_L1, i), price.Discount_Buy[i]);
-    }
-    discounts.SetField(u"Default_Discount_Sell_Number", price.Default_Discount_Sell_Number);
-    discounts.SetField(u"Default_Discount_Buy_Number", price.Default_Discount_Buy_Number);
+    write(u"Default_Discount_Sell_Number"_s, price.Default_Discount_Sell_Number, before.Default_Discount_Sell_Number);
+    write(u"Default_Discount_Buy_Number"_s, price.Default_Discount_Buy_Number, before.Default_Discount_Buy_Number);
     discounts.Post();
 }
 

@@ -24,6 +24,9 @@ QSqlDatabase OpenServer(const QString &connection, const QString &name)
     return database;
 }
 
+/// How long a command waits for another desk's writing before the user sees it, in milliseconds.
+constexpr int SilentWait = 2000;
+
 } // namespace
 
 QSqlDatabase OpenEmbedded(const QString &file, const QString &name)
@@ -33,6 +36,7 @@ QSqlDatabase OpenEmbedded(const QString &file, const QString &name)
     database.setNumericalPrecisionPolicy(QSql::HighPrecision);
     if (!database.open())
         throw host::DatabaseError(database.lastError(), u"connect"_s);
+    host::Exec(database, u"SET LOCK_TIMEOUT %1"_s.arg(SilentWait));
     return database;
 }
 

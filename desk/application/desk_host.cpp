@@ -4,15 +4,15 @@
 
 namespace desk {
 
-DeskHost::DeskHost(const host::Connections &connections)
-    : settings(connections.ADOConnection1), permissions(connections.ADOConnection1, messages),
-      stock(connections.ADOConnection1, messages, settings),
-      entities(connections.ADOConnection1, messages, settings, stock), vouchers(connections.ADOConnection1, messages),
-      goodDetails(connections.ADOConnection1, messages), photos(connections.ADOConnection1),
+DeskHost::DeskHost(const host::Connections &connections, host::MessageService *speaker)
+    : said(speaker ? *speaker : messages), settings(connections.ADOConnection1),
+      permissions(connections.ADOConnection1, said), stock(connections.ADOConnection1, said, settings),
+      entities(connections.ADOConnection1, said, settings, stock), vouchers(connections.ADOConnection1, said),
+      goodDetails(connections.ADOConnection1, said), photos(connections.ADOConnection1),
       categories(connections.ADOConnection1), scales(connections.DibalConnection), finance(connections.ADOConnection1),
       numbers(connections.ADOConnection1), host{.DM = connections,
                                                 .permissions = permissions,
-                                                .messages = messages,
+                                                .messages = said,
                                                 .settings = settings,
                                                 .entities = entities,
                                                 .vouchers = vouchers,

@@ -19,7 +19,8 @@ namespace desk {
 struct DeskHost
 {
     /// The connections are open and stay so. Throws host::DatabaseError when the settings cannot be read.
-    explicit DeskHost(const host::Connections &connections);
+    /// `speaker` talks to the user instead of the desk's own boxes; where nobody sits there, those would wait for ever.
+    explicit DeskHost(const host::Connections &connections, host::MessageService *speaker = nullptr);
     DeskHost(const DeskHost &) = delete;
     DeskHost &operator=(const DeskHost &) = delete;
 
@@ -27,6 +28,7 @@ struct DeskHost
     void SetMainWindow(QMainWindow *window);
 
     Messages messages;
+    host::MessageService &said; ///< who talks to the user: `messages`, unless told otherwise
     Settings settings;
     Permissions permissions;
     Stock stock;

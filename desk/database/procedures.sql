@@ -43,7 +43,10 @@ BEGIN
     SET @First = @GrpCode * @Size + 1
     SET @Last = @GrpCode * @Size + @Size - 1
 
+    -- A full range is not searched for what is free in it: counting is a fraction of that.
     SET @Attempt = 1
+    IF (SELECT COUNT(*) FROM GoodInf WHERE Code BETWEEN @First AND @Last) > @Last - @First
+        SET @Attempt = 3
     WHILE @NewCode IS NULL AND @Attempt <= 4
     BEGIN
         IF @Attempt = 1
@@ -60,11 +63,17 @@ BEGIN
         ELSE
             SET @After = 0
 
-        -- The codes that a free one may follow: the starting point and every taken one behind it.
+        -- A free code follows the starting point or a taken one behind it. The first such good ends the search of
+        -- the goods, which may be many; the codes reserved are few.
         SELECT @NewCode = MIN(t.Code) + 1
         FROM (SELECT @After AS Code
               UNION ALL
-              SELECT Code FROM GoodInf WHERE Code BETWEEN @After AND @Last
+              SELECT f.Code
+              FROM (SELECT TOP 1 c.Code FROM GoodInf AS c
+                    WHERE c.Code >= @After AND c.Code < @Last
+                      AND NOT EXISTS (SELECT 1 FROM GoodInf AS g WHERE g.Code = c.Code + 1)
+                      AND NOT EXISTS (SELECT 1 FROM CodeLock_TBL AS l WHERE l.Status = 102 AND l.Code = c.Code + 1)
+                    ORDER BY c.Code) AS f
               UNION ALL
               SELECT Code FROM CodeLock_TBL WHERE Status = 102 AND Code BETWEEN @After AND @Last) AS t
         WHERE t.Code < @Last
@@ -399,7 +408,10 @@ BEGIN
 
     IF OBJECT_ID('tempdb..#OpeningGoods') IS NOT NULL
         DROP TABLE #OpeningGoods
+    IF OBJECT_ID('tempdb..#Difference') IS NOT NULL
+        DROP TABLE #Difference
     CREATE TABLE #OpeningGoods (Code int NOT NULL PRIMARY KEY)
+    CREATE TABLE #Difference (Voucher int NOT NULL, Amount decimal(28,9) NOT NULL)
 
     IF ISNULL(@Codes, '') <> ''
         WHILE @Codes <> ''
@@ -435,11 +447,21 @@ BEGIN
                   WHERE v.Kind = 1 AND v.Approved = 1)
     BEGIN
         DROP TABLE #OpeningGoods
+        DROP TABLE #Difference
         RETURN -1
     END
 
     BEGIN TRY
         BEGIN TRANSACTION
+
+        -- A voucher's balance follows by the difference that these goods make: it may have a line for every good.
+        INSERT INTO #Difference (Voucher, Amount)
+        SELECT l.VoucherCode, -SUM(l.Bedehkar)
+        FROM #OpeningGoods AS o
+        INNER JOIN VoucherLines AS l ON l.GoodCode = o.Code
+        INNER JOIN Vouchers AS v ON v.Code = l.VoucherCode
+        WHERE v.Kind = 1
+        GROUP BY l.VoucherCode
 
         DELETE FROM VoucherLines
         WHERE GoodCode IN (SELECT Code FROM #OpeningGoods)
@@ -467,23 +489,31 @@ BEGIN
             HAVING SUM(a.Amount1 * g.CostBgPrd) <> 0
             ORDER BY g.Code
 
+            INSERT INTO #Difference (Voucher, Amount)
+            SELECT @Voucher, ISNULL(SUM(l.Bedehkar), 0)
+            FROM #OpeningGoods AS o
+            INNER JOIN VoucherLines AS l ON l.GoodCode = o.Code AND l.VoucherCode = @Voucher
+
             UPDATE GoodInf SET VoucherCode = @Voucher
             WHERE Code IN (SELECT o.Code FROM #OpeningGoods AS o
                            INNER JOIN VoucherLines AS l ON l.GoodCode = o.Code AND l.VoucherCode = @Voucher)
         END
 
-        -- Every opening voucher that is still open is balanced again; one without goods goes away.
-        DELETE FROM VoucherLines
-        WHERE GoodCode IS NULL AND VoucherCode IN (SELECT Code FROM Vouchers WHERE Kind = 1 AND Approved = 0)
-        DELETE FROM Vouchers
-        WHERE Kind = 1 AND Approved = 0
-          AND NOT EXISTS (SELECT 1 FROM VoucherLines WHERE VoucherLines.VoucherCode = Vouchers.Code)
+        UPDATE VoucherLines
+        SET Bestankar = Bestankar
+            + (SELECT SUM(d.Amount) FROM #Difference AS d WHERE d.Voucher = VoucherLines.VoucherCode)
+        WHERE GoodCode IS NULL AND VoucherCode IN (SELECT Voucher FROM #Difference)
         INSERT INTO VoucherLines (VoucherCode, GoodCode, Sharh, Bestankar)
-        SELECT v.Code, NULL, N'سرمایه', SUM(l.Bedehkar)
-        FROM Vouchers AS v
-        INNER JOIN VoucherLines AS l ON l.VoucherCode = v.Code
-        WHERE v.Kind = 1 AND v.Approved = 0
-        GROUP BY v.Code
+        SELECT d.Voucher, NULL, N'سرمایه', SUM(d.Amount)
+        FROM #Difference AS d
+        WHERE NOT EXISTS (SELECT 1 FROM VoucherLines AS l WHERE l.VoucherCode = d.Voucher AND l.GoodCode IS NULL)
+        GROUP BY d.Voucher
+
+        -- One without goods goes away, and its balance with it.
+        DELETE FROM Vouchers
+        WHERE Kind = 1 AND Approved = 0 AND Code IN (SELECT Voucher FROM #Difference)
+          AND NOT EXISTS (SELECT 1 FROM VoucherLines AS l
+                          WHERE l.VoucherCode = Vouchers.Code AND l.GoodCode IS NOT NULL)
 
         COMMIT TRANSACTION
     END TRY
@@ -494,6 +524,7 @@ BEGIN
     END CATCH
 
     DROP TABLE #OpeningGoods
+    DROP TABLE #Difference
     IF NOT EXISTS (SELECT 1 FROM Vouchers WHERE Code = @Voucher)
         RETURN 0
     RETURN @Voucher

@@ -211,6 +211,7 @@ CREATE INDEX IX_GoodInf_AbbName ON GoodInf (AbbName, Code)
 CREATE INDEX IX_GoodInf_Name ON GoodInf (Name, Code)
 CREATE INDEX IX_GoodInf_kala_index ON GoodInf (kala_index, Code)
 CREATE INDEX IX_GoodInf_SMSCode ON GoodInf (SMSCode, Code)
+CREATE INDEX IX_GoodInf_DetailUniqueCode ON GoodInf (DetailUniqueCode, Code)
 
 -- One row per good, written before the good itself.
 CREATE TABLE GoodCostDiscount (
@@ -277,8 +278,7 @@ CREATE TABLE GoodFirstAsset (
 CREATE INDEX IX_GoodFirstAsset_tmp ON GoodFirstAsset (tmp, GoodCode, Radif)
 CREATE INDEX IX_GoodFirstAsset_GoodCode ON GoodFirstAsset (GoodCode)
 
--- Categories of goods. tmp 0: saved; 1: added, -1: removed in an editor that is still open. Negative, because
--- clearing what was added (tmp > 0) reaches the rows of every desk and must not make their removals final.
+-- Categories of goods. tmp 0: saved; 1: added in an editor that is still open.
 CREATE TABLE Kala_category (
     Id            int IDENTITY(1,1) NOT NULL CONSTRAINT PK_Kala_category PRIMARY KEY,
     Kala_code     int     NOT NULL,

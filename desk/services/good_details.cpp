@@ -34,16 +34,19 @@ bool GoodDetails::ExistsGoodDetailInsertedForOperation(int goodCode, host::TOper
 void GoodDetails::EnterGoodDetailSave(int goodCode, host::TOperationType operation)
 {
     const QString where = Where(goodCode, operation);
-    if (!host::Exists(m_connection, u"SELECT ID FROM GoodDetailKardexEnter_Temp"_s + where))
-        return;
     const QString columns =
         u"DetailValueID, StoreCode, GoodCode, Amount1, Amount2, TotalAmount, [Length], Width, Amount3, "
         "OperationType, OperationCode, OperationRow, ForeignOperationCode"_s;
     host::Transaction transaction(m_connection);
-    host::Exec(m_connection, u"DELETE FROM GoodDetailKardex"_s + where);
-    host::Exec(m_connection, u"INSERT INTO GoodDetailKardex ("_s + columns + u") SELECT "_s + columns +
-                                 u" FROM GoodDetailKardexEnter_Temp"_s + where);
-    host::Exec(m_connection, u"DELETE FROM GoodDetailKardexEnter_Temp"_s + where);
+    // The ledger knows an entry by operation, row and store: the other rows of the good keep theirs.
+    host::Run(m_connection, u"DELETE FROM GoodDetailKardex"_s + where +
+                                u" AND EXISTS (SELECT t.ID FROM GoodDetailKardexEnter_Temp AS t WHERE t.GoodCode = "
+                                "GoodDetailKardex.GoodCode AND t.OperationType = GoodDetailKardex.OperationType AND "
+                                "t.OperationCode = GoodDetailKardex.OperationCode AND t.OperationRow = "
+                                "GoodDetailKardex.OperationRow AND t.StoreCode = GoodDetailKardex.StoreCode)"_s);
+    host::Run(m_connection, u"INSERT INTO GoodDetailKardex ("_s + columns + u") SELECT "_s + columns +
+                                u" FROM GoodDetailKardexEnter_Temp"_s + where);
+    host::Run(m_connection, u"DELETE FROM GoodDetailKardexEnter_Temp"_s + where);
     transaction.Commit();
 }
 

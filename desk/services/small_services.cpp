@@ -44,15 +44,13 @@ QString Barcodes::Complete_Barcode(const QString &digits)
     return QString::fromLatin1(reinterpret_cast<const char *>(symbol->text));
 }
 
-QList<host::Category> CategoryTree::Branches(int parent)
+QList<host::Category> CategoryTree::Tree()
 {
-    const QString place = parent ? u"ParentCode = %1"_s.arg(parent) : u"ParentCode IS NULL"_s;
-    host::Query query(m_connection,
-                      u"SELECT Code, ParentCode, Name FROM Categories WHERE "_s + place + u" ORDER BY Code"_s);
-    QList<host::Category> branches;
-    for (; !query.Eof(); query.Next())
-        branches << CategoryOf(query);
-    return branches;
+    QList<host::Category> nodes;
+    for (host::Query query(m_connection, u"SELECT Code, ParentCode, Name FROM Categories ORDER BY Code"_s);
+         !query.Eof(); query.Next())
+        nodes << CategoryOf(query);
+    return nodes;
 }
 
 QList<host::Category> CategoryTree::Path(int code)

@@ -27,7 +27,7 @@ class CategoryTree : public host::CategoryService
 {
 public:
     explicit CategoryTree(const QSqlDatabase &connection) : m_connection(connection) {}
-    QList<host::Category> Branches(int parent) override;
+    QList<host::Category> Tree() override;
     QList<host::Category> Path(int code) override;
 
 private:

@@ -11,8 +11,8 @@ namespace desk {
 
 namespace {
 
-using host::Exec;
 using host::Quantity;
+using host::Run;
 
 QString Shown(Quantity quantity)
 {
@@ -75,28 +75,27 @@ void Stock::SaveStorageAutoOperation(host::TSoftwarePart part, int code)
     DeleteStorageAutoOperation(part, code);
     const QString good = QString::number(code);
     const QString rows = u" FROM GoodFirstAsset WHERE tmp = 0 AND GoodCode = "_s + good;
-    if (host::Exists(m_connection, u"SELECT ID"_s + rows)) {
-        Exec(m_connection, u"INSERT INTO StorageAutoOperation (OperationType, OperationCode, [Date], UserCode) "
-                           "SELECT %1, %2, (SELECT TOP 1 [Date] FROM inf_co), %3"_s.arg(OpeningOperation)
-                               .arg(code)
-                               .arg(m_settings.UserInfo().Code));
-        Exec(m_connection,
-             u"INSERT INTO StorageAutoOperationDetail (OperationID, OperationRow, GoodCode, StoreCode, Amount1, "
-             u"Amount2) "
-             "SELECT (SELECT ID FROM StorageAutoOperation WHERE OperationType = %1 AND OperationCode = %2), Radif, "
-             "GoodCode, StoreCode, Amount1, Amount2"_s.arg(OpeningOperation)
-                     .arg(code) +
-                 rows);
-    }
-    Exec(m_connection, u"Exec UpdateMogodiKala @GoodCode = "_s + good);
+    Run(m_connection,
+        u"INSERT INTO StorageAutoOperation (OperationType, OperationCode, [Date], UserCode) "
+        "SELECT %1, %2, (SELECT TOP 1 [Date] FROM inf_co), %3 WHERE EXISTS (SELECT ID"_s.arg(OpeningOperation)
+                .arg(code)
+                .arg(m_settings.UserInfo().Code) +
+            rows + u')');
+    Run(m_connection,
+        u"INSERT INTO StorageAutoOperationDetail (OperationID, OperationRow, GoodCode, StoreCode, Amount1, Amount2) "
+        "SELECT (SELECT ID FROM StorageAutoOperation WHERE OperationType = %1 AND OperationCode = %2), Radif, "
+        "GoodCode, StoreCode, Amount1, Amount2"_s.arg(OpeningOperation)
+                .arg(code) +
+            rows);
+    Run(m_connection, u"Exec UpdateMogodiKala @GoodCode = "_s + good);
     transaction.Commit();
 }
 
 void Stock::DeleteStorageAutoOperation(host::TSoftwarePart, int code)
 {
-    Exec(m_connection,
-         u"DELETE FROM StorageAutoOperation WHERE OperationType = %1 AND OperationCode = %2"_s.arg(OpeningOperation)
-             .arg(code));
+    Run(m_connection,
+        u"DELETE FROM StorageAutoOperation WHERE OperationType = %1 AND OperationCode = %2"_s.arg(OpeningOperation)
+            .arg(code));
 }
 
 } // namespace desk

@@ -140,11 +140,11 @@ void DateEdit::keyPressEvent(QKeyEvent *event)
     if (typed.size() == 1 && typed.at(0).isPrint() && !event->modifiers().testFlag(Qt::ControlModifier)) {
         if (isReadOnly() || !u"0123456789/-."_s.contains(typed.at(0)))
             return;
-        insert(typed.at(0).isDigit() ? typed : u"/"_s);
+        insert(typed.at(0).isDigit() ? PersianDigits(typed) : u"/"_s);
         emit textEdited(text());
         return;
     }
-    QLineEdit::keyPressEvent(event);
+    DisplayEdit::keyPressEvent(event);
 }
 
 void DateEdit::focusInEvent(QFocusEvent *event)

@@ -8,6 +8,7 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QScopedValueRollback>
 #include <QToolButton>
 
 using namespace Qt::StringLiterals;
@@ -41,13 +42,26 @@ EntityPicker::EntityPicker(QWidget *parent) : QWidget(parent)
     setFocusProxy(m_edit);
     m_edit->installEventFilter(this);
     connect(m_edit, &QLineEdit::textEdited, this, &EntityPicker::OnEdited);
-    connect(m_button, &QToolButton::clicked, this, &EntityPicker::Choose);
+    connect(m_button, &QToolButton::clicked, this, [this] { Run([this] { Choose(); }); });
 }
 
 void EntityPicker::SetSource(EntityService &entities, TSoftwarePart part)
 {
     m_entities = &entities;
     m_part = part;
+}
+
+void EntityPicker::SetBoundary(Boundary run)
+{
+    m_run = std::move(run);
+}
+
+bool EntityPicker::Run(const std::function<void()> &body)
+{
+    if (m_run)
+        return m_run(body);
+    body();
+    return true;
 }
 
 void EntityPicker::SetChooseGuard(std::function<bool()> guard)
@@ -173,9 +187,11 @@ void EntityPicker::Choose()
 {
     if (!m_entities || m_choosing || IsReadOnly() || !isEnabled() || (m_guard && !m_guard()))
         return;
-    m_choosing = true;
-    const int code = m_entities->Select_GroupList(m_part, m_edit->text().trimmed());
-    m_choosing = false;
+    int code = 0;
+    {
+        const QScopedValueRollback choosing(m_choosing, true);
+        code = m_entities->Select_GroupList(m_part, m_edit->text().trimmed());
+    }
     if (code != 0)
         if (const auto found = m_entities->Find(m_part, code))
             Take(found->Code, found->Name);
@@ -190,18 +206,22 @@ bool EntityPicker::eventFilter(QObject *watched, QEvent *event)
     if (event->type() == QEvent::KeyPress) {
         const auto *key = static_cast<QKeyEvent *>(event);
         if (key->key() == Qt::Key_F2 || (key->key() == Qt::Key_Down && key->modifiers() == Qt::AltModifier)) {
-            Choose();
+            Run([this] { Choose(); });
             return true;
         }
         // Enter goes on to the next control only from a code that is known.
-        if ((key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) && !Resolve(true)) {
-            m_edit->selectAll();
-            return true;
+        if (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) {
+            bool known = false;
+            Run([&] { known = Resolve(true); });
+            if (!known) {
+                m_edit->selectAll();
+                return true;
+            }
         }
     } else if (event->type() == QEvent::FocusOut && !m_choosing && !IsReadOnly() &&
                static_cast<QFocusEvent *>(event)->reason() != Qt::PopupFocusReason &&
                static_cast<QFocusEvent *>(event)->reason() != Qt::ActiveWindowFocusReason) {
-        Resolve();
+        Run([this] { Resolve(); });
     }
     return QWidget::eventFilter(watched, event);
 }

@@ -8,11 +8,11 @@
 #include <functional>
 
 class QLabel;
-class QLineEdit;
 class QToolButton;
 
 namespace host {
 
+class DisplayEdit;
 class EntityService;
 
 /// Chooses one item of a code-and-name list (a unit, a store, a group): an edit for the code, a button that opens the
@@ -30,6 +30,10 @@ public:
 
     /// Tells where the items come from. `entities` outlives the picker; until it is set the picker resolves nothing.
     void SetSource(EntityService &entities, TSoftwarePart part);
+    /// Runs what the picker does on a key, a click or on leaving: it catches what the source throws, shows it and
+    /// returns false. What was typed stays then. A screen gives it to all its pickers when it opens.
+    using Boundary = std::function<bool(const std::function<void()> &body)>;
+    void SetBoundary(Boundary run);
     /// Asked before the list opens (a right to check); refusing is silent, the asker tells the user.
     void SetChooseGuard(std::function<bool()> guard);
 
@@ -45,12 +49,13 @@ public:
     void Clear();
 
     /// Makes an item of what is typed. True when the edit is empty or an item was found; otherwise the typed text stays
-    /// and the name says that there is none. `mayChoose` lets an ambiguous text open the list.
+    /// and the name says that there is none. `mayChoose` lets an ambiguous text open the list. Throws what the source
+    /// throws: whoever calls is inside a command.
     bool Resolve(bool mayChoose = false);
 
     void SetReadOnly(bool readOnly);
     bool IsReadOnly() const;
-    QLineEdit *Edit() const { return m_edit; }
+    DisplayEdit *Edit() const { return m_edit; }
 
 public slots:
     /// Opens the list, standing on what is typed.
@@ -68,16 +73,18 @@ protected:
 private:
     void Take(int code, const QString &name);
     bool Fail();
+    bool Run(const std::function<void()> &body);
     void OnEdited(const QString &text);
 
     EntityService *m_entities = nullptr;
     TSoftwarePart m_part = TSoftwarePart::Goods;
     std::function<bool()> m_guard;
+    Boundary m_run;
     int m_code = 0;
     int m_reported = 0;
     bool m_choosing = false;
     QString m_name;
-    QLineEdit *m_edit = nullptr;
+    DisplayEdit *m_edit = nullptr;
     QToolButton *m_button = nullptr;
     QLabel *m_nameLabel = nullptr;
 };

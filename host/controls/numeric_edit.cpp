@@ -1,6 +1,7 @@
 #include "host/controls/numeric_edit.h"
 
 #include "host/controls/number_text.h"
+#include "host/data/persian_text.h"
 
 #include <QKeyEvent>
 #include <QToolButton>
@@ -15,7 +16,16 @@ namespace {
 
 constexpr int buttonWidth = 22;
 
-/// Turns what is typed into the plain form on the way in, and lets nothing in that cannot become a number.
+/// The digits before the point.
+qsizetype WholeDigits(const QString &plain)
+{
+    const qsizetype point = plain.indexOf(u'.');
+    return (point < 0 ? plain.size() : point) - plain.startsWith(u'-');
+}
+
+} // namespace
+
+/// Turns what is typed into what is shown on the way in, and lets nothing in that cannot become a number.
 class NumberValidator : public QValidator
 {
 public:
@@ -25,26 +35,60 @@ public:
     {
         const QString before = PlainNumber(input.left(position));
         // A copied cell brings the end of its line along.
-        input = PlainNumber(input.trimmed());
-        position = static_cast<int>(qMin(before.size(), input.size()));
-        if (input.size() > m_edit.maxLength())
+        const QString plain = PlainNumber(input.trimmed());
+        position = static_cast<int>(qMin(before.size(), plain.size()));
+        input = m_edit.Shown(plain);
+        if (!m_edit.Fits(plain))
             return Invalid;
-        if (input.isEmpty() || input == u"." || (m_edit.isNegative() && (input == u"-" || input == u"-.")))
-            return m_edit.decimals() == 0 && input.endsWith(u'.') ? Invalid : Intermediate;
-        return IsNumber(input, m_edit.decimals(), m_edit.isNegative()) ? Acceptable : Invalid;
+        if (plain.isEmpty() || plain == u"." || (m_edit.isNegative() && (plain == u"-" || plain == u"-.")))
+            return m_edit.decimals() == 0 && plain.endsWith(u'.') ? Invalid : Intermediate;
+        return IsNumber(plain, m_edit.decimals(), m_edit.isNegative()) ? Acceptable : Invalid;
     }
 
 private:
     const NumericEdit &m_edit;
 };
 
-} // namespace
-
 NumericEdit::NumericEdit(QWidget *parent) : DisplayEdit(parent)
 {
     setInputMethodHints(Qt::ImhFormattedNumbersOnly);
     QLineEdit::setMaxLength(std::numeric_limits<int>::max()); // cuts; the validator refuses
     setValidator(new NumberValidator(this));
+    // The plain form that the validator sets counts as the user's text.
+    connect(this, &QLineEdit::textEdited, this, [this] { setModified(true); });
+}
+
+QString NumericEdit::Plain(const QString &shown) const
+{
+    return PlainNumber(shown);
+}
+
+QString NumericEdit::Shown(const QString &plain) const
+{
+    return PersianDigits(plain).replace(u'.', u'٫');
+}
+
+bool NumericEdit::Fits(const QString &plain) const
+{
+    if (plain.size() > qMax<qsizetype>(m_maxLength, m_stored.size()))
+        return false;
+    if (m_decimals > 0)
+        return WholeDigits(plain) <= qMax<qsizetype>(m_wholeDigits, WholeDigits(m_stored));
+    bool fits = plain.isEmpty() || plain == u"-" || plain == m_stored;
+    if (!fits)
+        plain.toLongLong(&fits);
+    return fits;
+}
+
+void NumericEdit::setText(const QString &text)
+{
+    m_stored.clear();
+    DisplayEdit::setText(text);
+}
+
+void NumericEdit::clear()
+{
+    setText({});
 }
 
 void NumericEdit::setDecimals(int decimals)
@@ -110,7 +154,12 @@ Quantity NumericEdit::Number() const
 
 qint64 NumericEdit::Integer() const
 {
-    return static_cast<qint64>(Number());
+    constexpr qint64 least = std::numeric_limits<qint64>::min();
+    constexpr qint64 greatest = std::numeric_limits<qint64>::max();
+    const Quantity number = Number();
+    if (number >= static_cast<Quantity>(greatest))
+        return greatest;
+    return number <= static_cast<Quantity>(least) ? least : static_cast<qint64>(number);
 }
 
 void NumericEdit::SetNumber(Quantity number)
@@ -120,8 +169,8 @@ void NumericEdit::SetNumber(Quantity number)
 
 void NumericEdit::SetStored(const QString &number)
 {
-    setMaxLength(qMax(maxLength(), static_cast<int>(number.size())));
-    setText(number);
+    m_stored = number;
+    DisplayEdit::setText(number);
 }
 
 void NumericEdit::ZeroWhenEmpty()
@@ -147,10 +196,10 @@ void NumericEdit::focusInEvent(QFocusEvent *event)
 void NumericEdit::focusOutEvent(QFocusEvent *event)
 {
     // "-", "5." and "007" are how numbers begin, not what they are.
-    if (!text().isEmpty() && !isReadOnly()) {
+    if (!text().isEmpty() && isModified() && !isReadOnly()) {
         const QString whole = NormalizeDecimal(text()).value_or(QString());
         if (whole != text())
-            setText(whole);
+            DisplayEdit::setText(whole);
     }
     QLineEdit::focusOutEvent(event);
     if (event->reason() != Qt::PopupFocusReason && text() != m_entered) {
@@ -165,7 +214,7 @@ void NumericEdit::keyPressEvent(QKeyEvent *event)
         event->ignore();
         return;
     }
-    QLineEdit::keyPressEvent(event);
+    DisplayEdit::keyPressEvent(event);
 }
 
 void NumericEdit::mouseReleaseEvent(QMouseEvent *event)

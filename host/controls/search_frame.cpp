@@ -45,6 +45,7 @@ SearchFrame::SearchFrame(QWidget *parent) : QWidget(parent)
     m_number->setGrouped(false);
     m_price = new NumericEdit(this);
     m_price->setObjectName(u"Price_EDT"_s);
+    m_price->setWholeDigits(19);
     m_edits = new QStackedWidget(this);
     m_edits->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 
@@ -132,7 +133,7 @@ SearchDescription SearchFrame::Description() const
     description.field = m_column->currentData().toString();
     description.reverse = m_reverse->isChecked();
     const auto *edit = static_cast<QLineEdit *>(m_edits->currentWidget());
-    (edit == m_text ? description.text : description.number) = edit->text();
+    (edit == m_text ? description.text : description.number) = PlainText(*edit);
     return description;
 }
 

@@ -54,6 +54,7 @@ void TagsPanel::SetAvailable(const QList<Tag> &tags)
 void TagsPanel::SetCodes(const QList<int> &codes)
 {
     m_codes.clear();
+    m_hidden.clear();
     for (const int code : codes) {
         const bool known =
             std::any_of(m_available.begin(), m_available.end(), [&](const Tag &tag) { return tag.Code == code; });
@@ -73,7 +74,19 @@ QString TagsPanel::CodesText() const
     QStringList codes;
     for (const int code : m_codes)
         codes << QString::number(code);
-    return codes.join(u',');
+    return (codes + m_hidden).join(u',');
+}
+
+void TagsPanel::ShowStored(const QString &codes)
+{
+    SetCodesText(codes);
+    const QStringList parts = codes.split(u',', Qt::SkipEmptyParts);
+    for (const QString &part : parts) {
+        bool number = false;
+        const int code = part.trimmed().toInt(&number);
+        if (number && !m_codes.contains(code) && !m_hidden.contains(QString::number(code)))
+            m_hidden << QString::number(code);
+    }
 }
 
 void TagsPanel::SetCodesText(const QString &codes)

@@ -39,6 +39,8 @@ public:
     QString CodesText() const;
     /// Reads what `CodesText` wrote; anything but numbers between the commas is passed over.
     void SetCodesText(const QString &codes);
+    /// The same for the text of a record: codes that are not available are not shown, but stay in `CodesText`.
+    void ShowStored(const QString &codes);
     void Clear() { SetCodes({}); }
 
     bool isReadOnly() const { return m_readOnly; }
@@ -54,6 +56,7 @@ private:
 
     QList<Tag> m_available;
     QList<int> m_codes;
+    QStringList m_hidden; ///< of the record, and not available
     bool m_readOnly = false;
     FlowLayout *m_flow;
     QToolButton *m_add;

@@ -6,6 +6,7 @@
 #include <QStringList>
 
 #include <algorithm>
+#include <iterator>
 
 using namespace Qt::StringLiterals;
 
@@ -64,6 +65,62 @@ QString Words(const QSqlError &error)
     return text.isEmpty() ? error.driverText() : text;
 }
 
+struct Number
+{
+    int number;
+    DatabaseFault fault;
+};
+
+/// The server's numbers of what users can bring about.
+constexpr Number Numbers[] = {
+    {1222, DatabaseFault::Locked},    {1205, DatabaseFault::Deadlock},  {2628, DatabaseFault::TooLong},
+    {8152, DatabaseFault::TooLong},   {220, DatabaseFault::OutOfRange}, {232, DatabaseFault::OutOfRange},
+    {244, DatabaseFault::OutOfRange}, {248, DatabaseFault::OutOfRange}, {8115, DatabaseFault::OutOfRange},
+    {2601, DatabaseFault::Repeated},  {2627, DatabaseFault::Repeated},  {515, DatabaseFault::Missing},
+    {547, DatabaseFault::Referenced},
+};
+
+QString Explained(DatabaseFault fault)
+{
+    switch (fault) {
+    case DatabaseFault::Locked:
+        return u"پایگاه داده مشغول است: کار دیگری در حال نوشتن است. چیزی ثبت نشد؛ کمی بعد دوباره تلاش کنید."_s;
+    case DatabaseFault::Deadlock:
+        return u"کار هم‌زمان کاربر دیگری با این کار برخورد کرد. چیزی ثبت نشد؛ "
+               u"دوباره "
+               "تلاش "
+               "کنید."_s;
+    case DatabaseFault::TooLong:
+        return u"%1 بلندتر از اندازه ای است که ثبت می شود."_s;
+    case DatabaseFault::OutOfRange:
+        return u"%1 از محدوده ای که ثبت می شود بیرون است."_s;
+    case DatabaseFault::Repeated:
+        return u"%1 تکراری است و پیش از این ثبت شده است."_s;
+    case DatabaseFault::Missing:
+        return u"%1 وارد نشده است."_s;
+    case DatabaseFault::Referenced:
+        return u"%1 با بخش دیگری از اطلاعات پیوند دارد و به این صورت ثبت نمی شود."_s;
+    case DatabaseFault::Other:
+        break;
+    }
+    return {};
+}
+
+/// What is at fault where no input can be named.
+QString Nameless(DatabaseFault fault)
+{
+    switch (fault) {
+    case DatabaseFault::TooLong:
+        return u"یکی از متن ها"_s;
+    case DatabaseFault::OutOfRange:
+        return u"یکی از عددها"_s;
+    case DatabaseFault::Referenced:
+        return u"این مورد"_s;
+    default:
+        return u"یکی از مقدارها"_s;
+    }
+}
+
 } // namespace
 
 DatabaseError::DatabaseError(const QSqlError &error, const QString &statement)
@@ -80,11 +137,41 @@ QString DatabaseError::LogText() const
     return u"[%1] %2 | %3"_s.arg(m_native, MaskLiterals(m_text), m_statement);
 }
 
-bool DatabaseError::KeyViolation() const
+QString DatabaseError::Text(const QString &caption) const
+{
+    const DatabaseFault fault = Fault();
+    const QString explained = Explained(fault);
+    if (explained.isEmpty()) {
+        return m_text;
+    }
+    return QString(explained).replace(QLatin1String("%1"),
+                                      caption.isEmpty() ? Nameless(fault) : u"«%1»"_s.arg(caption));
+}
+
+DatabaseFault DatabaseError::Fault() const
 {
     const QStringList codes = m_native.split(u';');
-    return codes.contains(u"2627") || codes.contains(u"2601") ||
-           m_text.contains(QLatin1String("duplicate key"), Qt::CaseInsensitive);
+    for (const QString &code : codes) {
+        const auto *known = std::find_if(std::begin(Numbers), std::end(Numbers),
+                                         [&code](const Number &each) { return each.number == code.toInt(); });
+        if (known != std::end(Numbers)) {
+            return known->fault;
+        }
+    }
+    return m_text.contains(QLatin1String("duplicate key"), Qt::CaseInsensitive) ? DatabaseFault::Repeated
+                                                                                : DatabaseFault::Other;
+}
+
+QString DatabaseError::Column() const
+{
+    // Unique indexes are called by their table and their column, "UX_Units_Name".
+    static const QRegularExpression named(u"(?:column '|unique index on |(?:index|constraint) ['\"]\\w+_)(\\w+)"_s);
+    return named.match(m_text).captured(1);
+}
+
+bool DatabaseError::KeyViolation() const
+{
+    return Fault() == DatabaseFault::Repeated;
 }
 
 } // namespace host

@@ -235,7 +235,8 @@ bool Dataset::setData(const QModelIndex &cell, const QVariant &value, int role)
         SetField(column.name, typed);
     } catch (const std::exception &error) {
         const auto *refused = dynamic_cast<const RefusedText *>(&error);
-        emit Failed(refused ? refused->Text() : QString::fromUtf8(error.what()));
+        const auto *database = dynamic_cast<const DatabaseError *>(&error);
+        emit Failed(refused ? refused->Text() : database ? database->Text() : QString::fromUtf8(error.what()));
         return false;
     }
     return true;

@@ -83,6 +83,21 @@ QString Fold(QStringView text)
     return folded;
 }
 
+QString WholeCharacters(QStringView text)
+{
+    QString whole;
+    whole.reserve(text.size());
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (!text[i].isSurrogate()) {
+            whole += text[i];
+        } else if (text[i].isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate()) {
+            whole += text[i];
+            whole += text[++i];
+        }
+    }
+    return whole;
+}
+
 QString FoldDigits(QStringView text)
 {
     QString folded = text.toString();

@@ -15,6 +15,9 @@ HOST_EXPORT QString Fold(QStringView text);
 /// Appends the folded text to `target` (for folding many rows into one buffer).
 HOST_EXPORT void AppendFolded(QString &target, QStringView text);
 
+/// The text without the halves of characters beyond 16 bits that a cut leaves behind: no encoding can write them.
+HOST_EXPORT QString WholeCharacters(QStringView text);
+
 /// Persian and Arabic digits as 0…9, everything else as it is.
 HOST_EXPORT QString FoldDigits(QStringView text);
 

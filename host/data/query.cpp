@@ -19,6 +19,12 @@ std::atomic<quint64> &Counter()
     return counter;
 }
 
+std::function<void(const QString &)> &Watch()
+{
+    static std::function<void(const QString &)> watch;
+    return watch;
+}
+
 } // namespace
 
 quint64 StatementsSent()
@@ -26,14 +32,23 @@ quint64 StatementsSent()
     return Counter().load();
 }
 
-void Send(QSqlQuery &query, const QSqlDatabase &connection, const QString &text)
+void WatchStatements(std::function<void(const QString &text)> watch)
 {
+    Watch() = std::move(watch);
+}
+
+void Send(QSqlQuery &query, const QSqlDatabase &connection, const QString &statement)
+{
+    const QString text = WithWaiting(connection, statement);
     if (!connection.isOpen()) {
         throw DatabaseError(QSqlError(u"ارتباط با بانک اطلاعاتی برقرار نیست."_s, {}, QSqlError::ConnectionError), text);
     }
     query.setForwardOnly(true);
     query.setNumericalPrecisionPolicy(QSql::HighPrecision);
     ++Counter();
+    if (Watch()) {
+        Watch()(text);
+    }
     if (!query.exec(text)) {
         throw DatabaseError(query.lastError(), text);
     }
@@ -132,7 +147,21 @@ QVariant Scalar(const QSqlDatabase &connection, const QString &text)
 
 bool Exists(const QSqlDatabase &connection, const QString &text)
 {
-    return !Query(connection, text).IsEmpty();
+    return MoreThan(connection, text, 0);
+}
+
+bool MoreThan(const QSqlDatabase &connection, const QString &text, int limit)
+{
+    QSqlQuery query(connection);
+    Send(query, connection, text);
+    int rows = 0;
+    if (SkipToRows(query, text)) {
+        while (rows <= limit && query.next()) {
+            ++rows;
+        }
+        CheckRead(query, text);
+    }
+    return rows > limit;
 }
 
 int Exec(const QSqlDatabase &connection, const QString &text)

@@ -58,8 +58,10 @@ private:
 
 /// First column of the first row; an invalid variant when there is no row.
 HOST_EXPORT QVariant Scalar(const QSqlDatabase &connection, const QString &text);
-/// Whether the text yields at least one row.
+/// Whether a SELECT yields at least one row.
 HOST_EXPORT bool Exists(const QSqlDatabase &connection, const QString &text);
+/// Whether a SELECT yields more than `limit` rows; none behind that is read.
+HOST_EXPORT bool MoreThan(const QSqlDatabase &connection, const QString &text, int limit);
 /// Runs a statement or batch without result; returns the number of rows of its last counting statement.
 HOST_EXPORT int Exec(const QSqlDatabase &connection, const QString &text);
 

@@ -1,5 +1,7 @@
 #include "host/data/sql_text.h"
 
+#include "host/data/persian_text.h"
+
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
@@ -55,7 +57,7 @@ QString QuotedStr(QStringView text)
     QString quoted;
     quoted.reserve(text.size() + 2);
     quoted += u'\'';
-    for (const QChar c : text) {
+    for (const QChar c : WholeCharacters(text)) {
         quoted += c;
         if (c == u'\'') {
             quoted += c;

@@ -30,7 +30,7 @@ private:
     QString m_value;
 };
 
-/// The text in single quotes, inner single quotes doubled.
+/// The text in single quotes, inner single quotes doubled, without halves of characters.
 HOST_EXPORT QString QuotedStr(QStringView text);
 /// The same with the N prefix of a Unicode literal.
 HOST_EXPORT QString NQuotedStr(QStringView text);

@@ -1,10 +1,16 @@
 #include "host/data/transaction.h"
 
 #include "host/data/database_error.h"
+#include "host/data/lock_wait.h"
+#include "host/data/query.h"
+#include "host/data/statement.h"
 
 #include <QHash>
 #include <QSqlDriver>
 #include <QSqlError>
+
+#include <utility>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -16,6 +22,8 @@ struct Open
 {
     int depth = 0;
     bool spoiled = false;
+    QStringList waiting; ///< what Run() was given and nobody has sent yet
+    std::vector<std::function<void(bool committed)>> ended;
 };
 
 /// Open transactions by driver: copies of a QSqlDatabase share it. By thread, as connections are.
@@ -25,19 +33,23 @@ QHash<const QSqlDriver *, Open> &OpenTransactions()
     return open;
 }
 
+void End(const QSqlDatabase &connection, bool committed)
+{
+    // Taken out first: what runs here may begin a transaction of its own.
+    const Open last = OpenTransactions().take(connection.driver());
+    for (const auto &ended : last.ended) {
+        ended(committed);
+    }
+}
+
 } // namespace
 
 Transaction::Transaction(const QSqlDatabase &connection) : m_connection(connection)
 {
-    Open &open = OpenTransactions()[m_connection.driver()];
-    if (open.depth == 0) {
-        open.spoiled = false;
-        if (!m_connection.transaction()) {
-            OpenTransactions().remove(m_connection.driver());
-            throw DatabaseError(m_connection.lastError(), u"BEGIN TRANSACTION"_s);
-        }
+    if (!IsActive(m_connection) && !LockWait::Begin(m_connection)) {
+        throw DatabaseError(m_connection.lastError(), u"BEGIN TRANSACTION"_s);
     }
-    ++open.depth;
+    ++OpenTransactions()[m_connection.driver()].depth;
 }
 
 Transaction::~Transaction()
@@ -59,13 +71,25 @@ void Transaction::Commit()
         Rollback();
         throw DatabaseError(u"تراکنش به دلیل خطای یک مرحله برگردانده شد."_s);
     }
+    if (!open.waiting.isEmpty()) {
+        Exec(m_connection, open.waiting.takeLast()); // and with it those before it
+    }
     if (!m_connection.commit()) {
         const DatabaseError error(m_connection.lastError(), u"COMMIT"_s);
         Rollback();
         throw error;
     }
     m_open = false;
-    OpenTransactions().remove(m_connection.driver());
+    End(m_connection, true);
+}
+
+void Transaction::WhenEnded(const QSqlDatabase &connection, std::function<void(bool committed)> ended)
+{
+    if (IsActive(connection)) {
+        OpenTransactions()[connection.driver()].ended.push_back(std::move(ended));
+    } else {
+        ended(true);
+    }
 }
 
 void Transaction::Rollback()
@@ -79,9 +103,27 @@ void Transaction::Rollback()
         open.spoiled = true;
         return;
     }
-    OpenTransactions().remove(m_connection.driver());
     // A connection that is gone has rolled back already; a failing rollback leaves nothing to do.
     m_connection.rollback();
+    End(m_connection, false);
+}
+
+void Run(const QSqlDatabase &connection, const QString &text)
+{
+    if (Transaction::IsActive(connection)) {
+        OpenTransactions()[connection.driver()].waiting += text;
+    } else {
+        Exec(connection, text);
+    }
+}
+
+QString WithWaiting(const QSqlDatabase &connection, const QString &text)
+{
+    const auto open = OpenTransactions().find(connection.driver());
+    if (open == OpenTransactions().end() || open->waiting.isEmpty()) {
+        return text;
+    }
+    return (std::exchange(open->waiting, {}) << text).join(u'\n');
 }
 
 bool Transaction::IsActive(const QSqlDatabase &connection)

@@ -4,6 +4,8 @@
 
 #include <QSqlDatabase>
 
+#include <functional>
+
 namespace host {
 
 /// A transaction by scope: what is not committed is rolled back. Begins with the write lock on the embedded database,
@@ -14,7 +16,8 @@ namespace host {
 class HOST_EXPORT Transaction
 {
 public:
-    /// Throws DatabaseError when the transaction cannot begin (connection gone, write lock not to be had in time).
+    /// Throws DatabaseError when the transaction cannot begin (connection gone, write lock not to be had in time nor by
+    /// LockWait).
     explicit Transaction(const QSqlDatabase &connection);
     ~Transaction();
     Transaction(const Transaction &) = delete;
@@ -26,6 +29,10 @@ public:
     /// Undoes the writes now instead of at the end of the scope.
     void Rollback();
 
+    /// Runs `ended` when the outermost transaction on the connection has ended and its outcome is known; at once, as
+    /// committed, when none is open. What is remembered about the database must not run ahead of it. `ended` must not
+    /// throw.
+    static void WhenEnded(const QSqlDatabase &connection, std::function<void(bool committed)> ended);
     /// Whether a transaction is open on the connection.
     static bool IsActive(const QSqlDatabase &connection);
 
@@ -33,5 +40,10 @@ private:
     QSqlDatabase m_connection;
     bool m_open = true;
 };
+
+/// Runs a statement whose result nobody wants. Inside a transaction it waits and goes to the database in one text with
+/// the next statement that is asked for a result, or before the commit: over a network each text costs a way there and
+/// back. Its error comes then, and the transaction is lost by it as by any other. Throws DatabaseError.
+HOST_EXPORT void Run(const QSqlDatabase &connection, const QString &text);
 
 } // namespace host

@@ -1,8 +1,10 @@
 #include "host/screens/base_dock.h"
 
+#include "host/controls/entity_picker.h"
 #include "host/controls/grid.h"
 #include "host/controls/search_frame.h"
 #include "host/data/database_error.h"
+#include "host/data/lock_wait.h"
 #include "host/data/sql_text.h"
 #include "host/look/theme.h"
 #include "host/screens/form_inputs.h"
@@ -18,11 +20,14 @@
 #include <QLoggingCategory>
 #include <QMainWindow>
 #include <QPointer>
+#include <QProgressDialog>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QScopedValueRollback>
 #include <QScreen>
 #include <QShortcut>
 #include <QTabWidget>
+#include <QTimer>
 #include <QVBoxLayout>
 #include <QWindow>
 
@@ -33,10 +38,30 @@ namespace {
 
 Q_LOGGING_CATEGORY(screenLog, "host.screen")
 
-/// A caption without its mnemonic mark and blanks, for message boxes.
+constexpr int AttemptMilliseconds = 250;
+
+/// A caption without its mnemonic mark, its colon and blanks, for message boxes.
 QString PlainCaption(QString caption)
 {
-    return caption.remove(u'&').trimmed();
+    return caption.remove(u'&').remove(u':').trimmed();
+}
+
+/// Tells the user that another desk is writing, until `attempt` succeeds; true when he gave up before.
+bool WaitForLock(const QString &title, QWidget *parent, const LockWait::Attempt &attempt)
+{
+    QProgressDialog dialog(u"پایگاه داده مشغول است. در انتظار پایان کار دیگران ..."_s, u"انصراف Esc"_s, 0, 0, parent);
+    dialog.setObjectName(u"LockWait_PRG"_s);
+    dialog.setWindowTitle(title);
+    dialog.setWindowModality(Qt::ApplicationModal);
+    dialog.setMinimumDuration(0);
+    dialog.setAutoReset(false);
+    QTimer attempts;
+    QObject::connect(&attempts, &QTimer::timeout, &dialog, [&] {
+        if (attempt())
+            dialog.accept();
+    });
+    attempts.start(AttemptMilliseconds);
+    return dialog.exec() != QDialog::Accepted;
 }
 
 /// Keys belong to the list or menu that is open over a screen. Without this the list of a combo box would close at
@@ -154,6 +179,9 @@ bool TBaseDock_FRM::Begin()
     const auto buttons = findChildren<QPushButton *>();
     for (QPushButton *button : buttons)
         button->setAutoDefault(false); // Enter belongs to the screen, not to whichever button comes first
+    const auto pickers = findChildren<EntityPicker *>();
+    for (EntityPicker *picker : pickers)
+        picker->SetBoundary([this](const std::function<void()> &body) { return Command(Title(), body); });
     SetFormTheme();
     m_showing = true;
     const bool shown = Command(Title(), [this] {
@@ -167,7 +195,8 @@ bool TBaseDock_FRM::Begin()
         m_showing = false;
         return false;
     }
-    FormShown();
+    m_stands = true;
+    Command(Title(), [this] { FormShown(); });
     return true;
 }
 
@@ -263,6 +292,7 @@ void TBaseDock_FRM::done(int result)
         return;
     }
     const QScopedValueRollback closing(m_closing, true);
+    m_stands = false;
     Command(Title(), [this] { FormClose(); });
     Command(Title(), [this] { StoreState(); });
     if (!m_keyboardLayoutName.isEmpty())
@@ -276,14 +306,22 @@ void TBaseDock_FRM::done(int result)
 bool TBaseDock_FRM::Command(const QString &name, const std::function<void()> &body)
 {
     QString text;
+    bool givenUp = false;
+    const LockWait waiting([&](const LockWait::Attempt &attempt) {
+        givenUp = WaitForLock(PlainCaption(name), isVisible() ? this : nullptr, attempt);
+    });
     try {
         body();
         return true;
     } catch (const DatabaseError &error) {
         qCWarning(screenLog).noquote() << error.LogText();
-        text = error.Text();
+        if (givenUp && error.Fault() == DatabaseFault::Locked)
+            return false; // as the user wished
+        text = error.Text(CaptionOf(error.Column()));
         if (error.ConnectionLost())
-            text = u"ارتباط با پایگاه داده قطع شد. آنچه وارد کرده اید در فرم باقی است.\n"_s + text;
+            text = (m_stands ? u"ارتباط با پایگاه داده قطع شد. آنچه وارد کرده اید در فرم باقی است.\n"_s
+                             : u"ارتباط با پایگاه داده قطع شد.\n"_s) +
+                   text;
     } catch (const RefusedText &error) {
         text = error.Text();
     } catch (const std::exception &error) {
@@ -292,6 +330,17 @@ bool TBaseDock_FRM::Command(const QString &name, const std::function<void()> &bo
     }
     m_host.messages.ShowMessage(text, MessageIcon::Error, PlainCaption(name));
     return false;
+}
+
+QString TBaseDock_FRM::CaptionOf(const QString &column) const
+{
+    const QRegularExpression name(u"^%1_[A-Za-z]+$"_s.arg(QRegularExpression::escape(column)),
+                                  QRegularExpression::CaseInsensitiveOption);
+    const auto labels = m_content->findChildren<QLabel *>();
+    for (const QLabel *label : labels)
+        if (!column.isEmpty() && label->buddy() && name.match(label->buddy()->objectName()).hasMatch())
+            return PlainCaption(label->text());
+    return {};
 }
 
 void TBaseDock_FRM::PreviewGrid()

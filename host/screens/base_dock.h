@@ -28,7 +28,7 @@ class SearchFrame;
 /// `ShowDocked`, which call `FormShow`; closing calls `FormClose`. A screen may be opened again after it was closed.
 ///
 /// Errors: whatever a command throws is caught by `Command`, shown to the user, and leaves the input in place. Code
-/// below a command does not catch.
+/// below a command does not catch. The entity pickers of a screen get it as their boundary.
 class HOST_EXPORT TBaseDock_FRM : public QDialog
 {
     Q_OBJECT
@@ -75,7 +75,8 @@ public:
     bool Aborted() const { return m_aborted; }
 
     /// The one boundary of errors: runs `body` and returns true; what it throws is shown to the user under `name` (the
-    /// command's caption) and gives false.
+    /// command's caption) and gives false. While another desk writes, a transaction that `body` begins waits for it,
+    /// and the user sees that and may give up.
     bool Command(const QString &name, const std::function<void()> &body);
 
     /// Shows the print preview of the grid given by `PrintedGrid`.
@@ -150,6 +151,7 @@ private:
     void LeaveDock();
     void Place();
     QString StateName() const;
+    QString CaptionOf(const QString &column) const;
     void BuildFrame();
 
     TSoftwarePart m_part;
@@ -160,6 +162,7 @@ private:
     bool m_showing = false;
     bool m_aborted = false;
     bool m_closing = false;
+    bool m_stands = false; ///< opened, and not about to close: what was entered stays
     QWidget *m_header = nullptr;
     QLabel *m_title = nullptr;
     QBoxLayout *m_headerRow = nullptr;

@@ -3,6 +3,7 @@
 #include "host/controls/entity_picker.h"
 #include "host/controls/grid.h"
 #include "host/controls/tags_panel.h"
+#include "host/data/persian_text.h"
 #include "host/data/query.h"
 #include "host/look/theme.h"
 #include "host/screens/form_inputs.h"
@@ -73,11 +74,12 @@ bool BreaksLine(QChar c)
     return c == u'\n' || c == u'\r' || c == u'\t' || c == QChar::LineSeparator || c == QChar::ParagraphSeparator;
 }
 
-/// A cell copied from a sheet brings its line end along, which an edit of one line would keep unseen.
+/// A cell copied from a sheet brings its line end along, which an edit of one line would keep unseen; an edit that is
+/// full keeps half of a character.
 void KeepOneLine(QLineEdit *edit)
 {
-    QString text = edit->text();
-    if (std::none_of(text.cbegin(), text.cend(), BreaksLine))
+    QString text = WholeCharacters(edit->text());
+    if (text == edit->text() && std::none_of(text.cbegin(), text.cend(), BreaksLine))
         return;
     while (!text.isEmpty() && BreaksLine(text.back()))
         text.chop(1);
@@ -117,6 +119,7 @@ bool TBaseGet_FRM::OpenRecord(const QVariant &key, TFormMode mode, const QString
     SetParameterText(parameterText);
     m_key = mode == TFormMode::New ? QVariant() : key;
     m_savedKey.clear();
+    m_recordGone = false;
     ClearAborted();
     m_save->setVisible(mode != TFormMode::Review);
     // Before loading, which locks what this record does not allow.
@@ -190,6 +193,8 @@ void TBaseGet_FRM::Watch(QWidget *input)
         connect(edit, &QLineEdit::textEdited, edit, [edit] { KeepOneLine(edit); });
         connect(edit, &QLineEdit::textChanged, this, changed);
     } else if (auto *combo = qobject_cast<QComboBox *>(input)) {
+        if (QLineEdit *typed = combo->lineEdit())
+            connect(typed, &QLineEdit::textEdited, typed, [typed] { KeepOneLine(typed); });
         connect(combo, &QComboBox::currentIndexChanged, this, changed);
         connect(combo, &QComboBox::editTextChanged, this, changed);
     } else if (auto *text = qobject_cast<QPlainTextEdit *>(input)) {
@@ -241,6 +246,7 @@ bool TBaseGet_FRM::RecordStillThere()
     const QString statement = PrepareRecoveryQuery();
     if (statement.isEmpty() || Exists(m_host.DM.ADOConnection1, statement))
         return true;
+    m_recordGone = true;
     m_host.messages.ShowMessage(u"کاربر گرامی این رکورد توسط کاربر دیگری حذف شده است و قابل ذخیره نمی باشد"_s,
                                 MessageIcon::Warning);
     return false;

@@ -59,6 +59,9 @@ public:
     /// The key of the record written last since `OpenRecord`; empty when none was.
     QVariant SavedKey() const { return m_savedKey; }
 
+    /// The record turned out to be deleted by another desk: lists that show it are old.
+    bool RecordGone() const { return m_recordGone; }
+
     /// False after a change that is not written yet.
     bool IsSaved() const { return m_saved; }
     void SetIsSaved(bool saved);
@@ -106,6 +109,8 @@ protected:
     virtual QWidget *FirstControl() const { return nullptr; }
 
     void SetKey(const QVariant &key) { m_key = key; }
+    /// For `Load`, when it does not find the record.
+    void SetRecordGone() { m_recordGone = true; }
     /// Every input of the content area clears the saved state when the user changes it. Called once by the base at the
     /// first opening; call it again after adding inputs.
     void WatchChanges();
@@ -138,6 +143,7 @@ private:
     bool m_watching = false;
     bool m_opening = false;
     bool m_readOnly = false;
+    bool m_recordGone = false;
     int m_loading = 0;
     QPushButton *m_save = nullptr;
     QPushButton *m_exit = nullptr;

@@ -1,5 +1,6 @@
 #include "host/screens/form_inputs.h"
 
+#include "host/controls/display_edit.h"
 #include "host/controls/entity_picker.h"
 #include "host/controls/search_frame.h"
 #include "host/controls/tags_panel.h"
@@ -61,7 +62,7 @@ bool TakesTyping(const QWidget *widget)
 QVariant Value(const QWidget *input)
 {
     if (const auto *edit = qobject_cast<const QLineEdit *>(input))
-        return edit->text();
+        return PlainText(*edit);
     if (const auto *combo = qobject_cast<const QComboBox *>(input))
         return Chosen(*combo);
     if (const auto *picker = qobject_cast<const EntityPicker *>(input))

@@ -19,8 +19,8 @@ class CategoryService
 public:
     virtual ~CategoryService() = default;
 
-    /// The direct branches of a node (0 for the root), in their order.
-    virtual QList<Category> Branches(int parent) = 0;
+    /// Every node; those of one parent in their order.
+    virtual QList<Category> Tree() = 0;
     /// The path from the root to a node.
     virtual QList<Category> Path(int code) = 0;
 };

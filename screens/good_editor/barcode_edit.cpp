@@ -42,7 +42,7 @@ BarcodeEdit::BarcodeEdit(QWidget *parent) : QLineEdit(parent)
 
 void BarcodeEdit::SetStored(const QString &barcode)
 {
-    m_maxLength = qMax(m_maxLength, static_cast<int>(barcode.size()));
+    m_storedLength = static_cast<int>(barcode.size());
     setText(barcode);
 }
 

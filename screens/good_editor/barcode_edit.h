@@ -13,7 +13,7 @@ class BarcodeEdit : public QLineEdit
 public:
     explicit BarcodeEdit(QWidget *parent = nullptr);
 
-    int maxLength() const { return m_maxLength; }
+    int maxLength() const { return qMax(m_maxLength, m_storedLength); }
     void setMaxLength(int length) { m_maxLength = length; }
     /// Whether the mark between stored barcodes may stand in this one. Default false.
     bool TakesMark() const { return m_takesMark; }
@@ -36,5 +36,6 @@ protected:
 
 private:
     int m_maxLength = 32767;
+    int m_storedLength = 0; ///< of the barcode shown by SetStored
     bool m_takesMark = false;
 };

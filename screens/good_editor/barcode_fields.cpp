@@ -25,8 +25,7 @@ BarcodeFields::BarcodeFields(const Edits &edits, QWidget *panel, host::Host &hos
     for (BarcodeEdit *edit : m_edits) {
         goods::OnEnter(edit, [this] { SwitchKeyboard(host::KeyboardService::English); });
         goods::OnLeave(edit, goods::RuleTime::AtOnce, [this] { SwitchKeyboard(host::KeyboardService::Persian); });
-        goods::OnLeave(edit, goods::RuleTime::Afterwards,
-                       [this, edit] { m_run([this, edit] { return CheckLeft(edit); }); });
+        goods::OnChanged(edit, goods::RuleTime::Afterwards, m_run, [this, edit] { return CheckLeft(edit); });
         connect(edit, &BarcodeEdit::Entered, this, [this, edit](bool &accepted) { accepted = CheckEntered(edit); });
         connect(edit, &BarcodeEdit::CompletionRequested, this,
                 [this, edit] { m_run([this, edit] { return Complete(edit); }); });
@@ -39,15 +38,20 @@ BarcodeFields::BarcodeFields(const Edits &edits, QWidget *panel, host::Host &hos
 void BarcodeFields::Clear()
 {
     for (BarcodeEdit *edit : m_edits)
-        edit->clear();
+        edit->SetStored({});
+    m_stored.reset();
+    m_passed.clear();
     m_panel->show();
 }
 
 void BarcodeFields::Show(const QString &text)
 {
     const goods::Barcodes barcodes = goods::UnpackBarcodes(text);
-    for (size_t i = 0; i < m_edits.size(); ++i)
+    for (size_t i = 0; i < m_edits.size(); ++i) {
         m_edits[i]->SetStored(barcodes[i]);
+        m_passed[m_edits[i]] = barcodes[i];
+    }
+    m_stored = text;
     m_panel->setVisible(barcodes != goods::Barcodes());
 }
 
@@ -56,6 +60,9 @@ QString BarcodeFields::Text() const
     goods::Barcodes barcodes;
     for (size_t i = 0; i < m_edits.size(); ++i)
         barcodes[i] = m_edits[i]->Barcode();
+    // Others write the same barcodes with fewer marks.
+    if (m_stored && goods::UnpackBarcodes(*m_stored) == barcodes)
+        return *m_stored;
     return goods::PackBarcodes(barcodes, m_panel->isHidden());
 }
 
@@ -80,18 +87,36 @@ bool BarcodeFields::CheckEntered(BarcodeEdit *edit)
 {
     bool accepted = false;
     m_run([this, edit, &accepted] {
-        goods::Refused refused = CheckLeft(edit);
+        goods::Refused refused = goods::LeaveNow(edit);
         accepted = !refused;
         return refused;
     });
     return accepted;
 }
 
-goods::Refused BarcodeFields::CheckLeft(BarcodeEdit *edit) const
+goods::Refused BarcodeFields::CheckTyped()
+{
+    for (BarcodeEdit *edit : m_edits)
+        if (edit->Barcode() != m_passed.value(edit))
+            if (goods::Refused refused = CheckLeft(edit))
+                return refused;
+    return {};
+}
+
+goods::Refused BarcodeFields::CheckLeft(BarcodeEdit *edit)
 {
     edit->ShowCleaned();
     if (goods::Refused refused = CheckOperation(edit))
         return refused;
+    if (edit->text() != m_passed.value(edit))
+        if (goods::Refused refused = CheckUnique(edit))
+            return refused;
+    m_passed[edit] = edit->text();
+    return {};
+}
+
+goods::Refused BarcodeFields::CheckUnique(BarcodeEdit *edit) const
+{
     const QString barcode = edit->text();
     if (barcode.isEmpty())
         return {};
@@ -105,6 +130,13 @@ goods::Refused BarcodeFields::CheckLeft(BarcodeEdit *edit) const
     if (m_host.goodDetails.CheckBarcodeInGoodDetail(barcode))
         return repeated(u"برای جزییات کالا تعریف شده و"_s);
     return {};
+}
+
+void BarcodeFields::GiveKeyboardBack()
+{
+    for (const BarcodeEdit *edit : m_edits)
+        if (edit->window()->focusWidget() == edit)
+            SwitchKeyboard(host::KeyboardService::Persian);
 }
 
 void BarcodeFields::SwitchKeyboard(const char16_t *layout)

@@ -4,6 +4,7 @@
 #include "rules/barcode_text.h"
 #include "screens/good_editor/refusals.h"
 
+#include <QHash>
 #include <QObject>
 
 class BarcodeEdit;
@@ -29,6 +30,11 @@ public:
     /// The text to store.
     QString Text() const;
 
+    /// Runs the rule of leaving for what was typed and not left yet, in whichever edit it stands.
+    goods::Refused CheckTyped();
+    /// The screen closes: the keyboard is left as by leaving the focused edit.
+    void GiveKeyboardBack();
+
     /// Refuses the first barcode that operates the sales screens.
     goods::Refused CheckReserved() const;
 
@@ -37,7 +43,8 @@ signals:
     void Completed(BarcodeEdit *edit);
 
 private:
-    goods::Refused CheckLeft(BarcodeEdit *edit) const;
+    goods::Refused CheckLeft(BarcodeEdit *edit);
+    goods::Refused CheckUnique(BarcodeEdit *edit) const;
     /// Checks a barcode before the next control takes what is scanned next.
     bool CheckEntered(BarcodeEdit *edit);
     goods::Refused CheckOperation(BarcodeEdit *edit) const;
@@ -50,4 +57,8 @@ private:
     TGood_DM &m_data;
     goods::RuleRunner m_run;
     int m_good = 0;
+    /// As it was shown; nothing for a new good.
+    std::optional<QString> m_stored;
+    /// The barcodes that need no check of uniqueness: those of the stored good, and those that passed it.
+    QHash<const BarcodeEdit *, QString> m_passed;
 };

@@ -13,14 +13,17 @@ namespace {
 constexpr int TakenOff = 2;
 constexpr int Attached = 1;
 
+/// The nodes of the tree by their parent.
+using Branches = QHash<int, QList<host::Category>>;
+
 /// The ends of the branches below `parent`, with the way to them as text: goods stand in those only.
-void AddLeaves(host::CategoryService &categories, int parent, const QString &way, QComboBox *choices)
+void AddLeaves(const Branches &branches, int parent, const QString &way, QComboBox *choices)
 {
-    for (const host::Category &branch : categories.Branches(parent)) {
+    for (const host::Category &branch : branches.value(parent)) {
         const QString name = way.isEmpty() ? branch.Name : way + u" / "_s + branch.Name;
-        const int before = choices->count();
-        AddLeaves(categories, branch.Code, name, choices);
-        if (choices->count() == before)
+        if (branches.contains(branch.Code))
+            AddLeaves(branches, branch.Code, name, choices);
+        else
             choices->addItem(name, branch.Code);
     }
 }
@@ -72,8 +75,11 @@ void CategoryPage::MoveTo(int goodCode)
 
 void CategoryPage::FillChoices()
 {
+    Branches branches;
+    for (const host::Category &node : m_host.categories.Tree())
+        branches[node.Parent] << node;
     m_ui->Category_frame1->clear();
-    AddLeaves(m_host.categories, 0, QString(), m_ui->Category_frame1);
+    AddLeaves(branches, 0, QString(), m_ui->Category_frame1);
     m_ui->Category_frame1->setCurrentIndex(-1);
 }
 

@@ -1,5 +1,6 @@
 #include "screens/good_editor/complete_page.h"
 
+#include "host/controls/text_limit.h"
 #include "screens/good_editor/barcode_edit.h"
 #include "screens/good_editor/leave_watch.h"
 #include "screens/good_editor/percent_rule.h"
@@ -11,8 +12,9 @@ namespace {
 
 /// The asset class "none".
 constexpr int NoGoodType = 0;
-/// The width of the place in the goods table.
+/// The widths of place and remark in the goods table.
 constexpr int PositionLength = 100;
+constexpr int CommentLength = 500;
 
 } // namespace
 
@@ -21,12 +23,12 @@ CompletePage::CompletePage(host::Host &host, TGood_DM &data, const goods::RuleRu
 {
     m_ui->setupUi(this);
     m_ui->Position_EDT->setMaxLength(PositionLength);
+    host::LimitLength(*m_ui->Comment_EDT, CommentLength);
     // The discount percent of a good is kept for old documents only.
     m_ui->OffPercent_EDT->hide();
     m_ui->OffPercent_LBL->hide();
-    goods::OnLeave(m_ui->Pos_EDT, goods::RuleTime::Afterwards, [this, run] { run([this] { return LeavePos(); }); });
-    goods::OnLeave(m_ui->OffPercent_EDT, goods::RuleTime::Afterwards,
-                   [this, run] { run([this] { return LeaveOffPercent(); }); });
+    goods::OnChanged(m_ui->Pos_EDT, goods::RuleTime::Afterwards, run, [this] { return LeavePos(); });
+    goods::OnChanged(m_ui->OffPercent_EDT, goods::RuleTime::Afterwards, run, [this] { return LeaveOffPercent(); });
     const auto keyboard = [this](const char16_t *layout) {
         return [this, layout] { m_host.keyboard.LoadKeyboardLayout(QString::fromUtf16(layout)); };
     };
@@ -71,9 +73,16 @@ void CompletePage::FillTags()
     m_ui->Tag_editor->SetAvailable(tags);
 }
 
+void CompletePage::GiveKeyboardBack()
+{
+    if (window()->focusWidget() == m_ui->SmsCode_EDT)
+        m_host.keyboard.LoadKeyboardLayout(QString::fromUtf16(host::KeyboardService::Persian));
+}
+
 void CompletePage::Clear()
 {
     Show(TGoodInfoRec());
+    m_pos = m_ui->Pos_EDT->text();
 }
 
 void CompletePage::Show(const TGoodInfoRec &rec)
@@ -82,13 +91,14 @@ void CompletePage::Show(const TGoodInfoRec &rec)
     m_ui->Length_EDT->SetNumber(rec.Length);
     m_ui->Width_EDT->SetNumber(rec.Width);
     m_ui->Heigth_EDT->SetNumber(rec.Height);
-    m_ui->Pos_EDT->setText(rec.Pos.isEmpty() ? u"0"_s : rec.Pos);
+    m_pos = rec.Pos;
+    m_ui->Pos_EDT->setText(ShownPos());
     m_ui->OffPercent_EDT->SetNumber(rec.OffPercent);
     m_ui->SmsCode_EDT->setText(rec.SMSCode);
     m_ui->Position_EDT->setText(rec.Position);
     m_ui->DetailUniqueCode_EDT->setText(rec.DetailUniqueCode);
     m_ui->DaraiGoodType_CMB->setCurrentIndex(m_ui->DaraiGoodType_CMB->findData(rec.DaraiGoodType));
-    m_ui->Tag_editor->SetCodesText(rec.tags);
+    m_ui->Tag_editor->ShowStored(rec.tags);
     m_ui->Comment_EDT->setPlainText(rec.Comment);
 }
 
@@ -98,14 +108,25 @@ void CompletePage::Store(TGoodInfoRec &rec) const
     rec.Length = m_ui->Length_EDT->Number();
     rec.Width = m_ui->Width_EDT->Number();
     rec.Height = m_ui->Heigth_EDT->Number();
-    rec.Pos = m_ui->Pos_EDT->text();
+    rec.Pos = m_ui->Pos_EDT->text() == ShownPos() ? m_pos : m_ui->Pos_EDT->text();
     rec.OffPercent = m_ui->OffPercent_EDT->Number();
     rec.SMSCode = m_ui->SmsCode_EDT->text();
     rec.Position = m_ui->Position_EDT->text();
     rec.DetailUniqueCode = m_ui->DetailUniqueCode_EDT->text();
-    rec.DaraiGoodType = static_cast<qint16>(m_ui->DaraiGoodType_CMB->currentData().toInt());
+    // A class that the list does not offer stays.
+    if (m_ui->DaraiGoodType_CMB->currentIndex() >= 0)
+        rec.DaraiGoodType = static_cast<qint16>(m_ui->DaraiGoodType_CMB->currentData().toInt());
     rec.tags = m_ui->Tag_editor->CodesText();
+    // The edit knows one kind of line end; a remark keeps its own.
+    const bool carriageReturns = rec.Comment.contains(u"\r\n"_s);
     rec.Comment = m_ui->Comment_EDT->toPlainText();
+    if (carriageReturns)
+        rec.Comment.replace(u'\n', u"\r\n"_s);
+}
+
+QString CompletePage::ShownPos() const
+{
+    return m_pos.isEmpty() ? u"0"_s : m_pos;
 }
 
 goods::Refused CompletePage::LeavePos()
@@ -121,9 +142,10 @@ goods::Refused CompletePage::LeaveOffPercent()
 
 goods::Refused CompletePage::LeaveFocused()
 {
-    if (m_ui->Pos_EDT->hasFocus())
-        return LeavePos();
-    return m_ui->OffPercent_EDT->hasFocus() ? LeaveOffPercent() : goods::Refused();
+    for (host::NumericEdit *edit : {m_ui->Pos_EDT, m_ui->OffPercent_EDT})
+        if (edit->hasFocus())
+            return goods::LeaveNow(edit);
+    return {};
 }
 
 goods::Refused CompletePage::CheckSmsCode(int code) const

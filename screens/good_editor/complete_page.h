@@ -30,6 +30,8 @@ public:
     void Clear();
     void Show(const TGoodInfoRec &rec);
     void Store(TGoodInfoRec &rec) const;
+    /// The screen closes: the keyboard is left as by leaving the focused edit.
+    void GiveKeyboardBack();
 
     /// Applies the percent rules of the focused field.
     goods::Refused LeaveFocused();
@@ -49,8 +51,11 @@ signals:
 private:
     goods::Refused LeavePos();
     void FillTags();
+    QString ShownPos() const;
 
     host::Host &m_host;
     TGood_DM &m_data;
     std::unique_ptr<Ui::CompletePage> m_ui;
+    /// The visitor's percent as it was shown; a good of before may have none.
+    QString m_pos;
 };

@@ -28,10 +28,6 @@ public:
     void Show(const TGoodInfoRec &rec);
     void Store(TGoodInfoRec &rec) const;
 
-    /// Prices or default level of a side were changed since the good was opened.
-    bool SellChanged() const { return m_sell->IsChanged(); }
-    bool BuyChanged() const { return m_buy->IsChanged(); }
-
     void SetBothExempt(bool exempt);
     void SetReadOnly(bool readOnly);
     /// Writes a price that is still being typed to its working row.

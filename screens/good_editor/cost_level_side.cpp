@@ -53,7 +53,7 @@ CostLevelSide::CostLevelSide(const Operations &operations, TGood_DM &data, host:
     m_hint->setFont(host::theme::InterfaceFont(HintPoints));
     connect(prices, &PriceDelegate::Entered, this, &CostLevelSide::NextPrice);
     connect(m_grid, &host::Grid::RowActivated, this, [this] { EditPrice(m_grid->currentIndex().row()); });
-    connect(&Rows(), &host::Dataset::FieldChanged, this, &CostLevelSide::MarkChanged);
+    connect(&Rows(), &host::Dataset::FieldChanged, this, &CostLevelSide::Changed);
     connect(&Rows(), &host::Dataset::Failed, this,
             [this](const QString &text) { m_run([text] { throw host::DatabaseError(text); }); });
     // Later, because a grid that is still moving cannot be sent back.
@@ -69,10 +69,12 @@ CostLevelSide::CostLevelSide(const Operations &operations, TGood_DM &data, host:
 
 void CostLevelSide::Open(int goodCode, host::TFormMode mode)
 {
-    if (mode == host::TFormMode::Review)
+    if (mode == host::TFormMode::Review) {
         (m_data.*m_operations.View)(goodCode);
-    else
+        ShowHint();
+    } else {
         MoveTo(goodCode);
+    }
     QList<host::Entity> levels;
     const int chosen = (m_data.*m_operations.Fill)(levels, goodCode);
     m_default->clear();
@@ -80,19 +82,17 @@ void CostLevelSide::Open(int goodCode, host::TFormMode mode)
         m_default->addItem(level.Name, level.Code);
     m_default->setCurrentIndex(chosen);
     m_defaultStored = true;
-    m_changed = false;
-}
-
-void CostLevelSide::MarkChanged()
-{
-    m_changed = true;
-    emit Changed();
 }
 
 void CostLevelSide::MoveTo(int goodCode)
 {
     m_good = goodCode;
     (m_data.*m_operations.GetAll)(goodCode);
+    ShowHint();
+}
+
+void CostLevelSide::ShowHint()
+{
     // A good that came from elsewhere has no price row; its first save makes one.
     m_hint->setText(Rows().IsEmpty() ? u"این کالا هنوز ردیف قیمت ندارد؛ پس از ذخیره می توانید قیمت ها را وارد کنید."_s
                                      : m_hintText);
@@ -176,7 +176,7 @@ void CostLevelSide::PostPrice()
 void CostLevelSide::ChooseDefault()
 {
     m_defaultStored = false;
-    MarkChanged();
+    emit Changed();
     Post();
 }
 
@@ -191,7 +191,7 @@ void CostLevelSide::StoreDefault()
 goods::Refused CostLevelSide::CheckDefault() const
 {
     const int level = m_default->currentData().toInt();
-    if (level == 0 || !(m_data.*m_operations.NotSelect)(m_good, level))
+    if (level == 0 || !(m_data.*m_operations.NotSelect)(level))
         return {};
     return goods::RequiredField(m_grid, u"قيمت سطح پيش فرض"_s);
 }

@@ -27,7 +27,7 @@ public:
         void (TGood_DM::*View)(int goodCode);
         int (TGood_DM::*Fill)(QList<host::Entity> &list, int goodCode);
         void (TGood_DM::*Update)(int goodCode, int level);
-        bool (TGood_DM::*NotSelect)(int goodCode, int level);
+        bool (TGood_DM::*NotSelect)(int level) const;
         bool (TGood_DM::*Restore)(int goodCode);
     };
     static Operations Sell();
@@ -44,8 +44,6 @@ public:
     /// Writes what the working rows do not hold yet: a price, and a default level that could not be stored.
     void Post();
     void SetReadOnly(bool readOnly);
-    /// A price or the default level was changed since Open().
-    bool IsChanged() const { return m_changed; }
 
     goods::Refused CheckDefault() const;
 
@@ -58,7 +56,7 @@ private:
     void ChooseDefault();
     void StoreDefault();
     void PostPrice();
-    void MarkChanged();
+    void ShowHint();
     /// The user went to another row.
     void PostLeftRow();
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -75,6 +73,5 @@ private:
     QString m_hintText;
     goods::Boundary m_run;
     int m_good = 0;
-    bool m_changed = false;
     bool m_defaultStored = true; ///< the working rows know the level that is chosen
 };

@@ -29,6 +29,10 @@ void DetailsPage::OpenExisting(int goodCode)
 {
     m_data.FillGoodDetails(goodCode);
     Refresh();
+    m_loaded = {};
+    const int known = qMin(m_data.GoodDetails_QRY.RecordCount(), static_cast<int>(m_loaded.size()));
+    for (int row = 0; row < known; ++row)
+        m_loaded[static_cast<size_t>(row)] = m_data.GoodDetails_QRY.FieldAt(row, u"GoodDetailID").toInt();
 }
 
 void DetailsPage::Refresh()

@@ -23,6 +23,8 @@ public:
     void OpenNew(int goodCode);
     /// Makes the working list of an existing good: its own.
     void OpenExisting(int goodCode);
+    /// The detail types that the good was opened with, 0 for none.
+    const std::array<int, 5> &Loaded() const { return m_loaded; }
     bool HasRows() const { return !m_data.GoodDetails_QRY.IsEmpty(); }
 
 private:
@@ -30,4 +32,5 @@ private:
 
     TGood_DM &m_data;
     std::unique_ptr<Ui::DetailsPage> m_ui;
+    std::array<int, 5> m_loaded{};
 };

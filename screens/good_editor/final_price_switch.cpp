@@ -1,8 +1,8 @@
 #include "screens/good_editor/final_price_switch.h"
 
 #include <QAbstractButton>
-#include <QEvent>
 #include <QLabel>
+#include <QMouseEvent>
 #include <QToolTip>
 
 using namespace Qt::StringLiterals;
@@ -27,7 +27,8 @@ FinalPriceSwitch::FinalPriceSwitch(QAbstractButton *button, QLabel *label, QAbst
 
 bool FinalPriceSwitch::eventFilter(QObject *watched, QEvent *event)
 {
-    if (watched == m_label && event->type() == QEvent::MouseButtonRelease && m_button->isEnabled())
+    if (watched == m_label && event->type() == QEvent::MouseButtonRelease && m_button->isEnabled() &&
+        static_cast<QMouseEvent *>(event)->button() == Qt::LeftButton)
         m_button->click();
     return false;
 }

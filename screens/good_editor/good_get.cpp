@@ -1,5 +1,7 @@
 #include "screens/good_editor/good_get.h"
 
+#include "data/goods/good_fields.h"
+#include "host/data/transaction.h"
 #include "screens/good_editor/barcode_edit.h"
 #include "screens/good_editor/barcode_fields.h"
 #include "screens/good_editor/category_page.h"
@@ -80,11 +82,10 @@ void TGood_Get_FRM::BindPages()
         if (!IsLoading() && IsNew() && IsShowing())
             Command(Title(), [this, group] { ProposeCode(group); });
     });
-    goods::OnLeave(m_general->CodeEdit(), goods::RuleTime::Afterwards,
-                   [this] { RunRule([this] { return TakeTypedCode(); }); });
+    const auto rule = [this](const std::function<goods::Refused()> &body) { RunRule(body); };
+    goods::OnChanged(m_general->CodeEdit(), goods::RuleTime::Afterwards, rule, [this] { return TakeTypedCode(); });
     for (host::NumericEdit *percent : m_discounts->PercentEdits())
-        goods::OnLeave(percent, goods::RuleTime::Afterwards,
-                       [this] { RunRule([this] { return m_complete->LeaveOffPercent(); }); });
+        goods::OnChanged(percent, goods::RuleTime::Afterwards, rule, [this] { return m_complete->LeaveOffPercent(); });
     connect(m_discounts, &DiscountPage::LevyChanged, this, [this] {
         m_prices->SetBothExempt(m_discounts->BothExempt());
         if (!IsLoading())
@@ -160,6 +161,8 @@ void TGood_Get_FRM::RunRule(const std::function<goods::Refused()> &rule)
 
 void TGood_Get_FRM::Prepare()
 {
+    if (!IsShowing())
+        m_data.DeleteTmpCategory();
     m_loaded = TGoodInfoRec();
     const int group = ParameterText().toInt();
     m_general->FillGroups();
@@ -189,9 +192,12 @@ void TGood_Get_FRM::Load()
     const int code = Key().toInt();
     if (!m_data.Good_GetByID(code, m_loaded)) {
         m_host.messages.ShowMessage(u"این کالا دیگر وجود ندارد."_s, host::MessageIcon::Warning);
+        SetRecordGone();
         AbortOpening();
         return;
     }
+    if (Mode() == TFormMode::Edit)
+        m_data.DeleteTmpCategory();
     m_general->FillGroups();
     m_complete->FillLists();
     m_details->OpenExisting(code);
@@ -208,14 +214,24 @@ void TGood_Get_FRM::Load()
     ApplyOpeningLock();
     m_general->Opening().SetDetailsEntered(m_host.goodDetails.EnterGoodDetails_Get(code, TOperationType::OpeningStock));
     m_categories->Open(code, Mode() == TFormMode::Edit);
+    m_untouched = Entered();
 }
 
 void TGood_Get_FRM::ApplyOpeningLock()
 {
     const int code = m_general->Code();
-    const bool severalStores = Mode() != TFormMode::Review && !m_data.FirstAsset_NotIsMultiStore(code);
+    OpeningFields &opening = m_general->Opening();
+    int rowStore = 0;
+    const bool severalStores = Mode() != TFormMode::Review && !m_data.FirstAsset_NotIsMultiStore(code, rowStore);
+    opening.SetLoadedRowStore(rowStore);
+    if (severalStores) {
+        goods::Quantity first = 0;
+        goods::Quantity second = 0;
+        m_data.GoodFirstAsset_GetAmount(code, first, second);
+        opening.ShowTotals(first, second);
+    }
     const bool locked = m_host.vouchers.IsConstStartPeriod() || (!IsNew() && m_data.Good_HasSanadDetail(code));
-    m_general->Opening().SetLocked(locked, severalStores);
+    opening.SetLocked(locked, severalStores);
     m_general->CodeEdit()->setReadOnly(!IsNew());
 }
 
@@ -232,21 +248,31 @@ std::vector<host::Check> TGood_Get_FRM::Validate()
     return m_validation->Checks({Mode(), m_loaded.VoucherCode, [this] { return TakeTypedCode(); }});
 }
 
+TGoodInfoRec TGood_Get_FRM::Entered() const
+{
+    TGoodInfoRec good = m_loaded;
+    m_general->Store(good);
+    good.AbbName = m_barcodes->Text();
+    m_prices->Store(good);
+    m_complete->Store(good);
+    m_discounts->Store(good);
+    return good;
+}
+
 void TGood_Get_FRM::Write()
 {
     GoodSave::Request request;
-    request.good = m_loaded;
-    m_general->Store(request.good);
-    request.good.AbbName = m_barcodes->Text();
-    m_prices->Store(request.good);
-    m_complete->Store(request.good);
-    m_discounts->Store(request.good);
+    request.good = Entered();
     request.isNew = IsNew();
-    request.severalStores = m_general->Opening().SeveralStores();
-    request.loaded = m_general->Opening().Loaded();
-    request.loadedStore = m_general->Opening().LoadedStore();
-    request.sellChanged = m_prices->SellChanged();
-    request.buyChanged = m_prices->BuyChanged();
+    if (!request.isNew)
+        goods::KeepUntouched(request.good, m_untouched, m_loaded);
+    const OpeningFields &opening = m_general->Opening();
+    request.loaded = opening.Loaded();
+    request.entered = opening.Values();
+    request.rowChanged = opening.RowChanged();
+    request.loadedRowStore = opening.LoadedRowStore();
+    request.rowStore = opening.RowStore();
+    request.loadedDetails = m_details->Loaded();
 
     const int code = GoodSave(m_host, m_data).Run(request);
     m_replacedCode = code == request.good.Code ? 0 : request.good.Code;
@@ -258,7 +284,6 @@ void TGood_Get_FRM::Write()
 
 void TGood_Get_FRM::AfterWrite()
 {
-    m_data.CostLevel_DeleteTemp(Key().toInt());
     m_host.messages.MSGCompeletedSuccessfully(u"ذخيره سازي کالا"_s);
     if (m_replacedCode != 0)
         m_host.messages.ShowMessage(
@@ -285,8 +310,6 @@ void TGood_Get_FRM::FormShow()
     if (m_openingPage < 0 || m_openingPage >= m_ui->PageControl1->count())
         m_openingPage = 0;
     m_ui->PageControl1->setCurrentIndex(m_openingPage);
-    if (Mode() != TFormMode::Review)
-        m_data.DeleteTmpCategory();
     TBaseGet_New_FRM::FormShow();
 }
 
@@ -299,6 +322,8 @@ void TGood_Get_FRM::FormShown()
 
 void TGood_Get_FRM::FormClose()
 {
+    m_barcodes->GiveKeyboardBack();
+    m_complete->GiveKeyboardBack();
     if (Mode() != TFormMode::Review)
         DiscardWorkingRows();
     TBaseGet_New_FRM::FormClose();
@@ -307,10 +332,12 @@ void TGood_Get_FRM::FormClose()
 void TGood_Get_FRM::DiscardWorkingRows()
 {
     const int code = WorkingCode();
-    m_data.FirstAsset_DeleteTemp(code);
+    host::Transaction transaction(m_data.Connection());
     m_data.undodelete_category(code);
+    m_data.FirstAsset_DeleteTemp(code);
     m_data.DeleteTmpCategory();
     m_data.DeleteTmpphoto(code);
     m_data.CostLevel_DeleteTemp(code);
+    transaction.Commit();
     m_code.End();
 }

@@ -49,6 +49,8 @@ private:
     void OpenPhotos();
     goods::Refused TakeTypedCode();
     void RunRule(const std::function<goods::Refused()> &rule);
+    /// The good as the controls have it.
+    TGoodInfoRec Entered() const;
     void ApplyOpeningLock();
     void DiscardWorkingRows();
     bool IsNew() const { return Mode() == host::TFormMode::New; }
@@ -69,6 +71,8 @@ private:
     std::unique_ptr<GoodValidation> m_validation;
     /// The good as it was loaded: what no control shows is written back as it was.
     TGoodInfoRec m_loaded;
+    /// And what the controls gave back of it before anything was entered.
+    TGoodInfoRec m_untouched;
     int m_openingPage = 0;
     /// The code that was asked for, when the good had to be saved under another one.
     int m_replacedCode = 0;

@@ -4,6 +4,8 @@
 #include "rules/stamp.h"
 #include "rules/unit_arithmetic.h"
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 using host::TOperationType;
@@ -24,27 +26,23 @@ int GoodSave::Run(Request request)
     m_host.stock.SaveStorageAutoOperation(TSoftwarePart::Goods, good.Code);
     BookOpeningStock(request);
     m_data.TmpToMainPhoto(good.Code);
+    m_data.CostLevel_DeleteTemp(good.Code);
     transaction.Commit();
     return good.Code;
 }
 
 void GoodSave::WriteOpeningRow(const Request &request)
 {
+    // What was left alone stays as it is, in any store, also when another desk has changed it meanwhile.
+    if (!request.rowChanged)
+        return;
     const TGoodInfoRec &good = request.good;
-    if (!request.severalStores) {
-        m_data.FirstAsset_DeleteTemp(good.Code);
-        const bool touched = request.isNew || !goods::SameQuantity(good.AvaBgPrd, request.loaded.first) ||
-                             !goods::SameQuantity(good.AvaBgPrd2, request.loaded.second) ||
-                             good.Store != request.loadedStore;
-        // What was left alone stays as it is, also when another desk has changed it meanwhile.
-        if (!touched && m_data.FirstAsset_IsSaved(good.Code))
-            return;
-        // Without a quantity the good has no opening row.
-        if (good.AvaBgPrd != 0 || good.AvaBgPrd2 != 0)
-            m_data.GoodFirstAsset(good.Code, QString::number(good.Store), host::QuantityToText(good.AvaBgPrd),
-                                  host::QuantityToText(good.AvaBgPrd2));
-    }
-    m_data.GoodFirstAsset_SaveTemp(good.Code, good.AvaBgPrd, good.AvaBgPrd2);
+    m_data.FirstAsset_DeleteTemp(good.Code);
+    // Without a quantity the good has no opening row.
+    if (good.AvaBgPrd != 0 || good.AvaBgPrd2 != 0)
+        m_data.GoodFirstAsset(good.Code, QString::number(request.rowStore), host::QuantityToText(good.AvaBgPrd),
+                              host::QuantityToText(good.AvaBgPrd2));
+    m_data.FirstAsset_SaveRow(good.Code, request.loadedRowStore);
 }
 
 void GoodSave::WriteGood(Request &request)
@@ -62,10 +60,6 @@ void GoodSave::WriteGood(Request &request)
         m_data.Good_Insert(good);
     else
         m_data.Good_Update(good);
-    if (request.sellChanged)
-        m_data.CostLevel_Sell_Restore(good.Code);
-    if (request.buyChanged)
-        m_data.CostLevel_Buy_Restore(good.Code);
     m_data.CostLevel_Save(good.Code);
 
     // With good details switched off the working list is not asked, and the relations stay as they are.
@@ -73,16 +67,19 @@ void GoodSave::WriteGood(Request &request)
         return;
     if (request.isNew)
         m_data.InsertGoodDetailRelation(good.Code, d1, d2, d3, d4, d5);
-    else
+    else if (const std::array now{d1, d2, d3, d4, d5};
+             !std::is_permutation(now.begin(), now.end(), request.loadedDetails.begin()))
         m_data.UpdateGoodDetailRelation(good.Code, d1, d2, d3, d4, d5);
 }
 
 void GoodSave::BookOpeningStock(const Request &request)
 {
     const TGoodInfoRec &good = request.good;
-    const goods::OpeningValues entered{good.AvaBgPrd, good.AvaBgPrd2, good.CostBgPrd};
-    switch (
-        goods::OpeningVoucherChange(request.loaded, entered, good.VoucherCode, m_host.vouchers.IsConstStartPeriod())) {
+    // Most saves leave the amount alone, and the period need not be asked for.
+    if (goods::SameQuantity(request.loaded.Amount(), request.entered.Amount()))
+        return;
+    switch (goods::OpeningVoucherChange(request.loaded, request.entered, good.VoucherCode,
+                                        m_host.vouchers.IsConstStartPeriod())) {
     case goods::VoucherChange::None:
         break;
     case goods::VoucherChange::Create:

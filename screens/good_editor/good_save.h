@@ -11,11 +11,12 @@ public:
     {
         TGoodInfoRec good;
         bool isNew = false;
-        bool severalStores = false;  ///< the opening rows were entered in their own list
-        goods::OpeningValues loaded; ///< the opening stock before the change
-        int loadedStore = 0;         ///< and its store
-        bool sellChanged = false;    ///< a sale price or the default level of sale was changed
-        bool buyChanged = false;
+        goods::OpeningValues loaded;        ///< the opening stock before the change
+        goods::OpeningValues entered;       ///< and now
+        bool rowChanged = false;            ///< its row is another one now
+        int loadedRowStore = 0;             ///< where that stood, 0 for nowhere
+        int rowStore = 0;                   ///< and where it stands now
+        std::array<int, 5> loadedDetails{}; ///< the detail types before the change, 0 for none
     };
 
     GoodSave(host::Host &host, TGood_DM &data) : m_host(host), m_data(data) {}

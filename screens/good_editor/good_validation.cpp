@@ -98,8 +98,8 @@ Refused GoodValidation::BigAndSmallCopied() const
 Refused GoodValidation::StockStaysPositive() const
 {
     const OpeningFields &opening = m_pages.general.Opening();
-    const int store = opening.StoreCode();
-    const int storeBefore = opening.LoadedStore();
+    const int store = opening.RowStore();
+    const int storeBefore = opening.LoadedRowStore();
     // The row leaves the store that it stood in.
     const bool moved = storeBefore != 0 && store != storeBefore;
     const goods::Quantity now = moved ? 0 : opening.Values().first;
@@ -115,6 +115,8 @@ Refused GoodValidation::StockStaysPositive() const
 Refused GoodValidation::FocusedFieldLeft() const
 {
     if (Refused refused = m_pages.general.Opening().LeaveFocusedPicker())
+        return refused;
+    if (Refused refused = m_pages.barcodes.CheckTyped())
         return refused;
     return m_pages.complete.LeaveFocused();
 }

@@ -41,7 +41,13 @@ OpeningFields::OpeningFields(Ui::GeneralPage &ui, host::Host &host, TGood_DM &da
     BindPickers();
     BindLeaveRules();
     connect(m_ui.Formool_CHK, &QCheckBox::clicked, this, &OpeningFields::FormulaClicked);
-    connect(m_ui.AvaBgPrd_EDT, &QLineEdit::textEdited, this, [this] { m_typedByHand = true; });
+    const auto typed = [this](std::initializer_list<host::NumericEdit *> edits, bool OpeningFields::*mark) {
+        for (host::NumericEdit *edit : edits)
+            connect(edit, &QLineEdit::textEdited, this, [this, mark] { this->*mark = true; });
+    };
+    typed({m_ui.AvaBgPrd_EDT}, &OpeningFields::m_typedByHand);
+    typed({m_ui.MeghdarKol_EDT, m_ui.MeghdarJoz_EDT, m_ui.Meghdar_Joz_EDT}, &OpeningFields::m_partsTyped);
+    typed({m_ui.GheymatKol_EDT, m_ui.GheymatJoz_EDT}, &OpeningFields::m_partPriceTyped);
 }
 
 void OpeningFields::BindPickers()
@@ -55,7 +61,7 @@ void OpeningFields::BindPickers()
          {std::pair(m_ui.Unit_Entity1, m_ui.Formool_Unit1_LBL), std::pair(m_ui.Unit_Entity2, m_ui.Formool_Unit2_LBL)}) {
         connect(picker, &host::EntityPicker::Changed, this,
                 [picker = picker, name = name] { name->setText(picker->Name()); });
-        goods::OnLeave(picker->focusProxy(), RuleTime::Afterwards, [picker = picker, name = name] {
+        goods::OnChanged(picker->Edit(), RuleTime::Afterwards, [picker = picker, name = name] {
             if (!picker->IsEmpty())
                 name->setText(picker->Name());
         });
@@ -64,9 +70,9 @@ void OpeningFields::BindPickers()
 
 void OpeningFields::BindLeaveRules()
 {
-    const auto bind = [this](QWidget *edit, void (OpeningFields::*rule)(), RuleTime time) {
-        m_leaveRules.emplace_back(edit, [this, rule] { (this->*rule)(); });
-        goods::OnLeave(edit, time, m_leaveRules.back().second);
+    const auto bind = [this](host::NumericEdit *edit, void (OpeningFields::*rule)(), RuleTime time) {
+        m_ruled.push_back(edit);
+        goods::OnChanged(edit, time, [this, rule] { (this->*rule)(); });
     };
     bind(m_ui.Formool_EDT, &OpeningFields::LeaveFormula, RuleTime::AtOnce);
     bind(m_ui.AvaBgPrd_EDT, &OpeningFields::LeaveFirst, RuleTime::AtOnce);
@@ -82,18 +88,15 @@ void OpeningFields::Clear()
 {
     for (host::EntityPicker *picker : {m_ui.Unit_Entity1, m_ui.Unit_Entity2, m_ui.Store_Entity})
         picker->Clear();
-    for (host::NumericEdit *edit :
-         {m_ui.AvaBgPrd_EDT, m_ui.AvaBgPrd2_EDT, m_ui.MeghdarKol_EDT, m_ui.MeghdarJoz_EDT, m_ui.Meghdar_Joz_EDT})
-        edit->clear();
-    for (host::NumericEdit *edit : {m_ui.CostBgPrd_EDT, m_ui.GheymatKol_EDT, m_ui.GheymatJoz_EDT, m_ui.Formool_EDT})
+    for (host::NumericEdit *edit : {m_ui.CostBgPrd_EDT, m_ui.Formool_EDT})
         edit->SetNumber(0);
     m_ui.Formool_CHK->setChecked(false);
-    m_loaded = {};
-    m_loadedStore = 0;
-    m_typedByHand = false;
     SetDetailsEntered(false);
-    ShowUnitNames();
-    ShowEntry();
+    Begin({}, 0);
+    // The quantities of a new good are empty, not 0.
+    for (host::NumericEdit *edit :
+         {m_ui.AvaBgPrd_EDT, m_ui.AvaBgPrd2_EDT, m_ui.MeghdarKol_EDT, m_ui.MeghdarJoz_EDT, m_ui.Meghdar_Joz_EDT})
+        edit->setText({});
 }
 
 void OpeningFields::Show(const TGoodInfoRec &rec)
@@ -103,24 +106,44 @@ void OpeningFields::Show(const TGoodInfoRec &rec)
     m_ui.Unit_Entity2->SetCode(rec.Unit2);
     m_ui.Store_Entity->SetCode(rec.Store);
     m_ui.CostBgPrd_EDT->SetNumber(rec.CostBgPrd);
-    m_ui.AvaBgPrd_EDT->SetNumber(rec.AvaBgPrd);
-    m_ui.AvaBgPrd2_EDT->SetNumber(rec.AvaBgPrd2);
     m_ui.Formool_EDT->SetNumber(rec.Meghdar_Formool);
     m_ui.Formool_CHK->setChecked(rec.Meghdar_Formool != 0);
-    m_loaded = {rec.AvaBgPrd, rec.AvaBgPrd2, rec.CostBgPrd};
-    m_loadedStore = rec.Store;
+    Begin({rec.AvaBgPrd, rec.AvaBgPrd2, rec.CostBgPrd}, rec.Store);
+}
+
+void OpeningFields::Begin(const goods::OpeningValues &values, int store)
+{
+    m_loaded = values;
+    m_loadedStore = store;
+    m_rowStore = 0;
     m_typedByHand = false;
+    m_ui.AvaBgPrd_EDT->SetNumber(values.first);
+    m_ui.AvaBgPrd2_EDT->SetNumber(values.second);
     SplitIntoBigAndSmall();
     ShowUnitNames();
     ShowEntry();
+}
+
+void OpeningFields::ShowTotals(Quantity first, Quantity second)
+{
+    m_loaded.first = first;
+    m_loaded.second = second;
+    m_ui.AvaBgPrd_EDT->SetNumber(first);
+    m_ui.AvaBgPrd2_EDT->SetNumber(second);
+    m_ui.Meghdar_Joz_EDT->SetNumber(first);
+    if (Formula() > 0)
+        ShowParts({second, goods::RoundedQuantity(first - Formula() * second)});
 }
 
 void OpeningFields::Store(TGoodInfoRec &rec) const
 {
     const goods::OpeningValues values = Values();
     rec.Unit = m_ui.Unit_Entity1->Code();
-    rec.AvaBgPrd = values.first;
-    rec.AvaBgPrd2 = values.second;
+    // The totals of several stores are shown, not entered.
+    if (QuantitiesChanged()) {
+        rec.AvaBgPrd = values.first;
+        rec.AvaBgPrd2 = values.second;
+    }
     rec.CostBgPrd = values.price;
     rec.Store = static_cast<qint16>(StoreCode());
     // A shop that has switched second units off keeps what its goods had.
@@ -132,23 +155,52 @@ void OpeningFields::Store(TGoodInfoRec &rec) const
 
 goods::OpeningValues OpeningFields::Values() const
 {
+    goods::OpeningValues values{m_ui.AvaBgPrd_EDT->Number(), m_ui.AvaBgPrd2_EDT->Number(),
+                                m_ui.CostBgPrd_EDT->Number()};
     switch (Entry()) {
     case OpeningEntry::BigAndSmall:
-        return {m_ui.Meghdar_Joz_EDT->Number(), m_ui.MeghdarKol_EDT->Number(), m_ui.GheymatJoz_EDT->Number()};
+        // Big and small units only show the row until something is typed there: not every row can be told in them.
+        if (m_partsTyped) {
+            values.first = m_ui.Meghdar_Joz_EDT->Number();
+            values.second = m_ui.MeghdarKol_EDT->Number();
+        }
+        if (m_partPriceTyped)
+            values.price = m_ui.GheymatJoz_EDT->Number();
+        break;
     case OpeningEntry::TwoUnits:
-        return {m_ui.AvaBgPrd_EDT->Number(), m_ui.AvaBgPrd2_EDT->Number(), m_ui.CostBgPrd_EDT->Number()};
+        break;
     case OpeningEntry::OneUnit:
+        values.second = HiddenSecond();
         break;
     }
-    return {m_ui.AvaBgPrd_EDT->Number(), HiddenSecond(), m_ui.CostBgPrd_EDT->Number()};
+    return values;
+}
+
+bool OpeningFields::QuantitiesChanged() const
+{
+    const goods::OpeningValues values = Values();
+    return !goods::SameQuantity(values.first, m_loaded.first) || !goods::SameQuantity(values.second, m_loaded.second);
+}
+
+bool OpeningFields::RowChanged() const
+{
+    return QuantitiesChanged() || (m_rowStore != 0 && RowStore() != m_rowStore);
+}
+
+int OpeningFields::RowStore() const
+{
+    return m_rowStore != 0 && StoreCode() == m_loadedStore ? m_rowStore : StoreCode();
 }
 
 Quantity OpeningFields::HiddenSecond() const
 {
     const Quantity first = m_ui.AvaBgPrd_EDT->Number();
-    if (first == 0 || goods::SameQuantity(first, m_loaded.first) || Formula() <= 0)
-        return first == 0 ? 0 : m_loaded.second;
-    return goods::SecondQuantity(first, Formula(), m_host.settings.SettingRecord().IntegerUnits);
+    if (goods::SameQuantity(first, m_loaded.first))
+        return m_loaded.second;
+    if (first == 0)
+        return 0;
+    return Formula() > 0 ? goods::SecondQuantity(first, Formula(), m_host.settings.SettingRecord().IntegerUnits)
+                         : m_loaded.second;
 }
 
 int OpeningFields::StoreCode() const
@@ -159,11 +211,11 @@ int OpeningFields::StoreCode() const
 void OpeningFields::SetLocked(bool locked, bool severalStores)
 {
     m_severalStores = severalStores;
-    const bool enabled = !locked && !severalStores;
+    m_locked = locked || severalStores;
     for (QWidget *panel : {m_ui.Opening_PNL, m_ui.MeghdarJoz_CXGB})
-        panel->setEnabled(enabled);
+        panel->setEnabled(!m_locked);
     // A new good needs its default store even when the opening period is closed.
-    m_ui.Store_PNL->setEnabled(enabled || StoreCode() == 0);
+    m_ui.Store_PNL->setEnabled(!m_locked || StoreCode() == 0);
 }
 
 void OpeningFields::SetDetailsEntered(bool entered)
@@ -235,19 +287,32 @@ void OpeningFields::FormulaClicked(bool on)
 
 void OpeningFields::SplitIntoBigAndSmall()
 {
+    m_partsTyped = m_partPriceTyped = false;
     m_ui.Meghdar_Joz_EDT->SetNumber(m_ui.AvaBgPrd_EDT->Number());
     m_ui.GheymatJoz_EDT->SetNumber(m_ui.CostBgPrd_EDT->Number());
+    LeaveSmallPrice();
     if (Formula() > 0) {
         LeaveTotal();
-        LeaveSmallPrice();
+        return;
     }
+    for (host::NumericEdit *part : {m_ui.MeghdarKol_EDT, m_ui.MeghdarJoz_EDT})
+        part->setText({});
+}
+
+void OpeningFields::ShowParts(const goods::SplitQuantity &parts)
+{
+    m_ui.MeghdarKol_EDT->SetNumber(parts.big);
+    m_ui.MeghdarJoz_EDT->SetNumber(parts.small);
 }
 
 void OpeningFields::CopyBigAndSmall()
 {
-    m_ui.AvaBgPrd2_EDT->SetNumber(m_ui.MeghdarKol_EDT->Number());
-    m_ui.AvaBgPrd_EDT->SetNumber(m_ui.Meghdar_Joz_EDT->Number());
-    m_ui.CostBgPrd_EDT->SetNumber(m_ui.GheymatJoz_EDT->Number());
+    if (m_partsTyped) {
+        m_ui.AvaBgPrd2_EDT->SetNumber(m_ui.MeghdarKol_EDT->Number());
+        m_ui.AvaBgPrd_EDT->SetNumber(m_ui.Meghdar_Joz_EDT->Number());
+    }
+    if (m_partPriceTyped)
+        m_ui.CostBgPrd_EDT->SetNumber(m_ui.GheymatJoz_EDT->Number());
 }
 
 void OpeningFields::AdoptBigAndSmall()
@@ -266,25 +331,29 @@ void OpeningFields::LeaveFormula()
 {
     m_ui.Formool_EDT->ZeroWhenEmpty();
     ShowFormulaHints();
+    const Quantity big = m_ui.MeghdarKol_EDT->Number();
     const Quantity total = m_ui.Meghdar_Joz_EDT->Number();
-    const bool applies = FormulaOn() && Formula() != 0 && total > 0;
-    m_ui.MeghdarJoz_EDT->SetNumber(applies ? goods::RoundedQuantity(total - Formula() * m_ui.MeghdarKol_EDT->Number())
-                                           : 0);
-    // Otherwise passing through the price of the big unit would wipe out the small one's.
+    const bool applies = FormulaOn() && Formula() != 0;
+    if (applies && total == 0 && (big != 0 || m_ui.MeghdarJoz_EDT->Number() != 0))
+        LeaveParts(); // typed before there was a formula to join them by
+    else
+        m_ui.MeghdarJoz_EDT->SetNumber(applies && total > 0 ? goods::RoundedQuantity(total - Formula() * big) : 0);
+    m_partsTyped = m_partsTyped || !(m_locked || m_detailsEntered);
+    // Otherwise a change of the big unit's price would not meet the small one's.
     if (m_ui.GheymatJoz_EDT->Number() != 0)
         LeaveSmallPrice();
 }
 
 void OpeningFields::LeaveFirst()
 {
-    if (FormulaOn() && Formula() > 0 && !m_detailsEntered)
+    if (FormulaOn() && Formula() > 0)
         m_ui.AvaBgPrd2_EDT->SetNumber(goods::SecondQuantity(m_ui.AvaBgPrd_EDT->Number(), Formula(),
                                                             m_host.settings.SettingRecord().IntegerUnits));
 }
 
 void OpeningFields::LeaveSecond()
 {
-    if (!FormulaOn() || Formula() <= 0 || m_ui.AvaBgPrd2_EDT->isReadOnly())
+    if (!FormulaOn() || Formula() <= 0)
         return;
     const goods::OpeningValues values = Values();
     const Quantity candidate = goods::FirstQuantity(values.second, Formula());
@@ -298,7 +367,7 @@ void OpeningFields::LeaveSecond()
 
 void OpeningFields::LeaveParts()
 {
-    if (Formula() <= 0 || m_ui.MeghdarKol_EDT->isReadOnly())
+    if (Formula() <= 0)
         return;
     m_ui.Meghdar_Joz_EDT->SetNumber(
         goods::JoinQuantity({m_ui.MeghdarKol_EDT->Number(), m_ui.MeghdarJoz_EDT->Number()}, Formula()));
@@ -306,11 +375,8 @@ void OpeningFields::LeaveParts()
 
 void OpeningFields::LeaveTotal()
 {
-    if (Formula() <= 0 || m_ui.Meghdar_Joz_EDT->isReadOnly())
-        return;
-    const goods::SplitQuantity parts = goods::SplitTotal(m_ui.Meghdar_Joz_EDT->Number(), Formula());
-    m_ui.MeghdarKol_EDT->SetNumber(parts.big);
-    m_ui.MeghdarJoz_EDT->SetNumber(parts.small);
+    if (Formula() > 0)
+        ShowParts(goods::SplitTotal(m_ui.Meghdar_Joz_EDT->Number(), Formula()));
 }
 
 void OpeningFields::LeaveSmallPrice()
@@ -326,9 +392,9 @@ void OpeningFields::LeaveBigPrice()
 
 void OpeningFields::TakeTyped()
 {
-    for (const auto &[edit, rule] : m_leaveRules)
+    for (host::NumericEdit *edit : m_ruled)
         if (HasFocus(edit))
-            rule();
+            goods::LeaveNow(edit);
     m_ui.Store_Entity->Resolve();
 }
 
@@ -352,7 +418,8 @@ goods::Refused OpeningFields::CheckPrice() const
 {
     const goods::OpeningValues values = Values();
     const bool secondCounts = Entry() == OpeningEntry::TwoUnits && values.second != 0;
-    if (values.price != 0 || (values.first == 0 && !secondCounts))
+    // Where the price is locked nobody could mend it.
+    if (values.price != 0 || m_locked || (values.first == 0 && !secondCounts))
         return {};
     if (Entry() == OpeningEntry::BigAndSmall)
         return goods::RequiredField(m_ui.GheymatJoz_EDT, u"قيمت اول دوره"_s);

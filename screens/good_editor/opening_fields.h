@@ -4,6 +4,7 @@
 #include "host/controls/numeric_edit.h"
 #include "rules/opening_values.h"
 #include "screens/good_editor/refusals.h"
+#include "screens/good_editor/unit_arithmetic.h"
 
 #include <QObject>
 
@@ -30,9 +31,17 @@ public:
     goods::OpeningValues Values() const;
     /// As they were when the good was shown.
     const goods::OpeningValues &Loaded() const { return m_loaded; }
-    int LoadedStore() const { return m_loadedStore; }
     int StoreCode() const;
+    /// The quantities, or the store of their row, are others than they were.
+    bool RowChanged() const;
+    /// Where the opening row stood; 0 when there was none. It need not be the good's default store.
+    int LoadedRowStore() const { return m_rowStore; }
+    void SetLoadedRowStore(int store) { m_rowStore = store; }
+    /// Where it stands now: with the good's store only when the user changed that.
+    int RowStore() const;
 
+    /// Shows the totals of several stores, which are entered elsewhere.
+    void ShowTotals(goods::Quantity first, goods::Quantity second);
     /// The opening stock is fixed (period closed, voucher lines) or entered in several stores.
     void SetLocked(bool locked, bool severalStores);
     bool SeveralStores() const { return m_severalStores; }
@@ -63,11 +72,14 @@ private:
     goods::Quantity Formula() const;
     goods::OpeningEntry Entry() const;
     goods::Quantity HiddenSecond() const;
+    bool QuantitiesChanged() const;
+    void Begin(const goods::OpeningValues &values, int store);
     void ShowEntry();
     void ShowUnitNames();
     void ShowFormulaHints();
     void FormulaClicked(bool on);
     void SplitIntoBigAndSmall();
+    void ShowParts(const goods::SplitQuantity &parts);
     void CopyBigAndSmall();
 
     void LeaveFormula();
@@ -83,8 +95,12 @@ private:
     TGood_DM &m_data;
     goods::OpeningValues m_loaded;
     int m_loadedStore = 0;
+    int m_rowStore = 0;
+    bool m_locked = false;
     bool m_severalStores = false;
     bool m_detailsEntered = false;
-    bool m_typedByHand = false;
-    std::vector<std::pair<QWidget *, std::function<void()>>> m_leaveRules;
+    bool m_typedByHand = false;    ///< quantity 1, since it last followed from quantity 2
+    bool m_partsTyped = false;     ///< quantities in big and small units, or their formula
+    bool m_partPriceTyped = false; ///< a price of the big or the small unit
+    std::vector<host::NumericEdit *> m_ruled;
 };

@@ -17,6 +17,7 @@ QWidget *PriceDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem
     auto *edit = new host::NumericEdit(parent);
     edit->setObjectName(u"Price_EDT"_s);
     edit->setMaxLength(PriceLength);
+    edit->setWholeDigits(PriceLength);
     edit->setFrame(false);
     return edit;
 }

@@ -89,6 +89,8 @@ private:
     void FollowRenewal();
     void StandOnOpeningGood();
     void OpenGroups();
+    /// After the groups were worked on: the one that is shown may be gone, and all goods are shown instead.
+    void ReloadGroups();
     void ShowPriceTitles();
     void LoadTags();
     void ShowCounts();
@@ -97,6 +99,8 @@ private:
     void NewGood();
     void OpenGood(host::TFormMode mode);
     void DeleteGood();
+    /// The good is gone from the database: its row goes at once.
+    void TakeOut(const QString &key);
     void Choose();
     void TakeTyped();
     bool FindBarcode(const QString &barcode);
@@ -109,7 +113,7 @@ private:
     void FollowCurrent();
     void ShowPanels();
     void ShowTags();
-    QList<goods_list::GoodTags> TaggedGoods();
+    QList<goods_list::GoodTags> TaggedGoods(const QStringList &keys);
     void StoreTags(int code, const QString &tags);
     void ShowPictures();
 

@@ -1,8 +1,10 @@
 #include "host/data/persian_text.h"
+#include "host/data/transaction.h"
 #include "screens/good_editor/good_get.h"
 #include "screens/goods_list/good_list.h"
 #include "ui_good_list.h"
 
+#include <QCoreApplication>
 #include <QProgressDialog>
 
 using namespace Qt::StringLiterals;
@@ -31,7 +33,7 @@ void TGood_List_FRM::BindGroups()
     BindKey(Qt::CTRL | Qt::Key_F11, u"گروه"_s, [groups] { groups->FocusSearch(); });
     Bind(groups->GroupButton(), Qt::Key_F11, [this] {
         m_host.entities.Call_GroupList(TSoftwarePart::GoodsGroups);
-        OpenGroups();
+        ReloadGroups();
     });
     connect(groups, &goods_list::GroupPanel::GroupChosen, this, [this] {
         Command(u"گروه"_s, [this] {
@@ -55,13 +57,8 @@ void TGood_List_FRM::BindGroups()
 void TGood_List_FRM::EditGroups(const std::function<bool()> &change)
 {
     Command(u"گروه"_s, [this, &change] {
-        const int shown = ui->Group_PNL->ChosenGroup();
-        if (!change())
-            return;
-        OpenGroups();
-        // The group that was shown may be gone.
-        if (ui->Group_PNL->ChosenGroup() != shown)
-            Refresh();
+        if (change())
+            ReloadGroups();
     });
 }
 
@@ -92,11 +89,27 @@ void TGood_List_FRM::OpenGood(TFormMode mode)
     if (grid->IsEmpty())
         return;
     const QString key = grid->CurrentKey();
-    const int result = Editor().Open(key.toInt(), mode);
-    if (mode == TFormMode::Edit && result == QDialog::Accepted)
+    TGood_Get_FRM &editor = Editor();
+    const int result = editor.Open(key.toInt(), mode);
+    if (editor.RecordGone())
+        TakeOut(key);
+    else if (mode == TFormMode::Edit && result == QDialog::Accepted)
         Renew();
     else
         grid->Locate(key);
+}
+
+void TGood_List_FRM::TakeOut(const QString &key)
+{
+    host::Grid *grid = ui->GoodListDB_GRD;
+    grid->SetMarked(key, false);
+    if (grid->Locate(key)) {
+        host::Grid::Place place = grid->CurrentPlace();
+        place.key.clear();
+        m_list.Data().ForgetRow(grid->CurrentSourceRow()); // the reading anew may take a moment
+        grid->ReturnTo(place);
+    }
+    Renew();
 }
 
 void TGood_List_FRM::DeleteGood()
@@ -107,12 +120,7 @@ void TGood_List_FRM::DeleteGood()
     const QString key = grid->CurrentKey();
     if (!m_removal.Delete(key.toInt(), ui->Del_BTN))
         return;
-    grid->SetMarked(key, false);
-    host::Grid::Place place = grid->CurrentPlace();
-    place.key.clear();
-    m_list.Data().ForgetRow(grid->CurrentSourceRow()); // the reading anew may take a moment
-    grid->ReturnTo(place);
-    Renew();
+    TakeOut(key);
 }
 
 void TGood_List_FRM::ActivateRow()
@@ -178,12 +186,23 @@ void TGood_List_FRM::UpdateStock()
     QProgressDialog progress(u"بروزرسانی موجودی کالاها"_s, u"انصراف"_s, 0, static_cast<int>(kinds.size()), this);
     progress.setObjectName(u"UpdateAssets_PRG"_s);
     progress.setWindowTitle(u"بروزرسانی موجودی کالاها"_s);
-    progress.setWindowModality(Qt::WindowModal);
-    progress.setMinimumDuration(0);
-    for (int step = 0; step < kinds.size() && !progress.wasCanceled(); ++step) {
+    progress.setWindowModality(Qt::ApplicationModal);
+    progress.show();
+    // A step cannot be stopped half-way; the button counts once it is over. Stores and goods are renewed together.
+    const auto canceled = [&progress] {
+        QCoreApplication::processEvents();
+        return progress.wasCanceled();
+    };
+    host::Transaction transaction(m_goods.Connection());
+    for (int step = 0; step < kinds.size(); ++step) {
         progress.setValue(step);
+        if (canceled())
+            return;
         m_goods.UpdateMogodiKala(kinds.at(step));
     }
+    if (canceled())
+        return;
+    transaction.Commit();
     progress.reset();
     Renew();
 }

@@ -18,6 +18,9 @@ namespace {
 /// An ordered list shows nothing before all its rows are there: those of most shops are read while nobody notices.
 constexpr int OrderedMilliseconds = 100;
 
+/// Whose tags are shown when many goods are marked.
+constexpr int MostTagged = 20;
+
 } // namespace
 
 // The rows of the goods list and the panels that follow the current good.
@@ -90,6 +93,14 @@ void TGood_List_FRM::OpenGroups()
     ui->Group_PNL->SetGroups(&m_goods.GoodGroup_List_QRY);
 }
 
+void TGood_List_FRM::ReloadGroups()
+{
+    const int shown = ui->Group_PNL->ChosenGroup();
+    OpenGroups();
+    if (ui->Group_PNL->ChosenGroup() != shown)
+        Refresh();
+}
+
 void TGood_List_FRM::ShowPriceTitles()
 {
     QList<host::Entity> levels;
@@ -144,12 +155,8 @@ void TGood_List_FRM::ShowPanels()
         ShowPictures();
 }
 
-QList<goods_list::GoodTags> TGood_List_FRM::TaggedGoods()
+QList<goods_list::GoodTags> TGood_List_FRM::TaggedGoods(const QStringList &keys)
 {
-    const host::Grid *grid = ui->GoodListDB_GRD;
-    QStringList keys = grid->MarkedKeys();
-    if (keys.isEmpty() && !grid->CurrentKey().isEmpty())
-        keys = QStringList{grid->CurrentKey()};
     if (keys.isEmpty())
         return {};
     QHash<int, QString> tags;
@@ -157,7 +164,7 @@ QList<goods_list::GoodTags> TGood_List_FRM::TaggedGoods()
         tags.insert(code, text);
     QHash<int, QString> names;
     const host::Dataset &rows = m_list.Data();
-    for (int row = 0; row < rows.RecordCount(); ++row)
+    for (int row = 0; row < rows.RecordCount() && names.size() < tags.size(); ++row)
         if (const int code = rows.FieldAt(row, u"Code").toInt(); tags.contains(code))
             names.insert(code, rows.FieldAt(row, u"Name").toString());
     QList<goods_list::GoodTags> goods;
@@ -170,14 +177,21 @@ QList<goods_list::GoodTags> TGood_List_FRM::TaggedGoods()
 
 void TGood_List_FRM::ShowTags()
 {
-    ui->Tags1->Show(TaggedGoods(), true);
+    const host::Grid *grid = ui->GoodListDB_GRD;
+    QStringList keys = grid->MarkedKeys();
+    if (keys.isEmpty() && !grid->CurrentKey().isEmpty())
+        keys = QStringList{grid->CurrentKey()};
+    const QStringList shown = keys.mid(0, MostTagged);
+    ui->Tags1->Show(TaggedGoods(shown), true, static_cast<int>(keys.size() - shown.size()));
 }
 
 void TGood_List_FRM::StoreTags(int code, const QString &tags)
 {
-    if (host::Granted(m_host, TSoftwarePart::Goods, TPermission::Change))
+    if (host::Granted(m_host, TSoftwarePart::Goods, TPermission::Change)) {
         host::Exec(m_goods.Connection(), u"update GoodInf set tags = "_s + host::QuotedStr(tags) + u" where Code = "_s +
                                              QString::number(code));
+        Renew(); // the marks of the tags are columns of the list
+    }
     m_follow.start();
 }
 

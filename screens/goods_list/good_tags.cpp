@@ -1,5 +1,6 @@
 #include "screens/goods_list/good_tags.h"
 
+#include "host/controls/number_text.h"
 #include "host/data/dataset.h"
 #include "host/look/theme.h"
 
@@ -43,7 +44,7 @@ GoodTagsView::GoodTagsView(QWidget *parent) : QScrollArea(parent)
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
 }
 
-void GoodTagsView::Show(const QList<GoodTags> &goods, bool editable)
+void GoodTagsView::Show(const QList<GoodTags> &goods, bool editable, int more)
 {
     auto *lines = new QWidget(this);
     auto *grid = new QGridLayout(lines);
@@ -56,12 +57,15 @@ void GoodTagsView::Show(const QList<GoodTags> &goods, bool editable)
         auto *panel = new host::TagsPanel(lines);
         panel->setReadOnly(!editable || goods.size() > 1);
         panel->SetAvailable(m_available);
-        panel->SetCodesText(good.Tags);
+        panel->ShowStored(good.Tags);
         connect(panel, &host::TagsPanel::Changed, this,
                 [this, panel, code = good.Code] { emit Changed(code, panel->CodesText()); });
         grid->addWidget(new QLabel(good.Name, lines), row, 0);
         grid->addWidget(panel, row, 1);
     }
+    if (more > 0)
+        grid->addWidget(new QLabel(u"و %1 کالای دیگر"_s.arg(host::DisplayNumber(QString::number(more))), lines),
+                        grid->rowCount(), 0);
     grid->setRowStretch(grid->rowCount(), 1);
     setWidget(lines);
     setFixedHeight(qMin(lines->sizeHint().height(), MaximumHeight));

@@ -33,8 +33,9 @@ public:
     explicit GoodTagsView(QWidget *parent = nullptr);
 
     void SetAvailable(const QList<host::Tag> &tags) { m_available = tags; }
-    /// Shows the goods in their order. `editable` lets the user change the tags when there is only one good.
-    void Show(const QList<GoodTags> &goods, bool editable);
+    /// Shows the goods in their order, and that there are `more`. `editable` lets the user change the tags when there
+    /// is only one good.
+    void Show(const QList<GoodTags> &goods, bool editable, int more);
 
 signals:
     /// The user changed the tags of a good: tag codes joined by ",".

@@ -69,6 +69,7 @@ private slots:
     void rowThatIsGone();
     void typingInAGrid();
     void batchGivesItsFirstRows();
+    void questionsReadWhatTheyNeed();
     void errorInsideABatchIsSeen();
     void nestedTransactions_data();
     void nestedTransactions();
@@ -277,6 +278,16 @@ void TestDataset::batchGivesItsFirstRows()
     QVERIFY(Exists(database->Main(), u"select A from #t"_s));
     QCOMPARE(Exec(database->Main(), u"update #t set A = 5 where A = 3"_s), 1);
     QCOMPARE(StatementsSent() - before, quint64(2));
+}
+
+/// A question for the first rows does not read millions.
+void TestDataset::questionsReadWhatTheyNeed()
+{
+    MakeThings(*database, 1000);
+    const QString many = u"select a.Id from Things a cross join Things b cross join Things c"_s;
+    QVERIFY(Exists(database->Main(), many));
+    QVERIFY(MoreThan(database->Main(), many, 999));
+    QVERIFY(!MoreThan(database->Main(), u"select Id from Things"_s, 1000));
 }
 
 void TestDataset::errorInsideABatchIsSeen()

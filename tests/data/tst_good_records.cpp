@@ -50,6 +50,8 @@ private slots:
     }
     void savedIsWhatIsRead();
     void updateKeepsCreationAndLeavesOthersAlone();
+    void whatOthersChangeStays_data();
+    void whatOthersChangeStays();
     void oneUnitGoodHasNoSecondUnit();
     void failedSaveWritesNothing_data();
     void failedSaveWritesNothing();
@@ -127,6 +129,56 @@ void TestGoodRecords::updateKeepsCreationAndLeavesOthersAlone()
     QCOMPARE(database->Scalar(u"select Comment from GoodInf where Code = 502"_s), QVariant(u"تازه"_s));
     database->Exec(u"delete from GoodInf where Code = 502"_s);
     QVERIFY_THROWS_EXCEPTION(host::DatabaseError, desk->goods.Good_Update(rec));
+}
+
+void TestGoodRecords::whatOthersChangeStays_data()
+{
+    using Change = std::function<void(TGoodInfoRec &)>;
+    QTest::addColumn<Change>("change"); // on this desk
+    QTest::addColumn<QString>("other"); // on another one, between reading and writing
+    QTest::addColumn<QString>("columns");
+    QTest::addColumn<QString>("row");
+    QTest::newRow("another column") << Change([](TGoodInfoRec &rec) { rec.Weight = 7; }) << u"Comment='x'"_s
+                                    << u"Weight,Comment"_s << u"7|x"_s;
+    QTest::newRow("parts of the name") << Change([](TGoodInfoRec &rec) { rec.kala_index = u"B"_s; })
+                                       << u"kala_type='x',Name='x'"_s << u"Name,kala_type,kala_index"_s
+                                       << u"چای سبز B|سبز|B"_s;
+    QTest::newRow("name left alone") << Change([](TGoodInfoRec &) {}) << u"kala_type='x',Name='y'"_s
+                                     << u"Name,kala_type"_s << u"y|x"_s;
+    QTest::newRow("the stamp") << Change([](TGoodInfoRec &rec) { rec.ModifiedDate = u"1405/02/03"_s; })
+                               << u"ModifiedTime='9',ModifiedDate='9',UserModified='9'"_s
+                               << u"ModifiedTime,ModifiedDate,UserModified"_s << u"|1405/02/03|"_s;
+    QTest::newRow("tax and its percent") << Change([](TGoodInfoRec &rec) { rec.TaxExempt = false; })
+                                         << u"TaxPercent=9,ChargePercent=8"_s
+                                         << u"TaxExempt+0,TaxPercent,ChargePercent"_s << u"0|0|8"_s;
+    QTest::newRow("opening stock and its store")
+        << Change([](TGoodInfoRec &rec) { rec.Store = 2; }) << u"AvaBgPrd=5,CostBgPrd=6"_s
+        << u"Store,AvaBgPrd,CostBgPrd"_s << u"2|24|6"_s;
+    QTest::newRow("units and their ratio") << Change([](TGoodInfoRec &rec) { rec.Meghdar_Formool = 6; }) << u"Unit2=1"_s
+                                           << u"Unit2,Meghdar_Formool"_s << u"2|6"_s;
+    QTest::newRow("discounts one by one")
+        << Change([](TGoodInfoRec &rec) { rec.Price.Discount_Sell[0] = 50; })
+        << u"Weight=1 update GoodCostDiscount set Discount_Sell_2=60,Default_Discount_Buy_Number=2"_s
+        << u"Discount_Sell_1,Discount_Sell_2,Default_Discount_Buy_Number"_s << u"50|60|2"_s;
+}
+
+void TestGoodRecords::whatOthersChangeStays()
+{
+    QFETCH(std::function<void(TGoodInfoRec &)>, change);
+    QFETCH(QString, other);
+    QFETCH(QString, columns);
+    desk->goods.Good_Insert(Good(501));
+    TGoodInfoRec rec;
+    desk->goods.Good_GetByID(501, rec);
+    change(rec);
+    {
+        host::Transaction taken(database->Main());
+        desk->goods.Good_Update(rec); // a save that fails further on, and is tried again
+    }
+    database->Exec(u"update GoodInf set "_s + other);
+    desk->goods.Good_Update(rec);
+    QTEST(database->Rows(u"select %1 from GoodInf join GoodCostDiscount on GoodCode=Code"_s.arg(columns)).value(0),
+          "row");
 }
 
 void TestGoodRecords::oneUnitGoodHasNoSecondUnit()

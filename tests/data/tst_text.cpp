@@ -29,6 +29,7 @@ private slots:
     void parameters();
     void quotedTextEndsWhereItShould_data();
     void quotedTextEndsWhereItShould();
+    void quotedTextIsWhole();
     void logsHideValues_data();
     void logsHideValues();
     void folding_data();
@@ -190,6 +191,13 @@ void TestText::quotedTextEndsWhereItShould()
     QFETCH(QString, text);
     const QString params = u"@Name = "_s + NQuotedStr(text);
     QCOMPARE(SplitParams(ADDParam(params, u"@Last", u"1")), QStringList({params, u"@Last = 1"_s}));
+}
+
+/// Half of a character, which no encoding can write, never gets into a statement.
+void TestText::quotedTextIsWhole()
+{
+    const QString emoji = QString::fromUcs4(U"\U0001F600");
+    QCOMPARE(QuotedStr(u"a" + emoji.left(1) + u"b" + emoji.right(1) + emoji + emoji.left(1)), u"'ab"_s + emoji + u'\'');
 }
 
 void TestText::logsHideValues_data()

@@ -112,6 +112,12 @@ void TestDemo::picturesCanBeShown()
 
 void TestDemo::isWrittenInPersianLetters()
 {
+    // A long text comes whole from either database, and a bit looks the same.
+    const QString remark = QString(u"یادداشت "_s).repeated(60).trimmed();
+    const QString row =
+        u"SELECT CAST(N'%1' AS nvarchar(500)), CAST(1 AS bit), CAST(0.50 AS decimal(9,2))"_s.arg(remark);
+    QCOMPARE(m_database.Rows(row), QStringList{remark + u"|true|0.5"_s});
+    QCOMPARE(m_database.Scalar(row).toString(), remark);
     for (const QString &text :
          m_database.Rows(u"SELECT Name FROM GoodInf UNION SELECT Name FROM GoodGrpS UNION SELECT Name "
                          "FROM Categories UNION SELECT Name FROM Units"_s))

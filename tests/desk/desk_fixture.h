@@ -20,6 +20,16 @@ struct Desk
     desk::DeskHost desk;
 };
 
+/// The same with messages that are recorded instead of shown.
+struct QuietDesk
+{
+    QuietDesk() : desk(ConnectionsOf(database), &messages) { desk.settings.SignIn(1); }
+
+    Database database{Database::Content::Demo};
+    FakeMessages messages;
+    desk::DeskHost desk;
+};
+
 /// The desk's entities with messages that are recorded instead of shown.
 struct QuietEntities
 {

@@ -38,6 +38,8 @@ private slots:
     void choosingGivesTheCodeBack();
     void editorRefuses_data();
     void editorRefuses();
+    void anotherDeskIsWriting_data();
+    void anotherDeskIsWriting();
     void rightsTakeEffect();
     void rightsAskBeforeTheyAreLost();
     void usersAreAddedAndRenamed();
@@ -162,6 +164,47 @@ void TestScreens::editorRefuses()
                                     test::Press(Qt::Key_Tab);
                                     test::Press(Qt::Key_Space);
                                 });
+                });
+}
+
+void TestScreens::anotherDeskIsWriting_data()
+{
+    QTest::addColumn<bool>("patient");
+    QTest::newRow("the user waits") << true;
+    QTest::newRow("the user gives up") << false;
+}
+
+/// The wait shows itself. It ends with the other's work, or when the user gives up, and then his input stays.
+void TestScreens::anotherDeskIsWriting()
+{
+    if (test::Database::OnServer())
+        QSKIP("the file has one writer at a time");
+    QFETCH(bool, patient);
+    test::Desk t;
+    t.database.Exec(u"SET LOCK_TIMEOUT 50"_s);
+    QSqlDatabase other = t.database.AnotherConnection();
+    const auto added = [&] { return t.database.Scalar(u"SELECT COUNT(*) FROM Units WHERE Name = N'بشکه'"_s).toInt(); };
+    test::Drive([&] { t.desk.entities.New_Group(TSoftwarePart::Units); },
+                [&](QWidget *editor) {
+                    test::Type(u"بشکه"_s);
+                    QVERIFY(other.transaction());
+                    test::Drive([] { test::Press(Qt::Key_F3); },
+                                [&](QWidget *wait) {
+                                    QCOMPARE(wait->objectName(), u"LockWait_PRG"_s);
+                                    test::Picture(*wait, u"lock-wait"_s);
+                                    if (patient)
+                                        QVERIFY(other.commit());
+                                    else
+                                        test::Press(Qt::Key_Escape);
+                                });
+                    QCOMPARE(added(), patient ? 1 : 0);
+                    if (patient)
+                        return;
+                    Regain(editor);
+                    QCOMPARE(test::Find<QLineEdit>(editor, u"Name_EDT"_s).text(), u"بشکه"_s);
+                    QVERIFY(other.rollback());
+                    test::Press(Qt::Key_F3);
+                    QCOMPARE(added(), 1);
                 });
 }
 

@@ -24,6 +24,7 @@ private slots:
     void stockMayNotFallBelowZero_data();
     void stockMayNotFallBelowZero();
     void openingVoucherFollowsTheGood();
+    void detailsReplaceTheirOwnRow();
     void reservedCodesBelongToOneDesk();
     void reservationsOfDeadDesksFade();
     void scriptsSplitAtGo();
@@ -191,6 +192,26 @@ void TestServices::stockMayNotFallBelowZero()
     const QString probe = u"select 900 as Code, 1 as Anbar, %1 as Mogodi"_s.arg(change);
     QCOMPARE(desk.stock.Check_TockMinus(probe, date), enough);
     QCOMPARE(desk.messages.Take().contains(u"«نو»"), !enough);
+}
+
+void TestServices::detailsReplaceTheirOwnRow()
+{
+    test::QuietEntities desk;
+    desk::GoodDetails details(desk.database.Main(), desk.messages);
+    const QString columns =
+        u" (DetailValueID, GoodCode, StoreCode, OperationType, OperationCode, OperationRow, "
+        "Amount1, Amount2, TotalAmount, [Length], Width, Amount3, ForeignOperationCode) "
+        "SELECT ID, 900, s, t, c, r, a, 0, 0, 0, 0, 0, 0 FROM GoodDetailValues CROSS JOIN (VALUES "_s;
+    const QString of = u") AS v(s, t, c, r, a) WHERE GoodCode = 900 "_s;
+    desk.database.Exec(u"INSERT INTO GoodInf (Code, GrpCode, Name) VALUES (900, 0, N'نو') "
+                       "INSERT INTO GoodDetailValues (GoodCode) VALUES (900) INSERT INTO GoodDetailKardex"_s +
+                       columns +
+                       u"(1, 3, 5, 1, 1), (2, 3, 5, 1, 2), (1, 3, 5, 2, 3), (1, 3, 6, 1, 4), (1, 2, 5, 1, 5)"_s + of +
+                       u"INSERT INTO GoodDetailKardexEnter_Temp"_s + columns + u"(1, 3, 5, 1, 9)"_s + of);
+    details.EnterGoodDetailSave(900, host::TOperationType::OpeningStock);
+    QCOMPARE(desk.database.Rows(u"SELECT Amount1 FROM GoodDetailKardex WHERE GoodCode = 900 ORDER BY Amount1"_s),
+             QStringList({u"2"_s, u"3"_s, u"4"_s, u"5"_s, u"9"_s}));
+    QVERIFY(desk.database.Rows(u"SELECT ID FROM GoodDetailKardexEnter_Temp WHERE GoodCode = 900"_s).isEmpty());
 }
 
 void TestServices::openingVoucherFollowsTheGood()

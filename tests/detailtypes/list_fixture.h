@@ -115,7 +115,8 @@ struct Screen
     }
     QStringList Defaults() const
     {
-        return database.Rows(u"select Code from DetailTypes_SelectedLists where DefaultSelectedList = 1"_s);
+        return database.Rows(
+            u"select Code from DetailTypes_SelectedLists where DefaultSelectedList = 1 order by Code"_s);
     }
     void Click(const QString &button) { QTest::mouseClick(&Find(button), Qt::LeftButton); }
 };

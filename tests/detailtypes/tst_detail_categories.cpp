@@ -1,5 +1,6 @@
 // The categories of detail types and their members, worked by keys.
 
+#include "host/controls/numeric_edit.h"
 #include "tests/detailtypes/list_fixture.h"
 #include "tests/support/test_main.h"
 
@@ -98,12 +99,26 @@ void TestDetailCategories::gathersMembers()
     screen.Open([&] {
         screen.GoToCategory();
         test::Drive([&] { screen.Click(u"NewDetail_BTN"_s); },
-                    [&](QWidget *second) {
+                    [&](QWidget *) {
                         // A barcode does not go with the serial that the category has.
                         screen.Mark({2, 8});
                         test::Press(Qt::Key_Return);
                         QCOMPARE(screen.fakes.messages.Take(), TwoForList);
-                        screen.Mark({2, 3}); // no barcode any more; the colour is a member already
+                        // Meanwhile another desk adds three: with one more there would be six.
+                        screen.database.Exec(u"insert DetailTypes_SelectedList_Detail(SL_Code, Code, Radif) values "
+                                             "(1, 6, 3), (1, 7, 4), (1, 9, 5)"_s);
+                        screen.Mark({2}); // no barcode any more
+                        test::Press(Qt::Key_Return);
+                    });
+        QVERIFY(screen.fakes.messages.Take().contains(u"تعداد موارد انتخاب شده قبلی 5 مورد"_s));
+        QCOMPARE(screen.Stored(u"1"_s).size(), 5);
+        screen.database.Exec(u"delete DetailTypes_SelectedList_Detail where SL_Code = 1 and Radif > 2"_s);
+        screen.Regain(u"SelectedList_List_DBTableView1"_s);
+        test::Press(Qt::Key_Down);
+        test::Press(Qt::Key_Up);
+        test::Drive([&] { screen.Click(u"NewDetail_BTN"_s); },
+                    [&](QWidget *second) {
+                        screen.Mark({8, 3}); // no barcode any more; the colour is a member already
                         QVERIFY(!test::Find<QTabWidget>(second, u"DetailTypes_PGC"_s).tabBar()->isVisible());
                         test::Press(Qt::Key_Return);
                     });
@@ -161,7 +176,7 @@ void TestDetailCategories::categoriesAreKept()
         test::Drive([] { test::Press(Qt::Key_F4); },
                     [](QWidget *editor) {
                         // One beyond the code that another desk keeps.
-                        QCOMPARE(test::Find<QLineEdit>(editor, u"Code_EDT"_s).text(), u"7"_s);
+                        QCOMPARE(test::Find<host::NumericEdit>(editor, u"Code_EDT"_s).text(), u"7"_s);
                         QCOMPARE(test::Focused(), u"Title_EDT"_s);
                         test::Type(u"ابزار 'برقی' [نو]"_s);
                         test::Press(Qt::Key_Return);
@@ -221,7 +236,7 @@ void TestDetailCategories::categoryEditorRefuses()
     QFETCH(QString, message);
     Screen screen;
     screen.database.Exec(u"insert DetailTypes_SelectedLists(Code, Title) values (8, N'جفت'), (9, N'جفت')"_s);
-    const QString all = u"select Code, Title, ISNULL(Comment, '') from DetailTypes_SelectedLists"_s;
+    const QString all = u"select Code, Title, ISNULL(Comment, '') from DetailTypes_SelectedLists order by Code"_s;
     const QStringList before = screen.database.Rows(all);
     screen.Open([&] {
         screen.GoToCategory(qMax(row, 0));

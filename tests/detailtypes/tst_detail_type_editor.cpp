@@ -26,10 +26,22 @@ struct Editor
 
     void New(const Drive &drive) { Open({}, host::TFormMode::New, drive); }
     void Edit(int id, const Drive &drive) { Open(id, host::TFormMode::Edit, drive); }
+    /// The screen is kept for the next record.
     void Open(const QVariant &key, host::TFormMode mode, const Drive &drive)
     {
-        TDetailTypes_Get_FRM screen(host);
-        test::Drive([&] { result = screen.Open(key, mode); }, drive);
+        if (!screen)
+            screen = std::make_unique<TDetailTypes_Get_FRM>(host);
+        test::Drive([&] { result = screen->Open(key, mode); }, drive);
+    }
+    /// What it shows of a record, 0 for a new one.
+    QStringList State(int id)
+    {
+        QStringList state;
+        Open(id, id == 0 ? host::TFormMode::New : host::TFormMode::Edit, [&](QWidget *shown) {
+            state = test::State(shown);
+            test::Press(Qt::Key_Escape);
+        });
+        return state;
     }
     QStringList Types(const QString &columns) const
     {
@@ -49,6 +61,7 @@ struct Editor
     test::Database database;
     test::TestHost host;
     int result = -1;
+    std::unique_ptr<TDetailTypes_Get_FRM> screen;
 };
 
 void ChooseKind(QWidget *screen, int kind)
@@ -181,6 +194,35 @@ private slots:
         QCOMPARE(e.Items(), items);
     }
 
+    void aSecondRecordInTheSameScreen()
+    {
+        Editor e;
+        e.database.Exec(
+            u"insert into DetailTypes(Title,DetailType,IsRequired,ToggleTitleTrue,ToggleTitleFalse,DefaultValue,"
+            "DateType,DateAlarm,Comment) values(N'رنگ و رنگ و رنگ و رنگ و رنگ',1,1,'','','2',0,0,N'شرح'),(N'جنس',2,0,"
+            "'','',N'نخ',0,0,NULL),(N'سریال',3,1,'','','',0,0,NULL),(N'وزن',4,0,'','','',0,0,NULL),(N'انقضا',5,0,'',"
+            "'','',0,1,NULL),(N'بارکد',6,1,'','','',0,0,NULL),(N'گارانتی',7,0,N'دارد',N'ندارد','0',0,0,NULL)\n"
+            "insert into DetailTypesItems(DetailID,Row,[Value]) values(1,1,N'الف'),(1,2,N'ب'),(2,1,N'نخ')"_s);
+        QList<QStringList> fresh;
+        for (int id = 0; id <= 7; ++id) {
+            e.screen.reset();
+            fresh << e.State(id);
+        }
+        for (int first = 1; first <= 7; ++first)
+            for (int second = 0; second <= 7; ++second) {
+                e.Edit(first, [&](QWidget *screen) {
+                    test::Type(u"x"_s);
+                    test::Enter(screen, u"Comment_EDT"_s, u"دیگر"_s);
+                    if (first <= 2) {
+                        AddItems(screen, {u"ج"_s});
+                        test::Type(u"د"_s);
+                    }
+                    e.Leave();
+                });
+                QCOMPARE(e.State(second), fresh.at(second));
+            }
+    }
+
     void refusesInOrder_data()
     {
         QTest::addColumn<bool>("existing");
@@ -215,6 +257,11 @@ private slots:
                "و به "
                "همین دلیل  افزودن تیک یادآوری سررسید برای این جزئیات امکان پذیر نمی باشد)"_s
             << u"DateAlarm_CHB"_s;
+        for (const int kind : {3, 6})
+            QTest::addRow("kind %d beside a serial", kind)
+                << true << titled(u"ساخت"_s, kind)
+                << u"ShowMessage(کاربر گرامی برای یک کالا امکان وجود چند جزییات بارکدی و یا سریالی و یا وجود از هر دونوع همزمان امکان پذیر نمی باشد)"_s
+                << u"Type_CMB"_s;
         QTest::newRow("kind") << false << titled(u"رنگ"_s, 0) << required(u"نوع جزئیات"_s) << u"Type_CMB"_s;
         QTest::newRow("items of a list") << false << titled(u"رنگ"_s, 1) << required(u"مقادیر پیشنهادی"_s)
                                          << u"RecommendValues_EDT"_s;
@@ -252,7 +299,9 @@ private slots:
             "insert into GoodGrpS(Code,Name) values(5,N'لبنیات')\n"
             "insert into GoodInf(Code,GrpCode,Name) values(1,5,N'شیر')\n"
             "insert into GoodDetailValues(GoodCode) values(1)\n"
-            "insert into GoodDetailValueDetails(DetailValueID,DetailID,[Value]) values(1,1,'x'),(1,2,'y')"_s);
+            "insert into GoodDetailValueDetails(DetailValueID,DetailID,[Value]) values(1,1,'x'),(1,2,'y')\n"
+            "insert into DetailTypes(Title,DetailType) values(N'سریال',3)\n"
+            "insert into GoodDetailRelation(GoodCode,DetailID) values(1,1),(1,5)"_s);
         if (!fill) // a calendar that only another program can have stored
             e.database.Exec(u"update DetailTypes set DateType=9 where ID=1"_s);
         const QStringList before = e.Types(Columns);

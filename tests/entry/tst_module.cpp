@@ -4,6 +4,7 @@
 #include "entry/module.h"
 #include "entry/selection_param.h"
 #include "host/controls/grid.h"
+#include "host/controls/numeric_edit.h"
 #include "host/controls/search_frame.h"
 #include "tests/support/database.h"
 #include "tests/support/modal.h"
@@ -227,6 +228,12 @@ void TestModule::genericLists()
         u"New_Group(122)"_s,          u"Edit_Group(122, 5)"_s,           u"New_Group(105)"_s,
         u"Edit_Group(105, 3)"_s,      u"Call_GroupList(105)"_s,          u"Call_GroupList(104)"_s};
     QCOMPARE(shop.host.entities.calls, expected);
+    // Another host takes the place of the first.
+    test::TestHost second;
+    second.Install();
+    Open_Units();
+    QCOMPARE(second.entities.calls, QStringList{u"Call_GroupList(104)"_s});
+    QCOMPARE(shop.host.entities.calls, expected);
     entry::Module::release();
 }
 
@@ -237,7 +244,7 @@ void TestModule::newGoodReturnsNothing()
     QString code;
     test::Drive([&] { result = shop.module.editGood(-7); },
                 [&](QWidget *editor) {
-                    code = test::Find<QLineEdit>(editor, u"Code_EDT"_s).text();
+                    code = test::Find<host::NumericEdit>(editor, u"Code_EDT"_s).text();
                     test::Press(Qt::Key_Escape);
                 });
     QCOMPARE(result, 0);

@@ -1,5 +1,7 @@
+#include "host/controls/display_edit.h"
 #include "host/controls/entity_picker.h"
 #include "host/controls/numeric_edit.h"
+#include "host/controls/text_limit.h"
 #include "host/data/database_error.h"
 #include "host/screens/base_get_new.h"
 #include "tests/support/modal.h"
@@ -7,19 +9,32 @@
 #include "tests/support/test_main.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QComboBox>
 #include <QFormLayout>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QSqlError>
 #include <QTabWidget>
+#include <QToolButton>
 #include <QtTest>
 
 #include <memory>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
 namespace {
+
+/// Items that are out of reach.
+struct LostEntities : test::FakeEntities
+{
+    [[noreturn]] static void Fail() { throw host::DatabaseError(QSqlError({}, {}, QSqlError::ConnectionError), {}); }
+    int Select_GroupList(host::TSoftwarePart, const QString &) override { Fail(); }
+    std::optional<host::Entity> Find(host::TSoftwarePart, int) override { Fail(); }
+    QList<host::Entity> List(host::TSoftwarePart, const QString &) override { Fail(); }
+};
 
 /// The smallest editor that has all kinds of inputs, on two pages, and keeps its rows in a list.
 class TinyEditor : public host::TBaseGet_New_FRM
@@ -91,8 +106,8 @@ public:
     }
     void Write() override
     {
-        if (broken)
-            throw host::DatabaseError(u"ارتباط قطع است"_s);
+        if (refusal)
+            throw *refusal;
         if (Mode() == host::TFormMode::New) {
             rows << name->text();
             SetKey(int(rows.size()) - 1);
@@ -104,7 +119,7 @@ public:
     void FormClose() override { ++closings; }
 
     QStringList rows{u"عدد"_s, u"کارتن"_s};
-    bool broken = false;
+    std::optional<host::DatabaseError> refusal;
     int closings = 0;
     QLineEdit *name;
     QComboBox *kind;
@@ -129,7 +144,11 @@ private slots:
     void new_records_follow_each_other();
     void opener_may_want_one_record_only();
     void existing_record_closes_with_ok();
+    void database_error_leaves_the_input_data();
     void database_error_leaves_the_input();
+    void picker_out_of_reach_data();
+    void picker_out_of_reach();
+    void pasted_beyond_the_limit();
     void leaving_asks_before_it_loses_changes();
     void review_changes_nothing();
     void record_that_is_gone_does_not_open();
@@ -191,7 +210,7 @@ void TestEditor::refusal_brings_its_page_to_front()
                     QCOMPARE(m_host->messages.Take(), u"MsgRequiredField(وزن)"_s);
                     QCOMPARE(test::Find<QTabWidget>(screen, u"Pages"_s).currentIndex(), 1);
                     QCOMPARE(test::Focused(), u"Weight_EDT"_s);
-                    QCOMPARE(m_editor->weight->selectedText(), u"0"_s);
+                    QCOMPARE(m_editor->weight->selectedText(), u"۰"_s);
                     QCOMPARE(m_editor->rows.size(), 2);
                     QCOMPARE(m_editor->name->text(), u"جعبه"_s);
                     m_host->messages.Answer(true);
@@ -251,24 +270,104 @@ void TestEditor::existing_record_closes_with_ok()
     QCOMPARE(m_editor->rows.at(1), u"کارتن بزرگ"_s);
 }
 
+void TestEditor::database_error_leaves_the_input_data()
+{
+    QTest::addColumn<QString>("number");
+    QTest::addColumn<QString>("words");
+    QTest::addColumn<QString>("said");
+    QTest::newRow("unknown") << u"50000"_s << u"Out of order."_s << u"Out of order."_s;
+    QTest::newRow("too long") << u"2628"_s
+                              << u"String or binary data would be truncated in table 'T', column 'weight'."_s
+                              << u"«Weight_EDT» بلندتر از اندازه ای است که ثبت می شود."_s;
+    QTest::newRow("repeated") << u"2601"_s
+                              << u"Cannot insert duplicate key row in object 'dbo.T' with unique index 'UX_T_Name'."_s
+                              << u"«Name_EDT» تکراری است و پیش از این ثبت شده است."_s;
+    QTest::newRow("out of range") << u"8115"_s
+                                  << u"Arithmetic overflow error converting numeric to data type numeric."_s
+                                  << u"یکی از عددها از محدوده ای که ثبت می شود بیرون است."_s;
+    QTest::newRow("deadlock")
+        << u"1205;3621"_s << u"Transaction (Process ID 52) was deadlocked."_s
+        << u"کار هم‌زمان کاربر دیگری با این کار برخورد کرد. چیزی ثبت نشد؛ دوباره تلاش کنید."_s;
+}
+
 void TestEditor::database_error_leaves_the_input()
 {
+    QFETCH(QString, number);
+    QFETCH(QString, words);
+    QFETCH(QString, said);
     test::Drive([&] { m_editor->Open({}, host::TFormMode::New); },
                 [&](QWidget *) {
-                    m_editor->broken = true;
+                    m_editor->refusal.emplace(QSqlError({}, words, QSqlError::StatementError, number), QString());
                     test::Type(u"بسته"_s);
                     m_editor->weight->setText(u"1"_s);
                     test::Press(Qt::Key_F3);
-                    QCOMPARE(m_host->messages.Take(), u"ShowMessage(ارتباط قطع است)"_s);
+                    QCOMPARE(m_host->messages.Take(), u"ShowMessage(%1)"_s.arg(said));
                     QVERIFY(m_editor->isVisible());
                     QVERIFY(!m_editor->IsSaved());
                     QCOMPARE(m_editor->name->text(), u"بسته"_s);
                     QCOMPARE(m_editor->SavedKey(), QVariant());
-                    m_editor->broken = false;
+                    m_editor->refusal.reset();
                     test::Press(Qt::Key_F3); // the same input goes through afterwards
                     QCOMPARE(m_editor->rows.last(), u"بسته"_s);
                     test::Press(Qt::Key_Escape);
                 });
+}
+
+void TestEditor::picker_out_of_reach_data()
+{
+    QTest::addColumn<Qt::Key>("key");
+    QTest::newRow("leaving") << Qt::Key_Tab;
+    QTest::newRow("enter") << Qt::Key_Return;
+    QTest::newRow("the list by key") << Qt::Key_F2;
+    QTest::newRow("the list by the button") << Qt::Key_unknown;
+}
+
+/// The user is told, what he typed stays, and the editor closes and opens as ever.
+void TestEditor::picker_out_of_reach()
+{
+    QFETCH(Qt::Key, key);
+    LostEntities lost;
+    m_editor->unit->SetSource(lost, host::TSoftwarePart::Units);
+    test::Drive([&] { m_editor->Open(0, host::TFormMode::Edit); },
+                [&](QWidget *screen) {
+                    test::Focus(screen, u"Unit_Entity"_s);
+                    test::Type(u"2"_s);
+                    if (key == Qt::Key_unknown)
+                        test::Find<QToolButton>(screen, u"Picker_BTN"_s).click();
+                    else
+                        test::Press(key);
+                    const QStringList said = m_host->messages.TakeAll();
+                    QCOMPARE(said.size(), 1);
+                    QVERIFY2(said.first().contains(u"ارتباط با پایگاه داده قطع شد"), qPrintable(said.first()));
+                    QCOMPARE(m_editor->unit->Edit()->text(), u"2"_s);
+                    m_host->messages.Answer(true);
+                    test::Press(Qt::Key_Escape);
+                });
+    QVERIFY(!m_editor->IsShowing());
+    m_host->messages.TakeAll();
+    m_editor->unit->SetSource(m_host->entities, host::TSoftwarePart::Units);
+    test::Drive([&] { m_editor->Open(0, host::TFormMode::Edit); }, [](QWidget *) { test::Press(Qt::Key_Escape); });
+}
+
+/// What does not fit goes, and no half of a character stays.
+void TestEditor::pasted_beyond_the_limit()
+{
+    m_editor->name->setMaxLength(5);
+    host::LimitLength(*m_editor->comment, 5);
+    QApplication::clipboard()->setText(u"abcd😀"_s);
+    test::Drive([&] { m_editor->Open({}, host::TFormMode::New); },
+                [&](QWidget *screen) {
+                    test::Press(Qt::Key_V, Qt::ControlModifier);
+                    QCOMPARE(m_editor->name->text(), u"abcd"_s);
+                    test::Focus(screen, u"Comment_EDT"_s);
+                    test::Press(Qt::Key_V, Qt::ControlModifier);
+                    QCOMPARE(m_editor->comment->toPlainText(), u"abcd"_s);
+                    test::Type(u"e😀f"_s);
+                    QCOMPARE(m_editor->comment->toPlainText(), u"abcde"_s);
+                    m_host->messages.Answer(true);
+                    test::Press(Qt::Key_Escape);
+                });
+    m_host->messages.TakeAll();
 }
 
 void TestEditor::leaving_asks_before_it_loses_changes()

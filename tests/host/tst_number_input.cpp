@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QHBoxLayout>
+#include <QRegularExpression>
 #include <QtTest>
 
 using namespace Qt::StringLiterals;
@@ -38,6 +39,7 @@ private slots:
     void typing();
     void pasting_data();
     void pasting();
+    void storedNumberWidensItsOwnRecord();
     void shown_data();
     void shown();
     void leaving_reports_a_change_once();
@@ -66,8 +68,12 @@ void TestNumberInput::typing_data()
     QTest::newRow("leading zeros go on leaving") << 0 << false << 6 << u"007"_s << u"7"_s;
     QTest::newRow("a bare point is nothing") << 9 << false << 6 << u"."_s << u""_s;
     QTest::newRow("a point at the end goes") << 9 << false << 6 << u"5."_s << u"5"_s;
+    QTest::newRow("a quantity has fourteen digits before the point")
+        << 9 << true << 30 << u"-12345678901234567.123456789"_s << u"-12345678901234.123456789"_s;
+    QTest::newRow("a whole number has 64 bits")
+        << 0 << false << 50 << u"92233720368547758089"_s << u"922337203685477580"_s;
     QTest::newRow("nineteen digits stay exact")
-        << 9 << false << 30 << u"1234567890123456789.5"_s << u"1234567890123456789.5"_s;
+        << 0 << false << 50 << u"1234567890123456789"_s << u"1234567890123456789"_s;
 }
 
 void TestNumberInput::typing()
@@ -83,6 +89,10 @@ void TestNumberInput::typing()
     test::Show(form.window);
     form.edit.setFocus();
     test::Type(typed);
+    // The digits are the same with the focus and without.
+    const QString digits = static_cast<QLineEdit &>(form.edit).text();
+    QCOMPARE(host::PlainNumber(digits), form.edit.text());
+    QVERIFY2(!digits.contains(QRegularExpression(u"[0-9.]"_s)), qPrintable(digits));
     form.other.setFocus();
     QTEST(form.edit.text(), "text");
     QCOMPARE(form.edit.IsEmpty(), form.edit.text().isEmpty());
@@ -115,6 +125,27 @@ void TestNumberInput::pasting()
     edit.selectAll();
     edit.paste();
     QTEST(edit.text(), "text");
+    // A sheet reads what is copied as a number.
+    edit.selectAll();
+    test::Press(Qt::Key_C, Qt::ControlModifier);
+    QCOMPARE(QApplication::clipboard()->text(), edit.text());
+}
+
+/// A stored number that is longer than may be typed is shown whole; the next record's edit is as wide as ever.
+void TestNumberInput::storedNumberWidensItsOwnRecord()
+{
+    Form form;
+    form.edit.setMaxLength(3);
+    form.edit.SetStored(u"-99999999999999999999"_s);
+    QCOMPARE(form.edit.text(), u"-99999999999999999999"_s);
+    QCOMPARE(form.edit.Integer(), std::numeric_limits<qint64>::min());
+    form.edit.SetNumber(0);
+    test::Show(form.window);
+    form.edit.setFocus();
+    test::Type(u"1234"_s);
+    QCOMPARE(form.edit.text(), u"123"_s);
+    test::Press(Qt::Key_Z, Qt::ControlModifier);
+    QVERIFY(form.edit.text() != u"123"_s);
 }
 
 void TestNumberInput::shown_data()

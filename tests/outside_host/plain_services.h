@@ -97,7 +97,7 @@ struct PhotoStore : host::PhotoGalleryService
 
 struct Categories : host::CategoryService
 {
-    QList<host::Category> Branches(int) override { return {}; }
+    QList<host::Category> Tree() override { return {}; }
     QList<host::Category> Path(int) override { return {}; }
 };
 

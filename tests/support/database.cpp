@@ -1,5 +1,6 @@
 #include "tests/support/database.h"
 
+#include "host/data/odbc_text.h"
 #include "tools/goods_sql/databases.h"
 #include "tools/goods_sql/script_runner.h"
 
@@ -11,6 +12,7 @@
 #include <QSqlField>
 #include <QSqlQuery>
 #include <QSqlRecord>
+#include <QTest>
 
 #include <map>
 
@@ -52,6 +54,13 @@ void dropAll()
     std::abort();
 }
 
+/// Fails the running test with the driver's words.
+void report(const QSqlQuery &query, const QString &text)
+{
+    const QString words = query.lastError().text() + u"\nin: "_s + text.left(400);
+    QTest::qFail(qPrintable(words), __FILE__, __LINE__);
+}
+
 /// Runs every statement of a text; the query stands before the first row of the first result.
 QSqlQuery run(const QSqlDatabase &connection, const QString &text)
 {
@@ -77,7 +86,7 @@ void execute(const QSqlDatabase &connection, const QString &text)
     while (!query.lastError().isValid() && query.nextResult()) {
     }
     if (query.lastError().isValid())
-        fail(query.lastError().text() + u"\nin: "_s + text.left(400));
+        report(query, text);
 }
 
 /// Makes a database of this name with its content.
@@ -164,6 +173,22 @@ QString newOnServer(Database::Content content)
     return connectionTo(name);
 }
 
+/// The first fields of the row that a query stands on, `count` of them; the same values whichever database they are
+/// from. `record` was asked for before the row.
+QVariantList valuesOf(const QSqlQuery &query, const QSqlRecord &record, int count)
+{
+    const host::OdbcText texts(query);
+    QVariantList values;
+    for (int i = 0; i < count; ++i) {
+        const int type = record.field(i).metaType().id();
+        QVariant value = texts.IsNeeded() && type == QMetaType::QString ? texts.Read(i) : query.value(i);
+        if (type == QMetaType::Bool && !value.isNull())
+            value.convert(record.field(i).metaType());
+        values << value;
+    }
+    return values;
+}
+
 QString shown(const QVariant &value)
 {
     if (value.isNull())
@@ -243,24 +268,26 @@ void Database::Exec(const QString &text) const
 QVariant Database::Scalar(const QString &text) const
 {
     QSqlQuery query = run(Main(), text);
+    const QSqlRecord record = query.record();
+    const QVariant value = query.next() ? valuesOf(query, record, 1).constFirst() : QVariant();
     if (query.lastError().isValid())
-        fail(query.lastError().text() + u"\nin: "_s + text);
-    return query.next() ? query.value(0) : QVariant();
+        report(query, text);
+    return value;
 }
 
 QStringList Database::Rows(const QString &text) const
 {
     QSqlQuery query = run(Main(), text);
     QStringList rows;
-    const int columns = query.record().count();
+    const QSqlRecord record = query.record();
     while (query.next()) {
         QStringList fields;
-        for (int i = 0; i < columns; ++i)
-            fields << shown(query.value(i));
+        for (const QVariant &value : valuesOf(query, record, record.count()))
+            fields << shown(value);
         rows << fields.join(u'|');
     }
     if (query.lastError().isValid())
-        fail(query.lastError().text() + u"\nin: "_s + text);
+        report(query, text);
     return rows;
 }
 

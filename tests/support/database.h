@@ -14,7 +14,7 @@ namespace test {
 /// When GOODS_TEST_CONNECTION holds an ODBC connection string without a database, it is a database on that server
 /// instead, where copies are made if the server can.
 ///
-/// A statement that fails ends the program with the driver's words: a test that expects a refusal uses Refusal().
+/// A statement that fails makes the test fail with the driver's words: a test that expects a refusal uses Refusal().
 class Database
 {
 public:
@@ -47,7 +47,8 @@ public:
     void Exec(const QString &text) const;
     /// The first field of the first row; invalid when there is none.
     QVariant Scalar(const QString &text) const;
-    /// The rows of the first result as texts, fields joined by "|", NULL as "NULL", decimals without needless zeros.
+    /// The rows of the first result as texts, fields joined by "|", NULL as "NULL", decimals without needless zeros,
+    /// bits as "true" and "false".
     QStringList Rows(const QString &text) const;
     /// The names of the columns of the first result.
     QStringList Columns(const QString &text) const;

@@ -96,8 +96,9 @@ void FakeMessages::ShowFlashMessage(const QString &text, int)
 {
     Say("ShowFlashMessage", {text});
 }
-void FakeMessages::ShowMessage(const QString &text, host::MessageIcon, const QString &)
+void FakeMessages::ShowMessage(const QString &text, host::MessageIcon shown, const QString &)
 {
+    icon = shown;
     Say("ShowMessage", {text});
 }
 bool FakeMessages::Ask(const QString &text, bool)

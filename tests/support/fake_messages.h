@@ -43,6 +43,8 @@ public:
 
     /// The control beside which the last smart message appeared.
     QWidget *anchor = nullptr;
+    /// The icon of the last plain message.
+    host::MessageIcon icon{};
 
 private:
     void Say(const char *function, const QStringList &texts);

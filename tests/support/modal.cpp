@@ -1,5 +1,8 @@
 #include "tests/support/modal.h"
 
+#include "tests/support/test_main.h"
+
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QComboBox>
 #include <QDialog>
@@ -7,6 +10,7 @@
 #include <QElapsedTimer>
 #include <QLineEdit>
 #include <QPointer>
+#include <QStackedWidget>
 #include <QTimer>
 #include <QtTest>
 
@@ -48,7 +52,7 @@ QWidget *Target()
 void Drive(const std::function<void()> &open, const std::function<void(QWidget *)> &drive)
 {
     const QPointer<QWidget> before = QApplication::activeModalWidget();
-    bool driven = false;
+    bool wasDriven = false;
     QElapsedTimer clock;
     clock.start();
     QTimer poll;
@@ -60,7 +64,9 @@ void Drive(const std::function<void()> &open, const std::function<void(QWidget *
         if (!screen->isActiveWindow() && clock.elapsed() < patienceMilliseconds)
             return;
         poll.stop();
-        driven = true;
+        wasDriven = true;
+        driven << screen;
+        const auto leave = qScopeGuard([] { driven.removeLast(); });
         try {
             drive(screen);
         } catch (const std::exception &error) {
@@ -80,7 +86,7 @@ void Drive(const std::function<void()> &open, const std::function<void(QWidget *
     });
     poll.start();
     open();
-    if (!driven)
+    if (!wasDriven)
         Fail(u"no modal screen appeared"_s);
 }
 
@@ -133,6 +139,30 @@ QStringList TabRound()
     for (Press(Qt::Key_Tab); Focused() != stops.constFirst() && stops.size() < 40; Press(Qt::Key_Tab))
         stops << Focused();
     return stops;
+}
+
+QStringList State(QWidget *screen)
+{
+    QStringList state;
+    for (QWidget *widget : screen->findChildren<QWidget *>()) {
+        if (widget->objectName().isEmpty() || widget->objectName().startsWith(u"qt_"))
+            continue;
+        QStringList parts{widget->objectName()};
+        for (const char *property :
+             {"text", "currentText", "plainText", "checked", "readOnly", "enabled", "currentIndex"})
+            if (const QVariant value = widget->property(property); value.isValid())
+                parts << value.toString().trimmed();
+        if (const auto *view = qobject_cast<QAbstractItemView *>(widget); view && view->model())
+            for (int row = 0; row < view->model()->rowCount(); ++row)
+                for (int column = 0; column < view->model()->columnCount(); ++column)
+                    parts << view->model()->index(row, column).data().toString();
+        // Which page is in front is the tabs' own affair.
+        if (widget->isHidden() && !qobject_cast<QStackedWidget *>(widget->parentWidget()))
+            parts << u"hidden"_s;
+        state << parts.join(u'|');
+    }
+    state.sort(); // children change places when their tab is shown
+    return state;
 }
 
 bool RightOf(const QWidget &first, const QWidget &second)

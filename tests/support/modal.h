@@ -38,6 +38,10 @@ QString Focused();
 /// The controls that Tab leads through, from the one with the focus until it is met again.
 QStringList TabRound();
 
+/// Everything that a screen shows, sorted: texts, choices, the rows of lists, each with what is locked or hidden. Two
+/// openings of a screen are compared by it.
+QStringList State(QWidget *screen);
+
 /// True when `first` lies to the right of `second` on the screen: what comes first, on a right-to-left screen.
 bool RightOf(const QWidget &first, const QWidget &second);
 

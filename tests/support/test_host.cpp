@@ -5,8 +5,6 @@
 
 #include <QtTest>
 
-#include <algorithm>
-
 using namespace Qt::StringLiterals;
 
 namespace test {
@@ -142,14 +140,6 @@ void FakeGoodDetails::EnterGoodDetailSave(int goodCode, host::TOperationType ope
 void FakePhotos::Open_Gallery(host::TSoftwarePart part, int code)
 {
     calls << Call("Open_Gallery", part, code);
-}
-
-QList<host::Category> FakeCategories::Branches(int parent)
-{
-    QList<host::Category> found;
-    std::copy_if(all.begin(), all.end(), std::back_inserter(found),
-                 [parent](const host::Category &category) { return category.Parent == parent; });
-    return found;
 }
 
 QList<host::Category> FakeCategories::Path(int code)

@@ -106,7 +106,7 @@ struct FakePhotos : host::PhotoGalleryService
 
 struct FakeCategories : host::CategoryService
 {
-    QList<host::Category> Branches(int parent) override;
+    QList<host::Category> Tree() override { return all; }
     QList<host::Category> Path(int code) override;
 
     QList<host::Category> all;

@@ -1,6 +1,11 @@
 #include "tests/support/test_main.h"
 
 #include <QApplication>
+#include <QDialog>
+#include <QElapsedTimer>
+#include <QMessageBox>
+#include <QPointer>
+#include <QTimer>
 #include <QtTest>
 
 #include <algorithm>
@@ -37,6 +42,41 @@ int windowsLeft()
     return left;
 }
 
+/// A modal screen that nobody drives would wait until the whole run is given up.
+class Watchdog : public QTimer
+{
+public:
+    Watchdog()
+    {
+        callOnTimeout(this, &Watchdog::Look);
+        start(250);
+    }
+
+private:
+    void Look()
+    {
+        constexpr qint64 patienceMilliseconds = 8000; // longer than that of whoever waits for a screen
+        QWidget *screen = QApplication::activeModalWidget();
+        if (!screen || screen != m_seen || driven.contains(screen)) {
+            m_seen = screen;
+            m_clock.start();
+        } else if (m_clock.elapsed() > patienceMilliseconds) {
+            const auto *box = qobject_cast<QMessageBox *>(screen);
+            const QString words =
+                u"a modal screen was left open: %1 %2"_s.arg(screen->windowTitle(), box ? box->text() : QString());
+            QTest::qFail(qPrintable(words), __FILE__, __LINE__);
+            m_seen = nullptr;
+            if (auto *dialog = qobject_cast<QDialog *>(screen))
+                dialog->QDialog::done(0); // unasked
+            else
+                screen->close();
+        }
+    }
+
+    QPointer<QWidget> m_seen;
+    QElapsedTimer m_clock;
+};
+
 } // namespace
 
 bool Register(const char *name, std::function<std::unique_ptr<QObject>()> make)
@@ -66,6 +106,7 @@ int main(int argc, char **argv)
     if (arguments.size() > 1 && known(arguments.at(1)))
         only = arguments.takeAt(1);
 
+    const test::Watchdog watchdog;
     int failures = 0;
     for (const test::Entry &entry : test::entries()) {
         if (!only.isEmpty() && only != QLatin1String(entry.name))

@@ -7,6 +7,10 @@
 
 namespace test {
 
+/// The modal screens that a test works on at present. Another one that stays up is nobody's: the runner fails the test
+/// with its words and closes it.
+inline QObjectList driven;
+
 /// Adds a test class to those that the executable runs.
 bool Register(const char *name, std::function<std::unique_ptr<QObject>()> make);
 

@@ -112,6 +112,7 @@ void putType(Wire &wire, const SqlType &type, const Collation &collation)
     case Kind::Money:
         return sized(MoneyN, 8);
     case Kind::Real:
+        return sized(FloatN, 4);
     case Kind::Float:
         return sized(FloatN, 8);
     case Kind::Date:
@@ -234,6 +235,8 @@ void putCell(Wire &wire, const tsql::Cell &cell, const SqlType &type, const Coll
     case Kind::Money:
         return putMoney(wire, cell);
     case Kind::Real:
+        wire.put(quint8(4));
+        return wire.put(float(cell.real));
     case Kind::Float:
         wire.put(quint8(8));
         return wire.put(cell.form == tsql::Value::Form::Integer ? double(cell.integer) : cell.real);

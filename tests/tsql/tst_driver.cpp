@@ -13,6 +13,7 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <sqlite3.h>
 #include <thread>
 
 using namespace Qt::StringLiterals;
@@ -35,6 +36,7 @@ private slots:
     void writersWaitForEachOther();
     void temporaryTablesEndWithTheirConnection();
     void definitionsOfOthers();
+    void aFileOfAnotherOrder();
     void aFileThatWentAway();
     void refusals();
 
@@ -331,6 +333,41 @@ void TestDriver::definitionsOfOthers()
     QCOMPARE(again.primaryIndex(u"Goods"_s).fieldName(0), u"Code"_s);
     again = QSqlDatabase();
     disconnect(u"again"_s);
+}
+
+/** A file whose indexes were built when texts compared otherwise: by their bytes, say. */
+void TestDriver::aFileOfAnotherOrder()
+{
+    exec(m_main, u"CREATE UNIQUE INDEX names ON Goods(Name) "
+                 "INSERT Goods(Name) VALUES (N'گز'), (N'یخ'), (N'پنیر'), (N'هل'), (N'ویفر'), (N'آرد'), (N'تره')"_s);
+    const auto rebuild = [this](const char *more) {
+        m_main.close();
+        sqlite3 *raw = nullptr;
+        sqlite3_open(m_file.toUtf8().constData(), &raw);
+        sqlite3_create_collation(raw, "TSQL_CI", SQLITE_UTF8, nullptr,
+                                 [](void *, int n, const void *a, int m, const void *b) {
+                                     const int order = memcmp(a, b, size_t(std::min(n, m)));
+                                     return order != 0 ? order : n - m;
+                                 });
+        const auto sql = QByteArray("REINDEX; PRAGMA application_id = 0;") + more;
+        QCOMPARE(sqlite3_exec(raw, sql.constData(), nullptr, nullptr, nullptr), SQLITE_OK);
+        sqlite3_close(raw);
+    };
+    rebuild("");
+    QVERIFY(m_main.open());
+    QCOMPARE(scalar(m_main,
+                    u"SELECT COUNT(*) FROM Goods g WHERE g.Name = (SELECT i.Name FROM Goods i WHERE i.Code = g.Code)"
+                    " AND g.Name > N'ب'"_s),
+             QVariant(6));
+    exec(m_main, u"INSERT Goods(Name) VALUES (N'چای')"_s);
+    QCOMPARE(scalar(m_main, u"SELECT COUNT(*) FROM Goods WHERE Name BETWEEN N'پنیر' AND N'چای'"_s), QVariant(3));
+    // What cannot be put in order is told by name and left as it is.
+    rebuild("INSERT INTO Goods(Name) VALUES ('ارد')");
+    QVERIFY(!m_main.open());
+    QCOMPARE(m_main.lastError().nativeErrorCode(), u"1505"_s);
+    QVERIFY(m_main.lastError().databaseText().contains(u"Goods.Name"_s));
+    rebuild("DELETE FROM Goods WHERE Name = 'ارد'");
+    QVERIFY(m_main.open());
 }
 
 void TestDriver::aFileThatWentAway()

@@ -28,6 +28,8 @@ class TestStatements : public QObject
 private slots:
     void files_data();
     void files();
+    void sizes_data();
+    void sizes();
 };
 
 namespace {
@@ -190,6 +192,71 @@ void TestStatements::files()
             given.join(u"\n    "_s));
     }
     QCOMPARE(failures, 0);
+}
+
+void TestStatements::sizes_data()
+{
+    QTest::addColumn<int>("count");
+    QTest::addColumn<QString>("text"); // {x} stands for x that many times
+    QTest::addColumn<QString>("expected");
+
+    QTest::newRow("ints") << 999 << u"SELECT 1{+2}, 7{-1}*2, 5{|8}, 9000000000{+1}, 3{^1}"_s
+                          << u"1999 | -993 | 13 | 9000000999 | 2"_s;
+    QTest::newRow("an int beyond its range")
+        << 999 << u"SELECT 2147483000{+1}"_s
+        << u"error 8115: Arithmetic overflow error converting expression to data type int."_s;
+    QTest::newRow("NULL in a sum") << 200 << u"SELECT 1{+1}+@n{+1}, 1.5{+1}+@n, 1e0{+1}+@n, N'x'{+'y'}+@t"_s
+                                   << u"NULL | NULL | NULL | NULL"_s;
+    QTest::newRow("ints that become decimals") << 300 << u"SELECT 1{+1}+@big{+2}+0.5{-1.25}"_s << u"527.50"_s;
+    QTest::newRow("decimals") << 999 << u"SELECT @d{+0.25}, @d{+@d}, @d{/1.0}"_s << u"251.250 | 1500.000 | 1.500000"_s;
+    QTest::newRow("reals") << 999 << u"SELECT 1e0{+0.5e0}, 1e0{*1e0}"_s << u"500.5 | 1"_s;
+    QTest::newRow("texts") << 999 << u"SELECT LEN('a'{+'b'}), RIGHT(N'ا'{+'x'}+N'ب', 2)"_s << u"1000 | xب"_s;
+    QTest::newRow("conditions") << 999 << u"SELECT Id FROM Many WHERE (Id = 0{ OR N = 20}) AND Id > 0{ AND N <> 10}"_s
+                                << u"2"_s;
+    const QString tooDeep = u"error 191: Some part of your SQL statement is nested too deeply. Rewrite the query or "
+                            "break it up into smaller queries."_s;
+    for (const int levels : {32, 60}) {
+        const auto row = [levels](const char *name) -> QTestData & {
+            return QTest::addRow("%d levels of %s", levels, name) << levels;
+        };
+        row("parentheses") << u"SELECT {(}N{+Id)} FROM Many WHERE {(}Id{*1)} = 2"_s << QString::number(20 + 2 * levels);
+        row("ELSE CASE") << u"SELECT {CASE WHEN N < 20 THEN 'low' ELSE }'end'{ END} FROM Many ORDER BY Id"_s
+                         << u"low\nend\nend"_s;
+        row("THEN CASE") << u"SELECT Id FROM Many WHERE {CASE WHEN N > Id THEN }N{ ELSE 0 END} > 20"_s << u"3"_s;
+        row("functions") << u"SELECT Id FROM Many WHERE {ISNULL(}CAST(Id AS decimal(9,2)){, N)} * 10 = N AND Id > 1"_s
+                         << u"2\n3"_s;
+        row("functions around sums") << u"SELECT SUM({ABS(0.5 + }Id{)}) FROM Many GROUP BY {ABS(1 + }N % 20{)}"_s
+                                     << u"%1.0\n%2.0"_s.arg(2 + levels / 2).arg(4 + levels);
+        row("derived tables") << u"SELECT Id, (SELECT MAX(y.Id) FROM {(SELECT Id FROM }(SELECT Id FROM Many WHERE "
+                                 "Id < m.Id) y{) y} ) FROM {(SELECT * FROM }Many{) m} ORDER BY Id"_s
+                              << u"1 | NULL\n2 | 1\n3 | 2"_s;
+        row("both in an update") << u"UPDATE Many SET N = {(}N{+1)} OUTPUT INSERTED.N WHERE Id IN (SELECT Id FROM "
+                                    "{(SELECT Id FROM }Many{) m} WHERE {(}Id{+0)} = 1)"_s
+                                 << QString::number(10 + levels);
+    }
+    QTest::newRow("endless parentheses") << 5000 << u"SELECT {(}1{)}"_s << tooDeep;
+    QTest::newRow("an endless sum") << 5000 << u"SELECT 1{+1}"_s << tooDeep;
+    QTest::newRow("what doubles with each level") << 60 << u"SELECT {NULLIF(}Id{, 0)} FROM Many"_s << tooDeep;
+    QTest::newRow("subqueries") << 60 << u"SELECT {(SELECT MAX(Id) FROM Many WHERE Id = }1{)}"_s << tooDeep;
+    QTest::newRow("a deep definition") << 60 << u"CREATE TABLE Deep (a int CHECK ({(1+}a{)} > 0))"_s << tooDeep;
+}
+
+void TestStatements::sizes()
+{
+    QFETCH(int, count);
+    QFETCH(QString, text);
+    QFETCH(QString, expected);
+    for (qsizetype open = text.indexOf(u'{'); open >= 0; open = text.indexOf(u'{', open)) {
+        const qsizetype length = text.indexOf(u'}', open) - open + 1;
+        text.replace(open, length, text.mid(open + 1, length - 2).repeated(count));
+    }
+    Connections connections;
+    QSqlQuery query(connections.get({}));
+    query.setNumericalPrecisionPolicy(QSql::HighPrecision);
+    QVERIFY(query.exec(u"CREATE TABLE Many (Id int PRIMARY KEY, N int) "
+                       "INSERT Many VALUES (1, 10), (2, 20), (3, 30)"_s));
+    const QString declared = u"DECLARE @n int, @t nvarchar(5), @big bigint = 1, @d decimal(9,3) = 1.5 "_s;
+    QCOMPARE(answer(query, text.contains(u'@') ? declared + text : text, false).join(u'\n'), expected);
 }
 
 REGISTER_TEST(TestStatements)

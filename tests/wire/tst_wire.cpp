@@ -400,6 +400,9 @@ void TestWire::goodsSql()
     QCOMPARE(run({u"--csv"_s, u"-"_s}, "CREATE TABLE A (N nvarchar(9), D decimal(9,2))\nGO\n"
                                        "INSERT A VALUES (N'الف', 0.5)\nGO\nSELECT * FROM A\ngo\n"),
              u"0\nN,D\r\nالف,0.50\r\n");
+    QCOMPARE(run({u"--csv"_s, u"-"_s}, "SELECT CAST(1.5 AS real) AS R, CAST('10:20:30.123' AS time) AS T, 0x0A AS B,"
+                                       " CAST(NULL AS real) AS N"),
+             u"0\nR,T,B,N\r\n1.5,10:20:30.123,0x0A,\r\n");
     // A text of two-byte letters that fills its column, and the longest negative number.
     const QString longText(200, u'ی');
     QCOMPARE(run({u"--csv"_s, u"-"_s}, "CREATE TABLE L (N nvarchar(200), D decimal(23,9))\nGO\nINSERT L VALUES (N'" +

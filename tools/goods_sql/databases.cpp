@@ -103,15 +103,23 @@ bool isEmpty(const QSqlDatabase &database)
 
 } // namespace
 
-void initialise(const QSqlDatabase &database, bool demo)
+void initialise(QSqlDatabase database, bool demo)
 {
     if (!isEmpty(database))
-        throw ScriptError{u"the database is not empty: --init leaves it as it is"_s};
-    ScriptRunner runner(database, nullptr);
-    runner.run(scriptText(u"schema.sql"_s), u"schema.sql"_s);
-    runner.run(scriptText(u"procedures.sql"_s), u"procedures.sql"_s);
+        throw ScriptError{u"the database is not empty: --init leaves it as it is (to begin anew, drop it or name "
+                          "another one)"_s};
+    // All or nothing: what fails half-way leaves an empty database, in which the next --init can begin again.
+    if (!database.transaction())
+        throw ScriptError{database.lastError().text()};
+    auto takeBack = qScopeGuard([&] { database.rollback(); });
+    QStringList scripts{u"schema.sql"_s, u"procedures.sql"_s};
     if (demo)
-        runner.run(scriptText(u"demo.sql"_s), u"demo.sql"_s);
+        scripts += u"demo.sql"_s;
+    for (const QString &script : std::as_const(scripts))
+        ScriptRunner(database, nullptr).run(scriptText(script), script);
+    if (!database.commit())
+        throw ScriptError{database.lastError().text()};
+    takeBack.dismiss();
 }
 
 void backup(const QSqlDatabase &database, const QString &file)

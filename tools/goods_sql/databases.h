@@ -29,7 +29,8 @@ private:
     QString m_name;
 };
 
-/** Writes the schema, the procedures and (`demo`) the demo data into an empty database. Throws ScriptError. */
-void initialise(const QSqlDatabase &database, bool demo);
+/** Writes the schema, the procedures and (`demo`) the demo data into an empty database, all or nothing. Throws
+ * ScriptError. */
+void initialise(QSqlDatabase database, bool demo);
 /** Copies the open embedded database to a new file. Throws ScriptError. */
 void backup(const QSqlDatabase &database, const QString &file);

@@ -4,6 +4,9 @@
 #include <QSqlField>
 #include <QSqlRecord>
 
+#include <algorithm>
+#include <array>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -36,6 +39,29 @@ bool isNumber(const QSqlField &field)
         return true;
     default:
         return field.precision() >= 0; // decimals come as text
+    }
+}
+
+/**
+ * Whether a server's column is asked for as text. Qt reads texts in pieces that lose letters, decimals as floating
+ * point, and knows nothing of the server's own kinds (time, datetimeoffset): those it hands on as bytes.
+ */
+bool isReadAsText(const QSqlField &field)
+{
+    constexpr std::array BytesOfOdbc = {-2, -3, -4}; // SQL_BINARY, SQL_VARBINARY, SQL_LONGVARBINARY
+    switch (field.metaType().id()) {
+    case QMetaType::Int:
+    case QMetaType::UInt:
+    case QMetaType::LongLong:
+    case QMetaType::ULongLong:
+    case QMetaType::Bool:
+    case QMetaType::QDate:
+    case QMetaType::QDateTime:
+        return false;
+    case QMetaType::QByteArray:
+        return std::find(BytesOfOdbc.begin(), BytesOfOdbc.end(), field.typeID()) == BytesOfOdbc.end();
+    default:
+        return true;
     }
 }
 
@@ -79,10 +105,9 @@ TablePrinter::Rows TablePrinter::rowsOf(QSqlQuery &query)
     Rows rows{query, host::OdbcText(query), {}, {}, {}};
     for (int i = 0; i < record.count(); ++i) {
         const QSqlField field = record.field(i);
-        const int type = field.metaType().id();
         rows.names += field.name();
         rows.numbers += isNumber(field);
-        rows.asText += rows.texts.IsNeeded() && (type == QMetaType::QString || type == QMetaType::Double);
+        rows.asText += rows.texts.IsNeeded() && isReadAsText(field);
     }
     return rows;
 }

@@ -23,7 +23,7 @@ public:
         host.entities.lists[105] = {{1, u"انبار مرکزی"_s}, {2, u"فروشگاه"_s}};
     }
 
-    /// Opens the editor and drives it. The screen is gone afterwards.
+    /// Opens the editor and drives it. The screen is gone afterwards, unless it is kept for the next record.
     void OpenNew(const QString &group, const std::function<void(QWidget *)> &drive)
     {
         Open(0, host::TFormMode::New, group, drive);
@@ -34,8 +34,11 @@ public:
     }
     void Open(int code, host::TFormMode mode, const QString &text, const std::function<void(QWidget *)> &drive)
     {
-        TGood_Get_FRM screen(host);
-        test::Drive([&] { result = screen.Open(code, mode, text); }, drive);
+        if (!kept)
+            kept = std::make_unique<TGood_Get_FRM>(host);
+        test::Drive([&] { result = kept->Open(code, mode, text); }, drive);
+        if (!keepsScreen)
+            kept.reset();
     }
 
     /// Fills what a good cannot be saved without.
@@ -84,4 +87,6 @@ public:
     test::Database database;
     test::TestHost host;
     int result = -1;
+    bool keepsScreen = false; ///< a second record is opened in the same screen, as callers do
+    std::unique_ptr<TGood_Get_FRM> kept;
 };

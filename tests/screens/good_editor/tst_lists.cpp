@@ -1,3 +1,4 @@
+#include "host/controls/grid.h"
 #include "tests/screens/good_editor/editor_fixture.h"
 #include "tests/support/test_main.h"
 
@@ -29,12 +30,13 @@ private slots:
         f.host.categories.all = {{1, 0, u"خوراکی"_s}, {2, 1, u"سرد"_s}, {3, 1, u"گرم"_s}};
         f.database.Exec(u"insert into Categories(Code,ParentCode,Name,Path) values(1,null,N'خوراکی',',1,'),"
                         "(2,1,N'سرد',',1,2,'),(3,1,N'گرم',',1,3,')"_s);
-        f.database.Exec(u"insert into Kala_category(Kala_code,Category_code) values(500009,2)"_s);
+        // The second row was left by a desk that died.
+        f.database.Exec(u"insert into Kala_category(Kala_code,Category_code,tmp) values(500009,2,0),(500009,3,1)"_s);
         f.database.Exec(u"insert into GoodFirstAsset(GoodCode,StoreCode,tmp,Amount1,Radif) values(500009,1,0,4,1)"_s);
         f.database.Exec(u"update GoodInf set AvaBgPrd=4,CostBgPrd=1"_s);
         f.OpenGood(500009, [&](QWidget *screen) {
-            f.database.Exec(u"insert into PhotoGallery(GRPCode,Id_pic,Picture,tmp) values(102,500009,0x01,1)"_s);
             f.ShowTab(screen, u"Category_TBC"_s);
+            QCOMPARE(test::Find<host::Grid>(screen, u"Category_GRD"_s).RowCount(), 1);
             test::Focus(screen, u"Category_frame1"_s);
             test::Press(Qt::Key_Home);
             QCOMPARE(test::Find<QComboBox>(screen, u"Category_frame1"_s).currentText(), u"خوراکی / سرد"_s);
@@ -47,6 +49,14 @@ private slots:
             QCOMPARE(test::Focused(), u"Category_GRD"_s);
             test::Press(Qt::Key_F7);
             QCOMPARE(f.host.messages.Take(), u"MsgDeleteItem(دسته)"_s);
+            // Another desk opens the same good and leaves it unsaved.
+            test::TestHost other({f.database.AnotherConnection(), f.database.GoodsList(), f.database.Scales()});
+            TGood_Get_FRM second(other);
+            test::Drive([&] { second.Open(500009, host::TFormMode::Edit); },
+                        [](QWidget *) { test::Press(Qt::Key_Escape); });
+            screen->activateWindow();
+            QVERIFY(QTest::qWaitForWindowActive(screen));
+            f.database.Exec(u"insert into PhotoGallery(GRPCode,Id_pic,Picture,tmp) values(102,500009,0x01,1)"_s);
             if (!save)
                 return f.Leave();
             test::Press(Qt::Key_F3);

@@ -1,3 +1,4 @@
+#include "host/controls/numeric_edit.h"
 #include "tests/screens/good_editor/editor_fixture.h"
 #include "tests/support/test_main.h"
 
@@ -35,13 +36,6 @@ private slots:
             f.database.Exec(u"insert into Vouchers(Code,Kind,[Date]) values(1,2,'1405/01/01')"_s);
             f.database.Exec(u"insert into VoucherLines(VoucherCode,GoodCode,Sharh) values(1,500009,N'x')"_s);
         }) << true;
-        QTest::newRow("another store than the first")
-            << Way([](EditorFixture &f) { f.database.Exec(u"update GoodFirstAsset set StoreCode=2"_s); }) << true;
-        QTest::newRow("several stores") << Way([](EditorFixture &f) {
-            f.database.Exec(
-                u"insert into GoodFirstAsset(GoodCode,StoreCode,tmp,Amount1,Radif) values(500009,2,0,3,2)"_s);
-            f.database.Exec(u"update GoodInf set AvaBgPrd=7"_s);
-        }) << true;
     }
     void fixedOpeningStock()
     {
@@ -57,7 +51,7 @@ private slots:
             u"select StoreCode,tmp,Amount1,AvaBgPrd,AvaBgPrd2 from GoodFirstAsset,GoodInf order by Radif"_s;
         const QStringList before = f.database.Rows(state);
         f.OpenGood(500009, [&](QWidget *screen) {
-            const auto &quantity = test::Find<QLineEdit>(screen, u"AvaBgPrd_EDT"_s);
+            const auto &quantity = test::Find<host::NumericEdit>(screen, u"AvaBgPrd_EDT"_s);
             QCOMPARE(!quantity.isEnabled() || quantity.isReadOnly(), fixed);
             test::Focus(screen, u"AvaBgPrd_EDT"_s); // passing through changes nothing
             test::Enter(screen, u"Name_EDT"_s, u"ماست"_s);
@@ -65,6 +59,88 @@ private slots:
             QCOMPARE(f.host.messages.TakeAll(), QStringList{Saved});
         });
         QCOMPARE(f.database.Rows(state), before);
+    }
+
+    void severalStoresAreLeftAlone_data()
+    {
+        QTest::addColumn<QString>("rows"); // store, quantities
+        QTest::addColumn<QStringList>("totals");
+        QTest::newRow("one, not the first") << u"(500009,2,36,3,5)"_s << QStringList{u"36"_s, u"3"_s, u"0"_s};
+        QTest::newRow("two, parts left over")
+            << u"(500009,1,30,2,1),(500009,2,30,2,2)"_s << QStringList{u"60"_s, u"4"_s, u"12"_s};
+    }
+    void severalStoresAreLeftAlone()
+    {
+        QFETCH(QString, rows);
+        QFETCH(QStringList, totals);
+        EditorFixture f;
+        f.InsertGood(500009, u"دوغ"_s, 909);
+        f.database.Exec(u"update GoodInf set AvaBgPrd=36,AvaBgPrd2=3,CostBgPrd=1,Unit2=2,Meghdar_Formool=12 "
+                        "insert into GoodFirstAsset(GoodCode,StoreCode,Amount1,Amount2,Radif) values%1 update "
+                        "GoodFirstAsset set tmp=0"_s.arg(rows));
+        const QString state = u"select a.*,AvaBgPrd,AvaBgPrd2 from GoodFirstAsset a join GoodInf on Code=GoodCode"_s;
+        const QStringList before = f.database.Rows(state);
+        for (const QString &formula : {u"12"_s, u"6"_s, QString()})
+            f.OpenGood(500009, [&](QWidget *screen) {
+                QStringList shown;
+                for (const QString &edit : {u"Meghdar_Joz_EDT"_s, u"MeghdarKol_EDT"_s, u"MeghdarJoz_EDT"_s}) {
+                    QVERIFY(!test::Find(screen, edit).isEnabled());
+                    shown << test::Find<QLineEdit>(screen, edit).text();
+                }
+                if (formula == u"12")
+                    QCOMPARE(shown, totals);
+                if (!formula.isEmpty())
+                    test::Enter(screen, u"Formool_EDT"_s, formula);
+                // Another desk opens the same good and leaves.
+                f.database.Exec(u"delete from GoodFirstAsset where tmp=1"_s);
+                test::Press(Qt::Key_F3);
+                QCOMPARE(f.host.messages.TakeAll(), QStringList{Saved});
+            });
+        QCOMPARE(f.database.Rows(state), before);
+        QVERIFY(f.host.vouchers.calls.isEmpty());
+    }
+
+    void theRowKeepsItsStore_data()
+    {
+        QTest::addColumn<QString>("control");
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("meanwhile");
+        QTest::addColumn<QStringList>("rows");
+        QTest::newRow("another quantity") << u"AvaBgPrd_EDT"_s << u"3"_s << QString() << QStringList{u"1|3|شمارش|2"_s};
+        QTest::newRow("another store") << u"Store_Entity"_s << u"3"_s << QString() << QStringList{u"3|4|شمارش|3"_s};
+        QTest::newRow("another desk's rows") << u"AvaBgPrd_EDT"_s << u"3"_s
+                                             << u"insert into GoodFirstAsset(GoodCode,StoreCode,tmp,Amount1,Radif) "
+                                                "values(500009,3,0,5,2)"_s
+                                             << QStringList{u"1|4|شمارش|2"_s, u"3|5|NULL|2"_s};
+    }
+    void theRowKeepsItsStore()
+    {
+        QFETCH(QString, control);
+        QFETCH(QString, typed);
+        QFETCH(QString, meanwhile);
+        EditorFixture f;
+        f.host.settings.record.ControlNegativeStock = true;
+        f.InsertGood(500009, u"دوغ"_s, 909);
+        f.host.entities.lists[105] << host::Entity{3, u"سرد"_s};
+        f.database.Exec(u"insert into Stores(Code,Name) values(3,N'سرد') update GoodInf set AvaBgPrd=4,CostBgPrd=1,"
+                        "Store=2 insert into GoodFirstAsset(GoodCode,StoreCode,tmp,Amount1,Comment,Radif) "
+                        "values(500009,1,0,4,N'شمارش',1)"_s);
+        f.OpenGood(500009, [&](QWidget *screen) {
+            test::Enter(screen, control, typed);
+            if (!meanwhile.isEmpty())
+                f.database.Exec(meanwhile);
+            test::Press(Qt::Key_F3);
+            const QString told = f.host.messages.Take();
+            QCOMPARE(told == Saved, meanwhile.isEmpty());
+            QCOMPARE(told.contains(u"در جای دیگری تغییر کرده است"_s), !meanwhile.isEmpty());
+            if (!meanwhile.isEmpty())
+                f.Leave();
+        });
+        QTEST(f.database.Rows(u"select StoreCode,Amount1,a.Comment,Store from GoodFirstAsset a join GoodInf on "
+                              "Code=GoodCode order by StoreCode"_s),
+              "rows");
+        // What leaves a store leaves the one where it stood.
+        QVERIFY(f.host.stock.calls.value(0).contains(u"StoreCode = 1"_s));
     }
 
     void theOpeningVoucherFollows_data()

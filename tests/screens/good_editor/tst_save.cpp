@@ -1,10 +1,12 @@
 #include "host/controls/entity_picker.h"
 #include "host/controls/grid.h"
+#include "host/controls/numeric_edit.h"
 #include "tests/screens/good_editor/editor_fixture.h"
 #include "tests/support/test_main.h"
 
 #include <QAbstractButton>
 #include <QAction>
+#include <QClipboard>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -17,22 +19,19 @@ namespace {
 
 const QString Saved = u"MSGCompeletedSuccessfully(ذخيره سازي کالا)"_s;
 
-/// Everything that can be typed, chosen or switched, as "name=value"; without the code, which each new good has for
-/// itself.
-QStringList Inputs(QWidget *screen)
+/// Types into every edit of the screen that takes it.
+void TypeEverywhere(QWidget *screen)
 {
-    QStringList inputs;
-    for (QWidget *input : screen->findChildren<QWidget *>()) {
-        const QString name = input->objectName();
-        const char *property = qobject_cast<QPlainTextEdit *>(input)    ? "plainText"
-                               : qobject_cast<QAbstractButton *>(input) ? "checked"
-                               : qobject_cast<QComboBox *>(input)       ? "currentText"
-                                                                        : "text";
-        if (input->property(property).isValid() && !name.isEmpty() && name != u"Code_EDT")
-            inputs << name + u'=' + input->property(property).toString().trimmed();
+    auto &tabs = test::Find<QTabWidget>(screen, u"PageControl1"_s);
+    for (int page = 0; page < tabs.count(); ++page) {
+        tabs.setCurrentIndex(page);
+        for (QLineEdit *edit : tabs.widget(page)->findChildren<QLineEdit *>())
+            if (edit->isVisible() && edit->isEnabled() && !edit->isReadOnly()) {
+                edit->setFocus(Qt::TabFocusReason);
+                test::Press(Qt::Key_A, Qt::ControlModifier);
+                test::Type(u"7"_s);
+            }
     }
-    inputs.sort(); // children change places when their tab is shown
-    return inputs;
 }
 
 } // namespace
@@ -73,7 +72,7 @@ private slots:
             QCOMPARE(f.host.messages.TakeAll(), QStringList{Saved});
             // Ready for the next good of the group.
             QCOMPARE(test::Focused(), u"Name_EDT"_s);
-            QCOMPARE(test::Find<QLineEdit>(screen, u"Code_EDT"_s).text(), u"500002"_s);
+            QCOMPARE(test::Find<host::NumericEdit>(screen, u"Code_EDT"_s).text(), u"500002"_s);
             QCOMPARE(test::Find<QLineEdit>(screen, u"BarCode1_EDT"_s).text(), QString());
             test::Press(Qt::Key_3, Qt::ControlModifier);
             QCOMPARE(test::Focused(), u"Weight_EDT"_s); // not where the last good was left
@@ -125,7 +124,11 @@ private slots:
             {u"TaxPercent_edt"_s, u"9"_s},
         };
         f.OpenNew(u"6"_s, [&](QWidget *screen) {
-            const QStringList blank = Inputs(screen);
+            // Without the code, which each new good has for itself, and the tab.
+            const auto inputs = [screen] {
+                return test::State(screen).replaceInStrings(QRegularExpression(u"^(Code_EDT|PageControl1|qt).*"_s), {});
+            };
+            const QStringList blank = inputs();
             for (const auto &[control, text] : general)
                 test::Enter(screen, control, text);
             f.ShowTab(screen, u"Complete_TPC"_s);
@@ -143,11 +146,11 @@ private slots:
                 test::Enter(screen, control, text);
             test::Focus(screen, u"Default_Discount_Sell_CMB"_s);
             test::Press(Qt::Key_End);
-            QVERIFY(Inputs(screen) != blank);
+            QVERIFY(inputs() != blank);
             test::Press(Qt::Key_F3);
             QCOMPARE(f.host.messages.TakeAll(), QStringList{Saved});
             // The next good begins with nothing of this one.
-            QCOMPARE(Inputs(screen), blank);
+            QCOMPARE(inputs(), blank);
             test::Press(Qt::Key_Escape);
         });
         f.OpenGood(600001, [&](QWidget *screen) {
@@ -157,7 +160,7 @@ private slots:
                     const auto *combo = qobject_cast<QComboBox *>(&widget);
                     const auto *edit = qobject_cast<QLineEdit *>(&widget);
                     const QString shown = combo  ? combo->currentText()
-                                          : edit ? edit->text()
+                                          : edit ? host::PlainText(*edit)
                                                  : QString::number(qobject_cast<host::EntityPicker *>(&widget)->Code());
                     QVERIFY2(shown == text, qPrintable(control + u": "_s + shown));
                 }
@@ -169,6 +172,63 @@ private slots:
             QVERIFY(test::Find<QLineEdit>(screen, u"Code_EDT"_s).isReadOnly());
             test::Press(Qt::Key_Escape);
         });
+    }
+
+    void aSecondRecordInTheSameScreen_data()
+    {
+        QTest::addColumn<host::TFormMode>("mode");
+        QTest::newRow("new") << host::TFormMode::New;
+        QTest::newRow("edit") << host::TFormMode::Edit;
+        QTest::newRow("review") << host::TFormMode::Review;
+    }
+    void aSecondRecordInTheSameScreen()
+    {
+        QFETCH(host::TFormMode, mode);
+        EditorFixture f;
+        f.host.settings.record.GoodDetails = f.host.settings.record.FinalPrices = true;
+        f.host.categories.all = {{3, 0, u"گرم"_s}};
+        f.InsertGood(500008, u"شیر"_s, 908);
+        f.InsertGood(500009, u"دوغ"_s, 909);
+        f.database.Exec(
+            u"insert into Categories(Code,Name,Path) values(3,N'گرم',',3,') insert into Kala_category(Kala_code,"
+            "Category_code) values(500008,3) insert into DetailTypes(Title,DetailType) values(N'رنگ',2) insert into "
+            "GoodDetailRelation(GoodCode,DetailID) select 500008,ID from DetailTypes update GoodInf set GrpCode=6,"
+            "kala_type=N'ب',kala_index=N'ج',AbbName='!1!2!3!4!5!6!',Pos='9',Position=N'قفسه',OffPercent=8,MinAva=7,"
+            "Unit=3,Unit2=2,AvaBgPrd=36,AvaBgPrd2=3,CostBgPrd=9,Store=2,ChargeExempt=1,TaxPercent=9,Meghdar_Formool=12,"
+            "Weight=1,Height=2,Width=3,[Length]=4,GroupDiscount=0,DetailUniqueCode=N'77',Tax_In_SellCosts=1,"
+            "Tax_In_BuyCosts=1,Comment=N'شرح',ConsumerPrice=5,DaraiGoodType=2 where Code=500008 update "
+            "GoodCostDiscount set Discount_Sell_1=1,Discount_Sell_4=4,Discount_Buy_2=2,Default_Discount_Sell_Number=2,"
+            "Default_Discount_Buy_Number=3,CostLevel_Sell_2=200,CostLevel_Buy_3=300,Default_CostLevel_Sell_Number=2 "
+            "where GoodCode=500008 insert into GoodFirstAsset(GoodCode,StoreCode,tmp,Amount1,Amount2,Radif) "
+            "values(500008,1,0,36,3,1)"_s);
+        const auto second = [&] {
+            QStringList state;
+            f.Open(500009, mode, u"5"_s, [&](QWidget *screen) {
+                state = test::State(screen);
+                test::Press(Qt::Key_Escape);
+            });
+            return state;
+        };
+        const QStringList fresh = second();
+        f.keepsScreen = true;
+        for (const host::TFormMode first : {host::TFormMode::Edit, host::TFormMode::Review}) {
+            f.Open(500008, first, {}, [&](QWidget *screen) {
+                TypeEverywhere(screen);
+                f.Leave();
+            });
+            QCOMPARE(second(), fresh);
+        }
+        // The first good's amounts are not behind a formula that the second one is given.
+        f.OpenGood(500009, [&](QWidget *screen) {
+            test::Focus(screen, u"Formool_CHK"_s);
+            test::Press(Qt::Key_Space);
+            test::Type(u"10"_s);
+            test::Press(Qt::Key_F3);
+            QCOMPARE(f.host.messages.TakeAll(), QStringList{Saved});
+        });
+        QCOMPARE(f.database.Rows(u"select AvaBgPrd,AvaBgPrd2,CostBgPrd,(select count(*) from GoodFirstAsset where "
+                                 "GoodCode=Code) from GoodInf where Code=500009"_s),
+                 QStringList{u"0|0|0|0"_s});
     }
 
     void allOrNothing_data()
@@ -188,6 +248,7 @@ private slots:
         EditorFixture f;
         f.InsertGood(500009, u"دوغ"_s, 909);
         f.host.settings.record.GoodDetails = true;
+        f.database.Exec(u"insert into DetailTypes(Title,DetailType) values(N'رنگ',1)"_s);
         const QString state =
             u"select g.Code,g.Name,g.AvaBgPrd,c.Discount_Sell_1,c.CostLevel_Sell_1,(select count(*) from "
             "GoodFirstAsset where tmp=0) from GoodInf g join GoodCostDiscount c on c.GoodCode=g.Code"_s;
@@ -198,6 +259,8 @@ private slots:
             test::Enter(screen, u"CostBgPrd_EDT"_s, u"10"_s);
             f.ShowTab(screen, u"Discount_TPC"_s);
             test::Enter(screen, u"Discount_Sell_1_EDT"_s, u"7"_s);
+            f.database.Exec(u"insert into #GoodDetails(GoodCode,GoodDetailID,GoodDetailTitle) select "
+                            "500009,ID,Title from DetailTypes"_s);
             f.database.Exec(u"drop table "_s + table);
             test::Press(Qt::Key_F3);
             QVERIFY(f.host.messages.Take().contains(table));
@@ -208,7 +271,7 @@ private slots:
                                                          u"SaveInLineAutoVoucher(500009)"_s})
                                           : QStringList());
             QCOMPARE(f.database.Rows(state), before);
-            QCOMPARE(test::Find<QLineEdit>(screen, u"Discount_Sell_1_EDT"_s).text(), u"7"_s);
+            QCOMPARE(test::Find<host::NumericEdit>(screen, u"Discount_Sell_1_EDT"_s).text(), u"7"_s);
             // Repaired, the same save goes through without typing anything again.
             f.database.Exec(u"create table %1(ID int identity(1,1) not null, %2)"_s.arg(table, columns));
             test::Press(Qt::Key_F3);
@@ -226,13 +289,16 @@ private slots:
             QSqlDatabase main = f.database.Main();
             main.close();
             test::Press(Qt::Key_F3);
-            QVERIFY(!f.host.messages.TakeAll().isEmpty());
+            QVERIFY(f.host.messages.TakeAll().join(u' ').contains(u"باقی است"_s));
             QCOMPARE(test::Find<QComboBox>(screen, u"Name_EDT"_s).currentText(), u"شیر"_s);
             QVERIFY(main.open());
             QCOMPARE(f.database.Scalar(u"select count(*) from GoodInf"_s).toInt(), 0);
             test::Press(Qt::Key_F3);
             QCOMPARE(f.host.messages.TakeAll(), QStringList{Saved});
+            main.close();
             test::Press(Qt::Key_Escape);
+            QVERIFY(!f.host.messages.TakeAll().join(u' ').contains(u"باقی است"_s)); // the form goes all the same
+            QVERIFY(main.open());
         });
         QCOMPARE(f.database.Rows(u"select Code,Name from GoodInf"_s), QStringList{u"500001|شیر  "_s});
     }
@@ -266,7 +332,7 @@ private slots:
             test::Press(Qt::Key_End);
             test::Press(Qt::Key_F4);
             f.ShowTab(screen, u"General_TPC"_s);
-            const auto &code = test::Find<QLineEdit>(screen, u"Code_EDT"_s);
+            const auto &code = test::Find<host::NumericEdit>(screen, u"Code_EDT"_s);
             QCOMPARE(code.text(), u"500010"_s);
             test::Focus(screen, u"Group_CMB"_s);
             test::Press(Qt::Key_Down);
@@ -280,7 +346,7 @@ private slots:
         f.OpenGood(500009, [&](QWidget *screen) {
             test::Focus(screen, u"Group_CMB"_s);
             test::Press(Qt::Key_Down);
-            QCOMPARE(test::Find<QLineEdit>(screen, u"Code_EDT"_s).text(), u"500009"_s);
+            QCOMPARE(test::Find<host::NumericEdit>(screen, u"Code_EDT"_s).text(), u"500009"_s);
             test::Press(Qt::Key_F3);
             QCOMPARE(f.host.messages.TakeAll(), QStringList{Saved});
         });
@@ -334,6 +400,7 @@ private slots:
         f.InsertGood(500009, u"دوغ"_s, 909);
         f.database.Exec(u"update GoodInf set AvaBgPrd=4,CostBgPrd=10"_s);
         f.database.Exec(u"insert into GoodFirstAsset(GoodCode,StoreCode,tmp,Amount1,Radif) values(500009,1,0,4,1)"_s);
+        f.host.settings.record.GoodDetails = true;
         f.OpenGood(500009, [&](QWidget *screen) {
             f.ShowTab(screen, u"Cost_Level_TPC"_s);
             test::Focus(screen, u"SellDetails_GRD"_s);
@@ -342,7 +409,9 @@ private slots:
             // Another desk opens the same good, enters its opening stock and leaves.
             f.database.Exec(u"update GoodInf set AvaBgPrd=6,VoucherCode=7,Comment=N'شمارش'"_s);
             f.database.Exec(u"update GoodFirstAsset set Amount1=6 where tmp=0"_s);
-            f.database.Exec(u"update GoodCostDiscount set CostLevel_Buy_1=95"_s);
+            f.database.Exec(u"update GoodCostDiscount set CostLevel_Buy_1=95,CostLevel_Sell_9=99,Discount_Sell_3=3"_s);
+            f.database.Exec(u"insert DetailTypes(Title,DetailType) values(N'رنگ',1) "
+                            "insert GoodDetailRelation(GoodCode,DetailID) select 500009,ID from DetailTypes"_s);
             f.database.Exec(u"delete from tmpCostList"_s);
             test::Type(u"300"_s);
             test::Press(Qt::Key_Return);
@@ -357,12 +426,59 @@ private slots:
             test::Press(Qt::Key_F3);
             QCOMPARE(f.host.messages.TakeAll(), QStringList{Saved});
         });
-        QCOMPARE(f.database.Rows(u"select kala_name,AvaBgPrd,VoucherCode,Comment,CostLevel_Sell_1,CostLevel_Sell_2,"
-                                 "Default_CostLevel_Sell_Number,CostLevel_Buy_1 from GoodInf join GoodCostDiscount on "
-                                 "GoodCode=Code"_s),
-                 QStringList{u"ماست|6|7|شمارش|250|300|2|95"_s});
+        QCOMPARE(
+            f.database.Rows(u"select kala_name,AvaBgPrd,VoucherCode,Comment,CostLevel_Sell_1,CostLevel_Sell_2,"
+                            "Default_CostLevel_Sell_Number,CostLevel_Buy_1,CostLevel_Sell_9,Discount_Sell_3,(select "
+                            "count(*) from GoodDetailRelation) from GoodInf join GoodCostDiscount on "
+                            "GoodCode=Code"_s),
+            QStringList{u"ماست|6|7|شمارش|250|300|2|95|99|3|1"_s});
         QCOMPARE(f.database.Rows(u"select tmp,Amount1 from GoodFirstAsset"_s), QStringList{u"0|6"_s});
-        QVERIFY(f.host.vouchers.calls.isEmpty());
+        QCOMPARE(f.host.vouchers.calls.filter(u"Save"_s), QStringList());
+    }
+
+    void whatControlsCannotShowStays_data()
+    {
+        QTest::addColumn<bool>("edited");
+        QTest::addColumn<QString>("row");
+        QTest::newRow("left alone") << false << u"1\r\n2|9,1||5"_s;
+        QTest::newRow("edited") << true << u"1\r\n2\r\n3|1,2,9|7|0"_s;
+    }
+    void whatControlsCannotShowStays()
+    {
+        QFETCH(bool, edited);
+        EditorFixture f;
+        f.InsertGood(500009, u"دوغ"_s, 909);
+        // Tag 9 is in no list any more, and an exempt good has kept its percent.
+        f.database.Exec(u"insert colors(code,Name,Value) values(1,N'سرخ','#ff0000') insert TagS(Code,Name,color_code) "
+                        u"values(1,N'نو',1),(2,N'کم',1) "
+                        "update GoodInf set Comment='1'+char(13)+char(10)+'2',tags='9,1',Pos='',TaxExempt=1,"
+                        "TaxPercent=5"_s);
+        f.OpenGood(500009, [&](QWidget *screen) {
+            f.ShowTab(screen, u"Complete_TPC"_s);
+            if (edited) {
+                test::Enter(screen, u"Pos_EDT"_s, u"7"_s);
+                test::Focus(screen, u"Comment_EDT"_s);
+                test::Press(Qt::Key_End, Qt::ControlModifier);
+                test::Press(Qt::Key_Return);
+                test::Type(u"3"_s);
+                test::Focus(screen, u"Tag_editor"_s);
+                test::Press(Qt::Key_Space);
+                test::Press(Qt::Key_Down);
+                test::Press(Qt::Key_Return);
+                f.ShowTab(screen, u"Discount_TPC"_s);
+                test::Focus(screen, u"TaxGlobalSetting_RB"_s);
+                test::Press(Qt::Key_Space);
+                f.ShowTab(screen, u"General_TPC"_s);
+                QGuiApplication::clipboard()->setText(u"دوغ\tساده\r\n"_s);
+                test::Focus(screen, u"Name_EDT"_s);
+                test::Press(Qt::Key_A, Qt::ControlModifier);
+                test::Press(Qt::Key_V, Qt::ControlModifier);
+            }
+            test::Press(Qt::Key_F3);
+            QCOMPARE(f.host.messages.TakeAll(), QStringList{Saved});
+        });
+        QTEST(f.database.Rows(u"select Comment,tags,Pos,TaxPercent from GoodInf"_s).value(0), "row");
+        QCOMPARE(f.database.Scalar(u"select kala_name from GoodInf"_s).toString(), edited ? u"دوغ ساده"_s : u"دوغ"_s);
     }
 
     void aGoodDeletedMeanwhile()

@@ -1,3 +1,4 @@
+#include "host/controls/numeric_edit.h"
 #include "tests/screens/good_editor/editor_fixture.h"
 #include "tests/support/test_main.h"
 
@@ -9,11 +10,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// "Control=text" entries, typed in their order; each field is left before the next.
+/// "Control=text" entries, typed in their order; each field is left before the next. Without a text it is passed.
 void TypeAll(QWidget *screen, const QStringList &entries)
 {
     for (const QString &entry : entries) {
-        test::Enter(screen, entry.section(u'=', 0, 0) + u"_EDT"_s, entry.section(u'=', 1));
+        const QString name = entry.section(u'=', 0, 0) + u"_EDT"_s;
+        entry.contains(u'=') ? test::Enter(screen, name, entry.section(u'=', 1)) : test::Focus(screen, name);
         test::Press(Qt::Key_Tab);
         QCoreApplication::processEvents();
     }
@@ -21,7 +23,7 @@ void TypeAll(QWidget *screen, const QStringList &entries)
 
 QString Shown(QWidget *screen, const QString &name)
 {
-    return test::Find<QLineEdit>(screen, name + u"_EDT"_s).text();
+    return host::PlainText(test::Find<QLineEdit>(screen, name + u"_EDT"_s));
 }
 
 /// The "+" of the first barcode.
@@ -67,6 +69,12 @@ private slots:
                                    << QStringList{u"Meghdar_Joz=0"_s, u"GheymatKol=0"_s, u"GheymatJoz=5"_s};
         QTest::newRow("another formula") << u"12"_s << QStringList{u"Meghdar_Joz=30"_s, u"Formool=10"_s}
                                          << QStringList{u"MeghdarKol=2"_s, u"MeghdarJoz=10"_s, u"Meghdar_Joz=30"_s};
+        QTest::newRow("parts before the formula")
+            << u"0"_s << QStringList{u"MeghdarKol=2"_s, u"MeghdarJoz=6"_s, u"Formool=12"_s}
+            << QStringList{u"MeghdarKol=2"_s, u"MeghdarJoz=6"_s, u"Meghdar_Joz=30"_s};
+        QTest::newRow("a price that thirds cannot tell, passed")
+            << u"3"_s << QStringList{u"GheymatKol=100"_s, u"GheymatJoz"_s, u"GheymatKol"_s}
+            << QStringList{u"GheymatKol=100"_s, u"GheymatJoz=33.333333333"_s};
         QTest::newRow("no formula after all")
             << u"12"_s << QStringList{u"Formool="_s} << QStringList{u"Formool=0"_s, u"MeghdarJoz=0"_s};
     }
@@ -100,6 +108,8 @@ private slots:
             << false << QStringList{u"AvaBgPrd=30"_s, u"AvaBgPrd2=3"_s} << 0 << u"30"_s << u"3"_s;
         QTest::newRow("typed by hand, replaced")
             << false << QStringList{u"AvaBgPrd=30"_s, u"AvaBgPrd2=3"_s} << 1 << u"36"_s << u"3"_s;
+        QTest::newRow("the second passed")
+            << false << QStringList{u"AvaBgPrd=10"_s, u"AvaBgPrd2"_s} << -1 << u"10"_s << u"0.833333333"_s;
         QTest::newRow("asked once") << false << QStringList{u"AvaBgPrd=30"_s, u"AvaBgPrd2=3"_s, u"AvaBgPrd2=4"_s} << 1
                                     << u"48"_s << u"4"_s;
     }
@@ -121,6 +131,72 @@ private slots:
             QTEST(Shown(screen, u"AvaBgPrd2"_s), "second");
             f.Leave();
         });
+    }
+
+    void passingChangesNothing_data()
+    {
+        QTest::addColumn<host::TSettingRecord>("settings");
+        QTest::addColumn<QString>("stock"); // the formula and both quantities
+        const auto shop = [](bool twoUnits, bool variable, bool whole = false) {
+            host::TSettingRecord record;
+            record.TwoUnitGoods = twoUnits;
+            record.TwoUnitVariableRatio = variable;
+            record.IntegerUnits = whole;
+            record.GoodDetails = true;
+            return record;
+        };
+        const host::TSettingRecord bigAndSmall = shop(true, false);
+        const host::TSettingRecord both = shop(true, true);
+        QTest::newRow("one unit") << shop(false, false) << u"0,10,0"_s;
+        QTest::newRow("one unit, a second from before") << shop(false, false) << u"12,0,5"_s;
+        QTest::newRow("two units without a formula") << both << u"0,10,7"_s;
+        QTest::newRow("two units, thirds") << both << u"3,10,3.333333333"_s;
+        QTest::newRow("two units, below one") << both << u"0.7,0.786419752,1.123456789"_s;
+        QTest::newRow("two whole units, below one") << shop(true, true, true) << u"0.7,100,142"_s;
+        QTest::newRow("two whole units, a rest") << shop(true, true, true) << u"12,30,2"_s;
+        QTest::newRow("two units, a half") << both << u"7.5,10,1.333333333"_s;
+        QTest::newRow("big and small, thirds") << bigAndSmall << u"3,10,3.333333333"_s;
+        QTest::newRow("big and small, below one") << bigAndSmall << u"0.7,100,142.857142857"_s;
+        QTest::newRow("big and small, whole units") << shop(true, false, true) << u"12,30,7"_s;
+        QTest::newRow("big and small, a half") << bigAndSmall << u"7.5,100.000000001,13"_s;
+    }
+    void passingChangesNothing()
+    {
+        QFETCH(host::TSettingRecord, settings);
+        QFETCH(QString, stock);
+        EditorFixture f;
+        f.host.settings.record = settings;
+        f.InsertGood(500008, u"شیر"_s, 908);
+        f.InsertGood(500009, u"دوغ"_s, 909);
+        // With all that a rule would refuse, had it been typed now.
+        f.database.Exec(
+            u"update GoodInf set AbbName=N'!62!x',Pos=case %1 when 0 then NULL else N'150' end,OffPercent=150,"
+            "TaxPercent=101,Unit2=2,CostBgPrd=33.333333333,Meghdar_Formool=%1,AvaBgPrd=%2,AvaBgPrd2=%3 insert into "
+            "GoodFirstAsset(GoodCode,StoreCode,tmp,Amount1,Amount2,Comment,Radif) select Code,1,0,AvaBgPrd,AvaBgPrd2,"
+            "N'شمارش',1 from GoodInf"_s.arg(stock.section(u',', 0, 0), stock.section(u',', 1, 1),
+                                            stock.section(u',', 2)));
+        QStringList columns = f.database.Columns(u"select * from GoodInf"_s);
+        columns.removeIf([](const QString &name) { return name.contains(u"Modified"); });
+        const auto stored = [&] {
+            return f.database.Rows(u"select [%1] from GoodInf order by Code"_s.arg(columns.join(u"],["))) +
+                   f.database.Rows(u"select * from GoodFirstAsset order by ID"_s) +
+                   f.database.Rows(u"select * from GoodCostDiscount order by GoodCode"_s);
+        };
+        const QStringList before = stored();
+        for (const host::TFormMode mode : {host::TFormMode::Review, host::TFormMode::Edit})
+            f.Open(500009, mode, {}, [&](QWidget *screen) {
+                const QStringList shown = test::State(screen);
+                auto &tabs = test::Find<QTabWidget>(screen, u"PageControl1"_s);
+                for (int page = tabs.count() - 1; page >= 0; --page) {
+                    tabs.setCurrentIndex(page);
+                    QVERIFY(test::TabRound().size() > (page == 0 ? 10 : 2));
+                    QCoreApplication::processEvents();
+                }
+                QCOMPARE(test::State(screen), shown);
+                test::Press(mode == host::TFormMode::Edit ? Qt::Key_F3 : Qt::Key_Escape);
+                QCOMPARE(f.host.messages.TakeAll().size(), mode == host::TFormMode::Edit ? 1 : 0);
+            });
+        QCOMPARE(stored(), before);
     }
 
     void aShopWithoutSecondUnitsKeepsThem()
@@ -191,15 +267,15 @@ private slots:
     {
         EditorFixture f;
         f.InsertGood(500009, u"دوغ"_s, 909);
-        f.database.Exec(u"update GoodInf set OffPercent=150,TaxPercent=101"_s);
+        f.database.Exec(u"update GoodInf set OffPercent=150,TaxPercent=9"_s);
         f.OpenGood(500009, [&](QWidget *screen) {
             f.ShowTab(screen, u"Discount_TPC"_s);
-            test::Focus(screen, u"TaxPercent_edt"_s);
+            test::Enter(screen, u"TaxPercent_edt"_s, u"101"_s);
             test::Press(Qt::Key_Tab);
             QCoreApplication::processEvents();
             QCOMPARE(f.host.messages.Take(), u"MsgRequiredField(درصد کمتر از 100 )"_s);
-            QCOMPARE(test::Find<QLineEdit>(screen, u"OffPercent_EDT"_s).text(), u"100"_s);
-            QCOMPARE(test::Find<QLineEdit>(screen, u"TaxPercent_edt"_s).text(), u"101"_s);
+            QCOMPARE(test::Find<host::NumericEdit>(screen, u"OffPercent_EDT"_s).text(), u"100"_s);
+            QCOMPARE(test::Find<host::NumericEdit>(screen, u"TaxPercent_edt"_s).text(), u"101"_s);
             f.Leave();
         });
     }
@@ -237,6 +313,8 @@ private slots:
             QCOMPARE(f.host.messages.Take(), message);
             QCOMPARE(test::Focused(), message.isEmpty() ? u"BarCode3_EDT"_s : u"BarCode2_EDT"_s);
             if (!message.isEmpty()) {
+                test::Press(Qt::Key_F3); // before anything else that this good lacks
+                QCOMPARE(f.host.messages.Take(), message);
                 test::Type(u"222"_s);
                 test::Press(Qt::Key_Return);
                 QCOMPARE(Shown(screen, u"BarCode2"_s), u"222"_s);
@@ -363,8 +441,10 @@ private slots:
             test::Focus(screen, edit);
             test::Press(Qt::Key_Tab);
             QTEST(f.host.keyboard.switches, "layouts");
+            test::Focus(screen, edit);
             test::Press(Qt::Key_Escape);
         });
+        QCOMPARE(f.host.keyboard.layout, u"00000429"_s); // also when left from inside the edit
     }
 };
 

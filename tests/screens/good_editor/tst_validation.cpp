@@ -87,7 +87,8 @@ std::vector<Case> OtherCases()
          [](EditorFixture &f) {
              f.host.settings.record.ControlNegativeStock = true;
              f.host.stock.enough = false;
-             f.database.Exec(u"update GoodInf set AvaBgPrd=9, CostBgPrd=1 where Code=500009"_s);
+             f.database.Exec(u"update GoodInf set AvaBgPrd=9, CostBgPrd=1 where Code=500009 insert into "
+                             "GoodFirstAsset(GoodCode,StoreCode,tmp,Amount1) values(500009,1,0,9)"_s);
          },
          Enter(u"Store_Entity"_s, u"2"_s),
          {},

@@ -1,5 +1,6 @@
 #include "tests/screens/goods_list/list_fixture.h"
 
+#include <QProgressDialog>
 #include <QPushButton>
 
 using namespace Qt::StringLiterals;
@@ -35,6 +36,8 @@ private slots:
     void deletionRefused();
     void deletion();
     void editingKeepsThePlace();
+    void aGoodThatIsGoneLeavesTheList();
+    void stockUpdate_data();
     void stockUpdate();
 };
 
@@ -139,17 +142,53 @@ void TestChanging::editingKeepsThePlace()
     screen.Press({Qt::Key_Escape, Qt::Key_Escape});
 }
 
-void TestChanging::stockUpdate()
+void TestChanging::aGoodThatIsGoneLeavesTheList()
 {
     Screen screen;
-    const QString stock = u"select GoodCode, Amount1 from GoodStock where GoodCode=110001"_s;
-    const QStringList before = screen.database.Rows(stock);
-    screen.database.Exec(u"update GoodStock set Amount1 = 98765 where GoodCode = 110001"_s);
     screen.Open();
-    QCOMPARE(screen.Shown(u"Mogodi"_s), u"۹۸٬۷۶۵"_s);
+    screen.Press({Qt::Key_Down});
+    const QString gone = screen.grid.CurrentKey();
+    screen.database.Exec(u"delete from GoodInf where Code="_s + gone);
+    test::Press(Qt::Key_F5);
+    QCOMPARE(screen.host.messages.TakeAll(), QStringList{u"ShowMessage(این کالا دیگر وجود ندارد.)"_s});
+    QVERIFY(screen.grid.CurrentKey() > gone);
+    QVERIFY(!screen.grid.ShownKeys().contains(gone));
+    test::Press(Qt::Key_Escape);
+}
+
+void TestChanging::stockUpdate_data()
+{
+    QTest::addColumn<bool>("cancelled");
+    QTest::newRow("to its end") << false;
+    QTest::newRow("cancelled between stores and goods") << true;
+}
+
+void TestChanging::stockUpdate()
+{
+    QFETCH(bool, cancelled);
+    Screen screen;
+    const auto stock = [&] {
+        return screen.database.Rows(u"select Amount1 from GoodStock where GoodCode=110001 union all "
+                                    "select sum(Amount1) from GoodStoreStock where GoodCode=110001"_s);
+    };
+    const QStringList right = stock();
+    screen.database.Exec(u"update GoodStock set Amount1 = 98765 where GoodCode = 110001 "
+                         "update GoodStoreStock set Amount1 = 98765 where GoodCode = 110001"_s);
+    const QStringList wrong = stock();
+    screen.Open();
+    QTimer press;
+    connect(&press, &QTimer::timeout, this, [&] {
+        auto *progress = qobject_cast<QProgressDialog *>(QApplication::activeModalWidget());
+        if (cancelled && progress && progress->value() == 1)
+            QTest::keyClick(progress, Qt::Key_Escape);
+    });
+    press.start(0);
     test::Find<QPushButton>(&screen.list, u"UpdateAssets_BTN"_s).click();
-    QCOMPARE(screen.database.Rows(stock), before);
-    QVERIFY(screen.Shown(u"Mogodi"_s) != u"۹۸٬۷۶۵"_s);
+    press.stop();
+    QCOMPARE(stock(), cancelled ? wrong : right);
+    QCOMPARE(screen.Shown(u"Mogodi"_s) == u"۹۸٬۷۶۵"_s, cancelled);
+    screen.Activate();
+    screen.grid.setFocus();
     test::Press(Qt::Key_Escape);
 }
 

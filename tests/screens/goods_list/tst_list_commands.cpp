@@ -1,4 +1,5 @@
 #include "host/controls/grid.h"
+#include "host/controls/numeric_edit.h"
 #include "screens/goods_list/good_list.h"
 #include "tests/support/database.h"
 #include "tests/support/modal.h"
@@ -89,7 +90,8 @@ private slots:
 
         test::Drive([] { test::Press(Qt::Key_F4); },
                     [&](QWidget *editor) {
-                        QCOMPARE(test::Find<QLineEdit>(editor, u"Code_EDT"_s).text(), QString::number(last + 1));
+                        QCOMPARE(test::Find<host::NumericEdit>(editor, u"Code_EDT"_s).text(),
+                                 QString::number(last + 1));
                         for (int good = 1; good <= saved; ++good) {
                             SaveGood(editor, u"ماست %1"_s.arg(good), QString::number(987650 + good));
                             QCOMPARE(screen.host.messages.TakeAll(), QStringList{Saved});

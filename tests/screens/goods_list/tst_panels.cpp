@@ -1,3 +1,4 @@
+#include "host/controls/number_text.h"
 #include "host/controls/tags_panel.h"
 #include "tests/screens/goods_list/list_fixture.h"
 
@@ -19,6 +20,7 @@ class TestPanels : public QObject
 private slots:
     void groupMenu_data();
     void groupMenu();
+    void shownGroupIsDeleted();
     void tags();
     void pictures();
 };
@@ -59,6 +61,21 @@ void TestPanels::groupMenu()
     test::Press(Qt::Key_Escape);
 }
 
+/// The group that is shown goes in the list behind F11: all goods are shown, not none.
+void TestPanels::shownGroupIsDeleted()
+{
+    Screen screen;
+    screen.Open();
+    test::Press(Qt::Key_F11, Qt::ControlModifier);
+    test::Type(u"لبنيات"_s);
+    test::Press(Qt::Key_Return);
+    QCOMPARE(screen.grid.ShownKeys(), screen.Codes(u"GrpCode = 15"_s));
+    screen.database.Exec(u"update GoodInf set GrpCode = 11 where GrpCode = 15 delete from GoodGrpS where Code = 15"_s);
+    test::Press(Qt::Key_F11);
+    QCOMPARE(screen.grid.ShownKeys(), screen.Codes());
+    test::Press(Qt::Key_Escape);
+}
+
 void TestPanels::tags()
 {
     Screen screen;
@@ -73,6 +90,7 @@ void TestPanels::tags()
     };
     QCOMPARE(stored(), u"1"_s);
     QTRY_COMPARE(chips().size(), 0);
+    QCOMPARE(screen.grid.CurrentValue(u"t2"_s).toString(), QString()); // the marks in the list follow
     QTest::mouseClick(&test::Find<QToolButton>(&screen.list, u"add_btn"_s), Qt::LeftButton);
     auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
     QVERIFY(menu);
@@ -91,6 +109,11 @@ void TestPanels::tags()
     const auto panels = [&] { return screen.list.findChildren<host::TagsPanel *>(); };
     QTRY_COMPARE(panels().size(), 2);
     QVERIFY(panels().first()->isReadOnly() && panels().last()->isReadOnly());
+    test::Press(Qt::Key_A, Qt::ControlModifier);
+    QTRY_COMPARE(panels().size(), 20);
+    const auto labels = test::Find(&screen.list, u"Tags1"_s).findChildren<QLabel *>();
+    QCOMPARE(labels.last()->text(),
+             u"و %1 کالای دیگر"_s.arg(host::DisplayNumber(QString::number(screen.grid.RowCount() - 20))));
     screen.grid.ClearMarks();
     QVERIFY(screen.grid.Locate(u"110001"_s));
     QTRY_COMPARE(panels().size(), 1);

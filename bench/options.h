@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QStringList>
+
+namespace bench {
+
+/// What the command line asks for.
+struct Options
+{
+    static constexpr int UsualGoods = 100000;
+    static constexpr int LeastGoods = 1000;
+    /// Codes have six digits, and the saves that are measured take some of them.
+    static constexpr int MostGoods = 999900;
+
+    int goods = UsualGoods;
+    bool engineOnly = false;
+    bool statements = false; ///< print the texts of one opening and one save
+    bool help = false;
+};
+
+/// Throws std::invalid_argument with the words for the user.
+Options readOptions(const QStringList &arguments);
+QString helpText();
+
+} // namespace bench
