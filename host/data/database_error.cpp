@@ -86,7 +86,8 @@ QString Explained(DatabaseFault fault)
     case DatabaseFault::Locked:
         return u"پایگاه داده مشغول است: کار دیگری در حال نوشتن است. چیزی ثبت نشد؛ کمی بعد دوباره تلاش کنید."_s;
     case DatabaseFault::Deadlock:
-        return u"کار هم‌زمان کاربر دیگری با این کار برخورد کرد. چیزی ثبت نشد؛ "
+        return u"کار هم‌زمان کاربر دیگری با این کار برخورد کرد. چیزی ثبت "
+               u"نشد؛ "
                u"دوباره "
                "تلاش "
                "کنید."_s;
