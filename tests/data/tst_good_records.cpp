@@ -178,9 +178,9 @@ void TestGoodRecords::failedSaveWritesNothing()
 void TestGoodRecords::deletingIsTheHostsBusiness()
 {
     QVERIFY(desk->goods.Good_Delete(501));
-    desk->entities.deleteAnswer = 2;
+    desk->entities.refuseDelete = 2;
     QVERIFY(!desk->goods.Good_Delete(502));
-    QCOMPARE(desk->entities.asked, QStringList({u"102 501 0"_s, u"102 502 0"_s}));
+    QCOMPARE(desk->entities.calls, QStringList({u"Delete_Entity(102, 501, 0)"_s, u"Delete_Entity(102, 502, 0)"_s}));
 }
 
 void TestGoodRecords::newCodes_data()
@@ -264,8 +264,8 @@ void TestGoodRecords::desksSavingAtOnce()
         const QString name = u"desk %1"_s.arg(number);
         {
             const QSqlDatabase main = database->Connect(name);
-            fixture::Settings settings;
-            fixture::Entities entities;
+            test::FakeSettings settings;
+            test::FakeEntities entities;
             TGood_DM goods({main, main, main}, settings, entities);
             try {
                 for (int i = 0; i < Each; ++i) {

@@ -107,7 +107,6 @@ void TestDesk::refusesOtherDatabases_data()
     QTest::newRow("no database") << QByteArray("a letter to the accountant") << QString() << u"باز نشد"_s;
     QTest::newRow("empty file") << QByteArray() << QString() << u"'inf_co'"_s;
     QTest::newRow("a table less") << QByteArray() << u"DROP TABLE OnlineProduct"_s << u"'OnlineProduct'"_s;
-    QTest::newRow("a column less") << QByteArray() << u"ALTER TABLE GoodInf DROP COLUMN tags"_s << u"'tags'"_s;
 }
 
 /// One line that names the file and what is wrong with it; what is no database stays as it is.

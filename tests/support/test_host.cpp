@@ -59,6 +59,8 @@ int FakeEntities::New_Group(host::TSoftwarePart part)
 int FakeEntities::Delete_Entity(host::TSoftwarePart part, int code, bool silent)
 {
     calls << Call("Delete_Entity", part, code, silent);
+    if (deleting)
+        deleting(code);
     return refuseDelete;
 }
 
@@ -66,7 +68,7 @@ QString FakeEntities::Select_Entity_Multible_Param(host::TSoftwarePart part, con
 {
     calls << Call("Select_Entity_Multible_Param", part, param.ExcludedCodes);
     wanted = param;
-    return multipleChoice;
+    return choosing ? choosing(param) : multipleChoice;
 }
 
 std::optional<host::Entity> FakeEntities::Find(host::TSoftwarePart part, int code)

@@ -6,6 +6,8 @@
 #include <QHash>
 #include <QSet>
 
+#include <functional>
+
 using namespace Qt::StringLiterals;
 
 namespace test {
@@ -53,7 +55,10 @@ struct FakeEntities : host::EntityService
     QString multipleChoice;
     host::MultibleParam wanted; ///< what the last choice of several was asked for
     int refuseDelete = 0;       ///< what Delete_Entity returns
-    QStringList calls;          ///< "Select_GroupList(104, کار)"
+    /// What a deletion and a choice of several really do, where a test is about that.
+    std::function<void(int code)> deleting;
+    std::function<QString(const host::MultibleParam &)> choosing;
+    QStringList calls; ///< "Select_GroupList(104, کار)"
 };
 
 struct FakeVouchers : host::VoucherService
