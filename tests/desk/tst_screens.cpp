@@ -34,7 +34,6 @@ class TestScreens : public QObject
 
 private slots:
     void groupIsAddedCorrectedAndDeleted();
-    void searchFoldsWhatIsTyped();
     void choosingGivesTheCodeBack();
     void editorRefuses_data();
     void editorRefuses();
@@ -78,24 +77,6 @@ void TestScreens::groupIsAddedCorrectedAndDeleted()
                                 });
                     Regain(list);
                     QCOMPARE(t.database.Scalar(u"SELECT COUNT(*) FROM GoodGrpS"_s).toInt(), before);
-                    test::Press(Qt::Key_Escape);
-                });
-}
-
-void TestScreens::searchFoldsWhatIsTyped()
-{
-    test::Desk t;
-    t.database.Exec(u"INSERT INTO Units (Code, Name) VALUES (90, N'کیسه‌ی بزرگ')"_s);
-    test::Drive([&] { t.desk.entities.Call_GroupList(TSoftwarePart::Units); },
-                [&](QWidget *list) {
-                    auto &grid = test::Find<host::Grid>(list, u"ListDB_GRD"_s);
-                    const int all = grid.RowCount();
-                    test::Type(u"كيسه بزرگ"_s); // Arabic letters, a blank for the half-space
-                    QTRY_COMPARE(grid.RowCount(), 1);
-                    QCOMPARE(grid.CurrentKey(), u"90"_s);
-                    test::Press(Qt::Key_Escape);
-                    QTRY_COMPARE(grid.RowCount(), all);
-                    QVERIFY(list->isVisible());
                     test::Press(Qt::Key_Escape);
                 });
 }

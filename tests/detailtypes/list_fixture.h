@@ -10,11 +10,12 @@
 
 using namespace Qt::StringLiterals;
 
-namespace fixture {
-
+using detail_types::Choice;
 using host::TFormMode;
 using host::TPermission;
 using host::TSoftwarePart;
+
+namespace fixture {
 
 /// A list over nine types and four categories; type 9 is carried by a good.
 struct Screen

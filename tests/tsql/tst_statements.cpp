@@ -9,11 +9,9 @@
 //   statement --> 1 | 2 // 3 | 4   a case on one line, its rows (or none) parted by //
 //
 // A case without --> must run and give nothing back. Lines that begin with ## are remarks.
-// "@run PATH" runs a script of the source tree, whose batches GO separates.
 
 #include "tests/support/test_main.h"
 #include "tsql/driver.h"
-#include "tsql/lexer.h"
 
 #include <QDirIterator>
 #include <QRegularExpression>
@@ -46,17 +44,6 @@ struct Case
     int line = 0;
 };
 
-QList<Case> casesOfScript(const QString &path, int line)
-{
-    QFile file(QString::fromUtf8(GOODS_SOURCES "/") + path);
-    if (!file.open(QIODevice::ReadOnly))
-        return {{path, {}, {}, {u"a readable script"_s}, line}};
-    QList<Case> cases;
-    for (const tsql::ScriptBatch &batch : tsql::splitScript(QString::fromUtf8(file.readAll())))
-        cases.append({u"%1:%2"_s.arg(path).arg(batch.firstLine), {}, batch.text, {}, line});
-    return cases;
-}
-
 QList<Case> casesIn(const QString &path)
 {
     QFile file(path);
@@ -71,9 +58,7 @@ QList<Case> casesIn(const QString &path)
         ++number;
         if (line.startsWith(u"##"_s))
             continue;
-        if (line.startsWith(u"@run "_s)) {
-            cases.append(casesOfScript(line.mid(5).trimmed(), number));
-        } else if (line.startsWith(u"== "_s)) {
+        if (line.startsWith(u"== "_s)) {
             const QString title = line.mid(3).trimmed();
             const qsizetype bracket = title.endsWith(u']') ? title.lastIndexOf(u'[') : -1;
             cases.append({title, bracket < 0 ? QString() : title.mid(bracket), {}, {}, number});
