@@ -79,4 +79,27 @@ inline TGoodInfoRec Good(int code, int group = 5)
     return rec;
 }
 
+/// Tests of one desk, each on a furnished database of its own.
+class Test : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        database = std::make_unique<test::Database>();
+        Furnish(*database);
+        desk = std::make_unique<Desk>(*database);
+    }
+    void cleanup()
+    {
+        desk.reset();
+        database.reset();
+    }
+
+protected:
+    std::unique_ptr<test::Database> database;
+    std::unique_ptr<Desk> desk;
+};
+
 } // namespace fixture

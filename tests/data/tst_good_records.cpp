@@ -32,22 +32,11 @@ void MakeGoods(const test::Database &database, const QString &values)
 
 } // namespace
 
-class TestGoodRecords : public QObject
+class TestGoodRecords : public fixture::Test
 {
     Q_OBJECT
 
 private slots:
-    void init()
-    {
-        database = std::make_unique<test::Database>();
-        fixture::Furnish(*database);
-        desk = std::make_unique<Desk>(*database);
-    }
-    void cleanup()
-    {
-        desk.reset();
-        database.reset();
-    }
     void savedIsWhatIsRead();
     void updateKeepsCreationAndLeavesOthersAlone();
     void oneUnitGoodHasNoSecondUnit();
@@ -67,10 +56,6 @@ private slots:
     void useElsewhere_data();
     void useElsewhere();
     void scales();
-
-private:
-    std::unique_ptr<test::Database> database;
-    std::unique_ptr<Desk> desk;
 };
 
 void TestGoodRecords::savedIsWhatIsRead()

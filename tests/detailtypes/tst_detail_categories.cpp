@@ -26,7 +26,6 @@ private slots:
     void categoriesAreKept();
     void categoryEditorRefuses_data();
     void categoryEditorRefuses();
-    void categoryEditorKeepsWhatIsEntered_data();
     void categoryEditorKeepsWhatIsEntered();
 };
 
@@ -237,30 +236,8 @@ void TestDetailCategories::categoryEditorRefuses()
     QCOMPARE(screen.database.Rows(all), before);
 }
 
-void TestDetailCategories::categoryEditorKeepsWhatIsEntered_data()
-{
-    using Act = std::function<void(Screen &, QWidget *)>;
-    QTest::addColumn<Act>("act");
-    QTest::newRow("Esc, answered no") << Act([](Screen &screen, QWidget *) {
-        screen.fakes.messages.Answer(false);
-        test::Press(Qt::Key_Escape);
-    });
-    QTest::newRow("window closed, answered no") << Act([](Screen &screen, QWidget *editor) {
-        screen.fakes.messages.Answer(false);
-        editor->close();
-    });
-    QTest::newRow("connection lost") << Act([](Screen &screen, QWidget *) {
-        QSqlDatabase main = screen.database.Main();
-        main.close();
-        test::Press(Qt::Key_F3);
-        QVERIFY(main.open());
-    });
-}
-
 void TestDetailCategories::categoryEditorKeepsWhatIsEntered()
 {
-    using Act = std::function<void(Screen &, QWidget *)>;
-    QFETCH(Act, act);
     Screen screen;
     screen.Open([&] {
         screen.GoToCategory();
@@ -270,7 +247,10 @@ void TestDetailCategories::categoryEditorKeepsWhatIsEntered()
                         QGuiApplication::clipboard()->setText(u" ۱۲,۳ \n"_s);
                         test::Focus(editor, u"Code_EDT"_s);
                         test::Press(Qt::Key_V, Qt::ControlModifier);
-                        act(screen, editor);
+                        QSqlDatabase main = screen.database.Main();
+                        main.close();
+                        test::Press(Qt::Key_F3);
+                        QVERIFY(main.open());
                         QCOMPARE(screen.fakes.messages.TakeAll().size(), 1);
                         test::Press(Qt::Key_F3);
                     });
