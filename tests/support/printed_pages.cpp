@@ -1,6 +1,7 @@
 #include "tests/support/printed_pages.h"
 
 #include <algorithm>
+#include <functional>
 #include <map>
 
 namespace test {
@@ -48,8 +49,11 @@ void PrintedPages::Engine::drawRects(const QRectF *rects, int count)
 
 void PrintedPages::Engine::drawTextItem(const QPointF &at, const QTextItem &item)
 {
-    // Runs come in the order in which they are read.
-    pages.last().runs << std::pair(at, item.text());
+    auto &runs = pages.last().runs;
+    const auto follows = [&at](const std::pair<QPointF, QString> &run) {
+        return run.first.y() > at.y() || (run.first.y() == at.y() && run.first.x() < at.x());
+    };
+    runs.insert(std::find_if(runs.begin(), runs.end(), follows), {at, item.text()});
 }
 
 QVariant PrintedPages::Engine::property(PrintEnginePropertyKey key) const

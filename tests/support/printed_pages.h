@@ -8,14 +8,14 @@
 namespace test {
 
 /// A printer that keeps what is printed: per page the rows of a table, their cells from right to left, and the texts
-/// outside it. The runs of a cell are joined from right to left.
+/// outside it.
 class PrintedPages : public QPrinter
 {
 public:
     struct Page
     {
         QList<QRectF> frames;
-        QList<std::pair<QPointF, QString>> runs;
+        QList<std::pair<QPointF, QString>> runs; ///< downwards, and in a line from right to left
 
         QList<QStringList> Rows() const;
         QString Outside() const;
@@ -35,6 +35,7 @@ private:
         bool end() override { return true; }
         void updateState(const QPaintEngineState &) override {}
         void drawPixmap(const QRectF &, const QPixmap &, const QRectF &) override {}
+        using QPaintEngine::drawRects;
         void drawRects(const QRectF *rects, int count) override;
         void drawTextItem(const QPointF &at, const QTextItem &item) override;
         Type type() const override { return User; }
