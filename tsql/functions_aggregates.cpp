@@ -110,7 +110,9 @@ void giveDecimalAverage(const Call &call, const TypedSum &typed)
 
 void giveIntegerSum(const Call &call, const TypedSum &typed)
 {
-    call.give(integerFromDecimal({typed.sum.value(), 0}, Kind(typed.type)));
+    const Decimal::Int total = typed.sum.value();
+    const auto whole = qint64(total);
+    call.give(whole == total ? fitInteger(whole, Kind(typed.type)) : integerFromDecimal({total, 0}, Kind(typed.type)));
 }
 
 void giveIntegerAverage(const Call &call, const TypedSum &typed)

@@ -2,49 +2,17 @@
 
 #include "data/goods/good_dm.h"
 #include "tests/support/database.h"
+#include "tests/support/test_host.h"
 
 using namespace Qt::StringLiterals;
 
 namespace fixture {
 
-struct Settings : host::SettingsService
-{
-    host::TUserInfo user{1, u"مدیر"_s, 1};
-    host::TSettingRecord record;
-
-    const host::TUserInfo &UserInfo() const override { return user; }
-    const host::TSettingRecord &SettingRecord() const override { return record; }
-    QByteArray LoadState(const QString &) override { return {}; }
-    void SaveState(const QString &, const QByteArray &) override {}
-};
-
-/// Answers a deletion as told and keeps what it was asked.
-struct Entities : host::EntityService
-{
-    int deleteAnswer = 0;
-    QStringList asked;
-
-    int Call_GroupList(host::TSoftwarePart) override { return 0; }
-    int Select_GroupList(host::TSoftwarePart, const QString &) override { return 0; }
-    bool Edit_Group(host::TSoftwarePart, int) override { return false; }
-    int New_Group(host::TSoftwarePart) override { return 0; }
-    int Delete_Entity(host::TSoftwarePart part, int code, bool silent) override
-    {
-        asked += u"%1 %2 %3"_s.arg(static_cast<int>(part)).arg(code).arg(silent);
-        return deleteAnswer;
-    }
-    QString Select_Entity_Multible_Param(host::TSoftwarePart, const host::MultibleParam &) override { return {}; }
-    std::optional<host::Entity> Find(host::TSoftwarePart, int) override { return {}; }
-    QList<host::Entity> List(host::TSoftwarePart, const QString &) override { return {}; }
-    bool ReserveCode(host::TSoftwarePart, int) override { return true; }
-    void ReleaseCodes(host::TSoftwarePart) override {}
-};
-
 /// One desk: a goods data module on connections of its own.
 struct Desk
 {
-    Settings settings;
-    Entities entities;
+    test::FakeSettings settings;
+    test::FakeEntities entities;
     TGood_DM goods;
 
     explicit Desk(const test::Database &database)
@@ -110,5 +78,28 @@ inline TGoodInfoRec Good(int code, int group = 5)
     rec.Price.Default_Discount_Buy_Number = 4;
     return rec;
 }
+
+/// Tests of one desk, each on a furnished database of its own.
+class Test : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        database = std::make_unique<test::Database>();
+        Furnish(*database);
+        desk = std::make_unique<Desk>(*database);
+    }
+    void cleanup()
+    {
+        desk.reset();
+        database.reset();
+    }
+
+protected:
+    std::unique_ptr<test::Database> database;
+    std::unique_ptr<Desk> desk;
+};
 
 } // namespace fixture

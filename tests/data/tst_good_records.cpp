@@ -32,22 +32,11 @@ void MakeGoods(const test::Database &database, const QString &values)
 
 } // namespace
 
-class TestGoodRecords : public QObject
+class TestGoodRecords : public fixture::Test
 {
     Q_OBJECT
 
 private slots:
-    void init()
-    {
-        database = std::make_unique<test::Database>();
-        fixture::Furnish(*database);
-        desk = std::make_unique<Desk>(*database);
-    }
-    void cleanup()
-    {
-        desk.reset();
-        database.reset();
-    }
     void savedIsWhatIsRead();
     void updateKeepsCreationAndLeavesOthersAlone();
     void whatOthersChangeStays_data();
@@ -69,10 +58,6 @@ private slots:
     void useElsewhere_data();
     void useElsewhere();
     void scales();
-
-private:
-    std::unique_ptr<test::Database> database;
-    std::unique_ptr<Desk> desk;
 };
 
 void TestGoodRecords::savedIsWhatIsRead()
@@ -230,9 +215,9 @@ void TestGoodRecords::failedSaveWritesNothing()
 void TestGoodRecords::deletingIsTheHostsBusiness()
 {
     QVERIFY(desk->goods.Good_Delete(501));
-    desk->entities.deleteAnswer = 2;
+    desk->entities.refuseDelete = 2;
     QVERIFY(!desk->goods.Good_Delete(502));
-    QCOMPARE(desk->entities.asked, QStringList({u"102 501 0"_s, u"102 502 0"_s}));
+    QCOMPARE(desk->entities.calls, QStringList({u"Delete_Entity(102, 501, 0)"_s, u"Delete_Entity(102, 502, 0)"_s}));
 }
 
 void TestGoodRecords::newCodes_data()
@@ -316,8 +301,8 @@ void TestGoodRecords::desksSavingAtOnce()
         const QString name = u"desk %1"_s.arg(number);
         {
             const QSqlDatabase main = database->Connect(name);
-            fixture::Settings settings;
-            fixture::Entities entities;
+            test::FakeSettings settings;
+            test::FakeEntities entities;
             TGood_DM goods({main, main, main}, settings, entities);
             try {
                 for (int i = 0; i < Each; ++i) {

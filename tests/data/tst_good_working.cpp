@@ -12,22 +12,11 @@ using namespace Qt::StringLiterals;
 using fixture::Desk;
 using fixture::Good;
 
-class TestGoodWorking : public QObject
+class TestGoodWorking : public fixture::Test
 {
     Q_OBJECT
 
 private slots:
-    void init()
-    {
-        database = std::make_unique<test::Database>();
-        fixture::Furnish(*database);
-        desk = std::make_unique<Desk>(*database);
-    }
-    void cleanup()
-    {
-        desk.reset();
-        database.reset();
-    }
     void pricesOfANewGood();
     void pricesOfAnOldGood();
     void singleStoreOpening_data();
@@ -51,9 +40,6 @@ private:
         database->Exec(u"insert into DetailTypes (Title, DetailType) values (N'رنگ', 1), (N'شرح', 2), (N'سریال', 3), "
                        "(N'وزن', 4), (N'تاریخ', 5), (N'بارکد', 6), (N'وضعیت', 7)"_s);
     }
-
-    std::unique_ptr<test::Database> database;
-    std::unique_ptr<Desk> desk;
 };
 
 void TestGoodWorking::pricesOfANewGood()

@@ -5,7 +5,7 @@
 
 using namespace Qt::StringLiterals;
 
-/// Stock on hand, opening stock rows, prices by level, and the removal of a good.
+/// Stock on hand, also of details, opening stock rows, prices by level, and the good that may not be removed.
 class TestStock : public QObject
 {
     Q_OBJECT
@@ -19,8 +19,10 @@ private slots:
     void listsOpeningRows();
     void findsDefaultPrice_data();
     void findsDefaultPrice();
-    void deletesGood();
     void keepsGoodThatMoved();
+    void showsDetailsInStock_data();
+    void showsDetailsInStock();
+    void listsDivisions();
 
 private:
     std::unique_ptr<test::Database> m_database;
@@ -146,32 +148,6 @@ void TestStock::findsDefaultPrice()
     QCOMPARE(m_database->Rows(statement), QStringList{cost});
 }
 
-void TestStock::deletesGood()
-{
-    const QString belongings = u"SELECT (SELECT COUNT(*) FROM GoodInf), (SELECT COUNT(*) FROM "
-                               "GoodCostDiscount), (SELECT COUNT(*) FROM tmpCostList),"
-                               " (SELECT COUNT(*) FROM GoodFirstAsset), (SELECT COUNT(*) FROM "
-                               "Kala_category), (SELECT COUNT(*) FROM PhotoGallery),"
-                               " (SELECT COUNT(*) FROM SelectedList_Detail), (SELECT COUNT(*) FROM "
-                               "GoodDetailRelation), (SELECT COUNT(*) FROM GoodStock)"_s;
-    m_database->Exec(
-        u"DELETE FROM Kardex\nDELETE FROM GoodFirstAsset WHERE GoodCode = 99\nDELETE FROM GoodInf WHERE Code > 20\n"
-        "INSERT INTO Categories (Code, Name, Path) VALUES (1, N'ریشه', ',1,')\n"
-        "INSERT INTO SelectedLists (Code, Title) VALUES (1, N'فهرست')\n"
-        "INSERT INTO DetailTypes (Title, DetailType) VALUES (N'رنگ', 2)\nExec UpdateMogodiKala"_s);
-    for (const char *code : {"10", "20"})
-        m_database->Exec(
-            u"INSERT INTO GoodCostDiscount (GoodCode) VALUES (%1)\n"
-            "INSERT INTO tmpCostList ([Type], Status, TypeCode, CostLevelCode) VALUES (3, 0, %1, 1)\n"
-            "INSERT INTO Kala_category (Kala_code, Category_code) VALUES (%1, 1)\n"
-            "INSERT INTO PhotoGallery (GRPCode, Id_pic, Picture) VALUES (102, %1, 0x01)\n"
-            "INSERT INTO SelectedList_Detail (SL_Code, Code) VALUES (1, %1)\n"
-            "INSERT INTO GoodDetailRelation (GoodCode, DetailID) VALUES (%1, 1)"_s.arg(QLatin1String(code)));
-    QCOMPARE(m_database->Rows(belongings), QStringList{u"2|2|2|4|2|2|2|2|2"_s});
-    m_database->Exec(u"Exec GoodInf_Delete 10"_s);
-    QCOMPARE(m_database->Rows(belongings), QStringList{u"1|1|1|1|1|1|1|1|1"_s});
-}
-
 void TestStock::keepsGoodThatMoved()
 {
     m_database->Exec(u"INSERT INTO GoodCostDiscount (GoodCode) VALUES (10)"_s);
@@ -180,6 +156,41 @@ void TestStock::keepsGoodThatMoved()
                  u"SELECT (SELECT COUNT(*) FROM GoodInf WHERE Code = 10), (SELECT COUNT(*) FROM"
                  " GoodCostDiscount), (SELECT COUNT(*) FROM GoodFirstAsset WHERE GoodCode = 10), @@TRANCOUNT"_s),
              QStringList{u"1|1|3|0"_s});
+}
+
+void TestStock::showsDetailsInStock_data()
+{
+    QTest::addColumn<QString>("arguments");
+    QTest::addColumn<QStringList>("rows");
+    // What came in and went out again is not shown; titles stand as serial, barcode, others.
+    const QString serial = u"2|1|فروشگاه|10|12|626|قرمز|NULL|NULL|12 626 قرمز|1|0|"_s;
+    const QString piece = u"2|2|مرکزی|10|12|626|قرمز|NULL|NULL|12 626 قرمز|3|0|"_s;
+    QTest::newRow("in pieces") << u"@UnitType = 5, @GoodCode = 10"_s
+                               << QStringList{serial + u"0|0|0"_s, piece + u"1.5|2|1"_s};
+    QTest::newRow("in units") << u"\t@GoodCode = 10,\n\t@ComIndex = 108,\n\t@UnitType = 4"_s
+                              << QStringList{serial + u"NULL|NULL|NULL"_s, piece + u"NULL|NULL|NULL"_s};
+    QTest::newRow("a good without details") << u"@GoodCode = 20"_s << QStringList();
+}
+
+void TestStock::showsDetailsInStock()
+{
+    QFETCH(QString, arguments);
+    m_database->Exec(
+        u"INSERT DetailTypes(Title, DetailType) VALUES (N'سریال', 3), (N'بارکد', 6), (N'رنگ', 1) "
+        "INSERT GoodDetailRelation(GoodCode, DetailID) VALUES (10, 3), (10, 2), (10, 1), (20, 3) "
+        "INSERT GoodDetailValues(GoodCode) VALUES (10), (10) "
+        "INSERT GoodDetailValueDetails(DetailValueID, DetailID, [Value]) VALUES (1, 1, N'10'), (2, 1, N'12'), "
+        "(2, 3, N'قرمز'), (2, 2, N'626') "
+        "INSERT GoodDetailKardex(DetailValueID, StoreCode, GoodCode, Amount1, Amount3, [Length], Width, OperationType, "
+        "OperationCode) VALUES (1, 1, 10, 1, 0, 0, 0, 3, 1), (1, 1, 10, -1, 0, 0, 0, 24, 1), "
+        "(2, 1, 10, 1, 0, 0, 0, 3, 1), (2, 2, 10, 6, 2, 1.5, 2, 3, 2), (2, 2, 10, -3, -1, 1.5, 2, 24, 2)"_s);
+    QTEST(m_database->Rows(u"EXEC GoodDetail_Select "_s + arguments), "rows");
+}
+
+void TestStock::listsDivisions()
+{
+    m_database->Exec(u"INSERT GoodDetailDivision(Code, [Date], Comment) VALUES (7, '1405/02/03', N'برش')"_s);
+    QCOMPARE(m_database->Rows(u"exec GoodDetail_Select_GoodDetailDivision"_s), QStringList{u"1|7|1405/02/03|برش"_s});
 }
 
 REGISTER_TEST(TestStock)

@@ -49,8 +49,6 @@ void TestDetailTypesMenu::opensTheListAndChoosesMembers()
                                     }
                                     test::Press(Qt::Key_Return);
                                 });
-                    list->activateWindow();
-                    QVERIFY(QTest::qWaitForWindowActive(list));
                     test::Press(Qt::Key_Escape);
                 });
     QCOMPARE(database.Rows(u"select Code from DetailTypes_SelectedList_Detail where SL_Code = 900 order by Radif"_s),

@@ -53,13 +53,6 @@ private:
                             test::Type(path);
                             test::Press(Qt::Key_Return);
                         });
-            Regain(gallery);
-        }
-        static void Regain(QWidget *gallery)
-        {
-            gallery->activateWindow();
-            QTRY_VERIFY(gallery->isActiveWindow());
-            test::Focus(gallery, u"Photos_LST"_s);
         }
         /// The colours of the stored pictures, in their order.
         QStringList Colors(int temporary) const
@@ -114,7 +107,6 @@ void TestGallery::photosAreAddedOrderedAndDeleted()
                                         for (const Qt::Key key : answer)
                                             test::Press(key);
                                     });
-                        Fixture::Regain(gallery);
                     };
                     remove({Qt::Key_Escape});
                     QCOMPARE(photos.count(), 3);
@@ -145,7 +137,6 @@ void TestGallery::onlyPicturesAreTaken()
                                     QVERIFY(message && message->text().contains(u"قیمت.png"));
                                     test::Press(Qt::Key_Return);
                                 });
-                    Fixture::Regain(gallery);
                     QCOMPARE(test::Find<QListWidget>(gallery, u"Photos_LST"_s).count(), 0);
                     // Nothing to delete, nothing to move.
                     test::Press(Qt::Key_F7);

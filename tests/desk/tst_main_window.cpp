@@ -29,7 +29,6 @@ void ChangeUser(const test::DeskWindow &shop, int down)
                         test::Press(Qt::Key_Down);
                     test::Press(Qt::Key_Return);
                 });
-    shop.Regain();
 }
 
 /// Closes the message that stands over the window, after a look at its text.
@@ -70,7 +69,6 @@ void TestMainWindow::goodsListsDock()
     QCOMPARE(shop.pages->count(), 3);
     test::Drive([&] { shop.Run(u"GoodsList_ACT"_s); },
                 [](QWidget *box) { Dismiss(box, u"امکان نمایش مجدد لیست کالاها وجود ندارد."_s); });
-    shop.Regain();
 
     shop.pages->setCurrentWidget(first);
     test::Focus(first, u"GoodListDB_GRD"_s);
@@ -154,7 +152,6 @@ void TestMainWindow::everyTileRuns()
                 QVERIFY2(qAbs(lower) < 40, qPrintable(screen->objectName()));
                 test::Press(Qt::Key_Escape);
             });
-            shop.Regain();
         }
         QCOMPARE(shop.pages->count(), 1);
     }
@@ -185,9 +182,7 @@ void TestMainWindow::anotherUserBeginsAnew()
     QVERIFY(denied > 0);
     QCOMPARE(GoodsShown(shop), all - denied);
     test::Drive([] { test::Press(Qt::Key_F7); }, [](QWidget *box) { Dismiss(box, u"حذف"_s); });
-    shop.Regain();
     test::Drive([&] { shop.Run(u"Rights_ACT"_s); }, [](QWidget *box) { Dismiss(box, u"تغییر دسترسی"_s); });
-    shop.Regain();
     shop.window->close();
 }
 

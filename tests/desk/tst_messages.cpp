@@ -18,7 +18,6 @@ class TestMessages : public QObject
 private slots:
     void questionIsAnsweredByKeys_data();
     void questionIsAnsweredByKeys();
-    void boxSaysWhatTheCatalogueSays_data();
     void boxSaysWhatTheCatalogueSays();
     void parametersStayAsTheyAre();
     void notificationStandsBesideItsControl();
@@ -51,33 +50,20 @@ void TestMessages::questionIsAnsweredByKeys()
     QCOMPARE(answered, answer);
 }
 
-void TestMessages::boxSaysWhatTheCatalogueSays_data()
-{
-    using Say = std::function<void(desk::Messages &)>;
-    QTest::addColumn<Say>("say");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("required") << Say([](desk::Messages &m) { m.MsgRequiredField(u"نام کالا"_s); })
-                              << u"کاربر گرامی، لطفاً «نام کالا» را وارد کنید."_s;
-    QTest::newRow("percent") << Say([](desk::Messages &m) { m.MsgPercent(u"تخفیف نوع 4"_s); })
-                             << u"کاربر گرامی، مقدار «تخفیف نوع 4» باید بین ۰ و ۱۰۰ باشد."_s;
-    QTest::newRow("two parameters") << Say([](desk::Messages &m) {
-        m.NotSaveable(u"کليه کالاها"_s, u"کالايي"_s);
-    }) << u"کاربر گرامی، در «کليه کالاها» نمی‌توان کالايي ثبت کرد."_s;
-}
-
 void TestMessages::boxSaysWhatTheCatalogueSays()
 {
-    QFETCH(std::function<void(desk::Messages &)>, say);
-    QFETCH(QString, text);
     desk::Messages messages;
-    test::Drive([&] { say(messages); },
-                [&](QWidget *box) {
-                    QCOMPARE(qobject_cast<QMessageBox *>(box)->text(), text);
-                    const auto buttons = box->findChildren<QPushButton *>();
-                    QCOMPARE(buttons.size(), 1);
-                    QCOMPARE(buttons.first()->text().remove(u'&'), u"تأیید"_s);
-                    test::Press(Qt::Key_Escape);
-                });
+    test::Drive(
+        [&] { messages.NotSaveable(u"کليه کالاها"_s, u"کالايي"_s); },
+        [&](QWidget *box) {
+            QCOMPARE(
+                qobject_cast<QMessageBox *>(box)->text(),
+                u"کاربر گرامی، در «کليه کالاها» نمی‌توان کالايي ثبت کرد."_s);
+            const auto buttons = box->findChildren<QPushButton *>();
+            QCOMPARE(buttons.size(), 1);
+            QCOMPARE(buttons.first()->text().remove(u'&'), u"تأیید"_s);
+            test::Press(Qt::Key_Escape);
+        });
 }
 
 void TestMessages::parametersStayAsTheyAre()
@@ -107,8 +93,6 @@ void TestMessages::notificationStandsBesideItsControl()
     QVERIFY(edit.hasFocus());
     QTRY_VERIFY(!window.findChild<QWidget *>(u"Balloon"_s));
 }
-
-Q_DECLARE_METATYPE(std::function<void(desk::Messages &)>)
 
 REGISTER_TEST(TestMessages)
 #include "tst_messages.moc"

@@ -1,5 +1,7 @@
 #include "desk/application/database_creation.h"
 #include "desk/application/options.h"
+#include "desk/application/schema_check.h"
+#include "host/data/database_error.h"
 #include "tests/desk/desk_fixture.h"
 #include "tests/support/test_main.h"
 
@@ -31,6 +33,9 @@ private slots:
     void commandLineIsRefused_data();
     void commandLineIsRefused();
     void createdDatabaseIsWholeOrAbsent();
+    void missingTablesAndColumnsAreTold_data();
+    void missingTablesAndColumnsAreTold();
+    void everyColumnIsLookedFor();
 };
 
 void TestServices::barcodesAreCompleted_data()
@@ -130,15 +135,15 @@ void TestServices::goodIsDeletedWhole()
                   "INSERT INTO GoodCostDiscount (GoodCode) VALUES (900) "
                   "INSERT INTO GoodFirstAsset (GoodCode, StoreCode, tmp, Amount1) VALUES (900, 1, 0, 12) "
                   "INSERT INTO Kala_category (Kala_code, Category_code) SELECT 900, MIN(Code) FROM Categories "
-                  "INSERT INTO PhotoGallery (GRPCode, Id_pic, Picture) VALUES (102, 900, 0x01)"_s);
+                  "INSERT INTO PhotoGallery (GRPCode, Id_pic, Picture) VALUES (102, 900, 0x01) "
+                  "INSERT INTO SelectedList_Detail (SL_Code, Code) SELECT MIN(Code), 900 FROM SelectedLists "
+                  "INSERT INTO tmpCostList ([Type], Status, TypeCode, CostLevelCode) VALUES (3, 0, 900, 1) "
+                  "INSERT INTO GoodDetailRelation (GoodCode, DetailID) SELECT 900, MIN(ID) FROM DetailTypes"_s);
     desk.stock.SaveStorageAutoOperation(TSoftwarePart::Goods, 900);
     database.Exec(u"Exec AutoVoucherFirstPriodGoods @SaveType = 1, @Codes = '900'"_s);
     QCOMPARE(database.Scalar(u"SELECT Amount1 FROM GoodStock WHERE GoodCode = 900"_s).toString(), u"12.000000000"_s);
     QVERIFY(database.Scalar(u"SELECT VoucherCode FROM GoodInf WHERE Code = 900"_s).toInt() > 0);
 
-    desk.messages.Answer(true);
-    QCOMPARE(desk.entities.Delete_Entity(TSoftwarePart::Goods, 900, false), int(desk::Entities::Removed));
-    QVERIFY(desk.messages.Take().contains(u"«نو»"));
     const QStringList places{u"GoodInf WHERE Code"_s,
                              u"GoodCostDiscount WHERE GoodCode"_s,
                              u"GoodFirstAsset WHERE GoodCode"_s,
@@ -147,9 +152,22 @@ void TestServices::goodIsDeletedWhole()
                              u"GoodStock WHERE GoodCode"_s,
                              u"VoucherLines WHERE GoodCode"_s,
                              u"StorageAutoOperation WHERE OperationCode"_s,
-                             u"StorageAutoOperationDetail WHERE GoodCode"_s};
-    for (const QString &place : places)
-        QVERIFY2(database.Scalar(u"SELECT COUNT(*) FROM %1 = 900"_s.arg(place)).toInt() == 0, qPrintable(place));
+                             u"StorageAutoOperationDetail WHERE GoodCode"_s,
+                             u"SelectedList_Detail WHERE Code"_s,
+                             u"tmpCostList WHERE TypeCode"_s,
+                             u"GoodDetailRelation WHERE GoodCode"_s};
+    const auto rows = [&](const QString &which) {
+        QStringList counts;
+        for (const QString &place : places)
+            counts << database.Scalar(u"SELECT COUNT(*) FROM %1 %2 900"_s.arg(place, which)).toString();
+        return counts;
+    };
+    const QStringList others = rows(u"<>"_s);
+    desk.messages.Answer(true);
+    QCOMPARE(desk.entities.Delete_Entity(TSoftwarePart::Goods, 900, false), int(desk::Entities::Removed));
+    QVERIFY(desk.messages.Take().contains(u"«نو»"));
+    QCOMPARE(rows(u"="_s), QStringList(places.size(), u"0"_s));
+    QCOMPARE(rows(u"<>"_s), others);
 }
 
 void TestServices::declinedDeletionDeletesNothing()
@@ -313,6 +331,39 @@ void TestServices::createdDatabaseIsWholeOrAbsent()
     desk::DeskHost desk(connections.Get());
     QVERIFY(desk.settings.SignIn(1));
     QVERIFY(desk::KeepsPersianLetters(connections.Get().ADOConnection1));
+}
+
+void TestServices::missingTablesAndColumnsAreTold_data()
+{
+    QTest::addColumn<QString>("change");
+    QTest::addColumn<QString>("missing");
+    QTest::newRow("nothing") << u"CREATE TABLE Extra (A int) ALTER TABLE GoodInf ADD Extra int NULL"_s << QString();
+    QTest::newRow("a table") << u"DROP TABLE OnlineProduct"_s << u"OnlineProduct"_s;
+    QTest::newRow("a table of another schema") << u"DROP TABLE Market.Product"_s << u"Market.Product"_s;
+    QTest::newRow("a column") << u"ALTER TABLE GoodInf DROP COLUMN tags"_s << u"tags"_s;
+    QTest::newRow("a column with a hyphen") << u"ALTER TABLE colors DROP COLUMN [h-img]"_s << u"h-img"_s;
+}
+
+void TestServices::missingTablesAndColumnsAreTold()
+{
+    QFETCH(QString, change);
+    QFETCH(QString, missing);
+    const test::Database database;
+    database.Exec(change);
+    QString told;
+    try {
+        desk::CheckSchema(database.Main());
+    } catch (const host::DatabaseError &error) {
+        told = error.Text();
+    }
+    QVERIFY2(missing.isEmpty() ? told.isEmpty() : told.contains(u'\'' + missing + u'\''), qPrintable(told));
+}
+
+void TestServices::everyColumnIsLookedFor()
+{
+    const test::Database database;
+    const QString probes = desk::ColumnProbes(desk::DatabaseScript(u"schema.sql"_s)).join(u'\n');
+    QCOMPARE(probes.count(u'['), database.Scalar(u"SELECT COUNT(*) FROM INFORMATION_SCHEMA.COLUMNS"_s).toInt());
 }
 
 Q_DECLARE_METATYPE(host::TSoftwarePart)

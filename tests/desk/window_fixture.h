@@ -39,12 +39,6 @@ struct DeskWindow
     DeskWindow &operator=(const DeskWindow &) = delete;
 
     void Run(const QString &command) const { window->Command(command)->trigger(); }
-    /// No window manager gives the keyboard back after a modal screen.
-    void Regain() const
-    {
-        window->activateWindow();
-        QTRY_VERIFY(window->isActiveWindow());
-    }
 };
 
 } // namespace test

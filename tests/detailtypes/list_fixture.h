@@ -10,42 +10,29 @@
 
 using namespace Qt::StringLiterals;
 
-namespace fixture {
-
+using detail_types::Choice;
 using host::TFormMode;
 using host::TPermission;
 using host::TSoftwarePart;
 
-/// Chooses detail types on a second list, as a host does through the module's export.
-struct ChoosingEntities : test::FakeEntities
-{
-    host::Host *host = nullptr;
-
-    QString Select_Entity_Multible_Param(TSoftwarePart part, const host::MultibleParam &param) override
-    {
-        test::FakeEntities::Select_Entity_Multible_Param(part, param);
-        TDetailTypes_List_FRM list(*host, TFormMode::Selection);
-        list.SetChoice({param.PreviousCount, param.PreviousCodes, param.InList, param.Categories});
-        return list.ShowModally() == QDialog::Accepted ? list.SelectedCodes() + u',' : QString();
-    }
-};
+namespace fixture {
 
 /// A list over nine types and four categories; type 9 is carried by a good.
 struct Screen
 {
     test::Database database;
     test::TestHost fakes{{database.Main(), database.GoodsList(), database.Scales()}};
-    ChoosingEntities entities;
-    host::Host host;
+    test::FakeEntities &entities = fakes.entities;
     TDetailTypes_List_FRM list;
 
-    explicit Screen(TFormMode mode = TFormMode::DockedList, bool furnished = true)
-        : host{fakes.host.DM, fakes.permissions, fakes.messages, fakes.settings,   entities,     fakes.vouchers,
-               fakes.stock,   fakes.goodDetails, fakes.photos,   fakes.categories, fakes.scales, fakes.keyboard,
-               fakes.clock,   fakes.barcodes,    fakes.finance,  fakes.theme,      fakes.numbers},
-          list(host, mode)
+    explicit Screen(TFormMode mode = TFormMode::DockedList, bool furnished = true) : list(fakes, mode)
     {
-        entities.host = &host;
+        // On a second list, as a host does through the module's export.
+        entities.choosing = [this](const host::MultibleParam &param) {
+            TDetailTypes_List_FRM second(fakes, TFormMode::Selection);
+            second.SetChoice({param.PreviousCount, param.PreviousCodes, param.InList, param.Categories});
+            return second.ShowModally() == QDialog::Accepted ? second.SelectedCodes() + u',' : QString();
+        };
         if (!furnished)
             return;
         database.Exec(

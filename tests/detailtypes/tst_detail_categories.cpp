@@ -12,15 +12,8 @@
 
 using namespace Qt::StringLiterals;
 
-using detail_types::Choice;
-using fixture::DatesForGood;
-using fixture::Say;
-using fixture::Screen;
-using fixture::TwoForGood;
-using fixture::TwoForList;
-using host::TFormMode;
-using host::TPermission;
-using host::TSoftwarePart;
+using namespace fixture;
+
 class TestDetailCategories : public QObject
 {
     Q_OBJECT
@@ -34,7 +27,6 @@ private slots:
     void categoriesAreKept();
     void categoryEditorRefuses_data();
     void categoryEditorRefuses();
-    void categoryEditorKeepsWhatIsEntered_data();
     void categoryEditorKeepsWhatIsEntered();
 };
 
@@ -259,30 +251,8 @@ void TestDetailCategories::categoryEditorRefuses()
     QCOMPARE(screen.database.Rows(all), before);
 }
 
-void TestDetailCategories::categoryEditorKeepsWhatIsEntered_data()
-{
-    using Act = std::function<void(Screen &, QWidget *)>;
-    QTest::addColumn<Act>("act");
-    QTest::newRow("Esc, answered no") << Act([](Screen &screen, QWidget *) {
-        screen.fakes.messages.Answer(false);
-        test::Press(Qt::Key_Escape);
-    });
-    QTest::newRow("window closed, answered no") << Act([](Screen &screen, QWidget *editor) {
-        screen.fakes.messages.Answer(false);
-        editor->close();
-    });
-    QTest::newRow("connection lost") << Act([](Screen &screen, QWidget *) {
-        QSqlDatabase main = screen.database.Main();
-        main.close();
-        test::Press(Qt::Key_F3);
-        QVERIFY(main.open());
-    });
-}
-
 void TestDetailCategories::categoryEditorKeepsWhatIsEntered()
 {
-    using Act = std::function<void(Screen &, QWidget *)>;
-    QFETCH(Act, act);
     Screen screen;
     screen.Open([&] {
         screen.GoToCategory();
@@ -292,7 +262,10 @@ void TestDetailCategories::categoryEditorKeepsWhatIsEntered()
                         QGuiApplication::clipboard()->setText(u" ۱۲,۳ \n"_s);
                         test::Focus(editor, u"Code_EDT"_s);
                         test::Press(Qt::Key_V, Qt::ControlModifier);
-                        act(screen, editor);
+                        QSqlDatabase main = screen.database.Main();
+                        main.close();
+                        test::Press(Qt::Key_F3);
+                        QVERIFY(main.open());
                         QCOMPARE(screen.fakes.messages.TakeAll().size(), 1);
                         test::Press(Qt::Key_F3);
                     });

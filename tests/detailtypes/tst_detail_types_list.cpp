@@ -10,16 +10,8 @@
 
 using namespace Qt::StringLiterals;
 
-using detail_types::Choice;
-using fixture::DatesForGood;
-using fixture::DatesForList;
-using fixture::Say;
-using fixture::Screen;
-using fixture::TwoForGood;
-using fixture::TwoForList;
-using host::TFormMode;
-using host::TPermission;
-using host::TSoftwarePart;
+using namespace fixture;
+
 class TestDetailTypesList : public QObject
 {
     Q_OBJECT

@@ -37,9 +37,7 @@ class TestModule : public QObject
 private slots:
     void parameterTexts_data();
     void parameterTexts();
-    void choosesOneGood();
     void choosesInMarkingOrder();
-    void cancelChoosesNothing();
     void anotherUserBeginsAnew();
     void fourthListIsRefused();
     void refusedRightOpensNothing();
@@ -88,22 +86,6 @@ void TestModule::parameterTexts()
     QTEST(parts.SelectionText, "selection");
 }
 
-void TestModule::choosesOneGood()
-{
-    Shop shop;
-    const int wanted = shop.code(7);
-    int chosen = 0;
-    test::Drive([&] { chosen = shop.module.selectGood(QString::number(wanted) + u"#LC#"_s); },
-                [&](QWidget *) { test::Press(Qt::Key_Return); });
-    QCOMPARE(chosen, wanted);
-
-    // The slot is used again, and stands where the next call wants it.
-    const int other = shop.code(3);
-    test::Drive([&] { chosen = shop.module.selectGood(QString::number(other) + u"#LC#"_s); },
-                [&](QWidget *) { test::Press(Qt::Key_Return); });
-    QCOMPARE(chosen, other);
-}
-
 void TestModule::choosesInMarkingOrder()
 {
     Shop shop;
@@ -116,17 +98,8 @@ void TestModule::choosesInMarkingOrder()
                     test::Press(Qt::Key_Return);
                 });
     QCOMPARE(chosen, u"%1,%2,"_s.arg(shop.code(3)).arg(shop.code(1)));
-}
-
-void TestModule::cancelChoosesNothing()
-{
-    Shop shop;
-    int one = -1;
-    QString several = u"untouched"_s;
-    test::Drive([&] { one = shop.module.selectGood({}); }, [](QWidget *) { test::Press(Qt::Key_Escape); });
-    test::Drive([&] { several = shop.module.selectGoods({}); }, [](QWidget *) { test::Press(Qt::Key_Escape); });
-    QCOMPARE(one, 0);
-    QCOMPARE(several, QString());
+    test::Drive([&] { chosen = shop.module.selectGoods({}); }, [](QWidget *) { test::Press(Qt::Key_Escape); });
+    QCOMPARE(chosen, QString());
 }
 
 /// A slot outlives the user who opened it; what he made of it does not.

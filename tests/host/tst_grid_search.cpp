@@ -18,7 +18,6 @@ private slots:
     void search();
     void search_goes_on_as_rows_arrive();
     void search_frame_offers_the_right_edit();
-    void hundred_thousand_rows_answer_a_key();
 };
 
 void TestGridSearch::search_data()
@@ -113,44 +112,6 @@ void TestGridSearch::search_frame_offers_the_right_edit()
     QCOMPARE(grid->RowCount(), 4); // its own edit is empty
     frame->Clear();
     QCOMPARE(grid->RowCount(), 4);
-}
-
-void TestGridSearch::hundred_thousand_rows_answer_a_key()
-{
-    const QStringList words{u"چای"_s, u"قند"_s, u"برنج"_s, u"روغن"_s, u"شکر"_s, u"ماکارونی"_s, u"پنیر"_s};
-    QList<QStringList> rows;
-    rows.reserve(100'000);
-    for (int code = 1; code <= 100'000; ++code)
-        rows << QStringList{QString::number(code), u"!62600%1!"_s.arg(code, 8, 10, QChar(u'0')),
-                            u"%1 %2 بسته %3 گرمی درجه یک"_s.arg(words.at(code % 7), words.at(code % 5)).arg(code % 900),
-                            u"15"_s, QString::number(code * 10)};
-    BlockModel model({u"Code"_s, u"AbbName"_s, u"Name"_s, u"Mogodi"_s, u"Cost1"_s}, rows, 1000);
-    host::Grid grid;
-    grid.SetColumns(columns);
-    test::Show(grid);
-    grid.SetSource(&model);
-
-    // Rows and their texts arrive in idle time; no turn of the event loop may be felt.
-    qint64 longest = 0;
-    QElapsedTimer turn;
-    while (!grid.IsComplete()) {
-        turn.start();
-        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
-        longest = std::max(longest, turn.elapsed());
-    }
-    QTest::qWait(200);
-    qint64 slowest = 0;
-    const QString phrase = u"روغن ۸۹۹ گرمی"_s;
-    for (int length = 1; length <= phrase.size(); ++length) {
-        turn.start();
-        grid.Search({u"Name"_s, false, phrase.left(length), {}});
-        slowest = std::max(slowest, turn.elapsed());
-    }
-    qInfo("longest idle turn %lld ms, slowest key %lld ms", longest, slowest);
-    const QStringList found = grid.ShownKeys();
-    QVERIFY(!found.isEmpty());
-    for (const QString &key : found)
-        QVERIFY(key.toInt() % 900 == 899 && (key.toInt() % 7 == 3 || key.toInt() % 5 == 3));
 }
 
 REGISTER_TEST(TestGridSearch)

@@ -40,8 +40,6 @@ private slots:
     void pasting_data();
     void pasting();
     void storedNumberWidensItsOwnRecord();
-    void shown_data();
-    void shown();
     void leaving_reports_a_change_once();
 };
 
@@ -146,24 +144,6 @@ void TestNumberInput::storedNumberWidensItsOwnRecord()
     QCOMPARE(form.edit.text(), u"123"_s);
     test::Press(Qt::Key_Z, Qt::ControlModifier);
     QVERIFY(form.edit.text() != u"123"_s);
-}
-
-void TestNumberInput::shown_data()
-{
-    QTest::addColumn<QString>("plain");
-    QTest::addColumn<bool>("grouped");
-    QTest::addColumn<QString>("shown");
-    QTest::newRow("grouped") << u"1234567.5"_s << true << u"۱٬۲۳۴٬۵۶۷٫۵"_s;
-    QTest::newRow("code") << u"101005"_s << false << u"۱۰۱۰۰۵"_s;
-    QTest::newRow("sign stays in front") << u"-1500"_s << true << u"\u200e-۱٬۵۰۰"_s;
-    QTest::newRow("no number") << u"12ab"_s << true << u"12ab"_s;
-}
-
-void TestNumberInput::shown()
-{
-    QFETCH(QString, plain);
-    QFETCH(bool, grouped);
-    QTEST(host::DisplayNumber(plain, grouped), "shown");
 }
 
 void TestNumberInput::leaving_reports_a_change_once()

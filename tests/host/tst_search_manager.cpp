@@ -17,8 +17,6 @@ private slots:
     void statement_data();
     void statement();
     void runsAgainForColumnsItLacks();
-    void comesInBlocks();
-    void errorKeepsTheRows();
     void runsBehindTheRows();
 };
 
@@ -75,40 +73,6 @@ void TestSearchManager::runsAgainForColumnsItLacks()
     list.Data().Close();
     list.SetRequestedColumns({u"Name"_s, u"UnitName2"_s});
     QCOMPARE(executed.size(), 2);
-}
-
-void TestSearchManager::comesInBlocks()
-{
-    const test::Database database(test::Database::Content::Demo);
-    host::TVelakSearchManager list(database.GoodsList());
-    list.SetScript(u"select top 2500 "_s);
-    list.SetFilter(u"goods"_s, u"a.Code"_s);
-    list.SetCustomFilter([] { return QStringList{u"b.Name from GoodInf a cross join GoodInf b order by a.Code"_s}; });
-    list.Run();
-    QList<int> counts{list.Data().RecordCount()};
-    while (list.Data().canFetchMore({})) {
-        list.Data().fetchMore({});
-        counts << list.Data().RecordCount();
-    }
-    QCOMPARE(counts, (QList<int>{1000, 2000, 2500}));
-}
-
-void TestSearchManager::errorKeepsTheRows()
-{
-    const test::Database database(test::Database::Content::Demo);
-    host::TVelakSearchManager list(database.GoodsList());
-    list.SetScript(u"Exec GoodInf_List_SP "_s);
-    list.Run();
-    const int rows = list.Data().RecordCount();
-    QVERIFY(rows > 0);
-    list.SetFilter(u"wrong"_s, u"@NoSuchParameter = 1"_s);
-    QSignalSpy executed(&list, &host::TVelakSearchManager::Executed);
-    QVERIFY_THROWS_EXCEPTION(host::DatabaseError, list.Run());
-    QCOMPARE(executed.size(), 0);
-    QCOMPARE(list.Data().RecordCount(), rows);
-    list.SetFilter(u"wrong"_s, {});
-    list.Run();
-    QCOMPARE(list.Data().RecordCount(), rows);
 }
 
 /// A long list runs again while its rows stay, however it ends.

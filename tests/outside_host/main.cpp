@@ -1,8 +1,8 @@
 // Loads the module as any program could, chooses a good by keys, and checks the code that comes back.
 
 #include "entry/exports.h"
-#include "tests/outside_host/plain_services.h"
 #include "tests/outside_host/scripted_driver.h"
+#include "tests/support/test_host.h"
 
 #include <QApplication>
 #include <QLibrary>
@@ -60,40 +60,8 @@ int main(int argc, char *argv[])
         *each = QSqlDatabase::addDatabase(new ScriptedDriver(Shop()), QString::number(quintptr(each)));
         each->open();
     }
-    plain::Permissions permissions;
-    plain::Messages messages;
-    plain::Settings settings;
-    plain::Entities entities;
-    plain::Vouchers vouchers;
-    plain::Stock stock;
-    plain::GoodDetails details;
-    plain::PhotoStore photos;
-    plain::Categories categories;
-    plain::Scales scales;
-    plain::Keyboard keyboard;
-    plain::Clock clock;
-    plain::Barcodes barcodes;
-    plain::Finance finance;
-    plain::Theme theme;
-    plain::Numbers numbers;
-    host::Host host{.DM = connections,
-                    .permissions = permissions,
-                    .messages = messages,
-                    .settings = settings,
-                    .entities = entities,
-                    .vouchers = vouchers,
-                    .stock = stock,
-                    .goodDetails = details,
-                    .photos = photos,
-                    .categories = categories,
-                    .scales = scales,
-                    .keyboard = keyboard,
-                    .clock = clock,
-                    .barcodes = barcodes,
-                    .finance = finance,
-                    .theme = theme,
-                    .numbers = numbers};
-    host::install(host);
+    test::TestHost host(connections);
+    host.Install();
 
     QLibrary module(QString::fromLocal8Bit(argv[1]));
     const auto select = reinterpret_cast<decltype(&::Select_Good)>(module.resolve("Select_Good"));
@@ -110,6 +78,8 @@ int main(int argc, char *argv[])
     PressInList(leaving, {Qt::Key_Escape});
     const int none = select(u"12#LC#");
     module.unload();
+    if (const QStringList said = host.messages.TakeAll(); !said.isEmpty())
+        return Fail(qPrintable(said.join(u'\n')));
     std::printf("chosen: %d, %d, %d\n", located, first, none);
     return located == 12 && first == 11 && none == 0 ? 0 : Fail("expected 12, 11, 0");
 }

@@ -24,22 +24,42 @@ public:
     /// Fails the running test when a message was not taken or an answer not asked for.
     void CheckAccounted();
 
-    void MsgRequiredField(const QString &caption) override;
-    void MsgRepeatedField(const QString &field, const QString &entity) override;
-    void MsgRepeatedCode(const QString &caption) override;
-    void NotZeroValue(const QString &caption) override;
-    void MsgPercent(const QString &caption) override;
-    void NotSaveable(const QString &parent, const QString &child) override;
-    void MsgHasSubRecordsAnother(const QString &what, const QString &where) override;
-    bool MsgDeleteRow() override;
-    bool MsgDeleteItem(const QString &what) override;
-    bool ContinueWithRepeatedField(const QString &caption) override;
-    void MSGCompeletedSuccessfully(const QString &what) override;
-    void ShowSmartMessage(int number, const QStringList &parameters, int milliseconds, QWidget *anchor) override;
-    bool Confirm(int number, const QStringList &parameters) override;
-    void ShowFlashMessage(const QString &text, int milliseconds) override;
-    void ShowMessage(const QString &text, host::MessageIcon icon, const QString &caption) override;
-    bool Ask(const QString &text, bool defaultYes) override;
+    void MsgRequiredField(const QString &caption) override { Say("MsgRequiredField", {caption}); }
+    void MsgRepeatedField(const QString &field, const QString &entity) override
+    {
+        Say("MsgRepeatedField", {field, entity});
+    }
+    void MsgRepeatedCode(const QString &caption) override { Say("MsgRepeatedCode", {caption}); }
+    void NotZeroValue(const QString &caption) override { Say("NotZeroValue", {caption}); }
+    void MsgPercent(const QString &caption) override { Say("MsgPercent", {caption}); }
+    void NotSaveable(const QString &parent, const QString &child) override { Say("NotSaveable", {parent, child}); }
+    void MsgHasSubRecordsAnother(const QString &what, const QString &where) override
+    {
+        Say("MsgHasSubRecordsAnother", {what, where});
+    }
+    bool MsgDeleteRow() override { return Question("MsgDeleteRow", {}); }
+    bool MsgDeleteItem(const QString &what) override { return Question("MsgDeleteItem", {what}); }
+    bool ContinueWithRepeatedField(const QString &caption) override
+    {
+        return Question("ContinueWithRepeatedField", {caption});
+    }
+    void MSGCompeletedSuccessfully(const QString &what) override { Say("MSGCompeletedSuccessfully", {what}); }
+    void ShowSmartMessage(int number, const QStringList &parameters, int, QWidget *beside) override
+    {
+        anchor = beside;
+        Say("ShowSmartMessage", QStringList(QString::number(number)) + parameters);
+    }
+    bool Confirm(int number, const QStringList &parameters) override
+    {
+        return Question("Confirm", QStringList(QString::number(number)) + parameters);
+    }
+    void ShowFlashMessage(const QString &text, int) override { Say("ShowFlashMessage", {text}); }
+    void ShowMessage(const QString &text, host::MessageIcon shown, const QString &) override
+    {
+        icon = shown;
+        Say("ShowMessage", {text});
+    }
+    bool Ask(const QString &text, bool) override { return Question("Ask", {text}); }
 
     /// The control beside which the last smart message appeared.
     QWidget *anchor = nullptr;

@@ -52,6 +52,7 @@ QWidget *Target()
 void Drive(const std::function<void()> &open, const std::function<void(QWidget *)> &drive)
 {
     const QPointer<QWidget> before = QApplication::activeModalWidget();
+    const QPointer<QWidget> from = QApplication::activeWindow();
     bool wasDriven = false;
     QElapsedTimer clock;
     clock.start();
@@ -88,6 +89,11 @@ void Drive(const std::function<void()> &open, const std::function<void(QWidget *
     open();
     if (!wasDriven)
         Fail(u"no modal screen appeared"_s);
+    // Without a window manager nobody gives the keys back to the screen below one that closed.
+    if (from && from->isVisible() && !from->isActiveWindow() && QApplication::activeModalWidget() == before) {
+        from->activateWindow();
+        static_cast<void>(QTest::qWaitForWindowActive(from));
+    }
 }
 
 void Press(Qt::Key key, Qt::KeyboardModifiers modifiers)

@@ -11,7 +11,8 @@ namespace test {
 
 /// Runs `open`, which blocks in a modal screen, and `drive` once that screen is active. `drive` must bring the screen
 /// to close; when it does not, or a check inside it failed, the test fails and every modal screen above is closed.
-/// Nested screens are driven by a nested Drive whose `open` is the key that opens them.
+/// Nested screens are driven by a nested Drive whose `open` is the key that opens them. Afterwards the window that had
+/// the keys before has them again.
 void Drive(const std::function<void()> &open, const std::function<void(QWidget *screen)> &drive);
 
 /// Presses a key in the control that has the focus.

@@ -6,9 +6,27 @@
 #include <QHash>
 #include <QSet>
 
+#include <functional>
+
 using namespace Qt::StringLiterals;
 
 namespace test {
+
+/// "name(1, 2, text)"
+template <typename... Parts> QString Call(const char *name, const Parts &...parts)
+{
+    QStringList texts;
+    const auto text = [](const auto &part) {
+        if constexpr (std::is_enum_v<std::decay_t<decltype(part)>>)
+            return QString::number(int(part));
+        else if constexpr (std::is_integral_v<std::decay_t<decltype(part)>>)
+            return QString::number(part);
+        else
+            return QString(part);
+    };
+    (texts << ... << text(parts));
+    return QLatin1String(name) + u'(' + texts.join(u", "_s) + u')';
+}
 
 /// Grants everything but what a test takes away.
 struct FakePermissions : host::PermissionService
@@ -37,33 +55,50 @@ struct FakeSettings : host::SettingsService
 /// Lists in memory. Choosing takes the next of `choices` and records the opening text.
 struct FakeEntities : host::EntityService
 {
-    int Call_GroupList(host::TSoftwarePart part) override;
+    int Call_GroupList(host::TSoftwarePart part) override { return Note(Call("Call_GroupList", part)); }
     int Select_GroupList(host::TSoftwarePart part, const QString &text) override;
-    bool Edit_Group(host::TSoftwarePart part, int id) override;
-    int New_Group(host::TSoftwarePart part) override;
+    bool Edit_Group(host::TSoftwarePart part, int id) override { return Note(Call("Edit_Group", part, id)); }
+    int New_Group(host::TSoftwarePart part) override { return !Note(Call("New_Group", part)); }
     int Delete_Entity(host::TSoftwarePart part, int code, bool silent) override;
     QString Select_Entity_Multible_Param(host::TSoftwarePart part, const host::MultibleParam &param) override;
     std::optional<host::Entity> Find(host::TSoftwarePart part, int code) override;
     QList<host::Entity> List(host::TSoftwarePart part, const QString &text) override;
-    bool ReserveCode(host::TSoftwarePart part, int code) override;
-    void ReleaseCodes(host::TSoftwarePart part) override;
+    bool ReserveCode(host::TSoftwarePart part, int code) override { return Note(Call("ReserveCode", part, code)); }
+    void ReleaseCodes(host::TSoftwarePart part) override { Note(Call("ReleaseCodes", part)); }
 
     QHash<int, QList<host::Entity>> lists; ///< by software part
     QList<int> choices;                    ///< what the user will choose, 0 for nothing
     QString multipleChoice;
     host::MultibleParam wanted; ///< what the last choice of several was asked for
     int refuseDelete = 0;       ///< what Delete_Entity returns
-    QStringList calls;          ///< "Select_GroupList(104, کار)"
+    /// What a deletion and a choice of several really do, where a test is about that.
+    std::function<void(int code)> deleting;
+    std::function<QString(const host::MultibleParam &)> choosing;
+    QStringList calls; ///< "Select_GroupList(104, کار)"
+
+private:
+    bool Note(const QString &call)
+    {
+        calls << call;
+        return true;
+    }
 };
 
 struct FakeVouchers : host::VoucherService
 {
-    bool IsVoucherApproved(int code, int kind, const QString &caption, const QString &voucherTitle) override;
+    bool IsVoucherApproved(int code, int kind, const QString &caption, const QString &title) override
+    {
+        calls << Call("IsVoucherApproved", code, kind, caption, title);
+        return approved;
+    }
     bool IsConstStartPeriod() override { return constStartPeriod; }
     bool Validate_TotalCost(long double, long double, host::TSoftwarePart) override { return totalCostValid; }
-    void SaveInLineAutoVoucher(int goodCode) override;
-    void ChangeAutoVouchers(int goodCode, int voucherCode, const QString &date) override;
-    void SaveAutoVouchersAgain(int goodCode) override;
+    void SaveInLineAutoVoucher(int good) override { calls << Call("SaveInLineAutoVoucher", good); }
+    void ChangeAutoVouchers(int good, int voucher, const QString &date) override
+    {
+        calls << Call("ChangeAutoVouchers", good, voucher, date);
+    }
+    void SaveAutoVouchersAgain(int good) override { calls << Call("SaveAutoVouchersAgain", good); }
 
     bool approved = false;
     bool constStartPeriod = false;
@@ -73,9 +108,19 @@ struct FakeVouchers : host::VoucherService
 
 struct FakeStock : host::StockService
 {
-    bool Check_TockMinus(const QString &probe, const QString &date) override;
-    void SaveStorageAutoOperation(host::TSoftwarePart part, int code) override;
-    void DeleteStorageAutoOperation(host::TSoftwarePart part, int code) override;
+    bool Check_TockMinus(const QString &probe, const QString &date) override
+    {
+        calls << Call("Check_TockMinus", probe, date);
+        return enough;
+    }
+    void SaveStorageAutoOperation(host::TSoftwarePart part, int code) override
+    {
+        calls << Call("SaveStorageAutoOperation", part, code);
+    }
+    void DeleteStorageAutoOperation(host::TSoftwarePart part, int code) override
+    {
+        calls << Call("DeleteStorageAutoOperation", part, code);
+    }
 
     bool enough = true;
     QStringList calls;
@@ -84,7 +129,10 @@ struct FakeStock : host::StockService
 struct FakeGoodDetails : host::GoodDetailService
 {
     bool ExistsGoodDetailInsertedForOperation(int, host::TOperationType) override { return entered; }
-    void EnterGoodDetailSave(int goodCode, host::TOperationType operation) override;
+    void EnterGoodDetailSave(int good, host::TOperationType operation) override
+    {
+        calls << Call("EnterGoodDetailSave", good, operation);
+    }
     bool EnterGoodDetails_Get(int, host::TOperationType) override { return entered; }
     bool CheckBarcodeInGoodDetail(const QString &barcode) override { return detailBarcodes.contains(barcode); }
     bool UniqueDetailCodeInUse(int) override { return uniqueCodeInUse; }
@@ -97,7 +145,7 @@ struct FakeGoodDetails : host::GoodDetailService
 
 struct FakePhotos : host::PhotoGalleryService
 {
-    void Open_Gallery(host::TSoftwarePart part, int code) override;
+    void Open_Gallery(host::TSoftwarePart part, int code) override { calls << Call("Open_Gallery", part, code); }
     QList<QByteArray> Photos(host::TSoftwarePart, int code) override { return photos.value(code); }
 
     QHash<int, QList<QByteArray>> photos;

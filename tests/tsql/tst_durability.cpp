@@ -1,5 +1,5 @@
-// A process that is killed, or stopped dead with its files copied, while it writes: what was committed is there, and
-// nothing is there by halves.
+// The files of a process that is stopped dead while it writes: what was committed is there, and nothing is there by
+// halves.
 
 #include "tests/support/test_main.h"
 #include "tsql/connection.h"
@@ -22,7 +22,6 @@ class TestDurability : public QObject
 private slots:
     void init();
     void cleanup();
-    void killed();
     void copiedInTheMiddle();
 
 private:
@@ -129,26 +128,6 @@ void TestDurability::check(const QString &path) const
         first(u"SELECT COUNT(*) FROM (SELECT Number FROM Journal GROUP BY Number HAVING COUNT(*) <> MAX(Part)) t"_s),
         0);
     QCOMPARE(first(u"SELECT COUNT(*) FROM Journal"_s), first(u"SELECT Parts FROM Total"_s));
-}
-
-void TestDurability::killed()
-{
-    for (int round = 0; round < 20; ++round) {
-        startWriter();
-        waitForCommits(m_random.bounded(1, 20));
-        QTest::qSleep(m_random.bounded(1, 8));
-        kill(m_writer, SIGKILL);
-        waitpid(m_writer, nullptr, 0);
-        m_writer = -1;
-        // What it still told before its end has to be there as well.
-        int number = 0;
-        while (read(m_acknowledged, &number, sizeof number) == ssize_t(sizeof number))
-            m_last = number;
-        close(m_acknowledged);
-        check(file(u"a.db"_s));
-        if (QTest::currentTestFailed())
-            return;
-    }
 }
 
 void TestDurability::copiedInTheMiddle()

@@ -6,13 +6,15 @@
 //   1 | ab | NULL             a line for each row; a line "---" before each further result set
 //   error 8134 line 2: text   the refusal, "line n" where it matters
 //
+//   statement --> 1 | 2 // 3 | 4   a case on one line, its rows (or none) parted by //
+//
 // A case without --> must run and give nothing back. Lines that begin with ## are remarks.
-// "@run PATH" runs a script of the source tree, whose batches GO separates.
 
 #include "tests/support/test_main.h"
 #include "tsql/driver.h"
-#include "tsql/lexer.h"
 
+#include <QDirIterator>
+#include <QRegularExpression>
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QSqlRecord>
@@ -30,6 +32,7 @@ private slots:
     void files();
     void sizes_data();
     void sizes();
+    void everyFunctionHasACase();
 };
 
 namespace {
@@ -43,17 +46,6 @@ struct Case
     int line = 0;
 };
 
-QList<Case> casesOfScript(const QString &path, int line)
-{
-    QFile file(QString::fromUtf8(GOODS_SOURCES "/") + path);
-    if (!file.open(QIODevice::ReadOnly))
-        return {{path, {}, {}, {u"a readable script"_s}, line}};
-    QList<Case> cases;
-    for (const tsql::ScriptBatch &batch : tsql::splitScript(QString::fromUtf8(file.readAll())))
-        cases.append({u"%1:%2"_s.arg(path).arg(batch.firstLine), {}, batch.text, {}, line});
-    return cases;
-}
-
 QList<Case> casesIn(const QString &path)
 {
     QFile file(path);
@@ -63,18 +55,25 @@ QList<Case> casesIn(const QString &path)
     const QStringList lines = QString::fromUtf8(file.readAll()).split(u'\n');
     bool expecting = false;
     int number = 0;
+    const auto isFresh = [&] { return !cases.isEmpty() && !expecting && cases.last().statements.trimmed().isEmpty(); };
     for (const QString &line : lines) {
         ++number;
         if (line.startsWith(u"##"_s))
             continue;
-        if (line.startsWith(u"@run "_s)) {
-            cases.append(casesOfScript(line.mid(5).trimmed(), number));
-        } else if (line.startsWith(u"== "_s)) {
+        if (line.startsWith(u"== "_s)) {
             const QString title = line.mid(3).trimmed();
             const qsizetype bracket = title.endsWith(u']') ? title.lastIndexOf(u'[') : -1;
             cases.append({title, bracket < 0 ? QString() : title.mid(bracket), {}, {}, number});
             expecting = false;
         } else if (line == u"-->"_s) {
+            expecting = true;
+        } else if (const qsizetype arrow = line.indexOf(u" -->"_s); arrow > 0) {
+            const Case group = cases.isEmpty() ? Case() : cases.last();
+            if (isFresh())
+                cases.removeLast();
+            const QString rows = line.mid(arrow + 5);
+            cases.append({group.title, group.connection, line.left(arrow),
+                          rows.isEmpty() ? QStringList() : rows.split(u" // "_s), number});
             expecting = true;
         } else if (!cases.isEmpty() && expecting) {
             if (!line.isEmpty())
@@ -257,6 +256,37 @@ void TestStatements::sizes()
                        "INSERT Many VALUES (1, 10), (2, 20), (3, 30)"_s));
     const QString declared = u"DECLARE @n int, @t nvarchar(5), @big bigint = 1, @d decimal(9,3) = 1.5 "_s;
     QCOMPARE(answer(query, text.contains(u'@') ? declared + text : text, false).join(u'\n'), expected);
+}
+
+/// Whatever capital word of the engine's sources it takes for a function must stand in functions.test.
+void TestStatements::everyFunctionHasACase()
+{
+    static const QRegularExpression word(u"\"([A-Z][A-Z_]+)\""_s);
+    Connections connections;
+    QSqlQuery query(connections.get({}));
+    QFile cases(QLatin1String(GOODS_TEST_SOURCES) + u"/functions.test"_s);
+    QVERIFY(cases.open(QIODevice::ReadOnly));
+    const QString text = QString::fromUtf8(cases.readAll());
+    QSet<QString> functions;
+    QStringList missing;
+    QDirIterator sources(QLatin1String(GOODS_SOURCES "/tsql"), {u"*.cpp"_s, u"*.h"_s}, QDir::Files,
+                         QDirIterator::Subdirectories);
+    while (sources.hasNext()) {
+        QFile file(sources.next());
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        for (auto words = word.globalMatch(QString::fromUtf8(file.readAll())); words.hasNext();) {
+            const QString name = words.next().captured(1);
+            query.exec(u"SELECT %1()"_s.arg(name));
+            static const QStringList notThese{u"102"_s, u"156"_s, u"195"_s}; // syntax, a keyword, no such function
+            if (notThese.contains(query.lastError().nativeErrorCode()) || functions.contains(name))
+                continue;
+            functions << name;
+            if (!text.contains(QRegularExpression(u"\\b%1\\b"_s.arg(name))))
+                missing << name;
+        }
+    }
+    QVERIFY2(functions.size() > 60, qPrintable(functions.values().join(u' ')));
+    QVERIFY2(missing.isEmpty(), qPrintable(missing.join(u' ')));
 }
 
 REGISTER_TEST(TestStatements)

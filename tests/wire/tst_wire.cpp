@@ -107,7 +107,6 @@ private slots:
     void refusals();
     void refusalAmongTheRows();
     void abandonedListFreesItsConnection();
-    void transactions();
     void killedServer();
     void killedWhileAListIsRead();
     void databases();
@@ -272,28 +271,6 @@ void TestWire::abandonedListFreesItsConnection()
     QCOMPARE(Exec(m_server->main, u"DELETE T WHERE A = 20000"_s), 1);
     blocks.FetchAll();
     QCOMPARE(blocks.RecordCount(), 20'000);
-}
-
-void TestWire::transactions()
-{
-    const QSqlDatabase other = m_server->Connect();
-    const auto count = [&] { return Scalar(other, u"SELECT COUNT(*) FROM T"_s).toInt(); };
-    Exec(m_server->main, u"CREATE TABLE T (A int NOT NULL PRIMARY KEY)"_s);
-    {
-        Transaction kept(m_server->main);
-        Exec(m_server->main, u"INSERT T VALUES (1)"_s);
-        QVERIFY(Refusal([&] { Exec(m_server->main, u"INSERT T VALUES (1)"_s); }).KeyViolation());
-        Exec(m_server->main, u"INSERT T VALUES (2)"_s);
-        kept.Commit();
-    }
-    QCOMPARE(count(), 2);
-    {
-        Transaction undone(m_server->main);
-        Exec(m_server->main, u"INSERT T VALUES (3) DELETE T WHERE A = 1"_s);
-    }
-    QCOMPARE(count(), 2);
-    Exec(m_server->main, u"INSERT T VALUES (4)"_s);
-    QCOMPARE(count(), 3);
 }
 
 void TestWire::killedServer()

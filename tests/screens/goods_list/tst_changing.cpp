@@ -14,21 +14,6 @@ void DeleteGood(const test::Database &database, const QString &code)
                   "delete from GoodInf where Code=%1"_s.arg(code));
 }
 
-/// A host whose deletion of goods succeeds, or fails with an error of the database.
-struct DeletingEntities : test::FakeEntities
-{
-    const test::Database *database = nullptr;
-    bool fail = false;
-    int Delete_Entity(TSoftwarePart part, int code, bool silent) override
-    {
-        test::FakeEntities::Delete_Entity(part, code, silent);
-        if (fail)
-            throw std::runtime_error("gone");
-        DeleteGood(*database, QString::number(code));
-        return 0;
-    }
-};
-
 } // namespace
 
 /// Commands that change goods, and where the list stands afterwards.
@@ -98,24 +83,22 @@ void TestChanging::deletion()
     Screen screen;
     screen.database.Exec(u"insert into Items (Code, ScaleType, ChangeType) values (110002, 1, 0)"_s);
     screen.host.scales.enabled = true;
-    DeletingEntities entities;
-    entities.database = &screen.database;
-    const host::Host &h = screen.host.host;
-    host::Host deleting{h.DM,    h.permissions, h.messages, h.settings,   entities, h.vouchers,
-                        h.stock, h.goodDetails, h.photos,   h.categories, h.scales, h.keyboard,
-                        h.clock, h.barcodes,    h.finance,  h.theme,      h.numbers};
-    TGood_List_FRM list(deleting, TFormMode::DockedList);
-    QVERIFY(list.ShowDocked() && QTest::qWaitForWindowActive(&list));
-    const auto &grid = test::Find<host::Grid>(&list, u"GoodListDB_GRD"_s);
+    bool fails = false;
+    screen.host.entities.deleting = [&](int code) {
+        if (fails)
+            throw std::runtime_error("gone");
+        DeleteGood(screen.database, QString::number(code));
+    };
+    screen.Open();
     screen.Press({Qt::Key_Down, Qt::Key_F7});
-    QCOMPARE(entities.calls, QStringList{u"Delete_Entity(102, 110002, 0)"_s});
+    QCOMPARE(screen.host.entities.calls, QStringList{u"Delete_Entity(102, 110002, 0)"_s});
     QCOMPARE(screen.Codes(u"Code=110002"_s), QStringList());
     QCOMPARE(screen.database.Scalar(u"select ChangeType from Items where Code=110002"_s).toInt(), 3);
-    QCOMPARE(grid.CurrentKey(), u"110003"_s); // the next one moved up
-    entities.fail = true;
+    QCOMPARE(screen.grid.CurrentKey(), u"110003"_s); // the next one moved up
+    fails = true;
     test::Press(Qt::Key_F7);
     QCOMPARE(screen.host.messages.TakeAll(), QStringList{u"ShowMessage(عمليات با اشکال مواجه شد.)"_s});
-    QCOMPARE(grid.CurrentKey(), u"110003"_s);
+    QCOMPARE(screen.grid.CurrentKey(), u"110003"_s);
     test::Press(Qt::Key_Escape);
 }
 

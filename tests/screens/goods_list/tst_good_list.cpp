@@ -1,8 +1,11 @@
+#include "host/data/persian_text.h"
 #include "tests/screens/goods_list/list_fixture.h"
+#include "tests/support/printed_pages.h"
 
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPrintPreviewDialog>
 #include <QPushButton>
 #include <QTabBar>
 
@@ -208,21 +211,48 @@ void TestGoodList::orderOfPrices()
     test::Press(Qt::Key_Escape);
 }
 
+/// The page shows what the list shows: its columns from right to left, the rows in their order, the names of tags.
 void TestGoodList::preview()
 {
     Screen screen;
     screen.Open();
+    test::PrintedPages printer;
     test::Drive([] { test::Press(Qt::Key_F9); },
-                [](QWidget *preview) {
-                    QVERIFY(preview->inherits("QPrintPreviewDialog"));
+                [&](QWidget *shown) {
+                    auto *preview = qobject_cast<QPrintPreviewDialog *>(shown);
+                    QVERIFY(preview);
                     test::Picture(*preview, u"preview"_s);
+                    emit preview->paintRequested(&printer);
                     test::Press(Qt::Key_Escape);
                 });
     screen.Activate();
     QCOMPARE(screen.grid.CurrentKey(), u"110001"_s);
-    // A mark's colour is nothing on paper: its name is printed.
     const QString tag = screen.database.Scalar(u"select Name from TagS where Code = 1"_s).toString();
     QVERIFY2(screen.grid.VisibleTexts(0).contains(tag), qPrintable(screen.grid.VisibleTexts(0).join(u'|')));
+    const QString pages = host::PersianDigits(QString::number(printer.Pages().size()));
+    QVERIFY(printer.Pages().size() > 2);
+    int row = 0;
+    int number = 0;
+    for (const auto &page : printer.Pages()) {
+        const QString outside = page.Outside().remove(u'\u200f');
+        QVERIFY2(outside.contains(screen.list.Title()) && outside.contains(u"۱۴۰۳/۰۵/۰۹"), qPrintable(outside));
+        QVERIFY2(outside.contains(u"صفحه %1 از %2"_s.arg(host::PersianDigits(QString::number(++number)), pages)),
+                 qPrintable(outside));
+        QList<QStringList> rows = page.Rows();
+        QCOMPARE(rows.takeFirst().size(), screen.grid.VisibleCaptions().size());
+        for (const QStringList &printed : std::as_const(rows)) {
+            QStringList texts = screen.grid.VisibleTexts(row++);
+            texts.removeAll(QString());
+            QCOMPARE(printed.size(), texts.size());
+            for (qsizetype cell = 0; cell < texts.size(); ++cell) {
+                const QString text = QString(printed.at(cell)).remove(u'\u200f');
+                const QString whole = QString(texts.at(cell)).remove(u'\u200f');
+                QVERIFY2(text.endsWith(u'…') ? whole.startsWith(text.chopped(1)) : text == whole,
+                         qPrintable(text + u" for "_s + whole));
+            }
+        }
+    }
+    QCOMPARE(row, screen.grid.RowCount());
     test::Press(Qt::Key_Escape);
 }
 

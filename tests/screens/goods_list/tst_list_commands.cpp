@@ -1,21 +1,14 @@
-#include "host/controls/grid.h"
 #include "host/controls/numeric_edit.h"
-#include "screens/goods_list/good_list.h"
-#include "tests/support/database.h"
-#include "tests/support/modal.h"
-#include "tests/support/test_host.h"
-#include "tests/support/test_main.h"
+#include "tests/screens/goods_list/list_fixture.h"
 
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTabBar>
 #include <QTabWidget>
-#include <QtTest>
 
 using namespace Qt::StringLiterals;
 
-using host::TFormMode;
 namespace {
 
 const QString Saved = u"MSGCompeletedSuccessfully(ذخيره سازي کالا)"_s;
@@ -39,23 +32,6 @@ class TestListCommands : public QObject
 {
     Q_OBJECT
 
-    struct Screen
-    {
-        test::Database database{test::Database::Content::Demo};
-        test::TestHost host{{database.Main(), database.GoodsList(), database.Scales()}};
-        Screen()
-        {
-            host.entities.lists[104] = {{1, u"عدد"_s}};
-            host.entities.lists[105] = {{1, u"انبار مرکزی"_s}};
-        }
-    };
-    static host::Grid &Goods(TGood_List_FRM &list) { return test::Find<host::Grid>(&list, u"GoodListDB_GRD"_s); }
-    static void Open(TGood_List_FRM &list)
-    {
-        QVERIFY(list.ShowDocked());
-        QVERIFY(QTest::qWaitForWindowActive(&list));
-    }
-
 private slots:
     void newGoods_data()
     {
@@ -75,9 +51,9 @@ private slots:
         QFETCH(int, stockTab);
         QFETCH(bool, shown);
         Screen screen;
-        TGood_List_FRM list(screen.host, TFormMode::DockedList);
-        Open(list);
-        host::Grid &grid = Goods(list);
+        screen.Open();
+        TGood_List_FRM &list = screen.list;
+        host::Grid &grid = screen.grid;
         test::Find<QTabBar>(&list, u"Search_TBC"_s).setCurrentIndex(stockTab);
         test::Press(Qt::Key_F11, Qt::ControlModifier);
         test::Type(u"لبنيات"_s);
@@ -119,11 +95,11 @@ private slots:
     void layoutComesBack()
     {
         Screen screen;
+        screen.Open();
+        TGood_List_FRM &list = screen.list;
         int width = 0;
         {
-            TGood_List_FRM list(screen.host, TFormMode::DockedList);
-            Open(list);
-            QHeaderView *header = Goods(list).horizontalHeader();
+            QHeaderView *header = screen.grid.horizontalHeader();
             // The left edge of a caption is the one to pull, right to left.
             const QPoint edge(header->sectionViewportPosition(1) + 1, header->height() / 2);
             const int was = header->sectionSize(1);
@@ -133,20 +109,21 @@ private slots:
             QTest::mouseRelease(header->viewport(), Qt::LeftButton, {}, edge - QPoint(40, 0));
             width = header->sectionSize(1);
             QVERIFY2(width > was, "the column follows the mouse");
-            QVERIFY(Goods(list).SortedBy().isEmpty()); // pulling an edge is no click on the caption
+            QVERIFY(screen.grid.SortedBy().isEmpty()); // pulling an edge is no click on the caption
             header->moveSection(header->visualIndex(3), 1);
             test::Find<QPushButton>(&list, u"Tags_btn"_s).click();
             test::Find<QTabBar>(&list, u"Search_TBC"_s).setCurrentIndex(0);
-            Goods(list).setFocus();
+            screen.grid.setFocus();
             test::Press(Qt::Key_Escape);
             QVERIFY(!list.isVisible());
         }
         TGood_List_FRM next(screen.host, TFormMode::DockedList);
-        Open(next);
-        QCOMPARE(Goods(next).horizontalHeader()->sectionSize(1), width);
-        QCOMPARE(Goods(next).VisibleFields().first(), u"Name"_s);
+        QVERIFY(next.ShowDocked() && QTest::qWaitForWindowActive(&next));
+        const auto &grid = test::Find<host::Grid>(&next, u"GoodListDB_GRD"_s);
+        QCOMPARE(grid.horizontalHeader()->sectionSize(1), width);
+        QCOMPARE(grid.VisibleFields().first(), u"Name"_s);
         QVERIFY(test::Find(&next, u"Tags_pnl"_s).isVisible() && !test::Find(&next, u"Pic_Show"_s).isVisible());
-        QCOMPARE(Goods(next).ShownKeys(),
+        QCOMPARE(grid.ShownKeys(),
                  screen.database.Rows(u"select Code from GoodInf g where exists (select 1 from GoodStock s where "
                                       "s.GoodCode = g.Code and s.Amount1 > 0) order by Code"_s));
         test::Press(Qt::Key_Escape);
@@ -154,7 +131,8 @@ private slots:
         TGood_List_FRM chooser(screen.host, TFormMode::Selection);
         test::Drive([&] { chooser.ShowModally(); },
                     [&](QWidget *) {
-                        QCOMPARE(Goods(chooser).VisibleFields().first(), u"Code"_s);
+                        QCOMPARE(test::Find<host::Grid>(&chooser, u"GoodListDB_GRD"_s).VisibleFields().first(),
+                                 u"Code"_s);
                         QVERIFY(!test::Find(&chooser, u"Tags_pnl"_s).isVisible());
                         test::Press(Qt::Key_Escape);
                     });
