@@ -87,4 +87,9 @@ bool DatabaseError::KeyViolation() const
            m_text.contains(QLatin1String("duplicate key"), Qt::CaseInsensitive);
 }
 
+DatabaseError RowGone(const QString &kind, const QString &statement)
+{
+    return DatabaseError(u"این %1 دیگر در بانک اطلاعاتی وجود ندارد."_s.arg(kind), statement);
+}
+
 } // namespace host
