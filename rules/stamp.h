@@ -7,7 +7,7 @@ namespace goods {
 
 inline QString StampUser(const QString &name, int code)
 {
-    return name + u" (" + QString::number(code) + u')';
+    return QString::fromUtf16(u"%1 (%2)").arg(name, QString::number(code));
 }
 
 } // namespace goods

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <QColor>
-#include <QFont>
+class QColor;
+class QFont;
 
 namespace host {
 
