@@ -5,9 +5,9 @@
 
 using namespace Qt::StringLiterals;
 
-using host::MessageService;
-using host::Refusal;
+using host::Required;
 using host::TSoftwarePart;
+using host::When;
 
 namespace {
 
@@ -54,10 +54,8 @@ void TDetailTypes_SelectedList_Get_FRM::Show(const TDetailTypes_SelectedList_Rec
 
 void TDetailTypes_SelectedList_Get_FRM::Prepare()
 {
-    if (!host::MayWrite(m_host, host::TSoftwarePart::DetailTypes, Mode())) {
-        AbortOpening();
+    if (RefuseOpening(host::CheckRight(m_host, SoftwarePart(), Mode())))
         return;
-    }
     TDetailTypes_SelectedList_Rec record;
     record.Code = ProposeCode();
     SetKey(record.Code);
@@ -66,14 +64,11 @@ void TDetailTypes_SelectedList_Get_FRM::Prepare()
 
 void TDetailTypes_SelectedList_Get_FRM::Load()
 {
-    if (!host::MayWrite(m_host, host::TSoftwarePart::DetailTypes, Mode())) {
-        AbortOpening();
+    if (RefuseOpening(host::CheckRight(m_host, SoftwarePart(), Mode())))
         return;
-    }
     TDetailTypes_SelectedList_Rec record;
     if (!m_data.DetailTypes_SelectedList_GetByID(Key().toInt(), record)) {
-        m_host.messages.ShowMessage(u"این دسته بندی دیگر وجود ندارد."_s, host::MessageIcon::Warning);
-        AbortOpening();
+        RefuseOpening(host::RecordGone(u"دسته بندی"_s));
         return;
     }
     Show(record);
@@ -82,52 +77,30 @@ void TDetailTypes_SelectedList_Get_FRM::Load()
 std::vector<host::Check> TDetailTypes_SelectedList_Get_FRM::Validate()
 {
     return {
-        {u"code is given"_s, [this] { return CodeIsGiven(); }},
-        {u"title is given"_s, [this] { return TitleIsGiven(); }},
-        {u"title is free"_s, [this] { return TitleIsFree(); }},
-        {u"code is free"_s, [this] { return CodeIsFree(); }},
-        {u"comment fits"_s, [this] { return CommentFits(); }},
+        {u"CodeGiven"_s, [this] { return When(ui->Code_EDT->Integer() <= 0, Required(ui->Code_EDT, u"کد"_s)); }},
+        {u"TitleGiven"_s,
+         [this] {
+             return When(ui->Title_EDT->text().trimmed().isEmpty(), Required(ui->Title_EDT, u"عنوان ليست انتخابي"_s));
+         }},
+        {u"TitleFree"_s,
+         [this] { return When(TitleTaken(), host::Repeated(ui->Title_EDT, u"عنوان"_s, u"ليست انتخابي"_s)); }},
+        {u"CodeFree"_s,
+         [this] {
+             return When(IsNew() && !m_data.DetailTypes_SelectedList_IsNewRecordMode(Key().toInt()),
+                         host::RepeatedCode(ui->Code_EDT, u"کد"_s));
+         }},
+        {u"CommentFits"_s,
+         [this] {
+             return When(ui->Comment_EDT->text().size() > LongestComment,
+                         host::Warning(ui->Comment_EDT, u"کاربر گرامی شرح حداکثر 100 حرف می تواند داشته باشد"_s));
+         }},
     };
 }
 
-std::optional<Refusal> TDetailTypes_SelectedList_Get_FRM::CodeIsGiven() const
+/// The category's own title counts when it is edited.
+bool TDetailTypes_SelectedList_Get_FRM::TitleTaken()
 {
-    if (ui->Code_EDT->Integer() > 0)
-        return {};
-    return Refusal{ui->Code_EDT, [](MessageService &messages) { messages.MsgRequiredField(u"کد"_s); }};
-}
-
-std::optional<Refusal> TDetailTypes_SelectedList_Get_FRM::TitleIsGiven() const
-{
-    if (!ui->Title_EDT->text().trimmed().isEmpty())
-        return {};
-    return Refusal{ui->Title_EDT, [](MessageService &messages) { messages.MsgRequiredField(u"عنوان ليست انتخابي"_s); }};
-}
-
-std::optional<Refusal> TDetailTypes_SelectedList_Get_FRM::TitleIsFree()
-{
-    // The category's own title counts when it is edited.
-    if (m_data.DetailTypes_SelectedList_ExistName(ui->Title_EDT->text()) <= (IsNew() ? 0 : 1))
-        return {};
-    return Refusal{ui->Title_EDT,
-                   [](MessageService &messages) { messages.MsgRepeatedField(u"عنوان"_s, u"ليست انتخابي"_s); }};
-}
-
-std::optional<Refusal> TDetailTypes_SelectedList_Get_FRM::CodeIsFree()
-{
-    if (!IsNew() || m_data.DetailTypes_SelectedList_IsNewRecordMode(Key().toInt()))
-        return {};
-    return Refusal{ui->Code_EDT, [](MessageService &messages) { messages.MsgRepeatedCode(u"کد"_s); }};
-}
-
-std::optional<Refusal> TDetailTypes_SelectedList_Get_FRM::CommentFits() const
-{
-    if (ui->Comment_EDT->text().size() <= LongestComment)
-        return {};
-    return Refusal{ui->Comment_EDT, [](MessageService &messages) {
-                       messages.ShowMessage(u"کاربر گرامی شرح حداکثر 100 حرف می تواند داشته باشد"_s,
-                                            host::MessageIcon::Warning);
-                   }};
+    return m_data.DetailTypes_SelectedList_ExistName(ui->Title_EDT->text()) > (IsNew() ? 0 : 1);
 }
 
 void TDetailTypes_SelectedList_Get_FRM::Write()

@@ -34,12 +34,7 @@ private:
     bool IsNew() const { return Mode() == host::TFormMode::New; }
     int ProposeCode();
     void Show(const TDetailTypes_SelectedList_Rec &record);
-
-    std::optional<host::Refusal> CodeIsGiven() const;
-    std::optional<host::Refusal> TitleIsGiven() const;
-    std::optional<host::Refusal> TitleIsFree();
-    std::optional<host::Refusal> CodeIsFree();
-    std::optional<host::Refusal> CommentFits() const;
+    bool TitleTaken();
 
     std::unique_ptr<Ui::TDetailTypes_SelectedList_Get_FRM> ui;
     TDetailTypes_DM m_data;

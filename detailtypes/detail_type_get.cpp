@@ -2,6 +2,7 @@
 
 #include "detailtypes/detail_items.h"
 #include "detailtypes/detail_type_choice.h"
+#include "detailtypes/kind_layout.h"
 #include "host/host.h"
 #include "host/look/icons.h"
 #include "host/look/theme.h"
@@ -10,11 +11,10 @@
 
 using namespace Qt::StringLiterals;
 
-using detail_types::DetailTypeFault;
 using detail_types::KindLayout;
-using host::MessageService;
-using host::Refusal;
+using host::Required;
 using host::TSoftwarePart;
+using host::When;
 
 namespace {
 
@@ -48,9 +48,14 @@ QString StateCaption(const QString &title)
     return title.trimmed().isEmpty() ? u"..."_s : title;
 }
 
-Refusal Required(QWidget *control, const QString &caption)
+bool Identifies(TDetailKind kind)
 {
-    return {control, [caption](MessageService &messages) { messages.MsgRequiredField(caption); }};
+    return kind == TDetailKind::Serial || kind == TDetailKind::Barcode;
+}
+
+bool Blank(const QLineEdit *edit)
+{
+    return edit->text().trimmed().isEmpty();
 }
 
 } // namespace
@@ -128,10 +133,8 @@ void TDetailTypes_Get_FRM::Clear()
 
 void TDetailTypes_Get_FRM::Prepare()
 {
-    if (!host::MayWrite(m_host, host::TSoftwarePart::DetailTypes, Mode())) {
-        AbortOpening();
+    if (RefuseOpening(host::CheckRight(m_host, SoftwarePart(), Mode())))
         return;
-    }
     SetKey(1);
     Clear();
     m_ui->Code_EDT->setText(Key().toString());
@@ -140,15 +143,12 @@ void TDetailTypes_Get_FRM::Prepare()
 
 void TDetailTypes_Get_FRM::Load()
 {
-    if (!host::MayWrite(m_host, host::TSoftwarePart::DetailTypes, Mode())) {
-        AbortOpening();
+    if (RefuseOpening(host::CheckRight(m_host, SoftwarePart(), Mode())))
         return;
-    }
     Clear();
     const int id = Key().toInt();
     if (!m_data.DetailTypes_GetByID(id, m_loaded)) {
-        m_host.messages.ShowMessage(u"این نوع جزئیات دیگر وجود ندارد."_s, host::MessageIcon::Warning);
-        AbortOpening();
+        RefuseOpening(host::RecordGone(u"نوع جزئیات"_s));
         return;
     }
     m_ui->Code_EDT->setText(QString::number(id));
@@ -273,7 +273,7 @@ void TDetailTypes_Get_FRM::AddItem()
 /// not stops: Enter would press them and never come past.
 void TDetailTypes_Get_FRM::NextControl()
 {
-    if (m_ui->RecommendValues_EDT->hasFocus() && !m_ui->RecommendValues_EDT->text().trimmed().isEmpty()) {
+    if (m_ui->RecommendValues_EDT->hasFocus() && !Blank(m_ui->RecommendValues_EDT)) {
         AddItem();
         return;
     }
@@ -288,72 +288,76 @@ void TDetailTypes_Get_FRM::NextControl()
 
 // Saving ------------------------------------------------------------------------------------------------------------
 
-detail_types::DetailTypeDraft TDetailTypes_Get_FRM::Draft() const
-{
-    return {.isNew = IsNew(),
-            .title = m_ui->DetailTitle_EDT->text(),
-            .kind = Kind(),
-            .storedKind = m_loaded.DetailType,
-            .items = m_ui->RecommendList_LST->count(),
-            .defaultItem = m_items->DefaultItem(),
-            .calendarGiven = m_ui->SolarDate_RDB->isChecked() || m_ui->GregorianDate_RDB->isChecked(),
-            .reminder = m_ui->DateAlarm_CHB->isChecked(),
-            .titleOn = m_ui->ToggleTitleTrue_EDT->text(),
-            .titleOff = m_ui->ToggleTitleFalse_EDT->text(),
-            .nextItem = m_ui->RecommendValues_EDT->text()};
-}
-
 std::vector<host::Check> TDetailTypes_Get_FRM::Validate()
 {
-    return {{u"detail type"_s, [this] {
-                 return RefusalOf(detail_types::FirstFault(
-                     Draft(),
-                     {.sameTitles = [this](const QString &title) { return m_data.DetailTypesTitle_Exist(title); },
-                      .reminderTaken = [this] { return m_data.ExistsGoodDetailBeforeEditForDateAlarmDetail(Key()); },
-                      .meetsIdentifying =
-                          [this](bool inList) { return m_data.MeetsSerialOrBarcode(Key().toInt(), inList); }}));
-             }}};
+    const Ui::TDetailTypes_Get_FRM *ui = m_ui.get();
+    const TDetailKind kind = Kind();
+    const KindLayout shown = detail_types::LayoutOf(kind);
+    return {
+        {u"TitleGiven"_s,
+         [=] { return When(Blank(ui->DetailTitle_EDT), Required(ui->DetailTitle_EDT, u"عنوان گزارش"_s)); }},
+        {u"TitleFree"_s,
+         [=, this] {
+             return When(TitleTaken(), host::Repeated(ui->DetailTitle_EDT, u"عنوان جزئیات"_s, u"جزئیات کالا"_s));
+         }},
+        {u"ReminderFree"_s,
+         [=, this] { return When(ReminderTaken(), host::Warning(ui->DateAlarm_CHB, ReminderTakenText())); }},
+        {u"KindGiven"_s, [=] { return When(kind == TDetailKind::None, Required(ui->Type_CMB, u"نوع جزئیات"_s)); }},
+        {u"ItemsGiven"_s,
+         [=] {
+             return When(shown.items && ui->RecommendList_LST->count() == 0,
+                         Required(ui->RecommendValues_EDT, u"مقادیر پیشنهادی"_s));
+         }},
+        {u"CalendarGiven"_s,
+         [=] {
+             return When(shown.date && !ui->SolarDate_RDB->isChecked() && !ui->GregorianDate_RDB->isChecked(),
+                         Required(ui->SolarDate_RDB, u"نوع تاریخ"_s));
+         }},
+        {u"OnTitleGiven"_s,
+         [=] {
+             return When(shown.toggle && Blank(ui->ToggleTitleTrue_EDT),
+                         Required(ui->ToggleTitleTrue_EDT, u"عنوان فعال"_s));
+         }},
+        {u"OffTitleGiven"_s,
+         [=] {
+             return When(shown.toggle && Blank(ui->ToggleTitleFalse_EDT),
+                         Required(ui->ToggleTitleFalse_EDT, u"عنوان غیر فعال"_s));
+         }},
+        {u"DefaultGiven"_s,
+         [=, this] {
+             return When(kind == TDetailKind::List && m_items->DefaultItem() < 0,
+                         Required(ui->DefaultValue_CMB, u"مقدار پیش فرض"_s));
+         }},
+        {u"ItemAdded"_s,
+         [=] {
+             return When(shown.items && !Blank(ui->RecommendValues_EDT),
+                         host::Warning(ui->RecommendValues_EDT, ItemNotAddedText()));
+         }},
+    };
 }
 
-std::optional<Refusal> TDetailTypes_Get_FRM::RefusalOf(DetailTypeFault fault) const
+/// A renamed type may take the title of one other: its own stored row counts as one.
+bool TDetailTypes_Get_FRM::TitleTaken()
 {
-    switch (fault) {
-    case DetailTypeFault::None:
-        break;
-    case DetailTypeFault::TitleMissing:
-        return Required(m_ui->DetailTitle_EDT, u"عنوان گزارش"_s);
-    case DetailTypeFault::TitleTaken:
-        return Refusal{m_ui->DetailTitle_EDT, [](MessageService &messages) {
-                           messages.MsgRepeatedField(u"عنوان جزئیات"_s, u"جزئیات کالا"_s);
-                       }};
-    case DetailTypeFault::ReminderTaken:
-        return Refusal{m_ui->DateAlarm_CHB, [](MessageService &messages) {
-                           messages.ShowMessage(ReminderTakenText(), host::MessageIcon::Warning);
-                       }};
-    case DetailTypeFault::IdentifyingOnGood:
-    case DetailTypeFault::IdentifyingInList:
-        return Refusal{m_ui->Type_CMB,
-                       [inList = fault == DetailTypeFault::IdentifyingInList](MessageService &messages) {
-                           messages.ShowMessage(detail_types::TwoIdentifying(inList), host::MessageIcon::Warning);
-                       }};
-    case DetailTypeFault::KindMissing:
-        return Required(m_ui->Type_CMB, u"نوع جزئیات"_s);
-    case DetailTypeFault::ItemsMissing:
-        return Required(m_ui->RecommendValues_EDT, u"مقادیر پیشنهادی"_s);
-    case DetailTypeFault::CalendarMissing:
-        return Required(m_ui->SolarDate_RDB, u"نوع تاریخ"_s);
-    case DetailTypeFault::OnTitleMissing:
-        return Required(m_ui->ToggleTitleTrue_EDT, u"عنوان فعال"_s);
-    case DetailTypeFault::OffTitleMissing:
-        return Required(m_ui->ToggleTitleFalse_EDT, u"عنوان غیر فعال"_s);
-    case DetailTypeFault::DefaultMissing:
-        return Required(m_ui->DefaultValue_CMB, u"مقدار پیش فرض"_s);
-    case DetailTypeFault::ItemNotAdded:
-        return Refusal{m_ui->RecommendValues_EDT, [](MessageService &messages) {
-                           messages.ShowMessage(ItemNotAddedText(), host::MessageIcon::Warning);
-                       }};
-    }
-    return std::nullopt;
+    return m_data.DetailTypesTitle_Exist(m_ui->DetailTitle_EDT->text()) > (IsNew() ? 0 : 1);
+}
+
+/// Some good already has values of this type and of another one with reminder.
+bool TDetailTypes_Get_FRM::ReminderTaken()
+{
+    return !IsNew() && Kind() == TDetailKind::Date && m_ui->DateAlarm_CHB->isChecked() &&
+           m_data.ExistsGoodDetailBeforeEditForDateAlarmDetail(Key());
+}
+
+/// A type that becomes a serial or a barcode may not meet another one, on a good or in a category.
+host::Refused TDetailTypes_Get_FRM::IdentifiesAlone()
+{
+    if (IsNew() || !Identifies(Kind()) || Identifies(m_loaded.DetailType))
+        return {};
+    for (const bool inList : {false, true})
+        if (m_data.MeetsSerialOrBarcode(Key().toInt(), inList))
+            return host::Warning(m_ui->Type_CMB, detail_types::TwoIdentifying(inList));
+    return {};
 }
 
 TDetailType_Rec TDetailTypes_Get_FRM::Record() const

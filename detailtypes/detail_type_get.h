@@ -1,6 +1,5 @@
 #pragma once
 
-#include "detailtypes/detail_type_rules.h"
 #include "detailtypes/detail_types_dm.h"
 #include "host/screens/base_get.h"
 
@@ -50,8 +49,9 @@ private:
     void ShowStateCaptions();
     void AddItem();
 
-    detail_types::DetailTypeDraft Draft() const;
-    std::optional<host::Refusal> RefusalOf(detail_types::DetailTypeFault fault) const;
+    bool TitleTaken();
+    bool ReminderTaken();
+    host::Refused IdentifiesAlone();
     TDetailType_Rec Record() const;
 
     std::unique_ptr<Ui::TDetailTypes_Get_FRM> m_ui;

@@ -66,7 +66,7 @@ bool TDetailTypes_DM::DetailTypes_SelectedList_Update(const TDetailTypes_Selecte
 {
     DetailTypes_SelectedList_GetByID(record.Code);
     if (Get_QRY.IsEmpty())
-        throw host::DatabaseError(u"این دسته بندی دیگر در بانک اطلاعاتی وجود ندارد."_s);
+        throw host::RowGone(u"دسته بندی"_s);
     Get_QRY.Edit();
     const auto drop = qScopeGuard([this] { Get_QRY.Cancel(); });
     Get_QRY.SetField(u"Code", record.Code);

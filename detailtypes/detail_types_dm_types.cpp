@@ -94,7 +94,7 @@ bool TDetailTypes_DM::DetailTypes_Update(const TDetailType_Rec &record)
     types.SetTable(u"DetailTypes"_s, u"ID"_s);
     types.Open(u"SELECT * FROM DetailTypes WHERE ID = "_s + QString::number(record.ID));
     if (types.IsEmpty())
-        throw host::DatabaseError(u"این نوع جزئیات دیگر در بانک اطلاعاتی وجود ندارد."_s);
+        throw host::RowGone(u"نوع جزئیات"_s);
     types.Edit();
     WriteType(types, record, Writing::Update);
     types.Post();

@@ -71,7 +71,7 @@ bool TGood_DM::Good_Update(const TGoodInfoRec &rec)
         Good_GetByID(rec.Code);
     }
     if (GoodGet_QRY.IsEmpty()) {
-        throw host::DatabaseError(u"این کالا دیگر در بانک اطلاعاتی وجود ندارد."_s);
+        throw host::RowGone(u"کالا"_s);
     }
     GoodGet_QRY.Edit();
     const auto drop = qScopeGuard([this] { GoodGet_QRY.Cancel(); });

@@ -10,9 +10,7 @@ using namespace Qt::StringLiterals;
 
 namespace desk {
 
-using host::MessageService;
-using host::Refusal;
-using host::TFormMode;
+using host::When;
 
 TEntity_Get_FRM::TEntity_Get_FRM(host::Host &host, const EntityKind &kind)
     : TBaseGet_New_FRM(host, kind.part, host.mainWindow), m_kind(kind), m_ui(std::make_unique<Ui::EntityGet>()),
@@ -50,8 +48,7 @@ void TEntity_Get_FRM::Load()
 {
     m_row.Open(RowText(Key().toInt()));
     if (m_row.IsEmpty()) {
-        m_host.messages.ShowMessage(MessageText(message::EntityGone, {m_kind.singular}), host::MessageIcon::Warning);
-        AbortOpening();
+        RefuseOpening(host::Warning(nullptr, MessageText(message::EntityGone, {m_kind.singular})));
         return;
     }
     SetTitle(u"%1 «%2»"_s.arg(m_kind.singular, m_row.TextField(u"Name")));
@@ -63,67 +60,58 @@ void TEntity_Get_FRM::Load()
         m_ui->Type_CMB->setCurrentIndex(m_row.IntField(u"Type"));
 }
 
+int TEntity_Get_FRM::Code() const
+{
+    return static_cast<int>(m_ui->Code_EDT->Integer());
+}
+
+QString TEntity_Get_FRM::Name() const
+{
+    return m_ui->Name_EDT->text().trimmed();
+}
+
 std::vector<host::Check> TEntity_Get_FRM::Validate()
 {
     return {
-        {u"code fits"_s, [this] { return CodeFits(); }},
-        {u"code is free"_s, [this] { return CodeIsFree(); }},
-        {u"name is given"_s, [this] { return NameIsGiven(); }},
-        {u"name is free"_s, [this] { return NameIsFree(); }},
+        {u"CodeFits"_s,
+         [this] {
+             const qint64 code = m_ui->Code_EDT->Integer();
+             const QString text = MessageText(message::CodeOutOfRange,
+                                              {QString::number(LeastEntityCode), QString::number(GreatestEntityCode)});
+             return When(IsNew() && (code < LeastEntityCode || code > GreatestEntityCode),
+                         host::Warning(m_ui->Code_EDT, text));
+         }},
+        {u"CodeFree"_s,
+         [this] {
+             return When(IsNew() && host::Exists(m_host.DM.ADOConnection1, RowText(Code())),
+                         host::RepeatedCode(m_ui->Code_EDT, u"کد"_s));
+         }},
+        {u"NameGiven"_s, [this] { return When(Name().isEmpty(), host::Required(m_ui->Name_EDT, u"نام"_s)); }},
+        {u"NameFree"_s, [this] { return When(NameTaken(), host::Repeated(m_ui->Name_EDT, u"نام"_s, m_kind.plural)); }},
     };
 }
 
-std::optional<Refusal> TEntity_Get_FRM::CodeFits() const
-{
-    const qint64 code = m_ui->Code_EDT->Integer();
-    if (Mode() != TFormMode::New || (code >= LeastEntityCode && code <= GreatestEntityCode))
-        return std::nullopt;
-    return Refusal{m_ui->Code_EDT, [](MessageService &messages) {
-                       messages.ShowMessage(MessageText(message::CodeOutOfRange, {QString::number(LeastEntityCode),
-                                                                                  QString::number(GreatestEntityCode)}),
-                                            host::MessageIcon::Warning);
-                   }};
-}
-
-std::optional<Refusal> TEntity_Get_FRM::CodeIsFree() const
-{
-    if (Mode() != TFormMode::New ||
-        !host::Exists(m_host.DM.ADOConnection1, RowText(static_cast<int>(m_ui->Code_EDT->Integer()))))
-        return std::nullopt;
-    return Refusal{m_ui->Code_EDT, [](MessageService &messages) { messages.MsgRepeatedCode(u"کد"_s); }};
-}
-
-std::optional<Refusal> TEntity_Get_FRM::NameIsGiven() const
-{
-    if (!m_ui->Name_EDT->text().trimmed().isEmpty())
-        return std::nullopt;
-    return Refusal{m_ui->Name_EDT, [](MessageService &messages) { messages.MsgRequiredField(u"نام"_s); }};
-}
-
-std::optional<Refusal> TEntity_Get_FRM::NameIsFree() const
+bool TEntity_Get_FRM::NameTaken() const
 {
     const QString text = u"SELECT %1 FROM %2 WHERE %1 <> %3 AND %4 = "_s.arg(m_kind.codeColumn, m_kind.table)
                              .arg(m_ui->Code_EDT->Integer())
                              .arg(m_kind.nameColumn) +
-                         host::NQuotedStr(m_ui->Name_EDT->text().trimmed());
-    if (!host::Exists(m_host.DM.ADOConnection1, text))
-        return std::nullopt;
-    return Refusal{m_ui->Name_EDT,
-                   [this](MessageService &messages) { messages.MsgRepeatedField(u"نام"_s, m_kind.plural); }};
+                         host::NQuotedStr(Name());
+    return host::Exists(m_host.DM.ADOConnection1, text);
 }
 
 void TEntity_Get_FRM::Write()
 {
-    const int code = static_cast<int>(m_ui->Code_EDT->Integer());
+    const int code = Code();
     host::Transaction transaction(m_host.DM.ADOConnection1);
     m_row.Open(RowText(code));
-    if (Mode() == TFormMode::New) {
+    if (IsNew()) {
         m_row.Append();
         m_row.SetField(m_kind.codeColumn, code);
     } else {
         m_row.Edit();
     }
-    m_row.SetField(m_kind.nameColumn, m_ui->Name_EDT->text().trimmed());
+    m_row.SetField(m_kind.nameColumn, Name());
     m_row.SetField(u"Comment", m_ui->Comment_EDT->text());
     if (m_kind.hasType)
         m_row.SetField(u"Type", m_ui->Type_CMB->currentIndex());

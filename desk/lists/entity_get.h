@@ -31,10 +31,10 @@ protected:
     QWidget *FirstControl() const override;
 
 private:
-    std::optional<host::Refusal> CodeFits() const;
-    std::optional<host::Refusal> CodeIsFree() const;
-    std::optional<host::Refusal> NameIsGiven() const;
-    std::optional<host::Refusal> NameIsFree() const;
+    bool IsNew() const { return Mode() == host::TFormMode::New; }
+    int Code() const;
+    QString Name() const;
+    bool NameTaken() const;
     QString RowText(int code) const;
 
     const EntityKind &m_kind;

@@ -1,5 +1,6 @@
 #include "desk/settings/rights.h"
 
+#include "desk/messages/catalogue.h"
 #include "desk/settings/check_delegate.h"
 #include "host/data/query.h"
 #include "ui_rights.h"
@@ -8,7 +9,6 @@
 #include <QInputDialog>
 #include <QLineEdit>
 #include <QScopeGuard>
-#include <QScopedValueRollback>
 #include <QSignalBlocker>
 
 using namespace Qt::StringLiterals;
@@ -48,17 +48,18 @@ private:
 } // namespace
 
 TRights_FRM::TRights_FRM(host::Host &host, Permissions &permissions)
-    : TSaveScreen_FRM(host, host::TSoftwarePart::Goods), m_permissions(permissions), m_users(host.DM.ADOConnection1),
-      m_ui(std::make_unique<Ui::Rights>())
+    : TBaseSave_FRM(host, host::TSoftwarePart::Goods, host::TFormMode::Edit, host.mainWindow),
+      m_permissions(permissions), m_users(host.DM.ADOConnection1), m_ui(std::make_unique<Ui::Rights>())
 {
     setObjectName(u"TRights_FRM"_s);
     m_ui->setupUi(Content());
     SetTitle(u"دسترسی کاربران"_s);
+    SetDiscardQuestion(MessageText(message::DiscardChanges));
     BuildGrid();
     connect(m_ui->User_CMB, &QComboBox::currentIndexChanged, this,
             [this] { Command(Title(), [this] { ChooseUser(m_ui->User_CMB->currentData().toInt()); }); });
     connect(m_ui->Rights_GRD, &QTableWidget::itemChanged, this, [this] {
-        if (!m_loading)
+        if (!IsLoading())
             SetIsSaved(false);
     });
     Bind(m_ui->NewUser_BTN, Qt::Key_F4, [this] { AddUser(); });
@@ -104,7 +105,7 @@ void TRights_FRM::BuildGrid()
 
 void TRights_FRM::FormShow()
 {
-    TSaveScreen_FRM::FormShow();
+    TBaseSave_FRM::FormShow();
     ListUsers();
     ShowUser(m_host.settings.UserInfo().Code);
     m_ui->Rights_GRD->setCurrentCell(0, 0);
@@ -130,10 +131,8 @@ bool TRights_FRM::AskName(const QString &title, const QString &name, int code,
     NameDialog dialog(this, [&](const QString &typed) {
         bool written = false;
         Command(title, [&] {
-            if (typed.isEmpty())
-                return m_host.messages.MsgRequiredField(u"نام کاربر"_s);
-            if (m_users.NameTaken(typed, code))
-                return m_host.messages.MsgRepeatedField(u"نام کاربر"_s, u"کاربر"_s);
+            if (Refuse(CheckName(typed, code)))
+                return;
             write(typed);
             written = true;
         });
@@ -144,6 +143,14 @@ bool TRights_FRM::AskName(const QString &title, const QString &name, int code,
     dialog.resize(360, dialog.sizeHint().height());
     dialog.findChild<QLineEdit *>()->setMaxLength(Users::NameLength);
     return dialog.exec() == QDialog::Accepted;
+}
+
+host::Refused TRights_FRM::CheckName(const QString &typed, int code) const
+{
+    const QString caption = u"نام کاربر"_s;
+    if (typed.isEmpty())
+        return host::Required(nullptr, caption);
+    return host::When(m_users.NameTaken(typed, code), host::Repeated(nullptr, caption, u"کاربر"_s));
 }
 
 void TRights_FRM::AddUser()
@@ -188,7 +195,7 @@ void TRights_FRM::ShowUser(int user)
         granted << std::pair(rights.Int(u"SoftwarePart"), rights.Int(u"Permission"));
     m_user = user;
     StandOnUser();
-    const QScopedValueRollback loading(m_loading, true);
+    const Loading quiet(*this);
     for (int row = 0; row < m_ui->Rights_GRD->rowCount(); ++row) {
         for (int column = 0; column < m_ui->Rights_GRD->columnCount(); ++column) {
             QTableWidgetItem *item = m_ui->Rights_GRD->item(row, column);
@@ -213,7 +220,7 @@ void TRights_FRM::SetAll(bool granted)
     }
 }
 
-bool TRights_FRM::Write()
+void TRights_FRM::Write()
 {
     Rights rights;
     for (int row = 0; row < m_ui->Rights_GRD->rowCount(); ++row) {
@@ -223,7 +230,6 @@ bool TRights_FRM::Write()
         }
     }
     m_permissions.Replace(m_user, rights);
-    return true;
 }
 
 } // namespace desk

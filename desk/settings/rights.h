@@ -2,7 +2,7 @@
 
 #include "desk/services/permissions.h"
 #include "desk/services/users.h"
-#include "desk/settings/save_screen.h"
+#include "host/screens/base_save.h"
 
 #include <functional>
 #include <memory>
@@ -18,7 +18,7 @@ namespace desk {
 /// The users and what each may do: feature areas down, rights across, a check box where a right means something.
 /// A new user may do nothing until rights are given; one who has left is a user whose rights were taken away, because
 /// the goods keep their name.
-class TRights_FRM : public TSaveScreen_FRM
+class TRights_FRM : public host::TBaseSave_FRM
 {
     Q_OBJECT
 
@@ -28,7 +28,7 @@ public:
 
 protected:
     void FormShow() override;
-    bool Write() override;
+    void Write() override;
 
 private:
     void BuildGrid();
@@ -42,13 +42,13 @@ private:
     /// Has a name typed that can be used, and written; false when the user gave up.
     bool AskName(const QString &title, const QString &name, int code,
                  const std::function<void(const QString &)> &write);
+    host::Refused CheckName(const QString &typed, int code) const;
     void SetAll(bool granted);
 
     Permissions &m_permissions;
     Users m_users;
     std::unique_ptr<Ui::Rights> m_ui;
     int m_user = 0; ///< code of the user whose rights are shown
-    bool m_loading = false;
 };
 
 } // namespace desk

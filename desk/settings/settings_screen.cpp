@@ -1,5 +1,6 @@
 #include "desk/settings/settings_screen.h"
 
+#include "desk/messages/catalogue.h"
 #include "host/controls/entity_picker.h"
 #include "host/controls/toggle_switch.h"
 #include "host/data/persian_text.h"
@@ -14,18 +15,19 @@ constexpr int SectionsAcross = 2;
 }
 
 TSettings_FRM::TSettings_FRM(host::Host &host, Settings &settings)
-    : TSaveScreen_FRM(host, host::TSoftwarePart::Goods), m_settings(settings),
+    : TBaseSave_FRM(host, host::TSoftwarePart::Goods, host::TFormMode::Edit, host.mainWindow), m_settings(settings),
       m_ui(std::make_unique<Ui::SettingsScreen>())
 {
     setObjectName(u"TSettings_FRM"_s);
     m_ui->setupUi(Content());
     SetTitle(u"تنظیمات"_s);
+    SetDiscardQuestion(MessageText(message::DiscardChanges));
     m_barcodes = {m_ui->Barcode1_EDT, m_ui->Barcode2_EDT, m_ui->Barcode3_EDT};
     for (int digits = Settings::LeastCodeLength; digits <= Settings::GreatestCodeLength; ++digits)
         m_ui->GoodCodeLength_CMB->addItem(host::PersianDigits(QString::number(digits)), digits);
     m_ui->SquareMetreUnit_Entity->SetSource(host.entities, host::TSoftwarePart::Units);
     AddSwitches();
-    WatchInputs();
+    WatchChanges();
 }
 
 TSettings_FRM::~TSettings_FRM() = default;
@@ -55,21 +57,9 @@ void TSettings_FRM::AddSwitches()
         column->addStretch();
 }
 
-void TSettings_FRM::WatchInputs()
-{
-    const auto changed = [this] { SetIsSaved(false); };
-    for (host::ToggleSwitch *toggle : std::as_const(m_switches))
-        connect(toggle, &QAbstractButton::toggled, this, changed);
-    for (QLineEdit *edit : m_barcodes)
-        connect(edit, &QLineEdit::textChanged, this, changed);
-    connect(m_ui->GoodCodeLength_CMB, &QComboBox::currentIndexChanged, this, changed);
-    connect(m_ui->SquareMetreUnit_Entity, &host::EntityPicker::Changed, this, changed);
-    connect(m_ui->SquareMetreUnit_Entity, &host::EntityPicker::Edited, this, changed);
-}
-
 void TSettings_FRM::FormShow()
 {
-    TSaveScreen_FRM::FormShow();
+    TBaseSave_FRM::FormShow();
     m_settings.Reload();
     const host::TSettingRecord &record = m_settings.SettingRecord();
     for (int i = 0; i < m_switches.size(); ++i)
@@ -82,13 +72,21 @@ void TSettings_FRM::FormShow()
     m_switches.first()->setFocus();
 }
 
-bool TSettings_FRM::Write()
+void TSettings_FRM::BeforeChecks()
 {
-    if (!m_ui->SquareMetreUnit_Entity->Resolve(true)) {
-        m_host.messages.MsgRequiredField(u"واحد متر مربع"_s);
-        m_ui->SquareMetreUnit_Entity->setFocus();
-        return false;
-    }
+    m_ui->SquareMetreUnit_Entity->Resolve(true);
+}
+
+std::vector<host::Check> TSettings_FRM::Validate()
+{
+    host::EntityPicker *unit = m_ui->SquareMetreUnit_Entity;
+    return {{u"UnitKnown"_s, [unit] {
+                 return host::When(unit->Code() == 0 && !unit->IsEmpty(), host::Required(unit, u"واحد متر مربع"_s));
+             }}};
+}
+
+void TSettings_FRM::Write()
+{
     host::TSettingRecord record = m_settings.SettingRecord();
     for (int i = 0; i < m_switches.size(); ++i)
         record.*SettingSwitches().at(i).member = m_switches.at(i)->isChecked();
@@ -97,7 +95,6 @@ bool TSettings_FRM::Write()
     for (size_t i = 0; i < m_barcodes.size(); ++i)
         record.ReservedBarcodes[i] = m_barcodes[i]->text().trimmed();
     m_settings.Save(record);
-    return true;
 }
 
 } // namespace desk

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "desk/services/settings.h"
-#include "desk/settings/save_screen.h"
+#include "host/screens/base_save.h"
 
 #include <array>
 #include <memory>
@@ -19,7 +19,7 @@ class SettingsScreen;
 namespace desk {
 
 /// The program settings, section by section. Screens that are open keep what they read when they opened.
-class TSettings_FRM : public TSaveScreen_FRM
+class TSettings_FRM : public host::TBaseSave_FRM
 {
     Q_OBJECT
 
@@ -29,11 +29,12 @@ public:
 
 protected:
     void FormShow() override;
-    bool Write() override;
+    void BeforeChecks() override;
+    std::vector<host::Check> Validate() override;
+    void Write() override;
 
 private:
     void AddSwitches();
-    void WatchInputs();
 
     Settings &m_settings;
     std::unique_ptr<Ui::SettingsScreen> m_ui;

@@ -175,4 +175,9 @@ bool DatabaseError::KeyViolation() const
     return Fault() == DatabaseFault::Repeated;
 }
 
+DatabaseError RowGone(const QString &kind, const QString &statement)
+{
+    return DatabaseError(u"این %1 دیگر در بانک اطلاعاتی وجود ندارد."_s.arg(kind), statement);
+}
+
 } // namespace host

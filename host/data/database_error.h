@@ -53,4 +53,7 @@ private:
     bool m_lost = false;
 };
 
+/// The row that was to be changed is not there any more; `kind` is what the user calls it.
+HOST_EXPORT DatabaseError RowGone(const QString &kind, const QString &statement = {});
+
 } // namespace host

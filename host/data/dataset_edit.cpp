@@ -191,7 +191,7 @@ void Dataset::PostUpdate()
         const QString text = u"UPDATE "_s + m_table + u" SET "_s + assignments + u" WHERE "_s + Bracketed(m_key) +
                              u" = "_s + Literal(m_rows.Value(m_current, key), m_rows.ColumnAt(key).kind);
         if (Exec(m_connection, text) == 0) {
-            throw DatabaseError(u"این سطر دیگر در بانک اطلاعاتی وجود ندارد."_s, text);
+            throw RowGone(u"سطر"_s, text);
         }
         for (size_t i = 0; i < m_set.size(); ++i) {
             if (m_set[i]) {

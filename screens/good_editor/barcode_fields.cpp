@@ -18,8 +18,8 @@ QString CompletionHelp()
 
 } // namespace
 
-BarcodeFields::BarcodeFields(const Edits &edits, QWidget *panel, host::Host &host, TGood_DM &data,
-                             goods::RuleRunner run, QObject *parent)
+BarcodeFields::BarcodeFields(const Edits &edits, QWidget *panel, host::Host &host, TGood_DM &data, host::RuleRunner run,
+                             QObject *parent)
     : QObject(parent), m_edits(edits), m_panel(panel), m_host(host), m_data(data), m_run(std::move(run))
 {
     for (BarcodeEdit *edit : m_edits) {
@@ -66,7 +66,7 @@ QString BarcodeFields::Text() const
     return goods::PackBarcodes(barcodes, m_panel->isHidden());
 }
 
-goods::Refused BarcodeFields::CheckOperation(BarcodeEdit *edit) const
+host::Refused BarcodeFields::CheckOperation(BarcodeEdit *edit) const
 {
     if (!m_data.BarcodeUsedInSetting(edit->Barcode()))
         return {};
@@ -75,10 +75,10 @@ goods::Refused BarcodeFields::CheckOperation(BarcodeEdit *edit) const
                          }};
 }
 
-goods::Refused BarcodeFields::CheckReserved() const
+host::Refused BarcodeFields::CheckReserved() const
 {
     for (BarcodeEdit *edit : m_edits)
-        if (goods::Refused refused = CheckOperation(edit))
+        if (host::Refused refused = CheckOperation(edit))
             return refused;
     return {};
 }
@@ -87,44 +87,40 @@ bool BarcodeFields::CheckEntered(BarcodeEdit *edit)
 {
     bool accepted = false;
     m_run([this, edit, &accepted] {
-        goods::Refused refused = goods::LeaveNow(edit);
+        host::Refused refused = goods::LeaveNow(edit);
         accepted = !refused;
         return refused;
     });
     return accepted;
 }
 
-goods::Refused BarcodeFields::CheckTyped()
+host::Refused BarcodeFields::CheckTyped()
 {
     for (BarcodeEdit *edit : m_edits)
         if (edit->Barcode() != m_passed.value(edit))
-            if (goods::Refused refused = CheckLeft(edit))
+            if (host::Refused refused = CheckLeft(edit))
                 return refused;
     return {};
 }
 
-goods::Refused BarcodeFields::CheckLeft(BarcodeEdit *edit)
+host::Refused BarcodeFields::CheckLeft(BarcodeEdit *edit)
 {
     edit->ShowCleaned();
-    if (goods::Refused refused = CheckOperation(edit))
+    if (host::Refused refused = CheckOperation(edit))
         return refused;
     if (edit->text() != m_passed.value(edit))
-        if (goods::Refused refused = CheckUnique(edit))
+        if (host::Refused refused = CheckUnique(edit))
             return refused;
     m_passed[edit] = edit->text();
     return {};
 }
 
-goods::Refused BarcodeFields::CheckUnique(BarcodeEdit *edit) const
+host::Refused BarcodeFields::CheckUnique(BarcodeEdit *edit) const
 {
     const QString barcode = edit->text();
     if (barcode.isEmpty())
         return {};
-    const auto repeated = [edit](const QString &owner) {
-        return host::Refusal{edit, [owner](host::MessageService &messages) {
-                                 messages.MsgRepeatedField(u" نام اختصاری/بارکد"_s, owner);
-                             }};
-    };
+    const auto repeated = [edit](const QString &owner) { return host::Repeated(edit, u" نام اختصاری/بارکد"_s, owner); };
     if (m_data.Good_ExistBarCode(m_good, barcode))
         return repeated(u"کالا"_s);
     if (m_host.goodDetails.CheckBarcodeInGoodDetail(barcode))
@@ -145,7 +141,7 @@ void BarcodeFields::SwitchKeyboard(const char16_t *layout)
         m_host.keyboard.LoadKeyboardLayout(QString::fromUtf16(layout));
 }
 
-goods::Refused BarcodeFields::Complete(BarcodeEdit *edit)
+host::Refused BarcodeFields::Complete(BarcodeEdit *edit)
 {
     if (edit->isReadOnly())
         return {};

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "data/goods/good_dm.h"
+#include "host/screens/refusals.h"
 #include "rules/barcode_text.h"
-#include "screens/good_editor/refusals.h"
 
 #include <QHash>
 #include <QObject>
@@ -19,7 +19,7 @@ public:
     using Edits = std::array<BarcodeEdit *, std::tuple_size_v<goods::Barcodes>>;
 
     /// `panel` holds all edits but the first.
-    BarcodeFields(const Edits &edits, QWidget *panel, host::Host &host, TGood_DM &data, goods::RuleRunner run,
+    BarcodeFields(const Edits &edits, QWidget *panel, host::Host &host, TGood_DM &data, host::RuleRunner run,
                   QObject *parent);
 
     /// Whose barcodes these are: its own row does not count as another good.
@@ -31,31 +31,31 @@ public:
     QString Text() const;
 
     /// Runs the rule of leaving for what was typed and not left yet, in whichever edit it stands.
-    goods::Refused CheckTyped();
+    host::Refused CheckTyped();
     /// The screen closes: the keyboard is left as by leaving the focused edit.
     void GiveKeyboardBack();
 
     /// Refuses the first barcode that operates the sales screens.
-    goods::Refused CheckReserved() const;
+    host::Refused CheckReserved() const;
 
 signals:
     /// The barcode of `edit` was completed.
     void Completed(BarcodeEdit *edit);
 
 private:
-    goods::Refused CheckLeft(BarcodeEdit *edit);
-    goods::Refused CheckUnique(BarcodeEdit *edit) const;
+    host::Refused CheckLeft(BarcodeEdit *edit);
+    host::Refused CheckUnique(BarcodeEdit *edit) const;
     /// Checks a barcode before the next control takes what is scanned next.
     bool CheckEntered(BarcodeEdit *edit);
-    goods::Refused CheckOperation(BarcodeEdit *edit) const;
-    goods::Refused Complete(BarcodeEdit *edit);
+    host::Refused CheckOperation(BarcodeEdit *edit) const;
+    host::Refused Complete(BarcodeEdit *edit);
     void SwitchKeyboard(const char16_t *layout);
 
     Edits m_edits;
     QWidget *m_panel;
     host::Host &m_host;
     TGood_DM &m_data;
-    goods::RuleRunner m_run;
+    host::RuleRunner m_run;
     int m_good = 0;
     /// As it was shown; nothing for a new good.
     std::optional<QString> m_stored;

@@ -30,14 +30,14 @@ void AddLeaves(const Branches &branches, int parent, const QString &way, QComboB
 
 } // namespace
 
-CategoryPage::CategoryPage(host::Host &host, TGood_DM &data, const goods::RuleRunner &run, QWidget *parent)
+CategoryPage::CategoryPage(host::Host &host, TGood_DM &data, const host::RuleRunner &run, QWidget *parent)
     : QWidget(parent), m_host(host), m_data(data), m_ui(std::make_unique<Ui::CategoryPage>())
 {
     m_ui->setupUi(this);
     m_ui->Category_GRD->SetColumns({{u"NAME"_s, u"دسته"_s, 520}});
     m_ui->Category_GRD->SetSource(&m_data.KalaCategory_Qry, u"Id"_s);
     m_ui->Category_GRD->horizontalHeader()->setStretchLastSection(true);
-    using Action = goods::Refused (CategoryPage::*)();
+    using Action = host::Refused (CategoryPage::*)();
     for (const auto &[button, key, action] :
          {std::tuple(m_ui->AddCat_BTN, Qt::Key_F4, Action(&CategoryPage::Add)),
           std::tuple(m_ui->DellCat_BTN, Qt::Key_F7, Action(&CategoryPage::Delete))}) {
@@ -107,13 +107,11 @@ bool CategoryPage::eventFilter(QObject *watched, QEvent *event)
     return true;
 }
 
-goods::Refused CategoryPage::Add()
+host::Refused CategoryPage::Add()
 {
     const int category = m_ui->Category_frame1->currentData().toInt();
     if (category == 0 || !m_data.cat_checker(m_good, category))
-        return host::Refusal{m_ui->Category_frame1, [](host::MessageService &messages) {
-                                 messages.MsgRepeatedField(u"دسته"_s, u"زیر شاخه خالی یا "_s);
-                             }};
+        return host::Repeated(m_ui->Category_frame1, u"دسته"_s, u"زیر شاخه خالی یا "_s);
     m_data.InsertUpdateToKalaCategory(m_good, category, Attached);
     Refresh();
     m_ui->Category_frame1->setCurrentIndex(-1);
@@ -121,7 +119,7 @@ goods::Refused CategoryPage::Add()
     return {};
 }
 
-goods::Refused CategoryPage::Delete()
+host::Refused CategoryPage::Delete()
 {
     if (m_data.KalaCategory_Qry.IsEmpty() || !m_host.messages.MsgDeleteItem(u"دسته"_s))
         return {};

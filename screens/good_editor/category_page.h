@@ -1,7 +1,7 @@
 #pragma once
 
 #include "data/goods/good_dm.h"
-#include "screens/good_editor/refusals.h"
+#include "host/screens/refusals.h"
 
 #include <QWidget>
 
@@ -17,7 +17,7 @@ class CategoryPage : public QWidget
     Q_OBJECT
 
 public:
-    CategoryPage(host::Host &host, TGood_DM &data, const goods::RuleRunner &run, QWidget *parent = nullptr);
+    CategoryPage(host::Host &host, TGood_DM &data, const host::RuleRunner &run, QWidget *parent = nullptr);
     ~CategoryPage() override;
 
     /// Shows the categories of a good; the commands only where they may be changed.
@@ -33,8 +33,8 @@ private:
     bool eventFilter(QObject *watched, QEvent *event) override;
     void FillChoices();
     void Refresh();
-    goods::Refused Add();
-    goods::Refused Delete();
+    host::Refused Add();
+    host::Refused Delete();
 
     host::Host &m_host;
     TGood_DM &m_data;

@@ -18,7 +18,7 @@ constexpr int CommentLength = 500;
 
 } // namespace
 
-CompletePage::CompletePage(host::Host &host, TGood_DM &data, const goods::RuleRunner &run, QWidget *parent)
+CompletePage::CompletePage(host::Host &host, TGood_DM &data, const host::RuleRunner &run, QWidget *parent)
     : QWidget(parent), m_host(host), m_data(data), m_ui(std::make_unique<Ui::CompletePage>())
 {
     m_ui->setupUi(this);
@@ -129,18 +129,18 @@ QString CompletePage::ShownPos() const
     return m_pos.isEmpty() ? u"0"_s : m_pos;
 }
 
-goods::Refused CompletePage::LeavePos()
+host::Refused CompletePage::LeavePos()
 {
     m_ui->Pos_EDT->ZeroWhenEmpty();
     return goods::LimitPercent(m_ui->Pos_EDT);
 }
 
-goods::Refused CompletePage::LeaveOffPercent()
+host::Refused CompletePage::LeaveOffPercent()
 {
     return goods::LimitPercent(m_ui->OffPercent_EDT);
 }
 
-goods::Refused CompletePage::LeaveFocused()
+host::Refused CompletePage::LeaveFocused()
 {
     for (host::NumericEdit *edit : {m_ui->Pos_EDT, m_ui->OffPercent_EDT})
         if (edit->hasFocus())
@@ -148,34 +148,31 @@ goods::Refused CompletePage::LeaveFocused()
     return {};
 }
 
-goods::Refused CompletePage::CheckSmsCode(int code) const
+host::Refused CompletePage::CheckSmsCode(int code) const
 {
     const QString caption = u"کد پيامکي"_s;
     if (m_ui->SmsCode_EDT->IsEmpty())
-        return goods::RequiredField(m_ui->SmsCode_EDT, caption);
+        return host::Required(m_ui->SmsCode_EDT, caption);
     if (!m_data.Good_IsExistSMSCode(code, m_ui->SmsCode_EDT->text()))
         return {};
-    return host::Refusal{m_ui->SmsCode_EDT,
-                         [caption](host::MessageService &messages) { messages.MsgRepeatedCode(caption); }};
+    return host::RepeatedCode(m_ui->SmsCode_EDT, caption);
 }
 
-goods::Refused CompletePage::CheckSizes() const
+host::Refused CompletePage::CheckSizes() const
 {
     for (const auto &[edit, caption] : {std::pair(m_ui->Weight_EDT, u"وزن"_s), std::pair(m_ui->Length_EDT, u"طول"_s),
                                         std::pair(m_ui->Width_EDT, u"عرض"_s), std::pair(m_ui->Heigth_EDT, u"ارتفاع"_s)})
         if (edit->IsEmpty())
-            return goods::RequiredField(edit, caption);
+            return host::Required(edit, caption);
     return {};
 }
 
-goods::Refused CompletePage::CheckUniqueCode(int code) const
+host::Refused CompletePage::CheckUniqueCode(int code) const
 {
     const QString uniqueCode = m_ui->DetailUniqueCode_EDT->text();
     if (uniqueCode.isEmpty() || m_data.Good_ExistDetailUniqueCode(code, uniqueCode) == 0)
         return {};
-    return host::Refusal{m_ui->DetailUniqueCode_EDT, [](host::MessageService &messages) {
-                             messages.MsgRepeatedField(u"کد تفصیلی یکتا"_s, u"کالا"_s);
-                         }};
+    return host::Repeated(m_ui->DetailUniqueCode_EDT, u"کد تفصیلی یکتا"_s, u"کالا"_s);
 }
 
 void CompletePage::SetReadOnly(bool readOnly)

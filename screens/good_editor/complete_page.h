@@ -1,8 +1,8 @@
 #pragma once
 
 #include "data/goods/good_dm.h"
+#include "host/screens/refusals.h"
 #include "screens/good_editor/barcode_fields.h"
-#include "screens/good_editor/refusals.h"
 
 #include <QWidget>
 
@@ -18,7 +18,7 @@ class CompletePage : public QWidget
     Q_OBJECT
 
 public:
-    CompletePage(host::Host &host, TGood_DM &data, const goods::RuleRunner &run, QWidget *parent = nullptr);
+    CompletePage(host::Host &host, TGood_DM &data, const host::RuleRunner &run, QWidget *parent = nullptr);
     ~CompletePage() override;
 
     /// The edits of barcodes 2 to 6, after `first`.
@@ -34,13 +34,13 @@ public:
     void GiveKeyboardBack();
 
     /// Applies the percent rules of the focused field.
-    goods::Refused LeaveFocused();
+    host::Refused LeaveFocused();
     /// The rule of the discount percent. The edits of own tax and toll percents share it, as they always did.
-    goods::Refused LeaveOffPercent();
+    host::Refused LeaveOffPercent();
     /// `code` is the good being edited.
-    goods::Refused CheckSmsCode(int code) const;
-    goods::Refused CheckSizes() const;
-    goods::Refused CheckUniqueCode(int code) const;
+    host::Refused CheckSmsCode(int code) const;
+    host::Refused CheckSizes() const;
+    host::Refused CheckUniqueCode(int code) const;
 
     void SetReadOnly(bool readOnly);
 
@@ -49,7 +49,7 @@ signals:
     void Changed();
 
 private:
-    goods::Refused LeavePos();
+    host::Refused LeavePos();
     void FillTags();
     QString ShownPos() const;
 

@@ -4,7 +4,7 @@
 
 using namespace Qt::StringLiterals;
 
-CostLevelPage::CostLevelPage(host::Host &host, TGood_DM &data, const goods::Boundary &run, QWidget *parent)
+CostLevelPage::CostLevelPage(host::Host &host, TGood_DM &data, const host::Boundary &run, QWidget *parent)
     : QWidget(parent), m_host(host), m_data(data), m_ui(std::make_unique<Ui::CostLevelPage>())
 {
     m_ui->setupUi(this);
@@ -70,14 +70,14 @@ void CostLevelPage::Post()
     m_buy->Post();
 }
 
-goods::Refused CostLevelPage::CheckDefaults()
+host::Refused CostLevelPage::CheckDefaults()
 {
     for (host::Grid *grid : {m_ui->SellDetails_GRD, m_ui->BuyDetails_GRD})
         // Leaving its editor hands the price that is being typed to the row.
         if (grid->hasFocus() || grid->isAncestorOf(QApplication::focusWidget()))
             grid->setFocus();
     Post();
-    if (goods::Refused refused = m_sell->CheckDefault())
+    if (host::Refused refused = m_sell->CheckDefault())
         return refused;
     return m_buy->CheckDefault();
 }

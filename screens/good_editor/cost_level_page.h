@@ -18,7 +18,7 @@ class CostLevelPage : public QWidget
 
 public:
     /// `run` is the boundary of errors for what happens at once.
-    CostLevelPage(host::Host &host, TGood_DM &data, const goods::Boundary &run, QWidget *parent = nullptr);
+    CostLevelPage(host::Host &host, TGood_DM &data, const host::Boundary &run, QWidget *parent = nullptr);
     ~CostLevelPage() override;
 
     /// Makes the working prices of a good and shows them.
@@ -33,7 +33,7 @@ public:
     /// Writes a price that is still being typed to its working row.
     void Post();
     /// Moves the focus out of a grid first, so that its price counts.
-    goods::Refused CheckDefaults();
+    host::Refused CheckDefaults();
 
 signals:
     void Changed();

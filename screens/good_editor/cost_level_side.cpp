@@ -37,7 +37,7 @@ CostLevelSide::Operations CostLevelSide::Buy()
 }
 
 CostLevelSide::CostLevelSide(const Operations &operations, TGood_DM &data, host::Grid *grid, QComboBox *defaultLevel,
-                             QLabel *hint, goods::Boundary run, QObject *parent)
+                             QLabel *hint, host::Boundary run, QObject *parent)
     : QObject(parent), m_operations(operations), m_data(data), m_grid(grid), m_default(defaultLevel), m_hint(hint),
       m_hintText(hint->text()), m_run(std::move(run))
 {
@@ -188,10 +188,10 @@ void CostLevelSide::StoreDefault()
     (m_data.*m_operations.GetAll)(m_good);
 }
 
-goods::Refused CostLevelSide::CheckDefault() const
+host::Refused CostLevelSide::CheckDefault() const
 {
     const int level = m_default->currentData().toInt();
     if (level == 0 || !(m_data.*m_operations.NotSelect)(level))
         return {};
-    return goods::RequiredField(m_grid, u"قيمت سطح پيش فرض"_s);
+    return host::Required(m_grid, u"قيمت سطح پيش فرض"_s);
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "data/goods/good_dm.h"
-#include "screens/good_editor/refusals.h"
+#include "host/screens/refusals.h"
 
 #include <QObject>
 
@@ -35,7 +35,7 @@ public:
 
     /// The controls belong to the page, which is `parent`. `run` is the boundary of errors for what happens at once.
     CostLevelSide(const Operations &operations, TGood_DM &data, host::Grid *grid, QComboBox *defaultLevel, QLabel *hint,
-                  goods::Boundary run, QObject *parent);
+                  host::Boundary run, QObject *parent);
 
     /// Shows the working rows of the good and its default level; for review its stored prices.
     void Open(int goodCode, host::TFormMode mode);
@@ -45,7 +45,7 @@ public:
     void Post();
     void SetReadOnly(bool readOnly);
 
-    goods::Refused CheckDefault() const;
+    host::Refused CheckDefault() const;
 
 signals:
     /// The user changed a price or the default level.
@@ -71,7 +71,7 @@ private:
     QComboBox *m_default;
     QLabel *m_hint;
     QString m_hintText;
-    goods::Boundary m_run;
+    host::Boundary m_run;
     int m_good = 0;
     bool m_defaultStored = true; ///< the working rows know the level that is chosen
 };

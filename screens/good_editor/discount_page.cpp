@@ -57,9 +57,9 @@ bool DiscountPage::BothExempt() const
     return m_tax->IsExempt() && m_toll->IsExempt();
 }
 
-goods::Refused DiscountPage::CheckLevies() const
+host::Refused DiscountPage::CheckLevies() const
 {
-    if (goods::Refused refused = m_tax->CheckPercent(u"درصد مالیات"_s))
+    if (host::Refused refused = m_tax->CheckPercent(u"درصد مالیات"_s))
         return refused;
     return m_toll->CheckPercent(u"درصد عوارض"_s);
 }
@@ -70,19 +70,19 @@ void DiscountPage::ZeroWhenEmpty()
     m_buy->ZeroWhenEmpty();
 }
 
-goods::Refused DiscountPage::CheckRates() const
+host::Refused DiscountPage::CheckRates() const
 {
     const QString fourth = u"تخفیف نوع 4"_s;
-    goods::Refused refused = m_buy->CheckRates({u"تخفیف نوع 1"_s, u"تخفیف نوع 2"_s, u"تخفیف نوع 3"_s, fourth});
+    host::Refused refused = m_buy->CheckRates({u"تخفیف نوع 1"_s, u"تخفیف نوع 2"_s, u"تخفیف نوع 3"_s, fourth});
     if (refused)
         return refused;
     // Users know the refusal of any sale rate by the name of the fourth.
     return m_sell->CheckRates({fourth, fourth, fourth, fourth});
 }
 
-goods::Refused DiscountPage::CheckDefaults() const
+host::Refused DiscountPage::CheckDefaults() const
 {
-    if (goods::Refused refused = m_buy->CheckDefault(u"تخفیف پیش فرض خرید"_s))
+    if (host::Refused refused = m_buy->CheckDefault(u"تخفیف پیش فرض خرید"_s))
         return refused;
     return m_sell->CheckDefault(u"تخفیف پیش فرض فروش"_s);
 }

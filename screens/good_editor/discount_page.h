@@ -30,10 +30,10 @@ public:
     /// The good pays neither tax nor toll.
     bool BothExempt() const;
 
-    goods::Refused CheckLevies() const;
+    host::Refused CheckLevies() const;
     void ZeroWhenEmpty();
-    goods::Refused CheckRates() const;
-    goods::Refused CheckDefaults() const;
+    host::Refused CheckRates() const;
+    host::Refused CheckDefaults() const;
 
 signals:
     /// Tax or toll was set another way.

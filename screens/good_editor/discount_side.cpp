@@ -37,7 +37,7 @@ void DiscountSide::ZeroWhenEmpty()
         edit->ZeroWhenEmpty();
 }
 
-goods::Refused DiscountSide::CheckRates(const QStringList &captions) const
+host::Refused DiscountSide::CheckRates(const QStringList &captions) const
 {
     for (size_t i = 0; i < m_edits.size(); ++i) {
         const host::Quantity rate = m_edits[i]->Number();
@@ -49,9 +49,9 @@ goods::Refused DiscountSide::CheckRates(const QStringList &captions) const
     return {};
 }
 
-goods::Refused DiscountSide::CheckDefault(const QString &caption) const
+host::Refused DiscountSide::CheckDefault(const QString &caption) const
 {
     if (m_default->currentIndex() >= 0)
         return {};
-    return goods::RequiredField(m_default, caption);
+    return host::Required(m_default, caption);
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host/controls/numeric_edit.h"
-#include "screens/good_editor/refusals.h"
+#include "host/screens/refusals.h"
 
 #include <QStringList>
 
@@ -26,8 +26,8 @@ public:
 
     void ZeroWhenEmpty();
     /// `captions`: what the message calls each rate.
-    goods::Refused CheckRates(const QStringList &captions) const;
-    goods::Refused CheckDefault(const QString &caption) const;
+    host::Refused CheckRates(const QStringList &captions) const;
+    host::Refused CheckDefault(const QString &caption) const;
 
 private:
     Edits m_edits;

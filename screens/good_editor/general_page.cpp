@@ -17,7 +17,7 @@ constexpr int NamePartLength = 50;
 
 } // namespace
 
-GeneralPage::GeneralPage(host::Host &host, TGood_DM &data, const goods::Boundary &run, QWidget *parent)
+GeneralPage::GeneralPage(host::Host &host, TGood_DM &data, const host::Boundary &run, QWidget *parent)
     : QWidget(parent), m_host(host), m_data(data), m_ui(std::make_unique<Ui::GeneralPage>())
 {
     m_ui->setupUi(this);
@@ -137,7 +137,7 @@ void GeneralPage::ShowFullName()
     m_ui->FullName_LBL->setToolTip(FullName());
 }
 
-goods::Refused GeneralPage::CheckGroup() const
+host::Refused GeneralPage::CheckGroup() const
 {
     if (Group() != RootGroup)
         return {};
@@ -145,42 +145,41 @@ goods::Refused GeneralPage::CheckGroup() const
                          [](host::MessageService &messages) { messages.NotSaveable(u"کليه کالاها"_s, u"کالايي"_s); }};
 }
 
-goods::Refused GeneralPage::CheckCodeGiven() const
+host::Refused GeneralPage::CheckCodeGiven() const
 {
     if (Code() != 0)
         return {};
-    return goods::RequiredField(m_ui->Code_EDT, u"کد"_s);
+    return host::Required(m_ui->Code_EDT, u"کد"_s);
 }
 
-goods::Refused GeneralPage::CheckCodeDigits() const
+host::Refused GeneralPage::CheckCodeDigits() const
 {
     if (Code() <= LargestCode)
         return {};
-    return goods::SmartMessage(m_ui->Code_EDT, host::message::TooManyDigits, {u"کالا"_s, u"6 رقم"_s});
+    return host::SmartMessage(m_ui->Code_EDT, host::message::TooManyDigits, {u"کالا"_s, u"6 رقم"_s});
 }
 
-goods::Refused GeneralPage::CheckNameGiven() const
+host::Refused GeneralPage::CheckNameGiven() const
 {
     for (const QComboBox *part : {m_ui->Name_EDT, m_ui->Kala_Type_EDT, m_ui->Kala_Index_EDT})
         if (!part->currentText().trimmed().isEmpty())
             return {};
-    return goods::RequiredField(m_ui->Name_EDT, u"نام کالا"_s);
+    return host::Required(m_ui->Name_EDT, u"نام کالا"_s);
 }
 
-goods::Refused GeneralPage::CheckNameUnique(int code) const
+host::Refused GeneralPage::CheckNameUnique(int code) const
 {
     if (m_data.Good_ExistName(code, FullName()) == 0)
         return {};
-    return host::Refusal{m_ui->Name_EDT,
-                         [](host::MessageService &messages) { messages.MsgRepeatedField(u"نام"_s, u"کالا"_s); }};
+    return host::Repeated(m_ui->Name_EDT, u"نام"_s, u"کالا"_s);
 }
 
-goods::Refused GeneralPage::CheckIndexUnique(int code) const
+host::Refused GeneralPage::CheckIndexUnique(int code) const
 {
     // Most goods have no index; nobody is to be asked about that.
     const QString index = m_ui->Kala_Index_EDT->currentText();
     if (index.trimmed().isEmpty() || m_data.Good_ExistIndex(code, index) == 0 ||
         m_host.messages.ContinueWithRepeatedField(u"شاخص کالا"_s))
         return {};
-    return goods::ToldAlready(m_ui->Kala_Index_EDT);
+    return host::ToldAlready(m_ui->Kala_Index_EDT);
 }

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "host/screens/refusals.h"
 #include "screens/good_editor/opening_fields.h"
-#include "screens/good_editor/refusals.h"
 
 #include <QWidget>
 
@@ -21,7 +21,7 @@ class GeneralPage : public QWidget
 
 public:
     /// `run` is the boundary of errors for what happens at once.
-    GeneralPage(host::Host &host, TGood_DM &data, const goods::Boundary &run, QWidget *parent = nullptr);
+    GeneralPage(host::Host &host, TGood_DM &data, const host::Boundary &run, QWidget *parent = nullptr);
     ~GeneralPage() override;
 
     OpeningFields &Opening() { return *m_opening; }
@@ -40,14 +40,14 @@ public:
     void SetCode(int code);
     int Group() const;
 
-    goods::Refused CheckGroup() const;
-    goods::Refused CheckCodeGiven() const;
-    goods::Refused CheckCodeDigits() const;
-    goods::Refused CheckNameGiven() const;
+    host::Refused CheckGroup() const;
+    host::Refused CheckCodeGiven() const;
+    host::Refused CheckCodeDigits() const;
+    host::Refused CheckNameGiven() const;
     /// `code` is the good being edited.
-    goods::Refused CheckNameUnique(int code) const;
+    host::Refused CheckNameUnique(int code) const;
     /// Only asks: goods may share an index.
-    goods::Refused CheckIndexUnique(int code) const;
+    host::Refused CheckIndexUnique(int code) const;
 
 signals:
     /// The user picked another group.

@@ -59,7 +59,7 @@ TGood_Get_FRM::~TGood_Get_FRM() = default;
 void TGood_Get_FRM::BuildPages()
 {
     const auto run = [this](const std::function<void()> &body) { Command(Title(), body); };
-    const auto rule = [this](const std::function<goods::Refused()> &body) { RunRule(body); };
+    const auto rule = [this](const std::function<host::Refused()> &body) { RunRule(body); };
     m_general = new GeneralPage(m_host, m_data, run, this);
     m_prices = new CostLevelPage(m_host, m_data, run, this);
     m_details = new DetailsPage(m_data, this);
@@ -82,7 +82,7 @@ void TGood_Get_FRM::BindPages()
         if (!IsLoading() && IsNew() && IsShowing())
             Command(Title(), [this, group] { ProposeCode(group); });
     });
-    const auto rule = [this](const std::function<goods::Refused()> &body) { RunRule(body); };
+    const auto rule = [this](const std::function<host::Refused()> &body) { RunRule(body); };
     goods::OnChanged(m_general->CodeEdit(), goods::RuleTime::Afterwards, rule, [this] { return TakeTypedCode(); });
     for (host::NumericEdit *percent : m_discounts->PercentEdits())
         goods::OnChanged(percent, goods::RuleTime::Afterwards, rule, [this] { return m_complete->LeaveOffPercent(); });
@@ -134,7 +134,7 @@ void TGood_Get_FRM::ProposeCode(int group)
     SetIsSaved(false);
 }
 
-goods::Refused TGood_Get_FRM::TakeTypedCode()
+host::Refused TGood_Get_FRM::TakeTypedCode()
 {
     const int code = m_general->Code();
     if (!IsNew() || code == 0 || code == m_code.Current())
@@ -143,20 +143,12 @@ goods::Refused TGood_Get_FRM::TakeTypedCode()
         MoveWorkingRows(code);
         return {};
     }
-    return host::Refusal{m_general->CodeEdit(),
-                         [](host::MessageService &messages) { messages.MsgRepeatedCode(u"کد"_s); }};
+    return host::RepeatedCode(m_general->CodeEdit(), u"کد"_s);
 }
 
-void TGood_Get_FRM::RunRule(const std::function<goods::Refused()> &rule)
+void TGood_Get_FRM::RunRule(const std::function<host::Refused()> &rule)
 {
-    Command(Title(), [this, &rule] {
-        goods::Refused refused = rule();
-        if (!refused)
-            return;
-        if (refused->say)
-            refused->say(m_host.messages);
-        FocusControl(refused->control);
-    });
+    Command(Title(), [this, &rule] { Refuse(rule()); });
 }
 
 void TGood_Get_FRM::Prepare()
@@ -191,9 +183,8 @@ void TGood_Get_FRM::Load()
 {
     const int code = Key().toInt();
     if (!m_data.Good_GetByID(code, m_loaded)) {
-        m_host.messages.ShowMessage(u"این کالا دیگر وجود ندارد."_s, host::MessageIcon::Warning);
         SetRecordGone();
-        AbortOpening();
+        RefuseOpening(host::RecordGone(u"کالا"_s));
         return;
     }
     if (Mode() == TFormMode::Edit)
@@ -241,6 +232,16 @@ void TGood_Get_FRM::SetReadOnly(bool readOnly)
     m_prices->SetReadOnly(readOnly);
     m_picture->setVisible(!readOnly);
     m_complete->SetReadOnly(readOnly);
+}
+
+host::Refused TGood_Get_FRM::MaySave()
+{
+    return host::CheckRight(m_host, SoftwarePart(), Mode());
+}
+
+void TGood_Get_FRM::BeforeChecks()
+{
+    m_validation->BeforeChecks();
 }
 
 std::vector<host::Check> TGood_Get_FRM::Validate()

@@ -28,6 +28,8 @@ protected:
     /// The opening text of a new good is the code of the group that is preset.
     void Prepare() override;
     void Load() override;
+    host::Refused MaySave() override;
+    void BeforeChecks() override;
     std::vector<host::Check> Validate() override;
     void Write() override;
     void AfterWrite() override;
@@ -47,8 +49,8 @@ private:
     /// The good got another code, and its working rows with it.
     void MoveWorkingRows(int code);
     void OpenPhotos();
-    goods::Refused TakeTypedCode();
-    void RunRule(const std::function<goods::Refused()> &rule);
+    host::Refused TakeTypedCode();
+    void RunRule(const std::function<host::Refused()> &rule);
     /// The good as the controls have it.
     TGoodInfoRec Entered() const;
     void ApplyOpeningLock();

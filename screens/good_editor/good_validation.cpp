@@ -11,7 +11,7 @@
 
 using namespace Qt::StringLiterals;
 
-using goods::Refused;
+using host::Refused;
 using host::TFormMode;
 using host::TSoftwarePart;
 
@@ -22,16 +22,23 @@ constexpr int OpeningVoucherKind = 1;
 
 } // namespace
 
+void GoodValidation::BeforeChecks()
+{
+    OpeningFields &opening = m_pages.general.Opening();
+    opening.TakeTyped();
+    // After it: what is being typed may be a big or small quantity.
+    opening.AdoptBigAndSmall();
+    opening.ZeroWhenEmpty();
+    m_pages.discounts.ZeroWhenEmpty();
+}
+
 std::vector<host::Check> GoodValidation::Checks(const Subject &subject)
 {
     m_subject = subject;
     const Pages &p = m_pages;
     return {
-        {u"UserMayWrite"_s, [this] { return UserMayWrite(); }},
-        {u"OpeningTyped"_s, [this] { return OpeningTyped(); }},
         {u"TotalCostInRange"_s, [this] { return TotalCostInRange(); }},
         {u"OpeningVoucherOpen"_s, [this] { return OpeningVoucherOpen(); }},
-        {u"BigAndSmallCopied"_s, [this] { return BigAndSmallCopied(); }},
         {u"StockStaysPositive"_s, [this] { return StockStaysPositive(); }},
         {u"FocusedFieldLeft"_s, [this] { return FocusedFieldLeft(); }},
         {u"GroupHoldsGoods"_s, [p] { return p.general.CheckGroup(); }},
@@ -39,7 +46,7 @@ std::vector<host::Check> GoodValidation::Checks(const Subject &subject)
         {u"OpeningDetailsEntered"_s, [this] { return OpeningDetailsEntered(); }},
         {u"SmsCodeUnique"_s, [this] { return SmsCodeUnique(); }},
         {u"NameUnique"_s, [this] { return NameUnique(); }},
-        {u"UnitGiven"_s, [this] { return UnitGiven(); }},
+        {u"UnitGiven"_s, [p] { return p.general.Opening().CheckUnit(); }},
         {u"OpeningPriceGiven"_s, [p] { return p.general.Opening().CheckPrice(); }},
         {u"StoreGiven"_s, [p] { return p.general.Opening().CheckStore(); }},
         {u"FormulaGiven"_s, [p] { return p.general.Opening().CheckFormula(); }},
@@ -47,25 +54,11 @@ std::vector<host::Check> GoodValidation::Checks(const Subject &subject)
         {u"DefaultLevelsPriced"_s, [p] { return p.prices.CheckDefaults(); }},
         {u"SizesGiven"_s, [p] { return p.complete.CheckSizes(); }},
         {u"OwnLevyNotZero"_s, [p] { return p.discounts.CheckLevies(); }},
-        {u"RatesInRange"_s, [this] { return RatesInRange(); }},
+        {u"RatesInRange"_s, [p] { return p.discounts.CheckRates(); }},
         {u"DefaultRatesChosen"_s, [p] { return p.discounts.CheckDefaults(); }},
         {u"UniqueCodeValid"_s, [p] { return p.complete.CheckUniqueCode(p.general.Code()); }},
         {u"BarcodesNotReserved"_s, [p] { return p.barcodes.CheckReserved(); }},
     };
-}
-
-Refused GoodValidation::UserMayWrite() const
-{
-    if (host::MayWrite(m_host, TSoftwarePart::Goods, m_subject.mode))
-        return {};
-    return goods::ToldAlready();
-}
-
-Refused GoodValidation::OpeningTyped() const
-{
-    // What is being typed counts for every check of the opening stock.
-    m_pages.general.Opening().TakeTyped();
-    return {};
 }
 
 Refused GoodValidation::TotalCostInRange() const
@@ -73,7 +66,7 @@ Refused GoodValidation::TotalCostInRange() const
     const goods::OpeningValues values = m_pages.general.Opening().Values();
     if (m_host.vouchers.Validate_TotalCost(values.first, values.price, TSoftwarePart::Goods))
         return {};
-    return goods::ToldAlready();
+    return host::ToldAlready();
 }
 
 Refused GoodValidation::OpeningVoucherOpen() const
@@ -86,13 +79,7 @@ Refused GoodValidation::OpeningVoucherOpen() const
     if (!m_host.vouchers.IsVoucherApproved(m_subject.voucherCode, OpeningVoucherKind, u"ویرایش قیمت اول دوره"_s,
                                            u"اول دوره"_s))
         return {};
-    return goods::ToldAlready();
-}
-
-Refused GoodValidation::BigAndSmallCopied() const
-{
-    m_pages.general.Opening().AdoptBigAndSmall();
-    return {};
+    return host::ToldAlready();
 }
 
 Refused GoodValidation::StockStaysPositive() const
@@ -109,11 +96,12 @@ Refused GoodValidation::StockStaysPositive() const
     const QString probe = goods::NegativeStockProbe(m_pages.general.Code(), moved ? storeBefore : store, now);
     if (m_host.stock.Check_TockMinus(probe, m_data.GetFirstPeriodVoucherDate()))
         return {};
-    return goods::ToldAlready(opening.QuantityEdit());
+    return host::ToldAlready(opening.QuantityEdit());
 }
 
 Refused GoodValidation::FocusedFieldLeft() const
 {
+    // Takes over what is typed, as leaving the field would, and can refuse it: so it has its place among the checks.
     if (Refused refused = m_pages.general.Opening().LeaveFocusedPicker())
         return refused;
     if (Refused refused = m_pages.barcodes.CheckTyped())
@@ -137,11 +125,12 @@ Refused GoodValidation::OpeningDetailsEntered() const
         m_host.goodDetails.ExistsGoodDetailInsertedForOperation(m_pages.general.Code(),
                                                                 host::TOperationType::OpeningStock))
         return {};
-    return goods::SmartMessage(opening.QuantityEdit(), host::message::OpeningDetailsMissing);
+    return host::SmartMessage(opening.QuantityEdit(), host::message::OpeningDetailsMissing);
 }
 
 Refused GoodValidation::SmsCodeUnique() const
 {
+    // The typed code is taken only here, behind the checks of the code itself.
     if (Refused refused = m_subject.leaveCode())
         return refused;
     return m_pages.complete.CheckSmsCode(m_pages.general.Code());
@@ -154,18 +143,4 @@ Refused GoodValidation::NameUnique() const
     if (Refused refused = m_pages.general.CheckNameUnique(m_pages.general.Code()))
         return refused;
     return m_pages.general.CheckIndexUnique(m_pages.general.Code());
-}
-
-Refused GoodValidation::UnitGiven() const
-{
-    if (Refused refused = m_pages.general.Opening().CheckUnit())
-        return refused;
-    m_pages.general.Opening().ZeroWhenEmpty();
-    return {};
-}
-
-Refused GoodValidation::RatesInRange() const
-{
-    m_pages.discounts.ZeroWhenEmpty();
-    return m_pages.discounts.CheckRates();
 }

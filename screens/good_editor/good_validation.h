@@ -1,7 +1,7 @@
 #pragma once
 
 #include "data/goods/good_dm.h"
-#include "screens/good_editor/refusals.h"
+#include "host/screens/refusals.h"
 
 #include <vector>
 
@@ -33,27 +33,24 @@ public:
         host::TFormMode mode = host::TFormMode::New;
         int voucherCode = 0; ///< voucher of the opening stock
         /// Brings a code that is being typed up to date; refuses one in use.
-        std::function<goods::Refused()> leaveCode;
+        std::function<host::Refused()> leaveCode;
     };
 
     GoodValidation(host::Host &host, TGood_DM &data, const Pages &pages) : m_host(host), m_data(data), m_pages(pages) {}
 
+    /// What is being typed counts, and an empty number is zero, for all checks alike.
+    void BeforeChecks();
     std::vector<host::Check> Checks(const Subject &subject);
 
 private:
-    goods::Refused UserMayWrite() const;
-    goods::Refused OpeningTyped() const;
-    goods::Refused TotalCostInRange() const;
-    goods::Refused OpeningVoucherOpen() const;
-    goods::Refused BigAndSmallCopied() const;
-    goods::Refused StockStaysPositive() const;
-    goods::Refused FocusedFieldLeft() const;
-    goods::Refused CodeGiven() const;
-    goods::Refused OpeningDetailsEntered() const;
-    goods::Refused SmsCodeUnique() const;
-    goods::Refused NameUnique() const;
-    goods::Refused UnitGiven() const;
-    goods::Refused RatesInRange() const;
+    host::Refused TotalCostInRange() const;
+    host::Refused OpeningVoucherOpen() const;
+    host::Refused StockStaysPositive() const;
+    host::Refused FocusedFieldLeft() const;
+    host::Refused CodeGiven() const;
+    host::Refused OpeningDetailsEntered() const;
+    host::Refused SmsCodeUnique() const;
+    host::Refused NameUnique() const;
 
     host::Host &m_host;
     TGood_DM &m_data;

@@ -54,31 +54,31 @@ private:
 class ChangeWatch : public FocusWatch
 {
 public:
-    ChangeWatch(QLineEdit *edit, RuleTime time, RuleRunner run, std::function<Refused()> rule)
+    ChangeWatch(QLineEdit *edit, RuleTime time, host::RuleRunner run, std::function<host::Refused()> rule)
         : FocusWatch(edit, QEvent::FocusOut, time, [this] { m_run([this] { return Apply(); }); }), m_edit(edit),
           m_run(std::move(run)), m_rule(std::move(rule))
     {}
 
     bool IsDue() const override { return m_edit->isModified() && m_edit->isEnabled() && !m_edit->isReadOnly(); }
 
-    Refused Apply() const
+    host::Refused Apply() const
     {
         // Stays changed when the rule refuses or throws.
         m_edit->setModified(true);
-        Refused refused = m_rule();
+        host::Refused refused = m_rule();
         m_edit->setModified(refused.has_value());
         return refused;
     }
 
 private:
     QLineEdit *m_edit;
-    RuleRunner m_run;
-    std::function<Refused()> m_rule;
+    host::RuleRunner m_run;
+    std::function<host::Refused()> m_rule;
 };
 
 } // namespace
 
-void OnChanged(QLineEdit *edit, RuleTime time, RuleRunner run, std::function<Refused()> rule)
+void OnChanged(QLineEdit *edit, RuleTime time, host::RuleRunner run, std::function<host::Refused()> rule)
 {
     new ChangeWatch(edit, time, std::move(run), std::move(rule));
 }
@@ -86,14 +86,14 @@ void OnChanged(QLineEdit *edit, RuleTime time, RuleRunner run, std::function<Ref
 void OnChanged(QLineEdit *edit, RuleTime time, std::function<void()> rule)
 {
     OnChanged(
-        edit, time, [](const std::function<Refused()> &body) { body(); },
+        edit, time, [](const std::function<host::Refused()> &body) { body(); },
         [rule = std::move(rule)] {
             rule();
-            return Refused();
+            return host::Refused();
         });
 }
 
-Refused LeaveNow(QLineEdit *edit)
+host::Refused LeaveNow(QLineEdit *edit)
 {
     for (QObject *child : edit->children())
         if (const auto *watch = dynamic_cast<ChangeWatch *>(child); watch != nullptr && watch->IsDue())

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "screens/good_editor/refusals.h"
+#include "host/screens/refusals.h"
 
 #include <functional>
 
@@ -22,11 +22,11 @@ enum class RuleTime {
 /// inside an edit (a save, a scanner's Enter) asks LeaveNow() first. An edit has one such rule. It goes by
 /// QLineEdit::isModified(): a screen that fills in a text on the user's behalf calls setModified(true), and one that
 /// shows a record calls setText() for every edit, also where the text is the same (clear() counts as a change).
-void OnChanged(QLineEdit *edit, RuleTime time, RuleRunner run, std::function<Refused()> rule);
+void OnChanged(QLineEdit *edit, RuleTime time, host::RuleRunner run, std::function<host::Refused()> rule);
 /// The same for a rule that only computes.
 void OnChanged(QLineEdit *edit, RuleTime time, std::function<void()> rule);
 /// What the rule of `edit` says to its being left now; nothing when it was not changed.
-Refused LeaveNow(QLineEdit *edit);
+host::Refused LeaveNow(QLineEdit *edit);
 
 /// Runs `action` each time the user leaves `widget` for another control of the window, changed or not: not when the
 /// window loses the focus or closes, and not when a list or menu opens over it.

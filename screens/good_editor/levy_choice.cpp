@@ -54,7 +54,7 @@ bool LevyChoice::IsExempt() const
     return m_exempt->isChecked();
 }
 
-goods::Refused LevyChoice::CheckPercent(const QString &caption) const
+host::Refused LevyChoice::CheckPercent(const QString &caption) const
 {
     if (!m_ownPercent->isChecked() || m_percent->Number() != 0)
         return {};

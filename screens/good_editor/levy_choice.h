@@ -1,8 +1,8 @@
 #pragma once
 
 #include "host/controls/numeric_edit.h"
+#include "host/screens/refusals.h"
 #include "rules/levy_state.h"
-#include "screens/good_editor/refusals.h"
 
 #include <QObject>
 
@@ -24,7 +24,7 @@ public:
     host::NumericEdit *Percent() const { return m_percent; }
 
     /// `caption`: what the message calls the percent.
-    goods::Refused CheckPercent(const QString &caption) const;
+    host::Refused CheckPercent(const QString &caption) const;
 
 signals:
     void Changed();

@@ -398,23 +398,23 @@ void OpeningFields::TakeTyped()
     m_ui.Store_Entity->Resolve();
 }
 
-goods::Refused OpeningFields::LeaveFocusedPicker()
+host::Refused OpeningFields::LeaveFocusedPicker()
 {
     for (host::EntityPicker *picker : {m_ui.Unit_Entity1, m_ui.Unit_Entity2, m_ui.Store_Entity})
         // An unknown second unit would be dropped silently; the other two are demanded later anyway.
         if ((HasFocus(picker) || picker == m_ui.Unit_Entity2) && !picker->Resolve())
-            return goods::ToldAlready(picker);
+            return host::ToldAlready(picker);
     return {};
 }
 
-goods::Refused OpeningFields::CheckUnit() const
+host::Refused OpeningFields::CheckUnit() const
 {
     if (m_ui.Unit_Entity1->Code() != 0)
         return {};
-    return goods::RequiredField(m_ui.Unit_Entity1, u"واحد کالا"_s);
+    return host::Required(m_ui.Unit_Entity1, u"واحد کالا"_s);
 }
 
-goods::Refused OpeningFields::CheckPrice() const
+host::Refused OpeningFields::CheckPrice() const
 {
     const goods::OpeningValues values = Values();
     const bool secondCounts = Entry() == OpeningEntry::TwoUnits && values.second != 0;
@@ -422,32 +422,32 @@ goods::Refused OpeningFields::CheckPrice() const
     if (values.price != 0 || m_locked || (values.first == 0 && !secondCounts))
         return {};
     if (Entry() == OpeningEntry::BigAndSmall)
-        return goods::RequiredField(m_ui.GheymatJoz_EDT, u"قيمت اول دوره"_s);
-    return goods::RequiredField(m_ui.CostBgPrd_EDT, u"قيمت"_s);
+        return host::Required(m_ui.GheymatJoz_EDT, u"قيمت اول دوره"_s);
+    return host::Required(m_ui.CostBgPrd_EDT, u"قيمت"_s);
 }
 
-goods::Refused OpeningFields::CheckStore()
+host::Refused OpeningFields::CheckStore()
 {
     m_ui.Store_Entity->Resolve();
     if (StoreCode() != 0)
         return {};
-    return goods::RequiredField(m_ui.Store_Entity, u"انبار"_s);
+    return host::Required(m_ui.Store_Entity, u"انبار"_s);
 }
 
-goods::Refused OpeningFields::CheckFormula() const
+host::Refused OpeningFields::CheckFormula() const
 {
     if (!FormulaOn() || Formula() != 0)
         return {};
-    return goods::RequiredField(m_ui.Formool_EDT, u"فرمول کالا"_s);
+    return host::Required(m_ui.Formool_EDT, u"فرمول کالا"_s);
 }
 
-goods::Refused OpeningFields::CheckSecondQuantity() const
+host::Refused OpeningFields::CheckSecondQuantity() const
 {
     const bool editable = m_ui.AvaBgPrd_EDT->isEnabled() && !m_ui.AvaBgPrd_EDT->isReadOnly();
     if (!editable || Entry() != OpeningEntry::TwoUnits || !FormulaOn() ||
         goods::SecondFollowsFirst(Values(), Formula(), m_host.settings.SettingRecord().IntegerUnits))
         return {};
-    return goods::SmartMessage(m_ui.AvaBgPrd2_EDT, host::message::SecondQuantityDiffers);
+    return host::SmartMessage(m_ui.AvaBgPrd2_EDT, host::message::SecondQuantityDiffers);
 }
 
 QWidget *OpeningFields::QuantityEdit() const

@@ -2,9 +2,9 @@
 
 #include "data/goods/good_dm.h"
 #include "host/controls/numeric_edit.h"
+#include "host/screens/refusals.h"
 #include "rules/opening_values.h"
 #include "rules/unit_arithmetic.h"
-#include "screens/good_editor/refusals.h"
 
 #include <QObject>
 
@@ -52,16 +52,16 @@ public:
     /// from inside a field sees what the user means.
     void TakeTyped();
     /// Refuses when a typed code is no unit or store.
-    goods::Refused LeaveFocusedPicker();
+    host::Refused LeaveFocusedPicker();
     /// Where big and small units are typed, they become the quantities and the price of the row.
     void AdoptBigAndSmall();
     void ZeroWhenEmpty();
 
-    goods::Refused CheckUnit() const;
-    goods::Refused CheckPrice() const;
-    goods::Refused CheckStore();
-    goods::Refused CheckFormula() const;
-    goods::Refused CheckSecondQuantity() const;
+    host::Refused CheckUnit() const;
+    host::Refused CheckPrice() const;
+    host::Refused CheckStore();
+    host::Refused CheckFormula() const;
+    host::Refused CheckSecondQuantity() const;
     /// Where messages on the quantity belong.
     QWidget *QuantityEdit() const;
 

@@ -86,23 +86,16 @@ public:
     void Load() override
     {
         if (Key().toInt() >= rows.size()) {
-            m_host.messages.ShowMessage(u"رکورد نیست"_s, host::MessageIcon::Warning);
-            return AbortOpening();
+            RefuseOpening(host::RecordGone(u"واحد"_s));
+            return;
         }
         name->setText(rows.at(Key().toInt()));
         weight->setText(u"3"_s);
     }
     std::vector<host::Check> Validate() override
     {
-        return {{u"name"_s, [this] { return Required(name, name->text().isEmpty(), u"نام"_s); }},
-                {u"weight"_s, [this] { return Required(weight, weight->Number() == 0, u"وزن"_s); }}};
-    }
-    static std::optional<host::Refusal> Required(QWidget *control, bool missing, const QString &caption)
-    {
-        if (!missing)
-            return {};
-        return host::Refusal{control,
-                             [caption](host::MessageService &messages) { messages.MsgRequiredField(caption); }};
+        return {{u"name"_s, [this] { return When(name->text().isEmpty(), host::Required(name, u"نام"_s)); }},
+                {u"weight"_s, [this] { return When(weight->Number() == 0, host::Required(weight, u"وزن"_s)); }}};
     }
     void Write() override
     {
@@ -412,7 +405,7 @@ void TestEditor::record_that_is_gone_does_not_open()
     QCOMPARE(m_editor->Open(99, host::TFormMode::Edit), 0);
     QVERIFY(m_editor->Aborted());
     QVERIFY(!m_editor->isVisible());
-    QCOMPARE(m_host->messages.Take(), u"ShowMessage(رکورد نیست)"_s);
+    QCOMPARE(m_host->messages.Take(), u"ShowMessage(این واحد دیگر وجود ندارد.)"_s);
 }
 
 void TestEditor::stands_right_to_left()

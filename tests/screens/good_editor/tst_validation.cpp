@@ -77,9 +77,17 @@ std::vector<Case> ApprovedCases()
 std::vector<Case> OtherCases()
 {
     return {
-        {"no right to create",
-         [](EditorFixture &f) { f.host.permissions.Deny(host::TSoftwarePart::Goods, host::TPermission::Create); },
-         [](QWidget *) {},
+        {"no right to create, so no question about the typed quantity either",
+         [](EditorFixture &f) {
+             f.host.permissions.Deny(host::TSoftwarePart::Goods, host::TPermission::Create);
+             f.host.settings.record.TwoUnitVariableRatio = true;
+         },
+         [](QWidget *screen) {
+             Check(screen, u"Formool_CHK"_s);
+             test::Type(u"12"_s);
+             test::Enter(screen, u"AvaBgPrd_EDT"_s, u"5"_s);
+             test::Enter(screen, u"AvaBgPrd2_EDT"_s, u"2"_s);
+         },
          {},
          General,
          {}},
