@@ -173,7 +173,7 @@ std::vector<Check> TBaseGet_FRM::Checks()
     return checks;
 }
 
-Refused TBaseGet_FRM::RecordStillThere() const
+Refused TBaseGet_FRM::RecordStillThere()
 {
     const QString statement = PrepareRecoveryQuery();
     if (statement.isEmpty() || Exists(m_host.DM.ADOConnection1, statement))

@@ -75,7 +75,7 @@ protected:
     bool FormKeyDown(QKeyEvent *event) override;
 
 private:
-    Refused RecordStillThere() const;
+    Refused RecordStillThere();
 
     QVariant m_key;
     QVariant m_savedKey;
