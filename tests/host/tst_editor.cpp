@@ -1,4 +1,3 @@
-#include "host/controls/display_edit.h"
 #include "host/controls/entity_picker.h"
 #include "host/controls/numeric_edit.h"
 #include "host/controls/text_limit.h"
@@ -10,13 +9,10 @@
 
 #include <QApplication>
 #include <QClipboard>
-#include <QComboBox>
 #include <QFormLayout>
 #include <QLineEdit>
 #include <QPlainTextEdit>
-#include <QPushButton>
 #include <QSqlError>
-#include <QTabWidget>
 #include <QToolButton>
 #include <QtTest>
 
@@ -36,7 +32,7 @@ struct LostEntities : test::FakeEntities
     QList<host::Entity> List(host::TSoftwarePart, const QString &) override { Fail(); }
 };
 
-/// The smallest editor that has all kinds of inputs, on two pages, and keeps its rows in a list.
+/// The smallest editor: its rows are a list, and writing them may fail.
 class TinyEditor : public host::TBaseGet_New_FRM
 {
     Q_OBJECT
@@ -45,29 +41,14 @@ public:
     explicit TinyEditor(host::Host &host) : TBaseGet_New_FRM(host, host::TSoftwarePart::Units)
     {
         SetTitle(u"واحد"_s);
-        auto *pages = new QTabWidget(Content());
-        pages->setObjectName(u"Pages"_s);
-        auto *column = new QVBoxLayout(Content());
-        column->addWidget(pages);
-        QFormLayout *first = Page(pages, u"عمومی"_s);
-        QFormLayout *second = Page(pages, u"تکمیلی"_s);
-        Add(first, &name, u"Name_EDT"_s);
-        Add(first, &kind, u"Kind_CMB"_s);
-        Add(first, &unit, u"Unit_Entity"_s);
-        Add(first, &comment, u"Comment_EDT"_s);
-        Add(second, &weight, u"Weight_EDT"_s);
-        Add(second, &total, u"Total_EDT"_s);
-        total->setReadOnly(true);
-        kind->addItems({u"ساده"_s, u"مرکب"_s});
+        auto *form = new QFormLayout(Content());
+        Add(form, &name, u"Name_EDT"_s);
+        Add(form, &unit, u"Unit_Entity"_s);
+        Add(form, &comment, u"Comment_EDT"_s);
+        Add(form, &weight, u"Weight_EDT"_s);
         unit->SetSource(host.entities, host::TSoftwarePart::Units);
     }
 
-    static QFormLayout *Page(QTabWidget *pages, const QString &caption)
-    {
-        auto *page = new QWidget;
-        pages->addTab(page, caption);
-        return new QFormLayout(page);
-    }
     template <typename Input> void Add(QFormLayout *form, Input **input, const QString &objectName)
     {
         *input = new Input(Content());
@@ -78,48 +59,26 @@ public:
     void Prepare() override
     {
         name->clear();
-        weight->setText(u"0"_s);
         comment->clear();
-        kind->setCurrentIndex(0);
         unit->Clear();
     }
-    void Load() override
-    {
-        if (Key().toInt() >= rows.size()) {
-            RefuseOpening(host::RecordGone(u"واحد"_s));
-            return;
-        }
-        name->setText(rows.at(Key().toInt()));
-        weight->setText(u"3"_s);
-    }
-    std::vector<host::Check> Validate() override
-    {
-        return {{u"name"_s, [this] { return When(name->text().isEmpty(), host::Required(name, u"نام"_s)); }},
-                {u"weight"_s, [this] { return When(weight->Number() == 0, host::Required(weight, u"وزن"_s)); }}};
-    }
+    void Load() override { name->setText(rows.at(Key().toInt())); }
+    std::vector<host::Check> Validate() override { return {}; }
     void Write() override
     {
         if (refusal)
             throw *refusal;
-        if (Mode() == host::TFormMode::New) {
-            rows << name->text();
-            SetKey(int(rows.size()) - 1);
-        } else {
-            rows[Key().toInt()] = name->text();
-        }
+        rows << name->text();
+        SetKey(int(rows.size()) - 1);
     }
     QWidget *FirstControl() const override { return name; }
-    void FormClose() override { ++closings; }
 
     QStringList rows{u"عدد"_s, u"کارتن"_s};
     std::optional<host::DatabaseError> refusal;
-    int closings = 0;
     QLineEdit *name;
-    QComboBox *kind;
     host::EntityPicker *unit;
     QPlainTextEdit *comment;
     host::NumericEdit *weight;
-    QLineEdit *total;
 };
 
 } // namespace
@@ -132,20 +91,11 @@ private slots:
     void init();
     void cleanup();
 
-    void enter_walks_the_inputs();
-    void refusal_brings_its_page_to_front();
-    void new_records_follow_each_other();
-    void opener_may_want_one_record_only();
-    void existing_record_closes_with_ok();
     void database_error_leaves_the_input_data();
     void database_error_leaves_the_input();
     void picker_out_of_reach_data();
     void picker_out_of_reach();
     void pasted_beyond_the_limit();
-    void leaving_asks_before_it_loses_changes();
-    void review_changes_nothing();
-    void record_that_is_gone_does_not_open();
-    void stands_right_to_left();
 
 private:
     std::unique_ptr<test::TestHost> m_host;
@@ -163,104 +113,6 @@ void TestEditor::cleanup()
 {
     m_editor.reset();
     m_host.reset();
-}
-
-void TestEditor::enter_walks_the_inputs()
-{
-    test::Drive([&] { m_editor->Open({}, host::TFormMode::New); },
-                [&](QWidget *screen) {
-                    QCOMPARE(test::Focused(), u"Name_EDT"_s);
-                    test::Press(Qt::Key_Return);
-                    QCOMPARE(test::Focused(), u"Kind_CMB"_s);
-                    test::Press(Qt::Key_Enter, Qt::KeypadModifier);
-                    QCOMPARE(test::Focused(), u"Unit_Entity"_s);
-                    test::Type(u"۲"_s);
-                    test::Press(Qt::Key_Return);
-                    QCOMPARE(m_editor->unit->Code(), 2);
-                    QCOMPARE(m_editor->unit->Name(), u"کیلوگرم"_s);
-                    QCOMPARE(test::Focused(), u"Comment_EDT"_s);
-                    test::Press(Qt::Key_Return); // a line of its own, not the next control
-                    QCOMPARE(m_editor->comment->toPlainText(), u"\n"_s);
-                    test::Find<QTabWidget>(screen, u"Pages"_s).setCurrentIndex(1);
-                    test::Focus(screen, u"Weight_EDT"_s);
-                    test::Press(Qt::Key_Return); // the read-only total is passed over
-                    QCOMPARE(test::Focused(), u"Save_BTN"_s);
-                    m_host->messages.Answer(true);
-                    test::Press(Qt::Key_Escape);
-                });
-    m_host->messages.TakeAll();
-}
-
-void TestEditor::refusal_brings_its_page_to_front()
-{
-    test::Drive([&] { m_editor->Open({}, host::TFormMode::New); },
-                [&](QWidget *screen) {
-                    test::Press(Qt::Key_F3);
-                    QCOMPARE(m_host->messages.Take(), u"MsgRequiredField(نام)"_s);
-                    QCOMPARE(test::Focused(), u"Name_EDT"_s);
-                    test::Type(u"جعبه"_s);
-                    test::Press(Qt::Key_F3);
-                    QCOMPARE(m_host->messages.Take(), u"MsgRequiredField(وزن)"_s);
-                    QCOMPARE(test::Find<QTabWidget>(screen, u"Pages"_s).currentIndex(), 1);
-                    QCOMPARE(test::Focused(), u"Weight_EDT"_s);
-                    QCOMPARE(m_editor->weight->selectedText(), u"۰"_s);
-                    QCOMPARE(m_editor->rows.size(), 2);
-                    QCOMPARE(m_editor->name->text(), u"جعبه"_s);
-                    m_host->messages.Answer(true);
-                    test::Press(Qt::Key_Escape);
-                });
-    QCOMPARE(m_host->messages.TakeAll().size(), 1);
-    QCOMPARE(m_editor->closings, 1);
-}
-
-void TestEditor::new_records_follow_each_other()
-{
-    int result = -1;
-    test::Drive([&] { result = m_editor->Open({}, host::TFormMode::New); },
-                [&](QWidget *screen) {
-                    for (const QString &unit : {u"بسته"_s, u"حلقه"_s}) {
-                        test::Enter(screen, u"Name_EDT"_s, unit);
-                        m_editor->weight->setText(u"1"_s);
-                        test::Press(Qt::Key_F3);
-                        QVERIFY(m_editor->isVisible());
-                        QCOMPARE(m_editor->name->text(), QString());
-                        QCOMPARE(test::Focused(), u"Name_EDT"_s);
-                        QVERIFY(m_editor->IsSaved());
-                    }
-                    test::Press(Qt::Key_Escape); // nothing to lose, nothing asked
-                });
-    QCOMPARE(m_editor->rows.mid(2), (QStringList{u"بسته"_s, u"حلقه"_s}));
-    QCOMPARE(m_editor->SavedKey(), QVariant(3));
-    QCOMPARE(result, 0);
-}
-
-void TestEditor::opener_may_want_one_record_only()
-{
-    m_editor->SetCloseAfterNew(true);
-    int result = -1;
-    test::Drive([&] { result = m_editor->Open({}, host::TFormMode::New); },
-                [&](QWidget *) {
-                    test::Type(u"بسته"_s);
-                    m_editor->weight->setText(u"1"_s);
-                    test::Press(Qt::Key_F3);
-                });
-    QCOMPARE(result, 1);
-    QCOMPARE(m_editor->SavedKey(), QVariant(2));
-}
-
-void TestEditor::existing_record_closes_with_ok()
-{
-    int result = -1;
-    test::Drive([&] { result = m_editor->Open(1, host::TFormMode::Edit); },
-                [&](QWidget *screen) {
-                    QCOMPARE(m_editor->name->text(), u"کارتن"_s);
-                    QVERIFY(m_editor->IsSaved()); // loading is no change
-                    test::Enter(screen, u"Name_EDT"_s, u"کارتن بزرگ"_s);
-                    QVERIFY(!m_editor->IsSaved());
-                    test::Press(Qt::Key_F3);
-                });
-    QCOMPARE(result, 1);
-    QCOMPARE(m_editor->rows.at(1), u"کارتن بزرگ"_s);
 }
 
 void TestEditor::database_error_leaves_the_input_data()
@@ -361,63 +213,6 @@ void TestEditor::pasted_beyond_the_limit()
                     test::Press(Qt::Key_Escape);
                 });
     m_host->messages.TakeAll();
-}
-
-void TestEditor::leaving_asks_before_it_loses_changes()
-{
-    test::Drive([&] { m_editor->Open(0, host::TFormMode::Edit); },
-                [&](QWidget *) {
-                    test::Type(u"چیز دیگر"_s);
-                    m_host->messages.Answer(false);
-                    test::Press(Qt::Key_Escape);
-                    QVERIFY(m_host->messages.Take().startsWith(u"Ask("));
-                    QVERIFY(m_editor->isVisible());
-                    QCOMPARE(m_editor->name->text(), u"چیز دیگر"_s);
-                    m_host->messages.Answer(true);
-                    m_editor->close();
-                    QVERIFY(m_host->messages.Take().startsWith(u"Ask("));
-                });
-    QCOMPARE(m_editor->rows.at(0), u"عدد"_s);
-}
-
-void TestEditor::review_changes_nothing()
-{
-    test::Drive([&] { m_editor->Open(0, host::TFormMode::Review); },
-                [&](QWidget *screen) {
-                    test::Type(u"x"_s);
-                    QCOMPARE(m_editor->name->text(), u"عدد"_s);
-                    QVERIFY(!m_editor->kind->isEnabled());
-                    QVERIFY(!test::Find<QPushButton>(screen, u"Save_BTN"_s).isVisible());
-                    test::Press(Qt::Key_F3);
-                    test::Press(Qt::Key_Escape);
-                });
-    test::Drive([&] { m_editor->Open(0, host::TFormMode::Edit); },
-                [&](QWidget *) {
-                    QVERIFY(!m_editor->name->isReadOnly());
-                    QVERIFY(m_editor->kind->isEnabled());
-                    QVERIFY(m_editor->total->isReadOnly()); // it was before the review
-                    test::Press(Qt::Key_Escape);
-                });
-}
-
-void TestEditor::record_that_is_gone_does_not_open()
-{
-    QCOMPARE(m_editor->Open(99, host::TFormMode::Edit), 0);
-    QVERIFY(m_editor->Aborted());
-    QVERIFY(!m_editor->isVisible());
-    QCOMPARE(m_host->messages.Take(), u"ShowMessage(این واحد دیگر وجود ندارد.)"_s);
-}
-
-void TestEditor::stands_right_to_left()
-{
-    test::Drive(
-        [&] { m_editor->Open(0, host::TFormMode::Edit); },
-        [&](QWidget *screen) {
-            QVERIFY(test::RightOf(test::Find(screen, u"PickerCode_EDT"_s), test::Find(screen, u"PickerName_LBL"_s)));
-            QVERIFY(test::RightOf(test::Find(screen, u"Save_BTN"_s), test::Find(screen, u"Exit_BTN"_s)));
-            test::Picture(*screen, u"tiny_editor"_s);
-            test::Press(Qt::Key_Escape);
-        });
 }
 
 REGISTER_TEST(TestEditor)
