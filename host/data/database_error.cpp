@@ -86,11 +86,7 @@ QString Explained(DatabaseFault fault)
     case DatabaseFault::Locked:
         return u"پایگاه داده مشغول است: کار دیگری در حال نوشتن است. چیزی ثبت نشد؛ کمی بعد دوباره تلاش کنید."_s;
     case DatabaseFault::Deadlock:
-        return u"کار هم‌زمان کاربر دیگری با این کار برخورد کرد. چیزی ثبت "
-               u"نشد؛ "
-               u"دوباره "
-               "تلاش "
-               "کنید."_s;
+        return u"کار هم‌زمان کاربر دیگری با این کار برخورد کرد. چیزی ثبت نشد؛ دوباره تلاش کنید."_s;
     case DatabaseFault::TooLong:
         return u"%1 بلندتر از اندازه ای است که ثبت می شود."_s;
     case DatabaseFault::OutOfRange:

@@ -87,7 +87,7 @@ void CostLevelPage::WarnOfSettings()
     const host::TSettingRecord &settings = m_host.settings.SettingRecord();
     if (settings.RowDiscounts && settings.ValueAddedTax)
         return;
-    m_host.messages.ShowMessage(u"کاربر گرامی جهت استفاده درست از این قسمت باید از تنظیمات نرم افزار "
-                                "تخفیف سطری و عوارض و مالیات بر ارزش افزوده فعال باشند"_s,
-                                host::MessageIcon::Warning);
+    m_host.messages.ShowMessage(
+        u"کاربر گرامی جهت استفاده درست از این قسمت باید از تنظیمات نرم افزار تخفیف سطری و عوارض و مالیات بر ارزش افزوده فعال باشند"_s,
+        host::MessageIcon::Warning);
 }

@@ -11,8 +11,8 @@ FinalPriceSwitch::FinalPriceSwitch(QAbstractButton *button, QLabel *label, QAbst
                                    QObject *parent)
     : QObject(parent), m_button(button), m_label(label), m_information(information)
 {
-    m_information->setToolTip(u"به دلیل غیر فعال بودن تنظیمات عوارض و مالیات و یا تخفیف سطری ، امکان "
-                              "استفاده از این امکان وجود ندارد"_s);
+    m_information->setToolTip(
+        u"به دلیل غیر فعال بودن تنظیمات عوارض و مالیات و یا تخفیف سطری ، امکان استفاده از این امکان وجود ندارد"_s);
     m_label->installEventFilter(this);
     // Whoever works by keys or by touch has no pointer to rest on it.
     connect(m_information, &QAbstractButton::clicked, this, [this] {
