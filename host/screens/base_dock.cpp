@@ -8,6 +8,7 @@
 #include "host/data/sql_text.h"
 #include "host/look/theme.h"
 #include "host/screens/form_inputs.h"
+#include "host/screens/list_keys.h"
 #include "host/screens/grid_print.h"
 
 #include <QApplication>
@@ -64,29 +65,6 @@ bool WaitForLock(const QString &title, QWidget *parent, const LockWait::Attempt 
     return dialog.exec() != QDialog::Accepted;
 }
 
-/// Keys belong to the list or menu that is open over a screen. Without this the list of a combo box would close at
-/// Esc, and the screen with it.
-class ListKeys : public QObject
-{
-public:
-    using QObject::QObject;
-
-    bool eventFilter(QObject *, QEvent *event) override
-    {
-        if (event->type() == QEvent::ShortcutOverride) {
-            m_taken = QApplication::activePopupWidget() != nullptr;
-            if (m_taken)
-                event->accept();
-        }
-        // The list closes before its key is delivered.
-        return event->type() == QEvent::KeyPress && m_taken && !QApplication::activePopupWidget() &&
-               static_cast<QKeyEvent *>(event)->matches(QKeySequence::Cancel);
-    }
-
-private:
-    bool m_taken = false;
-};
-
 QPushButton *MakeButton(QWidget *parent, const QString &name, const QString &caption)
 {
     auto *button = new QPushButton(caption, parent);
@@ -101,7 +79,7 @@ TBaseDock_FRM::TBaseDock_FRM(Host &host, TSoftwarePart part, TFormMode mode, QWi
     : QDialog(parent), m_host(host), m_part(part), m_mode(mode)
 {
     setLayoutDirection(Qt::RightToLeft);
-    qApp->installEventFilter(new ListKeys(this));
+    ListKeys::Install();
     BuildFrame();
 }
 
