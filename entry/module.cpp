@@ -68,11 +68,11 @@ Module::~Module()
         delete list.data();
 }
 
-Module &Module::instance()
+Module &Module::Instance()
 {
     host::Host &host = host::installed();
     if (holder.module && &holder.module->m_host != &host) {
-        if (holder.module->isShowing())
+        if (holder.module->IsShowing())
             holder.former.push_back(std::move(holder.module));
         holder.module.reset();
     }
@@ -84,21 +84,21 @@ Module &Module::instance()
     return *holder.module;
 }
 
-bool Module::isShowing() const
+bool Module::IsShowing() const
 {
     const auto showing = [](const auto &screen) { return screen && screen->IsShowing(); };
     return m_detailTypes || showing(m_editor) || std::any_of(m_browse.begin(), m_browse.end(), showing) ||
            std::any_of(m_selection.begin(), m_selection.end(), showing);
 }
 
-void Module::release()
+void Module::Release()
 {
     qRemovePostRoutine(release);
     holder.module.reset();
     holder.former.clear();
 }
 
-void Module::report(const std::exception_ptr &error) noexcept
+void Module::Report(const std::exception_ptr &error) noexcept
 {
     try {
         const QString text = describe(error);
@@ -111,14 +111,14 @@ void Module::report(const std::exception_ptr &error) noexcept
     }
 }
 
-bool Module::mayOpenList(TSoftwarePart part)
+bool Module::MayOpenList(TSoftwarePart part)
 {
     return host::Granted(m_host, part, host::TPermission::OpenList);
 }
 
-void Module::openGoodList()
+void Module::OpenGoodList()
 {
-    if (!mayOpenList(TSoftwarePart::Goods))
+    if (!MayOpenList(TSoftwarePart::Goods))
         return;
     auto &slot = m_browse[0] && m_browse[0]->IsShowing() ? m_browse[1] : m_browse[0];
     if (slot && slot->IsShowing()) {
@@ -136,7 +136,7 @@ void Module::openGoodList()
         slot->ShowDocked();
 }
 
-TGood_List_FRM *Module::freeSelectionSlot(const QString &openingText)
+TGood_List_FRM *Module::FreeSelectionSlot(const QString &openingText)
 {
     for (auto &slot : m_selection) {
         if (!slot)
@@ -148,14 +148,14 @@ TGood_List_FRM *Module::freeSelectionSlot(const QString &openingText)
     return nullptr;
 }
 
-int Module::selectGood(const QString &param)
+int Module::SelectGood(const QString &param)
 {
-    if (!mayOpenList(TSoftwarePart::Goods))
+    if (!MayOpenList(TSoftwarePart::Goods))
         return 0;
-    TGood_List_FRM *list = freeSelectionSlot(param);
+    TGood_List_FRM *list = FreeSelectionSlot(param);
     if (!list)
         return 0;
-    const SelectionParam parts = splitSelectionParam(param);
+    const SelectionParam parts = SplitSelectionParam(param);
     list->SetKeyboardLayoutName(m_host.keyboard.GetKeyboardLayoutName());
     list->SetFormTheme();
     list->SetLocateCode(parts.LocateCode);
@@ -167,17 +167,17 @@ int Module::selectGood(const QString &param)
     return chosen ? list->ChosenCode() : 0;
 }
 
-QString Module::selectGoods(const QString &param)
+QString Module::SelectGoods(const QString &param)
 {
-    if (!mayOpenList(TSoftwarePart::Goods))
+    if (!MayOpenList(TSoftwarePart::Goods))
         return {};
-    TGood_List_FRM *list = freeSelectionSlot(param);
+    TGood_List_FRM *list = FreeSelectionSlot(param);
     if (!list)
         return {};
     list->SetKeyboardLayoutName(m_host.keyboard.GetKeyboardLayoutName());
     list->SetFormMode(TFormMode::Selection);
     list->SetFormTheme();
-    list->SetLocateCode(param.isEmpty() ? QString() : splitSelectionParam(param).LocateCode);
+    list->SetLocateCode(param.isEmpty() ? QString() : SplitSelectionParam(param).LocateCode);
     list->SetMultiSelect(true);
     list->SetParameterText({});
     if (list->ShowModally() != QDialog::Accepted || list->ChosenCodes().isEmpty())
@@ -185,7 +185,7 @@ QString Module::selectGoods(const QString &param)
     return list->ChosenCodes() + u',';
 }
 
-TGood_Get_FRM *Module::freeEditor()
+TGood_Get_FRM *Module::FreeEditor()
 {
     if (!m_editor)
         m_editor = std::make_unique<TGood_Get_FRM>(m_host);
@@ -195,15 +195,15 @@ TGood_Get_FRM *Module::freeEditor()
     return nullptr;
 }
 
-void Module::callGoodGet(int goodId, int kind)
+void Module::CallGoodGet(int goodId, int kind)
 {
-    if (TGood_Get_FRM *editor = freeEditor())
+    if (TGood_Get_FRM *editor = FreeEditor())
         editor->Open(goodId, kind == ReviewKind ? TFormMode::Review : TFormMode::Edit);
 }
 
-int Module::editGood(int value)
+int Module::EditGood(int value)
 {
-    TGood_Get_FRM *editor = freeEditor();
+    TGood_Get_FRM *editor = FreeEditor();
     if (!editor)
         return 0;
     if (value > 0)
@@ -213,7 +213,7 @@ int Module::editGood(int value)
     return 0;
 }
 
-void Module::openDetailTypes()
+void Module::OpenDetailTypes()
 {
     if (m_detailTypes) {
         m_host.messages.ShowMessage(DetailTypesBusy, host::MessageIcon::Information);
@@ -224,7 +224,7 @@ void Module::openDetailTypes()
     list.ShowModally();
 }
 
-QString Module::selectDetailTypes(const QString &openingText, const detail_types::Choice &choice)
+QString Module::SelectDetailTypes(const QString &openingText, const detail_types::Choice &choice)
 {
     TDetailTypes_List_FRM list(m_host, TFormMode::Selection, openingText);
     list.SetChoice(choice);
@@ -233,17 +233,17 @@ QString Module::selectDetailTypes(const QString &openingText, const detail_types
     return list.SelectedCodes() + u',';
 }
 
-int Module::openList(TSoftwarePart part)
+int Module::OpenList(TSoftwarePart part)
 {
-    return mayOpenList(part) ? m_host.entities.Call_GroupList(part) : 0;
+    return MayOpenList(part) ? m_host.entities.Call_GroupList(part) : 0;
 }
 
-int Module::select(TSoftwarePart part, const QString &text)
+int Module::Select(TSoftwarePart part, const QString &text)
 {
     return m_host.entities.Select_GroupList(part, text);
 }
 
-void Module::edit(TSoftwarePart part, int id)
+void Module::Edit(TSoftwarePart part, int id)
 {
     if (id == 0)
         m_host.entities.New_Group(part);

@@ -28,54 +28,54 @@ public:
     Module(const Module &) = delete;
     Module &operator=(const Module &) = delete;
 
-    void openGoodList();
+    void OpenGoodList();
     /// The chosen code, 0 for none.
-    int selectGood(const QString &param);
+    int SelectGood(const QString &param);
     /// The chosen codes, each followed by a comma.
-    QString selectGoods(const QString &param);
+    QString SelectGoods(const QString &param);
     /// `kind` 2 opens for review.
-    void callGoodGet(int goodId, int kind);
-    int editGood(int value);
+    void CallGoodGet(int goodId, int kind);
+    int EditGood(int value);
 
     /// Shows the list of detail types until it is closed.
-    void openDetailTypes();
+    void OpenDetailTypes();
     /// The chosen codes, each followed by a comma.
-    QString selectDetailTypes(const QString &openingText, const detail_types::Choice &choice);
+    QString SelectDetailTypes(const QString &openingText, const detail_types::Choice &choice);
 
     /// The host's generic lists.
-    int openList(host::TSoftwarePart part);
-    int select(host::TSoftwarePart part, const QString &text);
-    void edit(host::TSoftwarePart part, int id);
+    int OpenList(host::TSoftwarePart part);
+    int Select(host::TSoftwarePart part, const QString &text);
+    void Edit(host::TSoftwarePart part, int id);
 
     /// Runs one exported function on the module of this process, made on first use for the installed host, and anew
     /// when another one is installed; screens that are open keep theirs. An exception ends here: the user sees it and
     /// the result is neutral.
-    template <typename Function> static std::invoke_result_t<Function, Module &> run(Function function) noexcept
+    template <typename Function> static std::invoke_result_t<Function, Module &> Run(Function function) noexcept
     {
         using Result = std::invoke_result_t<Function, Module &>;
         try {
-            return function(instance());
+            return function(Instance());
         } catch (...) {
-            report(std::current_exception());
+            Report(std::current_exception());
             return Result();
         }
     }
 
     /// Lets go of the module of this process and its screens; the next call makes it anew. Happens by itself when the
     /// application object or the library goes.
-    static void release();
+    static void Release();
 
 private:
-    static Module &instance();
+    static Module &Instance();
     /// One of its screens is open.
-    bool isShowing() const;
-    static void report(const std::exception_ptr &error) noexcept;
+    bool IsShowing() const;
+    static void Report(const std::exception_ptr &error) noexcept;
 
-    bool mayOpenList(host::TSoftwarePart part);
+    bool MayOpenList(host::TSoftwarePart part);
     /// Null, having told the user, when all three are showing. `openingText` is for a list made now.
-    TGood_List_FRM *freeSelectionSlot(const QString &openingText);
+    TGood_List_FRM *FreeSelectionSlot(const QString &openingText);
     /// Null when the editor is showing already; it is brought to the front then.
-    TGood_Get_FRM *freeEditor();
+    TGood_Get_FRM *FreeEditor();
 
     host::Host &m_host;
     /// Docked in the host's window, which takes them along when it goes first.

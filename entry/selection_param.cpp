@@ -7,7 +7,7 @@ constexpr QStringView Marker = u"#LC#";
 constexpr qsizetype UnmarkedPrefix = 3;
 } // namespace
 
-SelectionParam splitSelectionParam(const QString &param)
+SelectionParam SplitSelectionParam(const QString &param)
 {
     const qsizetype at = param.indexOf(Marker);
     if (at < 0)

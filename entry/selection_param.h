@@ -14,6 +14,6 @@ struct SelectionParam
 /// Splits "<locate code>#LC#<selection text>" at the first marker. A missing marker counts as found
 /// just before the text, and its four characters are skipped from there: no locate code, and the selection text begins
 /// at the fourth character. Hosts were written against that.
-SelectionParam splitSelectionParam(const QString &param);
+SelectionParam SplitSelectionParam(const QString &param);
 
 } // namespace entry

@@ -81,7 +81,7 @@ void TestModule::parameterTexts_data()
 void TestModule::parameterTexts()
 {
     QFETCH(QString, param);
-    const entry::SelectionParam parts = entry::splitSelectionParam(param);
+    const entry::SelectionParam parts = entry::SplitSelectionParam(param);
     QTEST(parts.LocateCode, "locate");
     QTEST(parts.SelectionText, "selection");
 }
@@ -207,7 +207,7 @@ void TestModule::genericLists()
     Open_Units();
     QCOMPARE(second.entities.calls, QStringList{u"Call_GroupList(104)"_s});
     QCOMPARE(shop.host.entities.calls, expected);
-    entry::Module::release();
+    entry::Module::Release();
 }
 
 void TestModule::newGoodReturnsNothing()
@@ -263,7 +263,7 @@ void TestModule::detailTypes()
                     QTest::keyClick(list, Qt::Key_Escape);
                 });
     QCOMPARE(shop.host.messages.TakeAll(), QStringList{u"ShowMessage(امکان نمایش مجدد لیست جزئیات وجود ندارد.)"_s});
-    entry::Module::release();
+    entry::Module::Release();
 }
 
 void TestModule::errorsStayInside()
@@ -276,7 +276,7 @@ void TestModule::errorsStayInside()
     const QStringList said = shop.host.messages.TakeAll();
     QCOMPARE(said.size(), 2);
     QVERIFY2(said.first().contains(u"GoodInf_List_SP"), qPrintable(said.first()));
-    entry::Module::release();
+    entry::Module::Release();
 }
 
 REGISTER_TEST(TestModule)
