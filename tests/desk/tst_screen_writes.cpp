@@ -41,7 +41,7 @@ void OpenRights(test::Desk &t, const Inner &inner)
 std::function<void(test::Desk &, const Inner &)> OpenName(Qt::Key key)
 {
     return [key](test::Desk &t, const Inner &inner) {
-        OpenRights(t, [key, &inner](QWidget *rights) {
+        OpenRights(t, [key, &inner](QWidget *) {
             test::Drive([key] { test::Press(key); }, inner);
             test::Press(Qt::Key_Escape);
         });

@@ -90,7 +90,7 @@ void TestModule::choosesInMarkingOrder()
 {
     Shop shop;
     QString chosen;
-    test::Drive([&] { chosen = shop.module.selectGoods(QString::number(shop.code(3)) + u"#LC#"_s); },
+    test::Drive([&] { chosen = shop.module.SelectGoods(QString::number(shop.code(3)) + u"#LC#"_s); },
                 [&](QWidget *) {
                     test::Press(Qt::Key_Insert);
                     test::Press(Qt::Key_Home, Qt::ControlModifier);
@@ -98,7 +98,7 @@ void TestModule::choosesInMarkingOrder()
                     test::Press(Qt::Key_Return);
                 });
     QCOMPARE(chosen, u"%1,%2,"_s.arg(shop.code(3)).arg(shop.code(1)));
-    test::Drive([&] { chosen = shop.module.selectGoods({}); }, [](QWidget *) { test::Press(Qt::Key_Escape); });
+    test::Drive([&] { chosen = shop.module.SelectGoods({}); }, [](QWidget *) { test::Press(Qt::Key_Escape); });
     QCOMPARE(chosen, QString());
 }
 
@@ -108,7 +108,7 @@ void TestModule::anotherUserBeginsAnew()
     Shop shop;
     const auto open = [&](int user, const std::function<void(QWidget *, host::Grid &)> &look) {
         shop.host.settings.user.Code = user;
-        test::Drive([&] { shop.module.selectGood({}); },
+        test::Drive([&] { shop.module.SelectGood({}); },
                     [&](QWidget *list) {
                         look(list, test::Find<host::Grid>(list, u"GoodListDB_GRD"_s));
                         test::Press(Qt::Key_Escape);
@@ -151,11 +151,11 @@ void TestModule::fourthListIsRefused()
     std::function<void(int)> open = [&](int depth) {
         const QString param = QString::number(shop.code(depth)) + u"#LC#"_s;
         if (depth == 4) {
-            chosen << shop.module.selectGood(param);
+            chosen << shop.module.SelectGood(param);
             return;
         }
         int code = 0;
-        test::Drive([&] { code = shop.module.selectGood(param); },
+        test::Drive([&] { code = shop.module.SelectGood(param); },
                     [&](QWidget *list) {
                         open(depth + 1);
                         // The offscreen platform leaves the closed list active; a desktop gives this one the keys.
@@ -173,11 +173,11 @@ void TestModule::refusedRightOpensNothing()
     Shop shop;
     for (TSoftwarePart part : {TSoftwarePart::Goods, TSoftwarePart::Stores, TSoftwarePart::Units})
         shop.host.permissions.Deny(part, TPermission::OpenList);
-    shop.module.openGoodList();
-    QCOMPARE(shop.module.selectGood(u"1#LC#"_s), 0);
-    QCOMPARE(shop.module.selectGoods({}), QString());
-    QCOMPARE(shop.module.openList(TSoftwarePart::Stores), 0);
-    QCOMPARE(shop.module.openList(TSoftwarePart::Units), 0);
+    shop.module.OpenGoodList();
+    QCOMPARE(shop.module.SelectGood(u"1#LC#"_s), 0);
+    QCOMPARE(shop.module.SelectGoods({}), QString());
+    QCOMPARE(shop.module.OpenList(TSoftwarePart::Stores), 0);
+    QCOMPARE(shop.module.OpenList(TSoftwarePart::Units), 0);
     QVERIFY(shop.host.entities.calls.isEmpty());
     QVERIFY(!QApplication::activeModalWidget());
 }
@@ -215,7 +215,7 @@ void TestModule::newGoodReturnsNothing()
     Shop shop;
     int result = -1;
     QString code;
-    test::Drive([&] { result = shop.module.editGood(-7); },
+    test::Drive([&] { result = shop.module.EditGood(-7); },
                 [&](QWidget *editor) {
                     code = test::Find<host::NumericEdit>(editor, u"Code_EDT"_s).text();
                     test::Press(Qt::Key_Escape);

@@ -119,7 +119,7 @@ private slots:
         }
         TGood_List_FRM next(screen.host, TFormMode::DockedList);
         QVERIFY(next.ShowDocked() && QTest::qWaitForWindowActive(&next));
-        const auto &grid = test::Find<host::Grid>(&next, u"GoodListDB_GRD"_s);
+        auto &grid = test::Find<host::Grid>(&next, u"GoodListDB_GRD"_s);
         QCOMPARE(grid.horizontalHeader()->sectionSize(1), width);
         QCOMPARE(grid.VisibleFields().first(), u"Name"_s);
         QVERIFY(test::Find(&next, u"Tags_pnl"_s).isVisible() && !test::Find(&next, u"Pic_Show"_s).isVisible());
