@@ -34,7 +34,7 @@ struct Holder
 
     ~Holder()
     {
-        qRemovePostRoutine(Module::release);
+        qRemovePostRoutine(Module::Release);
         module.reset();
         former.clear();
     }
@@ -78,8 +78,8 @@ Module &Module::Instance()
     }
     if (!holder.module) {
         holder.module = std::make_unique<Module>(host);
-        qRemovePostRoutine(release);
-        qAddPostRoutine(release);
+        qRemovePostRoutine(Release);
+        qAddPostRoutine(Release);
     }
     return *holder.module;
 }
@@ -93,7 +93,7 @@ bool Module::IsShowing() const
 
 void Module::Release()
 {
-    qRemovePostRoutine(release);
+    qRemovePostRoutine(Release);
     holder.module.reset();
     holder.former.clear();
 }
