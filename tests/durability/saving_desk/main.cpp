@@ -30,11 +30,15 @@ void saveOne(host::Host &host, TGood_DM &data, int number)
     data.CreateGoodDetailTempTable();
     data.InsertDefaultDetailTypesSelectedListInNewGood(QString::number(code));
     data.CostLevel_Prepare(code, 2);
+    data.CostLevel_Sell_GetAll(code);
     data.CostLevel_Sell_Update(code, 3);
+    data.CostLevel_Sell_GetAll(code);
     data.InsertUpdateToKalaCategory(code, 1, 1);
 
     GoodSave::Request request;
     request.isNew = true;
+    request.rowChanged = true;
+    request.rowStore = 1;
     request.good.Code = code;
     request.good.GrpCode = 1;
     request.good.kala_name = u"کالای %1"_s.arg(number);
