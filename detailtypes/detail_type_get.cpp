@@ -297,6 +297,7 @@ std::vector<host::Check> TDetailTypes_Get_FRM::Validate()
          }},
         {u"ReminderFree"_s,
          [=, this] { return When(ReminderTaken(), host::Warning(ui->DateAlarm_CHB, ReminderTakenText())); }},
+        {u"IdentifiesAlone"_s, [=, this] { return IdentifiesAlone(); }},
         {u"KindGiven"_s, [=] { return When(kind == TDetailKind::None, Required(ui->Type_CMB, u"نوع جزئیات"_s)); }},
         {u"ItemsGiven"_s,
          [=] {
