@@ -195,10 +195,11 @@ QString shown(const QVariant &value)
         return u"NULL"_s;
     QString text = value.toString();
     if (value.typeId() == QMetaType::QString && text.contains(u'.')) {
-        static const QRegularExpression decimal(u"^(-?\\d+)(?:\\.0*|(\\.\\d*?)0*)$"_s);
+        // A server's driver leaves the zero before the point out.
+        static const QRegularExpression decimal(u"^(-?)(\\d*)(?:\\.0+|(\\.\\d*?)0*)$"_s);
         const auto match = decimal.match(text);
         if (match.hasMatch())
-            text = match.captured(1) + match.captured(2);
+            text = match.captured(1) + (match.captured(2).isEmpty() ? u"0"_s : match.captured(2)) + match.captured(3);
     }
     return text;
 }
