@@ -197,7 +197,7 @@ void TestText::quotedTextEndsWhereItShould()
 void TestText::quotedTextIsWhole()
 {
     const QString emoji = QString::fromUcs4(U"\U0001F600");
-    QCOMPARE(QuotedStr(u"a" + emoji.left(1) + u"b" + emoji.right(1) + emoji + emoji.left(1)), u"'ab"_s + emoji + u'\'');
+    QCOMPARE(QuotedStr(u'a' + emoji.left(1) + u'b' + emoji.right(1) + emoji + emoji.left(1)), u"'ab"_s + emoji + u'\'');
 }
 
 void TestText::logsHideValues_data()

@@ -189,7 +189,7 @@ private slots:
                 auto &tabs = test::Find<QTabWidget>(screen, u"PageControl1"_s);
                 for (int page = tabs.count() - 1; page >= 0; --page) {
                     tabs.setCurrentIndex(page);
-                    QVERIFY(test::TabRound().size() > (page == 0 ? 10 : 2));
+                    QVERIFY(test::TabRound().size() > (page == 0 ? 8 : 2));
                     QCoreApplication::processEvents();
                 }
                 QCOMPARE(test::State(screen), shown);

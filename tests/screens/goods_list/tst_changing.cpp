@@ -7,6 +7,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+void DeleteGood(const test::Database &database, const QString &code)
+{
+    database.Exec(u"delete from GoodCostDiscount where GoodCode=%1 delete from Kardex where Kala=%1 "
+                  "delete from Kala_category where Kala_code=%1 delete from GoodFirstAsset where GoodCode=%1 "
+                  "delete from GoodInf where Code=%1"_s.arg(code));
+}
+
 /// A host whose deletion of goods succeeds, or fails with an error of the database.
 struct DeletingEntities : test::FakeEntities
 {
@@ -17,9 +24,7 @@ struct DeletingEntities : test::FakeEntities
         test::FakeEntities::Delete_Entity(part, code, silent);
         if (fail)
             throw std::runtime_error("gone");
-        database->Exec(u"delete from GoodCostDiscount where GoodCode=%1 delete from Kardex where Kala=%1 "
-                       "delete from Kala_category where Kala_code=%1 delete from GoodFirstAsset where GoodCode=%1 "
-                       "delete from GoodInf where Code=%1"_s.arg(code));
+        DeleteGood(*database, QString::number(code));
         return 0;
     }
 };
@@ -148,7 +153,7 @@ void TestChanging::aGoodThatIsGoneLeavesTheList()
     screen.Open();
     screen.Press({Qt::Key_Down});
     const QString gone = screen.grid.CurrentKey();
-    screen.database.Exec(u"delete from GoodInf where Code="_s + gone);
+    DeleteGood(screen.database, gone);
     test::Press(Qt::Key_F5);
     QCOMPARE(screen.host.messages.TakeAll(), QStringList{u"ShowMessage(این کالا دیگر وجود ندارد.)"_s});
     QVERIFY(screen.grid.CurrentKey() > gone);
