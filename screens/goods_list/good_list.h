@@ -4,7 +4,7 @@
 #include "host/controls/grid.h"
 #include "host/screens/base_dock.h"
 #include "host/screens/search_manager.h"
-#include "screens/goods_list/good_list_query.h"
+#include "data/goods/good_list_query.h"
 #include "screens/goods_list/good_removal.h"
 #include "screens/goods_list/good_tags.h"
 
@@ -78,7 +78,7 @@ private:
     void OrderTabs();
 
     // The rows.
-    goods_list::ListCriteria Criteria() const;
+    goods::ListCriteria Criteria() const;
     QStringList FieldsToRequest() const;
     /// Runs the list for what is chosen now.
     void Refresh();

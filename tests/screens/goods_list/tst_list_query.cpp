@@ -1,11 +1,11 @@
-#include "screens/goods_list/good_list_query.h"
+#include "data/goods/good_list_query.h"
 #include "tests/support/test_main.h"
 
 #include <QtTest>
 
 using namespace Qt::StringLiterals;
 
-using goods_list::ListCriteria;
+using goods::ListCriteria;
 /// The statement of the goods list for each way of limiting it.
 class TestListQuery : public QObject
 {
@@ -73,16 +73,16 @@ void TestListQuery::statement()
 {
     QFETCH(ListCriteria, criteria);
     QFETCH(QString, expected);
-    QCOMPARE(goods_list::ListScript() + goods_list::ListFilter(criteria).join(u','), expected);
+    QCOMPARE(goods::ListScript() + goods::ListFilter(criteria).join(u','), expected);
 }
 
 /// A group of the advanced search is only forgotten when the list has the last word on groups.
 void TestListQuery::advancedParamsKept()
 {
     ListCriteria criteria{12, 1, 7, {}, false, 2, false, u"@GrpCode = 4,@SL_Code = 3"_s};
-    QCOMPARE(goods_list::AdvancedParamsFor(criteria), u"@GrpCode = 4,@SL_Code = 3"_s);
+    QCOMPARE(goods::AdvancedParamsFor(criteria), u"@GrpCode = 4,@SL_Code = 3"_s);
     criteria.Advanced = true;
-    QCOMPARE(goods_list::AdvancedParamsFor(criteria), u"@SL_Code = 3"_s);
+    QCOMPARE(goods::AdvancedParamsFor(criteria), u"@SL_Code = 3"_s);
 }
 
 REGISTER_TEST(TestListQuery)
