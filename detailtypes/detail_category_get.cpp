@@ -127,5 +127,5 @@ QWidget *TDetailTypes_SelectedList_Get_FRM::FirstControl() const
 
 QString TDetailTypes_SelectedList_Get_FRM::PrepareRecoveryQuery() const
 {
-    return u"SELECT Code FROM DetailTypes_SelectedLists WHERE Code = "_s + QString::number(Key().toInt());
+    return TDetailTypes_DM::DetailTypes_SelectedList_RecoveryText(Key().toInt());
 }

@@ -102,7 +102,7 @@ QWidget *TDetailTypes_Get_FRM::FirstControl() const
 
 QString TDetailTypes_Get_FRM::PrepareRecoveryQuery() const
 {
-    return u"SELECT ID FROM DetailTypes WHERE ID = "_s + QString::number(Key().toInt());
+    return TDetailTypes_DM::DetailTypes_RecoveryText(Key().toInt());
 }
 
 // A record on the form ----------------------------------------------------------------------------------------------

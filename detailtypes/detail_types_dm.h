@@ -37,6 +37,8 @@ public:
     void DetailTypes_GetAll();
     /// Fills `record`. False, leaving it alone, when there is no such type.
     bool DetailTypes_GetByID(int id, TDetailType_Rec &record);
+    /// The statement that finds the type, for the editor to ask whether it is still there.
+    static QString DetailTypes_RecoveryText(int id);
     /// Adds the type without its items; `newId` is its key. The columns of modification stay empty.
     bool DetailTypes_Insert(const TDetailType_Rec &record, int &newId);
     /// Changes the type with this ID, without its items; the columns of creation stay. Throws when the type is gone.
@@ -79,6 +81,8 @@ public:
     /// The same, and fills `record`. False, leaving it alone, when there is no such category.
     bool DetailTypes_SelectedList_GetByID(int code, TDetailTypes_SelectedList_Rec &record);
     bool DetailTypes_SelectedList_IsNewRecordMode(int code);
+    /// The statement that finds the category, for the editor to ask whether it is still there.
+    static QString DetailTypes_SelectedList_RecoveryText(int code);
     /// One beyond the highest code that is in use or reserved by an open editor; `status` is the area of the
     /// reservations, as digits.
     void DetailTypes_SelectedList_GetNewCode(const QString &status, int &code);

@@ -34,6 +34,11 @@ bool TDetailTypes_DM::DetailTypes_SelectedList_IsNewRecordMode(int code)
     return !MoreThan(0, QString::asprintf("SELECT * FROM DetailTypes_SelectedLists Where Code = %d ", code));
 }
 
+QString TDetailTypes_DM::DetailTypes_SelectedList_RecoveryText(int code)
+{
+    return u"SELECT Code FROM DetailTypes_SelectedLists WHERE Code = "_s + QString::number(code);
+}
+
 void TDetailTypes_DM::DetailTypes_SelectedList_GetNewCode(const QString &status, int &code)
 {
     Temp_QRY.Open(u"Select IsNull(Max(Code),0)+1 as MaxCode from (Select Max(Code) as Code from "

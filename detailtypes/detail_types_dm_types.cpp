@@ -76,6 +76,11 @@ void TDetailTypes_DM::WriteType(host::Dataset &row, const TDetailType_Rec &recor
     row.SetField(created ? u"UserCreated" : u"UserModified", created ? record.UserCreated : record.UserModified);
 }
 
+QString TDetailTypes_DM::DetailTypes_RecoveryText(int id)
+{
+    return u"SELECT ID FROM DetailTypes WHERE ID = "_s + QString::number(id);
+}
+
 bool TDetailTypes_DM::DetailTypes_Insert(const TDetailType_Rec &record, int &newId)
 {
     host::Dataset types(m_main);

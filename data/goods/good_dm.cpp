@@ -1,30 +1,36 @@
 #include "data/goods/good_dm.h"
 
-using namespace Qt::StringLiterals;
-
-namespace {
-
-constexpr int ListBlock = 1000;
-
-} // namespace
+#include "host/data/transaction.h"
 
 TGood_DM::TGood_DM(const host::Connections &connections, const host::SettingsService &settings,
                    host::EntityService &entities)
-    : GoodGet_QRY(connections.ADOConnection1), Good_List_QRY(connections.FDConnection1),
-      GoodGroup_List_QRY(connections.ADOConnection1), Tags_qry(connections.ADOConnection1),
-      colors_qry(connections.ADOConnection1), KalaCategory_Qry(connections.ADOConnection1),
-      SellDetails_QRY(connections.ADOConnection1), BuyDetails_QRY(connections.ADOConnection1),
-      GoodDetails_QRY(connections.ADOConnection1), GoodFirstAsset_QRY(connections.ADOConnection1),
-      FirstAssetList_QRY(connections.ADOConnection1), GoodCostDiscount_QRY(connections.ADOConnection1),
-      m_main(connections.ADOConnection1), m_list(connections.FDConnection1), m_scale(connections.DibalConnection),
-      m_settings(settings), m_entities(entities), Temp_QRY(m_main), TMP_OnLine_QRY(m_scale)
+    : RecordStore(connections.ADOConnection1, connections.FDConnection1, entities),
+      Codes(connections.ADOConnection1, settings), Prices(connections.ADOConnection1),
+      GoodDetailTypes(connections.ADOConnection1, settings), OpeningStock(connections.ADOConnection1),
+      Categories(connections.ADOConnection1), Lookups(connections.ADOConnection1),
+      Scales(connections.ADOConnection1, connections.DibalConnection), m_main(connections.ADOConnection1)
+{}
+
+bool TGood_DM::Good_TakeCode(int &code, int grpCode, int codeLength)
 {
-    GoodGet_QRY.SetTable(u"GoodInf"_s, u"Code"_s);
-    GoodCostDiscount_QRY.SetTable(u"GoodCostDiscount"_s, u"GoodCode"_s);
-    Good_List_QRY.SetBlockSize(ListBlock);
-    for (host::Dataset *prices : {&SellDetails_QRY, &BuyDetails_QRY}) {
-        prices->SetTable(u"tmpCostList"_s, u"Id"_s);
-        prices->SetEditableFields({u"Cost"_s});
+    if (!CodeIsTaken(code)) {
+        return false;
     }
-    GoodFirstAsset_QRY.SetTable(u"GoodFirstAsset"_s, u"ID"_s);
+    const int fresh = FreshCode(grpCode, codeLength);
+    Good_ChangeCode(fresh, code);
+    code = fresh;
+    return true;
+}
+
+void TGood_DM::Good_ChangeCode(int newCode, int oldCode)
+{
+    if (newCode == oldCode) {
+        return;
+    }
+    host::Transaction transaction(m_main);
+    CostLevel_ChangeCode(newCode, oldCode);
+    GoodFirstAsset_UpdateAllGoodCodes(newCode, oldCode);
+    Category_ChangeCode(newCode, oldCode);
+    GoodDetailTemp_ChangeCode(newCode, oldCode);
+    transaction.Commit();
 }

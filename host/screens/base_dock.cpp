@@ -8,8 +8,8 @@
 #include "host/data/sql_text.h"
 #include "host/look/theme.h"
 #include "host/screens/form_inputs.h"
-#include "host/screens/list_keys.h"
 #include "host/screens/grid_print.h"
+#include "host/screens/list_keys.h"
 
 #include <QApplication>
 #include <QDockWidget>

@@ -30,7 +30,7 @@ void AddLeaves(const Branches &branches, int parent, const QString &way, QComboB
 
 } // namespace
 
-CategoryPage::CategoryPage(host::Host &host, TGood_DM &data, const host::RuleRunner &run, QWidget *parent)
+CategoryPage::CategoryPage(host::Host &host, goods::Categories &data, const host::RuleRunner &run, QWidget *parent)
     : QWidget(parent), m_host(host), m_data(data), m_ui(std::make_unique<Ui::CategoryPage>())
 {
     m_ui->setupUi(this);

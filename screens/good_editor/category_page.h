@@ -1,6 +1,6 @@
 #pragma once
 
-#include "data/goods/good_dm.h"
+#include "data/goods/good_categories.h"
 #include "host/screens/refusals.h"
 
 #include <QWidget>
@@ -17,7 +17,7 @@ class CategoryPage : public QWidget
     Q_OBJECT
 
 public:
-    CategoryPage(host::Host &host, TGood_DM &data, const host::RuleRunner &run, QWidget *parent = nullptr);
+    CategoryPage(host::Host &host, goods::Categories &data, const host::RuleRunner &run, QWidget *parent = nullptr);
     ~CategoryPage() override;
 
     /// Shows the categories of a good; the commands only where they may be changed.
@@ -37,7 +37,7 @@ private:
     host::Refused Delete();
 
     host::Host &m_host;
-    TGood_DM &m_data;
+    goods::Categories &m_data;
     std::unique_ptr<Ui::CategoryPage> m_ui;
     int m_good = 0;
 };

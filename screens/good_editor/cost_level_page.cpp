@@ -4,14 +4,14 @@
 
 using namespace Qt::StringLiterals;
 
-CostLevelPage::CostLevelPage(host::Host &host, TGood_DM &data, const host::Boundary &run, QWidget *parent)
+CostLevelPage::CostLevelPage(host::Host &host, goods::Prices &data, const host::Boundary &run, QWidget *parent)
     : QWidget(parent), m_host(host), m_data(data), m_ui(std::make_unique<Ui::CostLevelPage>())
 {
     m_ui->setupUi(this);
-    m_sell = new CostLevelSide(CostLevelSide::Sell(), data, m_ui->SellDetails_GRD, m_ui->SellDefault_CMB,
+    m_sell = new CostLevelSide(goods::Prices::Side::Sell, data, m_ui->SellDetails_GRD, m_ui->SellDefault_CMB,
                                m_ui->SellHint_LBL, run, this);
-    m_buy = new CostLevelSide(CostLevelSide::Buy(), data, m_ui->BuyDetails_GRD, m_ui->BuyDefault_CMB, m_ui->BuyHint_LBL,
-                              run, this);
+    m_buy = new CostLevelSide(goods::Prices::Side::Buy, data, m_ui->BuyDetails_GRD, m_ui->BuyDefault_CMB,
+                              m_ui->BuyHint_LBL, run, this);
     for (CostLevelSide *side : {m_sell, m_buy})
         connect(side, &CostLevelSide::Changed, this, &CostLevelPage::Changed);
     m_sellFinal = new FinalPriceSwitch(m_ui->Cost_with_Tax_Sell_CHK, m_ui->Cost_with_Tax_Sell_LBL,

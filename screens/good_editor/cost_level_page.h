@@ -1,5 +1,6 @@
 #pragma once
 
+#include "data/goods/good_records.h"
 #include "screens/good_editor/cost_level_side.h"
 #include "screens/good_editor/final_price_switch.h"
 
@@ -18,7 +19,7 @@ class CostLevelPage : public QWidget
 
 public:
     /// `run` is the boundary of errors for what happens at once.
-    CostLevelPage(host::Host &host, TGood_DM &data, const host::Boundary &run, QWidget *parent = nullptr);
+    CostLevelPage(host::Host &host, goods::Prices &data, const host::Boundary &run, QWidget *parent = nullptr);
     ~CostLevelPage() override;
 
     /// Makes the working prices of a good and shows them.
@@ -42,7 +43,7 @@ private:
     void WarnOfSettings();
 
     host::Host &m_host;
-    TGood_DM &m_data;
+    goods::Prices &m_data;
     std::unique_ptr<Ui::CostLevelPage> m_ui;
     CostLevelSide *m_sell;
     CostLevelSide *m_buy;

@@ -22,23 +22,9 @@ constexpr double HintPoints = 10;
 
 } // namespace
 
-CostLevelSide::Operations CostLevelSide::Sell()
-{
-    return {&TGood_DM::SellDetails_QRY,       &TGood_DM::CostLevel_Sell_GetAll, &TGood_DM::CostLevel_Sell_View,
-            &TGood_DM::CostLevel_Sell_Fill,   &TGood_DM::CostLevel_Sell_Update, &TGood_DM::CostLevel_Sell_NotSelect,
-            &TGood_DM::CostLevel_Sell_Restore};
-}
-
-CostLevelSide::Operations CostLevelSide::Buy()
-{
-    return {&TGood_DM::BuyDetails_QRY,       &TGood_DM::CostLevel_Buy_GetAll, &TGood_DM::CostLevel_Buy_View,
-            &TGood_DM::CostLevel_Buy_Fill,   &TGood_DM::CostLevel_Buy_Update, &TGood_DM::CostLevel_Buy_NotSelect,
-            &TGood_DM::CostLevel_Buy_Restore};
-}
-
-CostLevelSide::CostLevelSide(const Operations &operations, TGood_DM &data, host::Grid *grid, QComboBox *defaultLevel,
+CostLevelSide::CostLevelSide(goods::Prices::Side side, goods::Prices &data, host::Grid *grid, QComboBox *defaultLevel,
                              QLabel *hint, host::Boundary run, QObject *parent)
-    : QObject(parent), m_operations(operations), m_data(data), m_grid(grid), m_default(defaultLevel), m_hint(hint),
+    : QObject(parent), m_side(side), m_data(data), m_grid(grid), m_default(defaultLevel), m_hint(hint),
       m_hintText(hint->text()), m_run(std::move(run))
 {
     m_grid->SetColumns({{u"Name"_s, u"سطح قیمت"_s, 122},
@@ -70,13 +56,13 @@ CostLevelSide::CostLevelSide(const Operations &operations, TGood_DM &data, host:
 void CostLevelSide::Open(int goodCode, host::TFormMode mode)
 {
     if (mode == host::TFormMode::Review) {
-        (m_data.*m_operations.View)(goodCode);
+        m_data.CostLevel_View(m_side, goodCode);
         ShowHint();
     } else {
         MoveTo(goodCode);
     }
     QList<host::Entity> levels;
-    const int chosen = (m_data.*m_operations.Fill)(levels, goodCode);
+    const int chosen = m_data.CostLevel_Fill(m_side, levels, goodCode);
     m_default->clear();
     for (const host::Entity &level : levels)
         m_default->addItem(level.Name, level.Code);
@@ -87,7 +73,7 @@ void CostLevelSide::Open(int goodCode, host::TFormMode mode)
 void CostLevelSide::MoveTo(int goodCode)
 {
     m_good = goodCode;
-    (m_data.*m_operations.GetAll)(goodCode);
+    m_data.CostLevel_GetAll(m_side, goodCode);
     ShowHint();
 }
 
@@ -168,7 +154,7 @@ void CostLevelSide::PostPrice()
         Rows().Post();
     } catch (const host::DatabaseError &) {
         // Another desk may have cleared the working rows; what this one shows takes their place.
-        if (!(m_data.*m_operations.Restore)(m_good))
+        if (!m_data.CostLevel_Restore(m_side, m_good))
             throw;
     }
 }
@@ -182,16 +168,16 @@ void CostLevelSide::ChooseDefault()
 
 void CostLevelSide::StoreDefault()
 {
-    (m_data.*m_operations.Restore)(m_good);
-    (m_data.*m_operations.Update)(m_good, m_default->currentData().toInt());
+    m_data.CostLevel_Restore(m_side, m_good);
+    m_data.CostLevel_Update(m_side, m_good, m_default->currentData().toInt());
     m_defaultStored = true;
-    (m_data.*m_operations.GetAll)(m_good);
+    m_data.CostLevel_GetAll(m_side, m_good);
 }
 
 host::Refused CostLevelSide::CheckDefault() const
 {
     const int level = m_default->currentData().toInt();
-    if (level == 0 || !(m_data.*m_operations.NotSelect)(level))
+    if (level == 0 || !m_data.CostLevel_NotSelect(m_side, level))
         return {};
     return host::Required(m_grid, u"قيمت سطح پيش فرض"_s);
 }

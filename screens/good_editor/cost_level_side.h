@@ -1,6 +1,6 @@
 #pragma once
 
-#include "data/goods/good_dm.h"
+#include "data/goods/good_prices.h"
 #include "host/screens/refusals.h"
 
 #include <QObject>
@@ -19,23 +19,9 @@ class CostLevelSide : public QObject
     Q_OBJECT
 
 public:
-    /// The data module's operations on one side.
-    struct Operations
-    {
-        host::Dataset TGood_DM::*rows;
-        void (TGood_DM::*GetAll)(int goodCode);
-        void (TGood_DM::*View)(int goodCode);
-        int (TGood_DM::*Fill)(QList<host::Entity> &list, int goodCode);
-        void (TGood_DM::*Update)(int goodCode, int level);
-        bool (TGood_DM::*NotSelect)(int level) const;
-        bool (TGood_DM::*Restore)(int goodCode);
-    };
-    static Operations Sell();
-    static Operations Buy();
-
     /// The controls belong to the page, which is `parent`. `run` is the boundary of errors for what happens at once.
-    CostLevelSide(const Operations &operations, TGood_DM &data, host::Grid *grid, QComboBox *defaultLevel, QLabel *hint,
-                  host::Boundary run, QObject *parent);
+    CostLevelSide(goods::Prices::Side side, goods::Prices &data, host::Grid *grid, QComboBox *defaultLevel,
+                  QLabel *hint, host::Boundary run, QObject *parent);
 
     /// Shows the working rows of the good and its default level; for review its stored prices.
     void Open(int goodCode, host::TFormMode mode);
@@ -52,7 +38,7 @@ signals:
     void Changed();
 
 private:
-    host::Dataset &Rows() const { return m_data.*m_operations.rows; }
+    host::Dataset &Rows() const { return m_data.CostLevel_Rows(m_side); }
     void ChooseDefault();
     void StoreDefault();
     void PostPrice();
@@ -65,8 +51,8 @@ private:
     /// Enter in a price goes down the column, behind the last one to the default level.
     void NextPrice();
 
-    Operations m_operations;
-    TGood_DM &m_data;
+    goods::Prices::Side m_side;
+    goods::Prices &m_data;
     host::Grid *m_grid;
     QComboBox *m_default;
     QLabel *m_hint;

@@ -6,7 +6,7 @@
 
 using namespace Qt::StringLiterals;
 
-DetailsPage::DetailsPage(TGood_DM &data, QWidget *parent)
+DetailsPage::DetailsPage(goods::GoodDetailTypes &data, QWidget *parent)
     : QWidget(parent), m_data(data), m_ui(std::make_unique<Ui::DetailsPage>())
 {
     m_ui->setupUi(this);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "data/goods/good_dm.h"
+#include "data/goods/good_detail_types.h"
 
 #include <QWidget>
 
@@ -16,7 +16,7 @@ class DetailsPage : public QWidget
     Q_OBJECT
 
 public:
-    DetailsPage(TGood_DM &data, QWidget *parent = nullptr);
+    DetailsPage(goods::GoodDetailTypes &data, QWidget *parent = nullptr);
     ~DetailsPage() override;
 
     /// Makes the working list of a new good: the members of the default category of detail types.
@@ -30,7 +30,7 @@ public:
 private:
     void Refresh();
 
-    TGood_DM &m_data;
+    goods::GoodDetailTypes &m_data;
     std::unique_ptr<Ui::DetailsPage> m_ui;
     std::array<int, 5> m_loaded{};
 };

@@ -301,7 +301,7 @@ QWidget *TGood_Get_FRM::FirstControl() const
 
 QString TGood_Get_FRM::PrepareRecoveryQuery() const
 {
-    return u"select Code from GoodInf where Code = %1"_s.arg(Key().toInt());
+    return TGood_DM::Good_RecoveryText(Key().toInt());
 }
 
 void TGood_Get_FRM::FormShow()

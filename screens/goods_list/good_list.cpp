@@ -33,8 +33,8 @@ TGood_List_FRM::TGood_List_FRM(host::Host &host, TFormMode mode, const QString &
     SetTitle(u"لیست کالاها"_s);
     resize(1320, 780);
     m_list.setObjectName(u"VelakSearchManager1"_s);
-    m_list.SetScript(goods_list::ListScript());
-    m_list.SetCustomFilter([this] { return goods_list::ListFilter(Criteria()); });
+    m_list.SetScript(goods::ListScript());
+    m_list.SetCustomFilter([this] { return goods::ListFilter(Criteria()); });
     BuildGrid();
     FollowRenewal();
     BuildStockTabs();

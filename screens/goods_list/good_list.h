@@ -1,10 +1,10 @@
 #pragma once
 
 #include "data/goods/good_dm.h"
+#include "data/goods/good_list_query.h"
 #include "host/controls/grid.h"
 #include "host/screens/base_dock.h"
 #include "host/screens/search_manager.h"
-#include "screens/goods_list/good_list_query.h"
 #include "screens/goods_list/good_removal.h"
 #include "screens/goods_list/good_tags.h"
 
@@ -78,7 +78,7 @@ private:
     void OrderTabs();
 
     // The rows.
-    goods_list::ListCriteria Criteria() const;
+    goods::ListCriteria Criteria() const;
     QStringList FieldsToRequest() const;
     /// Runs the list for what is chosen now.
     void Refresh();

@@ -1,5 +1,4 @@
 #include "host/controls/number_text.h"
-#include "host/data/sql_text.h"
 #include "screens/goods_list/detail_view.h"
 #include "screens/goods_list/good_list.h"
 #include "screens/goods_list/good_list_columns.h"
@@ -25,10 +24,10 @@ constexpr int MostTagged = 20;
 
 // The rows of the goods list and the panels that follow the current good.
 
-goods_list::ListCriteria TGood_List_FRM::Criteria() const
+goods::ListCriteria TGood_List_FRM::Criteria() const
 {
     const host::TUserInfo &user = m_host.settings.UserInfo();
-    goods_list::ListCriteria criteria;
+    goods::ListCriteria criteria;
     criteria.GrpCode = ui->Group_PNL->ChosenGroup();
     criteria.ManageType = user.ManageType;
     criteria.UserCode = user.Code;
@@ -188,8 +187,7 @@ void TGood_List_FRM::ShowTags()
 void TGood_List_FRM::StoreTags(int code, const QString &tags)
 {
     if (host::Granted(m_host, TSoftwarePart::Goods, TPermission::Change)) {
-        host::Exec(m_goods.Connection(), u"update GoodInf set tags = "_s + host::QuotedStr(tags) + u" where Code = "_s +
-                                             QString::number(code));
+        m_goods.SetTagsOfGood(code, tags);
         Renew(); // the marks of the tags are columns of the list
     }
     m_follow.start();

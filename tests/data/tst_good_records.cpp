@@ -271,7 +271,7 @@ void TestGoodRecords::takenCodeIsReplaced()
     host::Transaction transaction(database->Main());
     QVERIFY(goods.Good_TakeCode(code, 5, 6));
     QVERIFY(code != proposed);
-    goods.GoodFirstAsset_SaveTemp(code, 3.5L, 0);
+    goods.FirstAsset_SaveRow(code, 0);
     goods.TempToGoodCat(code);
     goods.Good_Insert(Good(code));
     goods.CostLevel_Save(code);
@@ -385,7 +385,6 @@ void TestGoodRecords::unquotedValuesAreDigits()
     QVERIFY_THROWS_EXCEPTION(host::RefusedText, goods.GoodFirstAsset(1, value, u"1"_s, u"1"_s));
     QVERIFY_THROWS_EXCEPTION(host::RefusedText, goods.GoodFirstAsset(1, u"1"_s, u"1,1"_s, u"1"_s));
     if (!value.isEmpty()) {
-        QVERIFY_THROWS_EXCEPTION(host::RefusedText, goods.Good_UpdateDaraiGoodType(1, value));
         QVERIFY_THROWS_EXCEPTION(host::RefusedText, goods.InsertGoodDetailTypesForGoods(value, u"1"_s, 1));
     }
     QCOMPARE(host::StatementsSent(), before);

@@ -113,7 +113,7 @@ void TestGoodWorking::pricesOfAnOldGood()
     QVERIFY(goods.SellDetails_QRY.Locate(u"CostLevelCode", 4));
     goods.SellDetails_QRY.Edit();
     goods.SellDetails_QRY.SetField(u"Cost", u"44"_s);
-    QVERIFY(goods.CostLevel_Sell_Restore(501));
+    QVERIFY(goods.CostLevel_Restore(TGood_DM::Side::Sell, 501));
     goods.CostLevel_Save(501);
     QCOMPARE(Rows(u"select CostLevel_Sell_4, CostLevel_Sell_5, CostLevel_Buy_1, CostLevel_Buy_2 from "
                   "GoodCostDiscount"_s),
@@ -211,7 +211,7 @@ void TestGoodWorking::severalStores()
     QCOMPARE(goods.FirstAssetList_QRY.TextField(u"Unit2"), u"کارتن"_s);
     QCOMPARE(goods.FirstAssetList_QRY.TextField(u"Joz"), u"1"_s);
 
-    goods.GoodFirstAsset_SaveTemp(501, amount1, amount2);
+    goods.FirstAsset_SaveRow(501, 0);
     goods.FirstAsset_FillTemp(501);
     goods.GoodFirstAsset_Delete(1);
     QCOMPARE(Rows(u"select tmp, StoreCode, Amount1, Comment from GoodFirstAsset order by tmp, Radif"_s),
@@ -229,7 +229,7 @@ void TestGoodWorking::savingOpeningStockSeesOtherDesks()
     goods.FirstAsset_FillTemp(501);
     Desk other(database->AnotherConnection(), *database);
     other.goods.FirstAsset_DeleteTemp(501); // its editor of the same good closes
-    QVERIFY_THROWS_EXCEPTION(host::DatabaseError, goods.GoodFirstAsset_SaveTemp(501, 9, 0));
+    QVERIFY_THROWS_EXCEPTION(host::DatabaseError, goods.FirstAsset_SaveRow(501, 1));
     QCOMPARE(Rows(u"select StoreCode, Amount1 from GoodFirstAsset where tmp = 0 order by StoreCode"_s),
              QStringList({u"1|4"_s, u"2|5"_s}));
 }
@@ -239,7 +239,7 @@ void TestGoodWorking::openingVoucher()
     TGood_DM &goods = desk->goods;
     goods.Good_Insert(Good(501));
     goods.GoodFirstAsset(501, u"1"_s, u"24"_s, u"2"_s);
-    goods.GoodFirstAsset_SaveTemp(501, 24, 2);
+    goods.FirstAsset_SaveRow(501, 0);
     TGood_DM::FirstPeriodVoucher voucher;
     voucher.SaveType = 1;
     voucher.SanadDate = goods.GetFirstPeriodVoucherDate();

@@ -42,6 +42,7 @@ class TestHouse : public QObject
 private slots:
     void arrowsRunOneWay_data();
     void arrowsRunOneWay();
+    void screensBuildNoStatement();
     void formsKeepTheRules();
     void moduleShowsItsExportsOnly();
 };
@@ -87,6 +88,25 @@ void TestHouse::arrowsRunOneWay()
                                           [&](const QString &prefix) { return target.startsWith(prefix); });
             if (known && !fine)
                 wrong << file.mid(Root.size() + 1) + u" includes "_s + target;
+        }
+    }
+    QVERIFY2(wrong.isEmpty(), qPrintable(wrong.join(u'\n')));
+}
+
+void TestHouse::screensBuildNoStatement()
+{
+    static const QRegularExpression literal(u"\"(\\\\.|[^\"\\\\\n])*\""_s);
+    static const QRegularExpression statement(u"\\b(select|insert|update|delete|exec)\\b"_s,
+                                              QRegularExpression::CaseInsensitiveOption);
+    QStringList wrong;
+    for (const QString &folder : {u"screens"_s, u"detailtypes"_s}) {
+        for (const QString &file : filesUnder(folder, {u"*.h"_s, u"*.cpp"_s})) {
+            auto texts = literal.globalMatch(contents(file));
+            while (texts.hasNext()) {
+                const QString text = texts.next().captured();
+                if (text.contains(statement) && !file.contains(u"/detail_types_dm"))
+                    wrong << file.mid(Root.size() + 1) + u": "_s + text;
+            }
         }
     }
     QVERIFY2(wrong.isEmpty(), qPrintable(wrong.join(u'\n')));

@@ -1,12 +1,12 @@
+#include "data/goods/good_list_query.h"
 #include "host/data/sql_text.h"
-#include "screens/goods_list/good_list_query.h"
 #include "tests/support/test_main.h"
 
 #include <QtTest>
 
 using namespace Qt::StringLiterals;
 
-using goods_list::ListCriteria;
+using goods::ListCriteria;
 
 /// What the list decides itself and what the advanced search adds, in one call.
 class TestListQuery : public QObject
@@ -35,7 +35,7 @@ private slots:
     void parameters()
     {
         QFETCH(ListCriteria, criteria);
-        const QString call = goods_list::ListScript() + goods_list::ListFilter(criteria).join(u',');
+        const QString call = goods::ListScript() + goods::ListFilter(criteria).join(u',');
         const QString name = u"Exec GoodInf_List_SP"_s;
         QVERIFY(call.startsWith(name));
         QStringList parameters = host::SplitParams(call.mid(name.size()).remove(u' '));
@@ -48,10 +48,10 @@ private slots:
     void advancedParamsKept()
     {
         ListCriteria criteria{12, 1, 7, {}, false, 2, false, u"@GrpCode = 4,@SL_Code = 3"_s};
-        QVERIFY(!goods_list::ListFilter(criteria).join(u',').contains(u"SL_Code"));
-        QCOMPARE(goods_list::AdvancedParamsFor(criteria), u"@GrpCode = 4,@SL_Code = 3"_s);
+        QVERIFY(!goods::ListFilter(criteria).join(u',').contains(u"SL_Code"));
+        QCOMPARE(goods::AdvancedParamsFor(criteria), u"@GrpCode = 4,@SL_Code = 3"_s);
         criteria.Advanced = true;
-        QCOMPARE(goods_list::AdvancedParamsFor(criteria), u"@SL_Code = 3"_s);
+        QCOMPARE(goods::AdvancedParamsFor(criteria), u"@SL_Code = 3"_s);
     }
 };
 

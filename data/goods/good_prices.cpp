@@ -1,4 +1,5 @@
-#include "data/goods/good_dm.h"
+#include "data/goods/good_prices.h"
+
 #include "host/data/sql_text.h"
 #include "host/data/transaction.h"
 
@@ -6,20 +7,32 @@
 
 using namespace Qt::StringLiterals;
 
+namespace goods {
+
 namespace {
 
 constexpr int Levels = 10;
 constexpr int NewGood = 2;
 
-QString SideName(int side)
+using Side = Prices::Side;
+
+constexpr std::array BothSides{Side::Sell, Side::Buy};
+
+QString SideName(Side side)
 {
-    return side == 0 ? u"Sell"_s : u"Buy"_s;
+    return side == Side::Sell ? u"Sell"_s : u"Buy"_s;
+}
+
+/// `tmpCostList.Status` of the side.
+QString StatusOf(Side side)
+{
+    return QString::number(static_cast<int>(side));
 }
 
 /// One of the twenty rows of a good's working prices.
-QString WorkingRow(int side, int level, bool isNew)
+QString WorkingRow(Side side, int level, bool isNew)
 {
-    const QString status = QString::number(side);
+    const QString status = StatusOf(side);
     const QString number = QString::number(level);
     if (isNew) {
         return u" select 3 as Type,"_s + status + u" as Status,@GoodCode as GoodCode,"_s + number +
@@ -32,36 +45,32 @@ QString WorkingRow(int side, int level, bool isNew)
            u" then 1 else 0 end as Def  from GoodCostDiscount where GoodCode=@GoodCode "_s;
 }
 
-QString WorkingRowsOf(int goodCode, int side)
+QString WorkingRowsOf(int goodCode, Side side)
 {
-    return u" from tmpCostList where Type=3 and Status="_s + QString::number(side) + u" and TypeCode="_s +
+    return u" from tmpCostList where Type=3 and Status="_s + StatusOf(side) + u" and TypeCode="_s +
            QString::number(goodCode);
-}
-
-bool LacksPrice(const host::Dataset &prices, int level)
-{
-    for (int row = 0; row < prices.RecordCount(); ++row) {
-        if (prices.FieldAt(row, u"CostLevelCode").toInt() == level &&
-            host::QuantityFromText(prices.FieldAt(row, u"Cost").toString()) != 0) {
-            return false;
-        }
-    }
-    // A good without working prices cannot be given any now: its price row is made by this save.
-    return !prices.IsEmpty();
 }
 
 } // namespace
 
-QString TGood_DM::CostLevel_GetTitle(int code)
+Prices::Prices(const QSqlDatabase &main) : SellDetails_QRY(main), BuyDetails_QRY(main), m_main(main), Temp_QRY(main)
+{
+    for (const Side side : BothSides) {
+        CostLevel_Rows(side).SetTable(u"tmpCostList"_s, u"Id"_s);
+        CostLevel_Rows(side).SetEditableFields({u"Cost"_s});
+    }
+}
+
+QString Prices::CostLevel_GetTitle(int code)
 {
     Temp_QRY.Open(u"select Name from CostLevel where Code="_s + QString::number(code));
     return Temp_QRY.IsEmpty() ? QString() : Temp_QRY.Text(u"Name");
 }
 
-void TGood_DM::CostLevel_Prepare(int goodCode, int kind)
+void Prices::CostLevel_Prepare(int goodCode, int kind)
 {
     QStringList rows;
-    for (const int side : {Sell, Buy}) {
+    for (const Side side : BothSides) {
         for (int level = 1; level <= Levels; ++level) {
             rows += WorkingRow(side, level, kind == NewGood);
         }
@@ -75,35 +84,33 @@ void TGood_DM::CostLevel_Prepare(int goodCode, int kind)
     m_prepared = {};
 }
 
-void TGood_DM::CostLevel_DeleteTemp(int goodCode)
+void Prices::CostLevel_DeleteTemp(int goodCode)
 {
     host::Run(m_main, u"delete from tmpCostList where Type=3 and TypeCode="_s + QString::number(goodCode));
 }
 
-void TGood_DM::CostLevel_Sell_GetAll(int goodCode)
+void Prices::CostLevel_ChangeCode(int newCode, int oldCode)
 {
-    OpenCostLevels(SellDetails_QRY, goodCode, Sell);
+    host::Run(m_main, u"Update tmpCostList set TypeCode="_s + QString::number(newCode) +
+                          u" where Type=3 and TypeCode="_s + QString::number(oldCode));
 }
 
-void TGood_DM::CostLevel_Buy_GetAll(int goodCode)
+void Prices::CostLevel_GetAll(Side side, int goodCode)
 {
-    OpenCostLevels(BuyDetails_QRY, goodCode, Buy);
-}
-
-void TGood_DM::OpenCostLevels(host::Dataset &dataset, int goodCode, Side side)
-{
-    dataset.Open(
+    CostLevel_Rows(side).Open(
         u" select tli.*,Name,case [default] when 1 then '*' end as deftitle  from costlevel as cl , tmpCostlist as "
         "tli  where cl.CostType = 1 AND tli.costlevelcode=cl.code and Type=3 and Typecode="_s +
-        QString::number(goodCode) + u" and status="_s + QString::number(side) + u' ');
-    if (!m_prepared[side]) {
-        m_prepared[side] = ShownCostLevels(dataset);
+        QString::number(goodCode) + u" and status="_s + StatusOf(side) + u' ');
+    std::optional<Shown> &prepared = m_prepared[static_cast<size_t>(side)];
+    if (!prepared) {
+        prepared = ShownPrices(side);
     }
 }
 
-TGood_DM::CostLevels TGood_DM::ShownCostLevels(const host::Dataset &dataset)
+Prices::Shown Prices::ShownPrices(Side side) const
 {
-    CostLevels shown;
+    const host::Dataset &dataset = CostLevel_Rows(side);
+    Shown shown;
     for (int row = 0; row < dataset.RecordCount(); ++row) {
         const int level = dataset.FieldAt(row, u"CostLevelCode").toInt();
         shown.costs[level] =
@@ -115,17 +122,7 @@ TGood_DM::CostLevels TGood_DM::ShownCostLevels(const host::Dataset &dataset)
     return shown;
 }
 
-void TGood_DM::CostLevel_Sell_View(int goodCode)
-{
-    ViewCostLevels(SellDetails_QRY, goodCode, Sell);
-}
-
-void TGood_DM::CostLevel_Buy_View(int goodCode)
-{
-    ViewCostLevels(BuyDetails_QRY, goodCode, Buy);
-}
-
-void TGood_DM::ViewCostLevels(host::Dataset &dataset, int goodCode, Side side)
+void Prices::CostLevel_View(Side side, int goodCode)
 {
     const QString name = SideName(side);
     QString costs;
@@ -133,27 +130,18 @@ void TGood_DM::ViewCostLevels(host::Dataset &dataset, int goodCode, Side side)
         const QString number = QString::number(level);
         costs += u" when "_s + number + u" then CostLevel_"_s + name + u'_' + number;
     }
-    dataset.Open(u"select cl.Code as CostLevelCode,Name,case cl.Code"_s + costs +
-                 u" end as Cost,case cl.Code when Default_CostLevel_"_s + name +
-                 u"_Number then '*' end as deftitle from CostLevel as cl,GoodCostDiscount where cl.CostType=1 and "
-                 "GoodCode="_s +
-                 QString::number(goodCode) + u" order by cl.Code"_s);
+    CostLevel_Rows(side).Open(
+        u"select cl.Code as CostLevelCode,Name,case cl.Code"_s + costs +
+        u" end as Cost,case cl.Code when Default_CostLevel_"_s + name +
+        u"_Number then '*' end as deftitle from CostLevel as cl,GoodCostDiscount where cl.CostType=1 and "
+        "GoodCode="_s +
+        QString::number(goodCode) + u" order by cl.Code"_s);
 }
 
-void TGood_DM::CostLevel_Sell_Update(int goodCode, int level)
-{
-    SetDefaultCostLevel(goodCode, level, Sell);
-}
-
-void TGood_DM::CostLevel_Buy_Update(int goodCode, int level)
-{
-    SetDefaultCostLevel(goodCode, level, Buy);
-}
-
-void TGood_DM::SetDefaultCostLevel(int goodCode, int level, Side side)
+void Prices::CostLevel_Update(Side side, int goodCode, int level)
 {
     const QString good = QString::number(goodCode);
-    const QString status = QString::number(side);
+    const QString status = StatusOf(side);
     host::Transaction transaction(m_main);
     host::Run(m_main, u"Update tmpCostList set [Default]=0 where Status="_s + status +
                           u" and Type=3 and [Default]=1 and TypeCode="_s + good);
@@ -162,17 +150,7 @@ void TGood_DM::SetDefaultCostLevel(int goodCode, int level, Side side)
     transaction.Commit();
 }
 
-int TGood_DM::CostLevel_Sell_Fill(QList<host::Entity> &list, int goodCode)
-{
-    return FillCostLevels(list, goodCode, Sell);
-}
-
-int TGood_DM::CostLevel_Buy_Fill(QList<host::Entity> &list, int goodCode)
-{
-    return FillCostLevels(list, goodCode, Buy);
-}
-
-int TGood_DM::FillCostLevels(QList<host::Entity> &list, int goodCode, Side side)
+int Prices::CostLevel_Fill(Side side, QList<host::Entity> &list, int goodCode)
 {
     list.append({0, u"پيش فرض"_s});
     Temp_QRY.Open(u"Select Code,Name from CostLevel WHERE CostType = 1 "
@@ -193,36 +171,29 @@ int TGood_DM::FillCostLevels(QList<host::Entity> &list, int goodCode, Side side)
     return chosen == list.cend() ? 0 : static_cast<int>(chosen - list.cbegin());
 }
 
-bool TGood_DM::CostLevel_Sell_NotSelect(int level) const
+bool Prices::CostLevel_NotSelect(Side side, int level) const
 {
-    return LacksPrice(SellDetails_QRY, level);
+    const host::Dataset &prices = CostLevel_Rows(side);
+    for (int row = 0; row < prices.RecordCount(); ++row) {
+        if (prices.FieldAt(row, u"CostLevelCode").toInt() == level &&
+            host::QuantityFromText(prices.FieldAt(row, u"Cost").toString()) != 0) {
+            return false;
+        }
+    }
+    // A good without working prices cannot be given any now: its price row is made by this save.
+    return !prices.IsEmpty();
 }
 
-bool TGood_DM::CostLevel_Buy_NotSelect(int level) const
-{
-    return LacksPrice(BuyDetails_QRY, level);
-}
-
-bool TGood_DM::CostLevel_Sell_Restore(int goodCode)
-{
-    return RestoreCostLevels(SellDetails_QRY, goodCode, Sell);
-}
-
-bool TGood_DM::CostLevel_Buy_Restore(int goodCode)
-{
-    return RestoreCostLevels(BuyDetails_QRY, goodCode, Buy);
-}
-
-bool TGood_DM::RestoreCostLevels(host::Dataset &dataset, int goodCode, Side side)
+bool Prices::CostLevel_Restore(Side side, int goodCode)
 {
     const QString rowsOfSide = WorkingRowsOf(goodCode, side);
-    const CostLevels prices = ShownCostLevels(dataset);
+    const Shown prices = ShownPrices(side);
     QStringList shown;
     QStringList values;
     for (const auto &[level, cost] : prices.costs.asKeyValueRange()) {
         const QString row = QString::number(level) + u',' + cost + u',' + QString::number(level == prices.defaultLevel);
         shown += row;
-        values += u"(3,"_s + QString::number(side) + u',' + QString::number(goodCode) + u',' + row + u')';
+        values += u"(3,"_s + StatusOf(side) + u',' + QString::number(goodCode) + u',' + row + u')';
     }
     QStringList held;
     for (Temp_QRY.Open(u"select CostLevelCode,Cost,[Default]"_s + rowsOfSide); !Temp_QRY.Eof(); Temp_QRY.Next()) {
@@ -239,19 +210,19 @@ bool TGood_DM::RestoreCostLevels(host::Dataset &dataset, int goodCode, Side side
     host::Exec(m_main, u"insert into tmpCostList([Type],Status,TypeCode,CostLevelCode,Cost,[Default]) values "_s +
                            values.join(u','));
     transaction.Commit();
-    OpenCostLevels(dataset, goodCode, side);
+    CostLevel_GetAll(side, goodCode);
     return true;
 }
 
-void TGood_DM::CostLevel_Save(int goodCode)
+void Prices::CostLevel_Save(int goodCode)
 {
     QStringList assignments;
-    for (const Side side : {Sell, Buy}) {
-        const std::optional<CostLevels> &before = m_prepared[side];
+    for (const Side side : BothSides) {
+        const std::optional<Shown> &before = m_prepared[static_cast<size_t>(side)];
         if (!before) {
             continue;
         }
-        const CostLevels now = ShownCostLevels(side == Sell ? SellDetails_QRY : BuyDetails_QRY);
+        const Shown now = ShownPrices(side);
         const bool otherDefault = now.defaultLevel != before->defaultLevel;
         for (const auto &[level, cost] : now.costs.asKeyValueRange()) {
             // A default level goes with its price: without one it could not be the default.
@@ -268,3 +239,11 @@ void TGood_DM::CostLevel_Save(int goodCode)
                               QString::number(goodCode));
     }
 }
+
+host::Quantity Prices::GoodDefaultCost(int code)
+{
+    Temp_QRY.Open(u"exec GetDefaultCostLevel 0,"_s + QString::number(code) + u",0"_s);
+    return Temp_QRY.IsEmpty() ? 0 : Temp_QRY.Number(u"cost");
+}
+
+} // namespace goods

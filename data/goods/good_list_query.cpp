@@ -1,10 +1,10 @@
-#include "screens/goods_list/good_list_query.h"
+#include "data/goods/good_list_query.h"
 
 #include "host/data/sql_text.h"
 
 using namespace Qt::StringLiterals;
 
-namespace goods_list {
+namespace goods {
 
 QString ListScript()
 {
@@ -48,4 +48,4 @@ QStringList ListFilter(const ListCriteria &criteria)
     return filter;
 }
 
-} // namespace goods_list
+} // namespace goods

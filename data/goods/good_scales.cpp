@@ -1,20 +1,27 @@
-#include "data/goods/good_dm.h"
+#include "data/goods/good_scales.h"
+
 #include "host/data/sql_text.h"
 
 using namespace Qt::StringLiterals;
 
-bool TGood_DM::CheckGoodInScale(int code)
+namespace goods {
+
+Scales::Scales(const QSqlDatabase &main, const QSqlDatabase &scale)
+    : m_scale(scale), Temp_QRY(main), TMP_OnLine_QRY(scale)
+{}
+
+bool Scales::CheckGoodInScale(int code)
 {
     TMP_OnLine_QRY.Open(u" SELECT * FROM Items i WHERE i.ScaleType = 1 AND i.Code = "_s + QString::number(code));
     return !TMP_OnLine_QRY.IsEmpty();
 }
 
-void TGood_DM::DeleteGoodInScale(int code)
+void Scales::DeleteGoodInScale(int code)
 {
     host::Exec(m_scale, u" UPDATE Items SET ChangeType = 3 WHERE Code = "_s + QString::number(code));
 }
 
-void TGood_DM::Change_Price_Scale(int code, int costLevel)
+void Scales::Change_Price_Scale(int code, int costLevel)
 {
     if (costLevel < 1 || costLevel > 10) {
         throw host::RefusedText(u"سطح قیمتی ۱ تا ۱۰"_s, QString::number(costLevel));
@@ -45,3 +52,5 @@ void TGood_DM::Change_Price_Scale(int code, int costLevel)
                                 good);
     }
 }
+
+} // namespace goods

@@ -1,4 +1,5 @@
-#include "data/goods/good_dm.h"
+#include "data/goods/good_opening_stock.h"
+
 #include "host/data/database_error.h"
 #include "host/data/sql_text.h"
 #include "host/data/transaction.h"
@@ -7,21 +8,20 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
+namespace goods {
 
-host::DatabaseError ChangedElsewhere()
+OpeningStock::OpeningStock(const QSqlDatabase &main)
+    : GoodFirstAsset_QRY(main), FirstAssetList_QRY(main), m_main(main), Temp_QRY(main)
 {
-    return host::DatabaseError(u"موجودی اول دوره این کالا در جای دیگری تغییر کرده است؛ کالا را دوباره باز کنید."_s);
+    GoodFirstAsset_QRY.SetTable(u"GoodFirstAsset"_s, u"ID"_s);
 }
 
-} // namespace
-
-void TGood_DM::FirstAsset_DeleteTemp(int goodCode)
+void OpeningStock::FirstAsset_DeleteTemp(int goodCode)
 {
     host::Run(m_main, u"Delete from GoodFirstAsset where tmp=1 and GoodCode="_s + QString::number(goodCode));
 }
 
-void TGood_DM::FirstAsset_FillTemp(int goodCode)
+void OpeningStock::FirstAsset_FillTemp(int goodCode)
 {
     host::Transaction transaction(m_main);
     FirstAsset_DeleteTemp(goodCode);
@@ -32,20 +32,21 @@ void TGood_DM::FirstAsset_FillTemp(int goodCode)
     transaction.Commit();
 }
 
-bool TGood_DM::FirstAsset_NotIsMultiStore(int goodCode)
+bool OpeningStock::FirstAsset_NotIsMultiStore(int goodCode)
 {
     int store = 0;
     return FirstAsset_NotIsMultiStore(goodCode, store);
 }
 
-bool TGood_DM::FirstAsset_NotIsMultiStore(int goodCode, int &store)
+bool OpeningStock::FirstAsset_NotIsMultiStore(int goodCode, int &store)
 {
     Temp_QRY.Open(QString::asprintf("Select * from GoodFirstAsset where (GoodCode=%d) and (tmp=1)", goodCode));
     store = Temp_QRY.RecordCount() == 1 ? Temp_QRY.Int(u"StoreCode") : 0;
     return Temp_QRY.IsEmpty() || store == 1;
 }
 
-void TGood_DM::FirstAsset_MultiStore(int goodCode, const QString &store, host::Quantity amount1, host::Quantity amount2)
+void OpeningStock::FirstAsset_MultiStore(int goodCode, const QString &store, host::Quantity amount1,
+                                         host::Quantity amount2)
 {
     const QString good = QString::number(goodCode);
     host::Transaction transaction(m_main);
@@ -71,7 +72,7 @@ void TGood_DM::FirstAsset_MultiStore(int goodCode, const QString &store, host::Q
     transaction.Commit();
 }
 
-void TGood_DM::GoodFirstAsset(int goodCode, const QString &store, const QString &amount1, const QString &amount2)
+void OpeningStock::GoodFirstAsset(int goodCode, const QString &store, const QString &amount1, const QString &amount2)
 {
     host::Run(m_main, u"Insert GoodFirstAsset(GoodCode,StoreCode,Amount1,Amount2,tmp,Radif)  Values("_s +
                           QString::number(goodCode) + u","_s + host::CodeText(store) + u","_s +
@@ -79,7 +80,7 @@ void TGood_DM::GoodFirstAsset(int goodCode, const QString &store, const QString 
                           host::DecimalLiteral(QStringView(amount2)) + u",1,1)"_s);
 }
 
-void TGood_DM::GoodFirstAsset_GetAmount(int goodCode, host::Quantity &amount1, host::Quantity &amount2)
+void OpeningStock::GoodFirstAsset_GetAmount(int goodCode, host::Quantity &amount1, host::Quantity &amount2)
 {
     Temp_QRY.Open(
         u"Select IsNull(Sum(Amount1),0) as SumAmount1,IsNull(Sum(Amount2),0) as SumAmount2 from GoodFirstAsset where "
@@ -89,33 +90,33 @@ void TGood_DM::GoodFirstAsset_GetAmount(int goodCode, host::Quantity &amount1, h
     amount2 = Temp_QRY.Number(u"SumAmount2");
 }
 
-void TGood_DM::GoodFirstAsset_UpdateAllGoodCodes(int newCode, int oldCode)
+void OpeningStock::GoodFirstAsset_UpdateAllGoodCodes(int newCode, int oldCode)
 {
     host::Run(m_main, u"Update GoodFirstAsset set GoodCode="_s + QString::number(newCode) +
                           u" where tmp=1 and GoodCode="_s + QString::number(oldCode));
 }
 
-void TGood_DM::GoodFirstAsset_GetAll(int goodCode, int unit1, int unit2, host::Quantity formula)
+void OpeningStock::GoodFirstAsset_GetAll(int goodCode, int unit1, int unit2, host::Quantity formula)
 {
     const QStringList arguments{QString::number(unit1), QString::number(unit2), host::DecimalLiteral(formula)};
     FirstAssetList_QRY.Open(u"Select * from GoodFirstAssetList_FNC("_s + arguments.join(u',') +
                             u") where tmp=1 and GoodCode="_s + QString::number(goodCode));
 }
 
-int TGood_DM::GoodFirstAsset_GetNewCode(int goodCode)
+int OpeningStock::GoodFirstAsset_GetNewCode(int goodCode)
 {
     Temp_QRY.Open(u"Select IsNull(Max(Radif),0)+1 as Radif From GoodFirstAsset Where tmp=1 and GoodCode="_s +
                   QString::number(goodCode));
     return Temp_QRY.Int(u"Radif");
 }
 
-void TGood_DM::GoodFirstAsset_GetByID(int goodCode, int radif)
+void OpeningStock::GoodFirstAsset_GetByID(int goodCode, int radif)
 {
     GoodFirstAsset_QRY.Open(QString::asprintf(
         "select * from GoodFirstAsset Where Tmp = 1 AND GoodCode = %d AND Radif = %d ", goodCode, radif));
 }
 
-bool TGood_DM::GoodFirstAsset_GetByID(int goodCode, int radif, TGoodFirstAsset_Rec &rec)
+bool OpeningStock::GoodFirstAsset_GetByID(int goodCode, int radif, TGoodFirstAsset_Rec &rec)
 {
     GoodFirstAsset_GetByID(goodCode, radif);
     const host::Dataset &row = GoodFirstAsset_QRY;
@@ -128,7 +129,7 @@ bool TGood_DM::GoodFirstAsset_GetByID(int goodCode, int radif, TGoodFirstAsset_R
     return true;
 }
 
-void TGood_DM::WriteFirstAsset(const TGoodFirstAsset_Rec &rec)
+void OpeningStock::WriteFirstAsset(const TGoodFirstAsset_Rec &rec)
 {
     const auto drop = qScopeGuard([this] { GoodFirstAsset_QRY.Cancel(); });
     GoodFirstAsset_QRY.SetField(u"GoodCode", rec.GoodCode);
@@ -140,7 +141,7 @@ void TGood_DM::WriteFirstAsset(const TGoodFirstAsset_Rec &rec)
     GoodFirstAsset_QRY.Post();
 }
 
-bool TGood_DM::GoodFirstAsset_Insert(const TGoodFirstAsset_Rec &rec)
+bool OpeningStock::GoodFirstAsset_Insert(const TGoodFirstAsset_Rec &rec)
 {
     if (!GoodFirstAsset_QRY.IsOpen()) {
         GoodFirstAsset_GetByID(rec.GoodCode, rec.Radif);
@@ -150,26 +151,26 @@ bool TGood_DM::GoodFirstAsset_Insert(const TGoodFirstAsset_Rec &rec)
     return true;
 }
 
-bool TGood_DM::GoodFirstAsset_Update(const TGoodFirstAsset_Rec &rec)
+bool OpeningStock::GoodFirstAsset_Update(const TGoodFirstAsset_Rec &rec)
 {
     GoodFirstAsset_QRY.Edit();
     WriteFirstAsset(rec);
     return true;
 }
 
-void TGood_DM::GoodFirstAsset_Delete(int radif)
+void OpeningStock::GoodFirstAsset_Delete(int radif)
 {
     host::Exec(m_main, u"Delete from GoodFirstAsset where tmp=1 and Radif="_s + QString::number(radif));
 }
 
-int TGood_DM::GoodFirstAsset_RecordCount(int goodCode, int storeCode)
+int OpeningStock::GoodFirstAsset_RecordCount(int goodCode, int storeCode)
 {
     Temp_QRY.Open(u"Select ID from GoodFirstAsset where tmp=1 and GoodCode="_s + QString::number(goodCode) +
                   u" and StoreCode="_s + QString::number(storeCode));
     return Temp_QRY.RecordCount();
 }
 
-bool TGood_DM::ValidateGoodFirstAsset_Insert(int goodCode, int storeCode, int radif)
+bool OpeningStock::ValidateGoodFirstAsset_Insert(int goodCode, int storeCode, int radif)
 {
     Temp_QRY.Open(u" SELECT     ID   FROM         GoodFirstAsset     WHERE     (GoodCode = "_s +
                   QString::number(goodCode) +
@@ -179,28 +180,7 @@ bool TGood_DM::ValidateGoodFirstAsset_Insert(int goodCode, int storeCode, int ra
     return !Temp_QRY.IsEmpty();
 }
 
-void TGood_DM::GoodFirstAsset_SaveTemp(int goodCode, host::Quantity amount1, host::Quantity amount2)
-{
-    host::Transaction transaction(m_main);
-    host::Quantity sum1 = 0;
-    host::Quantity sum2 = 0;
-    GoodFirstAsset_GetAmount(goodCode, sum1, sum2);
-    if (host::QuantityToText(sum1) != host::QuantityToText(amount1) ||
-        host::QuantityToText(sum2) != host::QuantityToText(amount2)) {
-        throw ChangedElsewhere();
-    }
-    ReplaceSavedFirstAsset(goodCode);
-    transaction.Commit();
-}
-
-void TGood_DM::ReplaceSavedFirstAsset(int goodCode)
-{
-    const QString good = QString::number(goodCode);
-    host::Run(m_main, u"Delete from GoodFirstAsset where tmp=0 and GoodCode="_s + good);
-    host::Run(m_main, u"Update GoodFirstAsset set tmp=0 where tmp=1 and GoodCode="_s + good);
-}
-
-void TGood_DM::FirstAsset_SaveRow(int goodCode, int formerStore)
+void OpeningStock::FirstAsset_SaveRow(int goodCode, int formerStore)
 {
     const QString good = QString::number(goodCode);
     host::Transaction transaction(m_main);
@@ -208,7 +188,7 @@ void TGood_DM::FirstAsset_SaveRow(int goodCode, int formerStore)
                                  u" and s.StoreCode<>"_s + QString::number(formerStore) +
                                  u" and not exists (select w.ID from GoodFirstAsset as w where w.tmp=1 and "
                                  "w.GoodCode=s.GoodCode and w.StoreCode=s.StoreCode)"_s)) {
-        throw ChangedElsewhere();
+        throw host::DatabaseError(u"موجودی اول دوره این کالا در جای دیگری تغییر کرده است؛ کالا را دوباره باز کنید."_s);
     }
     // The remark was entered with the row; here only its amounts and its store are.
     if (formerStore != 0) {
@@ -216,11 +196,12 @@ void TGood_DM::FirstAsset_SaveRow(int goodCode, int formerStore)
                           "s.tmp=0 and s.GoodCode="_s +
                               good + u") where tmp=1 and GoodCode="_s + good);
     }
-    ReplaceSavedFirstAsset(goodCode);
+    host::Run(m_main, u"Delete from GoodFirstAsset where tmp=0 and GoodCode="_s + good);
+    host::Run(m_main, u"Update GoodFirstAsset set tmp=0 where tmp=1 and GoodCode="_s + good);
     transaction.Commit();
 }
 
-int TGood_DM::AutoVoucherFirstPriodGoods(const FirstPeriodVoucher &voucher)
+int OpeningStock::AutoVoucherFirstPriodGoods(const FirstPeriodVoucher &voucher)
 {
     const auto text = [](const QString &value) { return value.isNull() ? u"NULL"_s : host::QuotedStr(value); };
     const QString codes = voucher.Codes.isNull() ? QString() : host::CodeList(voucher.Codes);
@@ -233,3 +214,11 @@ int TGood_DM::AutoVoucherFirstPriodGoods(const FirstPeriodVoucher &voucher)
                   u" select @RETURN_VALUE as RETURN_VALUE"_s);
     return Temp_QRY.Int(u"RETURN_VALUE");
 }
+
+QString OpeningStock::GetFirstPeriodVoucherDate()
+{
+    Temp_QRY.Open(u"SELECT TOP 1 DATE FROM inf_co"_s);
+    return Temp_QRY.IsEmpty() ? QString() : Temp_QRY.Text(u"DATE");
+}
+
+} // namespace goods

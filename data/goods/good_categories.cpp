@@ -1,14 +1,21 @@
-#include "data/goods/good_dm.h"
+#include "data/goods/good_categories.h"
+
+#include "host/data/sql_text.h"
 #include "host/data/transaction.h"
 
 #include <utility>
 
 using namespace Qt::StringLiterals;
 
+namespace goods {
+
 // Kala_category.tmp: 0 saved, 1 attached by an open editor. What an editor takes off is marked in its own memory only:
 // a mark in the table would hide the category from other desks, and go with whichever of them leaves first.
 
-QString TGood_DM::CategoryList(const QList<QPair<int, int>> &rows, int goodCode)
+namespace {
+
+/// The codes of the categories that `rows` has for the good, for an IN list; one that no category has when none.
+QString CategoryList(const QList<QPair<int, int>> &rows, int goodCode)
 {
     QStringList codes;
     for (const auto &[good, category] : rows) {
@@ -19,7 +26,15 @@ QString TGood_DM::CategoryList(const QList<QPair<int, int>> &rows, int goodCode)
     return codes.isEmpty() ? u"0"_s : codes.join(u',');
 }
 
-void TGood_DM::InsertUpdateToKalaCategory(int goodCode, int categoryCode, int kind)
+} // namespace
+
+Categories::Categories(const QSqlDatabase &main)
+    : KalaCategory_Qry(main), Tags_qry(main), colors_qry(main), m_main(main), Temp_QRY(main)
+{
+    colors_qry.SetText(u"select * from colors "_s);
+}
+
+void Categories::InsertUpdateToKalaCategory(int goodCode, int categoryCode, int kind)
 {
     const QString good = QString::number(goodCode);
     const QString category = QString::number(categoryCode);
@@ -37,7 +52,7 @@ void TGood_DM::InsertUpdateToKalaCategory(int goodCode, int categoryCode, int ki
     }
 }
 
-bool TGood_DM::cat_checker(int goodCode, int categoryCode)
+bool Categories::cat_checker(int goodCode, int categoryCode)
 {
     const QPair<int, int> row(goodCode, categoryCode);
     if (m_attached.contains(row)) {
@@ -55,7 +70,7 @@ bool TGood_DM::cat_checker(int goodCode, int categoryCode)
     return !Temp_QRY.IsEmpty();
 }
 
-void TGood_DM::GoodCatToTemp(int id, int kind)
+void Categories::GoodCatToTemp(int id, int kind)
 {
     // Taken from what is shown: the row itself may have been cleared by another desk.
     if (!KalaCategory_Qry.Locate(u"Id", id)) {
@@ -73,7 +88,7 @@ void TGood_DM::GoodCatToTemp(int id, int kind)
     }
 }
 
-void TGood_DM::Fill_grid(int goodCode)
+void Categories::Fill_grid(int goodCode)
 {
     const QString good = QString::number(goodCode);
     KalaCategory_Qry.SetText(
@@ -94,7 +109,7 @@ void TGood_DM::Fill_grid(int goodCode)
     }
 }
 
-void TGood_DM::RestoreAttached(int goodCode)
+void Categories::RestoreAttached(int goodCode)
 {
     // Another desk that opens an editor clears everybody's attached rows.
     bool restored = false;
@@ -111,7 +126,7 @@ void TGood_DM::RestoreAttached(int goodCode)
     }
 }
 
-void TGood_DM::TempToGoodCat(int goodCode)
+void Categories::TempToGoodCat(int goodCode)
 {
     host::Transaction transaction(m_main);
     // What other desks have attached to the good is not saved with it.
@@ -130,7 +145,7 @@ void TGood_DM::TempToGoodCat(int goodCode)
     transaction.Commit();
 }
 
-void TGood_DM::DeleteTmpCategory()
+void Categories::DeleteTmpCategory()
 {
     host::Run(m_main, u"delete kala_category where tmp > 0"_s);
     host::Transaction::WhenEnded(m_main, [this](bool committed) {
@@ -140,7 +155,80 @@ void TGood_DM::DeleteTmpCategory()
     });
 }
 
-void TGood_DM::undodelete_category(int goodCode)
+void Categories::undodelete_category(int goodCode)
 {
     m_takenOff.removeIf([goodCode](const QPair<int, int> &row) { return row.first == goodCode; });
 }
+
+bool Categories::ExistTag()
+{
+    Temp_QRY.Open(u"SELECT TOP 1 Code FROM TagS"_s);
+    return !Temp_QRY.IsEmpty();
+}
+
+void Categories::GetAllTagsWithColor()
+{
+    Tags_qry.Open(u"SELECT TagS.Code AS ID,TagS.Name,Colors.code,[h-img] as image FROM TagS inner join colors on "
+                  "TagS.color_code = colors.code"_s);
+}
+
+Categories::Tag Categories::GetTagsByColorCode(int code)
+{
+    Temp_QRY.Open(
+        u"select tags.code,TagS.color_code,TagS.Name,[H-img] from TagS inner join colors on TagS.color_code = "
+        "colors.code  where tags.code="_s +
+        QString::number(code));
+    if (Temp_QRY.IsEmpty()) {
+        return {};
+    }
+    return {Temp_QRY.Int(u"code"), Temp_QRY.Int(u"color_code"), Temp_QRY.Text(u"Name"),
+            Temp_QRY.Value(u"H-img").toByteArray()};
+}
+
+QList<QPair<int, QString>> Categories::GetTagsOfGoods(const QString &codes)
+{
+    Temp_QRY.Open(u"select code,tags from GoodInf where code in("_s + host::CodeList(codes) + u')');
+    QList<QPair<int, QString>> tags;
+    for (; !Temp_QRY.Eof(); Temp_QRY.Next()) {
+        tags.append({Temp_QRY.Int(u"code"), Temp_QRY.Text(u"tags")});
+    }
+    return tags;
+}
+
+void Categories::TmpToMainPhoto(int goodCode)
+{
+    host::Run(m_main,
+              u"Update PhotoGallery set tmp=0 where tmp=1 and GRPCode=102 and Id_pic="_s + QString::number(goodCode));
+}
+
+void Categories::DeleteTmpphoto(int goodCode)
+{
+    host::Run(m_main, u"delete from PhotoGallery where tmp>0 and id_pic="_s + QString::number(goodCode));
+}
+
+void Categories::SetTagsOfGood(int goodCode, const QString &tags)
+{
+    host::Exec(m_main, u"update GoodInf set tags = "_s + host::QuotedStr(tags) + u" where Code = "_s +
+                           QString::number(goodCode));
+}
+
+void Categories::Category_ChangeCode(int newCode, int oldCode)
+{
+    const QString to = QString::number(newCode);
+    const QString from = QString::number(oldCode);
+    host::Run(m_main, u"Update Kala_category set kala_code="_s + to + u" where tmp>0 and kala_code="_s + from);
+    host::Run(m_main, u"Update PhotoGallery set Id_pic="_s + to + u" where tmp>0 and GRPCode=102 and Id_pic="_s + from);
+    const auto move = [this](int former, int later) {
+        for (auto &[good, category] : m_attached) {
+            good = good == former ? later : good;
+        }
+    };
+    move(oldCode, newCode);
+    host::Transaction::WhenEnded(m_main, [move, newCode, oldCode](bool committed) {
+        if (!committed) {
+            move(newCode, oldCode);
+        }
+    });
+}
+
+} // namespace goods

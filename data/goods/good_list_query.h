@@ -3,7 +3,7 @@
 #include <QString>
 #include <QStringList>
 
-namespace goods_list {
+namespace goods {
 
 /// The procedure that lists goods; its parameters follow.
 QString ListScript();
@@ -30,4 +30,4 @@ QStringList ListFilter(const ListCriteria &criteria);
 /// The value of `@GoodExistType` for a stock tab.
 int GoodExistType(int stockTab);
 
-} // namespace goods_list
+} // namespace goods

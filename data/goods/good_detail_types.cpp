@@ -1,8 +1,11 @@
-#include "data/goods/good_dm.h"
+#include "data/goods/good_detail_types.h"
+
 #include "host/data/sql_text.h"
 #include "host/data/transaction.h"
 
 using namespace Qt::StringLiterals;
+
+namespace goods {
 
 namespace {
 
@@ -11,7 +14,11 @@ constexpr int MostDetailTypes = 5;
 
 } // namespace
 
-void TGood_DM::CreateGoodDetailTempTable()
+GoodDetailTypes::GoodDetailTypes(const QSqlDatabase &main, const host::SettingsService &settings)
+    : GoodDetails_QRY(main), m_main(main), m_settings(settings), Temp_QRY(main)
+{}
+
+void GoodDetailTypes::CreateGoodDetailTempTable()
 {
     host::Run(m_main, u" IF OBJECT_ID('tempdb..#GoodDetails') IS NOT NULL "
                       "   DROP TABLE #GoodDetails "
@@ -19,7 +26,7 @@ void TGood_DM::CreateGoodDetailTempTable()
                       "   GoodCode int, GoodDetailID int, GoodDetailTitle nvarchar(100)) "_s);
 }
 
-void TGood_DM::FillGoodDetails(int goodCode)
+void GoodDetailTypes::FillGoodDetails(int goodCode)
 {
     host::Transaction transaction(m_main);
     CreateGoodDetailTempTable();
@@ -32,7 +39,7 @@ void TGood_DM::FillGoodDetails(int goodCode)
     transaction.Commit();
 }
 
-void TGood_DM::InsertDefaultDetailTypesSelectedListInNewGood(const QString &goodCode)
+void GoodDetailTypes::InsertDefaultDetailTypesSelectedListInNewGood(const QString &goodCode)
 {
     host::Run(m_main, u" INSERT INTO #GoodDetails(GoodCode, GoodDetailID, GoodDetailTitle)  SELECT "_s +
                           host::CodeText(goodCode) +
@@ -42,12 +49,12 @@ void TGood_DM::InsertDefaultDetailTypesSelectedListInNewGood(const QString &good
                           "ds.DefaultSelectedList = 1"_s);
 }
 
-void TGood_DM::GoodDetailTemp_GetAll()
+void GoodDetailTypes::GoodDetailTemp_GetAll()
 {
     GoodDetails_QRY.Open(u" SELECT * FROM #GoodDetails ORDER BY ID "_s);
 }
 
-bool TGood_DM::GoodDetailTemp_CheckExists()
+bool GoodDetailTypes::GoodDetailTemp_CheckExists()
 {
     Temp_QRY.Open(u" SELECT * FROM #GoodDetails ORDER BY ID "_s);
     const bool exists = !Temp_QRY.IsEmpty();
@@ -55,7 +62,7 @@ bool TGood_DM::GoodDetailTemp_CheckExists()
     return exists;
 }
 
-void TGood_DM::GoodDetailTemp_Insert(QString idList, int goodCode)
+void GoodDetailTypes::GoodDetailTemp_Insert(QString idList, int goodCode)
 {
     host::Transaction transaction(m_main);
     host::Dataset details(m_main);
@@ -80,17 +87,23 @@ void TGood_DM::GoodDetailTemp_Insert(QString idList, int goodCode)
     transaction.Commit();
 }
 
-void TGood_DM::GoodDetailTemp_Delete(const QString &ids)
+void GoodDetailTypes::GoodDetailTemp_Delete(const QString &ids)
 {
     host::Run(m_main, u" DELETE FROM #GoodDetails WHERE ID IN ("_s + host::CodeList(ids) + u')');
 }
 
-void TGood_DM::GoodDetailTemp_DeleteAll()
+void GoodDetailTypes::GoodDetailTemp_DeleteAll()
 {
     host::Run(m_main, u" DELETE FROM #GoodDetails "_s);
 }
 
-QString TGood_DM::DetailTypesTmp_GetCode()
+void GoodDetailTypes::GoodDetailTemp_ChangeCode(int newCode, int oldCode)
+{
+    host::Run(m_main, u"IF OBJECT_ID('tempdb..#GoodDetails') IS NOT NULL UPDATE #GoodDetails SET GoodCode = "_s +
+                          QString::number(newCode) + u" WHERE GoodCode = "_s + QString::number(oldCode));
+}
+
+QString GoodDetailTypes::DetailTypesTmp_GetCode()
 {
     QString codes;
     Temp_QRY.Open(u"SELECT * FROM #GoodDetails ORDER BY ID"_s);
@@ -100,13 +113,13 @@ QString TGood_DM::DetailTypesTmp_GetCode()
     return codes.isEmpty() ? u"0"_s : codes;
 }
 
-QString TGood_DM::GetDetailTypeTitle(int id)
+QString GoodDetailTypes::GetDetailTypeTitle(int id)
 {
     Temp_QRY.Open(u"SELECT * FROM DetailTypes dt WHERE dt.ID = "_s + QString::number(id));
     return Temp_QRY.IsEmpty() ? QString() : Temp_QRY.Text(u"Title");
 }
 
-bool TGood_DM::GetGoodDetailTempID(int &d1, int &d2, int &d3, int &d4, int &d5)
+bool GoodDetailTypes::GetGoodDetailTempID(int &d1, int &d2, int &d3, int &d4, int &d5)
 {
     const std::array<int *, MostDetailTypes> details{&d1, &d2, &d3, &d4, &d5};
     for (int *detail : details) {
@@ -129,7 +142,7 @@ bool TGood_DM::GetGoodDetailTempID(int &d1, int &d2, int &d3, int &d4, int &d5)
     return exists;
 }
 
-void TGood_DM::InsertRelations(int goodCode, const std::array<int, 5> &details)
+void GoodDetailTypes::InsertRelations(int goodCode, const std::array<int, 5> &details)
 {
     for (const int detail : details) {
         if (detail > 0) {
@@ -139,7 +152,7 @@ void TGood_DM::InsertRelations(int goodCode, const std::array<int, 5> &details)
     }
 }
 
-bool TGood_DM::InsertGoodDetailRelation(int goodCode, int d1, int d2, int d3, int d4, int d5)
+bool GoodDetailTypes::InsertGoodDetailRelation(int goodCode, int d1, int d2, int d3, int d4, int d5)
 {
     host::Transaction transaction(m_main);
     InsertRelations(goodCode, {d1, d2, d3, d4, d5});
@@ -147,7 +160,7 @@ bool TGood_DM::InsertGoodDetailRelation(int goodCode, int d1, int d2, int d3, in
     return true;
 }
 
-bool TGood_DM::UpdateGoodDetailRelation(int goodCode, int d1, int d2, int d3, int d4, int d5)
+bool GoodDetailTypes::UpdateGoodDetailRelation(int goodCode, int d1, int d2, int d3, int d4, int d5)
 {
     host::Transaction transaction(m_main);
     host::Run(m_main, u"DELETE FROM GoodDetailRelation WHERE GoodCode = "_s + QString::number(goodCode));
@@ -156,7 +169,7 @@ bool TGood_DM::UpdateGoodDetailRelation(int goodCode, int d1, int d2, int d3, in
     return true;
 }
 
-bool TGood_DM::InsertGoodDetailTypesForGoods(const QString &goodCodes, const QString &detailIds, int scope)
+bool GoodDetailTypes::InsertGoodDetailTypesForGoods(const QString &goodCodes, const QString &detailIds, int scope)
 {
     const QString details = host::CodeList(detailIds);
     const QString insert =
@@ -174,3 +187,5 @@ bool TGood_DM::InsertGoodDetailTypesForGoods(const QString &goodCodes, const QSt
     transaction.Commit();
     return true;
 }
+
+} // namespace goods
