@@ -355,7 +355,8 @@ Operand Writer::concatenation(Operand &left, Operand &right)
 Operand Writer::integerArithmetic(QChar op, Operand &left, Operand &right, const SqlType &common)
 {
     const SqlType type{common.kind};
-    if (type.kind == Kind::Bit && !QStringView(u"&|^").contains(op)) {
+    const bool bitwise = QStringView(u"&|^").contains(op);
+    if (type.kind == Kind::Bit && !bitwise) {
         static const QHash<QChar, QString> names = {
             {u'+', u"add"_s}, {u'-', u"subtract"_s}, {u'*', u"multiply"_s}, {u'/', u"divide"_s}, {u'%', u"modulo"_s}};
         throw Error(402, u"The data types bit and bit are incompatible in the %1 operator."_s.arg(names.value(op)));
