@@ -11,7 +11,7 @@
 #include "screens/good_editor/discount_page.h"
 #include "screens/good_editor/general_page.h"
 #include "screens/good_editor/good_save.h"
-#include "screens/good_editor/leave_watch.h"
+#include "screens/shared/leave_watch.h"
 #include "ui_good_get.h"
 
 #include <QLayout>

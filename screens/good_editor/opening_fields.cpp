@@ -3,7 +3,7 @@
 #include "host/controls/entity_picker.h"
 #include "host/controls/number_text.h"
 #include "rules/unit_arithmetic.h"
-#include "screens/good_editor/leave_watch.h"
+#include "screens/shared/leave_watch.h"
 #include "ui_general_page.h"
 
 #include <QApplication>
