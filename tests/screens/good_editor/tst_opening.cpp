@@ -2,7 +2,6 @@
 #include "tests/screens/good_editor/editor_fixture.h"
 #include "tests/support/test_main.h"
 
-#include <QLineEdit>
 #include <QtTest>
 
 using namespace Qt::StringLiterals;
@@ -85,7 +84,7 @@ private slots:
                 QStringList shown;
                 for (const QString &edit : {u"Meghdar_Joz_EDT"_s, u"MeghdarKol_EDT"_s, u"MeghdarJoz_EDT"_s}) {
                     QVERIFY(!test::Find(screen, edit).isEnabled());
-                    shown << test::Find<QLineEdit>(screen, edit).text();
+                    shown << test::Find<host::NumericEdit>(screen, edit).text();
                 }
                 if (formula == u"12")
                     QCOMPARE(shown, totals);
