@@ -95,6 +95,7 @@ void TGood_Get_FRM::BindPages()
         if (!IsLoading())
             SetIsSaved(false);
     };
+    connect(m_general, &GeneralPage::Changed, this, changed);
     connect(m_prices, &CostLevelPage::Changed, this, changed);
     connect(m_categories, &CategoryPage::Changed, this, changed);
     connect(m_complete, &CompletePage::Changed, this, changed);
