@@ -4,19 +4,6 @@
 
 namespace goods {
 
-OpeningEntry OpeningEntryFor(bool twoUnitGoods, bool variableRatio, bool formulaOn)
-{
-    if (!twoUnitGoods)
-        return OpeningEntry::OneUnit;
-    return formulaOn && !variableRatio ? OpeningEntry::BigAndSmall : OpeningEntry::TwoUnits;
-}
-
-bool SecondFollowsFirst(const OpeningValues &values, Quantity formula, bool wholeUnits)
-{
-    return SameQuantity(values.second, SecondQuantity(values.first, formula, wholeUnits)) ||
-           (!wholeUnits && SameQuantity(values.first, FirstQuantity(values.second, formula)));
-}
-
 VoucherChange OpeningVoucherChange(const OpeningValues &loaded, const OpeningValues &entered, int voucherCode,
                                    bool periodClosed)
 {

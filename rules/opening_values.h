@@ -18,21 +18,6 @@ struct OpeningValues
     Quantity Amount() const { return first * price; }
 };
 
-/// How the opening quantities of a good are typed.
-enum class OpeningEntry {
-    OneUnit,     ///< quantity 1 alone
-    TwoUnits,    ///< a quantity in each unit
-    BigAndSmall, ///< whole big units and loose small ones; quantity and price of the row follow from them
-};
-
-/// A formula leads to big and small units, unless the ratio differs from piece to piece: then a good has a quantity in
-/// each unit, as it has without a formula.
-OpeningEntry OpeningEntryFor(bool twoUnitGoods, bool variableRatio, bool formulaOn);
-
-/// Whether quantity 2 is what quantity 1 comes to by the formula, to the decimals that are kept, or the other way
-/// round: below 1 the formula cannot be undone to the last of them.
-bool SecondFollowsFirst(const OpeningValues &values, Quantity formula, bool wholeUnits);
-
 /// What must become of the opening voucher when a good is saved.
 enum class VoucherChange { None, Create, Change, Rebuild };
 

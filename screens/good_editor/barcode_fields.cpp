@@ -1,7 +1,7 @@
 #include "screens/good_editor/barcode_fields.h"
 
 #include "screens/good_editor/barcode_edit.h"
-#include "screens/good_editor/leave_watch.h"
+#include "screens/shared/leave_watch.h"
 
 using namespace Qt::StringLiterals;
 

@@ -2,8 +2,8 @@
 
 #include "host/controls/text_limit.h"
 #include "screens/good_editor/barcode_edit.h"
-#include "screens/good_editor/leave_watch.h"
 #include "screens/good_editor/percent_rule.h"
+#include "screens/shared/leave_watch.h"
 #include "ui_complete_page.h"
 
 using namespace Qt::StringLiterals;

@@ -3,8 +3,8 @@
 #include "host/controls/grid.h"
 #include "host/data/database_error.h"
 #include "host/look/theme.h"
-#include "screens/good_editor/leave_watch.h"
 #include "screens/good_editor/price_delegate.h"
+#include "screens/shared/leave_watch.h"
 
 #include <QApplication>
 #include <QComboBox>

@@ -21,7 +21,8 @@ GeneralPage::GeneralPage(host::Host &host, TGood_DM &data, const host::Boundary 
     : QWidget(parent), m_host(host), m_data(data), m_ui(std::make_unique<Ui::GeneralPage>())
 {
     m_ui->setupUi(this);
-    m_opening = new OpeningFields(*m_ui, host, data, this);
+    m_opening = new OpeningFields(*m_ui, host, this);
+    connect(m_ui->Quantities, &UnitQuantities::Changed, this, &GeneralPage::Changed);
     m_ui->FullName_LBL->setFont(host.theme.TitleFont());
     // A long name must not widen the window; all of it is in the tooltip.
     m_ui->FullName_LBL->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);

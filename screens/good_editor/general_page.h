@@ -52,6 +52,8 @@ public:
 signals:
     /// The user picked another group.
     void GroupPicked(int group);
+    /// An opening quantity is another one.
+    void Changed();
 
 private:
     QString FullName() const;

@@ -11,7 +11,7 @@
 #include "screens/good_editor/discount_page.h"
 #include "screens/good_editor/general_page.h"
 #include "screens/good_editor/good_save.h"
-#include "screens/good_editor/leave_watch.h"
+#include "screens/shared/leave_watch.h"
 #include "ui_good_get.h"
 
 #include <QLayout>
@@ -95,6 +95,7 @@ void TGood_Get_FRM::BindPages()
         if (!IsLoading())
             SetIsSaved(false);
     };
+    connect(m_general, &GeneralPage::Changed, this, changed);
     connect(m_prices, &CostLevelPage::Changed, this, changed);
     connect(m_categories, &CategoryPage::Changed, this, changed);
     connect(m_complete, &CompletePage::Changed, this, changed);

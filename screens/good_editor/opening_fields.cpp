@@ -3,15 +3,15 @@
 #include "host/controls/entity_picker.h"
 #include "host/controls/number_text.h"
 #include "rules/unit_arithmetic.h"
-#include "screens/good_editor/leave_watch.h"
+#include "screens/shared/leave_watch.h"
 #include "ui_general_page.h"
 
 #include <QApplication>
 
 using namespace Qt::StringLiterals;
 
-using goods::OpeningEntry;
 using goods::Quantity;
+using goods::QuantityEntry;
 using goods::RuleTime;
 using host::TSoftwarePart;
 
@@ -31,23 +31,16 @@ bool HasFocus(const QWidget *control)
 
 } // namespace
 
-OpeningFields::OpeningFields(Ui::GeneralPage &ui, host::Host &host, TGood_DM &data, QObject *parent)
-    : QObject(parent), m_ui(ui), m_host(host), m_data(data)
+OpeningFields::OpeningFields(Ui::GeneralPage &ui, host::Host &host, QObject *parent)
+    : QObject(parent), m_ui(ui), m_host(host)
 {
-    // What is left of a total can be negative after the formula has grown.
-    m_ui.MeghdarJoz_EDT->setNegative(true);
     // The list of opening rows belongs to another screen.
     m_ui.GoodFirstAsset_BTN->hide();
     BindPickers();
-    BindLeaveRules();
+    PlaceQuantities();
+    BindPrices();
+    goods::OnChanged(m_ui.Formool_EDT, RuleTime::AtOnce, [this] { LeaveFormula(); });
     connect(m_ui.Formool_CHK, &QCheckBox::clicked, this, &OpeningFields::FormulaClicked);
-    const auto typed = [this](std::initializer_list<host::NumericEdit *> edits, bool OpeningFields::*mark) {
-        for (host::NumericEdit *edit : edits)
-            connect(edit, &QLineEdit::textEdited, this, [this, mark] { this->*mark = true; });
-    };
-    typed({m_ui.AvaBgPrd_EDT}, &OpeningFields::m_typedByHand);
-    typed({m_ui.MeghdarKol_EDT, m_ui.MeghdarJoz_EDT, m_ui.Meghdar_Joz_EDT}, &OpeningFields::m_partsTyped);
-    typed({m_ui.GheymatKol_EDT, m_ui.GheymatJoz_EDT}, &OpeningFields::m_partPriceTyped);
 }
 
 void OpeningFields::BindPickers()
@@ -68,20 +61,29 @@ void OpeningFields::BindPickers()
     }
 }
 
-void OpeningFields::BindLeaveRules()
+void OpeningFields::PlaceQuantities()
 {
-    const auto bind = [this](host::NumericEdit *edit, void (OpeningFields::*rule)(), RuleTime time) {
-        m_ruled.push_back(edit);
-        goods::OnChanged(edit, time, [this, rule] { (this->*rule)(); });
-    };
-    bind(m_ui.Formool_EDT, &OpeningFields::LeaveFormula, RuleTime::AtOnce);
-    bind(m_ui.AvaBgPrd_EDT, &OpeningFields::LeaveFirst, RuleTime::AtOnce);
-    bind(m_ui.MeghdarKol_EDT, &OpeningFields::LeaveParts, RuleTime::AtOnce);
-    bind(m_ui.MeghdarJoz_EDT, &OpeningFields::LeaveParts, RuleTime::AtOnce);
-    bind(m_ui.Meghdar_Joz_EDT, &OpeningFields::LeaveTotal, RuleTime::AtOnce);
-    bind(m_ui.GheymatJoz_EDT, &OpeningFields::LeaveSmallPrice, RuleTime::AtOnce);
-    bind(m_ui.GheymatKol_EDT, &OpeningFields::LeaveBigPrice, RuleTime::AtOnce);
-    bind(m_ui.AvaBgPrd2_EDT, &OpeningFields::LeaveSecond, RuleTime::Afterwards);
+    UnitQuantities &quantities = *m_ui.Quantities;
+    quantities.SetNames({u"AvaBgPrd"_s, u"مقدار (اول دوره) :"_s}, {u"AvaBgPrd2"_s, u"مقدار2 (اول دوره ):"_s});
+    quantities.AddUnderQuantities({m_ui.CostBgPrd_LBL, m_ui.CostBgPrd_EDT});
+    quantities.AddUnderParts({m_ui.GheymatKol_LBL, m_ui.GheymatKol_EDT, m_ui.GheymatJoz_LBL, m_ui.GheymatJozCaption_LBL,
+                              m_ui.GheymatJoz_EDT});
+    quantities.SetFormula([this] { return m_ui.Formool_CHK->isChecked() ? std::optional(Formula()) : std::nullopt; });
+    quantities.SetReplaceQuestion([this] { return m_host.messages.Confirm(host::message::ReplaceTypedQuantity, {}); });
+    QWidget *before = m_ui.Formool_EDT;
+    for (host::NumericEdit *edit : quantities.Edits()) {
+        QWidget::setTabOrder(before, edit);
+        before = edit;
+    }
+}
+
+void OpeningFields::BindPrices()
+{
+    for (const auto &[edit, rule] : {std::pair(m_ui.GheymatKol_EDT, &OpeningFields::LeaveBigPrice),
+                                     std::pair(m_ui.GheymatJoz_EDT, &OpeningFields::LeaveSmallPrice)}) {
+        connect(edit, &QLineEdit::textEdited, this, [this] { m_partPriceTyped = true; });
+        goods::OnChanged(edit, RuleTime::AtOnce, [this, rule = rule] { (this->*rule)(); });
+    }
 }
 
 void OpeningFields::Clear()
@@ -93,10 +95,7 @@ void OpeningFields::Clear()
     m_ui.Formool_CHK->setChecked(false);
     SetDetailsEntered(false);
     Begin({}, 0);
-    // The quantities of a new good are empty, not 0.
-    for (host::NumericEdit *edit :
-         {m_ui.AvaBgPrd_EDT, m_ui.AvaBgPrd2_EDT, m_ui.MeghdarKol_EDT, m_ui.MeghdarJoz_EDT, m_ui.Meghdar_Joz_EDT})
-        edit->setText({});
+    m_ui.Quantities->Clear();
 }
 
 void OpeningFields::Show(const TGoodInfoRec &rec)
@@ -113,26 +112,20 @@ void OpeningFields::Show(const TGoodInfoRec &rec)
 
 void OpeningFields::Begin(const goods::OpeningValues &values, int store)
 {
-    m_loaded = values;
+    m_loadedPrice = values.price;
     m_loadedStore = store;
     m_rowStore = 0;
-    m_typedByHand = false;
-    m_ui.AvaBgPrd_EDT->SetNumber(values.first);
-    m_ui.AvaBgPrd2_EDT->SetNumber(values.second);
-    SplitIntoBigAndSmall();
+    const host::TSettingRecord &settings = m_host.settings.SettingRecord();
+    m_ui.Quantities->SetSettings({settings.TwoUnitGoods, settings.TwoUnitVariableRatio, settings.IntegerUnits});
+    m_ui.Quantities->Show({values.first, values.second});
+    SplitPrice();
     ShowUnitNames();
-    ShowEntry();
+    ShowUnits();
 }
 
 void OpeningFields::ShowTotals(Quantity first, Quantity second)
 {
-    m_loaded.first = first;
-    m_loaded.second = second;
-    m_ui.AvaBgPrd_EDT->SetNumber(first);
-    m_ui.AvaBgPrd2_EDT->SetNumber(second);
-    m_ui.Meghdar_Joz_EDT->SetNumber(first);
-    if (Formula() > 0)
-        ShowParts({second, goods::RoundedQuantity(first - Formula() * second)});
+    m_ui.Quantities->ShowTotals({first, second});
 }
 
 void OpeningFields::Store(TGoodInfoRec &rec) const
@@ -140,7 +133,7 @@ void OpeningFields::Store(TGoodInfoRec &rec) const
     const goods::OpeningValues values = Values();
     rec.Unit = m_ui.Unit_Entity1->Code();
     // The totals of several stores are shown, not entered.
-    if (QuantitiesChanged()) {
+    if (m_ui.Quantities->IsChanged()) {
         rec.AvaBgPrd = values.first;
         rec.AvaBgPrd2 = values.second;
     }
@@ -155,52 +148,25 @@ void OpeningFields::Store(TGoodInfoRec &rec) const
 
 goods::OpeningValues OpeningFields::Values() const
 {
-    goods::OpeningValues values{m_ui.AvaBgPrd_EDT->Number(), m_ui.AvaBgPrd2_EDT->Number(),
-                                m_ui.CostBgPrd_EDT->Number()};
-    switch (Entry()) {
-    case OpeningEntry::BigAndSmall:
-        // Big and small units only show the row until something is typed there: not every row can be told in them.
-        if (m_partsTyped) {
-            values.first = m_ui.Meghdar_Joz_EDT->Number();
-            values.second = m_ui.MeghdarKol_EDT->Number();
-        }
-        if (m_partPriceTyped)
-            values.price = m_ui.GheymatJoz_EDT->Number();
-        break;
-    case OpeningEntry::TwoUnits:
-        break;
-    case OpeningEntry::OneUnit:
-        values.second = HiddenSecond();
-        break;
-    }
-    return values;
+    const goods::UnitAmounts amounts = m_ui.Quantities->Amounts();
+    const bool partPrice = Entry() == QuantityEntry::BigAndSmall && m_partPriceTyped;
+    return {amounts.first, amounts.second, partPrice ? m_ui.GheymatJoz_EDT->Number() : m_ui.CostBgPrd_EDT->Number()};
 }
 
-bool OpeningFields::QuantitiesChanged() const
+goods::OpeningValues OpeningFields::Loaded() const
 {
-    const goods::OpeningValues values = Values();
-    return !goods::SameQuantity(values.first, m_loaded.first) || !goods::SameQuantity(values.second, m_loaded.second);
+    const goods::UnitAmounts &amounts = m_ui.Quantities->Loaded();
+    return {amounts.first, amounts.second, m_loadedPrice};
 }
 
 bool OpeningFields::RowChanged() const
 {
-    return QuantitiesChanged() || (m_rowStore != 0 && RowStore() != m_rowStore);
+    return m_ui.Quantities->IsChanged() || (m_rowStore != 0 && RowStore() != m_rowStore);
 }
 
 int OpeningFields::RowStore() const
 {
     return m_rowStore != 0 && StoreCode() == m_loadedStore ? m_rowStore : StoreCode();
-}
-
-Quantity OpeningFields::HiddenSecond() const
-{
-    const Quantity first = m_ui.AvaBgPrd_EDT->Number();
-    if (goods::SameQuantity(first, m_loaded.first))
-        return m_loaded.second;
-    if (first == 0)
-        return 0;
-    return Formula() > 0 ? goods::SecondQuantity(first, Formula(), m_host.settings.SettingRecord().IntegerUnits)
-                         : m_loaded.second;
 }
 
 int OpeningFields::StoreCode() const
@@ -212,18 +178,14 @@ void OpeningFields::SetLocked(bool locked, bool severalStores)
 {
     m_severalStores = severalStores;
     m_locked = locked || severalStores;
-    for (QWidget *panel : {m_ui.Opening_PNL, m_ui.MeghdarJoz_CXGB})
-        panel->setEnabled(!m_locked);
+    m_ui.Quantities->setEnabled(!m_locked);
     // A new good needs its default store even when the opening period is closed.
     m_ui.Store_PNL->setEnabled(!m_locked || StoreCode() == 0);
 }
 
 void OpeningFields::SetDetailsEntered(bool entered)
 {
-    m_detailsEntered = entered;
-    for (host::NumericEdit *edit :
-         {m_ui.AvaBgPrd_EDT, m_ui.AvaBgPrd2_EDT, m_ui.MeghdarKol_EDT, m_ui.MeghdarJoz_EDT, m_ui.Meghdar_Joz_EDT})
-        edit->setReadOnly(entered);
+    m_ui.Quantities->SetDetailsEntered(entered);
 }
 
 bool OpeningFields::FormulaOn() const
@@ -236,25 +198,19 @@ Quantity OpeningFields::Formula() const
     return m_ui.Formool_EDT->Number();
 }
 
-OpeningEntry OpeningFields::Entry() const
+QuantityEntry OpeningFields::Entry() const
 {
-    const host::TSettingRecord &settings = m_host.settings.SettingRecord();
-    return goods::OpeningEntryFor(settings.TwoUnitGoods, settings.TwoUnitVariableRatio, FormulaOn());
+    return m_ui.Quantities->Entry();
 }
 
-void OpeningFields::ShowEntry()
+void OpeningFields::ShowUnits()
 {
-    const OpeningEntry entry = Entry();
-    const bool twoUnits = entry != OpeningEntry::OneUnit;
+    const bool twoUnits = Entry() != QuantityEntry::OneUnit;
     for (QWidget *control : {static_cast<QWidget *>(m_ui.Unit_Entity2), static_cast<QWidget *>(m_ui.Unit_Entity2_LBL),
                              static_cast<QWidget *>(m_ui.Formool_CHK)})
         control->setVisible(twoUnits);
     m_ui.Formol_CXGB->setVisible(FormulaOn());
-    m_ui.MeghdarJoz_CXGB->setVisible(entry == OpeningEntry::BigAndSmall);
-    m_ui.Opening_PNL->setVisible(entry != OpeningEntry::BigAndSmall);
-    m_ui.AvaBgPrd2_EDT->setVisible(entry == OpeningEntry::TwoUnits);
-    m_ui.AvaBgPrd2_LBL->setVisible(entry == OpeningEntry::TwoUnits);
-    ShowFormulaHints();
+    ShowPriceHint();
 }
 
 void OpeningFields::ShowUnitNames()
@@ -264,119 +220,59 @@ void OpeningFields::ShowUnitNames()
         name->setText(picker->IsEmpty() ? UnnamedUnit() : picker->Name());
 }
 
-void OpeningFields::ShowFormulaHints()
+void OpeningFields::ShowPriceHint()
 {
-    const QString formula = host::DisplayNumber(host::QuantityToText(Formula()));
-    m_ui.MeghdarJoz_LBL->setText(u'+' + formula + u'×');
-    m_ui.GheymatJoz_LBL->setText(u'=' + formula + u'÷');
-    m_ui.MeghdarJoz_LBL->setVisible(FormulaOn());
+    m_ui.GheymatJoz_LBL->setText(u'=' + host::DisplayNumber(host::QuantityToText(Formula())) + u'÷');
     m_ui.GheymatJoz_LBL->setVisible(FormulaOn());
 }
 
 void OpeningFields::FormulaClicked(bool on)
 {
-    // The other way of typing goes on with what was typed so far.
+    m_ui.Quantities->FormulaSwitched(on);
     if (on)
-        SplitIntoBigAndSmall();
+        SplitPrice();
     else if (!m_host.settings.SettingRecord().TwoUnitVariableRatio)
-        CopyBigAndSmall();
-    ShowEntry();
+        AdoptPartPrice();
+    ShowUnits();
     if (on)
         m_ui.Formool_EDT->setFocus();
 }
 
-void OpeningFields::SplitIntoBigAndSmall()
+void OpeningFields::SplitPrice()
 {
-    m_partsTyped = m_partPriceTyped = false;
-    m_ui.Meghdar_Joz_EDT->SetNumber(m_ui.AvaBgPrd_EDT->Number());
+    m_partPriceTyped = false;
     m_ui.GheymatJoz_EDT->SetNumber(m_ui.CostBgPrd_EDT->Number());
     LeaveSmallPrice();
-    if (Formula() > 0) {
-        LeaveTotal();
-        return;
-    }
-    for (host::NumericEdit *part : {m_ui.MeghdarKol_EDT, m_ui.MeghdarJoz_EDT})
-        part->setText({});
 }
 
-void OpeningFields::ShowParts(const goods::SplitQuantity &parts)
+void OpeningFields::AdoptPartPrice()
 {
-    m_ui.MeghdarKol_EDT->SetNumber(parts.big);
-    m_ui.MeghdarJoz_EDT->SetNumber(parts.small);
-}
-
-void OpeningFields::CopyBigAndSmall()
-{
-    if (m_partsTyped) {
-        m_ui.AvaBgPrd2_EDT->SetNumber(m_ui.MeghdarKol_EDT->Number());
-        m_ui.AvaBgPrd_EDT->SetNumber(m_ui.Meghdar_Joz_EDT->Number());
-    }
     if (m_partPriceTyped)
         m_ui.CostBgPrd_EDT->SetNumber(m_ui.GheymatJoz_EDT->Number());
 }
 
 void OpeningFields::AdoptBigAndSmall()
 {
-    if (Entry() == OpeningEntry::BigAndSmall)
-        CopyBigAndSmall();
+    if (Entry() != QuantityEntry::BigAndSmall)
+        return;
+    m_ui.Quantities->AdoptParts();
+    AdoptPartPrice();
 }
 
 void OpeningFields::ZeroWhenEmpty()
 {
-    for (host::NumericEdit *edit : {m_ui.AvaBgPrd_EDT, m_ui.CostBgPrd_EDT, m_ui.AvaBgPrd2_EDT})
-        edit->ZeroWhenEmpty();
+    m_ui.Quantities->ZeroWhenEmpty();
+    m_ui.CostBgPrd_EDT->ZeroWhenEmpty();
 }
 
 void OpeningFields::LeaveFormula()
 {
     m_ui.Formool_EDT->ZeroWhenEmpty();
-    ShowFormulaHints();
-    const Quantity big = m_ui.MeghdarKol_EDT->Number();
-    const Quantity total = m_ui.Meghdar_Joz_EDT->Number();
-    const bool applies = FormulaOn() && Formula() != 0;
-    if (applies && total == 0 && (big != 0 || m_ui.MeghdarJoz_EDT->Number() != 0))
-        LeaveParts(); // typed before there was a formula to join them by
-    else
-        m_ui.MeghdarJoz_EDT->SetNumber(applies && total > 0 ? goods::RoundedQuantity(total - Formula() * big) : 0);
-    m_partsTyped = m_partsTyped || !(m_locked || m_detailsEntered);
+    ShowPriceHint();
+    m_ui.Quantities->FormulaTyped();
     // Otherwise a change of the big unit's price would not meet the small one's.
     if (m_ui.GheymatJoz_EDT->Number() != 0)
         LeaveSmallPrice();
-}
-
-void OpeningFields::LeaveFirst()
-{
-    if (FormulaOn() && Formula() > 0)
-        m_ui.AvaBgPrd2_EDT->SetNumber(goods::SecondQuantity(m_ui.AvaBgPrd_EDT->Number(), Formula(),
-                                                            m_host.settings.SettingRecord().IntegerUnits));
-}
-
-void OpeningFields::LeaveSecond()
-{
-    if (!FormulaOn() || Formula() <= 0)
-        return;
-    const goods::OpeningValues values = Values();
-    const Quantity candidate = goods::FirstQuantity(values.second, Formula());
-    if (goods::SameQuantity(candidate, values.first))
-        return;
-    if (m_typedByHand && !m_host.messages.Confirm(host::message::ReplaceTypedQuantity, {}))
-        return;
-    m_ui.AvaBgPrd_EDT->SetNumber(candidate);
-    m_typedByHand = false;
-}
-
-void OpeningFields::LeaveParts()
-{
-    if (Formula() <= 0)
-        return;
-    m_ui.Meghdar_Joz_EDT->SetNumber(
-        goods::JoinQuantity({m_ui.MeghdarKol_EDT->Number(), m_ui.MeghdarJoz_EDT->Number()}, Formula()));
-}
-
-void OpeningFields::LeaveTotal()
-{
-    if (Formula() > 0)
-        ShowParts(goods::SplitTotal(m_ui.Meghdar_Joz_EDT->Number(), Formula()));
 }
 
 void OpeningFields::LeaveSmallPrice()
@@ -392,7 +288,8 @@ void OpeningFields::LeaveBigPrice()
 
 void OpeningFields::TakeTyped()
 {
-    for (host::NumericEdit *edit : m_ruled)
+    m_ui.Quantities->TakeTyped();
+    for (host::NumericEdit *edit : {m_ui.Formool_EDT, m_ui.GheymatKol_EDT, m_ui.GheymatJoz_EDT})
         if (HasFocus(edit))
             goods::LeaveNow(edit);
     m_ui.Store_Entity->Resolve();
@@ -417,11 +314,11 @@ host::Refused OpeningFields::CheckUnit() const
 host::Refused OpeningFields::CheckPrice() const
 {
     const goods::OpeningValues values = Values();
-    const bool secondCounts = Entry() == OpeningEntry::TwoUnits && values.second != 0;
+    const bool secondCounts = Entry() == QuantityEntry::TwoUnits && values.second != 0;
     // Where the price is locked nobody could mend it.
     if (values.price != 0 || m_locked || (values.first == 0 && !secondCounts))
         return {};
-    if (Entry() == OpeningEntry::BigAndSmall)
+    if (Entry() == QuantityEntry::BigAndSmall)
         return host::Required(m_ui.GheymatJoz_EDT, u"قيمت اول دوره"_s);
     return host::Required(m_ui.CostBgPrd_EDT, u"قيمت"_s);
 }
@@ -443,14 +340,12 @@ host::Refused OpeningFields::CheckFormula() const
 
 host::Refused OpeningFields::CheckSecondQuantity() const
 {
-    const bool editable = m_ui.AvaBgPrd_EDT->isEnabled() && !m_ui.AvaBgPrd_EDT->isReadOnly();
-    if (!editable || Entry() != OpeningEntry::TwoUnits || !FormulaOn() ||
-        goods::SecondFollowsFirst(Values(), Formula(), m_host.settings.SettingRecord().IntegerUnits))
+    if (m_ui.Quantities->AgreesWithFormula())
         return {};
-    return host::SmartMessage(m_ui.AvaBgPrd2_EDT, host::message::SecondQuantityDiffers);
+    return host::SmartMessage(m_ui.Quantities->SecondEdit(), host::message::SecondQuantityDiffers);
 }
 
 QWidget *OpeningFields::QuantityEdit() const
 {
-    return Entry() == OpeningEntry::BigAndSmall ? m_ui.Meghdar_Joz_EDT : m_ui.AvaBgPrd_EDT;
+    return m_ui.Quantities->QuantityEdit();
 }

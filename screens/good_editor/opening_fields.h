@@ -4,7 +4,7 @@
 #include "host/controls/numeric_edit.h"
 #include "host/screens/refusals.h"
 #include "rules/opening_values.h"
-#include "rules/unit_arithmetic.h"
+#include "rules/quantity_entry.h"
 
 #include <QObject>
 
@@ -12,16 +12,17 @@ namespace Ui {
 class GeneralPage;
 }
 
-/// Units, formula and opening stock on the first tab, with the rules between them.
+/// Units, formula, store and prices of the opening stock on the first tab, with the rules between them; its quantities
+/// are typed in `Quantities`.
 ///
-/// The opening stock is typed in one of three ways (`OpeningEntry`); `Values()` is what it comes to in each of them.
+/// The opening stock is typed in one of three ways (`QuantityEntry`); `Values()` is what it comes to in each of them.
 class OpeningFields : public QObject
 {
     Q_OBJECT
 
 public:
     /// `ui` belongs to the page, which is `parent`.
-    OpeningFields(Ui::GeneralPage &ui, host::Host &host, TGood_DM &data, QObject *parent);
+    OpeningFields(Ui::GeneralPage &ui, host::Host &host, QObject *parent);
 
     void Clear();
     void Show(const TGoodInfoRec &rec);
@@ -30,7 +31,7 @@ public:
     /// As typed now.
     goods::OpeningValues Values() const;
     /// As they were when the good was shown.
-    const goods::OpeningValues &Loaded() const { return m_loaded; }
+    goods::OpeningValues Loaded() const;
     int StoreCode() const;
     /// The quantities, or the store of their row, are others than they were.
     bool RowChanged() const;
@@ -67,40 +68,29 @@ public:
 
 private:
     void BindPickers();
-    void BindLeaveRules();
+    void PlaceQuantities();
+    void BindPrices();
     bool FormulaOn() const;
     goods::Quantity Formula() const;
-    goods::OpeningEntry Entry() const;
-    goods::Quantity HiddenSecond() const;
-    bool QuantitiesChanged() const;
+    goods::QuantityEntry Entry() const;
     void Begin(const goods::OpeningValues &values, int store);
-    void ShowEntry();
+    void ShowUnits();
     void ShowUnitNames();
-    void ShowFormulaHints();
+    void ShowPriceHint();
     void FormulaClicked(bool on);
-    void SplitIntoBigAndSmall();
-    void ShowParts(const goods::SplitQuantity &parts);
-    void CopyBigAndSmall();
+    void SplitPrice();
+    void AdoptPartPrice();
 
     void LeaveFormula();
-    void LeaveFirst();
-    void LeaveSecond();
-    void LeaveParts();
-    void LeaveTotal();
     void LeaveSmallPrice();
     void LeaveBigPrice();
 
     Ui::GeneralPage &m_ui;
     host::Host &m_host;
-    TGood_DM &m_data;
-    goods::OpeningValues m_loaded;
+    goods::Quantity m_loadedPrice = 0;
     int m_loadedStore = 0;
     int m_rowStore = 0;
     bool m_locked = false;
     bool m_severalStores = false;
-    bool m_detailsEntered = false;
-    bool m_typedByHand = false;    ///< quantity 1, since it last followed from quantity 2
-    bool m_partsTyped = false;     ///< quantities in big and small units, or their formula
     bool m_partPriceTyped = false; ///< a price of the big or the small unit
-    std::vector<host::NumericEdit *> m_ruled;
 };

@@ -2,7 +2,6 @@
 #include "tests/screens/good_editor/editor_fixture.h"
 #include "tests/support/test_main.h"
 
-#include <QLineEdit>
 #include <QtTest>
 
 using namespace Qt::StringLiterals;

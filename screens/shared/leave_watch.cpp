@@ -1,4 +1,4 @@
-#include "screens/good_editor/leave_watch.h"
+#include "screens/shared/leave_watch.h"
 
 #include <QFocusEvent>
 #include <QLineEdit>
