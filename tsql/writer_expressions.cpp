@@ -402,7 +402,7 @@ Operand Writer::decimalArithmetic(QChar op, Operand &left, Operand &right)
     Operand start = made(left.sql, leftType);
     start.chain = left.chain;
     Operand result =
-        chained(start, a, b, Chain::Form::Decimal, u"%1%2,%3"_s.arg(op).arg(rightType.scale).arg(sizes), type);
+        chained(start, a, b, Chain::Form::Decimal, op + QString::number(rightType.scale) + u',' + sizes, type);
     if (result.chain->count > 2)
         return result;
     static const QHash<QChar, QString> names = {
