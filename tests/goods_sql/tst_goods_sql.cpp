@@ -1,7 +1,7 @@
 // The administrator's command line on a file: what it prints, where it stops, and copies while somebody writes.
 
 #include "tests/support/test_main.h"
-#include "tsql/driver.h"
+#include "tsql/qt/driver.h"
 
 #include <QProcess>
 #include <QSqlError>

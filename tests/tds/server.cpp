@@ -1,7 +1,7 @@
 #include "tests/tds/server.h"
 
 #include "tests/tds/session.h"
-#include "tsql/error.h"
+#include "tsql/values/error.h"
 
 #include <QFile>
 #include <QThread>

@@ -1,6 +1,6 @@
 #include "tests/tds/session.h"
 
-#include "tsql/error.h"
+#include "tsql/values/error.h"
 
 #include <QRegularExpression>
 #include <QtEndian>

@@ -1,8 +1,8 @@
 // Exact decimals: text, storage order and arithmetic.
 
 #include "tests/support/test_main.h"
-#include "tsql/decimal.h"
-#include "tsql/error.h"
+#include "tsql/values/decimal.h"
+#include "tsql/values/error.h"
 
 #include <QtTest>
 

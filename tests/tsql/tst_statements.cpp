@@ -10,8 +10,8 @@
 // "@run PATH" runs a script of the source tree, whose batches GO separates.
 
 #include "tests/support/test_main.h"
-#include "tsql/driver.h"
-#include "tsql/lexer.h"
+#include "tsql/qt/driver.h"
+#include "tsql/text/lexer.h"
 
 #include <QSqlError>
 #include <QSqlQuery>

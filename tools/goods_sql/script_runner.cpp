@@ -1,8 +1,8 @@
 #include "tools/goods_sql/script_runner.h"
 
-#include "tsql/driver.h"
-#include "tsql/error.h"
-#include "tsql/lexer.h"
+#include "tsql/qt/driver.h"
+#include "tsql/text/lexer.h"
+#include "tsql/values/error.h"
 
 #include <QSqlError>
 
