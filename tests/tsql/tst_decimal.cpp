@@ -28,7 +28,7 @@ Decimal number(const QString &text)
 {
     bool ok = false;
     const Decimal value = Decimal::fromText(text, ok);
-    return ok ? value : throw Error(0, u"not a number: "_s + text);
+    return ok ? value : throw Error::Worded(0, u"not a number: "_s + text);
 }
 
 } // namespace

@@ -57,7 +57,7 @@ template <int sign> void addTerm(sqlite3_context *context, int, sqlite3_value **
     sum->add(sign * termOf(values[0]), sign);
     const Decimal::Int limit = Decimal::power10(Decimal::MaxPrecision);
     if (sum->value() >= limit || sum->value() <= -limit) {
-        raiseError(context, Error(8115, u"Arithmetic overflow error converting expression to data type numeric."_s));
+        raiseError(context, Error(8115, {u"expression"_s, u"numeric"_s}));
         sum->add(-sum->value(), 0);
     }
 }

@@ -34,7 +34,7 @@ void newId(Call &call)
 
 void refuse(Call &call)
 {
-    throw Error(call.number(0), call.string(1));
+    throw Error::Worded(call.number(0), call.string(1));
 }
 
 constexpr Function systemFunctions[] = {

@@ -14,10 +14,7 @@ namespace {
 void notNull(Call &call)
 {
     if (call.isNull(0))
-        throw Error(
-            515,
-            u"Cannot insert the value NULL into column '%1', table '%2'; column does not allow nulls. %3 fails."_s.arg(
-                call.string(2), call.string(1), call.string(3)));
+        throw Error(515, {call.string(2), call.string(1), call.string(3)});
     call.giveArgument(0);
 }
 
@@ -46,8 +43,7 @@ void numberText(Call &call)
         call.give(std::string_view("*"));
         return;
     }
-    throw Error(8115, u"Arithmetic overflow error converting %1 to data type %2."_s.arg(
-                          number.isInteger() ? u"expression"_s : kindName(from), kindName(to)));
+    throw Error(8115, {number.isInteger() ? u"expression"_s : kindName(from), kindName(to)});
 }
 
 /** can_convert(text, kind, precision, scale [, style of a date]) */
@@ -73,10 +69,7 @@ void nextLevel(Call &call)
 {
     const qint64 level = call.integer(0) + 1;
     if (call.integer(1) > 0 && level > call.integer(1))
-        throw Error(
-            530,
-            u"The statement terminated. The maximum recursion %1 has been exhausted before statement completion."_s.arg(
-                call.integer(1)));
+        throw Error(530, {call.integer(1)});
     call.give(level);
 }
 
@@ -105,9 +98,7 @@ void addSingle(sqlite3_context *context, int, sqlite3_value **values)
         return;
     }
     if (single->taken) {
-        raiseError(context,
-                   Error(512, u"Subquery returned more than 1 value. This is not permitted when the subquery "
-                              "follows =, !=, <, <= , >, >= or when the subquery is used as an expression."_s));
+        raiseError(context, Error(512));
         return;
     }
     single->taken = true;

@@ -186,13 +186,13 @@ void intFit(Call &call)
 
 [[noreturn]] void integerOverflow()
 {
-    throw Error(8115, u"Arithmetic overflow error converting expression to data type bigint."_s);
+    throw Error(8115, {u"expression"_s, u"bigint"_s});
 }
 
 qint64 quotient(qint64 value, qint64 by)
 {
     if (by == 0)
-        throw Error(8134, u"Divide by zero error encountered."_s);
+        throw Error(8134);
     if (by == -1 && value == std::numeric_limits<qint64>::min())
         integerOverflow();
     return value / by;
@@ -201,7 +201,7 @@ qint64 quotient(qint64 value, qint64 by)
 qint64 modulus(qint64 value, qint64 by)
 {
     if (by == 0)
-        throw Error(8134, u"Divide by zero error encountered."_s);
+        throw Error(8134);
     return by == -1 ? qint64(0) : value % by;
 }
 
@@ -280,16 +280,16 @@ void realOfText(Call &call)
 void realDiv(Call &call)
 {
     if (call.real(1) == 0.0)
-        throw Error(8134, u"Divide by zero error encountered."_s);
+        throw Error(8134);
     call.give(call.real(0) / call.real(1));
 }
 
 double checkedReal(double value)
 {
     if (std::isnan(value))
-        throw Error(3623, u"An invalid floating point operation occurred."_s);
+        throw Error(3623);
     if (std::isinf(value))
-        throw Error(8115, u"Arithmetic overflow error converting expression to data type float."_s);
+        throw Error(8115, {u"expression"_s, u"float"_s});
     return value;
 }
 
@@ -304,7 +304,7 @@ void realChain(Call &call)
         const double term = call.real(i);
         known = known && !call.isNull(i);
         if (known && operation == '/' && term == 0.0)
-            throw Error(8134, u"Divide by zero error encountered."_s);
+            throw Error(8134);
         result = checkedReal(operation == '+'   ? result + term
                              : operation == '-' ? result - term
                              : operation == '*' ? result * term
@@ -357,8 +357,7 @@ void intOfPower(Call &call)
     try {
         call.give(integerFromReal(call.real(0), kindOf(call, 1)));
     } catch (const Error &) {
-        throw Error(232, u"Arithmetic overflow error for type %1, value = %2."_s.arg(
-                             kindName(kindOf(call, 1)), QString::number(call.real(0), 'f', 6)));
+        throw Error(232, {kindName(kindOf(call, 1)), QString::number(call.real(0), 'f', 6)});
     }
 }
 

@@ -71,7 +71,7 @@ qint64 checkedLength(const Call &call, int i, const char *function)
 {
     const qint64 length = call.integer(i);
     if (length < 0)
-        throw Error(537, u"Invalid length parameter passed to the %1 function."_s.arg(QLatin1String(function)));
+        throw Error(537, {QLatin1String(function)});
     return length;
 }
 
@@ -143,8 +143,7 @@ template <bool padded> void like(Call &call)
         const std::string_view mark = call.text(2);
         escape = mark.empty() ? 0 : nextCodePoint(mark, at);
         if (at == 0 || at != mark.size())
-            throw Error(
-                506, u"The invalid escape character \"%1\" was specified in a LIKE predicate."_s.arg(call.string(2)));
+            throw Error(506, {call.string(2)});
     }
     std::unique_ptr<LikePattern> own;
     const LikePattern &pattern = patternOf(call, 1, escape, own);
@@ -239,7 +238,7 @@ void replicate(Call &call)
         return;
     const QString text = call.string(0);
     if (text.size() * times > LongestText)
-        throw Error(701, u"There is insufficient system memory to run this query."_s);
+        throw Error(701);
     call.give(text.repeated(qsizetype(times)));
 }
 

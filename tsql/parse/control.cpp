@@ -226,8 +226,7 @@ ExecuteArgument Parser::executeArgument()
     }
     if (accept(QLatin1String("OUTPUT")) || accept(QLatin1String("OUT"))) {
         if (argument.value->kind != ExpressionKind::Variable)
-            throw Error(179, u"Cannot use the OUTPUT option when passing a constant to a stored procedure."_s,
-                        token.line);
+            throw Error(179, {}, token.line);
         argument.output = true;
     }
     return argument;

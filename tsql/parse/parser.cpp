@@ -47,7 +47,7 @@ StatementPtr parseDefinition(const QString &text)
 {
     Batch batch = parse(text);
     if (batch.statements.size() != 1)
-        throw Error(102, u"A definition of the catalogue is not one statement."_s, 1);
+        throw Error(wording::BrokenDefinition, {}, 1);
     return std::move(batch.statements.front());
 }
 
@@ -151,18 +151,16 @@ void Parser::refuse() const
     const Token &token = peek();
     if (token.kind == TokenKind::End) {
         const Token &last = m_tokens.tokens[m_tokens.tokens.size() > 1 ? m_tokens.tokens.size() - 2 : 0];
-        throw Error(102, u"Incorrect syntax near '%1'."_s.arg(last.text), last.line);
+        throw Error(102, {last.text}, last.line);
     }
     if (token.kind == TokenKind::Word && isReserved(token.text))
-        throw Error(156, u"Incorrect syntax near the keyword '%1'."_s.arg(token.text), token.line);
-    throw Error(102, u"Incorrect syntax near '%1'."_s.arg(token.text.left(60)), token.line);
+        throw Error(156, {token.text}, token.line);
+    throw Error(102, {token.text.left(60)}, token.line);
 }
 
 void Parser::unsupported(const QString &what) const
 {
-    throw Error(40517,
-                u"Keyword or statement option '%1' is not supported in this version of the database."_s.arg(what),
-                peek().line);
+    throw Error(40517, {what}, peek().line);
 }
 
 QString Parser::textBetween(std::size_t firstToken) const
@@ -267,11 +265,7 @@ SqlType Parser::sizedText(Kind kind)
     const qint64 length = fixedInteger();
     expectSymbol(QLatin1String(")"));
     if (length < 1 || length > limit)
-        throw Error(131,
-                    u"The size (%1) given to the type '%2' exceeds the maximum allowed (%3)."_s.arg(length)
-                        .arg(kindName(kind))
-                        .arg(limit),
-                    line);
+        throw Error(131, {length, kindName(kind), limit}, line);
     return SqlType::text(kind, static_cast<int>(length));
 }
 
@@ -287,14 +281,9 @@ SqlType Parser::decimalType()
         expectSymbol(QLatin1String(")"));
     }
     if (precision < 1 || precision > SqlType::MaxPrecision)
-        throw Error(
-            2750,
-            u"Column or parameter: Specified column precision %1 is greater than the maximum precision of 38."_s.arg(
-                precision),
-            line);
+        throw Error(2750, {precision}, line);
     if (scale < 0 || scale > precision)
-        throw Error(183, u"The scale (%1) for the type must be within the range 0 to %2."_s.arg(scale).arg(precision),
-                    line);
+        throw Error(183, {scale, precision}, line);
     return SqlType::decimal(static_cast<int>(precision), static_cast<int>(scale));
 }
 
@@ -369,7 +358,7 @@ SqlType Parser::type()
         expectSymbol(QLatin1String(")"));
         return {bits <= 24 ? Kind::Real : Kind::Float};
     }
-    throw Error(2715, u"Cannot find data type %1."_s.arg(token.text), line);
+    throw Error(2715, {token.text}, line);
 }
 
 } // namespace tsql

@@ -426,16 +426,12 @@ std::vector<std::vector<ExpressionPtr>> Parser::rowValues()
     std::vector<std::vector<ExpressionPtr>> rows;
     do {
         if (rows.size() == MaxRows)
-            throw Error(
-                10738,
-                u"The number of row value expressions in the INSERT statement exceeds the maximum allowed number of 1000 row values."_s,
-                peek().line);
+            throw Error(10738, {}, peek().line);
         expectSymbol(QLatin1String("("));
         rows.push_back(valueList());
         expectSymbol(QLatin1String(")"));
         if (rows.back().size() != rows.front().size())
-            throw Error(10709, u"The number of columns for each row in a table value constructor must be the same."_s,
-                        peek().line);
+            throw Error(10709, {}, peek().line);
     } while (acceptSymbol(QLatin1String(",")));
     return rows;
 }

@@ -89,8 +89,7 @@ void Connection::renewOrder()
         sqlite3_exec(m_main.get(), "ROLLBACK", nullptr, nullptr, nullptr);
         if (error.code() != SQLITE_CONSTRAINT_UNIQUE)
             throw;
-        throw Error(1505, u"Cannot open database \"%1\": texts that are the same in the order of this version stand in "
-                          "a unique key (%2)."_s.arg(m_path, error.message()));
+        throw Error(1505, {m_path, error.message()});
     }
 }
 
@@ -161,7 +160,7 @@ void Connection::announceDefinitions()
 void Connection::requireFile() const
 {
     if (!isPrivate(m_path) && m_main.fileIsGone())
-        throw Error(DeviceErrorNumber, u"The database file \"%1\" is no longer there."_s.arg(m_path));
+        throw Error(wording::FileGone, {m_path});
 }
 
 std::shared_ptr<Reader> Connection::freeReader()
@@ -204,7 +203,7 @@ void Connection::beginTransaction(const QString &name)
 void Connection::commit()
 {
     if (m_session.transactions == 0)
-        throw Error(3902, u"The COMMIT TRANSACTION request has no corresponding BEGIN TRANSACTION."_s);
+        throw Error(3902);
     if (m_session.transactions > 1) {
         --m_session.transactions;
         return;
@@ -221,14 +220,13 @@ void Connection::commit()
 void Connection::rollback(const QString &savepoint)
 {
     if (m_session.transactions == 0)
-        throw Error(3903, u"The ROLLBACK TRANSACTION request has no corresponding BEGIN TRANSACTION."_s);
+        throw Error(3903);
     if (!savepoint.isEmpty() && savepoint.compare(m_transactionName, Qt::CaseInsensitive) != 0) {
         auto found = m_savepoints.end();
         while (found != m_savepoints.begin() && std::prev(found)->name.compare(savepoint, Qt::CaseInsensitive) != 0)
             --found;
         if (found == m_savepoints.begin())
-            throw Error(6401,
-                        u"Cannot roll back %1. No transaction or savepoint of that name was found."_s.arg(savepoint));
+            throw Error(6401, {savepoint});
         const auto position = std::prev(found) - m_savepoints.begin();
         const std::vector<KeptTable> variables = tableVariables();
         m_main.execute("ROLLBACK TO tran" + QByteArray::number(qlonglong(position)));
@@ -300,7 +298,7 @@ void Connection::restoreTableVariables(const std::vector<KeptTable> &variables)
 void Connection::saveTransaction(const QString &name)
 {
     if (m_session.transactions == 0)
-        throw Error(628, u"Cannot issue SAVE TRANSACTION when there is no active transaction."_s);
+        throw Error(628);
     m_main.execute("SAVEPOINT tran" + QByteArray::number(qlonglong(m_savepoints.size())));
     m_savepoints.push_back({name, m_catalogue});
 }
@@ -349,7 +347,7 @@ void Connection::restoreCatalogue(const Catalogue &picture)
 void Connection::backup(const QString &path)
 {
     if (QFileInfo::exists(path))
-        throw Error(3033, u"The file \"%1\" exists already."_s.arg(path));
+        throw Error(3033, {path});
     SqliteHandle target;
     target.open(path, false);
     sqlite3_backup *backup = sqlite3_backup_init(target.get(), "main", m_main.get(), "main");

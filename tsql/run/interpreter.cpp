@@ -85,50 +85,69 @@ Interpreter::Flow Interpreter::dispatch(const Statement &statement, Frame &frame
     case StatementKind::RaiseError:
         runRaiseError(as<RaiseStatement>(statement), frame);
         return Flow::Next; // keeps its number in @@ERROR
-    default:
-        perform(statement, frame);
-        m_connection.m_session.lastError = 0;
-        return Flow::Next;
-    }
-}
-
-/** What the text always goes on behind. */
-void Interpreter::perform(const Statement &statement, Frame &frame)
-{
-    switch (statement.kind) {
     case StatementKind::Select:
-        return runSelect(statement, frame);
+        runSelect(statement, frame);
+        break;
     case StatementKind::Insert:
         if (as<InsertStatement>(statement).execute)
-            return runInsertExecute(as<InsertStatement>(statement), frame);
-        return runChange(statement, frame);
+            runInsertExecute(as<InsertStatement>(statement), frame);
+        else
+            runChange(statement, frame);
+        break;
     case StatementKind::Update:
     case StatementKind::Delete:
-        return runChange(statement, frame);
+        runChange(statement, frame);
+        break;
     case StatementKind::Declare:
-        return runDeclare(as<DeclareStatement>(statement), frame);
+        runDeclare(as<DeclareStatement>(statement), frame);
+        break;
     case StatementKind::SetVariable:
-        return runSetVariable(as<SetVariableStatement>(statement), frame);
+        runSetVariable(as<SetVariableStatement>(statement), frame);
+        break;
     case StatementKind::SetOption:
-        return runSetOption(as<SetOptionStatement>(statement));
+        runSetOption(as<SetOptionStatement>(statement));
+        break;
     case StatementKind::Execute:
-        return runExecute(as<ExecuteStatement>(statement), frame);
+        runExecute(as<ExecuteStatement>(statement), frame);
+        break;
     case StatementKind::ExecuteText: {
         QHash<QString, Value> none;
-        return runText(text(*as<ExecuteTextStatement>(statement).sql, frame), {}, {}, none);
+        runText(text(*as<ExecuteTextStatement>(statement).sql, frame), {}, {}, none);
+        break;
     }
     case StatementKind::BeginTransaction:
+        m_connection.beginTransaction(as<TransactionStatement>(statement).name);
+        break;
     case StatementKind::Commit:
+        m_connection.commit();
+        break;
     case StatementKind::Rollback:
+        m_connection.rollback(as<TransactionStatement>(statement).name);
+        break;
     case StatementKind::SaveTransaction:
-        return runTransaction(as<TransactionStatement>(statement));
+        m_connection.saveTransaction(as<TransactionStatement>(statement).name);
+        break;
     case StatementKind::Throw:
-        return runThrow(as<RaiseStatement>(statement), frame);
+        runThrow(as<RaiseStatement>(statement), frame);
+        break;
     case StatementKind::Print:
-        return say(text(*as<PrintStatement>(statement).value, frame));
-    default:
-        return runDefinition(statement, frame);
+        say(text(*as<PrintStatement>(statement).value, frame));
+        break;
+    case StatementKind::Truncate:
+    case StatementKind::CreateTable:
+    case StatementKind::AlterTable:
+    case StatementKind::CreateIndex:
+    case StatementKind::CreateView:
+    case StatementKind::CreateProcedure:
+    case StatementKind::CreateFunction:
+    case StatementKind::CreateSchema:
+    case StatementKind::Drop:
+    case StatementKind::DeclareTable:
+        runDefinition(statement, frame);
+        break;
     }
+    m_connection.m_session.lastError = 0;
+    return Flow::Next;
 }
 
 void Interpreter::say(const QString &message)
@@ -182,37 +201,20 @@ Interpreter::Flow Interpreter::runTry(const TryCatchStatement &statement, Frame 
     }
 }
 
-void Interpreter::runTransaction(const TransactionStatement &statement)
-{
-    switch (statement.kind) {
-    case StatementKind::BeginTransaction:
-        m_connection.beginTransaction(statement.name);
-        break;
-    case StatementKind::Commit:
-        m_connection.commit();
-        break;
-    case StatementKind::Rollback:
-        m_connection.rollback(statement.name);
-        break;
-    default:
-        m_connection.saveTransaction(statement.name);
-        break;
-    }
-}
-
 void Interpreter::runThrow(const RaiseStatement &statement, Frame &frame)
 {
     Session &session = m_connection.m_session;
     if (statement.args.empty()) {
         if (session.caught.empty())
-            throw Error(10704, u"To rethrow an error, a THROW statement must be used inside a CATCH block."_s);
+            throw Error(10704);
         const CaughtError &caught = session.caught.back();
-        Error error(caught.number, caught.message, caught.line);
+        Error error = Error::Worded(caught.number, caught.message, caught.line);
         error.setSeverity(caught.severity, caught.state);
         throw error;
     }
     const SqlType number{Kind::Int, 0, 0, 0};
-    Error error(int(scalar(*statement.args[0], frame, number).integer), text(*statement.args[1], frame));
+    const auto code = int(scalar(*statement.args[0], frame, number).integer);
+    Error error = Error::Worded(code, text(*statement.args[1], frame));
     error.setSeverity(16, int(scalar(*statement.args[2], frame, number).integer));
     throw error;
 }
@@ -252,7 +254,7 @@ void Interpreter::runRaiseError(const RaiseStatement &statement, Frame &frame)
         m_connection.m_session.lastError = 0;
         return;
     }
-    Error error(50000, message, statement.line);
+    Error error = Error::Worded(50000, message, statement.line);
     error.setSeverity(severity, state);
     if (m_tries > 0)
         throw error;
@@ -295,9 +297,7 @@ void Interpreter::runSetOption(const SetOptionStatement &statement)
     } else if (statement.option == u"IDENTITY_INSERT"_s) {
         const auto table = m_connection.m_catalogue.table(statement.table);
         if (!table)
-            throw Error(
-                1088, u"Cannot find the object \"%1\" because it does not exist or you do not have permissions."_s.arg(
-                          statement.table.display()));
+            throw Error(1088, {statement.table.display()});
         if (on)
             session.options.identityInsert = {table->name.key()};
         else
@@ -313,7 +313,7 @@ void Interpreter::setLockTimeout(const QString &value) const
     bool number = false;
     const int milliseconds = value.toInt(&number);
     if (!number)
-        throw Error(102, u"Incorrect syntax near '%1'."_s.arg(value));
+        throw Error(102, {value});
     m_connection.m_main.waitForLocks(milliseconds < 0 ? SqliteHandle::BusyTimeout : milliseconds);
 }
 
@@ -321,7 +321,7 @@ void Interpreter::runSetVariable(const SetVariableStatement &set, Frame &frame)
 {
     const QString key = variableKey(set.variable);
     if (!frame.plan.variables().contains(key))
-        throw Error(137, u"Must declare the scalar variable \"%1\"."_s.arg(set.variable));
+        throw Error(137, {set.variable});
     frame.variables[key] = scalar(*set.value, frame, frame.plan.variables().value(key));
 }
 

@@ -39,12 +39,10 @@ private:
     Flow run(const Statements &statements, Frame &frame);
     Flow run(const Statement &statement, Frame &frame);
     Flow dispatch(const Statement &statement, Frame &frame);
-    void perform(const Statement &statement, Frame &frame);
     void say(const QString &message);
     Flow runIf(const IfStatement &branch, Frame &frame);
     Flow runLoop(const WhileStatement &loop, Frame &frame);
     Flow runTry(const TryCatchStatement &statement, Frame &frame);
-    void runTransaction(const TransactionStatement &statement);
     void runThrow(const RaiseStatement &statement, Frame &frame);
     void runRaiseError(const RaiseStatement &statement, Frame &frame);
     void runSetOption(const SetOptionStatement &statement);

@@ -50,11 +50,39 @@ QString permanentText(const Statement &statement)
         return isTemporary(as<CreateIndexStatement>(statement).table) ? QString() : statement.text;
     case StatementKind::Drop:
         return permanentPart(as<DropStatement>(statement));
-    case StatementKind::Truncate:
-        return {};
-    default:
+    case StatementKind::CreateView:
+    case StatementKind::CreateProcedure:
+    case StatementKind::CreateFunction:
+    case StatementKind::CreateSchema:
         return statement.text;
+    case StatementKind::Select:
+    case StatementKind::Insert:
+    case StatementKind::Update:
+    case StatementKind::Delete:
+    case StatementKind::Truncate:
+    case StatementKind::Declare:
+    case StatementKind::DeclareTable:
+    case StatementKind::SetVariable:
+    case StatementKind::SetOption:
+    case StatementKind::If:
+    case StatementKind::While:
+    case StatementKind::Block:
+    case StatementKind::Break:
+    case StatementKind::Continue:
+    case StatementKind::Return:
+    case StatementKind::Execute:
+    case StatementKind::ExecuteText:
+    case StatementKind::BeginTransaction:
+    case StatementKind::Commit:
+    case StatementKind::Rollback:
+    case StatementKind::SaveTransaction:
+    case StatementKind::TryCatch:
+    case StatementKind::Throw:
+    case StatementKind::RaiseError:
+    case StatementKind::Print:
+        return {};
     }
+    Q_UNREACHABLE();
 }
 
 /** A table made by SELECT INTO, as a CREATE TABLE. */
@@ -75,9 +103,7 @@ void refuseSecond(const ObjectName &name, const Frame &frame, const Catalogue &c
     const bool own = std::any_of(frame.temporaryTables.begin(), frame.temporaryTables.end(),
                                  [&name](const ObjectName &one) { return one.key() == name.key(); });
     if (isTemporary(name) && !name.isGlobalTemporary() && !own && catalogue.table(name))
-        throw Error(40517,
-                    u"A temporary table '%1' of its own for a procedure whose caller has one of that name is not "
-                    "supported in this version of the database."_s.arg(name.name));
+        throw Error(wording::OwnTemporaryTable, {name.name});
 }
 
 } // namespace

@@ -32,12 +32,12 @@ int parameterOf(const std::vector<ParameterDefinition> &parameters, const QStrin
 {
     if (argument.name.isEmpty()) {
         if (position >= parameters.size())
-            throw Error(8144, u"Procedure or function %1 has too many arguments specified."_s.arg(procedure));
+            throw Error(8144, {procedure});
         return int(position);
     }
     const int index = parameterNamed(parameters, argument.name);
     if (index < 0)
-        throw Error(8145, u"%1 is not a parameter for procedure %2."_s.arg(argument.name, procedure));
+        throw Error(8145, {argument.name, procedure});
     return index;
 }
 
@@ -50,7 +50,7 @@ void Interpreter::runExecute(const ExecuteStatement &statement, Frame &frame)
     m_connection.definedElsewhere();
     const auto procedure = m_connection.m_catalogue.procedure(statement.procedure);
     if (!procedure)
-        throw Error(2812, u"Could not find stored procedure '%1'."_s.arg(statement.procedure.display()));
+        throw Error(2812, {statement.procedure.display()});
     callProcedure(procedure, statement, frame);
 }
 
@@ -59,9 +59,7 @@ void Interpreter::callProcedure(const std::shared_ptr<const CreateProcedureState
 {
     Session &session = m_connection.m_session;
     if (session.nesting >= DeepestNesting)
-        throw Error(217,
-                    u"Maximum stored procedure, function, trigger, or view nesting level exceeded (limit %1)."_s.arg(
-                        DeepestNesting));
+        throw Error(217, {DeepestNesting});
     const std::shared_ptr<Plan> plan = m_connection.m_plans.plan(procedure);
     Frame inner{*plan, nullptr, {}, {}, 0, {}};
     passArguments(procedure->parameters, procedure->name.display(), statement.arguments, 0, caller, inner.variables);
@@ -100,8 +98,7 @@ void Interpreter::passArguments(const std::vector<ParameterDefinition> &paramete
         if (given[i])
             continue;
         if (!parameters[i].defaultValue)
-            throw Error(201, u"Procedure or function '%1' expects parameter '%2', which was not supplied."_s.arg(
-                                 procedure, parameters[i].name));
+            throw Error(201, {procedure, parameters[i].name});
         Frame constants{caller.plan, nullptr, {}, {}, 0, {}};
         values[variableKey(parameters[i].name)] = scalar(*parameters[i].defaultValue, constants, parameters[i].type);
     }
@@ -119,8 +116,7 @@ void Interpreter::returnArguments(const std::vector<ParameterDefinition> &parame
         const ParameterDefinition &parameter =
             parameters[size_t(parameterOf(parameters, {}, argument, i - firstArgument))];
         if (!parameter.output)
-            throw Error(8162, u"The formal parameter \"%1\" was not declared as an OUTPUT parameter, but the actual "
-                              "parameter passed in requested output."_s.arg(parameter.name));
+            throw Error(8162, {parameter.name});
         assign(argument.value->name, values.value(variableKey(parameter.name)), parameter.type, caller);
     }
 }
@@ -130,8 +126,7 @@ void Interpreter::executeSql(const ExecuteStatement &statement, Frame &caller)
 {
     const auto &arguments = statement.arguments;
     if (arguments.empty())
-        throw Error(201,
-                    u"Procedure or function 'sp_executesql' expects parameter '@statement', which was not supplied."_s);
+        throw Error(201, {u"sp_executesql"_s, u"@statement"_s});
     const QString sql = text(*arguments[0].value, caller);
     const QString declaration = arguments.size() > 1 ? text(*arguments[1].value, caller).trimmed() : QString();
     std::vector<ParameterDefinition> parameters;
@@ -151,9 +146,7 @@ void Interpreter::runText(const QString &text, const QString &scope, const std::
 {
     Session &session = m_connection.m_session;
     if (session.nesting >= DeepestNesting)
-        throw Error(217,
-                    u"Maximum stored procedure, function, trigger, or view nesting level exceeded (limit %1)."_s.arg(
-                        DeepestNesting));
+        throw Error(217, {DeepestNesting});
     std::vector<Literal> literals;
     const std::shared_ptr<Plan> plan = m_connection.m_plans.plan(text, scope, literals);
     for (const ParameterDefinition &parameter : parameters)

@@ -289,8 +289,7 @@ void Interpreter::runExchange(const UpdateStatement &statement, const SqliteErro
     if (rows < 2)
         throw refusal;
     if (!statement.output.empty())
-        throw Error(40517, u"OUTPUT of an UPDATE whose rows take unique values over from each other is not supported "
-                           "in this version of the database."_s);
+        throw Error(wording::OutputOfExchange);
     scope.release();
     m_connection.m_session.rowCount = rows;
     reportCount(rows);

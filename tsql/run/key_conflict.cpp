@@ -6,8 +6,6 @@ namespace tsql {
 
 namespace {
 
-constexpr int Conflict = 547;
-
 /** What a statement does is seen, then undone. */
 class Rehearsal
 {
@@ -73,11 +71,11 @@ Error refusal(const QString &verb, const Table &table, const Reference &referenc
     const auto referenced = catalogue.table(reference.key.table);
     const std::vector<QString> &targets =
         reference.key.targets.empty() && referenced ? referenced->primaryKey : reference.key.targets;
-    const QString where = refersToOld || targets.empty()
-                              ? u"table \"%1\", column '%2'"_s.arg(table.name.display(), reference.key.columns.front())
-                              : u"table \"%1\", column '%2'"_s.arg(reference.key.table.display(), targets.front());
-    return {Conflict, u"The %1 statement conflicted with the %2 constraint \"%3\". The conflict occurred in %4."_s.arg(
-                          verb, refersToOld ? u"REFERENCE"_s : u"FOREIGN KEY"_s, reference.name, where)};
+    const bool own = refersToOld || targets.empty();
+    return {wording::KeyConflict,
+            {verb, refersToOld ? u"REFERENCE"_s : u"FOREIGN KEY"_s, reference.name,
+             own ? table.name.display() : reference.key.table.display(),
+             own ? reference.key.columns.front() : targets.front()}};
 }
 
 } // namespace
@@ -105,7 +103,7 @@ Error presentConflict(const SqliteHandle &handle, const QString &target, const Q
             return refusal(verb, *table, *reference, refersToOld, catalogue);
         }
     }
-    return {Conflict, u"The %1 statement conflicted with a FOREIGN KEY constraint."_s.arg(verb)};
+    return {547, {verb, u"FOREIGN KEY"_s}};
 }
 
 } // namespace tsql

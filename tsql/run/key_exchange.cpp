@@ -127,8 +127,7 @@ void park(const SqliteHandle &handle, const Table &table, const std::vector<QStr
             qMin(qint64(0),
                  handle.integer(u"SELECT min(%1) FROM %2"_s.arg(quoted(name), table.sqliteName).toUtf8().constData())));
         if (lowest.back() < std::numeric_limits<qint64>::min() + qint64(rows.size()) + 1)
-            throw Error(40517, u"Exchanging the lowest numbers of bigint in '%1' is not supported in this version of "
-                               "the database."_s.arg(name));
+            throw Error(wording::LowestNumbersExchanged, {name});
     }
     const RowUpdate update(handle, table, columns);
     qint64 n = 0;
@@ -153,9 +152,7 @@ void refuseLosing(const Table &table, const Catalogue &catalogue)
             const KeyAction action = reference.key.onUpdate;
             if (reference.key.table.key() == table.name.key() &&
                 (action == KeyAction::SetNull || action == KeyAction::SetDefault))
-                throw Error(40517, u"An UPDATE that exchanges unique values of '%1', to which '%2' refers with ON "
-                                   "UPDATE SET, is not supported in this version of the database."_s.arg(
-                                       table.name.display(), name.display()));
+                throw Error(wording::ReferredExchange, {table.name.display(), name.display()});
         }
     }
 }

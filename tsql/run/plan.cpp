@@ -146,8 +146,35 @@ void Plan::collect(const Statement &statement)
         collect(as<TryCatchStatement>(statement).tried);
         collect(as<TryCatchStatement>(statement).caught);
         break;
-    default:
-        break;
+    case StatementKind::Select:
+    case StatementKind::Insert:
+    case StatementKind::Update:
+    case StatementKind::Delete:
+    case StatementKind::Truncate:
+    case StatementKind::CreateTable:
+    case StatementKind::AlterTable:
+    case StatementKind::CreateIndex:
+    case StatementKind::CreateView:
+    case StatementKind::CreateProcedure:
+    case StatementKind::CreateFunction:
+    case StatementKind::CreateSchema:
+    case StatementKind::Drop:
+    case StatementKind::DeclareTable:
+    case StatementKind::SetVariable:
+    case StatementKind::SetOption:
+    case StatementKind::Break:
+    case StatementKind::Continue:
+    case StatementKind::Return:
+    case StatementKind::Execute:
+    case StatementKind::ExecuteText:
+    case StatementKind::BeginTransaction:
+    case StatementKind::Commit:
+    case StatementKind::Rollback:
+    case StatementKind::SaveTransaction:
+    case StatementKind::Throw:
+    case StatementKind::RaiseError:
+    case StatementKind::Print:
+        break; // nothing stands inside
     }
 }
 

@@ -26,7 +26,7 @@ void SqliteHandle::open(const QString &path, bool readOnly)
     if (code != SQLITE_OK) {
         const QString reason = QString::fromUtf8(m_db ? sqlite3_errmsg(m_db) : sqlite3_errstr(code));
         close();
-        throw Error(4060, u"Cannot open database \"%1\": %2."_s.arg(path, reason));
+        throw Error(4060, {path, reason});
     }
     sqlite3_extended_result_codes(m_db, 1);
     sqlite3_busy_timeout(m_db, BusyTimeout);
@@ -112,7 +112,7 @@ void SqliteHandle::throwLastError() const
     int number = 0;
     QString text;
     if (unpack(message, number, text))
-        throw Error(number, text);
+        throw Error::Worded(number, text);
     if (message == StackOverflow || message.startsWith(TreeTooLarge))
         throw nestedTooDeeply();
     throw SqliteError(code, QString::fromUtf8(message));

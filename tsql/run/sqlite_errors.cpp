@@ -13,6 +13,7 @@ namespace {
 
 constexpr int LockTimeout = 1222;
 constexpr int ReadOnly = 3906;
+constexpr int Unexpected = 50000;
 
 int numberOf(int code)
 {
@@ -33,24 +34,14 @@ int numberOf(int code)
     case SQLITE_PROTOCOL:
         return DeviceErrorNumber;
     default:
-        return 50000;
+        return Unexpected;
     }
 }
 
-QString textOf(int code, const QString &message)
+Error errorOf(int code, const QString &message)
 {
-    switch (numberOf(code)) {
-    case LockTimeout:
-        return u"Lock request time out period exceeded."_s;
-    case NoSpaceNumber:
-        return u"Could not allocate space in the database because the disk is full."_s;
-    case ReadOnly:
-        return u"Failed to update the database because it is read-only."_s;
-    case DeviceErrorNumber:
-        return u"The database file cannot be used: %1."_s.arg(message);
-    default:
-        return message;
-    }
+    const int number = numberOf(code);
+    return number == Unexpected ? Error::Worded(number, message) : Error(number, {message});
 }
 
 /** "GoodInf.Code, GoodInf.Row" of a message: the table and its columns. */
@@ -92,46 +83,43 @@ Error duplicate(const QString &message, const Catalogue &catalogue)
         QString index = message.section(u'\'', 1, 1);
         if (index.endsWith(QLatin1String(NullsSuffix)))
             index.chop(qsizetype(sizeof NullsSuffix) - 1);
-        return {2601, u"Cannot insert duplicate key row in object '%1' with unique index '%2'. The duplicate key value "
-                      "contains NULL."_s.arg(index.section(u'.', 0, -2), index.section(u'.', -1))};
+        return {wording::SecondNull, {index.section(u'.', 0, -2), index.section(u'.', -1)}};
     }
     const Key key = keyIn(message);
     const auto table = tableNamed(catalogue, key.table);
     if (table && sameColumns(table->primaryKey, key.columns))
-        return {2627,
-                u"Violation of PRIMARY KEY constraint. Cannot insert duplicate key in object '%1'."_s.arg(key.table)};
+        return {2627, {key.table}};
     const QStringList names(key.columns.begin(), key.columns.end());
-    return {2601, u"Cannot insert duplicate key row in object '%1' with a unique index on %2."_s.arg(
-                      key.table, names.join(u", "_s))};
+    return {2601, {key.table, names.join(u", "_s)}};
 }
 
 Error missingValue(const QString &message, const QString &verb)
 {
     const Key key = keyIn(message);
-    return {515,
-            u"Cannot insert the value NULL into column '%1', table '%2'; column does not allow nulls. %3 fails."_s.arg(
-                key.columns.empty() ? QString() : key.columns.front(), key.table, verb)};
+    return {515, {key.columns.empty() ? QString() : key.columns.front(), key.table, verb}};
 }
 
 /// The server names the column of a check that stands at a column.
 Error refusedCheck(const QString &name, const QString &verb, const Catalogue &catalogue)
 {
-    QString where;
+    Error refusal(wording::CheckConflict, {verb, name});
     for (const ObjectName &object : catalogue.tableNames()) {
         const auto table = catalogue.table(object);
         for (const Check &check : table->checks) {
             if (check.name.compare(name, Qt::CaseInsensitive) != 0)
                 continue;
-            where = u" The conflict occurred in table \"%1\""_s.arg(table->name.display());
-            where += check.column.isEmpty() ? u"."_s : u", column '%1'."_s.arg(check.column);
+            if (check.column.isEmpty())
+                refusal = {wording::CheckConflictOfTable, {verb, name, table->name.display()}};
+            else
+                refusal = {wording::CheckConflictOfColumn, {verb, name, table->name.display(), check.column}};
         }
     }
-    return {547, u"The %1 statement conflicted with the CHECK constraint \"%2\"."_s.arg(verb, name) + where};
+    return refusal;
 }
 
 } // namespace
 
-SqliteError::SqliteError(int code, const QString &message) : Error(numberOf(code), textOf(code, message)), m_code(code)
+SqliteError::SqliteError(int code, const QString &message) : Error(errorOf(code, message)), m_code(code)
 {}
 
 bool SqliteError::concernsFile() const
@@ -141,16 +129,14 @@ bool SqliteError::concernsFile() const
 
 QString verbOf(const Statement &statement)
 {
-    switch (statement.kind) {
-    case StatementKind::Insert:
+    // A change may begin with its common tables.
+    if (statement.kind == StatementKind::Insert)
         return u"INSERT"_s;
-    case StatementKind::Update:
+    if (statement.kind == StatementKind::Update)
         return u"UPDATE"_s;
-    case StatementKind::Delete:
+    if (statement.kind == StatementKind::Delete)
         return u"DELETE"_s;
-    default:
-        return statement.text.section(u' ', 0, 0).toUpper();
-    }
+    return statement.text.section(u' ', 0, 0).toUpper();
 }
 
 bool isDuplicate(int code)
@@ -170,8 +156,7 @@ Error translated(const SqliteError &error, const QString &verb, const Catalogue 
     case SQLITE_CONSTRAINT_CHECK:
         return refusedCheck(error.message().section(u": "_s, 1), verb, catalogue);
     case SQLITE_CONSTRAINT_FOREIGNKEY:
-        return {547, u"The %1 statement conflicted with a %2 constraint."_s.arg(
-                         verb, verb == u"DELETE"_s ? u"REFERENCE"_s : u"FOREIGN KEY"_s)};
+        return {547, {verb, verb == u"DELETE"_s ? u"REFERENCE"_s : u"FOREIGN KEY"_s}};
     default:
         return error;
     }

@@ -3,6 +3,7 @@
 #include "tsql/values/error.h"
 
 #include <array>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -65,7 +66,13 @@ public:
     qsizetype start() const { return m_start; }
     qsizetype end() const { return m_pos; }
     LiteralKind literalKind() const { return m_literalKind; }
-    Error problem(int line) const { return {m_problemNumber, m_problem, line}; }
+    Error problem(int line) const
+    {
+        Q_ASSERT(m_problem);
+        Error error = *m_problem;
+        error.setLine(line);
+        return error;
+    }
     QStringView text() const { return m_text.sliced(m_start, m_pos - m_start); }
     /// Writes the literal over another one whose memory it takes.
     void literal(Literal &value) const;
@@ -81,16 +88,15 @@ private:
     Piece quotedText(LiteralKind kind);
     Piece number();
     Piece symbol();
-    Piece bad(int number, QString problem);
+    Piece bad(Error problem);
     void skipWord();
 
     QStringView m_text;
     qsizetype m_pos = 0;
     qsizetype m_start = 0;
     LiteralKind m_literalKind = LiteralKind::Integer;
-    bool m_doubled = false; ///< the quoted piece holds its own mark doubled
-    int m_problemNumber = 0;
-    QString m_problem;
+    bool m_doubled = false;         ///< the quoted piece holds its own mark doubled
+    std::optional<Error> m_problem; ///< of a Bad piece
 };
 
 bool Scanner::skipBlockComment()
@@ -142,9 +148,8 @@ void Scanner::skipWord()
     }
 }
 
-Scanner::Piece Scanner::bad(int number, QString problem)
+Scanner::Piece Scanner::bad(Error problem)
 {
-    m_problemNumber = number;
     m_problem = std::move(problem);
     return Piece::Bad;
 }
@@ -162,11 +167,10 @@ Scanner::Piece Scanner::closed(QChar closing, Piece piece)
             ++m_pos;
             // A name goes into SQLite's text as it stands, and that text would end here.
             const qsizetype end = piece == Piece::Literal ? -1 : text().indexOf(QChar(u'\0'));
-            return end < 0 ? piece : bad(102, u"Incorrect syntax near '%1'."_s.arg(text().first(end)));
+            return end < 0 ? piece : bad({102, {text().first(end)}});
         }
     }
-    return bad(105, u"Unclosed quotation mark after the character string '%1'."_s.arg(
-                        m_text.sliced(m_start + 1, qMin<qsizetype>(m_text.size() - m_start - 1, 60))));
+    return bad({105, {m_text.sliced(m_start + 1, qMin<qsizetype>(m_text.size() - m_start - 1, 60))}});
 }
 
 Scanner::Piece Scanner::quotedText(LiteralKind kind)
@@ -224,7 +228,7 @@ Scanner::Piece Scanner::symbol()
     }
     static constexpr QStringView singles = u"(),;.+-*/%=<>&|^~:?";
     if (!singles.contains(m_text[m_pos]))
-        return bad(102, u"Incorrect syntax near '%1'."_s.arg(m_text[m_pos]));
+        return bad({102, {m_text[m_pos]}});
     ++m_pos;
     return Piece::Symbol;
 }
@@ -233,7 +237,7 @@ Scanner::Piece Scanner::next()
 {
     m_start = m_pos;
     if (!skipBlanks())
-        return bad(113, u"Missing end comment mark '*/'."_s);
+        return bad({113});
     m_start = m_pos;
     if (m_pos >= m_text.size())
         return Piece::End;
@@ -245,7 +249,7 @@ Scanner::Piece Scanner::next()
         skipWord();
         return c == u'@' ? Piece::Variable : Piece::Word;
     case Digit:
-        return isDigit(c) ? number() : bad(102, u"Incorrect syntax near '%1'."_s.arg(c));
+        return isDigit(c) ? number() : bad({102, {c}});
     default:
         break;
     }

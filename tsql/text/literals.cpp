@@ -16,7 +16,7 @@ Value literalValue(const Literal &literal, bool negate)
         bool ok = false;
         Decimal number = Decimal::fromText(literal.text.toLatin1().toStdString(), ok);
         if (!ok)
-            throw Error(102, u"Incorrect syntax near '%1'."_s.arg(literal.text));
+            throw Error(102, {literal.text});
         if (negate)
             number.units = -number.units;
         return Value::ofBlob(number.toBlob());

@@ -198,7 +198,7 @@ Collation collationNamed(const QString &name)
     const bool caseCounts = words.contains(u"CS"_s);
     const bool accentsCount = words.contains(u"AS"_s);
     if ((!caseCounts && !words.contains(u"CI"_s)) || (!accentsCount && !words.contains(u"AI"_s)))
-        throw Error(448, u"Invalid collation '%1'."_s.arg(name));
+        throw Error(448, {name});
     if (words.front() != u"PERSIAN" && !upper.contains(u"LATIN1_GENERAL"))
         throw notSupported(u"COLLATE "_s + name);
     if (caseCounts)

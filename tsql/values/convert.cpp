@@ -48,31 +48,27 @@ Range rangeOf(Kind kind)
 
 [[noreturn]] void throwOverflow(const QString &from, Kind kind)
 {
-    throw Error(8115, u"Arithmetic overflow error converting %1 to data type %2."_s.arg(from, kindName(kind)));
+    throw Error(8115, {from, kindName(kind)});
 }
 
 [[noreturn]] void throwConversion(std::string_view text, Kind source, Kind kind)
 {
-    throw Error(245, u"Conversion failed when converting the %1 value '%2' to data type %3."_s.arg(
-                         kindName(source), quoted(text), kindName(kind)));
+    throw Error(245, {kindName(source), quoted(text), kindName(kind)});
 }
 
 [[noreturn]] void throwConverting(Kind source, Kind kind)
 {
-    throw Error(8114, u"Error converting data type %1 to %2."_s.arg(kindName(source), kindName(kind)));
+    throw Error(8114, {kindName(source), kindName(kind)});
 }
 
 [[noreturn]] void throwTextOverflow(std::string_view text, Kind source, Kind kind)
 {
     switch (kind) {
     case Kind::Int:
-        throw Error(248, u"The conversion of the %1 value '%2' overflowed an int column."_s.arg(kindName(source),
-                                                                                                quoted(text)));
+        throw Error(248, {kindName(source), quoted(text)});
     case Kind::SmallInt:
     case Kind::TinyInt:
-        throw Error(244,
-                    u"The conversion of the %1 value '%2' overflowed an %3 column. Use a larger integer column."_s.arg(
-                        kindName(source), quoted(text), kind == Kind::SmallInt ? u"INT2"_s : u"INT1"_s));
+        throw Error(244, {kindName(source), quoted(text), kind == Kind::SmallInt ? u"INT2"_s : u"INT1"_s});
     default:
         throwOverflow(u"expression"_s, kind);
     }
@@ -88,7 +84,7 @@ qint64 fitInteger(qint64 value, Kind kind, const char *from)
     if (value >= range.low && value <= range.high)
         return value;
     if (kind == Kind::TinyInt || kind == Kind::SmallInt)
-        throw Error(220, u"Arithmetic overflow error for data type %1, value = %2."_s.arg(kindName(kind)).arg(value));
+        throw Error(220, {kindName(kind), value});
     throwOverflow(QLatin1String(from), kind);
 }
 
@@ -220,9 +216,7 @@ std::string_view fitText(std::string_view text, int length, std::string_view tab
     const std::string_view cut = utf16Prefix(text, size_t(length));
     if (withoutTrailingBlanks(text).size() <= cut.size())
         return cut;
-    throw Error(2628,
-                u"String or binary data would be truncated in table '%1', column '%2'. Truncated value: '%3'."_s.arg(
-                    quoted(table), quoted(column), quoted(cut)));
+    throw Error(2628, {quoted(table), quoted(column), quoted(cut)});
 }
 
 std::string_view cutText(std::string_view text, int length)
@@ -244,7 +238,7 @@ Decimal decimalOf(const Value &value, const SqlType &type)
 
 [[noreturn]] void throwClash(const SqlType &from, const SqlType &to)
 {
-    throw Error(206, u"Operand type clash: %1 is incompatible with %2"_s.arg(kindName(from.kind), kindName(to.kind)));
+    throw Error(206, {kindName(from.kind), kindName(to.kind)});
 }
 
 Value toInteger(const Value &value, const SqlType &from, const SqlType &to)
@@ -332,8 +326,7 @@ Value toText(const Value &value, const SqlType &from, const Destination &to)
 Value toBinary(const Value &value, const SqlType &from, const Destination &to)
 {
     if (from.isText() && to.assign)
-        throw Error(257, u"Implicit conversion from data type %1 to %2 is not allowed. Use the CONVERT function to run "
-                         "this query."_s.arg(kindName(from.kind), kindName(to.type.kind)));
+        throw Error(257, {kindName(from.kind), kindName(to.type.kind)});
     QByteArray bytes = value.bytes;
     if (from.isInteger()) {
         const int width = from.kind == Kind::BigInt     ? 8
@@ -346,8 +339,7 @@ Value toBinary(const Value &value, const SqlType &from, const Destination &to)
     }
     if (to.type.length != SqlType::Max && bytes.size() > to.type.length) {
         if (to.assign)
-            throw Error(2628, u"String or binary data would be truncated in table '%1', column '%2'."_s.arg(to.table,
-                                                                                                            to.column));
+            throw Error(wording::BytesTruncated, {to.table, to.column});
         bytes.truncate(to.type.length);
     }
     if (to.type.kind == Kind::Binary && bytes.size() < to.type.length)

@@ -20,14 +20,13 @@ constexpr qint64 EpochJulianDay = 2440588; // 1970-01-01
 
 [[noreturn]] void throwNoDate()
 {
-    throw Error(241, u"Conversion failed when converting date and/or time from character string."_s);
+    throw Error(241);
 }
 
 qint64 dayOf(int year, int month, int day)
 {
     if (!QDate::isValid(year, month, day) || year < 1 || year > 9999)
-        throw Error(242, u"The conversion of a varchar data type to a datetime data type resulted in an out-of-range "
-                         "value."_s);
+        throw Error(242);
     return QDate(year, month, day).toJulianDay() - EpochJulianDay;
 }
 
@@ -311,8 +310,7 @@ const char *patternOf(int style)
     };
     const auto found = patterns.find(style);
     if (found == patterns.end())
-        throw Error(
-            281, u"%1 is not a valid style number when converting from datetime to a character string."_s.arg(style));
+        throw Error(281, {style});
     return found->second;
 }
 
@@ -403,8 +401,7 @@ Part partNamed(std::string_view name)
         if (compareFolded(named.name, name) == 0)
             return named.part;
     }
-    throw Error(155, u"'%1' is not a recognized datepart option."_s.arg(
-                         QString::fromUtf8(name.data(), qsizetype(name.size()))));
+    throw Error(155, {QString::fromUtf8(name.data(), qsizetype(name.size()))});
 }
 
 qint64 lengthOf(Part part)
@@ -432,7 +429,7 @@ Moment addPart(std::string_view name, qint64 number, Moment moment)
     const Part part = partNamed(name);
     const int months = part == Part::Year ? 12 : part == Part::Quarter ? 3 : part == Part::Month ? 1 : 0;
     if (std::abs(number) > (months > 0 ? 120'000 / months : 4'000'000'000LL))
-        throw Error(517, u"Adding a value to a 'datetime' column caused an overflow."_s);
+        throw Error(517);
     if (months > 0) {
         moment.day = dateOf(moment).addMonths(int(number * months)).toJulianDay() - EpochJulianDay;
     } else {
@@ -445,7 +442,7 @@ Moment addPart(std::string_view name, qint64 number, Moment moment)
     }
     const int year = dateOf(moment).year();
     if (year < 1 || year > 9999)
-        throw Error(517, u"Adding a value to a 'datetime' column caused an overflow."_s);
+        throw Error(517);
     return moment;
 }
 

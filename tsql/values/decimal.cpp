@@ -136,8 +136,7 @@ Int atScale(const Decimal &value, int scale)
 
 void throwNumericOverflow(const char *from, const char *to)
 {
-    throw Error(8115, u"Arithmetic overflow error converting %1 to data type %2."_s.arg(QLatin1String(from),
-                                                                                        QLatin1String(to)));
+    throw Error(8115, {QLatin1String(from), QLatin1String(to)});
 }
 
 Int Decimal::power10(int n)
@@ -331,7 +330,7 @@ Decimal multiply(const Decimal &a, const Decimal &b, int precision, int scale)
 Decimal divide(const Decimal &a, const Decimal &b, int precision, int scale)
 {
     if (b.units == 0)
-        throw Error(8134, u"Divide by zero error encountered."_s);
+        throw Error(8134);
     const bool negative = (a.units < 0) != (b.units < 0);
     UInt numerator = magnitude(a.units);
     UInt divisor = magnitude(b.units);
@@ -364,7 +363,7 @@ Decimal divide(const Decimal &a, const Decimal &b, int precision, int scale)
 Decimal remainder(const Decimal &a, const Decimal &b, int precision, int scale)
 {
     if (b.units == 0)
-        throw Error(8134, u"Divide by zero error encountered."_s);
+        throw Error(8134);
     const int common = std::max(a.scale, b.scale);
     return Decimal{atScale(a, common) % atScale(b, common), common}.rescaled(precision, scale);
 }

@@ -2,13 +2,20 @@
 
 #include <utility>
 
-using namespace Qt::StringLiterals;
-
 namespace tsql {
 
-Error::Error(int number, QString message, int line)
+Error::Error(Wording wording, std::initializer_list<ErrorArgument> arguments, int line)
+    : Error(wording.number, line, ErrorText(wording, arguments))
+{}
+
+Error::Error(int number, int line, QString message)
     : m_number(number), m_message(std::move(message)), m_line(line), m_utf8(m_message.toUtf8())
 {}
+
+Error Error::Worded(int number, QString message, int line)
+{
+    return {number, line, std::move(message)};
+}
 
 void Error::setSeverity(int severity, int state)
 {
@@ -18,16 +25,12 @@ void Error::setSeverity(int severity, int state)
 
 Error nestedTooDeeply(int line)
 {
-    return {191,
-            u"Some part of your SQL statement is nested too deeply. Rewrite the query or break it up into smaller "
-            "queries."_s,
-            line};
+    return {191, {}, line};
 }
 
 Error notSupported(const QString &what, int line)
 {
-    return {40517, u"Keyword or statement option '%1' is not supported in this version of the database."_s.arg(what),
-            line};
+    return {40517, {what}, line};
 }
 
 } // namespace tsql

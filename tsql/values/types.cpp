@@ -180,8 +180,7 @@ int longer(int a, int b)
 
 [[noreturn]] void clash(const SqlType &left, const SqlType &right)
 {
-    throw Error(206,
-                u"Operand type clash: %1 is incompatible with %2"_s.arg(kindName(left.kind), kindName(right.kind)));
+    throw Error(206, {kindName(left.kind), kindName(right.kind)});
 }
 
 } // namespace
@@ -217,9 +216,7 @@ SqlType commonType(const SqlType &left, const SqlType &right)
         return high;
     if (high.isDate() && low.isDate()) {
         const bool timeOnly = (high.kind == Kind::Time) != (low.kind == Kind::Time);
-        return timeOnly && high.kind == Kind::Date
-                   ? throw Error(206, u"Operand type clash: date is incompatible with time"_s)
-                   : high;
+        return timeOnly && high.kind == Kind::Date ? throw Error(206, {u"date"_s, u"time"_s}) : high;
     }
     if (high.isDate() && !low.isText() && !(high.kind == Kind::DateTime || high.kind == Kind::SmallDateTime))
         clash(left, right);

@@ -5,13 +5,6 @@ using namespace Qt::StringLiterals;
 
 namespace tsql {
 
-bool isAggregate(const Expression &node)
-{
-    static const QSet<QString> names = {u"COUNT"_s, u"COUNT_BIG"_s, u"SUM"_s,       u"AVG"_s,
-                                        u"MIN"_s,   u"MAX"_s,       u"STRING_AGG"_s};
-    return node.kind == ExpressionKind::Function && !node.over && names.contains(node.name);
-}
-
 bool Writer::hasAggregate(const Expression &node)
 {
     if (isAggregate(node))
@@ -45,20 +38,15 @@ QString Writer::windowText(const Window &window, const Scope &scope)
 
 Operand Writer::ranking(const Expression &node, const Scope &scope)
 {
-    arguments(node, 0, 0);
     if (!node.over || node.over->order.empty())
-        throw Error(4112, u"The function '%1' must have an OVER clause with ORDER BY."_s.arg(node.name), node.line);
+        throw Error(4112, {node.name}, node.line);
     return made(u"%1()%2"_s.arg(node.name.toLower(), windowText(*node.over, scope)), {Kind::BigInt});
 }
 
 Operand Writer::aggregate(const Expression &node, const Scope &scope)
 {
-    const bool two = node.name == u"STRING_AGG";
-    arguments(node, two ? 2 : 1, two ? 2 : 1);
     if (!node.over && !scope.aggregatesAllowed)
-        throw Error(147,
-                    u"An aggregate may not appear in the WHERE clause, in the ON clause or inside another aggregate."_s,
-                    node.line);
+        throw Error(147, {}, node.line);
     Scope inner = scope;
     inner.inAggregate = !node.over || scope.inAggregate;
     inner.aggregatesAllowed = node.over && scope.aggregatesAllowed;
@@ -66,13 +54,13 @@ Operand Writer::aggregate(const Expression &node, const Scope &scope)
     const QString distinct = node.distinct ? u"DISTINCT "_s : QString();
     if (node.args[0]->kind == ExpressionKind::Star) {
         if (node.distinct || (node.name != u"COUNT" && node.name != u"COUNT_BIG"))
-            throw Error(102, u"Incorrect syntax near '*'."_s, node.line);
+            throw Error(102, {u'*'}, node.line);
         return made(u"count(*)"_s + window, {node.name == u"COUNT" ? Kind::Int : Kind::BigInt});
     }
     Operand argument = value(*node.args[0], inner);
     if (argument.isNull())
-        throw Error(8117, u"Operand data type NULL is invalid for %1 operator."_s.arg(node.name.toLower()), node.line);
-    if (two) {
+        throw Error(8117, {u"NULL"_s, node.name.toLower()}, node.line);
+    if (node.name == u"STRING_AGG") {
         const SqlType wide = SqlType::text(Kind::NVarChar, SqlType::Max);
         const QString piece =
             argument.type.isText() && !argument.pending ? argument.sql : convert(argument, {wide, {}, {}, {}});
@@ -86,8 +74,7 @@ Operand Writer::aggregate(const Expression &node, const Scope &scope)
         if (argument.type.isInteger() && node.name == u"SUM")
             return made(u"int_fit(sum(DISTINCT %1), %2)"_s.arg(text(argument), kindNumber(Kind::Int)), {Kind::Int});
         if (argument.type.isDecimal() && node.name == u"AVG")
-            throw Error(40517, u"AVG(DISTINCT …) of a decimal is not supported in this version of the database."_s,
-                        node.line);
+            throw Error(wording::AverageOfDistinct, {}, node.line);
         argument.sql = distinct + text(argument);
         argument.pending.reset();
     }
@@ -100,7 +87,7 @@ Operand Writer::aggregateOf(const Expression &node, Operand &argument, const QSt
     const QString name = node.name.toLower();
     if (name == u"min" || name == u"max") {
         if (type.kind == Kind::Bit)
-            throw Error(8117, u"Operand data type bit is invalid for %1 operator."_s.arg(name), node.line);
+            throw Error(8117, {u"bit"_s, name}, node.line);
         return made(u"%1(%2)%3"_s.arg(name, collated(argument), window), type);
     }
     const QString sql = text(argument);
@@ -124,7 +111,7 @@ Operand Writer::aggregateOf(const Expression &node, Operand &argument, const QSt
     }
     if (type.isReal())
         return made(u"%1(%2)%3"_s.arg(name, sql, window), {Kind::Float});
-    throw Error(8117, u"Operand data type %1 is invalid for %2 operator."_s.arg(kindName(type.kind), name), node.line);
+    throw Error(8117, {kindName(type.kind), name}, node.line);
 }
 
 } // namespace tsql

@@ -27,10 +27,7 @@ bool mentionsAny(const Expression &node, const std::vector<QString> &names)
 
 [[noreturn]] void refuseRunning(const QString &what, int line)
 {
-    throw Error(
-        40517,
-        u"%1 in a SELECT that assigns row after row is not supported in this version of the database."_s.arg(what),
-        line);
+    throw Error(wording::RunningAssignment, {what}, line);
 }
 
 bool isConstant(const Expression &node)
@@ -81,15 +78,12 @@ std::vector<Target> Writer::assignTargets(const SelectStatement &statement)
         const QString name = item.variable.toCaseFolded();
         const auto type = m_variables.constFind(name);
         if (type == m_variables.cend())
-            throw Error(137, u"Must declare the scalar variable \"%1\"."_s.arg(item.variable), item.value->line);
+            throw Error(137, {item.variable}, item.value->line);
         m_out.assign.push_back(name);
         targets.push_back({*type, Conversion::Cast, {}, {}});
     }
     if (!targets.empty() && targets.size() < core->items.size())
-        throw Error(
-            141,
-            u"A SELECT statement that assigns a value to a variable must not be combined with data-retrieval operations."_s,
-            statement.line);
+        throw Error(141, {}, statement.line);
     return targets;
 }
 

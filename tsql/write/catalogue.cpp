@@ -33,7 +33,7 @@ QString sqliteName(const ObjectName &name)
 
 [[noreturn]] void alreadyThere(const ObjectName &name)
 {
-    throw Error(2714, u"There is already an object named '%1' in the database."_s.arg(name.name));
+    throw Error(2714, {name.name});
 }
 
 /// The single whole-number column of the primary key, or nothing.
@@ -48,15 +48,9 @@ QString integerKey(const Table &table)
 void addColumn(Table &table, ColumnDefinition &definition)
 {
     if (table.column(definition.name) >= 0)
-        throw Error(
-            2705,
-            u"Column names in each table must be unique. Column name '%1' in table '%2' is specified more than once."_s
-                .arg(definition.name, table.name.display()));
+        throw Error(2705, {definition.name, table.name.display()});
     if (definition.identity && table.identityColumn() != nullptr)
-        throw Error(
-            2744,
-            u"Multiple identity columns specified for table '%1'. Only one identity column per table is allowed."_s.arg(
-                table.name.display()));
+        throw Error(2744, {table.name.display()});
     Column column;
     column.name = definition.name;
     column.type = definition.type;
@@ -72,7 +66,7 @@ void addConstraint(Table &table, TableConstraint &constraint)
     for (const QString &name : constraint.columns) {
         const int index = table.column(name);
         if (index < 0)
-            throw Error(1911, u"Column name '%1' does not exist in the target table or view."_s.arg(name));
+            throw Error(1911, {name});
         Column &column = table.columns[static_cast<std::size_t>(index)];
         if (constraint.kind == TableConstraint::Kind::PrimaryKey)
             column.nullable = false;
@@ -225,7 +219,34 @@ void Catalogue::apply(const Statement &definition)
     case StatementKind::Drop:
         drop(as<DropStatement>(definition));
         break;
-    default:
+    case StatementKind::Truncate:
+    case StatementKind::CreateIndex:
+    case StatementKind::DeclareTable:
+        break; // nothing that the catalogue knows, or told to it by itself
+    case StatementKind::Select:
+    case StatementKind::Insert:
+    case StatementKind::Update:
+    case StatementKind::Delete:
+    case StatementKind::Declare:
+    case StatementKind::SetVariable:
+    case StatementKind::SetOption:
+    case StatementKind::If:
+    case StatementKind::While:
+    case StatementKind::Block:
+    case StatementKind::Break:
+    case StatementKind::Continue:
+    case StatementKind::Return:
+    case StatementKind::Execute:
+    case StatementKind::ExecuteText:
+    case StatementKind::BeginTransaction:
+    case StatementKind::Commit:
+    case StatementKind::Rollback:
+    case StatementKind::SaveTransaction:
+    case StatementKind::TryCatch:
+    case StatementKind::Throw:
+    case StatementKind::RaiseError:
+    case StatementKind::Print:
+        Q_ASSERT_X(false, "Catalogue::apply", "not a definition");
         break;
     }
     ++m_version;
@@ -235,9 +256,7 @@ void Catalogue::alter(const AlterTableStatement &statement)
 {
     const std::shared_ptr<const Table> current = table(statement.table);
     if (!current)
-        throw Error(4902,
-                    u"Cannot find the object \"%1\" because it does not exist or you do not have permissions."_s.arg(
-                        statement.table.display()));
+        throw Error(4902, {statement.table.display()});
     auto changed = std::make_shared<Table>();
     changed->name = current->name;
     changed->sqliteName = current->sqliteName;
@@ -266,17 +285,12 @@ void Catalogue::addModule(const Statement &definition)
             alreadyThere(module->name);
         map.insert(key, module);
     };
-    switch (own->kind) {
-    case StatementKind::CreateView:
+    if (own->kind == StatementKind::CreateView)
         enter(m_views, std::static_pointer_cast<const CreateViewStatement>(own));
-        break;
-    case StatementKind::CreateProcedure:
+    else if (own->kind == StatementKind::CreateProcedure)
         enter(m_procedures, std::static_pointer_cast<const CreateProcedureStatement>(own));
-        break;
-    default:
+    else
         enter(m_functions, std::static_pointer_cast<const CreateFunctionStatement>(own));
-        break;
-    }
 }
 
 void Catalogue::drop(const DropStatement &statement)
@@ -304,8 +318,7 @@ void Catalogue::drop(const DropStatement &statement)
             break; // SQLite knows the indexes
         }
         if (!known && !statement.ifExists)
-            throw Error(3701, u"Cannot drop '%1', because it does not exist or you do not have permission."_s.arg(
-                                  name.display()));
+            throw Error(3701, {name.display()});
     }
 }
 

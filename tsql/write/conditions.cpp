@@ -34,10 +34,23 @@ QString Writer::conditionText(const Expression &node, const Scope &scope)
         return u"EXISTS (%1)"_s.arg(query(*node.query, &scope).sql);
     case ExpressionKind::Quantified:
         return quantified(node, scope);
-    default:
-        throw Error(4145, u"An expression of non-boolean type specified in a context where a condition is expected."_s,
-                    node.line);
+    case ExpressionKind::Literal:
+    case ExpressionKind::Null:
+    case ExpressionKind::Default:
+    case ExpressionKind::Column:
+    case ExpressionKind::Star:
+    case ExpressionKind::Variable:
+    case ExpressionKind::Negate:
+    case ExpressionKind::BitNot:
+    case ExpressionKind::Arithmetic:
+    case ExpressionKind::Scalar:
+    case ExpressionKind::Case:
+    case ExpressionKind::Cast:
+    case ExpressionKind::Function:
+    case ExpressionKind::Collate:
+        throw Error(4145, {}, node.line);
     }
+    Q_UNREACHABLE();
 }
 
 /// Conditions joined by AND or by OR, side by side; many of them in groups, because SQLite counts each as a level.
@@ -126,10 +139,7 @@ QString Writer::inQuery(const Expression &node, const Scope &scope)
     refuseOrder(*node.query);
     QueryText inner = query(*node.query, &scope);
     if (inner.columns.size() != 1)
-        throw Error(
-            116,
-            u"Only one expression can be specified in the select list when the subquery is not introduced with EXISTS."_s,
-            node.line);
+        throw Error(116, {}, node.line);
     const SqlType right = inner.columns.front().type;
     if (right.kind == Kind::Null || left.isNull())
         return u"(NULL = 1)"_s;
@@ -194,10 +204,7 @@ QString Writer::quantified(const Expression &node, const Scope &scope)
     refuseOrder(*node.query);
     const QueryText inner = query(*node.query, &scope);
     if (inner.columns.size() != 1)
-        throw Error(
-            116,
-            u"Only one expression can be specified in the select list when the subquery is not introduced with EXISTS."_s,
-            node.line);
+        throw Error(116, {}, node.line);
     Operand right = made(u"\"c1\""_s, inner.columns.front().type);
     const QString condition = compare(node.name, left, right);
     if (node.all)

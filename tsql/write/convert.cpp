@@ -45,7 +45,7 @@ QString sizes(const SqlType &type)
 QString Writer::constantText(const Parameter &parameter) const
 {
     if (parameter.source != Parameter::Source::Constant && parameter.source != Parameter::Source::Literal)
-        throw Error(137, u"Variables are not allowed in this definition."_s);
+        throw Error(wording::VariableInDefinition);
     const SqlType from = literalType(parameter.value);
     const Value value =
         tsql::convert(literalValue(parameter.value, parameter.negate), from, {parameter.type, false, {}, {}});
@@ -94,7 +94,7 @@ QString Writer::convert(Operand &operand, const Target &target)
     if (operand.isNull())
         return u"NULL"_s;
     if (operand.type.kind == Kind::Condition)
-        throw Error(4145, u"A condition is not allowed where a value is expected."_s);
+        throw Error(wording::ConditionAsValue);
     if (operand.pending) {
         // Literals and variables are converted once, when they are bound.
         Parameter parameter = *operand.pending;
@@ -140,8 +140,7 @@ QString Writer::converted(const Operand &operand, const Target &target)
 
 void Writer::noConversion(const SqlType &from, const SqlType &to) const
 {
-    throw Error(529, u"Explicit conversion from data type %1 to %2 is not allowed."_s.arg(kindName(from.kind),
-                                                                                          kindName(to.kind)));
+    throw Error(529, {kindName(from.kind), kindName(to.kind)});
 }
 
 QString Writer::fromInteger(const Operand &operand, const Target &target)

@@ -126,14 +126,11 @@ QString Writer::foreignKeyText(const Table &table, const ForeignKey &key)
     const bool self = key.table.key() == table.name.key();
     const std::shared_ptr<const Table> referenced = m_catalogue.table(key.table);
     if (!referenced && !self)
-        throw Error(1767, u"Foreign key references invalid table '%1'."_s.arg(key.table.display()));
+        throw Error(1767, {key.table.display()});
     const Table &target = self ? table : *referenced;
     const std::vector<QString> &targets = key.targets.empty() ? target.primaryKey : key.targets;
     if (targets.size() != key.columns.size())
-        throw Error(
-            8139,
-            u"Number of referencing columns in foreign key differs from number of referenced columns, table '%1'."_s
-                .arg(table.name.display()));
+        throw Error(8139, {table.name.display()});
     return u"FOREIGN KEY (%1) REFERENCES %2 (%3)%4%5"_s.arg(
         nameListText(key.columns), plainName(target), nameListText(targets), actionText(u"DELETE"_s, key.onDelete),
         actionText(u"UPDATE"_s, key.onUpdate));
@@ -166,14 +163,9 @@ QString Writer::constraintText(const Table &table, const TableConstraint &constr
 void Writer::createTable(const CreateTableStatement &statement)
 {
     if (!m_catalogue.hasSchema(statement.table.schema))
-        throw Error(
-            2760,
-            u"The specified schema name \"%1\" either does not exist or you do not have permission to use it."_s.arg(
-                statement.table.schema),
-            statement.line);
+        throw Error(2760, {statement.table.schema}, statement.line);
     if (m_catalogue.table(statement.table) || m_catalogue.view(statement.table))
-        throw Error(2714, u"There is already an object named '%1' in the database."_s.arg(statement.table.name),
-                    statement.line);
+        throw Error(2714, {statement.table.name}, statement.line);
     refuseCollations(statement.columns, statement.line);
     const std::shared_ptr<Table> table = makeTable(statement);
     for (const Column &column : table->columns) {
@@ -216,15 +208,13 @@ void Writer::createIndex(const CreateIndexStatement &statement)
     std::vector<QString> names;
     for (const OrderItem &item : statement.columns) {
         if (table->column(item.value->name) < 0)
-            throw Error(1911, u"Column name '%1' does not exist in the target table or view."_s.arg(item.value->name),
-                        statement.line);
+            throw Error(1911, {item.value->name}, statement.line);
         names.push_back(item.value->name);
         columns += quotedName(item.value->name) + (item.descending ? u" DESC"_s : QString());
     }
     for (const QString &name : statement.include) {
         if (table->column(name) < 0)
-            throw Error(1911, u"Column name '%1' does not exist in the target table or view."_s.arg(name),
-                        statement.line);
+            throw Error(1911, {name}, statement.line);
         // Included columns ride along at the end, where they decide nothing unless the index is unique.
         if (!statement.unique)
             columns += quotedName(name);
@@ -255,8 +245,7 @@ QStringList Writer::addedConstraint(const Table &table, const TableConstraint &c
     if (constraint.kind == Kind::Default)
         return {};
     if (constraint.kind != Kind::Unique && constraint.kind != Kind::PrimaryKey)
-        throw Error(40517,
-                    u"ALTER TABLE … ADD CHECK and FOREIGN KEY are not supported in this version of the database."_s);
+        throw Error(wording::AddedConstraint);
     QStringList steps = {u"CREATE UNIQUE INDEX %1 ON %2 (%3)"_s.arg(
         indexName(table, keyName(constraint)), plainName(table), nameListText(constraint.columns))};
     const QString nulls = nullsIndex(table, keyName(constraint), constraint.columns);
@@ -269,10 +258,7 @@ void Writer::alterTable(const AlterTableStatement &statement)
 {
     const std::shared_ptr<const Table> table = m_catalogue.table(statement.table);
     if (!table)
-        throw Error(4902,
-                    u"Cannot find the object \"%1\" because it does not exist or you do not have permissions."_s.arg(
-                        statement.table.display()),
-                    statement.line);
+        throw Error(4902, {statement.table.display()}, statement.line);
     m_inline = true;
     m_out.writes = true;
     m_out.definition = true;
@@ -281,8 +267,7 @@ void Writer::alterTable(const AlterTableStatement &statement)
     refuseCollations(statement.columns, statement.line);
     std::vector<QString> steps;
     if (statement.action == AlterTableStatement::Action::DropConstraint)
-        throw Error(40517, u"ALTER TABLE … DROP CONSTRAINT is not supported in this version of the database."_s,
-                    statement.line);
+        throw Error(wording::DroppedConstraint, {}, statement.line);
     if (statement.action == AlterTableStatement::Action::DropColumn) {
         for (const QString &name : statement.names)
             steps.push_back(u"ALTER TABLE %1 DROP COLUMN %2"_s.arg(table->sqliteName, quotedName(name)));
@@ -292,15 +277,10 @@ void Writer::alterTable(const AlterTableStatement &statement)
     const std::shared_ptr<const Table> after = changed.table(statement.table);
     for (const ColumnDefinition &column : statement.columns) {
         if (column.identity)
-            throw Error(40517, u"ALTER TABLE … ADD IDENTITY is not supported in this version of the database."_s,
-                        statement.line);
+            throw Error(wording::AddedIdentity, {}, statement.line);
         const Column &added = after->columns[static_cast<std::size_t>(after->column(column.name))];
         if (!added.nullable && !added.defaultValue)
-            throw Error(
-                4901,
-                u"ALTER TABLE only allows columns to be added that can contain nulls, or have a DEFAULT definition specified. Column '%1' cannot be added to table '%2'."_s
-                    .arg(column.name, table->name.display()),
-                statement.line);
+            throw Error(4901, {column.name, table->name.display()}, statement.line);
         steps.push_back(u"ALTER TABLE %1 ADD COLUMN %2"_s.arg(table->sqliteName, columnText(*after, added, true)));
     }
     for (const TableConstraint &constraint : statement.constraints) {
@@ -326,19 +306,12 @@ void Writer::drop(const DropStatement &statement)
         for (const ObjectName &name : statement.names) {
             const std::shared_ptr<const Table> table = m_catalogue.table(name);
             if (table && isReferenced(*table, m_catalogue, dropped))
-                throw Error(3726,
-                            u"Could not drop object '%1' because it is referenced by a FOREIGN KEY constraint."_s.arg(
-                                name.display()),
-                            statement.line);
+                throw Error(3726, {name.display()}, statement.line);
             dropped.insert(name.key());
             if (table)
                 steps.push_back(u"DROP TABLE %1"_s.arg(table->sqliteName));
             else if (!statement.ifExists)
-                throw Error(
-                    3701,
-                    u"Cannot drop the table '%1', because it does not exist or you do not have permission."_s.arg(
-                        name.display()),
-                    statement.line);
+                throw Error(wording::NoTableToDrop, {name.display()}, statement.line);
         }
     } else if (statement.what == What::Index) {
         const std::shared_ptr<const Table> table = writableTable(statement.onTable, statement.line);
@@ -368,9 +341,7 @@ void Writer::module(const Statement &statement)
         const QueryText text = moduleQuery(view.query, view.columns);
         for (const ResultColumn &column : text.columns) {
             if (column.name.isEmpty())
-                throw Error(4511,
-                            u"Create View or Function failed because no column name was specified for a column."_s,
-                            statement.line);
+                throw Error(4511, {}, statement.line);
         }
     }
     if (statement.kind == StatementKind::CreateFunction)

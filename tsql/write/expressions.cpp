@@ -25,7 +25,7 @@ Operand Writer::value(const Expression &node, const Scope &scope)
     try {
         Operand operand = valueNode(node, scope);
         if (operand.type.kind == Kind::Condition)
-            throw Error(4145, u"A condition is not allowed where a value is expected."_s, node.line);
+            throw Error(wording::ConditionAsValue, {}, node.line);
         return operand;
     } catch (Error &error) {
         if (error.line() == 0 && !m_constants)
@@ -80,7 +80,7 @@ Operand Writer::valueNode(const Expression &node, const Scope &scope)
     case ExpressionKind::BitNot: {
         Operand operand = value(*node.args[0], scope);
         if (!operand.type.isInteger())
-            throw Error(8117, u"Operand data type %1 is invalid for '~' operator."_s.arg(kindName(operand.type.kind)));
+            throw Error(8117, {kindName(operand.type.kind), u"'~'"_s});
         return made(operand.type.kind == Kind::Bit ? u"(1 - %1)"_s.arg(text(operand)) : u"(~%1)"_s.arg(text(operand)),
                     operand.type);
     }
@@ -97,19 +97,29 @@ Operand Writer::valueNode(const Expression &node, const Scope &scope)
     case ExpressionKind::Collate:
         return collate(node, scope);
     case ExpressionKind::Star:
-        throw Error(102, u"Incorrect syntax near '*'."_s, node.line);
+        throw Error(102, {u'*'}, node.line);
     case ExpressionKind::Default:
-        throw Error(156, u"Incorrect syntax near the keyword 'DEFAULT'."_s, node.line);
-    default:
-        throw Error(4145, u"A condition is not allowed where a value is expected."_s, node.line);
+        throw Error(156, {u"DEFAULT"_s}, node.line);
+    case ExpressionKind::And:
+    case ExpressionKind::Or:
+    case ExpressionKind::Not:
+    case ExpressionKind::Compare:
+    case ExpressionKind::IsNull:
+    case ExpressionKind::Like:
+    case ExpressionKind::Between:
+    case ExpressionKind::In:
+    case ExpressionKind::Exists:
+    case ExpressionKind::Quantified:
+        throw Error(wording::ConditionAsValue, {}, node.line);
     }
+    Q_UNREACHABLE();
 }
 
 Operand Writer::collate(const Expression &node, const Scope &scope)
 {
     Operand operand = value(*node.args[0], scope);
     if (!operand.type.isText())
-        throw Error(447, u"Expression type %1 is invalid for COLLATE clause."_s.arg(kindName(operand.type.kind)));
+        throw Error(447, {kindName(operand.type.kind)});
     const QLatin1String name(collationName(collationNamed(node.name)));
     Operand result = made(u"(%1 COLLATE %2)"_s.arg(text(operand), name), operand.type);
     result.column = true;
@@ -117,11 +127,6 @@ Operand Writer::collate(const Expression &node, const Scope &scope)
 }
 
 namespace {
-
-QString notBound(const Expression &node)
-{
-    return u"The multi-part identifier \"%1.%2\" could not be bound."_s.arg(node.qualifier, node.name);
-}
 
 bool namesSource(const Source &source, const QString &qualifier)
 {
@@ -141,17 +146,14 @@ Operand Writer::column(const Expression &node, const Scope &scope)
                 if (!sameName(candidate.name, node.name))
                     continue;
                 if (found != nullptr)
-                    throw Error(209, u"Ambiguous column name '%1'."_s.arg(node.name), node.line);
+                    throw Error(209, {node.name}, node.line);
                 found = &candidate;
             }
         }
         if (found == nullptr)
             continue;
         if (level->grouped && !level->inAggregate && !groupedAway(node, *level))
-            throw Error(8120,
-                        u"Column '%1' is invalid in the select list because it is not contained in either an aggregate "
-                        "function or the GROUP BY clause."_s.arg(node.name),
-                        node.line);
+            throw Error(8120, {node.name}, node.line);
         Operand operand = made(found->sql, found->type);
         operand.column = true;
         operand.nullable = found->nullable;
@@ -159,8 +161,8 @@ Operand Writer::column(const Expression &node, const Scope &scope)
         return operand;
     }
     if (node.qualifier.isEmpty())
-        throw Error(207, u"Invalid column name '%1'."_s.arg(node.name), node.line);
-    throw Error(4104, notBound(node), node.line);
+        throw Error(207, {node.name}, node.line);
+    throw Error(4104, {node.qualifier, node.name}, node.line);
 }
 
 /// Whether the column is one of the grouped ones of its level.
@@ -220,7 +222,7 @@ Operand Writer::negate(const Expression &node, const Scope &scope)
         return made(u"(-%1)"_s.arg(text(operand)), operand.type);
     if (operand.type.isInteger() && operand.type.kind != Kind::Bit)
         return made(u"int_fit(-%1, %2)"_s.arg(text(operand), kindNumber(operand.type.kind)), operand.type);
-    throw Error(8117, u"Operand data type %1 is invalid for minus operator."_s.arg(kindName(operand.type.kind)));
+    throw Error(8117, {kindName(operand.type.kind), u"minus"_s});
 }
 
 /// A chain is walked along its left sides, not into them: a thousand terms are no deeper than two.
@@ -305,7 +307,7 @@ Operand Writer::arithmeticOf(QChar op, Operand &left, Operand &right)
         if (op == u'+')
             return concatenation(left, right);
         const SqlType &type = left.isNull() ? right.type : left.type;
-        throw Error(8117, u"Operand data type %1 is invalid for '%2' operator."_s.arg(kindName(type.kind), op));
+        throw Error(8117, {kindName(type.kind), u"'%1'"_s.arg(op)});
     }
     if (left.type.isDate() || right.type.isDate())
         return dateArithmetic(op, left, right);
@@ -313,13 +315,11 @@ Operand Writer::arithmeticOf(QChar op, Operand &left, Operand &right)
     if (type.isInteger())
         return integerArithmetic(op, left, right, type);
     if (QStringView(u"&|^").contains(op) || !type.isNumber())
-        throw Error(402, u"The data types %1 and %2 are incompatible in the '%3' operator."_s.arg(
-                             kindName(left.type.kind), kindName(right.type.kind), op));
+        throw Error(402, {kindName(left.type.kind), kindName(right.type.kind), u"'%1'"_s.arg(op)});
     if (type.isDecimal())
         return decimalArithmetic(op, left, right);
     if (op == u'%')
-        throw Error(402, u"The data types %1 and %2 are incompatible in the modulo operator."_s.arg(
-                             kindName(left.type.kind), kindName(right.type.kind)));
+        throw Error(402, {kindName(left.type.kind), kindName(right.type.kind), u"modulo"_s});
     const Target target{type, {}, {}, {}};
     const QString a = convert(left, target);
     const QString b = convert(right, target);
@@ -355,10 +355,11 @@ Operand Writer::concatenation(Operand &left, Operand &right)
 Operand Writer::integerArithmetic(QChar op, Operand &left, Operand &right, const SqlType &common)
 {
     const SqlType type{common.kind};
-    if (type.kind == Kind::Bit && !QStringView(u"&|^").contains(op)) {
+    const bool bitwise = QStringView(u"&|^").contains(op);
+    if (type.kind == Kind::Bit && !bitwise) {
         static const QHash<QChar, QString> names = {
             {u'+', u"add"_s}, {u'-', u"subtract"_s}, {u'*', u"multiply"_s}, {u'/', u"divide"_s}, {u'%', u"modulo"_s}};
-        throw Error(402, u"The data types bit and bit are incompatible in the %1 operator."_s.arg(names.value(op)));
+        throw Error(402, {u"bit"_s, u"bit"_s, names.value(op)});
     }
     const Target target{type, {}, {}, {}};
     const QString a = convert(left, target);
@@ -416,8 +417,7 @@ Operand Writer::dateArithmetic(QChar op, Operand &left, Operand &right)
     const bool dateFirst = left.type.kind == Kind::DateTime || left.type.kind == Kind::SmallDateTime;
     const bool days = right.type.isInteger() || right.type.isText();
     if ((op != u'+' && op != u'-') || !dateFirst || !days)
-        throw Error(402, u"The data types %1 and %2 are incompatible in the '%3' operator."_s.arg(
-                             kindName(left.type.kind), kindName(right.type.kind), op));
+        throw Error(402, {kindName(left.type.kind), kindName(right.type.kind), u"'%1'"_s.arg(op)});
     const SqlType type = left.type;
     const QString count = convert(right, {{Kind::Int}, {}, {}, {}});
     const QString sign = op == u'-' ? u"-"_s : QString();
@@ -451,10 +451,7 @@ Operand Writer::caseValue(const Expression &node, const Scope &scope)
         type = commonType(type, result.type);
     }
     if (type.kind == Kind::Null)
-        throw Error(
-            8133,
-            u"At least one of the result expressions in a CASE specification must be an expression other than the NULL constant."_s,
-            node.line);
+        throw Error(8133, {}, node.line);
     QString sql = u"CASE"_s;
     for (std::size_t i = 0; i < pairs; ++i)
         sql += u" WHEN %1 THEN %2"_s.arg(conditions[i], convert(results[i], {type, {}, {}, {}}));
@@ -517,10 +514,7 @@ Operand Writer::scalarSubquery(const Expression &node, const Scope &scope)
     refuseOrder(*node.query);
     const QueryText inner = query(*node.query, &scope);
     if (inner.columns.size() != 1)
-        throw Error(
-            116,
-            u"Only one expression can be specified in the select list when the subquery is not introduced with EXISTS."_s,
-            node.line);
+        throw Error(116, {}, node.line);
     const ResultColumn &column = inner.columns.front();
     if (singleRow(*node.query))
         return made(u"(%1)"_s.arg(inner.sql), column.type);

@@ -9,22 +9,14 @@ namespace {
 
 [[noreturn]] void nullRefused(const Column &column, const Table &table, const QString &verb)
 {
-    throw Error(
-        515, u"Cannot insert the value NULL into column '%1', table '%2'; column does not allow nulls. %3 fails."_s.arg(
-                 column.name, table.name.display(), verb));
+    throw Error(515, {column.name, table.name.display(), verb});
 }
 
 } // namespace
 
 void refuseTwice(const QString &column, int line)
 {
-    throw Error(
-        264,
-        u"The column name '%1' is specified more than once in the SET clause or column list of an INSERT. A "
-        "column cannot be assigned more than one value in the same clause. Modify the clause to make sure that a "
-        "column is updated only once. If this statement updates or inserts columns into a view, column aliasing "
-        "can conceal the duplication in your code."_s.arg(column),
-        line);
+    throw Error(264, {column}, line);
 }
 
 std::shared_ptr<const Table> Writer::writableTable(const ObjectName &name, int line) const
@@ -32,10 +24,10 @@ std::shared_ptr<const Table> Writer::writableTable(const ObjectName &name, int l
     if (std::shared_ptr<const Table> table = m_catalogue.table(name))
         return table;
     if (name.name.startsWith(u'@'))
-        throw Error(1087, u"Must declare the table variable \"%1\"."_s.arg(name.name), line);
+        throw Error(1087, {name.name}, line);
     if (m_catalogue.view(name))
-        throw Error(4403, u"Cannot update the view or function '%1'."_s.arg(name.display()), line);
-    throw Error(208, u"Invalid object name '%1'."_s.arg(name.display()), line);
+        throw Error(4403, {name.display()}, line);
+    throw Error(208, {name.display()}, line);
 }
 
 /// A value as the column stores it: converted, refused when too long, and never NULL where SQLite would put a
@@ -82,14 +74,10 @@ std::vector<const Column *> Writer::insertColumns(const InsertStatement &stateme
     for (const QString &name : statement.columns) {
         const int index = table.column(name);
         if (index < 0)
-            throw Error(207, u"Invalid column name '%1'."_s.arg(name), statement.line);
+            throw Error(207, {name}, statement.line);
         const Column &column = table.columns[static_cast<std::size_t>(index)];
         if (column.identity && !identityGiven)
-            throw Error(
-                544,
-                u"Cannot insert explicit value for identity column in table '%1' when IDENTITY_INSERT is set to OFF."_s
-                    .arg(table.name.display()),
-                statement.line);
+            throw Error(544, {table.name.display()}, statement.line);
         if (std::find(columns.begin(), columns.end(), &column) != columns.end())
             refuseTwice(name, statement.line);
         columns.push_back(&column);
@@ -120,15 +108,9 @@ QString Writer::insertRows(const InsertStatement &statement, const Table &table,
     QStringList rows;
     for (const std::vector<ExpressionPtr> &row : statement.rows) {
         if (row.size() != columns.size() && statement.columns.empty())
-            throw Error(213, u"Column name or number of supplied values does not match table definition."_s,
-                        statement.line);
+            throw Error(213, {}, statement.line);
         if (row.size() != columns.size())
-            throw Error(
-                row.size() < columns.size() ? 109 : 110,
-                row.size() < columns.size()
-                    ? u"There are more columns in the INSERT statement than values specified in the VALUES clause. The number of values in the VALUES clause must match the number of columns specified in the INSERT statement."_s
-                    : u"There are fewer columns in the INSERT statement than values specified in the VALUES clause. The number of values in the VALUES clause must match the number of columns specified in the INSERT statement."_s,
-                statement.line);
+            throw Error(row.size() < columns.size() ? 109 : 110, {}, statement.line);
         QStringList cells;
         for (std::size_t i = 0; i < row.size(); ++i) {
             if (row[i]->kind == ExpressionKind::Default) {
@@ -174,7 +156,7 @@ QString Writer::insertQuery(const InsertStatement &statement, const Table &table
 void Writer::insert(const InsertStatement &statement)
 {
     if (statement.execute)
-        throw Error(40517, u"INSERT … EXEC is not supported in this version of the database."_s, statement.line);
+        throw Error(wording::InsertedProcedure, {}, statement.line);
     const std::shared_ptr<const Table> table = writableTable(statement.table, statement.line);
     Scope commons;
     const QString with = commonTables(statement.with, commons);
@@ -218,14 +200,9 @@ QString Writer::returning(const std::vector<SelectItem> &items, const Table &tab
         const bool named = node.kind == ExpressionKind::Star || node.kind == ExpressionKind::Column;
         const bool before = named && allowed == u"inserted" && sameName(node.qualifier, u"deleted");
         if (before && m_out.writes)
-            throw Error(
-                40517,
-                u"OUTPUT of the values before an UPDATE (deleted) is not supported in this version of the database."_s,
-                node.line);
+            throw Error(wording::OutputOfFormerValues, {}, node.line);
         if (named && !sameName(node.qualifier, allowed))
-            throw Error(4104,
-                        u"The multi-part identifier \"%1.%2\" could not be bound."_s.arg(node.qualifier, node.name),
-                        node.line);
+            throw Error(4104, {node.qualifier, node.name}, node.line);
         if (node.kind == ExpressionKind::Star) {
             for (const SourceColumn &column : scope.sources.front().columns) {
                 list += column.sql;
@@ -236,7 +213,7 @@ QString Writer::returning(const std::vector<SelectItem> &items, const Table &tab
         const std::size_t read = m_read.size();
         Operand operand = value(node, scope);
         if (m_read.size() > read) // it would see the statement half done
-            throw Error(10705, u"Subqueries are not allowed in the OUTPUT clause."_s, node.line);
+            throw Error(10705, {}, node.line);
         const QString name = !item.alias.isEmpty()                 ? item.alias
                              : node.kind == ExpressionKind::Column ? node.name
                                                                    : QString();

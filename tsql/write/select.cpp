@@ -43,14 +43,8 @@ void refuseConstantOrder(const Expression &node, bool position, std::size_t inde
     if (position || dependsOnRows(node))
         return;
     if (mentionsVariable(node))
-        throw Error(
-            1008,
-            u"The SELECT item identified by the ORDER BY number %1 contains a variable as part of the expression "
-            "identifying a column position. Variables are only allowed when ordering by an expression "
-            "referencing a column name."_s.arg(index),
-            node.line);
-    throw Error(408, u"A constant expression was encountered in the ORDER BY list, position %1."_s.arg(index),
-                node.line);
+        throw Error(1008, {index}, node.line);
+    throw Error(408, {index}, node.line);
 }
 
 } // namespace
@@ -59,11 +53,7 @@ void refuseOrder(const Query &query)
 {
     const bool limited = query.offset || query.forXml || (query.body->core && query.body->core->top);
     if (!query.orderBy.empty() && !limited)
-        throw Error(
-            1033,
-            u"The ORDER BY clause is invalid in views, inline functions, derived tables, subqueries, and common "
-            "table expressions, unless TOP, OFFSET or FOR XML is also specified."_s,
-            query.line);
+        throw Error(1033, {}, query.line);
 }
 
 /// A query's text. Its columns are called c1, c2 … so that whoever reads from it needs no names.
@@ -104,17 +94,11 @@ std::vector<Target> Writer::outputTargets(std::vector<CorePlan> &plans, const st
     const std::size_t count = plans.front().items.size();
     for (const CorePlan &plan : plans) {
         if (plan.items.size() != count)
-            throw Error(
-                205,
-                u"All queries combined using a UNION, INTERSECT or EXCEPT operator must have an equal number of expressions in their target lists."_s,
-                line);
+            throw Error(205, {}, line);
     }
     if (targets != nullptr) {
         if (targets->size() != count)
-            throw Error(
-                targets->size() < count ? 121 : 120,
-                u"The select list for the INSERT statement does not contain the same number of items as the insert list."_s,
-                line);
+            throw Error(targets->size() < count ? 121 : 120, {}, line);
         return *targets;
     }
     std::vector<Target> result;
@@ -159,9 +143,7 @@ CorePlan Writer::planCore(const SelectCore &core, const Scope *outer)
     QStringList groups;
     for (const ExpressionPtr &item : core.groupBy) {
         if (!dependsOnRows(*item))
-            throw Error(164,
-                        u"Each GROUP BY expression must contain at least one column that is not an outer reference."_s,
-                        item->line);
+            throw Error(164, {}, item->line);
         Operand operand = value(*item, scope);
         groups += collated(operand);
     }
@@ -181,8 +163,7 @@ CorePlan Writer::planCore(const SelectCore &core, const Scope *outer)
     } else if (core.top) {
         const bool all = isWhole(*core.top, 100);
         if (!all)
-            throw Error(40517, u"TOP … PERCENT other than 100 is not supported in this version of the database."_s,
-                        core.line);
+            throw Error(wording::TopPercent, {}, core.line);
         if (core.top->literal >= 0 && !m_constants)
             m_out.needs.push_back({core.top->literal, true});
     }
@@ -240,7 +221,7 @@ void Writer::planItem(CorePlan &plan, const SelectItem &item)
 void Writer::expandStar(CorePlan &plan, const Expression &star)
 {
     if (!plan.core->from)
-        throw Error(263, u"Must specify table to select from."_s, star.line);
+        throw Error(263, {}, star.line);
     bool found = false;
     for (const Source &source : plan.scope->sources) {
         if (!star.qualifier.isEmpty() && !sameName(source.name, star.qualifier) &&
@@ -259,10 +240,7 @@ void Writer::expandStar(CorePlan &plan, const Expression &star)
         }
     }
     if (!found)
-        throw Error(107,
-                    u"The column prefix '%1' does not match with a table name or alias name used in the query."_s.arg(
-                        star.qualifier),
-                    star.line);
+        throw Error(107, {star.qualifier}, star.line);
 }
 
 QString Writer::itemText(Operand &operand, const Target &target)
@@ -324,11 +302,7 @@ std::optional<std::size_t> Writer::outputPosition(const Expression &node, const 
     if (node.kind == ExpressionKind::Literal && literalOf(node).kind == LiteralKind::Integer) {
         const qint64 position = literalOf(node).integer;
         if (position < 1 || position > static_cast<qint64>(plan.items.size()))
-            throw Error(
-                108,
-                u"The ORDER BY position number %1 is out of range of the number of items in the select list."_s.arg(
-                    position),
-                node.line);
+            throw Error(108, {position}, node.line);
         if (node.literal >= 0 && !m_constants)
             m_out.needs.push_back({node.literal, true});
         return static_cast<std::size_t>(position - 1);
@@ -353,10 +327,7 @@ QString Writer::orderItem(const OrderItem &item, CorePlan &plan, bool compound)
     if (const std::optional<std::size_t> position = outputPosition(*item.value, plan))
         return QString::number(*position + 1) + direction;
     if (compound)
-        throw Error(
-            104,
-            u"ORDER BY items must appear in the select list if the statement contains a UNION, INTERSECT or EXCEPT operator."_s,
-            item.value->line);
+        throw Error(104, {}, item.value->line);
     Operand operand = value(*item.value, *plan.scope);
     if (operand.column) {
         for (std::size_t i = 0; i < plan.itemTexts.size(); ++i) {
@@ -365,8 +336,7 @@ QString Writer::orderItem(const OrderItem &item, CorePlan &plan, bool compound)
         }
     }
     if (plan.core->distinct)
-        throw Error(145, u"ORDER BY items must appear in the select list if SELECT DISTINCT is specified."_s,
-                    item.value->line);
+        throw Error(145, {}, item.value->line);
     return collated(operand) + direction;
 }
 
@@ -388,10 +358,7 @@ QueryText Writer::xmlText(const Query &query, const QueryText &rows) const
     const bool plain = query.xmlElement.isEmpty() && rows.columns.size() == 1 && rows.columns.front().name.isEmpty() &&
                        rows.columns.front().type.isText();
     if (!plain)
-        throw Error(
-            40517,
-            u"FOR XML PATH other than of one unnamed text with PATH('') is not supported in this version of the database."_s,
-            query.line);
+        throw Error(wording::XmlOfColumns, {}, query.line);
     QueryText result;
     result.sql = u"SELECT tsql_xml_agg(\"c1\") AS \"c1\" FROM (%1)"_s.arg(rows.sql);
     result.columns.push_back({{}, SqlType::text(Kind::NVarChar, SqlType::Max), true, {}});
@@ -494,15 +461,11 @@ void Writer::selectInto(const SelectStatement &statement, const QueryText &text)
 {
     const ObjectName &into = statement.query.body->core->into;
     if (m_catalogue.table(into))
-        throw Error(2714, u"There is already an object named '%1' in the database."_s.arg(into.display()),
-                    statement.line);
+        throw Error(2714, {into.display()}, statement.line);
     QStringList parts;
     for (const ResultColumn &column : text.columns) {
         if (column.name.isEmpty())
-            throw Error(
-                1038,
-                u"An object or column name is missing or empty. For SELECT INTO statements, verify each column has a name."_s,
-                statement.line);
+            throw Error(1038, {}, statement.line);
         parts +=
             bracketed(column.name) + u' ' + typeName(column.type) + (column.nullable ? u" NULL"_s : u" NOT NULL"_s);
     }

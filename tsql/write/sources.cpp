@@ -17,12 +17,10 @@ void requireNames(const std::vector<ResultColumn> &columns, const QString &owner
 {
     for (std::size_t i = 0; i < columns.size(); ++i) {
         if (columns[i].name.isEmpty())
-            throw Error(8155, u"No column name was specified for column %1 of '%2'."_s.arg(i + 1).arg(owner), line);
+            throw Error(8155, {i + 1, owner}, line);
         for (std::size_t j = 0; j < i; ++j) {
             if (sameName(columns[i].name, columns[j].name))
-                throw Error(8156,
-                            u"The column '%1' was specified multiple times for '%2'."_s.arg(columns[i].name, owner),
-                            line);
+                throw Error(8156, {columns[i].name, owner}, line);
         }
     }
 }
@@ -51,9 +49,7 @@ void renameColumns(std::vector<ResultColumn> &columns, const std::vector<QString
     if (names.empty())
         return;
     if (names.size() != columns.size())
-        throw Error(names.size() < columns.size() ? 8158 : 8159,
-                    u"'%1' has a different number of columns than were specified in the column list."_s.arg(owner),
-                    line);
+        throw Error(names.size() < columns.size() ? 8158 : 8159, {owner}, line);
     for (std::size_t i = 0; i < names.size(); ++i)
         columns[i].name = names[i];
 }
@@ -78,11 +74,7 @@ void Writer::addSource(Scope &scope, Source source, int line) const
 {
     for (const Source &other : scope.sources) {
         if (sameName(other.name, source.name))
-            throw Error(
-                1013,
-                u"The objects \"%1\" and \"%2\" in the FROM clause have the same exposed names. Use correlation names to distinguish them."_s
-                    .arg(other.name, source.name),
-                line);
+            throw Error(1013, {other.name, source.name}, line);
     }
     scope.sources.push_back(std::move(source));
 }
@@ -139,8 +131,8 @@ QString Writer::named(const TableSource &source, Scope &scope)
     const std::shared_ptr<const CreateViewStatement> view = m_catalogue.view(source.name);
     if (!view) {
         if (source.name.name.startsWith(u'@'))
-            throw Error(1087, u"Must declare the table variable \"%1\"."_s.arg(source.name.name), source.line);
-        throw Error(208, u"Invalid object name '%1'."_s.arg(source.name.display()), source.line);
+            throw Error(1087, {source.name.name}, source.line);
+        throw Error(208, {source.name.display()}, source.line);
     }
     const QHash<QString, Substitution> before = std::exchange(m_substitutions, {});
     const QueryText text = moduleQuery(view->query, view->columns);
@@ -153,7 +145,7 @@ QString Writer::named(const TableSource &source, Scope &scope)
 QueryText Writer::moduleQuery(const Query &query, const std::vector<QString> &columns)
 {
     if (++m_moduleDepth > MaxModuleDepth)
-        throw Error(217, u"Maximum stored procedure, function, trigger, or view nesting level exceeded (limit 32)."_s);
+        throw Error(217, {MaxModuleDepth});
     const Constants constants(*this, true);
     QueryText text = this->query(query, nullptr);
     renameColumns(text.columns, columns, u"view"_s, 0);
@@ -165,11 +157,9 @@ QString Writer::tableFunction(const TableSource &source, Scope &scope, const Sco
 {
     const std::shared_ptr<const CreateFunctionStatement> function = m_catalogue.function(source.name);
     if (!function)
-        throw Error(208, u"Invalid object name '%1'."_s.arg(source.name.display()), source.line);
+        throw Error(208, {source.name.display()}, source.line);
     if (source.args.size() != function->parameters.size())
-        throw Error(source.args.size() < function->parameters.size() ? 313 : 8144,
-                    u"An insufficient number of arguments were supplied for the procedure or function %1."_s.arg(
-                        source.name.display()),
+        throw Error(source.args.size() < function->parameters.size() ? 313 : 8144, {source.name.display()},
                     source.line);
     static const Scope nowhere;
     QHash<QString, Substitution> substitutions;
@@ -179,10 +169,7 @@ QString Writer::tableFunction(const TableSource &source, Scope &scope, const Sco
                                   m_constants};
         if (source.args[i]->kind == ExpressionKind::Default) {
             if (!parameter.defaultValue)
-                throw Error(201,
-                            u"Procedure or function '%1' expects parameter '%2', which was not supplied."_s.arg(
-                                source.name.display(), parameter.name),
-                            source.line);
+                throw Error(201, {source.name.display(), parameter.name}, source.line);
             substitution = {parameter.defaultValue.get(), parameter.type, &nowhere, true};
         }
         substitutions.insert(parameter.name.toCaseFolded(), substitution);
@@ -283,9 +270,11 @@ bool Writer::refersTo(const TableSource &source, const QString &name)
         return refersTo(*source.left, name) || refersTo(*source.right, name);
     case TableSource::Kind::Derived:
         return refersTo(*source.query->body, name);
-    default:
+    case TableSource::Kind::Function:
+    case TableSource::Kind::Values:
         return false;
     }
+    Q_UNREACHABLE();
 }
 
 bool Writer::refersTo(const QueryBody &body, const QString &name)
@@ -341,9 +330,7 @@ QString Writer::commonTables(const std::vector<CommonTable> &tables, Scope &scop
         refuseOrder(*table.query);
         const bool self = !table.query->body->core && refersTo(*table.query->body, table.name);
         if (self && table.query->body->op != SetOperator::UnionAll)
-            throw Error(
-                252, u"Recursive common table expression '%1' does not contain a top-level UNION ALL operator."_s.arg(
-                         table.name));
+            throw Error(252, {table.name});
         recursive = recursive || self;
         QueryText text = self ? recursiveText(table, scope) : query(*table.query, &scope);
         renameColumns(text.columns, table.columns, table.name, table.query->line);

@@ -34,7 +34,7 @@ const TableSource *sourceNamed(const TableSource *from, const ObjectName &target
     if (found.empty())
         sourcesNamed(*from, target, false, found);
     if (found.size() > 1)
-        throw Error(8154, u"The table '%1' is ambiguous."_s.arg(target.display()), line);
+        throw Error(8154, {target.display()}, line);
     return found.empty() ? nullptr : found.front();
 }
 
@@ -145,16 +145,12 @@ QString Writer::assignment(const Assignment &assignment, const ChangedRows &rows
     const QString key = assignment.column.toCaseFolded();
     const int index = table.column(rows.throughQuery ? rows.columns.value(key) : assignment.column);
     if (index < 0 && rows.columns.contains(key))
-        throw Error(
-            4406,
-            u"Update or insert of view or function '%1' failed because it contains a derived or constant field."_s.arg(
-                scope.sources.front().name),
-            assignment.value->line);
+        throw Error(4406, {scope.sources.front().name}, assignment.value->line);
     if (index < 0)
-        throw Error(207, u"Invalid column name '%1'."_s.arg(assignment.column), assignment.value->line);
+        throw Error(207, {assignment.column}, assignment.value->line);
     const Column &definition = table.columns[static_cast<std::size_t>(index)];
     if (definition.identity)
-        throw Error(8102, u"Cannot update identity column '%1'."_s.arg(definition.name), assignment.value->line);
+        throw Error(8102, {definition.name}, assignment.value->line);
     column = quotedName(definition.name);
     if (assignment.value->kind == ExpressionKind::Default)
         return defaultText(definition, table, u"UPDATE"_s);
@@ -277,10 +273,7 @@ void Writer::truncate(const TruncateStatement &statement)
 {
     const std::shared_ptr<const Table> table = writableTable(statement.table, statement.line);
     if (isReferenced(*table, m_catalogue, {}))
-        throw Error(4712,
-                    u"Cannot truncate table '%1' because it is being referenced by a FOREIGN KEY constraint."_s.arg(
-                        statement.table.display()),
-                    statement.line);
+        throw Error(4712, {statement.table.display()}, statement.line);
     m_out.sql = u"DELETE FROM %1"_s.arg(table->sqliteName);
     m_out.writes = true;
     m_out.countsRows = false;

@@ -70,9 +70,7 @@ SqlType literalType(const Literal &literal)
             whole = whole.sliced(1);
         const qsizetype precision = qMax<qsizetype>(1, whole.size() + scale);
         if (precision > SqlType::MaxPrecision)
-            throw Error(1007,
-                        u"The number '%1' is out of the range for numeric representation (maximum precision 38)."_s.arg(
-                            literal.text));
+            throw Error(1007, {literal.text});
         return SqlType::decimal(static_cast<int>(precision), static_cast<int>(scale));
     }
     case LiteralKind::Float:
@@ -173,8 +171,26 @@ Compiled Writer::statement(const Statement &statement)
     case StatementKind::Drop:
         drop(as<DropStatement>(statement));
         break;
-    default:
-        throw Error(40517, u"The statement '%1' does not belong to the writer."_s.arg(statement.text.left(60)));
+    case StatementKind::Declare:
+    case StatementKind::SetVariable:
+    case StatementKind::SetOption:
+    case StatementKind::If:
+    case StatementKind::While:
+    case StatementKind::Block:
+    case StatementKind::Break:
+    case StatementKind::Continue:
+    case StatementKind::Return:
+    case StatementKind::Execute:
+    case StatementKind::ExecuteText:
+    case StatementKind::BeginTransaction:
+    case StatementKind::Commit:
+    case StatementKind::Rollback:
+    case StatementKind::SaveTransaction:
+    case StatementKind::TryCatch:
+    case StatementKind::Throw:
+    case StatementKind::RaiseError:
+    case StatementKind::Print:
+        throw Error(wording::ForeignToWriter, {statement.text.left(60)});
     }
     return std::move(m_out);
 }
@@ -252,7 +268,7 @@ Operand Writer::variable(const Expression &node)
     if (name.startsWith(u"@@")) {
         const std::optional<SqlType> type = systemType(name);
         if (!type)
-            throw Error(137, u"Must declare the scalar variable \"%1\"."_s.arg(node.name), node.line);
+            throw Error(137, {node.name}, node.line);
         return system(name, *type);
     }
     if (const auto found = m_substitutions.constFind(name); found != m_substitutions.cend()) {
@@ -265,7 +281,7 @@ Operand Writer::variable(const Expression &node)
     }
     const auto type = m_variables.constFind(name);
     if (type == m_variables.cend() || m_constants)
-        throw Error(137, u"Must declare the scalar variable \"%1\"."_s.arg(node.name), node.line);
+        throw Error(137, {node.name}, node.line);
     return variableOf(name, *type);
 }
 

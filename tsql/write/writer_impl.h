@@ -125,6 +125,37 @@ struct ChangedRows
     QHash<QString, QString> columns; ///< of a query, folded: the table's column, empty for a reckoned one
 };
 
+class Writer;
+
+/// A function of the dialect.
+struct FunctionRow
+{
+    enum class Gives : quint8 {
+        Own,     ///< what the body says
+        OfFirst, ///< the type of the first argument
+        Int,
+        Float,
+        Text, ///< as long as a text can be, of Unicode when an argument is
+        UnicodeText,
+        Letter,
+        UnicodeLetter,
+        Identifier,
+    };
+    /// Aggregates and rankings go with OVER; aggregates alone group.
+    enum class Role : quint8 { Value, Aggregate, Ranking };
+
+    const char16_t *name; ///< in capitals
+    std::size_t least;    ///< arguments
+    std::size_t most;
+    /// One letter for each argument: t a text in the database's own collation, w any text, i a whole number, f a
+    /// floating point number, d a moment, p the name of a part of a date, c a condition, e any value.
+    const char *arguments;
+    Gives gives;
+    const char16_t *sql;                                                  ///< %* all arguments, %1 the first
+    Operand (Writer::*body)(const Expression &, const Scope &) = nullptr; ///< instead of `sql`
+    Role role = Role::Value;
+};
+
 /// Writes one statement. One object compiles one statement.
 class Writer
 {
@@ -212,25 +243,25 @@ private:
     QString quantified(const Expression &node, const Scope &scope);
 
     // Functions
-    using Function = Operand (Writer::*)(const Expression &, const Scope &);
+    friend bool isAggregate(const Expression &node);
+    static const FunctionRow *functionNamed(const QString &name);
+    Operand called(const FunctionRow &row, const Expression &node, const Scope &scope);
     Operand function(const Expression &node, const Scope &scope);
     Operand isNullFunction(const Expression &node, const Scope &scope);
     Operand coalesce(const Expression &node, const Scope &scope);
     Operand nullIf(const Expression &node, const Scope &scope);
     Operand iif(const Expression &node, const Scope &scope);
     Operand concat(const Expression &node, const Scope &scope);
-    Operand textFunction(const Expression &node, const Scope &scope);
+    Operand dataLength(const Expression &node, const Scope &scope);
+    Operand str(const Expression &node, const Scope &scope);
     Operand mathFunction(const Expression &node, const Scope &scope);
-    Operand realFunction(const Expression &node, const Scope &scope);
-    Operand dateFunction(const Expression &node, const Scope &scope);
+    Operand power(const Expression &node, const Scope &scope);
     Operand dateAdd(const Expression &node, const Scope &scope);
     Operand systemFunction(const Expression &node, const Scope &scope);
-    Operand objectId(const Expression &node, const Scope &scope);
     Operand aggregate(const Expression &node, const Scope &scope);
     Operand aggregateOf(const Expression &node, Operand &argument, const QString &window);
     Operand ranking(const Expression &node, const Scope &scope);
     QString windowText(const Window &window, const Scope &scope);
-    void arguments(const Expression &node, std::size_t least, std::size_t most) const;
     QString datePart(const Expression &node) const;
     QString argumentAs(const Expression &node, const Scope &scope, const SqlType &type);
 
