@@ -48,7 +48,7 @@ template <class Work> bool Driver::attempt(const Work &work)
 {
     try {
         if (!m_connection)
-            throw Error(0, u"The database is not open."_s);
+            throw Error(0);
         work(*m_connection);
         return true;
     } catch (const Error &error) {

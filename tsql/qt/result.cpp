@@ -51,7 +51,7 @@ bool Result::reset(const QString &sql)
     m_connection = owner->connection();
     try {
         if (!m_connection)
-            throw Error(0, u"The database is not open."_s);
+            throw Error(0);
         const auto tell = qScopeGuard([&] { owner->m_messages.swap(m_outcome.messages); });
         m_connection->execute(sql, m_outcome);
     } catch (const Error &error) {
@@ -189,7 +189,8 @@ bool Result::isNull(int field)
 {
     if (!isForwardOnly())
         return data(field).isNull();
-    return !m_cursor || m_cursor->cell(field).form == Value::Form::Null;
+    const bool known = m_cursor && field >= 0 && size_t(field) < m_cursor->columns().size();
+    return !known || m_cursor->cell(field).form == Value::Form::Null;
 }
 
 QVariant Result::handle() const

@@ -193,6 +193,7 @@ void Connection::beginTransaction(const QString &name)
             m_main.execute("ROLLBACK");
             throw;
         }
+        Q_ASSERT_X(m_savepoints.empty(), "Connection", "savepoints outlived their transaction");
         m_catalogueAtBegin = m_catalogue;
         m_transactionName = name;
         m_definedInTransaction = false;
@@ -305,6 +306,7 @@ void Connection::saveTransaction(const QString &name)
 
 void Connection::endTransaction()
 {
+    Q_ASSERT_X(!m_main.inTransaction(), "Connection", "SQLite's transaction goes on");
     m_session.transactions = 0;
     m_savepoints.clear();
     m_transactionName.clear();

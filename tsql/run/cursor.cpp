@@ -5,6 +5,7 @@ namespace tsql {
 Cursor::Cursor(Lease lease, std::shared_ptr<Reader> reader)
     : m_entry(lease.sharedEntry()), m_lease(std::move(lease)), m_reader(std::move(reader))
 {
+    Q_ASSERT_X(m_lease && m_reader && !m_reader->busy, "Cursor", "a reader carries one result set at a time");
     m_reader->busy = true;
     try {
         m_stepped = m_reader->handle.step(m_lease.statement());
@@ -18,6 +19,7 @@ Cursor::Cursor(Lease lease, std::shared_ptr<Reader> reader)
 
 Cursor::Cursor(Lease lease, const SqliteHandle &handle) : m_entry(lease.sharedEntry()), m_lease(std::move(lease))
 {
+    Q_ASSERT(m_lease);
     readAll(handle);
     finish();
 }
@@ -56,6 +58,7 @@ bool Cursor::next()
         m_stepped = false;
         return true;
     }
+    Q_ASSERT_X(m_reader && m_reader->busy, "Cursor", "only a streaming cursor keeps its lease");
     bool more = false;
     try {
         more = m_reader->handle.step(m_lease.statement());
@@ -70,6 +73,8 @@ bool Cursor::next()
 
 Cell Cursor::cell(int column) const
 {
+    Q_ASSERT_X(!m_stepped, "Cursor", "next() comes before the first cell");
+    Q_ASSERT(column >= 0 && size_t(column) < columns().size());
     if (!m_lease) {
         if (m_nextRow == 0 || m_rows.empty())
             return {};

@@ -38,11 +38,13 @@ CompiledEntry::CompiledEntry(Compiled made, quint64 version)
 Lease::Lease(std::shared_ptr<CompiledEntry> entry, const SqliteHandle &handle)
     : m_entry(std::move(entry)), m_handle(handle.get())
 {
+    Q_ASSERT(m_entry && m_handle);
     for (auto &slot : m_entry->m_idle) {
         if (slot.handle == m_handle) {
             m_statement = std::move(slot.statement);
             std::swap(slot, m_entry->m_idle.back());
             m_entry->m_idle.pop_back();
+            Q_ASSERT_X(!sqlite3_stmt_busy(m_statement.get()), "Lease", "an idle statement was given back unreset");
             return;
         }
     }
@@ -64,6 +66,7 @@ void Lease::release()
 {
     if (!m_statement)
         return;
+    Q_ASSERT_X(m_entry, "Lease", "a statement without the entry that it goes back to");
     sqlite3_reset(m_statement.get());
     for (const auto &slot : m_entry->m_idle) {
         if (slot.handle == m_handle) {
@@ -86,6 +89,7 @@ Plan::Plan(Batch batch) : m_batch(std::move(batch)), m_asksRowCount(namesRowCoun
 
 bool Plan::serves(const std::vector<Literal> &literals) const
 {
+    Q_ASSERT_X(!m_procedure && literals.size() == m_batch.literals.size(), "Plan", "not a text of this shape");
     const auto same = [&](int i) { return literals[size_t(i)].text == m_batch.literals[size_t(i)].text; };
     if (!m_defines)
         return std::all_of(m_batch.fixedLiterals.begin(), m_batch.fixedLiterals.end(), same);
@@ -183,6 +187,7 @@ bool Plan::fits(const Variant &variant, const std::vector<Literal> *literals)
     if (!literals)
         return true;
     const auto &needs = variant.entry->compiled.needs;
+    Q_ASSERT(variant.literals.size() == needs.size());
     for (size_t i = 0; i < needs.size(); ++i) {
         const Literal &now = (*literals)[size_t(needs[i].literal)];
         const Literal &then = variant.literals[i];
@@ -207,6 +212,7 @@ std::shared_ptr<CompiledEntry> Plan::find(const void *node, const std::vector<Li
 std::shared_ptr<CompiledEntry> Plan::add(const void *node, const std::vector<Literal> *literals, quint64 version,
                                          Compiled compiled)
 {
+    Q_ASSERT_X(!find(node, literals, version), "Plan", "compiled although the plan has it");
     auto made = std::make_shared<CompiledEntry>(std::move(compiled), version);
     if (literals && !made->compiled.cacheable)
         return made;

@@ -133,6 +133,7 @@ Compiled compileCondition(const Expression &condition, const Catalogue &catalogu
 
 Compiled Writer::statement(const Statement &statement)
 {
+    Q_ASSERT_X(m_out.sql.isEmpty() && m_aliases == 0, "Writer", "one object compiles one statement");
     m_maxRecursion = statement.maxRecursion;
     switch (statement.kind) {
     case StatementKind::Select:
