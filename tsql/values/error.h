@@ -46,6 +46,9 @@ inline constexpr Wording OutputOfFormerValues{40517, 11};
 inline constexpr Wording TopPercent{40517, 12};
 inline constexpr Wording XmlOfColumns{40517, 13};
 inline constexpr Wording ForeignToWriter{40517, 14};
+inline constexpr Wording ChangedQuery{40517, 15};
+inline constexpr Wording ChangedQueryInJoin{40517, 16};
+inline constexpr Wording ChangedRowsOf{40517, 17};
 } // namespace wording
 
 /// What stands in place of a text's %1, %2 …

@@ -202,6 +202,11 @@ constexpr Row Texts[] = {
     {wording::XmlOfColumns,
      u"FOR XML PATH other than of one unnamed text with PATH('') is not supported in this version of the database."},
     {wording::ForeignToWriter, u"The statement '%1' does not belong to the writer."},
+    {wording::ChangedQuery, u"Changing '%1', which is not a plain selection of the rows of one table, is not supported "
+                            u"in this version of the database."},
+    {wording::ChangedQueryInJoin,
+     u"Changing '%1', which is a query, in a join is not supported in this version of the database."},
+    {wording::ChangedRowsOf, u"Changing rows of '%1' is not supported in this version of the database."},
 };
 
 static_assert(std::ranges::is_sorted(Texts, {}, &Row::wording));

@@ -59,14 +59,13 @@ template <class Change> ChangedRows Writer::changedRows(const Change &statement,
     const CommonTable *common = derived ? nullptr : commonNamed(statement.with, name);
     if (derived || common != nullptr) {
         if (from != nullptr && from->kind == TableSource::Kind::Join)
-            throw notSupported(u"Changing '%1', which is a query, in a join"_s.arg(statement.target.name),
-                               statement.line);
+            throw Error(wording::ChangedQueryInJoin, {statement.target.name}, statement.line);
         return derived ? rowsOfQuery(*found->query, found->columnAliases, found->alias, scope)
                        : rowsOfQuery(*common->query, common->columns,
                                      found != nullptr && !found->alias.isEmpty() ? found->alias : common->name, scope);
     }
     if (found != nullptr && found->kind != TableSource::Kind::Named)
-        throw notSupported(u"Changing rows of '%1'"_s.arg(statement.target.name), statement.line);
+        throw Error(wording::ChangedRowsOf, {statement.target.name}, statement.line);
     ChangedRows rows;
     rows.table = writableTable(name, found != nullptr ? found->line : statement.line);
     const QString alias = found != nullptr ? found->alias : QString();
@@ -102,8 +101,7 @@ ChangedRows Writer::rowsOfQuery(const Query &query, const std::vector<QString> &
                        std::none_of(core->items.begin(), core->items.end(),
                                     [](const SelectItem &item) { return hasAggregate(*item.value); });
     if (!plain)
-        throw notSupported(u"Changing '%1', which is not a plain selection of the rows of one table,"_s.arg(alias),
-                           query.line);
+        throw Error(wording::ChangedQuery, {alias}, query.line);
     ChangedRows rows;
     rows.table = m_catalogue.table(core->from->name);
     rows.throughQuery = true;
