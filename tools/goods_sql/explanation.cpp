@@ -5,6 +5,8 @@
 #include "tsql/run/connection.h"
 #include "tsql/values/error.h"
 
+#include <QScopeGuard>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -26,10 +28,13 @@ Explanation::Explanation(const QSqlDatabase &database, QTextStream &out)
 void Explanation::Run(const QString &script, const QString &name)
 {
     for (const tsql::ScriptBatch &batch : BatchesOf(script, name)) {
-        try {
-            const QStringList lines = m_explainer.Explain(batch.text);
-            for (const QString &line : lines)
+        QStringList lines;
+        const auto print = qScopeGuard([&] {
+            for (const QString &line : std::as_const(lines))
                 m_out << line << u'\n';
+        });
+        try {
+            m_explainer.Explain(batch.text, lines);
         } catch (const tsql::Error &error) {
             const int line = batch.firstLine + std::max(error.line(), 1) - 1;
             throw ScriptError{u"%1:%2: error %3: %4"_s.arg(name, QString::number(line), QString::number(error.number()),

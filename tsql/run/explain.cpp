@@ -30,12 +30,11 @@ QString SourceOf(const Parameter &parameter)
 
 } // namespace
 
-QStringList Explainer::Explain(const QString &batch)
+void Explainer::Explain(const QString &batch, QStringList &lines)
 {
-    m_lines.clear();
+    m_lines = &lines;
     const Plan plan(parse(batch));
     ExplainAll(plan.statements(), plan.variables());
-    return m_lines;
 }
 
 void Explainer::ExplainAll(const std::vector<StatementPtr> &statements, const VariableTypes &variables)
@@ -135,22 +134,22 @@ void Explainer::ExplainValue(const Expression *value, const VariableTypes &varia
 void Explainer::Print(const Compiled &compiled)
 {
     if (!compiled.sql.isEmpty())
-        m_lines += compiled.sql;
+        *m_lines += compiled.sql;
     if (!compiled.intoInsert.isEmpty())
-        m_lines += compiled.intoInsert;
+        *m_lines += compiled.intoInsert;
     for (std::size_t i = 0; i < compiled.parameters.size(); ++i) {
         const Parameter &parameter = compiled.parameters[i];
-        m_lines += u"  -- ?%1 = %2 as %3"_s.arg(QString::number(i + 1), SourceOf(parameter), typeName(parameter.type));
+        *m_lines += u"  -- ?%1 = %2 as %3"_s.arg(QString::number(i + 1), SourceOf(parameter), typeName(parameter.type));
     }
     for (const QString &sql : compiled.then)
-        m_lines += sql;
+        *m_lines += sql;
     for (const Compiled &value : compiled.inTurn)
         Print(value);
 }
 
 void Explainer::Remark(const Statement &statement)
 {
-    m_lines += u"-- "_s + statement.text.simplified();
+    *m_lines += u"-- "_s + statement.text.simplified();
 }
 
 } // namespace tsql

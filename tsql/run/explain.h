@@ -11,9 +11,9 @@ class Explainer
 public:
     explicit Explainer(Catalogue catalogue) : m_catalogue(std::move(catalogue)) {}
 
-    /// The lines to print: SQLite's texts with their parameters below them, and as remarks the statements that the
-    /// interpreter carries out by itself. Throws Error.
-    QStringList Explain(const QString &batch);
+    /// Adds the lines to print: SQLite's texts with their parameters below them, and as remarks the statements that the
+    /// interpreter carries out by itself. Throws Error, behind the lines of what stands before.
+    void Explain(const QString &batch, QStringList &lines);
 
 private:
     void ExplainAll(const std::vector<StatementPtr> &statements, const VariableTypes &variables);
@@ -24,7 +24,7 @@ private:
     void Remark(const Statement &statement);
 
     Catalogue m_catalogue;
-    QStringList m_lines;
+    QStringList *m_lines = nullptr; ///< while a batch is explained
 };
 
 } // namespace tsql
