@@ -42,6 +42,7 @@ class TestHouse : public QObject
 private slots:
     void arrowsRunOneWay_data();
     void arrowsRunOneWay();
+    void everyErrorHasItsText();
     void formsKeepTheRules();
     void moduleShowsItsExportsOnly();
 };
@@ -97,6 +98,25 @@ void TestHouse::arrowsRunOneWay()
         }
     }
     QVERIFY2(wrong.isEmpty(), qPrintable(wrong.join(u'\n')));
+}
+
+/// An error without a text would end the program at the moment of its first refusal.
+void TestHouse::everyErrorHasItsText()
+{
+    const QString texts = contents(Root + u"/tsql/values/error_texts.cpp"_s);
+    static const QRegularExpression thrown(u"(?:Error\\(|refusal\\(|refusal = \\{|return \\{|bad\\(\\{)(?:[^;\"]*\\? )?"
+                                           "(\\d{3,5}|wording::\\w+)(?: : (\\d{3,5}))?[,)}]"_s);
+    QSet<QString> named;
+    for (const QString &file : filesUnder(u"tsql"_s, {u"*.h"_s, u"*.cpp"_s})) {
+        for (auto matches = thrown.globalMatch(contents(file)); matches.hasNext();) {
+            const QStringList found = matches.next().capturedTexts().mid(1);
+            named += QSet<QString>(found.cbegin(), found.cend());
+        }
+    }
+    named.remove({});
+    QVERIFY2(named.size() > 100, qPrintable(QStringList(named.values()).join(u' ')));
+    for (const QString &name : std::as_const(named))
+        QVERIFY2(texts.contains(QRegularExpression(u"\\{%1,\\s+u\""_s.arg(name))), qPrintable(name));
 }
 
 void TestHouse::formsKeepTheRules()
