@@ -3,8 +3,8 @@
 #include "data/goods/good_dm.h"
 #include "host/controls/numeric_edit.h"
 #include "rules/opening_values.h"
+#include "rules/unit_arithmetic.h"
 #include "screens/good_editor/refusals.h"
-#include "screens/good_editor/unit_arithmetic.h"
 
 #include <QObject>
 
