@@ -3,7 +3,7 @@
 #include "bench/report.h"
 #include "host/data/dataset.h"
 #include "host/data/query.h"
-#include "tsql/driver.h"
+#include "tsql/qt/driver.h"
 
 #include <QStringBuilder>
 #include <QTemporaryDir>

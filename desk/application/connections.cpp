@@ -3,7 +3,7 @@
 #include "host/data/database_error.h"
 #include "host/data/query.h"
 #include "host/data/sql_text.h"
-#include "tsql/driver.h"
+#include "tsql/qt/driver.h"
 
 #include <QSqlError>
 

@@ -4,12 +4,12 @@
 // lexer's; a refusal has a number and a message; and whatever the writer makes of a statement is SQL that SQLite
 // accepts, with every parameter that it mentions.
 
-#include "tsql/error.h"
-#include "tsql/functions.h"
-#include "tsql/parser.h"
-#include "tsql/sqlite.h"
-#include "tsql/storage.h"
-#include "tsql/writer.h"
+#include "tsql/functions/functions.h"
+#include "tsql/parse/parser.h"
+#include "tsql/run/sqlite.h"
+#include "tsql/values/error.h"
+#include "tsql/write/storage.h"
+#include "tsql/write/writer.h"
 
 #include <QFile>
 

@@ -1,7 +1,7 @@
 // The administrator's command line on a file: what it prints, where it stops, and copies while somebody writes.
 
 #include "tests/support/test_main.h"
-#include "tsql/driver.h"
+#include "tsql/qt/driver.h"
 
 #include <QProcess>
 #include <QSqlError>
@@ -78,6 +78,15 @@ void TestGoodsSql::runs_data()
         << u"0\nT\n-\nG\nC    T        N      L    P    S\n---- -------- --- ---- ---- ----\n"
            "Code int      NO  NULL   10    0\nName nvarchar YES   30 NULL NULL\nCost decimal  YES NULL    9    2\n"
            "R\n---------\nPROCEDURE\n"_s;
+    QTest::newRow("what statements become, none of them run")
+        << QStringList{u"--explain"_s}
+        << QByteArray("CREATE TABLE G (Code int)\nGO\nDECLARE @n int = 3\n"
+                      "IF @n > 2 UPDATE G SET Code = @n + 1 WHERE Code = 7\nEXEC Nothing @n\nSELECT Nmae FROM G")
+        << u"1\nCREATE TABLE \"G\" (\"Code\" INTEGER)\nSELECT ?1\n  -- ?1 = 3 as int\n"
+           "SELECT CASE WHEN (?1 > ?2) THEN 1 ELSE 0 END\n  -- ?1 = @n as int\n  -- ?2 = 2 as int\n"
+           "UPDATE \"G\" AS t0 SET \"Code\" = int_fit(?1 + ?2, 4) WHERE (t0.\"Code\" = ?3)\n"
+           "  -- ?1 = @n as int\n  -- ?2 = 1 as int\n  -- ?3 = 7 as int\n-- EXEC Nothing @n\n"
+           "goods-sql: input:6: error 207: Invalid column name 'Nmae'.\n"_s;
     QTest::newRow("a statement of a server's administrator")
         << QStringList{} << QByteArray("BACKUP DATABASE goods TO DISK = 'x'")
         << u"1\ngoods-sql: input:1: error 40517: Keyword or statement option 'BACKUP' is not supported in this version of the database.\n"_s;

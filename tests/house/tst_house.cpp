@@ -43,6 +43,7 @@ private slots:
     void arrowsRunOneWay_data();
     void arrowsRunOneWay();
     void screensBuildNoStatement();
+    void everyErrorHasItsText();
     void formsKeepTheRules();
     void moduleShowsItsExportsOnly();
 };
@@ -57,6 +58,13 @@ void TestHouse::arrowsRunOneWay_data()
         {"host/look", u"host/look/ host/host_export.h"},
         {"host/controls", u"host/controls/ host/look/ host/data/ host/services/ host/host"},
         {"tsql", u"tsql/ host/data/row_feed.h"},
+        {"tsql/values", u"tsql/values/"},
+        {"tsql/text", u"tsql/text/ tsql/values/"},
+        {"tsql/parse", u"tsql/parse/ tsql/text/ tsql/values/"},
+        {"tsql/write", u"tsql/write/ tsql/parse/ tsql/text/ tsql/values/"},
+        {"tsql/functions", u"tsql/functions/ tsql/write/catalogue.h tsql/values/"},
+        {"tsql/run", u"tsql/run/ tsql/functions/ tsql/write/ tsql/parse/ tsql/text/ tsql/values/"},
+        {"tsql/qt", u"tsql/qt/ tsql/run/ tsql/values/ host/data/row_feed.h"},
         {"tools", u"tools/ tsql/ host/data/odbc_text.h"},
         {"rules", u"rules/ host/data/"},
         {"data", u"data/ rules/ host/data/ host/services/ host/host"},
@@ -110,6 +118,25 @@ void TestHouse::screensBuildNoStatement()
         }
     }
     QVERIFY2(wrong.isEmpty(), qPrintable(wrong.join(u'\n')));
+}
+
+/// An error without a text would end the program at the moment of its first refusal.
+void TestHouse::everyErrorHasItsText()
+{
+    const QString texts = contents(Root + u"/tsql/values/error_texts.cpp"_s);
+    static const QRegularExpression thrown(u"(?:Error\\(|refusal\\(|refusal = \\{|return \\{|bad\\(\\{)(?:[^;\"]*\\? )?"
+                                           "(\\d{3,5}|wording::\\w+)(?: : (\\d{3,5}))?[,)}]"_s);
+    QSet<QString> named;
+    for (const QString &file : filesUnder(u"tsql"_s, {u"*.h"_s, u"*.cpp"_s})) {
+        for (auto matches = thrown.globalMatch(contents(file)); matches.hasNext();) {
+            const QStringList found = matches.next().capturedTexts().mid(1);
+            named += QSet<QString>(found.cbegin(), found.cend());
+        }
+    }
+    named.remove({});
+    QVERIFY2(named.size() > 100, qPrintable(QStringList(named.values()).join(u' ')));
+    for (const QString &name : std::as_const(named))
+        QVERIFY2(texts.contains(QRegularExpression(u"\\{%1,\\s+u\""_s.arg(name))), qPrintable(name));
 }
 
 void TestHouse::formsKeepTheRules()

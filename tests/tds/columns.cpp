@@ -1,8 +1,8 @@
 // Columns and rows: the engine's types and storage forms as the stream spells them.
 
 #include "tests/tds/tokens.h"
-#include "tsql/dates.h"
-#include "tsql/decimal.h"
+#include "tsql/values/dates.h"
+#include "tsql/values/decimal.h"
 
 #include <QDate>
 #include <QUuid>

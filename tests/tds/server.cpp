@@ -1,7 +1,7 @@
 #include "tests/tds/server.h"
 
 #include "tests/tds/session.h"
-#include "tsql/error.h"
+#include "tsql/values/error.h"
 
 #include <QFile>
 #include <QThread>
@@ -63,7 +63,8 @@ void Databases::copy(const QString &name, const QString &source)
             throw existsAlready(name);
         const QString file = nextFile();
         if (!QFile::copy(original.file, file))
-            throw tsql::Error(1802, u"CREATE DATABASE failed. The file of '%1' cannot be copied."_s.arg(original.name));
+            throw tsql::Error::Worded(
+                1802, u"CREATE DATABASE failed. The file of '%1' cannot be copied."_s.arg(original.name));
         m_all[name.toLower()] = std::make_shared<Database>(Database{name, file, original.collation, 0});
     });
 }
@@ -84,12 +85,13 @@ template <class Work> void Databases::alone(const QString &name, const Work &wor
         const QMutexLocker lock(&m_mutex);
         const auto database = m_all.value(name.toLower());
         if (!database)
-            throw tsql::Error(3701, u"Cannot use the database '%1', because it does not exist or you do not have "
-                                    "permission."_s.arg(name));
+            throw tsql::Error::Worded(3701,
+                                      u"Cannot use the database '%1', because it does not exist or you do not have "
+                                      "permission."_s.arg(name));
         if (database->sessions == 0)
             return work(*database);
     }
-    throw tsql::Error(3702, u"Cannot use database \"%1\" because it is currently in use."_s.arg(name));
+    throw tsql::Error::Worded(3702, u"Cannot use database \"%1\" because it is currently in use."_s.arg(name));
 }
 
 QString Databases::nextFile()

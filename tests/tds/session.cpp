@@ -1,6 +1,6 @@
 #include "tests/tds/session.h"
 
-#include "tsql/error.h"
+#include "tsql/values/error.h"
 
 #include <QRegularExpression>
 #include <QtEndian>
@@ -153,8 +153,8 @@ void Session::answer(const Message &message)
         case MessageType::Transaction:
             return changeTransaction(message.body.mid(start));
         default:
-            throw tsql::Error(2812, u"This test server takes batches only: no calls, cursors or prepared "
-                                    "statements."_s);
+            throw tsql::Error::Worded(2812, u"This test server takes batches only: no calls, cursors or prepared "
+                                            "statements."_s);
         }
     });
 }
@@ -243,7 +243,7 @@ void Session::use(const QString &database)
 {
     const QString before = databaseName();
     if (!enter(database))
-        throw tsql::Error(
+        throw tsql::Error::Worded(
             911, u"Database '%1' does not exist. Make sure that the name is entered correctly."_s.arg(database));
     putDatabaseChange(m_wire, before, databaseName());
     putCollationChange(m_wire, collation());
@@ -288,7 +288,7 @@ void Session::changeTransaction(const QByteArray &body)
             begin();
         break;
     default:
-        throw tsql::Error(8501, u"This test server knows local transactions only."_s);
+        throw tsql::Error::Worded(8501, u"This test server knows local transactions only."_s);
     }
     putDone(m_wire, 0);
 }
@@ -302,7 +302,7 @@ void Session::endTransaction(quint8 type)
         else
             m_connection->rollback();
     } else if (!transaction) {
-        throw tsql::Error(type == 9 ? 3902 : 3903, u"The request has no corresponding BEGIN TRANSACTION."_s);
+        throw tsql::Error::Worded(type == 9 ? 3902 : 3903, u"The request has no corresponding BEGIN TRANSACTION."_s);
     }
     putTransactionChange(m_wire, type, transaction);
 }

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "tests/tds/server.h"
-#include "tsql/connection.h"
+#include "tsql/run/connection.h"
 
 using namespace Qt::StringLiterals;
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "tests/tds/wire.h"
-#include "tsql/cursor.h"
+#include "tsql/run/cursor.h"
 
 using namespace Qt::StringLiterals;
 

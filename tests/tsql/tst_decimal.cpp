@@ -1,7 +1,7 @@
 // Exact decimals as they are stored.
 
 #include "tests/support/test_main.h"
-#include "tsql/decimal.h"
+#include "tsql/values/decimal.h"
 
 #include <QtTest>
 

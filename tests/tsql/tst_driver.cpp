@@ -1,7 +1,7 @@
 // The embedded database through Qt: kinds of values, streaming, several connections, a file that goes away.
 
 #include "tests/support/test_main.h"
-#include "tsql/driver.h"
+#include "tsql/qt/driver.h"
 
 #include <QDate>
 #include <QSqlDatabase>

@@ -2,8 +2,8 @@
 // halves.
 
 #include "tests/support/test_main.h"
-#include "tsql/connection.h"
-#include "tsql/error.h"
+#include "tsql/run/connection.h"
+#include "tsql/values/error.h"
 
 #include <QRandomGenerator>
 #include <QTemporaryDir>

@@ -11,7 +11,7 @@
 // A case without --> must run and give nothing back. Lines that begin with ## are remarks.
 
 #include "tests/support/test_main.h"
-#include "tsql/driver.h"
+#include "tsql/qt/driver.h"
 
 #include <QDirIterator>
 #include <QRegularExpression>

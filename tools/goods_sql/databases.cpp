@@ -1,7 +1,7 @@
 #include "tools/goods_sql/databases.h"
 
 #include "tools/goods_sql/script_runner.h"
-#include "tsql/driver.h"
+#include "tsql/qt/driver.h"
 
 #include <QFile>
 #include <QScopeGuard>

@@ -1,6 +1,7 @@
 // goods-sql: runs T-SQL on an embedded database or a server, creates databases, backs them up.
 
 #include "tools/goods_sql/databases.h"
+#include "tools/goods_sql/explanation.h"
 #include "tools/goods_sql/script_runner.h"
 
 #include <QCommandLineParser>
@@ -27,25 +28,36 @@ struct Options
     QCommandLineOption init{u"init"_s, u"Create the tables and procedures in an empty database."_s};
     QCommandLineOption demo{u"demo"_s, u"With --init: add the demo data."_s};
     QCommandLineOption csv{u"csv"_s, u"Print result sets as comma-separated values."_s};
+    QCommandLineOption explain{u"explain"_s, u"Print the SQLite text of each statement instead of running it."_s};
     QCommandLineOption backup{u"backup"_s, u"Copy the embedded database to FILE while it is in use."_s, u"FILE"_s};
     QCommandLineOption command{{u"c"_s, u"command"_s}, u"Run TEXT instead of a script."_s, u"TEXT"_s};
 };
 
+template <class Run> void forEachScript(const QCommandLineParser &parser, const Options &options, const Run &run)
+{
+    if (parser.isSet(options.command))
+        run(parser.value(options.command), u"command"_s);
+    for (const QString &script : parser.positionalArguments().mid(1))
+        run(readAll(script), script == u"-"_s ? u"input"_s : script);
+}
+
 void run(const QCommandLineParser &parser, const Options &options)
 {
-    const QStringList arguments = parser.positionalArguments();
     const bool init = parser.isSet(options.init);
-    const Target target(arguments.first());
+    const Target target(parser.positionalArguments().first());
     const QSqlDatabase database = target.open(init, u"goods-sql"_s);
     QTextStream out(stdout);
     if (init)
         initialise(database, parser.isSet(options.demo));
-    TablePrinter printer(out, parser.isSet(options.csv));
-    ScriptRunner runner(database, &printer);
-    if (parser.isSet(options.command))
-        runner.run(parser.value(options.command), u"command"_s);
-    for (const QString &script : arguments.mid(1))
-        runner.run(readAll(script), script == u"-"_s ? u"input"_s : script);
+    if (parser.isSet(options.explain)) {
+        Explanation explanation(database, out);
+        forEachScript(parser, options,
+                      [&](const QString &script, const QString &name) { explanation.Run(script, name); });
+    } else {
+        TablePrinter printer(out, parser.isSet(options.csv));
+        ScriptRunner runner(database, &printer);
+        forEachScript(parser, options, [&](const QString &script, const QString &name) { runner.run(script, name); });
+    }
     if (parser.isSet(options.backup))
         backup(database, parser.value(options.backup));
 }
@@ -60,7 +72,7 @@ int main(int argc, char **argv)
     const Options options;
     parser.setApplicationDescription(u"Runs T-SQL scripts (batches end at GO) and stops at the first error."_s);
     parser.addHelpOption();
-    parser.addOptions({options.init, options.demo, options.csv, options.backup, options.command});
+    parser.addOptions({options.init, options.demo, options.csv, options.explain, options.backup, options.command});
     parser.addPositionalArgument(u"database"_s, u"A database file, or an ODBC connection string."_s);
     parser.addPositionalArgument(u"scripts"_s, u"Files to run, - for standard input."_s, u"[scripts...]"_s);
     parser.process(application);

@@ -1,8 +1,7 @@
 #include "tools/goods_sql/script_runner.h"
 
-#include "tsql/driver.h"
-#include "tsql/error.h"
-#include "tsql/lexer.h"
+#include "tsql/qt/driver.h"
+#include "tsql/values/error.h"
 
 #include <QSqlError>
 
@@ -49,15 +48,18 @@ private:
 
 } // namespace
 
-void ScriptRunner::run(const QString &script, const QString &name)
+std::vector<tsql::ScriptBatch> BatchesOf(const QString &script, const QString &name)
 {
-    std::vector<tsql::ScriptBatch> batches;
     try {
-        batches = tsql::splitScript(script);
+        return tsql::splitScript(script);
     } catch (const tsql::Error &error) {
         throw ScriptError{u"%1:%2: %3"_s.arg(name, QString::number(error.line()), error.message())};
     }
-    for (const tsql::ScriptBatch &batch : batches)
+}
+
+void ScriptRunner::run(const QString &script, const QString &name)
+{
+    for (const tsql::ScriptBatch &batch : BatchesOf(script, name))
         runBatch(batch.text, batch.firstLine, name);
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "tools/goods_sql/table_printer.h"
+#include "tsql/text/lexer.h"
 
 #include <QSqlDatabase>
 
@@ -10,6 +11,9 @@ struct ScriptError
 {
     QString text;
 };
+
+/** A script by its GO lines. Throws ScriptError; `name` is the file as messages call it. */
+std::vector<tsql::ScriptBatch> BatchesOf(const QString &script, const QString &name);
 
 /** Sends the batches between GO lines to a database and prints what comes back. */
 class ScriptRunner

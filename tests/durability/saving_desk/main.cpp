@@ -5,7 +5,7 @@
 #include "host/data/query.h"
 #include "screens/good_editor/good_save.h"
 #include "tests/support/test_host.h"
-#include "tsql/driver.h"
+#include "tsql/qt/driver.h"
 
 #include <QCoreApplication>
 

@@ -1,0 +1,218 @@
+#include "tsql/functions/call.h"
+#include "tsql/values/convert.h"
+#include "tsql/values/error.h"
+
+#include <cstring>
+
+using namespace Qt::StringLiterals;
+
+namespace tsql {
+
+namespace {
+
+/** A running sum. SQLite aligns it to 8 bytes only, so the 128 bits are kept as bytes. */
+struct Sum
+{
+    unsigned char units[sizeof(Decimal::Int)];
+    qint64 count;
+
+    Decimal::Int value() const
+    {
+        Decimal::Int result;
+        std::memcpy(&result, units, sizeof result);
+        return result;
+    }
+
+    void add(Decimal::Int term, qint64 terms)
+    {
+        const Decimal::Int result = value() + term;
+        std::memcpy(units, &result, sizeof result);
+        count += terms;
+    }
+};
+
+Sum *sumOf(sqlite3_context *context)
+{
+    auto *sum = static_cast<Sum *>(sqlite3_aggregate_context(context, sizeof(Sum)));
+    if (!sum)
+        sqlite3_result_error_nomem(context);
+    return sum;
+}
+
+/** Decimals come as blobs, whole numbers as integers. */
+Decimal::Int termOf(sqlite3_value *value)
+{
+    if (sqlite3_value_type(value) != SQLITE_BLOB)
+        return sqlite3_value_int64(value);
+    return Decimal::fromBlob(sqlite3_value_blob(value), sqlite3_value_bytes(value), 0).units;
+}
+
+template <int sign> void addTerm(sqlite3_context *context, int, sqlite3_value **values)
+{
+    if (sqlite3_value_type(values[0]) == SQLITE_NULL)
+        return;
+    Sum *sum = sumOf(context);
+    if (!sum)
+        return;
+    sum->add(sign * termOf(values[0]), sign);
+    const Decimal::Int limit = Decimal::power10(Decimal::MaxPrecision);
+    if (sum->value() >= limit || sum->value() <= -limit) {
+        raiseError(context, Error(8115, {u"expression"_s, u"numeric"_s}));
+        sum->add(-sum->value(), 0);
+    }
+}
+
+/** The other arguments (scale, kind) are the same in each row: the first row's are kept behind the sum. */
+struct TypedSum
+{
+    Sum sum;
+    int type;
+    bool seen;
+};
+
+template <int sign> void addTypedTerm(sqlite3_context *context, int count, sqlite3_value **values)
+{
+    auto *typed = static_cast<TypedSum *>(sqlite3_aggregate_context(context, sizeof(TypedSum)));
+    if (!typed)
+        return sqlite3_result_error_nomem(context);
+    if (!typed->seen) {
+        typed->type = count > 1 ? sqlite3_value_int(values[1]) : 0;
+        typed->seen = true;
+    }
+    if (sqlite3_value_type(values[0]) != SQLITE_NULL)
+        typed->sum.add(sign * termOf(values[0]), sign);
+}
+
+void giveSum(sqlite3_context *context)
+{
+    const auto *sum = static_cast<Sum *>(sqlite3_aggregate_context(context, 0));
+    if (sum && sum->count > 0)
+        Call(context, 0, nullptr).give(Decimal{sum->value(), 0});
+}
+
+template <void (*give)(const Call &, const TypedSum &)> void giveTyped(sqlite3_context *context)
+{
+    const auto *typed = static_cast<TypedSum *>(sqlite3_aggregate_context(context, 0));
+    if (!typed || typed->sum.count == 0)
+        return;
+    try {
+        give(Call(context, 0, nullptr), *typed);
+    } catch (const Error &error) {
+        raiseError(context, error);
+    }
+}
+
+void giveDecimalAverage(const Call &call, const TypedSum &typed)
+{
+    const int scale = std::max(typed.type, 6);
+    call.give(divide({typed.sum.value(), typed.type}, Decimal::fromInt(typed.sum.count), Decimal::MaxPrecision, scale));
+}
+
+void giveIntegerSum(const Call &call, const TypedSum &typed)
+{
+    const Decimal::Int total = typed.sum.value();
+    const auto whole = qint64(total);
+    call.give(whole == total ? fitInteger(whole, Kind(typed.type)) : integerFromDecimal({total, 0}, Kind(typed.type)));
+}
+
+void giveIntegerAverage(const Call &call, const TypedSum &typed)
+{
+    call.give(qint64(typed.sum.value() / typed.sum.count));
+}
+
+/** The text under construction, owned by the aggregate until its end. */
+std::string *&textOf(sqlite3_context *context)
+{
+    static std::string *none = nullptr;
+    auto *slot = static_cast<std::string **>(sqlite3_aggregate_context(context, sizeof(std::string *)));
+    if (!slot) {
+        sqlite3_result_error_nomem(context);
+        return none;
+    }
+    if (!*slot)
+        *slot = new std::string;
+    return *slot;
+}
+
+void appendEscaped(std::string &text, std::string_view piece)
+{
+    for (const char c : piece) {
+        switch (c) {
+        case '&':
+            text += "&amp;";
+            break;
+        case '<':
+            text += "&lt;";
+            break;
+        case '>':
+            text += "&gt;";
+            break;
+        case '\r':
+            text += "&#x0D;";
+            break;
+        default:
+            text += c;
+        }
+    }
+}
+
+void addXmlPiece(sqlite3_context *context, int count, sqlite3_value **values)
+{
+    if (sqlite3_value_type(values[0]) == SQLITE_NULL)
+        return;
+    if (std::string *text = textOf(context))
+        appendEscaped(*text, Call(context, count, values).text(0));
+}
+
+void addPiece(sqlite3_context *context, int count, sqlite3_value **values)
+{
+    if (sqlite3_value_type(values[0]) == SQLITE_NULL)
+        return;
+    const Call call(context, count, values);
+    auto *slot = static_cast<std::string **>(sqlite3_aggregate_context(context, sizeof(std::string *)));
+    const bool first = !slot || !*slot;
+    if (std::string *text = textOf(context)) {
+        if (!first && !call.isNull(1))
+            text->append(call.text(1));
+        text->append(call.text(0));
+    }
+}
+
+void giveText(sqlite3_context *context)
+{
+    auto *slot = static_cast<std::string **>(sqlite3_aggregate_context(context, 0));
+    if (!slot || !*slot)
+        return;
+    Call(context, 0, nullptr).give(std::string_view(**slot));
+    delete *slot;
+    *slot = nullptr;
+}
+
+using Step = void (*)(sqlite3_context *, int, sqlite3_value **);
+using Final = void (*)(sqlite3_context *);
+
+void addWindow(sqlite3 *db, const char *name, int args, Step step, Step inverse, Final give)
+{
+    sqlite3_create_window_function(db, name, args, SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS, nullptr, step,
+                                   give, give, inverse, nullptr);
+}
+
+void addAggregate(sqlite3 *db, const char *name, int args, Step step)
+{
+    sqlite3_create_function_v2(db, name, args, SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS, nullptr, nullptr,
+                               step, giveText, nullptr);
+}
+
+} // namespace
+
+void addAggregates(sqlite3 *db)
+{
+    addWindow(db, "dec_sum", 1, addTerm<1>, addTerm<-1>, giveSum);
+    addWindow(db, "dec_avg", 2, addTypedTerm<1>, addTypedTerm<-1>, giveTyped<giveDecimalAverage>);
+    addWindow(db, "int_sum", 2, addTypedTerm<1>, addTypedTerm<-1>, giveTyped<giveIntegerSum>);
+    addWindow(db, "int_avg", 1, addTypedTerm<1>, addTypedTerm<-1>, giveTyped<giveIntegerAverage>);
+    addAggregate(db, "tsql_xml_agg", 1, addXmlPiece);
+    addAggregate(db, "tsql_string_agg", 2, addPiece);
+}
+
+} // namespace tsql

@@ -1,0 +1,23 @@
+// How types, values and errors look to Qt.
+#pragma once
+
+#include "host/data/row_feed.h"
+#include "tsql/run/cursor.h"
+
+#include <QSqlError>
+#include <QSqlField>
+
+namespace tsql {
+
+class Error;
+
+QMetaType metaType(const SqlType &type);
+QSqlField sqlField(const ResultColumn &column);
+/** `policy` decides how a decimal comes: as its text, or as a number that may be less exact. */
+QVariant variantOf(const Cell &cell, const SqlType &type, QSql::NumericalPrecisionPolicy policy);
+/** The same value, with decimals as their digits, as far as a feed can carry it. */
+host::FedCell fedCell(const Cell &cell, const SqlType &type);
+/** `type` is what it is unless the file itself failed: that is a ConnectionError. */
+QSqlError sqlError(const Error &error, QSqlError::ErrorType type);
+
+} // namespace tsql

@@ -1,0 +1,155 @@
+#include "tsql/run/explain.h"
+
+#include "tsql/parse/parser.h"
+#include "tsql/values/error.h"
+
+using namespace Qt::StringLiterals;
+
+namespace tsql {
+
+namespace {
+
+QString SourceOf(const Parameter &parameter)
+{
+    switch (parameter.source) {
+    case Parameter::Source::Literal:
+    case Parameter::Source::Constant: {
+        const LiteralKind kind = parameter.value.kind;
+        const QString text =
+            kind == LiteralKind::Integer ? QString::number(parameter.value.integer) : parameter.value.text;
+        if (kind == LiteralKind::Text || kind == LiteralKind::Unicode)
+            return u'\'' + QString(text).replace(u'\'', u"''"_s) + u'\'';
+        return parameter.negate ? u'-' + text : text;
+    }
+    case Parameter::Source::Variable:
+    case Parameter::Source::System:
+        return parameter.name;
+    }
+    Q_UNREACHABLE();
+}
+
+} // namespace
+
+void Explainer::Explain(const QString &batch, QStringList &lines)
+{
+    m_lines = &lines;
+    const Plan plan(parse(batch));
+    ExplainAll(plan.statements(), plan.variables());
+}
+
+void Explainer::ExplainAll(const std::vector<StatementPtr> &statements, const VariableTypes &variables)
+{
+    for (const StatementPtr &statement : statements) {
+        try {
+            ExplainOne(*statement, variables);
+        } catch (Error &error) {
+            if (error.line() == 0)
+                error.setLine(statement->line);
+            throw;
+        }
+    }
+}
+
+void Explainer::ExplainOne(const Statement &statement, const VariableTypes &variables)
+{
+    switch (statement.kind) {
+    case StatementKind::Select:
+    case StatementKind::Insert:
+    case StatementKind::Update:
+    case StatementKind::Delete:
+    case StatementKind::Truncate:
+    case StatementKind::CreateTable:
+    case StatementKind::AlterTable:
+    case StatementKind::CreateIndex:
+    case StatementKind::CreateView:
+    case StatementKind::CreateProcedure:
+    case StatementKind::CreateFunction:
+    case StatementKind::CreateSchema:
+    case StatementKind::Drop:
+        return Define(statement, variables);
+    case StatementKind::DeclareTable:
+        return Define(*as<DeclareTableStatement>(statement).table, variables);
+    case StatementKind::Declare:
+        for (const auto &variable : as<DeclareStatement>(statement).variables)
+            ExplainValue(variable.value.get(), variables);
+        return;
+    case StatementKind::SetVariable:
+        return ExplainValue(as<SetVariableStatement>(statement).value.get(), variables);
+    case StatementKind::Return:
+        return ExplainValue(as<ReturnStatement>(statement).value.get(), variables);
+    case StatementKind::Print:
+        return ExplainValue(as<PrintStatement>(statement).value.get(), variables);
+    case StatementKind::If: {
+        const auto &branch = as<IfStatement>(statement);
+        Print(compileCondition(*branch.condition, m_catalogue, variables));
+        ExplainOne(*branch.then, variables);
+        if (branch.otherwise)
+            ExplainOne(*branch.otherwise, variables);
+        return;
+    }
+    case StatementKind::While:
+        Print(compileCondition(*as<WhileStatement>(statement).condition, m_catalogue, variables));
+        return ExplainOne(*as<WhileStatement>(statement).body, variables);
+    case StatementKind::Block:
+        return ExplainAll(as<BlockStatement>(statement).statements, variables);
+    case StatementKind::TryCatch:
+        ExplainAll(as<TryCatchStatement>(statement).tried, variables);
+        return ExplainAll(as<TryCatchStatement>(statement).caught, variables);
+    case StatementKind::SetOption:
+    case StatementKind::Break:
+    case StatementKind::Continue:
+    case StatementKind::Execute:
+    case StatementKind::ExecuteText:
+    case StatementKind::BeginTransaction:
+    case StatementKind::Commit:
+    case StatementKind::Rollback:
+    case StatementKind::SaveTransaction:
+    case StatementKind::Throw:
+    case StatementKind::RaiseError:
+        return Remark(statement);
+    }
+}
+
+void Explainer::Define(const Statement &statement, const VariableTypes &variables)
+{
+    const bool called = statement.kind == StatementKind::Insert && as<InsertStatement>(statement).execute;
+    if (called)
+        return Remark(statement);
+    const Compiled compiled = compile(statement, m_catalogue, variables);
+    if (compiled.sql.isEmpty() && compiled.then.empty())
+        Remark(statement);
+    Print(compiled);
+    if (compiled.into)
+        m_catalogue.addTable(compiled.into);
+    if (compiled.definition)
+        m_catalogue.apply(statement);
+}
+
+void Explainer::ExplainValue(const Expression *value, const VariableTypes &variables)
+{
+    if (value)
+        Print(compileScalar(*value, m_catalogue, variables));
+}
+
+void Explainer::Print(const Compiled &compiled)
+{
+    if (!compiled.sql.isEmpty())
+        *m_lines += compiled.sql;
+    if (!compiled.intoInsert.isEmpty())
+        *m_lines += compiled.intoInsert;
+    for (std::size_t i = 0; i < compiled.parameters.size(); ++i) {
+        const Parameter &parameter = compiled.parameters[i];
+        *m_lines += u"  -- ?%1 = %2 as %3"_s.arg(QString::number(i + 1), SourceOf(parameter), typeName(parameter.type));
+    }
+    for (const QString &sql : compiled.then)
+        *m_lines += sql;
+    for (const Compiled &value : compiled.inTurn)
+        Print(value);
+}
+
+void Explainer::Remark(const Statement &statement)
+{
+    *m_lines += u"-- "_s + statement.text.simplified();
+}
+
+} // namespace tsql

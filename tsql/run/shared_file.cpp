@@ -1,0 +1,88 @@
+#include "tsql/run/shared_file.h"
+
+#include <QFileInfo>
+
+namespace tsql {
+
+namespace {
+
+QMutex registryMutex;
+int filesSeen = 0;
+
+QHash<QString, std::weak_ptr<SharedFile>> &registry()
+{
+    static QHash<QString, std::weak_ptr<SharedFile>> files;
+    return files;
+}
+
+} // namespace
+
+std::shared_ptr<SharedFile> SharedFile::of(const QString &path)
+{
+    const QFileInfo info(path);
+    const QString canonical = info.exists() ? info.canonicalFilePath() : info.absoluteFilePath();
+    const QMutexLocker lock(&registryMutex);
+    std::weak_ptr<SharedFile> &known = registry()[canonical];
+    std::shared_ptr<SharedFile> file = known.lock();
+    if (!file) {
+        file.reset(new SharedFile(++filesSeen));
+        known = file;
+    }
+    return file;
+}
+
+std::shared_ptr<SharedFile> SharedFile::alone()
+{
+    const QMutexLocker lock(&registryMutex);
+    return std::shared_ptr<SharedFile>(new SharedFile(++filesSeen));
+}
+
+QByteArray SharedFile::temporaryUri() const
+{
+    return "file:/tsql-shared-" + QByteArray::number(m_number) + "?vfs=memdb";
+}
+
+std::vector<std::shared_ptr<const Table>> SharedFile::tables() const
+{
+    const QMutexLocker lock(&m_mutex);
+    std::vector<std::shared_ptr<const Table>> all;
+    for (const Entry &entry : m_tables)
+        all.push_back(entry.table);
+    return all;
+}
+
+void SharedFile::addTable(const std::shared_ptr<const Table> &table, const void *owner)
+{
+    const QMutexLocker lock(&m_mutex);
+    m_tables.insert(table->name.key(), {table, owner});
+    ++m_tablesVersion;
+}
+
+void SharedFile::restoreTable(const std::shared_ptr<const Table> &table, const void *owner)
+{
+    const QMutexLocker lock(&m_mutex);
+    if (m_tables.contains(table->name.key()))
+        return;
+    m_tables.insert(table->name.key(), {table, owner});
+    ++m_tablesVersion;
+}
+
+void SharedFile::removeTable(const ObjectName &name)
+{
+    const QMutexLocker lock(&m_mutex);
+    if (m_tables.remove(name.key()))
+        ++m_tablesVersion;
+}
+
+std::vector<ObjectName> SharedFile::tablesOf(const void *owner) const
+{
+    const QMutexLocker lock(&m_mutex);
+    std::vector<ObjectName> names;
+    for (const Entry &entry : m_tables) {
+        if (entry.owner == owner)
+            names.push_back(entry.table->name);
+    }
+    return names;
+}
+
+} // namespace tsql

@@ -1,0 +1,380 @@
+#include "tsql/write/catalogue.h"
+
+#include "tsql/parse/parser.h"
+#include "tsql/values/error.h"
+#include "tsql/write/storage.h"
+
+using namespace Qt::StringLiterals;
+
+namespace tsql {
+
+namespace {
+
+QString quoted(const QString &name)
+{
+    QString doubled = name;
+    doubled.replace(u'"', QLatin1String("\"\""));
+    return u'"' + doubled + u'"';
+}
+
+bool sameName(QStringView a, QStringView b)
+{
+    return a.compare(b, Qt::CaseInsensitive) == 0;
+}
+
+QString sqliteName(const ObjectName &name)
+{
+    if (name.isGlobalTemporary())
+        return QLatin1String(GlobalSchema) + u'.' + quoted(name.key());
+    if (name.isTemporary() || name.name.startsWith(u'@'))
+        return u"temp."_s + quoted(name.key());
+    return quoted(name.display());
+}
+
+[[noreturn]] void alreadyThere(const ObjectName &name)
+{
+    throw Error(2714, {name.name});
+}
+
+/// The single whole-number column of the primary key, or nothing.
+QString integerKey(const Table &table)
+{
+    if (table.primaryKey.size() != 1)
+        return {};
+    const Column &key = table.columns[static_cast<std::size_t>(table.column(table.primaryKey.front()))];
+    return key.type.isInteger() ? key.name : QString();
+}
+
+void addColumn(Table &table, ColumnDefinition &definition)
+{
+    if (table.column(definition.name) >= 0)
+        throw Error(2705, {definition.name, table.name.display()});
+    if (definition.identity && table.identityColumn() != nullptr)
+        throw Error(2744, {table.name.display()});
+    Column column;
+    column.name = definition.name;
+    column.type = definition.type;
+    column.nullable = definition.nullable;
+    column.identity = definition.identity;
+    column.seed = definition.seed;
+    column.defaultValue = std::move(definition.defaultValue);
+    table.columns.push_back(std::move(column));
+}
+
+void addConstraint(Table &table, TableConstraint &constraint)
+{
+    for (const QString &name : constraint.columns) {
+        const int index = table.column(name);
+        if (index < 0)
+            throw Error(1911, {name});
+        Column &column = table.columns[static_cast<std::size_t>(index)];
+        if (constraint.kind == TableConstraint::Kind::PrimaryKey)
+            column.nullable = false;
+        if (constraint.kind == TableConstraint::Kind::Default)
+            column.defaultValue = std::move(constraint.value);
+    }
+    if (constraint.kind == TableConstraint::Kind::PrimaryKey)
+        table.primaryKey = constraint.columns;
+    if (constraint.kind == TableConstraint::Kind::ForeignKey) {
+        const ForeignKey &key = constraint.foreignKey;
+        const QString name =
+            constraint.name.isEmpty() ? u"FK__%1__%2"_s.arg(table.name.name, key.columns.front()) : constraint.name;
+        table.references.push_back({name, key});
+    }
+    if (constraint.kind == TableConstraint::Kind::Check)
+        table.checks.push_back(
+            {checkName(table.name, constraint), constraint.columns.empty() ? QString() : constraint.columns.front()});
+}
+
+} // namespace
+
+QString checkName(const ObjectName &table, const TableConstraint &constraint)
+{
+    if (!constraint.name.isEmpty())
+        return constraint.name;
+    return constraint.columns.empty() ? u"CK__"_s + table.name
+                                      : u"CK__%1__%2"_s.arg(table.name, constraint.columns.front());
+}
+
+QString ObjectName::key() const
+{
+    const bool plain = schema.isEmpty() || sameName(schema, u"dbo") || isTemporary();
+    return plain ? name.toCaseFolded() : schema.toCaseFolded() + u'.' + name.toCaseFolded();
+}
+
+QString ObjectName::display() const
+{
+    const bool plain = schema.isEmpty() || sameName(schema, u"dbo") || isTemporary();
+    return plain ? name : schema + u'.' + name;
+}
+
+int Table::column(QStringView name) const
+{
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        if (sameName(columns[i].name, name))
+            return static_cast<int>(i);
+    }
+    return -1;
+}
+
+const Column *Table::identityColumn() const
+{
+    for (const Column &column : columns) {
+        if (column.identity)
+            return &column;
+    }
+    return nullptr;
+}
+
+std::shared_ptr<Table> makeTable(const CreateTableStatement &statement)
+{
+    // The parts are taken from a syntax tree of its own, so that the statement stays whole.
+    StatementPtr own = parseDefinition(statement.text);
+    auto &definition = own->kind == StatementKind::DeclareTable ? *static_cast<DeclareTableStatement &>(*own).table
+                                                                : static_cast<CreateTableStatement &>(*own);
+    auto table = std::make_shared<Table>();
+    table->name = statement.table;
+    table->sqliteName = sqliteName(statement.table);
+    for (ColumnDefinition &column : definition.columns)
+        addColumn(*table, column);
+    for (TableConstraint &constraint : definition.constraints)
+        addConstraint(*table, constraint);
+    const Column *identity = table->identityColumn();
+    table->rowidColumn = identity != nullptr ? identity->name : integerKey(*table);
+    return table;
+}
+
+void Catalogue::load(const std::vector<QString> &definitions)
+{
+    const auto temporary = [](const QString &key) { return key.startsWith(u'#') || key.startsWith(u'@'); };
+    m_tables.removeIf([&](auto it) { return !temporary(it.key()); });
+    m_views.clear();
+    m_functions.clear();
+    m_procedures.clear();
+    m_schemas.clear();
+    for (const QString &text : definitions)
+        apply(*parseDefinition(text));
+    ++m_version;
+}
+
+void Catalogue::addTable(const std::shared_ptr<const Table> &table)
+{
+    const QString key = table->name.key();
+    if (m_tables.contains(key) || m_views.contains(key))
+        alreadyThere(table->name);
+    m_tables.insert(key, table);
+    ++m_version;
+}
+
+void Catalogue::removeTable(const ObjectName &name)
+{
+    m_tables.remove(name.key());
+    ++m_version;
+}
+
+std::shared_ptr<const Table> Catalogue::table(const ObjectName &name) const
+{
+    return m_tables.value(name.key());
+}
+
+std::shared_ptr<const CreateViewStatement> Catalogue::view(const ObjectName &name) const
+{
+    return m_views.value(name.key());
+}
+
+std::shared_ptr<const CreateFunctionStatement> Catalogue::function(const ObjectName &name) const
+{
+    return m_functions.value(name.key());
+}
+
+std::shared_ptr<const CreateProcedureStatement> Catalogue::procedure(const ObjectName &name) const
+{
+    return m_procedures.value(name.key());
+}
+
+bool Catalogue::hasSchema(const QString &name) const
+{
+    return name.isEmpty() || sameName(name, u"dbo") || m_schemas.contains(name.toCaseFolded());
+}
+
+void Catalogue::apply(const Statement &definition)
+{
+    switch (definition.kind) {
+    case StatementKind::CreateTable:
+        addTable(makeTable(as<CreateTableStatement>(definition)));
+        break;
+    case StatementKind::AlterTable:
+        alter(as<AlterTableStatement>(definition));
+        break;
+    case StatementKind::CreateView:
+    case StatementKind::CreateProcedure:
+    case StatementKind::CreateFunction:
+        addModule(definition);
+        break;
+    case StatementKind::CreateSchema: {
+        const QString name = as<CreateSchemaStatement>(definition).name;
+        m_schemas.insert(name.toCaseFolded(), name);
+        break;
+    }
+    case StatementKind::Drop:
+        drop(as<DropStatement>(definition));
+        break;
+    case StatementKind::Truncate:
+    case StatementKind::CreateIndex:
+    case StatementKind::DeclareTable:
+        break; // nothing that the catalogue knows, or told to it by itself
+    case StatementKind::Select:
+    case StatementKind::Insert:
+    case StatementKind::Update:
+    case StatementKind::Delete:
+    case StatementKind::Declare:
+    case StatementKind::SetVariable:
+    case StatementKind::SetOption:
+    case StatementKind::If:
+    case StatementKind::While:
+    case StatementKind::Block:
+    case StatementKind::Break:
+    case StatementKind::Continue:
+    case StatementKind::Return:
+    case StatementKind::Execute:
+    case StatementKind::ExecuteText:
+    case StatementKind::BeginTransaction:
+    case StatementKind::Commit:
+    case StatementKind::Rollback:
+    case StatementKind::SaveTransaction:
+    case StatementKind::TryCatch:
+    case StatementKind::Throw:
+    case StatementKind::RaiseError:
+    case StatementKind::Print:
+        Q_ASSERT_X(false, "Catalogue::apply", "not a definition");
+        break;
+    }
+    ++m_version;
+}
+
+void Catalogue::alter(const AlterTableStatement &statement)
+{
+    const std::shared_ptr<const Table> current = table(statement.table);
+    if (!current)
+        throw Error(4902, {statement.table.display()});
+    auto changed = std::make_shared<Table>();
+    changed->name = current->name;
+    changed->sqliteName = current->sqliteName;
+    changed->columns = current->columns;
+    changed->rowidColumn = current->rowidColumn;
+    changed->primaryKey = current->primaryKey;
+    StatementPtr own = parseDefinition(statement.text);
+    auto &parts = static_cast<AlterTableStatement &>(*own);
+    for (ColumnDefinition &column : parts.columns)
+        addColumn(*changed, column);
+    for (TableConstraint &constraint : parts.constraints)
+        addConstraint(*changed, constraint);
+    if (parts.action == AlterTableStatement::Action::DropColumn) {
+        for (const QString &name : parts.names)
+            std::erase_if(changed->columns, [&](const Column &column) { return sameName(column.name, name); });
+    }
+    m_tables.insert(current->name.key(), changed);
+}
+
+void Catalogue::addModule(const Statement &definition)
+{
+    std::shared_ptr<const Statement> own = parseDefinition(definition.text);
+    const auto enter = [this](auto &map, auto module) {
+        const QString key = module->name.key();
+        if (!module->replace && (map.contains(key) || m_tables.contains(key)))
+            alreadyThere(module->name);
+        map.insert(key, module);
+    };
+    if (own->kind == StatementKind::CreateView)
+        enter(m_views, std::static_pointer_cast<const CreateViewStatement>(own));
+    else if (own->kind == StatementKind::CreateProcedure)
+        enter(m_procedures, std::static_pointer_cast<const CreateProcedureStatement>(own));
+    else
+        enter(m_functions, std::static_pointer_cast<const CreateFunctionStatement>(own));
+}
+
+void Catalogue::drop(const DropStatement &statement)
+{
+    using What = DropStatement::What;
+    for (const ObjectName &name : statement.names) {
+        bool known = true;
+        switch (statement.what) {
+        case What::Table:
+            known = m_tables.remove(name.key());
+            break;
+        case What::View:
+            known = m_views.remove(name.key());
+            break;
+        case What::Procedure:
+            known = m_procedures.remove(name.key());
+            break;
+        case What::Function:
+            known = m_functions.remove(name.key());
+            break;
+        case What::Schema:
+            known = m_schemas.remove(name.name.toCaseFolded());
+            break;
+        case What::Index:
+            break; // SQLite knows the indexes
+        }
+        if (!known && !statement.ifExists)
+            throw Error(3701, {name.display()});
+    }
+}
+
+std::optional<int> Catalogue::objectId(const QString &name, const QString &kind) const
+{
+    // "tempdb..#t", "dbo.GoodInf", "[Market].[Product]"
+    QStringList parts = name.split(u'.');
+    for (QString &part : parts) {
+        part = part.trimmed();
+        if (part.startsWith(u'[') && part.endsWith(u']'))
+            part = part.sliced(1, part.size() - 2);
+    }
+    ObjectName object;
+    object.name = parts.takeLast();
+    if (!parts.isEmpty())
+        object.schema = parts.takeLast();
+    const QString key = object.key();
+    const QString wanted = kind.trimmed().toUpper();
+    const auto wants = [&](QStringView letter) { return wanted.isEmpty() || wanted == letter; };
+    const bool found = (wants(u"U") && m_tables.contains(key)) || (wants(u"V") && m_views.contains(key)) ||
+                       (wants(u"P") && m_procedures.contains(key)) || (wants(u"IF") && m_functions.contains(key));
+    if (!found)
+        return {};
+    return static_cast<int>(qHash(key, 0) & 0x7fffffffU) | 1;
+}
+
+namespace {
+
+template <class Objects> std::vector<ObjectName> namesOf(const Objects &objects)
+{
+    std::vector<ObjectName> names;
+    for (const auto &object : objects)
+        names.push_back(object->name);
+    return names;
+}
+
+} // namespace
+
+std::vector<ObjectName> Catalogue::tableNames() const
+{
+    return namesOf(m_tables);
+}
+
+std::vector<ObjectName> Catalogue::viewNames() const
+{
+    return namesOf(m_views);
+}
+
+std::vector<ObjectName> Catalogue::procedureNames() const
+{
+    return namesOf(m_procedures);
+}
+
+std::vector<ObjectName> Catalogue::functionNames() const
+{
+    return namesOf(m_functions);
+}
+
+} // namespace tsql

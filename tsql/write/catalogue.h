@@ -1,0 +1,105 @@
+#pragma once
+
+#include "tsql/parse/ast.h"
+
+#include <QHash>
+
+#include <memory>
+#include <optional>
+#include <utility>
+#include <vector>
+
+namespace tsql {
+
+struct Column
+{
+    QString name;
+    SqlType type;
+    bool nullable = true;
+    bool identity = false;
+    qint64 seed = 1;                                ///< the first value of an identity
+    std::shared_ptr<const Expression> defaultValue; ///< null for none
+};
+
+/// A foreign key with the name that refusals give it.
+struct Reference
+{
+    QString name;
+    ForeignKey key;
+};
+
+/// A CHECK with the name that refusals give it.
+struct Check
+{
+    QString name;
+    QString column; ///< empty for a check of the whole row
+};
+
+struct Table
+{
+    ObjectName name;
+    QString sqliteName; ///< quoted and qualified: "GoodInf", temp."#t"
+    std::vector<Column> columns;
+    std::vector<QString> primaryKey;
+    std::vector<Reference> references;
+    std::vector<Check> checks;
+    QString rowidColumn; ///< the column that is SQLite's rowid: the identity, or a single integer primary key
+
+    /// The index of a column by its name without regard to case, or -1.
+    int column(QStringView name) const;
+    const Column *identityColumn() const;
+};
+
+/// The table that the statement (or the declaration of a table variable) describes.
+std::shared_ptr<Table> makeTable(const CreateTableStatement &statement);
+
+/// The name of a CHECK, which may have been given none.
+QString checkName(const ObjectName &table, const TableConstraint &constraint);
+
+/// The names a database knows. A value: copying it is cheap and takes a picture that a rollback can restore.
+class Catalogue
+{
+public:
+    /// Replaces everything that is stored in the database file by the effect of these data definition texts, in the
+    /// order they were carried out; temporary tables stay.
+    void load(const std::vector<QString> &definitions);
+
+    /// Enters the effect of a data definition that SQLite has carried out. Throws Error as the server would when
+    /// the object exists or does not exist.
+    void apply(const Statement &definition);
+    void addTable(const std::shared_ptr<const Table> &table);
+    void removeTable(const ObjectName &name);
+
+    std::shared_ptr<const Table> table(const ObjectName &name) const;
+    std::shared_ptr<const CreateViewStatement> view(const ObjectName &name) const;
+    std::shared_ptr<const CreateFunctionStatement> function(const ObjectName &name) const;
+    std::shared_ptr<const CreateProcedureStatement> procedure(const ObjectName &name) const;
+    bool hasSchema(const QString &name) const;
+
+    /// A number that stands for an object of that name, NULL (nullopt) when there is none: OBJECT_ID. `kind` is
+    /// "U", "V", "P", "IF", "FN" or empty for any.
+    std::optional<int> objectId(const QString &name, const QString &kind) const;
+    std::vector<ObjectName> tableNames() const;
+    std::vector<ObjectName> viewNames() const;
+    std::vector<ObjectName> procedureNames() const;
+    std::vector<ObjectName> functionNames() const;
+
+    /// Counts every change; a compiled statement belongs to one version.
+    quint64 version() const { return m_version; }
+
+private:
+    void alter(const AlterTableStatement &statement);
+    void addModule(const Statement &definition);
+    void drop(const DropStatement &statement);
+
+    template <class T> using Map = QHash<QString, std::shared_ptr<const T>>;
+
+    Map<Table> m_tables;
+    Map<CreateViewStatement> m_views;
+    Map<CreateFunctionStatement> m_functions;
+    Map<CreateProcedureStatement> m_procedures;
+    QHash<QString, QString> m_schemas;
+    quint64 m_version = 0;
+};
+
+} // namespace tsql
