@@ -131,7 +131,7 @@ void TestGoodsSql::createsAllOrNothing()
     }
     QSqlDatabase::removeDatabase(u"half"_s);
     const QString half = run({u"--init"_s, u"a.db"_s});
-    QVERIFY2(half.startsWith(u"1\ngoods-sql: procedures.sql:138: error 2714"), qPrintable(half));
+    QVERIFY2(half.startsWith(u"1\ngoods-sql: procedures.sql:") && half.contains(u": error 2714"), qPrintable(half));
     QCOMPARE(run({u"a.db"_s, u"-c"_s, u"DROP PROCEDURE GoodInf_List_SP"_s}), u"0\n");
     QCOMPARE(run({u"--init"_s, u"a.db"_s}), u"0\n");
 }
