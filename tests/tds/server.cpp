@@ -21,7 +21,7 @@ namespace {
 
 tsql::Error existsAlready(const QString &name)
 {
-    return {1801, u"Database '%1' already exists. Choose a different database name."_s.arg(name)};
+    return tsql::Error::Worded(1801, u"Database '%1' already exists. Choose a different database name."_s.arg(name));
 }
 
 } // namespace
