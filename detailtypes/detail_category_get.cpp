@@ -19,14 +19,14 @@ constexpr int LongestComment = 100;
 } // namespace
 
 TDetailTypes_SelectedList_Get_FRM::TDetailTypes_SelectedList_Get_FRM(host::Host &host)
-    : TBaseGet_FRM(host, TSoftwarePart::DetailTypes), ui(std::make_unique<Ui::TDetailTypes_SelectedList_Get_FRM>()),
+    : TBaseGet_FRM(host, TSoftwarePart::DetailTypes), m_ui(std::make_unique<Ui::TDetailTypes_SelectedList_Get_FRM>()),
       m_data(host.DM)
 {
-    ui->setupUi(Content());
+    m_ui->setupUi(Content());
     SetTitle(u"دسته بندی جزییات"_s);
-    connect(ui->Code_EDT, &QLineEdit::textChanged, this, [this] {
+    connect(m_ui->Code_EDT, &QLineEdit::textChanged, this, [this] {
         if (!IsLoading() && IsNew())
-            SetKey(static_cast<int>(ui->Code_EDT->Integer()));
+            SetKey(static_cast<int>(m_ui->Code_EDT->Integer()));
     });
 }
 
@@ -46,10 +46,10 @@ int TDetailTypes_SelectedList_Get_FRM::ProposeCode()
 
 void TDetailTypes_SelectedList_Get_FRM::Show(const TDetailTypes_SelectedList_Rec &record)
 {
-    ui->Code_EDT->setText(QString::number(record.Code));
-    ui->Code_EDT->setReadOnly(!IsNew());
-    ui->Title_EDT->setText(record.Title);
-    ui->Comment_EDT->setText(record.Comment);
+    m_ui->Code_EDT->setText(QString::number(record.Code));
+    m_ui->Code_EDT->setReadOnly(!IsNew());
+    m_ui->Title_EDT->setText(record.Title);
+    m_ui->Comment_EDT->setText(record.Comment);
 }
 
 void TDetailTypes_SelectedList_Get_FRM::Prepare()
@@ -77,22 +77,23 @@ void TDetailTypes_SelectedList_Get_FRM::Load()
 std::vector<host::Check> TDetailTypes_SelectedList_Get_FRM::Validate()
 {
     return {
-        {u"CodeGiven"_s, [this] { return When(ui->Code_EDT->Integer() <= 0, Required(ui->Code_EDT, u"کد"_s)); }},
+        {u"CodeGiven"_s, [this] { return When(m_ui->Code_EDT->Integer() <= 0, Required(m_ui->Code_EDT, u"کد"_s)); }},
         {u"TitleGiven"_s,
          [this] {
-             return When(ui->Title_EDT->text().trimmed().isEmpty(), Required(ui->Title_EDT, u"عنوان ليست انتخابي"_s));
+             return When(m_ui->Title_EDT->text().trimmed().isEmpty(),
+                         Required(m_ui->Title_EDT, u"عنوان ليست انتخابي"_s));
          }},
         {u"TitleFree"_s,
-         [this] { return When(TitleTaken(), host::Repeated(ui->Title_EDT, u"عنوان"_s, u"ليست انتخابي"_s)); }},
+         [this] { return When(TitleTaken(), host::Repeated(m_ui->Title_EDT, u"عنوان"_s, u"ليست انتخابي"_s)); }},
         {u"CodeFree"_s,
          [this] {
              return When(IsNew() && !m_data.DetailTypes_SelectedList_IsNewRecordMode(Key().toInt()),
-                         host::RepeatedCode(ui->Code_EDT, u"کد"_s));
+                         host::RepeatedCode(m_ui->Code_EDT, u"کد"_s));
          }},
         {u"CommentFits"_s,
          [this] {
-             return When(ui->Comment_EDT->text().size() > LongestComment,
-                         host::Warning(ui->Comment_EDT, u"کاربر گرامی شرح حداکثر 100 حرف می تواند داشته باشد"_s));
+             return When(m_ui->Comment_EDT->text().size() > LongestComment,
+                         host::Warning(m_ui->Comment_EDT, u"کاربر گرامی شرح حداکثر 100 حرف می تواند داشته باشد"_s));
          }},
     };
 }
@@ -100,15 +101,15 @@ std::vector<host::Check> TDetailTypes_SelectedList_Get_FRM::Validate()
 /// The category's own title counts when it is edited.
 bool TDetailTypes_SelectedList_Get_FRM::TitleTaken()
 {
-    return m_data.DetailTypes_SelectedList_ExistName(ui->Title_EDT->text()) > (IsNew() ? 0 : 1);
+    return m_data.DetailTypes_SelectedList_ExistName(m_ui->Title_EDT->text()) > (IsNew() ? 0 : 1);
 }
 
 void TDetailTypes_SelectedList_Get_FRM::Write()
 {
     TDetailTypes_SelectedList_Rec record;
     record.Code = Key().toInt();
-    record.Title = ui->Title_EDT->text();
-    record.Comment = ui->Comment_EDT->text();
+    record.Title = m_ui->Title_EDT->text();
+    record.Comment = m_ui->Comment_EDT->text();
     if (IsNew())
         m_data.DetailTypes_SelectedList_Insert(record);
     else
@@ -122,7 +123,7 @@ void TDetailTypes_SelectedList_Get_FRM::FormClose()
 
 QWidget *TDetailTypes_SelectedList_Get_FRM::FirstControl() const
 {
-    return ui->Title_EDT;
+    return m_ui->Title_EDT;
 }
 
 QString TDetailTypes_SelectedList_Get_FRM::PrepareRecoveryQuery() const

@@ -36,6 +36,6 @@ private:
     void Show(const TDetailTypes_SelectedList_Rec &record);
     bool TitleTaken();
 
-    std::unique_ptr<Ui::TDetailTypes_SelectedList_Get_FRM> ui;
+    std::unique_ptr<Ui::TDetailTypes_SelectedList_Get_FRM> m_ui;
     TDetailTypes_DM m_data;
 };

@@ -14,12 +14,12 @@ using host::TFormMode;
 // The frame of the list: grids, keys, menus and what both tabs share.
 
 TDetailTypes_List_FRM::TDetailTypes_List_FRM(host::Host &host, TFormMode mode, const QString &openingText)
-    : TBaseDock_FRM(host, host::TSoftwarePart::DetailTypes, mode), ui(std::make_unique<Ui::TDetailTypes_List_FRM>()),
+    : TBaseDock_FRM(host, host::TSoftwarePart::DetailTypes, mode), m_ui(std::make_unique<Ui::TDetailTypes_List_FRM>()),
       m_data(host.DM)
 {
-    ui->setupUi(Content());
-    AdoptFooter(ui->CategoryCommands_PNL);
-    AdoptFooter(ui->TypeCommands_PNL);
+    m_ui->setupUi(Content());
+    AdoptFooter(m_ui->CategoryCommands_PNL);
+    AdoptFooter(m_ui->TypeCommands_PNL);
     SetParameterText(openingText);
     SetTitle(u"جزئیات کالاها"_s);
     resize(860, 640);
@@ -32,63 +32,63 @@ TDetailTypes_List_FRM::TDetailTypes_List_FRM(host::Host &host, TFormMode mode, c
 
 TDetailTypes_List_FRM::~TDetailTypes_List_FRM()
 {
-    for (host::Grid *grid : {ui->DetailTypes_List_GRD, ui->SelectedList_List_DBTableView1, ui->DetailList_GRD})
+    for (host::Grid *grid : {m_ui->DetailTypes_List_GRD, m_ui->SelectedList_List_DBTableView1, m_ui->DetailList_GRD})
         grid->SetSource(nullptr);
 }
 
 void TDetailTypes_List_FRM::BuildGrids()
 {
     m_data.DetailTypes_SelectedList_GetAll();
-    ui->DetailTypes_List_GRD->SetColumns(
+    m_ui->DetailTypes_List_GRD->SetColumns(
         {{u"Title"_s, u"عنوان"_s, 210}, {u"DetailTypeName"_s, u"نوع"_s, 150}, {u"Comment"_s, u"توضیحات"_s, 380}});
-    ui->DetailTypes_List_GRD->SetSource(&m_data.DetailTypes_QRY, u"ID"_s);
-    ui->SelectedList_List_DBTableView1->SetColumns({{u"Code"_s, u"کد"_s, 70, false, ColumnFormat::Code},
-                                                    {u"Title"_s, u"عنوان دسته بندی"_s, 230},
-                                                    {u"Defaulted"_s, u"پیش فرض"_s, 90},
-                                                    {u"Comment"_s, u"توضیحات"_s, 340}});
-    ui->SelectedList_List_DBTableView1->SetSource(&m_data.DetailTypes_SelectedList_QRY);
-    ui->DetailList_GRD->SetColumns(
+    m_ui->DetailTypes_List_GRD->SetSource(&m_data.DetailTypes_QRY, u"ID"_s);
+    m_ui->SelectedList_List_DBTableView1->SetColumns({{u"Code"_s, u"کد"_s, 70, false, ColumnFormat::Code},
+                                                      {u"Title"_s, u"عنوان دسته بندی"_s, 230},
+                                                      {u"Defaulted"_s, u"پیش فرض"_s, 90},
+                                                      {u"Comment"_s, u"توضیحات"_s, 340}});
+    m_ui->SelectedList_List_DBTableView1->SetSource(&m_data.DetailTypes_SelectedList_QRY);
+    m_ui->DetailList_GRD->SetColumns(
         {{u"Code"_s, u"کد"_s, 70, false, ColumnFormat::Code}, {u"Name"_s, u"عنوان جزییات"_s, 420}});
-    ui->DetailList_GRD->SetSource(&m_data.DetailTypes_DetailList_QRY);
-    ui->DetailList_GRD->SetMultiSelect(true);
-    for (host::Grid *grid : {ui->DetailTypes_List_GRD, ui->SelectedList_List_DBTableView1, ui->DetailList_GRD}) {
+    m_ui->DetailList_GRD->SetSource(&m_data.DetailTypes_DetailList_QRY);
+    m_ui->DetailList_GRD->SetMultiSelect(true);
+    for (host::Grid *grid : {m_ui->DetailTypes_List_GRD, m_ui->SelectedList_List_DBTableView1, m_ui->DetailList_GRD}) {
         grid->horizontalHeader()->setStretchLastSection(true);
         RememberLayout(grid);
     }
-    ui->TGeneral_Search_Frame1->SetGrid(ui->DetailTypes_List_GRD);
-    ui->Categories_SPL->setSizes({300, 240});
+    m_ui->TGeneral_Search_Frame1->SetGrid(m_ui->DetailTypes_List_GRD);
+    m_ui->Categories_SPL->setSizes({300, 240});
 
-    for (host::Grid *grid : {ui->DetailTypes_List_GRD, ui->SelectedList_List_DBTableView1}) {
+    for (host::Grid *grid : {m_ui->DetailTypes_List_GRD, m_ui->SelectedList_List_DBTableView1}) {
         grid->SetSortable(true);
         connect(grid, &host::Grid::RowActivated, this, &TDetailTypes_List_FRM::Activate);
     }
-    connect(ui->TGeneral_Search_Frame1, &host::SearchFrame::Accepted, this, [this] {
+    connect(m_ui->TGeneral_Search_Frame1, &host::SearchFrame::Accepted, this, [this] {
         if (Chooses())
             Activate();
         else
-            ui->DetailTypes_List_GRD->setFocus(Qt::OtherFocusReason);
+            m_ui->DetailTypes_List_GRD->setFocus(Qt::OtherFocusReason);
     });
-    connect(ui->SelectedList_List_DBTableView1, &host::Grid::CurrentKeyChanged, this, [this] {
+    connect(m_ui->SelectedList_List_DBTableView1, &host::Grid::CurrentKeyChanged, this, [this] {
         if (IsShowing())
             Command(Title(), [this] { FollowCategory(); });
     });
-    connect(ui->DetailTypes_PGC, &QTabWidget::currentChanged, this, &TDetailTypes_List_FRM::ShowTab);
+    connect(m_ui->DetailTypes_PGC, &QTabWidget::currentChanged, this, &TDetailTypes_List_FRM::ShowTab);
 }
 
 void TDetailTypes_List_FRM::BindCommands()
 {
-    Bind(ui->New_BTN, {}, [this] { EditType(TFormMode::New); });
-    Bind(ui->Edit_BTN, {}, [this] { EditType(TFormMode::Edit); });
-    Bind(ui->Delete_BTN, {}, [this] { DeleteType(); });
-    Bind(ui->Select_BTN, {}, [this] { ChooseTypes(); });
-    Bind(ui->New_SelectedList_BTN, {}, [this] { EditCategory(TFormMode::New); });
-    Bind(ui->Edit_SelectedList_BTN, {}, [this] { EditCategory(TFormMode::Edit); });
-    Bind(ui->Delete_SelectedList_BTN, {}, [this] { DeleteCategory(); });
-    Bind(ui->Default_BTN, {}, [this] { SwitchDefault(); });
-    Bind(ui->DetailTypeSelectedListSelect_BTN, {}, [this] { ChooseCategory(); });
-    Bind(ui->NewDetail_BTN, {}, [this] { AddMembers(); });
-    Bind(ui->DeleteDetail_BTN, {}, [this] { DeleteMembers(); });
-    Bind(ui->DeleteAllDetail_BTN, {}, [this] { DeleteAllMembers(); });
+    Bind(m_ui->New_BTN, {}, [this] { EditType(TFormMode::New); });
+    Bind(m_ui->Edit_BTN, {}, [this] { EditType(TFormMode::Edit); });
+    Bind(m_ui->Delete_BTN, {}, [this] { DeleteType(); });
+    Bind(m_ui->Select_BTN, {}, [this] { ChooseTypes(); });
+    Bind(m_ui->New_SelectedList_BTN, {}, [this] { EditCategory(TFormMode::New); });
+    Bind(m_ui->Edit_SelectedList_BTN, {}, [this] { EditCategory(TFormMode::Edit); });
+    Bind(m_ui->Delete_SelectedList_BTN, {}, [this] { DeleteCategory(); });
+    Bind(m_ui->Default_BTN, {}, [this] { SwitchDefault(); });
+    Bind(m_ui->DetailTypeSelectedListSelect_BTN, {}, [this] { ChooseCategory(); });
+    Bind(m_ui->NewDetail_BTN, {}, [this] { AddMembers(); });
+    Bind(m_ui->DeleteDetail_BTN, {}, [this] { DeleteMembers(); });
+    Bind(m_ui->DeleteAllDetail_BTN, {}, [this] { DeleteAllMembers(); });
     Bind(AddFooterButton(u"EXit_BTN"_s, u"خروج Esc"_s), {}, [this] { reject(); });
 }
 
@@ -98,21 +98,21 @@ void TDetailTypes_List_FRM::BindKeys()
     const auto bind = [this](Qt::Key key, QPushButton *types, QPushButton *categories) {
         BindKey(key, types->text(), [this, types, categories] { (OnTypes() ? types : categories)->click(); });
     };
-    bind(Qt::Key_F4, ui->New_BTN, ui->New_SelectedList_BTN);
-    bind(Qt::Key_F5, ui->Edit_BTN, ui->Edit_SelectedList_BTN);
-    bind(Qt::Key_F7, ui->Delete_BTN, ui->Delete_SelectedList_BTN);
+    bind(Qt::Key_F4, m_ui->New_BTN, m_ui->New_SelectedList_BTN);
+    bind(Qt::Key_F5, m_ui->Edit_BTN, m_ui->Edit_SelectedList_BTN);
+    bind(Qt::Key_F7, m_ui->Delete_BTN, m_ui->Delete_SelectedList_BTN);
 }
 
 void TDetailTypes_List_FRM::OrderTabs()
 {
-    QList<QWidget *> stops = ui->TGeneral_Search_Frame1->TabStops();
-    stops << ui->DetailTypes_List_GRD << ui->Select_BTN << ui->New_BTN << ui->Edit_BTN << ui->Delete_BTN
-          << ui->SelectedList_List_DBTableView1 << ui->DetailList_GRD << ui->NewDetail_BTN << ui->DeleteDetail_BTN
-          << ui->DeleteAllDetail_BTN << ui->DetailTypeSelectedListSelect_BTN << ui->New_SelectedList_BTN
-          << ui->Edit_SelectedList_BTN << ui->Delete_SelectedList_BTN << ui->Default_BTN
-          << findChild<QPushButton *>(u"EXit_BTN"_s);
+    QList<QWidget *> stops = m_ui->TGeneral_Search_Frame1->TabStops();
+    stops << m_ui->DetailTypes_List_GRD << m_ui->Select_BTN << m_ui->New_BTN << m_ui->Edit_BTN << m_ui->Delete_BTN
+          << m_ui->SelectedList_List_DBTableView1 << m_ui->DetailList_GRD << m_ui->NewDetail_BTN
+          << m_ui->DeleteDetail_BTN << m_ui->DeleteAllDetail_BTN << m_ui->DetailTypeSelectedListSelect_BTN
+          << m_ui->New_SelectedList_BTN << m_ui->Edit_SelectedList_BTN << m_ui->Delete_SelectedList_BTN
+          << m_ui->Default_BTN << findChild<QPushButton *>(u"EXit_BTN"_s);
     host::ChainTabs(stops);
-    ui->DetailTypes_PGC->setFocusPolicy(Qt::NoFocus); // Ctrl+Tab turns the pages; Tab stays on the one shown
+    m_ui->DetailTypes_PGC->setFocusPolicy(Qt::NoFocus); // Ctrl+Tab turns the pages; Tab stays on the one shown
 }
 
 void TDetailTypes_List_FRM::BindMenus()
@@ -135,23 +135,23 @@ void TDetailTypes_List_FRM::BindMenus()
             popup.exec(grid->viewport()->mapToGlobal(at));
         });
     };
-    menu(ui->DetailTypes_List_GRD, {{u"جدید"_s, ui->New_BTN},
-                                    {u"ویرایش"_s, ui->Edit_BTN},
-                                    {u"حذف"_s, ui->Delete_BTN},
-                                    {u"انتخاب"_s, ui->Select_BTN}});
-    menu(ui->DetailList_GRD, {{u"سطر جدید"_s, ui->NewDetail_BTN},
-                              {u"حذف سطر"_s, ui->DeleteDetail_BTN},
-                              {u"حذف همه"_s, ui->DeleteAllDetail_BTN}});
+    menu(m_ui->DetailTypes_List_GRD, {{u"جدید"_s, m_ui->New_BTN},
+                                      {u"ویرایش"_s, m_ui->Edit_BTN},
+                                      {u"حذف"_s, m_ui->Delete_BTN},
+                                      {u"انتخاب"_s, m_ui->Select_BTN}});
+    menu(m_ui->DetailList_GRD, {{u"سطر جدید"_s, m_ui->NewDetail_BTN},
+                                {u"حذف سطر"_s, m_ui->DeleteDetail_BTN},
+                                {u"حذف همه"_s, m_ui->DeleteAllDetail_BTN}});
 }
 
 bool TDetailTypes_List_FRM::OnTypes() const
 {
-    return ui->DetailTypes_PGC->currentWidget() == ui->Types_TBS;
+    return m_ui->DetailTypes_PGC->currentWidget() == m_ui->Types_TBS;
 }
 
 host::Grid *TDetailTypes_List_FRM::PrintedGrid() const
 {
-    return OnTypes() ? ui->DetailTypes_List_GRD : ui->SelectedList_List_DBTableView1;
+    return OnTypes() ? m_ui->DetailTypes_List_GRD : m_ui->SelectedList_List_DBTableView1;
 }
 
 void TDetailTypes_List_FRM::Warn(const QString &text)
@@ -162,14 +162,14 @@ void TDetailTypes_List_FRM::Warn(const QString &text)
 void TDetailTypes_List_FRM::FormShow()
 {
     m_selectedCodes.clear();
-    ui->DetailTypes_PGC->setCurrentWidget(ui->Types_TBS);
+    m_ui->DetailTypes_PGC->setCurrentWidget(m_ui->Types_TBS);
     const bool categories = !Chooses() || m_choice.Categories;
-    ui->DetailTypes_PGC->setTabEnabled(ui->DetailTypes_PGC->indexOf(ui->SelectedLists_TBS), categories);
-    ui->DetailTypes_PGC->tabBar()->setVisible(categories);
-    ui->SelectedList_List_DBTableView1->SetMultiSelect(false);
-    ui->DetailTypes_List_GRD->SetMultiSelect(Chooses());
-    ui->DetailTypes_List_GRD->ClearMarks();
-    ui->DetailList_GRD->ClearMarks();
+    m_ui->DetailTypes_PGC->setTabEnabled(m_ui->DetailTypes_PGC->indexOf(m_ui->SelectedLists_TBS), categories);
+    m_ui->DetailTypes_PGC->tabBar()->setVisible(categories);
+    m_ui->SelectedList_List_DBTableView1->SetMultiSelect(false);
+    m_ui->DetailTypes_List_GRD->SetMultiSelect(Chooses());
+    m_ui->DetailTypes_List_GRD->ClearMarks();
+    m_ui->DetailList_GRD->ClearMarks();
     m_data.DetailTypes_GetAll();
     m_data.DetailTypes_SelectedList_QRY.Open();
     FollowCategory();
@@ -178,7 +178,7 @@ void TDetailTypes_List_FRM::FormShow()
 
 void TDetailTypes_List_FRM::FormClose()
 {
-    ui->TGeneral_Search_Frame1->Clear();
+    m_ui->TGeneral_Search_Frame1->Clear();
     for (host::Dataset *rows :
          {&m_data.DetailTypes_QRY, &m_data.DetailTypes_SelectedList_QRY, &m_data.DetailTypes_DetailList_QRY})
         rows->Close();
@@ -186,8 +186,8 @@ void TDetailTypes_List_FRM::FormClose()
 
 void TDetailTypes_List_FRM::ShowTab()
 {
-    ui->TypeCommands_PNL->setVisible(OnTypes());
-    ui->CategoryCommands_PNL->setVisible(!OnTypes());
+    m_ui->TypeCommands_PNL->setVisible(OnTypes());
+    m_ui->CategoryCommands_PNL->setVisible(!OnTypes());
     PrintedGrid()->setFocus(Qt::OtherFocusReason);
 }
 
@@ -196,25 +196,25 @@ void TDetailTypes_List_FRM::RefreshButtons()
     const bool types = !m_data.DetailTypes_QRY.IsEmpty();
     const bool categories = !m_data.DetailTypes_SelectedList_QRY.IsEmpty();
     const bool members = !m_data.DetailTypes_DetailList_QRY.IsEmpty();
-    ui->Edit_BTN->setEnabled(types);
-    ui->Delete_BTN->setEnabled(types);
-    ui->Select_BTN->setEnabled(Chooses() && types);
-    ui->Edit_SelectedList_BTN->setEnabled(categories);
-    ui->Delete_SelectedList_BTN->setEnabled(categories);
-    ui->Default_BTN->setEnabled(categories);
-    ui->DetailTypeSelectedListSelect_BTN->setEnabled(Chooses() && m_choice.Categories && categories);
-    ui->NewDetail_BTN->setEnabled(categories);
-    ui->DeleteDetail_BTN->setEnabled(members);
-    ui->DeleteAllDetail_BTN->setEnabled(members);
-    ui->Hint_LBL->setVisible(!categories);
+    m_ui->Edit_BTN->setEnabled(types);
+    m_ui->Delete_BTN->setEnabled(types);
+    m_ui->Select_BTN->setEnabled(Chooses() && types);
+    m_ui->Edit_SelectedList_BTN->setEnabled(categories);
+    m_ui->Delete_SelectedList_BTN->setEnabled(categories);
+    m_ui->Default_BTN->setEnabled(categories);
+    m_ui->DetailTypeSelectedListSelect_BTN->setEnabled(Chooses() && m_choice.Categories && categories);
+    m_ui->NewDetail_BTN->setEnabled(categories);
+    m_ui->DeleteDetail_BTN->setEnabled(members);
+    m_ui->DeleteAllDetail_BTN->setEnabled(members);
+    m_ui->Hint_LBL->setVisible(!categories);
 }
 
 void TDetailTypes_List_FRM::Activate()
 {
     if (OnTypes())
-        (Chooses() ? ui->Select_BTN : ui->Edit_BTN)->click();
+        (Chooses() ? m_ui->Select_BTN : m_ui->Edit_BTN)->click();
     else
-        (Chooses() ? ui->DetailTypeSelectedListSelect_BTN : ui->Edit_SelectedList_BTN)->click();
+        (Chooses() ? m_ui->DetailTypeSelectedListSelect_BTN : m_ui->Edit_SelectedList_BTN)->click();
 }
 
 void TDetailTypes_List_FRM::CloseWith(const QString &codes)
@@ -225,5 +225,5 @@ void TDetailTypes_List_FRM::CloseWith(const QString &codes)
 
 host::SearchFrame *TDetailTypes_List_FRM::ListSearch() const
 {
-    return OnTypes() ? ui->TGeneral_Search_Frame1 : nullptr;
+    return OnTypes() ? m_ui->TGeneral_Search_Frame1 : nullptr;
 }

@@ -74,7 +74,7 @@ private:
     void DeleteMembers();
     void DeleteAllMembers();
 
-    std::unique_ptr<Ui::TDetailTypes_List_FRM> ui;
+    std::unique_ptr<Ui::TDetailTypes_List_FRM> m_ui;
     TDetailTypes_DM m_data;
     detail_types::Choice m_choice;
     QString m_selectedCodes;

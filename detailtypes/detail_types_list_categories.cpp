@@ -13,27 +13,27 @@ using host::TPermission;
 
 int TDetailTypes_List_FRM::Category() const
 {
-    return ui->SelectedList_List_DBTableView1->CurrentKey().toInt();
+    return m_ui->SelectedList_List_DBTableView1->CurrentKey().toInt();
 }
 
 bool TDetailTypes_List_FRM::IsDefault() const
 {
-    return ui->SelectedList_List_DBTableView1->CurrentValue(u"DefaultSelectedList"_s).toBool();
+    return m_ui->SelectedList_List_DBTableView1->CurrentValue(u"DefaultSelectedList"_s).toBool();
 }
 
 void TDetailTypes_List_FRM::ReloadCategories(const QString &key)
 {
-    detail_types::Reload(*ui->SelectedList_List_DBTableView1, key,
+    detail_types::Reload(*m_ui->SelectedList_List_DBTableView1, key,
                          [this] { m_data.DetailTypes_SelectedList_QRY.Requery(); });
     FollowCategory();
 }
 
 void TDetailTypes_List_FRM::FollowCategory()
 {
-    ui->DetailList_GRD->ClearMarks();
-    detail_types::Reload(*ui->DetailList_GRD, ui->DetailList_GRD->CurrentKey(),
+    m_ui->DetailList_GRD->ClearMarks();
+    detail_types::Reload(*m_ui->DetailList_GRD, m_ui->DetailList_GRD->CurrentKey(),
                          [this] { m_data.DetailTypes_SelectedList_DetailGetAll(Category()); });
-    ui->Default_BTN->setText(IsDefault() ? u"غیر پیش فر&ض"_s : u"پیش فر&ض"_s);
+    m_ui->Default_BTN->setText(IsDefault() ? u"غیر پیش فر&ض"_s : u"پیش فر&ض"_s);
     RefreshButtons();
 }
 
@@ -94,7 +94,7 @@ void TDetailTypes_List_FRM::AddMembers()
 
 void TDetailTypes_List_FRM::DeleteMembers()
 {
-    host::Grid *grid = ui->DetailList_GRD;
+    host::Grid *grid = m_ui->DetailList_GRD;
     QStringList members = grid->MarkedKeys();
     if (members.isEmpty() && !grid->IsEmpty())
         members << grid->CurrentKey();
@@ -121,7 +121,7 @@ void TDetailTypes_List_FRM::ChooseCategory()
         Warn(*refusal);
         return;
     }
-    const QString codes = ui->DetailList_GRD->ShownKeys().join(u',');
+    const QString codes = m_ui->DetailList_GRD->ShownKeys().join(u',');
     // A category is given to a good, never to another category.
     if (const auto refusal = detail_types::NotTogether(m_data, m_choice.PreviousCodes, codes, false)) {
         Warn(*refusal);

@@ -18,13 +18,13 @@ constexpr int NoticeMilliseconds = 5000;
 
 void TDetailTypes_List_FRM::ReloadTypes(const QString &key)
 {
-    detail_types::Reload(*ui->DetailTypes_List_GRD, key, [this] { m_data.DetailTypes_GetAll(); });
+    detail_types::Reload(*m_ui->DetailTypes_List_GRD, key, [this] { m_data.DetailTypes_GetAll(); });
     RefreshButtons();
 }
 
 void TDetailTypes_List_FRM::EditType(TFormMode mode)
 {
-    const QString key = ui->DetailTypes_List_GRD->CurrentKey();
+    const QString key = m_ui->DetailTypes_List_GRD->CurrentKey();
     if (mode == TFormMode::Edit && key.isEmpty())
         return;
     TDetailTypes_Get_FRM editor(m_host);
@@ -33,7 +33,7 @@ void TDetailTypes_List_FRM::EditType(TFormMode mode)
     if (saved.isEmpty())
         return;
     if (mode == TFormMode::New)
-        ui->TGeneral_Search_Frame1->Clear();
+        m_ui->TGeneral_Search_Frame1->Clear();
     ReloadTypes(saved);
     // A member may have got another title.
     FollowCategory();
@@ -41,24 +41,24 @@ void TDetailTypes_List_FRM::EditType(TFormMode mode)
 
 void TDetailTypes_List_FRM::DeleteType()
 {
-    const QString key = ui->DetailTypes_List_GRD->CurrentKey();
+    const QString key = m_ui->DetailTypes_List_GRD->CurrentKey();
     if (key.isEmpty() || !host::Granted(m_host, host::TSoftwarePart::DetailTypes, host::TPermission::Delete))
         return;
     const QString what = u"جزییات"_s;
     if (m_data.UseGoodDetailType(key.toInt())) {
-        m_host.messages.ShowSmartMessage(host::message::ItemInUse, {what}, NoticeMilliseconds, ui->Delete_BTN);
+        m_host.messages.ShowSmartMessage(host::message::ItemInUse, {what}, NoticeMilliseconds, m_ui->Delete_BTN);
         return;
     }
     if (!m_host.messages.MsgDeleteItem(what))
         return;
     m_data.DetailTypes_Delete(key.toInt());
-    ui->DetailTypes_List_GRD->SetMarked(key, false);
+    m_ui->DetailTypes_List_GRD->SetMarked(key, false);
     ReloadTypes(key);
 }
 
 void TDetailTypes_List_FRM::ChooseTypes()
 {
-    host::Grid *grid = ui->DetailTypes_List_GRD;
+    host::Grid *grid = m_ui->DetailTypes_List_GRD;
     QStringList picked = grid->MarkedKeys();
     if (picked.isEmpty() && !grid->IsEmpty())
         picked << grid->CurrentKey();

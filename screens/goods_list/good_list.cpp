@@ -24,11 +24,11 @@ constexpr int FollowMilliseconds = 120;
 } // namespace
 
 TGood_List_FRM::TGood_List_FRM(host::Host &host, TFormMode mode, const QString &openingText)
-    : TBaseDock_FRM(host, host::TSoftwarePart::Goods, mode), ui(std::make_unique<Ui::TGood_List_FRM>()),
+    : TBaseDock_FRM(host, host::TSoftwarePart::Goods, mode), m_ui(std::make_unique<Ui::TGood_List_FRM>()),
       m_goods(host.DM, host.settings, host.entities), m_list(host.DM.FDConnection1, this), m_removal(host, m_goods)
 {
-    ui->setupUi(Content());
-    AdoptFooter(ui->Footer_PNL);
+    m_ui->setupUi(Content());
+    AdoptFooter(m_ui->Footer_PNL);
     SetParameterText(openingText);
     SetTitle(u"لیست کالاها"_s);
     resize(1320, 780);
@@ -47,13 +47,13 @@ TGood_List_FRM::TGood_List_FRM(host::Host &host, TFormMode mode, const QString &
 
 TGood_List_FRM::~TGood_List_FRM()
 {
-    ui->GoodListDB_GRD->SetSource(nullptr);
-    ui->Group_PNL->SetGroups(nullptr);
+    m_ui->GoodListDB_GRD->SetSource(nullptr);
+    m_ui->Group_PNL->SetGroups(nullptr);
 }
 
 void TGood_List_FRM::BuildGrid()
 {
-    host::Grid *grid = ui->GoodListDB_GRD;
+    host::Grid *grid = m_ui->GoodListDB_GRD;
     grid->SetColumns(goods_list::GoodColumns({}));
     grid->SetSearchFields({u"Code"_s, u"AbbName"_s, u"Name"_s, u"SMSCode"_s});
     grid->SetSortable(true);
@@ -64,7 +64,7 @@ void TGood_List_FRM::BuildGrid()
         if (const QString field = grid->Columns().at(column).field; field.size() == 2 && field.startsWith(u't'))
             grid->setItemDelegateForColumn(column + 1, m_marks); // the mark column comes first
     RememberLayout(grid);
-    ui->TGeneral_Search_Frame1->SetGrid(grid);
+    m_ui->TGeneral_Search_Frame1->SetGrid(grid);
 
     m_counts = new QLabel(this);
     m_counts->setObjectName(u"Counts_LBL"_s);
@@ -87,30 +87,31 @@ void TGood_List_FRM::BuildGrid()
         if (IsShowing())
             Command(Title(), [this] { m_list.SetRequestedColumns(FieldsToRequest()); });
     });
-    connect(ui->TGeneral_Search_Frame1, &host::SearchFrame::Accepted, this,
+    connect(m_ui->TGeneral_Search_Frame1, &host::SearchFrame::Accepted, this,
             [this] { Command(Title(), [this] { TakeTyped(); }); });
 }
 
 /// The form orders its own widgets only: those inside the search and the groups, and the base's buttons, join here.
 void TGood_List_FRM::OrderTabs()
 {
-    QList<QWidget *> stops = ui->TGeneral_Search_Frame1->TabStops();
-    stops << ui->GoodListDB_GRD << ui->Group_PNL->TabStops() << ui->Search_TBC;
-    stops << ui->Select_BTN << ui->New_BTN << ui->Edit_BTN << ui->Review_BTN << ui->Del_BTN << ui->PrintList_BTN
-          << ui->UpdateAssets_BTN << ui->Tags_btn << ui->ShowPicture_BTN << findChild<QPushButton *>(u"EXit_BTN"_s);
+    QList<QWidget *> stops = m_ui->TGeneral_Search_Frame1->TabStops();
+    stops << m_ui->GoodListDB_GRD << m_ui->Group_PNL->TabStops() << m_ui->Search_TBC;
+    stops << m_ui->Select_BTN << m_ui->New_BTN << m_ui->Edit_BTN << m_ui->Review_BTN << m_ui->Del_BTN
+          << m_ui->PrintList_BTN << m_ui->UpdateAssets_BTN << m_ui->Tags_btn << m_ui->ShowPicture_BTN
+          << findChild<QPushButton *>(u"EXit_BTN"_s);
     host::ChainTabs(stops);
 }
 
 void TGood_List_FRM::BuildStockTabs()
 {
     // The positions are those that the list procedure is asked by.
-    ui->Search_TBC->addTab(u"موجود"_s);
-    ui->Search_TBC->addTab(u"ناموجود"_s);
-    ui->Search_TBC->addTab(u"همه"_s);
-    ui->Search_TBC->setCurrentIndex(2);
-    ui->Search_TBC->setDrawBase(false);
-    ui->Search_TBC->setExpanding(false);
-    connect(ui->Search_TBC, &QTabBar::currentChanged, this, [this] {
+    m_ui->Search_TBC->addTab(u"موجود"_s);
+    m_ui->Search_TBC->addTab(u"ناموجود"_s);
+    m_ui->Search_TBC->addTab(u"همه"_s);
+    m_ui->Search_TBC->setCurrentIndex(2);
+    m_ui->Search_TBC->setDrawBase(false);
+    m_ui->Search_TBC->setExpanding(false);
+    connect(m_ui->Search_TBC, &QTabBar::currentChanged, this, [this] {
         if (IsShowing())
             Command(Title(), [this] { Refresh(); });
     });
@@ -121,60 +122,60 @@ void TGood_List_FRM::BuildPanels()
     m_follow.setSingleShot(true);
     m_follow.setInterval(FollowMilliseconds);
     connect(&m_follow, &QTimer::timeout, this, [this] { Command(Title(), [this] { ShowPanels(); }); });
-    ui->Tags_pnl->hide();
-    ui->Pic_Show->hide();
-    ui->ShowPicture_BTN->setIcon(host::Icon(host::Glyph::Photo, palette().color(QPalette::ButtonText)));
-    ui->ShowPicture_BTN->setToolTip(u"نمايش تصوير"_s);
-    ui->Main_SPL->setSizes({190, 800, 240});
-    ui->Main_SPL->setStretchFactor(0, 0);
-    ui->Main_SPL->setStretchFactor(1, 1);
-    ui->Main_SPL->setStretchFactor(2, 0);
-    connect(ui->Tags_btn, &QPushButton::toggled, this, [this](bool on) {
-        ui->Tags_pnl->setVisible(on);
+    m_ui->Tags_pnl->hide();
+    m_ui->Pic_Show->hide();
+    m_ui->ShowPicture_BTN->setIcon(host::Icon(host::Glyph::Photo, palette().color(QPalette::ButtonText)));
+    m_ui->ShowPicture_BTN->setToolTip(u"نمايش تصوير"_s);
+    m_ui->Main_SPL->setSizes({190, 800, 240});
+    m_ui->Main_SPL->setStretchFactor(0, 0);
+    m_ui->Main_SPL->setStretchFactor(1, 1);
+    m_ui->Main_SPL->setStretchFactor(2, 0);
+    connect(m_ui->Tags_btn, &QPushButton::toggled, this, [this](bool on) {
+        m_ui->Tags_pnl->setVisible(on);
         m_follow.start();
     });
-    connect(ui->ShowPicture_BTN, &QPushButton::toggled, this, [this](bool on) {
-        ui->Pic_Show->setVisible(on);
-        ui->ShowPicture_BTN->setToolTip(on ? u"عدم نمايش تصوير"_s : u"نمايش تصوير"_s);
+    connect(m_ui->ShowPicture_BTN, &QPushButton::toggled, this, [this](bool on) {
+        m_ui->Pic_Show->setVisible(on);
+        m_ui->ShowPicture_BTN->setToolTip(on ? u"عدم نمايش تصوير"_s : u"نمايش تصوير"_s);
         m_follow.start();
     });
-    connect(ui->Pic_Show, &host::PicturePanel::CloseRequested, this,
-            [this] { ui->ShowPicture_BTN->setChecked(false); });
-    connect(ui->Tags1, &goods_list::GoodTagsView::Changed, this, [this](int code, const QString &tags) {
-        Command(ui->Tags_btn->text(), [this, code, tags] { StoreTags(code, tags); });
+    connect(m_ui->Pic_Show, &host::PicturePanel::CloseRequested, this,
+            [this] { m_ui->ShowPicture_BTN->setChecked(false); });
+    connect(m_ui->Tags1, &goods_list::GoodTagsView::Changed, this, [this](int code, const QString &tags) {
+        Command(m_ui->Tags_btn->text(), [this, code, tags] { StoreTags(code, tags); });
     });
 }
 
 void TGood_List_FRM::SetMultiSelect(bool on)
 {
     m_multiSelect = on;
-    ui->GoodListDB_GRD->SetMultiSelect(on || Mode() != TFormMode::Selection);
+    m_ui->GoodListDB_GRD->SetMultiSelect(on || Mode() != TFormMode::Selection);
 }
 
 void TGood_List_FRM::SetFormMode(TFormMode mode)
 {
     TBaseDock_FRM::SetFormMode(mode);
-    ui->Select_BTN->setVisible(mode == TFormMode::Selection);
+    m_ui->Select_BTN->setVisible(mode == TFormMode::Selection);
     SetMultiSelect(m_multiSelect);
 }
 
 void TGood_List_FRM::SetFormTheme()
 {
     TBaseDock_FRM::SetFormTheme();
-    ui->TListDetail_FRAME1->SetTitleFont(m_host.theme.TitleFont());
+    m_ui->TListDetail_FRAME1->SetTitleFont(m_host.theme.TitleFont());
 }
 
 host::Grid *TGood_List_FRM::PrintedGrid() const
 {
-    return ui->GoodListDB_GRD;
+    return m_ui->GoodListDB_GRD;
 }
 
 QByteArray TGood_List_FRM::SaveState() const
 {
     QByteArray state;
     QDataStream stream(&state, QIODevice::WriteOnly);
-    stream << ui->Search_TBC->currentIndex() << ui->Tags_btn->isChecked() << ui->ShowPicture_BTN->isChecked()
-           << ui->Main_SPL->saveState();
+    stream << m_ui->Search_TBC->currentIndex() << m_ui->Tags_btn->isChecked() << m_ui->ShowPicture_BTN->isChecked()
+           << m_ui->Main_SPL->saveState();
     return state;
 }
 
@@ -189,12 +190,12 @@ void TGood_List_FRM::RestoreState(const QByteArray &state)
     if (stream.status() != QDataStream::Ok)
         return;
     {
-        const QSignalBlocker quiet(ui->Search_TBC); // the rows are not open yet
-        ui->Search_TBC->setCurrentIndex(tab);
+        const QSignalBlocker quiet(m_ui->Search_TBC); // the rows are not open yet
+        m_ui->Search_TBC->setCurrentIndex(tab);
     }
-    ui->Tags_btn->setChecked(tags);
-    ui->ShowPicture_BTN->setChecked(picture);
-    ui->Main_SPL->restoreState(splitter);
+    m_ui->Tags_btn->setChecked(tags);
+    m_ui->ShowPicture_BTN->setChecked(picture);
+    m_ui->Main_SPL->restoreState(splitter);
 }
 
 void TGood_List_FRM::FormShow()
@@ -202,31 +203,31 @@ void TGood_List_FRM::FormShow()
     m_chosenCode = 0;
     m_chosenName.clear();
     m_chosenCodes.clear();
-    ui->GoodListDB_GRD->ClearMarks();
+    m_ui->GoodListDB_GRD->ClearMarks();
     const bool stock = m_host.settings.SettingRecord().StockOnGoodsList;
-    ui->TabSearch_FRAME->setVisible(stock);
-    ui->UpdateAssets_BTN->setVisible(stock);
+    m_ui->TabSearch_FRAME->setVisible(stock);
+    m_ui->UpdateAssets_BTN->setVisible(stock);
     ShowPriceTitles();
     LoadTags();
     OpenGroups();
     m_list.SetRequestedColumns(FieldsToRequest());
     Refresh();
     StandOnOpeningGood();
-    ui->GoodListDB_GRD->setFocus(Qt::OtherFocusReason);
+    m_ui->GoodListDB_GRD->setFocus(Qt::OtherFocusReason);
 }
 
 void TGood_List_FRM::FormClose()
 {
-    m_lastKey = ui->GoodListDB_GRD->CurrentKey();
-    ui->TGeneral_Search_Frame1->Clear();
+    m_lastKey = m_ui->GoodListDB_GRD->CurrentKey();
+    m_ui->TGeneral_Search_Frame1->Clear();
     m_list.Close();
-    ui->GoodListDB_GRD->SortBy({}); // each opening begins with the list's own order
+    m_ui->GoodListDB_GRD->SortBy({}); // each opening begins with the list's own order
     m_follow.stop();
 }
 
 void TGood_List_FRM::StandOnOpeningGood()
 {
-    host::Grid *grid = ui->GoodListDB_GRD;
+    host::Grid *grid = m_ui->GoodListDB_GRD;
     if (Mode() != TFormMode::Selection) {
         grid->Locate(m_lastKey);
         return;
@@ -236,17 +237,17 @@ void TGood_List_FRM::StandOnOpeningGood()
     const bool found = grid->Locate(whole ? QString::number(code) : m_lastKey) && whole;
     // What the caller's user typed instead of a code is what the search begins with.
     if (!found && !m_multiSelect && !ParameterText().trimmed().isEmpty())
-        ui->TGeneral_Search_Frame1->SetText(ParameterText().trimmed());
+        m_ui->TGeneral_Search_Frame1->SetText(ParameterText().trimmed());
 }
 
 host::SearchFrame *TGood_List_FRM::ListSearch() const
 {
-    return ui->TGeneral_Search_Frame1;
+    return m_ui->TGeneral_Search_Frame1;
 }
 
 void TGood_List_FRM::UserChanged()
 {
-    ui->TGeneral_Search_Frame1->Reset();
-    ui->Group_PNL->SetChosenGroup(0);
+    m_ui->TGeneral_Search_Frame1->Reset();
+    m_ui->Group_PNL->SetChosenGroup(0);
     m_lastKey.clear();
 }

@@ -117,7 +117,7 @@ private:
     void StoreTags(int code, const QString &tags);
     void ShowPictures();
 
-    std::unique_ptr<Ui::TGood_List_FRM> ui;
+    std::unique_ptr<Ui::TGood_List_FRM> m_ui;
     TGood_DM m_goods;
     host::TVelakSearchManager m_list;
     goods_list::GoodRemoval m_removal;

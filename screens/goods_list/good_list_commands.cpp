@@ -16,20 +16,20 @@ using host::TSoftwarePart;
 
 void TGood_List_FRM::BindCommands()
 {
-    Bind(ui->New_BTN, Qt::Key_F4, [this] { NewGood(); });
-    Bind(ui->Edit_BTN, Qt::Key_F5, [this] { OpenGood(TFormMode::Edit); });
-    Bind(ui->Review_BTN, Qt::Key_F6, [this] { OpenGood(TFormMode::Review); });
-    Bind(ui->Del_BTN, Qt::Key_F7, [this] { DeleteGood(); });
-    Bind(ui->PrintList_BTN, Qt::Key_F9, [this] { PreviewGrid(); });
-    Bind(ui->UpdateAssets_BTN, {}, [this] { UpdateStock(); });
+    Bind(m_ui->New_BTN, Qt::Key_F4, [this] { NewGood(); });
+    Bind(m_ui->Edit_BTN, Qt::Key_F5, [this] { OpenGood(TFormMode::Edit); });
+    Bind(m_ui->Review_BTN, Qt::Key_F6, [this] { OpenGood(TFormMode::Review); });
+    Bind(m_ui->Del_BTN, Qt::Key_F7, [this] { DeleteGood(); });
+    Bind(m_ui->PrintList_BTN, Qt::Key_F9, [this] { PreviewGrid(); });
+    Bind(m_ui->UpdateAssets_BTN, {}, [this] { UpdateStock(); });
     Bind(AddFooterButton(u"EXit_BTN"_s, u"خروج Esc"_s), {}, [this] { reject(); });
     // Enter comes from the grid and from the search, not from the button alone.
-    Bind(ui->Select_BTN, {}, [this] { Choose(); });
+    Bind(m_ui->Select_BTN, {}, [this] { Choose(); });
 }
 
 void TGood_List_FRM::BindGroups()
 {
-    goods_list::GroupPanel *groups = ui->Group_PNL;
+    goods_list::GroupPanel *groups = m_ui->Group_PNL;
     BindKey(Qt::CTRL | Qt::Key_F11, u"گروه"_s, [groups] { groups->FocusSearch(); });
     Bind(groups->GroupButton(), Qt::Key_F11, [this] {
         m_host.entities.Call_GroupList(TSoftwarePart::GoodsGroups);
@@ -38,11 +38,11 @@ void TGood_List_FRM::BindGroups()
     connect(groups, &goods_list::GroupPanel::GroupChosen, this, [this] {
         Command(u"گروه"_s, [this] {
             Refresh();
-            ui->GoodListDB_GRD->setFocus(Qt::OtherFocusReason);
+            m_ui->GoodListDB_GRD->setFocus(Qt::OtherFocusReason);
         });
     });
     connect(groups, &goods_list::GroupPanel::LeaveRequested, this,
-            [this] { ui->GoodListDB_GRD->setFocus(Qt::OtherFocusReason); });
+            [this] { m_ui->GoodListDB_GRD->setFocus(Qt::OtherFocusReason); });
     connect(groups, &goods_list::GroupPanel::NewRequested, this,
             [this] { EditGroups([this] { return m_host.entities.New_Group(TSoftwarePart::GoodsGroups) != 0; }); });
     connect(groups, &goods_list::GroupPanel::EditRequested, this, [this](int code) {
@@ -73,19 +73,19 @@ TGood_Get_FRM &TGood_List_FRM::Editor()
 
 void TGood_List_FRM::NewGood()
 {
-    const int group = ui->Group_PNL->ChosenGroup();
+    const int group = m_ui->Group_PNL->ChosenGroup();
     TGood_Get_FRM &editor = Editor();
     editor.Open({}, TFormMode::New, group != 0 ? QString::number(group) : QString());
     const QString saved = editor.SavedKey().toString();
     if (saved.isEmpty())
         return;
-    ui->TGeneral_Search_Frame1->Clear();
+    m_ui->TGeneral_Search_Frame1->Clear();
     RefreshAt(saved);
 }
 
 void TGood_List_FRM::OpenGood(TFormMode mode)
 {
-    host::Grid *grid = ui->GoodListDB_GRD;
+    host::Grid *grid = m_ui->GoodListDB_GRD;
     if (grid->IsEmpty())
         return;
     const QString key = grid->CurrentKey();
@@ -101,7 +101,7 @@ void TGood_List_FRM::OpenGood(TFormMode mode)
 
 void TGood_List_FRM::TakeOut(const QString &key)
 {
-    host::Grid *grid = ui->GoodListDB_GRD;
+    host::Grid *grid = m_ui->GoodListDB_GRD;
     grid->SetMarked(key, false);
     if (grid->Locate(key)) {
         host::Grid::Place place = grid->CurrentPlace();
@@ -114,11 +114,11 @@ void TGood_List_FRM::TakeOut(const QString &key)
 
 void TGood_List_FRM::DeleteGood()
 {
-    host::Grid *grid = ui->GoodListDB_GRD;
+    host::Grid *grid = m_ui->GoodListDB_GRD;
     if (grid->IsEmpty())
         return;
     const QString key = grid->CurrentKey();
-    if (!m_removal.Delete(key.toInt(), ui->Del_BTN))
+    if (!m_removal.Delete(key.toInt(), m_ui->Del_BTN))
         return;
     TakeOut(key);
 }
@@ -126,14 +126,14 @@ void TGood_List_FRM::DeleteGood()
 void TGood_List_FRM::ActivateRow()
 {
     if (Mode() == TFormMode::Selection)
-        Command(ui->Select_BTN->text(), [this] { Choose(); });
+        Command(m_ui->Select_BTN->text(), [this] { Choose(); });
     else
-        Command(ui->Edit_BTN->text(), [this] { OpenGood(TFormMode::Edit); });
+        Command(m_ui->Edit_BTN->text(), [this] { OpenGood(TFormMode::Edit); });
 }
 
 void TGood_List_FRM::Choose()
 {
-    host::Grid *grid = ui->GoodListDB_GRD;
+    host::Grid *grid = m_ui->GoodListDB_GRD;
     m_list.Finish();
     if (grid->IsEmpty())
         return;
@@ -147,13 +147,13 @@ void TGood_List_FRM::Choose()
 /// Enter in the search: a scanned barcode finds its good, anything else has found it already.
 void TGood_List_FRM::TakeTyped()
 {
-    const host::SearchDescription typed = ui->TGeneral_Search_Frame1->Description();
+    const host::SearchDescription typed = m_ui->TGeneral_Search_Frame1->Description();
     const QString barcode = host::FoldDigits(typed.text.isEmpty() ? typed.number : typed.text).trimmed();
     const bool found = !barcode.isEmpty() && FindBarcode(barcode);
     if (Mode() == TFormMode::Selection)
         Choose();
-    else if (found || !ui->GoodListDB_GRD->IsEmpty())
-        ui->GoodListDB_GRD->setFocus(Qt::OtherFocusReason);
+    else if (found || !m_ui->GoodListDB_GRD->IsEmpty())
+        m_ui->GoodListDB_GRD->setFocus(Qt::OtherFocusReason);
 }
 
 bool TGood_List_FRM::FindBarcode(const QString &barcode)
@@ -161,14 +161,14 @@ bool TGood_List_FRM::FindBarcode(const QString &barcode)
     const int code = m_goods.CheckBarcodeCode(barcode);
     if (code == 0)
         return false;
-    host::Grid *grid = ui->GoodListDB_GRD;
+    host::Grid *grid = m_ui->GoodListDB_GRD;
     const QString key = QString::number(code);
     if (!grid->Locate(key)) {
-        ui->TGeneral_Search_Frame1->Clear();
+        m_ui->TGeneral_Search_Frame1->Clear();
         if (!grid->Locate(key)) {
-            ui->Group_PNL->SetChosenGroup(0);
-            const QSignalBlocker quiet(ui->Search_TBC);
-            ui->Search_TBC->setCurrentIndex(2);
+            m_ui->Group_PNL->SetChosenGroup(0);
+            const QSignalBlocker quiet(m_ui->Search_TBC);
+            m_ui->Search_TBC->setCurrentIndex(2);
             Refresh();
             grid->Locate(key);
         }

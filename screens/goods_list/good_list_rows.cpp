@@ -28,18 +28,18 @@ goods::ListCriteria TGood_List_FRM::Criteria() const
 {
     const host::TUserInfo &user = m_host.settings.UserInfo();
     goods::ListCriteria criteria;
-    criteria.GrpCode = ui->Group_PNL->ChosenGroup();
+    criteria.GrpCode = m_ui->Group_PNL->ChosenGroup();
     criteria.ManageType = user.ManageType;
     criteria.UserCode = user.Code;
     criteria.RequestedCol = m_list.RequestedColumns();
     criteria.StockTabs = m_host.settings.SettingRecord().StockOnGoodsList;
-    criteria.StockTab = ui->Search_TBC->currentIndex();
+    criteria.StockTab = m_ui->Search_TBC->currentIndex();
     return criteria;
 }
 
 QStringList TGood_List_FRM::FieldsToRequest() const
 {
-    QStringList fields = ui->GoodListDB_GRD->VisibleFields() + goods_list::DetailView::Fields();
+    QStringList fields = m_ui->GoodListDB_GRD->VisibleFields() + goods_list::DetailView::Fields();
     fields.removeDuplicates();
     return fields;
 }
@@ -47,7 +47,7 @@ QStringList TGood_List_FRM::FieldsToRequest() const
 void TGood_List_FRM::Refresh()
 {
     m_list.Run();
-    host::Grid *grid = ui->GoodListDB_GRD;
+    host::Grid *grid = m_ui->GoodListDB_GRD;
     if (!grid->SortedBy().isEmpty())
         grid->FetchFor(OrderedMilliseconds);
     if (grid->CurrentKey().isEmpty() && !grid->IsEmpty())
@@ -63,20 +63,20 @@ void TGood_List_FRM::Renew()
 
 void TGood_List_FRM::RefreshAt(const QString &key)
 {
-    host::Grid::Place place = ui->GoodListDB_GRD->CurrentPlace();
+    host::Grid::Place place = m_ui->GoodListDB_GRD->CurrentPlace();
     Refresh();
     place.key = key;
-    ui->GoodListDB_GRD->ReturnTo(place);
+    m_ui->GoodListDB_GRD->ReturnTo(place);
 }
 
 void TGood_List_FRM::FollowRenewal()
 {
     connect(&m_list, &host::TVelakSearchManager::Renewing, this,
-            [this] { m_place = ui->GoodListDB_GRD->CurrentPlace(); });
+            [this] { m_place = m_ui->GoodListDB_GRD->CurrentPlace(); });
     connect(&m_list, &host::TVelakSearchManager::Executed, this, [this] {
         if (!m_place)
             return;
-        ui->GoodListDB_GRD->ReturnTo(*m_place);
+        m_ui->GoodListDB_GRD->ReturnTo(*m_place);
         m_place.reset();
         ShowCounts();
         FollowCurrent();
@@ -87,16 +87,16 @@ void TGood_List_FRM::FollowRenewal()
 
 void TGood_List_FRM::OpenGroups()
 {
-    ui->Group_PNL->SetGroups(nullptr);
+    m_ui->Group_PNL->SetGroups(nullptr);
     m_goods.GoodGroup_GetAll();
-    ui->Group_PNL->SetGroups(&m_goods.GoodGroup_List_QRY);
+    m_ui->Group_PNL->SetGroups(&m_goods.GoodGroup_List_QRY);
 }
 
 void TGood_List_FRM::ReloadGroups()
 {
-    const int shown = ui->Group_PNL->ChosenGroup();
+    const int shown = m_ui->Group_PNL->ChosenGroup();
     OpenGroups();
-    if (ui->Group_PNL->ChosenGroup() != shown)
+    if (m_ui->Group_PNL->ChosenGroup() != shown)
         Refresh();
 }
 
@@ -109,21 +109,21 @@ void TGood_List_FRM::ShowPriceTitles()
         if (level.Code >= 1 && level.Code <= goods_list::PriceColumns)
             titles[level.Code - 1] = level.Name;
     for (int level = 1; level <= goods_list::PriceColumns; ++level)
-        ui->GoodListDB_GRD->SetColumnCaption(u"Cost%1"_s.arg(level),
-                                             goods_list::PriceCaption(level, titles.at(level - 1)));
+        m_ui->GoodListDB_GRD->SetColumnCaption(u"Cost%1"_s.arg(level),
+                                               goods_list::PriceCaption(level, titles.at(level - 1)));
 }
 
 void TGood_List_FRM::LoadTags()
 {
     m_goods.GetAllTagsWithColor();
     const QList<host::Tag> tags = goods_list::ReadTags(m_goods.Tags_qry);
-    ui->Tags1->SetAvailable(tags);
+    m_ui->Tags1->SetAvailable(tags);
     m_marks->SetTags(tags);
 }
 
 void TGood_List_FRM::ShowCounts()
 {
-    const host::Grid *grid = ui->GoodListDB_GRD;
+    const host::Grid *grid = m_ui->GoodListDB_GRD;
     QString text = u"%1 کالا"_s.arg(host::DisplayNumber(QString::number(grid->RowCount())));
     if (const auto marked = grid->MarkedKeys().size(); marked > 0)
         text += u"  ·  %1 علامت‌خورده"_s.arg(host::DisplayNumber(QString::number(marked)));
@@ -139,8 +139,8 @@ void TGood_List_FRM::ShowCounts()
 
 void TGood_List_FRM::FollowCurrent()
 {
-    const host::Grid *grid = ui->GoodListDB_GRD;
-    ui->TListDetail_FRAME1->Show([grid](const QString &field) { return grid->CurrentValue(field); });
+    const host::Grid *grid = m_ui->GoodListDB_GRD;
+    m_ui->TListDetail_FRAME1->Show([grid](const QString &field) { return grid->CurrentValue(field); });
     m_follow.start();
 }
 
@@ -148,9 +148,9 @@ void TGood_List_FRM::ShowPanels()
 {
     if (!IsShowing())
         return;
-    if (ui->Tags_pnl->isVisible())
+    if (m_ui->Tags_pnl->isVisible())
         ShowTags();
-    if (ui->Pic_Show->isVisible())
+    if (m_ui->Pic_Show->isVisible())
         ShowPictures();
 }
 
@@ -176,12 +176,12 @@ QList<goods_list::GoodTags> TGood_List_FRM::TaggedGoods(const QStringList &keys)
 
 void TGood_List_FRM::ShowTags()
 {
-    const host::Grid *grid = ui->GoodListDB_GRD;
+    const host::Grid *grid = m_ui->GoodListDB_GRD;
     QStringList keys = grid->MarkedKeys();
     if (keys.isEmpty() && !grid->CurrentKey().isEmpty())
         keys = QStringList{grid->CurrentKey()};
     const QStringList shown = keys.mid(0, MostTagged);
-    ui->Tags1->Show(TaggedGoods(shown), true, static_cast<int>(keys.size() - shown.size()));
+    m_ui->Tags1->Show(TaggedGoods(shown), true, static_cast<int>(keys.size() - shown.size()));
 }
 
 void TGood_List_FRM::StoreTags(int code, const QString &tags)
@@ -195,6 +195,6 @@ void TGood_List_FRM::StoreTags(int code, const QString &tags)
 
 void TGood_List_FRM::ShowPictures()
 {
-    const int code = ui->GoodListDB_GRD->CurrentKey().toInt();
-    ui->Pic_Show->SetPictures(code == 0 ? QList<QByteArray>() : m_host.photos.Photos(TSoftwarePart::Goods, code));
+    const int code = m_ui->GoodListDB_GRD->CurrentKey().toInt();
+    m_ui->Pic_Show->SetPictures(code == 0 ? QList<QByteArray>() : m_host.photos.Photos(TSoftwarePart::Goods, code));
 }

@@ -10,21 +10,21 @@ using namespace Qt::StringLiterals;
 
 namespace goods_list {
 
-GroupPanel::GroupPanel(QWidget *parent) : QWidget(parent), ui(std::make_unique<Ui::GroupPanel>())
+GroupPanel::GroupPanel(QWidget *parent) : QWidget(parent), m_ui(std::make_unique<Ui::GroupPanel>())
 {
-    ui->setupUi(this);
-    ui->GoodGroupDB_GRD->SetColumns({{u"Code"_s, u"کد"_s, 60, true, host::ColumnFormat::Code, false},
-                                     {u"Name"_s, u"گروه"_s, 180, false, host::ColumnFormat::Text, false}});
-    ui->GoodGroupDB_GRD->SetSearchFields({u"Name"_s});
-    ui->GoodGroupDB_GRD->horizontalHeader()->hide();
-    ui->GoodGroupDB_GRD->horizontalHeader()->setStretchLastSection(true);
-    ui->SearchGroup_EDT->installEventFilter(this);
-    ui->GoodGroupDB_GRD->installEventFilter(this);
+    m_ui->setupUi(this);
+    m_ui->GoodGroupDB_GRD->SetColumns({{u"Code"_s, u"کد"_s, 60, true, host::ColumnFormat::Code, false},
+                                       {u"Name"_s, u"گروه"_s, 180, false, host::ColumnFormat::Text, false}});
+    m_ui->GoodGroupDB_GRD->SetSearchFields({u"Name"_s});
+    m_ui->GoodGroupDB_GRD->horizontalHeader()->hide();
+    m_ui->GoodGroupDB_GRD->horizontalHeader()->setStretchLastSection(true);
+    m_ui->SearchGroup_EDT->installEventFilter(this);
+    m_ui->GoodGroupDB_GRD->installEventFilter(this);
     BuildMenu();
     ShowHint(false);
-    connect(ui->SearchGroup_EDT, &QLineEdit::textChanged, this, &GroupPanel::Search);
-    connect(ui->GoodGroupDB_GRD, &host::Grid::RowActivated, this, &GroupPanel::Choose);
-    connect(ui->GoodGroupDB_GRD, &QWidget::customContextMenuRequested, this, &GroupPanel::ShowMenu);
+    connect(m_ui->SearchGroup_EDT, &QLineEdit::textChanged, this, &GroupPanel::Search);
+    connect(m_ui->GoodGroupDB_GRD, &host::Grid::RowActivated, this, &GroupPanel::Choose);
+    connect(m_ui->GoodGroupDB_GRD, &QWidget::customContextMenuRequested, this, &GroupPanel::ShowMenu);
 }
 
 GroupPanel::~GroupPanel() = default;
@@ -51,73 +51,73 @@ void GroupPanel::ShowMenu(const QPoint &position)
     const bool real = CurrentGroup() != 0;
     for (QAction *action : GroupList_PUM->actions())
         action->setEnabled(real || action->objectName() == u"GNew_PMI"_s);
-    GroupList_PUM->popup(ui->GoodGroupDB_GRD->viewport()->mapToGlobal(position));
+    GroupList_PUM->popup(m_ui->GoodGroupDB_GRD->viewport()->mapToGlobal(position));
 }
 
 void GroupPanel::SetGroups(host::Dataset *groups)
 {
-    ui->GoodGroupDB_GRD->SetSource(groups);
+    m_ui->GoodGroupDB_GRD->SetSource(groups);
     if (groups) // without them, the chosen one waits for those that come next
         SetChosenGroup(m_chosen);
 }
 
 void GroupPanel::SetChosenGroup(int code)
 {
-    ui->SearchGroup_EDT->clear();
-    m_chosen = ui->GoodGroupDB_GRD->Locate(QString::number(code)) ? code : 0;
+    m_ui->SearchGroup_EDT->clear();
+    m_chosen = m_ui->GoodGroupDB_GRD->Locate(QString::number(code)) ? code : 0;
     ReturnToChosen();
 }
 
 int GroupPanel::CurrentGroup() const
 {
-    return ui->GoodGroupDB_GRD->CurrentKey().toInt();
+    return m_ui->GoodGroupDB_GRD->CurrentKey().toInt();
 }
 
 QString GroupPanel::CurrentName() const
 {
-    return ui->GoodGroupDB_GRD->CurrentValue(u"Name"_s).toString();
+    return m_ui->GoodGroupDB_GRD->CurrentValue(u"Name"_s).toString();
 }
 
 void GroupPanel::FocusSearch()
 {
-    ui->SearchGroup_EDT->setFocus(Qt::ShortcutFocusReason);
-    ui->SearchGroup_EDT->selectAll();
+    m_ui->SearchGroup_EDT->setFocus(Qt::ShortcutFocusReason);
+    m_ui->SearchGroup_EDT->selectAll();
 }
 
 QPushButton *GroupPanel::GroupButton() const
 {
-    return ui->Group_BTN;
+    return m_ui->Group_BTN;
 }
 
 QList<QWidget *> GroupPanel::TabStops() const
 {
-    return {ui->SearchGroup_EDT, ui->GoodGroupDB_GRD, ui->Group_BTN};
+    return {m_ui->SearchGroup_EDT, m_ui->GoodGroupDB_GRD, m_ui->Group_BTN};
 }
 
 void GroupPanel::Choose()
 {
-    if (ui->GoodGroupDB_GRD->IsEmpty())
+    if (m_ui->GoodGroupDB_GRD->IsEmpty())
         return;
     const int code = CurrentGroup();
     m_chosen = code;
-    ui->SearchGroup_EDT->clear();
+    m_ui->SearchGroup_EDT->clear();
     ReturnToChosen();
     emit GroupChosen(code);
 }
 
 void GroupPanel::ReturnToChosen()
 {
-    if (ui->GoodGroupDB_GRD->CurrentKey() != QString::number(m_chosen))
-        ui->GoodGroupDB_GRD->Locate(QString::number(m_chosen));
+    if (m_ui->GoodGroupDB_GRD->CurrentKey() != QString::number(m_chosen))
+        m_ui->GoodGroupDB_GRD->Locate(QString::number(m_chosen));
 }
 
 void GroupPanel::Search(const QString &text)
 {
-    ui->GoodGroupDB_GRD->Search({u"Name"_s, false, text, {}});
+    m_ui->GoodGroupDB_GRD->Search({u"Name"_s, false, text, {}});
     if (text.isEmpty())
         ReturnToChosen();
-    else if (!ui->GoodGroupDB_GRD->IsEmpty())
-        ui->GoodGroupDB_GRD->StandOn(0);
+    else if (!m_ui->GoodGroupDB_GRD->IsEmpty())
+        m_ui->GoodGroupDB_GRD->StandOn(0);
 }
 
 bool GroupPanel::SearchKey(int key)
@@ -128,13 +128,13 @@ bool GroupPanel::SearchKey(int key)
         Choose();
         return true;
     case Qt::Key_Down:
-        ui->GoodGroupDB_GRD->setFocus(Qt::TabFocusReason);
+        m_ui->GoodGroupDB_GRD->setFocus(Qt::TabFocusReason);
         return true;
     case Qt::Key_Escape:
-        if (ui->SearchGroup_EDT->text().isEmpty())
+        if (m_ui->SearchGroup_EDT->text().isEmpty())
             emit LeaveRequested();
         else
-            ui->SearchGroup_EDT->clear();
+            m_ui->SearchGroup_EDT->clear();
         return true;
     default:
         return false;
@@ -143,12 +143,12 @@ bool GroupPanel::SearchKey(int key)
 
 void GroupPanel::ShowHint(bool focused)
 {
-    ui->SearchGroup_EDT->setPlaceholderText(focused ? QString() : u"جستجو ... (Ctrl + F11)"_s);
+    m_ui->SearchGroup_EDT->setPlaceholderText(focused ? QString() : u"جستجو ... (Ctrl + F11)"_s);
 }
 
 bool GroupPanel::eventFilter(QObject *watched, QEvent *event)
 {
-    const bool search = watched == ui->SearchGroup_EDT;
+    const bool search = watched == m_ui->SearchGroup_EDT;
     switch (event->type()) {
     case QEvent::FocusIn:
         if (search)

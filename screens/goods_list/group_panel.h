@@ -67,7 +67,7 @@ private:
     bool SearchKey(int key);
     void ShowHint(bool focused);
 
-    std::unique_ptr<Ui::GroupPanel> ui;
+    std::unique_ptr<Ui::GroupPanel> m_ui;
     QMenu *GroupList_PUM = nullptr;
     int m_chosen = 0;
 };
