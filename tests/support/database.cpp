@@ -182,8 +182,11 @@ QVariantList valuesOf(const QSqlQuery &query, const QSqlRecord &record, int coun
     for (int i = 0; i < count; ++i) {
         const int type = record.field(i).metaType().id();
         QVariant value = texts.IsNeeded() && type == QMetaType::QString ? texts.Read(i) : query.value(i);
-        if (type == QMetaType::Bool && !value.isNull())
-            value.convert(record.field(i).metaType());
+        // A server's driver calls a bit a whole number of one digit.
+        const bool bit = type == QMetaType::Bool || (texts.IsNeeded() && record.field(i).length() == 1 &&
+                                                     (type == QMetaType::Int || type == QMetaType::UInt));
+        if (bit && !value.isNull())
+            value.convert(QMetaType::fromType<bool>());
         values << value;
     }
     return values;
