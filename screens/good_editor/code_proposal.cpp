@@ -16,11 +16,12 @@ int CodeProposal::Propose(int group)
     for (int attempt = 0; attempt < MaximumAttempts; ++attempt) {
         code = group > 0 ? m_data.Good_GetNewCode_GrpCode(QString::number(group), length)
                          : m_data.Good_GetNewCode(QString::number(group));
-        if (m_host.entities.ReserveCode(host::TSoftwarePart::Goods, code))
+        if (m_host.entities.ReserveCode(host::TSoftwarePart::Goods, code)) {
+            if (code != m_current)
+                m_data.DeleteTmpphoto(code); // left by a desk that did not come to its end
             break;
+        }
     }
-    if (code != m_current)
-        m_data.DeleteTmpphoto(code); // left by a desk that did not come to its end
     return code;
 }
 
