@@ -196,10 +196,14 @@ void NumericEdit::focusInEvent(QFocusEvent *event)
 void NumericEdit::focusOutEvent(QFocusEvent *event)
 {
     // "-", "5." and "007" are how numbers begin, not what they are.
-    if (!text().isEmpty() && isModified() && !isReadOnly()) {
+    if (!text().isEmpty() && text() != m_entered && !isReadOnly()) {
         const QString whole = NormalizeDecimal(text()).value_or(QString());
-        if (whole != text())
+        if (whole != text()) {
+            // Whether the user's entry is still to be acted upon is for the screen to say.
+            const bool modified = isModified();
             DisplayEdit::setText(whole);
+            setModified(modified);
+        }
     }
     QLineEdit::focusOutEvent(event);
     if (event->reason() != Qt::PopupFocusReason && text() != m_entered) {

@@ -16,14 +16,18 @@ int CodeProposal::Propose(int group)
     for (int attempt = 0; attempt < MaximumAttempts; ++attempt) {
         code = group > 0 ? m_data.Good_GetNewCode_GrpCode(QString::number(group), length)
                          : m_data.Good_GetNewCode(QString::number(group));
-        if (m_host.entities.ReserveCode(host::TSoftwarePart::Goods, code))
+        if (m_host.entities.ReserveCode(host::TSoftwarePart::Goods, code)) {
+            if (code != m_current)
+                m_data.DeleteTmpphoto(code); // left by a desk that did not come to its end
             break;
+        }
     }
     return code;
 }
 
 int CodeProposal::Begin(int group)
 {
+    m_current = 0;
     m_current = Propose(group);
     return m_current;
 }
@@ -43,6 +47,7 @@ bool CodeProposal::TakeTyped(int code)
         return true;
     if (!m_data.Good_IsNewRecordMode(code) || !m_host.entities.ReserveCode(host::TSoftwarePart::Goods, code))
         return false;
+    m_data.DeleteTmpphoto(code);
     m_data.Good_ChangeCode(code, m_current);
     m_current = code;
     return true;

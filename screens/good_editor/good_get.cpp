@@ -334,8 +334,8 @@ void TGood_Get_FRM::FormClose()
 void TGood_Get_FRM::DiscardWorkingRows()
 {
     const int code = WorkingCode();
+    m_data.undodelete_category(code); // also when the database cannot be reached
     host::Transaction transaction(m_data.Connection());
-    m_data.undodelete_category(code);
     m_data.FirstAsset_DeleteTemp(code);
     m_data.DeleteTmpCategory();
     m_data.DeleteTmpphoto(code);

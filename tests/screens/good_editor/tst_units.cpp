@@ -2,6 +2,7 @@
 #include "tests/screens/good_editor/editor_fixture.h"
 #include "tests/support/test_main.h"
 
+#include <QFocusEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QtTest>
@@ -10,12 +11,25 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// "Control=text" entries, typed in their order; each field is left before the next. Without a text it is passed.
+/// Another window takes the keys and gives them back.
+void LookElsewhere()
+{
+    for (const QEvent::Type type : {QEvent::FocusOut, QEvent::FocusIn}) {
+        QFocusEvent event(type, Qt::ActiveWindowFocusReason);
+        QApplication::sendEvent(QApplication::focusWidget(), &event);
+    }
+}
+
+/// "Control=text" entries, typed in their order; each field is left before the next, behind a "~" after a look
+/// elsewhere. Without a text it is passed.
 void TypeAll(QWidget *screen, const QStringList &entries)
 {
     for (const QString &entry : entries) {
         const QString name = entry.section(u'=', 0, 0) + u"_EDT"_s;
-        entry.contains(u'=') ? test::Enter(screen, name, entry.section(u'=', 1)) : test::Focus(screen, name);
+        entry.contains(u'=') ? test::Enter(screen, name, entry.section(u'=', 1).remove(u'~'))
+                             : test::Focus(screen, name);
+        if (entry.endsWith(u'~'))
+            LookElsewhere();
         test::Press(Qt::Key_Tab);
         QCoreApplication::processEvents();
     }
@@ -102,6 +116,9 @@ private slots:
         QTest::addColumn<QString>("first");
         QTest::addColumn<QString>("second");
         QTest::newRow("the second follows") << false << QStringList{u"AvaBgPrd=30"_s} << -1 << u"30"_s << u"2.5"_s;
+        QTest::newRow("as numbers begin") << false << QStringList{u"AvaBgPrd=030."_s} << -1 << u"30"_s << u"2.5"_s;
+        QTest::newRow("another window meanwhile")
+            << false << QStringList{u"AvaBgPrd=030~"_s} << -1 << u"30"_s << u"2.5"_s;
         QTest::newRow("in whole units") << true << QStringList{u"AvaBgPrd=30"_s} << -1 << u"30"_s << u"2"_s;
         QTest::newRow("the first follows") << false << QStringList{u"AvaBgPrd2=2"_s} << -1 << u"24"_s << u"2"_s;
         QTest::newRow("typed by hand, kept")
