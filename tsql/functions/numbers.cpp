@@ -372,7 +372,10 @@ void roundReal(Call &call)
     const bool cut = call.count() > 2 && call.number(2) != 0;
     const double power = std::pow(10.0, call.number(1));
     const double scaled = call.real(0) * power;
-    call.give((cut ? std::trunc(scaled) : std::round(scaled)) / power);
+    if (power == 0.0 || !std::isfinite(scaled)) // before the first digit, or behind the last
+        call.give(power == 0.0 ? 0.0 : call.real(0));
+    else
+        call.give((cut ? std::trunc(scaled) : std::round(scaled)) / power);
 }
 
 void isNumeric(Call &call)

@@ -112,7 +112,7 @@ Operand Writer::aggregateOf(const Expression &node, Operand &argument, const QSt
                     result);
     }
     if (type.isReal())
-        return made(u"%1(%2)%3"_s.arg(name, sql, window), {Kind::Float});
+        return made(u"real_fit(%1(%2)%3)"_s.arg(name, sql, window), {Kind::Float});
     throw Error(8117, {kindName(type.kind), name}, node.line);
 }
 
