@@ -23,11 +23,15 @@ struct Sum
         return result;
     }
 
-    void add(Decimal::Int term, qint64 terms)
+    /** False when 128 bits do not hold it; the sum stays then. */
+    [[nodiscard]] bool add(Decimal::Int term, qint64 terms)
     {
-        const Decimal::Int result = value() + term;
+        Decimal::Int result = 0;
+        if (__builtin_add_overflow(value(), term, &result))
+            return false;
         std::memcpy(units, &result, sizeof result);
         count += terms;
+        return true;
     }
 };
 
@@ -54,11 +58,10 @@ template <int sign> void addTerm(sqlite3_context *context, int, sqlite3_value **
     Sum *sum = sumOf(context);
     if (!sum)
         return;
-    sum->add(sign * termOf(values[0]), sign);
     const Decimal::Int limit = Decimal::power10(Decimal::MaxPrecision);
-    if (sum->value() >= limit || sum->value() <= -limit) {
+    if (!sum->add(sign * termOf(values[0]), sign) || sum->value() >= limit || sum->value() <= -limit) {
         raiseError(context, Error(8115, {u"expression"_s, u"numeric"_s}));
-        sum->add(-sum->value(), 0);
+        *sum = {};
     }
 }
 
@@ -79,8 +82,8 @@ template <int sign> void addTypedTerm(sqlite3_context *context, int count, sqlit
         typed->type = count > 1 ? sqlite3_value_int(values[1]) : 0;
         typed->seen = true;
     }
-    if (sqlite3_value_type(values[0]) != SQLITE_NULL)
-        typed->sum.add(sign * termOf(values[0]), sign);
+    if (sqlite3_value_type(values[0]) != SQLITE_NULL && !typed->sum.add(sign * termOf(values[0]), sign))
+        raiseError(context, Error(8115, {u"expression"_s, u"numeric"_s}));
 }
 
 void giveSum(sqlite3_context *context)

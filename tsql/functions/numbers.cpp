@@ -175,18 +175,17 @@ void intOfReal(Call &call)
     call.give(integerFromReal(call.real(0), kindOf(call, 1)));
 }
 
-void intFit(Call &call)
+[[noreturn]] void integerOverflow(Kind kind = Kind::BigInt)
 {
-    // SQLite goes over to floating point when 64 bits overflow.
-    if (sqlite3_value_type(call.value(0)) == SQLITE_FLOAT)
-        call.give(integerFromReal(call.real(0), kindOf(call, 1)));
-    else
-        call.give(fitInteger(call.integer(0), kindOf(call, 1)));
+    throw Error(8115, {u"expression"_s, kindName(kind)});
 }
 
-[[noreturn]] void integerOverflow()
+void intFit(Call &call)
 {
-    throw Error(8115, {u"expression"_s, u"bigint"_s});
+    // SQLite goes over to floating point when 64 bits overflow; rounded, it may look as if it fitted again.
+    if (sqlite3_value_type(call.value(0)) == SQLITE_FLOAT)
+        integerOverflow(kindOf(call, 1));
+    call.give(fitInteger(call.integer(0), kindOf(call, 1)));
 }
 
 qint64 quotient(qint64 value, qint64 by)
@@ -277,13 +276,6 @@ void realOfText(Call &call)
     call.give(realFromText(call.text(0), kindOf(call, 1)));
 }
 
-void realDiv(Call &call)
-{
-    if (call.real(1) == 0.0)
-        throw Error(8134);
-    call.give(call.real(0) / call.real(1));
-}
-
 double checkedReal(double value)
 {
     if (std::isnan(value))
@@ -291,6 +283,13 @@ double checkedReal(double value)
     if (std::isinf(value))
         throw Error(8115, {u"expression"_s, u"float"_s});
     return value;
+}
+
+void realDiv(Call &call)
+{
+    if (call.real(1) == 0.0)
+        throw Error(8134);
+    call.give(checkedReal(call.real(0) / call.real(1)));
 }
 
 /** real_chain('+-*', a, b, c, d) from left to right */
@@ -303,7 +302,9 @@ void realChain(Call &call)
         const char operation = steps[size_t(i) - 2];
         const double term = call.real(i);
         known = known && !call.isNull(i);
-        if (known && operation == '/' && term == 0.0)
+        if (!known)
+            continue;
+        if (operation == '/' && term == 0.0)
             throw Error(8134);
         result = checkedReal(operation == '+'   ? result + term
                              : operation == '-' ? result - term
@@ -371,7 +372,10 @@ void roundReal(Call &call)
     const bool cut = call.count() > 2 && call.number(2) != 0;
     const double power = std::pow(10.0, call.number(1));
     const double scaled = call.real(0) * power;
-    call.give((cut ? std::trunc(scaled) : std::round(scaled)) / power);
+    if (power == 0.0 || !std::isfinite(scaled)) // before the first digit, or behind the last
+        call.give(power == 0.0 ? 0.0 : call.real(0));
+    else
+        call.give((cut ? std::trunc(scaled) : std::round(scaled)) / power);
 }
 
 void isNumeric(Call &call)

@@ -93,7 +93,7 @@ public:
     {
         QStringList list;
         for (const QString &column : columns)
-            list += u"%1 = ?%2"_s.arg(quoted(column)).arg(list.size() + 2);
+            list += quoted(column) + u" = ?%1"_s.arg(list.size() + 2);
         m_statement =
             handle.prepare(u"UPDATE %1 SET %2 WHERE _rowid_ = ?1"_s.arg(table.sqliteName, list.join(u", "_s)).toUtf8());
     }

@@ -23,6 +23,8 @@ Value literalValue(const Literal &literal, bool negate)
     }
     case LiteralKind::Float: {
         const double number = literal.text.toDouble();
+        if (qIsInf(number))
+            throw Error(8115, {u"expression"_s, u"float"_s});
         return Value::ofReal(negate ? -number : number);
     }
     case LiteralKind::Text:

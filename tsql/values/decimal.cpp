@@ -296,10 +296,16 @@ Decimal Decimal::ceiled() const
 
 Decimal add(const Decimal &a, const Decimal &b, int precision, int scale)
 {
-    // Both stay below 10^38 = 2^126.2 at the larger scale, so the sum fits 128 bits.
     const int common = std::max(a.scale, b.scale);
-    const Int sum = atScale(a, common) + atScale(b, common);
-    return Decimal{sum, common}.rescaled(precision, scale);
+    const Int x = atScale(a, common);
+    const Int y = atScale(b, common);
+    if ((x < 0) != (y < 0))
+        return Decimal{x + y, common}.rescaled(precision, scale);
+    // Two numbers below 10^38 at the larger scale: 2 * 10^38 fits 128 bits without a sign only.
+    const UInt sum = magnitude(x) + magnitude(y);
+    const UInt result = common > scale ? roundedQuotient(sum, common - scale) : scaledUp(sum, scale - common);
+    checkDigits(result, precision);
+    return {withSign(result, x < 0), scale};
 }
 
 Decimal subtract(const Decimal &a, const Decimal &b, int precision, int scale)

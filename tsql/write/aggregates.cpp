@@ -71,8 +71,10 @@ Operand Writer::aggregate(const Expression &node, const Scope &scope)
                     {node.name == u"COUNT" ? Kind::Int : Kind::BigInt});
     if (node.distinct && !(node.name == u"MIN" || node.name == u"MAX")) {
         // SQLite's DISTINCT takes aggregates of one argument only.
-        if (argument.type.isInteger() && node.name == u"SUM")
-            return made(u"int_fit(sum(DISTINCT %1), %2)"_s.arg(text(argument), kindNumber(Kind::Int)), {Kind::Int});
+        if (argument.type.isInteger() && argument.type.kind != Kind::Bit && node.name == u"SUM") {
+            const Kind kind = argument.type.kind == Kind::BigInt ? Kind::BigInt : Kind::Int;
+            return made(u"int_fit(sum(DISTINCT %1), %2)"_s.arg(text(argument), kindNumber(kind)), {kind});
+        }
         if (argument.type.isDecimal() && node.name == u"AVG")
             throw Error(wording::AverageOfDistinct, {}, node.line);
         argument.sql = distinct + text(argument);
@@ -110,7 +112,7 @@ Operand Writer::aggregateOf(const Expression &node, Operand &argument, const QSt
                     result);
     }
     if (type.isReal())
-        return made(u"%1(%2)%3"_s.arg(name, sql, window), {Kind::Float});
+        return made(u"real_fit(%1(%2)%3)"_s.arg(name, sql, window), {Kind::Float});
     throw Error(8117, {kindName(type.kind), name}, node.line);
 }
 

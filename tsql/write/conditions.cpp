@@ -119,7 +119,7 @@ QString Writer::inList(const Expression &node, const Scope &scope)
         SqlType pair = comparisonType(probe, items.back());
         if (pair.isDecimal() && type.isDecimal())
             pair.scale = qMax(pair.scale, type.scale);
-        type = pair.isDecimal() ? pair : commonType(type, pair);
+        type = pair.isDecimal() && !type.isReal() ? pair : commonType(type, pair);
     }
     if (type.isText())
         type.length = SqlType::Max;

@@ -81,8 +81,10 @@ Operand Writer::valueNode(const Expression &node, const Scope &scope)
         Operand operand = value(*node.args[0], scope);
         if (!operand.type.isInteger())
             throw Error(8117, {kindName(operand.type.kind), u"'~'"_s});
-        return made(operand.type.kind == Kind::Bit ? u"(1 - %1)"_s.arg(text(operand)) : u"(~%1)"_s.arg(text(operand)),
-                    operand.type);
+        const QString form = operand.type.kind == Kind::Bit       ? u"(1 - %1)"_s
+                             : operand.type.kind == Kind::TinyInt ? u"(255 - %1)"_s
+                                                                  : u"(~%1)"_s;
+        return made(form.arg(text(operand)), operand.type);
     }
     case ExpressionKind::Arithmetic:
         return arithmetic(node, scope);
@@ -216,12 +218,15 @@ Operand Writer::negate(const Expression &node, const Scope &scope)
     }
     if (operand.isNull())
         return operand;
+    // Behind a sign stands a blank: the constants of a definition may begin with one too, and two begin a comment.
     if (operand.type.isDecimal())
         return made(u"dec_neg(%1)"_s.arg(text(operand)), operand.type);
     if (operand.type.isReal())
-        return made(u"(-%1)"_s.arg(text(operand)), operand.type);
-    if (operand.type.isInteger() && operand.type.kind != Kind::Bit)
-        return made(u"int_fit(-%1, %2)"_s.arg(text(operand), kindNumber(operand.type.kind)), operand.type);
+        return made(u"(- %1)"_s.arg(text(operand)), operand.type);
+    if (operand.type.isInteger() && operand.type.kind != Kind::Bit) {
+        const Kind kind = operand.type.kind == Kind::TinyInt ? Kind::SmallInt : operand.type.kind;
+        return made(u"int_fit(- %1, %2)"_s.arg(text(operand), kindNumber(kind)), {kind});
+    }
     throw Error(8117, {kindName(operand.type.kind), u"minus"_s});
 }
 
@@ -420,7 +425,7 @@ Operand Writer::dateArithmetic(QChar op, Operand &left, Operand &right)
         throw Error(402, {kindName(left.type.kind), kindName(right.type.kind), u"'%1'"_s.arg(op)});
     const SqlType type = left.type;
     const QString count = convert(right, {{Kind::Int}, {}, {}, {}});
-    const QString sign = op == u'-' ? u"-"_s : QString();
+    const QString sign = op == u'-' ? u"- "_s : QString();
     return made(u"date_add('day', %1%2, %3, %4)"_s.arg(sign, count, text(left), kindNumber(type.kind)), type);
 }
 

@@ -230,7 +230,7 @@ QString Writer::updateFound(const UpdateStatement &statement, const ChangedRows 
     const QString query = foundValues(statement, rows, scope, columns);
     QStringList list;
     for (const QString &column : columns)
-        list += u"%1 = s.\"v%2\""_s.arg(column).arg(list.size());
+        list += column + u" = s.\"v%1\""_s.arg(list.size());
     return u"%1 FROM (%2) AS s WHERE t0._rowid_ = s.\"r\""_s.arg(list.join(u", "_s), query);
 }
 
