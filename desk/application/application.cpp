@@ -82,8 +82,19 @@ std::unique_ptr<OpenConnections> Connect(const Options &options)
     }
 }
 
+QtMessageHandler passOn = nullptr;
+
+/// The platform without a screen says of each window what it cannot do; on a tour nobody needs to know.
+void LeaveOutPlatformRemarks(QtMsgType type, const QMessageLogContext &context, const QString &text)
+{
+    if (!text.startsWith(u"This plugin does not support"))
+        passOn(type, context, text);
+}
+
 int Work(QApplication &application, const Options &options)
 {
+    if (!options.tourFolder.isEmpty())
+        passOn = qInstallMessageHandler(LeaveOutPlatformRemarks);
     const auto connections = Connect(options);
     DeskHost desk(connections->Get());
     if (!desk.settings.SignIn(options.user)) {
