@@ -11,8 +11,6 @@
 #include <QSignalSpy>
 #include <QTest>
 
-using namespace Qt::StringLiterals;
-
 using namespace host;
 
 namespace {

@@ -11,8 +11,6 @@
 #include <atomic>
 #include <thread>
 
-using namespace Qt::StringLiterals;
-
 using fixture::Desk;
 using fixture::Good;
 

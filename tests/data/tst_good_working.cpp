@@ -7,8 +7,6 @@
 
 #include <QTest>
 
-using namespace Qt::StringLiterals;
-
 using fixture::Desk;
 using fixture::Good;
 

@@ -8,8 +8,6 @@
 
 #include <QTest>
 
-using namespace Qt::StringLiterals;
-
 using namespace host;
 
 class TestText : public QObject

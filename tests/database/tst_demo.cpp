@@ -6,8 +6,6 @@
 #include <QSqlQuery>
 #include <QtTest>
 
-using namespace Qt::StringLiterals;
-
 /// The demo data agree with what the program would have written.
 class TestDemo : public QObject
 {

@@ -4,8 +4,6 @@
 #include <QSqlQuery>
 #include <QtTest>
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 const QStringList AllColumns =

@@ -3,8 +3,6 @@
 
 #include <QtTest>
 
-using namespace Qt::StringLiterals;
-
 /// The codes that GetGoodInfCode proposes, and that a good gets.
 class TestNewCode : public QObject
 {

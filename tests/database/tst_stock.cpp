@@ -3,8 +3,6 @@
 
 #include <QtTest>
 
-using namespace Qt::StringLiterals;
-
 /// Stock on hand, also of details, opening stock rows, prices by level, and the good that may not be removed.
 class TestStock : public QObject
 {

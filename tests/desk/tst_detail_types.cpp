@@ -4,8 +4,6 @@
 #include "tests/desk/window_fixture.h"
 #include "tests/support/test_main.h"
 
-using namespace Qt::StringLiterals;
-
 class TestDetailTypesMenu : public QObject
 {
     Q_OBJECT

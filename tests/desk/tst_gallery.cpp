@@ -10,8 +10,6 @@
 #include <QMessageBox>
 #include <QtTest>
 
-using namespace Qt::StringLiterals;
-
 using host::TSoftwarePart;
 
 /// The photos of a good, worked by keys.

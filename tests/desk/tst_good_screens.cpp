@@ -12,8 +12,6 @@
 #include <QTabWidget>
 #include <QTest>
 
-using namespace Qt::StringLiterals;
-
 class TestGoodScreens : public QObject
 {
     Q_OBJECT

@@ -9,8 +9,6 @@
 #include <QStatusBar>
 #include <QToolButton>
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 /// Goods of the list on the page that is shown.

@@ -9,8 +9,6 @@
 #include <QPushButton>
 #include <QtTest>
 
-using namespace Qt::StringLiterals;
-
 class TestMessages : public QObject
 {
     Q_OBJECT

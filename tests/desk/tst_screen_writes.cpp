@@ -14,8 +14,6 @@
 #include <QMessageBox>
 #include <QtTest>
 
-using namespace Qt::StringLiterals;
-
 using host::TSoftwarePart;
 using Inner = std::function<void(QWidget *)>;
 

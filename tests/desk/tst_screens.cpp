@@ -12,8 +12,6 @@
 #include <QTableWidget>
 #include <QtTest>
 
-using namespace Qt::StringLiterals;
-
 using host::TSoftwarePart;
 
 /// The desk's own screens, worked by keys, on the demo data.

@@ -7,8 +7,6 @@
 
 #include <QtTest>
 
-using namespace Qt::StringLiterals;
-
 using host::TPermission;
 using host::TSoftwarePart;
 

@@ -8,8 +8,6 @@
 #include <QProcess>
 #include <QTest>
 
-using namespace Qt::StringLiterals;
-
 class TestDesk : public QObject
 {
     Q_OBJECT

@@ -10,8 +10,6 @@
 #include <QTabBar>
 #include <QTabWidget>
 
-using namespace Qt::StringLiterals;
-
 using namespace fixture;
 
 class TestDetailCategories : public QObject

@@ -13,8 +13,6 @@
 #include <QListWidget>
 #include <QtTest>
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 using Drive = std::function<void(QWidget *)>;

@@ -8,8 +8,6 @@
 
 #include <QtTest>
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 struct Data

@@ -8,8 +8,6 @@
 #include <QTabBar>
 #include <QTabWidget>
 
-using namespace Qt::StringLiterals;
-
 using namespace fixture;
 
 class TestDetailTypesList : public QObject

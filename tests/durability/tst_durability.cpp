@@ -7,8 +7,6 @@
 #include <QRandomGenerator>
 #include <QTest>
 
-using namespace Qt::StringLiterals;
-
 class TestDurability : public QObject
 {
     Q_OBJECT

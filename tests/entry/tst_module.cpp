@@ -14,8 +14,6 @@
 #include <QtTest>
 #include <QtWidgets>
 
-using namespace Qt::StringLiterals;
-
 using host::TPermission;
 using host::TSoftwarePart;
 

@@ -9,8 +9,6 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
-using namespace Qt::StringLiterals;
-
 class TestGoodsSql : public QObject
 {
     Q_OBJECT

@@ -6,8 +6,6 @@
 
 #include <QtTest>
 
-using namespace Qt::StringLiterals;
-
 /// Rows that arrive in blocks, as those of a list procedure do.
 class BlockModel : public QAbstractTableModel
 {

@@ -13,8 +13,6 @@
 #include <QLineEdit>
 #include <QtTest>
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 /// A search with one criterion of each kind, and one of its own: how often "+" was pressed.

@@ -5,8 +5,6 @@
 #include <QHBoxLayout>
 #include <QtTest>
 
-using namespace Qt::StringLiterals;
-
 class TestDateEdit : public QObject
 {
     Q_OBJECT

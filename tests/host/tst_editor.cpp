@@ -19,8 +19,6 @@
 #include <memory>
 #include <optional>
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 /// Items that are out of reach.

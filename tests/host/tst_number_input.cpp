@@ -9,8 +9,6 @@
 #include <QRegularExpression>
 #include <QtTest>
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 /// A number edit, and something to leave it for.

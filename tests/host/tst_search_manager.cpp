@@ -6,8 +6,6 @@
 
 #include <QtTest>
 
-using namespace Qt::StringLiterals;
-
 /// A list that is put together from a script and its filters.
 class TestSearchManager : public QObject
 {

@@ -9,8 +9,6 @@
 #include <QRegularExpression>
 #include <QTest>
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 const QString Root = QString::fromUtf8(GOODS_SOURCES);

@@ -7,8 +7,6 @@
 #include <QRandomGenerator>
 #include <QtTest>
 
-using namespace Qt::StringLiterals;
-
 using goods::Barcodes;
 using goods::Quantity;
 using host::QuantityFromText;

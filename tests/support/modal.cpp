@@ -14,8 +14,6 @@
 #include <QTimer>
 #include <QtTest>
 
-using namespace Qt::StringLiterals;
-
 namespace test {
 namespace {
 

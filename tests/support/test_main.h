@@ -5,6 +5,9 @@
 #include <functional>
 #include <memory>
 
+// Tests are full of texts.
+using namespace Qt::StringLiterals;
+
 namespace test {
 
 /// The modal screens that a test works on at present. Another one that stays up is nobody's: the runner fails the test
@@ -19,5 +22,5 @@ bool Register(const char *name, std::function<std::unique_ptr<QObject>()> make);
 /// Written once below a test class: `REGISTER_TEST(TestDateEdit)`.
 /// `tests_host TestDateEdit rule` runs one function of one class; without arguments everything runs.
 #define REGISTER_TEST(Class)                                                                                           \
-    static const bool m_registered##Class =                                                                            \
+    static const bool Registered##Class =                                                                              \
         test::Register(#Class, []() -> std::unique_ptr<QObject> { return std::make_unique<Class>(); });

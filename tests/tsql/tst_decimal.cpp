@@ -39,5 +39,4 @@ void TestDecimal::storageKeepsValueAndOrder()
 }
 
 REGISTER_TEST(TestDecimal)
-
 #include "tst_decimal.moc"

@@ -16,8 +16,6 @@
 #include <sqlite3.h>
 #include <thread>
 
-using namespace Qt::StringLiterals;
-
 class TestDriver : public QObject
 {
     Q_OBJECT
@@ -408,5 +406,4 @@ void TestDriver::refusals()
 }
 
 REGISTER_TEST(TestDriver)
-
 #include "tst_driver.moc"

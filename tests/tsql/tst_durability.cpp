@@ -13,8 +13,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-using namespace Qt::StringLiterals;
-
 class TestDurability : public QObject
 {
     Q_OBJECT
@@ -149,5 +147,4 @@ void TestDurability::copiedInTheMiddle()
 }
 
 REGISTER_TEST(TestDurability)
-
 #include "tst_durability.moc"

@@ -21,8 +21,6 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
-using namespace Qt::StringLiterals;
-
 class TestStatements : public QObject
 {
     Q_OBJECT
@@ -290,5 +288,4 @@ void TestStatements::everyFunctionHasACase()
 }
 
 REGISTER_TEST(TestStatements)
-
 #include "tst_statements.moc"

@@ -15,8 +15,6 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-using namespace Qt::StringLiterals;
-
 using namespace host;
 
 namespace {

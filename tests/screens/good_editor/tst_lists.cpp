@@ -6,8 +6,6 @@
 #include <QPushButton>
 #include <QtTest>
 
-using namespace Qt::StringLiterals;
-
 /// What hangs on a good: its categories, its photos.
 class TestGoodLists : public QObject
 {

@@ -4,8 +4,6 @@
 
 #include <QtTest>
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 const QString Saved = u"MSGCompeletedSuccessfully(ذخيره سازي کالا)"_s;

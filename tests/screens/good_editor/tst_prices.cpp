@@ -8,8 +8,6 @@
 #include <QToolTip>
 #include <QtTest>
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 const QString Saved = u"MSGCompeletedSuccessfully(ذخيره سازي کالا)"_s;

@@ -10,8 +10,6 @@
 #include <QPlainTextEdit>
 #include <QtTest>
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 const QString Saved = u"MSGCompeletedSuccessfully(ذخيره سازي کالا)"_s;

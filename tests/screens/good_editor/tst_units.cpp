@@ -7,8 +7,6 @@
 #include <QLineEdit>
 #include <QtTest>
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 /// Another window takes the keys and gives them back.

@@ -4,8 +4,6 @@
 
 #include <QtTest>
 
-using namespace Qt::StringLiterals;
-
 using host::TFormMode;
 
 namespace {

@@ -9,8 +9,6 @@
 
 #include <QtTest>
 
-using namespace Qt::StringLiterals;
-
 using host::TFormMode;
 using host::TPermission;
 using host::TSoftwarePart;

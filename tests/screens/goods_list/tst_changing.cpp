@@ -3,8 +3,6 @@
 #include <QProgressDialog>
 #include <QPushButton>
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 void DeleteGood(const test::Database &database, const QString &code)

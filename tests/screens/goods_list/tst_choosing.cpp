@@ -3,8 +3,6 @@
 
 #include <QPushButton>
 
-using namespace Qt::StringLiterals;
-
 /// The list opened to choose from.
 class TestChoosing : public QObject
 {

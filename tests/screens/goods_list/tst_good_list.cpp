@@ -9,8 +9,6 @@
 #include <QPushButton>
 #include <QTabBar>
 
-using namespace Qt::StringLiterals;
-
 /// What the list shows: its columns, search, groups, stock tabs and order.
 class TestGoodList : public QObject
 {

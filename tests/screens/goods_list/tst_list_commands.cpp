@@ -7,8 +7,6 @@
 #include <QTabBar>
 #include <QTabWidget>
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 const QString Saved = u"MSGCompeletedSuccessfully(ذخيره سازي کالا)"_s;

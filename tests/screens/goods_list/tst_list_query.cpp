@@ -4,8 +4,6 @@
 
 #include <QtTest>
 
-using namespace Qt::StringLiterals;
-
 using goods::ListCriteria;
 
 /// What the list decides itself and what the advanced search adds, in one call.

@@ -10,8 +10,6 @@
 #include <QPushButton>
 #include <QToolButton>
 
-using namespace Qt::StringLiterals;
-
 /// The panels around the goods: groups and their menu, tags, pictures.
 class TestPanels : public QObject
 {
