@@ -9,6 +9,8 @@
 #include <QTabWidget>
 #include <QtTest>
 
+using namespace Qt::StringLiterals;
+
 namespace test {
 
 /// The desk with its window and the module that it loads at run time.
