@@ -364,7 +364,5 @@ void TestServices::everyColumnIsLookedFor()
     QCOMPARE(probes.count(u'['), database.Scalar(u"SELECT COUNT(*) FROM INFORMATION_SCHEMA.COLUMNS"_s).toInt());
 }
 
-Q_DECLARE_METATYPE(host::TSoftwarePart)
-
 REGISTER_TEST(TestServices)
 #include "tst_services.moc"
