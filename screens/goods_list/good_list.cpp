@@ -1,5 +1,6 @@
 #include "screens/goods_list/good_list.h"
 
+#include "host/controls/flow_layout.h"
 #include "host/controls/number_text.h"
 #include "host/look/icons.h"
 #include "screens/good_editor/good_get.h"
@@ -29,6 +30,9 @@ TGood_List_FRM::TGood_List_FRM(host::Host &host, TFormMode mode, const QString &
 {
     m_ui->setupUi(Content());
     AdoptFooter(m_ui->Footer_PNL);
+    auto *more = new host::FlowLayout(m_ui->More_PNL); // as many lines as the window's width needs
+    for (QPushButton *command : m_ui->More_PNL->findChildren<QPushButton *>())
+        more->addWidget(command);
     SetParameterText(openingText);
     SetTitle(u"لیست کالاها"_s);
     resize(1320, 780);
@@ -40,6 +44,11 @@ TGood_List_FRM::TGood_List_FRM(host::Host &host, TFormMode mode, const QString &
     BuildStockTabs();
     BuildPanels();
     BindCommands();
+    BindBulkCommands();
+    BindTitleCommands();
+    BindMovements();
+    BindScales();
+    BindLabels();
     BindGroups();
     OrderTabs();
     TGood_List_FRM::SetFormMode(mode);
@@ -96,9 +105,10 @@ void TGood_List_FRM::OrderTabs()
 {
     QList<QWidget *> stops = m_ui->TGeneral_Search_Frame1->TabStops();
     stops << m_ui->GoodListDB_GRD << m_ui->Group_PNL->TabStops() << m_ui->Search_TBC;
-    stops << m_ui->Select_BTN << m_ui->New_BTN << m_ui->Edit_BTN << m_ui->Review_BTN << m_ui->Del_BTN
-          << m_ui->PrintList_BTN << m_ui->UpdateAssets_BTN << m_ui->Tags_btn << m_ui->ShowPicture_BTN
-          << findChild<QPushButton *>(u"EXit_BTN"_s);
+    stops << m_ui->Select_BTN << m_ui->New_BTN << m_ui->Edit_BTN << m_ui->Review_BTN << m_ui->Del_BTN << m_ui->Show_BTN
+          << m_ui->PrintList_BTN << m_ui->Tags_btn << m_ui->ShowPicture_BTN << findChild<QPushButton *>(u"EXit_BTN"_s);
+    for (QPushButton *command : m_ui->More_PNL->findChildren<QPushButton *>())
+        stops << command;
     host::ChainTabs(stops);
 }
 

@@ -74,6 +74,11 @@ private:
     void BuildStockTabs();
     void BuildPanels();
     void BindCommands();
+    void BindBulkCommands();
+    void BindTitleCommands();
+    void BindMovements();
+    void BindScales();
+    void BindLabels();
     void BindGroups();
     void OrderTabs();
 
