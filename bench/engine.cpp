@@ -27,7 +27,7 @@ constexpr int ListRows = 200;
 volatile qint64 sink = 0;
 
 /// Spreads the lookups over the table.
-int codeAt(int i)
+int CodeAt(int i)
 {
     return static_cast<int>(i * 7919LL % Rows) + 1;
 }
@@ -44,7 +44,7 @@ public:
             throw std::runtime_error(m_database.lastError().text().toStdString());
         m_query = QSqlQuery(m_database);
         m_query.setForwardOnly(true);
-        run(u"CREATE TABLE g (Code int PRIMARY KEY, Name nvarchar(50), Cost decimal(23,9), Unit int)"_s);
+        Run(u"CREATE TABLE g (Code int PRIMARY KEY, Name nvarchar(50), Cost decimal(23,9), Unit int)"_s);
     }
     ~Product()
     {
@@ -55,36 +55,36 @@ public:
     Product(const Product &) = delete;
     Product &operator=(const Product &) = delete;
 
-    void insert()
+    void Insert()
     {
-        run(u"BEGIN TRAN"_s);
+        Run(u"BEGIN TRAN"_s);
         for (int i = 1; i <= Rows; ++i) {
             const QString number = QString::number(i);
-            run(u"INSERT INTO g (Code, Name, Cost, Unit) VALUES ("_s % number % u", N'good number "_s % number %
+            Run(u"INSERT INTO g (Code, Name, Cost, Unit) VALUES ("_s % number % u", N'good number "_s % number %
                 u"', "_s % number % u".25, 3)"_s);
         }
-        run(u"COMMIT"_s);
+        Run(u"COMMIT"_s);
     }
 
-    void lookUp()
+    void LookUp()
     {
         for (int i = 1; i <= Rows; ++i)
-            read(u"SELECT Name, Cost FROM g WHERE Code = "_s + QString::number(codeAt(i)), 2);
+            Read(u"SELECT Name, Cost FROM g WHERE Code = "_s + QString::number(CodeAt(i)), 2);
     }
 
     /// As the program reads its lists.
-    void list()
+    void List()
     {
         host::Query rows(m_database);
         for (int i = 1; i <= Lists; ++i) {
-            const int first = codeAt(i);
+            const int first = CodeAt(i);
             rows.Open(u"SELECT Code, Name, Cost, Unit FROM g WHERE Code BETWEEN "_s + QString::number(first) +
                       u" AND "_s + QString::number(first + ListRows - 1));
             sink = sink + rows.RecordCount();
         }
     }
 
-    void readAll()
+    void ReadAll()
     {
         host::Dataset rows(m_database);
         rows.Open(u"SELECT Code, Name, Cost, Unit FROM g"_s);
@@ -93,15 +93,15 @@ public:
     }
 
 private:
-    void run(const QString &text)
+    void Run(const QString &text)
     {
         if (!m_query.exec(text))
             throw std::runtime_error(m_query.lastError().text().toStdString());
     }
 
-    void read(const QString &text, int columns)
+    void Read(const QString &text, int columns)
     {
-        run(text);
+        Run(text);
         while (m_query.next()) {
             for (int i = 0; i < columns; ++i)
                 sink = sink + !m_query.value(i).isNull();
@@ -126,7 +126,7 @@ public:
         m_query.setForwardOnly(true);
         for (const char *text : {"PRAGMA journal_mode = WAL", "PRAGMA synchronous = FULL",
                                  "CREATE TABLE g (Code INTEGER PRIMARY KEY, Name TEXT, Cost BLOB, Unit INTEGER)"})
-            run(QLatin1String(text));
+            Run(QLatin1String(text));
     }
     ~QtSqlite()
     {
@@ -137,19 +137,19 @@ public:
     QtSqlite(const QtSqlite &) = delete;
     QtSqlite &operator=(const QtSqlite &) = delete;
 
-    void insert()
+    void Insert()
     {
-        run(u"BEGIN"_s);
+        Run(u"BEGIN"_s);
         for (int i = 1; i <= Rows; ++i) {
             const QString number = QString::number(i);
-            run(u"INSERT INTO g (Code, Name, Cost, Unit) VALUES ("_s % number % u", 'good number "_s % number %
+            Run(u"INSERT INTO g (Code, Name, Cost, Unit) VALUES ("_s % number % u", 'good number "_s % number %
                 u"', x'86010203040506', 3)"_s);
         }
-        run(u"COMMIT"_s);
+        Run(u"COMMIT"_s);
     }
 
 private:
-    void run(const QString &text)
+    void Run(const QString &text)
     {
         if (!m_query.exec(text))
             throw std::runtime_error(m_query.lastError().text().toStdString());
@@ -167,65 +167,65 @@ public:
         constexpr int Flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX; // as the product does
         if (sqlite3_open_v2(file.toUtf8().constData(), &m_database, Flags, nullptr) != SQLITE_OK)
             throw std::runtime_error(sqlite3_errmsg(m_database));
-        run("PRAGMA journal_mode = WAL");
-        run("PRAGMA synchronous = FULL");
-        run("CREATE TABLE g (Code INTEGER PRIMARY KEY, Name TEXT, Cost BLOB, Unit INTEGER)");
+        Run("PRAGMA journal_mode = WAL");
+        Run("PRAGMA synchronous = FULL");
+        Run("CREATE TABLE g (Code INTEGER PRIMARY KEY, Name TEXT, Cost BLOB, Unit INTEGER)");
     }
     ~CApi() { sqlite3_close(m_database); }
     CApi(const CApi &) = delete;
     CApi &operator=(const CApi &) = delete;
 
-    void insert()
+    void Insert()
     {
-        sqlite3_stmt *statement = prepare("INSERT INTO g (Code, Name, Cost, Unit) VALUES (?1, ?2, ?3, 3)");
-        run("BEGIN");
+        sqlite3_stmt *statement = Prepare("INSERT INTO g (Code, Name, Cost, Unit) VALUES (?1, ?2, ?3, 3)");
+        Run("BEGIN");
         for (int i = 1; i <= Rows; ++i) {
             const QByteArray name = "good number " + QByteArray::number(i);
             sqlite3_bind_int(statement, 1, i);
             sqlite3_bind_text(statement, 2, name.constData(), static_cast<int>(name.size()), SQLITE_TRANSIENT);
             sqlite3_bind_blob(statement, 3, "\x86\x01\x02\x03\x04\x05\x06", 7, SQLITE_STATIC);
-            read(statement);
+            Read(statement);
         }
         sqlite3_finalize(statement);
-        run("COMMIT");
+        Run("COMMIT");
     }
 
-    void lookUp()
+    void LookUp()
     {
-        sqlite3_stmt *statement = prepare("SELECT Name, Cost FROM g WHERE Code = ?1");
+        sqlite3_stmt *statement = Prepare("SELECT Name, Cost FROM g WHERE Code = ?1");
         for (int i = 1; i <= Rows; ++i) {
-            sqlite3_bind_int(statement, 1, codeAt(i));
-            read(statement);
+            sqlite3_bind_int(statement, 1, CodeAt(i));
+            Read(statement);
         }
         sqlite3_finalize(statement);
     }
 
-    void list()
+    void List()
     {
-        sqlite3_stmt *statement = prepare("SELECT Code, Name, Cost, Unit FROM g WHERE Code BETWEEN ?1 AND ?2");
+        sqlite3_stmt *statement = Prepare("SELECT Code, Name, Cost, Unit FROM g WHERE Code BETWEEN ?1 AND ?2");
         for (int i = 1; i <= Lists; ++i) {
-            sqlite3_bind_int(statement, 1, codeAt(i));
-            sqlite3_bind_int(statement, 2, codeAt(i) + ListRows - 1);
-            read(statement);
+            sqlite3_bind_int(statement, 1, CodeAt(i));
+            sqlite3_bind_int(statement, 2, CodeAt(i) + ListRows - 1);
+            Read(statement);
         }
         sqlite3_finalize(statement);
     }
 
-    void readAll()
+    void ReadAll()
     {
-        sqlite3_stmt *statement = prepare("SELECT Code, Name, Cost, Unit FROM g");
-        read(statement);
+        sqlite3_stmt *statement = Prepare("SELECT Code, Name, Cost, Unit FROM g");
+        Read(statement);
         sqlite3_finalize(statement);
     }
 
 private:
-    void run(const char *text)
+    void Run(const char *text)
     {
         if (sqlite3_exec(m_database, text, nullptr, nullptr, nullptr) != SQLITE_OK)
             throw std::runtime_error(sqlite3_errmsg(m_database));
     }
 
-    sqlite3_stmt *prepare(const char *text)
+    sqlite3_stmt *Prepare(const char *text)
     {
         sqlite3_stmt *statement = nullptr;
         if (sqlite3_prepare_v2(m_database, text, -1, &statement, nullptr) != SQLITE_OK)
@@ -233,7 +233,7 @@ private:
         return statement;
     }
 
-    void read(sqlite3_stmt *statement)
+    void Read(sqlite3_stmt *statement)
     {
         const int columns = sqlite3_column_count(statement);
         int code = sqlite3_step(statement);
@@ -255,33 +255,33 @@ private:
 
 } // namespace
 
-void measureEngine(Report &report)
+void MeasureEngine(Report &report)
 {
     const QTemporaryDir folder;
     Product product(folder.filePath(u"product.db"_s));
     CApi floor(folder.filePath(u"floor.db"_s));
     const auto add = [&report](const QString &what, int statements, void (Product::*work)(), void (CApi::*same)(),
                                Product &ours, CApi &theirs) {
-        Line line{what, timed([&] { (ours.*work)(); }), {}, {}, static_cast<double>(statements)};
-        line.floor = timed([&] { (theirs.*same)(); });
-        report.add(line);
+        Line line{what, Timed([&] { (ours.*work)(); }), {}, {}, static_cast<double>(statements)};
+        line.floor = Timed([&] { (theirs.*same)(); });
+        report.Add(line);
         return line.floor;
     };
     const auto inserts =
-        add(u"engine: %1 single-row inserts"_s.arg(Rows), Rows, &Product::insert, &CApi::insert, product, floor);
+        add(u"engine: %1 single-row inserts"_s.arg(Rows), Rows, &Product::Insert, &CApi::Insert, product, floor);
     if (QSqlDatabase::isDriverAvailable(u"QSQLITE"_s)) {
         QtSqlite driver(folder.filePath(u"qtsqlite.db"_s));
-        report.add({u"engine: the same inserts, Qt's own SQLite driver"_s,
-                    timed([&] { driver.insert(); }),
+        report.Add({u"engine: the same inserts, Qt's own SQLite driver"_s,
+                    Timed([&] { driver.Insert(); }),
                     inserts,
                     {},
                     Rows});
     } else {
         std::fputs("Qt's own SQLite driver is not installed: its row is left out.\n", stderr);
     }
-    add(u"engine: %1 point selects"_s.arg(Rows), Rows, &Product::lookUp, &CApi::lookUp, product, floor);
-    add(u"engine: %1 lists of %2 rows"_s.arg(Lists).arg(ListRows), Lists, &Product::list, &CApi::list, product, floor);
-    add(u"engine: %1 rows into a data set"_s.arg(Rows), 1, &Product::readAll, &CApi::readAll, product, floor);
+    add(u"engine: %1 point selects"_s.arg(Rows), Rows, &Product::LookUp, &CApi::LookUp, product, floor);
+    add(u"engine: %1 lists of %2 rows"_s.arg(Lists).arg(ListRows), Lists, &Product::List, &CApi::List, product, floor);
+    add(u"engine: %1 rows into a data set"_s.arg(Rows), 1, &Product::ReadAll, &CApi::ReadAll, product, floor);
 }
 
 } // namespace bench

@@ -31,8 +31,8 @@ Floor::Floor(const QString &file)
     constexpr int Flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX; // as the product does
     if (sqlite3_open_v2(file.toUtf8().constData(), &m_database, Flags, nullptr) != SQLITE_OK)
         throw std::runtime_error(sqlite3_errmsg(m_database));
-    run("PRAGMA journal_mode=WAL");
-    run("PRAGMA synchronous=FULL");
+    Run("PRAGMA journal_mode=WAL");
+    Run("PRAGMA synchronous=FULL");
     // The product's collation folds; reading in key order never calls it.
     sqlite3_create_collation(m_database, "TSQL_CI", SQLITE_UTF8, nullptr,
                              [](void *, int, const void *, int, const void *) { return 0; });
@@ -43,7 +43,7 @@ Floor::~Floor()
     sqlite3_close(m_database);
 }
 
-void Floor::run(const char *statement) const
+void Floor::Run(const char *statement) const
 {
     char *error = nullptr;
     if (sqlite3_exec(m_database, statement, nullptr, nullptr, &error) != SQLITE_OK) {
@@ -53,7 +53,7 @@ void Floor::run(const char *statement) const
     }
 }
 
-int Floor::read(const char *select) const
+int Floor::Read(const char *select) const
 {
     const Statement statement(m_database, select);
     const int columns = sqlite3_column_count(statement.handle);
@@ -70,20 +70,20 @@ int Floor::read(const char *select) const
     return rows;
 }
 
-void Floor::insertGoods(int count, int batch) const
+void Floor::InsertGoods(int count, int batch) const
 {
-    run("CREATE TABLE IF NOT EXISTS g (Code INTEGER PRIMARY KEY, GrpCode, tags, Name, kala_name, kala_type, kala_index,"
+    Run("CREATE TABLE IF NOT EXISTS g (Code INTEGER PRIMARY KEY, GrpCode, tags, Name, kala_name, kala_type, kala_index,"
         " AbbName, Unit, Store, SMSCode, MinAva, Comment, CreatedTime, CreatedDate, UserCreated)");
-    run("CREATE INDEX IF NOT EXISTS g_name ON g (Name)");
-    run("CREATE INDEX IF NOT EXISTS g_index ON g (kala_index)");
-    run("CREATE INDEX IF NOT EXISTS g_barcode ON g (AbbName)");
-    run("CREATE TABLE IF NOT EXISTS d (GoodCode INTEGER PRIMARY KEY, a, b, c, d, e, f, g, h, i, j)");
+    Run("CREATE INDEX IF NOT EXISTS g_name ON g (Name)");
+    Run("CREATE INDEX IF NOT EXISTS g_index ON g (kala_index)");
+    Run("CREATE INDEX IF NOT EXISTS g_barcode ON g (AbbName)");
+    Run("CREATE TABLE IF NOT EXISTS d (GoodCode INTEGER PRIMARY KEY, a, b, c, d, e, f, g, h, i, j)");
     const Statement good(m_database,
                          "INSERT INTO g VALUES (?1,1,'1',?2,?2,'a','b',?3,1,1,?1,0,'','10:00:00','1405/01/01','u')");
     const Statement price(m_database, "INSERT INTO d VALUES (?1,0,0,0,0,0,0,0,0,1,1)");
     for (int i = 1; i <= count; ++i) {
         if (i % batch == 1)
-            run("BEGIN IMMEDIATE");
+            Run("BEGIN IMMEDIATE");
         const QByteArray name = "good number " + QByteArray::number(i);
         const QByteArray barcode = "!626" + QByteArray::number(1000000000 + i) + '!';
         sqlite3_bind_int(price.handle, 1, i);
@@ -96,7 +96,7 @@ void Floor::insertGoods(int count, int batch) const
             throw std::runtime_error(sqlite3_errmsg(m_database));
         sqlite3_reset(good.handle);
         if (i % batch == 0 || i == count)
-            run("COMMIT");
+            Run("COMMIT");
     }
 }
 

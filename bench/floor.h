@@ -17,10 +17,10 @@ public:
     Floor &operator=(const Floor &) = delete;
 
     /// Reads every column of every row of a SELECT; the number of rows.
-    int read(const char *select) const;
-    void run(const char *statement) const;
+    int Read(const char *select) const;
+    void Run(const char *statement) const;
     /// Inserts `count` goods with their price rows into two tables shaped like the product's, `batch` a transaction.
-    void insertGoods(int count, int batch) const;
+    void InsertGoods(int count, int batch) const;
 
 private:
     sqlite3 *m_database = nullptr;

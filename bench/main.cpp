@@ -47,37 +47,37 @@ const QString ListStatement =
     u"Exec GoodInf_List_SP @GrpCode = NULL,@ManageType = 1,@UserCode = 1,"
     "@RequestedCol='Code,Name,ConsumerPrice,Mogodi,Mogodi2,UnitName1,UnitName2,Cost1,Cost2,Cost3,Cost4,tags'"_s;
 
-void load(Report &report, Shop &shop, const Floor &scratch)
+void Load(Report &report, Shop &shop, const Floor &scratch)
 {
-    const int added = shop.size() - shop.goods();
+    const int added = shop.size() - shop.Goods();
     const quint64 before = host::StatementsSent();
     bench::Line line{u"load %1 goods"_s.arg(added), 0, {}, 60000, 0};
-    line.milliseconds = bench::timed([&] { shop.grow(Batch); });
+    line.milliseconds = bench::Timed([&] { shop.Grow(Batch); });
     line.statements = static_cast<double>(host::StatementsSent() - before);
-    line.floor = bench::timed([&] { scratch.insertGoods(added, Batch); });
-    report.add(line);
-    shop.data().UpdateMogodiKala(255);
+    line.floor = bench::Timed([&] { scratch.InsertGoods(added, Batch); });
+    report.Add(line);
+    shop.Data().UpdateMogodiKala(255);
 }
 
-void readRows(Report &report, Shop &shop, const Floor &floor)
+void ReadRows(Report &report, Shop &shop, const Floor &floor)
 {
     const QByteArray block = QByteArray(ListSelect) + " LIMIT 1000";
-    host::Dataset rows(shop.host().DM.FDConnection1);
+    host::Dataset rows(shop.Host().DM.FDConnection1);
     rows.SetBlockSize(1000);
-    report.measure(
+    report.Measure(
         u"list statement, first 1000 rows"_s, 9, 150, [&] { rows.Open(ListStatement); },
-        [&] { floor.read(block.constData()); });
-    report.measure(
+        [&] { floor.Read(block.constData()); });
+    report.Measure(
         u"list statement, all rows"_s, 3, {},
         [&] {
             rows.Open(ListStatement);
             rows.FetchAll();
         },
-        [&] { floor.read(ListSelect); });
+        [&] { floor.Read(ListSelect); });
 }
 
 /// What follows a change of the last good: the list runs again and stands on it.
-void renewList(Report &report, TGood_List_FRM &list, const QString &how)
+void RenewList(Report &report, TGood_List_FRM &list, const QString &how)
 {
     auto *grid = list.findChild<host::Grid *>(u"GoodListDB_GRD"_s);
     auto *rows = list.findChild<host::TVelakSearchManager *>(u"VelakSearchManager1"_s);
@@ -86,29 +86,29 @@ void renewList(Report &report, TGood_List_FRM &list, const QString &how)
     bool renewed = false;
     double longest = 0;
     const auto connection = QObject::connect(rows, &host::TVelakSearchManager::Executed, grid, [&] { renewed = true; });
-    report.measure(u"goods list, run again at the last good, painted"_s + how, 3, {}, [&] {
+    report.Measure(u"goods list, run again at the last good, painted"_s + how, 3, {}, [&] {
         rows->RunBehind();
         QCoreApplication::processEvents();
         grid->viewport()->grab();
     });
-    report.measure(u"goods list, run again until all is new"_s + how, 3, {}, [&] {
+    report.Measure(u"goods list, run again until all is new"_s + how, 3, {}, [&] {
         renewed = false;
         rows->RunBehind();
         while (!renewed)
             longest =
-                std::max(longest, bench::timed([] {
+                std::max(longest, bench::Timed([] {
                              QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 1);
                          }));
         grid->viewport()->grab();
     });
     QObject::disconnect(connection);
-    report.add({u"goods list, longest pause meanwhile"_s + how, longest, {}, {}, 0});
+    report.Add({u"goods list, longest pause meanwhile"_s + how, longest, {}, {}, 0});
     if (grid->CurrentKey() != last)
         throw std::runtime_error("the goods list lost its place");
 }
 
 /// A list in an order of the user's: how long the order takes, and the list when it runs again.
-void orderList(Report &report, TGood_List_FRM &list)
+void OrderList(Report &report, TGood_List_FRM &list)
 {
     auto *grid = list.findChild<host::Grid *>(u"GoodListDB_GRD"_s);
     auto *stock = list.findChild<QTabBar *>(u"Search_TBC"_s);
@@ -128,24 +128,24 @@ void orderList(Report &report, TGood_List_FRM &list)
     };
     for (const QString &field : {u"Cost1"_s, u"Name"_s}) {
         complete();
-        report.measure(u"goods list, ordered by "_s + field, 3, {}, [&] {
+        report.Measure(u"goods list, ordered by "_s + field, 3, {}, [&] {
             grid->SortBy(field);
             grid->viewport()->grab();
         });
-        report.measure(u"goods list, another stock tab while ordered by "_s + field, 3, {}, otherTab);
-        renewList(report, list, u" while ordered by "_s + field);
+        report.Measure(u"goods list, another stock tab while ordered by "_s + field, 3, {}, otherTab);
+        RenewList(report, list, u" while ordered by "_s + field);
     }
     grid->SortBy({});
     otherTab();
     complete();
-    renewList(report, list, {});
+    RenewList(report, list, {});
 }
 
-void useList(Report &report, Shop &shop, const Floor &floor)
+void UseList(Report &report, Shop &shop, const Floor &floor)
 {
     const QByteArray block = QByteArray(ListSelect) + " LIMIT 1000";
-    TGood_List_FRM list(shop.host(), host::TFormMode::DockedList);
-    report.measure(
+    TGood_List_FRM list(shop.Host(), host::TFormMode::DockedList);
+    report.Measure(
         u"goods list, command to first rows painted"_s, 9, 150,
         [&] {
             list.done(QDialog::Rejected);
@@ -154,18 +154,18 @@ void useList(Report &report, Shop &shop, const Floor &floor)
             QCoreApplication::processEvents();
             list.grab();
         },
-        [&] { floor.read(block.constData()); });
+        [&] { floor.Read(block.constData()); });
 
     auto *grid = list.findChild<QTableView *>(u"GoodListDB_GRD"_s);
     double longest = 0;
     while (grid->model()->rowCount() < shop.size()) {
         const int rows = grid->model()->rowCount();
-        longest = std::max(longest, bench::timed([] { QCoreApplication::processEvents(); }));
+        longest = std::max(longest, bench::Timed([] { QCoreApplication::processEvents(); }));
         if (grid->model()->rowCount() == rows)
             QTest::qWait(1);
     }
-    report.add({u"goods list, longest pause while the rest arrives"_s, longest, {}, 50, 0});
-    report.measure(u"goods list, to the last row and back (painted)"_s, 5, 150, [&] {
+    report.Add({u"goods list, longest pause while the rest arrives"_s, longest, {}, 50, 0});
+    report.Measure(u"goods list, to the last row and back (painted)"_s, 5, 150, [&] {
         grid->scrollToBottom();
         grid->viewport()->grab();
         grid->scrollToTop();
@@ -179,60 +179,60 @@ void useList(Report &report, Shop &shop, const Floor &floor)
     double slowest = 0;
     const quint64 before = host::StatementsSent();
     for (const QChar letter : typed) {
-        slowest = std::max(slowest, bench::timed([&] {
+        slowest = std::max(slowest, bench::Timed([&] {
                                QKeyEvent press(QEvent::KeyPress, 0, Qt::NoModifier, QString(letter));
                                QCoreApplication::sendEvent(edit, &press);
                                QCoreApplication::processEvents();
                                grid->viewport()->grab();
                            }));
     }
-    report.add({u"search in the goods list, slowest of %1 keystrokes"_s.arg(typed.size()),
+    report.Add({u"search in the goods list, slowest of %1 keystrokes"_s.arg(typed.size()),
                 slowest,
                 {},
                 50,
                 static_cast<double>(host::StatementsSent() - before) / static_cast<double>(typed.size())});
     QMetaObject::invokeMethod(edit, "clear");
-    orderList(report, list);
+    OrderList(report, list);
     list.close();
 }
 
-void lookUp(Report &report, Shop &shop, const Floor &floor)
+void LookUp(Report &report, Shop &shop, const Floor &floor)
 {
-    const QString barcode = Shop::barcode(shop.size() - 5);
+    const QString barcode = Shop::Barcode(shop.size() - 5);
     const QByteArray select = "SELECT Code FROM GoodInf WHERE AbbName LIKE '%!" + barcode.toUtf8() + "!%'";
-    TGood_DM &data = shop.data();
-    report.measure(
+    TGood_DM &data = shop.Data();
+    report.Measure(
         u"Good_ExistBarCode, found at the end"_s, 9, 15, [&] { data.Good_ExistBarCode(1, barcode); },
-        [&] { floor.read(select.constData()); });
-    report.measure(
+        [&] { floor.Read(select.constData()); });
+    report.Measure(
         u"CheckBarcodeCode, not found"_s, 9, 15, [&] { data.CheckBarcodeCode(u"9999999999994"_s); },
-        [&] { floor.read("SELECT Code FROM GoodInf WHERE AbbName LIKE '%!9999999999994!%'"); });
-    report.measure(u"Good_ExistName"_s, 9, {}, [&] { data.Good_ExistName(1, u"چای سبز دو غزال"_s); });
-    report.measure(u"Good_GetNewCode"_s, 9, {}, [&] { data.Good_GetNewCode(u"11"_s); });
-    report.measure(u"Good_GetNewCode_GrpCode"_s, 9, {}, [&] { data.Good_GetNewCode_GrpCode(u"11"_s, u"6"_s); });
+        [&] { floor.Read("SELECT Code FROM GoodInf WHERE AbbName LIKE '%!9999999999994!%'"); });
+    report.Measure(u"Good_ExistName"_s, 9, {}, [&] { data.Good_ExistName(1, u"چای سبز دو غزال"_s); });
+    report.Measure(u"Good_GetNewCode"_s, 9, {}, [&] { data.Good_GetNewCode(u"11"_s); });
+    report.Measure(u"Good_GetNewCode_GrpCode"_s, 9, {}, [&] { data.Good_GetNewCode_GrpCode(u"11"_s, u"6"_s); });
 }
 
-void useEditor(Report &report, Shop &shop)
+void UseEditor(Report &report, Shop &shop)
 {
-    const int code = shop.data().CheckBarcodeCode(Shop::barcode(shop.size() - 5));
+    const int code = shop.Data().CheckBarcodeCode(Shop::Barcode(shop.size() - 5));
     const QString good = QString::number(code);
-    const QSqlDatabase &main = shop.host().DM.ADOConnection1;
+    const QSqlDatabase &main = shop.Host().DM.ADOConnection1;
     QStringList prices;
     for (const QString &side : {u"Sell"_s, u"Buy"_s})
         for (int level = 1; level <= 10; ++level)
             prices << u"CostLevel_%1_%2=%3.25"_s.arg(side).arg(level).arg(1000 * level);
     host::Exec(main, u"update GoodCostDiscount set %1 where GoodCode=%2"_s.arg(prices.join(u','), good));
 
-    TGood_Get_FRM editor(shop.host());
+    TGood_Get_FRM editor(shop.Host());
     const auto open = [&] {
         if (!editor.OpenRecord(code, host::TFormMode::Edit))
             throw std::runtime_error("the editor did not open");
     };
-    report.measure(u"open a good in the editor"_s, 5, {}, open);
+    report.Measure(u"open a good in the editor"_s, 5, {}, open);
 
     auto *weight = editor.findChild<QLineEdit *>(u"Weight_EDT"_s);
     int saves = 0;
-    report.measure(u"open and save a good with all prices"_s, 9, {}, [&] {
+    report.Measure(u"open and save a good with all prices"_s, 9, {}, [&] {
         open();
         weight->setText(QString::number(++saves));
         editor.Save();
@@ -243,51 +243,51 @@ void useEditor(Report &report, Shop &shop)
         throw std::runtime_error("the editor did not save");
 }
 
-void edit(Report &report, Shop &shop, const Floor &scratch)
+void Edit(Report &report, Shop &shop, const Floor &scratch)
 {
-    TGood_DM &data = shop.data();
+    TGood_DM &data = shop.Data();
     int number = shop.size();
-    report.measure(
+    report.Measure(
         u"save a new good with prices and opening stock"_s, 9, {},
         [&] {
             GoodSave::Request request;
             request.isNew = true;
             const int code = data.Good_GetNewCode_GrpCode(u"11"_s, u"6"_s);
-            request.good = Shop::good(code, ++number);
+            request.good = Shop::Good(code, ++number);
             request.good.AvaBgPrd = 10;
             request.good.CostBgPrd = 1000;
             data.CostLevel_Prepare(code, 2);
             data.CreateGoodDetailTempTable();
-            GoodSave(shop.host(), data).Run(request);
+            GoodSave(shop.Host(), data).Run(request);
         },
         [&] {
-            scratch.run("BEGIN IMMEDIATE");
-            scratch.run("INSERT INTO d (GoodCode, a) SELECT max(GoodCode) + 1, 0 FROM d");
-            scratch.run("INSERT INTO g (Code, Name) SELECT max(Code) + 1, 'x' FROM g");
-            scratch.run("COMMIT");
+            scratch.Run("BEGIN IMMEDIATE");
+            scratch.Run("INSERT INTO d (GoodCode, a) SELECT max(GoodCode) + 1, 0 FROM d");
+            scratch.Run("INSERT INTO g (Code, Name) SELECT max(Code) + 1, 'x' FROM g");
+            scratch.Run("COMMIT");
         });
 
-    useEditor(report, shop);
+    UseEditor(report, shop);
 }
 
 /// A good that was added, not one of the demo shop's.
-int someGood(Shop &shop)
+int SomeGood(Shop &shop)
 {
-    return shop.data().CheckBarcodeCode(Shop::barcode(shop.size() - 5));
+    return shop.Data().CheckBarcodeCode(Shop::Barcode(shop.size() - 5));
 }
 
-std::vector<bench::RoundTrips> measureShop(Report &report, int goods)
+std::vector<bench::RoundTrips> MeasureShop(Report &report, int goods)
 {
     Shop shop(goods);
     const QTemporaryDir folder;
     const Floor scratch(folder.filePath(u"floor.db"_s));
-    load(report, shop, scratch);
-    const Floor floor(shop.file());
-    readRows(report, shop, floor);
-    lookUp(report, shop, floor);
-    useList(report, shop, floor);
-    edit(report, shop, scratch);
-    return bench::watchRoundTrips(shop, someGood(shop));
+    Load(report, shop, scratch);
+    const Floor floor(shop.File());
+    ReadRows(report, shop, floor);
+    LookUp(report, shop, floor);
+    UseList(report, shop, floor);
+    Edit(report, shop, scratch);
+    return bench::WatchRoundTrips(shop, SomeGood(shop));
 }
 
 } // namespace
@@ -299,13 +299,13 @@ int main(int argc, char *argv[])
     QApplication application(argc, argv);
     bench::Options options;
     try {
-        options = bench::readOptions(application.arguments());
+        options = bench::ReadOptions(application.arguments());
     } catch (const std::invalid_argument &error) {
         std::fprintf(stderr, "%s\n", error.what());
         return 2;
     }
     if (options.help) {
-        std::fputs(qPrintable(bench::helpText()), stdout);
+        std::fputs(qPrintable(bench::HelpText()), stdout);
         return 0;
     }
     application.setLayoutDirection(Qt::RightToLeft);
@@ -322,11 +322,11 @@ int main(int argc, char *argv[])
         Report report(options.goods <= bench::Options::UsualGoods);
         std::vector<bench::RoundTrips> trips;
         if (!options.engineOnly)
-            trips = measureShop(report, options.goods);
-        bench::measureEngine(report);
-        report.print();
-        const bool few = trips.empty() || bench::printRoundTrips(trips, options.statements);
-        return report.withinLimits() && few ? 0 : 1;
+            trips = MeasureShop(report, options.goods);
+        bench::MeasureEngine(report);
+        report.Print();
+        const bool few = trips.empty() || bench::PrintRoundTrips(trips, options.statements);
+        return report.WithinLimits() && few ? 0 : 1;
     } catch (const std::exception &error) {
         std::fprintf(stderr, "%s\n", error.what());
         return 2;

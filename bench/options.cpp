@@ -21,7 +21,7 @@ const QCommandLineOption Statements{
 const QCommandLineOption Help{{u"h"_s, u"help"_s}, u"Print this text."_s};
 const QString Engine = u"engine"_s;
 
-void describe(QCommandLineParser &parser)
+void Describe(QCommandLineParser &parser)
 {
     parser.setApplicationDescription(
         u"Measures what users wait for, beside SQLite's C API doing the same work on the same file, and how many\n"
@@ -32,10 +32,10 @@ void describe(QCommandLineParser &parser)
 
 } // namespace
 
-Options readOptions(const QStringList &arguments)
+Options ReadOptions(const QStringList &arguments)
 {
     QCommandLineParser parser;
-    describe(parser);
+    Describe(parser);
     if (!parser.parse(arguments))
         throw std::invalid_argument(parser.errorText().toStdString());
     Options options;
@@ -54,10 +54,10 @@ Options readOptions(const QStringList &arguments)
     return options;
 }
 
-QString helpText()
+QString HelpText()
 {
     QCommandLineParser parser;
-    describe(parser);
+    Describe(parser);
     return parser.helpText();
 }
 

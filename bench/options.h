@@ -19,7 +19,7 @@ struct Options
 };
 
 /// Throws std::invalid_argument with the words for the user.
-Options readOptions(const QStringList &arguments);
-QString helpText();
+Options ReadOptions(const QStringList &arguments);
+QString HelpText();
 
 } // namespace bench

@@ -9,7 +9,7 @@
 
 namespace bench {
 
-double timed(const std::function<void()> &work)
+double Timed(const std::function<void()> &work)
 {
     QElapsedTimer clock;
     clock.start();
@@ -19,32 +19,32 @@ double timed(const std::function<void()> &work)
 
 namespace {
 
-double median(int runs, const std::function<void()> &work)
+double Median(int runs, const std::function<void()> &work)
 {
     std::vector<double> times;
     times.reserve(static_cast<std::size_t>(runs));
     work();
     for (int i = 0; i < runs; ++i)
-        times.push_back(timed(work));
+        times.push_back(Timed(work));
     std::nth_element(times.begin(), times.begin() + runs / 2, times.end());
     return times[static_cast<std::size_t>(runs / 2)];
 }
 
 } // namespace
 
-void Report::measure(const QString &what, int runs, std::optional<double> limit, const std::function<void()> &operation,
+void Report::Measure(const QString &what, int runs, std::optional<double> limit, const std::function<void()> &operation,
                      const std::function<void()> &floor)
 {
     Line line{what, 0, {}, limit, 0};
     const quint64 before = host::StatementsSent();
-    line.milliseconds = median(runs, operation);
+    line.milliseconds = Median(runs, operation);
     line.statements = static_cast<double>(host::StatementsSent() - before) / (runs + 1);
     if (floor)
-        line.floor = median(runs, floor);
-    add(line);
+        line.floor = Median(runs, floor);
+    Add(line);
 }
 
-void Report::add(const Line &line)
+void Report::Add(const Line &line)
 {
     m_lines.push_back(line);
     if (!m_limits)
@@ -52,7 +52,7 @@ void Report::add(const Line &line)
     std::fprintf(stderr, "%s: %.2f ms\n", qPrintable(line.what), line.milliseconds);
 }
 
-void Report::print() const
+void Report::Print() const
 {
     std::printf("%-58s %12s %12s %8s %10s %11s\n", "operation", "ms", "SQLite ms", "ratio", "limit ms", "statements");
     for (const Line &line : m_lines) {
@@ -66,7 +66,7 @@ void Report::print() const
     }
 }
 
-bool Report::withinLimits() const
+bool Report::WithinLimits() const
 {
     return std::all_of(m_lines.cbegin(), m_lines.cend(),
                        [](const Line &line) { return !line.limit || line.milliseconds <= *line.limit; });

@@ -26,12 +26,12 @@ public:
     explicit Report(bool limits) : m_limits(limits) {}
 
     /// Runs `operation` `runs` times after one warm-up and keeps the median.
-    void measure(const QString &what, int runs, std::optional<double> limit, const std::function<void()> &operation,
+    void Measure(const QString &what, int runs, std::optional<double> limit, const std::function<void()> &operation,
                  const std::function<void()> &floor = {});
-    void add(const Line &line);
-    void print() const;
+    void Add(const Line &line);
+    void Print() const;
     /// Every line is within its limit.
-    bool withinLimits() const;
+    bool WithinLimits() const;
 
 private:
     bool m_limits;
@@ -39,6 +39,6 @@ private:
 };
 
 /// Milliseconds that `work` takes, once.
-double timed(const std::function<void()> &work);
+double Timed(const std::function<void()> &work);
 
 } // namespace bench

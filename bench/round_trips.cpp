@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 
 namespace bench {
 
-std::vector<RoundTrips> watchRoundTrips(Shop &shop, int good)
+std::vector<RoundTrips> WatchRoundTrips(Shop &shop, int good)
 {
     QStringList texts;
     host::WatchStatements([&texts](const QString &text) { texts << text; });
@@ -25,7 +25,7 @@ std::vector<RoundTrips> watchRoundTrips(Shop &shop, int good)
     std::vector<RoundTrips> trips;
     const auto take = [&](const char *what, int most) { trips.push_back({what, most, std::exchange(texts, {})}); };
 
-    TGood_Get_FRM editor(shop.host());
+    TGood_Get_FRM editor(shop.Host());
     bool saved = false;
     QTimer::singleShot(300, &editor, [&] {
         take("open a good", 30);
@@ -39,7 +39,7 @@ std::vector<RoundTrips> watchRoundTrips(Shop &shop, int good)
     if (!saved)
         throw std::runtime_error("the good could not be saved");
 
-    TGood_List_FRM list(shop.host(), host::TFormMode::DockedList);
+    TGood_List_FRM list(shop.Host(), host::TFormMode::DockedList);
     texts.clear();
     if (!list.ShowDocked())
         throw std::runtime_error("the goods list did not open");
@@ -49,7 +49,7 @@ std::vector<RoundTrips> watchRoundTrips(Shop &shop, int good)
     return trips;
 }
 
-bool printRoundTrips(const std::vector<RoundTrips> &trips, bool all)
+bool PrintRoundTrips(const std::vector<RoundTrips> &trips, bool all)
 {
     bool within = true;
     std::printf("\n%-58s %11s %8s\n", "command, transactions aside", "statements", "limit");

@@ -18,9 +18,9 @@ struct RoundTrips
 };
 
 /// Opens a good, saves it and opens the list, each once.
-std::vector<RoundTrips> watchRoundTrips(Shop &shop, int good);
+std::vector<RoundTrips> WatchRoundTrips(Shop &shop, int good);
 
 /// Prints the counts, and the texts too if `all`; true when none is over its limit.
-bool printRoundTrips(const std::vector<RoundTrips> &trips, bool all);
+bool PrintRoundTrips(const std::vector<RoundTrips> &trips, bool all);
 
 } // namespace bench

@@ -16,20 +16,20 @@ Shop::Shop(int size) : m_size(size)
     m_desk = std::make_unique<desk::DeskHost>(m_connections->Get());
     if (!m_desk->settings.SignIn(1))
         throw std::runtime_error("the demo shop has no first user");
-    m_data = std::make_unique<TGood_DM>(host().DM, host().settings, host().entities);
+    m_data = std::make_unique<TGood_DM>(Host().DM, Host().settings, Host().entities);
 }
 
-int Shop::goods()
+int Shop::Goods()
 {
-    return host::Scalar(host().DM.ADOConnection1, u"SELECT COUNT(*) FROM GoodInf"_s).toInt();
+    return host::Scalar(Host().DM.ADOConnection1, u"SELECT COUNT(*) FROM GoodInf"_s).toInt();
 }
 
-QString Shop::barcode(int number)
+QString Shop::Barcode(int number)
 {
     return u"2%1"_s.arg(number, 12, 10, QLatin1Char('0'));
 }
 
-TGoodInfoRec Shop::good(int code, int number)
+TGoodInfoRec Shop::Good(int code, int number)
 {
     static const QStringList kinds{u"روغن"_s, u"چای"_s, u"کابل"_s, u"دفتر"_s, u"شامپو"_s};
     TGoodInfoRec good;
@@ -38,7 +38,7 @@ TGoodInfoRec Shop::good(int code, int number)
     good.kala_name = kinds.at(number % kinds.size());
     good.kala_type = u"مدل %1"_s.arg(number % 1000);
     good.kala_index = u"ش%1"_s.arg(number);
-    good.AbbName = u"!%1!"_s.arg(barcode(number));
+    good.AbbName = u"!%1!"_s.arg(Barcode(number));
     good.Unit = 1;
     good.Store = 1;
     good.SMSCode = QString::number(1000000 + number);
@@ -50,19 +50,19 @@ TGoodInfoRec Shop::good(int code, int number)
     return good;
 }
 
-void Shop::grow(int batch)
+void Shop::Grow(int batch)
 {
     QSet<int> taken;
-    for (host::Query codes(host().DM.ADOConnection1, u"SELECT Code FROM GoodInf"_s); !codes.Eof(); codes.Next())
+    for (host::Query codes(Host().DM.ADOConnection1, u"SELECT Code FROM GoodInf"_s); !codes.Eof(); codes.Next())
         taken << codes.Int(0);
     int code = 0;
-    for (int number = goods(); number < m_size;) {
-        host::Transaction transaction(host().DM.ADOConnection1);
+    for (int number = Goods(); number < m_size;) {
+        host::Transaction transaction(Host().DM.ADOConnection1);
         for (int i = 0; i < batch && number < m_size; ++i, ++number) {
             do
                 ++code;
             while (taken.contains(code));
-            m_data->Good_Insert(good(code, number));
+            m_data->Good_Insert(Good(code, number));
         }
         transaction.Commit();
     }

@@ -12,21 +12,21 @@ namespace bench {
 class Shop
 {
 public:
-    /// Of so many goods, once grow() has been called.
+    /// Of so many goods, once Grow() has been called.
     explicit Shop(int size);
 
-    const QString &file() const { return m_options.databaseFile; }
-    host::Host &host() { return m_desk->host; }
-    TGood_DM &data() { return *m_data; }
-    int goods();
+    const QString &File() const { return m_options.databaseFile; }
+    host::Host &Host() { return m_desk->host; }
+    TGood_DM &Data() { return *m_data; }
+    int Goods();
     int size() const { return m_size; }
 
     /// Adds goods through the data module's own insert, `batch` a transaction, until there are size().
-    void grow(int batch);
+    void Grow(int batch);
     /// The barcode of the n-th good added.
-    static QString barcode(int number);
+    static QString Barcode(int number);
     /// A good ready to be inserted.
-    static TGoodInfoRec good(int code, int number);
+    static TGoodInfoRec Good(int code, int number);
 
 private:
     int m_size;

@@ -87,19 +87,19 @@ class Test : public QObject
 private slots:
     void init()
     {
-        database = std::make_unique<test::Database>();
-        Furnish(*database);
-        desk = std::make_unique<Desk>(*database);
+        m_database = std::make_unique<test::Database>();
+        Furnish(*m_database);
+        m_desk = std::make_unique<Desk>(*m_database);
     }
     void cleanup()
     {
-        desk.reset();
-        database.reset();
+        m_desk.reset();
+        m_database.reset();
     }
 
 protected:
-    std::unique_ptr<test::Database> database;
-    std::unique_ptr<Desk> desk;
+    std::unique_ptr<test::Database> m_database;
+    std::unique_ptr<Desk> m_desk;
 };
 
 } // namespace fixture

@@ -49,13 +49,13 @@ class TestDataset : public QObject
 private slots:
     void init()
     {
-        database = std::make_unique<test::Database>();
-        owner = std::make_unique<QObject>();
+        m_database = std::make_unique<test::Database>();
+        m_owner = std::make_unique<QObject>();
     }
     void cleanup()
     {
-        owner.reset();
-        database.reset();
+        m_owner.reset();
+        m_database.reset();
     }
     void textsComeBackAsTyped_data();
     void textsComeBackAsTyped();
@@ -73,8 +73,8 @@ private slots:
     void nestedTransactions();
 
 private:
-    std::unique_ptr<test::Database> database;
-    std::unique_ptr<QObject> owner;
+    std::unique_ptr<test::Database> m_database;
+    std::unique_ptr<QObject> m_owner;
 };
 
 void TestDataset::textsComeBackAsTyped_data()
@@ -96,18 +96,18 @@ void TestDataset::textsComeBackAsTyped_data()
 void TestDataset::textsComeBackAsTyped()
 {
     QFETCH(QString, text);
-    MakeThings(*database);
-    Dataset *things = OpenThings(*database, owner.get());
+    MakeThings(*m_database);
+    Dataset *things = OpenThings(*m_database, m_owner.get());
     things->Append();
     things->SetField(u"name", text);
     things->Post();
-    const Query stored(database->AnotherConnection(), Select);
+    const Query stored(m_database->AnotherConnection(), Select);
     QCOMPARE(stored.Value(u"Name"), QVariant(text));
 
     things->Edit();
     things->SetField(u"NAME", QString(text + u'!'));
     things->Post();
-    QCOMPARE(Query(database->AnotherConnection(), Select).Text(u"Name"), text + u'!');
+    QCOMPARE(Query(m_database->AnotherConnection(), Select).Text(u"Name"), text + u'!');
     QCOMPARE(things->TextField(u"Name"), text + u'!');
 }
 
@@ -133,7 +133,7 @@ void TestDataset::decimalsOfEverySize()
 {
     QFETCH(QString, type);
     QFETCH(QString, text);
-    Dataset numbers(database->Main());
+    Dataset numbers(m_database->Main());
     numbers.Open(u"SELECT CAST('%1' AS %2) AS V, CAST(NULL AS %2) AS N"_s.arg(text, type));
     QCOMPARE(numbers.Field(u"V"), QVariant(text));
     QVERIFY(numbers.Field(u"N").isNull());
@@ -142,8 +142,8 @@ void TestDataset::decimalsOfEverySize()
 
 void TestDataset::everyKindOfValue()
 {
-    MakeThings(*database);
-    Dataset *things = OpenThings(*database, owner.get());
+    MakeThings(*m_database);
+    Dataset *things = OpenThings(*m_database, m_owner.get());
     things->Append();
     things->SetField(u"Amount", u"12345678901234.123456789"_s);
     things->SetField(u"Flag", true);
@@ -165,7 +165,7 @@ void TestDataset::everyKindOfValue()
     things->SetQuantity(u"Amount", 0.1L * 3);
     things->SetField(u"Flag", QVariant());
     things->Post();
-    QCOMPARE(database->Rows(u"select Amount, Flag, Big from Things"_s), QStringList{u"0.3|NULL|9007199254740993"_s});
+    QCOMPARE(m_database->Rows(u"select Amount, Flag, Big from Things"_s), QStringList{u"0.3|NULL|9007199254740993"_s});
 
     things->Edit();
     things->SetField(u"Amount", u"12; delete from Things"_s);
@@ -175,14 +175,14 @@ void TestDataset::everyKindOfValue()
 
 void TestDataset::largeListsComeInBlocks()
 {
-    MakeThings(*database, 2500);
-    Dataset things(database->GoodsList());
+    MakeThings(*m_database, 2500);
+    Dataset things(m_database->GoodsList());
     things.SetBlockSize(1000);
     things.Open(Select);
     QCOMPARE(things.RecordCount(), 1000);
     QVERIFY(things.canFetchMore({}));
     // The connection serves others while the list is open, and the list does not see half of a change.
-    QCOMPARE(Scalar(database->GoodsList(), u"select count(*) from Things"_s).toInt(), 2500);
+    QCOMPARE(Scalar(m_database->GoodsList(), u"select count(*) from Things"_s).toInt(), 2500);
 
     QSignalSpy inserted(&things, &QAbstractItemModel::rowsInserted);
     things.fetchMore({});
@@ -202,9 +202,9 @@ void TestDataset::largeListsComeInBlocks()
 
 void TestDataset::lostConnectionKeepsWhatWasTyped()
 {
-    MakeThings(*database, 3);
-    Dataset *things = OpenThings(*database, owner.get());
-    QSqlDatabase main = database->Main();
+    MakeThings(*m_database, 3);
+    Dataset *things = OpenThings(*m_database, m_owner.get());
+    QSqlDatabase main = m_database->Main();
     things->Edit();
     things->SetField(u"Name", u"تازه"_s);
     main.close();
@@ -227,11 +227,11 @@ void TestDataset::lostConnectionKeepsWhatWasTyped()
 
 void TestDataset::rowThatIsGone()
 {
-    MakeThings(*database, 2);
-    Dataset *things = OpenThings(*database, owner.get());
+    MakeThings(*m_database, 2);
+    Dataset *things = OpenThings(*m_database, m_owner.get());
     things->Edit();
     things->SetField(u"Name", u"تازه"_s);
-    Exec(database->AnotherConnection(), u"delete from Things where Id = 1"_s);
+    Exec(m_database->AnotherConnection(), u"delete from Things where Id = 1"_s);
     QVERIFY_THROWS_EXCEPTION(DatabaseError, things->Post());
     QCOMPARE(things->CurrentState(), Dataset::State::Edit);
     things->Cancel();
@@ -241,23 +241,23 @@ void TestDataset::rowThatIsGone()
 
 void TestDataset::typingInAGrid()
 {
-    MakeThings(*database, 3);
-    Dataset *things = OpenThings(*database, owner.get());
+    MakeThings(*m_database, 3);
+    Dataset *things = OpenThings(*m_database, m_owner.get());
     const auto cell = [things](int row, QStringView field) { return things->index(row, things->ColumnIndex(field)); };
     QVERIFY(!(things->flags(cell(0, u"Name")) & Qt::ItemIsEditable));
     QVERIFY(!things->setData(cell(0, u"Name"), u"x"_s));
     QVERIFY(!things->setData(cell(0, u"Amount"), u"12a"_s));
     QVERIFY(things->setData(cell(0, u"Amount"), u"۱٬۲۳۴٫۵"_s));
     QCOMPARE(cell(0, u"Amount").data(), QVariant(u"1234.5"_s));
-    QCOMPARE(database->Rows(u"select Amount from Things where Id = 1"_s), QStringList{u"1"_s});
+    QCOMPARE(m_database->Rows(u"select Amount from Things where Id = 1"_s), QStringList{u"1"_s});
     QVERIFY(things->setData(cell(1, u"Amount"), u"7"_s));
-    QCOMPARE(database->Rows(u"select Amount from Things where Id = 1"_s), QStringList{u"1234.5"_s});
+    QCOMPARE(m_database->Rows(u"select Amount from Things where Id = 1"_s), QStringList{u"1234.5"_s});
     things->SetCurrentRow(2);
-    QCOMPARE(database->Rows(u"select Amount from Things where Id = 2"_s), QStringList{u"7"_s});
+    QCOMPARE(m_database->Rows(u"select Amount from Things where Id = 2"_s), QStringList{u"7"_s});
     QCOMPARE(things->CurrentState(), Dataset::State::Browse);
 
     QVERIFY(things->setData(cell(2, u"Amount"), u"99"_s));
-    Exec(database->AnotherConnection(), u"delete from Things where Id = 3"_s);
+    Exec(m_database->AnotherConnection(), u"delete from Things where Id = 3"_s);
     QSignalSpy failed(things, &Dataset::Failed);
     QVERIFY(!things->setData(cell(0, u"Amount"), u"5"_s));
     QCOMPARE(failed.count(), 1);
@@ -266,33 +266,34 @@ void TestDataset::typingInAGrid()
 
 void TestDataset::batchGivesItsFirstRows()
 {
-    Query query(database->Main());
+    Query query(m_database->Main());
     query.Open(u"create table #t (A int) insert into #t values (3) select A from #t select 4 as B"_s);
     QCOMPARE(query.Int(u"a"), 3);
     QVERIFY(!query.Next());
     QVERIFY_THROWS_EXCEPTION(DatabaseError, query.Int(u"A"));
-    QCOMPARE(Scalar(database->Main(), u"select A from #t where A = 9"_s), QVariant());
+    QCOMPARE(Scalar(m_database->Main(), u"select A from #t where A = 9"_s), QVariant());
     const quint64 before = StatementsSent();
-    QVERIFY(Exists(database->Main(), u"select A from #t"_s));
-    QCOMPARE(Exec(database->Main(), u"update #t set A = 5 where A = 3"_s), 1);
+    QVERIFY(Exists(m_database->Main(), u"select A from #t"_s));
+    QCOMPARE(Exec(m_database->Main(), u"update #t set A = 5 where A = 3"_s), 1);
     QCOMPARE(StatementsSent() - before, quint64(2));
 }
 
 /// A question for the first rows does not read millions.
 void TestDataset::questionsReadWhatTheyNeed()
 {
-    MakeThings(*database, 1000);
+    MakeThings(*m_database, 1000);
     const QString many = u"select a.Id from Things a cross join Things b cross join Things c"_s;
-    QVERIFY(Exists(database->Main(), many));
-    QVERIFY(MoreThan(database->Main(), many, 999));
-    QVERIFY(!MoreThan(database->Main(), u"select Id from Things"_s, 1000));
+    QVERIFY(Exists(m_database->Main(), many));
+    QVERIFY(MoreThan(m_database->Main(), many, 999));
+    QVERIFY(!MoreThan(m_database->Main(), u"select Id from Things"_s, 1000));
 }
 
 void TestDataset::errorInsideABatchIsSeen()
 {
-    MakeThings(*database);
+    MakeThings(*m_database);
     try {
-        Exec(database->Main(), u"insert into Things (Name) values (N'الف') insert into Things (Made) values (NULL)"_s);
+        Exec(m_database->Main(),
+             u"insert into Things (Name) values (N'الف') insert into Things (Made) values (NULL)"_s);
         QFAIL("the second statement passed");
     } catch (const DatabaseError &error) {
         QVERIFY(!error.ConnectionLost());
@@ -315,20 +316,20 @@ void TestDataset::nestedTransactions()
     QFETCH(bool, innerCommits);
     QFETCH(bool, outerCommits);
     QFETCH(int, written);
-    MakeThings(*database);
+    MakeThings(*m_database);
     const QString insert = u"insert into Things (Name) values (N'x')"_s;
     bool refused = false;
     {
-        Transaction outer(database->Main());
-        Exec(database->Main(), insert);
+        Transaction outer(m_database->Main());
+        Exec(m_database->Main(), insert);
         {
-            Transaction inner(database->Main());
-            Exec(database->Main(), insert);
+            Transaction inner(m_database->Main());
+            Exec(m_database->Main(), insert);
             if (innerCommits) {
                 inner.Commit();
             }
         }
-        QVERIFY(Transaction::IsActive(database->Main()));
+        QVERIFY(Transaction::IsActive(m_database->Main()));
         try {
             if (outerCommits) {
                 outer.Commit();
@@ -338,8 +339,8 @@ void TestDataset::nestedTransactions()
         }
     }
     QCOMPARE(refused, outerCommits && !innerCommits);
-    QVERIFY(!Transaction::IsActive(database->Main()));
-    QCOMPARE(Scalar(database->AnotherConnection(), u"select count(*) from Things"_s).toInt(), written);
+    QVERIFY(!Transaction::IsActive(m_database->Main()));
+    QCOMPARE(Scalar(m_database->AnotherConnection(), u"select count(*) from Things"_s).toInt(), written);
 }
 
 REGISTER_TEST(TestDataset)

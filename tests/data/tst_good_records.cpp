@@ -62,9 +62,9 @@ void TestGoodRecords::savedIsWhatIsRead()
 {
     TGoodInfoRec rec = Good(501);
     rec.kala_name = u"چای d'or [۵۰%] 🍵\u200F"_s;
-    QVERIFY(desk->goods.Good_Insert(rec));
+    QVERIFY(m_desk->goods.Good_Insert(rec));
     TGoodInfoRec read;
-    QVERIFY(Desk(database->AnotherConnection(), *database).goods.Good_GetByID(501, read));
+    QVERIFY(Desk(m_database->AnotherConnection(), *m_database).goods.Good_GetByID(501, read));
     QCOMPARE(read.Name, u"چای d'or [۵۰%] 🍵\u200F سبز 501"_s);
     QCOMPARE(read.Length, 0.123456789L);
     QCOMPARE(read.Price.Discount_Buy[3], 100.0L);
@@ -74,22 +74,22 @@ void TestGoodRecords::savedIsWhatIsRead()
     // What was read, saved under another code, gives the same row: no member is lost on the way.
     TGoodInfoRec copy = read;
     copy.Code = 502;
-    QVERIFY(desk->goods.Good_Insert(copy));
-    QStringList original = Stored(*database, 501);
+    QVERIFY(m_desk->goods.Good_Insert(copy));
+    QStringList original = Stored(*m_database, 501);
     original.replaceInStrings(QRegularExpression(u"^501"_s), u"502"_s);
-    QCOMPARE(Stored(*database, 502), original);
+    QCOMPARE(Stored(*m_database, 502), original);
     QVERIFY(!original.first().contains(u"|NULL|"_s) || original.first().count(u"NULL"_s) == 3); // the three of a change
-    QVERIFY(!desk->goods.Good_GetByID(999, read));
+    QVERIFY(!m_desk->goods.Good_GetByID(999, read));
     QCOMPARE(read.Code, 501);
 }
 
 void TestGoodRecords::updateKeepsCreationAndLeavesOthersAlone()
 {
-    desk->goods.Good_Insert(Good(501));
-    desk->goods.Good_Insert(Good(502));
-    const QStringList other = Stored(*database, 502);
+    m_desk->goods.Good_Insert(Good(501));
+    m_desk->goods.Good_Insert(Good(502));
+    const QStringList other = Stored(*m_database, 502);
     TGoodInfoRec rec;
-    desk->goods.Good_GetByID(501, rec);
+    m_desk->goods.Good_GetByID(501, rec);
     rec.kala_type = QString();
     rec.GrpCode = 7;
     rec.CreatedTime = u"00:00:00"_s;
@@ -98,20 +98,20 @@ void TestGoodRecords::updateKeepsCreationAndLeavesOthersAlone()
     rec.UserModified = u"کاربر (2)"_s;
     rec.VoucherCode = 44;
     rec.Price.Discount_Sell[0] = 99.5L;
-    QVERIFY(desk->goods.Good_Update(rec));
+    QVERIFY(m_desk->goods.Good_Update(rec));
     QCOMPARE(
-        database->Rows(u"select Name, GrpCode, CreatedTime, ModifiedTime, ModifiedDate, UserModified, VoucherCode, "
-                       "Discount_Sell_1 from GoodInf join GoodCostDiscount on GoodCode = Code where Code = 501"_s),
+        m_database->Rows(u"select Name, GrpCode, CreatedTime, ModifiedTime, ModifiedDate, UserModified, VoucherCode, "
+                         "Discount_Sell_1 from GoodInf join GoodCostDiscount on GoodCode = Code where Code = 501"_s),
         QStringList{u"چای  501|7|10:20:30|11:12:13|1405/02/03|کاربر (2)|44|99.5"_s});
-    QCOMPARE(Stored(*database, 502), other);
+    QCOMPARE(Stored(*m_database, 502), other);
 
     // A good that was not the last one read, and one that is gone.
     rec = Good(502);
     rec.Comment = u"تازه"_s;
-    QVERIFY(desk->goods.Good_Update(rec));
-    QCOMPARE(database->Scalar(u"select Comment from GoodInf where Code = 502"_s), QVariant(u"تازه"_s));
-    database->Exec(u"delete from GoodInf where Code = 502"_s);
-    QVERIFY_THROWS_EXCEPTION(host::DatabaseError, desk->goods.Good_Update(rec));
+    QVERIFY(m_desk->goods.Good_Update(rec));
+    QCOMPARE(m_database->Scalar(u"select Comment from GoodInf where Code = 502"_s), QVariant(u"تازه"_s));
+    m_database->Exec(u"delete from GoodInf where Code = 502"_s);
+    QVERIFY_THROWS_EXCEPTION(host::DatabaseError, m_desk->goods.Good_Update(rec));
 }
 
 void TestGoodRecords::whatOthersChangeStays_data()
@@ -150,31 +150,31 @@ void TestGoodRecords::whatOthersChangeStays()
     QFETCH(std::function<void(TGoodInfoRec &)>, change);
     QFETCH(QString, other);
     QFETCH(QString, columns);
-    desk->goods.Good_Insert(Good(501));
+    m_desk->goods.Good_Insert(Good(501));
     TGoodInfoRec rec;
-    desk->goods.Good_GetByID(501, rec);
+    m_desk->goods.Good_GetByID(501, rec);
     change(rec);
     {
-        host::Transaction taken(database->Main());
-        desk->goods.Good_Update(rec); // a save that fails further on, and is tried again
+        host::Transaction taken(m_database->Main());
+        m_desk->goods.Good_Update(rec); // a save that fails further on, and is tried again
     }
-    database->Exec(u"update GoodInf set "_s + other);
-    desk->goods.Good_Update(rec);
-    QTEST(database->Rows(u"select %1 from GoodInf join GoodCostDiscount on GoodCode=Code"_s.arg(columns)).value(0),
+    m_database->Exec(u"update GoodInf set "_s + other);
+    m_desk->goods.Good_Update(rec);
+    QTEST(m_database->Rows(u"select %1 from GoodInf join GoodCostDiscount on GoodCode=Code"_s.arg(columns)).value(0),
           "row");
 }
 
 void TestGoodRecords::oneUnitGoodHasNoSecondUnit()
 {
     TGoodInfoRec rec = Good(501);
-    desk->goods.Good_Insert(rec);
+    m_desk->goods.Good_Insert(rec);
     rec.Unit2 = 0;
-    desk->goods.Good_Update(rec);
+    m_desk->goods.Good_Update(rec);
     rec.Code = 502;
     rec.SMSCode.clear();
     rec.Store = 0;
-    desk->goods.Good_Insert(rec);
-    QCOMPARE(database->Rows(u"select Code, Unit2, SMSCode, Store from GoodInf order by Code"_s),
+    m_desk->goods.Good_Insert(rec);
+    QCOMPARE(m_database->Rows(u"select Code, Unit2, SMSCode, Store from GoodInf order by Code"_s),
              QStringList({u"501|NULL|501|1"_s, u"502|NULL|NULL|NULL"_s}));
 }
 
@@ -196,26 +196,26 @@ void TestGoodRecords::failedSaveWritesNothing()
     QFETCH(int, group);
     QFETCH(int, nameLength);
     QFETCH(QString, smsCode);
-    desk->goods.Good_Insert(Good(501));
-    const QStringList before = Stored(*database, 501);
+    m_desk->goods.Good_Insert(Good(501));
+    const QStringList before = Stored(*m_database, 501);
     TGoodInfoRec rec = Good(code, group);
     rec.kala_name = QString(nameLength, u'ن');
     rec.SMSCode = smsCode;
     rec.Price.Discount_Sell = {50, 50, 50, 50};
-    QVERIFY_THROWS_EXCEPTION(std::exception, desk->goods.Good_Insert(rec));
-    QVERIFY(!host::Transaction::IsActive(database->Main()));
-    QCOMPARE(Stored(*database, 501), before);
-    QCOMPARE(Stored(*database, 502), QStringList());
-    QVERIFY(desk->goods.Good_Insert(Good(503))); // the module is fit for the next try
-    QCOMPARE(database->Rows(u"select Code from GoodInf order by Code"_s), QStringList({u"501"_s, u"503"_s}));
+    QVERIFY_THROWS_EXCEPTION(std::exception, m_desk->goods.Good_Insert(rec));
+    QVERIFY(!host::Transaction::IsActive(m_database->Main()));
+    QCOMPARE(Stored(*m_database, 501), before);
+    QCOMPARE(Stored(*m_database, 502), QStringList());
+    QVERIFY(m_desk->goods.Good_Insert(Good(503))); // the module is fit for the next try
+    QCOMPARE(m_database->Rows(u"select Code from GoodInf order by Code"_s), QStringList({u"501"_s, u"503"_s}));
 }
 
 void TestGoodRecords::deletingIsTheHostsBusiness()
 {
-    QVERIFY(desk->goods.Good_Delete(501));
-    desk->entities.refuseDelete = 2;
-    QVERIFY(!desk->goods.Good_Delete(502));
-    QCOMPARE(desk->entities.calls, QStringList({u"Delete_Entity(102, 501, 0)"_s, u"Delete_Entity(102, 502, 0)"_s}));
+    QVERIFY(m_desk->goods.Good_Delete(501));
+    m_desk->entities.refuseDelete = 2;
+    QVERIFY(!m_desk->goods.Good_Delete(502));
+    QCOMPARE(m_desk->entities.calls, QStringList({u"Delete_Entity(102, 501, 0)"_s, u"Delete_Entity(102, 502, 0)"_s}));
 }
 
 void TestGoodRecords::newCodes_data()
@@ -238,35 +238,36 @@ void TestGoodRecords::newCodes()
     QFETCH(QString, reserved);
     QFETCH(int, code);
     for (const QString &good : goods.split(u',', Qt::SkipEmptyParts)) {
-        MakeGoods(*database, u"(%1, %2, N'x', N'', N'', NULL)"_s.arg(good.section(u':', 0, 0), good.section(u':', 1)));
+        MakeGoods(*m_database,
+                  u"(%1, %2, N'x', N'', N'', NULL)"_s.arg(good.section(u':', 0, 0), good.section(u':', 1)));
     }
     for (const QString &lock : reserved.split(u',', Qt::SkipEmptyParts)) {
-        database->Exec(
+        m_database->Exec(
             u"insert into CodeLock_TBL (Status, Code) values (%1, %2)"_s.arg(lock.startsWith(u'-') ? 104 : 102)
                 .arg(lock.mid(lock.startsWith(u'-') ? 1 : 0)));
     }
-    QCOMPARE(desk->goods.Good_GetNewCode(u"5"_s), code);
-    const TGood_DM::GoodCodes all = desk->goods.GetGoodCodes();
+    QCOMPARE(m_desk->goods.Good_GetNewCode(u"5"_s), code);
+    const TGood_DM::GoodCodes all = m_desk->goods.GetGoodCodes();
     QCOMPARE(all.GoodCount, int(goods.split(u',', Qt::SkipEmptyParts).size()));
     QCOMPARE(all.GoodCodes.split(u',', Qt::SkipEmptyParts).size(), all.GoodCount);
 }
 
 void TestGoodRecords::takenCodeIsReplaced()
 {
-    TGood_DM &goods = desk->goods;
+    TGood_DM &goods = m_desk->goods;
     int code = goods.Good_GetNewCode_GrpCode(u"5"_s, u"6"_s);
     const int proposed = code;
     goods.CostLevel_Prepare(code, 2);
     goods.GoodFirstAsset(code, u"1"_s, u"3.5"_s, u"0"_s);
     goods.InsertUpdateToKalaCategory(code, 2, 1);
     {
-        host::Transaction free(database->Main());
+        host::Transaction free(m_database->Main());
         QVERIFY(!goods.Good_TakeCode(code, 5, 6));
         QCOMPARE(code, proposed);
     }
-    Desk(database->AnotherConnection(), *database).goods.Good_Insert(Good(proposed));
+    Desk(m_database->AnotherConnection(), *m_database).goods.Good_Insert(Good(proposed));
 
-    host::Transaction transaction(database->Main());
+    host::Transaction transaction(m_database->Main());
     QVERIFY(goods.Good_TakeCode(code, 5, 6));
     QVERIFY(code != proposed);
     goods.FirstAsset_SaveRow(code, 0);
@@ -274,21 +275,21 @@ void TestGoodRecords::takenCodeIsReplaced()
     goods.Good_Insert(Good(code));
     goods.CostLevel_Save(code);
     transaction.Commit();
-    QCOMPARE(database->Rows(u"select GoodCode, tmp, Amount1 from GoodFirstAsset"_s),
+    QCOMPARE(m_database->Rows(u"select GoodCode, tmp, Amount1 from GoodFirstAsset"_s),
              QStringList{u"%1|0|3.5"_s.arg(code)});
-    QCOMPARE(database->Rows(u"select Kala_code, Category_code, tmp from Kala_category"_s),
+    QCOMPARE(m_database->Rows(u"select Kala_code, Category_code, tmp from Kala_category"_s),
              QStringList{u"%1|2|0"_s.arg(code)});
-    QCOMPARE(database->Rows(u"select distinct TypeCode from tmpCostList"_s), QStringList{QString::number(code)});
+    QCOMPARE(m_database->Rows(u"select distinct TypeCode from tmpCostList"_s), QStringList{QString::number(code)});
 }
 
 void TestGoodRecords::desksSavingAtOnce()
 {
     // The worst order: both propose, both save.
-    Desk other(database->AnotherConnection(), *database);
-    TGoodInfoRec first = Good(desk->goods.Good_GetNewCode_GrpCode(u"5"_s, u"6"_s));
+    Desk other(m_database->AnotherConnection(), *m_database);
+    TGoodInfoRec first = Good(m_desk->goods.Good_GetNewCode_GrpCode(u"5"_s, u"6"_s));
     TGoodInfoRec second = Good(other.goods.Good_GetNewCode_GrpCode(u"5"_s, u"6"_s));
     QCOMPARE(second.Code, first.Code);
-    desk->goods.Good_Insert(first);
+    m_desk->goods.Good_Insert(first);
     QVERIFY_THROWS_EXCEPTION(host::DatabaseError, other.goods.Good_Insert(second));
 
     constexpr int Desks = 3;
@@ -298,7 +299,7 @@ void TestGoodRecords::desksSavingAtOnce()
     const auto work = [&](int number) {
         const QString name = u"desk %1"_s.arg(number);
         {
-            const QSqlDatabase main = database->Connect(name);
+            const QSqlDatabase main = m_database->Connect(name);
             test::FakeSettings settings;
             test::FakeEntities entities;
             TGood_DM goods({main, main, main}, settings, entities);
@@ -326,8 +327,8 @@ void TestGoodRecords::desksSavingAtOnce()
     }
     QCOMPARE(failed.load(), 0);
     QVERIFY2(replaced.load() > 0, "the desks never met");
-    QCOMPARE(database->Rows(u"select count(*), count(distinct Code) from GoodInf"_s), QStringList{u"46|46"_s});
-    QCOMPARE(database->Rows(u"select count(*) from GoodCostDiscount"_s), QStringList{u"46"_s});
+    QCOMPARE(m_database->Rows(u"select count(*), count(distinct Code) from GoodInf"_s), QStringList{u"46|46"_s});
+    QCOMPARE(m_database->Rows(u"select count(*) from GoodCostDiscount"_s), QStringList{u"46"_s});
 }
 
 void TestGoodRecords::uniqueness_data()
@@ -345,9 +346,9 @@ void TestGoodRecords::uniqueness()
 {
     QFETCH(QString, name);
     QFETCH(QString, index);
-    MakeGoods(*database, u"(1, 5, %1, %2, N'', 77), (2, 5, N'دیگر', N'دیگر', N'', 78)"_s.arg(host::NQuotedStr(name),
-                                                                                             host::NQuotedStr(index)));
-    TGood_DM &goods = desk->goods;
+    MakeGoods(*m_database, u"(1, 5, %1, %2, N'', 77), (2, 5, N'دیگر', N'دیگر', N'', 78)"_s.arg(
+                               host::NQuotedStr(name), host::NQuotedStr(index)));
+    TGood_DM &goods = m_desk->goods;
     QCOMPARE(goods.Good_ExistName(1, name), 0);
     QCOMPARE(goods.Good_ExistName(2, name), 1);
     QCOMPARE(goods.Good_ExistName(2, name + u'x'), 0);
@@ -373,8 +374,8 @@ void TestGoodRecords::unquotedValuesAreDigits_data()
 void TestGoodRecords::unquotedValuesAreDigits()
 {
     QFETCH(QString, value);
-    MakeGoods(*database, u"(1, 5, N'x', N'', N'', 77)"_s);
-    TGood_DM &goods = desk->goods;
+    MakeGoods(*m_database, u"(1, 5, N'x', N'', N'', 77)"_s);
+    TGood_DM &goods = m_desk->goods;
     const quint64 before = host::StatementsSent();
     QVERIFY_THROWS_EXCEPTION(host::RefusedText, goods.Good_IsExistSMSCode(2, value));
     QVERIFY_THROWS_EXCEPTION(host::RefusedText, goods.Good_GetNewCode(value));
@@ -413,15 +414,15 @@ void TestGoodRecords::barcodes()
     QFETCH(QString, stored);
     QFETCH(QString, asked);
     QFETCH(bool, found);
-    MakeGoods(*database, u"(1, 5, N'x', N'', %1, NULL)"_s.arg(host::NQuotedStr(stored)));
-    QCOMPARE(desk->goods.CheckBarcodeCode(asked), found ? 1 : 0);
-    QCOMPARE(desk->goods.Good_ExistBarCode(2, asked), found);
-    QVERIFY(!desk->goods.Good_ExistBarCode(1, asked));
+    MakeGoods(*m_database, u"(1, 5, N'x', N'', %1, NULL)"_s.arg(host::NQuotedStr(stored)));
+    QCOMPARE(m_desk->goods.CheckBarcodeCode(asked), found ? 1 : 0);
+    QCOMPARE(m_desk->goods.Good_ExistBarCode(2, asked), found);
+    QVERIFY(!m_desk->goods.Good_ExistBarCode(1, asked));
 
-    QVERIFY(!desk->goods.BarcodeUsedInSetting(asked));
-    desk->settings.record.ReservedBarcodes[1] = asked;
-    QVERIFY(desk->goods.BarcodeUsedInSetting(asked));
-    QVERIFY(!desk->goods.BarcodeUsedInSetting(QString()));
+    QVERIFY(!m_desk->goods.BarcodeUsedInSetting(asked));
+    m_desk->settings.record.ReservedBarcodes[1] = asked;
+    QVERIFY(m_desk->goods.BarcodeUsedInSetting(asked));
+    QVERIFY(!m_desk->goods.BarcodeUsedInSetting(QString()));
 }
 
 void TestGoodRecords::useElsewhere_data()
@@ -448,18 +449,18 @@ void TestGoodRecords::useElsewhere()
 {
     QFETCH(QString, row);
     QFETCH(QString, uses);
-    desk->goods.Good_Insert(Good(501));
+    m_desk->goods.Good_Insert(Good(501));
     if (!row.isEmpty()) {
-        database->Exec(row);
+        m_database->Exec(row);
     }
-    QCOMPARE(desk->goods.Good_HasGardesh(501), uses[0] == u'1');
-    QCOMPARE(desk->goods.Good_HasSanadDetail(501), uses[1] == u'1');
-    QCOMPARE(desk->goods.GoodUsedInWebService(501), uses[2] == u'1');
+    QCOMPARE(m_desk->goods.Good_HasGardesh(501), uses[0] == u'1');
+    QCOMPARE(m_desk->goods.Good_HasSanadDetail(501), uses[1] == u'1');
+    QCOMPARE(m_desk->goods.GoodUsedInWebService(501), uses[2] == u'1');
 }
 
 void TestGoodRecords::scales()
 {
-    TGood_DM &goods = desk->goods;
+    TGood_DM &goods = m_desk->goods;
     TGoodInfoRec rec = Good(501);
     rec.kala_name = u"چای 'x'"_s;
     rec.AbbName = u"!111!222!"_s;
@@ -467,16 +468,16 @@ void TestGoodRecords::scales()
     goods.Good_Insert(rec);
     goods.Change_Price_Scale(501, 3);
     QVERIFY(!goods.CheckGoodInScale(501));
-    database->Exec(u"insert into Items (Code, ScaleType, Name1, Price) values (501, 1, N'', 0), (502, 2, N'', 0)"_s);
-    database->Exec(u"update GoodCostDiscount set CostLevel_Sell_3 = 1234.5"_s);
+    m_database->Exec(u"insert into Items (Code, ScaleType, Name1, Price) values (501, 1, N'', 0), (502, 2, N'', 0)"_s);
+    m_database->Exec(u"update GoodCostDiscount set CostLevel_Sell_3 = 1234.5"_s);
     QVERIFY(goods.CheckGoodInScale(501));
     QVERIFY(!goods.CheckGoodInScale(502));
     goods.Change_Price_Scale(501, 3);
-    QCOMPARE(database->Rows(u"select Name1, Price, BarCode, [Type], ChangeType from Items where Code = 501"_s),
+    QCOMPARE(m_database->Rows(u"select Name1, Price, BarCode, [Type], ChangeType from Items where Code = 501"_s),
              QStringList{u"چای 'x' سبز 501|1234.5|111|1|2"_s});
     QVERIFY_THROWS_EXCEPTION(host::RefusedText, goods.Change_Price_Scale(501, 11));
     goods.DeleteGoodInScale(501);
-    QCOMPARE(database->Rows(u"select Code, ChangeType from Items order by Code"_s),
+    QCOMPARE(m_database->Rows(u"select Code, ChangeType from Items order by Code"_s),
              QStringList({u"501|3"_s, u"502|0"_s}));
 }
 

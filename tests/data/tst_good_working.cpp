@@ -32,17 +32,17 @@ private slots:
     void lists();
 
 private:
-    QStringList Rows(const QString &text) const { return database->Rows(text); }
+    QStringList Rows(const QString &text) const { return m_database->Rows(text); }
     void MakeDetailTypes() const
     {
-        database->Exec(u"insert into DetailTypes (Title, DetailType) values (N'رنگ', 1), (N'شرح', 2), (N'سریال', 3), "
-                       "(N'وزن', 4), (N'تاریخ', 5), (N'بارکد', 6), (N'وضعیت', 7)"_s);
+        m_database->Exec(u"insert into DetailTypes (Title, DetailType) values (N'رنگ', 1), (N'شرح', 2), (N'سریال', 3), "
+                         "(N'وزن', 4), (N'تاریخ', 5), (N'بارکد', 6), (N'وضعیت', 7)"_s);
     }
 };
 
 void TestGoodWorking::pricesOfANewGood()
 {
-    TGood_DM &goods = desk->goods;
+    TGood_DM &goods = m_desk->goods;
     goods.CostLevel_Prepare(501, 2);
     goods.CostLevel_Prepare(501, 2); // an editor closed without clearing leaves nothing twice
     QCOMPARE(Rows(u"select Status, count(*), count(distinct CostLevelCode), max(Cost), max(cast([Default] as int)) "
@@ -78,22 +78,23 @@ void TestGoodWorking::pricesOfANewGood()
     QCOMPARE(Rows(u"select CostLevel_Sell_3, CostLevel_Sell_4, Default_CostLevel_Sell_Number, CostLevel_Buy_7, "
                   "Default_CostLevel_Buy_Number, Discount_Sell_2 from GoodCostDiscount"_s),
              QStringList{u"0|1500.125|4|0|7|2.5"_s});
-    QCOMPARE(database->Scalar(u"select count(*) from tmpCostList"_s).toInt(), 0);
+    QCOMPARE(m_database->Scalar(u"select count(*) from tmpCostList"_s).toInt(), 0);
 }
 
 void TestGoodWorking::pricesOfAnOldGood()
 {
-    TGood_DM &goods = desk->goods;
+    TGood_DM &goods = m_desk->goods;
     goods.Good_Insert(Good(501));
     QStringList set;
     for (int level = 1; level <= 10; ++level) {
         set += u"CostLevel_Sell_%1 = 12345678901234.12345678%1 % 1000 + %1, CostLevel_Buy_%1 = %1.%1"_s.arg(level);
     }
-    database->Exec(
+    m_database->Exec(
         u"update GoodCostDiscount set Default_CostLevel_Sell_Number = 3, Default_CostLevel_Buy_Number = 10, "_s +
         set.join(u", "));
     const QStringList saved = Rows(u"select * from GoodCostDiscount"_s);
-    database->Exec(u"insert into tmpCostList (Type, Status, TypeCode, CostLevelCode, Cost) values (3, 0, 999, 1, 5)"_s);
+    m_database->Exec(
+        u"insert into tmpCostList (Type, Status, TypeCode, CostLevelCode, Cost) values (3, 0, 999, 1, 5)"_s);
     goods.CostLevel_Prepare(501, 3);
     goods.CostLevel_Sell_GetAll(501);
     goods.CostLevel_Buy_GetAll(501);
@@ -103,10 +104,10 @@ void TestGoodWorking::pricesOfAnOldGood()
     QCOMPARE(Rows(u"select * from GoodCostDiscount"_s), saved);
 
     // Another desk types prices and does not save, a third changes what is stored.
-    Desk other(database->AnotherConnection(), *database);
+    Desk other(m_database->AnotherConnection(), *m_database);
     other.goods.CostLevel_Prepare(501, 3);
-    database->Exec(u"update tmpCostList set Cost = 777 where TypeCode = 501 "
-                   "update GoodCostDiscount set CostLevel_Sell_5 = 55, CostLevel_Buy_1 = 11"_s);
+    m_database->Exec(u"update tmpCostList set Cost = 777 where TypeCode = 501 "
+                     "update GoodCostDiscount set CostLevel_Sell_5 = 55, CostLevel_Buy_1 = 11"_s);
     goods.CostLevel_Save(501);
     QVERIFY(goods.SellDetails_QRY.Locate(u"CostLevelCode", 4));
     goods.SellDetails_QRY.Edit();
@@ -118,7 +119,7 @@ void TestGoodWorking::pricesOfAnOldGood()
              QStringList{u"44|55|11|2.2"_s});
     QList<host::Entity> levels;
     const int chosen = goods.CostLevel_Sell_Fill(levels, 501);
-    QCOMPARE(levels.size(), 1 + database->Scalar(u"select count(*) from CostLevel where CostType = 1"_s).toInt());
+    QCOMPARE(levels.size(), 1 + m_database->Scalar(u"select count(*) from CostLevel where CostType = 1"_s).toInt());
     QCOMPARE(levels[0].Name, u"پيش فرض"_s);
     QCOMPARE(levels[chosen].Code, 3);
     QCOMPARE(levels[chosen].Name, goods.CostLevel_GetTitle(3));
@@ -157,16 +158,16 @@ void TestGoodWorking::singleStoreOpening()
     QFETCH(long double, amount);
     QFETCH(bool, single);
     QFETCH(QStringList, after);
-    database->Exec(
+    m_database->Exec(
         u"insert into GoodFirstAsset (GoodCode, StoreCode, tmp, Amount1) values (999, 3, 1, 1), (501, 3, 0, 1)"_s);
     int radif = 0;
     for (const QString &part : working.split(u',', Qt::SkipEmptyParts)) {
-        database->Exec(
+        m_database->Exec(
             u"insert into GoodFirstAsset (GoodCode, StoreCode, tmp, Amount1, Radif) values (501, %1, 1, %2, %3)"_s.arg(
                 part.section(u':', 0, 0), part.section(u':', 1), QString::number(++radif)));
     }
-    QCOMPARE(desk->goods.FirstAsset_NotIsMultiStore(501), single);
-    desk->goods.FirstAsset_MultiStore(501, store, amount, 7);
+    QCOMPARE(m_desk->goods.FirstAsset_NotIsMultiStore(501), single);
+    m_desk->goods.FirstAsset_MultiStore(501, store, amount, 7);
     QCOMPARE(Rows(u"select StoreCode, Amount1, Amount2, Radif from GoodFirstAsset where tmp = 1 and GoodCode = 501 "
                   "order by Radif"_s),
              after);
@@ -176,7 +177,7 @@ void TestGoodWorking::singleStoreOpening()
 
 void TestGoodWorking::severalStores()
 {
-    TGood_DM &goods = desk->goods;
+    TGood_DM &goods = m_desk->goods;
     goods.FirstAsset_FillTemp(501);
     QCOMPARE(goods.GoodFirstAsset_GetNewCode(501), 1);
     TGoodFirstAsset_Rec rec{0, 501, 1, 1, 12.5L, 1, u"قفسه '۱'"_s, 1};
@@ -221,11 +222,11 @@ void TestGoodWorking::severalStores()
 
 void TestGoodWorking::savingOpeningStockSeesOtherDesks()
 {
-    TGood_DM &goods = desk->goods;
-    database->Exec(
+    TGood_DM &goods = m_desk->goods;
+    m_database->Exec(
         u"insert into GoodFirstAsset (GoodCode, StoreCode, tmp, Amount1) values (501, 1, 0, 4), (501, 2, 0, 5)"_s);
     goods.FirstAsset_FillTemp(501);
-    Desk other(database->AnotherConnection(), *database);
+    Desk other(m_database->AnotherConnection(), *m_database);
     other.goods.FirstAsset_DeleteTemp(501); // its editor of the same good closes
     QVERIFY_THROWS_EXCEPTION(host::DatabaseError, goods.FirstAsset_SaveRow(501, 1));
     QCOMPARE(Rows(u"select StoreCode, Amount1 from GoodFirstAsset where tmp = 0 order by StoreCode"_s),
@@ -234,7 +235,7 @@ void TestGoodWorking::savingOpeningStockSeesOtherDesks()
 
 void TestGoodWorking::openingVoucher()
 {
-    TGood_DM &goods = desk->goods;
+    TGood_DM &goods = m_desk->goods;
     goods.Good_Insert(Good(501));
     goods.GoodFirstAsset(501, u"1"_s, u"24"_s, u"2"_s);
     goods.FirstAsset_SaveRow(501, 0);
@@ -253,7 +254,7 @@ void TestGoodWorking::openingVoucher()
 
 void TestGoodWorking::detailTypes()
 {
-    TGood_DM &goods = desk->goods;
+    TGood_DM &goods = m_desk->goods;
     MakeDetailTypes();
     goods.CreateGoodDetailTempTable();
     QCOMPARE(goods.DetailTypesTmp_GetCode(), u"0"_s);
@@ -275,16 +276,17 @@ void TestGoodWorking::detailTypes()
     QVERIFY(!goods.GoodDetailTemp_CheckExists());
     QCOMPARE(goods.GetDetailTypeTitle(99), QString());
 
-    database->Exec(u"insert into DetailTypes_SelectedLists (Code, Title, DefaultSelectedList) values (1, N'الف', 0), "
-                   "(2, N'ب', 1) insert into DetailTypes_SelectedList_Detail (SL_Code, Code, Radif) values (1, 1, 1), "
-                   "(2, 6, 1)"_s);
+    m_database->Exec(
+        u"insert into DetailTypes_SelectedLists (Code, Title, DefaultSelectedList) values (1, N'الف', 0), "
+        "(2, N'ب', 1) insert into DetailTypes_SelectedList_Detail (SL_Code, Code, Radif) values (1, 1, 1), "
+        "(2, 6, 1)"_s);
     goods.InsertDefaultDetailTypesSelectedListInNewGood(u"501"_s);
     QCOMPARE(goods.DetailTypesTmp_GetCode(), u"6"_s);
 }
 
 void TestGoodWorking::detailOrder()
 {
-    TGood_DM &goods = desk->goods;
+    TGood_DM &goods = m_desk->goods;
     MakeDetailTypes();
     goods.Good_Insert(Good(501));
     goods.CreateGoodDetailTempTable();
@@ -292,7 +294,7 @@ void TestGoodWorking::detailOrder()
     std::array<int, 5> d{9, 9, 9, 9, 9};
     QVERIFY(!goods.GetGoodDetailTempID(d[0], d[1], d[2], d[3], d[4]));
     QCOMPARE(d, (std::array<int, 5>{}));
-    desk->settings.record.GoodDetails = true;
+    m_desk->settings.record.GoodDetails = true;
     QVERIFY(goods.GetGoodDetailTempID(d[0], d[1], d[2], d[3], d[4]));
     QCOMPARE(d, (std::array<int, 5>{3, 6, 2, 1, 0}));
     QVERIFY(goods.InsertGoodDetailRelation(501, d[0], d[1], d[2], d[3], d[4]));
@@ -317,16 +319,16 @@ void TestGoodWorking::detailTypesOfManyGoods()
     QFETCH(int, scope);
     QFETCH(QStringList, after);
     MakeDetailTypes();
-    desk->goods.Good_Insert(Good(501));
-    desk->goods.Good_Insert(Good(502));
-    database->Exec(u"insert into GoodDetailRelation (GoodCode, DetailID) values (501, 3), (502, 3)"_s);
-    QVERIFY(desk->goods.InsertGoodDetailTypesForGoods(u"501,"_s, u"1,2,"_s, scope));
+    m_desk->goods.Good_Insert(Good(501));
+    m_desk->goods.Good_Insert(Good(502));
+    m_database->Exec(u"insert into GoodDetailRelation (GoodCode, DetailID) values (501, 3), (502, 3)"_s);
+    QVERIFY(m_desk->goods.InsertGoodDetailTypesForGoods(u"501,"_s, u"1,2,"_s, scope));
     QCOMPARE(Rows(u"select GoodCode, DetailID from GoodDetailRelation order by GoodCode, DetailID"_s), after);
 }
 
 void TestGoodWorking::categories()
 {
-    TGood_DM &goods = desk->goods;
+    TGood_DM &goods = m_desk->goods;
     QVERIFY(!goods.cat_checker(501, 1)); // has branches
     QVERIFY(!goods.cat_checker(501, 9));
     QVERIFY(goods.cat_checker(501, 2));
@@ -362,12 +364,12 @@ void TestGoodWorking::categories()
 
 void TestGoodWorking::categoriesOfTwoDesks()
 {
-    TGood_DM &goods = desk->goods;
-    database->Exec(u"insert into Kala_category (Kala_code, Category_code) values (501, 2), (502, 2)"_s);
+    TGood_DM &goods = m_desk->goods;
+    m_database->Exec(u"insert into Kala_category (Kala_code, Category_code) values (501, 2), (502, 2)"_s);
     goods.Fill_grid(501);
     goods.GoodCatToTemp(goods.KalaCategory_Qry.IntField(u"Id"), 2);
     goods.InsertUpdateToKalaCategory(501, 3, 1);
-    Desk other(database->AnotherConnection(), *database);
+    Desk other(m_database->AnotherConnection(), *m_database);
     other.goods.DeleteTmpCategory(); // another editor opens
     other.goods.Fill_grid(501);
     QCOMPARE(other.goods.KalaCategory_Qry.IntField(u"Category_code"), 2); // what is not saved is not seen
@@ -388,20 +390,20 @@ void TestGoodWorking::categoriesOfTwoDesks()
 
 void TestGoodWorking::photos()
 {
-    database->Exec(
+    m_database->Exec(
         u"insert into PhotoGallery (GRPCode, Id_pic, Picture, tmp) values (102, 501, 0x01, 1), (102, 502, 0x02, 1), "
         "(105, 501, 0x03, 1)"_s);
-    desk->goods.TmpToMainPhoto(501);
-    desk->goods.DeleteTmpphoto(502);
+    m_desk->goods.TmpToMainPhoto(501);
+    m_desk->goods.DeleteTmpphoto(502);
     QCOMPARE(Rows(u"select GRPCode, Id_pic, tmp from PhotoGallery order by GRPCode"_s),
              QStringList({u"102|501|0"_s, u"105|501|1"_s}));
 }
 
 void TestGoodWorking::lists()
 {
-    TGood_DM &goods = desk->goods;
+    TGood_DM &goods = m_desk->goods;
     QVERIFY(!goods.ExistTag());
-    database->Exec(
+    m_database->Exec(
         u"insert into colors (code, Name, Value, [h-img]) values (4, N'سرخ', '#ff0000', 0x89) "
         "insert into TagS (Code, Name, color_code) values (8, N'تازه', 4) "
         "insert into SelectedLists (Code, Title, Enable, DisplayType) values (1, N'الف', 1, 1), (2, N'ب', 0, 0)"_s);

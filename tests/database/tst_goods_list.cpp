@@ -12,7 +12,7 @@ const QStringList AllColumns =
     "UserCreated,UserModified,CreatedDateTime,ModifiedDateTime,tags,GrpCode,Meghdar_Formool"_s.split(u',');
 
 /// Five goods: 11 and 12 in group 1, 21 and 22 in group 2, 31 in group 3.
-void makeGoods(const test::Database &database)
+void MakeGoods(const test::Database &database)
 {
     database.Exec(
         u"INSERT INTO GoodGrpS (Code, Name) VALUES (1, N'یک'), (2, N'دو'), (3, N'سه')\n"
@@ -53,7 +53,7 @@ class TestGoodsList : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { makeGoods(m_database); }
+    void initTestCase() { MakeGoods(m_database); }
     void filters_data();
     void filters();
     void returnsRequestedColumns_data();

@@ -5,7 +5,7 @@
 
 namespace {
 
-QString call(const QString &arguments)
+QString Call(const QString &arguments)
 {
     return u"DECLARE @r int EXEC @r = AutoVoucherFirstPriodGoods %1 SELECT @r AS r"_s.arg(arguments);
 }
@@ -83,7 +83,7 @@ void TestVouchers::follows()
     for (const QString &each : calls) {
         const auto match = procedure.match(each);
         if (match.hasMatch())
-            QCOMPARE(database.Scalar(call(match.captured(1))).toInt(), match.captured(2).toInt());
+            QCOMPARE(database.Scalar(Call(match.captured(1))).toInt(), match.captured(2).toInt());
         else
             database.Exec(each);
     }

@@ -21,7 +21,7 @@ namespace {
 
 const QString ListBusy = u"ShowMessage(امکان نمایش مجدد لیست کالاها وجود ندارد.)"_s;
 
-QString text(const char16_t *value)
+QString Text(const char16_t *value)
 {
     return QString::fromUtf16(value);
 }
@@ -229,7 +229,7 @@ void TestModule::detailTypes()
     shop.host.Install();
     QString chosen;
     const auto choose = [&](int withCategories, const QList<Qt::Key> &keys) {
-        test::Drive([&] { chosen = text(Select_DetailTypes_Multible(nullptr, 0, withCategories, 0, nullptr)); },
+        test::Drive([&] { chosen = Text(Select_DetailTypes_Multible(nullptr, 0, withCategories, 0, nullptr)); },
                     [&](QWidget *list) {
                         QCOMPARE(test::Find<QTabWidget>(list, u"DetailTypes_PGC"_s).tabBar()->isVisible(),
                                  withCategories != 0);
@@ -245,7 +245,7 @@ void TestModule::detailTypes()
 
     // What the owner has already counts; the words are those for a category.
     const std::u16string serial = first.toStdU16String();
-    test::Drive([&] { chosen = text(Select_DetailTypes_Multible(nullptr, 1, 0, 1, serial.c_str())); },
+    test::Drive([&] { chosen = Text(Select_DetailTypes_Multible(nullptr, 1, 0, 1, serial.c_str())); },
                 [&](QWidget *list) {
                     test::Press(Qt::Key_Return);
                     QVERIFY(shop.host.messages.Take().startsWith(u"ShowMessage(کاربر گرامی در یک لیست امکان وجود"_s));
@@ -270,7 +270,7 @@ void TestModule::errorsStayInside()
     shop.host.Install();
     shop.database.Exec(u"DROP PROCEDURE GoodInf_List_SP"_s);
     QCOMPARE(Select_Good(u"1#LC#"), 0);
-    QCOMPARE(text(Select_Good_Multible(nullptr)), QString());
+    QCOMPARE(Text(Select_Good_Multible(nullptr)), QString());
     const QStringList said = shop.host.messages.TakeAll();
     QCOMPARE(said.size(), 2);
     QVERIFY2(said.first().contains(u"GoodInf_List_SP"), qPrintable(said.first()));

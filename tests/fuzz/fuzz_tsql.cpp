@@ -22,7 +22,7 @@ namespace {
 
 using namespace tsql;
 
-[[noreturn]] void fail(const char *what, const QString &detail)
+[[noreturn]] void Fail(const char *what, const QString &detail)
 {
     std::fprintf(stderr, "%s: %s\n", what, qUtf8Printable(detail));
     std::abort();
@@ -34,25 +34,25 @@ class Database
 public:
     Database()
     {
-        m_handle.open(u":memory:"_s, false);
-        registerFunctions(m_handle.get(), &m_catalogue);
-        m_handle.execute(QByteArray("ATTACH ':memory:' AS ") + GlobalSchema);
+        m_handle.Open(u":memory:"_s, false);
+        RegisterFunctions(m_handle.Get(), &m_catalogue);
+        m_handle.Execute(QByteArray("ATTACH ':memory:' AS ") + GlobalSchema);
         for (const char *script : {"schema.sql", "procedures.sql"})
             run(QString::fromUtf8(GOODS_SOURCES "/desk/database/") + QLatin1String(script));
         run(u"CREATE TABLE #t (a int IDENTITY(1,1), b nvarchar(10), c decimal(9,2), d datetime, e bit)"_s, true);
     }
 
     const Catalogue &catalogue() const { return m_catalogue; }
-    sqlite3 *get() const { return m_handle.get(); }
+    sqlite3 *get() const { return m_handle.Get(); }
 
 private:
     void run(const QString &pathOrText, bool isText = false)
     {
         QFile file(pathOrText);
         if (!isText && !file.open(QIODevice::ReadOnly))
-            fail("unreadable", pathOrText);
-        for (const ScriptBatch &batch : splitScript(isText ? pathOrText : QString::fromUtf8(file.readAll()))) {
-            const Batch parsed = parse(batch.text);
+            Fail("unreadable", pathOrText);
+        for (const ScriptBatch &batch : SplitScript(isText ? pathOrText : QString::fromUtf8(file.readAll()))) {
+            const Batch parsed = ParseBatch(batch.text);
             for (const StatementPtr &statement : parsed.statements)
                 define(*statement);
         }
@@ -60,25 +60,25 @@ private:
 
     void define(const Statement &statement)
     {
-        const Compiled compiled = compile(statement, m_catalogue, {});
+        const Compiled compiled = Compile(statement, m_catalogue, {});
         if (!compiled.definition)
             return;
         if (!compiled.sql.isEmpty())
-            m_handle.execute(compiled.sql.toUtf8());
+            m_handle.Execute(compiled.sql.toUtf8());
         for (const QString &sql : compiled.then)
-            m_handle.execute(sql.toUtf8());
-        m_catalogue.apply(statement);
+            m_handle.Execute(sql.toUtf8());
+        m_catalogue.Apply(statement);
     }
 
     SqliteHandle m_handle;
     Catalogue m_catalogue;
 };
 
-const VariableTypes &variables()
+const VariableTypes &Variables()
 {
     static const VariableTypes types = {
         {u"@goodcode"_s, {Kind::Int}},
-        {u"@x"_s, SqlType::decimal(23, 9)},
+        {u"@x"_s, SqlType::DecimalOf(23, 9)},
         {u"@s"_s, SqlType::text(Kind::NVarChar, 50)},
         {u"@d"_s, {Kind::DateTime}},
     };
@@ -86,7 +86,7 @@ const VariableTypes &variables()
 }
 
 /// SQLite may refuse what only it can know (a name that a definition made twice), never the grammar.
-void prepare(const Database &database, const Compiled &compiled, const QString &sql)
+void Prepare(const Database &database, const Compiled &compiled, const QString &sql)
 {
     const QByteArray text = sql.toUtf8();
     sqlite3_stmt *statement = nullptr;
@@ -100,52 +100,52 @@ void prepare(const Database &database, const Compiled &compiled, const QString &
                        message.contains(u"string or blob too big") || message.contains(u"no such index") ||
                        message.contains(u"at most") || message.contains(u"recursive");
     if (code != SQLITE_OK && !limit)
-        fail("SQLite refuses", message + QLatin1Char('\n') + sql);
+        Fail("SQLite refuses", message + QLatin1Char('\n') + sql);
     if (code != SQLITE_OK)
         return;
     if (mentioned > int(compiled.parameters.size()))
-        fail("parameters without values", sql);
+        Fail("parameters without values", sql);
     if (!compiled.columns.empty() && !compiled.into && columns != int(compiled.columns.size()))
-        fail("columns differ", sql);
+        Fail("columns differ", sql);
 }
 
-bool writes(StatementKind kind)
+bool Writes(StatementKind kind)
 {
     return kind <= StatementKind::CreateSchema || kind == StatementKind::Drop;
 }
 
-void compileAll(const Database &database, const std::vector<StatementPtr> &statements)
+void CompileAll(const Database &database, const std::vector<StatementPtr> &statements)
 {
     for (const StatementPtr &statement : statements) {
-        if (!writes(statement->kind) || statement->kind == StatementKind::CreateProcedure)
+        if (!Writes(statement->kind) || statement->kind == StatementKind::CreateProcedure)
             continue;
         try {
-            const Compiled compiled = compile(*statement, database.catalogue(), variables());
+            const Compiled compiled = Compile(*statement, database.catalogue(), Variables());
             if (compiled.sql.isEmpty() || statement->kind == StatementKind::AlterTable)
                 continue;
-            prepare(database, compiled, compiled.sql);
+            Prepare(database, compiled, compiled.sql);
             for (const Compiled &value : compiled.inTurn)
-                prepare(database, value, value.sql);
+                Prepare(database, value, value.sql);
         } catch (const Error &error) {
-            if (error.number() == 0 || error.message().isEmpty())
-                fail("a refusal without words", statement->text);
+            if (error.Number() == 0 || error.Text().isEmpty())
+                Fail("a refusal without words", statement->text);
         }
     }
 }
 
-void compareShapes(const QString &text)
+void CompareShapes(const QString &text)
 {
     Shape seen;
-    shape(text, seen);
+    TakeShape(text, seen);
     try {
-        const Tokens tokens = tokenize(text);
+        const Tokens tokens = Tokenize(text);
         if (seen.key.isEmpty() && tokens.tokens.size() > 1)
-            fail("tokens without a shape", text);
+            Fail("tokens without a shape", text);
         if (tokens.literals.size() != seen.literals.size())
-            fail("shape and tokens differ", text);
+            Fail("shape and tokens differ", text);
         for (size_t i = 0; i < seen.literals.size(); ++i) {
             if (seen.literals[i].text != tokens.literals[i].text || seen.literals[i].kind != tokens.literals[i].kind)
-                fail("literals differ", text);
+                Fail("literals differ", text);
         }
     } catch (const Error &) {
         // Such a text is refused when it is parsed: its shape is never kept.
@@ -160,12 +160,12 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     static const Database database;
     const QString text = QString::fromUtf8(reinterpret_cast<const char *>(data), qsizetype(size));
-    compareShapes(text);
+    CompareShapes(text);
     try {
-        compileAll(database, parse(text).statements);
+        CompileAll(database, ParseBatch(text).statements);
     } catch (const Error &error) {
-        if (error.number() == 0 || error.message().isEmpty() || error.line() < 1)
-            fail("a refusal without words or line", text);
+        if (error.Number() == 0 || error.Text().isEmpty() || error.Line() < 1)
+            Fail("a refusal without words or line", text);
     }
     return 0;
 }

@@ -13,7 +13,7 @@ namespace {
 
 const QString Root = QString::fromUtf8(GOODS_SOURCES);
 
-QString contents(const QString &path)
+QString Contents(const QString &path)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
@@ -21,7 +21,7 @@ QString contents(const QString &path)
     return QString::fromUtf8(file.readAll());
 }
 
-QStringList filesUnder(const QString &folder, const QStringList &names)
+QStringList FilesUnder(const QString &folder, const QStringList &names)
 {
     QStringList found;
     QDirIterator files(Root + u'/' + folder, names, QDir::Files, QDirIterator::Subdirectories);
@@ -82,11 +82,11 @@ void TestHouse::arrowsRunOneWay()
     const QString folder = QString::fromUtf8(QTest::currentDataTag());
     static const QRegularExpression include(u"^\\s*#include \"([^\"]+/[^\"]+)\""_s,
                                             QRegularExpression::MultilineOption);
-    const QStringList files = filesUnder(folder, {u"*.h"_s, u"*.cpp"_s});
+    const QStringList files = FilesUnder(folder, {u"*.h"_s, u"*.cpp"_s});
     QVERIFY2(!files.isEmpty(), qPrintable(folder));
     QStringList wrong;
     for (const QString &file : files) {
-        auto matches = include.globalMatch(contents(file));
+        auto matches = include.globalMatch(Contents(file));
         while (matches.hasNext()) {
             const QString target = matches.next().captured(1);
             const bool known = QFileInfo::exists(Root + u'/' + target);
@@ -106,8 +106,8 @@ void TestHouse::screensBuildNoStatement()
                                               QRegularExpression::CaseInsensitiveOption);
     QStringList wrong;
     for (const QString &folder : {u"screens"_s, u"detailtypes"_s}) {
-        for (const QString &file : filesUnder(folder, {u"*.h"_s, u"*.cpp"_s})) {
-            auto texts = literal.globalMatch(contents(file));
+        for (const QString &file : FilesUnder(folder, {u"*.h"_s, u"*.cpp"_s})) {
+            auto texts = literal.globalMatch(Contents(file));
             while (texts.hasNext()) {
                 const QString text = texts.next().captured();
                 if (text.contains(statement) && !file.contains(u"/detail_types_dm"))
@@ -121,12 +121,12 @@ void TestHouse::screensBuildNoStatement()
 /// An error without a text would end the program at the moment of its first refusal.
 void TestHouse::everyErrorHasItsText()
 {
-    const QString texts = contents(Root + u"/tsql/values/error_texts.cpp"_s);
+    const QString texts = Contents(Root + u"/tsql/values/error_texts.cpp"_s);
     static const QRegularExpression thrown(u"(?:Error\\(|refusal\\(|refusal = \\{|return \\{|bad\\(\\{)(?:[^;\"]*\\? )?"
                                            "(\\d{3,5}|wording::\\w+)(?: : (\\d{3,5}))?[,)}]"_s);
     QSet<QString> named;
-    for (const QString &file : filesUnder(u"tsql"_s, {u"*.h"_s, u"*.cpp"_s})) {
-        for (auto matches = thrown.globalMatch(contents(file)); matches.hasNext();) {
+    for (const QString &file : FilesUnder(u"tsql"_s, {u"*.h"_s, u"*.cpp"_s})) {
+        for (auto matches = thrown.globalMatch(Contents(file)); matches.hasNext();) {
             const QStringList found = matches.next().capturedTexts().mid(1);
             named += QSet<QString>(found.cbegin(), found.cend());
         }
@@ -142,10 +142,10 @@ void TestHouse::formsKeepTheRules()
     QStringList wrong;
     int forms = 0;
     for (const QString &folder : {u"host"_s, u"screens"_s, u"detailtypes"_s, u"desk"_s}) {
-        for (const QString &file : filesUnder(folder, {u"*.ui"_s})) {
+        for (const QString &file : FilesUnder(folder, {u"*.ui"_s})) {
             ++forms;
             const QString name = file.mid(Root.size() + 1);
-            const QString text = contents(file);
+            const QString text = Contents(file);
             if (text.contains(u"layoutDirection"))
                 wrong << name + u": the direction is the application's, not a form's"_s;
             if (text.contains(u"<connections>") && !text.contains(u"<connections/>"))
@@ -192,7 +192,7 @@ void TestHouse::moduleShowsItsExportsOnly()
 {
     QSet<QString> declared;
     static const QRegularExpression function(u"^GOODS_EXPORT [^(]*?(\\w+)\\("_s, QRegularExpression::MultilineOption);
-    auto matches = function.globalMatch(contents(Root + u"/entry/exports.h"_s));
+    auto matches = function.globalMatch(Contents(Root + u"/entry/exports.h"_s));
     while (matches.hasNext())
         declared << matches.next().captured(1);
     QVERIFY(declared.size() >= 14);

@@ -23,46 +23,46 @@ namespace test {
 namespace {
 
 /// The databases made on a server and not dropped yet: a test that ends the program drops them as well.
-QStringList &onServer()
+QStringList &MadeOnServer()
 {
     static QStringList names;
     return names;
 }
 
-void drop(const QString &name)
+void Drop(const QString &name)
 {
     try {
-        Target(name).dropOnServer();
+        Target(name).DropOnServer();
     } catch (const ScriptError &error) {
         qWarning("a database stays on the server: %s", qPrintable(error.text));
     }
 }
 
-void dropAll()
+void DropAll()
 {
-    for (const QString &name : std::exchange(onServer(), {}))
-        drop(name);
+    for (const QString &name : std::exchange(MadeOnServer(), {}))
+        Drop(name);
 }
 
-[[noreturn]] void fail(const QString &text)
+[[noreturn]] void Fail(const QString &text)
 {
     const QStringList names = QSqlDatabase::connectionNames();
     for (const QString &name : names)
         QSqlDatabase::database(name, false).close();
-    dropAll();
+    DropAll();
     qFatal("%s", qPrintable(text));
     std::abort();
 }
 
 /// Fails the running test with the driver's words.
-void report(const QSqlQuery &query, const QString &text)
+void Report(const QSqlQuery &query, const QString &text)
 {
     const QString words = query.lastError().text() + u"\nin: "_s + text.left(400);
     QTest::qFail(qPrintable(words), __FILE__, __LINE__);
 }
 
 /// Runs every statement of a text; the query stands before the first row of the first result.
-QSqlQuery run(const QSqlDatabase &connection, const QString &text)
+QSqlQuery Run(const QSqlDatabase &connection, const QString &text)
 {
     QSqlQuery query(connection);
     query.setForwardOnly(true);
@@ -74,48 +74,48 @@ QSqlQuery run(const QSqlDatabase &connection, const QString &text)
     return query;
 }
 
-void disconnect(const QString &name)
+void Disconnect(const QString &name)
 {
     QSqlDatabase::database(name, false).close();
     QSqlDatabase::removeDatabase(name);
 }
 
-void execute(const QSqlDatabase &connection, const QString &text)
+void Execute(const QSqlDatabase &connection, const QString &text)
 {
-    QSqlQuery query = run(connection, text);
+    QSqlQuery query = Run(connection, text);
     while (!query.lastError().isValid() && query.nextResult()) {
     }
     if (query.lastError().isValid())
-        report(query, text);
+        Report(query, text);
 }
 
 /// Makes a database of this name with its content.
-void make(const QString &name, Database::Content content)
+void Make(const QString &name, Database::Content content)
 {
     const QString connection = u"test.making"_s;
     try {
-        initialise(Target(name).open(true, connection), content == Database::Content::Demo);
+        Initialise(Target(name).Open(true, connection), content == Database::Content::Demo);
     } catch (const ScriptError &error) {
-        fail(error.text);
+        Fail(error.text);
     }
-    disconnect(connection);
+    Disconnect(connection);
 }
 
 /// The file that every embedded database of this content is a copy of.
-QString original(Database::Content content)
+QString Original(Database::Content content)
 {
     static QTemporaryDir folder;
     static std::map<Database::Content, QString> made;
     QString &file = made[content];
     if (file.isEmpty()) {
         file = folder.filePath(content == Database::Content::Demo ? u"demo"_s : u"empty"_s);
-        make(file, content);
+        Make(file, content);
     }
     return file;
 }
 
 /// A database that nobody else has.
-QString nameOnServer()
+QString NameOnServer()
 {
     static int count = 0;
     return u"goods_test_%1_%2_%3"_s.arg(QCoreApplication::applicationPid())
@@ -123,59 +123,59 @@ QString nameOnServer()
         .arg(++count);
 }
 
-QString connectionTo(const QString &database)
+QString ConnectionTo(const QString &database)
 {
     return qEnvironmentVariable("GOODS_TEST_CONNECTION") + u";Database="_s + database;
 }
 
-void makeOnServer(const QString &database, Database::Content content)
+void MakeOnServer(const QString &database, Database::Content content)
 {
-    onServer() << connectionTo(database);
-    make(connectionTo(database), content);
+    MadeOnServer() << ConnectionTo(database);
+    Make(ConnectionTo(database), content);
 }
 
 /// Whether the server could copy a database. Not all can.
-bool copyOnServer(const QString &database, const QString &source)
+bool CopyOnServer(const QString &database, const QString &source)
 {
     const QString name = u"test.copying"_s;
-    const auto remove = qScopeGuard([&] { disconnect(name); });
+    const auto remove = qScopeGuard([&] { Disconnect(name); });
     QSqlDatabase server;
     try {
-        server = Target(qEnvironmentVariable("GOODS_TEST_CONNECTION")).connect(name);
+        server = Target(qEnvironmentVariable("GOODS_TEST_CONNECTION")).Connect(name);
     } catch (const ScriptError &error) {
-        fail(error.text);
+        Fail(error.text);
     }
     const bool copied =
-        !run(server, u"CREATE DATABASE [%1] AS COPY OF [%2]"_s.arg(database, source)).lastError().isValid();
+        !Run(server, u"CREATE DATABASE [%1] AS COPY OF [%2]"_s.arg(database, source)).lastError().isValid();
     server = {};
     if (copied)
-        onServer() << connectionTo(database);
+        MadeOnServer() << ConnectionTo(database);
     return copied;
 }
 
 /// Makes a database with this content on the server and gives its connection string. A copy of the first one is quicker
 /// than the scripts.
-QString newOnServer(Database::Content content)
+QString NewOnServer(Database::Content content)
 {
     static bool copies = true;
     static std::map<Database::Content, QString> made;
     QString &source = made[content];
     if (source.isEmpty() && copies) {
         if (made.size() == 1)
-            qAddPostRoutine(dropAll);
-        source = nameOnServer();
-        makeOnServer(source, content);
+            qAddPostRoutine(DropAll);
+        source = NameOnServer();
+        MakeOnServer(source, content);
     }
-    const QString name = nameOnServer();
-    copies = copies && copyOnServer(name, source);
+    const QString name = NameOnServer();
+    copies = copies && CopyOnServer(name, source);
     if (!copies)
-        makeOnServer(name, content);
-    return connectionTo(name);
+        MakeOnServer(name, content);
+    return ConnectionTo(name);
 }
 
 /// The first fields of the row that a query stands on, `count` of them; the same values whichever database they are
 /// from. `record` was asked for before the row.
-QVariantList valuesOf(const QSqlQuery &query, const QSqlRecord &record, int count)
+QVariantList ValuesOf(const QSqlQuery &query, const QSqlRecord &record, int count)
 {
     const host::OdbcText texts(query);
     QVariantList values;
@@ -192,7 +192,7 @@ QVariantList valuesOf(const QSqlQuery &query, const QSqlRecord &record, int coun
     return values;
 }
 
-QString shown(const QVariant &value)
+QString Shown(const QVariant &value)
 {
     if (value.isNull())
         return u"NULL"_s;
@@ -217,12 +217,12 @@ bool Database::OnServer()
 Database::Database(Content content)
 {
     if (OnServer()) {
-        m_name = newOnServer(content);
+        m_name = NewOnServer(content);
     } else {
-        const QString source = original(content);
+        const QString source = Original(content);
         m_name = m_folder.filePath(u"goods.db"_s);
         if (!QFile::copy(source, m_name))
-            fail(u"cannot copy "_s + source);
+            Fail(u"cannot copy "_s + source);
     }
     m_main = Connect();
     m_goodsList = Connect();
@@ -232,9 +232,9 @@ Database::Database(Content content)
 Database::~Database()
 {
     for (const QString &name : std::as_const(m_names))
-        disconnect(name);
-    if (onServer().removeAll(m_name))
-        drop(m_name);
+        Disconnect(name);
+    if (MadeOnServer().removeAll(m_name))
+        Drop(m_name);
 }
 
 QStringList Database::DeskArguments() const
@@ -245,9 +245,9 @@ QStringList Database::DeskArguments() const
 QSqlDatabase Database::Connect(const QString &connectionName) const
 {
     try {
-        return Target(m_name).connect(connectionName);
+        return Target(m_name).Connect(connectionName);
     } catch (const ScriptError &error) {
-        fail(error.text);
+        Fail(error.text);
     }
 }
 
@@ -266,38 +266,38 @@ QSqlDatabase Database::AnotherConnection()
 
 void Database::Exec(const QString &text) const
 {
-    execute(Main(), text);
+    Execute(Main(), text);
 }
 
 QVariant Database::Scalar(const QString &text) const
 {
-    QSqlQuery query = run(Main(), text);
+    QSqlQuery query = Run(Main(), text);
     const QSqlRecord record = query.record();
-    const QVariant value = query.next() ? valuesOf(query, record, 1).constFirst() : QVariant();
+    const QVariant value = query.next() ? ValuesOf(query, record, 1).constFirst() : QVariant();
     if (query.lastError().isValid())
-        report(query, text);
+        Report(query, text);
     return value;
 }
 
 QStringList Database::Rows(const QString &text) const
 {
-    QSqlQuery query = run(Main(), text);
+    QSqlQuery query = Run(Main(), text);
     QStringList rows;
     const QSqlRecord record = query.record();
     while (query.next()) {
         QStringList fields;
-        for (const QVariant &value : valuesOf(query, record, record.count()))
-            fields << shown(value);
+        for (const QVariant &value : ValuesOf(query, record, record.count()))
+            fields << Shown(value);
         rows << fields.join(u'|');
     }
     if (query.lastError().isValid())
-        report(query, text);
+        Report(query, text);
     return rows;
 }
 
 QStringList Database::Columns(const QString &text) const
 {
-    const QSqlRecord record = run(Main(), text).record();
+    const QSqlRecord record = Run(Main(), text).record();
     QStringList names;
     for (int i = 0; i < record.count(); ++i)
         names << record.fieldName(i);
@@ -306,7 +306,7 @@ QStringList Database::Columns(const QString &text) const
 
 QString Database::Refusal(const QString &text) const
 {
-    QSqlQuery query = run(Main(), text);
+    QSqlQuery query = Run(Main(), text);
     while (!query.lastError().isValid() && query.nextResult()) {
     }
     return query.lastError().text();

@@ -21,14 +21,14 @@ struct Entry
     std::function<std::unique_ptr<QObject>()> make;
 };
 
-std::vector<Entry> &entries()
+std::vector<Entry> &Entries()
 {
     static std::vector<Entry> all;
     return all;
 }
 
 /// A window left open would answer the keys of the next test.
-int windowsLeft()
+int WindowsLeft()
 {
     int left = 0;
     const auto windows = QApplication::topLevelWidgets();
@@ -79,7 +79,7 @@ private:
 
 bool Register(const char *name, std::function<std::unique_ptr<QObject>()> make)
 {
-    entries().push_back({name, std::move(make)});
+    Entries().push_back({name, std::move(make)});
     return true;
 }
 
@@ -98,7 +98,7 @@ int main(int argc, char **argv)
     arguments << u"-nocrashhandler"_s; // it starts a debugger, which may wait for ever
     QString only;
     const auto known = [](const QString &name) {
-        return std::any_of(test::entries().begin(), test::entries().end(),
+        return std::any_of(test::Entries().begin(), test::Entries().end(),
                            [&](const test::Entry &entry) { return name == QLatin1String(entry.name); });
     };
     if (arguments.size() > 1 && known(arguments.at(1)))
@@ -106,12 +106,12 @@ int main(int argc, char **argv)
 
     const test::Watchdog watchdog;
     int failures = 0;
-    for (const test::Entry &entry : test::entries()) {
+    for (const test::Entry &entry : test::Entries()) {
         if (!only.isEmpty() && only != QLatin1String(entry.name))
             continue;
         const auto object = entry.make();
         failures += QTest::qExec(object.get(), arguments);
-        failures += test::windowsLeft();
+        failures += test::WindowsLeft();
     }
     return failures == 0 ? 0 : 1;
 }

@@ -37,7 +37,7 @@ constexpr quint16 InChunks = 0xFFFF;
 constexpr int TimeDigits = 3; // behind the second
 constexpr quint64 NullChunks = ~quint64(0);
 
-int integerSize(Kind kind)
+int IntegerSize(Kind kind)
 {
     switch (kind) {
     case Kind::TinyInt:
@@ -51,22 +51,22 @@ int integerSize(Kind kind)
     }
 }
 
-int decimalSize(int precision)
+int DecimalSize(int precision)
 {
     return precision <= 9 ? 5 : precision <= 19 ? 9 : precision <= 28 ? 13 : 17;
 }
 
 /** Bytes that a text or binary column announces; InChunks for those without a limit. */
-quint16 announcedLength(const SqlType &type)
+quint16 AnnouncedLength(const SqlType &type)
 {
     if (type.length == SqlType::Max)
         return InChunks;
     // A letter of a varchar takes up to four bytes.
-    const int bytes = std::max(type.length, 1) * (type.isBinary() ? 1 : type.isUnicode() ? 2 : 4);
+    const int bytes = std::max(type.length, 1) * (type.IsBinary() ? 1 : type.IsUnicode() ? 2 : 4);
     return bytes > LongestPlain ? InChunks : quint16(bytes);
 }
 
-WireType textType(Kind kind)
+WireType TextType(Kind kind)
 {
     switch (kind) {
     case Kind::Char:
@@ -81,21 +81,21 @@ WireType textType(Kind kind)
 }
 
 /** A column of fixed texts too long for it is announced as a varying one. */
-void putTextType(Wire &wire, const SqlType &type, const Collation &collation)
+void PutTextType(Wire &wire, const SqlType &type, const Collation &collation)
 {
-    const quint16 length = announcedLength(type);
-    if (type.isBinary()) {
+    const quint16 length = AnnouncedLength(type);
+    if (type.IsBinary()) {
         wire.put(VarBinary);
         wire.put(length);
         return;
     }
-    const Kind varying = type.isUnicode() ? Kind::NVarChar : Kind::VarChar;
-    wire.put(textType(length == InChunks ? varying : type.kind));
+    const Kind varying = type.IsUnicode() ? Kind::NVarChar : Kind::VarChar;
+    wire.put(TextType(length == InChunks ? varying : type.kind));
     wire.put(length);
     wire.put(collation.bytes());
 }
 
-void putType(Wire &wire, const SqlType &type, const Collation &collation)
+void PutType(Wire &wire, const SqlType &type, const Collation &collation)
 {
     const auto sized = [&wire](WireType wireType, int size) {
         wire.put(wireType);
@@ -106,7 +106,7 @@ void putType(Wire &wire, const SqlType &type, const Collation &collation)
     case Kind::Condition:
         return sized(BitN, 1);
     case Kind::Decimal:
-        sized(DecimalN, decimalSize(type.precision));
+        sized(DecimalN, DecimalSize(type.precision));
         wire.put(quint8(type.precision));
         return wire.put(quint8(type.scale));
     case Kind::Money:
@@ -125,34 +125,34 @@ void putType(Wire &wire, const SqlType &type, const Collation &collation)
     case Kind::UniqueIdentifier:
         return sized(Guid, 16);
     default:
-        if (type.isText() || type.isBinary())
-            return putTextType(wire, type, collation);
-        return sized(IntN, integerSize(type.kind));
+        if (type.IsText() || type.IsBinary())
+            return PutTextType(wire, type, collation);
+        return sized(IntN, IntegerSize(type.kind));
     }
 }
 
-void putDecimal(Wire &wire, const tsql::Cell &cell, const SqlType &type)
+void PutDecimal(Wire &wire, const tsql::Cell &cell, const SqlType &type)
 {
-    const auto value = tsql::Decimal::fromBlob(cell.bytes.data(), int(cell.bytes.size()), type.scale);
-    const int size = decimalSize(type.precision);
+    const auto value = tsql::Decimal::FromBlob(cell.bytes.data(), int(cell.bytes.size()), type.scale);
+    const int size = DecimalSize(type.precision);
     const auto magnitude = static_cast<unsigned __int128>(value.units < 0 ? -value.units : value.units);
     wire.put(quint8(size));
     wire.put(quint8(value.units >= 0));
     wire.put(QByteArray(reinterpret_cast<const char *>(&magnitude), size - 1));
 }
 
-void putMoney(Wire &wire, const tsql::Cell &cell)
+void PutMoney(Wire &wire, const tsql::Cell &cell)
 {
-    const auto units = qint64(tsql::Decimal::fromBlob(cell.bytes.data(), int(cell.bytes.size()), 4).units);
+    const auto units = qint64(tsql::Decimal::FromBlob(cell.bytes.data(), int(cell.bytes.size()), 4).units);
     wire.put(quint8(8));
     wire.put(qint32(units >> 32));
     wire.put(quint32(units));
 }
 
-void putMoment(Wire &wire, std::string_view stored, Kind kind)
+void PutMoment(Wire &wire, std::string_view stored, Kind kind)
 {
     static const qint64 epoch = QDate(1970, 1, 1).toJulianDay();
-    const tsql::Moment moment = tsql::momentFromStorage(stored);
+    const tsql::Moment moment = tsql::MomentFromStorage(stored);
     const auto time = quint32(moment.millisecond);
     if (kind == Kind::Date) {
         const auto days = quint32(moment.day + epoch - QDate(1, 1, 1).toJulianDay());
@@ -168,7 +168,7 @@ void putMoment(Wire &wire, std::string_view stored, Kind kind)
     }
 }
 
-void putGuid(Wire &wire, std::string_view stored)
+void PutGuid(Wire &wire, std::string_view stored)
 {
     const QUuid id = QUuid::fromString(QString::fromUtf8(stored.data(), qsizetype(stored.size())));
     wire.put(quint8(16));
@@ -178,7 +178,7 @@ void putGuid(Wire &wire, std::string_view stored)
     wire.put(QByteArray(reinterpret_cast<const char *>(id.data4), 8));
 }
 
-void putBytes(Wire &wire, const QByteArray &bytes, bool inChunks)
+void PutBytes(Wire &wire, const QByteArray &bytes, bool inChunks)
 {
     if (!inChunks) {
         wire.put(quint16(bytes.size()));
@@ -192,48 +192,48 @@ void putBytes(Wire &wire, const QByteArray &bytes, bool inChunks)
     wire.put(quint32(0));
 }
 
-QByteArray textBytes(std::string_view utf8, const SqlType &type, const Collation &collation)
+QByteArray TextBytes(std::string_view utf8, const SqlType &type, const Collation &collation)
 {
-    if (type.isBinary())
+    if (type.IsBinary())
         return {utf8.data(), qsizetype(utf8.size())};
-    if (!type.isUnicode())
+    if (!type.IsUnicode())
         return collation.encoded(utf8);
     const QString text = QString::fromUtf8(utf8.data(), qsizetype(utf8.size()));
     return {reinterpret_cast<const char *>(text.utf16()), text.size() * 2};
 }
 
-void putNull(Wire &wire, const SqlType &type)
+void PutNull(Wire &wire, const SqlType &type)
 {
-    if (!type.isText() && !type.isBinary())
+    if (!type.IsText() && !type.IsBinary())
         wire.put(quint8(0));
-    else if (announcedLength(type) == InChunks)
+    else if (AnnouncedLength(type) == InChunks)
         wire.put(NullChunks);
     else
         wire.put(InChunks);
 }
 
-void putInteger(Wire &wire, qint64 value, int size)
+void PutInteger(Wire &wire, qint64 value, int size)
 {
     wire.put(quint8(size));
     wire.put(QByteArray(reinterpret_cast<const char *>(&value), size));
 }
 
-void putCell(Wire &wire, const tsql::Cell &cell, const SqlType &type, const Collation &collation)
+void PutCell(Wire &wire, const tsql::Cell &cell, const SqlType &type, const Collation &collation)
 {
     if (cell.form == tsql::Value::Form::Null)
-        return putNull(wire, type);
-    if (type.isText() || type.isBinary())
-        return putBytes(wire, textBytes(cell.bytes, type, collation), announcedLength(type) == InChunks);
-    if (type.isDate())
-        return putMoment(wire, cell.bytes, type.kind);
+        return PutNull(wire, type);
+    if (type.IsText() || type.IsBinary())
+        return PutBytes(wire, TextBytes(cell.bytes, type, collation), AnnouncedLength(type) == InChunks);
+    if (type.IsDate())
+        return PutMoment(wire, cell.bytes, type.kind);
     switch (type.kind) {
     case Kind::Bit:
     case Kind::Condition:
-        return putInteger(wire, cell.integer, 1);
+        return PutInteger(wire, cell.integer, 1);
     case Kind::Decimal:
-        return putDecimal(wire, cell, type);
+        return PutDecimal(wire, cell, type);
     case Kind::Money:
-        return putMoney(wire, cell);
+        return PutMoney(wire, cell);
     case Kind::Real:
         wire.put(quint8(4));
         return wire.put(float(cell.real));
@@ -241,15 +241,15 @@ void putCell(Wire &wire, const tsql::Cell &cell, const SqlType &type, const Coll
         wire.put(quint8(8));
         return wire.put(cell.form == tsql::Value::Form::Integer ? double(cell.integer) : cell.real);
     case Kind::UniqueIdentifier:
-        return putGuid(wire, cell.bytes);
+        return PutGuid(wire, cell.bytes);
     default:
-        return putInteger(wire, cell.integer, integerSize(type.kind));
+        return PutInteger(wire, cell.integer, IntegerSize(type.kind));
     }
 }
 
 } // namespace
 
-void putColumns(Wire &wire, const std::vector<tsql::ResultColumn> &columns, const Collation &collation)
+void PutColumns(Wire &wire, const std::vector<tsql::ResultColumn> &columns, const Collation &collation)
 {
     constexpr quint8 ColumnMetadata = 0x81;
     constexpr quint16 Nullable = 1;
@@ -258,18 +258,18 @@ void putColumns(Wire &wire, const std::vector<tsql::ResultColumn> &columns, cons
     for (const tsql::ResultColumn &column : columns) {
         wire.put(quint32(0)); // no type of the user's own
         wire.put(Nullable);
-        putType(wire, column.type, collation);
+        PutType(wire, column.type, collation);
         wire.putShort(column.name);
     }
 }
 
-void putRow(Wire &wire, const tsql::Cursor &cursor, const Collation &collation)
+void PutRow(Wire &wire, const tsql::Cursor &cursor, const Collation &collation)
 {
     constexpr quint8 Row = 0xD1;
     wire.put(Row);
-    const auto &columns = cursor.columns();
+    const auto &columns = cursor.Columns();
     for (size_t i = 0; i < columns.size(); ++i)
-        putCell(wire, cursor.cell(int(i)), columns[i].type, collation);
+        PutCell(wire, cursor.CellAt(int(i)), columns[i].type, collation);
 }
 
 } // namespace tds

@@ -16,7 +16,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-int runProgram(const tds::Server &server, QStringList arguments)
+int RunProgram(const tds::Server &server, QStringList arguments)
 {
     const QString connection =
         u"Driver=FreeTDS;Server=127.0.0.1;Port=%1;UID=test;PWD=test;TDS_Version=7.4"_s.arg(server.port());
@@ -47,7 +47,7 @@ int main(int argc, char **argv)
     std::thread([&server] { server.serve(); }).detach();
     int code = 0;
     if (argc > 1) {
-        code = runProgram(server, QCoreApplication::arguments().mid(1));
+        code = RunProgram(server, QCoreApplication::arguments().mid(1));
     } else {
         std::printf("%d\n", server.port());
         std::fflush(stdout);

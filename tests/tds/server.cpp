@@ -19,7 +19,7 @@ namespace tds {
 
 namespace {
 
-tsql::Error existsAlready(const QString &name)
+tsql::Error ExistsAlready(const QString &name)
 {
     return tsql::Error::Worded(1801, u"Database '%1' already exists. Choose a different database name."_s.arg(name));
 }
@@ -52,7 +52,7 @@ void Databases::create(const QString &name, const QString &collation)
     const QMutexLocker lock(&m_mutex);
     auto &database = m_all[name.toLower()];
     if (database)
-        throw existsAlready(name);
+        throw ExistsAlready(name);
     database = std::make_shared<Database>(Database{name, nextFile(), Collation(collation), 0});
 }
 
@@ -60,7 +60,7 @@ void Databases::copy(const QString &name, const QString &source)
 {
     alone(source, [this, &name](const Database &original) {
         if (m_all.contains(name.toLower()))
-            throw existsAlready(name);
+            throw ExistsAlready(name);
         const QString file = nextFile();
         if (!QFile::copy(original.file, file))
             throw tsql::Error::Worded(
@@ -101,7 +101,7 @@ QString Databases::nextFile()
 
 namespace {
 
-void check(int result, const char *what)
+void Check(int result, const char *what)
 {
     if (result < 0)
         throw std::system_error(errno, std::generic_category(), what);
@@ -112,14 +112,14 @@ void check(int result, const char *what)
 Server::Server()
 {
     m_socket = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    check(m_socket, "socket");
+    Check(m_socket, "socket");
     sockaddr_in address{};
     address.sin_family = AF_INET;
     address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
     socklen_t size = sizeof address;
-    check(::bind(m_socket, reinterpret_cast<sockaddr *>(&address), size), "bind");
-    check(::listen(m_socket, SOMAXCONN), "listen");
-    check(::getsockname(m_socket, reinterpret_cast<sockaddr *>(&address), &size), "getsockname");
+    Check(::bind(m_socket, reinterpret_cast<sockaddr *>(&address), size), "bind");
+    Check(::listen(m_socket, SOMAXCONN), "listen");
+    Check(::getsockname(m_socket, reinterpret_cast<sockaddr *>(&address), &size), "getsockname");
     m_port = ntohs(address.sin_port);
 }
 

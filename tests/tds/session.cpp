@@ -11,14 +11,14 @@ namespace tds {
 
 namespace {
 
-template <class Number> Number numberAt(const QByteArray &bytes, qsizetype offset)
+template <class Number> Number NumberAt(const QByteArray &bytes, qsizetype offset)
 {
     if (offset < 0 || offset + qsizetype(sizeof(Number)) > bytes.size())
         throw Lost();
     return qFromLittleEndian<Number>(bytes.constData() + offset);
 }
 
-QString textAt(const QByteArray &bytes, qsizetype offset, qsizetype letters)
+QString TextAt(const QByteArray &bytes, qsizetype offset, qsizetype letters)
 {
     if (offset < 0 || letters < 0 || offset + 2 * letters > bytes.size())
         throw Lost();
@@ -28,18 +28,18 @@ QString textAt(const QByteArray &bytes, qsizetype offset, qsizetype letters)
 }
 
 /** Batches and requests begin with headers that say how long they are. */
-qsizetype afterHeaders(const QByteArray &body)
+qsizetype AfterHeaders(const QByteArray &body)
 {
-    return numberAt<quint32>(body, 0);
+    return NumberAt<quint32>(body, 0);
 }
 
-QString unquoted(QString text, QChar quote)
+QString Unquoted(QString text, QChar quote)
 {
     return text.replace(QString(2, quote), quote);
 }
 
 /** The answer to the question that a client asks before it logs in: this version, no encryption, no more. */
-QByteArray preLoginAnswer()
+QByteArray PreLoginAnswer()
 {
     struct Option
     {
@@ -92,29 +92,29 @@ bool Session::logIn()
     constexpr qsizetype DatabasePlace = 68;
     Message message = m_wire.receive();
     if (message.type == MessageType::PreLogin) {
-        m_wire.put(preLoginAnswer());
+        m_wire.put(PreLoginAnswer());
         m_wire.finish();
         message = m_wire.receive();
     }
     if (message.type != MessageType::Login)
         throw Lost();
     const QByteArray &body = message.body;
-    QString name = textAt(body, numberAt<quint16>(body, DatabasePlace), numberAt<quint16>(body, DatabasePlace + 2));
+    QString name = TextAt(body, NumberAt<quint16>(body, DatabasePlace), NumberAt<quint16>(body, DatabasePlace + 2));
     if (name.isEmpty())
         name = databaseName();
     if (!enter(name)) {
-        putMessage(m_wire, 4060, 11, 1, 1,
+        PutMessage(m_wire, 4060, 11, 1, 1,
                    u"Cannot open database \"%1\" requested by the login. The login failed."_s.arg(name));
-        putDone(m_wire, DoneError);
+        PutDone(m_wire, DoneError);
         m_wire.finish();
         return false;
     }
-    const auto packetSize = int(std::clamp(numberAt<quint32>(body, 8), 512U, 32767U));
-    putDatabaseChange(m_wire, u"master"_s, databaseName());
-    putCollationChange(m_wire, collation());
-    putLoginAcknowledgement(m_wire, numberAt<quint32>(body, 4));
-    putPacketSizeChange(m_wire, packetSize);
-    putDone(m_wire, 0);
+    const auto packetSize = int(std::clamp(NumberAt<quint32>(body, 8), 512U, 32767U));
+    PutDatabaseChange(m_wire, u"master"_s, databaseName());
+    PutCollationChange(m_wire, collation());
+    PutLoginAcknowledgement(m_wire, NumberAt<quint32>(body, 4));
+    PutPacketSizeChange(m_wire, packetSize);
+    PutDone(m_wire, 0);
     m_wire.finish();
     m_wire.setPacketSize(packetSize);
     return true;
@@ -125,7 +125,7 @@ void Session::serve()
     for (;;) {
         const Message message = m_wire.receive();
         if (message.type == MessageType::Attention)
-            putDone(m_wire, DoneAttention);
+            PutDone(m_wire, DoneAttention);
         else
             answer(message);
         m_wire.finish();
@@ -138,18 +138,18 @@ template <class Work> void Session::guarded(const Work &work)
     try {
         work();
     } catch (const tsql::Error &error) {
-        putMessage(m_wire, error.number(), error.severity(), error.state(), error.line(), error.message());
-        putDone(m_wire, DoneError);
+        PutMessage(m_wire, error.Number(), error.Severity(), error.State(), error.Line(), error.Text());
+        PutDone(m_wire, DoneError);
     }
 }
 
 void Session::answer(const Message &message)
 {
     guarded([&] {
-        const qsizetype start = afterHeaders(message.body);
+        const qsizetype start = AfterHeaders(message.body);
         switch (message.type) {
         case MessageType::Batch:
-            return runBatch(textAt(message.body, start, (message.body.size() - start) / 2));
+            return runBatch(TextAt(message.body, start, (message.body.size() - start) / 2));
         case MessageType::Transaction:
             return changeTransaction(message.body.mid(start));
         default:
@@ -162,38 +162,38 @@ void Session::answer(const Message &message)
 void Session::runBatch(const QString &text)
 {
     if (changedDatabases(text))
-        return putDone(m_wire, 0);
+        return PutDone(m_wire, 0);
     if (m_transaction && !m_begun) {
-        m_connection->beginTransaction();
+        m_connection->BeginTransaction();
         m_begun = true;
     }
     tsql::Outcome outcome;
     try {
         const QString query = catalogueQuery(text);
-        m_connection->execute(query.isEmpty() ? text : query, outcome);
+        m_connection->Execute(query.isEmpty() ? text : query, outcome);
     } catch (const tsql::Error &) {
         sendOutcome(outcome); // what came before
         throw;
     }
     sendOutcome(outcome);
-    putDone(m_wire, 0);
+    PutDone(m_wire, 0);
 }
 
 /** Everything but the end of the batch, which says that nothing follows. */
 void Session::sendOutcome(tsql::Outcome &outcome)
 {
     for (const tsql::Message &said : outcome.messages)
-        putMessage(m_wire, 0, 0, 1, 1, said.text);
+        PutMessage(m_wire, 0, 0, 1, 1, said.text);
     bool called = false;
     for (const tsql::Report &report : outcome.reports) {
         if (std::exchange(called, report.inProcedure) && !called) {
-            putReturnStatus(m_wire, 0);
-            putDone(m_wire, DoneMore, 0, DoneKind::Procedure);
+            PutReturnStatus(m_wire, 0);
+            PutDone(m_wire, DoneMore, 0, DoneKind::Procedure);
         }
         if (report.result >= 0)
             sendRows(*outcome.results[size_t(report.result)], report.inProcedure);
         else
-            putDone(m_wire, DoneMore | DoneCount, report.affected,
+            PutDone(m_wire, DoneMore | DoneCount, report.affected,
                     report.inProcedure ? DoneKind::InProcedure : DoneKind::Batch);
         if (m_wire.interrupted())
             return;
@@ -202,13 +202,13 @@ void Session::sendOutcome(tsql::Outcome &outcome)
 
 void Session::sendRows(tsql::Cursor &cursor, bool inProcedure)
 {
-    putColumns(m_wire, cursor.columns(), collation());
+    PutColumns(m_wire, cursor.Columns(), collation());
     qint64 rows = 0;
-    while (!m_wire.interrupted() && cursor.next()) {
-        putRow(m_wire, cursor, collation());
+    while (!m_wire.interrupted() && cursor.Next()) {
+        PutRow(m_wire, cursor, collation());
         ++rows;
     }
-    putDone(m_wire, DoneMore | DoneCount, rows, inProcedure ? DoneKind::InProcedure : DoneKind::Batch);
+    PutDone(m_wire, DoneMore | DoneCount, rows, inProcedure ? DoneKind::InProcedure : DoneKind::Batch);
 }
 
 /** CREATE DATABASE, DROP DATABASE and USE, which the engine does not know; false when the text is none of them. */
@@ -224,10 +224,10 @@ bool Session::changedDatabases(const QString &text)
         return false;
     const bool asks = match.hasCaptured(1);
     const bool wanted = !match.captured(2).isEmpty();
-    if (asks && m_databases.exists(unquoted(match.captured(1), u'\'')) != wanted)
+    if (asks && m_databases.exists(Unquoted(match.captured(1), u'\'')) != wanted)
         return true;
     const QString verb = match.captured(3).left(4).toUpper();
-    const QString name = match.captured(4).isEmpty() ? match.captured(5) : unquoted(match.captured(4), u']');
+    const QString name = match.captured(4).isEmpty() ? match.captured(5) : Unquoted(match.captured(4), u']');
     if (verb == u"CREA" && match.hasCaptured(7))
         m_databases.copy(name, match.captured(7));
     else if (verb == u"CREA")
@@ -245,8 +245,8 @@ void Session::use(const QString &database)
     if (!enter(database))
         throw tsql::Error::Worded(
             911, u"Database '%1' does not exist. Make sure that the name is entered correctly."_s.arg(database));
-    putDatabaseChange(m_wire, before, databaseName());
-    putCollationChange(m_wire, collation());
+    PutDatabaseChange(m_wire, before, databaseName());
+    PutCollationChange(m_wire, collation());
 }
 
 /** What the catalogue's own views and procedures would answer, as a query of the engine; empty for any other text. */
@@ -258,7 +258,7 @@ QString Session::catalogueQuery(const QString &text) const
     if (!text.contains(view))
         return {};
     QString rows = u"SELECT N'' AS TABLE_SCHEMA, N'' AS TABLE_NAME WHERE 1 = 0"_s;
-    for (const tsql::ObjectName &table : m_connection->catalogue().tableNames())
+    for (const tsql::ObjectName &table : m_connection->Names().TableNames())
         rows += u" UNION ALL SELECT N'%1', N'%2'"_s.arg(table.schema, table.name);
     return QString(text).replace(view, u"(%1) AS TABLES"_s.arg(rows));
 }
@@ -271,26 +271,26 @@ void Session::changeTransaction(const QByteArray &body)
     const auto begin = [this] {
         m_transaction = ++m_lastTransaction;
         m_begun = false;
-        putTransactionChange(m_wire, 8, m_transaction);
+        PutTransactionChange(m_wire, 8, m_transaction);
     };
-    switch (numberAt<quint16>(body, 0)) {
+    switch (NumberAt<quint16>(body, 0)) {
     case Begin:
         begin();
         break;
     case Commit:
         endTransaction(9);
-        if (numberAt<quint8>(body, 3 + numberAt<quint8>(body, 2)) & BeginAgain)
+        if (NumberAt<quint8>(body, 3 + NumberAt<quint8>(body, 2)) & BeginAgain)
             begin();
         break;
     case Rollback:
         endTransaction(10);
-        if (numberAt<quint8>(body, 3 + numberAt<quint8>(body, 2)) & BeginAgain)
+        if (NumberAt<quint8>(body, 3 + NumberAt<quint8>(body, 2)) & BeginAgain)
             begin();
         break;
     default:
         throw tsql::Error::Worded(8501, u"This test server knows local transactions only."_s);
     }
-    putDone(m_wire, 0);
+    PutDone(m_wire, 0);
 }
 
 void Session::endTransaction(quint8 type)
@@ -298,13 +298,13 @@ void Session::endTransaction(quint8 type)
     const quint64 transaction = std::exchange(m_transaction, 0);
     if (std::exchange(m_begun, false)) {
         if (type == 9)
-            m_connection->commit();
+            m_connection->Commit();
         else
-            m_connection->rollback();
+            m_connection->Rollback();
     } else if (!transaction) {
         throw tsql::Error::Worded(type == 9 ? 3902 : 3903, u"The request has no corresponding BEGIN TRANSACTION."_s);
     }
-    putTransactionChange(m_wire, type, transaction);
+    PutTransactionChange(m_wire, type, transaction);
 }
 
 } // namespace tds

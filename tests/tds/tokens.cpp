@@ -24,7 +24,7 @@ constexpr quint32 Utf8Flag = 0x40;
 constexpr quint32 CollationVersion100 = 2;
 
 /** A change whose values are texts. */
-void putTextChange(Wire &wire, quint8 type, const QString &to, const QString &from)
+void PutTextChange(Wire &wire, quint8 type, const QString &to, const QString &from)
 {
     wire.put(EnvironmentChange);
     wire.put(quint16(3 + 2 * (to.size() + from.size())));
@@ -68,7 +68,7 @@ QByteArray Collation::encoded(std::string_view utf8) const
     return all;
 }
 
-void putDone(Wire &wire, int status, qint64 rows, DoneKind kind)
+void PutDone(Wire &wire, int status, qint64 rows, DoneKind kind)
 {
     constexpr quint16 Select = 0xC1;
     wire.put(quint8(kind));
@@ -77,7 +77,7 @@ void putDone(Wire &wire, int status, qint64 rows, DoneKind kind)
     wire.put(quint64(rows));
 }
 
-void putMessage(Wire &wire, int number, int severity, int state, int line, const QString &text)
+void PutMessage(Wire &wire, int number, int severity, int state, int line, const QString &text)
 {
     const QString server = u"tds-server"_s;
     const QString shown = text.left(4000);
@@ -93,13 +93,13 @@ void putMessage(Wire &wire, int number, int severity, int state, int line, const
     wire.put(qint32(line));
 }
 
-void putReturnStatus(Wire &wire, int value)
+void PutReturnStatus(Wire &wire, int value)
 {
     wire.put(ReturnStatus);
     wire.put(qint32(value));
 }
 
-void putLoginAcknowledgement(Wire &wire, quint32 version)
+void PutLoginAcknowledgement(Wire &wire, quint32 version)
 {
     const QString program = u"tds-server"_s;
     wire.put(LoginAck);
@@ -110,17 +110,17 @@ void putLoginAcknowledgement(Wire &wire, quint32 version)
     wire.put(qToBigEndian(quint32(13) << 24));
 }
 
-void putDatabaseChange(Wire &wire, const QString &from, const QString &to)
+void PutDatabaseChange(Wire &wire, const QString &from, const QString &to)
 {
-    putTextChange(wire, 1, to, from);
+    PutTextChange(wire, 1, to, from);
 }
 
-void putPacketSizeChange(Wire &wire, int size)
+void PutPacketSizeChange(Wire &wire, int size)
 {
-    putTextChange(wire, 4, QString::number(size), u"4096"_s);
+    PutTextChange(wire, 4, QString::number(size), u"4096"_s);
 }
 
-void putCollationChange(Wire &wire, const Collation &collation)
+void PutCollationChange(Wire &wire, const Collation &collation)
 {
     wire.put(EnvironmentChange);
     wire.put(quint16(1 + 1 + 5 + 1));
@@ -130,7 +130,7 @@ void putCollationChange(Wire &wire, const Collation &collation)
     wire.put(quint8(0));
 }
 
-void putTransactionChange(Wire &wire, quint8 type, quint64 transaction)
+void PutTransactionChange(Wire &wire, quint8 type, quint64 transaction)
 {
     const bool begun = type == 8;
     wire.put(EnvironmentChange);

@@ -24,19 +24,19 @@ struct Collation
 enum DoneStatus : quint16 { DoneMore = 1, DoneError = 2, DoneCount = 0x10, DoneAttention = 0x20 };
 enum class DoneKind : quint8 { Batch = 0xFD, Procedure = 0xFE, InProcedure = 0xFF };
 
-void putColumns(Wire &wire, const std::vector<tsql::ResultColumn> &columns, const Collation &collation);
-void putRow(Wire &wire, const tsql::Cursor &cursor, const Collation &collation);
-void putDone(Wire &wire, int status, qint64 rows = 0, DoneKind kind = DoneKind::Batch);
+void PutColumns(Wire &wire, const std::vector<tsql::ResultColumn> &columns, const Collation &collation);
+void PutRow(Wire &wire, const tsql::Cursor &cursor, const Collation &collation);
+void PutDone(Wire &wire, int status, qint64 rows = 0, DoneKind kind = DoneKind::Batch);
 /** A `severity` below 11 is a message, anything else an error. */
-void putMessage(Wire &wire, int number, int severity, int state, int line, const QString &text);
-void putReturnStatus(Wire &wire, int value);
+void PutMessage(Wire &wire, int number, int severity, int state, int line, const QString &text);
+void PutReturnStatus(Wire &wire, int value);
 
 /** `version` is the protocol's as the client named it. */
-void putLoginAcknowledgement(Wire &wire, quint32 version);
-void putDatabaseChange(Wire &wire, const QString &from, const QString &to);
-void putCollationChange(Wire &wire, const Collation &collation);
-void putPacketSizeChange(Wire &wire, int size);
+void PutLoginAcknowledgement(Wire &wire, quint32 version);
+void PutDatabaseChange(Wire &wire, const QString &from, const QString &to);
+void PutCollationChange(Wire &wire, const Collation &collation);
+void PutPacketSizeChange(Wire &wire, int size);
 /** `type`: 8 begun, 9 committed, 10 rolled back. */
-void putTransactionChange(Wire &wire, quint8 type, quint64 transaction);
+void PutTransactionChange(Wire &wire, quint8 type, quint64 transaction);
 
 } // namespace tds

@@ -21,18 +21,18 @@ void TestDecimal::storageKeepsValueAndOrder()
     QList<Decimal> values;
     for (int digits = 0; digits < Decimal::MaxPrecision; ++digits) {
         for (const int offset : {-1, 0, 1}) {
-            values.append({Decimal::power10(digits) + offset, 9});
-            values.append({-Decimal::power10(digits) - offset, 9});
+            values.append({Decimal::Power10(digits) + offset, 9});
+            values.append({-Decimal::Power10(digits) - offset, 9});
         }
         values.append({Decimal::Int(1) << (3 * digits), 9});
         values.append({-(Decimal::Int(1) << (3 * digits)), 9});
     }
     std::sort(values.begin(), values.end(), [](const Decimal &a, const Decimal &b) { return a.units < b.units; });
     for (qsizetype i = 0; i < values.size(); ++i) {
-        const QByteArray stored = values[i].toBlob();
-        QVERIFY(Decimal::fromBlob(stored.constData(), int(stored.size()), 9).units == values[i].units);
+        const QByteArray stored = values[i].ToBlob();
+        QVERIFY(Decimal::FromBlob(stored.constData(), int(stored.size()), 9).units == values[i].units);
         if (i > 0) {
-            const int order = values[i - 1].toBlob().compare(stored);
+            const int order = values[i - 1].ToBlob().compare(stored);
             QVERIFY(values[i - 1].units == values[i].units ? order == 0 : order < 0);
         }
     }

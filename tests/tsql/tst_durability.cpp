@@ -41,7 +41,7 @@ void TestDurability::init()
     m_folder = std::make_unique<QTemporaryDir>();
     m_last = 0;
     tsql::Connection connection(file(u"a.db"_s));
-    connection.execute(u"CREATE TABLE Journal (Number int NOT NULL, Part int NOT NULL, Note nvarchar(max), "
+    connection.Execute(u"CREATE TABLE Journal (Number int NOT NULL, Part int NOT NULL, Note nvarchar(max), "
                        "PRIMARY KEY (Number, Part))\nCREATE TABLE Total (Id int PRIMARY KEY, Parts int NOT NULL)\n"
                        "INSERT Total VALUES (1, 0)"_s);
 }
@@ -64,17 +64,17 @@ void TestDurability::write(const QString &path, int first, int acknowledge)
     tsql::Connection connection(path);
     for (int number = first;; ++number) {
         const int parts = random.bounded(1, 13);
-        connection.beginTransaction();
+        connection.BeginTransaction();
         for (int part = 1; part <= parts; ++part)
-            connection.execute(u"INSERT Journal VALUES (%1, %2, REPLICATE(N'سند ', %3))"_s.arg(number).arg(part).arg(
+            connection.Execute(u"INSERT Journal VALUES (%1, %2, REPLICATE(N'سند ', %3))"_s.arg(number).arg(part).arg(
                 random.bounded(1, 2000)));
-        connection.execute(u"UPDATE Journal SET Note = NULL WHERE Number = %1"_s.arg(number - 50));
-        connection.execute(u"UPDATE Total SET Parts = Parts + %1"_s.arg(parts));
+        connection.Execute(u"UPDATE Journal SET Note = NULL WHERE Number = %1"_s.arg(number - 50));
+        connection.Execute(u"UPDATE Total SET Parts = Parts + %1"_s.arg(parts));
         if (random.bounded(10) == 0) {
-            connection.rollback();
+            connection.Rollback();
             continue;
         }
-        connection.commit();
+        connection.Commit();
         if (::write(acknowledge, &number, sizeof number) != sizeof number)
             return;
     }
@@ -114,12 +114,13 @@ void TestDurability::check(const QString &path) const
 {
     tsql::Connection connection(path);
     const auto first = [&connection](const QString &select) {
-        tsql::Outcome outcome = connection.execute(select);
+        tsql::Outcome outcome = connection.Execute(select);
         tsql::Cursor &cursor = *outcome.results.front();
-        return cursor.next() ? cursor.cell(0).integer : -1;
+        return cursor.Next() ? cursor.CellAt(0).integer : -1;
     };
-    QCOMPARE(connection.handle().integer("SELECT count(*) FROM pragma_integrity_check WHERE integrity_check = 'ok'"),
-             1);
+    QCOMPARE(
+        connection.Handle().ScalarInteger("SELECT count(*) FROM pragma_integrity_check WHERE integrity_check = 'ok'"),
+        1);
     if (m_last > 0)
         QVERIFY(first(u"SELECT COUNT(*) FROM Journal WHERE Number = %1"_s.arg(m_last)) > 0);
     QCOMPARE(

@@ -44,7 +44,7 @@ struct Case
     int line = 0;
 };
 
-QList<Case> casesIn(const QString &path)
+QList<Case> CasesIn(const QString &path)
 {
     QFile file(path);
     QList<Case> cases;
@@ -83,7 +83,7 @@ QList<Case> casesIn(const QString &path)
     return cases;
 }
 
-QString shown(const QVariant &value)
+QString Shown(const QVariant &value)
 {
     if (value.isNull())
         return u"NULL"_s;
@@ -101,7 +101,7 @@ QString shown(const QVariant &value)
     }
 }
 
-QStringList answer(QSqlQuery &query, const QString &statements, bool withLine)
+QStringList Answer(QSqlQuery &query, const QString &statements, bool withLine)
 {
     QStringList lines;
     if (query.exec(statements)) {
@@ -115,7 +115,7 @@ QStringList answer(QSqlQuery &query, const QString &statements, bool withLine)
             while (query.next()) {
                 QStringList fields;
                 for (int i = 0; i < query.record().count(); ++i)
-                    fields += shown(query.value(i));
+                    fields += Shown(query.value(i));
                 lines += fields.join(u" | "_s);
             }
         } while (!query.lastError().isValid() && query.nextResult());
@@ -171,7 +171,7 @@ void TestStatements::files()
     QFETCH(QString, path);
     Connections connections;
     int failures = 0;
-    const QList<Case> cases = casesIn(path);
+    const QList<Case> cases = CasesIn(path);
     QVERIFY(!cases.isEmpty());
     for (const Case &one : cases) {
         const QSqlDatabase database = connections.get(one.connection);
@@ -180,7 +180,7 @@ void TestStatements::files()
         query.setForwardOnly(true);
         query.setNumericalPrecisionPolicy(QSql::HighPrecision);
         const bool withLine = !one.expected.isEmpty() && one.expected.last().contains(u" line "_s);
-        const QStringList given = answer(query, one.statements, withLine);
+        const QStringList given = Answer(query, one.statements, withLine);
         if (given == one.expected)
             continue;
         ++failures;
@@ -253,7 +253,7 @@ void TestStatements::sizes()
     QVERIFY(query.exec(u"CREATE TABLE Many (Id int PRIMARY KEY, N int) "
                        "INSERT Many VALUES (1, 10), (2, 20), (3, 30)"_s));
     const QString declared = u"DECLARE @n int, @t nvarchar(5), @big bigint = 1, @d decimal(9,3) = 1.5 "_s;
-    QCOMPARE(answer(query, text.contains(u'@') ? declared + text : text, false).join(u'\n'), expected);
+    QCOMPARE(Answer(query, text.contains(u'@') ? declared + text : text, false).join(u'\n'), expected);
 }
 
 /// Whatever capital word of the engine's sources it takes for a function must stand in functions.test.

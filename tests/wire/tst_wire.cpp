@@ -32,7 +32,7 @@ public:
         m_process.waitForReadyRead();
         m_string = u"Driver=FreeTDS;Server=127.0.0.1;Port=%1;UID=test;PWD=test;TDS_Version=7.4"_s.arg(
             m_process.readLine().trimmed().toInt());
-        Target(String()).createOnServer();
+        Target(String()).CreateOnServer();
         main = Connect();
     }
     ~Server()
@@ -48,7 +48,7 @@ public:
     QSqlDatabase Connect(const QString &database = u"wire"_s)
     {
         m_names << u"wire %1"_s.arg(m_names.size());
-        return Target(String(database)).connect(m_names.last());
+        return Target(String(database)).Connect(m_names.last());
     }
     void Kill()
     {
@@ -326,20 +326,20 @@ void TestWire::databases()
     const QString name = u"فروشگاه ]d'or["_s;
     const Target shop(m_server->String(name));
     QVERIFY_THROWS_EXCEPTION(ScriptError, m_server->Connect(name));
-    shop.createOnServer();
-    shop.createOnServer();
+    shop.CreateOnServer();
+    shop.CreateOnServer();
     {
         const QSqlDatabase inside = m_server->Connect(name);
         Exec(inside, u"CREATE TABLE Mine (A int)"_s);
-        QVERIFY_THROWS_EXCEPTION(ScriptError, initialise(inside, false)); // never into somebody's tables
+        QVERIFY_THROWS_EXCEPTION(ScriptError, Initialise(inside, false)); // never into somebody's tables
         QVERIFY(Refusal([&] { Query(m_server->main, u"SELECT * FROM Mine"_s); }).Text().startsWith(u"Invalid object"));
         Exec(m_server->main, u"USE [فروشگاه ]]d'or[]"_s);
         QVERIFY(!Exists(m_server->main, u"SELECT * FROM Mine"_s));
         Exec(m_server->main, u"USE wire"_s);
     }
     QSqlDatabase::database(u"wire 2"_s).close();
-    shop.dropOnServer();
-    shop.dropOnServer();
+    shop.DropOnServer();
+    shop.DropOnServer();
     QVERIFY_THROWS_EXCEPTION(ScriptError, m_server->Connect(name));
 }
 

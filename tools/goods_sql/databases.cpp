@@ -14,7 +14,7 @@ namespace {
 // A text in plain quotes is stored in the database's own character set: this one holds all of Unicode.
 constexpr char Collation[] = "Persian_100_CI_AI_SC_UTF8";
 
-QString scriptText(const QString &name)
+QString ScriptText(const QString &name)
 {
     QFile file(u":/database/"_s + name);
     if (!file.open(QIODevice::ReadOnly))
@@ -24,28 +24,28 @@ QString scriptText(const QString &name)
 
 } // namespace
 
-QSqlDatabase Target::open(bool create, const QString &connectionName) const
+QSqlDatabase Target::Open(bool create, const QString &connectionName) const
 {
-    if (isServer() && create)
-        createOnServer();
-    if (!isServer() && !create && !QFile::exists(m_name))
+    if (IsServer() && create)
+        CreateOnServer();
+    if (!IsServer() && !create && !QFile::exists(m_name))
         throw ScriptError{u"%1: there is no such database (make it with --init)"_s.arg(m_name)};
-    return connect(connectionName);
+    return Connect(connectionName);
 }
 
-QSqlDatabase Target::connect(const QString &connectionName) const
+QSqlDatabase Target::Connect(const QString &connectionName) const
 {
-    QSqlDatabase database = isServer() ? QSqlDatabase::addDatabase(u"QODBC"_s, connectionName)
+    QSqlDatabase database = IsServer() ? QSqlDatabase::addDatabase(u"QODBC"_s, connectionName)
                                        : QSqlDatabase::addDatabase(new tsql::Driver, connectionName);
     // The driver manager gives the last part of a connection string a zero behind its end: that part is empty here.
-    database.setDatabaseName(isServer() ? m_name + u';' : m_name);
+    database.setDatabaseName(IsServer() ? m_name + u';' : m_name);
     database.setNumericalPrecisionPolicy(QSql::HighPrecision);
     if (!database.open())
         throw ScriptError{u"cannot open the database: %1"_s.arg(database.lastError().text())};
     return database;
 }
 
-QString Target::part(const QString &key) const
+QString Target::Part(const QString &key) const
 {
     const QStringList parts = m_name.split(u';');
     for (const QString &part : parts) {
@@ -55,7 +55,7 @@ QString Target::part(const QString &key) const
     return {};
 }
 
-QString Target::without(const QString &key) const
+QString Target::Without(const QString &key) const
 {
     QStringList parts = m_name.split(u';');
     parts.removeIf(
@@ -63,33 +63,33 @@ QString Target::without(const QString &key) const
     return parts.join(u';');
 }
 
-void Target::createOnServer() const
+void Target::CreateOnServer() const
 {
-    runOnServer(u"IF DB_ID(N'%1') IS NULL CREATE DATABASE %2 COLLATE "_s + QLatin1String(Collation));
+    RunOnServer(u"IF DB_ID(N'%1') IS NULL CREATE DATABASE %2 COLLATE "_s + QLatin1String(Collation));
 }
 
-void Target::dropOnServer() const
+void Target::DropOnServer() const
 {
-    runOnServer(u"IF DB_ID(N'%1') IS NOT NULL DROP DATABASE %2"_s);
+    RunOnServer(u"IF DB_ID(N'%1') IS NOT NULL DROP DATABASE %2"_s);
 }
 
 /** %1 is the name of the database as it stands in a text, %2 as it stands elsewhere. */
-void Target::runOnServer(const QString &format) const
+void Target::RunOnServer(const QString &format) const
 {
     const QString connection = u"goods-sql.server"_s;
-    QString name = part(u"Database"_s);
+    QString name = Part(u"Database"_s);
     if (name.isEmpty())
         return;
     const auto remove = qScopeGuard([&] { QSqlDatabase::removeDatabase(connection); });
-    const QSqlDatabase server = Target(without(u"Database"_s)).connect(connection);
+    const QSqlDatabase server = Target(Without(u"Database"_s)).Connect(connection);
     const QString text = QString(name).replace(u'\'', u"''"_s);
     const QString quoted = u'[' + name.replace(u']', u"]]"_s) + u']';
-    ScriptRunner(server, nullptr).run(format.arg(text, quoted), u"server"_s);
+    ScriptRunner(server, nullptr).Run(format.arg(text, quoted), u"server"_s);
 }
 
 namespace {
 
-bool isEmpty(const QSqlDatabase &database)
+bool IsEmpty(const QSqlDatabase &database)
 {
     if (qobject_cast<tsql::Driver *>(database.driver()))
         return database.tables().isEmpty();
@@ -103,9 +103,9 @@ bool isEmpty(const QSqlDatabase &database)
 
 } // namespace
 
-void initialise(QSqlDatabase database, bool demo)
+void Initialise(QSqlDatabase database, bool demo)
 {
-    if (!isEmpty(database))
+    if (!IsEmpty(database))
         throw ScriptError{u"the database is not empty: --init leaves it as it is (to begin anew, drop it or name "
                           "another one)"_s};
     // All or nothing: what fails half-way leaves an empty database, in which the next --init can begin again.
@@ -116,17 +116,17 @@ void initialise(QSqlDatabase database, bool demo)
     if (demo)
         scripts += u"demo.sql"_s;
     for (const QString &script : std::as_const(scripts))
-        ScriptRunner(database, nullptr).run(scriptText(script), script);
+        ScriptRunner(database, nullptr).Run(ScriptText(script), script);
     if (!database.commit())
         throw ScriptError{database.lastError().text()};
     takeBack.dismiss();
 }
 
-void backup(const QSqlDatabase &database, const QString &file)
+void Backup(const QSqlDatabase &database, const QString &file)
 {
     auto *driver = qobject_cast<tsql::Driver *>(database.driver());
     if (!driver)
         throw ScriptError{u"--backup is for the embedded database; a server has BACKUP DATABASE"_s};
-    if (!driver->backup(file))
+    if (!driver->Backup(file))
         throw ScriptError{driver->lastError().databaseText()};
 }

@@ -9,28 +9,28 @@ class Target
 public:
     explicit Target(QString name) : m_name(std::move(name)) {}
 
-    bool isServer() const { return m_name.contains(u'='); }
-    const QString &name() const { return m_name; }
+    bool IsServer() const { return m_name.contains(u'='); }
+    const QString &Name() const { return m_name; }
 
     /** Opens it; what is not there is made if `create`, refused otherwise. Throws ScriptError. */
-    QSqlDatabase open(bool create, const QString &connectionName) const;
+    QSqlDatabase Open(bool create, const QString &connectionName) const;
     /** Opens it as it is. Throws ScriptError. */
-    QSqlDatabase connect(const QString &connectionName) const;
+    QSqlDatabase Connect(const QString &connectionName) const;
     /** Makes the database of a server when it does not exist, with a collation that keeps every letter. */
-    void createOnServer() const;
+    void CreateOnServer() const;
     /** Removes the database of a server; nobody may be in it. Throws ScriptError. */
-    void dropOnServer() const;
+    void DropOnServer() const;
 
 private:
-    void runOnServer(const QString &format) const;
-    QString part(const QString &key) const;
-    QString without(const QString &key) const;
+    void RunOnServer(const QString &format) const;
+    QString Part(const QString &key) const;
+    QString Without(const QString &key) const;
 
     QString m_name;
 };
 
 /** Writes the schema, the procedures and (`demo`) the demo data into an empty database, all or nothing. Throws
  * ScriptError. */
-void initialise(QSqlDatabase database, bool demo);
+void Initialise(QSqlDatabase database, bool demo);
 /** Copies the open embedded database to a new file. Throws ScriptError. */
-void backup(const QSqlDatabase &database, const QString &file);
+void Backup(const QSqlDatabase &database, const QString &file);

@@ -16,7 +16,7 @@ const tsql::Catalogue &CatalogueOf(const QSqlDatabase &database)
     const auto *driver = qobject_cast<tsql::Driver *>(database.driver());
     if (!driver)
         throw ScriptError{u"--explain is for the embedded database; a server has SET SHOWPLAN_TEXT"_s};
-    return driver->connection()->catalogue();
+    return driver->SharedConnection()->Names();
 }
 
 } // namespace
@@ -36,9 +36,9 @@ void Explanation::Run(const QString &script, const QString &name)
         try {
             m_explainer.Explain(batch.text, lines);
         } catch (const tsql::Error &error) {
-            const int line = batch.firstLine + std::max(error.line(), 1) - 1;
-            throw ScriptError{u"%1:%2: error %3: %4"_s.arg(name, QString::number(line), QString::number(error.number()),
-                                                           error.message())};
+            const int line = batch.firstLine + std::max(error.Line(), 1) - 1;
+            throw ScriptError{u"%1:%2: error %3: %4"_s.arg(name, QString::number(line), QString::number(error.Number()),
+                                                           error.Text())};
         }
     }
 }

@@ -14,7 +14,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString readAll(const QString &name)
+QString ReadAll(const QString &name)
 {
     QFile file(name);
     const bool open = name == u"-"_s ? file.open(stdin, QIODevice::ReadOnly) : file.open(QIODevice::ReadOnly);
@@ -33,33 +33,33 @@ struct Options
     QCommandLineOption command{{u"c"_s, u"command"_s}, u"Run TEXT instead of a script."_s, u"TEXT"_s};
 };
 
-template <class Run> void forEachScript(const QCommandLineParser &parser, const Options &options, const Run &run)
+template <class Run> void ForEachScript(const QCommandLineParser &parser, const Options &options, const Run &run)
 {
     if (parser.isSet(options.command))
         run(parser.value(options.command), u"command"_s);
     for (const QString &script : parser.positionalArguments().mid(1))
-        run(readAll(script), script == u"-"_s ? u"input"_s : script);
+        run(ReadAll(script), script == u"-"_s ? u"input"_s : script);
 }
 
-void run(const QCommandLineParser &parser, const Options &options)
+void Run(const QCommandLineParser &parser, const Options &options)
 {
     const bool init = parser.isSet(options.init);
     const Target target(parser.positionalArguments().first());
-    const QSqlDatabase database = target.open(init, u"goods-sql"_s);
+    const QSqlDatabase database = target.Open(init, u"goods-sql"_s);
     QTextStream out(stdout);
     if (init)
-        initialise(database, parser.isSet(options.demo));
+        Initialise(database, parser.isSet(options.demo));
     if (parser.isSet(options.explain)) {
         Explanation explanation(database, out);
-        forEachScript(parser, options,
+        ForEachScript(parser, options,
                       [&](const QString &script, const QString &name) { explanation.Run(script, name); });
     } else {
         TablePrinter printer(out, parser.isSet(options.csv));
         ScriptRunner runner(database, &printer);
-        forEachScript(parser, options, [&](const QString &script, const QString &name) { runner.run(script, name); });
+        ForEachScript(parser, options, [&](const QString &script, const QString &name) { runner.Run(script, name); });
     }
     if (parser.isSet(options.backup))
-        backup(database, parser.value(options.backup));
+        Backup(database, parser.value(options.backup));
 }
 
 } // namespace
@@ -79,7 +79,7 @@ int main(int argc, char **argv)
     if (parser.positionalArguments().isEmpty())
         parser.showHelp(2);
     try {
-        run(parser, options);
+        Run(parser, options);
     } catch (const ScriptError &error) {
         std::fprintf(stderr, "goods-sql: %s\n", qPrintable(error.text));
         return 1;

@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 /** "Line 12" of the embedded driver; other drivers do not tell: then it is the first line of the batch. */
-int lineOf(const QSqlError &error)
+int LineOf(const QSqlError &error)
 {
     const QString text = error.driverText();
     return text.startsWith(u"Line "_s) ? std::max(text.mid(5).toInt(), 1) : 1;
@@ -23,21 +23,21 @@ public:
     explicit Messages(const QSqlDatabase &database)
     {
         if (const auto *driver = qobject_cast<tsql::Driver *>(database.driver()))
-            m_all = driver->messages();
+            m_all = driver->Messages();
     }
 
     /** Those before the next result set. */
-    void printNext(TablePrinter &printer)
+    void PrintNext(TablePrinter &printer)
     {
         while (m_next < m_all.size() && m_all[m_next].resultsBefore <= m_results)
-            printer.say(m_all[m_next++].text);
+            printer.Say(m_all[m_next++].text);
         ++m_results;
     }
 
-    void printRest(TablePrinter &printer)
+    void PrintRest(TablePrinter &printer)
     {
         while (m_next < m_all.size())
-            printer.say(m_all[m_next++].text);
+            printer.Say(m_all[m_next++].text);
     }
 
 private:
@@ -51,19 +51,19 @@ private:
 std::vector<tsql::ScriptBatch> BatchesOf(const QString &script, const QString &name)
 {
     try {
-        return tsql::splitScript(script);
+        return tsql::SplitScript(script);
     } catch (const tsql::Error &error) {
-        throw ScriptError{u"%1:%2: %3"_s.arg(name, QString::number(error.line()), error.message())};
+        throw ScriptError{u"%1:%2: %3"_s.arg(name, QString::number(error.Line()), error.Text())};
     }
 }
 
-void ScriptRunner::run(const QString &script, const QString &name)
+void ScriptRunner::Run(const QString &script, const QString &name)
 {
     for (const tsql::ScriptBatch &batch : BatchesOf(script, name))
-        runBatch(batch.text, batch.firstLine, name);
+        RunBatch(batch.text, batch.firstLine, name);
 }
 
-void ScriptRunner::runBatch(const QString &batch, int firstLine, const QString &name)
+void ScriptRunner::RunBatch(const QString &batch, int firstLine, const QString &name)
 {
     if (batch.trimmed().isEmpty())
         return;
@@ -74,17 +74,17 @@ void ScriptRunner::runBatch(const QString &batch, int firstLine, const QString &
     Messages messages(m_database);
     while (more && !query.lastError().isValid()) {
         if (m_printer && query.isSelect()) {
-            messages.printNext(*m_printer);
-            m_printer->print(query);
+            messages.PrintNext(*m_printer);
+            m_printer->Print(query);
         }
         more = !query.lastError().isValid() && query.nextResult();
     }
     if (m_printer)
-        messages.printRest(*m_printer);
+        messages.PrintRest(*m_printer);
     const QSqlError error = query.lastError();
     if (error.isValid()) {
         const QString number = error.nativeErrorCode().isEmpty() ? QString() : u" "_s + error.nativeErrorCode();
-        throw ScriptError{u"%1:%2: error%3: %4"_s.arg(name, QString::number(firstLine + lineOf(error) - 1), number,
+        throw ScriptError{u"%1:%2: error%3: %4"_s.arg(name, QString::number(firstLine + LineOf(error) - 1), number,
                                                       error.databaseText())};
     }
 }

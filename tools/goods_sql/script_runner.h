@@ -22,10 +22,10 @@ public:
     ScriptRunner(const QSqlDatabase &database, TablePrinter *printer) : m_database(database), m_printer(printer) {}
 
     /** `name` is the file as messages call it. Without a printer the results are dropped. */
-    void run(const QString &script, const QString &name);
+    void Run(const QString &script, const QString &name);
 
 private:
-    void runBatch(const QString &batch, int firstLine, const QString &name);
+    void RunBatch(const QString &batch, int firstLine, const QString &name);
 
     QSqlDatabase m_database;
     TablePrinter *m_printer;

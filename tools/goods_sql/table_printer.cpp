@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 /** Columns on the screen: marks that sit on the letter before take none. */
-qsizetype width(const QString &text)
+qsizetype Width(const QString &text)
 {
     qsizetype columns = 0;
     for (const char32_t c : text.toUcs4()) {
@@ -23,13 +23,13 @@ qsizetype width(const QString &text)
     return columns;
 }
 
-QString quotedForCsv(QString text)
+QString QuotedForCsv(QString text)
 {
     const bool special = text.contains(u',') || text.contains(u'"') || text.contains(u'\n') || text.contains(u'\r');
     return special ? u'"' + text.replace(u'"', u"\"\""_s) + u'"' : text;
 }
 
-bool isNumber(const QSqlField &field)
+bool IsNumber(const QSqlField &field)
 {
     switch (field.metaType().id()) {
     case QMetaType::Int:
@@ -46,7 +46,7 @@ bool isNumber(const QSqlField &field)
  * Whether a server's column is asked for as text. Qt reads texts in pieces that lose letters, decimals as floating
  * point, and knows nothing of the server's own kinds (time, datetimeoffset): those it hands on as bytes.
  */
-bool isReadAsText(const QSqlField &field)
+bool IsReadAsText(const QSqlField &field)
 {
     constexpr std::array BytesOfOdbc = {-2, -3, -4}; // SQL_BINARY, SQL_VARBINARY, SQL_LONGVARBINARY
     switch (field.metaType().id()) {
@@ -67,7 +67,7 @@ bool isReadAsText(const QSqlField &field)
 
 } // namespace
 
-QString printed(const QVariant &value, const QString &null)
+QString Printed(const QVariant &value, const QString &null)
 {
     if (value.isNull())
         return null;
@@ -85,13 +85,13 @@ QString printed(const QVariant &value, const QString &null)
     }
 }
 
-int TablePrinter::print(QSqlQuery &query)
+int TablePrinter::Print(QSqlQuery &query)
 {
-    Rows rows = rowsOf(query);
-    return m_csv ? printCsv(rows) : printTable(rows);
+    Rows rows = RowsOf(query);
+    return m_csv ? PrintCsv(rows) : PrintTable(rows);
 }
 
-void TablePrinter::say(const QString &message)
+void TablePrinter::Say(const QString &message)
 {
     if (m_csv)
         QTextStream(stderr) << message << u'\n';
@@ -99,70 +99,70 @@ void TablePrinter::say(const QString &message)
         m_out << message << u'\n';
 }
 
-TablePrinter::Rows TablePrinter::rowsOf(QSqlQuery &query)
+TablePrinter::Rows TablePrinter::RowsOf(QSqlQuery &query)
 {
     const QSqlRecord record = query.record(); // before the first row: a record of a row reads its values
     Rows rows{query, host::OdbcText(query), {}, {}, {}};
     for (int i = 0; i < record.count(); ++i) {
         const QSqlField field = record.field(i);
         rows.names += field.name();
-        rows.numbers += isNumber(field);
-        rows.asText += rows.texts.IsNeeded() && isReadAsText(field);
+        rows.numbers += IsNumber(field);
+        rows.asText += rows.texts.IsNeeded() && IsReadAsText(field);
     }
     return rows;
 }
 
-QStringList TablePrinter::fields(const Rows &rows, const QString &null)
+QStringList TablePrinter::Fields(const Rows &rows, const QString &null)
 {
     QStringList all;
     for (int i = 0; i < rows.names.size(); ++i)
-        all += printed(rows.asText[i] ? rows.texts.Read(i) : rows.query.value(i), null);
+        all += Printed(rows.asText[i] ? rows.texts.Read(i) : rows.query.value(i), null);
     return all;
 }
 
-int TablePrinter::printCsv(Rows &rows)
+int TablePrinter::PrintCsv(Rows &rows)
 {
     QStringList line = rows.names;
     int count = -1;
     do {
         for (QString &field : line)
-            field = quotedForCsv(field);
+            field = QuotedForCsv(field);
         m_out << line.join(u',') << u"\r\n"_s;
         ++count;
         if (!rows.query.next())
             return count;
-        line = fields(rows, QString());
+        line = Fields(rows, QString());
     } while (true);
 }
 
-int TablePrinter::printTable(Rows &rows)
+int TablePrinter::PrintTable(Rows &rows)
 {
     QList<qsizetype> widths;
     for (const QString &name : std::as_const(rows.names))
-        widths += width(name);
+        widths += Width(name);
     QList<QStringList> first;
     while (first.size() < MeasuredRows && rows.query.next()) {
-        first += fields(rows, u"NULL"_s);
+        first += Fields(rows, u"NULL"_s);
         for (int i = 0; i < widths.size(); ++i)
-            widths[i] = std::max(widths[i], width(first.last()[i]));
+            widths[i] = std::max(widths[i], Width(first.last()[i]));
     }
-    printLine(rows.names, widths, rows.numbers);
+    PrintLine(rows.names, widths, rows.numbers);
     QStringList rule;
     for (const qsizetype columns : std::as_const(widths))
         rule += QString(columns, u'-');
     m_out << rule.join(u' ') << u'\n';
     for (const QStringList &row : std::as_const(first))
-        printLine(row, widths, rows.numbers);
+        PrintLine(row, widths, rows.numbers);
     auto count = int(first.size());
     for (; rows.query.next(); ++count)
-        printLine(fields(rows, u"NULL"_s), widths, rows.numbers);
+        PrintLine(Fields(rows, u"NULL"_s), widths, rows.numbers);
     return count;
 }
 
-void TablePrinter::printLine(const QStringList &fields, const QList<qsizetype> &widths, const QList<bool> &right)
+void TablePrinter::PrintLine(const QStringList &fields, const QList<qsizetype> &widths, const QList<bool> &right)
 {
     for (int i = 0; i < fields.size(); ++i) {
-        const QString padding(std::max<qsizetype>(widths[i] - width(fields[i]), 0), u' ');
+        const QString padding(std::max<qsizetype>(widths[i] - Width(fields[i]), 0), u' ');
         const bool last = i + 1 == fields.size();
         m_out << (i > 0 ? u" "_s : QString())
               << (right[i] ? padding + fields[i] : fields[i] + (last ? QString() : padding));

@@ -13,9 +13,9 @@ public:
     TablePrinter(QTextStream &out, bool csv) : m_out(out), m_csv(csv) {}
 
     /** Returns the number of rows. */
-    int print(QSqlQuery &query);
+    int Print(QSqlQuery &query);
     /** A line of the script's own. Among comma-separated values it goes to the standard error. */
-    void say(const QString &message);
+    void Say(const QString &message);
 
 private:
     /** The query's rows, with the columns that a server's driver has to be asked for as text. */
@@ -28,11 +28,11 @@ private:
         QList<bool> asText;
     };
 
-    static Rows rowsOf(QSqlQuery &query);
-    int printCsv(Rows &rows);
-    int printTable(Rows &rows);
-    static QStringList fields(const Rows &rows, const QString &null);
-    void printLine(const QStringList &fields, const QList<qsizetype> &widths, const QList<bool> &right);
+    static Rows RowsOf(QSqlQuery &query);
+    int PrintCsv(Rows &rows);
+    int PrintTable(Rows &rows);
+    static QStringList Fields(const Rows &rows, const QString &null);
+    void PrintLine(const QStringList &fields, const QList<qsizetype> &widths, const QList<bool> &right);
 
     // Widths are measured on this many rows, so that a long list begins to come at once.
     static constexpr int MeasuredRows = 500;
@@ -42,4 +42,4 @@ private:
 };
 
 /** How a value is printed: ISO dates, 0x and digits for binaries, `null` for NULL. */
-QString printed(const QVariant &value, const QString &null);
+QString Printed(const QVariant &value, const QString &null);

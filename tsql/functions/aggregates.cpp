@@ -16,7 +16,7 @@ struct Sum
     unsigned char units[sizeof(Decimal::Int)];
     qint64 count;
 
-    Decimal::Int value() const
+    Decimal::Int Total() const
     {
         Decimal::Int result;
         std::memcpy(&result, units, sizeof result);
@@ -24,10 +24,10 @@ struct Sum
     }
 
     /** False when 128 bits do not hold it; the sum stays then. */
-    [[nodiscard]] bool add(Decimal::Int term, qint64 terms)
+    [[nodiscard]] bool Add(Decimal::Int term, qint64 terms)
     {
         Decimal::Int result = 0;
-        if (__builtin_add_overflow(value(), term, &result))
+        if (__builtin_add_overflow(Total(), term, &result))
             return false;
         std::memcpy(units, &result, sizeof result);
         count += terms;
@@ -35,7 +35,7 @@ struct Sum
     }
 };
 
-Sum *sumOf(sqlite3_context *context)
+Sum *SumOf(sqlite3_context *context)
 {
     auto *sum = static_cast<Sum *>(sqlite3_aggregate_context(context, sizeof(Sum)));
     if (!sum)
@@ -44,23 +44,23 @@ Sum *sumOf(sqlite3_context *context)
 }
 
 /** Decimals come as blobs, whole numbers as integers. */
-Decimal::Int termOf(sqlite3_value *value)
+Decimal::Int TermOf(sqlite3_value *value)
 {
     if (sqlite3_value_type(value) != SQLITE_BLOB)
         return sqlite3_value_int64(value);
-    return Decimal::fromBlob(sqlite3_value_blob(value), sqlite3_value_bytes(value), 0).units;
+    return Decimal::FromBlob(sqlite3_value_blob(value), sqlite3_value_bytes(value), 0).units;
 }
 
-template <int sign> void addTerm(sqlite3_context *context, int, sqlite3_value **values)
+template <int sign> void AddTerm(sqlite3_context *context, int, sqlite3_value **values)
 {
     if (sqlite3_value_type(values[0]) == SQLITE_NULL)
         return;
-    Sum *sum = sumOf(context);
+    Sum *sum = SumOf(context);
     if (!sum)
         return;
-    const Decimal::Int limit = Decimal::power10(Decimal::MaxPrecision);
-    if (!sum->add(sign * termOf(values[0]), sign) || sum->value() >= limit || sum->value() <= -limit) {
-        raiseError(context, Error(8115, {u"expression"_s, u"numeric"_s}));
+    const Decimal::Int limit = Decimal::Power10(Decimal::MaxPrecision);
+    if (!sum->Add(sign * TermOf(values[0]), sign) || sum->Total() >= limit || sum->Total() <= -limit) {
+        RaiseError(context, Error(8115, {u"expression"_s, u"numeric"_s}));
         *sum = {};
     }
 }
@@ -73,7 +73,7 @@ struct TypedSum
     bool seen;
 };
 
-template <int sign> void addTypedTerm(sqlite3_context *context, int count, sqlite3_value **values)
+template <int sign> void AddTypedTerm(sqlite3_context *context, int count, sqlite3_value **values)
 {
     auto *typed = static_cast<TypedSum *>(sqlite3_aggregate_context(context, sizeof(TypedSum)));
     if (!typed)
@@ -82,18 +82,18 @@ template <int sign> void addTypedTerm(sqlite3_context *context, int count, sqlit
         typed->type = count > 1 ? sqlite3_value_int(values[1]) : 0;
         typed->seen = true;
     }
-    if (sqlite3_value_type(values[0]) != SQLITE_NULL && !typed->sum.add(sign * termOf(values[0]), sign))
-        raiseError(context, Error(8115, {u"expression"_s, u"numeric"_s}));
+    if (sqlite3_value_type(values[0]) != SQLITE_NULL && !typed->sum.Add(sign * TermOf(values[0]), sign))
+        RaiseError(context, Error(8115, {u"expression"_s, u"numeric"_s}));
 }
 
-void giveSum(sqlite3_context *context)
+void GiveSum(sqlite3_context *context)
 {
     const auto *sum = static_cast<Sum *>(sqlite3_aggregate_context(context, 0));
     if (sum && sum->count > 0)
-        Call(context, 0, nullptr).give(Decimal{sum->value(), 0});
+        Call(context, 0, nullptr).Give(Decimal{sum->Total(), 0});
 }
 
-template <void (*give)(const Call &, const TypedSum &)> void giveTyped(sqlite3_context *context)
+template <void (*give)(const Call &, const TypedSum &)> void GiveTyped(sqlite3_context *context)
 {
     const auto *typed = static_cast<TypedSum *>(sqlite3_aggregate_context(context, 0));
     if (!typed || typed->sum.count == 0)
@@ -101,30 +101,30 @@ template <void (*give)(const Call &, const TypedSum &)> void giveTyped(sqlite3_c
     try {
         give(Call(context, 0, nullptr), *typed);
     } catch (const Error &error) {
-        raiseError(context, error);
+        RaiseError(context, error);
     }
 }
 
 void giveDecimalAverage(const Call &call, const TypedSum &typed)
 {
     const int scale = std::max(typed.type, 6);
-    call.give(divide({typed.sum.value(), typed.type}, Decimal::fromInt(typed.sum.count), Decimal::MaxPrecision, scale));
+    call.Give(Divide({typed.sum.Total(), typed.type}, Decimal::FromInt(typed.sum.count), Decimal::MaxPrecision, scale));
 }
 
 void giveIntegerSum(const Call &call, const TypedSum &typed)
 {
-    const Decimal::Int total = typed.sum.value();
+    const Decimal::Int total = typed.sum.Total();
     const auto whole = qint64(total);
-    call.give(whole == total ? fitInteger(whole, Kind(typed.type)) : integerFromDecimal({total, 0}, Kind(typed.type)));
+    call.Give(whole == total ? FitInteger(whole, Kind(typed.type)) : IntegerFromDecimal({total, 0}, Kind(typed.type)));
 }
 
 void giveIntegerAverage(const Call &call, const TypedSum &typed)
 {
-    call.give(qint64(typed.sum.value() / typed.sum.count));
+    call.Give(qint64(typed.sum.Total() / typed.sum.count));
 }
 
 /** The text under construction, owned by the aggregate until its end. */
-std::string *&textOf(sqlite3_context *context)
+std::string *&TextOf(sqlite3_context *context)
 {
     static std::string *none = nullptr;
     auto *slot = static_cast<std::string **>(sqlite3_aggregate_context(context, sizeof(std::string *)));
@@ -137,7 +137,7 @@ std::string *&textOf(sqlite3_context *context)
     return *slot;
 }
 
-void appendEscaped(std::string &text, std::string_view piece)
+void AppendEscaped(std::string &text, std::string_view piece)
 {
     for (const char c : piece) {
         switch (c) {
@@ -159,34 +159,34 @@ void appendEscaped(std::string &text, std::string_view piece)
     }
 }
 
-void addXmlPiece(sqlite3_context *context, int count, sqlite3_value **values)
+void AddXmlPiece(sqlite3_context *context, int count, sqlite3_value **values)
 {
     if (sqlite3_value_type(values[0]) == SQLITE_NULL)
         return;
-    if (std::string *text = textOf(context))
-        appendEscaped(*text, Call(context, count, values).text(0));
+    if (std::string *text = TextOf(context))
+        AppendEscaped(*text, Call(context, count, values).text(0));
 }
 
-void addPiece(sqlite3_context *context, int count, sqlite3_value **values)
+void AddPiece(sqlite3_context *context, int count, sqlite3_value **values)
 {
     if (sqlite3_value_type(values[0]) == SQLITE_NULL)
         return;
     const Call call(context, count, values);
     auto *slot = static_cast<std::string **>(sqlite3_aggregate_context(context, sizeof(std::string *)));
     const bool first = !slot || !*slot;
-    if (std::string *text = textOf(context)) {
-        if (!first && !call.isNull(1))
+    if (std::string *text = TextOf(context)) {
+        if (!first && !call.IsNull(1))
             text->append(call.text(1));
         text->append(call.text(0));
     }
 }
 
-void giveText(sqlite3_context *context)
+void GiveText(sqlite3_context *context)
 {
     auto *slot = static_cast<std::string **>(sqlite3_aggregate_context(context, 0));
     if (!slot || !*slot)
         return;
-    Call(context, 0, nullptr).give(std::string_view(**slot));
+    Call(context, 0, nullptr).Give(std::string_view(**slot));
     delete *slot;
     *slot = nullptr;
 }
@@ -194,28 +194,28 @@ void giveText(sqlite3_context *context)
 using Step = void (*)(sqlite3_context *, int, sqlite3_value **);
 using Final = void (*)(sqlite3_context *);
 
-void addWindow(sqlite3 *db, const char *name, int args, Step step, Step inverse, Final give)
+void AddWindow(sqlite3 *db, const char *name, int args, Step step, Step inverse, Final give)
 {
     sqlite3_create_window_function(db, name, args, SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS, nullptr, step,
                                    give, give, inverse, nullptr);
 }
 
-void addAggregate(sqlite3 *db, const char *name, int args, Step step)
+void AddAggregate(sqlite3 *db, const char *name, int args, Step step)
 {
     sqlite3_create_function_v2(db, name, args, SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS, nullptr, nullptr,
-                               step, giveText, nullptr);
+                               step, GiveText, nullptr);
 }
 
 } // namespace
 
-void addAggregates(sqlite3 *db)
+void AddAggregates(sqlite3 *db)
 {
-    addWindow(db, "dec_sum", 1, addTerm<1>, addTerm<-1>, giveSum);
-    addWindow(db, "dec_avg", 2, addTypedTerm<1>, addTypedTerm<-1>, giveTyped<giveDecimalAverage>);
-    addWindow(db, "int_sum", 2, addTypedTerm<1>, addTypedTerm<-1>, giveTyped<giveIntegerSum>);
-    addWindow(db, "int_avg", 1, addTypedTerm<1>, addTypedTerm<-1>, giveTyped<giveIntegerAverage>);
-    addAggregate(db, "tsql_xml_agg", 1, addXmlPiece);
-    addAggregate(db, "tsql_string_agg", 2, addPiece);
+    AddWindow(db, "dec_sum", 1, AddTerm<1>, AddTerm<-1>, GiveSum);
+    AddWindow(db, "dec_avg", 2, AddTypedTerm<1>, AddTypedTerm<-1>, GiveTyped<giveDecimalAverage>);
+    AddWindow(db, "int_sum", 2, AddTypedTerm<1>, AddTypedTerm<-1>, GiveTyped<giveIntegerSum>);
+    AddWindow(db, "int_avg", 1, AddTypedTerm<1>, AddTypedTerm<-1>, GiveTyped<giveIntegerAverage>);
+    AddAggregate(db, "tsql_xml_agg", 1, AddXmlPiece);
+    AddAggregate(db, "tsql_string_agg", 2, AddPiece);
 }
 
 } // namespace tsql

@@ -20,57 +20,57 @@ public:
         : m_context(context), m_values(values, size_t(count))
     {}
 
-    int count() const { return int(m_values.size()); }
-    bool isNull(int i) const { return sqlite3_value_type(m_values[size_t(i)]) == SQLITE_NULL; }
-    qint64 integer(int i) const { return sqlite3_value_int64(m_values[size_t(i)]); }
-    int number(int i) const { return sqlite3_value_int(m_values[size_t(i)]); }
-    double real(int i) const { return sqlite3_value_double(m_values[size_t(i)]); }
+    int Count() const { return int(m_values.size()); }
+    bool IsNull(int i) const { return sqlite3_value_type(m_values[size_t(i)]) == SQLITE_NULL; }
+    qint64 IntegerAt(int i) const { return sqlite3_value_int64(m_values[size_t(i)]); }
+    int Number(int i) const { return sqlite3_value_int(m_values[size_t(i)]); }
+    double RealAt(int i) const { return sqlite3_value_double(m_values[size_t(i)]); }
     /** UTF-8, valid until the call ends. */
     std::string_view text(int i) const
     {
         const auto *bytes = reinterpret_cast<const char *>(sqlite3_value_text(m_values[size_t(i)]));
         return {bytes, size_t(sqlite3_value_bytes(m_values[size_t(i)]))};
     }
-    std::string_view blob(int i) const
+    std::string_view BlobAt(int i) const
     {
         const auto *bytes = static_cast<const char *>(sqlite3_value_blob(m_values[size_t(i)]));
         return {bytes, size_t(sqlite3_value_bytes(m_values[size_t(i)]))};
     }
-    QString string(int i) const
+    QString String(int i) const
     {
         const std::string_view utf8 = text(i);
         return QString::fromUtf8(utf8.data(), qsizetype(utf8.size()));
     }
-    Decimal decimal(int i, int scale) const
+    Decimal DecimalAt(int i, int scale) const
     {
-        const std::string_view bytes = blob(i);
-        return Decimal::fromBlob(bytes.data(), int(bytes.size()), scale);
+        const std::string_view bytes = BlobAt(i);
+        return Decimal::FromBlob(bytes.data(), int(bytes.size()), scale);
     }
 
-    sqlite3_context *context() const { return m_context; }
-    sqlite3_value *value(int i) const { return m_values[size_t(i)]; }
+    sqlite3_context *Context() const { return m_context; }
+    sqlite3_value *ValueAt(int i) const { return m_values[size_t(i)]; }
 
-    void give(qint64 value) const { sqlite3_result_int64(m_context, value); }
-    void give(double value) const { sqlite3_result_double(m_context, value); }
-    void give(std::string_view utf8) const
+    void Give(qint64 value) const { sqlite3_result_int64(m_context, value); }
+    void Give(double value) const { sqlite3_result_double(m_context, value); }
+    void Give(std::string_view utf8) const
     {
         sqlite3_result_text64(m_context, utf8.data(), utf8.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
     }
-    void give(const QString &text) const
+    void Give(const QString &text) const
     {
         const QByteArray utf8 = text.toUtf8();
-        give(std::string_view(utf8.constData(), size_t(utf8.size())));
+        Give(std::string_view(utf8.constData(), size_t(utf8.size())));
     }
-    void give(const Decimal &value) const
+    void Give(const Decimal &value) const
     {
         unsigned char buffer[17];
-        sqlite3_result_blob(m_context, buffer, value.toBlob(buffer), SQLITE_TRANSIENT);
+        sqlite3_result_blob(m_context, buffer, value.ToBlob(buffer), SQLITE_TRANSIENT);
     }
-    void giveBlob(std::string_view bytes) const
+    void GiveBlob(std::string_view bytes) const
     {
         sqlite3_result_blob64(m_context, bytes.data(), bytes.size(), SQLITE_TRANSIENT);
     }
-    void giveArgument(int i) const { sqlite3_result_value(m_context, m_values[size_t(i)]); }
+    void GiveArgument(int i) const { sqlite3_result_value(m_context, m_values[size_t(i)]); }
 
 private:
     sqlite3_context *m_context;
@@ -88,19 +88,19 @@ struct Function
 };
 
 /** One call of a function from SQLite: NULL arguments, then the body, whose Error fails the statement. */
-void callFunction(const Function &function, sqlite3_context *context, int count, sqlite3_value **values);
+void CallFunction(const Function &function, sqlite3_context *context, int count, sqlite3_value **values);
 
 /** Registers the functions; `functions` outlives the handle. An Error thrown by a body fails the statement. */
-void addFunctions(sqlite3 *db, std::span<const Function> functions);
+void AddFunctions(sqlite3 *db, std::span<const Function> functions);
 
 /** Hands an Error through SQLite: throwError of sqlite.h unpacks it. */
-void raiseError(sqlite3_context *context, const class Error &error);
+void RaiseError(sqlite3_context *context, const class Error &error);
 
-void addDecimalFunctions(sqlite3 *db);
-void addNumberFunctions(sqlite3 *db);
-void addAggregates(sqlite3 *db);
-void addTextFunctions(sqlite3 *db);
-void addDateFunctions(sqlite3 *db);
-void addGuards(sqlite3 *db);
+void AddDecimalFunctions(sqlite3 *db);
+void AddNumberFunctions(sqlite3 *db);
+void AddAggregates(sqlite3 *db);
+void AddTextFunctions(sqlite3 *db);
+void AddDateFunctions(sqlite3 *db);
+void AddGuards(sqlite3 *db);
 
 } // namespace tsql

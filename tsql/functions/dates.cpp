@@ -6,50 +6,50 @@ namespace tsql {
 
 namespace {
 
-void dateOfText(Call &call)
+void DateOfText(Call &call)
 {
-    const auto kind = Kind(call.number(1));
-    const int style = call.count() > 3 ? call.number(3) : 0;
-    call.give(std::string_view(storageText(momentFromText(call.text(0), kind, style), kind)));
+    const auto kind = Kind(call.Number(1));
+    const int style = call.Count() > 3 ? call.Number(3) : 0;
+    call.Give(std::string_view(StorageText(MomentFromText(call.text(0), kind, style), kind)));
 }
 
-void dateFit(Call &call)
+void DateFit(Call &call)
 {
-    call.give(std::string_view(storageText(momentFromStorage(call.text(0)), Kind(call.number(1)))));
+    call.Give(std::string_view(StorageText(MomentFromStorage(call.text(0)), Kind(call.Number(1)))));
 }
 
-void dateText(Call &call)
+void DateText(Call &call)
 {
-    call.give(std::string_view(styledText(call.text(0), Kind(call.number(1)), call.number(2))));
+    call.Give(std::string_view(StyledText(call.text(0), Kind(call.Number(1)), call.Number(2))));
 }
 
-void dateAdd(Call &call)
+void DateAdd(Call &call)
 {
-    const Moment moment = addPart(call.text(0), call.integer(1), momentFromStorage(call.text(2)));
-    call.give(std::string_view(storageText(moment, Kind(call.number(3)))));
+    const Moment moment = AddPart(call.text(0), call.IntegerAt(1), MomentFromStorage(call.text(2)));
+    call.Give(std::string_view(StorageText(moment, Kind(call.Number(3)))));
 }
 
-void dateDiff(Call &call)
+void DateDiff(Call &call)
 {
-    call.give(differenceOfParts(call.text(0), momentFromStorage(call.text(1)), momentFromStorage(call.text(2))));
+    call.Give(DifferenceOfParts(call.text(0), MomentFromStorage(call.text(1)), MomentFromStorage(call.text(2))));
 }
 
-void datePart(Call &call)
+void DatePart(Call &call)
 {
-    call.give(partOf(call.text(0), momentFromStorage(call.text(1))));
+    call.Give(PartOf(call.text(0), MomentFromStorage(call.text(1))));
 }
 
 constexpr Function dateFunctions[] = {
-    {"date_of_text", dateOfText, 3}, {"date_of_text", dateOfText, 4}, {"date_fit", dateFit, 2},
-    {"date_text", dateText, 3},      {"date_add", dateAdd, 4},        {"date_diff", dateDiff, 3},
-    {"date_part", datePart, 2},
+    {"date_of_text", DateOfText, 3}, {"date_of_text", DateOfText, 4}, {"date_fit", DateFit, 2},
+    {"date_text", DateText, 3},      {"date_add", DateAdd, 4},        {"date_diff", DateDiff, 3},
+    {"date_part", DatePart, 2},
 };
 
 } // namespace
 
-void addDateFunctions(sqlite3 *db)
+void AddDateFunctions(sqlite3 *db)
 {
-    addFunctions(db, dateFunctions);
+    AddFunctions(db, dateFunctions);
 }
 
 } // namespace tsql

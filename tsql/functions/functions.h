@@ -59,6 +59,6 @@ class Catalogue;
  * Collations: TSQL_CI, the database's own; TSQL_CI_AS, TSQL_CS_AI, TSQL_CS_AS and TSQL_BIN for COLLATE. See
  * collation.h.
  */
-void registerFunctions(sqlite3 *db, Catalogue *catalogue);
+void RegisterFunctions(sqlite3 *db, Catalogue *catalogue);
 
 } // namespace tsql

@@ -11,18 +11,18 @@ namespace tsql {
 namespace {
 
 /** not_null(value, table, column, verb) */
-void notNull(Call &call)
+void NotNull(Call &call)
 {
-    if (call.isNull(0))
-        throw Error(515, {call.string(2), call.string(1), call.string(3)});
-    call.giveArgument(0);
+    if (call.IsNull(0))
+        throw Error(515, {call.String(2), call.String(1), call.String(3)});
+    call.GiveArgument(0);
 }
 
-bool converts(std::string_view text, const SqlType &type)
+bool Converts(std::string_view text, const SqlType &type)
 {
     try {
-        const Value value = Value::ofText(QByteArray(text.data(), qsizetype(text.size())));
-        convert(value, SqlType::text(Kind::VarChar, SqlType::Max), {type, false, {}, {}});
+        const Value value = Value::OfText(QByteArray(text.data(), qsizetype(text.size())));
+        Convert(value, SqlType::text(Kind::VarChar, SqlType::Max), {type, false, {}, {}});
         return true;
     } catch (const Error &) {
         return false;
@@ -30,57 +30,57 @@ bool converts(std::string_view text, const SqlType &type)
 }
 
 /** number_text(text, length, kind of the number, kind of the text) */
-void numberText(Call &call)
+void NumberText(Call &call)
 {
-    const auto from = static_cast<Kind>(call.number(2));
-    const auto to = static_cast<Kind>(call.number(3));
+    const auto from = static_cast<Kind>(call.Number(2));
+    const auto to = static_cast<Kind>(call.Number(3));
     const SqlType number{from};
-    if (call.text(0).size() <= size_t(call.number(1))) {
-        call.giveArgument(0);
+    if (call.text(0).size() <= size_t(call.Number(1))) {
+        call.GiveArgument(0);
         return;
     }
-    if (number.isInteger() && (to == Kind::VarChar || to == Kind::Char)) {
-        call.give(std::string_view("*"));
+    if (number.IsInteger() && (to == Kind::VarChar || to == Kind::Char)) {
+        call.Give(std::string_view("*"));
         return;
     }
-    throw Error(8115, {number.isInteger() ? u"expression"_s : kindName(from), kindName(to)});
+    throw Error(8115, {number.IsInteger() ? u"expression"_s : KindName(from), KindName(to)});
 }
 
 /** can_convert(text, kind, precision, scale [, style of a date]) */
-void canConvert(Call &call)
+void CanConvert(Call &call)
 {
-    if (call.count() > 4) {
+    if (call.Count() > 4) {
         try {
-            momentFromText(call.text(0), Kind(call.number(1)), call.number(4));
-            call.give(qint64(1));
+            MomentFromText(call.text(0), Kind(call.Number(1)), call.Number(4));
+            call.Give(qint64(1));
         } catch (const Error &error) {
-            if (error.number() == notSupported({}).number())
+            if (error.Number() == NotSupported({}).Number())
                 throw;
-            call.give(qint64(0));
+            call.Give(qint64(0));
         }
         return;
     }
-    const SqlType type{static_cast<Kind>(call.number(1)), call.number(2), call.number(3), 0};
-    call.give(qint64(converts(call.text(0), type)));
+    const SqlType type{static_cast<Kind>(call.Number(1)), call.Number(2), call.Number(3), 0};
+    call.Give(qint64(Converts(call.text(0), type)));
 }
 
 /** next_level(level, limit): the level of a row of a recursive table; a limit of 0 is none. */
-void nextLevel(Call &call)
+void NextLevel(Call &call)
 {
-    const qint64 level = call.integer(0) + 1;
-    if (call.integer(1) > 0 && level > call.integer(1))
-        throw Error(530, {call.integer(1)});
-    call.give(level);
+    const qint64 level = call.IntegerAt(0) + 1;
+    if (call.IntegerAt(1) > 0 && level > call.IntegerAt(1))
+        throw Error(530, {call.IntegerAt(1)});
+    call.Give(level);
 }
 
-void isDate(Call &call)
+void IsDate(Call &call)
 {
-    call.give(qint64(!call.isNull(0) && converts(call.text(0), {Kind::DateTime})));
+    call.Give(qint64(!call.IsNull(0) && Converts(call.text(0), {Kind::DateTime})));
 }
 
 constexpr Function guards[] = {
-    {"not_null", notNull, 4, true}, {"number_text", numberText, 4}, {"can_convert", canConvert, 4},
-    {"can_convert", canConvert, 5}, {"next_level", nextLevel, 2},   {"tsql_isdate", isDate, 1, true},
+    {"not_null", NotNull, 4, true}, {"number_text", NumberText, 4}, {"can_convert", CanConvert, 4},
+    {"can_convert", CanConvert, 5}, {"next_level", NextLevel, 2},   {"tsql_isdate", IsDate, 1, true},
 };
 
 /** The one value of a subquery that stands for a value. */
@@ -90,7 +90,7 @@ struct Single
     bool taken;
 };
 
-void addSingle(sqlite3_context *context, int, sqlite3_value **values)
+void AddSingle(sqlite3_context *context, int, sqlite3_value **values)
 {
     auto *single = static_cast<Single *>(sqlite3_aggregate_context(context, sizeof(Single)));
     if (!single) {
@@ -98,14 +98,14 @@ void addSingle(sqlite3_context *context, int, sqlite3_value **values)
         return;
     }
     if (single->taken) {
-        raiseError(context, Error(512));
+        RaiseError(context, Error(512));
         return;
     }
     single->taken = true;
     single->value = sqlite3_value_dup(values[0]);
 }
 
-void giveSingle(sqlite3_context *context)
+void GiveSingle(sqlite3_context *context)
 {
     auto *single = static_cast<Single *>(sqlite3_aggregate_context(context, 0));
     if (!single || !single->value)
@@ -117,11 +117,11 @@ void giveSingle(sqlite3_context *context)
 
 } // namespace
 
-void addGuards(sqlite3 *db)
+void AddGuards(sqlite3 *db)
 {
-    addFunctions(db, guards);
+    AddFunctions(db, guards);
     sqlite3_create_function_v2(db, "tsql_single", 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS, nullptr,
-                               nullptr, addSingle, giveSingle, nullptr);
+                               nullptr, AddSingle, GiveSingle, nullptr);
 }
 
 } // namespace tsql

@@ -60,7 +60,7 @@ struct Statement
 };
 
 /// The statement as its own type; the caller has looked at kind.
-template <class T> const T &as(const Statement &statement)
+template <class T> const T &As(const Statement &statement)
 {
     Q_ASSERT(dynamic_cast<const T *>(&statement));
     return static_cast<const T &>(statement);

@@ -23,12 +23,12 @@ struct ObjectName
     QString schema;
     QString name;
 
-    bool isTemporary() const { return name.startsWith(u'#'); }
-    bool isGlobalTemporary() const { return name.startsWith(u"##"); }
+    bool IsTemporary() const { return name.startsWith(u'#'); }
+    bool IsGlobalTemporary() const { return name.startsWith(u"##"); }
     /// The catalogue key: folded case, without dbo: "goodinf", "market.product", "#gooddetails".
-    QString key() const;
+    QString KeyText() const;
     /// As messages write it: "GoodInf", "Market.Product".
-    QString display() const;
+    QString Display() const;
 };
 
 struct OrderItem

@@ -7,82 +7,82 @@ using namespace Qt::StringLiterals;
 
 namespace tsql {
 
-StatementPtr Parser::declareStatement()
+StatementPtr Parser::ParseDeclareStatement()
 {
-    expect(QLatin1String("DECLARE"));
+    Expect(QLatin1String("DECLARE"));
     const std::size_t first = m_pos;
     auto result = std::make_unique<DeclareStatement>();
     do {
-        if (peek().kind != TokenKind::Variable) {
-            if (at(QLatin1String("CURSOR"), 1))
-                unsupported(u"CURSOR"_s);
-            refuse();
+        if (Peek().kind != TokenKind::Variable) {
+            if (At(QLatin1String("CURSOR"), 1))
+                Unsupported(u"CURSOR"_s);
+            Refuse();
         }
         DeclareStatement::Variable variable;
-        variable.name = take().text;
-        accept(QLatin1String("AS"));
-        if (at(QLatin1String("CURSOR")))
-            unsupported(u"CURSOR"_s);
-        if (at(QLatin1String("TABLE"))) {
+        variable.name = Take().text;
+        Accept(QLatin1String("AS"));
+        if (At(QLatin1String("CURSOR")))
+            Unsupported(u"CURSOR"_s);
+        if (At(QLatin1String("TABLE"))) {
             if (!result->variables.empty())
-                refuse();
-            take();
+                Refuse();
+            Take();
             auto declared = std::make_unique<DeclareTableStatement>();
             declared->table = std::make_unique<CreateTableStatement>();
-            declared->table->line = peek().line;
+            declared->table->line = Peek().line;
             declared->table->table.name = variable.name;
-            tableElements(*declared->table);
-            declared->table->text = u"DECLARE "_s + textBetween(first);
+            TableElements(*declared->table);
+            declared->table->text = u"DECLARE "_s + TextBetween(first);
             return declared;
         }
-        variable.type = type();
-        if ((variable.type.isText() || variable.type.isBinary()) && variable.type.length == 0)
+        variable.type = Type();
+        if ((variable.type.IsText() || variable.type.IsBinary()) && variable.type.length == 0)
             variable.type.length = 1;
-        if (acceptSymbol(QLatin1String("=")))
-            variable.value = value();
+        if (AcceptSymbol(QLatin1String("=")))
+            variable.value = ParseValue();
         result->variables.push_back(std::move(variable));
-    } while (acceptSymbol(QLatin1String(",")));
+    } while (AcceptSymbol(QLatin1String(",")));
     return result;
 }
 
 StatementPtr Parser::setIdentityInsert()
 {
     auto result = std::make_unique<SetOptionStatement>();
-    result->option = take().text.toUpper();
-    result->table = objectName();
-    if (!at(QLatin1String("ON")) && !at(QLatin1String("OFF")))
-        refuse();
-    result->value = take().text.toUpper();
+    result->option = Take().text.toUpper();
+    result->table = ParseObjectName();
+    if (!At(QLatin1String("ON")) && !At(QLatin1String("OFF")))
+        Refuse();
+    result->value = Take().text.toUpper();
     return result;
 }
 
 StatementPtr Parser::setVariable()
 {
     auto result = std::make_unique<SetVariableStatement>();
-    result->variable = take().text;
-    const bool compound = peek().kind == TokenKind::Symbol && peek().text.size() == 2 && peek().text.endsWith(u'=') &&
-                          QStringView(u"+-*/%&|^").contains(peek().text[0]);
+    result->variable = Take().text;
+    const bool compound = Peek().kind == TokenKind::Symbol && Peek().text.size() == 2 && Peek().text.endsWith(u'=') &&
+                          QStringView(u"+-*/%&|^").contains(Peek().text[0]);
     if (compound) {
-        ExpressionPtr sum = make(ExpressionKind::Arithmetic);
-        sum->name = take().text.left(1);
-        ExpressionPtr variable = make(ExpressionKind::Variable);
+        ExpressionPtr sum = Make(ExpressionKind::Arithmetic);
+        sum->name = Take().text.left(1);
+        ExpressionPtr variable = Make(ExpressionKind::Variable);
         variable->name = result->variable;
         sum->args.push_back(std::move(variable));
-        sum->args.push_back(value());
+        sum->args.push_back(ParseValue());
         result->value = std::move(sum);
     } else {
-        expectSymbol(QLatin1String("="));
-        result->value = value();
+        ExpectSymbol(QLatin1String("="));
+        result->value = ParseValue();
     }
     return result;
 }
 
 StatementPtr Parser::setStatement()
 {
-    expect(QLatin1String("SET"));
-    if (peek().kind == TokenKind::Variable)
+    Expect(QLatin1String("SET"));
+    if (Peek().kind == TokenKind::Variable)
         return setVariable();
-    if (at(QLatin1String("IDENTITY_INSERT")))
+    if (At(QLatin1String("IDENTITY_INSERT")))
         return setIdentityInsert();
     return setOption();
 }
@@ -100,131 +100,131 @@ StatementPtr Parser::setOption()
         u"ANSI_NULL_DFLT_ON"_s, u"NUMERIC_ROUNDABORT"_s,
     };
     auto result = std::make_unique<SetOptionStatement>();
-    result->option = peek().text.toUpper();
-    if (peek().kind != TokenKind::Word)
-        refuse();
+    result->option = Peek().text.toUpper();
+    if (Peek().kind != TokenKind::Word)
+        Refuse();
     if (!known.contains(result->option))
-        unsupported(u"SET "_s + peek().text);
-    take();
+        Unsupported(u"SET "_s + Peek().text);
+    Take();
     if (result->option == u"TRANSACTION") {
-        expect(QLatin1String("ISOLATION"));
-        expect(QLatin1String("LEVEL"));
-        result->value = take().text.toUpper();
-        if (at(QLatin1String("COMMITTED")) || at(QLatin1String("UNCOMMITTED")) || at(QLatin1String("READ")))
-            result->value += u' ' + take().text.toUpper();
+        Expect(QLatin1String("ISOLATION"));
+        Expect(QLatin1String("LEVEL"));
+        result->value = Take().text.toUpper();
+        if (At(QLatin1String("COMMITTED")) || At(QLatin1String("UNCOMMITTED")) || At(QLatin1String("READ")))
+            result->value += u' ' + Take().text.toUpper();
         return result;
     }
-    if (atStatementEnd())
-        refuse();
-    if (acceptSymbol(QLatin1String("-")))
+    if (AtStatementEnd())
+        Refuse();
+    if (AcceptSymbol(QLatin1String("-")))
         result->value = u"-"_s;
-    if (peek().kind == TokenKind::Literal)
-        m_fixed.push_back(peek().literal);
-    result->value += take().text.toUpper();
+    if (Peek().kind == TokenKind::Literal)
+        m_fixed.push_back(Peek().literal);
+    result->value += Take().text.toUpper();
     return result;
 }
 
-StatementPtr Parser::ifStatement()
+StatementPtr Parser::ParseIfStatement()
 {
-    expect(QLatin1String("IF"));
+    Expect(QLatin1String("IF"));
     auto result = std::make_unique<IfStatement>();
-    result->condition = condition();
-    result->then = statement();
-    if (accept(QLatin1String("ELSE")))
-        result->otherwise = statement();
+    result->condition = Condition();
+    result->then = ParseStatement();
+    if (Accept(QLatin1String("ELSE")))
+        result->otherwise = ParseStatement();
     return result;
 }
 
-StatementPtr Parser::whileStatement()
+StatementPtr Parser::ParseWhileStatement()
 {
-    expect(QLatin1String("WHILE"));
+    Expect(QLatin1String("WHILE"));
     auto result = std::make_unique<WhileStatement>();
-    result->condition = condition();
-    result->body = statement();
+    result->condition = Condition();
+    result->body = ParseStatement();
     return result;
 }
 
-StatementPtr Parser::beginStatement()
+StatementPtr Parser::BeginStatement()
 {
-    if (at(QLatin1String("TRAN"), 1) || at(QLatin1String("TRANSACTION"), 1)) {
-        take();
-        return transaction(StatementKind::BeginTransaction);
+    if (At(QLatin1String("TRAN"), 1) || At(QLatin1String("TRANSACTION"), 1)) {
+        Take();
+        return Transaction(StatementKind::BeginTransaction);
     }
-    if (at(QLatin1String("TRY"), 1))
-        return tryStatement();
-    expect(QLatin1String("BEGIN"));
+    if (At(QLatin1String("TRY"), 1))
+        return TryStatement();
+    Expect(QLatin1String("BEGIN"));
     auto result = std::make_unique<BlockStatement>();
-    result->statements = statementsUntilEnd();
-    expect(QLatin1String("END"));
+    result->statements = StatementsUntilEnd();
+    Expect(QLatin1String("END"));
     return result;
 }
 
-StatementPtr Parser::tryStatement()
+StatementPtr Parser::TryStatement()
 {
     const QLatin1String tryWord("TRY");
     const QLatin1String catchWord("CATCH");
     auto result = std::make_unique<TryCatchStatement>();
-    expect(QLatin1String("BEGIN"));
-    expect(tryWord);
-    result->tried = statementsUntilEnd();
-    expect(QLatin1String("END"));
-    expect(tryWord);
-    while (acceptSymbol(QLatin1String(";"))) {
+    Expect(QLatin1String("BEGIN"));
+    Expect(tryWord);
+    result->tried = StatementsUntilEnd();
+    Expect(QLatin1String("END"));
+    Expect(tryWord);
+    while (AcceptSymbol(QLatin1String(";"))) {
     }
-    expect(QLatin1String("BEGIN"));
-    expect(catchWord);
-    while (acceptSymbol(QLatin1String(";"))) {
+    Expect(QLatin1String("BEGIN"));
+    Expect(catchWord);
+    while (AcceptSymbol(QLatin1String(";"))) {
     }
-    while (!at(QLatin1String("END")))
-        result->caught.push_back(statement());
-    expect(QLatin1String("END"));
-    expect(catchWord);
+    while (!At(QLatin1String("END")))
+        result->caught.push_back(ParseStatement());
+    Expect(QLatin1String("END"));
+    Expect(catchWord);
     return result;
 }
 
-StatementPtr Parser::returnStatement()
+StatementPtr Parser::ParseReturnStatement()
 {
-    expect(QLatin1String("RETURN"));
+    Expect(QLatin1String("RETURN"));
     auto result = std::make_unique<ReturnStatement>();
-    const bool value = peek().kind == TokenKind::Literal || peek().kind == TokenKind::Variable ||
-                       atSymbol(QLatin1String("(")) || atSymbol(QLatin1String("-")) || at(QLatin1String("CASE")) ||
-                       at(QLatin1String("NULL")) || atSymbol(QLatin1String("("), 1);
+    const bool value = Peek().kind == TokenKind::Literal || Peek().kind == TokenKind::Variable ||
+                       AtSymbol(QLatin1String("(")) || AtSymbol(QLatin1String("-")) || At(QLatin1String("CASE")) ||
+                       At(QLatin1String("NULL")) || AtSymbol(QLatin1String("("), 1);
     if (value)
-        result->value = this->value();
+        result->value = this->ParseValue();
     return result;
 }
 
-ExecuteArgument Parser::executeArgument()
+ExecuteArgument Parser::ParseExecuteArgument()
 {
     ExecuteArgument argument;
-    if (peek().kind == TokenKind::Variable && atSymbol(QLatin1String("="), 1)) {
-        argument.name = take().text;
-        take();
+    if (Peek().kind == TokenKind::Variable && AtSymbol(QLatin1String("="), 1)) {
+        argument.name = Take().text;
+        Take();
     }
-    const Token &token = peek();
-    if (accept(QLatin1String("DEFAULT"))) {
+    const Token &token = Peek();
+    if (Accept(QLatin1String("DEFAULT"))) {
         argument.useDefault = true;
         return argument;
     }
     // Constants and variables only; a bare word is a text.
     const bool plain = token.kind == TokenKind::Literal || token.kind == TokenKind::Variable ||
-                       at(QLatin1String("NULL")) || atSymbol(QLatin1String("?"));
+                       At(QLatin1String("NULL")) || AtSymbol(QLatin1String("?"));
     if (plain) {
-        argument.value = primary();
-    } else if (atSymbol(QLatin1String("-")) || atSymbol(QLatin1String("+"))) {
-        argument.value = unary();
+        argument.value = Primary();
+    } else if (AtSymbol(QLatin1String("-")) || AtSymbol(QLatin1String("+"))) {
+        argument.value = Unary();
         const Expression &number =
             argument.value->kind == ExpressionKind::Negate ? *argument.value->args[0] : *argument.value;
         if (number.kind != ExpressionKind::Literal)
-            refuse();
-    } else if (atName()) {
-        argument.value = make(ExpressionKind::Literal);
+            Refuse();
+    } else if (AtName()) {
+        argument.value = Make(ExpressionKind::Literal);
         argument.value->value.kind = LiteralKind::Unicode;
-        argument.value->value.text = take().text;
+        argument.value->value.text = Take().text;
     } else {
-        refuse();
+        Refuse();
     }
-    if (accept(QLatin1String("OUTPUT")) || accept(QLatin1String("OUT"))) {
+    if (Accept(QLatin1String("OUTPUT")) || Accept(QLatin1String("OUT"))) {
         if (argument.value->kind != ExpressionKind::Variable)
             throw Error(179, {}, token.line);
         argument.output = true;
@@ -232,105 +232,105 @@ ExecuteArgument Parser::executeArgument()
     return argument;
 }
 
-StatementPtr Parser::executeStatement(bool keyword)
+StatementPtr Parser::ParseExecuteStatement(bool keyword)
 {
-    const int line = peek().line;
+    const int line = Peek().line;
     const std::size_t first = m_pos;
     if (keyword)
-        take();
-    if (acceptSymbol(QLatin1String("("))) {
+        Take();
+    if (AcceptSymbol(QLatin1String("("))) {
         auto text = std::make_unique<ExecuteTextStatement>();
-        text->sql = value();
-        expectSymbol(QLatin1String(")"));
+        text->sql = ParseValue();
+        ExpectSymbol(QLatin1String(")"));
         return text;
     }
     auto result = std::make_unique<ExecuteStatement>();
-    if (peek().kind == TokenKind::Variable) {
-        if (!atSymbol(QLatin1String("="), 1))
-            unsupported(u"EXEC @variable"_s);
-        result->returnVariable = take().text;
-        take();
+    if (Peek().kind == TokenKind::Variable) {
+        if (!AtSymbol(QLatin1String("="), 1))
+            Unsupported(u"EXEC @variable"_s);
+        result->returnVariable = Take().text;
+        Take();
     }
-    result->procedure = objectName();
+    result->procedure = ParseObjectName();
     // "name;1" is the procedure with its group number.
-    if (atSymbol(QLatin1String(";")) && peek(1).kind == TokenKind::Literal) {
-        take();
-        if (fixedInteger() != 1)
-            unsupported(u"procedure groups"_s);
+    if (AtSymbol(QLatin1String(";")) && Peek(1).kind == TokenKind::Literal) {
+        Take();
+        if (FixedInteger() != 1)
+            Unsupported(u"procedure groups"_s);
     }
     const auto atArgument = [this] {
-        return peek().kind == TokenKind::Literal || peek().kind == TokenKind::Variable || at(QLatin1String("NULL")) ||
-               at(QLatin1String("DEFAULT")) || atSymbol(QLatin1String("-")) || atSymbol(QLatin1String("+")) ||
-               atSymbol(QLatin1String("?")) || (atName() && !at(QLatin1String("THROW")));
+        return Peek().kind == TokenKind::Literal || Peek().kind == TokenKind::Variable || At(QLatin1String("NULL")) ||
+               At(QLatin1String("DEFAULT")) || AtSymbol(QLatin1String("-")) || AtSymbol(QLatin1String("+")) ||
+               AtSymbol(QLatin1String("?")) || (AtName() && !At(QLatin1String("THROW")));
     };
     if (atArgument()) {
         do {
-            result->arguments.push_back(executeArgument());
-        } while (acceptSymbol(QLatin1String(",")));
+            result->arguments.push_back(ParseExecuteArgument());
+        } while (AcceptSymbol(QLatin1String(",")));
     }
     result->line = line;
-    result->text = textBetween(first);
-    if (at(QLatin1String("WITH")))
-        unsupported(u"EXEC … WITH"_s);
-    while (!keyword && acceptSymbol(QLatin1String(";"))) {
+    result->text = TextBetween(first);
+    if (At(QLatin1String("WITH")))
+        Unsupported(u"EXEC … WITH"_s);
+    while (!keyword && AcceptSymbol(QLatin1String(";"))) {
     }
     return result;
 }
 
-StatementPtr Parser::transaction(StatementKind kind)
+StatementPtr Parser::Transaction(StatementKind kind)
 {
     auto result = std::make_unique<TransactionStatement>(kind);
     if (kind != StatementKind::BeginTransaction)
-        take();
-    const bool transactionWord = accept(QLatin1String("TRAN")) || accept(QLatin1String("TRANSACTION"));
+        Take();
+    const bool transactionWord = Accept(QLatin1String("TRAN")) || Accept(QLatin1String("TRANSACTION"));
     if (!transactionWord && kind == StatementKind::SaveTransaction)
-        refuse();
+        Refuse();
     if (!transactionWord)
-        accept(QLatin1String("WORK"));
-    if (transactionWord && peek().kind == TokenKind::Variable)
-        unsupported(u"transaction names in variables"_s);
-    const bool nextStatement = at(QLatin1String("THROW"));
-    if (transactionWord && atName() && !nextStatement)
-        result->name = take().text;
+        Accept(QLatin1String("WORK"));
+    if (transactionWord && Peek().kind == TokenKind::Variable)
+        Unsupported(u"transaction names in variables"_s);
+    const bool nextStatement = At(QLatin1String("THROW"));
+    if (transactionWord && AtName() && !nextStatement)
+        result->name = Take().text;
     return result;
 }
 
-StatementPtr Parser::throwStatement()
+StatementPtr Parser::ThrowStatement()
 {
-    take();
+    Take();
     auto result = std::make_unique<RaiseStatement>(StatementKind::Throw);
-    if (peek().kind != TokenKind::Literal && peek().kind != TokenKind::Variable)
+    if (Peek().kind != TokenKind::Literal && Peek().kind != TokenKind::Variable)
         return result;
     for (int i = 0; i < 3; ++i) {
         if (i > 0)
-            expectSymbol(QLatin1String(","));
-        result->args.push_back(primary());
+            ExpectSymbol(QLatin1String(","));
+        result->args.push_back(Primary());
     }
     return result;
 }
 
-StatementPtr Parser::raiseErrorStatement()
+StatementPtr Parser::RaiseErrorStatement()
 {
-    take();
+    Take();
     auto result = std::make_unique<RaiseStatement>(StatementKind::RaiseError);
-    expectSymbol(QLatin1String("("));
-    result->args = valueList();
-    expectSymbol(QLatin1String(")"));
+    ExpectSymbol(QLatin1String("("));
+    result->args = ValueList();
+    ExpectSymbol(QLatin1String(")"));
     if (result->args.size() < 3)
-        refuse();
-    if (accept(QLatin1String("WITH"))) {
+        Refuse();
+    if (Accept(QLatin1String("WITH"))) {
         do {
-            name();
-        } while (acceptSymbol(QLatin1String(",")));
+            Name();
+        } while (AcceptSymbol(QLatin1String(",")));
     }
     return result;
 }
 
-StatementPtr Parser::printStatement()
+StatementPtr Parser::ParsePrintStatement()
 {
-    take();
+    Take();
     auto result = std::make_unique<PrintStatement>();
-    result->value = value();
+    result->value = ParseValue();
     return result;
 }
 

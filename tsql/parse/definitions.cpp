@@ -7,136 +7,136 @@ using namespace Qt::StringLiterals;
 
 namespace tsql {
 
-StatementPtr Parser::createStatement()
+StatementPtr Parser::CreateStatement()
 {
-    expect(QLatin1String("CREATE"));
+    Expect(QLatin1String("CREATE"));
     bool replace = false;
-    if (accept(QLatin1String("OR"))) {
-        expect(QLatin1String("ALTER"));
+    if (Accept(QLatin1String("OR"))) {
+        Expect(QLatin1String("ALTER"));
         replace = true;
     }
-    if (at(QLatin1String("VIEW")))
-        return createView(replace);
-    if (at(QLatin1String("PROCEDURE")) || at(QLatin1String("PROC")))
-        return createProcedure(replace);
-    if (at(QLatin1String("FUNCTION")))
-        return createFunction(replace);
+    if (At(QLatin1String("VIEW")))
+        return ParseCreateView(replace);
+    if (At(QLatin1String("PROCEDURE")) || At(QLatin1String("PROC")))
+        return ParseCreateProcedure(replace);
+    if (At(QLatin1String("FUNCTION")))
+        return ParseCreateFunction(replace);
     if (replace)
-        refuse();
-    if (at(QLatin1String("TABLE")))
-        return createTable();
-    if (at(QLatin1String("INDEX")) || at(QLatin1String("UNIQUE")) || at(QLatin1String("CLUSTERED")) ||
-        at(QLatin1String("NONCLUSTERED")))
-        return createIndex();
-    if (accept(QLatin1String("SCHEMA"))) {
+        Refuse();
+    if (At(QLatin1String("TABLE")))
+        return ParseCreateTable();
+    if (At(QLatin1String("INDEX")) || At(QLatin1String("UNIQUE")) || At(QLatin1String("CLUSTERED")) ||
+        At(QLatin1String("NONCLUSTERED")))
+        return ParseCreateIndex();
+    if (Accept(QLatin1String("SCHEMA"))) {
         auto result = std::make_unique<CreateSchemaStatement>();
-        result->name = name();
+        result->name = Name();
         return result;
     }
-    unsupported(u"CREATE "_s + peek().text.toUpper());
+    Unsupported(u"CREATE "_s + Peek().text.toUpper());
 }
 
-StatementPtr Parser::alterStatement()
+StatementPtr Parser::AlterStatement()
 {
-    expect(QLatin1String("ALTER"));
-    if (at(QLatin1String("TABLE")))
-        return alterTable();
-    if (at(QLatin1String("VIEW")))
-        return createView(true);
-    if (at(QLatin1String("PROCEDURE")) || at(QLatin1String("PROC")))
-        return createProcedure(true);
-    if (at(QLatin1String("FUNCTION")))
-        return createFunction(true);
-    unsupported(u"ALTER "_s + peek().text.toUpper());
+    Expect(QLatin1String("ALTER"));
+    if (At(QLatin1String("TABLE")))
+        return ParseAlterTable();
+    if (At(QLatin1String("VIEW")))
+        return ParseCreateView(true);
+    if (At(QLatin1String("PROCEDURE")) || At(QLatin1String("PROC")))
+        return ParseCreateProcedure(true);
+    if (At(QLatin1String("FUNCTION")))
+        return ParseCreateFunction(true);
+    Unsupported(u"ALTER "_s + Peek().text.toUpper());
 }
 
-StatementPtr Parser::createTable()
+StatementPtr Parser::ParseCreateTable()
 {
-    take();
+    Take();
     auto result = std::make_unique<CreateTableStatement>();
-    result->table = objectName();
-    tableElements(*result);
-    if (accept(QLatin1String("ON"))) {
-        name(); // a file group
-        if (at(QLatin1String("TEXTIMAGE_ON"))) {
-            take();
-            name();
+    result->table = ParseObjectName();
+    TableElements(*result);
+    if (Accept(QLatin1String("ON"))) {
+        Name(); // a file group
+        if (At(QLatin1String("TEXTIMAGE_ON"))) {
+            Take();
+            Name();
         }
     }
     return result;
 }
 
-void Parser::tableElements(CreateTableStatement &table)
+void Parser::TableElements(CreateTableStatement &table)
 {
-    expectSymbol(QLatin1String("("));
+    ExpectSymbol(QLatin1String("("));
     do {
-        if (atSymbol(QLatin1String(")")))
+        if (AtSymbol(QLatin1String(")")))
             break; // a comma may end the list
-        tableElement(table.columns, table.constraints);
-    } while (acceptSymbol(QLatin1String(",")));
-    expectSymbol(QLatin1String(")"));
+        TableElement(table.columns, table.constraints);
+    } while (AcceptSymbol(QLatin1String(",")));
+    ExpectSymbol(QLatin1String(")"));
     if (table.columns.empty())
-        refuse();
+        Refuse();
 }
 
-bool Parser::atConstraint() const
+bool Parser::AtConstraint() const
 {
-    return at(QLatin1String("CONSTRAINT")) || at(QLatin1String("PRIMARY")) || at(QLatin1String("UNIQUE")) ||
-           at(QLatin1String("CHECK")) || at(QLatin1String("FOREIGN"));
+    return At(QLatin1String("CONSTRAINT")) || At(QLatin1String("PRIMARY")) || At(QLatin1String("UNIQUE")) ||
+           At(QLatin1String("CHECK")) || At(QLatin1String("FOREIGN"));
 }
 
-void Parser::tableElement(std::vector<ColumnDefinition> &columns, std::vector<TableConstraint> &constraints)
+void Parser::TableElement(std::vector<ColumnDefinition> &columns, std::vector<TableConstraint> &constraints)
 {
-    if (at(QLatin1String("INDEX")))
-        unsupported(u"INDEX inside CREATE TABLE"_s);
-    if (atConstraint())
-        constraints.push_back(constraint({}));
+    if (At(QLatin1String("INDEX")))
+        Unsupported(u"INDEX inside CREATE TABLE"_s);
+    if (AtConstraint())
+        constraints.push_back(Constraint({}));
     else
-        columnDefinition(columns, constraints);
+        ParseColumnDefinition(columns, constraints);
 }
 
-void Parser::identity(ColumnDefinition &column)
+void Parser::Identity(ColumnDefinition &column)
 {
     column.identity = true;
     column.nullable = false;
-    if (!acceptSymbol(QLatin1String("(")))
+    if (!AcceptSymbol(QLatin1String("(")))
         return;
-    column.seed = fixedInteger();
-    expectSymbol(QLatin1String(","));
-    column.increment = fixedInteger();
-    expectSymbol(QLatin1String(")"));
+    column.seed = FixedInteger();
+    ExpectSymbol(QLatin1String(","));
+    column.increment = FixedInteger();
+    ExpectSymbol(QLatin1String(")"));
     if (column.seed < 1 || column.increment != 1)
-        unsupported(u"IDENTITY with a seed below 1 or an increment other than 1"_s);
+        Unsupported(u"IDENTITY with a seed below 1 or an increment other than 1"_s);
 }
 
-void Parser::columnDefinition(std::vector<ColumnDefinition> &columns, std::vector<TableConstraint> &constraints)
+void Parser::ParseColumnDefinition(std::vector<ColumnDefinition> &columns, std::vector<TableConstraint> &constraints)
 {
     ColumnDefinition column;
-    column.name = name();
-    if (at(QLatin1String("AS")))
-        unsupported(u"computed columns"_s);
-    column.type = type();
-    if ((column.type.isText() || column.type.isBinary()) && column.type.length == 0)
+    column.name = Name();
+    if (At(QLatin1String("AS")))
+        Unsupported(u"computed columns"_s);
+    column.type = Type();
+    if ((column.type.IsText() || column.type.IsBinary()) && column.type.length == 0)
         column.type.length = 1;
     for (;;) {
-        if (accept(QLatin1String("NULL"))) {
+        if (Accept(QLatin1String("NULL"))) {
             column.nullable = true;
-        } else if (at(QLatin1String("NOT")) && at(QLatin1String("NULL"), 1)) {
+        } else if (At(QLatin1String("NOT")) && At(QLatin1String("NULL"), 1)) {
             m_pos += 2;
             column.nullable = false;
-        } else if (accept(QLatin1String("IDENTITY"))) {
-            identity(column);
-        } else if (accept(QLatin1String("COLLATE"))) {
-            column.collation = name();
-        } else if (at(QLatin1String("ROWGUIDCOL"))) {
-            take();
-        } else if (at(QLatin1String("CONSTRAINT")) && at(QLatin1String("DEFAULT"), 2)) {
-            take();
-            name();
-        } else if (accept(QLatin1String("DEFAULT"))) {
-            column.defaultValue = value();
-        } else if (atConstraint() || at(QLatin1String("REFERENCES"))) {
-            constraints.push_back(constraint(column.name));
+        } else if (Accept(QLatin1String("IDENTITY"))) {
+            Identity(column);
+        } else if (Accept(QLatin1String("COLLATE"))) {
+            column.collation = Name();
+        } else if (At(QLatin1String("ROWGUIDCOL"))) {
+            Take();
+        } else if (At(QLatin1String("CONSTRAINT")) && At(QLatin1String("DEFAULT"), 2)) {
+            Take();
+            Name();
+        } else if (Accept(QLatin1String("DEFAULT"))) {
+            column.defaultValue = ParseValue();
+        } else if (AtConstraint() || At(QLatin1String("REFERENCES"))) {
+            constraints.push_back(Constraint(column.name));
             if (constraints.back().kind == TableConstraint::Kind::PrimaryKey)
                 column.nullable = false;
         } else {
@@ -146,264 +146,264 @@ void Parser::columnDefinition(std::vector<ColumnDefinition> &columns, std::vecto
     columns.push_back(std::move(column));
 }
 
-void Parser::keyColumns(TableConstraint &constraint)
+void Parser::KeyColumns(TableConstraint &constraint)
 {
-    if (!accept(QLatin1String("CLUSTERED")))
-        accept(QLatin1String("NONCLUSTERED"));
-    if (acceptSymbol(QLatin1String("("))) {
+    if (!Accept(QLatin1String("CLUSTERED")))
+        Accept(QLatin1String("NONCLUSTERED"));
+    if (AcceptSymbol(QLatin1String("("))) {
         constraint.columns.clear();
         do {
-            constraint.columns.push_back(name());
-            if (!accept(QLatin1String("ASC")))
-                accept(QLatin1String("DESC"));
-        } while (acceptSymbol(QLatin1String(",")));
-        expectSymbol(QLatin1String(")"));
+            constraint.columns.push_back(Name());
+            if (!Accept(QLatin1String("ASC")))
+                Accept(QLatin1String("DESC"));
+        } while (AcceptSymbol(QLatin1String(",")));
+        ExpectSymbol(QLatin1String(")"));
     }
     if (constraint.columns.empty())
-        refuse();
-    skipIndexOptions();
+        Refuse();
+    SkipIndexOptions();
 }
 
-KeyAction Parser::keyAction()
+KeyAction Parser::ParseKeyAction()
 {
-    if (accept(QLatin1String("CASCADE")))
+    if (Accept(QLatin1String("CASCADE")))
         return KeyAction::Cascade;
-    if (accept(QLatin1String("SET"))) {
-        if (accept(QLatin1String("NULL")))
+    if (Accept(QLatin1String("SET"))) {
+        if (Accept(QLatin1String("NULL")))
             return KeyAction::SetNull;
-        expect(QLatin1String("DEFAULT"));
+        Expect(QLatin1String("DEFAULT"));
         return KeyAction::SetDefault;
     }
-    if (!at(QLatin1String("NO")))
-        refuse();
-    take();
-    if (!at(QLatin1String("ACTION")))
-        refuse();
-    take();
+    if (!At(QLatin1String("NO")))
+        Refuse();
+    Take();
+    if (!At(QLatin1String("ACTION")))
+        Refuse();
+    Take();
     return KeyAction::NoAction;
 }
 
-void Parser::foreignKey(TableConstraint &constraint)
+void Parser::ParseForeignKey(TableConstraint &constraint)
 {
     constraint.kind = TableConstraint::Kind::ForeignKey;
     constraint.foreignKey.columns = constraint.columns;
-    expect(QLatin1String("REFERENCES"));
-    constraint.foreignKey.table = objectName();
-    if (atSymbol(QLatin1String("(")))
-        constraint.foreignKey.targets = nameList();
-    while (accept(QLatin1String("ON"))) {
-        const bool onDelete = at(QLatin1String("DELETE"));
-        if (!onDelete && !at(QLatin1String("UPDATE")))
-            refuse();
-        take();
-        (onDelete ? constraint.foreignKey.onDelete : constraint.foreignKey.onUpdate) = keyAction();
+    Expect(QLatin1String("REFERENCES"));
+    constraint.foreignKey.table = ParseObjectName();
+    if (AtSymbol(QLatin1String("(")))
+        constraint.foreignKey.targets = NameList();
+    while (Accept(QLatin1String("ON"))) {
+        const bool onDelete = At(QLatin1String("DELETE"));
+        if (!onDelete && !At(QLatin1String("UPDATE")))
+            Refuse();
+        Take();
+        (onDelete ? constraint.foreignKey.onDelete : constraint.foreignKey.onUpdate) = ParseKeyAction();
     }
 }
 
-TableConstraint Parser::constraint(const QString &forColumn)
+TableConstraint Parser::Constraint(const QString &forColumn)
 {
     TableConstraint result;
-    if (accept(QLatin1String("CONSTRAINT")))
-        result.name = name();
+    if (Accept(QLatin1String("CONSTRAINT")))
+        result.name = Name();
     if (!forColumn.isEmpty())
         result.columns = {forColumn};
-    if (accept(QLatin1String("PRIMARY"))) {
-        expect(QLatin1String("KEY"));
+    if (Accept(QLatin1String("PRIMARY"))) {
+        Expect(QLatin1String("KEY"));
         result.kind = TableConstraint::Kind::PrimaryKey;
-        keyColumns(result);
-    } else if (accept(QLatin1String("UNIQUE"))) {
+        KeyColumns(result);
+    } else if (Accept(QLatin1String("UNIQUE"))) {
         result.kind = TableConstraint::Kind::Unique;
-        keyColumns(result);
-    } else if (accept(QLatin1String("CHECK"))) {
+        KeyColumns(result);
+    } else if (Accept(QLatin1String("CHECK"))) {
         result.kind = TableConstraint::Kind::Check;
-        expectSymbol(QLatin1String("("));
-        result.value = condition();
-        expectSymbol(QLatin1String(")"));
-    } else if (accept(QLatin1String("FOREIGN"))) {
-        expect(QLatin1String("KEY"));
-        if (atSymbol(QLatin1String("(")))
-            result.columns = nameList();
-        foreignKey(result);
-    } else if (at(QLatin1String("REFERENCES"))) {
-        foreignKey(result);
-    } else if (accept(QLatin1String("DEFAULT"))) {
+        ExpectSymbol(QLatin1String("("));
+        result.value = Condition();
+        ExpectSymbol(QLatin1String(")"));
+    } else if (Accept(QLatin1String("FOREIGN"))) {
+        Expect(QLatin1String("KEY"));
+        if (AtSymbol(QLatin1String("(")))
+            result.columns = NameList();
+        ParseForeignKey(result);
+    } else if (At(QLatin1String("REFERENCES"))) {
+        ParseForeignKey(result);
+    } else if (Accept(QLatin1String("DEFAULT"))) {
         result.kind = TableConstraint::Kind::Default;
-        result.value = value();
-        expect(QLatin1String("FOR"));
-        result.columns = {name()};
+        result.value = ParseValue();
+        Expect(QLatin1String("FOR"));
+        result.columns = {Name()};
     } else {
-        refuse();
+        Refuse();
     }
     return result;
 }
 
 /// WITH (PAD_INDEX = OFF, …) ON [PRIMARY]: how the server would store it.
-void Parser::skipIndexOptions()
+void Parser::SkipIndexOptions()
 {
-    if (at(QLatin1String("WITH")) && atSymbol(QLatin1String("("), 1)) {
-        while (!atSymbol(QLatin1String(")"))) {
-            if (atEnd())
-                refuse();
-            take();
+    if (At(QLatin1String("WITH")) && AtSymbol(QLatin1String("("), 1)) {
+        while (!AtSymbol(QLatin1String(")"))) {
+            if (AtEnd())
+                Refuse();
+            Take();
         }
-        take();
+        Take();
     }
-    if (at(QLatin1String("ON")) && atName(1)) {
-        take();
-        name();
+    if (At(QLatin1String("ON")) && AtName(1)) {
+        Take();
+        Name();
     }
 }
 
-StatementPtr Parser::createIndex()
+StatementPtr Parser::ParseCreateIndex()
 {
     auto result = std::make_unique<CreateIndexStatement>();
-    result->unique = accept(QLatin1String("UNIQUE"));
-    if (!accept(QLatin1String("CLUSTERED")))
-        accept(QLatin1String("NONCLUSTERED"));
-    expect(QLatin1String("INDEX"));
-    result->name = name();
-    expect(QLatin1String("ON"));
-    result->table = objectName();
-    expectSymbol(QLatin1String("("));
-    result->columns = orderItems();
-    expectSymbol(QLatin1String(")"));
+    result->unique = Accept(QLatin1String("UNIQUE"));
+    if (!Accept(QLatin1String("CLUSTERED")))
+        Accept(QLatin1String("NONCLUSTERED"));
+    Expect(QLatin1String("INDEX"));
+    result->name = Name();
+    Expect(QLatin1String("ON"));
+    result->table = ParseObjectName();
+    ExpectSymbol(QLatin1String("("));
+    result->columns = OrderItems();
+    ExpectSymbol(QLatin1String(")"));
     for (const OrderItem &item : result->columns) {
         if (item.value->kind != ExpressionKind::Column)
-            refuse();
+            Refuse();
     }
-    if (at(QLatin1String("INCLUDE"))) {
-        take();
-        result->include = nameList();
+    if (At(QLatin1String("INCLUDE"))) {
+        Take();
+        result->include = NameList();
     }
-    if (accept(QLatin1String("WHERE")))
-        result->where = condition();
-    skipIndexOptions();
+    if (Accept(QLatin1String("WHERE")))
+        result->where = Condition();
+    SkipIndexOptions();
     return result;
 }
 
-StatementPtr Parser::createView(bool replace)
+StatementPtr Parser::ParseCreateView(bool replace)
 {
-    take();
+    Take();
     auto result = std::make_unique<CreateViewStatement>();
     result->replace = replace;
-    result->name = objectName();
-    if (atSymbol(QLatin1String("(")))
-        result->columns = nameList();
-    skipModuleOptions();
-    expect(QLatin1String("AS"));
-    result->query = query();
-    if (at(QLatin1String("WITH")))
-        unsupported(u"WITH CHECK OPTION"_s);
-    if (acceptSymbol(QLatin1String(";")) || atEnd())
+    result->name = ParseObjectName();
+    if (AtSymbol(QLatin1String("(")))
+        result->columns = NameList();
+    SkipModuleOptions();
+    Expect(QLatin1String("AS"));
+    result->query = ParseQuery();
+    if (At(QLatin1String("WITH")))
+        Unsupported(u"WITH CHECK OPTION"_s);
+    if (AcceptSymbol(QLatin1String(";")) || AtEnd())
         return result;
-    refuse();
+    Refuse();
 }
 
 /// WITH SCHEMABINDING, RECOMPILE …
-void Parser::skipModuleOptions()
+void Parser::SkipModuleOptions()
 {
-    if (!accept(QLatin1String("WITH")))
+    if (!Accept(QLatin1String("WITH")))
         return;
     do {
-        if (!at(QLatin1String("SCHEMABINDING")) && !at(QLatin1String("RECOMPILE")))
-            unsupported(u"WITH "_s + peek().text);
-        take();
-    } while (acceptSymbol(QLatin1String(",")));
+        if (!At(QLatin1String("SCHEMABINDING")) && !At(QLatin1String("RECOMPILE")))
+            Unsupported(u"WITH "_s + Peek().text);
+        Take();
+    } while (AcceptSymbol(QLatin1String(",")));
 }
 
-std::vector<ParameterDefinition> Parser::parameters()
+std::vector<ParameterDefinition> Parser::Parameters()
 {
     std::vector<ParameterDefinition> result;
-    if (peek().kind != TokenKind::Variable)
+    if (Peek().kind != TokenKind::Variable)
         return result;
     do {
         ParameterDefinition parameter;
-        if (peek().kind != TokenKind::Variable)
-            refuse();
-        parameter.name = take().text;
-        accept(QLatin1String("AS"));
-        parameter.type = type();
-        if ((parameter.type.isText() || parameter.type.isBinary()) && parameter.type.length == 0)
+        if (Peek().kind != TokenKind::Variable)
+            Refuse();
+        parameter.name = Take().text;
+        Accept(QLatin1String("AS"));
+        parameter.type = Type();
+        if ((parameter.type.IsText() || parameter.type.IsBinary()) && parameter.type.length == 0)
             parameter.type.length = 1;
-        if (acceptSymbol(QLatin1String("=")))
-            parameter.defaultValue = unary();
-        parameter.output = accept(QLatin1String("OUTPUT")) || accept(QLatin1String("OUT"));
+        if (AcceptSymbol(QLatin1String("=")))
+            parameter.defaultValue = Unary();
+        parameter.output = Accept(QLatin1String("OUTPUT")) || Accept(QLatin1String("OUT"));
         result.push_back(std::move(parameter));
-    } while (acceptSymbol(QLatin1String(",")));
+    } while (AcceptSymbol(QLatin1String(",")));
     return result;
 }
 
-StatementPtr Parser::createProcedure(bool replace)
+StatementPtr Parser::ParseCreateProcedure(bool replace)
 {
-    take();
+    Take();
     auto result = std::make_unique<CreateProcedureStatement>();
     result->replace = replace;
-    result->name = objectName();
-    if (acceptSymbol(QLatin1String("("))) {
-        result->parameters = parameters();
-        expectSymbol(QLatin1String(")"));
+    result->name = ParseObjectName();
+    if (AcceptSymbol(QLatin1String("("))) {
+        result->parameters = Parameters();
+        ExpectSymbol(QLatin1String(")"));
     } else {
-        result->parameters = parameters();
+        result->parameters = Parameters();
     }
-    skipModuleOptions();
-    expect(QLatin1String("AS"));
-    while (!atEnd())
-        result->body.push_back(statement());
+    SkipModuleOptions();
+    Expect(QLatin1String("AS"));
+    while (!AtEnd())
+        result->body.push_back(ParseStatement());
     if (result->body.empty())
-        refuse();
+        Refuse();
     return result;
 }
 
-StatementPtr Parser::createFunction(bool replace)
+StatementPtr Parser::ParseCreateFunction(bool replace)
 {
-    take();
+    Take();
     auto result = std::make_unique<CreateFunctionStatement>();
     result->replace = replace;
-    result->name = objectName();
-    expectSymbol(QLatin1String("("));
-    result->parameters = parameters();
-    expectSymbol(QLatin1String(")"));
-    if (!at(QLatin1String("RETURNS")))
-        refuse();
-    take();
-    if (!at(QLatin1String("TABLE")))
-        unsupported(u"functions other than RETURNS TABLE AS RETURN"_s);
-    take();
-    skipModuleOptions();
-    accept(QLatin1String("AS"));
-    expect(QLatin1String("RETURN"));
-    if (atSymbol(QLatin1String("(")))
-        result->query = std::move(*subquery());
+    result->name = ParseObjectName();
+    ExpectSymbol(QLatin1String("("));
+    result->parameters = Parameters();
+    ExpectSymbol(QLatin1String(")"));
+    if (!At(QLatin1String("RETURNS")))
+        Refuse();
+    Take();
+    if (!At(QLatin1String("TABLE")))
+        Unsupported(u"functions other than RETURNS TABLE AS RETURN"_s);
+    Take();
+    SkipModuleOptions();
+    Accept(QLatin1String("AS"));
+    Expect(QLatin1String("RETURN"));
+    if (AtSymbol(QLatin1String("(")))
+        result->query = std::move(*Subquery());
     else
-        result->query = query();
+        result->query = ParseQuery();
     return result;
 }
 
-StatementPtr Parser::alterTable()
+StatementPtr Parser::ParseAlterTable()
 {
-    take();
+    Take();
     auto result = std::make_unique<AlterTableStatement>();
-    result->table = objectName();
-    if (accept(QLatin1String("ADD"))) {
+    result->table = ParseObjectName();
+    if (Accept(QLatin1String("ADD"))) {
         do {
-            tableElement(result->columns, result->constraints);
-        } while (acceptSymbol(QLatin1String(",")));
+            TableElement(result->columns, result->constraints);
+        } while (AcceptSymbol(QLatin1String(",")));
         return result;
     }
-    if (accept(QLatin1String("DROP"))) {
-        const bool column = accept(QLatin1String("COLUMN"));
+    if (Accept(QLatin1String("DROP"))) {
+        const bool column = Accept(QLatin1String("COLUMN"));
         if (!column)
-            accept(QLatin1String("CONSTRAINT"));
+            Accept(QLatin1String("CONSTRAINT"));
         result->action = column ? AlterTableStatement::Action::DropColumn : AlterTableStatement::Action::DropConstraint;
         do {
-            result->names.push_back(name());
-        } while (acceptSymbol(QLatin1String(",")));
+            result->names.push_back(Name());
+        } while (AcceptSymbol(QLatin1String(",")));
         return result;
     }
-    unsupported(u"ALTER TABLE … "_s + peek().text.toUpper());
+    Unsupported(u"ALTER TABLE … "_s + Peek().text.toUpper());
 }
 
-StatementPtr Parser::dropStatement()
+StatementPtr Parser::ParseDropStatement()
 {
     using What = DropStatement::What;
     static const QHash<QString, What> kinds = {
@@ -411,29 +411,29 @@ StatementPtr Parser::dropStatement()
         {u"PROC"_s, What::Procedure}, {u"INDEX"_s, What::Index}, {u"FUNCTION"_s, What::Function},
         {u"SCHEMA"_s, What::Schema},
     };
-    take();
+    Take();
     auto result = std::make_unique<DropStatement>();
-    const auto found = kinds.constFind(peek().text.toUpper());
+    const auto found = kinds.constFind(Peek().text.toUpper());
     if (found == kinds.cend())
-        unsupported(u"DROP "_s + peek().text.toUpper());
-    take();
+        Unsupported(u"DROP "_s + Peek().text.toUpper());
+    Take();
     result->what = *found;
-    if (at(QLatin1String("IF"))) {
-        take();
-        expect(QLatin1String("EXISTS"));
+    if (At(QLatin1String("IF"))) {
+        Take();
+        Expect(QLatin1String("EXISTS"));
         result->ifExists = true;
     }
     do {
-        result->names.push_back(objectName());
-    } while (acceptSymbol(QLatin1String(",")));
+        result->names.push_back(ParseObjectName());
+    } while (AcceptSymbol(QLatin1String(",")));
     if (result->what == What::Index) {
-        if (accept(QLatin1String("ON"))) {
-            result->onTable = objectName();
+        if (Accept(QLatin1String("ON"))) {
+            result->onTable = ParseObjectName();
         } else {
             // the old form: DROP INDEX table.index
             ObjectName &index = result->names.front();
             if (index.schema.isEmpty())
-                refuse();
+                Refuse();
             result->onTable.name = index.schema;
             index.schema.clear();
         }

@@ -5,71 +5,71 @@ using namespace Qt::StringLiterals;
 
 namespace tsql {
 
-ExpressionPtr Parser::make(ExpressionKind kind) const
+ExpressionPtr Parser::Make(ExpressionKind kind) const
 {
     auto node = std::make_unique<Expression>();
     node->kind = kind;
-    node->line = peek().line;
+    node->line = Peek().line;
     return node;
 }
 
-ExpressionPtr Parser::orExpression()
+ExpressionPtr Parser::OrExpression()
 {
     const Depth depth(*this);
-    ExpressionPtr left = andExpression();
+    ExpressionPtr left = AndExpression();
     int length = 0;
-    while (at(QLatin1String("OR"))) {
-        chain(length);
-        ExpressionPtr node = make(ExpressionKind::Or);
-        take();
+    while (At(QLatin1String("OR"))) {
+        CheckChain(length);
+        ExpressionPtr node = Make(ExpressionKind::Or);
+        Take();
         node->args.push_back(std::move(left));
-        node->args.push_back(andExpression());
+        node->args.push_back(AndExpression());
         left = std::move(node);
     }
     return left;
 }
 
-ExpressionPtr Parser::andExpression()
+ExpressionPtr Parser::AndExpression()
 {
-    ExpressionPtr left = notExpression();
+    ExpressionPtr left = NotExpression();
     int length = 0;
-    while (at(QLatin1String("AND"))) {
-        chain(length);
-        ExpressionPtr node = make(ExpressionKind::And);
-        take();
+    while (At(QLatin1String("AND"))) {
+        CheckChain(length);
+        ExpressionPtr node = Make(ExpressionKind::And);
+        Take();
         node->args.push_back(std::move(left));
-        node->args.push_back(notExpression());
+        node->args.push_back(NotExpression());
         left = std::move(node);
     }
     return left;
 }
 
-ExpressionPtr Parser::notExpression()
+ExpressionPtr Parser::NotExpression()
 {
     const Depth depth(*this);
-    if (!at(QLatin1String("NOT")))
-        return predicate();
-    ExpressionPtr node = make(ExpressionKind::Not);
-    take();
-    node->args.push_back(notExpression());
+    if (!At(QLatin1String("NOT")))
+        return Predicate();
+    ExpressionPtr node = Make(ExpressionKind::Not);
+    Take();
+    node->args.push_back(NotExpression());
     return node;
 }
 
-ExpressionPtr Parser::predicate()
+ExpressionPtr Parser::Predicate()
 {
-    if (at(QLatin1String("EXISTS"))) {
-        ExpressionPtr node = make(ExpressionKind::Exists);
-        take();
-        node->query = subquery();
+    if (At(QLatin1String("EXISTS"))) {
+        ExpressionPtr node = Make(ExpressionKind::Exists);
+        Take();
+        node->query = Subquery();
         return node;
     }
-    return predicateTail(additive());
+    return PredicateTail(Additive());
 }
 
-ExpressionPtr Parser::compareTail(ExpressionPtr left, const QString &op)
+ExpressionPtr Parser::CompareTail(ExpressionPtr left, const QString &op)
 {
-    ExpressionPtr node = make(ExpressionKind::Compare);
-    take();
+    ExpressionPtr node = Make(ExpressionKind::Compare);
+    Take();
     if (op == u"!=")
         node->name = u"<>"_s;
     else if (op == u"!<")
@@ -79,342 +79,342 @@ ExpressionPtr Parser::compareTail(ExpressionPtr left, const QString &op)
     else
         node->name = op;
     node->args.push_back(std::move(left));
-    const bool all = at(QLatin1String("ALL"));
-    if (all || at(QLatin1String("ANY")) || at(QLatin1String("SOME"))) {
-        take();
+    const bool all = At(QLatin1String("ALL"));
+    if (all || At(QLatin1String("ANY")) || At(QLatin1String("SOME"))) {
+        Take();
         node->kind = ExpressionKind::Quantified;
         node->all = all;
-        node->query = subquery();
+        node->query = Subquery();
         return node;
     }
-    node->args.push_back(additive());
+    node->args.push_back(Additive());
     return node;
 }
 
-ExpressionPtr Parser::predicateTail(ExpressionPtr left)
+ExpressionPtr Parser::PredicateTail(ExpressionPtr left)
 {
     static constexpr QStringView comparisons[] = {u"=", u"<>", u"<", u"<=", u">", u">=", u"!=", u"!<", u"!>"};
-    if (peek().kind == TokenKind::Symbol) {
-        const QString op = peek().text;
+    if (Peek().kind == TokenKind::Symbol) {
+        const QString op = Peek().text;
         for (const QStringView comparison : comparisons) {
             if (op == comparison)
-                return compareTail(std::move(left), op);
+                return CompareTail(std::move(left), op);
         }
         return left;
     }
-    if (at(QLatin1String("IS"))) {
-        ExpressionPtr node = make(ExpressionKind::IsNull);
-        take();
-        node->negated = accept(QLatin1String("NOT"));
-        expect(QLatin1String("NULL"));
+    if (At(QLatin1String("IS"))) {
+        ExpressionPtr node = Make(ExpressionKind::IsNull);
+        Take();
+        node->negated = Accept(QLatin1String("NOT"));
+        Expect(QLatin1String("NULL"));
         node->args.push_back(std::move(left));
         return node;
     }
-    const std::size_t ahead = at(QLatin1String("NOT")) ? 1 : 0;
+    const std::size_t ahead = At(QLatin1String("NOT")) ? 1 : 0;
     ExpressionKind kind = ExpressionKind::Null;
-    if (at(QLatin1String("LIKE"), ahead))
+    if (At(QLatin1String("LIKE"), ahead))
         kind = ExpressionKind::Like;
-    else if (at(QLatin1String("BETWEEN"), ahead))
+    else if (At(QLatin1String("BETWEEN"), ahead))
         kind = ExpressionKind::Between;
-    else if (at(QLatin1String("IN"), ahead))
+    else if (At(QLatin1String("IN"), ahead))
         kind = ExpressionKind::In;
     else
         return left;
-    ExpressionPtr node = make(kind);
-    node->negated = accept(QLatin1String("NOT"));
-    take();
+    ExpressionPtr node = Make(kind);
+    node->negated = Accept(QLatin1String("NOT"));
+    Take();
     node->args.push_back(std::move(left));
     if (kind == ExpressionKind::Like) {
-        node->args.push_back(additive());
-        if (accept(QLatin1String("ESCAPE")))
-            node->args.push_back(additive());
+        node->args.push_back(Additive());
+        if (Accept(QLatin1String("ESCAPE")))
+            node->args.push_back(Additive());
     } else if (kind == ExpressionKind::Between) {
-        node->args.push_back(additive());
-        expect(QLatin1String("AND"));
-        node->args.push_back(additive());
-    } else if (atSymbol(QLatin1String("(")) && (at(QLatin1String("SELECT"), 1) || at(QLatin1String("WITH"), 1))) {
-        node->query = subquery();
+        node->args.push_back(Additive());
+        Expect(QLatin1String("AND"));
+        node->args.push_back(Additive());
+    } else if (AtSymbol(QLatin1String("(")) && (At(QLatin1String("SELECT"), 1) || At(QLatin1String("WITH"), 1))) {
+        node->query = Subquery();
     } else {
-        expectSymbol(QLatin1String("("));
-        for (ExpressionPtr &item : valueList())
+        ExpectSymbol(QLatin1String("("));
+        for (ExpressionPtr &item : ValueList())
             node->args.push_back(std::move(item));
-        expectSymbol(QLatin1String(")"));
+        ExpectSymbol(QLatin1String(")"));
     }
     return node;
 }
 
-ExpressionPtr Parser::additive()
+ExpressionPtr Parser::Additive()
 {
     const Depth depth(*this);
-    ExpressionPtr left = multiplicative();
+    ExpressionPtr left = Multiplicative();
     int length = 0;
-    while (peek().kind == TokenKind::Symbol && peek().text.size() == 1 &&
-           QStringView(u"+-&|^").contains(peek().text[0])) {
-        chain(length);
-        ExpressionPtr node = make(ExpressionKind::Arithmetic);
-        node->name = take().text;
+    while (Peek().kind == TokenKind::Symbol && Peek().text.size() == 1 &&
+           QStringView(u"+-&|^").contains(Peek().text[0])) {
+        CheckChain(length);
+        ExpressionPtr node = Make(ExpressionKind::Arithmetic);
+        node->name = Take().text;
         node->args.push_back(std::move(left));
-        node->args.push_back(multiplicative());
+        node->args.push_back(Multiplicative());
         left = std::move(node);
     }
     return left;
 }
 
-ExpressionPtr Parser::multiplicative()
+ExpressionPtr Parser::Multiplicative()
 {
-    ExpressionPtr left = unary();
+    ExpressionPtr left = Unary();
     int length = 0;
-    while (peek().kind == TokenKind::Symbol && peek().text.size() == 1 &&
-           QStringView(u"*/%").contains(peek().text[0])) {
-        chain(length);
-        ExpressionPtr node = make(ExpressionKind::Arithmetic);
-        node->name = take().text;
+    while (Peek().kind == TokenKind::Symbol && Peek().text.size() == 1 &&
+           QStringView(u"*/%").contains(Peek().text[0])) {
+        CheckChain(length);
+        ExpressionPtr node = Make(ExpressionKind::Arithmetic);
+        node->name = Take().text;
         node->args.push_back(std::move(left));
-        node->args.push_back(unary());
+        node->args.push_back(Unary());
         left = std::move(node);
     }
     return left;
 }
 
-ExpressionPtr Parser::unary()
+ExpressionPtr Parser::Unary()
 {
     const Depth depth(*this);
-    if (acceptSymbol(QLatin1String("+")))
-        return unary();
-    if (atSymbol(QLatin1String("-")) || atSymbol(QLatin1String("~"))) {
-        ExpressionPtr node = make(atSymbol(QLatin1String("-")) ? ExpressionKind::Negate : ExpressionKind::BitNot);
-        take();
-        node->args.push_back(unary());
+    if (AcceptSymbol(QLatin1String("+")))
+        return Unary();
+    if (AtSymbol(QLatin1String("-")) || AtSymbol(QLatin1String("~"))) {
+        ExpressionPtr node = Make(AtSymbol(QLatin1String("-")) ? ExpressionKind::Negate : ExpressionKind::BitNot);
+        Take();
+        node->args.push_back(Unary());
         return node;
     }
-    ExpressionPtr operand = primary();
-    while (at(QLatin1String("COLLATE"))) {
-        ExpressionPtr node = make(ExpressionKind::Collate);
-        take();
-        node->name = name();
+    ExpressionPtr operand = Primary();
+    while (At(QLatin1String("COLLATE"))) {
+        ExpressionPtr node = Make(ExpressionKind::Collate);
+        Take();
+        node->name = Name();
         node->args.push_back(std::move(operand));
         operand = std::move(node);
     }
     return operand;
 }
 
-ExpressionPtr Parser::primary()
+ExpressionPtr Parser::Primary()
 {
-    const Token &token = peek();
+    const Token &token = Peek();
     switch (token.kind) {
     case TokenKind::Literal:
-        return literal();
+        return ParseLiteral();
     case TokenKind::Variable: {
-        ExpressionPtr node = make(ExpressionKind::Variable);
-        node->name = take().text;
+        ExpressionPtr node = Make(ExpressionKind::Variable);
+        node->name = Take().text;
         return node;
     }
     case TokenKind::Quoted:
-        return columnReference();
+        return ColumnReference();
     case TokenKind::Word:
-        return primaryWord();
+        return PrimaryWord();
     case TokenKind::Symbol:
         if (token.text == u"(")
-            return parenthesised();
+            return Parenthesised();
         if (token.text == u"?") {
-            ExpressionPtr node = make(ExpressionKind::Variable);
-            take();
+            ExpressionPtr node = Make(ExpressionKind::Variable);
+            Take();
             node->name = u"?%1"_s.arg(++m_markers);
             return node;
         }
         if (token.text == u"*") {
-            ExpressionPtr node = make(ExpressionKind::Star);
-            take();
+            ExpressionPtr node = Make(ExpressionKind::Star);
+            Take();
             return node;
         }
         break;
     case TokenKind::End:
         break;
     }
-    refuse();
+    Refuse();
 }
 
-ExpressionPtr Parser::primaryWord()
+ExpressionPtr Parser::PrimaryWord()
 {
-    const QString word = peek().text.toUpper();
+    const QString word = Peek().text.toUpper();
     if (word == u"NULL") {
-        ExpressionPtr node = make(ExpressionKind::Null);
-        take();
+        ExpressionPtr node = Make(ExpressionKind::Null);
+        Take();
         return node;
     }
     if (word == u"DEFAULT") {
-        ExpressionPtr node = make(ExpressionKind::Default);
-        take();
+        ExpressionPtr node = Make(ExpressionKind::Default);
+        Take();
         return node;
     }
     if (word == u"CASE")
-        return caseExpression();
+        return CaseExpression();
     if (word == u"CURRENT_TIMESTAMP") {
-        ExpressionPtr node = make(ExpressionKind::Function);
-        take();
+        ExpressionPtr node = Make(ExpressionKind::Function);
+        Take();
         node->name = word;
         return node;
     }
-    const bool call = atSymbol(QLatin1String("("), 1);
+    const bool call = AtSymbol(QLatin1String("("), 1);
     if (call && (word == u"CAST" || word == u"TRY_CAST"))
-        return castExpression(word != u"CAST");
+        return CastExpression(word != u"CAST");
     if (call && (word == u"CONVERT" || word == u"TRY_CONVERT"))
-        return convertExpression(word != u"CONVERT");
+        return ConvertExpression(word != u"CONVERT");
     const bool reservedFunction = word == u"LEFT" || word == u"RIGHT" || word == u"COALESCE" || word == u"NULLIF";
-    if (call && (reservedFunction || !isReserved(word)))
-        return functionCall(word);
-    return columnReference();
+    if (call && (reservedFunction || !IsReserved(word)))
+        return FunctionCall(word);
+    return ColumnReference();
 }
 
-ExpressionPtr Parser::literal()
+ExpressionPtr Parser::ParseLiteral()
 {
-    ExpressionPtr node = make(ExpressionKind::Literal);
-    node->literal = take().literal;
+    ExpressionPtr node = Make(ExpressionKind::Literal);
+    node->literal = Take().literal;
     node->value = m_tokens.literals[static_cast<std::size_t>(node->literal)];
     return node;
 }
 
-ExpressionPtr Parser::parenthesised()
+ExpressionPtr Parser::Parenthesised()
 {
-    if (at(QLatin1String("SELECT"), 1) || at(QLatin1String("WITH"), 1)) {
-        ExpressionPtr node = make(ExpressionKind::Scalar);
-        node->query = subquery();
+    if (At(QLatin1String("SELECT"), 1) || At(QLatin1String("WITH"), 1)) {
+        ExpressionPtr node = Make(ExpressionKind::Scalar);
+        node->query = Subquery();
         return node;
     }
-    expectSymbol(QLatin1String("("));
-    ExpressionPtr inner = orExpression();
-    expectSymbol(QLatin1String(")"));
+    ExpectSymbol(QLatin1String("("));
+    ExpressionPtr inner = OrExpression();
+    ExpectSymbol(QLatin1String(")"));
     return inner;
 }
 
-ExpressionPtr Parser::caseExpression()
+ExpressionPtr Parser::CaseExpression()
 {
-    ExpressionPtr node = make(ExpressionKind::Case);
-    take();
-    if (!at(QLatin1String("WHEN"))) {
+    ExpressionPtr node = Make(ExpressionKind::Case);
+    Take();
+    if (!At(QLatin1String("WHEN"))) {
         node->hasOperand = true;
-        node->args.push_back(value());
+        node->args.push_back(ParseValue());
     }
-    if (!at(QLatin1String("WHEN")))
-        refuse();
-    while (accept(QLatin1String("WHEN"))) {
-        node->args.push_back(node->hasOperand ? value() : condition());
-        expect(QLatin1String("THEN"));
-        node->args.push_back(value());
+    if (!At(QLatin1String("WHEN")))
+        Refuse();
+    while (Accept(QLatin1String("WHEN"))) {
+        node->args.push_back(node->hasOperand ? ParseValue() : Condition());
+        Expect(QLatin1String("THEN"));
+        node->args.push_back(ParseValue());
     }
-    if (accept(QLatin1String("ELSE")))
-        node->args.push_back(value());
-    expect(QLatin1String("END"));
+    if (Accept(QLatin1String("ELSE")))
+        node->args.push_back(ParseValue());
+    Expect(QLatin1String("END"));
     return node;
 }
 
-ExpressionPtr Parser::castExpression(bool tryCast)
+ExpressionPtr Parser::CastExpression(bool tryCast)
 {
-    ExpressionPtr node = make(ExpressionKind::Cast);
-    take();
+    ExpressionPtr node = Make(ExpressionKind::Cast);
+    Take();
     node->tryCast = tryCast;
-    expectSymbol(QLatin1String("("));
-    node->args.push_back(value());
-    expect(QLatin1String("AS"));
-    node->type = type();
-    expectSymbol(QLatin1String(")"));
+    ExpectSymbol(QLatin1String("("));
+    node->args.push_back(ParseValue());
+    Expect(QLatin1String("AS"));
+    node->type = Type();
+    ExpectSymbol(QLatin1String(")"));
     return node;
 }
 
-ExpressionPtr Parser::convertExpression(bool tryCast)
+ExpressionPtr Parser::ConvertExpression(bool tryCast)
 {
-    ExpressionPtr node = make(ExpressionKind::Cast);
-    take();
+    ExpressionPtr node = Make(ExpressionKind::Cast);
+    Take();
     node->tryCast = tryCast;
-    expectSymbol(QLatin1String("("));
-    node->type = type();
-    expectSymbol(QLatin1String(","));
-    node->args.push_back(value());
-    if (acceptSymbol(QLatin1String(",")))
-        node->args.push_back(value());
-    expectSymbol(QLatin1String(")"));
+    ExpectSymbol(QLatin1String("("));
+    node->type = Type();
+    ExpectSymbol(QLatin1String(","));
+    node->args.push_back(ParseValue());
+    if (AcceptSymbol(QLatin1String(",")))
+        node->args.push_back(ParseValue());
+    ExpectSymbol(QLatin1String(")"));
     return node;
 }
 
-ExpressionPtr Parser::functionCall(const QString &name)
+ExpressionPtr Parser::FunctionCall(const QString &name)
 {
-    ExpressionPtr node = make(ExpressionKind::Function);
-    take();
+    ExpressionPtr node = Make(ExpressionKind::Function);
+    Take();
     node->name = name;
-    expectSymbol(QLatin1String("("));
-    if (!atSymbol(QLatin1String(")"))) {
-        node->distinct = accept(QLatin1String("DISTINCT"));
+    ExpectSymbol(QLatin1String("("));
+    if (!AtSymbol(QLatin1String(")"))) {
+        node->distinct = Accept(QLatin1String("DISTINCT"));
         if (!node->distinct)
-            accept(QLatin1String("ALL"));
+            Accept(QLatin1String("ALL"));
         // The first argument of IIF is a condition.
-        node->args.push_back(name == u"IIF" ? condition() : value());
-        while (acceptSymbol(QLatin1String(",")))
-            node->args.push_back(value());
+        node->args.push_back(name == u"IIF" ? Condition() : ParseValue());
+        while (AcceptSymbol(QLatin1String(",")))
+            node->args.push_back(ParseValue());
     }
-    expectSymbol(QLatin1String(")"));
-    if (accept(QLatin1String("OVER")))
-        node->over = window();
+    ExpectSymbol(QLatin1String(")"));
+    if (Accept(QLatin1String("OVER")))
+        node->over = ParseWindow();
     return node;
 }
 
-ExpressionPtr Parser::columnReference()
+ExpressionPtr Parser::ColumnReference()
 {
-    ExpressionPtr node = make(ExpressionKind::Column);
-    std::vector<QString> parts{name()};
-    while (acceptSymbol(QLatin1String("."))) {
-        if (acceptSymbol(QLatin1String("*"))) {
+    ExpressionPtr node = Make(ExpressionKind::Column);
+    std::vector<QString> parts{Name()};
+    while (AcceptSymbol(QLatin1String("."))) {
+        if (AcceptSymbol(QLatin1String("*"))) {
             node->kind = ExpressionKind::Star;
             node->qualifier = parts.back();
             return node;
         }
-        parts.push_back(name());
+        parts.push_back(Name());
     }
-    if (atSymbol(QLatin1String("(")))
-        unsupported(parts.back() + u"()"_s);
+    if (AtSymbol(QLatin1String("(")))
+        Unsupported(parts.back() + u"()"_s);
     node->name = parts.back();
     if (parts.size() > 1)
         node->qualifier = parts[parts.size() - 2];
     return node;
 }
 
-std::unique_ptr<Window> Parser::window()
+std::unique_ptr<Window> Parser::ParseWindow()
 {
     auto result = std::make_unique<Window>();
-    expectSymbol(QLatin1String("("));
-    if (accept(QLatin1String("PARTITION"))) {
-        expect(QLatin1String("BY"));
-        result->partition = valueList();
+    ExpectSymbol(QLatin1String("("));
+    if (Accept(QLatin1String("PARTITION"))) {
+        Expect(QLatin1String("BY"));
+        result->partition = ValueList();
     }
-    if (accept(QLatin1String("ORDER"))) {
-        expect(QLatin1String("BY"));
-        result->order = orderItems();
+    if (Accept(QLatin1String("ORDER"))) {
+        Expect(QLatin1String("BY"));
+        result->order = OrderItems();
     }
-    if (at(QLatin1String("ROWS")) || at(QLatin1String("RANGE")))
-        unsupported(peek().text.toUpper());
-    expectSymbol(QLatin1String(")"));
+    if (At(QLatin1String("ROWS")) || At(QLatin1String("RANGE")))
+        Unsupported(Peek().text.toUpper());
+    ExpectSymbol(QLatin1String(")"));
     return result;
 }
 
-std::vector<ExpressionPtr> Parser::valueList()
+std::vector<ExpressionPtr> Parser::ValueList()
 {
     std::vector<ExpressionPtr> values;
     do {
-        values.push_back(value());
-    } while (acceptSymbol(QLatin1String(",")));
+        values.push_back(ParseValue());
+    } while (AcceptSymbol(QLatin1String(",")));
     return values;
 }
 
-std::vector<OrderItem> Parser::orderItems()
+std::vector<OrderItem> Parser::OrderItems()
 {
     std::vector<OrderItem> items;
     do {
         OrderItem item;
-        item.value = value();
-        item.descending = accept(QLatin1String("DESC"));
+        item.value = ParseValue();
+        item.descending = Accept(QLatin1String("DESC"));
         if (!item.descending)
-            accept(QLatin1String("ASC"));
+            Accept(QLatin1String("ASC"));
         items.push_back(std::move(item));
-    } while (acceptSymbol(QLatin1String(",")));
+    } while (AcceptSymbol(QLatin1String(",")));
     return items;
 }
 

@@ -13,7 +13,7 @@ namespace {
 constexpr int MaxDepth = 400;
 constexpr int MaxChain = 2000;
 
-const QSet<QString> &reservedWords()
+const QSet<QString> &ReservedWords()
 {
     static const QSet<QString> words = [] {
         const QString all =
@@ -33,40 +33,40 @@ const QSet<QString> &reservedWords()
 
 } // namespace
 
-bool isReserved(const QString &word)
+bool IsReserved(const QString &word)
 {
-    return reservedWords().contains(word.toUpper());
+    return ReservedWords().contains(word.toUpper());
 }
 
-Batch parse(const QString &text)
+Batch ParseBatch(const QString &text)
 {
-    return Parser(text).batch();
+    return Parser(text).ParseBatch();
 }
 
-StatementPtr parseDefinition(const QString &text)
+StatementPtr ParseDefinition(const QString &text)
 {
-    Batch batch = parse(text);
+    Batch batch = ParseBatch(text);
     if (batch.statements.size() != 1)
         throw Error(wording::BrokenDefinition, {}, 1);
     return std::move(batch.statements.front());
 }
 
-Parser::Parser(const QString &text) : m_text(text), m_tokens(tokenize(text))
+Parser::Parser(const QString &text) : m_text(text), m_tokens(Tokenize(text))
 {}
 
-Batch Parser::batch()
+Batch Parser::ParseBatch()
 {
     Batch batch;
-    while (acceptSymbol(QLatin1String(";"))) {
+    while (AcceptSymbol(QLatin1String(";"))) {
     }
     // The first statement of a batch may call a procedure by its bare name.
-    if (peek().kind == TokenKind::Word && !isReserved(peek().text) && !at(QLatin1String("THROW"))) {
-        if (peek(1).kind == TokenKind::Word)
-            refuseUnsupported();
-        batch.statements.push_back(executeStatement(false));
+    if (Peek().kind == TokenKind::Word && !IsReserved(Peek().text) && !At(QLatin1String("THROW"))) {
+        if (Peek(1).kind == TokenKind::Word)
+            RefuseUnsupported();
+        batch.statements.push_back(ParseExecuteStatement(false));
     }
-    while (!atEnd())
-        batch.statements.push_back(statement());
+    while (!AtEnd())
+        batch.statements.push_back(ParseStatement());
     batch.text = m_text;
     batch.literals = std::move(m_tokens.literals);
     batch.fixedLiterals = std::move(m_fixed);
@@ -77,119 +77,119 @@ Parser::Depth::Depth(Parser &parser) : m_parser(parser)
 {
     if (++m_parser.m_depth > MaxDepth) {
         --m_parser.m_depth;
-        throw nestedTooDeeply(parser.peek().line);
+        throw NestedTooDeeply(parser.Peek().line);
     }
 }
 
-void Parser::chain(int &length) const
+void Parser::CheckChain(int &length) const
 {
     if (++length > MaxChain)
-        throw nestedTooDeeply(peek().line);
+        throw NestedTooDeeply(Peek().line);
 }
 
-const Token &Parser::peek(std::size_t ahead) const
+const Token &Parser::Peek(std::size_t ahead) const
 {
     return m_tokens.tokens[qMin(m_pos + ahead, m_tokens.tokens.size() - 1)];
 }
 
-const Token &Parser::take()
+const Token &Parser::Take()
 {
-    const Token &token = peek();
+    const Token &token = Peek();
     if (m_pos + 1 < m_tokens.tokens.size())
         ++m_pos;
     return token;
 }
 
-bool Parser::at(QLatin1String word, std::size_t ahead) const
+bool Parser::At(QLatin1String word, std::size_t ahead) const
 {
-    const Token &token = peek(ahead);
+    const Token &token = Peek(ahead);
     return token.kind == TokenKind::Word && token.text.compare(word, Qt::CaseInsensitive) == 0;
 }
 
-bool Parser::atSymbol(QLatin1String symbol, std::size_t ahead) const
+bool Parser::AtSymbol(QLatin1String symbol, std::size_t ahead) const
 {
-    const Token &token = peek(ahead);
+    const Token &token = Peek(ahead);
     return token.kind == TokenKind::Symbol && token.text == symbol;
 }
 
-bool Parser::accept(QLatin1String word)
+bool Parser::Accept(QLatin1String word)
 {
-    if (!at(word))
+    if (!At(word))
         return false;
-    take();
+    Take();
     return true;
 }
 
-bool Parser::acceptSymbol(QLatin1String symbol)
+bool Parser::AcceptSymbol(QLatin1String symbol)
 {
-    if (!atSymbol(symbol))
+    if (!AtSymbol(symbol))
         return false;
-    take();
+    Take();
     return true;
 }
 
-void Parser::expect(QLatin1String word)
+void Parser::Expect(QLatin1String word)
 {
-    if (!accept(word))
-        refuse();
+    if (!Accept(word))
+        Refuse();
 }
 
-void Parser::expectSymbol(QLatin1String symbol)
+void Parser::ExpectSymbol(QLatin1String symbol)
 {
-    if (!acceptSymbol(symbol))
-        refuse();
+    if (!AcceptSymbol(symbol))
+        Refuse();
 }
 
-bool Parser::atName(std::size_t ahead) const
+bool Parser::AtName(std::size_t ahead) const
 {
-    const Token &token = peek(ahead);
-    return token.kind == TokenKind::Quoted || (token.kind == TokenKind::Word && !isReserved(token.text));
+    const Token &token = Peek(ahead);
+    return token.kind == TokenKind::Quoted || (token.kind == TokenKind::Word && !IsReserved(token.text));
 }
 
-void Parser::refuse() const
+void Parser::Refuse() const
 {
-    const Token &token = peek();
+    const Token &token = Peek();
     if (token.kind == TokenKind::End) {
         const Token &last = m_tokens.tokens[m_tokens.tokens.size() > 1 ? m_tokens.tokens.size() - 2 : 0];
         throw Error(102, {last.text}, last.line);
     }
-    if (token.kind == TokenKind::Word && isReserved(token.text))
+    if (token.kind == TokenKind::Word && IsReserved(token.text))
         throw Error(156, {token.text}, token.line);
     throw Error(102, {token.text.left(60)}, token.line);
 }
 
-void Parser::unsupported(const QString &what) const
+void Parser::Unsupported(const QString &what) const
 {
-    throw Error(40517, {what}, peek().line);
+    throw Error(40517, {what}, Peek().line);
 }
 
-QString Parser::textBetween(std::size_t firstToken) const
+QString Parser::TextBetween(std::size_t firstToken) const
 {
     const qsizetype from = m_tokens.tokens[firstToken].offset;
     const qsizetype until = m_pos > firstToken ? m_tokens.tokens[m_pos - 1].end : from;
     return m_text.sliced(from, until - from);
 }
 
-QString Parser::name()
+QString Parser::Name()
 {
-    if (!atName())
-        refuse();
-    return take().text;
+    if (!AtName())
+        Refuse();
+    return Take().text;
 }
 
-ObjectName Parser::objectName()
+ObjectName Parser::ParseObjectName()
 {
     // Up to database.schema.name; "database..name" leaves the schema out.
-    std::vector<QString> parts{name()};
-    while (acceptSymbol(QLatin1String("."))) {
-        if (atSymbol(QLatin1String("."))) {
+    std::vector<QString> parts{Name()};
+    while (AcceptSymbol(QLatin1String("."))) {
+        if (AtSymbol(QLatin1String("."))) {
             parts.emplace_back();
             continue;
         }
-        parts.push_back(name());
+        parts.push_back(Name());
     }
     if (parts.size() > 3)
-        unsupported(u"linked server"_s);
+        Unsupported(u"linked server"_s);
     ObjectName result;
     result.name = parts.back();
     if (parts.size() > 1)
@@ -199,97 +199,97 @@ ObjectName Parser::objectName()
     return result;
 }
 
-std::vector<QString> Parser::nameList()
+std::vector<QString> Parser::NameList()
 {
     std::vector<QString> names;
-    expectSymbol(QLatin1String("("));
+    ExpectSymbol(QLatin1String("("));
     do {
-        names.push_back(name());
-    } while (acceptSymbol(QLatin1String(",")));
-    expectSymbol(QLatin1String(")"));
+        names.push_back(Name());
+    } while (AcceptSymbol(QLatin1String(",")));
+    ExpectSymbol(QLatin1String(")"));
     return names;
 }
 
-QString Parser::acceptAlias()
+QString Parser::AcceptAlias()
 {
-    if (accept(QLatin1String("AS"))) {
-        if (peek().kind == TokenKind::Literal)
-            return fixedText();
-        return name();
+    if (Accept(QLatin1String("AS"))) {
+        if (Peek().kind == TokenKind::Literal)
+            return FixedText();
+        return Name();
     }
-    const bool quotedText = peek().kind == TokenKind::Literal &&
-                            m_tokens.literals[static_cast<std::size_t>(peek().literal)].kind == LiteralKind::Text;
+    const bool quotedText = Peek().kind == TokenKind::Literal &&
+                            m_tokens.literals[static_cast<std::size_t>(Peek().literal)].kind == LiteralKind::Text;
     if (quotedText)
-        return fixedText();
-    return atName() ? take().text : QString();
+        return FixedText();
+    return AtName() ? Take().text : QString();
 }
 
-qint64 Parser::fixedInteger()
+qint64 Parser::FixedInteger()
 {
-    const bool minus = acceptSymbol(QLatin1String("-"));
-    const Token &token = peek();
+    const bool minus = AcceptSymbol(QLatin1String("-"));
+    const Token &token = Peek();
     if (token.kind != TokenKind::Literal)
-        refuse();
+        Refuse();
     const Literal &value = m_tokens.literals[static_cast<std::size_t>(token.literal)];
     bool ok = value.kind == LiteralKind::Integer;
     const qint64 number = ok ? value.integer : value.text.toLongLong(&ok);
     if (!ok)
-        refuse();
-    m_fixed.push_back(take().literal);
+        Refuse();
+    m_fixed.push_back(Take().literal);
     return minus ? -number : number;
 }
 
-QString Parser::fixedText()
+QString Parser::FixedText()
 {
-    const Token &token = peek();
+    const Token &token = Peek();
     if (token.kind != TokenKind::Literal)
-        refuse();
+        Refuse();
     const Literal &value = m_tokens.literals[static_cast<std::size_t>(token.literal)];
     if (value.kind != LiteralKind::Text && value.kind != LiteralKind::Unicode)
-        refuse();
-    m_fixed.push_back(take().literal);
+        Refuse();
+    m_fixed.push_back(Take().literal);
     return value.text;
 }
 
-SqlType Parser::sizedText(Kind kind)
+SqlType Parser::SizedText(Kind kind)
 {
     const bool unicode = kind == Kind::NChar || kind == Kind::NVarChar;
     const qint64 limit = unicode ? 4000 : 8000;
-    if (!acceptSymbol(QLatin1String("(")))
+    if (!AcceptSymbol(QLatin1String("(")))
         return SqlType::text(kind, 0); // the place decides: 1 in a definition, 30 in a CAST
-    if (accept(QLatin1String("MAX"))) {
-        expectSymbol(QLatin1String(")"));
+    if (Accept(QLatin1String("MAX"))) {
+        ExpectSymbol(QLatin1String(")"));
         return SqlType::text(kind, SqlType::Max);
     }
-    const int line = peek().line;
-    const qint64 length = fixedInteger();
-    expectSymbol(QLatin1String(")"));
+    const int line = Peek().line;
+    const qint64 length = FixedInteger();
+    ExpectSymbol(QLatin1String(")"));
     if (length < 1 || length > limit)
-        throw Error(131, {length, kindName(kind), limit}, line);
+        throw Error(131, {length, KindName(kind), limit}, line);
     return SqlType::text(kind, static_cast<int>(length));
 }
 
-SqlType Parser::decimalType()
+SqlType Parser::DecimalType()
 {
     qint64 precision = 18;
     qint64 scale = 0;
-    const int line = peek().line;
-    if (acceptSymbol(QLatin1String("("))) {
-        precision = fixedInteger();
-        if (acceptSymbol(QLatin1String(",")))
-            scale = fixedInteger();
-        expectSymbol(QLatin1String(")"));
+    const int line = Peek().line;
+    if (AcceptSymbol(QLatin1String("("))) {
+        precision = FixedInteger();
+        if (AcceptSymbol(QLatin1String(",")))
+            scale = FixedInteger();
+        ExpectSymbol(QLatin1String(")"));
     }
     if (precision < 1 || precision > SqlType::MaxPrecision)
         throw Error(2750, {precision}, line);
     if (scale < 0 || scale > precision)
         throw Error(183, {scale, precision}, line);
-    return SqlType::decimal(static_cast<int>(precision), static_cast<int>(scale));
+    return SqlType::DecimalOf(static_cast<int>(precision), static_cast<int>(scale));
 }
 
 namespace {
 
-const QHash<QString, SqlType> &plainTypes()
+const QHash<QString, SqlType> &PlainTypes()
 {
     static const QHash<QString, SqlType> plain = {
         {u"BIT"_s, {Kind::Bit}},
@@ -298,8 +298,8 @@ const QHash<QString, SqlType> &plainTypes()
         {u"INT"_s, {Kind::Int}},
         {u"INTEGER"_s, {Kind::Int}},
         {u"BIGINT"_s, {Kind::BigInt}},
-        {u"MONEY"_s, SqlType::money()},
-        {u"SMALLMONEY"_s, SqlType::money()},
+        {u"MONEY"_s, SqlType::Money()},
+        {u"SMALLMONEY"_s, SqlType::Money()},
         {u"REAL"_s, {Kind::Real}},
         {u"DATE"_s, {Kind::Date}},
         {u"TIME"_s, {Kind::Time}},
@@ -316,7 +316,7 @@ const QHash<QString, SqlType> &plainTypes()
     return plain;
 }
 
-const QHash<QString, Kind> &sizedTypes()
+const QHash<QString, Kind> &SizedTypes()
 {
     static const QHash<QString, Kind> sized = {
         {u"CHAR"_s, Kind::Char},     {u"VARCHAR"_s, Kind::VarChar},   {u"NCHAR"_s, Kind::NChar},
@@ -327,35 +327,35 @@ const QHash<QString, Kind> &sizedTypes()
 
 } // namespace
 
-SqlType Parser::type()
+SqlType Parser::Type()
 {
-    const Token &token = peek();
+    const Token &token = Peek();
     if (token.kind != TokenKind::Word && token.kind != TokenKind::Quoted)
-        refuse();
+        Refuse();
     const QString word = token.text.toUpper();
     const int line = token.line;
-    take();
-    if (const auto found = plainTypes().constFind(word); found != plainTypes().cend()) {
+    Take();
+    if (const auto found = PlainTypes().constFind(word); found != PlainTypes().cend()) {
         const bool fraction = found->kind == Kind::Time || word == u"DATETIME2";
-        if (fraction && acceptSymbol(QLatin1String("("))) {
-            fixedInteger();
-            expectSymbol(QLatin1String(")"));
+        if (fraction && AcceptSymbol(QLatin1String("("))) {
+            FixedInteger();
+            ExpectSymbol(QLatin1String(")"));
         }
         return *found;
     }
-    if (const auto found = sizedTypes().constFind(word); found != sizedTypes().cend())
-        return sizedText(*found);
+    if (const auto found = SizedTypes().constFind(word); found != SizedTypes().cend())
+        return SizedText(*found);
     if (word == u"DECIMAL" || word == u"NUMERIC" || word == u"DEC")
-        return decimalType();
+        return DecimalType();
     if (word == u"DOUBLE") {
-        expect(QLatin1String("PRECISION"));
+        Expect(QLatin1String("PRECISION"));
         return {Kind::Float};
     }
     if (word == u"FLOAT") {
-        if (!acceptSymbol(QLatin1String("(")))
+        if (!AcceptSymbol(QLatin1String("(")))
             return {Kind::Float};
-        const qint64 bits = fixedInteger();
-        expectSymbol(QLatin1String(")"));
+        const qint64 bits = FixedInteger();
+        ExpectSymbol(QLatin1String(")"));
         return {bits <= 24 ? Kind::Real : Kind::Float};
     }
     throw Error(2715, {token.text}, line);

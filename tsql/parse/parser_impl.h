@@ -10,7 +10,7 @@ class Parser
 public:
     explicit Parser(const QString &text);
 
-    Batch batch();
+    Batch ParseBatch();
 
 private:
     /// Keeps a text of endless nesting from exhausting the stack.
@@ -27,134 +27,134 @@ private:
     };
 
     // Tokens
-    const Token &peek(std::size_t ahead = 0) const;
-    const Token &take();
-    bool at(QLatin1String word, std::size_t ahead = 0) const;
-    bool atSymbol(QLatin1String symbol, std::size_t ahead = 0) const;
-    bool accept(QLatin1String word);
-    bool acceptSymbol(QLatin1String symbol);
-    void expect(QLatin1String word);
-    void expectSymbol(QLatin1String symbol);
-    bool atName(std::size_t ahead = 0) const;
-    bool atEnd() const { return peek().kind == TokenKind::End; }
-    [[noreturn]] void refuse() const;
-    [[noreturn]] void unsupported(const QString &what) const;
-    QString textBetween(std::size_t firstToken) const;
+    const Token &Peek(std::size_t ahead = 0) const;
+    const Token &Take();
+    bool At(QLatin1String word, std::size_t ahead = 0) const;
+    bool AtSymbol(QLatin1String symbol, std::size_t ahead = 0) const;
+    bool Accept(QLatin1String word);
+    bool AcceptSymbol(QLatin1String symbol);
+    void Expect(QLatin1String word);
+    void ExpectSymbol(QLatin1String symbol);
+    bool AtName(std::size_t ahead = 0) const;
+    bool AtEnd() const { return Peek().kind == TokenKind::End; }
+    [[noreturn]] void Refuse() const;
+    [[noreturn]] void Unsupported(const QString &what) const;
+    QString TextBetween(std::size_t firstToken) const;
 
     // Names, numbers and types
-    QString name();
-    ObjectName objectName();
-    std::vector<QString> nameList();
-    QString acceptAlias();
-    qint64 fixedInteger();
-    QString fixedText();
-    SqlType type();
-    SqlType sizedText(Kind kind);
-    SqlType decimalType();
+    QString Name();
+    ObjectName ParseObjectName();
+    std::vector<QString> NameList();
+    QString AcceptAlias();
+    qint64 FixedInteger();
+    QString FixedText();
+    SqlType Type();
+    SqlType SizedText(Kind kind);
+    SqlType DecimalType();
 
     // Expressions
-    ExpressionPtr make(ExpressionKind kind) const;
-    ExpressionPtr condition() { return orExpression(); }
-    ExpressionPtr value() { return additive(); }
-    ExpressionPtr orExpression();
-    ExpressionPtr andExpression();
-    ExpressionPtr notExpression();
-    ExpressionPtr predicate();
-    ExpressionPtr predicateTail(ExpressionPtr left);
-    ExpressionPtr compareTail(ExpressionPtr left, const QString &op);
-    ExpressionPtr additive();
-    ExpressionPtr multiplicative();
-    ExpressionPtr unary();
-    ExpressionPtr primary();
-    ExpressionPtr primaryWord();
-    ExpressionPtr literal();
-    ExpressionPtr parenthesised();
-    ExpressionPtr caseExpression();
-    ExpressionPtr castExpression(bool tryCast);
-    ExpressionPtr convertExpression(bool tryCast);
-    ExpressionPtr functionCall(const QString &name);
-    ExpressionPtr columnReference();
-    std::unique_ptr<Window> window();
-    std::vector<ExpressionPtr> valueList();
-    std::vector<OrderItem> orderItems();
-    void chain(int &length) const;
+    ExpressionPtr Make(ExpressionKind kind) const;
+    ExpressionPtr Condition() { return OrExpression(); }
+    ExpressionPtr ParseValue() { return Additive(); }
+    ExpressionPtr OrExpression();
+    ExpressionPtr AndExpression();
+    ExpressionPtr NotExpression();
+    ExpressionPtr Predicate();
+    ExpressionPtr PredicateTail(ExpressionPtr left);
+    ExpressionPtr CompareTail(ExpressionPtr left, const QString &op);
+    ExpressionPtr Additive();
+    ExpressionPtr Multiplicative();
+    ExpressionPtr Unary();
+    ExpressionPtr Primary();
+    ExpressionPtr PrimaryWord();
+    ExpressionPtr ParseLiteral();
+    ExpressionPtr Parenthesised();
+    ExpressionPtr CaseExpression();
+    ExpressionPtr CastExpression(bool tryCast);
+    ExpressionPtr ConvertExpression(bool tryCast);
+    ExpressionPtr FunctionCall(const QString &name);
+    ExpressionPtr ColumnReference();
+    std::unique_ptr<Window> ParseWindow();
+    std::vector<ExpressionPtr> ValueList();
+    std::vector<OrderItem> OrderItems();
+    void CheckChain(int &length) const;
 
     // Queries
-    Query query();
-    QueryPtr subquery();
-    std::vector<CommonTable> commonTables();
-    std::unique_ptr<QueryBody> unionBody();
-    std::unique_ptr<QueryBody> intersectBody();
-    std::unique_ptr<QueryBody> bodyPrimary();
-    std::unique_ptr<SelectCore> selectCore();
-    void queryTail(Query &query);
-    void forXml(Query &query);
-    SelectItem selectItem();
-    std::vector<SelectItem> selectItems();
-    std::vector<SelectItem> outputClause();
-    ExpressionPtr topClause(bool *percent);
-    TableSourcePtr tableSources();
-    TableSourcePtr joinedTable();
-    TableSourcePtr tablePrimary();
-    TableSourcePtr derivedTable();
-    bool acceptJoin(JoinKind &kind);
-    void skipHints();
-    void skipOptionClause();
-    std::vector<std::vector<ExpressionPtr>> rowValues();
+    Query ParseQuery();
+    QueryPtr Subquery();
+    std::vector<CommonTable> CommonTables();
+    std::unique_ptr<QueryBody> UnionBody();
+    std::unique_ptr<QueryBody> IntersectBody();
+    std::unique_ptr<QueryBody> BodyPrimary();
+    std::unique_ptr<SelectCore> ParseSelectCore();
+    void QueryTail(Query &query);
+    void ForXml(Query &query);
+    SelectItem ParseSelectItem();
+    std::vector<SelectItem> SelectItems();
+    std::vector<SelectItem> OutputClause();
+    ExpressionPtr TopClause(bool *percent);
+    TableSourcePtr TableSources();
+    TableSourcePtr JoinedTable();
+    TableSourcePtr TablePrimary();
+    TableSourcePtr DerivedTable();
+    bool AcceptJoin(JoinKind &kind);
+    void SkipHints();
+    void SkipOptionClause();
+    std::vector<std::vector<ExpressionPtr>> RowValues();
 
     // Statements
-    StatementPtr statement();
-    StatementPtr statementBody();
-    StatementPtr withStatement();
-    StatementPtr selectStatement(std::vector<CommonTable> with);
-    StatementPtr insertStatement(std::vector<CommonTable> with);
-    ObjectName changedTable();
-    template <class Change> void changedRows(Change &change);
-    void refuseUnsupported() const;
-    StatementPtr updateStatement(std::vector<CommonTable> with);
-    StatementPtr deleteStatement(std::vector<CommonTable> with);
-    StatementPtr truncateStatement();
-    StatementPtr declareStatement();
+    StatementPtr ParseStatement();
+    StatementPtr StatementBody();
+    StatementPtr WithStatement();
+    StatementPtr ParseSelectStatement(std::vector<CommonTable> with);
+    StatementPtr ParseInsertStatement(std::vector<CommonTable> with);
+    ObjectName ChangedTable();
+    template <class Change> void ParseChangedRows(Change &change);
+    void RefuseUnsupported() const;
+    StatementPtr ParseUpdateStatement(std::vector<CommonTable> with);
+    StatementPtr ParseDeleteStatement(std::vector<CommonTable> with);
+    StatementPtr ParseTruncateStatement();
+    StatementPtr ParseDeclareStatement();
     StatementPtr setStatement();
     StatementPtr setVariable();
     StatementPtr setIdentityInsert();
     StatementPtr setOption();
-    StatementPtr ifStatement();
-    StatementPtr whileStatement();
-    StatementPtr beginStatement();
-    StatementPtr tryStatement();
-    StatementPtr returnStatement();
-    StatementPtr executeStatement(bool keyword);
-    ExecuteArgument executeArgument();
-    StatementPtr transaction(StatementKind kind);
-    StatementPtr throwStatement();
-    StatementPtr raiseErrorStatement();
-    StatementPtr printStatement();
-    std::vector<StatementPtr> statementsUntilEnd();
-    bool atStatementEnd() const;
+    StatementPtr ParseIfStatement();
+    StatementPtr ParseWhileStatement();
+    StatementPtr BeginStatement();
+    StatementPtr TryStatement();
+    StatementPtr ParseReturnStatement();
+    StatementPtr ParseExecuteStatement(bool keyword);
+    ExecuteArgument ParseExecuteArgument();
+    StatementPtr Transaction(StatementKind kind);
+    StatementPtr ThrowStatement();
+    StatementPtr RaiseErrorStatement();
+    StatementPtr ParsePrintStatement();
+    std::vector<StatementPtr> StatementsUntilEnd();
+    bool AtStatementEnd() const;
 
     // Definitions
-    StatementPtr createStatement();
-    StatementPtr alterStatement();
-    StatementPtr createTable();
-    void tableElements(CreateTableStatement &table);
-    void tableElement(std::vector<ColumnDefinition> &columns, std::vector<TableConstraint> &constraints);
-    bool atConstraint() const;
-    TableConstraint constraint(const QString &forColumn);
-    void keyColumns(TableConstraint &constraint);
-    void foreignKey(TableConstraint &constraint);
-    KeyAction keyAction();
-    void columnDefinition(std::vector<ColumnDefinition> &columns, std::vector<TableConstraint> &constraints);
-    void identity(ColumnDefinition &column);
-    void skipIndexOptions();
-    StatementPtr createIndex();
-    StatementPtr createView(bool replace);
-    StatementPtr createProcedure(bool replace);
-    StatementPtr createFunction(bool replace);
-    std::vector<ParameterDefinition> parameters();
-    void skipModuleOptions();
-    StatementPtr alterTable();
-    StatementPtr dropStatement();
+    StatementPtr CreateStatement();
+    StatementPtr AlterStatement();
+    StatementPtr ParseCreateTable();
+    void TableElements(CreateTableStatement &table);
+    void TableElement(std::vector<ColumnDefinition> &columns, std::vector<TableConstraint> &constraints);
+    bool AtConstraint() const;
+    TableConstraint Constraint(const QString &forColumn);
+    void KeyColumns(TableConstraint &constraint);
+    void ParseForeignKey(TableConstraint &constraint);
+    KeyAction ParseKeyAction();
+    void ParseColumnDefinition(std::vector<ColumnDefinition> &columns, std::vector<TableConstraint> &constraints);
+    void Identity(ColumnDefinition &column);
+    void SkipIndexOptions();
+    StatementPtr ParseCreateIndex();
+    StatementPtr ParseCreateView(bool replace);
+    StatementPtr ParseCreateProcedure(bool replace);
+    StatementPtr ParseCreateFunction(bool replace);
+    std::vector<ParameterDefinition> Parameters();
+    void SkipModuleOptions();
+    StatementPtr ParseAlterTable();
+    StatementPtr ParseDropStatement();
 
     QString m_text;
     Tokens m_tokens;
@@ -166,6 +166,6 @@ private:
 };
 
 /// Words that name no column, table or alias unless they are quoted.
-bool isReserved(const QString &word);
+bool IsReserved(const QString &word);
 
 } // namespace tsql

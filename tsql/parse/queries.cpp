@@ -5,393 +5,393 @@ using namespace Qt::StringLiterals;
 
 namespace tsql {
 
-QueryPtr Parser::subquery()
+QueryPtr Parser::Subquery()
 {
     const Depth depth(*this);
-    expectSymbol(QLatin1String("("));
-    auto result = std::make_unique<Query>(query());
-    expectSymbol(QLatin1String(")"));
+    ExpectSymbol(QLatin1String("("));
+    auto result = std::make_unique<Query>(ParseQuery());
+    ExpectSymbol(QLatin1String(")"));
     return result;
 }
 
-Query Parser::query()
+Query Parser::ParseQuery()
 {
     Query result;
-    result.line = peek().line;
-    if (at(QLatin1String("WITH")))
-        result.with = commonTables();
-    result.body = unionBody();
-    queryTail(result);
+    result.line = Peek().line;
+    if (At(QLatin1String("WITH")))
+        result.with = CommonTables();
+    result.body = UnionBody();
+    QueryTail(result);
     return result;
 }
 
-void Parser::queryTail(Query &query)
+void Parser::QueryTail(Query &query)
 {
-    if (accept(QLatin1String("ORDER"))) {
-        expect(QLatin1String("BY"));
-        query.orderBy = orderItems();
-        if (accept(QLatin1String("OFFSET"))) {
-            query.offset = value();
-            if (!accept(QLatin1String("ROWS")))
-                expect(QLatin1String("ROW"));
-            if (accept(QLatin1String("FETCH"))) {
-                if (!accept(QLatin1String("NEXT")))
-                    expect(QLatin1String("FIRST"));
-                query.fetch = value();
-                if (!accept(QLatin1String("ROWS")))
-                    expect(QLatin1String("ROW"));
-                expect(QLatin1String("ONLY"));
+    if (Accept(QLatin1String("ORDER"))) {
+        Expect(QLatin1String("BY"));
+        query.orderBy = OrderItems();
+        if (Accept(QLatin1String("OFFSET"))) {
+            query.offset = ParseValue();
+            if (!Accept(QLatin1String("ROWS")))
+                Expect(QLatin1String("ROW"));
+            if (Accept(QLatin1String("FETCH"))) {
+                if (!Accept(QLatin1String("NEXT")))
+                    Expect(QLatin1String("FIRST"));
+                query.fetch = ParseValue();
+                if (!Accept(QLatin1String("ROWS")))
+                    Expect(QLatin1String("ROW"));
+                Expect(QLatin1String("ONLY"));
             }
         }
     }
-    if (at(QLatin1String("FOR")))
-        forXml(query);
-    skipOptionClause();
+    if (At(QLatin1String("FOR")))
+        ForXml(query);
+    SkipOptionClause();
 }
 
-void Parser::forXml(Query &query)
+void Parser::ForXml(Query &query)
 {
-    expect(QLatin1String("FOR"));
-    if (!at(QLatin1String("XML")))
-        unsupported(u"FOR "_s + peek().text);
-    take();
-    if (!at(QLatin1String("PATH")))
-        unsupported(u"FOR XML "_s + peek().text);
-    take();
+    Expect(QLatin1String("FOR"));
+    if (!At(QLatin1String("XML")))
+        Unsupported(u"FOR "_s + Peek().text);
+    Take();
+    if (!At(QLatin1String("PATH")))
+        Unsupported(u"FOR XML "_s + Peek().text);
+    Take();
     query.forXml = true;
     query.xmlElement = u"row"_s;
-    if (acceptSymbol(QLatin1String("("))) {
-        query.xmlElement = fixedText();
-        expectSymbol(QLatin1String(")"));
+    if (AcceptSymbol(QLatin1String("("))) {
+        query.xmlElement = FixedText();
+        ExpectSymbol(QLatin1String(")"));
     }
-    if (acceptSymbol(QLatin1String(",")))
-        unsupported(u"FOR XML PATH, "_s + peek().text);
+    if (AcceptSymbol(QLatin1String(",")))
+        Unsupported(u"FOR XML PATH, "_s + Peek().text);
 }
 
 /// OPTION (…) asks for a plan, not for another answer; but MAXRECURSION is obeyed.
-void Parser::skipOptionClause()
+void Parser::SkipOptionClause()
 {
-    if (!accept(QLatin1String("OPTION")))
+    if (!Accept(QLatin1String("OPTION")))
         return;
-    expectSymbol(QLatin1String("("));
-    while (!atSymbol(QLatin1String(")"))) {
-        if (atEnd())
-            refuse();
-        if (!at(QLatin1String("MAXRECURSION"))) {
-            take();
+    ExpectSymbol(QLatin1String("("));
+    while (!AtSymbol(QLatin1String(")"))) {
+        if (AtEnd())
+            Refuse();
+        if (!At(QLatin1String("MAXRECURSION"))) {
+            Take();
             continue;
         }
-        take();
-        m_maxRecursion = static_cast<int>(fixedInteger());
+        Take();
+        m_maxRecursion = static_cast<int>(FixedInteger());
     }
-    take();
+    Take();
 }
 
-std::vector<CommonTable> Parser::commonTables()
+std::vector<CommonTable> Parser::CommonTables()
 {
     std::vector<CommonTable> tables;
-    expect(QLatin1String("WITH"));
+    Expect(QLatin1String("WITH"));
     do {
         CommonTable table;
-        table.name = name();
-        if (atSymbol(QLatin1String("(")))
-            table.columns = nameList();
-        expect(QLatin1String("AS"));
-        table.query = subquery();
+        table.name = Name();
+        if (AtSymbol(QLatin1String("(")))
+            table.columns = NameList();
+        Expect(QLatin1String("AS"));
+        table.query = Subquery();
         tables.push_back(std::move(table));
-    } while (acceptSymbol(QLatin1String(",")));
+    } while (AcceptSymbol(QLatin1String(",")));
     return tables;
 }
 
-std::unique_ptr<QueryBody> Parser::unionBody()
+std::unique_ptr<QueryBody> Parser::UnionBody()
 {
     const Depth depth(*this);
-    std::unique_ptr<QueryBody> left = intersectBody();
+    std::unique_ptr<QueryBody> left = IntersectBody();
     int length = 0;
-    while (at(QLatin1String("UNION")) || at(QLatin1String("EXCEPT"))) {
-        chain(length);
+    while (At(QLatin1String("UNION")) || At(QLatin1String("EXCEPT"))) {
+        CheckChain(length);
         auto joined = std::make_unique<QueryBody>();
-        if (accept(QLatin1String("EXCEPT"))) {
+        if (Accept(QLatin1String("EXCEPT"))) {
             joined->op = SetOperator::Except;
         } else {
-            take();
-            joined->op = accept(QLatin1String("ALL")) ? SetOperator::UnionAll : SetOperator::Union;
+            Take();
+            joined->op = Accept(QLatin1String("ALL")) ? SetOperator::UnionAll : SetOperator::Union;
         }
         joined->left = std::move(left);
-        joined->right = intersectBody();
+        joined->right = IntersectBody();
         left = std::move(joined);
     }
     return left;
 }
 
-std::unique_ptr<QueryBody> Parser::intersectBody()
+std::unique_ptr<QueryBody> Parser::IntersectBody()
 {
-    std::unique_ptr<QueryBody> left = bodyPrimary();
+    std::unique_ptr<QueryBody> left = BodyPrimary();
     int length = 0;
-    while (accept(QLatin1String("INTERSECT"))) {
-        chain(length);
+    while (Accept(QLatin1String("INTERSECT"))) {
+        CheckChain(length);
         auto joined = std::make_unique<QueryBody>();
         joined->op = SetOperator::Intersect;
         joined->left = std::move(left);
-        joined->right = bodyPrimary();
+        joined->right = BodyPrimary();
         left = std::move(joined);
     }
     return left;
 }
 
-std::unique_ptr<QueryBody> Parser::bodyPrimary()
+std::unique_ptr<QueryBody> Parser::BodyPrimary()
 {
-    if (acceptSymbol(QLatin1String("("))) {
-        std::unique_ptr<QueryBody> inner = unionBody();
-        expectSymbol(QLatin1String(")"));
+    if (AcceptSymbol(QLatin1String("("))) {
+        std::unique_ptr<QueryBody> inner = UnionBody();
+        ExpectSymbol(QLatin1String(")"));
         return inner;
     }
     auto body = std::make_unique<QueryBody>();
-    body->core = selectCore();
+    body->core = ParseSelectCore();
     return body;
 }
 
-ExpressionPtr Parser::topClause(bool *percent)
+ExpressionPtr Parser::TopClause(bool *percent)
 {
-    if (!accept(QLatin1String("TOP")))
+    if (!Accept(QLatin1String("TOP")))
         return {};
     ExpressionPtr count;
-    if (acceptSymbol(QLatin1String("("))) {
-        count = value();
-        expectSymbol(QLatin1String(")"));
-    } else if (peek().kind == TokenKind::Literal || peek().kind == TokenKind::Variable) {
-        count = primary();
+    if (AcceptSymbol(QLatin1String("("))) {
+        count = ParseValue();
+        ExpectSymbol(QLatin1String(")"));
+    } else if (Peek().kind == TokenKind::Literal || Peek().kind == TokenKind::Variable) {
+        count = Primary();
     } else {
-        refuse();
+        Refuse();
     }
-    if (at(QLatin1String("PERCENT"))) {
+    if (At(QLatin1String("PERCENT"))) {
         if (percent == nullptr)
-            unsupported(u"PERCENT"_s);
-        take();
+            Unsupported(u"PERCENT"_s);
+        Take();
         *percent = true;
     }
-    if (at(QLatin1String("WITH")) && at(QLatin1String("TIES"), 1))
-        unsupported(u"WITH TIES"_s);
+    if (At(QLatin1String("WITH")) && At(QLatin1String("TIES"), 1))
+        Unsupported(u"WITH TIES"_s);
     return count;
 }
 
-std::unique_ptr<SelectCore> Parser::selectCore()
+std::unique_ptr<SelectCore> Parser::ParseSelectCore()
 {
     auto core = std::make_unique<SelectCore>();
-    core->line = peek().line;
-    expect(QLatin1String("SELECT"));
-    core->distinct = accept(QLatin1String("DISTINCT"));
+    core->line = Peek().line;
+    Expect(QLatin1String("SELECT"));
+    core->distinct = Accept(QLatin1String("DISTINCT"));
     if (!core->distinct)
-        accept(QLatin1String("ALL"));
-    core->top = topClause(&core->topPercent);
-    core->items = selectItems();
-    if (accept(QLatin1String("INTO")))
-        core->into = objectName();
-    if (accept(QLatin1String("FROM")))
-        core->from = tableSources();
-    if (accept(QLatin1String("WHERE")))
-        core->where = condition();
-    if (accept(QLatin1String("GROUP"))) {
-        expect(QLatin1String("BY"));
-        core->groupBy = valueList();
-        if (at(QLatin1String("WITH")))
-            unsupported(u"GROUP BY … WITH "_s + peek(1).text);
+        Accept(QLatin1String("ALL"));
+    core->top = TopClause(&core->topPercent);
+    core->items = SelectItems();
+    if (Accept(QLatin1String("INTO")))
+        core->into = ParseObjectName();
+    if (Accept(QLatin1String("FROM")))
+        core->from = TableSources();
+    if (Accept(QLatin1String("WHERE")))
+        core->where = Condition();
+    if (Accept(QLatin1String("GROUP"))) {
+        Expect(QLatin1String("BY"));
+        core->groupBy = ValueList();
+        if (At(QLatin1String("WITH")))
+            Unsupported(u"GROUP BY … WITH "_s + Peek(1).text);
     }
-    if (accept(QLatin1String("HAVING")))
-        core->having = condition();
+    if (Accept(QLatin1String("HAVING")))
+        core->having = Condition();
     return core;
 }
 
-std::vector<SelectItem> Parser::selectItems()
+std::vector<SelectItem> Parser::SelectItems()
 {
     std::vector<SelectItem> items;
     do {
-        items.push_back(selectItem());
-    } while (acceptSymbol(QLatin1String(",")));
+        items.push_back(ParseSelectItem());
+    } while (AcceptSymbol(QLatin1String(",")));
     return items;
 }
 
-SelectItem Parser::selectItem()
+SelectItem Parser::ParseSelectItem()
 {
     SelectItem item;
     const std::size_t first = m_pos;
-    const bool assigns = atSymbol(QLatin1String("="), 1);
-    if (assigns && peek().kind == TokenKind::Variable) {
-        item.variable = take().text;
-        take();
-        item.value = value();
+    const bool assigns = AtSymbol(QLatin1String("="), 1);
+    if (assigns && Peek().kind == TokenKind::Variable) {
+        item.variable = Take().text;
+        Take();
+        item.value = ParseValue();
         return item;
     }
-    const bool quotedAlias = peek().kind == TokenKind::Literal && assigns;
-    if (assigns && (atName() || quotedAlias)) {
-        item.alias = quotedAlias ? fixedText() : take().text;
-        take();
-        item.value = value();
+    const bool quotedAlias = Peek().kind == TokenKind::Literal && assigns;
+    if (assigns && (AtName() || quotedAlias)) {
+        item.alias = quotedAlias ? FixedText() : Take().text;
+        Take();
+        item.value = ParseValue();
         return item;
     }
-    item.value = value();
-    item.text = textBetween(first);
+    item.value = ParseValue();
+    item.text = TextBetween(first);
     if (item.value->kind != ExpressionKind::Star)
-        item.alias = acceptAlias();
+        item.alias = AcceptAlias();
     return item;
 }
 
-std::vector<SelectItem> Parser::outputClause()
+std::vector<SelectItem> Parser::OutputClause()
 {
-    if (!accept(QLatin1String("OUTPUT")))
+    if (!Accept(QLatin1String("OUTPUT")))
         return {};
-    std::vector<SelectItem> items = selectItems();
-    if (at(QLatin1String("INTO")))
-        unsupported(u"OUTPUT … INTO"_s);
+    std::vector<SelectItem> items = SelectItems();
+    if (At(QLatin1String("INTO")))
+        Unsupported(u"OUTPUT … INTO"_s);
     return items;
 }
 
-TableSourcePtr Parser::tableSources()
+TableSourcePtr Parser::TableSources()
 {
-    TableSourcePtr left = joinedTable();
+    TableSourcePtr left = JoinedTable();
     int length = 0;
-    while (acceptSymbol(QLatin1String(","))) {
-        chain(length);
+    while (AcceptSymbol(QLatin1String(","))) {
+        CheckChain(length);
         auto join = std::make_unique<TableSource>();
         join->kind = TableSource::Kind::Join;
         join->join = JoinKind::Cross;
-        join->line = peek().line;
+        join->line = Peek().line;
         join->left = std::move(left);
-        join->right = joinedTable();
+        join->right = JoinedTable();
         left = std::move(join);
     }
     return left;
 }
 
-bool Parser::acceptJoin(JoinKind &kind)
+bool Parser::AcceptJoin(JoinKind &kind)
 {
-    if (at(QLatin1String("CROSS"))) {
-        if (at(QLatin1String("APPLY"), 1))
-            unsupported(u"CROSS APPLY"_s);
-        take();
+    if (At(QLatin1String("CROSS"))) {
+        if (At(QLatin1String("APPLY"), 1))
+            Unsupported(u"CROSS APPLY"_s);
+        Take();
         kind = JoinKind::Cross;
-        expect(QLatin1String("JOIN"));
+        Expect(QLatin1String("JOIN"));
         return true;
     }
-    if (at(QLatin1String("OUTER")) && at(QLatin1String("APPLY"), 1))
-        unsupported(u"OUTER APPLY"_s);
-    const bool outer = at(QLatin1String("LEFT")) || at(QLatin1String("RIGHT")) || at(QLatin1String("FULL"));
+    if (At(QLatin1String("OUTER")) && At(QLatin1String("APPLY"), 1))
+        Unsupported(u"OUTER APPLY"_s);
+    const bool outer = At(QLatin1String("LEFT")) || At(QLatin1String("RIGHT")) || At(QLatin1String("FULL"));
     if (outer) {
-        kind = at(QLatin1String("LEFT"))    ? JoinKind::Left
-               : at(QLatin1String("RIGHT")) ? JoinKind::Right
+        kind = At(QLatin1String("LEFT"))    ? JoinKind::Left
+               : At(QLatin1String("RIGHT")) ? JoinKind::Right
                                             : JoinKind::Full;
-        take();
-        accept(QLatin1String("OUTER"));
-        expect(QLatin1String("JOIN"));
+        Take();
+        Accept(QLatin1String("OUTER"));
+        Expect(QLatin1String("JOIN"));
         return true;
     }
     kind = JoinKind::Inner;
-    if (accept(QLatin1String("INNER"))) {
-        expect(QLatin1String("JOIN"));
+    if (Accept(QLatin1String("INNER"))) {
+        Expect(QLatin1String("JOIN"));
         return true;
     }
-    return accept(QLatin1String("JOIN"));
+    return Accept(QLatin1String("JOIN"));
 }
 
-TableSourcePtr Parser::joinedTable()
+TableSourcePtr Parser::JoinedTable()
 {
     const Depth depth(*this);
-    TableSourcePtr left = tablePrimary();
+    TableSourcePtr left = TablePrimary();
     JoinKind kind = JoinKind::Inner;
     int length = 0;
-    while (acceptJoin(kind)) {
-        chain(length);
+    while (AcceptJoin(kind)) {
+        CheckChain(length);
         auto join = std::make_unique<TableSource>();
         join->kind = TableSource::Kind::Join;
-        join->line = peek().line;
+        join->line = Peek().line;
         join->join = kind;
         join->left = std::move(left);
         if (kind == JoinKind::Cross) {
-            join->right = tablePrimary();
+            join->right = TablePrimary();
         } else {
             // a JOIN b JOIN c ON … ON …: the inner pair closes first.
-            join->right = tablePrimary();
+            join->right = TablePrimary();
             JoinKind inner = JoinKind::Inner;
-            while (!at(QLatin1String("ON")) && acceptJoin(inner)) {
-                chain(length);
+            while (!At(QLatin1String("ON")) && AcceptJoin(inner)) {
+                CheckChain(length);
                 auto nested = std::make_unique<TableSource>();
                 nested->kind = TableSource::Kind::Join;
-                nested->line = peek().line;
+                nested->line = Peek().line;
                 nested->join = inner;
                 nested->left = std::move(join->right);
-                nested->right = tablePrimary();
+                nested->right = TablePrimary();
                 if (inner != JoinKind::Cross) {
-                    expect(QLatin1String("ON"));
-                    nested->on = condition();
+                    Expect(QLatin1String("ON"));
+                    nested->on = Condition();
                 }
                 join->right = std::move(nested);
             }
-            expect(QLatin1String("ON"));
-            join->on = condition();
+            Expect(QLatin1String("ON"));
+            join->on = Condition();
         }
         left = std::move(join);
     }
     return left;
 }
 
-TableSourcePtr Parser::derivedTable()
+TableSourcePtr Parser::DerivedTable()
 {
     auto source = std::make_unique<TableSource>();
-    source->line = peek().line;
-    if (at(QLatin1String("VALUES"), 1)) {
-        expectSymbol(QLatin1String("("));
-        take();
+    source->line = Peek().line;
+    if (At(QLatin1String("VALUES"), 1)) {
+        ExpectSymbol(QLatin1String("("));
+        Take();
         source->kind = TableSource::Kind::Values;
-        source->rows = rowValues();
-        expectSymbol(QLatin1String(")"));
+        source->rows = RowValues();
+        ExpectSymbol(QLatin1String(")"));
     } else {
         source->kind = TableSource::Kind::Derived;
-        source->query = subquery();
+        source->query = Subquery();
     }
-    source->alias = acceptAlias();
+    source->alias = AcceptAlias();
     if (source->alias.isEmpty())
-        refuse();
-    if (atSymbol(QLatin1String("(")))
-        source->columnAliases = nameList();
+        Refuse();
+    if (AtSymbol(QLatin1String("(")))
+        source->columnAliases = NameList();
     return source;
 }
 
-TableSourcePtr Parser::tablePrimary()
+TableSourcePtr Parser::TablePrimary()
 {
-    if (atSymbol(QLatin1String("("))) {
-        if (at(QLatin1String("SELECT"), 1) || at(QLatin1String("WITH"), 1) || at(QLatin1String("VALUES"), 1) ||
-            (atSymbol(QLatin1String("("), 1) && at(QLatin1String("SELECT"), 2)))
-            return derivedTable();
+    if (AtSymbol(QLatin1String("("))) {
+        if (At(QLatin1String("SELECT"), 1) || At(QLatin1String("WITH"), 1) || At(QLatin1String("VALUES"), 1) ||
+            (AtSymbol(QLatin1String("("), 1) && At(QLatin1String("SELECT"), 2)))
+            return DerivedTable();
         const Depth depth(*this);
-        take();
-        TableSourcePtr inner = joinedTable();
-        expectSymbol(QLatin1String(")"));
+        Take();
+        TableSourcePtr inner = JoinedTable();
+        ExpectSymbol(QLatin1String(")"));
         return inner;
     }
     auto source = std::make_unique<TableSource>();
-    source->line = peek().line;
-    if (peek().kind == TokenKind::Variable)
-        source->name.name = take().text;
+    source->line = Peek().line;
+    if (Peek().kind == TokenKind::Variable)
+        source->name.name = Take().text;
     else
-        source->name = objectName();
+        source->name = ParseObjectName();
     // A parenthesis holds either the arguments of a table function or hints.
     const bool hint =
-        at(QLatin1String("NOLOCK"), 1) || at(QLatin1String("UPDLOCK"), 1) || at(QLatin1String("HOLDLOCK"), 1);
-    if (atSymbol(QLatin1String("(")) && !hint) {
+        At(QLatin1String("NOLOCK"), 1) || At(QLatin1String("UPDLOCK"), 1) || At(QLatin1String("HOLDLOCK"), 1);
+    if (AtSymbol(QLatin1String("(")) && !hint) {
         source->kind = TableSource::Kind::Function;
-        take();
-        if (!atSymbol(QLatin1String(")")))
-            source->args = valueList();
-        expectSymbol(QLatin1String(")"));
+        Take();
+        if (!AtSymbol(QLatin1String(")")))
+            source->args = ValueList();
+        ExpectSymbol(QLatin1String(")"));
     }
-    skipHints();
-    source->alias = acceptAlias();
-    skipHints();
+    SkipHints();
+    source->alias = AcceptAlias();
+    SkipHints();
     return source;
 }
 
 /// WITH (NOLOCK), (UPDLOCK, HOLDLOCK): a write takes the database's lock anyway.
-void Parser::skipHints()
+void Parser::SkipHints()
 {
     static constexpr QLatin1String known[] = {
         QLatin1String("NOLOCK"),       QLatin1String("UPDLOCK"),        QLatin1String("HOLDLOCK"),
@@ -403,36 +403,36 @@ void Parser::skipHints()
     };
     const auto isHint = [this](std::size_t ahead) {
         for (const QLatin1String word : known) {
-            if (at(word, ahead))
+            if (At(word, ahead))
                 return true;
         }
         return false;
     };
-    const std::size_t paren = at(QLatin1String("WITH")) ? 1 : 0;
-    if (!atSymbol(QLatin1String("("), paren) || !isHint(paren + 1))
+    const std::size_t paren = At(QLatin1String("WITH")) ? 1 : 0;
+    if (!AtSymbol(QLatin1String("("), paren) || !isHint(paren + 1))
         return;
     m_pos += paren + 1;
     do {
         if (!isHint(0))
-            refuse();
-        take();
-    } while (acceptSymbol(QLatin1String(",")) || isHint(0));
-    expectSymbol(QLatin1String(")"));
+            Refuse();
+        Take();
+    } while (AcceptSymbol(QLatin1String(",")) || isHint(0));
+    ExpectSymbol(QLatin1String(")"));
 }
 
-std::vector<std::vector<ExpressionPtr>> Parser::rowValues()
+std::vector<std::vector<ExpressionPtr>> Parser::RowValues()
 {
     constexpr std::size_t MaxRows = 1000;
     std::vector<std::vector<ExpressionPtr>> rows;
     do {
         if (rows.size() == MaxRows)
-            throw Error(10738, {}, peek().line);
-        expectSymbol(QLatin1String("("));
-        rows.push_back(valueList());
-        expectSymbol(QLatin1String(")"));
+            throw Error(10738, {}, Peek().line);
+        ExpectSymbol(QLatin1String("("));
+        rows.push_back(ValueList());
+        ExpectSymbol(QLatin1String(")"));
         if (rows.back().size() != rows.front().size())
-            throw Error(10709, {}, peek().line);
-    } while (acceptSymbol(QLatin1String(",")));
+            throw Error(10709, {}, Peek().line);
+    } while (AcceptSymbol(QLatin1String(",")));
     return rows;
 }
 

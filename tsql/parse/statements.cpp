@@ -8,221 +8,221 @@ using namespace Qt::StringLiterals;
 
 namespace tsql {
 
-StatementPtr Parser::statement()
+StatementPtr Parser::ParseStatement()
 {
     const Depth depth(*this);
-    while (acceptSymbol(QLatin1String(";"))) {
+    while (AcceptSymbol(QLatin1String(";"))) {
     }
     const std::size_t first = m_pos;
-    const int line = peek().line;
+    const int line = Peek().line;
     m_maxRecursion = Statement::DefaultRecursion;
-    StatementPtr result = statementBody();
+    StatementPtr result = StatementBody();
     result->line = line;
     result->maxRecursion = std::exchange(m_maxRecursion, Statement::DefaultRecursion);
-    result->text = textBetween(first);
-    while (acceptSymbol(QLatin1String(";"))) {
+    result->text = TextBetween(first);
+    while (AcceptSymbol(QLatin1String(";"))) {
     }
     return result;
 }
 
 /// Statements of the dialect that are not carried out are named, so that nobody looks for a slip of the pen.
-void Parser::refuseUnsupported() const
+void Parser::RefuseUnsupported() const
 {
     static const QSet<QString> known = {
         u"MERGE"_s, u"GOTO"_s,   u"WAITFOR"_s,     u"OPEN"_s,       u"FETCH"_s,   u"CLOSE"_s,  u"DEALLOCATE"_s,
         u"GRANT"_s, u"REVOKE"_s, u"DENY"_s,        u"BACKUP"_s,     u"RESTORE"_s, u"DBCC"_s,   u"USE"_s,
         u"BULK"_s,  u"KILL"_s,   u"RECONFIGURE"_s, u"CHECKPOINT"_s, u"DISABLE"_s, u"ENABLE"_s,
     };
-    const QString word = peek().text.toUpper();
-    if (peek().kind == TokenKind::Word && known.contains(word))
-        unsupported(word);
+    const QString word = Peek().text.toUpper();
+    if (Peek().kind == TokenKind::Word && known.contains(word))
+        Unsupported(word);
 }
 
-StatementPtr Parser::statementBody()
+StatementPtr Parser::StatementBody()
 {
     using Parse = StatementPtr (*)(Parser &);
     static const QHash<QString, Parse> table = {
-        {u"SELECT"_s, [](Parser &p) { return p.selectStatement({}); }},
-        {u"INSERT"_s, [](Parser &p) { return p.insertStatement({}); }},
-        {u"UPDATE"_s, [](Parser &p) { return p.updateStatement({}); }},
-        {u"DELETE"_s, [](Parser &p) { return p.deleteStatement({}); }},
-        {u"WITH"_s, [](Parser &p) { return p.withStatement(); }},
-        {u"TRUNCATE"_s, [](Parser &p) { return p.truncateStatement(); }},
-        {u"DECLARE"_s, [](Parser &p) { return p.declareStatement(); }},
+        {u"SELECT"_s, [](Parser &p) { return p.ParseSelectStatement({}); }},
+        {u"INSERT"_s, [](Parser &p) { return p.ParseInsertStatement({}); }},
+        {u"UPDATE"_s, [](Parser &p) { return p.ParseUpdateStatement({}); }},
+        {u"DELETE"_s, [](Parser &p) { return p.ParseDeleteStatement({}); }},
+        {u"WITH"_s, [](Parser &p) { return p.WithStatement(); }},
+        {u"TRUNCATE"_s, [](Parser &p) { return p.ParseTruncateStatement(); }},
+        {u"DECLARE"_s, [](Parser &p) { return p.ParseDeclareStatement(); }},
         {u"SET"_s, [](Parser &p) { return p.setStatement(); }},
-        {u"IF"_s, [](Parser &p) { return p.ifStatement(); }},
-        {u"WHILE"_s, [](Parser &p) { return p.whileStatement(); }},
-        {u"BEGIN"_s, [](Parser &p) { return p.beginStatement(); }},
-        {u"RETURN"_s, [](Parser &p) { return p.returnStatement(); }},
-        {u"EXEC"_s, [](Parser &p) { return p.executeStatement(true); }},
-        {u"EXECUTE"_s, [](Parser &p) { return p.executeStatement(true); }},
-        {u"COMMIT"_s, [](Parser &p) { return p.transaction(StatementKind::Commit); }},
-        {u"ROLLBACK"_s, [](Parser &p) { return p.transaction(StatementKind::Rollback); }},
-        {u"SAVE"_s, [](Parser &p) { return p.transaction(StatementKind::SaveTransaction); }},
-        {u"THROW"_s, [](Parser &p) { return p.throwStatement(); }},
-        {u"RAISERROR"_s, [](Parser &p) { return p.raiseErrorStatement(); }},
-        {u"PRINT"_s, [](Parser &p) { return p.printStatement(); }},
-        {u"CREATE"_s, [](Parser &p) { return p.createStatement(); }},
-        {u"ALTER"_s, [](Parser &p) { return p.alterStatement(); }},
-        {u"DROP"_s, [](Parser &p) { return p.dropStatement(); }},
+        {u"IF"_s, [](Parser &p) { return p.ParseIfStatement(); }},
+        {u"WHILE"_s, [](Parser &p) { return p.ParseWhileStatement(); }},
+        {u"BEGIN"_s, [](Parser &p) { return p.BeginStatement(); }},
+        {u"RETURN"_s, [](Parser &p) { return p.ParseReturnStatement(); }},
+        {u"EXEC"_s, [](Parser &p) { return p.ParseExecuteStatement(true); }},
+        {u"EXECUTE"_s, [](Parser &p) { return p.ParseExecuteStatement(true); }},
+        {u"COMMIT"_s, [](Parser &p) { return p.Transaction(StatementKind::Commit); }},
+        {u"ROLLBACK"_s, [](Parser &p) { return p.Transaction(StatementKind::Rollback); }},
+        {u"SAVE"_s, [](Parser &p) { return p.Transaction(StatementKind::SaveTransaction); }},
+        {u"THROW"_s, [](Parser &p) { return p.ThrowStatement(); }},
+        {u"RAISERROR"_s, [](Parser &p) { return p.RaiseErrorStatement(); }},
+        {u"PRINT"_s, [](Parser &p) { return p.ParsePrintStatement(); }},
+        {u"CREATE"_s, [](Parser &p) { return p.CreateStatement(); }},
+        {u"ALTER"_s, [](Parser &p) { return p.AlterStatement(); }},
+        {u"DROP"_s, [](Parser &p) { return p.ParseDropStatement(); }},
     };
-    if (peek().kind != TokenKind::Word && !atSymbol(QLatin1String("(")))
-        refuse();
-    if (atSymbol(QLatin1String("(")))
-        return selectStatement({});
-    const QString word = peek().text.toUpper();
+    if (Peek().kind != TokenKind::Word && !AtSymbol(QLatin1String("(")))
+        Refuse();
+    if (AtSymbol(QLatin1String("(")))
+        return ParseSelectStatement({});
+    const QString word = Peek().text.toUpper();
     if (word == u"BREAK" || word == u"CONTINUE") {
-        take();
+        Take();
         return std::make_unique<PlainStatement>(word == u"BREAK" ? StatementKind::Break : StatementKind::Continue);
     }
     const auto found = table.constFind(word);
     if (found != table.cend())
         return (*found)(*this);
-    refuseUnsupported();
-    refuse();
+    RefuseUnsupported();
+    Refuse();
 }
 
-bool Parser::atStatementEnd() const
+bool Parser::AtStatementEnd() const
 {
-    return atEnd() || atSymbol(QLatin1String(";")) || at(QLatin1String("END"));
+    return AtEnd() || AtSymbol(QLatin1String(";")) || At(QLatin1String("END"));
 }
 
-std::vector<StatementPtr> Parser::statementsUntilEnd()
+std::vector<StatementPtr> Parser::StatementsUntilEnd()
 {
     std::vector<StatementPtr> statements;
-    while (acceptSymbol(QLatin1String(";"))) {
+    while (AcceptSymbol(QLatin1String(";"))) {
     }
-    while (!at(QLatin1String("END")))
-        statements.push_back(statement());
+    while (!At(QLatin1String("END")))
+        statements.push_back(ParseStatement());
     if (statements.empty())
-        refuse();
+        Refuse();
     return statements;
 }
 
-StatementPtr Parser::withStatement()
+StatementPtr Parser::WithStatement()
 {
-    std::vector<CommonTable> tables = commonTables();
-    if (at(QLatin1String("INSERT")))
-        return insertStatement(std::move(tables));
-    if (at(QLatin1String("UPDATE")))
-        return updateStatement(std::move(tables));
-    if (at(QLatin1String("DELETE")))
-        return deleteStatement(std::move(tables));
-    return selectStatement(std::move(tables));
+    std::vector<CommonTable> tables = CommonTables();
+    if (At(QLatin1String("INSERT")))
+        return ParseInsertStatement(std::move(tables));
+    if (At(QLatin1String("UPDATE")))
+        return ParseUpdateStatement(std::move(tables));
+    if (At(QLatin1String("DELETE")))
+        return ParseDeleteStatement(std::move(tables));
+    return ParseSelectStatement(std::move(tables));
 }
 
-StatementPtr Parser::selectStatement(std::vector<CommonTable> with)
+StatementPtr Parser::ParseSelectStatement(std::vector<CommonTable> with)
 {
     auto result = std::make_unique<SelectStatement>();
-    result->query = query();
+    result->query = ParseQuery();
     if (!with.empty())
         result->query.with = std::move(with);
     return result;
 }
 
 /// The table that a statement changes, a table variable among them.
-ObjectName Parser::changedTable()
+ObjectName Parser::ChangedTable()
 {
     ObjectName result;
-    if (peek().kind == TokenKind::Variable)
-        result.name = take().text;
+    if (Peek().kind == TokenKind::Variable)
+        result.name = Take().text;
     else
-        result = objectName();
-    skipHints();
+        result = ParseObjectName();
+    SkipHints();
     return result;
 }
 
 /// Which rows an UPDATE or DELETE is about, and what it tells of them.
-template <class Change> void Parser::changedRows(Change &change)
+template <class Change> void Parser::ParseChangedRows(Change &change)
 {
-    change.output = outputClause();
-    if (accept(QLatin1String("FROM")))
-        change.from = tableSources();
-    if (accept(QLatin1String("WHERE")))
-        change.where = condition();
-    skipOptionClause();
+    change.output = OutputClause();
+    if (Accept(QLatin1String("FROM")))
+        change.from = TableSources();
+    if (Accept(QLatin1String("WHERE")))
+        change.where = Condition();
+    SkipOptionClause();
 }
 
-StatementPtr Parser::insertStatement(std::vector<CommonTable> with)
+StatementPtr Parser::ParseInsertStatement(std::vector<CommonTable> with)
 {
     auto result = std::make_unique<InsertStatement>();
     result->with = std::move(with);
-    expect(QLatin1String("INSERT"));
-    accept(QLatin1String("INTO"));
-    result->table = changedTable();
-    const bool nestedSelect = at(QLatin1String("SELECT"), 1) || at(QLatin1String("WITH"), 1);
-    if (atSymbol(QLatin1String("(")) && !nestedSelect)
-        result->columns = nameList();
-    result->output = outputClause();
-    if (accept(QLatin1String("VALUES"))) {
-        result->rows = rowValues();
-    } else if (accept(QLatin1String("DEFAULT"))) {
-        expect(QLatin1String("VALUES"));
+    Expect(QLatin1String("INSERT"));
+    Accept(QLatin1String("INTO"));
+    result->table = ChangedTable();
+    const bool nestedSelect = At(QLatin1String("SELECT"), 1) || At(QLatin1String("WITH"), 1);
+    if (AtSymbol(QLatin1String("(")) && !nestedSelect)
+        result->columns = NameList();
+    result->output = OutputClause();
+    if (Accept(QLatin1String("VALUES"))) {
+        result->rows = RowValues();
+    } else if (Accept(QLatin1String("DEFAULT"))) {
+        Expect(QLatin1String("VALUES"));
         result->defaultValues = true;
-    } else if (at(QLatin1String("EXEC")) || at(QLatin1String("EXECUTE"))) {
-        StatementPtr call = executeStatement(true);
+    } else if (At(QLatin1String("EXEC")) || At(QLatin1String("EXECUTE"))) {
+        StatementPtr call = ParseExecuteStatement(true);
         if (call->kind != StatementKind::Execute)
-            unsupported(u"INSERT … EXEC ('…')"_s);
+            Unsupported(u"INSERT … EXEC ('…')"_s);
         result->execute.reset(static_cast<ExecuteStatement *>(call.release()));
     } else {
-        result->query = std::make_unique<Query>(query());
+        result->query = std::make_unique<Query>(ParseQuery());
     }
     return result;
 }
 
-StatementPtr Parser::updateStatement(std::vector<CommonTable> with)
+StatementPtr Parser::ParseUpdateStatement(std::vector<CommonTable> with)
 {
     auto result = std::make_unique<UpdateStatement>();
     result->with = std::move(with);
-    expect(QLatin1String("UPDATE"));
-    result->top = topClause(nullptr);
-    result->target = changedTable();
-    expect(QLatin1String("SET"));
+    Expect(QLatin1String("UPDATE"));
+    result->top = TopClause(nullptr);
+    result->target = ChangedTable();
+    Expect(QLatin1String("SET"));
     do {
         Assignment assignment;
-        if (peek().kind == TokenKind::Variable)
-            unsupported(u"UPDATE … SET @variable"_s);
-        assignment.column = name();
-        if (acceptSymbol(QLatin1String(".")))
-            assignment.column = name();
-        const bool compound = peek().kind == TokenKind::Symbol && peek().text.size() == 2 &&
-                              peek().text.endsWith(u'=') && QStringView(u"+-*/%&|^").contains(peek().text[0]);
+        if (Peek().kind == TokenKind::Variable)
+            Unsupported(u"UPDATE … SET @variable"_s);
+        assignment.column = Name();
+        if (AcceptSymbol(QLatin1String(".")))
+            assignment.column = Name();
+        const bool compound = Peek().kind == TokenKind::Symbol && Peek().text.size() == 2 &&
+                              Peek().text.endsWith(u'=') && QStringView(u"+-*/%&|^").contains(Peek().text[0]);
         if (compound) {
-            ExpressionPtr sum = make(ExpressionKind::Arithmetic);
-            sum->name = take().text.left(1);
-            ExpressionPtr column = make(ExpressionKind::Column);
+            ExpressionPtr sum = Make(ExpressionKind::Arithmetic);
+            sum->name = Take().text.left(1);
+            ExpressionPtr column = Make(ExpressionKind::Column);
             column->name = assignment.column;
             sum->args.push_back(std::move(column));
-            sum->args.push_back(value());
+            sum->args.push_back(ParseValue());
             assignment.value = std::move(sum);
         } else {
-            expectSymbol(QLatin1String("="));
-            assignment.value = value();
+            ExpectSymbol(QLatin1String("="));
+            assignment.value = ParseValue();
         }
         result->assignments.push_back(std::move(assignment));
-    } while (acceptSymbol(QLatin1String(",")));
-    changedRows(*result);
+    } while (AcceptSymbol(QLatin1String(",")));
+    ParseChangedRows(*result);
     return result;
 }
 
-StatementPtr Parser::deleteStatement(std::vector<CommonTable> with)
+StatementPtr Parser::ParseDeleteStatement(std::vector<CommonTable> with)
 {
     auto result = std::make_unique<DeleteStatement>();
     result->with = std::move(with);
-    expect(QLatin1String("DELETE"));
-    result->top = topClause(nullptr);
-    accept(QLatin1String("FROM"));
-    result->target = changedTable();
-    changedRows(*result);
+    Expect(QLatin1String("DELETE"));
+    result->top = TopClause(nullptr);
+    Accept(QLatin1String("FROM"));
+    result->target = ChangedTable();
+    ParseChangedRows(*result);
     return result;
 }
 
-StatementPtr Parser::truncateStatement()
+StatementPtr Parser::ParseTruncateStatement()
 {
     auto result = std::make_unique<TruncateStatement>();
-    expect(QLatin1String("TRUNCATE"));
-    expect(QLatin1String("TABLE"));
-    result->table = objectName();
+    Expect(QLatin1String("TRUNCATE"));
+    Expect(QLatin1String("TABLE"));
+    result->table = ParseObjectName();
     return result;
 }
 

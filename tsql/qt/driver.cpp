@@ -44,7 +44,7 @@ bool Driver::hasFeature(DriverFeature feature) const
     return false;
 }
 
-template <class Work> bool Driver::attempt(const Work &work)
+template <class Work> bool Driver::Attempt(const Work &work)
 {
     try {
         if (!m_connection)
@@ -52,7 +52,7 @@ template <class Work> bool Driver::attempt(const Work &work)
         work(*m_connection);
         return true;
     } catch (const Error &error) {
-        setLastError(sqlError(error, QSqlError::TransactionError));
+        setLastError(SqlError(error, QSqlError::TransactionError));
         return false;
     }
 }
@@ -63,7 +63,7 @@ bool Driver::open(const QString &database, const QString &, const QString &, con
     try {
         m_connection = std::make_shared<Connection>(database);
     } catch (const Error &error) {
-        setLastError(sqlError(error, QSqlError::ConnectionError));
+        setLastError(SqlError(error, QSqlError::ConnectionError));
         setOpenError(true);
         return false;
     }
@@ -86,22 +86,22 @@ QSqlResult *Driver::createResult() const
 
 bool Driver::beginTransaction()
 {
-    return attempt([](Connection &connection) { connection.beginTransaction(); });
+    return Attempt([](Connection &connection) { connection.BeginTransaction(); });
 }
 
 bool Driver::commitTransaction()
 {
-    return attempt([](Connection &connection) { connection.commit(); });
+    return Attempt([](Connection &connection) { connection.Commit(); });
 }
 
 bool Driver::rollbackTransaction()
 {
-    return attempt([](Connection &connection) { connection.rollback(); });
+    return Attempt([](Connection &connection) { connection.Rollback(); });
 }
 
-bool Driver::backup(const QString &path)
+bool Driver::Backup(const QString &path)
 {
-    return attempt([&path](Connection &connection) { connection.backup(path); });
+    return Attempt([&path](Connection &connection) { connection.Backup(path); });
 }
 
 QStringList Driver::tables(QSql::TableType type) const
@@ -109,22 +109,22 @@ QStringList Driver::tables(QSql::TableType type) const
     QStringList names;
     if (!m_connection || !(type & QSql::Tables))
         return names;
-    for (const ObjectName &name : m_connection->catalogue().tableNames())
-        names += name.display();
+    for (const ObjectName &name : m_connection->Names().TableNames())
+        names += name.Display();
     names.sort(Qt::CaseInsensitive);
     return names;
 }
 
 namespace {
 
-std::shared_ptr<const Table> tableNamed(const Connection &connection, const QString &name)
+std::shared_ptr<const Table> TableNamed(const Connection &connection, const QString &name)
 {
     QString plain = name;
     plain.remove(u'[').remove(u']');
     ObjectName object;
     object.name = plain.section(u'.', -1);
     object.schema = plain.contains(u'.') ? plain.section(u'.', -2, -2) : QString();
-    return connection.catalogue().table(object);
+    return connection.Names().FindTable(object);
 }
 
 } // namespace
@@ -132,18 +132,18 @@ std::shared_ptr<const Table> tableNamed(const Connection &connection, const QStr
 QSqlRecord Driver::record(const QString &name) const
 {
     QSqlRecord record;
-    const auto table = m_connection ? tableNamed(*m_connection, name) : nullptr;
+    const auto table = m_connection ? TableNamed(*m_connection, name) : nullptr;
     if (!table)
         return record;
     for (const Column &column : table->columns)
-        record.append(sqlField({column.name, column.type, column.nullable, name}));
+        record.append(SqlField({column.name, column.type, column.nullable, name}));
     return record;
 }
 
 QSqlIndex Driver::primaryIndex(const QString &name) const
 {
     QSqlIndex index(name);
-    const auto table = m_connection ? tableNamed(*m_connection, name) : nullptr;
+    const auto table = m_connection ? TableNamed(*m_connection, name) : nullptr;
     if (!table)
         return index;
     for (const QString &column : table->primaryKey)

@@ -51,17 +51,17 @@ public:
     QString formatValue(const QSqlField &field, bool trimStrings) const override;
 
     /** The open connection, or null. */
-    const std::shared_ptr<Connection> &connection() const { return m_connection; }
+    const std::shared_ptr<Connection> &SharedConnection() const { return m_connection; }
     /** Copies the database to a new file while it is in use. Returns false and sets lastError on failure. */
-    bool backup(const QString &path);
+    bool Backup(const QString &path);
 
     /** What the batch that ran last has to say (PRINT), whether it was refused or not. */
-    const std::vector<Message> &messages() const { return m_messages; }
+    const std::vector<Message> &Messages() const { return m_messages; }
 
 private:
     friend class Result;
 
-    template <class Work> bool attempt(const Work &work);
+    template <class Work> bool Attempt(const Work &work);
 
     std::shared_ptr<Connection> m_connection;
     mutable std::vector<Message> m_messages; ///< written by the results that this object makes

@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 
 namespace tsql {
 
-QMetaType metaType(const SqlType &type)
+QMetaType MetaType(const SqlType &type)
 {
     switch (type.kind) {
     case Kind::Bit:
@@ -40,13 +40,13 @@ QMetaType metaType(const SqlType &type)
     }
 }
 
-QSqlField sqlField(const ResultColumn &column)
+QSqlField SqlField(const ResultColumn &column)
 {
-    QSqlField field(column.name, metaType(column.type), column.table);
+    QSqlField field(column.name, MetaType(column.type), column.table);
     field.setRequired(!column.nullable);
-    if (column.type.isText() || column.type.isBinary())
+    if (column.type.IsText() || column.type.IsBinary())
         field.setLength(column.type.length);
-    if (column.type.isDecimal()) {
+    if (column.type.IsDecimal()) {
         field.setLength(column.type.precision);
         field.setPrecision(column.type.scale);
     }
@@ -55,9 +55,9 @@ QSqlField sqlField(const ResultColumn &column)
 
 namespace {
 
-QVariant dateVariant(std::string_view stored, Kind kind)
+QVariant DateVariant(std::string_view stored, Kind kind)
 {
-    const Moment moment = momentFromStorage(stored);
+    const Moment moment = MomentFromStorage(stored);
     const QDate date = QDate(1970, 1, 1).addDays(moment.day);
     const QTime time = QTime::fromMSecsSinceStartOfDay(int(moment.millisecond));
     if (kind == Kind::Date)
@@ -67,27 +67,27 @@ QVariant dateVariant(std::string_view stored, Kind kind)
     return QDateTime(date, time);
 }
 
-QVariant decimalVariant(const Decimal &value, QSql::NumericalPrecisionPolicy policy)
+QVariant DecimalVariant(const Decimal &value, QSql::NumericalPrecisionPolicy policy)
 {
     switch (policy) {
     case QSql::LowPrecisionInt32:
-        return int(value.toInt());
+        return int(value.ToInt());
     case QSql::LowPrecisionInt64:
-        return qlonglong(value.toInt());
+        return qlonglong(value.ToInt());
     case QSql::LowPrecisionDouble:
-        return value.toDouble();
+        return value.ToDouble();
     default:
-        return value.toText();
+        return value.ToText();
     }
 }
 
 } // namespace
 
-QVariant variantOf(const Cell &cell, const SqlType &type, QSql::NumericalPrecisionPolicy policy)
+QVariant VariantOf(const Cell &cell, const SqlType &type, QSql::NumericalPrecisionPolicy policy)
 {
     switch (cell.form) {
     case Value::Form::Null:
-        return QVariant(metaType(type));
+        return QVariant(MetaType(type));
     case Value::Form::Integer:
         if (type.kind == Kind::BigInt)
             return cell.integer;
@@ -97,18 +97,18 @@ QVariant variantOf(const Cell &cell, const SqlType &type, QSql::NumericalPrecisi
     case Value::Form::Real:
         return cell.real;
     case Value::Form::Text:
-        if (type.isDate())
-            return dateVariant(cell.bytes, type.kind);
+        if (type.IsDate())
+            return DateVariant(cell.bytes, type.kind);
         return QString::fromUtf8(cell.bytes.data(), qsizetype(cell.bytes.size()));
     case Value::Form::Blob:
-        if (type.isDecimal())
-            return decimalVariant(Decimal::fromBlob(cell.bytes.data(), int(cell.bytes.size()), type.scale), policy);
+        if (type.IsDecimal())
+            return DecimalVariant(Decimal::FromBlob(cell.bytes.data(), int(cell.bytes.size()), type.scale), policy);
         return QByteArray(cell.bytes.data(), qsizetype(cell.bytes.size()));
     }
     return {};
 }
 
-host::FedCell fedCell(const Cell &cell, const SqlType &type)
+host::FedCell FedCell(const Cell &cell, const SqlType &type)
 {
     using Form = host::FedCell::Form;
     host::FedCell fed;
@@ -121,18 +121,18 @@ host::FedCell fedCell(const Cell &cell, const SqlType &type)
         fed.number = cell.integer;
         if (type.kind == Kind::Bit || type.kind == Kind::Condition)
             fed.form = Form::Boolean;
-        else if (type.isInteger())
+        else if (type.IsInteger())
             fed.form = Form::Integer;
         break;
     case Value::Form::Text:
-        if (!type.isDate()) {
+        if (!type.IsDate()) {
             fed.form = Form::Utf8;
             fed.bytes = cell.bytes.data();
             fed.size = qsizetype(cell.bytes.size());
         }
         break;
     case Value::Form::Blob:
-        if (type.isDecimal() && Decimal::smallUnits(cell.bytes, fed.number)) {
+        if (type.IsDecimal() && Decimal::SmallUnits(cell.bytes, fed.number)) {
             fed.form = Form::Decimal;
             fed.scale = quint8(type.scale);
         }
@@ -143,12 +143,12 @@ host::FedCell fedCell(const Cell &cell, const SqlType &type)
     return fed;
 }
 
-QSqlError sqlError(const Error &error, QSqlError::ErrorType type)
+QSqlError SqlError(const Error &error, QSqlError::ErrorType type)
 {
-    if (error.number() == DeviceErrorNumber || error.number() == NoSpaceNumber)
+    if (error.Number() == DeviceErrorNumber || error.Number() == NoSpaceNumber)
         type = QSqlError::ConnectionError;
-    const QString where = error.line() > 0 ? u"Line %1"_s.arg(error.line()) : QString();
-    return {where, error.message(), type, QString::number(error.number())};
+    const QString where = error.Line() > 0 ? u"Line %1"_s.arg(error.Line()) : QString();
+    return {where, error.Text(), type, QString::number(error.Number())};
 }
 
 } // namespace tsql

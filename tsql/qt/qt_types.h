@@ -11,13 +11,13 @@ namespace tsql {
 
 class Error;
 
-QMetaType metaType(const SqlType &type);
-QSqlField sqlField(const ResultColumn &column);
+QMetaType MetaType(const SqlType &type);
+QSqlField SqlField(const ResultColumn &column);
 /** `policy` decides how a decimal comes: as its text, or as a number that may be less exact. */
-QVariant variantOf(const Cell &cell, const SqlType &type, QSql::NumericalPrecisionPolicy policy);
+QVariant VariantOf(const Cell &cell, const SqlType &type, QSql::NumericalPrecisionPolicy policy);
 /** The same value, with decimals as their digits, as far as a feed can carry it. */
-host::FedCell fedCell(const Cell &cell, const SqlType &type);
+host::FedCell FedCell(const Cell &cell, const SqlType &type);
 /** `type` is what it is unless the file itself failed: that is a ConnectionError. */
-QSqlError sqlError(const Error &error, QSqlError::ErrorType type);
+QSqlError SqlError(const Error &error, QSqlError::ErrorType type);
 
 } // namespace tsql

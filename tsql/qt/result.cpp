@@ -14,10 +14,10 @@ namespace tsql {
 namespace {
 
 /** What the server finds before it runs anything of a batch: columns that are not there, groups that make no sense. */
-bool foundBeforeRunning(const Error &error)
+bool FoundBeforeRunning(const Error &error)
 {
     constexpr int numbers[] = {207, 209, 4104, 8120};
-    return std::find(std::begin(numbers), std::end(numbers), error.number()) != std::end(numbers);
+    return std::find(std::begin(numbers), std::end(numbers), error.Number()) != std::end(numbers);
 }
 
 } // namespace
@@ -27,11 +27,11 @@ Result::Result(const Driver *driver) : QSqlResult(driver)
 
 Result::~Result()
 {
-    close();
+    Close();
 }
 
 /** The cursors go before the connection whose handles they use. */
-void Result::close()
+void Result::Close()
 {
     m_cursor.reset();
     m_outcome.clear();
@@ -44,31 +44,31 @@ void Result::close()
 
 bool Result::reset(const QString &sql)
 {
-    close();
+    Close();
     setActive(false);
     setAt(QSql::BeforeFirstRow);
     const auto *owner = static_cast<const Driver *>(driver());
-    m_connection = owner->connection();
+    m_connection = owner->SharedConnection();
     try {
         if (!m_connection)
             throw Error(0);
         const auto tell = qScopeGuard([&] { owner->m_messages.swap(m_outcome.messages); });
-        m_connection->execute(sql, m_outcome);
+        m_connection->Execute(sql, m_outcome);
     } catch (const Error &error) {
-        if (m_outcome.results.empty() || foundBeforeRunning(error)) {
-            setLastError(sqlError(error, QSqlError::StatementError));
-            close();
+        if (m_outcome.results.empty() || FoundBeforeRunning(error)) {
+            setLastError(SqlError(error, QSqlError::StatementError));
+            Close();
             return false;
         }
         m_failure = error;
     }
-    showCurrent();
+    ShowCurrent();
     setActive(true);
     return true;
 }
 
 /** Takes the next result set of the batch. */
-void Result::showCurrent()
+void Result::ShowCurrent()
 {
     m_cursor.reset();
     m_passed.clear();
@@ -85,31 +85,31 @@ bool Result::nextResult()
         m_cursor.reset();
         setSelect(false);
         if (const auto failure = std::exchange(m_failure, std::nullopt))
-            setLastError(sqlError(*failure, QSqlError::StatementError));
+            setLastError(SqlError(*failure, QSqlError::StatementError));
         return false;
     }
-    showCurrent();
+    ShowCurrent();
     return true;
 }
 
 /** Moves the cursor one row on; a query that may go back keeps the row. */
-bool Result::advance()
+bool Result::Advance()
 {
     if (!m_cursor || m_cursorEnded)
         return false;
     try {
-        m_cursorEnded = !m_cursor->next();
+        m_cursorEnded = !m_cursor->Next();
     } catch (const Error &error) {
-        setLastError(sqlError(error, QSqlError::StatementError));
+        setLastError(SqlError(error, QSqlError::StatementError));
         m_cursorEnded = true;
     }
     if (m_cursorEnded)
         return false;
     if (!isForwardOnly()) {
         std::vector<QVariant> row;
-        const auto &columns = m_cursor->columns();
+        const auto &columns = m_cursor->Columns();
         for (size_t i = 0; i < columns.size(); ++i)
-            row.push_back(variantOf(m_cursor->cell(int(i)), columns[i].type, numericalPrecisionPolicy()));
+            row.push_back(VariantOf(m_cursor->CellAt(int(i)), columns[i].type, numericalPrecisionPolicy()));
         m_passed.push_back(std::move(row));
     }
     return true;
@@ -118,24 +118,24 @@ bool Result::advance()
 bool Result::fetchNext()
 {
     if (isForwardOnly()) {
-        if (!advance()) {
+        if (!Advance()) {
             setAt(QSql::AfterLastRow);
             return false;
         }
         setAt(at() < 0 ? 0 : at() + 1);
         return true;
     }
-    return seek(at() < 0 ? 0 : at() + 1);
+    return Seek(at() < 0 ? 0 : at() + 1);
 }
 
-bool Result::seek(int row)
+bool Result::Seek(int row)
 {
     if (row < 0) {
         setAt(QSql::BeforeFirstRow);
         return false;
     }
     while (m_passed.size() <= size_t(row)) {
-        if (!advance()) {
+        if (!Advance()) {
             setAt(QSql::AfterLastRow);
             return false;
         }
@@ -147,7 +147,7 @@ bool Result::seek(int row)
 bool Result::fetch(int row)
 {
     if (!isForwardOnly())
-        return seek(row);
+        return Seek(row);
     while (at() < row) {
         if (!fetchNext())
             return false;
@@ -159,38 +159,38 @@ bool Result::fetchFirst()
 {
     if (isForwardOnly())
         return at() == QSql::BeforeFirstRow && fetchNext();
-    return seek(0);
+    return Seek(0);
 }
 
 bool Result::fetchPrevious()
 {
-    return !isForwardOnly() && seek(at() - 1);
+    return !isForwardOnly() && Seek(at() - 1);
 }
 
 bool Result::fetchLast()
 {
     if (isForwardOnly())
         return false;
-    while (advance()) {
+    while (Advance()) {
     }
-    return !m_passed.empty() && seek(int(m_passed.size()) - 1);
+    return !m_passed.empty() && Seek(int(m_passed.size()) - 1);
 }
 
 QVariant Result::data(int field)
 {
-    if (!m_cursor || field < 0 || size_t(field) >= m_cursor->columns().size())
+    if (!m_cursor || field < 0 || size_t(field) >= m_cursor->Columns().size())
         return {};
     if (!isForwardOnly())
         return at() >= 0 && size_t(at()) < m_passed.size() ? m_passed[size_t(at())][size_t(field)] : QVariant();
-    return variantOf(m_cursor->cell(field), m_cursor->columns()[size_t(field)].type, numericalPrecisionPolicy());
+    return VariantOf(m_cursor->CellAt(field), m_cursor->Columns()[size_t(field)].type, numericalPrecisionPolicy());
 }
 
 bool Result::isNull(int field)
 {
     if (!isForwardOnly())
         return data(field).isNull();
-    const bool known = m_cursor && field >= 0 && size_t(field) < m_cursor->columns().size();
-    return !known || m_cursor->cell(field).form == Value::Form::Null;
+    const bool known = m_cursor && field >= 0 && size_t(field) < m_cursor->Columns().size();
+    return !known || m_cursor->CellAt(field).form == Value::Form::Null;
 }
 
 QVariant Result::handle() const
@@ -204,10 +204,10 @@ bool Result::NextRow(std::vector<host::FedCell> &cells)
 {
     if (!fetchNext())
         return false;
-    const auto &columns = m_cursor->columns();
+    const auto &columns = m_cursor->Columns();
     cells.resize(columns.size());
     for (size_t i = 0; i < columns.size(); ++i)
-        cells[i] = fedCell(m_cursor->cell(int(i)), columns[i].type);
+        cells[i] = FedCell(m_cursor->CellAt(int(i)), columns[i].type);
     return true;
 }
 
@@ -215,15 +215,15 @@ QSqlRecord Result::record() const
 {
     QSqlRecord record;
     if (m_cursor) {
-        for (const ResultColumn &column : m_cursor->columns())
-            record.append(sqlField(column));
+        for (const ResultColumn &column : m_cursor->Columns())
+            record.append(SqlField(column));
     }
     return record;
 }
 
 QVariant Result::lastInsertId() const
 {
-    return m_outcome.lastIdentity.isNull() ? QVariant() : QVariant(m_outcome.lastIdentity.integer);
+    return m_outcome.lastIdentity.IsNull() ? QVariant() : QVariant(m_outcome.lastIdentity.integer);
 }
 
 void Result::detachFromResultSet()

@@ -45,10 +45,10 @@ protected:
 
 private:
     bool NextRow(std::vector<host::FedCell> &cells) override;
-    bool advance();
-    bool seek(int row);
-    void showCurrent();
-    void close();
+    bool Advance();
+    bool Seek(int row);
+    void ShowCurrent();
+    void Close();
 
     std::shared_ptr<Connection> m_connection; ///< as long as a cursor reads from it
     Outcome m_outcome;

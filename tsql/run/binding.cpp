@@ -13,7 +13,7 @@ constexpr qsizetype ShortText = 200;
 constexpr qsizetype ShortNumber = 60;
 
 /** UTF-8 of a short text; a lone surrogate is written as it stands. Returns the length. */
-int encode(QStringView text, char *out)
+int Encode(QStringView text, char *out)
 {
     char *at = out;
     for (qsizetype i = 0; i < text.size(); ++i) {
@@ -40,47 +40,47 @@ int encode(QStringView text, char *out)
     return int(at - out);
 }
 
-bool bindShortText(sqlite3_stmt *statement, int index, const Literal &literal, const SqlType &type, BoundBytes *bytes)
+bool BindShortText(sqlite3_stmt *statement, int index, const Literal &literal, const SqlType &type, BoundBytes *bytes)
 {
     const bool isText = literal.kind == LiteralKind::Text || literal.kind == LiteralKind::Unicode;
-    if (!isText || !type.isText() || type.isFixedText() || literal.text.size() > ShortText ||
+    if (!isText || !type.IsText() || type.IsFixedText() || literal.text.size() > ShortText ||
         (type.length != SqlType::Max && literal.text.size() > type.length))
         return false;
-    if (char *kept = bytes ? bytes->take(literal.text.size() * 3) : nullptr) {
-        sqlite3_bind_text(statement, index, kept, encode(literal.text, kept), SQLITE_STATIC);
+    if (char *kept = bytes ? bytes->Take(literal.text.size() * 3) : nullptr) {
+        sqlite3_bind_text(statement, index, kept, Encode(literal.text, kept), SQLITE_STATIC);
         return true;
     }
     char utf8[ShortText * 3];
-    sqlite3_bind_text(statement, index, utf8, encode(literal.text, utf8), SQLITE_TRANSIENT);
+    sqlite3_bind_text(statement, index, utf8, Encode(literal.text, utf8), SQLITE_TRANSIENT);
     return true;
 }
 
-bool bindDecimal(sqlite3_stmt *statement, int index, const Literal &literal, const Parameter &parameter,
+bool BindDecimal(sqlite3_stmt *statement, int index, const Literal &literal, const Parameter &parameter,
                  BoundBytes *bytes)
 {
     const bool isNumber = literal.kind == LiteralKind::Integer || literal.kind == LiteralKind::Decimal;
-    if (!isNumber || !parameter.type.isDecimal() || literal.text.size() > ShortNumber)
+    if (!isNumber || !parameter.type.IsDecimal() || literal.text.size() > ShortNumber)
         return false;
     char digits[ShortNumber];
     for (qsizetype i = 0; i < literal.text.size(); ++i)
         digits[i] = char(literal.text[i].unicode());
     bool ok = false;
-    Decimal value = Decimal::fromText(std::string_view(digits, size_t(literal.text.size())), ok);
+    Decimal value = Decimal::FromText(std::string_view(digits, size_t(literal.text.size())), ok);
     if (literal.text.size() - value.scale > parameter.type.precision - parameter.type.scale)
         return false; // may not fit: the general way finds the words for it
     if (parameter.negate)
         value.units = -value.units;
     unsigned char blob[17];
-    char *kept = bytes ? bytes->take(sizeof blob) : nullptr;
+    char *kept = bytes ? bytes->Take(sizeof blob) : nullptr;
     auto *out = kept ? reinterpret_cast<unsigned char *>(kept) : blob;
-    const int length = value.rescaled(parameter.type.precision, parameter.type.scale).toBlob(out);
+    const int length = value.Rescaled(parameter.type.precision, parameter.type.scale).ToBlob(out);
     sqlite3_bind_blob(statement, index, out, length, kept ? SQLITE_STATIC : SQLITE_TRANSIENT);
     return true;
 }
 
 } // namespace
 
-void bindLiteral(sqlite3_stmt *statement, int index, const Literal &literal, const Parameter &parameter,
+void BindLiteral(sqlite3_stmt *statement, int index, const Literal &literal, const Parameter &parameter,
                  BoundBytes *bytes)
 {
     const Kind kind = parameter.type.kind;
@@ -88,21 +88,21 @@ void bindLiteral(sqlite3_stmt *statement, int index, const Literal &literal, con
         sqlite3_bind_int64(statement, index, parameter.negate ? -literal.integer : literal.integer);
         return;
     }
-    if (bindShortText(statement, index, literal, parameter.type, bytes) ||
-        bindDecimal(statement, index, literal, parameter, bytes))
+    if (BindShortText(statement, index, literal, parameter.type, bytes) ||
+        BindDecimal(statement, index, literal, parameter, bytes))
         return;
-    bindConverted(statement, index, literalValue(literal, parameter.negate), literalType(literal), parameter);
+    BindConverted(statement, index, LiteralValue(literal, parameter.negate), LiteralType(literal), parameter);
 }
 
-void bindConverted(sqlite3_stmt *statement, int index, const Value &value, const SqlType &type,
+void BindConverted(sqlite3_stmt *statement, int index, const Value &value, const SqlType &type,
                    const Parameter &parameter)
 {
-    if (type == parameter.type || value.isNull()) {
-        bindValue(statement, index, value);
+    if (type == parameter.type || value.IsNull()) {
+        BindValue(statement, index, value);
         return;
     }
-    bindValue(statement, index,
-              convert(value, type,
+    BindValue(statement, index,
+              Convert(value, type,
                       {parameter.type, parameter.conversion == Conversion::Assign, parameter.table, parameter.column}));
 }
 

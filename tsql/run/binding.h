@@ -14,7 +14,7 @@ class BoundBytes
 {
 public:
     /** Room for `size` bytes, or null when it is used up. */
-    char *take(qsizetype size)
+    char *Take(qsizetype size)
     {
         if (size > m_end - m_next)
             return nullptr;
@@ -31,11 +31,11 @@ private:
  * Binds a literal as the type that the parameter asks for, converting and refusing as the server does. The usual
  * cases (numbers, texts that fit) go without memory of their own: this runs for each value of each statement.
  */
-void bindLiteral(sqlite3_stmt *statement, int index, const Literal &literal, const Parameter &parameter,
+void BindLiteral(sqlite3_stmt *statement, int index, const Literal &literal, const Parameter &parameter,
                  BoundBytes *bytes = nullptr);
 
 /** Binds a value of a variable or of the session. */
-void bindConverted(sqlite3_stmt *statement, int index, const Value &value, const SqlType &type,
+void BindConverted(sqlite3_stmt *statement, int index, const Value &value, const SqlType &type,
                    const Parameter &parameter);
 
 } // namespace tsql

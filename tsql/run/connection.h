@@ -91,39 +91,39 @@ public:
     Connection &operator=(const Connection &) = delete;
 
     /** Runs a batch to its end. Throws the first Error that no CATCH took. */
-    Outcome execute(const QString &batch);
+    Outcome Execute(const QString &batch);
     /** The same; `outcome` holds what came before the Error. */
-    void execute(const QString &batch, Outcome &outcome);
+    void Execute(const QString &batch, Outcome &outcome);
 
-    void beginTransaction(const QString &name = {});
-    void commit();
+    void BeginTransaction(const QString &name = {});
+    void Commit();
     /** Rolls back to the savepoint, or the whole transaction when the name is empty. */
-    void rollback(const QString &savepoint = {});
-    void saveTransaction(const QString &name);
+    void Rollback(const QString &savepoint = {});
+    void SaveTransaction(const QString &name);
 
-    const Catalogue &catalogue() const { return m_catalogue; }
-    const SqliteHandle &handle() const { return m_main; }
+    const Catalogue &Names() const { return m_catalogue; }
+    const SqliteHandle &Handle() const { return m_main; }
     /** Copies the database, as it is after the last commit, to a new file while others go on working. */
-    void backup(const QString &path);
+    void Backup(const QString &path);
 
 private:
     friend class Interpreter;
 
     static constexpr size_t MaxReaders = 8;
 
-    void renewOrder();
-    void loadDefinitions();
-    void syncCatalogue();
-    bool definedElsewhere();
-    void keepDefinition(const QString &text);
-    void announceDefinitions();
-    void requireFile() const;
-    std::shared_ptr<Reader> freeReader();
-    void noticeLostTransaction();
-    void restoreCatalogue(const Catalogue &picture);
-    void restoreTableVariables(const std::vector<KeptTable> &variables);
-    std::vector<KeptTable> tableVariables() const;
-    void endTransaction();
+    void RenewOrder();
+    void LoadDefinitions();
+    void SyncCatalogue();
+    bool DefinedElsewhere();
+    void KeepDefinition(const QString &text);
+    void AnnounceDefinitions();
+    void RequireFile() const;
+    std::shared_ptr<Reader> FreeReader();
+    void NoticeLostTransaction();
+    void RestoreCatalogue(const Catalogue &picture);
+    void RestoreTableVariables(const std::vector<KeptTable> &variables);
+    std::vector<KeptTable> TableVariables() const;
+    void EndTransaction();
 
     const QString m_path;
     std::shared_ptr<SharedFile> m_shared;

@@ -3,54 +3,54 @@
 namespace tsql {
 
 Cursor::Cursor(Lease lease, std::shared_ptr<Reader> reader)
-    : m_entry(lease.sharedEntry()), m_lease(std::move(lease)), m_reader(std::move(reader))
+    : m_entry(lease.SharedEntry()), m_lease(std::move(lease)), m_reader(std::move(reader))
 {
     Q_ASSERT_X(m_lease && m_reader && !m_reader->busy, "Cursor", "a reader carries one result set at a time");
     m_reader->busy = true;
     try {
-        m_stepped = m_reader->handle.step(m_lease.statement());
+        m_stepped = m_reader->handle.Step(m_lease.Prepared());
     } catch (...) {
-        finish();
+        Finish();
         throw;
     }
     if (!m_stepped)
-        finish();
+        Finish();
 }
 
-Cursor::Cursor(Lease lease, const SqliteHandle &handle) : m_entry(lease.sharedEntry()), m_lease(std::move(lease))
+Cursor::Cursor(Lease lease, const SqliteHandle &handle) : m_entry(lease.SharedEntry()), m_lease(std::move(lease))
 {
     Q_ASSERT(m_lease);
-    readAll(handle);
-    finish();
+    ReadAll(handle);
+    Finish();
 }
 
 Cursor::~Cursor()
 {
-    finish();
+    Finish();
 }
 
-void Cursor::finish()
+void Cursor::Finish()
 {
-    m_lease.release();
+    m_lease.Release();
     if (m_reader)
         m_reader->busy = false;
     m_reader.reset();
 }
 
-void Cursor::readAll(const SqliteHandle &handle)
+void Cursor::ReadAll(const SqliteHandle &handle)
 {
-    sqlite3_stmt *statement = m_lease.statement();
+    sqlite3_stmt *statement = m_lease.Prepared();
     const int count = sqlite3_column_count(statement);
-    while (handle.step(statement)) {
+    while (handle.Step(statement)) {
         Row row;
         row.reserve(size_t(count));
         for (int i = 0; i < count; ++i)
-            row.push_back(columnValue(statement, i));
+            row.push_back(ColumnValue(statement, i));
         m_rows.push_back(std::move(row));
     }
 }
 
-bool Cursor::next()
+bool Cursor::Next()
 {
     if (!m_lease)
         return m_nextRow < m_rows.size() && m_nextRow++ < m_rows.size();
@@ -61,27 +61,27 @@ bool Cursor::next()
     Q_ASSERT_X(m_reader && m_reader->busy, "Cursor", "only a streaming cursor keeps its lease");
     bool more = false;
     try {
-        more = m_reader->handle.step(m_lease.statement());
+        more = m_reader->handle.Step(m_lease.Prepared());
     } catch (...) {
-        finish();
+        Finish();
         throw;
     }
     if (!more)
-        finish();
+        Finish();
     return more;
 }
 
-Cell Cursor::cell(int column) const
+Cell Cursor::CellAt(int column) const
 {
     Q_ASSERT_X(!m_stepped, "Cursor", "next() comes before the first cell");
-    Q_ASSERT(column >= 0 && size_t(column) < columns().size());
+    Q_ASSERT(column >= 0 && size_t(column) < Columns().size());
     if (!m_lease) {
         if (m_nextRow == 0 || m_rows.empty())
             return {};
         const Value &value = m_rows[m_nextRow - 1][size_t(column)];
         return {value.form, value.integer, value.real, {value.bytes.constData(), size_t(value.bytes.size())}};
     }
-    sqlite3_stmt *statement = m_lease.statement();
+    sqlite3_stmt *statement = m_lease.Prepared();
     Cell cell;
     switch (sqlite3_column_type(statement, column)) {
     case SQLITE_INTEGER:

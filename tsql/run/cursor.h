@@ -38,17 +38,17 @@ public:
     Cursor(const Cursor &) = delete;
     Cursor &operator=(const Cursor &) = delete;
 
-    const std::vector<ResultColumn> &columns() const { return m_entry->compiled.columns; }
+    const std::vector<ResultColumn> &Columns() const { return m_entry->compiled.columns; }
     /** Moves to the next row; false behind the last. Throws Error when the statement fails on the way. */
-    bool next();
-    Cell cell(int column) const;
+    bool Next();
+    Cell CellAt(int column) const;
 
     /** The rows of a buffered cursor; a streaming one does not know. */
-    size_t bufferedRows() const { return m_rows.size(); }
+    size_t BufferedRows() const { return m_rows.size(); }
 
 private:
-    void readAll(const SqliteHandle &handle);
-    void finish();
+    void ReadAll(const SqliteHandle &handle);
+    void Finish();
 
     std::shared_ptr<CompiledEntry> m_entry; ///< for the columns
     Lease m_lease;

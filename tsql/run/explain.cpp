@@ -33,8 +33,8 @@ QString SourceOf(const Parameter &parameter)
 void Explainer::Explain(const QString &batch, QStringList &lines)
 {
     m_lines = &lines;
-    const Plan plan(parse(batch));
-    ExplainAll(plan.statements(), plan.variables());
+    const Plan plan(ParseBatch(batch));
+    ExplainAll(plan.Statements(), plan.Variables());
 }
 
 void Explainer::ExplainAll(const std::vector<StatementPtr> &statements, const VariableTypes &variables)
@@ -43,7 +43,7 @@ void Explainer::ExplainAll(const std::vector<StatementPtr> &statements, const Va
         try {
             ExplainOne(*statement, variables);
         } catch (Error &error) {
-            if (error.line() == 0)
+            if (error.Line() == 0)
                 error.setLine(statement->line);
             throw;
         }
@@ -68,33 +68,33 @@ void Explainer::ExplainOne(const Statement &statement, const VariableTypes &vari
     case StatementKind::Drop:
         return Define(statement, variables);
     case StatementKind::DeclareTable:
-        return Define(*as<DeclareTableStatement>(statement).table, variables);
+        return Define(*As<DeclareTableStatement>(statement).table, variables);
     case StatementKind::Declare:
-        for (const auto &variable : as<DeclareStatement>(statement).variables)
+        for (const auto &variable : As<DeclareStatement>(statement).variables)
             ExplainValue(variable.value.get(), variables);
         return;
     case StatementKind::SetVariable:
-        return ExplainValue(as<SetVariableStatement>(statement).value.get(), variables);
+        return ExplainValue(As<SetVariableStatement>(statement).value.get(), variables);
     case StatementKind::Return:
-        return ExplainValue(as<ReturnStatement>(statement).value.get(), variables);
+        return ExplainValue(As<ReturnStatement>(statement).value.get(), variables);
     case StatementKind::Print:
-        return ExplainValue(as<PrintStatement>(statement).value.get(), variables);
+        return ExplainValue(As<PrintStatement>(statement).value.get(), variables);
     case StatementKind::If: {
-        const auto &branch = as<IfStatement>(statement);
-        Print(compileCondition(*branch.condition, m_catalogue, variables));
+        const auto &branch = As<IfStatement>(statement);
+        Print(CompileCondition(*branch.condition, m_catalogue, variables));
         ExplainOne(*branch.then, variables);
         if (branch.otherwise)
             ExplainOne(*branch.otherwise, variables);
         return;
     }
     case StatementKind::While:
-        Print(compileCondition(*as<WhileStatement>(statement).condition, m_catalogue, variables));
-        return ExplainOne(*as<WhileStatement>(statement).body, variables);
+        Print(CompileCondition(*As<WhileStatement>(statement).condition, m_catalogue, variables));
+        return ExplainOne(*As<WhileStatement>(statement).body, variables);
     case StatementKind::Block:
-        return ExplainAll(as<BlockStatement>(statement).statements, variables);
+        return ExplainAll(As<BlockStatement>(statement).statements, variables);
     case StatementKind::TryCatch:
-        ExplainAll(as<TryCatchStatement>(statement).tried, variables);
-        return ExplainAll(as<TryCatchStatement>(statement).caught, variables);
+        ExplainAll(As<TryCatchStatement>(statement).tried, variables);
+        return ExplainAll(As<TryCatchStatement>(statement).caught, variables);
     case StatementKind::SetOption:
     case StatementKind::Break:
     case StatementKind::Continue:
@@ -112,23 +112,23 @@ void Explainer::ExplainOne(const Statement &statement, const VariableTypes &vari
 
 void Explainer::Define(const Statement &statement, const VariableTypes &variables)
 {
-    const bool called = statement.kind == StatementKind::Insert && as<InsertStatement>(statement).execute;
+    const bool called = statement.kind == StatementKind::Insert && As<InsertStatement>(statement).execute;
     if (called)
         return Remark(statement);
-    const Compiled compiled = compile(statement, m_catalogue, variables);
+    const Compiled compiled = Compile(statement, m_catalogue, variables);
     if (compiled.sql.isEmpty() && compiled.then.empty())
         Remark(statement);
     Print(compiled);
     if (compiled.into)
-        m_catalogue.addTable(compiled.into);
+        m_catalogue.AddTable(compiled.into);
     if (compiled.definition)
-        m_catalogue.apply(statement);
+        m_catalogue.Apply(statement);
 }
 
 void Explainer::ExplainValue(const Expression *value, const VariableTypes &variables)
 {
     if (value)
-        Print(compileScalar(*value, m_catalogue, variables));
+        Print(CompileScalar(*value, m_catalogue, variables));
 }
 
 void Explainer::Print(const Compiled &compiled)
@@ -139,7 +139,7 @@ void Explainer::Print(const Compiled &compiled)
         *m_lines += compiled.intoInsert;
     for (std::size_t i = 0; i < compiled.parameters.size(); ++i) {
         const Parameter &parameter = compiled.parameters[i];
-        *m_lines += u"  -- ?%1 = %2 as %3"_s.arg(QString::number(i + 1), SourceOf(parameter), typeName(parameter.type));
+        *m_lines += u"  -- ?%1 = %2 as %3"_s.arg(QString::number(i + 1), SourceOf(parameter), TypeName(parameter.type));
     }
     for (const QString &sql : compiled.then)
         *m_lines += sql;

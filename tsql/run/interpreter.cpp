@@ -6,132 +6,132 @@ using namespace Qt::StringLiterals;
 
 namespace tsql {
 
-void Interpreter::runBatch(const QString &text)
+void Interpreter::RunBatch(const QString &text)
 {
     std::vector<Literal> literals;
-    const std::shared_ptr<Plan> plan = m_connection.m_plans.plan(text, {}, literals);
+    const std::shared_ptr<Plan> plan = m_connection.m_plans.FindPlan(text, {}, literals);
     Frame frame{*plan, &literals, {}, {}, 0, {}};
     m_connection.m_session.caught.clear();
-    runFrame(frame);
-    m_connection.m_plans.recycle(std::move(literals));
+    RunFrame(frame);
+    m_connection.m_plans.Recycle(std::move(literals));
     m_outcome.lastIdentity = frame.scopeIdentity;
     if (m_raised)
         throw *m_raised;
 }
 
 /** Runs a whole text and takes away what must not outlive it. */
-void Interpreter::runFrame(Frame &frame)
+void Interpreter::RunFrame(Frame &frame)
 {
-    const bool counts = frame.plan.asksRowCount();
+    const bool counts = frame.plan.AsksRowCount();
     m_countingFrames += counts;
     try {
-        run(frame.plan.statements(), frame);
+        Run(frame.plan.Statements(), frame);
     } catch (...) {
         m_countingFrames -= counts;
-        dropTemporary(frame);
+        DropTemporary(frame);
         throw;
     }
     m_countingFrames -= counts;
-    dropTemporary(frame);
+    DropTemporary(frame);
 }
 
-Interpreter::Flow Interpreter::run(const Statements &statements, Frame &frame)
+Interpreter::Flow Interpreter::Run(const Statements &statements, Frame &frame)
 {
     for (const StatementPtr &statement : statements) {
-        const Flow flow = run(*statement, frame);
+        const Flow flow = Run(*statement, frame);
         if (flow != Flow::Next)
             return flow;
     }
     return Flow::Next;
 }
 
-Interpreter::Flow Interpreter::run(const Statement &statement, Frame &frame)
+Interpreter::Flow Interpreter::Run(const Statement &statement, Frame &frame)
 {
     Session &session = m_connection.m_session;
     try {
-        return dispatch(statement, frame);
+        return Dispatch(statement, frame);
     } catch (const SqliteError &error) {
-        Error shown = translated(error, verbOf(statement), m_connection.m_catalogue);
+        Error shown = Translated(error, VerbOf(statement), m_connection.m_catalogue);
         shown.setLine(statement.line);
-        session.lastError = shown.number();
+        session.lastError = shown.Number();
         throw shown;
     } catch (Error &error) {
-        if (error.line() == 0)
+        if (error.Line() == 0)
             error.setLine(statement.line);
-        session.lastError = error.number();
+        session.lastError = error.Number();
         throw;
     }
 }
 
-Interpreter::Flow Interpreter::dispatch(const Statement &statement, Frame &frame)
+Interpreter::Flow Interpreter::Dispatch(const Statement &statement, Frame &frame)
 {
     switch (statement.kind) {
     case StatementKind::If:
-        return runIf(as<IfStatement>(statement), frame);
+        return RunIf(As<IfStatement>(statement), frame);
     case StatementKind::While:
-        return runLoop(as<WhileStatement>(statement), frame);
+        return RunLoop(As<WhileStatement>(statement), frame);
     case StatementKind::Block:
-        return run(as<BlockStatement>(statement).statements, frame);
+        return Run(As<BlockStatement>(statement).statements, frame);
     case StatementKind::TryCatch:
-        return runTry(as<TryCatchStatement>(statement), frame);
+        return RunTry(As<TryCatchStatement>(statement), frame);
     case StatementKind::Break:
         return Flow::Break;
     case StatementKind::Continue:
         return Flow::Continue;
     case StatementKind::Return:
-        if (const auto &value = as<ReturnStatement>(statement).value)
-            frame.returnValue = scalar(*value, frame, {Kind::Int, 0, 0, 0}).integer;
+        if (const auto &value = As<ReturnStatement>(statement).value)
+            frame.returnValue = Scalar(*value, frame, {Kind::Int, 0, 0, 0}).integer;
         return Flow::Return;
     case StatementKind::RaiseError:
-        runRaiseError(as<RaiseStatement>(statement), frame);
+        RunRaiseError(As<RaiseStatement>(statement), frame);
         return Flow::Next; // keeps its number in @@ERROR
     case StatementKind::Select:
-        runSelect(statement, frame);
+        RunSelect(statement, frame);
         break;
     case StatementKind::Insert:
-        if (as<InsertStatement>(statement).execute)
-            runInsertExecute(as<InsertStatement>(statement), frame);
+        if (As<InsertStatement>(statement).execute)
+            RunInsertExecute(As<InsertStatement>(statement), frame);
         else
-            runChange(statement, frame);
+            RunChange(statement, frame);
         break;
     case StatementKind::Update:
     case StatementKind::Delete:
-        runChange(statement, frame);
+        RunChange(statement, frame);
         break;
     case StatementKind::Declare:
-        runDeclare(as<DeclareStatement>(statement), frame);
+        RunDeclare(As<DeclareStatement>(statement), frame);
         break;
     case StatementKind::SetVariable:
-        runSetVariable(as<SetVariableStatement>(statement), frame);
+        RunSetVariable(As<SetVariableStatement>(statement), frame);
         break;
     case StatementKind::SetOption:
-        runSetOption(as<SetOptionStatement>(statement));
+        RunSetOption(As<SetOptionStatement>(statement));
         break;
     case StatementKind::Execute:
-        runExecute(as<ExecuteStatement>(statement), frame);
+        RunExecute(As<ExecuteStatement>(statement), frame);
         break;
     case StatementKind::ExecuteText: {
         QHash<QString, Value> none;
-        runText(text(*as<ExecuteTextStatement>(statement).sql, frame), {}, {}, none);
+        RunText(text(*As<ExecuteTextStatement>(statement).sql, frame), {}, {}, none);
         break;
     }
     case StatementKind::BeginTransaction:
-        m_connection.beginTransaction(as<TransactionStatement>(statement).name);
+        m_connection.BeginTransaction(As<TransactionStatement>(statement).name);
         break;
     case StatementKind::Commit:
-        m_connection.commit();
+        m_connection.Commit();
         break;
     case StatementKind::Rollback:
-        m_connection.rollback(as<TransactionStatement>(statement).name);
+        m_connection.Rollback(As<TransactionStatement>(statement).name);
         break;
     case StatementKind::SaveTransaction:
-        m_connection.saveTransaction(as<TransactionStatement>(statement).name);
+        m_connection.SaveTransaction(As<TransactionStatement>(statement).name);
         break;
     case StatementKind::Throw:
-        runThrow(as<RaiseStatement>(statement), frame);
+        RunThrow(As<RaiseStatement>(statement), frame);
         break;
     case StatementKind::Print:
-        say(text(*as<PrintStatement>(statement).value, frame));
+        Say(text(*As<PrintStatement>(statement).value, frame));
         break;
     case StatementKind::Truncate:
     case StatementKind::CreateTable:
@@ -143,29 +143,29 @@ Interpreter::Flow Interpreter::dispatch(const Statement &statement, Frame &frame
     case StatementKind::CreateSchema:
     case StatementKind::Drop:
     case StatementKind::DeclareTable:
-        runDefinition(statement, frame);
+        RunDefinition(statement, frame);
         break;
     }
     m_connection.m_session.lastError = 0;
     return Flow::Next;
 }
 
-void Interpreter::say(const QString &message)
+void Interpreter::Say(const QString &message)
 {
     m_outcome.messages.push_back({message, m_outcome.results.size()});
 }
 
-Interpreter::Flow Interpreter::runIf(const IfStatement &branch, Frame &frame)
+Interpreter::Flow Interpreter::RunIf(const IfStatement &branch, Frame &frame)
 {
-    if (condition(*branch.condition, frame))
-        return run(*branch.then, frame);
-    return branch.otherwise ? run(*branch.otherwise, frame) : Flow::Next;
+    if (Condition(*branch.condition, frame))
+        return Run(*branch.then, frame);
+    return branch.otherwise ? Run(*branch.otherwise, frame) : Flow::Next;
 }
 
-Interpreter::Flow Interpreter::runLoop(const WhileStatement &loop, Frame &frame)
+Interpreter::Flow Interpreter::RunLoop(const WhileStatement &loop, Frame &frame)
 {
-    while (condition(*loop.condition, frame)) {
-        const Flow flow = run(*loop.body, frame);
+    while (Condition(*loop.condition, frame)) {
+        const Flow flow = Run(*loop.body, frame);
         if (flow == Flow::Break)
             break;
         if (flow == Flow::Return)
@@ -174,25 +174,25 @@ Interpreter::Flow Interpreter::runLoop(const WhileStatement &loop, Frame &frame)
     return Flow::Next;
 }
 
-Interpreter::Flow Interpreter::runTry(const TryCatchStatement &statement, Frame &frame)
+Interpreter::Flow Interpreter::RunTry(const TryCatchStatement &statement, Frame &frame)
 {
     Session &session = m_connection.m_session;
     const int nesting = session.nesting;
     ++m_tries;
     try {
-        const Flow flow = run(statement.tried, frame);
+        const Flow flow = Run(statement.tried, frame);
         --m_tries;
         return flow;
     } catch (const Error &error) {
         --m_tries;
         session.nesting = nesting;
-        m_connection.noticeLostTransaction();
+        m_connection.NoticeLostTransaction();
         session.caught.push_back(
-            {error.number(), error.line(), error.severity(), error.state(), error.message(), m_failedProcedure});
+            {error.Number(), error.Line(), error.Severity(), error.State(), error.Text(), m_failedProcedure});
         m_failedProcedure.clear();
     }
     try {
-        const Flow flow = run(statement.caught, frame);
+        const Flow flow = Run(statement.caught, frame);
         session.caught.pop_back();
         return flow;
     } catch (const Error &) {
@@ -201,7 +201,7 @@ Interpreter::Flow Interpreter::runTry(const TryCatchStatement &statement, Frame 
     }
 }
 
-void Interpreter::runThrow(const RaiseStatement &statement, Frame &frame)
+void Interpreter::RunThrow(const RaiseStatement &statement, Frame &frame)
 {
     Session &session = m_connection.m_session;
     if (statement.args.empty()) {
@@ -213,14 +213,14 @@ void Interpreter::runThrow(const RaiseStatement &statement, Frame &frame)
         throw error;
     }
     const SqlType number{Kind::Int, 0, 0, 0};
-    const auto code = int(scalar(*statement.args[0], frame, number).integer);
+    const auto code = int(Scalar(*statement.args[0], frame, number).integer);
     Error error = Error::Worded(code, text(*statement.args[1], frame));
-    error.setSeverity(16, int(scalar(*statement.args[2], frame, number).integer));
+    error.setSeverity(16, int(Scalar(*statement.args[2], frame, number).integer));
     throw error;
 }
 
 /** RAISERROR's marks: %s and %d take the values in turn, %% is a percent sign. */
-static QString formatted(const QString &format, const QStringList &values)
+static QString Formatted(const QString &format, const QStringList &values)
 {
     QString result;
     qsizetype used = 0;
@@ -240,17 +240,17 @@ static QString formatted(const QString &format, const QStringList &values)
     return result;
 }
 
-void Interpreter::runRaiseError(const RaiseStatement &statement, Frame &frame)
+void Interpreter::RunRaiseError(const RaiseStatement &statement, Frame &frame)
 {
     const SqlType number{Kind::Int, 0, 0, 0};
     QStringList values;
     for (size_t i = 3; i < statement.args.size(); ++i)
         values += text(*statement.args[i], frame);
-    const QString message = formatted(text(*statement.args[0], frame), values);
-    const auto severity = int(scalar(*statement.args[1], frame, number).integer);
-    const auto state = int(scalar(*statement.args[2], frame, number).integer);
+    const QString message = Formatted(text(*statement.args[0], frame), values);
+    const auto severity = int(Scalar(*statement.args[1], frame, number).integer);
+    const auto state = int(Scalar(*statement.args[2], frame, number).integer);
     if (severity < 11) {
-        say(message);
+        Say(message);
         m_connection.m_session.lastError = 0;
         return;
     }
@@ -258,13 +258,13 @@ void Interpreter::runRaiseError(const RaiseStatement &statement, Frame &frame)
     error.setSeverity(severity, state);
     if (m_tries > 0)
         throw error;
-    m_connection.m_session.lastError = error.number();
+    m_connection.m_session.lastError = error.Number();
     if (!m_raised)
         m_raised = error;
 }
 
 /** Whether an option asks for what this database does anyway. */
-static bool isCustom(const SetOptionStatement &statement)
+static bool IsCustom(const SetOptionStatement &statement)
 {
     static const QHash<QString, QStringList> customs = {
         {u"ANSI_NULLS"_s, {u"ON"_s}},
@@ -284,7 +284,7 @@ static bool isCustom(const SetOptionStatement &statement)
     return known == customs.cend() || known->contains(statement.value);
 }
 
-void Interpreter::runSetOption(const SetOptionStatement &statement)
+void Interpreter::RunSetOption(const SetOptionStatement &statement)
 {
     Session &session = m_connection.m_session;
     const bool on = statement.value == u"ON"_s;
@@ -295,16 +295,16 @@ void Interpreter::runSetOption(const SetOptionStatement &statement)
     } else if (statement.option == u"LOCK_TIMEOUT"_s) {
         setLockTimeout(statement.value);
     } else if (statement.option == u"IDENTITY_INSERT"_s) {
-        const auto table = m_connection.m_catalogue.table(statement.table);
+        const auto table = m_connection.m_catalogue.FindTable(statement.table);
         if (!table)
-            throw Error(1088, {statement.table.display()});
+            throw Error(1088, {statement.table.Display()});
         if (on)
-            session.options.identityInsert = {table->name.key()};
+            session.options.identityInsert = {table->name.KeyText()};
         else
-            session.options.identityInsert.remove(table->name.key());
+            session.options.identityInsert.remove(table->name.KeyText());
         m_connection.m_plans.clear(); // an INSERT means something else now
-    } else if (!isCustom(statement)) {
-        throw notSupported(u"SET %1 %2"_s.arg(statement.option, statement.value));
+    } else if (!IsCustom(statement)) {
+        throw NotSupported(u"SET %1 %2"_s.arg(statement.option, statement.value));
     }
 }
 
@@ -314,22 +314,22 @@ void Interpreter::setLockTimeout(const QString &value) const
     const int milliseconds = value.toInt(&number);
     if (!number)
         throw Error(102, {value});
-    m_connection.m_main.waitForLocks(milliseconds < 0 ? SqliteHandle::BusyTimeout : milliseconds);
+    m_connection.m_main.WaitForLocks(milliseconds < 0 ? SqliteHandle::BusyTimeout : milliseconds);
 }
 
-void Interpreter::runSetVariable(const SetVariableStatement &set, Frame &frame)
+void Interpreter::RunSetVariable(const SetVariableStatement &set, Frame &frame)
 {
-    const QString key = variableKey(set.variable);
-    if (!frame.plan.variables().contains(key))
+    const QString key = VariableKey(set.variable);
+    if (!frame.plan.Variables().contains(key))
         throw Error(137, {set.variable});
-    frame.variables[key] = scalar(*set.value, frame, frame.plan.variables().value(key));
+    frame.variables[key] = Scalar(*set.value, frame, frame.plan.Variables().value(key));
 }
 
-void Interpreter::runDeclare(const DeclareStatement &statement, Frame &frame)
+void Interpreter::RunDeclare(const DeclareStatement &statement, Frame &frame)
 {
     for (const auto &variable : statement.variables) {
         if (variable.value)
-            frame.variables[variableKey(variable.name)] = scalar(*variable.value, frame, variable.type);
+            frame.variables[VariableKey(variable.name)] = Scalar(*variable.value, frame, variable.type);
     }
 }
 

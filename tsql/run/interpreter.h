@@ -26,7 +26,7 @@ class Interpreter
 public:
     Interpreter(Connection &connection, Outcome &outcome) : m_connection(connection), m_outcome(outcome) {}
 
-    void runBatch(const QString &text);
+    void RunBatch(const QString &text);
 
 private:
     enum class Flow : quint8 { Next, Break, Continue, Return };
@@ -35,60 +35,60 @@ private:
     static constexpr int DeepestNesting = 32;
 
     // Control flow
-    void runFrame(Frame &frame);
-    Flow run(const Statements &statements, Frame &frame);
-    Flow run(const Statement &statement, Frame &frame);
-    Flow dispatch(const Statement &statement, Frame &frame);
-    void say(const QString &message);
-    Flow runIf(const IfStatement &branch, Frame &frame);
-    Flow runLoop(const WhileStatement &loop, Frame &frame);
-    Flow runTry(const TryCatchStatement &statement, Frame &frame);
-    void runThrow(const RaiseStatement &statement, Frame &frame);
-    void runRaiseError(const RaiseStatement &statement, Frame &frame);
-    void runSetOption(const SetOptionStatement &statement);
+    void RunFrame(Frame &frame);
+    Flow Run(const Statements &statements, Frame &frame);
+    Flow Run(const Statement &statement, Frame &frame);
+    Flow Dispatch(const Statement &statement, Frame &frame);
+    void Say(const QString &message);
+    Flow RunIf(const IfStatement &branch, Frame &frame);
+    Flow RunLoop(const WhileStatement &loop, Frame &frame);
+    Flow RunTry(const TryCatchStatement &statement, Frame &frame);
+    void RunThrow(const RaiseStatement &statement, Frame &frame);
+    void RunRaiseError(const RaiseStatement &statement, Frame &frame);
+    void RunSetOption(const SetOptionStatement &statement);
     void setLockTimeout(const QString &value) const;
-    void runSetVariable(const SetVariableStatement &set, Frame &frame);
-    void runDeclare(const DeclareStatement &statement, Frame &frame);
+    void RunSetVariable(const SetVariableStatement &set, Frame &frame);
+    void RunDeclare(const DeclareStatement &statement, Frame &frame);
 
     // Queries and rows
-    CompileOptions optionsOf(const Frame &frame) const;
+    CompileOptions OptionsOf(const Frame &frame) const;
     template <class Compiler>
-    std::shared_ptr<CompiledEntry> entryOf(const void *node, Frame &frame, const Compiler &compiler);
-    std::shared_ptr<CompiledEntry> entryOf(const Statement &statement, Frame &frame);
-    void runSelect(const Statement &statement, Frame &frame);
-    void runAssignment(const std::shared_ptr<CompiledEntry> &entry, Frame &frame);
-    void runAssignmentInTurn(const std::shared_ptr<CompiledEntry> &entry, Frame &frame);
-    void runChange(const Statement &statement, Frame &frame);
-    void runExchange(const UpdateStatement &statement, const class SqliteError &refusal, Frame &frame);
-    void reportRows(std::unique_ptr<Cursor> cursor);
-    void reportCount(qint64 rows);
-    void runInsertExecute(const InsertStatement &statement, Frame &frame);
-    Value scalar(const Expression &value, Frame &frame, const SqlType &target);
-    bool condition(const Expression &value, Frame &frame);
+    std::shared_ptr<CompiledEntry> EntryOf(const void *node, Frame &frame, const Compiler &compiler);
+    std::shared_ptr<CompiledEntry> EntryOf(const Statement &statement, Frame &frame);
+    void RunSelect(const Statement &statement, Frame &frame);
+    void RunAssignment(const std::shared_ptr<CompiledEntry> &entry, Frame &frame);
+    void RunAssignmentInTurn(const std::shared_ptr<CompiledEntry> &entry, Frame &frame);
+    void RunChange(const Statement &statement, Frame &frame);
+    void RunExchange(const UpdateStatement &statement, const class SqliteError &refusal, Frame &frame);
+    void ReportRows(std::unique_ptr<Cursor> cursor);
+    void ReportCount(qint64 rows);
+    void RunInsertExecute(const InsertStatement &statement, Frame &frame);
+    Value Scalar(const Expression &value, Frame &frame, const SqlType &target);
+    bool Condition(const Expression &value, Frame &frame);
     QString text(const Expression &value, Frame &frame);
-    void bind(sqlite3_stmt *statement, const Compiled &compiled, Frame &frame, BoundBytes *bytes = nullptr);
-    Value systemValue(const QString &name, const Frame &frame) const;
+    void Bind(sqlite3_stmt *statement, const Compiled &compiled, Frame &frame, BoundBytes *bytes = nullptr);
+    Value SystemValue(const QString &name, const Frame &frame) const;
 
     // Definitions
-    void runDefinition(const Statement &statement, Frame &frame);
-    void defineInto(const Compiled &compiled, Frame &frame);
-    void afterDefinition(const Statement &statement, Frame &frame);
-    void dropTemporary(Frame &frame);
+    void RunDefinition(const Statement &statement, Frame &frame);
+    void DefineInto(const Compiled &compiled, Frame &frame);
+    void AfterDefinition(const Statement &statement, Frame &frame);
+    void DropTemporary(Frame &frame);
 
     // Procedures and dynamic text
-    void runExecute(const ExecuteStatement &statement, Frame &frame);
-    void callProcedure(const std::shared_ptr<const CreateProcedureStatement> &procedure,
+    void RunExecute(const ExecuteStatement &statement, Frame &frame);
+    void CallProcedure(const std::shared_ptr<const CreateProcedureStatement> &procedure,
                        const ExecuteStatement &statement, Frame &caller);
-    void executeSql(const ExecuteStatement &statement, Frame &caller);
-    void runText(const QString &text, const QString &scope, const std::vector<ParameterDefinition> &parameters,
+    void ExecuteSql(const ExecuteStatement &statement, Frame &caller);
+    void RunText(const QString &text, const QString &scope, const std::vector<ParameterDefinition> &parameters,
                  QHash<QString, Value> &variables);
-    void passArguments(const std::vector<ParameterDefinition> &parameters, const QString &procedure,
+    void PassArguments(const std::vector<ParameterDefinition> &parameters, const QString &procedure,
                        const std::vector<ExecuteArgument> &arguments, size_t firstArgument, Frame &caller,
                        QHash<QString, Value> &values);
-    void returnArguments(const std::vector<ParameterDefinition> &parameters,
+    void ReturnArguments(const std::vector<ParameterDefinition> &parameters,
                          const std::vector<ExecuteArgument> &arguments, size_t firstArgument, Frame &caller,
                          const QHash<QString, Value> &values) const;
-    void assign(const QString &variable, const Value &value, const SqlType &type, Frame &frame) const;
+    void Assign(const QString &variable, const Value &value, const SqlType &type, Frame &frame) const;
 
     Connection &m_connection;
     Outcome &m_outcome;

@@ -9,19 +9,19 @@ namespace tsql {
 
 namespace {
 
-bool isTemporary(const ObjectName &name)
+bool IsTemporary(const ObjectName &name)
 {
-    return name.isTemporary() || name.name.startsWith(u'@');
+    return name.IsTemporary() || name.name.startsWith(u'@');
 }
 
-QString bracketed(const ObjectName &name)
+QString Bracketed(const ObjectName &name)
 {
     const auto quoted = [](QString word) { return u'[' + word.replace(u']', u"]]"_s) + u']'; };
     return name.schema.isEmpty() ? quoted(name.name) : quoted(name.schema) + u'.' + quoted(name.name);
 }
 
 /** The text that repeats a DROP when the file is opened again; empty when only temporary tables go. */
-QString permanentPart(const DropStatement &drop)
+QString PermanentPart(const DropStatement &drop)
 {
     static const QHash<DropStatement::What, QString> words = {
         {DropStatement::What::Table, u"TABLE"_s},         {DropStatement::What::View, u"VIEW"_s},
@@ -29,27 +29,27 @@ QString permanentPart(const DropStatement &drop)
         {DropStatement::What::Schema, u"SCHEMA"_s},
     };
     if (drop.what == DropStatement::What::Index)
-        return isTemporary(drop.onTable) ? QString() : drop.text;
+        return IsTemporary(drop.onTable) ? QString() : drop.text;
     QStringList names;
     for (const ObjectName &name : drop.names) {
-        if (!isTemporary(name))
-            names += bracketed(name);
+        if (!IsTemporary(name))
+            names += Bracketed(name);
     }
     return names.isEmpty() ? QString() : u"DROP %1 IF EXISTS %2"_s.arg(words.value(drop.what), names.join(u", "_s));
 }
 
 /** What the file has to remember of a definition. */
-QString permanentText(const Statement &statement)
+QString PermanentText(const Statement &statement)
 {
     switch (statement.kind) {
     case StatementKind::CreateTable:
-        return isTemporary(as<CreateTableStatement>(statement).table) ? QString() : statement.text;
+        return IsTemporary(As<CreateTableStatement>(statement).table) ? QString() : statement.text;
     case StatementKind::AlterTable:
-        return isTemporary(as<AlterTableStatement>(statement).table) ? QString() : statement.text;
+        return IsTemporary(As<AlterTableStatement>(statement).table) ? QString() : statement.text;
     case StatementKind::CreateIndex:
-        return isTemporary(as<CreateIndexStatement>(statement).table) ? QString() : statement.text;
+        return IsTemporary(As<CreateIndexStatement>(statement).table) ? QString() : statement.text;
     case StatementKind::Drop:
-        return permanentPart(as<DropStatement>(statement));
+        return PermanentPart(As<DropStatement>(statement));
     case StatementKind::CreateView:
     case StatementKind::CreateProcedure:
     case StatementKind::CreateFunction:
@@ -86,55 +86,55 @@ QString permanentText(const Statement &statement)
 }
 
 /** A table made by SELECT INTO, as a CREATE TABLE. */
-QString definitionOf(const Table &table)
+QString DefinitionOf(const Table &table)
 {
     QStringList columns;
     for (const Column &column : table.columns) {
-        columns += u"[%1] %2%3%4"_s.arg(QString(column.name).replace(u']', u"]]"_s), typeName(column.type),
+        columns += u"[%1] %2%3%4"_s.arg(QString(column.name).replace(u']', u"]]"_s), TypeName(column.type),
                                         column.identity ? u" IDENTITY(1,1)"_s : QString(),
                                         column.nullable ? u" NULL"_s : u" NOT NULL"_s);
     }
-    return u"CREATE TABLE %1 (%2)"_s.arg(bracketed(table.name), columns.join(u", "_s));
+    return u"CREATE TABLE %1 (%2)"_s.arg(Bracketed(table.name), columns.join(u", "_s));
 }
 
 /** A temporary table or table variable of the caller's is in the way of the text's own one. */
-void refuseSecond(const ObjectName &name, const Frame &frame, const Catalogue &catalogue)
+void RefuseSecond(const ObjectName &name, const Frame &frame, const Catalogue &catalogue)
 {
     const bool own = std::any_of(frame.temporaryTables.begin(), frame.temporaryTables.end(),
-                                 [&name](const ObjectName &one) { return one.key() == name.key(); });
-    if (isTemporary(name) && !name.isGlobalTemporary() && !own && catalogue.table(name))
+                                 [&name](const ObjectName &one) { return one.KeyText() == name.KeyText(); });
+    if (IsTemporary(name) && !name.IsGlobalTemporary() && !own && catalogue.FindTable(name))
         throw Error(wording::OwnTemporaryTable, {name.name});
 }
 
 } // namespace
 
-void Interpreter::runDefinition(const Statement &given, Frame &frame)
+void Interpreter::RunDefinition(const Statement &given, Frame &frame)
 {
     const Statement &statement = given.kind == StatementKind::DeclareTable
-                                     ? static_cast<const Statement &>(*as<DeclareTableStatement>(given).table)
+                                     ? static_cast<const Statement &>(*As<DeclareTableStatement>(given).table)
                                      : given;
     Catalogue &catalogue = m_connection.m_catalogue;
     if (statement.kind == StatementKind::CreateTable && m_connection.m_session.nesting > 0)
-        refuseSecond(as<CreateTableStatement>(statement).table, frame, catalogue);
-    const Compiled compiled = compile(statement, catalogue, frame.plan.variables(), m_connection.m_session.options);
+        RefuseSecond(As<CreateTableStatement>(statement).table, frame, catalogue);
+    const Compiled compiled = Compile(statement, catalogue, frame.plan.Variables(), m_connection.m_session.options);
     const SqliteHandle &handle = m_connection.m_main;
-    const QString kept = permanentText(statement);
+    const QString kept = PermanentText(statement);
     if (!kept.isEmpty())
-        m_connection.requireFile();
+        m_connection.RequireFile();
     const Catalogue before = catalogue;
     const bool definedBefore = m_connection.m_definedInTransaction;
     StatementScope scope(handle);
     try {
         if (!compiled.sql.isEmpty())
-            handle.execute(compiled.sql.toUtf8());
+            handle.Execute(compiled.sql.toUtf8());
         for (const QString &sql : compiled.then)
-            handle.execute(sql.toUtf8());
+            handle.Execute(sql.toUtf8());
         if (!kept.isEmpty())
-            m_connection.keepDefinition(kept);
+            m_connection.KeepDefinition(kept);
         if (statement.kind == StatementKind::Drop)
-            afterDefinition(statement, frame);
-        catalogue.apply(statement);
-        scope.release();
+            AfterDefinition(statement, frame);
+        catalogue.Apply(statement);
+        scope.Release();
     } catch (...) {
         catalogue = before;
         m_connection.m_plans.clear();
@@ -142,62 +142,63 @@ void Interpreter::runDefinition(const Statement &given, Frame &frame)
         throw;
     }
     if (statement.kind == StatementKind::CreateTable)
-        afterDefinition(statement, frame);
-    m_connection.announceDefinitions();
+        AfterDefinition(statement, frame);
+    m_connection.AnnounceDefinitions();
 }
 
 /** Temporary tables: who drops them, and who else sees them. */
-void Interpreter::afterDefinition(const Statement &statement, Frame &frame)
+void Interpreter::AfterDefinition(const Statement &statement, Frame &frame)
 {
     if (statement.kind == StatementKind::Drop) {
-        const auto &drop = as<DropStatement>(statement);
+        const auto &drop = As<DropStatement>(statement);
         if (drop.what != DropStatement::What::Table)
             return;
         for (const ObjectName &name : drop.names) {
-            std::erase_if(frame.temporaryTables, [&](const ObjectName &own) { return own.key() == name.key(); });
-            if (name.isGlobalTemporary())
-                m_connection.m_shared->removeTable(name);
+            std::erase_if(frame.temporaryTables,
+                          [&](const ObjectName &own) { return own.KeyText() == name.KeyText(); });
+            if (name.IsGlobalTemporary())
+                m_connection.m_shared->RemoveTable(name);
         }
         return;
     }
-    const ObjectName &name = as<CreateTableStatement>(statement).table;
-    if (name.isGlobalTemporary())
-        m_connection.m_shared->addTable(m_connection.m_catalogue.table(name), &m_connection);
-    else if (name.name.startsWith(u'@') || (name.isTemporary() && m_connection.m_session.nesting > 0))
+    const ObjectName &name = As<CreateTableStatement>(statement).table;
+    if (name.IsGlobalTemporary())
+        m_connection.m_shared->AddTable(m_connection.m_catalogue.FindTable(name), &m_connection);
+    else if (name.name.startsWith(u'@') || (name.IsTemporary() && m_connection.m_session.nesting > 0))
         frame.temporaryTables.push_back(name);
 }
 
 /** SELECT … INTO. */
-void Interpreter::defineInto(const Compiled &compiled, Frame &frame)
+void Interpreter::DefineInto(const Compiled &compiled, Frame &frame)
 {
     const SqliteHandle &handle = m_connection.m_main;
     const Table &table = *compiled.into;
-    const bool permanent = !isTemporary(table.name);
+    const bool permanent = !IsTemporary(table.name);
     StatementScope scope(handle);
-    handle.execute(compiled.sql.toUtf8());
-    const PreparedStatement insert = handle.prepare(compiled.intoInsert.toUtf8());
-    bind(insert.get(), compiled, frame);
-    handle.step(insert.get());
-    m_connection.m_session.rowCount = sqlite3_changes64(handle.get());
+    handle.Execute(compiled.sql.toUtf8());
+    const PreparedStatement insert = handle.Prepare(compiled.intoInsert.toUtf8());
+    Bind(insert.get(), compiled, frame);
+    handle.Step(insert.get());
+    m_connection.m_session.rowCount = sqlite3_changes64(handle.Get());
     if (permanent)
-        m_connection.keepDefinition(definitionOf(table));
-    scope.release();
-    m_connection.m_catalogue.addTable(compiled.into);
-    reportCount(m_connection.m_session.rowCount);
-    if (table.name.isGlobalTemporary())
-        m_connection.m_shared->addTable(compiled.into, &m_connection);
+        m_connection.KeepDefinition(DefinitionOf(table));
+    scope.Release();
+    m_connection.m_catalogue.AddTable(compiled.into);
+    ReportCount(m_connection.m_session.rowCount);
+    if (table.name.IsGlobalTemporary())
+        m_connection.m_shared->AddTable(compiled.into, &m_connection);
     else if (!permanent && m_connection.m_session.nesting > 0)
         frame.temporaryTables.push_back(table.name);
-    m_connection.announceDefinitions();
+    m_connection.AnnounceDefinitions();
 }
 
 /** Drops what a procedure made for itself; what the batch made stays until the connection closes. */
-void Interpreter::dropTemporary(Frame &frame)
+void Interpreter::DropTemporary(Frame &frame)
 {
     for (const ObjectName &name : std::exchange(frame.temporaryTables, {})) {
-        if (const auto table = m_connection.m_catalogue.table(name)) {
-            m_connection.m_main.execute("DROP TABLE IF EXISTS " + table->sqliteName.toUtf8());
-            m_connection.m_catalogue.removeTable(name);
+        if (const auto table = m_connection.m_catalogue.FindTable(name)) {
+            m_connection.m_main.Execute("DROP TABLE IF EXISTS " + table->sqliteName.toUtf8());
+            m_connection.m_catalogue.RemoveTable(name);
         }
     }
 }

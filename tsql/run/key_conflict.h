@@ -13,10 +13,10 @@ namespace tsql {
  * statement out once more with keys checked at the end, looks for the row without its counterpart, and takes everything
  * back. `statement` has its values bound. Costs a reading of every table that has foreign keys.
  */
-Error keyConflict(const SqliteHandle &handle, sqlite3_stmt *statement, const Compiled &compiled, const QString &verb,
+Error KeyConflict(const SqliteHandle &handle, sqlite3_stmt *statement, const Compiled &compiled, const QString &verb,
                   const Catalogue &catalogue);
 /** The same for a statement that has been carried out with its keys unchecked. `target` is what an UPDATE changed. */
-Error presentConflict(const SqliteHandle &handle, const QString &target, const QString &verb,
+Error PresentConflict(const SqliteHandle &handle, const QString &target, const QString &verb,
                       const Catalogue &catalogue);
 
 } // namespace tsql

@@ -17,9 +17,9 @@ class Setting
 public:
     Setting(const SqliteHandle &handle, const char *name) : m_handle(handle), m_name(name)
     {
-        m_handle.execute("PRAGMA " + m_name + " = ON");
+        m_handle.Execute("PRAGMA " + m_name + " = ON");
     }
-    ~Setting() { sqlite3_exec(m_handle.get(), ("PRAGMA " + m_name + " = OFF").constData(), nullptr, nullptr, nullptr); }
+    ~Setting() { sqlite3_exec(m_handle.Get(), ("PRAGMA " + m_name + " = OFF").constData(), nullptr, nullptr, nullptr); }
     Setting(const Setting &) = delete;
     Setting &operator=(const Setting &) = delete;
 
@@ -36,53 +36,53 @@ struct Row
 
 using Rows = std::map<qint64, Row>; // a join may find a row several times
 
-QString quoted(QString name)
+QString Quoted(QString name)
 {
     return u'"' + name.replace(u'"', u"\"\""_s) + u'"';
 }
 
-std::shared_ptr<const Table> tableOf(const QString &sqliteName, const Catalogue &catalogue)
+std::shared_ptr<const Table> TableOf(const QString &sqliteName, const Catalogue &catalogue)
 {
-    for (const ObjectName &name : catalogue.tableNames()) {
-        if (auto table = catalogue.table(name); table->sqliteName == sqliteName)
+    for (const ObjectName &name : catalogue.TableNames()) {
+        if (auto table = catalogue.FindTable(name); table->sqliteName == sqliteName)
             return table;
     }
     return {};
 }
 
-bool isIn(const std::vector<QString> &names, const QString &name)
+bool IsIn(const std::vector<QString> &names, const QString &name)
 {
     return std::any_of(names.begin(), names.end(),
                        [&name](const QString &one) { return one.compare(name, Qt::CaseInsensitive) == 0; });
 }
 
 /** The columns of the table that a unique key has. */
-std::vector<QString> keyColumns(const SqliteHandle &handle, const Table &table)
+std::vector<QString> KeyColumns(const SqliteHandle &handle, const Table &table)
 {
     const bool plain = table.sqliteName.startsWith(u'"');
     const QString schema = plain ? u"main"_s : table.sqliteName.section(u'.', 0, 0);
     const QString name = plain ? table.sqliteName : table.sqliteName.section(u'.', 1);
     std::vector<QString> columns{table.rowidColumn};
-    const PreparedStatement list = handle.prepare("SELECT i.name FROM pragma_index_list(?1, ?2) AS l, "
+    const PreparedStatement list = handle.Prepare("SELECT i.name FROM pragma_index_list(?1, ?2) AS l, "
                                                   "pragma_index_info(l.name, ?2) AS i WHERE l.\"unique\"");
-    bindValue(list.get(), 1, Value::ofText(name.sliced(1).chopped(1).replace(u"\"\""_s, u"\""_s)));
-    bindValue(list.get(), 2, Value::ofText(schema));
-    while (handle.step(list.get()))
-        columns.push_back(QString::fromUtf8(columnValue(list.get(), 0).bytes));
+    BindValue(list.get(), 1, Value::OfText(name.sliced(1).chopped(1).replace(u"\"\""_s, u"\""_s)));
+    BindValue(list.get(), 2, Value::OfText(schema));
+    while (handle.Step(list.get()))
+        columns.push_back(QString::fromUtf8(ColumnValue(list.get(), 0).bytes));
     return columns;
 }
 
 /** A value of the column that no row has: the n-th beyond what its type can hold, or below the lowest number. */
-Value parkedValue(const SqlType &type, qint64 lowest, qint64 n)
+Value ParkedValue(const SqlType &type, qint64 lowest, qint64 n)
 {
-    if (type.isInteger())
-        return Value::ofInteger(lowest - 1 - n);
-    if (type.isDecimal())
-        return Value::ofBlob(Decimal{-Decimal::power10(Decimal::MaxPrecision) - 1 - n, 0}.toBlob());
-    if (type.isReal())
-        return Value::ofReal(-1e300 * (1 + double(n) * 1e-12));
+    if (type.IsInteger())
+        return Value::OfInteger(lowest - 1 - n);
+    if (type.IsDecimal())
+        return Value::OfBlob(Decimal{-Decimal::Power10(Decimal::MaxPrecision) - 1 - n, 0}.ToBlob());
+    if (type.IsReal())
+        return Value::OfReal(-1e300 * (1 + double(n) * 1e-12));
     const QByteArray text = '\x1f' + QByteArray::number(n);
-    return type.isBinary() ? Value::ofBlob(text) : Value::ofText(text);
+    return type.IsBinary() ? Value::OfBlob(text) : Value::OfText(text);
 }
 
 /** One UPDATE by row number, run for each row. */
@@ -93,18 +93,18 @@ public:
     {
         QStringList list;
         for (const QString &column : columns)
-            list += quoted(column) + u" = ?%1"_s.arg(list.size() + 2);
+            list += Quoted(column) + u" = ?%1"_s.arg(list.size() + 2);
         m_statement =
-            handle.prepare(u"UPDATE %1 SET %2 WHERE _rowid_ = ?1"_s.arg(table.sqliteName, list.join(u", "_s)).toUtf8());
+            handle.Prepare(u"UPDATE %1 SET %2 WHERE _rowid_ = ?1"_s.arg(table.sqliteName, list.join(u", "_s)).toUtf8());
     }
 
-    void run(qint64 row, const std::vector<Value> &values) const
+    void Run(qint64 row, const std::vector<Value> &values) const
     {
         const StatementUse use(m_statement.get());
-        bindValue(m_statement.get(), 1, Value::ofInteger(row));
+        BindValue(m_statement.get(), 1, Value::OfInteger(row));
         for (size_t i = 0; i < values.size(); ++i)
-            bindValue(m_statement.get(), int(i) + 2, values[i]);
-        m_handle.step(m_statement.get());
+            BindValue(m_statement.get(), int(i) + 2, values[i]);
+        m_handle.Step(m_statement.get());
     }
 
 private:
@@ -113,19 +113,19 @@ private:
 };
 
 /** The rows give up the keys that they are about to change. */
-void park(const SqliteHandle &handle, const Table &table, const std::vector<QString> &assigned, Rows &rows)
+void Park(const SqliteHandle &handle, const Table &table, const std::vector<QString> &assigned, Rows &rows)
 {
     const Setting unchecked(handle, "ignore_check_constraints");
-    const std::vector<QString> keys = keyColumns(handle, table);
+    const std::vector<QString> keys = KeyColumns(handle, table);
     std::vector<QString> columns;
     std::vector<qint64> lowest;
     for (const QString &name : assigned) {
-        if (!isIn(keys, name))
+        if (!IsIn(keys, name))
             continue;
         columns.push_back(name);
         lowest.push_back(
-            qMin(qint64(0),
-                 handle.integer(u"SELECT min(%1) FROM %2"_s.arg(quoted(name), table.sqliteName).toUtf8().constData())));
+            qMin(qint64(0), handle.ScalarInteger(
+                                u"SELECT min(%1) FROM %2"_s.arg(Quoted(name), table.sqliteName).toUtf8().constData())));
         if (lowest.back() < std::numeric_limits<qint64>::min() + qint64(rows.size()) + 1)
             throw Error(wording::LowestNumbersExchanged, {name});
     }
@@ -134,8 +134,8 @@ void park(const SqliteHandle &handle, const Table &table, const std::vector<QStr
     for (auto &[found, row] : rows) {
         std::vector<Value> parked;
         for (size_t i = 0; i < columns.size(); ++i)
-            parked.push_back(parkedValue(table.columns[size_t(table.column(columns[i]))].type, lowest[i], n));
-        update.run(found, parked);
+            parked.push_back(ParkedValue(table.columns[size_t(table.IndexOf(columns[i]))].type, lowest[i], n));
+        update.Run(found, parked);
         for (size_t i = 0; i < columns.size(); ++i) {
             if (columns[i].compare(table.rowidColumn, Qt::CaseInsensitive) == 0)
                 row.number = parked[i].integer;
@@ -145,46 +145,46 @@ void park(const SqliteHandle &handle, const Table &table, const std::vector<QStr
 }
 
 /** Keys that others follow by losing theirs would lose them on the way. */
-void refuseLosing(const Table &table, const Catalogue &catalogue)
+void RefuseLosing(const Table &table, const Catalogue &catalogue)
 {
-    for (const ObjectName &name : catalogue.tableNames()) {
-        for (const Reference &reference : catalogue.table(name)->references) {
+    for (const ObjectName &name : catalogue.TableNames()) {
+        for (const Reference &reference : catalogue.FindTable(name)->references) {
             const KeyAction action = reference.key.onUpdate;
-            if (reference.key.table.key() == table.name.key() &&
+            if (reference.key.table.KeyText() == table.name.KeyText() &&
                 (action == KeyAction::SetNull || action == KeyAction::SetDefault))
-                throw Error(wording::ReferredExchange, {table.name.display(), name.display()});
+                throw Error(wording::ReferredExchange, {table.name.Display(), name.Display()});
         }
     }
 }
 
 } // namespace
 
-qint64 exchangeKeys(const SqliteHandle &handle, sqlite3_stmt *values, const Compiled &found, const Catalogue &catalogue)
+qint64 ExchangeKeys(const SqliteHandle &handle, sqlite3_stmt *values, const Compiled &found, const Catalogue &catalogue)
 {
-    const auto table = tableOf(found.target, catalogue);
+    const auto table = TableOf(found.target, catalogue);
     std::vector<QString> assigned;
     for (const ResultColumn &column : found.columns)
         assigned.push_back(column.name);
     Rows rows;
-    while (handle.step(values)) {
+    while (handle.Step(values)) {
         const qint64 number = sqlite3_column_int64(values, 0);
         Row row{number, {}};
         for (size_t i = 0; i < assigned.size(); ++i)
-            row.values.push_back(columnValue(values, int(i) + 1));
+            row.values.push_back(ColumnValue(values, int(i) + 1));
         rows.insert_or_assign(number, std::move(row));
     }
     sqlite3_reset(values);
-    refuseLosing(*table, catalogue);
+    RefuseLosing(*table, catalogue);
     const Setting deferred(handle, "defer_foreign_keys");
-    park(handle, *table, assigned, rows);
+    Park(handle, *table, assigned, rows);
     const RowUpdate update(handle, *table, assigned);
     for (const auto &[number, row] : rows)
-        update.run(row.number, row.values);
+        update.Run(row.number, row.values);
     int open = 0;
     int highest = 0;
-    sqlite3_db_status(handle.get(), SQLITE_DBSTATUS_DEFERRED_FKS, &open, &highest, 0);
+    sqlite3_db_status(handle.Get(), SQLITE_DBSTATUS_DEFERRED_FKS, &open, &highest, 0);
     if (open != 0)
-        throw presentConflict(handle, found.target, u"UPDATE"_s, catalogue);
+        throw PresentConflict(handle, found.target, u"UPDATE"_s, catalogue);
     return qint64(rows.size());
 }
 

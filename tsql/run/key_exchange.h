@@ -15,7 +15,7 @@ namespace tsql {
  *
  * To be run in a StatementScope, which takes back what an error leaves half done.
  */
-qint64 exchangeKeys(const SqliteHandle &handle, sqlite3_stmt *values, const Compiled &found,
+qint64 ExchangeKeys(const SqliteHandle &handle, sqlite3_stmt *values, const Compiled &found,
                     const Catalogue &catalogue);
 
 } // namespace tsql

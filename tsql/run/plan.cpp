@@ -12,17 +12,17 @@ namespace tsql {
 namespace {
 
 /** Careful on the safe side: a column that happens to be called so costs nothing but the streaming. */
-bool namesTemporary(const QString &sql)
+bool NamesTemporary(const QString &sql)
 {
     return sql.contains(u"temp."_s) || sql.contains(QLatin1String(GlobalSchema));
 }
 
-bool namesRowCount(const QString &text)
+bool NamesRowCount(const QString &text)
 {
     return text.contains(u"@@ROWCOUNT"_s, Qt::CaseInsensitive);
 }
 
-bool isDefinition(StatementKind kind)
+bool IsDefinition(StatementKind kind)
 {
     const bool creates = kind >= StatementKind::CreateTable && kind <= StatementKind::Drop;
     return creates || kind == StatementKind::DeclareTable;
@@ -32,11 +32,11 @@ bool isDefinition(StatementKind kind)
 
 CompiledEntry::CompiledEntry(Compiled made, quint64 version)
     : compiled(std::move(made)), catalogueVersion(version), sql(compiled.sql.toUtf8()),
-      usesTemporary(namesTemporary(compiled.sql))
+      usesTemporary(NamesTemporary(compiled.sql))
 {}
 
 Lease::Lease(std::shared_ptr<CompiledEntry> entry, const SqliteHandle &handle)
-    : m_entry(std::move(entry)), m_handle(handle.get())
+    : m_entry(std::move(entry)), m_handle(handle.Get())
 {
     Q_ASSERT(m_entry && m_handle);
     for (auto &slot : m_entry->m_idle) {
@@ -48,13 +48,13 @@ Lease::Lease(std::shared_ptr<CompiledEntry> entry, const SqliteHandle &handle)
             return;
         }
     }
-    m_statement = handle.prepare(m_entry->sql, m_entry->compiled.cacheable);
+    m_statement = handle.Prepare(m_entry->sql, m_entry->compiled.cacheable);
 }
 
 Lease &Lease::operator=(Lease &&other) noexcept
 {
     if (this != &other) {
-        release();
+        Release();
         m_entry = std::move(other.m_entry);
         m_statement = std::move(other.m_statement);
         m_handle = other.m_handle;
@@ -62,7 +62,7 @@ Lease &Lease::operator=(Lease &&other) noexcept
     return *this;
 }
 
-void Lease::release()
+void Lease::Release()
 {
     if (!m_statement)
         return;
@@ -77,17 +77,17 @@ void Lease::release()
     m_entry->m_idle.push_back({m_handle, std::move(m_statement)});
 }
 
-QString variableKey(const QString &name)
+QString VariableKey(const QString &name)
 {
     return name.toCaseFolded();
 }
 
-Plan::Plan(Batch batch) : m_batch(std::move(batch)), m_asksRowCount(namesRowCount(m_batch.text))
+Plan::Plan(Batch batch) : m_batch(std::move(batch)), m_asksRowCount(NamesRowCount(m_batch.text))
 {
-    collect(m_batch.statements);
+    Collect(m_batch.statements);
 }
 
-bool Plan::serves(const std::vector<Literal> &literals) const
+bool Plan::Serves(const std::vector<Literal> &literals) const
 {
     Q_ASSERT_X(!m_procedure && literals.size() == m_batch.literals.size(), "Plan", "not a text of this shape");
     const auto same = [&](int i) { return literals[size_t(i)].text == m_batch.literals[size_t(i)].text; };
@@ -101,54 +101,54 @@ bool Plan::serves(const std::vector<Literal> &literals) const
 }
 
 Plan::Plan(std::shared_ptr<const CreateProcedureStatement> procedure)
-    : m_procedure(std::move(procedure)), m_asksRowCount(namesRowCount(m_procedure->text))
+    : m_procedure(std::move(procedure)), m_asksRowCount(NamesRowCount(m_procedure->text))
 {
     for (const ParameterDefinition &parameter : m_procedure->parameters)
-        addVariable(parameter.name, parameter.type);
-    collect(m_procedure->body);
+        AddVariable(parameter.name, parameter.type);
+    Collect(m_procedure->body);
 }
 
-const std::vector<StatementPtr> &Plan::statements() const
+const std::vector<StatementPtr> &Plan::Statements() const
 {
     return m_procedure ? m_procedure->body : m_batch.statements;
 }
 
-void Plan::addVariable(const QString &name, const SqlType &type)
+void Plan::AddVariable(const QString &name, const SqlType &type)
 {
-    m_variables.insert(variableKey(name), type);
+    m_variables.insert(VariableKey(name), type);
 }
 
-void Plan::collect(const std::vector<StatementPtr> &statements)
+void Plan::Collect(const std::vector<StatementPtr> &statements)
 {
     for (const StatementPtr &statement : statements)
-        collect(*statement);
+        Collect(*statement);
 }
 
 /** A DECLARE counts for the whole text wherever it stands. */
-void Plan::collect(const Statement &statement)
+void Plan::Collect(const Statement &statement)
 {
-    m_defines = m_defines || isDefinition(statement.kind);
+    m_defines = m_defines || IsDefinition(statement.kind);
     switch (statement.kind) {
     case StatementKind::Declare:
-        for (const auto &variable : as<DeclareStatement>(statement).variables)
-            addVariable(variable.name, variable.type);
+        for (const auto &variable : As<DeclareStatement>(statement).variables)
+            AddVariable(variable.name, variable.type);
         break;
     case StatementKind::If: {
-        const auto &branch = as<IfStatement>(statement);
-        collect(*branch.then);
+        const auto &branch = As<IfStatement>(statement);
+        Collect(*branch.then);
         if (branch.otherwise)
-            collect(*branch.otherwise);
+            Collect(*branch.otherwise);
         break;
     }
     case StatementKind::While:
-        collect(*as<WhileStatement>(statement).body);
+        Collect(*As<WhileStatement>(statement).body);
         break;
     case StatementKind::Block:
-        collect(as<BlockStatement>(statement).statements);
+        Collect(As<BlockStatement>(statement).statements);
         break;
     case StatementKind::TryCatch:
-        collect(as<TryCatchStatement>(statement).tried);
-        collect(as<TryCatchStatement>(statement).caught);
+        Collect(As<TryCatchStatement>(statement).tried);
+        Collect(As<TryCatchStatement>(statement).caught);
         break;
     case StatementKind::Select:
     case StatementKind::Insert:
@@ -182,7 +182,7 @@ void Plan::collect(const Statement &statement)
     }
 }
 
-bool Plan::fits(const Variant &variant, const std::vector<Literal> *literals)
+bool Plan::Fits(const Variant &variant, const std::vector<Literal> *literals)
 {
     if (!literals)
         return true;
@@ -191,28 +191,28 @@ bool Plan::fits(const Variant &variant, const std::vector<Literal> *literals)
     for (size_t i = 0; i < needs.size(); ++i) {
         const Literal &now = (*literals)[size_t(needs[i].literal)];
         const Literal &then = variant.literals[i];
-        if (literalType(now) != literalType(then) || (needs[i].value && now.text != then.text))
+        if (LiteralType(now) != LiteralType(then) || (needs[i].value && now.text != then.text))
             return false;
     }
     return true;
 }
 
-std::shared_ptr<CompiledEntry> Plan::find(const void *node, const std::vector<Literal> *literals, quint64 version) const
+std::shared_ptr<CompiledEntry> Plan::Find(const void *node, const std::vector<Literal> *literals, quint64 version) const
 {
     const auto found = m_entries.find(node);
     if (found == m_entries.end())
         return {};
     for (const Variant &variant : found->second) {
-        if (variant.entry->catalogueVersion == version && fits(variant, literals))
+        if (variant.entry->catalogueVersion == version && Fits(variant, literals))
             return variant.entry;
     }
     return {};
 }
 
-std::shared_ptr<CompiledEntry> Plan::add(const void *node, const std::vector<Literal> *literals, quint64 version,
+std::shared_ptr<CompiledEntry> Plan::Add(const void *node, const std::vector<Literal> *literals, quint64 version,
                                          Compiled compiled)
 {
-    Q_ASSERT_X(!find(node, literals, version), "Plan", "compiled although the plan has it");
+    Q_ASSERT_X(!Find(node, literals, version), "Plan", "compiled although the plan has it");
     auto made = std::make_shared<CompiledEntry>(std::move(compiled), version);
     if (literals && !made->compiled.cacheable)
         return made;
@@ -229,25 +229,25 @@ std::shared_ptr<CompiledEntry> Plan::add(const void *node, const std::vector<Lit
     return made;
 }
 
-std::shared_ptr<Plan> PlanCache::plan(const QString &text, const QString &scope, std::vector<Literal> &literals)
+std::shared_ptr<Plan> PlanCache::FindPlan(const QString &text, const QString &scope, std::vector<Literal> &literals)
 {
-    shape(text, m_shape);
+    TakeShape(text, m_shape);
     const bool keep = !m_shape.key.isEmpty() && text.size() <= LongestKept;
-    if (keep && m_last && scope.isEmpty() && m_shape.key == m_lastKey && m_last->serves(m_shape.literals)) {
+    if (keep && m_last && scope.isEmpty() && m_shape.key == m_lastKey && m_last->Serves(m_shape.literals)) {
         literals.swap(m_shape.literals);
         return m_last;
     }
     const QString key = scope.isEmpty() ? m_shape.key : scope + u'\n' + m_shape.key;
     if (keep) {
         const auto *found = m_plans.object(key);
-        if (found && (*found)->serves(m_shape.literals)) {
+        if (found && (*found)->Serves(m_shape.literals)) {
             literals.swap(m_shape.literals);
             m_last = *found;
             m_lastKey = key;
             return *found;
         }
     }
-    Batch batch = parse(text);
+    Batch batch = ParseBatch(text);
     literals = batch.literals;
     auto made = std::make_shared<Plan>(std::move(batch));
     if (keep)
@@ -255,10 +255,10 @@ std::shared_ptr<Plan> PlanCache::plan(const QString &text, const QString &scope,
     return made;
 }
 
-std::shared_ptr<Plan> PlanCache::plan(const std::shared_ptr<const CreateProcedureStatement> &procedure)
+std::shared_ptr<Plan> PlanCache::FindPlan(const std::shared_ptr<const CreateProcedureStatement> &procedure)
 {
-    std::shared_ptr<Plan> &plan = m_procedures[procedure->name.key()];
-    if (!plan || plan->procedure() != procedure.get())
+    std::shared_ptr<Plan> &plan = m_procedures[procedure->name.KeyText()];
+    if (!plan || plan->Procedure() != procedure.get())
         plan = std::make_shared<Plan>(procedure);
     return plan;
 }

@@ -37,14 +37,14 @@ class Lease
 public:
     Lease() = default;
     Lease(std::shared_ptr<CompiledEntry> entry, const SqliteHandle &handle);
-    ~Lease() { release(); }
+    ~Lease() { Release(); }
     Lease(Lease &&other) noexcept = default;
     Lease &operator=(Lease &&other) noexcept;
 
-    sqlite3_stmt *statement() const { return m_statement.get(); }
-    const std::shared_ptr<CompiledEntry> &sharedEntry() const { return m_entry; }
+    sqlite3_stmt *Prepared() const { return m_statement.get(); }
+    const std::shared_ptr<CompiledEntry> &SharedEntry() const { return m_entry; }
     explicit operator bool() const { return m_statement != nullptr; }
-    void release();
+    void Release();
 
 private:
     std::shared_ptr<CompiledEntry> m_entry;
@@ -61,26 +61,26 @@ public:
     /** A procedure's body; keeps the definition alive. */
     explicit Plan(std::shared_ptr<const CreateProcedureStatement> procedure);
 
-    const std::vector<StatementPtr> &statements() const;
+    const std::vector<StatementPtr> &Statements() const;
     /**
      * Whether the syntax tree stands for a text of the same shape with these literals: the lengths of types and the
      * like are part of the tree, and a definition keeps its text as it was written.
      */
-    bool serves(const std::vector<Literal> &literals) const;
-    const CreateProcedureStatement *procedure() const { return m_procedure.get(); }
+    bool Serves(const std::vector<Literal> &literals) const;
+    const CreateProcedureStatement *Procedure() const { return m_procedure.get(); }
     /** The variables that the text declares anywhere, with the parameters. */
-    const VariableTypes &variables() const { return m_variables; }
+    const VariableTypes &Variables() const { return m_variables; }
     /** True when @@ROWCOUNT is read somewhere: rows have to be counted before the text goes on. */
-    bool asksRowCount() const { return m_asksRowCount; }
-    void addVariable(const QString &name, const SqlType &type);
+    bool AsksRowCount() const { return m_asksRowCount; }
+    void AddVariable(const QString &name, const SqlType &type);
 
     /**
      * The compiled form of a node (statement, value or condition) that serves these literals, or null. `literals` is
      * null where they stand in the text itself (procedures).
      */
-    std::shared_ptr<CompiledEntry> find(const void *node, const std::vector<Literal> *literals, quint64 version) const;
+    std::shared_ptr<CompiledEntry> Find(const void *node, const std::vector<Literal> *literals, quint64 version) const;
     /** Keeps what was compiled for these literals. */
-    std::shared_ptr<CompiledEntry> add(const void *node, const std::vector<Literal> *literals, quint64 version,
+    std::shared_ptr<CompiledEntry> Add(const void *node, const std::vector<Literal> *literals, quint64 version,
                                        Compiled compiled);
 
 private:
@@ -92,9 +92,9 @@ private:
         std::vector<Literal> literals; ///< those that the entry depends on, in the order of its needs
     };
 
-    static bool fits(const Variant &variant, const std::vector<Literal> *literals);
-    void collect(const std::vector<StatementPtr> &statements);
-    void collect(const Statement &statement);
+    static bool Fits(const Variant &variant, const std::vector<Literal> *literals);
+    void Collect(const std::vector<StatementPtr> &statements);
+    void Collect(const Statement &statement);
 
     Batch m_batch;
     std::shared_ptr<const CreateProcedureStatement> m_procedure;
@@ -105,17 +105,17 @@ private:
 };
 
 /** The folded form of a variable's name. */
-QString variableKey(const QString &name);
+QString VariableKey(const QString &name);
 
 /** The plans of one connection by the shape of their text. */
 class PlanCache
 {
 public:
     /** Parses a text that is met for the first time. `literals` receives the literals of this very text. */
-    std::shared_ptr<Plan> plan(const QString &text, const QString &scope, std::vector<Literal> &literals);
-    std::shared_ptr<Plan> plan(const std::shared_ptr<const CreateProcedureStatement> &procedure);
+    std::shared_ptr<Plan> FindPlan(const QString &text, const QString &scope, std::vector<Literal> &literals);
+    std::shared_ptr<Plan> FindPlan(const std::shared_ptr<const CreateProcedureStatement> &procedure);
     /** Takes the memory of literals that are no longer needed. */
-    void recycle(std::vector<Literal> literals) { m_shape.literals = std::move(literals); }
+    void Recycle(std::vector<Literal> literals) { m_shape.literals = std::move(literals); }
     void clear();
 
 private:

@@ -9,7 +9,7 @@ namespace {
 QMutex registryMutex;
 int filesSeen = 0;
 
-QHash<QString, std::weak_ptr<SharedFile>> &registry()
+QHash<QString, std::weak_ptr<SharedFile>> &Registry()
 {
     static QHash<QString, std::weak_ptr<SharedFile>> files;
     return files;
@@ -17,12 +17,12 @@ QHash<QString, std::weak_ptr<SharedFile>> &registry()
 
 } // namespace
 
-std::shared_ptr<SharedFile> SharedFile::of(const QString &path)
+std::shared_ptr<SharedFile> SharedFile::Of(const QString &path)
 {
     const QFileInfo info(path);
     const QString canonical = info.exists() ? info.canonicalFilePath() : info.absoluteFilePath();
     const QMutexLocker lock(&registryMutex);
-    std::weak_ptr<SharedFile> &known = registry()[canonical];
+    std::weak_ptr<SharedFile> &known = Registry()[canonical];
     std::shared_ptr<SharedFile> file = known.lock();
     if (!file) {
         file.reset(new SharedFile(++filesSeen));
@@ -31,18 +31,18 @@ std::shared_ptr<SharedFile> SharedFile::of(const QString &path)
     return file;
 }
 
-std::shared_ptr<SharedFile> SharedFile::alone()
+std::shared_ptr<SharedFile> SharedFile::Alone()
 {
     const QMutexLocker lock(&registryMutex);
     return std::shared_ptr<SharedFile>(new SharedFile(++filesSeen));
 }
 
-QByteArray SharedFile::temporaryUri() const
+QByteArray SharedFile::TemporaryUri() const
 {
     return "file:/tsql-shared-" + QByteArray::number(m_number) + "?vfs=memdb";
 }
 
-std::vector<std::shared_ptr<const Table>> SharedFile::tables() const
+std::vector<std::shared_ptr<const Table>> SharedFile::AllTables() const
 {
     const QMutexLocker lock(&m_mutex);
     std::vector<std::shared_ptr<const Table>> all;
@@ -51,30 +51,30 @@ std::vector<std::shared_ptr<const Table>> SharedFile::tables() const
     return all;
 }
 
-void SharedFile::addTable(const std::shared_ptr<const Table> &table, const void *owner)
+void SharedFile::AddTable(const std::shared_ptr<const Table> &table, const void *owner)
 {
     const QMutexLocker lock(&m_mutex);
-    m_tables.insert(table->name.key(), {table, owner});
+    m_tables.insert(table->name.KeyText(), {table, owner});
     ++m_tablesVersion;
 }
 
-void SharedFile::restoreTable(const std::shared_ptr<const Table> &table, const void *owner)
+void SharedFile::RestoreTable(const std::shared_ptr<const Table> &table, const void *owner)
 {
     const QMutexLocker lock(&m_mutex);
-    if (m_tables.contains(table->name.key()))
+    if (m_tables.contains(table->name.KeyText()))
         return;
-    m_tables.insert(table->name.key(), {table, owner});
+    m_tables.insert(table->name.KeyText(), {table, owner});
     ++m_tablesVersion;
 }
 
-void SharedFile::removeTable(const ObjectName &name)
+void SharedFile::RemoveTable(const ObjectName &name)
 {
     const QMutexLocker lock(&m_mutex);
-    if (m_tables.remove(name.key()))
+    if (m_tables.remove(name.KeyText()))
         ++m_tablesVersion;
 }
 
-std::vector<ObjectName> SharedFile::tablesOf(const void *owner) const
+std::vector<ObjectName> SharedFile::TablesOf(const void *owner) const
 {
     const QMutexLocker lock(&m_mutex);
     std::vector<ObjectName> names;

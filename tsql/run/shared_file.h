@@ -14,25 +14,25 @@ class SharedFile
 {
 public:
     /** The one object of a file; it lives as long as somebody holds it. */
-    static std::shared_ptr<SharedFile> of(const QString &path);
+    static std::shared_ptr<SharedFile> Of(const QString &path);
     /** For a private database. */
-    static std::shared_ptr<SharedFile> alone();
+    static std::shared_ptr<SharedFile> Alone();
 
     /** The URI to attach as GlobalSchema. */
-    QByteArray temporaryUri() const;
+    QByteArray TemporaryUri() const;
 
     /** Counts the definitions committed by any connection of this process. */
     std::atomic<quint64> definitions = 0;
 
-    quint64 tablesVersion() const { return m_tablesVersion; }
+    quint64 TablesVersion() const { return m_tablesVersion; }
     /** All global temporary tables. */
-    std::vector<std::shared_ptr<const Table>> tables() const;
+    std::vector<std::shared_ptr<const Table>> AllTables() const;
     /** `owner` is the connection whose end drops the table. */
-    void addTable(const std::shared_ptr<const Table> &table, const void *owner);
+    void AddTable(const std::shared_ptr<const Table> &table, const void *owner);
     /** Adds it unless it is there. */
-    void restoreTable(const std::shared_ptr<const Table> &table, const void *owner);
-    void removeTable(const ObjectName &name);
-    std::vector<ObjectName> tablesOf(const void *owner) const;
+    void RestoreTable(const std::shared_ptr<const Table> &table, const void *owner);
+    void RemoveTable(const ObjectName &name);
+    std::vector<ObjectName> TablesOf(const void *owner) const;
 
 private:
     struct Entry

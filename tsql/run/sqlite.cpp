@@ -15,7 +15,7 @@ constexpr char TreeTooLarge[] = "Expression tree is too large";
 
 } // namespace
 
-void SqliteHandle::open(const QString &path, bool readOnly)
+void SqliteHandle::Open(const QString &path, bool readOnly)
 {
     // Counting every allocation costs a lock each; nobody asks for the counts.
     static const int configured = sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0);
@@ -25,7 +25,7 @@ void SqliteHandle::open(const QString &path, bool readOnly)
         sqlite3_open_v2(path.toUtf8().constData(), &m_db, flags | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_URI, nullptr);
     if (code != SQLITE_OK) {
         const QString reason = QString::fromUtf8(m_db ? sqlite3_errmsg(m_db) : sqlite3_errstr(code));
-        close();
+        Close();
         throw Error(4060, {path, reason});
     }
     sqlite3_extended_result_codes(m_db, 1);
@@ -34,56 +34,56 @@ void SqliteHandle::open(const QString &path, bool readOnly)
     sqlite3_db_config(m_db, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
     sqlite3_db_config(m_db, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
     if (!readOnly)
-        execute("PRAGMA journal_mode = WAL");
-    execute("PRAGMA synchronous = FULL");
-    execute("PRAGMA foreign_keys = ON");
-    execute("PRAGMA temp_store = MEMORY");
-    execute("PRAGMA cache_size = -32768");
+        Execute("PRAGMA journal_mode = WAL");
+    Execute("PRAGMA synchronous = FULL");
+    Execute("PRAGMA foreign_keys = ON");
+    Execute("PRAGMA temp_store = MEMORY");
+    Execute("PRAGMA cache_size = -32768");
 }
 
-void SqliteHandle::close()
+void SqliteHandle::Close()
 {
     sqlite3_close_v2(m_db);
     m_db = nullptr;
 }
 
-void SqliteHandle::execute(const char *sql) const
+void SqliteHandle::Execute(const char *sql) const
 {
     if (sqlite3_exec(m_db, sql, nullptr, nullptr, nullptr) != SQLITE_OK)
-        throwLastError();
+        ThrowLastError();
 }
 
-PreparedStatement SqliteHandle::prepare(const QByteArray &sql, bool keep) const
+PreparedStatement SqliteHandle::Prepare(const QByteArray &sql, bool keep) const
 {
     sqlite3_stmt *statement = nullptr;
     const unsigned flags = keep ? SQLITE_PREPARE_PERSISTENT : 0;
     int code = sqlite3_prepare_v3(m_db, sql.constData(), int(sql.size()) + 1, flags, &statement, nullptr);
     if (code != SQLITE_OK && qstrcmp(sqlite3_errmsg(m_db), StackOverflow) == 0) {
-        const QByteArray flat = flattened(sql);
+        const QByteArray flat = Flattened(sql);
         code = sqlite3_prepare_v3(m_db, flat.constData(), int(flat.size()) + 1, flags, &statement, nullptr);
     }
     if (code != SQLITE_OK)
-        throwLastError();
+        ThrowLastError();
     return PreparedStatement(statement);
 }
 
-bool SqliteHandle::step(sqlite3_stmt *statement) const
+bool SqliteHandle::Step(sqlite3_stmt *statement) const
 {
     const int code = sqlite3_step(statement);
     if (code == SQLITE_ROW)
         return true;
     if (code != SQLITE_DONE)
-        throwLastError();
+        ThrowLastError();
     return false;
 }
 
-qint64 SqliteHandle::integer(const char *sql) const
+qint64 SqliteHandle::ScalarInteger(const char *sql) const
 {
-    const PreparedStatement statement = prepare(sql);
-    return step(statement.get()) ? sqlite3_column_int64(statement.get(), 0) : 0;
+    const PreparedStatement statement = Prepare(sql);
+    return Step(statement.get()) ? sqlite3_column_int64(statement.get(), 0) : 0;
 }
 
-bool SqliteHandle::fileIsGone() const
+bool SqliteHandle::FileIsGone() const
 {
     int gone = 0;
     sqlite3_file_control(m_db, "main", SQLITE_FCNTL_HAS_MOVED, &gone);
@@ -93,7 +93,7 @@ bool SqliteHandle::fileIsGone() const
 namespace {
 
 /** An Error of one of our own functions, as raiseError packed it. */
-bool unpack(const QByteArray &message, int &number, QString &text)
+bool Unpack(const QByteArray &message, int &number, QString &text)
 {
     if (!message.startsWith('\x01'))
         return false;
@@ -105,32 +105,32 @@ bool unpack(const QByteArray &message, int &number, QString &text)
 
 } // namespace
 
-void SqliteHandle::throwLastError() const
+void SqliteHandle::ThrowLastError() const
 {
     const int code = sqlite3_extended_errcode(m_db);
     const QByteArray message = sqlite3_errmsg(m_db);
     int number = 0;
     QString text;
-    if (unpack(message, number, text))
+    if (Unpack(message, number, text))
         throw Error::Worded(number, text);
     if (message == StackOverflow || message.startsWith(TreeTooLarge))
-        throw nestedTooDeeply();
+        throw NestedTooDeeply();
     throw SqliteError(code, QString::fromUtf8(message));
 }
 
 StatementScope::~StatementScope()
 {
-    if (!m_done && m_handle.inTransaction())
-        sqlite3_exec(m_handle.get(), "ROLLBACK TO statement; RELEASE statement", nullptr, nullptr, nullptr);
+    if (!m_done && m_handle.InTransaction())
+        sqlite3_exec(m_handle.Get(), "ROLLBACK TO statement; RELEASE statement", nullptr, nullptr, nullptr);
 }
 
-void StatementScope::release()
+void StatementScope::Release()
 {
-    m_handle.execute("RELEASE statement");
+    m_handle.Execute("RELEASE statement");
     m_done = true;
 }
 
-void bindValue(sqlite3_stmt *statement, int index, const Value &value)
+void BindValue(sqlite3_stmt *statement, int index, const Value &value)
 {
     const auto size = sqlite3_uint64(value.bytes.size());
     switch (value.form) {
@@ -152,20 +152,20 @@ void bindValue(sqlite3_stmt *statement, int index, const Value &value)
     }
 }
 
-Value columnValue(sqlite3_stmt *statement, int column)
+Value ColumnValue(sqlite3_stmt *statement, int column)
 {
     switch (sqlite3_column_type(statement, column)) {
     case SQLITE_INTEGER:
-        return Value::ofInteger(sqlite3_column_int64(statement, column));
+        return Value::OfInteger(sqlite3_column_int64(statement, column));
     case SQLITE_FLOAT:
-        return Value::ofReal(sqlite3_column_double(statement, column));
+        return Value::OfReal(sqlite3_column_double(statement, column));
     case SQLITE_TEXT: {
         const auto *text = reinterpret_cast<const char *>(sqlite3_column_text(statement, column));
-        return Value::ofText(QByteArray(text, sqlite3_column_bytes(statement, column)));
+        return Value::OfText(QByteArray(text, sqlite3_column_bytes(statement, column)));
     }
     case SQLITE_BLOB: {
         const auto *bytes = static_cast<const char *>(sqlite3_column_blob(statement, column));
-        return Value::ofBlob(QByteArray(bytes, sqlite3_column_bytes(statement, column)));
+        return Value::OfBlob(QByteArray(bytes, sqlite3_column_bytes(statement, column)));
     }
     default:
         return {};

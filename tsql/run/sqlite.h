@@ -41,31 +41,31 @@ public:
     static constexpr int BusyTimeout = 30'000;
 
     SqliteHandle() = default;
-    ~SqliteHandle() { close(); }
+    ~SqliteHandle() { Close(); }
     SqliteHandle(const SqliteHandle &) = delete;
     SqliteHandle &operator=(const SqliteHandle &) = delete;
 
     /** Opens (and makes, unless `readOnly`) the file with a write-ahead log that is safe against a power cut. */
-    void open(const QString &path, bool readOnly);
-    void close();
-    bool isOpen() const { return m_db != nullptr; }
-    void waitForLocks(int milliseconds) const { sqlite3_busy_timeout(m_db, milliseconds); }
-    sqlite3 *get() const { return m_db; }
+    void Open(const QString &path, bool readOnly);
+    void Close();
+    bool IsOpen() const { return m_db != nullptr; }
+    void WaitForLocks(int milliseconds) const { sqlite3_busy_timeout(m_db, milliseconds); }
+    sqlite3 *Get() const { return m_db; }
 
-    void execute(const char *sql) const;
-    void execute(const QByteArray &sql) const { execute(sql.constData()); }
+    void Execute(const char *sql) const;
+    void Execute(const QByteArray &sql) const { Execute(sql.constData()); }
     /** `keep` for statements that will be run again. */
-    PreparedStatement prepare(const QByteArray &sql, bool keep = false) const;
+    PreparedStatement Prepare(const QByteArray &sql, bool keep = false) const;
     /** True for a row, false at the end. */
-    bool step(sqlite3_stmt *statement) const;
+    bool Step(sqlite3_stmt *statement) const;
     /** The first column of the first row, 0 without rows. */
-    qint64 integer(const char *sql) const;
-    bool inTransaction() const { return sqlite3_get_autocommit(m_db) == 0; }
+    qint64 ScalarInteger(const char *sql) const;
+    bool InTransaction() const { return sqlite3_get_autocommit(m_db) == 0; }
     /** True when the file was removed or renamed behind our back. */
-    bool fileIsGone() const;
+    bool FileIsGone() const;
 
     /** Throws what the handle last complained about. */
-    [[noreturn]] void throwLastError() const;
+    [[noreturn]] void ThrowLastError() const;
 
 private:
     sqlite3 *m_db = nullptr;
@@ -75,20 +75,20 @@ private:
 class StatementScope
 {
 public:
-    explicit StatementScope(const SqliteHandle &handle) : m_handle(handle) { m_handle.execute("SAVEPOINT statement"); }
+    explicit StatementScope(const SqliteHandle &handle) : m_handle(handle) { m_handle.Execute("SAVEPOINT statement"); }
     ~StatementScope();
     StatementScope(const StatementScope &) = delete;
     StatementScope &operator=(const StatementScope &) = delete;
 
     /** Without this call everything is undone. */
-    void release();
+    void Release();
 
 private:
     const SqliteHandle &m_handle;
     bool m_done = false;
 };
 
-void bindValue(sqlite3_stmt *statement, int index, const Value &value);
-Value columnValue(sqlite3_stmt *statement, int column);
+void BindValue(sqlite3_stmt *statement, int index, const Value &value);
+Value ColumnValue(sqlite3_stmt *statement, int column);
 
 } // namespace tsql

@@ -15,7 +15,7 @@ constexpr int LockTimeout = 1222;
 constexpr int ReadOnly = 3906;
 constexpr int Unexpected = 50000;
 
-int numberOf(int code)
+int NumberOf(int code)
 {
     switch (code & 0xFF) {
     case SQLITE_BUSY:
@@ -38,9 +38,9 @@ int numberOf(int code)
     }
 }
 
-Error errorOf(int code, const QString &message)
+Error ErrorOf(int code, const QString &message)
 {
-    const int number = numberOf(code);
+    const int number = NumberOf(code);
     return number == Unexpected ? Error::Worded(number, message) : Error(number, {message});
 }
 
@@ -51,7 +51,7 @@ struct Key
     std::vector<QString> columns;
 };
 
-Key keyIn(const QString &message)
+Key KeyIn(const QString &message)
 {
     Key key;
     const QString list = message.section(u": "_s, 1);
@@ -63,21 +63,21 @@ Key keyIn(const QString &message)
     return key;
 }
 
-bool sameColumns(const std::vector<QString> &a, const std::vector<QString> &b)
+bool SameColumns(const std::vector<QString> &a, const std::vector<QString> &b)
 {
     return std::equal(a.begin(), a.end(), b.begin(), b.end(),
                       [](const QString &x, const QString &y) { return x.compare(y, Qt::CaseInsensitive) == 0; });
 }
 
-std::shared_ptr<const Table> tableNamed(const Catalogue &catalogue, const QString &name)
+std::shared_ptr<const Table> TableNamed(const Catalogue &catalogue, const QString &name)
 {
     ObjectName object;
     object.schema = name.contains(u'.') ? name.section(u'.', 0, 0) : QString();
     object.name = name.contains(u'.') ? name.section(u'.', 1) : name;
-    return catalogue.table(object);
+    return catalogue.FindTable(object);
 }
 
-Error duplicate(const QString &message, const Catalogue &catalogue)
+Error Duplicate(const QString &message, const Catalogue &catalogue)
 {
     if (message.contains(u": index '"_s)) {
         QString index = message.section(u'\'', 1, 1);
@@ -85,33 +85,33 @@ Error duplicate(const QString &message, const Catalogue &catalogue)
             index.chop(qsizetype(sizeof NullsSuffix) - 1);
         return {wording::SecondNull, {index.section(u'.', 0, -2), index.section(u'.', -1)}};
     }
-    const Key key = keyIn(message);
-    const auto table = tableNamed(catalogue, key.table);
-    if (table && sameColumns(table->primaryKey, key.columns))
+    const Key key = KeyIn(message);
+    const auto table = TableNamed(catalogue, key.table);
+    if (table && SameColumns(table->primaryKey, key.columns))
         return {2627, {key.table}};
     const QStringList names(key.columns.begin(), key.columns.end());
     return {2601, {key.table, names.join(u", "_s)}};
 }
 
-Error missingValue(const QString &message, const QString &verb)
+Error MissingValue(const QString &message, const QString &verb)
 {
-    const Key key = keyIn(message);
+    const Key key = KeyIn(message);
     return {515, {key.columns.empty() ? QString() : key.columns.front(), key.table, verb}};
 }
 
 /// The server names the column of a check that stands at a column.
-Error refusedCheck(const QString &name, const QString &verb, const Catalogue &catalogue)
+Error RefusedCheck(const QString &name, const QString &verb, const Catalogue &catalogue)
 {
     Error refusal(wording::CheckConflict, {verb, name});
-    for (const ObjectName &object : catalogue.tableNames()) {
-        const auto table = catalogue.table(object);
+    for (const ObjectName &object : catalogue.TableNames()) {
+        const auto table = catalogue.FindTable(object);
         for (const Check &check : table->checks) {
             if (check.name.compare(name, Qt::CaseInsensitive) != 0)
                 continue;
             if (check.column.isEmpty())
-                refusal = {wording::CheckConflictOfTable, {verb, name, table->name.display()}};
+                refusal = {wording::CheckConflictOfTable, {verb, name, table->name.Display()}};
             else
-                refusal = {wording::CheckConflictOfColumn, {verb, name, table->name.display(), check.column}};
+                refusal = {wording::CheckConflictOfColumn, {verb, name, table->name.Display(), check.column}};
         }
     }
     return refusal;
@@ -119,15 +119,15 @@ Error refusedCheck(const QString &name, const QString &verb, const Catalogue &ca
 
 } // namespace
 
-SqliteError::SqliteError(int code, const QString &message) : Error(errorOf(code, message)), m_code(code)
+SqliteError::SqliteError(int code, const QString &message) : Error(ErrorOf(code, message)), m_code(code)
 {}
 
-bool SqliteError::concernsFile() const
+bool SqliteError::ConcernsFile() const
 {
-    return number() == DeviceErrorNumber || number() == NoSpaceNumber;
+    return Number() == DeviceErrorNumber || Number() == NoSpaceNumber;
 }
 
-QString verbOf(const Statement &statement)
+QString VerbOf(const Statement &statement)
 {
     // A change may begin with its common tables.
     if (statement.kind == StatementKind::Insert)
@@ -139,22 +139,22 @@ QString verbOf(const Statement &statement)
     return statement.text.section(u' ', 0, 0).toUpper();
 }
 
-bool isDuplicate(int code)
+bool IsDuplicate(int code)
 {
     return code == SQLITE_CONSTRAINT_UNIQUE || code == SQLITE_CONSTRAINT_PRIMARYKEY || code == SQLITE_CONSTRAINT_ROWID;
 }
 
-Error translated(const SqliteError &error, const QString &verb, const Catalogue &catalogue)
+Error Translated(const SqliteError &error, const QString &verb, const Catalogue &catalogue)
 {
-    switch (error.code()) {
+    switch (error.Code()) {
     case SQLITE_CONSTRAINT_UNIQUE:
     case SQLITE_CONSTRAINT_PRIMARYKEY:
     case SQLITE_CONSTRAINT_ROWID:
-        return duplicate(error.message(), catalogue);
+        return Duplicate(error.Text(), catalogue);
     case SQLITE_CONSTRAINT_NOTNULL:
-        return missingValue(error.message(), verb);
+        return MissingValue(error.Text(), verb);
     case SQLITE_CONSTRAINT_CHECK:
-        return refusedCheck(error.message().section(u": "_s, 1), verb, catalogue);
+        return RefusedCheck(error.Text().section(u": "_s, 1), verb, catalogue);
     case SQLITE_CONSTRAINT_FOREIGNKEY:
         return {547, {verb, verb == u"DELETE"_s ? u"REFERENCE"_s : u"FOREIGN KEY"_s}};
     default:

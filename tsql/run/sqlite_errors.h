@@ -19,21 +19,21 @@ public:
     /** `code` is SQLite's extended result code. */
     SqliteError(int code, const QString &message);
 
-    int code() const { return m_code; }
+    int Code() const { return m_code; }
     /** True when the trouble is with the file or the disk, not with the statement. */
-    bool concernsFile() const;
+    bool ConcernsFile() const;
 
 private:
     int m_code;
 };
 
 /** The first word of a statement, as the server's messages name it. */
-QString verbOf(const Statement &statement);
+QString VerbOf(const Statement &statement);
 
 /** The error to show; `verb` is INSERT, UPDATE, DELETE or another statement's first word. */
-Error translated(const SqliteError &error, const QString &verb, const Catalogue &catalogue);
+Error Translated(const SqliteError &error, const QString &verb, const Catalogue &catalogue);
 
 /// Whether SQLite's code says that a unique key has the value already.
-bool isDuplicate(int code);
+bool IsDuplicate(int code);
 
 } // namespace tsql

@@ -14,7 +14,7 @@ namespace {
 enum CharClass : quint8 { Other, Space, Letter, Digit };
 
 /// Classes of the ASCII characters; the rest is asked of QChar.
-constexpr std::array<quint8, 128> makeClasses()
+constexpr std::array<quint8, 128> MakeClasses()
 {
     std::array<quint8, 128> classes{};
     for (const char16_t c : {u' ', u'\t', u'\r', u'\n', u'\f', u'\v'})
@@ -30,9 +30,9 @@ constexpr std::array<quint8, 128> makeClasses()
     return classes;
 }
 
-constexpr auto classes = makeClasses();
+constexpr auto classes = MakeClasses();
 
-CharClass classOf(QChar c)
+CharClass ClassOf(QChar c)
 {
     const char16_t u = c.unicode();
     if (u < 128)
@@ -42,15 +42,15 @@ CharClass classOf(QChar c)
     return c.isLetter() || c.isMark() || c.isSurrogate() || u == 0x200C ? Letter : (c.isDigit() ? Digit : Other);
 }
 
-bool isDigit(QChar c)
+bool IsDigit(QChar c)
 {
     return c.unicode() >= u'0' && c.unicode() <= u'9';
 }
 
-bool isHexDigit(QChar c)
+bool IsHexDigit(QChar c)
 {
     const char16_t u = c.unicode() | 0x20;
-    return isDigit(c) || (u >= u'a' && u <= u'f');
+    return IsDigit(c) || (u >= u'a' && u <= u'f');
 }
 
 /// Cuts a text into pieces. Knows where a piece ends, not what it means.
@@ -61,12 +61,12 @@ public:
 
     explicit Scanner(QStringView text) : m_text(text) {}
 
-    Piece next();
+    Piece NextPiece();
 
-    qsizetype start() const { return m_start; }
+    qsizetype Start() const { return m_start; }
     qsizetype end() const { return m_pos; }
-    LiteralKind literalKind() const { return m_literalKind; }
-    Error problem(int line) const
+    LiteralKind KindOfLiteral() const { return m_literalKind; }
+    Error Problem(int line) const
     {
         Q_ASSERT(m_problem);
         Error error = *m_problem;
@@ -75,21 +75,21 @@ public:
     }
     QStringView text() const { return m_text.sliced(m_start, m_pos - m_start); }
     /// Writes the literal over another one whose memory it takes.
-    void literal(Literal &value) const;
+    void ReadLiteral(Literal &value) const;
 
 private:
-    QChar peek(qsizetype ahead = 0) const
+    QChar Peek(qsizetype ahead = 0) const
     {
         return m_pos + ahead < m_text.size() ? m_text[m_pos + ahead] : QChar(u'\0');
     }
-    bool skipBlanks();
-    bool skipBlockComment();
-    Piece closed(QChar closing, Piece piece);
-    Piece quotedText(LiteralKind kind);
-    Piece number();
-    Piece symbol();
-    Piece bad(Error problem);
-    void skipWord();
+    bool SkipBlanks();
+    bool SkipBlockComment();
+    Piece Closed(QChar closing, Piece piece);
+    Piece QuotedText(LiteralKind kind);
+    Piece Number();
+    Piece ReadSymbol();
+    Piece BadPiece(Error problem);
+    void SkipWord();
 
     QStringView m_text;
     qsizetype m_pos = 0;
@@ -99,16 +99,16 @@ private:
     std::optional<Error> m_problem; ///< of a Bad piece
 };
 
-bool Scanner::skipBlockComment()
+bool Scanner::SkipBlockComment()
 {
     int depth = 0;
     do {
         if (m_pos >= m_text.size())
             return false;
-        if (peek() == u'/' && peek(1) == u'*') {
+        if (Peek() == u'/' && Peek(1) == u'*') {
             ++depth;
             m_pos += 2;
-        } else if (peek() == u'*' && peek(1) == u'/') {
+        } else if (Peek() == u'*' && Peek(1) == u'/') {
             --depth;
             m_pos += 2;
         } else {
@@ -118,17 +118,17 @@ bool Scanner::skipBlockComment()
     return true;
 }
 
-bool Scanner::skipBlanks()
+bool Scanner::SkipBlanks()
 {
     while (m_pos < m_text.size()) {
         const QChar c = m_text[m_pos];
-        if (classOf(c) == Space) {
+        if (ClassOf(c) == Space) {
             ++m_pos;
-        } else if (c == u'-' && peek(1) == u'-') {
+        } else if (c == u'-' && Peek(1) == u'-') {
             while (m_pos < m_text.size() && m_text[m_pos] != u'\n')
                 ++m_pos;
-        } else if (c == u'/' && peek(1) == u'*') {
-            if (!skipBlockComment())
+        } else if (c == u'/' && Peek(1) == u'*') {
+            if (!SkipBlockComment())
                 return false;
         } else {
             break;
@@ -137,73 +137,73 @@ bool Scanner::skipBlanks()
     return true;
 }
 
-void Scanner::skipWord()
+void Scanner::SkipWord()
 {
     while (m_pos < m_text.size()) {
         const QChar c = m_text[m_pos];
-        const CharClass kind = classOf(c);
+        const CharClass kind = ClassOf(c);
         if (kind != Letter && kind != Digit && c != u'$')
             break;
         ++m_pos;
     }
 }
 
-Scanner::Piece Scanner::bad(Error problem)
+Scanner::Piece Scanner::BadPiece(Error problem)
 {
     m_problem = std::move(problem);
     return Piece::Bad;
 }
 
-Scanner::Piece Scanner::closed(QChar closing, Piece piece)
+Scanner::Piece Scanner::Closed(QChar closing, Piece piece)
 {
     m_doubled = false;
     while (m_pos < m_text.size()) {
         if (m_text[m_pos] != closing) {
             ++m_pos;
-        } else if (peek(1) == closing) {
+        } else if (Peek(1) == closing) {
             m_doubled = true;
             m_pos += 2;
         } else {
             ++m_pos;
             // A name goes into SQLite's text as it stands, and that text would end here.
             const qsizetype end = piece == Piece::Literal ? -1 : text().indexOf(QChar(u'\0'));
-            return end < 0 ? piece : bad({102, {text().first(end)}});
+            return end < 0 ? piece : BadPiece({102, {text().first(end)}});
         }
     }
-    return bad({105, {m_text.sliced(m_start + 1, qMin<qsizetype>(m_text.size() - m_start - 1, 60))}});
+    return BadPiece({105, {m_text.sliced(m_start + 1, qMin<qsizetype>(m_text.size() - m_start - 1, 60))}});
 }
 
-Scanner::Piece Scanner::quotedText(LiteralKind kind)
+Scanner::Piece Scanner::QuotedText(LiteralKind kind)
 {
     m_literalKind = kind;
     m_pos += kind == LiteralKind::Unicode ? 2 : 1;
-    return closed(u'\'', Piece::Literal);
+    return Closed(u'\'', Piece::Literal);
 }
 
-Scanner::Piece Scanner::number()
+Scanner::Piece Scanner::Number()
 {
-    if (peek() == u'0' && (peek(1) == u'x' || peek(1) == u'X')) {
+    if (Peek() == u'0' && (Peek(1) == u'x' || Peek(1) == u'X')) {
         m_pos += 2;
-        while (m_pos < m_text.size() && isHexDigit(m_text[m_pos]))
+        while (m_pos < m_text.size() && IsHexDigit(m_text[m_pos]))
             ++m_pos;
         m_literalKind = LiteralKind::Binary;
         return Piece::Literal;
     }
     m_literalKind = LiteralKind::Integer;
-    while (isDigit(peek()))
+    while (IsDigit(Peek()))
         ++m_pos;
-    if (peek() == u'.') {
+    if (Peek() == u'.') {
         m_literalKind = LiteralKind::Decimal;
         ++m_pos;
-        while (isDigit(peek()))
+        while (IsDigit(Peek()))
             ++m_pos;
     }
-    if (peek() == u'e' || peek() == u'E') {
-        const qsizetype sign = peek(1) == u'+' || peek(1) == u'-' ? 2 : 1;
-        if (isDigit(peek(sign))) {
+    if (Peek() == u'e' || Peek() == u'E') {
+        const qsizetype sign = Peek(1) == u'+' || Peek(1) == u'-' ? 2 : 1;
+        if (IsDigit(Peek(sign))) {
             m_literalKind = LiteralKind::Float;
             m_pos += sign;
-            while (isDigit(peek()))
+            while (IsDigit(Peek()))
                 ++m_pos;
         }
     }
@@ -216,10 +216,10 @@ Scanner::Piece Scanner::number()
     return Piece::Literal;
 }
 
-Scanner::Piece Scanner::symbol()
+Scanner::Piece Scanner::ReadSymbol()
 {
-    const char16_t c = peek().unicode();
-    const char16_t second = peek(1).unicode();
+    const char16_t c = Peek().unicode();
+    const char16_t second = Peek(1).unicode();
     const bool mayBePaired = QStringView(u"<>!+-*/%&|^").contains(c);
     if (mayBePaired &&
         (second == u'=' || (c == u'<' && second == u'>') || (c == u'!' && (second == u'<' || second == u'>')))) {
@@ -228,48 +228,48 @@ Scanner::Piece Scanner::symbol()
     }
     static constexpr QStringView singles = u"(),;.+-*/%=<>&|^~:?";
     if (!singles.contains(m_text[m_pos]))
-        return bad({102, {m_text[m_pos]}});
+        return BadPiece({102, {m_text[m_pos]}});
     ++m_pos;
     return Piece::Symbol;
 }
 
-Scanner::Piece Scanner::next()
+Scanner::Piece Scanner::NextPiece()
 {
     m_start = m_pos;
-    if (!skipBlanks())
-        return bad({113});
+    if (!SkipBlanks())
+        return BadPiece({113});
     m_start = m_pos;
     if (m_pos >= m_text.size())
         return Piece::End;
     const QChar c = m_text[m_pos];
-    switch (classOf(c)) {
+    switch (ClassOf(c)) {
     case Letter:
-        if ((c == u'N' || c == u'n') && peek(1) == u'\'')
-            return quotedText(LiteralKind::Unicode);
-        skipWord();
+        if ((c == u'N' || c == u'n') && Peek(1) == u'\'')
+            return QuotedText(LiteralKind::Unicode);
+        SkipWord();
         return c == u'@' ? Piece::Variable : Piece::Word;
     case Digit:
-        return isDigit(c) ? number() : bad({102, {c}});
+        return IsDigit(c) ? Number() : BadPiece({102, {c}});
     default:
         break;
     }
     switch (c.unicode()) {
     case u'\'':
-        return quotedText(LiteralKind::Text);
+        return QuotedText(LiteralKind::Text);
     case u'[':
         ++m_pos;
-        return closed(u']', Piece::Bracketed);
+        return Closed(u']', Piece::Bracketed);
     case u'"':
         ++m_pos;
-        return closed(u'"', Piece::DoubleQuoted);
+        return Closed(u'"', Piece::DoubleQuoted);
     case u'.':
-        return isDigit(peek(1)) ? number() : symbol();
+        return IsDigit(Peek(1)) ? Number() : ReadSymbol();
     default:
-        return symbol();
+        return ReadSymbol();
     }
 }
 
-void Scanner::literal(Literal &value) const
+void Scanner::ReadLiteral(Literal &value) const
 {
     const auto assign = [&value](QStringView text) {
         value.text.resize(0);
@@ -297,38 +297,38 @@ void Scanner::literal(Literal &value) const
     }
 }
 
-QString unquoted(QStringView piece, QChar closing)
+QString Unquoted(QStringView piece, QChar closing)
 {
     QString name = piece.sliced(1, piece.size() - 2).toString();
     name.replace(QString(2, closing), QString(closing));
     return name;
 }
 
-int countLines(QStringView text)
+int CountLines(QStringView text)
 {
     return static_cast<int>(text.count(u'\n'));
 }
 
 } // namespace
 
-Tokens tokenize(QStringView text)
+Tokens Tokenize(QStringView text)
 {
     Tokens result;
     Scanner scanner(text);
     int line = 1;
     qsizetype counted = 0;
     for (;;) {
-        const Scanner::Piece piece = scanner.next();
-        line += countLines(text.sliced(counted, scanner.start() - counted));
-        counted = scanner.start();
+        const Scanner::Piece piece = scanner.NextPiece();
+        line += CountLines(text.sliced(counted, scanner.Start() - counted));
+        counted = scanner.Start();
         Token token;
         token.line = line;
-        token.offset = scanner.start();
+        token.offset = scanner.Start();
         token.end = scanner.end();
         token.text = scanner.text().toString();
         switch (piece) {
         case Scanner::Piece::Bad:
-            throw scanner.problem(line);
+            throw scanner.Problem(line);
         case Scanner::Piece::End:
             token.kind = TokenKind::End;
             result.tokens.push_back(std::move(token));
@@ -345,19 +345,19 @@ Tokens tokenize(QStringView text)
         case Scanner::Piece::Bracketed:
         case Scanner::Piece::DoubleQuoted:
             token.kind = TokenKind::Quoted;
-            token.text = unquoted(scanner.text(), piece == Scanner::Piece::Bracketed ? u']' : u'"');
+            token.text = Unquoted(scanner.text(), piece == Scanner::Piece::Bracketed ? u']' : u'"');
             break;
         case Scanner::Piece::Literal:
             token.kind = TokenKind::Literal;
             token.literal = static_cast<int>(result.literals.size());
-            scanner.literal(result.literals.emplace_back());
+            scanner.ReadLiteral(result.literals.emplace_back());
             break;
         }
         result.tokens.push_back(std::move(token));
     }
 }
 
-void scannedShape(QStringView text, Shape &into)
+void ScannedShape(QStringView text, Shape &into)
 {
     into.key.resize(0);
     into.key.reserve(text.size());
@@ -365,7 +365,7 @@ void scannedShape(QStringView text, Shape &into)
     Scanner scanner(text);
     qsizetype copied = 0;
     for (;;) {
-        const Scanner::Piece piece = scanner.next();
+        const Scanner::Piece piece = scanner.NextPiece();
         if (piece == Scanner::Piece::Bad) {
             into.key.clear();
             return;
@@ -377,16 +377,16 @@ void scannedShape(QStringView text, Shape &into)
         }
         if (piece != Scanner::Piece::Literal)
             continue;
-        into.key.append(text.sliced(copied, scanner.start() - copied));
-        into.key.append(QChar(literalMark(scanner.literalKind())));
+        into.key.append(text.sliced(copied, scanner.Start() - copied));
+        into.key.append(QChar(LiteralMark(scanner.KindOfLiteral())));
         copied = scanner.end();
         if (into.literals.size() == count)
             into.literals.emplace_back();
-        scanner.literal(into.literals[count++]);
+        scanner.ReadLiteral(into.literals[count++]);
     }
 }
 
-std::vector<ScriptBatch> splitScript(QStringView script)
+std::vector<ScriptBatch> SplitScript(QStringView script)
 {
     std::vector<ScriptBatch> batches;
     Scanner scanner(script);
@@ -398,19 +398,19 @@ std::vector<ScriptBatch> splitScript(QStringView script)
             batches.push_back({body.toString(), firstLine});
     };
     for (;;) {
-        const Scanner::Piece piece = scanner.next();
+        const Scanner::Piece piece = scanner.NextPiece();
         if (piece == Scanner::Piece::End || piece == Scanner::Piece::Bad)
             break;
         if (piece != Scanner::Piece::Word || scanner.text().compare(u"GO", Qt::CaseInsensitive) != 0)
             continue;
-        const qsizetype lineStart = script.lastIndexOf(u'\n', scanner.start()) + 1;
+        const qsizetype lineStart = script.lastIndexOf(u'\n', scanner.Start()) + 1;
         const qsizetype newline = script.indexOf(u'\n', scanner.end());
         const qsizetype lineEnd = newline < 0 ? script.size() : newline;
         if (script.sliced(lineStart, lineEnd - lineStart).trimmed().size() != 2)
             continue;
         close(lineStart);
         const qsizetype next = qMin(lineEnd + 1, script.size());
-        firstLine += countLines(script.sliced(batchStart, next - batchStart));
+        firstLine += CountLines(script.sliced(batchStart, next - batchStart));
         batchStart = next;
     }
     close(script.size());

@@ -45,7 +45,7 @@ struct Tokens
 };
 
 /// Splits a text into tokens. Throws Error for an unclosed quote or comment and for a character of no meaning.
-Tokens tokenize(QStringView text);
+Tokens Tokenize(QStringView text);
 
 /// What the statement cache looks up: the text with each literal replaced by the mark of its kind.
 /// Two texts of one key differ in nothing but the values of their literals.
@@ -57,12 +57,12 @@ struct Shape
 
 /// The shape of a text in a single pass without building tokens; `into` may hold an earlier shape whose memory is
 /// used again.
-/// A text that does not lex gives an empty key: tokenize() then says why.
-void shape(QStringView text, Shape &into);
-/// The same for any text; shape() is the quick way through the usual ones.
-void scannedShape(QStringView text, Shape &into);
+/// A text that does not lex gives an empty key: Tokenize() then says why.
+void TakeShape(QStringView text, Shape &into);
+/// The same for any text; TakeShape() is the quick way through the usual ones.
+void ScannedShape(QStringView text, Shape &into);
 /// What stands for a literal in a key: a character that no token begins with.
-inline char16_t literalMark(LiteralKind kind)
+inline char16_t LiteralMark(LiteralKind kind)
 {
     return static_cast<char16_t>(1 + static_cast<int>(kind));
 }
@@ -75,6 +75,6 @@ struct ScriptBatch
 };
 
 /// Splits a script at the lines that hold nothing but GO. Quotes and comments are respected.
-std::vector<ScriptBatch> splitScript(QStringView script);
+std::vector<ScriptBatch> SplitScript(QStringView script);
 
 } // namespace tsql

@@ -7,34 +7,34 @@ using namespace Qt::StringLiterals;
 
 namespace tsql {
 
-Value literalValue(const Literal &literal, bool negate)
+Value LiteralValue(const Literal &literal, bool negate)
 {
     switch (literal.kind) {
     case LiteralKind::Integer:
-        return Value::ofInteger(negate ? -literal.integer : literal.integer);
+        return Value::OfInteger(negate ? -literal.integer : literal.integer);
     case LiteralKind::Decimal: {
         bool ok = false;
-        Decimal number = Decimal::fromText(literal.text.toLatin1().toStdString(), ok);
+        Decimal number = Decimal::FromText(literal.text.toLatin1().toStdString(), ok);
         if (!ok)
             throw Error(102, {literal.text});
         if (negate)
             number.units = -number.units;
-        return Value::ofBlob(number.toBlob());
+        return Value::OfBlob(number.ToBlob());
     }
     case LiteralKind::Float: {
         const double number = literal.text.toDouble();
         if (qIsInf(number))
             throw Error(8115, {u"expression"_s, u"float"_s});
-        return Value::ofReal(negate ? -number : number);
+        return Value::OfReal(negate ? -number : number);
     }
     case LiteralKind::Text:
     case LiteralKind::Unicode:
-        return Value::ofText(literal.text);
+        return Value::OfText(literal.text);
     case LiteralKind::Binary: {
         QByteArray digits = literal.text.sliced(2).toLatin1();
         if (digits.size() % 2 != 0)
             digits.prepend('0');
-        return Value::ofBlob(QByteArray::fromHex(digits));
+        return Value::OfBlob(QByteArray::fromHex(digits));
     }
     }
     return {};

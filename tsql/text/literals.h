@@ -6,6 +6,6 @@
 namespace tsql {
 
 /// The value of a literal in the storage form of its own type (literalType), with a minus in front if asked.
-Value literalValue(const Literal &literal, bool negate = false);
+Value LiteralValue(const Literal &literal, bool negate = false);
 
 } // namespace tsql

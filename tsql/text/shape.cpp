@@ -11,7 +11,7 @@ namespace {
 
 enum class Mark : quint8 { Slow, Plain, Word, Dollar, Digit, Quote, Bracket, DoubleQuote, Minus, Slash, Point };
 
-constexpr std::array<Mark, 128> makeMarks()
+constexpr std::array<Mark, 128> MakeMarks()
 {
     std::array<Mark, 128> marks{};
     for (const char c :
@@ -35,9 +35,9 @@ constexpr std::array<Mark, 128> makeMarks()
     return marks;
 }
 
-constexpr auto marks = makeMarks();
+constexpr auto marks = MakeMarks();
 
-Mark markOf(char16_t c)
+Mark MarkOf(char16_t c)
 {
     return c < 128 ? marks[c] : Mark::Slow;
 }
@@ -53,65 +53,65 @@ public:
           m_out(reinterpret_cast<char16_t *>(shape.key.data()))
     {}
 
-    bool write()
+    bool Write()
     {
         const char16_t *at = m_start;
         while (at != nullptr && at < m_end) {
-            const Mark mark = markOf(*at);
+            const Mark mark = MarkOf(*at);
             if (mark == Mark::Plain || mark == Mark::Word)
                 ++at;
             else
-                at = piece(mark, at);
+                at = PieceAt(mark, at);
         }
         if (at == nullptr)
             return false;
-        closeRun(m_end);
+        CloseRun(m_end);
         return true;
     }
 
-    const char16_t *out() const { return m_out; }
-    std::size_t literals() const { return m_count; }
+    const char16_t *Out() const { return m_out; }
+    std::size_t Literals() const { return m_count; }
 
 private:
-    char16_t following(const char16_t *at) const { return at + 1 < m_end ? at[1] : u'\0'; }
+    char16_t Following(const char16_t *at) const { return at + 1 < m_end ? at[1] : u'\0'; }
     /// Whether a word reaches up to `at`: a literal ends neither in a letter nor, followed by one, in a digit.
-    bool inWord(const char16_t *at) const
+    bool InWord(const char16_t *at) const
     {
-        const Mark before = at > m_run ? markOf(at[-1]) : Mark::Plain;
+        const Mark before = at > m_run ? MarkOf(at[-1]) : Mark::Plain;
         return before == Mark::Word || before == Mark::Digit || before == Mark::Dollar;
     }
-    static const char16_t *unless(bool slow, const char16_t *next) { return slow ? nullptr : next; }
+    static const char16_t *Unless(bool slow, const char16_t *next) { return slow ? nullptr : next; }
 
     /// The end of what begins at `at`; null to give up.
-    const char16_t *piece(Mark mark, const char16_t *at)
+    const char16_t *PieceAt(Mark mark, const char16_t *at)
     {
         switch (mark) {
         case Mark::Digit:
-            return inWord(at) ? at + 1 : number(at);
+            return InWord(at) ? at + 1 : Number(at);
         case Mark::Quote:
             return text(at);
         case Mark::Bracket:
-            return quotedName(at, u']');
+            return QuotedName(at, u']');
         case Mark::DoubleQuote:
-            return quotedName(at, u'"');
+            return QuotedName(at, u'"');
         case Mark::Dollar:
-            return unless(!inWord(at), at + 1);
+            return Unless(!InWord(at), at + 1);
         case Mark::Minus:
-            return unless(following(at) == u'-', at + 1);
+            return Unless(Following(at) == u'-', at + 1);
         case Mark::Slash:
-            return unless(following(at) == u'*', at + 1);
+            return Unless(Following(at) == u'*', at + 1);
         case Mark::Point: // between two names it is only a point
-            return unless(markOf(following(at)) == Mark::Digit, at + 1);
+            return Unless(MarkOf(Following(at)) == Mark::Digit, at + 1);
         default:
             return nullptr;
         }
     }
 
-    const char16_t *number(const char16_t *from)
+    const char16_t *Number(const char16_t *from)
     {
         const char16_t *at = from;
         qint64 value = 0;
-        for (; at < m_end && markOf(*at) == Mark::Digit && at - from < 10; ++at)
+        for (; at < m_end && MarkOf(*at) == Mark::Digit && at - from < 10; ++at)
             value = value * 10 + (*at - u'0');
         LiteralKind kind = LiteralKind::Integer;
         if (at - from > 9)
@@ -120,36 +120,36 @@ private:
             kind = LiteralKind::Decimal;
             value = 0;
             ++at;
-            while (at < m_end && markOf(*at) == Mark::Digit)
+            while (at < m_end && MarkOf(*at) == Mark::Digit)
                 ++at;
         }
-        const Mark after = at < m_end ? markOf(*at) : Mark::Plain;
+        const Mark after = at < m_end ? MarkOf(*at) : Mark::Plain;
         if (after == Mark::Slow || after == Mark::Word || after == Mark::Dollar)
             return nullptr;
-        closeRun(from);
-        add(kind, from, at).integer = value;
+        CloseRun(from);
+        Add(kind, from, at).integer = value;
         m_run = at;
         return at;
     }
 
     const char16_t *text(const char16_t *quote)
     {
-        const bool unicode = quote > m_run && (quote[-1] == u'N' || quote[-1] == u'n') && !inWord(quote - 1);
+        const bool unicode = quote > m_run && (quote[-1] == u'N' || quote[-1] == u'n') && !InWord(quote - 1);
         const char16_t *from = quote + 1;
         const char16_t *at = from;
         bool doubled = false;
         for (; at < m_end; ++at) {
             if (*at != u'\'')
                 continue;
-            if (following(at) != u'\'')
+            if (Following(at) != u'\'')
                 break;
             doubled = true;
             ++at;
         }
         if (at >= m_end)
             return nullptr;
-        closeRun(unicode ? quote - 1 : quote);
-        Literal &literal = add(unicode ? LiteralKind::Unicode : LiteralKind::Text, from, at);
+        CloseRun(unicode ? quote - 1 : quote);
+        Literal &literal = Add(unicode ? LiteralKind::Unicode : LiteralKind::Text, from, at);
         literal.integer = 0;
         if (doubled)
             literal.text.replace(QLatin1String("''"), QLatin1String("'"));
@@ -157,7 +157,7 @@ private:
         return m_run;
     }
 
-    const char16_t *quotedName(const char16_t *at, char16_t closing) const
+    const char16_t *QuotedName(const char16_t *at, char16_t closing) const
     {
         do {
             if (++at >= m_end)
@@ -166,16 +166,16 @@ private:
         return at + 1;
     }
 
-    void closeRun(const char16_t *to)
+    void CloseRun(const char16_t *to)
     {
         const auto length = static_cast<std::size_t>(to - m_run);
         std::memcpy(m_out, m_run, length * sizeof(char16_t));
         m_out += length;
     }
 
-    Literal &add(LiteralKind kind, const char16_t *from, const char16_t *to)
+    Literal &Add(LiteralKind kind, const char16_t *from, const char16_t *to)
     {
-        *m_out++ = literalMark(kind);
+        *m_out++ = LiteralMark(kind);
         if (m_shape.literals.size() == m_count)
             m_shape.literals.emplace_back();
         Literal &literal = m_shape.literals[m_count++];
@@ -196,16 +196,16 @@ private:
 
 } // namespace
 
-void shape(QStringView text, Shape &into)
+void TakeShape(QStringView text, Shape &into)
 {
     into.key.resize(text.size());
     ShapeWriter writer(text, into);
-    if (!writer.write()) {
-        scannedShape(text, into);
+    if (!writer.Write()) {
+        ScannedShape(text, into);
         return;
     }
-    into.key.resize(writer.out() - reinterpret_cast<const char16_t *>(into.key.constData()));
-    into.literals.resize(writer.literals());
+    into.key.resize(writer.Out() - reinterpret_cast<const char16_t *>(into.key.constData()));
+    into.literals.resize(writer.Literals());
 }
 
 } // namespace tsql

@@ -33,13 +33,13 @@ constexpr std::array<std::u32string_view, 33> Alphabet = {
     U"ء", U"ا", U"ب", U"پ", U"ت", U"ث", U"ج", U"چ", U"ح",   U"خ", U"د", U"ذ", U"ر", U"ز", U"ژ",      U"س",   U"ش",
     U"ص", U"ض", U"ط", U"ظ", U"ع", U"غ", U"ف", U"ق", U"کكڪ", U"گ", U"ل", U"م", U"ن", U"و", U"هةەہۃھ", U"یيىے"};
 
-bool isMark(char32_t c)
+bool IsMark(char32_t c)
 {
     return QChar::isMark(c);
 }
 
 /// The letter without the marks and the presentation that Unicode takes it apart into.
-char32_t baseOf(char32_t c)
+char32_t BaseOf(char32_t c)
 {
     for (;;) {
         const QString parts = QChar::decomposition(c);
@@ -50,14 +50,14 @@ char32_t baseOf(char32_t c)
             return c;
         const std::u32string points = parts.toStdU32String();
         for (std::size_t i = 1; i < points.size(); ++i) {
-            if (!isMark(points[i]))
+            if (!IsMark(points[i]))
                 return c;
         }
         c = points[0];
     }
 }
 
-uint32_t alphabetPlace(char32_t c)
+uint32_t AlphabetPlace(char32_t c)
 {
     for (std::size_t i = 0; i < Alphabet.size(); ++i) {
         if (Alphabet[i].find(c) != std::u32string_view::npos)
@@ -66,32 +66,32 @@ uint32_t alphabetPlace(char32_t c)
     return 0;
 }
 
-uint32_t primaryOf(char32_t base)
+uint32_t PrimaryOf(char32_t base)
 {
     constexpr uint32_t FirstSign = 0x20; // behind the control characters
     if (base == 0xA0 || base == 0x202F)
-        return primaryOf(U' ');
+        return PrimaryOf(U' ');
     if (base < 0x20)
         return base;
     if (const std::size_t sign = Signs.find(base); sign != std::u32string_view::npos)
         return FirstSign + uint32_t(sign);
     if (QChar::isDigit(base))
         return DigitSection + uint32_t(QChar::digitValue(base)) + 1;
-    if (const uint32_t place = alphabetPlace(base))
+    if (const uint32_t place = AlphabetPlace(base))
         return place;
     if (!QChar::isLetterOrNumber(base))
         return SignSection + base;
     return (base < FirstArabic ? LetterSection : OtherSection) + base;
 }
 
-Weight computedWeight(char32_t c)
+Weight ComputedWeight(char32_t c)
 {
     constexpr char32_t Tatweel = 0x640;
     const bool format = QChar::category(c) == QChar::Other_Format; // half-spaces and marks of direction
-    if (c == 0 || c == Tatweel || format || isMark(c))
+    if (c == 0 || c == Tatweel || format || IsMark(c))
         return {};
-    const char32_t letter = foldCase(baseOf(foldCase(c)));
-    return {primaryOf(letter), letter};
+    const char32_t letter = FoldCase(BaseOf(FoldCase(c)));
+    return {PrimaryOf(letter), letter};
 }
 
 // What UTF-8 writes in two bytes, and the page of the half-spaces.
@@ -108,34 +108,34 @@ struct Tables
 const Tables tables = [] {
     Tables made;
     for (char32_t c = 0; c < TableEnd; ++c)
-        made.letters[c] = computedWeight(c);
+        made.letters[c] = ComputedWeight(c);
     for (char32_t c = PageStart; c < PageEnd; ++c)
-        made.page[c - PageStart] = computedWeight(c);
+        made.page[c - PageStart] = ComputedWeight(c);
     return made;
 }();
 
-Weight quickWeight(char32_t c)
+Weight QuickWeight(char32_t c)
 {
     if (c < TableEnd)
         return tables.letters[c];
     if (c >= PageStart && c < PageEnd)
         return tables.page[c - PageStart];
-    return computedWeight(c);
+    return ComputedWeight(c);
 }
 
 /// The weight of the next character that counts; none at the end.
-Weight nextWeight(std::string_view text, std::size_t &at)
+Weight NextWeight(std::string_view text, std::size_t &at)
 {
     while (at < text.size()) {
-        const Weight weight = quickWeight(nextCodePoint(text, at));
-        if (weight.counts())
+        const Weight weight = QuickWeight(NextCodePoint(text, at));
+        if (weight.Counts())
             return weight;
     }
     return {};
 }
 
 /// The length of what both begin with, up to the beginning of a character.
-std::size_t commonStart(std::string_view a, std::string_view b)
+std::size_t CommonStart(std::string_view a, std::string_view b)
 {
     const std::size_t end = std::min(a.size(), b.size());
     std::size_t at = 0;
@@ -157,19 +157,19 @@ std::size_t commonStart(std::string_view a, std::string_view b)
     return at;
 }
 
-int sign(int order)
+int Sign(int order)
 {
     return (order > 0) - (order < 0);
 }
 
 /// Letters without their accents, but with their case.
-int compareCase(std::string_view a, std::string_view b)
+int CompareCase(std::string_view a, std::string_view b)
 {
     const auto next = [](std::string_view text, std::size_t &at) -> char32_t {
         while (at < text.size()) {
-            const char32_t c = nextCodePoint(text, at);
-            if (quickWeight(c).counts())
-                return baseOf(c);
+            const char32_t c = NextCodePoint(text, at);
+            if (QuickWeight(c).Counts())
+                return BaseOf(c);
         }
         return 0;
     };
@@ -187,7 +187,7 @@ int compareCase(std::string_view a, std::string_view b)
 
 } // namespace
 
-Collation collationNamed(const QString &name)
+Collation CollationNamed(const QString &name)
 {
     const QString upper = name.toUpper();
     if (upper == u"DATABASE_DEFAULT" || upper == u"CATALOG_DEFAULT")
@@ -200,13 +200,13 @@ Collation collationNamed(const QString &name)
     if ((!caseCounts && !words.contains(u"CI"_s)) || (!accentsCount && !words.contains(u"AI"_s)))
         throw Error(448, {name});
     if (words.front() != u"PERSIAN" && !upper.contains(u"LATIN1_GENERAL"))
-        throw notSupported(u"COLLATE "_s + name);
+        throw NotSupported(u"COLLATE "_s + name);
     if (caseCounts)
         return accentsCount ? Collation::AccentsAndCase : Collation::Case;
     return accentsCount ? Collation::Accents : Collation::Plain;
 }
 
-const char *collationName(Collation collation)
+const char *CollationName(Collation collation)
 {
     switch (collation) {
     case Collation::Plain:
@@ -223,43 +223,43 @@ const char *collationName(Collation collation)
     return "TSQL_BIN";
 }
 
-Weight weightOf(char32_t c)
+Weight WeightOf(char32_t c)
 {
-    return quickWeight(c);
+    return QuickWeight(c);
 }
 
-int compareTexts(std::string_view a, std::string_view b)
+int CompareTexts(std::string_view a, std::string_view b)
 {
-    a = withoutTrailingBlanks(a);
-    b = withoutTrailingBlanks(b);
-    const std::size_t same = commonStart(a, b);
+    a = WithoutTrailingBlanks(a);
+    b = WithoutTrailingBlanks(b);
+    const std::size_t same = CommonStart(a, b);
     std::size_t i = same;
     std::size_t j = same;
     int spelling = 0;
     for (;;) {
-        const Weight x = nextWeight(a, i);
-        const Weight y = nextWeight(b, j);
+        const Weight x = NextWeight(a, i);
+        const Weight y = NextWeight(b, j);
         if (x.primary != y.primary)
             return x.primary < y.primary ? -1 : 1;
-        if (!x.counts())
+        if (!x.Counts())
             return spelling;
         if (spelling == 0 && x.identity != y.identity)
             spelling = x.identity < y.identity ? -1 : 1;
     }
 }
 
-int compareTexts(std::string_view a, std::string_view b, Collation collation)
+int CompareTexts(std::string_view a, std::string_view b, Collation collation)
 {
     if (collation != Collation::CodePoints) {
-        const int order = compareTexts(a, b);
+        const int order = CompareTexts(a, b);
         if (order != 0 || collation == Collation::Plain)
             return order;
     }
     if (collation == Collation::Accents)
-        return compareFolded(a, b);
-    a = withoutTrailingBlanks(a);
-    b = withoutTrailingBlanks(b);
-    return collation == Collation::Case ? compareCase(a, b) : sign(a.compare(b));
+        return CompareFolded(a, b);
+    a = WithoutTrailingBlanks(a);
+    b = WithoutTrailingBlanks(b);
+    return collation == Collation::Case ? CompareCase(a, b) : Sign(a.compare(b));
 }
 
 } // namespace tsql

@@ -18,23 +18,23 @@ struct Weight
     uint32_t primary = 0;
     uint32_t identity = 0;
 
-    bool counts() const { return primary != 0; }
+    bool Counts() const { return primary != 0; }
     auto operator<=>(const Weight &) const = default;
 };
 
-Weight weightOf(char32_t c);
+Weight WeightOf(char32_t c);
 
 /** What tells texts of one place apart: nothing more, accents, case, both, or the code points alone. */
 enum class Collation : uint8_t { Plain, Accents, Case, AccentsAndCase, CodePoints };
 
 /** The collation of a name in COLLATE. Error 448 for a name that is none, 40517 for other languages. */
-Collation collationNamed(const QString &name);
+Collation CollationNamed(const QString &name);
 /** Its name in SQLite. */
-const char *collationName(Collation collation);
+const char *CollationName(Collation collation);
 
 /** Negative, 0 or positive; trailing blanks do not count. */
-int compareTexts(std::string_view a, std::string_view b);
-int compareTexts(std::string_view a, std::string_view b, Collation collation);
+int CompareTexts(std::string_view a, std::string_view b);
+int CompareTexts(std::string_view a, std::string_view b, Collation collation);
 
 /** Goes up when the order changes: indexes of files with another number are built anew. */
 inline constexpr int CollationVersion = 1;

@@ -13,13 +13,13 @@ namespace tsql {
 
 namespace {
 
-std::string_view trimmed(std::string_view text)
+std::string_view Trimmed(std::string_view text)
 {
     text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
-    return withoutTrailingBlanks(text);
+    return WithoutTrailingBlanks(text);
 }
 
-QString quoted(std::string_view text)
+QString Quoted(std::string_view text)
 {
     return QString::fromUtf8(text.data(), qsizetype(text.size()));
 }
@@ -30,7 +30,7 @@ struct Range
     qint64 high;
 };
 
-Range rangeOf(Kind kind)
+Range RangeOf(Kind kind)
 {
     switch (kind) {
     case Kind::Bit:
@@ -46,53 +46,53 @@ Range rangeOf(Kind kind)
     }
 }
 
-[[noreturn]] void throwOverflow(const QString &from, Kind kind)
+[[noreturn]] void ThrowOverflow(const QString &from, Kind kind)
 {
-    throw Error(8115, {from, kindName(kind)});
+    throw Error(8115, {from, KindName(kind)});
 }
 
-[[noreturn]] void throwConversion(std::string_view text, Kind source, Kind kind)
+[[noreturn]] void ThrowConversion(std::string_view text, Kind source, Kind kind)
 {
-    throw Error(245, {kindName(source), quoted(text), kindName(kind)});
+    throw Error(245, {KindName(source), Quoted(text), KindName(kind)});
 }
 
-[[noreturn]] void throwConverting(Kind source, Kind kind)
+[[noreturn]] void ThrowConverting(Kind source, Kind kind)
 {
-    throw Error(8114, {kindName(source), kindName(kind)});
+    throw Error(8114, {KindName(source), KindName(kind)});
 }
 
-[[noreturn]] void throwTextOverflow(std::string_view text, Kind source, Kind kind)
+[[noreturn]] void ThrowTextOverflow(std::string_view text, Kind source, Kind kind)
 {
     switch (kind) {
     case Kind::Int:
-        throw Error(248, {kindName(source), quoted(text)});
+        throw Error(248, {KindName(source), Quoted(text)});
     case Kind::SmallInt:
     case Kind::TinyInt:
-        throw Error(244, {kindName(source), quoted(text), kind == Kind::SmallInt ? u"INT2"_s : u"INT1"_s});
+        throw Error(244, {KindName(source), Quoted(text), kind == Kind::SmallInt ? u"INT2"_s : u"INT1"_s});
     default:
-        throwOverflow(u"expression"_s, kind);
+        ThrowOverflow(u"expression"_s, kind);
     }
 }
 
 } // namespace
 
-qint64 fitInteger(qint64 value, Kind kind, const char *from)
+qint64 FitInteger(qint64 value, Kind kind, const char *from)
 {
     if (kind == Kind::Bit)
         return value != 0;
-    const Range range = rangeOf(kind);
+    const Range range = RangeOf(kind);
     if (value >= range.low && value <= range.high)
         return value;
     if (kind == Kind::TinyInt || kind == Kind::SmallInt)
-        throw Error(220, {kindName(kind), value});
-    throwOverflow(QLatin1String(from), kind);
+        throw Error(220, {KindName(kind), value});
+    ThrowOverflow(QLatin1String(from), kind);
 }
 
-qint64 integerFromText(std::string_view text, Kind kind, Kind source)
+qint64 IntegerFromText(std::string_view text, Kind kind, Kind source)
 {
     if (kind == Kind::Bit)
-        return bitFromText(text, source);
-    std::string_view digits = trimmed(text);
+        return BitFromText(text, source);
+    std::string_view digits = Trimmed(text);
     if (digits.empty())
         return 0;
     if (digits.front() == '+' && digits.size() > 1 && digits[1] != '-')
@@ -101,55 +101,55 @@ qint64 integerFromText(std::string_view text, Kind kind, Kind source)
     const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
     if (error == std::errc::invalid_argument || end != digits.data() + digits.size()) {
         if (kind == Kind::BigInt)
-            throwConverting(source, kind);
-        throwConversion(text, source, kind);
+            ThrowConverting(source, kind);
+        ThrowConversion(text, source, kind);
     }
-    const Range range = rangeOf(kind);
+    const Range range = RangeOf(kind);
     if (error == std::errc::result_out_of_range || value < range.low || value > range.high)
-        throwTextOverflow(text, source, kind);
+        ThrowTextOverflow(text, source, kind);
     return value;
 }
 
-qint64 integerFromReal(double value, Kind kind)
+qint64 IntegerFromReal(double value, Kind kind)
 {
     if (kind == Kind::Bit)
         return value != 0.0;
     const double whole = std::trunc(value);
     if (!(whole >= -9223372036854775808.0 && whole < 9223372036854775808.0))
-        throwOverflow(u"expression"_s, kind);
-    return fitInteger(qint64(whole), kind);
+        ThrowOverflow(u"expression"_s, kind);
+    return FitInteger(qint64(whole), kind);
 }
 
-qint64 integerFromDecimal(const Decimal &value, Kind kind)
+qint64 IntegerFromDecimal(const Decimal &value, Kind kind)
 {
     if (kind == Kind::Bit)
         return value.units != 0;
-    const Decimal::Int whole = value.toInt();
-    const Range range = rangeOf(kind);
+    const Decimal::Int whole = value.ToInt();
+    const Range range = RangeOf(kind);
     if (whole < range.low || whole > range.high)
-        throwOverflow(u"numeric"_s, kind);
+        ThrowOverflow(u"numeric"_s, kind);
     return qint64(whole);
 }
 
-qint64 bitFromText(std::string_view text, Kind source)
+qint64 BitFromText(std::string_view text, Kind source)
 {
-    const std::string_view word = trimmed(text);
-    if (compareFolded(word, "true") == 0)
+    const std::string_view word = Trimmed(text);
+    if (CompareFolded(word, "true") == 0)
         return 1;
-    if (word.empty() || compareFolded(word, "false") == 0)
+    if (word.empty() || CompareFolded(word, "false") == 0)
         return 0;
     bool any = false;
     for (const char c : word) {
         if (c < '0' || c > '9')
-            throwConversion(text, source, Kind::Bit);
+            ThrowConversion(text, source, Kind::Bit);
         any = any || c != '0';
     }
     return any;
 }
 
-double realFromText(std::string_view text, Kind source)
+double RealFromText(std::string_view text, Kind source)
 {
-    std::string_view number = trimmed(text);
+    std::string_view number = Trimmed(text);
     if (number.empty())
         return 0;
     if (number.front() == '+')
@@ -157,42 +157,42 @@ double realFromText(std::string_view text, Kind source)
     double value = 0;
     const auto [end, error] = std::from_chars(number.data(), number.data() + number.size(), value);
     if (error != std::errc() || end != number.data() + number.size() || !std::isfinite(value))
-        throwConverting(source, Kind::Float);
+        ThrowConverting(source, Kind::Float);
     return value;
 }
 
-Decimal decimalFromText(std::string_view text, int precision, int scale, Kind source)
+Decimal DecimalFromText(std::string_view text, int precision, int scale, Kind source)
 {
     bool ok = false;
-    const Decimal value = Decimal::fromText(text, ok);
+    const Decimal value = Decimal::FromText(text, ok);
     if (!ok)
-        throwConverting(source, Kind::Decimal);
+        ThrowConverting(source, Kind::Decimal);
     try {
-        return value.rescaled(precision, scale);
+        return value.Rescaled(precision, scale);
     } catch (const Error &) {
-        throwOverflow(kindName(source), Kind::Decimal);
+        ThrowOverflow(KindName(source), Kind::Decimal);
     }
 }
 
-Decimal decimalFromInteger(qint64 value, int precision, int scale)
+Decimal DecimalFromInteger(qint64 value, int precision, int scale)
 {
     try {
-        return Decimal::fromInt(value).rescaled(precision, scale);
+        return Decimal::FromInt(value).Rescaled(precision, scale);
     } catch (const Error &) {
-        throwOverflow(u"int"_s, Kind::Decimal);
+        ThrowOverflow(u"int"_s, Kind::Decimal);
     }
 }
 
-Decimal decimalFromReal(double value, int precision, int scale)
+Decimal DecimalFromReal(double value, int precision, int scale)
 {
     try {
-        return Decimal::fromDouble(value, scale).rescaled(precision, scale);
+        return Decimal::FromDouble(value, scale).Rescaled(precision, scale);
     } catch (const Error &) {
-        throwOverflow(u"float"_s, Kind::Decimal);
+        ThrowOverflow(u"float"_s, Kind::Decimal);
     }
 }
 
-std::string textFromReal(double value)
+std::string TextFromReal(double value)
 {
     char buffer[32];
     const int length = std::snprintf(buffer, sizeof buffer, "%.6g", value);
@@ -203,132 +203,132 @@ std::string textFromReal(double value)
     return text;
 }
 
-std::string textFromBinary(std::string_view bytes)
+std::string TextFromBinary(std::string_view bytes)
 {
     return "0x" + QByteArray::fromRawData(bytes.data(), qsizetype(bytes.size())).toHex().toUpper().toStdString();
 }
 
-std::string_view fitText(std::string_view text, int length, std::string_view table, std::string_view column)
+std::string_view FitText(std::string_view text, int length, std::string_view table, std::string_view column)
 {
     // A byte count within the limit needs no counting of characters.
-    if (length == SqlType::Max || text.size() <= size_t(length) || utf16Length(text) <= size_t(length))
+    if (length == SqlType::Max || text.size() <= size_t(length) || Utf16Length(text) <= size_t(length))
         return text;
-    const std::string_view cut = utf16Prefix(text, size_t(length));
-    if (withoutTrailingBlanks(text).size() <= cut.size())
+    const std::string_view cut = Utf16Prefix(text, size_t(length));
+    if (WithoutTrailingBlanks(text).size() <= cut.size())
         return cut;
-    throw Error(2628, {quoted(table), quoted(column), quoted(cut)});
+    throw Error(2628, {Quoted(table), Quoted(column), Quoted(cut)});
 }
 
-std::string_view cutText(std::string_view text, int length)
+std::string_view CutText(std::string_view text, int length)
 {
-    return length == SqlType::Max || text.size() <= size_t(length) ? text : utf16Prefix(text, size_t(length));
+    return length == SqlType::Max || text.size() <= size_t(length) ? text : Utf16Prefix(text, size_t(length));
 }
 
 namespace {
 
-std::string_view view(const QByteArray &bytes)
+std::string_view ViewOf(const QByteArray &bytes)
 {
     return {bytes.constData(), size_t(bytes.size())};
 }
 
-Decimal decimalOf(const Value &value, const SqlType &type)
+Decimal DecimalOf(const Value &value, const SqlType &type)
 {
-    return Decimal::fromBlob(value.bytes.constData(), int(value.bytes.size()), type.scale);
+    return Decimal::FromBlob(value.bytes.constData(), int(value.bytes.size()), type.scale);
 }
 
-[[noreturn]] void throwClash(const SqlType &from, const SqlType &to)
+[[noreturn]] void ThrowClash(const SqlType &from, const SqlType &to)
 {
-    throw Error(206, {kindName(from.kind), kindName(to.kind)});
+    throw Error(206, {KindName(from.kind), KindName(to.kind)});
 }
 
-Value toInteger(const Value &value, const SqlType &from, const SqlType &to)
+Value ToInteger(const Value &value, const SqlType &from, const SqlType &to)
 {
-    if (from.isInteger())
-        return Value::ofInteger(fitInteger(value.integer, to.kind));
-    if (from.isDecimal())
-        return Value::ofInteger(integerFromDecimal(decimalOf(value, from), to.kind));
-    if (from.isReal())
-        return Value::ofInteger(integerFromReal(value.real, to.kind));
-    if (from.isText())
-        return Value::ofInteger(integerFromText(view(value.bytes), to.kind, from.kind));
-    throwClash(from, to);
+    if (from.IsInteger())
+        return Value::OfInteger(FitInteger(value.integer, to.kind));
+    if (from.IsDecimal())
+        return Value::OfInteger(IntegerFromDecimal(DecimalOf(value, from), to.kind));
+    if (from.IsReal())
+        return Value::OfInteger(IntegerFromReal(value.real, to.kind));
+    if (from.IsText())
+        return Value::OfInteger(IntegerFromText(ViewOf(value.bytes), to.kind, from.kind));
+    ThrowClash(from, to);
 }
 
-Value toDecimal(const Value &value, const SqlType &from, const SqlType &to)
+Value ToDecimal(const Value &value, const SqlType &from, const SqlType &to)
 {
-    if (from.isDecimal()) {
+    if (from.IsDecimal()) {
         if (from.scale == to.scale && from.precision <= to.precision)
             return value;
-        return Value::ofBlob(decimalOf(value, from).rescaled(to.precision, to.scale).toBlob());
+        return Value::OfBlob(DecimalOf(value, from).Rescaled(to.precision, to.scale).ToBlob());
     }
-    if (from.isInteger())
-        return Value::ofBlob(decimalFromInteger(value.integer, to.precision, to.scale).toBlob());
-    if (from.isReal())
-        return Value::ofBlob(decimalFromReal(value.real, to.precision, to.scale).toBlob());
-    if (from.isText())
-        return Value::ofBlob(decimalFromText(view(value.bytes), to.precision, to.scale, from.kind).toBlob());
-    throwClash(from, to);
+    if (from.IsInteger())
+        return Value::OfBlob(DecimalFromInteger(value.integer, to.precision, to.scale).ToBlob());
+    if (from.IsReal())
+        return Value::OfBlob(DecimalFromReal(value.real, to.precision, to.scale).ToBlob());
+    if (from.IsText())
+        return Value::OfBlob(DecimalFromText(ViewOf(value.bytes), to.precision, to.scale, from.kind).ToBlob());
+    ThrowClash(from, to);
 }
 
-Value toReal(const Value &value, const SqlType &from, const SqlType &to)
+Value ToReal(const Value &value, const SqlType &from, const SqlType &to)
 {
-    if (from.isReal())
+    if (from.IsReal())
         return value;
-    if (from.isInteger())
-        return Value::ofReal(double(value.integer));
-    if (from.isDecimal())
-        return Value::ofReal(decimalOf(value, from).toDouble());
-    if (from.isText())
-        return Value::ofReal(realFromText(view(value.bytes), from.kind));
-    throwClash(from, to);
+    if (from.IsInteger())
+        return Value::OfReal(double(value.integer));
+    if (from.IsDecimal())
+        return Value::OfReal(DecimalOf(value, from).ToDouble());
+    if (from.IsText())
+        return Value::OfReal(RealFromText(ViewOf(value.bytes), from.kind));
+    ThrowClash(from, to);
 }
 
-QByteArray bytesOf(std::string_view text)
+QByteArray BytesOf(std::string_view text)
 {
     return {text.data(), qsizetype(text.size())};
 }
 
 /** A number or date as text that has to fit whole: a number that is cut would be another number. */
-QByteArray numberText(const Value &value, const SqlType &from, const SqlType &to)
+QByteArray NumberText(const Value &value, const SqlType &from, const SqlType &to)
 {
-    QByteArray text = displayText(value, from);
+    QByteArray text = DisplayText(value, from);
     if (to.length == SqlType::Max || text.size() <= to.length)
         return text;
-    if (from.isDate())
+    if (from.IsDate())
         return text.left(to.length);
-    if (from.isInteger() && !to.isUnicode())
+    if (from.IsInteger() && !to.IsUnicode())
         return "*";
-    throwOverflow(from.isInteger() ? u"expression"_s : kindName(from.kind), to.kind);
+    ThrowOverflow(from.IsInteger() ? u"expression"_s : KindName(from.kind), to.kind);
 }
 
-Value toText(const Value &value, const SqlType &from, const Destination &to)
+Value ToText(const Value &value, const SqlType &from, const Destination &to)
 {
     QByteArray text;
-    if (!from.isText() && from.kind != Kind::UniqueIdentifier && !from.isBinary()) {
-        text = numberText(value, from, to.type);
+    if (!from.IsText() && from.kind != Kind::UniqueIdentifier && !from.IsBinary()) {
+        text = NumberText(value, from, to.type);
     } else if (to.assign) {
         const QByteArray table = to.table.toUtf8();
         const QByteArray column = to.column.toUtf8();
-        const std::string_view fit = fitText(view(value.bytes), to.type.length, view(table), view(column));
-        text = fit.size() == size_t(value.bytes.size()) ? value.bytes : bytesOf(fit);
+        const std::string_view fit = FitText(ViewOf(value.bytes), to.type.length, ViewOf(table), ViewOf(column));
+        text = fit.size() == size_t(value.bytes.size()) ? value.bytes : BytesOf(fit);
     } else {
-        const std::string_view cut = cutText(view(value.bytes), to.type.length);
-        text = cut.size() == size_t(value.bytes.size()) ? value.bytes : bytesOf(cut);
+        const std::string_view cut = CutText(ViewOf(value.bytes), to.type.length);
+        text = cut.size() == size_t(value.bytes.size()) ? value.bytes : BytesOf(cut);
     }
-    if (to.type.isFixedText()) {
-        const auto units = qsizetype(utf16Length(view(text)));
+    if (to.type.IsFixedText()) {
+        const auto units = qsizetype(Utf16Length(ViewOf(text)));
         if (units < to.type.length)
             text.append(to.type.length - units, ' ');
     }
-    return Value::ofText(std::move(text));
+    return Value::OfText(std::move(text));
 }
 
-Value toBinary(const Value &value, const SqlType &from, const Destination &to)
+Value ToBinary(const Value &value, const SqlType &from, const Destination &to)
 {
-    if (from.isText() && to.assign)
-        throw Error(257, {kindName(from.kind), kindName(to.type.kind)});
+    if (from.IsText() && to.assign)
+        throw Error(257, {KindName(from.kind), KindName(to.type.kind)});
     QByteArray bytes = value.bytes;
-    if (from.isInteger()) {
+    if (from.IsInteger()) {
         const int width = from.kind == Kind::BigInt     ? 8
                           : from.kind == Kind::Int      ? 4
                           : from.kind == Kind::SmallInt ? 2
@@ -344,43 +344,43 @@ Value toBinary(const Value &value, const SqlType &from, const Destination &to)
     }
     if (to.type.kind == Kind::Binary && bytes.size() < to.type.length)
         bytes.append(to.type.length - bytes.size(), '\0');
-    return Value::ofBlob(std::move(bytes));
+    return Value::OfBlob(std::move(bytes));
 }
 
-Value toDate(const Value &value, const SqlType &from, const SqlType &to)
+Value ToDate(const Value &value, const SqlType &from, const SqlType &to)
 {
-    if (from.isDate())
-        return Value::ofText(bytesOf(storageText(momentFromStorage(view(value.bytes)), to.kind)));
-    if (from.isText())
-        return Value::ofText(bytesOf(storageText(momentFromText(view(value.bytes), to.kind), to.kind)));
+    if (from.IsDate())
+        return Value::OfText(BytesOf(StorageText(MomentFromStorage(ViewOf(value.bytes)), to.kind)));
+    if (from.IsText())
+        return Value::OfText(BytesOf(StorageText(MomentFromText(ViewOf(value.bytes), to.kind), to.kind)));
     if (from.kind == Kind::Int && to.kind != Kind::Date)
-        return Value::ofText(
-            bytesOf(storageText(addPart("day", value.integer, momentFromText("1900-01-01")), to.kind)));
-    throwClash(from, to);
+        return Value::OfText(
+            BytesOf(StorageText(AddPart("day", value.integer, MomentFromText("1900-01-01")), to.kind)));
+    ThrowClash(from, to);
 }
 
 } // namespace
 
-Value convert(const Value &value, const SqlType &from, const Destination &to)
+Value Convert(const Value &value, const SqlType &from, const Destination &to)
 {
-    if (value.isNull() || to.type.kind == Kind::Null)
+    if (value.IsNull() || to.type.kind == Kind::Null)
         return value;
-    if (to.type.isInteger())
-        return toInteger(value, from, to.type);
-    if (to.type.isDecimal())
-        return toDecimal(value, from, to.type);
-    if (to.type.isReal())
-        return toReal(value, from, to.type);
-    if (to.type.isText())
-        return toText(value, from, to);
-    if (to.type.isDate())
-        return from == to.type ? value : toDate(value, from, to.type);
-    if (to.type.isBinary())
-        return toBinary(value, from, to);
+    if (to.type.IsInteger())
+        return ToInteger(value, from, to.type);
+    if (to.type.IsDecimal())
+        return ToDecimal(value, from, to.type);
+    if (to.type.IsReal())
+        return ToReal(value, from, to.type);
+    if (to.type.IsText())
+        return ToText(value, from, to);
+    if (to.type.IsDate())
+        return from == to.type ? value : ToDate(value, from, to.type);
+    if (to.type.IsBinary())
+        return ToBinary(value, from, to);
     return value;
 }
 
-QByteArray displayText(const Value &value, const SqlType &type)
+QByteArray DisplayText(const Value &value, const SqlType &type)
 {
     switch (value.form) {
     case Value::Form::Null:
@@ -388,17 +388,17 @@ QByteArray displayText(const Value &value, const SqlType &type)
     case Value::Form::Integer:
         return QByteArray::number(value.integer);
     case Value::Form::Real:
-        return QByteArray::fromStdString(textFromReal(value.real));
+        return QByteArray::fromStdString(TextFromReal(value.real));
     case Value::Form::Text:
-        return type.isDate() ? bytesOf(styledText(view(value.bytes), type.kind, 0)) : value.bytes;
+        return type.IsDate() ? BytesOf(StyledText(ViewOf(value.bytes), type.kind, 0)) : value.bytes;
     case Value::Form::Blob:
         break;
     }
     if (type.kind == Kind::Money)
-        return decimalOf(value, type).rescaled(Decimal::MaxPrecision, 2).toText().toLatin1();
-    if (type.isDecimal())
-        return decimalOf(value, type).toText().toLatin1();
-    return QByteArray::fromStdString(textFromBinary(view(value.bytes)));
+        return DecimalOf(value, type).Rescaled(Decimal::MaxPrecision, 2).ToText().toLatin1();
+    if (type.IsDecimal())
+        return DecimalOf(value, type).ToText().toLatin1();
+    return QByteArray::fromStdString(TextFromBinary(ViewOf(value.bytes)));
 }
 
 } // namespace tsql

@@ -18,19 +18,19 @@ namespace {
 constexpr qint64 DayLength = 24LL * 60 * 60 * 1000;
 constexpr qint64 EpochJulianDay = 2440588; // 1970-01-01
 
-[[noreturn]] void throwNoDate()
+[[noreturn]] void ThrowNoDate()
 {
     throw Error(241);
 }
 
-qint64 dayOf(int year, int month, int day)
+qint64 DayOf(int year, int month, int day)
 {
     if (!QDate::isValid(year, month, day) || year < 1 || year > 9999)
         throw Error(242);
     return QDate(year, month, day).toJulianDay() - EpochJulianDay;
 }
 
-QDate dateOf(const Moment &moment)
+QDate DateOf(const Moment &moment)
 {
     return QDate::fromJulianDay(moment.day + EpochJulianDay);
 }
@@ -41,7 +41,7 @@ struct Reader
     std::string_view rest;
 
     /** The digits at the front; -1 for none. `width` tells how many there were. */
-    int number(size_t *width = nullptr)
+    int Number(size_t *width = nullptr)
     {
         int value = 0;
         size_t count = 0;
@@ -53,7 +53,7 @@ struct Reader
         return count == 0 ? -1 : value;
     }
 
-    bool take(char c)
+    bool Take(char c)
     {
         if (rest.empty() || rest.front() != c)
             return false;
@@ -61,16 +61,16 @@ struct Reader
         return true;
     }
 
-    void blanks()
+    void Blanks()
     {
-        while (take(' ')) {
+        while (Take(' ')) {
         }
     }
 };
 
 enum class DateOrder : quint8 { MonthFirst, DayFirst, YearFirst };
 
-DateOrder orderOf(int style)
+DateOrder OrderOf(int style)
 {
     switch (style) {
     case 0:
@@ -110,69 +110,69 @@ DateOrder orderOf(int style)
     case 127:
         return DateOrder::YearFirst;
     default:
-        throw notSupported(u"CONVERT of a text to a date with style %1"_s.arg(style));
+        throw NotSupported(u"CONVERT of a text to a date with style %1"_s.arg(style));
     }
 }
 
 /** Years of two digits, which CONVERT reads with the styles below 100. */
-int fullYear(int year)
+int FullYear(int year)
 {
     constexpr int Cutoff = 50; // 2049 is the last one
     return year + (year < Cutoff ? 2000 : 1900);
 }
 
 /** `isDate`: a date with its year in front has its month next, whatever the order; a datetime has not. */
-qint64 readDate(Reader &reader, DateOrder order, bool isDate, bool shortYears)
+qint64 ReadDate(Reader &reader, DateOrder order, bool isDate, bool shortYears)
 {
     size_t width = 0;
-    const int first = reader.number(&width);
+    const int first = reader.Number(&width);
     if (width == 8)
-        return dayOf(first / 10000, first / 100 % 100, first % 100);
+        return DayOf(first / 10000, first / 100 % 100, first % 100);
     char mark = 0;
     for (const char candidate : {'-', '/', '.'}) {
-        if (reader.take(candidate))
+        if (reader.Take(candidate))
             mark = candidate;
     }
-    const int second = reader.number();
-    if (mark == 0 || second < 0 || !reader.take(mark))
-        throwNoDate();
+    const int second = reader.Number();
+    if (mark == 0 || second < 0 || !reader.Take(mark))
+        ThrowNoDate();
     size_t lastWidth = 0;
-    const int third = reader.number(&lastWidth);
+    const int third = reader.Number(&lastWidth);
     const bool monthNext = isDate || order != DateOrder::DayFirst || reader.rest.starts_with('T');
     if (width == 4 && lastWidth <= 2 && third >= 0)
-        return monthNext ? dayOf(first, second, third) : dayOf(first, third, second);
+        return monthNext ? DayOf(first, second, third) : DayOf(first, third, second);
     const bool shortYear = shortYears && lastWidth == 2;
     if ((lastWidth != 4 && !shortYear) || width > 2 || first < 0)
-        throwNoDate();
-    const int year = shortYear ? fullYear(third) : third;
+        ThrowNoDate();
+    const int year = shortYear ? FullYear(third) : third;
     switch (order) {
     case DateOrder::MonthFirst:
-        return dayOf(year, first, second);
+        return DayOf(year, first, second);
     case DateOrder::DayFirst:
-        return dayOf(year, second, first);
+        return DayOf(year, second, first);
     case DateOrder::YearFirst:
         break;
     }
     if (!shortYear)
-        throwNoDate();
-    return dayOf(fullYear(first), second, third);
+        ThrowNoDate();
+    return DayOf(FullYear(first), second, third);
 }
 
-qint64 readTime(Reader &reader)
+qint64 ReadTime(Reader &reader)
 {
-    int hour = reader.number();
+    int hour = reader.Number();
     int minute = 0;
     int second = 0;
     int fraction = 0;
     if (hour < 0)
-        throwNoDate();
-    if (reader.take(':')) {
-        minute = reader.number();
-        if (reader.take(':')) {
-            second = reader.number();
-            if (reader.take('.')) {
+        ThrowNoDate();
+    if (reader.Take(':')) {
+        minute = reader.Number();
+        if (reader.Take(':')) {
+            second = reader.Number();
+            if (reader.Take('.')) {
                 size_t width = 0;
-                fraction = reader.number(&width);
+                fraction = reader.Number(&width);
                 for (; width < 3; ++width)
                     fraction *= 10;
                 for (; width > 3; --width)
@@ -180,19 +180,19 @@ qint64 readTime(Reader &reader)
             }
         }
     }
-    reader.blanks();
+    reader.Blanks();
     if (!reader.rest.empty()) {
-        const bool afternoon = compareFolded(reader.rest, "PM") == 0;
-        if ((!afternoon && compareFolded(reader.rest, "AM") != 0) || hour < 1 || hour > 12)
-            throwNoDate();
+        const bool afternoon = CompareFolded(reader.rest, "PM") == 0;
+        if ((!afternoon && CompareFolded(reader.rest, "AM") != 0) || hour < 1 || hour > 12)
+            ThrowNoDate();
         hour = hour % 12 + (afternoon ? 12 : 0);
     }
     if (hour > 23 || minute < 0 || minute > 59 || second < 0 || second > 59 || fraction < 0)
-        throwNoDate();
+        ThrowNoDate();
     return ((hour * 60LL + minute) * 60 + second) * 1000 + fraction;
 }
 
-int floorDivide(qint64 value, qint64 by, qint64 &rest)
+int FloorDivide(qint64 value, qint64 by, qint64 &rest)
 {
     qint64 quotient = value / by;
     rest = value % by;
@@ -203,10 +203,10 @@ int floorDivide(qint64 value, qint64 by, qint64 &rest)
     return int(quotient);
 }
 
-void normalise(Moment &moment)
+void Normalise(Moment &moment)
 {
     qint64 rest = 0;
-    moment.day += floorDivide(moment.millisecond, DayLength, rest);
+    moment.day += FloorDivide(moment.millisecond, DayLength, rest);
     moment.millisecond = rest;
 }
 
@@ -214,42 +214,42 @@ void normalise(Moment &moment)
 
 namespace {
 
-Moment parsedMoment(std::string_view text, DateOrder order, bool isDate, bool shortYears)
+Moment ParsedMoment(std::string_view text, DateOrder order, bool isDate, bool shortYears)
 {
-    Reader reader{withoutTrailingBlanks(text)};
-    reader.blanks();
+    Reader reader{WithoutTrailingBlanks(text)};
+    reader.Blanks();
     if (reader.rest.empty())
-        return {dayOf(1900, 1, 1), 0};
-    Moment moment{dayOf(1900, 1, 1), 0};
+        return {DayOf(1900, 1, 1), 0};
+    Moment moment{DayOf(1900, 1, 1), 0};
     const size_t colon = reader.rest.find(':');
     const size_t mark = reader.rest.find_first_of("-/ T");
     if (colon == std::string_view::npos || (mark != std::string_view::npos && mark < colon)) {
-        moment.day = readDate(reader, order, isDate, shortYears);
+        moment.day = ReadDate(reader, order, isDate, shortYears);
         if (reader.rest.empty())
             return moment;
-        if (!reader.take('T'))
-            reader.blanks();
+        if (!reader.Take('T'))
+            reader.Blanks();
     }
-    moment.millisecond = readTime(reader);
+    moment.millisecond = ReadTime(reader);
     return moment;
 }
 
 } // namespace
 
-Moment momentFromText(std::string_view text, Kind kind, int style)
+Moment MomentFromText(std::string_view text, Kind kind, int style)
 {
-    const DateOrder order = orderOf(style);
+    const DateOrder order = OrderOf(style);
     const bool shortYears = style > 0 && style < 100;
     if (kind != Kind::Date)
-        return parsedMoment(text, order, false, shortYears);
+        return ParsedMoment(text, order, false, shortYears);
     try {
-        return parsedMoment(text, order, true, shortYears);
+        return ParsedMoment(text, order, true, shortYears);
     } catch (const Error &) {
-        throwNoDate();
+        ThrowNoDate();
     }
 }
 
-Moment momentFromStorage(std::string_view stored)
+Moment MomentFromStorage(std::string_view stored)
 {
     const auto number = [&](size_t at, size_t count) {
         int value = 0;
@@ -261,11 +261,11 @@ Moment momentFromStorage(std::string_view stored)
         return ((number(at, 2) * 60LL + number(at + 3, 2)) * 60 + number(at + 6, 2)) * 1000 + number(at + 9, 3);
     };
     if (stored.size() < 10 || stored[2] == ':')
-        return {dayOf(1900, 1, 1), time(0)};
-    return {dayOf(number(0, 4), number(5, 2), number(8, 2)), stored.size() > 10 ? time(11) : 0};
+        return {DayOf(1900, 1, 1), time(0)};
+    return {DayOf(number(0, 4), number(5, 2), number(8, 2)), stored.size() > 10 ? time(11) : 0};
 }
 
-std::string storageText(Moment moment, Kind kind)
+std::string StorageText(Moment moment, Kind kind)
 {
     if (kind == Kind::DateTime) {
         // Ticks of 1/300 s shown in milliseconds: …0, …3, …7.
@@ -274,8 +274,8 @@ std::string storageText(Moment moment, Kind kind)
     } else if (kind == Kind::SmallDateTime) {
         moment.millisecond = (moment.millisecond + 30000) / 60000 * 60000;
     }
-    normalise(moment);
-    const QDate date = dateOf(moment);
+    Normalise(moment);
+    const QDate date = DateOf(moment);
     const auto ms = int(moment.millisecond);
     char text[40];
     int length = 0;
@@ -296,7 +296,7 @@ constexpr std::array<const char *, 12> MonthNames = {"Jan", "Feb", "Mar", "Apr",
                                                      "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
 
 /** Y M D h m s f stand for the parts, N for the month's name, H and P for the clock of twelve hours. */
-const char *patternOf(int style)
+const char *PatternOf(int style)
 {
     static const std::unordered_map<int, const char *> patterns = {
         {0, "N D Y H:mP"},    {100, "N D Y H:mP"},    {1, "M/d/y"},          {101, "M/d/Y"},
@@ -314,7 +314,7 @@ const char *patternOf(int style)
     return found->second;
 }
 
-QString partText(char mark, const QDate &date, int ms)
+QString PartText(char mark, const QDate &date, int ms)
 {
     const int hour = ms / 3600000;
     const auto padded = [](int number, int width, char fill = '0') {
@@ -352,17 +352,17 @@ QString partText(char mark, const QDate &date, int ms)
 
 } // namespace
 
-std::string styledText(std::string_view stored, Kind kind, int style)
+std::string StyledText(std::string_view stored, Kind kind, int style)
 {
     if (style == 0 && kind == Kind::Date)
         style = 23;
     if (style == 0 && kind == Kind::Time)
         style = 114;
-    const Moment moment = momentFromStorage(stored);
-    const QDate date = dateOf(moment);
+    const Moment moment = MomentFromStorage(stored);
+    const QDate date = DateOf(moment);
     std::string text;
-    for (const char *mark = patternOf(style); *mark != 0; ++mark)
-        text += partText(*mark, date, int(moment.millisecond)).toStdString();
+    for (const char *mark = PatternOf(style); *mark != 0; ++mark)
+        text += PartText(*mark, date, int(moment.millisecond)).toStdString();
     if (kind == Kind::Date && text.size() > 10)
         text.resize(style == 0 || style == 100 ? 11 : 10);
     return text;
@@ -372,7 +372,7 @@ namespace {
 
 enum class Part : quint8 { Year, Quarter, Month, DayOfYear, Day, Week, WeekDay, Hour, Minute, Second, Millisecond };
 
-Part partNamed(std::string_view name)
+Part PartNamed(std::string_view name)
 {
     struct Named
     {
@@ -398,13 +398,13 @@ Part partNamed(std::string_view name)
         {"ms", Part::Millisecond},
     };
     for (const Named &named : names) {
-        if (compareFolded(named.name, name) == 0)
+        if (CompareFolded(named.name, name) == 0)
             return named.part;
     }
     throw Error(155, {QString::fromUtf8(name.data(), qsizetype(name.size()))});
 }
 
-qint64 lengthOf(Part part)
+qint64 LengthOf(Part part)
 {
     switch (part) {
     case Part::Hour:
@@ -424,33 +424,33 @@ qint64 lengthOf(Part part)
 
 } // namespace
 
-Moment addPart(std::string_view name, qint64 number, Moment moment)
+Moment AddPart(std::string_view name, qint64 number, Moment moment)
 {
-    const Part part = partNamed(name);
+    const Part part = PartNamed(name);
     const int months = part == Part::Year ? 12 : part == Part::Quarter ? 3 : part == Part::Month ? 1 : 0;
     if (std::abs(number) > (months > 0 ? 120'000 / months : 4'000'000'000LL))
         throw Error(517);
     if (months > 0) {
-        moment.day = dateOf(moment).addMonths(int(number * months)).toJulianDay() - EpochJulianDay;
+        moment.day = DateOf(moment).addMonths(int(number * months)).toJulianDay() - EpochJulianDay;
     } else {
         qint64 rest = 0;
-        const qint64 length = lengthOf(part);
+        const qint64 length = LengthOf(part);
         moment.day +=
-            length >= DayLength ? number * (length / DayLength) : floorDivide(number * length, DayLength, rest);
+            length >= DayLength ? number * (length / DayLength) : FloorDivide(number * length, DayLength, rest);
         moment.millisecond += rest;
-        normalise(moment);
+        Normalise(moment);
     }
-    const int year = dateOf(moment).year();
+    const int year = DateOf(moment).year();
     if (year < 1 || year > 9999)
         throw Error(517);
     return moment;
 }
 
-qint64 differenceOfParts(std::string_view name, Moment from, Moment to)
+qint64 DifferenceOfParts(std::string_view name, Moment from, Moment to)
 {
-    const QDate a = dateOf(from);
-    const QDate b = dateOf(to);
-    const Part part = partNamed(name);
+    const QDate a = DateOf(from);
+    const QDate b = DateOf(to);
+    const Part part = PartNamed(name);
     switch (part) {
     case Part::Year:
         return b.year() - a.year();
@@ -467,14 +467,14 @@ qint64 differenceOfParts(std::string_view name, Moment from, Moment to)
     default:
         break;
     }
-    const qint64 length = lengthOf(part);
+    const qint64 length = LengthOf(part);
     return (to.day - from.day) * (DayLength / length) + to.millisecond / length - from.millisecond / length;
 }
 
-qint64 partOf(std::string_view name, Moment moment)
+qint64 PartOf(std::string_view name, Moment moment)
 {
-    const QDate date = dateOf(moment);
-    switch (partNamed(name)) {
+    const QDate date = DateOf(moment);
+    switch (PartNamed(name)) {
     case Part::Year:
         return date.year();
     case Part::Quarter:
@@ -501,7 +501,7 @@ qint64 partOf(std::string_view name, Moment moment)
     return 0;
 }
 
-Moment now()
+Moment Now()
 {
     const QDateTime present = QDateTime::currentDateTime();
     return {present.date().toJulianDay() - EpochJulianDay, present.time().msecsSinceStartOfDay()};

@@ -18,20 +18,20 @@ struct Moment
 /** Reads the server's usual spellings. Error 241 for anything else, 242 for a day that no month has (241 for `date`).
  * The style, as CONVERT has it, says whether day, month or year stands first.
  */
-Moment momentFromText(std::string_view text, Kind kind = Kind::DateTime, int style = 0);
+Moment MomentFromText(std::string_view text, Kind kind = Kind::DateTime, int style = 0);
 /** Reads the storage form back; it is known to be well formed. */
-Moment momentFromStorage(std::string_view stored);
+Moment MomentFromStorage(std::string_view stored);
 /** Storage form for that kind: a date drops the time, datetime counts in 1/300 s, smalldatetime in minutes. */
-std::string storageText(Moment moment, Kind kind);
+std::string StorageText(Moment moment, Kind kind);
 /** CONVERT's text of a style; 0 is the kind's own default. Error 281 for a style that does not exist. */
-std::string styledText(std::string_view stored, Kind kind, int style);
+std::string StyledText(std::string_view stored, Kind kind, int style);
 
 /** `part` is the server's name or abbreviation, any case: year, yy, month, mm, day, dd, hour … Error 155 otherwise. */
-Moment addPart(std::string_view part, qint64 number, Moment moment);
-qint64 differenceOfParts(std::string_view part, Moment from, Moment to);
-qint64 partOf(std::string_view part, Moment moment);
+Moment AddPart(std::string_view part, qint64 number, Moment moment);
+qint64 DifferenceOfParts(std::string_view part, Moment from, Moment to);
+qint64 PartOf(std::string_view part, Moment moment);
 
 /** This computer's local time. */
-Moment now();
+Moment Now();
 
 } // namespace tsql

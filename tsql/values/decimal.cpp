@@ -14,7 +14,7 @@ namespace {
 using Int = Decimal::Int;
 using UInt = unsigned __int128;
 
-constexpr std::array<Int, Decimal::MaxPrecision + 1> makePowers()
+constexpr std::array<Int, Decimal::MaxPrecision + 1> MakePowers()
 {
     std::array<Int, Decimal::MaxPrecision + 1> powers{};
     Int power = 1;
@@ -25,22 +25,22 @@ constexpr std::array<Int, Decimal::MaxPrecision + 1> makePowers()
     }
     return powers;
 }
-constexpr auto powers = makePowers();
+constexpr auto powers = MakePowers();
 
-UInt magnitude(Int value)
+UInt Magnitude(Int value)
 {
     return value < 0 ? UInt(0) - UInt(value) : UInt(value);
 }
 
-Int withSign(UInt value, bool negative)
+Int WithSign(UInt value, bool negative)
 {
     return negative ? -Int(value) : Int(value);
 }
 
-void checkDigits(UInt value, int precision)
+void CheckDigits(UInt value, int precision)
 {
     if (value >= UInt(powers[size_t(precision)]))
-        throwNumericOverflow();
+        ThrowNumericOverflow();
 }
 
 /** 256 bits, for products and scaled numerators; limbs of 64 bits, small end first. */
@@ -48,7 +48,7 @@ struct Wide
 {
     std::array<uint64_t, 4> limb{};
 
-    static Wide product(UInt a, UInt b)
+    static Wide Multiply(UInt a, UInt b)
     {
         const uint64_t x[2] = {uint64_t(a), uint64_t(a >> 64)};
         const uint64_t y[2] = {uint64_t(b), uint64_t(b >> 64)};
@@ -65,10 +65,10 @@ struct Wide
         return result;
     }
 
-    bool fitsHalf() const { return limb[2] == 0 && limb[3] == 0; }
-    UInt half() const { return UInt(limb[1]) << 64 | limb[0]; }
+    bool FitsHalf() const { return limb[2] == 0 && limb[3] == 0; }
+    UInt Half() const { return UInt(limb[1]) << 64 | limb[0]; }
 
-    void divideSmall(uint64_t divisor)
+    void DivideSmall(uint64_t divisor)
     {
         uint64_t rest = 0;
         for (size_t i = 4; i-- > 0;) {
@@ -78,14 +78,14 @@ struct Wide
         }
     }
 
-    void dividePower10(int n)
+    void DividePower10(int n)
     {
         for (; n > 0; n -= 18)
-            divideSmall(uint64_t(powers[size_t(std::min(n, 18))]));
+            DivideSmall(uint64_t(powers[size_t(std::min(n, 18))]));
     }
 
     /** Cuts the quotient; bit by bit, as only quotients of 20 digits and more come here. */
-    Wide divided(UInt divisor) const
+    Wide Divided(UInt divisor) const
     {
         Wide quotient;
         UInt rest = 0;
@@ -102,7 +102,7 @@ struct Wide
 };
 
 /** value / 10^n rounded half away from zero. */
-UInt roundedQuotient(UInt value, int n)
+UInt RoundedQuotient(UInt value, int n)
 {
     if (n == 0)
         return value;
@@ -114,46 +114,46 @@ UInt roundedQuotient(UInt value, int n)
 }
 
 /** value * 10^n, refused when more than 38 digits come out. */
-UInt scaledUp(UInt value, int n)
+UInt ScaledUp(UInt value, int n)
 {
     if (value == 0)
         return 0;
     if (n > Decimal::MaxPrecision || value > UInt(powers[Decimal::MaxPrecision] - 1) / UInt(powers[size_t(n)]))
-        throwNumericOverflow();
+        ThrowNumericOverflow();
     return value * UInt(powers[size_t(n)]);
 }
 
 /** Brings a number of another scale to `scale` without a check of the digits that fit 38. */
-Int atScale(const Decimal &value, int scale)
+Int AtScale(const Decimal &value, int scale)
 {
-    const UInt units = magnitude(value.units);
-    return withSign(scale >= value.scale ? scaledUp(units, scale - value.scale)
-                                         : roundedQuotient(units, value.scale - scale),
+    const UInt units = Magnitude(value.units);
+    return WithSign(scale >= value.scale ? ScaledUp(units, scale - value.scale)
+                                         : RoundedQuotient(units, value.scale - scale),
                     value.units < 0);
 }
 
 } // namespace
 
-void throwNumericOverflow(const char *from, const char *to)
+void ThrowNumericOverflow(const char *from, const char *to)
 {
     throw Error(8115, {QLatin1String(from), QLatin1String(to)});
 }
 
-Int Decimal::power10(int n)
+Int Decimal::Power10(int n)
 {
     return powers[size_t(n)];
 }
 
-Decimal Decimal::fromDouble(double value, int scale)
+Decimal Decimal::FromDouble(double value, int scale)
 {
     // A long double has 64 bits of digits: a double times a power of ten keeps all of its own.
     const long double scaled = std::round(static_cast<long double>(value) * std::pow(10.0L, scale));
     if (!(std::fabs(scaled) < 1e38L))
-        throwNumericOverflow("float", "numeric");
+        ThrowNumericOverflow("float", "numeric");
     return {Int(scaled), scale};
 }
 
-Decimal Decimal::fromText(std::string_view text, bool &ok)
+Decimal Decimal::FromText(std::string_view text, bool &ok)
 {
     text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
     text.remove_suffix(text.size() - (text.find_last_not_of(' ') + 1));
@@ -179,23 +179,23 @@ Decimal Decimal::fromText(std::string_view text, bool &ok)
         if (units > (UInt(powers[MaxPrecision]) - 1 - digit) / 10) {
             // Digits of the fraction beyond what 38 hold cannot matter to any type; those before the point do.
             if (!point)
-                throwNumericOverflow("varchar");
+                ThrowNumericOverflow("varchar");
             continue;
         }
         units = units * 10 + digit;
         scale += point;
     }
     ok = digits;
-    return {withSign(units, negative), scale};
+    return {WithSign(units, negative), scale};
 }
 
-Decimal Decimal::fromText(const QString &text, bool &ok)
+Decimal Decimal::FromText(const QString &text, bool &ok)
 {
     const QByteArray utf8 = text.toUtf8();
-    return fromText(std::string_view(utf8.constData(), size_t(utf8.size())), ok);
+    return FromText(std::string_view(utf8.constData(), size_t(utf8.size())), ok);
 }
 
-Decimal Decimal::fromBlob(const void *data, int size, int scale)
+Decimal Decimal::FromBlob(const void *data, int size, int scale)
 {
     if (size == 0)
         return {0, scale};
@@ -205,14 +205,14 @@ Decimal Decimal::fromBlob(const void *data, int size, int scale)
     UInt units = 0;
     for (int i = 1; i <= length; ++i)
         units = units << 8 | (negative ? 255U - bytes[i] : bytes[i]);
-    return {withSign(units, negative), scale};
+    return {WithSign(units, negative), scale};
 }
 
-int Decimal::toChars(char *buffer) const
+int Decimal::ToChars(char *buffer) const
 {
     char digits[48];
     int count = 0;
-    UInt rest = magnitude(units);
+    UInt rest = Magnitude(units);
     while (rest >> 64) {
         digits[count++] = char('0' + int(rest % 10));
         rest /= 10;
@@ -232,15 +232,15 @@ int Decimal::toChars(char *buffer) const
     return int(out - buffer);
 }
 
-QString Decimal::toText() const
+QString Decimal::ToText() const
 {
     char buffer[48];
-    return QString::fromLatin1(buffer, toChars(buffer));
+    return QString::fromLatin1(buffer, ToChars(buffer));
 }
 
-int Decimal::toBlob(unsigned char *buffer) const
+int Decimal::ToBlob(unsigned char *buffer) const
 {
-    UInt rest = magnitude(units);
+    UInt rest = Magnitude(units);
     int length = 0;
     for (UInt left = rest; left != 0; left >>= 8)
         ++length;
@@ -251,26 +251,26 @@ int Decimal::toBlob(unsigned char *buffer) const
     return length + 1;
 }
 
-QByteArray Decimal::toBlob() const
+QByteArray Decimal::ToBlob() const
 {
     unsigned char buffer[17];
-    const int length = toBlob(buffer);
+    const int length = ToBlob(buffer);
     return {reinterpret_cast<const char *>(buffer), length};
 }
 
-double Decimal::toDouble() const
+double Decimal::ToDouble() const
 {
     return double(static_cast<long double>(units) / static_cast<long double>(powers[size_t(scale)]));
 }
 
-Decimal Decimal::rescaled(int precision, int newScale) const
+Decimal Decimal::Rescaled(int precision, int newScale) const
 {
-    const Int result = atScale(*this, newScale);
-    checkDigits(magnitude(result), precision);
+    const Int result = AtScale(*this, newScale);
+    CheckDigits(Magnitude(result), precision);
     return {result, newScale};
 }
 
-Decimal Decimal::rounded(int digits, bool truncate) const
+Decimal Decimal::Rounded(int digits, bool truncate) const
 {
     const int dropped = scale - digits;
     if (dropped <= 0)
@@ -278,68 +278,68 @@ Decimal Decimal::rounded(int digits, bool truncate) const
     if (dropped > MaxPrecision)
         return {0, scale};
     const auto step = UInt(powers[size_t(dropped)]);
-    const UInt units = truncate ? magnitude(this->units) / step : roundedQuotient(magnitude(this->units), dropped);
-    return {withSign(scaledUp(units, dropped), this->units < 0), scale};
+    const UInt units = truncate ? Magnitude(this->units) / step : RoundedQuotient(Magnitude(this->units), dropped);
+    return {WithSign(ScaledUp(units, dropped), this->units < 0), scale};
 }
 
-Decimal Decimal::floored() const
+Decimal Decimal::Floored() const
 {
     const Int step = powers[size_t(scale)];
     return {units / step - (units % step < 0 ? 1 : 0), 0};
 }
 
-Decimal Decimal::ceiled() const
+Decimal Decimal::Ceiled() const
 {
     const Int step = powers[size_t(scale)];
     return {units / step + (units % step > 0 ? 1 : 0), 0};
 }
 
-Decimal add(const Decimal &a, const Decimal &b, int precision, int scale)
+Decimal Add(const Decimal &a, const Decimal &b, int precision, int scale)
 {
     const int common = std::max(a.scale, b.scale);
-    const Int x = atScale(a, common);
-    const Int y = atScale(b, common);
+    const Int x = AtScale(a, common);
+    const Int y = AtScale(b, common);
     if ((x < 0) != (y < 0))
-        return Decimal{x + y, common}.rescaled(precision, scale);
+        return Decimal{x + y, common}.Rescaled(precision, scale);
     // Two numbers below 10^38 at the larger scale: 2 * 10^38 fits 128 bits without a sign only.
-    const UInt sum = magnitude(x) + magnitude(y);
-    const UInt result = common > scale ? roundedQuotient(sum, common - scale) : scaledUp(sum, scale - common);
-    checkDigits(result, precision);
-    return {withSign(result, x < 0), scale};
+    const UInt sum = Magnitude(x) + Magnitude(y);
+    const UInt result = common > scale ? RoundedQuotient(sum, common - scale) : ScaledUp(sum, scale - common);
+    CheckDigits(result, precision);
+    return {WithSign(result, x < 0), scale};
 }
 
-Decimal subtract(const Decimal &a, const Decimal &b, int precision, int scale)
+Decimal Subtract(const Decimal &a, const Decimal &b, int precision, int scale)
 {
-    return add(a, {-b.units, b.scale}, precision, scale);
+    return Add(a, {-b.units, b.scale}, precision, scale);
 }
 
-Decimal multiply(const Decimal &a, const Decimal &b, int precision, int scale)
+Decimal Multiply(const Decimal &a, const Decimal &b, int precision, int scale)
 {
     const bool negative = (a.units < 0) != (b.units < 0);
-    Wide product = Wide::product(magnitude(a.units), magnitude(b.units));
+    Wide product = Wide::Multiply(Magnitude(a.units), Magnitude(b.units));
     int productScale = a.scale + b.scale;
-    if (!product.fitsHalf()) {
+    if (!product.FitsHalf()) {
         // Keep one digit more than is wanted: it alone decides the rounding.
         const int dropped = std::max(productScale - scale - 1, 0);
-        product.dividePower10(dropped);
+        product.DividePower10(dropped);
         productScale -= dropped;
-        if (!product.fitsHalf())
-            throwNumericOverflow();
+        if (!product.FitsHalf())
+            ThrowNumericOverflow();
     }
-    const UInt units = product.half();
+    const UInt units = product.Half();
     const UInt result =
-        productScale > scale ? roundedQuotient(units, productScale - scale) : scaledUp(units, scale - productScale);
-    checkDigits(result, precision);
-    return {withSign(result, negative), scale};
+        productScale > scale ? RoundedQuotient(units, productScale - scale) : ScaledUp(units, scale - productScale);
+    CheckDigits(result, precision);
+    return {WithSign(result, negative), scale};
 }
 
-Decimal divide(const Decimal &a, const Decimal &b, int precision, int scale)
+Decimal Divide(const Decimal &a, const Decimal &b, int precision, int scale)
 {
     if (b.units == 0)
         throw Error(8134);
     const bool negative = (a.units < 0) != (b.units < 0);
-    UInt numerator = magnitude(a.units);
-    UInt divisor = magnitude(b.units);
+    UInt numerator = Magnitude(a.units);
+    UInt divisor = Magnitude(b.units);
     const int shift = scale - a.scale + b.scale;
     UInt result = 0;
     if (shift < 0) {
@@ -347,31 +347,31 @@ Decimal divide(const Decimal &a, const Decimal &b, int precision, int scale)
         result = numerator / divisor;
     } else {
         const int first = std::min(shift, int(Decimal::MaxPrecision));
-        Wide wide = Wide::product(numerator, UInt(powers[size_t(first)]));
+        Wide wide = Wide::Multiply(numerator, UInt(powers[size_t(first)]));
         if (shift > first) {
-            if (!wide.fitsHalf())
-                throwNumericOverflow();
-            wide = Wide::product(wide.half(), UInt(powers[size_t(shift - first)]));
+            if (!wide.FitsHalf())
+                ThrowNumericOverflow();
+            wide = Wide::Multiply(wide.Half(), UInt(powers[size_t(shift - first)]));
         }
-        if (wide.fitsHalf()) {
-            result = wide.half() / divisor;
+        if (wide.FitsHalf()) {
+            result = wide.Half() / divisor;
         } else {
-            wide = wide.divided(divisor);
-            if (!wide.fitsHalf())
-                throwNumericOverflow();
-            result = wide.half();
+            wide = wide.Divided(divisor);
+            if (!wide.FitsHalf())
+                ThrowNumericOverflow();
+            result = wide.Half();
         }
     }
-    checkDigits(result, precision);
-    return {withSign(result, negative), scale};
+    CheckDigits(result, precision);
+    return {WithSign(result, negative), scale};
 }
 
-Decimal remainder(const Decimal &a, const Decimal &b, int precision, int scale)
+Decimal Remainder(const Decimal &a, const Decimal &b, int precision, int scale)
 {
     if (b.units == 0)
         throw Error(8134);
     const int common = std::max(a.scale, b.scale);
-    return Decimal{atScale(a, common) % atScale(b, common), common}.rescaled(precision, scale);
+    return Decimal{AtScale(a, common) % AtScale(b, common), common}.Rescaled(precision, scale);
 }
 
 } // namespace tsql

@@ -20,22 +20,22 @@ struct Decimal
     int scale = 0;
 
     /** 10^n, n from 0 to 38. */
-    static Int power10(int n);
+    static Int Power10(int n);
 
-    static Decimal fromInt(qint64 value) { return {value, 0}; }
+    static Decimal FromInt(qint64 value) { return {value, 0}; }
     /** The nearest decimal of that scale. Throws Error 8115 when it does not fit 38 digits. */
-    static Decimal fromDouble(double value, int scale);
+    static Decimal FromDouble(double value, int scale);
     /**
      * Reads "-12.50", "+.5", "3." with blanks around, all digits kept; more than 38 are Error 8115.
      * `ok` is false when the text is not a decimal number (an exponent is not one either).
      */
-    static Decimal fromText(std::string_view text, bool &ok);
-    static Decimal fromText(const QString &text, bool &ok);
+    static Decimal FromText(std::string_view text, bool &ok);
+    static Decimal FromText(const QString &text, bool &ok);
     /** Reads the encoding of toBlob; the scale is the column's. */
-    static Decimal fromBlob(const void *data, int size, int scale);
+    static Decimal FromBlob(const void *data, int size, int scale);
     /** The units in that encoding when seven bytes are enough for them, as they are for nearly every amount and price.
      */
-    static bool smallUnits(std::string_view blob, qint64 &units)
+    static bool SmallUnits(std::string_view blob, qint64 &units)
     {
         if (blob.empty() || blob.size() > 8)
             return false;
@@ -48,38 +48,38 @@ struct Decimal
     }
 
     /** The text SQL Server shows: all digits of the scale, a zero before the point ("-0.500"). */
-    QString toText() const;
+    QString ToText() const;
     /** Writes that text in ASCII to `buffer` (44 bytes at least) and returns its length. */
-    int toChars(char *buffer) const;
+    int ToChars(char *buffer) const;
     /**
      * Storage form: memcmp order is numeric order among values of one scale, and equal values have equal bytes.
      * One byte of sign and length (0x80 + n, 0x80 - n for negative numbers), then n bytes of magnitude, big end
      * first, inverted for negative numbers. `buffer` has 17 bytes; returns the length.
      */
-    int toBlob(unsigned char *buffer) const;
-    QByteArray toBlob() const;
-    double toDouble() const;
+    int ToBlob(unsigned char *buffer) const;
+    QByteArray ToBlob() const;
+    double ToDouble() const;
     /** Cuts the fraction off. */
-    Int toInt() const { return units / power10(scale); }
+    Int ToInt() const { return units / Power10(scale); }
 
     /** Same value at another scale, rounded half away from zero; Error 8115 when it has more than `precision` digits.
      */
-    Decimal rescaled(int precision, int newScale) const;
+    Decimal Rescaled(int precision, int newScale) const;
     /** Half away from zero (or cut) at `digits` after the point, which may be negative; the scale stays. */
-    Decimal rounded(int digits, bool truncate = false) const;
-    Decimal floored() const; ///< scale 0
-    Decimal ceiled() const;  ///< scale 0
+    Decimal Rounded(int digits, bool truncate = false) const;
+    Decimal Floored() const; ///< scale 0
+    Decimal Ceiled() const;  ///< scale 0
 };
 
 // The result has the given precision and scale (types.h computes them as SQL Server does). A result with more digits
 // than the precision is Error 8115, a division by zero Error 8134. Quotients are cut, sums and products rounded.
-Decimal add(const Decimal &a, const Decimal &b, int precision, int scale);
-Decimal subtract(const Decimal &a, const Decimal &b, int precision, int scale);
-Decimal multiply(const Decimal &a, const Decimal &b, int precision, int scale);
-Decimal divide(const Decimal &a, const Decimal &b, int precision, int scale);
-Decimal remainder(const Decimal &a, const Decimal &b, int precision, int scale);
+Decimal Add(const Decimal &a, const Decimal &b, int precision, int scale);
+Decimal Subtract(const Decimal &a, const Decimal &b, int precision, int scale);
+Decimal Multiply(const Decimal &a, const Decimal &b, int precision, int scale);
+Decimal Divide(const Decimal &a, const Decimal &b, int precision, int scale);
+Decimal Remainder(const Decimal &a, const Decimal &b, int precision, int scale);
 
 /** Error 8115: "Arithmetic overflow error converting numeric to data type numeric." and its variants. */
-[[noreturn]] void throwNumericOverflow(const char *from = "numeric", const char *to = "numeric");
+[[noreturn]] void ThrowNumericOverflow(const char *from = "numeric", const char *to = "numeric");
 
 } // namespace tsql

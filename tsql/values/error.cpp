@@ -23,12 +23,12 @@ void Error::setSeverity(int severity, int state)
     m_state = state;
 }
 
-Error nestedTooDeeply(int line)
+Error NestedTooDeeply(int line)
 {
     return {191, {}, line};
 }
 
-Error notSupported(const QString &what, int line)
+Error NotSupported(const QString &what, int line)
 {
     return {40517, {what}, line};
 }

@@ -77,11 +77,11 @@ public:
     static Error Worded(int number, QString message, int line = 0);
 
     const char *what() const noexcept override { return m_utf8.constData(); }
-    int number() const { return m_number; }
-    const QString &message() const { return m_message; }
-    int line() const { return m_line; }
-    int severity() const { return m_severity; }
-    int state() const { return m_state; }
+    int Number() const { return m_number; }
+    const QString &Text() const { return m_message; }
+    int Line() const { return m_line; }
+    int Severity() const { return m_severity; }
+    int State() const { return m_state; }
     void setLine(int line) { m_line = line; }
     void setSeverity(int severity, int state);
 
@@ -100,9 +100,9 @@ private:
 QString ErrorText(Wording wording, std::initializer_list<ErrorArgument> arguments);
 
 /// 191: for texts beyond what the parsers take.
-Error nestedTooDeeply(int line = 0);
+Error NestedTooDeeply(int line = 0);
 
 /// Error 40517: what this database does not carry out, by its name.
-Error notSupported(const QString &what, int line = 0);
+Error NotSupported(const QString &what, int line = 0);
 
 } // namespace tsql

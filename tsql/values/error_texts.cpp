@@ -211,7 +211,7 @@ constexpr Row Texts[] = {
 
 static_assert(std::ranges::is_sorted(Texts, {}, &Row::wording));
 
-QString filled(QStringView text, std::span<const ErrorArgument> arguments)
+QString Filled(QStringView text, std::span<const ErrorArgument> arguments)
 {
     QString whole;
     for (qsizetype i = 0; i < text.size(); ++i) {
@@ -233,7 +233,7 @@ QString ErrorText(Wording wording, std::initializer_list<ErrorArgument> argument
     const auto row = std::ranges::lower_bound(Texts, wording, {}, &Row::wording);
     if (row == std::end(Texts) || row->wording != wording)
         qFatal("tsql: error %d has no text %d", wording.number, wording.variant);
-    return filled(QStringView(row->text), {arguments.begin(), arguments.size()});
+    return Filled(QStringView(row->text), {arguments.begin(), arguments.size()});
 }
 
 } // namespace tsql

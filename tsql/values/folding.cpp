@@ -11,7 +11,7 @@ namespace {
 // Everything that UTF-8 writes in one or two bytes: Latin, Greek, Cyrillic, Hebrew, Arabic.
 constexpr size_t TableSize = 0x800;
 
-const std::array<char16_t, TableSize> &foldTable()
+const std::array<char16_t, TableSize> &FoldTable()
 {
     static const auto table = [] {
         std::array<char16_t, TableSize> made{};
@@ -24,18 +24,18 @@ const std::array<char16_t, TableSize> &foldTable()
 
 } // namespace
 
-char32_t foldCase(char32_t c)
+char32_t FoldCase(char32_t c)
 {
-    static const auto &table = foldTable();
+    static const auto &table = FoldTable();
     return c < TableSize ? table[c] : QChar::toCaseFolded(c);
 }
 
-bool isCaseless(char32_t c)
+bool IsCaseless(char32_t c)
 {
     return QChar::toCaseFolded(c) == c && QChar::toUpper(c) == c && QChar::toLower(c) == c;
 }
 
-char32_t nextCodePoint(std::string_view utf8, size_t &at)
+char32_t NextCodePoint(std::string_view utf8, size_t &at)
 {
     const auto byte = [&](size_t i) { return static_cast<unsigned char>(utf8[i]); };
     const unsigned first = byte(at++);
@@ -48,10 +48,10 @@ char32_t nextCodePoint(std::string_view utf8, size_t &at)
     return c;
 }
 
-int compareFolded(std::string_view a, std::string_view b)
+int CompareFolded(std::string_view a, std::string_view b)
 {
-    a = withoutTrailingBlanks(a);
-    b = withoutTrailingBlanks(b);
+    a = WithoutTrailingBlanks(a);
+    b = WithoutTrailingBlanks(b);
     size_t i = 0;
     size_t j = 0;
     while (i < a.size() && j < b.size()) {
@@ -65,20 +65,20 @@ int compareFolded(std::string_view a, std::string_view b)
             if (x == y)
                 continue;
         } else {
-            c = nextCodePoint(a, i);
-            d = nextCodePoint(b, j);
+            c = NextCodePoint(a, i);
+            d = NextCodePoint(b, j);
             if (c == d)
                 continue;
         }
-        c = foldCase(c);
-        d = foldCase(d);
+        c = FoldCase(c);
+        d = FoldCase(d);
         if (c != d)
             return c < d ? -1 : 1;
     }
     return int(i < a.size()) - int(j < b.size());
 }
 
-size_t utf16Length(std::string_view utf8)
+size_t Utf16Length(std::string_view utf8)
 {
     size_t units = 0;
     for (const char c : utf8) {
@@ -89,7 +89,7 @@ size_t utf16Length(std::string_view utf8)
     return units;
 }
 
-std::string_view utf16Prefix(std::string_view utf8, size_t units)
+std::string_view Utf16Prefix(std::string_view utf8, size_t units)
 {
     size_t used = 0;
     for (size_t i = 0; i < utf8.size(); ++i) {
@@ -103,7 +103,7 @@ std::string_view utf16Prefix(std::string_view utf8, size_t units)
     return utf8;
 }
 
-std::string_view withoutTrailingBlanks(std::string_view utf8)
+std::string_view WithoutTrailingBlanks(std::string_view utf8)
 {
     while (!utf8.empty() && utf8.back() == ' ')
         utf8.remove_suffix(1);

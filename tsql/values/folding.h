@@ -6,24 +6,24 @@
 namespace tsql {
 
 /** Simple case folding of one code point. */
-char32_t foldCase(char32_t c);
+char32_t FoldCase(char32_t c);
 
 /** True when no other code point folds to the same as `c`: it can be searched for byte by byte. */
-bool isCaseless(char32_t c);
+bool IsCaseless(char32_t c);
 
 /** Reads the code point at `at` and moves `at` behind it. An ill-formed byte stands for itself. */
-char32_t nextCodePoint(std::string_view utf8, size_t &at);
+char32_t NextCodePoint(std::string_view utf8, size_t &at);
 
 /** Negative, 0 or positive; trailing blanks do not count. The order is that of the folded code points. */
-int compareFolded(std::string_view a, std::string_view b);
+int CompareFolded(std::string_view a, std::string_view b);
 
 /** Number of UTF-16 units. */
-size_t utf16Length(std::string_view utf8);
+size_t Utf16Length(std::string_view utf8);
 
 /** The first `units` UTF-16 units of a text; a pair is never cut in two. */
-std::string_view utf16Prefix(std::string_view utf8, size_t units);
+std::string_view Utf16Prefix(std::string_view utf8, size_t units);
 
 /** Without the blanks at its end. */
-std::string_view withoutTrailingBlanks(std::string_view utf8);
+std::string_view WithoutTrailingBlanks(std::string_view utf8);
 
 } // namespace tsql

@@ -10,7 +10,7 @@ namespace tsql {
 
 namespace {
 
-void appendUtf8(std::string &text, char32_t c)
+void AppendUtf8(std::string &text, char32_t c)
 {
     if (c < 0x80) {
         text += char(c);
@@ -33,31 +33,31 @@ void appendUtf8(std::string &text, char32_t c)
 
 LikePattern::LikePattern(std::string_view pattern, char32_t escape)
 {
-    parse(pattern, escape);
-    findPlainForm();
+    Parse(pattern, escape);
+    FindPlainForm();
 }
 
-void LikePattern::parse(std::string_view pattern, char32_t escape)
+void LikePattern::Parse(std::string_view pattern, char32_t escape)
 {
     for (size_t at = 0; at < pattern.size();) {
-        const char32_t c = nextCodePoint(pattern, at);
+        const char32_t c = NextCodePoint(pattern, at);
         if (c == escape && escape != 0 && at < pattern.size()) {
-            m_tokens.push_back({Token::Kind::Character, foldCase(nextCodePoint(pattern, at)), {}});
+            m_tokens.push_back({Token::Kind::Character, FoldCase(NextCodePoint(pattern, at)), {}});
         } else if (c == U'%') {
             if (m_tokens.empty() || m_tokens.back().kind != Token::Kind::AnyRun)
                 m_tokens.push_back({Token::Kind::AnyRun, 0, {}});
         } else if (c == U'_') {
             m_tokens.push_back({Token::Kind::AnyCharacter, 0, {}});
         } else if (c == U'[') {
-            at = parseSet(pattern, at);
+            at = ParseSet(pattern, at);
         } else {
-            m_tokens.push_back({Token::Kind::Character, foldCase(c), {}});
+            m_tokens.push_back({Token::Kind::Character, FoldCase(c), {}});
         }
     }
 }
 
 /** Reads behind the opening bracket. A bracket that is never closed matches nothing, as on the server. */
-size_t LikePattern::parseSet(std::string_view pattern, size_t at)
+size_t LikePattern::ParseSet(std::string_view pattern, size_t at)
 {
     Token set{Token::Kind::Set, 0, {}};
     if (at < pattern.size() && pattern[at] == '^') {
@@ -68,14 +68,14 @@ size_t LikePattern::parseSet(std::string_view pattern, size_t at)
     bool closed = false;
     while (at < pattern.size() && !closed) {
         const size_t here = at;
-        const char32_t low = nextCodePoint(pattern, at);
+        const char32_t low = NextCodePoint(pattern, at);
         if (low == U']' && here > begin) {
             closed = true;
         } else if (at + 1 < pattern.size() && pattern[at] == '-' && pattern[at + 1] != ']') {
             ++at;
-            set.ranges.emplace_back(weightOf(low), weightOf(nextCodePoint(pattern, at)));
+            set.ranges.emplace_back(WeightOf(low), WeightOf(NextCodePoint(pattern, at)));
         } else {
-            set.ranges.emplace_back(weightOf(low), weightOf(low));
+            set.ranges.emplace_back(WeightOf(low), WeightOf(low));
         }
     }
     if (!closed) {
@@ -86,7 +86,7 @@ size_t LikePattern::parseSet(std::string_view pattern, size_t at)
     return at;
 }
 
-void LikePattern::findPlainForm()
+void LikePattern::FindPlainForm()
 {
     size_t begin = 0;
     size_t end = m_tokens.size();
@@ -101,30 +101,30 @@ void LikePattern::findPlainForm()
     m_bytewise = true;
     for (size_t i = begin; i < end; ++i) {
         m_folded += m_tokens[i].character;
-        appendUtf8(m_word, m_tokens[i].character);
-        m_bytewise = m_bytewise && isCaseless(m_tokens[i].character);
+        AppendUtf8(m_word, m_tokens[i].character);
+        m_bytewise = m_bytewise && IsCaseless(m_tokens[i].character);
     }
 }
 
-bool LikePattern::matches(std::string_view text) const
+bool LikePattern::Matches(std::string_view text) const
 {
     if (!m_plain)
-        return matchesTokens(text, 0);
+        return MatchesTokens(text, 0);
     if (m_openStart && m_openEnd)
-        return contains(text);
+        return Contains(text);
     if (m_bytewise)
         return m_openStart ? text.ends_with(m_word) : m_openEnd ? text.starts_with(m_word) : text == m_word;
     if (m_openStart)
-        return matchesTokens(text, 0);
-    const size_t end = startsAt(text, 0);
+        return MatchesTokens(text, 0);
+    const size_t end = StartsAt(text, 0);
     return end != std::string_view::npos && (m_openEnd || end == text.size());
 }
 
 /** The end of the word when it stands at `at`, npos when it does not. */
-size_t LikePattern::startsAt(std::string_view text, size_t at) const
+size_t LikePattern::StartsAt(std::string_view text, size_t at) const
 {
     for (const char32_t c : m_folded) {
-        if (at >= text.size() || foldCase(nextCodePoint(text, at)) != c)
+        if (at >= text.size() || FoldCase(NextCodePoint(text, at)) != c)
             return std::string_view::npos;
     }
     return at;
@@ -134,7 +134,7 @@ size_t LikePattern::startsAt(std::string_view text, size_t at) const
  * Texts are short and pages of them are searched, so nothing is prepared per text: two bytes at once tell most places
  * apart, as the first byte alone is the same for half of all Persian letters.
  */
-bool LikePattern::containsBytes(std::string_view text) const
+bool LikePattern::ContainsBytes(std::string_view text) const
 {
     if (text.size() < m_word.size())
         return false;
@@ -154,26 +154,26 @@ bool LikePattern::containsBytes(std::string_view text) const
     return false;
 }
 
-bool LikePattern::contains(std::string_view text) const
+bool LikePattern::Contains(std::string_view text) const
 {
     if (m_bytewise)
-        return containsBytes(text);
+        return ContainsBytes(text);
     for (size_t at = 0; at < text.size();) {
         size_t next = at;
-        if (foldCase(nextCodePoint(text, next)) == m_folded[0] && startsAt(text, at) != std::string_view::npos)
+        if (FoldCase(NextCodePoint(text, next)) == m_folded[0] && StartsAt(text, at) != std::string_view::npos)
             return true;
         at = next;
     }
     return false;
 }
 
-bool LikePattern::accepts(const Token &token, char32_t c) const
+bool LikePattern::Accepts(const Token &token, char32_t c) const
 {
     if (token.kind == Token::Kind::AnyCharacter)
         return true;
     if (token.kind == Token::Kind::Character)
-        return foldCase(c) == token.character;
-    const Weight weight = weightOf(c);
+        return FoldCase(c) == token.character;
+    const Weight weight = WeightOf(c);
     const bool inSet = std::any_of(token.ranges.begin(), token.ranges.end(), [&weight](const auto &range) {
         return weight >= range.first && weight <= range.second;
     });
@@ -181,7 +181,7 @@ bool LikePattern::accepts(const Token &token, char32_t c) const
 }
 
 /** On a mismatch only the latest % takes one more character: linear in pattern times text. */
-bool LikePattern::matchesTokens(std::string_view text, size_t at) const
+bool LikePattern::MatchesTokens(std::string_view text, size_t at) const
 {
     size_t token = 0;
     size_t runToken = std::string::npos;
@@ -193,8 +193,8 @@ bool LikePattern::matchesTokens(std::string_view text, size_t at) const
             continue;
         }
         size_t next = at;
-        const char32_t c = nextCodePoint(text, next);
-        if (token < m_tokens.size() && accepts(m_tokens[token], c)) {
+        const char32_t c = NextCodePoint(text, next);
+        if (token < m_tokens.size() && Accepts(m_tokens[token], c)) {
             ++token;
             at = next;
             continue;
@@ -202,7 +202,7 @@ bool LikePattern::matchesTokens(std::string_view text, size_t at) const
         if (runToken == std::string::npos)
             return false;
         token = runToken + 1;
-        nextCodePoint(text, runText);
+        NextCodePoint(text, runText);
         at = runText;
     }
     while (token < m_tokens.size() && m_tokens[token].kind == Token::Kind::AnyRun)

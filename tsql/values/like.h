@@ -20,7 +20,7 @@ class LikePattern
 public:
     explicit LikePattern(std::string_view pattern, char32_t escape = 0);
 
-    bool matches(std::string_view text) const;
+    bool Matches(std::string_view text) const;
 
 private:
     struct Token
@@ -32,14 +32,14 @@ private:
         std::vector<std::pair<Weight, Weight>> ranges; ///< in the order of texts, both ends included
     };
 
-    void parse(std::string_view pattern, char32_t escape);
-    size_t parseSet(std::string_view pattern, size_t at);
-    void findPlainForm();
-    bool accepts(const Token &token, char32_t c) const;
-    bool matchesTokens(std::string_view text, size_t at) const;
-    size_t startsAt(std::string_view text, size_t at) const;
-    bool contains(std::string_view text) const;
-    bool containsBytes(std::string_view text) const;
+    void Parse(std::string_view pattern, char32_t escape);
+    size_t ParseSet(std::string_view pattern, size_t at);
+    void FindPlainForm();
+    bool Accepts(const Token &token, char32_t c) const;
+    bool MatchesTokens(std::string_view text, size_t at) const;
+    size_t StartsAt(std::string_view text, size_t at) const;
+    bool Contains(std::string_view text) const;
+    bool ContainsBytes(std::string_view text) const;
 
     std::vector<Token> m_tokens;
     bool m_plain = false;     ///< the tokens are a word with at most a % at each end

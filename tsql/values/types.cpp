@@ -6,7 +6,7 @@ using namespace Qt::StringLiterals;
 
 namespace tsql {
 
-QString kindName(Kind kind)
+QString KindName(Kind kind)
 {
     switch (kind) {
     case Kind::Null:
@@ -57,49 +57,49 @@ QString kindName(Kind kind)
     return {};
 }
 
-QString typeName(const SqlType &type)
+QString TypeName(const SqlType &type)
 {
     if (type.kind == Kind::Decimal)
         return u"decimal(%1,%2)"_s.arg(type.precision).arg(type.scale);
-    if (type.isText() || type.isBinary()) {
+    if (type.IsText() || type.IsBinary()) {
         const QString length = type.length == SqlType::Max ? u"max"_s : QString::number(type.length);
-        return u"%1(%2)"_s.arg(kindName(type.kind), length);
+        return u"%1(%2)"_s.arg(KindName(type.kind), length);
     }
-    return kindName(type.kind);
+    return KindName(type.kind);
 }
 
-QString storageName(const SqlType &type)
+QString StorageName(const SqlType &type)
 {
-    if (type.isInteger())
+    if (type.IsInteger())
         return u"INTEGER"_s;
-    if (type.isReal())
+    if (type.IsReal())
         return u"REAL"_s;
-    if (type.isText() || type.kind == Kind::UniqueIdentifier)
+    if (type.IsText() || type.kind == Kind::UniqueIdentifier)
         return u"TEXT COLLATE TSQL_CI"_s;
-    if (type.isDate())
+    if (type.IsDate())
         return u"TEXT"_s;
     return u"BLOB"_s;
 }
 
-SqlType asDecimal(const SqlType &type)
+SqlType AsDecimal(const SqlType &type)
 {
     switch (type.kind) {
     case Kind::Bit:
-        return SqlType::decimal(1, 0);
+        return SqlType::DecimalOf(1, 0);
     case Kind::TinyInt:
-        return SqlType::decimal(3, 0);
+        return SqlType::DecimalOf(3, 0);
     case Kind::SmallInt:
-        return SqlType::decimal(5, 0);
+        return SqlType::DecimalOf(5, 0);
     case Kind::Int:
-        return SqlType::decimal(10, 0);
+        return SqlType::DecimalOf(10, 0);
     case Kind::BigInt:
-        return SqlType::decimal(19, 0);
+        return SqlType::DecimalOf(19, 0);
     case Kind::Money:
-        return SqlType::decimal(19, 4);
+        return SqlType::DecimalOf(19, 4);
     case Kind::Decimal:
         return type;
     default:
-        return SqlType::decimal(SqlType::MaxPrecision, 0);
+        return SqlType::DecimalOf(SqlType::MaxPrecision, 0);
     }
 }
 
@@ -107,22 +107,22 @@ namespace {
 
 /// Brings a result of more than 38 digits back to 38. Sums give up digits behind the point only as far as the
 /// whole part needs them; products and quotients keep six behind the point when there are that many.
-SqlType cut(QChar op, int precision, int scale, int wholeOfSum)
+SqlType Cut(QChar op, int precision, int scale, int wholeOfSum)
 {
     constexpr int Max = SqlType::MaxPrecision;
     constexpr int KeptScale = 6;
     if (precision <= Max)
-        return SqlType::decimal(precision, scale);
+        return SqlType::DecimalOf(precision, scale);
     if (op == u'+' || op == u'-')
-        return SqlType::decimal(Max, qMin(scale, Max - wholeOfSum));
+        return SqlType::DecimalOf(Max, qMin(scale, Max - wholeOfSum));
     const int whole = precision - scale;
     if (whole < Max - KeptScale)
-        return SqlType::decimal(Max, qMin(scale, Max - whole));
-    return SqlType::decimal(Max, qMin(scale, KeptScale));
+        return SqlType::DecimalOf(Max, qMin(scale, Max - whole));
+    return SqlType::DecimalOf(Max, qMin(scale, KeptScale));
 }
 
 /// Kinds that meet in an expression become the one that stands higher here.
-int rank(Kind kind)
+int Rank(Kind kind)
 {
     switch (kind) {
     case Kind::Null:
@@ -173,19 +173,19 @@ int rank(Kind kind)
     return -1;
 }
 
-int longer(int a, int b)
+int Longer(int a, int b)
 {
     return a == SqlType::Max || b == SqlType::Max ? SqlType::Max : qMax(a, b);
 }
 
-[[noreturn]] void clash(const SqlType &left, const SqlType &right)
+[[noreturn]] void Clash(const SqlType &left, const SqlType &right)
 {
-    throw Error(206, {kindName(left.kind), kindName(right.kind)});
+    throw Error(206, {KindName(left.kind), KindName(right.kind)});
 }
 
 } // namespace
 
-SqlType decimalResult(QChar op, const SqlType &left, const SqlType &right)
+SqlType DecimalResult(QChar op, const SqlType &left, const SqlType &right)
 {
     const int wholeLeft = left.precision - left.scale;
     const int wholeRight = right.precision - right.scale;
@@ -193,50 +193,50 @@ SqlType decimalResult(QChar op, const SqlType &left, const SqlType &right)
     const int whole = qMax(wholeLeft, wholeRight);
     switch (op.unicode()) {
     case u'*':
-        return cut(op, left.precision + right.precision + 1, left.scale + right.scale, whole);
+        return Cut(op, left.precision + right.precision + 1, left.scale + right.scale, whole);
     case u'/': {
         const int quotientScale = qMax(6, left.scale + right.precision + 1);
-        return cut(op, wholeLeft + right.scale + quotientScale, quotientScale, whole);
+        return Cut(op, wholeLeft + right.scale + quotientScale, quotientScale, whole);
     }
     case u'%':
-        return cut(op, qMax(1, qMin(wholeLeft, wholeRight) + scale), scale, whole);
+        return Cut(op, qMax(1, qMin(wholeLeft, wholeRight) + scale), scale, whole);
     default:
-        return cut(op, scale + whole + 1, scale, whole);
+        return Cut(op, scale + whole + 1, scale, whole);
     }
 }
 
-SqlType commonType(const SqlType &left, const SqlType &right)
+SqlType CommonType(const SqlType &left, const SqlType &right)
 {
     if (left.kind == Kind::Condition || right.kind == Kind::Condition)
-        clash(left, right);
-    const bool rightWins = rank(right.kind) > rank(left.kind);
+        Clash(left, right);
+    const bool rightWins = Rank(right.kind) > Rank(left.kind);
     const SqlType &high = rightWins ? right : left;
     const SqlType &low = rightWins ? left : right;
     if (low.kind == Kind::Null)
         return high;
-    if (high.isDate() && low.isDate()) {
+    if (high.IsDate() && low.IsDate()) {
         const bool timeOnly = (high.kind == Kind::Time) != (low.kind == Kind::Time);
         return timeOnly && high.kind == Kind::Date ? throw Error(206, {u"date"_s, u"time"_s}) : high;
     }
-    if (high.isDate() && !low.isText() && !(high.kind == Kind::DateTime || high.kind == Kind::SmallDateTime))
-        clash(left, right);
-    if (low.isBinary() && !high.isBinary() && !high.isInteger())
-        clash(left, right);
-    if (high.kind == Kind::Decimal && low.isNumber()) {
-        const SqlType other = asDecimal(low);
+    if (high.IsDate() && !low.IsText() && !(high.kind == Kind::DateTime || high.kind == Kind::SmallDateTime))
+        Clash(left, right);
+    if (low.IsBinary() && !high.IsBinary() && !high.IsInteger())
+        Clash(left, right);
+    if (high.kind == Kind::Decimal && low.IsNumber()) {
+        const SqlType other = AsDecimal(low);
         const int scale = qMax(high.scale, other.scale);
         const int whole = qMax(high.precision - high.scale, other.precision - other.scale);
-        return SqlType::decimal(qMin(SqlType::MaxPrecision, whole + scale), scale);
+        return SqlType::DecimalOf(qMin(SqlType::MaxPrecision, whole + scale), scale);
     }
-    if (high.kind == Kind::Decimal && low.isText())
+    if (high.kind == Kind::Decimal && low.IsText())
         return high;
-    if ((high.isText() && low.isText()) || (high.isBinary() && low.isBinary())) {
+    if ((high.IsText() && low.IsText()) || (high.IsBinary() && low.IsBinary())) {
         const bool variable = high.kind == Kind::VarChar || high.kind == Kind::NVarChar ||
-                              high.kind == Kind::VarBinary || high.kind == low.kind || low.isFixedText();
+                              high.kind == Kind::VarBinary || high.kind == low.kind || low.IsFixedText();
         SqlType result = high;
         if (!variable)
             result.kind = high.kind == Kind::NChar ? Kind::NVarChar : high.kind;
-        result.length = longer(left.length, right.length);
+        result.length = Longer(left.length, right.length);
         return result;
     }
     return high;

@@ -45,36 +45,36 @@ struct SqlType
     int scale = 0;     ///< digits of a Decimal behind the point
     int length = 0;    ///< characters (UTF-16 units) of a text, bytes of a binary; Max for no limit
 
-    static SqlType decimal(int precision, int scale) { return {Kind::Decimal, precision, scale, 0}; }
-    static SqlType money() { return {Kind::Money, 19, 4, 0}; }
+    static SqlType DecimalOf(int precision, int scale) { return {Kind::Decimal, precision, scale, 0}; }
+    static SqlType Money() { return {Kind::Money, 19, 4, 0}; }
     static SqlType text(Kind kind, int length) { return {kind, 0, 0, length}; }
 
-    bool isInteger() const { return kind >= Kind::Bit && kind <= Kind::BigInt; }
-    bool isDecimal() const { return kind == Kind::Decimal || kind == Kind::Money; }
-    bool isReal() const { return kind == Kind::Real || kind == Kind::Float; }
-    bool isNumber() const { return kind >= Kind::Bit && kind <= Kind::Float; }
-    bool isText() const { return kind >= Kind::Char && kind <= Kind::NVarChar; }
-    bool isUnicode() const { return kind == Kind::NChar || kind == Kind::NVarChar; }
-    bool isFixedText() const { return kind == Kind::Char || kind == Kind::NChar; }
-    bool isDate() const { return kind >= Kind::Date && kind <= Kind::DateTime; }
-    bool isBinary() const { return kind == Kind::Binary || kind == Kind::VarBinary; }
+    bool IsInteger() const { return kind >= Kind::Bit && kind <= Kind::BigInt; }
+    bool IsDecimal() const { return kind == Kind::Decimal || kind == Kind::Money; }
+    bool IsReal() const { return kind == Kind::Real || kind == Kind::Float; }
+    bool IsNumber() const { return kind >= Kind::Bit && kind <= Kind::Float; }
+    bool IsText() const { return kind >= Kind::Char && kind <= Kind::NVarChar; }
+    bool IsUnicode() const { return kind == Kind::NChar || kind == Kind::NVarChar; }
+    bool IsFixedText() const { return kind == Kind::Char || kind == Kind::NChar; }
+    bool IsDate() const { return kind >= Kind::Date && kind <= Kind::DateTime; }
+    bool IsBinary() const { return kind == Kind::Binary || kind == Kind::VarBinary; }
 
     bool operator==(const SqlType &) const = default;
 };
 
 /// The name of a kind as error texts write it: "int", "nvarchar", "numeric".
-QString kindName(Kind kind);
+QString KindName(Kind kind);
 /// The whole type as a definition writes it: "decimal(23,9)", "nvarchar(max)".
-QString typeName(const SqlType &type);
+QString TypeName(const SqlType &type);
 /// The declared type of a SQLite column that stores this type: INTEGER, REAL, TEXT COLLATE TSQL_CI, TEXT or BLOB.
-QString storageName(const SqlType &type);
+QString StorageName(const SqlType &type);
 /// The precision and scale an integer kind has when it meets a decimal: int is decimal(10,0).
-SqlType asDecimal(const SqlType &type);
+SqlType AsDecimal(const SqlType &type);
 
 /// The type of `left op right` for two decimals, op one of + - * / %, with the scale cut as the server cuts it
 /// when 38 digits are not enough.
-SqlType decimalResult(QChar op, const SqlType &left, const SqlType &right);
+SqlType DecimalResult(QChar op, const SqlType &left, const SqlType &right);
 /// The type both sides of a comparison, a CASE or a UNION are brought to. Throws Error when there is none.
-SqlType commonType(const SqlType &left, const SqlType &right);
+SqlType CommonType(const SqlType &left, const SqlType &right);
 
 } // namespace tsql

@@ -16,13 +16,13 @@ struct Value
     double real = 0;
     QByteArray bytes;
 
-    bool isNull() const { return form == Form::Null; }
+    bool IsNull() const { return form == Form::Null; }
 
-    static Value ofInteger(qint64 value) { return {Form::Integer, value, 0, {}}; }
-    static Value ofReal(double value) { return {Form::Real, 0, value, {}}; }
-    static Value ofText(QByteArray utf8) { return {Form::Text, 0, 0, std::move(utf8)}; }
-    static Value ofText(const QString &text) { return {Form::Text, 0, 0, text.toUtf8()}; }
-    static Value ofBlob(QByteArray bytes) { return {Form::Blob, 0, 0, std::move(bytes)}; }
+    static Value OfInteger(qint64 value) { return {Form::Integer, value, 0, {}}; }
+    static Value OfReal(double value) { return {Form::Real, 0, value, {}}; }
+    static Value OfText(QByteArray utf8) { return {Form::Text, 0, 0, std::move(utf8)}; }
+    static Value OfText(const QString &text) { return {Form::Text, 0, 0, text.toUtf8()}; }
+    static Value OfBlob(QByteArray bytes) { return {Form::Blob, 0, 0, std::move(bytes)}; }
 };
 
 } // namespace tsql

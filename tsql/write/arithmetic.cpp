@@ -6,21 +6,21 @@ using namespace Qt::StringLiterals;
 namespace tsql {
 
 /// A chain is walked along its left sides, not into them: a thousand terms are no deeper than two.
-Operand Writer::arithmetic(const Expression &node, const Scope &scope)
+Operand Writer::Arithmetic(const Expression &node, const Scope &scope)
 {
     std::vector<const Expression *> steps;
     const Expression *left = &node;
     do {
         steps.push_back(left);
         left = left->args[0].get();
-    } while (left->kind == ExpressionKind::Arithmetic && !isGrouped(*left, scope) && !m_rowValues.contains(left));
-    Operand result = value(*left, scope);
+    } while (left->kind == ExpressionKind::Arithmetic && !IsGrouped(*left, scope) && !m_rowValues.contains(left));
+    Operand result = WriteValue(*left, scope);
     for (auto step = steps.rbegin(); step != steps.rend(); ++step) {
         try {
-            Operand right = value(*(*step)->args[1], scope);
-            result = arithmeticOf((*step)->name[0], result, right);
+            Operand right = WriteValue(*(*step)->args[1], scope);
+            result = ArithmeticOf((*step)->name[0], result, right);
         } catch (Error &error) {
-            if (error.line() == 0 && !m_constants)
+            if (error.Line() == 0 && !m_constants)
                 error.setLine((*step)->line);
             throw;
         }
@@ -34,7 +34,7 @@ namespace {
 /// SQLite takes 127 arguments.
 constexpr int MostTerms = 100;
 
-QString chainText(const Chain &chain)
+QString ChainText(const Chain &chain)
 {
     switch (chain.form) {
     case Chain::Form::Integer:
@@ -54,7 +54,7 @@ QString chainText(const Chain &chain)
 /// The chain on the left with a further term, or the start of one. `operation` is what the form's function reads for
 /// this step: the operator, the number of the result's kind behind it ("+4"), or scales and precision ("+2,19,2");
 /// a decimal chain starts with the scale of its first term.
-Operand Writer::chained(const Operand &left, const QString &a, const QString &b, Chain::Form form,
+Operand Writer::Chained(const Operand &left, const QString &a, const QString &b, Chain::Form form,
                         const QString &operation, const SqlType &type) const
 {
     const bool text = form == Chain::Form::Text;
@@ -63,7 +63,7 @@ Operand Writer::chained(const Operand &left, const QString &a, const QString &b,
     if (!goesOn) {
         chain->form = form;
         chain->terms = a;
-        chain->operations = form == Chain::Form::Decimal ? QString::number(asDecimal(left.type).scale) : QString();
+        chain->operations = form == Chain::Form::Decimal ? QString::number(AsDecimal(left.type).scale) : QString();
         chain->count = 1;
     } else if (chain->count == MostTerms) {
         chain->closed += u"(%1) || "_s.arg(chain->terms);
@@ -73,49 +73,49 @@ Operand Writer::chained(const Operand &left, const QString &a, const QString &b,
     chain->terms += (chain->count == 0 ? QString() : text ? u" || "_s : u", "_s) + b;
     chain->operations += operation;
     ++chain->count;
-    Operand result = made(chainText(*chain), type);
+    Operand result = Made(ChainText(*chain), type);
     result.chain = chain;
     return result;
 }
 
-Operand Writer::arithmeticOf(QChar op, Operand &left, Operand &right)
+Operand Writer::ArithmeticOf(QChar op, Operand &left, Operand &right)
 {
-    if (left.isNull() && right.isNull())
+    if (left.IsNull() && right.IsNull())
         return left;
-    const bool textual = (left.type.isText() || left.isNull()) && (right.type.isText() || right.isNull());
+    const bool textual = (left.type.IsText() || left.IsNull()) && (right.type.IsText() || right.IsNull());
     if (textual) {
         if (op == u'+')
-            return concatenation(left, right);
-        const SqlType &type = left.isNull() ? right.type : left.type;
-        throw Error(8117, {kindName(type.kind), u"'%1'"_s.arg(op)});
+            return Concatenation(left, right);
+        const SqlType &type = left.IsNull() ? right.type : left.type;
+        throw Error(8117, {KindName(type.kind), u"'%1'"_s.arg(op)});
     }
-    if (left.type.isDate() || right.type.isDate())
-        return dateArithmetic(op, left, right);
-    const SqlType type = commonType(left.type, right.type);
-    if (type.isInteger())
-        return integerArithmetic(op, left, right, type);
-    if (QStringView(u"&|^").contains(op) || !type.isNumber())
-        throw Error(402, {kindName(left.type.kind), kindName(right.type.kind), u"'%1'"_s.arg(op)});
-    if (type.isDecimal())
-        return decimalArithmetic(op, left, right);
+    if (left.type.IsDate() || right.type.IsDate())
+        return DateArithmetic(op, left, right);
+    const SqlType type = CommonType(left.type, right.type);
+    if (type.IsInteger())
+        return IntegerArithmetic(op, left, right, type);
+    if (QStringView(u"&|^").contains(op) || !type.IsNumber())
+        throw Error(402, {KindName(left.type.kind), KindName(right.type.kind), u"'%1'"_s.arg(op)});
+    if (type.IsDecimal())
+        return DecimalArithmetic(op, left, right);
     if (op == u'%')
-        throw Error(402, {kindName(left.type.kind), kindName(right.type.kind), u"modulo"_s});
+        throw Error(402, {KindName(left.type.kind), KindName(right.type.kind), u"modulo"_s});
     const Target target{type, {}, {}, {}};
-    const QString a = convert(left, target);
-    const QString b = convert(right, target);
-    Operand result = chained(left, a, b, Chain::Form::Real, op, type);
+    const QString a = Convert(left, target);
+    const QString b = Convert(right, target);
+    Operand result = Chained(left, a, b, Chain::Form::Real, op, type);
     if (result.chain->count == 2)
         result.sql = op == u'/' ? u"real_div(%1, %2)"_s.arg(a, b) : u"real_fit(%1 %2 %3)"_s.arg(a, op, b);
     return result;
 }
 
-Operand Writer::concatenation(Operand &left, Operand &right)
+Operand Writer::Concatenation(Operand &left, Operand &right)
 {
-    const SqlType type = commonType(left.type, right.type);
-    const int limit = type.isUnicode() ? 4000 : 8000;
+    const SqlType type = CommonType(left.type, right.type);
+    const int limit = type.IsUnicode() ? 4000 : 8000;
     const bool unlimited = left.type.length == SqlType::Max || right.type.length == SqlType::Max;
     const int length = unlimited ? SqlType::Max : qMin(limit, left.type.length + right.type.length);
-    const Kind kind = type.isUnicode() ? Kind::NVarChar : Kind::VarChar;
+    const Kind kind = type.IsUnicode() ? Kind::NVarChar : Kind::VarChar;
     // Texts joined beyond what their type holds lose their end: once, at the end of the chain.
     const auto part = [&](Operand &operand) {
         const QString sql = text(operand);
@@ -124,7 +124,7 @@ Operand Writer::concatenation(Operand &left, Operand &right)
     if (unlimited && !left.whole.isEmpty())
         left.chain.reset(); // what was cut off stays off
     const QString a = part(left);
-    Operand result = chained(left, a, part(right), Chain::Form::Text, {}, SqlType::text(kind, length));
+    Operand result = Chained(left, a, part(right), Chain::Form::Text, {}, SqlType::text(kind, length));
     if (!unlimited && left.type.length + right.type.length > limit) {
         result.whole = result.sql;
         result.sql = u"text_cut(%1, %2)"_s.arg(result.whole, QString::number(limit));
@@ -132,7 +132,7 @@ Operand Writer::concatenation(Operand &left, Operand &right)
     return result;
 }
 
-Operand Writer::integerArithmetic(QChar op, Operand &left, Operand &right, const SqlType &common)
+Operand Writer::IntegerArithmetic(QChar op, Operand &left, Operand &right, const SqlType &common)
 {
     const SqlType type{common.kind};
     const bool bitwise = QStringView(u"&|^").contains(op);
@@ -142,10 +142,10 @@ Operand Writer::integerArithmetic(QChar op, Operand &left, Operand &right, const
         throw Error(402, {u"bit"_s, u"bit"_s, names.value(op)});
     }
     const Target target{type, {}, {}, {}};
-    const QString a = convert(left, target);
-    const QString b = convert(right, target);
-    const QString number = kindNumber(type.kind);
-    Operand result = chained(left, a, b, Chain::Form::Integer, op + number, type);
+    const QString a = Convert(left, target);
+    const QString b = Convert(right, target);
+    const QString number = KindNumber(type.kind);
+    Operand result = Chained(left, a, b, Chain::Form::Integer, op + number, type);
     if (result.chain->count > 2 || op == u'^')
         return result;
     if (op == u'/')
@@ -160,29 +160,29 @@ Operand Writer::integerArithmetic(QChar op, Operand &left, Operand &right, const
 }
 
 /// The operand's type as a decimal. A whole literal counts its own digits, which then belong to the statement.
-SqlType Writer::decimalTypeOf(Operand &operand)
+SqlType Writer::DecimalTypeOf(Operand &operand)
 {
     const bool literal = operand.pending && operand.type.kind == Kind::Int && operand.type.precision > 0;
-    if (operand.pending && (literal || operand.type.isDecimal()))
-        need(*operand.pending, false);
-    return literal ? SqlType::decimal(operand.type.precision, 0) : asDecimal(operand.type);
+    if (operand.pending && (literal || operand.type.IsDecimal()))
+        Need(*operand.pending, false);
+    return literal ? SqlType::DecimalOf(operand.type.precision, 0) : AsDecimal(operand.type);
 }
 
-Operand Writer::decimalArithmetic(QChar op, Operand &left, Operand &right)
+Operand Writer::DecimalArithmetic(QChar op, Operand &left, Operand &right)
 {
     // A text takes the type of the number it meets.
     const bool money = (left.type.kind == Kind::Money || right.type.kind == Kind::Money) &&
                        left.type.kind != Kind::Decimal && right.type.kind != Kind::Decimal;
-    const SqlType leftType = left.type.isText() || left.isNull() ? decimalTypeOf(right) : decimalTypeOf(left);
-    const SqlType rightType = right.type.isText() || right.isNull() ? decimalTypeOf(left) : decimalTypeOf(right);
-    SqlType type = money ? SqlType::money() : decimalResult(op, leftType, rightType);
-    const QString a = convert(left, {leftType, {}, {}, {}});
-    const QString b = convert(right, {rightType, {}, {}, {}});
+    const SqlType leftType = left.type.IsText() || left.IsNull() ? DecimalTypeOf(right) : DecimalTypeOf(left);
+    const SqlType rightType = right.type.IsText() || right.IsNull() ? DecimalTypeOf(left) : DecimalTypeOf(right);
+    SqlType type = money ? SqlType::Money() : DecimalResult(op, leftType, rightType);
+    const QString a = Convert(left, {leftType, {}, {}, {}});
+    const QString b = Convert(right, {rightType, {}, {}, {}});
     const QString sizes = QString::number(type.precision) + u',' + QString::number(type.scale);
-    Operand start = made(left.sql, leftType);
+    Operand start = Made(left.sql, leftType);
     start.chain = left.chain;
     Operand result =
-        chained(start, a, b, Chain::Form::Decimal, op + QString::number(rightType.scale) + u',' + sizes, type);
+        Chained(start, a, b, Chain::Form::Decimal, op + QString::number(rightType.scale) + u',' + sizes, type);
     if (result.chain->count > 2)
         return result;
     static const QHash<QChar, QString> names = {
@@ -192,16 +192,16 @@ Operand Writer::decimalArithmetic(QChar op, Operand &left, Operand &right)
     return result;
 }
 
-Operand Writer::dateArithmetic(QChar op, Operand &left, Operand &right)
+Operand Writer::DateArithmetic(QChar op, Operand &left, Operand &right)
 {
     const bool dateFirst = left.type.kind == Kind::DateTime || left.type.kind == Kind::SmallDateTime;
-    const bool days = right.type.isInteger() || right.type.isText();
+    const bool days = right.type.IsInteger() || right.type.IsText();
     if ((op != u'+' && op != u'-') || !dateFirst || !days)
-        throw Error(402, {kindName(left.type.kind), kindName(right.type.kind), u"'%1'"_s.arg(op)});
+        throw Error(402, {KindName(left.type.kind), KindName(right.type.kind), u"'%1'"_s.arg(op)});
     const SqlType type = left.type;
-    const QString count = convert(right, {{Kind::Int}, {}, {}, {}});
+    const QString count = Convert(right, {{Kind::Int}, {}, {}, {}});
     const QString sign = op == u'-' ? u"- "_s : QString();
-    return made(u"date_add('day', %1%2, %3, %4)"_s.arg(sign, count, text(left), kindNumber(type.kind)), type);
+    return Made(u"date_add('day', %1%2, %3, %4)"_s.arg(sign, count, text(left), KindNumber(type.kind)), type);
 }
 
 } // namespace tsql

@@ -10,47 +10,47 @@ namespace tsql {
 
 namespace {
 
-QString quoted(const QString &name)
+QString Quoted(const QString &name)
 {
     QString doubled = name;
     doubled.replace(u'"', QLatin1String("\"\""));
     return u'"' + doubled + u'"';
 }
 
-bool sameName(QStringView a, QStringView b)
+bool SameName(QStringView a, QStringView b)
 {
     return a.compare(b, Qt::CaseInsensitive) == 0;
 }
 
-QString sqliteName(const ObjectName &name)
+QString SqliteName(const ObjectName &name)
 {
-    if (name.isGlobalTemporary())
-        return QLatin1String(GlobalSchema) + u'.' + quoted(name.key());
-    if (name.isTemporary() || name.name.startsWith(u'@'))
-        return u"temp."_s + quoted(name.key());
-    return quoted(name.display());
+    if (name.IsGlobalTemporary())
+        return QLatin1String(GlobalSchema) + u'.' + Quoted(name.KeyText());
+    if (name.IsTemporary() || name.name.startsWith(u'@'))
+        return u"temp."_s + Quoted(name.KeyText());
+    return Quoted(name.Display());
 }
 
-[[noreturn]] void alreadyThere(const ObjectName &name)
+[[noreturn]] void AlreadyThere(const ObjectName &name)
 {
     throw Error(2714, {name.name});
 }
 
 /// The single whole-number column of the primary key, or nothing.
-QString integerKey(const Table &table)
+QString IntegerKey(const Table &table)
 {
     if (table.primaryKey.size() != 1)
         return {};
-    const Column &key = table.columns[static_cast<std::size_t>(table.column(table.primaryKey.front()))];
-    return key.type.isInteger() ? key.name : QString();
+    const Column &key = table.columns[static_cast<std::size_t>(table.IndexOf(table.primaryKey.front()))];
+    return key.type.IsInteger() ? key.name : QString();
 }
 
-void addColumn(Table &table, ColumnDefinition &definition)
+void AddColumn(Table &table, ColumnDefinition &definition)
 {
-    if (table.column(definition.name) >= 0)
-        throw Error(2705, {definition.name, table.name.display()});
-    if (definition.identity && table.identityColumn() != nullptr)
-        throw Error(2744, {table.name.display()});
+    if (table.IndexOf(definition.name) >= 0)
+        throw Error(2705, {definition.name, table.name.Display()});
+    if (definition.identity && table.IdentityColumn() != nullptr)
+        throw Error(2744, {table.name.Display()});
     Column column;
     column.name = definition.name;
     column.type = definition.type;
@@ -61,10 +61,10 @@ void addColumn(Table &table, ColumnDefinition &definition)
     table.columns.push_back(std::move(column));
 }
 
-void addConstraint(Table &table, TableConstraint &constraint)
+void AddConstraint(Table &table, TableConstraint &constraint)
 {
     for (const QString &name : constraint.columns) {
-        const int index = table.column(name);
+        const int index = table.IndexOf(name);
         if (index < 0)
             throw Error(1911, {name});
         Column &column = table.columns[static_cast<std::size_t>(index)];
@@ -83,12 +83,12 @@ void addConstraint(Table &table, TableConstraint &constraint)
     }
     if (constraint.kind == TableConstraint::Kind::Check)
         table.checks.push_back(
-            {checkName(table.name, constraint), constraint.columns.empty() ? QString() : constraint.columns.front()});
+            {CheckName(table.name, constraint), constraint.columns.empty() ? QString() : constraint.columns.front()});
 }
 
 } // namespace
 
-QString checkName(const ObjectName &table, const TableConstraint &constraint)
+QString CheckName(const ObjectName &table, const TableConstraint &constraint)
 {
     if (!constraint.name.isEmpty())
         return constraint.name;
@@ -96,28 +96,28 @@ QString checkName(const ObjectName &table, const TableConstraint &constraint)
                                       : u"CK__%1__%2"_s.arg(table.name, constraint.columns.front());
 }
 
-QString ObjectName::key() const
+QString ObjectName::KeyText() const
 {
-    const bool plain = schema.isEmpty() || sameName(schema, u"dbo") || isTemporary();
+    const bool plain = schema.isEmpty() || SameName(schema, u"dbo") || IsTemporary();
     return plain ? name.toCaseFolded() : schema.toCaseFolded() + u'.' + name.toCaseFolded();
 }
 
-QString ObjectName::display() const
+QString ObjectName::Display() const
 {
-    const bool plain = schema.isEmpty() || sameName(schema, u"dbo") || isTemporary();
+    const bool plain = schema.isEmpty() || SameName(schema, u"dbo") || IsTemporary();
     return plain ? name : schema + u'.' + name;
 }
 
-int Table::column(QStringView name) const
+int Table::IndexOf(QStringView name) const
 {
     for (std::size_t i = 0; i < columns.size(); ++i) {
-        if (sameName(columns[i].name, name))
+        if (SameName(columns[i].name, name))
             return static_cast<int>(i);
     }
     return -1;
 }
 
-const Column *Table::identityColumn() const
+const Column *Table::IdentityColumn() const
 {
     for (const Column &column : columns) {
         if (column.identity)
@@ -126,25 +126,25 @@ const Column *Table::identityColumn() const
     return nullptr;
 }
 
-std::shared_ptr<Table> makeTable(const CreateTableStatement &statement)
+std::shared_ptr<Table> MakeTable(const CreateTableStatement &statement)
 {
     // The parts are taken from a syntax tree of its own, so that the statement stays whole.
-    StatementPtr own = parseDefinition(statement.text);
+    StatementPtr own = ParseDefinition(statement.text);
     auto &definition = own->kind == StatementKind::DeclareTable ? *static_cast<DeclareTableStatement &>(*own).table
                                                                 : static_cast<CreateTableStatement &>(*own);
     auto table = std::make_shared<Table>();
     table->name = statement.table;
-    table->sqliteName = sqliteName(statement.table);
+    table->sqliteName = SqliteName(statement.table);
     for (ColumnDefinition &column : definition.columns)
-        addColumn(*table, column);
+        AddColumn(*table, column);
     for (TableConstraint &constraint : definition.constraints)
-        addConstraint(*table, constraint);
-    const Column *identity = table->identityColumn();
-    table->rowidColumn = identity != nullptr ? identity->name : integerKey(*table);
+        AddConstraint(*table, constraint);
+    const Column *identity = table->IdentityColumn();
+    table->rowidColumn = identity != nullptr ? identity->name : IntegerKey(*table);
     return table;
 }
 
-void Catalogue::load(const std::vector<QString> &definitions)
+void Catalogue::Load(const std::vector<QString> &definitions)
 {
     const auto temporary = [](const QString &key) { return key.startsWith(u'#') || key.startsWith(u'@'); };
     m_tables.removeIf([&](auto it) { return !temporary(it.key()); });
@@ -153,71 +153,71 @@ void Catalogue::load(const std::vector<QString> &definitions)
     m_procedures.clear();
     m_schemas.clear();
     for (const QString &text : definitions)
-        apply(*parseDefinition(text));
+        Apply(*ParseDefinition(text));
     ++m_version;
 }
 
-void Catalogue::addTable(const std::shared_ptr<const Table> &table)
+void Catalogue::AddTable(const std::shared_ptr<const Table> &table)
 {
-    const QString key = table->name.key();
+    const QString key = table->name.KeyText();
     if (m_tables.contains(key) || m_views.contains(key))
-        alreadyThere(table->name);
+        AlreadyThere(table->name);
     m_tables.insert(key, table);
     ++m_version;
 }
 
-void Catalogue::removeTable(const ObjectName &name)
+void Catalogue::RemoveTable(const ObjectName &name)
 {
-    m_tables.remove(name.key());
+    m_tables.remove(name.KeyText());
     ++m_version;
 }
 
-std::shared_ptr<const Table> Catalogue::table(const ObjectName &name) const
+std::shared_ptr<const Table> Catalogue::FindTable(const ObjectName &name) const
 {
-    return m_tables.value(name.key());
+    return m_tables.value(name.KeyText());
 }
 
-std::shared_ptr<const CreateViewStatement> Catalogue::view(const ObjectName &name) const
+std::shared_ptr<const CreateViewStatement> Catalogue::FindView(const ObjectName &name) const
 {
-    return m_views.value(name.key());
+    return m_views.value(name.KeyText());
 }
 
-std::shared_ptr<const CreateFunctionStatement> Catalogue::function(const ObjectName &name) const
+std::shared_ptr<const CreateFunctionStatement> Catalogue::FindFunction(const ObjectName &name) const
 {
-    return m_functions.value(name.key());
+    return m_functions.value(name.KeyText());
 }
 
-std::shared_ptr<const CreateProcedureStatement> Catalogue::procedure(const ObjectName &name) const
+std::shared_ptr<const CreateProcedureStatement> Catalogue::FindProcedure(const ObjectName &name) const
 {
-    return m_procedures.value(name.key());
+    return m_procedures.value(name.KeyText());
 }
 
-bool Catalogue::hasSchema(const QString &name) const
+bool Catalogue::HasSchema(const QString &name) const
 {
-    return name.isEmpty() || sameName(name, u"dbo") || m_schemas.contains(name.toCaseFolded());
+    return name.isEmpty() || SameName(name, u"dbo") || m_schemas.contains(name.toCaseFolded());
 }
 
-void Catalogue::apply(const Statement &definition)
+void Catalogue::Apply(const Statement &definition)
 {
     switch (definition.kind) {
     case StatementKind::CreateTable:
-        addTable(makeTable(as<CreateTableStatement>(definition)));
+        AddTable(MakeTable(As<CreateTableStatement>(definition)));
         break;
     case StatementKind::AlterTable:
-        alter(as<AlterTableStatement>(definition));
+        Alter(As<AlterTableStatement>(definition));
         break;
     case StatementKind::CreateView:
     case StatementKind::CreateProcedure:
     case StatementKind::CreateFunction:
-        addModule(definition);
+        AddModule(definition);
         break;
     case StatementKind::CreateSchema: {
-        const QString name = as<CreateSchemaStatement>(definition).name;
+        const QString name = As<CreateSchemaStatement>(definition).name;
         m_schemas.insert(name.toCaseFolded(), name);
         break;
     }
     case StatementKind::Drop:
-        drop(as<DropStatement>(definition));
+        Drop(As<DropStatement>(definition));
         break;
     case StatementKind::Truncate:
     case StatementKind::CreateIndex:
@@ -252,37 +252,37 @@ void Catalogue::apply(const Statement &definition)
     ++m_version;
 }
 
-void Catalogue::alter(const AlterTableStatement &statement)
+void Catalogue::Alter(const AlterTableStatement &statement)
 {
-    const std::shared_ptr<const Table> current = table(statement.table);
+    const std::shared_ptr<const Table> current = FindTable(statement.table);
     if (!current)
-        throw Error(4902, {statement.table.display()});
+        throw Error(4902, {statement.table.Display()});
     auto changed = std::make_shared<Table>();
     changed->name = current->name;
     changed->sqliteName = current->sqliteName;
     changed->columns = current->columns;
     changed->rowidColumn = current->rowidColumn;
     changed->primaryKey = current->primaryKey;
-    StatementPtr own = parseDefinition(statement.text);
+    StatementPtr own = ParseDefinition(statement.text);
     auto &parts = static_cast<AlterTableStatement &>(*own);
     for (ColumnDefinition &column : parts.columns)
-        addColumn(*changed, column);
+        AddColumn(*changed, column);
     for (TableConstraint &constraint : parts.constraints)
-        addConstraint(*changed, constraint);
+        AddConstraint(*changed, constraint);
     if (parts.action == AlterTableStatement::Action::DropColumn) {
         for (const QString &name : parts.names)
-            std::erase_if(changed->columns, [&](const Column &column) { return sameName(column.name, name); });
+            std::erase_if(changed->columns, [&](const Column &column) { return SameName(column.name, name); });
     }
-    m_tables.insert(current->name.key(), changed);
+    m_tables.insert(current->name.KeyText(), changed);
 }
 
-void Catalogue::addModule(const Statement &definition)
+void Catalogue::AddModule(const Statement &definition)
 {
-    std::shared_ptr<const Statement> own = parseDefinition(definition.text);
+    std::shared_ptr<const Statement> own = ParseDefinition(definition.text);
     const auto enter = [this](auto &map, auto module) {
-        const QString key = module->name.key();
+        const QString key = module->name.KeyText();
         if (!module->replace && (map.contains(key) || m_tables.contains(key)))
-            alreadyThere(module->name);
+            AlreadyThere(module->name);
         map.insert(key, module);
     };
     if (own->kind == StatementKind::CreateView)
@@ -293,23 +293,23 @@ void Catalogue::addModule(const Statement &definition)
         enter(m_functions, std::static_pointer_cast<const CreateFunctionStatement>(own));
 }
 
-void Catalogue::drop(const DropStatement &statement)
+void Catalogue::Drop(const DropStatement &statement)
 {
     using What = DropStatement::What;
     for (const ObjectName &name : statement.names) {
         bool known = true;
         switch (statement.what) {
         case What::Table:
-            known = m_tables.remove(name.key());
+            known = m_tables.remove(name.KeyText());
             break;
         case What::View:
-            known = m_views.remove(name.key());
+            known = m_views.remove(name.KeyText());
             break;
         case What::Procedure:
-            known = m_procedures.remove(name.key());
+            known = m_procedures.remove(name.KeyText());
             break;
         case What::Function:
-            known = m_functions.remove(name.key());
+            known = m_functions.remove(name.KeyText());
             break;
         case What::Schema:
             known = m_schemas.remove(name.name.toCaseFolded());
@@ -318,11 +318,11 @@ void Catalogue::drop(const DropStatement &statement)
             break; // SQLite knows the indexes
         }
         if (!known && !statement.ifExists)
-            throw Error(3701, {name.display()});
+            throw Error(3701, {name.Display()});
     }
 }
 
-std::optional<int> Catalogue::objectId(const QString &name, const QString &kind) const
+std::optional<int> Catalogue::ObjectId(const QString &name, const QString &kind) const
 {
     // "tempdb..#t", "dbo.GoodInf", "[Market].[Product]"
     QStringList parts = name.split(u'.');
@@ -335,7 +335,7 @@ std::optional<int> Catalogue::objectId(const QString &name, const QString &kind)
     object.name = parts.takeLast();
     if (!parts.isEmpty())
         object.schema = parts.takeLast();
-    const QString key = object.key();
+    const QString key = object.KeyText();
     const QString wanted = kind.trimmed().toUpper();
     const auto wants = [&](QStringView letter) { return wanted.isEmpty() || wanted == letter; };
     const bool found = (wants(u"U") && m_tables.contains(key)) || (wants(u"V") && m_views.contains(key)) ||
@@ -347,7 +347,7 @@ std::optional<int> Catalogue::objectId(const QString &name, const QString &kind)
 
 namespace {
 
-template <class Objects> std::vector<ObjectName> namesOf(const Objects &objects)
+template <class Objects> std::vector<ObjectName> NamesOf(const Objects &objects)
 {
     std::vector<ObjectName> names;
     for (const auto &object : objects)
@@ -357,24 +357,24 @@ template <class Objects> std::vector<ObjectName> namesOf(const Objects &objects)
 
 } // namespace
 
-std::vector<ObjectName> Catalogue::tableNames() const
+std::vector<ObjectName> Catalogue::TableNames() const
 {
-    return namesOf(m_tables);
+    return NamesOf(m_tables);
 }
 
-std::vector<ObjectName> Catalogue::viewNames() const
+std::vector<ObjectName> Catalogue::ViewNames() const
 {
-    return namesOf(m_views);
+    return NamesOf(m_views);
 }
 
-std::vector<ObjectName> Catalogue::procedureNames() const
+std::vector<ObjectName> Catalogue::ProcedureNames() const
 {
-    return namesOf(m_procedures);
+    return NamesOf(m_procedures);
 }
 
-std::vector<ObjectName> Catalogue::functionNames() const
+std::vector<ObjectName> Catalogue::FunctionNames() const
 {
-    return namesOf(m_functions);
+    return NamesOf(m_functions);
 }
 
 } // namespace tsql

@@ -46,15 +46,15 @@ struct Table
     QString rowidColumn; ///< the column that is SQLite's rowid: the identity, or a single integer primary key
 
     /// The index of a column by its name without regard to case, or -1.
-    int column(QStringView name) const;
-    const Column *identityColumn() const;
+    int IndexOf(QStringView name) const;
+    const Column *IdentityColumn() const;
 };
 
 /// The table that the statement (or the declaration of a table variable) describes.
-std::shared_ptr<Table> makeTable(const CreateTableStatement &statement);
+std::shared_ptr<Table> MakeTable(const CreateTableStatement &statement);
 
 /// The name of a CHECK, which may have been given none.
-QString checkName(const ObjectName &table, const TableConstraint &constraint);
+QString CheckName(const ObjectName &table, const TableConstraint &constraint);
 
 /// The names a database knows. A value: copying it is cheap and takes a picture that a rollback can restore.
 class Catalogue
@@ -62,35 +62,35 @@ class Catalogue
 public:
     /// Replaces everything that is stored in the database file by the effect of these data definition texts, in the
     /// order they were carried out; temporary tables stay.
-    void load(const std::vector<QString> &definitions);
+    void Load(const std::vector<QString> &definitions);
 
     /// Enters the effect of a data definition that SQLite has carried out. Throws Error as the server would when
     /// the object exists or does not exist.
-    void apply(const Statement &definition);
-    void addTable(const std::shared_ptr<const Table> &table);
-    void removeTable(const ObjectName &name);
+    void Apply(const Statement &definition);
+    void AddTable(const std::shared_ptr<const Table> &table);
+    void RemoveTable(const ObjectName &name);
 
-    std::shared_ptr<const Table> table(const ObjectName &name) const;
-    std::shared_ptr<const CreateViewStatement> view(const ObjectName &name) const;
-    std::shared_ptr<const CreateFunctionStatement> function(const ObjectName &name) const;
-    std::shared_ptr<const CreateProcedureStatement> procedure(const ObjectName &name) const;
-    bool hasSchema(const QString &name) const;
+    std::shared_ptr<const Table> FindTable(const ObjectName &name) const;
+    std::shared_ptr<const CreateViewStatement> FindView(const ObjectName &name) const;
+    std::shared_ptr<const CreateFunctionStatement> FindFunction(const ObjectName &name) const;
+    std::shared_ptr<const CreateProcedureStatement> FindProcedure(const ObjectName &name) const;
+    bool HasSchema(const QString &name) const;
 
     /// A number that stands for an object of that name, NULL (nullopt) when there is none: OBJECT_ID. `kind` is
     /// "U", "V", "P", "IF", "FN" or empty for any.
-    std::optional<int> objectId(const QString &name, const QString &kind) const;
-    std::vector<ObjectName> tableNames() const;
-    std::vector<ObjectName> viewNames() const;
-    std::vector<ObjectName> procedureNames() const;
-    std::vector<ObjectName> functionNames() const;
+    std::optional<int> ObjectId(const QString &name, const QString &kind) const;
+    std::vector<ObjectName> TableNames() const;
+    std::vector<ObjectName> ViewNames() const;
+    std::vector<ObjectName> ProcedureNames() const;
+    std::vector<ObjectName> FunctionNames() const;
 
     /// Counts every change; a compiled statement belongs to one version.
-    quint64 version() const { return m_version; }
+    quint64 Version() const { return m_version; }
 
 private:
-    void alter(const AlterTableStatement &statement);
-    void addModule(const Statement &definition);
-    void drop(const DropStatement &statement);
+    void Alter(const AlterTableStatement &statement);
+    void AddModule(const Statement &definition);
+    void Drop(const DropStatement &statement);
 
     template <class T> using Map = QHash<QString, std::shared_ptr<const T>>;
 

@@ -10,7 +10,7 @@ namespace tsql {
 
 namespace {
 
-QString number(int value)
+QString Number(int value)
 {
     return QString::number(value);
 }
@@ -18,7 +18,7 @@ QString number(int value)
 constexpr int RealWidth = 24;
 
 /// The most characters that a whole number of a kind prints, its sign included.
-int integerWidth(Kind kind)
+int IntegerWidth(Kind kind)
 {
     switch (kind) {
     case Kind::Bit:
@@ -34,7 +34,7 @@ int integerWidth(Kind kind)
     }
 }
 
-QString sizes(const SqlType &type)
+QString Sizes(const SqlType &type)
 {
     return u"%1, %2"_s.arg(type.precision).arg(type.scale);
 }
@@ -42,13 +42,13 @@ QString sizes(const SqlType &type)
 } // namespace
 
 /// A constant written into the text: only data definition has no parameters.
-QString Writer::constantText(const Parameter &parameter) const
+QString Writer::ConstantText(const Parameter &parameter) const
 {
     if (parameter.source != Parameter::Source::Constant && parameter.source != Parameter::Source::Literal)
         throw Error(wording::VariableInDefinition);
-    const SqlType from = literalType(parameter.value);
+    const SqlType from = LiteralType(parameter.value);
     const Value value =
-        tsql::convert(literalValue(parameter.value, parameter.negate), from, {parameter.type, false, {}, {}});
+        tsql::Convert(LiteralValue(parameter.value, parameter.negate), from, {parameter.type, false, {}, {}});
     switch (value.form) {
     case Value::Form::Null:
         return u"NULL"_s;
@@ -57,7 +57,7 @@ QString Writer::constantText(const Parameter &parameter) const
     case Value::Form::Real:
         return QString::number(value.real, 'g', 17);
     case Value::Form::Text:
-        return quotedText(QString::fromUtf8(value.bytes));
+        return QuotedText(QString::fromUtf8(value.bytes));
     case Value::Form::Blob:
         return u"x'%1'"_s.arg(QString::fromLatin1(value.bytes.toHex()));
     }
@@ -67,31 +67,31 @@ QString Writer::constantText(const Parameter &parameter) const
 /// The operand in its own type.
 QString Writer::text(Operand &operand)
 {
-    if (operand.isNull())
+    if (operand.IsNull())
         return u"NULL"_s;
     if (operand.pending) {
         Parameter parameter = *operand.pending;
         operand.pending.reset();
-        const bool typed = operand.type.isDecimal() && parameter.source == Parameter::Source::Literal;
+        const bool typed = operand.type.IsDecimal() && parameter.source == Parameter::Source::Literal;
         if (typed)
-            need(parameter, false);
+            Need(parameter, false);
         parameter.type = operand.type;
-        operand.sql = this->parameter(std::move(parameter));
+        operand.sql = this->AddParameter(std::move(parameter));
     }
     return operand.sql;
 }
 
 /// The operand with the collation of the database, for places where SQLite compares it.
-QString Writer::collated(Operand &operand)
+QString Writer::Collated(Operand &operand)
 {
     const QString sql = text(operand);
-    const bool plain = operand.column || !(operand.type.isText() || operand.type.kind == Kind::UniqueIdentifier);
+    const bool plain = operand.column || !(operand.type.IsText() || operand.type.kind == Kind::UniqueIdentifier);
     return plain ? sql : sql + u" COLLATE TSQL_CI"_s;
 }
 
-QString Writer::convert(Operand &operand, const Target &target)
+QString Writer::Convert(Operand &operand, const Target &target)
 {
-    if (operand.isNull())
+    if (operand.IsNull())
         return u"NULL"_s;
     if (operand.type.kind == Kind::Condition)
         throw Error(wording::ConditionAsValue);
@@ -103,149 +103,149 @@ QString Writer::convert(Operand &operand, const Target &target)
         parameter.conversion = target.conversion;
         parameter.table = target.table;
         parameter.column = target.column;
-        return this->parameter(std::move(parameter));
+        return this->AddParameter(std::move(parameter));
     }
     if (operand.type == target.type)
         return operand.sql;
-    return converted(operand, target);
+    return Converted(operand, target);
 }
 
-QString Writer::converted(const Operand &operand, const Target &target)
+QString Writer::Converted(const Operand &operand, const Target &target)
 {
     const SqlType &from = operand.type;
-    if (from.isInteger())
-        return fromInteger(operand, target);
-    if (from.isDecimal())
-        return fromDecimal(operand, target);
-    if (from.isReal())
-        return fromReal(operand, target);
-    if (from.isText())
-        return fromText(operand, target);
-    if (from.isDate())
-        return fromDate(operand, target);
+    if (from.IsInteger())
+        return FromInteger(operand, target);
+    if (from.IsDecimal())
+        return FromDecimal(operand, target);
+    if (from.IsReal())
+        return FromReal(operand, target);
+    if (from.IsText())
+        return FromText(operand, target);
+    if (from.IsDate())
+        return FromDate(operand, target);
     if (from.kind == Kind::UniqueIdentifier) {
-        if (target.type.isText())
-            return fitted(operand.sql, SqlType::text(Kind::Char, 36), target);
+        if (target.type.IsText())
+            return Fitted(operand.sql, SqlType::text(Kind::Char, 36), target);
         if (target.type.kind == Kind::UniqueIdentifier)
             return operand.sql;
     }
-    if (from.isBinary()) {
-        if (target.type.isBinary())
+    if (from.IsBinary()) {
+        if (target.type.IsBinary())
             return operand.sql;
-        if (target.type.isText())
-            return fitted(u"text_of_binary(%1)"_s.arg(operand.sql), SqlType::text(Kind::VarChar, SqlType::Max), target);
+        if (target.type.IsText())
+            return Fitted(u"text_of_binary(%1)"_s.arg(operand.sql), SqlType::text(Kind::VarChar, SqlType::Max), target);
     }
-    noConversion(from, target.type);
+    NoConversion(from, target.type);
 }
 
-void Writer::noConversion(const SqlType &from, const SqlType &to) const
+void Writer::NoConversion(const SqlType &from, const SqlType &to) const
 {
-    throw Error(529, {kindName(from.kind), kindName(to.kind)});
+    throw Error(529, {KindName(from.kind), KindName(to.kind)});
 }
 
-QString Writer::fromInteger(const Operand &operand, const Target &target)
+QString Writer::FromInteger(const Operand &operand, const Target &target)
 {
     const SqlType &to = target.type;
     if (to.kind == Kind::Bit)
         return operand.type.kind == Kind::Bit ? operand.sql : u"bit_of(%1)"_s.arg(operand.sql);
-    if (to.isInteger())
-        return to.kind >= operand.type.kind ? operand.sql : u"int_fit(%1, %2)"_s.arg(operand.sql, kindNumber(to.kind));
-    if (to.isDecimal())
-        return u"dec_of_int(%1, %2)"_s.arg(operand.sql, sizes(to));
-    if (to.isReal())
+    if (to.IsInteger())
+        return to.kind >= operand.type.kind ? operand.sql : u"int_fit(%1, %2)"_s.arg(operand.sql, KindNumber(to.kind));
+    if (to.IsDecimal())
+        return u"dec_of_int(%1, %2)"_s.arg(operand.sql, Sizes(to));
+    if (to.IsReal())
         return u"CAST(%1 AS REAL)"_s.arg(operand.sql);
-    if (to.isText())
-        return numberText(u"text_of_int(%1)"_s.arg(operand.sql), operand.type, integerWidth(operand.type.kind), target);
+    if (to.IsText())
+        return NumberText(u"text_of_int(%1)"_s.arg(operand.sql), operand.type, IntegerWidth(operand.type.kind), target);
     if (to.kind == Kind::DateTime || to.kind == Kind::SmallDateTime)
-        return u"date_add('day', %1, '1900-01-01 00:00:00.000', %2)"_s.arg(operand.sql, kindNumber(to.kind));
-    noConversion(operand.type, to);
+        return u"date_add('day', %1, '1900-01-01 00:00:00.000', %2)"_s.arg(operand.sql, KindNumber(to.kind));
+    NoConversion(operand.type, to);
 }
 
-QString Writer::fromDecimal(const Operand &operand, const Target &target)
+QString Writer::FromDecimal(const Operand &operand, const Target &target)
 {
     const SqlType &to = target.type;
     const SqlType &from = operand.type;
     if (to.kind == Kind::Bit)
         return u"dec_to_bit(%1)"_s.arg(operand.sql);
-    if (to.isInteger())
-        return u"dec_to_int(%1, %2, %3)"_s.arg(operand.sql, number(from.scale), kindNumber(to.kind));
-    if (to.isDecimal()) {
+    if (to.IsInteger())
+        return u"dec_to_int(%1, %2, %3)"_s.arg(operand.sql, Number(from.scale), KindNumber(to.kind));
+    if (to.IsDecimal()) {
         const bool same = to.scale == from.scale && to.precision >= from.precision;
-        return same ? operand.sql : u"dec_rescale(%1, %2, %3)"_s.arg(operand.sql, number(from.scale), sizes(to));
+        return same ? operand.sql : u"dec_rescale(%1, %2, %3)"_s.arg(operand.sql, Number(from.scale), Sizes(to));
     }
-    if (to.isReal())
-        return u"dec_to_real(%1, %2)"_s.arg(operand.sql, number(from.scale));
-    if (to.isText()) {
+    if (to.IsReal())
+        return u"dec_to_real(%1, %2)"_s.arg(operand.sql, Number(from.scale));
+    if (to.IsText()) {
         const QString shown = from.kind == Kind::Money ? u"dec_text(dec_rescale(%1, 4, 38, 2), 2)"_s.arg(operand.sql)
-                                                       : u"dec_text(%1, %2)"_s.arg(operand.sql, number(from.scale));
-        return numberText(shown, from, from.precision + 3, target);
+                                                       : u"dec_text(%1, %2)"_s.arg(operand.sql, Number(from.scale));
+        return NumberText(shown, from, from.precision + 3, target);
     }
-    noConversion(from, to);
+    NoConversion(from, to);
 }
 
-QString Writer::fromReal(const Operand &operand, const Target &target)
+QString Writer::FromReal(const Operand &operand, const Target &target)
 {
     const SqlType &to = target.type;
     if (to.kind == Kind::Bit)
         return u"bit_of(%1)"_s.arg(operand.sql);
-    if (to.isInteger())
-        return u"int_of_real(%1, %2)"_s.arg(operand.sql, kindNumber(to.kind));
-    if (to.isDecimal())
-        return u"dec_of_real(%1, %2)"_s.arg(operand.sql, sizes(to));
-    if (to.isReal())
+    if (to.IsInteger())
+        return u"int_of_real(%1, %2)"_s.arg(operand.sql, KindNumber(to.kind));
+    if (to.IsDecimal())
+        return u"dec_of_real(%1, %2)"_s.arg(operand.sql, Sizes(to));
+    if (to.IsReal())
         return operand.sql;
-    if (to.isText())
-        return numberText(u"text_of_real(%1)"_s.arg(operand.sql), operand.type, RealWidth, target);
-    noConversion(operand.type, to);
+    if (to.IsText())
+        return NumberText(u"text_of_real(%1)"_s.arg(operand.sql), operand.type, RealWidth, target);
+    NoConversion(operand.type, to);
 }
 
-QString Writer::fromText(const Operand &operand, const Target &target)
+QString Writer::FromText(const Operand &operand, const Target &target)
 {
     const SqlType &to = target.type;
-    const QString source = kindNumber(operand.type.kind);
+    const QString source = KindNumber(operand.type.kind);
     if (to.kind == Kind::Bit)
         return u"bit_of_text(%1, %2)"_s.arg(operand.sql, source);
-    if (to.isInteger())
-        return u"int_of_text(%1, %2, %3)"_s.arg(operand.sql, kindNumber(to.kind), source);
-    if (to.isDecimal())
-        return u"dec_of_text(%1, %2, %3)"_s.arg(operand.sql, sizes(to), source);
-    if (to.isReal())
+    if (to.IsInteger())
+        return u"int_of_text(%1, %2, %3)"_s.arg(operand.sql, KindNumber(to.kind), source);
+    if (to.IsDecimal())
+        return u"dec_of_text(%1, %2, %3)"_s.arg(operand.sql, Sizes(to), source);
+    if (to.IsReal())
         return u"real_of_text(%1, %2)"_s.arg(operand.sql, source);
-    if (to.isDate())
-        return u"date_of_text(%1, %2, %3)"_s.arg(operand.sql, kindNumber(to.kind), source);
-    if (to.isText())
-        return fitted(operand.sql, operand.type, target);
-    if (to.isBinary())
+    if (to.IsDate())
+        return u"date_of_text(%1, %2, %3)"_s.arg(operand.sql, KindNumber(to.kind), source);
+    if (to.IsText())
+        return Fitted(operand.sql, operand.type, target);
+    if (to.IsBinary())
         return u"binary_of_text(%1)"_s.arg(operand.sql);
     if (to.kind == Kind::UniqueIdentifier)
         return operand.sql;
-    noConversion(operand.type, to);
+    NoConversion(operand.type, to);
 }
 
-QString Writer::fromDate(const Operand &operand, const Target &target)
+QString Writer::FromDate(const Operand &operand, const Target &target)
 {
     const SqlType &to = target.type;
-    if (to.isDate())
-        return u"date_fit(%1, %2)"_s.arg(operand.sql, kindNumber(to.kind));
-    if (to.isText())
-        return fitted(u"date_text(%1, %2, 0)"_s.arg(operand.sql, kindNumber(operand.type.kind)),
+    if (to.IsDate())
+        return u"date_fit(%1, %2)"_s.arg(operand.sql, KindNumber(to.kind));
+    if (to.IsText())
+        return Fitted(u"date_text(%1, %2, 0)"_s.arg(operand.sql, KindNumber(operand.type.kind)),
                       SqlType::text(Kind::VarChar, 30), target);
-    noConversion(operand.type, to);
+    NoConversion(operand.type, to);
 }
 
 /// The text of a number, which has to fit whole: cut digits would be another number.
-QString Writer::numberText(const QString &sql, const SqlType &from, int width, const Target &target)
+QString Writer::NumberText(const QString &sql, const SqlType &from, int width, const Target &target)
 {
     const SqlType &to = target.type;
     const bool fits = to.length == SqlType::Max || width <= to.length;
     const QString whole =
         fits ? sql
-             : u"number_text(%1, %2, %3, %4)"_s.arg(sql, number(to.length), kindNumber(from.kind), kindNumber(to.kind));
-    return to.isFixedText() ? u"text_pad(%1, %2)"_s.arg(whole, number(to.length)) : whole;
+             : u"number_text(%1, %2, %3, %4)"_s.arg(sql, Number(to.length), KindNumber(from.kind), KindNumber(to.kind));
+    return to.IsFixedText() ? u"text_pad(%1, %2)"_s.arg(whole, Number(to.length)) : whole;
 }
 
 /// A text of type `from` brought to the length of the target: refused when it goes to a column, cut otherwise.
-QString Writer::fitted(const QString &sql, const SqlType &from, const Target &target)
+QString Writer::Fitted(const QString &sql, const SqlType &from, const Target &target)
 {
     const SqlType &to = target.type;
     if (to.length == SqlType::Max)
@@ -253,12 +253,12 @@ QString Writer::fitted(const QString &sql, const SqlType &from, const Target &ta
     const bool fits = from.length != SqlType::Max && from.length <= to.length;
     QString result = sql;
     if (!fits && target.conversion == Conversion::Assign)
-        result = u"text_fit(%1, %2, %3, %4)"_s.arg(sql, number(to.length), quotedText(target.table),
-                                                   quotedText(target.column));
+        result = u"text_fit(%1, %2, %3, %4)"_s.arg(sql, Number(to.length), QuotedText(target.table),
+                                                   QuotedText(target.column));
     else if (!fits)
-        result = u"text_cut(%1, %2)"_s.arg(sql, number(to.length));
-    if (to.isFixedText())
-        result = u"text_pad(%1, %2)"_s.arg(result, number(to.length));
+        result = u"text_cut(%1, %2)"_s.arg(sql, Number(to.length));
+    if (to.IsFixedText())
+        result = u"text_pad(%1, %2)"_s.arg(result, Number(to.length));
     return result;
 }
 

@@ -11,24 +11,24 @@ namespace {
 
 /// The schema part of a SQLite name with its point ("temp."), spelt out for permanent tables too: without it,
 /// sqlite_sequence is the one of the temporary tables.
-QString schemaOf(const Table &table)
+QString SchemaOf(const Table &table)
 {
     return table.sqliteName.startsWith(u'"') ? u"main."_s : table.sqliteName.section(u'.', 0, 0) + u'.';
 }
 
 /// The name of the table within its SQLite schema, quoted.
-QString plainName(const Table &table)
+QString PlainName(const Table &table)
 {
     return table.sqliteName.startsWith(u'"') ? table.sqliteName : table.sqliteName.section(u'.', 1);
 }
 
 /// Index names belong to their table; SQLite has one room for all of them.
-QString indexName(const Table &table, const QString &index)
+QString IndexName(const Table &table, const QString &index)
 {
-    return schemaOf(table) + quotedName(table.name.key() + u'.' + index.toCaseFolded());
+    return SchemaOf(table) + QuotedName(table.name.KeyText() + u'.' + index.toCaseFolded());
 }
 
-QString actionText(const QString &event, KeyAction action)
+QString ActionText(const QString &event, KeyAction action)
 {
     switch (action) {
     case KeyAction::NoAction:
@@ -46,14 +46,14 @@ QString actionText(const QString &event, KeyAction action)
 /// To the server two NULLs in a unique key are the same, to SQLite they differ. The rows that have one get a second
 /// unique index, in which NULL is a value; it is empty as long as there are none. Nothing when no column of the key may
 /// be NULL. `where` is the condition of a filtered index, or empty.
-QString nullsIndex(const Table &table, const QString &index, const std::vector<QString> &columns,
+QString NullsIndex(const Table &table, const QString &index, const std::vector<QString> &columns,
                    const QString &where = {})
 {
     QStringList keys;
     QStringList nulls;
     for (const QString &name : columns) {
-        const QString column = quotedName(name);
-        if (!table.columns[static_cast<std::size_t>(table.column(name))].nullable) {
+        const QString column = QuotedName(name);
+        if (!table.columns[static_cast<std::size_t>(table.IndexOf(name))].nullable) {
             keys += column;
             continue;
         }
@@ -65,120 +65,120 @@ QString nullsIndex(const Table &table, const QString &index, const std::vector<Q
     QString condition = u'(' + nulls.join(u" OR "_s) + u')';
     if (!where.isEmpty())
         condition += u" AND (%1)"_s.arg(where);
-    return u"CREATE UNIQUE INDEX %1 ON %2 (%3) WHERE %4"_s.arg(indexName(table, index + QLatin1String(NullsSuffix)),
-                                                               plainName(table), keys.join(u", "_s), condition);
+    return u"CREATE UNIQUE INDEX %1 ON %2 (%3) WHERE %4"_s.arg(IndexName(table, index + QLatin1String(NullsSuffix)),
+                                                               PlainName(table), keys.join(u", "_s), condition);
 }
 
 /// Columns compare as the database does.
-void refuseCollations(const std::vector<ColumnDefinition> &columns, int line)
+void RefuseCollations(const std::vector<ColumnDefinition> &columns, int line)
 {
     for (const ColumnDefinition &column : columns) {
-        if (!column.collation.isEmpty() && collationNamed(column.collation) != Collation::Plain)
-            throw notSupported(u"COLLATE %1 of a column"_s.arg(column.collation), line);
+        if (!column.collation.isEmpty() && CollationNamed(column.collation) != Collation::Plain)
+            throw NotSupported(u"COLLATE %1 of a column"_s.arg(column.collation), line);
     }
 }
 
 /// The name of a unique key that may have been given none.
-QString keyName(const TableConstraint &constraint)
+QString KeyName(const TableConstraint &constraint)
 {
     return constraint.name.isEmpty() ? constraint.columns.front() : constraint.name;
 }
 
 } // namespace
 
-bool isReferenced(const Table &table, const Catalogue &catalogue, const QSet<QString> &dropped)
+bool IsReferenced(const Table &table, const Catalogue &catalogue, const QSet<QString> &dropped)
 {
-    const QString key = table.name.key();
-    for (const ObjectName &name : catalogue.tableNames()) {
-        if (name.key() == key || dropped.contains(name.key()))
+    const QString key = table.name.KeyText();
+    for (const ObjectName &name : catalogue.TableNames()) {
+        if (name.KeyText() == key || dropped.contains(name.KeyText()))
             continue;
-        for (const Reference &reference : catalogue.table(name)->references) {
-            if (reference.key.table.key() == key)
+        for (const Reference &reference : catalogue.FindTable(name)->references) {
+            if (reference.key.table.KeyText() == key)
                 return true;
         }
     }
     return false;
 }
 
-Scope Writer::columnScope(const Table &table) const
+Scope Writer::ColumnScope(const Table &table) const
 {
     Scope scope;
-    scope.sources.push_back(tableSource(table, {}, {}));
+    scope.sources.push_back(SourceOf(table, {}, {}));
     return scope;
 }
 
-QString Writer::columnText(const Table &table, const Column &column, bool withDefault)
+QString Writer::ColumnText(const Table &table, const Column &column, bool withDefault)
 {
-    QString text = quotedName(column.name) + u' ' + storageName(column.type);
-    const bool rowid = sameName(column.name, table.rowidColumn);
+    QString text = QuotedName(column.name) + u' ' + StorageName(column.type);
+    const bool rowid = SameName(column.name, table.rowidColumn);
     if (rowid)
         text += column.identity ? u" PRIMARY KEY AUTOINCREMENT"_s : u" PRIMARY KEY"_s;
     if (!column.nullable)
         text += u" NOT NULL"_s;
     // Inserts spell defaults out; SQLite needs one only to fill a new column of existing rows.
     if (withDefault && column.defaultValue && !column.nullable)
-        text += u" DEFAULT %1"_s.arg(defaultText(column, table, u"ALTER TABLE"_s));
+        text += u" DEFAULT %1"_s.arg(DefaultText(column, table, u"ALTER TABLE"_s));
     return text;
 }
 
-QString Writer::foreignKeyText(const Table &table, const ForeignKey &key)
+QString Writer::ForeignKeyText(const Table &table, const ForeignKey &key)
 {
-    const bool self = key.table.key() == table.name.key();
-    const std::shared_ptr<const Table> referenced = m_catalogue.table(key.table);
+    const bool self = key.table.KeyText() == table.name.KeyText();
+    const std::shared_ptr<const Table> referenced = m_catalogue.FindTable(key.table);
     if (!referenced && !self)
-        throw Error(1767, {key.table.display()});
+        throw Error(1767, {key.table.Display()});
     const Table &target = self ? table : *referenced;
     const std::vector<QString> &targets = key.targets.empty() ? target.primaryKey : key.targets;
     if (targets.size() != key.columns.size())
-        throw Error(8139, {table.name.display()});
+        throw Error(8139, {table.name.Display()});
     return u"FOREIGN KEY (%1) REFERENCES %2 (%3)%4%5"_s.arg(
-        nameListText(key.columns), plainName(target), nameListText(targets), actionText(u"DELETE"_s, key.onDelete),
-        actionText(u"UPDATE"_s, key.onUpdate));
+        NameListText(key.columns), PlainName(target), NameListText(targets), ActionText(u"DELETE"_s, key.onDelete),
+        ActionText(u"UPDATE"_s, key.onUpdate));
 }
 
-QString Writer::constraintText(const Table &table, const TableConstraint &constraint)
+QString Writer::ConstraintText(const Table &table, const TableConstraint &constraint)
 {
     switch (constraint.kind) {
     case TableConstraint::Kind::PrimaryKey:
-        if (constraint.columns.size() == 1 && sameName(constraint.columns.front(), table.rowidColumn))
+        if (constraint.columns.size() == 1 && SameName(constraint.columns.front(), table.rowidColumn))
             return {};
-        return u"UNIQUE (%1)"_s.arg(nameListText(constraint.columns));
+        return u"UNIQUE (%1)"_s.arg(NameListText(constraint.columns));
     case TableConstraint::Kind::Unique:
-        return u"UNIQUE (%1)"_s.arg(nameListText(constraint.columns));
+        return u"UNIQUE (%1)"_s.arg(NameListText(constraint.columns));
     case TableConstraint::Kind::Check: {
         const Constants constants(*this, true);
-        const Scope scope = columnScope(table);
-        return u"CONSTRAINT %1 CHECK (%2)"_s.arg(quotedName(checkName(table.name, constraint)),
-                                                 conditionText(*constraint.value, scope));
+        const Scope scope = ColumnScope(table);
+        return u"CONSTRAINT %1 CHECK (%2)"_s.arg(QuotedName(CheckName(table.name, constraint)),
+                                                 ConditionText(*constraint.value, scope));
     }
     case TableConstraint::Kind::ForeignKey:
         // Temporary tables carry no foreign keys; the server only warns.
-        return table.name.isTemporary() ? QString() : foreignKeyText(table, constraint.foreignKey);
+        return table.name.IsTemporary() ? QString() : ForeignKeyText(table, constraint.foreignKey);
     case TableConstraint::Kind::Default:
         return {};
     }
     return {};
 }
 
-void Writer::createTable(const CreateTableStatement &statement)
+void Writer::WriteCreateTable(const CreateTableStatement &statement)
 {
-    if (!m_catalogue.hasSchema(statement.table.schema))
+    if (!m_catalogue.HasSchema(statement.table.schema))
         throw Error(2760, {statement.table.schema}, statement.line);
-    if (m_catalogue.table(statement.table) || m_catalogue.view(statement.table))
+    if (m_catalogue.FindTable(statement.table) || m_catalogue.FindView(statement.table))
         throw Error(2714, {statement.table.name}, statement.line);
-    refuseCollations(statement.columns, statement.line);
-    const std::shared_ptr<Table> table = makeTable(statement);
+    RefuseCollations(statement.columns, statement.line);
+    const std::shared_ptr<Table> table = MakeTable(statement);
     for (const Column &column : table->columns) {
         if (column.defaultValue)
-            defaultText(column, *table, u"CREATE TABLE"_s); // refuses what could never be inserted
+            DefaultText(column, *table, u"CREATE TABLE"_s); // refuses what could never be inserted
     }
     m_out = Compiled();
     m_inline = true;
     QStringList parts;
     for (const Column &column : table->columns)
-        parts += columnText(*table, column, false);
+        parts += ColumnText(*table, column, false);
     for (const TableConstraint &constraint : statement.constraints) {
-        const QString text = constraintText(*table, constraint);
+        const QString text = ConstraintText(*table, constraint);
         if (!text.isEmpty())
             parts += text;
     }
@@ -186,50 +186,50 @@ void Writer::createTable(const CreateTableStatement &statement)
     for (const TableConstraint &constraint : statement.constraints) {
         if (constraint.kind != TableConstraint::Kind::Unique)
             continue;
-        const QString index = nullsIndex(*table, keyName(constraint), constraint.columns);
+        const QString index = NullsIndex(*table, KeyName(constraint), constraint.columns);
         if (!index.isEmpty())
             m_out.then.push_back(index);
     }
-    const Column *identity = table->identityColumn();
+    const Column *identity = table->IdentityColumn();
     if (identity != nullptr && identity->seed != 1)
         m_out.then.push_back(u"INSERT INTO %1sqlite_sequence(name, seq) VALUES (%2, %3)"_s.arg(
-            schemaOf(*table), quotedText(plainName(*table).sliced(1).chopped(1)), QString::number(identity->seed - 1)));
+            SchemaOf(*table), QuotedText(PlainName(*table).sliced(1).chopped(1)), QString::number(identity->seed - 1)));
     m_out.writes = true;
     m_out.definition = true;
     m_out.cacheable = false;
     m_out.countsRows = false;
 }
 
-void Writer::createIndex(const CreateIndexStatement &statement)
+void Writer::WriteCreateIndex(const CreateIndexStatement &statement)
 {
-    const std::shared_ptr<const Table> table = writableTable(statement.table, statement.line);
+    const std::shared_ptr<const Table> table = WritableTable(statement.table, statement.line);
     m_inline = true;
     QStringList columns;
     std::vector<QString> names;
     for (const OrderItem &item : statement.columns) {
-        if (table->column(item.value->name) < 0)
+        if (table->IndexOf(item.value->name) < 0)
             throw Error(1911, {item.value->name}, statement.line);
         names.push_back(item.value->name);
-        columns += quotedName(item.value->name) + (item.descending ? u" DESC"_s : QString());
+        columns += QuotedName(item.value->name) + (item.descending ? u" DESC"_s : QString());
     }
     for (const QString &name : statement.include) {
-        if (table->column(name) < 0)
+        if (table->IndexOf(name) < 0)
             throw Error(1911, {name}, statement.line);
         // Included columns ride along at the end, where they decide nothing unless the index is unique.
         if (!statement.unique)
-            columns += quotedName(name);
+            columns += QuotedName(name);
     }
     QString where;
     if (statement.where) {
         const Constants constants(*this, true);
-        const Scope scope = columnScope(*table);
-        where = conditionText(*statement.where, scope);
+        const Scope scope = ColumnScope(*table);
+        where = ConditionText(*statement.where, scope);
     }
     m_out.sql = u"CREATE %1INDEX %2 ON %3 (%4)"_s.arg(statement.unique ? u"UNIQUE "_s : QString(),
-                                                      indexName(*table, statement.name), plainName(*table),
+                                                      IndexName(*table, statement.name), PlainName(*table),
                                                       columns.join(u", "_s)) +
                 (where.isEmpty() ? QString() : u" WHERE "_s + where);
-    const QString nulls = statement.unique ? nullsIndex(*table, statement.name, names, where) : QString();
+    const QString nulls = statement.unique ? NullsIndex(*table, statement.name, names, where) : QString();
     if (!nulls.isEmpty())
         m_out.then.push_back(nulls);
     m_out.writes = true;
@@ -239,7 +239,7 @@ void Writer::createIndex(const CreateIndexStatement &statement)
 }
 
 /// ALTER TABLE … ADD of a key, as indexes; nothing for a default, which only the catalogue knows.
-QStringList Writer::addedConstraint(const Table &table, const TableConstraint &constraint) const
+QStringList Writer::AddedConstraint(const Table &table, const TableConstraint &constraint) const
 {
     using Kind = TableConstraint::Kind;
     if (constraint.kind == Kind::Default)
@@ -247,44 +247,44 @@ QStringList Writer::addedConstraint(const Table &table, const TableConstraint &c
     if (constraint.kind != Kind::Unique && constraint.kind != Kind::PrimaryKey)
         throw Error(wording::AddedConstraint);
     QStringList steps = {u"CREATE UNIQUE INDEX %1 ON %2 (%3)"_s.arg(
-        indexName(table, keyName(constraint)), plainName(table), nameListText(constraint.columns))};
-    const QString nulls = nullsIndex(table, keyName(constraint), constraint.columns);
+        IndexName(table, KeyName(constraint)), PlainName(table), NameListText(constraint.columns))};
+    const QString nulls = NullsIndex(table, KeyName(constraint), constraint.columns);
     if (!nulls.isEmpty())
         steps += nulls;
     return steps;
 }
 
-void Writer::alterTable(const AlterTableStatement &statement)
+void Writer::WriteAlterTable(const AlterTableStatement &statement)
 {
-    const std::shared_ptr<const Table> table = m_catalogue.table(statement.table);
+    const std::shared_ptr<const Table> table = m_catalogue.FindTable(statement.table);
     if (!table)
-        throw Error(4902, {statement.table.display()}, statement.line);
+        throw Error(4902, {statement.table.Display()}, statement.line);
     m_inline = true;
     m_out.writes = true;
     m_out.definition = true;
     m_out.cacheable = false;
     m_out.countsRows = false;
-    refuseCollations(statement.columns, statement.line);
+    RefuseCollations(statement.columns, statement.line);
     std::vector<QString> steps;
     if (statement.action == AlterTableStatement::Action::DropConstraint)
         throw Error(wording::DroppedConstraint, {}, statement.line);
     if (statement.action == AlterTableStatement::Action::DropColumn) {
         for (const QString &name : statement.names)
-            steps.push_back(u"ALTER TABLE %1 DROP COLUMN %2"_s.arg(table->sqliteName, quotedName(name)));
+            steps.push_back(u"ALTER TABLE %1 DROP COLUMN %2"_s.arg(table->sqliteName, QuotedName(name)));
     }
     Catalogue changed = m_catalogue;
-    changed.apply(statement);
-    const std::shared_ptr<const Table> after = changed.table(statement.table);
+    changed.Apply(statement);
+    const std::shared_ptr<const Table> after = changed.FindTable(statement.table);
     for (const ColumnDefinition &column : statement.columns) {
         if (column.identity)
             throw Error(wording::AddedIdentity, {}, statement.line);
-        const Column &added = after->columns[static_cast<std::size_t>(after->column(column.name))];
+        const Column &added = after->columns[static_cast<std::size_t>(after->IndexOf(column.name))];
         if (!added.nullable && !added.defaultValue)
-            throw Error(4901, {column.name, table->name.display()}, statement.line);
-        steps.push_back(u"ALTER TABLE %1 ADD COLUMN %2"_s.arg(table->sqliteName, columnText(*after, added, true)));
+            throw Error(4901, {column.name, table->name.Display()}, statement.line);
+        steps.push_back(u"ALTER TABLE %1 ADD COLUMN %2"_s.arg(table->sqliteName, ColumnText(*after, added, true)));
     }
     for (const TableConstraint &constraint : statement.constraints) {
-        for (const QString &step : addedConstraint(*table, constraint))
+        for (const QString &step : AddedConstraint(*table, constraint))
             steps.push_back(step);
     }
     if (!steps.empty()) {
@@ -293,7 +293,7 @@ void Writer::alterTable(const AlterTableStatement &statement)
     }
 }
 
-void Writer::drop(const DropStatement &statement)
+void Writer::WriteDrop(const DropStatement &statement)
 {
     using What = DropStatement::What;
     m_out.writes = true;
@@ -304,25 +304,25 @@ void Writer::drop(const DropStatement &statement)
     if (statement.what == What::Table) {
         QSet<QString> dropped;
         for (const ObjectName &name : statement.names) {
-            const std::shared_ptr<const Table> table = m_catalogue.table(name);
-            if (table && isReferenced(*table, m_catalogue, dropped))
-                throw Error(3726, {name.display()}, statement.line);
-            dropped.insert(name.key());
+            const std::shared_ptr<const Table> table = m_catalogue.FindTable(name);
+            if (table && IsReferenced(*table, m_catalogue, dropped))
+                throw Error(3726, {name.Display()}, statement.line);
+            dropped.insert(name.KeyText());
             if (table)
                 steps.push_back(u"DROP TABLE %1"_s.arg(table->sqliteName));
             else if (!statement.ifExists)
-                throw Error(wording::NoTableToDrop, {name.display()}, statement.line);
+                throw Error(wording::NoTableToDrop, {name.Display()}, statement.line);
         }
     } else if (statement.what == What::Index) {
-        const std::shared_ptr<const Table> table = writableTable(statement.onTable, statement.line);
+        const std::shared_ptr<const Table> table = WritableTable(statement.onTable, statement.line);
         for (const ObjectName &name : statement.names) {
-            steps.push_back(u"DROP INDEX IF EXISTS "_s + indexName(*table, name.name + QLatin1String(NullsSuffix)));
+            steps.push_back(u"DROP INDEX IF EXISTS "_s + IndexName(*table, name.name + QLatin1String(NullsSuffix)));
             steps.push_back((statement.ifExists ? u"DROP INDEX IF EXISTS "_s : u"DROP INDEX "_s) +
-                            indexName(*table, name.name));
+                            IndexName(*table, name.name));
         }
     } else {
         Catalogue changed = m_catalogue;
-        changed.apply(statement);
+        changed.Apply(statement);
     }
     if (!steps.empty()) {
         m_out.sql = steps.front();
@@ -331,21 +331,21 @@ void Writer::drop(const DropStatement &statement)
 }
 
 /// Views, procedures, functions and schemas live in the catalogue only; a view has to make sense already.
-void Writer::module(const Statement &statement)
+void Writer::Module(const Statement &statement)
 {
     Catalogue changed = m_catalogue;
-    changed.apply(statement);
+    changed.Apply(statement);
     if (statement.kind == StatementKind::CreateView) {
-        const auto &view = as<CreateViewStatement>(statement);
-        refuseOrder(view.query);
-        const QueryText text = moduleQuery(view.query, view.columns);
+        const auto &view = As<CreateViewStatement>(statement);
+        RefuseOrder(view.query);
+        const QueryText text = ModuleQuery(view.query, view.columns);
         for (const ResultColumn &column : text.columns) {
             if (column.name.isEmpty())
                 throw Error(4511, {}, statement.line);
         }
     }
     if (statement.kind == StatementKind::CreateFunction)
-        refuseOrder(as<CreateFunctionStatement>(statement).query);
+        RefuseOrder(As<CreateFunctionStatement>(statement).query);
     m_out = Compiled();
     m_out.writes = true;
     m_out.definition = true;

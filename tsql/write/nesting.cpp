@@ -21,7 +21,7 @@ constexpr int WrapFrom = 15;    ///< expressions above stay open to the planner,
 
 enum class Form : quint8 { Root, Parentheses, Call, Aggregate, Case, Cast, List, Join, Query, Source };
 
-int costOf(Form form)
+int CostOf(Form form)
 {
     static constexpr std::array<int, 10> costs = {0, 4, 7, 7, 8, 5, 5, 4, 10, 9};
     return costs[size_t(form)];
@@ -40,21 +40,21 @@ struct Group
     bool values = false;     ///< the last keyword was VALUES: rows follow
     std::vector<Group> groups;
 
-    bool movable() const
+    bool Movable() const
     {
         const bool value = form == Form::Parentheses || form == Form::Call || form == Form::Case || form == Form::Cast;
         return value && !aggregates && (compares || !collates);
     }
 };
 
-bool isWordCharacter(char c)
+bool IsWordCharacter(char c)
 {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' || c == '?' ||
            static_cast<unsigned char>(c) >= 0x80;
 }
 
 /** The next token of the writer's text from `at` on: a word, a quoted name or text, a character; empty at the end. */
-View tokenAt(View text, size_t at)
+View TokenAt(View text, size_t at)
 {
     at = text.find_first_not_of(" \n", at);
     if (at == View::npos)
@@ -64,41 +64,41 @@ View tokenAt(View text, size_t at)
     if (first == '\'' || first == '"') {
         // A doubled quote is two texts side by side here, which comes to the same.
         end = text.find(first, end) + 1;
-    } else if (isWordCharacter(first)) {
-        while (end < text.size() && isWordCharacter(text[end]))
+    } else if (IsWordCharacter(first)) {
+        while (end < text.size() && IsWordCharacter(text[end]))
             ++end;
     }
     return text.substr(at, end - at);
 }
 
-bool oneOf(View word, std::initializer_list<View> words)
+bool OneOf(View word, std::initializer_list<View> words)
 {
     return std::find(words.begin(), words.end(), word) != words.end();
 }
 
-bool isAggregateName(View name)
+bool IsAggregateName(View name)
 {
-    return oneOf(name, {"count", "min", "max", "sum", "total", "avg", "dec_sum", "dec_avg", "int_sum", "int_avg",
+    return OneOf(name, {"count", "min", "max", "sum", "total", "avg", "dec_sum", "dec_avg", "int_sum", "int_avg",
                         "tsql_single", "tsql_xml_agg", "tsql_string_agg"});
 }
 
 /** Keywords are written in capitals, functions in small letters. */
-bool isFunctionName(View word)
+bool IsFunctionName(View word)
 {
     return !word.empty() && word[0] >= 'a' && word[0] <= 'z';
 }
 
-Form formOf(View before, View next, const Group &around)
+Form FormOf(View before, View next, const Group &around)
 {
-    if (oneOf(next, {"SELECT", "WITH"}))
-        return oneOf(before, {"FROM", "JOIN"}) ? Form::Source : Form::Query;
-    if (isFunctionName(before))
-        return isAggregateName(before) ? Form::Aggregate : Form::Call;
+    if (OneOf(next, {"SELECT", "WITH"}))
+        return OneOf(before, {"FROM", "JOIN"}) ? Form::Source : Form::Query;
+    if (IsFunctionName(before))
+        return IsAggregateName(before) ? Form::Aggregate : Form::Call;
     if (before == "CAST")
         return Form::Cast;
-    if (oneOf(before, {"FROM", "JOIN"}))
+    if (OneOf(before, {"FROM", "JOIN"}))
         return Form::Join;
-    const bool list = oneOf(before, {"IN", "VALUES", "OVER"}) || (before == "," && around.values) ||
+    const bool list = OneOf(before, {"IN", "VALUES", "OVER"}) || (before == "," && around.values) ||
                       (!before.empty() && before[0] == '"');
     return list ? Form::List : Form::Parentheses;
 }
@@ -109,50 +109,50 @@ class Reader
 public:
     explicit Reader(View text) : m_text(text) {}
 
-    Group read()
+    Group Read()
     {
         Group root;
         root.end = m_text.size();
-        inner(root);
+        WriteInner(root);
         return root;
     }
 
 private:
-    void inner(Group &group)
+    void WriteInner(Group &group)
     {
         View before;
-        for (View token = tokenAt(m_text, m_at); !token.empty(); token = tokenAt(m_text, m_at)) {
+        for (View token = TokenAt(m_text, m_at); !token.empty(); token = TokenAt(m_text, m_at)) {
             const auto begin = size_t(token.data() - m_text.data());
             m_at = begin + token.size();
-            const bool call = token == "(" && (isFunctionName(before) || before == "CAST");
+            const bool call = token == "(" && (IsFunctionName(before) || before == "CAST");
             if (token == ")" || token == "END") {
                 group.end = m_at;
                 return;
             }
             if (token == "(" || token == "CASE") {
                 Group one;
-                one.form = token == "CASE" ? Form::Case : formOf(before, tokenAt(m_text, m_at), group);
+                one.form = token == "CASE" ? Form::Case : FormOf(before, TokenAt(m_text, m_at), group);
                 one.begin = call ? size_t(before.data() - m_text.data()) : begin;
-                inner(one);
-                add(group, std::move(one));
+                WriteInner(one);
+                Add(group, std::move(one));
             } else if (token == "COLLATE") {
                 group.collates = true;
-            } else if (oneOf(token, {"=", "<", ">", "IS"})) {
+            } else if (OneOf(token, {"=", "<", ">", "IS"})) {
                 group.compares = true;
-            } else if (oneOf(token, {"VALUES", "SELECT"})) {
+            } else if (OneOf(token, {"VALUES", "SELECT"})) {
                 group.values = token == "VALUES";
             }
             before = token;
         }
     }
 
-    void add(Group &group, Group one) const
+    void Add(Group &group, Group one) const
     {
-        if (one.form == Form::Call && tokenAt(m_text, m_at) == "OVER")
+        if (one.form == Form::Call && TokenAt(m_text, m_at) == "OVER")
             one.form = Form::Aggregate;
         const bool own = one.form != Form::Query && one.form != Form::Source;
         group.aggregates = group.aggregates || one.form == Form::Aggregate || (own && one.aggregates);
-        group.height = std::max(group.height, costOf(one.form) + one.height);
+        group.height = std::max(group.height, CostOf(one.form) + one.height);
         group.groups.push_back(std::move(one));
     }
 
@@ -168,11 +168,11 @@ public:
 
     QByteArray text()
     {
-        const Group root = Reader({m_sql.constData(), size_t(m_sql.size())}).read();
+        const Group root = Reader({m_sql.constData(), size_t(m_sql.size())}).Read();
         QByteArrayList tables;
         const bool definition = m_sql.startsWith("CREATE") || m_sql.startsWith("ALTER");
-        const Piece piece = inner(root, 0, nullptr, definition ? nullptr : &tables);
-        return withTables(piece.text, tables);
+        const Piece piece = WriteInner(root, 0, nullptr, definition ? nullptr : &tables);
+        return WithTables(piece.text, tables);
     }
 
 private:
@@ -182,9 +182,9 @@ private:
         int height = 0;
     };
 
-    QByteArray name() { return "\"deep " + QByteArray::number(++m_names) + '"'; }
+    QByteArray Name() { return "\"deep " + QByteArray::number(++m_names) + '"'; }
 
-    static QByteArray withTables(const QByteArray &query, const QByteArrayList &tables)
+    static QByteArray WithTables(const QByteArray &query, const QByteArrayList &tables)
     {
         if (tables.isEmpty())
             return query;
@@ -199,13 +199,13 @@ private:
      * The text of a group with its inner groups, from `depth` entries on. `values` takes expressions out of the one
      * around them, `tables` derived tables out of their query; each is null where there is no such place.
      */
-    Piece inner(const Group &group, int depth, QByteArrayList *values, QByteArrayList *tables)
+    Piece WriteInner(const Group &group, int depth, QByteArrayList *values, QByteArrayList *tables)
     {
         Piece whole;
         size_t at = group.begin;
         for (const Group &one : group.groups) {
             whole.text += m_sql.mid(qsizetype(at), qsizetype(one.begin - at));
-            const Piece piece = moved(one, depth, values, tables);
+            const Piece piece = Moved(one, depth, values, tables);
             whole.text += piece.text;
             whole.height = std::max(whole.height, piece.height);
             at = one.end;
@@ -215,61 +215,62 @@ private:
     }
 
     /** A group as it stands for itself in the text around it; its height counts what it costs. */
-    Piece moved(const Group &group, int depth, QByteArrayList *values, QByteArrayList *tables)
+    Piece Moved(const Group &group, int depth, QByteArrayList *values, QByteArrayList *tables)
     {
-        const int cost = costOf(group.form);
+        const int cost = CostOf(group.form);
         if (depth + cost + group.height <= Deepest && !values)
             return {m_sql.mid(qsizetype(group.begin), qsizetype(group.end - group.begin)), cost + group.height};
         if (group.form == Form::Query || (group.form == Form::Source && !tables))
-            return query(group, depth);
+            return WriteQuery(group, depth);
         if (group.form == Form::Source) {
-            const QByteArray table = name();
+            const QByteArray table = Name();
             // Common tables of its own are known to its inner ones only.
             const bool closed = m_sql.mid(qsizetype(group.begin), 5) == "(WITH";
-            const Piece piece = closed ? query(group, CommonDepth) : inner(group, CommonDepth, nullptr, tables);
+            const Piece piece =
+                closed ? WriteQuery(group, CommonDepth) : WriteInner(group, CommonDepth, nullptr, tables);
             tables->append(table + " AS " + piece.text);
             return {table, 1};
         }
-        if (group.movable() && values)
-            return value(group, depth, *values, tables);
-        if (group.movable() && depth >= WrapFrom)
-            return wrapped(group, depth, tables);
-        Piece piece = inner(group, depth + cost, group.form == Form::Aggregate ? nullptr : values, tables);
+        if (group.Movable() && values)
+            return WriteValue(group, depth, *values, tables);
+        if (group.Movable() && depth >= WrapFrom)
+            return Wrapped(group, depth, tables);
+        Piece piece = WriteInner(group, depth + cost, group.form == Form::Aggregate ? nullptr : values, tables);
         piece.height += cost;
         return piece;
     }
 
-    Piece query(const Group &group, int depth)
+    Piece WriteQuery(const Group &group, int depth)
     {
-        const int cost = costOf(group.form);
+        const int cost = CostOf(group.form);
         QByteArrayList tables;
-        const Piece piece = inner(group, depth + cost, nullptr, &tables);
+        const Piece piece = WriteInner(group, depth + cost, nullptr, &tables);
         const QByteArray text = piece.text.mid(1, piece.text.size() - 2);
-        return {'(' + withTables(text, tables) + ')', piece.height + cost};
+        return {'(' + WithTables(text, tables) + ')', piece.height + cost};
     }
 
-    Piece value(const Group &group, int depth, QByteArrayList &values, QByteArrayList *tables)
+    Piece WriteValue(const Group &group, int depth, QByteArrayList &values, QByteArrayList *tables)
     {
-        const int cost = costOf(group.form);
-        Piece piece = inner(group, depth + cost, &values, tables);
+        const int cost = CostOf(group.form);
+        Piece piece = WriteInner(group, depth + cost, &values, tables);
         piece.height += cost;
         if (piece.height <= ChunkDepth)
             return piece;
-        const QByteArray table = name();
+        const QByteArray table = Name();
         values.append(table + "(v) AS (SELECT " + piece.text + ')');
-        return {"(SELECT v FROM " + table + ')', costOf(Form::Query)};
+        return {"(SELECT v FROM " + table + ')', CostOf(Form::Query)};
     }
 
     /** An expression with the ones in it that are too deep in front of it. */
-    Piece wrapped(const Group &group, int depth, QByteArrayList *tables)
+    Piece Wrapped(const Group &group, int depth, QByteArrayList *tables)
     {
-        const int cost = costOf(group.form);
+        const int cost = CostOf(group.form);
         QByteArrayList values;
-        Piece piece = inner(group, depth + cost, &values, tables);
+        Piece piece = WriteInner(group, depth + cost, &values, tables);
         piece.height += cost;
         if (values.isEmpty())
             return piece;
-        return {'(' + withTables("SELECT " + piece.text, values) + ')', piece.height + costOf(Form::Query)};
+        return {'(' + WithTables("SELECT " + piece.text, values) + ')', piece.height + CostOf(Form::Query)};
     }
 
     QByteArray m_sql;
@@ -278,7 +279,7 @@ private:
 
 } // namespace
 
-QByteArray flattened(const QByteArray &sql)
+QByteArray Flattened(const QByteArray &sql)
 {
     return Flattener(sql).text();
 }

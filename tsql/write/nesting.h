@@ -10,6 +10,6 @@ namespace tsql {
  * inner expressions common tables of a subquery that stands for the outer one. Both see the same columns there and are
  * carried out where they were. What may not be moved (an aggregate, a subquery, a definition) stays where it is.
  */
-QByteArray flattened(const QByteArray &sql);
+QByteArray Flattened(const QByteArray &sql);
 
 } // namespace tsql

@@ -13,35 +13,35 @@ namespace {
 const SqlType name128 = SqlType::text(Kind::NVarChar, 128);
 const SqlType number{Kind::Int};
 
-QString rowOf(const QStringList &fields)
+QString RowOf(const QStringList &fields)
 {
     return u'(' + fields.join(u", "_s) + u')';
 }
 
-QString schemaOf(const ObjectName &name)
+QString SchemaOf(const ObjectName &name)
 {
-    return quotedText(name.schema.isEmpty() ? u"dbo"_s : name.schema);
+    return QuotedText(name.schema.isEmpty() ? u"dbo"_s : name.schema);
 }
 
-bool isLasting(const ObjectName &name)
+bool IsLasting(const ObjectName &name)
 {
     return !name.name.startsWith(u'#') && !name.name.startsWith(u'@');
 }
 
-void addNames(const std::vector<ObjectName> &names, const QString &kind, QStringList &rows)
+void AddNames(const std::vector<ObjectName> &names, const QString &kind, QStringList &rows)
 {
     for (const ObjectName &name : names) {
-        if (isLasting(name))
-            rows += rowOf({schemaOf(name), quotedText(name.name), quotedText(kind)});
+        if (IsLasting(name))
+            rows += RowOf({SchemaOf(name), QuotedText(name.name), QuotedText(kind)});
     }
 }
 
-QString dataType(Kind kind)
+QString DataType(Kind kind)
 {
-    return quotedText(kind == Kind::Decimal ? u"decimal"_s : kindName(kind));
+    return QuotedText(kind == Kind::Decimal ? u"decimal"_s : KindName(kind));
 }
 
-QString precisionOf(const SqlType &type)
+QString PrecisionOf(const SqlType &type)
 {
     switch (type.kind) {
     case Kind::TinyInt:
@@ -57,26 +57,26 @@ QString precisionOf(const SqlType &type)
     case Kind::Float:
         return u"53"_s;
     default:
-        return type.isDecimal() ? QString::number(type.precision) : u"NULL"_s;
+        return type.IsDecimal() ? QString::number(type.precision) : u"NULL"_s;
     }
 }
 
-QString scaleOf(const SqlType &type)
+QString ScaleOf(const SqlType &type)
 {
-    const bool counts = type.isDecimal() || (type.isInteger() && type.kind != Kind::Bit);
+    const bool counts = type.IsDecimal() || (type.IsInteger() && type.kind != Kind::Bit);
     return counts ? QString::number(type.scale) : u"NULL"_s;
 }
 
-QStringList columnRows(const Table &table)
+QStringList ColumnRows(const Table &table)
 {
     QStringList rows;
     int position = 0;
     for (const Column &column : table.columns) {
-        const bool sized = column.type.isText() || column.type.isBinary();
-        rows += rowOf({schemaOf(table.name), quotedText(table.name.name), quotedText(column.name),
-                       QString::number(++position), quotedText(column.nullable ? u"YES"_s : u"NO"_s),
-                       dataType(column.type.kind), sized ? QString::number(column.type.length) : u"NULL"_s,
-                       precisionOf(column.type), scaleOf(column.type)});
+        const bool sized = column.type.IsText() || column.type.IsBinary();
+        rows += RowOf({SchemaOf(table.name), QuotedText(table.name.name), QuotedText(column.name),
+                       QString::number(++position), QuotedText(column.nullable ? u"YES"_s : u"NO"_s),
+                       DataType(column.type.kind), sized ? QString::number(column.type.length) : u"NULL"_s,
+                       PrecisionOf(column.type), ScaleOf(column.type)});
     }
     return rows;
 }
@@ -84,23 +84,23 @@ QStringList columnRows(const Table &table)
 } // namespace
 
 /// The rows and columns of one of the schema's views; no columns when there is none of that name.
-QueryText Writer::schemaView(const QString &view) const
+QueryText Writer::SchemaView(const QString &view) const
 {
     QueryText result;
     QStringList rows;
     const auto column = [&result](const QString &name, const SqlType &type) {
         result.columns.push_back({name, type, true, {}});
     };
-    if (sameName(view, u"TABLES") || sameName(view, u"ROUTINES")) {
-        const bool tables = sameName(view, u"TABLES");
+    if (SameName(view, u"TABLES") || SameName(view, u"ROUTINES")) {
+        const bool tables = SameName(view, u"TABLES");
         const QString what = tables ? u"TABLE"_s : u"ROUTINE"_s;
         for (const QString &part : {u"_SCHEMA"_s, u"_NAME"_s, u"_TYPE"_s})
             column(what + part, name128);
-        addNames(tables ? m_catalogue.tableNames() : m_catalogue.procedureNames(),
+        AddNames(tables ? m_catalogue.TableNames() : m_catalogue.ProcedureNames(),
                  tables ? u"BASE TABLE"_s : u"PROCEDURE"_s, rows);
-        addNames(tables ? m_catalogue.viewNames() : m_catalogue.functionNames(), tables ? u"VIEW"_s : u"FUNCTION"_s,
+        AddNames(tables ? m_catalogue.ViewNames() : m_catalogue.FunctionNames(), tables ? u"VIEW"_s : u"FUNCTION"_s,
                  rows);
-    } else if (sameName(view, u"COLUMNS")) {
+    } else if (SameName(view, u"COLUMNS")) {
         for (const QString &name : {u"TABLE_SCHEMA"_s, u"TABLE_NAME"_s, u"COLUMN_NAME"_s})
             column(name, name128);
         column(u"ORDINAL_POSITION"_s, number);
@@ -108,15 +108,15 @@ QueryText Writer::schemaView(const QString &view) const
         column(u"DATA_TYPE"_s, name128);
         for (const QString &name : {u"CHARACTER_MAXIMUM_LENGTH"_s, u"NUMERIC_PRECISION"_s, u"NUMERIC_SCALE"_s})
             column(name, number);
-        for (const ObjectName &name : m_catalogue.tableNames()) {
-            if (isLasting(name))
-                rows += columnRows(*m_catalogue.table(name));
+        for (const ObjectName &name : m_catalogue.TableNames()) {
+            if (IsLasting(name))
+                rows += ColumnRows(*m_catalogue.FindTable(name));
         }
     }
     rows.sort(Qt::CaseInsensitive);
     QStringList names;
     for (std::size_t i = 1; i <= result.columns.size(); ++i) {
-        const bool text = result.columns[i - 1].type.isText();
+        const bool text = result.columns[i - 1].type.IsText();
         names += u"column%1%2 AS \"c%1\""_s.arg(i).arg(text ? u" COLLATE TSQL_CI"_s : QString());
     }
     result.sql = rows.isEmpty() ? u"SELECT NULL"_s + u", NULL"_s.repeated(names.size() - 1) + u" WHERE 0"_s

@@ -13,13 +13,13 @@ constexpr int MaxModuleDepth = 32;
 constexpr char LevelColumn[] = "lvl";
 
 /// The columns of a derived or common table can be told apart.
-void requireNames(const std::vector<ResultColumn> &columns, const QString &owner, int line)
+void RequireNames(const std::vector<ResultColumn> &columns, const QString &owner, int line)
 {
     for (std::size_t i = 0; i < columns.size(); ++i) {
         if (columns[i].name.isEmpty())
             throw Error(8155, {i + 1, owner}, line);
         for (std::size_t j = 0; j < i; ++j) {
-            if (sameName(columns[i].name, columns[j].name))
+            if (SameName(columns[i].name, columns[j].name))
                 throw Error(8156, {columns[i].name, owner}, line);
         }
     }
@@ -27,7 +27,7 @@ void requireNames(const std::vector<ResultColumn> &columns, const QString &owner
 
 } // namespace
 
-Source shapeSource(const std::vector<ResultColumn> &columns, const QString &alias, const QString &name)
+Source ShapeSource(const std::vector<ResultColumn> &columns, const QString &alias, const QString &name)
 {
     Source source;
     source.name = name;
@@ -43,7 +43,7 @@ Source shapeSource(const std::vector<ResultColumn> &columns, const QString &alia
     return source;
 }
 
-void renameColumns(std::vector<ResultColumn> &columns, const std::vector<QString> &names, const QString &owner,
+void RenameColumns(std::vector<ResultColumn> &columns, const std::vector<QString> &names, const QString &owner,
                    int line)
 {
     if (names.empty())
@@ -54,7 +54,7 @@ void renameColumns(std::vector<ResultColumn> &columns, const std::vector<QString
         columns[i].name = names[i];
 }
 
-Source Writer::tableSource(const Table &table, const QString &alias, const QString &qualifier)
+Source Writer::SourceOf(const Table &table, const QString &alias, const QString &qualifier)
 {
     Source source;
     source.name = alias.isEmpty() ? table.name.name : alias;
@@ -63,40 +63,40 @@ Source Writer::tableSource(const Table &table, const QString &alias, const QStri
         column.name = definition.name;
         column.type = definition.type;
         column.nullable = definition.nullable;
-        column.table = table.name.display();
-        column.sql = (qualifier.isEmpty() ? QString() : qualifier + u'.') + quotedName(definition.name);
+        column.table = table.name.Display();
+        column.sql = (qualifier.isEmpty() ? QString() : qualifier + u'.') + QuotedName(definition.name);
         source.columns.push_back(std::move(column));
     }
     return source;
 }
 
-void Writer::addSource(Scope &scope, Source source, int line) const
+void Writer::AddSource(Scope &scope, Source source, int line) const
 {
     for (const Source &other : scope.sources) {
-        if (sameName(other.name, source.name))
+        if (SameName(other.name, source.name))
             throw Error(1013, {other.name, source.name}, line);
     }
     scope.sources.push_back(std::move(source));
 }
 
-QString Writer::source(const TableSource &source, Scope &scope, const Scope *outer)
+QString Writer::WriteSource(const TableSource &source, Scope &scope, const Scope *outer)
 {
     switch (source.kind) {
     case TableSource::Kind::Named:
-        return named(source, scope);
+        return WriteNamed(source, scope);
     case TableSource::Kind::Function:
-        return tableFunction(source, scope, outer);
+        return TableFunction(source, scope, outer);
     case TableSource::Kind::Derived:
-        return derived(source, scope, outer);
+        return WriteDerived(source, scope, outer);
     case TableSource::Kind::Values:
-        return values(source, scope, outer);
+        return WriteValues(source, scope, outer);
     case TableSource::Kind::Join:
-        return join(source, scope, outer);
+        return WriteJoin(source, scope, outer);
     }
     return {};
 }
 
-const CommonShape *Writer::findCommon(const QString &name, const Scope &scope) const
+const CommonShape *Writer::FindCommon(const QString &name, const Scope &scope) const
 {
     for (const Scope *level = &scope; level != nullptr; level = level->outer) {
         const auto found = level->commons.constFind(name.toCaseFolded());
@@ -106,60 +106,60 @@ const CommonShape *Writer::findCommon(const QString &name, const Scope &scope) c
     return nullptr;
 }
 
-QString Writer::named(const TableSource &source, Scope &scope)
+QString Writer::WriteNamed(const TableSource &source, Scope &scope)
 {
-    const QString alias = nextAlias();
+    const QString alias = NextAlias();
     const QString name = source.alias.isEmpty() ? source.name.name : source.alias;
     if (source.name.schema.isEmpty()) {
-        if (const CommonShape *common = findCommon(source.name.name, scope)) {
-            addSource(scope, shapeSource(common->columns, alias, name), source.line);
+        if (const CommonShape *common = FindCommon(source.name.name, scope)) {
+            AddSource(scope, ShapeSource(common->columns, alias, name), source.line);
             return u"%1 AS %2"_s.arg(common->sqliteName, alias);
         }
     }
-    if (const std::shared_ptr<const Table> table = m_catalogue.table(source.name)) {
+    if (const std::shared_ptr<const Table> table = m_catalogue.FindTable(source.name)) {
         m_read.push_back(table);
-        addSource(scope, tableSource(*table, source.alias, alias), source.line);
+        AddSource(scope, SourceOf(*table, source.alias, alias), source.line);
         return u"%1 AS %2"_s.arg(table->sqliteName, alias);
     }
-    if (sameName(source.name.schema, u"INFORMATION_SCHEMA")) {
-        const QueryText text = schemaView(source.name.name);
+    if (SameName(source.name.schema, u"INFORMATION_SCHEMA")) {
+        const QueryText text = SchemaView(source.name.name);
         if (!text.columns.empty()) {
-            addSource(scope, shapeSource(text.columns, alias, name), source.line);
+            AddSource(scope, ShapeSource(text.columns, alias, name), source.line);
             return u"(%1) AS %2"_s.arg(text.sql, alias);
         }
     }
-    const std::shared_ptr<const CreateViewStatement> view = m_catalogue.view(source.name);
+    const std::shared_ptr<const CreateViewStatement> view = m_catalogue.FindView(source.name);
     if (!view) {
         if (source.name.name.startsWith(u'@'))
             throw Error(1087, {source.name.name}, source.line);
-        throw Error(208, {source.name.display()}, source.line);
+        throw Error(208, {source.name.Display()}, source.line);
     }
     const QHash<QString, Substitution> before = std::exchange(m_substitutions, {});
-    const QueryText text = moduleQuery(view->query, view->columns);
+    const QueryText text = ModuleQuery(view->query, view->columns);
     m_substitutions = before;
-    addSource(scope, shapeSource(text.columns, alias, name), source.line);
+    AddSource(scope, ShapeSource(text.columns, alias, name), source.line);
     return u"(%1) AS %2"_s.arg(text.sql, alias);
 }
 
 /// The query of a view or a function: its literals are its own and it sees no names from outside.
-QueryText Writer::moduleQuery(const Query &query, const std::vector<QString> &columns)
+QueryText Writer::ModuleQuery(const Query &query, const std::vector<QString> &columns)
 {
     if (++m_moduleDepth > MaxModuleDepth)
         throw Error(217, {MaxModuleDepth});
     const Constants constants(*this, true);
-    QueryText text = this->query(query, nullptr);
-    renameColumns(text.columns, columns, u"view"_s, 0);
+    QueryText text = this->WriteQuery(query, nullptr);
+    RenameColumns(text.columns, columns, u"view"_s, 0);
     --m_moduleDepth;
     return text;
 }
 
-QString Writer::tableFunction(const TableSource &source, Scope &scope, const Scope *outer)
+QString Writer::TableFunction(const TableSource &source, Scope &scope, const Scope *outer)
 {
-    const std::shared_ptr<const CreateFunctionStatement> function = m_catalogue.function(source.name);
+    const std::shared_ptr<const CreateFunctionStatement> function = m_catalogue.FindFunction(source.name);
     if (!function)
-        throw Error(208, {source.name.display()}, source.line);
+        throw Error(208, {source.name.Display()}, source.line);
     if (source.args.size() != function->parameters.size())
-        throw Error(source.args.size() < function->parameters.size() ? 313 : 8144, {source.name.display()},
+        throw Error(source.args.size() < function->parameters.size() ? 313 : 8144, {source.name.Display()},
                     source.line);
     static const Scope nowhere;
     QHash<QString, Substitution> substitutions;
@@ -169,7 +169,7 @@ QString Writer::tableFunction(const TableSource &source, Scope &scope, const Sco
                                   m_constants};
         if (source.args[i]->kind == ExpressionKind::Default) {
             if (!parameter.defaultValue)
-                throw Error(201, {source.name.display(), parameter.name}, source.line);
+                throw Error(201, {source.name.Display(), parameter.name}, source.line);
             substitution = {parameter.defaultValue.get(), parameter.type, &nowhere, true};
         }
         substitutions.insert(parameter.name.toCaseFolded(), substitution);
@@ -180,26 +180,26 @@ QString Writer::tableFunction(const TableSource &source, Scope &scope, const Sco
             substitutions.insert(it.key(), it.value());
     }
     const QHash<QString, Substitution> before = std::exchange(m_substitutions, substitutions);
-    const QueryText text = moduleQuery(function->query, {});
+    const QueryText text = ModuleQuery(function->query, {});
     m_substitutions = before;
-    const QString alias = nextAlias();
-    addSource(scope, shapeSource(text.columns, alias, source.alias.isEmpty() ? source.name.name : source.alias),
+    const QString alias = NextAlias();
+    AddSource(scope, ShapeSource(text.columns, alias, source.alias.isEmpty() ? source.name.name : source.alias),
               source.line);
     return u"(%1) AS %2"_s.arg(text.sql, alias);
 }
 
-QString Writer::derived(const TableSource &source, Scope &scope, const Scope *outer)
+QString Writer::WriteDerived(const TableSource &source, Scope &scope, const Scope *outer)
 {
-    refuseOrder(*source.query);
-    QueryText text = query(*source.query, outer);
-    renameColumns(text.columns, source.columnAliases, source.alias, source.line);
-    requireNames(text.columns, source.alias, source.line);
-    const QString alias = nextAlias();
-    addSource(scope, shapeSource(text.columns, alias, source.alias), source.line);
+    RefuseOrder(*source.query);
+    QueryText text = WriteQuery(*source.query, outer);
+    RenameColumns(text.columns, source.columnAliases, source.alias, source.line);
+    RequireNames(text.columns, source.alias, source.line);
+    const QString alias = NextAlias();
+    AddSource(scope, ShapeSource(text.columns, alias, source.alias), source.line);
     return u"(%1) AS %2"_s.arg(text.sql, alias);
 }
 
-QString Writer::values(const TableSource &source, Scope &scope, const Scope *outer)
+QString Writer::WriteValues(const TableSource &source, Scope &scope, const Scope *outer)
 {
     static const Scope nowhere;
     const Scope &outside = outer != nullptr ? *outer : nowhere;
@@ -208,10 +208,10 @@ QString Writer::values(const TableSource &source, Scope &scope, const Scope *out
     for (const std::vector<ExpressionPtr> &row : source.rows) {
         std::vector<Operand> operands;
         for (std::size_t i = 0; i < row.size(); ++i) {
-            operands.push_back(value(*row[i], outside));
-            if (operands.back().pending && operands.back().type.isDecimal())
-                need(*operands.back().pending, false);
-            columns[i].type = commonType(columns[i].type, operands.back().type);
+            operands.push_back(WriteValue(*row[i], outside));
+            if (operands.back().pending && operands.back().type.IsDecimal())
+                Need(*operands.back().pending, false);
+            columns[i].type = CommonType(columns[i].type, operands.back().type);
         }
         rows.push_back(std::move(operands));
     }
@@ -219,24 +219,24 @@ QString Writer::values(const TableSource &source, Scope &scope, const Scope *out
     for (std::vector<Operand> &row : rows) {
         QStringList cells;
         for (std::size_t i = 0; i < row.size(); ++i)
-            cells += convert(row[i], {columns[i].type, {}, {}, {}});
+            cells += Convert(row[i], {columns[i].type, {}, {}, {}});
         lines += u"(%1)"_s.arg(cells.join(u", "_s));
     }
     QStringList outputs;
     for (std::size_t i = 0; i < columns.size(); ++i) {
-        const QString collation = columns[i].type.isText() ? u" COLLATE TSQL_CI"_s : QString();
+        const QString collation = columns[i].type.IsText() ? u" COLLATE TSQL_CI"_s : QString();
         outputs += u"column%1%2 AS \"c%3\""_s.arg(QString::number(i + 1), collation, QString::number(i + 1));
     }
-    renameColumns(columns, source.columnAliases, source.alias, source.line);
-    const QString alias = nextAlias();
-    addSource(scope, shapeSource(columns, alias, source.alias), source.line);
+    RenameColumns(columns, source.columnAliases, source.alias, source.line);
+    const QString alias = NextAlias();
+    AddSource(scope, ShapeSource(columns, alias, source.alias), source.line);
     return u"(SELECT %1 FROM (VALUES %2)) AS %3"_s.arg(outputs.join(u", "_s), lines.join(u", "_s), alias);
 }
 
-QString Writer::join(const TableSource &source, Scope &scope, const Scope *outer)
+QString Writer::WriteJoin(const TableSource &source, Scope &scope, const Scope *outer)
 {
-    const QString left = this->source(*source.left, scope, outer);
-    QString right = this->source(*source.right, scope, outer);
+    const QString left = this->WriteSource(*source.left, scope, outer);
+    QString right = this->WriteSource(*source.right, scope, outer);
     if (source.right->kind == TableSource::Kind::Join)
         right = u"(%1)"_s.arg(right);
     QString word;
@@ -257,19 +257,19 @@ QString Writer::join(const TableSource &source, Scope &scope, const Scope *outer
     }
     QString text = left + word + right;
     if (source.on)
-        text += u" ON "_s + conditionText(*source.on, scope);
+        text += u" ON "_s + ConditionText(*source.on, scope);
     return text;
 }
 
-bool Writer::refersTo(const TableSource &source, const QString &name)
+bool Writer::RefersTo(const TableSource &source, const QString &name)
 {
     switch (source.kind) {
     case TableSource::Kind::Named:
-        return source.name.schema.isEmpty() && sameName(source.name.name, name);
+        return source.name.schema.isEmpty() && SameName(source.name.name, name);
     case TableSource::Kind::Join:
-        return refersTo(*source.left, name) || refersTo(*source.right, name);
+        return RefersTo(*source.left, name) || RefersTo(*source.right, name);
     case TableSource::Kind::Derived:
-        return refersTo(*source.query->body, name);
+        return RefersTo(*source.query->body, name);
     case TableSource::Kind::Function:
     case TableSource::Kind::Values:
         return false;
@@ -277,70 +277,70 @@ bool Writer::refersTo(const TableSource &source, const QString &name)
     Q_UNREACHABLE();
 }
 
-bool Writer::refersTo(const QueryBody &body, const QString &name)
+bool Writer::RefersTo(const QueryBody &body, const QString &name)
 {
     if (body.core)
-        return body.core->from && refersTo(*body.core->from, name);
-    return refersTo(*body.left, name) || refersTo(*body.right, name);
+        return body.core->from && RefersTo(*body.core->from, name);
+    return RefersTo(*body.left, name) || RefersTo(*body.right, name);
 }
 
 /// A common table that reads itself: the types of its first part hold for all of it.
-QueryText Writer::recursiveText(const CommonTable &table, const Scope &scope)
+QueryText Writer::RecursiveText(const CommonTable &table, const Scope &scope)
 {
     const Compiled before = m_out;
     std::vector<CorePlan> plans;
-    planBody(*table.query->body->left, &scope, plans);
-    std::vector<Target> targets = outputTargets(plans, nullptr, table.query->line);
+    PlanBody(*table.query->body->left, &scope, plans);
+    std::vector<Target> targets = OutputTargets(plans, nullptr, table.query->line);
     std::vector<ResultColumn> columns;
     for (std::size_t i = 0; i < targets.size(); ++i)
         columns.push_back({plans.front().names[i], targets[i].type, true, {}});
-    renameColumns(columns, table.columns, table.name, table.query->line);
+    RenameColumns(columns, table.columns, table.name, table.query->line);
     m_out = before;
     Scope inner = scope;
-    inner.commons.insert(table.name.toCaseFolded(), {quotedName(table.name.toCaseFolded()), columns});
+    inner.commons.insert(table.name.toCaseFolded(), {QuotedName(table.name.toCaseFolded()), columns});
     std::vector<CorePlan> all;
-    planBody(*table.query->body, &inner, all);
-    outputTargets(all, &targets, table.query->line);
+    PlanBody(*table.query->body, &inner, all);
+    OutputTargets(all, &targets, table.query->line);
     for (CorePlan &plan : all)
         plan.level = u"0"_s;
-    all.back().level = levelText(table, all.back());
+    all.back().level = LevelText(table, all.back());
     std::size_t next = 0;
-    return {bodyText(*table.query->body, all, next, targets), columns};
+    return {BodyText(*table.query->body, all, next, targets), columns};
 }
 
 /// The level of a row that follows from one of the step before; too deep a one is refused.
-QString Writer::levelText(const CommonTable &table, const CorePlan &plan) const
+QString Writer::LevelText(const CommonTable &table, const CorePlan &plan) const
 {
-    const QString common = quotedName(table.name.toCaseFolded()) + u" AS "_s;
+    const QString common = QuotedName(table.name.toCaseFolded()) + u" AS "_s;
     const qsizetype at = plan.from.indexOf(common);
     if (at < 0)
-        throw notSupported(u"a recursive reference to '%1' inside a subquery"_s.arg(table.name), table.query->line);
+        throw NotSupported(u"a recursive reference to '%1' inside a subquery"_s.arg(table.name), table.query->line);
     static const QRegularExpression alias(u"t\\d+"_s);
     const QString source = alias.match(plan.from, at + common.size()).captured();
     return u"next_level(%1.%2, %3)"_s.arg(source, QLatin1String(LevelColumn), QString::number(m_maxRecursion));
 }
 
-QString Writer::commonTables(const std::vector<CommonTable> &tables, Scope &scope)
+QString Writer::CommonTables(const std::vector<CommonTable> &tables, Scope &scope)
 {
     if (tables.empty())
         return {};
     QStringList parts;
     bool recursive = false;
     for (const CommonTable &table : tables) {
-        refuseOrder(*table.query);
-        const bool self = !table.query->body->core && refersTo(*table.query->body, table.name);
+        RefuseOrder(*table.query);
+        const bool self = !table.query->body->core && RefersTo(*table.query->body, table.name);
         if (self && table.query->body->op != SetOperator::UnionAll)
             throw Error(252, {table.name});
         recursive = recursive || self;
-        QueryText text = self ? recursiveText(table, scope) : query(*table.query, &scope);
-        renameColumns(text.columns, table.columns, table.name, table.query->line);
-        CommonShape shape{quotedName(table.name.toCaseFolded()), text.columns};
+        QueryText text = self ? RecursiveText(table, scope) : WriteQuery(*table.query, &scope);
+        RenameColumns(text.columns, table.columns, table.name, table.query->line);
+        CommonShape shape{QuotedName(table.name.toCaseFolded()), text.columns};
         QStringList columns;
         for (std::size_t i = 0; i < text.columns.size(); ++i)
             columns += u"\"c%1\""_s.arg(i + 1);
         if (self)
             columns += QLatin1String(LevelColumn);
-        requireNames(text.columns, table.name, table.query->line);
+        RequireNames(text.columns, table.name, table.query->line);
         parts += u"%1(%2) AS (%3)"_s.arg(shape.sqliteName, columns.join(u", "_s), text.sql);
         scope.commons.insert(table.name.toCaseFolded(), shape);
     }

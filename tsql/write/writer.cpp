@@ -5,43 +5,43 @@ using namespace Qt::StringLiterals;
 
 namespace tsql {
 
-QString quotedName(const QString &name)
+QString QuotedName(const QString &name)
 {
     QString doubled = name;
     doubled.replace(u'"', QLatin1String("\"\""));
     return u'"' + doubled + u'"';
 }
 
-QString quotedText(const QString &text)
+QString QuotedText(const QString &text)
 {
     QString doubled = text;
     doubled.replace(u'\'', QLatin1String("''"));
     return u'\'' + doubled + u'\'';
 }
 
-bool sameName(QStringView a, QStringView b)
+bool SameName(QStringView a, QStringView b)
 {
     return a.compare(b, Qt::CaseInsensitive) == 0;
 }
 
-QString nameListText(const std::vector<QString> &names)
+QString NameListText(const std::vector<QString> &names)
 {
     QString list;
     for (const QString &name : names)
-        list += (list.isEmpty() ? u""_s : u", "_s) + quotedName(name);
+        list += (list.isEmpty() ? u""_s : u", "_s) + QuotedName(name);
     return list;
 }
 
-QString kindNumber(Kind kind)
+QString KindNumber(Kind kind)
 {
     return QString::number(static_cast<int>(kind));
 }
 
-std::optional<SqlType> systemType(const QString &name)
+std::optional<SqlType> SystemType(const QString &name)
 {
     static const SqlType integer{Kind::Int};
     static const SqlType moment{Kind::DateTime};
-    static const SqlType identity = SqlType::decimal(SqlType::MaxPrecision, 0);
+    static const SqlType identity = SqlType::DecimalOf(SqlType::MaxPrecision, 0);
     static const SqlType label = SqlType::text(Kind::NVarChar, 4000);
     static const QHash<QString, SqlType> types = {
         {u"@@rowcount"_s, integer},    {u"@@identity"_s, identity}, {u"scope_identity"_s, identity},
@@ -57,7 +57,7 @@ std::optional<SqlType> systemType(const QString &name)
     return found == types.cend() ? std::nullopt : std::optional(*found);
 }
 
-SqlType literalType(const Literal &literal)
+SqlType LiteralType(const Literal &literal)
 {
     switch (literal.kind) {
     case LiteralKind::Integer:
@@ -71,7 +71,7 @@ SqlType literalType(const Literal &literal)
         const qsizetype precision = qMax<qsizetype>(1, whole.size() + scale);
         if (precision > SqlType::MaxPrecision)
             throw Error(1007, {literal.text});
-        return SqlType::decimal(static_cast<int>(precision), static_cast<int>(scale));
+        return SqlType::DecimalOf(static_cast<int>(precision), static_cast<int>(scale));
     }
     case LiteralKind::Float:
         return {Kind::Float};
@@ -89,88 +89,88 @@ SqlType literalType(const Literal &literal)
     return {};
 }
 
-Compiled compile(const Statement &statement, const Catalogue &catalogue, const VariableTypes &variables,
+Compiled Compile(const Statement &statement, const Catalogue &catalogue, const VariableTypes &variables,
                  const CompileOptions &options)
 {
     try {
-        return Writer(catalogue, variables, options).statement(statement);
+        return Writer(catalogue, variables, options).WriteStatement(statement);
     } catch (Error &error) {
-        if (error.line() == 0)
+        if (error.Line() == 0)
             error.setLine(statement.line);
         throw;
     }
 }
 
-Compiled compileNewValues(const UpdateStatement &statement, const Catalogue &catalogue, const VariableTypes &variables,
+Compiled CompileNewValues(const UpdateStatement &statement, const Catalogue &catalogue, const VariableTypes &variables,
                           const CompileOptions &options)
 {
-    return Writer(catalogue, variables, options).newValues(statement);
+    return Writer(catalogue, variables, options).NewValues(statement);
 }
 
-Compiled compileScalar(const Expression &value, const Catalogue &catalogue, const VariableTypes &variables,
+Compiled CompileScalar(const Expression &value, const Catalogue &catalogue, const VariableTypes &variables,
                        const SqlType &target, const CompileOptions &options)
 {
     try {
-        return Writer(catalogue, variables, options).scalar(value, target);
+        return Writer(catalogue, variables, options).Scalar(value, target);
     } catch (Error &error) {
-        if (error.line() == 0)
+        if (error.Line() == 0)
             error.setLine(value.line);
         throw;
     }
 }
 
-Compiled compileCondition(const Expression &condition, const Catalogue &catalogue, const VariableTypes &variables,
+Compiled CompileCondition(const Expression &condition, const Catalogue &catalogue, const VariableTypes &variables,
                           const CompileOptions &options)
 {
     try {
-        return Writer(catalogue, variables, options).condition(condition);
+        return Writer(catalogue, variables, options).Condition(condition);
     } catch (Error &error) {
-        if (error.line() == 0)
+        if (error.Line() == 0)
             error.setLine(condition.line);
         throw;
     }
 }
 
-Compiled Writer::statement(const Statement &statement)
+Compiled Writer::WriteStatement(const Statement &statement)
 {
     Q_ASSERT_X(m_out.sql.isEmpty() && m_aliases == 0, "Writer", "one object compiles one statement");
     m_maxRecursion = statement.maxRecursion;
     switch (statement.kind) {
     case StatementKind::Select:
-        select(as<SelectStatement>(statement));
+        WriteSelect(As<SelectStatement>(statement));
         break;
     case StatementKind::Insert:
-        insert(as<InsertStatement>(statement));
+        WriteInsert(As<InsertStatement>(statement));
         break;
     case StatementKind::Update:
-        update(as<UpdateStatement>(statement));
+        WriteUpdate(As<UpdateStatement>(statement));
         break;
     case StatementKind::Delete:
-        remove(as<DeleteStatement>(statement));
+        Remove(As<DeleteStatement>(statement));
         break;
     case StatementKind::Truncate:
-        truncate(as<TruncateStatement>(statement));
+        WriteTruncate(As<TruncateStatement>(statement));
         break;
     case StatementKind::CreateTable:
-        createTable(as<CreateTableStatement>(statement));
+        WriteCreateTable(As<CreateTableStatement>(statement));
         break;
     case StatementKind::DeclareTable:
-        createTable(*as<DeclareTableStatement>(statement).table);
+        WriteCreateTable(*As<DeclareTableStatement>(statement).table);
         break;
     case StatementKind::AlterTable:
-        alterTable(as<AlterTableStatement>(statement));
+        WriteAlterTable(As<AlterTableStatement>(statement));
         break;
     case StatementKind::CreateIndex:
-        createIndex(as<CreateIndexStatement>(statement));
+        WriteCreateIndex(As<CreateIndexStatement>(statement));
         break;
     case StatementKind::CreateView:
     case StatementKind::CreateProcedure:
     case StatementKind::CreateFunction:
     case StatementKind::CreateSchema:
-        module(statement);
+        Module(statement);
         break;
     case StatementKind::Drop:
-        drop(as<DropStatement>(statement));
+        WriteDrop(As<DropStatement>(statement));
         break;
     case StatementKind::Declare:
     case StatementKind::SetVariable:
@@ -196,62 +196,62 @@ Compiled Writer::statement(const Statement &statement)
     return std::move(m_out);
 }
 
-Compiled Writer::scalar(const Expression &value, const SqlType &target)
+Compiled Writer::Scalar(const Expression &value, const SqlType &target)
 {
     const Scope scope;
-    Operand operand = this->value(value, scope);
+    Operand operand = this->WriteValue(value, scope);
     const SqlType type = target.kind == Kind::Null ? operand.type : target;
-    m_out.sql = u"SELECT "_s + (target.kind == Kind::Null ? text(operand) : convert(operand, {target, {}, {}, {}}));
+    m_out.sql = u"SELECT "_s + (target.kind == Kind::Null ? text(operand) : Convert(operand, {target, {}, {}, {}}));
     m_out.columns.push_back({{}, type, true, {}});
     return std::move(m_out);
 }
 
-Compiled Writer::condition(const Expression &condition)
+Compiled Writer::Condition(const Expression &condition)
 {
     const Scope scope;
-    m_out.sql = u"SELECT CASE WHEN %1 THEN 1 ELSE 0 END"_s.arg(conditionText(condition, scope));
+    m_out.sql = u"SELECT CASE WHEN %1 THEN 1 ELSE 0 END"_s.arg(ConditionText(condition, scope));
     m_out.columns.push_back({{}, {Kind::Bit}, false, {}});
     return std::move(m_out);
 }
 
-void Writer::need(const Parameter &parameter, bool value)
+void Writer::Need(const Parameter &parameter, bool value)
 {
     if (parameter.source == Parameter::Source::Literal)
         m_out.needs.push_back({parameter.literal, value});
 }
 
 /// The literal as it stands in the text at hand.
-const Literal &Writer::literalOf(const Expression &node) const
+const Literal &Writer::LiteralOf(const Expression &node) const
 {
     const bool elsewhere = !m_constants && node.literal >= 0 && m_options.literals != nullptr;
     return elsewhere ? (*m_options.literals)[static_cast<std::size_t>(node.literal)] : node.value;
 }
 
-bool Writer::isWhole(const Expression &node, qint64 value) const
+bool Writer::IsWhole(const Expression &node, qint64 value) const
 {
     if (node.kind != ExpressionKind::Literal)
         return false;
-    const Literal &literal = literalOf(node);
+    const Literal &literal = LiteralOf(node);
     return literal.kind == LiteralKind::Integer && literal.integer == value;
 }
 
-Operand Writer::literal(const Expression &node)
+Operand Writer::WriteLiteral(const Expression &node)
 {
     Operand operand;
-    operand.type = literalType(literalOf(node));
+    operand.type = LiteralType(LiteralOf(node));
     operand.nullable = false;
     Parameter parameter;
     parameter.source = m_constants || node.literal < 0 ? Parameter::Source::Constant : Parameter::Source::Literal;
     parameter.literal = node.literal;
-    parameter.value = literalOf(node);
+    parameter.value = LiteralOf(node);
     // The length of a text literal is not part of the statement's shape.
-    if (operand.type.isText() && parameter.source == Parameter::Source::Literal && operand.type.length != SqlType::Max)
-        operand.type.length = operand.type.isUnicode() ? 4000 : 8000;
+    if (operand.type.IsText() && parameter.source == Parameter::Source::Literal && operand.type.length != SqlType::Max)
+        operand.type.length = operand.type.IsUnicode() ? 4000 : 8000;
     operand.pending = parameter;
     return operand;
 }
 
-Operand Writer::system(const QString &name, const SqlType &type)
+Operand Writer::System(const QString &name, const SqlType &type)
 {
     Operand operand;
     operand.type = type;
@@ -263,30 +263,30 @@ Operand Writer::system(const QString &name, const SqlType &type)
     return operand;
 }
 
-Operand Writer::variable(const Expression &node)
+Operand Writer::WriteVariable(const Expression &node)
 {
     const QString name = node.name.toCaseFolded();
     if (name.startsWith(u"@@")) {
-        const std::optional<SqlType> type = systemType(name);
+        const std::optional<SqlType> type = SystemType(name);
         if (!type)
             throw Error(137, {node.name}, node.line);
-        return system(name, *type);
+        return System(name, *type);
     }
     if (const auto found = m_substitutions.constFind(name); found != m_substitutions.cend()) {
         // A copy: the argument may itself mention a parameter of an enclosing function.
         const Substitution substitution = *found;
         const Constants constants(*this, substitution.constant);
-        Operand operand = value(*substitution.argument, *substitution.scope);
-        const QString sql = convert(operand, {substitution.type, Conversion::Cast, {}, {}});
-        return made(sql, substitution.type);
+        Operand operand = WriteValue(*substitution.argument, *substitution.scope);
+        const QString sql = Convert(operand, {substitution.type, Conversion::Cast, {}, {}});
+        return Made(sql, substitution.type);
     }
     const auto type = m_variables.constFind(name);
     if (type == m_variables.cend() || m_constants)
         throw Error(137, {node.name}, node.line);
-    return variableOf(name, *type);
+    return VariableOf(name, *type);
 }
 
-Operand Writer::variableOf(const QString &name, const SqlType &type) const
+Operand Writer::VariableOf(const QString &name, const SqlType &type) const
 {
     Operand operand;
     operand.type = type;
@@ -298,10 +298,10 @@ Operand Writer::variableOf(const QString &name, const SqlType &type) const
     return operand;
 }
 
-QString Writer::parameter(Parameter parameter)
+QString Writer::AddParameter(Parameter parameter)
 {
     if (m_inline)
-        return constantText(parameter);
+        return ConstantText(parameter);
     m_out.parameters.push_back(std::move(parameter));
     return u"?%1"_s.arg(m_out.parameters.size());
 }

@@ -90,27 +90,27 @@ struct CompileOptions
 
 /// Compiles SELECT, INSERT, UPDATE, DELETE, TRUNCATE and the data definition statements.
 /// Throws Error for unknown names, types that do not fit and constructs that are not supported.
-Compiled compile(const Statement &statement, const Catalogue &catalogue, const VariableTypes &variables,
+Compiled Compile(const Statement &statement, const Catalogue &catalogue, const VariableTypes &variables,
                  const CompileOptions &options = {});
 
 /// The rows that an UPDATE changes, without changing them: the number of each (as the first column, which `columns`
 /// leaves out) and its new values, under the names of the table's columns.
-Compiled compileNewValues(const UpdateStatement &statement, const Catalogue &catalogue, const VariableTypes &variables,
+Compiled CompileNewValues(const UpdateStatement &statement, const Catalogue &catalogue, const VariableTypes &variables,
                           const CompileOptions &options = {});
 
 /// The type of a literal as it stands: an int has its number of digits as precision, a text its length.
-SqlType literalType(const Literal &literal);
+SqlType LiteralType(const Literal &literal);
 
 /// A value (SET @x, an argument, RETURN, PRINT …) as a SELECT of one row and one column, converted to `target`
 /// unless that is Null.
-Compiled compileScalar(const Expression &value, const Catalogue &catalogue, const VariableTypes &variables,
+Compiled CompileScalar(const Expression &value, const Catalogue &catalogue, const VariableTypes &variables,
                        const SqlType &target = {}, const CompileOptions &options = {});
 
 /// The variable that holds column `column` of the row at hand while Compiled::inTurn is reckoned.
-QString rowVariable(std::size_t column);
+QString RowVariable(std::size_t column);
 
 /// A condition (IF, WHILE) as a SELECT of one row and one column that holds 1 or 0.
-Compiled compileCondition(const Expression &condition, const Catalogue &catalogue, const VariableTypes &variables,
+Compiled CompileCondition(const Expression &condition, const Catalogue &catalogue, const VariableTypes &variables,
                           const CompileOptions &options = {});
 
 } // namespace tsql

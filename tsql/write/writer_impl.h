@@ -33,7 +33,7 @@ struct Operand
     QString table; ///< of a base table's column
     QString whole; ///< of joined texts: before their end is cut off
 
-    bool isNull() const { return type.kind == Kind::Null; }
+    bool IsNull() const { return type.kind == Kind::Null; }
 };
 
 /// One column that a table in FROM offers.
@@ -164,10 +164,10 @@ public:
         : m_catalogue(catalogue), m_variables(variables), m_options(options)
     {}
 
-    Compiled statement(const Statement &statement);
-    Compiled scalar(const Expression &value, const SqlType &target);
-    Compiled condition(const Expression &condition);
-    Compiled newValues(const UpdateStatement &statement);
+    Compiled WriteStatement(const Statement &statement);
+    Compiled Scalar(const Expression &value, const SqlType &target);
+    Compiled Condition(const Expression &condition);
+    Compiled NewValues(const UpdateStatement &statement);
 
 private:
     /// While views, functions and defaults are written, literals are constants of the catalogue.
@@ -185,172 +185,172 @@ private:
     };
 
     // Values (writer.cpp, convert.cpp)
-    QString parameter(Parameter parameter);
-    QString constantText(const Parameter &parameter) const;
-    void need(const Parameter &parameter, bool value);
-    const Literal &literalOf(const Expression &node) const;
-    bool isWhole(const Expression &node, qint64 value) const;
-    Operand literal(const Expression &node);
-    Operand variable(const Expression &node);
-    Operand variableOf(const QString &name, const SqlType &type) const;
-    Operand system(const QString &name, const SqlType &type);
+    QString AddParameter(Parameter parameter);
+    QString ConstantText(const Parameter &parameter) const;
+    void Need(const Parameter &parameter, bool value);
+    const Literal &LiteralOf(const Expression &node) const;
+    bool IsWhole(const Expression &node, qint64 value) const;
+    Operand WriteLiteral(const Expression &node);
+    Operand WriteVariable(const Expression &node);
+    Operand VariableOf(const QString &name, const SqlType &type) const;
+    Operand System(const QString &name, const SqlType &type);
     QString text(Operand &operand);
-    QString collated(Operand &operand);
-    QString convert(Operand &operand, const Target &target);
-    QString converted(const Operand &operand, const Target &target);
-    QString fromInteger(const Operand &operand, const Target &target);
-    QString fromDecimal(const Operand &operand, const Target &target);
-    QString fromReal(const Operand &operand, const Target &target);
-    QString fromText(const Operand &operand, const Target &target);
-    QString fromDate(const Operand &operand, const Target &target);
-    static QString numberText(const QString &sql, const SqlType &from, int width, const Target &target);
-    QString fitted(const QString &sql, const SqlType &from, const Target &target);
-    [[noreturn]] void noConversion(const SqlType &from, const SqlType &to) const;
+    QString Collated(Operand &operand);
+    QString Convert(Operand &operand, const Target &target);
+    QString Converted(const Operand &operand, const Target &target);
+    QString FromInteger(const Operand &operand, const Target &target);
+    QString FromDecimal(const Operand &operand, const Target &target);
+    QString FromReal(const Operand &operand, const Target &target);
+    QString FromText(const Operand &operand, const Target &target);
+    QString FromDate(const Operand &operand, const Target &target);
+    static QString NumberText(const QString &sql, const SqlType &from, int width, const Target &target);
+    QString Fitted(const QString &sql, const SqlType &from, const Target &target);
+    [[noreturn]] void NoConversion(const SqlType &from, const SqlType &to) const;
 
     // Expressions
-    Operand value(const Expression &node, const Scope &scope);
-    Operand repeated(const Expression &node, const Scope &scope);
-    Operand valueNode(const Expression &node, const Scope &scope);
-    Operand column(const Expression &node, const Scope &scope);
-    Operand collate(const Expression &node, const Scope &scope);
-    Operand negate(const Expression &node, const Scope &scope);
-    Operand arithmetic(const Expression &node, const Scope &scope);
-    Operand arithmeticOf(QChar op, Operand &left, Operand &right);
-    Operand chained(const Operand &left, const QString &a, const QString &b, Chain::Form form, const QString &operation,
+    Operand WriteValue(const Expression &node, const Scope &scope);
+    Operand Repeated(const Expression &node, const Scope &scope);
+    Operand ValueNode(const Expression &node, const Scope &scope);
+    Operand WriteColumn(const Expression &node, const Scope &scope);
+    Operand Collate(const Expression &node, const Scope &scope);
+    Operand Negate(const Expression &node, const Scope &scope);
+    Operand Arithmetic(const Expression &node, const Scope &scope);
+    Operand ArithmeticOf(QChar op, Operand &left, Operand &right);
+    Operand Chained(const Operand &left, const QString &a, const QString &b, Chain::Form form, const QString &operation,
                     const SqlType &type) const;
-    Operand concatenation(Operand &left, Operand &right);
-    Operand integerArithmetic(QChar op, Operand &left, Operand &right, const SqlType &type);
-    Operand decimalArithmetic(QChar op, Operand &left, Operand &right);
-    Operand dateArithmetic(QChar op, Operand &left, Operand &right);
-    Operand caseValue(const Expression &node, const Scope &scope);
-    Operand cast(const Expression &node, const Scope &scope);
-    Operand scalarSubquery(const Expression &node, const Scope &scope);
-    Operand made(QString sql, const SqlType &type) const;
-    SqlType decimalTypeOf(Operand &operand);
-    bool sameExpression(const Expression &left, const Expression &right);
-    bool isGrouped(const Expression &node, const Scope &scope);
-    bool groupedAway(const Expression &node, const Scope &scope);
+    Operand Concatenation(Operand &left, Operand &right);
+    Operand IntegerArithmetic(QChar op, Operand &left, Operand &right, const SqlType &type);
+    Operand DecimalArithmetic(QChar op, Operand &left, Operand &right);
+    Operand DateArithmetic(QChar op, Operand &left, Operand &right);
+    Operand CaseValue(const Expression &node, const Scope &scope);
+    Operand WriteCast(const Expression &node, const Scope &scope);
+    Operand ScalarSubquery(const Expression &node, const Scope &scope);
+    Operand Made(QString sql, const SqlType &type) const;
+    SqlType DecimalTypeOf(Operand &operand);
+    bool SameExpression(const Expression &left, const Expression &right);
+    bool IsGrouped(const Expression &node, const Scope &scope);
+    bool GroupedAway(const Expression &node, const Scope &scope);
 
     // Conditions
-    QString conditionText(const Expression &node, const Scope &scope);
-    QString joinedConditions(const Expression &node, const Scope &scope);
-    QString compare(const QString &op, Operand &left, Operand &right);
-    SqlType comparisonType(Operand &left, Operand &right);
-    QString inList(const Expression &node, const Scope &scope);
-    QString inQuery(const Expression &node, const Scope &scope);
-    QString like(const Expression &node, const Scope &scope);
-    QString between(const Expression &node, const Scope &scope);
-    QString quantified(const Expression &node, const Scope &scope);
+    QString ConditionText(const Expression &node, const Scope &scope);
+    QString JoinedConditions(const Expression &node, const Scope &scope);
+    QString Compare(const QString &op, Operand &left, Operand &right);
+    SqlType ComparisonType(Operand &left, Operand &right);
+    QString InList(const Expression &node, const Scope &scope);
+    QString InQuery(const Expression &node, const Scope &scope);
+    QString Like(const Expression &node, const Scope &scope);
+    QString Between(const Expression &node, const Scope &scope);
+    QString Quantified(const Expression &node, const Scope &scope);
 
     // Functions
-    friend bool isAggregate(const Expression &node);
-    static const FunctionRow *functionNamed(const QString &name);
-    Operand called(const FunctionRow &row, const Expression &node, const Scope &scope);
-    Operand function(const Expression &node, const Scope &scope);
-    Operand isNullFunction(const Expression &node, const Scope &scope);
-    Operand coalesce(const Expression &node, const Scope &scope);
-    Operand nullIf(const Expression &node, const Scope &scope);
-    Operand iif(const Expression &node, const Scope &scope);
-    Operand concat(const Expression &node, const Scope &scope);
-    Operand dataLength(const Expression &node, const Scope &scope);
-    Operand str(const Expression &node, const Scope &scope);
-    Operand mathFunction(const Expression &node, const Scope &scope);
-    Operand power(const Expression &node, const Scope &scope);
-    Operand dateAdd(const Expression &node, const Scope &scope);
-    Operand systemFunction(const Expression &node, const Scope &scope);
-    Operand aggregate(const Expression &node, const Scope &scope);
-    Operand aggregateOf(const Expression &node, Operand &argument, const QString &window);
-    Operand ranking(const Expression &node, const Scope &scope);
-    QString windowText(const Window &window, const Scope &scope);
-    QString datePart(const Expression &node) const;
-    QString argumentAs(const Expression &node, const Scope &scope, const SqlType &type);
+    friend bool IsAggregate(const Expression &node);
+    static const FunctionRow *FunctionNamed(const QString &name);
+    Operand Called(const FunctionRow &row, const Expression &node, const Scope &scope);
+    Operand WriteFunction(const Expression &node, const Scope &scope);
+    Operand IsNullFunction(const Expression &node, const Scope &scope);
+    Operand Coalesce(const Expression &node, const Scope &scope);
+    Operand NullIf(const Expression &node, const Scope &scope);
+    Operand Iif(const Expression &node, const Scope &scope);
+    Operand Concat(const Expression &node, const Scope &scope);
+    Operand DataLength(const Expression &node, const Scope &scope);
+    Operand Str(const Expression &node, const Scope &scope);
+    Operand MathFunction(const Expression &node, const Scope &scope);
+    Operand Power(const Expression &node, const Scope &scope);
+    Operand DateAdd(const Expression &node, const Scope &scope);
+    Operand SystemFunction(const Expression &node, const Scope &scope);
+    Operand WriteAggregate(const Expression &node, const Scope &scope);
+    Operand AggregateOf(const Expression &node, Operand &argument, const QString &window);
+    Operand WriteRanking(const Expression &node, const Scope &scope);
+    QString WindowText(const Window &window, const Scope &scope);
+    QString DatePart(const Expression &node) const;
+    QString ArgumentAs(const Expression &node, const Scope &scope, const SqlType &type);
 
     // Queries
-    QueryText query(const Query &query, const Scope *outer, const std::vector<Target> *targets = nullptr);
-    QueryText recursiveText(const CommonTable &table, const Scope &scope);
-    QString levelText(const CommonTable &table, const CorePlan &plan) const;
-    QString commonTables(const std::vector<CommonTable> &tables, Scope &scope);
-    static bool refersTo(const TableSource &source, const QString &name);
-    static bool refersTo(const QueryBody &body, const QString &name);
-    void planBody(const QueryBody &body, const Scope *outer, std::vector<CorePlan> &plans);
-    CorePlan planCore(const SelectCore &core, const Scope *outer);
-    void planItems(CorePlan &plan);
-    void planRowid(CorePlan &plan);
-    void planItem(CorePlan &plan, const SelectItem &item);
-    void expandStar(CorePlan &plan, const Expression &star);
-    QString limitText(const Expression &count, const Scope &scope);
-    QString bodyText(const QueryBody &body, std::vector<CorePlan> &plans, std::size_t &next,
+    QueryText WriteQuery(const Query &query, const Scope *outer, const std::vector<Target> *targets = nullptr);
+    QueryText RecursiveText(const CommonTable &table, const Scope &scope);
+    QString LevelText(const CommonTable &table, const CorePlan &plan) const;
+    QString CommonTables(const std::vector<CommonTable> &tables, Scope &scope);
+    static bool RefersTo(const TableSource &source, const QString &name);
+    static bool RefersTo(const QueryBody &body, const QString &name);
+    void PlanBody(const QueryBody &body, const Scope *outer, std::vector<CorePlan> &plans);
+    CorePlan PlanCore(const SelectCore &core, const Scope *outer);
+    void PlanItems(CorePlan &plan);
+    void PlanRowid(CorePlan &plan);
+    void PlanItem(CorePlan &plan, const SelectItem &item);
+    void ExpandStar(CorePlan &plan, const Expression &star);
+    QString LimitText(const Expression &count, const Scope &scope);
+    QString BodyText(const QueryBody &body, std::vector<CorePlan> &plans, std::size_t &next,
                      const std::vector<Target> &targets);
-    std::vector<Target> outputTargets(std::vector<CorePlan> &plans, const std::vector<Target> *targets, int line);
-    QString tailText(const Query &query, const Scope &scope);
-    QString itemText(Operand &operand, const Target &target);
-    QString coreText(CorePlan &plan, const std::vector<Target> &targets);
-    QString orderText(const Query &query, std::vector<CorePlan> &plans);
-    QString orderItem(const OrderItem &item, CorePlan &plan, bool compound);
-    std::optional<std::size_t> outputPosition(const Expression &node, const CorePlan &plan);
-    QueryText xmlText(const Query &query, const QueryText &rows) const;
-    QueryText schemaView(const QString &view) const;
-    bool singleRow(const Query &query);
-    bool pinnedByKey(const SelectCore &core) const;
-    static bool hasAggregate(const Expression &node);
+    std::vector<Target> OutputTargets(std::vector<CorePlan> &plans, const std::vector<Target> *targets, int line);
+    QString TailText(const Query &query, const Scope &scope);
+    QString ItemText(Operand &operand, const Target &target);
+    QString CoreText(CorePlan &plan, const std::vector<Target> &targets);
+    QString OrderText(const Query &query, std::vector<CorePlan> &plans);
+    QString WriteOrderItem(const OrderItem &item, CorePlan &plan, bool compound);
+    std::optional<std::size_t> OutputPosition(const Expression &node, const CorePlan &plan);
+    QueryText XmlText(const Query &query, const QueryText &rows) const;
+    QueryText SchemaView(const QString &view) const;
+    bool SingleRow(const Query &query);
+    bool PinnedByKey(const SelectCore &core) const;
+    static bool HasAggregate(const Expression &node);
 
     // Tables
-    QString source(const TableSource &source, Scope &scope, const Scope *outer);
-    QString named(const TableSource &source, Scope &scope);
-    QString tableFunction(const TableSource &source, Scope &scope, const Scope *outer);
-    QString derived(const TableSource &source, Scope &scope, const Scope *outer);
-    QString values(const TableSource &source, Scope &scope, const Scope *outer);
-    QString join(const TableSource &source, Scope &scope, const Scope *outer);
-    void addSource(Scope &scope, Source source, int line) const;
-    QString nextAlias() { return QString::fromUtf16(u"t%1").arg(++m_aliases); }
-    static Source tableSource(const Table &table, const QString &alias, const QString &qualifier);
-    const CommonShape *findCommon(const QString &name, const Scope &scope) const;
-    QueryText moduleQuery(const Query &query, const std::vector<QString> &columns);
+    QString WriteSource(const TableSource &source, Scope &scope, const Scope *outer);
+    QString WriteNamed(const TableSource &source, Scope &scope);
+    QString TableFunction(const TableSource &source, Scope &scope, const Scope *outer);
+    QString WriteDerived(const TableSource &source, Scope &scope, const Scope *outer);
+    QString WriteValues(const TableSource &source, Scope &scope, const Scope *outer);
+    QString WriteJoin(const TableSource &source, Scope &scope, const Scope *outer);
+    void AddSource(Scope &scope, Source source, int line) const;
+    QString NextAlias() { return QString::fromUtf16(u"t%1").arg(++m_aliases); }
+    static Source SourceOf(const Table &table, const QString &alias, const QString &qualifier);
+    const CommonShape *FindCommon(const QString &name, const Scope &scope) const;
+    QueryText ModuleQuery(const Query &query, const std::vector<QString> &columns);
 
     // Statements
-    void select(const SelectStatement &statement);
-    std::vector<Target> assignTargets(const SelectStatement &statement);
-    bool assignsInTurn(const Query &query);
-    void assignInTurn(const Query &query, const std::vector<Target> &targets);
-    void planRowItems(CorePlan &plan);
-    void selectInto(const SelectStatement &statement, const QueryText &text);
-    void insert(const InsertStatement &statement);
-    QString insertRows(const InsertStatement &statement, const Table &table, const std::vector<const Column *> &columns,
+    void WriteSelect(const SelectStatement &statement);
+    std::vector<Target> AssignTargets(const SelectStatement &statement);
+    bool AssignsInTurn(const Query &query);
+    void AssignInTurn(const Query &query, const std::vector<Target> &targets);
+    void PlanRowItems(CorePlan &plan);
+    void SelectInto(const SelectStatement &statement, const QueryText &text);
+    void WriteInsert(const InsertStatement &statement);
+    QString InsertRows(const InsertStatement &statement, const Table &table, const std::vector<const Column *> &columns,
                        const std::vector<const Column *> &defaults);
-    QString insertQuery(const InsertStatement &statement, const Table &table,
+    QString InsertQuery(const InsertStatement &statement, const Table &table,
                         const std::vector<const Column *> &columns, const std::vector<const Column *> &defaults,
                         const Scope &scope);
-    std::vector<const Column *> insertColumns(const InsertStatement &statement, const Table &table) const;
-    std::vector<const Column *> defaultedColumns(const std::vector<const Column *> &given, const Table &table) const;
-    QString assigned(Operand &operand, const Column &column, const Table &table, const QString &verb);
-    QString defaultText(const Column &column, const Table &table, const QString &verb);
-    void update(const UpdateStatement &statement);
-    void remove(const DeleteStatement &statement);
-    void truncate(const TruncateStatement &statement);
-    QString returning(const std::vector<SelectItem> &items, const Table &table, const QString &allowed);
-    std::shared_ptr<const Table> writableTable(const ObjectName &name, int line) const;
-    template <class Change> ChangedRows changedRows(const Change &statement, Scope &scope);
-    ChangedRows rowsOfQuery(const Query &query, const std::vector<QString> &names, const QString &alias, Scope &scope);
-    bool looksAtChanges(const Table &table) const;
-    static QString rowsFoundFirst(const Table &table, const QString &where, const QString &limit);
-    QString updateInPlace(const UpdateStatement &statement, const ChangedRows &rows, const Scope &scope);
-    void findAlone(ChangedRows &rows, Scope &scope);
-    QString foundValues(const UpdateStatement &statement, const ChangedRows &rows, const Scope &scope,
+    std::vector<const Column *> InsertColumns(const InsertStatement &statement, const Table &table) const;
+    std::vector<const Column *> DefaultedColumns(const std::vector<const Column *> &given, const Table &table) const;
+    QString Assigned(Operand &operand, const Column &column, const Table &table, const QString &verb);
+    QString DefaultText(const Column &column, const Table &table, const QString &verb);
+    void WriteUpdate(const UpdateStatement &statement);
+    void Remove(const DeleteStatement &statement);
+    void WriteTruncate(const TruncateStatement &statement);
+    QString Returning(const std::vector<SelectItem> &items, const Table &table, const QString &allowed);
+    std::shared_ptr<const Table> WritableTable(const ObjectName &name, int line) const;
+    template <class Change> ChangedRows FindChangedRows(const Change &statement, Scope &scope);
+    ChangedRows RowsOfQuery(const Query &query, const std::vector<QString> &names, const QString &alias, Scope &scope);
+    bool LooksAtChanges(const Table &table) const;
+    static QString RowsFoundFirst(const Table &table, const QString &where, const QString &limit);
+    QString UpdateInPlace(const UpdateStatement &statement, const ChangedRows &rows, const Scope &scope);
+    void FindAlone(ChangedRows &rows, Scope &scope);
+    QString FoundValues(const UpdateStatement &statement, const ChangedRows &rows, const Scope &scope,
                         QStringList &columns);
-    QString updateFound(const UpdateStatement &statement, const ChangedRows &rows, const Scope &scope);
-    QString assignment(const Assignment &assignment, const ChangedRows &rows, const Scope &scope, QString &column);
+    QString UpdateFound(const UpdateStatement &statement, const ChangedRows &rows, const Scope &scope);
+    QString WriteAssignment(const Assignment &assignment, const ChangedRows &rows, const Scope &scope, QString &column);
 
     // Definitions
-    void createTable(const CreateTableStatement &statement);
-    QString columnText(const Table &table, const Column &column, bool withDefault);
-    QString constraintText(const Table &table, const TableConstraint &constraint);
-    QString foreignKeyText(const Table &table, const ForeignKey &key);
-    void createIndex(const CreateIndexStatement &statement);
-    void alterTable(const AlterTableStatement &statement);
-    QStringList addedConstraint(const Table &table, const TableConstraint &constraint) const;
-    void drop(const DropStatement &statement);
-    void module(const Statement &statement);
-    Scope columnScope(const Table &table) const;
+    void WriteCreateTable(const CreateTableStatement &statement);
+    QString ColumnText(const Table &table, const Column &column, bool withDefault);
+    QString ConstraintText(const Table &table, const TableConstraint &constraint);
+    QString ForeignKeyText(const Table &table, const ForeignKey &key);
+    void WriteCreateIndex(const CreateIndexStatement &statement);
+    void WriteAlterTable(const AlterTableStatement &statement);
+    QStringList AddedConstraint(const Table &table, const TableConstraint &constraint) const;
+    void WriteDrop(const DropStatement &statement);
+    void Module(const Statement &statement);
+    Scope ColumnScope(const Table &table) const;
 
     const Catalogue &m_catalogue;
     const VariableTypes &m_variables;
@@ -372,29 +372,29 @@ private:
 };
 
 /// What a query offers under an alias to the one that reads from it.
-Source shapeSource(const std::vector<ResultColumn> &columns, const QString &alias, const QString &name);
+Source ShapeSource(const std::vector<ResultColumn> &columns, const QString &alias, const QString &name);
 /// Gives the columns of a derived, common or view table the names that its definition lists, if it does.
-void renameColumns(std::vector<ResultColumn> &columns, const std::vector<QString> &names, const QString &owner,
+void RenameColumns(std::vector<ResultColumn> &columns, const std::vector<QString> &names, const QString &owner,
                    int line);
 /// "name" with inner quotes doubled.
-QString quotedName(const QString &name);
+QString QuotedName(const QString &name);
 /// 'text' with inner quotes doubled.
-QString quotedText(const QString &text);
-bool sameName(QStringView a, QStringView b);
+QString QuotedText(const QString &text);
+bool SameName(QStringView a, QStringView b);
 /// COUNT, SUM … without a window.
-bool isAggregate(const Expression &node);
+bool IsAggregate(const Expression &node);
 /// The list of names as "a","b".
-QString nameListText(const std::vector<QString> &names);
+QString NameListText(const std::vector<QString> &names);
 /// Refuses an order that nobody would see: of a query inside of another one, without TOP or OFFSET.
-void refuseOrder(const Query &query);
+void RefuseOrder(const Query &query);
 /// Texts are searched in the database's own collation: any other is refused.
-void refuseCollation(const Expression &node, const QString &where);
-[[noreturn]] void refuseTwice(const QString &column, int line);
+void RefuseCollation(const Expression &node, const QString &where);
+[[noreturn]] void RefuseTwice(const QString &column, int line);
 /// Whether a foreign key of another table, but for those that are dropped before, points to the table.
-bool isReferenced(const Table &table, const Catalogue &catalogue, const QSet<QString> &dropped);
+bool IsReferenced(const Table &table, const Catalogue &catalogue, const QSet<QString> &dropped);
 /// The type of a system value, or nothing when there is none of that name.
-std::optional<SqlType> systemType(const QString &name);
+std::optional<SqlType> SystemType(const QString &name);
 /// How messages and SQL call a kind: its number.
-QString kindNumber(Kind kind);
+QString KindNumber(Kind kind);
 
 } // namespace tsql

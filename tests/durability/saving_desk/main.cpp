@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QSqlDatabase connect(const QString &file, const QString &name)
+QSqlDatabase Connect(const QString &file, const QString &name)
 {
     QSqlDatabase connection = QSqlDatabase::addDatabase(new tsql::Driver, name);
     connection.setDatabaseName(file);
@@ -24,7 +24,7 @@ QSqlDatabase connect(const QString &file, const QString &name)
     return connection;
 }
 
-void saveOne(host::Host &host, TGood_DM &data, int number)
+void SaveOne(host::Host &host, TGood_DM &data, int number)
 {
     const int code = data.Good_GetNewCode(u"1"_s);
     data.CreateGoodDetailTempTable();
@@ -58,13 +58,13 @@ int main(int argc, char *argv[])
 {
     QCoreApplication application(argc, argv);
     const QString file = application.arguments().value(1);
-    host::Connections connections{connect(file, u"main"_s), connect(file, u"list"_s), connect(file, u"scales"_s)};
+    host::Connections connections{Connect(file, u"main"_s), Connect(file, u"list"_s), Connect(file, u"scales"_s)};
     test::TestHost desk(connections);
     desk.settings.record.GoodDetails = true;
     host::Host &host = desk;
     TGood_DM data(host.DM, host.settings, host.entities);
     for (int number = 0;; ++number) {
-        saveOne(host, data, number);
+        SaveOne(host, data, number);
         if (number == 0) {
             std::puts("saved");
             std::fflush(stdout);
