@@ -36,17 +36,17 @@ QFont PrintFont(int points, bool bold)
     return font;
 }
 
-} // namespace
-
 /// A preview keeps each run of one direction by itself, drawn from left to right: a blank between a word and a number
 /// would change its side there. A direction mark keeps it inside the word's run.
-QString PrintedText(const QString &text)
+QString Printed(const QString &text)
 {
     constexpr auto option = QRegularExpression::UseUnicodePropertiesOption;
     static const QRegularExpression beforeNumber(u"(?<=\\p{Arabic}) (?=\\p{Nd})"_s, option);
     static const QRegularExpression afterNumber(u"(?<=\\p{Nd}) (?=\\p{Arabic})"_s, option);
     return QString(text).replace(beforeNumber, u" \u200F"_s).replace(afterNumber, u"\u200F "_s);
 }
+
+} // namespace
 
 GridPrinter::GridPrinter(Grid &grid, const QString &title, const QString &date)
     : m_grid(grid), m_title(title), m_date(date)
@@ -89,7 +89,7 @@ void GridPrinter::PaintPage(QPainter &painter, const QRectF &page, int firstRow,
     painter.setPen(theme::Ink());
     painter.setFont(PrintFont(14, true));
     const QRectF top(page.left(), page.top(), page.width(), titlePoints);
-    painter.drawText(top, Qt::AlignRight | Qt::AlignVCenter, PrintedText(m_title));
+    painter.drawText(top, Qt::AlignRight | Qt::AlignVCenter, Printed(m_title));
     painter.setFont(PrintFont(9, false));
     painter.drawText(top, Qt::AlignLeft | Qt::AlignVCenter, PersianDigits(m_date));
 
@@ -103,7 +103,7 @@ void GridPrinter::PaintPage(QPainter &painter, const QRectF &page, int firstRow,
         PaintRow(painter, row, m_grid.VisibleTexts(index), false);
     }
     const QRectF foot(page.left(), page.bottom() - footPoints, page.width(), footPoints);
-    painter.drawText(foot, Qt::AlignCenter, PrintedText(PersianDigits(u"صفحه %1 از %2"_s.arg(number).arg(count))));
+    painter.drawText(foot, Qt::AlignCenter, Printed(PersianDigits(u"صفحه %1 از %2"_s.arg(number).arg(count))));
 }
 
 void GridPrinter::PaintRow(QPainter &painter, const QRectF &row, const QStringList &texts, bool heading) const
@@ -120,8 +120,8 @@ void GridPrinter::PaintRow(QPainter &painter, const QRectF &row, const QStringLi
         painter.drawRect(cell);
         painter.setPen(theme::Ink());
         const QRectF inside = cell.adjusted(padPoints, 0, -padPoints, 0);
-        const QString text = metrics.elidedText(PrintedText(texts.value(static_cast<qsizetype>(column))),
-                                                Qt::ElideRight, inside.width());
+        const QString text =
+            metrics.elidedText(Printed(texts.value(static_cast<qsizetype>(column))), Qt::ElideRight, inside.width());
         painter.drawText(inside, Qt::AlignRight | Qt::AlignVCenter | Qt::TextSingleLine, text);
         right -= width;
     }

@@ -16,9 +16,6 @@ namespace host {
 
 class Grid;
 
-/// The text as it is to be painted on a printer: what stays together in one run of one direction stays so in a preview.
-HOST_EXPORT QString PrintedText(const QString &text);
-
 /// Prints a grid as a table: title and date above, captions repeated on each page, rows striped, page numbers below;
 /// right to left as on the screen.
 class HOST_EXPORT GridPrinter

@@ -4,6 +4,7 @@
 #include <QPainter>
 #include <QPrintDialog>
 #include <QPrintPreviewDialog>
+#include <QPrintPreviewWidget>
 #include <QPrinter>
 #include <QProgressDialog>
 
@@ -74,6 +75,7 @@ void LabelOutput::Preview()
     QPrintPreviewDialog preview(&printer, m_parent);
     preview.setWindowTitle(m_title);
     preview.resize(900, 700);
+    preview.findChild<QPrintPreviewWidget *>()->setObjectName(u"LabelPages_PRV"_s);
     QObject::connect(&preview, &QPrintPreviewDialog::paintRequested, &preview, [this](QPrinter *on) { Paint(*on); });
     preview.exec();
 }

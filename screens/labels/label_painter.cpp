@@ -1,9 +1,9 @@
 #include "screens/labels/label_painter.h"
 
 #include "host/look/theme.h"
-#include "host/screens/grid_print.h"
 
 #include <QPainter>
+#include <QPainterPath>
 #include <QRegularExpression>
 #include <QTextLayout>
 
@@ -53,12 +53,11 @@ public:
         const QRect rect = Rect(area);
         const int height = rect.height() / std::max(1, lines);
         const QFont font = FontOf(height * FontOfLine, true);
-        m_painter.setFont(font);
         const QStringList texts = NameLines(name, font, rect.width(), lines);
         QRect line(rect.left(), rect.top() + (rect.height() - height * static_cast<int>(texts.size())) / 2,
                    rect.width(), height);
         for (const QString &text : texts) {
-            Text(line, text);
+            Text(line, font, text);
             line.translate(0, height);
         }
     }
@@ -66,8 +65,7 @@ public:
     void Price(const QString &price, const QRectF &area)
     {
         const QRect rect = Rect(area);
-        m_painter.setFont(Fitting(FontOf(rect.height() * FontOfLine, true), price, rect.width()));
-        Text(rect, price);
+        Text(rect, Fitting(FontOf(rect.height() * FontOfLine, true), price, rect.width()), price);
     }
 
     void Barcode(const Label &label, const QRectF &area)
@@ -75,10 +73,10 @@ public:
         const QRect rect = Rect(area);
         const int module = label.symbol ? ModuleDots(*label.symbol, rect.width(), m_dotsPerInch) : 0;
         const int digits = Dots(std::min(DigitsHeight, area.height() * DigitsShare), m_dotsPerInch);
-        if (module > 0)
+        if (module > 0) // bars that nobody could read would only look like some
             Bars(*label.symbol, rect, module, digits);
         else
-            PlainBarcode(label.barcode, rect, digits);
+            Digits(QRect(rect.left(), rect.center().y() - digits, rect.width(), 2 * digits), label.barcode);
     }
 
 private:
@@ -91,31 +89,30 @@ private:
             m_painter.fillRect(
                 QRect(first + bar.left * module, rect.top(), bar.width * module, height + (bar.guard ? digits / 2 : 0)),
                 Qt::black);
-        m_painter.setFont(FontOf(digits * FontOfLine, false));
         for (const Symbol::Digits &part : symbol.digits) {
             const QRect place(first + part.left * module, rect.bottom() + 1 - digits, (part.right - part.left) * module,
                               digits);
-            DrawFitting(place, part.text);
+            Digits(place, part.text);
         }
     }
 
-    /// Bars that nobody could read would only look like some.
-    void PlainBarcode(const QString &barcode, const QRect &rect, int digits)
+    void Digits(const QRect &rect, const QString &text)
     {
-        m_painter.setFont(FontOf(digits, false));
-        DrawFitting(rect, barcode);
+        Draw(rect, Fitting(FontOf(rect.height() * FontOfLine, false), text, rect.width()), u"\u200E"_s + text);
     }
 
-    void DrawFitting(const QRect &rect, const QString &text)
-    {
-        m_painter.setFont(Fitting(m_painter.font(), text, rect.width()));
-        m_painter.drawText(rect, Qt::AlignCenter | Qt::TextSingleLine | Qt::TextForceLeftToRight, text);
-    }
+    void Text(const QRect &rect, const QFont &font, const QString &text) { Draw(rect, font, u"\u200F"_s + text); }
 
-    void Text(const QRect &rect, const QString &text)
+    /// Outlines, because a preview keeps runs of one direction apart and would put the signs between them elsewhere
+    /// than the printer does. The mark in front says in which direction the text is read.
+    void Draw(const QRect &rect, const QFont &font, const QString &text)
     {
-        m_painter.drawText(rect, Qt::AlignCenter | Qt::TextSingleLine | Qt::TextForceRightToLeft,
-                           host::PrintedText(text));
+        QPainterPath path;
+        path.addText(QPointF(), font, text);
+        const QFontMetricsF metrics(font);
+        const double baseline = rect.top() + (rect.height() + metrics.ascent() - metrics.descent()) / 2;
+        const QRectF drawn = path.boundingRect();
+        m_painter.fillPath(path.translated(rect.left() + rect.width() / 2.0 - drawn.center().x(), baseline), Qt::black);
     }
 
     QRect Rect(const QRectF &area) const
@@ -151,6 +148,8 @@ QStringList NameLines(const QString &name, const QFont &font, double width, int 
 {
     static const QRegularExpression marks(u"[\\x{200E}\\x{200F}\\x{202A}-\\x{202E}\\x{2066}-\\x{2069}]"_s);
     const QString text = QString(name).remove(marks).simplified();
+    if (text.isEmpty())
+        return {};
     QTextOption option;
     option.setTextDirection(Qt::RightToLeft);
     option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
@@ -176,7 +175,6 @@ void PaintPage(QPainter &painter, const Job &job, int page, int dotsPerInch)
 {
     const Paper paper = PaperOf(job.choices);
     const Areas areas = AreasOf(job.choices.layout, paper.label);
-    painter.setPen(Qt::black);
     const int before = std::clamp(job.choices.start, 1, paper.PerPage()) - 1; // places used up already
     const int first = std::max(0, page * paper.PerPage() - before);
     const int end = std::min(static_cast<int>(job.order.size()), (page + 1) * paper.PerPage() - before);

@@ -8,6 +8,7 @@
 #include "ui_label_print.h"
 
 #include <QFileDialog>
+#include <QHeaderView>
 #include <QPushButton>
 #include <QScopedValueRollback>
 #include <QStandardPaths>
@@ -65,7 +66,7 @@ TGood_Label_FRM::TGood_Label_FRM(host::Host &host, goods::Prices &prices)
 {
     m_ui->setupUi(Content());
     SetTitle(u"چاپ لیبل و بارکد"_s);
-    resize(1080, 680);
+    resize(1120, 720);
     BuildChoices();
     BuildGrid();
     ShowChoices({});
@@ -102,12 +103,13 @@ void TGood_Label_FRM::BuildGrid()
     using host::ColumnFormat;
     host::Grid *grid = m_ui->LabelGoods_GRD;
     grid->SetColumns({{u"Code"_s, u"کد"_s, 70, false, ColumnFormat::Code},
-                      {u"Name"_s, u"نام کالا"_s, 210},
+                      {u"Name"_s, u"نام کالا"_s, 200},
                       {u"Barcode"_s, u"بارکد"_s, 120},
                       {u"Price"_s, u"قیمت"_s, 95, false, ColumnFormat::Price},
                       {u"Mogodi"_s, u"موجودی"_s, 70, false, ColumnFormat::Quantity},
                       {u"Count"_s, u"تعداد لیبل"_s, 75, false, ColumnFormat::Quantity},
                       {u"Note"_s, u"توضیح"_s, 130}});
+    grid->horizontalHeader()->setStretchLastSection(true);
     grid->SetMultiSelect(false);
     grid->SetSource(&m_rows);
     RememberLayout(grid);
@@ -199,9 +201,9 @@ void TGood_Label_FRM::ShowFields()
 {
     const labels::Choices &choices = m_rows.CurrentChoices();
     const bool sheet = choices.layout == Layout::Sheet;
-    for (QWidget *field : std::initializer_list<QWidget *>{m_ui->Rows_EDT, m_ui->Columns_EDT, m_ui->Start_EDT,
-                                                           m_ui->TopMargin_EDT, m_ui->SideMargin_EDT})
-        m_ui->Form_LAY->setRowVisible(field, sheet);
+    m_ui->Form_LAY->setRowVisible(m_ui->Places_LAY, sheet);
+    m_ui->Form_LAY->setRowVisible(m_ui->Start_EDT, sheet);
+    m_ui->Form_LAY->setRowVisible(m_ui->Margins_LAY, sheet);
     m_ui->Form_LAY->setRowVisible(m_ui->Count_EDT, choices.countBy == CountBy::Same);
     m_ui->LabelGoods_GRD->setEditTriggers(choices.countBy == CountBy::Typed
                                               ? QAbstractItemView::DoubleClicked | QAbstractItemView::AnyKeyPressed |
@@ -264,8 +266,8 @@ std::vector<host::Check> TGood_Label_FRM::Checks() const
     const labels::Choices choices = m_rows.CurrentChoices();
     std::vector<host::Check> checks;
     if (choices.layout == Layout::Sheet) {
-        checks.push_back(Range(u"ردیف در برگه"_s, m_ui->Rows_EDT, choices.rows, 1, labels::MostRows));
-        checks.push_back(Range(u"ستون در برگه"_s, m_ui->Columns_EDT, choices.columns, 1, labels::MostColumns));
+        checks.push_back(Range(u"ردیف"_s, m_ui->Rows_EDT, choices.rows, 1, labels::MostRows));
+        checks.push_back(Range(u"ستون"_s, m_ui->Columns_EDT, choices.columns, 1, labels::MostColumns));
         const labels::Paper paper = labels::PaperOf(choices);
         checks.push_back(Range(u"شروع از خانه"_s, m_ui->Start_EDT, choices.start, 1, paper.PerPage()));
         checks.push_back({u"size of the labels"_s, [this, usable = labels::IsUsable(paper)] {

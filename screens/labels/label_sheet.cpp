@@ -22,9 +22,15 @@ constexpr double Padding = 2;
 constexpr double SmallPadding = 1;
 constexpr double Gap = 0.8;
 
-constexpr double LineHeight = 4.4; ///< of a name on a sticker
-constexpr double SmallLineHeight = 3.4;
-constexpr double LowLabel = 24; ///< lower ones have one line for the name
+/// The line of a name, as a share of the label's height, and between which heights it stays legible and modest.
+constexpr double LineShare = 0.147;
+constexpr double LowestLine = 3;
+constexpr double HighestLine = 9;
+constexpr double ShelfName = 1.3; ///< on the shelf name and price are read from afar
+constexpr double ShelfPrice = 2.2;
+constexpr double Price = 1.1;
+constexpr double LowLabel = 24;    ///< lower ones have one line for the name
+constexpr double HighestBars = 25; ///< higher ones are no easier to read
 
 } // namespace
 
@@ -76,21 +82,26 @@ Areas AreasOf(Layout layout, const QSizeF &label)
     const bool shelf = layout == Layout::Shelf;
     const bool low = label.height() < LowLabel;
     const double padding = low ? SmallPadding : Padding;
-    const QRectF inside = QRectF(QPointF(), label).adjusted(padding, padding, -padding, -padding);
-    const int lines = low ? 1 : 2;
-    const double nameHeight = lines * (shelf ? LineHeight * 1.3 : low ? SmallLineHeight : LineHeight);
-    const double priceHeight = shelf ? LineHeight * 2.2 : low ? SmallLineHeight : LineHeight * 1.1;
+    const double line = std::clamp(label.height() * LineShare, LowestLine, HighestLine);
+    const double width = label.width() - 2 * padding;
+    const double price = line * (shelf ? ShelfPrice : Price);
     Areas areas;
-    areas.nameLines = lines;
-    areas.name = QRectF(inside.topLeft(), QSizeF(inside.width(), nameHeight));
-    if (shelf) { // the price is read from afar, the barcode from near
-        areas.price = QRectF(inside.left(), areas.name.bottom() + Gap, inside.width(), priceHeight);
-        areas.barcode = QRectF(QPointF(inside.left(), areas.price.bottom() + Gap), inside.bottomRight());
-    } else {
-        areas.price = QRectF(inside.left(), inside.bottom() - priceHeight, inside.width(), priceHeight);
-        areas.barcode =
-            QRectF(QPointF(inside.left(), areas.name.bottom() + Gap), QPointF(inside.right(), areas.price.top() - Gap));
-    }
+    areas.nameLines = low ? 1 : 2;
+    const double name = areas.nameLines * line * (shelf ? ShelfName : 1);
+    const double room = label.height() - 2 * padding - name - price - 2 * Gap;
+    const double bars = std::min(room, HighestBars);
+    double top = padding + (room - bars) / 2; // what is left over stands above and below
+    const auto next = [&](double height) {
+        const QRectF area(padding, top, width, height);
+        top += height + Gap;
+        return area;
+    };
+    areas.name = next(name);
+    if (shelf)
+        areas.price = next(price);
+    areas.barcode = next(bars);
+    if (!shelf)
+        areas.price = next(price);
     return areas;
 }
 

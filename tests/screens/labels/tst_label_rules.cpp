@@ -143,8 +143,8 @@ void TestLabelRules::NamesFit()
     QCOMPARE(lines.size(), shown.size());
     for (qsizetype i = 0; i < lines.size(); ++i) {
         QVERIFY2(QFontMetricsF(font).horizontalAdvance(lines[i]) <= width, qPrintable(lines[i]));
-        QVERIFY2(name.startsWith(u"مم") ? lines[i].endsWith(shown[i].last(1)) : lines[i] == shown[i],
-                 qPrintable(lines[i]));
+        QVERIFY2(lines[i].startsWith(QString(shown[i]).remove(u'…')), qPrintable(lines[i]));
+        QCOMPARE(lines[i].endsWith(u'…'), shown[i].endsWith(u'…'));
     }
 }
 
