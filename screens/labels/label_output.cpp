@@ -50,6 +50,7 @@ bool LabelOutput::Paint(QPrinter &printer)
     QPainter painter(&printer);
     if (!painter.isActive())
         Refuse(u"چاپگر یا فایل آماده نوشتن نیست."_s);
+    painter.setRenderHint(QPainter::Antialiasing); // for what a preview makes smaller; bars end on whole dots
     const int pages = m_job.Pages();
     QProgressDialog progress(u"آماده سازی صفحات ..."_s, u"انصراف"_s, 0, pages, m_parent);
     progress.setWindowModality(Qt::ApplicationModal);
