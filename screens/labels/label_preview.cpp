@@ -26,7 +26,7 @@ void LabelPreview::paintEvent(QPaintEvent *)
     const double scale = std::min(room.width() / page.width(), room.height() / page.height());
     QPainter painter(this);
     painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
-    painter.translate(room.center() - QPointF(page.width(), page.height()) * scale / 2);
+    painter.translate(room.center().x() - page.width() * scale / 2, room.top());
     painter.scale(scale, scale);
     QPen edge(host::theme::Line());
     edge.setCosmetic(true);

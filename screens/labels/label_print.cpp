@@ -66,7 +66,7 @@ TGood_Label_FRM::TGood_Label_FRM(host::Host &host, goods::Prices &prices)
 {
     m_ui->setupUi(Content());
     SetTitle(u"چاپ لیبل و بارکد"_s);
-    resize(1120, 720);
+    resize(1180, 720);
     BuildChoices();
     BuildGrid();
     ShowChoices({});
@@ -103,12 +103,12 @@ void TGood_Label_FRM::BuildGrid()
     using host::ColumnFormat;
     host::Grid *grid = m_ui->LabelGoods_GRD;
     grid->SetColumns({{u"Code"_s, u"کد"_s, 70, false, ColumnFormat::Code},
-                      {u"Name"_s, u"نام کالا"_s, 200},
-                      {u"Barcode"_s, u"بارکد"_s, 120},
+                      {u"Name"_s, u"نام کالا"_s, 235},
+                      {u"Barcode"_s, u"بارکد"_s, 140},
                       {u"Price"_s, u"قیمت"_s, 95, false, ColumnFormat::Price},
-                      {u"Mogodi"_s, u"موجودی"_s, 70, false, ColumnFormat::Quantity},
-                      {u"Count"_s, u"تعداد لیبل"_s, 75, false, ColumnFormat::Quantity},
-                      {u"Note"_s, u"توضیح"_s, 130}});
+                      {u"Mogodi"_s, u"موجودی"_s, 65, false, ColumnFormat::Quantity},
+                      {u"Count"_s, u"تعداد لیبل"_s, 80, false, ColumnFormat::Quantity},
+                      {u"Note"_s, u"توضیح"_s, 110}});
     grid->horizontalHeader()->setStretchLastSection(true);
     grid->SetMultiSelect(false);
     grid->SetSource(&m_rows);

@@ -26,8 +26,7 @@ constexpr double Gap = 0.8;
 constexpr double LineShare = 0.147;
 constexpr double LowestLine = 3;
 constexpr double HighestLine = 9;
-constexpr double ShelfName = 1.3; ///< on the shelf name and price are read from afar
-constexpr double ShelfPrice = 2.2;
+constexpr double ShelfPrice = 1.7; ///< on the shelf it is read from afar
 constexpr double Price = 1.1;
 constexpr double LowLabel = 24;    ///< lower ones have one line for the name
 constexpr double HighestBars = 25; ///< higher ones are no easier to read
@@ -87,7 +86,7 @@ Areas AreasOf(Layout layout, const QSizeF &label)
     const double price = line * (shelf ? ShelfPrice : Price);
     Areas areas;
     areas.nameLines = low ? 1 : 2;
-    const double name = areas.nameLines * line * (shelf ? ShelfName : 1);
+    const double name = areas.nameLines * line;
     const double room = label.height() - 2 * padding - name - price - 2 * Gap;
     const double bars = std::min(room, HighestBars);
     double top = padding + (room - bars) / 2; // what is left over stands above and below
