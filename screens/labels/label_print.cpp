@@ -316,13 +316,14 @@ void TGood_Label_FRM::WritePdf()
 {
     if (!MayPrint())
         return;
-    const QString folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-    QString path = QFileDialog::getSaveFileName(this, u"فایل PDF"_s, folder + u"/لیبل.pdf"_s, u"PDF (*.pdf)"_s);
-    if (path.isEmpty())
+    QFileDialog dialog(this, u"فایل PDF"_s, QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation),
+                       u"PDF (*.pdf)"_s);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(u"pdf"_s); // before it asks whether a file of that name is to be replaced
+    dialog.selectFile(u"لیبل"_s);
+    if (dialog.exec() != QDialog::Accepted)
         return;
-    if (!path.endsWith(u".pdf"_s, Qt::CaseInsensitive))
-        path += u".pdf"_s;
     const labels::Job job = m_rows.MakeJob();
-    if (labels::LabelOutput(job, Title(), this).WritePdf(path))
+    if (labels::LabelOutput(job, Title(), this).WritePdf(dialog.selectedFiles().constFirst()))
         m_host.messages.ShowFlashMessage(u"فایل نوشته شد"_s, FlashMilliseconds);
 }

@@ -62,87 +62,78 @@ class TestLabelBars : public QObject
     Q_OBJECT
 
 private slots:
-    void Scanners_data();
-    void Scanners();
-    void SheetGoesOn();
-    void PdfPages();
+    void Scanners_data()
+    {
+        QTest::addColumn<int>("layout");
+        QTest::addColumn<QString>("barcode");
+        QTest::addColumn<int>("dots");
+        QTest::addColumn<QString>("read");
+        const std::pair<const char *, int> layouts[] = {
+            {"shelf", int(Layout::Shelf)}, {"sticker", int(Layout::Sticker)}, {"sheet", int(Layout::Sheet)}};
+        for (const auto &[name, layout] : layouts)
+            for (const int dots : {Thermal, 300, 600})
+                for (const QString &read :
+                     {u"EAN-13 6260998877662"_s, u"EAN-13 0001234567895"_s, u"EAN-8 12345670"_s, u"EAN-8 00000017"_s,
+                      u"Code128 ABC-abc 12"_s, u"Code128 00012345"_s, u"Code128 1234567890123456789012345"_s,
+                      u"Code128 \"%_[!~"_s, u"Code128 "_s + Longest})
+                    QTest::addRow("%s, %d dpi, %s", name, dots, qPrintable(read))
+                        << layout << read.section(u' ', 1)
+                        << dots
+                        // A module of one dot is too narrow at 300 dpi, one of two too wide for the sticker.
+                        << (layout == int(Layout::Sticker) && dots == 300 && read.contains(Longest) ? QString() : read);
+        QTest::newRow("too long for bars") << int(Layout::Sticker) << QString(40, u'a') << Thermal << QString();
+        QTest::newRow("no bars, no scan") << int(Layout::Sticker) << QString() << Thermal << QString();
+    }
+
+    void Scanners()
+    {
+        QFETCH(int, layout);
+        QFETCH(QString, barcode);
+        QFETCH(int, dots);
+        QFETCH(QString, read);
+        Choices choices{static_cast<Layout>(layout)};
+        choices.dotsPerInch = dots;
+        const Job job = JobFor(choices, barcode);
+        QCOMPARE(BarsFit(job.labels.first(), choices), !read.isEmpty() || barcode.isEmpty());
+        QCOMPARE(Scanned(CutOut(PageOf(job), job, 0)), read);
+    }
+
+    /// A used sheet goes on at its place, the next page begins at the first; nothing is printed in the used places.
+    void SheetGoesOn()
+    {
+        Choices choices{Layout::Sheet};
+        choices.start = 23;
+        const Job job = JobFor(choices, u"6260998877662"_s, 3);
+        QCOMPARE(job.Pages(), 2);
+        const QImage first = PageOf(job);
+        const QImage second = PageOf(job, 1);
+        const QString read = u"EAN-13 6260998877662"_s;
+        QCOMPARE(Scanned(CutOut(first, job, 0)), read);
+        QCOMPARE(Scanned(CutOut(first, job, 1)), read);
+        QCOMPARE(Scanned(CutOut(second, job, 2)), read);
+        QImage left = first;
+        QPainter(&left).fillRect(0, Dots(297.0 * 7 / 8, Thermal), Dots(140, Thermal), 999, Qt::white);
+        QImage blank = left;
+        blank.fill(Qt::white);
+        QCOMPARE(left, blank);
+    }
+
+    /// The file has a page for each label of a roll, and its bars are read as they come out of a 203 dpi printer.
+    void PdfPages()
+    {
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(u"لیبل.pdf"_s);
+        const Job job = JobFor({Layout::Sticker}, Longest, 3);
+        QVERIFY(LabelOutput(job, u"لیبل"_s, nullptr).WritePdf(path));
+        const QString picture = folder.filePath(u"page"_s);
+        QCOMPARE(QProcess::execute(u"pdftoppm"_s, {u"-r"_s, u"203"_s, u"-mono"_s, path, picture}), 0);
+        for (const int page : {1, 2, 3})
+            QCOMPARE(Scanned(QImage(u"%1-%2.pbm"_s.arg(picture).arg(page))), u"Code128 "_s + Longest);
+        QVERIFY(!QFile::exists(picture + u"-4.pbm"_s));
+        QVERIFY_THROWS_EXCEPTION(std::runtime_error,
+                                 LabelOutput(job, u"لیبل"_s, nullptr).WritePdf(folder.filePath(u"no/such.pdf"_s)));
+    }
 };
-
-void TestLabelBars::Scanners_data()
-{
-    QTest::addColumn<int>("layout");
-    QTest::addColumn<QString>("barcode");
-    QTest::addColumn<int>("dots");
-    QTest::addColumn<QString>("read");
-    const std::pair<const char *, int> layouts[] = {
-        {"shelf", int(Layout::Shelf)}, {"sticker", int(Layout::Sticker)}, {"sheet", int(Layout::Sheet)}};
-    for (const auto &[name, layout] : layouts)
-        for (const int dots : {Thermal, 300, 600})
-            for (const QString &read :
-                 {u"EAN-13 6260998877662"_s, u"EAN-13 0001234567895"_s, u"EAN-8 12345670"_s, u"EAN-8 00000017"_s,
-                  u"Code128 ABC-abc 12"_s, u"Code128 00012345"_s, u"Code128 1234567890123456789012345"_s,
-                  u"Code128 \"%_[!~"_s, u"Code128 "_s + Longest})
-                QTest::addRow("%s, %d dpi, %s", name, dots, qPrintable(read))
-                    << layout << read.section(u' ', 1)
-                    << dots
-                    // A module of one dot is too narrow at 300 dpi, one of two too wide for the sticker.
-                    << (layout == int(Layout::Sticker) && dots == 300 && read.contains(Longest) ? QString() : read);
-    QTest::newRow("too long for bars") << int(Layout::Sticker) << QString(40, u'a') << Thermal << QString();
-    QTest::newRow("no bars, no scan") << int(Layout::Sticker) << QString() << Thermal << QString();
-}
-
-void TestLabelBars::Scanners()
-{
-    QFETCH(int, layout);
-    QFETCH(QString, barcode);
-    QFETCH(int, dots);
-    QFETCH(QString, read);
-    Choices choices{static_cast<Layout>(layout)};
-    choices.dotsPerInch = dots;
-    const Job job = JobFor(choices, barcode);
-    QCOMPARE(BarsFit(job.labels.first(), choices), !read.isEmpty() || barcode.isEmpty());
-    const QImage label = CutOut(PageOf(job), job, 0);
-    if (const QString folder = qEnvironmentVariable("GOODS_PICTURES"); !folder.isEmpty() && dots == Thermal)
-        label.save(u"%1/label-%2-%3.png"_s.arg(folder).arg(layout).arg(
-            QString(barcode).remove(u'/').first(qMin(8, int(barcode.size())))));
-    QCOMPARE(Scanned(label), read);
-}
-
-/// A used sheet goes on at its place, the next page begins at the first; nothing is printed in the used places.
-void TestLabelBars::SheetGoesOn()
-{
-    Choices choices{Layout::Sheet};
-    choices.start = 23;
-    const Job job = JobFor(choices, u"6260998877662"_s, 3);
-    QCOMPARE(job.Pages(), 2);
-    const QImage first = PageOf(job);
-    const QImage second = PageOf(job, 1);
-    const QString read = u"EAN-13 6260998877662"_s;
-    QCOMPARE(Scanned(CutOut(first, job, 0)), read);
-    QCOMPARE(Scanned(CutOut(first, job, 1)), read);
-    QCOMPARE(Scanned(CutOut(second, job, 2)), read);
-    QImage left = first;
-    QPainter(&left).fillRect(0, Dots(297.0 * 7 / 8, Thermal), Dots(140, Thermal), 999, Qt::white);
-    QImage blank = left;
-    blank.fill(Qt::white);
-    QCOMPARE(left, blank);
-}
-
-/// The file has a page for each label of a roll, and its bars are read as they come out of a 203 dpi printer.
-void TestLabelBars::PdfPages()
-{
-    const QTemporaryDir folder;
-    const QString path = folder.filePath(u"لیبل.pdf"_s);
-    const Job job = JobFor({Layout::Sticker}, Longest, 3);
-    QVERIFY(LabelOutput(job, u"لیبل"_s, nullptr).WritePdf(path));
-    const QString picture = folder.filePath(u"page"_s);
-    QCOMPARE(QProcess::execute(u"pdftoppm"_s, {u"-r"_s, u"203"_s, u"-mono"_s, path, picture}), 0);
-    for (const int page : {1, 2, 3})
-        QCOMPARE(Scanned(QImage(u"%1-%2.pbm"_s.arg(picture).arg(page))), u"Code128 "_s + Longest);
-    QVERIFY(!QFile::exists(picture + u"-4.pbm"_s));
-    QVERIFY_THROWS_EXCEPTION(std::runtime_error,
-                             LabelOutput(job, u"لیبل"_s, nullptr).WritePdf(folder.filePath(u"no/such.pdf"_s)));
-}
 
 REGISTER_TEST(TestLabelBars)
 #include "tst_label_bars.moc"
