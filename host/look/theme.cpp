@@ -51,7 +51,7 @@ QToolButton:disabled { color: @disabled; }
 QToolButton#Inner_BTN { padding: 0; border: none; color: @accent; }
 QToolButton#Picker_BTN { background: @surface; border: 1px solid @border; min-height: 22px; min-width: 22px; padding: 1px; }
 QToolButton#Picker_BTN:hover { background: @accentsoft; border-color: @accent; }
-QLabel#PickerName_LBL[fault="true"] { color: @danger; }
+QLabel[fault="true"] { color: @danger; }
 
 QGroupBox { border: 1px solid @line; border-radius: 6px; margin-top: 12px; padding: 8px 6px 4px 6px; background: @panel; }
 QGroupBox::title { subcontrol-origin: margin; subcontrol-position: top left; left: 10px; padding: 0 4px;

@@ -111,6 +111,7 @@ private:
     bool FindBarcode(const QString &barcode);
     void UpdateStock();
     void ActivateRow();
+    void PrintLabels();
     void EditGroups(const std::function<bool()> &change);
     TGood_Get_FRM &Editor();
 
