@@ -3,6 +3,8 @@
 
 #include "tsql/values/types.h"
 
+#include <QDate>
+
 #include <string>
 #include <string_view>
 
@@ -14,6 +16,13 @@ struct Moment
     qint64 day = 0;
     qint64 millisecond = 0;
 };
+
+inline constexpr qint64 DayLength = 24LL * 60 * 60 * 1000; // milliseconds
+inline constexpr qint64 EpochJulianDay = 2440588;          // 1970-01-01
+
+QDate DateOf(const Moment &moment);
+/** Carries milliseconds below 0 or beyond the day over into the days. */
+void Normalise(Moment &moment);
 
 /** Reads the server's usual spellings. Error 241 for anything else, 242 for a day that no month has (241 for `date`).
  * The style, as CONVERT has it, says whether day, month or year stands first.
