@@ -9,7 +9,7 @@ DeskHost::DeskHost(const host::Connections &connections, host::MessageService *s
       permissions(connections.ADOConnection1, said), stock(connections.ADOConnection1, said, settings),
       entities(connections.ADOConnection1, said, settings, stock), vouchers(connections.ADOConnection1, said),
       goodDetails(connections.ADOConnection1, said), photos(connections.ADOConnection1),
-      categories(connections.ADOConnection1), scales(connections.DibalConnection), finance(connections.ADOConnection1),
+      categories(connections.ADOConnection1), levels(connections.ADOConnection1), scales(connections.DibalConnection), finance(connections.ADOConnection1),
       numbers(connections.ADOConnection1), host{.DM = connections,
                                                 .permissions = permissions,
                                                 .messages = said,
@@ -20,6 +20,7 @@ DeskHost::DeskHost(const host::Connections &connections, host::MessageService *s
                                                 .goodDetails = goodDetails,
                                                 .photos = photos,
                                                 .categories = categories,
+                                                .levels = levels,
                                                 .scales = scales,
                                                 .keyboard = keyboard,
                                                 .clock = clock,
@@ -30,6 +31,8 @@ DeskHost::DeskHost(const host::Connections &connections, host::MessageService *s
 {
     entities.SetHost(host);
     photos.SetHost(host);
+    categories.SetHost(host);
+    levels.SetHost(host);
 }
 
 void DeskHost::SetMainWindow(QMainWindow *window)

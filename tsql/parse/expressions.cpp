@@ -389,6 +389,12 @@ std::unique_ptr<Window> Parser::window()
         expect(QLatin1String("BY"));
         result->order = orderItems();
     }
+    // Of the frames the running one alone.
+    if (!result->order.empty() && accept(QLatin1String("ROWS"))) {
+        expect(QLatin1String("UNBOUNDED"));
+        expect(QLatin1String("PRECEDING"));
+        result->rows = true;
+    }
     if (at(QLatin1String("ROWS")) || at(QLatin1String("RANGE")))
         unsupported(peek().text.toUpper());
     expectSymbol(QLatin1String(")"));
