@@ -54,8 +54,8 @@ QString BroughtForward(const MovementFilter &filter)
 {
     const QString good = QString::number(filter.GoodCode);
     const bool opening = filter.FromDate.isEmpty();
-    QString rows = u"SELECT StoreCode AS Anbar, Amount1, Amount2 FROM GoodFirstAsset WHERE tmp = 0 AND GoodCode = "_s +
-                   good;
+    QString rows =
+        u"SELECT StoreCode AS Anbar, Amount1, Amount2 FROM GoodFirstAsset WHERE tmp = 0 AND GoodCode = "_s + good;
     QString day = u"(SELECT TOP 1 [DATE] FROM inf_co)"_s;
     QString kind = u"موجودی اول دوره"_s;
     QString cost = u"(SELECT CostBgPrd FROM GoodInf WHERE Code = "_s + good + u')';
@@ -63,8 +63,8 @@ QString BroughtForward(const MovementFilter &filter)
         day = DateLiteral(filter.FromDate);
         kind = u"مانده از قبل"_s;
         cost = u"CAST(NULL AS decimal(28,9))"_s;
-        rows += u" UNION ALL SELECT Anbar, Amount1, Amount2 FROM Kardex WHERE Kala = "_s + good + u" AND [Date] < "_s +
-                day;
+        rows +=
+            u" UNION ALL SELECT Anbar, Amount1, Amount2 FROM Kardex WHERE Kala = "_s + good + u" AND [Date] < "_s + day;
     }
     return u"SELECT 0 AS Part, CAST(b.Anbar AS bigint) AS Code, b.Anbar, CAST("_s + day +
            u" AS varchar(10)) AS [Date], "_s + host::NQuotedStr(kind) +
@@ -87,9 +87,9 @@ QString MovementRows(const MovementFilter &filter)
     if (!filter.ToDate.isEmpty()) {
         where += u" AND m.[Date] <= "_s + DateLiteral(filter.ToDate);
     }
-    return u"WITH m AS ("_s + BroughtForward(filter) +
-           u" UNION ALL SELECT 1, m.Code, m.Anbar, m.[Date], "_s + KindText() +
-           u", m.OperationCode, m.Amount1, m.Amount2, m.Cost, m.Sharh FROM Kardex AS m"_s + where + u") "_s;
+    return u"WITH m AS ("_s + BroughtForward(filter) + u" UNION ALL SELECT 1, m.Code, m.Anbar, m.[Date], "_s +
+           KindText() + u", m.OperationCode, m.Amount1, m.Amount2, m.Cost, m.Sharh FROM Kardex AS m"_s + where +
+           u") "_s;
 }
 
 /// The running sum of an amount, over all rows or those of the row's store.
@@ -108,10 +108,11 @@ Movements::Movements(const QSqlDatabase &main) : Movements_QRY(main), m_main(mai
 
 bool Movements::Movements_GetGood(int goodCode, MovementGood &good)
 {
-    const host::Query row(m_main, u"SELECT g.Name, u1.Name AS UnitName1, u2.Name AS UnitName2 FROM GoodInf AS g "
-                                  "LEFT JOIN Units AS u1 ON u1.Code = g.Unit LEFT JOIN Units AS u2 ON u2.Code = g.Unit2 "
-                                  "WHERE g.Code = "_s +
-                                      QString::number(goodCode));
+    const host::Query row(m_main,
+                          u"SELECT g.Name, u1.Name AS UnitName1, u2.Name AS UnitName2 FROM GoodInf AS g "
+                          "LEFT JOIN Units AS u1 ON u1.Code = g.Unit LEFT JOIN Units AS u2 ON u2.Code = g.Unit2 "
+                          "WHERE g.Code = "_s +
+                              QString::number(goodCode));
     if (row.IsEmpty()) {
         return false;
     }

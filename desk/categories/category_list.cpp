@@ -33,8 +33,7 @@ void TCategory_List_FRM::AddCommands()
                      Run(&TCategory_List_FRM::NewBranch)),
           std::tuple(u"Edit_BTN"_s, u"تغییر نام F5"_s, QKeySequence(Qt::Key_F5), Run(&TCategory_List_FRM::Rename)),
           std::tuple(u"Del_BTN"_s, u"حذف F7"_s, QKeySequence(Qt::Key_F7), Run(&TCategory_List_FRM::Delete)),
-          std::tuple(u"Cut_BTN"_s, u"برداشتن Ctrl+X"_s, QKeySequence(QKeySequence::Cut),
-                     Run(&TCategory_List_FRM::Cut)),
+          std::tuple(u"Cut_BTN"_s, u"برداشتن Ctrl+X"_s, QKeySequence(QKeySequence::Cut), Run(&TCategory_List_FRM::Cut)),
           std::tuple(u"Paste_BTN"_s, u"گذاشتن در این شاخه Ctrl+V"_s, QKeySequence(QKeySequence::Paste),
                      Run(&TCategory_List_FRM::Paste))})
         Bind(AddFooterCommand(name, caption), key, [this, run = run] {
@@ -67,8 +66,7 @@ void TCategory_List_FRM::BindTree()
                 Move(code, place);
         });
     });
-    connect(tree, &CategoryTreeView::GivenUp, this,
-            [this, tree, command] { command([&] { Fill(tree->Current()); }); });
+    connect(tree, &CategoryTreeView::GivenUp, this, [this, tree, command] { command([&] { Fill(tree->Current()); }); });
     connect(tree, &CategoryTreeView::itemDoubleClicked, this, [this, command] { command([&] { Rename(); }); });
     connect(tree, &CategoryTreeView::Typed, this, [this](const QString &text) {
         m_ui->Search_EDT->setFocus();
@@ -90,8 +88,8 @@ void TCategory_List_FRM::Fill(int current)
     m_ui->Categories_TRE->Fill(m_store.All(), m_store.GoodsCounts(), current);
     m_ui->Categories_TRE->Search(m_ui->Search_EDT->text());
     m_ui->Count_LBL->setText(
-        u"%1 دسته   ·   جابه‌جایی: Ctrl+↑ و Ctrl+↓ در همین شاخه، Ctrl+← زیر دسته‌ی بالایی، Ctrl+→ یک پله بالاتر"_s.arg(
-            host::PersianDigits(QString::number(m_ui->Categories_TRE->Count()))));
+        u"%1 دسته   ·   جابه‌جایی: Ctrl+↑ و Ctrl+↓ در همین شاخه، Ctrl+← زیر دسته‌ی بالایی، Ctrl+→ یک پله بالاتر"_s
+            .arg(host::PersianDigits(QString::number(m_ui->Categories_TRE->Count()))));
 }
 
 bool TCategory_List_FRM::Allowed()

@@ -96,7 +96,8 @@ bool CategoryStore::NameTaken(const QString &name, int parent, int except) const
 {
     host::Query query(m_connection, u"SELECT Code, Name FROM Categories WHERE "_s + Below(parent));
     for (; !query.Eof(); query.Next())
-        if (query.Int(u"Code") != except && host::Fold(query.Text(u"Name")).simplified() == host::Fold(name).simplified())
+        if (query.Int(u"Code") != except &&
+            host::Fold(query.Text(u"Name")).simplified() == host::Fold(name).simplified())
             return true;
     return false;
 }
@@ -114,10 +115,9 @@ QString CategoryStore::FreeRadif(const Place &place, int except)
               u"UPDATE c SET Radif = 2 * n.Place FROM Categories AS c INNER JOIN (SELECT Code, ROW_NUMBER() OVER "
               "(ORDER BY Radif, Code) AS Place FROM Categories WHERE "_s +
                   others + u") AS n ON n.Code = c.Code"_s);
-    return host::Scalar(m_connection, u"SELECT COALESCE((SELECT Radif - 1 FROM Categories WHERE Code = %1 AND "_s.arg(
-                                          place.next) +
-                                          others + u"), (SELECT MAX(Radif) + 2 FROM Categories WHERE "_s + others +
-                                          u"), 2)"_s)
+    return host::Scalar(m_connection,
+                        u"SELECT COALESCE((SELECT Radif - 1 FROM Categories WHERE Code = %1 AND "_s.arg(place.next) +
+                            others + u"), (SELECT MAX(Radif) + 2 FROM Categories WHERE "_s + others + u"), 2)"_s)
         .toString();
 }
 
@@ -139,12 +139,11 @@ CategoryStore::Refusal CategoryStore::Add(const QString &name, const Place &plac
         return MessageText(message::CategoryTooDeep, {parent->name});
     const QString radif = FreeRadif(place, code);
     host::Run(m_connection, u"INSERT INTO Categories (Code, ParentCode, Name, Path, Radif) VALUES (%1, %2, "_s.arg(
-                                QString::number(code),
-                                place.parent == 0 ? u"NULL"_s : QString::number(place.parent)) +
+                                QString::number(code), place.parent == 0 ? u"NULL"_s : QString::number(place.parent)) +
                                 host::NQuotedStr(name) + u", "_s + host::QuotedStr(path) + u", "_s + radif + u')');
     if (goods > 0)
-        host::Run(m_connection,
-                  u"UPDATE Kala_category SET Category_code = %1 WHERE Category_code = %2"_s.arg(code).arg(place.parent));
+        host::Run(m_connection, u"UPDATE Kala_category SET Category_code = %1 WHERE Category_code = %2"_s.arg(code).arg(
+                                    place.parent));
     transaction.Commit();
     return std::nullopt;
 }

@@ -81,7 +81,7 @@ QTreeWidgetItem *CategoryTreeView::MakeItem(QTreeWidgetItem *parent, int row, co
     item->setText(NameColumn, name);
     item->setData(NameColumn, CodeRole, code);
     item->setFlags(item->flags() | Qt::ItemIsEditable);
-    item->setTextAlignment(GoodsColumn, int(Qt::AlignCenter));
+    item->setTextAlignment(GoodsColumn, Qt::AlignCenter);
     parent->insertChild(row, item);
     return item;
 }

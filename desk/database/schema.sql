@@ -343,7 +343,8 @@ CREATE TABLE Market.Product (
 CREATE INDEX IX_Market_Product_VelakProductCode ON Market.Product (VelakProductCode)
 
 -- The scale's own table, in its database where there is one; the scales connection reads it here otherwise.
--- ScaleType 1: a good; ChangeType 0: the scale knows the row, 2: changed, 3: to be removed.
+-- ScaleType 1: a good; ChangeType 0: the scale knows the row, 1: new, 2: changed, 3: to be removed. The program of the
+-- scales sends what is not 0, sets it to 0, and deletes what it has removed.
 CREATE TABLE Items (
     Code       int           NOT NULL CONSTRAINT PK_Items PRIMARY KEY,
     ScaleType  tinyint       NOT NULL DEFAULT 1,

@@ -39,9 +39,8 @@ void LevelStore::Save(const QList<LevelTitle> &changed)
     host::Transaction transaction(m_connection);
     for (const LevelTitle &level : changed) {
         if (m_kind == LevelKind::Cost) {
-            host::Run(m_connection,
-                      u"UPDATE CostLevel SET Name = "_s + host::NQuotedStr(level.title) +
-                          u" WHERE CostType = %1 AND Code = %2"_s.arg(GoodPrices).arg(level.code));
+            host::Run(m_connection, u"UPDATE CostLevel SET Name = "_s + host::NQuotedStr(level.title) +
+                                        u" WHERE CostType = %1 AND Code = %2"_s.arg(GoodPrices).arg(level.code));
             continue;
         }
         host::Run(m_connection, u"DELETE FROM DiscountLevel WHERE Code = %1"_s.arg(level.code));

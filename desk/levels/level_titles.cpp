@@ -36,8 +36,10 @@ TLevel_Titles_FRM::TLevel_Titles_FRM(host::Host &host, LevelKind kind)
     const bool cost = kind == LevelKind::Cost;
     SetTitle(cost ? u"عناوین سطوح قیمتی"_s : u"عناوین سطوح تخفیف"_s);
     SetDiscardQuestion(MessageText(message::DiscardChanges));
-    m_ui->Hint_LBL->setText(cost ? u"عنوان هر سطح در ستون‌های لیست کالا و در قیمت‌های کالا دیده می‌شود."_s
-                                 : u"عنوان هر سطح در تخفیف‌های کالا دیده می‌شود؛ سطح بی‌عنوان با شماره نامیده می‌شود."_s);
+    m_ui->Hint_LBL->setText(
+        cost
+            ? u"عنوان هر سطح در ستون‌های لیست کالا و در قیمت‌های کالا دیده می‌شود."_s
+            : u"عنوان هر سطح در تخفیف‌های کالا دیده می‌شود؛ سطح بی‌عنوان با شماره نامیده می‌شود."_s);
 }
 
 TLevel_Titles_FRM::~TLevel_Titles_FRM() = default;

@@ -1,6 +1,7 @@
 #include "screens/good_editor/good_get.h"
 
 #include "data/goods/good_fields.h"
+#include "host/controls/search_frame.h"
 #include "host/data/transaction.h"
 #include "screens/good_editor/barcode_edit.h"
 #include "screens/good_editor/barcode_fields.h"

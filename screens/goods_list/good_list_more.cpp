@@ -1,6 +1,9 @@
 #include "screens/goods_list/good_list.h"
 #include "screens/goods_list/good_movements.h"
+#include "screens/goods_list/scale_items.h"
 #include "ui_good_list.h"
+
+using namespace Qt::StringLiterals;
 
 // Lists and devices around the goods: categories, titles of levels, movements, scales.
 
@@ -28,5 +31,16 @@ void TGood_List_FRM::BindMovements()
 
 void TGood_List_FRM::BindScales()
 {
-    m_ui->SmartButton_VLK1->hide();
+    Bind(m_ui->SmartButton_VLK1, {}, [this] {
+        if (!m_goods.HasScaleDatabase()) {
+            m_host.messages.ShowMessage(
+                u"پایگاه داده‌ی ترازو در دسترس نیست؛ تا برنامه به آن وصل نشود کالایی روی ترازو نمی‌رود."_s,
+                host::MessageIcon::Warning, m_ui->SmartButton_VLK1->text());
+            return;
+        }
+        QStringList chosen = m_ui->GoodListDB_GRD->MarkedKeys();
+        if (chosen.isEmpty() && !m_ui->GoodListDB_GRD->IsEmpty())
+            chosen << m_ui->GoodListDB_GRD->CurrentKey();
+        TScale_Items_FRM(m_host, m_goods, chosen).ShowModally();
+    });
 }
