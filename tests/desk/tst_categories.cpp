@@ -67,7 +67,7 @@ private:
     {
         Qt::Key key = Qt::Key_unknown;
         Qt::KeyboardModifiers modifiers = Qt::NoModifier;
-        QString text;
+        QString text = {};
     };
     using Steps = QList<Step>;
     static void Play(const Steps &steps)

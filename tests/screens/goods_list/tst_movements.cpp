@@ -127,7 +127,7 @@ void TestMovements::RowsAndBalances()
             test::Press(Qt::Key_Return);
         }
         QCOMPARE(Rows(grid), rows);
-        const QString shown = host::FoldDigits(test::Find<QLabel>(screen, u"Total1_LBL"_s).text()).simplified();
+        QString shown = host::FoldDigits(test::Find<QLabel>(screen, u"Total1_LBL"_s).text()).simplified();
         QVERIFY2(shown.replace(u'٫', u'.').contains(total), qPrintable(shown));
         QVERIFY(!test::Find(screen, u"Total2_LBL"_s).isVisible());
     });
