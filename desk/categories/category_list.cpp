@@ -88,8 +88,8 @@ void TCategory_List_FRM::Fill(int current)
     m_ui->Categories_TRE->Fill(m_store.All(), m_store.GoodsCounts(), current);
     m_ui->Categories_TRE->Search(m_ui->Search_EDT->text());
     m_ui->Count_LBL->setText(
-        u"%1 دسته   ·   جابه‌جایی: Ctrl+↑ و Ctrl+↓ در همین شاخه، Ctrl+← زیر دسته‌ی بالایی، Ctrl+→ یک پله بالاتر"_s
-            .arg(host::PersianDigits(QString::number(m_ui->Categories_TRE->Count()))));
+        u"%1 دسته   ·   جابه‌جایی با Ctrl و جهت‌نماها: بالا و پایین در همین شاخه، چپ زیر دسته‌ی "
+        "بالایی، راست یک پله بالاتر"_s.arg(host::PersianDigits(QString::number(m_ui->Categories_TRE->Count()))));
 }
 
 bool TCategory_List_FRM::Allowed()

@@ -19,6 +19,7 @@ constexpr int CodeRole = Qt::UserRole;
 constexpr int NameColumn = 0;
 constexpr int GoodsColumn = 1;
 constexpr int GoodsWidth = 90;
+constexpr int RowHeight = 28; // room for the edit of a name
 /// The width of Categories.Name.
 constexpr int LongestName = 100;
 
@@ -38,6 +39,11 @@ public:
             edit->setMaxLength(LongestName);
         }
         return edit;
+    }
+
+    QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override
+    {
+        return QStyledItemDelegate::sizeHint(option, index).expandedTo({0, RowHeight});
     }
 };
 

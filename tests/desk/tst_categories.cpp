@@ -77,7 +77,8 @@ private:
                 test::Press(step.key, step.modifiers);
             else
                 test::Type(step.text);
-            QCoreApplication::processEvents();
+            for (int round = 0; round < 3; ++round) // the name is taken when its edit has closed
+                QCoreApplication::processEvents();
         }
     }
 };
@@ -137,10 +138,10 @@ void TestCategories::Changes_data()
                                  << QList<bool>{} << u"در دسته‌ی «قند» ۱ کالا"_s << Texts{}
                                  << Texts{};
     QTest::newRow("the first branch takes the goods")
-        << u"قند"_s << Steps{{Qt::Key_Insert}, name(u"حبه"_s), enter} << QList<bool>{true} << u"«قند»، ۱ کالا"_s
-        << Texts{} << Texts{u"112|12|حبه|,1,12,112,"_s};
+        << u"قند"_s << Steps{{Qt::Key_Insert}, name(u"حبه"_s), enter} << QList<bool>{true}
+        << u"در دسته‌ی «قند» ۱ کالا"_s << Texts{} << Texts{u"112|12|حبه|,1,12,112,"_s};
     QTest::newRow("or is not made") << u"قند"_s << Steps{{Qt::Key_Insert}, name(u"حبه"_s), enter} << QList<bool>{false}
-                                    << u"«قند»، ۱ کالا"_s << Texts{} << Texts{};
+                                    << u"در دسته‌ی «قند» ۱ کالا"_s << Texts{} << Texts{};
 }
 
 void TestCategories::Changes()
