@@ -142,7 +142,7 @@ void TCategory_List_FRM::StoreNew(const QString &name, const CategoryStore::Plac
         const QList<host::Category> way = m_store.Path(place.parent);
         const QString parent = way.isEmpty() ? QString() : way.constLast().Name;
         takeGoods = m_host.messages.Ask(
-            MessageText(message::CategoryGivesGoods, {parent, host::PersianDigits(QString::number(goods))}), false);
+            MessageText(message::CategoryHandsOver, {parent, host::PersianDigits(QString::number(goods))}), false);
         if (!takeGoods)
             return Fill(place.parent);
     }

@@ -132,7 +132,7 @@ CategoryStore::Refusal CategoryStore::Add(const QString &name, const Place &plac
         return Repeated();
     const int goods = place.parent == 0 ? 0 : GoodsIn(place.parent);
     if (goods > 0 && !takeGoods)
-        return MessageText(message::CategoryHoldsGoods, {parent->name, Counted(goods)});
+        return MessageText(message::CategoryHasGoods, {parent->name, Counted(goods)});
     code = host::Scalar(m_connection, u"SELECT ISNULL(MAX(Code), 0) + 1 FROM Categories"_s).toInt();
     const QString path = parent->path + QString::number(code) + u',';
     if (path.size() > LongestPath)
@@ -174,12 +174,12 @@ CategoryStore::Refusal CategoryStore::Move(int code, const Place &place)
     if (!node || !parent)
         return Gone();
     if (parent->path.contains(u",%1,"_s.arg(code)))
-        return MessageText(message::CategoryUnderItself, {node->name});
+        return MessageText(message::CategoryCircle, {node->name});
     if (place.parent != node->parent) {
         if (NameTaken(node->name, place.parent, code))
             return Repeated();
         if (const int goods = place.parent == 0 ? 0 : GoodsIn(place.parent))
-            return MessageText(message::CategoryHoldsGoods, {parent->name, Counted(goods)});
+            return MessageText(message::CategoryHasGoods, {parent->name, Counted(goods)});
     }
     const QString branch = u" WHERE Path LIKE "_s + host::QuotedStr(node->path + u'%');
     const QString path = parent->path + QString::number(code) + u',';

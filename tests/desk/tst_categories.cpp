@@ -62,21 +62,15 @@ private:
                         });
         }
     };
-    /// One press, or a text for the name that is open.
-    struct Step
+    /// Keys by their names, one a line; a text for the name that is open begins with "=".
+    static void Play(const QString &keys)
     {
-        Qt::Key key = Qt::Key_unknown;
-        Qt::KeyboardModifiers modifiers = Qt::NoModifier;
-        QString text = {};
-    };
-    using Steps = QList<Step>;
-    static void Play(const Steps &steps)
-    {
-        for (const Step &step : steps) {
-            if (step.text.isEmpty())
-                test::Press(step.key, step.modifiers);
+        for (const QString &each : keys.split(u'\n')) {
+            const QKeyCombination key = QKeySequence::fromString(each)[0];
+            if (each.startsWith(u'='))
+                test::Type(each.mid(1));
             else
-                test::Type(step.text);
+                test::Press(key.key(), key.keyboardModifiers());
             for (int round = 0; round < 3; ++round) // the name is taken when its edit has closed
                 QCoreApplication::processEvents();
         }
@@ -85,84 +79,65 @@ private:
 
 void TestCategories::Changes_data()
 {
-    QTest::addColumn<QString>("at");
-    QTest::addColumn<Steps>("steps");
-    QTest::addColumn<QList<bool>>("answers");
-    QTest::addColumn<QString>("says"); // part of each message, joined by "|"
-    QTest::addColumn<QStringList>("gone");
-    QTest::addColumn<QStringList>("come");
-    const Step enter{Qt::Key_Return};
-    const Step escape{Qt::Key_Escape};
-    const auto name = [](const QString &text) { return Step{Qt::Key_unknown, Qt::NoModifier, text}; };
-    const auto ctrl = [](Qt::Key key) { return Step{key, Qt::ControlModifier}; };
-    using Texts = QStringList;
+    QTest::addColumn<QStringList>("row");
+    // Where, which keys, the answer, part of the message, rows that go and rows that come.
     const QString chay = u"11|1|چای|,1,11,"_s;
     const QString siah = u"111|11|سیاه|,1,11,111,"_s;
-    const QString qand = u"12|1|قند|,1,12,"_s;
-
-    QTest::newRow("neighbour") << u"چای"_s << Steps{{Qt::Key_F4}, name(u"  قهوه  ترک "_s), enter} << QList<bool>{}
-                               << QString() << Texts{} << Texts{u"112|1|قهوه ترک|,1,112,"_s};
-    QTest::newRow("branch, hostile name") << u"چای"_s << Steps{{Qt::Key_Insert}, name(Hostile), enter} << QList<bool>{}
-                                          << QString() << Texts{} << Texts{u"112|11|%1|,1,11,112,"_s.arg(Hostile)};
-    QTest::newRow("no name") << u"چای"_s << Steps{{Qt::Key_F4}, name(u"  "_s), enter} << QList<bool>{} << QString()
-                             << Texts{} << Texts{};
-    QTest::newRow("given up") << u"چای"_s << Steps{{Qt::Key_F4}, name(u"قهوه"_s), escape} << QList<bool>{} << QString()
-                              << Texts{} << Texts{};
-    QTest::newRow("a name twice, spelt otherwise; then another")
-        << u"چای"_s << Steps{{Qt::Key_F4}, name(u"چاي"_s), enter, ctrl(Qt::Key_A), name(u"قهوه"_s), enter}
-        << QList<bool>{} << u"«نام دسته» تکراری"_s << Texts{} << Texts{u"112|1|قهوه|,1,112,"_s};
-    QTest::newRow("rename") << u"سیاه"_s << Steps{{Qt::Key_F2}, name(u"سبز"_s), enter} << QList<bool>{} << QString()
-                            << Texts{siah} << Texts{u"111|11|سبز|,1,11,111,"_s};
-    QTest::newRow("rename to a neighbour's name, given up")
-        << u"چای"_s << Steps{enter, name(u"قند"_s), enter, escape} << QList<bool>{} << u"«نام دسته» تکراری"_s << Texts{}
-        << Texts{};
-    QTest::newRow("delete the end of a branch")
-        << u"سیاه"_s << Steps{{Qt::Key_F7}} << QList<bool>{true} << u"MsgDeleteItem(دسته‌ی «سیاه»)"_s
-        << Texts{siah} << Texts{};
-    QTest::newRow("delete a branch") << u"چای"_s << Steps{{Qt::Key_F7}} << QList<bool>{} << u"«چای» قابل حذف نیست"_s
-                                     << Texts{} << Texts{};
-    QTest::newRow("delete with goods") << u"قند"_s << Steps{{Qt::Key_F7}} << QList<bool>{} << u"۱ کالا در آن"_s
-                                       << Texts{} << Texts{};
-    QTest::newRow("higher") << u"چای"_s << Steps{ctrl(Qt::Key_Right)} << QList<bool>{} << QString() << Texts{chay, siah}
-                            << Texts{u"11|NULL|چای|,11,"_s, u"111|11|سیاه|,11,111,"_s};
-    QTest::newRow("deeper") << u"قند"_s << Steps{ctrl(Qt::Key_Left)} << QList<bool>{} << QString() << Texts{qand}
-                            << Texts{u"12|11|قند|,1,11,12,"_s};
-    QTest::newRow("cut and put elsewhere")
-        << u"چای"_s << Steps{ctrl(Qt::Key_X), {Qt::Key_End}, ctrl(Qt::Key_V)} << QList<bool>{} << QString()
-        << Texts{chay, siah} << Texts{u"11|2|چای|,2,11,"_s, u"111|11|سیاه|,2,11,111,"_s};
-    QTest::newRow("into its own branch") << u"چای"_s << Steps{ctrl(Qt::Key_X), {Qt::Key_Down}, ctrl(Qt::Key_V)}
-                                         << QList<bool>{}
-                                         << u"«چای» نمی‌تواند زیرشاخه‌ی خودش"_s << Texts{}
-                                         << Texts{};
-    QTest::newRow("under goods") << u"سیاه"_s << Steps{ctrl(Qt::Key_X), {Qt::Key_Down}, ctrl(Qt::Key_V)}
-                                 << QList<bool>{} << u"در دسته‌ی «قند» ۱ کالا"_s << Texts{}
-                                 << Texts{};
-    QTest::newRow("the first branch takes the goods")
-        << u"قند"_s << Steps{{Qt::Key_Insert}, name(u"حبه"_s), enter} << QList<bool>{true}
-        << u"در دسته‌ی «قند» ۱ کالا"_s << Texts{} << Texts{u"112|12|حبه|,1,12,112,"_s};
-    QTest::newRow("or is not made") << u"قند"_s << Steps{{Qt::Key_Insert}, name(u"حبه"_s), enter} << QList<bool>{false}
-                                    << u"در دسته‌ی «قند» ۱ کالا"_s << Texts{} << Texts{};
+    const QString repeated = u"«نام دسته» تکراری"_s;
+    const std::pair<const char *, QStringList> rows[] = {
+        {"neighbour", {u"چای"_s, u"F4\n=  قهوه  ترک \nReturn"_s, {}, {}, {}, u"112|1|قهوه ترک|,1,112,"_s}},
+        {"branch, hostile",
+         {u"چای"_s, u"Ins\n="_s + Hostile + u"\nReturn"_s, {}, {}, {}, u"112|11|"_s + Hostile + u"|,1,11,112,"_s}},
+        {"no name", {u"چای"_s, u"F4\n=  \nReturn"_s, {}, {}, {}, {}}},
+        {"given up", {u"چای"_s, u"F4\n=قهوه\nEscape"_s, {}, {}, {}, {}}},
+        {"twice, then another",
+         {u"چای"_s, u"F4\n=چاي\nReturn\nCtrl+A\n=قهوه\nReturn"_s, {}, repeated, {}, u"112|1|قهوه|,1,112,"_s}},
+        {"rename", {u"سیاه"_s, u"F2\n=سبز\nReturn"_s, {}, {}, siah, u"111|11|سبز|,1,11,111,"_s}},
+        {"to a neighbour's name", {u"چای"_s, u"Return\n=قند\nReturn\nEscape"_s, {}, repeated, {}, {}}},
+        {"delete", {u"سیاه"_s, u"F7"_s, u"yes"_s, u"MsgDeleteItem(دسته‌ی «سیاه»)"_s, siah, {}}},
+        {"delete a branch", {u"چای"_s, u"F7"_s, {}, u"«چای» قابل حذف نیست"_s, {}, {}}},
+        {"delete with goods", {u"قند"_s, u"F7"_s, {}, u"۱ کالا در آن"_s, {}, {}}},
+        {"higher",
+         {u"چای"_s, u"Ctrl+Right"_s, {}, {}, chay + u'\n' + siah, u"11|NULL|چای|,11,\n111|11|سیاه|,11,111,"_s}},
+        {"deeper", {u"قند"_s, u"Ctrl+Left"_s, {}, {}, u"12|1|قند|,1,12,"_s, u"12|11|قند|,1,11,12,"_s}},
+        {"elsewhere",
+         {u"چای"_s,
+          u"Ctrl+X\nEnd\nCtrl+V"_s,
+          {},
+          {},
+          chay + u'\n' + siah,
+          u"11|2|چای|,2,11,\n111|11|سیاه|,2,11,111,"_s}},
+        {"into itself", {u"چای"_s, u"Ctrl+X\nDown\nCtrl+V"_s, {}, u"زیرشاخه‌ی خودش"_s, {}, {}}},
+        {"under goods",
+         {u"سیاه"_s, u"Ctrl+X\nDown\nCtrl+V"_s, {}, u"در دسته‌ی «قند» ۱ کالا"_s, {}, {}}},
+        {"first branch",
+         {u"قند"_s,
+          u"Ins\n=حبه\nReturn"_s,
+          u"yes"_s,
+          u"در دسته‌ی «قند» ۱ کالا"_s,
+          {},
+          u"112|12|حبه|,1,12,112,"_s}},
+        {"or none",
+         {u"قند"_s, u"Ins\n=حبه\nReturn"_s, u"no"_s, u"در دسته‌ی «قند» ۱ کالا"_s, {}, {}}},
+    };
+    for (const auto &[name, row] : rows)
+        QTest::newRow(name) << row;
 }
 
 void TestCategories::Changes()
 {
-    QFETCH(QString, at);
-    QFETCH(Steps, steps);
-    QFETCH(QList<bool>, answers);
-    QFETCH(QString, says);
-    QFETCH(QStringList, gone);
-    QFETCH(QStringList, come);
+    QFETCH(QStringList, row);
     Fixture t;
     QStringList expected = t.Tree();
-    for (const bool answer : std::as_const(answers))
-        t.messages.Answer(answer);
-    t.Work(at, [&](desk::CategoryTreeView &) { Play(steps); });
+    if (!row.at(2).isEmpty())
+        t.messages.Answer(row.at(2) == u"yes");
+    t.Work(row.at(0), [&](desk::CategoryTreeView &) { Play(row.at(1)); });
     const QStringList said = t.messages.TakeAll();
-    QCOMPARE(said.size(), says.isEmpty() ? 0 : 1);
-    QVERIFY2(said.join(u'|').contains(says), qPrintable(said.join(u'|')));
-    for (const QString &row : std::as_const(gone))
-        expected.removeOne(row);
-    expected += come;
+    QCOMPARE(said.size(), row.at(3).isEmpty() ? 0 : 1);
+    QVERIFY2(said.join(u'|').contains(row.at(3)), qPrintable(said.join(u'|')));
+    for (const QString &gone : row.at(4).split(u'\n'))
+        expected.removeOne(gone);
+    expected += row.at(5).split(u'\n', Qt::SkipEmptyParts);
     expected.sort();
     QStringList tree = t.Tree();
     tree.sort();
@@ -183,10 +158,10 @@ void TestCategories::AnotherDesk()
         QVERIFY(!other.Move(111, {2, 0}));
         QVERIFY(!other.Move(11, {111, 0}));
         tree.setCurrentItem(tree.findItems(u"سیاه"_s, Qt::MatchExactly | Qt::MatchRecursive).constFirst());
-        Play({{Qt::Key_X, Qt::ControlModifier}, {Qt::Key_Up}, {Qt::Key_V, Qt::ControlModifier}});
+        Play(u"Ctrl+X\nUp\nCtrl+V"_s);
         QVERIFY(t.messages.Take().contains(u"زیرشاخه‌ی خودش"_s));
         QVERIFY(!other.Delete(11));
-        Play({{Qt::Key_F2}, {Qt::Key_unknown, {}, u"کهنه"_s}, {Qt::Key_Return}});
+        Play(u"F2\n=کهنه\nReturn"_s);
     });
     QCOMPARE(t.database.Rows(u"select Code, Path from Categories where Name = N'کهنه'"_s),
              QStringList{u"111|,2,111,"_s});
@@ -208,11 +183,11 @@ void TestCategories::Order()
         return found;
     };
     t.Work(u"چای"_s, [&](desk::CategoryTreeView &) {
-        Play({{Qt::Key_F4}, {Qt::Key_unknown, {}, u"قهوه"_s}, {Qt::Key_Return}});
+        Play(u"F4\n=قهوه\nReturn"_s);
         QCOMPARE(names(1), (QStringList{u"چای"_s, u"قهوه"_s, u"قند"_s}));
-        Play({{Qt::Key_Up, Qt::ControlModifier}, {Qt::Key_Up, Qt::ControlModifier}});
+        Play(u"Ctrl+Up\nCtrl+Up"_s);
         QCOMPARE(names(1), (QStringList{u"قهوه"_s, u"چای"_s, u"قند"_s}));
-        Play({{Qt::Key_Down, Qt::ControlModifier}, {Qt::Key_Down, Qt::ControlModifier}});
+        Play(u"Ctrl+Down\nCtrl+Down"_s);
         QCOMPARE(names(1), (QStringList{u"چای"_s, u"قند"_s, u"قهوه"_s}));
         test::Type(u"سيا"_s); // the search takes what is typed on the tree
         test::Press(Qt::Key_Return);
@@ -228,13 +203,8 @@ void TestCategories::NeedsTheRight()
     t.database.Exec(u"delete from UserRights where UserCode = 1 and SoftwarePart = 102 and Permission = 2"_s);
     const QStringList before = t.Tree();
     t.Work(u"قند"_s, [&](desk::CategoryTreeView &) {
-        for (const Step &step : Steps{{Qt::Key_F4},
-                                      {Qt::Key_Insert},
-                                      {Qt::Key_F2},
-                                      {Qt::Key_F7},
-                                      {Qt::Key_Up, Qt::ControlModifier},
-                                      {Qt::Key_Right, Qt::ControlModifier}}) {
-            Play({step});
+        for (const QString &key : {u"F4"_s, u"Ins"_s, u"F2"_s, u"F7"_s, u"Ctrl+Up"_s, u"Ctrl+Right"_s}) {
+            Play(key);
             QVERIFY(t.messages.Take().contains(u"اجازه"_s));
         }
     });
