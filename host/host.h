@@ -8,6 +8,7 @@
 #include "host/services/finance_service.h"
 #include "host/services/good_detail_service.h"
 #include "host/services/keyboard_service.h"
+#include "host/services/level_service.h"
 #include "host/services/message_service.h"
 #include "host/services/number_service.h"
 #include "host/services/permission_service.h"
@@ -48,6 +49,7 @@ struct Host
     GoodDetailService &goodDetails;
     PhotoGalleryService &photos;
     CategoryService &categories;
+    LevelService &levels;
     ScaleService &scales;
     KeyboardService &keyboard;
     ClockService &clock;

@@ -9,27 +9,30 @@ DeskHost::DeskHost(const host::Connections &connections, host::MessageService *s
       permissions(connections.ADOConnection1, said), stock(connections.ADOConnection1, said, settings),
       entities(connections.ADOConnection1, said, settings, stock), vouchers(connections.ADOConnection1, said),
       goodDetails(connections.ADOConnection1, said), photos(connections.ADOConnection1),
-      categories(connections.ADOConnection1), scales(connections.DibalConnection), finance(connections.ADOConnection1),
-      numbers(connections.ADOConnection1), host{.DM = connections,
-                                                .permissions = permissions,
-                                                .messages = said,
-                                                .settings = settings,
-                                                .entities = entities,
-                                                .vouchers = vouchers,
-                                                .stock = stock,
-                                                .goodDetails = goodDetails,
-                                                .photos = photos,
-                                                .categories = categories,
-                                                .scales = scales,
-                                                .keyboard = keyboard,
-                                                .clock = clock,
-                                                .barcodes = barcodes,
-                                                .finance = finance,
-                                                .theme = theme,
-                                                .numbers = numbers}
+      categories(connections.ADOConnection1), levels(connections.ADOConnection1), scales(connections.DibalConnection),
+      finance(connections.ADOConnection1), numbers(connections.ADOConnection1), host{.DM = connections,
+                                                                                     .permissions = permissions,
+                                                                                     .messages = said,
+                                                                                     .settings = settings,
+                                                                                     .entities = entities,
+                                                                                     .vouchers = vouchers,
+                                                                                     .stock = stock,
+                                                                                     .goodDetails = goodDetails,
+                                                                                     .photos = photos,
+                                                                                     .categories = categories,
+                                                                                     .levels = levels,
+                                                                                     .scales = scales,
+                                                                                     .keyboard = keyboard,
+                                                                                     .clock = clock,
+                                                                                     .barcodes = barcodes,
+                                                                                     .finance = finance,
+                                                                                     .theme = theme,
+                                                                                     .numbers = numbers}
 {
     entities.SetHost(host);
     photos.SetHost(host);
+    categories.SetHost(host);
+    levels.SetHost(host);
 }
 
 void DeskHost::SetMainWindow(QMainWindow *window)

@@ -1,8 +1,10 @@
 #pragma once
 
 #include "desk/application/connections.h"
+#include "desk/services/categories.h"
 #include "desk/services/entities.h"
 #include "desk/services/good_details.h"
+#include "desk/services/levels.h"
 #include "desk/services/messages.h"
 #include "desk/services/permissions.h"
 #include "desk/services/photos.h"
@@ -37,6 +39,7 @@ struct DeskHost
     GoodDetails goodDetails;
     PhotoStore photos;
     CategoryTree categories;
+    Levels levels;
     Scales scales;
     Keyboard keyboard;
     Clock clock;

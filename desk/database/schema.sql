@@ -113,6 +113,12 @@ CREATE TABLE CostLevel (
     CostType tinyint      NOT NULL DEFAULT 1
 )
 
+-- Titles of the discount levels 1 to 4; one without a row goes by its number.
+CREATE TABLE DiscountLevel (
+    Code int          NOT NULL CONSTRAINT PK_DiscountLevel PRIMARY KEY,
+    Name nvarchar(50) NOT NULL
+)
+
 CREATE TABLE FinanceGoodTypes (
     Code smallint     NOT NULL CONSTRAINT PK_FinanceGoodTypes PRIMARY KEY,
     Name nvarchar(50) NOT NULL
@@ -134,12 +140,14 @@ CREATE TABLE TagS (
 )
 
 -- The category tree. Path holds the codes from the root down to the row itself, each between commas
--- (",1,4,12,"), so that one comparison finds a whole branch. ParentCode is NULL at the root.
+-- (",1,4,12,"), so that one comparison finds a whole branch. ParentCode is NULL at the root. Radif orders the branches of
+-- one parent, equal ones by their codes. Goods stand in the ends of the branches only.
 CREATE TABLE Categories (
     Code       int           NOT NULL CONSTRAINT PK_Categories PRIMARY KEY,
     ParentCode int           NULL,
     Name       nvarchar(100) NOT NULL,
     Path       varchar(400)  NOT NULL,
+    Radif      int           NOT NULL DEFAULT 0,
     CONSTRAINT FK_Categories_Parent FOREIGN KEY (ParentCode) REFERENCES Categories (Code)
 )
 CREATE INDEX IX_Categories_ParentCode ON Categories (ParentCode)
@@ -335,7 +343,8 @@ CREATE TABLE Market.Product (
 CREATE INDEX IX_Market_Product_VelakProductCode ON Market.Product (VelakProductCode)
 
 -- The scale's own table, in its database where there is one; the scales connection reads it here otherwise.
--- ScaleType 1: a good; ChangeType 0: the scale knows the row, 2: changed, 3: to be removed.
+-- ScaleType 1: a good; ChangeType 0: the scale knows the row, 1: new, 2: changed, 3: to be removed. The program of the
+-- scales sends what is not 0, sets it to 0, and deletes what it has removed.
 CREATE TABLE Items (
     Code       int           NOT NULL CONSTRAINT PK_Items PRIMARY KEY,
     ScaleType  tinyint       NOT NULL DEFAULT 1,

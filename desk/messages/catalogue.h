@@ -40,6 +40,10 @@ inline constexpr int DiscardChanges = 34;    ///< question
 inline constexpr int CannotOpen = 36;        ///< %1: database, %2: the driver's words
 inline constexpr int AnotherSchema = 37;     ///< %1: database, %2: the driver's words
 inline constexpr int NotWritable = 38;       ///< %1: file or folder
+inline constexpr int CategoryCircle = 39;    ///< %1: category that was to stand under itself
+inline constexpr int CategoryHasGoods = 40;  ///< %1: category that was to get a branch, %2: number of goods
+inline constexpr int CategoryHandsOver = 41; ///< question; %1: category, %2: number of goods
+inline constexpr int CategoryTooDeep = 42;   ///< %1: category
 inline constexpr int DatabaseSilent = 35;    ///< in the status line; %1: the driver's words
 } // namespace message
 

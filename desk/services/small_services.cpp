@@ -1,7 +1,6 @@
 #include "desk/services/small_services.h"
 
 #include "host/data/query.h"
-#include "host/data/sql_text.h"
 #include "host/data/transaction.h"
 #include "host/look/theme.h"
 
@@ -20,11 +19,6 @@ namespace {
 constexpr int Ean8Digits = 7; // without the check digit
 constexpr int Ean13Digits = 12;
 
-host::Category CategoryOf(const host::Query &query)
-{
-    return {query.Int(u"Code"), query.Int(u"ParentCode"), query.Text(u"Name")};
-}
-
 } // namespace
 
 QString Barcodes::Complete_Barcode(const QString &digits)
@@ -42,29 +36,6 @@ QString Barcodes::Complete_Barcode(const QString &digits)
     if (ZBarcode_Encode(symbol.get(), bytes, static_cast<int>(text.size())) >= ZINT_ERROR)
         return {};
     return QString::fromLatin1(reinterpret_cast<const char *>(symbol->text));
-}
-
-QList<host::Category> CategoryTree::Tree()
-{
-    QList<host::Category> nodes;
-    for (host::Query query(m_connection, u"SELECT Code, ParentCode, Name FROM Categories ORDER BY Code"_s);
-         !query.Eof(); query.Next())
-        nodes << CategoryOf(query);
-    return nodes;
-}
-
-QList<host::Category> CategoryTree::Path(int code)
-{
-    const QString codes =
-        host::Scalar(m_connection, u"SELECT Path FROM Categories WHERE Code = %1"_s.arg(code)).toString();
-    if (codes.isEmpty())
-        return {};
-    QList<host::Category> found;
-    host::Query query(m_connection, u"SELECT Code, ParentCode, Name FROM Categories WHERE Code IN ("_s +
-                                        host::CodeList(codes.mid(1)) + u") ORDER BY Path"_s);
-    for (; !query.Eof(); query.Next())
-        found << CategoryOf(query);
-    return found;
 }
 
 QString Clock::NowTime()

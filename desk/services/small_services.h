@@ -1,7 +1,6 @@
 #pragma once
 
 #include "host/services/barcode_service.h"
-#include "host/services/category_service.h"
 #include "host/services/clock_service.h"
 #include "host/services/finance_service.h"
 #include "host/services/keyboard_service.h"
@@ -20,18 +19,6 @@ public:
     bool LibraryFound() const override { return true; }
     bool CompletionFound() const override { return true; }
     QString Complete_Barcode(const QString &digits) override;
-};
-
-/// The tree in Categories.
-class CategoryTree : public host::CategoryService
-{
-public:
-    explicit CategoryTree(const QSqlDatabase &connection) : m_connection(connection) {}
-    QList<host::Category> Tree() override;
-    QList<host::Category> Path(int code) override;
-
-private:
-    QSqlDatabase m_connection;
 };
 
 /// The clock of this machine, with the solar Hijri calendar.

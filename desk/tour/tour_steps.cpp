@@ -2,6 +2,7 @@
 
 #include "desk/tour/detail_type_steps.h"
 #include "desk/tour/label_steps.h"
+#include "desk/tour/list_command_steps.h"
 #include "desk/tour/tour_script.h"
 #include "host/data/sql_text.h"
 
@@ -139,6 +140,7 @@ QList<TourStep> TourSteps(MainWindow &window, DeskHost &desk, const TakePicture 
     DetailTypeSteps(*script);
     GoodsList(*script);
     LabelSteps(*script);
+    ListCommandSteps(*script);
     EditorTabs(*script);
     AddGood(*script);
     CorrectGood(*script);

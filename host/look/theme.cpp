@@ -67,8 +67,8 @@ QAbstractItemView { background: @surface; alternate-background-color: @stripe; b
     gridline-color: @gridline; selection-background-color: @accentsoft; selection-color: @ink; outline: 0; }
 QTableView::item, QTreeView::item, QListView::item { border: none; padding: 0 6px; }
 QAbstractScrollArea::corner { background: transparent; border: none; }
-QTableView::item:selected:active { background: @current; color: @ink; }
-QTableView::item:selected:!active { background: @accentsoft; color: @ink; }
+QTableView::item:selected:active, QTreeView::item:selected:active { background: @current; color: @ink; }
+QTableView::item:selected:!active, QTreeView::item:selected:!active { background: @accentsoft; color: @ink; }
 QHeaderView { background: @head; border: none; }
 QHeaderView::section { background: @head; color: @ink; border: none; border-bottom: 1px solid @border;
     border-left: 1px solid @line; padding: 4px 6px; }

@@ -23,6 +23,9 @@ public:
     virtual QList<Category> Tree() = 0;
     /// The path from the root to a node.
     virtual QList<Category> Path(int code) = 0;
+    /// Opens the tree for working on it (new, rename, move, delete) and returns when it is closed. Asks for the rights
+    /// itself, and tells the user what it refuses.
+    virtual void Open_Categories() = 0;
 };
 
 } // namespace host

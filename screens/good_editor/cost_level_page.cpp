@@ -40,6 +40,12 @@ void CostLevelPage::MoveTo(int goodCode)
     m_buy->MoveTo(goodCode);
 }
 
+void CostLevelPage::ReloadTitles()
+{
+    m_sell->ReloadTitles();
+    m_buy->ReloadTitles();
+}
+
 void CostLevelPage::Show(const TGoodInfoRec &rec)
 {
     m_sellFinal->Show(rec.Tax_In_SellCosts);

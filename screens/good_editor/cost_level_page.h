@@ -29,6 +29,9 @@ public:
     void Show(const TGoodInfoRec &rec);
     void Store(TGoodInfoRec &rec) const;
 
+    /// The levels have other titles; what is typed stays.
+    void ReloadTitles();
+
     void SetBothExempt(bool exempt);
     void SetReadOnly(bool readOnly);
     /// Writes a price that is still being typed to its working row.

@@ -56,18 +56,38 @@ CostLevelSide::CostLevelSide(goods::Prices::Side side, goods::Prices &data, host
 void CostLevelSide::Open(int goodCode, host::TFormMode mode)
 {
     if (mode == host::TFormMode::Review) {
+        m_good = goodCode;
         m_data.CostLevel_View(m_side, goodCode);
         ShowHint();
     } else {
         MoveTo(goodCode);
     }
+    m_default->setCurrentIndex(FillLevels());
+    m_defaultStored = true;
+}
+
+int CostLevelSide::FillLevels()
+{
     QList<host::Entity> levels;
-    const int chosen = m_data.CostLevel_Fill(m_side, levels, goodCode);
+    const int own = m_data.CostLevel_Fill(m_side, levels, m_good);
     m_default->clear();
     for (const host::Entity &level : levels)
         m_default->addItem(level.Name, level.Code);
-    m_default->setCurrentIndex(chosen);
-    m_defaultStored = true;
+    return own;
+}
+
+void CostLevelSide::ReloadTitles()
+{
+    m_grid->CommitTyped();
+    Post();
+    const QSignalBlocker quiet(m_default);
+    const int row = m_grid->currentIndex().row();
+    const QVariant level = m_default->currentData();
+    m_data.CostLevel_GetAll(m_side, m_good);
+    if (row >= 0)
+        StandOnPrice(row);
+    FillLevels();
+    m_default->setCurrentIndex(m_default->findData(level));
 }
 
 void CostLevelSide::MoveTo(int goodCode)

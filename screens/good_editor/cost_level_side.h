@@ -27,6 +27,8 @@ public:
     void Open(int goodCode, host::TFormMode mode);
     /// The working rows moved to another code.
     void MoveTo(int goodCode);
+    /// Reads the titles of the levels anew; prices, what is being typed among them, and the chosen default stay.
+    void ReloadTitles();
     /// Writes what the working rows do not hold yet: a price, and a default level that could not be stored.
     void Post();
     void SetReadOnly(bool readOnly);
@@ -42,6 +44,8 @@ private:
     void ChooseDefault();
     void StoreDefault();
     void PostPrice();
+    /// Fills the chooser of the default level; the index of the good's own.
+    int FillLevels();
     void ShowHint();
     /// The user went to another row.
     void PostLeftRow();

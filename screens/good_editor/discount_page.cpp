@@ -2,7 +2,17 @@
 
 #include "ui_discount_page.h"
 
+#include <QLabel>
+
 using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int Rates = 4;
+/// Pixels; longer titles are cut, and whole in the tool tip.
+constexpr int WidestCaption = 150;
+
+} // namespace
 
 DiscountPage::DiscountPage(QWidget *parent) : QWidget(parent), m_ui(std::make_unique<Ui::DiscountPage>())
 {
@@ -19,9 +29,29 @@ DiscountPage::DiscountPage(QWidget *parent) : QWidget(parent), m_ui(std::make_un
                             m_ui->ChargePercent_edt, this);
     for (LevyChoice *levy : {m_tax, m_toll})
         connect(levy, &LevyChoice::Changed, this, &DiscountPage::LevyChanged);
+    SetTitles({});
 }
 
 DiscountPage::~DiscountPage() = default;
+
+void DiscountPage::SetTitles(const QStringList &titles)
+{
+    m_captions.clear();
+    for (int number = 1; number <= Rates; ++number) {
+        const QString title = titles.value(number - 1).trimmed();
+        const QString caption = title.isEmpty() ? u"تخفیف نوع %1"_s.arg(number) : title;
+        m_captions << caption;
+        for (const QString &side : {u"Sell"_s, u"Buy"_s}) {
+            auto *label = findChild<QLabel *>(u"Discount_%1_%2_LBL"_s.arg(side).arg(number));
+            label->setTextFormat(Qt::PlainText);
+            QString shown = label->fontMetrics().elidedText(caption, Qt::ElideRight, WidestCaption);
+            label->setText(shown.replace(u'&', u"&&"_s) + u" :"_s);
+            label->setToolTip(shown == caption ? QString() : caption.toHtmlEscaped());
+        }
+    }
+    m_sell->SetCaptions(m_captions);
+    m_buy->SetCaptions(m_captions);
+}
 
 void DiscountPage::Clear()
 {
@@ -72,10 +102,9 @@ void DiscountPage::ZeroWhenEmpty()
 
 host::Refused DiscountPage::CheckRates() const
 {
-    const QString fourth = u"تخفیف نوع 4"_s;
-    host::Refused refused = m_buy->CheckRates({u"تخفیف نوع 1"_s, u"تخفیف نوع 2"_s, u"تخفیف نوع 3"_s, fourth});
-    if (refused)
+    if (host::Refused refused = m_buy->CheckRates(m_captions))
         return refused;
+    const QString fourth = m_captions.constLast();
     // Users know the refusal of any sale rate by the name of the fourth.
     return m_sell->CheckRates({fourth, fourth, fourth, fourth});
 }

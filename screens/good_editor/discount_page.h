@@ -21,6 +21,9 @@ public:
     explicit DiscountPage(QWidget *parent = nullptr);
     ~DiscountPage() override;
 
+    /// The titles of the discount levels; a rate whose level has none keeps its number.
+    void SetTitles(const QStringList &titles);
+
     void Clear();
     void Show(const TGoodInfoRec &rec);
     void Store(TGoodInfoRec &rec) const;
@@ -41,6 +44,7 @@ signals:
 
 private:
     std::unique_ptr<Ui::DiscountPage> m_ui;
+    QStringList m_captions; ///< of the four rates
     std::unique_ptr<DiscountSide> m_sell;
     std::unique_ptr<DiscountSide> m_buy;
     LevyChoice *m_tax;

@@ -7,7 +7,13 @@ using namespace Qt::StringLiterals;
 DiscountSide::DiscountSide(const Edits &edits, QComboBox *defaultRate) : m_edits(edits), m_default(defaultRate)
 {
     for (size_t number = 1; number <= m_edits.size(); ++number)
-        m_default->addItem(u"تخفیف نوع %1"_s.arg(number));
+        m_default->addItem(QString());
+}
+
+void DiscountSide::SetCaptions(const QStringList &captions)
+{
+    for (int i = 0; i < m_default->count(); ++i)
+        m_default->setItemText(i, captions.at(i));
 }
 
 void DiscountSide::Show(const Rates &rates, int defaultNumber)

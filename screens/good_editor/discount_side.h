@@ -19,6 +19,9 @@ public:
     /// The controls belong to the page.
     DiscountSide(const Edits &edits, QComboBox *defaultRate);
 
+    /// What the four rates are called where the default is chosen.
+    void SetCaptions(const QStringList &captions);
+
     /// `defaultNumber` 1 to 4; anything else chooses nothing.
     void Show(const Rates &rates, int defaultNumber);
     Rates Values() const;

@@ -1,6 +1,7 @@
 #include "screens/good_editor/good_get.h"
 
 #include "data/goods/good_fields.h"
+#include "host/controls/search_frame.h"
 #include "host/data/transaction.h"
 #include "screens/good_editor/barcode_edit.h"
 #include "screens/good_editor/barcode_fields.h"
@@ -42,6 +43,7 @@ TGood_Get_FRM::TGood_Get_FRM(host::Host &host)
     BuildPages();
     BindPages();
     SetCodeEdit(m_general->CodeEdit());
+    BindLevelTitles();
     m_picture = AddFooterButton(u"Picture_BTN"_s, u"ثب&ت عکس"_s);
     Bind(m_picture, {}, [this] { OpenPhotos(); });
     // Shortcuts, because a chooser would take the digit for the beginning of an entry.
@@ -51,7 +53,7 @@ TGood_Get_FRM::TGood_Get_FRM(host::Host &host)
     // The way out stays at the end.
     ExitButton()->parentWidget()->layout()->addWidget(ExitButton());
     setTabOrder(SaveButton(), m_picture);
-    setTabOrder(m_picture, ExitButton());
+    host::ChainTabs({m_picture, m_discountTitles, m_priceTitles, ExitButton()});
 }
 
 TGood_Get_FRM::~TGood_Get_FRM() = default;
@@ -104,6 +106,20 @@ void TGood_Get_FRM::BindPages()
         // A click on the button leaves the focus where it was.
         edit->setFocus();
         NextControl();
+    });
+}
+
+void TGood_Get_FRM::BindLevelTitles()
+{
+    m_discountTitles = AddFooterCommand(u"DiscountLevel_BTN"_s, u"&عناوین سطوح تخفیف"_s);
+    m_priceTitles = AddFooterCommand(u"CostLevel_BTN"_s, u"&عناوین سطوح قیمتی"_s);
+    Bind(m_discountTitles, {}, [this] {
+        if (m_host.levels.Open_DiscountLevels())
+            m_discounts->SetTitles(m_host.levels.DiscountLevels());
+    });
+    Bind(m_priceTitles, {}, [this] {
+        if (m_host.levels.Open_CostLevels())
+            m_prices->ReloadTitles();
     });
 }
 
@@ -231,7 +247,8 @@ void TGood_Get_FRM::SetReadOnly(bool readOnly)
 {
     TBaseGet_New_FRM::SetReadOnly(readOnly);
     m_prices->SetReadOnly(readOnly);
-    m_picture->setVisible(!readOnly);
+    for (QPushButton *command : {m_picture, m_discountTitles, m_priceTitles})
+        command->setVisible(!readOnly);
     m_complete->SetReadOnly(readOnly);
 }
 
@@ -312,6 +329,7 @@ void TGood_Get_FRM::FormShow()
     if (m_openingPage < 0 || m_openingPage >= m_ui->PageControl1->count())
         m_openingPage = 0;
     m_ui->PageControl1->setCurrentIndex(m_openingPage);
+    m_discounts->SetTitles(m_host.levels.DiscountLevels());
     TBaseGet_New_FRM::FormShow();
 }
 

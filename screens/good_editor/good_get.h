@@ -43,6 +43,7 @@ protected:
 private:
     void BuildPages();
     void BindPages();
+    void BindLevelTitles();
     /// Brings a tab to the front, counted among those that are shown.
     void ShowTab(int number);
     void ProposeCode(int group);
@@ -70,6 +71,8 @@ private:
     class CategoryPage *m_categories = nullptr;
     BarcodeFields *m_barcodes = nullptr;
     QPushButton *m_picture = nullptr;
+    QPushButton *m_discountTitles = nullptr;
+    QPushButton *m_priceTitles = nullptr;
     std::unique_ptr<GoodValidation> m_validation;
     /// The good as it was loaded: what no control shows is written back as it was.
     TGoodInfoRec m_loaded;

@@ -156,8 +156,29 @@ struct FakeCategories : host::CategoryService
 {
     QList<host::Category> Tree() override { return all; }
     QList<host::Category> Path(int code) override;
+    void Open_Categories() override { ++opened; }
 
     QList<host::Category> all;
+    int opened = 0;
+};
+
+/// Titles in memory; opening one of the lists counts, and answers that titles were changed by `changing`.
+struct FakeLevels : host::LevelService
+{
+    bool Open_CostLevels() override { return Opened(u"cost"_s); }
+    bool Open_DiscountLevels() override { return Opened(u"discount"_s); }
+    QStringList DiscountLevels() override { return discounts; }
+
+    std::function<bool()> changing;
+    QStringList discounts;
+    QStringList calls;
+
+private:
+    bool Opened(const QString &kind)
+    {
+        calls << kind;
+        return changing && changing();
+    }
 };
 
 struct FakeScales : host::ScaleService
@@ -241,6 +262,7 @@ public:
     FakeGoodDetails goodDetails;
     FakePhotos photos;
     FakeCategories categories;
+    FakeLevels levels;
     FakeScales scales;
     FakeKeyboard keyboard;
     FakeClock clock;

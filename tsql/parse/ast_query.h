@@ -68,6 +68,7 @@ struct Window
 {
     std::vector<ExpressionPtr> partition;
     std::vector<OrderItem> order;
+    bool rows = false; ///< ROWS UNBOUNDED PRECEDING: up to the row itself, not to the last of its equals
 };
 
 struct Expression

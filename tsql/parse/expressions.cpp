@@ -389,6 +389,12 @@ std::unique_ptr<Window> Parser::ParseWindow()
         Expect(QLatin1String("BY"));
         result->order = OrderItems();
     }
+    // Of the frames the running one alone.
+    if (!result->order.empty() && Accept(QLatin1String("ROWS"))) {
+        Expect(QLatin1String("UNBOUNDED"));
+        Expect(QLatin1String("PRECEDING"));
+        result->rows = true;
+    }
     if (At(QLatin1String("ROWS")) || At(QLatin1String("RANGE")))
         Unsupported(Peek().text.toUpper());
     ExpectSymbol(QLatin1String(")"));

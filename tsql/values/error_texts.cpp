@@ -179,6 +179,7 @@ constexpr Row Texts[] = {
     {10709, u"The number of columns for each row in a table value constructor must be the same."},
     {10738, u"The number of row value expressions in the INSERT statement exceeds the maximum allowed number of 1000 "
             u"row values."},
+    {10752, u"The function '%1' may not have a window frame."},
     {40517, u"Keyword or statement option '%1' is not supported in this version of the database."},
     {wording::OwnTemporaryTable, u"A temporary table '%1' of its own for a procedure whose caller has one of that name "
                                  u"is not supported in this version of the database."},

@@ -33,6 +33,8 @@ QString Writer::WindowText(const Window &window, const Scope &scope)
         text += u"PARTITION BY "_s + partition.join(u", "_s);
     if (!order.isEmpty())
         text += u" ORDER BY "_s + order.join(u", "_s);
+    if (window.rows)
+        text += u" ROWS UNBOUNDED PRECEDING"_s;
     return text + u')';
 }
 
@@ -40,6 +42,8 @@ Operand Writer::WriteRanking(const Expression &node, const Scope &scope)
 {
     if (!node.over || node.over->order.empty())
         throw Error(4112, {node.name}, node.line);
+    if (node.over->rows)
+        throw Error(10752, {node.name}, node.line);
     return Made(u"%1()%2"_s.arg(node.name.toLower(), WindowText(*node.over, scope)), {Kind::BigInt});
 }
 
