@@ -29,18 +29,12 @@ struct Comparison
 
 Comparison CompareDetails(const QList<BulkField> &fields)
 {
-    QStringList ids;
-    for (const BulkField &field : fields) {
-        ids += field.newValue;
-    }
-    const QString ofGood = u"FROM GoodDetailRelation r WHERE r.GoodCode = j.GoodCode"_s;
-    const QString count = QString::number(fields.size());
-    return {u" LEFT JOIN GoodInf t ON t.Code = j.GoodCode"_s, u"t.Code IS NULL"_s,
-            u"((SELECT COUNT(*) "_s + ofGood + u") <> "_s + count + u" OR (SELECT COUNT(DISTINCT r.DetailID) "_s +
-                ofGood + u" AND r.DetailID IN ("_s + ids.join(u',') + u")) <> "_s + count +
-                u" OR EXISTS (SELECT 1 FROM GoodDetailKardex k WHERE k.GoodCode = j.GoodCode)"
-                " OR EXISTS (SELECT 1 FROM BulkChangeDetails d WHERE d.ChangeID = j.ChangeID AND d.GoodCode = "
-                "j.GoodCode AND NOT EXISTS (SELECT 1 FROM DetailTypes dt WHERE dt.ID = d.DetailID)))"_s};
+    return {
+        u" LEFT JOIN GoodInf t ON t.Code = j.GoodCode"_s, u"t.Code IS NULL"_s,
+        u'(' + OtherDetails(fields, u"j.GoodCode"_s) +
+            u" OR EXISTS (SELECT 1 FROM GoodDetailKardex k WHERE k.GoodCode = j.GoodCode) OR EXISTS (SELECT 1 FROM "
+            "BulkChangeDetails d WHERE d.ChangeID = j.ChangeID AND d.GoodCode = j.GoodCode AND NOT EXISTS (SELECT 1 "
+            "FROM DetailTypes dt WHERE dt.ID = d.DetailID)))"_s};
 }
 
 Comparison Compare(const QList<BulkField> &fields)

@@ -36,6 +36,23 @@ QString NewValueOf(const BulkField &field)
     return field.newValue.isEmpty() ? u"j.NewPrice"_s : field.newValue;
 }
 
+QString DetailList(const QList<BulkField> &fields)
+{
+    QStringList ids;
+    for (const BulkField &field : fields) {
+        ids += field.newValue;
+    }
+    return ids.join(u',');
+}
+
+QString OtherDetails(const QList<BulkField> &fields, const QString &code)
+{
+    const QString ofGood = u"FROM GoodDetailRelation r WHERE r.GoodCode = "_s + code;
+    const QString count = QString::number(fields.size());
+    return u"((SELECT COUNT(*) "_s + ofGood + u") <> "_s + count + u" OR (SELECT COUNT(DISTINCT r.DetailID) "_s +
+           ofGood + u" AND r.DetailID IN ("_s + DetailList(fields) + u")) <> "_s + count + u')';
+}
+
 int BulkLedger::Open(BulkKind kind, ScopeKind scope, const BulkOrder &order, const QList<BulkField> &fields)
 {
     QStringList rows;

@@ -53,4 +53,9 @@ BulkTarget TargetOf(const QList<BulkField> &fields);
 /// The new value of a field in the entry's row `j`.
 QString NewValueOf(const BulkField &field);
 
+/// The detail types of a change as a code list.
+QString DetailList(const QList<BulkField> &fields);
+/// Condition: the good of this code has other detail types than these.
+QString OtherDetails(const QList<BulkField> &fields, const QString &code);
+
 } // namespace goods

@@ -152,26 +152,8 @@ QList<BulkField> FieldsOfDetails(const QString &detailIds)
     return fields;
 }
 
-QString DetailList(const QList<BulkField> &fields)
-{
-    QStringList ids;
-    for (const BulkField &field : fields) {
-        ids += field.newValue;
-    }
-    return ids.join(u',');
-}
-
 /// Quantities are recorded for the details of the good `s`: its types may not change.
 const QString Recorded = u"EXISTS (SELECT 1 FROM GoodDetailKardex k WHERE k.GoodCode = s.Code)"_s;
-
-/// The good `s` has other detail types than these.
-QString OtherDetails(const QList<BulkField> &fields)
-{
-    const QString ofGood = u"FROM GoodDetailRelation r WHERE r.GoodCode = s.Code"_s;
-    return u"((SELECT COUNT(*) "_s + ofGood + u") <> "_s + QString::number(fields.size()) +
-           u" OR (SELECT COUNT(DISTINCT r.DetailID) "_s + ofGood + u" AND r.DetailID IN ("_s + DetailList(fields) +
-           u")) <> "_s + QString::number(fields.size()) + u')';
-}
 
 /// Detail types that exist and may stand together on one good, as their lists let them be chosen.
 void CheckDetails(const QSqlDatabase &main, const QList<BulkField> &fields)
@@ -186,7 +168,8 @@ void CheckDetails(const QSqlDatabase &main, const QList<BulkField> &fields)
 
 QString DetailGoods(const QList<BulkField> &fields)
 {
-    return u" FROM #BulkGoods s INNER JOIN GoodInf g ON g.Code = s.Code WHERE "_s + OtherDetails(fields) + u" AND "_s;
+    return u" FROM #BulkGoods s INNER JOIN GoodInf g ON g.Code = s.Code WHERE "_s + OtherDetails(fields, u"s.Code"_s) +
+           u" AND "_s;
 }
 
 } // namespace
@@ -297,8 +280,8 @@ BulkForecast BulkValues::DetailTypes_Forecast(const GoodsScope &scope, const QSt
                                 CountIf(u"a.Other = 1 AND a.Recorded = 0"_s, u"Changing"_s) + u", "_s +
                                 CountIf(u"a.Other = 1 AND a.Recorded = 1"_s, u"Protected"_s) +
                                 u" FROM (SELECT g.Code AS Good, "_s +
-                                flag.arg(u"g.Code IS NOT NULL AND "_s + OtherDetails(fields), u"Other"_s) + u", "_s +
-                                flag.arg(Recorded, u"Recorded"_s) +
+                                flag.arg(u"g.Code IS NOT NULL AND "_s + OtherDetails(fields, u"s.Code"_s), u"Other"_s) +
+                                u", "_s + flag.arg(Recorded, u"Recorded"_s) +
                                 u" FROM #BulkGoods s LEFT JOIN GoodInf g ON g.Code = s.Code) AS a"_s);
 }
 

@@ -48,7 +48,29 @@ QString Text(const BulkForecast &forecast)
 
 const GoodsScope Everything{ScopeKind::All, {}};
 
+struct Answer
+{
+    BulkResult result;
+    BulkForecast forecast = {};
+};
+/// Without an order it only says what it would do.
+using Change = std::function<Answer(TGood_DM &, const GoodsScope &, const BulkOrder *)>;
+
+/// A change that gives many goods the same.
+struct Alike
+{
+    Change change;
+    QString forecast = {}; // of goods 501 to 504 and one that is none
+    QString told = {};
+    QString stored = {};  // asks what the goods have
+    QString texts = {};   // old and new one of the first good
+    QString written = {}; // what is stored then
+    QString since = {};   // what another desk does to one of them
+    QString back = {};    // what is stored when the change is taken back
+};
+
 } // namespace
+Q_DECLARE_METATYPE(Alike)
 
 class TestGoodBulk : public fixture::Test
 {
@@ -67,13 +89,6 @@ private slots:
     void sendsToScales();
 
 private:
-    struct Answer
-    {
-        BulkResult result;
-        BulkForecast forecast;
-    };
-    /// Without an order it only says what it would do.
-    using Change = std::function<Answer(TGood_DM &, const GoodsScope &, const BulkOrder *)>;
     void Fill() override;
     static void AddChanges();
 };
@@ -86,7 +101,7 @@ void TestGoodBulk::Fill()
         "'!62650101!', 2), (502, 5, N'ب', 100, NULL, 1), (503, 5, N'پ', 100, NULL, 1), (504, 5, N'ت', 100, NULL, 1)"
         " insert into GoodCostDiscount (GoodCode, CostLevel_Sell_2, Discount_Sell_1, Discount_Buy_4) values (501, 1000, "
         "5, 7), (502, 2000, 5, 7), (503, 0, 9, 7)"
-        " insert into DetailTypes (Title, DetailType) values (N'سریال', 3), (N'رنگ', 2), (N'جنس', 2), (N'بارکد', 6)"
+        " insert into DetailTypes (Title, DetailType) values (N'سریال', 3), (N'رنگ', 2), (N'<جنس>', 2), (N'بارکد', 6)"
         " insert into GoodDetailRelation (GoodCode, DetailID) values (501, 1), (501, 2), (503, 3)"
         " update GoodInf set DaraiGoodType = 2 where Code = 503 insert into GoodDetailValues (GoodCode) values (503)"
         " insert into GoodDetailKardex (DetailValueID, StoreCode, GoodCode, OperationType, OperationCode) values (1, 1, "
@@ -265,95 +280,78 @@ void TestGoodBulk::writesWhatWasPreviewed()
     QCOMPARE(goods.BulkChange_TakeBack(99, Order()).outcome, Outcome::Refused);
 }
 
-/// Changes that give many goods the same.
 void TestGoodBulk::AddChanges()
 {
-    QTest::addColumn<Change>("change");
-    QTest::addColumn<QString>("forecast"); // of goods 501 to 504 and one that is none
-    QTest::addColumn<QString>("told");
-    QTest::addColumn<QString>("stored");      // what the good is given
-    QTest::addColumn<QStringList>("written"); // old and new text of the first good, then what is stored
-    QTest::addColumn<QString>("since");       // what another desk does to one of them
-    QTest::addColumn<QStringList>("back");
     GroupDiscount discount;
     discount.sellTicked[0] = discount.buyTicked[3] = discount.defaultBuyTicked = true;
     discount.sell = {9, 55, 55, 55};
     discount.buy = {55, 55, 55, 7};
     discount.defaultBuy = 1;
-    QTest::newRow("discounts")
-        << Change([discount](TGood_DM &goods, const GoodsScope &scope, const BulkOrder *order) -> Answer {
-               if (!order)
-                   return {{}, goods.GroupDiscount_Forecast(scope, discount)};
-               const bool marked = scope.kind == ScopeKind::Marked;
-               return {marked ? goods.ApplyGroupDiscount(scope.codes, scope.codes.size() - 1, discount, *order)
-                              : goods.ApplyGroupDiscount(scope, discount, *order),
-                       {}};
-           })
-        << u"5 = 3 + 1 same + 0 protected + 1 gone"_s << u"0: 3 written, 0 left"_s
-        << u"select GoodCode, Discount_Sell_1, Discount_Sell_2, Discount_Buy_4, Default_CostLevel_Sell_Number from "
-           "GoodCostDiscount order by GoodCode"_s
-        << QStringList{u"5 / 7 / 1|9 / 7 / 1"_s, u"501|9|0|7|1"_s, u"502|9|0|7|1"_s, u"503|9|0|7|1"_s, u"504|9|0|7|0"_s}
-        << u"update GoodCostDiscount set Discount_Buy_4 = 8 where GoodCode = 502"_s
-        << QStringList{u"501|5|0|7|1"_s, u"502|9|0|8|1"_s, u"503|9|0|7|1"_s, u"504|0|0|0|0"_s};
-    QTest::newRow("asset type") << Change(
-                                       [](TGood_DM &goods, const GoodsScope &scope, const BulkOrder *order) -> Answer {
-                                           if (!order)
-                                               return {{}, goods.AssetType_Forecast(scope, 2)};
-                                           return {goods.AssetType_Apply(scope, 2, *order), {}};
-                                       })
-                                << u"5 = 3 + 1 same + 0 protected + 1 gone"_s << u"0: 3 written, 0 left"_s
-                                << u"select Code, DaraiGoodType from GoodInf order by Code"_s
-                                << QStringList{u"تعیین نشده|مواد اولیه"_s, u"501|2"_s, u"502|2"_s, u"503|2"_s,
-                                               u"504|2"_s}
-                                << u"update GoodInf set DaraiGoodType = 3 where Code = 502"_s
-                                << QStringList{u"501|0"_s, u"502|3"_s, u"503|2"_s, u"504|0"_s};
-    QTest::newRow("detail types") << Change([](TGood_DM &goods, const GoodsScope &scope,
-                                               const BulkOrder *order) -> Answer {
+    const Change discounts = [discount](TGood_DM &goods, const GoodsScope &scope, const BulkOrder *order) -> Answer {
         if (!order)
-            return {{}, goods.DetailTypes_Forecast(scope, u"3,1,3,"_s)};
-        return {goods.DetailTypes_Apply(scope, u"3,1,3,"_s, *order), {}};
-    }) << u"5 = 3 + 0 same + 1 protected + 1 gone"_s
-                                  << u"0: 3 written, 1 left"_s
-                                  << u"select GoodCode, DetailID from GoodDetailRelation order by GoodCode, DetailID"_s
-                                  << QStringList{u"رنگ، سریال|جنس، سریال"_s,
-                                                 u"501|1"_s,
-                                                 u"501|3"_s,
-                                                 u"502|1"_s,
-                                                 u"502|3"_s,
-                                                 u"503|3"_s,
-                                                 u"504|1"_s,
-                                                 u"504|3"_s}
-                                  << u"insert into GoodDetailRelation (GoodCode, DetailID) values (502, 2)"_s
-                                  << QStringList{u"501|1"_s, u"501|2"_s, u"502|1"_s,
-                                                 u"502|2"_s, u"502|3"_s, u"503|3"_s};
+            return {{}, goods.GroupDiscount_Forecast(scope, discount)};
+        const bool marked = scope.kind == ScopeKind::Marked;
+        return {marked ? goods.ApplyGroupDiscount(scope.codes, scope.codes.size() - 1, discount, *order)
+                       : goods.ApplyGroupDiscount(scope, discount, *order)};
+    };
+    const Change asset = [](TGood_DM &goods, const GoodsScope &scope, const BulkOrder *order) -> Answer {
+        return order ? Answer{goods.AssetType_Apply(scope, 2, *order)} : Answer{{}, goods.AssetType_Forecast(scope, 2)};
+    };
+    const Change details = [](TGood_DM &goods, const GoodsScope &scope, const BulkOrder *order) -> Answer {
+        const QString ids = u"3,1,3,"_s;
+        return order ? Answer{goods.DetailTypes_Apply(scope, ids, *order)}
+                     : Answer{{}, goods.DetailTypes_Forecast(scope, ids)};
+    };
+    QTest::addColumn<Alike>("alike");
+    QTest::newRow("discounts") << Alike{
+        discounts,
+        u"5 = 3 + 1 same + 0 protected + 1 gone"_s,
+        u"0: 3 written, 0 left"_s,
+        u"select GoodCode, Discount_Sell_1, Discount_Sell_2, Discount_Buy_4, Default_CostLevel_Sell_Number from "
+        "GoodCostDiscount order by GoodCode"_s,
+        u"5 / 7 / 1|9 / 7 / 1"_s,
+        u"501|9|0|7|1 502|9|0|7|1 503|9|0|7|1 504|9|0|7|0"_s,
+        u"update GoodCostDiscount set Discount_Buy_4 = 8 where GoodCode = 502"_s,
+        u"501|5|0|7|1 502|9|0|8|1 503|9|0|7|1 504|0|0|0|0"_s};
+    QTest::newRow("asset type") << Alike{asset,
+                                         u"5 = 3 + 1 same + 0 protected + 1 gone"_s,
+                                         u"0: 3 written, 0 left"_s,
+                                         u"select Code, DaraiGoodType from GoodInf order by Code"_s,
+                                         u"تعیین نشده|مواد اولیه"_s,
+                                         u"501|2 502|2 503|2 504|2"_s,
+                                         u"update GoodInf set DaraiGoodType = 3 where Code = 502"_s,
+                                         u"501|0 502|3 503|2 504|0"_s};
+    QTest::newRow("detail types") << Alike{
+        details,
+        u"5 = 3 + 0 same + 1 protected + 1 gone"_s,
+        u"0: 3 written, 1 left"_s,
+        u"select GoodCode, DetailID from GoodDetailRelation order by GoodCode, DetailID"_s,
+        u"رنگ، سریال|<جنس>، سریال"_s,
+        u"501|1 501|3 502|1 502|3 503|3 504|1 504|3"_s,
+        u"insert into GoodDetailRelation (GoodCode, DetailID) values (502, 2)"_s,
+        u"501|1 501|2 502|1 502|2 502|3 503|3"_s};
 }
 
 void TestGoodBulk::givesAlike()
 {
-    QFETCH(Change, change);
-    QFETCH(QString, forecast);
-    QFETCH(QString, told);
-    QFETCH(QString, stored);
-    QFETCH(QStringList, written);
-    QFETCH(QString, since);
-    QFETCH(QStringList, back);
+    QFETCH(Alike, alike);
     TGood_DM &goods = desk->goods;
     const BulkOrder order = Order();
     const GoodsScope scope{ScopeKind::Marked, {501, 502, 503, 504, 999, 501}};
-    QCOMPARE(Text(change(goods, scope, nullptr).forecast), forecast);
-    const BulkResult result = change(goods, scope, &order).result;
-    QCOMPARE(Text(result), told);
+    const auto stored = [&] { return database->Rows(alike.stored).join(u' '); };
+    QCOMPARE(Text(alike.change(goods, scope, nullptr).forecast), alike.forecast);
+    const BulkResult result = alike.change(goods, scope, &order).result;
+    QCOMPARE(Text(result), alike.told);
     goods.BulkGoods_GetAll(result.change);
-    QCOMPARE(goods.BulkGoods_QRY.TextField(u"OldText") + u'|' + goods.BulkGoods_QRY.TextField(u"NewText"),
-             written.takeFirst());
-    QCOMPARE(database->Rows(stored), written);
+    QCOMPARE(goods.BulkGoods_QRY.TextField(u"OldText") + u'|' + goods.BulkGoods_QRY.TextField(u"NewText"), alike.texts);
+    QCOMPARE(stored(), alike.written);
     // What is there already is no change, and no entry.
-    QCOMPARE(change(goods, Everything, &order).result.change, 0);
+    QCOMPARE(alike.change(goods, Everything, &order).result.change, 0);
     QCOMPARE(database->Scalar(u"select count(*) from BulkChanges"_s).toInt(), 1);
 
-    host::Exec(database->AnotherConnection(), since);
+    host::Exec(database->AnotherConnection(), alike.since);
     QCOMPARE(Text(goods.BulkChange_TakeBack(result.change, order)), u"0: 2 written, 1 left"_s);
-    QCOMPARE(database->Rows(stored), back);
+    QCOMPARE(stored(), alike.back);
     goods.BulkGoods_GetLeft(result.change);
     QCOMPARE(goods.BulkGoods_QRY.IntField(u"Code"), 502);
 }
@@ -361,18 +359,18 @@ void TestGoodBulk::givesAlike()
 void TestGoodBulk::cancelled_data()
 {
     AddChanges();
-    QTest::newRow("prices") << Change([](TGood_DM &goods, const GoodsScope &scope, const BulkOrder *order) -> Answer {
+    QTest::newRow("prices") << Alike{[](TGood_DM &goods, const GoodsScope &scope, const BulkOrder *order) -> Answer {
         const bool ready = goods.BulkPrices_Prepare(scope, {PriceKind::Sale, 2, 3, 5, 1, 0}, order->progress);
-        return {ready ? goods.BulkPrices_Apply(*order) : BulkResult{Outcome::Cancelled}, {}};
-    });
-    QTest::newRow("taking back") << Change([](TGood_DM &goods, const GoodsScope &, const BulkOrder *order) -> Answer {
-        return {goods.BulkChange_TakeBack(1, *order), {}};
-    });
+        return {ready ? goods.BulkPrices_Apply(*order) : BulkResult{Outcome::Cancelled}};
+    }};
+    QTest::newRow("taking back") << Alike{[](TGood_DM &goods, const GoodsScope &, const BulkOrder *order) -> Answer {
+        return {goods.BulkChange_TakeBack(1, *order)};
+    }};
 }
 
 void TestGoodBulk::cancelled()
 {
-    QFETCH(Change, change);
+    QFETCH(Alike, alike);
     const BulkOrder order = Order();
     const bool back = QTest::currentDataTag() == QByteArray("taking back");
     if (back)
@@ -383,7 +381,7 @@ void TestGoodBulk::cancelled()
         QCOMPARE(Snapshot(*database), before);
         int done = 0;
         const BulkOrder giveUp = Order([&](int at, int total) { return at <= total && done++ < steps; });
-        outcome = change(desk->goods, Everything, &giveUp).result.outcome;
+        outcome = alike.change(desk->goods, Everything, &giveUp).result.outcome;
     }
     QVERIFY(steps > 3);
     QVERIFY(Snapshot(*database) != before);
