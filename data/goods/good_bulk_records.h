@@ -6,6 +6,7 @@
 #include <QString>
 
 #include <array>
+#include <functional>
 
 namespace goods {
 
@@ -55,5 +56,68 @@ struct GroupDiscount
     int defaultSell = 0; ///< 1 … 4
     int defaultBuy = 0;
 };
+
+/// Asked between the steps of a change of many goods, `done` of `total`; false gives up, and nothing is written then.
+/// Without one a step is never given up.
+using BulkProgress = std::function<bool(int done, int total)>;
+
+/// Who changes many goods and when, as the list of the last changes shows it.
+struct BulkOrder
+{
+    QString title; ///< what was asked, in the user's words; what is longer than 300 characters is cut
+    QString user;  ///< StampUser()
+    QString date;
+    QString time;
+    BulkProgress progress;
+};
+
+/// What became of a change of many goods.
+struct BulkResult
+{
+    enum class Outcome : quint8 {
+        Done,      ///< written, also when no good was left to be written
+        Cancelled, ///< given up, nothing was written
+        Refused,   ///< the change to be taken back is gone, or was taken back by another desk
+    };
+    Outcome outcome = Outcome::Done;
+    int change = 0;  ///< its number in the list of the last changes; 0 when no good was written
+    int written = 0; ///< goods
+    int left = 0;    ///< goods that stay as they are although they were to change: changed or deleted meanwhile
+};
+
+/// What a change will do to the goods of its scope.
+struct BulkForecast
+{
+    int goods = 0;       ///< that the scope names, each once
+    int changing = 0;    ///< will be written
+    int same = 0;        ///< have the values already
+    int protectedOf = 0; ///< may not be changed: quantities are recorded for their details
+    int gone = 0;        ///< are no goods any more
+};
+
+/// What is to become of one good's price.
+enum class PriceFate : quint8 {
+    Changes = 0,
+    SamePrice = 1, ///< the new price is the old one
+    NoSource = 2,  ///< the good has no such price as is to be taken over
+    BelowZero = 3,
+    TooLarge = 4,         ///< beyond what the column holds
+    GoodGone = 5,         ///< deleted
+    ChangedMeanwhile = 6, ///< found while writing: the stored price is no longer the old one of the preview
+};
+inline constexpr int PriceFates = 7;
+
+/// The preview in figures.
+struct PriceTotals
+{
+    std::array<int, PriceFates> goods{}; ///< by PriceFate
+    int picked = 0;                      ///< goods that will be written: they change and the user left them in
+    host::Quantity oldSum = 0;           ///< their old prices together
+    host::Quantity newSum = 0;           ///< their new prices together
+    int rising = 0;                      ///< picked goods that become dearer; the others become cheaper
+};
+
+/// What a change of many goods was about.
+enum class BulkKind : quint8 { Prices = 1, Discounts = 2, AssetType = 3, DetailTypes = 4 };
 
 } // namespace goods

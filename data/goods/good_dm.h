@@ -1,5 +1,6 @@
 #pragma once
 
+#include "data/goods/good_bulk.h"
 #include "data/goods/good_categories.h"
 #include "data/goods/good_codes.h"
 #include "data/goods/good_detail_types.h"
@@ -26,7 +27,8 @@ class TGood_DM : public goods::RecordStore,
                  public goods::OpeningStock,
                  public goods::Categories,
                  public goods::Lookups,
-                 public goods::Scales
+                 public goods::Scales,
+                 public goods::BulkChanges
 {
 public:
     /// Keeps references to the services; the connections are the host's open ones.

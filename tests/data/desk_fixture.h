@@ -90,6 +90,7 @@ private slots:
         m_database = std::make_unique<test::Database>();
         Furnish(*m_database);
         m_desk = std::make_unique<Desk>(*m_database);
+        Fill();
     }
     void cleanup()
     {
@@ -98,6 +99,9 @@ private slots:
     }
 
 protected:
+    /// What else stands in the database.
+    virtual void Fill() {}
+
     std::unique_ptr<test::Database> m_database;
     std::unique_ptr<Desk> m_desk;
 };

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "data/goods/good_bulk_records.h"
+#include "host/data/dataset.h"
+
+namespace goods {
+
+/// The last changes of many goods, each with the values from before, and taking them back. The last 50 are kept.
+class BulkJournal
+{
+public:
+    BulkJournal(const QSqlDatabase &main, const QSqlDatabase &scale);
+
+    /// The last changes, newest first: `ID`, `Kind` (BulkKind), `Title`, `Scope` (ScopeKind), `Goods` (written),
+    /// `UserChanged`, `ChangedDate`, `ChangedTime`; `TakenBack` (bit), `GoodsTakenBack` and `GoodsLeft`, and
+    /// `UserTakenBack`, `TakenBackDate`, `TakenBackTime`, NULL while it stands.
+    host::Dataset BulkChanges_QRY;
+    /// Goods of one change: `Code`, `Name` (NULL for a deleted good), `Left` (bit: was not taken back because it had
+    /// been changed since), `OldPrice` and `NewPrice` of a change of prices; `OldText` and `NewText` of the others
+    /// (percents joined by " / " in the order of the dialog, titles of types), NULL otherwise.
+    host::Dataset BulkGoods_QRY;
+
+    /// Opens the list.
+    void BulkChanges_GetAll();
+    /// Opens the goods of a change: all of them, or those that taking it back left as they were.
+    void BulkGoods_GetAll(int change);
+    void BulkGoods_GetLeft(int change);
+    /// How many goods taking it back would restore (`changing`) and leave because they were changed since (`same`) or
+    /// deleted (`gone`).
+    BulkForecast BulkChange_Forecast(int change);
+    /// Gives all goods of a change their old values back whose values are still those that were written, in one
+    /// transaction. Goods changed since stay as they are and are marked in the list. `order.title` is not used.
+    BulkResult BulkChange_TakeBack(int change, const BulkOrder &order);
+
+    /// For shops with scales (`ScaleService::Enabled`), after a price was written or taken back: the items of the
+    /// goods of the change whose default sale level it was get name, price, first barcode and unit type of the good and
+    /// are marked as changed. Items to be removed stay so. Returns the number of items; 0 for changes of anything else.
+    int BulkChange_SendToScales(int change);
+
+private:
+    void OpenGoods(int change, const QString &condition);
+
+    QSqlDatabase m_main;
+    QSqlDatabase m_scale;
+};
+
+} // namespace goods
