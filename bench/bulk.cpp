@@ -43,7 +43,7 @@ public:
             BulkResult taken;
             thereStatements = Timed(there[i], [&] { done = change(); });
             backStatements = Timed(back[i], [&] { taken = m_shop.Data().BulkChange_TakeBack(done.change, Order()); });
-            if (done.written < m_shop.Size() * 9 / 10 || taken.written != done.written)
+            if (done.written < m_shop.size() * 9 / 10 || taken.written != done.written)
                 throw std::runtime_error("a change of all goods did not change them");
         }
         Add(what + u", written"_s, there, limit, thereStatements);
@@ -54,7 +54,7 @@ private:
     static quint64 Timed(double &milliseconds, const std::function<void()> &work)
     {
         const quint64 before = host::StatementsSent();
-        milliseconds = Timed(work);
+        milliseconds = bench::Timed(work);
         return host::StatementsSent() - before;
     }
     void Add(const QString &what, std::array<double, 3> &times, std::optional<double> limit, quint64 statements)
