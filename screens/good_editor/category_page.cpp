@@ -1,5 +1,6 @@
 #include "screens/good_editor/category_page.h"
 
+#include "screens/good_editor/page_command.h"
 #include "ui_category_page.h"
 
 #include <QAction>
@@ -38,20 +39,12 @@ CategoryPage::CategoryPage(host::Host &host, goods::Categories &data, const host
     m_ui->Category_GRD->SetSource(&m_data.KalaCategory_Qry, u"Id"_s);
     m_ui->Category_GRD->horizontalHeader()->setStretchLastSection(true);
     using Action = host::Refused (CategoryPage::*)();
-    for (const auto &[button, key, action] :
-         {std::tuple(m_ui->AddCat_BTN, Qt::Key_F4, Action(&CategoryPage::Add)),
-          std::tuple(m_ui->DellCat_BTN, Qt::Key_F7, Action(&CategoryPage::Delete))}) {
-        connect(button, &QPushButton::clicked, this,
-                [this, run, action = action] { run([this, action] { return (this->*action)(); }); });
-        // The caption of the button is the command and its key; the menu of the grid shows the key by itself.
-        auto *command = new QAction(button->text().section(u' ', 0, 0), this);
-        command->setShortcut(key);
-        command->setShortcutContext(Qt::WidgetWithChildrenShortcut);
-        connect(command, &QAction::triggered, button, &QPushButton::click);
-        addAction(command);
-        m_ui->Category_GRD->addAction(command);
-    }
-    m_ui->Category_GRD->setContextMenuPolicy(Qt::ActionsContextMenu);
+    for (const auto &[button, key, action] : {std::tuple(m_ui->AddCat_BTN, Qt::Key_F4, Action(&CategoryPage::Add)),
+                                              std::tuple(m_ui->DellCat_BTN, Qt::Key_F7, Action(&CategoryPage::Delete))})
+        // The caption of the button is the command and its key.
+        AddPageCommand(this, m_ui->Category_GRD,
+                       {button, key, button->text().section(u' ', 0, 0),
+                        [this, run, action = action] { run([this, action] { return (this->*action)(); }); }});
     m_ui->Category_frame1->installEventFilter(this);
 }
 

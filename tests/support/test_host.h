@@ -134,11 +134,13 @@ struct FakeGoodDetails : host::GoodDetailService
         calls << Call("EnterGoodDetailSave", good, operation);
     }
     bool EnterGoodDetails_Get(int, host::TOperationType) override { return entered; }
+    bool CheckGoodDetailKardexExists(int good) override { return recorded.contains(good); }
     bool CheckBarcodeInGoodDetail(const QString &barcode) override { return detailBarcodes.contains(barcode); }
     bool UniqueDetailCodeInUse(int) override { return uniqueCodeInUse; }
 
     bool entered = false;
     bool uniqueCodeInUse = false;
+    QSet<int> recorded; ///< goods with quantities of their details
     QStringList detailBarcodes;
     QStringList calls;
 };
