@@ -13,6 +13,7 @@
 #include "host/services/permission_service.h"
 #include "host/services/photo_gallery_service.h"
 #include "host/services/scale_service.h"
+#include "host/services/selected_list_service.h"
 #include "host/services/settings_service.h"
 #include "host/services/stock_service.h"
 #include "host/services/theme_service.h"
@@ -48,6 +49,7 @@ struct Host
     GoodDetailService &goodDetails;
     PhotoGalleryService &photos;
     CategoryService &categories;
+    SelectedListService &selectedLists;
     ScaleService &scales;
     KeyboardService &keyboard;
     ClockService &clock;

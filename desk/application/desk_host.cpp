@@ -9,7 +9,8 @@ DeskHost::DeskHost(const host::Connections &connections, host::MessageService *s
       permissions(connections.ADOConnection1, said), stock(connections.ADOConnection1, said, settings),
       entities(connections.ADOConnection1, said, settings, stock), vouchers(connections.ADOConnection1, said),
       goodDetails(connections.ADOConnection1, said), photos(connections.ADOConnection1),
-      categories(connections.ADOConnection1), scales(connections.DibalConnection), finance(connections.ADOConnection1),
+      categories(connections.ADOConnection1), selectedLists(connections.ADOConnection1),
+      scales(connections.DibalConnection), finance(connections.ADOConnection1),
       numbers(connections.ADOConnection1), host{.DM = connections,
                                                 .permissions = permissions,
                                                 .messages = said,
@@ -20,6 +21,7 @@ DeskHost::DeskHost(const host::Connections &connections, host::MessageService *s
                                                 .goodDetails = goodDetails,
                                                 .photos = photos,
                                                 .categories = categories,
+                                                .selectedLists = selectedLists,
                                                 .scales = scales,
                                                 .keyboard = keyboard,
                                                 .clock = clock,
@@ -30,6 +32,7 @@ DeskHost::DeskHost(const host::Connections &connections, host::MessageService *s
 {
     entities.SetHost(host);
     photos.SetHost(host);
+    selectedLists.SetHost(host);
 }
 
 void DeskHost::SetMainWindow(QMainWindow *window)

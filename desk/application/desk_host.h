@@ -6,6 +6,7 @@
 #include "desk/services/messages.h"
 #include "desk/services/permissions.h"
 #include "desk/services/photos.h"
+#include "desk/services/selected_list_store.h"
 #include "desk/services/settings.h"
 #include "desk/services/small_services.h"
 #include "desk/services/stock.h"
@@ -37,6 +38,7 @@ struct DeskHost
     GoodDetails goodDetails;
     PhotoStore photos;
     CategoryTree categories;
+    SelectedListStore selectedLists;
     Scales scales;
     Keyboard keyboard;
     Clock clock;

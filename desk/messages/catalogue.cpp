@@ -54,7 +54,7 @@ constexpr Entry Catalogue[] = {
     {message::ModuleMissing, u"ماژول کالا بارگذاری نشد.\n%1"},
     {message::CodeOutOfRange, u"کاربر گرامی، کد باید عددی بین %1 و %2 باشد."},
     {message::NotAPicture,
-     u"کاربر گرامی، پرونده‌ی «%1» تصویر نیست یا خوانده نشد."},
+     u"کاربر گرامی، «%1» تصویر نیست یا خوانده نشد."},
     {message::DiscardChanges,
      u"کاربر گرامی، تغییرات ذخیره نشده است. آیا بدون ذخیره خارج می‌شوید؟"},
 

@@ -77,6 +77,16 @@ QString TagsPanel::CodesText() const
     return (codes + m_hidden).join(u',');
 }
 
+QStringList TagsPanel::Names() const
+{
+    QStringList names;
+    for (const int code : m_codes)
+        for (const Tag &tag : m_available)
+            if (tag.Code == code)
+                names << tag.Name;
+    return names;
+}
+
 void TagsPanel::ShowStored(const QString &codes)
 {
     SetCodesText(codes);

@@ -78,6 +78,7 @@ TestHost::TestHost(const host::Connections &connections)
            .goodDetails = goodDetails,
            .photos = photos,
            .categories = categories,
+           .selectedLists = selectedLists,
            .scales = scales,
            .keyboard = keyboard,
            .clock = clock,

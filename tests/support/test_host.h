@@ -162,6 +162,17 @@ struct FakeCategories : host::CategoryService
     QList<host::Category> all;
 };
 
+struct FakeSelectedLists : host::SelectedListService
+{
+    void Call_SelectedLists(int code) override { calls << Call("Call_SelectedLists", code); }
+    int AddToSelectedList(const QString &goods) override
+    {
+        calls << Call("AddToSelectedList", goods);
+        return 1;
+    }
+    QStringList calls;
+};
+
 struct FakeScales : host::ScaleService
 {
     bool Enabled() const override { return enabled; }
@@ -243,6 +254,7 @@ public:
     FakeGoodDetails goodDetails;
     FakePhotos photos;
     FakeCategories categories;
+    FakeSelectedLists selectedLists;
     FakeScales scales;
     FakeKeyboard keyboard;
     FakeClock clock;
