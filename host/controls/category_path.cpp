@@ -185,8 +185,7 @@ void CategoryPath::FillMenu(QMenu *menu, int parent)
         connect(below, &QMenu::aboutToShow, this, [this, below, name, code] {
             if (!below->isEmpty())
                 return;
-            connect(below->addAction(u"همه‌ی «%1»"_s.arg(name)), &QAction::triggered, this,
-                    [this, code] { Take(code); });
+            connect(below->addAction(u"«%1»"_s.arg(name)), &QAction::triggered, this, [this, code] { Take(code); });
             FillMenu(below, code);
         });
     }

@@ -2,6 +2,7 @@
 
 #include "desk/selected/selected_lists_data.h"
 #include "host/controls/grid.h"
+#include "host/data/sql_text.h"
 #include "tests/desk/desk_fixture.h"
 #include "tests/support/modal.h"
 #include "tests/support/test_main.h"
@@ -73,8 +74,8 @@ private slots:
         QCOMPARE(t->desk.selectedLists.AddToSelectedList(u"110007"_s), 0);
         t->desk.selectedLists.Call_SelectedLists(1);
         QCOMPARE(t->messages.TakeAll().size(), 2);
-        QVERIFY_THROWS_EXCEPTION(host::RefusedText,
-                                 desk::SelectedListsData(t->database.Main()).Add(1, u"1) delete TagS--"_s));
+        desk::SelectedListsData data(t->database.Main());
+        QVERIFY_THROWS_EXCEPTION(host::RefusedText, data.Add(1, u"1) delete TagS--"_s));
     }
 
     void deletedWithItsGoods()
