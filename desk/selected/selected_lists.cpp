@@ -24,6 +24,7 @@ TSelectedLists_FRM::TSelectedLists_FRM(host::Host &host, TFormMode mode, GoodsCh
     SetTitle(mode == TFormMode::Selection ? u"افزودن به لیست انتخابی"_s : u"لیست‌های انتخابی"_s);
     resize(900, 560);
     m_ui->Prompt_LBL->hide();
+    m_ui->Main_SPL->setSizes({440, 460});
     m_ui->Lists_GRD->SetColumns({{u"Title"_s, u"عنوان"_s, 190},
                                  {u"Goods"_s, u"کالا"_s, 50, false, ColumnFormat::Code},
                                  {u"Use"_s, u"کالاها"_s, 90},

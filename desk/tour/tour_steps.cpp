@@ -39,7 +39,6 @@ void AdvancedSearch(TourScript &script)
     script.Focus(u"GoodListDB_GRD"_s);
     script.Key(u"advanced search"_s, u"GoodListDB_GRD"_s, Qt::Key_F8);
     script.Fill(u"Editor"_s, u"لبن"_s);
-    script.Shot(u"goods-search-typing"_s, u"Editor"_s);
     script.Key(u"take the category"_s, u"Editor"_s, Qt::Key_Return);
     script.Focus(u"SelectList_CMB"_s);
     script.Key(u"choose a list"_s, u"SelectList_CMB"_s, Qt::Key_Down);
@@ -70,9 +69,14 @@ void EditorTabs(TourScript &script)
     script.Key(u"the detail types"_s, u"PageControl1"_s, Qt::Key_3, Qt::ControlModifier);
     script.Focus(u"GoodDetails_GRD"_s);
     script.Key(u"another one"_s, u"GoodDetails_GRD"_s, Qt::Key_F4);
+    script.Focus(u"DetailTypes_List_GRD"_s);
+    for (int mark = 0; mark < 3; ++mark)
+        script.Key(u"mark a type"_s, u"DetailTypes_List_GRD"_s, Qt::Key_Insert);
     script.Shot(u"good-editor-detail-choice"_s, u"DetailTypes_List_GRD"_s);
-    script.Key(u"leave the choice"_s, u"DetailTypes_List_GRD"_s, Qt::Key_Escape);
-    script.Key(u"leave the editor"_s, u"PageControl1"_s, Qt::Key_Escape);
+    script.Key(u"take them"_s, u"DetailTypes_List_GRD"_s, Qt::Key_Return);
+    script.Shot(u"good-editor-details"_s, u"GoodDetails_GRD"_s);
+    script.Key(u"leave the editor"_s, u"GoodDetails_GRD"_s, Qt::Key_Escape);
+    script.AnswerYes();
 }
 
 void AddGood(TourScript &script)

@@ -21,7 +21,7 @@ namespace {
 
 /// More than a person looks through: a longer text narrows them.
 constexpr int MostOffered = 50;
-constexpr int EditWidth = 170;
+constexpr int EditWidth = 200;
 
 } // namespace
 
@@ -41,6 +41,8 @@ CategoryPath::CategoryPath(QWidget *parent)
     m_choose->setText(u"…"_s);
     m_choose->setToolTip(u"انتخاب دسته (F2)"_s);
     m_choose->setFocusPolicy(Qt::NoFocus); // the keyboard has F2
+    m_choose->setStyleSheet(u"QToolButton { border: 1px solid %1; border-radius: 4px; padding: 3px 8px; "
+                            "background: palette(base); }"_s.arg(theme::Line().name()));
     m_completer->setCompletionMode(QCompleter::UnfilteredPopupCompletion);
     m_completer->setWidget(m_edit);
     connect(m_choose, &QToolButton::clicked, this, &CategoryPath::OpenMenu);
