@@ -146,9 +146,7 @@ host::Refused DetailsPage::Delete()
     if (!m_host.messages.MsgDeleteRow())
         return {};
     m_data.GoodDetailTemp_Delete(rows.join(u','));
-    m_ui->GoodDetails_GRD->ClearMarks();
-    Refresh();
-    emit Changed();
+    AfterDeletion();
     return {};
 }
 
@@ -161,8 +159,13 @@ host::Refused DetailsPage::DeleteAll()
     if (!m_host.messages.MsgDeleteItem(u"همه سطرهاي"_s))
         return {};
     m_data.GoodDetailTemp_DeleteAll();
+    AfterDeletion();
+    return {};
+}
+
+void DetailsPage::AfterDeletion()
+{
     m_ui->GoodDetails_GRD->ClearMarks();
     Refresh();
     emit Changed();
-    return {};
 }

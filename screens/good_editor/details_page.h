@@ -50,6 +50,7 @@ private:
     host::Refused Add();
     host::Refused Delete();
     host::Refused DeleteAll();
+    void AfterDeletion();
 
     host::Host &m_host;
     goods::GoodDetailTypes &m_data;

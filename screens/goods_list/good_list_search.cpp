@@ -63,7 +63,9 @@ void TGood_List_FRM::ShowSearch()
 {
     m_ui->ADVSearch_LBL->setText(m_searchSummary.isEmpty() ? u"بدون شرط"_s : m_searchSummary);
     m_ui->ADVSearch_LBL->setEnabled(m_ui->ADVSearch_CHK->isChecked() && !m_searchSummary.isEmpty());
-    m_ui->ADVSearch_LBL->setToolTip(m_searchSummary.toHtmlEscaped());
+    // As rich text: the names in it are the user's.
+    m_ui->ADVSearch_LBL->setToolTip(
+        m_searchSummary.isEmpty() ? QString() : u"<qt>"_s + m_searchSummary.toHtmlEscaped() + u"</qt>"_s);
 }
 
 void TGood_List_FRM::LeaveSearchOut()

@@ -29,65 +29,54 @@ private slots:
     /// What is done to a good with some types, and which it has in the end.
     void changing_data()
     {
-        QTest::addColumn<QString>("types");    // of the good before
-        QTest::addColumn<bool>("recorded");    // quantities of its details
-        QTest::addColumn<QString>("keys");     // A add, D delete, M mark and go down, L delete all, F save, E leave
-        QTest::addColumn<QString>("chosen");   // what the chooser gives
+        // The types of the good before; A add, D delete, L delete all, M mark and go down, R another desk records
+        // quantities, F save, E leave; what the chooser gives; the types in the end.
+        QTest::addColumn<QString>("story");
         QTest::addColumn<QStringList>("said"); // in order, without the success
-        QTest::addColumn<QString>("after");
         const QString row = u"MsgDeleteRow()"_s;
         const QString all = u"MsgDeleteItem(همه سطرهاي)"_s;
-        const auto box = [](const QString &text) { return QStringList{text}; };
-        QTest::newRow("added") << u"2"_s << false << u"AF"_s << u"6,4,"_s << QStringList() << u"2,4,6"_s;
-        QTest::newRow("added and left") << u"2"_s << false << u"AE"_s << u"6,"_s << QStringList() << u"2"_s;
-        QTest::newRow("nothing chosen") << u"2"_s << false << u"AF"_s << QString() << QStringList() << u"2"_s;
-        QTest::newRow("no more than five")
-            << u"2,3,5"_s << false << u"AF"_s << u"4,3,6,7,"_s << QStringList() << u"2,3,4,5,6"_s;
-        QTest::newRow("a sixth")
-            << u"2,3,4,5,7"_s << false << u"AF"_s << u"6,"_s
-            << box(u"ShowMessage(کاربر گرامی برای هر کالا می توان حداکثر 5 نوع جزییات تخصیص داد)"_s) << u"2,3,4,5,7"_s;
-        QTest::newRow("the current row") << u"2,3,5"_s << false << u"DF"_s << QString() << box(row) << u"3,5"_s;
-        QTest::newRow("the marked rows") << u"2,3,5"_s << false << u"MMDF"_s << QString() << box(row) << u"5"_s;
-        QTest::newRow("all of them") << u"2,3,5"_s << false << u"LF"_s << QString() << box(all) << QString();
-        QTest::newRow("deleted and left") << u"2,3"_s << false << u"LE"_s << QString() << box(all) << u"2,3"_s;
-        QTest::newRow("nothing to delete") << QString() << false << u"DLF"_s << QString() << QStringList() << QString();
-        const QString recorded = u"ShowMessage(کاربر گرامی به دلیل ثبت مقدار برای "_s;
-        QTest::newRow("recorded")
-            << u"2,3"_s << true << u"ADLF"_s << u"6,"_s
-            << QStringList{recorded + u"جزییات تعریف شده در لیست امکان تعریف جزییات جدید برای کالا مقدور نمی باشد)"_s,
-                           recorded + u"این جزییات حذف آن مقدور نمی باشد)"_s,
-                           recorded + u"جزییات امکان حذف جزییات مقدور نمی باشد)"_s}
-            << u"2,3"_s;
-        // Another desk records quantities while the editor is open.
-        QTest::newRow("recorded meanwhile")
-            << u"2,3"_s << false << u"DRFE"_s << QString()
-            << QStringList{row, recorded + u"این جزییات حذف آن مقدور نمی باشد)"_s} << u"2,3"_s;
+        const QString box = u"ShowMessage(کاربر گرامی %1)"_s;
+        const QString recorded = box.arg(u"به دلیل ثبت مقدار برای %1 مقدور نمی باشد"_s);
+        const QString kept = recorded.arg(u"این جزییات حذف آن"_s);
+        const auto test = [](const char *name, const QString &story, const QStringList &said = {}) {
+            QTest::newRow(name) << story << said;
+        };
+        test("added", u"2|AF|6,4,|2,4,6"_s);
+        test("added and left", u"2|AE|6,|2"_s);
+        test("nothing chosen", u"2|AF||2"_s);
+        test("no more than five", u"2,3,5|AF|4,3,6,7,|2,3,4,5,6"_s);
+        test("a sixth", u"2,3,4,5,7|AF|6,|2,3,4,5,7"_s,
+             {box.arg(u"برای هر کالا می توان حداکثر 5 نوع جزییات تخصیص داد"_s)});
+        test("the current row", u"2,3,5|DF||3,5"_s, {row});
+        test("the marked rows", u"2,3,5|MMDF||5"_s, {row});
+        test("all of them", u"2,3,5|LF||"_s, {all});
+        test("deleted and left", u"2,3|LE||2,3"_s, {all});
+        test("nothing to delete", u"0|DLF||"_s);
+        test("recorded", u"2,3|RADLF|6,|2,3"_s,
+             {recorded.arg(u"جزییات تعریف شده در لیست امکان تعریف جزییات جدید برای کالا"_s), kept,
+              recorded.arg(u"جزییات امکان حذف جزییات"_s)});
+        test("recorded meanwhile", u"2,3|DRFE||2,3"_s, {row, kept});
     }
     void changing()
     {
-        QFETCH(QString, types);
-        QFETCH(bool, recorded);
-        QFETCH(QString, keys);
+        QFETCH(QString, story);
         QFETCH(QStringList, said);
-        if (!types.isEmpty())
-            f->database.Exec(u"insert GoodDetailRelation(GoodCode,DetailID) select 500009,ID from DetailTypes "
-                             "where ID in (%1)"_s.arg(types));
-        if (recorded)
-            f->host.goodDetails.recorded << 500009;
-        QFETCH(QString, chosen);
-        f->host.entities.multipleChoice = chosen;
+        const QStringList told = story.split(u'|');
+        f->database.Exec(u"insert GoodDetailRelation(GoodCode,DetailID) select 500009,ID from DetailTypes "
+                         "where ID in (%1)"_s.arg(told.at(0)));
+        f->host.entities.multipleChoice = told.at(2);
         f->OpenGood(500009, [&](QWidget *screen) {
             test::Press(Qt::Key_3, Qt::ControlModifier);
             test::Focus(screen, Grid);
             QStringList heard;
-            for (const QChar key : keys) {
+            for (const QChar key : told.at(1)) {
                 Do(screen, key);
                 heard += f->host.messages.TakeAll();
             }
             heard.removeAll(u"MSGCompeletedSuccessfully(ذخيره سازي کالا)"_s);
             QCOMPARE(heard, said);
         });
-        QTEST(Types(500009), "after");
+        QCOMPARE(Types(500009), told.at(3));
     }
 
     /// The default types of a new good follow its code; the second record does not show the marks of the first.
@@ -121,8 +110,8 @@ private slots:
             test::Press(Qt::Key_3, Qt::ControlModifier);
             test::Focus(screen, Grid);
             f->host.entities.calls.clear();
-            for (const QChar key : u"AD"_s)
-                test::Press(key == u'A' ? Qt::Key_F4 : Qt::Key_F7);
+            test::Press(Qt::Key_F4);
+            test::Press(Qt::Key_F7);
             QVERIFY(!test::Find(screen, u"NewDetail_BTN"_s).isVisible() && f->host.entities.calls.isEmpty());
             test::Press(Qt::Key_Escape);
         });
