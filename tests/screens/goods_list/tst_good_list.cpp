@@ -54,8 +54,9 @@ void TestGoodList::tabOrder()
     Screen screen;
     screen.Open();
     QCOMPARE(test::TabRound().join(u' '),
-             u"GoodListDB_GRD SearchGroup_EDT GoodGroupDB_GRD Group_BTN Search_TBC New_BTN Edit_BTN Review_BTN Del_BTN "
-             "PrintList_BTN UpdateAssets_BTN Tags_btn ShowPicture_BTN EXit_BTN Column_CMB Text_EDT Reverse_CHK"_s);
+             u"GoodListDB_GRD SearchGroup_EDT GoodGroupDB_GRD Group_BTN Search_TBC ADVSearch_CHK ADVSearch_BTN "
+             "New_BTN Edit_BTN Review_BTN Del_BTN PrintList_BTN Tags_btn ShowPicture_BTN EXit_BTN SelectedList_BTN "
+             "UpdateAssets_BTN Column_CMB Text_EDT Reverse_CHK"_s);
     test::Press(Qt::Key_Escape);
 }
 
