@@ -226,7 +226,7 @@ void TestServices::detailsReplaceTheirOwnRow()
                        u"INSERT INTO GoodDetailKardexEnter_Temp"_s + columns + u"(1, 3, 5, 1, 9)"_s + of);
     const bool recorded = details.CheckGoodDetailKardexExists(900);
     details.EnterGoodDetailSave(900, host::TOperationType::OpeningStock);
-    QVERIFY(recorded && details.CheckGoodDetailKardexExists(900) && !details.CheckGoodDetailKardexExists(110001));
+    QVERIFY(recorded && details.CheckGoodDetailKardexExists(900) && !details.CheckGoodDetailKardexExists(901));
     QCOMPARE(desk.database.Rows(u"SELECT Amount1 FROM GoodDetailKardex WHERE GoodCode = 900 ORDER BY Amount1"_s),
              QStringList({u"2"_s, u"3"_s, u"4"_s, u"5"_s, u"9"_s}));
     QVERIFY(desk.database.Rows(u"SELECT ID FROM GoodDetailKardexEnter_Temp WHERE GoodCode = 900"_s).isEmpty());

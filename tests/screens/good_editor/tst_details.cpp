@@ -103,7 +103,6 @@ private slots:
             QCOMPARE(grid.RowCount(), 3);
             QVERIFY(grid.MarkedKeys().isEmpty());
             test::Press(Qt::Key_3, Qt::ControlModifier);
-            test::Picture(*screen, u"good-editor-details"_s);
             test::Press(Qt::Key_Escape);
         });
         f->Open(500077, host::TFormMode::Review, {}, [&](QWidget *screen) {

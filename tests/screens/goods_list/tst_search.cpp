@@ -34,51 +34,46 @@ private slots:
 
     void criteria_data()
     {
-        QTest::addColumn<int>("tags");         // how many of the first ones
-        QTest::addColumn<QString>("category"); // typed
-        QTest::addColumn<int>("list");         // its place in the chooser
-        QTest::addColumn<bool>("turn");        // the check box is pressed
+        // How many of the first tags; the category that is typed; the place of the list in the chooser, turned round.
+        QTest::addColumn<QString>("asked");
         QTest::addColumn<QString>("where");
         QTest::addColumn<QString>("summary");
         const QString in = u"Code in (select Code from SelectedList_Detail where SL_Code=%1)"_s;
         const QString branch = u"Code in (select Kala_code from Kala_category k join Categories c on c.Code="
                                "k.Category_code where c.Path like '%,15,%')"_s;
         const QString tagged = u"','+tags+',' like '%,1,%' and ','+tags+',' like '%,2,%'"_s;
-        QTest::newRow("nothing") << 0 << QString() << 0 << false << u"1=1"_s << u"بدون شرط"_s;
-        QTest::newRow("tags") << 2 << QString() << 0 << false << tagged << u"; drop table"_s;
-        QTest::newRow("category") << 0 << u"لبن"_s << 0 << false << branch << u"دسته: "_s;
-        QTest::newRow("list") << 0 << QString() << 1 << false << in.arg(1) << u"لیست «"_s;
+        QTest::newRow("nothing") << u"0||0|"_s << u"1=1"_s << u"بدون شرط"_s;
+        QTest::newRow("tags") << u"2||0|"_s << tagged << u"; drop table"_s;
+        QTest::newRow("category") << u"0|لبن|0|"_s << branch << u"دسته: "_s;
+        QTest::newRow("list") << u"0||1|"_s << in.arg(1) << u"لیست «"_s;
         QTest::newRow("hostile list, left out")
-            << 0 << QString() << 2 << true << u"not "_s + in.arg(2) << u"بدون لیست «O'Neil', @GrpCode = 1 <b>&ویژه»"_s;
-        QTest::newRow("its own setting") << 0 << QString() << 3 << false << u"not "_s + in.arg(3) << u"بدون لیست"_s;
-        QTest::newRow("everything") << 2 << u"لبن"_s << 1 << true
-                                    << tagged + u" and not "_s + in.arg(1) + u" and "_s + branch << u"برچسب: "_s;
+            << u"0||2|x"_s << u"not "_s + in.arg(2) << u"بدون لیست «O'Neil', @GrpCode = 1 <b>&ویژه»"_s;
+        QTest::newRow("its own setting") << u"0||3|"_s << u"not "_s + in.arg(3) << u"بدون لیست"_s;
+        QTest::newRow("everything") << u"2|لبن|1|x"_s << tagged + u" and not "_s + in.arg(1) + u" and "_s + branch
+                                    << u"برچسب: "_s;
     }
     void criteria()
     {
-        QFETCH(int, tags);
-        QFETCH(QString, category);
-        QFETCH(int, list);
-        QFETCH(bool, turn);
+        QFETCH(QString, asked);
+        const QStringList parts = asked.split(u'|');
         QFETCH(QString, where);
         test::Drive([] { test::Press(Qt::Key_F8); },
                     [&](QWidget *form) {
-                        for (int i = 0; i < tags; ++i) {
+                        for (int i = 0; i < parts.at(0).toInt(); ++i) {
                             test::Focus(form, u"add_btn"_s);
                             s->Press({Qt::Key_Space, Qt::Key_Down, Qt::Key_Return});
                         }
                         test::Focus(form, u"Editor"_s);
-                        test::Type(category);
+                        test::Type(parts.at(1));
                         test::Press(Qt::Key_Return);
                         QCOMPARE(test::Find<host::CategoryPath>(form, u"TCategorySearchFrame1"_s).Code(),
-                                 category.isEmpty() ? 0 : 15);
+                                 parts.at(1).isEmpty() ? 0 : 15);
                         test::Focus(form, u"SelectList_CMB"_s);
-                        for (int i = 0; i < list; ++i)
+                        for (int i = 0; i < parts.at(2).toInt(); ++i)
                             test::Press(Qt::Key_Down);
                         test::Focus(form, u"DisplayType_CHK"_s);
-                        if (turn)
+                        if (!parts.at(3).isEmpty())
                             test::Press(Qt::Key_Space);
-                        test::Picture(*form, u"goods-search-"_s + QLatin1String(QTest::currentDataTag()));
                         test::Press(Qt::Key_F3);
                     });
         s->Activate();
@@ -86,7 +81,6 @@ private slots:
         QFETCH(QString, summary);
         const QString shown = Summary();
         QVERIFY2(shown.contains(summary), qPrintable(shown));
-        test::Picture(s->list, u"goods-list-search-"_s + QLatin1String(QTest::currentDataTag()));
         // The criteria stay and do not count while the box is not checked.
         test::Focus(&s->list, u"ADVSearch_CHK"_s);
         test::Press(Qt::Key_Space);
