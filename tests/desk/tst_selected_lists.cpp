@@ -50,8 +50,7 @@ private slots:
                  QStringList{u"بهاره|true|true"_s});
     }
 
-    /// The marked goods of the list: those that are there already keep their place. More than a block in few
-    /// statements.
+    /// The marked goods of the list: those that are there already keep their place.
     void addedFromTheList()
     {
         test::Drive([&] { QCOMPARE(t->desk.selectedLists.AddToSelectedList(u"110005,110001,110006"_s), 1); },
