@@ -14,6 +14,7 @@
 #include "host/services/permission_service.h"
 #include "host/services/photo_gallery_service.h"
 #include "host/services/scale_service.h"
+#include "host/services/selected_list_service.h"
 #include "host/services/settings_service.h"
 #include "host/services/stock_service.h"
 #include "host/services/theme_service.h"
@@ -50,6 +51,7 @@ struct Host
     PhotoGalleryService &photos;
     CategoryService &categories;
     LevelService &levels;
+    SelectedListService &selectedLists;
     ScaleService &scales;
     KeyboardService &keyboard;
     ClockService &clock;

@@ -27,6 +27,27 @@ QString AdvancedParamsFor(const ListCriteria &criteria);
 /// The parameter texts of `ListScript`, in order; the search manager joins them with commas.
 QStringList ListFilter(const ListCriteria &criteria);
 
+/// What the search form of the list asks for beside what the list decides.
+struct SearchCriteria
+{
+    QString Tags;         ///< codes joined by ","; a good has to carry all of them
+    int Category = 0;     ///< a good has to stand in this category or below it; 0 for any
+    int SelectedList = 0; ///< a selected list, 0 for none
+    bool LeftOut = false; ///< the goods of the selected list are those left out, not those shown
+};
+
+/// Anything is asked for at all.
+bool HaveAdvFilter(const SearchCriteria &criteria);
+
+/// "@Tags = '2,5'", empty without tags. Throws host::RefusedText for anything but codes and commas.
+QString TagsParam(const QString &tags);
+/// The code between commas, as the paths of categories have it: "@Category = ',12,'"; empty without a category.
+QString CategoryParam(int category);
+/// "@SL_Code = 3,@DisplayType = 0": a list whose goods are left out.
+QString SelectedListParams(int list, bool leftOut);
+/// What goes with every search: the user, prices, the selected list, and the list's group and stock tab.
+QString SearchParams(const ListCriteria &list, const SearchCriteria &criteria);
+
 /// The value of `@GoodExistType` for a stock tab.
 int GoodExistType(int stockTab);
 

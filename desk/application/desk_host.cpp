@@ -9,7 +9,8 @@ DeskHost::DeskHost(const host::Connections &connections, host::MessageService *s
       permissions(connections.ADOConnection1, said), stock(connections.ADOConnection1, said, settings),
       entities(connections.ADOConnection1, said, settings, stock), vouchers(connections.ADOConnection1, said),
       goodDetails(connections.ADOConnection1, said), photos(connections.ADOConnection1),
-      categories(connections.ADOConnection1), levels(connections.ADOConnection1), scales(connections.DibalConnection),
+      categories(connections.ADOConnection1), levels(connections.ADOConnection1),
+      selectedLists(connections.ADOConnection1), scales(connections.DibalConnection),
       finance(connections.ADOConnection1), numbers(connections.ADOConnection1), host{.DM = connections,
                                                                                      .permissions = permissions,
                                                                                      .messages = said,
@@ -21,6 +22,7 @@ DeskHost::DeskHost(const host::Connections &connections, host::MessageService *s
                                                                                      .photos = photos,
                                                                                      .categories = categories,
                                                                                      .levels = levels,
+                                                                                     .selectedLists = selectedLists,
                                                                                      .scales = scales,
                                                                                      .keyboard = keyboard,
                                                                                      .clock = clock,
@@ -33,6 +35,7 @@ DeskHost::DeskHost(const host::Connections &connections, host::MessageService *s
     photos.SetHost(host);
     categories.SetHost(host);
     levels.SetHost(host);
+    selectedLists.SetHost(host);
 }
 
 void DeskHost::SetMainWindow(QMainWindow *window)

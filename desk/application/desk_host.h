@@ -8,6 +8,7 @@
 #include "desk/services/messages.h"
 #include "desk/services/permissions.h"
 #include "desk/services/photos.h"
+#include "desk/services/selected_list_store.h"
 #include "desk/services/settings.h"
 #include "desk/services/small_services.h"
 #include "desk/services/stock.h"
@@ -40,6 +41,7 @@ struct DeskHost
     PhotoStore photos;
     CategoryTree categories;
     Levels levels;
+    SelectedListStore selectedLists;
     Scales scales;
     Keyboard keyboard;
     Clock clock;

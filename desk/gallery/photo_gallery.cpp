@@ -10,9 +10,12 @@
 #include "ui_photo_gallery.h"
 
 #include <QBuffer>
+#include <QClipboard>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QGuiApplication>
 #include <QImageReader>
+#include <QMimeData>
 #include <QPainter>
 #include <QPushButton>
 
@@ -26,14 +29,8 @@ constexpr int LongestSide = 1600; // pixels; larger images are made smaller befo
 constexpr int JpegQuality = 88;
 constexpr int IdRole = Qt::UserRole;
 
-// Nothing for a file that is no image.
-QByteArray Encoded(const QString &path)
+QByteArray Encoded(QImage image)
 {
-    QImageReader reader(path);
-    reader.setAutoTransform(true);
-    QImage image = reader.read();
-    if (image.isNull())
-        return {};
     if (std::max(image.width(), image.height()) > LongestSide)
         image = image.scaled(LongestSide, LongestSide, Qt::KeepAspectRatio, Qt::SmoothTransformation);
     QByteArray bytes;
@@ -41,6 +38,18 @@ QByteArray Encoded(const QString &path)
     buffer.open(QIODevice::WriteOnly);
     const bool written = image.hasAlphaChannel() ? image.save(&buffer, "PNG") : image.save(&buffer, "JPG", JpegQuality);
     return written ? bytes : QByteArray();
+}
+
+// The picture in a file, upright as the camera was held; nothing for a file that is no picture.
+QImage ReadFile(const QString &path)
+{
+    QImageReader reader(path);
+    reader.setDecideFormatFromContent(true); // a phone's picture may carry another ending
+    reader.setAutoTransform(true);
+    // Decoded small at once: a camera's picture takes hundreds of megabytes otherwise.
+    if (const QSize size = reader.size(); std::max(size.width(), size.height()) > LongestSide)
+        reader.setScaledSize(size.scaled(LongestSide, LongestSide, Qt::KeepAspectRatio));
+    return reader.read();
 }
 
 // Thumbnails of one size with the picture in the middle, so that the rows line up.
@@ -70,6 +79,7 @@ TPhotoGallery_FRM::TPhotoGallery_FRM(host::Host &host, host::TSoftwarePart part,
     m_ui->setupUi(Content());
     SetTitle(u"عکس‌ها"_s);
     Bind(AddFooterCommand(u"Add_BTN"_s, u"افزودن F4"_s), Qt::Key_F4, [this] { AddFromFiles(); });
+    Bind(AddFooterCommand(u"Paste_BTN"_s, u"چسباندن Ctrl+V"_s), QKeySequence::Paste, [this] { AddFromClipboard(); });
     Bind(AddFooterCommand(u"Del_BTN"_s, u"حذف F7"_s), Qt::Key_F7, [this] { DeletePhoto(); });
     Bind(AddFooterCommand(u"Earlier_BTN"_s, u"جلوتر"_s), Qt::CTRL | Qt::Key_Up, [this] { Move(-1); });
     Bind(AddFooterCommand(u"Later_BTN"_s, u"عقب‌تر"_s), Qt::CTRL | Qt::Key_Down, [this] { Move(1); });
@@ -113,10 +123,25 @@ void TPhotoGallery_FRM::AddFromFiles()
 
 void TPhotoGallery_FRM::AddFile(const QString &path)
 {
-    const QByteArray picture = Encoded(path);
+    Add(ReadFile(path), QFileInfo(path).fileName());
+}
+
+void TPhotoGallery_FRM::AddFromClipboard()
+{
+    const QMimeData *clipboard = QGuiApplication::clipboard()->mimeData();
+    // A copied file brings its icon along as a picture: the file counts.
+    const QList<QUrl> files = clipboard->urls();
+    for (const QUrl &file : files)
+        AddFile(file.toLocalFile());
+    if (files.isEmpty())
+        Add(qvariant_cast<QImage>(clipboard->imageData()), u"آنچه کپی شده"_s);
+}
+
+void TPhotoGallery_FRM::Add(const QImage &image, const QString &name)
+{
+    const QByteArray picture = Encoded(image);
     if (picture.isEmpty()) {
-        m_host.messages.ShowMessage(MessageText(message::NotAPicture, {QFileInfo(path).fileName()}),
-                                    host::MessageIcon::Warning);
+        m_host.messages.ShowMessage(MessageText(message::NotAPicture, {name}), host::MessageIcon::Warning);
         return;
     }
     const QString number = u"(SELECT ISNULL(MAX(Radif), 0) + 1 FROM PhotoGallery"_s + Where() + u')';

@@ -10,7 +10,8 @@ class PhotoGallery;
 
 namespace desk {
 
-/// The photos of one entity as thumbnails: add from files, delete, put in order.
+/// The photos of one entity as thumbnails: add from files or from the clipboard, delete, put in
+/// order.
 ///
 /// What is added is temporary (tmp 1) until the editor that opened the gallery saves its record; deleting and ordering
 /// take effect at once.
@@ -30,6 +31,8 @@ protected:
 
 private:
     void AddFromFiles();
+    void AddFromClipboard();
+    void Add(const QImage &image, const QString &name);
     void DeletePhoto();
     void Move(int step);
     void Fill(int row);

@@ -55,6 +55,14 @@ bool GoodDetails::EnterGoodDetails_Get(int goodCode, host::TOperationType operat
     return host::Exists(m_connection, u"SELECT ID FROM GoodDetailKardex"_s + Where(goodCode, operation));
 }
 
+bool GoodDetails::CheckGoodDetailKardexExists(int goodCode)
+{
+    // What is being entered on an unsaved document counts: it becomes a movement with the document.
+    const QString where = u" WHERE GoodCode = "_s + QString::number(goodCode);
+    return host::Exists(m_connection, u"SELECT TOP 1 ID FROM GoodDetailKardex"_s + where) ||
+           host::Exists(m_connection, u"SELECT TOP 1 ID FROM GoodDetailKardexEnter_Temp"_s + where);
+}
+
 bool GoodDetails::CheckBarcodeInGoodDetail(const QString &barcode)
 {
     if (barcode.isEmpty())

@@ -14,6 +14,7 @@ public:
     bool ExistsGoodDetailInsertedForOperation(int goodCode, host::TOperationType operation) override;
     void EnterGoodDetailSave(int goodCode, host::TOperationType operation) override;
     bool EnterGoodDetails_Get(int goodCode, host::TOperationType operation) override;
+    bool CheckGoodDetailKardexExists(int goodCode) override;
     bool CheckBarcodeInGoodDetail(const QString &barcode) override;
     bool UniqueDetailCodeInUse(int goodCode) override;
 

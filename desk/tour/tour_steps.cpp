@@ -35,6 +35,30 @@ void GoodsList(TourScript &script)
     script.Key(u"clear the search"_s, u"GoodListDB_GRD"_s, Qt::Key_Escape);
 }
 
+// Dairy goods, by the category that is typed; the criteria are taken back in the end.
+void AdvancedSearch(TourScript &script)
+{
+    script.Focus(u"GoodListDB_GRD"_s);
+    script.Key(u"advanced search"_s, u"GoodListDB_GRD"_s, Qt::Key_F8);
+    script.Fill(u"Editor"_s, u"لبن"_s);
+    script.Key(u"take the category"_s, u"Editor"_s, Qt::Key_Return);
+    script.Focus(u"SelectList_CMB"_s);
+    script.Key(u"choose a list"_s, u"SelectList_CMB"_s, Qt::Key_Down);
+    script.Focus(u"DisplayType_CHK"_s);
+    script.Key(u"leave its goods out"_s, u"DisplayType_CHK"_s, Qt::Key_Space);
+    script.Shot(u"goods-search"_s, u"SelectList_CMB"_s);
+    script.Focus(u"SelectedLists_BTN"_s);
+    script.Key(u"the lists"_s, u"SelectedLists_BTN"_s, Qt::Key_Space);
+    script.Shot(u"selected-lists"_s, u"Lists_GRD"_s);
+    script.Key(u"leave the lists"_s, u"Lists_GRD"_s, Qt::Key_Escape);
+    script.Key(u"select"_s, u"SelectList_CMB"_s, Qt::Key_F3);
+    script.ExpectText(u"ADVSearch_LBL"_s, u"لبنیات"_s);
+    script.Shot(u"goods-list-searched"_s, u"GoodListDB_GRD"_s);
+    script.Key(u"advanced search again"_s, u"GoodListDB_GRD"_s, Qt::Key_F8);
+    script.Key(u"empty it"_s, u"SelectList_CMB"_s, Qt::Key_F7);
+    script.Key(u"select nothing"_s, u"SelectList_CMB"_s, Qt::Key_F3);
+}
+
 // Every tab of the first good, which is left as it is.
 void EditorTabs(TourScript &script)
 {
@@ -44,7 +68,17 @@ void EditorTabs(TourScript &script)
         script.Key(u"next tab"_s, u"PageControl1"_s, static_cast<Qt::Key>(Qt::Key_0 + tab), Qt::ControlModifier);
         script.Shot(u"good-editor-%1"_s.arg(tab), u"PageControl1"_s);
     }
-    script.Key(u"leave the editor"_s, u"PageControl1"_s, Qt::Key_Escape);
+    script.Key(u"the detail types"_s, u"PageControl1"_s, Qt::Key_3, Qt::ControlModifier);
+    script.Focus(u"GoodDetails_GRD"_s);
+    script.Key(u"another one"_s, u"GoodDetails_GRD"_s, Qt::Key_F4);
+    script.Focus(u"DetailTypes_List_GRD"_s);
+    for (int mark = 0; mark < 3; ++mark)
+        script.Key(u"mark a type"_s, u"DetailTypes_List_GRD"_s, Qt::Key_Insert);
+    script.Shot(u"good-editor-detail-choice"_s, u"DetailTypes_List_GRD"_s);
+    script.Key(u"take them"_s, u"DetailTypes_List_GRD"_s, Qt::Key_Return);
+    script.Shot(u"good-editor-details"_s, u"GoodDetails_GRD"_s);
+    script.Key(u"leave the editor"_s, u"GoodDetails_GRD"_s, Qt::Key_Escape);
+    script.AnswerYes();
 }
 
 void AddGood(TourScript &script)
@@ -141,6 +175,7 @@ QList<TourStep> TourSteps(MainWindow &window, DeskHost &desk, const TakePicture 
     GoodsList(*script);
     LabelSteps(*script);
     ListCommandSteps(*script);
+    AdvancedSearch(*script);
     EditorTabs(*script);
     AddGood(*script);
     CorrectGood(*script);

@@ -46,9 +46,11 @@ MainWindow::MainWindow(DeskHost &desk, GoodsModule &module, const QString &datab
     m_pages->setObjectName(u"Pages"_s);
     m_pages->setDocumentMode(true);
     setCentralWidget(m_pages);
-    if (m_module.IsLoaded())
+    if (m_module.IsLoaded()) {
         m_desk.entities.SetDetailTypeChooser(
             [this](const host::MultibleParam &wanted) { return m_module.Select_DetailTypes_Multible(wanted); });
+        m_desk.selectedLists.SetGoodsChooser([this] { return m_module.Select_Good_Multible(u"#LC#"_s); });
+    }
     AddCommands();
     AddMenus();
     AddToolBar();

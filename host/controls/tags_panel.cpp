@@ -21,6 +21,12 @@ QColor InkOn(const QColor &ground)
     return light > 0.6 ? theme::Ink() : QColor(Qt::white);
 }
 
+/// A name as the caption of a button or an entry, where an ampersand alone marks a key.
+QString Caption(QString name)
+{
+    return name.replace(u'&', u"&&"_s);
+}
+
 QPixmap Dot(const QColor &color)
 {
     QPixmap dot(14, 14);
@@ -77,6 +83,16 @@ QString TagsPanel::CodesText() const
     return (codes + m_hidden).join(u',');
 }
 
+QStringList TagsPanel::Names() const
+{
+    QStringList names;
+    for (const int code : m_codes)
+        for (const Tag &tag : m_available)
+            if (tag.Code == code)
+                names << tag.Name;
+    return names;
+}
+
 void TagsPanel::ShowStored(const QString &codes)
 {
     SetCodesText(codes);
@@ -122,7 +138,7 @@ void TagsPanel::Rebuild()
             *std::find_if(m_available.begin(), m_available.end(), [&](const Tag &known) { return known.Code == code; });
         auto *chip = new QToolButton(this);
         chip->setObjectName(u"Tag_%1"_s.arg(code));
-        chip->setText(m_readOnly ? tag.Name : tag.Name + u"  ✕"_s);
+        chip->setText(m_readOnly ? Caption(tag.Name) : Caption(tag.Name) + u"  ✕"_s);
         chip->setFocusPolicy(m_readOnly ? Qt::NoFocus : Qt::TabFocus);
         chip->setStyleSheet(u"QToolButton { background: %1; color: %2; border-radius: 11px; padding: 1px 10px; "
                             "min-height: 20px; border: 2px solid transparent; }"
@@ -153,11 +169,12 @@ void TagsPanel::Offer()
     for (const Tag &tag : std::as_const(m_available)) {
         if (m_codes.contains(tag.Code))
             continue;
-        connect(menu->addAction(QIcon(Dot(tag.Color)), tag.Name), &QAction::triggered, this, [this, code = tag.Code] {
-            m_codes << code;
-            Rebuild();
-            emit Changed();
-        });
+        connect(menu->addAction(QIcon(Dot(tag.Color)), Caption(tag.Name)), &QAction::triggered, this,
+                [this, code = tag.Code] {
+                    m_codes << code;
+                    Rebuild();
+                    emit Changed();
+                });
     }
     menu->popup(m_add->mapToGlobal(m_add->rect().bottomLeft()));
 }

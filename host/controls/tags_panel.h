@@ -37,6 +37,8 @@ public:
     QList<int> Codes() const;
     /// The codes joined by ",".
     QString CodesText() const;
+    /// Their names, in the same order.
+    QStringList Names() const;
     /// Reads what `CodesText` wrote; anything but numbers between the commas is passed over.
     void SetCodesText(const QString &codes);
     /// The same for the text of a record: codes that are not available are not shown, but stay in `CodesText`.

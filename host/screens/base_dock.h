@@ -140,13 +140,14 @@ protected:
     virtual void UserChanged() {}
 
     void keyPressEvent(QKeyEvent *event) override;
+    /// Takes back what the signed-in user left on this screen, as each opening does first.
+    void LoadState();
 
     Host &m_host;
 
 private:
     bool Begin();
     void StoreState();
-    void LoadState();
     void EnterDock();
     void LeaveDock();
     void Place();

@@ -42,6 +42,17 @@ void TBaseSearch_FRM::FormShow()
     RestoreChoices(m_selected);
 }
 
+bool TBaseSearch_FRM::Recall()
+{
+    LoadState();
+    m_generalFilter.clear();
+    if (m_selected.isEmpty())
+        return false;
+    FormShow();
+    m_generalFilter = m_search->ParameterText();
+    return true;
+}
+
 void TBaseSearch_FRM::FormShown()
 {
     QWidget *const start = Content();

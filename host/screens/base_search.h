@@ -31,6 +31,9 @@ public:
     /// The parameter text of what the user selected last in this dialog ("@Name = value" joined by commas); empty
     /// before.
     QString GeneralFilter() const { return m_generalFilter; }
+    /// Without showing the dialog: the general filter becomes what the signed-in user selected last, as far as it can
+    /// still be chosen. False, and an empty filter, when that is nothing. Throws what opening the dialog throws.
+    bool Recall();
 
 protected:
     /// Puts the criteria together; it runs nothing here.

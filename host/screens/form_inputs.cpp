@@ -1,5 +1,6 @@
 #include "host/screens/form_inputs.h"
 
+#include "host/controls/category_path.h"
 #include "host/controls/display_edit.h"
 #include "host/controls/entity_picker.h"
 #include "host/controls/search_frame.h"
@@ -47,7 +48,8 @@ bool IsInner(const QWidget *widget, const QWidget *content)
 {
     for (const QWidget *up = widget->parentWidget(); up && up != content; up = up->parentWidget())
         if (qobject_cast<const QComboBox *>(up) || qobject_cast<const EntityPicker *>(up) ||
-            qobject_cast<const SearchFrame *>(up) || qobject_cast<const QAbstractItemView *>(up))
+            qobject_cast<const CategoryPath *>(up) || qobject_cast<const SearchFrame *>(up) ||
+            qobject_cast<const QAbstractItemView *>(up))
             return true;
     return false;
 }
@@ -67,6 +69,8 @@ QVariant Value(const QWidget *input)
         return Chosen(*combo);
     if (const auto *picker = qobject_cast<const EntityPicker *>(input))
         return picker->Code();
+    if (const auto *path = qobject_cast<const CategoryPath *>(input))
+        return path->Code();
     if (const auto *tags = qobject_cast<const TagsPanel *>(input))
         return tags->CodesText();
     if (IsChoice(input))
@@ -82,6 +86,8 @@ void SetValue(QWidget *input, const QVariant &value)
         Choose(*combo, value);
     else if (auto *picker = qobject_cast<EntityPicker *>(input))
         picker->SetCode(value.toInt());
+    else if (auto *path = qobject_cast<CategoryPath *>(input))
+        path->SetCode(value.toInt());
     else if (auto *tags = qobject_cast<TagsPanel *>(input))
         tags->SetCodesText(value.toString());
     else if (IsChoice(input))

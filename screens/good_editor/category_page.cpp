@@ -1,5 +1,6 @@
 #include "screens/good_editor/category_page.h"
 
+#include "screens/good_editor/page_command.h"
 #include "ui_category_page.h"
 
 #include <QAction>
@@ -13,21 +14,6 @@ namespace {
 constexpr int TakenOff = 2;
 constexpr int Attached = 1;
 
-/// The nodes of the tree by their parent.
-using Branches = QHash<int, QList<host::Category>>;
-
-/// The ends of the branches below `parent`, with the way to them as text: goods stand in those only.
-void AddLeaves(const Branches &branches, int parent, const QString &way, QComboBox *choices)
-{
-    for (const host::Category &branch : branches.value(parent)) {
-        const QString name = way.isEmpty() ? branch.Name : way + u" / "_s + branch.Name;
-        if (branches.contains(branch.Code))
-            AddLeaves(branches, branch.Code, name, choices);
-        else
-            choices->addItem(name, branch.Code);
-    }
-}
-
 } // namespace
 
 CategoryPage::CategoryPage(host::Host &host, goods::Categories &data, const host::RuleRunner &run, QWidget *parent)
@@ -38,29 +24,24 @@ CategoryPage::CategoryPage(host::Host &host, goods::Categories &data, const host
     m_ui->Category_GRD->SetSource(&m_data.KalaCategory_Qry, u"Id"_s);
     m_ui->Category_GRD->horizontalHeader()->setStretchLastSection(true);
     using Action = host::Refused (CategoryPage::*)();
-    for (const auto &[button, key, action] :
-         {std::tuple(m_ui->AddCat_BTN, Qt::Key_F4, Action(&CategoryPage::Add)),
-          std::tuple(m_ui->DellCat_BTN, Qt::Key_F7, Action(&CategoryPage::Delete))}) {
-        connect(button, &QPushButton::clicked, this,
-                [this, run, action = action] { run([this, action] { return (this->*action)(); }); });
-        // The caption of the button is the command and its key; the menu of the grid shows the key by itself.
-        auto *command = new QAction(button->text().section(u' ', 0, 0), this);
-        command->setShortcut(key);
-        command->setShortcutContext(Qt::WidgetWithChildrenShortcut);
-        connect(command, &QAction::triggered, button, &QPushButton::click);
-        addAction(command);
-        m_ui->Category_GRD->addAction(command);
-    }
-    m_ui->Category_GRD->setContextMenuPolicy(Qt::ActionsContextMenu);
-    m_ui->Category_frame1->installEventFilter(this);
+    for (const auto &[button, key, action] : {std::tuple(m_ui->AddCat_BTN, Qt::Key_F4, Action(&CategoryPage::Add)),
+                                              std::tuple(m_ui->DellCat_BTN, Qt::Key_F7, Action(&CategoryPage::Delete))})
+        // The caption of the button is the command and its key.
+        AddPageCommand(this, m_ui->Category_GRD,
+                       {button, key, button->text().section(u' ', 0, 0),
+                        [this, run, action = action] { run([this, action] { return (this->*action)(); }); }});
+    m_edit = m_ui->Category_frame1->focusProxy();
+    m_edit->installEventFilter(this);
 }
 
 CategoryPage::~CategoryPage() = default;
 
 void CategoryPage::Open(int goodCode, bool mayChange)
 {
-    FillChoices();
-    const bool commands = mayChange && m_ui->Category_frame1->count() > 0;
+    const QList<host::Category> tree = m_host.categories.Tree();
+    m_ui->Category_frame1->SetTree(tree);
+    m_ui->Category_frame1->SetCode(0);
+    const bool commands = mayChange && !tree.isEmpty();
     m_ui->CategoryCommands_PNL->setVisible(commands);
     for (QAction *command : actions())
         command->setVisible(commands);
@@ -73,16 +54,6 @@ void CategoryPage::MoveTo(int goodCode)
     Refresh();
 }
 
-void CategoryPage::FillChoices()
-{
-    Branches branches;
-    for (const host::Category &node : m_host.categories.Tree())
-        branches[node.Parent] << node;
-    m_ui->Category_frame1->clear();
-    AddLeaves(branches, 0, QString(), m_ui->Category_frame1);
-    m_ui->Category_frame1->setCurrentIndex(-1);
-}
-
 void CategoryPage::Refresh()
 {
     m_data.Fill_grid(m_good);
@@ -92,29 +63,26 @@ void CategoryPage::Refresh()
     m_ui->CategoryHint_LBL->setVisible(!any);
 }
 
+/// The way down leads into the grid; where there is nothing yet, the chooser has it.
 bool CategoryPage::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() != QEvent::KeyPress)
+    if (watched != m_edit || event->type() != QEvent::KeyPress || m_ui->Category_GRD->IsEmpty())
         return QWidget::eventFilter(watched, event);
     const auto *key = static_cast<QKeyEvent *>(event);
     if (key->key() != Qt::Key_Down || (key->modifiers() & ~Qt::KeypadModifier))
         return QWidget::eventFilter(watched, event);
-    // The way down leads into the grid; where there is nothing yet, to what can be chosen.
-    if (m_ui->Category_GRD->IsEmpty())
-        m_ui->Category_frame1->showPopup();
-    else
-        m_ui->Category_GRD->setFocus(Qt::OtherFocusReason);
+    m_ui->Category_GRD->setFocus(Qt::OtherFocusReason);
     return true;
 }
 
 host::Refused CategoryPage::Add()
 {
-    const int category = m_ui->Category_frame1->currentData().toInt();
+    const int category = m_ui->Category_frame1->Code();
     if (category == 0 || !m_data.cat_checker(m_good, category))
         return host::Repeated(m_ui->Category_frame1, u"دسته"_s, u"زیر شاخه خالی یا "_s);
     m_data.InsertUpdateToKalaCategory(m_good, category, Attached);
     Refresh();
-    m_ui->Category_frame1->setCurrentIndex(-1);
+    m_ui->Category_frame1->SetCode(0);
     emit Changed();
     return {};
 }

@@ -31,7 +31,6 @@ signals:
 
 private:
     bool eventFilter(QObject *watched, QEvent *event) override;
-    void FillChoices();
     void Refresh();
     host::Refused Add();
     host::Refused Delete();
@@ -39,5 +38,6 @@ private:
     host::Host &m_host;
     goods::Categories &m_data;
     std::unique_ptr<Ui::CategoryPage> m_ui;
+    QWidget *m_edit = nullptr; ///< where the chooser takes the keys
     int m_good = 0;
 };

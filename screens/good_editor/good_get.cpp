@@ -64,7 +64,7 @@ void TGood_Get_FRM::BuildPages()
     const auto rule = [this](const std::function<host::Refused()> &body) { RunRule(body); };
     m_general = new GeneralPage(m_host, m_data, run, this);
     m_prices = new CostLevelPage(m_host, m_data, run, this);
-    m_details = new DetailsPage(m_data, this);
+    m_details = new DetailsPage(m_host, m_data, rule, this);
     m_complete = new CompletePage(m_host, m_data, rule, this);
     m_discounts = new DiscountPage(this);
     m_categories = new CategoryPage(m_host, m_data, rule, this);
@@ -99,6 +99,7 @@ void TGood_Get_FRM::BindPages()
     };
     connect(m_general, &GeneralPage::Changed, this, changed);
     connect(m_prices, &CostLevelPage::Changed, this, changed);
+    connect(m_details, &DetailsPage::Changed, this, changed);
     connect(m_categories, &CategoryPage::Changed, this, changed);
     connect(m_complete, &CompletePage::Changed, this, changed);
     connect(m_barcodes, &BarcodeFields::Completed, this, [this](BarcodeEdit *edit) {
@@ -134,6 +135,7 @@ void TGood_Get_FRM::MoveWorkingRows(int code)
 {
     m_barcodes->SetGood(code);
     m_prices->MoveTo(code);
+    m_details->MoveTo(code);
     m_categories->MoveTo(code);
 }
 
@@ -208,7 +210,7 @@ void TGood_Get_FRM::Load()
         m_data.DeleteTmpCategory();
     m_general->FillGroups();
     m_complete->FillLists();
-    m_details->OpenExisting(code);
+    m_details->OpenExisting(code, Mode() == TFormMode::Edit);
     m_general->Show(m_loaded);
     m_barcodes->SetGood(code);
     m_barcodes->Show(m_loaded.AbbName);

@@ -44,6 +44,7 @@ std::vector<host::Check> GoodValidation::Checks(const Subject &subject)
         {u"GroupHoldsGoods"_s, [p] { return p.general.CheckGroup(); }},
         {u"CodeGiven"_s, [this] { return CodeGiven(); }},
         {u"OpeningDetailsEntered"_s, [this] { return OpeningDetailsEntered(); }},
+        {u"DetailTypesFree"_s, [p] { return p.details.CheckStillFree(); }},
         {u"SmsCodeUnique"_s, [this] { return SmsCodeUnique(); }},
         {u"NameUnique"_s, [this] { return NameUnique(); }},
         {u"UnitGiven"_s, [p] { return p.general.Opening().CheckUnit(); }},

@@ -5,6 +5,7 @@
 #include "host/look/icons.h"
 #include "screens/good_editor/good_get.h"
 #include "screens/goods_list/good_list_columns.h"
+#include "screens/goods_list/good_search.h"
 #include "screens/goods_list/tag_marks.h"
 #include "ui_good_list.h"
 
@@ -50,6 +51,7 @@ TGood_List_FRM::TGood_List_FRM(host::Host &host, TFormMode mode, const QString &
     BindScales();
     BindLabels();
     BindGroups();
+    BindSearch();
     OrderTabs();
     TGood_List_FRM::SetFormMode(mode);
 }
@@ -104,7 +106,8 @@ void TGood_List_FRM::BuildGrid()
 void TGood_List_FRM::OrderTabs()
 {
     QList<QWidget *> stops = m_ui->TGeneral_Search_Frame1->TabStops();
-    stops << m_ui->GoodListDB_GRD << m_ui->Group_PNL->TabStops() << m_ui->Search_TBC;
+    stops << m_ui->GoodListDB_GRD << m_ui->Group_PNL->TabStops() << m_ui->Search_TBC << m_ui->ADVSearch_CHK
+          << m_ui->ADVSearch_BTN;
     stops << m_ui->Select_BTN << m_ui->New_BTN << m_ui->Edit_BTN << m_ui->Review_BTN << m_ui->Del_BTN << m_ui->Show_BTN
           << m_ui->PrintList_BTN << m_ui->Tags_btn << m_ui->ShowPicture_BTN << findChild<QPushButton *>(u"EXit_BTN"_s);
     for (QPushButton *command : m_ui->More_PNL->findChildren<QPushButton *>())
@@ -185,7 +188,7 @@ QByteArray TGood_List_FRM::SaveState() const
     QByteArray state;
     QDataStream stream(&state, QIODevice::WriteOnly);
     stream << m_ui->Search_TBC->currentIndex() << m_ui->Tags_btn->isChecked() << m_ui->ShowPicture_BTN->isChecked()
-           << m_ui->Main_SPL->saveState();
+           << m_ui->Main_SPL->saveState() << m_ui->ADVSearch_CHK->isChecked();
     return state;
 }
 
@@ -206,6 +209,9 @@ void TGood_List_FRM::RestoreState(const QByteArray &state)
     m_ui->Tags_btn->setChecked(tags);
     m_ui->ShowPicture_BTN->setChecked(picture);
     m_ui->Main_SPL->restoreState(splitter);
+    bool searched = true;
+    stream >> searched; // a state of before knows nothing of it
+    m_ui->ADVSearch_CHK->setChecked(searched || stream.status() != QDataStream::Ok);
 }
 
 void TGood_List_FRM::FormShow()
@@ -221,6 +227,7 @@ void TGood_List_FRM::FormShow()
     LoadTags();
     OpenGroups();
     m_list.SetRequestedColumns(FieldsToRequest());
+    RecallSearch();
     Refresh();
     StandOnOpeningGood();
     m_ui->GoodListDB_GRD->setFocus(Qt::OtherFocusReason);

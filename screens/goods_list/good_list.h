@@ -15,6 +15,7 @@
 
 class QLabel;
 class TGood_Get_FRM;
+class Tgoodlist_search_Frm;
 
 namespace goods_list {
 class TagMarks;
@@ -80,6 +81,7 @@ private:
     void BindScales();
     void BindLabels();
     void BindGroups();
+    void BindSearch();
     void OrderTabs();
 
     // The rows.
@@ -99,6 +101,17 @@ private:
     void ShowPriceTitles();
     void LoadTags();
     void ShowCounts();
+
+    // The advanced search.
+    Tgoodlist_search_Frm &SearchForm();
+    void RecallSearch();
+    void TakeSearch();
+    void OpenSearch();
+    /// The criteria beside their check box.
+    void ShowSearch();
+    /// The criteria are kept, and do not count.
+    void LeaveSearchOut();
+    void AddToSelectedList();
 
     // The commands.
     void NewGood();
@@ -128,6 +141,9 @@ private:
     host::TVelakSearchManager m_list;
     goods_list::GoodRemoval m_removal;
     std::unique_ptr<TGood_Get_FRM> m_editor;
+    std::unique_ptr<Tgoodlist_search_Frm> m_search;
+    QString m_advancedParams; ///< of the advanced search, empty without criteria
+    QString m_searchSummary;
     QLabel *m_counts = nullptr;
     QLabel *m_empty = nullptr;
     goods_list::TagMarks *m_marks = nullptr;

@@ -167,6 +167,7 @@ bool TGood_List_FRM::FindBarcode(const QString &barcode)
         m_ui->TGeneral_Search_Frame1->Clear();
         if (!grid->Locate(key)) {
             m_ui->Group_PNL->SetChosenGroup(0);
+            LeaveSearchOut();
             const QSignalBlocker quiet(m_ui->Search_TBC);
             m_ui->Search_TBC->setCurrentIndex(2);
             Refresh();

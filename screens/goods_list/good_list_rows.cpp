@@ -34,6 +34,8 @@ goods::ListCriteria TGood_List_FRM::Criteria() const
     criteria.RequestedCol = m_list.RequestedColumns();
     criteria.StockTabs = m_host.settings.SettingRecord().StockOnGoodsList;
     criteria.StockTab = m_ui->Search_TBC->currentIndex();
+    criteria.Advanced = m_ui->ADVSearch_CHK->isChecked();
+    criteria.AdvancedParams = m_advancedParams;
     return criteria;
 }
 

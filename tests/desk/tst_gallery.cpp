@@ -4,10 +4,12 @@
 #include "tests/support/modal.h"
 #include "tests/support/test_main.h"
 
+#include <QClipboard>
 #include <QFileDialog>
 #include <QImage>
 #include <QListWidget>
 #include <QMessageBox>
+#include <QMimeData>
 #include <QtTest>
 
 using host::TSoftwarePart;
@@ -20,6 +22,7 @@ class TestGallery : public QObject
 private slots:
     void photosAreAddedOrderedAndDeleted();
     void onlyPicturesAreTaken();
+    void clipboardAndCameras();
     void needsTheRight();
 
 private:
@@ -142,6 +145,41 @@ void TestGallery::onlyPicturesAreTaken()
                     test::Press(Qt::Key_Escape);
                 });
     QCOMPARE(t.Colors(1), QStringList());
+}
+
+/// What was copied is pasted; a camera that was held upright gives an upright picture.
+void TestGallery::clipboardAndCameras()
+{
+    Fixture t;
+    QImage red(3000, 1500, QImage::Format_RGB32);
+    red.fill(Qt::red);
+    // A JPEG turned by a quarter (orientation 6), as a telephone writes it: 40 wide and 30 high, seen 30 by 40.
+    const QString camera = t.File(u"IMG_1.jpg"_s, {40, 30}, QColor(0, 200, 0));
+    QFile file(camera);
+    QVERIFY(file.open(QIODevice::ReadWrite));
+    QByteArray bytes = file.readAll();
+    bytes.insert(2, QByteArray::fromHex("ffe100224578696600004d4d002a00000008000101120003000000010006000000000000"));
+    QVERIFY(file.seek(0) && file.write(bytes) == bytes.size());
+    file.close();
+    test::Drive([&] { t.Open(); },
+                [&](QWidget *gallery) {
+                    test::Focus(gallery, u"Photos_LST"_s);
+                    QGuiApplication::clipboard()->setImage(red);
+                    test::Press(Qt::Key_V, Qt::ControlModifier);
+                    auto *files = new QMimeData;
+                    files->setUrls({QUrl::fromLocalFile(camera)});
+                    QGuiApplication::clipboard()->setMimeData(files);
+                    test::Press(Qt::Key_V, Qt::ControlModifier);
+                    QCOMPARE(t.Colors(1), (QStringList{u"red 1600x800"_s, u"green 30x40"_s}));
+                    QGuiApplication::clipboard()->setText(u"متن"_s);
+                    test::Drive([] { test::Press(Qt::Key_V, Qt::ControlModifier); },
+                                [](QWidget *box) {
+                                    QVERIFY(qobject_cast<QMessageBox *>(box));
+                                    test::Press(Qt::Key_Return);
+                                });
+                    QCOMPARE(t.Colors(1).size(), 2);
+                    test::Press(Qt::Key_Escape);
+                });
 }
 
 void TestGallery::needsTheRight()

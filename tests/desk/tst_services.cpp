@@ -224,7 +224,9 @@ void TestServices::detailsReplaceTheirOwnRow()
                        columns +
                        u"(1, 3, 5, 1, 1), (2, 3, 5, 1, 2), (1, 3, 5, 2, 3), (1, 3, 6, 1, 4), (1, 2, 5, 1, 5)"_s + of +
                        u"INSERT INTO GoodDetailKardexEnter_Temp"_s + columns + u"(1, 3, 5, 1, 9)"_s + of);
+    const bool recorded = details.CheckGoodDetailKardexExists(900);
     details.EnterGoodDetailSave(900, host::TOperationType::OpeningStock);
+    QVERIFY(recorded && details.CheckGoodDetailKardexExists(900) && !details.CheckGoodDetailKardexExists(901));
     QCOMPARE(desk.database.Rows(u"SELECT Amount1 FROM GoodDetailKardex WHERE GoodCode = 900 ORDER BY Amount1"_s),
              QStringList({u"2"_s, u"3"_s, u"4"_s, u"5"_s, u"9"_s}));
     QVERIFY(desk.database.Rows(u"SELECT ID FROM GoodDetailKardexEnter_Temp WHERE GoodCode = 900"_s).isEmpty());

@@ -79,6 +79,7 @@ TestHost::TestHost(const host::Connections &connections)
            .photos = photos,
            .categories = categories,
            .levels = levels,
+           .selectedLists = selectedLists,
            .scales = scales,
            .keyboard = keyboard,
            .clock = clock,

@@ -134,11 +134,13 @@ struct FakeGoodDetails : host::GoodDetailService
         calls << Call("EnterGoodDetailSave", good, operation);
     }
     bool EnterGoodDetails_Get(int, host::TOperationType) override { return entered; }
+    bool CheckGoodDetailKardexExists(int good) override { return recorded.contains(good); }
     bool CheckBarcodeInGoodDetail(const QString &barcode) override { return detailBarcodes.contains(barcode); }
     bool UniqueDetailCodeInUse(int) override { return uniqueCodeInUse; }
 
     bool entered = false;
     bool uniqueCodeInUse = false;
+    QSet<int> recorded; ///< goods with quantities of their details
     QStringList detailBarcodes;
     QStringList calls;
 };
@@ -179,6 +181,17 @@ private:
         calls << kind;
         return changing && changing();
     }
+};
+
+struct FakeSelectedLists : host::SelectedListService
+{
+    void Call_SelectedLists(int code) override { calls << Call("Call_SelectedLists", code); }
+    int AddToSelectedList(const QString &goods) override
+    {
+        calls << Call("AddToSelectedList", goods);
+        return 1;
+    }
+    QStringList calls;
 };
 
 struct FakeScales : host::ScaleService
@@ -263,6 +276,7 @@ public:
     FakePhotos photos;
     FakeCategories categories;
     FakeLevels levels;
+    FakeSelectedLists selectedLists;
     FakeScales scales;
     FakeKeyboard keyboard;
     FakeClock clock;

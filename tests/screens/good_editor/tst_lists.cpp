@@ -1,8 +1,8 @@
+#include "host/controls/category_path.h"
 #include "host/controls/grid.h"
 #include "tests/screens/good_editor/editor_fixture.h"
 #include "tests/support/test_main.h"
 
-#include <QComboBox>
 #include <QPushButton>
 #include <QtTest>
 
@@ -36,12 +36,16 @@ private slots:
             f.ShowTab(screen, u"Category_TBC"_s);
             QCOMPARE(test::Find<host::Grid>(screen, u"Category_GRD"_s).RowCount(), 1);
             test::Focus(screen, u"Category_frame1"_s);
-            test::Press(Qt::Key_Home);
-            QCOMPARE(test::Find<QComboBox>(screen, u"Category_frame1"_s).currentText(), u"خوراکی / سرد"_s);
-            test::Press(Qt::Key_F4);
-            QCOMPARE(f.host.messages.Take(), u"MsgRepeatedField(دسته, زیر شاخه خالی یا )"_s);
-            test::Press(Qt::Key_End);
-            test::Press(Qt::Key_F4);
+            // Nothing, what the good stands in, and a branch that has branches are refused.
+            for (const QString &typed : {QString(), u"سرد"_s, u"خوراک"_s, u"گرم"_s}) {
+                test::Type(typed);
+                test::Press(Qt::Key_Return);
+                test::Focus(screen, u"Category_frame1"_s);
+                test::Press(Qt::Key_F4);
+                if (typed != u"گرم"_s)
+                    QCOMPARE(f.host.messages.Take(), u"MsgRepeatedField(دسته, زیر شاخه خالی یا )"_s);
+            }
+            QCOMPARE(test::Find<host::CategoryPath>(screen, u"Category_frame1"_s).Text(), QString());
             f.host.messages.Answer(true);
             test::Press(Qt::Key_Down);
             QCOMPARE(test::Focused(), u"Category_GRD"_s);

@@ -318,7 +318,8 @@ private slots:
             test::Enter(screen, u"CostBgPrd_EDT"_s, u"10"_s);
             f.ShowTab(screen, u"Category_TBC"_s);
             test::Focus(screen, u"Category_frame1"_s);
-            test::Press(Qt::Key_End);
+            test::Type(u"گرم"_s);
+            test::Press(Qt::Key_Return);
             test::Press(Qt::Key_F4);
             f.ShowTab(screen, u"Cost_Level_TPC"_s);
             test::Focus(screen, u"SellDetails_GRD"_s);
@@ -382,7 +383,8 @@ private slots:
         f.OpenNew(u"5"_s, [&](QWidget *screen) {
             f.ShowTab(screen, u"Category_TBC"_s);
             test::Focus(screen, u"Category_frame1"_s);
-            test::Press(Qt::Key_End);
+            test::Type(u"گرم"_s);
+            test::Press(Qt::Key_Return);
             test::Press(Qt::Key_F4);
             f.ShowTab(screen, u"General_TPC"_s);
             const auto &code = test::Find<host::NumericEdit>(screen, u"Code_EDT"_s);

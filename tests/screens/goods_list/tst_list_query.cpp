@@ -42,6 +42,49 @@ private slots:
         QTEST(parameters.join(u','), "given");
     }
 
+    /// What the search form makes of its criteria, and what of it the list takes over.
+    void searchParameters_data()
+    {
+        QTest::addColumn<goods::SearchCriteria>("criteria");
+        QTest::addColumn<int>("group");
+        QTest::addColumn<int>("stockTab"); // -1: stock is not kept
+        QTest::addColumn<QString>("form");
+        QTest::addColumn<QString>("list");
+        const QString user = u"@ManageType = 1,@UserCode = 7,@Cost_Flag = 1,"_s;
+        const QString none = u"@SL_Code = 0,@DisplayType = 1"_s;
+        using Criteria = goods::SearchCriteria;
+        QTest::newRow("nothing") << Criteria{} << 0 << -1 << user + none << none;
+        QTest::newRow("tags") << Criteria{u"2,5"_s, 0, 0, false} << 0 << 0
+                              << u"@Tags = '2,5',"_s + user + none + u",@GoodExistType = 1"_s
+                              << u"@Tags = '2,5',"_s + none;
+        QTest::newRow("category") << Criteria{{}, 12, 0, false} << 4 << -1
+                                  << u"@Category = ',12,',"_s + user + none + u",@GrpCode = 4"_s
+                                  << u"@Category = ',12,',"_s + none;
+        QTest::newRow("list shown") << Criteria{{}, 0, 3, false} << 0 << 1
+                                    << user + u"@SL_Code = 3,@DisplayType = 1,@GoodExistType = 0"_s
+                                    << u"@SL_Code = 3,@DisplayType = 1"_s;
+        QTest::newRow("everything") << Criteria{u"2"_s, 12, 3, true} << 4 << 2
+                                    << u"@Tags = '2',@Category = ',12,',"_s + user +
+                                           u"@SL_Code = 3,@DisplayType = 0,@GrpCode = 4,@GoodExistType = -1"_s
+                                    << u"@Tags = '2',@Category = ',12,',@SL_Code = 3,@DisplayType = 0"_s;
+    }
+    void searchParameters()
+    {
+        QFETCH(goods::SearchCriteria, criteria);
+        QFETCH(int, group);
+        QFETCH(int, stockTab);
+        ListCriteria list{group, 1, 7, u"Code,Name"_s, stockTab >= 0, stockTab, true, {}};
+        QStringList form{goods::TagsParam(criteria.Tags), goods::CategoryParam(criteria.Category),
+                         goods::SearchParams(list, criteria)};
+        form.removeAll(QString());
+        QTEST(form.join(u','), "form");
+        // The form adds the columns when the user selects; a procedure takes each parameter once.
+        list.AdvancedParams = form.join(u',') + u",@RequestedCol='Code,Name'"_s;
+        QTEST(goods::AdvancedParamsFor(list), "list");
+        QCOMPARE(goods::ListFilter(list).join(u',').count(u"@RequestedCol"_s), 1);
+        QVERIFY_THROWS_EXCEPTION(host::RefusedText, goods::TagsParam(u"2'; DROP TABLE TagS --"_s));
+    }
+
     /// The advanced search counts while it is in use, and forgets its group when the list has the last word on groups.
     void advancedParamsKept()
     {
