@@ -7,12 +7,13 @@ using namespace Qt::StringLiterals;
 DiscountPage::DiscountPage(QWidget *parent) : QWidget(parent), m_ui(std::make_unique<Ui::DiscountPage>())
 {
     m_ui->setupUi(this);
+    const QStringList titles{u"تخفیف نوع 1"_s, u"تخفیف نوع 2"_s, u"تخفیف نوع 3"_s, u"تخفیف نوع 4"_s};
     m_sell = std::make_unique<DiscountSide>(DiscountSide::Edits{m_ui->Discount_Sell_1_EDT, m_ui->Discount_Sell_2_EDT,
                                                                 m_ui->Discount_Sell_3_EDT, m_ui->Discount_Sell_4_EDT},
-                                            m_ui->Default_Discount_Sell_CMB);
+                                            m_ui->Default_Discount_Sell_CMB, titles);
     m_buy = std::make_unique<DiscountSide>(DiscountSide::Edits{m_ui->Discount_Buy_1_EDT, m_ui->Discount_Buy_2_EDT,
                                                                m_ui->Discount_Buy_3_EDT, m_ui->Discount_Buy_4_EDT},
-                                           m_ui->Default_Discount_Buy_CMB);
+                                           m_ui->Default_Discount_Buy_CMB, titles);
     m_tax =
         new LevyChoice(m_ui->TaxGlobalSetting_RB, m_ui->TaxPercent_RB, m_ui->TaxExempt_RB, m_ui->TaxPercent_edt, this);
     m_toll = new LevyChoice(m_ui->ChargeGlobalSetting_RB, m_ui->ChargePercent_RB, m_ui->ChargeExempt_RB,
@@ -72,12 +73,7 @@ void DiscountPage::ZeroWhenEmpty()
 
 host::Refused DiscountPage::CheckRates() const
 {
-    const QString fourth = u"تخفیف نوع 4"_s;
-    host::Refused refused = m_buy->CheckRates({u"تخفیف نوع 1"_s, u"تخفیف نوع 2"_s, u"تخفیف نوع 3"_s, fourth});
-    if (refused)
-        return refused;
-    // Users know the refusal of any sale rate by the name of the fourth.
-    return m_sell->CheckRates({fourth, fourth, fourth, fourth});
+    return DiscountSide::CheckRates(*m_sell, *m_buy);
 }
 
 host::Refused DiscountPage::CheckDefaults() const

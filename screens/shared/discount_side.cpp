@@ -1,13 +1,13 @@
-#include "screens/good_editor/discount_side.h"
+#include "screens/shared/discount_side.h"
 
 #include <QComboBox>
 
 using namespace Qt::StringLiterals;
 
-DiscountSide::DiscountSide(const Edits &edits, QComboBox *defaultRate) : m_edits(edits), m_default(defaultRate)
+DiscountSide::DiscountSide(const Edits &edits, QComboBox *defaultRate, const QStringList &titles)
+    : m_edits(edits), m_default(defaultRate)
 {
-    for (size_t number = 1; number <= m_edits.size(); ++number)
-        m_default->addItem(u"تخفیف نوع %1"_s.arg(number));
+    m_default->addItems(titles);
 }
 
 void DiscountSide::Show(const Rates &rates, int defaultNumber)
@@ -47,6 +47,15 @@ host::Refused DiscountSide::CheckRates(const QStringList &captions) const
                                              host::MessageService &messages) { messages.MsgPercent(caption); }};
     }
     return {};
+}
+
+host::Refused DiscountSide::CheckRates(const DiscountSide &sell, const DiscountSide &buy)
+{
+    const QString fourth = u"تخفیف نوع 4"_s;
+    if (host::Refused refused = buy.CheckRates({u"تخفیف نوع 1"_s, u"تخفیف نوع 2"_s, u"تخفیف نوع 3"_s, fourth}))
+        return refused;
+    // Users know the refusal of any sale rate by the name of the fourth.
+    return sell.CheckRates({fourth, fourth, fourth, fourth});
 }
 
 host::Refused DiscountSide::CheckDefault(const QString &caption) const

@@ -16,8 +16,8 @@ public:
     using Edits = std::array<host::NumericEdit *, 4>;
     using Rates = std::array<host::Quantity, 4>;
 
-    /// The controls belong to the page.
-    DiscountSide(const Edits &edits, QComboBox *defaultRate);
+    /// The controls belong to the page. `titles` names the four rates in the chooser of the default.
+    DiscountSide(const Edits &edits, QComboBox *defaultRate, const QStringList &titles);
 
     /// `defaultNumber` 1 to 4; anything else chooses nothing.
     void Show(const Rates &rates, int defaultNumber);
@@ -25,11 +25,13 @@ public:
     int DefaultNumber() const;
 
     void ZeroWhenEmpty();
-    /// `captions`: what the message calls each rate.
-    host::Refused CheckRates(const QStringList &captions) const;
+    /// Rates outside 0 … 100, those of purchases before those of sales; disabled ones do not count.
+    static host::Refused CheckRates(const DiscountSide &sell, const DiscountSide &buy);
     host::Refused CheckDefault(const QString &caption) const;
 
 private:
+    host::Refused CheckRates(const QStringList &captions) const;
+
     Edits m_edits;
     QComboBox *m_default;
 };
