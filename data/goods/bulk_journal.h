@@ -15,9 +15,9 @@ public:
     /// `UserChanged`, `ChangedDate`, `ChangedTime`; `TakenBack` (bit), `GoodsTakenBack` and `GoodsLeft`, and
     /// `UserTakenBack`, `TakenBackDate`, `TakenBackTime`, NULL while it stands.
     host::Dataset BulkChanges_QRY;
-    /// Goods of one change: `Code`, `Name` (NULL for a deleted good), `OldText` and `NewText` (values as decimal texts,
-    /// several joined by " / "; titles for asset and detail types), `Left` (bit: was not taken back because it had been
-    /// changed since).
+    /// Goods of one change: `Code`, `Name` (NULL for a deleted good), `Left` (bit: was not taken back because it had
+    /// been changed since), `OldPrice` and `NewPrice` of a change of prices; `OldText` and `NewText` of the others
+    /// (percents joined by " / " in the order of the dialog, titles of types), NULL otherwise.
     host::Dataset BulkGoods_QRY;
 
     /// Opens the list.
@@ -38,6 +38,8 @@ public:
     int BulkChange_SendToScales(int change);
 
 private:
+    void OpenGoods(int change, const QString &condition);
+
     QSqlDatabase m_main;
     QSqlDatabase m_scale;
 };

@@ -6,12 +6,16 @@
 
 namespace goods {
 
+class GoodDetailTypes;
+struct BulkField;
+
 /// Values that many goods are given alike: discounts, asset type, detail types. Each can say beforehand what it will
 /// do; the forecast is no promise, another desk may change goods in between.
 class BulkValues
 {
 public:
-    explicit BulkValues(const QSqlDatabase &main);
+    /// Keeps a reference to the part that writes detail types.
+    BulkValues(const QSqlDatabase &main, GoodDetailTypes &detailTypes);
 
     /// Goods that have all ticked values already are left alone. A good without a price row gets one.
     BulkForecast GroupDiscount_Forecast(const GoodsScope &scope, const GroupDiscount &discount);
@@ -30,7 +34,12 @@ public:
     BulkResult DetailTypes_Apply(const GoodsScope &scope, const QString &detailIds, const BulkOrder &order);
 
 private:
+    struct Work;
+    static Work ColumnWork(BulkKind kind, const QList<BulkField> &fields);
+    BulkResult Apply(const GoodsScope &scope, const Work &work, const BulkOrder &order);
+
     QSqlDatabase m_main;
+    GoodDetailTypes &m_detailTypes;
 };
 
 } // namespace goods

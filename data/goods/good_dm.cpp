@@ -8,7 +8,9 @@ TGood_DM::TGood_DM(const host::Connections &connections, const host::SettingsSer
       Codes(connections.ADOConnection1, settings), Prices(connections.ADOConnection1),
       GoodDetailTypes(connections.ADOConnection1, settings), OpeningStock(connections.ADOConnection1),
       Categories(connections.ADOConnection1), Lookups(connections.ADOConnection1),
-      Scales(connections.ADOConnection1, connections.DibalConnection), m_main(connections.ADOConnection1)
+      Scales(connections.ADOConnection1, connections.DibalConnection),
+      BulkChanges(connections.ADOConnection1, connections.DibalConnection, static_cast<GoodDetailTypes &>(*this)),
+      m_main(connections.ADOConnection1)
 {}
 
 bool TGood_DM::Good_TakeCode(int &code, int grpCode, int codeLength)

@@ -348,6 +348,71 @@ CREATE TABLE Items (
 GO
 
 -- ---------------------------------------------------------------------------------------------------------
+-- The last changes of many goods at once, so that each can be taken back
+-- ---------------------------------------------------------------------------------------------------------
+
+-- Kind 1: prices, 2: discounts, 3: asset type, 4: detail types.
+-- Scope 0: marked goods, 1: those not marked, 2: all of a list, 3: all goods. Goods is how many were written.
+-- The columns from GoodsTakenBack on are NULL while the change stands.
+CREATE TABLE BulkChanges (
+    ID             int IDENTITY(1,1) NOT NULL CONSTRAINT PK_BulkChanges PRIMARY KEY,
+    Kind           tinyint       NOT NULL,
+    Scope          tinyint       NOT NULL,
+    Title          nvarchar(300) NOT NULL,
+    Goods          int           NOT NULL,
+    UserChanged    nvarchar(100) NOT NULL,
+    ChangedDate    varchar(10)   NOT NULL,
+    ChangedTime    varchar(8)    NOT NULL,
+    GoodsTakenBack int           NULL,
+    GoodsLeft      int           NULL,
+    UserTakenBack  nvarchar(100) NULL,
+    TakenBackDate  varchar(10)   NULL,
+    TakenBackTime  varchar(8)    NULL
+)
+
+-- What a change wrote: columns of the price row or of GoodInf, or one row per detail type. NewValue is NULL for a
+-- price, which each good has of its own.
+CREATE TABLE BulkChangeFields (
+    ChangeID int           NOT NULL,
+    Place    tinyint       NOT NULL,
+    Field    varchar(40)   NOT NULL,
+    NewValue decimal(28,9) NULL,
+    CONSTRAINT PK_BulkChangeFields PRIMARY KEY (ChangeID, Place),
+    CONSTRAINT FK_BulkChangeFields_BulkChanges FOREIGN KEY (ChangeID) REFERENCES BulkChanges (ID) ON DELETE CASCADE
+)
+
+-- The goods written and what they had before: Old1 is the old value of the field in place 1. IsLeft: taking the change
+-- back left the good as it was, because it had been changed since. The good may be deleted, therefore no foreign key.
+CREATE TABLE BulkChangeGoods (
+    ChangeID int           NOT NULL,
+    GoodCode int           NOT NULL,
+    IsLeft   bit           NOT NULL DEFAULT 0,
+    NewPrice decimal(28,9) NULL,
+    Old1     decimal(28,9) NULL,
+    Old2     decimal(28,9) NULL,
+    Old3     decimal(28,9) NULL,
+    Old4     decimal(28,9) NULL,
+    Old5     decimal(28,9) NULL,
+    Old6     decimal(28,9) NULL,
+    Old7     decimal(28,9) NULL,
+    Old8     decimal(28,9) NULL,
+    Old9     decimal(28,9) NULL,
+    Old10    decimal(28,9) NULL,
+    CONSTRAINT PK_BulkChangeGoods PRIMARY KEY (ChangeID, GoodCode),
+    CONSTRAINT FK_BulkChangeGoods_BulkChanges FOREIGN KEY (ChangeID) REFERENCES BulkChanges (ID) ON DELETE CASCADE
+)
+
+-- The detail types that the goods of a change had before.
+CREATE TABLE BulkChangeDetails (
+    ChangeID int NOT NULL,
+    GoodCode int NOT NULL,
+    DetailID int NOT NULL,
+    CONSTRAINT PK_BulkChangeDetails PRIMARY KEY (ChangeID, GoodCode, DetailID),
+    CONSTRAINT FK_BulkChangeDetails_BulkChanges FOREIGN KEY (ChangeID) REFERENCES BulkChanges (ID) ON DELETE CASCADE
+)
+GO
+
+-- ---------------------------------------------------------------------------------------------------------
 -- Movements, stock on hand, vouchers
 -- ---------------------------------------------------------------------------------------------------------
 

@@ -1,0 +1,241 @@
+#include "data/goods/bulk_journal.h"
+
+#include "data/goods/bulk_ledger.h"
+#include "data/goods/bulk_scope.h"
+#include "host/data/query.h"
+#include "host/data/sql_text.h"
+#include "host/data/transaction.h"
+
+using namespace Qt::StringLiterals;
+
+namespace goods {
+
+namespace {
+
+constexpr int TakeBackSteps = 3;
+
+bool OfDetails(const QList<BulkField> &fields)
+{
+    return fields.constFirst().name == DetailField;
+}
+
+/// How an entry's goods `j` compare with what is stored now.
+struct Comparison
+{
+    QString tables;  ///< joined to `j`
+    QString gone;    ///< condition: the good is deleted
+    QString changed; ///< condition: it has not the values that were written, or cannot get its old ones back
+};
+
+Comparison CompareDetails(const QList<BulkField> &fields)
+{
+    QStringList ids;
+    for (const BulkField &field : fields) {
+        ids += field.newValue;
+    }
+    const QString ofGood = u"FROM GoodDetailRelation r WHERE r.GoodCode = j.GoodCode"_s;
+    const QString count = QString::number(fields.size());
+    return {u" LEFT JOIN GoodInf t ON t.Code = j.GoodCode"_s, u"t.Code IS NULL"_s,
+            u"((SELECT COUNT(*) "_s + ofGood + u") <> "_s + count + u" OR (SELECT COUNT(DISTINCT r.DetailID) "_s +
+                ofGood + u" AND r.DetailID IN ("_s + ids.join(u',') + u")) <> "_s + count +
+                u" OR EXISTS (SELECT 1 FROM GoodDetailKardex k WHERE k.GoodCode = j.GoodCode)"
+                " OR EXISTS (SELECT 1 FROM BulkChangeDetails d WHERE d.ChangeID = j.ChangeID AND d.GoodCode = "
+                "j.GoodCode AND NOT EXISTS (SELECT 1 FROM DetailTypes dt WHERE dt.ID = d.DetailID)))"_s};
+}
+
+Comparison Compare(const QList<BulkField> &fields)
+{
+    if (OfDetails(fields)) {
+        return CompareDetails(fields);
+    }
+    const BulkTarget target = TargetOf(fields);
+    QStringList differences;
+    for (const BulkField &field : fields) {
+        differences += u"t."_s + field.name + u" <> "_s + NewValueOf(field);
+    }
+    if (fields.constFirst().name == "DaraiGoodType"_L1) {
+        differences += u"NOT EXISTS (SELECT 1 FROM FinanceGoodTypes f WHERE f.Code = j.Old1)"_s;
+    }
+    return {u" LEFT JOIN "_s + target.table + u" t WITH (UPDLOCK) ON t."_s + target.key + u" = j.GoodCode"_s,
+            u"t."_s + target.key + u" IS NULL"_s, u'(' + differences.join(u" OR "_s) + u')'};
+}
+
+void RestoreDetails(const QSqlDatabase &main, const QString &entry)
+{
+    host::Exec(main, u"DELETE FROM GoodDetailRelation WHERE GoodCode IN (SELECT j.GoodCode FROM BulkChangeGoods j "
+                     "WHERE "_s +
+                         entry + u')');
+    host::Exec(main, u"INSERT INTO GoodDetailRelation (GoodCode, DetailID) SELECT d.GoodCode, d.DetailID FROM "
+                     "BulkChangeDetails d INNER JOIN BulkChangeGoods j ON j.ChangeID = d.ChangeID AND j.GoodCode = "
+                     "d.GoodCode WHERE "_s +
+                         entry);
+}
+
+void Restore(const QSqlDatabase &main, const QList<BulkField> &fields, const QString &entry)
+{
+    if (OfDetails(fields)) {
+        RestoreDetails(main, entry);
+        return;
+    }
+    const BulkTarget target = TargetOf(fields);
+    QStringList assignments;
+    for (const BulkField &field : fields) {
+        assignments += u"t."_s + field.name + u" = j.Old"_s + QString::number(assignments.size() + 1);
+    }
+    host::Exec(main, u"UPDATE t SET "_s + assignments.join(u", "_s) + u" FROM "_s + target.table +
+                         u" t INNER JOIN BulkChangeGoods j ON j.GoodCode = t."_s + target.key + u" WHERE "_s + entry);
+}
+
+/// Values as a user reads them: without needless zeros, joined.
+QString JoinedText(const QList<BulkField> &fields, bool old)
+{
+    QStringList texts;
+    for (const BulkField &field : fields) {
+        const QString value = old ? u"j.Old"_s + QString::number(texts.size() + 1) : NewValueOf(field);
+        texts += u"CAST(CAST("_s + value + u" AS float) AS nvarchar(30))"_s;
+    }
+    return texts.join(u" + N' / ' + "_s);
+}
+
+QString TypeTitle(const QString &code)
+{
+    return u"(SELECT f.Name FROM FinanceGoodTypes f WHERE f.Code = "_s + code + u')';
+}
+
+QString DetailTitles(const QString &from)
+{
+    return u"STUFF((SELECT N'، ' + dt.Title FROM "_s + from + u" ORDER BY dt.Title FOR XML PATH('')), 1, 2, N'')"_s;
+}
+
+/// OldPrice, NewPrice, OldText and NewText of the entry's goods.
+QString ValueColumns(BulkKind kind, const QList<BulkField> &fields)
+{
+    const QString none = u"CAST(NULL AS decimal(28,9))"_s;
+    QString price = none + u" AS OldPrice, "_s + none + u" AS NewPrice, "_s;
+    QString oldText;
+    QString newText;
+    switch (kind) {
+    case BulkKind::Prices:
+        price = u"j.Old1 AS OldPrice, j.NewPrice AS NewPrice, "_s;
+        oldText = newText = u"CAST(NULL AS nvarchar(200))"_s;
+        break;
+    case BulkKind::Discounts:
+        oldText = JoinedText(fields, true);
+        newText = JoinedText(fields, false);
+        break;
+    case BulkKind::AssetType:
+        oldText = TypeTitle(u"j.Old1"_s);
+        newText = TypeTitle(fields.constFirst().newValue);
+        break;
+    case BulkKind::DetailTypes:
+        oldText = DetailTitles(u"BulkChangeDetails d INNER JOIN DetailTypes dt ON dt.ID = d.DetailID WHERE d.ChangeID "
+                               "= j.ChangeID AND d.GoodCode = j.GoodCode"_s);
+        newText = DetailTitles(u"BulkChangeFields b INNER JOIN DetailTypes dt ON dt.ID = b.NewValue WHERE b.ChangeID "
+                               "= j.ChangeID"_s);
+        break;
+    }
+    return price + oldText + u" AS OldText, "_s + newText + u" AS NewText"_s;
+}
+
+QString EntryOf(int change)
+{
+    return u"j.ChangeID = "_s + QString::number(change);
+}
+
+} // namespace
+
+BulkJournal::BulkJournal(const QSqlDatabase &main, const QSqlDatabase &scale)
+    : BulkChanges_QRY(main), BulkGoods_QRY(main), m_main(main), m_scale(scale)
+{}
+
+void BulkJournal::BulkChanges_GetAll()
+{
+    BulkChanges_QRY.Open(u"SELECT ID, Kind, Title, Scope, Goods, UserChanged, ChangedDate, ChangedTime, CAST(CASE WHEN "
+                         "GoodsTakenBack IS NULL THEN 0 ELSE 1 END AS bit) AS TakenBack, GoodsTakenBack, GoodsLeft, "
+                         "UserTakenBack, TakenBackDate, TakenBackTime FROM BulkChanges ORDER BY ID DESC"_s);
+}
+
+void BulkJournal::OpenGoods(int change, const QString &condition)
+{
+    const QList<BulkField> fields = BulkLedger(m_main).FieldsOf(change);
+    const auto kind = static_cast<BulkKind>(
+        host::Scalar(m_main, u"SELECT Kind FROM BulkChanges WHERE ID = "_s + QString::number(change)).toInt());
+    // Without its entry, which another desk may have dropped as the oldest, a change has no goods.
+    const QString values = fields.isEmpty() ? ValueColumns(BulkKind::Prices, {}) : ValueColumns(kind, fields);
+    BulkGoods_QRY.Open(u"SELECT j.GoodCode AS Code, g.Name, j.IsLeft AS [Left], "_s + values +
+                       u" FROM BulkChangeGoods j LEFT JOIN GoodInf g ON g.Code = j.GoodCode WHERE "_s +
+                       EntryOf(change) + condition + u" ORDER BY j.GoodCode"_s);
+}
+
+void BulkJournal::BulkGoods_GetAll(int change)
+{
+    OpenGoods(change, {});
+}
+
+void BulkJournal::BulkGoods_GetLeft(int change)
+{
+    OpenGoods(change, u" AND j.IsLeft = 1"_s);
+}
+
+BulkForecast BulkJournal::BulkChange_Forecast(int change)
+{
+    const QList<BulkField> fields = BulkLedger(m_main).FieldsOf(change);
+    if (fields.isEmpty()) {
+        return {};
+    }
+    const Comparison now = Compare(fields);
+    host::Query counts(m_main, u"SELECT a.State, COUNT(*) AS Goods FROM (SELECT CASE WHEN "_s + now.gone +
+                                   u" THEN 2 WHEN "_s + now.changed +
+                                   u" THEN 1 ELSE 0 END AS State FROM BulkChangeGoods j"_s + now.tables + u" WHERE "_s +
+                                   EntryOf(change) + u") AS a GROUP BY a.State"_s);
+    BulkForecast forecast;
+    for (; !counts.Eof(); counts.Next()) {
+        const int goods = counts.Int(u"Goods");
+        forecast.goods += goods;
+        (counts.Int(u"State") == 0   ? forecast.changing
+         : counts.Int(u"State") == 1 ? forecast.same
+                                     : forecast.gone) = goods;
+    }
+    return forecast;
+}
+
+BulkResult BulkJournal::BulkChange_TakeBack(int change, const BulkOrder &order)
+{
+    const QString number = QString::number(change);
+    BulkResult result;
+    const BulkResult cancelled{BulkResult::Outcome::Cancelled};
+    BulkSteps steps(order.progress, TakeBackSteps);
+    host::Transaction transaction(m_main);
+    const int claimed =
+        host::Exec(m_main, u"UPDATE BulkChanges SET GoodsTakenBack = 0, GoodsLeft = 0, UserTakenBack = "_s +
+                               host::NQuotedStr(order.user) + u", TakenBackDate = "_s + host::QuotedStr(order.date) +
+                               u", TakenBackTime = "_s + host::QuotedStr(order.time) +
+                               u" WHERE GoodsTakenBack IS NULL AND ID = "_s + number);
+    if (claimed == 0) {
+        return {BulkResult::Outcome::Refused};
+    }
+    const QList<BulkField> fields = BulkLedger(m_main).FieldsOf(change);
+    const Comparison now = Compare(fields);
+    result.change = change;
+    result.left = host::Exec(m_main, u"UPDATE j SET j.IsLeft = 1 FROM BulkChangeGoods j"_s + now.tables + u" WHERE "_s +
+                                         EntryOf(change) + u" AND ("_s + now.gone + u" OR "_s + now.changed + u')');
+    if (!steps.GoOn()) {
+        return cancelled;
+    }
+    Restore(m_main, fields, EntryOf(change) + u" AND j.IsLeft = 0"_s);
+    if (!steps.GoOn()) {
+        return cancelled;
+    }
+    const QString left = QString::number(result.left);
+    const host::Query counts(m_main, u"UPDATE BulkChanges SET GoodsTakenBack = Goods - "_s + left +
+                                         u", GoodsLeft = "_s + left + u" WHERE ID = "_s + number +
+                                         u" SELECT GoodsTakenBack FROM BulkChanges WHERE ID = "_s + number);
+    result.written = counts.Int(0);
+    if (!steps.GoOn()) {
+        return cancelled;
+    }
+    transaction.Commit();
+    return result;
+}
+
+} // namespace goods

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "data/goods/good_bulk_records.h"
+
+#include <QList>
+#include <QSqlDatabase>
+
+#include <optional>
+
+namespace goods {
+
+/// One column that a change writes; one detail type of the set that it gives.
+struct BulkField
+{
+    QString name;
+    QString newValue; ///< decimal text; empty for a price, which each good has of its own
+};
+
+/// `BulkField::name` of a detail type.
+inline const QString DetailField = QString::fromUtf16(u"DetailID");
+
+/// Entries of the list of the last changes, as those who write goods make them. The goods of an entry are written into
+/// it first, with their old values, and from it into their own tables: what is taken back is what was written.
+class BulkLedger
+{
+public:
+    explicit BulkLedger(const QSqlDatabase &main) : m_main(main) {}
+
+    /// Begins an entry and returns its number. Inside the caller's transaction, as all that follows.
+    int Open(BulkKind kind, ScopeKind scope, const BulkOrder &order, const QList<BulkField> &fields);
+    /// Puts goods into the entry: `select` gives what `columns` name ("GoodCode,Old1"). Returns how many.
+    int AddGoods(int change, const QString &columns, const QString &select);
+    /// Writes the entry's columns, from `NewPrice` or the values that all are given, into the goods' rows.
+    void Write(int change, const QList<BulkField> &fields);
+    /// Ends the entry and forgets the oldest ones. An entry without goods goes too: `result.change` is 0 then.
+    void Close(BulkResult &result);
+
+    /// The columns of an entry. DatabaseError when it names any that no change writes.
+    QList<BulkField> FieldsOf(int change) const;
+
+private:
+    QSqlDatabase m_main;
+};
+
+/// Where the columns of a change stand.
+struct BulkTarget
+{
+    QString table;
+    QString key;
+};
+BulkTarget TargetOf(const QList<BulkField> &fields);
+
+/// The new value of a field in the entry's row `j`.
+QString NewValueOf(const BulkField &field);
+
+} // namespace goods
