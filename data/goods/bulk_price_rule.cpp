@@ -146,7 +146,7 @@ PriceRule RuleOf(const PriceInstruction &asked)
         const auto zeros = static_cast<int>(std::lround(std::log10(asked.rounding)));
         rule.result = u"ROUND("_s + rule.result + u", -"_s + QString::number(zeros) + u')';
     }
-    rule.result = u"TRY_CAST("_s + rule.result + u" AS decimal(28,9))"_s;
+    rule.result = u"CAST("_s + rule.result + u" AS decimal(38,9))"_s;
     return rule;
 }
 

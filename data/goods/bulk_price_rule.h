@@ -18,8 +18,11 @@ struct PriceRule
     /// Fills `#BulkSource` (Code, Price) with prices of movements, for option 1; empty for the others.
     QString movements;
     QString belowZero; ///< condition on `OldPrice`: the result would be below 0
-    QString result;    ///< of `OldPrice` and `Source`, rounded; NULL where it is larger than the column holds
+    QString result;    ///< of `OldPrice` and `Source`, rounded; may be larger than a price, NULL where it is far larger
 };
+
+/// The largest price: what the columns hold.
+inline const QString MostPrice = QString::fromUtf16(u"9999999999999999999.999999999");
 
 /// Throws RefusedText for an instruction that makes no sense: level, option, direction, rounding, or a percent or
 /// amount below 0 or of more than 13 digits.

@@ -69,7 +69,7 @@ bool BulkPrices::BulkPrices_Prepare(const GoodsScope &scope, const PriceInstruct
     host::Exec(
         m_main,
         u"CREATE TABLE #BulkPrices (Place int NOT NULL PRIMARY KEY, Code int NOT NULL, Name nvarchar(152), "
-        "OldPrice decimal(28,9), NewPrice decimal(28,9), Fate tinyint NOT NULL, Picked bit NOT NULL) "
+        "OldPrice decimal(28,9), NewPrice decimal(38,9), Fate tinyint NOT NULL, Picked bit NOT NULL) "
         "INSERT INTO #BulkPrices (Place, Code, Name, OldPrice, NewPrice, Fate, Picked) SELECT Place, Code, Name, "
         "OldPrice, CASE Fate WHEN 0 THEN "_s +
             rule.result + u" END, Fate, 1 FROM ("_s + GoodsWithPrices(rule) + u") AS b"_s);
@@ -77,10 +77,11 @@ bool BulkPrices::BulkPrices_Prepare(const GoodsScope &scope, const PriceInstruct
         BulkPrices_Close();
         return false;
     }
-    host::Exec(m_main, u"UPDATE #BulkPrices SET Picked = 0, Fate = CASE WHEN Fate <> 0 THEN Fate WHEN NewPrice IS NULL "
-                       "THEN "_s +
-                           Fate(PriceFate::TooLarge) + u" ELSE "_s + Fate(PriceFate::SamePrice) +
-                           u" END WHERE Fate <> 0 OR NewPrice IS NULL OR NewPrice = OldPrice"_s);
+    const QString tooLarge = u"(NewPrice IS NULL OR NewPrice > "_s + MostPrice + u')';
+    host::Exec(m_main, u"UPDATE #BulkPrices SET Picked = 0, NewPrice = CASE WHEN NewPrice <= "_s + MostPrice +
+                           u" THEN NewPrice END, Fate = CASE WHEN Fate <> 0 THEN Fate WHEN "_s + tooLarge +
+                           u" THEN "_s + Fate(PriceFate::TooLarge) + u" ELSE "_s + Fate(PriceFate::SamePrice) +
+                           u" END WHERE Fate <> 0 OR NewPrice = OldPrice OR "_s + tooLarge);
     m_instruction = instruction;
     m_scope = scope.kind;
     return true;

@@ -90,6 +90,7 @@ private slots:
         database = std::make_unique<test::Database>();
         Furnish(*database);
         desk = std::make_unique<Desk>(*database);
+        Fill();
     }
     void cleanup()
     {
@@ -98,6 +99,9 @@ private slots:
     }
 
 protected:
+    /// What else stands in the database.
+    virtual void Fill() {}
+
     std::unique_ptr<test::Database> database;
     std::unique_ptr<Desk> desk;
 };
