@@ -1,11 +1,13 @@
 #pragma once
 
+#include "host/host_export.h"
+
 #include <QLayout>
 
 namespace host {
 
 /// Items one beside the other from the leading edge, in as many lines as the width needs.
-class FlowLayout : public QLayout
+class HOST_EXPORT FlowLayout : public QLayout
 {
 public:
     explicit FlowLayout(QWidget *parent) : QLayout(parent) { setContentsMargins(0, 0, 0, 0); }

@@ -39,10 +39,9 @@ bool Commands::Finished(const BulkResult &result)
     if (result.outcome != BulkResult::Outcome::Done)
         return false;
     if (result.left > 0)
-        m_host.messages.ShowMessage(
-            u"%1 تغییر کرد. %2 همان‌گونه که بود ماند، زیرا در این فاصله تغییر کرده یا حذف شده است."_s
-                .arg(GoodsText(result.written), GoodsText(result.left)),
-            host::MessageIcon::Information);
+        m_host.messages.ShowMessage(u"%1 تغییر کرد. %2 همان‌گونه که بود ماند."_s.arg(
+                                        GoodsText(result.written), GoodsText(result.left)),
+                                    host::MessageIcon::Information);
     else
         m_host.messages.ShowFlashMessage(u"عملیات با موفقیت انجام شد"_s, FlashMilliseconds);
     return result.written > 0;

@@ -14,7 +14,7 @@ TBulk_Report_FRM::TBulk_Report_FRM(host::Host &host, const QString &title, const
 {
     m_ui->setupUi(Content());
     SetTitle(title);
-    resize(820, 460);
+    resize(910, 460);
     m_ui->Report_LBL->setText(text);
     m_ui->Left_GRD->SetColumns(columns);
     m_ui->Left_GRD->SetSource(&left);

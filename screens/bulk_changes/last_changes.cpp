@@ -1,6 +1,7 @@
 #include "screens/bulk_changes/last_changes.h"
 
 #include "host/controls/number_text.h"
+#include "host/data/persian_text.h"
 #include "screens/bulk_changes/bulk_order.h"
 #include "screens/bulk_changes/bulk_report.h"
 #include "ui_last_changes.h"
@@ -21,10 +22,10 @@ namespace {
 constexpr int FollowMilliseconds = 120;
 constexpr int FlashMilliseconds = 2000;
 
-/// Numbers as they are read; the titles of types as they are.
+/// Percents as they are read; the titles of types as they are.
 QString ShownValues(const QString &values, BulkKind kind)
 {
-    if (kind != BulkKind::Prices && kind != BulkKind::Discounts)
+    if (kind != BulkKind::Discounts)
         return values;
     QStringList shown;
     for (const QString &value : values.split(u" / "_s))
@@ -32,13 +33,22 @@ QString ShownValues(const QString &values, BulkKind kind)
     return shown.join(u" / "_s);
 }
 
-QList<GridColumn> GoodColumns()
+/// A change of prices has numbers, the others texts.
+QList<GridColumn> GoodColumns(BulkKind kind)
 {
-    return {{u"Code"_s, u"کد"_s, 80, false, ColumnFormat::Code},
-            {u"Name"_s, u"نام کامل کالا"_s, 330, false, ColumnFormat::Text},
-            {u"Before"_s, u"پیش از تغییر"_s, 170, false, ColumnFormat::Text},
-            {u"After"_s, u"پس از تغییر"_s, 170, false, ColumnFormat::Text},
-            {u"Stayed"_s, u"برگرداندن"_s, 150, false, ColumnFormat::Text}};
+    QList<GridColumn> columns{{u"Code"_s, u"کد"_s, 80, false, ColumnFormat::Code},
+                              {u"Name"_s, u"نام کامل کالا"_s, 370, false, ColumnFormat::Text},
+                              {u"OldPrice"_s, u"قیمت پیشین"_s, 130, false, ColumnFormat::Price, false},
+                              {u"NewPrice"_s, u"قیمت جدید"_s, 130, false, ColumnFormat::Price, false},
+                              {u"Before"_s, u"پیش از تغییر"_s, 200, false, ColumnFormat::Text, false},
+                              {u"After"_s, u"پس از تغییر"_s, 200, false, ColumnFormat::Text, false},
+                              {u"Stayed"_s, u"برگرداندن"_s, 180, false, ColumnFormat::Text}};
+    columns.removeIf([kind](const GridColumn &column) {
+        return (kind == BulkKind::Prices ? QStringList{u"Before"_s, u"After"_s}
+                                         : QStringList{u"OldPrice"_s, u"NewPrice"_s})
+            .contains(column.field);
+    });
+    return columns;
 }
 
 QList<GridColumn> ChangeColumns()
@@ -47,10 +57,10 @@ QList<GridColumn> ChangeColumns()
             {u"ChangedTime"_s, u"ساعت"_s, 74, false, ColumnFormat::Date},
             {u"UserChanged"_s, u"کاربر"_s, 120, false, ColumnFormat::Text},
             {u"KindText"_s, u"موضوع"_s, 110, false, ColumnFormat::Text},
-            {u"Title"_s, u"شرح تغییر"_s, 280, false, ColumnFormat::Text},
-            {u"ScopeText"_s, u"محدوده"_s, 150, false, ColumnFormat::Text},
+            {u"Title"_s, u"شرح تغییر"_s, 241, false, ColumnFormat::Text},
+            {u"ScopeText"_s, u"محدوده"_s, 184, false, ColumnFormat::Text},
             {u"Goods"_s, u"تعداد کالا"_s, 76, false, ColumnFormat::Quantity},
-            {u"State"_s, u"وضعیت"_s, 200, false, ColumnFormat::Text}};
+            {u"State"_s, u"وضعیت"_s, 180, false, ColumnFormat::Text}};
 }
 
 } // namespace
@@ -79,11 +89,10 @@ TBulk_Changes_FRM::~TBulk_Changes_FRM()
 void TBulk_Changes_FRM::BuildGrids()
 {
     m_ui->Changes_GRD->SetColumns(ChangeColumns());
-    m_ui->Goods_GRD->SetColumns(GoodColumns());
     m_ui->Goods_GRD->SetSortable(true);
+    m_ui->Goods_GRD->SetColumns(GoodColumns(BulkKind::Prices));
     m_ui->TGeneral_Search_Frame1->SetGrid(m_ui->Goods_GRD);
     RememberLayout(m_ui->Changes_GRD);
-    RememberLayout(m_ui->Goods_GRD);
     m_follow.setSingleShot(true);
     m_follow.setInterval(FollowMilliseconds);
     connect(&m_follow, &QTimer::timeout, this, [this] { Command(Title(), [this] { ShowGoods(); }); });
@@ -101,7 +110,7 @@ QList<ComputedRows::Column> TBulk_Changes_FRM::ChangeFields() const
         QString text = u"برگردانده شد"_s;
         if (const int left = number(row, u"GoodsLeft"); left > 0)
             text += u"، به جز "_s + GoodsText(left);
-        return text + u" ("_s + host::DisplayNumber(rows.FieldAt(row, u"TakenBackDate").toString(), false) + u')';
+        return text + u" ("_s + host::PersianDigits(rows.FieldAt(row, u"TakenBackDate").toString()) + u')';
     };
     return {
         {u"KindText"_s,
@@ -181,6 +190,11 @@ void TBulk_Changes_FRM::ShowGoods()
     m_follow.stop();
     m_takeBack->setEnabled(Change() != 0 && !m_ui->Changes_GRD->CurrentValue(u"TakenBack"_s).toBool());
     m_changes.BulkGoods_GetAll(Change());
+    const QList<GridColumn> columns = GoodColumns(Kind());
+    if (columns.at(2).field == m_ui->Goods_GRD->Columns().at(2).field)
+        return;
+    m_ui->Goods_GRD->SetColumns(columns);
+    m_ui->TGeneral_Search_Frame1->SetColumns(columns);
 }
 
 bool TBulk_Changes_FRM::MayTakeBack(int change)
@@ -244,6 +258,6 @@ void TBulk_Changes_FRM::ShowLeft(int change, const BulkResult &result)
         m_host, u"برگرداندن تغییر گروهی"_s,
         u"مقدار پیشین %1 برگردانده شد. %2 زیر پس از آن تغییر کرده و همان‌گونه که هست ماند."_s
             .arg(GoodsText(result.written), GoodsText(result.left)),
-        m_goods, GoodColumns().mid(0, 4));
+        m_goods, GoodColumns(Kind()).mid(0, 4));
     report.ShowModally();
 }

@@ -104,9 +104,8 @@ void TPrice_Preview_FRM::ShowTotals()
         before += price.before;
         after += price.after;
     }
-    m_ui->Picked_LBL->setText(
-        u"<b>%1</b> تغییر می‌کند  ·  %2 گران‌تر  ·  %3 ارزان‌تر"_s.arg(
-            GoodsText(rising + falling), Shown(rising), Shown(falling)));
+    m_ui->Picked_LBL->setText(u"<b>%1</b> تغییر می‌کند: %2 گران‌تر، %3 ارزان‌تر"_s.arg(
+        GoodsText(rising + falling), Shown(rising), Shown(falling)));
     m_ui->Sums_LBL->setText(u"جمع قیمت‌ها: از %1 به <b>%2</b>"_s.arg(Shown(before), Shown(after)));
 }
 
@@ -119,7 +118,7 @@ QString TPrice_Preview_FRM::StayingText() const
     for (size_t fate = 0; fate < counts.size(); ++fate)
         if (counts.at(fate) > 0)
             texts << bulk_changes::FateText(static_cast<PriceFate>(fate)) + u": "_s + GoodsText(counts.at(fate));
-    return texts.join(u"  ·  "_s);
+    return texts.join(u"، "_s);
 }
 
 bool TPrice_Preview_FRM::IsStaying() const

@@ -32,7 +32,7 @@ QList<ComputedRows::Column> PriceFields(const Dataset &preview)
 QList<GridColumn> ChangingColumns()
 {
     return {{u"Code"_s, u"کد"_s, 80, false, ColumnFormat::Code},
-            {u"Name"_s, u"نام کامل کالا"_s, 330, false, ColumnFormat::Text},
+            {u"Name"_s, u"نام کامل کالا"_s, 375, false, ColumnFormat::Text},
             {u"OldPrice"_s, u"قیمت فعلی"_s, 130, false, ColumnFormat::Price},
             {u"NewPrice"_s, u"قیمت جدید"_s, 130, false, ColumnFormat::Price},
             {u"Difference"_s, u"تفاوت"_s, 120, false, ColumnFormat::Price}};
@@ -43,7 +43,7 @@ QList<GridColumn> StayingColumns()
     return {{u"Code"_s, u"کد"_s, 80, false, ColumnFormat::Code},
             {u"Name"_s, u"نام کامل کالا"_s, 330, false, ColumnFormat::Text},
             {u"OldPrice"_s, u"قیمت فعلی"_s, 130, false, ColumnFormat::Price},
-            {u"Reason"_s, u"علت"_s, 280, false, ColumnFormat::Text}};
+            {u"Reason"_s, u"علت"_s, 330, false, ColumnFormat::Text}};
 }
 
 } // namespace bulk_changes
