@@ -1,6 +1,7 @@
 // Measures what users wait for, on a shop of 100,000 goods, beside SQLite's C API doing the same work on the same file.
 // See --help.
 
+#include "bench/bulk.h"
 #include "bench/engine.h"
 #include "bench/floor.h"
 #include "bench/options.h"
@@ -287,6 +288,7 @@ std::vector<bench::RoundTrips> measureShop(Report &report, int goods)
     lookUp(report, shop, floor);
     useList(report, shop, floor);
     edit(report, shop, scratch);
+    bench::measureBulk(report, shop);
     return bench::watchRoundTrips(shop, someGood(shop));
 }
 

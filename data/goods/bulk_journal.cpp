@@ -102,9 +102,11 @@ QString TypeTitle(const QString &code)
     return u"(SELECT f.Name FROM FinanceGoodTypes f WHERE f.Code = "_s + code + u')';
 }
 
+/// Titles joined in their order; the signs that XML escapes as they are.
 QString DetailTitles(const QString &from)
 {
-    return u"STUFF((SELECT N'، ' + dt.Title FROM "_s + from + u" ORDER BY dt.Title FOR XML PATH('')), 1, 2, N'')"_s;
+    return u"REPLACE(REPLACE(REPLACE(STUFF((SELECT N'، ' + dt.Title FROM "_s + from +
+           u" ORDER BY dt.Title FOR XML PATH('')), 1, 2, N''), '&lt;', '<'), '&gt;', '>'), '&amp;', '&')"_s;
 }
 
 /// OldPrice, NewPrice, OldText and NewText of the entry's goods.

@@ -16,7 +16,7 @@ const QString Preview = u"#BulkPrices"_s;
 const QString PickTable = u"#BulkPick"_s;
 
 /// Steps of a preview besides those of its scope, and of its writing.
-constexpr int PreviewSteps = 3;
+constexpr int PreviewSteps = 2;
 constexpr int WriteSteps = 3;
 
 QString Fate(PriceFate fate)

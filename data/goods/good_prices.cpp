@@ -57,6 +57,7 @@ Prices::Prices(const QSqlDatabase &main) : SellDetails_QRY(main), BuyDetails_QRY
 {
     for (const Side side : BothSides) {
         CostLevel_Rows(side).SetTable(u"tmpCostList"_s, u"Id"_s);
+        CostLevel_Rows(side).SetOrder(u"CostLevelCode"_s); // the working rows are told in no order
         CostLevel_Rows(side).SetEditableFields({u"Cost"_s});
     }
 }

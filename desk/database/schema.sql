@@ -417,6 +417,7 @@ GO
 -- ---------------------------------------------------------------------------------------------------------
 
 -- Movements of goods. Amounts carry their sign: in positive, out negative. Opening stock is not in here.
+-- OperationType 1: purchase, 2: sale; the other numbers are other documents of the suite.
 CREATE TABLE Kardex (
     Code          bigint IDENTITY(1,1) NOT NULL CONSTRAINT PK_Kardex PRIMARY KEY,
     Kala          int           NOT NULL,

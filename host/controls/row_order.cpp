@@ -1,7 +1,7 @@
 #include "host/controls/row_order.h"
 
 #include "host/controls/text_order.h"
-#include "host/data/quantity.h"
+#include "host/data/dataset.h"
 
 #include <algorithm>
 #include <limits>
@@ -35,10 +35,15 @@ std::vector<int> SortedRows(const QAbstractItemModel &model, int column, ColumnF
     const int rows = model.rowCount();
     const auto text = [&](int row) { return model.index(row, column).data(Qt::EditRole).toString(); };
     if (IsNumber(format)) {
+        const auto *dataset = qobject_cast<const Dataset *>(&model);
+        const bool stored = dataset && !dataset->IsEditing(); // what is being typed stands beside the rows
+        const auto number = [&](int row) {
+            return stored ? dataset->Rows().Number(row, column) : ParseQuantity(text(row));
+        };
         std::vector<Quantity> keys;
         keys.reserve(static_cast<size_t>(rows));
         for (int row = 0; row < rows; ++row)
-            keys.push_back(ParseQuantity(text(row)).value_or(-std::numeric_limits<Quantity>::infinity()));
+            keys.push_back(number(row).value_or(-std::numeric_limits<Quantity>::infinity()));
         return Order(keys, order);
     }
     FoldedTexts texts;

@@ -88,6 +88,9 @@ void Dataset::Open()
                 Finish(*cursor, m_text);
                 cursor.reset();
             }
+            if (!m_order.isEmpty()) {
+                rows.OrderBy(rows.ColumnIndex(m_order));
+            }
         } else {
             cursor.reset();
         }

@@ -39,6 +39,10 @@ public:
     /// able to keep a result open while other statements run.
     void SetBlockSize(int rows) { m_blockSize = rows; }
 
+    /// The rows of every opening stand in the order of this field's numbers, whatever order the database gives them
+    /// in: for a text that promises none. The result is read whole.
+    void SetOrder(const QString &field) { m_order = field; }
+
     /// Runs the text; stands on the first row.
     void Open();
     void Open(const QString &text);
@@ -138,6 +142,7 @@ private:
     QString m_text;
     QString m_table;
     QString m_key;
+    QString m_order;
     QStringList m_editable;
     int m_blockSize = 0;
     std::unique_ptr<QSqlQuery> m_cursor;

@@ -1,7 +1,6 @@
 #include "host/data/row_store.h"
 
 #include "host/data/odbc_text.h"
-#include "host/data/quantity.h"
 #include "host/data/row_feed.h"
 
 #include <QSqlField>
@@ -9,6 +8,7 @@
 #include <QSqlResult>
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 
 namespace host {
@@ -18,7 +18,7 @@ namespace {
 constexpr quint32 RowsPerBlock = 1000;
 
 /// From Digits on: a whole number of 10^-(tag - Digits).
-enum Tag : quint8 { Null, Number, Boolean, Characters, Other, Digits };
+enum Tag : quint8 { Null, Whole, Boolean, Characters, Other, Digits };
 
 /// A text cell: where its characters begin in the block's buffer, and how many there are.
 constexpr int LengthBits = 28;
@@ -233,7 +233,7 @@ void RowStore::Write(Block &block, size_t cell, int column, const QVariant &valu
         block.tags[cell] = Boolean;
     } else if (IsInteger(value.metaType())) {
         block.cells[cell] = static_cast<quint64>(value.toLongLong());
-        block.tags[cell] = Number;
+        block.tags[cell] = Whole;
     } else {
         block.cells[cell] = block.others.size();
         block.tags[cell] = Other;
@@ -257,7 +257,7 @@ int RowStore::Read(QSqlQuery &query, RowFeed &feed, int limit)
             case Form::Null:
                 break;
             case Form::Integer:
-                block.tags[cell] = Number;
+                block.tags[cell] = Whole;
                 break;
             case Form::Boolean:
                 block.tags[cell] = Boolean;
@@ -325,6 +325,18 @@ void RowStore::Remove(int row)
     m_rows.erase(m_rows.begin() + row);
 }
 
+void RowStore::OrderBy(int column)
+{
+    std::vector<std::pair<std::optional<Quantity>, Place>> keyed;
+    keyed.reserve(m_rows.size());
+    for (int row = 0; row < RowCount(); ++row) {
+        keyed.emplace_back(Number(row, column), m_rows[static_cast<size_t>(row)]);
+    }
+    std::stable_sort(keyed.begin(), keyed.end(),
+                     [](const auto &left, const auto &right) { return left.first < right.first; });
+    std::transform(keyed.cbegin(), keyed.cend(), m_rows.begin(), [](const auto &row) { return row.second; });
+}
+
 bool RowStore::IsNull(int row, int column) const
 {
     const auto [block, cell] = Cell(row, column);
@@ -337,7 +349,7 @@ QVariant RowStore::Value(int row, int column) const
     switch (block->tags[cell]) {
     case Null:
         return {};
-    case Number: {
+    case Whole: {
         const auto number = static_cast<qint64>(block->cells[cell]);
         const auto small = static_cast<int>(number);
         return small == number ? QVariant(small) : QVariant(number);
@@ -356,6 +368,26 @@ QVariant RowStore::Value(int row, int column) const
 QString RowStore::Text(int row, int column) const
 {
     return Value(row, column).toString();
+}
+
+std::optional<Quantity> RowStore::Number(int row, int column) const
+{
+    const auto [block, cell] = Cell(row, column);
+    const auto whole = static_cast<qint64>(block->cells[cell]);
+    switch (block->tags[cell]) {
+    case Null:
+        return {};
+    case Whole:
+    case Boolean:
+        return static_cast<Quantity>(whole);
+    case Characters:
+        return ParseQuantity(block->TextAt(cell));
+    case Other:
+        return ParseQuantity(block->others[block->cells[cell]].toString());
+    default:
+        // Both are exact, so that the quotient is the number that the decimal text stands for.
+        return static_cast<Quantity>(whole) / std::pow(Quantity(10), Quantity(block->tags[cell] - Digits));
+    }
 }
 
 QStringView RowStore::TextView(int row, int column) const

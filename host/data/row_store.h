@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/data/quantity.h"
 #include "host/host_export.h"
 
 #include <QSqlRecord>
@@ -8,6 +9,7 @@
 #include <QVariant>
 
 #include <memory>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -57,12 +59,16 @@ public:
     void Append(const std::vector<QVariant> &values);
     void Replace(int row, int column, const QVariant &value);
     void Remove(int row);
+    /// Puts the rows in the order of a column's numbers, those without one first; equal ones stay as they were.
+    void OrderBy(int column);
 
     bool IsNull(int row, int column) const;
     /// Null variants keep no type.
     QVariant Value(int row, int column) const;
     /// The cell as text; empty for NULL.
     QString Text(int row, int column) const;
+    /// The cell as a number, without a text in between where the store has one; nothing for NULL and other texts.
+    std::optional<Quantity> Number(int row, int column) const;
     /// The characters of a text cell without a copy, valid until the store changes; empty for cells of other kinds.
     QStringView TextView(int row, int column) const;
 

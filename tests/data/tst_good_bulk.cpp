@@ -55,9 +55,7 @@ class TestGoodBulk : public fixture::Test
     Q_OBJECT
 
 private slots:
-    void newPrices_data();
     void newPrices();
-    void refused_data();
     void refused();
     void namesTheGoodsOnce();
     void writesWhatWasPreviewed();
@@ -95,106 +93,96 @@ void TestGoodBulk::Fill()
         "503, 3, 1)"_s);
 }
 
-void TestGoodBulk::newPrices_data()
-{
-    QTest::addColumn<QString>("before");
-    QTest::addColumn<PriceInstruction>("asked");
-    QTest::addColumn<QString>("after"); // "new price|fate|picked"
-    const auto add = [](const char *name, const QString &before, int option, host::Quantity value, int direction,
-                        int rounding, const QString &after, PriceKind kind = PriceKind::Sale) {
-        const int level = kind == PriceKind::Consumer ? NoPriceLevel : 10;
-        QTest::newRow(name) << before << PriceInstruction{kind, level, option, value, direction, rounding} << after;
-    };
-    const QString most = u"9999999999999999999.999999999"_s;
-    add("percent", u"1000"_s, 2, 5, 1, 0, u"1050|0|true"_s);
-    add("purchase", u"1000"_s, 2, 5, 1, 0, u"1050|0|true"_s, PriceKind::Purchase);
-    add("consumer", u"1000"_s, 2, 5, 1, 0, u"1050|0|true"_s, PriceKind::Consumer);
-    add("percent off", u"1000"_s, 2, 12.5L, -1, 0, u"875|0|true"_s);
-    add("all off", u"1000"_s, 2, 100, -1, 0, u"0|0|true"_s);
-    add("more than all off", u"1000"_s, 2, 100.5L, -1, 0, u"NULL|3|false"_s);
-    add("more than all off nothing", u"0"_s, 2, 150, -1, 0, u"0|1|false"_s);
-    add("exact digits", u"1234567890123456789.123456789"_s, 2, 5.5L, 1, 0, u"1302469124080246912.525246912|0|true"_s);
-    add("many decimals", u"999.123456789"_s, 2, 12.345L, 1, 0, u"1122.46524753|0|true"_s);
-    add("a thousandfold", u"7654321.123456789"_s, 2, 123456.789L, 1, 0, u"9457433399.891934291|0|true"_s);
-    add("half away from zero", u"0.000000005"_s, 2, 10, 1, 0, u"0.000000006|0|true"_s);
-    add("too little to change", u"0.000000004"_s, 2, 10, 1, 0, u"0.000000004|1|false"_s);
-    add("largest", most, 2, 0, 1, 0, most + u"|1|false"_s);
-    add("too large", most, 2, 1, 1, 0, u"NULL|4|false"_s);
-    add("far too large", most, 2, 9999999999999.0L, 1, 0, u"NULL|4|false"_s);
-    add("a large factor", u"0.5"_s, 2, 1000000000000.0L, 1, 0, u"5000000000.5|0|true"_s);
-    add("rounded up", u"100"_s, 2, 5, 1, 10, u"110|0|true"_s);
-    add("rounded down", u"104.9"_s, 3, 0, 1, 10, u"100|0|true"_s);
-    add("rounded to itself", u"1000"_s, 2, 1, 1, 100, u"1000|1|false"_s);
-    add("rounded to thousands", u"1499.999999999"_s, 3, 0, 1, 1000, u"1000|0|true"_s);
-    add("rounded to ten thousands", u"5000"_s, 3, 0, 1, 10000, u"10000|0|true"_s);
-    add("rounded beyond the column", most, 3, 0, 1, 10000, u"NULL|4|false"_s);
-    add("amount", u"1000"_s, 3, 0.000000001L, 1, 0, u"1000.000000001|0|true"_s);
-    add("amount off", u"1000"_s, 3, 1000, -1, 0, u"0|0|true"_s);
-    add("amount too much off", u"1000"_s, 3, 1000.000000001L, -1, 10000, u"NULL|3|false"_s);
-    add("amount too large", most, 3, 1, 1, 0, u"NULL|4|false"_s);
-    add("last purchase", u"7"_s, 1, 0, 0, 0, u"30|0|true"_s);
-    add("last sale", u"7"_s, 1, 1, 0, 100, u"100|0|true"_s);
-    add("highest purchase, of the movements", u"7"_s, 1, 2, 0, 0, u"50|0|true"_s);
-    add("highest sale, of the levels", u"7"_s, 1, 3, 0, 0, u"900|0|true"_s);
-}
-
 void TestGoodBulk::newPrices()
 {
-    QFETCH(QString, before);
-    QFETCH(PriceInstruction, asked);
-    QFETCH(QString, after);
-    database->Exec(
-        u"update GoodCostDiscount set CostLevel_Sell_10 = %1, CostLevel_Buy_10 = %1, CostLevel_Buy_3 = 40, "
-        "CostLevel_Sell_4 = CASE WHEN %1 = 7 THEN 900 ELSE 0 END where GoodCode = 501 update GoodInf set ConsumerPrice = %1 where Code = 501"_s
-            .arg(before));
+    const QString most = u"9999999999999999999.999999999"_s;
+    const struct
+    {
+        const char *name;
+        QString before;
+        int option;
+        host::Quantity value;
+        int direction;
+        int rounding;
+        QString after; // "new price|fate|picked"
+        PriceKind kind = PriceKind::Sale;
+    } rows[] = {
+        {"percent", u"1000"_s, 2, 5, 1, 0, u"1050|0|true"_s},
+        {"purchase", u"1000"_s, 2, 5, 1, 0, u"1050|0|true"_s, PriceKind::Purchase},
+        {"consumer", u"1000"_s, 2, 5, 1, 0, u"1050|0|true"_s, PriceKind::Consumer},
+        {"percent off", u"1000"_s, 2, 12.5L, -1, 0, u"875|0|true"_s},
+        {"all off", u"1000"_s, 2, 100, -1, 0, u"0|0|true"_s},
+        {"more than all off", u"1000"_s, 2, 100.5L, -1, 0, u"NULL|3|false"_s},
+        {"more than all off nothing", u"0"_s, 2, 150, -1, 0, u"0|1|false"_s},
+        {"exact digits", u"1234567890123456789.123456789"_s, 2, 5.5L, 1, 0, u"1302469124080246912.525246912|0|true"_s},
+        {"many decimals", u"999.123456789"_s, 2, 12.345L, 1, 0, u"1122.46524753|0|true"_s},
+        {"a thousandfold", u"7654321.123456789"_s, 2, 123456.789L, 1, 0, u"9457433399.891934291|0|true"_s},
+        {"half away from zero", u"0.000000005"_s, 2, 10, 1, 0, u"0.000000006|0|true"_s},
+        {"too little to change", u"0.000000004"_s, 2, 10, 1, 0, u"0.000000004|1|false"_s},
+        {"largest", most, 2, 0, 1, 0, most + u"|1|false"_s},
+        {"too large", most, 2, 1, 1, 0, u"NULL|4|false"_s},
+        {"far too large", most, 2, 9999999999999.0L, 1, 0, u"NULL|4|false"_s},
+        {"a large factor", u"0.5"_s, 2, 1000000000000.0L, 1, 0, u"5000000000.5|0|true"_s},
+        {"rounded up", u"100"_s, 2, 5, 1, 10, u"110|0|true"_s},
+        {"rounded down", u"104.9"_s, 3, 0, 1, 10, u"100|0|true"_s},
+        {"rounded to itself", u"1000"_s, 2, 1, 1, 100, u"1000|1|false"_s},
+        {"rounded to thousands", u"1499.999999999"_s, 3, 0, 1, 1000, u"1000|0|true"_s},
+        {"rounded to ten thousands", u"5000"_s, 3, 0, 1, 10000, u"10000|0|true"_s},
+        {"rounded beyond the column", most, 3, 0, 1, 10000, u"NULL|4|false"_s},
+        {"amount", u"1000"_s, 3, 0.000000001L, 1, 0, u"1000.000000001|0|true"_s},
+        {"amount off", u"1000"_s, 3, 1000, -1, 0, u"0|0|true"_s},
+        {"amount too much off", u"1000"_s, 3, 1000.000000001L, -1, 10000, u"NULL|3|false"_s},
+        {"amount too large", most, 3, 1, 1, 0, u"NULL|4|false"_s},
+        {"last purchase", u"7"_s, 1, 0, 0, 0, u"30|0|true"_s},
+        {"last sale", u"7"_s, 1, 1, 0, 100, u"100|0|true"_s},
+        {"highest purchase, of the movements", u"7"_s, 1, 2, 0, 0, u"50|0|true"_s},
+        {"highest sale, of the levels", u"7"_s, 1, 3, 0, 0, u"1900|0|true"_s},
+    };
     // Of the same day the later movement is the last; a return, a gift and another kind of document are no price.
     database->Exec(u"insert into Kardex (Kala, Anbar, OperationType, OperationCode, [Date], Amount1, Cost) values "
                    "(501, 1, 1, 1, '1405/02/01', 1, 50), (501, 1, 1, 2, '1405/03/01', 1, 20), (501, 1, 1, 3, "
                    "'1405/03/01', 1, 30), (501, 1, 1, 4, '1405/04/01', -1, 60), (501, 1, 1, 5, '1405/04/01', 1, 0), "
                    "(501, 1, 9, 6, '1405/05/01', 1, 99), (501, 1, 2, 7, '1405/01/01', -1, 140), (502, 1, 1, 8, "
                    "'1405/06/01', 1, 77)"_s);
-    QVERIFY(desk->goods.BulkPrices_Prepare({ScopeKind::Marked, {501}}, asked));
-    QCOMPARE(database->Rows(u"select NewPrice, Fate, Picked from #BulkPrices"_s), QStringList{after});
-    if (asked.option == 1) { // neither movements nor a price of a default level
-        desk->goods.BulkPrices_Prepare({ScopeKind::Marked, {503, 504}}, asked);
+    for (const auto &row : rows) {
+        database->Exec(u"update GoodCostDiscount set CostLevel_Sell_10 = %1, CostLevel_Buy_10 = %1, CostLevel_Buy_3 = "
+                       "40, CostLevel_Sell_4 = 1900 where GoodCode = 501 update GoodInf set ConsumerPrice = %1 where "
+                       "Code = 501"_s.arg(row.before));
+        const int level = row.kind == PriceKind::Consumer ? NoPriceLevel : 10;
+        const PriceInstruction asked{row.kind, level, row.option, row.value, row.direction, row.rounding};
+        QVERIFY(desk->goods.BulkPrices_Prepare({ScopeKind::Marked, {501}}, asked));
+        const QString after = database->Rows(u"select NewPrice, Fate, Picked from #BulkPrices"_s).join(u' ');
+        QVERIFY2(after == row.after, qPrintable(QLatin1StringView(row.name) + u": "_s + after));
+    }
+    // Neither movements nor a price of a default level.
+    for (const int source : {0, 1}) {
+        desk->goods.BulkPrices_Prepare({ScopeKind::Marked, {503, 504}},
+                                       {PriceKind::Sale, 1, 1, host::Quantity(source), 0, 0});
         QCOMPARE(desk->goods.BulkPrices_Totals().goods[static_cast<size_t>(PriceFate::NoSource)], 2);
     }
 }
 
-void TestGoodBulk::refused_data()
-{
-    QTest::addColumn<std::function<void(TGood_DM &)>>("ask");
-    const auto price = [](const char *name, const PriceInstruction &asked) {
-        QTest::newRow(name) << std::function([asked](TGood_DM &goods) { goods.BulkPrices_Prepare(Everything, asked); });
-    };
-    const host::Quantity nan = std::numeric_limits<host::Quantity>::quiet_NaN();
-    price("level", {PriceKind::Sale, 11, 2, 5, 1, 0});
-    price("no level", {PriceKind::Purchase, NoPriceLevel, 2, 5, 1, 0});
-    price("option", {PriceKind::Sale, 1, 4, 5, 1, 0});
-    price("source", {PriceKind::Sale, 1, 1, 3.5L, 1, 0});
-    price("percent below 0", {PriceKind::Sale, 1, 2, -5, 1, 0});
-    price("no number", {PriceKind::Sale, 1, 2, nan, 1, 0});
-    price("amount of 20 digits", {PriceKind::Sale, 1, 3, 1e19L, 1, 0});
-    price("direction", {PriceKind::Sale, 1, 3, 5, 0, 0});
-    price("rounding", {PriceKind::Sale, 1, 3, 5, 1, 5});
-    const auto discount = [](const char *name, const GroupDiscount &asked) {
-        QTest::newRow(name) << std::function(
-            [asked](TGood_DM &goods) { goods.ApplyGroupDiscount(Everything, asked, Order()); });
-    };
-    discount("nothing ticked", {});
-    discount("rate over 100", {{true}, {}, false, false, {100.5L}, {}, 0, 0});
-    discount("default 5", {{}, {}, true, false, {}, {}, 5, 0});
-    for (const QString &ids : {u""_s, u"1;drop table GoodInf"_s, u"1,4"_s, u"2,99"_s, u"1,2,3,4,5,6"_s})
-        QTest::addRow("details %s", qPrintable(ids))
-            << std::function([ids](TGood_DM &goods) { goods.DetailTypes_Apply(Everything, ids, Order()); });
-    QTest::newRow("nothing previewed") << std::function([](TGood_DM &goods) { goods.BulkPrices_Apply(Order()); });
-}
-
 void TestGoodBulk::refused()
 {
-    QFETCH(std::function<void(TGood_DM &)>, ask);
+    TGood_DM &goods = desk->goods;
+    const host::Quantity nan = std::numeric_limits<host::Quantity>::quiet_NaN();
+    const PriceInstruction prices[] = {
+        {PriceKind::Sale, 11, 2, 5, 1, 0},    {PriceKind::Purchase, NoPriceLevel, 2, 5, 1, 0},
+        {PriceKind::Sale, 1, 4, 5, 1, 0},     {PriceKind::Sale, 1, 1, 3.5L, 1, 0},
+        {PriceKind::Sale, 1, 2, -5, 1, 0},    {PriceKind::Sale, 1, 2, nan, 1, 0},
+        {PriceKind::Sale, 1, 3, 1e19L, 1, 0}, {PriceKind::Sale, 1, 3, 5, 0, 0},
+        {PriceKind::Sale, 1, 3, 5, 1, 5},
+    };
     const QStringList before = Snapshot(*database);
-    QVERIFY_THROWS_EXCEPTION(host::RefusedText, ask(desk->goods));
+    for (const PriceInstruction &asked : prices)
+        QVERIFY_THROWS_EXCEPTION(host::RefusedText, goods.BulkPrices_Prepare(Everything, asked));
+    QVERIFY_THROWS_EXCEPTION(host::RefusedText, goods.BulkPrices_Apply(Order())); // nothing is previewed
+    for (const GroupDiscount &asked : {GroupDiscount{}, GroupDiscount{{true}, {}, false, false, {100.5L}, {}, 0, 0},
+                                       GroupDiscount{{}, {}, true, false, {}, {}, 5, 0}})
+        QVERIFY_THROWS_EXCEPTION(host::RefusedText, goods.ApplyGroupDiscount(Everything, asked, Order()));
+    // Of two types that may not stand together, that do not exist, and too many.
+    for (const QString &ids : {u""_s, u"1;drop table GoodInf"_s, u"1,4"_s, u"2,99"_s, u"1,2,3,4,5,6"_s})
+        QVERIFY_THROWS_EXCEPTION(host::RefusedText, goods.DetailTypes_Apply(Everything, ids, Order()));
     QCOMPARE(Snapshot(*database), before);
 }
 

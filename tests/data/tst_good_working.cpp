@@ -48,6 +48,9 @@ void TestGoodWorking::pricesOfANewGood()
     QCOMPARE(Rows(u"select Status, count(*), count(distinct CostLevelCode), max(Cost), max(cast([Default] as int)) "
                   "from tmpCostList where Type = 3 and TypeCode = 501 group by Status order by Status"_s),
              QStringList({u"0|10|10|0|0"_s, u"1|10|10|0|0"_s}));
+    // Levels are shown by their numbers, in whatever order the database gives the rows.
+    database->Exec(u"delete from tmpCostList where Status = 0 and CostLevelCode = 1; insert into tmpCostList (Type, "
+                   "Status, TypeCode, CostLevelCode, Cost, [Default]) values (3, 0, 501, 1, 0, 0)"_s);
     goods.CostLevel_Sell_GetAll(501);
     goods.CostLevel_Buy_GetAll(501);
     QVERIFY(goods.CostLevel_Sell_NotSelect(4));
@@ -66,7 +69,8 @@ void TestGoodWorking::pricesOfANewGood()
     goods.CostLevel_Buy_GetAll(501);
     QCOMPARE(goods.SellDetails_QRY.RecordCount(), 10);
     for (int i = 0; i < 10; ++i) {
-        const bool isDefault = goods.SellDetails_QRY.FieldAt(i, u"CostLevelCode").toInt() == 4;
+        QCOMPARE(goods.SellDetails_QRY.FieldAt(i, u"CostLevelCode").toInt(), i + 1);
+        const bool isDefault = i + 1 == 4;
         QCOMPARE(goods.SellDetails_QRY.FieldAt(i, u"deftitle").toString(), isDefault ? u"*"_s : QString());
     }
 

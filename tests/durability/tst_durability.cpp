@@ -1,4 +1,4 @@
-// A desk killed in the middle of its work leaves whole goods or none.
+// A desk killed in the middle of its work leaves whole goods or none, and changes of many goods whole or not at all.
 
 #include "tests/support/database.h"
 #include "tests/support/test_main.h"
@@ -13,6 +13,7 @@ class TestDurability : public QObject
 
 private slots:
     void killedWhileSaving();
+    void killedWhileChangingMany();
 };
 
 namespace {
@@ -31,6 +32,30 @@ const QString Broken =
     "  WHERE a.tmp = 0 AND a.GoodCode NOT IN (SELECT Code FROM GoodInf)"
     " UNION ALL SELECT k.Kala_code, 'category without a good' FROM Kala_category k"
     "  WHERE k.tmp = 0 AND k.Kala_code NOT IN (SELECT Code FROM GoodInf)"_s;
+
+/// Goods that have not the price of the last change, the old one when it was taken back, and changes that lack goods.
+const QString HalfChanged =
+    u"SELECT d.GoodCode, 'has another price' FROM GoodCostDiscount d WHERE NOT EXISTS (SELECT 1 FROM BulkChanges c"
+    "  INNER JOIN BulkChangeGoods j ON j.ChangeID = c.ID WHERE c.ID = (SELECT MAX(ID) FROM BulkChanges)"
+    "  AND j.GoodCode = d.GoodCode AND j.IsLeft = 0"
+    "  AND d.CostLevel_Sell_1 = CASE WHEN c.GoodsTakenBack IS NULL THEN j.NewPrice ELSE j.Old1 END)"
+    " UNION ALL SELECT c.ID, 'lacks goods' FROM BulkChanges c WHERE c.Goods <>"
+    "  (SELECT COUNT(*) FROM BulkChangeGoods j WHERE j.ChangeID = c.ID)"
+    " UNION ALL SELECT c.ID, 'lacks its column' FROM BulkChanges c WHERE NOT EXISTS"
+    "  (SELECT 1 FROM BulkChangeFields f WHERE f.ChangeID = c.ID)"_s;
+
+/// Starts a desk, waits for its first work, kills it at a random moment within `span` microseconds.
+void KillAtWork(const QStringList &arguments, quint32 span)
+{
+    QProcess desk;
+    desk.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    desk.start(QString::fromUtf8(SAVING_DESK), arguments);
+    QVERIFY2(desk.waitForReadyRead(30000), "the desk saved nothing");
+    QThread::usleep(QRandomGenerator::global()->bounded(span));
+    desk.kill();
+    QVERIFY(desk.waitForFinished());
+    QCOMPARE(desk.exitStatus(), QProcess::CrashExit);
+}
 
 } // namespace
 
@@ -52,21 +77,37 @@ void TestDurability::killedWhileSaving()
     constexpr int Kills = 50;
     int before = 0;
     for (int kill = 0; kill < Kills; ++kill) {
-        QProcess desk;
-        desk.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        desk.start(QString::fromUtf8(SAVING_DESK), {database.Name()});
-        QVERIFY2(desk.waitForReadyRead(30000), "the desk saved nothing");
         // A save takes some milliseconds: anywhere within several of them.
-        QThread::usleep(QRandomGenerator::global()->bounded(60000U));
-        desk.kill();
-        QVERIFY(desk.waitForFinished());
-        QCOMPARE(desk.exitStatus(), QProcess::CrashExit);
-
+        KillAtWork({database.Name()}, 60000);
+        if (QTest::currentTestFailed())
+            return;
         const QStringList broken = database.Rows(Broken);
         QVERIFY2(broken.isEmpty(), qPrintable(broken.join(u'\n')));
         const int after = database.Scalar(u"SELECT COUNT(*) FROM GoodInf"_s).toInt();
         QVERIFY2(after > before, "what was saved before the kill is gone");
         before = after;
+    }
+}
+
+void TestDurability::killedWhileChangingMany()
+{
+    if (test::Database::OnServer())
+        QSKIP("about the file of the embedded database");
+    test::Database database;
+    database.Exec(u"INSERT INTO GoodGrpS (Code, Name) VALUES (1, N'گروه')"_s);
+    constexpr int Goods = 1500;
+    QStringList rows;
+    for (int code = 1; code <= Goods; ++code)
+        rows += u"(%1, 1, N'کالا')"_s.arg(code);
+    for (qsizetype first = 0; first < Goods; first += 1000)
+        database.Exec(u"INSERT INTO GoodInf (Code, GrpCode, Name) VALUES "_s + rows.mid(first, 1000).join(u','));
+    database.Exec(u"INSERT INTO GoodCostDiscount (GoodCode) SELECT Code FROM GoodInf"_s);
+    for (int kill = 0; kill < 20; ++kill) {
+        KillAtWork({database.Name(), u"prices"_s}, 400000);
+        if (QTest::currentTestFailed())
+            return;
+        const QStringList broken = database.Rows(HalfChanged);
+        QVERIFY2(broken.isEmpty(), qPrintable(QString::number(kill) + u": "_s + broken.join(u'\n').left(500)));
     }
 }
 

@@ -1,5 +1,6 @@
 // A desk that saves new goods as fast as it can, each with everything that can belong to one: prices, discounts, an
-// opening row, a category, a detail type. Prints a line once the first is saved.
+// opening row, a category, a detail type. With "prices" behind the file it changes a price of all goods instead, and
+// takes every other change back. Prints a line once the first is saved.
 
 #include "data/goods/good_dm.h"
 #include "host/data/query.h"
@@ -52,6 +53,15 @@ void saveOne(host::Host &host, TGood_DM &data, int number)
     GoodSave(host, data).Run(request);
 }
 
+void changeAll(TGood_DM &data, int number)
+{
+    const goods::BulkOrder order{u"یک بیشتر"_s, u"u (1)"_s, u"1405/01/01"_s, u"10:00:00"_s, {}};
+    data.BulkPrices_Prepare({goods::ScopeKind::All, {}}, {goods::PriceKind::Sale, 1, 3, 1, 1, 0});
+    const goods::BulkResult result = data.BulkPrices_Apply(order);
+    if (number % 2 == 1)
+        data.BulkChange_TakeBack(result.change, order);
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -64,7 +74,10 @@ int main(int argc, char *argv[])
     host::Host &host = desk;
     TGood_DM data(host.DM, host.settings, host.entities);
     for (int number = 0;; ++number) {
-        saveOne(host, data, number);
+        if (application.arguments().value(2) == u"prices"_s)
+            changeAll(data, number);
+        else
+            saveOne(host, data, number);
         if (number == 0) {
             std::puts("saved");
             std::fflush(stdout);
