@@ -90,10 +90,12 @@ void Commands::ReportPrices(const BulkResult &result, const QSet<int> &picked)
         return (fate == PriceFate::ChangedMeanwhile || fate == PriceFate::GoodGone) &&
                picked.contains(rows.FieldAt(row, u"Code").toInt());
     });
+    QList<host::GridColumn> columns = StayingColumns();
+    columns[2].caption = u"قیمت در پیش‌نمایش"_s;
     TBulk_Report_FRM report(m_host, u"تغییر قیمت کالاها"_s,
                             u"قیمت %1 تغییر کرد. %2 زیر همان‌گونه که بود ماند."_s.arg(
                                 GoodsText(result.written), GoodsText(result.left)),
-                            left, StayingColumns());
+                            left, columns);
     report.ShowModally();
 }
 
