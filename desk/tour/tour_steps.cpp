@@ -1,5 +1,6 @@
 #include "desk/tour/tour_steps.h"
 
+#include "desk/tour/bulk_steps.h"
 #include "desk/tour/detail_type_steps.h"
 #include "desk/tour/tour_script.h"
 #include "host/data/sql_text.h"
@@ -137,6 +138,7 @@ QList<TourStep> TourSteps(MainWindow &window, DeskHost &desk, const TakePicture 
     System(*script);
     DetailTypeSteps(*script);
     GoodsList(*script);
+    BulkSteps(*script);
     EditorTabs(*script);
     AddGood(*script);
     CorrectGood(*script);
