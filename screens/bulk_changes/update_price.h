@@ -5,8 +5,6 @@
 
 #include <memory>
 
-class QLabel;
-
 namespace goods {
 class Prices;
 }

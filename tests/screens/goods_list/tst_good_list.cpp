@@ -55,7 +55,8 @@ void TestGoodList::tabOrder()
     screen.Open();
     QCOMPARE(test::TabRound().join(u' '),
              u"GoodListDB_GRD SearchGroup_EDT GoodGroupDB_GRD Group_BTN Search_TBC New_BTN Edit_BTN Review_BTN Del_BTN "
-             "PrintList_BTN UpdateAssets_BTN Tags_btn ShowPicture_BTN EXit_BTN Column_CMB Text_EDT Reverse_CHK"_s);
+             "PrintList_BTN Tags_btn ShowPicture_BTN EXit_BTN UpdatePrice_BTN Discount_BTN SaveGroupGoodType_BTN "
+             "UpdateAssets_BTN Column_CMB Text_EDT Reverse_CHK"_s);
     test::Press(Qt::Key_Escape);
 }
 
