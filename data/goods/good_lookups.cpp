@@ -48,6 +48,11 @@ bool Lookups::GoodSelectedIndex_IsChecked(int code)
     return !Temp_QRY.IsEmpty() && Temp_QRY.Bool(u"DisplayType");
 }
 
+int Lookups::Good_Count()
+{
+    return host::Scalar(m_main, u"select Count(*) as Goods from GoodInf"_s).toInt();
+}
+
 void Lookups::UpdateMogodiKala(int kind)
 {
     host::Exec(m_main, u"Exec UpdateMogodiKala "_s + QString::number(kind));

@@ -29,6 +29,9 @@ public:
     /// The first 50 texts, in order, that goods have in this part of their name and that begin with `beginning`.
     QStringList Good_NameParts(NamePart part, const QString &beginning);
 
+    /// How many goods there are.
+    int Good_Count();
+
     /// Recomputes stock on hand: 255, then 254.
     void UpdateMogodiKala(int kind);
     struct Stock

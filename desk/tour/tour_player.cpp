@@ -106,6 +106,8 @@ namespace {
 
 QWidget *Target()
 {
+    if (QWidget *menu = QApplication::activePopupWidget())
+        return menu;
     QWidget *focus = QApplication::focusWidget();
     return focus ? focus : FrontWindow();
 }

@@ -1,5 +1,6 @@
 #include "desk/tour/tour_steps.h"
 
+#include "desk/tour/bulk_steps.h"
 #include "desk/tour/detail_type_steps.h"
 #include "desk/tour/label_steps.h"
 #include "desk/tour/list_command_steps.h"
@@ -176,6 +177,7 @@ QList<TourStep> TourSteps(MainWindow &window, DeskHost &desk, const TakePicture 
     LabelSteps(*script);
     ListCommandSteps(*script);
     AdvancedSearch(*script);
+    BulkSteps(*script);
     EditorTabs(*script);
     AddGood(*script);
     CorrectGood(*script);

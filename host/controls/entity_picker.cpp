@@ -3,11 +3,11 @@
 #include "host/controls/display_edit.h"
 #include "host/data/persian_text.h"
 #include "host/look/theme.h"
-#include "host/services/entity_service.h"
 
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QMenu>
 #include <QScopedValueRollback>
 #include <QToolButton>
 
@@ -51,6 +51,51 @@ void EntityPicker::SetSource(EntityService &entities, TSoftwarePart part)
     m_part = part;
 }
 
+void EntityPicker::SetItems(const QList<Entity> &items)
+{
+    m_entities = nullptr;
+    m_items = items;
+}
+
+std::optional<Entity> EntityPicker::Find(int code) const
+{
+    if (m_entities)
+        return m_entities->Find(m_part, code);
+    for (const Entity &item : m_items)
+        if (item.Code == code)
+            return item;
+    return {};
+}
+
+QList<Entity> EntityPicker::Named(const QString &text) const
+{
+    if (m_entities)
+        return m_entities->List(m_part, text);
+    QList<Entity> named;
+    for (const Entity &item : m_items)
+        if (Fold(item.Name).contains(Fold(text)))
+            named << item;
+    return named;
+}
+
+int EntityPicker::ChooseItem(const QString &text) const
+{
+    if (m_entities)
+        return m_entities->Select_GroupList(m_part, text);
+    QMenu menu(m_edit);
+    for (const Entity &item : m_items) {
+        QString name = item.Name;
+        QAction *action =
+            menu.addAction(u"%1  %2"_s.arg(PersianDigits(QString::number(item.Code)), name.replace(u'&', u"&&"_s)));
+        action->setData(item.Code);
+        if (item.Code == m_code || menu.actions().size() == 1)
+            menu.setActiveAction(action);
+    }
+    const QAction *chosen =
+        menu.exec(mapToGlobal(QPoint(m_edit->geometry().right() - menu.sizeHint().width(), height())));
+    return chosen ? chosen->data().toInt() : 0;
+}
+
 void EntityPicker::SetBoundary(Boundary run)
 {
     m_run = std::move(run);
@@ -81,15 +126,26 @@ bool EntityPicker::IsEmpty() const
 
 void EntityPicker::SetCode(int code)
 {
-    const auto found = m_entities && code != 0 ? m_entities->Find(m_part, code) : std::nullopt;
+    const auto found = code != 0 ? Find(code) : std::nullopt;
     m_code = found ? found->Code : 0;
     m_reported = m_code;
     m_name = found ? found->Name : QString();
     m_edit->setText(m_code ? QString::number(m_code) : QString());
-    m_nameLabel->setText(m_name);
-    m_nameLabel->setToolTip(m_name);
+    ShowName(m_name);
+}
+
+void EntityPicker::ShowName(const QString &name)
+{
+    m_nameLabel->setText(name);
+    m_nameLabel->setToolTip(name);
     m_nameLabel->setProperty("fault", false);
     theme::Repolish(m_nameLabel);
+}
+
+void EntityPicker::ShowInstead(const QString &text)
+{
+    Clear();
+    ShowName(text);
 }
 
 void EntityPicker::Clear()
@@ -102,10 +158,7 @@ void EntityPicker::Take(int code, const QString &name)
     m_code = code;
     m_name = name;
     m_edit->setText(code ? QString::number(code) : QString());
-    m_nameLabel->setText(name);
-    m_nameLabel->setToolTip(name);
-    m_nameLabel->setProperty("fault", false);
-    theme::Repolish(m_nameLabel);
+    ShowName(name);
     if (m_reported != code) {
         m_reported = code;
         emit Changed(code);
@@ -143,18 +196,16 @@ bool EntityPicker::Resolve(bool mayChoose)
         Take(0, {});
         return true;
     }
-    if (!m_entities)
-        return false;
     bool number = false;
     const int code = FoldDigits(typed).toInt(&number);
     if (number) {
-        const auto found = m_entities->Find(m_part, code);
+        const auto found = Find(code);
         if (!found)
             return Fail();
         Take(found->Code, found->Name);
         return true;
     }
-    const QList<Entity> named = m_entities->List(m_part, typed);
+    const QList<Entity> named = Named(typed);
     if (named.size() == 1) {
         Take(named.first().Code, named.first().Name);
         return true;
@@ -185,15 +236,15 @@ bool EntityPicker::IsReadOnly() const
 
 void EntityPicker::Choose()
 {
-    if (!m_entities || m_choosing || IsReadOnly() || !isEnabled() || (m_guard && !m_guard()))
+    if (m_choosing || IsReadOnly() || !isEnabled() || (m_guard && !m_guard()))
         return;
     int code = 0;
     {
         const QScopedValueRollback choosing(m_choosing, true);
-        code = m_entities->Select_GroupList(m_part, m_edit->text().trimmed());
+        code = ChooseItem(m_edit->text().trimmed());
     }
     if (code != 0)
-        if (const auto found = m_entities->Find(m_part, code))
+        if (const auto found = Find(code))
             Take(found->Code, found->Name);
     m_edit->setFocus();
     m_edit->selectAll();

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host/host_export.h"
-#include "host/services/types.h"
+#include "host/services/entity_service.h"
 
 #include <QWidget>
 
@@ -13,7 +13,6 @@ class QToolButton;
 namespace host {
 
 class DisplayEdit;
-class EntityService;
 
 /// Chooses one item of a code-and-name list (a unit, a store, a group): an edit for the code, a button that opens the
 /// list, the name beside them.
@@ -30,6 +29,8 @@ public:
 
     /// Tells where the items come from. `entities` outlives the picker; until it is set the picker resolves nothing.
     void SetSource(EntityService &entities, TSoftwarePart part);
+    /// Offers a short list of the screen's own instead, which opens as a menu.
+    void SetItems(const QList<Entity> &items);
     /// Runs what the picker does on a key, a click or on leaving: it catches what the source throws, shows it and
     /// returns false. What was typed stays then. A screen gives it to all its pickers when it opens.
     using Boundary = std::function<bool(const std::function<void()> &body)>;
@@ -47,6 +48,8 @@ public:
     void SetCode(int code);
     /// Emits nothing.
     void Clear();
+    /// Nothing is chosen, and `text` stands in the place of the name: what applies without a choice. Emits nothing.
+    void ShowInstead(const QString &text);
 
     /// Makes an item of what is typed. True when the edit is empty or an item was found; otherwise the typed text stays
     /// and the name says that there is none. `mayChoose` lets an ambiguous text open the list. Throws what the source
@@ -71,6 +74,10 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    std::optional<Entity> Find(int code) const;
+    QList<Entity> Named(const QString &text) const;
+    int ChooseItem(const QString &text) const;
+    void ShowName(const QString &name);
     void Take(int code, const QString &name);
     bool Fail();
     bool Run(const std::function<void()> &body);
@@ -78,6 +85,7 @@ private:
 
     EntityService *m_entities = nullptr;
     TSoftwarePart m_part = TSoftwarePart::Goods;
+    QList<Entity> m_items;
     std::function<bool()> m_guard;
     Boundary m_run;
     int m_code = 0;

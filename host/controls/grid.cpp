@@ -282,10 +282,10 @@ void Grid::ToggleCurrentMark()
     m_model->SetMarked(key, !m_model->IsMarked(key));
 }
 
-void Grid::MarkAllShown()
+void Grid::MarkAllShown(bool marked)
 {
     FetchAll();
-    m_model->MarkAllShown();
+    m_model->MarkAllShown(marked);
 }
 
 void Grid::ClearMarks()

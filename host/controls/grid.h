@@ -94,7 +94,8 @@ public:
     bool IsMarked(const QString &key) const;
     void SetMarked(const QString &key, bool marked);
     void ToggleCurrentMark();
-    void MarkAllShown();
+    /// Marks every shown row, or takes their marks off.
+    void MarkAllShown(bool marked = true);
     void ClearMarks();
     /// Keys of all shown rows, in their order; fetches what is left first.
     QStringList ShownKeys();

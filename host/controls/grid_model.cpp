@@ -330,15 +330,21 @@ void GridModel::ClearMarks()
     RefreshMarks();
 }
 
-void GridModel::MarkAllShown()
+void GridModel::MarkAllShown(bool marked)
 {
     for (int row = 0; row < rowCount(); ++row) {
         const QString key = Key(row);
-        if (!key.isEmpty() && !m_markedSet.contains(key)) {
+        if (key.isEmpty() || m_markedSet.contains(key) == marked)
+            continue;
+        if (marked) {
             m_marked << key;
             m_markedSet.insert(key);
+        } else {
+            m_markedSet.remove(key);
         }
     }
+    if (!marked)
+        m_marked.removeIf([this](const QString &key) { return !m_markedSet.contains(key); });
     RefreshMarks();
 }
 

@@ -62,7 +62,7 @@ public:
     bool IsMarked(const QString &key) const { return m_markedSet.contains(key); }
     void SetMarked(const QString &key, bool marked);
     void ClearMarks();
-    void MarkAllShown();
+    void MarkAllShown(bool marked);
 
     std::function<QColor(int)> rowColor;
 

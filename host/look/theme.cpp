@@ -40,6 +40,7 @@ QPushButton:pressed { background: @line; }
 QPushButton:focus { border: 2px solid @accent; padding: 2px 11px; }
 QPushButton:checked { background: @accentsoft; border-color: @accent; color: @accentdark; }
 QPushButton:disabled { color: @disabled; background: @ground; border-color: @line; }
+QPushButton::menu-indicator { subcontrol-origin: padding; subcontrol-position: center right; right: 4px; }
 QPushButton[primary="true"] { background: @accent; border-color: @accent; color: white; }
 QPushButton[primary="true"]:hover { background: @accentdark; }
 QPushButton[primary="true"]:focus { border: 2px solid @ink; }

@@ -8,7 +8,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int Rates = 4;
 /// Pixels; longer titles are cut, and whole in the tool tip.
 constexpr int WidestCaption = 150;
 
@@ -36,11 +35,9 @@ DiscountPage::~DiscountPage() = default;
 
 void DiscountPage::SetTitles(const QStringList &titles)
 {
-    m_captions.clear();
-    for (int number = 1; number <= Rates; ++number) {
-        const QString title = titles.value(number - 1).trimmed();
-        const QString caption = title.isEmpty() ? u"تخفیف نوع %1"_s.arg(number) : title;
-        m_captions << caption;
+    m_captions = DiscountSide::Captions(titles, u"تخفیف نوع %1"_s);
+    for (int number = 1; number <= m_captions.size(); ++number) {
+        const QString &caption = m_captions.at(number - 1);
         for (const QString &side : {u"Sell"_s, u"Buy"_s}) {
             auto *label = findChild<QLabel *>(u"Discount_%1_%2_LBL"_s.arg(side).arg(number));
             label->setTextFormat(Qt::PlainText);
@@ -102,11 +99,7 @@ void DiscountPage::ZeroWhenEmpty()
 
 host::Refused DiscountPage::CheckRates() const
 {
-    if (host::Refused refused = m_buy->CheckRates(m_captions))
-        return refused;
-    const QString fourth = m_captions.constLast();
-    // Users know the refusal of any sale rate by the name of the fourth.
-    return m_sell->CheckRates({fourth, fourth, fourth, fourth});
+    return DiscountSide::CheckRates(*m_sell, *m_buy, m_captions);
 }
 
 host::Refused DiscountPage::CheckDefaults() const

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "data/goods/good_records.h"
-#include "screens/good_editor/discount_side.h"
 #include "screens/good_editor/levy_choice.h"
+#include "screens/shared/discount_side.h"
 
 #include <QWidget>
 

@@ -27,7 +27,8 @@ constexpr int FollowMilliseconds = 120;
 
 TGood_List_FRM::TGood_List_FRM(host::Host &host, TFormMode mode, const QString &openingText)
     : TBaseDock_FRM(host, host::TSoftwarePart::Goods, mode), m_ui(std::make_unique<Ui::TGood_List_FRM>()),
-      m_goods(host.DM, host.settings, host.entities), m_list(host.DM.FDConnection1, this), m_removal(host, m_goods)
+      m_goods(host.DM, host.settings, host.entities), m_list(host.DM.FDConnection1, this), m_removal(host, m_goods),
+      m_bulk(host, m_goods, *this)
 {
     m_ui->setupUi(Content());
     AdoptFooter(m_ui->Footer_PNL);
@@ -223,6 +224,7 @@ void TGood_List_FRM::FormShow()
     const bool stock = m_host.settings.SettingRecord().StockOnGoodsList;
     m_ui->TabSearch_FRAME->setVisible(stock);
     m_ui->UpdateAssets_BTN->setVisible(stock);
+    m_ui->UpdateGoodDetailTypes_BTN->setVisible(m_host.settings.SettingRecord().GoodDetails);
     ShowPriceTitles();
     LoadTags();
     OpenGroups();

@@ -5,6 +5,7 @@
 #include "host/controls/grid.h"
 #include "host/screens/base_dock.h"
 #include "host/screens/search_manager.h"
+#include "screens/bulk_changes/bulk_commands.h"
 #include "screens/goods_list/good_removal.h"
 #include "screens/goods_list/good_tags.h"
 
@@ -14,6 +15,7 @@
 #include <optional>
 
 class QLabel;
+class QMenu;
 class TGood_Get_FRM;
 class Tgoodlist_search_Frm;
 
@@ -128,6 +130,16 @@ private:
     void EditGroups(const std::function<bool()> &change);
     TGood_Get_FRM &Editor();
 
+    // The changes of many goods.
+    using BulkChange = bool (bulk_changes::Commands::*)(const goods::GoodsScope &);
+    /// Gives a button a menu of the goods that its change may be for.
+    void BindScopes(QPushButton *button, const QString &menuName, const QList<goods::ScopeKind> &scopes,
+                    BulkChange change);
+    void ShowScopeCounts(const QMenu &menu);
+    QStringList KeysOf(goods::ScopeKind kind);
+    void ChangeMany(goods::ScopeKind kind, BulkChange change);
+    void ShowLastChanges();
+
     // The panels that follow the current good.
     void FollowCurrent();
     void ShowPanels();
@@ -140,6 +152,7 @@ private:
     TGood_DM m_goods;
     host::TVelakSearchManager m_list;
     goods_list::GoodRemoval m_removal;
+    bulk_changes::Commands m_bulk;
     std::unique_ptr<TGood_Get_FRM> m_editor;
     std::unique_ptr<Tgoodlist_search_Frm> m_search;
     QString m_advancedParams; ///< of the advanced search, empty without criteria

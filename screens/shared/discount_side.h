@@ -19,7 +19,10 @@ public:
     /// The controls belong to the page.
     DiscountSide(const Edits &edits, QComboBox *defaultRate);
 
-    /// What the four rates are called where the default is chosen.
+    /// What the four rates are called: the titles of their levels, or for a level without one `fallback` with its
+    /// number for %1.
+    static QStringList Captions(const QStringList &titles, const QString &fallback);
+    /// The rates by these names where the default is chosen.
     void SetCaptions(const QStringList &captions);
 
     /// `defaultNumber` 1 to 4; anything else chooses nothing.
@@ -28,11 +31,13 @@ public:
     int DefaultNumber() const;
 
     void ZeroWhenEmpty();
-    /// `captions`: what the message calls each rate.
-    host::Refused CheckRates(const QStringList &captions) const;
+    /// Rates outside 0 … 100, those of purchases before those of sales; disabled ones do not count.
+    static host::Refused CheckRates(const DiscountSide &sell, const DiscountSide &buy, const QStringList &captions);
     host::Refused CheckDefault(const QString &caption) const;
 
 private:
+    host::Refused CheckRates(const QStringList &captions) const;
+
     Edits m_edits;
     QComboBox *m_default;
 };

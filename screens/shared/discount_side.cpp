@@ -1,4 +1,4 @@
-#include "screens/good_editor/discount_side.h"
+#include "screens/shared/discount_side.h"
 
 #include <QComboBox>
 
@@ -8,6 +8,16 @@ DiscountSide::DiscountSide(const Edits &edits, QComboBox *defaultRate) : m_edits
 {
     for (size_t number = 1; number <= m_edits.size(); ++number)
         m_default->addItem(QString());
+}
+
+QStringList DiscountSide::Captions(const QStringList &titles, const QString &fallback)
+{
+    QStringList captions;
+    for (int i = 0; i < static_cast<int>(Edits().size()); ++i) {
+        const QString title = titles.value(i).trimmed();
+        captions << (title.isEmpty() ? fallback.arg(i + 1) : title);
+    }
+    return captions;
 }
 
 void DiscountSide::SetCaptions(const QStringList &captions)
@@ -53,6 +63,15 @@ host::Refused DiscountSide::CheckRates(const QStringList &captions) const
                                              host::MessageService &messages) { messages.MsgPercent(caption); }};
     }
     return {};
+}
+
+host::Refused DiscountSide::CheckRates(const DiscountSide &sell, const DiscountSide &buy, const QStringList &captions)
+{
+    if (host::Refused refused = buy.CheckRates(captions))
+        return refused;
+    const QString &fourth = captions.constLast();
+    // Users know the refusal of any sale rate by the name of the fourth.
+    return sell.CheckRates({fourth, fourth, fourth, fourth});
 }
 
 host::Refused DiscountSide::CheckDefault(const QString &caption) const

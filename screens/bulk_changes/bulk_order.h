@@ -1,0 +1,39 @@
+#pragma once
+
+#include "data/goods/good_bulk_records.h"
+
+#include <QProgressDialog>
+
+namespace host {
+struct Host;
+}
+
+namespace bulk_changes {
+
+/// The window of a change of many goods that takes longer than half a second. Given up, nothing is written.
+class ProgressWindow
+{
+public:
+    ProgressWindow(const QString &title, QWidget *parent);
+
+    /// Valid as long as the window lives.
+    goods::BulkProgress Callback();
+
+private:
+    QProgressDialog m_window;
+};
+
+/// What is asked by the signed-in user now.
+goods::BulkOrder Order(const host::Host &host, const QString &title, const goods::BulkProgress &progress);
+
+// How the screens name things to the user.
+
+/// "۳ کالا"
+QString GoodsText(int goods);
+/// As the menus of the list name it.
+QString ScopeText(goods::ScopeKind kind);
+QString KindText(goods::BulkKind kind);
+/// Why the price of a good stays as it is; empty for one that changes.
+QString FateText(goods::PriceFate fate);
+
+} // namespace bulk_changes

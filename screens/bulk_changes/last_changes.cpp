@@ -1,0 +1,263 @@
+#include "screens/bulk_changes/last_changes.h"
+
+#include "host/controls/number_text.h"
+#include "host/data/persian_text.h"
+#include "screens/bulk_changes/bulk_order.h"
+#include "screens/bulk_changes/bulk_report.h"
+#include "ui_last_changes.h"
+
+#include <QPushButton>
+
+using namespace Qt::StringLiterals;
+
+using bulk_changes::ComputedRows;
+using bulk_changes::GoodsText;
+using goods::BulkKind;
+using goods::BulkResult;
+using host::ColumnFormat;
+using host::GridColumn;
+
+namespace {
+
+constexpr int FollowMilliseconds = 120;
+constexpr int FlashMilliseconds = 2000;
+
+/// Percents as they are read; the titles of types as they are.
+QString ShownValues(const QString &values, BulkKind kind)
+{
+    if (kind != BulkKind::Discounts)
+        return values;
+    QStringList shown;
+    for (const QString &value : values.split(u" / "_s))
+        shown << host::DisplayNumber(host::TrimDecimal(value));
+    return shown.join(u" / "_s);
+}
+
+/// A change of prices has numbers, the others texts.
+QList<GridColumn> GoodColumns(BulkKind kind)
+{
+    QList<GridColumn> columns{{u"Code"_s, u"کد"_s, 80, false, ColumnFormat::Code},
+                              {u"Name"_s, u"نام کامل کالا"_s, 370, false, ColumnFormat::Text},
+                              {u"OldPrice"_s, u"قیمت پیشین"_s, 130, false, ColumnFormat::Price, false},
+                              {u"NewPrice"_s, u"قیمت جدید"_s, 130, false, ColumnFormat::Price, false},
+                              {u"Before"_s, u"پیش از تغییر"_s, 200, false, ColumnFormat::Text, false},
+                              {u"After"_s, u"پس از تغییر"_s, 200, false, ColumnFormat::Text, false},
+                              {u"Stayed"_s, u"برگرداندن"_s, 180, false, ColumnFormat::Text}};
+    columns.removeIf([kind](const GridColumn &column) {
+        return (kind == BulkKind::Prices ? QStringList{u"Before"_s, u"After"_s}
+                                         : QStringList{u"OldPrice"_s, u"NewPrice"_s})
+            .contains(column.field);
+    });
+    return columns;
+}
+
+QList<GridColumn> ChangeColumns()
+{
+    return {{u"ChangedDate"_s, u"تاریخ"_s, 90, false, ColumnFormat::Date},
+            {u"ChangedTime"_s, u"ساعت"_s, 74, false, ColumnFormat::Date},
+            {u"UserChanged"_s, u"کاربر"_s, 120, false, ColumnFormat::Text},
+            {u"KindText"_s, u"موضوع"_s, 110, false, ColumnFormat::Text},
+            {u"Title"_s, u"شرح تغییر"_s, 241, false, ColumnFormat::Text},
+            {u"ScopeText"_s, u"محدوده"_s, 184, false, ColumnFormat::Text},
+            {u"Goods"_s, u"تعداد کالا"_s, 76, false, ColumnFormat::Quantity},
+            {u"State"_s, u"وضعیت"_s, 180, false, ColumnFormat::Text}};
+}
+
+} // namespace
+
+TBulk_Changes_FRM::TBulk_Changes_FRM(host::Host &host, goods::BulkJournal &changes)
+    : TBaseDock_FRM(host, host::TSoftwarePart::Goods, host::TFormMode::Review),
+      m_ui(std::make_unique<Ui::TBulk_Changes_FRM>()), m_changes(changes),
+      m_rows(changes.BulkChanges_QRY, ChangeFields()), m_goods(changes.BulkGoods_QRY, GoodFields())
+{
+    m_ui->setupUi(Content());
+    SetTitle(u"آخرین تغییرات گروهی کالاها"_s);
+    resize(1100, 680);
+    m_takeBack = AddFooterCommand(u"TakeBack_BTN"_s, u"برگرداندن به حالت پیشین F8"_s);
+    Bind(m_takeBack, Qt::Key_F8, [this] { TakeBack(); });
+    Bind(AddFooterCommand(u"PrintList_BTN"_s, u"پیش نمایش ليست F9"_s), Qt::Key_F9, [this] { PreviewGrid(); });
+    Bind(AddFooterButton(u"EXit_BTN"_s, u"خروج Esc"_s), {}, [this] { reject(); });
+    BuildGrids();
+}
+
+TBulk_Changes_FRM::~TBulk_Changes_FRM()
+{
+    m_ui->Changes_GRD->SetSource(nullptr);
+    m_ui->Goods_GRD->SetSource(nullptr);
+}
+
+void TBulk_Changes_FRM::BuildGrids()
+{
+    m_ui->Changes_GRD->SetColumns(ChangeColumns());
+    m_ui->Goods_GRD->SetSortable(true);
+    m_ui->Goods_GRD->SetColumns(GoodColumns(BulkKind::Prices));
+    m_ui->TGeneral_Search_Frame1->SetGrid(m_ui->Goods_GRD);
+    RememberLayout(m_ui->Changes_GRD);
+    m_follow.setSingleShot(true);
+    m_follow.setInterval(FollowMilliseconds);
+    connect(&m_follow, &QTimer::timeout, this, [this] { Command(Title(), [this] { ShowGoods(); }); });
+    connect(m_ui->Changes_GRD, &host::Grid::CurrentKeyChanged, this, &TBulk_Changes_FRM::FollowCurrent);
+    connect(m_ui->Changes_GRD, &host::Grid::RowActivated, this, [this] { m_ui->Goods_GRD->setFocus(); });
+}
+
+QList<ComputedRows::Column> TBulk_Changes_FRM::ChangeFields() const
+{
+    const host::Dataset &rows = m_changes.BulkChanges_QRY;
+    const auto number = [&rows](int row, QStringView field) { return rows.FieldAt(row, field).toInt(); };
+    const auto state = [&rows, number](int row) -> QVariant {
+        if (!rows.FieldAt(row, u"TakenBack").toBool())
+            return {};
+        QString text = u"برگردانده شد"_s;
+        if (const int left = number(row, u"GoodsLeft"); left > 0)
+            text += u"، به جز "_s + GoodsText(left);
+        return text + u" ("_s + host::PersianDigits(rows.FieldAt(row, u"TakenBackDate").toString()) + u')';
+    };
+    return {
+        {u"KindText"_s,
+         [number](int row) { return bulk_changes::KindText(static_cast<BulkKind>(number(row, u"Kind"))); }},
+        {u"ScopeText"_s,
+         [number](int row) { return bulk_changes::ScopeText(static_cast<goods::ScopeKind>(number(row, u"Scope"))); }},
+        {u"State"_s, state},
+    };
+}
+
+QList<ComputedRows::Column> TBulk_Changes_FRM::GoodFields() const
+{
+    const auto values = [this](const char16_t *field) {
+        return [this, field](int row) {
+            return ShownValues(m_changes.BulkGoods_QRY.FieldAt(row, field).toString(), Kind());
+        };
+    };
+    const auto stayed = [this](int row) {
+        return m_changes.BulkGoods_QRY.FieldAt(row, u"Left").toBool() ? u"پس از آن تغییر کرده"_s : QString();
+    };
+    return {{u"Before"_s, values(u"OldText")}, {u"After"_s, values(u"NewText")}, {u"Stayed"_s, stayed}};
+}
+
+void TBulk_Changes_FRM::FormShow()
+{
+    m_wrote = false;
+    m_changes.BulkChanges_GetAll();
+    m_ui->Changes_GRD->SetSource(&m_rows, u"ID"_s);
+    m_ui->Goods_GRD->SetSource(&m_goods);
+    ShowGoods();
+}
+
+void TBulk_Changes_FRM::FormShown()
+{
+    m_ui->Changes_GRD->setFocus();
+}
+
+void TBulk_Changes_FRM::FormClose()
+{
+    m_follow.stop();
+    m_ui->TGeneral_Search_Frame1->Clear();
+}
+
+bool TBulk_Changes_FRM::FormKeyDown(QKeyEvent *event)
+{
+    return GoOnByEnter(event) || TBaseDock_FRM::FormKeyDown(event);
+}
+
+host::Grid *TBulk_Changes_FRM::PrintedGrid() const
+{
+    return m_ui->Goods_GRD;
+}
+
+host::SearchFrame *TBulk_Changes_FRM::ListSearch() const
+{
+    return m_ui->TGeneral_Search_Frame1;
+}
+
+BulkKind TBulk_Changes_FRM::Kind() const
+{
+    return static_cast<BulkKind>(m_ui->Changes_GRD->CurrentValue(u"Kind"_s).toInt());
+}
+
+int TBulk_Changes_FRM::Change() const
+{
+    return m_ui->Changes_GRD->CurrentKey().toInt();
+}
+
+void TBulk_Changes_FRM::FollowCurrent()
+{
+    m_takeBack->setEnabled(Change() != 0 && !m_ui->Changes_GRD->CurrentValue(u"TakenBack"_s).toBool());
+    m_follow.start();
+}
+
+void TBulk_Changes_FRM::ShowGoods()
+{
+    m_follow.stop();
+    m_takeBack->setEnabled(Change() != 0 && !m_ui->Changes_GRD->CurrentValue(u"TakenBack"_s).toBool());
+    m_changes.BulkGoods_GetAll(Change());
+    const QList<GridColumn> columns = GoodColumns(Kind());
+    if (columns.at(2).field == m_ui->Goods_GRD->Columns().at(2).field)
+        return;
+    m_ui->Goods_GRD->SetColumns(columns);
+    m_ui->TGeneral_Search_Frame1->SetColumns(columns);
+}
+
+bool TBulk_Changes_FRM::MayTakeBack(int change)
+{
+    if (!host::Granted(m_host, SoftwarePart(), host::TPermission::Change))
+        return false;
+    const goods::BulkForecast forecast = m_changes.BulkChange_Forecast(change);
+    if (forecast.changing == 0) {
+        m_host.messages.ShowMessage(
+            u"همه‌ی کالاهای این تغییر پس از آن دوباره تغییر کرده یا حذف شده‌اند و چیزی برای برگرداندن نمانده است."_s,
+            host::MessageIcon::Information, Title());
+        return false;
+    }
+    QString question =
+        u"مقدار پیشین %1 برگردانده می‌شود."_s.arg(GoodsText(forecast.changing));
+    if (forecast.same > 0)
+        question +=
+            u"\n%1 که پس از آن تغییر کرده همان‌گونه که هست می‌ماند."_s.arg(
+                GoodsText(forecast.same));
+    if (forecast.gone > 0)
+        question += u"\n%1 حذف شده است."_s.arg(GoodsText(forecast.gone));
+    return m_host.messages.Ask(question + u"\nآیا ادامه می‌دهید؟"_s, false);
+}
+
+void TBulk_Changes_FRM::TakeBack()
+{
+    const int change = Change();
+    if (!MayTakeBack(change))
+        return;
+    BulkResult result;
+    {
+        bulk_changes::ProgressWindow progress(Title(), this);
+        result = m_changes.BulkChange_TakeBack(change, bulk_changes::Order(m_host, {}, progress.Callback()));
+    }
+    if (result.outcome == BulkResult::Outcome::Cancelled)
+        return;
+    if (result.outcome == BulkResult::Outcome::Refused) {
+        m_host.messages.ShowMessage(u"این تغییر را کاربر دیگری پیش از این برگردانده است."_s, host::MessageIcon::Warning,
+                                    Title());
+    } else {
+        m_wrote = true;
+        if (m_host.scales.Enabled())
+            m_changes.BulkChange_SendToScales(change);
+    }
+    const host::Grid::Place place = m_ui->Changes_GRD->CurrentPlace();
+    m_changes.BulkChanges_GetAll();
+    m_ui->Changes_GRD->ReturnTo(place);
+    if (result.outcome == BulkResult::Outcome::Done)
+        ShowLeft(change, result);
+    ShowGoods();
+}
+
+void TBulk_Changes_FRM::ShowLeft(int change, const BulkResult &result)
+{
+    if (result.left == 0) {
+        m_host.messages.ShowFlashMessage(u"عملیات با موفقیت انجام شد"_s, FlashMilliseconds);
+        return;
+    }
+    m_changes.BulkGoods_GetLeft(change);
+    TBulk_Report_FRM report(
+        m_host, u"برگرداندن تغییر گروهی"_s,
+        u"مقدار پیشین %1 برگردانده شد. %2 زیر پس از آن تغییر کرده و همان‌گونه که هست ماند."_s
+            .arg(GoodsText(result.written), GoodsText(result.left)),
+        m_goods, GoodColumns(Kind()).mid(0, 4));
+    report.ShowModally();
+}
