@@ -155,14 +155,15 @@ void TestGoodBulk::newPrices()
     };
     // Of the same day the later movement is the last; a return, a gift and another kind of document are no price.
     m_database->Exec(u"insert into Kardex (Kala, Anbar, OperationType, OperationCode, [Date], Amount1, Cost) values "
-                   "(501, 1, 1, 1, '1405/02/01', 1, 50), (501, 1, 1, 2, '1405/03/01', 1, 20), (501, 1, 1, 3, "
-                   "'1405/03/01', 1, 30), (501, 1, 1, 4, '1405/04/01', -1, 60), (501, 1, 1, 5, '1405/04/01', 1, 0), "
-                   "(501, 1, 9, 6, '1405/05/01', 1, 99), (501, 1, 2, 7, '1405/01/01', -1, 140), (502, 1, 1, 8, "
-                   "'1405/06/01', 1, 77)"_s);
+                     "(501, 1, 1, 1, '1405/02/01', 1, 50), (501, 1, 1, 2, '1405/03/01', 1, 20), (501, 1, 1, 3, "
+                     "'1405/03/01', 1, 30), (501, 1, 1, 4, '1405/04/01', -1, 60), (501, 1, 1, 5, '1405/04/01', 1, 0), "
+                     "(501, 1, 9, 6, '1405/05/01', 1, 99), (501, 1, 2, 7, '1405/01/01', -1, 140), (502, 1, 1, 8, "
+                     "'1405/06/01', 1, 77)"_s);
     for (const auto &row : rows) {
-        m_database->Exec(u"update GoodCostDiscount set CostLevel_Sell_10 = %1, CostLevel_Buy_10 = %1, CostLevel_Buy_3 = "
-                       "40, CostLevel_Sell_4 = 1900 where GoodCode = 501 update GoodInf set ConsumerPrice = %1 where "
-                       "Code = 501"_s.arg(row.before));
+        m_database->Exec(
+            u"update GoodCostDiscount set CostLevel_Sell_10 = %1, CostLevel_Buy_10 = %1, CostLevel_Buy_3 = "
+            "40, CostLevel_Sell_4 = 1900 where GoodCode = 501 update GoodInf set ConsumerPrice = %1 where "
+            "Code = 501"_s.arg(row.before));
         const int level = row.kind == PriceKind::Consumer ? NoPriceLevel : 10;
         const PriceInstruction asked{row.kind, level, row.option, row.value, row.direction, row.rounding};
         QVERIFY(m_desk->goods.BulkPrices_Prepare({ScopeKind::Marked, {501}}, asked));
@@ -172,7 +173,7 @@ void TestGoodBulk::newPrices()
     // Neither movements nor a price of a default level.
     for (const int source : {0, 1}) {
         m_desk->goods.BulkPrices_Prepare({ScopeKind::Marked, {503, 504}},
-                                       {PriceKind::Sale, 1, 1, host::Quantity(source), 0, 0});
+                                         {PriceKind::Sale, 1, 1, host::Quantity(source), 0, 0});
         QCOMPARE(m_desk->goods.BulkPrices_Totals().goods[static_cast<size_t>(PriceFate::NoSource)], 2);
     }
 }
@@ -229,7 +230,7 @@ void TestGoodBulk::writesWhatWasPreviewed()
     TGood_DM &goods = m_desk->goods;
     for (int code = 505; code <= 508; ++code)
         m_database->Exec(u"insert into GoodInf (Code, GrpCode, Name) values (%1, 5, N'د') insert into GoodCostDiscount "
-                       "(GoodCode, CostLevel_Sell_2) values (%1, 3000)"_s.arg(code));
+                         "(GoodCode, CostLevel_Sell_2) values (%1, 3000)"_s.arg(code));
     goods.BulkPrices_Prepare(Everything, {PriceKind::Sale, 2, 3, 500, 1, 0});
     PriceTotals totals = goods.BulkPrices_Totals();
     QCOMPARE(totals.picked, 8);

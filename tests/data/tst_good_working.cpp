@@ -49,8 +49,8 @@ void TestGoodWorking::pricesOfANewGood()
                   "from tmpCostList where Type = 3 and TypeCode = 501 group by Status order by Status"_s),
              QStringList({u"0|10|10|0|0"_s, u"1|10|10|0|0"_s}));
     // Levels are shown by their numbers, in whatever order the database gives the rows.
-    database->Exec(u"delete from tmpCostList where Status = 0 and CostLevelCode = 1; insert into tmpCostList (Type, "
-                   "Status, TypeCode, CostLevelCode, Cost, [Default]) values (3, 0, 501, 1, 0, 0)"_s);
+    m_database->Exec(u"delete from tmpCostList where Status = 0 and CostLevelCode = 1; insert into tmpCostList (Type, "
+                     "Status, TypeCode, CostLevelCode, Cost, [Default]) values (3, 0, 501, 1, 0, 0)"_s);
     goods.CostLevel_Sell_GetAll(501);
     goods.CostLevel_Buy_GetAll(501);
     QVERIFY(goods.CostLevel_Sell_NotSelect(4));
