@@ -105,20 +105,20 @@ template <void (*give)(const Call &, const TypedSum &)> void GiveTyped(sqlite3_c
     }
 }
 
-void giveDecimalAverage(const Call &call, const TypedSum &typed)
+void GiveDecimalAverage(const Call &call, const TypedSum &typed)
 {
     const int scale = std::max(typed.type, 6);
     call.Give(Divide({typed.sum.Total(), typed.type}, Decimal::FromInt(typed.sum.count), Decimal::MaxPrecision, scale));
 }
 
-void giveIntegerSum(const Call &call, const TypedSum &typed)
+void GiveIntegerSum(const Call &call, const TypedSum &typed)
 {
     const Decimal::Int total = typed.sum.Total();
     const auto whole = qint64(total);
     call.Give(whole == total ? FitInteger(whole, Kind(typed.type)) : IntegerFromDecimal({total, 0}, Kind(typed.type)));
 }
 
-void giveIntegerAverage(const Call &call, const TypedSum &typed)
+void GiveIntegerAverage(const Call &call, const TypedSum &typed)
 {
     call.Give(qint64(typed.sum.Total() / typed.sum.count));
 }
@@ -211,9 +211,9 @@ void AddAggregate(sqlite3 *db, const char *name, int args, Step step)
 void AddAggregates(sqlite3 *db)
 {
     AddWindow(db, "dec_sum", 1, AddTerm<1>, AddTerm<-1>, GiveSum);
-    AddWindow(db, "dec_avg", 2, AddTypedTerm<1>, AddTypedTerm<-1>, GiveTyped<giveDecimalAverage>);
-    AddWindow(db, "int_sum", 2, AddTypedTerm<1>, AddTypedTerm<-1>, GiveTyped<giveIntegerSum>);
-    AddWindow(db, "int_avg", 1, AddTypedTerm<1>, AddTypedTerm<-1>, GiveTyped<giveIntegerAverage>);
+    AddWindow(db, "dec_avg", 2, AddTypedTerm<1>, AddTypedTerm<-1>, GiveTyped<GiveDecimalAverage>);
+    AddWindow(db, "int_sum", 2, AddTypedTerm<1>, AddTypedTerm<-1>, GiveTyped<GiveIntegerSum>);
+    AddWindow(db, "int_avg", 1, AddTypedTerm<1>, AddTypedTerm<-1>, GiveTyped<GiveIntegerAverage>);
     AddAggregate(db, "tsql_xml_agg", 1, AddXmlPiece);
     AddAggregate(db, "tsql_string_agg", 2, AddPiece);
 }
