@@ -4,6 +4,8 @@
 #include "host/services/barcode_service.h"
 #include "host/services/category_service.h"
 #include "host/services/clock_service.h"
+#include "host/services/detail_movement_service.h"
+#include "host/services/detail_value_service.h"
 #include "host/services/entity_service.h"
 #include "host/services/finance_service.h"
 #include "host/services/good_detail_service.h"
@@ -13,6 +15,7 @@
 #include "host/services/permission_service.h"
 #include "host/services/photo_gallery_service.h"
 #include "host/services/scale_service.h"
+#include "host/services/serial_batch_service.h"
 #include "host/services/settings_service.h"
 #include "host/services/stock_service.h"
 #include "host/services/theme_service.h"
@@ -46,6 +49,9 @@ struct Host
     VoucherService &vouchers;
     StockService &stock;
     GoodDetailService &goodDetails;
+    DetailValueService &detailValues;
+    DetailMovementService &detailMovements;
+    SerialBatchService &serialBatches;
     PhotoGalleryService &photos;
     CategoryService &categories;
     ScaleService &scales;

@@ -1,11 +1,14 @@
 #pragma once
 
 #include "desk/application/connections.h"
+#include "desk/services/detail_movements.h"
+#include "desk/services/detail_values.h"
 #include "desk/services/entities.h"
 #include "desk/services/good_details.h"
 #include "desk/services/messages.h"
 #include "desk/services/permissions.h"
 #include "desk/services/photos.h"
+#include "desk/services/serial_batches.h"
 #include "desk/services/settings.h"
 #include "desk/services/small_services.h"
 #include "desk/services/stock.h"
@@ -35,6 +38,10 @@ struct DeskHost
     Entities entities;
     Vouchers vouchers;
     GoodDetails goodDetails;
+    DetailDesk detailDesk;
+    DetailValues detailValues;
+    DetailMovements detailMovements;
+    SerialBatches serialBatches;
     PhotoStore photos;
     CategoryTree categories;
     Scales scales;
