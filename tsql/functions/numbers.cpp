@@ -59,7 +59,7 @@ void DecToBit(Call &call)
 
 template <Decimal (*operation)(const Decimal &, const Decimal &, int, int)> void DecBinary(Call &call)
 {
-    call.Give(Remainder(call.DecimalAt(0, call.Number(1)), call.DecimalAt(2, call.Number(3)), call.Number(4),
+    call.Give(operation(call.DecimalAt(0, call.Number(1)), call.DecimalAt(2, call.Number(3)), call.Number(4),
                         call.Number(5)));
 }
 
