@@ -1,6 +1,7 @@
 // Measures what users wait for, on a shop of 100,000 goods, beside SQLite's C API doing the same work on the same file.
 // See --help.
 
+#include "bench/details.h"
 #include "bench/engine.h"
 #include "bench/floor.h"
 #include "bench/options.h"
@@ -287,6 +288,7 @@ std::vector<bench::RoundTrips> MeasureShop(Report &report, int goods)
     LookUp(report, shop, floor);
     UseList(report, shop, floor);
     Edit(report, shop, scratch);
+    bench::MeasureDetails(report, shop);
     return bench::WatchRoundTrips(shop, SomeGood(shop));
 }
 

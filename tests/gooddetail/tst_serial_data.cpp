@@ -272,6 +272,7 @@ void TestSerialData::keepsAndReopensLines()
     QCOMPARE(movements.ReturnedDetailValues(sale).size(), 2);
     QVERIFY(movements.Returnable(Desk::Line(4, 2, 1, 1, 1), 2).Amount1 == 0);
     QVERIFY(movements.Returnable(back, 2).Amount1 == 1);
+    QCOMPARE(desk.Delete(back), QStringList());
     QVERIFY(!movements.ChangeStore(buy, 2)); // the entry of what was sold from store 1
     QCOMPARE(desk.Save(buy).size(), 2);
     movements.GoodDetailsOperation_Discard(1, 1);
