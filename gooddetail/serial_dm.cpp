@@ -68,6 +68,23 @@ QString TSerial_DM::GetGoodDetailDivisionComment(int divisionCode)
     return comment;
 }
 
+bool TSerial_DM::GoodDetailDivision_Fill(int divisionCode, TGoodDetailDivision_Rec &header)
+{
+    constexpr auto Exit = static_cast<quint8>(host::TOperationType::DivisionExit);
+    tmp_QRY.Open(u"SELECT * FROM GoodDetailDivision gdd WHERE gdd.Code = "_s + QString::number(divisionCode));
+    if (tmp_QRY.IsEmpty())
+        return false;
+    header = {tmp_QRY.Int(u"Code"), tmp_QRY.Text(u"Date"), tmp_QRY.Text(u"Comment")};
+    tmp_QRY.Close();
+    host::DetailDivisionService &divisions = m_host.detailDivisions;
+    divisions.CreateGoodDetailDivisionDetailTempTable();
+    divisions.CreateGoodDetailDivisionDetailItemsTempTable();
+    divisions.GoodDetailDivisionDetailTempInsert_Rows(divisionCode);
+    divisions.GoodDetailDivisionDetailItemsTempInsert_Rows(divisionCode);
+    m_host.detailMovements.ExitGoodDetails_Edit(Exit, divisionCode);
+    return true;
+}
+
 void TSerial_DM::GoodDetailDivision_GetAll()
 {
     GoodDetailDivision_QRY.Open(u"exec GoodDetail_Select_GoodDetailDivision"_s);

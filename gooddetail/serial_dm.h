@@ -92,6 +92,9 @@ public:
 
     int GetGoodDetailDivisionCode();
     QString GetGoodDetailDivisionComment(int divisionCode);
+    /// Reads a saved division into its working tables, which are made, and what it took into the exit working rows.
+    /// False, with nothing done, when there is no such division.
+    bool GoodDetailDivision_Fill(int divisionCode, TGoodDetailDivision_Rec &header);
     /// Opens `GoodDetailDivision_QRY`.
     void GoodDetailDivision_GetAll();
 

@@ -4,6 +4,7 @@
 #include "host/services/barcode_service.h"
 #include "host/services/category_service.h"
 #include "host/services/clock_service.h"
+#include "host/services/detail_division_service.h"
 #include "host/services/detail_movement_service.h"
 #include "host/services/detail_value_service.h"
 #include "host/services/entity_service.h"
@@ -52,6 +53,7 @@ struct Host
     DetailValueService &detailValues;
     DetailMovementService &detailMovements;
     SerialBatchService &serialBatches;
+    DetailDivisionService &detailDivisions;
     PhotoGalleryService &photos;
     CategoryService &categories;
     ScaleService &scales;

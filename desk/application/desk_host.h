@@ -1,6 +1,7 @@
 #pragma once
 
 #include "desk/application/connections.h"
+#include "desk/services/detail_divisions.h"
 #include "desk/services/detail_movements.h"
 #include "desk/services/detail_values.h"
 #include "desk/services/entities.h"
@@ -42,6 +43,7 @@ struct DeskHost
     DetailValues detailValues;
     DetailMovements detailMovements;
     SerialBatches serialBatches;
+    DetailDivisions detailDivisions;
     PhotoStore photos;
     CategoryTree categories;
     Scales scales;

@@ -190,6 +190,25 @@ void DetailMovements::ExitGoodDetails_DeleteAll(quint8 operationType, int operat
         Mine(u"OperationType = %1 AND OperationCode = %2"_s.arg(operationType).arg(operationCode)));
 }
 
+void DetailMovements::ExitGoodDetails_Edit(quint8 operationType, int operationCode)
+{
+    const QString desk = QString::number(m_desk.Number());
+    const QString rows = u" FROM GoodDetailKardex WHERE OperationType = %1 AND OperationCode = %2 AND %3"_s.arg(
+        QString::number(operationType), QString::number(operationCode), WentOut({}));
+    const QString into =
+        u"INSERT INTO %1 (DetailValueID, StoreCode, GoodCode, AnbarCode, %2, %3, ForeignOperationCode, "
+        "ComIndex, Selected, Tmp) SELECT "_s.arg(ExitTable, ExitAmounts(), Keys);
+    host::Transaction transaction(m_connection);
+    ExitGoodDetails_DeleteAll(operationType, operationCode);
+    Run(into +
+        u"DetailValueID, StoreCode, GoodCode, StoreCode, -Amount1, -Amount2, -TotalAmount, [Length], Width, "
+        "-Amount3, %1, ForeignOperationCode, %2, 1, 0"_s.arg(Keys, desk) +
+        rows);
+    Run(into + u"DISTINCT NULL, StoreCode, GoodCode, StoreCode, 0, 0, 0, 0, 0, 0, %1, 0, %2, 0, 0"_s.arg(Keys, desk) +
+        rows);
+    transaction.Commit();
+}
+
 bool DetailMovements::ChangeStore(const TDocumentLine &line, int newStore)
 {
     TDocumentLine moved = line;

@@ -22,6 +22,7 @@ public:
     int ExitGoodDetails_FindRow(const host::TDocumentLine &line, const QString &serial) override;
     void ExitGoodDetails_Keep(const host::TDocumentLine &line) override;
     void ExitGoodDetails_Clear(const host::TDocumentLine &line) override;
+    void ExitGoodDetails_Edit(quint8 operationType, int operationCode) override;
     void ExitGoodDetails_DeleteAll(quint8 operationType, int operationCode) override;
     QList<int> ReturnedDetailValues(const host::TDocumentLine &line) override;
     bool IsReturned(const host::TDocumentLine &line, int detailValueId) override;

@@ -47,6 +47,8 @@ public:
     virtual void ExitGoodDetails_Keep(const TDocumentLine &line) = 0;
     /// Forgets the rows of the exit screen; what was kept before stays.
     virtual void ExitGoodDetails_Clear(const TDocumentLine &line) = 0;
+    /// Keeps what the lines of a saved operation took, as if each had been opened and kept.
+    virtual void ExitGoodDetails_Edit(quint8 operationType, int operationCode) = 0;
     /// Forgets every row that this desk has of an operation, kept or not.
     virtual void ExitGoodDetails_DeleteAll(quint8 operationType, int operationCode) = 0;
 

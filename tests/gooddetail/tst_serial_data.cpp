@@ -37,6 +37,7 @@ private slots:
     void writesEnterRows();
     void desksDoNotMeet();
     void keepsAndReopensLines();
+    void readsADivision();
     void sellsOnce();
     void ledgerHoldsWhateverComes();
 
@@ -279,6 +280,33 @@ void TestSerialData::keepsAndReopensLines()
     QVERIFY(!desk.desk.detailValues.DeleteUnusedDetailValue(2));
     QVERIFY(desk.desk.detailValues.DeleteUnusedDetailValue(
         desk.desk.detailValues.ResolveDetailValue(5001, desk.Details(u"z"_s))));
+}
+
+void TestSerialData::readsADivision()
+{
+    const auto buy = Desk::Line(1, 1);
+    QCOMPARE(m_desk->Enter(buy, m_desk->Range(buy, {1, 2})), QStringList());
+    QCOMPARE(m_desk->Exit(Desk::Line(24, 3), {2, 2}), QStringList());
+    m_database->Exec(
+        u"insert GoodDetailDivision(Code, [Date], Comment) values (3, '1405/01/01', N'c') insert "
+        "GoodDetailDivisionDetail(DivisionCode, OperationRow, StoreCode, GoodCode, DetailValueID, Amount1, Comment) values "
+        "(3, 1, 1, 5001, 2, 1, N'r') insert GoodDetailDivisionDetailItems(DivisionCode, DivisionRow, OperationRow, "
+        "Amount1) values (3, 1, 1, 0.25), (3, 1, 2, 0.75)"_s);
+    TSerial_DM &serials = m_desk->serials;
+    TGoodDetailDivision_Rec header;
+    QVERIFY(serials.GoodDetailDivision_Fill(3, header) && header.Comment == u"c" && header.Date == u"1405/01/01");
+    TGoodDetailDivision_Rec none;
+    QVERIFY(!serials.GoodDetailDivision_Fill(4, none) && none.Code == 0);
+    QCOMPARE(m_database->Rows(u"select StoreName, GoodName, DetailTitle1, DetailTitle2, DetailTitle3, GoodDetail, "
+                              "OperationType from #GoodDetailDivisionDetailTemp where Tmp = 0"_s),
+             QStringList{u"a|x|2|NULL|red|2 red|24"_s});
+    QCOMPARE(m_database->Rows(u"select SUM(Amount1), COUNT(*), MIN(OperationType) from "
+                              "#GoodDetailDivisionDetailItemsTemp"_s),
+             QStringList{u"1|2|25"_s});
+    QCOMPARE(serials.GetGoodDetailDivisionCode(), 4);
+    QCOMPARE(serials.GetGoodDetailDivisionComment(3) + serials.GetGoodDetailDivisionComment(4), u"r"_s);
+    QCOMPARE(m_desk->Save(Desk::Line(24, 3)), QStringList()); // what was read is what was saved
+    QCOMPARE(Sum(u"OperationType = 24"_s), u"-1"_s);
 }
 
 void TestSerialData::sellsOnce()

@@ -79,6 +79,7 @@ TestHost::TestHost(const host::Connections &connections)
            .detailValues = detailValues,
            .detailMovements = detailMovements,
            .serialBatches = serialBatches,
+           .detailDivisions = detailDivisions,
            .photos = photos,
            .categories = categories,
            .scales = scales,

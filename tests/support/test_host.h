@@ -181,6 +181,7 @@ struct FakeDetailMovements : host::DetailMovementService
     bool ChangeStore(const Line &, int store) override { return !(calls << Call("ChangeStore", store)).isEmpty(); }
     Refusals GoodDetailsOperation_Save(quint8, int) override { return refusals; }
     Refusals GoodDetailsOperation_Delete(quint8, int, int) override { return refusals; }
+    void ExitGoodDetails_Edit(quint8 type, int code) override { calls << Call("Edit", int(type), code); }
     void GoodDetailsOperation_Discard(quint8 type, int code) override { calls << Call("Discard", int(type), code); }
 
     QList<int> returned;
@@ -200,6 +201,18 @@ struct FakeSerialBatches : host::SerialBatchService
     }
 
     host::TSerialBatchResult result;
+};
+
+struct FakeDetailDivisions : host::DetailDivisionService
+{
+    void CreateGoodDetailDivisionDetailTempTable() override { calls << Call("CreateRows"); }
+    void CreateGoodDetailDivisionDetailItemsTempTable() override { calls << Call("CreateItems"); }
+    void DropGoodDetailDivisionDetailTempTable() override { calls << Call("DropRows"); }
+    void DropGoodDetailDivisionDetailItemsTempTable() override { calls << Call("DropItems"); }
+    void GoodDetailDivisionDetailTempInsert_Rows(int code) override { calls << Call("Rows", code); }
+    void GoodDetailDivisionDetailItemsTempInsert_Rows(int code) override { calls << Call("Items", code); }
+
+    QStringList calls;
 };
 
 struct FakePhotos : host::PhotoGalleryService
@@ -301,6 +314,7 @@ public:
     FakeDetailValues detailValues;
     FakeDetailMovements detailMovements;
     FakeSerialBatches serialBatches;
+    FakeDetailDivisions detailDivisions;
     FakePhotos photos;
     FakeCategories categories;
     FakeScales scales;
