@@ -205,10 +205,10 @@ struct FakeSerialBatches : host::SerialBatchService
 
 struct FakeDetailDivisions : host::DetailDivisionService
 {
-    void CreateGoodDetailDivisionDetailTempTable() override { calls << Call("CreateRows"); }
-    void CreateGoodDetailDivisionDetailItemsTempTable() override { calls << Call("CreateItems"); }
-    void DropGoodDetailDivisionDetailTempTable() override { calls << Call("DropRows"); }
-    void DropGoodDetailDivisionDetailItemsTempTable() override { calls << Call("DropItems"); }
+    void CreateGoodDetailDivisionDetailTempTable() override { calls << u"CreateRows"_s; }
+    void CreateGoodDetailDivisionDetailItemsTempTable() override { calls << u"CreateItems"_s; }
+    void DropGoodDetailDivisionDetailTempTable() override { calls << u"DropRows"_s; }
+    void DropGoodDetailDivisionDetailItemsTempTable() override { calls << u"DropItems"_s; }
     void GoodDetailDivisionDetailTempInsert_Rows(int code) override { calls << Call("Rows", code); }
     void GoodDetailDivisionDetailItemsTempInsert_Rows(int code) override { calls << Call("Items", code); }
 
