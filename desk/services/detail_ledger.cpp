@@ -137,8 +137,8 @@ QList<TDetailRefusal> DetailMovements::GoodDetailsOperation_Save(quint8 operatio
     Run(u"DELETE FROM "_s + ledger + exitLines + u" AND (Amount1 < 0 OR Amount2 < 0 OR Amount3 < 0)"_s);
     Run(u"INSERT INTO GoodDetailKardex ("_s + Columns + u") SELECT "_s + Columns + entered + u" ORDER BY ID"_s);
     Run(u"INSERT INTO GoodDetailKardex ("_s + Columns +
-        u") SELECT DetailValueID, StoreCode, GoodCode, -Amount1_Exit, -Amount2_Exit, -TotalAmount_Exit, [Length], "
-        "Width, -Amount3_Exit, OperationType, OperationCode, OperationRow, ForeignOperationCode"_s +
+        u") SELECT DetailValueID, StoreCode, GoodCode, -Amount1_Exit, -Amount2_Exit, -TotalAmount_Exit, "
+        "ISNULL([Length], Length_Exit), ISNULL(Width, Width_Exit), -Amount3_Exit, OperationType, OperationCode, OperationRow, ForeignOperationCode"_s +
         chosen + u" ORDER BY ID"_s);
     GoodDetailsOperation_Discard(operationType, operationCode);
     const QList<TDetailRefusal> refusals = Refusals(operationType, operationCode);

@@ -52,7 +52,7 @@ void TestHouse::arrowsRunOneWay_data()
     const std::pair<const char *, const char16_t *> arrows[] = {
         {"host", u"host/"},
         {"host/data", u"host/data/ host/host_export.h"},
-        {"host/services", u"host/services/ host/data/"},
+        {"host/services", u"host/services/ host/data/ host/host_export.h"},
         {"host/look", u"host/look/ host/host_export.h"},
         {"host/controls", u"host/controls/ host/look/ host/data/ host/services/ host/host"},
         {"tsql", u"tsql/ host/data/row_feed.h"},
