@@ -2,6 +2,7 @@
 // See --help.
 
 #include "bench/bulk.h"
+#include "bench/details.h"
 #include "bench/engine.h"
 #include "bench/floor.h"
 #include "bench/options.h"
@@ -289,6 +290,7 @@ std::vector<bench::RoundTrips> MeasureShop(Report &report, int goods)
     UseList(report, shop, floor);
     Edit(report, shop, scratch);
     bench::MeasureBulk(report, shop);
+    bench::MeasureDetails(report, shop);
     return bench::WatchRoundTrips(shop, SomeGood(shop));
 }
 

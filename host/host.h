@@ -4,6 +4,9 @@
 #include "host/services/barcode_service.h"
 #include "host/services/category_service.h"
 #include "host/services/clock_service.h"
+#include "host/services/detail_division_service.h"
+#include "host/services/detail_movement_service.h"
+#include "host/services/detail_value_service.h"
 #include "host/services/entity_service.h"
 #include "host/services/finance_service.h"
 #include "host/services/good_detail_service.h"
@@ -15,6 +18,7 @@
 #include "host/services/photo_gallery_service.h"
 #include "host/services/scale_service.h"
 #include "host/services/selected_list_service.h"
+#include "host/services/serial_batch_service.h"
 #include "host/services/settings_service.h"
 #include "host/services/stock_service.h"
 #include "host/services/theme_service.h"
@@ -48,6 +52,10 @@ struct Host
     VoucherService &vouchers;
     StockService &stock;
     GoodDetailService &goodDetails;
+    DetailValueService &detailValues;
+    DetailMovementService &detailMovements;
+    SerialBatchService &serialBatches;
+    DetailDivisionService &detailDivisions;
     PhotoGalleryService &photos;
     CategoryService &categories;
     LevelService &levels;

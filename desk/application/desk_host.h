@@ -2,6 +2,9 @@
 
 #include "desk/application/connections.h"
 #include "desk/services/categories.h"
+#include "desk/services/detail_divisions.h"
+#include "desk/services/detail_movements.h"
+#include "desk/services/detail_values.h"
 #include "desk/services/entities.h"
 #include "desk/services/good_details.h"
 #include "desk/services/levels.h"
@@ -9,6 +12,7 @@
 #include "desk/services/permissions.h"
 #include "desk/services/photos.h"
 #include "desk/services/selected_list_store.h"
+#include "desk/services/serial_batches.h"
 #include "desk/services/settings.h"
 #include "desk/services/small_services.h"
 #include "desk/services/stock.h"
@@ -38,6 +42,11 @@ struct DeskHost
     Entities entities;
     Vouchers vouchers;
     GoodDetails goodDetails;
+    DetailDesk detailDesk;
+    DetailValues detailValues;
+    DetailMovements detailMovements;
+    SerialBatches serialBatches;
+    DetailDivisions detailDivisions;
     PhotoStore photos;
     CategoryTree categories;
     Levels levels;

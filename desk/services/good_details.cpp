@@ -45,7 +45,7 @@ void GoodDetails::EnterGoodDetailSave(int goodCode, host::TOperationType operati
                                 "t.OperationCode = GoodDetailKardex.OperationCode AND t.OperationRow = "
                                 "GoodDetailKardex.OperationRow AND t.StoreCode = GoodDetailKardex.StoreCode)"_s);
     host::Run(m_connection, u"INSERT INTO GoodDetailKardex ("_s + columns + u") SELECT "_s + columns +
-                                u" FROM GoodDetailKardexEnter_Temp"_s + where);
+                                u" FROM GoodDetailKardexEnter_Temp"_s + where + u" AND DetailValueID IS NOT NULL"_s);
     host::Run(m_connection, u"DELETE FROM GoodDetailKardexEnter_Temp"_s + where);
     transaction.Commit();
 }

@@ -145,6 +145,78 @@ struct FakeGoodDetails : host::GoodDetailService
     QStringList calls;
 };
 
+struct FakeDetailValues : host::DetailValueService
+{
+    host::TDetailValues DetailsOf(int) override { return details; }
+    int FindDetailValue(int, const host::TDetailValues &) override { return value; }
+    int ResolveDetailValue(int, const host::TDetailValues &) override { return value; }
+    bool DeleteUnusedDetailValue(int id) override { return !(deleted << id).isEmpty(); }
+    std::optional<host::TKnownDetail> FindByText(int, const QString &text) override
+    {
+        return known.contains(text) ? std::optional(known.value(text)) : std::nullopt;
+    }
+    host::DetailOwner SerialOwner(int, const QString &serial) override { return owners.value(serial); }
+    host::DetailOwner BarcodeOwner(int, const QString &barcode) override { return owners.value(barcode); }
+
+    host::TDetailValues details;
+    int value = 0; ///< of every combination
+    QHash<QString, host::TKnownDetail> known;
+    QHash<QString, host::DetailOwner> owners;
+    QList<int> deleted;
+};
+
+struct FakeDetailMovements : host::DetailMovementService
+{
+    using Line = host::TDocumentLine;
+    using Refusals = QList<host::TDetailRefusal>;
+    void EnterGoodDetails_Load(const QString &table, const Line &) override { calls << Call("Load", table); }
+    void EnterGoodDetails_Keep(const QString &table, const Line &) override { calls << Call("Keep", table); }
+    void ExitGoodDetails_Fill(const Line &line) override { calls << Call("Fill", line.GoodCode); }
+    QString ExitGoodDetails_Condition(const Line &line) override { return u"GoodCode = %1"_s.arg(line.GoodCode); }
+    int ExitGoodDetails_FindRow(const Line &, const QString &) override { return 0; }
+    void ExitGoodDetails_Keep(const Line &line) override { calls << Call("KeepExit", line.GoodCode); }
+    void ExitGoodDetails_Clear(const Line &line) override { calls << Call("Clear", line.GoodCode); }
+    void ExitGoodDetails_DeleteAll(quint8 type, int code) override { calls << Call("DeleteAll", int(type), code); }
+    QList<int> ReturnedDetailValues(const Line &) override { return returned; }
+    bool IsReturned(const Line &, int value) override { return returned.contains(value); }
+    host::TAmounts Returnable(const Line &, int value) override { return returnable.value(value); }
+    bool ChangeStore(const Line &, int store) override { return !(calls << Call("ChangeStore", store)).isEmpty(); }
+    Refusals GoodDetailsOperation_Save(quint8, int) override { return refusals; }
+    Refusals GoodDetailsOperation_Delete(quint8, int, int) override { return refusals; }
+    void ExitGoodDetails_Edit(quint8 type, int code) override { calls << Call("Edit", int(type), code); }
+    void GoodDetailsOperation_Discard(quint8 type, int code) override { calls << Call("Discard", int(type), code); }
+
+    QList<int> returned;
+    QHash<int, host::TAmounts> returnable;
+    Refusals refusals;
+    QStringList calls;
+};
+
+struct FakeSerialBatches : host::SerialBatchService
+{
+    host::TSerialBatchResult EnterSerials(const host::TSerialBatch &) override { return result; }
+    host::TSerialBatchResult JudgeSerials(const host::TSerialBatch &) override { return result; }
+    std::optional<int> ChooseSerials(const host::TDocumentLine &, const host::TSerialRange &range,
+                                     const host::TAmounts &) override
+    {
+        return range.IsTooLong() ? std::nullopt : std::optional(result.Written);
+    }
+
+    host::TSerialBatchResult result;
+};
+
+struct FakeDetailDivisions : host::DetailDivisionService
+{
+    void CreateGoodDetailDivisionDetailTempTable() override { calls << u"CreateRows"_s; }
+    void CreateGoodDetailDivisionDetailItemsTempTable() override { calls << u"CreateItems"_s; }
+    void DropGoodDetailDivisionDetailTempTable() override { calls << u"DropRows"_s; }
+    void DropGoodDetailDivisionDetailItemsTempTable() override { calls << u"DropItems"_s; }
+    void GoodDetailDivisionDetailTempInsert_Rows(int code) override { calls << Call("Rows", code); }
+    void GoodDetailDivisionDetailItemsTempInsert_Rows(int code) override { calls << Call("Items", code); }
+
+    QStringList calls;
+};
+
 struct FakePhotos : host::PhotoGalleryService
 {
     void Open_Gallery(host::TSoftwarePart part, int code) override { calls << Call("Open_Gallery", part, code); }
@@ -273,6 +345,10 @@ public:
     FakeVouchers vouchers;
     FakeStock stock;
     FakeGoodDetails goodDetails;
+    FakeDetailValues detailValues;
+    FakeDetailMovements detailMovements;
+    FakeSerialBatches serialBatches;
+    FakeDetailDivisions detailDivisions;
     FakePhotos photos;
     FakeCategories categories;
     FakeLevels levels;

@@ -1,0 +1,166 @@
+#include "desk/services/detail_movements.h"
+#include "desk/services/detail_sql.h"
+#include "host/data/query.h"
+#include "host/data/transaction.h"
+
+#include <QHash>
+
+using namespace Qt::StringLiterals;
+
+// The ledger: documents saved and deleted, what was returned.
+
+namespace desk {
+
+namespace {
+
+using detail_sql::SameLine;
+using host::TDetailRefusal;
+using host::TDocumentLine;
+
+/// More than a message can show.
+constexpr int MostRefusals = 100;
+
+QString Operation(quint8 type, int code, const QString &prefix = {})
+{
+    return u"%1OperationType = %2 AND %1OperationCode = %3"_s.arg(prefix).arg(type).arg(code);
+}
+
+/// Later rows that name this document and go the other way.
+QString ReturnedBy(const TDocumentLine &line)
+{
+    return u" FROM GoodDetailKardex AS k INNER JOIN GoodDetailKardex AS r ON r.DetailValueID = k.DetailValueID WHERE "_s +
+           SameLine(line, u"k."_s) +
+           u" AND r.ForeignOperationCode = %1 AND r.ForeignOperationCode <> 0 AND (SIGN(r.Amount1) = -SIGN(k.Amount1) "
+           "AND r.Amount1 <> 0 OR SIGN(r.Amount3) = -SIGN(k.Amount3) AND r.Amount3 <> 0)"_s.arg(line.OperationCode);
+}
+
+const QString Columns = u"DetailValueID, StoreCode, GoodCode, Amount1, Amount2, TotalAmount, [Length], Width, Amount3, "
+                        "OperationType, OperationCode, OperationRow, ForeignOperationCode"_s;
+
+} // namespace
+
+QList<int> DetailMovements::ReturnedDetailValues(const TDocumentLine &line)
+{
+    QList<int> values;
+    for (host::Query rows(m_connection, u"SELECT DISTINCT k.DetailValueID"_s + ReturnedBy(line)); !rows.Eof();
+         rows.Next())
+        values << rows.Int(u"DetailValueID");
+    return values;
+}
+
+bool DetailMovements::IsReturned(const TDocumentLine &line, int detailValueId)
+{
+    return host::Exists(m_connection,
+                        u"SELECT TOP 1 k.ID"_s + ReturnedBy(line) + u" AND k.DetailValueID = %1"_s.arg(detailValueId));
+}
+
+host::TAmounts DetailMovements::Returnable(const TDocumentLine &line, int detailValueId)
+{
+    const host::Query sums(m_connection, u"SELECT * FROM ("_s + detail_sql::Returnable(line, m_desk.Number()) +
+                                             u") AS s WHERE s.DetailValueID = %1"_s.arg(detailValueId));
+    if (sums.IsEmpty())
+        return {};
+    return {sums.Number(u"Amount1"), sums.Number(u"Amount2"), sums.Number(u"TotalAmount"),
+            sums.Number(u"Length"),  sums.Number(u"Width"),   sums.Number(u"Amount3")};
+}
+
+/// Notes the detail values that are about to move, and keeps other desks from moving them until the transaction ends.
+void DetailMovements::Touch(const QString &rows)
+{
+    Run(u"IF OBJECT_ID('tempdb..#DetailTouched') IS NOT NULL DROP TABLE #DetailTouched"_s);
+    Run(u"CREATE TABLE #DetailTouched (DetailValueID int NOT NULL, StoreCode int NOT NULL)"_s);
+    Run(u"INSERT INTO #DetailTouched (DetailValueID, StoreCode) SELECT DISTINCT m.DetailValueID, m.StoreCode FROM (%1) "
+        "AS m INNER JOIN GoodDetailValues AS v WITH (UPDLOCK, HOLDLOCK) ON v.ID = m.DetailValueID"_s.arg(rows));
+}
+
+QList<TDetailRefusal> DetailMovements::Refusals(quint8 operationType, int operationCode)
+{
+    // Reason, DetailValueID, GoodCode, StoreCode
+    const QString gone =
+        u"SELECT TOP %1 0 AS Reason, k.DetailValueID, MAX(k.GoodCode) AS GoodCode, k.StoreCode FROM #DetailTouched AS t "
+        "INNER JOIN GoodDetailKardex AS k ON k.DetailValueID = t.DetailValueID AND k.StoreCode = t.StoreCode GROUP BY "
+        "k.DetailValueID, k.StoreCode HAVING SUM(k.Amount1) < 0 OR SUM(k.Amount2) < 0 OR SUM(k.Amount3) < 0"_s.arg(
+            MostRefusals);
+    const QString own = u"CASE WHEN %1 AND k.Amount1 > 0 THEN k.Amount1 ELSE 0 END"_s.arg(
+        Operation(operationType, operationCode, u"k."_s));
+    const QString repeated =
+        u"SELECT TOP %1 1 AS Reason, k.DetailValueID, MAX(k.GoodCode) AS GoodCode, 0 AS StoreCode FROM (SELECT DISTINCT "
+        "DetailValueID FROM #DetailTouched) AS t INNER JOIN GoodDetailValueDetails AS d ON d.DetailValueID = "
+        "t.DetailValueID INNER JOIN DetailTypes AS y ON y.ID = d.DetailID AND y.DetailType = 3 INNER JOIN "
+        "GoodDetailKardex AS k ON k.DetailValueID = t.DetailValueID GROUP BY k.DetailValueID HAVING SUM(%2) > 0 AND "
+        "SUM(k.Amount1) > SUM(%2)"_s.arg(QString::number(MostRefusals), own);
+    QList<TDetailRefusal> refusals;
+    for (const QString &text : {gone, repeated}) {
+        for (host::Query rows(m_connection, text); !rows.Eof(); rows.Next())
+            refusals << TDetailRefusal{static_cast<TDetailRefusal::Reason>(rows.Int(u"Reason")),
+                                       rows.Int(u"DetailValueID"),
+                                       rows.Int(u"GoodCode"),
+                                       rows.Int(u"StoreCode"),
+                                       {}};
+    }
+    if (!refusals.isEmpty())
+        Describe(refusals);
+    return refusals;
+}
+
+void DetailMovements::Describe(QList<TDetailRefusal> &refusals)
+{
+    QStringList ids;
+    for (const TDetailRefusal &refusal : std::as_const(refusals))
+        ids << QString::number(refusal.DetailValueID);
+    QHash<int, QStringList> texts;
+    for (host::Query rows(
+             m_connection,
+             u"SELECT d.DetailValueID, d.[Value] AS Title FROM GoodDetailValueDetails AS d "
+             "INNER JOIN DetailTypes AS t ON t.ID = d.DetailID WHERE d.DetailValueID IN (%1) "
+             "ORDER BY CASE t.DetailType WHEN 3 THEN 0 WHEN 6 THEN 1 ELSE 2 END, d.ID"_s.arg(ids.join(u',')));
+         !rows.Eof(); rows.Next())
+        texts[rows.Int(u"DetailValueID")] << rows.Text(u"Title");
+    for (TDetailRefusal &refusal : refusals)
+        refusal.Text = texts.value(refusal.DetailValueID).join(u' ');
+}
+
+QList<TDetailRefusal> DetailMovements::GoodDetailsOperation_Save(quint8 operationType, int operationCode)
+{
+    const QString ledger = u"GoodDetailKardex WHERE "_s + Operation(operationType, operationCode);
+    const QString kept = Mine(Operation(operationType, operationCode)) + u" AND Tmp = 0"_s;
+    const QString lines = u" AND OperationRow IN (SELECT OperationRow FROM %1 WHERE "_s;
+    const QString enterLines = lines.arg(u"GoodDetailKardexEnter_Temp"_s) + kept + u')';
+    const QString exitLines = lines.arg(u"GoodDetailKardexExit_Temp"_s) + kept + u')';
+    const QString entered = u" FROM GoodDetailKardexEnter_Temp WHERE DetailValueID IS NOT NULL AND "_s + kept;
+    const QString chosen = u" FROM GoodDetailKardexExit_Temp WHERE DetailValueID IS NOT NULL AND "_s + kept;
+    const QString value = u"SELECT DetailValueID, StoreCode"_s;
+    host::Transaction transaction(m_connection);
+    Touch(value + u" FROM "_s + ledger + enterLines + u" UNION ALL "_s + value + u" FROM "_s + ledger + exitLines +
+          u" UNION ALL "_s + value + entered + u" UNION ALL "_s + value + chosen);
+    Run(u"DELETE FROM "_s + ledger + enterLines + u" AND (Amount1 > 0 OR Amount2 > 0 OR Amount3 > 0)"_s);
+    Run(u"DELETE FROM "_s + ledger + exitLines + u" AND (Amount1 < 0 OR Amount2 < 0 OR Amount3 < 0)"_s);
+    Run(u"INSERT INTO GoodDetailKardex ("_s + Columns + u") SELECT "_s + Columns + entered + u" ORDER BY ID"_s);
+    Run(u"INSERT INTO GoodDetailKardex ("_s + Columns +
+        u") SELECT DetailValueID, StoreCode, GoodCode, -Amount1_Exit, -Amount2_Exit, -TotalAmount_Exit, "
+        "ISNULL([Length], Length_Exit), ISNULL(Width, Width_Exit), -Amount3_Exit, OperationType, OperationCode, OperationRow, ForeignOperationCode"_s +
+        chosen + u" ORDER BY ID"_s);
+    GoodDetailsOperation_Discard(operationType, operationCode);
+    const QList<TDetailRefusal> refusals = Refusals(operationType, operationCode);
+    if (refusals.isEmpty())
+        transaction.Commit();
+    return refusals;
+}
+
+QList<TDetailRefusal> DetailMovements::GoodDetailsOperation_Delete(quint8 operationType, int operationCode,
+                                                                   int operationRow)
+{
+    const QString row = operationRow == 0 ? QString() : u" AND OperationRow = %1"_s.arg(operationRow);
+    const QString ledger = u" FROM GoodDetailKardex WHERE "_s + Operation(operationType, operationCode) + row;
+    host::Transaction transaction(m_connection);
+    Touch(u"SELECT DetailValueID, StoreCode"_s + ledger);
+    Run(u"DELETE"_s + ledger);
+    for (const QString &table : {u"GoodDetailKardexEnter_Temp"_s, u"GoodDetailKardexExit_Temp"_s})
+        Run(u"DELETE FROM %1 WHERE "_s.arg(table) + Mine(Operation(operationType, operationCode)) + row);
+    const QList<TDetailRefusal> refusals = Refusals(operationType, operationCode);
+    if (refusals.isEmpty())
+        transaction.Commit();
+    return refusals;
+}
+
+} // namespace desk

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "desk/services/detail_desk.h"
+#include "host/services/detail_movement_service.h"
+#include "host/services/detail_value_service.h"
+
+namespace desk {
+
+/// The details on lines of documents, over the working tables of the desk and the detail ledger.
+///
+/// A line that was kept has a row without a detail value beside its rows, so that a line whose details were all taken
+/// away is told from one that nobody opened. Kept rows have Tmp = 0, those of an open exit screen Tmp = 1.
+class DetailMovements : public host::DetailMovementService
+{
+public:
+    DetailMovements(DetailDesk &desk, host::DetailValueService &values);
+
+    void EnterGoodDetails_Load(const QString &workingTable, const host::TDocumentLine &line) override;
+    void EnterGoodDetails_Keep(const QString &workingTable, const host::TDocumentLine &line) override;
+    void ExitGoodDetails_Fill(const host::TDocumentLine &line) override;
+    QString ExitGoodDetails_Condition(const host::TDocumentLine &line) override;
+    int ExitGoodDetails_FindRow(const host::TDocumentLine &line, const QString &serial) override;
+    void ExitGoodDetails_Keep(const host::TDocumentLine &line) override;
+    void ExitGoodDetails_Clear(const host::TDocumentLine &line) override;
+    void ExitGoodDetails_Edit(quint8 operationType, int operationCode) override;
+    void ExitGoodDetails_DeleteAll(quint8 operationType, int operationCode) override;
+    QList<int> ReturnedDetailValues(const host::TDocumentLine &line) override;
+    bool IsReturned(const host::TDocumentLine &line, int detailValueId) override;
+    host::TAmounts Returnable(const host::TDocumentLine &line, int detailValueId) override;
+    bool ChangeStore(const host::TDocumentLine &line, int newStore) override;
+    QList<host::TDetailRefusal> GoodDetailsOperation_Save(quint8 operationType, int operationCode) override;
+    QList<host::TDetailRefusal> GoodDetailsOperation_Delete(quint8 operationType, int operationCode,
+                                                            int operationRow) override;
+    void GoodDetailsOperation_Discard(quint8 operationType, int operationCode) override;
+
+private:
+    QString Mine(const QString &key);
+    void Run(const QString &text);
+    void MarkKept(const QString &table, const host::TDocumentLine &line);
+    QString OnHand(const host::TDocumentLine &line);
+    QString Chosen(const host::TDocumentLine &line);
+    void Touch(const QString &rows);
+    QList<host::TDetailRefusal> Refusals(quint8 operationType, int operationCode);
+    void Describe(QList<host::TDetailRefusal> &refusals);
+
+    DetailDesk &m_desk;
+    host::DetailValueService &m_values;
+    QSqlDatabase m_connection;
+};
+
+} // namespace desk

@@ -1,0 +1,108 @@
+#include "desk/services/detail_sql.h"
+
+#include "host/data/sql_text.h"
+
+using namespace Qt::StringLiterals;
+
+namespace desk::detail_sql {
+
+namespace {
+
+QString Number(size_t index)
+{
+    return QString::number(index + 1);
+}
+
+} // namespace
+
+QString Amounts(const QString &prefix, const QString &sign)
+{
+    // The two measures tell of one piece: they have no direction.
+    return u"%2%1Amount1, %2%1Amount2, %2%1TotalAmount, %1[Length], %1Width, %2%1Amount3"_s.arg(prefix, sign);
+}
+
+QString Literals(const host::TAmounts &amounts)
+{
+    using host::DecimalLiteral;
+    return QStringList{DecimalLiteral(amounts.Amount1),     DecimalLiteral(amounts.Amount2),
+                       DecimalLiteral(amounts.TotalAmount), DecimalLiteral(amounts.Length),
+                       DecimalLiteral(amounts.Width),       DecimalLiteral(amounts.Amount3)}
+        .join(u", ");
+}
+
+QString SameLine(const host::TDocumentLine &line, const QString &prefix)
+{
+    return u"%1OperationType = %2 AND %1OperationCode = %3 AND %1OperationRow = %4"_s.arg(prefix)
+        .arg(line.OperationType)
+        .arg(line.OperationCode)
+        .arg(line.OperationRow);
+}
+
+QString SameKey(const host::TDocumentLine &line, const QString &prefix)
+{
+    return SameLine(line, prefix) + u" AND %1StoreCode = %2"_s.arg(prefix).arg(line.StoreCode);
+}
+
+QString HasDetails(const QString &id, const host::TDetailValues &details, size_t first)
+{
+    int count = 0;
+    QString text;
+    for (size_t i = first; i < details.Values.size(); ++i) {
+        if (details.DetailIDs[i] == 0 || details.Values[i].isEmpty())
+            continue;
+        ++count;
+        text += u" AND EXISTS (SELECT 1 FROM GoodDetailValueDetails AS e WHERE e.DetailValueID = %1 AND e.DetailID = "
+                "%2 AND e.[Value] = %3)"_s.arg(id, QString::number(details.DetailIDs[i]),
+                                               host::NQuotedStr(details.Values[i]));
+    }
+    const QString counted = first == 0 ? QString() : u" AND c.DetailID <> %1"_s.arg(details.DetailIDs[0]);
+    return u"(SELECT COUNT(*) FROM GoodDetailValueDetails AS c WHERE c.DetailValueID = %1 AND c.[Value] <> N''%2) = %3"_s
+               .arg(id, counted, QString::number(count)) +
+           text;
+}
+
+QString Titles(const host::TDetailValues &details)
+{
+    QStringList titles;
+    for (size_t i = 0; i < details.DetailIDs.size(); ++i)
+        titles << (details.DetailIDs[i] == 0 ? u"NULL"_s : u"d%1.[Value]"_s.arg(Number(i)));
+    return titles.join(u", ");
+}
+
+QString TitleJoins(const host::TDetailValues &details, const QString &id)
+{
+    QString joins;
+    for (size_t i = 0; i < details.DetailIDs.size(); ++i) {
+        if (details.DetailIDs[i] != 0)
+            joins += u" LEFT JOIN GoodDetailValueDetails AS d%1 ON d%1.DetailValueID = %2 AND d%1.DetailID = %3"_s.arg(
+                Number(i), id, QString::number(details.DetailIDs[i]));
+    }
+    return joins;
+}
+
+QString Returnable(const host::TDocumentLine &line, int desk)
+{
+    const int foreign = line.ForeignOperationCode;
+    const QString good = QString::number(line.GoodCode);
+    const QString sold = foreign == 0 ? QString() : u" AND k.OperationCode = %1"_s.arg(foreign);
+    const QString returned = foreign == 0 ? QString() : u" AND k.ForeignOperationCode = %1"_s.arg(foreign);
+    // A line that this desk has kept counts with its kept rows, not with the saved ones.
+    const QString ledgerReturns =
+        u"k.OperationType = %1%2 AND NOT (%3) AND NOT EXISTS (SELECT 1 FROM GoodDetailKardexEnter_Temp AS m WHERE "
+        "m.ComIndex = %4 AND m.OperationType = k.OperationType AND m.OperationCode = k.OperationCode AND "
+        "m.OperationRow = k.OperationRow)"_s.arg(QString::number(SaleReturn), returned, SameLine(line, u"k."_s))
+            .arg(desk);
+    return u"SELECT r.DetailValueID, SUM(r.Amount1) AS Amount1, SUM(r.Amount2) AS Amount2, SUM(r.TotalAmount) AS "
+           "TotalAmount, MAX(r.[Length]) AS [Length], MAX(r.Width) AS Width, SUM(r.Amount3) AS Amount3 FROM ("
+           "SELECT k.DetailValueID, "_s +
+           u"-k.Amount1 AS Amount1, -k.Amount2 AS Amount2, -k.TotalAmount AS TotalAmount, k.[Length], k.Width, "
+           "-k.Amount3 AS Amount3 FROM GoodDetailKardex AS k WHERE k.GoodCode = "_s +
+           good + u" AND (k.OperationType = %1"_s.arg(Sale) + sold + u" OR "_s + ledgerReturns +
+           u") UNION ALL SELECT k.DetailValueID, -k.Amount1, -k.Amount2, -k.TotalAmount, k.[Length], k.Width, "
+           "-k.Amount3 FROM GoodDetailKardexEnter_Temp AS k WHERE k.DetailValueID IS NOT NULL AND k.GoodCode = "_s +
+           good + u" AND k.OperationType = %1"_s.arg(SaleReturn) + returned +
+           u" AND NOT (%1 AND k.ComIndex = %2)"_s.arg(SameLine(line, u"k."_s)).arg(desk) +
+           u") AS r GROUP BY r.DetailValueID"_s;
+}
+
+} // namespace desk::detail_sql

@@ -1,0 +1,76 @@
+#pragma once
+
+#include "host/services/good_detail_records.h"
+
+namespace host {
+
+/// A detail value that a document may not move as it says.
+struct TDetailRefusal
+{
+    enum class Reason {
+        Gone,     ///< less than nothing would be left of it in the store
+        Repeated, ///< a serial that would be on hand twice
+    };
+    Reason reason = Reason::Gone;
+    int DetailValueID = 0;
+    int GoodCode = 0;
+    int StoreCode = 0; ///< 0 where the store does not matter
+    QString Text;      ///< its values for the user, joined by blanks
+};
+
+/// The details on the lines of documents: working rows that belong to this desk while a document is open, and the
+/// ledger once it is saved. Working rows are told apart by desk, operation type, code, row and store; those of a desk
+/// that died go when another one begins.
+///
+/// A document's editor calls for each line the screen (which loads and keeps), and in its own transaction
+/// `GoodDetailsOperation_Save` once for all lines; `GoodDetailsOperation_Discard` when it is closed without saving.
+/// All throw DatabaseError.
+class DetailMovementService
+{
+public:
+    virtual ~DetailMovementService() = default;
+
+    /// Fills the empty working table of the enter screen with the rows of the line: as they were kept last, otherwise
+    /// as they were saved. On a return they carry what may still be returned.
+    virtual void EnterGoodDetails_Load(const QString &workingTable, const TDocumentLine &line) = 0;
+    /// Keeps the rows of the working table for the line until its document is saved.
+    virtual void EnterGoodDetails_Keep(const QString &workingTable, const TDocumentLine &line) = 0;
+
+    /// Makes the rows among which the exit screen chooses: what is on hand in the store for this line, with what the
+    /// line takes already, as kept last or otherwise as saved.
+    virtual void ExitGoodDetails_Fill(const TDocumentLine &line) = 0;
+    /// The condition that finds these rows in `GoodDetailKardexExit_Temp`.
+    virtual QString ExitGoodDetails_Condition(const TDocumentLine &line) = 0;
+    /// The row of the exit screen whose first detail is this text; 0 when there is none.
+    virtual int ExitGoodDetails_FindRow(const TDocumentLine &line, const QString &serial) = 0;
+    /// Keeps what was chosen for the line until its document is saved.
+    virtual void ExitGoodDetails_Keep(const TDocumentLine &line) = 0;
+    /// Forgets the rows of the exit screen; what was kept before stays.
+    virtual void ExitGoodDetails_Clear(const TDocumentLine &line) = 0;
+    /// Keeps what the lines of a saved operation took, as if each had been opened and kept.
+    virtual void ExitGoodDetails_Edit(quint8 operationType, int operationCode) = 0;
+    /// Forgets every row that this desk has of an operation, kept or not.
+    virtual void ExitGoodDetails_DeleteAll(quint8 operationType, int operationCode) = 0;
+
+    /// The detail values of a line's saved rows that a later document has returned.
+    virtual QList<int> ReturnedDetailValues(const TDocumentLine &line) = 0;
+    virtual bool IsReturned(const TDocumentLine &line, int detailValueId) = 0;
+    /// What may still be returned of a detail value: sold less returned, of the line's foreign document when it names
+    /// one, without what the line itself returns.
+    virtual TAmounts Returnable(const TDocumentLine &line, int detailValueId) = 0;
+
+    /// Another store for a line. Entered rows go along; rows chosen in the former store are forgotten, because the new
+    /// one has others: then the answer is true.
+    virtual bool ChangeStore(const TDocumentLine &line, int newStore) = 0;
+
+    /// Writes the kept lines of a document to the ledger, in place of what it had of them. Runs inside the document's
+    /// transaction. What comes back must be told to the user and nothing committed.
+    virtual QList<TDetailRefusal> GoodDetailsOperation_Save(quint8 operationType, int operationCode) = 0;
+    /// Takes the movements of a document, or of one row of it, off the ledger. Refusals as above.
+    virtual QList<TDetailRefusal> GoodDetailsOperation_Delete(quint8 operationType, int operationCode,
+                                                              int operationRow = 0) = 0;
+    /// Forgets what this desk has kept for a document.
+    virtual void GoodDetailsOperation_Discard(quint8 operationType, int operationCode) = 0;
+};
+
+} // namespace host
