@@ -72,10 +72,8 @@ void Preview(Report &report, TGood_DM &data, const QString &of, const GoodsScope
     report.Measure(u"+5 % on one price of "_s + of + u", previewed"_s, 3, 1000, [&] {
         data.BulkPrices_Prepare(scope, FivePercent);
         data.BulkPrices_GetAll();
-        data.BulkPrices_Totals();
     });
     report.Measure(u"+5 % of "_s + of + u": rows of the preview alone"_s, 3, {}, [&] { data.BulkPrices_GetAll(); });
-    report.Measure(u"+5 % of "_s + of + u": totals alone"_s, 3, {}, [&] { data.BulkPrices_Totals(); });
 }
 
 } // namespace

@@ -22,36 +22,47 @@ bool OfDetails(const QList<BulkField> &fields)
 /// How an entry's goods `j` compare with what is stored now.
 struct Comparison
 {
-    QString tables;  ///< joined to `j`
-    QString gone;    ///< condition: the good is deleted
-    QString changed; ///< condition: it has not the values that were written, or cannot get its old ones back
+    QString tables;           ///< joined to `j`
+    QString changed;          ///< condition: it has not the values that were written
+    QString stuck = u"1=0"_s; ///< condition: it cannot get its old ones back
+
+    /// LeftReason of the good. One that was made after the change has the code of a good that is gone.
+    QString Reason() const
+    {
+        return u"CASE WHEN g.Code IS NULL OR g.CreatedDate + ' ' + g.CreatedTime > b.ChangedDate + ' ' + b.ChangedTime "
+               "THEN 2 WHEN "_s +
+               changed + u" THEN 1 WHEN "_s + stuck + u" THEN 3 ELSE 0 END"_s;
+    }
 };
 
-Comparison CompareDetails(const QList<BulkField> &fields)
+const QString OfChange = u" INNER JOIN BulkChanges b ON b.ID = j.ChangeID LEFT JOIN GoodInf g ON g.Code = j.GoodCode"_s;
+
+Comparison CompareDetails(const QList<BulkField> &fields, const QString &lock)
 {
-    return {
-        u" LEFT JOIN GoodInf t ON t.Code = j.GoodCode"_s, u"t.Code IS NULL"_s,
-        u'(' + OtherDetails(fields, u"j.GoodCode"_s) +
-            u" OR EXISTS (SELECT 1 FROM GoodDetailKardex k WHERE k.GoodCode = j.GoodCode) OR EXISTS (SELECT 1 FROM "
+    return {OfChange, OtherDetails(fields, u"j.GoodCode"_s, lock),
+            u"(EXISTS (SELECT 1 FROM GoodDetailKardex k WHERE k.GoodCode = j.GoodCode) OR EXISTS (SELECT 1 FROM "
             "BulkChangeDetails d WHERE d.ChangeID = j.ChangeID AND d.GoodCode = j.GoodCode AND NOT EXISTS (SELECT 1 "
             "FROM DetailTypes dt WHERE dt.ID = d.DetailID)))"_s};
 }
 
-Comparison Compare(const QList<BulkField> &fields)
+/// `lock`: Locked while taking back, nothing for a forecast.
+Comparison Compare(const QList<BulkField> &fields, const QString &lock = {})
 {
     if (OfDetails(fields)) {
-        return CompareDetails(fields);
+        return CompareDetails(fields, lock);
     }
     const BulkTarget target = TargetOf(fields);
-    QStringList differences;
+    QStringList differences{u"t."_s + target.key + u" IS NULL"_s};
     for (const BulkField &field : fields) {
         differences += u"t."_s + field.name + u" <> "_s + NewValueOf(field);
     }
+    Comparison now{OfChange + u" LEFT JOIN "_s + target.table + u" t"_s + lock + u" ON t."_s + target.key +
+                       u" = j.GoodCode"_s,
+                   u'(' + differences.join(u" OR "_s) + u')'};
     if (fields.constFirst().name == "DaraiGoodType"_L1) {
-        differences += u"NOT EXISTS (SELECT 1 FROM FinanceGoodTypes f WHERE f.Code = j.Old1)"_s;
+        now.stuck = u"NOT EXISTS (SELECT 1 FROM FinanceGoodTypes f WHERE f.Code = j.Old1)"_s;
     }
-    return {u" LEFT JOIN "_s + target.table + u" t WITH (UPDLOCK) ON t."_s + target.key + u" = j.GoodCode"_s,
-            u"t."_s + target.key + u" IS NULL"_s, u'(' + differences.join(u" OR "_s) + u')'};
+    return now;
 }
 
 void RestoreDetails(const QSqlDatabase &main, const QString &entry)
@@ -86,7 +97,7 @@ QString JoinedText(const QList<BulkField> &fields, bool old)
     QStringList texts;
     for (const BulkField &field : fields) {
         const QString value = old ? u"j.Old"_s + QString::number(texts.size() + 1) : NewValueOf(field);
-        texts += u"CAST(CAST("_s + value + u" AS float) AS nvarchar(30))"_s;
+        texts += u"CAST("_s + value + u" AS nvarchar(40))"_s;
     }
     return texts.join(u" + N' / ' + "_s);
 }
@@ -104,7 +115,7 @@ QString DetailTitles(const QString &from)
 }
 
 /// OldPrice, NewPrice, OldText and NewText of the entry's goods.
-QString ValueColumns(BulkKind kind, const QList<BulkField> &fields)
+QString ValueColumns(BulkKind kind, int change, const QList<BulkField> &fields)
 {
     const QString none = u"CAST(NULL AS decimal(28,9))"_s;
     QString price = none + u" AS OldPrice, "_s + none + u" AS NewPrice, "_s;
@@ -126,8 +137,10 @@ QString ValueColumns(BulkKind kind, const QList<BulkField> &fields)
     case BulkKind::DetailTypes:
         oldText = DetailTitles(u"BulkChangeDetails d INNER JOIN DetailTypes dt ON dt.ID = d.DetailID WHERE d.ChangeID "
                                "= j.ChangeID AND d.GoodCode = j.GoodCode"_s);
+        // The number, for the text is the same in every row and is to be made once.
         newText = DetailTitles(u"BulkChangeFields b INNER JOIN DetailTypes dt ON dt.ID = b.NewValue WHERE b.ChangeID "
-                               "= j.ChangeID"_s);
+                               "= "_s +
+                               QString::number(change));
         break;
     }
     return price + oldText + u" AS OldText, "_s + newText + u" AS NewText"_s;
@@ -140,8 +153,8 @@ QString EntryOf(int change)
 
 } // namespace
 
-BulkJournal::BulkJournal(const QSqlDatabase &main, const QSqlDatabase &scale)
-    : BulkChanges_QRY(main), BulkGoods_QRY(main), m_main(main), m_scale(scale)
+BulkJournal::BulkJournal(const QSqlDatabase &main, Scales &scales)
+    : BulkChanges_QRY(main), BulkGoods_QRY(main), BulkLeft_QRY(main), m_main(main), m_scales(scales)
 {}
 
 void BulkJournal::BulkChanges_GetAll()
@@ -151,26 +164,34 @@ void BulkJournal::BulkChanges_GetAll()
                          "UserTakenBack, TakenBackDate, TakenBackTime FROM BulkChanges ORDER BY ID DESC"_s);
 }
 
-void BulkJournal::OpenGoods(int change, const QString &condition)
+BulkJournal::State BulkJournal::BulkChange_State(int change) const
+{
+    const QVariant taken = host::Scalar(m_main, u"SELECT CASE WHEN GoodsTakenBack IS NULL THEN 0 ELSE 1 END FROM "
+                                                "BulkChanges WHERE ID = "_s +
+                                                    QString::number(change));
+    return !taken.isValid() ? State::Forgotten : taken.toInt() == 0 ? State::Stands : State::TakenBack;
+}
+
+void BulkJournal::OpenGoods(host::Dataset &rows, int change, const QString &condition)
 {
     const QList<BulkField> fields = BulkLedger(m_main).FieldsOf(change);
     const auto kind = static_cast<BulkKind>(
         host::Scalar(m_main, u"SELECT Kind FROM BulkChanges WHERE ID = "_s + QString::number(change)).toInt());
     // Without its entry, which another desk may have dropped as the oldest, a change has no goods.
-    const QString values = fields.isEmpty() ? ValueColumns(BulkKind::Prices, {}) : ValueColumns(kind, fields);
-    BulkGoods_QRY.Open(u"SELECT j.GoodCode AS Code, g.Name, j.IsLeft AS [Left], "_s + values +
-                       u" FROM BulkChangeGoods j LEFT JOIN GoodInf g ON g.Code = j.GoodCode WHERE "_s +
-                       EntryOf(change) + condition + u" ORDER BY j.GoodCode"_s);
+    const QString values = ValueColumns(fields.isEmpty() ? BulkKind::Prices : kind, change, fields);
+    rows.Open(u"SELECT j.GoodCode AS Code, g.Name, j.IsLeft AS [Left], "_s + values +
+              u" FROM BulkChangeGoods j LEFT JOIN GoodInf g ON g.Code = j.GoodCode WHERE "_s + EntryOf(change) +
+              condition + u" ORDER BY j.GoodCode"_s);
 }
 
 void BulkJournal::BulkGoods_GetAll(int change)
 {
-    OpenGoods(change, {});
+    OpenGoods(BulkGoods_QRY, change, {});
 }
 
 void BulkJournal::BulkGoods_GetLeft(int change)
 {
-    OpenGoods(change, u" AND j.IsLeft = 1"_s);
+    OpenGoods(BulkLeft_QRY, change, u" AND j.IsLeft <> 0"_s);
 }
 
 BulkForecast BulkJournal::BulkChange_Forecast(int change)
@@ -180,17 +201,15 @@ BulkForecast BulkJournal::BulkChange_Forecast(int change)
         return {};
     }
     const Comparison now = Compare(fields);
-    host::Query counts(m_main, u"SELECT a.State, COUNT(*) AS Goods FROM (SELECT CASE WHEN "_s + now.gone +
-                                   u" THEN 2 WHEN "_s + now.changed +
-                                   u" THEN 1 ELSE 0 END AS State FROM BulkChangeGoods j"_s + now.tables + u" WHERE "_s +
-                                   EntryOf(change) + u") AS a GROUP BY a.State"_s);
+    host::Query counts(m_main, u"SELECT a.Reason, COUNT(*) AS Goods FROM (SELECT "_s + now.Reason() +
+                                   u" AS Reason FROM BulkChangeGoods j"_s + now.tables + u" WHERE "_s +
+                                   EntryOf(change) + u") AS a GROUP BY a.Reason"_s);
     BulkForecast forecast;
+    int *const byReason[] = {&forecast.changing, &forecast.same, &forecast.gone, &forecast.protectedOf};
     for (; !counts.Eof(); counts.Next()) {
         const int goods = counts.Int(u"Goods");
         forecast.goods += goods;
-        (counts.Int(u"State") == 0   ? forecast.changing
-         : counts.Int(u"State") == 1 ? forecast.same
-                                     : forecast.gone) = goods;
+        *byReason[counts.Int(u"Reason")] = goods;
     }
     return forecast;
 }
@@ -211,10 +230,13 @@ BulkResult BulkJournal::BulkChange_TakeBack(int change, const BulkOrder &order)
         return {BulkResult::Outcome::Refused};
     }
     const QList<BulkField> fields = BulkLedger(m_main).FieldsOf(change);
-    const Comparison now = Compare(fields);
+    const Comparison now = Compare(fields, Locked);
     result.change = change;
-    result.left = host::Exec(m_main, u"UPDATE j SET j.IsLeft = 1 FROM BulkChangeGoods j"_s + now.tables + u" WHERE "_s +
-                                         EntryOf(change) + u" AND ("_s + now.gone + u" OR "_s + now.changed + u')');
+    host::Exec(m_main, u"UPDATE j SET j.IsLeft = "_s + now.Reason() + u" FROM BulkChangeGoods j"_s + now.tables +
+                           u" WHERE "_s + EntryOf(change));
+    result.left =
+        host::Scalar(m_main, u"SELECT COUNT(*) FROM BulkChangeGoods j WHERE j.IsLeft <> 0 AND "_s + EntryOf(change))
+            .toInt();
     if (!steps.GoOn()) {
         return cancelled;
     }

@@ -5,43 +5,50 @@
 
 namespace goods {
 
+class Scales;
+
 /// The last changes of many goods, each with the values from before, and taking them back. The last 50 are kept.
 class BulkJournal
 {
 public:
-    BulkJournal(const QSqlDatabase &main, const QSqlDatabase &scale);
+    /// Keeps a reference to the part that sends to the scales.
+    BulkJournal(const QSqlDatabase &main, Scales &scales);
 
     /// The last changes, newest first: `ID`, `Kind` (BulkKind), `Title`, `Scope` (ScopeKind), `Goods` (written),
     /// `UserChanged`, `ChangedDate`, `ChangedTime`; `TakenBack` (bit), `GoodsTakenBack` and `GoodsLeft`, and
     /// `UserTakenBack`, `TakenBackDate`, `TakenBackTime`, NULL while it stands.
     host::Dataset BulkChanges_QRY;
-    /// Goods of one change: `Code`, `Name` (NULL for a deleted good), `Left` (bit: was not taken back because it had
-    /// been changed since), `OldPrice` and `NewPrice` of a change of prices; `OldText` and `NewText` of the others
-    /// (percents joined by " / " in the order of the dialog, titles of types), NULL otherwise.
+    /// Goods of one change: `Code`, `Name` (NULL for a deleted good), `Left` (LeftReason: why it was not taken
+    /// back), `OldPrice` and `NewPrice` of a change of prices; `OldText` and `NewText` of the others
+    /// (percents with all their digits, joined by " / " in the order of the dialog, titles of types), NULL otherwise.
     host::Dataset BulkGoods_QRY;
+    host::Dataset BulkLeft_QRY; ///< the same of goods that taking back left, for a report of its own
 
     /// Opens the list.
     void BulkChanges_GetAll();
     /// Opens the goods of a change: all of them, or those that taking it back left as they were.
     void BulkGoods_GetAll(int change);
     void BulkGoods_GetLeft(int change);
-    /// How many goods taking it back would restore (`changing`) and leave because they were changed since (`same`) or
-    /// deleted (`gone`).
+    /// Whether a change can be taken back: it stands, was taken back, or is not in the list any more.
+    enum class State : quint8 { Stands, TakenBack, Forgotten };
+    State BulkChange_State(int change) const;
+    /// How many goods taking it back would restore (`changing`) and leave because they were changed since (`same`),
+    /// cannot get their old values back (`protectedOf`) or are deleted (`gone`).
     BulkForecast BulkChange_Forecast(int change);
     /// Gives all goods of a change their old values back whose values are still those that were written, in one
     /// transaction. Goods changed since stay as they are and are marked in the list. `order.title` is not used.
     BulkResult BulkChange_TakeBack(int change, const BulkOrder &order);
 
     /// For shops with scales (`ScaleService::Enabled`), after a price was written or taken back: the items of the
-    /// goods of the change whose default sale level it was get name, price, first barcode and unit type of the good and
-    /// are marked as changed. Items to be removed stay so. Returns the number of items; 0 for changes of anything else.
+    /// goods of the change whose default sale level it was are sent as Scales::SendChangesToScale() does. Returns the
+    /// number of items; 0 for changes of anything else.
     int BulkChange_SendToScales(int change);
 
 private:
-    void OpenGoods(int change, const QString &condition);
+    void OpenGoods(host::Dataset &rows, int change, const QString &condition);
 
     QSqlDatabase m_main;
-    QSqlDatabase m_scale;
+    Scales &m_scales;
 };
 
 } // namespace goods

@@ -4,6 +4,7 @@
 #include "host/data/query.h"
 #include "host/data/sql_text.h"
 
+#include <QLoggingCategory>
 #include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
@@ -11,6 +12,8 @@ using namespace Qt::StringLiterals;
 namespace goods {
 
 namespace {
+
+Q_LOGGING_CATEGORY(log, "goods.bulk", QtWarningMsg)
 
 constexpr int TitleLength = 300;
 /// Changes that are kept: so many, and as many of them as together name so many goods.
@@ -45,12 +48,14 @@ QString DetailList(const QList<BulkField> &fields)
     return ids.join(u',');
 }
 
-QString OtherDetails(const QList<BulkField> &fields, const QString &code)
+QString OtherDetails(const QList<BulkField> &fields, const QString &code, const QString &lock)
 {
-    const QString ofGood = u"FROM GoodDetailRelation r WHERE r.GoodCode = "_s + code;
-    const QString count = QString::number(fields.size());
-    return u"((SELECT COUNT(*) "_s + ofGood + u") <> "_s + count + u" OR (SELECT COUNT(DISTINCT r.DetailID) "_s +
-           ofGood + u" AND r.DetailID IN ("_s + DetailList(fields) + u")) <> "_s + count + u')';
+    const QString ofGood = u"FROM GoodDetailRelation r"_s + lock + u" WHERE r.GoodCode = "_s + code;
+    QString other = u"((SELECT COUNT(*) "_s + ofGood + u") <> "_s + QString::number(fields.size());
+    for (const BulkField &field : fields) {
+        other += u" OR NOT EXISTS (SELECT 1 "_s + ofGood + u" AND r.DetailID = "_s + field.newValue + u')';
+    }
+    return other + u')';
 }
 
 int BulkLedger::Open(BulkKind kind, ScopeKind scope, const BulkOrder &order, const QList<BulkField> &fields)
@@ -106,11 +111,24 @@ void BulkLedger::Close(BulkResult &result)
         result.change = 0;
         return;
     }
-    host::Exec(m_main, u"UPDATE BulkChanges SET Goods = "_s + QString::number(result.written) + u" WHERE ID = "_s +
-                           change + u" DELETE FROM BulkChanges WHERE ID NOT IN (SELECT TOP "_s +
-                           QString::number(KeptChanges) + u" ID FROM BulkChanges ORDER BY ID DESC) OR ID <> "_s +
-                           change + u" AND (SELECT SUM(n.Goods) FROM BulkChanges n WHERE n.ID >= BulkChanges.ID) > "_s +
-                           QString::number(KeptGoods));
+    host::Exec(m_main,
+               u"UPDATE BulkChanges SET Goods = "_s + QString::number(result.written) + u" WHERE ID = "_s + change);
+}
+
+void BulkLedger::Trim(int change)
+{
+    if (change == 0) {
+        return;
+    }
+    const QString newest = QString::number(change);
+    try {
+        host::Exec(m_main, u"DELETE FROM BulkChanges WHERE ID NOT IN (SELECT TOP "_s + QString::number(KeptChanges) +
+                               u" ID FROM BulkChanges ORDER BY ID DESC) OR ID <> "_s + newest +
+                               u" AND (SELECT SUM(n.Goods) FROM BulkChanges n WHERE n.ID >= BulkChanges.ID) > "_s +
+                               QString::number(KeptGoods));
+    } catch (const host::DatabaseError &error) {
+        qCWarning(log).noquote() << error.LogText();
+    }
 }
 
 QList<BulkField> BulkLedger::FieldsOf(int change) const

@@ -32,8 +32,11 @@ public:
     int AddGoods(int change, const QString &columns, const QString &select);
     /// Writes the entry's columns, from `NewPrice` or the values that all are given, into the goods' rows.
     void Write(int change, const QList<BulkField> &fields);
-    /// Ends the entry and forgets the oldest ones. An entry without goods goes too: `result.change` is 0 then.
+    /// Ends the entry. One without goods is forgotten: `result.change` is 0 then.
     void Close(BulkResult &result);
+    /// Forgets the oldest entries, never `change`; nothing for 0. For after the commit: that it fails is logged and
+    /// does not undo the change; the next one makes up for it.
+    void Trim(int change);
 
     /// The columns of an entry. DatabaseError when it names any that no change writes.
     QList<BulkField> FieldsOf(int change) const;
@@ -55,7 +58,10 @@ QString NewValueOf(const BulkField &field);
 
 /// The detail types of a change as a code list.
 QString DetailList(const QList<BulkField> &fields);
-/// Condition: the good of this code has other detail types than these.
-QString OtherDetails(const QList<BulkField> &fields, const QString &code);
+/// For a table that is read to be written: what is there, and what is not, stays so until the transaction ends.
+inline const QString Locked = QString::fromUtf16(u" WITH (UPDLOCK, HOLDLOCK)");
+
+/// Condition: the good of this code has other detail types than these. `lock` is Locked or nothing.
+QString OtherDetails(const QList<BulkField> &fields, const QString &code, const QString &lock = {});
 
 } // namespace goods

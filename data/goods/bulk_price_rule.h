@@ -13,11 +13,12 @@ struct PriceRule
     QString column;     ///< the price that is changed
     QString ofPriceRow; ///< "c" or "g": where it stands
     QString old;        ///< the old price; 0 for a good without a price row
-    /// The price of the price row that option 1 falls back on, NULL or 0 where there is none; empty for the others.
-    QString stored;
-    /// Fills `#BulkSource` (Code, Price) with prices of movements, for option 1; empty for the others.
-    QString movements;
+    /// Fills the empty `#BulkSource` (Code, Price) with the prices that option 1 takes, none of them 0; uses
+    /// `#BulkMoves`, of the same form. Empty for the others, which start from the old price.
+    QString sources;
+    QString noSource;  ///< condition: there is no price to start from
     QString belowZero; ///< condition on `OldPrice`: the result would be below 0
+    QString above;     ///< condition on `OldPrice`: before rounding the result is above 0, where it is not below
     QString result;    ///< of `OldPrice` and `Source`, rounded; may be larger than a price, NULL where it is far larger
 };
 
@@ -25,7 +26,7 @@ struct PriceRule
 inline const QString MostPrice = QString::fromUtf16(u"9999999999999999999.999999999");
 
 /// Throws RefusedText for an instruction that makes no sense: level, option, direction, rounding, or a percent or
-/// amount below 0 or of more than 13 digits.
+/// amount below 0 or beyond its limit.
 PriceRule RuleOf(const PriceInstruction &instruction);
 
 } // namespace goods

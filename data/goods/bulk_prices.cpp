@@ -28,17 +28,16 @@ QString Fate(PriceFate fate)
 /// for each good.
 QString GoodsWithPrices(const PriceRule &rule)
 {
-    const bool taken = !rule.stored.isEmpty();
-    const QString source = taken ? u"NULLIF("_s + rule.stored + u", 0)"_s : u"0"_s;
+    const bool taken = !rule.sources.isEmpty();
     const QString goods = u"SELECT s.Place, s.Code, g.Code AS Good, g.Name, "_s + rule.old + u" AS OldPrice, "_s +
-                          source +
+                          (taken ? u"m.Price"_s : u"0"_s) +
                           u" AS Source FROM #BulkGoods s LEFT JOIN GoodInf g ON g.Code = s.Code LEFT JOIN "
                           "GoodCostDiscount c ON c.GoodCode = s.Code"_s +
                           (taken ? u" LEFT JOIN #BulkSource m ON m.Code = s.Code"_s : QString());
     return u"SELECT Place, Code, Name, OldPrice, Source, CASE WHEN Good IS NULL THEN "_s + Fate(PriceFate::GoodGone) +
-           u" WHEN Source IS NULL THEN "_s + Fate(PriceFate::NoSource) + u" WHEN "_s + rule.belowZero + u" THEN "_s +
-           Fate(PriceFate::BelowZero) + u" ELSE "_s + Fate(PriceFate::Changes) + u" END AS Fate FROM ("_s + goods +
-           u") AS a"_s;
+           u" WHEN "_s + rule.noSource + u" THEN "_s + Fate(PriceFate::NoSource) + u" WHEN "_s + rule.belowZero +
+           u" THEN "_s + Fate(PriceFate::BelowZero) + u" ELSE "_s + Fate(PriceFate::Changes) +
+           u" END AS Fate FROM ("_s + goods + u") AS a"_s;
 }
 
 } // namespace
@@ -58,10 +57,13 @@ bool BulkPrices::BulkPrices_Prepare(const GoodsScope &scope, const PriceInstruct
     if (!Take(m_main, scope, steps)) {
         return false;
     }
-    if (!rule.movements.isEmpty()) {
-        host::Exec(m_main, DropTable(u"#BulkSource"_s) +
-                               u" CREATE TABLE #BulkSource (Code int NOT NULL PRIMARY KEY, Price decimal(28,9)) "_s +
-                               rule.movements);
+    if (!rule.sources.isEmpty()) {
+        QString tables;
+        for (const QString &table : {u"#BulkSource"_s, u"#BulkMoves"_s}) {
+            tables += DropTable(table) + u" CREATE TABLE "_s + table +
+                      u" (Code int NOT NULL PRIMARY KEY, Price decimal(28,9)) "_s;
+        }
+        host::Exec(m_main, tables + rule.sources);
     }
     if (!steps.GoOn()) {
         return false;
@@ -69,7 +71,7 @@ bool BulkPrices::BulkPrices_Prepare(const GoodsScope &scope, const PriceInstruct
     host::Exec(
         m_main,
         u"CREATE TABLE #BulkPrices (Place int NOT NULL PRIMARY KEY, Code int NOT NULL, Name nvarchar(152), "
-        "OldPrice decimal(28,9), NewPrice decimal(38,9), Fate tinyint NOT NULL, Picked bit NOT NULL) "
+        "OldPrice decimal(28,9), NewPrice decimal(38,9), Fate int NOT NULL, Picked bit NOT NULL) "
         "INSERT INTO #BulkPrices (Place, Code, Name, OldPrice, NewPrice, Fate, Picked) SELECT Place, Code, Name, "
         "OldPrice, CASE Fate WHEN 0 THEN "_s +
             rule.result + u" END, Fate, 1 FROM ("_s + GoodsWithPrices(rule) + u") AS b"_s);
@@ -78,10 +80,12 @@ bool BulkPrices::BulkPrices_Prepare(const GoodsScope &scope, const PriceInstruct
         return false;
     }
     const QString tooLarge = u"(NewPrice IS NULL OR NewPrice > "_s + MostPrice + u')';
-    host::Exec(m_main, u"UPDATE #BulkPrices SET Picked = 0, NewPrice = CASE WHEN NewPrice <= "_s + MostPrice +
-                           u" THEN NewPrice END, Fate = CASE WHEN Fate <> 0 THEN Fate WHEN "_s + tooLarge +
-                           u" THEN "_s + Fate(PriceFate::TooLarge) + u" ELSE "_s + Fate(PriceFate::SamePrice) +
-                           u" END WHERE Fate <> 0 OR NewPrice = OldPrice OR "_s + tooLarge);
+    const QString roundedAway = u"(NewPrice = 0 AND "_s + rule.above + u')';
+    host::Exec(m_main, u"UPDATE #BulkPrices SET Picked = 0, NewPrice = CASE WHEN "_s + tooLarge + u" OR "_s +
+                           roundedAway + u" THEN NULL ELSE NewPrice END, Fate = CASE WHEN Fate <> 0 THEN Fate WHEN "_s +
+                           tooLarge + u" THEN "_s + Fate(PriceFate::TooLarge) + u" WHEN "_s + roundedAway +
+                           u" THEN "_s + Fate(PriceFate::RoundedAway) + u" ELSE "_s + Fate(PriceFate::SamePrice) +
+                           u" END WHERE Fate <> 0 OR NewPrice = OldPrice OR "_s + tooLarge + u" OR "_s + roundedAway);
     m_instruction = instruction;
     m_scope = scope.kind;
     return true;
@@ -89,29 +93,9 @@ bool BulkPrices::BulkPrices_Prepare(const GoodsScope &scope, const PriceInstruct
 
 void BulkPrices::BulkPrices_GetAll(Rows rows)
 {
-    const QString which = rows == Rows::All        ? QString()
-                          : rows == Rows::Changing ? u" WHERE Fate = 0"_s
-                                                   : u" WHERE Fate <> 0"_s;
+    const QString which = rows == Rows::All ? QString() : u" WHERE Fate <> 0"_s;
     BulkPrices_QRY.Open(u"SELECT Place, Code, Name, OldPrice, NewPrice, Fate, Picked FROM #BulkPrices"_s + which +
                         u" ORDER BY Place"_s);
-}
-
-PriceTotals BulkPrices::BulkPrices_Totals()
-{
-    PriceTotals totals;
-    host::Query rows(m_main, u"SELECT Fate, Picked, COUNT(*) AS Goods, SUM(OldPrice) AS OldSum, SUM(NewPrice) AS "
-                             "NewSum, SUM(CASE WHEN NewPrice > OldPrice THEN 1 ELSE 0 END) AS Rising FROM #BulkPrices "
-                             "GROUP BY Fate, Picked"_s);
-    for (; !rows.Eof(); rows.Next()) {
-        totals.goods.at(static_cast<size_t>(rows.Int(u"Fate"))) += rows.Int(u"Goods");
-        if (rows.Int(u"Fate") == 0 && rows.Bool(u"Picked")) {
-            totals.picked = rows.Int(u"Goods");
-            totals.oldSum = rows.Number(u"OldSum");
-            totals.newSum = rows.Number(u"NewSum");
-            totals.rising = rows.Int(u"Rising");
-        }
-    }
-    return totals;
 }
 
 void BulkPrices::BulkPrices_Pick(const QList<int> &codes, bool picked)
@@ -137,10 +121,11 @@ BulkResult BulkPrices::BulkPrices_Apply(const BulkOrder &order)
 {
     const PriceRule rule = RuleOf(m_instruction);
     const QList<BulkField> fields{{rule.column, {}}};
-    // What is compared may not change before it is written.
-    const QString stored = u" FROM #BulkPrices p LEFT JOIN GoodInf g WITH (UPDLOCK) ON g.Code = p.Code LEFT JOIN "
-                           "GoodCostDiscount c WITH (UPDLOCK) ON c.GoodCode = p.Code WHERE p.Fate = 0 AND p.Picked = 1 "
-                           "AND "_s;
+    // What is compared may not change before it is written, and no price row may come where there is none.
+    const QString stored =
+        u" FROM #BulkPrices p LEFT JOIN GoodInf g WITH (UPDLOCK) ON g.Code = p.Code LEFT JOIN "
+        "GoodCostDiscount c WITH (UPDLOCK, HOLDLOCK) ON c.GoodCode = p.Code WHERE p.Fate = 0 AND p.Picked = 1 "
+        "AND "_s;
     BulkResult result;
     const BulkResult cancelled{BulkResult::Outcome::Cancelled};
     BulkSteps steps(order.progress, WriteSteps);
@@ -170,6 +155,7 @@ BulkResult BulkPrices::BulkPrices_Apply(const BulkOrder &order)
         return cancelled;
     }
     transaction.Commit();
+    ledger.Trim(result.change);
     return result;
 }
 

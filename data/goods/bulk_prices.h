@@ -25,10 +25,9 @@ public:
     /// below 0).
     bool BulkPrices_Prepare(const GoodsScope &scope, const PriceInstruction &instruction,
                             const BulkProgress &progress = {});
-    /// Opens the rows of the preview: all, or those that change or stay.
-    enum class Rows : quint8 { All, Changing, Staying };
+    /// Opens the rows of the preview: all, or those that stay.
+    enum class Rows : quint8 { All, Staying };
     void BulkPrices_GetAll(Rows rows = Rows::All);
-    PriceTotals BulkPrices_Totals();
     /// Leaves goods out, or takes them in again; of goods that do not change nothing happens. The open rows are to be
     /// opened anew by the caller.
     void BulkPrices_Pick(const QList<int> &codes, bool picked);

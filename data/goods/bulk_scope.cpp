@@ -1,5 +1,6 @@
 #include "data/goods/bulk_scope.h"
 
+#include "data/goods/good_lookups.h"
 #include "host/data/query.h"
 
 #include <QSet>
@@ -64,8 +65,9 @@ bool Take(const QSqlDatabase &main, const GoodsScope &scope, BulkSteps &steps)
     if (scope.kind != ScopeKind::All) {
         return TakeCodes(main, ScopeTable, scope.codes, steps);
     }
-    host::Exec(main,
-               FreshTable(ScopeTable) + u" INSERT INTO #BulkGoods (Code, Place) SELECT Code, Code FROM GoodInf"_s);
+    host::Exec(main, FreshTable(ScopeTable) +
+                         u" INSERT INTO #BulkGoods (Code, Place) SELECT g.Code, g.Code FROM GoodInf g"_s +
+                         GoodsShownTo(scope.deniedTo));
     return steps.GoOn();
 }
 

@@ -65,12 +65,12 @@ QString Stored(const BulkField &field)
     return u"ISNULL(t."_s + field.name + (number ? u",1)"_s : u",0)"_s);
 }
 
-/// The goods of the scope with their rows `t`; `g` is NULL for a good that is gone.
+/// The goods of the scope with their rows `t`, to be written; `g` is NULL for a good that is gone.
 QString ScopeRows(const QList<BulkField> &fields)
 {
     const BulkTarget target = TargetOf(fields);
-    return u" FROM #BulkGoods s LEFT JOIN GoodInf g ON g.Code = s.Code LEFT JOIN "_s + target.table +
-           u" t WITH (UPDLOCK) ON t."_s + target.key + u" = s.Code"_s;
+    return u" FROM #BulkGoods s LEFT JOIN GoodInf g ON g.Code = s.Code LEFT JOIN "_s + target.table + u" t"_s + Locked +
+           u" ON t."_s + target.key + u" = s.Code"_s;
 }
 
 QString Differs(const QList<BulkField> &fields)
@@ -98,14 +98,6 @@ BulkForecast Forecast(const QSqlDatabase &main, const QString &select)
     forecast.protectedOf = counts.Int(u"Protected");
     forecast.same = forecast.goods - forecast.gone - forecast.changing - forecast.protectedOf;
     return forecast;
-}
-
-BulkForecast ForecastOf(const QSqlDatabase &main, const GoodsScope &scope, const QList<BulkField> &fields)
-{
-    BulkSteps steps({}, 1);
-    Take(main, scope, steps);
-    return Forecast(main, u"SELECT COUNT(*) AS Goods, 0 AS Protected, "_s + CountIf(u"g.Code IS NULL"_s, u"Gone"_s) +
-                              u", "_s + CountIf(Differs(fields), u"Changing"_s) + ScopeRows(fields));
 }
 
 /// Calls `write` with the goods of an entry, a block of codes at a time. What it leaves to the next statement
@@ -166,12 +158,6 @@ void CheckDetails(const QSqlDatabase &main, const QList<BulkField> &fields)
     }
 }
 
-QString DetailGoods(const QList<BulkField> &fields)
-{
-    return u" FROM #BulkGoods s INNER JOIN GoodInf g ON g.Code = s.Code WHERE "_s + OtherDetails(fields, u"s.Code"_s) +
-           u" AND "_s;
-}
-
 } // namespace
 
 /// A change in the making: which goods get into its entry, and how their own rows are written.
@@ -210,6 +196,7 @@ BulkResult BulkValues::Apply(const GoodsScope &scope, const Work &work, const Bu
         return cancelled;
     }
     transaction.Commit();
+    ledger.Trim(result.change);
     return result;
 }
 
@@ -230,11 +217,6 @@ BulkValues::Work BulkValues::ColumnWork(BulkKind kind, const QList<BulkField> &f
 
 // Discounts ----------------------------------------------------------------------------------------------------------
 
-BulkForecast BulkValues::GroupDiscount_Forecast(const GoodsScope &scope, const GroupDiscount &discount)
-{
-    return ForecastOf(m_main, scope, FieldsOf(discount));
-}
-
 BulkResult BulkValues::ApplyGroupDiscount(const GoodsScope &scope, const GroupDiscount &discount,
                                           const BulkOrder &order)
 {
@@ -248,11 +230,6 @@ BulkResult BulkValues::ApplyGroupDiscount(const QList<int> &codes, qsizetype hig
 }
 
 // Asset type ---------------------------------------------------------------------------------------------------------
-
-BulkForecast BulkValues::AssetType_Forecast(const GoodsScope &scope, int type)
-{
-    return ForecastOf(m_main, scope, FieldsOfType(type));
-}
 
 BulkResult BulkValues::AssetType_Apply(const GoodsScope &scope, int type, const BulkOrder &order)
 {
@@ -290,15 +267,23 @@ BulkResult BulkValues::DetailTypes_Apply(const GoodsScope &scope, const QString 
     const QList<BulkField> fields = FieldsOfDetails(detailIds);
     CheckDetails(m_main, fields);
     int left = 0;
-    Work work{
-        BulkKind::DetailTypes, fields, u"GoodCode"_s, u"s.Code"_s + DetailGoods(fields) + u"NOT "_s + Recorded, {}};
+    const QString other =
+        u" INNER JOIN GoodInf g ON g.Code = s.Code WHERE "_s + OtherDetails(fields, u"s.Code"_s, Locked);
+    Work work{BulkKind::DetailTypes,
+              fields,
+              u"GoodCode"_s,
+              u"s.Code FROM #BulkGoods s"_s + other + u" AND NOT "_s + Recorded,
+              {}};
     work.write = [&, this](BulkLedger &, int change, BulkSteps &steps) {
-        left = host::Scalar(m_main, u"SELECT COUNT(*)"_s + DetailGoods(fields) + Recorded).toInt();
+        left = host::Scalar(m_main,
+                            u"SELECT COUNT(*) FROM (SELECT DISTINCT GoodCode FROM GoodDetailKardex) AS k INNER JOIN "
+                            "#BulkGoods s ON s.Code = k.GoodCode"_s +
+                                other)
+                   .toInt();
         const QString number = QString::number(change);
         host::Exec(m_main, u"INSERT INTO BulkChangeDetails (ChangeID, GoodCode, DetailID) SELECT DISTINCT j.ChangeID, "
-                           "j.GoodCode, r.DetailID FROM BulkChangeGoods j INNER JOIN GoodDetailRelation r ON "
-                           "r.GoodCode = j.GoodCode WHERE j.ChangeID = "_s +
-                               number);
+                           "j.GoodCode, r.DetailID FROM BulkChangeGoods j INNER JOIN GoodDetailRelation r"_s +
+                               Locked + u" ON r.GoodCode = j.GoodCode WHERE j.ChangeID = "_s + number);
         return WriteBlocks(m_main, change, steps, [&](const QString &codes) {
             m_detailTypes.InsertGoodDetailTypesForGoods(codes, DetailList(fields), 1);
         });

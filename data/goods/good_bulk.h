@@ -18,9 +18,9 @@ namespace goods {
 class BulkChanges : public BulkPrices, public BulkValues, public BulkJournal
 {
 public:
-    /// `scale` is the connection to the scales' items. Keeps a reference to the part that writes detail types.
-    BulkChanges(const QSqlDatabase &main, const QSqlDatabase &scale, GoodDetailTypes &detailTypes)
-        : BulkPrices(main), BulkValues(main, detailTypes), BulkJournal(main, scale)
+    /// Keeps references to the parts that send to the scales and write detail types.
+    BulkChanges(const QSqlDatabase &main, Scales &scales, GoodDetailTypes &detailTypes)
+        : BulkPrices(main), BulkValues(main, detailTypes), BulkJournal(main, scales)
     {}
 };
 

@@ -15,7 +15,7 @@ enum class ScopeKind : quint8 {
     Marked,    ///< those marked, or the current one when none is
     NotMarked, ///< those listed but not marked
     Listed,    ///< all in the list as it is filtered and searched
-    All,       ///< every good of the database
+    All,       ///< every good that the user may see
 };
 
 /// The goods that a change is for. The codes are taken once, when the user chooses: what the list shows afterwards does
@@ -24,6 +24,8 @@ struct GoodsScope
 {
     ScopeKind kind = ScopeKind::Marked;
     QList<int> codes; ///< empty for ScopeKind::All
+    /// ScopeKind::All: the user from whom groups of goods may be withheld (`UserDeniedGroups`); 0 for a manager.
+    int deniedTo = 0;
 };
 
 /// Which price of a good is changed.
@@ -43,6 +45,10 @@ struct PriceInstruction
     int direction = 1;        ///< +1 adds, -1 takes off (options 2 and 3)
     int rounding = 0;         ///< 0 not at all, else to 10, 100, 1,000 or 10,000
 };
+
+/// The values of options 2 and 3 are below these: what their edits take, and what leaves room for decimals.
+inline constexpr host::Quantity PercentLimit = 1e13L;
+inline constexpr host::Quantity AmountLimit = 1e15L;
 
 /// What the group discount dialog hands over: only what is ticked is written.
 struct GroupDiscount
@@ -90,8 +96,8 @@ struct BulkForecast
 {
     int goods = 0;       ///< that the scope names, each once
     int changing = 0;    ///< will be written
-    int same = 0;        ///< have the values already
-    int protectedOf = 0; ///< may not be changed: quantities are recorded for their details
+    int same = 0;        ///< have the values already; to be taken back: were changed since
+    int protectedOf = 0; ///< may not be changed: quantities are recorded for their details, or an old value is gone
     int gone = 0;        ///< are no goods any more
 };
 
@@ -99,25 +105,24 @@ struct BulkForecast
 enum class PriceFate : quint8 {
     Changes = 0,
     SamePrice = 1, ///< the new price is the old one
-    NoSource = 2,  ///< the good has no such price as is to be taken over
+    NoSource = 2,  ///< the good has no price that is to be changed or taken over
     BelowZero = 3,
     TooLarge = 4,         ///< beyond what the column holds
     GoodGone = 5,         ///< deleted
     ChangedMeanwhile = 6, ///< found while writing: the stored price is no longer the old one of the preview
+    RoundedAway = 7,      ///< the new price is above 0, and rounding leaves nothing of it
 };
-inline constexpr int PriceFates = 7;
-
-/// The preview in figures.
-struct PriceTotals
-{
-    std::array<int, PriceFates> goods{}; ///< by PriceFate
-    int picked = 0;                      ///< goods that will be written: they change and the user left them in
-    host::Quantity oldSum = 0;           ///< their old prices together
-    host::Quantity newSum = 0;           ///< their new prices together
-    int rising = 0;                      ///< picked goods that become dearer; the others become cheaper
-};
+inline constexpr int PriceFates = 8;
 
 /// What a change of many goods was about.
 enum class BulkKind : quint8 { Prices = 1, Discounts = 2, AssetType = 3, DetailTypes = 4 };
+
+/// Why taking a change back leaves a good as it is.
+enum class LeftReason : quint8 {
+    None = 0,
+    Changed = 1, ///< it has other values than were written
+    Gone = 2,    ///< it was deleted; a good that has its code now is another one
+    Stuck = 3,   ///< its old type is gone, or quantities are recorded for its details
+};
 
 } // namespace goods

@@ -48,9 +48,16 @@ bool Lookups::GoodSelectedIndex_IsChecked(int code)
     return !Temp_QRY.IsEmpty() && Temp_QRY.Bool(u"DisplayType");
 }
 
-int Lookups::Good_Count()
+QString GoodsShownTo(int deniedTo)
 {
-    return host::Scalar(m_main, u"select Count(*) as Goods from GoodInf"_s).toInt();
+    return deniedTo == 0 ? QString()
+                         : u" WHERE NOT EXISTS (SELECT 1 FROM UserDeniedGroups d WHERE d.UserCode = "_s +
+                               QString::number(deniedTo) + u" AND d.GrpCode = g.GrpCode)"_s;
+}
+
+int Lookups::Good_Count(int deniedTo)
+{
+    return host::Scalar(m_main, u"select Count(*) as Goods from GoodInf g"_s + GoodsShownTo(deniedTo)).toInt();
 }
 
 void Lookups::UpdateMogodiKala(int kind)

@@ -9,6 +9,9 @@
 
 namespace goods {
 
+/// The WHERE that leaves the goods `g` of groups denied to a user out, as the list does; empty for 0, a manager.
+QString GoodsShownTo(int deniedTo);
+
 /// What the screens offer for choosing (groups, selected lists, parts of names), and the stock on hand.
 class Lookups
 {
@@ -29,8 +32,8 @@ public:
     /// The first 50 texts, in order, that goods have in this part of their name and that begin with `beginning`.
     QStringList Good_NameParts(NamePart part, const QString &beginning);
 
-    /// How many goods there are.
-    int Good_Count();
+    /// How many goods there are, without the groups denied to a user; 0 for a manager.
+    int Good_Count(int deniedTo = 0);
 
     /// Recomputes stock on hand: 255, then 254.
     void UpdateMogodiKala(int kind);

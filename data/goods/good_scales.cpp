@@ -212,13 +212,17 @@ ScaleResult Scales::Send(const QList<int> &codes, int costLevel, bool add)
     for (const Item &good : goods) {
         const auto item = known.constFind(good.code);
         const bool stranger = item != known.cend() && item->scaleType != 1;
+        const bool absent = item == known.cend() || item->change == ScaleChange::Removed;
+        if (absent && !add && !stranger) {
+            continue; // taken off meanwhile
+        }
         if (stranger) {
             ++result.strangers;
         } else if (good.price.isEmpty() || host::QuantityFromText(good.price) == 0) {
             ++result.unpriced;
         } else if (item == known.cend()) {
             added += good;
-        } else if (!item->ShowsTheSame(good) || (add && item->change == ScaleChange::Removed)) {
+        } else if (absent || !item->ShowsTheSame(good)) {
             changed += good;
         }
     }
@@ -235,7 +239,7 @@ ScaleResult Scales::PutGoodsOnScale(const QString &codes, int costLevel)
     return Send(host::Codes(codes), costLevel, true);
 }
 
-ScaleResult Scales::SendChangesToScale(int costLevel)
+QList<int> Scales::CodesOnScale() const
 {
     QList<int> codes;
     for (host::Query query(m_scale, u"SELECT Code FROM Items WHERE ScaleType = 1 AND ChangeType <> "_s +
@@ -243,6 +247,16 @@ ScaleResult Scales::SendChangesToScale(int costLevel)
          !query.Eof(); query.Next()) {
         codes += query.Int(u"Code");
     }
+    return codes;
+}
+
+ScaleResult Scales::SendChangesToScale(int costLevel)
+{
+    return Send(CodesOnScale(), costLevel, false);
+}
+
+ScaleResult Scales::SendChangesToScale(const QList<int> &codes, int costLevel)
+{
     return Send(codes, costLevel, false);
 }
 

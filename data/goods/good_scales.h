@@ -45,6 +45,10 @@ public:
     ScaleResult PutGoodsOnScale(const QString &codes, int costLevel);
     /// Sends what has changed since of the goods on the scales: names, prices of the level, barcodes, units.
     ScaleResult SendChangesToScale(int costLevel);
+    /// The same of these goods alone. Of one that is not on the scales, or is to be taken off, nothing is sent.
+    ScaleResult SendChangesToScale(const QList<int> &codes, int costLevel);
+    /// The goods on the scales that are not to be taken off.
+    QList<int> CodesOnScale() const;
     /// Marks items to be taken off; how many were not marked yet. `codes` is a code list.
     int TakeGoodsOffScale(const QString &codes);
 

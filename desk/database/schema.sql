@@ -390,12 +390,13 @@ CREATE TABLE BulkChangeFields (
     CONSTRAINT FK_BulkChangeFields_BulkChanges FOREIGN KEY (ChangeID) REFERENCES BulkChanges (ID) ON DELETE CASCADE
 )
 
--- The goods written and what they had before: Old1 is the old value of the field in place 1. IsLeft: taking the change
--- back left the good as it was, because it had been changed since. The good may be deleted, therefore no foreign key.
+-- The goods written and what they had before: Old1 is the old value of the field in place 1. IsLeft: why taking the
+-- change back left the good as it was; 1: changed since, 2: deleted, 3: its old value is gone or may not come back, 0: it
+-- did not. The good may be deleted, therefore no foreign key.
 CREATE TABLE BulkChangeGoods (
     ChangeID int           NOT NULL,
     GoodCode int           NOT NULL,
-    IsLeft   bit           NOT NULL DEFAULT 0,
+    IsLeft   tinyint       NOT NULL DEFAULT 0,
     NewPrice decimal(28,9) NULL,
     Old1     decimal(28,9) NULL,
     Old2     decimal(28,9) NULL,
@@ -444,6 +445,8 @@ CREATE TABLE Kardex (
 )
 CREATE INDEX IX_Kardex_Kala ON Kardex (Kala, Anbar)
 CREATE INDEX IX_Kardex_Operation ON Kardex (OperationType, OperationCode)
+-- The last and the highest price of a good.
+CREATE INDEX IX_Kardex_Prices ON Kardex (OperationType, Kala, [Date] DESC, Code DESC) INCLUDE (Amount1, Cost)
 
 -- Stock on hand as UpdateMogodiKala last reckoned it: per store, and per good for the goods list.
 CREATE TABLE GoodStoreStock (

@@ -14,6 +14,7 @@ TAsk_FRM::TAsk_FRM(host::Host &host, const QString &title)
     SaveButton()->setProperty("primary", true);
     host::theme::Repolish(SaveButton());
     m_subject->setObjectName(u"Subject_LBL"_s);
+    m_subject->setTextFormat(Qt::PlainText);
     AddToHeader(m_subject);
 }
 

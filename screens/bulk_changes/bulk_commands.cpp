@@ -30,7 +30,8 @@ constexpr int FlashMilliseconds = 2000;
 
 int Commands::GoodsOf(const GoodsScope &scope)
 {
-    return scope.kind == goods::ScopeKind::All ? m_goods.Good_Count() : static_cast<int>(scope.codes.size());
+    return scope.kind == goods::ScopeKind::All ? m_goods.Good_Count(scope.deniedTo)
+                                               : static_cast<int>(scope.codes.size());
 }
 
 /// Tells how a change ended that lists no goods.
@@ -39,12 +40,19 @@ bool Commands::Finished(const BulkResult &result)
     if (result.outcome != BulkResult::Outcome::Done)
         return false;
     if (result.left > 0)
-        m_host.messages.ShowMessage(u"%1 تغییر کرد. %2 همان‌گونه که بود ماند."_s.arg(
-                                        GoodsText(result.written), GoodsText(result.left)),
-                                    host::MessageIcon::Information);
+        TellLeft(result);
+    else if (result.written == 0)
+        m_host.messages.ShowMessage(u"کالایی تغییر نکرد: همه همین مقدار را داشتند."_s, host::MessageIcon::Information);
     else
         m_host.messages.ShowFlashMessage(u"عملیات با موفقیت انجام شد"_s, FlashMilliseconds);
     return result.written > 0;
+}
+
+void Commands::TellLeft(const BulkResult &result)
+{
+    m_host.messages.ShowMessage(u"%1 تغییر کرد. %2 همان‌گونه که بود ماند."_s.arg(
+                                    GoodsText(result.written), GoodsText(result.left)),
+                                host::MessageIcon::Information);
 }
 
 bool Commands::ChangePrices(const GoodsScope &scope)
@@ -73,9 +81,13 @@ bool Commands::PreviewAndWrite(const QString &title)
         result = preview.Result();
         picked = preview.WrittenOrLeft();
     }
-    if (result.change != 0 && m_host.scales.Enabled())
-        m_goods.BulkChange_SendToScales(result.change);
+    SendToScales(m_host, m_goods, result.change);
     if (result.left == 0)
+        return Finished(result);
+    if (!AfterWriting(
+            m_host,
+            u"قیمت‌ها ذخیره شد ولی فهرست کالاهای تغییر نکرده خوانده نشد."_s,
+            [&] { m_goods.BulkPrices_GetAll(goods::BulkPrices::Rows::Staying); }))
         return Finished(result);
     ReportPrices(result, picked);
     return result.written > 0;
@@ -84,7 +96,6 @@ bool Commands::PreviewAndWrite(const QString &title)
 void Commands::ReportPrices(const BulkResult &result, const QSet<int> &picked)
 {
     const host::Dataset &rows = m_goods.BulkPrices_QRY;
-    m_goods.BulkPrices_GetAll(goods::BulkPrices::Rows::Staying);
     ComputedRows left(rows, PriceFields(rows), [&rows, &picked](int row) {
         const PriceFate fate = FateAt(rows, row);
         return (fate == PriceFate::ChangedMeanwhile || fate == PriceFate::GoodGone) &&
@@ -111,9 +122,13 @@ bool Commands::ChangeAssetType(const GoodsScope &scope)
     question.SetSubject(ScopeText(scope.kind) + u": "_s + GoodsText(GoodsOf(scope)));
     if (question.ShowModally() != QDialog::Accepted)
         return false;
-    ProgressWindow progress(question.Title(), &m_owner);
-    return Finished(m_goods.AssetType_Apply(scope, question.GoodType(),
-                                            Order(m_host, question.GoodTypeName(), progress.Callback())));
+    BulkResult result;
+    {
+        ProgressWindow progress(question.Title(), &m_owner);
+        result = m_goods.AssetType_Apply(scope, question.GoodType(),
+                                         Order(m_host, question.GoodTypeName(), progress.Callback()));
+    }
+    return Finished(result);
 }
 
 bool Commands::MayReplaceDetailTypes(const goods::BulkForecast &forecast)
@@ -145,8 +160,12 @@ bool Commands::ChangeDetailTypes(const GoodsScope &scope)
     QStringList titles;
     for (const int type : host::Codes(types))
         titles << m_goods.GetDetailTypeTitle(type);
-    ProgressWindow progress(u"تخصیص جزییات به کالاها"_s, &m_owner);
-    return Finished(m_goods.DetailTypes_Apply(scope, types, Order(m_host, titles.join(u"، "_s), progress.Callback())));
+    BulkResult result;
+    {
+        ProgressWindow progress(u"تخصیص جزییات به کالاها"_s, &m_owner);
+        result = m_goods.DetailTypes_Apply(scope, types, Order(m_host, titles.join(u"، "_s), progress.Callback()));
+    }
+    return Finished(result);
 }
 
 bool Commands::ShowLastChanges()

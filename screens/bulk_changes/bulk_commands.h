@@ -34,6 +34,7 @@ private:
     void ReportPrices(const goods::BulkResult &result, const QSet<int> &picked);
     bool MayReplaceDetailTypes(const goods::BulkForecast &forecast);
     bool Finished(const goods::BulkResult &result);
+    void TellLeft(const goods::BulkResult &result);
 
     host::Host &m_host;
     TGood_DM &m_goods;

@@ -1,6 +1,8 @@
 #include "screens/bulk_changes/bulk_order.h"
 
+#include "data/goods/bulk_journal.h"
 #include "host/controls/number_text.h"
+#include "host/data/database_error.h"
 #include "host/host.h"
 #include "rules/stamp.h"
 
@@ -32,6 +34,24 @@ goods::BulkProgress ProgressWindow::Callback()
         m_window.setValue(qMin(done, total));
         return !m_window.wasCanceled();
     };
+}
+
+bool AfterWriting(const host::Host &host, const QString &failed, const std::function<void()> &body)
+{
+    try {
+        body();
+        return true;
+    } catch (const host::DatabaseError &error) {
+        host.messages.ShowMessage(failed + u'\n' + error.Text(), host::MessageIcon::Warning);
+        return false;
+    }
+}
+
+void SendToScales(const host::Host &host, goods::BulkJournal &changes, int change)
+{
+    if (change != 0 && host.scales.Enabled())
+        AfterWriting(host, u"قیمت‌ها ذخیره شد ولی به ترازو ارسال نشد."_s,
+                     [&] { changes.BulkChange_SendToScales(change); });
 }
 
 goods::BulkOrder Order(const host::Host &host, const QString &title, const goods::BulkProgress &progress)
@@ -90,6 +110,8 @@ QString FateText(goods::PriceFate fate)
         return u"قیمت جدید بزرگتر از حد مجاز می‌شود"_s;
     case goods::PriceFate::GoodGone:
         return u"کالا حذف شده است"_s;
+    case goods::PriceFate::RoundedAway:
+        return u"با گرد کردن، قیمتی باقی نمی‌ماند"_s;
     case goods::PriceFate::ChangedMeanwhile:
         break;
     }

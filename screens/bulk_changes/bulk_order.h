@@ -4,6 +4,10 @@
 
 #include <QProgressDialog>
 
+namespace goods {
+class BulkJournal;
+}
+
 namespace host {
 struct Host;
 }
@@ -22,6 +26,12 @@ public:
 private:
     QProgressDialog m_window;
 };
+
+/// Runs what follows a change that is stored. An error of the database is told after `failed`, which says what did not
+/// work although the change stands: nobody is to repeat a change that was made. Answers whether it worked.
+bool AfterWriting(const host::Host &host, const QString &failed, const std::function<void()> &body);
+/// The prices of a change to the scales of shops that have some; nothing for change 0.
+void SendToScales(const host::Host &host, goods::BulkJournal &changes, int change);
 
 /// What is asked by the signed-in user now.
 goods::BulkOrder Order(const host::Host &host, const QString &title, const goods::BulkProgress &progress);

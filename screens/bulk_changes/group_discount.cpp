@@ -71,9 +71,7 @@ bool TDiscount_Edit_Group_FRM::Change(const goods::GoodsScope &scope, int count)
 void TDiscount_Edit_Group_FRM::Load()
 {
     m_result = {};
-    const QStringList titles = m_host.levels.DiscountLevels();
-    m_captions = DiscountSide::Captions(titles, u"تخفیف نوع %1"_s);
-    const QStringList boxes = DiscountSide::Captions(titles, u"سطح تخفیف %1"_s);
+    const QStringList boxes = DiscountSide::Captions(m_host.levels.DiscountLevels(), u"سطح تخفیف %1"_s);
     for (Ticked *side : {m_sell.get(), m_buy.get()}) {
         for (size_t i = 0; i < side->rates.size(); ++i) {
             side->rates[i]->setChecked(false);
@@ -103,7 +101,12 @@ std::vector<host::Check> TDiscount_Edit_Group_FRM::Validate()
         return side.defaultRate->isChecked() ? side.values.CheckDefault(caption) : host::Refused();
     };
     return {
-        {u"RatesInRange"_s, [this] { return DiscountSide::CheckRates(m_sell->values, m_buy->values, m_captions); }},
+        // A refused rate goes by its number, whatever title it has.
+        {u"RatesInRange"_s,
+         [this] {
+             return DiscountSide::CheckRates(m_sell->values, m_buy->values,
+                                             DiscountSide::Captions({}, u"تخفیف نوع %1"_s));
+         }},
         {u"DefaultBuyChosen"_s, [this, defaultChosen] { return defaultChosen(*m_buy, u"تخفیف پیش فرض خرید"_s); }},
         {u"DefaultSellChosen"_s, [this, defaultChosen] { return defaultChosen(*m_sell, u"تخفیف پیش فرض فروش"_s); }},
         {u"AnythingTicked"_s,

@@ -58,5 +58,4 @@ private:
     std::unique_ptr<Ticked> m_buy;
     const goods::GoodsScope *m_scope = nullptr; ///< while the screen is open
     goods::BulkResult m_result;
-    QStringList m_captions; ///< of the rates where one is refused
 };

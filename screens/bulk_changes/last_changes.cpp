@@ -33,6 +33,21 @@ QString ShownValues(const QString &values, BulkKind kind)
     return shown.join(u" / "_s);
 }
 
+QString LeftText(goods::LeftReason reason)
+{
+    switch (reason) {
+    case goods::LeftReason::None:
+        return {};
+    case goods::LeftReason::Changed:
+        return u"پس از آن تغییر کرده"_s;
+    case goods::LeftReason::Gone:
+        return u"کالا حذف شده است"_s;
+    case goods::LeftReason::Stuck:
+        break;
+    }
+    return u"مقدار پیشین قابل بازگشت نیست"_s;
+}
+
 /// A change of prices has numbers, the others texts.
 QList<GridColumn> GoodColumns(BulkKind kind)
 {
@@ -68,7 +83,7 @@ QList<GridColumn> ChangeColumns()
 TBulk_Changes_FRM::TBulk_Changes_FRM(host::Host &host, goods::BulkJournal &changes)
     : TBaseDock_FRM(host, host::TSoftwarePart::Goods, host::TFormMode::Review),
       m_ui(std::make_unique<Ui::TBulk_Changes_FRM>()), m_changes(changes),
-      m_rows(changes.BulkChanges_QRY, ChangeFields()), m_goods(changes.BulkGoods_QRY, GoodFields())
+      m_rows(changes.BulkChanges_QRY, ChangeFields()), m_goods(changes.BulkGoods_QRY, GoodFields(changes.BulkGoods_QRY))
 {
     m_ui->setupUi(Content());
     SetTitle(u"آخرین تغییرات گروهی کالاها"_s);
@@ -121,15 +136,13 @@ QList<ComputedRows::Column> TBulk_Changes_FRM::ChangeFields() const
     };
 }
 
-QList<ComputedRows::Column> TBulk_Changes_FRM::GoodFields() const
+QList<ComputedRows::Column> TBulk_Changes_FRM::GoodFields(const host::Dataset &goods) const
 {
-    const auto values = [this](const char16_t *field) {
-        return [this, field](int row) {
-            return ShownValues(m_changes.BulkGoods_QRY.FieldAt(row, field).toString(), Kind());
-        };
+    const auto values = [this, &goods](const char16_t *field) {
+        return [this, &goods, field](int row) { return ShownValues(goods.FieldAt(row, field).toString(), Kind()); };
     };
-    const auto stayed = [this](int row) {
-        return m_changes.BulkGoods_QRY.FieldAt(row, u"Left").toBool() ? u"پس از آن تغییر کرده"_s : QString();
+    const auto stayed = [&goods](int row) {
+        return LeftText(static_cast<goods::LeftReason>(goods.FieldAt(row, u"Left").toInt()));
     };
     return {{u"Before"_s, values(u"OldText")}, {u"After"_s, values(u"NewText")}, {u"Stayed"_s, stayed}};
 }
@@ -197,14 +210,25 @@ void TBulk_Changes_FRM::ShowGoods()
     m_ui->TGeneral_Search_Frame1->SetColumns(columns);
 }
 
+/// Another desk may have taken the change back since the list was read, or so many have come that it was dropped.
+bool TBulk_Changes_FRM::Stands(int change)
+{
+    const auto state = m_changes.BulkChange_State(change);
+    if (state != goods::BulkJournal::State::Stands)
+        m_host.messages.ShowMessage(
+            state == goods::BulkJournal::State::TakenBack
+                ? u"این تغییر را کاربر دیگری پیش از این برگردانده است."_s
+                : u"این تغییر قدیمی شده و از فهرست آخرین تغییرات بیرون رفته است؛ دیگر نمی‌توان آن را برگرداند."_s,
+            host::MessageIcon::Warning, Title());
+    return state == goods::BulkJournal::State::Stands;
+}
+
 bool TBulk_Changes_FRM::MayTakeBack(int change)
 {
-    if (!host::Granted(m_host, SoftwarePart(), host::TPermission::Change))
-        return false;
     const goods::BulkForecast forecast = m_changes.BulkChange_Forecast(change);
     if (forecast.changing == 0) {
         m_host.messages.ShowMessage(
-            u"همه‌ی کالاهای این تغییر پس از آن دوباره تغییر کرده یا حذف شده‌اند و چیزی برای برگرداندن نمانده است."_s,
+            u"همه‌ی کالاهای این تغییر پس از آن دوباره تغییر کرده یا حذف شده‌اند یا مقدار پیشین آنها قابل بازگشت نیست؛ چیزی برای برگرداندن نمانده است."_s,
             host::MessageIcon::Information, Title());
         return false;
     }
@@ -214,14 +238,30 @@ bool TBulk_Changes_FRM::MayTakeBack(int change)
         question +=
             u"\n%1 که پس از آن تغییر کرده همان‌گونه که هست می‌ماند."_s.arg(
                 GoodsText(forecast.same));
+    if (forecast.protectedOf > 0)
+        question += u"\nمقدار پیشین %1 قابل بازگشت نیست."_s.arg(GoodsText(forecast.protectedOf));
     if (forecast.gone > 0)
         question += u"\n%1 حذف شده است."_s.arg(GoodsText(forecast.gone));
     return m_host.messages.Ask(question + u"\nآیا ادامه می‌دهید؟"_s, false);
 }
 
+void TBulk_Changes_FRM::Reload()
+{
+    const host::Grid::Place place = m_ui->Changes_GRD->CurrentPlace();
+    m_changes.BulkChanges_GetAll();
+    m_ui->Changes_GRD->ReturnTo(place);
+    ShowGoods();
+}
+
 void TBulk_Changes_FRM::TakeBack()
 {
     const int change = Change();
+    if (!host::Granted(m_host, SoftwarePart(), host::TPermission::Change))
+        return;
+    if (!Stands(change)) {
+        Reload();
+        return;
+    }
     if (!MayTakeBack(change))
         return;
     BulkResult result;
@@ -232,19 +272,16 @@ void TBulk_Changes_FRM::TakeBack()
     if (result.outcome == BulkResult::Outcome::Cancelled)
         return;
     if (result.outcome == BulkResult::Outcome::Refused) {
-        m_host.messages.ShowMessage(u"این تغییر را کاربر دیگری پیش از این برگردانده است."_s, host::MessageIcon::Warning,
-                                    Title());
-    } else {
-        m_wrote = true;
-        if (m_host.scales.Enabled())
-            m_changes.BulkChange_SendToScales(change);
+        Stands(change);
+        Reload();
+        return;
     }
-    const host::Grid::Place place = m_ui->Changes_GRD->CurrentPlace();
-    m_changes.BulkChanges_GetAll();
-    m_ui->Changes_GRD->ReturnTo(place);
-    if (result.outcome == BulkResult::Outcome::Done)
+    m_wrote = true;
+    bulk_changes::SendToScales(m_host, m_changes, change);
+    bulk_changes::AfterWriting(m_host, u"مقدارهای پیشین برگردانده شد ولی فهرست خوانده نشد."_s, [&] {
+        Reload();
         ShowLeft(change, result);
-    ShowGoods();
+    });
 }
 
 void TBulk_Changes_FRM::ShowLeft(int change, const BulkResult &result)
@@ -254,10 +291,13 @@ void TBulk_Changes_FRM::ShowLeft(int change, const BulkResult &result)
         return;
     }
     m_changes.BulkGoods_GetLeft(change);
+    ComputedRows left(m_changes.BulkLeft_QRY, GoodFields(m_changes.BulkLeft_QRY));
+    QList<GridColumn> columns = GoodColumns(Kind());
+    columns.last().caption = u"علت"_s;
     TBulk_Report_FRM report(
         m_host, u"برگرداندن تغییر گروهی"_s,
-        u"مقدار پیشین %1 برگردانده شد. %2 زیر پس از آن تغییر کرده و همان‌گونه که هست ماند."_s
-            .arg(GoodsText(result.written), GoodsText(result.left)),
-        m_goods, GoodColumns(Kind()).mid(0, 4));
+        u"مقدار پیشین %1 برگردانده شد. %2 زیر همان‌گونه که هست ماند."_s.arg(
+            GoodsText(result.written), GoodsText(result.left)),
+        left, columns);
     report.ShowModally();
 }

@@ -39,13 +39,15 @@ protected:
 private:
     void BuildGrids();
     QList<bulk_changes::ComputedRows::Column> ChangeFields() const;
-    QList<bulk_changes::ComputedRows::Column> GoodFields() const;
+    QList<bulk_changes::ComputedRows::Column> GoodFields(const host::Dataset &goods) const;
     goods::BulkKind Kind() const;
     int Change() const;
     void FollowCurrent();
     void ShowGoods();
     void TakeBack();
+    bool Stands(int change);
     bool MayTakeBack(int change);
+    void Reload();
     void ShowLeft(int change, const goods::BulkResult &result);
 
     std::unique_ptr<Ui::TBulk_Changes_FRM> m_ui;

@@ -117,10 +117,17 @@ void TGood_UpdatePrice_FRM::BeforeChecks()
 std::vector<host::Check> TGood_UpdatePrice_FRM::Validate()
 {
     const bool consumer = m_ui->CostType_CMD->currentIndex() == static_cast<int>(PriceKind::Consumer);
-    return {{u"LevelChosen"_s, [this, consumer] {
+    const auto below = [](host::NumericEdit *edit, host::Quantity limit) {
+        return host::When(edit->isEnabled() && edit->Number() >= limit,
+                          host::Warning(edit, u"عدد وارد شده بزرگتر از حد مجاز است."_s));
+    };
+    return {{u"LevelChosen"_s,
+             [this, consumer] {
                  return host::When(!consumer && m_ui->CostColumnSelect_SEF->Code() == 0,
                                    host::Required(m_ui->CostColumnSelect_SEF, u"سطح قیمتی"_s));
-             }}};
+             }},
+            {u"PercentInRange"_s, [this, below] { return below(m_ui->Percent_Option2_EDT, goods::PercentLimit); }},
+            {u"AmountInRange"_s, [this, below] { return below(m_ui->Price_Option3_EDT, goods::AmountLimit); }}};
 }
 
 void TGood_UpdatePrice_FRM::Write()

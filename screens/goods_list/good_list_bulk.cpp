@@ -12,6 +12,12 @@ using goods::ScopeKind;
 
 // The changes of many goods at once.
 
+namespace {
+
+constexpr int Manager = 1; // TUserInfo::ManageType
+
+} // namespace
+
 void TGood_List_FRM::BindBulkCommands()
 {
     const QList<ScopeKind> listed{ScopeKind::Marked, ScopeKind::NotMarked, ScopeKind::Listed, ScopeKind::All};
@@ -78,7 +84,8 @@ void TGood_List_FRM::ChangeMany(ScopeKind kind, BulkChange change)
 {
     if (!host::Granted(m_host, SoftwarePart(), host::TPermission::Change))
         return;
-    goods::GoodsScope scope{kind, {}};
+    const host::TUserInfo &user = m_host.settings.UserInfo();
+    goods::GoodsScope scope{kind, {}, user.ManageType == Manager ? 0 : user.Code};
     if (kind != ScopeKind::All) {
         for (const QString &key : KeysOf(kind))
             scope.codes << key.toInt();
