@@ -75,7 +75,7 @@ void TGood_Get_FRM::BuildPages()
                                    m_data, rule, this);
     m_validation = std::make_unique<GoodValidation>(
         m_host, m_data,
-        GoodValidation::Pages{*m_general, *m_prices, *m_details, *m_complete, *m_discounts, *m_barcodes});
+        GoodValidation::Pages{*m_general, *m_prices, *m_details, *m_complete, *m_discounts, *m_barcodes, *m_categories});
 }
 
 void TGood_Get_FRM::BindPages()

@@ -141,9 +141,16 @@ private slots:
                         test::Press(Qt::Key_Down);
                         test::Find<QPushButton>(form, u"SelectedLists_BTN"_s).click();
                         QCOMPARE(s->host.selectedLists.calls, QStringList{u"Call_SelectedLists(1)"_s});
+                        test::Focus(form, u"Editor"_s);
+                        test::Type(u"نیست"_s);
+                        test::Press(Qt::Key_F3);
+                        QVERIFY(s->host.messages.Take().contains(u"دسته‌ای با این نام نیست"_s));
+                        test::Press(Qt::Key_A, Qt::ControlModifier);
+                        test::Type(u"لبن"_s);
                         test::Press(Qt::Key_F3);
                     });
         s->Activate();
+        QVERIFY2(Summary().contains(u"دسته: "_s), "what is typed counts");
         s->Press({Qt::Key_Insert, Qt::Key_Insert});
         test::Find<QPushButton>(&s->list, u"SelectedList_BTN"_s).click();
         QVERIFY(s->host.selectedLists.calls.last().startsWith(u"AddToSelectedList("_s));
