@@ -65,9 +65,8 @@ void TCategory_List_FRM::BindTree()
         if (!Command(Title(), body))
             tree->EditAgain();
     };
-    connect(tree, &CategoryTreeView::NewNamed, this, [this, store](const QString &name, CategoryStore::Place place) {
-        store([&] { StoreNew(name, place); });
-    });
+    connect(tree, &CategoryTreeView::NewNamed, this,
+            [this, store](const QString &name, CategoryStore::Place place) { store([&] { StoreNew(name, place); }); });
     connect(tree, &CategoryTreeView::Renamed, this,
             [this, store](int code, const QString &name) { store([&] { StoreName(code, name); }); });
     connect(tree, &CategoryTreeView::Dropped, this, [this, command](int code, CategoryStore::Place place) {
@@ -97,7 +96,8 @@ void TCategory_List_FRM::Fill(int current)
 {
     m_ui->Categories_TRE->Fill(m_store.All(), m_store.GoodsCounts());
     m_ui->Categories_TRE->Search(m_ui->Search_EDT->text());
-    m_ui->Categories_TRE->StandOn(current); // the next key is for what was just changed, whatever the search finds first
+    m_ui->Categories_TRE->StandOn(
+        current); // the next key is for what was just changed, whatever the search finds first
     m_ui->Count_LBL->setText(
         u"%1 دسته   ·   جابه‌جایی با Ctrl و جهت‌نماها: بالا و پایین در همین شاخه، چپ زیر دسته‌ی "
         "بالایی، راست یک پله بالاتر"_s.arg(host::PersianDigits(QString::number(m_ui->Categories_TRE->Count()))));

@@ -60,10 +60,9 @@ bool GoodDetails::CheckGoodDetailKardexExists(int goodCode)
     // What is being entered on an unsaved document becomes a movement with the document. The opening row is saved by
     // the editor that asks; what a desk that died has left of it would block the good for ever.
     return GoodDetailsSaved(goodCode) ||
-           host::Exists(m_connection,
-                        u"SELECT TOP 1 ID FROM GoodDetailKardexEnter_Temp WHERE GoodCode = %1 AND "
-                        "OperationType <> %2"_s.arg(goodCode)
-                            .arg(static_cast<int>(host::TOperationType::OpeningStock)));
+           host::Exists(m_connection, u"SELECT TOP 1 ID FROM GoodDetailKardexEnter_Temp WHERE GoodCode = %1 AND "
+                                      "OperationType <> %2"_s.arg(goodCode)
+                                          .arg(static_cast<int>(host::TOperationType::OpeningStock)));
 }
 
 bool GoodDetails::GoodDetailsSaved(int goodCode)

@@ -74,7 +74,8 @@ void TBaseSearch_FRM::RunSelect()
 {
     for (CategoryPath *path : Content()->findChildren<CategoryPath *>())
         if (!path->TakePending()) {
-            m_host.messages.ShowMessage(u"دسته‌ای با این نام نیست."_s, MessageIcon::Warning, Title());
+            m_host.messages.ShowMessage(u"دسته‌ای با این نام نیست."_s, MessageIcon::Warning,
+                                        Title());
             path->setFocus(Qt::OtherFocusReason);
             return;
         }

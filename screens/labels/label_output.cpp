@@ -89,14 +89,15 @@ void LabelOutput::Preview()
     preview.resize(900, 700);
     preview.findChild<QPrintPreviewWidget *>()->setObjectName(u"LabelPages_PRV"_s);
     QString failure;
-    QObject::connect(&preview, &QPrintPreviewDialog::paintRequested, &preview, [this, &preview, &failure](QPrinter *on) {
-        try {
-            Print(*on);
-        } catch (const std::exception &error) {
-            failure = QString::fromUtf8(error.what());
-            QMetaObject::invokeMethod(&preview, &QDialog::reject, Qt::QueuedConnection); // it may be opening still
-        }
-    });
+    QObject::connect(
+        &preview, &QPrintPreviewDialog::paintRequested, &preview, [this, &preview, &failure](QPrinter *on) {
+            try {
+                Print(*on);
+            } catch (const std::exception &error) {
+                failure = QString::fromUtf8(error.what());
+                QMetaObject::invokeMethod(&preview, &QDialog::reject, Qt::QueuedConnection); // it may be opening still
+            }
+        });
     preview.exec();
     if (!failure.isEmpty())
         Refuse(failure);

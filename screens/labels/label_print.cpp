@@ -131,8 +131,9 @@ void TGood_Label_FRM::BuildGrid()
 void TGood_Label_FRM::FormShow()
 {
     if (m_codes.size() > MostLabels) {
-        m_host.messages.ShowMessage(u"برای بیش از %1 کالا با هم لیبل چاپ نمی‌شود."_s.arg(Shown(MostLabels)),
-                                    host::MessageIcon::Warning, Title());
+        m_host.messages.ShowMessage(
+            u"برای بیش از %1 کالا با هم لیبل چاپ نمی‌شود."_s.arg(Shown(MostLabels)),
+            host::MessageIcon::Warning, Title());
         return AbortOpening();
     }
     ShowLevels();

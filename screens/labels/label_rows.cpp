@@ -110,9 +110,8 @@ qint64 LabelRows::Total() const
 
 int LabelRows::WithoutBars() const
 {
-    return static_cast<int>(std::count_if(m_rows.cbegin(), m_rows.cend(), [this](const Row &row) {
-        return CountOf(row) > 0 && !row.bars;
-    }));
+    return static_cast<int>(std::count_if(m_rows.cbegin(), m_rows.cend(),
+                                          [this](const Row &row) { return CountOf(row) > 0 && !row.bars; }));
 }
 
 Job LabelRows::MakeJob(qint64 most) const
