@@ -70,6 +70,36 @@ bool Categories::cat_checker(int goodCode, int categoryCode)
     return !Temp_QRY.IsEmpty();
 }
 
+bool Categories::DropUnfit(int goodCode)
+{
+    QList<int> attached;
+    for (const auto &[good, category] : std::as_const(m_attached)) {
+        if (good == goodCode) {
+            attached.append(category);
+        }
+    }
+    if (attached.isEmpty()) {
+        return false;
+    }
+    QList<int> unfit = attached;
+    for (Temp_QRY.Open(u"select c.Code from Categories as c where c.Code in ("_s + CategoryList(m_attached, goodCode) +
+                       u") and not exists (select 1 from Categories as b where b.ParentCode=c.Code)"_s);
+         !Temp_QRY.Eof(); Temp_QRY.Next()) {
+        unfit.removeAll(Temp_QRY.Int(u"Code"));
+    }
+    if (unfit.isEmpty()) {
+        return false;
+    }
+    QList<QPair<int, int>> rows;
+    for (const int category : std::as_const(unfit)) {
+        rows.append({goodCode, category});
+    }
+    host::Exec(m_main, u"delete Kala_category where tmp>0 and Kala_code="_s + QString::number(goodCode) +
+                           u" and Category_code in ("_s + CategoryList(rows, goodCode) + u')');
+    m_attached.removeIf([&rows](const QPair<int, int> &row) { return rows.contains(row); });
+    return true;
+}
+
 void Categories::GoodCatToTemp(int id, int kind)
 {
     // Taken from what is shown: the row itself may have been cleared by another desk.

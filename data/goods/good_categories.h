@@ -26,6 +26,9 @@ public:
     void InsertUpdateToKalaCategory(int goodCode, int categoryCode, int kind);
     /// True when the category may hold goods (has no branches) and the good, as this desk shows it, lacks it.
     bool cat_checker(int goodCode, int categoryCode);
+    /// Takes off the categories attached here that cannot hold goods any more: another desk has deleted them or given
+    /// them branches. True when there were any. At most two statements.
+    bool DropUnfit(int goodCode);
     /// Kind 2 takes the row of `KalaCategory_Qry` with this Id off the good until the save decides; kind 1 puts it
     /// back.
     void GoodCatToTemp(int id, int kind);

@@ -36,30 +36,39 @@ void TCategory_List_FRM::AddCommands()
           std::tuple(u"Cut_BTN"_s, u"برداشتن Ctrl+X"_s, QKeySequence(QKeySequence::Cut), Run(&TCategory_List_FRM::Cut)),
           std::tuple(u"Paste_BTN"_s, u"گذاشتن در این شاخه Ctrl+V"_s, QKeySequence(QKeySequence::Paste),
                      Run(&TCategory_List_FRM::Paste))})
-        Bind(AddFooterCommand(name, caption), key, [this, run = run] {
-            if (m_ui->Categories_TRE->IsEditing())
-                m_ui->Categories_TRE->setFocus(); // takes the name first
-            else
-                (this->*run)();
-        });
+        Bind(AddFooterCommand(name, caption), key, AfterEditing([this, run = run] { (this->*run)(); }));
     Bind(AddFooterButton(u"EXit_BTN"_s, u"خروج Esc"_s), {}, [this] { reject(); });
-    BindKey(Qt::Key_F2, u"تغییر نام"_s, [this] { Rename(); });
-    BindKey(Qt::CTRL | Qt::Key_Up, u"جلوتر"_s, [this] { Shift(-1); });
-    BindKey(Qt::CTRL | Qt::Key_Down, u"عقب‌تر"_s, [this] { Shift(1); });
+    BindKey(Qt::Key_F2, u"تغییر نام"_s, AfterEditing([this] { Rename(); }));
+    BindKey(Qt::CTRL | Qt::Key_Up, u"جلوتر"_s, AfterEditing([this] { Shift(-1); }));
+    BindKey(Qt::CTRL | Qt::Key_Down, u"عقب‌تر"_s, AfterEditing([this] { Shift(1); }));
     // Right to left: a branch opens to the left.
-    BindKey(Qt::CTRL | Qt::Key_Left, u"یک پله پایین‌تر"_s, [this] { Deeper(); });
-    BindKey(Qt::CTRL | Qt::Key_Right, u"یک پله بالاتر"_s, [this] { Higher(); });
+    BindKey(Qt::CTRL | Qt::Key_Left, u"یک پله پایین‌تر"_s, AfterEditing([this] { Deeper(); }));
+    BindKey(Qt::CTRL | Qt::Key_Right, u"یک پله بالاتر"_s, AfterEditing([this] { Higher(); }));
+}
+
+std::function<void()> TCategory_List_FRM::AfterEditing(const std::function<void()> &run)
+{
+    return [this, run] {
+        if (m_ui->Categories_TRE->IsEditing())
+            m_ui->Categories_TRE->setFocus(); // takes the name first
+        else
+            run();
+    };
 }
 
 void TCategory_List_FRM::BindTree()
 {
     CategoryTreeView *tree = m_ui->Categories_TRE;
     const auto command = [this](const std::function<void()> &body) { Command(Title(), body); };
-    connect(tree, &CategoryTreeView::NewNamed, this, [this, command](const QString &name, CategoryStore::Place place) {
-        command([&] { StoreNew(name, place); });
-    });
+    // A name that could not be stored stays open, whether it was refused or the database failed.
+    const auto store = [this, tree](const std::function<void()> &body) {
+        if (!Command(Title(), body))
+            tree->EditAgain();
+    };
+    connect(tree, &CategoryTreeView::NewNamed, this,
+            [this, store](const QString &name, CategoryStore::Place place) { store([&] { StoreNew(name, place); }); });
     connect(tree, &CategoryTreeView::Renamed, this,
-            [this, command](int code, const QString &name) { command([&] { StoreName(code, name); }); });
+            [this, store](int code, const QString &name) { store([&] { StoreName(code, name); }); });
     connect(tree, &CategoryTreeView::Dropped, this, [this, command](int code, CategoryStore::Place place) {
         command([&] {
             if (Allowed())
@@ -85,8 +94,10 @@ void TCategory_List_FRM::FormShow()
 
 void TCategory_List_FRM::Fill(int current)
 {
-    m_ui->Categories_TRE->Fill(m_store.All(), m_store.GoodsCounts(), current);
+    m_ui->Categories_TRE->Fill(m_store.All(), m_store.GoodsCounts());
     m_ui->Categories_TRE->Search(m_ui->Search_EDT->text());
+    m_ui->Categories_TRE->StandOn(
+        current); // the next key is for what was just changed, whatever the search finds first
     m_ui->Count_LBL->setText(
         u"%1 دسته   ·   جابه‌جایی با Ctrl و جهت‌نماها: بالا و پایین در همین شاخه، چپ زیر دسته‌ی "
         "بالایی، راست یک پله بالاتر"_s.arg(host::PersianDigits(QString::number(m_ui->Categories_TRE->Count()))));

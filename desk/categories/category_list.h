@@ -31,6 +31,8 @@ private:
     void BindTree();
     void Fill(int current);
     bool Allowed();
+    /// The command; while a name is being edited it takes that name instead.
+    std::function<void()> AfterEditing(const std::function<void()> &run);
 
     void NewNeighbour();
     void NewBranch();

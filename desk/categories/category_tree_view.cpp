@@ -92,7 +92,7 @@ QTreeWidgetItem *CategoryTreeView::MakeItem(QTreeWidgetItem *parent, int row, co
     return item;
 }
 
-void CategoryTreeView::Fill(const QList<host::Category> &nodes, const QHash<int, int> &goods, int current)
+void CategoryTreeView::Fill(const QList<host::Category> &nodes, const QHash<int, int> &goods)
 {
     QSet<int> closed;
     for (const auto &[code, item] : m_items.asKeyValueRange())
@@ -118,8 +118,15 @@ void CategoryTreeView::Fill(const QList<host::Category> &nodes, const QHash<int,
         if (goods.contains(code))
             item->setText(GoodsColumn, host::PersianDigits(QString::number(goods.value(code))));
     }
-    setCurrentItem(m_items.value(current, topLevelItem(0)));
+    setCurrentItem(topLevelItem(0));
     MarkCut(m_cut);
+}
+
+void CategoryTreeView::StandOn(int code)
+{
+    QTreeWidgetItem *item = m_items.value(code);
+    if (item && !item->isHidden())
+        setCurrentItem(item);
 }
 
 bool CategoryTreeView::ShowMatches(QTreeWidgetItem *item, const QString &folded, bool all)
@@ -140,8 +147,13 @@ void CategoryTreeView::Search(const QString &text)
     if (folded.isEmpty())
         return;
     expandAll();
+    const auto matches = [&folded](const QTreeWidgetItem *item) {
+        return !item->isHidden() && host::Fold(item->text(NameColumn)).contains(folded);
+    };
+    if (currentItem() && matches(currentItem()))
+        return;
     for (QTreeWidgetItem *item = topLevelItem(0); item; item = itemBelow(item)) {
-        if (host::Fold(item->text(NameColumn)).contains(folded)) {
+        if (matches(item)) {
             setCurrentItem(item);
             return;
         }

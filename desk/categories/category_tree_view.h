@@ -15,10 +15,13 @@ class CategoryTreeView : public QTreeWidget
 public:
     explicit CategoryTreeView(QWidget *parent = nullptr);
 
-    /// Shows the tree and stands on `current`. Branches stay open or closed as they were.
-    void Fill(const QList<host::Category> &nodes, const QHash<int, int> &goods, int current);
-    /// Shows the branches with names that contain the text, and what is above and below them; empty shows all.
+    /// Shows the tree. Branches stay open or closed as they were.
+    void Fill(const QList<host::Category> &nodes, const QHash<int, int> &goods);
+    /// Shows the branches with names that contain the text, and what is above and below them; empty shows all. Stands
+    /// on the first of them unless the current one is among them.
     void Search(const QString &text);
+    /// Stands on the node with this code when it is shown.
+    void StandOn(int code);
 
     /// The code of the current node, 0 when there is none.
     int Current() const;

@@ -117,40 +117,56 @@ void TPhotoGallery_FRM::AddFromFiles()
 {
     const QStringList files = QFileDialog::getOpenFileNames(this, u"افزودن عکس"_s, {},
                                                             u"عکس‌ها (*.png *.jpg *.jpeg *.bmp *.webp *.gif)"_s);
-    for (const QString &file : files)
-        AddFile(file);
+    AddFiles(files);
 }
 
-void TPhotoGallery_FRM::AddFile(const QString &path)
+void TPhotoGallery_FRM::AddFiles(const QStringList &paths)
 {
-    Add(ReadFile(path), QFileInfo(path).fileName());
+    QList<QByteArray> pictures;
+    for (const QString &path : paths)
+        if (const QByteArray picture = Checked(ReadFile(path), QFileInfo(path).fileName()); !picture.isEmpty())
+            pictures << picture;
+    Store(pictures);
 }
 
 void TPhotoGallery_FRM::AddFromClipboard()
 {
     const QMimeData *clipboard = QGuiApplication::clipboard()->mimeData();
-    // A copied file brings its icon along as a picture: the file counts.
-    const QList<QUrl> files = clipboard->urls();
-    for (const QUrl &file : files)
-        AddFile(file.toLocalFile());
-    if (files.isEmpty())
-        Add(qvariant_cast<QImage>(clipboard->imageData()), u"آنچه کپی شده"_s);
+    // A copied file brings its icon along as a picture: the file counts. Of a picture in a page on the web the address
+    // comes along, and the picture counts.
+    QStringList files;
+    for (const QUrl &url : clipboard->urls())
+        if (url.isLocalFile())
+            files << url.toLocalFile();
+    if (!files.isEmpty())
+        return AddFiles(files);
+    const QByteArray picture = Checked(qvariant_cast<QImage>(clipboard->imageData()), u"آنچه کپی شده"_s);
+    if (!picture.isEmpty())
+        Store({picture});
 }
 
-void TPhotoGallery_FRM::Add(const QImage &image, const QString &name)
+QByteArray TPhotoGallery_FRM::Checked(const QImage &image, const QString &name)
 {
     const QByteArray picture = Encoded(image);
-    if (picture.isEmpty()) {
+    if (picture.isEmpty())
         m_host.messages.ShowMessage(MessageText(message::NotAPicture, {name}), host::MessageIcon::Warning);
+    return picture;
+}
+
+void TPhotoGallery_FRM::Store(const QList<QByteArray> &pictures)
+{
+    if (pictures.isEmpty())
         return;
-    }
+    host::Transaction transaction(m_host.DM.ADOConnection1);
     const QString number = u"(SELECT ISNULL(MAX(Radif), 0) + 1 FROM PhotoGallery"_s + Where() + u')';
-    host::Exec(m_host.DM.ADOConnection1,
-               u"INSERT INTO PhotoGallery (GRPCode, Id_pic, Radif, Picture, tmp) SELECT %1, %2, "_s
-                       .arg(static_cast<int>(SoftwarePart()))
-                       .arg(m_code) +
-                   number + u", "_s + host::Literal(picture, host::ColumnKind::Bytes) + u", 1"_s);
-    Fill(m_ui->Photos_LST->count());
+    for (const QByteArray &picture : pictures)
+        host::Exec(m_host.DM.ADOConnection1,
+                   u"INSERT INTO PhotoGallery (GRPCode, Id_pic, Radif, Picture, tmp) SELECT %1, %2, "_s
+                           .arg(static_cast<int>(SoftwarePart()))
+                           .arg(m_code) +
+                       number + u", "_s + host::Literal(picture, host::ColumnKind::Bytes) + u", 1"_s);
+    transaction.Commit();
+    Fill(m_ui->Photos_LST->count() + static_cast<int>(pictures.size())); // on the last
 }
 
 void TPhotoGallery_FRM::DeletePhoto()

@@ -23,8 +23,8 @@ public:
     TPhotoGallery_FRM(host::Host &host, host::TSoftwarePart part, int code);
     ~TPhotoGallery_FRM() override;
 
-    /// Adds an image file at the end; a file that is no image is refused with a message.
-    void AddFile(const QString &path);
+    /// Adds image files at the end, all of them or none; a file that is no image is left out with a message.
+    void AddFiles(const QStringList &paths);
 
 protected:
     void FormShow() override;
@@ -32,7 +32,9 @@ protected:
 private:
     void AddFromFiles();
     void AddFromClipboard();
-    void Add(const QImage &image, const QString &name);
+    /// The picture as it is stored; empty, having told so, for what is none.
+    QByteArray Checked(const QImage &image, const QString &name);
+    void Store(const QList<QByteArray> &pictures);
     void DeletePhoto();
     void Move(int step);
     void Fill(int row);

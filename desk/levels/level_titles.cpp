@@ -91,11 +91,6 @@ bool TLevel_Titles_FRM::IsChanged(qsizetype row) const
     return Typed(row) != m_loaded.at(row).title;
 }
 
-host::Refused TLevel_Titles_FRM::MaySave()
-{
-    return host::CheckRight(m_host, SoftwarePart(), Mode());
-}
-
 std::vector<host::Check> TLevel_Titles_FRM::Validate()
 {
     return {{u"Given"_s, [this] { return CheckGiven(); }}, {u"Unique"_s, [this] { return CheckUnique(); }}};

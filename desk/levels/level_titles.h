@@ -28,7 +28,6 @@ public:
 protected:
     void FormShow() override;
     bool FormKeyDown(QKeyEvent *event) override;
-    host::Refused MaySave() override;
     std::vector<host::Check> Validate() override;
     void Write() override;
     void Proceed() override;

@@ -7,6 +7,7 @@
 
 #include <QHeaderView>
 #include <QPushButton>
+#include <QShortcut>
 
 using namespace Qt::StringLiterals;
 
@@ -69,10 +70,18 @@ void TSelectedLists_FRM::BindCommands()
     Bind(AddFooterButton(u"EXit_BTN"_s, u"خروج Esc"_s), {}, [this] { reject(); });
     m_ui->NewDetail_BTN->setVisible(m_chooseGoods != nullptr);
     Bind(m_ui->NewDetail_BTN, {}, [this] { AddGoods(); });
-    Bind(m_ui->DeleteDetail_BTN, Qt::Key_Delete, [this] { RemoveGoods(); });
+    Bind(m_ui->DeleteDetail_BTN, {}, [this] { RemoveGoods(); });
     Bind(m_ui->DeleteAllDetail_BTN, {}, [this] { RemoveAllGoods(); });
-    Bind(m_ui->Earlier_BTN, Qt::CTRL | Qt::Key_Up, [this] { MoveGood(-1); });
-    Bind(m_ui->Later_BTN, Qt::CTRL | Qt::Key_Down, [this] { MoveGood(1); });
+    Bind(m_ui->Earlier_BTN, {}, [this] { MoveGood(-1); });
+    Bind(m_ui->Later_BTN, {}, [this] { MoveGood(1); });
+    // In the lists beside them these keys would be for goods that nobody looks at.
+    for (const auto &[button, key] : {std::pair(m_ui->DeleteDetail_BTN, QKeySequence(Qt::Key_Delete)),
+                                      std::pair(m_ui->Earlier_BTN, QKeySequence(Qt::CTRL | Qt::Key_Up)),
+                                      std::pair(m_ui->Later_BTN, QKeySequence(Qt::CTRL | Qt::Key_Down))}) {
+        auto *shortcut = new QShortcut(key, m_ui->Goods_GRD);
+        shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+        connect(shortcut, &QShortcut::activated, button, &QPushButton::click);
+    }
 }
 
 void TSelectedLists_FRM::OrderTabs()

@@ -114,7 +114,15 @@ int SelectedListsData::Add(int list, const QString &codes)
 
 void SelectedListsData::Remove(int list, const QString &codes)
 {
-    host::Exec(m_connection, u"DELETE"_s + Members(list) + u" AND Code IN ("_s + host::CodeList(codes) + u')');
+    const QList<int> goods = host::Codes(codes);
+    host::Transaction transaction(m_connection);
+    for (qsizetype first = 0; first < goods.size(); first += Block) {
+        QStringList block;
+        for (const int good : goods.mid(first, Block))
+            block << QString::number(good);
+        host::Exec(m_connection, u"DELETE"_s + Members(list) + u" AND Code IN ("_s + block.join(u',') + u')');
+    }
+    transaction.Commit();
 }
 
 void SelectedListsData::RemoveAll(int list)
@@ -124,19 +132,27 @@ void SelectedListsData::RemoveAll(int list)
 
 void SelectedListsData::Move(int list, int good, int step)
 {
-    const QString own = u" WHERE SL_Code = %1"_s.arg(list);
+    // Places may be missing or stand twice, from before or by another desk; goods that were deleted have none.
+    const QString places =
+        u"(SELECT m.Code, ROW_NUMBER() OVER (ORDER BY m.Radif, m.Code) AS Place FROM SelectedList_Detail AS m INNER "
+        "JOIN GoodInf AS g ON g.Code = m.Code WHERE m.SL_Code = %1) AS n"_s.arg(list);
     host::Transaction transaction(m_connection);
-    // Places may be missing or stand twice, from before or by another desk.
-    host::Exec(m_connection, u"UPDATE d SET Radif = n.Place FROM SelectedList_Detail AS d INNER JOIN (SELECT Code, "
-                             "ROW_NUMBER() OVER (ORDER BY Radif, Code) AS Place"_s +
-                                 Members(list) + u") AS n ON n.Code = d.Code WHERE d.SL_Code = %1"_s.arg(list));
     const int place =
-        host::Scalar(m_connection, u"SELECT Radif"_s + Members(list) + u" AND Code = %1"_s.arg(good)).toInt();
-    const int moved = host::Exec(m_connection, u"UPDATE SelectedList_Detail SET Radif = %1"_s.arg(place) + own +
-                                                   u" AND Radif = %1"_s.arg(place + step));
-    if (place != 0 && moved != 0)
-        host::Exec(m_connection, u"UPDATE SelectedList_Detail SET Radif = %1"_s.arg(place + step) + own +
-                                     u" AND Code = %1"_s.arg(good));
+        host::Scalar(m_connection, u"SELECT n.Place FROM "_s + places + u" WHERE n.Code = %1"_s.arg(good)).toInt();
+    const int other =
+        host::Scalar(m_connection, u"SELECT n.Code FROM "_s + places + u" WHERE n.Place = %1"_s.arg(place + step))
+            .toInt();
+    if (place == 0 || other == 0)
+        return;
+    host::Exec(m_connection, u"UPDATE d SET Radif = n.Place FROM SelectedList_Detail AS d INNER JOIN "_s + places +
+                                 u" ON n.Code = d.Code WHERE d.SL_Code = %1 AND d.Radif <> n.Place"_s.arg(list));
+    host::Exec(m_connection,
+               u"UPDATE SelectedList_Detail SET Radif = CASE Code WHEN %2 THEN %3 ELSE %4 END WHERE SL_Code = %1 AND "
+               "Code IN (%2, %5)"_s.arg(list)
+                   .arg(good)
+                   .arg(place + step)
+                   .arg(place)
+                   .arg(other));
     transaction.Commit();
 }
 

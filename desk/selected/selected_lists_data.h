@@ -37,9 +37,11 @@ public:
     /// Puts goods behind those that the list holds, in the order of `codes` (a code list); what it holds already and
     /// what is no good is passed over. Returns how many were added. Blocks of 1000 codes.
     int Add(int list, const QString &codes);
+    /// Takes goods out, all or none; `codes` is a code list. Blocks of 1000 codes.
     void Remove(int list, const QString &codes);
     void RemoveAll(int list);
-    /// Moves a good by one place: -1 towards the beginning, 1 towards the end. Nothing happens at either end.
+    /// Moves a good by one place: -1 towards the beginning, 1 towards the end. Nothing is
+    /// written at either end, nor for a good that is not there any more.
     void Move(int list, int good, int step);
 
 private:

@@ -57,10 +57,18 @@ bool GoodDetails::EnterGoodDetails_Get(int goodCode, host::TOperationType operat
 
 bool GoodDetails::CheckGoodDetailKardexExists(int goodCode)
 {
-    // What is being entered on an unsaved document counts: it becomes a movement with the document.
-    const QString where = u" WHERE GoodCode = "_s + QString::number(goodCode);
-    return host::Exists(m_connection, u"SELECT TOP 1 ID FROM GoodDetailKardex"_s + where) ||
-           host::Exists(m_connection, u"SELECT TOP 1 ID FROM GoodDetailKardexEnter_Temp"_s + where);
+    // What is being entered on an unsaved document becomes a movement with the document. The opening row is saved by
+    // the editor that asks; what a desk that died has left of it would block the good for ever.
+    return GoodDetailsSaved(goodCode) ||
+           host::Exists(m_connection, u"SELECT TOP 1 ID FROM GoodDetailKardexEnter_Temp WHERE GoodCode = %1 AND "
+                                      "OperationType <> %2"_s.arg(goodCode)
+                                          .arg(static_cast<int>(host::TOperationType::OpeningStock)));
+}
+
+bool GoodDetails::GoodDetailsSaved(int goodCode)
+{
+    return host::Exists(m_connection,
+                        u"SELECT TOP 1 ID FROM GoodDetailKardex WHERE GoodCode = "_s + QString::number(goodCode));
 }
 
 bool GoodDetails::CheckBarcodeInGoodDetail(const QString &barcode)

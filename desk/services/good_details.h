@@ -15,6 +15,7 @@ public:
     void EnterGoodDetailSave(int goodCode, host::TOperationType operation) override;
     bool EnterGoodDetails_Get(int goodCode, host::TOperationType operation) override;
     bool CheckGoodDetailKardexExists(int goodCode) override;
+    bool GoodDetailsSaved(int goodCode) override;
     bool CheckBarcodeInGoodDetail(const QString &barcode) override;
     bool UniqueDetailCodeInUse(int goodCode) override;
 

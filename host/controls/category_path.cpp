@@ -153,6 +153,16 @@ void CategoryPath::Offer(const QString &typed)
     m_completer->popup()->setCurrentIndex(m_completer->completionModel()->index(0, 0));
 }
 
+bool CategoryPath::IsPending() const
+{
+    return !m_edit->text().trimmed().isEmpty();
+}
+
+bool CategoryPath::TakePending()
+{
+    return !IsPending() || TakeTyped();
+}
+
 bool CategoryPath::TakeTyped()
 {
     if (m_edit->text().isEmpty() || m_offered.isEmpty())
@@ -195,8 +205,6 @@ void CategoryPath::FillMenu(QMenu *menu, int parent)
 
 bool CategoryPath::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() == QEvent::FocusOut && !m_completer->popup()->isVisible())
-        m_edit->clear(); // what led nowhere is no criterion
     if (event->type() != QEvent::KeyPress)
         return QWidget::eventFilter(watched, event);
     const auto *key = static_cast<QKeyEvent *>(event);

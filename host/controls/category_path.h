@@ -18,9 +18,9 @@ class FlowLayout;
 
 /// Chooses one branch of the tree of categories and shows the way to it as bubbles, from the root on.
 ///
-/// A part of a name typed into `Editor` offers every way that contains it; Enter takes the first. F2, Alt+Down, Down
-/// and `select_BTN` open a menu of the branches below the chosen one. Backspace in the empty edit, and a click on a
-/// bubble, cut the way short.
+/// A part of a name typed into `Editor` offers every way that contains it; Enter takes the first, and so does the
+/// screen (TakePending) before it reads the code. F2, Alt+Down, Down and `select_BTN` open a menu of the branches below
+/// the chosen one. Backspace in the empty edit, and a click on a bubble, cut the way short.
 class HOST_EXPORT CategoryPath : public QWidget
 {
     Q_OBJECT
@@ -34,6 +34,11 @@ public:
     int Code() const { return m_code; }
     /// Shows the way to a branch and forgets what is typed; an unknown code chooses none. Emits nothing.
     void SetCode(int code);
+    /// Something is typed that chose nothing yet.
+    bool IsPending() const;
+    /// Chooses the first way that what is typed fits, as Enter does. False when it fits none; it stays in the edit
+    /// then.
+    bool TakePending();
     /// The names along the way, joined by " / ".
     QString Text() const { return Way(m_code); }
 

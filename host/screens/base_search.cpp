@@ -1,5 +1,6 @@
 #include "host/screens/base_search.h"
 
+#include "host/controls/category_path.h"
 #include "host/look/theme.h"
 #include "host/screens/form_inputs.h"
 #include "host/screens/search_manager.h"
@@ -71,6 +72,13 @@ bool TBaseSearch_FRM::FormKeyDown(QKeyEvent *event)
 
 void TBaseSearch_FRM::RunSelect()
 {
+    for (CategoryPath *path : Content()->findChildren<CategoryPath *>())
+        if (!path->TakePending()) {
+            m_host.messages.ShowMessage(u"دسته‌ای با این نام نیست."_s, MessageIcon::Warning,
+                                        Title());
+            path->setFocus(Qt::OtherFocusReason);
+            return;
+        }
     const QString before = m_generalFilter;
     try {
         SetGeneralFilter(m_search->ParameterText());

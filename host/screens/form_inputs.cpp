@@ -18,7 +18,7 @@
 namespace host::inputs {
 namespace {
 
-/// An entry is kept by its data, which outlives a change of its caption.
+/// An entry is kept by its data, which outlives a change of its caption; one without data by its text.
 QVariant Chosen(const QComboBox &combo)
 {
     const QVariant data = combo.currentData();
@@ -28,7 +28,7 @@ QVariant Chosen(const QComboBox &combo)
 void Choose(QComboBox &combo, const QVariant &value)
 {
     int entry = combo.findData(value);
-    if (entry < 0)
+    if (entry < 0 && value.typeId() == QMetaType::QString) // a code that is gone is no text
         entry = combo.findText(value.toString());
     if (entry >= 0)
         combo.setCurrentIndex(entry);

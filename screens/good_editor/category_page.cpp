@@ -77,14 +77,31 @@ bool CategoryPage::eventFilter(QObject *watched, QEvent *event)
 
 host::Refused CategoryPage::Add()
 {
+    const bool taken = m_ui->Category_frame1->TakePending();
     const int category = m_ui->Category_frame1->Code();
-    if (category == 0 || !m_data.cat_checker(m_good, category))
-        return host::Repeated(m_ui->Category_frame1, u"دسته"_s, u"زیر شاخه خالی یا "_s);
+    if (!taken || category == 0 || !m_data.cat_checker(m_good, category))
+        return Unfit();
     m_data.InsertUpdateToKalaCategory(m_good, category, Attached);
     Refresh();
     m_ui->Category_frame1->SetCode(0);
     emit Changed();
     return {};
+}
+
+host::Refusal CategoryPage::Unfit() const
+{
+    return host::Repeated(m_ui->Category_frame1, u"دسته"_s, u"زیر شاخه خالی یا "_s);
+}
+
+host::Refused CategoryPage::CheckCategories()
+{
+    if (m_ui->Category_frame1->IsPending())
+        if (host::Refused refused = Add())
+            return refused;
+    if (!m_data.DropUnfit(m_good))
+        return {};
+    Refresh();
+    return Unfit();
 }
 
 host::Refused CategoryPage::Delete()

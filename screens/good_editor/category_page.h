@@ -24,6 +24,9 @@ public:
     void Open(int goodCode, bool mayChange);
     /// The good got another code, and its categories with it.
     void MoveTo(int goodCode);
+    /// Adds a category whose name is typed still; refuses when it cannot be, or when one added before cannot hold goods
+    /// any more: another desk has deleted it or given it branches. That one is taken off.
+    host::Refused CheckCategories();
 
 signals:
     /// The user added or took off a category.
@@ -33,6 +36,7 @@ private:
     bool eventFilter(QObject *watched, QEvent *event) override;
     void Refresh();
     host::Refused Add();
+    host::Refusal Unfit() const;
     host::Refused Delete();
 
     host::Host &m_host;

@@ -91,8 +91,12 @@ void DetailsPage::Refresh()
 
 host::Refused DetailsPage::RefuseRecorded(const QString &text) const
 {
-    return host::When(m_host.goodDetails.CheckGoodDetailKardexExists(m_good),
-                      host::Warning(m_ui->GoodDetails_GRD, text));
+    return RefuseWhen(m_host.goodDetails.CheckGoodDetailKardexExists(m_good), text);
+}
+
+host::Refused DetailsPage::RefuseWhen(bool recorded, const QString &text) const
+{
+    return host::When(recorded, host::Warning(m_ui->GoodDetails_GRD, text));
 }
 
 host::Refused DetailsPage::CheckStillFree() const
@@ -105,7 +109,8 @@ host::Refused DetailsPage::CheckStillFree() const
         return {};
     const bool lost = std::any_of(m_loaded.begin(), m_loaded.end(),
                                   [&now](int type) { return std::find(now.begin(), now.end(), type) == now.end(); });
-    return RefuseRecorded(lost ? NoDeletion : NoNewTypes);
+    // The quantities entered with the new types go into the ledger with this very save.
+    return RefuseWhen(m_host.goodDetails.GoodDetailsSaved(m_good), lost ? NoDeletion : NoNewTypes);
 }
 
 host::Refused DetailsPage::Add()

@@ -47,6 +47,7 @@ private:
     void Refresh();
     /// The refusal with this text when quantities are recorded for the good's details.
     host::Refused RefuseRecorded(const QString &text) const;
+    host::Refused RefuseWhen(bool recorded, const QString &text) const;
     host::Refused Add();
     host::Refused Delete();
     host::Refused DeleteAll();

@@ -43,7 +43,7 @@ void DiscountPage::SetTitles(const QStringList &titles)
             label->setTextFormat(Qt::PlainText);
             QString shown = label->fontMetrics().elidedText(caption, Qt::ElideRight, WidestCaption);
             label->setText(shown.replace(u'&', u"&&"_s) + u" :"_s);
-            label->setToolTip(shown == caption ? QString() : caption.toHtmlEscaped());
+            label->setToolTip(shown == caption ? QString() : u"<qt>"_s + caption.toHtmlEscaped() + u"</qt>"_s);
         }
     }
     m_sell->SetCaptions(m_captions);

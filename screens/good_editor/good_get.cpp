@@ -73,9 +73,10 @@ void TGood_Get_FRM::BuildPages()
         m_ui->PageControl1->addTab(page, page->windowTitle());
     m_barcodes = new BarcodeFields(m_complete->BarcodeEdits(m_general->BarCode1()), m_complete->BarcodesPanel(), m_host,
                                    m_data, rule, this);
-    m_validation = std::make_unique<GoodValidation>(
-        m_host, m_data,
-        GoodValidation::Pages{*m_general, *m_prices, *m_details, *m_complete, *m_discounts, *m_barcodes});
+    m_validation =
+        std::make_unique<GoodValidation>(m_host, m_data,
+                                         GoodValidation::Pages{*m_general, *m_prices, *m_details, *m_complete,
+                                                               *m_discounts, *m_barcodes, *m_categories});
 }
 
 void TGood_Get_FRM::BindPages()
@@ -119,8 +120,10 @@ void TGood_Get_FRM::BindLevelTitles()
             m_discounts->SetTitles(m_host.levels.DiscountLevels());
     });
     Bind(m_priceTitles, {}, [this] {
-        if (m_host.levels.Open_CostLevels())
-            m_prices->ReloadTitles();
+        if (!m_host.levels.Open_CostLevels())
+            return;
+        m_priceTitlesChanged = true;
+        m_prices->ReloadTitles();
     });
 }
 
@@ -326,6 +329,7 @@ QString TGood_Get_FRM::PrepareRecoveryQuery() const
 
 void TGood_Get_FRM::FormShow()
 {
+    m_priceTitlesChanged = false;
     m_ui->PageControl1->setTabVisible(m_ui->PageControl1->indexOf(m_details),
                                       m_host.settings.SettingRecord().GoodDetails);
     if (m_openingPage < 0 || m_openingPage >= m_ui->PageControl1->count())

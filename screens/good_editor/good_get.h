@@ -23,6 +23,8 @@ public:
 
     /// The tab that the next opening shows; 0, the first, unless set.
     void SetOpeningPage(int index) { m_openingPage = index; }
+    /// The titles of price levels were changed here since the screen was opened; whoever shows them reads them anew.
+    bool PriceTitlesChanged() const { return m_priceTitlesChanged; }
 
 protected:
     /// The opening text of a new good is the code of the group that is preset.
@@ -79,6 +81,7 @@ private:
     /// And what the controls gave back of it before anything was entered.
     TGoodInfoRec m_untouched;
     int m_openingPage = 0;
+    bool m_priceTitlesChanged = false;
     /// The code that was asked for, when the good had to be saved under another one.
     int m_replacedCode = 0;
 };

@@ -3,6 +3,7 @@
 #include "data/goods/stock_probe.h"
 #include "rules/unit_arithmetic.h"
 #include "screens/good_editor/barcode_fields.h"
+#include "screens/good_editor/category_page.h"
 #include "screens/good_editor/complete_page.h"
 #include "screens/good_editor/cost_level_page.h"
 #include "screens/good_editor/details_page.h"
@@ -59,6 +60,7 @@ std::vector<host::Check> GoodValidation::Checks(const Subject &subject)
         {u"DefaultRatesChosen"_s, [p] { return p.discounts.CheckDefaults(); }},
         {u"UniqueCodeValid"_s, [p] { return p.complete.CheckUniqueCode(p.general.Code()); }},
         {u"BarcodesNotReserved"_s, [p] { return p.barcodes.CheckReserved(); }},
+        {u"CategoriesHoldGoods"_s, [p] { return p.categories.CheckCategories(); }},
     };
 }
 

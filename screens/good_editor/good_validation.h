@@ -6,6 +6,7 @@
 #include <vector>
 
 class BarcodeFields;
+class CategoryPage;
 class CompletePage;
 class CostLevelPage;
 class DetailsPage;
@@ -26,6 +27,7 @@ public:
         CompletePage &complete;
         DiscountPage &discounts;
         BarcodeFields &barcodes;
+        CategoryPage &categories;
     };
     /// What is being saved.
     struct Subject

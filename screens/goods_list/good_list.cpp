@@ -5,6 +5,7 @@
 #include "host/look/icons.h"
 #include "screens/good_editor/good_get.h"
 #include "screens/goods_list/good_list_columns.h"
+#include "screens/goods_list/good_movements.h"
 #include "screens/goods_list/good_search.h"
 #include "screens/goods_list/tag_marks.h"
 #include "ui_good_list.h"
@@ -212,6 +213,7 @@ void TGood_List_FRM::RestoreState(const QByteArray &state)
     m_ui->Main_SPL->restoreState(splitter);
     bool searched = true;
     stream >> searched; // a state of before knows nothing of it
+    const QSignalBlocker quiet(m_ui->ADVSearch_CHK);
     m_ui->ADVSearch_CHK->setChecked(searched || stream.status() != QDataStream::Ok);
 }
 
@@ -269,4 +271,6 @@ void TGood_List_FRM::UserChanged()
     m_ui->TGeneral_Search_Frame1->Reset();
     m_ui->Group_PNL->SetChosenGroup(0);
     m_lastKey.clear();
+    m_advancedParams.clear();
+    m_searchSummary.clear();
 }

@@ -17,6 +17,7 @@
 class QLabel;
 class QMenu;
 class TGood_Get_FRM;
+class TGood_Movements_FRM;
 class Tgoodlist_search_Frm;
 
 namespace goods_list {
@@ -114,6 +115,8 @@ private:
     /// The criteria are kept, and do not count.
     void LeaveSearchOut();
     void AddToSelectedList();
+    /// Runs the list again when it is limited by the advanced search: what that goes by has changed.
+    void RenewSearched();
 
     // The commands.
     void NewGood();
@@ -129,6 +132,8 @@ private:
     void PrintLabels();
     void EditGroups(const std::function<bool()> &change);
     TGood_Get_FRM &Editor();
+    /// Opens the editor on a good; its result.
+    int OpenEditor(const QVariant &key, host::TFormMode mode, const QString &group = {});
 
     // The changes of many goods.
     using BulkChange = bool (bulk_changes::Commands::*)(const goods::GoodsScope &);
@@ -155,6 +160,7 @@ private:
     bulk_changes::Commands m_bulk;
     std::unique_ptr<TGood_Get_FRM> m_editor;
     std::unique_ptr<Tgoodlist_search_Frm> m_search;
+    std::unique_ptr<TGood_Movements_FRM> m_movements;
     QString m_advancedParams; ///< of the advanced search, empty without criteria
     QString m_searchSummary;
     QLabel *m_counts = nullptr;

@@ -71,12 +71,20 @@ TGood_Get_FRM &TGood_List_FRM::Editor()
     return *m_editor;
 }
 
+int TGood_List_FRM::OpenEditor(const QVariant &key, TFormMode mode, const QString &group)
+{
+    TGood_Get_FRM &editor = Editor();
+    const int result = editor.Open(key, mode, group);
+    if (editor.PriceTitlesChanged())
+        ShowPriceTitles();
+    return result;
+}
+
 void TGood_List_FRM::NewGood()
 {
     const int group = m_ui->Group_PNL->ChosenGroup();
-    TGood_Get_FRM &editor = Editor();
-    editor.Open({}, TFormMode::New, group != 0 ? QString::number(group) : QString());
-    const QString saved = editor.SavedKey().toString();
+    OpenEditor({}, TFormMode::New, group != 0 ? QString::number(group) : QString());
+    const QString saved = m_editor->SavedKey().toString();
     if (saved.isEmpty())
         return;
     m_ui->TGeneral_Search_Frame1->Clear();
@@ -89,9 +97,8 @@ void TGood_List_FRM::OpenGood(TFormMode mode)
     if (grid->IsEmpty())
         return;
     const QString key = grid->CurrentKey();
-    TGood_Get_FRM &editor = Editor();
-    const int result = editor.Open(key.toInt(), mode);
-    if (editor.RecordGone())
+    const int result = OpenEditor(key.toInt(), mode);
+    if (m_editor->RecordGone())
         TakeOut(key);
     else if (mode == TFormMode::Edit && result == QDialog::Accepted)
         Renew();
@@ -167,7 +174,8 @@ bool TGood_List_FRM::FindBarcode(const QString &barcode)
         m_ui->TGeneral_Search_Frame1->Clear();
         if (!grid->Locate(key)) {
             m_ui->Group_PNL->SetChosenGroup(0);
-            LeaveSearchOut();
+            if (!m_advancedParams.isEmpty())
+                LeaveSearchOut();
             const QSignalBlocker quiet(m_ui->Search_TBC);
             m_ui->Search_TBC->setCurrentIndex(2);
             Refresh();

@@ -9,7 +9,10 @@ using namespace Qt::StringLiterals;
 
 void TGood_List_FRM::BindTitleCommands()
 {
-    Bind(m_ui->CategoryList_BTN, {}, [this] { m_host.categories.Open_Categories(); });
+    Bind(m_ui->CategoryList_BTN, {}, [this] {
+        m_host.categories.Open_Categories();
+        RenewSearched();
+    });
     Bind(m_ui->CostList_BTN, {}, [this] {
         if (m_host.levels.Open_CostLevels())
             ShowPriceTitles();
@@ -22,9 +25,11 @@ void TGood_List_FRM::BindMovements()
         if (m_ui->GoodListDB_GRD->IsEmpty())
             return;
         const QString key = m_ui->GoodListDB_GRD->CurrentKey();
-        TGood_Movements_FRM movements(m_host, key.toInt());
-        movements.ShowModally();
-        if (movements.Aborted())
+        if (!m_movements)
+            m_movements = std::make_unique<TGood_Movements_FRM>(m_host);
+        m_movements->SetGood(key.toInt());
+        m_movements->ShowModally();
+        if (m_movements->Aborted())
             Renew(); // the good may be gone
     });
 }

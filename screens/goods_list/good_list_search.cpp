@@ -48,8 +48,11 @@ void TGood_List_FRM::TakeSearch()
 void TGood_List_FRM::OpenSearch()
 {
     const QString before = m_advancedParams;
-    if (SearchForm().ShowModally() != QDialog::Accepted)
+    if (SearchForm().ShowModally() != QDialog::Accepted) {
+        if (m_search->ListsOpened())
+            RenewSearched();
         return;
+    }
     TakeSearch();
     const QSignalBlocker quiet(m_ui->ADVSearch_CHK);
     m_ui->ADVSearch_CHK->setChecked(true); // who asks for something wants to see it
@@ -81,9 +84,13 @@ void TGood_List_FRM::AddToSelectedList()
     QStringList codes = m_ui->GoodListDB_GRD->MarkedKeys();
     if (codes.isEmpty() && !m_ui->GoodListDB_GRD->IsEmpty())
         codes << m_ui->GoodListDB_GRD->CurrentKey();
-    if (codes.isEmpty() || !host::Granted(m_host, TSoftwarePart::Goods, TPermission::SelectedLists) ||
-        m_host.selectedLists.AddToSelectedList(codes.join(u',')) == 0)
-        return;
+    // The service asks for the right.
+    if (!codes.isEmpty() && m_host.selectedLists.AddToSelectedList(codes.join(u',')) != 0)
+        RenewSearched();
+}
+
+void TGood_List_FRM::RenewSearched()
+{
     if (m_ui->ADVSearch_CHK->isChecked() && !m_advancedParams.isEmpty())
-        Renew(); // the list may be the one that is shown
+        Renew();
 }

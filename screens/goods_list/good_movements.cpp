@@ -37,9 +37,9 @@ QString TotalText(const QString &unit, const goods::MovementTotal &total)
 
 } // namespace
 
-TGood_Movements_FRM::TGood_Movements_FRM(host::Host &host, int goodCode)
+TGood_Movements_FRM::TGood_Movements_FRM(host::Host &host)
     : TBaseDock_FRM(host, host::TSoftwarePart::Goods, host::TFormMode::Review, host.mainWindow),
-      m_ui(std::make_unique<Ui::GoodMovements>()), m_data(host.DM.ADOConnection1), m_code(goodCode)
+      m_ui(std::make_unique<Ui::GoodMovements>()), m_data(host.DM.ADOConnection1)
 {
     setObjectName(u"TGood_Movements_FRM"_s);
     m_ui->setupUi(Content());
@@ -98,6 +98,10 @@ void TGood_Movements_FRM::FormShow()
         AbortOpening();
         return;
     }
+    for (host::DateEdit *date : {m_ui->FromDate_EDT, m_ui->ToDate_EDT})
+        date->SetDate({});
+    m_ui->Store_Entity->Clear();
+    m_ui->TGeneral_Search_Frame1->Clear();
     SetTitle(u"گردش کالا: %1 (%2)"_s.arg(m_good.Name, host::DisplayNumber(QString::number(m_code), false)));
     host::Grid *grid = m_ui->Movements_GRD;
     grid->SetColumnCaption(u"In1"_s, WithUnit(u"وارده"_s, m_good.UnitName1));
@@ -121,8 +125,19 @@ goods::MovementFilter TGood_Movements_FRM::Filter() const
     return {m_code, m_ui->FromDate_EDT->Text(), m_ui->ToDate_EDT->Text(), m_ui->Store_Entity->Code()};
 }
 
+void TGood_Movements_FRM::OrderDays()
+{
+    const QDate from = m_ui->FromDate_EDT->Date();
+    const QDate to = m_ui->ToDate_EDT->Date();
+    if (!from.isValid() || !to.isValid() || from <= to)
+        return;
+    m_ui->FromDate_EDT->SetDate(to);
+    m_ui->ToDate_EDT->SetDate(from);
+}
+
 void TGood_Movements_FRM::Refresh()
 {
+    OrderDays();
     m_data.Movements_GetAll(Filter());
     m_ui->Movements_GRD->StandOn(0);
     ShowTotals();

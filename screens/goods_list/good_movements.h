@@ -17,8 +17,11 @@ class TGood_Movements_FRM : public host::TBaseDock_FRM
 
 public:
     /// `host` outlives the screen.
-    TGood_Movements_FRM(host::Host &host, int goodCode);
+    explicit TGood_Movements_FRM(host::Host &host);
     ~TGood_Movements_FRM() override;
+
+    /// The good of the next opening, which begins with all its movements.
+    void SetGood(int code) { m_code = code; }
 
 protected:
     void FormShow() override;
@@ -33,9 +36,11 @@ private:
     void Refresh();
     void ShowTotals();
     goods::MovementFilter Filter() const;
+    /// A first day after the last one: they change places.
+    void OrderDays();
 
     std::unique_ptr<Ui::GoodMovements> m_ui;
     goods::Movements m_data;
     goods::MovementGood m_good;
-    int m_code;
+    int m_code = 0;
 };

@@ -40,8 +40,9 @@ bool Tgoodlist_search_Frm::HaveSelectedListPermission() const
 
 goods::SearchCriteria Tgoodlist_search_Frm::Criteria() const
 {
-    return {m_ui->Tag_editor->CodesText(), m_ui->TCategorySearchFrame1->Code(),
-            m_ui->SelectList_CMB->currentData().toInt(), m_ui->DisplayType_CHK->isChecked()};
+    const int list = m_ui->SelectList_CMB->currentData().toInt();
+    return {m_ui->Tag_editor->CodesText(), m_ui->TCategorySearchFrame1->Code(), list,
+            list != 0 && m_ui->DisplayType_CHK->isChecked()};
 }
 
 QString Tgoodlist_search_Frm::GetSelectedListProcParams() const
@@ -65,6 +66,7 @@ QString Tgoodlist_search_Frm::Summary() const
 
 void Tgoodlist_search_Frm::FormShow()
 {
+    m_listsOpened = false;
     m_data.GetAllTagsWithColor();
     m_ui->Tag_editor->SetAvailable(goods_list::ReadTags(m_data.Tags_qry));
     m_ui->TCategorySearchFrame1->SetTree(m_host.categories.Tree());
@@ -95,6 +97,7 @@ void Tgoodlist_search_Frm::FollowSelectedList()
 void Tgoodlist_search_Frm::OpenSelectedLists()
 {
     const int before = m_ui->SelectList_CMB->currentData().toInt();
+    m_listsOpened = true;
     m_host.selectedLists.Call_SelectedLists(before);
     FillSelectedLists();
     // The chosen list may be gone.

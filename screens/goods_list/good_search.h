@@ -29,6 +29,8 @@ public:
     /// Anything is chosen.
     bool HaveAdvFilter() const { return goods::HaveAdvFilter(Criteria()); }
     QString GetSelectedListProcParams() const;
+    /// The selected lists were worked on since the dialog was opened.
+    bool ListsOpened() const { return m_listsOpened; }
     /// What is chosen, as the user reads it: "برچسب: تازه، پرفروش  ·  دسته: خوراکی / لبنیات". Empty for nothing.
     QString Summary() const;
 
@@ -45,4 +47,5 @@ private:
     TGood_DM &m_data;
     std::unique_ptr<Ui::Tgoodlist_search_Frm> m_ui;
     goods::ListCriteria m_list;
+    bool m_listsOpened = false;
 };

@@ -51,14 +51,18 @@ TScale_Items_FRM::~TScale_Items_FRM()
 
 void TScale_Items_FRM::BindCommands()
 {
-    Bind(AddFooterCommand(u"PutOn_BTN"_s, u"گذاشتن روی ترازو F4"_s), Qt::Key_F4, [this] { PutOn(); });
+    QPushButton *putOn = AddFooterCommand(u"PutOn_BTN"_s, u"گذاشتن روی ترازو F4"_s);
+    putOn->setEnabled(!m_chosen.isEmpty());
+    Bind(putOn, Qt::Key_F4, [this] { PutOn(); });
     Bind(AddFooterCommand(u"TakeOff_BTN"_s, u"برداشتن از ترازو F7"_s), Qt::Key_F7, [this] { TakeOff(); });
     Bind(AddFooterCommand(u"Send_BTN"_s, u"ارسال تغییرها F8"_s), Qt::Key_F8, [this] { SendChanges(); });
     Bind(AddFooterCommand(u"PrintList_BTN"_s, u"پیش نمایش ليست F9"_s), Qt::Key_F9, [this] { PreviewGrid(); });
     Bind(AddFooterButton(u"EXit_BTN"_s, u"خروج Esc"_s), {}, [this] { reject(); });
     connect(m_ui->Waiting_CHK, &QCheckBox::toggled, this, [this] {
-        if (IsShowing())
-            Command(Title(), [this] { Refresh(); });
+        if (!IsShowing())
+            return;
+        m_ui->Items_GRD->ClearMarks(); // hidden ones would be taken off, too
+        Command(Title(), [this] { Refresh(); });
     });
 }
 
@@ -133,7 +137,7 @@ void TScale_Items_FRM::Tell(const goods::ScaleResult &result)
 
 void TScale_Items_FRM::PutOn()
 {
-    if (m_chosen.isEmpty() || !Allowed())
+    if (!Allowed())
         return;
     const goods::ScaleResult result = m_goods.PutGoodsOnScale(m_chosen.join(u','), Level());
     Refresh();

@@ -1,12 +1,13 @@
 #include "screens/labels/label_output.h"
 
-#include <QFile>
 #include <QPainter>
+#include <QPdfWriter>
 #include <QPrintDialog>
 #include <QPrintPreviewDialog>
 #include <QPrintPreviewWidget>
 #include <QPrinter>
 #include <QProgressDialog>
+#include <QSaveFile>
 
 #include <climits>
 #include <stdexcept>
@@ -31,23 +32,33 @@ LabelOutput::LabelOutput(const Job &job, const QString &title, QWidget *parent)
     : m_job(job), m_title(title), m_parent(parent)
 {}
 
-void LabelOutput::SetUp(QPrinter &printer) const
+QPageLayout LabelOutput::PageLayout() const
 {
     const Paper paper = PaperOf(m_job.choices);
-    printer.setResolution(m_job.choices.dotsPerInch);
-    printer.setFullPage(true);
     const QPageSize size =
         m_job.choices.layout == Layout::Sheet
             ? QPageSize(QPageSize::A4)
             : QPageSize(paper.page, QPageSize::Millimeter,
                         u"%1 × %2 mm"_s.arg(paper.page.width()).arg(paper.page.height()), QPageSize::ExactMatch);
-    printer.setPageLayout(QPageLayout(size, QPageLayout::Portrait, QMarginsF()));
+    return QPageLayout(size, QPageLayout::Portrait, QMarginsF());
+}
+
+void LabelOutput::SetUp(QPrinter &printer) const
+{
+    printer.setResolution(m_job.choices.dotsPerInch);
+    printer.setFullPage(true);
+    printer.setPageLayout(PageLayout());
     printer.setDocName(m_title);
 }
 
-bool LabelOutput::Paint(QPrinter &printer)
+bool LabelOutput::Print(QPrinter &printer)
 {
-    QPainter painter(&printer);
+    return Paint(printer, printer.resolution(), [&printer] { printer.abort(); });
+}
+
+bool LabelOutput::Paint(QPagedPaintDevice &device, int dotsPerInch, const std::function<void()> &giveUp)
+{
+    QPainter painter(&device);
     if (!painter.isActive())
         Refuse(u"چاپگر یا فایل آماده نوشتن نیست."_s);
     painter.setRenderHint(QPainter::Antialiasing); // for what a preview makes smaller; bars end on whole dots
@@ -56,13 +67,13 @@ bool LabelOutput::Paint(QPrinter &printer)
     progress.setWindowModality(Qt::ApplicationModal);
     progress.setMinimumDuration(pages > LongJobPages ? ProgressMilliseconds : INT_MAX);
     for (int page = 0; page < pages; ++page) {
-        if (page > 0)
-            printer.newPage();
-        PaintPage(painter, m_job, page, printer.resolution());
+        if (page > 0 && !device.newPage())
+            Refuse(u"چاپگر یا فایل صفحه بعد را نپذیرفت."_s);
+        PaintPage(painter, m_job, page, dotsPerInch);
         if (pages > LongJobPages)
             progress.setValue(page);
         if (progress.wasCanceled()) {
-            printer.abort();
+            giveUp();
             return false;
         }
     }
@@ -77,8 +88,19 @@ void LabelOutput::Preview()
     preview.setWindowTitle(m_title);
     preview.resize(900, 700);
     preview.findChild<QPrintPreviewWidget *>()->setObjectName(u"LabelPages_PRV"_s);
-    QObject::connect(&preview, &QPrintPreviewDialog::paintRequested, &preview, [this](QPrinter *on) { Paint(*on); });
+    QString failure;
+    QObject::connect(
+        &preview, &QPrintPreviewDialog::paintRequested, &preview, [this, &preview, &failure](QPrinter *on) {
+            try {
+                Print(*on);
+            } catch (const std::exception &error) {
+                failure = QString::fromUtf8(error.what());
+                QMetaObject::invokeMethod(&preview, &QDialog::reject, Qt::QueuedConnection); // it may be opening still
+            }
+        });
     preview.exec();
+    if (!failure.isEmpty())
+        Refuse(failure);
 }
 
 bool LabelOutput::Print()
@@ -87,26 +109,30 @@ bool LabelOutput::Print()
     SetUp(printer);
     QPrintDialog dialog(&printer, m_parent);
     dialog.setWindowTitle(m_title);
+    dialog.setOption(QAbstractPrintDialog::PrintPageRange, false); // every label of the job is printed
     if (dialog.exec() != QDialog::Accepted)
         return false;
     SetUp(printer);
-    return Paint(printer);
+    return Print(printer);
 }
 
 bool LabelOutput::WritePdf(const QString &path)
 {
     // A file of that name stays until the new one is complete.
-    const QString part = path + u".part"_s;
-    QPrinter printer(QPrinter::HighResolution);
-    printer.setOutputFormat(QPrinter::PdfFormat);
-    printer.setOutputFileName(part);
-    SetUp(printer);
-    if (!Paint(printer)) {
-        QFile::remove(part);
-        return false;
+    QSaveFile file(path);
+    const auto refuse = [&file, &path] { Refuse(u"فایل نوشته نشد: %1\n%2"_s.arg(path, file.errorString())); };
+    if (!file.open(QIODevice::WriteOnly))
+        refuse();
+    {
+        QPdfWriter pdf(&file);
+        pdf.setResolution(m_job.choices.dotsPerInch);
+        pdf.setPageLayout(PageLayout());
+        pdf.setTitle(m_title);
+        if (!Paint(pdf, m_job.choices.dotsPerInch, [&file] { file.cancelWriting(); }))
+            return false;
     }
-    if ((QFile::exists(path) && !QFile::remove(path)) || !QFile::rename(part, path))
-        Refuse(u"فایل نوشته نشد: "_s + path);
+    if (!file.commit())
+        refuse();
     return true;
 }
 

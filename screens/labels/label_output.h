@@ -2,8 +2,12 @@
 
 #include "screens/labels/label_painter.h"
 
+#include <QPageLayout>
 #include <QString>
 
+#include <functional>
+
+class QPagedPaintDevice;
 class QPrinter;
 class QWidget;
 
@@ -16,19 +20,21 @@ class LabelOutput
 public:
     LabelOutput(const Job &job, const QString &title, QWidget *parent);
 
+    /// Throws std::runtime_error, with the preview closed, when a printer chosen there takes nothing.
     void Preview();
-    /// Asks for the printer. False when the user gave up.
+    /// Asks for the printer. False when the user gave up; throws std::runtime_error when the printer takes nothing.
     bool Print();
     /// Writes the file as a whole or, given up, not at all; false then. Throws std::runtime_error when it cannot be
-    /// written.
+    /// written; a file of that name is as before then.
     bool WritePdf(const QString &path);
 
-    /// Paints every page. False when the user gave up; throws std::runtime_error when the printer takes nothing.
-    bool Paint(QPrinter &printer);
-
 private:
+    QPageLayout PageLayout() const;
     /// Paper and resolution of the layout; the printer dialog may have put in its own.
     void SetUp(QPrinter &printer) const;
+    bool Print(QPrinter &printer);
+    /// Paints every page. False when the user gave up; throws std::runtime_error when the device takes nothing.
+    bool Paint(QPagedPaintDevice &device, int dotsPerInch, const std::function<void()> &giveUp);
 
     const Job &m_job;
     QString m_title;

@@ -130,6 +130,12 @@ void TGood_Label_FRM::BuildGrid()
 
 void TGood_Label_FRM::FormShow()
 {
+    if (m_codes.size() > MostLabels) {
+        m_host.messages.ShowMessage(
+            u"برای بیش از %1 کالا با هم لیبل چاپ نمی‌شود."_s.arg(Shown(MostLabels)),
+            host::MessageIcon::Warning, Title());
+        return AbortOpening();
+    }
     ShowLevels();
     m_rows.SetGoods(goods::ReadLabelGoods(m_host.DM.ADOConnection1, m_codes));
     m_ui->LabelGoods_GRD->StandOn(0);
@@ -234,7 +240,7 @@ void TGood_Label_FRM::ShowPreview()
     if (choices.layout != Layout::Sheet)
         m_ui->Preview_PNL->SetJob(row < 0 ? labels::Job{choices, {}, {}} : m_rows.JobOf(row));
     else
-        m_ui->Preview_PNL->SetJob(m_rows.Total() <= MostLabels ? m_rows.MakeJob() : labels::Job{choices, {}, {}});
+        m_ui->Preview_PNL->SetJob(m_rows.MakeJob(labels::MostRows * labels::MostColumns)); // the first sheet
 }
 
 void TGood_Label_FRM::EditCount(int row)

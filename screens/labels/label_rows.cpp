@@ -2,33 +2,69 @@
 
 #include "host/controls/number_text.h"
 
+#include <QHash>
+
 #include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
 namespace labels {
 
+namespace {
+
+/// The labels have the same size and places; where they begin, how many there are and what they cost is no matter.
+bool SameLabels(Choices one, const Choices &other)
+{
+    one.priceLevel = other.priceLevel;
+    one.countBy = other.countBy;
+    one.count = other.count;
+    one.start = other.start;
+    return one == other;
+}
+
+} // namespace
+
 void LabelRows::SetGoods(const QList<goods::LabelGood> &goods)
 {
     beginResetModel();
     m_rows.clear();
+    QHash<QString, std::optional<Symbol>> symbols;
     for (const goods::LabelGood &good : goods) {
         const QString barcode = PrintedBarcode(good.barcodes);
-        m_rows << Row{good, {good.name, {}, barcode, Encode(barcode)}, 1};
+        auto symbol = symbols.constFind(barcode);
+        if (symbol == symbols.cend())
+            symbol = symbols.insert(barcode, Encode(barcode));
+        m_rows << Row{good, {good.name, {}, barcode, *symbol}, 1, false};
     }
+    SetPrices();
+    FitBars();
     endResetModel();
-    SetChoices(m_choices);
 }
 
 void LabelRows::SetChoices(const Choices &choices)
 {
-    m_choices = choices;
+    const Choices before = std::exchange(m_choices, choices);
+    if (choices.priceLevel != before.priceLevel)
+        SetPrices();
+    if (!SameLabels(choices, before))
+        FitBars();
+    if (!m_rows.isEmpty())
+        emit dataChanged(index(0, 0), index(rowCount() - 1, ColumnCount - 1));
+}
+
+void LabelRows::SetPrices()
+{
     for (Row &row : m_rows) {
         const host::Quantity price = PriceOf(row.good);
         row.label.price = price > 0 ? host::DisplayNumber(host::QuantityToText(price)) : QString();
     }
-    if (!m_rows.isEmpty())
-        emit dataChanged(index(0, 0), index(rowCount() - 1, ColumnCount - 1));
+}
+
+void LabelRows::FitBars()
+{
+    for (Row &row : m_rows)
+        row.bars = !row.label.barcode.isEmpty() && BarsFit(row.label, m_choices);
 }
 
 host::Quantity LabelRows::PriceOf(const goods::LabelGood &good) const
@@ -57,7 +93,7 @@ QString LabelRows::NoteOf(const Row &row) const
     QStringList notes;
     if (row.label.barcode.isEmpty())
         notes << u"بارکد ندارد"_s;
-    else if (!BarsFit(row.label, m_choices))
+    else if (!row.bars)
         notes << u"بارکد جا نمی‌شود"_s;
     if (row.label.price.isEmpty())
         notes << u"بی‌قیمت"_s;
@@ -74,16 +110,18 @@ qint64 LabelRows::Total() const
 
 int LabelRows::WithoutBars() const
 {
-    return static_cast<int>(std::count_if(m_rows.cbegin(), m_rows.cend(), [this](const Row &row) {
-        return CountOf(row) > 0 && (row.label.barcode.isEmpty() || !BarsFit(row.label, m_choices));
-    }));
+    return static_cast<int>(std::count_if(m_rows.cbegin(), m_rows.cend(),
+                                          [this](const Row &row) { return CountOf(row) > 0 && !row.bars; }));
 }
 
-Job LabelRows::MakeJob() const
+Job LabelRows::MakeJob(qint64 most) const
 {
     Job job{m_choices, {}, {}};
     for (const Row &row : m_rows) {
-        job.order.resize(job.order.size() + CountOf(row), static_cast<int>(job.labels.size()));
+        const qint64 left = most - job.order.size();
+        if (left <= 0)
+            break;
+        job.order.resize(job.order.size() + qMin<qint64>(CountOf(row), left), static_cast<int>(job.labels.size()));
         job.labels << row.label;
     }
     return job;

@@ -5,6 +5,8 @@
 
 #include <QAbstractTableModel>
 
+#include <limits>
+
 namespace labels {
 
 /// The goods whose labels are printed, a row each: price, barcode and number of labels as they follow from the choices,
@@ -27,8 +29,8 @@ public:
     qint64 Total() const;
     /// Goods that get labels without bars: they have no barcode, or it has no room.
     int WithoutBars() const;
-    /// What is to be printed.
-    Job MakeJob() const;
+    /// What is to be printed, at most so many labels of it.
+    Job MakeJob(qint64 most = std::numeric_limits<qint64>::max()) const;
     /// One label of one row.
     Job JobOf(int row) const;
 
@@ -49,8 +51,11 @@ private:
         goods::LabelGood good;
         Label label;
         int typed = 1;
+        bool bars = false; ///< the label has some, and room for them
     };
 
+    void SetPrices();
+    void FitBars();
     host::Quantity PriceOf(const goods::LabelGood &good) const;
     int CountOf(const Row &row) const;
     QString NoteOf(const Row &row) const;

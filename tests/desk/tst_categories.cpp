@@ -93,6 +93,7 @@ void TestCategories::Changes_data()
         {"twice, then another",
          {u"چای"_s, u"F4\n=چاي\nReturn\nCtrl+A\n=قهوه\nReturn"_s, {}, repeated, {}, u"112|1|قهوه|,1,112,"_s}},
         {"rename", {u"سیاه"_s, u"F2\n=سبز\nReturn"_s, {}, {}, siah, u"111|11|سبز|,1,11,111,"_s}},
+        {"moved before its name was taken", {u"چای"_s, u"F4\n=قهوه\nCtrl+Up"_s, {}, {}, {}, u"112|1|قهوه|,1,112,"_s}},
         {"to a neighbour's name", {u"چای"_s, u"Return\n=قند\nReturn\nEscape"_s, {}, repeated, {}, {}}},
         {"delete", {u"سیاه"_s, u"F7"_s, u"yes"_s, u"MsgDeleteItem(دسته‌ی «سیاه»)"_s, siah, {}}},
         {"delete a branch", {u"چای"_s, u"F7"_s, {}, u"«چای» قابل حذف نیست"_s, {}, {}}},
@@ -193,6 +194,10 @@ void TestCategories::Order()
         test::Press(Qt::Key_Return);
         test::Press(Qt::Key_Right, Qt::ControlModifier);
         QCOMPARE(names(1), (QStringList{u"چای"_s, u"سیاه"_s, u"قند"_s, u"قهوه"_s}));
+        test::Type(u"ق"_s); // finds two: each key is for the one that was moved
+        test::Press(Qt::Key_Return);
+        Play(u"Ctrl+Down\nCtrl+Down"_s);
+        QCOMPARE(names(1), (QStringList{u"چای"_s, u"سیاه"_s, u"قهوه"_s, u"قند"_s}));
     });
     QCOMPARE(t.desk.categories.Path(111).size(), 2);
 }

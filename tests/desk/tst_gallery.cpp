@@ -132,7 +132,7 @@ void TestGallery::onlyPicturesAreTaken()
                 [&](QWidget *gallery) {
                     auto *photos = qobject_cast<desk::TPhotoGallery_FRM *>(gallery);
                     QVERIFY(photos);
-                    test::Drive([&] { photos->AddFile(path); },
+                    test::Drive([&] { photos->AddFiles({path}); },
                                 [](QWidget *box) {
                                     const auto *message = qobject_cast<QMessageBox *>(box);
                                     QVERIFY(message && message->text().contains(u"قیمت.png"));
@@ -171,13 +171,19 @@ void TestGallery::clipboardAndCameras()
                     QGuiApplication::clipboard()->setMimeData(files);
                     test::Press(Qt::Key_V, Qt::ControlModifier);
                     QCOMPARE(t.Colors(1), (QStringList{u"red 1600x800"_s, u"green 30x40"_s}));
+                    auto *page = new QMimeData; // a picture copied from a page on the web
+                    page->setUrls({QUrl(u"https://example.com/a.png"_s)});
+                    page->setImageData(red.scaled(8, 8));
+                    QGuiApplication::clipboard()->setMimeData(page);
+                    test::Press(Qt::Key_V, Qt::ControlModifier);
+                    QCOMPARE(t.Colors(1).constLast(), u"red 8x8"_s);
                     QGuiApplication::clipboard()->setText(u"متن"_s);
                     test::Drive([] { test::Press(Qt::Key_V, Qt::ControlModifier); },
                                 [](QWidget *box) {
                                     QVERIFY(qobject_cast<QMessageBox *>(box));
                                     test::Press(Qt::Key_Return);
                                 });
-                    QCOMPARE(t.Colors(1).size(), 2);
+                    QCOMPARE(t.Colors(1).size(), 3);
                     test::Press(Qt::Key_Escape);
                 });
 }

@@ -29,6 +29,12 @@ private slots:
                         Edit(Qt::Key_F4, u"سبد ماه رمضان"_s, u"MsgRepeatedField(عنوان, ليست انتخابي)"_s);
                         Edit(Qt::Key_F4, title, {});
                         test::Find<QPushButton>(lists, u"NewDetail_BTN"_s).click();
+                        test::Focus(lists, u"Lists_GRD"_s); // the keys of the goods are not for the lists
+                        test::Press(Qt::Key_Delete);
+                        test::Press(Qt::Key_Down, Qt::ControlModifier);
+                        QVERIFY(t->messages.TakeAll().isEmpty());
+                        // A good deleted since is no neighbour.
+                        t->database.Exec(u"insert into SelectedList_Detail (SL_Code, Code, Radif) values (5, 77, 2)"_s);
                         test::Focus(lists, u"Goods_GRD"_s);
                         QCOMPARE(Goods(), (QStringList{u"110003"_s, u"110001"_s, u"110002"_s}));
                         test::Press(Qt::Key_Up, Qt::ControlModifier); // the first stays
@@ -86,7 +92,8 @@ private slots:
 private:
     QStringList Goods() const
     {
-        return t->database.Rows(u"select Code from SelectedList_Detail where SL_Code=5 order by Radif, Code"_s);
+        return t->database.Rows(
+            u"select Code from SelectedList_Detail where SL_Code=5 and Code <> 77 order by Radif, Code"_s);
     }
     void Edit(Qt::Key key, const QString &title, const QString &refusal, bool leftOut = false)
     {

@@ -223,7 +223,14 @@ void TestServices::detailsReplaceTheirOwnRow()
                        "INSERT INTO GoodDetailValues (GoodCode) VALUES (900) INSERT INTO GoodDetailKardex"_s +
                        columns +
                        u"(1, 3, 5, 1, 1), (2, 3, 5, 1, 2), (1, 3, 5, 2, 3), (1, 3, 6, 1, 4), (1, 2, 5, 1, 5)"_s + of +
-                       u"INSERT INTO GoodDetailKardexEnter_Temp"_s + columns + u"(1, 3, 5, 1, 9)"_s + of);
+                       u"INSERT INTO GoodDetailKardexEnter_Temp"_s + columns + u"(1, 3, 5, 1, 9)"_s + of +
+                       u"INSERT INTO GoodInf (Code, GrpCode, Name) VALUES (902, 0, N'باز') INSERT INTO "
+                       "GoodDetailKardexEnter_Temp"_s +
+                       QString(columns).replace(u"900"_s, u"902"_s) + u"(1, 3, 0, 0, 9)"_s + of);
+    // What is entered for the opening row is saved with the good itself, what is entered on a document is not.
+    QVERIFY(!details.CheckGoodDetailKardexExists(902));
+    desk.database.Exec(u"UPDATE GoodDetailKardexEnter_Temp SET OperationType = 2 WHERE GoodCode = 902"_s);
+    QVERIFY(details.CheckGoodDetailKardexExists(902) && !details.GoodDetailsSaved(902));
     const bool recorded = details.CheckGoodDetailKardexExists(900);
     details.EnterGoodDetailSave(900, host::TOperationType::OpeningStock);
     QVERIFY(recorded && details.CheckGoodDetailKardexExists(900) && !details.CheckGoodDetailKardexExists(901));

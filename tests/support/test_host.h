@@ -134,13 +134,15 @@ struct FakeGoodDetails : host::GoodDetailService
         calls << Call("EnterGoodDetailSave", good, operation);
     }
     bool EnterGoodDetails_Get(int, host::TOperationType) override { return entered; }
-    bool CheckGoodDetailKardexExists(int good) override { return recorded.contains(good); }
+    bool CheckGoodDetailKardexExists(int good) override { return recorded.contains(good) || unsaved.contains(good); }
+    bool GoodDetailsSaved(int good) override { return recorded.contains(good); }
     bool CheckBarcodeInGoodDetail(const QString &barcode) override { return detailBarcodes.contains(barcode); }
     bool UniqueDetailCodeInUse(int) override { return uniqueCodeInUse; }
 
     bool entered = false;
     bool uniqueCodeInUse = false;
     QSet<int> recorded; ///< goods with quantities of their details
+    QSet<int> unsaved;  ///< and those with such of documents that are not saved
     QStringList detailBarcodes;
     QStringList calls;
 };

@@ -30,7 +30,7 @@ private slots:
     void changing_data()
     {
         // The types of the good before; A add, D delete, L delete all, M mark and go down, R another desk records
-        // quantities, F save, E leave; what the chooser gives; the types in the end.
+        // quantities, U they are entered on a document, F save, E leave; what the chooser gives; the types in the end.
         QTest::addColumn<QString>("story");
         QTest::addColumn<QStringList>("said"); // in order, without the success
         const QString row = u"MsgDeleteRow()"_s;
@@ -55,6 +55,7 @@ private slots:
         test("recorded", u"2,3|RADLF|6,|2,3"_s,
              {recorded.arg(u"جزییات تعریف شده در لیست امکان تعریف جزییات جدید برای کالا"_s), kept,
               recorded.arg(u"جزییات امکان حذف جزییات"_s)});
+        test("entered with the new type, for this save", u"2|AUF|6,|2,6"_s);
         test("recorded meanwhile", u"2,3|DRFE||2,3"_s, {row, kept});
     }
     void changing()
@@ -129,6 +130,8 @@ private:
             f->host.goodDetails.recorded << 500009;
             return;
         }
+        if (key == u'U')
+            return void(f->host.goodDetails.unsaved << 500009);
         if (key == u'E')
             return f->Leave();
         const bool deletes = key == u'D' || key == u'L';

@@ -106,6 +106,9 @@ void TestMovements::RowsAndBalances_data()
     QTest::newRow("one store, a range without movements")
         << u"1405/02/02"_s << u"1405/02/28"_s << u"1"_s << Texts{u"1|1405/02/02|مانده از قبل||الف|31|||31|31"_s}
         << u"مانده: 31"_s;
+    QTest::newRow("the last day before the first")
+        << u"1405/02/28"_s << u"1405/02/02"_s << u"1"_s << Texts{u"1|1405/02/02|مانده از قبل||الف|31|||31|31"_s}
+        << u"مانده: 31"_s;
     QTest::newRow("no date: everything stays") << u"1405/13/40"_s << QString() << QString() << all << u"مانده: 32"_s;
 }
 
@@ -131,6 +134,15 @@ void TestMovements::RowsAndBalances()
         QVERIFY2(shown.replace(u'٫', u'.').contains(total), qPrintable(shown));
         QVERIFY(!test::Find(screen, u"Total2_LBL"_s).isVisible());
     });
+    // The next good begins with everything, without another connection.
+    const qsizetype connections = QSqlDatabase::connectionNames().size();
+    f.Activate();
+    test::Drive([] { test::Press(Qt::Key_F2); },
+                [&](QWidget *screen) {
+                    QCOMPARE(test::Find<host::Grid>(screen, u"Movements_GRD"_s).RowCount(), 6);
+                    test::Press(Qt::Key_Escape);
+                });
+    QCOMPARE(QSqlDatabase::connectionNames().size(), connections);
 }
 
 void TestMovements::SecondUnit()

@@ -135,6 +135,19 @@ private slots:
     {
         test::Drive([] { test::Press(Qt::Key_F8); },
                     [&](QWidget *form) {
+                        test::Focus(form, u"Editor"_s);
+                        test::Type(u"نیست"_s);
+                        test::Press(Qt::Key_F3);
+                        QVERIFY(s->host.messages.Take().contains(u"دسته‌ای با این نام نیست"_s));
+                        test::Press(Qt::Key_A, Qt::ControlModifier);
+                        test::Type(u"لبن"_s);
+                        test::Press(Qt::Key_F3);
+                    });
+        s->Activate();
+        QVERIFY2(Summary().contains(u"دسته: "_s), "what is typed counts");
+        test::Drive([] { test::Press(Qt::Key_F8); },
+                    [&](QWidget *form) {
+                        test::Press(Qt::Key_F7);
                         QCOMPARE(test::TabRound().mid(0, 4),
                                  (QStringList{u"add_btn"_s, u"Editor"_s, u"SelectList_CMB"_s, u"SelectedLists_BTN"_s}));
                         test::Focus(form, u"SelectList_CMB"_s);

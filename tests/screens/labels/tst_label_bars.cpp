@@ -6,6 +6,9 @@
 #include <QProcess>
 #include <QtTest>
 
+#include <csignal>
+#include <sys/resource.h>
+
 #define ZX_USE_UTF8
 #include <ZXing/ReadBarcode.h>
 
@@ -130,6 +133,25 @@ private slots:
         for (const int page : {1, 2, 3})
             QCOMPARE(Scanned(QImage(u"%1-%2.pbm"_s.arg(picture).arg(page))), u"Code128 "_s + Longest);
         QVERIFY(!QFile::exists(picture + u"-4.pbm"_s));
+        // The disk is full half-way: what was there before stays, and nothing beside it.
+        const auto files = [&folder] { return QDir(folder.path()).entryList(QDir::Files); };
+        const qint64 size = QFileInfo(path).size();
+        const QStringList before = files();
+        std::signal(SIGXFSZ, SIG_IGN);
+        rlimit room{};
+        getrlimit(RLIMIT_FSIZE, &room);
+        const rlimit little{2000, room.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &little);
+        bool failed = false;
+        try {
+            LabelOutput(JobFor({}, Longest, 9), u"لیبل"_s, nullptr).WritePdf(path);
+        } catch (const std::runtime_error &) {
+            failed = true;
+        }
+        setrlimit(RLIMIT_FSIZE, &room);
+        QVERIFY(failed);
+        QCOMPARE(QFileInfo(path).size(), size);
+        QCOMPARE(files(), before);
         QVERIFY_THROWS_EXCEPTION(std::runtime_error,
                                  LabelOutput(job, u"لیبل"_s, nullptr).WritePdf(folder.filePath(u"no/such.pdf"_s)));
     }

@@ -6,6 +6,9 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPrintPreviewDialog>
+#include <QPrintPreviewWidget>
+#include <QPrinter>
 #include <QProcess>
 #include <QPushButton>
 
@@ -68,7 +71,12 @@ private slots:
             test::Enter(dialog, u"Columns_EDT"_s, u"2"_s);
             test::Enter(dialog, u"Start_EDT"_s, u"2"_s);
             QCOMPARE(Total(dialog), u"۶ لیبل از ۳ کالا در ۲ برگه"_s);
-            test::Drive([] { test::Press(Qt::Key_F9); }, [](QWidget *) { test::Press(Qt::Key_Escape); });
+            test::Drive([] { test::Press(Qt::Key_F9); },
+                        [](QWidget *preview) {
+                            static_cast<QPrintPreviewDialog *>(preview)->printer()->setOutputFileName(u"/no/no.pdf"_s);
+                            preview->findChild<QPrintPreviewWidget *>()->print();
+                        });
+            QVERIFY(screen.host.messages.Take().contains(u"آماده نوشتن نیست"_s));
             test::Drive([] { test::Press(Qt::Key_F8); },
                         [&](QWidget *files) {
                             test::Enter(files, u"fileNameEdit"_s, path);
