@@ -115,8 +115,16 @@ void Scales::Change_Price_Scale(int code, int costLevel)
 
 bool Scales::HasScaleDatabase() const
 {
-    return m_scale.isOpen() &&
-           host::Exists(m_scale, u"SELECT TABLE_NAME FROM INFORMATION_SCHEMA.TABLES WHERE TABLE_NAME = 'Items'"_s);
+    if (!m_scale.isOpen())
+        return false;
+    try {
+        host::Exists(m_scale, u"SELECT TOP 1 Code FROM Items"_s);
+        return true;
+    } catch (const host::DatabaseError &error) {
+        if (error.NativeCode() == u"208"_s) // no such table
+            return false;
+        throw;
+    }
 }
 
 void Scales::ScaleItems_GetAll(bool waiting)
