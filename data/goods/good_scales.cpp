@@ -1,5 +1,6 @@
 #include "data/goods/good_scales.h"
 
+#include "host/data/database_error.h"
 #include "host/data/sql_text.h"
 #include "host/data/transaction.h"
 
