@@ -26,20 +26,19 @@ struct Comparison
     QString changed;          ///< condition: it has not the values that were written
     QString stuck = u"1=0"_s; ///< condition: it cannot get its old ones back
 
-    /// LeftReason of the good. One that was made after the change has the code of a good that is gone.
+    /// LeftReason of the good.
     QString Reason() const
     {
-        return u"CASE WHEN g.Code IS NULL OR g.CreatedDate + ' ' + g.CreatedTime > b.ChangedDate + ' ' + b.ChangedTime "
-               "THEN 2 WHEN "_s +
+        return u"CASE WHEN g.Code IS NULL OR ISNULL("_s + MadeOf + u", '') <> ISNULL(j.Made, '') THEN 2 WHEN "_s +
                changed + u" THEN 1 WHEN "_s + stuck + u" THEN 3 ELSE 0 END"_s;
     }
 };
 
-const QString OfChange = u" INNER JOIN BulkChanges b ON b.ID = j.ChangeID LEFT JOIN GoodInf g ON g.Code = j.GoodCode"_s;
+const QString TheGood = u" LEFT JOIN GoodInf g ON g.Code = j.GoodCode"_s;
 
 Comparison CompareDetails(const QList<BulkField> &fields, const QString &lock)
 {
-    return {OfChange, OtherDetails(fields, u"j.GoodCode"_s, lock),
+    return {TheGood, OtherDetails(fields, u"j.GoodCode"_s, lock),
             u"(EXISTS (SELECT 1 FROM GoodDetailKardex k WHERE k.GoodCode = j.GoodCode) OR EXISTS (SELECT 1 FROM "
             "BulkChangeDetails d WHERE d.ChangeID = j.ChangeID AND d.GoodCode = j.GoodCode AND NOT EXISTS (SELECT 1 "
             "FROM DetailTypes dt WHERE dt.ID = d.DetailID)))"_s};
@@ -56,7 +55,7 @@ Comparison Compare(const QList<BulkField> &fields, const QString &lock = {})
     for (const BulkField &field : fields) {
         differences += u"t."_s + field.name + u" <> "_s + NewValueOf(field);
     }
-    Comparison now{OfChange + u" LEFT JOIN "_s + target.table + u" t"_s + lock + u" ON t."_s + target.key +
+    Comparison now{TheGood + u" LEFT JOIN "_s + target.table + u" t"_s + lock + u" ON t."_s + target.key +
                        u" = j.GoodCode"_s,
                    u'(' + differences.join(u" OR "_s) + u')'};
     if (fields.constFirst().name == "DaraiGoodType"_L1) {

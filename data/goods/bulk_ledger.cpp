@@ -80,8 +80,8 @@ int BulkLedger::Open(BulkKind kind, ScopeKind scope, const BulkOrder &order, con
 
 int BulkLedger::AddGoods(int change, const QString &columns, const QString &select)
 {
-    return host::Exec(m_main, u"INSERT INTO BulkChangeGoods (ChangeID,"_s + columns + u") SELECT "_s +
-                                  QString::number(change) + u',' + select);
+    return host::Exec(m_main, u"INSERT INTO BulkChangeGoods (ChangeID, Made, "_s + columns + u") SELECT "_s +
+                                  QString::number(change) + u", "_s + MadeOf + u", "_s + select);
 }
 
 void BulkLedger::Write(int change, const QList<BulkField> &fields)

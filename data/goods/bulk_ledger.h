@@ -28,7 +28,8 @@ public:
 
     /// Begins an entry and returns its number. Inside the caller's transaction, as all that follows.
     int Open(BulkKind kind, ScopeKind scope, const BulkOrder &order, const QList<BulkField> &fields);
-    /// Puts goods into the entry: `select` gives what `columns` name ("GoodCode,Old1"). Returns how many.
+    /// Puts goods into the entry: `select` gives what `columns` name ("GoodCode,Old1"), from rows of GoodInf `g` among
+    /// others. Returns how many.
     int AddGoods(int change, const QString &columns, const QString &select);
     /// Writes the entry's columns, from `NewPrice` or the values that all are given, into the goods' rows.
     void Write(int change, const QList<BulkField> &fields);
@@ -44,6 +45,9 @@ public:
 private:
     QSqlDatabase m_main;
 };
+
+/// When a good `g` was made: by it another good with the code of a deleted one is known. NULL where nobody noted it.
+inline const QString MadeOf = QString::fromUtf16(u"g.CreatedDate + ' ' + g.CreatedTime");
 
 /// Where the columns of a change stand.
 struct BulkTarget

@@ -392,11 +392,12 @@ CREATE TABLE BulkChangeFields (
 
 -- The goods written and what they had before: Old1 is the old value of the field in place 1. IsLeft: why taking the
 -- change back left the good as it was; 1: changed since, 2: deleted, 3: its old value is gone or may not come back, 0: it
--- did not. The good may be deleted, therefore no foreign key.
+-- did not. The good may be deleted, therefore no foreign key; another with its code is known by Made, when it was made.
 CREATE TABLE BulkChangeGoods (
     ChangeID int           NOT NULL,
     GoodCode int           NOT NULL,
     IsLeft   tinyint       NOT NULL DEFAULT 0,
+    Made     varchar(19)   NULL,
     NewPrice decimal(28,9) NULL,
     Old1     decimal(28,9) NULL,
     Old2     decimal(28,9) NULL,
