@@ -113,8 +113,13 @@ void TestChanging::editingKeepsThePlace()
     screen.Activate();
     QCOMPARE(screen.grid.CurrentKey(), code);
     screen.host.messages.Answer(true);
+    screen.host.levels.changing = [&] {
+        screen.database.Exec(u"update CostLevel set Name = N'همکار' where Code = 2"_s);
+        return true;
+    };
     test::Drive([&] { test::Press(Qt::Key_F5); },
-                [](QWidget *editor) {
+                [&](QWidget *editor) {
+                    test::Find<QPushButton>(editor, u"CostLevel_BTN"_s).click();
                     test::Enter(editor, u"Kala_Type_EDT"_s, u"بهار ۱۴۰۵"_s);
                     test::Press(Qt::Key_F3);
                 });
@@ -125,6 +130,7 @@ void TestChanging::editingKeepsThePlace()
     QCOMPARE(screen.grid.CurrentKey(), code);
     QCOMPARE(screen.grid.currentIndex().row(), row);
     QVERIFY(screen.Shown(u"Name"_s).contains(u"بهار ۱۴۰۵"_s));
+    QVERIFY(screen.grid.VisibleCaptions().contains(u"همکار"_s));
     screen.Press({Qt::Key_Escape, Qt::Key_Escape});
 }
 
