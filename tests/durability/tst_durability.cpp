@@ -98,7 +98,7 @@ void TestDurability::killedWhileChangingMany()
     database.Exec(
         u"INSERT INTO GoodInf (Code, GrpCode, Name) SELECT TOP 1500 ROW_NUMBER() OVER (ORDER BY a.Permission), 1, "
         "N'کالا' FROM UserRights a CROSS JOIN UserRights b"
-        " INSERT INTO GoodCostDiscount (GoodCode) SELECT Code FROM GoodInf"_s);
+        " INSERT INTO GoodCostDiscount (GoodCode, CostLevel_Sell_1) SELECT Code, 100 FROM GoodInf"_s);
     for (int kill = 0; kill < 20; ++kill) {
         KillAtWork({database.Name(), u"prices"_s}, 400000);
         if (QTest::currentTestFailed())
