@@ -49,7 +49,7 @@ QString DateLiteral(const QString &date)
     return host::QuotedStr(date);
 }
 
-/// What was there before the first movement shown, one row per store: part 0 of the movements.
+/// What was there before the first movement shown, one row per store, above the movements.
 QString BroughtForward(const MovementFilter &filter)
 {
     const QString good = QString::number(filter.GoodCode);
