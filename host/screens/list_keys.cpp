@@ -1,5 +1,6 @@
 #include "host/screens/list_keys.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QKeyEvent>
 #include <QPointer>
@@ -15,9 +16,18 @@ void ListKeys::Install()
     qApp->installEventFilter(installed);
 }
 
+/// Offers below a field that is being typed into are no list that was opened: a command key means the screen.
+void ListKeys::PutOffersAway(int key)
+{
+    const bool command = key >= Qt::Key_F1 && key <= Qt::Key_F12;
+    if (auto *offers = qobject_cast<QAbstractItemView *>(QApplication::activePopupWidget()); offers && command)
+        offers->hide();
+}
+
 bool ListKeys::eventFilter(QObject *, QEvent *event)
 {
     if (event->type() == QEvent::ShortcutOverride) {
+        PutOffersAway(static_cast<QKeyEvent *>(event)->key());
         m_taken = QApplication::activePopupWidget() != nullptr;
         if (m_taken)
             event->accept();

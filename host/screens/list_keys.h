@@ -19,6 +19,8 @@ public:
 private:
     using QObject::QObject;
 
+    static void PutOffersAway(int key);
+
     bool m_taken = false; ///< the key being pressed went to an open list
 };
 
