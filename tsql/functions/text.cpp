@@ -96,11 +96,11 @@ void Right(Call &call)
 
 void CharIndex(Call &call)
 {
-    const QString text = call.String(1);
+    const std::string_view text = call.text(1);
     const qint64 start = call.Count() > 2 ? std::max<qint64>(call.IntegerAt(2) - 1, 0) : 0;
-    const QString needle = call.String(0);
-    const bool found = !needle.isEmpty() && start < text.size();
-    call.Give(found ? qint64(text.indexOf(needle, start, Qt::CaseInsensitive) + 1) : qint64(0));
+    const size_t from = Utf16Prefix(text, size_t(start)).size();
+    const auto place = from < text.size() ? SoughtText(call.text(0)).In(text, from) : std::nullopt;
+    call.Give(place ? qint64(Utf16Length(text.substr(0, place->begin))) + 1 : qint64(0));
 }
 
 /** The pattern of a call; SQLite keeps it while the argument is the same constant for all rows. */
@@ -186,11 +186,18 @@ void Stuff(Call &call)
 
 void Replace(Call &call)
 {
-    QString text = call.String(0);
-    const QString from = call.String(1);
-    if (!from.isEmpty())
-        text.replace(from, call.String(2), Qt::CaseInsensitive);
-    call.Give(text);
+    const std::string_view text = call.text(0);
+    const std::string_view with = call.text(2);
+    const SoughtText sought(call.text(1));
+    std::string made;
+    size_t at = 0;
+    while (const auto place = sought.In(text, at)) {
+        made += text.substr(at, place->begin - at);
+        made += with;
+        at = place->end;
+    }
+    made += text.substr(at);
+    call.Give(std::string_view(made));
 }
 
 std::string_view WithoutLeadingBlanks(std::string_view text)

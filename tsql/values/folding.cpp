@@ -30,11 +30,6 @@ char32_t FoldCase(char32_t c)
     return c < TableSize ? table[c] : QChar::toCaseFolded(c);
 }
 
-bool IsCaseless(char32_t c)
-{
-    return QChar::toCaseFolded(c) == c && QChar::toUpper(c) == c && QChar::toLower(c) == c;
-}
-
 char32_t NextCodePoint(std::string_view utf8, size_t &at)
 {
     const auto byte = [&](size_t i) { return static_cast<unsigned char>(utf8[i]); };

@@ -8,9 +8,6 @@ namespace tsql {
 /** Simple case folding of one code point. */
 char32_t FoldCase(char32_t c);
 
-/** True when no other code point folds to the same as `c`: it can be searched for byte by byte. */
-bool IsCaseless(char32_t c);
-
 /** Reads the code point at `at` and moves `at` behind it. An ill-formed byte stands for itself. */
 char32_t NextCodePoint(std::string_view utf8, size_t &at);
 

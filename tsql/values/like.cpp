@@ -3,33 +3,9 @@
 #include "tsql/values/folding.h"
 
 #include <algorithm>
-#include <cstdint>
-#include <cstring>
+#include <utility>
 
 namespace tsql {
-
-namespace {
-
-void AppendUtf8(std::string &text, char32_t c)
-{
-    if (c < 0x80) {
-        text += char(c);
-    } else if (c < 0x800) {
-        text += char(0xC0 | c >> 6);
-        text += char(0x80 | (c & 0x3F));
-    } else if (c < 0x10000) {
-        text += char(0xE0 | c >> 12);
-        text += char(0x80 | (c >> 6 & 0x3F));
-        text += char(0x80 | (c & 0x3F));
-    } else {
-        text += char(0xF0 | c >> 18);
-        text += char(0x80 | (c >> 12 & 0x3F));
-        text += char(0x80 | (c >> 6 & 0x3F));
-        text += char(0x80 | (c & 0x3F));
-    }
-}
-
-} // namespace
 
 LikePattern::LikePattern(std::string_view pattern, char32_t escape)
 {
@@ -37,12 +13,19 @@ LikePattern::LikePattern(std::string_view pattern, char32_t escape)
     FindPlainForm();
 }
 
+/// What does not count asks for nothing.
+void LikePattern::AddLetter(char32_t c)
+{
+    if (const uint32_t letter = LetterOf(c))
+        m_tokens.push_back({Token::Kind::Character, letter, {}});
+}
+
 void LikePattern::Parse(std::string_view pattern, char32_t escape)
 {
     for (size_t at = 0; at < pattern.size();) {
         const char32_t c = NextCodePoint(pattern, at);
         if (c == escape && escape != 0 && at < pattern.size()) {
-            m_tokens.push_back({Token::Kind::Character, FoldCase(NextCodePoint(pattern, at)), {}});
+            AddLetter(NextCodePoint(pattern, at));
         } else if (c == U'%') {
             if (m_tokens.empty() || m_tokens.back().kind != Token::Kind::AnyRun)
                 m_tokens.push_back({Token::Kind::AnyRun, 0, {}});
@@ -51,7 +34,7 @@ void LikePattern::Parse(std::string_view pattern, char32_t escape)
         } else if (c == U'[') {
             at = ParseSet(pattern, at);
         } else {
-            m_tokens.push_back({Token::Kind::Character, FoldCase(c), {}});
+            AddLetter(c);
         }
     }
 }
@@ -88,83 +71,30 @@ size_t LikePattern::ParseSet(std::string_view pattern, size_t at)
 
 void LikePattern::FindPlainForm()
 {
-    size_t begin = 0;
-    size_t end = m_tokens.size();
-    m_openStart = begin < end && m_tokens[begin].kind == Token::Kind::AnyRun;
-    begin += m_openStart;
-    m_openEnd = begin < end && m_tokens[end - 1].kind == Token::Kind::AnyRun;
-    end -= m_openEnd;
-    m_plain = begin < end && std::all_of(m_tokens.begin() + long(begin), m_tokens.begin() + long(end),
-                                         [](const Token &t) { return t.kind == Token::Kind::Character; });
-    if (!m_plain)
+    const auto isRun = [](const Token &token) { return token.kind == Token::Kind::AnyRun; };
+    m_openStart = !m_tokens.empty() && isRun(m_tokens.front());
+    m_openEnd = m_tokens.size() > 1 && isRun(m_tokens.back());
+    const auto letters = std::count_if(m_tokens.begin(), m_tokens.end(),
+                                       [](const Token &token) { return token.kind == Token::Kind::Character; });
+    const bool plain = letters > 0 && std::size_t(letters) + m_openStart + m_openEnd == m_tokens.size();
+    if (!plain || (m_openStart && !m_openEnd))
         return;
-    m_bytewise = true;
-    for (size_t i = begin; i < end; ++i) {
-        m_folded += m_tokens[i].character;
-        AppendUtf8(m_word, m_tokens[i].character);
-        m_bytewise = m_bytewise && IsCaseless(m_tokens[i].character);
+    std::vector<uint32_t> word;
+    for (const Token &token : m_tokens) {
+        if (token.kind == Token::Kind::Character)
+            word.push_back(token.letter);
     }
+    m_word.emplace(std::move(word));
 }
 
 bool LikePattern::Matches(std::string_view text) const
 {
-    if (!m_plain)
+    if (!m_word)
         return MatchesTokens(text, 0);
-    if (m_openStart && m_openEnd)
-        return Contains(text);
-    if (m_bytewise)
-        return m_openStart ? text.ends_with(m_word) : m_openEnd ? text.starts_with(m_word) : text == m_word;
     if (m_openStart)
-        return MatchesTokens(text, 0);
-    const size_t end = StartsAt(text, 0);
-    return end != std::string_view::npos && (m_openEnd || end == text.size());
-}
-
-/** The end of the word when it stands at `at`, npos when it does not. */
-size_t LikePattern::StartsAt(std::string_view text, size_t at) const
-{
-    for (const char32_t c : m_folded) {
-        if (at >= text.size() || FoldCase(NextCodePoint(text, at)) != c)
-            return std::string_view::npos;
-    }
-    return at;
-}
-
-/**
- * Texts are short and pages of them are searched, so nothing is prepared per text: two bytes at once tell most places
- * apart, as the first byte alone is the same for half of all Persian letters.
- */
-bool LikePattern::ContainsBytes(std::string_view text) const
-{
-    if (text.size() < m_word.size())
-        return false;
-    if (m_word.size() < 2)
-        return text.find(m_word) != std::string_view::npos;
-    const auto pair = [](const char *at) {
-        uint16_t two = 0;
-        std::memcpy(&two, at, sizeof two);
-        return two;
-    };
-    const uint16_t first = pair(m_word.data());
-    const char *last = text.data() + (text.size() - m_word.size());
-    for (const char *at = text.data(); at <= last; ++at) {
-        if (pair(at) == first && std::memcmp(at, m_word.data(), m_word.size()) == 0)
-            return true;
-    }
-    return false;
-}
-
-bool LikePattern::Contains(std::string_view text) const
-{
-    if (m_bytewise)
-        return ContainsBytes(text);
-    for (size_t at = 0; at < text.size();) {
-        size_t next = at;
-        if (FoldCase(NextCodePoint(text, next)) == m_folded[0] && StartsAt(text, at) != std::string_view::npos)
-            return true;
-        at = next;
-    }
-    return false;
+        return m_word->In(text).has_value();
+    const std::optional<size_t> end = m_word->EndAt(text, 0);
+    return end && (m_openEnd || IsNothingLeft(text, *end));
 }
 
 bool LikePattern::Accepts(const Token &token, char32_t c) const
@@ -172,7 +102,7 @@ bool LikePattern::Accepts(const Token &token, char32_t c) const
     if (token.kind == Token::Kind::AnyCharacter)
         return true;
     if (token.kind == Token::Kind::Character)
-        return FoldCase(c) == token.character;
+        return LetterOf(c) == token.letter;
     const Weight weight = WeightOf(c);
     const bool inSet = std::any_of(token.ranges.begin(), token.ranges.end(), [&weight](const auto &range) {
         return weight >= range.first && weight <= range.second;
@@ -196,6 +126,10 @@ bool LikePattern::MatchesTokens(std::string_view text, size_t at) const
         const char32_t c = NextCodePoint(text, next);
         if (token < m_tokens.size() && Accepts(m_tokens[token], c)) {
             ++token;
+            at = next;
+            continue;
+        }
+        if (LetterOf(c) == 0) {
             at = next;
             continue;
         }
