@@ -5,6 +5,7 @@
 #include "bench/details.h"
 #include "bench/engine.h"
 #include "bench/floor.h"
+#include "bench/list_work.h"
 #include "bench/options.h"
 #include "bench/report.h"
 #include "bench/round_trips.h"
@@ -289,6 +290,7 @@ std::vector<bench::RoundTrips> MeasureShop(Report &report, int goods)
     LookUp(report, shop, floor);
     UseList(report, shop, floor);
     Edit(report, shop, scratch);
+    bench::MeasureListWork(report, shop);
     bench::MeasureBulk(report, shop);
     bench::MeasureDetails(report, shop);
     return bench::WatchRoundTrips(shop, SomeGood(shop));
