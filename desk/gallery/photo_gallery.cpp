@@ -147,7 +147,7 @@ void TPhotoGallery_FRM::AddFromClipboard()
 
 QByteArray TPhotoGallery_FRM::Checked(const QImage &image, const QString &name)
 {
-    const QByteArray picture = Encoded(image);
+    QByteArray picture = Encoded(image);
     if (picture.isEmpty())
         m_host.messages.ShowMessage(MessageText(message::NotAPicture, {name}), host::MessageIcon::Warning);
     return picture;
