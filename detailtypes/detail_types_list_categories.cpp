@@ -121,6 +121,8 @@ void TDetailTypes_List_FRM::ChooseCategory()
         Warn(*refusal);
         return;
     }
+    if (!m_ui->DetailList_GRD->FetchAll())
+        return;
     const QString codes = m_ui->DetailList_GRD->ShownKeys().join(u',');
     // A category is given to a good, never to another category.
     if (const auto refusal = detail_types::NotTogether(m_data, m_choice.PreviousCodes, codes, false)) {

@@ -38,8 +38,10 @@ const QString TheGood = u" LEFT JOIN GoodInf g ON g.Code = j.GoodCode"_s;
 
 Comparison CompareDetails(const QList<BulkField> &fields, const QString &lock)
 {
-    return {TheGood, OtherDetails(fields, u"j.GoodCode"_s, lock),
-            u"(EXISTS (SELECT 1 FROM GoodDetailKardex k WHERE k.GoodCode = j.GoodCode) OR EXISTS (SELECT 1 FROM "
+    return {
+        TheGood, OtherDetails(fields, u"j.GoodCode"_s, lock),
+        u'(' + RecordedDetails(u"j.GoodCode"_s) +
+            u" OR EXISTS (SELECT 1 FROM "
             "BulkChangeDetails d WHERE d.ChangeID = j.ChangeID AND d.GoodCode = j.GoodCode AND NOT EXISTS (SELECT 1 "
             "FROM DetailTypes dt WHERE dt.ID = d.DetailID)))"_s};
 }
@@ -90,13 +92,13 @@ void Restore(const QSqlDatabase &main, const QList<BulkField> &fields, const QSt
                          u" t INNER JOIN BulkChangeGoods j ON j.GoodCode = t."_s + target.key + u" WHERE "_s + entry);
 }
 
-/// Values as a user reads them: without needless zeros, joined.
+/// Each value with the name of its field, joined.
 QString JoinedText(const QList<BulkField> &fields, bool old)
 {
     QStringList texts;
     for (const BulkField &field : fields) {
         const QString value = old ? u"j.Old"_s + QString::number(texts.size() + 1) : NewValueOf(field);
-        texts += u"CAST("_s + value + u" AS nvarchar(40))"_s;
+        texts += u"N'"_s + field.name + u"=' + CAST("_s + value + u" AS nvarchar(40))"_s;
     }
     return texts.join(u" + N' / ' + "_s);
 }

@@ -3,6 +3,7 @@
 #include "host/data/database_error.h"
 #include "host/data/query.h"
 #include "host/data/sql_text.h"
+#include "host/services/types.h"
 
 #include <QLoggingCategory>
 #include <QRegularExpression>
@@ -56,6 +57,14 @@ QString OtherDetails(const QList<BulkField> &fields, const QString &code, const 
         other += u" OR NOT EXISTS (SELECT 1 "_s + ofGood + u" AND r.DetailID = "_s + field.newValue + u')';
     }
     return other + u')';
+}
+
+QString RecordedDetails(const QString &code)
+{
+    // Opening details follow the good's own editor.
+    return u"(EXISTS (SELECT 1 FROM GoodDetailKardex k WHERE k.GoodCode = %1) OR %1 IN (SELECT e.GoodCode FROM "
+           "GoodDetailKardexEnter_Temp e WHERE e.GoodCode IS NOT NULL AND e.OperationType <> %2))"_s.arg(code)
+               .arg(static_cast<int>(host::TOperationType::OpeningStock));
 }
 
 int BulkLedger::Open(BulkKind kind, ScopeKind scope, const BulkOrder &order, const QList<BulkField> &fields)

@@ -19,6 +19,10 @@ struct BulkField
 /// `BulkField::name` of a detail type.
 inline const QString DetailField = QString::fromUtf16(u"DetailID");
 
+/// The condition that quantities are recorded for the details of a good, or being entered on a document that is not
+/// saved: its detail types may not change. `code` is the good's column.
+QString RecordedDetails(const QString &code);
+
 /// Entries of the list of the last changes, as those who write goods make them. The goods of an entry are written into
 /// it first, with their old values, and from it into their own tables: what is taken back is what was written.
 class BulkLedger

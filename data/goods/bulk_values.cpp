@@ -145,7 +145,7 @@ QList<BulkField> FieldsOfDetails(const QString &detailIds)
 }
 
 /// Quantities are recorded for the details of the good `s`: its types may not change.
-const QString Recorded = u"EXISTS (SELECT 1 FROM GoodDetailKardex k WHERE k.GoodCode = s.Code)"_s;
+const QString Recorded = RecordedDetails(u"s.Code"_s);
 
 /// Detail types that exist and may stand together on one good, as their lists let them be chosen.
 void CheckDetails(const QSqlDatabase &main, const QList<BulkField> &fields)

@@ -155,7 +155,7 @@ void TCategory_List_FRM::StoreNew(const QString &name, const CategoryStore::Plac
         takeGoods = m_host.messages.Ask(
             MessageText(message::CategoryHandsOver, {parent, host::PersianDigits(QString::number(goods))}), false);
         if (!takeGoods)
-            return Fill(place.parent);
+            return m_ui->Categories_TRE->EditAgain();
     }
     int code = 0;
     if (Tell(m_store.Add(name, place, takeGoods, code)))

@@ -68,7 +68,7 @@ QHash<int, int> CategoryStore::GoodsCounts() const
 {
     QHash<int, int> counts;
     for (host::Query query(m_connection, u"SELECT Category_code, COUNT(*) AS Goods FROM Kala_category "
-                                         "GROUP BY Category_code"_s);
+                                         "WHERE tmp <= 0 GROUP BY Category_code"_s);
          !query.Eof(); query.Next())
         counts.insert(query.Int(u"Category_code"), query.Int(u"Goods"));
     return counts;
@@ -104,7 +104,8 @@ bool CategoryStore::NameTaken(const QString &name, int parent, int except) const
 
 int CategoryStore::GoodsIn(int code) const
 {
-    return host::Scalar(m_connection, u"SELECT COUNT(*) FROM Kala_category WHERE Category_code = %1"_s.arg(code))
+    return host::Scalar(m_connection,
+                        u"SELECT COUNT(*) FROM Kala_category WHERE tmp <= 0 AND Category_code = %1"_s.arg(code))
         .toInt();
 }
 
@@ -142,8 +143,9 @@ CategoryStore::Refusal CategoryStore::Add(const QString &name, const Place &plac
                                 QString::number(code), place.parent == 0 ? u"NULL"_s : QString::number(place.parent)) +
                                 host::NQuotedStr(name) + u", "_s + host::QuotedStr(path) + u", "_s + radif + u')');
     if (goods > 0)
-        host::Run(m_connection, u"UPDATE Kala_category SET Category_code = %1 WHERE Category_code = %2"_s.arg(code).arg(
-                                    place.parent));
+        host::Run(m_connection,
+                  u"UPDATE Kala_category SET Category_code = %1 WHERE tmp <= 0 AND Category_code = %2"_s.arg(code).arg(
+                      place.parent));
     transaction.Commit();
     return std::nullopt;
 }
@@ -215,6 +217,8 @@ CategoryStore::Refusal CategoryStore::Delete(int code)
     Lock();
     if (Refusal reason = ReasonToKeep(code))
         return reason;
+    // What an editor attached and did not save refers to it still.
+    host::Run(m_connection, u"DELETE FROM Kala_category WHERE tmp > 0 AND Category_code = %1"_s.arg(code));
     host::Run(m_connection, u"DELETE FROM Categories WHERE Code = %1"_s.arg(code));
     transaction.Commit();
     return std::nullopt;

@@ -189,11 +189,12 @@ void TPhotoGallery_FRM::Move(int step)
     for (int row = 0; row < m_ui->Photos_LST->count(); ++row)
         ids << m_ui->Photos_LST->item(row)->data(IdRole).toInt();
     ids.move(from, to);
-    host::Transaction transaction(m_host.DM.ADOConnection1);
-    for (int i = 0; i < ids.size(); ++i)
-        host::Exec(m_host.DM.ADOConnection1,
-                   u"UPDATE PhotoGallery SET Radif = %1 WHERE Id = %2"_s.arg(i + 1).arg(ids.at(i)));
-    transaction.Commit();
+    // All places anew: photos that were never ordered have none.
+    QString places;
+    for (qsizetype i = 0; i < ids.size(); ++i)
+        places += u" WHEN %1 THEN %2"_s.arg(ids.at(i)).arg(i + 1);
+    host::Exec(m_host.DM.ADOConnection1,
+               u"UPDATE PhotoGallery SET Radif = CASE Id"_s + places + u" ELSE Radif END"_s + Where());
     Fill(to);
 }
 

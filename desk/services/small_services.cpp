@@ -1,5 +1,6 @@
 #include "desk/services/small_services.h"
 
+#include "host/data/database_error.h"
 #include "host/data/query.h"
 #include "host/data/transaction.h"
 #include "host/look/theme.h"
@@ -81,7 +82,15 @@ void Numbers::Delete_Global_ID(host::TSoftwarePart part, int number)
 
 bool Scales::Enabled() const
 {
-    return host::Exists(m_connection, u"SELECT TOP 1 Code FROM Items"_s);
+    if (!m_connection.isOpen())
+        return false;
+    try {
+        return host::Exists(m_connection, u"SELECT TOP 1 Code FROM Items"_s);
+    } catch (const host::DatabaseError &error) {
+        if (error.NativeCode() == u"208"_s) // a shop without scales has no such table
+            return false;
+        throw;
+    }
 }
 
 QColor Theme::CaptionColor() const

@@ -28,6 +28,7 @@ EntityPicker::EntityPicker(QWidget *parent) : QWidget(parent)
     m_button->setFocusPolicy(Qt::NoFocus);
     m_nameLabel = new QLabel(this);
     m_nameLabel->setObjectName(u"PickerName_LBL"_s);
+    m_nameLabel->setTextFormat(Qt::PlainText);
     m_nameLabel->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     m_nameLabel->setMinimumWidth(60);
 
@@ -137,7 +138,7 @@ void EntityPicker::SetCode(int code)
 void EntityPicker::ShowName(const QString &name)
 {
     m_nameLabel->setText(name);
-    m_nameLabel->setToolTip(name);
+    m_nameLabel->setToolTip(theme::PlainToolTip(name));
     m_nameLabel->setProperty("fault", false);
     theme::Repolish(m_nameLabel);
 }

@@ -284,8 +284,8 @@ void Grid::ToggleCurrentMark()
 
 void Grid::MarkAllShown(bool marked)
 {
-    FetchAll();
-    m_model->MarkAllShown(marked);
+    if (FetchAll())
+        m_model->MarkAllShown(marked);
 }
 
 void Grid::ClearMarks()
@@ -295,7 +295,8 @@ void Grid::ClearMarks()
 
 QStringList Grid::ShownKeys()
 {
-    FetchAll();
+    if (!FetchAll())
+        return {};
     QStringList keys;
     keys.reserve(RowCount());
     for (int row = 0; row < RowCount(); ++row)
@@ -340,9 +341,14 @@ bool Grid::IsComplete() const
     return m_model->IsComplete();
 }
 
-void Grid::FetchAll()
+bool Grid::HasAllRows() const
 {
-    m_model->FetchAll();
+    return m_model->IsComplete() && !m_model->HasFailed();
+}
+
+bool Grid::FetchAll()
+{
+    return m_model->FetchAll();
 }
 
 void Grid::FetchFor(int milliseconds)

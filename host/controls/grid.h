@@ -94,10 +94,11 @@ public:
     bool IsMarked(const QString &key) const;
     void SetMarked(const QString &key, bool marked);
     void ToggleCurrentMark();
-    /// Marks every shown row, or takes their marks off.
+    /// Marks every shown row, or takes their marks off; nothing when they cannot all be read.
     void MarkAllShown(bool marked = true);
     void ClearMarks();
-    /// Keys of all shown rows, in their order; fetches what is left first.
+    /// Keys of all shown rows, in their order; fetches what is left first. None when that fails (ask FetchAll()
+    /// before, where it matters): a part of the rows is not what the user meant by all.
     QStringList ShownKeys();
 
     /// Shows the rows that match; an empty description shows all. Answers at once.
@@ -121,10 +122,12 @@ public:
     /// The grid as a user sees it: captions and formatted cells of the visible columns, for printing.
     QStringList VisibleCaptions() const;
     QStringList VisibleTexts(int row) const;
-    /// True when every row of the source has arrived.
+    /// True when no more rows will arrive: all have, or the source gave up.
     bool IsComplete() const;
-    /// Fetches what is left, at once.
-    void FetchAll();
+    /// True when every row of the source has arrived.
+    bool HasAllRows() const;
+    /// Fetches what is left, at once. False when the source could not give all of it, of which FetchFailed tells.
+    bool FetchAll();
     /// Fetches what comes within this time; the rest follows in idle time.
     void FetchFor(int milliseconds);
 

@@ -1,6 +1,7 @@
 #include "host/controls/grid_model.h"
 
 #include "host/controls/number_text.h"
+#include "host/controls/reading_pause.h"
 #include "host/data/dataset.h"
 #include "host/data/persian_text.h"
 #include "host/data/quantity.h"
@@ -75,8 +76,7 @@ void GridModel::Connect()
         connect(dataset, &Dataset::Failed, this, [this](const QString &message) {
             if (!m_fetching)
                 return;
-            m_fetchFailed = true;
-            emit FetchFailed(message);
+            GiveUpFetching(message);
         });
     connect(source, &QObject::destroyed, this, [this] {
         beginResetModel();
@@ -192,6 +192,13 @@ void GridModel::ValuesChanged(const QModelIndex &topLeft, const QModelIndex &bot
             emit dataChanged(index(shown, 0), index(shown, columnCount() - 1));
 }
 
+void GridModel::GiveUpFetching(const QString &why)
+{
+    m_fetchFailed = true;
+    m_failure = why;
+    emit FetchFailed(why);
+}
+
 bool GridModel::FetchBlock()
 {
     if (m_fetchFailed || !m_source || !m_source->canFetchMore({}))
@@ -200,8 +207,7 @@ bool GridModel::FetchBlock()
     try {
         m_source->fetchMore({});
     } catch (const std::exception &error) {
-        m_fetchFailed = true;
-        emit FetchFailed(QString::fromUtf8(error.what()));
+        GiveUpFetching(QString::fromUtf8(error.what()));
         return false;
     }
     return !m_fetchFailed;
@@ -224,6 +230,8 @@ void GridModel::AppendMatches()
 
 void GridModel::Idle()
 {
+    if (ReadingPause::IsOn())
+        return;
     if (m_awaiting && !IsComplete()) {
         FetchFor(PortionMilliseconds);
         return;
@@ -254,8 +262,10 @@ bool GridModel::IsComplete() const
     return !m_source || m_fetchFailed || !m_source->canFetchMore({});
 }
 
-void GridModel::FetchAll()
+bool GridModel::FetchAll()
 {
+    if (m_fetchFailed)
+        emit FetchFailed(m_failure); // whoever means all rows is told once more why they are not there
     while (FetchBlock()) {
     }
     if (!m_search.IsEmpty()) {
@@ -265,6 +275,7 @@ void GridModel::FetchAll()
     }
     if (CanArrange())
         Arrange();
+    return !m_fetchFailed;
 }
 
 void GridModel::FetchFor(int milliseconds)

@@ -55,7 +55,9 @@ public:
     QString SourceKey(int sourceRow) const;
 
     bool IsComplete() const;
-    void FetchAll();
+    bool HasFailed() const { return m_fetchFailed; }
+    /// False when the source could not give all of them.
+    bool FetchAll();
     void FetchFor(int milliseconds);
 
     const QStringList &Marked() const { return m_marked; }
@@ -93,6 +95,7 @@ private:
     void Idle();
     void AppendMatches();
     bool FetchBlock();
+    void GiveUpFetching(const QString &why);
     void RefreshMarks();
     void Rank();
     void Arrange();
@@ -118,6 +121,7 @@ private:
     int m_count = 0;          ///< source rows, as far as views were told
     bool m_awaiting = false;
     bool m_fetchFailed = false;
+    QString m_failure; ///< why
     bool m_fetching = false;
     QTimer m_idle;
     QStringList m_marked;

@@ -193,6 +193,11 @@ QFont TitleFont()
     return font;
 }
 
+QString PlainToolTip(const QString &text)
+{
+    return text.isEmpty() ? QString() : u"<qt>"_s + text.toHtmlEscaped() + u"</qt>"_s;
+}
+
 void Repolish(QWidget *widget)
 {
     widget->style()->unpolish(widget);

@@ -29,6 +29,8 @@ constexpr QSize WindowFrame(16, 40);
 HOST_EXPORT QFont InterfaceFont(double points = 10.5);
 /// The font of titles.
 HOST_EXPORT QFont TitleFont();
+/// A tool tip that shows a name as it stands, whatever signs it holds; empty for an empty one.
+HOST_EXPORT QString PlainToolTip(const QString &text);
 
 /// Makes the style sheet see that a property of `widget` changed.
 HOST_EXPORT void Repolish(QWidget *widget);

@@ -37,6 +37,12 @@ using namespace Qt::StringLiterals;
 namespace host {
 namespace {
 
+bool IsEnter(const QKeyEvent *event)
+{
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    return enter && !(event->modifiers() & ~Qt::KeypadModifier);
+}
+
 Q_LOGGING_CATEGORY(screenLog, "host.screen")
 
 constexpr int AttemptMilliseconds = 250;
@@ -440,6 +446,8 @@ bool TBaseDock_FRM::FormKeyDown(QKeyEvent *event)
         Command(Title(), [this] { PreviewGrid(); });
         return true;
     }
+    if (PressButton(event))
+        return true;
     if (event->key() == Qt::Key_Escape)
         if (SearchFrame *search = ListSearch(); search && search->GiveUp())
             return true;
@@ -450,15 +458,20 @@ bool TBaseDock_FRM::FormKeyDown(QKeyEvent *event)
     return false;
 }
 
-bool TBaseDock_FRM::GoOnByEnter(QKeyEvent *event)
+bool TBaseDock_FRM::PressButton(const QKeyEvent *event)
 {
-    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (!enter || (event->modifiers() & ~Qt::KeypadModifier))
-        return false;
     auto *button = qobject_cast<QAbstractButton *>(focusWidget());
-    if (button && !inputs::IsChoice(button))
-        button->click();
-    else
+    if (!IsEnter(event) || !button || inputs::IsChoice(button))
+        return false;
+    button->click();
+    return true;
+}
+
+bool TBaseDock_FRM::GoOnByEnter(const QKeyEvent *event)
+{
+    if (!IsEnter(event))
+        return false;
+    if (!PressButton(event))
         NextControl();
     return true;
 }

@@ -123,7 +123,9 @@ protected:
     virtual bool FormKeyDown(QKeyEvent *event);
     /// Enter on a form: presses the button with the focus, goes on to the next control otherwise. False for any other
     /// key.
-    bool GoOnByEnter(QKeyEvent *event);
+    bool GoOnByEnter(const QKeyEvent *event);
+    /// Enter on a button presses it. False for any other key or control.
+    bool PressButton(const QKeyEvent *event);
     /// Moves the focus as Enter does: to the next input that takes typing.
     virtual void NextControl();
     /// The search over the screen's list at the moment, for screens with one: Esc empties it before it closes the

@@ -1,5 +1,6 @@
 #include "host/screens/search_manager.h"
 
+#include "host/controls/reading_pause.h"
 #include "host/data/dataset.h"
 
 #include <QElapsedTimer>
@@ -140,12 +141,19 @@ void TVelakSearchManager::RunBehind()
 
 void TVelakSearchManager::ReadBehind()
 {
+    if (ReadingPause::IsOn())
+        return;
     QElapsedTimer clock;
     clock.start();
     while (d->behind.canFetchMore({}) && clock.elapsed() < portionMilliseconds)
         d->behind.fetchMore({});
     if (d->behind.IsOpen() && d->behind.FetchedAll())
         Finish();
+}
+
+bool TVelakSearchManager::IsRunningBehind() const
+{
+    return d->behind.IsOpen();
 }
 
 void TVelakSearchManager::Finish()

@@ -48,6 +48,7 @@ public:
     void RunBehind();
     /// Brings a run behind to its end now; nothing without one. Throws DatabaseError.
     void Finish();
+    bool IsRunningBehind() const;
     /// Lets go of the rows, and of a run behind.
     void Close();
     /// The rows; owned by the manager and the same object for its whole life.

@@ -1,6 +1,7 @@
 #include "screens/bulk_changes/bulk_commands.h"
 
 #include "data/goods/good_dm.h"
+#include "host/data/database_error.h"
 #include "host/data/sql_text.h"
 #include "host/host.h"
 #include "screens/bulk_changes/asset_type.h"
@@ -12,6 +13,7 @@
 #include "screens/bulk_changes/price_rows.h"
 #include "screens/bulk_changes/update_price.h"
 
+#include <QLoggingCategory>
 #include <QScopeGuard>
 
 using namespace Qt::StringLiterals;
@@ -25,6 +27,8 @@ namespace bulk_changes {
 namespace {
 
 constexpr int FlashMilliseconds = 2000;
+
+Q_LOGGING_CATEGORY(log, "goods.bulk")
 
 } // namespace
 
@@ -61,7 +65,14 @@ bool Commands::ChangePrices(const GoodsScope &scope)
     question.SetSubject(ScopeText(scope.kind) + u": "_s + GoodsText(GoodsOf(scope)));
     if (question.ShowModally() != QDialog::Accepted)
         return false;
-    const auto close = qScopeGuard([this] { m_goods.BulkPrices_Close(); });
+    const auto close = qScopeGuard([this] {
+        try {
+            m_goods.BulkPrices_Close();
+        } catch (const host::DatabaseError &error) {
+            // A connection that is lost takes its working tables along; another one begins without.
+            qCWarning(log).noquote() << "closing a preview of prices:" << error.LogText();
+        }
+    });
     {
         ProgressWindow progress(question.Title(), &m_owner);
         if (!m_goods.BulkPrices_Prepare(scope, question.Instruction(), progress.Callback()))

@@ -31,7 +31,10 @@ goods::BulkProgress ProgressWindow::Callback()
 {
     return [this](int done, int total) {
         m_window.setMaximum(qMax(total, 1));
+        const bool wasShown = m_window.isVisible();
         m_window.setValue(qMin(done, total));
+        if (!wasShown && m_window.isVisible())
+            QCoreApplication::processEvents(); // painted before the next step, which may be a long one
         return !m_window.wasCanceled();
     };
 }
@@ -49,9 +52,11 @@ bool AfterWriting(const host::Host &host, const QString &failed, const std::func
 
 void SendToScales(const host::Host &host, goods::BulkJournal &changes, int change)
 {
-    if (change != 0 && host.scales.Enabled())
-        AfterWriting(host, u"قیمت‌ها ذخیره شد ولی به ترازو ارسال نشد."_s,
-                     [&] { changes.BulkChange_SendToScales(change); });
+    if (change != 0)
+        AfterWriting(host, u"قیمت‌ها ذخیره شد ولی به ترازو ارسال نشد."_s, [&] {
+            if (host.scales.Enabled())
+                changes.BulkChange_SendToScales(change);
+        });
 }
 
 goods::BulkOrder Order(const host::Host &host, const QString &title, const goods::BulkProgress &progress)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "data/goods/good_bulk_records.h"
+#include "host/controls/reading_pause.h"
 
 #include <QProgressDialog>
 
@@ -24,6 +25,7 @@ public:
     goods::BulkProgress Callback();
 
 private:
+    host::ReadingPause m_pause;
     QProgressDialog m_window;
 };
 

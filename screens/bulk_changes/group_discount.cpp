@@ -101,12 +101,7 @@ std::vector<host::Check> TDiscount_Edit_Group_FRM::Validate()
         return side.defaultRate->isChecked() ? side.values.CheckDefault(caption) : host::Refused();
     };
     return {
-        // A refused rate goes by its number, whatever title it has.
-        {u"RatesInRange"_s,
-         [this] {
-             return DiscountSide::CheckRates(m_sell->values, m_buy->values,
-                                             DiscountSide::Captions({}, u"تخفیف نوع %1"_s));
-         }},
+        {u"RatesInRange"_s, [this] { return DiscountSide::CheckRates(m_sell->values, m_buy->values); }},
         {u"DefaultBuyChosen"_s, [this, defaultChosen] { return defaultChosen(*m_buy, u"تخفیف پیش فرض خرید"_s); }},
         {u"DefaultSellChosen"_s, [this, defaultChosen] { return defaultChosen(*m_sell, u"تخفیف پیش فرض فروش"_s); }},
         {u"AnythingTicked"_s,

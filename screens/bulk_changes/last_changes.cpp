@@ -22,15 +22,25 @@ namespace {
 constexpr int FollowMilliseconds = 120;
 constexpr int FlashMilliseconds = 2000;
 
-/// Percents as they are read; the titles of types as they are.
+/// "فروش ۱: ۱۰٪" for a rate, "پیش فرض خرید: نوع ۲" for the level that counts by itself.
+QString ShownDiscount(const QString &field, const QString &value)
+{
+    const QString side = field.contains(u"_Buy_"_s) ? u"خرید"_s : u"فروش"_s;
+    const QString number = host::DisplayNumber(host::TrimDecimal(value));
+    if (field.startsWith(u"Default_"_s))
+        return u"پیش فرض %1: نوع %2"_s.arg(side, number);
+    return u"%1 %2: %3٪"_s.arg(side, host::DisplayNumber(field.last(1)), number);
+}
+
+/// Discounts by their names; the titles of types as they are.
 QString ShownValues(const QString &values, BulkKind kind)
 {
     if (kind != BulkKind::Discounts)
         return values;
     QStringList shown;
     for (const QString &value : values.split(u" / "_s))
-        shown << host::DisplayNumber(host::TrimDecimal(value));
-    return shown.join(u" / "_s);
+        shown << ShownDiscount(value.section(u'=', 0, 0), value.section(u'=', 1));
+    return shown.join(u"، "_s);
 }
 
 QString LeftText(goods::LeftReason reason)

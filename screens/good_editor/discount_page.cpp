@@ -1,5 +1,6 @@
 #include "screens/good_editor/discount_page.h"
 
+#include "host/look/theme.h"
 #include "ui_discount_page.h"
 
 #include <QLabel>
@@ -43,7 +44,7 @@ void DiscountPage::SetTitles(const QStringList &titles)
             label->setTextFormat(Qt::PlainText);
             QString shown = label->fontMetrics().elidedText(caption, Qt::ElideRight, WidestCaption);
             label->setText(shown.replace(u'&', u"&&"_s) + u" :"_s);
-            label->setToolTip(shown == caption ? QString() : u"<qt>"_s + caption.toHtmlEscaped() + u"</qt>"_s);
+            label->setToolTip(shown == caption ? QString() : host::theme::PlainToolTip(caption));
         }
     }
     m_sell->SetCaptions(m_captions);
@@ -99,7 +100,7 @@ void DiscountPage::ZeroWhenEmpty()
 
 host::Refused DiscountPage::CheckRates() const
 {
-    return DiscountSide::CheckRates(*m_sell, *m_buy, m_captions);
+    return DiscountSide::CheckRates(*m_sell, *m_buy);
 }
 
 host::Refused DiscountPage::CheckDefaults() const

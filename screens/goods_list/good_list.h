@@ -141,7 +141,7 @@ private:
     void BindScopes(QPushButton *button, const QString &menuName, const QList<goods::ScopeKind> &scopes,
                     BulkChange change);
     void ShowScopeCounts(const QMenu &menu);
-    QStringList KeysOf(goods::ScopeKind kind);
+    std::optional<QStringList> KeysOf(goods::ScopeKind kind);
     void ChangeMany(goods::ScopeKind kind, BulkChange change);
     void ShowLastChanges();
 

@@ -44,7 +44,8 @@ void TGood_List_FRM::BindScopes(QPushButton *button, const QString &menuName, co
     menu->addSeparator();
     connect(menu->addAction(u"آخرین تغییرات گروهی ...\tCtrl+F8"_s), &QAction::triggered, this,
             [this, button] { Command(button->text(), [this] { ShowLastChanges(); }); });
-    connect(menu, &QMenu::aboutToShow, this, [this, menu] { ShowScopeCounts(*menu); });
+    connect(menu, &QMenu::aboutToShow, this,
+            [this, button, menu] { Command(button->text(), [this, menu] { ShowScopeCounts(*menu); }); });
     button->setMenu(menu);
 }
 
@@ -55,18 +56,20 @@ void TGood_List_FRM::ShowScopeCounts(const QMenu &menu)
         if (!action->data().isValid())
             continue;
         const auto kind = static_cast<ScopeKind>(action->data().toInt());
-        const bool known = kind == ScopeKind::Marked || (kind != ScopeKind::All && m_ui->GoodListDB_GRD->IsComplete());
+        const bool known = kind == ScopeKind::Marked ||
+                           (kind != ScopeKind::All && !m_list.IsRunningBehind() && m_ui->GoodListDB_GRD->HasAllRows());
         QString text = bulk_changes::ScopeText(kind);
-        const auto count = known ? KeysOf(kind).size() : -1;
-        if (known)
-            text += u'\t' + host::DisplayNumber(QString::number(count));
+        const auto keys = known ? KeysOf(kind) : std::nullopt;
+        if (keys)
+            text += u'\t' + host::DisplayNumber(QString::number(keys->size()));
         action->setText(text);
-        action->setEnabled(count != 0);
+        action->setEnabled(!keys || !keys->isEmpty());
     }
 }
 
-/// The goods as the list shows them now: all its rows are read before all of them are meant.
-QStringList TGood_List_FRM::KeysOf(ScopeKind kind)
+/// The goods as the list shows them now: all its rows are read before all of them are meant. Nothing when that fails,
+/// of which the grid has told.
+std::optional<QStringList> TGood_List_FRM::KeysOf(ScopeKind kind)
 {
     host::Grid *grid = m_ui->GoodListDB_GRD;
     if (kind == ScopeKind::Marked) {
@@ -74,6 +77,8 @@ QStringList TGood_List_FRM::KeysOf(ScopeKind kind)
         return marked.isEmpty() && !grid->IsEmpty() ? QStringList{grid->CurrentKey()} : marked;
     }
     m_list.Finish();
+    if (!grid->FetchAll())
+        return std::nullopt;
     QStringList keys = grid->ShownKeys();
     if (kind == ScopeKind::NotMarked)
         keys.removeIf([grid](const QString &key) { return grid->IsMarked(key); });
@@ -87,7 +92,10 @@ void TGood_List_FRM::ChangeMany(ScopeKind kind, BulkChange change)
     const host::TUserInfo &user = m_host.settings.UserInfo();
     goods::GoodsScope scope{kind, {}, user.ManageType == Manager ? 0 : user.Code};
     if (kind != ScopeKind::All) {
-        for (const QString &key : KeysOf(kind))
+        const auto keys = KeysOf(kind);
+        if (!keys)
+            return;
+        for (const QString &key : *keys)
             scope.codes << key.toInt();
         if (scope.codes.isEmpty()) {
             m_host.messages.ShowMessage(u"کالایی برای تغییر در لیست نیست."_s, host::MessageIcon::Information);

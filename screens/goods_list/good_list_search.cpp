@@ -1,3 +1,4 @@
+#include "host/look/theme.h"
 #include "screens/goods_list/good_list.h"
 #include "screens/goods_list/good_search.h"
 #include "ui_good_list.h"
@@ -67,8 +68,7 @@ void TGood_List_FRM::ShowSearch()
     m_ui->ADVSearch_LBL->setText(m_searchSummary.isEmpty() ? u"بدون شرط"_s : m_searchSummary);
     m_ui->ADVSearch_LBL->setEnabled(m_ui->ADVSearch_CHK->isChecked() && !m_searchSummary.isEmpty());
     // As rich text: the names in it are the user's.
-    m_ui->ADVSearch_LBL->setToolTip(
-        m_searchSummary.isEmpty() ? QString() : u"<qt>"_s + m_searchSummary.toHtmlEscaped() + u"</qt>"_s);
+    m_ui->ADVSearch_LBL->setToolTip(host::theme::PlainToolTip(m_searchSummary));
 }
 
 void TGood_List_FRM::LeaveSearchOut()

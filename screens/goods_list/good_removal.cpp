@@ -3,6 +3,7 @@
 #include "data/goods/good_dm.h"
 #include "host/data/database_error.h"
 #include "host/host.h"
+#include "screens/bulk_changes/bulk_order.h"
 
 #include <QLoggingCategory>
 
@@ -43,14 +44,17 @@ bool GoodRemoval::Delete(int code, QWidget *anchor)
     bool deleted = false;
     try {
         deleted = MayBeDeleted(code, anchor) && m_goods.Good_Delete(code);
-        if (deleted && m_host.scales.Enabled())
-            m_goods.DeleteGoodInScale(code);
     } catch (const std::exception &error) {
         const auto *database = dynamic_cast<const host::DatabaseError *>(&error);
         qCWarning(log).noquote() << "deleting a good:"
                                  << (database ? database->LogText() : QString::fromUtf8(error.what()));
         m_host.messages.ShowMessage(u"عمليات با اشکال مواجه شد."_s, host::MessageIcon::Information);
     }
+    if (deleted)
+        bulk_changes::AfterWriting(m_host, u"کالا حذف شد ولی از ترازو برداشته نشد."_s, [&] {
+            if (m_host.scales.Enabled())
+                m_goods.DeleteGoodInScale(code);
+        });
     return deleted;
 }
 

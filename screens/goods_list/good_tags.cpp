@@ -60,7 +60,9 @@ void GoodTagsView::Show(const QList<GoodTags> &goods, bool editable, int more)
         panel->ShowStored(good.Tags);
         connect(panel, &host::TagsPanel::Changed, this,
                 [this, panel, code = good.Code] { emit Changed(code, panel->CodesText()); });
-        grid->addWidget(new QLabel(good.Name, lines), row, 0);
+        auto *name = new QLabel(good.Name, lines);
+        name->setTextFormat(Qt::PlainText);
+        grid->addWidget(name, row, 0);
         grid->addWidget(panel, row, 1);
     }
     if (more > 0)

@@ -1,6 +1,7 @@
 #include "screens/goods_list/tag_marks.h"
 
 #include "host/data/persian_text.h"
+#include "host/look/theme.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
@@ -59,7 +60,8 @@ bool TagMarks::helpEvent(QHelpEvent *event, QAbstractItemView *view, const QStyl
 {
     if (event->type() != QEvent::ToolTip)
         return QStyledItemDelegate::helpEvent(event, view, option, index);
-    QToolTip::showText(event->globalPos(), m_tags.value(TagCode(index.data())).Name, view, option.rect);
+    QToolTip::showText(event->globalPos(), host::theme::PlainToolTip(m_tags.value(TagCode(index.data())).Name), view,
+                       option.rect);
     return true;
 }
 

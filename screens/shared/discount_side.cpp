@@ -65,8 +65,10 @@ host::Refused DiscountSide::CheckRates(const QStringList &captions) const
     return {};
 }
 
-host::Refused DiscountSide::CheckRates(const DiscountSide &sell, const DiscountSide &buy, const QStringList &captions)
+host::Refused DiscountSide::CheckRates(const DiscountSide &sell, const DiscountSide &buy)
 {
+    // A refused rate goes by its number, whatever title it has.
+    const QStringList captions = Captions({}, u"تخفیف نوع %1"_s);
     if (host::Refused refused = buy.CheckRates(captions))
         return refused;
     const QString &fourth = captions.constLast();

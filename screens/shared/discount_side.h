@@ -32,7 +32,7 @@ public:
 
     void ZeroWhenEmpty();
     /// Rates outside 0 … 100, those of purchases before those of sales; disabled ones do not count.
-    static host::Refused CheckRates(const DiscountSide &sell, const DiscountSide &buy, const QStringList &captions);
+    static host::Refused CheckRates(const DiscountSide &sell, const DiscountSide &buy);
     host::Refused CheckDefault(const QString &caption) const;
 
 private:

@@ -227,6 +227,11 @@ void TestGrid::lost_source_is_reported_once()
     QVERIFY(!grid.Locate(u"201"_s));
     QCOMPARE(failed.size(), 1);
     QCOMPARE(grid.RowCount(), 2); // what is there stays
+    // Who means all rows is told again, and does not get a part of them.
+    grid.SetMultiSelect(true);
+    grid.MarkAllShown();
+    QVERIFY(grid.MarkedKeys().isEmpty() && grid.ShownKeys().isEmpty() && !grid.HasAllRows());
+    QCOMPARE(failed.size(), 3);
     model.refuse = false;
     model.Requery();
     QTRY_COMPARE(grid.RowCount(), 4);
