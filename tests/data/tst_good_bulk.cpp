@@ -320,7 +320,8 @@ void TestGoodBulk::AddChanges()
         u"0: 3 written, 0 left"_s,
         u"select GoodCode, Discount_Sell_1, Discount_Sell_2, Discount_Buy_4, Default_CostLevel_Sell_Number from "
         "GoodCostDiscount order by GoodCode"_s,
-        u"5.000000000 / 7.000000000 / 1.000000000|9 / 7 / 1"_s,
+        u"Discount_Sell_1=5.000000000 / Discount_Buy_4=7.000000000 / Default_Discount_Buy_Number=1.000000000|"
+        "Discount_Sell_1=9 / Discount_Buy_4=7 / Default_Discount_Buy_Number=1"_s,
         u"501|9|0|7|1 502|9|0|7|1 503|9|0|7|1 504|9|0|7|0"_s,
         u"update GoodInf set CreatedDate = '1405/09/01', CreatedTime = '01:00:00' where Code = 502"_s,
         u"501|5|0|7|1 502|9|0|7|1 503|9|0|7|1 504|0|0|0|0"_s,

@@ -58,7 +58,8 @@ void Drive(const std::function<void()> &open, const std::function<void(QWidget *
     poll.setInterval(5);
     QObject::connect(&poll, &QTimer::timeout, &poll, [&] {
         const QPointer<QWidget> screen = QApplication::activeModalWidget();
-        if (!screen || screen == before)
+        // What shows the progress of a change goes by itself; a busy machine shows it now and then.
+        if (!screen || screen == before || screen->objectName() == u"Bulk_PRG")
             return;
         if (!screen->isActiveWindow() && clock.elapsed() < patienceMilliseconds)
             return;
