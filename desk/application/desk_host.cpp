@@ -8,7 +8,7 @@ DeskHost::DeskHost(const host::Connections &connections, host::MessageService *s
     : said(speaker ? *speaker : messages), settings(connections.ADOConnection1),
       permissions(connections.ADOConnection1, said), stock(connections.ADOConnection1, said, settings),
       entities(connections.ADOConnection1, said, settings, stock), vouchers(connections.ADOConnection1, said),
-      goodDetails(connections.ADOConnection1, said), detailDesk(connections.ADOConnection1, entities),
+      goodDetails(connections.ADOConnection1, said), detailDesk(connections.ADOConnection1),
       detailValues(connections.ADOConnection1, settings), detailMovements(detailDesk, detailValues),
       serialBatches(detailDesk, detailMovements), detailDivisions(connections.ADOConnection1),
       photos(connections.ADOConnection1), categories(connections.ADOConnection1), levels(connections.ADOConnection1),

@@ -614,7 +614,16 @@ CREATE INDEX IX_GoodDetailKardex_DetailValueID ON GoodDetailKardex (DetailValueI
 CREATE INDEX IX_GoodDetailKardex_GoodCode ON GoodDetailKardex (GoodCode, StoreCode)
 CREATE INDEX IX_GoodDetailKardex_Operation ON GoodDetailKardex (OperationType, OperationCode, OperationRow)
 
--- Rows entered on documents that are not saved yet.
+-- Desks that have working rows of details: their ComIndex is the number, which is never given twice. Parked: the desk
+-- has been silent for so long that its rows keep nothing from others any more.
+CREATE TABLE DetailDesks (
+    Number int IDENTITY(1,1) NOT NULL CONSTRAINT PK_DetailDesks PRIMARY KEY,
+    SeenAt datetime NOT NULL DEFAULT GETDATE(),
+    Parked bit      NOT NULL DEFAULT 0
+)
+
+-- Rows entered on documents that are not saved yet. DetailValueID is negative where the desk is parked, NULL on the row
+-- that tells that a line was kept.
 CREATE TABLE GoodDetailKardexEnter_Temp (
     ID            int IDENTITY(1,1) NOT NULL CONSTRAINT PK_GoodDetailKardexEnter_Temp PRIMARY KEY,
     DetailValueID int           NULL,

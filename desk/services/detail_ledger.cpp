@@ -122,6 +122,7 @@ void DetailMovements::Describe(QList<TDetailRefusal> &refusals)
 
 QList<TDetailRefusal> DetailMovements::GoodDetailsOperation_Save(quint8 operationType, int operationCode)
 {
+    m_desk.Begin();
     const QString ledger = u"GoodDetailKardex WHERE "_s + Operation(operationType, operationCode);
     const QString kept = Mine(Operation(operationType, operationCode)) + u" AND Tmp = 0"_s;
     const QString lines = u" AND OperationRow IN (SELECT OperationRow FROM %1 WHERE "_s;

@@ -65,10 +65,12 @@ void DetailMovements::MarkKept(const QString &table, const TDocumentLine &line)
             .arg(line.OperationCode)
             .arg(line.OperationRow)
             .arg(m_desk.Number()));
+    m_desk.Kept();
 }
 
 void DetailMovements::EnterGoodDetails_Load(const QString &workingTable, const TDocumentLine &line)
 {
+    m_desk.Begin();
     const QString into =
         u"INSERT INTO %1 (DetailValueID, StoreCode, GoodCode, %2, %3, %4, ForeignOperationCode, Tmp) "_s.arg(
             workingTable, Titles, Amounts(), Keys);
@@ -91,6 +93,7 @@ void DetailMovements::EnterGoodDetails_Load(const QString &workingTable, const T
 
 void DetailMovements::EnterGoodDetails_Keep(const QString &workingTable, const TDocumentLine &line)
 {
+    m_desk.Begin();
     const QString columns = u"DetailValueID, StoreCode, GoodCode, "_s + Titles + u", "_s + Amounts() + u", "_s + Keys +
                             u", ForeignOperationCode"_s;
     host::Transaction transaction(m_connection);
@@ -135,6 +138,7 @@ QString DetailMovements::Chosen(const TDocumentLine &line)
 
 void DetailMovements::ExitGoodDetails_Fill(const TDocumentLine &line)
 {
+    m_desk.Begin();
     const host::TDetailValues details = m_values.DetailsOf(line.GoodCode);
     const QString chosen = u"ISNULL(c.Amount1, 0), ISNULL(c.Amount2, 0), ISNULL(c.TotalAmount, 0), "
                            "ISNULL(c.[Length], 0), ISNULL(c.Width, 0), ISNULL(c.Amount3, 0)"_s;
@@ -169,6 +173,7 @@ int DetailMovements::ExitGoodDetails_FindRow(const TDocumentLine &line, const QS
 
 void DetailMovements::ExitGoodDetails_Keep(const TDocumentLine &line)
 {
+    m_desk.Begin();
     const QString rows = u" WHERE "_s + Mine(SameLine(line));
     const QString open = u" WHERE "_s + ExitGoodDetails_Condition(line);
     host::Transaction transaction(m_connection);
@@ -192,6 +197,7 @@ void DetailMovements::ExitGoodDetails_DeleteAll(quint8 operationType, int operat
 
 void DetailMovements::ExitGoodDetails_Edit(quint8 operationType, int operationCode)
 {
+    m_desk.Begin();
     const QString desk = QString::number(m_desk.Number());
     const QString rows = u" FROM GoodDetailKardex WHERE OperationType = %1 AND OperationCode = %2 AND %3"_s.arg(
         QString::number(operationType), QString::number(operationCode), WentOut({}));
@@ -211,6 +217,7 @@ void DetailMovements::ExitGoodDetails_Edit(quint8 operationType, int operationCo
 
 bool DetailMovements::ChangeStore(const TDocumentLine &line, int newStore)
 {
+    m_desk.Begin();
     TDocumentLine moved = line;
     moved.StoreCode = newStore;
     const QString into = u"INSERT INTO %1 (DetailValueID, StoreCode, GoodCode, %2, %3, %4, ForeignOperationCode, "
@@ -251,6 +258,7 @@ void DetailMovements::GoodDetailsOperation_Discard(quint8 operationType, int ope
     Run(u"DELETE FROM %1 WHERE "_s.arg(EnterTable) +
         Mine(u"OperationType = %1 AND OperationCode = %2"_s.arg(operationType).arg(operationCode)));
     transaction.Commit();
+    m_desk.Discarded();
 }
 
 } // namespace desk

@@ -43,6 +43,11 @@ QString SameKey(const host::TDocumentLine &line, const QString &prefix)
     return SameLine(line, prefix) + u" AND %1StoreCode = %2"_s.arg(prefix).arg(line.StoreCode);
 }
 
+QString Silent(const QString &prefix)
+{
+    return u"%1SeenAt < DATEADD(minute, -10, GETDATE())"_s.arg(prefix);
+}
+
 QString HasDetails(const QString &id, const host::TDetailValues &details, size_t first)
 {
     int count = 0;
@@ -99,7 +104,7 @@ QString Returnable(const host::TDocumentLine &line, int desk)
            "-k.Amount3 AS Amount3 FROM GoodDetailKardex AS k WHERE k.GoodCode = "_s +
            good + u" AND (k.OperationType = %1"_s.arg(Sale) + sold + u" OR "_s + ledgerReturns +
            u") UNION ALL SELECT k.DetailValueID, -k.Amount1, -k.Amount2, -k.TotalAmount, k.[Length], k.Width, "
-           "-k.Amount3 FROM GoodDetailKardexEnter_Temp AS k WHERE k.DetailValueID IS NOT NULL AND k.GoodCode = "_s +
+           "-k.Amount3 FROM GoodDetailKardexEnter_Temp AS k WHERE k.DetailValueID > 0 AND k.GoodCode = "_s +
            good + u" AND k.OperationType = %1"_s.arg(SaleReturn) + returned +
            u" AND NOT (%1 AND k.ComIndex = %2)"_s.arg(SameLine(line, u"k."_s)).arg(desk) +
            u") AS r GROUP BY r.DetailValueID"_s;

@@ -18,6 +18,10 @@ QString SameLine(const host::TDocumentLine &line, const QString &prefix = {});
 /// The same and the store.
 QString SameKey(const host::TDocumentLine &line, const QString &prefix = {});
 
+/// Whether the desk of this row of DetailDesks has not been heard of for so long that its rows keep nothing from
+/// others.
+QString Silent(const QString &prefix = {});
+
 /// Whether the detail value `id` (a column) has exactly these values, those before `first` left aside.
 QString HasDetails(const QString &id, const host::TDetailValues &details, size_t first = 0);
 /// d1.[Value], … for the details that the good has, NULL for the others; and the joins that they come from, `id` being

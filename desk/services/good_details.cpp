@@ -1,6 +1,7 @@
 #include "desk/services/good_details.h"
 
 #include "desk/messages/catalogue.h"
+#include "desk/services/detail_sql.h"
 #include "host/data/query.h"
 #include "host/data/sql_text.h"
 #include "host/data/transaction.h"
@@ -60,9 +61,12 @@ bool GoodDetails::CheckGoodDetailKardexExists(int goodCode)
     // What is being entered on an unsaved document becomes a movement with the document. The opening row is saved by
     // the editor that asks; what a desk that died has left of it would block the good for ever.
     return GoodDetailsSaved(goodCode) ||
-           host::Exists(m_connection, u"SELECT TOP 1 ID FROM GoodDetailKardexEnter_Temp WHERE GoodCode = %1 AND "
-                                      "OperationType <> %2"_s.arg(goodCode)
-                                          .arg(static_cast<int>(host::TOperationType::OpeningStock)));
+           host::Exists(m_connection,
+                        u"SELECT TOP 1 t.ID FROM GoodDetailKardexEnter_Temp AS t WHERE t.GoodCode = %1 AND "
+                        "t.OperationType <> %2 AND t.DetailValueID > 0 AND NOT EXISTS (SELECT 1 FROM "
+                        "DetailDesks AS d WHERE d.Number = t.ComIndex AND %3)"_s.arg(goodCode)
+                            .arg(static_cast<int>(host::TOperationType::OpeningStock))
+                            .arg(detail_sql::Silent(u"d."_s)));
 }
 
 bool GoodDetails::GoodDetailsSaved(int goodCode)

@@ -89,6 +89,7 @@ TSerialBatchResult SerialBatches::JudgeSerials(const TSerialBatch &batch)
 
 void SerialBatches::Judge(const TSerialBatch &batch)
 {
+    m_desk.Begin();
     DropTables(m_connection);
     List(batch);
     FindKnown(batch);

@@ -20,7 +20,7 @@ struct TDetailRefusal
 
 /// The details on the lines of documents: working rows that belong to this desk while a document is open, and the
 /// ledger once it is saved. Working rows are told apart by desk, operation type, code, row and store; those of a desk
-/// that died go when another one begins.
+/// that has not been heard of for ten minutes keep nothing from others.
 ///
 /// A document's editor calls for each line the screen (which loads and keeps), and in its own transaction
 /// `GoodDetailsOperation_Save` once for all lines; `GoodDetailsOperation_Discard` when it is closed without saving.

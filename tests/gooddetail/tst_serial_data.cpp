@@ -1,6 +1,7 @@
 // What the data module answers, the texts that open its screens, and desks beside each other.
 
 #include "gooddetail/opening_texts.h"
+#include "host/data/database_error.h"
 #include "host/data/query.h"
 #include "tests/gooddetail/shop_fixture.h"
 #include "tests/support/test_host.h"
@@ -219,16 +220,45 @@ void TestSerialData::desksDoNotMeet()
     QVERIFY(m_desk->serials.EnterGoodDetail_Table() != other->serials.EnterGoodDetail_Table());
     m_desk->serials.EnterGoodDetail_Refresh();
     QCOMPARE(m_desk->serials.EnterGoodDetail_QRY.RecordCount(), 3);
-    // What the other one has kept and not saved is taken, until its desk is gone.
-    QCOMPARE(m_desk->desk.serialBatches.JudgeSerials(m_desk->Range(line, {5, 9})).left.size(), 5);
-    m_database->Exec(
-        u"update CodeLock_TBL set LockedAt = DATEADD(hour, -1, GETDATE()) where Status = 309 and Code = 2"_s);
-    other.reset();
-    Desk third(*m_database, m_database->AnotherConnection());
-    third.serials.EnterGoodDetail_Open();
-    QCOMPARE(Desk::Left(third.desk.serialBatches.JudgeSerials(third.Range(line, {3, 9}))), QStringList{u"3:2"_s});
-    QCOMPARE(m_desk->Save(line), QStringList());
-    QCOMPARE(Sum(), u"3"_s);
+    // What the other one has kept and not saved is taken, until nothing is heard of it.
+    const auto taken = [&] { return m_desk->desk.serialBatches.JudgeSerials(m_desk->Range(line, {5, 9})).left.size(); };
+    const auto silent = [&](int hours) {
+        m_database->Exec(
+            u"update DetailDesks set SeenAt = DATEADD(hour, -%1, GETDATE()) where Number = 2"_s.arg(hours));
+    };
+    QCOMPARE(taken(), 5);
+    m_database->Exec(u"update GoodDetailKardexEnter_Temp set GoodCode = 5003 where ComIndex = 2"_s);
+    QVERIFY(m_desk->desk.goodDetails.CheckGoodDetailKardexExists(5003));
+    silent(1);
+    QVERIFY(!m_desk->desk.goodDetails.CheckGoodDetailKardexExists(5003));
+    m_database->Exec(u"update GoodDetailKardexEnter_Temp set GoodCode = 5001 where ComIndex = 2"_s);
+    QCOMPARE(taken(), 0);
+    QVERIFY(!m_desk->serials.CheckSerialDetailValueID_1(u"5"_s));
+    // Awake, it has them again and saves them.
+    other->serials.EnterGoodDetail_Open();
+    other->desk.detailMovements.EnterGoodDetails_Load(other->serials.EnterGoodDetail_Table(), line);
+    other->serials.EnterGoodDetail_Refresh();
+    QCOMPARE(other->serials.EnterGoodDetail_QRY.RecordCount(), 5);
+    QCOMPARE(taken(), 5);
+    silent(1);
+    QCOMPARE(taken(), 0);
+    QCOMPARE(other->Save(line), QStringList());
+    QCOMPARE(Sum(), u"5"_s);
+    // Away for days it has lost what it kept: that is told, until the document is given up.
+    other->desk.detailMovements.EnterGoodDetails_Keep(other->serials.EnterGoodDetail_Table(), line);
+    silent(1000);
+    {
+        Desk third(*m_database, m_database->AnotherConnection());
+        QCOMPARE(third.desk.detailDesk.Number(), 3);
+        QVERIFY_THROWS_EXCEPTION(host::DatabaseError, other->Save(line));
+        QVERIFY_THROWS_EXCEPTION(host::DatabaseError, other->Save(line));
+        other->desk.detailMovements.GoodDetailsOperation_Discard(1, 1);
+        QCOMPARE(other->Save(line), QStringList());
+        QCOMPARE(other->desk.detailDesk.Number(), 4);
+    }
+    QCOMPARE(m_database->Rows(u"select Number from DetailDesks order by Number"_s), (QStringList{u"1"_s, u"4"_s}));
+    QCOMPARE(m_desk->Delete(line), QStringList());
+    QCOMPARE(Sum(), u"0"_s);
 }
 
 void TestSerialData::keepsAndReopensLines()
