@@ -428,7 +428,8 @@ GO
 -- ---------------------------------------------------------------------------------------------------------
 
 -- Movements of goods. Amounts carry their sign: in positive, out negative. Opening stock is not in here.
--- OperationType 1: purchase, 2: sale; the other numbers are other documents of the suite.
+-- OperationType 1: purchase, 2: sale, 4: return of a sale, 5: return of a purchase, 6 and 7: what a transfer takes out
+-- and brings in; the other numbers are other documents of the suite. Those of Documents have a row for each line.
 CREATE TABLE Kardex (
     Code          bigint IDENTITY(1,1) NOT NULL CONSTRAINT PK_Kardex PRIMARY KEY,
     Kala          int           NOT NULL,
@@ -448,6 +449,50 @@ CREATE INDEX IX_Kardex_Kala ON Kardex (Kala, Anbar)
 CREATE INDEX IX_Kardex_Operation ON Kardex (OperationType, OperationCode)
 -- The last and the highest price of a good.
 CREATE INDEX IX_Kardex_Prices ON Kardex (OperationType, Kala, [Date] DESC, Code DESC) INCLUDE (Amount1, Cost)
+
+-- Documents that move goods. Kind is the OperationType of their movements, 6 for a transfer. StoreCode is what new
+-- lines begin with; ToStoreCode, the second store of a transfer, is NULL for the other kinds. AnswersCode: the sale or
+-- the purchase that a return answers, 0: none. Revision counts the saves, so that an editor writes over nothing but
+-- what it has read.
+CREATE TABLE Documents (
+    Kind         tinyint       NOT NULL,
+    Code         int           NOT NULL,
+    [Date]       varchar(10)   NOT NULL,
+    StoreCode    smallint      NOT NULL,
+    ToStoreCode  smallint      NULL,
+    AnswersCode  int           NOT NULL DEFAULT 0,
+    Comment      nvarchar(200) NULL,
+    Revision     int           NOT NULL DEFAULT 1,
+    CreatedTime  varchar(8)    NULL,
+    CreatedDate  varchar(10)   NULL,
+    UserCreated  nvarchar(100) NULL,
+    ModifiedTime varchar(8)    NULL,
+    ModifiedDate varchar(10)   NULL,
+    UserModified nvarchar(100) NULL,
+    CONSTRAINT PK_Documents PRIMARY KEY (Kind, Code),
+    CONSTRAINT FK_Documents_Store FOREIGN KEY (StoreCode) REFERENCES Stores (Code),
+    CONSTRAINT FK_Documents_ToStore FOREIGN KEY (ToStoreCode) REFERENCES Stores (Code)
+)
+CREATE INDEX IX_Documents_Date ON Documents ([Date], Kind, Code)
+CREATE INDEX IX_Documents_AnswersCode ON Documents (AnswersCode, Kind)
+
+-- OperationRow names a line for good: movements and details are found by it, whatever stands before the line. Amounts
+-- are without sign, prices those of one main unit.
+CREATE TABLE DocumentLines (
+    Kind         tinyint       NOT NULL,
+    Code         int           NOT NULL,
+    OperationRow int           NOT NULL,
+    GoodCode     int           NOT NULL,
+    StoreCode    smallint      NOT NULL,
+    Amount1      decimal(23,9) NOT NULL DEFAULT 0,
+    Amount2      decimal(23,9) NOT NULL DEFAULT 0,
+    Price        decimal(28,9) NOT NULL DEFAULT 0,
+    CONSTRAINT PK_DocumentLines PRIMARY KEY (Kind, Code, OperationRow),
+    CONSTRAINT FK_DocumentLines_Documents FOREIGN KEY (Kind, Code) REFERENCES Documents (Kind, Code) ON DELETE CASCADE,
+    CONSTRAINT FK_DocumentLines_GoodInf FOREIGN KEY (GoodCode) REFERENCES GoodInf (Code),
+    CONSTRAINT FK_DocumentLines_Stores FOREIGN KEY (StoreCode) REFERENCES Stores (Code)
+)
+CREATE INDEX IX_DocumentLines_GoodCode ON DocumentLines (GoodCode)
 
 -- Stock on hand as UpdateMogodiKala last reckoned it: per store, and per good for the goods list.
 CREATE TABLE GoodStoreStock (
@@ -775,6 +820,7 @@ INSERT INTO CostLevel (Code, Name, CostType) VALUES
 INSERT INTO UserRights (UserCode, SoftwarePart, Permission)
 SELECT 1, a.Part, b.Permission
 FROM (SELECT 102 AS Part UNION ALL SELECT 104 UNION ALL SELECT 105 UNION ALL SELECT 121 UNION ALL SELECT 122
+      UNION ALL SELECT 201 UNION ALL SELECT 202 UNION ALL SELECT 204 UNION ALL SELECT 205 UNION ALL SELECT 206
       UNION ALL SELECT 309 UNION ALL SELECT 314 UNION ALL SELECT 513) AS a
 CROSS JOIN
      (SELECT 1 AS Permission UNION ALL SELECT 2 UNION ALL SELECT 3 UNION ALL SELECT 6 UNION ALL SELECT 9

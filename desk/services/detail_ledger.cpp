@@ -73,6 +73,41 @@ void DetailMovements::Touch(const QString &rows)
         "AS m INNER JOIN GoodDetailValues AS v WITH (UPDLOCK, HOLDLOCK) ON v.ID = m.DetailValueID"_s.arg(rows));
 }
 
+/// Returns and the document that they name, whichever of them is being saved: a value that comes back more than it went
+/// (or goes back more than it came). A sold good may come back under a new serial, which its sale does not know.
+QString DetailMovements::ReturnsBeyondDocument(quint8 operationType, int operationCode)
+{
+    const bool ofSale = operationType == detail_sql::Sale || operationType == detail_sql::SaleReturn;
+    const bool ofPurchase = operationType == detail_sql::Purchase || operationType == detail_sql::PurchaseReturn;
+    if (!ofSale && !ofPurchase)
+        return {};
+    const int source = ofSale ? detail_sql::Sale : detail_sql::Purchase;
+    const int answer = ofSale ? detail_sql::SaleReturn : detail_sql::PurchaseReturn;
+    const bool isReturn = operationType == answer;
+    const QString named =
+        isReturn ? u"SELECT DISTINCT DetailValueID, ForeignOperationCode AS Code FROM GoodDetailKardex WHERE "
+                   "ForeignOperationCode <> 0 AND "_s +
+                       Operation(operationType, operationCode)
+                 : u"SELECT DISTINCT DetailValueID, %1 AS Code FROM #DetailTouched"_s.arg(operationCode);
+    const QString beyond = u"%1SUM(k.%2) < 0"_s;
+    const QString sign = ofSale ? u"-"_s : QString();
+    const auto rowsOf = [](int type) {
+        return u" AND SUM(CASE WHEN k.OperationType = %1 THEN 1 ELSE 0 END) > 0"_s.arg(type);
+    };
+    const QString which = !isReturn ? rowsOf(answer) : ofSale ? rowsOf(source) : QString();
+    return u"SELECT TOP %1 %2 AS Reason, k.DetailValueID, MAX(k.GoodCode) AS GoodCode, 0 AS StoreCode FROM (%3) AS n "
+           "INNER JOIN GoodDetailKardex AS k ON k.DetailValueID = n.DetailValueID AND (k.OperationType = %4 AND "
+           "k.OperationCode = n.Code OR k.OperationType = %5 AND k.ForeignOperationCode = n.Code) GROUP BY "
+           "k.DetailValueID, n.Code HAVING ("_s.arg(QString::number(MostRefusals),
+                                                   QString::number(static_cast<int>(
+                                                       isReturn ? TDetailRefusal::Reason::NotOfDocument
+                                                                : TDetailRefusal::Reason::Returned)),
+                                                   named, QString::number(source), QString::number(answer)) +
+           QStringList{beyond.arg(sign, u"Amount1"_s), beyond.arg(sign, u"Amount2"_s), beyond.arg(sign, u"Amount3"_s)}
+               .join(u" OR ") +
+           u')' + which;
+}
+
 QList<TDetailRefusal> DetailMovements::Refusals(quint8 operationType, int operationCode)
 {
     // Reason, DetailValueID, GoodCode, StoreCode
@@ -90,7 +125,10 @@ QList<TDetailRefusal> DetailMovements::Refusals(quint8 operationType, int operat
         "GoodDetailKardex AS k ON k.DetailValueID = t.DetailValueID GROUP BY k.DetailValueID HAVING SUM(%2) > 0 AND "
         "SUM(k.Amount1) > SUM(%2)"_s.arg(QString::number(MostRefusals), own);
     QList<TDetailRefusal> refusals;
-    for (const QString &text : {gone, repeated}) {
+    QStringList texts{gone, repeated};
+    if (const QString returns = ReturnsBeyondDocument(operationType, operationCode); !returns.isEmpty())
+        texts.prepend(returns);
+    for (const QString &text : std::as_const(texts)) {
         for (host::Query rows(m_connection, text); !rows.Eof(); rows.Next())
             refusals << TDetailRefusal{static_cast<TDetailRefusal::Reason>(rows.Int(u"Reason")),
                                        rows.Int(u"DetailValueID"),

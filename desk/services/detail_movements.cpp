@@ -14,31 +14,17 @@ namespace desk {
 namespace {
 
 using detail_sql::Amounts;
+using detail_sql::CameIn;
+using detail_sql::ExitAmounts;
 using detail_sql::SameKey;
 using detail_sql::SameLine;
+using detail_sql::WentOut;
 using host::TDocumentLine;
 
-const QString Titles = u"DetailTitle1, DetailTitle2, DetailTitle3, DetailTitle4, DetailTitle5"_s;
-const QString Keys = u"OperationType, OperationCode, OperationRow"_s;
+const QString Titles = QString::fromUtf16(detail_sql::TitleColumns);
+const QString Keys = QString::fromUtf16(detail_sql::KeyColumns);
 const QString EnterTable = u"GoodDetailKardexEnter_Temp"_s;
 const QString ExitTable = u"GoodDetailKardexExit_Temp"_s;
-
-QString ExitAmounts(const QString &prefix = {}, const QString &sign = {})
-{
-    return u"%2%1Amount1_Exit, %2%1Amount2_Exit, %2%1TotalAmount_Exit, %1Length_Exit, %1Width_Exit, %2%1Amount3_Exit"_s
-        .arg(prefix, sign);
-}
-
-/// The saved rows of a line that came in, or that went out.
-QString CameIn(const QString &prefix)
-{
-    return u"(%1Amount1 > 0 OR %1Amount2 > 0 OR %1Amount3 > 0)"_s.arg(prefix);
-}
-
-QString WentOut(const QString &prefix)
-{
-    return u"(%1Amount1 < 0 OR %1Amount2 < 0 OR %1Amount3 < 0)"_s.arg(prefix);
-}
 
 } // namespace
 
@@ -106,21 +92,55 @@ void DetailMovements::EnterGoodDetails_Keep(const QString &workingTable, const T
 
 /// What the store has for the line: the ledger without the line's own rows, and instead of rows that other lines of the
 /// document have saved what they have kept since.
-QString DetailMovements::OnHand(const TDocumentLine &line)
+QString DetailMovements::OnHand(const TDocumentLine &line, int detailValueId)
 {
     const QString sums = u"SUM(m.Amount1) AS Amount1, SUM(m.Amount2) AS Amount2, SUM(m.TotalAmount) AS TotalAmount, "
                          "MAX(m.[Length]) AS [Length], MAX(m.Width) AS Width, SUM(m.Amount3) AS Amount3"_s;
     const QString operation =
         u"OperationType = %1 AND OperationCode = %2"_s.arg(line.OperationType).arg(line.OperationCode);
     const QString kept = Mine(operation) + u" AND Tmp = 0"_s;
-    const QString place = u" GoodCode = %1 AND StoreCode = %2"_s.arg(line.GoodCode).arg(line.StoreCode);
-    return u"SELECT m.DetailValueID, "_s + sums + u" FROM (SELECT DetailValueID, "_s + Amounts() +
+    const QString value = detailValueId == 0 ? QString() : u" AND DetailValueID = %1"_s.arg(detailValueId);
+    const QString place = u" GoodCode = %1 AND StoreCode = %2"_s.arg(line.GoodCode).arg(line.StoreCode) + value;
+    const QString onHand = u"SELECT m.DetailValueID, "_s + sums + u" FROM (SELECT DetailValueID, "_s + Amounts() +
            u" FROM GoodDetailKardex WHERE"_s + place + u" AND NOT ("_s + operation + u" AND "_s + WentOut({}) +
            u" AND (OperationRow = %1 OR OperationRow IN (SELECT OperationRow FROM %2 WHERE %3)))"_s.arg(
                QString::number(line.OperationRow), ExitTable, kept) +
            u" UNION ALL SELECT DetailValueID, "_s + ExitAmounts({}, u"-"_s) + u" FROM %1 WHERE"_s.arg(ExitTable) +
            place + u" AND DetailValueID IS NOT NULL AND %1 AND OperationRow <> %2"_s.arg(kept).arg(line.OperationRow) +
            u") AS m GROUP BY m.DetailValueID HAVING SUM(m.Amount1) > 0 OR SUM(m.Amount2) > 0 OR SUM(m.Amount3) > 0"_s;
+    return line.IsReturn && line.ForeignOperationCode != 0 ? OfNamedDocument(line, onHand) : onHand;
+}
+
+/// A return to the supplier that names its purchase takes no more than what is left of that: what it brought less what
+/// other lines have returned of it.
+QString DetailMovements::OfNamedDocument(const TDocumentLine &line, const QString &onHand)
+{
+    const QString good = u" GoodCode = %1"_s.arg(line.GoodCode);
+    const QString foreign = u" AND ForeignOperationCode = %1"_s.arg(line.ForeignOperationCode);
+    const QString operation =
+        u"OperationType = %1 AND OperationCode = %2"_s.arg(line.OperationType).arg(line.OperationCode);
+    const QString kept = Mine(operation) + u" AND Tmp = 0"_s;
+    const QString left =
+        u"SELECT DetailValueID, Amount1, Amount2, TotalAmount, Amount3 FROM GoodDetailKardex WHERE%1 AND OperationType = "
+        "%2 AND OperationCode = %3 UNION ALL SELECT DetailValueID, Amount1, Amount2, TotalAmount, Amount3 FROM "
+        "GoodDetailKardex WHERE%1%4 AND OperationType = %5 AND NOT (%6 AND (OperationRow = %7 OR OperationRow IN (SELECT "
+        "OperationRow FROM %8 WHERE %9)))"_s.arg(good, QString::number(detail_sql::Purchase),
+                                                 QString::number(line.ForeignOperationCode), foreign,
+                                                 QString::number(line.OperationType), operation,
+                                                 QString::number(line.OperationRow), ExitTable, kept) +
+        u" UNION ALL SELECT DetailValueID, -Amount1_Exit, -Amount2_Exit, -TotalAmount_Exit, -Amount3_Exit FROM %1 WHERE"
+        "%2%3 AND DetailValueID IS NOT NULL AND %4 AND OperationRow <> %5"_s.arg(ExitTable, good, foreign, kept)
+            .arg(line.OperationRow);
+    const auto least = [](const QString &amount) {
+        return u", CASE WHEN n.%1 < h.%1 THEN n.%1 ELSE h.%1 END AS %1"_s.arg(amount);
+    };
+    return u"SELECT h.DetailValueID, h.[Length], h.Width"_s + least(u"Amount1"_s) + least(u"Amount2"_s) +
+           least(u"TotalAmount"_s) + least(u"Amount3"_s) + u" FROM ("_s + onHand +
+           u") AS h INNER JOIN (SELECT l.DetailValueID, SUM(l.Amount1) AS Amount1, SUM(l.Amount2) AS Amount2, "
+           "SUM(l.TotalAmount) AS TotalAmount, SUM(l.Amount3) AS Amount3 FROM ("_s +
+           left +
+           u") AS l GROUP BY l.DetailValueID HAVING SUM(l.Amount1) > 0 OR SUM(l.Amount2) > 0 OR SUM(l.Amount3) > 0) AS n "
+           "ON n.DetailValueID = h.DetailValueID"_s;
 }
 
 /// What the line takes: as it was kept, otherwise as it was saved.
@@ -198,20 +218,9 @@ void DetailMovements::ExitGoodDetails_DeleteAll(quint8 operationType, int operat
 void DetailMovements::ExitGoodDetails_Edit(quint8 operationType, int operationCode)
 {
     m_desk.Begin();
-    const QString desk = QString::number(m_desk.Number());
-    const QString rows = u" FROM GoodDetailKardex WHERE OperationType = %1 AND OperationCode = %2 AND %3"_s.arg(
-        QString::number(operationType), QString::number(operationCode), WentOut({}));
-    const QString into =
-        u"INSERT INTO %1 (DetailValueID, StoreCode, GoodCode, AnbarCode, %2, %3, ForeignOperationCode, "
-        "ComIndex, Selected, Tmp) SELECT "_s.arg(ExitTable, ExitAmounts(), Keys);
     host::Transaction transaction(m_connection);
     ExitGoodDetails_DeleteAll(operationType, operationCode);
-    Run(into +
-        u"DetailValueID, StoreCode, GoodCode, StoreCode, -Amount1, -Amount2, -TotalAmount, [Length], Width, "
-        "-Amount3, %1, ForeignOperationCode, %2, 1, 0"_s.arg(Keys, desk) +
-        rows);
-    Run(into + u"DISTINCT NULL, StoreCode, GoodCode, StoreCode, 0, 0, 0, 0, 0, 0, %1, 0, %2, 0, 0"_s.arg(Keys, desk) +
-        rows);
+    KeepSavedExits(u"OperationType = %1 AND OperationCode = %2"_s.arg(operationType).arg(operationCode));
     transaction.Commit();
 }
 
@@ -220,10 +229,6 @@ bool DetailMovements::ChangeStore(const TDocumentLine &line, int newStore)
     m_desk.Begin();
     TDocumentLine moved = line;
     moved.StoreCode = newStore;
-    const QString into = u"INSERT INTO %1 (DetailValueID, StoreCode, GoodCode, %2, %3, %4, ForeignOperationCode, "
-                         "ComIndex, Tmp) "_s.arg(EnterTable, Titles, Amounts(), Keys);
-    const host::TDetailValues details = m_values.DetailsOf(line.GoodCode);
-    const QString desk = QString::number(m_desk.Number());
     const QString kept = Mine(SameLine(line));
     host::Transaction transaction(m_connection);
     const bool hadExits = host::Exists(
@@ -239,11 +244,7 @@ bool DetailMovements::ChangeStore(const TDocumentLine &line, int newStore)
         u"SELECT TOP 1 ID FROM GoodDetailKardex WHERE %1 AND %2 AND NOT EXISTS (SELECT 1 FROM %3 WHERE %4)"_s.arg(
             SameLine(line), CameIn({}), EnterTable, kept));
     if (hadEntries) {
-        Run(into + u"SELECT k.DetailValueID, k.StoreCode, k.GoodCode, %1, %2, %3, k.ForeignOperationCode, %4, 0 FROM "
-                   "GoodDetailKardex AS k%5 WHERE %6 AND %7 ORDER BY k.ID"_s.arg(
-                       detail_sql::Titles(details), Amounts(u"k."_s), Keys, desk,
-                       detail_sql::TitleJoins(details, u"k.DetailValueID"_s), SameLine(line, u"k."_s),
-                       CameIn(u"k."_s)));
+        KeepSavedEntries(line, SameLine(line, u"k."_s));
         MarkKept(EnterTable, moved);
     }
     Run(u"UPDATE %1 SET StoreCode = %2 WHERE "_s.arg(EnterTable).arg(newStore) + kept);

@@ -32,15 +32,27 @@ public:
     QList<host::TDetailRefusal> GoodDetailsOperation_Delete(quint8 operationType, int operationCode,
                                                             int operationRow) override;
     void GoodDetailsOperation_Discard(quint8 operationType, int operationCode) override;
+    std::optional<host::TAmounts> ExitGoodDetails_Take(const host::TDocumentLine &line, int detailValueId) override;
+    std::optional<host::TAmounts> EnterGoodDetails_Return(const host::TDocumentLine &line, int detailValueId) override;
+    int RowsOfLine(const host::TDocumentLine &line) override;
+    void GoodDetailsOperation_KeepLines(quint8 operationType, int operationCode, const QString &rows) override;
+    QList<host::TDetailRefusal> GoodDetailsOperation_Transfer(quint8 outType, quint8 inType, int operationCode,
+                                                              int toStore) override;
 
 private:
     QString Mine(const QString &key);
+    bool IsKept(const QString &table, const host::TDocumentLine &line);
+    void KeepSavedEntries(const host::TDocumentLine &line, const QString &condition);
+    void KeepSavedExits(const QString &condition);
+    std::optional<host::TAmounts> KeptAmounts(const QString &table, const host::TDocumentLine &line);
     void Run(const QString &text);
     void MarkKept(const QString &table, const host::TDocumentLine &line);
-    QString OnHand(const host::TDocumentLine &line);
+    QString OnHand(const host::TDocumentLine &line, int detailValueId = 0);
+    QString OfNamedDocument(const host::TDocumentLine &line, const QString &onHand);
     QString Chosen(const host::TDocumentLine &line);
     void Touch(const QString &rows);
     QList<host::TDetailRefusal> Refusals(quint8 operationType, int operationCode);
+    QString ReturnsBeyondDocument(quint8 operationType, int operationCode);
     void Describe(QList<host::TDetailRefusal> &refusals);
 
     DetailDesk &m_desk;

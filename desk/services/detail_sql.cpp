@@ -21,6 +21,22 @@ QString Amounts(const QString &prefix, const QString &sign)
     return u"%2%1Amount1, %2%1Amount2, %2%1TotalAmount, %1[Length], %1Width, %2%1Amount3"_s.arg(prefix, sign);
 }
 
+QString ExitAmounts(const QString &prefix, const QString &sign)
+{
+    return u"%2%1Amount1_Exit, %2%1Amount2_Exit, %2%1TotalAmount_Exit, %1Length_Exit, %1Width_Exit, %2%1Amount3_Exit"_s
+        .arg(prefix, sign);
+}
+
+QString CameIn(const QString &prefix)
+{
+    return u"(%1Amount1 > 0 OR %1Amount2 > 0 OR %1Amount3 > 0)"_s.arg(prefix);
+}
+
+QString WentOut(const QString &prefix)
+{
+    return u"(%1Amount1 < 0 OR %1Amount2 < 0 OR %1Amount3 < 0)"_s.arg(prefix);
+}
+
 QString Literals(const host::TAmounts &amounts)
 {
     using host::DecimalLiteral;

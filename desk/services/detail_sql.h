@@ -5,12 +5,15 @@
 /// Pieces of statements that the services of good details share.
 namespace desk::detail_sql {
 
-/// The kinds of document that the ledger of the desk knows beside those of the module.
-constexpr int Sale = 2;
-constexpr int SaleReturn = 4;
+constexpr int Purchase = static_cast<int>(host::TOperationType::Purchase);
+constexpr int Sale = static_cast<int>(host::TOperationType::Sale);
+constexpr int SaleReturn = static_cast<int>(host::TOperationType::SaleReturn);
+constexpr int PurchaseReturn = static_cast<int>(host::TOperationType::PurchaseReturn);
 
 /// Amount1, Amount2, TotalAmount, [Length], Width, Amount3; each behind `prefix`, "-" before those that count.
 QString Amounts(const QString &prefix = {}, const QString &sign = {});
+/// The six amounts that a row of the exit screen takes.
+QString ExitAmounts(const QString &prefix = {}, const QString &sign = {});
 /// Their values as literals.
 QString Literals(const host::TAmounts &amounts);
 /// OperationType, OperationCode and OperationRow of the line; each column behind `prefix`.
@@ -21,6 +24,14 @@ QString SameKey(const host::TDocumentLine &line, const QString &prefix = {});
 /// Whether the desk of this row of DetailDesks has not been heard of for so long that its rows keep nothing from
 /// others.
 QString Silent(const QString &prefix = {});
+
+/// The saved rows of a line that came in, or that went out.
+QString CameIn(const QString &prefix = {});
+QString WentOut(const QString &prefix = {});
+
+/// DetailTitle1 … DetailTitle5 of the working tables; the three numbers of an operation's line.
+inline constexpr auto TitleColumns = u"DetailTitle1, DetailTitle2, DetailTitle3, DetailTitle4, DetailTitle5";
+inline constexpr auto KeyColumns = u"OperationType, OperationCode, OperationRow";
 
 /// Whether the detail value `id` (a column) has exactly these values, those before `first` left aside.
 QString HasDetails(const QString &id, const host::TDetailValues &details, size_t first = 0);

@@ -176,27 +176,36 @@ void SerialBatches::FindReturnable(const TSerialBatch &batch)
     Run(u"INSERT INTO #SerialReturn SELECT s.DetailValueID, s.Amount1, s.Amount2, s.[Length], s.Width, s.Amount3 FROM "
         "("_s +
         detail_sql::Returnable(batch.Line, m_desk.Number()) + u") AS s"_s);
-    Run(u"CREATE TABLE #SerialCombination (Sold int NOT NULL, Amount1 decimal(38,9) NOT NULL)"_s);
-    Run(u"INSERT INTO #SerialCombination (Sold, Amount1) SELECT ISNULL(SUM(c.Sold), 0), ISNULL(SUM(c.Amount1), 0) FROM "
-        "(SELECT 1 AS Sold, r.Amount1 FROM #SerialReturn AS r WHERE "_s +
-        detail_sql::HasDetails(u"r.DetailValueID"_s, batch.Details, 1) + u" UNION ALL SELECT 0, -w.Amount1 FROM "_s +
+    Run(u"CREATE TABLE #SerialCombination (Sold int NOT NULL, Amount1 decimal(38,9) NOT NULL, Amount2 decimal(38,9) NOT "
+        "NULL, Amount3 decimal(38,9) NOT NULL)"_s);
+    Run(u"INSERT INTO #SerialCombination (Sold, Amount1, Amount2, Amount3) SELECT ISNULL(SUM(c.Sold), 0), "
+        "ISNULL(SUM(c.Amount1), 0), ISNULL(SUM(c.Amount2), 0), ISNULL(SUM(c.Amount3), 0) FROM (SELECT 1 AS Sold, "
+        "r.Amount1, r.Amount2, r.Amount3 FROM #SerialReturn AS r WHERE "_s +
+        detail_sql::HasDetails(u"r.DetailValueID"_s, batch.Details, 1) +
+        u" UNION ALL SELECT 0, -w.Amount1, -w.Amount2, -w.Amount3 FROM "_s +
         batch.WorkingTable + u" AS w WHERE "_s + detail_sql::HasDetails(u"w.DetailValueID"_s, batch.Details, 1) +
         u") AS c"_s);
 }
 
 void SerialBatches::DecideReturn(const TSerialBatch &batch)
 {
+    // An amount that the good's units do not use is 0 on both sides.
     const QString amount = host::DecimalLiteral(batch.Amounts.Amount1);
+    const QString second = host::DecimalLiteral(batch.Amounts.Amount2);
+    const QString third = host::DecimalLiteral(batch.Amounts.Amount3);
     Run(u"UPDATE b SET Fate = CASE WHEN c.Sold = 0 THEN %1 WHEN b.Known = 1 AND b.ValueID IS NULL THEN %2 WHEN b.InLine "
         "= 1 THEN %3 WHEN b.OnHand > 0 OR b.ValueID IS NOT NULL AND r.DetailValueID IS NULL THEN %4 WHEN r.Amount1 <= 0 "
-        "OR c.Amount1 <= 0 THEN %5 WHEN r.Amount1 < %6 THEN %7 WHEN b.ValueID IS NOT NULL THEN %8 ELSE %9 END FROM "
+        "OR c.Amount1 <= 0 THEN %5 WHEN r.Amount1 < %6 OR r.Amount2 < %7 OR r.Amount3 < %8 THEN %9 WHEN b.ValueID IS NOT NULL THEN %10 ELSE "
+        "%11 END FROM "
         "#SerialBatch AS b CROSS JOIN #SerialCombination AS c LEFT JOIN #SerialReturn AS r ON r.DetailValueID = "
         "b.ValueID"_s.arg(Fate(TSerialFate::NotSold), Fate(TSerialFate::OtherValues), Fate(TSerialFate::InLine),
-                          Fate(TSerialFate::NotReturnable), Fate(TSerialFate::NothingOnHand), amount,
-                          Fate(TSerialFate::NotSoldAmount), Fate(TSerialFate::Known), Fate(TSerialFate::New)));
+                          Fate(TSerialFate::NotReturnable), Fate(TSerialFate::NothingOnHand), amount, second, third,
+                          Fate(TSerialFate::NotSoldAmount))
+            .arg(Fate(TSerialFate::Known), Fate(TSerialFate::New)));
     Run(u"UPDATE b SET Fate = %1 FROM #SerialBatch AS b INNER JOIN (SELECT Row, ROW_NUMBER() OVER (ORDER BY Row) AS "
-        "Place FROM #SerialBatch WHERE %2) AS p ON p.Row = b.Row WHERE p.Place * %3 > (SELECT Amount1 FROM "
-        "#SerialCombination)"_s.arg(Fate(TSerialFate::MoreThanOnHand), Written(), amount));
+        "Place FROM #SerialBatch WHERE %2) AS p ON p.Row = b.Row WHERE EXISTS (SELECT 1 FROM "
+        "#SerialCombination AS c WHERE p.Place * %3 > c.Amount1 OR p.Place * %4 > c.Amount2 OR p.Place * %5 > "
+        "c.Amount3)"_s.arg(Fate(TSerialFate::MoreThanOnHand), Written(), amount, second, third));
 }
 
 void SerialBatches::Write(const TSerialBatch &batch)

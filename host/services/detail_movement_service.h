@@ -8,8 +8,10 @@ namespace host {
 struct TDetailRefusal
 {
     enum class Reason {
-        Gone,     ///< less than nothing would be left of it in the store
-        Repeated, ///< a serial that would be on hand twice
+        Gone,          ///< less than nothing would be left of it in the store
+        Repeated,      ///< a serial that would be on hand twice
+        NotOfDocument, ///< a return of more than its document moved
+        Returned,      ///< less than what returns of this document have taken back
     };
     Reason reason = Reason::Gone;
     int DetailValueID = 0;
@@ -69,6 +71,20 @@ public:
     /// Takes the movements of a document, or of one row of it, off the ledger. Refusals as above.
     virtual QList<TDetailRefusal> GoodDetailsOperation_Delete(quint8 operationType, int operationCode,
                                                               int operationRow = 0) = 0;
+    /// One more detail value on a line that goes out, all that the store has of it for the line. Answers what the line
+    /// takes then; nothing when there is none of it to take or the line has it already.
+    virtual std::optional<TAmounts> ExitGoodDetails_Take(const TDocumentLine &line, int detailValueId) = 0;
+    /// The same for a line that returns what was sold: all of it that may still be returned.
+    virtual std::optional<TAmounts> EnterGoodDetails_Return(const TDocumentLine &line, int detailValueId) = 0;
+    /// How many rows a line has: as kept, otherwise as saved.
+    virtual int RowsOfLine(const TDocumentLine &line) = 0;
+    /// The document has only these lines: what was kept or saved of any other goes with the next save. `rows` is a
+    /// SELECT with the column OperationRow.
+    virtual void GoodDetailsOperation_KeepLines(quint8 operationType, int operationCode, const QString &rows) = 0;
+    /// What the saved rows of an operation took out comes in at another store, under another operation type: the second
+    /// half of a transfer, in place of what it brought there before. Refusals as above.
+    virtual QList<TDetailRefusal> GoodDetailsOperation_Transfer(quint8 outType, quint8 inType, int operationCode,
+                                                                int toStore) = 0;
     /// Forgets what this desk has kept for a document.
     virtual void GoodDetailsOperation_Discard(quint8 operationType, int operationCode) = 0;
 };

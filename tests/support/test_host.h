@@ -186,6 +186,11 @@ struct FakeDetailMovements : host::DetailMovementService
     Refusals GoodDetailsOperation_Save(quint8, int) override { return refusals; }
     Refusals GoodDetailsOperation_Delete(quint8, int, int) override { return refusals; }
     void ExitGoodDetails_Edit(quint8 type, int code) override { calls << Call("Edit", int(type), code); }
+    std::optional<host::TAmounts> ExitGoodDetails_Take(const Line &, int) override { return {}; }
+    std::optional<host::TAmounts> EnterGoodDetails_Return(const Line &, int) override { return {}; }
+    int RowsOfLine(const Line &) override { return 0; }
+    void GoodDetailsOperation_KeepLines(quint8, int, const QString &) override {}
+    Refusals GoodDetailsOperation_Transfer(quint8, quint8, int, int) override { return refusals; }
     void GoodDetailsOperation_Discard(quint8 type, int code) override { calls << Call("Discard", int(type), code); }
 
     QList<int> returned;
