@@ -38,6 +38,13 @@ struct TGoodDetailData
     QString ToggleTitleFalse;
 };
 
+/// A list of goods that users keep together.
+struct TSelectedList_Rec
+{
+    int Code = 0;
+    QString Title;
+};
+
 /// The header of a division of details.
 struct TGoodDetailDivision_Rec
 {

@@ -61,6 +61,15 @@ public:
     /// Opens `Exist_QRY`. The column expression begins with a comma; mode 1 takes goods without a formula, 2 those in
     /// square metres. In these two the filter is joined with AND, in mode 0 it must bring its own.
     void GoodDetail_SelectGood_Get(const QString &column, const QString &filter, quint8 mode);
+    /// Opens `Exist_QRY` for choosing: every good in the order of codes, or those of a selected list in its order.
+    /// `listCode` 0: none; `mode` as above.
+    void GoodDetail_SelectGood_Open(int listCode, quint8 mode);
+    /// The selected lists of goods that are in use.
+    QList<TSelectedList_Rec> SelectedLists_Get();
+    /// How quantities of the good are told, 1 to 5 as in host::TDocumentLine.
+    int GetGoodUnitType(int goodCode);
+    /// The titles of a good's details in their order.
+    QStringList GetGoodDetailTitles(int goodCode);
     /// Opens `Exist_Detail_QRY`.
     void GoodDetail_Select(int goodCode, int comIndex, int unitType);
 

@@ -79,8 +79,8 @@ QList<TDetailRefusal> DetailMovements::Refusals(quint8 operationType, int operat
     const QString gone =
         u"SELECT TOP %1 0 AS Reason, k.DetailValueID, MAX(k.GoodCode) AS GoodCode, k.StoreCode FROM #DetailTouched AS t "
         "INNER JOIN GoodDetailKardex AS k ON k.DetailValueID = t.DetailValueID AND k.StoreCode = t.StoreCode GROUP BY "
-        "k.DetailValueID, k.StoreCode HAVING SUM(k.Amount1) < 0 OR SUM(k.Amount2) < 0 OR SUM(k.Amount3) < 0"_s.arg(
-            MostRefusals);
+        "k.DetailValueID, k.StoreCode HAVING SUM(k.Amount1) < 0 OR SUM(k.Amount2) < 0 OR %2 < 0"_s.arg(
+            QString::number(MostRefusals), detail_sql::Pieces(u"k."_s));
     const QString own = u"CASE WHEN %1 AND k.Amount1 > 0 THEN k.Amount1 ELSE 0 END"_s.arg(
         Operation(operationType, operationCode, u"k."_s));
     const QString repeated =

@@ -18,6 +18,8 @@ using detail_sql::SameKey;
 using detail_sql::SameLine;
 using host::TDocumentLine;
 
+constexpr int Packed = 3; // unit type
+
 const QString Titles = u"DetailTitle1, DetailTitle2, DetailTitle3, DetailTitle4, DetailTitle5"_s;
 const QString Keys = u"OperationType, OperationCode, OperationRow"_s;
 const QString EnterTable = u"GoodDetailKardexEnter_Temp"_s;
@@ -106,7 +108,8 @@ void DetailMovements::EnterGoodDetails_Keep(const QString &workingTable, const T
 QString DetailMovements::OnHand(const TDocumentLine &line)
 {
     const QString sums = u"SUM(m.Amount1) AS Amount1, SUM(m.Amount2) AS Amount2, SUM(m.TotalAmount) AS TotalAmount, "
-                         "MAX(m.[Length]) AS [Length], MAX(m.Width) AS Width, SUM(m.Amount3) AS Amount3"_s;
+                         "MAX(m.[Length]) AS [Length], MAX(m.Width) AS Width, %1 AS Amount3"_s.arg(
+                             line.UnitType == Packed ? u"MAX(m.Amount3)"_s : u"SUM(m.Amount3)"_s);
     const QString operation =
         u"OperationType = %1 AND OperationCode = %2"_s.arg(line.OperationType).arg(line.OperationCode);
     const QString kept = Mine(operation) + u" AND Tmp = 0"_s;
@@ -117,10 +120,11 @@ QString DetailMovements::OnHand(const TDocumentLine &line)
                QString::number(line.OperationRow), ExitTable, kept) +
            u" UNION ALL SELECT DetailValueID, "_s + ExitAmounts({}, u"-"_s) + u" FROM %1 WHERE"_s.arg(ExitTable) +
            place + u" AND DetailValueID IS NOT NULL AND %1 AND OperationRow <> %2"_s.arg(kept).arg(line.OperationRow) +
-           u") AS m GROUP BY m.DetailValueID HAVING SUM(m.Amount1) > 0 OR SUM(m.Amount2) > 0 OR SUM(m.Amount3) > 0"_s;
+           u") AS m GROUP BY m.DetailValueID HAVING SUM(m.Amount1) > 0 OR SUM(m.Amount2) > 0 OR "_s +
+           detail_sql::Pieces(u"m."_s) + u" > 0"_s;
 }
 
-/// What the line takes: as it was kept, otherwise as it was saved.
+/// What the line takes, of each detail value: as it was kept, otherwise as it was saved.
 QString DetailMovements::Chosen(const TDocumentLine &line)
 {
     const QString kept = Mine(SameKey(line)) + u" AND Tmp = 0"_s;
@@ -136,8 +140,6 @@ QString DetailMovements::Chosen(const TDocumentLine &line)
 void DetailMovements::ExitGoodDetails_Fill(const TDocumentLine &line)
 {
     const host::TDetailValues details = m_values.DetailsOf(line.GoodCode);
-    const QString chosen = u"ISNULL(c.Amount1, 0), ISNULL(c.Amount2, 0), ISNULL(c.TotalAmount, 0), "
-                           "ISNULL(c.[Length], 0), ISNULL(c.Width, 0), ISNULL(c.Amount3, 0)"_s;
     const QString numbers = u"%1, %2, %3"_s.arg(line.OperationType).arg(line.OperationCode).arg(line.OperationRow);
     const QString place = u"s.DetailValueID, %2, %1, %2"_s.arg(line.GoodCode).arg(line.StoreCode);
     host::Transaction transaction(m_connection);
@@ -145,12 +147,16 @@ void DetailMovements::ExitGoodDetails_Fill(const TDocumentLine &line)
     Run(u"INSERT INTO %1 (DetailValueID, StoreCode, GoodCode, AnbarCode, %2, %3, %4, %5, ForeignOperationCode, "
         "ComIndex, Selected, Tmp) SELECT "_s.arg(ExitTable, Titles, Amounts(), ExitAmounts(), Keys) +
         place +
-        u", %1, %2, %3, %4, ISNULL(c.ForeignOperationCode, %5), %6, "_s.arg(
-            detail_sql::Titles(details), Amounts(u"s."_s), chosen, numbers, QString::number(line.ForeignOperationCode),
-            QString::number(m_desk.Number())) +
-        u"CASE WHEN c.DetailValueID IS NULL THEN 0 ELSE 1 END, 1 FROM (%1) AS s LEFT JOIN (%2) AS c ON "
-        "c.DetailValueID = s.DetailValueID%3 ORDER BY s.DetailValueID"_s.arg(
-            OnHand(line), Chosen(line), detail_sql::TitleJoins(details, u"s.DetailValueID"_s)));
+        u", %1, %2, 0, 0, 0, 0, 0, 0, %3, %4, %5, 0, 1 FROM (%6) AS s%7 ORDER BY s.DetailValueID"_s.arg(
+            detail_sql::Titles(details), Amounts(u"s."_s), numbers, QString::number(line.ForeignOperationCode),
+            QString::number(m_desk.Number()), OnHand(line),
+            detail_sql::TitleJoins(details, u"s.DetailValueID"_s)));
+    // Few of a hundred thousand rows are chosen: a step of its own costs less than a join of all.
+    Run(u"UPDATE e SET Amount1_Exit = c.Amount1, Amount2_Exit = c.Amount2, TotalAmount_Exit = c.TotalAmount, "
+        "Length_Exit = c.[Length], Width_Exit = c.Width, Amount3_Exit = c.Amount3, ForeignOperationCode = "
+        "c.ForeignOperationCode, Selected = 1 FROM %1 AS e INNER JOIN (%2) AS c ON c.DetailValueID = e.DetailValueID "
+        "WHERE %3"_s.arg(ExitTable, Chosen(line), u"e.ComIndex = %1 AND "_s.arg(m_desk.Number()) +
+                                                      SameKey(line, u"e."_s) + u" AND e.Tmp = 1"_s));
     transaction.Commit();
 }
 

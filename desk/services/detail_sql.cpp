@@ -21,6 +21,11 @@ QString Amounts(const QString &prefix, const QString &sign)
     return u"%2%1Amount1, %2%1Amount2, %2%1TotalAmount, %1[Length], %1Width, %2%1Amount3"_s.arg(prefix, sign);
 }
 
+QString Pieces(const QString &prefix)
+{
+    return u"SUM(CASE WHEN %1Amount2 = 0 THEN %1Amount3 ELSE 0 END)"_s.arg(prefix);
+}
+
 QString Literals(const host::TAmounts &amounts)
 {
     using host::DecimalLiteral;

@@ -11,6 +11,8 @@ constexpr int SaleReturn = 4;
 
 /// Amount1, Amount2, TotalAmount, [Length], Width, Amount3; each behind `prefix`, "-" before those that count.
 QString Amounts(const QString &prefix = {}, const QString &sign = {});
+/// The sum of Amount3 where it counts pieces. Beside a second amount it is what a package holds, and has no sum.
+QString Pieces(const QString &prefix = {});
 /// Their values as literals.
 QString Literals(const host::TAmounts &amounts);
 /// OperationType, OperationCode and OperationRow of the line; each column behind `prefix`.
