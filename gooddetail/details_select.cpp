@@ -231,7 +231,8 @@ QByteArray TGoodDetails_Select_FRM::SaveState() const
     if (m_unitType != 0)
         layouts[m_unitType] = m_ui->Details_List_GRD->SaveLayout();
     QByteArray state;
-    QDataStream(&state, QIODevice::WriteOnly) << layouts;
+    QDataStream stream(&state, QIODevice::WriteOnly);
+    stream << layouts;
     return state;
 }
 
@@ -239,5 +240,6 @@ void TGoodDetails_Select_FRM::RestoreState(const QByteArray &state)
 {
     m_unitType = 0; // what is shown was the former user's
     m_layouts.clear();
-    QDataStream(state) >> m_layouts;
+    QDataStream stream(state);
+    stream >> m_layouts;
 }
