@@ -43,6 +43,10 @@ public:
     /// Letters of its title.
     int GetGoodDetailTitleLength(int detailId);
     int GetGoodDetailType(int detailId);
+    /// The name, units and formula of a good.
+    TLineGood_Rec GetLineGood(int goodCode);
+    /// Nothing when there is no such store.
+    std::optional<QString> GetStoreName(int storeCode);
     /// Whether the good is measured by area.
     bool CheckGoodUnit_MetreMoraba(int goodCode);
 
