@@ -1,5 +1,6 @@
 #include "gooddetail/details_select.h"
 
+#include "gooddetail/amount_entry.h"
 #include "host/controls/number_text.h"
 #include "ui_details_select.h"
 
@@ -17,16 +18,12 @@ namespace {
 constexpr int FollowMilliseconds = 120;
 constexpr quint8 Several = 0;
 
-QList<GridColumn> StockColumns(int unitType, const QString &unit, const QString &unit2)
+QList<GridColumn> StockColumns(int unitType, const TLineGood_Rec &good)
 {
-    const auto column = [](const QString &field, const QString &title) {
-        return GridColumn{field, title, 120, false, ColumnFormat::Quantity};
-    };
-    QList<GridColumn> columns{column(u"Amount1"_s, u"مقدار ("_s + unit + u')')};
-    if (unitType >= 2 && unitType <= 4)
-        columns << column(u"Amount2"_s, u"مقدار 2 ("_s + unit2 + u')');
-    if (unitType == 5)
-        columns << column(u"Length"_s, u"طول"_s) << column(u"Width"_s, u"عرض"_s) << column(u"Amount3"_s, u"تعداد"_s);
+    QList<GridColumn> columns;
+    for (const good_detail::AmountColumn &column :
+         good_detail::AmountColumnsOf(unitType, good.UnitName, good.Unit2Name))
+        columns << GridColumn{column.Field, column.Title, 120, false, ColumnFormat::Amount};
     return columns;
 }
 
@@ -69,11 +66,13 @@ void TGoodDetails_Select_FRM::BuildGrids()
                        {u"Radif"_s, u"ردیف"_s, 90, true, ColumnFormat::Code}});
     goods->SetSource(&m_data.Exist_QRY);
     goods->SetSortable(true);
+    goods->horizontalHeader()->setStretchLastSection(true);
     RememberLayout(goods);
     m_ui->TGeneral_Search_Frame1->SetGrid(goods);
     host::Grid *details = m_ui->Details_List_GRD;
     details->SetSource(&m_data.Exist_Detail_QRY, u"DetailValueID"_s);
     details->SetSortable(true);
+    details->horizontalHeader()->setStretchLastSection(true);
     details->SetMultiSelect(m_opening.Flag == Several);
     m_ui->Select_SPL->setSizes({300, 260});
 
@@ -144,12 +143,13 @@ void TGoodDetails_Select_FRM::ShowDetails()
 {
     m_follow.stop();
     const int good = m_ui->Goods_List_GRD->CurrentKey().toInt();
-    m_ui->Good_LBL->setText(m_ui->Goods_List_GRD->CurrentValue(u"Name"_s).toString());
+    m_ui->Good_LBL->setText(u"جزئیات کالا : "_s + m_ui->Goods_List_GRD->CurrentValue(u"Name"_s).toString());
     if (good == 0) {
         m_data.Exist_Detail_QRY.ClearRows();
     } else {
-        const int unitType = m_data.GetGoodUnitType(good);
-        ShowColumns(good, unitType);
+        const TLineGood_Rec row = m_data.GetLineGood(good);
+        const int unitType = good_detail::UnitTypeOf(row, m_host.settings.SettingRecord());
+        ShowColumns(good, row, unitType);
         m_data.GoodDetail_Select(good, m_opening.Number, unitType);
         if (!m_ui->Details_List_GRD->IsEmpty())
             m_ui->Details_List_GRD->StandOn(0);
@@ -157,15 +157,14 @@ void TGoodDetails_Select_FRM::ShowDetails()
     ShowMarks();
 }
 
-void TGoodDetails_Select_FRM::ShowColumns(int good, int unitType)
+void TGoodDetails_Select_FRM::ShowColumns(int good, const TLineGood_Rec &row, int unitType)
 {
     host::Grid *grid = m_ui->Details_List_GRD;
-    const auto unit = [this](const QString &field) { return m_ui->Goods_List_GRD->CurrentValue(field).toString(); };
     QList<GridColumn> columns{{u"StoreName"_s, u"انبار"_s, 130}};
     const QStringList titles = m_data.GetGoodDetailTitles(good);
     for (int i = 0; i < titles.size(); ++i)
         columns << GridColumn{u"D%1Value"_s.arg(i + 1), titles.at(i), 130};
-    columns << StockColumns(unitType, unit(u"Unit1"_s), unit(u"Unit2"_s));
+    columns << StockColumns(unitType, row);
     if (m_unitType != 0)
         m_layouts[m_unitType] = grid->SaveLayout();
     m_unitType = unitType;

@@ -50,7 +50,7 @@ private:
     void ShowDetails();
     /// What is waited for is shown now.
     void CatchUp();
-    void ShowColumns(int good, int unitType);
+    void ShowColumns(int good, const TLineGood_Rec &row, int unitType);
     void ShowMarks();
     void Choose();
     QString MarkedValues() const;

@@ -43,6 +43,10 @@ public:
     /// Letters of its title.
     int GetGoodDetailTitleLength(int detailId);
     int GetGoodDetailType(int detailId);
+    /// The name, units and formula of a good.
+    TLineGood_Rec GetLineGood(int goodCode);
+    /// Nothing when there is no such store.
+    std::optional<QString> GetStoreName(int storeCode);
     /// Whether the good is measured by area.
     bool CheckGoodUnit_MetreMoraba(int goodCode);
 
@@ -66,8 +70,6 @@ public:
     void GoodDetail_SelectGood_Open(int listCode, quint8 mode);
     /// The selected lists of goods that are in use.
     QList<TSelectedList_Rec> SelectedLists_Get();
-    /// How quantities of the good are told, 1 to 5 as in host::TDocumentLine.
-    int GetGoodUnitType(int goodCode);
     /// The titles of a good's details in their order.
     QStringList GetGoodDetailTitles(int goodCode);
     /// Opens `Exist_Detail_QRY`.

@@ -48,14 +48,3 @@ QStringList TSerial_DM::GetGoodDetailTitles(int goodCode)
     tmp_QRY.Close();
     return titles;
 }
-
-int TSerial_DM::GetGoodUnitType(int goodCode)
-{
-    const host::TSettingRecord &settings = m_host.settings.SettingRecord();
-    const QString area = QString::number(settings.SquareMetreGoods ? settings.SquareMetreUnit : 0);
-    return host::Scalar(m_main, u"SELECT CASE WHEN Unit = "_s + area +
-                                    u" THEN 5 WHEN Unit2 IS NULL THEN 1 WHEN Meghdar_Formool > 0 THEN 4 ELSE 2 END "
-                                    "FROM GoodInf WHERE Code = "_s +
-                                    QString::number(goodCode))
-        .toInt();
-}
