@@ -11,9 +11,10 @@ QString Text(const char16_t *value)
     return value ? QString::fromUtf16(value) : QString();
 }
 
-/// The results of the last calls of `Select_Good_Multible` and `Select_DetailTypes_Multible`.
+/// The results of the last calls of `Select_Good_Multible`, `Select_DetailTypes_Multible` and so on.
 std::u16string chosenGoods;
 std::u16string chosenDetailTypes;
+std::u16string chosenDetails;
 
 } // namespace
 
@@ -99,5 +100,14 @@ const char16_t *Select_DetailTypes_Multible(const char16_t *openingText, std::in
             .toStdU16String();
     });
     return chosenDetailTypes.c_str();
+}
+
+const char16_t *Select_GoodDetail_Multible(const char16_t *caption, std::int32_t company, std::uint8_t mode,
+                                           const char16_t *text, std::uint8_t kind)
+{
+    chosenDetails = Module::Run([&](Module &module) {
+        return module.SelectGoodDetails(Text(caption), {mode, kind, Text(text), company}).toStdU16String();
+    });
+    return chosenDetails.c_str();
 }
 }

@@ -63,4 +63,12 @@ GOODS_EXPORT void Call_DetailTypes_List();
 GOODS_EXPORT const char16_t *Select_DetailTypes_Multible(const char16_t *openingText, std::int32_t previousCount,
                                                          std::int32_t withCategories, std::uint8_t inList,
                                                          const char16_t *previousCodes);
+
+/// Lets the user choose detail values on hand of goods without serials. With `mode` 0 several: their DetailValueIDs,
+/// each followed by ",". With 1 (goods without a quantity formula) or 2 (goods in square metres) one: its DetailValueID,
+/// StoreCode, GoodCode, Amount1, Amount2, Length, Width and Amount3, each followed by ";". An empty text when none was
+/// chosen. `caption` is the screen's title, empty for its own; `company` the one whose stock is asked for; `text` and
+/// `kind` have no meaning.
+GOODS_EXPORT const char16_t *Select_GoodDetail_Multible(const char16_t *caption, std::int32_t company,
+                                                        std::uint8_t mode, const char16_t *text, std::uint8_t kind);
 }

@@ -2,6 +2,7 @@
 
 #include "detailtypes/detail_types_list.h"
 #include "entry/selection_param.h"
+#include "gooddetail/details_select.h"
 #include "host/data/database_error.h"
 #include "host/data/sql_text.h"
 #include "screens/good_editor/good_get.h"
@@ -231,6 +232,17 @@ QString Module::SelectDetailTypes(const QString &openingText, const detail_types
     if (list.ShowModally() != QDialog::Accepted || list.SelectedCodes().isEmpty())
         return {};
     return list.SelectedCodes() + u',';
+}
+
+QString Module::SelectGoodDetails(const QString &caption, const good_detail::SelectOpening &opening)
+{
+    TGoodDetails_Select_FRM screen(m_host, Pack(opening), caption);
+    screen.SetKeyboardLayoutName(m_host.keyboard.GetKeyboardLayoutName());
+    screen.SetFormMode(TFormMode::Selection);
+    screen.SetFormTheme();
+    if (screen.ShowModally() != QDialog::Accepted || screen.Chosen().isEmpty())
+        return {};
+    return opening.Flag == 0 ? screen.Chosen() + u',' : screen.Chosen();
 }
 
 int Module::OpenList(TSoftwarePart part)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "detailtypes/detail_type_choice.h"
+#include "gooddetail/opening_texts.h"
 #include "host/host.h"
 
 #include <QPointer>
@@ -41,6 +42,9 @@ public:
     void OpenDetailTypes();
     /// The chosen codes, each followed by a comma.
     QString SelectDetailTypes(const QString &openingText, const detail_types::Choice &choice);
+
+    /// The chosen detail values, each followed by a comma, or one of them as the select screen packs it.
+    QString SelectGoodDetails(const QString &caption, const good_detail::SelectOpening &opening);
 
     /// The host's generic lists.
     int OpenList(host::TSoftwarePart part);

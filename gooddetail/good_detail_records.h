@@ -38,6 +38,25 @@ struct TGoodDetailData
     QString ToggleTitleFalse;
 };
 
+/// A list of goods that users keep together.
+struct TSelectedList_Rec
+{
+    int Code = 0;
+    QString Title;
+};
+
+/// The good of a document's line, as the screens of details show it.
+struct TLineGood_Rec
+{
+    bool Found = false;
+    QString Name;
+    int Unit = 0;
+    int Unit2 = 0;              ///< 0: none
+    host::Quantity Formool = 0; ///< units 1 in one unit 2; 0: no formula
+    QString UnitName;
+    QString Unit2Name;
+};
+
 /// The header of a division of details.
 struct TGoodDetailDivision_Rec
 {

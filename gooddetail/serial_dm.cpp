@@ -6,8 +6,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Rows of the exit list read at a time: a good may have a hundred thousand serials.
-constexpr int ExitBlock = 1000;
+/// Rows of a list read at a time: a good may have a hundred thousand serials, a shop as many goods.
+constexpr int Block = 1000;
 
 } // namespace
 
@@ -18,7 +18,8 @@ TSerial_DM::TSerial_DM(host::Host &host)
       Temp_QUR(host.DM.ADOConnection1), FactPrint_QRY(host.DM.ADOConnection1), m_main(host.DM.ADOConnection1),
       m_host(host), tmp_QRY(m_main)
 {
-    ExitGoodDetail_QRY.SetBlockSize(ExitBlock);
+    ExitGoodDetail_QRY.SetBlockSize(Block);
+    Exist_QRY.SetBlockSize(Block);
 }
 
 // Selecting, divisions and the serials of documents.

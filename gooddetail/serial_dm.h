@@ -43,6 +43,10 @@ public:
     /// Letters of its title.
     int GetGoodDetailTitleLength(int detailId);
     int GetGoodDetailType(int detailId);
+    /// The name, units and formula of a good.
+    TLineGood_Rec GetLineGood(int goodCode);
+    /// Nothing when there is no such store.
+    std::optional<QString> GetStoreName(int storeCode);
     /// Whether the good is measured by area.
     bool CheckGoodUnit_MetreMoraba(int goodCode);
 
@@ -61,6 +65,13 @@ public:
     /// Opens `Exist_QRY`. The column expression begins with a comma; mode 1 takes goods without a formula, 2 those in
     /// square metres. In these two the filter is joined with AND, in mode 0 it must bring its own.
     void GoodDetail_SelectGood_Get(const QString &column, const QString &filter, quint8 mode);
+    /// Opens `Exist_QRY` for choosing: every good in the order of codes, or those of a selected list in its order.
+    /// `listCode` 0: none; `mode` as above.
+    void GoodDetail_SelectGood_Open(int listCode, quint8 mode);
+    /// The selected lists of goods that are in use.
+    QList<TSelectedList_Rec> SelectedLists_Get();
+    /// The titles of a good's details in their order.
+    QStringList GetGoodDetailTitles(int goodCode);
     /// Opens `Exist_Detail_QRY`.
     void GoodDetail_Select(int goodCode, int comIndex, int unitType);
 

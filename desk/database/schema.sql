@@ -633,7 +633,8 @@ CREATE TABLE GoodDetailValueDetails (
         REFERENCES GoodDetailValues (ID) ON DELETE CASCADE,
     CONSTRAINT FK_GoodDetailValueDetails_DetailTypes FOREIGN KEY (DetailID) REFERENCES DetailTypes (ID)
 )
-CREATE INDEX IX_GoodDetailValueDetails_DetailValueID ON GoodDetailValueDetails (DetailValueID, DetailID)
+-- With the value in it: lists of details read it for every row.
+CREATE INDEX IX_GoodDetailValueDetails_DetailValueID ON GoodDetailValueDetails (DetailValueID, DetailID, [Value])
 CREATE INDEX IX_GoodDetailValueDetails_Value ON GoodDetailValueDetails ([Value], DetailID, DetailValueID)
 
 -- The detail ledger. Amounts carry their sign, as in Kardex.

@@ -2,6 +2,7 @@
 
 #include "desk/documents/document_kinds.h"
 #include "desk/documents/document_records.h"
+#include "host/data/query.h"
 #include "host/host.h"
 
 #include <optional>

@@ -98,11 +98,11 @@ QString DetailMovements::ReturnsBeyondDocument(quint8 operationType, int operati
     return u"SELECT TOP %1 %2 AS Reason, k.DetailValueID, MAX(k.GoodCode) AS GoodCode, 0 AS StoreCode FROM (%3) AS n "
            "INNER JOIN GoodDetailKardex AS k ON k.DetailValueID = n.DetailValueID AND (k.OperationType = %4 AND "
            "k.OperationCode = n.Code OR k.OperationType = %5 AND k.ForeignOperationCode = n.Code) GROUP BY "
-           "k.DetailValueID, n.Code HAVING ("_s.arg(QString::number(MostRefusals),
-                                                   QString::number(static_cast<int>(
-                                                       isReturn ? TDetailRefusal::Reason::NotOfDocument
-                                                                : TDetailRefusal::Reason::Returned)),
-                                                   named, QString::number(source), QString::number(answer)) +
+           "k.DetailValueID, n.Code HAVING ("_s.arg(
+               QString::number(MostRefusals),
+               QString::number(static_cast<int>(isReturn ? TDetailRefusal::Reason::NotOfDocument
+                                                         : TDetailRefusal::Reason::Returned)),
+               named, QString::number(source), QString::number(answer)) +
            QStringList{beyond.arg(sign, u"Amount1"_s), beyond.arg(sign, u"Amount2"_s), beyond.arg(sign, u"Amount3"_s)}
                .join(u" OR ") +
            u')' + which;
@@ -114,8 +114,8 @@ QList<TDetailRefusal> DetailMovements::Refusals(quint8 operationType, int operat
     const QString gone =
         u"SELECT TOP %1 0 AS Reason, k.DetailValueID, MAX(k.GoodCode) AS GoodCode, k.StoreCode FROM #DetailTouched AS t "
         "INNER JOIN GoodDetailKardex AS k ON k.DetailValueID = t.DetailValueID AND k.StoreCode = t.StoreCode GROUP BY "
-        "k.DetailValueID, k.StoreCode HAVING SUM(k.Amount1) < 0 OR SUM(k.Amount2) < 0 OR SUM(k.Amount3) < 0"_s.arg(
-            MostRefusals);
+        "k.DetailValueID, k.StoreCode HAVING SUM(k.Amount1) < 0 OR SUM(k.Amount2) < 0 OR %2 < 0"_s.arg(
+            QString::number(MostRefusals), detail_sql::Pieces(u"k."_s));
     const QString own = u"CASE WHEN %1 AND k.Amount1 > 0 THEN k.Amount1 ELSE 0 END"_s.arg(
         Operation(operationType, operationCode, u"k."_s));
     const QString repeated =

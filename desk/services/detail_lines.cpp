@@ -5,7 +5,8 @@
 
 using namespace Qt::StringLiterals;
 
-// Lines of a document that change without their screen: a scanned unit more, a line less, the second half of a transfer.
+// Lines of a document that change without their screen: a scanned unit more, a line less, the second half of a
+// transfer.
 
 namespace desk {
 
@@ -32,8 +33,8 @@ QString Operation(quint8 type, int code)
 
 bool DetailMovements::IsKept(const QString &table, const TDocumentLine &line)
 {
-    return host::Exists(m_connection, u"SELECT TOP 1 ID FROM %1 WHERE "_s.arg(table) + Mine(SameKey(line)) +
-                                          u" AND Tmp = 0"_s);
+    return host::Exists(m_connection,
+                        u"SELECT TOP 1 ID FROM %1 WHERE "_s.arg(table) + Mine(SameKey(line)) + u" AND Tmp = 0"_s);
 }
 
 /// Keeps saved rows that went out, each line with its mark.
@@ -68,8 +69,8 @@ std::optional<TAmounts> DetailMovements::KeptAmounts(const QString &table, const
     const QString tail = table == ExitTable ? u"_Exit"_s : QString();
     const host::Query sums(m_connection,
                            u"SELECT SUM(Amount1%1) AS Amount1, SUM(Amount2%1) AS Amount2, SUM(TotalAmount%1) AS "
-                           "TotalAmount, SUM(Amount3%1) AS Amount3 FROM %2 WHERE %3 AND Tmp = 0"_s.arg(
-                               tail, table, Mine(SameKey(line))));
+                           "TotalAmount, %2 AS Amount3 FROM %3 WHERE %4 AND Tmp = 0"_s.arg(
+                               tail, detail_sql::Third(line, u"Amount3"_s + tail), table, Mine(SameKey(line))));
     return TAmounts{sums.Number(u"Amount1"), sums.Number(u"Amount2"), sums.Number(u"TotalAmount"), 0, 0,
                     sums.Number(u"Amount3")};
 }
@@ -92,8 +93,9 @@ std::optional<TAmounts> DetailMovements::ExitGoodDetails_Take(const TDocumentLin
                 .arg(line.OperationRow)
                 .arg(line.ForeignOperationCode)
                 .arg(m_desk.Number()) +
-            onHand + u") AS s WHERE NOT EXISTS (SELECT 1 FROM %1 WHERE DetailValueID = %2 AND Tmp = 0 AND %3)"_s.arg(
-                         ExitTable, QString::number(detailValueId), Mine(SameKey(line))));
+            onHand +
+            u") AS s WHERE NOT EXISTS (SELECT 1 FROM %1 WHERE DetailValueID = %2 AND Tmp = 0 AND %3)"_s.arg(
+                ExitTable, QString::number(detailValueId), Mine(SameKey(line))));
     const auto amounts = taken > 0 ? KeptAmounts(ExitTable, line) : std::nullopt;
     transaction.Commit();
     return amounts;

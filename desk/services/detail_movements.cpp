@@ -95,19 +95,22 @@ void DetailMovements::EnterGoodDetails_Keep(const QString &workingTable, const T
 QString DetailMovements::OnHand(const TDocumentLine &line, int detailValueId)
 {
     const QString sums = u"SUM(m.Amount1) AS Amount1, SUM(m.Amount2) AS Amount2, SUM(m.TotalAmount) AS TotalAmount, "
-                         "MAX(m.[Length]) AS [Length], MAX(m.Width) AS Width, SUM(m.Amount3) AS Amount3"_s;
+                         "MAX(m.[Length]) AS [Length], MAX(m.Width) AS Width, %1 AS Amount3"_s.arg(
+                             detail_sql::Third(line, u"m.Amount3"_s));
     const QString operation =
         u"OperationType = %1 AND OperationCode = %2"_s.arg(line.OperationType).arg(line.OperationCode);
     const QString kept = Mine(operation) + u" AND Tmp = 0"_s;
     const QString value = detailValueId == 0 ? QString() : u" AND DetailValueID = %1"_s.arg(detailValueId);
     const QString place = u" GoodCode = %1 AND StoreCode = %2"_s.arg(line.GoodCode).arg(line.StoreCode) + value;
-    const QString onHand = u"SELECT m.DetailValueID, "_s + sums + u" FROM (SELECT DetailValueID, "_s + Amounts() +
-           u" FROM GoodDetailKardex WHERE"_s + place + u" AND NOT ("_s + operation + u" AND "_s + WentOut({}) +
-           u" AND (OperationRow = %1 OR OperationRow IN (SELECT OperationRow FROM %2 WHERE %3)))"_s.arg(
-               QString::number(line.OperationRow), ExitTable, kept) +
-           u" UNION ALL SELECT DetailValueID, "_s + ExitAmounts({}, u"-"_s) + u" FROM %1 WHERE"_s.arg(ExitTable) +
-           place + u" AND DetailValueID IS NOT NULL AND %1 AND OperationRow <> %2"_s.arg(kept).arg(line.OperationRow) +
-           u") AS m GROUP BY m.DetailValueID HAVING SUM(m.Amount1) > 0 OR SUM(m.Amount2) > 0 OR SUM(m.Amount3) > 0"_s;
+    const QString onHand =
+        u"SELECT m.DetailValueID, "_s + sums + u" FROM (SELECT DetailValueID, "_s + Amounts() +
+        u" FROM GoodDetailKardex WHERE"_s + place + u" AND NOT ("_s + operation + u" AND "_s + WentOut({}) +
+        u" AND (OperationRow = %1 OR OperationRow IN (SELECT OperationRow FROM %2 WHERE %3)))"_s.arg(
+            QString::number(line.OperationRow), ExitTable, kept) +
+        u" UNION ALL SELECT DetailValueID, "_s + ExitAmounts({}, u"-"_s) + u" FROM %1 WHERE"_s.arg(ExitTable) + place +
+        u" AND DetailValueID IS NOT NULL AND %1 AND OperationRow <> %2"_s.arg(kept).arg(line.OperationRow) +
+        u") AS m GROUP BY m.DetailValueID HAVING SUM(m.Amount1) > 0 OR SUM(m.Amount2) > 0 OR "_s +
+        detail_sql::Pieces(u"m."_s) + u" > 0"_s;
     return line.IsReturn && line.ForeignOperationCode != 0 ? OfNamedDocument(line, onHand) : onHand;
 }
 
@@ -124,10 +127,9 @@ QString DetailMovements::OfNamedDocument(const TDocumentLine &line, const QStrin
         u"SELECT DetailValueID, Amount1, Amount2, TotalAmount, Amount3 FROM GoodDetailKardex WHERE%1 AND OperationType = "
         "%2 AND OperationCode = %3 UNION ALL SELECT DetailValueID, Amount1, Amount2, TotalAmount, Amount3 FROM "
         "GoodDetailKardex WHERE%1%4 AND OperationType = %5 AND NOT (%6 AND (OperationRow = %7 OR OperationRow IN (SELECT "
-        "OperationRow FROM %8 WHERE %9)))"_s.arg(good, QString::number(detail_sql::Purchase),
-                                                 QString::number(line.ForeignOperationCode), foreign,
-                                                 QString::number(line.OperationType), operation,
-                                                 QString::number(line.OperationRow), ExitTable, kept) +
+        "OperationRow FROM %8 WHERE %9)))"_s.arg(
+            good, QString::number(detail_sql::Purchase), QString::number(line.ForeignOperationCode), foreign,
+            QString::number(line.OperationType), operation, QString::number(line.OperationRow), ExitTable, kept) +
         u" UNION ALL SELECT DetailValueID, -Amount1_Exit, -Amount2_Exit, -TotalAmount_Exit, -Amount3_Exit FROM %1 WHERE"
         "%2%3 AND DetailValueID IS NOT NULL AND %4 AND OperationRow <> %5"_s.arg(ExitTable, good, foreign, kept)
             .arg(line.OperationRow);
@@ -137,31 +139,30 @@ QString DetailMovements::OfNamedDocument(const TDocumentLine &line, const QStrin
     return u"SELECT h.DetailValueID, h.[Length], h.Width"_s + least(u"Amount1"_s) + least(u"Amount2"_s) +
            least(u"TotalAmount"_s) + least(u"Amount3"_s) + u" FROM ("_s + onHand +
            u") AS h INNER JOIN (SELECT l.DetailValueID, SUM(l.Amount1) AS Amount1, SUM(l.Amount2) AS Amount2, "
-           "SUM(l.TotalAmount) AS TotalAmount, SUM(l.Amount3) AS Amount3 FROM ("_s +
+           "SUM(l.TotalAmount) AS TotalAmount, %1 AS Amount3 FROM ("_s.arg(detail_sql::Third(line, u"l.Amount3"_s)) +
            left +
-           u") AS l GROUP BY l.DetailValueID HAVING SUM(l.Amount1) > 0 OR SUM(l.Amount2) > 0 OR SUM(l.Amount3) > 0) AS n "
-           "ON n.DetailValueID = h.DetailValueID"_s;
+           u") AS l GROUP BY l.DetailValueID HAVING SUM(l.Amount1) > 0 OR SUM(l.Amount2) > 0 OR %1 > 0) AS n ON "
+           "n.DetailValueID = h.DetailValueID"_s.arg(detail_sql::Pieces(u"l."_s));
 }
 
-/// What the line takes: as it was kept, otherwise as it was saved.
+/// What the line takes, of each detail value: as it was kept, otherwise as it was saved.
 QString DetailMovements::Chosen(const TDocumentLine &line)
 {
     const QString kept = Mine(SameKey(line)) + u" AND Tmp = 0"_s;
-    return u"SELECT DetailValueID, ForeignOperationCode, "_s +
-           u"Amount1_Exit AS Amount1, Amount2_Exit AS Amount2, TotalAmount_Exit AS TotalAmount, Length_Exit AS "
-           "[Length], Width_Exit AS Width, Amount3_Exit AS Amount3 FROM %1 WHERE DetailValueID IS NOT NULL AND %2 "
-           "UNION ALL SELECT DetailValueID, MAX(ForeignOperationCode), -SUM(Amount1), -SUM(Amount2), "
-           "-SUM(TotalAmount), MAX([Length]), MAX(Width), -SUM(Amount3) FROM GoodDetailKardex WHERE %3 AND %4 AND NOT "
-           "EXISTS (SELECT 1 FROM %1 WHERE %2) GROUP BY DetailValueID"_s.arg(ExitTable, kept, SameKey(line),
-                                                                             WentOut({}));
+    return u"SELECT t.DetailValueID, MAX(t.ForeignOperationCode) AS ForeignOperationCode, SUM(t.Amount1) AS Amount1, "
+           "SUM(t.Amount2) AS Amount2, SUM(t.TotalAmount) AS TotalAmount, MAX(t.[Length]) AS [Length], MAX(t.Width) AS "
+           "Width, %1 AS Amount3 FROM (SELECT DetailValueID, ForeignOperationCode, Amount1_Exit AS Amount1, "
+           "Amount2_Exit AS Amount2, TotalAmount_Exit AS TotalAmount, Length_Exit AS [Length], Width_Exit AS Width, "
+           "Amount3_Exit AS Amount3 FROM %2 WHERE DetailValueID IS NOT NULL AND %3 UNION ALL SELECT DetailValueID, "
+           "ForeignOperationCode, -Amount1, -Amount2, -TotalAmount, [Length], Width, -Amount3 FROM GoodDetailKardex "
+           "WHERE %4 AND %5 AND NOT EXISTS (SELECT 1 FROM %2 WHERE %3)) AS t GROUP BY t.DetailValueID"_s.arg(
+               detail_sql::Third(line, u"t.Amount3"_s), ExitTable, kept, SameKey(line), WentOut({}));
 }
 
 void DetailMovements::ExitGoodDetails_Fill(const TDocumentLine &line)
 {
     m_desk.Begin();
     const host::TDetailValues details = m_values.DetailsOf(line.GoodCode);
-    const QString chosen = u"ISNULL(c.Amount1, 0), ISNULL(c.Amount2, 0), ISNULL(c.TotalAmount, 0), "
-                           "ISNULL(c.[Length], 0), ISNULL(c.Width, 0), ISNULL(c.Amount3, 0)"_s;
     const QString numbers = u"%1, %2, %3"_s.arg(line.OperationType).arg(line.OperationCode).arg(line.OperationRow);
     const QString place = u"s.DetailValueID, %2, %1, %2"_s.arg(line.GoodCode).arg(line.StoreCode);
     host::Transaction transaction(m_connection);
@@ -169,12 +170,16 @@ void DetailMovements::ExitGoodDetails_Fill(const TDocumentLine &line)
     Run(u"INSERT INTO %1 (DetailValueID, StoreCode, GoodCode, AnbarCode, %2, %3, %4, %5, ForeignOperationCode, "
         "ComIndex, Selected, Tmp) SELECT "_s.arg(ExitTable, Titles, Amounts(), ExitAmounts(), Keys) +
         place +
-        u", %1, %2, %3, %4, ISNULL(c.ForeignOperationCode, %5), %6, "_s.arg(
-            detail_sql::Titles(details), Amounts(u"s."_s), chosen, numbers, QString::number(line.ForeignOperationCode),
-            QString::number(m_desk.Number())) +
-        u"CASE WHEN c.DetailValueID IS NULL THEN 0 ELSE 1 END, 1 FROM (%1) AS s LEFT JOIN (%2) AS c ON "
-        "c.DetailValueID = s.DetailValueID%3 ORDER BY s.DetailValueID"_s.arg(
-            OnHand(line), Chosen(line), detail_sql::TitleJoins(details, u"s.DetailValueID"_s)));
+        u", %1, %2, 0, 0, 0, 0, 0, 0, %3, %4, %5, 0, 1 FROM (%6) AS s%7 ORDER BY s.DetailValueID"_s.arg(
+            detail_sql::Titles(details), Amounts(u"s."_s), numbers, QString::number(line.ForeignOperationCode),
+            QString::number(m_desk.Number()), OnHand(line), detail_sql::TitleJoins(details, u"s.DetailValueID"_s)));
+    // Few of a hundred thousand rows are chosen: a step of its own costs less than a join of all.
+    Run(u"UPDATE e SET Amount1_Exit = c.Amount1, Amount2_Exit = c.Amount2, TotalAmount_Exit = c.TotalAmount, "
+        "Length_Exit = c.[Length], Width_Exit = c.Width, Amount3_Exit = c.Amount3, ForeignOperationCode = "
+        "c.ForeignOperationCode, Selected = 1 FROM %1 AS e INNER JOIN (%2) AS c ON c.DetailValueID = e.DetailValueID "
+        "WHERE %3"_s.arg(ExitTable, Chosen(line),
+                         u"e.ComIndex = %1 AND "_s.arg(m_desk.Number()) + SameKey(line, u"e."_s) +
+                             u" AND e.Tmp = 1"_s));
     transaction.Commit();
 }
 

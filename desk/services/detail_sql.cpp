@@ -37,6 +37,17 @@ QString WentOut(const QString &prefix)
     return u"(%1Amount1 < 0 OR %1Amount2 < 0 OR %1Amount3 < 0)"_s.arg(prefix);
 }
 
+QString Pieces(const QString &prefix)
+{
+    return u"SUM(CASE WHEN %1Amount2 = 0 THEN %1Amount3 ELSE 0 END)"_s.arg(prefix);
+}
+
+QString Third(const host::TDocumentLine &line, const QString &column)
+{
+    constexpr int Packed = 3;
+    return (line.UnitType == Packed ? u"MAX(ABS(%1))"_s : u"SUM(%1)"_s).arg(column);
+}
+
 QString Literals(const host::TAmounts &amounts)
 {
     using host::DecimalLiteral;
@@ -104,25 +115,24 @@ QString TitleJoins(const host::TDetailValues &details, const QString &id)
 QString Returnable(const host::TDocumentLine &line, int desk)
 {
     const int foreign = line.ForeignOperationCode;
-    const QString good = QString::number(line.GoodCode);
+    const QString good = u" AND k.GoodCode = %1"_s.arg(line.GoodCode);
     const QString sold = foreign == 0 ? QString() : u" AND k.OperationCode = %1"_s.arg(foreign);
-    const QString returned = foreign == 0 ? QString() : u" AND k.ForeignOperationCode = %1"_s.arg(foreign);
-    // A line that this desk has kept counts with its kept rows, not with the saved ones.
-    const QString ledgerReturns =
-        u"k.OperationType = %1%2 AND NOT (%3) AND NOT EXISTS (SELECT 1 FROM GoodDetailKardexEnter_Temp AS m WHERE "
-        "m.ComIndex = %4 AND m.OperationType = k.OperationType AND m.OperationCode = k.OperationCode AND "
-        "m.OperationRow = k.OperationRow)"_s.arg(QString::number(SaleReturn), returned, SameLine(line, u"k."_s))
-            .arg(desk);
+    const QString returned = u" WHERE k.OperationType = %1"_s.arg(SaleReturn) + good +
+                             (foreign == 0 ? QString() : u" AND k.ForeignOperationCode = %1"_s.arg(foreign));
+    const QString rows = u"SELECT k.DetailValueID, -k.Amount1 AS Amount1, -k.Amount2 AS Amount2, -k.TotalAmount AS "
+                         "TotalAmount, k.[Length], k.Width, -k.Amount3 AS Amount3 FROM "_s;
+    // A line that a desk has kept counts with its kept rows, not with the saved ones.
+    const QString kept =
+        u" AND NOT EXISTS (SELECT 1 FROM GoodDetailKardexEnter_Temp AS m WHERE m.OperationType = k.OperationType AND "
+        "m.OperationCode = k.OperationCode AND m.OperationRow = k.OperationRow AND (m.ComIndex = %1 OR m.DetailValueID "
+        "> 0))"_s.arg(desk);
     return u"SELECT r.DetailValueID, SUM(r.Amount1) AS Amount1, SUM(r.Amount2) AS Amount2, SUM(r.TotalAmount) AS "
-           "TotalAmount, MAX(r.[Length]) AS [Length], MAX(r.Width) AS Width, SUM(r.Amount3) AS Amount3 FROM ("
-           "SELECT k.DetailValueID, "_s +
-           u"-k.Amount1 AS Amount1, -k.Amount2 AS Amount2, -k.TotalAmount AS TotalAmount, k.[Length], k.Width, "
-           "-k.Amount3 AS Amount3 FROM GoodDetailKardex AS k WHERE k.GoodCode = "_s +
-           good + u" AND (k.OperationType = %1"_s.arg(Sale) + sold + u" OR "_s + ledgerReturns +
-           u") UNION ALL SELECT k.DetailValueID, -k.Amount1, -k.Amount2, -k.TotalAmount, k.[Length], k.Width, "
-           "-k.Amount3 FROM GoodDetailKardexEnter_Temp AS k WHERE k.DetailValueID > 0 AND k.GoodCode = "_s +
-           good + u" AND k.OperationType = %1"_s.arg(SaleReturn) + returned +
-           u" AND NOT (%1 AND k.ComIndex = %2)"_s.arg(SameLine(line, u"k."_s)).arg(desk) +
+           "TotalAmount, MAX(r.[Length]) AS [Length], MAX(r.Width) AS Width, %1 AS Amount3 FROM ("_s.arg(
+               Third(line, u"r.Amount3"_s)) +
+           rows + u"GoodDetailKardex AS k WHERE k.OperationType = %1"_s.arg(Sale) + good + sold + u" UNION ALL "_s +
+           rows + u"GoodDetailKardex AS k"_s + returned + u" AND NOT (%1)"_s.arg(SameLine(line, u"k."_s)) + kept +
+           u" UNION ALL "_s + rows + u"GoodDetailKardexEnter_Temp AS k"_s + returned +
+           u" AND k.DetailValueID > 0 AND NOT (%1 AND k.ComIndex = %2)"_s.arg(SameLine(line, u"k."_s)).arg(desk) +
            u") AS r GROUP BY r.DetailValueID"_s;
 }
 

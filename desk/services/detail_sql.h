@@ -14,6 +14,11 @@ constexpr int PurchaseReturn = static_cast<int>(host::TOperationType::PurchaseRe
 QString Amounts(const QString &prefix = {}, const QString &sign = {});
 /// The six amounts that a row of the exit screen takes.
 QString ExitAmounts(const QString &prefix = {}, const QString &sign = {});
+/// The sum of Amount3 where it counts pieces. Beside a second amount it is what a package holds, and has no sum.
+QString Pieces(const QString &prefix = {});
+/// Several rows of one detail value in one: how many pieces, or for packed goods what a package holds. `column` has the
+/// third amounts.
+QString Third(const host::TDocumentLine &line, const QString &column);
 /// Their values as literals.
 QString Literals(const host::TAmounts &amounts);
 /// OperationType, OperationCode and OperationRow of the line; each column behind `prefix`.
