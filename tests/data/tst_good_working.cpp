@@ -214,7 +214,7 @@ void TestGoodWorking::severalStores()
     QCOMPARE(goods.FirstAssetList_QRY.TextField(u"Unit2"), u"کارتن"_s);
     QCOMPARE(goods.FirstAssetList_QRY.TextField(u"Joz"), u"1"_s);
 
-    goods.FirstAsset_SaveRow(501, 0);
+    goods.FirstAsset_SaveTemp(501);
     goods.FirstAsset_FillTemp(501);
     goods.GoodFirstAsset_Delete(1);
     QCOMPARE(Rows(u"select tmp, StoreCode, Amount1, Comment from GoodFirstAsset order by tmp, Radif"_s),
@@ -242,7 +242,7 @@ void TestGoodWorking::openingVoucher()
     TGood_DM &goods = m_desk->goods;
     goods.Good_Insert(Good(501));
     goods.GoodFirstAsset(501, u"1"_s, u"24"_s, u"2"_s);
-    goods.FirstAsset_SaveRow(501, 0);
+    goods.FirstAsset_SaveTemp(501);
     TGood_DM::FirstPeriodVoucher voucher;
     voucher.SaveType = 1;
     voucher.SanadDate = goods.GetFirstPeriodVoucherDate();

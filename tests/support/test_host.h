@@ -173,6 +173,9 @@ struct FakeDetailMovements : host::DetailMovementService
     using Refusals = QList<host::TDetailRefusal>;
     void EnterGoodDetails_Load(const QString &table, const Line &) override { calls << Call("Load", table); }
     void EnterGoodDetails_Keep(const QString &table, const Line &) override { calls << Call("Keep", table); }
+    QHash<int, host::TAmounts> EnterGoodDetails_Totals(quint8, int) override { return totals; }
+    void EnterGoodDetails_Remember(const Line &line) override { calls << Call("Remember", line.OperationRow); }
+    void EnterGoodDetails_Restore(const Line &line) override { calls << Call("Restore", line.OperationRow); }
     void ExitGoodDetails_Fill(const Line &line) override { calls << Call("Fill", line.GoodCode); }
     QString ExitGoodDetails_Condition(const Line &line) override { return u"GoodCode = %1"_s.arg(line.GoodCode); }
     int ExitGoodDetails_FindRow(const Line &, const QString &) override { return 0; }
@@ -184,12 +187,17 @@ struct FakeDetailMovements : host::DetailMovementService
     host::TAmounts Returnable(const Line &, int value) override { return returnable.value(value); }
     bool ChangeStore(const Line &, int store) override { return !(calls << Call("ChangeStore", store)).isEmpty(); }
     Refusals GoodDetailsOperation_Save(quint8, int) override { return refusals; }
-    Refusals GoodDetailsOperation_Delete(quint8, int, int) override { return refusals; }
+    Refusals GoodDetailsOperation_Delete(quint8 type, int code, int row) override
+    {
+        calls << Call("Delete", int(type), code, row);
+        return refusals;
+    }
     void ExitGoodDetails_Edit(quint8 type, int code) override { calls << Call("Edit", int(type), code); }
     void GoodDetailsOperation_Discard(quint8 type, int code) override { calls << Call("Discard", int(type), code); }
 
     QList<int> returned;
     QHash<int, host::TAmounts> returnable;
+    QHash<int, host::TAmounts> totals;
     Refusals refusals;
     QStringList calls;
 };
