@@ -117,7 +117,7 @@ void TGood_Get_FRM::ShowOpeningRows()
     opening.SetLocked(m_openingFixed, severalStores);
     m_detailStore = m_openingRows.OnlyStore();
     if (m_openingDetails.Offered())
-        opening.SetDetailsEntered(!m_openingDetails.Totals().isEmpty());
+        opening.SetDetailsEntered(!m_openingDetails.Rows().isEmpty());
 }
 
 void TGood_Get_FRM::EnterOpeningDetails()

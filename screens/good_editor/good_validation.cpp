@@ -151,9 +151,9 @@ bool GoodValidation::EveryRowHasDetails() const
         return false;
     if (!m_pages.general.Opening().SeveralStores())
         return true;
-    const auto totals = m_details.Totals();
+    const QSet<int> entered = m_details.Rows();
     return std::all_of(m_rows.Rows().cbegin(), m_rows.Rows().cend(),
-                       [&totals](const TGoodFirstAsset_Rec &row) { return totals.contains(row.Radif); });
+                       [&entered](const TGoodFirstAsset_Rec &row) { return entered.contains(row.Radif); });
 }
 
 Refused GoodValidation::SmsCodeUnique() const

@@ -2,10 +2,11 @@
 
 #include "data/goods/stock_probe.h"
 #include "host/controls/entity_picker.h"
-#include "host/controls/number_text.h"
 #include "host/controls/numeric_edit.h"
-#include "rules/unit_arithmetic.h"
+#include "host/data/persian_text.h"
 #include "ui_first_asset_get.h"
+
+#include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
 
@@ -17,6 +18,11 @@ constexpr QSize WindowSize(520, 300);
 constexpr int MessageMilliseconds = 3000;
 
 } // namespace
+
+QString OpeningGoodTitle(const goods::OpeningGood &good)
+{
+    return u"%1  -  %2"_s.arg(host::PersianDigits(QString::number(good.code)), good.name);
+}
 
 bool OpeningPeriodClosed(host::Host &host, QWidget *beside)
 {
@@ -69,10 +75,23 @@ void TFirstAsset_Get_FRM::BindQuantities()
         QWidget::setTabOrder(before, edit);
         before = edit;
     }
-    m_ui->Good_LBL->setText(u"%1  -  %2"_s.arg(host::DisplayNumber(QString::number(good.code)), good.name));
+    m_ui->Good_LBL->setText(OpeningGoodTitle(good));
+    AlignLabels();
     m_ui->Good_LBL->setFont(m_host.theme.TitleFont());
     m_ui->Good_LBL->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     m_ui->Good_LBL->setToolTip(good.name);
+}
+
+void TFirstAsset_Get_FRM::AlignLabels()
+{
+    const auto quantityLabels = m_ui->Quantities->findChildren<QLabel *>(QRegularExpression(u"^Meghdar(Kol)?_LBL$"_s));
+    QList<QLabel *> labels{m_ui->Store_Entity_LBL, m_ui->Comment_LBL};
+    labels << quantityLabels;
+    int widest = 0;
+    for (const QLabel *label : std::as_const(labels))
+        widest = qMax(widest, label->sizeHint().width());
+    for (QLabel *label : std::as_const(labels))
+        label->setMinimumWidth(widest);
 }
 
 void TFirstAsset_Get_FRM::Prepare()
@@ -104,7 +123,7 @@ void TFirstAsset_Get_FRM::ShowRow()
     m_ui->Quantities->SetDetailsEntered(false);
     m_ui->Quantities->Show({m_row.Amount1, m_row.Amount2});
     if (m_context.details.Offered() && m_row.StoreCode != 0)
-        m_ui->Quantities->SetDetailsEntered(m_context.details.Totals().contains(m_row.Radif));
+        m_ui->Quantities->SetDetailsEntered(m_context.details.Rows().contains(m_row.Radif));
 }
 
 void TFirstAsset_Get_FRM::StoreChanged()

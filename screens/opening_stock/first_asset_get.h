@@ -50,6 +50,7 @@ protected:
 
 private:
     void BindQuantities();
+    void AlignLabels();
     void ShowRow();
     void EnterDetails();
     void StoreChanged();
@@ -64,5 +65,7 @@ private:
     bool m_saved = false;
 };
 
+/// The good above its rows.
+QString OpeningGoodTitle(const goods::OpeningGood &good);
 /// Tells that the opening amounts are closed; true when they are.
 bool OpeningPeriodClosed(host::Host &host, QWidget *beside);

@@ -79,12 +79,9 @@ void TFirstAsset_List_FRM::BindCommands()
 
 void TFirstAsset_List_FRM::FormShow()
 {
-    const goods::OpeningGood &good = m_context.good;
-    const QString name = u"%1  -  %2"_s.arg(host::DisplayNumber(QString::number(good.code)), good.name);
+    const QString name = OpeningGoodTitle(m_context.good);
     m_ui->Good_LBL->setText(name);
     m_ui->Good_LBL->setToolTip(name);
-    // The sheet of paper says which good it is about.
-    SetTitle(u"موجودی اول دوره"_s);
     Refresh();
 }
 
@@ -118,7 +115,7 @@ void TFirstAsset_List_FRM::ShowTotals()
     const goods::UnitAmounts totals = m_context.copy.Totals();
     const goods::OpeningGood &good = m_context.good;
     QString text = u"جمع :  "_s + Shown(totals.first, good.unit1Name);
-    if (good.twoUnits)
+    if (good.twoUnits || good.formula > 0)
         text += u"   ·   "_s + Shown(totals.second, good.unit2Name);
     m_ui->Total_LBL->setText(text);
 }

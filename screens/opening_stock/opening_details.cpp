@@ -1,6 +1,7 @@
 #include "screens/opening_stock/opening_details.h"
 
 #include "host/data/database_error.h"
+#include "rules/unit_arithmetic.h"
 
 #include <algorithm>
 
@@ -52,13 +53,10 @@ bool OpeningDetails::HasTypes() const
     return std::any_of(details.DetailIDs.cbegin(), details.DetailIDs.cend(), [](int id) { return id != 0; });
 }
 
-QHash<int, goods::UnitAmounts> OpeningDetails::Totals() const
+QSet<int> OpeningDetails::Rows() const
 {
-    QHash<int, goods::UnitAmounts> totals;
-    const auto rows = m_host.detailMovements.EnterGoodDetails_Totals(Opening, m_good);
-    for (auto row = rows.cbegin(); row != rows.cend(); ++row)
-        totals.insert(row.key(), {row->Amount1, row->Amount2});
-    return totals;
+    const QList<int> rows = m_host.detailMovements.EnterGoodDetails_Totals(Opening, m_good).keys();
+    return {rows.cbegin(), rows.cend()};
 }
 
 std::optional<goods::UnitAmounts> OpeningDetails::Enter(const goods::OpeningGood &good, int row, int store,
@@ -77,9 +75,15 @@ std::optional<goods::UnitAmounts> OpeningDetails::Enter(const goods::OpeningGood
     }
     DetailEntryRequest request{Line(row, store), good.name, storeName, good.unit1Name, good.unit2Name, {}};
     if (typed.first != 0 || typed.second != 0)
-        request.wanted = typed;
+        request.wanted = host::TAmounts{typed.first, typed.second};
     m_touched = true;
-    return m_entry(request);
+    const std::optional<host::TAmounts> entered = m_entry(request);
+    if (!entered)
+        return std::nullopt;
+    const goods::Quantity first = entered->Amount1;
+    if (good.twoUnits)
+        return goods::UnitAmounts{first, entered->Amount2};
+    return goods::UnitAmounts{first, good.formula > 0 ? goods::SplitTotal(first, good.formula).big : 0};
 }
 
 bool OpeningDetails::AskStore() const

@@ -4,7 +4,7 @@
 #include "rules/opening_row_text.h"
 #include "rules/quantity_entry.h"
 
-#include <QHash>
+#include <QSet>
 
 #include <functional>
 #include <optional>
@@ -17,12 +17,12 @@ struct DetailEntryRequest
     QString storeName;
     QString unit1Name;
     QString unit2Name;
-    std::optional<goods::UnitAmounts> wanted; ///< what was typed already
+    std::optional<host::TAmounts> wanted; ///< what was typed already
 };
 
 /// Opens the entry of details, which keeps what was entered; the amounts of all of it, nothing when it was left. The
 /// screens of good details are another room: who makes a screen hands it this.
-using DetailEntry = std::function<std::optional<goods::UnitAmounts>(const DetailEntryRequest &request)>;
+using DetailEntry = std::function<std::optional<host::TAmounts>(const DetailEntryRequest &request)>;
 
 /// The details (serials, colours …) of a good's opening rows while its editor is open: they are kept for this desk and
 /// written with the good.
@@ -40,8 +40,8 @@ public:
     /// Details are kept in this shop, so that quantities have their buttons.
     bool Offered() const;
 
-    /// What the details of each row come to, by its number; rows without details are not in it.
-    QHash<int, goods::UnitAmounts> Totals() const;
+    /// The numbers of the rows that have details.
+    QSet<int> Rows() const;
     /// Opens the entry for a row; what its details come to now, nothing when it was left or refused (and said so).
     std::optional<goods::UnitAmounts> Enter(const goods::OpeningGood &good, int row, int store,
                                             const QString &storeName, const goods::UnitAmounts &typed);

@@ -55,6 +55,10 @@ struct FakeSettings : host::SettingsService
 /// Lists in memory. Choosing takes the next of `choices` and records the opening text.
 struct FakeEntities : host::EntityService
 {
+    FakeEntities() = default;
+    ~FakeEntities() override;
+    FakeEntities(const FakeEntities &) = delete;
+    FakeEntities &operator=(const FakeEntities &) = delete;
     int Call_GroupList(host::TSoftwarePart part) override { return Note(Call("Call_GroupList", part)); }
     int Select_GroupList(host::TSoftwarePart part, const QString &text) override;
     bool Edit_Group(host::TSoftwarePart part, int id) override { return Note(Call("Edit_Group", part, id)); }
@@ -63,8 +67,9 @@ struct FakeEntities : host::EntityService
     QString Select_Entity_Multible_Param(host::TSoftwarePart part, const host::MultibleParam &param) override;
     std::optional<host::Entity> Find(host::TSoftwarePart part, int code) override;
     QList<host::Entity> List(host::TSoftwarePart part, const QString &text) override;
-    bool ReserveCode(host::TSoftwarePart part, int code) override { return Note(Call("ReserveCode", part, code)); }
-    void ReleaseCodes(host::TSoftwarePart part) override { Note(Call("ReleaseCodes", part)); }
+    /// Two hosts of a test are two desks: what one has reserved the other does not get.
+    bool ReserveCode(host::TSoftwarePart part, int code) override;
+    void ReleaseCodes(host::TSoftwarePart part) override;
 
     QHash<int, QList<host::Entity>> lists; ///< by software part
     QList<int> choices;                    ///< what the user will choose, 0 for nothing
