@@ -117,7 +117,7 @@ void DetailDesk::Park()
     host::Run(m_connection, u"UPDATE DetailDesks SET Parked = 1 WHERE Number <> %1 AND %2"_s.arg(
                                 QString::number(m_number), detail_sql::Silent()));
     host::Run(m_connection, u"UPDATE GoodDetailKardexEnter_Temp SET DetailValueID = -DetailValueID WHERE DetailValueID "
-                            "> 0 AND ABS(ComIndex) IN (SELECT Number FROM DetailDesks WHERE Parked = 1)"_s);
+                            "> 0 AND ComIndex IN (SELECT Number FROM DetailDesks WHERE Parked = 1)"_s);
     transaction.Commit();
 }
 
@@ -127,7 +127,7 @@ void DetailDesk::Return()
     host::Transaction transaction(m_connection);
     host::Run(m_connection, u"UPDATE DetailDesks SET Parked = 0, SeenAt = GETDATE() WHERE Number = "_s + number);
     host::Run(m_connection, u"UPDATE GoodDetailKardexEnter_Temp SET DetailValueID = -DetailValueID WHERE DetailValueID "
-                            "< 0 AND ABS(ComIndex) = "_s +
+                            "< 0 AND ComIndex = "_s +
                                 number);
     transaction.Commit();
 }

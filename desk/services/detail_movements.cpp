@@ -42,6 +42,11 @@ QString DetailMovements::Mine(const QString &key)
     return u"ComIndex = %1 AND "_s.arg(m_desk.Number()) + key;
 }
 
+QString DetailMovements::Noted(const QString &key)
+{
+    return u"ComIndex = -%1 AND "_s.arg(m_desk.Number()) + key;
+}
+
 void DetailMovements::MarkKept(const QString &table, const TDocumentLine &line)
 {
     Run(u"INSERT INTO %1 (StoreCode, GoodCode, %2, ComIndex, Tmp) VALUES (%3, %4, %5, %6, %7, %8, 0)"_s.arg(table, Keys)
@@ -87,6 +92,45 @@ void DetailMovements::EnterGoodDetails_Keep(const QString &workingTable, const T
     MarkKept(EnterTable, line);
     Run(u"INSERT INTO %1 (%2, ComIndex, Tmp) SELECT %2, %3, 0 FROM %4 ORDER BY ID"_s.arg(
         EnterTable, columns, QString::number(m_desk.Number()), workingTable));
+    transaction.Commit();
+}
+
+QHash<int, host::TAmounts> DetailMovements::EnterGoodDetails_Totals(quint8 operationType, int operationCode)
+{
+    const QString operation = u"OperationType = %1 AND OperationCode = %2"_s.arg(operationType).arg(operationCode);
+    const QString kept = Mine(operation) + u" AND Tmp = 0"_s;
+    host::Query rows(
+        m_connection,
+        u"SELECT m.OperationRow, SUM(m.Amount1) AS Amount1, SUM(m.Amount2) AS Amount2, SUM(m.TotalAmount) AS "
+        "TotalAmount, MAX(m.[Length]) AS [Length], MAX(m.Width) AS Width, SUM(m.Amount3) AS Amount3 FROM (SELECT "
+        "OperationRow, %1 FROM %2 WHERE DetailValueID IS NOT NULL AND %3 UNION ALL SELECT OperationRow, %1 FROM "
+        "GoodDetailKardex WHERE %4 AND %5 AND OperationRow NOT IN (SELECT OperationRow FROM %2 WHERE %3)) AS m GROUP "
+        "BY m.OperationRow"_s.arg(Amounts(), EnterTable, kept, operation, CameIn({})));
+    QHash<int, host::TAmounts> totals;
+    for (; !rows.Eof(); rows.Next())
+        totals.insert(rows.Int(u"OperationRow"),
+                      {rows.Number(u"Amount1"), rows.Number(u"Amount2"), rows.Number(u"TotalAmount"),
+                       rows.Number(u"Length"), rows.Number(u"Width"), rows.Number(u"Amount3")});
+    return totals;
+}
+
+void DetailMovements::EnterGoodDetails_Remember(const TDocumentLine &line)
+{
+    const QString columns =
+        u"StoreCode, GoodCode, "_s + Titles + u", "_s + Amounts() + u", "_s + Keys + u", ForeignOperationCode"_s;
+    host::Transaction transaction(m_connection);
+    Run(u"DELETE FROM %1 WHERE "_s.arg(EnterTable) + Noted(SameLine(line)));
+    Run(u"INSERT INTO %1 (DetailValueID, %2, ComIndex, Tmp) SELECT -DetailValueID, %2, -ComIndex, 0 FROM %1 WHERE %3 "
+        "ORDER BY ID"_s.arg(EnterTable, columns, Mine(SameLine(line))));
+    transaction.Commit();
+}
+
+void DetailMovements::EnterGoodDetails_Restore(const TDocumentLine &line)
+{
+    host::Transaction transaction(m_connection);
+    Run(u"DELETE FROM %1 WHERE "_s.arg(EnterTable) + Mine(SameLine(line)));
+    Run(u"UPDATE %1 SET ComIndex = -ComIndex, DetailValueID = -DetailValueID WHERE "_s.arg(EnterTable) +
+        Noted(SameLine(line)));
     transaction.Commit();
 }
 
@@ -261,8 +305,8 @@ void DetailMovements::GoodDetailsOperation_Discard(quint8 operationType, int ope
 {
     host::Transaction transaction(m_connection);
     ExitGoodDetails_DeleteAll(operationType, operationCode);
-    Run(u"DELETE FROM %1 WHERE "_s.arg(EnterTable) +
-        Mine(u"OperationType = %1 AND OperationCode = %2"_s.arg(operationType).arg(operationCode)));
+    const QString operation = u"OperationType = %1 AND OperationCode = %2"_s.arg(operationType).arg(operationCode);
+    Run(u"DELETE FROM %1 WHERE %2 OR %3"_s.arg(EnterTable, Mine(operation), Noted(operation)));
     transaction.Commit();
     m_desk.Discarded();
 }

@@ -9,7 +9,8 @@ namespace desk {
 /// The details on lines of documents, over the working tables of the desk and the detail ledger.
 ///
 /// A line that was kept has a row without a detail value beside its rows, so that a line whose details were all taken
-/// away is told from one that nobody opened. Kept rows have Tmp = 0, those of an open exit screen Tmp = 1.
+/// away is told from one that nobody opened. Kept rows have Tmp = 0, those of an open exit screen Tmp = 1. What is
+/// noted of a line, in case that its editor is given up, stands under the desk's number turned negative.
 class DetailMovements : public host::DetailMovementService
 {
 public:
@@ -17,6 +18,9 @@ public:
 
     void EnterGoodDetails_Load(const QString &workingTable, const host::TDocumentLine &line) override;
     void EnterGoodDetails_Keep(const QString &workingTable, const host::TDocumentLine &line) override;
+    QHash<int, host::TAmounts> EnterGoodDetails_Totals(quint8 operationType, int operationCode) override;
+    void EnterGoodDetails_Remember(const host::TDocumentLine &line) override;
+    void EnterGoodDetails_Restore(const host::TDocumentLine &line) override;
     void ExitGoodDetails_Fill(const host::TDocumentLine &line) override;
     QString ExitGoodDetails_Condition(const host::TDocumentLine &line) override;
     int ExitGoodDetails_FindRow(const host::TDocumentLine &line, const QString &serial) override;
@@ -45,6 +49,7 @@ private:
     void KeepSavedEntries(const host::TDocumentLine &line, const QString &condition);
     void KeepSavedExits(const QString &condition);
     std::optional<host::TAmounts> KeptAmounts(const QString &table, const host::TDocumentLine &line);
+    QString Noted(const QString &key);
     void Run(const QString &text);
     void MarkKept(const QString &table, const host::TDocumentLine &line);
     QString OnHand(const host::TDocumentLine &line, int detailValueId = 0);

@@ -2,9 +2,9 @@
 
 #include "desk/messages/catalogue.h"
 #include "desk/services/detail_sql.h"
+#include "host/data/database_error.h"
 #include "host/data/query.h"
 #include "host/data/sql_text.h"
-#include "host/data/transaction.h"
 
 using namespace Qt::StringLiterals;
 
@@ -21,8 +21,9 @@ QString Where(int good, host::TOperationType operation)
 
 } // namespace
 
-GoodDetails::GoodDetails(const QSqlDatabase &connection, host::MessageService &messages)
-    : m_connection(connection), m_messages(messages)
+GoodDetails::GoodDetails(const QSqlDatabase &connection, host::MessageService &messages,
+                         host::DetailMovementService &movements)
+    : m_connection(connection), m_messages(messages), m_movements(movements)
 {}
 
 bool GoodDetails::ExistsGoodDetailInsertedForOperation(int goodCode, host::TOperationType operation)
@@ -34,21 +35,16 @@ bool GoodDetails::ExistsGoodDetailInsertedForOperation(int goodCode, host::TOper
 
 void GoodDetails::EnterGoodDetailSave(int goodCode, host::TOperationType operation)
 {
-    const QString where = Where(goodCode, operation);
-    const QString columns =
-        u"DetailValueID, StoreCode, GoodCode, Amount1, Amount2, TotalAmount, [Length], Width, Amount3, "
-        "OperationType, OperationCode, OperationRow, ForeignOperationCode"_s;
-    host::Transaction transaction(m_connection);
-    // The ledger knows an entry by operation, row and store: the other rows of the good keep theirs.
-    host::Run(m_connection, u"DELETE FROM GoodDetailKardex"_s + where +
-                                u" AND EXISTS (SELECT t.ID FROM GoodDetailKardexEnter_Temp AS t WHERE t.GoodCode = "
-                                "GoodDetailKardex.GoodCode AND t.OperationType = GoodDetailKardex.OperationType AND "
-                                "t.OperationCode = GoodDetailKardex.OperationCode AND t.OperationRow = "
-                                "GoodDetailKardex.OperationRow AND t.StoreCode = GoodDetailKardex.StoreCode)"_s);
-    host::Run(m_connection, u"INSERT INTO GoodDetailKardex ("_s + columns + u") SELECT "_s + columns +
-                                u" FROM GoodDetailKardexEnter_Temp"_s + where + u" AND DetailValueID IS NOT NULL"_s);
-    host::Run(m_connection, u"DELETE FROM GoodDetailKardexEnter_Temp"_s + where);
-    transaction.Commit();
+    if (!host::Exists(m_connection, u"SELECT TOP 1 ID FROM GoodDetailKardexEnter_Temp"_s + Where(goodCode, operation)))
+        return;
+    QStringList units;
+    for (const host::TDetailRefusal &refusal :
+         m_movements.GoodDetailsOperation_Save(static_cast<quint8>(operation), goodCode))
+        units << refusal.Text;
+    if (!units.isEmpty())
+        throw host::DatabaseError(
+            u"کاربر گرامی این جزئیات خارج شده یا پیش از این وارد شده است و به این صورت قابل ذخیره نیست:\n"_s +
+            units.join(u'\n'));
 }
 
 bool GoodDetails::EnterGoodDetails_Get(int goodCode, host::TOperationType operation)

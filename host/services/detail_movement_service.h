@@ -2,6 +2,8 @@
 
 #include "host/services/good_detail_records.h"
 
+#include <QHash>
+
 namespace host {
 
 /// A detail value that a document may not move as it says.
@@ -37,6 +39,14 @@ public:
     virtual void EnterGoodDetails_Load(const QString &workingTable, const TDocumentLine &line) = 0;
     /// Keeps the rows of the working table for the line until its document is saved.
     virtual void EnterGoodDetails_Keep(const QString &workingTable, const TDocumentLine &line) = 0;
+    /// What came in on each line of a document, by its row: as it was kept last, otherwise as it was saved. Lines without
+    /// details are not in it.
+    virtual QHash<int, TAmounts> EnterGoodDetails_Totals(quint8 operationType, int operationCode) = 0;
+    /// Notes what this desk has kept for the line in whatever store, in place of what it noted before, for an editor of
+    /// the line that may be given up.
+    virtual void EnterGoodDetails_Remember(const TDocumentLine &line) = 0;
+    /// Puts back what was noted.
+    virtual void EnterGoodDetails_Restore(const TDocumentLine &line) = 0;
 
     /// Makes the rows among which the exit screen chooses: what is on hand in the store for this line, with what the
     /// line takes already, as kept last or otherwise as saved.
