@@ -149,14 +149,14 @@ void DetailMovements::ExitGoodDetails_Fill(const TDocumentLine &line)
         place +
         u", %1, %2, 0, 0, 0, 0, 0, 0, %3, %4, %5, 0, 1 FROM (%6) AS s%7 ORDER BY s.DetailValueID"_s.arg(
             detail_sql::Titles(details), Amounts(u"s."_s), numbers, QString::number(line.ForeignOperationCode),
-            QString::number(m_desk.Number()), OnHand(line),
-            detail_sql::TitleJoins(details, u"s.DetailValueID"_s)));
+            QString::number(m_desk.Number()), OnHand(line), detail_sql::TitleJoins(details, u"s.DetailValueID"_s)));
     // Few of a hundred thousand rows are chosen: a step of its own costs less than a join of all.
     Run(u"UPDATE e SET Amount1_Exit = c.Amount1, Amount2_Exit = c.Amount2, TotalAmount_Exit = c.TotalAmount, "
         "Length_Exit = c.[Length], Width_Exit = c.Width, Amount3_Exit = c.Amount3, ForeignOperationCode = "
         "c.ForeignOperationCode, Selected = 1 FROM %1 AS e INNER JOIN (%2) AS c ON c.DetailValueID = e.DetailValueID "
-        "WHERE %3"_s.arg(ExitTable, Chosen(line), u"e.ComIndex = %1 AND "_s.arg(m_desk.Number()) +
-                                                      SameKey(line, u"e."_s) + u" AND e.Tmp = 1"_s));
+        "WHERE %3"_s.arg(ExitTable, Chosen(line),
+                         u"e.ComIndex = %1 AND "_s.arg(m_desk.Number()) + SameKey(line, u"e."_s) +
+                             u" AND e.Tmp = 1"_s));
     transaction.Commit();
 }
 
