@@ -200,10 +200,9 @@ QString TGoodDetails_Select_FRM::CurrentValue() const
         return {};
     const auto field = [this, row](QStringView name) { return m_data.Exist_Detail_QRY.FieldAt(row, name); };
     const auto amount = [&field](QStringView name) { return host::QuantityFromText(field(name).toString()); };
-    return good_detail::Pack(good_detail::ChosenDetail{field(u"DetailValueID").toInt(), field(u"StoreCode").toInt(),
-                                                       field(u"GoodCode").toInt(), amount(u"Amount1"),
-                                                       amount(u"Amount2"), amount(u"Length"), amount(u"Width"),
-                                                       amount(u"Amount3")});
+    return good_detail::Pack(good_detail::ChosenDetail{
+        field(u"DetailValueID").toInt(), field(u"StoreCode").toInt(), field(u"GoodCode").toInt(), amount(u"Amount1"),
+        amount(u"Amount2"), amount(u"Length"), amount(u"Width"), amount(u"Amount3")});
 }
 
 void TGoodDetails_Select_FRM::Choose()

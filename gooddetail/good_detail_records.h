@@ -65,6 +65,16 @@ struct TGoodDetailDivision_Rec
     QString Comment;
 };
 
+/// A row of the exit screen: a detail value on hand, and how much of it goes out.
+struct TExitGoodDetail_Rec
+{
+    int ID = 0;
+    std::array<QString, host::MostDetails> DetailTitle;
+    host::TAmounts OnHand;
+    host::TAmounts Exit;
+    bool Selected = false; ///< some of it goes out
+};
+
 /// What is typed above the list of the exit screen, of which only what is set narrows the list.
 struct TExitNarrowing
 {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "gooddetail/detail_line.h"
 #include "gooddetail/good_detail_records.h"
 #include "host/data/dataset.h"
 #include "host/data/query.h"
@@ -98,6 +99,12 @@ public:
     void ExitGoodDetail_Open(const host::TDocumentLine &line, const TExitNarrowing &typed);
     /// Sets what goes out of a working row, which is chosen as soon as one amount is above 0.
     void ExitGoodDetailRow_Update(int id, const host::TAmounts &exit, int foreignOperationCode);
+    /// A working row as it stands now; nothing when there is none with that ID.
+    std::optional<TExitGoodDetail_Rec> ExitGoodDetail_Row(int id);
+    /// What the chosen rows of the line come to.
+    good_detail::DetailLineResult ExitGoodDetail_Sum(const host::TDocumentLine &line);
+    /// Takes every choice of the line back; what is on hand stays on offer.
+    void ExitGoodDetail_DeleteAll(const host::TDocumentLine &line);
 
     // Divisions ----------------------------------------------------------------------------------------------------
 

@@ -38,7 +38,7 @@ void TestDetailInputs::builtByKind()
     QCOMPARE(test::Find<QLabel>(&inputs, u"Label_2"_s).text(), u"رنگ :"_s);
     auto &colour = test::Find<QComboBox>(&inputs, u"ComboBox_2"_s);
     QCOMPARE(colour.itemText(0), u"خالی..."_s);
-    QCOMPARE(inputs.Values().Values, (std::array<QString, 5>{{}, u"قرمز"_s, {}, {}, u"دارد"_s}));
+    QCOMPARE(inputs.Values().Values, (std::array<QString, 5>{{{}, u"قرمز"_s, {}, {}, u"دارد"_s}}));
     colour.setCurrentIndex(0);
     QCOMPARE(inputs.Value(1), QString());
 

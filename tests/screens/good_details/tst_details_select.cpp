@@ -132,7 +132,7 @@ void TestDetailsSelect::singleChoice_data()
     QTest::addColumn<QString>("captions");
     QTest::addColumn<QString>("cells");
     QTest::addColumn<QString>("chosen");
-    QTest::newRow("nothing on hand") << 1 << u"w"_s << u"انبار|رنگ|شرح|مقدار (عدد)"_s << QString() << u"-"_s;
+    QTest::newRow("nothing on hand") << 1 << u"w"_s << u"انبار|شرح|رنگ|مقدار (عدد)"_s << QString() << u"-"_s;
     QTest::newRow("packed") << 1 << u"r"_s << u"انبار|رنگ|هر کارتن (عدد)|تعداد (کارتن)|مقدار کل (عدد)"_s
                             << u"مرکزی|سیاه|۱۰|۲|۲۰"_s << u"5;1;5006;20.00;2.00;0.00;0.00;10.00;"_s;
     QTest::newRow("area") << 2 << u"q"_s << u"انبار|رنگ|طول|عرض|تعداد|مقدار (متر مربع)"_s << u"مرکزی|کرم|۳|۲|۲|۱۲"_s
@@ -147,6 +147,7 @@ void TestDetailsSelect::singleChoice()
     QFETCH(QString, search);
     QFETCH(QString, cells);
     Screen shop;
+    shop.fakes.settings.record.TwoUnitVariableRatio = mode != 5;
     QString chosen = shop.Choose(mode, [&](QWidget *screen) {
         test::Type(search);
         test::Press(Qt::Key_Return);
