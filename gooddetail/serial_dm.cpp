@@ -1,6 +1,7 @@
 #include "gooddetail/serial_dm.h"
 
 #include "host/data/sql_text.h"
+#include "host/data/transaction.h"
 
 using namespace Qt::StringLiterals;
 
@@ -73,16 +74,20 @@ bool TSerial_DM::GoodDetailDivision_Fill(int divisionCode, TGoodDetailDivision_R
 {
     constexpr auto Exit = static_cast<quint8>(host::TOperationType::DivisionExit);
     tmp_QRY.Open(u"SELECT * FROM GoodDetailDivision gdd WHERE gdd.Code = "_s + QString::number(divisionCode));
-    if (tmp_QRY.IsEmpty())
-        return false;
-    header = {tmp_QRY.Int(u"Code"), tmp_QRY.Text(u"Date"), tmp_QRY.Text(u"Comment")};
+    const bool found = !tmp_QRY.IsEmpty();
+    if (found)
+        header = {tmp_QRY.Int(u"Code"), tmp_QRY.Text(u"Date"), tmp_QRY.Text(u"Comment")};
     tmp_QRY.Close();
+    if (!found)
+        return false;
+    host::Transaction transaction(m_main);
     host::DetailDivisionService &divisions = m_host.detailDivisions;
     divisions.CreateGoodDetailDivisionDetailTempTable();
     divisions.CreateGoodDetailDivisionDetailItemsTempTable();
     divisions.GoodDetailDivisionDetailTempInsert_Rows(divisionCode);
     divisions.GoodDetailDivisionDetailItemsTempInsert_Rows(divisionCode);
     m_host.detailMovements.ExitGoodDetails_Edit(Exit, divisionCode);
+    transaction.Commit();
     return true;
 }
 

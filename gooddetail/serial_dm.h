@@ -6,6 +6,8 @@
 #include "host/data/query.h"
 #include "host/host.h"
 
+#include <QUuid>
+
 /// The good details data module: every statement of the screens that enter, take out and select details of goods.
 ///
 /// It shows no messages. Checks answer a boolean. Database errors (`host::DatabaseError`) and values that may not be
@@ -127,6 +129,8 @@ private:
     bool FindSerial(const QString &serial, int &detailValueId);
     void WriteRow(const TEnterGoodDetail_Rec &row);
     void ReadyEnterRows();
+    void ForgetValues(const QString &condition);
+    void RemoveRows(const QString &condition);
     bool ClaimCommonTable();
     void GiveTableBack();
 
@@ -134,6 +138,7 @@ private:
     host::Host &m_host;
     host::Query tmp_QRY;
     QString m_enterTable;
+    const QString m_mark = QUuid::createUuid().toString(QUuid::WithoutBraces);
     bool m_claimed = false; ///< the common working table is this module's
 };
 

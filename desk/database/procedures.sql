@@ -609,7 +609,7 @@ BEGIN
           GROUP BY DetailValueID, StoreCode, GoodCode
           HAVING SUM(Amount1) <> 0 OR SUM(Amount2) <> 0 OR (@UnitType <> 3 AND SUM(Amount3) <> 0)) AS k
     INNER JOIN Stores AS st ON st.Code = k.StoreCode
-    INNER JOIN (SELECT n.DetailValueID,
+    LEFT JOIN (SELECT n.DetailValueID,
                        MAX(CASE WHEN n.Place = 1 THEN n.[Value] END) AS D1Value,
                        MAX(CASE WHEN n.Place = 2 THEN n.[Value] END) AS D2Value,
                        MAX(CASE WHEN n.Place = 3 THEN n.[Value] END) AS D3Value,

@@ -659,6 +659,7 @@ CREATE TABLE GoodDetailKardex (
 CREATE INDEX IX_GoodDetailKardex_DetailValueID ON GoodDetailKardex (DetailValueID, StoreCode)
 CREATE INDEX IX_GoodDetailKardex_GoodCode ON GoodDetailKardex (GoodCode, StoreCode)
 CREATE INDEX IX_GoodDetailKardex_Operation ON GoodDetailKardex (OperationType, OperationCode, OperationRow)
+CREATE INDEX IX_GoodDetailKardex_Foreign ON GoodDetailKardex (ForeignOperationCode, OperationType)
 
 -- Desks that have working rows of details: their ComIndex is the number, which is never given twice. Parked: the desk
 -- has been silent for so long that its rows keep nothing from others any more.
@@ -694,6 +695,8 @@ CREATE TABLE GoodDetailKardexEnter_Temp (
     Tmp           tinyint       NULL
 )
 CREATE INDEX IX_GoodDetailKardexEnter_Temp_DetailValueID ON GoodDetailKardexEnter_Temp (DetailValueID)
+CREATE INDEX IX_GoodDetailKardexEnter_Temp_Operation
+    ON GoodDetailKardexEnter_Temp (OperationType, OperationCode, OperationRow, ComIndex)
 
 -- What the exit screen shows and the quantities (_Exit) chosen to go out.
 CREATE TABLE GoodDetailKardexExit_Temp (
@@ -727,7 +730,9 @@ CREATE TABLE GoodDetailKardexExit_Temp (
     Selected         bit           NOT NULL DEFAULT 0,
     Tmp              tinyint       NULL
 )
-CREATE INDEX IX_GoodDetailKardexExit_Temp_ComIndex ON GoodDetailKardexExit_Temp (ComIndex)
+-- The last: a scanned serial is looked for among the hundred thousand of a line.
+CREATE INDEX IX_GoodDetailKardexExit_Temp_ComIndex
+    ON GoodDetailKardexExit_Temp (ComIndex, OperationType, OperationCode, OperationRow, DetailTitle1)
 
 -- Serials of documents, one row per unit.
 CREATE TABLE Serials (
@@ -779,6 +784,7 @@ CREATE TABLE GoodDetailDivisionDetail (
     CONSTRAINT FK_GoodDetailDivisionDetail_GoodInf FOREIGN KEY (GoodCode) REFERENCES GoodInf (Code),
     CONSTRAINT FK_GoodDetailDivisionDetail_GoodDetailValues FOREIGN KEY (DetailValueID) REFERENCES GoodDetailValues (ID)
 )
+CREATE INDEX IX_GoodDetailDivisionDetail_DetailValueID ON GoodDetailDivisionDetail (DetailValueID)
 CREATE INDEX IX_GoodDetailDivisionDetail_DivisionCode ON GoodDetailDivisionDetail (DivisionCode, OperationRow)
 -- Parts that a source row was divided into, the entry side (operation type 25).
 CREATE TABLE GoodDetailDivisionDetailItems (
@@ -794,6 +800,7 @@ CREATE TABLE GoodDetailDivisionDetailItems (
     Amount3       decimal(23,9) NOT NULL DEFAULT 0,
     CONSTRAINT FK_GoodDetailDivisionDetailItems_Division FOREIGN KEY (DivisionCode) REFERENCES GoodDetailDivision (Code)
 )
+CREATE INDEX IX_GoodDetailDivisionDetailItems_DetailValueID ON GoodDetailDivisionDetailItems (DetailValueID)
 CREATE INDEX IX_GoodDetailDivisionDetailItems_DivisionCode
     ON GoodDetailDivisionDetailItems (DivisionCode, DivisionRow, OperationRow)
 GO

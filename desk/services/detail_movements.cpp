@@ -66,19 +66,20 @@ void DetailMovements::EnterGoodDetails_Load(const QString &workingTable, const T
         u"INSERT INTO %1 (DetailValueID, StoreCode, GoodCode, %2, %3, %4, ForeignOperationCode, Tmp) "_s.arg(
             workingTable, Titles, Amounts(), Keys);
     const host::TDetailValues details = m_values.DetailsOf(line.GoodCode);
-    const QString kept = Mine(SameKey(line));
+    // The line may have had another good.
+    const QString good = u" AND %1GoodCode = %2"_s;
+    const QString kept = Mine(SameKey(line)) + good.arg(QString()).arg(line.GoodCode);
     host::Transaction transaction(m_connection);
     Run(into + u"SELECT DetailValueID, StoreCode, GoodCode, %1, %2, %3, ForeignOperationCode, 1 FROM %4 WHERE %5 AND "
                "DetailValueID IS NOT NULL ORDER BY ID"_s.arg(Titles, Amounts(), Keys, EnterTable, kept));
     Run(into + u"SELECT k.DetailValueID, k.StoreCode, k.GoodCode, %1, %2, %3, k.ForeignOperationCode, 1 FROM "
                "GoodDetailKardex AS k%4 WHERE %5 AND %6 AND NOT EXISTS (SELECT 1 FROM %7 WHERE %8) ORDER BY k.ID"_s.arg(
                    detail_sql::Titles(details), Amounts(u"k."_s), Keys,
-                   detail_sql::TitleJoins(details, u"k.DetailValueID"_s), SameKey(line, u"k."_s), CameIn(u"k."_s),
-                   EnterTable, kept));
+                   detail_sql::TitleJoins(details, u"k.DetailValueID"_s),
+                   SameKey(line, u"k."_s) + good.arg(u"k."_s).arg(line.GoodCode), CameIn(u"k."_s), EnterTable, kept));
     if (line.IsReturn)
-        Run(u"UPDATE w SET Amount1_Ret = r.Amount1, Amount2_Ret = r.Amount2, Length_Ret = r.[Length], Width_Ret = "
-            "r.Width, Amount3_Ret = r.Amount3 FROM %1 AS w INNER JOIN (%2) AS r ON r.DetailValueID = w.DetailValueID"_s
-                .arg(workingTable, detail_sql::Returnable(line, m_desk.Number())));
+        for (const QString &text : detail_sql::FillReturnable(workingTable, line, details, m_desk.Number()))
+            Run(text);
     transaction.Commit();
 }
 
@@ -88,10 +89,13 @@ void DetailMovements::EnterGoodDetails_Keep(const QString &workingTable, const T
     const QString columns = u"DetailValueID, StoreCode, GoodCode, "_s + Titles + u", "_s + Amounts() + u", "_s + Keys +
                             u", ForeignOperationCode"_s;
     host::Transaction transaction(m_connection);
+    NoteDropped(Mine(SameLine(line)));
     Run(u"DELETE FROM %1 WHERE "_s.arg(EnterTable) + Mine(SameLine(line)));
     MarkKept(EnterTable, line);
     Run(u"INSERT INTO %1 (%2, ComIndex, Tmp) SELECT %2, %3, 0 FROM %4 ORDER BY ID"_s.arg(
         EnterTable, columns, QString::number(m_desk.Number()), workingTable));
+    MakeMissingValues(line);
+    DeleteDropped();
     transaction.Commit();
 }
 
@@ -128,7 +132,9 @@ void DetailMovements::EnterGoodDetails_Remember(const TDocumentLine &line)
 void DetailMovements::EnterGoodDetails_Restore(const TDocumentLine &line)
 {
     host::Transaction transaction(m_connection);
+    NoteDropped(Mine(SameLine(line)));
     Run(u"DELETE FROM %1 WHERE "_s.arg(EnterTable) + Mine(SameLine(line)));
+    DeleteDropped();
     Run(u"UPDATE %1 SET ComIndex = -ComIndex, DetailValueID = -DetailValueID WHERE "_s.arg(EnterTable) +
         Noted(SameLine(line)));
     transaction.Commit();
@@ -192,7 +198,8 @@ QString DetailMovements::OfNamedDocument(const TDocumentLine &line, const QStrin
 /// What the line takes, of each detail value: as it was kept, otherwise as it was saved.
 QString DetailMovements::Chosen(const TDocumentLine &line)
 {
-    const QString kept = Mine(SameKey(line)) + u" AND Tmp = 0"_s;
+    const QString good = u" AND GoodCode = %1"_s.arg(line.GoodCode);
+    const QString kept = Mine(SameKey(line)) + good + u" AND Tmp = 0"_s;
     return u"SELECT t.DetailValueID, MAX(t.ForeignOperationCode) AS ForeignOperationCode, SUM(t.Amount1) AS Amount1, "
            "SUM(t.Amount2) AS Amount2, SUM(t.TotalAmount) AS TotalAmount, MAX(t.[Length]) AS [Length], MAX(t.Width) AS "
            "Width, %1 AS Amount3 FROM (SELECT DetailValueID, ForeignOperationCode, Amount1_Exit AS Amount1, "
@@ -200,7 +207,7 @@ QString DetailMovements::Chosen(const TDocumentLine &line)
            "Amount3_Exit AS Amount3 FROM %2 WHERE DetailValueID IS NOT NULL AND %3 UNION ALL SELECT DetailValueID, "
            "ForeignOperationCode, -Amount1, -Amount2, -TotalAmount, [Length], Width, -Amount3 FROM GoodDetailKardex "
            "WHERE %4 AND %5 AND NOT EXISTS (SELECT 1 FROM %2 WHERE %3)) AS t GROUP BY t.DetailValueID"_s.arg(
-               detail_sql::Third(line, u"t.Amount3"_s), ExitTable, kept, SameKey(line), WentOut({}));
+               detail_sql::Third(line, u"t.Amount3"_s), ExitTable, kept, SameKey(line) + good, WentOut({}));
 }
 
 void DetailMovements::ExitGoodDetails_Fill(const TDocumentLine &line)
@@ -283,11 +290,13 @@ bool DetailMovements::ChangeStore(const TDocumentLine &line, int newStore)
     const bool hadExits = host::Exists(
         m_connection,
         u"SELECT TOP 1 ID FROM %1 WHERE DetailValueID IS NOT NULL AND Selected = 1 AND %2 UNION ALL SELECT "
-        "TOP 1 ID FROM GoodDetailKardex WHERE %3 AND %4"_s.arg(ExitTable, kept, SameLine(line), WentOut({})));
+        "TOP 1 ID FROM GoodDetailKardex WHERE %3 AND %4 AND NOT EXISTS (SELECT 1 FROM %1 WHERE %2 AND Tmp = 0)"_s.arg(
+            ExitTable, kept, SameLine(line), WentOut({})));
     if (hadExits) {
         Run(u"DELETE FROM %1 WHERE "_s.arg(ExitTable) + kept);
         MarkKept(ExitTable, moved);
     }
+    Run(u"UPDATE %1 SET StoreCode = %2 WHERE DetailValueID IS NULL AND "_s.arg(ExitTable).arg(newStore) + kept);
     const bool hadEntries = host::Exists(
         m_connection,
         u"SELECT TOP 1 ID FROM GoodDetailKardex WHERE %1 AND %2 AND NOT EXISTS (SELECT 1 FROM %3 WHERE %4)"_s.arg(
@@ -306,7 +315,10 @@ void DetailMovements::GoodDetailsOperation_Discard(quint8 operationType, int ope
     host::Transaction transaction(m_connection);
     ExitGoodDetails_DeleteAll(operationType, operationCode);
     const QString operation = u"OperationType = %1 AND OperationCode = %2"_s.arg(operationType).arg(operationCode);
-    Run(u"DELETE FROM %1 WHERE %2 OR %3"_s.arg(EnterTable, Mine(operation), Noted(operation)));
+    const QString rows = u"(%1 OR %2)"_s.arg(Mine(operation), Noted(operation));
+    NoteDropped(rows);
+    Run(u"DELETE FROM %1 WHERE "_s.arg(EnterTable) + rows);
+    DeleteDropped();
     transaction.Commit();
     m_desk.Discarded();
 }

@@ -57,6 +57,11 @@ private:
     QString Chosen(const host::TDocumentLine &line);
     void Touch(const QString &rows);
     QList<host::TDetailRefusal> Refusals(quint8 operationType, int operationCode);
+    void HoldAnswered(quint8 operationType, const QString &entered, const QString &chosen);
+    void NoteDropped(const QString &rows);
+    void DeleteDropped();
+    void MakeMissingValues(const host::TDocumentLine &line);
+    QString ReturnsBeyondCombination(quint8 operationType, int operationCode);
     QString ReturnsBeyondDocument(quint8 operationType, int operationCode);
     void Describe(QList<host::TDetailRefusal> &refusals);
 

@@ -16,6 +16,8 @@ QString Amounts(const QString &prefix = {}, const QString &sign = {});
 QString ExitAmounts(const QString &prefix = {}, const QString &sign = {});
 /// The sum of Amount3 where it counts pieces. Beside a second amount it is what a package holds, and has no sum.
 QString Pieces(const QString &prefix = {});
+/// Whether Amount3 of the line's good is what a package holds.
+bool IsPacked(const host::TDocumentLine &line);
 /// Several rows of one detail value in one: how many pieces, or for packed goods what a package holds. `column` has the
 /// third amounts.
 QString Third(const host::TDocumentLine &line, const QString &column);
@@ -48,5 +50,13 @@ QString TitleJoins(const host::TDetailValues &details, const QString &id);
 /// A row for each detail value of the good that was sold, on the line's foreign document when it names one: sold less
 /// returned, without what the line itself and unsaved rows of it return.
 QString Returnable(const host::TDocumentLine &line, int desk);
+/// Statements that fill the _Ret columns of working rows that have none: with what may be returned of the detail value,
+/// and where a serial comes back that was not sold, of all that were and differ in their serial only.
+QStringList FillReturnable(const QString &workingTable, const host::TDocumentLine &line,
+                           const host::TDetailValues &details, int desk);
+
+/// Statements that make a detail value for each row of a temporary table that `isNew` finds, in the order of Place, and
+/// set its ValueID. What their details are is written afterwards.
+QStringList MakeValues(const QString &table, const QString &isNew, int goodCode);
 
 } // namespace desk::detail_sql

@@ -28,9 +28,13 @@ GoodDetails::GoodDetails(const QSqlDatabase &connection, host::MessageService &m
 
 bool GoodDetails::ExistsGoodDetailInsertedForOperation(int goodCode, host::TOperationType operation)
 {
-    const QString where = Where(goodCode, operation);
-    return host::Exists(m_connection, u"SELECT ID FROM GoodDetailKardex"_s + where) ||
-           host::Exists(m_connection, u"SELECT ID FROM GoodDetailKardexEnter_Temp"_s + where);
+    // A line that is kept counts with its kept rows. The row that marks it is none of them.
+    return host::Exists(
+        m_connection,
+        u"SELECT t.ID FROM GoodDetailKardexEnter_Temp AS t%1 AND t.DetailValueID > 0 UNION ALL SELECT k.ID FROM "
+        "GoodDetailKardex AS k%1 AND NOT EXISTS (SELECT 1 FROM GoodDetailKardexEnter_Temp AS m WHERE m.OperationType = "
+        "k.OperationType AND m.OperationCode = k.OperationCode AND m.OperationRow = k.OperationRow AND "
+        "m.ComIndex IN (SELECT d.Number FROM DetailDesks AS d WHERE d.Parked = 0))"_s.arg(Where(goodCode, operation)));
 }
 
 void GoodDetails::EnterGoodDetailSave(int goodCode, host::TOperationType operation)
@@ -73,11 +77,12 @@ bool GoodDetails::GoodDetailsSaved(int goodCode)
 
 bool GoodDetails::CheckBarcodeInGoodDetail(const QString &barcode)
 {
-    if (barcode.isEmpty())
+    const QString text = host::SerialText(barcode);
+    if (text.isEmpty())
         return false;
     return host::Exists(m_connection, u"SELECT v.ID FROM GoodDetailValueDetails v INNER JOIN DetailTypes t ON t.ID = "
                                       "v.DetailID WHERE t.DetailType = 6 AND v.[Value] = "_s +
-                                          host::NQuotedStr(barcode));
+                                          host::NQuotedStr(text));
 }
 
 bool GoodDetails::UniqueDetailCodeInUse(int goodCode)

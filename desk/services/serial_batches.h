@@ -19,6 +19,7 @@ public:
 
 private:
     void Run(const QString &text);
+    host::TSerialBatch Cleaned(const host::TSerialBatch &batch);
     void Judge(const host::TSerialBatch &batch);
     void List(const host::TSerialBatch &batch);
     void FindKnown(const host::TSerialBatch &batch);

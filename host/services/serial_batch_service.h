@@ -82,4 +82,7 @@ public:
 /// The range between two typed ends: numbers in any digits, within 64 bits. Nothing when one is no number.
 HOST_EXPORT std::optional<TSerialRange> SerialRange(QStringView from, QStringView to);
 
+/// A SELECT of the numbers of a range that is neither empty nor too long, in the columns Place (from 0) and N.
+HOST_EXPORT QString CountedText(const TSerialRange &range);
+
 } // namespace host

@@ -158,6 +158,7 @@ struct FakeDetailValues : host::DetailValueService
     int FindDetailValue(int, const host::TDetailValues &) override { return value; }
     int ResolveDetailValue(int, const host::TDetailValues &) override { return value; }
     bool DeleteUnusedDetailValue(int id) override { return !(deleted << id).isEmpty(); }
+    void DeleteUnusedDetailValuesAmong(const QString &) override {}
     std::optional<host::TKnownDetail> FindByText(int, const QString &text) override
     {
         return known.contains(text) ? std::optional(known.value(text)) : std::nullopt;

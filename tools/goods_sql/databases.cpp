@@ -65,7 +65,9 @@ QString Target::Without(const QString &key) const
 
 void Target::CreateOnServer() const
 {
-    RunOnServer(u"IF DB_ID(N'%1') IS NULL CREATE DATABASE %2 COLLATE "_s + QLatin1String(Collation));
+    // A list that is read in blocks must not hold up what its own desk writes.
+    RunOnServer(u"IF DB_ID(N'%1') IS NULL\nBEGIN\n    CREATE DATABASE %2 COLLATE "_s + QLatin1String(Collation) +
+                u"\n    ALTER DATABASE %2 SET READ_COMMITTED_SNAPSHOT ON\nEND"_s);
 }
 
 void Target::DropOnServer() const
