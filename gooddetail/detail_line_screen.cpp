@@ -88,6 +88,8 @@ void TDetailLine_FRM::Begin()
         return;
     }
     m_opening = *opening;
+    if (const auto wanted = std::exchange(m_wanted, {}); wanted && m_opening.Wanted)
+        m_opening.Wanted->Amount1 = *wanted;
     m_line = m_opening.Line;
     m_result = {};
     if (!FindGood() || !FindStore())

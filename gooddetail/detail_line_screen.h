@@ -39,7 +39,11 @@ public:
     /// The same from the opening text of an export: `key` and `mode` as the host asked for.
     int OpenText(const QVariant &key, host::TFormMode mode, const QString &text);
 
-    /// What the rows of the line came to when they were shown last.
+    /// The quantity of the document's line, for an opening text that keeps but two decimals of it. Counts for the next
+    /// opening.
+    void SetWanted(host::Quantity amount) { m_wanted = amount; }
+
+    /// What the rows that are kept for the line come to.
     const DetailLineResult &Result() const { return m_result; }
 
 protected:
@@ -95,6 +99,8 @@ protected:
     static host::TAmounts AmountsAt(const host::Dataset &rows, const QString &suffix = {});
     /// The result of the screen and the line of totals below.
     void ShowTotals(const DetailLineResult &result);
+    /// The result alone: of a screen that closes without keeping its rows it is what was kept before.
+    void SetResult(const DetailLineResult &result) { m_result = result; }
     /// Says something beside the inputs that needs no answer; `fault` in the colour of refusals.
     void ShowStatus(const QString &text, bool fault = true);
 
@@ -121,6 +127,7 @@ private:
     QLabel *m_totals;
     QLabel *m_status;
     std::optional<DetailLineOpening> m_given; ///< by OpenLine, until it was taken
+    std::optional<host::Quantity> m_wanted;
     DetailLineOpening m_opening;
     host::TDocumentLine m_line;
     UnitRatio m_ratio;

@@ -1,3 +1,4 @@
+#include "gooddetail/enter_texts.h"
 #include "gooddetail/exit_serial.h"
 #include "host/controls/grid.h"
 #include "host/controls/number_text.h"
@@ -13,6 +14,7 @@
 using namespace Qt::StringLiterals;
 
 using good_detail::AmountPart;
+namespace texts = good_detail::texts;
 
 // What goes out on the exit screen: scanned, chosen, as a range, taken back.
 
@@ -24,8 +26,6 @@ const QString MoreLength = u"کاربر گرامی مقدار طول وارد ش
 const QString MoreWidth = u"کاربر گرامی مقدار عرض وارد شده بیشتر از مقدار عرض موجود می باشد."_s;
 const QString MoreCount = u"کاربر گرامی تعداد وارد شده بیشتر از تعداد موجود می باشد."_s;
 const QString TakingRange = u"سیستم در حال ثبت محدوده سریال های وارد شده می باشد"_s;
-const QString RangeNoNumbers = u"کاربر گرامی ابتدا و انتهای محدوده سریال باید عدد باشند."_s;
-const QString RangeTooLong = u"کاربر گرامی محدوده سریال نمی تواند بیشتر از 100,000 سریال باشد."_s;
 
 /// A serial in a sentence, whichever way it reads.
 QString Quoted(const QString &serial)
@@ -121,7 +121,10 @@ void TExit_Serial_FRM::SaveRow()
     }
     const auto row = CurrentRow() == 0 ? std::nullopt : m_data.ExitGoodDetail_Row(CurrentRow());
     if (!row) {
-        ShowStatus(u"سطری برای انتخاب در لیست نیست"_s);
+        // Measures are looked for exactly: one that is too great leaves no row, and the last one says why.
+        const auto last = m_last == 0 ? std::nullopt : m_data.ExitGoodDetail_Row(m_last);
+        if (!last || !Refuse(MoreThanOnHand(Amounts(), last->OnHand)))
+            ShowStatus(u"سطری برای انتخاب در لیست نیست"_s);
         return;
     }
     if (Refuse(AmountMissing()) || !Choose(*row, Amounts()))
@@ -136,11 +139,11 @@ void TExit_Serial_FRM::ChooseRange()
 {
     Ui::DetailLinePanel &panel = Panel();
     const auto range = host::SerialRange(panel.SerialFrom_EDT->text(), panel.SerialTo_EDT->text());
-    if (Refuse(host::When(!range, host::Warning(panel.SerialFrom_EDT, RangeNoNumbers))) ||
-        Refuse(host::When(range->IsTooLong(), host::Warning(panel.SerialTo_EDT, RangeTooLong))))
+    if (Refuse(host::When(!range, host::Warning(panel.SerialFrom_EDT, texts::RangeNoNumbers))) ||
+        Refuse(host::When(range->IsTooLong(), host::Warning(panel.SerialTo_EDT, texts::RangeTooLong))))
         return;
     if (range->IsEmpty() || range->To <= 0) {
-        ShowStatus(u"در این محدوده سریالی نیست"_s);
+        ShowStatus(texts::RangeEmpty);
         FocusControl(panel.SerialFrom_EDT);
         return;
     }
@@ -149,7 +152,7 @@ void TExit_Serial_FRM::ChooseRange()
     m_narrow.stop();
     ShowStatus(TakingRange, false);
     QGuiApplication::setOverrideCursor(Qt::WaitCursor);
-    const auto restore = qScopeGuard([] { QGuiApplication::restoreOverrideCursor(); });
+    const auto restore = qScopeGuard(&QGuiApplication::restoreOverrideCursor);
     findChild<QLabel *>(u"Status_LBL"_s)->repaint();
     const int taken = m_host.serialBatches.ChooseSerials(Line(), *range, Amounts()).value_or(0);
     const qint64 left = static_cast<qint64>(range->Distance()) + 1 - taken;
@@ -205,7 +208,7 @@ void TExit_Serial_FRM::DeleteRow()
 
 void TExit_Serial_FRM::DeleteAll()
 {
-    if (!m_host.messages.MsgDeleteItem(u"همه سطرهاي"_s))
+    if (!m_host.messages.MsgDeleteItem(texts::AllRows))
         return;
     m_data.ExitGoodDetail_DeleteAll(Line());
     NotSaved();

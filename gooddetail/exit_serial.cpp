@@ -27,16 +27,6 @@ constexpr int NarrowMilliseconds = 120;
 
 enum Tab { Stock, Chosen };
 
-/// What a clerk waits for without being able to type.
-class Waiting
-{
-public:
-    Waiting() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
-    ~Waiting() { QGuiApplication::restoreOverrideCursor(); }
-    Waiting(const Waiting &) = delete;
-    Waiting &operator=(const Waiting &) = delete;
-};
-
 } // namespace
 
 TExit_Serial_FRM::TExit_Serial_FRM(host::Host &host)
@@ -127,11 +117,13 @@ std::optional<good_detail::DetailLineOpening> TExit_Serial_FRM::ParseOpening(con
 void TExit_Serial_FRM::BeginLine()
 {
     {
-        const Waiting waiting;
+        QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+        const auto restore = qScopeGuard(&QGuiApplication::restoreOverrideCursor);
         m_host.detailMovements.ExitGoodDetails_Fill(Line());
     }
     m_filled = true;
     m_chosen = false;
+    m_last = 0;
     QList<GridColumn> columns{{u"Selected"_s, u"انتخاب"_s, 60, false, ColumnFormat::Flag}};
     columns << DetailColumns() << AmountColumns() << AmountColumns(u"_Exit"_s, u" انتخابی"_s);
     m_ui->ExitSerialList_GRD->SetColumns(columns);
@@ -159,6 +151,18 @@ void TExit_Serial_FRM::FormClose()
     if (std::exchange(m_filled, false))
         m_host.detailMovements.ExitGoodDetails_Clear(Line());
     TDetailLine_FRM::FormClose();
+}
+
+void TExit_Serial_FRM::ShowSaved(bool saved)
+{
+    TDetailLine_FRM::ShowSaved(saved || !m_chosen);
+}
+
+void TExit_Serial_FRM::reject()
+{
+    if (!m_chosen)
+        SetIsSaved(true);
+    TDetailLine_FRM::reject();
 }
 
 host::Grid *TExit_Serial_FRM::PrintedGrid() const
@@ -200,13 +204,14 @@ void TExit_Serial_FRM::InputChanged()
 {
     if (!m_filled || m_filling || IsLoading())
         return;
-    SetIsSaved(!m_chosen); // to look for something changes nothing
     m_narrow.start();
 }
 
 void TExit_Serial_FRM::Narrow()
 {
     m_narrow.stop();
+    if (const int current = CurrentRow())
+        m_last = current;
     if (std::exchange(m_takenOver, false)) {
         const QScopedValueRollback filling(m_filling, true);
         ClearAmounts();
@@ -221,9 +226,14 @@ void TExit_Serial_FRM::Narrow()
 void TExit_Serial_FRM::TakeOnlyRow()
 {
     const host::Dataset &rows = m_data.ExitGoodDetail_QRY;
-    if (!m_host.settings.SettingRecord().TakeOnlyDetail || !MayChoose() || !HasSerial() || IsRange() ||
+    const Ui::DetailLinePanel &panel = Panel();
+    const auto edits = {panel.Amount1_EDT, panel.Amount2_EDT, panel.Amount3_EDT, panel.Amount4_EDT};
+    const bool typing = std::any_of(edits.begin(), edits.end(), [](const host::NumericEdit *edit) {
+        return edit->hasFocus() || edit->Number() != 0;
+    });
+    if (!m_host.settings.SettingRecord().TakeOnlyDetail || !MayChoose() || !HasSerial() || IsRange() || typing ||
         m_ui->TabSearch_FRAME->currentIndex() != Stock || !rows.FetchedAll() || rows.RecordCount() != 1 ||
-        rows.FieldAt(0, u"Selected").toBool() || Amounts() != host::TAmounts())
+        rows.FieldAt(0, u"Selected").toBool())
         return;
     const QScopedValueRollback filling(m_filling, true);
     ShowAmounts(AmountsAt(rows));

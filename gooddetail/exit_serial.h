@@ -21,12 +21,16 @@ public:
     explicit TExit_Serial_FRM(host::Host &host);
     ~TExit_Serial_FRM() override;
 
+    void reject() override;
+
 protected:
     std::optional<good_detail::DetailLineOpening> ParseOpening(const QString &text) const override;
     void BeginLine() override;
     std::vector<host::Check> Validate() override;
     void Write() override;
     void FormClose() override;
+    /// What is typed only looks for something; what has to be saved is a choice.
+    void ShowSaved(bool saved) override;
     bool FormKeyDown(QKeyEvent *event) override;
     /// In review the inputs still narrow the list; nothing can be chosen.
     void SetReadOnly(bool readOnly) override;
@@ -67,6 +71,7 @@ private:
 
     std::unique_ptr<Ui::TExit_Serial_FRM> m_ui;
     QTimer m_narrow;
+    int m_last = 0;           ///< the row that was current before what is typed left none
     bool m_filled = false;    ///< there are working rows of the line
     bool m_chosen = false;    ///< another choice than when the screen was opened
     bool m_takenOver = false; ///< the amounts shown are those of the only row, nobody typed them

@@ -21,7 +21,8 @@ struct TEnterGoodDetail_Rec
     int OperationCode = 0;
     int OperationRow = 0;
     int ForeignOperationCode = 0;
-    quint8 Tmp = 1; ///< 1 while the document is not saved
+    quint8 Tmp = 1;                                ///< 1 while the document is not saved
+    std::optional<host::TAmounts> Returnable = {}; ///< of a return; what is not given stays as it is
 };
 
 /// What a screen needs to build the input of one detail type. What a kind does not have stays empty.

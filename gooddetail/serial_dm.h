@@ -92,6 +92,8 @@ public:
     void EnterGoodDetailRow_Update(const TEnterGoodDetail_Rec &row);
     /// Removes the working row.
     void EnterGoodDetailRow_Delete(int id);
+    /// The same for several, in blocks of a thousand.
+    void EnterGoodDetailRows_Delete(const QList<int> &ids);
     /// Removes the working rows of a store and kind of document, but for those of the given detail values.
     void EnterGoodDetailRow_DeleteAll(int storeCode, quint8 operationType, const QList<int> &keptValues);
 

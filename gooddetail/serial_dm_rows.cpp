@@ -150,6 +150,13 @@ void TSerial_DM::WriteRow(const TEnterGoodDetail_Rec &row)
     rows.SetField(u"OperationCode", row.OperationCode);
     rows.SetField(u"OperationRow", row.OperationRow);
     rows.SetField(u"ForeignOperationCode", row.ForeignOperationCode);
+    if (!row.Returnable)
+        return;
+    rows.SetQuantity(u"Amount1_Ret", row.Returnable->Amount1);
+    rows.SetQuantity(u"Amount2_Ret", row.Returnable->Amount2);
+    rows.SetQuantity(u"Length_Ret", row.Returnable->Length);
+    rows.SetQuantity(u"Width_Ret", row.Returnable->Width);
+    rows.SetQuantity(u"Amount3_Ret", row.Returnable->Amount3);
 }
 
 void TSerial_DM::EnterGoodDetailRow_Insert(const TEnterGoodDetail_Rec &row)
@@ -188,7 +195,18 @@ void TSerial_DM::RemoveRows(const QString &condition)
 
 void TSerial_DM::EnterGoodDetailRow_Delete(int id)
 {
-    RemoveRows(u"ID = %1"_s.arg(id));
+    EnterGoodDetailRows_Delete({id});
+}
+
+void TSerial_DM::EnterGoodDetailRows_Delete(const QList<int> &ids)
+{
+    constexpr qsizetype InBlock = 1000;
+    for (qsizetype at = 0; at < ids.size(); at += InBlock) {
+        QStringList block;
+        for (const int id : ids.mid(at, InBlock))
+            block << QString::number(id);
+        RemoveRows(u"ID IN (%1)"_s.arg(block.join(u',')));
+    }
 }
 
 void TSerial_DM::EnterGoodDetailRow_DeleteAll(int storeCode, quint8 operationType, const QList<int> &keptValues)

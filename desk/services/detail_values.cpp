@@ -138,6 +138,17 @@ void DetailValues::DeleteUnusedDetailValuesAmong(const QString &ids)
     host::Run(m_connection, UnusedText(ids));
 }
 
+void DetailValues::DeleteUnusedDetailValues(const QList<int> &detailValueIds)
+{
+    constexpr qsizetype InBlock = 1000;
+    for (qsizetype at = 0; at < detailValueIds.size(); at += InBlock) {
+        QStringList block;
+        for (const int id : detailValueIds.mid(at, InBlock))
+            block << QString::number(id);
+        DeleteUnusedDetailValuesAmong(block.join(u','));
+    }
+}
+
 std::optional<host::TKnownDetail> DetailValues::FindByText(int goodCode, const QString &serialOrBarcode)
 {
     const host::Query found(

@@ -26,6 +26,7 @@ public:
     int ResolveDetailValue(int goodCode, const host::TDetailValues &details) override;
     bool DeleteUnusedDetailValue(int detailValueId) override;
     void DeleteUnusedDetailValuesAmong(const QString &ids) override;
+    void DeleteUnusedDetailValues(const QList<int> &detailValueIds) override;
     std::optional<host::TKnownDetail> FindByText(int goodCode, const QString &serialOrBarcode) override;
     host::DetailOwner SerialOwner(int goodCode, const QString &serial) override;
     host::DetailOwner BarcodeOwner(int goodCode, const QString &barcode) override;

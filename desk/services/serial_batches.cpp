@@ -52,10 +52,21 @@ TSerialBatchResult SerialBatches::EnterSerials(const TSerialBatch &batch)
     if (result.TooLong)
         return result;
     const TSerialBatch cleaned = Cleaned(batch);
+    const std::function<void()> steps[] = {[&] { Judge(cleaned); }, [&] { MakeValues(cleaned); }, [&] { MakeRows(cleaned); },
+                                           [&] { result = Read(); }};
     host::Transaction transaction(m_connection);
-    Judge(cleaned);
-    Write(cleaned);
-    result = Read();
+    int done = 0;
+    for (const auto &step : steps) {
+        step();
+        if (!batch.Progress)
+            continue;
+        host::Exec(m_connection, u"SELECT 1"_s); // sends what waits for the next statement
+        if (!batch.Progress(++done, int(std::size(steps)))) {
+            result = {};
+            result.Cancelled = true;
+            return result;
+        }
+    }
     transaction.Commit();
     return result;
 }
@@ -205,12 +216,6 @@ void SerialBatches::DecideReturn(const TSerialBatch &batch)
         "N FROM #SerialBatch WHERE %2) AS p ON p.Place = b.Place WHERE EXISTS (SELECT 1 FROM #SerialCombination AS c "
         "WHERE p.N * %3 > c.Amount1 OR p.N * %4 > c.Amount2 OR p.N * %5 > %6)"_s.arg(
             Fate(TSerialFate::MoreThanOnHand), Written(), amount, second, third, packed ? u"0"_s : u"c.Amount3"_s));
-}
-
-void SerialBatches::Write(const TSerialBatch &batch)
-{
-    MakeValues(batch);
-    MakeRows(batch);
 }
 
 void SerialBatches::MakeValues(const TSerialBatch &batch)

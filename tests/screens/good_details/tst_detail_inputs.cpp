@@ -38,12 +38,12 @@ void TestDetailInputs::builtByKind()
     QCOMPARE(test::Find<QLabel>(&inputs, u"Label_2"_s).text(), u"رنگ :"_s);
     auto &colour = test::Find<QComboBox>(&inputs, u"ComboBox_2"_s);
     QCOMPARE(colour.itemText(0), u"خالی..."_s);
-    QCOMPARE(inputs.Values().Values, (std::array<QString, 5>{{{}, u"قرمز"_s, {}, {}, u"دارد"_s}}));
+    QCOMPARE(inputs.Values().Values, (std::array<QString, 5>{QString(), u"قرمز"_s, QString(), QString(), u"دارد"_s}));
     colour.setCurrentIndex(0);
     QCOMPARE(inputs.Value(1), QString());
 
     // What is on record is shown, whether the list has it still or not.
-    const std::array<QString, 5> known{{{}, u"سبز"_s, u"1.5"_s, u"1403/05/09"_s, u"ندارد"_s}};
+    const std::array<QString, 5> known{QString(), u"سبز"_s, u"1.5"_s, u"1403/05/09"_s, u"ندارد"_s};
     inputs.SetValues({inputs.DetailIDs(), known});
     QCOMPARE(inputs.Values().Values, known);
     test::Find<QCheckBox>(&inputs, u"CheckBox_4"_s).setChecked(true);
