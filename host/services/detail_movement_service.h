@@ -11,7 +11,7 @@ struct TDetailRefusal
 {
     enum class Reason {
         Gone,          ///< less than nothing would be left of it in the store
-        Repeated,      ///< a serial that would be on hand twice
+        Repeated,      ///< a serial of which more would be on hand than one entry brought
         NotOfDocument, ///< a return of more than its document moved
         Returned,      ///< less than what returns of this document have taken back
     };
@@ -39,8 +39,8 @@ public:
     virtual void EnterGoodDetails_Load(const QString &workingTable, const TDocumentLine &line) = 0;
     /// Keeps the rows of the working table for the line until its document is saved.
     virtual void EnterGoodDetails_Keep(const QString &workingTable, const TDocumentLine &line) = 0;
-    /// What came in on each line of a document, by its row: as it was kept last, otherwise as it was saved. Lines without
-    /// details are not in it.
+    /// What came in on each line of a document, by its row: as it was kept last, otherwise as it was saved. Lines
+    /// without details are not in it.
     virtual QHash<int, TAmounts> EnterGoodDetails_Totals(quint8 operationType, int operationCode) = 0;
     /// Notes what this desk has kept for the line in whatever store, in place of what it noted before, for an editor of
     /// the line that may be given up.
@@ -64,7 +64,8 @@ public:
     /// Forgets every row that this desk has of an operation, kept or not.
     virtual void ExitGoodDetails_DeleteAll(quint8 operationType, int operationCode) = 0;
 
-    /// The detail values of a line's saved rows that a later document has returned.
+    /// The detail values of a line's saved rows that a return of its document has taken back: of a sale or a purchase,
+    /// for nothing else is returned.
     virtual QList<int> ReturnedDetailValues(const TDocumentLine &line) = 0;
     virtual bool IsReturned(const TDocumentLine &line, int detailValueId) = 0;
     /// What may still be returned of a detail value: sold less returned, of the line's foreign document when it names

@@ -39,7 +39,7 @@ enum class TSerialFate : quint8 {
     InStock,        ///< on hand, or entered on a document that is not saved
     OtherValues,    ///< on record with other details, or for another good
     NotSold,        ///< return: nothing with these details was sold
-    NotReturnable,  ///< return: this serial was not sold on the document
+    NotReturnable,  ///< return: not sold on the document, or more of it would be on hand than one entry brought
     NothingOnHand,  ///< return: all that was sold of it has come back
     NotSoldAmount,  ///< return: more of this serial than was sold
     MoreThanOnHand, ///< return: more with these details than was sold
@@ -57,7 +57,7 @@ struct TSerialBatchResult
         int WorkingRow = 0; ///< the row that has it, for InLine
     };
 
-    bool TooLong = false; ///< the range was refused, nothing was looked at
+    bool TooLong = false;   ///< the range was refused, nothing was looked at
     bool Cancelled = false; ///< given up by Progress
     int Written = 0;
     QList<Left> left; ///< those that were not written, and why
