@@ -342,6 +342,23 @@ QWidget *DetailInputs::First() const
     return m_inputs.empty() ? nullptr : m_inputs.front()->Control();
 }
 
+void DetailInputs::SetTabOrder(QWidget *before, QWidget *behind) const
+{
+    QWidget *last = before;
+    const auto add = [&last](QWidget *stop) {
+        if (!stop)
+            return;
+        QWidget::setTabOrder(last, stop);
+        last = stop;
+    };
+    for (const auto &input : m_inputs) {
+        add(input->Control());
+        add(input->empty);
+        add(input->filter);
+    }
+    add(behind);
+}
+
 int DetailInputs::FirstMissing() const
 {
     const auto missing = std::find_if(m_inputs.cbegin(), m_inputs.cend(), [](const auto &input) {

@@ -95,6 +95,7 @@ void TDetailLine_FRM::Begin()
     if (!FindGood() || !FindStore())
         return;
     Inputs().Build(m_data, m_line.GoodCode, m_mode);
+    Inputs().SetTabOrder(m_panel->Barcode_EDT, m_panel->Amount1_EDT);
     ShowHeader();
     ShowAmountInputs();
     ShowStatus({});

@@ -39,6 +39,7 @@ TEnter_Serial_FRM::TEnter_Serial_FRM(host::Host &host)
     setObjectName(u"TEnter_Serial_FRM"_s);
     m_form->setupUi(Content());
     SetUpPanel(m_form->Inputs_PNL);
+    setTabOrder(Panel().Amount4_EDT, m_form->SaveRow_BTN);
     SetTitle(u"ورود جزییات کالا"_s);
     SetDiscardQuestion(u"سطرهای وارد شده نگهداری نمی شود. آیا بدون ذخیره خارج می شوید؟"_s);
     if (auto *exit = findChild<QPushButton *>(u"Exit_BTN"_s))

@@ -25,6 +25,9 @@ namespace {
 /// Longer than a hand or a scanner needs for the next letter.
 constexpr int NarrowMilliseconds = 120;
 
+constexpr int LeastWidth = 72; // of a column of amounts, pixels at 100 %
+constexpr int TitleMargin = 16;
+
 enum Tab { Stock, Chosen };
 
 } // namespace
@@ -125,7 +128,12 @@ void TExit_Serial_FRM::BeginLine()
     m_chosen = false;
     m_last = 0;
     QList<GridColumn> columns{{u"Selected"_s, u"انتخاب"_s, 60, false, ColumnFormat::Flag}};
-    columns << DetailColumns() << AmountColumns() << AmountColumns(u"_Exit"_s, u" انتخابی"_s);
+    columns << DetailColumns();
+    // There are up to eight amounts: each is as wide as its title.
+    for (GridColumn column : AmountColumns() + AmountColumns(u"_Exit"_s, u" انتخابی"_s)) {
+        column.width = std::max(LeastWidth, fontMetrics().horizontalAdvance(column.caption) + TitleMargin);
+        columns << column;
+    }
     m_ui->ExitSerialList_GRD->SetColumns(columns);
     m_ui->SingleSerial_RD->setVisible(HasSerial() || HasBarcode());
     const QSignalBlocker quiet(m_ui->TabSearch_FRAME);
