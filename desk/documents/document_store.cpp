@@ -76,6 +76,16 @@ void DocumentStore::Delete(int kind, int code, int revision)
     DeleteDocument(m_host, document);
 }
 
+void DocumentStore::KeepLines(int kind, int code, const QList<DocumentLine> &lines)
+{
+    QStringList rows{u"SELECT 0 AS OperationRow"_s};
+    for (const DocumentLine &line : lines) {
+        if (line.Good.HasDetails)
+            rows << u"SELECT %1"_s.arg(line.OperationRow);
+    }
+    m_host.detailMovements.GoodDetailsOperation_KeepLines(static_cast<quint8>(kind), code, rows.join(u" UNION ALL "));
+}
+
 QString DocumentGoodText()
 {
     return u"g.Code AS GoodCode, g.Name AS GoodName, g.Meghdar_Formool AS Formula, ISNULL(g.Store, 0) AS GoodStore, "

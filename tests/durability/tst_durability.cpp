@@ -1,4 +1,5 @@
-// A desk killed in the middle of its work leaves whole goods or none, and changes of many goods whole or not at all.
+// A desk killed in the middle of its work leaves whole goods or none, and changes of many goods whole or not at all;
+// documents with movements, details and stock likewise.
 
 #include "tests/support/database.h"
 #include "tests/support/test_main.h"
@@ -14,6 +15,7 @@ class TestDurability : public QObject
 private slots:
     void killedWhileSaving();
     void killedWhileChangingMany();
+    void killedWhileSelling();
 };
 
 namespace {
@@ -45,11 +47,11 @@ const QString HalfChanged =
     "  (SELECT 1 FROM BulkChangeFields f WHERE f.ChangeID = c.ID)"_s;
 
 /// Starts a desk, waits for its first work, kills it at a random moment within `span` microseconds.
-void KillAtWork(const QStringList &arguments, quint32 span)
+void KillAtWork(const QStringList &arguments, quint32 span, const char *program = SAVING_DESK)
 {
     QProcess desk;
     desk.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    desk.start(QString::fromUtf8(SAVING_DESK), arguments);
+    desk.start(QString::fromUtf8(program), arguments);
     QVERIFY2(desk.waitForReadyRead(30000), "the desk saved nothing");
     QThread::usleep(QRandomGenerator::global()->bounded(span));
     desk.kill();
@@ -105,6 +107,28 @@ void TestDurability::killedWhileChangingMany()
             return;
         const QStringList broken = database.Rows(HalfChanged);
         QVERIFY2(broken.isEmpty(), qPrintable(QString::number(kill) + u": "_s + broken.join(u'\n').left(500)));
+    }
+}
+
+/// What an administrator would be told by the check.
+void TestDurability::killedWhileSelling()
+{
+    if (test::Database::OnServer())
+        QSKIP("about the file of the embedded database");
+    const test::Database database(test::Database::Content::Demo);
+    int before = 0;
+    for (int kill = 0; kill < 50; ++kill) {
+        // A round of five documents and a deletion takes about this long.
+        KillAtWork({database.Name()}, 400000, SELLING_DESK);
+        if (QTest::currentTestFailed())
+            return;
+        QProcess check;
+        check.start(QString::fromUtf8(GOODS_SQL), {u"--check"_s, database.Name()});
+        QVERIFY(check.waitForFinished());
+        QVERIFY2(check.exitCode() == 0, check.readAll() + check.readAllStandardError());
+        const int after = database.Scalar(u"SELECT COUNT(*) FROM Documents"_s).toInt();
+        QVERIFY2(after > before, "what was saved before the kill is gone");
+        before = after;
     }
 }
 
