@@ -8,6 +8,8 @@
 
 #include <QFile>
 
+using namespace Qt::StringLiterals;
+
 namespace test {
 
 /// Stands in for the module's screens: enters or chooses a range of serials as they would, over the real services.

@@ -351,7 +351,7 @@ void TestDocuments::demoHasNoFault()
     // Each kind of fault is seen.
     const std::pair<QString, QString> faults[] = {
         {u"UPDATE GoodStoreStock SET Amount1 = Amount1 + 1 WHERE GoodCode = 110001"_s, u"stock of a store"_s},
-        {u"UPDATE GoodStock SET Amount1 = Amount1 + 1 WHERE GoodCode = 110001"_s, u"stock of a good"_s},
+        {u"UPDATE GoodStock SET Amount1 = Amount1 + 2 WHERE GoodCode = 110001"_s, u"stock of a good"_s},
         {u"DELETE FROM GoodDetailKardex WHERE ID = 1"_s, u"detail ledger differs"_s},
         {u"UPDATE Kardex SET Amount1 = Amount1 - 1 WHERE Code = 5"_s, u"movement differs"_s},
         {u"DELETE FROM DocumentLines WHERE Kind = 1 AND Code = 1"_s, u"document without lines"_s}};
