@@ -31,13 +31,13 @@ TDetailHistory_FRM::TDetailHistory_FRM(host::Host &host)
     resize(WindowSize);
     m_ui->Values_GRD->SetColumns({{u"Details"_s, u"جزئیات"_s, 300},
                                   {u"GoodCode"_s, u"کد کالا"_s, 80, false, ColumnFormat::Code},
-                                  {u"GoodName"_s, u"کالا"_s, 300},
+                                  {u"GoodName"_s, u"کالا"_s, 320},
                                   {u"OnHand"_s, u"موجودی"_s, 90, false, ColumnFormat::Quantity}});
     m_ui->Movements_GRD->SetColumns({{u"Radif"_s, u"ردیف"_s, 54, false, ColumnFormat::Code},
                                      {u"Date"_s, u"تاریخ"_s, 90, false, ColumnFormat::Date},
-                                     {u"Kind"_s, u"سند"_s, 160},
+                                     {u"Kind"_s, u"سند"_s, 150},
                                      {u"Number"_s, u"شماره"_s, 80, false, ColumnFormat::Code},
-                                     {u"StoreName"_s, u"انبار"_s, 150},
+                                     {u"StoreName"_s, u"انبار"_s, 130},
                                      {u"In1"_s, u"وارده"_s, 84, false, ColumnFormat::Quantity},
                                      {u"Out1"_s, u"صادره"_s, 84, false, ColumnFormat::Quantity},
                                      {u"StoreBalance"_s, u"مانده انبار"_s, 90, false, ColumnFormat::Quantity},
@@ -46,7 +46,7 @@ TDetailHistory_FRM::TDetailHistory_FRM(host::Host &host)
         grid->horizontalHeader()->setStretchLastSection(true);
         RememberLayout(grid);
     }
-    m_ui->Split_SPL->setStretchFactor(1, 2);
+    m_ui->Split_SPL->setSizes({140, 320});
     m_ui->Serial_EDT->installEventFilter(this);
     connect(m_ui->Values_GRD, &host::Grid::CurrentKeyChanged, this,
             [this] { Command(Title(), [this] { ShowMovements(); }); });
@@ -90,7 +90,8 @@ void TDetailHistory_FRM::Find()
         return;
     m_data.Find(serial);
     ShowValues();
-    m_ui->Note_LBL->setText(m_data.Values_QRY.IsEmpty() ? MessageText(message::NoHistory, {serial}) : QString());
+    m_ui->Note_LBL->setText(m_data.Values_QRY.IsEmpty() ? u"\u200F"_s + MessageText(message::NoHistory, {serial})
+                                                              : QString());
     m_ui->Serial_EDT->selectAll();
 }
 

@@ -69,9 +69,9 @@ void DetailHistoryData::Movements(int detailValueId)
 {
     const QString running = u"SUM(m.Amount1) OVER (%1ORDER BY m.Day, m.ID ROWS UNBOUNDED PRECEDING)"_s;
     Movements_QRY.Open(
-        u"SELECT ROW_NUMBER() OVER (ORDER BY m.Day, m.ID) AS Radif, m.Day AS [Date], m.Kind, m.OperationCode AS Number, "
+        u"SELECT ROW_NUMBER() OVER (ORDER BY m.Day, m.ID) AS Radif, m.Day AS [Date], m.Kind, CASE WHEN m.OperationType <> 3 THEN m.OperationCode END AS Number, "
         "s.Name AS StoreName, CASE WHEN m.Amount1 > 0 THEN m.Amount1 END AS In1, CASE WHEN m.Amount1 < 0 THEN -m.Amount1 "
-        "END AS Out1, %1 AS StoreBalance, %2 AS Balance FROM (SELECT k.ID, k.StoreCode, k.OperationCode, k.Amount1, %3 AS "
+        "END AS Out1, %1 AS StoreBalance, %2 AS Balance FROM (SELECT k.ID, k.StoreCode, k.OperationType, k.OperationCode, k.Amount1, %3 AS "
         "Kind, COALESCE(d.[Date], v.[Date], (SELECT TOP 1 [DATE] FROM inf_co)) AS Day FROM GoodDetailKardex AS k LEFT JOIN "
         "Documents AS d ON d.Kind = CASE k.OperationType WHEN %4 THEN %5 ELSE k.OperationType END AND d.Code = "
         "k.OperationCode LEFT JOIN GoodDetailDivision AS v ON k.OperationType IN (%6, %7) AND v.Code = k.OperationCode "

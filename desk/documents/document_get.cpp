@@ -27,14 +27,14 @@ TDocument_Get_FRM::TDocument_Get_FRM(host::Host &host, const DocumentKind &kind,
     auto *column = new QVBoxLayout(m_ui->Lines_PNL);
     column->setContentsMargins(0, 0, 0, 0);
     column->addWidget(m_lines);
-    m_ui->Store_LBL->setText(kind.IsTransfer() ? u"ا&ز انبار :"_s : u"ا&نبار :"_s);
+    m_ui->Store_LBL->setText(kind.IsTransfer() ? u"ا&ز انبار :"_s : u"&انبار :"_s);
     m_ui->ToStore_LBL->setVisible(kind.IsTransfer());
     m_ui->ToStore_Entity->setVisible(kind.IsTransfer());
     for (QWidget *widget : {static_cast<QWidget *>(m_ui->Answers_LBL), static_cast<QWidget *>(m_ui->Answers_EDT),
                             static_cast<QWidget *>(m_ui->AnswersName_LBL)})
         widget->setVisible(kind.answers != 0);
     if (kind.answers != 0)
-        m_ui->Answers_LBL->setText(u"&سند %1 :"_s.arg(DocumentKindOf(kind.answers).name));
+        m_ui->Answers_LBL->setText(kind.answers == static_cast<int>(host::TOperationType::Sale) ? u"سند فر&وش :"_s : u"سند خر&ید :"_s);
     for (host::EntityPicker *picker : {m_ui->Store_Entity, m_ui->ToStore_Entity})
         picker->SetSource(m_host.entities, host::TSoftwarePart::Stores);
     connect(m_ui->Store_Entity, &host::EntityPicker::Changed, this, [this](int code) {

@@ -50,17 +50,17 @@ DocumentLinesPage::~DocumentLinesPage()
 void DocumentLinesPage::BuildGrid()
 {
     host::Grid *grid = m_ui->Lines_GRD;
-    grid->SetColumns({{u"Radif"_s, u"ردیف"_s, 54, false, ColumnFormat::Code},
-                      {u"GoodCode"_s, u"کد کالا"_s, 80, false, ColumnFormat::Code},
-                      {u"GoodName"_s, u"کالا"_s, 280},
-                      {u"StoreName"_s, u"انبار"_s, 120},
-                      {u"Amount1"_s, u"مقدار"_s, 90, false, ColumnFormat::Quantity},
-                      {u"UnitName1"_s, u"واحد"_s, 70},
-                      {u"Amount2"_s, u"مقدار 2"_s, 84, false, ColumnFormat::Quantity},
-                      {u"UnitName2"_s, u"واحد 2"_s, 70},
-                      {u"HasDetails"_s, u"جزئیات"_s, 60, false, ColumnFormat::Flag},
-                      {u"Price"_s, u"فی"_s, 110, false, ColumnFormat::Price},
-                      {u"Sum"_s, u"مبلغ"_s, 120, false, ColumnFormat::Price}});
+    grid->SetColumns({{u"Radif"_s, u"ردیف"_s, 44, false, ColumnFormat::Code},
+                      {u"GoodCode"_s, u"کد کالا"_s, 70, false, ColumnFormat::Code},
+                      {u"GoodName"_s, u"کالا"_s, 240},
+                      {u"StoreName"_s, u"انبار"_s, 110},
+                      {u"Amount1"_s, u"مقدار"_s, 70, false, ColumnFormat::Quantity},
+                      {u"UnitName1"_s, u"واحد"_s, 54},
+                      {u"Amount2"_s, u"مقدار 2"_s, 68, false, ColumnFormat::Quantity},
+                      {u"UnitName2"_s, u"واحد 2"_s, 54},
+                      {u"HasDetails"_s, u"جزئیات"_s, 52, false, ColumnFormat::Flag},
+                      {u"Price"_s, u"فی"_s, 90, false, ColumnFormat::Price},
+                      {u"Sum"_s, u"مبلغ"_s, 100, false, ColumnFormat::Price}});
     grid->horizontalHeader()->setStretchLastSection(true);
     grid->SetSource(&m_lines, u"OperationRow"_s);
     grid->installEventFilter(this);
@@ -154,7 +154,9 @@ void DocumentLinesPage::MoveToStore(int row, int store, const QString &name)
 
 int DocumentLinesPage::Current() const
 {
-    return m_ui->Lines_GRD->CurrentSourceRow();
+    // While lines come and go the grid may still stand where one was.
+    const int row = m_ui->Lines_GRD->CurrentSourceRow();
+    return row < m_lines.rowCount() ? row : -1;
 }
 
 QWidget *DocumentLinesPage::StandOn(int row)
@@ -196,7 +198,9 @@ std::optional<host::TDocumentLine> DocumentLinesPage::CurrentDetails() const
 void DocumentLinesPage::Tell(const QString &text)
 {
     m_ui->Note_LBL->setStyleSheet(u"color: %1;"_s.arg(host::theme::Danger().name()));
-    m_ui->Note_LBL->setText(text);
+    // The text may begin with what was scanned: the mark keeps it a sentence from the right.
+    m_ui->Note_LBL->setText(text.isEmpty() ? text : u"\u200F"_s + text);
+    m_ui->Note_LBL->setVisible(!text.isEmpty());
     m_ui->Scan_EDT->selectAll();
 }
 
@@ -212,7 +216,7 @@ void DocumentLinesPage::ShowLine()
     m_ui->Amount1_EDT->SetNumber(line.Amount1);
     m_ui->Amount2_EDT->SetNumber(line.Amount2);
     m_ui->Price_EDT->SetNumber(line.Price);
-    m_ui->Amount1_LBL->setText(UnitCaption(u"&مقدار"_s, line.Good.UnitName1));
+    m_ui->Amount1_LBL->setText(UnitCaption(u"مقد&ار"_s, line.Good.UnitName1));
     m_ui->Amount2_LBL->setText(UnitCaption(u"مقدار &2"_s, line.Good.UnitName2));
     for (QWidget *input : {static_cast<QWidget *>(m_ui->Amount1_EDT), static_cast<QWidget *>(m_ui->Price_EDT),
                            static_cast<QWidget *>(m_ui->LineStore_Entity)})

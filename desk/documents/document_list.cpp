@@ -60,16 +60,16 @@ TDocument_List_FRM::~TDocument_List_FRM()
 void TDocument_List_FRM::BuildGrid()
 {
     host::Grid *grid = m_ui->DocumentsDB_GRD;
-    grid->SetColumns({{u"KindName"_s, u"نوع سند"_s, 130},
+    grid->SetColumns({{u"KindName"_s, u"نوع سند"_s, 120},
                       {u"Code"_s, u"شماره"_s, 70, false, ColumnFormat::Code},
                       {u"Date"_s, u"تاریخ"_s, 90, false, ColumnFormat::Date},
                       {u"StoreName"_s, u"انبار"_s, 130},
-                      {u"ToStoreName"_s, u"به انبار"_s, 110},
+                      {u"ToStoreName"_s, u"به انبار"_s, 100},
                       {u"Answers"_s, u"برگشت از"_s, 90},
                       {u"Lines"_s, u"سطرها"_s, 60, false, ColumnFormat::Quantity},
                       {u"Amount1"_s, u"جمع مقدار"_s, 90, true, ColumnFormat::Quantity},
                       {u"Total"_s, u"جمع مبلغ"_s, 130, false, ColumnFormat::Price},
-                      {u"Comment"_s, u"شرح"_s, 200},
+                      {u"Comment"_s, u"شرح"_s, 160},
                       {u"UserCreated"_s, u"ثبت کننده"_s, 120, true},
                       {u"UserModified"_s, u"ویرایش کننده"_s, 120, true}});
     grid->SetSortable(true);

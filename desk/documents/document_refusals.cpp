@@ -2,6 +2,7 @@
 
 #include "desk/documents/document_kinds.h"
 #include "desk/messages/catalogue.h"
+#include "host/controls/number_text.h"
 #include "host/data/persian_text.h"
 #include "host/data/query.h"
 
@@ -22,7 +23,7 @@ constexpr qsizetype ShownRefusals = 5;
 
 QString Shown(Quantity quantity)
 {
-    return host::PersianDigits(host::GroupDigits(host::QuantityToText(quantity)));
+    return host::DisplayNumber(host::QuantityToText(quantity));
 }
 
 } // namespace
