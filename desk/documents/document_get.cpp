@@ -33,8 +33,12 @@ TDocument_Get_FRM::TDocument_Get_FRM(host::Host &host, const DocumentKind &kind,
     for (QWidget *widget : {static_cast<QWidget *>(m_ui->Answers_LBL), static_cast<QWidget *>(m_ui->Answers_EDT),
                             static_cast<QWidget *>(m_ui->AnswersName_LBL)})
         widget->setVisible(kind.answers != 0);
-    if (kind.answers != 0)
+    if (kind.answers == 0) { // nothing stands before the remark
+        m_ui->Header->addWidget(m_ui->Comment_LBL, 1, 0);
+        m_ui->Header->addWidget(m_ui->Comment_EDT, 1, 1, 1, -1);
+    } else {
         m_ui->Answers_LBL->setText(kind.answers == static_cast<int>(host::TOperationType::Sale) ? u"سند فر&وش :"_s : u"سند خر&ید :"_s);
+    }
     for (host::EntityPicker *picker : {m_ui->Store_Entity, m_ui->ToStore_Entity})
         picker->SetSource(m_host.entities, host::TSoftwarePart::Stores);
     connect(m_ui->Store_Entity, &host::EntityPicker::Changed, this, [this](int code) {
