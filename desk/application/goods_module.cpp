@@ -116,8 +116,8 @@ std::optional<host::TAmounts> GoodsModule::ExitGoodDetail(const LineDetailsOpeni
     Results r{};
     const Byte ok = m_table.Open_Exit_GoodDetail(
         opening.HasRows ? RowsAgain : NewRows, line.OperationType, line.GoodCode, Utf16(opening.StoreName), 0, 0,
-        line.IsReturn ? 1 : 0, &r[6], &r[5], &r[4], &r[3], &r[2], &r[1], &r[0], line.UnitType, line.ForeignOperationCode,
-        line.OperationRow, line.OperationCode, line.StoreCode);
+        line.IsReturn ? 1 : 0, &r[6], &r[5], &r[4], &r[3], &r[2], &r[1], &r[0], line.UnitType,
+        line.ForeignOperationCode, line.OperationRow, line.OperationCode, line.StoreCode);
     return AmountsOf(ok == 1, r);
 }
 

@@ -53,8 +53,8 @@ private:
     using Ext = long double;
     using Enter = Byte (*)(Int, Byte, Int, Byte, Byte, Ext, Text, Text, Int, Text, Int, Text, Int, Int, Int, Int, Int,
                            Ext *, Ext *, Ext *, Ext *, Ext *, Ext *, Ext *, Int, Int, Int, Int, Int);
-    using Exit = Byte (*)(Int, Byte, Int, Text, Int, Int, Int, Ext *, Ext *, Ext *, Ext *, Ext *, Ext *, Ext *, Int, Int,
-                          Int, Int, Int);
+    using Exit = Byte (*)(Int, Byte, Int, Text, Int, Int, Int, Ext *, Ext *, Ext *, Ext *, Ext *, Ext *, Ext *, Int,
+                          Int, Int, Int, Int);
     struct Table
     {
         decltype(&::Open_GoodList) Open_GoodList = nullptr;

@@ -91,7 +91,7 @@ void TDetailHistory_FRM::Find()
     m_data.Find(serial);
     ShowValues();
     m_ui->Note_LBL->setText(m_data.Values_QRY.IsEmpty() ? u"\u200F"_s + MessageText(message::NoHistory, {serial})
-                                                              : QString());
+                                                        : QString());
     m_ui->Serial_EDT->selectAll();
 }
 

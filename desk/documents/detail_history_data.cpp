@@ -47,20 +47,21 @@ QString KindNames()
 void DetailHistoryData::Find(const QString &serialOrBarcode)
 {
     const QString text = host::SerialText(serialOrBarcode);
-    const QString from = u"SELECT d.DetailValueID AS ID, %1 AS Place FROM GoodDetailValueDetails AS d INNER JOIN DetailTypes "
-                         "AS t ON t.ID = d.DetailID AND t.DetailType IN (3, 6) WHERE d.[Value] %2"_s;
-    Values_QRY.Open(ValuesText(
-        from.arg(u"1"_s, u"= "_s + host::NQuotedStr(text)) + u" UNION ALL "_s +
-        from.arg(u"2"_s, u"LIKE "_s + host::NQuotedStr(u'%' + host::LikeText(text) + u'%'))));
+    const QString from =
+        u"SELECT d.DetailValueID AS ID, %1 AS Place FROM GoodDetailValueDetails AS d INNER JOIN DetailTypes "
+        "AS t ON t.ID = d.DetailID AND t.DetailType IN (3, 6) WHERE d.[Value] %2"_s;
+    Values_QRY.Open(ValuesText(from.arg(u"1"_s, u"= "_s + host::NQuotedStr(text)) + u" UNION ALL "_s +
+                               from.arg(u"2"_s, u"LIKE "_s + host::NQuotedStr(u'%' + host::LikeText(text) + u'%'))));
 }
 
 void DetailHistoryData::OfLine(int operationType, int operationCode, int operationRow)
 {
-    const QString from = u"SELECT DetailValueID AS ID, 1 AS Place FROM %1 WHERE DetailValueID IS NOT NULL AND OperationType "
-                         "= %2 AND OperationCode = %3 AND OperationRow = %4"_s;
+    const QString from =
+        u"SELECT DetailValueID AS ID, 1 AS Place FROM %1 WHERE DetailValueID IS NOT NULL AND OperationType "
+        "= %2 AND OperationCode = %3 AND OperationRow = %4"_s;
     QStringList texts;
-    for (const QString &table : {u"GoodDetailKardex"_s, u"GoodDetailKardexEnter_Temp"_s,
-                                 u"GoodDetailKardexExit_Temp"_s})
+    for (const QString &table :
+         {u"GoodDetailKardex"_s, u"GoodDetailKardexEnter_Temp"_s, u"GoodDetailKardexExit_Temp"_s})
         texts << from.arg(table).arg(operationType).arg(operationCode).arg(operationRow);
     Values_QRY.Open(ValuesText(texts.join(u" UNION ALL ") + u" AND Tmp = 0"_s));
 }

@@ -8,9 +8,7 @@ namespace desk {
 class DetailHistoryData
 {
 public:
-    explicit DetailHistoryData(const QSqlDatabase &connection)
-        : Values_QRY(connection), Movements_QRY(connection)
-    {}
+    explicit DetailHistoryData(const QSqlDatabase &connection) : Values_QRY(connection), Movements_QRY(connection) {}
 
     /// DetailValueID, GoodCode, GoodName, Details (joined), OnHand (all stores).
     host::Dataset Values_QRY;

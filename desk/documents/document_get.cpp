@@ -37,7 +37,8 @@ TDocument_Get_FRM::TDocument_Get_FRM(host::Host &host, const DocumentKind &kind,
         m_ui->Header->addWidget(m_ui->Comment_LBL, 1, 0);
         m_ui->Header->addWidget(m_ui->Comment_EDT, 1, 1, 1, -1);
     } else {
-        m_ui->Answers_LBL->setText(kind.answers == static_cast<int>(host::TOperationType::Sale) ? u"سند فر&وش :"_s : u"سند خر&ید :"_s);
+        m_ui->Answers_LBL->setText(kind.answers == static_cast<int>(host::TOperationType::Sale) ? u"سند فر&وش :"_s
+                                                                                                : u"سند خر&ید :"_s);
     }
     for (host::EntityPicker *picker : {m_ui->Store_Entity, m_ui->ToStore_Entity})
         picker->SetSource(m_host.entities, host::TSoftwarePart::Stores);
@@ -86,8 +87,7 @@ void TDocument_Get_FRM::Load()
     const auto document = m_store.Get(m_kind.Number(), Key().toInt());
     if (!document) {
         SetRecordGone();
-        RefuseOpening(
-            host::Warning(nullptr, MessageText(message::EntityGone, {m_kind.Title(Key().toInt())})));
+        RefuseOpening(host::Warning(nullptr, MessageText(message::EntityGone, {m_kind.Title(Key().toInt())})));
         return;
     }
     m_answered = document->AnswersCode == 0 ? std::nullopt : m_store.Get(m_kind.answers, document->AnswersCode);
@@ -121,7 +121,7 @@ void TDocument_Get_FRM::LockHeader()
 void TDocument_Get_FRM::ShowAnswers()
 {
     const int code = static_cast<int>(m_ui->Answers_EDT->Integer());
-    m_ui->AnswersName_LBL->setText(m_answered ? host::PersianDigits(m_answered->Date)
+    m_ui->AnswersName_LBL->setText(m_answered  ? host::PersianDigits(m_answered->Date)
                                    : code == 0 ? QString()
                                                : u"یافت نشد"_s);
 }
@@ -180,9 +180,7 @@ std::vector<host::Check> TDocument_Get_FRM::Validate()
 {
     return {
         {u"DateGiven"_s,
-         [this] {
-             return When(!m_ui->Date_EDT->Date().isValid(), host::Required(m_ui->Date_EDT, u"تاریخ"_s));
-         }},
+         [this] { return When(!m_ui->Date_EDT->Date().isValid(), host::Required(m_ui->Date_EDT, u"تاریخ"_s)); }},
         {u"StoreGiven"_s,
          [this] { return When(m_ui->Store_Entity->Code() == 0, host::Required(m_ui->Store_Entity, u"انبار"_s)); }},
         {u"SecondStoreGiven"_s,
@@ -205,9 +203,10 @@ host::Refused TDocument_Get_FRM::AnswersFault() const
         return When(m_kind.mustAnswer, host::Required(m_ui->Answers_EDT, u"سند "_s + answered.name));
     if (!m_answered)
         return host::Warning(m_ui->Answers_EDT, MessageText(message::NoSuchDocument, {answered.Title(code)}));
-    return When(m_ui->Date_EDT->Text() < m_answered->Date,
-                host::Warning(m_ui->Date_EDT, MessageText(message::BeforeAnswered,
-                                                          {answered.Title(code), host::PersianDigits(m_answered->Date)})));
+    return When(
+        m_ui->Date_EDT->Text() < m_answered->Date,
+        host::Warning(m_ui->Date_EDT, MessageText(message::BeforeAnswered,
+                                                  {answered.Title(code), host::PersianDigits(m_answered->Date)})));
 }
 
 host::Refused TDocument_Get_FRM::LinesFault()

@@ -107,8 +107,8 @@ void TDocument_List_FRM::FillKinds()
         m_ui->Kind_CMB->addItem(u"همه‌ی اسناد"_s, 0);
     for (const DocumentKind &kind : AllDocumentKinds()) {
         if ((m_onlyKind == 0 || m_onlyKind == kind.Number()) &&
-            m_host.permissions.HavePermission(m_host.settings.UserInfo(), kind.part, TPermission::OpenList, false, false,
-                                              {}))
+            m_host.permissions.HavePermission(m_host.settings.UserInfo(), kind.part, TPermission::OpenList, false,
+                                              false, {}))
             m_ui->Kind_CMB->addItem(kind.name, kind.Number());
     }
     m_ui->Kind_CMB->setCurrentIndex(std::max(0, m_ui->Kind_CMB->findData(former)));
@@ -219,8 +219,8 @@ void TDocument_List_FRM::NewRow()
     QMenu menu(this);
     menu.setObjectName(u"NewDocument_MNU"_s);
     for (const DocumentKind &kind : AllDocumentKinds()) {
-        QAction *action = menu.addAction(u"&%1 - %2"_s.arg(host::PersianDigits(QString::number(menu.actions().size() + 1)),
-                                                           kind.name));
+        QAction *action = menu.addAction(
+            u"&%1 - %2"_s.arg(host::PersianDigits(QString::number(menu.actions().size() + 1)), kind.name));
         action->setData(kind.Number());
     }
     menu.setActiveAction(menu.actions().constFirst());

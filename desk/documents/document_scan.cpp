@@ -120,7 +120,7 @@ void DocumentLinesPage::TakeSerial(const GoodScan &scan)
         if (isNew)
             m_lines.Remove(row);
         ShowLine();
-        return Tell(twice                    ? MessageText(message::ScanTwice, {typed})
+        return Tell(twice                   ? MessageText(message::ScanTwice, {typed})
                     : m_kind->direction < 0 ? MessageText(message::ScanNotInStore, {typed, scan.Good.Name, m_storeName})
                                             : MessageText(message::ScanNotSold, {typed}));
     }
@@ -154,8 +154,7 @@ bool DocumentLinesPage::OpenDetailsOf(int row)
     LineDetailsOpening opening{DetailsOf(line),     line.Good.Name,      line.StoreName,
                                line.Good.UnitName1, line.Good.UnitName2, line.Amount1};
     opening.HasRows = m_host.detailMovements.RowsOfLine(opening.Line) > 0;
-    const auto amounts =
-        m_kind->direction < 0 ? m_screens.ExitGoodDetail(opening) : m_screens.EnterGoodDetail(opening);
+    const auto amounts = m_kind->direction < 0 ? m_screens.ExitGoodDetail(opening) : m_screens.EnterGoodDetail(opening);
     if (!amounts)
         return false;
     SetAmounts(row, *amounts);

@@ -32,7 +32,8 @@ bool IsCode(const QString &text)
            std::all_of(text.cbegin(), text.cend(), [](QChar c) { return c >= u'0' && c <= u'9'; });
 }
 
-/// One row for each meaning, the first of which holds: Place, DetailValueID and the good. Two goods of a name cancel out.
+/// One row for each meaning, the first of which holds: Place, DetailValueID and the good. Two goods of a name cancel
+/// out.
 QString MeaningsText(const QString &text)
 {
     const QString literal = host::NQuotedStr(text);
@@ -45,8 +46,9 @@ QString MeaningsText(const QString &text)
         "ALL SELECT 5, MIN(g.Code), 0, 0 FROM GoodInf AS g WHERE g.Name LIKE %3 HAVING COUNT(*) = 1"_s.arg(
             barcode, literal, host::NQuotedStr(u"%"_s + host::LikeText(text) + u"%"_s));
     if (IsCode(text))
-        meanings.prepend(u"SELECT 1 AS Place, g.Code, 0 AS DetailValueID, 0 AS DetailType FROM GoodInf AS g WHERE g.Code = %1 UNION ALL "_s
-                             .arg(text.toInt()));
+        meanings.prepend(
+            u"SELECT 1 AS Place, g.Code, 0 AS DetailValueID, 0 AS DetailType FROM GoodInf AS g WHERE g.Code = %1 UNION ALL "_s
+                .arg(text.toInt()));
     return meanings;
 }
 
@@ -58,10 +60,11 @@ std::optional<GoodScan> ResolveScan(const QSqlDatabase &connection, const QStrin
     const QString text = host::SerialText(rest);
     if (text.isEmpty())
         return std::nullopt;
-    const host::Query row(connection, u"SELECT TOP 1 m.Place, m.DetailValueID, m.DetailType, "_s + DocumentGoodText() +
-                                          u" FROM (%1) AS m INNER JOIN GoodInf AS g ON g.Code = m.Code LEFT JOIN Units "
-                                          "AS u1 ON u1.Code = g.Unit LEFT JOIN Units AS u2 ON u2.Code = g.Unit2 ORDER BY "
-                                          "m.Place, m.DetailValueID"_s.arg(MeaningsText(text)));
+    const host::Query row(connection,
+                          u"SELECT TOP 1 m.Place, m.DetailValueID, m.DetailType, "_s + DocumentGoodText() +
+                              u" FROM (%1) AS m INNER JOIN GoodInf AS g ON g.Code = m.Code LEFT JOIN Units "
+                              "AS u1 ON u1.Code = g.Unit LEFT JOIN Units AS u2 ON u2.Code = g.Unit2 ORDER BY "
+                              "m.Place, m.DetailValueID"_s.arg(MeaningsText(text)));
     if (row.IsEmpty())
         return std::nullopt;
     GoodScan scan;

@@ -98,11 +98,11 @@ QString DetailMovements::ReturnsBeyondDocument(quint8 operationType, int operati
     return u"SELECT TOP %1 %2 AS Reason, k.DetailValueID, MAX(k.GoodCode) AS GoodCode, 0 AS StoreCode FROM (%3) AS n "
            "INNER JOIN GoodDetailKardex AS k ON k.DetailValueID = n.DetailValueID AND (k.OperationType = %4 AND "
            "k.OperationCode = n.Code OR k.OperationType = %5 AND k.ForeignOperationCode = n.Code) GROUP BY "
-           "k.DetailValueID, n.Code HAVING ("_s.arg(QString::number(MostRefusals),
-                                                   QString::number(static_cast<int>(
-                                                       isReturn ? TDetailRefusal::Reason::NotOfDocument
-                                                                : TDetailRefusal::Reason::Returned)),
-                                                   named, QString::number(source), QString::number(answer)) +
+           "k.DetailValueID, n.Code HAVING ("_s.arg(
+               QString::number(MostRefusals),
+               QString::number(static_cast<int>(isReturn ? TDetailRefusal::Reason::NotOfDocument
+                                                         : TDetailRefusal::Reason::Returned)),
+               named, QString::number(source), QString::number(answer)) +
            QStringList{beyond.arg(sign, u"Amount1"_s), beyond.arg(sign, u"Amount2"_s), beyond.arg(sign, u"Amount3"_s)}
                .join(u" OR ") +
            u')' + which;

@@ -5,7 +5,8 @@
 
 using namespace Qt::StringLiterals;
 
-// Lines of a document that change without their screen: a scanned unit more, a line less, the second half of a transfer.
+// Lines of a document that change without their screen: a scanned unit more, a line less, the second half of a
+// transfer.
 
 namespace desk {
 
@@ -32,8 +33,8 @@ QString Operation(quint8 type, int code)
 
 bool DetailMovements::IsKept(const QString &table, const TDocumentLine &line)
 {
-    return host::Exists(m_connection, u"SELECT TOP 1 ID FROM %1 WHERE "_s.arg(table) + Mine(SameKey(line)) +
-                                          u" AND Tmp = 0"_s);
+    return host::Exists(m_connection,
+                        u"SELECT TOP 1 ID FROM %1 WHERE "_s.arg(table) + Mine(SameKey(line)) + u" AND Tmp = 0"_s);
 }
 
 /// Keeps saved rows that went out, each line with its mark.
@@ -66,10 +67,10 @@ void DetailMovements::KeepSavedEntries(const TDocumentLine &line, const QString 
 std::optional<TAmounts> DetailMovements::KeptAmounts(const QString &table, const TDocumentLine &line)
 {
     const QString tail = table == ExitTable ? u"_Exit"_s : QString();
-    const host::Query sums(m_connection,
-                           u"SELECT SUM(Amount1%1) AS Amount1, SUM(Amount2%1) AS Amount2, SUM(TotalAmount%1) AS "
-                           "TotalAmount, SUM(Amount3%1) AS Amount3 FROM %2 WHERE %3 AND Tmp = 0"_s.arg(
-                               tail, table, Mine(SameKey(line))));
+    const host::Query sums(
+        m_connection,
+        u"SELECT SUM(Amount1%1) AS Amount1, SUM(Amount2%1) AS Amount2, SUM(TotalAmount%1) AS "
+        "TotalAmount, SUM(Amount3%1) AS Amount3 FROM %2 WHERE %3 AND Tmp = 0"_s.arg(tail, table, Mine(SameKey(line))));
     return TAmounts{sums.Number(u"Amount1"), sums.Number(u"Amount2"), sums.Number(u"TotalAmount"), 0, 0,
                     sums.Number(u"Amount3")};
 }
@@ -92,8 +93,9 @@ std::optional<TAmounts> DetailMovements::ExitGoodDetails_Take(const TDocumentLin
                 .arg(line.OperationRow)
                 .arg(line.ForeignOperationCode)
                 .arg(m_desk.Number()) +
-            onHand + u") AS s WHERE NOT EXISTS (SELECT 1 FROM %1 WHERE DetailValueID = %2 AND Tmp = 0 AND %3)"_s.arg(
-                         ExitTable, QString::number(detailValueId), Mine(SameKey(line))));
+            onHand +
+            u") AS s WHERE NOT EXISTS (SELECT 1 FROM %1 WHERE DetailValueID = %2 AND Tmp = 0 AND %3)"_s.arg(
+                ExitTable, QString::number(detailValueId), Mine(SameKey(line))));
     const auto amounts = taken > 0 ? KeptAmounts(ExitTable, line) : std::nullopt;
     transaction.Commit();
     return amounts;
@@ -163,8 +165,9 @@ QList<host::TDetailRefusal> DetailMovements::GoodDetailsOperation_Transfer(quint
     const QString out = Operation(outType, operationCode);
     host::Transaction transaction(m_connection);
     Run(u"DELETE FROM %1 WHERE "_s.arg(EnterTable) + Mine(Operation(inType, operationCode)));
-    Run(into + u"DISTINCT NULL, %1, GoodCode, 0, 0, 0, 0, 0, 0, %2, %3, 0, 0 FROM GoodDetailKardex WHERE %4 OR %5"_s.arg(
-                   QString::number(toStore), numbers, desk, out, Operation(inType, operationCode)));
+    Run(into +
+        u"DISTINCT NULL, %1, GoodCode, 0, 0, 0, 0, 0, 0, %2, %3, 0, 0 FROM GoodDetailKardex WHERE %4 OR %5"_s.arg(
+            QString::number(toStore), numbers, desk, out, Operation(inType, operationCode)));
     Run(into + u"DetailValueID, %1, GoodCode, %2, %3, %4, 0, 0 FROM GoodDetailKardex WHERE %5 AND %6 ORDER BY ID"_s.arg(
                    QString::number(toStore), Amounts({}, u"-"_s), numbers, desk, out, WentOut()));
     const QList<host::TDetailRefusal> refusals = GoodDetailsOperation_Save(inType, operationCode);

@@ -98,13 +98,14 @@ QString DetailMovements::OnHand(const TDocumentLine &line, int detailValueId)
     const QString kept = Mine(operation) + u" AND Tmp = 0"_s;
     const QString value = detailValueId == 0 ? QString() : u" AND DetailValueID = %1"_s.arg(detailValueId);
     const QString place = u" GoodCode = %1 AND StoreCode = %2"_s.arg(line.GoodCode).arg(line.StoreCode) + value;
-    const QString onHand = u"SELECT m.DetailValueID, "_s + sums + u" FROM (SELECT DetailValueID, "_s + Amounts() +
-           u" FROM GoodDetailKardex WHERE"_s + place + u" AND NOT ("_s + operation + u" AND "_s + WentOut({}) +
-           u" AND (OperationRow = %1 OR OperationRow IN (SELECT OperationRow FROM %2 WHERE %3)))"_s.arg(
-               QString::number(line.OperationRow), ExitTable, kept) +
-           u" UNION ALL SELECT DetailValueID, "_s + ExitAmounts({}, u"-"_s) + u" FROM %1 WHERE"_s.arg(ExitTable) +
-           place + u" AND DetailValueID IS NOT NULL AND %1 AND OperationRow <> %2"_s.arg(kept).arg(line.OperationRow) +
-           u") AS m GROUP BY m.DetailValueID HAVING SUM(m.Amount1) > 0 OR SUM(m.Amount2) > 0 OR SUM(m.Amount3) > 0"_s;
+    const QString onHand =
+        u"SELECT m.DetailValueID, "_s + sums + u" FROM (SELECT DetailValueID, "_s + Amounts() +
+        u" FROM GoodDetailKardex WHERE"_s + place + u" AND NOT ("_s + operation + u" AND "_s + WentOut({}) +
+        u" AND (OperationRow = %1 OR OperationRow IN (SELECT OperationRow FROM %2 WHERE %3)))"_s.arg(
+            QString::number(line.OperationRow), ExitTable, kept) +
+        u" UNION ALL SELECT DetailValueID, "_s + ExitAmounts({}, u"-"_s) + u" FROM %1 WHERE"_s.arg(ExitTable) + place +
+        u" AND DetailValueID IS NOT NULL AND %1 AND OperationRow <> %2"_s.arg(kept).arg(line.OperationRow) +
+        u") AS m GROUP BY m.DetailValueID HAVING SUM(m.Amount1) > 0 OR SUM(m.Amount2) > 0 OR SUM(m.Amount3) > 0"_s;
     return line.IsReturn && line.ForeignOperationCode != 0 ? OfNamedDocument(line, onHand) : onHand;
 }
 
@@ -121,10 +122,9 @@ QString DetailMovements::OfNamedDocument(const TDocumentLine &line, const QStrin
         u"SELECT DetailValueID, Amount1, Amount2, TotalAmount, Amount3 FROM GoodDetailKardex WHERE%1 AND OperationType = "
         "%2 AND OperationCode = %3 UNION ALL SELECT DetailValueID, Amount1, Amount2, TotalAmount, Amount3 FROM "
         "GoodDetailKardex WHERE%1%4 AND OperationType = %5 AND NOT (%6 AND (OperationRow = %7 OR OperationRow IN (SELECT "
-        "OperationRow FROM %8 WHERE %9)))"_s.arg(good, QString::number(detail_sql::Purchase),
-                                                 QString::number(line.ForeignOperationCode), foreign,
-                                                 QString::number(line.OperationType), operation,
-                                                 QString::number(line.OperationRow), ExitTable, kept) +
+        "OperationRow FROM %8 WHERE %9)))"_s.arg(
+            good, QString::number(detail_sql::Purchase), QString::number(line.ForeignOperationCode), foreign,
+            QString::number(line.OperationType), operation, QString::number(line.OperationRow), ExitTable, kept) +
         u" UNION ALL SELECT DetailValueID, -Amount1_Exit, -Amount2_Exit, -TotalAmount_Exit, -Amount3_Exit FROM %1 WHERE"
         "%2%3 AND DetailValueID IS NOT NULL AND %4 AND OperationRow <> %5"_s.arg(ExitTable, good, foreign, kept)
             .arg(line.OperationRow);

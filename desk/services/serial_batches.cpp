@@ -181,9 +181,8 @@ void SerialBatches::FindReturnable(const TSerialBatch &batch)
         "ISNULL(SUM(c.Amount1), 0), ISNULL(SUM(c.Amount2), 0), ISNULL(SUM(c.Amount3), 0) FROM (SELECT 1 AS Sold, "
         "r.Amount1, r.Amount2, r.Amount3 FROM #SerialReturn AS r WHERE "_s +
         detail_sql::HasDetails(u"r.DetailValueID"_s, batch.Details, 1) +
-        u" UNION ALL SELECT 0, -w.Amount1, -w.Amount2, -w.Amount3 FROM "_s +
-        batch.WorkingTable + u" AS w WHERE "_s + detail_sql::HasDetails(u"w.DetailValueID"_s, batch.Details, 1) +
-        u") AS c"_s);
+        u" UNION ALL SELECT 0, -w.Amount1, -w.Amount2, -w.Amount3 FROM "_s + batch.WorkingTable + u" AS w WHERE "_s +
+        detail_sql::HasDetails(u"w.DetailValueID"_s, batch.Details, 1) + u") AS c"_s);
 }
 
 void SerialBatches::DecideReturn(const TSerialBatch &batch)
@@ -197,9 +196,10 @@ void SerialBatches::DecideReturn(const TSerialBatch &batch)
         "OR c.Amount1 <= 0 THEN %5 WHEN r.Amount1 < %6 OR r.Amount2 < %7 OR r.Amount3 < %8 THEN %9 WHEN b.ValueID IS NOT NULL THEN %10 ELSE "
         "%11 END FROM "
         "#SerialBatch AS b CROSS JOIN #SerialCombination AS c LEFT JOIN #SerialReturn AS r ON r.DetailValueID = "
-        "b.ValueID"_s.arg(Fate(TSerialFate::NotSold), Fate(TSerialFate::OtherValues), Fate(TSerialFate::InLine),
-                          Fate(TSerialFate::NotReturnable), Fate(TSerialFate::NothingOnHand), amount, second, third,
-                          Fate(TSerialFate::NotSoldAmount))
+        "b.ValueID"_s
+            .arg(Fate(TSerialFate::NotSold), Fate(TSerialFate::OtherValues), Fate(TSerialFate::InLine),
+                 Fate(TSerialFate::NotReturnable), Fate(TSerialFate::NothingOnHand), amount, second, third,
+                 Fate(TSerialFate::NotSoldAmount))
             .arg(Fate(TSerialFate::Known), Fate(TSerialFate::New)));
     Run(u"UPDATE b SET Fate = %1 FROM #SerialBatch AS b INNER JOIN (SELECT Row, ROW_NUMBER() OVER (ORDER BY Row) AS "
         "Place FROM #SerialBatch WHERE %2) AS p ON p.Row = b.Row WHERE EXISTS (SELECT 1 FROM "

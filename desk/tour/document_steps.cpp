@@ -22,8 +22,8 @@ constexpr int SaleReturnPlace = 3; // in the chooser of kinds
 QString Ledger(int operationType)
 {
     return u"SELECT k.ID FROM GoodDetailKardex AS k INNER JOIN GoodDetailValueDetails AS d ON d.DetailValueID = "
-           "k.DetailValueID WHERE d.[Value] BETWEEN N'300001' AND N'300050' AND k.OperationType = %1"_s
-               .arg(operationType);
+           "k.DetailValueID WHERE d.[Value] BETWEEN N'300001' AND N'300050' AND k.OperationType = %1"_s.arg(
+               operationType);
 }
 
 void ScanText(TourScript &script, const QString &text)

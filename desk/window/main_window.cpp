@@ -164,9 +164,8 @@ void MainWindow::AddToolBar()
     bar->setIconSize(ToolIcon);
     bar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
     for (const QString &name :
-         {u"GoodsList_ACT"_s, u"NewGood_ACT"_s, u"DetailTypes_ACT"_s, u"Choose_ACT"_s, QString(),
-          u"Documents_ACT"_s, QString(), u"Groups_ACT"_s,
-          u"Stores_ACT"_s, u"Units_ACT"_s, QString(), u"Settings_ACT"_s, u"Exit_ACT"_s}) {
+         {u"GoodsList_ACT"_s, u"NewGood_ACT"_s, u"DetailTypes_ACT"_s, u"Choose_ACT"_s, QString(), u"Documents_ACT"_s,
+          QString(), u"Groups_ACT"_s, u"Stores_ACT"_s, u"Units_ACT"_s, QString(), u"Settings_ACT"_s, u"Exit_ACT"_s}) {
         if (name.isEmpty())
             bar->addSeparator();
         else

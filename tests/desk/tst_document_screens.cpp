@@ -32,13 +32,15 @@ struct Shop : test::QuietDesk
     }
     QStringList Lines(Kind kind) const
     {
-        return database.Rows(u"SELECT GoodCode, StoreCode, Amount1, Amount2, Price FROM DocumentLines WHERE Kind = %1 AND "
-                             "Code = (SELECT MAX(Code) FROM Documents WHERE Kind = %1) ORDER BY OperationRow"_s.arg(
-                                 static_cast<int>(kind)));
+        return database.Rows(
+            u"SELECT GoodCode, StoreCode, Amount1, Amount2, Price FROM DocumentLines WHERE Kind = %1 AND "
+            "Code = (SELECT MAX(Code) FROM Documents WHERE Kind = %1) ORDER BY OperationRow"_s.arg(
+                static_cast<int>(kind)));
     }
     int Last(Kind kind) const
     {
-        return database.Scalar(u"SELECT MAX(Code) FROM Documents WHERE Kind = %1"_s.arg(static_cast<int>(kind))).toInt();
+        return database.Scalar(u"SELECT MAX(Code) FROM Documents WHERE Kind = %1"_s.arg(static_cast<int>(kind)))
+            .toInt();
     }
 };
 
@@ -108,8 +110,7 @@ void TestDocumentScreens::typedAndScanned()
                               .toString()
                               .section(u'.', 0, 0);
     QCOMPARE(s.Lines(Kind::Purchase), (QStringList{u"110001|1|8|2|5000"_s, u"110002|1|4|0|"_s + price}));
-    QCOMPARE(s.database.Rows(u"SELECT Amount1 FROM GoodStock WHERE GoodCode = 110002"_s),
-             QStringList{u"5"_s});
+    QCOMPARE(s.database.Rows(u"SELECT Amount1 FROM GoodStock WHERE GoodCode = 110002"_s), QStringList{u"5"_s});
     QCOMPARE(test::Faults(s.database), QStringList());
     s.messages.TakeAll();
 
@@ -284,8 +285,9 @@ void TestDocumentScreens::list()
                     test::Focus(screen, u"FromDate_EDT"_s);
                     test::Type(u"14050701"_s);
                     test::Press(Qt::Key_Tab);
-                    QCOMPARE(grid.RowCount(), s.database.Scalar(u"SELECT COUNT(*) FROM Documents WHERE [Date] >= "
-                                                                "'1405/07/01'"_s)
+                    QCOMPARE(grid.RowCount(), s.database
+                                                  .Scalar(u"SELECT COUNT(*) FROM Documents WHERE [Date] >= "
+                                                          "'1405/07/01'"_s)
                                                   .toInt());
                     test::Find<host::DateEdit>(screen, u"FromDate_EDT"_s).SetDate({});
                     test::Focus(screen, u"Kind_CMB"_s);
@@ -305,7 +307,8 @@ void TestDocumentScreens::list()
                     s.messages.TakeAll();
                     test::Press(Qt::Key_Escape);
                 });
-    QCOMPARE(s.database.Scalar(u"SELECT COUNT(*) FROM Kardex WHERE OperationType = 2 AND OperationCode = 3"_s).toInt(), 0);
+    QCOMPARE(s.database.Scalar(u"SELECT COUNT(*) FROM Kardex WHERE OperationType = 2 AND OperationCode = 3"_s).toInt(),
+             0);
     QCOMPARE(test::Faults(s.database), QStringList());
 
     s.desk.settings.SignIn(2); // sees sales alone

@@ -54,10 +54,9 @@ struct Writer
         DocumentLine &line = document.Lines[0];
         screens.range = range;
         desk::LineDetailsOpening opening{};
-        opening.Line = {line.Good.Code,          line.StoreCode, 1, static_cast<quint8>(document.Kind),
-                        kind.answers != 0,       document.Code,  1, document.AnswersCode};
-        const auto amounts =
-            kind.direction < 0 ? screens.ExitGoodDetail(opening) : screens.EnterGoodDetail(opening);
+        opening.Line = {line.Good.Code,    line.StoreCode, 1, static_cast<quint8>(document.Kind),
+                        kind.answers != 0, document.Code,  1, document.AnswersCode};
+        const auto amounts = kind.direction < 0 ? screens.ExitGoodDetail(opening) : screens.EnterGoodDetail(opening);
         line.Amount1 = amounts->Amount1;
     }
     /// What refuses it; empty when it is saved.
@@ -163,13 +162,15 @@ void TestDocuments::refuses_data()
         change(document);
         return s.desk.Save(document);
     };
-    row("deleting a sale with a return",
+    row(
+        "deleting a sale with a return",
         [](Shop &s, int, int sold) {
             s.desk.Write(SaleReturn, 4, {7001, 7001}, sold);
             return s.desk.Delete(Sale, sold);
         },
         u"برگشت از فروش شماره ۱ برگشت خورده"_s);
-    row("a sale that loses a serial that came back",
+    row(
+        "a sale that loses a serial that came back",
         [edit](Shop &s, int, int sold) {
             s.desk.Write(SaleReturn, 4, {7001, 7001}, sold);
             return edit(s, Sale, sold, [&](Document &document) {
@@ -181,30 +182,36 @@ void TestDocuments::refuses_data()
             });
         },
         u"«7001 سفید» (%1) در سند برگشت از فروش شماره ۱ برگشت خورده"_s);
-    row("deleting a purchase of which something is sold",
+    row(
+        "deleting a purchase of which something is sold",
         [](Shop &s, int bought, int) { return s.desk.Delete(Purchase, bought); },
         u"«7001 سفید» (%1) دیگر در انبار «انبار ابزار و برق» نیست: با سند فروش شماره ۵۲"_s);
-    row("returning more to the supplier than the purchase brought",
+    row(
+        "returning more to the supplier than the purchase brought",
         [](Shop &s, int bought, int) {
             const int other = s.desk.Write(Purchase, 4, {8001, 8002});
             Document document = s.desk.New(PurchaseReturn, Drill, 4, 1, bought);
             s.desk.desk.host.detailMovements.ExitGoodDetails_Take(
                 {Drill, 4, 1, PurchaseReturn, false, document.Code, 1, other},
-                s.database.Scalar(u"SELECT DetailValueID FROM GoodDetailValueDetails WHERE [Value] = N'8001'"_s).toInt());
+                s.database.Scalar(u"SELECT DetailValueID FROM GoodDetailValueDetails WHERE [Value] = N'8001'"_s)
+                    .toInt());
             s.database.Exec(u"UPDATE GoodDetailKardexExit_Temp SET ForeignOperationCode = %1"_s.arg(bought));
             return s.desk.Save(document);
         },
         u"«8001 سفید» (%1) در سند خرید شماره ۱۳۸ نیست"_s);
-    row("returning more of a good than was sold",
+    row(
+        "returning more of a good than was sold",
         [](Shop &s, int, int) {
             Document sale = s.desk.New(Sale, Rice, 1, 2);
             s.desk.Save(sale);
             return s.desk.Save(s.desk.New(SaleReturn, Rice, 1, 3, sale.Code));
         },
         u"در سند فروش شماره ۵۳ برابر ۲ است و در سند برگشت از فروش شماره ۱ روی هم ۳"_s);
-    row("selling more than there is", [](Shop &s, int, int) { return s.desk.Save(s.desk.New(Sale, Rice, 1, 99999)); },
+    row(
+        "selling more than there is", [](Shop &s, int, int) { return s.desk.Save(s.desk.New(Sale, Rice, 1, 99999)); },
         u"منفی می‌شود"_s);
-    row("a purchase less, when the stock on a later day hangs on it",
+    row(
+        "a purchase less, when the stock on a later day hangs on it",
         [edit](Shop &s, int, int) {
             Document bought = s.desk.New(Purchase, Rice, 2, 5);
             s.desk.Save(bought);
@@ -214,9 +221,11 @@ void TestDocuments::refuses_data()
             return edit(s, Purchase, bought.Code, [](Document &document) { document.Lines[0].Amount1 = 4; });
         },
         u"۱۴۰۵/۰۹/۰۵"_s);
-    row("serials that nobody entered", [](Shop &s, int, int) { return s.desk.Save(s.desk.New(Purchase, Drill, 4, 2)); },
+    row(
+        "serials that nobody entered", [](Shop &s, int, int) { return s.desk.Save(s.desk.New(Purchase, Drill, 4, 2)); },
         u"جزئیات این سطر را وارد کنید"_s);
-    row("an answer to a sale that is not there",
+    row(
+        "an answer to a sale that is not there",
         [](Shop &s, int, int) { return s.desk.Save(s.desk.New(SaleReturn, Rice, 1, 1, 999)); },
         u"سند فروش شماره ۹۹۹ دیگر وجود ندارد"_s);
 }
@@ -236,8 +245,8 @@ void TestDocuments::refuses()
     const QString wanted = said.contains(u"%1") ? said.arg(drill.trimmed()) : said;
     QVERIFY2(words.contains(wanted), qPrintable(words + u"\nwanted: "_s + wanted));
     QCOMPARE(test::Faults(s.database), QStringList());
-    QCOMPARE(s.database.Scalar(u"SELECT SUM(Amount1) FROM Kardex WHERE OperationType = 2 AND OperationCode = %1"_s
-                                   .arg(sold)),
+    QCOMPARE(s.database.Scalar(
+                 u"SELECT SUM(Amount1) FROM Kardex WHERE OperationType = 2 AND OperationCode = %1"_s.arg(sold)),
              QVariant(u"-3.000000000"_s));
 }
 
@@ -278,8 +287,9 @@ void TestDocuments::anotherDeskSavedFirst()
 void TestDocuments::writesWhatChanged()
 {
     Shop s;
-    const QString rows = u"SELECT Code, OperationRow, Amount1 FROM Kardex WHERE OperationType = 2 AND OperationCode = 3 "
-                         "AND OperationRow NOT IN (1, 2) ORDER BY Code"_s;
+    const QString rows =
+        u"SELECT Code, OperationRow, Amount1 FROM Kardex WHERE OperationType = 2 AND OperationCode = 3 "
+        "AND OperationRow NOT IN (1, 2) ORDER BY Code"_s;
     const QStringList before = s.database.Rows(rows);
     Document document = *s.desk.store.Get(Sale, 3);
     document.Lines.removeFirst();
@@ -328,7 +338,9 @@ void TestDocuments::anyOrder()
         const int kind = QList<int>{Purchase, Sale, Sale, SaleReturn, PurchaseReturn, Transfer}[below(6)];
         const host::TSerialRange range{30000 + below(20), 30000 + below(20) + 4};
         const auto codes = s.database.Rows(u"SELECT Code FROM Documents WHERE Kind = %1 AND Date = '1405/09/01'"_s.arg(
-            kind == SaleReturn ? Sale : kind == PurchaseReturn ? Purchase : kind));
+            kind == SaleReturn       ? Sale
+            : kind == PurchaseReturn ? Purchase
+                                     : kind));
         const int other = codes.isEmpty() ? 0 : codes[below(static_cast<int>(codes.size()))].toInt();
         if (below(5) == 0 && other != 0 && kind != SaleReturn && kind != PurchaseReturn) {
             (s.desk.Delete(kind, other).isEmpty() ? saved : refused)++;
