@@ -45,9 +45,8 @@ const QList<DocumentKind> &AllDocumentKinds()
 const DocumentKind *FindDocumentKind(int number)
 {
     const auto &kinds = AllDocumentKinds();
-    const int wanted = number == static_cast<int>(TOperationType::TransferIn)
-                           ? static_cast<int>(TOperationType::TransferOut)
-                           : number;
+    const int wanted =
+        number == static_cast<int>(TOperationType::TransferIn) ? static_cast<int>(TOperationType::TransferOut) : number;
     const auto found = std::find_if(kinds.cbegin(), kinds.cend(),
                                     [wanted](const DocumentKind &kind) { return kind.Number() == wanted; });
     return found == kinds.cend() ? nullptr : &*found;

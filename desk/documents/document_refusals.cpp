@@ -2,6 +2,7 @@
 
 #include "desk/documents/document_kinds.h"
 #include "desk/messages/catalogue.h"
+#include "host/controls/number_text.h"
 #include "host/data/persian_text.h"
 #include "host/data/query.h"
 
@@ -22,7 +23,7 @@ constexpr qsizetype ShownRefusals = 5;
 
 QString Shown(Quantity quantity)
 {
-    return host::PersianDigits(host::GroupDigits(host::QuantityToText(quantity)));
+    return host::DisplayNumber(host::QuantityToText(quantity));
 }
 
 } // namespace
@@ -33,9 +34,10 @@ QString DocumentRefusals::AnsweringTitles(int kind, int code) const
     if (!answering)
         return {};
     QStringList titles;
-    for (host::Query rows(m_connection, u"SELECT Code FROM Documents WHERE Kind = %1 AND AnswersCode = %2 ORDER BY Code"_s
-                                            .arg(answering->Number())
-                                            .arg(code));
+    for (host::Query rows(
+             m_connection,
+             u"SELECT Code FROM Documents WHERE Kind = %1 AND AnswersCode = %2 ORDER BY Code"_s.arg(answering->Number())
+                 .arg(code));
          !rows.Eof(); rows.Next())
         titles << answering->Title(rows.Int(u"Code"));
     return titles.join(u"، ");
@@ -45,8 +47,8 @@ void DocumentRefusals::NothingAnswers() const
 {
     const QString titles = AnsweringTitles(m_document.Kind, m_document.Code);
     if (!titles.isEmpty())
-        throw DocumentRefused(MessageText(
-            message::DocumentAnswered, {DocumentKindOf(m_document.Kind).Title(m_document.Code), titles}));
+        throw DocumentRefused(
+            MessageText(message::DocumentAnswered, {DocumentKindOf(m_document.Kind).Title(m_document.Code), titles}));
 }
 
 void DocumentRefusals::ReturnsFit() const
@@ -58,10 +60,10 @@ void DocumentRefusals::ReturnsFit() const
     }
     if (m_document.AnswersCode == 0)
         return;
-    if (!host::Exists(m_connection,
-                      u"SELECT Code FROM Documents WITH (UPDLOCK, HOLDLOCK) WHERE Kind = %1 AND Code = %2"_s
-                          .arg(kind.answers)
-                          .arg(m_document.AnswersCode)))
+    if (!host::Exists(
+            m_connection,
+            u"SELECT Code FROM Documents WITH (UPDLOCK, HOLDLOCK) WHERE Kind = %1 AND Code = %2"_s.arg(kind.answers)
+                .arg(m_document.AnswersCode)))
         throw DocumentRefused(
             MessageText(message::EntityGone, {DocumentKindOf(kind.answers).Title(m_document.AnswersCode)}));
     MovedCovers(kind.answers, m_document.AnswersCode);
@@ -87,11 +89,10 @@ void DocumentRefusals::MovedCovers(int kind, int code) const
     if (beyond.IsEmpty())
         return;
     const bool first = beyond.Number(u"Returned") > beyond.Number(u"Moved");
-    throw DocumentRefused(MessageText(
-        message::ReturnedBeyond,
-        {beyond.Text(u"GoodName").trimmed(), DocumentKindOf(kind).Title(code),
-         Shown(beyond.Number(first ? u"Moved" : u"Moved2")), AnsweringTitles(kind, code),
-         Shown(beyond.Number(first ? u"Returned" : u"Returned2"))}));
+    throw DocumentRefused(MessageText(message::ReturnedBeyond,
+                                      {beyond.Text(u"GoodName").trimmed(), DocumentKindOf(kind).Title(code),
+                                       Shown(beyond.Number(first ? u"Moved" : u"Moved2")), AnsweringTitles(kind, code),
+                                       Shown(beyond.Number(first ? u"Returned" : u"Returned2"))}));
 }
 
 void DocumentRefusals::StockLasts(const QString &moves) const
@@ -105,15 +106,15 @@ void DocumentRefusals::StockLasts(const QString &moves) const
         "m.GoodCode, m.StoreCode, m.Day"_s.arg(moves, goods);
     const QString running = u"SUM(a.%1) OVER (PARTITION BY a.GoodCode, a.StoreCode ORDER BY a.Day ROWS UNBOUNDED "
                             "PRECEDING) AS %1"_s;
-    const host::Query fall(m_connection,
-                           u"SELECT TOP 1 g.Name AS GoodName, s.Name AS StoreName, b.Day, b.Amount FROM (SELECT "
-                           "a.GoodCode, a.StoreCode, a.Day, %1, %2 FROM (%3) AS a) AS b INNER JOIN GoodInf AS g ON g.Code "
-                           "= b.GoodCode INNER JOIN Stores AS s ON s.Code = b.StoreCode WHERE b.Amount < 0 AND b.Change < "
-                           "0 ORDER BY b.Day, b.GoodCode"_s.arg(running.arg(u"Amount"), running.arg(u"Change"), days));
+    const host::Query fall(
+        m_connection, u"SELECT TOP 1 g.Name AS GoodName, s.Name AS StoreName, b.Day, b.Amount FROM (SELECT "
+                      "a.GoodCode, a.StoreCode, a.Day, %1, %2 FROM (%3) AS a) AS b INNER JOIN GoodInf AS g ON g.Code "
+                      "= b.GoodCode INNER JOIN Stores AS s ON s.Code = b.StoreCode WHERE b.Amount < 0 AND b.Change < "
+                      "0 ORDER BY b.Day, b.GoodCode"_s.arg(running.arg(u"Amount"), running.arg(u"Change"), days));
     if (!fall.IsEmpty())
-        throw DocumentRefused(
-            MessageText(message::StockMinusOnDay, {fall.Text(u"GoodName").trimmed(), fall.Text(u"StoreName"),
-                                                   host::PersianDigits(fall.Text(u"Day")), Shown(fall.Number(u"Amount"))}));
+        throw DocumentRefused(MessageText(message::StockMinusOnDay,
+                                          {fall.Text(u"GoodName").trimmed(), fall.Text(u"StoreName"),
+                                           host::PersianDigits(fall.Text(u"Day")), Shown(fall.Number(u"Amount"))}));
 }
 
 void DocumentRefusals::DetailsFitLines() const
@@ -169,7 +170,8 @@ QString RefusalLine(const Document &document, const host::TDetailRefusal &refusa
                                : MessageText(message::DetailTaken, {what, store, title});
     }
     case Reason::Repeated:
-        return MessageText(message::DetailRepeated, {what, LastTitle(rows, [](const LedgerRow &row) { return row.In; })});
+        return MessageText(message::DetailRepeated,
+                           {what, LastTitle(rows, [](const LedgerRow &row) { return row.In; })});
     case Reason::NotOfDocument: {
         const DocumentKind &kind = DocumentKindOf(document.Kind);
         return MessageText(message::DetailNotOfDocument,
@@ -193,16 +195,16 @@ QString DetailRefusalText(host::Host &host, const Document &document, const QLis
         ids << QString::number(refusal.DetailValueID);
         goods << QString::number(refusal.GoodCode);
     }
-    const QString own = u"OperationType IN (%1, %2) AND OperationCode = %3"_s
-                            .arg(document.Kind)
-                            .arg(DocumentKindOf(document.Kind).IsTransfer()
-                                     ? static_cast<int>(host::TOperationType::TransferIn)
-                                     : document.Kind)
-                            .arg(document.Code);
+    const QString own =
+        u"OperationType IN (%1, %2) AND OperationCode = %3"_s.arg(document.Kind)
+            .arg(DocumentKindOf(document.Kind).IsTransfer() ? static_cast<int>(host::TOperationType::TransferIn)
+                                                            : document.Kind)
+            .arg(document.Code);
     QHash<int, QList<LedgerRow>> ledger;
-    for (host::Query rows(connection, u"SELECT DetailValueID, StoreCode, OperationType, OperationCode, CASE WHEN Amount1 "
-                                      "> 0 OR Amount3 > 0 THEN 1 ELSE 0 END AS CameIn FROM GoodDetailKardex WHERE "
-                                      "DetailValueID IN (%1) AND NOT (%2) ORDER BY ID"_s.arg(ids.join(u','), own));
+    for (host::Query rows(connection,
+                          u"SELECT DetailValueID, StoreCode, OperationType, OperationCode, CASE WHEN Amount1 "
+                          "> 0 OR Amount3 > 0 THEN 1 ELSE 0 END AS CameIn FROM GoodDetailKardex WHERE "
+                          "DetailValueID IN (%1) AND NOT (%2) ORDER BY ID"_s.arg(ids.join(u','), own));
          !rows.Eof(); rows.Next())
         ledger[rows.Int(u"DetailValueID")] << LedgerRow{rows.Int(u"StoreCode"), rows.Int(u"OperationType"),
                                                         rows.Int(u"OperationCode"), rows.Int(u"CameIn") > 0};

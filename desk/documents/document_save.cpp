@@ -51,8 +51,8 @@ private:
     /// Its movements.
     QString Moves(const QString &prefix = {}) const
     {
-        const QString types = m_kind.IsTransfer() ? u"%1, %2"_s.arg(m_document.Kind).arg(TransferIn)
-                                                  : QString::number(m_document.Kind);
+        const QString types =
+            m_kind.IsTransfer() ? u"%1, %2"_s.arg(m_document.Kind).arg(TransferIn) : QString::number(m_document.Kind);
         return u"%1OperationType IN (%2) AND %1OperationCode = %3"_s.arg(prefix, types).arg(m_document.Code);
     }
     void NoteBefore();
@@ -120,23 +120,24 @@ void Writer::WriteHeader()
             u')');
         return;
     }
-    const int written = host::Exec(
-        m_connection,
-        u"UPDATE Documents SET Revision = Revision + 1, [Date] = "_s + QuotedStr(m_document.Date) +
-            u", StoreCode = %1, ToStoreCode = %2, AnswersCode = %3, Comment = "_s.arg(m_document.StoreCode)
-                .arg(CodeOrNull(m_document.ToStoreCode))
-                .arg(m_document.AnswersCode) +
-            NQuotedStr(m_document.Comment) + u", ModifiedTime = "_s + stamp[0] + u", ModifiedDate = "_s + stamp[1] +
-            u", UserModified = "_s + stamp[2] + u" WHERE "_s + Mine() +
-            u" AND Revision = %1"_s.arg(m_document.Revision));
+    const int written =
+        host::Exec(m_connection,
+                   u"UPDATE Documents SET Revision = Revision + 1, [Date] = "_s + QuotedStr(m_document.Date) +
+                       u", StoreCode = %1, ToStoreCode = %2, AnswersCode = %3, Comment = "_s.arg(m_document.StoreCode)
+                           .arg(CodeOrNull(m_document.ToStoreCode))
+                           .arg(m_document.AnswersCode) +
+                       NQuotedStr(m_document.Comment) + u", ModifiedTime = "_s + stamp[0] + u", ModifiedDate = "_s +
+                       stamp[1] + u", UserModified = "_s + stamp[2] + u" WHERE "_s + Mine() +
+                       u" AND Revision = %1"_s.arg(m_document.Revision));
     if (written == 0)
         throw DocumentRefused(MessageText(message::DocumentChanged, {m_kind.Title(m_document.Code)}));
 }
 
 void Writer::WriteLines()
 {
-    const QString set = u"GoodCode = n.GoodCode, StoreCode = n.StoreCode, Amount1 = n.Amount1, Amount2 = n.Amount2, Price "
-                        "= n.Price"_s;
+    const QString set =
+        u"GoodCode = n.GoodCode, StoreCode = n.StoreCode, Amount1 = n.Amount1, Amount2 = n.Amount2, Price "
+        "= n.Price"_s;
     const QString columns = u"OperationRow, GoodCode, StoreCode, Amount1, Amount2, Price"_s;
     Run(u"DELETE FROM DocumentLines WHERE %1 AND OperationRow NOT IN (SELECT OperationRow FROM #DocumentLines)"_s.arg(
         Mine()));
@@ -151,12 +152,12 @@ void Writer::WriteLines()
 /// A movement keeps its place among those of the day as long as its line stays.
 void Writer::WriteMovements()
 {
-    Run(u"DELETE FROM Kardex WHERE %1 AND OperationRow NOT IN (SELECT OperationRow FROM #DocumentLines)"_s.arg(Moves()));
+    Run(u"DELETE FROM Kardex WHERE %1 AND OperationRow NOT IN (SELECT OperationRow FROM #DocumentLines)"_s.arg(
+        Moves()));
     const auto write = [this](int type, int direction, const QString &store) {
         const QString sign = direction < 0 ? u"-"_s : QString();
         const QString date = QuotedStr(m_document.Date);
-        const QString own =
-            u"OperationType = %1 AND OperationCode = %2"_s.arg(type).arg(m_document.Code);
+        const QString own = u"OperationType = %1 AND OperationCode = %2"_s.arg(type).arg(m_document.Code);
         Run(u"UPDATE k SET Kala = l.GoodCode, Anbar = %1, [Date] = %2, Amount1 = %3l.Amount1, Amount2 = %3l.Amount2, Cost "
             "= l.Price FROM Kardex AS k INNER JOIN #DocumentLines AS l ON l.OperationRow = k.OperationRow WHERE "
             "k.OperationType = %4 AND k.OperationCode = %5 AND (k.Kala <> l.GoodCode OR k.Anbar <> %1 OR k.[Date] <> %2 "
@@ -225,9 +226,9 @@ void Writer::Save()
 void Writer::Delete()
 {
     DocumentRefusals(m_host, m_document).NothingAnswers();
-    const int found = host::Exec(m_connection, u"UPDATE Documents SET Revision = Revision + 1 WHERE %1 AND Revision = %2"_s
-                                                   .arg(Mine())
-                                                   .arg(m_document.Revision));
+    const int found = host::Exec(
+        m_connection, u"UPDATE Documents SET Revision = Revision + 1 WHERE %1 AND Revision = %2"_s.arg(Mine()).arg(
+                          m_document.Revision));
     if (found == 0)
         throw DocumentRefused(MessageText(message::DocumentChanged, {m_kind.Title(m_document.Code)}));
     NoteBefore(); // without lines: everything goes

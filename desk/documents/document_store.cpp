@@ -22,11 +22,11 @@ int DocumentStore::NewCode(const DocumentKind &kind)
 {
     host::Transaction transaction(m_connection);
     m_host.entities.ReleaseCodes(kind.part); // and those of desks that are gone
-    int code = host::Scalar(m_connection,
-                            u"SELECT ISNULL(MAX(u.Code), 0) + 1 FROM (SELECT MAX(Code) AS Code FROM Documents WHERE "
-                            "Kind = %1 UNION ALL SELECT MAX(Code) FROM CodeLock_TBL WHERE Status = %2) AS u"_s
-                                .arg(kind.Number())
-                                .arg(static_cast<int>(kind.part)))
+    int code = host::Scalar(
+                   m_connection,
+                   u"SELECT ISNULL(MAX(u.Code), 0) + 1 FROM (SELECT MAX(Code) AS Code FROM Documents WHERE "
+                   "Kind = %1 UNION ALL SELECT MAX(Code) FROM CodeLock_TBL WHERE Status = %2) AS u"_s.arg(kind.Number())
+                       .arg(static_cast<int>(kind.part)))
                    .toInt();
     while (!m_host.entities.ReserveCode(kind.part, code))
         ++code;
@@ -76,6 +76,16 @@ void DocumentStore::Delete(int kind, int code, int revision)
     DeleteDocument(m_host, document);
 }
 
+void DocumentStore::KeepLines(int kind, int code, const QList<DocumentLine> &lines)
+{
+    QStringList rows{u"SELECT 0 AS OperationRow"_s};
+    for (const DocumentLine &line : lines) {
+        if (line.Good.HasDetails)
+            rows << u"SELECT %1"_s.arg(line.OperationRow);
+    }
+    m_host.detailMovements.GoodDetailsOperation_KeepLines(static_cast<quint8>(kind), code, rows.join(u" UNION ALL "));
+}
+
 QString DocumentGoodText()
 {
     return u"g.Code AS GoodCode, g.Name AS GoodName, g.Meghdar_Formool AS Formula, ISNULL(g.Store, 0) AS GoodStore, "
@@ -85,24 +95,23 @@ QString DocumentGoodText()
 
 DocumentGood DocumentGoodOf(const host::Query &row)
 {
-    return {row.Int(u"GoodCode"),     row.Text(u"GoodName").trimmed(),
-            row.Text(u"UnitName1"),   row.Text(u"UnitName2"),
-            row.Number(u"Formula"),   row.Int(u"GoodStore"),
-            row.Int(u"HasDetails") > 0};
+    return {row.Int(u"GoodCode"),   row.Text(u"GoodName").trimmed(), row.Text(u"UnitName1"),    row.Text(u"UnitName2"),
+            row.Number(u"Formula"), row.Int(u"GoodStore"),           row.Int(u"HasDetails") > 0};
 }
 
 QList<DocumentLine> ReadDocumentLines(const QSqlDatabase &connection, const QString &where)
 {
     QList<DocumentLine> lines;
-    for (host::Query rows(connection, u"SELECT l.OperationRow, l.StoreCode, s.Name AS StoreName, l.Amount1, l.Amount2, "
-                                      "l.Price, "_s +
-                                          DocumentGoodText() +
-                                          u" FROM DocumentLines AS l INNER JOIN GoodInf AS g ON g.Code = l.GoodCode "
-                                          "LEFT JOIN Units AS u1 ON u1.Code = g.Unit LEFT JOIN Units AS u2 ON u2.Code = "
-                                          "g.Unit2 INNER JOIN Stores AS s ON s.Code = l.StoreCode"_s +
-                                          where + u" ORDER BY l.OperationRow"_s);
+    for (host::Query rows(connection,
+                          u"SELECT l.OperationRow, l.StoreCode, s.Name AS StoreName, l.Amount1, l.Amount2, "
+                          "l.Price, "_s +
+                              DocumentGoodText() +
+                              u" FROM DocumentLines AS l INNER JOIN GoodInf AS g ON g.Code = l.GoodCode "
+                              "LEFT JOIN Units AS u1 ON u1.Code = g.Unit LEFT JOIN Units AS u2 ON u2.Code = "
+                              "g.Unit2 INNER JOIN Stores AS s ON s.Code = l.StoreCode"_s +
+                              where + u" ORDER BY l.OperationRow"_s);
          !rows.Eof(); rows.Next())
-        lines << DocumentLine{rows.Int(u"OperationRow"), DocumentGoodOf(rows),      rows.Int(u"StoreCode"),
+        lines << DocumentLine{rows.Int(u"OperationRow"), DocumentGoodOf(rows),    rows.Int(u"StoreCode"),
                               rows.Text(u"StoreName"),   rows.Number(u"Amount1"), rows.Number(u"Amount2"),
                               rows.Number(u"Price")};
     return lines;

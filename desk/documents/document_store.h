@@ -32,6 +32,8 @@ public:
     /// keeps for its lines.
     void Save(const Document &document);
     void Delete(int kind, int code, int revision);
+    /// The document in its editor has only these lines left: details kept for others are forgotten.
+    void KeepLines(int kind, int code, const QList<DocumentLine> &lines);
 
 private:
     host::Host &m_host;

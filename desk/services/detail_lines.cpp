@@ -159,15 +159,16 @@ QList<host::TDetailRefusal> DetailMovements::GoodDetailsOperation_Transfer(quint
                                                                            int operationCode, int toStore)
 {
     const QString numbers = u"%1, OperationCode, OperationRow"_s.arg(inType);
-    const QString into = u"INSERT INTO %1 (DetailValueID, StoreCode, GoodCode, %2, %3, ComIndex, Tmp) SELECT "_s.arg(
-        EnterTable, Amounts(), Keys);
+    const QString into = u"INSERT INTO %1 (DetailValueID, StoreCode, GoodCode, %2, %3, ComIndex, Tmp, "
+                         "ForeignOperationCode) SELECT "_s.arg(EnterTable, Amounts(), Keys);
     const QString desk = QString::number(m_desk.Number());
     const QString out = Operation(outType, operationCode);
     host::Transaction transaction(m_connection);
     Run(u"DELETE FROM %1 WHERE "_s.arg(EnterTable) + Mine(Operation(inType, operationCode)));
-    Run(into + u"DISTINCT NULL, %1, GoodCode, 0, 0, 0, 0, 0, 0, %2, %3, 0 FROM GoodDetailKardex WHERE %4 OR %5"_s.arg(
-                   QString::number(toStore), numbers, desk, out, Operation(inType, operationCode)));
-    Run(into + u"DetailValueID, %1, GoodCode, %2, %3, %4, 0 FROM GoodDetailKardex WHERE %5 AND %6 ORDER BY ID"_s.arg(
+    Run(into +
+        u"DISTINCT NULL, %1, GoodCode, 0, 0, 0, 0, 0, 0, %2, %3, 0, 0 FROM GoodDetailKardex WHERE %4 OR %5"_s.arg(
+            QString::number(toStore), numbers, desk, out, Operation(inType, operationCode)));
+    Run(into + u"DetailValueID, %1, GoodCode, %2, %3, %4, 0, 0 FROM GoodDetailKardex WHERE %5 AND %6 ORDER BY ID"_s.arg(
                    QString::number(toStore), Amounts({}, u"-"_s), numbers, desk, out, WentOut()));
     const QList<host::TDetailRefusal> refusals = GoodDetailsOperation_Save(inType, operationCode);
     if (refusals.isEmpty())

@@ -75,8 +75,8 @@ struct Desk
     {
         QStringList told;
         for (const auto &each : refusals)
-            told << QStringList{u"gone "_s, u"repeated "_s, u"not of it "_s,
-                                u"returned "_s}.at(static_cast<int>(each.reason)) +
+            told << QStringList{u"gone "_s, u"repeated "_s, u"not of it "_s, u"returned "_s}.at(
+                        static_cast<int>(each.reason)) +
                         each.Text;
         return told;
     }

@@ -133,21 +133,24 @@ void TestSerialBatches::returnsWhatWasSold_data()
     QTest::addColumn<QString>("serial");
     QTest::addColumn<QString>("colour");
     QTest::addColumn<int>("amount");
+    QTest::addColumn<int>("second");
     QTest::addColumn<QString>("left");
     // 1 to 4 were sold on 50, 4 has come back; 9 was sold on 51, 8 is on hand in blue.
-    const std::tuple<const char *, const char16_t *, const char16_t *, int, const char16_t *> rows[] = {
-        {"sold", u"1", u"red", 1, u""},
-        {"sold, Persian digits", u"۱", u"red", 1, u""},
-        {"another colour was not sold", u"1", u"green", 1, u"1:4"},
-        {"on record in blue", u"8", u"red", 1, u"8:3"},
-        {"sold on another document", u"9", u"red", 1, u"9:5"},
-        {"has come back", u"4", u"red", 1, u"4:5"},
-        {"more than was sold", u"2", u"red", 2, u"2:7"},
-        {"a serial of its own", u"77", u"red", 1, u""},
-        {"of its own, more than was sold", u"78", u"red", 4, u"78:8"},
+    const std::tuple<const char *, const char16_t *, const char16_t *, int, int, const char16_t *> rows[] = {
+        {"sold", u"1", u"red", 1, 0, u""},
+        {"sold, Persian digits", u"۱", u"red", 1, 0, u""},
+        {"another colour was not sold", u"1", u"green", 1, 0, u"1:4"},
+        {"on record in blue", u"8", u"red", 1, 0, u"8:3"},
+        {"sold on another document", u"9", u"red", 1, 0, u"9:5"},
+        {"has come back", u"4", u"red", 1, 0, u"4:5"},
+        {"more than was sold", u"2", u"red", 2, 0, u"2:7"},
+        {"a serial of its own", u"77", u"red", 1, 0, u""},
+        {"of its own, more than was sold", u"78", u"red", 4, 0, u"78:8"},
+        {"more in the second unit than was sold", u"2", u"red", 1, 1, u"2:7"},
+        {"of its own, more in the second unit", u"79", u"red", 1, 1, u"79:8"},
     };
-    for (const auto &[name, serial, colour, amount, left] : rows)
-        QTest::newRow(name) << QString::fromUtf16(serial) << QString::fromUtf16(colour) << amount
+    for (const auto &[name, serial, colour, amount, second, left] : rows)
+        QTest::newRow(name) << QString::fromUtf16(serial) << QString::fromUtf16(colour) << amount << second
                             << QString::fromUtf16(left);
 }
 
@@ -169,11 +172,13 @@ void TestSerialBatches::returnsWhatWasSold()
     QFETCH(QString, serial);
     QFETCH(QString, colour);
     QFETCH(int, amount);
+    QFETCH(int, second);
     QFETCH(QString, left);
     const auto line = Desk::Line(4, 61, 1, 1, 50);
     desk.serials.EnterGoodDetail_Open();
     host::TSerialBatch batch = desk.Batch(line, serial, colour);
     batch.Amounts.Amount1 = amount;
+    batch.Amounts.Amount2 = second;
     QCOMPARE(Desk::Left(desk.desk.serialBatches.EnterSerials(batch)).join(u','), left);
     QCOMPARE(WorkingSerials().size(), left.isEmpty() ? 1 : 0);
     if (!left.isEmpty())

@@ -40,6 +40,7 @@ private slots:
     void keepsAndReopensLines();
     void readsADivision();
     void sellsOnce();
+    void givesBackWhatThePurchaseBrought();
     void ledgerHoldsWhateverComes();
 
 private:
@@ -355,6 +356,33 @@ void TestSerialData::sellsOnce()
     QCOMPARE(Sum(), u"1"_s);
     QCOMPARE(m_desk->Delete(buy), QStringList{u"gone 1 red"_s});
     QCOMPARE(Sum(), u"1"_s);
+}
+
+/// A return to the supplier is offered what its purchase brought and has not gone back, whatever else is on hand.
+void TestSerialData::givesBackWhatThePurchaseBrought()
+{
+    for (const int purchase : {1, 2}) {
+        const auto buy = Desk::Line(1, purchase);
+        QCOMPARE(m_desk->Enter(buy, m_desk->Range(buy, {purchase * 10, purchase * 10 + 2})), QStringList());
+    }
+    QCOMPARE(m_desk->Exit(Desk::Line(2, 1), {11, 11}), QStringList());
+    const auto back = [](int code, int purchase) {
+        auto line = Desk::Line(5, code, 1, 1, purchase);
+        line.IsReturn = true;
+        return line;
+    };
+    const auto offered = [this](const host::TDocumentLine &line) {
+        m_desk->desk.detailMovements.ExitGoodDetails_Fill(line);
+        return m_database->Rows(u"select DetailTitle1 from GoodDetailKardexExit_Temp where Tmp = 1 order by 1"_s);
+    };
+    QCOMPARE(offered(back(1, 1)), (QStringList{u"10"_s, u"12"_s}));
+    QCOMPARE(m_desk->Exit(back(1, 1), {10, 10}), QStringList());
+    QCOMPARE(offered(back(1, 1)), (QStringList{u"10"_s, u"12"_s})); // its own again
+    m_desk->desk.detailMovements.ExitGoodDetails_Clear(back(1, 1));
+    QCOMPARE(offered(back(2, 1)), QStringList{u"12"_s});
+    m_desk->desk.detailMovements.ExitGoodDetails_Clear(back(2, 1));
+    QCOMPARE(offered(back(2, 0)).size(), 4); // it names none
+    QCOMPARE(m_desk->Delete(Desk::Line(1, 1)), (QStringList{u"returned 10 red"_s, u"gone 10 red"_s, u"gone 11 red"_s}));
 }
 
 void TestSerialData::ledgerHoldsWhateverComes()

@@ -31,7 +31,8 @@ struct Options
     QCommandLineOption csv{u"csv"_s, u"Print result sets as comma-separated values."_s};
     QCommandLineOption explain{u"explain"_s, u"Print the SQLite text of each statement instead of running it."_s};
     QCommandLineOption backup{u"backup"_s, u"Copy the embedded database to FILE while it is in use."_s, u"FILE"_s};
-    QCommandLineOption check{u"check"_s, u"Look for faults in documents, movements, stock and details; ends with 3 when there are any."_s};
+    QCommandLineOption check{
+        u"check"_s, u"Look for faults in documents, movements, stock and details; ends with 3 when there are any."_s};
     QCommandLineOption command{{u"c"_s, u"command"_s}, u"Run TEXT instead of a script."_s, u"TEXT"_s};
 };
 
@@ -78,7 +79,8 @@ int main(int argc, char **argv)
     const Options options;
     parser.setApplicationDescription(u"Runs T-SQL scripts (batches end at GO) and stops at the first error."_s);
     parser.addHelpOption();
-    parser.addOptions({options.init, options.demo, options.csv, options.explain, options.backup, options.check, options.command});
+    parser.addOptions(
+        {options.init, options.demo, options.csv, options.explain, options.backup, options.check, options.command});
     parser.addPositionalArgument(u"database"_s, u"A database file, or an ODBC connection string."_s);
     parser.addPositionalArgument(u"scripts"_s, u"Files to run, - for standard input."_s, u"[scripts...]"_s);
     parser.process(application);
