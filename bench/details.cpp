@@ -2,6 +2,7 @@
 
 #include "bench/report.h"
 #include "bench/shop.h"
+#include "desk/documents/document_store.h"
 #include "gooddetail/serial_dm.h"
 #include "host/data/query.h"
 
@@ -48,6 +49,18 @@ public:
         Expect(m_host.serialBatches.ChooseSerials(line, {from, from + Range - 1}, {1}).value_or(-1), Range);
     }
     host::DetailMovementService &Movements() { return m_host.detailMovements; }
+    /// The whole document around what is kept for its line: header, line, movement, details, stock.
+    void SaveDocument(const host::TDocumentLine &kept)
+    {
+        desk::Document document{kept.OperationType, kept.OperationCode, u"1405/09/01"_s, kept.StoreCode};
+        desk::DocumentLine line;
+        line.OperationRow = kept.OperationRow;
+        line.Good.Code = kept.GoodCode;
+        line.StoreCode = kept.StoreCode;
+        line.Amount1 = Range;
+        document.Lines << line;
+        desk::DocumentStore(m_host).Save(document);
+    }
 
     static void Expect(int found, int wanted)
     {
@@ -80,6 +93,25 @@ void Fill(Details &details)
     details.Save(line);
 }
 
+/// Documents behind those of the demo shop.
+void Documents(Report &report, Details &details)
+{
+    const auto purchase = Details::Line(Purchase, 1001);
+    details.Data().EnterGoodDetail_Open();
+    details.Enter(purchase, OnHand * 10, Range);
+    Once(report, u"document with %1 serials bought, saved"_s.arg(Range), 1000, [&] {
+        details.Movements().EnterGoodDetails_Keep(details.Data().EnterGoodDetail_Table(), purchase);
+        details.SaveDocument(purchase);
+    });
+    const auto sale = Details::Line(Sale, 1001);
+    details.Movements().ExitGoodDetails_Fill(sale);
+    details.Choose(sale, OnHand * 10);
+    Once(report, u"document with %1 serials sold, saved"_s.arg(Range), 1000, [&] {
+        details.Movements().ExitGoodDetails_Keep(sale);
+        details.SaveDocument(sale);
+    });
+}
+
 } // namespace
 
 void MeasureDetails(Report &report, Shop &shop)
@@ -108,6 +140,7 @@ void MeasureDetails(Report &report, Shop &shop)
         details.Movements().ExitGoodDetails_Keep(sale);
         details.Save(sale);
     });
+    Documents(report, details);
 }
 
 } // namespace bench

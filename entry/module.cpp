@@ -2,6 +2,9 @@
 
 #include "detailtypes/detail_types_list.h"
 #include "entry/selection_param.h"
+#include "gooddetail/details_select.h"
+#include "gooddetail/enter_serial.h"
+#include "gooddetail/exit_serial.h"
 #include "host/data/database_error.h"
 #include "host/data/sql_text.h"
 #include "screens/good_editor/good_get.h"
@@ -231,6 +234,40 @@ QString Module::SelectDetailTypes(const QString &openingText, const detail_types
     if (list.ShowModally() != QDialog::Accepted || list.SelectedCodes().isEmpty())
         return {};
     return list.SelectedCodes() + u',';
+}
+
+Module::LineDetails Module::EnterDetails(int mode, int key, const QString &openingText, host::Quantity wanted)
+{
+    const bool anew = mode == static_cast<int>(TFormMode::New);
+    TEnter_Serial_FRM screen(m_host);
+    screen.SetKeyboardLayoutName(m_host.keyboard.GetKeyboardLayoutName());
+    if (wanted > 0)
+        screen.SetWanted(wanted);
+    const int result = screen.OpenText(anew ? QVariant() : key, anew ? TFormMode::New : TFormMode::Edit, openingText);
+    return {!screen.Aborted(), result == QDialog::Accepted, screen.Result()};
+}
+
+Module::LineDetails Module::ExitDetails(int mode, int key, const QString &openingText)
+{
+    const bool edits = mode == static_cast<int>(TFormMode::Edit);
+    const TFormMode opening = mode == static_cast<int>(TFormMode::New) ? TFormMode::New
+                              : edits                                  ? TFormMode::Edit
+                                                                       : TFormMode::Review;
+    TExit_Serial_FRM screen(m_host);
+    screen.SetKeyboardLayoutName(m_host.keyboard.GetKeyboardLayoutName());
+    const int result = screen.OpenText(edits ? key : 0, opening, openingText);
+    return {!screen.Aborted(), result == QDialog::Accepted, screen.Result()};
+}
+
+QString Module::SelectGoodDetails(const QString &caption, const good_detail::SelectOpening &opening)
+{
+    TGoodDetails_Select_FRM screen(m_host, Pack(opening), caption);
+    screen.SetKeyboardLayoutName(m_host.keyboard.GetKeyboardLayoutName());
+    screen.SetFormMode(TFormMode::Selection);
+    screen.SetFormTheme();
+    if (screen.ShowModally() != QDialog::Accepted || screen.Chosen().isEmpty())
+        return {};
+    return opening.Flag == 0 ? screen.Chosen() + u',' : screen.Chosen();
 }
 
 int Module::OpenList(TSoftwarePart part)

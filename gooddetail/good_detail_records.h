@@ -21,7 +21,8 @@ struct TEnterGoodDetail_Rec
     int OperationCode = 0;
     int OperationRow = 0;
     int ForeignOperationCode = 0;
-    quint8 Tmp = 1; ///< 1 while the document is not saved
+    quint8 Tmp = 1;                                ///< 1 while the document is not saved
+    std::optional<host::TAmounts> Returnable = {}; ///< of a return; what is not given stays as it is
 };
 
 /// What a screen needs to build the input of one detail type. What a kind does not have stays empty.
@@ -38,12 +39,41 @@ struct TGoodDetailData
     QString ToggleTitleFalse;
 };
 
+/// A list of goods that users keep together.
+struct TSelectedList_Rec
+{
+    int Code = 0;
+    QString Title;
+};
+
+/// The good of a document's line, as the screens of details show it.
+struct TLineGood_Rec
+{
+    bool Found = false;
+    QString Name;
+    int Unit = 0;
+    int Unit2 = 0;              ///< 0: none
+    host::Quantity Formool = 0; ///< units 1 in one unit 2; 0: no formula
+    QString UnitName;
+    QString Unit2Name;
+};
+
 /// The header of a division of details.
 struct TGoodDetailDivision_Rec
 {
     int Code = 0;
     QString Date;
     QString Comment;
+};
+
+/// A row of the exit screen: a detail value on hand, and how much of it goes out.
+struct TExitGoodDetail_Rec
+{
+    int ID = 0;
+    std::array<QString, host::MostDetails> DetailTitle;
+    host::TAmounts OnHand;
+    host::TAmounts Exit;
+    bool Selected = false; ///< some of it goes out
 };
 
 /// What is typed above the list of the exit screen, of which only what is set narrows the list.

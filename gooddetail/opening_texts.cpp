@@ -4,6 +4,7 @@
 
 #include <QRegularExpression>
 
+#include <algorithm>
 #include <cmath>
 
 using namespace Qt::StringLiterals;
@@ -66,7 +67,9 @@ template <typename Visitor> void Visit(Visitor &visit, ChosenDetail &o)
 /// Two decimals, halves away from zero.
 QString Fixed(Quantity amount)
 {
-    const Quantity hundredths = std::round(amount * 100);
+    // Far beyond what the columns hold; a number that is none says nothing.
+    constexpr Quantity Most = 9e16L;
+    const Quantity hundredths = std::isnan(amount) ? 0 : std::round(std::clamp(amount, -Most, Most) * 100);
     const QString digits = QString::number(static_cast<qint64>(std::fabs(hundredths))).rightJustified(3, u'0');
     return (hundredths < 0 ? u"-"_s : QString()) + digits.chopped(2) + u'.' + digits.last(2);
 }

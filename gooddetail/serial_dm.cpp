@@ -1,13 +1,14 @@
 #include "gooddetail/serial_dm.h"
 
 #include "host/data/sql_text.h"
+#include "host/data/transaction.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Rows of the exit list read at a time: a good may have a hundred thousand serials.
-constexpr int ExitBlock = 1000;
+/// Rows of a list read at a time: a good may have a hundred thousand serials, a shop as many goods.
+constexpr int Block = 1000;
 
 } // namespace
 
@@ -18,7 +19,8 @@ TSerial_DM::TSerial_DM(host::Host &host)
       Temp_QUR(host.DM.ADOConnection1), FactPrint_QRY(host.DM.ADOConnection1), m_main(host.DM.ADOConnection1),
       m_host(host), tmp_QRY(m_main)
 {
-    ExitGoodDetail_QRY.SetBlockSize(ExitBlock);
+    ExitGoodDetail_QRY.SetBlockSize(Block);
+    Exist_QRY.SetBlockSize(Block);
 }
 
 // Selecting, divisions and the serials of documents.
@@ -72,16 +74,20 @@ bool TSerial_DM::GoodDetailDivision_Fill(int divisionCode, TGoodDetailDivision_R
 {
     constexpr auto Exit = static_cast<quint8>(host::TOperationType::DivisionExit);
     tmp_QRY.Open(u"SELECT * FROM GoodDetailDivision gdd WHERE gdd.Code = "_s + QString::number(divisionCode));
-    if (tmp_QRY.IsEmpty())
-        return false;
-    header = {tmp_QRY.Int(u"Code"), tmp_QRY.Text(u"Date"), tmp_QRY.Text(u"Comment")};
+    const bool found = !tmp_QRY.IsEmpty();
+    if (found)
+        header = {tmp_QRY.Int(u"Code"), tmp_QRY.Text(u"Date"), tmp_QRY.Text(u"Comment")};
     tmp_QRY.Close();
+    if (!found)
+        return false;
+    host::Transaction transaction(m_main);
     host::DetailDivisionService &divisions = m_host.detailDivisions;
     divisions.CreateGoodDetailDivisionDetailTempTable();
     divisions.CreateGoodDetailDivisionDetailItemsTempTable();
     divisions.GoodDetailDivisionDetailTempInsert_Rows(divisionCode);
     divisions.GoodDetailDivisionDetailItemsTempInsert_Rows(divisionCode);
     m_host.detailMovements.ExitGoodDetails_Edit(Exit, divisionCode);
+    transaction.Commit();
     return true;
 }
 

@@ -1,9 +1,12 @@
 #pragma once
 
+#include "gooddetail/detail_line.h"
 #include "gooddetail/good_detail_records.h"
 #include "host/data/dataset.h"
 #include "host/data/query.h"
 #include "host/host.h"
+
+#include <QUuid>
 
 /// The good details data module: every statement of the screens that enter, take out and select details of goods.
 ///
@@ -43,6 +46,10 @@ public:
     /// Letters of its title.
     int GetGoodDetailTitleLength(int detailId);
     int GetGoodDetailType(int detailId);
+    /// The name, units and formula of a good.
+    TLineGood_Rec GetLineGood(int goodCode);
+    /// Nothing when there is no such store.
+    std::optional<QString> GetStoreName(int storeCode);
     /// Whether the good is measured by area.
     bool CheckGoodUnit_MetreMoraba(int goodCode);
 
@@ -61,6 +68,13 @@ public:
     /// Opens `Exist_QRY`. The column expression begins with a comma; mode 1 takes goods without a formula, 2 those in
     /// square metres. In these two the filter is joined with AND, in mode 0 it must bring its own.
     void GoodDetail_SelectGood_Get(const QString &column, const QString &filter, quint8 mode);
+    /// Opens `Exist_QRY` for choosing: every good in the order of codes, or those of a selected list in its order.
+    /// `listCode` 0: none; `mode` as above.
+    void GoodDetail_SelectGood_Open(int listCode, quint8 mode);
+    /// The selected lists of goods that are in use.
+    QList<TSelectedList_Rec> SelectedLists_Get();
+    /// The titles of a good's details in their order.
+    QStringList GetGoodDetailTitles(int goodCode);
     /// Opens `Exist_Detail_QRY`.
     void GoodDetail_Select(int goodCode, int comIndex, int unitType);
 
@@ -78,6 +92,8 @@ public:
     void EnterGoodDetailRow_Update(const TEnterGoodDetail_Rec &row);
     /// Removes the working row.
     void EnterGoodDetailRow_Delete(int id);
+    /// The same for several, in blocks of a thousand.
+    void EnterGoodDetailRows_Delete(const QList<int> &ids);
     /// Removes the working rows of a store and kind of document, but for those of the given detail values.
     void EnterGoodDetailRow_DeleteAll(int storeCode, quint8 operationType, const QList<int> &keptValues);
 
@@ -87,6 +103,12 @@ public:
     void ExitGoodDetail_Open(const host::TDocumentLine &line, const TExitNarrowing &typed);
     /// Sets what goes out of a working row, which is chosen as soon as one amount is above 0.
     void ExitGoodDetailRow_Update(int id, const host::TAmounts &exit, int foreignOperationCode);
+    /// A working row as it stands now; nothing when there is none with that ID.
+    std::optional<TExitGoodDetail_Rec> ExitGoodDetail_Row(int id);
+    /// What the chosen rows of the line come to.
+    good_detail::DetailLineResult ExitGoodDetail_Sum(const host::TDocumentLine &line);
+    /// Takes every choice of the line back; what is on hand stays on offer.
+    void ExitGoodDetail_DeleteAll(const host::TDocumentLine &line);
 
     // Divisions ----------------------------------------------------------------------------------------------------
 
@@ -109,6 +131,8 @@ private:
     bool FindSerial(const QString &serial, int &detailValueId);
     void WriteRow(const TEnterGoodDetail_Rec &row);
     void ReadyEnterRows();
+    void ForgetValues(const QString &condition);
+    void RemoveRows(const QString &condition);
     bool ClaimCommonTable();
     void GiveTableBack();
 
@@ -116,6 +140,7 @@ private:
     host::Host &m_host;
     host::Query tmp_QRY;
     QString m_enterTable;
+    const QString m_mark = QUuid::createUuid().toString(QUuid::WithoutBraces);
     bool m_claimed = false; ///< the common working table is this module's
 };
 

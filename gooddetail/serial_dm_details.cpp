@@ -1,5 +1,6 @@
 #include "gooddetail/serial_dm.h"
 #include "host/data/sql_text.h"
+#include "host/services/serial_batch_service.h"
 
 #include <array>
 
@@ -151,18 +152,28 @@ bool TSerial_DM::CheckSerialDetailValueID_2(const QString &serial, int &detailVa
 
 bool TSerial_DM::CheckSerialRangeDetailValueID(const QString &from, const QString &to, QString &list)
 {
-    const QString first = QString::number(host::SerialText(from).toLongLong());
-    const QString last = QString::number(host::SerialText(to).toLongLong());
+    const host::TSerialRange range{host::SerialText(from).toLongLong(), host::SerialText(to).toLongLong()};
+    list.clear();
+    if (range.IsEmpty())
+        return false;
     const QString number = u"TRY_CAST(dvd.[Value] AS bigint)"_s;
+    const QString known =
+        u" FROM GoodDetailValueDetails dvd INNER JOIN GoodDetailValues dv ON dv.ID = dvd.DetailValueID "
+        "INNER JOIN DetailTypes dt ON dvd.DetailID = dt.ID "_s;
+    // The few numbers of a range look for their serials; a range beyond that is compared with every serial.
+    const QString values =
+        range.IsTooLong()
+            ? u"SELECT %1 AS N, MIN(dvd.DetailValueID) AS ValueID%2WHERE dt.DetailType = 3 AND %1 BETWEEN %3 AND %4 AND "
+              "dvd.[Value] = CAST(%1 AS nvarchar(20)) GROUP BY %1"_s.arg(number, known, QString::number(range.From),
+                                                                         QString::number(range.To))
+            : u"SELECT n.N, MIN(dvd.DetailValueID) AS ValueID%1INNER JOIN (%2) n ON dvd.[Value] = CAST(n.N AS "
+              "nvarchar(20)) WHERE dt.DetailType = 3 GROUP BY n.N"_s.arg(known, host::CountedText(range));
     QStringList taken;
     // What the single check asks, of all serials that are the plain text of a number in the range.
     tmp_QRY.Open(
-        u"SELECT s.N FROM (SELECT %1 AS N, MIN(dvd.DetailValueID) AS ValueID FROM GoodDetailValues dv INNER JOIN "
-        "GoodDetailValueDetails dvd ON dv.ID = dvd.DetailValueID INNER JOIN DetailTypes dt ON dvd.DetailID = dt.ID "
-        "WHERE dt.DetailType = 3 AND %1 BETWEEN %2 AND %3 AND dvd.[Value] = CAST(%1 AS nvarchar(20)) GROUP BY %1) s "
-        "WHERE (SELECT ISNULL(SUM(dk.Amount1), 0) FROM GoodDetailKardex dk WHERE dk.DetailValueID = s.ValueID) + "
+        u"SELECT s.N FROM (%1) s WHERE (SELECT ISNULL(SUM(dk.Amount1), 0) FROM GoodDetailKardex dk WHERE dk.DetailValueID = s.ValueID) + "
         "(SELECT ISNULL(SUM(et.Amount1), 0) FROM GoodDetailKardexEnter_Temp et WHERE et.DetailValueID = s.ValueID) > 0 "
-        "ORDER BY s.N"_s.arg(number, first, last));
+        "ORDER BY s.N"_s.arg(values));
     for (; !tmp_QRY.Eof(); tmp_QRY.Next())
         taken << tmp_QRY.Value(0).toString();
     tmp_QRY.Close();

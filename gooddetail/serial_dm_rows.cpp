@@ -2,9 +2,9 @@
 #include "gooddetail/serial_dm.h"
 #include "host/data/database_error.h"
 #include "host/data/sql_text.h"
+#include "host/data/transaction.h"
 
 #include <QLoggingCategory>
-#include <QUuid>
 
 using namespace Qt::StringLiterals;
 
@@ -78,19 +78,22 @@ TSerial_DM::~TSerial_DM()
 /// Making a table is one step on the server: of two desks one gets it.
 bool TSerial_DM::ClaimCommonTable()
 {
-    const QString mark = QUuid::createUuid().toString(QUuid::WithoutBraces);
     tmp_QRY.Open(
         u"IF OBJECT_ID('tempdb..%1') IS NULL BEGIN BEGIN TRY CREATE TABLE %1 (Mark nvarchar(40)) INSERT INTO "
         "%1 (Mark) VALUES (%2) END TRY BEGIN CATCH PRINT ERROR_MESSAGE() END CATCH END SELECT Mark FROM %1"_s.arg(
-            Claim, host::NQuotedStr(mark)));
-    const bool mine = !tmp_QRY.IsEmpty() && tmp_QRY.Text(u"Mark") == mark;
+            Claim, host::NQuotedStr(m_mark)));
+    const bool mine = !tmp_QRY.IsEmpty() && tmp_QRY.Text(u"Mark") == m_mark;
     tmp_QRY.Close();
     return mine;
 }
 
 void TSerial_DM::EnterGoodDetail_Open()
 {
-    if (!m_claimed)
+    const bool first = m_enterTable.isEmpty();
+    if (!first && host::Scalar(m_main, u"SELECT OBJECT_ID('tempdb..%1')"_s.arg(m_enterTable)).toInt() != 0)
+        ForgetValues(u"1 = 1"_s);
+    // Asked again each time: a connection that was lost has taken the claim along.
+    if (m_claimed || first)
         m_claimed = ClaimCommonTable();
     m_enterTable = m_claimed ? CommonTable : OwnTable;
     QString text = EnterText;
@@ -109,6 +112,7 @@ void TSerial_DM::GiveTableBack()
     if (m_enterTable.isEmpty())
         return;
     EnterGoodDetail_QRY.Close();
+    ForgetValues(u"1 = 1"_s);
     QString text = u"DROP TABLE "_s + m_enterTable;
     if (m_claimed)
         text += u" DROP TABLE "_s + Claim;
@@ -146,6 +150,13 @@ void TSerial_DM::WriteRow(const TEnterGoodDetail_Rec &row)
     rows.SetField(u"OperationCode", row.OperationCode);
     rows.SetField(u"OperationRow", row.OperationRow);
     rows.SetField(u"ForeignOperationCode", row.ForeignOperationCode);
+    if (!row.Returnable)
+        return;
+    rows.SetQuantity(u"Amount1_Ret", row.Returnable->Amount1);
+    rows.SetQuantity(u"Amount2_Ret", row.Returnable->Amount2);
+    rows.SetQuantity(u"Length_Ret", row.Returnable->Length);
+    rows.SetQuantity(u"Width_Ret", row.Returnable->Width);
+    rows.SetQuantity(u"Amount3_Ret", row.Returnable->Amount3);
 }
 
 void TSerial_DM::EnterGoodDetailRow_Insert(const TEnterGoodDetail_Rec &row)
@@ -166,9 +177,36 @@ void TSerial_DM::EnterGoodDetailRow_Update(const TEnterGoodDetail_Rec &row)
     EnterGoodDetail_QRY.Post();
 }
 
+/// Detail values that were made for rows which are about to go, and that no other row nor document has.
+void TSerial_DM::ForgetValues(const QString &condition)
+{
+    m_host.detailValues.DeleteUnusedDetailValuesAmong(
+        u"SELECT DetailValueID FROM %1 GROUP BY DetailValueID HAVING SUM(CASE WHEN %2 THEN 0 ELSE 1 END) = 0"_s.arg(
+            m_enterTable, condition));
+}
+
+void TSerial_DM::RemoveRows(const QString &condition)
+{
+    host::Transaction transaction(m_main);
+    ForgetValues(condition);
+    host::Run(m_main, u"DELETE FROM %1 WHERE %2"_s.arg(m_enterTable, condition));
+    transaction.Commit();
+}
+
 void TSerial_DM::EnterGoodDetailRow_Delete(int id)
 {
-    host::Exec(m_main, u"DELETE FROM %1 WHERE ID = %2"_s.arg(m_enterTable).arg(id));
+    EnterGoodDetailRows_Delete({id});
+}
+
+void TSerial_DM::EnterGoodDetailRows_Delete(const QList<int> &ids)
+{
+    constexpr qsizetype InBlock = 1000;
+    for (qsizetype at = 0; at < ids.size(); at += InBlock) {
+        QStringList block;
+        for (const int id : ids.mid(at, InBlock))
+            block << QString::number(id);
+        RemoveRows(u"ID IN (%1)"_s.arg(block.join(u',')));
+    }
 }
 
 void TSerial_DM::EnterGoodDetailRow_DeleteAll(int storeCode, quint8 operationType, const QList<int> &keptValues)
@@ -177,10 +215,7 @@ void TSerial_DM::EnterGoodDetailRow_DeleteAll(int storeCode, quint8 operationTyp
     for (const int value : keptValues)
         kept << QString::number(value);
     const QString but = kept.isEmpty() ? QString() : u" AND DetailValueID NOT IN (%1)"_s.arg(kept.join(u','));
-    host::Exec(m_main, u"DELETE FROM %1 WHERE StoreCode = %2 AND OperationType = %3"_s.arg(m_enterTable)
-                               .arg(storeCode)
-                               .arg(operationType) +
-                           but);
+    RemoveRows(u"StoreCode = %1 AND OperationType = %2"_s.arg(storeCode).arg(operationType) + but);
 }
 
 void TSerial_DM::ExitGoodDetail_Open(const host::TDocumentLine &line, const TExitNarrowing &typed)

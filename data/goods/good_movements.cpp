@@ -22,8 +22,12 @@ struct DocumentKind
 };
 
 constexpr DocumentKind Kinds[] = {
-    {1, u"خرید"},
-    {2, u"فروش"},
+    {static_cast<int>(host::TOperationType::Purchase), u"خرید"},
+    {static_cast<int>(host::TOperationType::Sale), u"فروش"},
+    {static_cast<int>(host::TOperationType::SaleReturn), u"برگشت از فروش"},
+    {static_cast<int>(host::TOperationType::PurchaseReturn), u"برگشت از خرید"},
+    {static_cast<int>(host::TOperationType::TransferOut), u"انتقال به انبار دیگر"},
+    {static_cast<int>(host::TOperationType::TransferIn), u"انتقال از انبار دیگر"},
     {static_cast<int>(host::TOperationType::OpeningStock), u"موجودی اول دوره"},
     {static_cast<int>(host::TOperationType::DivisionExit), u"خروج برای تقسیم جزئیات"},
     {static_cast<int>(host::TOperationType::DivisionEntry), u"ورود از تقسیم جزئیات"},

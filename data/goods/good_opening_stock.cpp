@@ -1,6 +1,5 @@
 #include "data/goods/good_opening_stock.h"
 
-#include "host/data/database_error.h"
 #include "host/data/sql_text.h"
 #include "host/data/transaction.h"
 
@@ -14,6 +13,7 @@ OpeningStock::OpeningStock(const QSqlDatabase &main)
     : GoodFirstAsset_QRY(main), FirstAssetList_QRY(main), m_main(main), Temp_QRY(main)
 {
     GoodFirstAsset_QRY.SetTable(u"GoodFirstAsset"_s, u"ID"_s);
+    FirstAssetList_QRY.SetOrder(u"Radif"_s);
 }
 
 void OpeningStock::FirstAsset_DeleteTemp(int goodCode)
@@ -180,25 +180,31 @@ bool OpeningStock::ValidateGoodFirstAsset_Insert(int goodCode, int storeCode, in
     return !Temp_QRY.IsEmpty();
 }
 
-void OpeningStock::FirstAsset_SaveRow(int goodCode, int formerStore)
+void OpeningStock::FirstAsset_SaveTemp(int goodCode)
 {
     const QString good = QString::number(goodCode);
     host::Transaction transaction(m_main);
-    if (host::Exists(m_main, u"select top 1 s.ID from GoodFirstAsset as s where s.tmp=0 and s.GoodCode="_s + good +
-                                 u" and s.StoreCode<>"_s + QString::number(formerStore) +
-                                 u" and not exists (select w.ID from GoodFirstAsset as w where w.tmp=1 and "
-                                 "w.GoodCode=s.GoodCode and w.StoreCode=s.StoreCode)"_s)) {
-        throw host::DatabaseError(u"موجودی اول دوره این کالا در جای دیگری تغییر کرده است؛ کالا را دوباره باز کنید."_s);
-    }
-    // The remark was entered with the row; here only its amounts and its store are.
-    if (formerStore != 0) {
-        host::Run(m_main, u"update GoodFirstAsset set Comment=(select max(s.Comment) from GoodFirstAsset as s where "
-                          "s.tmp=0 and s.GoodCode="_s +
-                              good + u") where tmp=1 and GoodCode="_s + good);
-    }
     host::Run(m_main, u"Delete from GoodFirstAsset where tmp=0 and GoodCode="_s + good);
     host::Run(m_main, u"Update GoodFirstAsset set tmp=0 where tmp=1 and GoodCode="_s + good);
     transaction.Commit();
+}
+
+QList<TGoodFirstAsset_Rec> OpeningStock::FirstAsset_Rows(int goodCode, bool working)
+{
+    QList<TGoodFirstAsset_Rec> rows;
+    Temp_QRY.Open(u"Select ID,GoodCode,StoreCode,tmp,Amount1,Amount2,Comment,Radif from GoodFirstAsset where tmp=%1 and "
+                  "GoodCode=%2 order by Radif,ID"_s.arg(working ? 1 : 0)
+                      .arg(goodCode));
+    for (; !Temp_QRY.Eof(); Temp_QRY.Next())
+        rows << TGoodFirstAsset_Rec{Temp_QRY.Int(u"ID"),         Temp_QRY.Int(u"GoodCode"),   Temp_QRY.Int(u"StoreCode"),
+                                    Temp_QRY.Int(u"tmp"),        Temp_QRY.Number(u"Amount1"), Temp_QRY.Number(u"Amount2"),
+                                    Temp_QRY.Text(u"Comment"), Temp_QRY.Int(u"Radif")};
+    return rows;
+}
+
+QString OpeningStock::FirstAsset_RecoveryText(int id)
+{
+    return u"select ID from GoodFirstAsset where tmp=1 and ID="_s + QString::number(id);
 }
 
 int OpeningStock::AutoVoucherFirstPriodGoods(const FirstPeriodVoucher &voucher)

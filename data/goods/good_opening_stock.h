@@ -35,13 +35,14 @@ public:
     void GoodFirstAsset(int goodCode, const QString &store, const QString &amount1, const QString &amount2);
     void GoodFirstAsset_GetAmount(int goodCode, host::Quantity &amount1, host::Quantity &amount2);
     void GoodFirstAsset_UpdateAllGoodCodes(int newCode, int oldCode);
-    /// On save: the working copy replaces the saved rows, of which the editor showed the one in `formerStore` (0: there
-    /// was none). Throws when another desk has entered rows for further stores.
-    void FirstAsset_SaveRow(int goodCode, int formerStore);
+    /// On save: the working copy replaces the saved rows.
+    void FirstAsset_SaveTemp(int goodCode);
+    /// The rows in their order: the saved ones, or the working copy.
+    QList<TGoodFirstAsset_Rec> FirstAsset_Rows(int goodCode, bool working);
 
     // Single rows
 
-    /// Opens `FirstAssetList_QRY`. The good may not be saved yet, so its units (0: none) and its formula (main units in
+    /// Opens `FirstAssetList_QRY`, in the order of the rows. The good may not be saved yet, so its units (0: none) and its formula (main units in
     /// one second unit, 0: none) are the caller's.
     void GoodFirstAsset_GetAll(int goodCode, int unit1, int unit2, host::Quantity formula);
     int GoodFirstAsset_GetNewCode(int goodCode);
@@ -50,10 +51,13 @@ public:
     void GoodFirstAsset_GetByID(int goodCode, int radif);
     bool GoodFirstAsset_Insert(const TGoodFirstAsset_Rec &rec);
     bool GoodFirstAsset_Update(const TGoodFirstAsset_Rec &rec);
+    /// Deletes every working row with this number, whosever it is; see OpeningCopy::Delete().
     void GoodFirstAsset_Delete(int radif);
     int GoodFirstAsset_RecordCount(int goodCode, int storeCode);
     /// True when another working row of the good uses the store.
     bool ValidateGoodFirstAsset_Insert(int goodCode, int storeCode, int radif);
+    /// What finds a row by its ID.
+    static QString FirstAsset_RecoveryText(int id);
 
     // The opening voucher
 
@@ -73,6 +77,8 @@ public:
     };
     /// Makes or changes the opening voucher; the procedure's return value.
     int AutoVoucherFirstPriodGoods(const FirstPeriodVoucher &voucher);
+
+    const QSqlDatabase &OpeningConnection() const { return m_main; }
 
 private:
     void WriteFirstAsset(const TGoodFirstAsset_Rec &rec);

@@ -41,10 +41,10 @@ struct DeskHost
     Stock stock;
     Entities entities;
     Vouchers vouchers;
-    GoodDetails goodDetails;
     DetailDesk detailDesk;
     DetailValues detailValues;
     DetailMovements detailMovements;
+    GoodDetails goodDetails;
     SerialBatches serialBatches;
     DetailDivisions detailDivisions;
     PhotoStore photos;

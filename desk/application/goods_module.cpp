@@ -9,6 +9,20 @@ namespace desk {
 
 namespace {
 
+/// How a line's screen is opened: rows are new, or the line's own are opened again.
+constexpr std::int32_t NewRows = 2;
+constexpr std::int32_t RowsAgain = 3;
+
+/// Results 1 to 7 of the screens.
+using Results = std::array<long double, 7>;
+
+std::optional<host::TAmounts> AmountsOf(bool ok, const Results &results)
+{
+    if (!ok)
+        return std::nullopt;
+    return host::TAmounts{results[0], results[1], results[2], results[3], results[4], results[5]};
+}
+
 const char16_t *Utf16(const QString &text)
 {
     return reinterpret_cast<const char16_t *>(text.utf16());
@@ -44,6 +58,9 @@ bool GoodsModule::Load()
     Resolve(m_table.Call_DetailTypes_List, "Call_DetailTypes_List");
     Resolve(m_table.Select_DetailTypes_Multible, "Select_DetailTypes_Multible");
     m_complete = m_error.isEmpty();
+    // A module may be without the screens for details: then documents do without them.
+    m_table.Open_Enter_GoodDetail = reinterpret_cast<Enter>(m_library.resolve("Open_Enter_GoodDetail"));
+    m_table.Open_Exit_GoodDetail = reinterpret_cast<Exit>(m_library.resolve("Open_Exit_GoodDetail"));
     return m_complete;
 }
 
@@ -75,6 +92,33 @@ QString GoodsModule::Select_Good_Multible(const QString &param) const
 int GoodsModule::Select_Store(const QString &param) const
 {
     return m_table.Select_Store(Utf16(param));
+}
+
+std::optional<host::TAmounts> GoodsModule::EnterGoodDetail(const LineDetailsOpening &opening)
+{
+    if (!m_table.Open_Enter_GoodDetail)
+        return std::nullopt;
+    const host::TDocumentLine &line = opening.Line;
+    Results r{};
+    const Byte ok = m_table.Open_Enter_GoodDetail(
+        opening.HasRows ? RowsAgain : NewRows, line.OperationType, line.GoodCode, 0, 0, opening.Wanted,
+        Utf16(opening.StoreName), Utf16(opening.UnitName2), 0, Utf16(opening.UnitName1), 0, Utf16(opening.GoodName), 0,
+        0, 0, 0, line.IsReturn ? 1 : 0, &r[6], &r[5], &r[4], &r[3], &r[2], &r[1], &r[0], line.UnitType,
+        line.ForeignOperationCode, line.OperationRow, line.OperationCode, line.StoreCode);
+    return AmountsOf(ok == 1, r);
+}
+
+std::optional<host::TAmounts> GoodsModule::ExitGoodDetail(const LineDetailsOpening &opening)
+{
+    if (!m_table.Open_Exit_GoodDetail)
+        return std::nullopt;
+    const host::TDocumentLine &line = opening.Line;
+    Results r{};
+    const Byte ok = m_table.Open_Exit_GoodDetail(
+        opening.HasRows ? RowsAgain : NewRows, line.OperationType, line.GoodCode, Utf16(opening.StoreName), 0, 0,
+        line.IsReturn ? 1 : 0, &r[6], &r[5], &r[4], &r[3], &r[2], &r[1], &r[0], line.UnitType,
+        line.ForeignOperationCode, line.OperationRow, line.OperationCode, line.StoreCode);
+    return AmountsOf(ok == 1, r);
 }
 
 QString GoodsModule::Select_DetailTypes_Multible(const host::MultibleParam &wanted) const

@@ -1,18 +1,20 @@
 #pragma once
 
+#include "desk/documents/line_details.h"
 #include "entry/exports.h"
 #include "host/services/entity_service.h"
 
 #include <QLibrary>
 #include <QString>
 
+#include <array>
 #include <cstdint>
 
 namespace desk {
 
 /// The goods module, loaded at run time: its exported functions resolved by name, with texts as QString.
 /// Load it after host::install(). Every function opens a screen and returns when a modal one has closed.
-class GoodsModule
+class GoodsModule : public LineDetailScreens
 {
 public:
     /// `folder` is where Goods_VLK lies, the program's own by default.
@@ -40,8 +42,19 @@ public:
     int Select_Unit() const { return m_table.Select_Unit(); }
     void Call_DetailTypes_List() const { m_table.Call_DetailTypes_List(); }
     QString Select_DetailTypes_Multible(const host::MultibleParam &wanted) const;
+    /// `Open_Enter_GoodDetail` and `Open_Exit_GoodDetail`; nothing when the screen did not close with OK.
+    std::optional<host::TAmounts> EnterGoodDetail(const LineDetailsOpening &opening) override;
+    std::optional<host::TAmounts> ExitGoodDetail(const LineDetailsOpening &opening) override;
 
 private:
+    using Int = std::int32_t;
+    using Byte = std::uint8_t;
+    using Text = const char16_t *;
+    using Ext = long double;
+    using Enter = Byte (*)(Int, Byte, Int, Byte, Byte, Ext, Text, Text, Int, Text, Int, Text, Int, Int, Int, Int, Int,
+                           Ext *, Ext *, Ext *, Ext *, Ext *, Ext *, Ext *, Int, Int, Int, Int, Int);
+    using Exit = Byte (*)(Int, Byte, Int, Text, Int, Int, Int, Ext *, Ext *, Ext *, Ext *, Ext *, Ext *, Ext *, Int,
+                          Int, Int, Int, Int);
     struct Table
     {
         decltype(&::Open_GoodList) Open_GoodList = nullptr;
@@ -58,6 +71,8 @@ private:
         decltype(&::Select_Unit) Select_Unit = nullptr;
         decltype(&::Call_DetailTypes_List) Call_DetailTypes_List = nullptr;
         decltype(&::Select_DetailTypes_Multible) Select_DetailTypes_Multible = nullptr;
+        Enter Open_Enter_GoodDetail = nullptr;
+        Exit Open_Exit_GoodDetail = nullptr;
     };
 
     template <typename Function> void Resolve(Function &target, const char *name);

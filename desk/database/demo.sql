@@ -14,6 +14,7 @@ INSERT INTO UserRights (UserCode, SoftwarePart, Permission) VALUES
     (2, 102, 6),
     (2, 104, 6),
     (2, 105, 6),
+    (2, 202, 6),
     (2, 309, 6),
     (3, 102, 1),
     (3, 102, 2),
@@ -30,6 +31,21 @@ INSERT INTO UserRights (UserCode, SoftwarePart, Permission) VALUES
     (3, 122, 1),
     (3, 122, 2),
     (3, 122, 6),
+    (3, 201, 1),
+    (3, 201, 2),
+    (3, 201, 6),
+    (3, 202, 1),
+    (3, 202, 2),
+    (3, 202, 6),
+    (3, 204, 1),
+    (3, 204, 2),
+    (3, 204, 6),
+    (3, 205, 1),
+    (3, 205, 2),
+    (3, 205, 6),
+    (3, 206, 1),
+    (3, 206, 2),
+    (3, 206, 6),
     (3, 309, 1),
     (3, 309, 2),
     (3, 309, 6),
@@ -2985,6 +3001,19 @@ INSERT INTO Kardex (Kala, Anbar, OperationType, OperationCode, OperationRow, [Da
 
 GO
 
+-- Documents of the movements
+
+INSERT INTO Documents (Kind, Code, [Date], StoreCode, CreatedTime, CreatedDate, UserCreated)
+SELECT OperationType, OperationCode, MIN([Date]), MIN(Anbar), '09:00:00', MIN([Date]), N'مدیر سیستم (1)'
+FROM Kardex
+GROUP BY OperationType, OperationCode
+
+INSERT INTO DocumentLines (Kind, Code, OperationRow, GoodCode, StoreCode, Amount1, Amount2, Price)
+SELECT OperationType, OperationCode, OperationRow, Kala, Anbar, ABS(Amount1), ABS(Amount2), Cost
+FROM Kardex
+
+GO
+
 -- Lists of goods, web shop, scale
 
 INSERT INTO SelectedLists (Code, Title, Enable, DisplayType, [Type]) VALUES
@@ -3149,6 +3178,59 @@ FROM GoodInf AS g
 CROSS JOIN DetailTypes_SelectedList_Detail AS m
 WHERE m.SL_Code = 1 AND g.Code IN (200001, 200002, 200003, 200004, 200005, 200006, 200007, 220006, 220007, 220028, 220029, 220030)
 
+GO
+
+-- What these goods have in stock is told by serial as well: every piece that came in has a serial and a colour, and what was sold
+-- are the pieces that came first.
+
+CREATE TABLE #Numbers (N int NOT NULL PRIMARY KEY)
+INSERT INTO #Numbers (N)
+SELECT a.D * 10 + b.D + 1
+FROM (SELECT 0 AS D UNION ALL SELECT 1 UNION ALL SELECT 2) AS a
+CROSS JOIN (SELECT 0 AS D UNION ALL SELECT 1 UNION ALL SELECT 2 UNION ALL SELECT 3 UNION ALL SELECT 4 UNION ALL SELECT 5
+            UNION ALL SELECT 6 UNION ALL SELECT 7 UNION ALL SELECT 8 UNION ALL SELECT 9) AS b
+
+CREATE TABLE #Pieces (GoodCode int NOT NULL, Piece int NOT NULL, StoreCode smallint NOT NULL, OperationType tinyint NOT NULL,
+    OperationCode int NOT NULL, OperationRow int NOT NULL, Direction int NOT NULL)
+INSERT INTO #Pieces (GoodCode, Piece, StoreCode, OperationType, OperationCode, OperationRow, Direction)
+SELECT m.GoodCode, ROW_NUMBER() OVER (PARTITION BY m.GoodCode, m.Direction ORDER BY m.[Date], m.OperationType, m.OperationCode, m.OperationRow, n.N),
+       m.StoreCode, m.OperationType, m.OperationCode, m.OperationRow, m.Direction
+FROM (SELECT GoodCode, StoreCode, '' AS [Date], 3 AS OperationType, GoodCode AS OperationCode, Radif AS OperationRow, 1 AS Direction,
+             Amount1 AS Amount
+      FROM GoodFirstAsset WHERE tmp = 0
+      UNION ALL
+      SELECT Kala, Anbar, [Date], OperationType, OperationCode, OperationRow, CASE WHEN Amount1 > 0 THEN 1 ELSE -1 END, ABS(Amount1)
+      FROM Kardex) AS m
+INNER JOIN #Numbers AS n ON n.N <= m.Amount
+WHERE m.GoodCode IN (SELECT r.GoodCode FROM GoodDetailRelation AS r)
+
+-- A detail value for each piece that came in, in the order of goods and pieces.
+CREATE TABLE #Values (GoodCode int NOT NULL, Piece int NOT NULL, Place int NOT NULL, DetailValueID int NOT NULL DEFAULT 0)
+INSERT INTO #Values (GoodCode, Piece, Place)
+SELECT GoodCode, Piece, ROW_NUMBER() OVER (ORDER BY GoodCode, Piece) FROM #Pieces WHERE Direction = 1
+INSERT INTO GoodDetailValues (GoodCode) SELECT GoodCode FROM #Values ORDER BY Place
+UPDATE v SET DetailValueID = d.ID
+FROM #Values AS v
+INNER JOIN (SELECT ID, ROW_NUMBER() OVER (ORDER BY ID) AS Place FROM GoodDetailValues) AS d ON d.Place = v.Place
+
+INSERT INTO GoodDetailValueDetails (DetailValueID, DetailID, [Value])
+SELECT v.DetailValueID, t.ID, CAST(v.GoodCode * 1000 + v.Piece AS nvarchar(20))
+FROM #Values AS v CROSS JOIN DetailTypes AS t WHERE t.Title = N'شماره سریال'
+UNION ALL
+SELECT v.DetailValueID, t.ID, i.[Value]
+FROM #Values AS v CROSS JOIN DetailTypes AS t
+INNER JOIN DetailTypesItems AS i ON i.DetailID = t.ID AND i.Row = v.Piece % 3 + 1
+WHERE t.Title = N'رنگ'
+
+INSERT INTO GoodDetailKardex (DetailValueID, StoreCode, GoodCode, Amount1, TotalAmount, OperationType, OperationCode, OperationRow)
+SELECT v.DetailValueID, p.StoreCode, p.GoodCode, p.Direction, p.Direction, p.OperationType, p.OperationCode, p.OperationRow
+FROM #Pieces AS p
+INNER JOIN #Values AS v ON v.GoodCode = p.GoodCode AND v.Piece = p.Piece
+ORDER BY p.Direction DESC, p.GoodCode, p.Piece
+
+DROP TABLE #Values
+DROP TABLE #Pieces
+DROP TABLE #Numbers
 GO
 
 -- Stock on hand and the voucher of the opening stock

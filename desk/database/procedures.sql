@@ -579,6 +579,7 @@ GO
 --
 -- @ComIndex the company of the caller; a database holds the ledger of one company, so every row is its own
 -- @UnitType 5: the good is measured in square metres, so its length, width and number of pieces count
+-- @UnitType 3: packed goods; Amount3 is what a package holds
 --
 -- D1Value to D5Value follow the good's detail order: serials first, then scale bar codes, then the rest in the order
 -- in which they were given to the good.
@@ -598,15 +599,17 @@ BEGIN
            k.Amount1, k.Amount2,
            CAST(CASE WHEN @UnitType = 5 THEN k.[Length] END AS decimal(38,9)) AS [Length],
            CAST(CASE WHEN @UnitType = 5 THEN k.Width END AS decimal(38,9)) AS Width,
-           CASE WHEN @UnitType = 5 THEN k.Amount3 END AS Amount3
+           CASE WHEN @UnitType = 3 THEN k.Package WHEN @UnitType = 5 THEN k.Amount3 END AS Amount3,
+           k.TotalAmount
     FROM (SELECT DetailValueID, StoreCode, GoodCode, SUM(Amount1) AS Amount1, SUM(Amount2) AS Amount2,
-                 MAX([Length]) AS [Length], MAX(Width) AS Width, SUM(Amount3) AS Amount3
+                 SUM(TotalAmount) AS TotalAmount, MAX([Length]) AS [Length], MAX(Width) AS Width,
+                 SUM(Amount3) AS Amount3, MAX(Amount3) AS Package
           FROM GoodDetailKardex
           WHERE GoodCode = @GoodCode
           GROUP BY DetailValueID, StoreCode, GoodCode
-          HAVING SUM(Amount1) <> 0 OR SUM(Amount2) <> 0 OR SUM(Amount3) <> 0) AS k
+          HAVING SUM(Amount1) <> 0 OR SUM(Amount2) <> 0 OR (@UnitType <> 3 AND SUM(Amount3) <> 0)) AS k
     INNER JOIN Stores AS st ON st.Code = k.StoreCode
-    INNER JOIN (SELECT n.DetailValueID,
+    LEFT JOIN (SELECT n.DetailValueID,
                        MAX(CASE WHEN n.Place = 1 THEN n.[Value] END) AS D1Value,
                        MAX(CASE WHEN n.Place = 2 THEN n.[Value] END) AS D2Value,
                        MAX(CASE WHEN n.Place = 3 THEN n.[Value] END) AS D3Value,

@@ -428,7 +428,8 @@ GO
 -- ---------------------------------------------------------------------------------------------------------
 
 -- Movements of goods. Amounts carry their sign: in positive, out negative. Opening stock is not in here.
--- OperationType 1: purchase, 2: sale; the other numbers are other documents of the suite.
+-- OperationType 1: purchase, 2: sale, 4: return of a sale, 5: return of a purchase, 6 and 7: what a transfer takes out
+-- and brings in; the other numbers are other documents of the suite. Those of Documents have a row for each line.
 CREATE TABLE Kardex (
     Code          bigint IDENTITY(1,1) NOT NULL CONSTRAINT PK_Kardex PRIMARY KEY,
     Kala          int           NOT NULL,
@@ -448,6 +449,50 @@ CREATE INDEX IX_Kardex_Kala ON Kardex (Kala, Anbar)
 CREATE INDEX IX_Kardex_Operation ON Kardex (OperationType, OperationCode)
 -- The last and the highest price of a good.
 CREATE INDEX IX_Kardex_Prices ON Kardex (OperationType, Kala, [Date] DESC, Code DESC) INCLUDE (Amount1, Cost)
+
+-- Documents that move goods. Kind is the OperationType of their movements, 6 for a transfer. StoreCode is what new
+-- lines begin with; ToStoreCode, the second store of a transfer, is NULL for the other kinds. AnswersCode: the sale or
+-- the purchase that a return answers, 0: none. Revision counts the saves, so that an editor writes over nothing but
+-- what it has read.
+CREATE TABLE Documents (
+    Kind         tinyint       NOT NULL,
+    Code         int           NOT NULL,
+    [Date]       varchar(10)   NOT NULL,
+    StoreCode    smallint      NOT NULL,
+    ToStoreCode  smallint      NULL,
+    AnswersCode  int           NOT NULL DEFAULT 0,
+    Comment      nvarchar(200) NULL,
+    Revision     int           NOT NULL DEFAULT 1,
+    CreatedTime  varchar(8)    NULL,
+    CreatedDate  varchar(10)   NULL,
+    UserCreated  nvarchar(100) NULL,
+    ModifiedTime varchar(8)    NULL,
+    ModifiedDate varchar(10)   NULL,
+    UserModified nvarchar(100) NULL,
+    CONSTRAINT PK_Documents PRIMARY KEY (Kind, Code),
+    CONSTRAINT FK_Documents_Store FOREIGN KEY (StoreCode) REFERENCES Stores (Code),
+    CONSTRAINT FK_Documents_ToStore FOREIGN KEY (ToStoreCode) REFERENCES Stores (Code)
+)
+CREATE INDEX IX_Documents_Date ON Documents ([Date], Kind, Code)
+CREATE INDEX IX_Documents_AnswersCode ON Documents (AnswersCode, Kind)
+
+-- OperationRow names a line for good: movements and details are found by it, whatever stands before the line. Amounts
+-- are without sign, prices those of one main unit.
+CREATE TABLE DocumentLines (
+    Kind         tinyint       NOT NULL,
+    Code         int           NOT NULL,
+    OperationRow int           NOT NULL,
+    GoodCode     int           NOT NULL,
+    StoreCode    smallint      NOT NULL,
+    Amount1      decimal(23,9) NOT NULL DEFAULT 0,
+    Amount2      decimal(23,9) NOT NULL DEFAULT 0,
+    Price        decimal(28,9) NOT NULL DEFAULT 0,
+    CONSTRAINT PK_DocumentLines PRIMARY KEY (Kind, Code, OperationRow),
+    CONSTRAINT FK_DocumentLines_Documents FOREIGN KEY (Kind, Code) REFERENCES Documents (Kind, Code) ON DELETE CASCADE,
+    CONSTRAINT FK_DocumentLines_GoodInf FOREIGN KEY (GoodCode) REFERENCES GoodInf (Code),
+    CONSTRAINT FK_DocumentLines_Stores FOREIGN KEY (StoreCode) REFERENCES Stores (Code)
+)
+CREATE INDEX IX_DocumentLines_GoodCode ON DocumentLines (GoodCode)
 
 -- Stock on hand as UpdateMogodiKala last reckoned it: per store, and per good for the goods list.
 CREATE TABLE GoodStoreStock (
@@ -588,7 +633,8 @@ CREATE TABLE GoodDetailValueDetails (
         REFERENCES GoodDetailValues (ID) ON DELETE CASCADE,
     CONSTRAINT FK_GoodDetailValueDetails_DetailTypes FOREIGN KEY (DetailID) REFERENCES DetailTypes (ID)
 )
-CREATE INDEX IX_GoodDetailValueDetails_DetailValueID ON GoodDetailValueDetails (DetailValueID, DetailID)
+-- With the value in it: lists of details read it for every row.
+CREATE INDEX IX_GoodDetailValueDetails_DetailValueID ON GoodDetailValueDetails (DetailValueID, DetailID, [Value])
 CREATE INDEX IX_GoodDetailValueDetails_Value ON GoodDetailValueDetails ([Value], DetailID, DetailValueID)
 
 -- The detail ledger. Amounts carry their sign, as in Kardex.
@@ -613,8 +659,18 @@ CREATE TABLE GoodDetailKardex (
 CREATE INDEX IX_GoodDetailKardex_DetailValueID ON GoodDetailKardex (DetailValueID, StoreCode)
 CREATE INDEX IX_GoodDetailKardex_GoodCode ON GoodDetailKardex (GoodCode, StoreCode)
 CREATE INDEX IX_GoodDetailKardex_Operation ON GoodDetailKardex (OperationType, OperationCode, OperationRow)
+CREATE INDEX IX_GoodDetailKardex_Foreign ON GoodDetailKardex (ForeignOperationCode, OperationType)
 
--- Rows entered on documents that are not saved yet.
+-- Desks that have working rows of details: their ComIndex is the number, which is never given twice. Parked: the desk
+-- has been silent for so long that its rows keep nothing from others any more.
+CREATE TABLE DetailDesks (
+    Number int IDENTITY(1,1) NOT NULL CONSTRAINT PK_DetailDesks PRIMARY KEY,
+    SeenAt datetime NOT NULL DEFAULT GETDATE(),
+    Parked bit      NOT NULL DEFAULT 0
+)
+
+-- Rows entered on documents that are not saved yet. DetailValueID is negative where the desk is parked, NULL on the row
+-- that tells that a line was kept.
 CREATE TABLE GoodDetailKardexEnter_Temp (
     ID            int IDENTITY(1,1) NOT NULL CONSTRAINT PK_GoodDetailKardexEnter_Temp PRIMARY KEY,
     DetailValueID int           NULL,
@@ -639,6 +695,8 @@ CREATE TABLE GoodDetailKardexEnter_Temp (
     Tmp           tinyint       NULL
 )
 CREATE INDEX IX_GoodDetailKardexEnter_Temp_DetailValueID ON GoodDetailKardexEnter_Temp (DetailValueID)
+CREATE INDEX IX_GoodDetailKardexEnter_Temp_Operation
+    ON GoodDetailKardexEnter_Temp (OperationType, OperationCode, OperationRow, ComIndex)
 
 -- What the exit screen shows and the quantities (_Exit) chosen to go out.
 CREATE TABLE GoodDetailKardexExit_Temp (
@@ -672,7 +730,9 @@ CREATE TABLE GoodDetailKardexExit_Temp (
     Selected         bit           NOT NULL DEFAULT 0,
     Tmp              tinyint       NULL
 )
-CREATE INDEX IX_GoodDetailKardexExit_Temp_ComIndex ON GoodDetailKardexExit_Temp (ComIndex)
+-- The last: a scanned serial is looked for among the hundred thousand of a line.
+CREATE INDEX IX_GoodDetailKardexExit_Temp_ComIndex
+    ON GoodDetailKardexExit_Temp (ComIndex, OperationType, OperationCode, OperationRow, DetailTitle1)
 
 -- Serials of documents, one row per unit.
 CREATE TABLE Serials (
@@ -724,6 +784,7 @@ CREATE TABLE GoodDetailDivisionDetail (
     CONSTRAINT FK_GoodDetailDivisionDetail_GoodInf FOREIGN KEY (GoodCode) REFERENCES GoodInf (Code),
     CONSTRAINT FK_GoodDetailDivisionDetail_GoodDetailValues FOREIGN KEY (DetailValueID) REFERENCES GoodDetailValues (ID)
 )
+CREATE INDEX IX_GoodDetailDivisionDetail_DetailValueID ON GoodDetailDivisionDetail (DetailValueID)
 CREATE INDEX IX_GoodDetailDivisionDetail_DivisionCode ON GoodDetailDivisionDetail (DivisionCode, OperationRow)
 -- Parts that a source row was divided into, the entry side (operation type 25).
 CREATE TABLE GoodDetailDivisionDetailItems (
@@ -739,6 +800,7 @@ CREATE TABLE GoodDetailDivisionDetailItems (
     Amount3       decimal(23,9) NOT NULL DEFAULT 0,
     CONSTRAINT FK_GoodDetailDivisionDetailItems_Division FOREIGN KEY (DivisionCode) REFERENCES GoodDetailDivision (Code)
 )
+CREATE INDEX IX_GoodDetailDivisionDetailItems_DetailValueID ON GoodDetailDivisionDetailItems (DetailValueID)
 CREATE INDEX IX_GoodDetailDivisionDetailItems_DivisionCode
     ON GoodDetailDivisionDetailItems (DivisionCode, DivisionRow, OperationRow)
 GO
@@ -766,6 +828,7 @@ INSERT INTO CostLevel (Code, Name, CostType) VALUES
 INSERT INTO UserRights (UserCode, SoftwarePart, Permission)
 SELECT 1, a.Part, b.Permission
 FROM (SELECT 102 AS Part UNION ALL SELECT 104 UNION ALL SELECT 105 UNION ALL SELECT 121 UNION ALL SELECT 122
+      UNION ALL SELECT 201 UNION ALL SELECT 202 UNION ALL SELECT 204 UNION ALL SELECT 205 UNION ALL SELECT 206
       UNION ALL SELECT 309 UNION ALL SELECT 314 UNION ALL SELECT 513) AS a
 CROSS JOIN
      (SELECT 1 AS Permission UNION ALL SELECT 2 UNION ALL SELECT 3 UNION ALL SELECT 6 UNION ALL SELECT 9

@@ -33,6 +33,8 @@ constexpr Use Uses[] = {
     {TSoftwarePart::Stores, u"SELECT TOP 1 ID FROM GoodFirstAsset WHERE StoreCode = %1",
      u"موجودی اول دوره در آن ثبت شده است"},
     {TSoftwarePart::Stores, u"SELECT TOP 1 Code FROM Kardex WHERE Anbar = %1", u"گردش کالا در آن ثبت شده است"},
+    {TSoftwarePart::Stores, u"SELECT TOP 1 Code FROM Documents WHERE StoreCode = %1 OR ToStoreCode = %1",
+     u"سندهایی برای آن ثبت شده است"},
     {TSoftwarePart::Stores, u"SELECT TOP 1 ID FROM GoodDetailKardex WHERE StoreCode = %1",
      u"جزئیات کالا در آن ثبت شده است"},
     {TSoftwarePart::Stores, u"SELECT TOP 1 ID FROM GoodDetailDivisionDetail WHERE StoreCode = %1",

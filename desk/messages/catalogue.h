@@ -45,6 +45,30 @@ inline constexpr int CategoryHasGoods = 40;  ///< %1: category that was to get a
 inline constexpr int CategoryHandsOver = 41; ///< question; %1: category, %2: number of goods
 inline constexpr int CategoryTooDeep = 42;   ///< %1: category
 inline constexpr int DatabaseSilent = 35;    ///< in the status line; %1: the driver's words
+// Documents
+inline constexpr int DocumentChanged = 43;  ///< %1: title of the document
+inline constexpr int DocumentAnswered = 44; ///< %1: title, %2: titles of the returns
+inline constexpr int ReturnedBeyond = 45;   ///< %1: good, %2: title, %3: moved, %4: titles of the returns, %5: returned
+inline constexpr int StockMinusOnDay = 46;  ///< %1: good, %2: store, %3: day, %4: stock of that day
+inline constexpr int DetailsMissing = 47;   ///< %1: good
+inline constexpr int DetailGone = 48;       ///< %1: detail, %2: store
+inline constexpr int DetailTaken = 49;      ///< %1: detail, %2: store, %3: title of who took it
+inline constexpr int DetailRepeated = 50;   ///< %1: detail, %2: title of who brought it
+inline constexpr int DetailNotOfDocument = 51; ///< %1: detail, %2: title of the document that is answered
+inline constexpr int DetailReturned = 52;      ///< %1: detail, %2: title of the return
+inline constexpr int MoreRefusals = 53;        ///< %1: how many
+inline constexpr int ScanUnknown = 54;         ///< %1: what was scanned
+inline constexpr int ScanNotInStore = 55;      ///< %1: serial or barcode, %2: good, %3: store
+inline constexpr int ScanTwice = 56;           ///< %1: serial or barcode
+inline constexpr int ScanNotSold = 57;         ///< %1: serial or barcode
+inline constexpr int DocumentWithoutLines = 58;
+inline constexpr int LineWithoutAmount = 59; ///< %1: good
+inline constexpr int SameStores = 60;
+inline constexpr int NoSuchDocument = 61; ///< %1: title
+inline constexpr int BeforeAnswered = 62; ///< %1: title of the document that is answered, %2: its date
+inline constexpr int DetailsNotKept = 63; ///< the setting of details is off
+inline constexpr int DetailsDecide = 64;  ///< the quantity of a good with details comes from them
+inline constexpr int NoHistory = 65;      ///< %1: serial or barcode
 } // namespace message
 
 /// The text of a message with its parameters in place. A number that is not in the catalogue gives a text that names

@@ -5,6 +5,8 @@
 #include "host/data/sql_text.h"
 #include "host/data/transaction.h"
 
+#include <QSet>
+
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
@@ -19,33 +21,67 @@ using host::NQuotedStr;
 constexpr int SerialKind = 3;
 constexpr int BarcodeKind = 6;
 
-/// Without values of details that the good does not have.
-host::TDetailValues Cleaned(const host::TDetailValues &details)
+/// The place of the first value that is given; behind the last when there is none.
+size_t FirstGiven(const host::TDetailValues &details)
 {
-    host::TDetailValues cleaned = details;
-    for (size_t i = 0; i < cleaned.Values.size(); ++i)
-        if (cleaned.DetailIDs[i] == 0)
-            cleaned.Values[i].clear();
-    return cleaned;
-}
-
-QString FindText(int goodCode, const host::TDetailValues &details)
-{
-    const QString good = QString::number(goodCode);
     const auto given = std::find_if(details.Values.cbegin(), details.Values.cend(),
                                     [](const QString &value) { return !value.isEmpty(); });
-    if (given == details.Values.cend())
-        return u"SELECT MIN(v.ID) FROM GoodDetailValues AS v WHERE v.GoodCode = "_s + good + u" AND "_s +
-               detail_sql::HasDetails(u"v.ID"_s, details);
-    // From the first value, a serial where there is one, to its few owners; locked, so that nobody makes another.
-    const auto place = static_cast<size_t>(given - details.Values.cbegin());
-    return u"SELECT MIN(v.ID) FROM GoodDetailValueDetails AS d WITH (UPDLOCK, HOLDLOCK) INNER JOIN GoodDetailValues AS "
-           "v ON v.ID = d.DetailValueID WHERE d.[Value] = %1 AND d.DetailID = %2 AND v.GoodCode = "_s.arg(
-               NQuotedStr(*given), QString::number(details.DetailIDs[place])) +
-           good + u" AND "_s + detail_sql::HasDetails(u"v.ID"_s, details);
+    return static_cast<size_t>(given - details.Values.cbegin());
+}
+
+QString FindText(int goodCode, const CleanedDetails &wanted)
+{
+    const auto &[details, hasOwnText] = wanted;
+    // Locked, so that nobody makes another: the few owners of a serial, otherwise the values of the good.
+    const QString from =
+        hasOwnText ? u"GoodDetailValueDetails AS d WITH (UPDLOCK, HOLDLOCK) INNER JOIN GoodDetailValues AS v ON v.ID = "
+                     "d.DetailValueID WHERE d.[Value] = %1 AND d.DetailID = %2 AND "_s.arg(
+                         NQuotedStr(details.Values[FirstGiven(details)]),
+                         QString::number(details.DetailIDs[FirstGiven(details)]))
+                   : u"GoodDetailValues AS v WITH (UPDLOCK, HOLDLOCK) WHERE "_s;
+    return u"SELECT MIN(v.ID) FROM "_s + from + u"v.GoodCode = %1 AND "_s.arg(goodCode) +
+           detail_sql::HasDetails(u"v.ID"_s, details);
+}
+
+/// Parked and noted rows (DetailValueID below 0) need their values as well. What others are about to take out is not
+/// looked for by an index: few rows are chosen at a time.
+QString UnusedText(const QString &ids)
+{
+    const QString none = u" AND NOT EXISTS (SELECT 1 FROM %1 AS u WHERE u.DetailValueID %2)"_s;
+    QString unused = none.arg(u"GoodDetailKardexEnter_Temp"_s, u"IN (GoodDetailValues.ID, -GoodDetailValues.ID)"_s);
+    for (const QString &table :
+         {u"GoodDetailKardex"_s, u"GoodDetailDivisionDetail"_s, u"GoodDetailDivisionDetailItems"_s})
+        unused += none.arg(table, u"= GoodDetailValues.ID"_s);
+    return u"DELETE FROM GoodDetailValues WHERE ID IN (%1)"_s.arg(ids) + unused +
+           u" AND ID NOT IN (SELECT x.DetailValueID FROM GoodDetailKardexExit_Temp AS x WHERE x.DetailValueID IS NOT "
+           "NULL AND x.Selected = 1)"_s;
 }
 
 } // namespace
+
+CleanedDetails CleanDetails(const QSqlDatabase &connection, const host::TDetailValues &details)
+{
+    CleanedDetails cleaned{details, false};
+    auto &[ids, values] = cleaned.Details;
+    QStringList asked;
+    for (size_t i = 0; i < ids.size(); ++i) {
+        if (ids[i] == 0)
+            values[i].clear();
+        asked << QString::number(ids[i]);
+    }
+    QSet<int> own;
+    for (host::Query kinds(connection,
+                           u"SELECT ID FROM DetailTypes WHERE DetailType IN (%1, %2) AND ID IN (%3)"_s.arg(
+                               QString::number(SerialKind), QString::number(BarcodeKind), asked.join(u',')));
+         !kinds.Eof(); kinds.Next())
+        own << kinds.Int(u"ID");
+    for (size_t i = 0; i < ids.size(); ++i)
+        if (own.contains(ids[i]))
+            values[i] = host::SerialText(values[i]);
+    const size_t first = FirstGiven(cleaned.Details);
+    cleaned.HasOwnText = first < ids.size() && own.contains(ids[first]);
+    return cleaned;
+}
 
 DetailValues::DetailValues(const QSqlDatabase &connection, const host::SettingsService &settings)
     : m_connection(connection), m_settings(settings)
@@ -66,14 +102,15 @@ host::TDetailValues DetailValues::DetailsOf(int goodCode)
 
 int DetailValues::FindDetailValue(int goodCode, const host::TDetailValues &details)
 {
-    return host::Scalar(m_connection, FindText(goodCode, Cleaned(details))).toInt();
+    return host::Scalar(m_connection, FindText(goodCode, CleanDetails(m_connection, details))).toInt();
 }
 
 int DetailValues::ResolveDetailValue(int goodCode, const host::TDetailValues &details)
 {
-    const host::TDetailValues wanted = Cleaned(details);
+    const CleanedDetails cleaned = CleanDetails(m_connection, details);
+    const host::TDetailValues &wanted = cleaned.Details;
     host::Transaction transaction(m_connection);
-    int id = FindDetailValue(goodCode, wanted);
+    int id = host::Scalar(m_connection, FindText(goodCode, cleaned)).toInt();
     if (id == 0) {
         id = host::Scalar(m_connection,
                           u"INSERT INTO GoodDetailValues (GoodCode) OUTPUT INSERTED.ID VALUES (%1)"_s.arg(goodCode))
@@ -93,11 +130,23 @@ int DetailValues::ResolveDetailValue(int goodCode, const host::TDetailValues &de
 
 bool DetailValues::DeleteUnusedDetailValue(int detailValueId)
 {
-    QString unused;
-    for (const QString &table : {u"GoodDetailKardex"_s, u"GoodDetailKardexEnter_Temp"_s, u"GoodDetailDivisionDetail"_s,
-                                 u"GoodDetailDivisionDetailItems"_s})
-        unused += u" AND NOT EXISTS (SELECT 1 FROM %1 AS u WHERE u.DetailValueID = %2)"_s.arg(table).arg(detailValueId);
-    return host::Exec(m_connection, u"DELETE FROM GoodDetailValues WHERE ID = %1"_s.arg(detailValueId) + unused) > 0;
+    return host::Exec(m_connection, UnusedText(QString::number(detailValueId))) > 0;
+}
+
+void DetailValues::DeleteUnusedDetailValuesAmong(const QString &ids)
+{
+    host::Run(m_connection, UnusedText(ids));
+}
+
+void DetailValues::DeleteUnusedDetailValues(const QList<int> &detailValueIds)
+{
+    constexpr qsizetype InBlock = 1000;
+    for (qsizetype at = 0; at < detailValueIds.size(); at += InBlock) {
+        QStringList block;
+        for (const int id : detailValueIds.mid(at, InBlock))
+            block << QString::number(id);
+        DeleteUnusedDetailValuesAmong(block.join(u','));
+    }
 }
 
 std::optional<host::TKnownDetail> DetailValues::FindByText(int goodCode, const QString &serialOrBarcode)

@@ -7,6 +7,14 @@
 
 namespace desk {
 
+/// Values as they are kept: none of details that the good does not have, serials and barcodes clean.
+struct CleanedDetails
+{
+    host::TDetailValues Details;
+    bool HasOwnText = false; ///< the first value is a serial or barcode, which few detail values share
+};
+CleanedDetails CleanDetails(const QSqlDatabase &connection, const host::TDetailValues &details);
+
 /// Detail values out of the tables of the desk.
 class DetailValues : public host::DetailValueService
 {
@@ -17,6 +25,8 @@ public:
     int FindDetailValue(int goodCode, const host::TDetailValues &details) override;
     int ResolveDetailValue(int goodCode, const host::TDetailValues &details) override;
     bool DeleteUnusedDetailValue(int detailValueId) override;
+    void DeleteUnusedDetailValuesAmong(const QString &ids) override;
+    void DeleteUnusedDetailValues(const QList<int> &detailValueIds) override;
     std::optional<host::TKnownDetail> FindByText(int goodCode, const QString &serialOrBarcode) override;
     host::DetailOwner SerialOwner(int goodCode, const QString &serial) override;
     host::DetailOwner BarcodeOwner(int goodCode, const QString &barcode) override;

@@ -1,9 +1,10 @@
 #include "desk/services/good_details.h"
 
 #include "desk/messages/catalogue.h"
+#include "desk/services/detail_sql.h"
+#include "host/data/database_error.h"
 #include "host/data/query.h"
 #include "host/data/sql_text.h"
-#include "host/data/transaction.h"
 
 using namespace Qt::StringLiterals;
 
@@ -20,34 +21,34 @@ QString Where(int good, host::TOperationType operation)
 
 } // namespace
 
-GoodDetails::GoodDetails(const QSqlDatabase &connection, host::MessageService &messages)
-    : m_connection(connection), m_messages(messages)
+GoodDetails::GoodDetails(const QSqlDatabase &connection, host::MessageService &messages,
+                         host::DetailMovementService &movements)
+    : m_connection(connection), m_messages(messages), m_movements(movements)
 {}
 
 bool GoodDetails::ExistsGoodDetailInsertedForOperation(int goodCode, host::TOperationType operation)
 {
-    const QString where = Where(goodCode, operation);
-    return host::Exists(m_connection, u"SELECT ID FROM GoodDetailKardex"_s + where) ||
-           host::Exists(m_connection, u"SELECT ID FROM GoodDetailKardexEnter_Temp"_s + where);
+    // A line that is kept counts with its kept rows. The row that marks it is none of them.
+    return host::Exists(
+        m_connection,
+        u"SELECT t.ID FROM GoodDetailKardexEnter_Temp AS t%1 AND t.DetailValueID > 0 UNION ALL SELECT k.ID FROM "
+        "GoodDetailKardex AS k%1 AND NOT EXISTS (SELECT 1 FROM GoodDetailKardexEnter_Temp AS m WHERE m.OperationType = "
+        "k.OperationType AND m.OperationCode = k.OperationCode AND m.OperationRow = k.OperationRow AND "
+        "m.ComIndex IN (SELECT d.Number FROM DetailDesks AS d WHERE d.Parked = 0))"_s.arg(Where(goodCode, operation)));
 }
 
 void GoodDetails::EnterGoodDetailSave(int goodCode, host::TOperationType operation)
 {
-    const QString where = Where(goodCode, operation);
-    const QString columns =
-        u"DetailValueID, StoreCode, GoodCode, Amount1, Amount2, TotalAmount, [Length], Width, Amount3, "
-        "OperationType, OperationCode, OperationRow, ForeignOperationCode"_s;
-    host::Transaction transaction(m_connection);
-    // The ledger knows an entry by operation, row and store: the other rows of the good keep theirs.
-    host::Run(m_connection, u"DELETE FROM GoodDetailKardex"_s + where +
-                                u" AND EXISTS (SELECT t.ID FROM GoodDetailKardexEnter_Temp AS t WHERE t.GoodCode = "
-                                "GoodDetailKardex.GoodCode AND t.OperationType = GoodDetailKardex.OperationType AND "
-                                "t.OperationCode = GoodDetailKardex.OperationCode AND t.OperationRow = "
-                                "GoodDetailKardex.OperationRow AND t.StoreCode = GoodDetailKardex.StoreCode)"_s);
-    host::Run(m_connection, u"INSERT INTO GoodDetailKardex ("_s + columns + u") SELECT "_s + columns +
-                                u" FROM GoodDetailKardexEnter_Temp"_s + where + u" AND DetailValueID IS NOT NULL"_s);
-    host::Run(m_connection, u"DELETE FROM GoodDetailKardexEnter_Temp"_s + where);
-    transaction.Commit();
+    if (!host::Exists(m_connection, u"SELECT TOP 1 ID FROM GoodDetailKardexEnter_Temp"_s + Where(goodCode, operation)))
+        return;
+    QStringList units;
+    for (const host::TDetailRefusal &refusal :
+         m_movements.GoodDetailsOperation_Save(static_cast<quint8>(operation), goodCode))
+        units << refusal.Text;
+    if (!units.isEmpty())
+        throw host::DatabaseError(
+            u"کاربر گرامی این جزئیات خارج شده یا پیش از این وارد شده است و به این صورت قابل ذخیره نیست:\n"_s +
+            units.join(u'\n'));
 }
 
 bool GoodDetails::EnterGoodDetails_Get(int goodCode, host::TOperationType operation)
@@ -60,9 +61,12 @@ bool GoodDetails::CheckGoodDetailKardexExists(int goodCode)
     // What is being entered on an unsaved document becomes a movement with the document. The opening row is saved by
     // the editor that asks; what a desk that died has left of it would block the good for ever.
     return GoodDetailsSaved(goodCode) ||
-           host::Exists(m_connection, u"SELECT TOP 1 ID FROM GoodDetailKardexEnter_Temp WHERE GoodCode = %1 AND "
-                                      "OperationType <> %2"_s.arg(goodCode)
-                                          .arg(static_cast<int>(host::TOperationType::OpeningStock)));
+           host::Exists(m_connection,
+                        u"SELECT TOP 1 t.ID FROM GoodDetailKardexEnter_Temp AS t WHERE t.GoodCode = %1 AND "
+                        "t.OperationType <> %2 AND t.DetailValueID > 0 AND NOT EXISTS (SELECT 1 FROM "
+                        "DetailDesks AS d WHERE d.Number = t.ComIndex AND %3)"_s.arg(goodCode)
+                            .arg(static_cast<int>(host::TOperationType::OpeningStock))
+                            .arg(detail_sql::Silent(u"d."_s)));
 }
 
 bool GoodDetails::GoodDetailsSaved(int goodCode)
@@ -73,11 +77,12 @@ bool GoodDetails::GoodDetailsSaved(int goodCode)
 
 bool GoodDetails::CheckBarcodeInGoodDetail(const QString &barcode)
 {
-    if (barcode.isEmpty())
+    const QString text = host::SerialText(barcode);
+    if (text.isEmpty())
         return false;
     return host::Exists(m_connection, u"SELECT v.ID FROM GoodDetailValueDetails v INNER JOIN DetailTypes t ON t.ID = "
                                       "v.DetailID WHERE t.DetailType = 6 AND v.[Value] = "_s +
-                                          host::NQuotedStr(barcode));
+                                          host::NQuotedStr(text));
 }
 
 bool GoodDetails::UniqueDetailCodeInUse(int goodCode)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "desk/services/vouchers.h"
+#include "host/services/detail_movement_service.h"
 #include "host/services/good_detail_service.h"
 
 namespace desk {
@@ -9,7 +10,9 @@ namespace desk {
 class GoodDetails : public host::GoodDetailService
 {
 public:
-    GoodDetails(const QSqlDatabase &connection, host::MessageService &messages);
+    /// `movements` outlives the service.
+    GoodDetails(const QSqlDatabase &connection, host::MessageService &messages,
+                host::DetailMovementService &movements);
 
     bool ExistsGoodDetailInsertedForOperation(int goodCode, host::TOperationType operation) override;
     void EnterGoodDetailSave(int goodCode, host::TOperationType operation) override;
@@ -22,6 +25,7 @@ public:
 private:
     QSqlDatabase m_connection;
     host::MessageService &m_messages;
+    host::DetailMovementService &m_movements;
 };
 
 } // namespace desk

@@ -19,6 +19,7 @@ public:
 
 private:
     void Run(const QString &text);
+    host::TSerialBatch Cleaned(const host::TSerialBatch &batch);
     void Judge(const host::TSerialBatch &batch);
     void List(const host::TSerialBatch &batch);
     void FindKnown(const host::TSerialBatch &batch);
@@ -27,7 +28,6 @@ private:
     void FindReturnable(const host::TSerialBatch &batch);
     void Decide();
     void DecideReturn(const host::TSerialBatch &batch);
-    void Write(const host::TSerialBatch &batch);
     void MakeValues(const host::TSerialBatch &batch);
     void MakeRows(const host::TSerialBatch &batch);
     host::TSerialBatchResult Read();

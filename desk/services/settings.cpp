@@ -34,6 +34,8 @@ const QList<SettingSwitch> &SettingSwitches()
         {"GoodDetails", &TSettingRecord::GoodDetails, u"جزئیات کالا", u"نگهداری جزئیات کالا (سریال، رنگ و …)"},
         {"GoodDetailsForOpening", &TSettingRecord::GoodDetailsForOpening, u"جزئیات کالا",
          u"ورود جزئیات برای موجودی اول دوره الزامی است"},
+        {"TakeOnlyDetail", &TSettingRecord::TakeOnlyDetail, u"جزئیات کالا",
+         u"در خروج، موجودی تنها سریال پیدا شده پیشنهاد شود"},
         {"StockOnGoodsList", &TSettingRecord::StockOnGoodsList, u"موجودی", u"نمایش موجودی در لیست کالاها"},
         {"ControlNegativeStock", &TSettingRecord::ControlNegativeStock, u"موجودی", u"جلوگیری از منفی شدن موجودی"},
         {"RowDiscounts", &TSettingRecord::RowDiscounts, u"قیمت و مالیات", u"تخفیف برای هر سطر سند"},

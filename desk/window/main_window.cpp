@@ -1,6 +1,8 @@
 #include "desk/window/main_window.h"
 
 #include "desk/choose/choose.h"
+#include "desk/documents/detail_history.h"
+#include "desk/documents/document_list.h"
 #include "desk/messages/catalogue.h"
 #include "desk/services/users.h"
 #include "desk/settings/rights.h"
@@ -56,6 +58,7 @@ MainWindow::MainWindow(DeskHost &desk, GoodsModule &module, const QString &datab
     AddToolBar();
     AddStatusLine();
     m_home = new HomePage({Command(u"GoodsList_ACT"_s), Command(u"NewGood_ACT"_s), Command(u"DetailTypes_ACT"_s),
+                           Command(u"Documents_ACT"_s), Command(u"NewSale_ACT"_s), Command(u"NewPurchase_ACT"_s),
                            Command(u"Groups_ACT"_s), Command(u"Stores_ACT"_s), Command(u"Units_ACT"_s),
                            Command(u"Choose_ACT"_s), Command(u"Rights_ACT"_s), Command(u"Settings_ACT"_s)});
     m_pages->addTab(m_home, u"آغاز"_s);
@@ -68,6 +71,7 @@ MainWindow::MainWindow(DeskHost &desk, GoodsModule &module, const QString &datab
 MainWindow::~MainWindow()
 {
     m_choose.reset();
+    m_documents.reset();
     m_desk.entities.SetDetailTypeChooser({});
     m_desk.SetMainWindow(nullptr);
 }
@@ -116,6 +120,13 @@ void MainWindow::AddCommands()
     };
     for (QAction *action : goods)
         action->setEnabled(m_module.IsLoaded());
+    add(u"Documents_ACT", u"اسناد", host::Glyph::Documents, Qt::CTRL | Qt::Key_R, [this] { OpenDocuments(); });
+    add(u"NewSale_ACT", u"فروش جدید", host::Glyph::Documents, Qt::CTRL | Qt::Key_S,
+        [this] { NewDocument(host::TOperationType::Sale); });
+    add(u"NewPurchase_ACT", u"خرید جدید", host::Glyph::Documents, Qt::CTRL | Qt::Key_P,
+        [this] { NewDocument(host::TOperationType::Purchase); });
+    add(u"DetailHistory_ACT", u"تاریخچه‌ی سریال", host::Glyph::Details, Qt::CTRL | Qt::Key_H,
+        [this] { OpenDetailHistory(); });
     add(u"Groups_ACT", u"گروه‌های کالا", host::Glyph::Groups, Qt::CTRL | Qt::Key_G,
         [this] { OpenEntities(TSoftwarePart::GoodsGroups); });
     add(u"Stores_ACT", u"انبارها", host::Glyph::Stores, Qt::CTRL | Qt::Key_B,
@@ -140,8 +151,9 @@ void MainWindow::AddMenus()
         }
     };
     menu(u"&کالا"_s, {u"GoodsList_ACT"_s, u"NewGood_ACT"_s, u"DetailTypes_ACT"_s, {}, u"Choose_ACT"_s});
+    menu(u"ا&سناد"_s, {u"Documents_ACT"_s, u"NewSale_ACT"_s, u"NewPurchase_ACT"_s, {}, u"DetailHistory_ACT"_s});
     menu(u"&اطلاعات پایه"_s, {u"Groups_ACT"_s, u"Stores_ACT"_s, u"Units_ACT"_s});
-    menu(u"&سیستم"_s, {u"Rights_ACT"_s, u"Settings_ACT"_s, {}, u"User_ACT"_s, {}, u"Exit_ACT"_s});
+    menu(u"سی&ستم"_s, {u"Rights_ACT"_s, u"Settings_ACT"_s, {}, u"User_ACT"_s, {}, u"Exit_ACT"_s});
 }
 
 void MainWindow::AddToolBar()
@@ -152,8 +164,8 @@ void MainWindow::AddToolBar()
     bar->setIconSize(ToolIcon);
     bar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
     for (const QString &name :
-         {u"GoodsList_ACT"_s, u"NewGood_ACT"_s, u"DetailTypes_ACT"_s, u"Choose_ACT"_s, QString(), u"Groups_ACT"_s,
-          u"Stores_ACT"_s, u"Units_ACT"_s, QString(), u"Settings_ACT"_s, u"Exit_ACT"_s}) {
+         {u"GoodsList_ACT"_s, u"NewGood_ACT"_s, u"DetailTypes_ACT"_s, u"Choose_ACT"_s, QString(), u"Documents_ACT"_s,
+          QString(), u"Groups_ACT"_s, u"Stores_ACT"_s, u"Units_ACT"_s, QString(), u"Settings_ACT"_s, u"Exit_ACT"_s}) {
         if (name.isEmpty())
             bar->addSeparator();
         else
@@ -247,6 +259,32 @@ void MainWindow::OpenDetailTypes()
     // The function of the module asks for no right: who may call it is the host's affair.
     if (MayOpenList(TSoftwarePart::DetailTypes))
         m_module.Call_DetailTypes_List();
+}
+
+TDocument_List_FRM &MainWindow::Documents()
+{
+    if (!m_documents)
+        m_documents = std::make_unique<TDocument_List_FRM>(m_desk.host, m_module, host::TFormMode::DockedList);
+    return *m_documents;
+}
+
+void MainWindow::OpenDocuments()
+{
+    if (Documents().IsShowing())
+        m_pages->setCurrentWidget(&Documents());
+    else
+        Documents().ShowDocked();
+}
+
+void MainWindow::NewDocument(host::TOperationType type)
+{
+    Documents().NewDocument(DocumentKindOf(static_cast<int>(type)));
+}
+
+void MainWindow::OpenDetailHistory()
+{
+    if (MayOpenList(TSoftwarePart::GoodDetails))
+        TDetailHistory_FRM(m_desk.host).ShowModally();
 }
 
 bool MainWindow::MayOpenList(TSoftwarePart part)

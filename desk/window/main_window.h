@@ -14,6 +14,7 @@ class QTabWidget;
 namespace desk {
 
 class HomePage;
+class TDocument_List_FRM;
 class TChoose_FRM;
 
 /// The desk: menu, toolbar, pages (screens that dock become pages) and the status line.
@@ -48,6 +49,10 @@ private:
     void NewGood();
     void OpenChoose();
     void OpenDetailTypes();
+    void OpenDocuments();
+    void OpenDetailHistory();
+    void NewDocument(host::TOperationType type);
+    TDocument_List_FRM &Documents();
     void OpenEntities(host::TSoftwarePart part);
     void OpenRights();
     void OpenSettings();
@@ -65,6 +70,7 @@ private:
     QLabel *m_user = nullptr;
     QLabel *m_date = nullptr;
     std::unique_ptr<TChoose_FRM> m_choose;
+    std::unique_ptr<TDocument_List_FRM> m_documents;
 };
 
 } // namespace desk

@@ -76,6 +76,14 @@ QPainterPath Tags()
     return path;
 }
 
+QPainterPath Sheet()
+{
+    QPainterPath path = Lines({{5, 3.5}, {15, 3.5}, {19, 7.5}, {19, 20.5}, {5, 20.5}}, true);
+    for (const qreal y : {9.0, 12.7, 16.4})
+        path.addPath(Lines({{8.5, y}, {15.5, y}}));
+    return path;
+}
+
 QPainterPath Tree()
 {
     QPainterPath path = Box(14, 3.5, 6.5, 5);
@@ -181,6 +189,7 @@ QPainterPath PathOf(Glyph glyph)
         {Glyph::AddGood, CartonPlus()},
         {Glyph::Choose, Tick()},
         {Glyph::Details, Tags()},
+        {Glyph::Documents, Sheet()},
         {Glyph::Groups, Tree()},
         {Glyph::Stores, Store()},
         {Glyph::Units, Ruler()},

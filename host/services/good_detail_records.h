@@ -37,7 +37,7 @@ struct TAmounts
     Quantity TotalAmount = 0; ///< all together
     Quantity Length = 0;      ///< of one piece of a good measured by area
     Quantity Width = 0;
-    Quantity Amount3 = 0; ///< how many pieces
+    Quantity Amount3 = 0; ///< how many pieces; of packed goods what one package holds, which is never added up
 
     bool operator==(const TAmounts &) const = default;
 };

@@ -12,7 +12,8 @@ public:
 
     /// True when details were entered for this good on an operation of this type.
     virtual bool ExistsGoodDetailInsertedForOperation(int goodCode, TOperationType operation) = 0;
-    /// Keeps the details entered while the editor was open. Runs inside the caller's transaction.
+    /// Writes the details entered by this desk while the editor was open. Runs inside the caller's transaction, which
+    /// it throws out of when the details cannot be so.
     virtual void EnterGoodDetailSave(int goodCode, TOperationType operation) = 0;
     /// True when details exist already, so that the quantity comes from them and is not typed.
     virtual bool EnterGoodDetails_Get(int goodCode, TOperationType operation) = 0;

@@ -16,6 +16,7 @@ inline constexpr int SecondQuantityDiffers = 10052; ///< the second quantity doe
 inline constexpr int TooManyDigits = 10325;         ///< %1: what is numbered, %2: the digits allowed
 inline constexpr int OpeningDetailsMissing = 10376; ///< the details of the opening quantity were not entered
 inline constexpr int ReplaceTypedQuantity = 20114;  ///< asks: replace the quantity that was typed by hand?
+inline constexpr int MoveDetailsToStore = 22205;    ///< asks: take the details of the row along to the other store?
 } // namespace message
 
 /// The icon of a plain message box.

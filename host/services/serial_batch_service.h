@@ -2,6 +2,8 @@
 
 #include "host/services/good_detail_records.h"
 
+#include <functional>
+
 namespace host {
 
 /// Serials that are plain numbers, both ends included.
@@ -27,6 +29,8 @@ struct TSerialBatch
     TDetailValues Details; ///< the first is the serial's; its value counts when there is no range
     TAmounts Amounts;      ///< of each serial
     std::optional<TSerialRange> Range;
+    /// Told after each step of writing; false gives the batch up, and nothing of it stays. None: nobody waits for it.
+    std::function<bool(int done, int steps)> Progress = {};
 };
 
 /// What becomes of a serial, in the order in which it is asked.
@@ -35,7 +39,7 @@ enum class TSerialFate : quint8 {
     InStock,        ///< on hand, or entered on a document that is not saved
     OtherValues,    ///< on record with other details, or for another good
     NotSold,        ///< return: nothing with these details was sold
-    NotReturnable,  ///< return: this serial was not sold on the document
+    NotReturnable,  ///< return: not sold on the document, or more of it would be on hand than one entry brought
     NothingOnHand,  ///< return: all that was sold of it has come back
     NotSoldAmount,  ///< return: more of this serial than was sold
     MoreThanOnHand, ///< return: more with these details than was sold
@@ -53,7 +57,8 @@ struct TSerialBatchResult
         int WorkingRow = 0; ///< the row that has it, for InLine
     };
 
-    bool TooLong = false; ///< the range was refused, nothing was looked at
+    bool TooLong = false;   ///< the range was refused, nothing was looked at
+    bool Cancelled = false; ///< given up by Progress
     int Written = 0;
     QList<Left> left; ///< those that were not written, and why
 
@@ -81,5 +86,8 @@ public:
 
 /// The range between two typed ends: numbers in any digits, within 64 bits. Nothing when one is no number.
 HOST_EXPORT std::optional<TSerialRange> SerialRange(QStringView from, QStringView to);
+
+/// A SELECT of the numbers of a range that is neither empty nor too long, in the columns Place (from 0) and N.
+HOST_EXPORT QString CountedText(const TSerialRange &range);
 
 } // namespace host

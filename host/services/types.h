@@ -15,6 +15,11 @@ enum class TSoftwarePart : int {
     Stores = 105,
     OpeningStock = 121,
     GoodsGroups = 122,
+    Purchases = 201,
+    Sales = 202,
+    SaleReturns = 204,
+    PurchaseReturns = 205,
+    Transfers = 206,
     GoodDetails = 309,
     GoodDetailDivision = 314,
     DetailTypes = 513,
@@ -40,9 +45,15 @@ enum class TFormMode : quint8 {
     Selection = 5,
 };
 
-/// The kind of document that a detail row or an opening quantity belongs to.
+/// The kind of document that a movement, a detail row or an opening quantity belongs to. The numbers are stored.
 enum class TOperationType : quint8 {
+    Purchase = 1,
+    Sale = 2,
     OpeningStock = 3,
+    SaleReturn = 4,
+    PurchaseReturn = 5,
+    TransferOut = 6, ///< also the kind of the document itself
+    TransferIn = 7,  ///< what a transfer brings into its second store
     DivisionExit = 24,
     DivisionEntry = 25,
 };
@@ -60,6 +71,7 @@ struct TSettingRecord
 {
     bool GoodDetails = false;                ///< details (serials, colours …) are kept per unit of a good
     bool GoodDetailsForOpening = false;      ///< opening quantities must have their details entered
+    bool TakeOnlyDetail = true;              ///< when one serial is found, all of it is proposed to go out
     bool TwoUnitGoods = true;                ///< goods may have a second unit
     bool TwoUnitVariableRatio = false;       ///< two-unit goods whose ratio differs from piece to piece
     bool SquareMetreGoods = false;           ///< goods measured by area

@@ -99,14 +99,26 @@ host::Refused DetailsPage::RefuseWhen(bool recorded, const QString &text) const
     return host::When(recorded, host::Warning(m_ui->GoodDetails_GRD, text));
 }
 
-host::Refused DetailsPage::CheckStillFree() const
+std::array<int, MostDetailTypes> DetailsPage::Now() const
 {
     std::array<int, MostDetailTypes> now{};
     const int rows = qMin(m_data.GoodDetails_QRY.RecordCount(), MostDetailTypes);
     for (int row = 0; row < rows; ++row)
         now[static_cast<size_t>(row)] = m_data.GoodDetails_QRY.FieldAt(row, u"GoodDetailID").toInt();
-    if (m_new || std::is_permutation(now.begin(), now.end(), m_loaded.begin()))
+    return now;
+}
+
+bool DetailsPage::IsAsLoaded() const
+{
+    const auto now = Now();
+    return std::is_permutation(now.begin(), now.end(), m_loaded.begin());
+}
+
+host::Refused DetailsPage::CheckStillFree() const
+{
+    if (m_new || IsAsLoaded())
         return {};
+    const auto now = Now();
     const bool lost = std::any_of(m_loaded.begin(), m_loaded.end(),
                                   [&now](int type) { return std::find(now.begin(), now.end(), type) == now.end(); });
     // The quantities entered with the new types go into the ledger with this very save.

@@ -34,6 +34,8 @@ public:
     void MoveTo(int goodCode) { m_good = goodCode; }
     /// The detail types that the good was opened with, 0 for none.
     const std::array<int, 5> &Loaded() const { return m_loaded; }
+    /// The types are those that the good was opened with.
+    bool IsAsLoaded() const;
     bool HasRows() const { return !m_data.GoodDetails_QRY.IsEmpty(); }
     /// Refuses changed types of a good for which quantities were recorded while it was open.
     host::Refused CheckStillFree() const;
@@ -44,6 +46,7 @@ signals:
 
 private:
     void Open(int goodCode, bool mayChange);
+    std::array<int, 5> Now() const;
     void Refresh();
     /// The refusal with this text when quantities are recorded for the good's details.
     host::Refused RefuseRecorded(const QString &text) const;

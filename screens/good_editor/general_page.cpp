@@ -52,6 +52,11 @@ host::NumericEdit *GeneralPage::CodeEdit() const
     return m_ui->Code_EDT;
 }
 
+QPushButton *GeneralPage::OpeningRowsButton() const
+{
+    return m_ui->GoodFirstAsset_BTN;
+}
+
 QWidget *GeneralPage::NameEdit() const
 {
     return m_ui->Name_EDT;

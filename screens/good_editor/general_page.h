@@ -9,6 +9,7 @@
 
 class BarcodeEdit;
 class QComboBox;
+class QPushButton;
 
 namespace Ui {
 class GeneralPage;
@@ -49,6 +50,10 @@ public:
     /// Only asks: goods may share an index.
     host::Refused CheckIndexUnique(int code) const;
 
+    /// Opens the list of opening rows.
+    QPushButton *OpeningRowsButton() const;
+    QString FullName() const;
+
 signals:
     /// The user picked another group.
     void GroupPicked(int group);
@@ -56,7 +61,6 @@ signals:
     void Changed();
 
 private:
-    QString FullName() const;
     void ShowFullName();
     void SelectGroup(int group);
 

@@ -33,7 +33,8 @@ constexpr QSize WindowSize(720, 650);
 
 TGood_Get_FRM::TGood_Get_FRM(host::Host &host)
     : TBaseGet_New_FRM(host, TSoftwarePart::Goods), m_ui(std::make_unique<Ui::TGood_Get_FRM>()),
-      m_data(host.DM, host.settings, host.entities), m_code(host, m_data)
+      m_data(host.DM, host.settings, host.entities), m_code(host, m_data), m_openingRows(m_data, host.entities),
+      m_openingDetails(host)
 {
     setObjectName(u"TGood_Get_FRM"_s);
     SetTitle(u"اطلاعات کالا "_s);
@@ -42,6 +43,7 @@ TGood_Get_FRM::TGood_Get_FRM(host::Host &host)
     m_ui->setupUi(Content());
     BuildPages();
     BindPages();
+    BindOpening();
     SetCodeEdit(m_general->CodeEdit());
     BindLevelTitles();
     m_picture = AddFooterButton(u"Picture_BTN"_s, u"ثب&ت عکس"_s);
@@ -74,7 +76,7 @@ void TGood_Get_FRM::BuildPages()
     m_barcodes = new BarcodeFields(m_complete->BarcodeEdits(m_general->BarCode1()), m_complete->BarcodesPanel(), m_host,
                                    m_data, rule, this);
     m_validation =
-        std::make_unique<GoodValidation>(m_host, m_data,
+        std::make_unique<GoodValidation>(m_host, m_data, m_openingRows, m_openingDetails,
                                          GoodValidation::Pages{*m_general, *m_prices, *m_details, *m_complete,
                                                                *m_discounts, *m_barcodes, *m_categories});
 }
@@ -193,7 +195,7 @@ void TGood_Get_FRM::Prepare()
     m_prices->SetBothExempt(false);
     m_categories->Open(code, true);
     m_details->OpenNew(code);
-    ApplyOpeningLock();
+    BeginOpening(0);
     // Each record begins at the first control of each tab, not where the last one was left.
     for (int index = 0; index < m_ui->PageControl1->count(); ++index) {
         if (QWidget *last = m_ui->PageControl1->widget(index)->focusWidget())
@@ -222,37 +224,16 @@ void TGood_Get_FRM::Load()
     m_prices->Show(m_loaded);
     m_discounts->Show(m_loaded);
     m_prices->SetBothExempt(m_discounts->BothExempt());
-    if (Mode() == TFormMode::Edit)
-        m_data.FirstAsset_FillTemp(code);
-    ApplyOpeningLock();
-    m_general->Opening().SetDetailsEntered(m_host.goodDetails.EnterGoodDetails_Get(code, TOperationType::OpeningStock));
+    BeginOpening(code);
     m_categories->Open(code, Mode() == TFormMode::Edit);
     m_untouched = Entered();
-}
-
-void TGood_Get_FRM::ApplyOpeningLock()
-{
-    const int code = m_general->Code();
-    OpeningFields &opening = m_general->Opening();
-    int rowStore = 0;
-    const bool severalStores = Mode() != TFormMode::Review && !m_data.FirstAsset_NotIsMultiStore(code, rowStore);
-    opening.SetLoadedRowStore(rowStore);
-    if (severalStores) {
-        goods::Quantity first = 0;
-        goods::Quantity second = 0;
-        m_data.GoodFirstAsset_GetAmount(code, first, second);
-        opening.ShowTotals(first, second);
-    }
-    const bool locked = m_host.vouchers.IsConstStartPeriod() || (!IsNew() && m_data.Good_HasSanadDetail(code));
-    opening.SetLocked(locked, severalStores);
-    m_general->CodeEdit()->setReadOnly(!IsNew());
 }
 
 void TGood_Get_FRM::SetReadOnly(bool readOnly)
 {
     TBaseGet_New_FRM::SetReadOnly(readOnly);
     m_prices->SetReadOnly(readOnly);
-    for (QPushButton *command : {m_picture, m_discountTitles, m_priceTitles})
+    for (QPushButton *command : {m_picture, m_discountTitles, m_priceTitles, m_general->OpeningRowsButton()})
         command->setVisible(!readOnly);
     m_complete->SetReadOnly(readOnly);
 }
@@ -293,8 +274,9 @@ void TGood_Get_FRM::Write()
     const OpeningFields &opening = m_general->Opening();
     request.loaded = opening.Loaded();
     request.entered = opening.Values();
-    request.rowChanged = opening.RowChanged();
-    request.loadedRowStore = opening.LoadedRowStore();
+    request.rows = &m_openingRows;
+    request.details = &m_openingDetails;
+    request.rowTyped = !opening.SeveralStores() && opening.RowChanged();
     request.rowStore = opening.RowStore();
     request.loadedDetails = m_details->Loaded();
 
@@ -360,7 +342,8 @@ void TGood_Get_FRM::DiscardWorkingRows()
     const int code = WorkingCode();
     m_data.undodelete_category(code); // also when the database cannot be reached
     host::Transaction transaction(m_data.Connection());
-    m_data.FirstAsset_DeleteTemp(code);
+    m_openingRows.End();
+    m_openingDetails.End();
     m_data.DeleteTmpCategory();
     m_data.DeleteTmpphoto(code);
     m_data.CostLevel_DeleteTemp(code);

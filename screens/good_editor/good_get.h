@@ -3,6 +3,7 @@
 #include "host/screens/base_get_new.h"
 #include "screens/good_editor/code_proposal.h"
 #include "screens/good_editor/good_validation.h"
+#include "screens/opening_stock/opening_details.h"
 
 #include <memory>
 
@@ -23,6 +24,8 @@ public:
 
     /// The tab that the next opening shows; 0, the first, unless set.
     void SetOpeningPage(int index) { m_openingPage = index; }
+    /// How the details of opening rows are entered; without it their quantities are only typed.
+    void SetDetailEntry(DetailEntry entry) { m_openingDetails.SetEntry(std::move(entry)); }
     /// The titles of price levels were changed here since the screen was opened; whoever shows them reads them anew.
     bool PriceTitlesChanged() const { return m_priceTitlesChanged; }
 
@@ -56,7 +59,17 @@ private:
     void RunRule(const std::function<host::Refused()> &rule);
     /// The good as the controls have it.
     TGoodInfoRec Entered() const;
+    void BindOpening();
+    void BeginOpening(int good);
     void ApplyOpeningLock();
+    void ShowOpeningRows();
+    void OpenOpeningRows();
+    /// What is typed for the only row goes into the working copy, for the list to show it.
+    void TypedRowIntoCopy();
+    void EnterOpeningDetails();
+    void OpeningStoreChanged();
+    goods::OpeningGood OpeningGood() const;
+    int OpeningRowNumber();
     void DiscardWorkingRows();
     bool IsNew() const { return Mode() == host::TFormMode::New; }
     /// What the working rows stand under: for a new good the code it has been given so far.
@@ -65,6 +78,10 @@ private:
     std::unique_ptr<Ui::TGood_Get_FRM> m_ui;
     TGood_DM m_data;
     CodeProposal m_code;
+    goods::OpeningCopy m_openingRows;
+    OpeningDetails m_openingDetails;
+    bool m_openingFixed = false; ///< by the period, or by documents
+    int m_detailStore = 0;       ///< where the entered details of the only row stand
     GeneralPage *m_general = nullptr;
     CostLevelPage *m_prices = nullptr;
     DetailsPage *m_details = nullptr;

@@ -17,12 +17,11 @@ int GoodSave::Run(Request request)
     host::Transaction transaction(m_data.Connection());
     if (request.isNew)
         m_data.Good_TakeCode(good.Code, good.GrpCode, m_host.settings.SettingRecord().GoodCodeLength);
-    WriteOpeningRow(request);
+    WriteOpeningRows(request);
     m_data.TempToGoodCat(good.Code);
     m_data.DeleteTmpCategory();
     WriteGood(request);
-    if (m_host.settings.SettingRecord().GoodDetails)
-        m_host.goodDetails.EnterGoodDetailSave(good.Code, TOperationType::OpeningStock);
+    WriteOpeningDetails(request);
     m_host.stock.SaveStorageAutoOperation(TSoftwarePart::Goods, good.Code);
     BookOpeningStock(request);
     m_data.TmpToMainPhoto(good.Code);
@@ -31,18 +30,24 @@ int GoodSave::Run(Request request)
     return good.Code;
 }
 
-void GoodSave::WriteOpeningRow(const Request &request)
+void GoodSave::WriteOpeningRows(const Request &request)
 {
-    // What was left alone stays as it is, in any store, also when another desk has changed it meanwhile.
-    if (!request.rowChanged)
-        return;
-    const TGoodInfoRec &good = request.good;
-    m_data.FirstAsset_DeleteTemp(good.Code);
+    goods::OpeningCopy &rows = *request.rows;
     // Without a quantity the good has no opening row.
-    if (good.AvaBgPrd != 0 || good.AvaBgPrd2 != 0)
-        m_data.GoodFirstAsset(good.Code, QString::number(request.rowStore), host::QuantityToText(good.AvaBgPrd),
-                              host::QuantityToText(good.AvaBgPrd2));
-    m_data.FirstAsset_SaveRow(good.Code, request.loadedRowStore);
+    if (request.rowTyped)
+        rows.SetOnlyRow(request.rowStore, {request.good.AvaBgPrd, request.good.AvaBgPrd2});
+    // What was left alone stays as it is, in any store, also when another desk has changed it meanwhile.
+    if (rows.IsChanged())
+        rows.Save(request.good.Code);
+}
+
+void GoodSave::WriteOpeningDetails(const Request &request)
+{
+    if (!m_host.settings.SettingRecord().GoodDetails)
+        return;
+    if (!request.isNew)
+        request.details->Delete(request.rows->GoneNumbers());
+    m_host.goodDetails.EnterGoodDetailSave(request.good.Code, TOperationType::OpeningStock);
 }
 
 void GoodSave::WriteGood(Request &request)

@@ -1,7 +1,9 @@
 #pragma once
 
 #include "data/goods/good_dm.h"
+#include "data/goods/opening_copy.h"
 #include "rules/opening_values.h"
+#include "screens/opening_stock/opening_details.h"
 
 /// Writes a good that was found valid, with everything that belongs to it, in one transaction: all of it or nothing.
 class GoodSave
@@ -10,12 +12,13 @@ public:
     struct Request
     {
         TGoodInfoRec good;
+        goods::OpeningCopy *rows = nullptr; ///< the opening rows; like the details never null
+        OpeningDetails *details = nullptr;
         bool isNew = false;
         goods::OpeningValues loaded;        ///< the opening stock before the change
         goods::OpeningValues entered;       ///< and now
-        bool rowChanged = false;            ///< its row is another one now
-        int loadedRowStore = 0;             ///< where that stood, 0 for nowhere
-        int rowStore = 0;                   ///< and where it stands now
+        bool rowTyped = false;              ///< its only row was changed in the fields of the editor
+        int rowStore = 0;                   ///< and stands here now
         std::array<int, 5> loadedDetails{}; ///< the detail types before the change, 0 for none
     };
 
@@ -26,7 +29,8 @@ public:
     int Run(Request request);
 
 private:
-    void WriteOpeningRow(const Request &request);
+    void WriteOpeningRows(const Request &request);
+    void WriteOpeningDetails(const Request &request);
     void WriteGood(Request &request);
     void BookOpeningStock(const Request &request);
 

@@ -85,21 +85,36 @@ Refused GoodValidation::OpeningVoucherOpen() const
     return host::ToldAlready();
 }
 
-Refused GoodValidation::StockStaysPositive() const
+QStringList GoodValidation::StockProbes() const
 {
     const OpeningFields &opening = m_pages.general.Opening();
+    const int good = m_pages.general.Code();
+    if (opening.SeveralStores())
+        return m_rows.IsChanged() ? QStringList{goods::LoweredRowsProbe(good, m_rows.Key())} : QStringList();
     const int store = opening.RowStore();
-    const int storeBefore = opening.LoadedRowStore();
-    // The row leaves the store that it stood in.
-    const bool moved = storeBefore != 0 && store != storeBefore;
-    const goods::Quantity now = moved ? 0 : opening.Values().first;
-    if (!m_host.settings.SettingRecord().ControlNegativeStock || opening.SeveralStores() || store == 0 ||
-        now >= opening.Loaded().first)
+    const goods::Quantity now = opening.Values().first;
+    if (m_rows.Saved().isEmpty())
+        return store != 0 && now < opening.Loaded().first ? QStringList{goods::NegativeStockProbe(good, store, now)}
+                                                          : QStringList();
+    QStringList probes;
+    for (const TGoodFirstAsset_Rec &saved : m_rows.Saved()) {
+        // A row that is to stand elsewhere leaves the store that it stood in.
+        const goods::Quantity left = saved.StoreCode == store ? now : 0;
+        if (left < saved.Amount1)
+            probes << goods::NegativeStockProbe(good, saved.StoreCode, left);
+    }
+    return probes;
+}
+
+Refused GoodValidation::StockStaysPositive() const
+{
+    if (!m_host.settings.SettingRecord().ControlNegativeStock)
         return {};
-    const QString probe = goods::NegativeStockProbe(m_pages.general.Code(), moved ? storeBefore : store, now);
-    if (m_host.stock.Check_TockMinus(probe, m_data.GetFirstPeriodVoucherDate()))
-        return {};
-    return host::ToldAlready(opening.QuantityEdit());
+    const QStringList probes = StockProbes();
+    for (const QString &probe : probes)
+        if (!m_host.stock.Check_TockMinus(probe, m_data.GetFirstPeriodVoucherDate()))
+            return host::ToldAlready(m_pages.general.Opening().QuantityEdit());
+    return {};
 }
 
 Refused GoodValidation::FocusedFieldLeft() const
@@ -124,11 +139,21 @@ Refused GoodValidation::OpeningDetailsEntered() const
     const host::TSettingRecord &settings = m_host.settings.SettingRecord();
     const OpeningFields &opening = m_pages.general.Opening();
     if (!settings.GoodDetails || !settings.GoodDetailsForOpening || !m_pages.details.HasRows() ||
-        opening.Values().first <= 0 ||
-        m_host.goodDetails.ExistsGoodDetailInsertedForOperation(m_pages.general.Code(),
-                                                                host::TOperationType::OpeningStock))
+        opening.Values().first <= 0 || EveryRowHasDetails())
         return {};
     return host::SmartMessage(opening.QuantityEdit(), host::message::OpeningDetailsMissing);
+}
+
+bool GoodValidation::EveryRowHasDetails() const
+{
+    if (!m_host.goodDetails.ExistsGoodDetailInsertedForOperation(m_pages.general.Code(),
+                                                                 host::TOperationType::OpeningStock))
+        return false;
+    if (!m_pages.general.Opening().SeveralStores())
+        return true;
+    const QSet<int> entered = m_details.Rows();
+    return std::all_of(m_rows.Rows().cbegin(), m_rows.Rows().cend(),
+                       [&entered](const TGoodFirstAsset_Rec &row) { return entered.contains(row.Radif); });
 }
 
 Refused GoodValidation::SmsCodeUnique() const

@@ -1,7 +1,9 @@
 #pragma once
 
 #include "data/goods/good_dm.h"
+#include "data/goods/opening_copy.h"
 #include "host/screens/refusals.h"
+#include "screens/opening_stock/opening_details.h"
 
 #include <vector>
 
@@ -38,7 +40,10 @@ public:
         std::function<host::Refused()> leaveCode;
     };
 
-    GoodValidation(host::Host &host, TGood_DM &data, const Pages &pages) : m_host(host), m_data(data), m_pages(pages) {}
+    GoodValidation(host::Host &host, TGood_DM &data, const goods::OpeningCopy &rows, const OpeningDetails &details,
+                   const Pages &pages)
+        : m_host(host), m_data(data), m_rows(rows), m_details(details), m_pages(pages)
+    {}
 
     /// What is being typed counts, and an empty number is zero, for all checks alike.
     void BeforeChecks();
@@ -48,6 +53,8 @@ private:
     host::Refused TotalCostInRange() const;
     host::Refused OpeningVoucherOpen() const;
     host::Refused StockStaysPositive() const;
+    QStringList StockProbes() const;
+    bool EveryRowHasDetails() const;
     host::Refused FocusedFieldLeft() const;
     host::Refused CodeGiven() const;
     host::Refused OpeningDetailsEntered() const;
@@ -56,6 +63,8 @@ private:
 
     host::Host &m_host;
     TGood_DM &m_data;
+    const goods::OpeningCopy &m_rows;
+    const OpeningDetails &m_details;
     Pages m_pages;
     Subject m_subject;
 };

@@ -34,8 +34,6 @@ bool HasFocus(const QWidget *control)
 OpeningFields::OpeningFields(Ui::GeneralPage &ui, host::Host &host, QObject *parent)
     : QObject(parent), m_ui(ui), m_host(host)
 {
-    // The list of opening rows belongs to another screen.
-    m_ui.GoodFirstAsset_BTN->hide();
     BindPickers();
     PlaceQuantities();
     BindPrices();
@@ -48,6 +46,8 @@ void OpeningFields::BindPickers()
     m_ui.Unit_Entity1->SetSource(m_host.entities, TSoftwarePart::Units);
     m_ui.Unit_Entity2->SetSource(m_host.entities, TSoftwarePart::Units);
     m_ui.Store_Entity->SetSource(m_host.entities, TSoftwarePart::Stores);
+    connect(m_ui.Store_Entity, &host::EntityPicker::Changed, this, &OpeningFields::StoreChanged);
+    connect(m_ui.Quantities, &UnitQuantities::DetailsWanted, this, &OpeningFields::DetailsWanted);
     m_ui.Store_Entity->SetChooseGuard(
         [this] { return host::Granted(m_host, TSoftwarePart::Stores, host::TPermission::OpenList); });
     for (const auto &[picker, name] :
@@ -123,9 +123,40 @@ void OpeningFields::Begin(const goods::OpeningValues &values, int store)
     ShowUnits();
 }
 
-void OpeningFields::ShowTotals(Quantity first, Quantity second)
+void OpeningFields::ShowTotals(const goods::UnitAmounts &totals)
 {
-    m_ui.Quantities->ShowTotals({first, second});
+    m_ui.Quantities->ShowTotals(totals);
+}
+
+void OpeningFields::TakeTotals(const goods::UnitAmounts &totals)
+{
+    m_ui.Quantities->Replace(totals);
+}
+
+void OpeningFields::SuggestStore(int store)
+{
+    if (StoreCode() == 0)
+        m_ui.Store_Entity->SetCode(store);
+}
+
+void OpeningFields::SetRowStore(int store)
+{
+    m_rowStore = store;
+    m_loadedStore = StoreCode();
+}
+
+goods::OpeningGood OpeningFields::Good() const
+{
+    goods::OpeningGood good;
+    good.unit1 = m_ui.Unit_Entity1->Code();
+    good.unit1Name = m_ui.Unit_Entity1->Name();
+    if (Entry() == QuantityEntry::OneUnit)
+        return good;
+    good.unit2 = m_ui.Unit_Entity2->Code();
+    good.unit2Name = m_ui.Unit_Entity2->Name();
+    good.formula = FormulaOn() ? Formula() : 0;
+    good.twoUnits = Entry() == QuantityEntry::TwoUnits && good.unit2 != 0;
+    return good;
 }
 
 void OpeningFields::Store(TGoodInfoRec &rec) const
@@ -178,7 +209,10 @@ void OpeningFields::SetLocked(bool locked, bool severalStores)
 {
     m_severalStores = severalStores;
     m_locked = locked || severalStores;
-    m_ui.Quantities->setEnabled(!m_locked);
+    // A price that is missing could be given nowhere else.
+    m_priceFixed = locked || (severalStores && m_ui.CostBgPrd_EDT->Number() != 0);
+    m_ui.Quantities->setEnabled(!m_priceFixed);
+    m_ui.Quantities->SetQuantitiesEnabled(!m_locked);
     // A new good needs its default store even when the opening period is closed.
     m_ui.Store_PNL->setEnabled(!m_locked || StoreCode() == 0);
 }
@@ -186,6 +220,26 @@ void OpeningFields::SetLocked(bool locked, bool severalStores)
 void OpeningFields::SetDetailsEntered(bool entered)
 {
     m_ui.Quantities->SetDetailsEntered(entered);
+}
+
+bool OpeningFields::DetailsEntered() const
+{
+    return m_ui.Quantities->DetailsEntered();
+}
+
+void OpeningFields::SetDetailButtons(bool shown)
+{
+    m_ui.Quantities->SetDetailButtons(shown);
+}
+
+void OpeningFields::ShowStore(int store)
+{
+    m_ui.Store_Entity->SetCode(store);
+}
+
+QWidget *OpeningFields::StoreEdit() const
+{
+    return m_ui.Store_Entity;
 }
 
 bool OpeningFields::FormulaOn() const
@@ -304,6 +358,14 @@ host::Refused OpeningFields::LeaveFocusedPicker()
     return {};
 }
 
+host::Refused OpeningFields::CheckUnitForRows()
+{
+    for (host::EntityPicker *picker : {m_ui.Unit_Entity1, m_ui.Unit_Entity2})
+        if (!picker->Resolve())
+            return host::ToldAlready(picker);
+    return host::When(m_ui.Unit_Entity1->Code() == 0, host::Required(m_ui.Unit_Entity1, u"کد واحد"_s));
+}
+
 host::Refused OpeningFields::CheckUnit() const
 {
     if (m_ui.Unit_Entity1->Code() != 0)
@@ -316,7 +378,7 @@ host::Refused OpeningFields::CheckPrice() const
     const goods::OpeningValues values = Values();
     const bool secondCounts = Entry() == QuantityEntry::TwoUnits && values.second != 0;
     // Where the price is locked nobody could mend it.
-    if (values.price != 0 || m_locked || (values.first == 0 && !secondCounts))
+    if (values.price != 0 || m_priceFixed || (values.first == 0 && !secondCounts))
         return {};
     if (Entry() == QuantityEntry::BigAndSmall)
         return host::Required(m_ui.GheymatJoz_EDT, u"قيمت اول دوره"_s);

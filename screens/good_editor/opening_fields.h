@@ -3,6 +3,7 @@
 #include "data/goods/good_dm.h"
 #include "host/controls/numeric_edit.h"
 #include "host/screens/refusals.h"
+#include "rules/opening_row_text.h"
 #include "rules/opening_values.h"
 #include "rules/quantity_entry.h"
 
@@ -35,19 +36,30 @@ public:
     int StoreCode() const;
     /// The quantities, or the store of their row, are others than they were.
     bool RowChanged() const;
-    /// Where the opening row stood; 0 when there was none. It need not be the good's default store.
-    int LoadedRowStore() const { return m_rowStore; }
-    void SetLoadedRowStore(int store) { m_rowStore = store; }
-    /// Where it stands now: with the good's store only when the user changed that.
+    /// Says where the only opening row stands, 0 when there is none. It need not be the good's default store.
+    void SetRowStore(int store);
+    /// Where the row is to stand now: with the good's store only when the user changes that.
     int RowStore() const;
+    /// The good as the screens of its opening rows know it; its code and name are the page's.
+    goods::OpeningGood Good() const;
 
     /// Shows the totals of several stores, which are entered elsewhere.
-    void ShowTotals(goods::Quantity first, goods::Quantity second);
+    void ShowTotals(const goods::UnitAmounts &totals);
+    /// The rows were entered on their list: shows what they come to, a change where it is another amount.
+    void TakeTotals(const goods::UnitAmounts &totals);
+    /// A good without store takes this one.
+    void SuggestStore(int store);
     /// The opening stock is fixed (period closed, voucher lines) or entered in several stores.
     void SetLocked(bool locked, bool severalStores);
+    /// The unit must be known before the list of opening rows opens.
+    host::Refused CheckUnitForRows();
     bool SeveralStores() const { return m_severalStores; }
     /// Details were entered for the opening stock: the quantities come from them.
     void SetDetailsEntered(bool entered);
+    bool DetailsEntered() const;
+    void SetDetailButtons(bool shown);
+    void ShowStore(int store);
+    QWidget *StoreEdit() const;
 
     /// Computes what leaving the focused quantity or price would, and finds the store that is typed, so that a save
     /// from inside a field sees what the user means.
@@ -65,6 +77,12 @@ public:
     host::Refused CheckSecondQuantity() const;
     /// Where messages on the quantity belong.
     QWidget *QuantityEdit() const;
+
+signals:
+    /// The user chose another store.
+    void StoreChanged();
+    /// The button of a quantity was pressed, or its key.
+    void DetailsWanted();
 
 private:
     void BindPickers();
@@ -91,6 +109,7 @@ private:
     int m_loadedStore = 0;
     int m_rowStore = 0;
     bool m_locked = false;
+    bool m_priceFixed = false;
     bool m_severalStores = false;
     bool m_partPriceTyped = false; ///< a price of the big or the small unit
 };

@@ -8,6 +8,7 @@
 #include "screens/bulk_changes/bulk_commands.h"
 #include "screens/goods_list/good_removal.h"
 #include "screens/goods_list/good_tags.h"
+#include "screens/opening_stock/opening_details.h"
 
 #include <QTimer>
 
@@ -50,6 +51,8 @@ public:
     /// The next opening in mode 5 stands on the good with this code when it is a whole number. Without such a good, a
     /// single choice begins with the parameter text as its search.
     void SetLocateCode(const QString &code) { m_locateCode = code; }
+    /// For the editor that the list opens.
+    void SetDetailEntry(DetailEntry entry) { m_detailEntry = std::move(entry); }
     /// Several goods may be marked and are chosen together (mode 5). Browsing can always mark.
     void SetMultiSelect(bool on);
 
@@ -159,6 +162,7 @@ private:
     goods_list::GoodRemoval m_removal;
     bulk_changes::Commands m_bulk;
     std::unique_ptr<TGood_Get_FRM> m_editor;
+    DetailEntry m_detailEntry;
     std::unique_ptr<Tgoodlist_search_Frm> m_search;
     std::unique_ptr<TGood_Movements_FRM> m_movements;
     QString m_advancedParams; ///< of the advanced search, empty without criteria

@@ -66,6 +66,7 @@ TGood_Get_FRM &TGood_List_FRM::Editor()
 {
     if (!m_editor)
         m_editor = std::make_unique<TGood_Get_FRM>(m_host);
+    m_editor->SetDetailEntry(m_detailEntry);
     m_editor->SetKeyboardLayoutName(KeyboardLayoutName());
     m_editor->SetFormTheme();
     return *m_editor;

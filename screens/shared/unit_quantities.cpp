@@ -6,6 +6,10 @@
 #include "screens/shared/leave_watch.h"
 #include "ui_unit_quantities.h"
 
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+
 using namespace Qt::StringLiterals;
 
 using goods::Quantity;
@@ -43,6 +47,7 @@ void UnitQuantities::Bind(host::NumericEdit *edit, RuleTime time, void (UnitQuan
                           bool UnitQuantities::*typed)
 {
     m_edits.push_back(edit);
+    connect(edit, &host::NumericEdit::ButtonClicked, this, &UnitQuantities::DetailsWanted);
     connect(edit, &QLineEdit::textEdited, this, [this, typed] {
         if (typed != nullptr)
             this->*typed = true;
@@ -65,6 +70,58 @@ void UnitQuantities::SetNames(const Field &first, const Field &second)
     name(m_ui->Meghdar2_EDT, m_ui->Meghdar2_LBL, second);
 }
 
+void UnitQuantities::SetUnitNames(const QString &first, const QString &second)
+{
+    SetUnitName(m_ui->Meghdar_EDT, m_unit1, first);
+    SetUnitName(m_ui->Meghdar2_EDT, m_unit2, second);
+    ShowEntry();
+}
+
+void UnitQuantities::SetUnitName(host::NumericEdit *edit, QLabel *&label, const QString &name)
+{
+    if (label == nullptr) {
+        auto *cell = new QWidget(edit->parentWidget());
+        auto *row = new QHBoxLayout(cell);
+        row->setContentsMargins({});
+        delete m_ui->quantityGrid->replaceWidget(edit, cell);
+        label = new QLabel(cell);
+        label->setObjectName(edit->objectName().chopped(4) + u"_Unit_LBL"_s);
+        row->addWidget(edit, 1);
+        row->addWidget(label);
+    }
+    label->setText(name);
+}
+
+void UnitQuantities::SetTotalCaption(const QString &caption)
+{
+    m_ui->Total_LBL->setText(caption);
+    m_ui->Total_LBL->setBuddy(m_ui->Meghdar_Joz_EDT);
+}
+
+void UnitQuantities::SetDetailButtons(bool shown)
+{
+    if (shown == m_detailButtons)
+        return;
+    m_detailButtons = shown;
+    for (host::NumericEdit *edit : m_edits)
+        edit->setButtonText(shown ? u"+"_s : QString());
+}
+
+void UnitQuantities::keyPressEvent(QKeyEvent *event)
+{
+    // The edits leave the key to the screen.
+    if (m_detailButtons && event->key() == Qt::Key_Plus)
+        emit DetailsWanted();
+    else
+        QWidget::keyPressEvent(event);
+}
+
+void UnitQuantities::SetQuantitiesEnabled(bool enabled)
+{
+    for (host::NumericEdit *edit : m_edits)
+        edit->setEnabled(enabled);
+}
+
 void UnitQuantities::AddUnderQuantities(std::initializer_list<QWidget *> fields)
 {
     AddRow(*m_ui->quantityGrid, fields);
@@ -84,7 +141,7 @@ void UnitQuantities::Clear()
 
 void UnitQuantities::Show(const goods::UnitAmounts &amounts)
 {
-    m_loaded = amounts;
+    m_loaded = m_shown = amounts;
     m_firstTyped = false;
     m_ui->Meghdar_EDT->SetNumber(amounts.first);
     m_ui->Meghdar2_EDT->SetNumber(amounts.second);
@@ -95,6 +152,14 @@ void UnitQuantities::Show(const goods::UnitAmounts &amounts)
 void UnitQuantities::ShowTotals(const goods::UnitAmounts &totals)
 {
     m_loaded = totals;
+    Replace(totals);
+}
+
+void UnitQuantities::Replace(const goods::UnitAmounts &totals)
+{
+    m_shown = totals;
+    m_partsTyped = false;
+    m_firstTyped = false;
     m_ui->Meghdar_EDT->SetNumber(totals.first);
     m_ui->Meghdar2_EDT->SetNumber(totals.second);
     m_ui->Meghdar_Joz_EDT->SetNumber(totals.first);
@@ -143,11 +208,11 @@ goods::UnitAmounts UnitQuantities::Amounts() const
 Quantity UnitQuantities::HiddenSecond() const
 {
     const Quantity first = m_ui->Meghdar_EDT->Number();
-    if (goods::SameQuantity(first, m_loaded.first))
-        return m_loaded.second;
+    if (goods::SameQuantity(first, m_shown.first))
+        return m_shown.second;
     if (first == 0)
         return 0;
-    return Formula() > 0 ? goods::SecondQuantity(first, Formula(), m_settings.wholeUnits) : m_loaded.second;
+    return Formula() > 0 ? goods::SecondQuantity(first, Formula(), m_settings.wholeUnits) : m_shown.second;
 }
 
 bool UnitQuantities::AgreesWithFormula() const
@@ -174,6 +239,8 @@ void UnitQuantities::ShowEntry()
     m_ui->Meghdar_PNL->setVisible(entry != QuantityEntry::BigAndSmall);
     m_ui->Meghdar2_EDT->setVisible(entry == QuantityEntry::TwoUnits);
     m_ui->Meghdar2_LBL->setVisible(entry == QuantityEntry::TwoUnits);
+    if (m_unit2 != nullptr)
+        m_unit2->setVisible(entry == QuantityEntry::TwoUnits);
     ShowFormula();
 }
 
@@ -202,7 +269,8 @@ void UnitQuantities::FormulaTyped()
         LeaveParts(); // typed before there was a formula to join them by
     else
         m_ui->MeghdarJoz_EDT->SetNumber(applies && total > 0 ? goods::RoundedQuantity(total - Formula() * big) : 0);
-    m_partsTyped = m_partsTyped || (isEnabledTo(parentWidget()) && !m_detailsEntered);
+    m_partsTyped = m_partsTyped || (isEnabledTo(parentWidget()) && m_ui->Meghdar_Joz_EDT->isEnabledTo(this) &&
+                                    !m_detailsEntered);
     emit Changed();
 }
 

@@ -9,6 +9,7 @@
 #include <optional>
 #include <vector>
 
+class QLabel;
 namespace goods {
 enum class RuleTime;
 struct SplitQuantity;
@@ -59,6 +60,14 @@ public:
     void AddUnderQuantities(std::initializer_list<QWidget *> fields);
     /// The same under big and small units.
     void AddUnderParts(std::initializer_list<QWidget *> fields);
+    /// The names of the units stand beside their quantities; empty ones do not.
+    void SetUnitNames(const QString &first, const QString &second);
+    /// Captions the total of big and small units, which otherwise follows "=".
+    void SetTotalCaption(const QString &caption);
+    /// Every quantity gets a button, and the numeric "+", for the entry of details; both report `DetailsWanted`.
+    void SetDetailButtons(bool shown);
+    /// Fixes the quantities; what the screen has set under them stays as it is.
+    void SetQuantitiesEnabled(bool enabled);
     /// In the order of Tab.
     const std::vector<host::NumericEdit *> &Edits() const { return m_edits; }
 
@@ -67,8 +76,11 @@ public:
     void Show(const goods::UnitAmounts &amounts);
     /// Shows totals that are entered elsewhere.
     void ShowTotals(const goods::UnitAmounts &totals);
+    /// Shows what was entered elsewhere since Show(): it counts as a change.
+    void Replace(const goods::UnitAmounts &amounts);
     /// Details were entered: the quantities come from them.
     void SetDetailsEntered(bool entered);
+    bool DetailsEntered() const { return m_detailsEntered; }
 
     goods::QuantityEntry Entry() const;
     /// As typed now.
@@ -95,6 +107,11 @@ public:
 signals:
     /// The user changed a quantity, or a rule did.
     void Changed();
+    /// The button of a quantity was pressed, or "+" in one.
+    void DetailsWanted();
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
 
 private:
     void Bind(host::NumericEdit *edit, goods::RuleTime time, void (UnitQuantities::*rule)(),
@@ -102,6 +119,7 @@ private:
     bool FormulaOn() const;
     goods::Quantity Formula() const;
     goods::Quantity HiddenSecond() const;
+    void SetUnitName(host::NumericEdit *edit, QLabel *&label, const QString &name);
     void ShowEntry();
     void ShowFormula();
     void SplitIntoParts();
@@ -117,7 +135,11 @@ private:
     ReplaceQuestion m_mayReplace = [] { return true; };
     Settings m_settings;
     goods::UnitAmounts m_loaded;
+    goods::UnitAmounts m_shown; ///< by the screen, last
     std::vector<host::NumericEdit *> m_edits;
+    QLabel *m_unit1 = nullptr;
+    QLabel *m_unit2 = nullptr;
+    bool m_detailButtons = false;
     bool m_detailsEntered = false;
     bool m_firstTyped = false; ///< by hand, since quantity 1 last followed from quantity 2
     bool m_partsTyped = false; ///< or their formula

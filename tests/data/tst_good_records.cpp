@@ -270,7 +270,7 @@ void TestGoodRecords::takenCodeIsReplaced()
     host::Transaction transaction(m_database->Main());
     QVERIFY(goods.Good_TakeCode(code, 5, 6));
     QVERIFY(code != proposed);
-    goods.FirstAsset_SaveRow(code, 0);
+    goods.FirstAsset_SaveTemp(code);
     goods.TempToGoodCat(code);
     goods.Good_Insert(Good(code));
     goods.CostLevel_Save(code);

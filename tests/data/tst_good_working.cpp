@@ -1,5 +1,6 @@
 // The working rows of an open good editor: prices, opening stock, detail types, categories, photos.
 
+#include "data/goods/opening_copy.h"
 #include "host/data/database_error.h"
 #include "host/data/sql_text.h"
 #include "tests/data/desk_fixture.h"
@@ -214,7 +215,7 @@ void TestGoodWorking::severalStores()
     QCOMPARE(goods.FirstAssetList_QRY.TextField(u"Unit2"), u"کارتن"_s);
     QCOMPARE(goods.FirstAssetList_QRY.TextField(u"Joz"), u"1"_s);
 
-    goods.FirstAsset_SaveRow(501, 0);
+    goods.FirstAsset_SaveTemp(501);
     goods.FirstAsset_FillTemp(501);
     goods.GoodFirstAsset_Delete(1);
     QCOMPARE(Rows(u"select tmp, StoreCode, Amount1, Comment from GoodFirstAsset order by tmp, Radif"_s),
@@ -228,13 +229,34 @@ void TestGoodWorking::savingOpeningStockSeesOtherDesks()
 {
     TGood_DM &goods = m_desk->goods;
     m_database->Exec(
-        u"insert into GoodFirstAsset (GoodCode, StoreCode, tmp, Amount1) values (501, 1, 0, 4), (501, 2, 0, 5)"_s);
-    goods.FirstAsset_FillTemp(501);
+        u"insert into GoodFirstAsset (GoodCode, StoreCode, tmp, Amount1, Radif) values (501, 1, 0, 4, 1), (501, 2, 0, "
+        "5, 2)"_s);
     Desk other(m_database->AnotherConnection(), *m_database);
-    other.goods.FirstAsset_DeleteTemp(501); // its editor of the same good closes
-    QVERIFY_THROWS_EXCEPTION(host::DatabaseError, goods.FirstAsset_SaveRow(501, 1));
-    QCOMPARE(Rows(u"select StoreCode, Amount1 from GoodFirstAsset where tmp = 0 order by StoreCode"_s),
-             QStringList({u"1|4"_s, u"2|5"_s}));
+    goods::OpeningCopy mine(goods, m_desk->entities);
+    goods::OpeningCopy theirs(other.goods, other.entities);
+    mine.Begin(501);
+    theirs.Begin(501);
+    // Row 1 of each, and the end of the one copy, leave the other alone.
+    theirs.Delete(1);
+    mine.Insert({0, 0, 3, 1, 6, 0, {}, mine.NewNumber()});
+    mine.Delete(1);
+    QCOMPARE(theirs.Rows().size(), 1);
+    QCOMPARE(mine.Rows().size(), 2);
+    QCOMPARE(mine.NewNumber(), 4);
+    QCOMPARE(mine.GoneNumbers(), QList<int>{1});
+    theirs.Save(501);
+    theirs.End();
+    mine.Refresh();
+    QCOMPARE(mine.Totals().first, 11.0L);
+    QVERIFY_THROWS_EXCEPTION(host::DatabaseError, mine.Save(501));
+    QCOMPARE(Rows(u"select tmp, StoreCode, Amount1 from GoodFirstAsset order by tmp, StoreCode"_s),
+             QStringList({u"0|2|5"_s, u"1|2|5"_s, u"1|3|6"_s}));
+    mine.End();
+    mine.Begin(501);
+    mine.Update({0, 0, 2, 1, 8, 0, u"شمارش"_s, 2});
+    mine.Save(501);
+    QCOMPARE(Rows(u"select GoodCode, tmp, StoreCode, Amount1, Comment, Radif from GoodFirstAsset"_s),
+             QStringList{u"501|0|2|8|شمارش|2"_s});
 }
 
 void TestGoodWorking::openingVoucher()
@@ -242,7 +264,7 @@ void TestGoodWorking::openingVoucher()
     TGood_DM &goods = m_desk->goods;
     goods.Good_Insert(Good(501));
     goods.GoodFirstAsset(501, u"1"_s, u"24"_s, u"2"_s);
-    goods.FirstAsset_SaveRow(501, 0);
+    goods.FirstAsset_SaveTemp(501);
     TGood_DM::FirstPeriodVoucher voucher;
     voucher.SaveType = 1;
     voucher.SanadDate = goods.GetFirstPeriodVoucherDate();

@@ -200,7 +200,7 @@ void TestScreens::rightsTakeEffect()
                 });
     // What the screen did not touch is as it was.
     QCOMPARE(t.database.Rows(u"SELECT SoftwarePart, Permission FROM UserRights WHERE UserCode = 2 ORDER BY 1, 2"_s),
-             (QStringList{u"102|1"_s, u"102|6"_s, u"104|6"_s, u"105|6"_s, u"309|6"_s}));
+             (QStringList{u"102|1"_s, u"102|6"_s, u"104|6"_s, u"105|6"_s, u"202|6"_s, u"309|6"_s}));
 }
 
 void TestScreens::rightsAskBeforeTheyAreLost()

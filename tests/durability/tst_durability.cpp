@@ -1,8 +1,10 @@
-// A desk killed in the middle of its work leaves whole goods or none, and changes of many goods whole or not at all.
+// A desk killed in the middle of its work leaves whole goods or none, and changes of many goods whole or not at all;
+// documents with movements, details and stock likewise.
 
 #include "tests/support/database.h"
 #include "tests/support/test_main.h"
 
+#include <QFile>
 #include <QProcess>
 #include <QRandomGenerator>
 #include <QTest>
@@ -14,6 +16,7 @@ class TestDurability : public QObject
 private slots:
     void killedWhileSaving();
     void killedWhileChangingMany();
+    void killedWhileSelling();
 };
 
 namespace {
@@ -45,11 +48,11 @@ const QString HalfChanged =
     "  (SELECT 1 FROM BulkChangeFields f WHERE f.ChangeID = c.ID)"_s;
 
 /// Starts a desk, waits for its first work, kills it at a random moment within `span` microseconds.
-void KillAtWork(const QStringList &arguments, quint32 span)
+void KillAtWork(const QStringList &arguments, quint32 span, const char *program = SAVING_DESK)
 {
     QProcess desk;
     desk.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    desk.start(QString::fromUtf8(SAVING_DESK), arguments);
+    desk.start(QString::fromUtf8(program), arguments);
     QVERIFY2(desk.waitForReadyRead(30000), "the desk saved nothing");
     QThread::usleep(QRandomGenerator::global()->bounded(span));
     desk.kill();
@@ -105,6 +108,29 @@ void TestDurability::killedWhileChangingMany()
             return;
         const QStringList broken = database.Rows(HalfChanged);
         QVERIFY2(broken.isEmpty(), qPrintable(QString::number(kill) + u": "_s + broken.join(u'\n').left(500)));
+    }
+}
+
+/// What the check of goods-sql asks is true after each kill.
+void TestDurability::killedWhileSelling()
+{
+    if (test::Database::OnServer())
+        QSKIP("about the file of the embedded database");
+    const test::Database database(test::Database::Content::Demo);
+    QFile script(QString::fromUtf8(GOODS_SOURCES) + u"/desk/database/check.sql"_s);
+    QVERIFY(script.open(QIODevice::ReadOnly));
+    const QStringList checks = QString::fromUtf8(script.readAll()).split(u"\nGO\n"_s, Qt::SkipEmptyParts);
+    QVERIFY(checks.size() > 5);
+    int before = 0;
+    for (int kill = 0; kill < 50; ++kill) {
+        KillAtWork({database.Name()}, 300000, SELLING_DESK); // several documents long
+        if (QTest::currentTestFailed())
+            return;
+        for (const QString &check : checks)
+            QCOMPARE(database.Rows(check), QStringList());
+        const int after = database.Scalar(u"SELECT COUNT(*) FROM Documents"_s).toInt();
+        QVERIFY2(after > before, "what was saved before the kill is gone");
+        before = after;
     }
 }
 

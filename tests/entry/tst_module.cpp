@@ -42,6 +42,9 @@ private slots:
     void genericLists();
     void newGoodReturnsNothing();
     void detailTypes();
+    void detailsGoOut_data();
+    void detailsGoOut();
+    void detailsAreChosen();
     void errorsStayInside();
 
 private:
@@ -261,6 +264,84 @@ void TestModule::detailTypes()
                     QTest::keyClick(list, Qt::Key_Escape);
                 });
     QCOMPARE(shop.host.messages.TakeAll(), QStringList{u"ShowMessage(امکان نمایش مجدد لیست جزئیات وجود ندارد.)"_s});
+    entry::Module::Release();
+}
+
+void TestModule::detailsGoOut_data()
+{
+    QTest::addColumn<int>("mode");
+    QTest::addColumn<int>("good");
+    QTest::addColumn<bool>("accepted");
+    QTest::newRow("anew") << 2 << 200001 << true;
+    QTest::newRow("again") << 3 << 200001 << true;
+    QTest::newRow("reviewed") << 4 << 200001 << false;
+    QTest::newRow("no such good") << 2 << 7 << false;
+}
+
+void TestModule::detailsGoOut()
+{
+    QFETCH(int, mode);
+    QFETCH(int, good);
+    QFETCH(bool, accepted);
+    Shop shop;
+    shop.host.Install();
+    shop.database.Exec(u"INSERT GoodDetailKardexExit_Temp (DetailValueID, GoodCode, StoreCode, Amount1, Amount2, "
+                       "TotalAmount, Length, Width, Amount3) VALUES (1, 200001, 4, 24, 0, 24, 3, 2, 4)"_s);
+    long double to[7] = {-1, -1, -1, -1, -1, -1, -1};
+    int result = -1;
+    const auto open = [&] {
+        result = Open_Exit_GoodDetail(mode, 2, good, nullptr, 10, 9, 0, to, to + 1, to + 2, to + 3, to + 4, to + 5,
+                                      to + 6, 5, 0, 1, 77, 4);
+    };
+    if (good == 7) {
+        open();
+        QCOMPARE(shop.host.messages.TakeAll().size(), 1);
+    } else {
+        test::Drive(open, [&](QWidget *screen) {
+            QCOMPARE(test::Find<QAbstractButton>(screen, u"SaveRow_BTN"_s).isEnabled(), accepted);
+            test::Find<QAbstractButton>(screen, u"SaveRow_BTN"_s).click();
+            test::Press(Qt::Key_F3);
+            if (!accepted)
+                test::Press(Qt::Key_Escape);
+        });
+        QCOMPARE(shop.host.detailMovements.calls.contains(u"KeepExit(200001)"_s), accepted);
+    }
+    QCOMPARE(result, int(accepted));
+    const QList<long double> given(to, to + 7); // rows first, amount 1 last
+    QCOMPARE(given, accepted ? (QList<long double>{1, 4, 2, 3, 24, 0, 24}) : QList<long double>(7, -1));
+    QCOMPARE(Open_GoodDetail(2, 2, good, nullptr, 0, 0, 0, to, to, to, to, to, to, to, 0, 0, 0, 0, 0), 0);
+    entry::Module::Release();
+}
+
+void TestModule::detailsAreChosen()
+{
+    Shop shop;
+    shop.host.Install();
+    const QString good = shop.database
+                             .Scalar(u"SELECT MIN(r.GoodCode) FROM GoodDetailRelation r INNER JOIN GoodInf g ON "
+                                     "g.Code = r.GoodCode WHERE g.Meghdar_Formool = 0 AND NOT EXISTS (SELECT 1 "
+                                     "FROM GoodDetailRelation s INNER JOIN DetailTypes t ON t.ID = s.DetailID "
+                                     "WHERE s.GoodCode = r.GoodCode AND t.DetailType = 3)"_s)
+                             .toString();
+    shop.database.Exec(
+        u"INSERT GoodDetailValues (GoodCode) VALUES (%1) INSERT GoodDetailValueDetails (DetailValueID, DetailID, [Value]) "
+        "SELECT MAX(v.ID), MIN(r.DetailID), N'x' FROM GoodDetailValues v CROSS JOIN GoodDetailRelation r WHERE r.GoodCode = %1 "
+        "INSERT GoodDetailKardex (DetailValueID, StoreCode, GoodCode, Amount1, OperationType, OperationCode) SELECT "
+        "MAX(ID), 4, %1, 2.5, 1, 1 FROM GoodDetailValues"_s.arg(good));
+    const QString value = shop.database.Scalar(u"SELECT MAX(ID) FROM GoodDetailValues"_s).toString();
+    for (const auto &[mode, key, chosen] :
+         {std::tuple(0, Qt::Key_Return, value + u','), std::tuple(0, Qt::Key_Escape, QString()),
+          std::tuple(1, Qt::Key_Return, u"%1;4;%2;2.50;0.00;0.00;0.00;0.00;"_s.arg(value, good))}) {
+        QString text;
+        test::Drive([&, mode = mode] { text = Text(Select_GoodDetail_Multible(u"یافتن", 1, quint8(mode), u";", 3)); },
+                    [&, key = key](QWidget *screen) {
+                        QCOMPARE(screen->windowTitle(), u"یافتن"_s);
+                        QVERIFY(test::Find<host::Grid>(screen, u"Goods_List_GRD"_s).Locate(good));
+                        test::Press(Qt::Key_Return);
+                        test::Press(key);
+                    });
+        QCOMPARE(text, chosen);
+    }
     entry::Module::Release();
 }
 

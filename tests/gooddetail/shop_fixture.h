@@ -75,7 +75,9 @@ struct Desk
     {
         QStringList told;
         for (const auto &each : refusals)
-            told << (each.reason == host::TDetailRefusal::Reason::Gone ? u"gone "_s : u"repeated "_s) + each.Text;
+            told << QStringList{u"gone "_s, u"repeated "_s, u"not of it "_s, u"returned "_s}.at(
+                        static_cast<int>(each.reason)) +
+                        each.Text;
         return told;
     }
     static QStringList Left(const host::TSerialBatchResult &result)

@@ -1,4 +1,5 @@
-// Serials as sets: every fate, against a judge that asks one serial at a time, and what a range may cost.
+// Serials as sets: every fate, against a judge that asks one serial at a time, what a range may cost, and what the
+// ledger lets through.
 
 #include "host/data/query.h"
 #include "tests/gooddetail/shop_fixture.h"
@@ -35,9 +36,19 @@ private slots:
     void keepsHostileSerials_data();
     void keepsHostileSerials();
     void choosesPlainNumbersOnly();
+    void holdsReturnsToTheirSale();
+    void measuresAndAmounts();
+    void freesSerialsGivenUp();
+    void keepsWhatAnotherDeskDropped();
+    void knowsTheLine();
+    void cleansBarcodes();
 
 private:
     TSerialFate Oracle(const QString &serial);
+    QString Ledger(const QString &what, const QString &where = u"1 = 1"_s) const
+    {
+        return m_database->Rows(u"select %1 from GoodDetailKardex where %2"_s.arg(what, where)).join(u' ');
+    }
     QStringList WorkingSerials() const
     {
         return m_database->Rows(u"select DetailTitle1 from "_s + m_desk->serials.EnterGoodDetail_Table() +
@@ -122,21 +133,24 @@ void TestSerialBatches::returnsWhatWasSold_data()
     QTest::addColumn<QString>("serial");
     QTest::addColumn<QString>("colour");
     QTest::addColumn<int>("amount");
+    QTest::addColumn<int>("second");
     QTest::addColumn<QString>("left");
     // 1 to 4 were sold on 50, 4 has come back; 9 was sold on 51, 8 is on hand in blue.
-    const std::tuple<const char *, const char16_t *, const char16_t *, int, const char16_t *> rows[] = {
-        {"sold", u"1", u"red", 1, u""},
-        {"sold, Persian digits", u"۱", u"red", 1, u""},
-        {"another colour was not sold", u"1", u"green", 1, u"1:4"},
-        {"on record in blue", u"8", u"red", 1, u"8:3"},
-        {"sold on another document", u"9", u"red", 1, u"9:5"},
-        {"has come back", u"4", u"red", 1, u"4:5"},
-        {"more than was sold", u"2", u"red", 2, u"2:7"},
-        {"a serial of its own", u"77", u"red", 1, u""},
-        {"of its own, more than was sold", u"78", u"red", 4, u"78:8"},
+    const std::tuple<const char *, const char16_t *, const char16_t *, int, int, const char16_t *> rows[] = {
+        {"sold", u"1", u"red", 1, 0, u""},
+        {"sold, Persian digits", u"۱", u"red", 1, 0, u""},
+        {"another colour was not sold", u"1", u"green", 1, 0, u"1:4"},
+        {"on record in blue", u"8", u"red", 1, 0, u"8:3"},
+        {"sold on another document", u"9", u"red", 1, 0, u"9:5"},
+        {"has come back", u"4", u"red", 1, 0, u"4:5"},
+        {"more than was sold", u"2", u"red", 2, 0, u"2:7"},
+        {"a serial of its own", u"77", u"red", 1, 0, u""},
+        {"of its own, more than was sold", u"78", u"red", 4, 0, u"78:8"},
+        {"more in the second unit than was sold", u"2", u"red", 1, 1, u"2:7"},
+        {"of its own, more in the second unit", u"79", u"red", 1, 1, u"79:8"},
     };
-    for (const auto &[name, serial, colour, amount, left] : rows)
-        QTest::newRow(name) << QString::fromUtf16(serial) << QString::fromUtf16(colour) << amount
+    for (const auto &[name, serial, colour, amount, second, left] : rows)
+        QTest::newRow(name) << QString::fromUtf16(serial) << QString::fromUtf16(colour) << amount << second
                             << QString::fromUtf16(left);
 }
 
@@ -158,11 +172,13 @@ void TestSerialBatches::returnsWhatWasSold()
     QFETCH(QString, serial);
     QFETCH(QString, colour);
     QFETCH(int, amount);
+    QFETCH(int, second);
     QFETCH(QString, left);
     const auto line = Desk::Line(4, 61, 1, 1, 50);
     desk.serials.EnterGoodDetail_Open();
     host::TSerialBatch batch = desk.Batch(line, serial, colour);
     batch.Amounts.Amount1 = amount;
+    batch.Amounts.Amount2 = second;
     QCOMPARE(Desk::Left(desk.desk.serialBatches.EnterSerials(batch)).join(u','), left);
     QCOMPARE(WorkingSerials().size(), left.isEmpty() ? 1 : 0);
     if (!left.isEmpty())
@@ -282,6 +298,191 @@ void TestSerialBatches::choosesPlainNumbersOnly()
     QCOMPARE(listed(typed), u"10 12"_s);
     QCOMPARE(desk.desk.serialBatches.ChooseSerials(sale, {11, 12}, {}), 1); // taken back
     QCOMPARE(listed(typed), u"10"_s);
+}
+
+void TestSerialBatches::holdsReturnsToTheirSale()
+{
+    const auto buy = Desk::Line(1, 1);
+    const auto sale = Desk::Line(2, 50);
+    QCOMPARE(m_desk->Enter(buy, m_desk->Range(buy, {1, 3})), QStringList());
+    QCOMPARE(m_desk->Exit(sale, {1, 3}), QStringList());
+    // Two desks return all three under serials of their own, neither is saved when the other one enters.
+    Desk other(*m_database, m_database->AnotherConnection());
+    const auto back = [&](Desk *desk) { return Desk::Line(4, desk == &other ? 61 : 60, 1, 1, 50); };
+    for (Desk *desk : {m_desk.get(), &other}) {
+        const qint64 first = desk == &other ? 201 : 101;
+        desk->serials.EnterGoodDetail_Open();
+        QCOMPARE(desk->desk.serialBatches.EnterSerials(desk->Range(back(desk), {first, first + 2})).Written, 3);
+        desk->serials.EnterGoodDetail_Refresh();
+        QCOMPARE(desk->serials.EnterGoodDetail_QRY.FieldAt(2, u"Amount1_Ret").toDouble(), 3.0);
+    }
+    for (Desk *desk : {m_desk.get(), &other})
+        desk->desk.detailMovements.EnterGoodDetails_Keep(desk->serials.EnterGoodDetail_Table(), back(desk));
+    QCOMPARE(m_desk->Save(Desk::Line(4, 60)), QStringList());
+    QCOMPARE(other.Save(Desk::Line(4, 61)), QStringList{u"not of it 203 red"_s});
+    QCOMPARE(m_desk->Delete(sale), QStringList{u"returned 103 red"_s});
+    other.desk.detailMovements.GoodDetailsOperation_Discard(4, 61);
+    // The same serial back: its sale stays, and so does each serial of it.
+    QCOMPARE(m_desk->Delete(Desk::Line(4, 60)), QStringList());
+    const auto same = Desk::Line(4, 62, 1, 1, 50);
+    QCOMPARE(m_desk->Enter(same, m_desk->Range(same, {1, 1})), QStringList());
+    QVERIFY(!m_desk->Delete(sale).isEmpty());
+    m_desk->desk.detailMovements.ExitGoodDetails_Fill(sale);
+    m_desk->desk.serialBatches.ChooseSerials(sale, {1, 1}, {});
+    m_desk->desk.detailMovements.ExitGoodDetails_Keep(sale);
+    QVERIFY(!m_desk->Save(sale).isEmpty());
+    m_desk->desk.detailMovements.GoodDetailsOperation_Discard(2, 50);
+    QCOMPARE(Ledger(u"SUM(Amount1)"_s), u"1"_s);
+    QVERIFY(m_desk->desk.detailMovements.IsReturned(sale, 1));
+    m_database->Exec(u"update GoodDetailKardex set ForeignOperationCode = 1 where OperationType = 4"_s);
+    QVERIFY(!m_desk->desk.detailMovements.IsReturned(buy, 1)); // a sale 1 is meant, not the purchase
+}
+
+void TestSerialBatches::measuresAndAmounts()
+{
+    struct Case
+    {
+        quint8 unitType;
+        host::TAmounts in, out;
+        const char16_t *left; ///< and the length that went out
+    };
+    const Case cases[] = {{1, {100, 0, 100}, {30, 0, 30}, u"100|0|0|0"}, // a roll
+                          {3, {40, 4, 40, 0, 0, 10}, {10, 1, 10, 0, 0, 10}, u"40|4|10|0"},
+                          {5, {24, 0, 24, 4, 2, 3}, {4, 0, 4, 2, 2, 1}, u"24|0|3|2"}};
+    auto &movements = m_desk->desk.detailMovements;
+    for (const auto &[unitType, in, out, left] : cases) {
+        const auto line = [&](quint8 type, int code, int foreign = 0) {
+            auto made = Desk::Line(type, unitType * 100 + code, 1, 1, foreign == 0 ? 0 : unitType * 100 + foreign);
+            made.UnitType = unitType;
+            return made;
+        };
+        auto batch = m_desk->Batch(line(1, 1), QString::number(unitType));
+        batch.Amounts = in;
+        QCOMPARE(m_desk->Enter(batch.Line, batch), QStringList());
+        for (int i = 50; i < 53; ++i) { // three times: what is measured is not used up
+            movements.ExitGoodDetails_Fill(line(2, i));
+            QCOMPARE(m_desk->desk.serialBatches.ChooseSerials(line(2, i), {unitType, unitType}, out), 1);
+            movements.ExitGoodDetails_Keep(line(2, i));
+            QCOMPARE(m_desk->Save(line(2, i)), QStringList());
+        }
+        for (int i = 50; i < 53; ++i) {
+            m_desk->serials.EnterGoodDetail_Open();
+            batch = m_desk->Batch(line(4, i, i), QString::number(unitType));
+            batch.Amounts = out;
+            batch.Amounts.Amount1 += 1;
+            QCOMPARE(Desk::Left(m_desk->desk.serialBatches.JudgeSerials(batch)),
+                     QStringList{batch.Details.Values[0] + u":7"_s});
+            batch.Amounts = out;
+            QCOMPARE(m_desk->Enter(batch.Line, batch), QStringList());
+        }
+        movements.ExitGoodDetails_Fill(line(2, 70));
+        QCOMPARE(
+            m_database->Rows(u"select Amount1, Amount2, Amount3, (select MIN([Length]) from GoodDetailKardex where "
+                             "OperationCode = %1) from GoodDetailKardexExit_Temp where Tmp = 1 and DetailTitle1 = "
+                             "'%2' and OperationCode = %3"_s.arg(unitType * 100 + 50)
+                                 .arg(unitType)
+                                 .arg(unitType * 100 + 70)),
+            QStringList{QString::fromUtf16(left)});
+    }
+}
+
+void TestSerialBatches::freesSerialsGivenUp()
+{
+    auto &movements = m_desk->desk.detailMovements;
+    auto &serials = m_desk->serials;
+    int code = 0;
+    for (const QString &how : {u"row"_s, u"all"_s, u"cancelled"_s, u"kept without"_s, u"discarded"_s, u"deleted"_s}) {
+        const auto line = Desk::Line(1, ++code);
+        const qint64 first = code * 10;
+        serials.EnterGoodDetail_Open();
+        const auto keep = [&] { movements.EnterGoodDetails_Keep(serials.EnterGoodDetail_Table(), line); };
+        QCOMPARE(m_desk->desk.serialBatches.EnterSerials(m_desk->Range(line, {first, first + 2})).Written, 3);
+        if (how != u"row" && how != u"all" && how != u"cancelled")
+            keep();
+        if (how == u"row")
+            for (int id = 1; id <= 3; ++id)
+                serials.EnterGoodDetailRow_Delete(id);
+        else if (how == u"all" || how == u"kept without")
+            serials.EnterGoodDetailRow_DeleteAll(1, 1, {});
+        else if (how == u"discarded")
+            movements.GoodDetailsOperation_Discard(1, code);
+        else if (how == u"deleted")
+            QCOMPARE(m_desk->Save(line) + m_desk->Delete(line), QStringList());
+        if (how == u"kept without")
+            keep();
+        const auto again = Desk::Line(1, ++code);
+        QCOMPARE(m_desk->Enter(again, m_desk->Range(again, {first, first + 2}, u"blue"_s)), QStringList());
+    }
+    QCOMPARE(
+        m_database->Rows(u"select [Value], COUNT(*) from GoodDetailValueDetails where DetailID = 2 group by [Value]"_s),
+        QStringList{u"blue|18"_s});
+}
+
+void TestSerialBatches::keepsWhatAnotherDeskDropped()
+{
+    const auto line = Desk::Line(1, 1);
+    m_desk->serials.EnterGoodDetail_Open();
+    QCOMPARE(m_desk->desk.serialBatches.EnterSerials(m_desk->Range(line, {1, 4})).Written, 4);
+    Desk other(*m_database, m_database->AnotherConnection());
+    for (int id = 1; id <= 3; ++id)
+        QVERIFY(other.desk.detailValues.DeleteUnusedDetailValue(id));
+    const int three = other.desk.detailValues.ResolveDetailValue(5001, other.Details(u"3"_s));
+    m_desk->desk.detailMovements.EnterGoodDetails_Keep(m_desk->serials.EnterGoodDetail_Table(), line);
+    QCOMPARE(m_desk->Save(line), QStringList());
+    QCOMPARE(
+        m_database->Rows(u"select d.[Value], COUNT(*) from GoodDetailKardex k inner join GoodDetailValueDetails d on "
+                         "d.DetailValueID = k.DetailValueID group by d.[Value] order by d.[Value]"_s),
+        (QStringList{u"1|1"_s, u"2|1"_s, u"3|1"_s, u"4|1"_s, u"red|4"_s}));
+    QCOMPARE(Ledger(u"COUNT(*)"_s, u"DetailValueID = %1"_s.arg(three)), u"1"_s);
+}
+
+void TestSerialBatches::knowsTheLine()
+{
+    auto &movements = m_desk->desk.detailMovements;
+    auto &goods = m_desk->desk.goodDetails;
+    const auto opened = host::TOperationType::OpeningStock;
+    auto line = Desk::Line(3, 5001);
+    auto batch = m_desk->Batch(line, u"1"_s);
+    QCOMPARE(m_desk->Enter(line, batch), QStringList());
+    QVERIFY(goods.ExistsGoodDetailInsertedForOperation(5001, opened));
+    m_desk->serials.EnterGoodDetail_Open();
+    movements.EnterGoodDetails_Keep(m_desk->serials.EnterGoodDetail_Table(), line); // emptied
+    QVERIFY(!goods.ExistsGoodDetailInsertedForOperation(5001, opened));
+    movements.GoodDetailsOperation_Discard(3, 5001);
+    auto changed = line; // another good on the line
+    changed.GoodCode = 5002;
+    movements.EnterGoodDetails_Load(m_desk->serials.EnterGoodDetail_Table(), changed);
+    m_desk->serials.EnterGoodDetail_Refresh();
+    QVERIFY(m_desk->serials.EnterGoodDetail_QRY.IsEmpty());
+    // Nothing chosen: nothing to forget in another store.
+    const auto sale = Desk::Line(2, 1);
+    QCOMPARE(m_desk->Exit(sale, {1, 1}), QStringList());
+    movements.ExitGoodDetails_Fill(sale);
+    m_desk->desk.serialBatches.ChooseSerials(sale, {1, 1}, {});
+    movements.ExitGoodDetails_Keep(sale);
+    QVERIFY(!movements.ChangeStore(sale, 2));
+    QCOMPARE(m_desk->Save(sale), QStringList());
+    QCOMPARE(Ledger(u"SUM(Amount1)"_s), u"1"_s);
+    // A row without amounts moves nothing, and a value without details is in the stock.
+    batch = m_desk->Batch(Desk::Line(1, 9), u"5"_s);
+    batch.Amounts = {};
+    QCOMPARE(m_desk->Enter(batch.Line, batch), QStringList());
+    QCOMPARE(Ledger(u"COUNT(*)"_s, u"OperationCode = 9"_s), u"0"_s);
+    m_database->Exec(u"delete from GoodDetailValueDetails where DetailValueID = 1"_s);
+    m_desk->serials.GoodDetail_Select(5001, 1, 1);
+    QCOMPARE(m_desk->serials.Exist_Detail_QRY.RecordCount(), 1);
+}
+
+void TestSerialBatches::cleansBarcodes()
+{
+    m_database->Exec(
+        u"insert DetailTypes(Title, DetailType) values (N'b', 6) insert GoodDetailRelation(GoodCode, DetailID) "
+        "values (5003, 4)"_s);
+    const auto resolve = [&](const QString &barcode) {
+        return m_desk->desk.detailValues.ResolveDetailValue(5003, {{4, 2}, {barcode, u"red"_s}});
+    };
+    QCOMPARE(resolve(u" ۱۲\u200F"_s), resolve(u"12"_s));
+    QVERIFY(m_desk->desk.goodDetails.CheckBarcodeInGoodDetail(u"۱۲ "_s));
 }
 
 REGISTER_TEST(TestSerialBatches)

@@ -1,6 +1,7 @@
 // What the data module answers, the texts that open its screens, and desks beside each other.
 
 #include "gooddetail/opening_texts.h"
+#include "host/data/database_error.h"
 #include "host/data/query.h"
 #include "tests/gooddetail/shop_fixture.h"
 #include "tests/support/test_host.h"
@@ -39,6 +40,7 @@ private slots:
     void keepsAndReopensLines();
     void readsADivision();
     void sellsOnce();
+    void givesBackWhatThePurchaseBrought();
     void ledgerHoldsWhateverComes();
 
 private:
@@ -219,16 +221,45 @@ void TestSerialData::desksDoNotMeet()
     QVERIFY(m_desk->serials.EnterGoodDetail_Table() != other->serials.EnterGoodDetail_Table());
     m_desk->serials.EnterGoodDetail_Refresh();
     QCOMPARE(m_desk->serials.EnterGoodDetail_QRY.RecordCount(), 3);
-    // What the other one has kept and not saved is taken, until its desk is gone.
-    QCOMPARE(m_desk->desk.serialBatches.JudgeSerials(m_desk->Range(line, {5, 9})).left.size(), 5);
-    m_database->Exec(
-        u"update CodeLock_TBL set LockedAt = DATEADD(hour, -1, GETDATE()) where Status = 309 and Code = 2"_s);
-    other.reset();
-    Desk third(*m_database, m_database->AnotherConnection());
-    third.serials.EnterGoodDetail_Open();
-    QCOMPARE(Desk::Left(third.desk.serialBatches.JudgeSerials(third.Range(line, {3, 9}))), QStringList{u"3:2"_s});
-    QCOMPARE(m_desk->Save(line), QStringList());
-    QCOMPARE(Sum(), u"3"_s);
+    // What the other one has kept and not saved is taken, until nothing is heard of it.
+    const auto taken = [&] { return m_desk->desk.serialBatches.JudgeSerials(m_desk->Range(line, {5, 9})).left.size(); };
+    const auto silent = [&](int hours) {
+        m_database->Exec(
+            u"update DetailDesks set SeenAt = DATEADD(hour, -%1, GETDATE()) where Number = 2"_s.arg(hours));
+    };
+    QCOMPARE(taken(), 5);
+    m_database->Exec(u"update GoodDetailKardexEnter_Temp set GoodCode = 5003 where ComIndex = 2"_s);
+    QVERIFY(m_desk->desk.goodDetails.CheckGoodDetailKardexExists(5003));
+    silent(1);
+    QVERIFY(!m_desk->desk.goodDetails.CheckGoodDetailKardexExists(5003));
+    m_database->Exec(u"update GoodDetailKardexEnter_Temp set GoodCode = 5001 where ComIndex = 2"_s);
+    QCOMPARE(taken(), 0);
+    QVERIFY(!m_desk->serials.CheckSerialDetailValueID_1(u"5"_s));
+    // Awake, it has them again and saves them.
+    other->serials.EnterGoodDetail_Open();
+    other->desk.detailMovements.EnterGoodDetails_Load(other->serials.EnterGoodDetail_Table(), line);
+    other->serials.EnterGoodDetail_Refresh();
+    QCOMPARE(other->serials.EnterGoodDetail_QRY.RecordCount(), 5);
+    QCOMPARE(taken(), 5);
+    silent(1);
+    QCOMPARE(taken(), 0);
+    QCOMPARE(other->Save(line), QStringList());
+    QCOMPARE(Sum(), u"5"_s);
+    // Away for days it has lost what it kept: that is told, until the document is given up.
+    other->desk.detailMovements.EnterGoodDetails_Keep(other->serials.EnterGoodDetail_Table(), line);
+    silent(1000);
+    {
+        Desk third(*m_database, m_database->AnotherConnection());
+        QCOMPARE(third.desk.detailDesk.Number(), 3);
+        QVERIFY_THROWS_EXCEPTION(host::DatabaseError, other->Save(line));
+        QVERIFY_THROWS_EXCEPTION(host::DatabaseError, other->Save(line));
+        other->desk.detailMovements.GoodDetailsOperation_Discard(1, 1);
+        QCOMPARE(other->Save(line), QStringList());
+        QCOMPARE(other->desk.detailDesk.Number(), 4);
+    }
+    QCOMPARE(m_database->Rows(u"select Number from DetailDesks order by Number"_s), (QStringList{u"1"_s, u"4"_s}));
+    QCOMPARE(m_desk->Delete(line), QStringList());
+    QCOMPARE(Sum(), u"0"_s);
 }
 
 void TestSerialData::keepsAndReopensLines()
@@ -325,6 +356,33 @@ void TestSerialData::sellsOnce()
     QCOMPARE(Sum(), u"1"_s);
     QCOMPARE(m_desk->Delete(buy), QStringList{u"gone 1 red"_s});
     QCOMPARE(Sum(), u"1"_s);
+}
+
+/// A return to the supplier is offered what its purchase brought and has not gone back, whatever else is on hand.
+void TestSerialData::givesBackWhatThePurchaseBrought()
+{
+    for (const int purchase : {1, 2}) {
+        const auto buy = Desk::Line(1, purchase);
+        QCOMPARE(m_desk->Enter(buy, m_desk->Range(buy, {purchase * 10, purchase * 10 + 2})), QStringList());
+    }
+    QCOMPARE(m_desk->Exit(Desk::Line(2, 1), {11, 11}), QStringList());
+    const auto back = [](int code, int purchase) {
+        auto line = Desk::Line(5, code, 1, 1, purchase);
+        line.IsReturn = true;
+        return line;
+    };
+    const auto offered = [this](const host::TDocumentLine &line) {
+        m_desk->desk.detailMovements.ExitGoodDetails_Fill(line);
+        return m_database->Rows(u"select DetailTitle1 from GoodDetailKardexExit_Temp where Tmp = 1 order by 1"_s);
+    };
+    QCOMPARE(offered(back(1, 1)), (QStringList{u"10"_s, u"12"_s}));
+    QCOMPARE(m_desk->Exit(back(1, 1), {10, 10}), QStringList());
+    QCOMPARE(offered(back(1, 1)), (QStringList{u"10"_s, u"12"_s})); // its own again
+    m_desk->desk.detailMovements.ExitGoodDetails_Clear(back(1, 1));
+    QCOMPARE(offered(back(2, 1)), QStringList{u"12"_s});
+    m_desk->desk.detailMovements.ExitGoodDetails_Clear(back(2, 1));
+    QCOMPARE(offered(back(2, 0)).size(), 4); // it names none
+    QCOMPARE(m_desk->Delete(Desk::Line(1, 1)), (QStringList{u"returned 10 red"_s, u"gone 10 red"_s, u"gone 11 red"_s}));
 }
 
 void TestSerialData::ledgerHoldsWhateverComes()

@@ -20,6 +20,7 @@ private slots:
     void createsOnce();
     void createsAllOrNothing();
     void copiesWhileRowsAreWritten();
+    void checksForFaults();
 
 private:
     QString path(const QString &name) const { return m_folder->filePath(name); }
@@ -170,6 +171,15 @@ void TestGoodsSql::copiesWhileRowsAreWritten()
     }
     desk = {};
     query = QSqlQuery();
+}
+
+void TestGoodsSql::checksForFaults()
+{
+    QCOMPARE(run({u"--init"_s, u"--demo"_s, u"--check"_s, path(u"g.db"_s)}), u"0\n"_s);
+    run({path(u"g.db"_s), u"-c"_s, u"UPDATE GoodStock SET Amount1 = 99 WHERE GoodCode = 110001"_s});
+    QCOMPARE(run({u"--check"_s, path(u"g.db"_s)}),
+             u"3\nstock of a good differs from that of its stores: GoodCode 110001, Kept 99.000000000, Stores "
+             "12.000000000\n"_s);
 }
 
 REGISTER_TEST(TestGoodsSql)

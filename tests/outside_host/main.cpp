@@ -1,4 +1,4 @@
-// Loads the module as any program could, chooses a good by keys, and checks the code that comes back.
+// Loads the module as any program could, chooses a good and detail values by keys, and checks what comes back.
 
 #include "entry/exports.h"
 #include "tests/outside_host/scripted_driver.h"
@@ -22,6 +22,22 @@ QList<ScriptedAnswer> Shop()
          {u"Code"_s, u"Name"_s, u"AbbName"_s},
          {{11, u"قند شکسته"_s, u"!6260000000011!"_s}, {12, u"شکر سفید"_s, u"!6260000000028!"_s}}},
         {u"GoodGrpS"_s, {u"Code"_s, u"Name"_s, u"Comment"_s}, {{0, u"کليه کالاها"_s, QString()}}},
+        {u"GoodInf AS g LEFT"_s,
+         {u"Name"_s, u"Unit"_s, u"Unit2"_s, u"Formool"_s, u"UnitName"_s, u"Unit2Name"_s},
+         {{u"سنگ"_s, 1, 0, 0, u"متر مربع"_s, QString()}}},
+        {u"FROM Stores"_s, {u"Name"_s}, {{u"انبار"_s}}},
+        {u"AS Chosen"_s,
+         {u"Chosen"_s, u"Amount1_Exit"_s, u"Amount2_Exit"_s, u"TotalAmount_Exit"_s, u"Length_Exit"_s, u"Width_Exit"_s,
+          u"Amount3_Exit"_s},
+         {{1, u"24"_s, u"0"_s, u"24.125"_s, u"3"_s, u"2"_s, u"4"_s}}},
+        {u"GoodDetailKardexExit_Temp"_s, {u"ID"_s, u"DetailTitle1"_s, u"Selected"_s}, {{1, u"سفید"_s, true}}},
+        {u"GoodInf AS G"_s,
+         {u"Code"_s, u"Name"_s, u"Unit1"_s, u"Unit2"_s, u"Radif"_s},
+         {{11, u"سنگ"_s, u""_s, u""_s, 11}}},
+        {u"GoodDetail_Select"_s,
+         {u"DetailValueID"_s, u"StoreCode"_s, u"StoreName"_s, u"GoodCode"_s, u"Amount1"_s, u"Amount2"_s, u"Length"_s,
+          u"Width"_s, u"Amount3"_s},
+         {{5, 4, u"انبار"_s, 11, u"24"_s, u"0"_s, u"3"_s, u"2"_s, u"4"_s}}},
     };
 }
 
@@ -32,11 +48,11 @@ int Fail(const char *why)
 }
 
 /// As soon as a modal list stands, the keys go into its grid.
-void PressInList(QTimer &poll, const QList<Qt::Key> &keys)
+void PressInList(QTimer &poll, const QList<Qt::Key> &keys, const QString &name = u"GoodListDB_GRD"_s)
 {
-    QObject::connect(&poll, &QTimer::timeout, &poll, [&poll, keys] {
+    QObject::connect(&poll, &QTimer::timeout, &poll, [&poll, keys, name] {
         QWidget *list = QApplication::activeModalWidget();
-        auto *grid = list ? list->findChild<QTableView *>(u"GoodListDB_GRD"_s) : nullptr;
+        auto *grid = list ? list->findChild<QTableView *>(name) : nullptr;
         if (!grid || !list->isActiveWindow() || !grid->model() || grid->model()->rowCount() == 0)
             return;
         poll.stop();
@@ -45,6 +61,34 @@ void PressInList(QTimer &poll, const QList<Qt::Key> &keys)
             QTest::keyClick(QApplication::focusWidget(), key);
     });
     poll.start(20);
+}
+
+/// What goes out of a line: OK gives the quantities in their places, leaving gives none. What is chosen for another
+/// screen comes as a text.
+bool DetailsWork(QLibrary &module)
+{
+    const auto exits = reinterpret_cast<decltype(&::Open_Exit_GoodDetail)>(module.resolve("Open_Exit_GoodDetail"));
+    const auto nothing = reinterpret_cast<decltype(&::Open_GoodDetail)>(module.resolve("Open_GoodDetail"));
+    const auto choose =
+        reinterpret_cast<decltype(&::Select_GoodDetail_Multible)>(module.resolve("Select_GoodDetail_Multible"));
+    if (!exits || !nothing || !choose)
+        return false;
+    const QList<long double> untouched(7, -1);
+    QList<long double> places = untouched;
+    long double *to = places.data();
+    const auto open = [&](int mode, Qt::Key key) {
+        QTimer poll;
+        PressInList(poll, {key}, u"ExitSerialList_GRD"_s);
+        return exits(mode, 2, 11, u"", 10, 9, 0, to, to + 1, to + 2, to + 3, to + 4, to + 5, to + 6, 5, 0, 1, 77, 4);
+    };
+    const bool left = open(4, Qt::Key_Escape) == 0 && places == untouched;
+    nothing(2, 2, 11, u"", 0, 0, 0, to, to, to, to, to, to, to, 0, 0, 0, 0, 0);
+    const bool kept =
+        places == untouched && open(2, Qt::Key_F3) == 1 && places == QList<long double>{1, 4, 2, 3, 24.125L, 0, 24};
+    QTimer poll;
+    PressInList(poll, {Qt::Key_Return, Qt::Key_Return}, u"Goods_List_GRD"_s);
+    const QString chosen = QString::fromUtf16(choose(u"", 1, 1, u"", 0));
+    return left && kept && chosen == u"5;4;11;24.00;0.00;3.00;2.00;4.00;";
 }
 
 } // namespace
@@ -77,9 +121,12 @@ int main(int argc, char *argv[])
     QTimer leaving;
     PressInList(leaving, {Qt::Key_Escape});
     const int none = select(u"12#LC#");
+    const bool details = DetailsWork(module);
     module.unload();
     if (const QStringList said = host.messages.TakeAll(); !said.isEmpty())
         return Fail(qPrintable(said.join(u'\n')));
     std::printf("chosen: %d, %d, %d\n", located, first, none);
+    if (!details)
+        return Fail("the details of a line did not come back");
     return located == 12 && first == 11 && none == 0 ? 0 : Fail("expected 12, 11, 0");
 }

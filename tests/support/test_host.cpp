@@ -9,6 +9,37 @@ using namespace Qt::StringLiterals;
 
 namespace test {
 
+namespace {
+
+/// Part and code, and who has it.
+QHash<std::pair<int, int>, const FakeEntities *> &Reserved()
+{
+    static QHash<std::pair<int, int>, const FakeEntities *> codes;
+    return codes;
+}
+
+} // namespace
+
+FakeEntities::~FakeEntities()
+{
+    Reserved().removeIf([this](auto code) { return code.value() == this; });
+}
+
+bool FakeEntities::ReserveCode(host::TSoftwarePart part, int code)
+{
+    Note(Call("ReserveCode", part, code));
+    const FakeEntities *&holder = Reserved()[{int(part), code}];
+    if (holder == nullptr)
+        holder = this;
+    return holder == this;
+}
+
+void FakeEntities::ReleaseCodes(host::TSoftwarePart part)
+{
+    Note(Call("ReleaseCodes", part));
+    Reserved().removeIf([&](auto code) { return code.value() == this && code.key().first == int(part); });
+}
+
 int FakeEntities::Select_GroupList(host::TSoftwarePart part, const QString &text)
 {
     calls << Call("Select_GroupList", part, text);

@@ -55,6 +55,10 @@ struct FakeSettings : host::SettingsService
 /// Lists in memory. Choosing takes the next of `choices` and records the opening text.
 struct FakeEntities : host::EntityService
 {
+    FakeEntities() = default;
+    ~FakeEntities() override;
+    FakeEntities(const FakeEntities &) = delete;
+    FakeEntities &operator=(const FakeEntities &) = delete;
     int Call_GroupList(host::TSoftwarePart part) override { return Note(Call("Call_GroupList", part)); }
     int Select_GroupList(host::TSoftwarePart part, const QString &text) override;
     bool Edit_Group(host::TSoftwarePart part, int id) override { return Note(Call("Edit_Group", part, id)); }
@@ -63,8 +67,9 @@ struct FakeEntities : host::EntityService
     QString Select_Entity_Multible_Param(host::TSoftwarePart part, const host::MultibleParam &param) override;
     std::optional<host::Entity> Find(host::TSoftwarePart part, int code) override;
     QList<host::Entity> List(host::TSoftwarePart part, const QString &text) override;
-    bool ReserveCode(host::TSoftwarePart part, int code) override { return Note(Call("ReserveCode", part, code)); }
-    void ReleaseCodes(host::TSoftwarePart part) override { Note(Call("ReleaseCodes", part)); }
+    /// Two hosts of a test are two desks: what one has reserved the other does not get.
+    bool ReserveCode(host::TSoftwarePart part, int code) override;
+    void ReleaseCodes(host::TSoftwarePart part) override;
 
     QHash<int, QList<host::Entity>> lists; ///< by software part
     QList<int> choices;                    ///< what the user will choose, 0 for nothing
@@ -153,6 +158,8 @@ struct FakeDetailValues : host::DetailValueService
     int FindDetailValue(int, const host::TDetailValues &) override { return value; }
     int ResolveDetailValue(int, const host::TDetailValues &) override { return value; }
     bool DeleteUnusedDetailValue(int id) override { return !(deleted << id).isEmpty(); }
+    void DeleteUnusedDetailValuesAmong(const QString &) override {}
+    void DeleteUnusedDetailValues(const QList<int> &ids) override { deleted << ids; }
     std::optional<host::TKnownDetail> FindByText(int, const QString &text) override
     {
         return known.contains(text) ? std::optional(known.value(text)) : std::nullopt;
@@ -173,6 +180,9 @@ struct FakeDetailMovements : host::DetailMovementService
     using Refusals = QList<host::TDetailRefusal>;
     void EnterGoodDetails_Load(const QString &table, const Line &) override { calls << Call("Load", table); }
     void EnterGoodDetails_Keep(const QString &table, const Line &) override { calls << Call("Keep", table); }
+    QHash<int, host::TAmounts> EnterGoodDetails_Totals(quint8, int) override { return totals; }
+    void EnterGoodDetails_Remember(const Line &line) override { calls << Call("Remember", line.OperationRow); }
+    void EnterGoodDetails_Restore(const Line &line) override { calls << Call("Restore", line.OperationRow); }
     void ExitGoodDetails_Fill(const Line &line) override { calls << Call("Fill", line.GoodCode); }
     QString ExitGoodDetails_Condition(const Line &line) override { return u"GoodCode = %1"_s.arg(line.GoodCode); }
     int ExitGoodDetails_FindRow(const Line &, const QString &) override { return 0; }
@@ -184,12 +194,22 @@ struct FakeDetailMovements : host::DetailMovementService
     host::TAmounts Returnable(const Line &, int value) override { return returnable.value(value); }
     bool ChangeStore(const Line &, int store) override { return !(calls << Call("ChangeStore", store)).isEmpty(); }
     Refusals GoodDetailsOperation_Save(quint8, int) override { return refusals; }
-    Refusals GoodDetailsOperation_Delete(quint8, int, int) override { return refusals; }
+    Refusals GoodDetailsOperation_Delete(quint8 type, int code, int row) override
+    {
+        calls << Call("Delete", int(type), code, row);
+        return refusals;
+    }
     void ExitGoodDetails_Edit(quint8 type, int code) override { calls << Call("Edit", int(type), code); }
+    std::optional<host::TAmounts> ExitGoodDetails_Take(const Line &, int) override { return {}; }
+    std::optional<host::TAmounts> EnterGoodDetails_Return(const Line &, int) override { return {}; }
+    int RowsOfLine(const Line &) override { return 0; }
+    void GoodDetailsOperation_KeepLines(quint8, int, const QString &) override {}
+    Refusals GoodDetailsOperation_Transfer(quint8, quint8, int, int) override { return refusals; }
     void GoodDetailsOperation_Discard(quint8 type, int code) override { calls << Call("Discard", int(type), code); }
 
     QList<int> returned;
     QHash<int, host::TAmounts> returnable;
+    QHash<int, host::TAmounts> totals;
     Refusals refusals;
     QStringList calls;
 };

@@ -29,6 +29,8 @@ private:
     QString m_name;
 };
 
+/** A script of desk/database, by its name; they travel inside the program. Throws ScriptError. */
+QString EmbeddedScript(const QString &name);
 /** Writes the schema, the procedures and (`demo`) the demo data into an empty database, all or nothing. Throws
  * ScriptError. */
 void Initialise(QSqlDatabase database, bool demo);

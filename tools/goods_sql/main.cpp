@@ -1,5 +1,6 @@
 // goods-sql: runs T-SQL on an embedded database or a server, creates databases, backs them up.
 
+#include "tools/goods_sql/check.h"
 #include "tools/goods_sql/databases.h"
 #include "tools/goods_sql/explanation.h"
 #include "tools/goods_sql/script_runner.h"
@@ -30,6 +31,8 @@ struct Options
     QCommandLineOption csv{u"csv"_s, u"Print result sets as comma-separated values."_s};
     QCommandLineOption explain{u"explain"_s, u"Print the SQLite text of each statement instead of running it."_s};
     QCommandLineOption backup{u"backup"_s, u"Copy the embedded database to FILE while it is in use."_s, u"FILE"_s};
+    QCommandLineOption check{
+        u"check"_s, u"Look for faults in documents, movements, stock and details; ends with 3 when there are any."_s};
     QCommandLineOption command{{u"c"_s, u"command"_s}, u"Run TEXT instead of a script."_s, u"TEXT"_s};
 };
 
@@ -41,7 +44,10 @@ template <class Run> void ForEachScript(const QCommandLineParser &parser, const 
         run(ReadAll(script), script == u"-"_s ? u"input"_s : script);
 }
 
-void Run(const QCommandLineParser &parser, const Options &options)
+/// The exit code when there are faults: 1 is for what could not be done, 2 for a wrong command line.
+constexpr int FaultsFound = 3;
+
+int Run(const QCommandLineParser &parser, const Options &options)
 {
     const bool init = parser.isSet(options.init);
     const Target target(parser.positionalArguments().first());
@@ -60,6 +66,7 @@ void Run(const QCommandLineParser &parser, const Options &options)
     }
     if (parser.isSet(options.backup))
         Backup(database, parser.value(options.backup));
+    return parser.isSet(options.check) && CheckGoods(database, out) > 0 ? FaultsFound : 0;
 }
 
 } // namespace
@@ -72,17 +79,17 @@ int main(int argc, char **argv)
     const Options options;
     parser.setApplicationDescription(u"Runs T-SQL scripts (batches end at GO) and stops at the first error."_s);
     parser.addHelpOption();
-    parser.addOptions({options.init, options.demo, options.csv, options.explain, options.backup, options.command});
+    parser.addOptions(
+        {options.init, options.demo, options.csv, options.explain, options.backup, options.check, options.command});
     parser.addPositionalArgument(u"database"_s, u"A database file, or an ODBC connection string."_s);
     parser.addPositionalArgument(u"scripts"_s, u"Files to run, - for standard input."_s, u"[scripts...]"_s);
     parser.process(application);
     if (parser.positionalArguments().isEmpty())
         parser.showHelp(2);
     try {
-        Run(parser, options);
+        return Run(parser, options);
     } catch (const ScriptError &error) {
         std::fprintf(stderr, "goods-sql: %s\n", qPrintable(error.text));
         return 1;
     }
-    return 0;
 }

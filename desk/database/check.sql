@@ -1,0 +1,108 @@
+-- What must be true of documents, movements, stock and details at any moment. Each batch gives a row for each fault:
+-- what is wrong, and where. Changes nothing; the number of statements is the same for any size of the database.
+
+-- Stock per store, as kept and as it follows from opening stock and movements.
+SELECT N'stock of a store differs from its movements' AS Fault, m.GoodCode, m.StoreCode, SUM(m.Kept1) AS Kept,
+       SUM(m.Amount1) AS Reckoned
+FROM (SELECT Kala AS GoodCode, Anbar AS StoreCode, 0 AS Kept1, 0 AS Kept2, Amount1, Amount2 FROM Kardex
+      UNION ALL
+      SELECT a.GoodCode, a.StoreCode, 0, 0, a.Amount1, a.Amount2
+      FROM GoodFirstAsset AS a
+      INNER JOIN GoodInf AS g ON g.Code = a.GoodCode
+      WHERE a.tmp = 0
+      UNION ALL
+      SELECT GoodCode, StoreCode, Amount1, Amount2, 0, 0 FROM GoodStoreStock) AS m
+GROUP BY m.GoodCode, m.StoreCode
+HAVING SUM(m.Kept1) <> SUM(m.Amount1) OR SUM(m.Kept2) <> SUM(m.Amount2)
+GO
+
+SELECT N'stock of a good differs from that of its stores' AS Fault, m.GoodCode, SUM(m.Kept1) AS Kept, SUM(m.Amount1) AS Stores
+FROM (SELECT GoodCode, 0 AS Kept1, 0 AS Kept2, Amount1, Amount2 FROM GoodStoreStock
+      UNION ALL
+      SELECT GoodCode, Amount1, Amount2, 0, 0 FROM GoodStock) AS m
+GROUP BY m.GoodCode
+HAVING SUM(m.Kept1) <> SUM(m.Amount1) OR SUM(m.Kept2) <> SUM(m.Amount2)
+GO
+
+-- Main units: the second amount of a detail is its own, that of the stock may follow from a ratio.
+SELECT N'detail ledger differs from the stock' AS Fault, m.GoodCode, m.StoreCode, SUM(m.Stock) AS Stock,
+       SUM(m.Ledger) AS Ledger
+FROM (SELECT GoodCode, StoreCode, Amount1 AS Stock, 0 AS Ledger FROM GoodStoreStock
+      UNION ALL
+      SELECT GoodCode, StoreCode, 0, Amount1 FROM GoodDetailKardex) AS m
+WHERE m.GoodCode IN (SELECT GoodCode FROM GoodDetailRelation)
+   OR m.GoodCode IN (SELECT GoodCode FROM GoodDetailKardex)
+GROUP BY m.GoodCode, m.StoreCode
+HAVING SUM(m.Stock) <> SUM(m.Ledger)
+GO
+
+SELECT N'less than nothing of a detail' AS Fault, DetailValueID, StoreCode, SUM(Amount1) AS Amount1, SUM(Amount2) AS Amount2,
+       SUM(Amount3) AS Amount3
+FROM GoodDetailKardex
+GROUP BY DetailValueID, StoreCode
+HAVING SUM(Amount1) < 0 OR SUM(Amount2) < 0 OR SUM(Amount3) < 0
+GO
+
+-- A transfer moves each of its lines twice: out of the line's store under 6, into the second store under 7.
+SELECT N'movement differs from the line of its document' AS Fault, m.OperationType, m.OperationCode, m.OperationRow,
+       SUM(m.Line1) AS Line, SUM(m.Amount1) AS Movement
+FROM (SELECT OperationType, OperationCode, OperationRow, Kala, Anbar, [Date], 0 AS Line1, 0 AS Line2, Amount1, Amount2, 0 AS Lines
+      FROM Kardex
+      WHERE OperationType IN (1, 2, 4, 5, 6, 7)
+      UNION ALL
+      SELECT s.OperationType, l.Code, l.OperationRow, l.GoodCode, CASE s.OperationType WHEN 7 THEN d.ToStoreCode ELSE l.StoreCode END,
+             d.[Date], s.Direction * l.Amount1, s.Direction * l.Amount2, 0, 0, 1
+      FROM DocumentLines AS l
+      INNER JOIN Documents AS d ON d.Kind = l.Kind AND d.Code = l.Code
+      INNER JOIN (SELECT 1 AS Kind, 1 AS OperationType, 1 AS Direction UNION ALL SELECT 2, 2, -1 UNION ALL SELECT 4, 4, 1
+                  UNION ALL SELECT 5, 5, -1 UNION ALL SELECT 6, 6, -1 UNION ALL SELECT 6, 7, 1) AS s ON s.Kind = l.Kind) AS m
+GROUP BY m.OperationType, m.OperationCode, m.OperationRow, m.Kala, m.Anbar, m.[Date]
+HAVING SUM(m.Line1) <> SUM(m.Amount1) OR SUM(m.Line2) <> SUM(m.Amount2) OR SUM(m.Lines) <> 1
+GO
+
+SELECT N'document without lines' AS Fault, d.Kind, d.Code
+FROM Documents AS d
+WHERE NOT EXISTS (SELECT 1 FROM DocumentLines AS l WHERE l.Kind = d.Kind AND l.Code = d.Code)
+GO
+
+SELECT N'details differ from the line of their document' AS Fault, m.OperationType, m.OperationCode, m.OperationRow,
+       SUM(m.Movement) AS Movement, SUM(m.Ledger) AS Ledger
+FROM (SELECT OperationType, OperationCode, OperationRow, Kala AS GoodCode, Anbar AS StoreCode, Amount1 AS Movement, 0 AS Ledger
+      FROM Kardex
+      WHERE OperationType IN (1, 2, 4, 5, 6, 7) AND Kala IN (SELECT GoodCode FROM GoodDetailRelation)
+      UNION ALL
+      SELECT OperationType, OperationCode, OperationRow, GoodCode, StoreCode, 0, Amount1
+      FROM GoodDetailKardex
+      WHERE OperationType IN (1, 2, 4, 5, 6, 7)) AS m
+GROUP BY m.OperationType, m.OperationCode, m.OperationRow, m.GoodCode, m.StoreCode
+HAVING SUM(m.Movement) <> SUM(m.Ledger)
+GO
+
+-- Goods whose names of places differ are compared in main units only, as the returns themselves are limited.
+SELECT N'more returned than the document moved' AS Fault, m.Kind, m.Code, m.GoodCode, SUM(m.Moved) AS Moved, SUM(m.Returned) AS Returned
+FROM (SELECT Kind, Code, GoodCode, Amount1 AS Moved, 0 AS Returned FROM DocumentLines WHERE Kind IN (1, 2)
+      UNION ALL
+      SELECT CASE d.Kind WHEN 4 THEN 2 ELSE 1 END, d.AnswersCode, l.GoodCode, 0, l.Amount1
+      FROM DocumentLines AS l
+      INNER JOIN Documents AS d ON d.Kind = l.Kind AND d.Code = l.Code
+      WHERE d.Kind IN (4, 5) AND d.AnswersCode <> 0) AS m
+GROUP BY m.Kind, m.Code, m.GoodCode
+HAVING SUM(m.Returned) > SUM(m.Moved)
+GO
+
+SELECT N'ledger row of another good than its detail value' AS Fault, k.ID, k.DetailValueID, k.GoodCode
+FROM GoodDetailKardex AS k
+LEFT JOIN GoodDetailValues AS v ON v.ID = k.DetailValueID
+WHERE v.ID IS NULL OR v.GoodCode <> k.GoodCode
+GO
+
+SELECT N'detail value without details' AS Fault, v.ID AS DetailValueID, v.GoodCode
+FROM GoodDetailValues AS v
+WHERE NOT EXISTS (SELECT 1 FROM GoodDetailValueDetails AS d WHERE d.DetailValueID = v.ID)
+  AND NOT EXISTS (SELECT 1 FROM GoodDetailKardex AS k WHERE k.DetailValueID = v.ID)
+GO
+
+SELECT N'details without a detail value' AS Fault, d.ID, d.DetailValueID
+FROM GoodDetailValueDetails AS d
+WHERE NOT EXISTS (SELECT 1 FROM GoodDetailValues AS v WHERE v.ID = d.DetailValueID)
+GO

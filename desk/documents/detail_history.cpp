@@ -1,0 +1,139 @@
+#include "desk/documents/detail_history.h"
+
+#include "desk/messages/catalogue.h"
+#include "host/controls/grid.h"
+#include "host/data/persian_text.h"
+#include "ui_detail_history.h"
+
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QPushButton>
+
+using namespace Qt::StringLiterals;
+
+namespace desk {
+
+namespace {
+
+using host::ColumnFormat;
+
+constexpr QSize WindowSize(900, 560);
+
+} // namespace
+
+TDetailHistory_FRM::TDetailHistory_FRM(host::Host &host)
+    : TBaseDock_FRM(host, host::TSoftwarePart::GoodDetails, host::TFormMode::Review, host.mainWindow),
+      m_ui(std::make_unique<Ui::DetailHistory>()), m_data(host.DM.ADOConnection1)
+{
+    setObjectName(u"TDetailHistory_FRM"_s);
+    m_ui->setupUi(Content());
+    SetTitle(u"تاریخچه‌ی جزئیات کالا"_s);
+    resize(WindowSize);
+    m_ui->Values_GRD->SetColumns({{u"Details"_s, u"جزئیات"_s, 300},
+                                  {u"GoodCode"_s, u"کد کالا"_s, 80, false, ColumnFormat::Code},
+                                  {u"GoodName"_s, u"کالا"_s, 320},
+                                  {u"OnHand"_s, u"موجودی"_s, 90, false, ColumnFormat::Quantity}});
+    m_ui->Movements_GRD->SetColumns({{u"Radif"_s, u"ردیف"_s, 54, false, ColumnFormat::Code},
+                                     {u"Date"_s, u"تاریخ"_s, 90, false, ColumnFormat::Date},
+                                     {u"Kind"_s, u"سند"_s, 150},
+                                     {u"Number"_s, u"شماره"_s, 80, false, ColumnFormat::Code},
+                                     {u"StoreName"_s, u"انبار"_s, 130},
+                                     {u"In1"_s, u"وارده"_s, 84, false, ColumnFormat::Quantity},
+                                     {u"Out1"_s, u"صادره"_s, 84, false, ColumnFormat::Quantity},
+                                     {u"StoreBalance"_s, u"مانده انبار"_s, 90, false, ColumnFormat::Quantity},
+                                     {u"Balance"_s, u"مانده کل"_s, 90, false, ColumnFormat::Quantity}});
+    for (host::Grid *grid : {m_ui->Values_GRD, m_ui->Movements_GRD}) {
+        grid->horizontalHeader()->setStretchLastSection(true);
+        RememberLayout(grid);
+    }
+    m_ui->Split_SPL->setSizes({140, 320});
+    m_ui->Serial_EDT->installEventFilter(this);
+    connect(m_ui->Values_GRD, &host::Grid::CurrentKeyChanged, this,
+            [this] { Command(Title(), [this] { ShowMovements(); }); });
+    Bind(AddFooterCommand(u"PrintList_BTN"_s, u"پیش نمایش ليست F9"_s), Qt::Key_F9, [this] { PreviewGrid(); });
+    Bind(AddFooterButton(u"EXit_BTN"_s, u"خروج Esc"_s), {}, [this] { reject(); });
+}
+
+TDetailHistory_FRM::~TDetailHistory_FRM()
+{
+    m_ui->Values_GRD->SetSource(nullptr);
+    m_ui->Movements_GRD->SetSource(nullptr);
+}
+
+void TDetailHistory_FRM::FormShow()
+{
+    m_ui->Serial_EDT->setText(ParameterText());
+    if (m_line) {
+        m_data.OfLine(m_line->OperationType, m_line->OperationCode, m_line->OperationRow);
+        ShowValues();
+        m_ui->Values_GRD->setFocus(Qt::OtherFocusReason);
+    } else if (!ParameterText().isEmpty()) {
+        Find();
+    } else {
+        m_ui->Serial_EDT->setFocus(Qt::OtherFocusReason);
+    }
+}
+
+void TDetailHistory_FRM::FormClose()
+{
+    m_line.reset();
+    m_ui->Values_GRD->SetSource(nullptr);
+    m_ui->Movements_GRD->SetSource(nullptr);
+    m_data.Values_QRY.Close();
+    m_data.Movements_QRY.Close();
+}
+
+void TDetailHistory_FRM::Find()
+{
+    const QString serial = m_ui->Serial_EDT->text().trimmed();
+    if (serial.isEmpty())
+        return;
+    m_data.Find(serial);
+    ShowValues();
+    m_ui->Note_LBL->setText(m_data.Values_QRY.IsEmpty() ? u"\u200F"_s + MessageText(message::NoHistory, {serial})
+                                                        : QString());
+    m_ui->Serial_EDT->selectAll();
+}
+
+void TDetailHistory_FRM::ShowValues()
+{
+    m_ui->Note_LBL->clear();
+    m_ui->Values_GRD->SetSource(&m_data.Values_QRY, u"DetailValueID"_s);
+    m_ui->Values_GRD->StandOn(0);
+    ShowMovements();
+}
+
+void TDetailHistory_FRM::ShowMovements()
+{
+    m_data.Movements(m_ui->Values_GRD->CurrentKey().toInt());
+    m_ui->Movements_GRD->SetSource(&m_data.Movements_QRY, u"Radif"_s);
+}
+
+host::Grid *TDetailHistory_FRM::PrintedGrid() const
+{
+    return m_ui->Movements_GRD;
+}
+
+bool TDetailHistory_FRM::FormKeyDown(QKeyEvent *event)
+{
+    return GoOnByEnter(event) || TBaseDock_FRM::FormKeyDown(event);
+}
+
+bool TDetailHistory_FRM::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched != m_ui->Serial_EDT || event->type() != QEvent::KeyPress)
+        return TBaseDock_FRM::eventFilter(watched, event);
+    switch (static_cast<QKeyEvent *>(event)->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        Command(Title(), [this] { Find(); });
+        return true;
+    case Qt::Key_Down:
+        m_ui->Values_GRD->setFocus();
+        return true;
+    default:
+        return TBaseDock_FRM::eventFilter(watched, event);
+    }
+}
+
+} // namespace desk

@@ -1,0 +1,87 @@
+#include "desk/documents/detail_history_data.h"
+
+#include "desk/documents/document_kinds.h"
+#include "host/data/sql_text.h"
+#include "host/services/good_detail_records.h"
+
+using namespace Qt::StringLiterals;
+
+namespace desk {
+
+namespace {
+
+constexpr int MostValues = 500;
+
+/// The values of a detail joined by blanks. The path of a document of marks writes three characters in its own way.
+const QString Joined =
+    u"REPLACE(REPLACE(REPLACE(STUFF((SELECT N' ' + d.[Value] FROM GoodDetailValueDetails AS d INNER JOIN DetailTypes AS t "
+    "ON t.ID = d.DetailID WHERE d.DetailValueID = v.ID AND d.[Value] <> N'' ORDER BY CASE t.DetailType WHEN 3 THEN 0 WHEN "
+    "6 THEN 1 ELSE 2 END, d.ID FOR XML PATH('')), 1, 1, N''), N'&lt;', N'<'), N'&gt;', N'>'), N'&amp;', N'&')"_s;
+
+/// `ids` is a SELECT with ID and Place, by which the rows are ordered.
+QString ValuesText(const QString &ids)
+{
+    return u"SELECT TOP %1 v.ID AS DetailValueID, g.Code AS GoodCode, g.Name AS GoodName, %2 AS Details, ISNULL((SELECT "
+           "SUM(k.Amount1) FROM GoodDetailKardex AS k WHERE k.DetailValueID = v.ID), 0) AS OnHand FROM (SELECT ID, "
+           "MIN(Place) AS Place FROM (%3) AS i GROUP BY ID) AS f INNER JOIN GoodDetailValues AS v ON v.ID = f.ID LEFT JOIN "
+           "GoodInf AS g ON g.Code = v.GoodCode ORDER BY f.Place, v.ID"_s.arg(QString::number(MostValues), Joined, ids);
+}
+
+QString KindNames()
+{
+    QString text = u"CASE k.OperationType"_s;
+    for (const DocumentKind &kind : AllDocumentKinds())
+        text += u" WHEN %1 THEN "_s.arg(kind.Number()) + host::NQuotedStr(kind.name);
+    const std::pair<host::TOperationType, QString> others[] = {
+        {host::TOperationType::TransferIn, u"انتقال بین انبارها"_s},
+        {host::TOperationType::OpeningStock, u"موجودی اول دوره"_s},
+        {host::TOperationType::DivisionExit, u"تقسیم جزئیات"_s},
+        {host::TOperationType::DivisionEntry, u"تقسیم جزئیات"_s}};
+    for (const auto &[type, name] : others)
+        text += u" WHEN %1 THEN "_s.arg(static_cast<int>(type)) + host::NQuotedStr(name);
+    return text + u" ELSE N'سند نوع ' + CAST(k.OperationType AS nvarchar(3)) END"_s;
+}
+
+} // namespace
+
+void DetailHistoryData::Find(const QString &serialOrBarcode)
+{
+    const QString text = host::SerialText(serialOrBarcode);
+    const QString from =
+        u"SELECT d.DetailValueID AS ID, %1 AS Place FROM GoodDetailValueDetails AS d INNER JOIN DetailTypes "
+        "AS t ON t.ID = d.DetailID AND t.DetailType IN (3, 6) WHERE d.[Value] %2"_s;
+    Values_QRY.Open(ValuesText(from.arg(u"1"_s, u"= "_s + host::NQuotedStr(text)) + u" UNION ALL "_s +
+                               from.arg(u"2"_s, u"LIKE "_s + host::NQuotedStr(u'%' + host::LikeText(text) + u'%'))));
+}
+
+void DetailHistoryData::OfLine(int operationType, int operationCode, int operationRow)
+{
+    const QString from =
+        u"SELECT DetailValueID AS ID, 1 AS Place FROM %1 WHERE DetailValueID IS NOT NULL AND OperationType "
+        "= %2 AND OperationCode = %3 AND OperationRow = %4"_s;
+    QStringList texts;
+    for (const QString &table :
+         {u"GoodDetailKardex"_s, u"GoodDetailKardexEnter_Temp"_s, u"GoodDetailKardexExit_Temp"_s})
+        texts << from.arg(table).arg(operationType).arg(operationCode).arg(operationRow);
+    Values_QRY.Open(ValuesText(texts.join(u" UNION ALL ") + u" AND Tmp = 0"_s));
+}
+
+void DetailHistoryData::Movements(int detailValueId)
+{
+    const QString running = u"SUM(m.Amount1) OVER (%1ORDER BY m.Day, m.ID ROWS UNBOUNDED PRECEDING)"_s;
+    Movements_QRY.Open(
+        u"SELECT ROW_NUMBER() OVER (ORDER BY m.Day, m.ID) AS Radif, m.Day AS [Date], m.Kind, CASE WHEN m.OperationType <> 3 THEN m.OperationCode END AS Number, "
+        "s.Name AS StoreName, CASE WHEN m.Amount1 > 0 THEN m.Amount1 END AS In1, CASE WHEN m.Amount1 < 0 THEN -m.Amount1 "
+        "END AS Out1, %1 AS StoreBalance, %2 AS Balance FROM (SELECT k.ID, k.StoreCode, k.OperationType, k.OperationCode, k.Amount1, %3 AS "
+        "Kind, COALESCE(d.[Date], v.[Date], (SELECT TOP 1 [DATE] FROM inf_co)) AS Day FROM GoodDetailKardex AS k LEFT JOIN "
+        "Documents AS d ON d.Kind = CASE k.OperationType WHEN %4 THEN %5 ELSE k.OperationType END AND d.Code = "
+        "k.OperationCode LEFT JOIN GoodDetailDivision AS v ON k.OperationType IN (%6, %7) AND v.Code = k.OperationCode "
+        "WHERE k.DetailValueID = %8) AS m INNER JOIN Stores AS s ON s.Code = m.StoreCode ORDER BY m.Day, m.ID"_s.arg(
+            running.arg(u"PARTITION BY m.StoreCode "_s), running.arg(QString()), KindNames(),
+            QString::number(static_cast<int>(host::TOperationType::TransferIn)),
+            QString::number(static_cast<int>(host::TOperationType::TransferOut)),
+            QString::number(static_cast<int>(host::TOperationType::DivisionExit)),
+            QString::number(static_cast<int>(host::TOperationType::DivisionEntry)), QString::number(detailValueId)));
+}
+
+} // namespace desk

@@ -1,0 +1,263 @@
+#include "gooddetail/enter_texts.h"
+#include "gooddetail/exit_serial.h"
+#include "host/controls/grid.h"
+#include "host/controls/number_text.h"
+#include "host/controls/numeric_edit.h"
+#include "rules/unit_arithmetic.h"
+#include "ui_detail_line_panel.h"
+#include "ui_exit_serial.h"
+
+#include <QGuiApplication>
+#include <QLabel>
+#include <QScopedValueRollback>
+
+using namespace Qt::StringLiterals;
+
+using good_detail::AmountPart;
+namespace texts = good_detail::texts;
+
+// What goes out on the exit screen: scanned, chosen, as a range, taken back.
+
+namespace {
+
+const QString MoreAmount = u"کاربر گرامی مقدار وارد شده بیشتر از مقدار موجود می باشد."_s;
+const QString MoreAmount2 = u"کاربر گرامی مقدار2 وارد شده بیشتر از مقدار2 موجود می باشد."_s;
+const QString MoreLength = u"کاربر گرامی مقدار طول وارد شده بیشتر از مقدار طول موجود می باشد."_s;
+const QString MoreWidth = u"کاربر گرامی مقدار عرض وارد شده بیشتر از مقدار عرض موجود می باشد."_s;
+const QString MoreCount = u"کاربر گرامی تعداد وارد شده بیشتر از تعداد موجود می باشد."_s;
+const QString TakingRange = u"سیستم در حال ثبت محدوده سریال های وارد شده می باشد"_s;
+
+/// A serial in a sentence, whichever way it reads.
+QString Quoted(const QString &serial)
+{
+    return u"«\u2068%1\u2069»"_s.arg(serial);
+}
+
+QString Number(qint64 number)
+{
+    return host::DisplayNumber(QString::number(number));
+}
+
+} // namespace
+
+void TExit_Serial_FRM::Scan(QLineEdit *edit, const QString &typed)
+{
+    const QString serial = host::SerialText(typed);
+    const bool amountsTyped = !m_takenOver && Amounts() != host::TAmounts();
+    const int id = m_host.detailMovements.ExitGoodDetails_FindRow(Line(), serial);
+    const auto row = id == 0 ? std::nullopt : m_data.ExitGoodDetail_Row(id);
+    if (!row || row->Selected) {
+        if (m_narrow.isActive())
+            Narrow();
+        if (row)
+            ShowStatus(u"سریال %1 پیش از این انتخاب شده است"_s.arg(Quoted(serial)));
+        else
+            SayWhyNot(serial);
+        edit->selectAll();
+        return;
+    }
+    if (!amountsTyped && !m_host.settings.SettingRecord().TakeOnlyDetail) {
+        Narrow();
+        ShowStatus(u"مقدار سریال %1 را وارد کنید"_s.arg(Quoted(serial)), false);
+        Panel().Amount1_EDT->setFocus(Qt::OtherFocusReason);
+        return;
+    }
+    if (!Choose(*row, amountsTyped ? Amounts() : row->OnHand))
+        return;
+    ShowStatus(u"سریال %1 خارج شد"_s.arg(Quoted(serial)), false);
+    ClearTyped();
+    Narrow();
+    edit->setFocus(Qt::OtherFocusReason);
+}
+
+void TExit_Serial_FRM::SayWhyNot(const QString &serial)
+{
+    const int good = Line().GoodCode;
+    QString why = u"سریال %1 برای این کالا ثبت نشده است"_s;
+    if (const auto known = m_host.detailValues.FindByText(good, serial))
+        why = known->OnHand > 0 ? u"سریال %1 در این انبار نیست"_s : u"سریال %1 موجودی ندارد"_s;
+    else if (m_host.detailValues.SerialOwner(good, serial) == host::DetailOwner::OtherGood)
+        why = u"سریال %1 برای کالای دیگری ثبت شده است"_s;
+    ShowStatus(why.arg(Quoted(serial)));
+}
+
+host::Refused TExit_Serial_FRM::MoreThanOnHand(const host::TAmounts &typed, const host::TAmounts &onHand) const
+{
+    const bool packed = UnitTypeNow() == good_detail::Packed;
+    struct Rule
+    {
+        AmountPart part;
+        host::Quantity typed;
+        host::Quantity onHand;
+        const QString &text;
+    };
+    const Rule pieces{AmountPart::Amount3, packed ? 0 : typed.Amount3, onHand.Amount3, MoreCount};
+    const Rule second{AmountPart::Amount2, typed.Amount2, onHand.Amount2, packed ? MoreCount : MoreAmount2};
+    for (const Rule &rule : {Rule{AmountPart::Amount1, typed.Amount1, onHand.Amount1, MoreAmount}, second,
+                             Rule{AmountPart::Length, typed.Length, onHand.Length, MoreLength},
+                             Rule{AmountPart::Width, typed.Width, onHand.Width, MoreWidth}, pieces})
+        if (rule.typed > rule.onHand && !goods::SameQuantity(rule.typed, rule.onHand))
+            return host::Warning(AmountEdit(rule.part), rule.text);
+    return {};
+}
+
+bool TExit_Serial_FRM::Choose(const TExitGoodDetail_Rec &row, const host::TAmounts &amounts)
+{
+    if (Refuse(MoreThanOnHand(amounts, row.OnHand)))
+        return false;
+    m_data.ExitGoodDetailRow_Update(row.ID, amounts, Line().ForeignOperationCode);
+    NotSaved();
+    return true;
+}
+
+void TExit_Serial_FRM::SaveRow()
+{
+    const bool range = IsRange() && m_ui->TabSearch_FRAME->currentIndex() == 0;
+    if (m_narrow.isActive() && !range)
+        Narrow();
+    if (range) {
+        ChooseRange();
+        return;
+    }
+    const auto row = CurrentRow() == 0 ? std::nullopt : m_data.ExitGoodDetail_Row(CurrentRow());
+    if (!row) {
+        // Measures are looked for exactly: one that is too great leaves no row, and the last one says why.
+        const auto last = m_last == 0 ? std::nullopt : m_data.ExitGoodDetail_Row(m_last);
+        if (!last || !Refuse(MoreThanOnHand(Amounts(), last->OnHand)))
+            ShowStatus(u"سطری برای انتخاب در لیست نیست"_s);
+        return;
+    }
+    if (Refuse(AmountMissing()) || !Choose(*row, Amounts()))
+        return;
+    ShowStatus(u"انتخاب شد"_s, false);
+    ClearTyped();
+    Reload(row->ID);
+    FocusControl(FirstControl());
+}
+
+void TExit_Serial_FRM::ChooseRange()
+{
+    Ui::DetailLinePanel &panel = Panel();
+    const auto range = host::SerialRange(panel.SerialFrom_EDT->text(), panel.SerialTo_EDT->text());
+    if (Refuse(host::When(!range, host::Warning(panel.SerialFrom_EDT, texts::RangeNoNumbers))) ||
+        Refuse(host::When(range->IsTooLong(), host::Warning(panel.SerialTo_EDT, texts::RangeTooLong))))
+        return;
+    if (range->IsEmpty() || range->To <= 0) {
+        ShowStatus(texts::RangeEmpty);
+        FocusControl(panel.SerialFrom_EDT);
+        return;
+    }
+    if (Refuse(AmountMissing()))
+        return;
+    m_narrow.stop();
+    ShowStatus(TakingRange, false);
+    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    const auto restore = qScopeGuard(&QGuiApplication::restoreOverrideCursor);
+    findChild<QLabel *>(u"Status_LBL"_s)->repaint();
+    const int taken = m_host.serialBatches.ChooseSerials(Line(), *range, Amounts()).value_or(0);
+    const qint64 left = static_cast<qint64>(range->Distance()) + 1 - taken;
+    QString said = u"%1 سریال انتخاب شد"_s.arg(Number(taken));
+    if (left > 0)
+        said += u"، %1 شماره موجود نیست یا مقدار کافی ندارد"_s.arg(Number(left));
+    if (taken > 0) {
+        NotSaved();
+        ClearTyped();
+    }
+    Narrow();
+    ShowStatus(said, taken == 0);
+    FocusControl(panel.SerialFrom_EDT);
+}
+
+void TExit_Serial_FRM::EditRow()
+{
+    const auto row = CurrentRow() == 0 ? std::nullopt : m_data.ExitGoodDetail_Row(CurrentRow());
+    if (!row)
+        return;
+    {
+        const QScopedValueRollback filling(m_filling, true);
+        Ui::DetailLinePanel &panel = Panel();
+        host::TDetailValues values{Inputs().DetailIDs(), row->DetailTitle};
+        Inputs().SetValues(values);
+        panel.Serial_RD->setChecked(true);
+        if (HasSerial())
+            panel.Serial_EDT->setText(values.Values[static_cast<size_t>(Inputs().SerialPlace())]);
+        if (HasBarcode())
+            panel.Barcode_EDT->setText(values.Values[static_cast<size_t>(Inputs().BarcodePlace())]);
+        ShowAmounts(row->Selected ? row->Exit : row->OnHand);
+        m_takenOver = false;
+    }
+    Reload(row->ID);
+    FocusControl(Panel().Amount1_EDT);
+}
+
+void TExit_Serial_FRM::DeleteRow()
+{
+    const int id = CurrentRow();
+    const auto row = id == 0 ? std::nullopt : m_data.ExitGoodDetail_Row(id);
+    if (!row || !row->Selected) {
+        ShowStatus(u"این سطر انتخاب نشده است"_s);
+        return;
+    }
+    if (!m_host.messages.MsgDeleteRow())
+        return;
+    m_data.ExitGoodDetailRow_Update(id, {}, Line().ForeignOperationCode);
+    NotSaved();
+    ShowStatus({});
+    Reload(id);
+}
+
+void TExit_Serial_FRM::DeleteAll()
+{
+    if (!m_host.messages.MsgDeleteItem(texts::AllRows))
+        return;
+    m_data.ExitGoodDetail_DeleteAll(Line());
+    NotSaved();
+    ShowStatus({});
+    Narrow();
+}
+
+void TExit_Serial_FRM::Cancel()
+{
+    ShowStatus({});
+    ClearTyped();
+    Narrow();
+    FocusControl(FirstControl());
+}
+
+/// The serials and the amounts; what is looked for in the other details stays for the next one.
+void TExit_Serial_FRM::ClearTyped()
+{
+    const QScopedValueRollback filling(m_filling, true);
+    m_takenOver = false;
+    ClearAmounts();
+    Panel().Serial_EDT->setText({});
+    Panel().SerialFrom_EDT->setText(u"0"_s);
+    Panel().SerialTo_EDT->setText(u"0"_s);
+    Panel().Barcode_EDT->setText({});
+}
+
+void TExit_Serial_FRM::NotSaved()
+{
+    m_chosen = true;
+    SetIsSaved(false);
+}
+
+/// An amount that was typed but not chosen would be lost.
+host::Refused TExit_Serial_FRM::AmountsLeftOver()
+{
+    if (m_takenOver || Amounts() == host::TAmounts())
+        return {};
+    ShowStatus(u"مقدار وارد شده هنوز ثبت نشده است"_s);
+    return host::ToldAlready(Panel().Amount1_EDT);
+}
+
+std::vector<host::Check> TExit_Serial_FRM::Validate()
+{
+    return {{u"AmountsLeftOver"_s, [this] { return AmountsLeftOver(); }}};
+}
+
+void TExit_Serial_FRM::Write()
+{
+    ShowTotals(m_data.ExitGoodDetail_Sum(Line()));
+    m_host.detailMovements.ExitGoodDetails_Keep(Line());
+}
