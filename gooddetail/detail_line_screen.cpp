@@ -20,8 +20,8 @@ namespace good_detail {
 
 namespace {
 
-constexpr int DetailWidth = 130; // pixels at 100 %
-constexpr int AmountWidth = 120;
+constexpr int DetailWidth = 104; // pixels at 100 %
+constexpr int AmountWidth = 96;
 
 } // namespace
 
@@ -98,6 +98,7 @@ void TDetailLine_FRM::Begin()
     Inputs().SetTabOrder(m_panel->Barcode_EDT, m_panel->Amount1_EDT);
     ShowHeader();
     ShowAmountInputs();
+    AlignCaptions();
     ShowStatus({});
     BeginLine();
     WatchChanges();
@@ -236,6 +237,22 @@ void TDetailLine_FRM::ShowAmountInputs()
     ClearAmounts();
 }
 
+/// The first input of each line begins where the others do.
+void TDetailLine_FRM::AlignCaptions()
+{
+    const int choice = m_panel->Serial_RD->sizeHint().width() + m_panel->serialGrid->horizontalSpacing();
+    int width = qMax(Inputs().CaptionWidth(), m_captions[0]->sizeHint().width());
+    width = qMax(width, m_panel->Good_LBL->sizeHint().width());
+    if (HasSerial())
+        width = qMax(width, choice + m_panel->Serial_LBL->sizeHint().width());
+    if (HasBarcode())
+        width = qMax(width, m_panel->Barcode_LBL->sizeHint().width());
+    m_panel->Serial_LBL->setMinimumWidth(qMax(0, width - choice));
+    for (QLabel *caption : {m_panel->Barcode_LBL, m_captions[0], m_panel->Good_LBL, m_panel->Store_LBL})
+        caption->setMinimumWidth(width);
+    Inputs().SetCaptionWidth(width);
+}
+
 void TDetailLine_FRM::BindAmounts()
 {
     for (size_t i = 0; i < m_amounts.size(); ++i)
@@ -361,13 +378,13 @@ void TDetailLine_FRM::ShowTotals(const DetailLineResult &result)
     const auto number = [](host::Quantity amount) { return host::DisplayAmount(amount); };
     const host::Quantity sum = result.Amounts.Amount1;
     QString text = u"سطرها: %1    مقدار: %2"_s.arg(number(result.Rows), number(sum));
-    bool differs = false;
+    bool over = false;
     if (m_opening.Wanted) {
         const host::Quantity wanted = m_opening.Wanted->Amount1;
         const host::Quantity left = goods::RoundedQuantity(wanted - sum);
-        differs = !goods::SameQuantity(wanted, sum);
+        over = left < 0;
         text += u" از "_s + number(wanted);
-        if (differs)
+        if (left != 0)
             text += (left > 0 ? u"    مانده: %1"_s : u"    اضافه: %1"_s).arg(number(left < 0 ? -left : left));
     }
     if (m_line.UnitType == TwoUnits || m_line.UnitType == Packed)
@@ -375,13 +392,13 @@ void TDetailLine_FRM::ShowTotals(const DetailLineResult &result)
     else if (m_line.UnitType == Area)
         text += u"    تعداد: %1"_s.arg(number(result.Amounts.Amount3));
     m_totals->setText(text);
-    m_totals->setProperty("fault", differs);
+    m_totals->setProperty("fault", over);
     host::theme::Repolish(m_totals);
 }
 
 void TDetailLine_FRM::ShowStatus(const QString &text, bool fault)
 {
-    m_status->setText(text);
+    m_status->setText(text.isEmpty() ? text : QChar(0x200f) + text); // may begin with a serial
     m_status->setVisible(!text.isEmpty());
     m_status->setProperty("fault", fault);
     host::theme::Repolish(m_status);

@@ -112,6 +112,7 @@ private:
     bool FindStore();
     void ShowHeader();
     void ShowAmountInputs();
+    void AlignCaptions();
     void BindAmounts();
     void BindKeyboard();
     void ShowSerialChoice();
