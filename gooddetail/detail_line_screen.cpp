@@ -20,8 +20,10 @@ namespace good_detail {
 
 namespace {
 
-constexpr int DetailWidth = 104; // pixels at 100 %
-constexpr int AmountWidth = 96;
+constexpr int IdentityWidth = 150; // pixels at 100 %
+constexpr int DetailWidth = 104;
+constexpr int AmountWidth = 92;
+constexpr int TitleMargin = 28;
 
 } // namespace
 
@@ -341,6 +343,11 @@ host::NumericEdit *TDetailLine_FRM::LastAmount() const
 
 // Rows --------------------------------------------------------------------------------------------------------------
 
+int TDetailLine_FRM::TitleWidth(const QString &title, int least) const
+{
+    return qMax(least, fontMetrics().horizontalAdvance(title) + TitleMargin);
+}
+
 QList<host::GridColumn> TDetailLine_FRM::DetailColumns() const
 {
     QList<host::GridColumn> columns;
@@ -350,7 +357,9 @@ QList<host::GridColumn> TDetailLine_FRM::DetailColumns() const
                               : place == Inputs().BarcodePlace() ? u"بارکد"_s
                               : data.Found                       ? data.Title
                                                                  : u"جزییات %1"_s.arg(place + 1);
-        columns << host::GridColumn{u"DetailTitle%1"_s.arg(place + 1), title,     DetailWidth, !data.Found,
+        const bool identity = place == Inputs().SerialPlace() || place == Inputs().BarcodePlace();
+        const int width = identity ? IdentityWidth : TitleWidth(title, DetailWidth);
+        columns << host::GridColumn{u"DetailTitle%1"_s.arg(place + 1), title,     width, !data.Found,
                                     host::ColumnFormat::Text,          data.Found};
     }
     return columns;
@@ -360,8 +369,8 @@ QList<host::GridColumn> TDetailLine_FRM::AmountColumns(const QString &suffix, co
 {
     QList<host::GridColumn> columns;
     for (const AmountColumn &column : AmountColumnsOf(m_line.UnitType, m_opening.UnitName, m_opening.Unit2Name))
-        columns << host::GridColumn{column.Field + suffix, column.Title + ending, AmountWidth, false,
-                                    host::ColumnFormat::Amount};
+        columns << host::GridColumn{column.Field + suffix, column.Title + ending,
+                                    TitleWidth(column.Title + ending, AmountWidth), false, host::ColumnFormat::Amount};
     return columns;
 }
 

@@ -113,6 +113,7 @@ private:
     void ShowHeader();
     void ShowAmountInputs();
     void AlignCaptions();
+    int TitleWidth(const QString &title, int least) const;
     void BindAmounts();
     void BindKeyboard();
     void ShowSerialChoice();

@@ -193,7 +193,7 @@ void TestEnter::scansGoOnUnderAMessage()
                 [&](QWidget *screen) {
                     Scan(screen, u"S1"_s);
                     QTRY_COMPARE(Shown(screen), QStringList{u"S2|۱"_s});
-                    QCOMPARE(Find<QLabel>(screen, u"Status_LBL"_s).text(), u"ثبت نشده: S1"_s);
+                    QVERIFY(Find<QLabel>(screen, u"Status_LBL"_s).text().endsWith(u"ثبت نشده: S1"_s));
                     QTest::keyClick(screen, Qt::Key_F3);
                 });
     QCOMPARE(boxes.TakeAll().size(), 1);
@@ -410,6 +410,7 @@ void TestEnter::refusals()
         steps(screen);
         QTest::qWait(1);
         stood = test::Focused();
+        test::Enter(screen, u"Amount1_EDT"_s, u"5"_s); // so that leaving asks
         shop.fakes.messages.Answer(true);
         QTest::keyClick(screen, Qt::Key_Escape);
     });
