@@ -356,13 +356,12 @@ Refused TEnter_Serial_FRM::CheckBarcode()
     if (barcode.isEmpty())
         return host::When(Inputs().Data(Inputs().BarcodePlace()).IsRequired,
                           host::Required(Panel().Barcode_EDT, u"بارکد"_s));
-    if (Refused refused = goods::LeaveNow(Panel().Barcode_EDT))
-        return refused;
     const DetailOwner owner = m_host.detailValues.BarcodeOwner(Line().GoodCode, barcode);
     if (owner == DetailOwner::OperationBarcode)
         return host::Warning(Panel().Barcode_EDT, texts::OperationBarcode);
-    return host::When(owner == DetailOwner::OtherGood,
-                      host::Warning(Panel().Barcode_EDT, texts::BarcodeOfOtherDetails));
+    if (owner == DetailOwner::OtherGood)
+        return host::Warning(Panel().Barcode_EDT, texts::BarcodeOfOtherDetails);
+    return goods::LeaveNow(Panel().Barcode_EDT);
 }
 
 Refused TEnter_Serial_FRM::CheckDetails()
@@ -446,13 +445,15 @@ void TEnter_Serial_FRM::NextRow(const QString &stored)
     else
         ShowLeft(m_left.last());
     ForgetKnown();
+    const int edited = m_editedId;
     EndEditing();
     Panel().Serial_EDT->setText({});
     Panel().Barcode_EDT->setText({});
     if (!HasSerial())
         ClearAmounts();
     ShowRows();
-    StandOnLast();
+    if (edited == 0 || !m_form->EnterSerialList_GRD->Locate(QString::number(edited)))
+        StandOnLast();
     FirstControl()->setFocus(Qt::OtherFocusReason);
 }
 

@@ -193,6 +193,8 @@ void TestEnter::scansGoOnUnderAMessage()
                 [&](QWidget *screen) {
                     Scan(screen, u"S1"_s);
                     QTRY_COMPARE(Shown(screen), QStringList{u"S2|۱"_s});
+                    screen->activateWindow();
+                    QVERIFY(QTest::qWaitForWindowActive(screen));
                     QVERIFY(Find<QLabel>(screen, u"Status_LBL"_s).text().endsWith(u"ثبت نشده: S1"_s));
                     QTest::keyClick(screen, Qt::Key_F3);
                 });
@@ -332,6 +334,13 @@ void TestEnter::refusals_data()
             Press(Qt::Key_Tab);
         },
         {Message(u"کاربر گرامی بارکد فوق در لیست بارکدهای کالای دیگری ثبت شده است.")}, u"Barcode_EDT");
+    row(
+        "barcode of another good, stored", 5004, false,
+        [](QWidget *screen) {
+            test::Enter(screen, u"Barcode_EDT"_s, u"555"_s);
+            Click(screen, u"SaveRow_BTN");
+        },
+        {Message(u"کاربر گرامی بارکد فوق برای جزییات کالای دیگری ثبت شده است.")}, u"Barcode_EDT");
     row("return: colour not sold", 5001, true, scan(u"88"_s, 2),
         {Message(u"کاربر گرامی با این مقادیر جزییاتی که وارد کرده اید هیچ جزییاتی به فروش نرسیده است")}, u"Serial_EDT");
     row("return: not sold", 5001, true, scan(u"3"_s),
