@@ -40,29 +40,35 @@ struct Shop
     test::Database database;
     test::TestHost fakes{{database.Main(), database.GoodsList(), database.Scales()}};
     desk::DeskHost desk{fakes.host.DM, &fakes.messages};
-    host::Host host{.DM = fakes.host.DM,
-                    .permissions = fakes.permissions,
-                    .messages = fakes.messages,
-                    .settings = fakes.settings,
-                    .entities = desk.entities,
-                    .vouchers = fakes.vouchers,
-                    .stock = fakes.stock,
-                    .goodDetails = desk.goodDetails,
-                    .detailValues = desk.detailValues,
-                    .detailMovements = desk.detailMovements,
-                    .serialBatches = desk.serialBatches,
-                    .detailDivisions = desk.detailDivisions,
-                    .photos = fakes.photos,
-                    .categories = fakes.categories,
-                    .levels = fakes.levels,
-                    .selectedLists = fakes.selectedLists,
-                    .scales = fakes.scales,
-                    .keyboard = fakes.keyboard,
-                    .clock = fakes.clock,
-                    .barcodes = fakes.barcodes,
-                    .finance = fakes.finance,
-                    .theme = fakes.theme,
-                    .numbers = fakes.numbers};
+    host::Host host = Host(fakes.messages);
+
+    /// The same with somebody else who talks to the user.
+    host::Host Host(host::MessageService &messages)
+    {
+        return {.DM = fakes.host.DM,
+                .permissions = fakes.permissions,
+                .messages = messages,
+                .settings = fakes.settings,
+                .entities = desk.entities,
+                .vouchers = fakes.vouchers,
+                .stock = fakes.stock,
+                .goodDetails = desk.goodDetails,
+                .detailValues = desk.detailValues,
+                .detailMovements = desk.detailMovements,
+                .serialBatches = desk.serialBatches,
+                .detailDivisions = desk.detailDivisions,
+                .photos = fakes.photos,
+                .categories = fakes.categories,
+                .levels = fakes.levels,
+                .selectedLists = fakes.selectedLists,
+                .scales = fakes.scales,
+                .keyboard = fakes.keyboard,
+                .clock = fakes.clock,
+                .barcodes = fakes.barcodes,
+                .finance = fakes.finance,
+                .theme = fakes.theme,
+                .numbers = fakes.numbers};
+    }
 
     static host::TDocumentLine Line(int good, quint8 type, int code, quint8 unitType = 1, int foreign = 0)
     {
