@@ -451,7 +451,7 @@ void TEnter_Serial_FRM::NextRow(const QString &stored)
     Panel().Barcode_EDT->setText({});
     if (!HasSerial())
         ClearAmounts();
-    ShowRows();
+    ShowRows(edited == 0 && !stored.isEmpty());
     if (edited == 0 || !m_form->EnterSerialList_GRD->Locate(QString::number(edited)))
         StandOnLast();
     FirstControl()->setFocus(Qt::OtherFocusReason);

@@ -15,13 +15,15 @@ using namespace Qt::StringLiterals;
 
 namespace texts = good_detail::texts;
 
-void TEnter_Serial_FRM::ShowRows()
+void TEnter_Serial_FRM::ShowRows(bool appended)
 {
     const host::Dataset &rows = m_data.EnterGoodDetail_QRY;
-    good_detail::AmountTotals totals(UnitTypeNow());
-    for (int i = 0; i < rows.RecordCount(); ++i)
-        totals.Add(good_detail::RowAmounts(rows, i));
-    ShowTotals({totals.Sum(), totals.Rows()});
+    // A serial more is added to the totals: a clerk may be scanning behind a range of ten thousand.
+    if (!appended || rows.RecordCount() != m_totals.Rows() + 1)
+        m_totals = good_detail::AmountTotals(UnitTypeNow());
+    for (int i = m_totals.Rows(); i < rows.RecordCount(); ++i)
+        m_totals.Add(good_detail::RowAmounts(rows, i));
+    ShowTotals({m_totals.Sum(), m_totals.Rows()});
     if (auto *empty = findChild<QLabel *>(u"Empty_LBL"_s))
         empty->setVisible(rows.IsEmpty());
 }
@@ -29,10 +31,8 @@ void TEnter_Serial_FRM::ShowRows()
 void TEnter_Serial_FRM::StandOnLast()
 {
     host::Grid *grid = m_form->EnterSerialList_GRD;
-    const host::Dataset &rows = m_data.EnterGoodDetail_QRY;
-    if (rows.IsEmpty())
-        return;
-    grid->Locate(rows.FieldAt(rows.RecordCount() - 1, u"ID").toString());
+    if (!grid->IsEmpty())
+        grid->StandOn(grid->RowCount() - 1);
 }
 
 void TEnter_Serial_FRM::EndEditing()
