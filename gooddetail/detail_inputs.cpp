@@ -342,6 +342,20 @@ QWidget *DetailInputs::First() const
     return m_inputs.empty() ? nullptr : m_inputs.front()->Control();
 }
 
+int DetailInputs::CaptionWidth() const
+{
+    int width = 0;
+    for (int row = 0; row < m_grid->rowCount(); ++row)
+        if (const QLayoutItem *caption = m_grid->itemAtPosition(row, 0))
+            width = qMax(width, caption->sizeHint().width());
+    return width;
+}
+
+void DetailInputs::SetCaptionWidth(int width)
+{
+    m_grid->setColumnMinimumWidth(0, width);
+}
+
 void DetailInputs::SetTabOrder(QWidget *before, QWidget *behind) const
 {
     QWidget *last = before;

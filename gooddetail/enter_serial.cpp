@@ -39,7 +39,11 @@ TEnter_Serial_FRM::TEnter_Serial_FRM(host::Host &host)
     setObjectName(u"TEnter_Serial_FRM"_s);
     m_form->setupUi(Content());
     SetUpPanel(m_form->Inputs_PNL);
-    setTabOrder(Panel().Amount4_EDT, m_form->SaveRow_BTN);
+    QWidget *last = Panel().Amount4_EDT;
+    for (QWidget *next : std::initializer_list<QWidget *>{
+             m_form->SaveRow_BTN, m_form->Cancel_BTN, m_form->SingleSerial_RD, m_form->EditRow_BTN, m_form->DelRow_BTN,
+             m_form->DelAll_BTN, m_form->EnterSerialList_GRD})
+        setTabOrder(std::exchange(last, next), next);
     SetTitle(u"ورود جزییات کالا"_s);
     SetDiscardQuestion(u"سطرهای وارد شده نگهداری نمی شود. آیا بدون ذخیره خارج می شوید؟"_s);
     if (auto *exit = findChild<QPushButton *>(u"Exit_BTN"_s))
@@ -118,6 +122,9 @@ void TEnter_Serial_FRM::BeginLine()
     m_before.reset();
     m_brought.reset();
     m_form->SingleSerial_RD->setVisible(HasSerial());
+    for (QWidget *command : std::initializer_list<QWidget *>{
+             m_form->SaveRow_BTN, m_form->Cancel_BTN, m_form->EditRow_BTN, m_form->DelRow_BTN, m_form->DelAll_BTN})
+        command->setEnabled(Mode() != host::TFormMode::Review);
     m_rows.emplace(m_host, m_data, Line(), Inputs().SerialPlace(),
                    [this](AmountPart part) { return AmountCaption(part); });
     m_rows->Load();
@@ -349,13 +356,12 @@ Refused TEnter_Serial_FRM::CheckBarcode()
     if (barcode.isEmpty())
         return host::When(Inputs().Data(Inputs().BarcodePlace()).IsRequired,
                           host::Required(Panel().Barcode_EDT, u"بارکد"_s));
-    if (Refused refused = goods::LeaveNow(Panel().Barcode_EDT))
-        return refused;
     const DetailOwner owner = m_host.detailValues.BarcodeOwner(Line().GoodCode, barcode);
     if (owner == DetailOwner::OperationBarcode)
         return host::Warning(Panel().Barcode_EDT, texts::OperationBarcode);
-    return host::When(owner == DetailOwner::OtherGood,
-                      host::Warning(Panel().Barcode_EDT, texts::BarcodeOfOtherDetails));
+    if (owner == DetailOwner::OtherGood)
+        return host::Warning(Panel().Barcode_EDT, texts::BarcodeOfOtherDetails);
+    return goods::LeaveNow(Panel().Barcode_EDT);
 }
 
 Refused TEnter_Serial_FRM::CheckDetails()
@@ -439,127 +445,16 @@ void TEnter_Serial_FRM::NextRow(const QString &stored)
     else
         ShowLeft(m_left.last());
     ForgetKnown();
+    const int edited = m_editedId;
     EndEditing();
     Panel().Serial_EDT->setText({});
     Panel().Barcode_EDT->setText({});
     if (!HasSerial())
         ClearAmounts();
-    ShowRows();
-    StandOnLast();
+    ShowRows(edited == 0 && !stored.isEmpty());
+    if (edited == 0 || !m_form->EnterSerialList_GRD->Locate(QString::number(edited)))
+        StandOnLast();
     FirstControl()->setFocus(Qt::OtherFocusReason);
-}
-
-// Rows --------------------------------------------------------------------------------------------------------------
-
-void TEnter_Serial_FRM::ShowRows()
-{
-    const host::Dataset &rows = m_data.EnterGoodDetail_QRY;
-    good_detail::AmountTotals totals(UnitTypeNow());
-    for (int i = 0; i < rows.RecordCount(); ++i)
-        totals.Add(good_detail::RowAmounts(rows, i));
-    ShowTotals({totals.Sum(), totals.Rows()});
-    if (auto *empty = findChild<QLabel *>(u"Empty_LBL"_s))
-        empty->setVisible(rows.IsEmpty());
-}
-
-void TEnter_Serial_FRM::StandOnLast()
-{
-    host::Grid *grid = m_form->EnterSerialList_GRD;
-    const host::Dataset &rows = m_data.EnterGoodDetail_QRY;
-    if (rows.IsEmpty())
-        return;
-    grid->Locate(rows.FieldAt(rows.RecordCount() - 1, u"ID").toString());
-}
-
-void TEnter_Serial_FRM::EndEditing()
-{
-    m_editedId = 0;
-    Panel().MultiSerial_RD->setEnabled(true);
-    m_form->SaveRow_BTN->setText(u"&ثبت"_s);
-}
-
-void TEnter_Serial_FRM::EditRow()
-{
-    const int id = m_form->EnterSerialList_GRD->CurrentKey().toInt();
-    const std::optional<TEnterGoodDetail_Rec> row = id == 0 ? std::nullopt : m_rows->Row(id);
-    if (!row || Mode() == host::TFormMode::Review)
-        return;
-    if (m_rows->IsReturned(id)) {
-        Tell(host::Warning(m_form->EnterSerialList_GRD, texts::ReturnedNotEdited));
-        return;
-    }
-    const Loading quiet(*this);
-    m_before.reset();
-    m_editedId = id;
-    Panel().Serial_RD->setChecked(true);
-    Panel().MultiSerial_RD->setEnabled(false);
-    Inputs().SetValues({Inputs().DetailIDs(), row->DetailTitle});
-    if (HasSerial())
-        Panel().Serial_EDT->setText(row->DetailTitle[static_cast<size_t>(Inputs().SerialPlace())]);
-    if (HasBarcode())
-        Panel().Barcode_EDT->setText(row->DetailTitle[static_cast<size_t>(Inputs().BarcodePlace())]);
-    ShowAmounts(row->Amounts);
-    ShowStatus(u"سطر انتخاب شده ویرایش می شود"_s, false);
-    FocusControl(FirstControl());
-}
-
-void TEnter_Serial_FRM::DeleteRows()
-{
-    host::Grid *grid = m_form->EnterSerialList_GRD;
-    QList<int> ids;
-    for (const QString &key : grid->MarkedKeys())
-        ids << key.toInt();
-    if (ids.isEmpty() && !grid->CurrentKey().isEmpty())
-        ids << grid->CurrentKey().toInt();
-    if (ids.isEmpty() || Mode() == host::TFormMode::Review || !m_host.messages.MsgDeleteRow())
-        return;
-    const host::Grid::Place place = grid->CurrentPlace();
-    const bool all = m_rows->Remove(ids);
-    grid->ClearMarks();
-    if (ids.contains(m_editedId))
-        Cancel();
-    ShowRows();
-    grid->ReturnTo(place);
-    SetIsSaved(false);
-    if (!all)
-        Tell(host::Warning(grid, ids.size() == 1 ? texts::ReturnedNotDeleted : texts::LeftAreReturned));
-}
-
-void TEnter_Serial_FRM::DeleteAll()
-{
-    if (m_data.EnterGoodDetail_QRY.IsEmpty() || Mode() == host::TFormMode::Review ||
-        !m_host.messages.MsgDeleteItem(texts::AllRows))
-        return;
-    const bool all = m_rows->RemoveAll();
-    m_form->EnterSerialList_GRD->ClearMarks();
-    EndEditing();
-    ShowRows();
-    SetIsSaved(false);
-    if (!all)
-        Tell(host::Warning(m_form->EnterSerialList_GRD, texts::LeftAreReturned));
-}
-
-void TEnter_Serial_FRM::Cancel()
-{
-    const bool saved = IsSaved();
-    {
-        const Loading quiet(*this);
-        EndEditing();
-        m_left.clear();
-        ShowStatus({});
-        ForgetKnown();
-        Inputs().Clear();
-        Panel().Serial_EDT->setText({});
-        Panel().SerialFrom_EDT->setText(u"0"_s);
-        Panel().SerialTo_EDT->setText(u"0"_s);
-        Panel().Barcode_EDT->setText({});
-        ClearAmounts();
-        ProposeAmount();
-        m_data.EnterGoodDetail_Refresh();
-    }
-    ShowRows();
-    SetIsSaved(saved);
-    FocusControl(FirstControl());
 }
 
 namespace good_detail {

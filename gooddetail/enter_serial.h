@@ -70,15 +70,17 @@ private:
     void DeleteRows();
     void DeleteAll();
     void Cancel();
-    void ShowRows();
+    /// `appended`: a row came behind those that were shown, which are as they were.
+    void ShowRows(bool appended = false);
     void StandOnLast();
     void EndEditing();
 
     std::unique_ptr<Ui::TEnter_Serial_FRM> m_form;
     std::optional<good_detail::EnterRows> m_rows;
-    int m_editedId = 0;                           ///< the row that is edited; 0 while rows are added
-    bool m_kept = false;                          ///< closed by OK
-    good_detail::DetailLineResult m_opened;       ///< what the rows came to on opening
+    int m_editedId = 0;                     ///< the row that is edited; 0 while rows are added
+    bool m_kept = false;                    ///< closed by OK
+    good_detail::DetailLineResult m_opened; ///< what the rows came to on opening
+    good_detail::AmountTotals m_totals{good_detail::OneUnit};
     QStringList m_left;                           ///< serials that were scanned and refused
     std::optional<host::TDetailValues> m_before;  ///< the details before those of a known serial took their place
     std::optional<host::TDetailValues> m_brought; ///< the details that a known serial brought

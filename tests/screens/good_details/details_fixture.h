@@ -24,7 +24,7 @@ inline void Furnish(const test::Database &database)
         "(N'بارکد', 6, 1, N'', 0, N'', N''), (N'وزن', 4, 0, N'', 0, N'', N''), (N'انقضا', 5, 0, N'', 1, N'', N''), "
         "(N'گارانتی', 7, 0, N'1', 0, N'دارد', N'ندارد') "
         "insert DetailTypesItems(DetailID, Row, [Value]) values (2, 1, N'قرمز'), (2, 2, N'آبی'), (3, 1, N'نو') "
-        "insert GoodDetailRelation(GoodCode, DetailID) values (5001, 3), (5001, 2), (5001, 1), (5002, 1), (5003, 2), "
+        "insert GoodDetailRelation(GoodCode, DetailID) values (5001, 2), (5001, 3), (5001, 1), (5002, 1), (5003, 2), "
         "(5004, 2), (5004, 4), (5004, 5), (5004, 6), (5004, 7)"_s);
 }
 
@@ -40,29 +40,35 @@ struct Shop
     test::Database database;
     test::TestHost fakes{{database.Main(), database.GoodsList(), database.Scales()}};
     desk::DeskHost desk{fakes.host.DM, &fakes.messages};
-    host::Host host{.DM = fakes.host.DM,
-                    .permissions = fakes.permissions,
-                    .messages = fakes.messages,
-                    .settings = fakes.settings,
-                    .entities = desk.entities,
-                    .vouchers = fakes.vouchers,
-                    .stock = fakes.stock,
-                    .goodDetails = desk.goodDetails,
-                    .detailValues = desk.detailValues,
-                    .detailMovements = desk.detailMovements,
-                    .serialBatches = desk.serialBatches,
-                    .detailDivisions = desk.detailDivisions,
-                    .photos = fakes.photos,
-                    .categories = fakes.categories,
-                    .levels = fakes.levels,
-                    .selectedLists = fakes.selectedLists,
-                    .scales = fakes.scales,
-                    .keyboard = fakes.keyboard,
-                    .clock = fakes.clock,
-                    .barcodes = fakes.barcodes,
-                    .finance = fakes.finance,
-                    .theme = fakes.theme,
-                    .numbers = fakes.numbers};
+    host::Host host = Host(fakes.messages);
+
+    /// The same with somebody else who talks to the user.
+    host::Host Host(host::MessageService &messages)
+    {
+        return {.DM = fakes.host.DM,
+                .permissions = fakes.permissions,
+                .messages = messages,
+                .settings = fakes.settings,
+                .entities = desk.entities,
+                .vouchers = fakes.vouchers,
+                .stock = fakes.stock,
+                .goodDetails = desk.goodDetails,
+                .detailValues = desk.detailValues,
+                .detailMovements = desk.detailMovements,
+                .serialBatches = desk.serialBatches,
+                .detailDivisions = desk.detailDivisions,
+                .photos = fakes.photos,
+                .categories = fakes.categories,
+                .levels = fakes.levels,
+                .selectedLists = fakes.selectedLists,
+                .scales = fakes.scales,
+                .keyboard = fakes.keyboard,
+                .clock = fakes.clock,
+                .barcodes = fakes.barcodes,
+                .finance = fakes.finance,
+                .theme = fakes.theme,
+                .numbers = fakes.numbers};
+    }
 
     static host::TDocumentLine Line(int good, quint8 type, int code, quint8 unitType = 1, int foreign = 0)
     {

@@ -58,7 +58,7 @@ void TestDetailInputs::builtByKind()
     test::Find<QComboBox>(&inputs, u"ComboBox_2"_s).setCurrentIndex(1);
     QCOMPARE(inputs.Sought(1).Value.value_or(u"?"_s), QString());
     QCOMPARE(inputs.Sought(2).Value.value_or(u"?"_s), QString());
-    QCOMPARE(inputs.Sought(4).Value.value_or(u"?"_s), u"ندارد"_s);
+    QCOMPARE(inputs.Sought(4).Value.value_or(u"?"_s), u"دارد"_s);
 }
 
 REGISTER_TEST(TestDetailInputs)
