@@ -57,6 +57,7 @@ void TExit_Serial_FRM::Scan(QLineEdit *edit, const QString &typed)
         return;
     }
     if (!amountsTyped && !m_host.settings.SettingRecord().TakeOnlyDetail) {
+        ForgetDetails(); // the row may have others than were looked for
         Narrow();
         ShowStatus(u"مقدار سریال %1 را وارد کنید"_s.arg(Quoted(serial)), false);
         Panel().Amount1_EDT->setFocus(Qt::OtherFocusReason);
@@ -185,6 +186,7 @@ void TExit_Serial_FRM::EditRow()
             panel.Barcode_EDT->setText(values.Values[static_cast<size_t>(Inputs().BarcodePlace())]);
         ShowAmounts(row->Selected ? row->Exit : row->OnHand);
         m_takenOver = false;
+        m_edited = true;
     }
     Reload(row->ID);
     FocusControl(Panel().Amount1_EDT);
@@ -220,13 +222,23 @@ void TExit_Serial_FRM::Cancel()
 {
     ShowStatus({});
     ClearTyped();
+    ForgetDetails();
     Narrow();
     FocusControl(FirstControl());
 }
 
-/// The serials and the amounts; what is looked for in the other details stays for the next one.
+void TExit_Serial_FRM::ForgetDetails()
+{
+    const QScopedValueRollback filling(m_filling, true);
+    Inputs().Clear();
+    m_edited = false;
+}
+
+/// The serials and the amounts; what the user looks for in the other details stays for the next one.
 void TExit_Serial_FRM::ClearTyped()
 {
+    if (m_edited)
+        ForgetDetails();
     const QScopedValueRollback filling(m_filling, true);
     m_takenOver = false;
     ClearAmounts();

@@ -127,6 +127,7 @@ void TExit_Serial_FRM::BeginLine()
     m_filled = true;
     m_chosen = false;
     m_last = 0;
+    m_edited = false;
     QList<GridColumn> columns{{u"Selected"_s, u"انتخاب"_s, 60, false, ColumnFormat::Flag}};
     columns << DetailColumns();
     // There are up to eight amounts: each is as wide as its title.

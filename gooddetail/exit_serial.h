@@ -66,6 +66,7 @@ private:
     void DeleteAll();
     void Cancel();
     void ClearTyped();
+    void ForgetDetails();
     void NotSaved();
     host::Refused AmountsLeftOver();
 
@@ -75,6 +76,7 @@ private:
     bool m_filled = false;    ///< there are working rows of the line
     bool m_chosen = false;    ///< another choice than when the screen was opened
     bool m_takenOver = false; ///< the amounts shown are those of the only row, nobody typed them
+    bool m_edited = false;    ///< the details shown are those of a row that was taken up
     bool m_filling = false;   ///< the screen writes into its inputs
 };
 

@@ -164,9 +164,9 @@ void TestStock::showsDetailsInStock_data()
     const QString serial = u"2|1|فروشگاه|10|12|626|قرمز|NULL|NULL|12 626 قرمز|1|0|"_s;
     const QString piece = u"2|2|مرکزی|10|12|626|قرمز|NULL|NULL|12 626 قرمز|3|0|"_s;
     QTest::newRow("in pieces") << u"@UnitType = 5, @GoodCode = 10"_s
-                               << QStringList{serial + u"0|0|0"_s, piece + u"1.5|2|1"_s};
+                               << QStringList{serial + u"0|0|0|0"_s, piece + u"1.5|2|1|0"_s};
     QTest::newRow("in units") << u"\t@GoodCode = 10,\n\t@ComIndex = 108,\n\t@UnitType = 4"_s
-                              << QStringList{serial + u"NULL|NULL|NULL"_s, piece + u"NULL|NULL|NULL"_s};
+                              << QStringList{serial + u"NULL|NULL|NULL|0"_s, piece + u"NULL|NULL|NULL|0"_s};
     QTest::newRow("a good without details") << u"@GoodCode = 20"_s << QStringList();
 }
 

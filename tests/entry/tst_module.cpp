@@ -319,15 +319,14 @@ void TestModule::detailsAreChosen()
     Shop shop;
     shop.host.Install();
     const QString good = shop.database
-                             .Scalar(u"SELECT MIN(r.GoodCode) FROM GoodDetailRelation r INNER JOIN GoodInf g ON "
-                                     "g.Code = r.GoodCode WHERE g.Meghdar_Formool = 0 AND NOT EXISTS (SELECT 1 "
-                                     "FROM GoodDetailRelation s INNER JOIN DetailTypes t ON t.ID = s.DetailID "
-                                     "WHERE s.GoodCode = r.GoodCode AND t.DetailType = 3)"_s)
+                             .Scalar(u"SELECT MIN(Code) FROM GoodInf WHERE Meghdar_Formool = 0 AND Code NOT IN "
+                                     "(SELECT GoodCode FROM GoodDetailRelation)"_s)
                              .toString();
     shop.database.Exec(
-        u"INSERT GoodDetailValues (GoodCode) VALUES (%1) INSERT GoodDetailValueDetails (DetailValueID, DetailID, [Value]) "
-        "SELECT MAX(v.ID), MIN(r.DetailID), N'x' FROM GoodDetailValues v CROSS JOIN GoodDetailRelation r WHERE r.GoodCode = %1 "
-        "INSERT GoodDetailKardex (DetailValueID, StoreCode, GoodCode, Amount1, OperationType, OperationCode) SELECT "
+        u"INSERT GoodDetailRelation (GoodCode, DetailID) SELECT %1, MIN(ID) FROM DetailTypes WHERE DetailType = 1 "
+        "INSERT GoodDetailValues (GoodCode) VALUES (%1) INSERT GoodDetailValueDetails (DetailValueID, DetailID, [Value]) "
+        "SELECT MAX(v.ID), MIN(r.DetailID), N'x' FROM GoodDetailValues v CROSS JOIN GoodDetailRelation r WHERE r.GoodCode "
+        "= %1 INSERT GoodDetailKardex (DetailValueID, StoreCode, GoodCode, Amount1, OperationType, OperationCode) SELECT "
         "MAX(ID), 4, %1, 2.5, 1, 1 FROM GoodDetailValues"_s.arg(good));
     const QString value = shop.database.Scalar(u"SELECT MAX(ID) FROM GoodDetailValues"_s).toString();
     for (const auto &[mode, key, chosen] :

@@ -82,18 +82,23 @@ bool DetailsWork(QLibrary &module)
         reinterpret_cast<decltype(&::Select_GoodDetail_Multible)>(module.resolve("Select_GoodDetail_Multible"));
     if (!exits || !nothing || !choose)
         return false;
-    const QList<long double> untouched(7, -1);
-    QList<long double> places = untouched;
-    long double *to = places.data();
+    long double to[7] = {-1, -1, -1, -1, -1, -1, -1};
+    const auto given = [&to] {
+        QStringList texts;
+        for (const long double each : to)
+            texts << QString::number(double(each));
+        return texts.join(u' ');
+    };
+    const QString untouched = given();
     const auto open = [&](int mode, Qt::Key key) {
         QTimer poll;
         PressInList(poll, {key}, u"ExitSerialList_GRD"_s);
         return exits(mode, 2, 11, u"", 10, 9, 0, to, to + 1, to + 2, to + 3, to + 4, to + 5, to + 6, 5, 0, 1, 77, 4);
     };
-    const bool left = open(4, Qt::Key_Escape) == 0 && places == untouched;
+    const bool left = open(4, Qt::Key_Escape) == 0 && given() == untouched;
     nothing(2, 2, 11, u"", 0, 0, 0, to, to, to, to, to, to, to, 0, 0, 0, 0, 0);
     const bool kept =
-        places == untouched && open(2, Qt::Key_F3) == 1 && places == QList<long double>{1, 4, 2, 3, 24.125L, 0, 24};
+        given() == untouched && open(2, Qt::Key_F3) == 1 && given() == u"1 4 2 3 24.125 0 24"; // rows first
     QTimer poll;
     PressInList(poll, {Qt::Key_Return, Qt::Key_Return}, u"Goods_List_GRD"_s);
     const QString chosen = QString::fromUtf16(choose(u"", 1, 1, u"", 0));

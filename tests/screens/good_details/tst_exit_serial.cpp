@@ -2,6 +2,7 @@
 
 #include "gooddetail/exit_serial.h"
 #include "host/controls/grid.h"
+#include "host/controls/numeric_edit.h"
 #include "tests/screens/good_details/details_fixture.h"
 #include "tests/support/test_main.h"
 
@@ -111,6 +112,7 @@ private slots:
     void narrows_data();
     void narrows();
     void scans();
+    void proposes();
     void amounts_data();
     void amounts();
     void ranges_data();
@@ -195,6 +197,34 @@ void TestExitSerial::scans()
         },
         host::TFormMode::Review);
     QCOMPARE(shop.database.Scalar(u"select count(*) from GoodDetailKardexExit_Temp"_s).toInt(), 0);
+}
+
+/// The amount of the only serial found is proposed, and goes with it; a row of the list brings its own.
+void TestExitSerial::proposes()
+{
+    Screen shop;
+    shop.Open(Screen::Line(5001, 2, 7), [&](QWidget *screen) {
+        const auto &amount = test::Find<host::NumericEdit>(screen, u"Amount1_EDT"_s);
+        test::Type(u"1203"_s);
+        QTRY_COMPARE(amount.text(), u"1"_s);
+        test::Press(Qt::Key_Backspace);
+        test::Press(Qt::Key_Backspace);
+        QTRY_COMPARE(amount.text(), u"0"_s);
+        test::Focus(screen, u"ExitSerialList_GRD"_s);
+        test::Press(Qt::Key_Down);
+        test::Press(Qt::Key_Return);
+        QCOMPARE(test::Find<QLineEdit>(screen, u"Serial_EDT"_s).text(), u"۱۱۲"_s);
+        QCOMPARE(test::Focused(), u"Amount1_EDT"_s);
+        test::Press(Qt::Key_Return);
+        QCOMPARE(test::Focused(), u"Serial_EDT"_s);
+        shop.fakes.settings.record.TakeOnlyDetail = false;
+        Screen::Scan(u"1203"_s);
+        QCOMPARE(Screen::Status(screen), u"مقدار سریال «1203» را وارد کنید"_s);
+        QCOMPARE(test::Focused(), u"Amount1_EDT"_s);
+        Screen::Scan(u"1"_s);
+        QCOMPARE(shop.database.Rows(u"select DetailTitle1 from GoodDetailKardexExit_Temp where Selected = 1"_s),
+                 (QStringList{u"112"_s, u"1203"_s}));
+    });
 }
 
 void TestExitSerial::amounts_data()
