@@ -52,7 +52,11 @@ public:
     /// The whole document around what is kept for its line: header, line, movement, details, stock.
     void SaveDocument(const host::TDocumentLine &kept)
     {
-        desk::Document document{kept.OperationType, kept.OperationCode, u"1405/09/01"_s, kept.StoreCode};
+        desk::Document document;
+        document.Kind = kept.OperationType;
+        document.Code = kept.OperationCode;
+        document.Date = u"1405/09/01"_s;
+        document.StoreCode = kept.StoreCode;
         desk::DocumentLine line;
         line.OperationRow = kept.OperationRow;
         line.Good.Code = kept.GoodCode;

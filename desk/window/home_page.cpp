@@ -16,7 +16,7 @@ namespace desk {
 namespace {
 
 constexpr int TilesAcross = 3;
-constexpr QSize TileSize(210, 112);
+constexpr QSize TileSize(210, 96);
 constexpr QSize TileIcon(40, 40);
 
 QLabel *MakeLabel(const QString &objectName, double points, bool bold, const QColor &color, QWidget *parent)
