@@ -342,6 +342,9 @@ void TestModule::detailsAreChosen()
                     });
         QCOMPARE(text, chosen);
     }
+    entry::Module::Release();
+}
+
 /// The details of a line: what comes back after OK and after Esc, and that a screen which does not open writes nothing.
 void TestModule::lineDetails()
 {
