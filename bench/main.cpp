@@ -249,6 +249,8 @@ void Edit(Report &report, Shop &shop, const Floor &scratch)
 {
     TGood_DM &data = shop.Data();
     int number = shop.size();
+    goods::OpeningCopy rows(data, shop.Host().entities);
+    OpeningDetails details(shop.Host());
     report.Measure(
         u"save a new good with prices and opening stock"_s, 9, {},
         [&] {
@@ -258,9 +260,12 @@ void Edit(Report &report, Shop &shop, const Floor &scratch)
             request.good = Shop::Good(code, ++number);
             request.good.AvaBgPrd = 10;
             request.good.CostBgPrd = 1000;
+            request.rowTyped = true;
+            request.rowStore = 1;
+            rows.Begin(0);
             data.CostLevel_Prepare(code, 2);
             data.CreateGoodDetailTempTable();
-            GoodSave(shop.Host(), data).Run(request);
+            GoodSave(shop.Host(), data, rows, details).Run(request);
         },
         [&] {
             scratch.Run("BEGIN IMMEDIATE");

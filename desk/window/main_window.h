@@ -15,6 +15,7 @@ namespace desk {
 
 class HomePage;
 class TChoose_FRM;
+class TOpeningReport_FRM;
 
 /// The desk: menu, toolbar, pages (screens that dock become pages) and the status line.
 class MainWindow : public QMainWindow
@@ -48,6 +49,7 @@ private:
     void NewGood();
     void OpenChoose();
     void OpenDetailTypes();
+    void OpenOpeningStock();
     void OpenEntities(host::TSoftwarePart part);
     void OpenRights();
     void OpenSettings();
@@ -65,6 +67,7 @@ private:
     QLabel *m_user = nullptr;
     QLabel *m_date = nullptr;
     std::unique_ptr<TChoose_FRM> m_choose;
+    std::unique_ptr<TOpeningReport_FRM> m_openingStock;
 };
 
 } // namespace desk

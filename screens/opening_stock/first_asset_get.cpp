@@ -14,7 +14,7 @@ using host::Refused;
 
 namespace {
 
-constexpr QSize WindowSize(520, 300);
+constexpr QSize WindowSize(620, 240);
 constexpr int MessageMilliseconds = 3000;
 
 } // namespace
@@ -89,7 +89,7 @@ void TFirstAsset_Get_FRM::AlignLabels()
     labels << quantityLabels;
     int widest = 0;
     for (const QLabel *label : std::as_const(labels))
-        widest = qMax(widest, label->sizeHint().width());
+        widest = qMax(widest, label->sizeHint().width() + label->fontMetrics().averageCharWidth() * 2);
     for (QLabel *label : std::as_const(labels))
         label->setMinimumWidth(widest);
 }

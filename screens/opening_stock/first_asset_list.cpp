@@ -56,7 +56,7 @@ void TFirstAsset_List_FRM::ShowColumns()
                 << host::GridColumn{u"Unit2"_s, u"واحد 2"_s, 70};
     else
         columns << host::GridColumn{u"Joz"_s, u"م کل"_s, 90, false, ColumnFormat::Quantity};
-    columns << host::GridColumn{u"Comment"_s, u"توضیحات"_s, 180};
+    columns << host::GridColumn{u"Comment"_s, u"توضیحات"_s, 120};
     host::Grid *grid = m_ui->FirstAssetList_GRD;
     grid->SetColumns(columns);
     grid->horizontalHeader()->setStretchLastSection(true);
