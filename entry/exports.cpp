@@ -1,6 +1,9 @@
 #include "entry/exports.h"
 
 #include "entry/module.h"
+#include "gooddetail/opening_texts.h"
+
+#include <array>
 
 using entry::Module;
 
@@ -9,6 +12,25 @@ namespace {
 QString Text(const char16_t *value)
 {
     return value ? QString::fromUtf16(value) : QString();
+}
+
+/// Where a host wants the quantities of a line: results 1 to 7 of a screen.
+using Places = std::array<long double *, 7>;
+
+void Give(const Places &to, const good_detail::DetailLineResult &result)
+{
+    const host::TAmounts &a = result.Amounts;
+    const long double given[] = {
+        a.Amount1, a.Amount2, a.TotalAmount, a.Length, a.Width, a.Amount3, static_cast<long double>(result.Rows)};
+    for (size_t i = 0; i < to.size(); ++i)
+        if (to[i])
+            *to[i] = given[i];
+}
+
+Module::LineDetails EnterDetails(std::int32_t mode, const good_detail::EnterOpening &opening)
+{
+    return Module::Run(
+        [&](Module &module) { return module.EnterDetails(mode, opening.Key, good_detail::Pack(opening)); });
 }
 
 /// The results of the last calls of `Select_Good_Multible` and `Select_DetailTypes_Multible`.
@@ -99,5 +121,70 @@ const char16_t *Select_DetailTypes_Multible(const char16_t *openingText, std::in
             .toStdU16String();
     });
     return chosenDetailTypes.c_str();
+}
+
+std::uint8_t Open_GoodDetail_Enter(std::int32_t mode, std::uint8_t operationType, std::int32_t good,
+                                   const char16_t *reserved, const char16_t *storeName, const char16_t *unitName,
+                                   const char16_t *unit2Name, const char16_t *goodName, long double *amount2,
+                                   long double *amount1, std::int32_t unitType, std::int32_t store,
+                                   std::int32_t operationCode, std::int32_t foreignOperationCode,
+                                   std::int32_t operationRow)
+{
+    const Module::LineDetails details =
+        EnterDetails(mode, {{operationType, good, store, operationRow, foreignOperationCode, unitType},
+                            {Text(goodName), Text(unitName), Text(storeName), Text(unit2Name)},
+                            operationCode,
+                            Text(reserved)});
+    if (details.Opened)
+        Give({amount1, amount2}, details.Result);
+    return details.Opened;
+}
+
+std::uint8_t Open_GoodDetail_Enter_Form(std::int32_t mode, std::uint8_t operationType, std::int32_t good,
+                                        const char16_t *reserved, const char16_t *storeName, const char16_t *unitName,
+                                        const char16_t *unit2Name, const char16_t *goodName, long double *rows,
+                                        long double *amount3, long double *width, long double *length,
+                                        long double *totalAmount, long double *amount2, long double *amount1,
+                                        std::int32_t unitType, std::int32_t store, std::int32_t operationCode,
+                                        std::int32_t foreignOperationCode, std::int32_t operationRow)
+{
+    const Module::LineDetails details =
+        EnterDetails(mode, {{operationType, good, store, operationRow, foreignOperationCode, unitType},
+                            {Text(goodName), Text(unitName), Text(storeName), Text(unit2Name)},
+                            operationCode,
+                            Text(reserved)});
+    if (details.Accepted)
+        Give({amount1, amount2, totalAmount, length, width, amount3, rows}, details.Result);
+    return details.Accepted;
+}
+
+std::uint8_t Open_Enter_GoodDetail(std::int32_t mode, std::uint8_t operationType, std::int32_t good,
+                                   std::uint8_t reserved21, std::uint8_t reserved20, long double wanted,
+                                   const char16_t *storeName, const char16_t *unit2Name, std::int32_t reserved16,
+                                   const char16_t *unitName, std::int32_t reserved14, const char16_t *goodName,
+                                   std::int32_t reserved12, std::int32_t reserved11, std::int32_t reserved10,
+                                   std::int32_t reserved9, std::int32_t isReturn, long double *rows,
+                                   long double *amount3, long double *width, long double *length,
+                                   long double *totalAmount, long double *amount2, long double *amount1,
+                                   std::int32_t unitType, std::int32_t foreignOperationCode, std::int32_t operationRow,
+                                   std::int32_t operationCode, std::int32_t store)
+{
+    const good_detail::EnterLineOpening opening{{operationType, good, store, operationCode, operationRow,
+                                                 foreignOperationCode, unitType, isReturn, reserved9, reserved10,
+                                                 reserved11, reserved12},
+                                                Text(goodName),
+                                                reserved14,
+                                                Text(unitName),
+                                                reserved16,
+                                                Text(unit2Name),
+                                                Text(storeName),
+                                                wanted,
+                                                reserved20,
+                                                reserved21};
+    const Module::LineDetails details = Module::Run(
+        [&](Module &module) { return module.EnterDetails(mode, operationCode, good_detail::Pack(opening), wanted); });
+    if (details.Accepted)
+        Give({amount1, amount2, totalAmount, length, width, amount3, rows}, details.Result);
+    return details.Accepted;
 }
 }

@@ -63,4 +63,41 @@ GOODS_EXPORT void Call_DetailTypes_List();
 GOODS_EXPORT const char16_t *Select_DetailTypes_Multible(const char16_t *openingText, std::int32_t previousCount,
                                                          std::int32_t withCategories, std::uint8_t inList,
                                                          const char16_t *previousCodes);
+
+// Details of goods on a document's line. `mode` 2 opens for new rows, any other value on those that were recorded. The
+// quantities given back are those of all rows of the line: in unit 1, in unit 2, in total, length, width (of all rows,
+// else 0) and the number of pieces (of packed goods: how much is in each package); then the number of rows. Null
+// pointers are passed over. An argument called `reserved` is handed on without a meaning. Unit type 1 to 5; 0 is found
+// from the good. Names that are empty are looked up. When the good or the store does not exist the user is told, 0 is
+// returned and no quantity is written. `long double` is the 80-bit extended number of the x87.
+
+/// Records the details of a line. 1 whenever the screen opened, however it was closed: the quantities are those that
+/// are kept for the line then.
+GOODS_EXPORT std::uint8_t Open_GoodDetail_Enter(std::int32_t mode, std::uint8_t operationType, std::int32_t good,
+                                                const char16_t *reserved, const char16_t *storeName,
+                                                const char16_t *unitName, const char16_t *unit2Name,
+                                                const char16_t *goodName, long double *amount2, long double *amount1,
+                                                std::int32_t unitType, std::int32_t store, std::int32_t operationCode,
+                                                std::int32_t foreignOperationCode, std::int32_t operationRow);
+
+/// The same with all quantities; 1, and quantities, only when the screen was closed with OK.
+GOODS_EXPORT std::uint8_t Open_GoodDetail_Enter_Form(std::int32_t mode, std::uint8_t operationType, std::int32_t good,
+                                                     const char16_t *reserved, const char16_t *storeName,
+                                                     const char16_t *unitName, const char16_t *unit2Name,
+                                                     const char16_t *goodName, long double *rows, long double *amount3,
+                                                     long double *width, long double *length, long double *totalAmount,
+                                                     long double *amount2, long double *amount1, std::int32_t unitType,
+                                                     std::int32_t store, std::int32_t operationCode,
+                                                     std::int32_t foreignOperationCode, std::int32_t operationRow);
+
+/// The same for a line that says whether it is a return (`isReturn` 1, with operation type 4) and how much it is meant
+/// to come to (`wanted`, in unit 1; 0: not said), which the screen shows beside its totals.
+GOODS_EXPORT std::uint8_t Open_Enter_GoodDetail(
+    std::int32_t mode, std::uint8_t operationType, std::int32_t good, std::uint8_t reserved21, std::uint8_t reserved20,
+    long double wanted, const char16_t *storeName, const char16_t *unit2Name, std::int32_t reserved16,
+    const char16_t *unitName, std::int32_t reserved14, const char16_t *goodName, std::int32_t reserved12,
+    std::int32_t reserved11, std::int32_t reserved10, std::int32_t reserved9, std::int32_t isReturn, long double *rows,
+    long double *amount3, long double *width, long double *length, long double *totalAmount, long double *amount2,
+    long double *amount1, std::int32_t unitType, std::int32_t foreignOperationCode, std::int32_t operationRow,
+    std::int32_t operationCode, std::int32_t store);
 }

@@ -2,6 +2,7 @@
 
 #include "detailtypes/detail_types_list.h"
 #include "entry/selection_param.h"
+#include "gooddetail/enter_serial.h"
 #include "host/data/database_error.h"
 #include "host/data/sql_text.h"
 #include "screens/good_editor/good_get.h"
@@ -231,6 +232,17 @@ QString Module::SelectDetailTypes(const QString &openingText, const detail_types
     if (list.ShowModally() != QDialog::Accepted || list.SelectedCodes().isEmpty())
         return {};
     return list.SelectedCodes() + u',';
+}
+
+Module::LineDetails Module::EnterDetails(int mode, int key, const QString &openingText, host::Quantity wanted)
+{
+    const bool anew = mode == static_cast<int>(TFormMode::New);
+    TEnter_Serial_FRM screen(m_host);
+    screen.SetKeyboardLayoutName(m_host.keyboard.GetKeyboardLayoutName());
+    if (wanted > 0)
+        screen.SetWanted(wanted);
+    const int result = screen.OpenText(anew ? QVariant() : key, anew ? TFormMode::New : TFormMode::Edit, openingText);
+    return {!screen.Aborted(), result == QDialog::Accepted, screen.Result()};
 }
 
 int Module::OpenList(TSoftwarePart part)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "detailtypes/detail_type_choice.h"
+#include "gooddetail/detail_line.h"
 #include "host/host.h"
 
 #include <QPointer>
@@ -41,6 +42,17 @@ public:
     void OpenDetailTypes();
     /// The chosen codes, each followed by a comma.
     QString SelectDetailTypes(const QString &openingText, const detail_types::Choice &choice);
+
+    /// What a screen of details made of a document's line.
+    struct LineDetails
+    {
+        bool Opened = false;   ///< it did not give up while opening
+        bool Accepted = false; ///< it was closed with OK
+        good_detail::DetailLineResult Result;
+    };
+    /// Enters details. `mode` 2 opens anew, any other on the key; `wanted` is the exact quantity of the line that the
+    /// opening text tells of.
+    LineDetails EnterDetails(int mode, int key, const QString &openingText, host::Quantity wanted = 0);
 
     /// The host's generic lists.
     int OpenList(host::TSoftwarePart part);

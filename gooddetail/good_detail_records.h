@@ -21,7 +21,8 @@ struct TEnterGoodDetail_Rec
     int OperationCode = 0;
     int OperationRow = 0;
     int ForeignOperationCode = 0;
-    quint8 Tmp = 1; ///< 1 while the document is not saved
+    quint8 Tmp = 1;                                ///< 1 while the document is not saved
+    std::optional<host::TAmounts> Returnable = {}; ///< of a return; what is not given stays as it is
 };
 
 /// What a screen needs to build the input of one detail type. What a kind does not have stays empty.
@@ -36,6 +37,18 @@ struct TGoodDetailData
     int DateType = 0;     ///< 0 Gregorian, 1 solar Hijri
     QString ToggleTitleTrue;
     QString ToggleTitleFalse;
+};
+
+/// The good of a document's line, as the screens of details show it.
+struct TLineGood_Rec
+{
+    bool Found = false;
+    QString Name;
+    int Unit = 0;
+    int Unit2 = 0;              ///< 0: none
+    host::Quantity Formool = 0; ///< units 1 in one unit 2; 0: no formula
+    QString UnitName;
+    QString Unit2Name;
 };
 
 /// The header of a division of details.

@@ -43,6 +43,10 @@ public:
     /// Letters of its title.
     int GetGoodDetailTitleLength(int detailId);
     int GetGoodDetailType(int detailId);
+    /// The name, units and formula of a good.
+    TLineGood_Rec GetLineGood(int goodCode);
+    /// Nothing when there is no such store.
+    std::optional<QString> GetStoreName(int storeCode);
     /// Whether the good is measured by area.
     bool CheckGoodUnit_MetreMoraba(int goodCode);
 
@@ -78,6 +82,8 @@ public:
     void EnterGoodDetailRow_Update(const TEnterGoodDetail_Rec &row);
     /// Removes the working row.
     void EnterGoodDetailRow_Delete(int id);
+    /// The same for several, in blocks of a thousand.
+    void EnterGoodDetailRows_Delete(const QList<int> &ids);
     /// Removes the working rows of a store and kind of document, but for those of the given detail values.
     void EnterGoodDetailRow_DeleteAll(int storeCode, quint8 operationType, const QList<int> &keptValues);
 

@@ -2,6 +2,7 @@
 #include "gooddetail/serial_dm.h"
 #include "host/data/database_error.h"
 #include "host/data/sql_text.h"
+#include "host/data/transaction.h"
 
 #include <QLoggingCategory>
 #include <QUuid>
@@ -146,6 +147,13 @@ void TSerial_DM::WriteRow(const TEnterGoodDetail_Rec &row)
     rows.SetField(u"OperationCode", row.OperationCode);
     rows.SetField(u"OperationRow", row.OperationRow);
     rows.SetField(u"ForeignOperationCode", row.ForeignOperationCode);
+    if (!row.Returnable)
+        return;
+    rows.SetQuantity(u"Amount1_Ret", row.Returnable->Amount1);
+    rows.SetQuantity(u"Amount2_Ret", row.Returnable->Amount2);
+    rows.SetQuantity(u"Length_Ret", row.Returnable->Length);
+    rows.SetQuantity(u"Width_Ret", row.Returnable->Width);
+    rows.SetQuantity(u"Amount3_Ret", row.Returnable->Amount3);
 }
 
 void TSerial_DM::EnterGoodDetailRow_Insert(const TEnterGoodDetail_Rec &row)
@@ -168,7 +176,18 @@ void TSerial_DM::EnterGoodDetailRow_Update(const TEnterGoodDetail_Rec &row)
 
 void TSerial_DM::EnterGoodDetailRow_Delete(int id)
 {
-    host::Exec(m_main, u"DELETE FROM %1 WHERE ID = %2"_s.arg(m_enterTable).arg(id));
+    EnterGoodDetailRows_Delete({id});
+}
+
+void TSerial_DM::EnterGoodDetailRows_Delete(const QList<int> &ids)
+{
+    constexpr qsizetype InBlock = 1000;
+    for (qsizetype at = 0; at < ids.size(); at += InBlock) {
+        QStringList block;
+        for (const int id : ids.mid(at, InBlock))
+            block << QString::number(id);
+        host::Run(m_main, u"DELETE FROM %1 WHERE ID IN (%2)"_s.arg(m_enterTable, block.join(u',')));
+    }
 }
 
 void TSerial_DM::EnterGoodDetailRow_DeleteAll(int storeCode, quint8 operationType, const QList<int> &keptValues)

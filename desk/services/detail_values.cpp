@@ -29,6 +29,16 @@ host::TDetailValues Cleaned(const host::TDetailValues &details)
     return cleaned;
 }
 
+/// No document, saved or not, refers to the row of GoodDetailValues.
+QString Unused()
+{
+    QString unused;
+    for (const QString &table : {u"GoodDetailKardex"_s, u"GoodDetailKardexEnter_Temp"_s, u"GoodDetailDivisionDetail"_s,
+                                 u"GoodDetailDivisionDetailItems"_s})
+        unused += u" AND NOT EXISTS (SELECT 1 FROM %1 AS u WHERE u.DetailValueID = GoodDetailValues.ID)"_s.arg(table);
+    return unused;
+}
+
 QString FindText(int goodCode, const host::TDetailValues &details)
 {
     const QString good = QString::number(goodCode);
@@ -93,11 +103,18 @@ int DetailValues::ResolveDetailValue(int goodCode, const host::TDetailValues &de
 
 bool DetailValues::DeleteUnusedDetailValue(int detailValueId)
 {
-    QString unused;
-    for (const QString &table : {u"GoodDetailKardex"_s, u"GoodDetailKardexEnter_Temp"_s, u"GoodDetailDivisionDetail"_s,
-                                 u"GoodDetailDivisionDetailItems"_s})
-        unused += u" AND NOT EXISTS (SELECT 1 FROM %1 AS u WHERE u.DetailValueID = %2)"_s.arg(table).arg(detailValueId);
-    return host::Exec(m_connection, u"DELETE FROM GoodDetailValues WHERE ID = %1"_s.arg(detailValueId) + unused) > 0;
+    return host::Exec(m_connection, u"DELETE FROM GoodDetailValues WHERE ID = %1"_s.arg(detailValueId) + Unused()) > 0;
+}
+
+void DetailValues::DeleteUnusedDetailValues(const QList<int> &detailValueIds)
+{
+    constexpr qsizetype InBlock = 1000;
+    for (qsizetype at = 0; at < detailValueIds.size(); at += InBlock) {
+        QStringList block;
+        for (const int id : detailValueIds.mid(at, InBlock))
+            block << QString::number(id);
+        host::Run(m_connection, u"DELETE FROM GoodDetailValues WHERE ID IN (%1)"_s.arg(block.join(u',')) + Unused());
+    }
 }
 
 std::optional<host::TKnownDetail> DetailValues::FindByText(int goodCode, const QString &serialOrBarcode)

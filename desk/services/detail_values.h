@@ -17,6 +17,7 @@ public:
     int FindDetailValue(int goodCode, const host::TDetailValues &details) override;
     int ResolveDetailValue(int goodCode, const host::TDetailValues &details) override;
     bool DeleteUnusedDetailValue(int detailValueId) override;
+    void DeleteUnusedDetailValues(const QList<int> &detailValueIds) override;
     std::optional<host::TKnownDetail> FindByText(int goodCode, const QString &serialOrBarcode) override;
     host::DetailOwner SerialOwner(int goodCode, const QString &serial) override;
     host::DetailOwner BarcodeOwner(int goodCode, const QString &barcode) override;

@@ -66,10 +66,21 @@ TSerialBatchResult SerialBatches::EnterSerials(const TSerialBatch &batch)
     result.TooLong = batch.Range && batch.Range->IsTooLong();
     if (result.TooLong)
         return result;
+    const std::function<void()> steps[] = {[&] { Judge(batch); }, [&] { MakeValues(batch); }, [&] { MakeRows(batch); },
+                                           [&] { result = Read(); }};
     host::Transaction transaction(m_connection);
-    Judge(batch);
-    Write(batch);
-    result = Read();
+    int done = 0;
+    for (const auto &step : steps) {
+        step();
+        if (!batch.Progress)
+            continue;
+        host::Exec(m_connection, u"SELECT 1"_s); // sends what waits for the next statement
+        if (!batch.Progress(++done, int(std::size(steps)))) {
+            result = {};
+            result.Cancelled = true;
+            return result;
+        }
+    }
     transaction.Commit();
     return result;
 }
@@ -196,12 +207,6 @@ void SerialBatches::DecideReturn(const TSerialBatch &batch)
     Run(u"UPDATE b SET Fate = %1 FROM #SerialBatch AS b INNER JOIN (SELECT Row, ROW_NUMBER() OVER (ORDER BY Row) AS "
         "Place FROM #SerialBatch WHERE %2) AS p ON p.Row = b.Row WHERE p.Place * %3 > (SELECT Amount1 FROM "
         "#SerialCombination)"_s.arg(Fate(TSerialFate::MoreThanOnHand), Written(), amount));
-}
-
-void SerialBatches::Write(const TSerialBatch &batch)
-{
-    MakeValues(batch);
-    MakeRows(batch);
 }
 
 /// The new values take their places as they come: before their details are written one is as good as another. The

@@ -27,7 +27,6 @@ private:
     void FindReturnable(const host::TSerialBatch &batch);
     void Decide();
     void DecideReturn(const host::TSerialBatch &batch);
-    void Write(const host::TSerialBatch &batch);
     void MakeValues(const host::TSerialBatch &batch);
     void MakeRows(const host::TSerialBatch &batch);
     host::TSerialBatchResult Read();

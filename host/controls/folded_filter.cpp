@@ -12,7 +12,8 @@ namespace {
 
 bool IsNumeric(ColumnFormat format)
 {
-    return format == ColumnFormat::Code || format == ColumnFormat::Quantity || format == ColumnFormat::Price;
+    return format == ColumnFormat::Code || format == ColumnFormat::Quantity || format == ColumnFormat::Amount ||
+           format == ColumnFormat::Price;
 }
 
 /// In a search over all columns, amounts would answer nearly every number that is typed.

@@ -10,6 +10,7 @@ enum class ColumnFormat {
     Text,     ///< as stored; searched by words
     Code,     ///< a whole number without grouping; searched by its first digits
     Quantity, ///< a number, grouped, without trailing zeros; searched by its first digits
+    Amount,   ///< a number as documents write it: "#0.####;#0.####-;0"; searched as Quantity
     Price,    ///< as Quantity, searched in the price edit
     Flag,     ///< ✓ for anything but 0 and empty
     Date,     ///< date and time texts, in Persian digits; searched by words

@@ -380,6 +380,10 @@ QString GridModel::Shown(const QVariant &value, ColumnFormat format) const
         if (const auto quantity = ParseQuantity(text))
             return DisplayNumber(QuantityToText(*quantity, 4));
         return text;
+    case ColumnFormat::Amount:
+        if (const auto quantity = ParseQuantity(text))
+            return DisplayAmount(*quantity);
+        return text;
     case ColumnFormat::Price:
         return DisplayNumber(TrimDecimal(text));
     case ColumnFormat::Date:

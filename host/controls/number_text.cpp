@@ -1,7 +1,6 @@
 #include "host/controls/number_text.h"
 
 #include "host/data/persian_text.h"
-#include "host/data/quantity.h"
 
 namespace host {
 
@@ -68,6 +67,14 @@ QString DisplayNumber(const QString &plain, bool grouped)
     text = PersianDigits(text);
     // Without a mark the sign of a number in a Persian line would stand behind it.
     return text.startsWith(u'-') ? QChar(u'\u200e') + text : text;
+}
+
+QString DisplayAmount(Quantity amount)
+{
+    constexpr int Decimals = 4;
+    const QString text = DisplayNumber(QuantityToText(amount < 0 ? -amount : amount, Decimals), false);
+    // The marks keep the sign behind the number in a line from right to left, too.
+    return amount < 0 && text != u"۰" ? QChar(u'\u200e') + text + u'-' + QChar(u'\u200e') : text;
 }
 
 } // namespace host

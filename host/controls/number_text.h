@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/data/quantity.h"
 #include "host/host_export.h"
 
 #include <QString>
@@ -23,5 +24,9 @@ HOST_EXPORT QString GroupedNumber(const QString &plain);
 /// Numbers are shown in Persian digits, with '٬' between groups and '٫' before decimals, wherever they are read
 /// and not typed: grids, labels, edits without the focus. `grouped` puts the marks between thousands.
 HOST_EXPORT QString DisplayNumber(const QString &plain, bool grouped = true);
+
+/// An amount of details as documents write it, "#0.####;#0.####-;0": at most four decimals, the sign behind the number,
+/// no marks between thousands.
+HOST_EXPORT QString DisplayAmount(Quantity amount);
 
 } // namespace host

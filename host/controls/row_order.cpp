@@ -12,8 +12,8 @@ namespace {
 
 bool IsNumber(ColumnFormat format)
 {
-    return format == ColumnFormat::Code || format == ColumnFormat::Quantity || format == ColumnFormat::Price ||
-           format == ColumnFormat::Flag;
+    return format == ColumnFormat::Code || format == ColumnFormat::Quantity || format == ColumnFormat::Amount ||
+           format == ColumnFormat::Price || format == ColumnFormat::Flag;
 }
 
 template <typename Key> std::vector<int> Order(const std::vector<Key> &keys, Qt::SortOrder order)

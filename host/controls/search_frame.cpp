@@ -103,7 +103,7 @@ void SearchFrame::ColumnChosen()
     QLineEdit *edit = m_text;
     if (format == ColumnFormat::Price)
         edit = m_price;
-    else if (format == ColumnFormat::Code || format == ColumnFormat::Quantity)
+    else if (format == ColumnFormat::Code || format == ColumnFormat::Quantity || format == ColumnFormat::Amount)
         edit = m_number;
     if (m_edits->currentWidget() != edit) {
         const bool focused = m_edits->currentWidget() && m_edits->currentWidget()->hasFocus();

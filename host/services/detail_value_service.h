@@ -36,6 +36,8 @@ public:
     virtual int ResolveDetailValue(int goodCode, const TDetailValues &details) = 0;
     /// Forgets a detail value that no document, saved or not, refers to. True when it went.
     virtual bool DeleteUnusedDetailValue(int detailValueId) = 0;
+    /// The same for many, in blocks of a thousand: for rows of an enter screen that are given up.
+    virtual void DeleteUnusedDetailValues(const QList<int> &detailValueIds) = 0;
     /// The detail value of the good that carries this serial or barcode, one on hand before one that is not.
     virtual std::optional<TKnownDetail> FindByText(int goodCode, const QString &serialOrBarcode) = 0;
     /// Other goods come before this good: a text may be found with both.

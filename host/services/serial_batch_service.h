@@ -2,6 +2,8 @@
 
 #include "host/services/good_detail_records.h"
 
+#include <functional>
+
 namespace host {
 
 /// Serials that are plain numbers, both ends included.
@@ -27,6 +29,8 @@ struct TSerialBatch
     TDetailValues Details; ///< the first is the serial's; its value counts when there is no range
     TAmounts Amounts;      ///< of each serial
     std::optional<TSerialRange> Range;
+    /// Told after each step of writing; false gives the batch up, and nothing of it stays. None: nobody waits for it.
+    std::function<bool(int done, int steps)> Progress = {};
 };
 
 /// What becomes of a serial, in the order in which it is asked.
@@ -54,6 +58,7 @@ struct TSerialBatchResult
     };
 
     bool TooLong = false; ///< the range was refused, nothing was looked at
+    bool Cancelled = false; ///< given up by Progress
     int Written = 0;
     QList<Left> left; ///< those that were not written, and why
 

@@ -158,6 +158,7 @@ struct FakeDetailValues : host::DetailValueService
     int FindDetailValue(int, const host::TDetailValues &) override { return value; }
     int ResolveDetailValue(int, const host::TDetailValues &) override { return value; }
     bool DeleteUnusedDetailValue(int id) override { return !(deleted << id).isEmpty(); }
+    void DeleteUnusedDetailValues(const QList<int> &ids) override { deleted << ids; }
     std::optional<host::TKnownDetail> FindByText(int, const QString &text) override
     {
         return known.contains(text) ? std::optional(known.value(text)) : std::nullopt;

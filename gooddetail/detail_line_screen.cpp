@@ -1,0 +1,389 @@
+#include "gooddetail/detail_line_screen.h"
+
+#include "host/controls/date_edit.h"
+#include "host/controls/display_edit.h"
+#include "host/controls/number_text.h"
+#include "host/controls/numeric_edit.h"
+#include "host/look/theme.h"
+#include "rules/unit_arithmetic.h"
+#include "screens/shared/leave_watch.h"
+#include "ui_detail_line_panel.h"
+
+#include <QLabel>
+
+using namespace Qt::StringLiterals;
+
+using host::TFormMode;
+using host::TSoftwarePart;
+
+namespace good_detail {
+
+namespace {
+
+constexpr int DetailWidth = 130; // pixels at 100 %
+constexpr int AmountWidth = 120;
+
+} // namespace
+
+TDetailLine_FRM::TDetailLine_FRM(host::Host &host, InputMode mode)
+    : TBaseGet_FRM(host, TSoftwarePart::GoodDetails), m_data(host), m_mode(mode),
+      m_panel(std::make_unique<Ui::DetailLinePanel>()), m_totals(new QLabel(this)), m_status(new QLabel(this))
+{
+    m_totals->setObjectName(u"Totals_LBL"_s);
+    m_totals->setTextFormat(Qt::PlainText);
+    m_status->setObjectName(u"Status_LBL"_s);
+    m_status->setTextFormat(Qt::PlainText);
+    m_status->setWordWrap(true);
+    AdoptFooter(m_totals);
+}
+
+TDetailLine_FRM::~TDetailLine_FRM() = default;
+
+void TDetailLine_FRM::SetUpPanel(QWidget *place)
+{
+    auto *panel = new QWidget(place);
+    m_panel->setupUi(panel);
+    place->layout()->addWidget(panel);
+    place->layout()->addWidget(m_status);
+    m_amounts = {m_panel->Amount1_EDT, m_panel->Amount2_EDT, m_panel->Amount3_EDT, m_panel->Amount4_EDT};
+    m_captions = {m_panel->Amount1_LBL, m_panel->Amount2_LBL, m_panel->Amount3_LBL, m_panel->Amount4_LBL};
+    m_panel->Barcode_RD->hide();
+    for (QLabel *caption : {m_panel->Good_LBL, m_panel->Store_LBL, m_panel->UnitCaption_LBL, m_panel->Unit2Caption_LBL})
+        caption->setProperty("soft", true);
+    connect(m_panel->MultiSerial_RD, &QRadioButton::toggled, this, &TDetailLine_FRM::ShowSerialChoice);
+    BindAmounts();
+    BindKeyboard();
+}
+
+// Opening -----------------------------------------------------------------------------------------------------------
+
+int TDetailLine_FRM::OpenLine(const DetailLineOpening &opening)
+{
+    m_given = opening;
+    return Open(opening.Line.OperationCode, opening.Mode);
+}
+
+int TDetailLine_FRM::OpenText(const QVariant &key, TFormMode mode, const QString &text)
+{
+    m_given.reset();
+    return Open(key, mode, text);
+}
+
+void TDetailLine_FRM::Prepare()
+{
+    Begin();
+}
+
+void TDetailLine_FRM::Load()
+{
+    Begin();
+}
+
+void TDetailLine_FRM::Begin()
+{
+    const std::optional<DetailLineOpening> opening =
+        m_given ? std::exchange(m_given, {}) : ParseOpening(ParameterText());
+    if (!opening) {
+        RefuseOpening(host::Warning(nullptr, u"کاربر گرامی اطلاعات سطر سند برای نمایش جزییات کالا نادرست می باشد"_s));
+        return;
+    }
+    m_opening = *opening;
+    if (const auto wanted = std::exchange(m_wanted, {}); wanted && m_opening.Wanted)
+        m_opening.Wanted->Amount1 = *wanted;
+    m_line = m_opening.Line;
+    m_result = {};
+    if (!FindGood() || !FindStore())
+        return;
+    Inputs().Build(m_data, m_line.GoodCode, m_mode);
+    ShowHeader();
+    ShowAmountInputs();
+    ShowStatus({});
+    BeginLine();
+    WatchChanges();
+}
+
+bool TDetailLine_FRM::FindGood()
+{
+    const TLineGood_Rec good = m_data.GetLineGood(m_line.GoodCode);
+    if (!good.Found)
+        return !RefuseOpening(host::RecordGone(u"کالا"_s));
+    const auto fill = [](QString &name, const QString &known) {
+        if (name.isEmpty())
+            name = known;
+    };
+    fill(m_opening.GoodName, good.Name);
+    fill(m_opening.UnitName, good.UnitName);
+    fill(m_opening.Unit2Name, good.Unit2Name);
+    const host::TSettingRecord &settings = m_host.settings.SettingRecord();
+    m_ratio = {good.Formool, settings.IntegerUnits};
+    if (m_line.UnitType < OneUnit || m_line.UnitType > Area)
+        m_line.UnitType = UnitTypeOf(
+            {settings.SquareMetreGoods && settings.SquareMetreUnit != 0 && good.Unit == settings.SquareMetreUnit,
+             settings.TwoUnitGoods, settings.TwoUnitVariableRatio, good.Unit2 != 0, good.Formool > 0});
+    return true;
+}
+
+bool TDetailLine_FRM::FindStore()
+{
+    const std::optional<QString> name = m_data.GetStoreName(m_line.StoreCode);
+    if (!name)
+        return !RefuseOpening(host::RecordGone(u"انبار"_s));
+    if (m_opening.StoreName.isEmpty())
+        m_opening.StoreName = *name;
+    return true;
+}
+
+void TDetailLine_FRM::FormClose()
+{
+    m_given.reset();
+}
+
+QString TDetailLine_FRM::UnitName() const
+{
+    return m_opening.UnitName;
+}
+
+QString TDetailLine_FRM::Unit2Name() const
+{
+    return m_opening.Unit2Name;
+}
+
+DetailInputs &TDetailLine_FRM::Inputs() const
+{
+    return *m_panel->DetailTypes_FP;
+}
+
+bool TDetailLine_FRM::HasSerial() const
+{
+    return Inputs().SerialPlace() >= 0;
+}
+
+bool TDetailLine_FRM::HasBarcode() const
+{
+    return Inputs().BarcodePlace() >= 0;
+}
+
+bool TDetailLine_FRM::IsRange() const
+{
+    return HasSerial() && m_panel->MultiSerial_RD->isChecked();
+}
+
+QWidget *TDetailLine_FRM::FirstControl() const
+{
+    if (HasSerial())
+        return IsRange() ? m_panel->SerialFrom_EDT : m_panel->Serial_EDT;
+    if (HasBarcode())
+        return m_panel->Barcode_EDT;
+    return Inputs().First() ? Inputs().First() : m_panel->Amount1_EDT;
+}
+
+void TDetailLine_FRM::ShowHeader()
+{
+    m_panel->GoodName_LBL->setText(m_opening.GoodName);
+    m_panel->StoreName_LBL->setText(m_opening.StoreName);
+    m_panel->Unit_LBL->setText(m_opening.UnitName);
+    m_panel->Unit2_LBL->setText(m_opening.Unit2Name);
+    const bool second = m_line.UnitType >= TwoUnits && m_line.UnitType <= TotalAndPart;
+    m_panel->Unit2Caption_LBL->setVisible(second);
+    m_panel->Unit2_LBL->setVisible(second);
+    m_panel->Serial_PNL->setVisible(HasSerial());
+    m_panel->Barcode_PNL->setVisible(HasBarcode());
+    m_panel->Serial_RD->setChecked(true);
+    m_panel->Serial_EDT->setText({});
+    m_panel->SerialFrom_EDT->setText(u"0"_s);
+    m_panel->SerialTo_EDT->setText(u"0"_s);
+    m_panel->Barcode_EDT->setText({});
+    ShowSerialChoice();
+}
+
+/// Of the single serial and the range only the chosen one can be typed into.
+void TDetailLine_FRM::ShowSerialChoice()
+{
+    const bool range = m_panel->MultiSerial_RD->isChecked();
+    m_panel->Serial_EDT->setEnabled(!range);
+    m_panel->SerialFrom_EDT->setEnabled(range);
+    m_panel->SerialTo_EDT->setEnabled(range);
+    if (!IsLoading() && isVisible())
+        (range ? m_panel->SerialFrom_EDT : m_panel->Serial_EDT)->setFocus(Qt::OtherFocusReason);
+}
+
+void TDetailLine_FRM::BindKeyboard()
+{
+    const auto load = [this](const char16_t *layout) {
+        if (m_host.settings.SettingRecord().AutoKeyboard)
+            m_host.keyboard.LoadKeyboardLayout(QString::fromUtf16(layout));
+    };
+    for (QWidget *edit : std::initializer_list<QWidget *>{m_panel->Serial_EDT, m_panel->SerialFrom_EDT,
+                                                          m_panel->SerialTo_EDT, m_panel->Barcode_EDT}) {
+        goods::OnEnter(edit, [load] { load(host::KeyboardService::English); });
+        goods::OnLeave(edit, goods::RuleTime::AtOnce, [load] { load(host::KeyboardService::Persian); });
+    }
+}
+
+// Amounts -----------------------------------------------------------------------------------------------------------
+
+void TDetailLine_FRM::ShowAmountInputs()
+{
+    m_layout = AmountInputsOf(m_line.UnitType, m_opening.Unit2Name);
+    for (size_t i = 0; i < m_amounts.size(); ++i) {
+        const bool used = i < static_cast<size_t>(m_layout.size());
+        m_amounts[i]->setVisible(used);
+        m_captions[i]->setVisible(used);
+        if (used)
+            m_captions[i]->setText(m_layout[static_cast<int>(i)].Caption);
+    }
+    ClearAmounts();
+}
+
+void TDetailLine_FRM::BindAmounts()
+{
+    for (size_t i = 0; i < m_amounts.size(); ++i)
+        goods::OnChanged(m_amounts[i], goods::RuleTime::AtOnce, [this, i] { Recompute(static_cast<int>(i)); });
+}
+
+TypedAmounts TDetailLine_FRM::Typed() const
+{
+    TypedAmounts typed{};
+    for (size_t i = 0; i < static_cast<size_t>(m_layout.size()); ++i)
+        typed[i] = m_amounts[i]->Number();
+    return typed;
+}
+
+void TDetailLine_FRM::ShowTyped(const TypedAmounts &typed)
+{
+    for (size_t i = 0; i < m_amounts.size(); ++i) {
+        if (m_amounts[i]->IsEmpty() || !goods::SameQuantity(m_amounts[i]->Number(), typed[i]))
+            m_amounts[i]->SetNumber(typed[i]);
+        m_amounts[i]->setModified(false);
+    }
+}
+
+void TDetailLine_FRM::Recompute(int changed)
+{
+    ShowTyped(Recomputed(m_line.UnitType, Typed(), changed, m_ratio));
+}
+
+void TDetailLine_FRM::TakeTyped()
+{
+    for (host::NumericEdit *edit : m_amounts)
+        goods::LeaveNow(edit);
+}
+
+host::TAmounts TDetailLine_FRM::Amounts()
+{
+    TakeTyped();
+    return AmountsOf(m_line.UnitType, Typed(), m_ratio);
+}
+
+void TDetailLine_FRM::ShowAmounts(const host::TAmounts &amounts)
+{
+    ShowTyped(TypedOf(m_line.UnitType, amounts, m_ratio));
+}
+
+void TDetailLine_FRM::ClearAmounts()
+{
+    ShowTyped({});
+}
+
+host::NumericEdit *TDetailLine_FRM::AmountEdit(AmountPart part) const
+{
+    for (int i = 0; i < m_layout.size(); ++i)
+        if (m_layout[i].Part == part)
+            return m_amounts[static_cast<size_t>(i)];
+    return nullptr;
+}
+
+QString TDetailLine_FRM::AmountCaption(AmountPart part) const
+{
+    for (const AmountInput &input : m_layout)
+        if (input.Part == part)
+            return PlainCaption(input.Caption);
+    return {};
+}
+
+host::Refused TDetailLine_FRM::AmountMissing()
+{
+    TakeTyped();
+    for (const AmountInput &input : std::as_const(m_layout)) {
+        if (input.Part == AmountPart::Big || input.Part == AmountPart::Small)
+            continue;
+        host::NumericEdit *edit = AmountEdit(input.Part);
+        if (edit->Number() <= 0)
+            return host::Refusal{edit, [caption = PlainCaption(input.Caption)](host::MessageService &messages) {
+                                     messages.NotZeroValue(caption);
+                                 }};
+    }
+    return {};
+}
+
+host::NumericEdit *TDetailLine_FRM::LastAmount() const
+{
+    return m_amounts[static_cast<size_t>(m_layout.size()) - 1];
+}
+
+// Rows --------------------------------------------------------------------------------------------------------------
+
+QList<host::GridColumn> TDetailLine_FRM::DetailColumns() const
+{
+    QList<host::GridColumn> columns;
+    for (int place = 0; place < host::MostDetails; ++place) {
+        const TGoodDetailData &data = Inputs().Data(place);
+        const QString title = place == Inputs().SerialPlace()    ? u"سریال"_s
+                              : place == Inputs().BarcodePlace() ? u"بارکد"_s
+                              : data.Found                       ? data.Title
+                                                                 : u"جزییات %1"_s.arg(place + 1);
+        columns << host::GridColumn{u"DetailTitle%1"_s.arg(place + 1), title,     DetailWidth, !data.Found,
+                                    host::ColumnFormat::Text,          data.Found};
+    }
+    return columns;
+}
+
+QList<host::GridColumn> TDetailLine_FRM::AmountColumns(const QString &suffix, const QString &ending) const
+{
+    QList<host::GridColumn> columns;
+    for (const AmountColumn &column : AmountColumnsOf(m_line.UnitType, m_opening.UnitName, m_opening.Unit2Name))
+        columns << host::GridColumn{column.Field + suffix, column.Title + ending, AmountWidth, false,
+                                    host::ColumnFormat::Amount};
+    return columns;
+}
+
+host::TAmounts TDetailLine_FRM::AmountsAt(const host::Dataset &rows, const QString &suffix)
+{
+    const auto amount = [&](const char16_t *field) { return rows.QuantityField(QString::fromUtf16(field) + suffix); };
+    return {amount(u"Amount1"), amount(u"Amount2"), amount(u"TotalAmount"),
+            amount(u"Length"),  amount(u"Width"),   amount(u"Amount3")};
+}
+
+void TDetailLine_FRM::ShowTotals(const DetailLineResult &result)
+{
+    m_result = result;
+    const auto number = [](host::Quantity amount) { return host::DisplayAmount(amount); };
+    const host::Quantity sum = result.Amounts.Amount1;
+    QString text = u"سطرها: %1    مقدار: %2"_s.arg(number(result.Rows), number(sum));
+    bool differs = false;
+    if (m_opening.Wanted) {
+        const host::Quantity wanted = m_opening.Wanted->Amount1;
+        const host::Quantity left = goods::RoundedQuantity(wanted - sum);
+        differs = !goods::SameQuantity(wanted, sum);
+        text += u" از "_s + number(wanted);
+        if (differs)
+            text += (left > 0 ? u"    مانده: %1"_s : u"    اضافه: %1"_s).arg(number(left < 0 ? -left : left));
+    }
+    if (m_line.UnitType == TwoUnits || m_line.UnitType == Packed)
+        text += u"    %1: %2"_s.arg(m_opening.Unit2Name, number(result.Amounts.Amount2));
+    else if (m_line.UnitType == Area)
+        text += u"    تعداد: %1"_s.arg(number(result.Amounts.Amount3));
+    m_totals->setText(text);
+    m_totals->setProperty("fault", differs);
+    host::theme::Repolish(m_totals);
+}
+
+void TDetailLine_FRM::ShowStatus(const QString &text, bool fault)
+{
+    m_status->setText(text);
+    m_status->setVisible(!text.isEmpty());
+    m_status->setProperty("fault", fault);
+    host::theme::Repolish(m_status);
+}
+
+} // namespace good_detail

@@ -1,0 +1,303 @@
+#include "gooddetail/enter_rows.h"
+
+#include "gooddetail/amount_entry.h"
+#include "gooddetail/enter_texts.h"
+#include "host/data/transaction.h"
+
+#include <QSet>
+
+using namespace Qt::StringLiterals;
+
+namespace good_detail {
+
+using host::TAmounts;
+using host::TSerialFate;
+
+TAmounts RowAmounts(const host::Dataset &rows, int row, const QString &suffix)
+{
+    const auto amount = [&](const char16_t *field) {
+        const QString text = rows.FieldAt(row, QString(QString::fromUtf16(field) + suffix)).toString();
+        return host::QuantityFromText(text);
+    };
+    const bool whole = suffix != u"_Ret";
+    return {amount(u"Amount1"), amount(u"Amount2"), whole ? amount(u"TotalAmount") : 0,
+            amount(u"Length"),  amount(u"Width"),   amount(u"Amount3")};
+}
+
+EnterRows::EnterRows(host::Host &host, TSerial_DM &data, const host::TDocumentLine &line, int serialPlace,
+                     std::function<QString(AmountPart)> captions)
+    : m_host(host), m_data(data), m_line(line), m_serialPlace(serialPlace), m_captions(std::move(captions))
+{}
+
+void EnterRows::Load()
+{
+    m_data.EnterGoodDetail_Open();
+    m_host.detailMovements.EnterGoodDetails_Load(m_data.EnterGoodDetail_Table(), m_line);
+    m_data.EnterGoodDetail_Refresh();
+}
+
+bool EnterRows::HasSerial(const EnterRow &row) const
+{
+    return m_serialPlace >= 0 && !row.Details.Values[static_cast<size_t>(m_serialPlace)].isEmpty();
+}
+
+std::optional<EnterRefusal> EnterRows::Store(const EnterRow &row)
+{
+    Refused refused;
+    try {
+        host::Transaction transaction(m_data.Connection());
+        refused = row.EditedID == 0 ? Add(row) : Change(row);
+        if (!refused) {
+            transaction.Commit();
+            return refused;
+        }
+    } catch (...) {
+        m_data.EnterGoodDetail_QRY.Close(); // what it holds may be undone; the next use reads anew
+        throw;
+    }
+    if (row.EditedID != 0)
+        m_data.EnterGoodDetail_Refresh();
+    return refused;
+}
+
+std::optional<EnterRefusal> EnterRows::Add(const EnterRow &row)
+{
+    if (HasSerial(row))
+        return AddSerial(row);
+    auto &values = m_host.detailValues;
+    const int value = m_line.IsReturn ? values.FindDetailValue(m_line.GoodCode, row.Details)
+                                      : values.ResolveDetailValue(m_line.GoodCode, row.Details);
+    if (const int same = value == 0 ? 0 : SameRow(value, row.Amounts))
+        return Merge(same, row);
+    if (Refused refused = JudgeReturn(row, value))
+        return refused;
+    return Write(row, value);
+}
+
+std::optional<EnterRefusal> EnterRows::AddSerial(const EnterRow &row)
+{
+    const host::TSerialBatchResult judged = m_host.serialBatches.JudgeSerials(Batch(row));
+    // Of a good in pieces there is one piece with a serial; of another, more of the same roll or batch may come in.
+    if (!judged.left.isEmpty() && judged.left.first().Fate == TSerialFate::InLine &&
+        judged.left.first().WorkingRow != 0 && !m_line.IsReturn && m_line.UnitType != OneUnit)
+        return Merge(judged.left.first().WorkingRow, row);
+    if (Refused refused = Fated(judged))
+        return refused;
+    return Write(row, m_host.detailValues.ResolveDetailValue(m_line.GoodCode, row.Details));
+}
+
+std::optional<EnterRefusal> EnterRows::Fated(const host::TSerialBatchResult &judged) const
+{
+    if (judged.left.isEmpty())
+        return {};
+    const TSerialFate fate = judged.left.first().Fate;
+    return EnterRefusal{texts::Fate(fate, m_line.IsReturn), {}, fate == TSerialFate::InLine && !m_line.IsReturn};
+}
+
+std::optional<EnterRefusal> EnterRows::JudgeReturn(const EnterRow &row, int valueId)
+{
+    if (!m_line.IsReturn)
+        return {};
+    if (valueId == 0)
+        return EnterRefusal{texts::NotSold, {}};
+    const TAmounts left = m_host.detailMovements.Returnable(m_line, valueId);
+    if (left.Amount1 <= 0)
+        return EnterRefusal{texts::NothingOnHand, {}};
+    if (Refused refused = Exceeds(row.Amounts, left))
+        return EnterRefusal{texts::MoreThanOnHand, refused->Part};
+    return {};
+}
+
+std::optional<EnterRefusal> EnterRows::Exceeds(const TAmounts &sum, const TAmounts &returnable) const
+{
+    const auto composed = [this](AmountPart part) {
+        const QString caption = m_captions(part);
+        return u"کاربر گرامی مقدار "_s + caption + u" وارد شده بیشتر از مقدار "_s + caption + u" قابل برگشت می باشد."_s;
+    };
+    const bool first = sum.Amount1 > returnable.Amount1;
+    const bool second = sum.Amount2 > returnable.Amount2;
+    switch (m_line.UnitType) {
+    case TwoUnits:
+        if (!first && second)
+            return EnterRefusal{texts::SecondMoreThanReturnable, AmountPart::Amount2};
+        break;
+    case Packed:
+        if (first || second) {
+            const AmountPart part = first ? AmountPart::Amount1 : AmountPart::Amount2;
+            return EnterRefusal{composed(part), part};
+        }
+        break;
+    case Area:
+        if (sum.Amount3 > returnable.Amount3)
+            return EnterRefusal{texts::CountMoreThanReturnable, AmountPart::Amount3};
+        break;
+    default:
+        break;
+    }
+    return first ? Refused(EnterRefusal{texts::MoreThanReturnable, AmountPart::Amount1}) : std::nullopt;
+}
+
+/// The row of the line with this detail value and the same measures; 0 when there is none.
+int EnterRows::SameRow(int valueId, const TAmounts &amounts) const
+{
+    const host::Dataset &rows = m_data.EnterGoodDetail_QRY;
+    for (int i = 0; i < rows.RecordCount(); ++i)
+        if (rows.FieldAt(i, u"DetailValueID").toInt() == valueId &&
+            SameMeasures(m_line.UnitType, RowAmounts(rows, i), amounts))
+            return rows.FieldAt(i, u"ID").toInt();
+    return 0;
+}
+
+std::optional<EnterRefusal> EnterRows::Merge(int id, const EnterRow &row)
+{
+    std::optional<TEnterGoodDetail_Rec> existing = Row(id);
+    if (!existing)
+        return EnterRefusal{texts::NoDetailValue, {}};
+    if (!SameMeasures(m_line.UnitType, existing->Amounts, row.Amounts))
+        return Write(row, existing->DetailValueID);
+    existing->Amounts = Added(m_line.UnitType, existing->Amounts, row.Amounts);
+    if (m_line.IsReturn && existing->Returnable)
+        if (Refused refused = Exceeds(existing->Amounts, *existing->Returnable))
+            return refused;
+    m_data.EnterGoodDetailRow_Update(*existing);
+    return {};
+}
+
+std::optional<EnterRefusal> EnterRows::Write(const EnterRow &row, int valueId)
+{
+    if (valueId == 0)
+        return EnterRefusal{texts::NoDetailValue, {}};
+    TEnterGoodDetail_Rec record = Record(row, valueId);
+    if (m_line.IsReturn) {
+        const TAmounts left = m_host.detailMovements.Returnable(m_line, valueId);
+        if (left.Amount1 > 0)
+            record.Returnable = left;
+    }
+    if (row.EditedID == 0)
+        m_data.EnterGoodDetailRow_Insert(record);
+    else
+        m_data.EnterGoodDetailRow_Update(record);
+    return {};
+}
+
+/// The value that the row had is given up first, so that the edited combination is judged as a new one.
+std::optional<EnterRefusal> EnterRows::Change(const EnterRow &row)
+{
+    const std::optional<TEnterGoodDetail_Rec> former = Row(row.EditedID);
+    if (!former)
+        return EnterRefusal{texts::NoDetailValue, {}};
+    auto &values = m_host.detailValues;
+    const int found = values.FindDetailValue(m_line.GoodCode, row.Details);
+    if (found == former->DetailValueID) {
+        if (m_line.IsReturn && former->Returnable)
+            if (Refused refused = Exceeds(row.Amounts, *former->Returnable))
+                return refused;
+        return Write(row, found);
+    }
+    TEnterGoodDetail_Rec empty = *former;
+    empty.DetailValueID = 0;
+    empty.Amounts = {};
+    m_data.EnterGoodDetailRow_Update(empty);
+    values.DeleteUnusedDetailValue(former->DetailValueID);
+    const Refused refused = HasSerial(row) ? Fated(m_host.serialBatches.JudgeSerials(Batch(row)))
+                                           : JudgeReturn(row, values.FindDetailValue(m_line.GoodCode, row.Details));
+    return refused ? refused : Write(row, values.ResolveDetailValue(m_line.GoodCode, row.Details));
+}
+
+host::TSerialBatch EnterRows::Batch(const EnterRow &row, const std::optional<host::TSerialRange> &range) const
+{
+    return {m_data.EnterGoodDetail_Table(), m_line, row.Details, row.Amounts, range};
+}
+
+TEnterGoodDetail_Rec EnterRows::Record(const EnterRow &row, int valueId) const
+{
+    TEnterGoodDetail_Rec record;
+    record.ID = row.EditedID;
+    record.DetailValueID = valueId;
+    record.StoreCode = m_line.StoreCode;
+    record.GoodCode = m_line.GoodCode;
+    record.DetailTitle = row.Details.Values;
+    record.Amounts = row.Amounts;
+    record.OperationType = m_line.OperationType;
+    record.OperationCode = m_line.OperationCode;
+    record.OperationRow = m_line.OperationRow;
+    record.ForeignOperationCode = m_line.ForeignOperationCode;
+    return record;
+}
+
+std::optional<TEnterGoodDetail_Rec> EnterRows::Row(int id)
+{
+    host::Dataset &rows = m_data.EnterGoodDetail_QRY;
+    if (!rows.IsOpen())
+        rows.Open();
+    if (!rows.Locate(u"ID", id))
+        return std::nullopt;
+    const int at = rows.CurrentRow();
+    TEnterGoodDetail_Rec record = Record({{}, RowAmounts(rows, at), id}, rows.IntField(u"DetailValueID"));
+    for (size_t i = 0; i < record.DetailTitle.size(); ++i)
+        record.DetailTitle[i] = rows.TextField(QString(u"DetailTitle%1"_s.arg(i + 1)));
+    if (m_line.IsReturn && !rows.Field(u"Amount1_Ret").isNull())
+        record.Returnable = RowAmounts(rows, at, u"_Ret"_s);
+    return record;
+}
+
+bool EnterRows::IsReturned(int id)
+{
+    const std::optional<TEnterGoodDetail_Rec> row = Row(id);
+    return row && m_host.detailMovements.IsReturned(m_line, row->DetailValueID);
+}
+
+QList<int> EnterRows::Values() const
+{
+    const host::Dataset &rows = m_data.EnterGoodDetail_QRY;
+    QList<int> values;
+    values.reserve(rows.RecordCount());
+    for (int i = 0; i < rows.RecordCount(); ++i)
+        values << rows.FieldAt(i, u"DetailValueID").toInt();
+    return values;
+}
+
+/// Afterwards the rows are read, and detail values that only the rows taken out had are forgotten.
+void EnterRows::TakeOut(const std::function<void()> &statements)
+{
+    const QList<int> before = Values();
+    QSet<int> gone(before.cbegin(), before.cend());
+    host::Transaction transaction(m_data.Connection());
+    statements();
+    m_data.EnterGoodDetail_Refresh();
+    const QList<int> left = Values();
+    m_host.detailValues.DeleteUnusedDetailValues(gone.subtract(QSet<int>(left.cbegin(), left.cend())).values());
+    transaction.Commit();
+}
+
+bool EnterRows::Remove(const QList<int> &ids)
+{
+    const QList<int> returned = m_host.detailMovements.ReturnedDetailValues(m_line);
+    QList<int> gone;
+    for (const int id : ids) {
+        const std::optional<TEnterGoodDetail_Rec> row = Row(id);
+        if (row && !returned.contains(row->DetailValueID))
+            gone << id;
+    }
+    TakeOut([&] { m_data.EnterGoodDetailRows_Delete(gone); });
+    return gone.size() == ids.size();
+}
+
+bool EnterRows::RemoveAll()
+{
+    const QList<int> returned = m_host.detailMovements.ReturnedDetailValues(m_line);
+    TakeOut([&] { m_data.EnterGoodDetailRow_DeleteAll(m_line.StoreCode, m_line.OperationType, returned); });
+    return m_data.EnterGoodDetail_QRY.IsEmpty();
+}
+
+void EnterRows::Keep()
+{
+    m_host.detailMovements.EnterGoodDetails_Keep(m_data.EnterGoodDetail_Table(), m_line);
+}
+
+void EnterRows::GiveUp()
+{
+    m_host.detailValues.DeleteUnusedDetailValues(Values());
+}
+
+} // namespace good_detail

@@ -1,0 +1,575 @@
+#include "gooddetail/enter_serial.h"
+
+#include "gooddetail/detail_inputs.h"
+#include "gooddetail/enter_texts.h"
+#include "gooddetail/opening_texts.h"
+#include "gooddetail/scan_keeper.h"
+#include "host/controls/display_edit.h"
+#include "host/controls/grid.h"
+#include "host/controls/numeric_edit.h"
+#include "screens/shared/leave_watch.h"
+#include "ui_detail_line_panel.h"
+#include "ui_enter_serial.h"
+
+#include <QApplication>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+using good_detail::AmountPart;
+using good_detail::EnterRefusal;
+using good_detail::EnterRow;
+using host::DetailOwner;
+using host::Refused;
+namespace texts = good_detail::texts;
+
+namespace {
+
+constexpr qsizetype MostTold = 12; ///< serials in the line below the inputs
+
+} // namespace
+
+TEnter_Serial_FRM::TEnter_Serial_FRM(host::Host &host)
+    : TDetailLine_FRM(host, good_detail::InputMode::Enter), m_form(std::make_unique<Ui::TEnter_Serial_FRM>())
+{
+    setObjectName(u"TEnter_Serial_FRM"_s);
+    m_form->setupUi(Content());
+    SetUpPanel(m_form->Inputs_PNL);
+    SetTitle(u"ورود جزییات کالا"_s);
+    SetDiscardQuestion(u"سطرهای وارد شده نگهداری نمی شود. آیا بدون ذخیره خارج می شوید؟"_s);
+    if (auto *exit = findChild<QPushButton *>(u"Exit_BTN"_s))
+        exit->setObjectName(u"EXit_BTN"_s);
+    auto *empty = new QLabel(u"<داده ای برای نمایش وجود ندارد>"_s, m_form->EnterSerialList_GRD->viewport());
+    empty->setObjectName(u"Empty_LBL"_s);
+    empty->setTextFormat(Qt::PlainText);
+    empty->setProperty("soft", true);
+    empty->setAlignment(Qt::AlignCenter);
+    empty->setAttribute(Qt::WA_TransparentForMouseEvents);
+    (new QVBoxLayout(m_form->EnterSerialList_GRD->viewport()))->addWidget(empty);
+    m_form->EnterSerialList_GRD->SetMultiSelect(true);
+    BindRows();
+    BindLeaving();
+}
+
+TEnter_Serial_FRM::~TEnter_Serial_FRM() = default;
+
+void TEnter_Serial_FRM::BindRows()
+{
+    Bind(m_form->SaveRow_BTN, QKeySequence(Qt::Key_F4), [this] { SaveRow(); });
+    Bind(m_form->Cancel_BTN, {}, [this] { Cancel(); });
+    Bind(m_form->EditRow_BTN, QKeySequence(Qt::Key_F2), [this] { EditRow(); });
+    Bind(m_form->DelRow_BTN, QKeySequence(Qt::Key_Delete), [this] { DeleteRows(); });
+    Bind(m_form->DelAll_BTN, {}, [this] { DeleteAll(); });
+    connect(m_form->EnterSerialList_GRD, &host::Grid::RowActivated, this,
+            [this] { Command(m_form->EditRow_BTN->text(), [this] { EditRow(); }); });
+}
+
+void TEnter_Serial_FRM::BindLeaving()
+{
+    const host::RuleRunner run = [this](const std::function<Refused()> &rule) {
+        Command(Title(), [&] { Tell(rule()); });
+    };
+    goods::OnChanged(Panel().Serial_EDT, goods::RuleTime::Afterwards, run, [this] { return LeaveSerial(); });
+    goods::OnChanged(Panel().Barcode_EDT, goods::RuleTime::Afterwards, run, [this] { return LeaveBarcode(); });
+}
+
+// Opening -----------------------------------------------------------------------------------------------------------
+
+std::optional<good_detail::DetailLineOpening> TEnter_Serial_FRM::ParseOpening(const QString &text) const
+{
+    constexpr quint8 SaleReturn = 4;
+    good_detail::DetailLineOpening opening;
+    opening.Mode = Mode();
+    host::TDocumentLine &line = opening.Line;
+    if (const auto told = good_detail::ParseEnterLine(text)) {
+        const auto &n = told->Numbers;
+        line = {n[1], n[2], static_cast<quint8>(n[6]), static_cast<quint8>(n[0]), n[7] == 1, n[3], n[4], n[5]};
+        opening.GoodName = told->Text13;
+        opening.UnitName = told->Text15;
+        opening.Unit2Name = told->Text17;
+        opening.StoreName = told->Text18;
+        if (told->Amount > 0)
+            opening.Wanted = host::TAmounts{told->Amount};
+        return opening;
+    }
+    if (const auto told = good_detail::ParseEnter(text)) {
+        const auto &n = told->Numbers;
+        line = {n[1], n[2], static_cast<quint8>(n[5]), static_cast<quint8>(n[0]), false, told->Key, n[3], n[4]};
+        line.IsReturn = line.OperationType == SaleReturn && line.ForeignOperationCode > 0;
+        opening.GoodName = told->Texts[0];
+        opening.UnitName = told->Texts[1];
+        opening.StoreName = told->Texts[2];
+        opening.Unit2Name = told->Texts[3];
+        return opening;
+    }
+    return std::nullopt;
+}
+
+void TEnter_Serial_FRM::BeginLine()
+{
+    m_kept = false;
+    m_editedId = 0;
+    m_left.clear();
+    m_before.reset();
+    m_brought.reset();
+    m_form->SingleSerial_RD->setVisible(HasSerial());
+    m_rows.emplace(m_host, m_data, Line(), Inputs().SerialPlace(),
+                   [this](AmountPart part) { return AmountCaption(part); });
+    m_rows->Load();
+    ShowColumns();
+    EndEditing();
+    ProposeAmount();
+    ShowRows();
+    m_opened = Result();
+}
+
+void TEnter_Serial_FRM::ShowColumns()
+{
+    host::Grid *grid = m_form->EnterSerialList_GRD;
+    grid->SetSource(nullptr);
+    grid->SetColumns(DetailColumns() + AmountColumns());
+    grid->SetSource(&m_data.EnterGoodDetail_QRY, u"ID"_s);
+}
+
+/// A serial is one piece.
+void TEnter_Serial_FRM::ProposeAmount()
+{
+    if (HasSerial() && UnitTypeNow() == good_detail::OneUnit)
+        ShowAmounts({1, 0, 1});
+}
+
+std::vector<host::Check> TEnter_Serial_FRM::Validate()
+{
+    return {{u"NothingHalfTyped"_s, [this] {
+                 QWidget *edit = !SerialTyped().isEmpty() && !IsRange() ? Panel().Serial_EDT : nullptr;
+                 if (!edit && HasBarcode() && !Panel().Barcode_EDT->text().trimmed().isEmpty())
+                     edit = Panel().Barcode_EDT;
+                 return host::When(edit || m_editedId != 0,
+                                   host::Warning(edit, u"کاربر گرامی سطر وارد شده هنوز ثبت نشده است."_s));
+             }}};
+}
+
+void TEnter_Serial_FRM::Write()
+{
+    m_rows->Keep();
+    m_kept = true;
+}
+
+void TEnter_Serial_FRM::FormClose()
+{
+    if (m_rows && !m_kept) {
+        SetResult(m_opened);
+        m_rows->GiveUp();
+    }
+    m_rows.reset();
+    TDetailLine_FRM::FormClose();
+}
+
+host::Grid *TEnter_Serial_FRM::PrintedGrid() const
+{
+    return m_form->EnterSerialList_GRD;
+}
+
+/// The columns differ by unit type: each has a layout of its own.
+QByteArray TEnter_Serial_FRM::SaveState() const
+{
+    QJsonObject layouts;
+    for (auto layout = m_layouts.cbegin(); layout != m_layouts.cend(); ++layout)
+        layouts.insert(QString::number(layout.key()), layout.value());
+    layouts.insert(QString::number(UnitTypeNow()), QString::fromUtf8(m_form->EnterSerialList_GRD->SaveLayout()));
+    return QJsonDocument(layouts).toJson(QJsonDocument::Compact);
+}
+
+void TEnter_Serial_FRM::RestoreState(const QByteArray &state)
+{
+    const QJsonObject layouts = QJsonDocument::fromJson(state).object();
+    for (const QString &unitType : layouts.keys())
+        m_layouts.insert(unitType.toInt(), layouts.value(unitType).toString());
+    if (const QString layout = m_layouts.value(UnitTypeNow()); !layout.isEmpty())
+        m_form->EnterSerialList_GRD->RestoreLayout(layout.toUtf8());
+}
+
+// Leaving a field ---------------------------------------------------------------------------------------------------
+
+QString TEnter_Serial_FRM::SerialTyped() const
+{
+    return HasSerial() ? host::SerialText(Panel().Serial_EDT->text()) : QString();
+}
+
+Refused TEnter_Serial_FRM::LeaveSerial()
+{
+    const QString serial = SerialTyped();
+    if (serial.isEmpty()) {
+        ForgetKnown();
+        return {};
+    }
+    if (m_host.detailValues.SerialOwner(Line().GoodCode, serial) == DetailOwner::OtherGood)
+        return host::Warning(Panel().Serial_EDT, texts::SerialOfOtherGood);
+    ShowKnown(serial);
+    return {};
+}
+
+Refused TEnter_Serial_FRM::LeaveBarcode()
+{
+    const QString barcode = host::SerialText(Panel().Barcode_EDT->text());
+    if (barcode.isEmpty())
+        return {};
+    switch (m_host.detailValues.BarcodeOwner(Line().GoodCode, barcode)) {
+    case DetailOwner::OtherGood:
+        return host::Warning(Panel().Barcode_EDT, texts::BarcodeOfOtherGood);
+    case DetailOwner::OperationBarcode:
+        return host::Warning(Panel().Barcode_EDT, texts::OperationBarcode);
+    case DetailOwner::Nobody:
+    case DetailOwner::ThisGood:
+        break;
+    }
+    ShowKnown(barcode);
+    return {};
+}
+
+/// What was entered once with a serial or barcode comes with it again; the next one has the details of before.
+void TEnter_Serial_FRM::ShowKnown(const QString &text)
+{
+    ForgetKnown();
+    const std::optional<host::TKnownDetail> known = m_host.detailValues.FindByText(Line().GoodCode, text);
+    if (!known)
+        return;
+    const Loading quiet(*this);
+    m_before = Inputs().Values();
+    Inputs().SetValues(known->Details);
+    m_brought = Inputs().Values();
+    if (!Line().IsReturn)
+        return;
+    const host::TAmounts sold = m_host.detailMovements.Returnable(Line(), known->DetailValueID);
+    if (sold.Amount1 > 0)
+        ShowAmounts(sold);
+}
+
+void TEnter_Serial_FRM::ForgetKnown()
+{
+    const Loading quiet(*this);
+    if (m_before && m_brought && m_brought->Values == Inputs().Values().Values)
+        Inputs().SetValues(*m_before);
+    m_before.reset();
+    m_brought.reset();
+}
+
+// One row -----------------------------------------------------------------------------------------------------------
+
+bool TEnter_Serial_FRM::FormKeyDown(QKeyEvent *event)
+{
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (enter && !(event->modifiers() & ~Qt::KeypadModifier) && Mode() != host::TFormMode::Review) {
+        const QWidget *at = focusWidget();
+        const bool serial = at == Panel().Serial_EDT && m_form->SingleSerial_RD->isChecked();
+        if (serial && !SerialTyped().isEmpty()) {
+            StoreByKey();
+            return true;
+        }
+        if (at == LastAmount()) {
+            if (HasSerial() && !IsRange() && SerialTyped().isEmpty())
+                Panel().Serial_EDT->setFocus(Qt::OtherFocusReason);
+            else
+                StoreByKey();
+            return true;
+        }
+    }
+    return TDetailLine_FRM::FormKeyDown(event);
+}
+
+void TEnter_Serial_FRM::StoreByKey()
+{
+    Command(m_form->SaveRow_BTN->text(), [this] { SaveRow(); });
+}
+
+void TEnter_Serial_FRM::SaveRow()
+{
+    if (IsRange())
+        StoreRange();
+    else
+        StoreRow();
+}
+
+/// Says why something is refused; scans that come meanwhile are taken afterwards. False when nothing is.
+bool TEnter_Serial_FRM::Tell(const Refused &refused)
+{
+    if (!refused)
+        return false;
+    QStringList scans;
+    QString begun;
+    {
+        const good_detail::ScanKeeper keeper(this);
+        Refuse(refused);
+        scans = keeper.Scans();
+        begun = keeper.Begun();
+    }
+    if (!scans.isEmpty() || !begun.isEmpty())
+        QMetaObject::invokeMethod(
+            this, [this, scans, begun] { TakeScans(scans, begun); }, Qt::QueuedConnection);
+    return true;
+}
+
+void TEnter_Serial_FRM::TakeScans(const QStringList &scans, const QString &begun)
+{
+    if (!HasSerial() || IsRange() || !isVisible())
+        return;
+    for (const QString &scan : scans) {
+        Panel().Serial_EDT->setText(scan);
+        Panel().Serial_EDT->setModified(true);
+        StoreByKey();
+    }
+    if (begun.isEmpty())
+        return;
+    Panel().Serial_EDT->setText(begun);
+    Panel().Serial_EDT->setModified(true);
+    Panel().Serial_EDT->setFocus(Qt::OtherFocusReason);
+    Panel().Serial_EDT->end(false);
+}
+
+Refused TEnter_Serial_FRM::CheckSerial()
+{
+    if (!HasSerial())
+        return {};
+    if (SerialTyped().isEmpty())
+        return host::When(Inputs().Data(Inputs().SerialPlace()).IsRequired,
+                          host::Required(Panel().Serial_EDT, u"سریال"_s));
+    return goods::LeaveNow(Panel().Serial_EDT);
+}
+
+Refused TEnter_Serial_FRM::CheckBarcode()
+{
+    if (!HasBarcode())
+        return {};
+    const QString barcode = host::SerialText(Panel().Barcode_EDT->text());
+    if (barcode.isEmpty())
+        return host::When(Inputs().Data(Inputs().BarcodePlace()).IsRequired,
+                          host::Required(Panel().Barcode_EDT, u"بارکد"_s));
+    if (Refused refused = goods::LeaveNow(Panel().Barcode_EDT))
+        return refused;
+    const DetailOwner owner = m_host.detailValues.BarcodeOwner(Line().GoodCode, barcode);
+    if (owner == DetailOwner::OperationBarcode)
+        return host::Warning(Panel().Barcode_EDT, texts::OperationBarcode);
+    return host::When(owner == DetailOwner::OtherGood,
+                      host::Warning(Panel().Barcode_EDT, texts::BarcodeOfOtherDetails));
+}
+
+Refused TEnter_Serial_FRM::CheckDetails()
+{
+    if (const int invalid = Inputs().FirstInvalid(); invalid >= 0)
+        return host::Warning(Inputs().Control(invalid), u"کاربر گرامی تاریخ وارد شده معتبر نمی باشد."_s);
+    if (const int missing = Inputs().FirstMissing(); missing >= 0)
+        return host::Required(Inputs().Control(missing), Inputs().Data(missing).Title);
+    return AmountMissing();
+}
+
+Refused TEnter_Serial_FRM::CheckRow()
+{
+    for (const auto check :
+         {&TEnter_Serial_FRM::CheckSerial, &TEnter_Serial_FRM::CheckBarcode, &TEnter_Serial_FRM::CheckDetails})
+        if (Refused refused = (this->*check)())
+            return refused;
+    return {};
+}
+
+EnterRow TEnter_Serial_FRM::Typed()
+{
+    EnterRow row{Inputs().Values(), Amounts(), m_editedId};
+    if (HasSerial() && !IsRange())
+        row.Details.Values[static_cast<size_t>(Inputs().SerialPlace())] = SerialTyped();
+    if (HasBarcode())
+        row.Details.Values[static_cast<size_t>(Inputs().BarcodePlace())] =
+            host::SerialText(Panel().Barcode_EDT->text());
+    return row;
+}
+
+void TEnter_Serial_FRM::StoreRow()
+{
+    const QString serial = SerialTyped();
+    if (const Refused refused = CheckRow()) {
+        if (!serial.isEmpty())
+            ShowLeft(serial);
+        Tell(refused);
+        return;
+    }
+    const std::optional<EnterRefusal> refused = m_rows->Store(Typed());
+    if (!refused) {
+        NextRow(serial);
+        return;
+    }
+    if (!serial.isEmpty())
+        ShowLeft(serial);
+    Told(*refused);
+}
+
+/// The fault's field is focused and selected: the next scan types over it.
+void TEnter_Serial_FRM::Told(const EnterRefusal &refusal)
+{
+    QWidget *fault = refusal.Part ? static_cast<QWidget *>(AmountEdit(*refusal.Part)) : FirstControl();
+    if (!refusal.InPlace) {
+        Tell(host::Warning(fault, refusal.Text));
+        return;
+    }
+    QApplication::beep();
+    ShowStatus(SerialTyped() + u": "_s + refusal.Text);
+    Refuse(host::Refusal{fault, {}});
+}
+
+/// Serials that were refused stay in sight until they are stored or the input is given up: a clerk who scans looks at
+/// the goods, not at the screen.
+void TEnter_Serial_FRM::ShowLeft(const QString &serial)
+{
+    if (!m_left.contains(serial))
+        m_left << serial;
+    const QString more = m_left.size() > MostTold ? u" …"_s : QString();
+    ShowStatus(u"ثبت نشده: "_s + m_left.mid(qMax(qsizetype(0), m_left.size() - MostTold)).join(u"، ") + more);
+}
+
+/// The row is stored; the next one begins with the details and amounts of a serial, without the amounts otherwise.
+void TEnter_Serial_FRM::NextRow(const QString &stored)
+{
+    SetIsSaved(false);
+    m_left.removeAll(stored);
+    if (m_left.isEmpty())
+        ShowStatus({});
+    else
+        ShowLeft(m_left.last());
+    ForgetKnown();
+    EndEditing();
+    Panel().Serial_EDT->setText({});
+    Panel().Barcode_EDT->setText({});
+    if (!HasSerial())
+        ClearAmounts();
+    ShowRows();
+    StandOnLast();
+    FirstControl()->setFocus(Qt::OtherFocusReason);
+}
+
+// Rows --------------------------------------------------------------------------------------------------------------
+
+void TEnter_Serial_FRM::ShowRows()
+{
+    const host::Dataset &rows = m_data.EnterGoodDetail_QRY;
+    good_detail::AmountTotals totals(UnitTypeNow());
+    for (int i = 0; i < rows.RecordCount(); ++i)
+        totals.Add(good_detail::RowAmounts(rows, i));
+    ShowTotals({totals.Sum(), totals.Rows()});
+    if (auto *empty = findChild<QLabel *>(u"Empty_LBL"_s))
+        empty->setVisible(rows.IsEmpty());
+}
+
+void TEnter_Serial_FRM::StandOnLast()
+{
+    host::Grid *grid = m_form->EnterSerialList_GRD;
+    const host::Dataset &rows = m_data.EnterGoodDetail_QRY;
+    if (rows.IsEmpty())
+        return;
+    grid->Locate(rows.FieldAt(rows.RecordCount() - 1, u"ID").toString());
+}
+
+void TEnter_Serial_FRM::EndEditing()
+{
+    m_editedId = 0;
+    Panel().MultiSerial_RD->setEnabled(true);
+    m_form->SaveRow_BTN->setText(u"&ثبت"_s);
+}
+
+void TEnter_Serial_FRM::EditRow()
+{
+    const int id = m_form->EnterSerialList_GRD->CurrentKey().toInt();
+    const std::optional<TEnterGoodDetail_Rec> row = id == 0 ? std::nullopt : m_rows->Row(id);
+    if (!row || Mode() == host::TFormMode::Review)
+        return;
+    if (m_rows->IsReturned(id)) {
+        Tell(host::Warning(m_form->EnterSerialList_GRD, texts::ReturnedNotEdited));
+        return;
+    }
+    const Loading quiet(*this);
+    m_before.reset();
+    m_editedId = id;
+    Panel().Serial_RD->setChecked(true);
+    Panel().MultiSerial_RD->setEnabled(false);
+    Inputs().SetValues({Inputs().DetailIDs(), row->DetailTitle});
+    if (HasSerial())
+        Panel().Serial_EDT->setText(row->DetailTitle[static_cast<size_t>(Inputs().SerialPlace())]);
+    if (HasBarcode())
+        Panel().Barcode_EDT->setText(row->DetailTitle[static_cast<size_t>(Inputs().BarcodePlace())]);
+    ShowAmounts(row->Amounts);
+    ShowStatus(u"سطر انتخاب شده ویرایش می شود"_s, false);
+    FocusControl(FirstControl());
+}
+
+void TEnter_Serial_FRM::DeleteRows()
+{
+    host::Grid *grid = m_form->EnterSerialList_GRD;
+    QList<int> ids;
+    for (const QString &key : grid->MarkedKeys())
+        ids << key.toInt();
+    if (ids.isEmpty() && !grid->CurrentKey().isEmpty())
+        ids << grid->CurrentKey().toInt();
+    if (ids.isEmpty() || Mode() == host::TFormMode::Review || !m_host.messages.MsgDeleteRow())
+        return;
+    const host::Grid::Place place = grid->CurrentPlace();
+    const bool all = m_rows->Remove(ids);
+    grid->ClearMarks();
+    if (ids.contains(m_editedId))
+        Cancel();
+    ShowRows();
+    grid->ReturnTo(place);
+    SetIsSaved(false);
+    if (!all)
+        Tell(host::Warning(grid, ids.size() == 1 ? texts::ReturnedNotDeleted : texts::LeftAreReturned));
+}
+
+void TEnter_Serial_FRM::DeleteAll()
+{
+    if (m_data.EnterGoodDetail_QRY.IsEmpty() || Mode() == host::TFormMode::Review ||
+        !m_host.messages.MsgDeleteItem(texts::AllRows))
+        return;
+    const bool all = m_rows->RemoveAll();
+    m_form->EnterSerialList_GRD->ClearMarks();
+    EndEditing();
+    ShowRows();
+    SetIsSaved(false);
+    if (!all)
+        Tell(host::Warning(m_form->EnterSerialList_GRD, texts::LeftAreReturned));
+}
+
+void TEnter_Serial_FRM::Cancel()
+{
+    const bool saved = IsSaved();
+    {
+        const Loading quiet(*this);
+        EndEditing();
+        m_left.clear();
+        ShowStatus({});
+        ForgetKnown();
+        Inputs().Clear();
+        Panel().Serial_EDT->setText({});
+        Panel().SerialFrom_EDT->setText(u"0"_s);
+        Panel().SerialTo_EDT->setText(u"0"_s);
+        Panel().Barcode_EDT->setText({});
+        ClearAmounts();
+        ProposeAmount();
+        m_data.EnterGoodDetail_Refresh();
+    }
+    ShowRows();
+    SetIsSaved(saved);
+    FocusControl(FirstControl());
+}
+
+namespace good_detail {
+
+std::optional<DetailLineResult> OpenEnter(host::Host &host, const DetailLineOpening &opening)
+{
+    TEnter_Serial_FRM screen(host);
+    screen.SetKeyboardLayoutName(host.keyboard.GetKeyboardLayoutName());
+    if (screen.OpenLine(opening) != QDialog::Accepted)
+        return std::nullopt;
+    return screen.Result();
+}
+
+} // namespace good_detail

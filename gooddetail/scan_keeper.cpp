@@ -1,0 +1,40 @@
+#include "gooddetail/scan_keeper.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QWidget>
+
+namespace good_detail {
+
+ScanKeeper::ScanKeeper(QWidget *screen) : QObject(nullptr), m_screen(screen)
+{
+    qApp->installEventFilter(this);
+}
+
+ScanKeeper::~ScanKeeper()
+{
+    qApp->removeEventFilter(this);
+}
+
+bool ScanKeeper::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() != QEvent::KeyPress || watched != QApplication::focusWidget())
+        return false;
+    const auto *target = qobject_cast<QWidget *>(watched);
+    if (target->window() == m_screen)
+        return false;
+    const auto *key = static_cast<QKeyEvent *>(event);
+    if (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) {
+        if (!m_begun.isEmpty())
+            m_scans << std::exchange(m_begun, {});
+        return false;
+    }
+    const QString text = key->text();
+    const bool command = key->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
+    if (command || text.isEmpty() || !text.front().isPrint() || (m_begun.isEmpty() && text.trimmed().isEmpty()))
+        return false;
+    m_begun += text;
+    return true;
+}
+
+} // namespace good_detail

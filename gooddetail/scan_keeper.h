@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QObject>
+#include <QStringList>
+
+namespace good_detail {
+
+/// Keeps what a scanner sends while a message stands over a screen: it types on, whoever reads. While the object lives,
+/// characters typed into another window than the screen are held back; Enter still closes the message. Blanks before
+/// the first character are left to the message, where they press its button.
+class ScanKeeper : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit ScanKeeper(QWidget *screen);
+    ~ScanKeeper() override;
+
+    /// The texts that Enter ended.
+    const QStringList &Scans() const { return m_scans; }
+    /// What was begun behind them.
+    const QString &Begun() const { return m_begun; }
+
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    QWidget *m_screen;
+    QStringList m_scans;
+    QString m_begun;
+};
+
+} // namespace good_detail
