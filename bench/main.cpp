@@ -5,6 +5,7 @@
 #include "bench/details.h"
 #include "bench/engine.h"
 #include "bench/floor.h"
+#include "bench/opening.h"
 #include "bench/options.h"
 #include "bench/report.h"
 #include "bench/round_trips.h"
@@ -296,6 +297,7 @@ std::vector<bench::RoundTrips> MeasureShop(Report &report, int goods)
     Edit(report, shop, scratch);
     bench::MeasureBulk(report, shop);
     bench::MeasureDetails(report, shop);
+    bench::MeasureOpening(report, shop, floor);
     return bench::WatchRoundTrips(shop, SomeGood(shop));
 }
 
