@@ -4,6 +4,7 @@
 #include "host/controls/number_text.h"
 #include "host/controls/search_frame.h"
 #include "host/data/persian_text.h"
+#include "host/screens/grid_print.h"
 #include "ui_opening_report.h"
 
 #include <QHeaderView>
@@ -54,7 +55,7 @@ TOpeningReport_FRM::TOpeningReport_FRM(host::Host &host)
         if (IsShowing())
             Command(Title(), [this] { ShowStore(); });
     });
-    Bind(AddFooterCommand(u"PrintList_BTN"_s, u"پیش نمایش ليست F9"_s), Qt::Key_F9, [this] { PreviewGrid(); });
+    Bind(AddFooterCommand(u"PrintList_BTN"_s, u"پیش نمایش ليست F9"_s), Qt::Key_F9, [this] { Print(); });
     Bind(AddFooterButton(u"EXit_BTN"_s, u"خروج Esc"_s), {}, [this] { reject(); });
 }
 
@@ -114,9 +115,10 @@ bool TOpeningReport_FRM::FormKeyDown(QKeyEvent *event)
     return GoOnByEnter(event) || TBaseDock_FRM::FormKeyDown(event);
 }
 
-host::Grid *TOpeningReport_FRM::PrintedGrid() const
+void TOpeningReport_FRM::Print()
 {
-    return m_ui->Opening_GRD;
+    const QStringList title{Title(), m_ui->Store_CMB->currentText(), m_ui->Total_LBL->text()};
+    host::GridPrinter(*m_ui->Opening_GRD, title.join(u"   ·   "), m_host.clock.NowShamsiDate()).Preview(this);
 }
 
 host::SearchFrame *TOpeningReport_FRM::ListSearch() const

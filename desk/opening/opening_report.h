@@ -25,12 +25,12 @@ protected:
     void FormShown() override;
     void FormClose() override;
     bool FormKeyDown(QKeyEvent *event) override;
-    host::Grid *PrintedGrid() const override;
     host::SearchFrame *ListSearch() const override;
 
 private:
     void FillStores();
     void ShowStore();
+    void Print();
 
     std::unique_ptr<Ui::OpeningReport> m_ui;
     OpeningReportData m_data;

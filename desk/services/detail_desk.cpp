@@ -30,10 +30,11 @@ int DetailDesk::Number()
     while (!m_entities.ReserveCode(Part, number))
         ++number;
     for (const QString &table : {u"GoodDetailKardexEnter_Temp"_s, u"GoodDetailKardexExit_Temp"_s}) {
-        host::Run(m_connection, u"DELETE FROM %1 WHERE ABS(ComIndex) = %2 OR ComIndex IS NOT NULL AND ABS(ComIndex) NOT IN "
-                                "(SELECT Code FROM CodeLock_TBL WHERE Status = %3)"_s.arg(table)
-                                    .arg(number)
-                                    .arg(part));
+        host::Run(m_connection,
+                  u"DELETE FROM %1 WHERE ABS(ComIndex) = %2 OR ComIndex IS NOT NULL AND ABS(ComIndex) NOT IN "
+                  "(SELECT Code FROM CodeLock_TBL WHERE Status = %3)"_s.arg(table)
+                      .arg(number)
+                      .arg(part));
     }
     m_number = number;
     host::Transaction::WhenEnded(m_connection, [this](bool committed) {

@@ -9,8 +9,8 @@ namespace desk {
 /// The details on lines of documents, over the working tables of the desk and the detail ledger.
 ///
 /// A line that was kept has a row without a detail value beside its rows, so that a line whose details were all taken
-/// away is told from one that nobody opened. Kept rows have Tmp = 0, those of an open exit screen Tmp = 1. What is noted
-/// of a line, in case that its editor is given up, stands under the desk's number turned negative.
+/// away is told from one that nobody opened. Kept rows have Tmp = 0, those of an open exit screen Tmp = 1. What is
+/// noted of a line, in case that its editor is given up, stands under the desk's number turned negative.
 class DetailMovements : public host::DetailMovementService
 {
 public:

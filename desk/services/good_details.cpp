@@ -34,8 +34,7 @@ bool GoodDetails::ExistsGoodDetailInsertedForOperation(int goodCode, host::TOper
 
 void GoodDetails::EnterGoodDetailSave(int goodCode, host::TOperationType operation)
 {
-    if (!host::Exists(m_connection,
-                      u"SELECT TOP 1 ID FROM GoodDetailKardexEnter_Temp"_s + Where(goodCode, operation)))
+    if (!host::Exists(m_connection, u"SELECT TOP 1 ID FROM GoodDetailKardexEnter_Temp"_s + Where(goodCode, operation)))
         return;
     QStringList units;
     for (const host::TDetailRefusal &refusal :

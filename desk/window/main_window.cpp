@@ -2,8 +2,8 @@
 
 #include "desk/choose/choose.h"
 #include "desk/messages/catalogue.h"
-#include "desk/services/users.h"
 #include "desk/opening/opening_report.h"
+#include "desk/services/users.h"
 #include "desk/settings/rights.h"
 #include "desk/settings/settings_screen.h"
 #include "desk/window/home_page.h"

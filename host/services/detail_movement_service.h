@@ -37,8 +37,8 @@ public:
     virtual void EnterGoodDetails_Load(const QString &workingTable, const TDocumentLine &line) = 0;
     /// Keeps the rows of the working table for the line until its document is saved.
     virtual void EnterGoodDetails_Keep(const QString &workingTable, const TDocumentLine &line) = 0;
-    /// What came in on each line of a document, by its row: as it was kept last, otherwise as it was saved. Lines without
-    /// details are not in it.
+    /// What came in on each line of a document, by its row: as it was kept last, otherwise as it was saved. Lines
+    /// without details are not in it.
     virtual QHash<int, TAmounts> EnterGoodDetails_Totals(quint8 operationType, int operationCode) = 0;
     /// Notes what this desk has kept for the line in whatever store, in place of what it noted before, for an editor of
     /// the line that may be given up.

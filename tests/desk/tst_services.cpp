@@ -224,10 +224,9 @@ void TestServices::detailsReplaceTheirOwnRow()
     const QString of = u") AS v(s, t, c, r, a) WHERE GoodCode = 900 "_s;
     desk.database.Exec(u"INSERT INTO GoodInf (Code, GrpCode, Name) VALUES (900, 0, N'نو') "
                        "INSERT INTO GoodDetailValues (GoodCode) VALUES (900) INSERT INTO GoodDetailKardex"_s +
-                       columns +
-                       u"(1, 3, 900, 1, 1), (1, 3, 900, 2, 3), (1, 3, 6, 1, 4), (1, 2, 900, 1, 5)"_s + of +
-                       u"INSERT INTO GoodDetailKardexEnter_Temp"_s + columns + u"(1, 3, 900, 1, 9), (2, 3, 900, 2, 7)"_s +
-                       of +
+                       columns + u"(1, 3, 900, 1, 1), (1, 3, 900, 2, 3), (1, 3, 6, 1, 4), (1, 2, 900, 1, 5)"_s + of +
+                       u"INSERT INTO GoodDetailKardexEnter_Temp"_s + columns +
+                       u"(1, 3, 900, 1, 9), (2, 3, 900, 2, 7)"_s + of +
                        u"INSERT INTO GoodInf (Code, GrpCode, Name) VALUES (902, 0, N'باز') INSERT INTO "
                        "GoodDetailKardexEnter_Temp"_s +
                        QString(columns).replace(u"900"_s, u"902"_s) + u"(1, 3, 0, 0, 9)"_s + of);
