@@ -41,6 +41,16 @@ struct OpeningFixture : EditorFixture
         test::Enter(row, u"Store_Entity"_s, store);
         test::Enter(row, u"Meghdar_EDT"_s, amount);
     }
+    /// On the list of the editor: deletes its first row.
+    void DeleteCurrent(QWidget *editor)
+    {
+        List(editor, [this](QWidget *) {
+            host.messages.Answer(true);
+            test::Press(Qt::Key_F7);
+            host.messages.Take();
+            test::Press(Qt::Key_Escape);
+        });
+    }
     void Save()
     {
         test::Press(Qt::Key_F3);

@@ -173,35 +173,26 @@ private slots:
         });
     }
 
-    void commandsRefused_data()
-    {
-        using Way = std::function<void(OpeningFixture &)>;
-        QTest::addColumn<Way>("way");
-        QTest::addColumn<QStringList>("said"); // to F4, F5 and F7
-        QTest::newRow("period closed") << Way([](OpeningFixture &f) { f.host.vouchers.constStartPeriod = true; })
-                                       << QStringList{Closed, Closed, Closed};
-        const QString voucher =
-            u"ShowMessage(کاربر گرامی برای این کالا سند ثبت شده است و موجودی اول دوره آن قابل تغییر نیست)"_s;
-        QTest::newRow("documents") << Way([](OpeningFixture &f) {
-            f.database.Exec(u"insert into Vouchers(Code,Kind,[Date]) values(1,2,'1405/01/01') insert into "
-                            "VoucherLines(VoucherCode,GoodCode,Sharh) values(1,500009,N'x')"_s);
-        }) << QStringList{voucher, voucher, voucher};
-    }
     void commandsRefused()
     {
-        QFETCH(std::function<void(OpeningFixture &)>, way);
-        QFETCH(QStringList, said);
+        const QString fixed =
+            u"ShowMessage(کاربر گرامی برای این کالا سند ثبت شده است و موجودی اول دوره آن قابل تغییر نیست)"_s;
         OpeningFixture f;
-        way(f);
-        f.OpenGood(500009, [&](QWidget *screen) {
-            OpeningFixture::List(screen, [&](QWidget *) {
-                for (const Qt::Key key : {Qt::Key_F4, Qt::Key_F5, Qt::Key_F7})
-                    test::Press(key);
-                QCOMPARE(f.host.messages.TakeAll(), said);
+        f.keepsScreen = true;
+        f.database.Exec(u"insert into Vouchers(Code,Kind,[Date]) values(1,2,'1405/01/01') insert into "
+                        "VoucherLines(VoucherCode,GoodCode,Sharh) values(1,500009,N'x')"_s);
+        for (const QString &said : {fixed, Closed}) {
+            f.host.vouchers.constStartPeriod = said == Closed;
+            f.OpenGood(500009, [&](QWidget *screen) {
+                OpeningFixture::List(screen, [&](QWidget *) {
+                    for (const Qt::Key key : {Qt::Key_F4, Qt::Key_F5, Qt::Key_F7})
+                        test::Press(key);
+                    QCOMPARE(f.host.messages.TakeAll(), (QStringList{said, said, said}));
+                    test::Press(Qt::Key_Escape);
+                });
                 test::Press(Qt::Key_Escape);
             });
-            test::Press(Qt::Key_Escape);
-        });
+        }
     }
 
     void deletingNeedsRightAndStock()
@@ -309,11 +300,10 @@ private slots:
                                 test::Press(Qt::Key_Down);
                                 other.messages.Answer(true);
                                 test::Press(Qt::Key_F7);
-                                other.messages.Take();
                                 test::Press(Qt::Key_Escape);
                             });
                             test::Press(Qt::Key_F3);
-                            QCOMPARE(other.messages.TakeAll(), QStringList{OpeningFixture::Told});
+                            QCOMPARE(other.messages.TakeAll().last(), OpeningFixture::Told);
                         });
             screen->activateWindow();
             QVERIFY(QTest::qWaitForWindowActive(screen));
