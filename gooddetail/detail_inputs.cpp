@@ -342,6 +342,37 @@ QWidget *DetailInputs::First() const
     return m_inputs.empty() ? nullptr : m_inputs.front()->Control();
 }
 
+int DetailInputs::CaptionWidth() const
+{
+    int width = 0;
+    for (int row = 0; row < m_grid->rowCount(); ++row)
+        if (const QLayoutItem *caption = m_grid->itemAtPosition(row, 0))
+            width = qMax(width, caption->sizeHint().width());
+    return width;
+}
+
+void DetailInputs::SetCaptionWidth(int width)
+{
+    m_grid->setColumnMinimumWidth(0, width);
+}
+
+void DetailInputs::SetTabOrder(QWidget *before, QWidget *behind) const
+{
+    QWidget *last = before;
+    const auto add = [&last](QWidget *stop) {
+        if (!stop)
+            return;
+        QWidget::setTabOrder(last, stop);
+        last = stop;
+    };
+    for (const auto &input : m_inputs) {
+        add(input->Control());
+        add(input->empty);
+        add(input->filter);
+    }
+    add(behind);
+}
+
 int DetailInputs::FirstMissing() const
 {
     const auto missing = std::find_if(m_inputs.cbegin(), m_inputs.cend(), [](const auto &input) {

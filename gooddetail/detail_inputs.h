@@ -67,6 +67,11 @@ public:
     QWidget *Control(int place) const;
     /// The first input in the order of Tab, null when there is none.
     QWidget *First() const;
+    /// How wide the first column of captions is, and has to be at least.
+    int CaptionWidth() const;
+    void SetCaptionWidth(int width);
+    /// Puts the inputs into the order of Tab, between two controls of the screen.
+    void SetTabOrder(QWidget *before, QWidget *behind) const;
     /// The first place whose value must be entered and is not; -1 when there is none.
     int FirstMissing() const;
     /// The first place with a date that is none; -1 when there is none.

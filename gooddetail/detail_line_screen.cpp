@@ -20,8 +20,10 @@ namespace good_detail {
 
 namespace {
 
-constexpr int DetailWidth = 130; // pixels at 100 %
-constexpr int AmountWidth = 120;
+constexpr int IdentityWidth = 150; // pixels at 100 %
+constexpr int DetailWidth = 104;
+constexpr int AmountWidth = 92;
+constexpr int TitleMargin = 28;
 
 } // namespace
 
@@ -95,8 +97,10 @@ void TDetailLine_FRM::Begin()
     if (!FindGood() || !FindStore())
         return;
     Inputs().Build(m_data, m_line.GoodCode, m_mode);
+    Inputs().SetTabOrder(m_panel->Barcode_EDT, m_panel->Amount1_EDT);
     ShowHeader();
     ShowAmountInputs();
+    AlignCaptions();
     ShowStatus({});
     BeginLine();
     WatchChanges();
@@ -235,6 +239,22 @@ void TDetailLine_FRM::ShowAmountInputs()
     ClearAmounts();
 }
 
+/// The first input of each line begins where the others do.
+void TDetailLine_FRM::AlignCaptions()
+{
+    const int choice = m_panel->Serial_RD->sizeHint().width() + m_panel->serialGrid->horizontalSpacing();
+    int width = qMax(Inputs().CaptionWidth(), m_captions[0]->sizeHint().width());
+    width = qMax(width, m_panel->Good_LBL->sizeHint().width());
+    if (HasSerial())
+        width = qMax(width, choice + m_panel->Serial_LBL->sizeHint().width());
+    if (HasBarcode())
+        width = qMax(width, m_panel->Barcode_LBL->sizeHint().width());
+    m_panel->Serial_LBL->setMinimumWidth(qMax(0, width - choice));
+    for (QLabel *caption : {m_panel->Barcode_LBL, m_captions[0], m_panel->Good_LBL, m_panel->Store_LBL})
+        caption->setMinimumWidth(width);
+    Inputs().SetCaptionWidth(width);
+}
+
 void TDetailLine_FRM::BindAmounts()
 {
     for (size_t i = 0; i < m_amounts.size(); ++i)
@@ -323,6 +343,11 @@ host::NumericEdit *TDetailLine_FRM::LastAmount() const
 
 // Rows --------------------------------------------------------------------------------------------------------------
 
+int TDetailLine_FRM::TitleWidth(const QString &title, int least) const
+{
+    return qMax(least, fontMetrics().horizontalAdvance(title) + TitleMargin);
+}
+
 QList<host::GridColumn> TDetailLine_FRM::DetailColumns() const
 {
     QList<host::GridColumn> columns;
@@ -332,7 +357,9 @@ QList<host::GridColumn> TDetailLine_FRM::DetailColumns() const
                               : place == Inputs().BarcodePlace() ? u"بارکد"_s
                               : data.Found                       ? data.Title
                                                                  : u"جزییات %1"_s.arg(place + 1);
-        columns << host::GridColumn{u"DetailTitle%1"_s.arg(place + 1), title,     DetailWidth, !data.Found,
+        const bool identity = place == Inputs().SerialPlace() || place == Inputs().BarcodePlace();
+        const int width = identity ? IdentityWidth : TitleWidth(title, DetailWidth);
+        columns << host::GridColumn{u"DetailTitle%1"_s.arg(place + 1), title,     width, !data.Found,
                                     host::ColumnFormat::Text,          data.Found};
     }
     return columns;
@@ -342,8 +369,8 @@ QList<host::GridColumn> TDetailLine_FRM::AmountColumns(const QString &suffix, co
 {
     QList<host::GridColumn> columns;
     for (const AmountColumn &column : AmountColumnsOf(m_line.UnitType, m_opening.UnitName, m_opening.Unit2Name))
-        columns << host::GridColumn{column.Field + suffix, column.Title + ending, AmountWidth, false,
-                                    host::ColumnFormat::Amount};
+        columns << host::GridColumn{column.Field + suffix, column.Title + ending,
+                                    TitleWidth(column.Title + ending, AmountWidth), false, host::ColumnFormat::Amount};
     return columns;
 }
 
@@ -360,13 +387,13 @@ void TDetailLine_FRM::ShowTotals(const DetailLineResult &result)
     const auto number = [](host::Quantity amount) { return host::DisplayAmount(amount); };
     const host::Quantity sum = result.Amounts.Amount1;
     QString text = u"سطرها: %1    مقدار: %2"_s.arg(number(result.Rows), number(sum));
-    bool differs = false;
+    bool over = false;
     if (m_opening.Wanted) {
         const host::Quantity wanted = m_opening.Wanted->Amount1;
         const host::Quantity left = goods::RoundedQuantity(wanted - sum);
-        differs = !goods::SameQuantity(wanted, sum);
+        over = left < 0;
         text += u" از "_s + number(wanted);
-        if (differs)
+        if (left != 0)
             text += (left > 0 ? u"    مانده: %1"_s : u"    اضافه: %1"_s).arg(number(left < 0 ? -left : left));
     }
     if (m_line.UnitType == TwoUnits || m_line.UnitType == Packed)
@@ -374,13 +401,13 @@ void TDetailLine_FRM::ShowTotals(const DetailLineResult &result)
     else if (m_line.UnitType == Area)
         text += u"    تعداد: %1"_s.arg(number(result.Amounts.Amount3));
     m_totals->setText(text);
-    m_totals->setProperty("fault", differs);
+    m_totals->setProperty("fault", over);
     host::theme::Repolish(m_totals);
 }
 
 void TDetailLine_FRM::ShowStatus(const QString &text, bool fault)
 {
-    m_status->setText(text);
+    m_status->setText(text.isEmpty() ? text : QChar(0x200f) + text); // may begin with a serial
     m_status->setVisible(!text.isEmpty());
     m_status->setProperty("fault", fault);
     host::theme::Repolish(m_status);

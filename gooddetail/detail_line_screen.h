@@ -112,6 +112,8 @@ private:
     bool FindStore();
     void ShowHeader();
     void ShowAmountInputs();
+    void AlignCaptions();
+    int TitleWidth(const QString &title, int least) const;
     void BindAmounts();
     void BindKeyboard();
     void ShowSerialChoice();

@@ -77,10 +77,6 @@ std::optional<EnterRefusal> EnterRows::Add(const EnterRow &row)
 std::optional<EnterRefusal> EnterRows::AddSerial(const EnterRow &row)
 {
     const host::TSerialBatchResult judged = m_host.serialBatches.JudgeSerials(Batch(row));
-    // Of a good in pieces there is one piece with a serial; of another, more of the same roll or batch may come in.
-    if (!judged.left.isEmpty() && judged.left.first().Fate == TSerialFate::InLine &&
-        judged.left.first().WorkingRow != 0 && !m_line.IsReturn && m_line.UnitType != OneUnit)
-        return Merge(judged.left.first().WorkingRow, row);
     if (Refused refused = Fated(judged))
         return refused;
     return Write(row, m_host.detailValues.ResolveDetailValue(m_line.GoodCode, row.Details));

@@ -39,6 +39,11 @@ TEnter_Serial_FRM::TEnter_Serial_FRM(host::Host &host)
     setObjectName(u"TEnter_Serial_FRM"_s);
     m_form->setupUi(Content());
     SetUpPanel(m_form->Inputs_PNL);
+    QWidget *last = Panel().Amount4_EDT;
+    for (QWidget *next : std::initializer_list<QWidget *>{
+             m_form->SaveRow_BTN, m_form->Cancel_BTN, m_form->SingleSerial_RD, m_form->EditRow_BTN, m_form->DelRow_BTN,
+             m_form->DelAll_BTN, m_form->EnterSerialList_GRD})
+        setTabOrder(std::exchange(last, next), next);
     SetTitle(u"ورود جزییات کالا"_s);
     SetDiscardQuestion(u"سطرهای وارد شده نگهداری نمی شود. آیا بدون ذخیره خارج می شوید؟"_s);
     if (auto *exit = findChild<QPushButton *>(u"Exit_BTN"_s))
@@ -117,6 +122,9 @@ void TEnter_Serial_FRM::BeginLine()
     m_before.reset();
     m_brought.reset();
     m_form->SingleSerial_RD->setVisible(HasSerial());
+    for (QWidget *command : std::initializer_list<QWidget *>{
+             m_form->SaveRow_BTN, m_form->Cancel_BTN, m_form->EditRow_BTN, m_form->DelRow_BTN, m_form->DelAll_BTN})
+        command->setEnabled(Mode() != host::TFormMode::Review);
     m_rows.emplace(m_host, m_data, Line(), Inputs().SerialPlace(),
                    [this](AmountPart part) { return AmountCaption(part); });
     m_rows->Load();

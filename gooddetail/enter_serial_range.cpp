@@ -106,6 +106,8 @@ TSerialBatchResult TEnter_Serial_FRM::Generate(const good_detail::EnterRow &row,
         throw;
     }
     grid->setUpdatesEnabled(true);
+    notice.hide();
+    activateWindow(); // some window managers leave the keys with the notice
     return result;
 }
 

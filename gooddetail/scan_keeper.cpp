@@ -18,10 +18,8 @@ ScanKeeper::~ScanKeeper()
 
 bool ScanKeeper::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() != QEvent::KeyPress || watched != QApplication::focusWidget())
-        return false;
-    const auto *target = qobject_cast<QWidget *>(watched);
-    if (target->window() == m_screen)
+    const auto *target = event->type() == QEvent::KeyPress ? qobject_cast<QWidget *>(watched) : nullptr;
+    if (!target || target->window() == m_screen)
         return false;
     const auto *key = static_cast<QKeyEvent *>(event);
     if (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) {

@@ -42,6 +42,7 @@ private slots:
     void genericLists();
     void newGoodReturnsNothing();
     void detailTypes();
+    void lineDetails();
     void errorsStayInside();
 
 private:
@@ -261,6 +262,65 @@ void TestModule::detailTypes()
                     QTest::keyClick(list, Qt::Key_Escape);
                 });
     QCOMPARE(shop.host.messages.TakeAll(), QStringList{u"ShowMessage(امکان نمایش مجدد لیست جزئیات وجود ندارد.)"_s});
+    entry::Module::Release();
+}
+
+/// The details of a line: what comes back after OK and after Esc, and that a screen which does not open writes nothing.
+void TestModule::lineDetails()
+{
+    Shop shop;
+    shop.host.Install();
+    shop.host.detailValues.value = 1;
+    const int good = shop.database
+                         .Scalar(u"SELECT MIN(Code) FROM GoodInf WHERE Code > 0 AND Code NOT IN (SELECT GoodCode FROM "
+                                 "GoodDetailRelation)"_s)
+                         .toInt();
+    std::array<long double, 7> back{};
+    const auto enter = [&](int store) {
+        back.fill(-1);
+        return Open_Enter_GoodDetail(2, 1, good, 0, 0, 2.125L, nullptr, nullptr, 0, nullptr, 0, u"نام; دیگر", 0, 0, 0,
+                                     0, 0, &back[6], &back[5], &back[4], &back[3], &back[2], &back[1], &back[0], 1, 0,
+                                     1, 70, store);
+    };
+    const auto form = [&](int mode) {
+        back.fill(-1);
+        return Open_GoodDetail_Enter_Form(mode, 3, good, nullptr, nullptr, nullptr, nullptr, nullptr, &back[6],
+                                          &back[5], &back[4], &back[3], &back[2], &back[1], &back[0], 1, 1, 70, 0, 1);
+    };
+    const auto shorter = [&] {
+        back.fill(-1);
+        return Open_GoodDetail_Enter(2, 3, good, nullptr, nullptr, nullptr, nullptr, nullptr, &back[1], &back[0], 1, 1,
+                                     70, 0, 1);
+    };
+    const auto type = [&](bool ok, const QString &total) {
+        return [&, ok, total](QWidget *screen) {
+            test::Enter(screen, u"Amount1_EDT"_s, u"1.125"_s);
+            test::Press(Qt::Key_Return);
+            QVERIFY(test::Find<QLabel>(screen, u"Totals_LBL"_s).text().contains(total));
+            shop.host.messages.Answer(true);
+            QTest::keyClick(screen, ok ? Qt::Key_F3 : Qt::Key_Escape);
+            if (ok)
+                shop.host.messages.Ask({}, true); // the answer was for leaving without saving
+        };
+    };
+    int result = -1;
+    test::Drive([&] { result = enter(1); }, type(true, u"مانده: ۱"_s));
+    QCOMPARE(result, 1);
+    QCOMPARE(back, (std::array<long double, 7>{1.125L, 0, 1.125L, 0, 0, 0, 1}));
+    test::Drive([&] { result = form(3); }, type(true, u"مقدار: ۱٫۱۲۵"_s));
+    QCOMPARE(result, 1);
+    QCOMPARE(back[6], 1.0L);
+    test::Drive([&] { result = form(2); }, type(false, u"مقدار"_s));
+    QCOMPARE(result, 0);
+    QCOMPARE(back[0], -1.0L);
+    test::Drive([&] { result = shorter(); }, type(false, u"مقدار"_s));
+    QCOMPARE(result, 1);
+    QCOMPARE(back, (std::array<long double, 7>{0, 0, -1, -1, -1, -1, -1}));
+    shop.host.messages.TakeAll();
+    result = enter(99);
+    QCOMPARE(result, 0);
+    QCOMPARE(back[0], -1.0L);
+    QCOMPARE(shop.host.messages.TakeAll().size(), 1);
     entry::Module::Release();
 }
 

@@ -23,8 +23,8 @@ inline void Furnish(const test::Database &database)
         "values (N'سریال', 3, 1, N'', 0, N'', N''), (N'رنگ', 1, 0, N'1', 0, N'', N''), (N'شرح', 2, 0, N'', 0, N'', N''), "
         "(N'بارکد', 6, 1, N'', 0, N'', N''), (N'وزن', 4, 0, N'', 0, N'', N''), (N'انقضا', 5, 0, N'', 1, N'', N''), "
         "(N'گارانتی', 7, 0, N'1', 0, N'دارد', N'ندارد') "
-        "insert DetailTypesItems(DetailID, [Value]) values (2, N'قرمز'), (2, N'آبی'), (3, N'نو') "
-        "insert GoodDetailRelation(GoodCode, DetailID) values (5001, 3), (5001, 2), (5001, 1), (5002, 1), (5003, 2), "
+        "insert DetailTypesItems(DetailID, Row, [Value]) values (2, 1, N'قرمز'), (2, 2, N'آبی'), (3, 1, N'نو') "
+        "insert GoodDetailRelation(GoodCode, DetailID) values (5001, 2), (5001, 3), (5001, 1), (5002, 1), (5003, 2), "
         "(5004, 2), (5004, 4), (5004, 5), (5004, 6), (5004, 7)"_s);
 }
 
