@@ -15,7 +15,7 @@ struct Fixture : fixture::Shop
     Fixture()
     {
         database.Exec(u"update GoodInf set Unit2=null,Meghdar_Formool=0,kala_name=Name,SMSCode=Code,CostBgPrd=1 insert "
-                      "into GoodCostDiscount(GoodCode) values(5002)"_s);
+                      "into GoodCostDiscount(GoodCode,CostLevel_Sell_1,CostLevel_Buy_1) values(5002,1,1)"_s);
         editor.SetDetailEntry(entry::OpeningDetailEntry(host));
     }
     /// Opens the good and its list, does this there, and saves or leaves.
