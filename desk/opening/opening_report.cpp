@@ -3,7 +3,6 @@
 #include "host/controls/grid.h"
 #include "host/controls/number_text.h"
 #include "host/controls/search_frame.h"
-#include "host/data/persian_text.h"
 #include "host/screens/grid_print.h"
 #include "ui_opening_report.h"
 
@@ -19,11 +18,6 @@ using host::ColumnFormat;
 namespace {
 
 constexpr QSize WindowSize(980, 600);
-
-QString Shown(const QString &number)
-{
-    return host::PersianDigits(host::GroupDigits(number));
-}
 
 } // namespace
 
@@ -104,8 +98,8 @@ void TOpeningReport_FRM::ShowStore()
         rows += total.Rows;
         value += total.Value;
     }
-    m_ui->Total_LBL->setText(
-        u"%1 ردیف   ·   ارزش : %2"_s.arg(Shown(QString::number(rows)), Shown(host::QuantityToText(value))));
+    m_ui->Total_LBL->setText(u"%1 ردیف   ·   ارزش : %2"_s.arg(host::DisplayNumber(QString::number(rows)),
+                                                              host::DisplayNumber(host::QuantityToText(value))));
     if (m_ui->Opening_GRD->CurrentKey().isEmpty() && !m_ui->Opening_GRD->IsEmpty())
         m_ui->Opening_GRD->StandOn(0);
 }

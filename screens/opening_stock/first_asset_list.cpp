@@ -21,7 +21,7 @@ constexpr QSize WindowSize(720, 420);
 
 QString Shown(goods::Quantity amount, const QString &unit)
 {
-    return host::DisplayNumber(host::GroupDigits(host::QuantityToText(amount))) + u' ' + unit;
+    return host::DisplayNumber(host::QuantityToText(amount)) + u' ' + unit;
 }
 
 } // namespace
