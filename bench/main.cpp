@@ -6,6 +6,7 @@
 #include "bench/engine.h"
 #include "bench/floor.h"
 #include "bench/list_work.h"
+#include "bench/opening.h"
 #include "bench/options.h"
 #include "bench/report.h"
 #include "bench/round_trips.h"
@@ -250,6 +251,8 @@ void Edit(Report &report, Shop &shop, const Floor &scratch)
 {
     TGood_DM &data = shop.Data();
     int number = shop.size();
+    goods::OpeningCopy rows(data, shop.Host().entities);
+    OpeningDetails details(shop.Host());
     report.Measure(
         u"save a new good with prices and opening stock"_s, 9, {},
         [&] {
@@ -259,9 +262,12 @@ void Edit(Report &report, Shop &shop, const Floor &scratch)
             request.good = Shop::Good(code, ++number);
             request.good.AvaBgPrd = 10;
             request.good.CostBgPrd = 1000;
+            request.rowTyped = true;
+            request.rowStore = 1;
+            rows.Begin(0);
             data.CostLevel_Prepare(code, 2);
             data.CreateGoodDetailTempTable();
-            GoodSave(shop.Host(), data).Run(request);
+            GoodSave(shop.Host(), data, rows, details).Run(request);
         },
         [&] {
             scratch.Run("BEGIN IMMEDIATE");
@@ -293,6 +299,7 @@ std::vector<bench::RoundTrips> MeasureShop(Report &report, int goods)
     bench::MeasureListWork(report, shop);
     bench::MeasureBulk(report, shop);
     bench::MeasureDetails(report, shop);
+    bench::MeasureOpening(report, shop, floor);
     return bench::WatchRoundTrips(shop, SomeGood(shop));
 }
 

@@ -1,6 +1,7 @@
 #include "entry/module.h"
 
 #include "detailtypes/detail_types_list.h"
+#include "entry/opening_entry.h"
 #include "entry/selection_param.h"
 #include "gooddetail/details_select.h"
 #include "gooddetail/enter_serial.h"
@@ -130,6 +131,7 @@ void Module::OpenGoodList()
     }
     if (!slot)
         slot = new TGood_List_FRM(m_host, TFormMode::DockedList, QString());
+    slot->SetDetailEntry(OpeningDetailEntry(m_host));
     slot->SetKeyboardLayoutName(m_host.keyboard.GetKeyboardLayoutName());
     slot->SetFormTheme();
     slot->SetFormMode(TFormMode::DockedList);
@@ -144,6 +146,7 @@ TGood_List_FRM *Module::FreeSelectionSlot(const QString &openingText)
     for (auto &slot : m_selection) {
         if (!slot)
             slot = std::make_unique<TGood_List_FRM>(m_host, TFormMode::Selection, openingText);
+        slot->SetDetailEntry(OpeningDetailEntry(m_host));
         if (!slot->IsShowing())
             return slot.get();
     }
@@ -192,6 +195,7 @@ TGood_Get_FRM *Module::FreeEditor()
 {
     if (!m_editor)
         m_editor = std::make_unique<TGood_Get_FRM>(m_host);
+    m_editor->SetDetailEntry(OpeningDetailEntry(m_host));
     if (!m_editor->IsShowing())
         return m_editor.get();
     m_editor->raise();

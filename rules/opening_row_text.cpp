@@ -24,15 +24,9 @@ QString Fixed(Quantity number)
 QString PackOpeningRow(const OpeningRowOpening &opening)
 {
     const OpeningGood &good = opening.good;
-    return QStringList{QString::number(good.code),
-                       good.name,
-                       QString::number(good.unit1),
-                       QString::number(good.unit2),
-                       Fixed(good.formula),
-                       QString::number(good.twoUnits ? 1 : 0),
-                       QString::number(opening.row),
-                       good.unit1Name,
-                       good.unit2Name}
+    return QStringList{QString::number(good.code),   good.name,           QString::number(good.unit1),
+                       QString::number(good.unit2),  Fixed(good.formula), QString::number(good.twoUnits ? 1 : 0),
+                       QString::number(opening.row), good.unit1Name,      good.unit2Name}
         .join(u';');
 }
 
@@ -47,14 +41,9 @@ std::optional<OpeningRowOpening> ParseOpeningRow(const QString &text)
         return std::nullopt;
     const auto number = [&match](int field) { return match.captured(field).toInt(); };
     OpeningRowOpening opening;
-    opening.good = {number(1),
-                    match.captured(2),
-                    number(3),
-                    number(4),
-                    host::QuantityFromText(match.captured(5)),
-                    number(6) != 0,
-                    match.captured(8),
-                    match.captured(9)};
+    opening.good = {
+        number(1),      match.captured(2), number(3),        number(4), host::QuantityFromText(match.captured(5)),
+        number(6) != 0, match.captured(8), match.captured(9)};
     opening.row = number(7);
     return opening;
 }

@@ -15,9 +15,9 @@ struct OpeningGood
 {
     int code = 0;
     QString name;
-    int unit1 = 0;        ///< codes of the units, 0 for none
-    int unit2 = 0;        ///< …
-    Quantity formula = 0; ///< units 1 in one unit 2; 0 for none
+    int unit1 = 0;         ///< codes of the units, 0 for none
+    int unit2 = 0;         ///< …
+    Quantity formula = 0;  ///< units 1 in one unit 2; 0 for none
     bool twoUnits = false; ///< a quantity in each unit is typed
     QString unit1Name;
     QString unit2Name;

@@ -17,9 +17,9 @@
 /// may not be spliced into a statement (`host::RefusedText`) are thrown to the screen that called. Operations of
 /// several statements are one transaction, the caller's when it has one open on the main connection.
 ///
-/// The working rows of an open editor (prices, opening stock, categories, photo) stand in tables that all desks share,
-/// keyed by the good's code. An editor of a new good therefore reserves its proposed code before it makes working rows,
-/// and calls Good_ChangeCode() when the code changes.
+/// The working rows of an open editor (prices, categories, photo) stand in tables that all desks share, keyed by the
+/// good's code; those of its opening stock have a key of their own (OpeningCopy). An editor of a new good therefore
+/// reserves its proposed code before it makes working rows, and calls Good_ChangeCode() when the code changes.
 class TGood_DM : public goods::RecordStore,
                  public goods::Codes,
                  public goods::Prices,

@@ -192,12 +192,13 @@ void OpeningStock::FirstAsset_SaveTemp(int goodCode)
 QList<TGoodFirstAsset_Rec> OpeningStock::FirstAsset_Rows(int goodCode, bool working)
 {
     QList<TGoodFirstAsset_Rec> rows;
-    Temp_QRY.Open(u"Select ID,GoodCode,StoreCode,tmp,Amount1,Amount2,Comment,Radif from GoodFirstAsset where tmp=%1 and "
-                  "GoodCode=%2 order by Radif,ID"_s.arg(working ? 1 : 0)
-                      .arg(goodCode));
+    Temp_QRY.Open(
+        u"Select ID,GoodCode,StoreCode,tmp,Amount1,Amount2,Comment,Radif from GoodFirstAsset where tmp=%1 and "
+        "GoodCode=%2 order by Radif,ID"_s.arg(working ? 1 : 0)
+            .arg(goodCode));
     for (; !Temp_QRY.Eof(); Temp_QRY.Next())
-        rows << TGoodFirstAsset_Rec{Temp_QRY.Int(u"ID"),         Temp_QRY.Int(u"GoodCode"),   Temp_QRY.Int(u"StoreCode"),
-                                    Temp_QRY.Int(u"tmp"),        Temp_QRY.Number(u"Amount1"), Temp_QRY.Number(u"Amount2"),
+        rows << TGoodFirstAsset_Rec{Temp_QRY.Int(u"ID"),       Temp_QRY.Int(u"GoodCode"),   Temp_QRY.Int(u"StoreCode"),
+                                    Temp_QRY.Int(u"tmp"),      Temp_QRY.Number(u"Amount1"), Temp_QRY.Number(u"Amount2"),
                                     Temp_QRY.Text(u"Comment"), Temp_QRY.Int(u"Radif")};
     return rows;
 }

@@ -42,8 +42,8 @@ public:
 
     // Single rows
 
-    /// Opens `FirstAssetList_QRY`, in the order of the rows. The good may not be saved yet, so its units (0: none) and its formula (main units in
-    /// one second unit, 0: none) are the caller's.
+    /// Opens `FirstAssetList_QRY`, in the order of the rows. The good may not be saved yet, so its units (0: none) and
+    /// its formula (main units in one second unit, 0: none) are the caller's.
     void GoodFirstAsset_GetAll(int goodCode, int unit1, int unit2, host::Quantity formula);
     int GoodFirstAsset_GetNewCode(int goodCode);
     /// False, leaving `rec` alone, when there is no such row.

@@ -43,8 +43,8 @@ void OpeningCopy::TakeNumber()
     if (m_number != 0)
         return;
     QSet<int> taken;
-    for (host::Query codes(m_data.OpeningConnection(), u"Select Code from CodeLock_TBL where Status="_s +
-                                                           QString::number(static_cast<int>(Part)));
+    for (host::Query codes(m_data.OpeningConnection(),
+                           u"Select Code from CodeLock_TBL where Status="_s + QString::number(static_cast<int>(Part)));
          !codes.Eof(); codes.Next())
         taken << codes.Int(u"Code");
     int number = 1;

@@ -270,8 +270,8 @@ CREATE TABLE tmpCostList (
 )
 CREATE INDEX IX_tmpCostList_TypeCode ON tmpCostList (TypeCode, [Type], Status, CostLevelCode)
 
--- Opening stock per good and store. tmp 1: the copy an open editor works on (rows of a grid are born there);
--- 0: saved. Radif numbers the rows of a good.
+-- Opening stock per good and store. tmp 0: saved; 1: the copy an open editor works on (rows of a grid are born there),
+-- under a negative number of its own in place of the good's code. Radif numbers the rows of a good.
 CREATE TABLE GoodFirstAsset (
     ID        int IDENTITY(1,1) NOT NULL CONSTRAINT PK_GoodFirstAsset PRIMARY KEY,
     GoodCode  int           NOT NULL,

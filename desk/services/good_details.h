@@ -11,8 +11,7 @@ class GoodDetails : public host::GoodDetailService
 {
 public:
     /// `movements` outlives the service.
-    GoodDetails(const QSqlDatabase &connection, host::MessageService &messages,
-                host::DetailMovementService &movements);
+    GoodDetails(const QSqlDatabase &connection, host::MessageService &messages, host::DetailMovementService &movements);
 
     bool ExistsGoodDetailInsertedForOperation(int goodCode, host::TOperationType operation) override;
     void EnterGoodDetailSave(int goodCode, host::TOperationType operation) override;

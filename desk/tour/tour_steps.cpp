@@ -4,6 +4,7 @@
 #include "desk/tour/detail_type_steps.h"
 #include "desk/tour/label_steps.h"
 #include "desk/tour/list_command_steps.h"
+#include "desk/tour/opening_steps.h"
 #include "desk/tour/tour_script.h"
 #include "host/data/sql_text.h"
 
@@ -173,12 +174,14 @@ QList<TourStep> TourSteps(MainWindow &window, DeskHost &desk, const TakePicture 
     SmallLists(*script);
     System(*script);
     DetailTypeSteps(*script);
+    OpeningListSteps(*script);
     GoodsList(*script);
     LabelSteps(*script);
     ListCommandSteps(*script);
     AdvancedSearch(*script);
     BulkSteps(*script);
     EditorTabs(*script);
+    OpeningRowSteps(*script);
     AddGood(*script);
     CorrectGood(*script);
     DeleteGood(*script);

@@ -4,6 +4,7 @@
 #include "desk/documents/detail_history.h"
 #include "desk/documents/document_list.h"
 #include "desk/messages/catalogue.h"
+#include "desk/opening/opening_report.h"
 #include "desk/services/users.h"
 #include "desk/settings/rights.h"
 #include "desk/settings/settings_screen.h"
@@ -72,6 +73,7 @@ MainWindow::~MainWindow()
 {
     m_choose.reset();
     m_documents.reset();
+    m_openingStock.reset();
     m_desk.entities.SetDetailTypeChooser({});
     m_desk.SetMainWindow(nullptr);
 }
@@ -133,6 +135,8 @@ void MainWindow::AddCommands()
         [this] { OpenEntities(TSoftwarePart::Stores); });
     add(u"Units_ACT", u"واحدهای سنجش", host::Glyph::Units, Qt::CTRL | Qt::Key_U,
         [this] { OpenEntities(TSoftwarePart::Units); });
+    add(u"OpeningStock_ACT", u"لیست موجودی اول دوره", host::Glyph::Stores, Qt::CTRL | Qt::Key_M,
+        [this] { OpenOpeningStock(); });
     add(u"Rights_ACT", u"دسترسی کاربران", host::Glyph::Rights, {}, [this] { OpenRights(); });
     add(u"Settings_ACT", u"تنظیمات", host::Glyph::Settings, {}, [this] { OpenSettings(); });
     add(u"User_ACT", u"تغییر کاربر", host::Glyph::User, {}, [this] { ChangeUser(); });
@@ -152,6 +156,7 @@ void MainWindow::AddMenus()
     };
     menu(u"&کالا"_s, {u"GoodsList_ACT"_s, u"NewGood_ACT"_s, u"DetailTypes_ACT"_s, {}, u"Choose_ACT"_s});
     menu(u"ا&سناد"_s, {u"Documents_ACT"_s, u"NewSale_ACT"_s, u"NewPurchase_ACT"_s, {}, u"DetailHistory_ACT"_s});
+    menu(u"&گزارش‌ها"_s, {u"OpeningStock_ACT"_s});
     menu(u"&اطلاعات پایه"_s, {u"Groups_ACT"_s, u"Stores_ACT"_s, u"Units_ACT"_s});
     menu(u"سی&ستم"_s, {u"Rights_ACT"_s, u"Settings_ACT"_s, {}, u"User_ACT"_s, {}, u"Exit_ACT"_s});
 }
@@ -246,6 +251,18 @@ void MainWindow::OpenChoose()
         m_pages->setCurrentWidget(m_choose.get());
     else
         m_choose->ShowDocked();
+}
+
+void MainWindow::OpenOpeningStock()
+{
+    if (!MayOpenList(TSoftwarePart::OpeningStock))
+        return;
+    if (!m_openingStock)
+        m_openingStock = std::make_unique<TOpeningReport_FRM>(m_desk.host);
+    if (m_openingStock->IsShowing())
+        m_pages->setCurrentWidget(m_openingStock.get());
+    else
+        m_openingStock->ShowDocked();
 }
 
 void MainWindow::OpenEntities(TSoftwarePart part)

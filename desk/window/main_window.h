@@ -16,6 +16,7 @@ namespace desk {
 class HomePage;
 class TDocument_List_FRM;
 class TChoose_FRM;
+class TOpeningReport_FRM;
 
 /// The desk: menu, toolbar, pages (screens that dock become pages) and the status line.
 class MainWindow : public QMainWindow
@@ -53,6 +54,7 @@ private:
     void OpenDetailHistory();
     void NewDocument(host::TOperationType type);
     TDocument_List_FRM &Documents();
+    void OpenOpeningStock();
     void OpenEntities(host::TSoftwarePart part);
     void OpenRights();
     void OpenSettings();
@@ -71,6 +73,7 @@ private:
     QLabel *m_date = nullptr;
     std::unique_ptr<TChoose_FRM> m_choose;
     std::unique_ptr<TDocument_List_FRM> m_documents;
+    std::unique_ptr<TOpeningReport_FRM> m_openingStock;
 };
 
 } // namespace desk

@@ -3,7 +3,7 @@
 #include "data/goods/good_dm.h"
 
 /// The code of a good being created. It is reserved for this desk while the editor is open, because the working rows of
-/// the good (prices, opening stock, categories, photo) stand under it in tables that all desks share.
+/// the good (prices, categories, photo) stand under it in tables that all desks share.
 class CodeProposal
 {
 public:

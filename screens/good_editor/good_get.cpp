@@ -274,13 +274,11 @@ void TGood_Get_FRM::Write()
     const OpeningFields &opening = m_general->Opening();
     request.loaded = opening.Loaded();
     request.entered = opening.Values();
-    request.rows = &m_openingRows;
-    request.details = &m_openingDetails;
     request.rowTyped = !opening.SeveralStores() && opening.RowChanged();
     request.rowStore = opening.RowStore();
     request.loadedDetails = m_details->Loaded();
 
-    const int code = GoodSave(m_host, m_data).Run(request);
+    const int code = GoodSave(m_host, m_data, m_openingRows, m_openingDetails).Run(request);
     m_replacedCode = code == request.good.Code ? 0 : request.good.Code;
     if (IsNew())
         m_code.Moved(code);

@@ -36,8 +36,7 @@ void TGood_Get_FRM::BeginOpening(int good)
         m_openingRows.Begin(good);
         ApplyOpeningLock();
     }
-    opening.SetDetailsEntered(!IsNew() &&
-                              m_host.goodDetails.EnterGoodDetails_Get(good, TOperationType::OpeningStock));
+    opening.SetDetailsEntered(!IsNew() && m_host.goodDetails.EnterGoodDetails_Get(good, TOperationType::OpeningStock));
     m_detailStore = m_openingRows.OnlyStore();
 }
 
@@ -116,8 +115,14 @@ void TGood_Get_FRM::ShowOpeningRows()
     opening.SetRowStore(rowStore);
     opening.SetLocked(m_openingFixed, severalStores);
     m_detailStore = m_openingRows.OnlyStore();
-    if (m_openingDetails.Offered())
-        opening.SetDetailsEntered(!m_openingDetails.Rows().isEmpty());
+    if (!m_openingDetails.Offered())
+        return;
+    // Details of rows that were deleted on the list are there until the save.
+    const QSet<int> entered = m_openingDetails.Rows();
+    const auto &rows = m_openingRows.Rows();
+    opening.SetDetailsEntered(std::any_of(rows.cbegin(), rows.cend(), [&entered](const TGoodFirstAsset_Rec &row) {
+        return entered.contains(row.Radif);
+    }));
 }
 
 void TGood_Get_FRM::EnterOpeningDetails()

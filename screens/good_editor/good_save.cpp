@@ -32,13 +32,12 @@ int GoodSave::Run(Request request)
 
 void GoodSave::WriteOpeningRows(const Request &request)
 {
-    goods::OpeningCopy &rows = *request.rows;
     // Without a quantity the good has no opening row.
     if (request.rowTyped)
-        rows.SetOnlyRow(request.rowStore, {request.good.AvaBgPrd, request.good.AvaBgPrd2});
+        m_rows.SetOnlyRow(request.rowStore, {request.good.AvaBgPrd, request.good.AvaBgPrd2});
     // What was left alone stays as it is, in any store, also when another desk has changed it meanwhile.
-    if (rows.IsChanged())
-        rows.Save(request.good.Code);
+    if (m_rows.IsChanged())
+        m_rows.Save(request.good.Code);
 }
 
 void GoodSave::WriteOpeningDetails(const Request &request)
@@ -46,7 +45,7 @@ void GoodSave::WriteOpeningDetails(const Request &request)
     if (!m_host.settings.SettingRecord().GoodDetails)
         return;
     if (!request.isNew)
-        request.details->Delete(request.rows->GoneNumbers());
+        m_details.Delete(m_rows.GoneNumbers());
     m_host.goodDetails.EnterGoodDetailSave(request.good.Code, TOperationType::OpeningStock);
 }
 

@@ -12,8 +12,6 @@ public:
     struct Request
     {
         TGoodInfoRec good;
-        goods::OpeningCopy *rows = nullptr; ///< the opening rows; like the details never null
-        OpeningDetails *details = nullptr;
         bool isNew = false;
         goods::OpeningValues loaded;        ///< the opening stock before the change
         goods::OpeningValues entered;       ///< and now
@@ -22,7 +20,10 @@ public:
         std::array<int, 5> loadedDetails{}; ///< the detail types before the change, 0 for none
     };
 
-    GoodSave(host::Host &host, TGood_DM &data) : m_host(host), m_data(data) {}
+    /// `rows` and `details` are those of the good's opening stock.
+    GoodSave(host::Host &host, TGood_DM &data, goods::OpeningCopy &rows, OpeningDetails &details)
+        : m_host(host), m_data(data), m_rows(rows), m_details(details)
+    {}
 
     /// Returns the code that the good was saved under: another one than asked for when another desk has taken that
     /// code meanwhile. Throws DatabaseError, having written nothing.
@@ -36,4 +37,6 @@ private:
 
     host::Host &m_host;
     TGood_DM &m_data;
+    goods::OpeningCopy &m_rows;
+    OpeningDetails &m_details;
 };

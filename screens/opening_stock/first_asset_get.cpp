@@ -14,7 +14,7 @@ using host::Refused;
 
 namespace {
 
-constexpr QSize WindowSize(520, 300);
+constexpr QSize WindowSize(620, 240);
 constexpr int MessageMilliseconds = 3000;
 
 } // namespace
@@ -29,8 +29,7 @@ bool OpeningPeriodClosed(host::Host &host, QWidget *beside)
     if (!host.vouchers.IsConstStartPeriod())
         return false;
     host.messages.ShowSmartMessage(host::message::OpeningPeriodClosed,
-                                   {u"مقادير اول دوره"_s, u"تغيير مقادير اول دوره"_s},
-                                   MessageMilliseconds, beside);
+                                   {u"مقادير اول دوره"_s, u"تغيير مقادير اول دوره"_s}, MessageMilliseconds, beside);
     return true;
 }
 
@@ -58,8 +57,7 @@ void TFirstAsset_Get_FRM::BindQuantities()
     const host::TSettingRecord &settings = m_host.settings.SettingRecord();
     UnitQuantities &quantities = *m_ui->Quantities;
     const bool secondUnit = good.twoUnits || good.formula != 0;
-    quantities.SetSettings(
-        {settings.TwoUnitGoods && secondUnit, settings.TwoUnitVariableRatio, settings.IntegerUnits});
+    quantities.SetSettings({settings.TwoUnitGoods && secondUnit, settings.TwoUnitVariableRatio, settings.IntegerUnits});
     quantities.SetFormula([this]() -> std::optional<goods::Quantity> {
         const goods::Quantity formula = m_context.good.formula;
         return formula != 0 ? std::optional(formula) : std::nullopt;
@@ -89,7 +87,7 @@ void TFirstAsset_Get_FRM::AlignLabels()
     labels << quantityLabels;
     int widest = 0;
     for (const QLabel *label : std::as_const(labels))
-        widest = qMax(widest, label->sizeHint().width());
+        widest = qMax(widest, label->sizeHint().width() + label->fontMetrics().averageCharWidth() * 2);
     for (QLabel *label : std::as_const(labels))
         label->setMinimumWidth(widest);
 }
@@ -202,8 +200,8 @@ Refused TFirstAsset_Get_FRM::StoreGiven() const
 
 Refused TFirstAsset_Get_FRM::StoreUsedOnce()
 {
-    const bool used = m_context.data.ValidateGoodFirstAsset_Insert(m_context.copy.Key(), m_ui->Store_Entity->Code(),
-                                                                   m_row.Radif);
+    const bool used =
+        m_context.data.ValidateGoodFirstAsset_Insert(m_context.copy.Key(), m_ui->Store_Entity->Code(), m_row.Radif);
     return host::When(used, host::Repeated(m_ui->Store_Entity, u"انبار"_s, u"موجودی اول دوره"_s));
 }
 

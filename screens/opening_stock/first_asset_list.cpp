@@ -3,6 +3,7 @@
 #include "data/goods/stock_probe.h"
 #include "host/controls/grid.h"
 #include "host/controls/number_text.h"
+#include "host/screens/grid_print.h"
 #include "ui_first_asset_list.h"
 
 #include <QHeaderView>
@@ -20,7 +21,7 @@ constexpr QSize WindowSize(720, 420);
 
 QString Shown(goods::Quantity amount, const QString &unit)
 {
-    return host::DisplayNumber(host::GroupDigits(host::QuantityToText(amount))) + u' ' + unit;
+    return host::DisplayNumber(host::QuantityToText(amount)) + u' ' + unit;
 }
 
 } // namespace
@@ -56,7 +57,7 @@ void TFirstAsset_List_FRM::ShowColumns()
                 << host::GridColumn{u"Unit2"_s, u"واحد 2"_s, 70};
     else
         columns << host::GridColumn{u"Joz"_s, u"م کل"_s, 90, false, ColumnFormat::Quantity};
-    columns << host::GridColumn{u"Comment"_s, u"توضیحات"_s, 180};
+    columns << host::GridColumn{u"Comment"_s, u"توضیحات"_s, 120};
     host::Grid *grid = m_ui->FirstAssetList_GRD;
     grid->SetColumns(columns);
     grid->horizontalHeader()->setStretchLastSection(true);
@@ -73,7 +74,7 @@ void TFirstAsset_List_FRM::BindCommands()
     Bind(m_new, Qt::Key_F4, [this] { Edit(TFormMode::New, m_new); });
     Bind(m_edit, Qt::Key_F5, [this] { Edit(TFormMode::Edit, m_edit); });
     Bind(m_delete, Qt::Key_F7, [this] { Delete(); });
-    Bind(AddFooterCommand(u"PrintList_BTN"_s, u"پیش نمایش ليست F9"_s), Qt::Key_F9, [this] { PreviewGrid(); });
+    Bind(AddFooterCommand(u"PrintList_BTN"_s, u"پیش نمایش ليست F9"_s), Qt::Key_F9, [this] { Print(); });
     Bind(AddFooterButton(u"Exit_BTN"_s, u"خروج Esc"_s), {}, [this] { reject(); });
 }
 
@@ -131,9 +132,8 @@ bool TFirstAsset_List_FRM::MayChange(QWidget *beside)
         return false;
     if (!m_context.fixed)
         return true;
-    m_host.messages.ShowMessage(
-        u"کاربر گرامی برای این کالا سند ثبت شده است و موجودی اول دوره آن قابل تغییر نیست"_s,
-        host::MessageIcon::Warning, Title());
+    m_host.messages.ShowMessage(u"کاربر گرامی برای این کالا سند ثبت شده است و موجودی اول دوره آن قابل تغییر نیست"_s,
+                                host::MessageIcon::Warning, Title());
     return false;
 }
 
@@ -174,7 +174,9 @@ bool TFirstAsset_List_FRM::FormKeyDown(QKeyEvent *event)
     return GoOnByEnter(event) || TBaseDock_FRM::FormKeyDown(event);
 }
 
-host::Grid *TFirstAsset_List_FRM::PrintedGrid() const
+void TFirstAsset_List_FRM::Print()
 {
-    return m_ui->FirstAssetList_GRD;
+    // A sheet of paper says which good it is about, and how much there is of it.
+    const QStringList title{Title(), m_ui->Good_LBL->text(), m_ui->Total_LBL->text()};
+    host::GridPrinter(*m_ui->FirstAssetList_GRD, title.join(u"   ·   "), m_host.clock.NowShamsiDate()).Preview(this);
 }

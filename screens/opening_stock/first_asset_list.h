@@ -21,7 +21,6 @@ protected:
     void FormShown() override;
     void FormClose() override;
     bool FormKeyDown(QKeyEvent *event) override;
-    host::Grid *PrintedGrid() const override;
 
 private:
     void BindCommands();
@@ -33,6 +32,7 @@ private:
     bool MayChange(QWidget *beside);
     void Edit(host::TFormMode mode, QWidget *beside);
     void Delete();
+    void Print();
 
     OpeningRowsContext &m_context;
     std::unique_ptr<Ui::FirstAssetList> m_ui;

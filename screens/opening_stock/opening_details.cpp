@@ -122,7 +122,6 @@ void OpeningDetails::Delete(const QList<int> &rows)
             needed << refusal.Text;
     }
     if (!needed.isEmpty())
-        throw host::DatabaseError(
-            u"کاربر گرامی این جزئیات خارج شده است و سطر اول دوره آن قابل حذف نیست:\n"_s +
-            needed.join(u'\n'));
+        throw host::DatabaseError(u"کاربر گرامی این جزئیات خارج شده است و سطر اول دوره آن قابل حذف نیست:\n"_s +
+                                  needed.join(u'\n'));
 }

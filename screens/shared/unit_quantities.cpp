@@ -269,8 +269,8 @@ void UnitQuantities::FormulaTyped()
         LeaveParts(); // typed before there was a formula to join them by
     else
         m_ui->MeghdarJoz_EDT->SetNumber(applies && total > 0 ? goods::RoundedQuantity(total - Formula() * big) : 0);
-    m_partsTyped = m_partsTyped || (isEnabledTo(parentWidget()) && m_ui->Meghdar_Joz_EDT->isEnabledTo(this) &&
-                                    !m_detailsEntered);
+    m_partsTyped =
+        m_partsTyped || (isEnabledTo(parentWidget()) && m_ui->Meghdar_Joz_EDT->isEnabledTo(this) && !m_detailsEntered);
     emit Changed();
 }
 

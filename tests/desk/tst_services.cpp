@@ -213,7 +213,10 @@ void TestServices::stockMayNotFallBelowZero()
 void TestServices::detailsReplaceTheirOwnRow()
 {
     test::QuietEntities desk;
-    desk::GoodDetails details(desk.database.Main(), desk.messages);
+    desk::DetailDesk number(desk.database.Main(), desk.entities);
+    desk::DetailValues values(desk.database.Main(), desk.settings);
+    desk::DetailMovements movements(number, values);
+    desk::GoodDetails details(desk.database.Main(), desk.messages, movements);
     const QString columns =
         u" (DetailValueID, GoodCode, StoreCode, OperationType, OperationCode, OperationRow, "
         "Amount1, Amount2, TotalAmount, [Length], Width, Amount3, ForeignOperationCode) "
@@ -221,9 +224,9 @@ void TestServices::detailsReplaceTheirOwnRow()
     const QString of = u") AS v(s, t, c, r, a) WHERE GoodCode = 900 "_s;
     desk.database.Exec(u"INSERT INTO GoodInf (Code, GrpCode, Name) VALUES (900, 0, N'نو') "
                        "INSERT INTO GoodDetailValues (GoodCode) VALUES (900) INSERT INTO GoodDetailKardex"_s +
-                       columns +
-                       u"(1, 3, 5, 1, 1), (2, 3, 5, 1, 2), (1, 3, 5, 2, 3), (1, 3, 6, 1, 4), (1, 2, 5, 1, 5)"_s + of +
-                       u"INSERT INTO GoodDetailKardexEnter_Temp"_s + columns + u"(1, 3, 5, 1, 9)"_s + of +
+                       columns + u"(1, 3, 900, 1, 1), (1, 3, 900, 2, 3), (1, 3, 6, 1, 4), (1, 2, 900, 1, 5)"_s + of +
+                       u"INSERT INTO GoodDetailKardexEnter_Temp"_s + columns +
+                       u"(1, 3, 900, 1, 9), (2, 3, 900, 2, 7)"_s + of +
                        u"INSERT INTO GoodInf (Code, GrpCode, Name) VALUES (902, 0, N'باز') INSERT INTO "
                        "GoodDetailKardexEnter_Temp"_s +
                        QString(columns).replace(u"900"_s, u"902"_s) + u"(1, 3, 0, 0, 9)"_s + of);
@@ -232,11 +235,15 @@ void TestServices::detailsReplaceTheirOwnRow()
     desk.database.Exec(u"UPDATE GoodDetailKardexEnter_Temp SET OperationType = 2 WHERE GoodCode = 902"_s);
     QVERIFY(details.CheckGoodDetailKardexExists(902) && !details.GoodDetailsSaved(902));
     const bool recorded = details.CheckGoodDetailKardexExists(900);
+    // Row 1 was entered by this desk, row 2 by another one, which goes on with it.
+    desk.database.Exec(u"UPDATE GoodDetailKardexEnter_Temp SET Tmp = 0, ComIndex = %1 + OperationRow - 1 WHERE "
+                       "GoodCode = 900"_s.arg(number.Number()));
     details.EnterGoodDetailSave(900, host::TOperationType::OpeningStock);
     QVERIFY(recorded && details.CheckGoodDetailKardexExists(900) && !details.CheckGoodDetailKardexExists(901));
     QCOMPARE(desk.database.Rows(u"SELECT Amount1 FROM GoodDetailKardex WHERE GoodCode = 900 ORDER BY Amount1"_s),
-             QStringList({u"2"_s, u"3"_s, u"4"_s, u"5"_s, u"9"_s}));
-    QVERIFY(desk.database.Rows(u"SELECT ID FROM GoodDetailKardexEnter_Temp WHERE GoodCode = 900"_s).isEmpty());
+             QStringList({u"3"_s, u"4"_s, u"5"_s, u"9"_s}));
+    QCOMPARE(desk.database.Rows(u"SELECT Amount1 FROM GoodDetailKardexEnter_Temp WHERE GoodCode = 900"_s),
+             QStringList{u"7"_s});
 }
 
 void TestServices::openingVoucherFollowsTheGood()

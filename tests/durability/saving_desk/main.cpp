@@ -38,7 +38,7 @@ void SaveOne(host::Host &host, TGood_DM &data, int number)
 
     GoodSave::Request request;
     request.isNew = true;
-    request.rowChanged = true;
+    request.rowTyped = true;
     request.rowStore = 1;
     request.good.Code = code;
     request.good.GrpCode = 1;
@@ -50,7 +50,10 @@ void SaveOne(host::Host &host, TGood_DM &data, int number)
     request.good.AvaBgPrd = code;
     request.good.CostBgPrd = 1000;
     request.good.Price.Discount_Sell[0] = 5;
-    GoodSave(host, data).Run(request);
+    goods::OpeningCopy rows(data, host.entities);
+    rows.Begin(0);
+    OpeningDetails details(host);
+    GoodSave(host, data, rows, details).Run(request);
 }
 
 void ChangeAll(TGood_DM &data, int number)
