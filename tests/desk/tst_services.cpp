@@ -213,7 +213,7 @@ void TestServices::stockMayNotFallBelowZero()
 void TestServices::detailsReplaceTheirOwnRow()
 {
     test::QuietEntities desk;
-    desk::DetailDesk number(desk.database.Main(), desk.entities);
+    desk::DetailDesk number(desk.database.Main());
     desk::DetailValues values(desk.database.Main(), desk.settings);
     desk::DetailMovements movements(number, values);
     desk::GoodDetails details(desk.database.Main(), desk.messages, movements);
