@@ -2,6 +2,7 @@
 
 #include "desk/tour/bulk_steps.h"
 #include "desk/tour/detail_type_steps.h"
+#include "desk/tour/document_steps.h"
 #include "desk/tour/label_steps.h"
 #include "desk/tour/list_command_steps.h"
 #include "desk/tour/opening_steps.h"
@@ -182,6 +183,7 @@ QList<TourStep> TourSteps(MainWindow &window, DeskHost &desk, const TakePicture 
     BulkSteps(*script);
     EditorTabs(*script);
     OpeningRowSteps(*script);
+    DocumentSteps(*script);
     AddGood(*script);
     CorrectGood(*script);
     DeleteGood(*script);
