@@ -248,7 +248,7 @@ void TDocument_List_FRM::DeleteRow()
     } else {
         if (!m_host.messages.MsgDeleteItem(kind->Title(code)))
             return;
-        m_store.Delete(kind->Number(), code, document->Revision);
+        m_store.Delete(*document);
     }
     Refresh();
 }

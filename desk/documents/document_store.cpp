@@ -41,8 +41,8 @@ void DocumentStore::ReleaseCodes(const DocumentKind &kind)
 
 QString DocumentStore::RowText(int kind, int code)
 {
-    return u"SELECT Kind, Code, [Date], StoreCode, ISNULL(ToStoreCode, 0) AS ToStoreCode, AnswersCode, Comment, Revision "
-           "FROM Documents"_s +
+    return u"SELECT Kind, Code, [Date], StoreCode, ISNULL(ToStoreCode, 0) AS ToStoreCode, AnswersCode, Comment, Revision, "
+           "ID FROM Documents"_s +
            Where(kind, code);
 }
 
@@ -59,7 +59,8 @@ std::optional<Document> DocumentStore::Get(int kind, int code) const
                     row.Int(u"AnswersCode"),
                     row.Text(u"Comment"),
                     row.Int(u"Revision"),
-                    ReadDocumentLines(m_connection, Where(kind, code, u"l."_s))};
+                    ReadDocumentLines(m_connection, Where(kind, code, u"l."_s)),
+                    row.Int(u"ID")};
 }
 
 void DocumentStore::Save(const Document &document)
@@ -67,12 +68,13 @@ void DocumentStore::Save(const Document &document)
     SaveDocument(m_host, document);
 }
 
-void DocumentStore::Delete(int kind, int code, int revision)
+void DocumentStore::Delete(const Document &read)
 {
-    Document document;
-    document.Kind = kind;
-    document.Code = code;
-    document.Revision = revision;
+    Document document; // without lines, and answering nothing
+    document.Kind = read.Kind;
+    document.Code = read.Code;
+    document.Revision = read.Revision;
+    document.ID = read.ID;
     DeleteDocument(m_host, document);
 }
 

@@ -73,7 +73,7 @@ struct Writer
     QString Delete(int kind, int code)
     {
         try {
-            store.Delete(kind, code, store.Get(kind, code)->Revision);
+            store.Delete(*store.Get(kind, code));
         } catch (const desk::DocumentRefused &refused) {
             return QString::fromUtf8(refused.what());
         }
@@ -281,6 +281,14 @@ void TestDocuments::anotherDeskSavedFirst()
     QCOMPARE(s.desk.Save(mine), QString());
     QVERIFY(s.desk.Save(theirs).contains(u"سند فروش شماره ۳ را در این میان"_s));
     QCOMPARE(s.desk.store.Get(Sale, 3)->Comment, u"من"_s);
+
+    // A new document with the number of a deleted one is not the one that was read.
+    Document anew = s.desk.New(Purchase, Rice, 1, 5);
+    QCOMPARE(s.desk.Save(anew), QString());
+    const Document read = *s.desk.store.Get(Purchase, anew.Code);
+    QCOMPARE(s.desk.Delete(Purchase, anew.Code), QString());
+    QCOMPARE(s.desk.Save(anew), QString());
+    QVERIFY(!s.desk.Save(read).isEmpty());
 }
 
 /// Movements of lines that did not change keep their rows, and with them their place among those of the day.
