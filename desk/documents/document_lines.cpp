@@ -12,6 +12,8 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace desk {
@@ -104,6 +106,7 @@ void DocumentLinesPage::Show(const Document &document, const std::optional<Docum
     m_kind = &DocumentKindOf(document.Kind);
     m_code = document.Code;
     m_answersCode = document.AnswersCode;
+    m_linesStore = 0;
     m_answered = answered;
     m_lines.SetLines(document.Lines);
     const bool priced = m_kind->priceSide >= 0;
@@ -126,10 +129,12 @@ void DocumentLinesPage::SetAnswered(const std::optional<Document> &answered, int
 
 void DocumentLinesPage::SetStore(int code, const QString &name)
 {
-    const int former = m_storeCode;
     m_storeCode = code;
     m_storeName = name;
-    if (former == 0 || former == code || code == 0)
+    if (code == 0)
+        return; // a mistyped one: the lines wait for the next
+    const int former = std::exchange(m_linesStore, code);
+    if (former == 0 || former == code)
         return;
     for (int row = 0; row < m_lines.rowCount(); ++row) {
         if (m_lines.At(row).StoreCode == former)

@@ -99,6 +99,7 @@ private:
     const DocumentKind *m_kind = nullptr;
     int m_code = 0;
     int m_storeCode = 0;
+    int m_linesStore = 0; ///< the last store of the document that was one: that of its lines
     QString m_storeName;
     int m_answersCode = 0;
     std::optional<Document> m_answered;

@@ -11,6 +11,9 @@ namespace desk {
 
 namespace {
 
+/// Lines in one statement; servers take a thousand.
+constexpr int BlockLines = 500;
+
 QString Where(int kind, int code, const QString &prefix = {})
 {
     return u" WHERE %1Kind = %2 AND %1Code = %3"_s.arg(prefix).arg(kind).arg(code);
@@ -80,12 +83,18 @@ void DocumentStore::Delete(const Document &read)
 
 void DocumentStore::KeepLines(int kind, int code, const QList<DocumentLine> &lines)
 {
-    QStringList rows{u"SELECT 0 AS OperationRow"_s};
-    for (const DocumentLine &line : lines) {
-        if (line.Good.HasDetails)
-            rows << u"SELECT %1"_s.arg(line.OperationRow);
+    host::Transaction transaction(m_connection);
+    host::Run(m_connection, u"IF OBJECT_ID('tempdb..#KeptLines') IS NOT NULL DROP TABLE #KeptLines"_s);
+    host::Run(m_connection, u"CREATE TABLE #KeptLines (OperationRow int NOT NULL PRIMARY KEY)"_s);
+    for (qsizetype first = 0; first < lines.size(); first += BlockLines) {
+        QStringList rows;
+        for (const DocumentLine &line : lines.mid(first, BlockLines))
+            rows << u"(%1)"_s.arg(line.OperationRow);
+        host::Run(m_connection, u"INSERT INTO #KeptLines (OperationRow) VALUES "_s + rows.join(u", "));
     }
-    m_host.detailMovements.GoodDetailsOperation_KeepLines(static_cast<quint8>(kind), code, rows.join(u" UNION ALL "));
+    m_host.detailMovements.GoodDetailsOperation_KeepLines(static_cast<quint8>(kind), code,
+                                                          u"SELECT OperationRow FROM #KeptLines"_s);
+    transaction.Commit();
 }
 
 QString DocumentGoodText()
