@@ -217,7 +217,7 @@ void DocumentLinesPage::ShowLine()
     const bool details = TracksDetails(line.Good);
     m_showing = true;
     m_ui->Good_LBL->setText(none ? QString() : u"%1 - %2"_s.arg(Shown(row + 1), line.Good.Name));
-    m_ui->LineStore_Entity->SetCode(line.StoreCode);
+    m_ui->LineStore_Entity->SetItem(line.StoreCode, line.StoreName);
     m_ui->Amount1_EDT->SetNumber(line.Amount1);
     m_ui->Amount2_EDT->SetNumber(line.Amount2);
     m_ui->Price_EDT->SetNumber(line.Price);

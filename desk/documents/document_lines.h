@@ -79,8 +79,9 @@ private:
     void TakeGood(const GoodScan &scan);
     void TakeSerial(const GoodScan &scan);
     bool InAnswered(const DocumentGood &good) const;
-    /// Opens the details of a line; false when none came of it.
-    bool OpenDetailsOf(int row);
+    void OpenDetailsOf(int row, bool isNew);
+    /// Nothing came of what was begun on a line: a new one goes again.
+    void GiveUp(int row, bool isNew);
     void SetAmounts(int row, const host::TAmounts &amounts);
     void Follow(DocumentLine &line, bool firstTyped) const;
     void Typed(host::NumericEdit *edit);
