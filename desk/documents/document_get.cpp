@@ -76,7 +76,7 @@ void TDocument_Get_FRM::Prepare()
     document.Kind = m_kind.Number();
     document.Code = m_store.NewCode(m_kind);
     document.Date = m_host.clock.NowShamsiDate();
-    document.StoreCode = m_read.StoreCode; // of the document before
+    document.StoreCode = m_kind.mustAnswer ? 0 : m_read.StoreCode; // of the document before; a sale brings its own
     m_answered.reset();
     SetTitle(u"%1 جدید"_s.arg(m_kind.name));
     Show(document);
@@ -173,6 +173,7 @@ void TDocument_Get_FRM::BeforeChecks()
 {
     m_ui->Store_Entity->Resolve();
     m_ui->ToStore_Entity->Resolve();
+    m_lines->Resolve();
     TakeAnswers();
 }
 
@@ -189,6 +190,7 @@ std::vector<host::Check> TDocument_Get_FRM::Validate()
                          host::Required(m_ui->ToStore_Entity, u"به انبار"_s));
          }},
         {u"AnsweredDocument"_s, [this] { return AnswersFault(); }},
+        {u"NothingPending"_s, [this] { return m_lines->Unfinished(); }},
         {u"Lines"_s, [this] { return LinesFault(); }},
     };
 }
@@ -226,7 +228,9 @@ host::Refused TDocument_Get_FRM::LinesFault()
 
 void TDocument_Get_FRM::Write()
 {
-    m_store.Save(Entered());
+    const Document document = Entered();
+    m_store.Save(document);
+    m_read = document; // its store is where the next one begins
     SetKey(m_read.Code);
 }
 

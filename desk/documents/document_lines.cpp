@@ -207,6 +207,27 @@ void DocumentLinesPage::Tell(const QString &text)
     m_ui->Note_LBL->setText(text.isEmpty() ? text : u"\u200F"_s + text);
     m_ui->Note_LBL->setVisible(!text.isEmpty());
     m_ui->Scan_EDT->selectAll();
+    m_refusedScan = text.isEmpty() ? QString() : Scanned();
+}
+
+QString DocumentLinesPage::Scanned() const
+{
+    return m_ui->Scan_EDT->text().trimmed();
+}
+
+void DocumentLinesPage::Resolve()
+{
+    if (Current() >= 0)
+        m_ui->LineStore_Entity->Resolve();
+}
+
+host::Refused DocumentLinesPage::Unfinished() const
+{
+    const QString scanned = Scanned();
+    if (!scanned.isEmpty() && scanned != m_refusedScan)
+        return host::Warning(m_ui->Scan_EDT, MessageText(message::ScanPending, {scanned}));
+    return host::When(Current() >= 0 && m_ui->LineStore_Entity->Code() == 0,
+                      host::Required(m_ui->LineStore_Entity, u"انبار"_s));
 }
 
 void DocumentLinesPage::ShowLine()

@@ -5,6 +5,7 @@
 #include "desk/documents/good_scan.h"
 #include "desk/documents/line_details.h"
 #include "host/host.h"
+#include "host/screens/refusals.h"
 
 #include <QWidget>
 
@@ -56,6 +57,10 @@ public:
     void DeleteLine();
     /// The current line as the details know it; nothing without one.
     std::optional<host::TDocumentLine> CurrentDetails() const;
+    /// Takes what is typed for the store of the current line.
+    void Resolve();
+    /// What is still being typed beside the lines: a code that no Enter followed, a store that is none.
+    host::Refused Unfinished() const;
     /// Brings the line to front for a fault in it.
     QWidget *StandOn(int row);
 
@@ -90,6 +95,7 @@ private:
     void ShowLine();
     void ShowTotal();
     void Tell(const QString &text);
+    QString Scanned() const;
 
     host::Host &m_host;
     LineDetailScreens &m_screens;
@@ -104,6 +110,7 @@ private:
     QString m_storeName;
     int m_answersCode = 0;
     std::optional<Document> m_answered;
+    QString m_refusedScan;  ///< stands in the field, but was answered already
     bool m_showing = false; ///< the inputs are being filled
 };
 

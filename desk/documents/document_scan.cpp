@@ -46,7 +46,7 @@ DocumentLine DocumentLinesPage::NewLine(const DocumentGood &good) const
 
 void DocumentLinesPage::TakeScan()
 {
-    const QString typed = m_ui->Scan_EDT->text().trimmed();
+    const QString typed = Scanned();
     if (typed.isEmpty()) {
         m_ui->Scan_EDT->clear();
         return;
@@ -96,7 +96,7 @@ void DocumentLinesPage::TakeGood(const GoodScan &scan)
 
 void DocumentLinesPage::TakeSerial(const GoodScan &scan)
 {
-    const QString typed = m_ui->Scan_EDT->text().trimmed();
+    const QString typed = Scanned();
     int row = LineOf(scan.Good.Code);
     const bool isNew = row < 0;
     if (isNew)
