@@ -104,7 +104,8 @@ void DocumentLinesPage::TakeSerial(const GoodScan &scan)
     auto giveUp = qScopeGuard([this, row, isNew] { GiveUp(row, isNew); });
     const host::TDocumentLine line = DetailsOf(m_lines.At(row));
     host::DetailMovementService &details = m_host.detailMovements;
-    const bool twice = !isNew && LineHasDetail(m_host.DM.ADOConnection1, line, scan.DetailValueID);
+    const bool twice =
+        !isNew && LineHasDetail(m_host.DM.ADOConnection1, details.DetailsOfLine(line), scan.DetailValueID);
     std::optional<host::TAmounts> amounts;
     if (!twice)
         amounts = m_kind->direction < 0 ? details.ExitGoodDetails_Take(line, scan.DetailValueID)
