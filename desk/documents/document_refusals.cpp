@@ -5,6 +5,7 @@
 #include "host/controls/number_text.h"
 #include "host/data/persian_text.h"
 #include "host/data/query.h"
+#include "host/data/sql_text.h"
 
 #include <QHash>
 
@@ -28,7 +29,7 @@ QString Shown(Quantity quantity)
 
 } // namespace
 
-QString DocumentRefusals::AnsweringTitles(int kind, int code) const
+QString DocumentRefusals::AnsweringTitles(int kind, int code, const QString &before) const
 {
     const DocumentKind *answering = AnsweringKind(kind);
     if (!answering)
@@ -36,8 +37,8 @@ QString DocumentRefusals::AnsweringTitles(int kind, int code) const
     QStringList titles;
     for (host::Query rows(
              m_connection,
-             u"SELECT Code FROM Documents WHERE Kind = %1 AND AnswersCode = %2 ORDER BY Code"_s.arg(answering->Number())
-                 .arg(code));
+             u"SELECT Code FROM Documents WHERE Kind = %1 AND AnswersCode = %2"_s.arg(answering->Number()).arg(code) +
+                 (before.isEmpty() ? QString() : u" AND [Date] < "_s + host::QuotedStr(before)) + u" ORDER BY Code"_s);
          !rows.Eof(); rows.Next())
         titles << answering->Title(rows.Int(u"Code"));
     return titles.join(u"، ");
@@ -56,17 +57,33 @@ void DocumentRefusals::ReturnsFit() const
     const DocumentKind &kind = DocumentKindOf(m_document.Kind);
     if (kind.answers == 0) {
         MovedCovers(m_document.Kind, m_document.Code);
+        NotAfterReturns();
         return;
     }
     if (m_document.AnswersCode == 0)
         return;
-    if (!host::Exists(
-            m_connection,
-            u"SELECT Code FROM Documents WITH (UPDLOCK, HOLDLOCK) WHERE Kind = %1 AND Code = %2"_s.arg(kind.answers)
-                .arg(m_document.AnswersCode)))
-        throw DocumentRefused(
-            MessageText(message::EntityGone, {DocumentKindOf(kind.answers).Title(m_document.AnswersCode)}));
+    const host::Query answered(
+        m_connection,
+        u"SELECT [Date] FROM Documents WITH (UPDLOCK, HOLDLOCK) WHERE Kind = %1 AND Code = %2"_s.arg(kind.answers)
+            .arg(m_document.AnswersCode));
+    const QString title = DocumentKindOf(kind.answers).Title(m_document.AnswersCode);
+    if (answered.IsEmpty())
+        throw DocumentRefused(MessageText(message::EntityGone, {title}));
+    const QString date = answered.Text(u"Date"); // another desk may have moved it since it was chosen
+    if (m_document.Date < date)
+        throw DocumentRefused(MessageText(message::BeforeAnswered, {title, host::PersianDigits(date)}));
     MovedCovers(kind.answers, m_document.AnswersCode);
+}
+
+/// Nothing comes back before it went. A new document has no returns yet.
+void DocumentRefusals::NotAfterReturns() const
+{
+    const QString earlier =
+        m_document.Revision == 0 ? QString() : AnsweringTitles(m_document.Kind, m_document.Code, m_document.Date);
+    if (!earlier.isEmpty())
+        throw DocumentRefused(
+            MessageText(message::DatedAfterReturn, {DocumentKindOf(m_document.Kind).Title(m_document.Code),
+                                                    host::PersianDigits(m_document.Date), earlier}));
 }
 
 void DocumentRefusals::MovedCovers(int kind, int code) const

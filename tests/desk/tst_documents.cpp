@@ -170,6 +170,13 @@ void TestDocuments::refuses_data()
         },
         u"برگشت از فروش شماره ۱ برگشت خورده"_s);
     row(
+        "a sale dated after its return",
+        [edit](Shop &s, int, int sold) {
+            s.desk.Write(SaleReturn, 4, {7001, 7001}, sold);
+            return edit(s, Sale, sold, [](Document &document) { document.Date = u"1405/09/02"_s; });
+        },
+        u"پس از تاریخ سند برگشت از فروش شماره ۱ است"_s);
+    row(
         "a sale that loses a serial that came back",
         [edit](Shop &s, int, int sold) {
             s.desk.Write(SaleReturn, 4, {7001, 7001}, sold);
