@@ -43,7 +43,7 @@ TDocument_Get_FRM::TDocument_Get_FRM(host::Host &host, const DocumentKind &kind,
     for (host::EntityPicker *picker : {m_ui->Store_Entity, m_ui->ToStore_Entity})
         picker->SetSource(m_host.entities, host::TSoftwarePart::Stores);
     connect(m_ui->Store_Entity, &host::EntityPicker::Changed, this, [this](int code) {
-        Command(Title(), [this, code] { m_lines->SetStore(code, m_ui->Store_Entity->Name()); });
+        Command(Title(), [this, code] { TakeStore(code); });
     });
     connect(m_ui->Answers_EDT, &host::NumericEdit::NumberChanged, this,
             [this] { Command(Title(), [this] { TakeAnswers(); }); });
@@ -110,6 +110,14 @@ void TDocument_Get_FRM::Show(const Document &document)
     m_lines->SetStore(document.StoreCode, m_ui->Store_Entity->Name());
     ShowAnswers();
     LockHeader();
+}
+
+void TDocument_Get_FRM::TakeStore(int code)
+{
+    if (m_lines->SetStore(code, m_ui->Store_Entity->Name()))
+        return;
+    m_ui->Store_Entity->SetCode(m_lines->LinesStore());
+    m_lines->SetStore(m_ui->Store_Entity->Code(), m_ui->Store_Entity->Name());
 }
 
 /// What the lines stand on does not change under them.

@@ -12,7 +12,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 
-#include <utility>
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -91,7 +91,7 @@ void DocumentLinesPage::BindInputs()
     connect(m_ui->LineStore_Entity, &host::EntityPicker::Changed, this, [this](int code) {
         m_run([this, code] {
             if (Current() >= 0 && code != 0)
-                MoveToStore(Current(), code, m_ui->LineStore_Entity->Name());
+                MoveLine(Current(), code, m_ui->LineStore_Entity->Name());
         });
     });
 }
@@ -127,19 +127,41 @@ void DocumentLinesPage::SetAnswered(const std::optional<Document> &answered, int
     m_answersCode = code;
 }
 
-void DocumentLinesPage::SetStore(int code, const QString &name)
+bool DocumentLinesPage::SetStore(int code, const QString &name)
 {
+    const int former = m_linesStore;
+    const bool moves = former != 0 && code != 0 && former != code;
+    if (moves && std::any_of(Lines().cbegin(), Lines().cend(),
+                             [&](const DocumentLine &line) {
+                                 return line.StoreCode == former && HasChosen(line);
+                             }) &&
+        !m_host.messages.Confirm(message::GiveUpDetails, {}))
+        return false;
     m_storeCode = code;
     m_storeName = name;
-    if (code == 0)
-        return; // a mistyped one: the lines wait for the next
-    const int former = std::exchange(m_linesStore, code);
-    if (former == 0 || former == code)
-        return;
+    if (code != 0) // a mistyped one: the lines wait for the next
+        m_linesStore = code;
+    if (!moves)
+        return true;
     for (int row = 0; row < m_lines.rowCount(); ++row) {
         if (m_lines.At(row).StoreCode == former)
             MoveToStore(row, code, name);
     }
+    return true;
+}
+
+bool DocumentLinesPage::HasChosen(const DocumentLine &line) const
+{
+    return m_kind->direction < 0 && line.Amount1 != 0 && TracksDetails(line.Good);
+}
+
+void DocumentLinesPage::MoveLine(int row, int store, const QString &name)
+{
+    const DocumentLine &line = m_lines.At(row);
+    if (line.StoreCode == store || !HasChosen(line) || m_host.messages.Confirm(message::GiveUpDetails, {}))
+        MoveToStore(row, store, name);
+    else
+        ShowLine();
 }
 
 void DocumentLinesPage::MoveToStore(int row, int store, const QString &name)
@@ -277,11 +299,10 @@ void DocumentLinesPage::Replace(int row, const DocumentLine &line)
 void DocumentLinesPage::Follow(DocumentLine &line, bool firstTyped) const
 {
     const host::TSettingRecord &settings = m_host.settings.SettingRecord();
-    const bool second = !line.Good.UnitName2.isEmpty() && settings.TwoUnitGoods;
-    if (!second) {
+    if (line.Good.UnitName2.isEmpty())
         line.Amount2 = 0;
-        return;
-    }
+    if (line.Good.UnitName2.isEmpty() || !settings.TwoUnitGoods)
+        return; // switched off, a second quantity stays as it was written
     if (goods::QuantityEntryFor(settings.TwoUnitGoods, settings.TwoUnitVariableRatio, line.Good.Formula > 0) !=
         goods::QuantityEntry::BigAndSmall)
         return;

@@ -45,8 +45,10 @@ public:
     /// Takes over the lines of a document; `answered` is what it returns.
     void Show(const Document &document, const std::optional<Document> &answered);
     void SetAnswered(const std::optional<Document> &answered, int code);
-    /// The store of the document: new lines begin with it, and those that have it follow.
-    void SetStore(int code, const QString &name);
+    /// The store of the document: new lines begin with it, and those that have it follow. False when the user would
+    /// rather keep the details that were chosen in the former store, which is LinesStore().
+    bool SetStore(int code, const QString &name);
+    int LinesStore() const { return m_linesStore; }
     const QList<DocumentLine> &Lines() const { return m_lines.Lines(); }
     bool IsEmpty() const { return m_lines.IsEmpty(); }
     host::Grid *LinesGrid() const;
@@ -90,6 +92,10 @@ private:
     void SetAmounts(int row, const host::TAmounts &amounts);
     void Follow(DocumentLine &line, bool firstTyped) const;
     void Typed(host::NumericEdit *edit);
+    /// Details that another store does not have.
+    bool HasChosen(const DocumentLine &line) const;
+    /// Asks before they are given up.
+    void MoveLine(int row, int store, const QString &name);
     void MoveToStore(int row, int store, const QString &name);
     void Replace(int row, const DocumentLine &line);
     void ShowLine();
