@@ -42,9 +42,8 @@ TDocument_Get_FRM::TDocument_Get_FRM(host::Host &host, const DocumentKind &kind,
     }
     for (host::EntityPicker *picker : {m_ui->Store_Entity, m_ui->ToStore_Entity})
         picker->SetSource(m_host.entities, host::TSoftwarePart::Stores);
-    connect(m_ui->Store_Entity, &host::EntityPicker::Changed, this, [this](int code) {
-        Command(Title(), [this, code] { TakeStore(code); });
-    });
+    connect(m_ui->Store_Entity, &host::EntityPicker::Changed, this,
+            [this](int code) { Command(Title(), [this, code] { TakeStore(code); }); });
     connect(m_ui->Answers_EDT, &host::NumericEdit::NumberChanged, this,
             [this] { Command(Title(), [this] { TakeAnswers(); }); });
     connect(m_ui->Answers_EDT, &host::NumericEdit::ButtonClicked, this,

@@ -131,10 +131,9 @@ bool DocumentLinesPage::SetStore(int code, const QString &name)
 {
     const int former = m_linesStore;
     const bool moves = former != 0 && code != 0 && former != code;
-    if (moves && std::any_of(Lines().cbegin(), Lines().cend(),
-                             [&](const DocumentLine &line) {
-                                 return line.StoreCode == former && HasChosen(line);
-                             }) &&
+    if (moves &&
+        std::any_of(Lines().cbegin(), Lines().cend(),
+                    [&](const DocumentLine &line) { return line.StoreCode == former && HasChosen(line); }) &&
         !m_host.messages.Confirm(message::GiveUpDetails, {}))
         return false;
     m_storeCode = code;

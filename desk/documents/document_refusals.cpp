@@ -137,18 +137,24 @@ void DocumentRefusals::StockLasts(const QString &moves) const
 void DocumentRefusals::DetailsFitLines() const
 {
     const DocumentKind &kind = DocumentKindOf(m_document.Kind);
+    const bool demanded = m_host.settings.SettingRecord().GoodDetails;
+    const QString ledger =
+        u" FROM GoodDetailKardex WHERE OperationType = %1 AND OperationCode = %2"_s.arg(kind.Number())
+            .arg(m_document.Code);
+    const QString has = u"l.OperationRow IN (SELECT OperationRow%1)"_s.arg(ledger);
+    const QString judged =
+        demanded ? u"(l.GoodCode IN (SELECT GoodCode FROM GoodDetailRelation) OR %1)"_s.arg(has) : has;
     const host::Query lacking(
         m_connection,
         u"SELECT TOP 1 g.Name AS GoodName FROM #DocumentLines AS l INNER JOIN GoodInf AS g ON g.Code = l.GoodCode LEFT "
-        "JOIN (SELECT OperationRow, SUM(Amount1) AS Amount1 FROM GoodDetailKardex WHERE OperationType = %1 AND "
-        "OperationCode = %2 GROUP BY OperationRow) AS k ON k.OperationRow = l.OperationRow WHERE ISNULL(k.Amount1, 0) <> "
-        "%3 * l.Amount1 AND l.GoodCode IN (SELECT GoodCode FROM GoodDetailRelation) AND NOT EXISTS (SELECT 1 FROM "
-        "#DocumentBefore AS b WHERE b.OperationRow = l.OperationRow AND b.GoodCode = l.GoodCode AND ABS(b.Amount1) = "
-        "l.Amount1) ORDER BY l.OperationRow"_s.arg(kind.Number())
-            .arg(m_document.Code)
-            .arg(kind.direction));
+        "JOIN (SELECT OperationRow, StoreCode, SUM(Amount1) AS Amount1%1 GROUP BY OperationRow, StoreCode) AS k ON "
+        "k.OperationRow = l.OperationRow AND k.StoreCode = l.StoreCode WHERE ISNULL(k.Amount1, 0) <> %2 * l.Amount1 AND "
+        "%3 AND NOT EXISTS (SELECT 1 FROM #DocumentBefore AS b WHERE b.OperationRow = l.OperationRow AND b.GoodCode = "
+        "l.GoodCode AND ABS(b.Amount1) = l.Amount1 AND (b.StoreCode = l.StoreCode OR NOT %4)) ORDER BY l.OperationRow"_s
+            .arg(ledger, QString::number(kind.direction), judged, has));
     if (!lacking.IsEmpty())
-        throw DocumentRefused(MessageText(message::DetailsMissing, {lacking.Text(u"GoodName").trimmed()}));
+        throw DocumentRefused(MessageText(demanded ? message::DetailsMissing : message::DetailsSettingOff,
+                                          {lacking.Text(u"GoodName").trimmed()}));
 }
 
 namespace {

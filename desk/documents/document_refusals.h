@@ -26,7 +26,8 @@ public:
     /// On no day is there less than nothing of a good in a store, as far as this document made it less. `moves` is the
     /// condition of its movements, the former ones stand in #DocumentBefore.
     void StockLasts(const QString &moves) const;
-    /// Changed lines of goods with details have their quantity in the ledger.
+    /// Changed lines of goods with details have their quantity in the ledger, in their store. With details switched off
+    /// that is asked of lines that have some from before.
     void DetailsFitLines() const;
 
 private:

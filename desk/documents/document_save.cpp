@@ -129,8 +129,7 @@ void Writer::WriteHeader()
                            .arg(CodeOrNull(m_document.ToStoreCode))
                            .arg(m_document.AnswersCode) +
                        NQuotedStr(m_document.Comment) + u", ModifiedTime = "_s + stamp[0] + u", ModifiedDate = "_s +
-                       stamp[1] + u", UserModified = "_s + stamp[2] + u" WHERE "_s + Mine() +
-                       AsRead());
+                       stamp[1] + u", UserModified = "_s + stamp[2] + u" WHERE "_s + Mine() + AsRead());
     if (written == 0)
         throw DocumentRefused(MessageText(message::DocumentChanged, {m_kind.Title(m_document.Code)}));
 }
@@ -210,8 +209,7 @@ void Writer::Judge()
     refusals.ReturnsFit();
     if (m_host.settings.SettingRecord().ControlNegativeStock)
         refusals.StockLasts(Moves());
-    if (m_host.settings.SettingRecord().GoodDetails)
-        refusals.DetailsFitLines();
+    refusals.DetailsFitLines();
 }
 
 void Writer::Save()
@@ -228,8 +226,8 @@ void Writer::Save()
 void Writer::Delete()
 {
     DocumentRefusals(m_host, m_document).NothingAnswers();
-    const int found = host::Exec(
-        m_connection, u"UPDATE Documents SET Revision = Revision + 1 WHERE "_s + Mine() + AsRead());
+    const int found =
+        host::Exec(m_connection, u"UPDATE Documents SET Revision = Revision + 1 WHERE "_s + Mine() + AsRead());
     if (found == 0)
         throw DocumentRefused(MessageText(message::DocumentChanged, {m_kind.Title(m_document.Code)}));
     NoteBefore(); // without lines: everything goes

@@ -81,9 +81,8 @@ std::optional<GoodScan> ResolveScan(const QSqlDatabase &connection, const QStrin
 
 bool LineHasDetail(const QSqlDatabase &connection, const QString &details, int detailValueId)
 {
-    return host::Exists(connection,
-                        u"SELECT TOP 1 d.DetailValueID FROM (%1) AS d WHERE d.DetailValueID = %2"_s.arg(
-                            details, QString::number(detailValueId)));
+    return host::Exists(connection, u"SELECT TOP 1 d.DetailValueID FROM (%1) AS d WHERE d.DetailValueID = %2"_s.arg(
+                                        details, QString::number(detailValueId)));
 }
 
 Quantity ProposedPrice(const QSqlDatabase &connection, int side, int goodCode)

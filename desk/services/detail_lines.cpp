@@ -140,8 +140,8 @@ QString DetailMovements::DetailsOfLine(const TDocumentLine &line)
     const QString kept = Mine(SameKey(line)) + u" AND Tmp = 0"_s;
     return u"SELECT DetailValueID FROM %1 WHERE DetailValueID IS NOT NULL AND %3 UNION ALL SELECT DetailValueID FROM %2 "
            "WHERE DetailValueID IS NOT NULL AND %3 UNION ALL SELECT DetailValueID FROM GoodDetailKardex WHERE %4 AND NOT "
-           "EXISTS (SELECT 1 FROM %1 WHERE %3) AND NOT EXISTS (SELECT 1 FROM %2 WHERE %3)"_s.arg(
-               EnterTable, ExitTable, kept, SameKey(line));
+           "EXISTS (SELECT 1 FROM %1 WHERE %3) AND NOT EXISTS (SELECT 1 FROM %2 WHERE %3)"_s.arg(EnterTable, ExitTable,
+                                                                                                 kept, SameKey(line));
 }
 
 void DetailMovements::GoodDetailsOperation_KeepLines(quint8 operationType, int operationCode, const QString &rows)

@@ -232,6 +232,15 @@ void TestDocuments::refuses_data()
         "serials that nobody entered", [](Shop &s, int, int) { return s.desk.Save(s.desk.New(Purchase, Drill, 4, 2)); },
         u"جزئیات این سطر را وارد کنید"_s);
     row(
+        "another quantity of what has details, while they are switched off",
+        [edit](Shop &s, int, int sold) {
+            host::TSettingRecord settings = s.desk.desk.settings.SettingRecord();
+            settings.GoodDetails = false;
+            s.desk.desk.settings.Save(settings);
+            return edit(s, Sale, sold, [](Document &document) { document.Lines[0].Amount1 = 2; });
+        },
+        u"«نگهداری جزئیات کالا» را در تنظیمات"_s);
+    row(
         "an answer to a sale that is not there",
         [](Shop &s, int, int) { return s.desk.Save(s.desk.New(SaleReturn, Rice, 1, 1, 999)); },
         u"سند فروش شماره ۹۹۹ دیگر وجود ندارد"_s);
@@ -380,10 +389,10 @@ void TestDocuments::demoHasNoFault()
     QCOMPARE(test::Faults(s.database), QStringList());
     // Each kind of fault is seen.
     const std::pair<QString, QString> faults[] = {
-        {u"UPDATE GoodFirstAsset SET Amount1 = Amount1 + 1 WHERE tmp = 0 AND GoodCode = 200001"_s, u"the opening stock"_s},
         {u"UPDATE GoodStoreStock SET Amount1 = Amount1 + 1 WHERE GoodCode = 110001"_s, u"stock of a store"_s},
         {u"UPDATE GoodStock SET Amount1 = Amount1 + 2 WHERE GoodCode = 110001"_s, u"stock of a good"_s},
         {u"DELETE FROM GoodDetailKardex WHERE ID = 1"_s, u"detail ledger differs"_s},
+        {u"DELETE FROM GoodDetailKardex WHERE ID = 2"_s, u"differ from the opening stock"_s},
         {u"UPDATE Kardex SET Amount1 = Amount1 - 1 WHERE Code = 5"_s, u"movement differs"_s},
         {u"DELETE FROM DocumentLines WHERE Kind = 1 AND Code = 1"_s, u"document without lines"_s}};
     for (const auto &[fault, found] : faults) {
