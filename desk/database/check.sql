@@ -24,16 +24,35 @@ GROUP BY m.GoodCode
 HAVING SUM(m.Kept1) <> SUM(m.Amount1) OR SUM(m.Kept2) <> SUM(m.Amount2)
 GO
 
--- Main units: the second amount of a detail is its own, that of the stock may follow from a ratio.
+-- Main units: the second amount of a detail is its own, that of the stock may follow from a ratio. What moved without
+-- details is left out: a good may have had stock before it got types, and opening stock need not name its details.
 SELECT N'detail ledger differs from the stock' AS Fault, m.GoodCode, m.StoreCode, SUM(m.Stock) AS Stock,
        SUM(m.Ledger) AS Ledger
-FROM (SELECT GoodCode, StoreCode, Amount1 AS Stock, 0 AS Ledger FROM GoodStoreStock
+FROM (SELECT k.Kala AS GoodCode, k.Anbar AS StoreCode, k.Amount1 AS Stock, 0 AS Ledger
+      FROM Kardex AS k
+      WHERE EXISTS (SELECT 1 FROM GoodDetailKardex AS d WHERE d.OperationType = k.OperationType
+                    AND d.OperationCode = k.OperationCode AND d.OperationRow = k.OperationRow)
+      UNION ALL
+      SELECT a.GoodCode, a.StoreCode, a.Amount1, 0
+      FROM GoodFirstAsset AS a
+      WHERE a.tmp = 0 AND EXISTS (SELECT 1 FROM GoodDetailKardex AS d WHERE d.OperationType = 3
+                                  AND d.OperationCode = a.GoodCode AND d.OperationRow = a.Radif)
       UNION ALL
       SELECT GoodCode, StoreCode, 0, Amount1 FROM GoodDetailKardex) AS m
-WHERE m.GoodCode IN (SELECT GoodCode FROM GoodDetailRelation)
-   OR m.GoodCode IN (SELECT GoodCode FROM GoodDetailKardex)
 GROUP BY m.GoodCode, m.StoreCode
 HAVING SUM(m.Stock) <> SUM(m.Ledger)
+GO
+
+-- The row of an opening stock is its Radif, its code that of the good.
+SELECT N'details differ from the opening stock' AS Fault, m.GoodCode, m.OperationRow, m.StoreCode, SUM(m.Opening) AS Opening,
+       SUM(m.Ledger) AS Ledger
+FROM (SELECT GoodCode, Radif AS OperationRow, StoreCode, Amount1 AS Opening, 0 AS Ledger, 0 AS Rows1
+      FROM GoodFirstAsset
+      WHERE tmp = 0
+      UNION ALL
+      SELECT OperationCode, OperationRow, StoreCode, 0, Amount1, 1 FROM GoodDetailKardex WHERE OperationType = 3) AS m
+GROUP BY m.GoodCode, m.OperationRow, m.StoreCode
+HAVING SUM(m.Rows1) > 0 AND SUM(m.Opening) <> SUM(m.Ledger)
 GO
 
 SELECT N'less than nothing of a detail' AS Fault, DetailValueID, StoreCode, SUM(Amount1) AS Amount1, SUM(Amount2) AS Amount2,
@@ -65,17 +84,19 @@ FROM Documents AS d
 WHERE NOT EXISTS (SELECT 1 FROM DocumentLines AS l WHERE l.Kind = d.Kind AND l.Code = d.Code)
 GO
 
+-- A line without any details may be older than the types of its good.
 SELECT N'details differ from the line of their document' AS Fault, m.OperationType, m.OperationCode, m.OperationRow,
        SUM(m.Movement) AS Movement, SUM(m.Ledger) AS Ledger
-FROM (SELECT OperationType, OperationCode, OperationRow, Kala AS GoodCode, Anbar AS StoreCode, Amount1 AS Movement, 0 AS Ledger
+FROM (SELECT OperationType, OperationCode, OperationRow, Kala AS GoodCode, Anbar AS StoreCode, Amount1 AS Movement, 0 AS Ledger,
+             0 AS Rows1
       FROM Kardex
-      WHERE OperationType IN (1, 2, 4, 5, 6, 7) AND Kala IN (SELECT GoodCode FROM GoodDetailRelation)
+      WHERE OperationType IN (1, 2, 4, 5, 6, 7)
       UNION ALL
-      SELECT OperationType, OperationCode, OperationRow, GoodCode, StoreCode, 0, Amount1
+      SELECT OperationType, OperationCode, OperationRow, GoodCode, StoreCode, 0, Amount1, 1
       FROM GoodDetailKardex
       WHERE OperationType IN (1, 2, 4, 5, 6, 7)) AS m
 GROUP BY m.OperationType, m.OperationCode, m.OperationRow, m.GoodCode, m.StoreCode
-HAVING SUM(m.Movement) <> SUM(m.Ledger)
+HAVING SUM(m.Rows1) > 0 AND SUM(m.Movement) <> SUM(m.Ledger)
 GO
 
 -- Goods whose names of places differ are compared in main units only, as the returns themselves are limited.

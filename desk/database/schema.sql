@@ -453,8 +453,9 @@ CREATE INDEX IX_Kardex_Prices ON Kardex (OperationType, Kala, [Date] DESC, Code 
 -- Documents that move goods. Kind is the OperationType of their movements, 6 for a transfer. StoreCode is what new
 -- lines begin with; ToStoreCode, the second store of a transfer, is NULL for the other kinds. AnswersCode: the sale or
 -- the purchase that a return answers, 0: none. Revision counts the saves, so that an editor writes over nothing but
--- what it has read.
+-- what it has read; ID tells a document from a later one with the number of a deleted one.
 CREATE TABLE Documents (
+    ID           int IDENTITY(1,1) NOT NULL,
     Kind         tinyint       NOT NULL,
     Code         int           NOT NULL,
     [Date]       varchar(10)   NOT NULL,

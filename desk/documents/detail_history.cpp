@@ -62,9 +62,11 @@ TDetailHistory_FRM::~TDetailHistory_FRM()
 
 void TDetailHistory_FRM::FormShow()
 {
+    if (!host::Granted(m_host, SoftwarePart(), host::TPermission::OpenList))
+        return AbortOpening();
     m_ui->Serial_EDT->setText(ParameterText());
     if (m_line) {
-        m_data.OfLine(m_line->OperationType, m_line->OperationCode, m_line->OperationRow);
+        m_data.OfLine(m_host.detailMovements.DetailsOfLine(*m_line));
         ShowValues();
         m_ui->Values_GRD->setFocus(Qt::OtherFocusReason);
     } else if (!ParameterText().isEmpty()) {

@@ -54,16 +54,9 @@ void DetailHistoryData::Find(const QString &serialOrBarcode)
                                from.arg(u"2"_s, u"LIKE "_s + host::NQuotedStr(u'%' + host::LikeText(text) + u'%'))));
 }
 
-void DetailHistoryData::OfLine(int operationType, int operationCode, int operationRow)
+void DetailHistoryData::OfLine(const QString &details)
 {
-    const QString from =
-        u"SELECT DetailValueID AS ID, 1 AS Place FROM %1 WHERE DetailValueID IS NOT NULL AND OperationType "
-        "= %2 AND OperationCode = %3 AND OperationRow = %4"_s;
-    QStringList texts;
-    for (const QString &table :
-         {u"GoodDetailKardex"_s, u"GoodDetailKardexEnter_Temp"_s, u"GoodDetailKardexExit_Temp"_s})
-        texts << from.arg(table).arg(operationType).arg(operationCode).arg(operationRow);
-    Values_QRY.Open(ValuesText(texts.join(u" UNION ALL ") + u" AND Tmp = 0"_s));
+    Values_QRY.Open(ValuesText(u"SELECT DetailValueID AS ID, 1 AS Place FROM (%1) AS d"_s.arg(details)));
 }
 
 void DetailHistoryData::Movements(int detailValueId)

@@ -17,8 +17,8 @@ public:
 
     /// Details with this serial or barcode, then those that contain it; a screenful at most.
     void Find(const QString &serialOrBarcode);
-    /// The details of a document's line: as saved, and as any open editor keeps them.
-    void OfLine(int operationType, int operationCode, int operationRow);
+    /// The details of a document's line; `details` is a SELECT of their DetailValueID.
+    void OfLine(const QString &details);
     /// The movements of a detail value; of none for 0.
     void Movements(int detailValueId);
 };

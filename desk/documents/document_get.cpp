@@ -42,9 +42,8 @@ TDocument_Get_FRM::TDocument_Get_FRM(host::Host &host, const DocumentKind &kind,
     }
     for (host::EntityPicker *picker : {m_ui->Store_Entity, m_ui->ToStore_Entity})
         picker->SetSource(m_host.entities, host::TSoftwarePart::Stores);
-    connect(m_ui->Store_Entity, &host::EntityPicker::Changed, this, [this](int code) {
-        Command(Title(), [this, code] { m_lines->SetStore(code, m_ui->Store_Entity->Name()); });
-    });
+    connect(m_ui->Store_Entity, &host::EntityPicker::Changed, this,
+            [this](int code) { Command(Title(), [this, code] { TakeStore(code); }); });
     connect(m_ui->Answers_EDT, &host::NumericEdit::NumberChanged, this,
             [this] { Command(Title(), [this] { TakeAnswers(); }); });
     connect(m_ui->Answers_EDT, &host::NumericEdit::ButtonClicked, this,
@@ -76,7 +75,7 @@ void TDocument_Get_FRM::Prepare()
     document.Kind = m_kind.Number();
     document.Code = m_store.NewCode(m_kind);
     document.Date = m_host.clock.NowShamsiDate();
-    document.StoreCode = m_read.StoreCode; // of the document before
+    document.StoreCode = m_kind.mustAnswer ? 0 : m_read.StoreCode; // of the document before; a sale brings its own
     m_answered.reset();
     SetTitle(u"%1 جدید"_s.arg(m_kind.name));
     Show(document);
@@ -110,6 +109,14 @@ void TDocument_Get_FRM::Show(const Document &document)
     m_lines->SetStore(document.StoreCode, m_ui->Store_Entity->Name());
     ShowAnswers();
     LockHeader();
+}
+
+void TDocument_Get_FRM::TakeStore(int code)
+{
+    if (m_lines->SetStore(code, m_ui->Store_Entity->Name()))
+        return;
+    m_ui->Store_Entity->SetCode(m_lines->LinesStore());
+    m_lines->SetStore(m_ui->Store_Entity->Code(), m_ui->Store_Entity->Name());
 }
 
 /// What the lines stand on does not change under them.
@@ -173,6 +180,7 @@ void TDocument_Get_FRM::BeforeChecks()
 {
     m_ui->Store_Entity->Resolve();
     m_ui->ToStore_Entity->Resolve();
+    m_lines->Resolve();
     TakeAnswers();
 }
 
@@ -189,6 +197,7 @@ std::vector<host::Check> TDocument_Get_FRM::Validate()
                          host::Required(m_ui->ToStore_Entity, u"به انبار"_s));
          }},
         {u"AnsweredDocument"_s, [this] { return AnswersFault(); }},
+        {u"NothingPending"_s, [this] { return m_lines->Unfinished(); }},
         {u"Lines"_s, [this] { return LinesFault(); }},
     };
 }
@@ -226,7 +235,9 @@ host::Refused TDocument_Get_FRM::LinesFault()
 
 void TDocument_Get_FRM::Write()
 {
-    m_store.Save(Entered());
+    const Document document = Entered();
+    m_store.Save(document);
+    m_read = document; // its store is where the next one begins
     SetKey(m_read.Code);
 }
 

@@ -46,6 +46,7 @@ protected:
 private:
     void Show(const Document &document);
     void AddCommands();
+    void TakeStore(int code);
     void TakeAnswers();
     void ChooseAnswers();
     void ShowAnswers();

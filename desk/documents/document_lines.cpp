@@ -12,6 +12,8 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace desk {
@@ -89,7 +91,7 @@ void DocumentLinesPage::BindInputs()
     connect(m_ui->LineStore_Entity, &host::EntityPicker::Changed, this, [this](int code) {
         m_run([this, code] {
             if (Current() >= 0 && code != 0)
-                MoveToStore(Current(), code, m_ui->LineStore_Entity->Name());
+                MoveLine(Current(), code, m_ui->LineStore_Entity->Name());
         });
     });
 }
@@ -104,6 +106,7 @@ void DocumentLinesPage::Show(const Document &document, const std::optional<Docum
     m_kind = &DocumentKindOf(document.Kind);
     m_code = document.Code;
     m_answersCode = document.AnswersCode;
+    m_linesStore = 0;
     m_answered = answered;
     m_lines.SetLines(document.Lines);
     const bool priced = m_kind->priceSide >= 0;
@@ -124,17 +127,40 @@ void DocumentLinesPage::SetAnswered(const std::optional<Document> &answered, int
     m_answersCode = code;
 }
 
-void DocumentLinesPage::SetStore(int code, const QString &name)
+bool DocumentLinesPage::SetStore(int code, const QString &name)
 {
-    const int former = m_storeCode;
+    const int former = m_linesStore;
+    const bool moves = former != 0 && code != 0 && former != code;
+    if (moves &&
+        std::any_of(Lines().cbegin(), Lines().cend(),
+                    [&](const DocumentLine &line) { return line.StoreCode == former && HasChosen(line); }) &&
+        !m_host.messages.Confirm(message::GiveUpDetails, {}))
+        return false;
     m_storeCode = code;
     m_storeName = name;
-    if (former == 0 || former == code || code == 0)
-        return;
+    if (code != 0) // a mistyped one: the lines wait for the next
+        m_linesStore = code;
+    if (!moves)
+        return true;
     for (int row = 0; row < m_lines.rowCount(); ++row) {
         if (m_lines.At(row).StoreCode == former)
             MoveToStore(row, code, name);
     }
+    return true;
+}
+
+bool DocumentLinesPage::HasChosen(const DocumentLine &line) const
+{
+    return m_kind->direction < 0 && line.Amount1 != 0 && TracksDetails(line.Good);
+}
+
+void DocumentLinesPage::MoveLine(int row, int store, const QString &name)
+{
+    const DocumentLine &line = m_lines.At(row);
+    if (line.StoreCode == store || !HasChosen(line) || m_host.messages.Confirm(message::GiveUpDetails, {}))
+        MoveToStore(row, store, name);
+    else
+        ShowLine();
 }
 
 void DocumentLinesPage::MoveToStore(int row, int store, const QString &name)
@@ -202,6 +228,27 @@ void DocumentLinesPage::Tell(const QString &text)
     m_ui->Note_LBL->setText(text.isEmpty() ? text : u"\u200F"_s + text);
     m_ui->Note_LBL->setVisible(!text.isEmpty());
     m_ui->Scan_EDT->selectAll();
+    m_refusedScan = text.isEmpty() ? QString() : Scanned();
+}
+
+QString DocumentLinesPage::Scanned() const
+{
+    return m_ui->Scan_EDT->text().trimmed();
+}
+
+void DocumentLinesPage::Resolve()
+{
+    if (Current() >= 0)
+        m_ui->LineStore_Entity->Resolve();
+}
+
+host::Refused DocumentLinesPage::Unfinished() const
+{
+    const QString scanned = Scanned();
+    if (!scanned.isEmpty() && scanned != m_refusedScan)
+        return host::Warning(m_ui->Scan_EDT, MessageText(message::ScanPending, {scanned}));
+    return host::When(Current() >= 0 && m_ui->LineStore_Entity->Code() == 0,
+                      host::Required(m_ui->LineStore_Entity, u"انبار"_s));
 }
 
 void DocumentLinesPage::ShowLine()
@@ -212,7 +259,7 @@ void DocumentLinesPage::ShowLine()
     const bool details = TracksDetails(line.Good);
     m_showing = true;
     m_ui->Good_LBL->setText(none ? QString() : u"%1 - %2"_s.arg(Shown(row + 1), line.Good.Name));
-    m_ui->LineStore_Entity->SetCode(line.StoreCode);
+    m_ui->LineStore_Entity->SetItem(line.StoreCode, line.StoreName);
     m_ui->Amount1_EDT->SetNumber(line.Amount1);
     m_ui->Amount2_EDT->SetNumber(line.Amount2);
     m_ui->Price_EDT->SetNumber(line.Price);
@@ -251,11 +298,10 @@ void DocumentLinesPage::Replace(int row, const DocumentLine &line)
 void DocumentLinesPage::Follow(DocumentLine &line, bool firstTyped) const
 {
     const host::TSettingRecord &settings = m_host.settings.SettingRecord();
-    const bool second = !line.Good.UnitName2.isEmpty() && settings.TwoUnitGoods;
-    if (!second) {
+    if (line.Good.UnitName2.isEmpty())
         line.Amount2 = 0;
-        return;
-    }
+    if (line.Good.UnitName2.isEmpty() || !settings.TwoUnitGoods)
+        return; // switched off, a second quantity stays as it was written
     if (goods::QuantityEntryFor(settings.TwoUnitGoods, settings.TwoUnitVariableRatio, line.Good.Formula > 0) !=
         goods::QuantityEntry::BigAndSmall)
         return;

@@ -5,6 +5,7 @@
 #include "desk/documents/good_scan.h"
 #include "desk/documents/line_details.h"
 #include "host/host.h"
+#include "host/screens/refusals.h"
 
 #include <QWidget>
 
@@ -44,8 +45,10 @@ public:
     /// Takes over the lines of a document; `answered` is what it returns.
     void Show(const Document &document, const std::optional<Document> &answered);
     void SetAnswered(const std::optional<Document> &answered, int code);
-    /// The store of the document: new lines begin with it, and those that have it follow.
-    void SetStore(int code, const QString &name);
+    /// The store of the document: new lines begin with it, and those that have it follow. False when the user would
+    /// rather keep the details that were chosen in the former store, which is LinesStore().
+    bool SetStore(int code, const QString &name);
+    int LinesStore() const { return m_linesStore; }
     const QList<DocumentLine> &Lines() const { return m_lines.Lines(); }
     bool IsEmpty() const { return m_lines.IsEmpty(); }
     host::Grid *LinesGrid() const;
@@ -56,6 +59,10 @@ public:
     void DeleteLine();
     /// The current line as the details know it; nothing without one.
     std::optional<host::TDocumentLine> CurrentDetails() const;
+    /// Takes what is typed for the store of the current line.
+    void Resolve();
+    /// What is still being typed beside the lines: a code that no Enter followed, a store that is none.
+    host::Refused Unfinished() const;
     /// Brings the line to front for a fault in it.
     QWidget *StandOn(int row);
 
@@ -79,16 +86,22 @@ private:
     void TakeGood(const GoodScan &scan);
     void TakeSerial(const GoodScan &scan);
     bool InAnswered(const DocumentGood &good) const;
-    /// Opens the details of a line; false when none came of it.
-    bool OpenDetailsOf(int row);
+    void OpenDetailsOf(int row, bool isNew);
+    /// Nothing came of what was begun on a line: a new one goes again.
+    void GiveUp(int row, bool isNew);
     void SetAmounts(int row, const host::TAmounts &amounts);
     void Follow(DocumentLine &line, bool firstTyped) const;
     void Typed(host::NumericEdit *edit);
+    /// Details that another store does not have.
+    bool HasChosen(const DocumentLine &line) const;
+    /// Asks before they are given up.
+    void MoveLine(int row, int store, const QString &name);
     void MoveToStore(int row, int store, const QString &name);
     void Replace(int row, const DocumentLine &line);
     void ShowLine();
     void ShowTotal();
     void Tell(const QString &text);
+    QString Scanned() const;
 
     host::Host &m_host;
     LineDetailScreens &m_screens;
@@ -99,9 +112,11 @@ private:
     const DocumentKind *m_kind = nullptr;
     int m_code = 0;
     int m_storeCode = 0;
+    int m_linesStore = 0; ///< the last store of the document that was one: that of its lines
     QString m_storeName;
     int m_answersCode = 0;
     std::optional<Document> m_answered;
+    QString m_refusedScan;  ///< stands in the field, but was answered already
     bool m_showing = false; ///< the inputs are being filled
 };
 

@@ -163,14 +163,18 @@ void TDocument_List_FRM::Refresh(const QString &key)
     ShowCount();
 }
 
-/// Sums of what is shown; of a long list as far as it has arrived.
+/// Sums of what is shown; of what is searched in a long list as far as it has arrived.
 void TDocument_List_FRM::ShowCount()
 {
     const host::Dataset &rows = m_data.Documents_QRY;
     const host::Grid *grid = m_ui->DocumentsDB_GRD;
+    const bool all = grid->CurrentSearch().IsEmpty();
+    int count = grid->RowCount();
     Quantity total = 0;
-    if (rows.IsOpen() && grid->RowCount() > 0) {
-        const bool all = grid->CurrentSearch().IsEmpty();
+    if (all && !rows.FetchedAll()) {
+        count = m_data.Count;
+        total = m_data.Total;
+    } else if (rows.IsOpen() && count > 0) {
         QSet<QString> shown;
         if (!all) {
             const QStringList keys = m_ui->DocumentsDB_GRD->ShownKeys();
@@ -181,7 +185,7 @@ void TDocument_List_FRM::ShowCount()
                 total += host::QuantityFromText(rows.FieldAt(row, u"Total").toString());
         }
     }
-    m_ui->Count_LBL->setText(u"%1 سند   ·   جمع مبلغ: %2"_s.arg(host::DisplayNumber(QString::number(grid->RowCount())),
+    m_ui->Count_LBL->setText(u"%1 سند   ·   جمع مبلغ: %2"_s.arg(host::DisplayNumber(QString::number(count)),
                                                                 host::DisplayNumber(host::QuantityToText(total))));
 }
 
@@ -248,7 +252,7 @@ void TDocument_List_FRM::DeleteRow()
     } else {
         if (!m_host.messages.MsgDeleteItem(kind->Title(code)))
             return;
-        m_store.Delete(kind->Number(), code, document->Revision);
+        m_store.Delete(*document);
     }
     Refresh();
 }

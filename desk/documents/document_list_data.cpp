@@ -1,6 +1,7 @@
 #include "desk/documents/document_list_data.h"
 
 #include "desk/documents/document_kinds.h"
+#include "host/data/query.h"
 #include "host/data/sql_text.h"
 
 #include <QRegularExpression>
@@ -49,6 +50,9 @@ void DocumentListData::Open(const DocumentFilter &filter)
         where += u" AND d.[Date] >= "_s + DateLiteral(filter.FromDate);
     if (!filter.ToDate.isEmpty())
         where += u" AND d.[Date] <= "_s + DateLiteral(filter.ToDate);
+    const QString sums =
+        u" INNER JOIN (SELECT Kind, Code, COUNT(*) AS Lines, SUM(Amount1) AS Amount1, SUM(CAST(Amount1 * Price AS "
+        "decimal(38,9))) AS Total FROM DocumentLines GROUP BY Kind, Code) AS l ON l.Kind = d.Kind AND l.Code = d.Code"_s;
     Documents_QRY.Open(
         u"SELECT CAST(d.Kind AS nvarchar(3)) + N'-' + CAST(d.Code AS nvarchar(11)) AS DocumentKey, d.Kind, d.Code, "
         "d.[Date], s.Name AS StoreName, t.Name AS ToStoreName, d.AnswersCode, d.Comment, d.UserCreated, d.UserModified, "
@@ -56,10 +60,14 @@ void DocumentListData::Open(const DocumentFilter &filter)
         KindNames(u"d.Kind"_s, false) + u" AS KindName, CASE WHEN d.AnswersCode <> 0 THEN "_s +
         KindNames(u"d.Kind"_s, true) +
         u" + N' ' + CAST(d.AnswersCode AS nvarchar(11)) END AS Answers FROM Documents AS d INNER JOIN Stores AS s ON "
-        "s.Code = d.StoreCode LEFT JOIN Stores AS t ON t.Code = d.ToStoreCode INNER JOIN (SELECT Kind, Code, COUNT(*) "
-        "AS Lines, SUM(Amount1) AS Amount1, SUM(CAST(Amount1 * Price AS decimal(38,9))) AS Total FROM DocumentLines GROUP "
-        "BY Kind, Code) AS l ON l.Kind = d.Kind AND l.Code = d.Code"_s +
-        where + u" ORDER BY d.[Date] DESC, d.Kind, d.Code DESC"_s);
+        "s.Code = d.StoreCode LEFT JOIN Stores AS t ON t.Code = d.ToStoreCode"_s +
+        sums + where + u" ORDER BY d.[Date] DESC, d.Kind, d.Code DESC"_s);
+    if (Documents_QRY.FetchedAll())
+        return;
+    const host::Query all(Documents_QRY.Connection(),
+                          u"SELECT COUNT(*) AS Documents, SUM(l.Total) AS Total FROM Documents AS d"_s + sums + where);
+    Count = all.Int(u"Documents");
+    Total = all.Number(u"Total");
 }
 
 } // namespace desk

@@ -23,6 +23,11 @@ public:
 
     host::Dataset Documents_QRY;
 
+    /// Of all documents that the filter finds, read yet or not; of a list that came in one block nothing is reckoned
+    /// beside its rows.
+    int Count = 0;
+    host::Quantity Total = 0;
+
     /// Throws host::DatabaseError, host::RefusedText for a date that is none.
     void Open(const DocumentFilter &filter);
 };

@@ -49,6 +49,7 @@ struct Document
     QString Comment;
     int Revision = 0; ///< of what was read; 0: a new document
     QList<DocumentLine> Lines;
+    int ID = 0; ///< of the row that was read: the number of a deleted document is given anew
 };
 
 /// A document that may not be saved or deleted as it is; the text tells the user why.

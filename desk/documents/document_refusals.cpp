@@ -5,6 +5,7 @@
 #include "host/controls/number_text.h"
 #include "host/data/persian_text.h"
 #include "host/data/query.h"
+#include "host/data/sql_text.h"
 
 #include <QHash>
 
@@ -28,7 +29,7 @@ QString Shown(Quantity quantity)
 
 } // namespace
 
-QString DocumentRefusals::AnsweringTitles(int kind, int code) const
+QString DocumentRefusals::AnsweringTitles(int kind, int code, const QString &before) const
 {
     const DocumentKind *answering = AnsweringKind(kind);
     if (!answering)
@@ -36,8 +37,8 @@ QString DocumentRefusals::AnsweringTitles(int kind, int code) const
     QStringList titles;
     for (host::Query rows(
              m_connection,
-             u"SELECT Code FROM Documents WHERE Kind = %1 AND AnswersCode = %2 ORDER BY Code"_s.arg(answering->Number())
-                 .arg(code));
+             u"SELECT Code FROM Documents WHERE Kind = %1 AND AnswersCode = %2"_s.arg(answering->Number()).arg(code) +
+                 (before.isEmpty() ? QString() : u" AND [Date] < "_s + host::QuotedStr(before)) + u" ORDER BY Code"_s);
          !rows.Eof(); rows.Next())
         titles << answering->Title(rows.Int(u"Code"));
     return titles.join(u"، ");
@@ -56,17 +57,33 @@ void DocumentRefusals::ReturnsFit() const
     const DocumentKind &kind = DocumentKindOf(m_document.Kind);
     if (kind.answers == 0) {
         MovedCovers(m_document.Kind, m_document.Code);
+        NotAfterReturns();
         return;
     }
     if (m_document.AnswersCode == 0)
         return;
-    if (!host::Exists(
-            m_connection,
-            u"SELECT Code FROM Documents WITH (UPDLOCK, HOLDLOCK) WHERE Kind = %1 AND Code = %2"_s.arg(kind.answers)
-                .arg(m_document.AnswersCode)))
-        throw DocumentRefused(
-            MessageText(message::EntityGone, {DocumentKindOf(kind.answers).Title(m_document.AnswersCode)}));
+    const host::Query answered(
+        m_connection,
+        u"SELECT [Date] FROM Documents WITH (UPDLOCK, HOLDLOCK) WHERE Kind = %1 AND Code = %2"_s.arg(kind.answers)
+            .arg(m_document.AnswersCode));
+    const QString title = DocumentKindOf(kind.answers).Title(m_document.AnswersCode);
+    if (answered.IsEmpty())
+        throw DocumentRefused(MessageText(message::EntityGone, {title}));
+    const QString date = answered.Text(u"Date"); // another desk may have moved it since it was chosen
+    if (m_document.Date < date)
+        throw DocumentRefused(MessageText(message::BeforeAnswered, {title, host::PersianDigits(date)}));
     MovedCovers(kind.answers, m_document.AnswersCode);
+}
+
+/// Nothing comes back before it went. A new document has no returns yet.
+void DocumentRefusals::NotAfterReturns() const
+{
+    const QString earlier =
+        m_document.Revision == 0 ? QString() : AnsweringTitles(m_document.Kind, m_document.Code, m_document.Date);
+    if (!earlier.isEmpty())
+        throw DocumentRefused(
+            MessageText(message::DatedAfterReturn, {DocumentKindOf(m_document.Kind).Title(m_document.Code),
+                                                    host::PersianDigits(m_document.Date), earlier}));
 }
 
 void DocumentRefusals::MovedCovers(int kind, int code) const
@@ -120,18 +137,24 @@ void DocumentRefusals::StockLasts(const QString &moves) const
 void DocumentRefusals::DetailsFitLines() const
 {
     const DocumentKind &kind = DocumentKindOf(m_document.Kind);
+    const bool demanded = m_host.settings.SettingRecord().GoodDetails;
+    const QString ledger =
+        u" FROM GoodDetailKardex WHERE OperationType = %1 AND OperationCode = %2"_s.arg(kind.Number())
+            .arg(m_document.Code);
+    const QString has = u"l.OperationRow IN (SELECT OperationRow%1)"_s.arg(ledger);
+    const QString judged =
+        demanded ? u"(l.GoodCode IN (SELECT GoodCode FROM GoodDetailRelation) OR %1)"_s.arg(has) : has;
     const host::Query lacking(
         m_connection,
         u"SELECT TOP 1 g.Name AS GoodName FROM #DocumentLines AS l INNER JOIN GoodInf AS g ON g.Code = l.GoodCode LEFT "
-        "JOIN (SELECT OperationRow, SUM(Amount1) AS Amount1 FROM GoodDetailKardex WHERE OperationType = %1 AND "
-        "OperationCode = %2 GROUP BY OperationRow) AS k ON k.OperationRow = l.OperationRow WHERE ISNULL(k.Amount1, 0) <> "
-        "%3 * l.Amount1 AND l.GoodCode IN (SELECT GoodCode FROM GoodDetailRelation) AND NOT EXISTS (SELECT 1 FROM "
-        "#DocumentBefore AS b WHERE b.OperationRow = l.OperationRow AND b.GoodCode = l.GoodCode AND ABS(b.Amount1) = "
-        "l.Amount1) ORDER BY l.OperationRow"_s.arg(kind.Number())
-            .arg(m_document.Code)
-            .arg(kind.direction));
+        "JOIN (SELECT OperationRow, StoreCode, SUM(Amount1) AS Amount1%1 GROUP BY OperationRow, StoreCode) AS k ON "
+        "k.OperationRow = l.OperationRow AND k.StoreCode = l.StoreCode WHERE ISNULL(k.Amount1, 0) <> %2 * l.Amount1 AND "
+        "%3 AND NOT EXISTS (SELECT 1 FROM #DocumentBefore AS b WHERE b.OperationRow = l.OperationRow AND b.GoodCode = "
+        "l.GoodCode AND ABS(b.Amount1) = l.Amount1 AND (b.StoreCode = l.StoreCode OR NOT %4)) ORDER BY l.OperationRow"_s
+            .arg(ledger, QString::number(kind.direction), judged, has));
     if (!lacking.IsEmpty())
-        throw DocumentRefused(MessageText(message::DetailsMissing, {lacking.Text(u"GoodName").trimmed()}));
+        throw DocumentRefused(MessageText(demanded ? message::DetailsMissing : message::DetailsSettingOff,
+                                          {lacking.Text(u"GoodName").trimmed()}));
 }
 
 namespace {

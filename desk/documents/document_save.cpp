@@ -48,6 +48,8 @@ private:
     {
         return u"%1Kind = %2 AND %1Code = %3"_s.arg(prefix).arg(m_document.Kind).arg(m_document.Code);
     }
+    /// Nobody has saved it since, and it is no other one with its number.
+    QString AsRead() const { return u" AND Revision = %1 AND ID = %2"_s.arg(m_document.Revision).arg(m_document.ID); }
     /// Its movements.
     QString Moves(const QString &prefix = {}) const
     {
@@ -127,8 +129,7 @@ void Writer::WriteHeader()
                            .arg(CodeOrNull(m_document.ToStoreCode))
                            .arg(m_document.AnswersCode) +
                        NQuotedStr(m_document.Comment) + u", ModifiedTime = "_s + stamp[0] + u", ModifiedDate = "_s +
-                       stamp[1] + u", UserModified = "_s + stamp[2] + u" WHERE "_s + Mine() +
-                       u" AND Revision = %1"_s.arg(m_document.Revision));
+                       stamp[1] + u", UserModified = "_s + stamp[2] + u" WHERE "_s + Mine() + AsRead());
     if (written == 0)
         throw DocumentRefused(MessageText(message::DocumentChanged, {m_kind.Title(m_document.Code)}));
 }
@@ -208,8 +209,7 @@ void Writer::Judge()
     refusals.ReturnsFit();
     if (m_host.settings.SettingRecord().ControlNegativeStock)
         refusals.StockLasts(Moves());
-    if (m_host.settings.SettingRecord().GoodDetails)
-        refusals.DetailsFitLines();
+    refusals.DetailsFitLines();
 }
 
 void Writer::Save()
@@ -226,9 +226,8 @@ void Writer::Save()
 void Writer::Delete()
 {
     DocumentRefusals(m_host, m_document).NothingAnswers();
-    const int found = host::Exec(
-        m_connection, u"UPDATE Documents SET Revision = Revision + 1 WHERE %1 AND Revision = %2"_s.arg(Mine()).arg(
-                          m_document.Revision));
+    const int found =
+        host::Exec(m_connection, u"UPDATE Documents SET Revision = Revision + 1 WHERE "_s + Mine() + AsRead());
     if (found == 0)
         throw DocumentRefused(MessageText(message::DocumentChanged, {m_kind.Title(m_document.Code)}));
     NoteBefore(); // without lines: everything goes

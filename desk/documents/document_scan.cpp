@@ -4,20 +4,13 @@
 #include "host/controls/grid.h"
 #include "ui_document_lines.h"
 
+#include <QScopeGuard>
+
 using namespace Qt::StringLiterals;
 
 // What is scanned or typed into the one field becomes a line, or more of a line; and the details of a line.
 
 namespace desk {
-
-namespace {
-
-host::TAmounts NothingYet()
-{
-    return {};
-}
-
-} // namespace
 
 int DocumentLinesPage::LineOf(int goodCode) const
 {
@@ -53,13 +46,15 @@ DocumentLine DocumentLinesPage::NewLine(const DocumentGood &good) const
 
 void DocumentLinesPage::TakeScan()
 {
-    const QString typed = m_ui->Scan_EDT->text().trimmed();
+    const QString typed = Scanned();
     if (typed.isEmpty()) {
         m_ui->Scan_EDT->clear();
         return;
     }
     if (m_storeCode == 0)
         return Tell(MessageText(message::RequiredField, {u"انبار"_s}));
+    if (m_kind->mustAnswer && !m_answered)
+        return Tell(MessageText(message::RequiredField, {u"سند "_s + DocumentKindOf(m_kind->answers).name}));
     const auto scan = ResolveScan(m_host.DM.ADOConnection1, typed);
     if (!scan)
         return Tell(MessageText(message::ScanUnknown, {typed}));
@@ -79,14 +74,11 @@ void DocumentLinesPage::TakeGood(const GoodScan &scan)
     const bool details = TracksDetails(scan.Good);
     int row = LineOf(scan.Good.Code);
     const bool isNew = row < 0;
-    if (isNew) {
+    if (isNew)
         row = m_lines.Add(NewLine(scan.Good));
-        emit Changed();
-    }
     m_ui->Lines_GRD->StandOn(row);
     if (details) {
-        if (!OpenDetailsOf(row) && isNew)
-            m_lines.Remove(row);
+        OpenDetailsOf(row, isNew);
     } else if (isNew || scan.how != GoodScan::How::Code || scan.Count != 1) {
         DocumentLine line = m_lines.At(row);
         line.Amount1 += scan.Count;
@@ -104,26 +96,25 @@ void DocumentLinesPage::TakeGood(const GoodScan &scan)
 
 void DocumentLinesPage::TakeSerial(const GoodScan &scan)
 {
-    const QString typed = m_ui->Scan_EDT->text().trimmed();
+    const QString typed = Scanned();
     int row = LineOf(scan.Good.Code);
     const bool isNew = row < 0;
     if (isNew)
         row = m_lines.Add(NewLine(scan.Good));
+    auto giveUp = qScopeGuard([this, row, isNew] { GiveUp(row, isNew); });
     const host::TDocumentLine line = DetailsOf(m_lines.At(row));
     host::DetailMovementService &details = m_host.detailMovements;
-    const bool twice = !isNew && LineHasDetail(m_host.DM.ADOConnection1, line, scan.DetailValueID);
+    const bool twice =
+        !isNew && LineHasDetail(m_host.DM.ADOConnection1, details.DetailsOfLine(line), scan.DetailValueID);
     std::optional<host::TAmounts> amounts;
     if (!twice)
         amounts = m_kind->direction < 0 ? details.ExitGoodDetails_Take(line, scan.DetailValueID)
                                         : details.EnterGoodDetails_Return(line, scan.DetailValueID);
-    if (!amounts) {
-        if (isNew)
-            m_lines.Remove(row);
-        ShowLine();
+    if (!amounts)
         return Tell(twice                   ? MessageText(message::ScanTwice, {typed})
                     : m_kind->direction < 0 ? MessageText(message::ScanNotInStore, {typed, scan.Good.Name, m_storeName})
                                             : MessageText(message::ScanNotSold, {typed}));
-    }
+    giveUp.dismiss();
     m_ui->Lines_GRD->StandOn(row);
     SetAmounts(row, *amounts);
     m_ui->Scan_EDT->clear();
@@ -145,20 +136,29 @@ void DocumentLinesPage::OpenDetails()
         return;
     if (!TracksDetails(m_lines.At(Current()).Good))
         return Tell(MessageText(message::DetailsNotKept));
-    OpenDetailsOf(Current());
+    OpenDetailsOf(Current(), false);
 }
 
-bool DocumentLinesPage::OpenDetailsOf(int row)
+void DocumentLinesPage::GiveUp(int row, bool isNew)
 {
+    if (isNew)
+        m_lines.Remove(row);
+    ShowLine();
+}
+
+/// A new line is announced only when it stays: nothing else hangs on one that is given up.
+void DocumentLinesPage::OpenDetailsOf(int row, bool isNew)
+{
+    auto giveUp = qScopeGuard([this, row, isNew] { GiveUp(row, isNew); });
     const DocumentLine line = m_lines.At(row);
     LineDetailsOpening opening{DetailsOf(line),     line.Good.Name,      line.StoreName,
                                line.Good.UnitName1, line.Good.UnitName2, line.Amount1};
     opening.HasRows = m_host.detailMovements.RowsOfLine(opening.Line) > 0;
     const auto amounts = m_kind->direction < 0 ? m_screens.ExitGoodDetail(opening) : m_screens.EnterGoodDetail(opening);
-    if (!amounts)
-        return false;
+    if (!amounts || (isNew && *amounts == host::TAmounts()))
+        return;
+    giveUp.dismiss();
     SetAmounts(row, *amounts);
-    return *amounts != NothingYet();
 }
 
 } // namespace desk

@@ -11,6 +11,9 @@ namespace desk {
 
 namespace {
 
+/// Lines in one statement; servers take a thousand.
+constexpr int BlockLines = 500;
+
 QString Where(int kind, int code, const QString &prefix = {})
 {
     return u" WHERE %1Kind = %2 AND %1Code = %3"_s.arg(prefix).arg(kind).arg(code);
@@ -41,8 +44,8 @@ void DocumentStore::ReleaseCodes(const DocumentKind &kind)
 
 QString DocumentStore::RowText(int kind, int code)
 {
-    return u"SELECT Kind, Code, [Date], StoreCode, ISNULL(ToStoreCode, 0) AS ToStoreCode, AnswersCode, Comment, Revision "
-           "FROM Documents"_s +
+    return u"SELECT Kind, Code, [Date], StoreCode, ISNULL(ToStoreCode, 0) AS ToStoreCode, AnswersCode, Comment, Revision, "
+           "ID FROM Documents"_s +
            Where(kind, code);
 }
 
@@ -59,7 +62,8 @@ std::optional<Document> DocumentStore::Get(int kind, int code) const
                     row.Int(u"AnswersCode"),
                     row.Text(u"Comment"),
                     row.Int(u"Revision"),
-                    ReadDocumentLines(m_connection, Where(kind, code, u"l."_s))};
+                    ReadDocumentLines(m_connection, Where(kind, code, u"l."_s)),
+                    row.Int(u"ID")};
 }
 
 void DocumentStore::Save(const Document &document)
@@ -67,23 +71,30 @@ void DocumentStore::Save(const Document &document)
     SaveDocument(m_host, document);
 }
 
-void DocumentStore::Delete(int kind, int code, int revision)
+void DocumentStore::Delete(const Document &read)
 {
-    Document document;
-    document.Kind = kind;
-    document.Code = code;
-    document.Revision = revision;
+    Document document; // without lines, and answering nothing
+    document.Kind = read.Kind;
+    document.Code = read.Code;
+    document.Revision = read.Revision;
+    document.ID = read.ID;
     DeleteDocument(m_host, document);
 }
 
 void DocumentStore::KeepLines(int kind, int code, const QList<DocumentLine> &lines)
 {
-    QStringList rows{u"SELECT 0 AS OperationRow"_s};
-    for (const DocumentLine &line : lines) {
-        if (line.Good.HasDetails)
-            rows << u"SELECT %1"_s.arg(line.OperationRow);
+    host::Transaction transaction(m_connection);
+    host::Run(m_connection, u"IF OBJECT_ID('tempdb..#KeptLines') IS NOT NULL DROP TABLE #KeptLines"_s);
+    host::Run(m_connection, u"CREATE TABLE #KeptLines (OperationRow int NOT NULL PRIMARY KEY)"_s);
+    for (qsizetype first = 0; first < lines.size(); first += BlockLines) {
+        QStringList rows;
+        for (const DocumentLine &line : lines.mid(first, BlockLines))
+            rows << u"(%1)"_s.arg(line.OperationRow);
+        host::Run(m_connection, u"INSERT INTO #KeptLines (OperationRow) VALUES "_s + rows.join(u", "));
     }
-    m_host.detailMovements.GoodDetailsOperation_KeepLines(static_cast<quint8>(kind), code, rows.join(u" UNION ALL "));
+    m_host.detailMovements.GoodDetailsOperation_KeepLines(static_cast<quint8>(kind), code,
+                                                          u"SELECT OperationRow FROM #KeptLines"_s);
+    transaction.Commit();
 }
 
 QString DocumentGoodText()

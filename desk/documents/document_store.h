@@ -31,7 +31,8 @@ public:
     /// Writes a new document (Revision 0), or one over the revision that was read. The details are those that this desk
     /// keeps for its lines.
     void Save(const Document &document);
-    void Delete(int kind, int code, int revision);
+    /// Deletes what was read.
+    void Delete(const Document &read);
     /// The document in its editor has only these lines left: details kept for others are forgotten.
     void KeepLines(int kind, int code, const QList<DocumentLine> &lines);
 

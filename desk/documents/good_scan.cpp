@@ -79,18 +79,10 @@ std::optional<GoodScan> ResolveScan(const QSqlDatabase &connection, const QStrin
     return scan;
 }
 
-bool LineHasDetail(const QSqlDatabase &connection, const host::TDocumentLine &line, int detailValueId)
+bool LineHasDetail(const QSqlDatabase &connection, const QString &details, int detailValueId)
 {
-    QStringList texts;
-    for (const QString &table :
-         {u"GoodDetailKardex"_s, u"GoodDetailKardexEnter_Temp"_s, u"GoodDetailKardexExit_Temp"_s})
-        texts << u"SELECT ID FROM %1 WHERE DetailValueID = %2 AND OperationType = %3 AND OperationCode = %4 AND "
-                 "OperationRow = %5"_s.arg(table)
-                     .arg(detailValueId)
-                     .arg(line.OperationType)
-                     .arg(line.OperationCode)
-                     .arg(line.OperationRow);
-    return host::Exists(connection, texts.join(u" UNION ALL "));
+    return host::Exists(connection, u"SELECT TOP 1 d.DetailValueID FROM (%1) AS d WHERE d.DetailValueID = %2"_s.arg(
+                                        details, QString::number(detailValueId)));
 }
 
 Quantity ProposedPrice(const QSqlDatabase &connection, int side, int goodCode)

@@ -29,8 +29,8 @@ struct GoodScan
 /// Throws host::DatabaseError.
 std::optional<GoodScan> ResolveScan(const QSqlDatabase &connection, const QString &typed);
 
-/// Whether the line has this detail value among what an open editor keeps for it, or has saved.
-bool LineHasDetail(const QSqlDatabase &connection, const host::TDocumentLine &line, int detailValueId);
+/// Whether the details of a line, a SELECT of their DetailValueID, have this one.
+bool LineHasDetail(const QSqlDatabase &connection, const QString &details, int detailValueId);
 
 /// The price that a new line proposes: the default level of the side, 0 sale and 1 purchase.
 Quantity ProposedPrice(const QSqlDatabase &connection, int side, int goodCode);

@@ -64,11 +64,15 @@ inline constexpr int ScanNotSold = 57;         ///< %1: serial or barcode
 inline constexpr int DocumentWithoutLines = 58;
 inline constexpr int LineWithoutAmount = 59; ///< %1: good
 inline constexpr int SameStores = 60;
-inline constexpr int NoSuchDocument = 61; ///< %1: title
-inline constexpr int BeforeAnswered = 62; ///< %1: title of the document that is answered, %2: its date
-inline constexpr int DetailsNotKept = 63; ///< the setting of details is off
-inline constexpr int DetailsDecide = 64;  ///< the quantity of a good with details comes from them
-inline constexpr int NoHistory = 65;      ///< %1: serial or barcode
+inline constexpr int NoSuchDocument = 61;    ///< %1: title
+inline constexpr int BeforeAnswered = 62;    ///< %1: title of the document that is answered, %2: its date
+inline constexpr int DetailsNotKept = 63;    ///< the setting of details is off
+inline constexpr int DetailsDecide = 64;     ///< the quantity of a good with details comes from them
+inline constexpr int NoHistory = 65;         ///< %1: serial or barcode
+inline constexpr int ScanPending = 66;       ///< %1: what stands in the field for goods
+inline constexpr int DatedAfterReturn = 67;  ///< %1: title, %2: its new date, %3: titles of the returns before it
+inline constexpr int GiveUpDetails = 68;     ///< question: the store changes, and the chosen details are not there
+inline constexpr int DetailsSettingOff = 69; ///< %1: good whose line has details in the ledger
 } // namespace message
 
 /// The text of a message with its parameters in place. A number that is not in the catalogue gives a text that names

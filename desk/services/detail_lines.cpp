@@ -132,13 +132,16 @@ std::optional<TAmounts> DetailMovements::EnterGoodDetails_Return(const TDocument
 
 int DetailMovements::RowsOfLine(const TDocumentLine &line)
 {
+    return host::Scalar(m_connection, u"SELECT COUNT(*) FROM (%1) AS u"_s.arg(DetailsOfLine(line))).toInt();
+}
+
+QString DetailMovements::DetailsOfLine(const TDocumentLine &line)
+{
     const QString kept = Mine(SameKey(line)) + u" AND Tmp = 0"_s;
-    return host::Scalar(m_connection,
-                        u"SELECT SUM(u.Rows1) FROM (SELECT COUNT(DetailValueID) AS Rows1 FROM %1 WHERE %3 UNION ALL "
-                        "SELECT COUNT(DetailValueID) FROM %2 WHERE %3 UNION ALL SELECT COUNT(*) FROM GoodDetailKardex "
-                        "WHERE %4 AND NOT EXISTS (SELECT 1 FROM %1 WHERE %3) AND NOT EXISTS (SELECT 1 FROM %2 WHERE "
-                        "%3)) AS u"_s.arg(EnterTable, ExitTable, kept, SameKey(line)))
-        .toInt();
+    return u"SELECT DetailValueID FROM %1 WHERE DetailValueID IS NOT NULL AND %3 UNION ALL SELECT DetailValueID FROM %2 "
+           "WHERE DetailValueID IS NOT NULL AND %3 UNION ALL SELECT DetailValueID FROM GoodDetailKardex WHERE %4 AND NOT "
+           "EXISTS (SELECT 1 FROM %1 WHERE %3) AND NOT EXISTS (SELECT 1 FROM %2 WHERE %3)"_s.arg(EnterTable, ExitTable,
+                                                                                                 kept, SameKey(line));
 }
 
 void DetailMovements::GoodDetailsOperation_KeepLines(quint8 operationType, int operationCode, const QString &rows)

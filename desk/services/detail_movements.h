@@ -39,6 +39,7 @@ public:
     std::optional<host::TAmounts> ExitGoodDetails_Take(const host::TDocumentLine &line, int detailValueId) override;
     std::optional<host::TAmounts> EnterGoodDetails_Return(const host::TDocumentLine &line, int detailValueId) override;
     int RowsOfLine(const host::TDocumentLine &line) override;
+    QString DetailsOfLine(const host::TDocumentLine &line) override;
     void GoodDetailsOperation_KeepLines(quint8 operationType, int operationCode, const QString &rows) override;
     QList<host::TDetailRefusal> GoodDetailsOperation_Transfer(quint8 outType, quint8 inType, int operationCode,
                                                               int toStore) override;

@@ -300,8 +300,7 @@ void MainWindow::NewDocument(host::TOperationType type)
 
 void MainWindow::OpenDetailHistory()
 {
-    if (MayOpenList(TSoftwarePart::GoodDetails))
-        TDetailHistory_FRM(m_desk.host).ShowModally();
+    TDetailHistory_FRM(m_desk.host).ShowModally(); // asks for the right itself
 }
 
 bool MainWindow::MayOpenList(TSoftwarePart part)

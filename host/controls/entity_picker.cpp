@@ -128,9 +128,14 @@ bool EntityPicker::IsEmpty() const
 void EntityPicker::SetCode(int code)
 {
     const auto found = code != 0 ? Find(code) : std::nullopt;
-    m_code = found ? found->Code : 0;
-    m_reported = m_code;
-    m_name = found ? found->Name : QString();
+    SetItem(found ? found->Code : 0, found ? found->Name : QString());
+}
+
+void EntityPicker::SetItem(int code, const QString &name)
+{
+    m_code = code;
+    m_reported = code;
+    m_name = name;
     m_edit->setText(m_code ? QString::number(m_code) : QString());
     ShowName(m_name);
 }

@@ -46,6 +46,8 @@ public:
     bool IsEmpty() const;
     /// Shows an item by its code; an unknown code or 0 clears. Emits nothing.
     void SetCode(int code);
+    /// Shows an item that is known already; 0 clears. Asks the source nothing and emits nothing.
+    void SetItem(int code, const QString &name);
     /// Emits nothing.
     void Clear();
     /// Nothing is chosen, and `text` stands in the place of the name: what applies without a choice. Emits nothing.

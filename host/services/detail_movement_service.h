@@ -89,6 +89,9 @@ public:
     virtual std::optional<TAmounts> EnterGoodDetails_Return(const TDocumentLine &line, int detailValueId) = 0;
     /// How many rows a line has: as kept, otherwise as saved.
     virtual int RowsOfLine(const TDocumentLine &line) = 0;
+    /// A SELECT with the column DetailValueID, a row for each row of the line: as this desk has kept them, otherwise as
+    /// saved.
+    virtual QString DetailsOfLine(const TDocumentLine &line) = 0;
     /// The document has only these lines: what was kept or saved of any other goes with the next save. `rows` is a
     /// SELECT with the column OperationRow.
     virtual void GoodDetailsOperation_KeepLines(quint8 operationType, int operationCode, const QString &rows) = 0;

@@ -203,6 +203,7 @@ struct FakeDetailMovements : host::DetailMovementService
     std::optional<host::TAmounts> ExitGoodDetails_Take(const Line &, int) override { return {}; }
     std::optional<host::TAmounts> EnterGoodDetails_Return(const Line &, int) override { return {}; }
     int RowsOfLine(const Line &) override { return 0; }
+    QString DetailsOfLine(const Line &) override { return {}; }
     void GoodDetailsOperation_KeepLines(quint8, int, const QString &) override {}
     Refusals GoodDetailsOperation_Transfer(quint8, quint8, int, int) override { return refusals; }
     void GoodDetailsOperation_Discard(quint8 type, int code) override { calls << Call("Discard", int(type), code); }
