@@ -153,6 +153,14 @@ void OpeningCopy::SetOnlyRow(int store, const UnitAmounts &amounts)
     const QString comment = had ? m_rows.first().Comment : QString();
     const bool given = amounts.first != 0 || amounts.second != 0;
     host::Transaction transaction(m_data.OpeningConnection());
+    // The save of a good that fails later takes the row back, and its editor goes on from what was there before.
+    host::Transaction::WhenEnded(m_data.OpeningConnection(),
+                                 [this, rows = m_rows, numbers = m_numbers](bool committed) {
+                                     if (committed)
+                                         return;
+                                     m_rows = rows;
+                                     m_numbers = numbers;
+                                 });
     const int number = had || !given ? m_rows.value(0).Radif : NewNumber();
     m_data.FirstAsset_DeleteTemp(Key());
     if (given)

@@ -51,7 +51,8 @@ public:
     /// Deletes this row, and no other desk's.
     void Delete(int number);
     /// As the fields of an editor have it that shows the good in one store; both amounts 0: no row. The row keeps its
-    /// number and remark.
+    /// number and remark. Inside a transaction that is rolled back the rows are those of before again; the copy
+    /// outlives it.
     void SetOnlyRow(int store, const UnitAmounts &amounts);
     /// Reads the rows again after the list changed them.
     void Refresh();
