@@ -91,6 +91,12 @@ void TGood_Get_FRM::OpenOpeningRows()
     if (Refuse(opening.CheckUnitForRows()))
         return;
     const bool typed = opening.RowChanged();
+    const goods::OpeningValues values = opening.Values();
+    // A quantity without a store would be no row: the list would come back without it.
+    const bool nowhere = typed && !m_openingFixed && !opening.SeveralStores() && opening.RowStore() == 0 &&
+                         (values.first != 0 || values.second != 0);
+    if (Refuse(host::When(nowhere, host::Required(opening.StoreEdit(), u"کد انبار"_s))))
+        return;
     TypedRowIntoCopy();
     OpeningRowsContext context{m_data, m_openingRows, m_openingDetails, OpeningGood(),
                                !IsNew() && m_data.Good_HasSanadDetail(m_general->Code())};
