@@ -37,7 +37,7 @@ void TGood_Get_FRM::BeginOpening(int good)
         ApplyOpeningLock();
     }
     opening.SetDetailsEntered(!IsNew() && m_host.goodDetails.EnterGoodDetails_Get(good, TOperationType::OpeningStock));
-    m_detailStore = m_openingRows.OnlyStore();
+    SetDetailStore(m_openingRows.OnlyStore());
 }
 
 void TGood_Get_FRM::ApplyOpeningLock()
@@ -120,7 +120,7 @@ void TGood_Get_FRM::ShowOpeningRows()
     opening.SuggestStore(m_openingRows.Rows().value(0).StoreCode);
     opening.SetRowStore(rowStore);
     opening.SetLocked(m_openingFixed, severalStores);
-    m_detailStore = m_openingRows.OnlyStore();
+    SetDetailStore(m_openingRows.OnlyStore());
     if (!m_openingDetails.Offered())
         return;
     // Details of rows that were deleted on the list are there until the save.
@@ -145,23 +145,33 @@ void TGood_Get_FRM::EnterOpeningDetails()
                                                 found ? found->Name : QString(), {typed.first, typed.second});
     if (!entered)
         return;
-    m_detailStore = store;
+    SetDetailStore(store);
     opening.TakeTotals(*entered);
     opening.SetDetailsEntered(entered->first > 0 || entered->second > 0);
     SetIsSaved(false);
 }
 
+void TGood_Get_FRM::SetDetailStore(int store)
+{
+    m_detailStore = store;
+    m_detailPicker = m_general->Opening().StoreCode();
+}
+
 void TGood_Get_FRM::OpeningStoreChanged()
 {
     OpeningFields &opening = m_general->Opening();
-    const int store = opening.StoreCode();
-    if (!opening.DetailsEntered() || opening.SeveralStores() || m_detailStore == 0 ||
-        opening.RowStore() == m_detailStore)
+    // Not always the chosen store: with the good's own one again the row is back where it stood.
+    const int store = opening.RowStore();
+    if (!opening.DetailsEntered() || opening.SeveralStores() || m_detailStore == 0)
         return;
+    if (store == m_detailStore) {
+        m_detailPicker = opening.StoreCode();
+        return;
+    }
     if (store == 0 || !m_openingDetails.AskStore()) {
-        opening.ShowStore(m_detailStore);
+        opening.ShowStore(m_detailPicker);
         return;
     }
     m_openingDetails.ChangeStore(OpeningRowNumber(), m_detailStore, store);
-    m_detailStore = store;
+    SetDetailStore(store);
 }
