@@ -73,8 +73,10 @@ void TGood_Get_FRM::TypedRowIntoCopy()
         return;
     const int store = opening.RowStore();
     const bool moved = m_openingRows.OnlyStore() != 0 && store != m_openingRows.OnlyStore();
+    // A row deleted on the list had the number of the first one, and its details.
+    const bool numbered = m_openingRows.Rows().isEmpty() && store != 0 && m_openingRows.NewNumber() != 1;
     // The row of an editor with one store keeps its store and knows no second quantity alone; both may be typed.
-    if (moved || (typed.first == 0 && typed.second != 0 && store != 0)) {
+    if (moved || numbered || (typed.first == 0 && typed.second != 0 && store != 0)) {
         m_openingRows.SetOnlyRow(store, {typed.first, typed.second});
         return;
     }
