@@ -175,15 +175,23 @@ void OpeningCopy::SetOnlyRow(int store, const UnitAmounts &amounts)
     transaction.Commit();
 }
 
-void OpeningCopy::Save(int goodCode)
+void OpeningCopy::CheckSaved(int goodCode)
 {
-    host::Transaction transaction(m_data.OpeningConnection());
+    // Two desks that save the same good read its rows one after the other.
+    host::Exists(m_data.OpeningConnection(),
+                 u"Select Code from GoodInf with (updlock, holdlock) where Code="_s + QString::number(goodCode));
     const QList<TGoodFirstAsset_Rec> stored = m_data.FirstAsset_Rows(goodCode, false);
     if (!SameRows(stored, m_saved))
         throw host::DatabaseError(ChangedElsewhere(stored));
+}
+
+void OpeningCopy::Save(int goodCode)
+{
+    host::Transaction transaction(m_data.OpeningConnection());
+    CheckSaved(goodCode);
     // Nobody else touches them, unless this desk was taken for dead and its number given to another one.
     if (!SameRows(m_data.FirstAsset_Rows(Key(), true), m_rows))
-        throw host::DatabaseError(ChangedElsewhere(stored));
+        throw host::DatabaseError(ChangedElsewhere(m_data.FirstAsset_Rows(goodCode, false)));
     m_data.GoodFirstAsset_UpdateAllGoodCodes(goodCode, Key());
     m_data.FirstAsset_SaveTemp(goodCode);
     transaction.Commit();

@@ -57,6 +57,9 @@ public:
     /// Reads the rows again after the list changed them.
     void Refresh();
 
+    /// Holds the good for this desk until the transaction of its save ends. Throws when another desk has changed the
+    /// saved rows since Begin().
+    void CheckSaved(int goodCode);
     /// Makes the working rows the saved ones of the good, inside the transaction of its save. Throws, having written
     /// nothing, when another desk has changed the saved rows since Begin().
     void Save(int goodCode);

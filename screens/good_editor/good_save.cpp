@@ -35,9 +35,12 @@ void GoodSave::WriteOpeningRows(const Request &request)
     // Without a quantity the good has no opening row.
     if (request.rowTyped)
         m_rows.SetOnlyRow(request.rowStore, {request.good.AvaBgPrd, request.good.AvaBgPrd2});
-    // What was left alone stays as it is, in any store, also when another desk has changed it meanwhile.
+    // What was left alone stays as it is, in any store, also when another desk has changed it meanwhile. Details that
+    // were entered belong to the rows as they were seen here.
     if (m_rows.IsChanged())
         m_rows.Save(request.good.Code);
+    else if (m_details.Changed() || !m_rows.GoneNumbers().isEmpty())
+        m_rows.CheckSaved(request.good.Code);
 }
 
 void GoodSave::WriteOpeningDetails(const Request &request)

@@ -20,14 +20,14 @@ void OpeningDetails::Begin(int goodCode, std::function<bool()> typesAreSaved)
     m_good = goodCode;
     m_typesAreSaved = std::move(typesAreSaved);
     m_remembered = 0;
-    m_touched = false;
+    m_touched = m_changed = false;
 }
 
 void OpeningDetails::End()
 {
     if (m_touched)
         m_host.detailMovements.GoodDetailsOperation_Discard(Opening, m_good);
-    m_touched = false;
+    m_touched = m_changed = false;
     m_remembered = 0;
 }
 
@@ -80,6 +80,7 @@ std::optional<goods::UnitAmounts> OpeningDetails::Enter(const goods::OpeningGood
     const std::optional<host::TAmounts> entered = m_entry(request);
     if (!entered)
         return std::nullopt;
+    m_changed = true;
     const goods::Quantity first = entered->Amount1;
     if (good.twoUnits)
         return goods::UnitAmounts{first, entered->Amount2};
@@ -93,7 +94,7 @@ bool OpeningDetails::AskStore() const
 
 void OpeningDetails::ChangeStore(int row, int store, int newStore)
 {
-    m_touched = true;
+    m_touched = m_changed = true;
     m_host.detailMovements.ChangeStore(Line(row, store), newStore);
 }
 
