@@ -185,13 +185,15 @@ void OpeningCopy::CheckSaved(int goodCode)
         throw host::DatabaseError(ChangedElsewhere(stored));
 }
 
-void OpeningCopy::Save(int goodCode)
+void OpeningCopy::Save(int goodCode, const std::function<void()> &judge)
 {
     host::Transaction transaction(m_data.OpeningConnection());
     CheckSaved(goodCode);
     // Nobody else touches them, unless this desk was taken for dead and its number given to another one.
     if (!SameRows(m_data.FirstAsset_Rows(Key(), true), m_rows))
         throw host::DatabaseError(ChangedElsewhere(m_data.FirstAsset_Rows(goodCode, false)));
+    if (judge)
+        judge();
     m_data.GoodFirstAsset_UpdateAllGoodCodes(goodCode, Key());
     m_data.FirstAsset_SaveTemp(goodCode);
     transaction.Commit();

@@ -6,6 +6,8 @@
 
 #include <QSet>
 
+#include <functional>
+
 namespace goods {
 
 /// Whether both rows say the same of the stock: store, amounts, remark and number.
@@ -61,8 +63,9 @@ public:
     /// saved rows since Begin().
     void CheckSaved(int goodCode);
     /// Makes the working rows the saved ones of the good, inside the transaction of its save. Throws, having written
-    /// nothing, when another desk has changed the saved rows since Begin().
-    void Save(int goodCode);
+    /// nothing, when another desk has changed the saved rows since Begin(). `judge` sees both before anything is
+    /// written, and throws what it finds wrong.
+    void Save(int goodCode, const std::function<void()> &judge = {});
 
 private:
     void TakeNumber();

@@ -1,5 +1,7 @@
 #include "screens/good_editor/good_save.h"
 
+#include "data/goods/stock_probe.h"
+#include "host/data/database_error.h"
 #include "host/data/transaction.h"
 #include "rules/stamp.h"
 #include "rules/unit_arithmetic.h"
@@ -38,9 +40,20 @@ void GoodSave::WriteOpeningRows(const Request &request)
     // What was left alone stays as it is, in any store, also when another desk has changed it meanwhile. Details that
     // were entered belong to the rows as they were seen here.
     if (m_rows.IsChanged())
-        m_rows.Save(request.good.Code);
+        m_rows.Save(request.good.Code, [&] { StockLasts(request); });
     else if (m_details.Changed() || !m_rows.GoneNumbers().isEmpty())
         m_rows.CheckSaved(request.good.Code);
+}
+
+/// Another desk may have sold since the checks of the editor.
+void GoodSave::StockLasts(const Request &request)
+{
+    if (request.isNew || !m_host.settings.SettingRecord().ControlNegativeStock)
+        return;
+    const QString shortage = m_host.stock.StockShortage(goods::LoweredRowsProbe(request.good.Code, m_rows.Key()),
+                                                        m_data.GetFirstPeriodVoucherDate());
+    if (!shortage.isEmpty())
+        throw host::DatabaseError(shortage);
 }
 
 void GoodSave::WriteOpeningDetails(const Request &request)

@@ -118,6 +118,7 @@ struct FakeStock : host::StockService
         calls << Call("Check_TockMinus", probe, date);
         return enough;
     }
+    QString StockShortage(const QString &, const QString &) override { return shortage; }
     void SaveStorageAutoOperation(host::TSoftwarePart part, int code) override
     {
         calls << Call("SaveStorageAutoOperation", part, code);
@@ -128,6 +129,7 @@ struct FakeStock : host::StockService
     }
 
     bool enough = true;
+    QString shortage; ///< another desk sold between the check and the save
     QStringList calls;
 };
 
