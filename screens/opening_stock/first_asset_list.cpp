@@ -156,7 +156,7 @@ void TFirstAsset_List_FRM::Edit(TFormMode mode, QWidget *beside)
 void TFirstAsset_List_FRM::Delete()
 {
     host::Grid *grid = m_ui->FirstAssetList_GRD;
-    if (!host::Granted(m_host, SoftwarePart(), host::TPermission::Delete) || !MayChange(m_delete) ||
+    if (!MayChange(m_delete) || !host::Granted(m_host, SoftwarePart(), host::TPermission::Delete) ||
         !m_host.messages.MsgDeleteRow())
         return;
     if (m_host.settings.SettingRecord().ControlNegativeStock &&
