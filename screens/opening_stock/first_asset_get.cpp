@@ -102,8 +102,7 @@ void TFirstAsset_Get_FRM::Prepare()
 
 void TFirstAsset_Get_FRM::Load()
 {
-    const auto opening = goods::ParseOpeningRow(ParameterText());
-    if (!opening || !m_context.data.GoodFirstAsset_GetByID(m_context.copy.Key(), opening->row, m_row)) {
+    if (!m_context.data.GoodFirstAsset_GetByID(m_context.copy.Key(), m_context.row, m_row)) {
         SetRecordGone();
         RefuseOpening(host::RecordGone(u"سطر اول دوره"_s));
         return;
