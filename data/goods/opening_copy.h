@@ -44,6 +44,8 @@ public:
     /// A number that no row of this editor has had: details are entered under it, and a row that was deleted must not
     /// hand its own on.
     int NewNumber();
+    /// The number of the only row, or that which it would get. For a good that is shown in one store.
+    int OnlyNumber() { return m_rows.size() == 1 ? m_rows.first().Radif : NewNumber(); }
     /// Numbers of rows that are there no more.
     QList<int> GoneNumbers() const;
 

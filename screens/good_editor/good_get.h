@@ -70,7 +70,6 @@ private:
     void OpeningStoreChanged();
     void SetDetailStore(int store);
     goods::OpeningGood OpeningGood() const;
-    int OpeningRowNumber();
     void DiscardWorkingRows();
     bool IsNew() const { return Mode() == host::TFormMode::New; }
     /// What the working rows stand under: for a new good the code it has been given so far.

@@ -59,12 +59,6 @@ goods::OpeningGood TGood_Get_FRM::OpeningGood() const
     return good;
 }
 
-int TGood_Get_FRM::OpeningRowNumber()
-{
-    const auto &rows = m_openingRows.Rows();
-    return rows.size() == 1 ? rows.first().Radif : m_openingRows.NewNumber();
-}
-
 void TGood_Get_FRM::TypedRowIntoCopy()
 {
     OpeningFields &opening = m_general->Opening();
@@ -143,7 +137,7 @@ void TGood_Get_FRM::EnterOpeningDetails()
         return;
     const goods::OpeningValues typed = opening.Values();
     const auto found = m_host.entities.Find(host::TSoftwarePart::Stores, store);
-    const auto entered = m_openingDetails.Enter(OpeningGood(), OpeningRowNumber(), store,
+    const auto entered = m_openingDetails.Enter(OpeningGood(), m_openingRows.OnlyNumber(), store,
                                                 found ? found->Name : QString(), {typed.first, typed.second});
     if (!entered)
         return;
@@ -174,6 +168,6 @@ void TGood_Get_FRM::OpeningStoreChanged()
         opening.ShowStore(m_detailPicker);
         return;
     }
-    m_openingDetails.ChangeStore(OpeningRowNumber(), m_detailStore, store);
+    m_openingDetails.ChangeStore(m_openingRows.OnlyNumber(), m_detailStore, store);
     SetDetailStore(store);
 }
