@@ -97,6 +97,11 @@ int OpeningCopy::NewNumber()
     return std::max(m_data.GoodFirstAsset_GetNewCode(Key()), last + 1);
 }
 
+QString OpeningCopy::SavedNumbers(int goodCode)
+{
+    return u"Select Radif as OperationRow from GoodFirstAsset where tmp=0 and GoodCode="_s + QString::number(goodCode);
+}
+
 QList<int> OpeningCopy::GoneNumbers() const
 {
     QSet<int> gone = m_numbers;

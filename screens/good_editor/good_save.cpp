@@ -58,10 +58,13 @@ void GoodSave::StockLasts(const Request &request)
 
 void GoodSave::WriteOpeningDetails(const Request &request)
 {
-    if (!m_host.settings.SettingRecord().GoodDetails)
+    // What was entered while details were kept goes with its row, also when they are kept no more.
+    const bool rowsGone = !request.isNew && !m_rows.GoneNumbers().isEmpty();
+    if (!rowsGone && !m_host.settings.SettingRecord().GoodDetails)
         return;
-    if (!request.isNew)
-        m_details.Delete(m_rows.GoneNumbers());
+    if (rowsGone)
+        m_details.KeepRows(goods::OpeningCopy::SavedNumbers(request.good.Code));
+    // All rows at once: a serial may go from a deleted row to another one.
     m_host.goodDetails.EnterGoodDetailSave(request.good.Code, TOperationType::OpeningStock);
 }
 

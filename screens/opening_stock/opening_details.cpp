@@ -1,6 +1,5 @@
 #include "screens/opening_stock/opening_details.h"
 
-#include "host/data/database_error.h"
 #include "rules/unit_arithmetic.h"
 
 #include <algorithm>
@@ -114,15 +113,7 @@ void OpeningDetails::Restore()
     m_remembered = 0;
 }
 
-void OpeningDetails::Delete(const QList<int> &rows)
+void OpeningDetails::KeepRows(const QString &rows)
 {
-    QStringList needed;
-    for (const int row : rows) {
-        const auto refusals = m_host.detailMovements.GoodDetailsOperation_Delete(Opening, m_good, row);
-        for (const host::TDetailRefusal &refusal : refusals)
-            needed << refusal.Text;
-    }
-    if (!needed.isEmpty())
-        throw host::DatabaseError(u"کاربر گرامی این جزئیات خارج شده است و سطر اول دوره آن قابل حذف نیست:\n"_s +
-                                  needed.join(u'\n'));
+    m_host.detailMovements.GoodDetailsOperation_KeepLines(Opening, m_good, rows);
 }

@@ -56,9 +56,9 @@ public:
     void Restore();
     void Forget() { m_remembered = 0; }
 
-    /// Takes the details of rows that are gone off the ledger, inside the transaction of the save. Throws when they are
-    /// needed elsewhere.
-    void Delete(const QList<int> &rows);
+    /// The good has only these opening rows: details of others go with the next save of details. `rows` is a SELECT as
+    /// `goods::OpeningCopy::SavedNumbers` gives it.
+    void KeepRows(const QString &rows);
     /// The good has types whose details can be entered.
     bool HasTypes() const;
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/data/database_error.h"
 #include "host/host.h"
 #include "tests/support/fake_messages.h"
 
@@ -139,6 +140,8 @@ struct FakeGoodDetails : host::GoodDetailService
     void EnterGoodDetailSave(int good, host::TOperationType operation) override
     {
         calls << Call("EnterGoodDetailSave", good, operation);
+        if (!refusal.isEmpty())
+            throw host::DatabaseError(refusal);
     }
     bool EnterGoodDetails_Get(int, host::TOperationType) override { return entered; }
     bool CheckGoodDetailKardexExists(int good) override { return recorded.contains(good) || unsaved.contains(good); }
@@ -148,6 +151,7 @@ struct FakeGoodDetails : host::GoodDetailService
 
     bool entered = false;
     bool uniqueCodeInUse = false;
+    QString refusal;    ///< of EnterGoodDetailSave
     QSet<int> recorded; ///< goods with quantities of their details
     QSet<int> unsaved;  ///< and those with such of documents that are not saved
     QStringList detailBarcodes;
@@ -205,7 +209,10 @@ struct FakeDetailMovements : host::DetailMovementService
     std::optional<host::TAmounts> ExitGoodDetails_Take(const Line &, int) override { return {}; }
     std::optional<host::TAmounts> EnterGoodDetails_Return(const Line &, int) override { return {}; }
     int RowsOfLine(const Line &) override { return 0; }
-    void GoodDetailsOperation_KeepLines(quint8, int, const QString &) override {}
+    void GoodDetailsOperation_KeepLines(quint8 type, int code, const QString &) override
+    {
+        calls << Call("KeepLines", int(type), code);
+    }
     Refusals GoodDetailsOperation_Transfer(quint8, quint8, int, int) override { return refusals; }
     void GoodDetailsOperation_Discard(quint8 type, int code) override { calls << Call("Discard", int(type), code); }
 
