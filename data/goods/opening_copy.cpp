@@ -42,6 +42,7 @@ void OpeningCopy::TakeNumber()
 {
     if (m_number != 0)
         return;
+    m_entities.ReleaseAbandonedCodes();
     QSet<int> taken;
     for (host::Query codes(m_data.OpeningConnection(),
                            u"Select Code from CodeLock_TBL where Status="_s + QString::number(static_cast<int>(Part)));

@@ -17,7 +17,7 @@ bool SameOpeningRow(const TGoodFirstAsset_Rec &a, const TGoodFirstAsset_Rec &b);
 ///
 /// All desks keep their copies in `GoodFirstAsset`. Each copy stands under a number that is reserved for it as codes
 /// are, turned negative: so two desks may work on one good, and what a desk that was killed leaves belongs to no good.
-/// Its number is taken again later, and the rows go then. All operations throw DatabaseError.
+/// Its rows go when another copy takes a number. All operations throw DatabaseError.
 class OpeningCopy
 {
 public:

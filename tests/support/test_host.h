@@ -71,6 +71,7 @@ struct FakeEntities : host::EntityService
     /// Two hosts of a test are two desks: what one has reserved the other does not get.
     bool ReserveCode(host::TSoftwarePart part, int code) override;
     void ReleaseCodes(host::TSoftwarePart part) override;
+    void ReleaseAbandonedCodes() override {}
 
     QHash<int, QList<host::Entity>> lists; ///< by software part
     QList<int> choices;                    ///< what the user will choose, 0 for nothing
