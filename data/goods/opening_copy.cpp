@@ -1,6 +1,7 @@
 #include "data/goods/opening_copy.h"
 
 #include "host/data/database_error.h"
+#include "host/data/persian_text.h"
 #include "host/data/sql_text.h"
 #include "host/data/transaction.h"
 
@@ -19,13 +20,20 @@ bool SameRows(const QList<TGoodFirstAsset_Rec> &a, const QList<TGoodFirstAsset_R
     return std::equal(a.begin(), a.end(), b.begin(), b.end(), SameOpeningRow);
 }
 
+QString Shown(host::Quantity amount)
+{
+    return host::PersianDigits(host::GroupDigits(host::QuantityToText(amount)).replace(u',', u'٬').replace(u'.', u'٫'));
+}
+
 /// What another desk has made of the good, so that its rows can be told from those on the screen.
-QString ChangedElsewhere(const QList<TGoodFirstAsset_Rec> &stored)
+QString ChangedElsewhere(const QSqlDatabase &main, int goodCode)
 {
     QStringList rows;
-    for (const TGoodFirstAsset_Rec &row : stored)
-        rows << u"انبار %1: %2"_s.arg(QString::number(row.StoreCode),
-                                      host::GroupDigits(host::QuantityToText(row.Amount1)));
+    for (host::Query stored(main,
+                            u"Select a.Amount1,s.Name from GoodFirstAsset as a inner join Stores as s on "
+                            "s.Code=a.StoreCode where a.tmp=0 and a.GoodCode=%1 order by a.Radif"_s.arg(goodCode));
+         !stored.Eof(); stored.Next())
+        rows << u"%1: %2"_s.arg(stored.Text(u"Name"), Shown(stored.Number(u"Amount1")));
     return u"موجودی اول دوره این کالا در جای دیگری تغییر کرده است و اکنون چنین ثبت شده است:\n%1\nچیزی ذخیره نشد؛ کالا "
            "را دوباره باز کنید."_s.arg(rows.isEmpty() ? u"بدون موجودی"_s : rows.join(u'\n'));
 }
@@ -186,9 +194,8 @@ void OpeningCopy::CheckSaved(int goodCode)
     // Two desks that save the same good read its rows one after the other.
     host::Exists(m_data.OpeningConnection(),
                  u"Select Code from GoodInf with (updlock, holdlock) where Code="_s + QString::number(goodCode));
-    const QList<TGoodFirstAsset_Rec> stored = m_data.FirstAsset_Rows(goodCode, false);
-    if (!SameRows(stored, m_saved))
-        throw host::DatabaseError(ChangedElsewhere(stored));
+    if (!SameRows(m_data.FirstAsset_Rows(goodCode, false), m_saved))
+        throw host::DatabaseError(ChangedElsewhere(m_data.OpeningConnection(), goodCode));
 }
 
 void OpeningCopy::Save(int goodCode, const std::function<void()> &judge)
@@ -197,7 +204,9 @@ void OpeningCopy::Save(int goodCode, const std::function<void()> &judge)
     CheckSaved(goodCode);
     // Nobody else touches them, unless this desk was taken for dead and its number given to another one.
     if (!SameRows(m_data.FirstAsset_Rows(Key(), true), m_rows))
-        throw host::DatabaseError(ChangedElsewhere(m_data.FirstAsset_Rows(goodCode, false)));
+        throw host::DatabaseError(
+            u"این سیستم مدتی از پایگاه داده دور بوده و موجودی اول دوره ای که در این فرم وارد شده بود کنار گذاشته شده است.\n"
+            "چیزی ذخیره نشد؛ کالا را دوباره باز کنید."_s);
     if (judge)
         judge();
     m_data.GoodFirstAsset_UpdateAllGoodCodes(goodCode, Key());

@@ -285,7 +285,7 @@ private slots:
             screen->activateWindow();
             QVERIFY(QTest::qWaitForWindowActive(screen));
             test::Press(Qt::Key_F3);
-            QVERIFY(f.host.messages.Take().contains(u"انبار 1: 10"_s));
+            QVERIFY(f.host.messages.Take().contains(u"انبار مرکزی: ۱۰"_s));
             // What was entered is still there to be looked at.
             OpeningFixture::List(screen, [&](QWidget *list) {
                 QCOMPARE(test::Find<host::Grid>(list, u"FirstAssetList_GRD"_s).RowCount(), 3);
