@@ -1,6 +1,5 @@
 #include "rules/opening_row_text.h"
 
-#include <QRegularExpression>
 #include <QStringList>
 
 #include <cmath>
@@ -28,24 +27,6 @@ QString PackOpeningRow(const OpeningRowOpening &opening)
                        QString::number(good.unit2),  Fixed(good.formula), QString::number(good.twoUnits ? 1 : 0),
                        QString::number(opening.row), good.unit1Name,      good.unit2Name}
         .join(u';');
-}
-
-std::optional<OpeningRowOpening> ParseOpeningRow(const QString &text)
-{
-    // The name is as short as the numbers behind it allow.
-    static const QRegularExpression format(
-        u"\\A(\\d{1,9});(.*?);(\\d{1,9});(\\d{1,9});(-?\\d{1,14}(?:\\.\\d{1,9})?);(\\d);(\\d{1,9});([^;]*);(.*)\\z"_s,
-        QRegularExpression::DotMatchesEverythingOption);
-    const QRegularExpressionMatch match = format.match(text);
-    if (!match.hasMatch())
-        return std::nullopt;
-    const auto number = [&match](int field) { return match.captured(field).toInt(); };
-    OpeningRowOpening opening;
-    opening.good = {
-        number(1),      match.captured(2), number(3),        number(4), host::QuantityFromText(match.captured(5)),
-        number(6) != 0, match.captured(8), match.captured(9)};
-    opening.row = number(7);
-    return opening;
 }
 
 } // namespace goods

@@ -4,8 +4,6 @@
 
 #include <QString>
 
-#include <optional>
-
 namespace goods {
 
 using host::Quantity;
@@ -33,7 +31,5 @@ struct OpeningRowOpening
 /// "%d;%s;%d;%d;%f;%d;%d;%s;%s": good code, name, unit 1, unit 2, formula, two-unit flag, row, names of the units. The
 /// text keeps two decimals of the formula; inside the module the struct travels.
 QString PackOpeningRow(const OpeningRowOpening &opening);
-/// Nothing when the text does not have the format. ";" may stand in the good's name and in that of the second unit.
-std::optional<OpeningRowOpening> ParseOpeningRow(const QString &text);
 
 } // namespace goods

@@ -1,6 +1,7 @@
 #include "data/goods/opening_copy.h"
 
 #include "host/data/database_error.h"
+#include "host/data/persian_text.h"
 #include "host/data/sql_text.h"
 #include "host/data/transaction.h"
 
@@ -19,13 +20,20 @@ bool SameRows(const QList<TGoodFirstAsset_Rec> &a, const QList<TGoodFirstAsset_R
     return std::equal(a.begin(), a.end(), b.begin(), b.end(), SameOpeningRow);
 }
 
+QString Shown(host::Quantity amount)
+{
+    return host::PersianDigits(host::GroupDigits(host::QuantityToText(amount)).replace(u',', u'٬').replace(u'.', u'٫'));
+}
+
 /// What another desk has made of the good, so that its rows can be told from those on the screen.
-QString ChangedElsewhere(const QList<TGoodFirstAsset_Rec> &stored)
+QString ChangedElsewhere(const QSqlDatabase &main, int goodCode)
 {
     QStringList rows;
-    for (const TGoodFirstAsset_Rec &row : stored)
-        rows << u"انبار %1: %2"_s.arg(QString::number(row.StoreCode),
-                                      host::GroupDigits(host::QuantityToText(row.Amount1)));
+    for (host::Query stored(main,
+                            u"Select a.Amount1,s.Name from GoodFirstAsset as a inner join Stores as s on "
+                            "s.Code=a.StoreCode where a.tmp=0 and a.GoodCode=%1 order by a.Radif"_s.arg(goodCode));
+         !stored.Eof(); stored.Next())
+        rows << u"%1: %2"_s.arg(stored.Text(u"Name"), Shown(stored.Number(u"Amount1")));
     return u"موجودی اول دوره این کالا در جای دیگری تغییر کرده است و اکنون چنین ثبت شده است:\n%1\nچیزی ذخیره نشد؛ کالا "
            "را دوباره باز کنید."_s.arg(rows.isEmpty() ? u"بدون موجودی"_s : rows.join(u'\n'));
 }
@@ -42,6 +50,7 @@ void OpeningCopy::TakeNumber()
 {
     if (m_number != 0)
         return;
+    m_entities.ReleaseAbandonedCodes();
     QSet<int> taken;
     for (host::Query codes(m_data.OpeningConnection(),
                            u"Select Code from CodeLock_TBL where Status="_s + QString::number(static_cast<int>(Part)));
@@ -95,6 +104,11 @@ int OpeningCopy::NewNumber()
 {
     const int last = m_numbers.isEmpty() ? 0 : *std::max_element(m_numbers.cbegin(), m_numbers.cend());
     return std::max(m_data.GoodFirstAsset_GetNewCode(Key()), last + 1);
+}
+
+QString OpeningCopy::SavedNumbers(int goodCode)
+{
+    return u"Select Radif as OperationRow from GoodFirstAsset where tmp=0 and GoodCode="_s + QString::number(goodCode);
 }
 
 QList<int> OpeningCopy::GoneNumbers() const
@@ -153,6 +167,14 @@ void OpeningCopy::SetOnlyRow(int store, const UnitAmounts &amounts)
     const QString comment = had ? m_rows.first().Comment : QString();
     const bool given = amounts.first != 0 || amounts.second != 0;
     host::Transaction transaction(m_data.OpeningConnection());
+    // The save of a good that fails later takes the row back, and its editor goes on from what was there before.
+    host::Transaction::WhenEnded(m_data.OpeningConnection(),
+                                 [this, rows = m_rows, numbers = m_numbers](bool committed) {
+                                     if (committed)
+                                         return;
+                                     m_rows = rows;
+                                     m_numbers = numbers;
+                                 });
     const int number = had || !given ? m_rows.value(0).Radif : NewNumber();
     m_data.FirstAsset_DeleteTemp(Key());
     if (given)
@@ -167,15 +189,26 @@ void OpeningCopy::SetOnlyRow(int store, const UnitAmounts &amounts)
     transaction.Commit();
 }
 
-void OpeningCopy::Save(int goodCode)
+void OpeningCopy::CheckSaved(int goodCode)
+{
+    // Two desks that save the same good read its rows one after the other.
+    host::Exists(m_data.OpeningConnection(),
+                 u"Select Code from GoodInf with (updlock, holdlock) where Code="_s + QString::number(goodCode));
+    if (!SameRows(m_data.FirstAsset_Rows(goodCode, false), m_saved))
+        throw host::DatabaseError(ChangedElsewhere(m_data.OpeningConnection(), goodCode));
+}
+
+void OpeningCopy::Save(int goodCode, const std::function<void()> &judge)
 {
     host::Transaction transaction(m_data.OpeningConnection());
-    const QList<TGoodFirstAsset_Rec> stored = m_data.FirstAsset_Rows(goodCode, false);
-    if (!SameRows(stored, m_saved))
-        throw host::DatabaseError(ChangedElsewhere(stored));
+    CheckSaved(goodCode);
     // Nobody else touches them, unless this desk was taken for dead and its number given to another one.
     if (!SameRows(m_data.FirstAsset_Rows(Key(), true), m_rows))
-        throw host::DatabaseError(ChangedElsewhere(stored));
+        throw host::DatabaseError(
+            u"این سیستم مدتی از پایگاه داده دور بوده و موجودی اول دوره ای که در این فرم وارد شده بود کنار گذاشته شده است.\n"
+            "چیزی ذخیره نشد؛ کالا را دوباره باز کنید."_s);
+    if (judge)
+        judge();
     m_data.GoodFirstAsset_UpdateAllGoodCodes(goodCode, Key());
     m_data.FirstAsset_SaveTemp(goodCode);
     transaction.Commit();

@@ -6,6 +6,8 @@
 
 #include <QSet>
 
+#include <functional>
+
 namespace goods {
 
 /// Whether both rows say the same of the stock: store, amounts, remark and number.
@@ -15,7 +17,7 @@ bool SameOpeningRow(const TGoodFirstAsset_Rec &a, const TGoodFirstAsset_Rec &b);
 ///
 /// All desks keep their copies in `GoodFirstAsset`. Each copy stands under a number that is reserved for it as codes
 /// are, turned negative: so two desks may work on one good, and what a desk that was killed leaves belongs to no good.
-/// Its number is taken again later, and the rows go then. All operations throw DatabaseError.
+/// Its rows go when another copy takes a number. All operations throw DatabaseError.
 class OpeningCopy
 {
 public:
@@ -42,6 +44,10 @@ public:
     /// A number that no row of this editor has had: details are entered under it, and a row that was deleted must not
     /// hand its own on.
     int NewNumber();
+    /// The number of the only row, or that which it would get. For a good that is shown in one store.
+    int OnlyNumber() { return m_rows.size() == 1 ? m_rows.first().Radif : NewNumber(); }
+    /// A SELECT of the numbers of a good's saved rows, with the column OperationRow: details stand under them.
+    static QString SavedNumbers(int goodCode);
     /// Numbers of rows that are there no more.
     QList<int> GoneNumbers() const;
 
@@ -51,14 +57,19 @@ public:
     /// Deletes this row, and no other desk's.
     void Delete(int number);
     /// As the fields of an editor have it that shows the good in one store; both amounts 0: no row. The row keeps its
-    /// number and remark.
+    /// number and remark. Inside a transaction that is rolled back the rows are those of before again; the copy
+    /// outlives it.
     void SetOnlyRow(int store, const UnitAmounts &amounts);
     /// Reads the rows again after the list changed them.
     void Refresh();
 
+    /// Holds the good for this desk until the transaction of its save ends. Throws when another desk has changed the
+    /// saved rows since Begin().
+    void CheckSaved(int goodCode);
     /// Makes the working rows the saved ones of the good, inside the transaction of its save. Throws, having written
-    /// nothing, when another desk has changed the saved rows since Begin().
-    void Save(int goodCode);
+    /// nothing, when another desk has changed the saved rows since Begin(). `judge` sees both before anything is
+    /// written, and throws what it finds wrong.
+    void Save(int goodCode, const std::function<void()> &judge = {});
 
 private:
     void TakeNumber();

@@ -126,6 +126,9 @@ int Entities::Delete_Entity(TSoftwarePart part, int code, bool silent)
         return Refused;
     }
     const QString entity = u"%1 «%2»"_s.arg(kind.singular, found->Name.trimmed());
+    // What a killed desk was about to enter keeps no store.
+    if (part == TSoftwarePart::Stores)
+        ReleaseAbandonedCodes();
     if (Refuse(entity, part, code))
         return Refused;
     if (!silent && !m_messages.MsgDeleteItem(entity))
@@ -226,6 +229,21 @@ void Entities::ReleaseCodes(TSoftwarePart part)
     m_reserved.remove(part);
     if (m_reserved.isEmpty())
         m_renewal.stop();
+}
+
+void Entities::ReleaseAbandonedCodes()
+{
+    // After a sleep of the computer the own ones look abandoned.
+    RenewReservations();
+    host::Transaction transaction(m_connection);
+    host::Run(m_connection, u"DELETE FROM CodeLock_TBL WHERE "_s + Abandoned());
+    // The working copy of opening rows stands under a reserved number turned negative.
+    host::Run(
+        m_connection,
+        u"DELETE FROM GoodFirstAsset WHERE tmp = 1 AND GoodCode < 0 AND NOT EXISTS (SELECT 1 FROM CodeLock_TBL AS "
+        "l WHERE l.Status = %1 AND l.Code = -GoodFirstAsset.GoodCode)"_s.arg(
+            static_cast<int>(TSoftwarePart::OpeningStock)));
+    transaction.Commit();
 }
 
 void Entities::RenewReservations()

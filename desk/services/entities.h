@@ -49,6 +49,7 @@ public:
 
     bool ReserveCode(host::TSoftwarePart part, int code) override;
     void ReleaseCodes(host::TSoftwarePart part) override;
+    void ReleaseAbandonedCodes() override;
 
     /// Results of Delete_Entity.
     enum DeleteResult { Removed = 0, Refused = 1, Declined = 2 };

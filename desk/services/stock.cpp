@@ -29,6 +29,14 @@ Stock::Stock(const QSqlDatabase &connection, host::MessageService &messages, con
 
 bool Stock::Check_TockMinus(const QString &probe, const QString &date)
 {
+    const QString shortage = StockShortage(probe, date);
+    if (!shortage.isEmpty())
+        m_messages.ShowMessage(shortage, host::MessageIcon::Warning);
+    return shortage.isEmpty();
+}
+
+QString Stock::StockShortage(const QString &probe, const QString &date)
+{
     host::Query changes(m_connection,
                         u"SELECT p.Code, p.Anbar, p.Mogodi, g.Name AS GoodName, s.Name AS StoreName FROM ("_s + probe +
                             u") AS p LEFT JOIN GoodInf g ON g.Code = p.Code LEFT JOIN Stores s ON "_s
@@ -40,13 +48,10 @@ bool Stock::Check_TockMinus(const QString &probe, const QString &date)
         const Quantity lowest = LowestFrom(changes.Int(u"Code"), changes.Int(u"Anbar"), date);
         if (lowest + change >= 0)
             continue;
-        m_messages.ShowMessage(
-            MessageText(message::StockWouldBeMinus, {changes.Text(u"GoodName").trimmed(), changes.Text(u"StoreName"),
-                                                     Shown(lowest), Shown(change)}),
-            host::MessageIcon::Warning);
-        return false;
+        return MessageText(message::StockWouldBeMinus, {changes.Text(u"GoodName").trimmed(), changes.Text(u"StoreName"),
+                                                        Shown(lowest), Shown(change)});
     }
-    return true;
+    return {};
 }
 
 Quantity Stock::LowestFrom(int good, int store, const QString &date) const

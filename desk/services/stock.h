@@ -17,6 +17,7 @@ public:
 
     /// A fall in stock is refused when on some day from `date` on there would be less than nothing in the store.
     bool Check_TockMinus(const QString &probe, const QString &date) override;
+    QString StockShortage(const QString &probe, const QString &date) override;
     /// Writes the opening stock of a good anew as its automatic storage document, and reckons its stock on hand.
     void SaveStorageAutoOperation(host::TSoftwarePart part, int code) override;
     void DeleteStorageAutoOperation(host::TSoftwarePart part, int code) override;

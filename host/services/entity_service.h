@@ -58,6 +58,9 @@ public:
     virtual bool ReserveCode(TSoftwarePart part, int code) = 0;
     /// Gives back every code that this desk reserved in `part`.
     virtual void ReleaseCodes(TSoftwarePart part) = 0;
+    /// Gives back what desks that ended without doing so had reserved in any part, with the working rows that stand
+    /// under it.
+    virtual void ReleaseAbandonedCodes() = 0;
 };
 
 } // namespace host

@@ -14,6 +14,8 @@ public:
     /// Mogodi (the change, in main units); `date` is the day of the change. False, having told the user, when
     /// stock would become negative.
     virtual bool Check_TockMinus(const QString &probe, const QString &date) = 0;
+    /// The same inside a transaction, which must not wait for a user: what he is to be told, empty when stock lasts.
+    virtual QString StockShortage(const QString &probe, const QString &date) = 0;
     /// Brings the automatic storage documents in line with a good's opening stock. Runs inside the caller's
     /// transaction on the main connection.
     virtual void SaveStorageAutoOperation(TSoftwarePart part, int code) = 0;

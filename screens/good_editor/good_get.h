@@ -68,8 +68,8 @@ private:
     void TypedRowIntoCopy();
     void EnterOpeningDetails();
     void OpeningStoreChanged();
+    void SetDetailStore(int store);
     goods::OpeningGood OpeningGood() const;
-    int OpeningRowNumber();
     void DiscardWorkingRows();
     bool IsNew() const { return Mode() == host::TFormMode::New; }
     /// What the working rows stand under: for a new good the code it has been given so far.
@@ -82,6 +82,7 @@ private:
     OpeningDetails m_openingDetails;
     bool m_openingFixed = false; ///< by the period, or by documents
     int m_detailStore = 0;       ///< where the entered details of the only row stand
+    int m_detailPicker = 0;      ///< and the store that was chosen for the good then
     GeneralPage *m_general = nullptr;
     CostLevelPage *m_prices = nullptr;
     DetailsPage *m_details = nullptr;

@@ -37,7 +37,7 @@ void TGood_Get_FRM::BeginOpening(int good)
         ApplyOpeningLock();
     }
     opening.SetDetailsEntered(!IsNew() && m_host.goodDetails.EnterGoodDetails_Get(good, TOperationType::OpeningStock));
-    m_detailStore = m_openingRows.OnlyStore();
+    SetDetailStore(m_openingRows.OnlyStore());
 }
 
 void TGood_Get_FRM::ApplyOpeningLock()
@@ -59,12 +59,6 @@ goods::OpeningGood TGood_Get_FRM::OpeningGood() const
     return good;
 }
 
-int TGood_Get_FRM::OpeningRowNumber()
-{
-    const auto &rows = m_openingRows.Rows();
-    return rows.size() == 1 ? rows.first().Radif : m_openingRows.NewNumber();
-}
-
 void TGood_Get_FRM::TypedRowIntoCopy()
 {
     OpeningFields &opening = m_general->Opening();
@@ -73,8 +67,10 @@ void TGood_Get_FRM::TypedRowIntoCopy()
         return;
     const int store = opening.RowStore();
     const bool moved = m_openingRows.OnlyStore() != 0 && store != m_openingRows.OnlyStore();
+    // A row deleted on the list had the number of the first one, and its details.
+    const bool numbered = m_openingRows.Rows().isEmpty() && store != 0 && m_openingRows.NewNumber() != 1;
     // The row of an editor with one store keeps its store and knows no second quantity alone; both may be typed.
-    if (moved || (typed.first == 0 && typed.second != 0 && store != 0)) {
+    if (moved || numbered || (typed.first == 0 && typed.second != 0 && store != 0)) {
         m_openingRows.SetOnlyRow(store, {typed.first, typed.second});
         return;
     }
@@ -91,6 +87,12 @@ void TGood_Get_FRM::OpenOpeningRows()
     if (Refuse(opening.CheckUnitForRows()))
         return;
     const bool typed = opening.RowChanged();
+    const goods::OpeningValues values = opening.Values();
+    // A quantity without a store would be no row: the list would come back without it.
+    const bool nowhere = typed && !m_openingFixed && !opening.SeveralStores() && opening.RowStore() == 0 &&
+                         (values.first != 0 || values.second != 0);
+    if (Refuse(host::When(nowhere, host::Required(opening.StoreEdit(), u"کد انبار"_s))))
+        return;
     TypedRowIntoCopy();
     OpeningRowsContext context{m_data, m_openingRows, m_openingDetails, OpeningGood(),
                                !IsNew() && m_data.Good_HasSanadDetail(m_general->Code())};
@@ -114,7 +116,7 @@ void TGood_Get_FRM::ShowOpeningRows()
     opening.SuggestStore(m_openingRows.Rows().value(0).StoreCode);
     opening.SetRowStore(rowStore);
     opening.SetLocked(m_openingFixed, severalStores);
-    m_detailStore = m_openingRows.OnlyStore();
+    SetDetailStore(m_openingRows.OnlyStore());
     if (!m_openingDetails.Offered())
         return;
     // Details of rows that were deleted on the list are there until the save.
@@ -135,27 +137,37 @@ void TGood_Get_FRM::EnterOpeningDetails()
         return;
     const goods::OpeningValues typed = opening.Values();
     const auto found = m_host.entities.Find(host::TSoftwarePart::Stores, store);
-    const auto entered = m_openingDetails.Enter(OpeningGood(), OpeningRowNumber(), store,
+    const auto entered = m_openingDetails.Enter(OpeningGood(), m_openingRows.OnlyNumber(), store,
                                                 found ? found->Name : QString(), {typed.first, typed.second});
     if (!entered)
         return;
-    m_detailStore = store;
+    SetDetailStore(store);
     opening.TakeTotals(*entered);
     opening.SetDetailsEntered(entered->first > 0 || entered->second > 0);
     SetIsSaved(false);
 }
 
+void TGood_Get_FRM::SetDetailStore(int store)
+{
+    m_detailStore = store;
+    m_detailPicker = m_general->Opening().StoreCode();
+}
+
 void TGood_Get_FRM::OpeningStoreChanged()
 {
     OpeningFields &opening = m_general->Opening();
-    const int store = opening.StoreCode();
-    if (!opening.DetailsEntered() || opening.SeveralStores() || m_detailStore == 0 ||
-        opening.RowStore() == m_detailStore)
+    // Not always the chosen store: with the good's own one again the row is back where it stood.
+    const int store = opening.RowStore();
+    if (!opening.DetailsEntered() || opening.SeveralStores() || m_detailStore == 0)
         return;
-    if (store == 0 || !m_openingDetails.AskStore()) {
-        opening.ShowStore(m_detailStore);
+    if (store == m_detailStore) {
+        m_detailPicker = opening.StoreCode();
         return;
     }
-    m_openingDetails.ChangeStore(OpeningRowNumber(), m_detailStore, store);
-    m_detailStore = store;
+    if (store == 0 || !m_openingDetails.AskStore()) {
+        opening.ShowStore(m_detailPicker);
+        return;
+    }
+    m_openingDetails.ChangeStore(m_openingRows.OnlyNumber(), m_detailStore, store);
+    SetDetailStore(store);
 }

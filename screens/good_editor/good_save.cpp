@@ -1,5 +1,7 @@
 #include "screens/good_editor/good_save.h"
 
+#include "data/goods/stock_probe.h"
+#include "host/data/database_error.h"
 #include "host/data/transaction.h"
 #include "rules/stamp.h"
 #include "rules/unit_arithmetic.h"
@@ -35,17 +37,34 @@ void GoodSave::WriteOpeningRows(const Request &request)
     // Without a quantity the good has no opening row.
     if (request.rowTyped)
         m_rows.SetOnlyRow(request.rowStore, {request.good.AvaBgPrd, request.good.AvaBgPrd2});
-    // What was left alone stays as it is, in any store, also when another desk has changed it meanwhile.
+    // What was left alone stays as it is, in any store, also when another desk has changed it meanwhile. Details that
+    // were entered belong to the rows as they were seen here.
     if (m_rows.IsChanged())
-        m_rows.Save(request.good.Code);
+        m_rows.Save(request.good.Code, [&] { StockLasts(request); });
+    else if (m_details.Changed() || !m_rows.GoneNumbers().isEmpty())
+        m_rows.CheckSaved(request.good.Code);
+}
+
+/// Another desk may have sold since the checks of the editor.
+void GoodSave::StockLasts(const Request &request)
+{
+    if (request.isNew || !m_host.settings.SettingRecord().ControlNegativeStock)
+        return;
+    const QString shortage = m_host.stock.StockShortage(goods::LoweredRowsProbe(request.good.Code, m_rows.Key()),
+                                                        m_data.GetFirstPeriodVoucherDate());
+    if (!shortage.isEmpty())
+        throw host::DatabaseError(shortage);
 }
 
 void GoodSave::WriteOpeningDetails(const Request &request)
 {
-    if (!m_host.settings.SettingRecord().GoodDetails)
+    // What was entered while details were kept goes with its row, also when they are kept no more.
+    const bool rowsGone = !request.isNew && !m_rows.GoneNumbers().isEmpty();
+    if (!rowsGone && !m_host.settings.SettingRecord().GoodDetails)
         return;
-    if (!request.isNew)
-        m_details.Delete(m_rows.GoneNumbers());
+    if (rowsGone)
+        m_details.KeepRows(goods::OpeningCopy::SavedNumbers(request.good.Code));
+    // All rows at once: a serial may go from a deleted row to another one.
     m_host.goodDetails.EnterGoodDetailSave(request.good.Code, TOperationType::OpeningStock);
 }
 

@@ -31,6 +31,7 @@ public:
 
 private:
     void WriteOpeningRows(const Request &request);
+    void StockLasts(const Request &request);
     void WriteOpeningDetails(const Request &request);
     void WriteGood(Request &request);
     void BookOpeningStock(const Request &request);

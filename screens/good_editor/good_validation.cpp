@@ -134,7 +134,7 @@ Refused GoodValidation::CodeGiven() const
     return m_subject.mode == TFormMode::New ? m_pages.general.CheckCodeDigits() : Refused();
 }
 
-Refused GoodValidation::OpeningDetailsEntered() const
+Refused GoodValidation::OpeningDetailsEntered()
 {
     const host::TSettingRecord &settings = m_host.settings.SettingRecord();
     const OpeningFields &opening = m_pages.general.Opening();
@@ -144,14 +144,15 @@ Refused GoodValidation::OpeningDetailsEntered() const
     return host::SmartMessage(opening.QuantityEdit(), host::message::OpeningDetailsMissing);
 }
 
-bool GoodValidation::EveryRowHasDetails() const
+bool GoodValidation::EveryRowHasDetails()
 {
     if (!m_host.goodDetails.ExistsGoodDetailInsertedForOperation(m_pages.general.Code(),
                                                                  host::TOperationType::OpeningStock))
         return false;
-    if (!m_pages.general.Opening().SeveralStores())
-        return true;
+    // The good may have details of a row that is gone, or that another desk keeps and has not saved.
     const QSet<int> entered = m_details.Rows();
+    if (!m_pages.general.Opening().SeveralStores())
+        return entered.contains(m_rows.OnlyNumber());
     return std::all_of(m_rows.Rows().cbegin(), m_rows.Rows().cend(),
                        [&entered](const TGoodFirstAsset_Rec &row) { return entered.contains(row.Radif); });
 }

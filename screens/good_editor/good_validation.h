@@ -40,7 +40,7 @@ public:
         std::function<host::Refused()> leaveCode;
     };
 
-    GoodValidation(host::Host &host, TGood_DM &data, const goods::OpeningCopy &rows, const OpeningDetails &details,
+    GoodValidation(host::Host &host, TGood_DM &data, goods::OpeningCopy &rows, const OpeningDetails &details,
                    const Pages &pages)
         : m_host(host), m_data(data), m_rows(rows), m_details(details), m_pages(pages)
     {}
@@ -54,16 +54,16 @@ private:
     host::Refused OpeningVoucherOpen() const;
     host::Refused StockStaysPositive() const;
     QStringList StockProbes() const;
-    bool EveryRowHasDetails() const;
+    bool EveryRowHasDetails();
     host::Refused FocusedFieldLeft() const;
     host::Refused CodeGiven() const;
-    host::Refused OpeningDetailsEntered() const;
+    host::Refused OpeningDetailsEntered();
     host::Refused SmsCodeUnique() const;
     host::Refused NameUnique() const;
 
     host::Host &m_host;
     TGood_DM &m_data;
-    const goods::OpeningCopy &m_rows;
+    goods::OpeningCopy &m_rows;
     const OpeningDetails &m_details;
     Pages m_pages;
     Subject m_subject;

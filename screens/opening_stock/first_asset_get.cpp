@@ -102,8 +102,7 @@ void TFirstAsset_Get_FRM::Prepare()
 
 void TFirstAsset_Get_FRM::Load()
 {
-    const auto opening = goods::ParseOpeningRow(ParameterText());
-    if (!opening || !m_context.data.GoodFirstAsset_GetByID(m_context.copy.Key(), opening->row, m_row)) {
+    if (!m_context.data.GoodFirstAsset_GetByID(m_context.copy.Key(), m_context.row, m_row)) {
         SetRecordGone();
         RefuseOpening(host::RecordGone(u"سطر اول دوره"_s));
         return;
@@ -209,12 +208,17 @@ Refused TFirstAsset_Get_FRM::StockStaysPositive() const
 {
     if (!m_host.settings.SettingRecord().ControlNegativeStock)
         return {};
-    const int store = m_ui->Store_Entity->Code();
+    // A store keeps what any row leaves in it: rows may exchange their stores.
+    QHash<int, goods::Quantity> before;
+    QHash<int, goods::Quantity> after{{m_ui->Store_Entity->Code(), m_ui->Quantities->Amounts().first}};
+    for (const TGoodFirstAsset_Rec &row : m_context.copy.Rows()) {
+        before[row.StoreCode] += row.Amount1;
+        if (row.Radif != m_row.Radif)
+            after[row.StoreCode] += row.Amount1;
+    }
     for (const TGoodFirstAsset_Rec &saved : m_context.copy.Saved()) {
-        if (saved.Radif != m_row.Radif)
-            continue;
-        const goods::Quantity left = saved.StoreCode == store ? m_ui->Quantities->Amounts().first : 0;
-        if (left < saved.Amount1 &&
+        const goods::Quantity left = after.value(saved.StoreCode);
+        if (left < saved.Amount1 && left < before.value(saved.StoreCode) &&
             !m_host.stock.Check_TockMinus(goods::NegativeStockProbe(m_context.good.code, saved.StoreCode, left),
                                           m_context.data.GetFirstPeriodVoucherDate()))
             return host::ToldAlready(m_ui->Quantities->QuantityEdit());

@@ -20,6 +20,8 @@ struct OpeningRowsContext
     goods::OpeningGood good;
     /// Documents rest on the opening stock: its rows are looked at only.
     bool fixed = false;
+    /// The row whose editor opens; 0 for a new one.
+    int row = 0;
 };
 
 /// The editor of one opening row: how much of the good a store begins with. What it saves goes into the working copy of
@@ -29,8 +31,8 @@ class TFirstAsset_Get_FRM : public host::TBaseGet_FRM
     Q_OBJECT
 
 public:
-    /// `context` outlives the screen. The opening text is that of `goods::PackOpeningRow`; the good is taken from the
-    /// context, because the text knows two decimals of its formula.
+    /// `context` outlives the screen. The opening text is that of `goods::PackOpeningRow`; the good and the row are
+    /// taken from the context, because the text knows two decimals of the formula and names hold any mark.
     TFirstAsset_Get_FRM(host::Host &host, OpeningRowsContext &context);
     ~TFirstAsset_Get_FRM() override;
 

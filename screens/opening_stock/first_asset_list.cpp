@@ -142,11 +142,11 @@ void TFirstAsset_List_FRM::Edit(TFormMode mode, QWidget *beside)
     if (!MayChange(beside))
         return;
     const bool isNew = mode == TFormMode::New;
-    const int row = isNew ? 0 : CurrentRow();
+    m_context.row = isNew ? 0 : CurrentRow();
     TFirstAsset_Get_FRM editor(m_host, m_context);
     editor.SetFormTheme();
     editor.Open(isNew ? QVariant() : m_ui->FirstAssetList_GRD->CurrentValue(u"ID"_s), mode,
-                goods::PackOpeningRow({m_context.good, row}));
+                goods::PackOpeningRow({m_context.good, m_context.row}));
     if (editor.SavedKey().isNull() && !editor.RecordGone())
         return;
     Refresh();
@@ -156,7 +156,7 @@ void TFirstAsset_List_FRM::Edit(TFormMode mode, QWidget *beside)
 void TFirstAsset_List_FRM::Delete()
 {
     host::Grid *grid = m_ui->FirstAssetList_GRD;
-    if (!host::Granted(m_host, SoftwarePart(), host::TPermission::Delete) || !MayChange(m_delete) ||
+    if (!MayChange(m_delete) || !host::Granted(m_host, SoftwarePart(), host::TPermission::Delete) ||
         !m_host.messages.MsgDeleteRow())
         return;
     if (m_host.settings.SettingRecord().ControlNegativeStock &&

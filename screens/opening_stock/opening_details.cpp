@@ -1,6 +1,5 @@
 #include "screens/opening_stock/opening_details.h"
 
-#include "host/data/database_error.h"
 #include "rules/unit_arithmetic.h"
 
 #include <algorithm>
@@ -20,14 +19,14 @@ void OpeningDetails::Begin(int goodCode, std::function<bool()> typesAreSaved)
     m_good = goodCode;
     m_typesAreSaved = std::move(typesAreSaved);
     m_remembered = 0;
-    m_touched = false;
+    m_touched = m_changed = false;
 }
 
 void OpeningDetails::End()
 {
     if (m_touched)
         m_host.detailMovements.GoodDetailsOperation_Discard(Opening, m_good);
-    m_touched = false;
+    m_touched = m_changed = false;
     m_remembered = 0;
 }
 
@@ -80,6 +79,7 @@ std::optional<goods::UnitAmounts> OpeningDetails::Enter(const goods::OpeningGood
     const std::optional<host::TAmounts> entered = m_entry(request);
     if (!entered)
         return std::nullopt;
+    m_changed = true;
     const goods::Quantity first = entered->Amount1;
     if (good.twoUnits)
         return goods::UnitAmounts{first, entered->Amount2};
@@ -93,7 +93,7 @@ bool OpeningDetails::AskStore() const
 
 void OpeningDetails::ChangeStore(int row, int store, int newStore)
 {
-    m_touched = true;
+    m_touched = m_changed = true;
     m_host.detailMovements.ChangeStore(Line(row, store), newStore);
 }
 
@@ -113,15 +113,7 @@ void OpeningDetails::Restore()
     m_remembered = 0;
 }
 
-void OpeningDetails::Delete(const QList<int> &rows)
+void OpeningDetails::KeepRows(const QString &rows)
 {
-    QStringList needed;
-    for (const int row : rows) {
-        const auto refusals = m_host.detailMovements.GoodDetailsOperation_Delete(Opening, m_good, row);
-        for (const host::TDetailRefusal &refusal : refusals)
-            needed << refusal.Text;
-    }
-    if (!needed.isEmpty())
-        throw host::DatabaseError(u"کاربر گرامی این جزئیات خارج شده است و سطر اول دوره آن قابل حذف نیست:\n"_s +
-                                  needed.join(u'\n'));
+    m_host.detailMovements.GoodDetailsOperation_KeepLines(Opening, m_good, rows);
 }

@@ -35,6 +35,8 @@ public:
     /// A good is opened. One that is not saved has no detail types yet that could be entered, nor has one whose types
     /// were changed since: `typesAreSaved` is asked each time.
     void Begin(int goodCode, std::function<bool()> typesAreSaved);
+    /// What the save of the good would write was entered or moved here.
+    bool Changed() const { return m_changed; }
     /// Forgets what was entered and not saved.
     void End();
     /// Details are kept in this shop, so that quantities have their buttons.
@@ -54,9 +56,9 @@ public:
     void Restore();
     void Forget() { m_remembered = 0; }
 
-    /// Takes the details of rows that are gone off the ledger, inside the transaction of the save. Throws when they are
-    /// needed elsewhere.
-    void Delete(const QList<int> &rows);
+    /// The good has only these opening rows: details of others go with the next save of details. `rows` is a SELECT as
+    /// `goods::OpeningCopy::SavedNumbers` gives it.
+    void KeepRows(const QString &rows);
     /// The good has types whose details can be entered.
     bool HasTypes() const;
 
@@ -67,6 +69,7 @@ private:
     DetailEntry m_entry;
     std::function<bool()> m_typesAreSaved = [] { return false; };
     int m_good = 0;
-    int m_remembered = 0; ///< row
-    bool m_touched = false;
+    int m_remembered = 0;   ///< row
+    bool m_touched = false; ///< something may be kept for this desk
+    bool m_changed = false;
 };

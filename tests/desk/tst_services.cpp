@@ -307,6 +307,14 @@ void TestServices::reservationsOfDeadDesksFade()
     lock(3, 30);
     desk.entities.ReleaseCodes(TSoftwarePart::Units);
     QCOMPARE(left(), (QStringList{u"1"_s, u"2"_s}));
+    // Opening rows that were being entered for a store keep it no longer than their desk is there.
+    desk.database.Exec(u"INSERT INTO Stores (Code, Name) VALUES (900, N'نو') INSERT INTO CodeLock_TBL (Status, Code, "
+                       "UserCode) VALUES (121, 7, 1) INSERT INTO GoodFirstAsset (GoodCode, StoreCode, tmp, Amount1) "
+                       "VALUES (-7, 900, 1, 1)"_s);
+    QCOMPARE(desk.entities.Delete_Entity(TSoftwarePart::Stores, 900, true), int(desk::Entities::Refused));
+    desk.messages.Take();
+    desk.database.Exec(u"UPDATE CodeLock_TBL SET LockedAt = DATEADD(minute, -30, GETDATE()) WHERE Status = 121"_s);
+    QCOMPARE(desk.entities.Delete_Entity(TSoftwarePart::Stores, 900, true), int(desk::Entities::Removed));
 }
 
 void TestServices::scriptsSplitAtGo()

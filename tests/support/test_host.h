@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/data/database_error.h"
 #include "host/host.h"
 #include "tests/support/fake_messages.h"
 
@@ -70,6 +71,7 @@ struct FakeEntities : host::EntityService
     /// Two hosts of a test are two desks: what one has reserved the other does not get.
     bool ReserveCode(host::TSoftwarePart part, int code) override;
     void ReleaseCodes(host::TSoftwarePart part) override;
+    void ReleaseAbandonedCodes() override {}
 
     QHash<int, QList<host::Entity>> lists; ///< by software part
     QList<int> choices;                    ///< what the user will choose, 0 for nothing
@@ -118,6 +120,7 @@ struct FakeStock : host::StockService
         calls << Call("Check_TockMinus", probe, date);
         return enough;
     }
+    QString StockShortage(const QString &, const QString &) override { return shortage; }
     void SaveStorageAutoOperation(host::TSoftwarePart part, int code) override
     {
         calls << Call("SaveStorageAutoOperation", part, code);
@@ -128,6 +131,7 @@ struct FakeStock : host::StockService
     }
 
     bool enough = true;
+    QString shortage; ///< another desk sold between the check and the save
     QStringList calls;
 };
 
@@ -137,6 +141,8 @@ struct FakeGoodDetails : host::GoodDetailService
     void EnterGoodDetailSave(int good, host::TOperationType operation) override
     {
         calls << Call("EnterGoodDetailSave", good, operation);
+        if (!refusal.isEmpty())
+            throw host::DatabaseError(refusal);
     }
     bool EnterGoodDetails_Get(int, host::TOperationType) override { return entered; }
     bool CheckGoodDetailKardexExists(int good) override { return recorded.contains(good) || unsaved.contains(good); }
@@ -146,6 +152,7 @@ struct FakeGoodDetails : host::GoodDetailService
 
     bool entered = false;
     bool uniqueCodeInUse = false;
+    QString refusal;    ///< of EnterGoodDetailSave
     QSet<int> recorded; ///< goods with quantities of their details
     QSet<int> unsaved;  ///< and those with such of documents that are not saved
     QStringList detailBarcodes;
@@ -204,7 +211,10 @@ struct FakeDetailMovements : host::DetailMovementService
     std::optional<host::TAmounts> EnterGoodDetails_Return(const Line &, int) override { return {}; }
     int RowsOfLine(const Line &) override { return 0; }
     QString DetailsOfLine(const Line &) override { return {}; }
-    void GoodDetailsOperation_KeepLines(quint8, int, const QString &) override {}
+    void GoodDetailsOperation_KeepLines(quint8 type, int code, const QString &) override
+    {
+        calls << Call("KeepLines", int(type), code);
+    }
     Refusals GoodDetailsOperation_Transfer(quint8, quint8, int, int) override { return refusals; }
     void GoodDetailsOperation_Discard(quint8 type, int code) override { calls << Call("Discard", int(type), code); }
 

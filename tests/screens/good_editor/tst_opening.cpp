@@ -140,6 +140,25 @@ private slots:
         QVERIFY(f.host.stock.calls.value(0).contains(u"StoreCode = 1"_s));
     }
 
+    void aRefusedSaveLeavesTheRowsOfBefore()
+    {
+        EditorFixture f;
+        f.host.settings.record.ControlNegativeStock = true;
+        f.InsertGood(500009, u"دوغ"_s, 909);
+        f.database.Exec(u"update GoodInf set AvaBgPrd=4,CostBgPrd=1 insert into GoodFirstAsset(GoodCode,StoreCode,tmp,"
+                        "Amount1) values(500009,1,0,4)"_s);
+        f.OpenGood(500009, [&](QWidget *screen) {
+            f.host.stock.shortage = u"فروخته شد"_s;
+            test::Enter(screen, u"AvaBgPrd_EDT"_s, u"3"_s);
+            test::Press(Qt::Key_F3);
+            QVERIFY(f.host.messages.Take().contains(f.host.stock.shortage));
+            test::Enter(screen, u"AvaBgPrd_EDT"_s, u"4"_s);
+            test::Press(Qt::Key_F3);
+            QCOMPARE(f.host.messages.TakeAll(), QStringList{Saved});
+        });
+        QCOMPARE(f.database.Rows(u"select Amount1 from GoodFirstAsset"_s), QStringList{u"4"_s});
+    }
+
     void theOpeningVoucherFollows_data()
     {
         QTest::addColumn<int>("before");

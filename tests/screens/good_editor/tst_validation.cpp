@@ -236,7 +236,10 @@ std::vector<Step> OpeningSteps()
         {u"services voucher stock"_s, u"Unit_Entity1"_s, TypeOver({})},
         {u"NotSaveable(کليه کالاها, کالايي)"_s, u"Group_CMB"_s, PressKey(Qt::Key_Down)},
         {u"ShowSmartMessage(10376)"_s, u"AvaBgPrd_EDT"_s,
-         [](EditorFixture &f, QWidget *) { f.host.goodDetails.entered = true; }},
+         [](EditorFixture &f, QWidget *) {
+             f.host.goodDetails.entered = true;
+             f.host.detailMovements.totals.insert(1, {5});
+         }},
         {u"MsgRequiredField(کد پيامکي)"_s, u"SmsCode_EDT"_s, TypeOver(u"۹۰۹"_s)},
         {u"MsgRepeatedCode(کد پيامکي)"_s, u"SmsCode_EDT"_s, TypeOver(u"101"_s)},
         {u"MsgRequiredField(نام کالا)"_s, u"Name_EDT"_s,

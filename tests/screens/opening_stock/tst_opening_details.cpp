@@ -103,18 +103,19 @@ private slots:
     void deletedRowsTakeTheirDetailsAlong()
     {
         Fixture f;
-        f.host.detailMovements.refusals = {{host::TDetailRefusal::Reason::Gone, 1, 500009, 1, u"س۱"_s}};
+        f.host.settings.record.GoodDetails = false; // kept once, not any more
+        f.host.goodDetails.refusal = u"س۱"_s;
         f.OpenGood(500009, [&](QWidget *screen) {
             f.DeleteCurrent(screen);
             test::Press(Qt::Key_F3);
             QVERIFY(f.host.messages.Take().endsWith(u"س۱)"_s));
             QCOMPARE(f.Saved().size(), 2);
-            f.host.detailMovements.refusals.clear();
+            f.host.goodDetails.refusal.clear();
             f.Save();
         });
         QCOMPARE(f.Saved(), QStringList{u"2|5|0||2"_s});
-        QCOMPARE(f.host.detailMovements.calls.filter(u"Delete"_s),
-                 QStringList({u"Delete(3, 500009, 1)"_s, u"Delete(3, 500009, 1)"_s}));
+        QCOMPARE(f.host.detailMovements.calls.filter(u"Keep"_s),
+                 QStringList({u"KeepLines(3, 500009)"_s, u"KeepLines(3, 500009)"_s}));
     }
 
     void theOnlyRowOfTheEditor()
