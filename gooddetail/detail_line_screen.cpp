@@ -323,7 +323,8 @@ host::Refused TDetailLine_FRM::AmountMissing()
 {
     TakeTyped();
     for (const AmountInput &input : std::as_const(m_layout)) {
-        if (input.Part == AmountPart::Big || input.Part == AmountPart::Small)
+        const bool second = m_line.UnitType == TwoUnits && input.Part == AmountPart::Amount2;
+        if (second || input.Part == AmountPart::Big || input.Part == AmountPart::Small)
             continue;
         host::NumericEdit *edit = AmountEdit(input.Part);
         if (edit->Number() <= 0)

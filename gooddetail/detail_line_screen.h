@@ -84,7 +84,8 @@ protected:
     host::NumericEdit *AmountEdit(AmountPart part) const;
     /// Its caption for messages.
     QString AmountCaption(AmountPart part) const;
-    /// The first input without which there is no amount: not the two parts of a total, of which one may be 0.
+    /// The first input without which there is no amount: not the two parts of a total, of which one may be 0, nor the
+    /// second amount of two units, which rounds to 0 when there is less than one of them.
     host::Refused AmountMissing();
     /// The last amount input in the order of Tab.
     host::NumericEdit *LastAmount() const;

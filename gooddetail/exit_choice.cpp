@@ -43,7 +43,8 @@ QString Number(qint64 number)
 void TExit_Serial_FRM::Scan(QLineEdit *edit, const QString &typed)
 {
     const QString serial = host::SerialText(typed);
-    const bool amountsTyped = !m_takenOver && Amounts() != host::TAmounts();
+    const host::TAmounts amounts = Amounts();
+    const bool amountsTyped = HasAmounts(false);
     const int id = m_host.detailMovements.ExitGoodDetails_FindRow(Line(), serial);
     const auto row = id == 0 ? std::nullopt : m_data.ExitGoodDetail_Row(id);
     if (!row || row->Selected) {
@@ -63,7 +64,7 @@ void TExit_Serial_FRM::Scan(QLineEdit *edit, const QString &typed)
         Panel().Amount1_EDT->setFocus(Qt::OtherFocusReason);
         return;
     }
-    if (!Choose(*row, amountsTyped ? Amounts() : row->OnHand))
+    if ((amountsTyped && Refuse(AmountMissing())) || !Choose(*row, amountsTyped ? amounts : row->OnHand))
         return;
     ShowStatus(u"سریال %1 خارج شد"_s.arg(Quoted(serial)), false);
     ClearTyped();
@@ -257,7 +258,7 @@ void TExit_Serial_FRM::NotSaved()
 /// An amount that was typed but not chosen would be lost.
 host::Refused TExit_Serial_FRM::AmountsLeftOver()
 {
-    if (m_takenOver || Amounts() == host::TAmounts())
+    if (!HasAmounts(false))
         return {};
     ShowStatus(u"مقدار وارد شده هنوز ثبت نشده است"_s);
     return host::ToldAlready(Panel().Amount1_EDT);

@@ -86,7 +86,10 @@ void TExit_Serial_FRM::BindInputs()
         connect(edit, &QLineEdit::textChanged, this, &TExit_Serial_FRM::InputChanged);
     for (host::NumericEdit *edit : {panel.Amount1_EDT, panel.Amount2_EDT, panel.Amount3_EDT, panel.Amount4_EDT}) {
         connect(edit, &QLineEdit::textEdited, this, [this] { m_takenOver = false; });
-        connect(edit, &QLineEdit::textChanged, this, &TExit_Serial_FRM::InputChanged);
+        connect(edit, &QLineEdit::textChanged, this, [this, edit] {
+            if (Narrows(edit))
+                InputChanged();
+        });
     }
     connect(panel.MultiSerial_RD, &QRadioButton::toggled, this, &TExit_Serial_FRM::InputChanged);
     connect(&Inputs(), &good_detail::DetailInputs::Changed, this, &TExit_Serial_FRM::InputChanged);
@@ -219,6 +222,8 @@ void TExit_Serial_FRM::InputChanged()
 void TExit_Serial_FRM::Narrow()
 {
     m_narrow.stop();
+    host::Grid *grid = m_ui->ExitSerialList_GRD;
+    const QString stood = grid->currentIndex().row() > 0 ? grid->CurrentKey() : QString();
     if (const int current = CurrentRow())
         m_last = current;
     if (std::exchange(m_takenOver, false)) {
@@ -226,10 +231,38 @@ void TExit_Serial_FRM::Narrow()
         ClearAmounts();
     }
     m_data.ExitGoodDetail_Open(Line(), Typed());
-    if (!m_ui->ExitSerialList_GRD->IsEmpty())
-        m_ui->ExitSerialList_GRD->StandOn(0);
+    // Amounts that are typed are those of the row stood on, however far down; without any the next block is not read.
+    const bool stay = !stood.isEmpty() && (HasAmounts(true) || IsFetched(stood));
+    if ((!stay || !grid->Locate(stood)) && !grid->IsEmpty())
+        grid->StandOn(0);
     TakeOnlyRow();
     ShowTotals(m_data.ExitGoodDetail_Sum(Line()));
+}
+
+bool TExit_Serial_FRM::IsFetched(const QString &key) const
+{
+    const host::Dataset &rows = m_data.ExitGoodDetail_QRY;
+    for (int row = 0; row < rows.RecordCount(); ++row)
+        if (rows.FieldAt(row, u"ID").toString() == key)
+            return true;
+    return false;
+}
+
+bool TExit_Serial_FRM::Narrows(const host::NumericEdit *edit) const
+{
+    if (UnitTypeNow() == good_detail::Packed)
+        return edit == AmountEdit(AmountPart::Amount3);
+    return UnitTypeNow() == good_detail::Area &&
+           (edit == AmountEdit(AmountPart::Length) || edit == AmountEdit(AmountPart::Width));
+}
+
+bool TExit_Serial_FRM::HasAmounts(bool withMeasures) const
+{
+    const Ui::DetailLinePanel &panel = Panel();
+    const auto edits = {panel.Amount1_EDT, panel.Amount2_EDT, panel.Amount3_EDT, panel.Amount4_EDT};
+    return !m_takenOver && std::any_of(edits.begin(), edits.end(), [&](const host::NumericEdit *edit) {
+        return edit->Number() != 0 && (withMeasures || !Narrows(edit));
+    });
 }
 
 void TExit_Serial_FRM::TakeOnlyRow()

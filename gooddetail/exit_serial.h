@@ -51,6 +51,11 @@ private:
     void Reload(int id);
     void TakeOnlyRow();
     int CurrentRow() const;
+    bool IsFetched(const QString &key) const;
+    /// An input of measures: what is typed there looks for rows, it takes nothing out by itself.
+    bool Narrows(const host::NumericEdit *edit) const;
+    /// The user has typed an amount; `withMeasures`: or a measure.
+    bool HasAmounts(bool withMeasures) const;
 
     // Choosing.
     bool MayChoose() const { return Mode() != host::TFormMode::Review; }
