@@ -194,7 +194,8 @@ std::optional<EnterRefusal> EnterRows::Change(const EnterRow &row)
     empty.DetailValueID = 0;
     empty.Amounts = {};
     m_data.EnterGoodDetailRow_Update(empty);
-    values.DeleteUnusedDetailValue(former->DetailValueID);
+    if (!Values().contains(former->DetailValueID)) // another row of the line may have it
+        values.DeleteUnusedDetailValue(former->DetailValueID);
     const Refused refused = HasSerial(row) ? Fated(m_host.serialBatches.JudgeSerials(Batch(row)))
                                            : JudgeReturn(row, values.FindDetailValue(m_line.GoodCode, row.Details));
     return refused ? refused : Write(row, values.ResolveDetailValue(m_line.GoodCode, row.Details));

@@ -92,7 +92,8 @@ std::optional<good_detail::DetailLineOpening> TEnter_Serial_FRM::ParseOpening(co
     host::TDocumentLine &line = opening.Line;
     if (const auto told = good_detail::ParseEnterLine(text)) {
         const auto &n = told->Numbers;
-        line = {n[1], n[2], static_cast<quint8>(n[6]), static_cast<quint8>(n[0]), n[7] == 1, n[3], n[4], n[5]};
+        line = {n[1], n[2], static_cast<quint8>(n[6]), static_cast<quint8>(n[0]), n[7] == 1 && n[0] == SaleReturn, n[3],
+                n[4], n[5]};
         opening.GoodName = told->Text13;
         opening.UnitName = told->Text15;
         opening.Unit2Name = told->Text17;
