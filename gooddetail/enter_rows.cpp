@@ -2,6 +2,7 @@
 
 #include "gooddetail/amount_entry.h"
 #include "gooddetail/enter_texts.h"
+#include "host/data/database_error.h"
 #include "host/data/transaction.h"
 
 #include <QSet>
@@ -45,6 +46,8 @@ std::optional<EnterRefusal> EnterRows::Store(const EnterRow &row)
 {
     Refused refused;
     try {
+        if (!m_data.EnterGoodDetail_QRY.IsOpen())
+            m_data.EnterGoodDetail_Refresh();
         host::Transaction transaction(m_data.Connection());
         refused = row.EditedID == 0 ? Add(row) : Change(row);
         if (!refused) {
@@ -52,7 +55,7 @@ std::optional<EnterRefusal> EnterRows::Store(const EnterRow &row)
             return refused;
         }
     } catch (...) {
-        m_data.EnterGoodDetail_QRY.Close(); // what it holds may be undone; the next use reads anew
+        Reread();
         throw;
     }
     if (row.EditedID != 0)
@@ -259,12 +262,29 @@ void EnterRows::TakeOut(const std::function<void()> &statements)
 {
     const QList<int> before = Values();
     QSet<int> gone(before.cbegin(), before.cend());
-    host::Transaction transaction(m_data.Connection());
-    statements();
-    m_data.EnterGoodDetail_Refresh();
-    const QList<int> left = Values();
-    m_host.detailValues.DeleteUnusedDetailValues(gone.subtract(QSet<int>(left.cbegin(), left.cend())).values());
-    transaction.Commit();
+    try {
+        host::Transaction transaction(m_data.Connection());
+        statements();
+        m_data.EnterGoodDetail_Refresh();
+        const QList<int> left = Values();
+        m_host.detailValues.DeleteUnusedDetailValues(gone.subtract(QSet<int>(left.cbegin(), left.cend())).values());
+        transaction.Commit();
+    } catch (...) {
+        Reread();
+        throw;
+    }
+}
+
+/// After an error what the row set holds may be undone. When it cannot be read either it stays closed, and the next
+/// use reads it; the first error is the one to tell of.
+void EnterRows::Reread()
+{
+    m_data.EnterGoodDetail_QRY.Close();
+    try {
+        m_data.EnterGoodDetail_Refresh();
+    } catch (const host::DatabaseError &) {
+        m_data.EnterGoodDetail_QRY.Close();
+    }
 }
 
 bool EnterRows::Remove(const QList<int> &ids)

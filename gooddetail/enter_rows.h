@@ -57,6 +57,7 @@ private:
 
     QList<int> Values() const;
     void TakeOut(const std::function<void()> &statements);
+    void Reread();
     Refused Add(const EnterRow &row);
     Refused Change(const EnterRow &row);
     Refused AddSerial(const EnterRow &row);

@@ -31,6 +31,13 @@ namespace {
 
 constexpr qsizetype MostTold = 12; ///< serials in the line below the inputs
 
+/// An end of a range; 0 stands for none.
+bool IsTyped(const QLineEdit *edit)
+{
+    const QString text = host::SerialText(edit->text());
+    return !text.isEmpty() && text != u"0";
+}
+
 } // namespace
 
 TEnter_Serial_FRM::TEnter_Serial_FRM(host::Host &host)
@@ -67,7 +74,7 @@ void TEnter_Serial_FRM::BindRows()
     Bind(m_form->SaveRow_BTN, QKeySequence(Qt::Key_F4), [this] { SaveRow(); });
     Bind(m_form->Cancel_BTN, {}, [this] { Cancel(); });
     Bind(m_form->EditRow_BTN, QKeySequence(Qt::Key_F2), [this] { EditRow(); });
-    Bind(m_form->DelRow_BTN, QKeySequence(Qt::Key_Delete), [this] { DeleteRows(); });
+    Bind(m_form->DelRow_BTN, {}, [this] { DeleteRows(); });
     Bind(m_form->DelAll_BTN, {}, [this] { DeleteAll(); });
     connect(m_form->EnterSerialList_GRD, &host::Grid::RowActivated, this,
             [this] { Command(m_form->EditRow_BTN->text(), [this] { EditRow(); }); });
@@ -157,6 +164,10 @@ std::vector<host::Check> TEnter_Serial_FRM::Validate()
                  QWidget *edit = !SerialTyped().isEmpty() && !IsRange() ? Panel().Serial_EDT : nullptr;
                  if (!edit && HasBarcode() && !Panel().Barcode_EDT->text().trimmed().isEmpty())
                      edit = Panel().Barcode_EDT;
+                 if (!edit && !HasSerial() && Amounts().Amount1 > 0)
+                     edit = AmountEdit(AmountPart::Amount1);
+                 if (!edit && IsRange() && (IsTyped(Panel().SerialFrom_EDT) || IsTyped(Panel().SerialTo_EDT)))
+                     edit = Panel().SerialFrom_EDT;
                  return host::When(edit || m_editedId != 0,
                                    host::Warning(edit, u"کاربر گرامی سطر وارد شده هنوز ثبت نشده است."_s));
              }}};
@@ -287,6 +298,10 @@ bool TEnter_Serial_FRM::FormKeyDown(QKeyEvent *event)
             return true;
         }
     }
+    if (event->key() == Qt::Key_Delete && focusWidget() == m_form->EnterSerialList_GRD) {
+        m_form->DelRow_BTN->click();
+        return true;
+    }
     return TDetailLine_FRM::FormKeyDown(event);
 }
 
@@ -326,6 +341,11 @@ void TEnter_Serial_FRM::TakeScans(const QStringList &scans, const QString &begun
 {
     if (!HasSerial() || IsRange() || !isVisible())
         return;
+    if (m_editedId != 0) { // the input belongs to the row that is edited
+        for (const QString &scan : begun.isEmpty() ? scans : scans + QStringList(begun))
+            ShowLeft(scan);
+        return;
+    }
     for (const QString &scan : scans) {
         Panel().Serial_EDT->setText(scan);
         Panel().Serial_EDT->setModified(true);
@@ -403,7 +423,15 @@ void TEnter_Serial_FRM::StoreRow()
         Tell(refused);
         return;
     }
-    const std::optional<EnterRefusal> refused = m_rows->Store(Typed());
+    std::optional<EnterRefusal> refused;
+    try {
+        refused = m_rows->Store(Typed());
+    } catch (...) {
+        if (!serial.isEmpty())
+            ShowLeft(serial);
+        ShowRows(); // they were read again
+        throw;
+    }
     if (!refused) {
         NextRow(serial);
         return;

@@ -67,6 +67,7 @@ private:
 
     // Rows
     void EditRow();
+    bool Shown(const std::function<bool()> &takeOut);
     void DeleteRows();
     void DeleteAll();
     void Cancel();
