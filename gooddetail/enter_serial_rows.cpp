@@ -7,8 +7,6 @@
 #include "ui_detail_line_panel.h"
 #include "ui_enter_serial.h"
 
-#include <QLabel>
-
 using namespace Qt::StringLiterals;
 
 // The rows that were entered: shown, edited, taken out.
@@ -24,8 +22,7 @@ void TEnter_Serial_FRM::ShowRows(bool appended)
     for (int i = m_totals.Rows(); i < rows.RecordCount(); ++i)
         m_totals.Add(good_detail::RowAmounts(rows, i));
     ShowTotals({m_totals.Sum(), m_totals.Rows()});
-    if (auto *empty = findChild<QLabel *>(u"Empty_LBL"_s))
-        empty->setVisible(rows.IsEmpty());
+    ShowListEmpty(rows.IsEmpty());
 }
 
 void TEnter_Serial_FRM::StandOnLast()

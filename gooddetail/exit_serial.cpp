@@ -3,6 +3,7 @@
 #include "gooddetail/opening_texts.h"
 #include "host/controls/grid.h"
 #include "host/controls/numeric_edit.h"
+#include "screens/shared/leave_watch.h"
 #include "ui_detail_line_panel.h"
 #include "ui_exit_serial.h"
 
@@ -36,7 +37,7 @@ TExit_Serial_FRM::TExit_Serial_FRM(host::Host &host)
     : TDetailLine_FRM(host, good_detail::InputMode::Seek), m_ui(std::make_unique<Ui::TExit_Serial_FRM>())
 {
     m_ui->setupUi(Content());
-    SetTitle(u"خروج جزئیات کالا"_s);
+    SetTitle(u"خروج جزییات کالا"_s);
     SetUpPanel(m_ui->Inputs_PNL);
     resize(900, 660);
     m_ui->TabSearch_FRAME->addTab(u"موجودی"_s);
@@ -56,15 +57,18 @@ void TExit_Serial_FRM::BuildGrid()
     host::Grid *grid = m_ui->ExitSerialList_GRD;
     grid->SetSource(&m_data.ExitGoodDetail_QRY, u"ID"_s);
     grid->horizontalHeader()->setStretchLastSection(true);
-    RememberLayout(grid);
+    SetUpList(grid);
+    connect(grid, &host::Grid::FetchFailed, this, [this](const QString &message) {
+        m_host.messages.ShowMessage(message, host::MessageIcon::Error, Title());
+    });
     connect(grid, &host::Grid::RowActivated, this, [this] { m_ui->EditRow_BTN->click(); });
 }
 
 void TExit_Serial_FRM::BindCommands()
 {
-    Bind(m_ui->SaveRow_BTN, {}, [this] { SaveRow(); });
+    Bind(m_ui->SaveRow_BTN, QKeySequence(Qt::Key_F4), [this] { SaveRow(); });
     Bind(m_ui->Cancel_BTN, {}, [this] { Cancel(); });
-    Bind(m_ui->EditRow_BTN, {}, [this] { EditRow(); });
+    Bind(m_ui->EditRow_BTN, QKeySequence(Qt::Key_F2), [this] { EditRow(); });
     Bind(m_ui->DelRow_BTN, {}, [this] { DeleteRow(); });
     Bind(m_ui->DelAll_BTN, {}, [this] { DeleteAll(); });
     connect(m_ui->TabSearch_FRAME, &QTabBar::currentChanged, this, [this] {
@@ -89,6 +93,11 @@ void TExit_Serial_FRM::BindInputs()
         connect(edit, &QLineEdit::textChanged, this, [this, edit] {
             if (Narrows(edit))
                 InputChanged();
+        });
+        // Whether the only row's amounts are proposed does not hang on how fast the user comes here.
+        goods::OnEnter(edit, [this] {
+            if (m_narrow.isActive())
+                Command(Title(), [this] { Narrow(); });
         });
     }
     connect(panel.MultiSerial_RD, &QRadioButton::toggled, this, &TExit_Serial_FRM::InputChanged);
@@ -235,6 +244,7 @@ void TExit_Serial_FRM::Narrow()
     const bool stay = !stood.isEmpty() && (HasAmounts(true) || IsFetched(stood));
     if ((!stay || !grid->Locate(stood)) && !grid->IsEmpty())
         grid->StandOn(0);
+    ShowListEmpty(grid->IsEmpty());
     TakeOnlyRow();
     ShowTotals(m_data.ExitGoodDetail_Sum(Line()));
 }
@@ -271,7 +281,7 @@ void TExit_Serial_FRM::TakeOnlyRow()
     const Ui::DetailLinePanel &panel = Panel();
     const auto edits = {panel.Amount1_EDT, panel.Amount2_EDT, panel.Amount3_EDT, panel.Amount4_EDT};
     const bool typing = std::any_of(edits.begin(), edits.end(), [](const host::NumericEdit *edit) {
-        return edit->hasFocus() || edit->Number() != 0;
+        return edit->isModified() || edit->Number() != 0;
     });
     if (!m_host.settings.SettingRecord().TakeOnlyDetail || !MayChoose() || !HasSerial() || IsRange() || typing ||
         m_ui->TabSearch_FRAME->currentIndex() != Stock || !rows.FetchedAll() || rows.RecordCount() != 1 ||

@@ -35,6 +35,7 @@ protected:
     /// In review the inputs still narrow the list; nothing can be chosen.
     void SetReadOnly(bool readOnly) override;
     host::Grid *PrintedGrid() const override;
+    void TakeScans(const QStringList &scans, const QString &begun) override;
 
 private:
     void BuildGrid();

@@ -72,6 +72,8 @@ TSerial_DM::~TSerial_DM()
     } catch (const host::DatabaseError &error) {
         // The connection is gone, and the tables with it.
         qCWarning(details).noquote() << error.LogText();
+    } catch (const std::exception &error) {
+        qCWarning(details).noquote() << error.what();
     }
 }
 
