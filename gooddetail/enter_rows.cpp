@@ -327,10 +327,15 @@ void EnterRows::Reread()
 bool EnterRows::Remove(const QList<int> &ids)
 {
     const QList<int> returned = m_host.detailMovements.ReturnedDetailValues(m_line);
+    const QSet<int> kept(returned.cbegin(), returned.cend());
+    const QSet<int> marked(ids.cbegin(), ids.cend());
+    const host::Dataset &rows = m_data.EnterGoodDetail_QRY;
+    if (!rows.IsOpen())
+        m_data.EnterGoodDetail_Refresh();
     QList<int> gone;
-    for (const int id : ids) {
-        const std::optional<TEnterGoodDetail_Rec> row = Row(id);
-        if (row && !returned.contains(row->DetailValueID))
+    for (int i = 0; i < rows.RecordCount(); ++i) {
+        const int id = rows.FieldAt(i, u"ID").toInt();
+        if (marked.contains(id) && !kept.contains(rows.FieldAt(i, u"DetailValueID").toInt()))
             gone << id;
     }
     TakeOut([&] { m_data.EnterGoodDetailRows_Delete(gone); });

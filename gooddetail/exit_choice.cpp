@@ -150,8 +150,15 @@ void TExit_Serial_FRM::SaveRow()
     if (Tell(AmountMissing()) || !Choose(*row, Amounts()))
         return;
     ShowStatus(u"انتخاب شد"_s, false);
+    const int read = m_data.ExitGoodDetail_QRY.RecordCount();
     ClearTyped();
-    Reload(row->ID);
+    Narrow();
+    // Back to the row, as far as the list was read before: what was typed may have found it at the end of a long one.
+    host::Dataset &rows = m_data.ExitGoodDetail_QRY;
+    while (rows.RecordCount() < read && rows.canFetchMore({}))
+        rows.fetchMore({});
+    if (const QString key = QString::number(row->ID); IsFetched(key))
+        m_ui->ExitSerialList_GRD->Locate(key);
     FocusControl(FirstControl());
 }
 

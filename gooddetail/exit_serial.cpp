@@ -208,6 +208,10 @@ TExitNarrowing TExit_Serial_FRM::Typed() const
     }
     for (int place = 0; place < host::MostDetails; ++place)
         typed.Details[static_cast<size_t>(place)] = Inputs().Sought(place);
+    // Beside a serial the barcode is one of the details behind it.
+    const QString barcode = host::SerialText(panel.Barcode_EDT->text());
+    if (HasSerial() && HasBarcode() && !barcode.isEmpty())
+        typed.Details[static_cast<size_t>(Inputs().BarcodePlace())] = {barcode, true};
     const auto number = [this](AmountPart part) {
         const host::NumericEdit *edit = AmountEdit(part);
         return edit ? edit->Number() : 0;
@@ -317,7 +321,7 @@ bool TExit_Serial_FRM::FormKeyDown(QKeyEvent *event)
         Command(Title(), [this, edit] { Scan(edit, edit->text()); });
         return true;
     };
-    if (enter && (scan(panel.Serial_EDT) || scan(panel.Barcode_EDT)))
+    if (enter && (scan(panel.Serial_EDT) || (!HasSerial() && scan(panel.Barcode_EDT))))
         return true;
     QPushButton *command = enter && focus == LastAmount()                ? m_ui->SaveRow_BTN
                            : !enter && focus == m_ui->ExitSerialList_GRD ? m_ui->DelRow_BTN
