@@ -27,10 +27,13 @@ void Give(const Places &to, const good_detail::DetailLineResult &result)
             *to[i] = given[i];
 }
 
-Module::LineDetails EnterDetails(std::int32_t mode, const good_detail::EnterOpening &opening)
+/// `opening` makes the opening inside the boundary: it makes texts.
+template <typename Opening> Module::LineDetails EnterDetails(std::int32_t mode, const Opening &opening)
 {
-    return Module::Run(
-        [&](Module &module) { return module.EnterDetails(mode, opening.Key, good_detail::Pack(opening)); });
+    return Module::Run([&](Module &module) {
+        const good_detail::EnterOpening told = opening();
+        return module.EnterDetails(mode, told.Key, good_detail::Pack(told));
+    });
 }
 
 /// The results of the last calls of `Select_Good_Multible`, `Select_DetailTypes_Multible` and so on.
@@ -131,11 +134,12 @@ std::uint8_t Open_GoodDetail_Enter(std::int32_t mode, std::uint8_t operationType
                                    std::int32_t operationCode, std::int32_t foreignOperationCode,
                                    std::int32_t operationRow)
 {
-    const Module::LineDetails details =
-        EnterDetails(mode, {{operationType, good, store, operationRow, foreignOperationCode, unitType},
-                            {Text(goodName), Text(unitName), Text(storeName), Text(unit2Name)},
-                            operationCode,
-                            Text(reserved)});
+    const Module::LineDetails details = EnterDetails(mode, [&] {
+        return good_detail::EnterOpening{{operationType, good, store, operationRow, foreignOperationCode, unitType},
+                                         {Text(goodName), Text(unitName), Text(storeName), Text(unit2Name)},
+                                         operationCode,
+                                         Text(reserved)};
+    });
     if (details.Opened)
         Give({amount1, amount2}, details.Result);
     return details.Opened;
@@ -149,11 +153,12 @@ std::uint8_t Open_GoodDetail_Enter_Form(std::int32_t mode, std::uint8_t operatio
                                         std::int32_t unitType, std::int32_t store, std::int32_t operationCode,
                                         std::int32_t foreignOperationCode, std::int32_t operationRow)
 {
-    const Module::LineDetails details =
-        EnterDetails(mode, {{operationType, good, store, operationRow, foreignOperationCode, unitType},
-                            {Text(goodName), Text(unitName), Text(storeName), Text(unit2Name)},
-                            operationCode,
-                            Text(reserved)});
+    const Module::LineDetails details = EnterDetails(mode, [&] {
+        return good_detail::EnterOpening{{operationType, good, store, operationRow, foreignOperationCode, unitType},
+                                         {Text(goodName), Text(unitName), Text(storeName), Text(unit2Name)},
+                                         operationCode,
+                                         Text(reserved)};
+    });
     if (details.Accepted)
         Give({amount1, amount2, totalAmount, length, width, amount3, rows}, details.Result);
     return details.Accepted;
@@ -170,20 +175,21 @@ std::uint8_t Open_Enter_GoodDetail(std::int32_t mode, std::uint8_t operationType
                                    std::int32_t unitType, std::int32_t foreignOperationCode, std::int32_t operationRow,
                                    std::int32_t operationCode, std::int32_t store)
 {
-    const good_detail::EnterLineOpening opening{{operationType, good, store, operationCode, operationRow,
-                                                 foreignOperationCode, unitType, isReturn, reserved9, reserved10,
-                                                 reserved11, reserved12},
-                                                Text(goodName),
-                                                reserved14,
-                                                Text(unitName),
-                                                reserved16,
-                                                Text(unit2Name),
-                                                Text(storeName),
-                                                wanted,
-                                                reserved20,
-                                                reserved21};
-    const Module::LineDetails details = Module::Run(
-        [&](Module &module) { return module.EnterDetails(mode, operationCode, good_detail::Pack(opening), wanted); });
+    const Module::LineDetails details = Module::Run([&](Module &module) {
+        const good_detail::EnterLineOpening opening{{operationType, good, store, operationCode, operationRow,
+                                                     foreignOperationCode, unitType, isReturn, reserved9, reserved10,
+                                                     reserved11, reserved12},
+                                                    Text(goodName),
+                                                    reserved14,
+                                                    Text(unitName),
+                                                    reserved16,
+                                                    Text(unit2Name),
+                                                    Text(storeName),
+                                                    wanted,
+                                                    reserved20,
+                                                    reserved21};
+        return module.EnterDetails(mode, operationCode, good_detail::Pack(opening), wanted);
+    });
     if (details.Accepted)
         Give({amount1, amount2, totalAmount, length, width, amount3, rows}, details.Result);
     return details.Accepted;
@@ -196,11 +202,12 @@ std::uint8_t Open_Exit_GoodDetail(std::int32_t mode, std::uint8_t operationType,
                                   long double *amount1, std::int32_t unitType, std::int32_t foreignOperationCode,
                                   std::int32_t operationRow, std::int32_t operationCode, std::int32_t store)
 {
-    const good_detail::ExitOpening opening{{operationType, good, store, operationCode, operationRow,
-                                            foreignOperationCode, unitType, isReturn, reserved9, reserved10},
-                                           Text(storeName)};
-    const Module::LineDetails details = Module::Run(
-        [&](Module &module) { return module.ExitDetails(mode, operationCode, good_detail::Pack(opening)); });
+    const Module::LineDetails details = Module::Run([&](Module &module) {
+        const good_detail::ExitOpening opening{{operationType, good, store, operationCode, operationRow,
+                                                foreignOperationCode, unitType, isReturn, reserved9, reserved10},
+                                               Text(storeName)};
+        return module.ExitDetails(mode, operationCode, good_detail::Pack(opening));
+    });
     if (details.Accepted)
         Give({amount1, amount2, totalAmount, length, width, amount3, rows}, details.Result);
     return details.Accepted;

@@ -158,6 +158,7 @@ void DetailInputs::AddList(Input &input, QWidget *panel)
     }
     input.combo->setEditable(true);
     input.combo->setInsertPolicy(QComboBox::NoInsert);
+    input.combo->setCompleter(nullptr); // it would write the rest of a known text behind what is typed
     input.combo->lineEdit()->setMaxLength(LongestValue);
     connect(input.combo, &QComboBox::editTextChanged, this, &DetailInputs::Changed);
     if (m_mode == InputMode::Seek)
@@ -224,7 +225,7 @@ QString DetailInputs::ValueOf(const Input &input)
     if (input.combo)
         return input.combo->currentText().trimmed();
     if (input.number)
-        return input.number->IsEmpty() ? QString() : host::TrimDecimal(input.number->text());
+        return input.number->IsEmpty() ? QString() : host::NormalizeDecimal(input.number->text()).value_or(QString());
     if (input.date)
         return input.date->Text();
     return input.toggle->isChecked() ? input.data->ToggleTitleTrue : input.data->ToggleTitleFalse;

@@ -1,7 +1,9 @@
 #include "gooddetail/detail_line_screen.h"
 
+#include "gooddetail/scan_keeper.h"
 #include "host/controls/date_edit.h"
 #include "host/controls/display_edit.h"
+#include "host/controls/grid.h"
 #include "host/controls/number_text.h"
 #include "host/controls/numeric_edit.h"
 #include "host/look/theme.h"
@@ -9,7 +11,14 @@
 #include "screens/shared/leave_watch.h"
 #include "ui_detail_line_panel.h"
 
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include <cmath>
 
 using namespace Qt::StringLiterals;
 
@@ -29,7 +38,8 @@ constexpr int TitleMargin = 28;
 
 TDetailLine_FRM::TDetailLine_FRM(host::Host &host, InputMode mode)
     : TBaseGet_FRM(host, TSoftwarePart::GoodDetails), m_data(host), m_mode(mode),
-      m_panel(std::make_unique<Ui::DetailLinePanel>()), m_totals(new QLabel(this)), m_status(new QLabel(this))
+      m_panel(std::make_unique<Ui::DetailLinePanel>()), m_totals(new QLabel(this)), m_status(new QLabel(this)),
+      m_empty(new QLabel(this))
 {
     m_totals->setObjectName(u"Totals_LBL"_s);
     m_totals->setTextFormat(Qt::PlainText);
@@ -57,18 +67,59 @@ void TDetailLine_FRM::SetUpPanel(QWidget *place)
     BindKeyboard();
 }
 
+void TDetailLine_FRM::SetUpList(host::Grid *grid)
+{
+    if (auto *exit = ExitButton())
+        exit->setObjectName(u"EXit_BTN"_s);
+    m_empty->setText(u"<داده ای برای نمایش وجود ندارد>"_s);
+    m_empty->setObjectName(u"Empty_LBL"_s);
+    m_empty->setTextFormat(Qt::PlainText);
+    m_empty->setProperty("soft", true);
+    m_empty->setAlignment(Qt::AlignCenter);
+    m_empty->setAttribute(Qt::WA_TransparentForMouseEvents);
+    (new QVBoxLayout(grid->viewport()))->addWidget(m_empty);
+}
+
+QByteArray TDetailLine_FRM::SaveState() const
+{
+    QJsonObject layouts;
+    for (auto layout = m_layouts.cbegin(); layout != m_layouts.cend(); ++layout)
+        layouts.insert(QString::number(layout.key()), layout.value());
+    layouts.insert(QString::number(UnitTypeNow()), QString::fromUtf8(PrintedGrid()->SaveLayout()));
+    return QJsonDocument(layouts).toJson(QJsonDocument::Compact);
+}
+
+void TDetailLine_FRM::RestoreState(const QByteArray &state)
+{
+    m_layouts.clear();
+    const QJsonObject layouts = QJsonDocument::fromJson(state).object();
+    for (const QString &unitType : layouts.keys())
+        m_layouts.insert(unitType.toInt(), layouts.value(unitType).toString());
+    if (const QString layout = m_layouts.value(UnitTypeNow()); !layout.isEmpty())
+        PrintedGrid()->RestoreLayout(layout.toUtf8());
+}
+
 // Opening -----------------------------------------------------------------------------------------------------------
 
 int TDetailLine_FRM::OpenLine(const DetailLineOpening &opening)
 {
     m_given = opening;
+    const auto forget = qScopeGuard([this] { ForgetGiven(); });
     return Open(opening.Line.OperationCode, opening.Mode);
 }
 
 int TDetailLine_FRM::OpenText(const QVariant &key, TFormMode mode, const QString &text)
 {
     m_given.reset();
+    const auto forget = qScopeGuard([this] { ForgetGiven(); });
     return Open(key, mode, text);
+}
+
+/// Also when the opening did not come as far as taking it.
+void TDetailLine_FRM::ForgetGiven()
+{
+    m_given.reset();
+    m_wanted.reset();
 }
 
 void TDetailLine_FRM::Prepare()
@@ -90,8 +141,9 @@ void TDetailLine_FRM::Begin()
         return;
     }
     m_opening = *opening;
-    if (const auto wanted = std::exchange(m_wanted, {}); wanted && m_opening.Wanted)
-        m_opening.Wanted->Amount1 = *wanted;
+    // Two decimals make nothing of less than half a hundredth.
+    if (const auto wanted = std::exchange(m_wanted, {}); wanted && *wanted > 0 && std::isfinite(*wanted))
+        m_opening.Wanted = host::TAmounts{*wanted};
     m_line = m_opening.Line;
     m_result = {};
     if (!FindGood() || !FindStore())
@@ -323,7 +375,8 @@ host::Refused TDetailLine_FRM::AmountMissing()
 {
     TakeTyped();
     for (const AmountInput &input : std::as_const(m_layout)) {
-        if (input.Part == AmountPart::Big || input.Part == AmountPart::Small)
+        const bool second = m_line.UnitType == TwoUnits && input.Part == AmountPart::Amount2;
+        if (second || input.Part == AmountPart::Big || input.Part == AmountPart::Small)
             continue;
         host::NumericEdit *edit = AmountEdit(input.Part);
         if (edit->Number() <= 0)
@@ -401,6 +454,34 @@ void TDetailLine_FRM::ShowTotals(const DetailLineResult &result)
     m_totals->setText(text);
     m_totals->setProperty("fault", over);
     host::theme::Repolish(m_totals);
+}
+
+bool TDetailLine_FRM::Tell(const host::Refused &refused)
+{
+    if (!refused)
+        return false;
+    QStringList scans;
+    QString begun;
+    {
+        const ScanKeeper keeper(this);
+        Refuse(refused);
+        scans = keeper.Scans();
+        begun = keeper.Begun();
+    }
+    if (!scans.isEmpty() || !begun.isEmpty())
+        QMetaObject::invokeMethod(
+            this, [this, scans, begun] { TakeScans(scans, begun); }, Qt::QueuedConnection);
+    return true;
+}
+
+void TDetailLine_FRM::GoOn(QLineEdit *edit, const QString &begun)
+{
+    if (begun.isEmpty())
+        return;
+    edit->setText(begun);
+    edit->setModified(true);
+    edit->setFocus(Qt::OtherFocusReason);
+    edit->end(false);
 }
 
 void TDetailLine_FRM::ShowStatus(const QString &text, bool fault)

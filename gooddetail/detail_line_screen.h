@@ -8,6 +8,7 @@
 #include "host/screens/base_get.h"
 
 class QLabel;
+class QLineEdit;
 
 namespace host {
 class DisplayEdit;
@@ -54,6 +55,12 @@ protected:
 
     /// Makes the panel in `place`, which has a layout.
     void SetUpPanel(QWidget *place);
+    /// Gives the list of rows a notice for the time when it is empty.
+    void SetUpList(host::Grid *grid);
+    void ShowListEmpty(bool empty) { m_empty->setVisible(empty); }
+    /// The columns differ by unit type: each has a layout of its own, of `PrintedGrid`.
+    QByteArray SaveState() const override;
+    void RestoreState(const QByteArray &state) override;
     void Prepare() override;
     void Load() override;
     void FormClose() override;
@@ -84,7 +91,8 @@ protected:
     host::NumericEdit *AmountEdit(AmountPart part) const;
     /// Its caption for messages.
     QString AmountCaption(AmountPart part) const;
-    /// The first input without which there is no amount: not the two parts of a total, of which one may be 0.
+    /// The first input without which there is no amount: not the two parts of a total, of which one may be 0, nor the
+    /// second amount of two units, which rounds to 0 when there is less than one of them.
     host::Refused AmountMissing();
     /// The last amount input in the order of Tab.
     host::NumericEdit *LastAmount() const;
@@ -103,11 +111,19 @@ protected:
     void SetResult(const DetailLineResult &result) { m_result = result; }
     /// Says something beside the inputs that needs no answer; `fault` in the colour of refusals.
     void ShowStatus(const QString &text, bool fault = true);
+    /// Says why something is refused; scans that come meanwhile are taken afterwards. False when nothing is.
+    bool Tell(const host::Refused &refused);
+    /// What was scanned while a message stood over the screen, and what was begun behind it; may be called when the
+    /// screen has closed.
+    virtual void TakeScans(const QStringList &scans, const QString &begun) = 0;
+    /// Types the beginning of a scan into an input, where the scanner goes on.
+    static void GoOn(QLineEdit *edit, const QString &begun);
 
     TSerial_DM m_data;
 
 private:
     void Begin();
+    void ForgetGiven();
     bool FindGood();
     bool FindStore();
     void ShowHeader();
@@ -128,6 +144,8 @@ private:
     std::array<QLabel *, 4> m_captions{};
     QLabel *m_totals;
     QLabel *m_status;
+    QLabel *m_empty;
+    QHash<int, QString> m_layouts;            ///< of the list, by unit type
     std::optional<DetailLineOpening> m_given; ///< by OpenLine, until it was taken
     std::optional<host::Quantity> m_wanted;
     DetailLineOpening m_opening;

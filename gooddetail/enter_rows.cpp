@@ -2,6 +2,7 @@
 
 #include "gooddetail/amount_entry.h"
 #include "gooddetail/enter_texts.h"
+#include "host/data/database_error.h"
 #include "host/data/transaction.h"
 
 #include <QSet>
@@ -45,6 +46,8 @@ std::optional<EnterRefusal> EnterRows::Store(const EnterRow &row)
 {
     Refused refused;
     try {
+        if (!m_data.EnterGoodDetail_QRY.IsOpen())
+            m_data.EnterGoodDetail_Refresh();
         host::Transaction transaction(m_data.Connection());
         refused = row.EditedID == 0 ? Add(row) : Change(row);
         if (!refused) {
@@ -52,7 +55,7 @@ std::optional<EnterRefusal> EnterRows::Store(const EnterRow &row)
             return refused;
         }
     } catch (...) {
-        m_data.EnterGoodDetail_QRY.Close(); // what it holds may be undone; the next use reads anew
+        Reread();
         throw;
     }
     if (row.EditedID != 0)
@@ -99,9 +102,38 @@ std::optional<EnterRefusal> EnterRows::JudgeReturn(const EnterRow &row, int valu
     const TAmounts left = m_host.detailMovements.Returnable(m_line, valueId);
     if (left.Amount1 <= 0)
         return EnterRefusal{texts::NothingOnHand, {}};
-    if (Refused refused = Exceeds(row.Amounts, left))
-        return EnterRefusal{texts::MoreThanOnHand, refused->Part};
-    return {};
+    const host::Dataset &rows = m_data.EnterGoodDetail_QRY;
+    bool others = false;
+    const TAmounts sum = WithOthers(row.Amounts, [&](int i) {
+        const bool same = rows.FieldAt(i, u"DetailValueID").toInt() == valueId;
+        others = others || same;
+        return same;
+    });
+    Refused refused = Exceeds(sum, left);
+    if (refused && !others && row.EditedID == 0)
+        refused->Text = texts::MoreThanOnHand;
+    return refused;
+}
+
+/// An edited serial. One that this line itself has made for its return was never sold: it counts with all rows of the
+/// same other details, of which `former` knows what may come back.
+std::optional<EnterRefusal> EnterRows::JudgeSerial(const EnterRow &row, TEnterGoodDetail_Rec &former)
+{
+    const int value = m_host.detailValues.FindDetailValue(m_line.GoodCode, row.Details);
+    if (!m_line.IsReturn || !former.Returnable || value == 0 || value != former.DetailValueID ||
+        m_host.detailMovements.Returnable(m_line, value).Amount1 > 0) {
+        former.Returnable.reset();
+        return Fated(m_host.serialBatches.JudgeSerials(Batch(row)));
+    }
+    const host::Dataset &rows = m_data.EnterGoodDetail_QRY;
+    const TAmounts sum = WithOthers(row.Amounts, [&](int at) {
+        bool same = rows.FieldAt(at, u"DetailValueID").toInt() != 0;
+        for (size_t i = 0; same && i < row.Details.Values.size(); ++i)
+            same = static_cast<int>(i) == m_serialPlace ||
+                   rows.FieldAt(at, QString(u"DetailTitle%1"_s.arg(i + 1))).toString() == former.DetailTitle[i];
+        return same;
+    });
+    return Exceeds(sum, *former.Returnable);
 }
 
 std::optional<EnterRefusal> EnterRows::Exceeds(const TAmounts &sum, const TAmounts &returnable) const
@@ -133,6 +165,17 @@ std::optional<EnterRefusal> EnterRows::Exceeds(const TAmounts &sum, const TAmoun
     return first ? Refused(EnterRefusal{texts::MoreThanReturnable, AmountPart::Amount1}) : std::nullopt;
 }
 
+/// What the rows of the line that count come to, with `own`; the edited row is emptied by then.
+TAmounts EnterRows::WithOthers(const TAmounts &own, const std::function<bool(int row)> &counts) const
+{
+    const host::Dataset &rows = m_data.EnterGoodDetail_QRY;
+    TAmounts sum = own;
+    for (int i = 0; i < rows.RecordCount(); ++i)
+        if (counts(i))
+            sum = Added(m_line.UnitType, sum, RowAmounts(rows, i));
+    return sum;
+}
+
 /// The row of the line with this detail value and the same measures; 0 when there is none.
 int EnterRows::SameRow(int valueId, const TAmounts &amounts) const
 {
@@ -151,23 +194,22 @@ std::optional<EnterRefusal> EnterRows::Merge(int id, const EnterRow &row)
         return EnterRefusal{texts::NoDetailValue, {}};
     if (!SameMeasures(m_line.UnitType, existing->Amounts, row.Amounts))
         return Write(row, existing->DetailValueID);
+    if (Refused refused = JudgeReturn(row, existing->DetailValueID))
+        return refused;
     existing->Amounts = Added(m_line.UnitType, existing->Amounts, row.Amounts);
-    if (m_line.IsReturn && existing->Returnable)
-        if (Refused refused = Exceeds(existing->Amounts, *existing->Returnable))
-            return refused;
     m_data.EnterGoodDetailRow_Update(*existing);
     return {};
 }
 
-std::optional<EnterRefusal> EnterRows::Write(const EnterRow &row, int valueId)
+std::optional<EnterRefusal> EnterRows::Write(const EnterRow &row, int valueId,
+                                             const std::optional<TAmounts> &returnable)
 {
     if (valueId == 0)
         return EnterRefusal{texts::NoDetailValue, {}};
     TEnterGoodDetail_Rec record = Record(row, valueId);
     if (m_line.IsReturn) {
         const TAmounts left = m_host.detailMovements.Returnable(m_line, valueId);
-        if (left.Amount1 > 0)
-            record.Returnable = left;
+        record.Returnable = left.Amount1 > 0 ? left : returnable;
     }
     if (row.EditedID == 0)
         m_data.EnterGoodDetailRow_Insert(record);
@@ -179,25 +221,24 @@ std::optional<EnterRefusal> EnterRows::Write(const EnterRow &row, int valueId)
 /// The value that the row had is given up first, so that the edited combination is judged as a new one.
 std::optional<EnterRefusal> EnterRows::Change(const EnterRow &row)
 {
-    const std::optional<TEnterGoodDetail_Rec> former = Row(row.EditedID);
+    std::optional<TEnterGoodDetail_Rec> former = Row(row.EditedID);
     if (!former)
         return EnterRefusal{texts::NoDetailValue, {}};
     auto &values = m_host.detailValues;
     const int found = values.FindDetailValue(m_line.GoodCode, row.Details);
-    if (found == former->DetailValueID) {
-        if (m_line.IsReturn && former->Returnable)
-            if (Refused refused = Exceeds(row.Amounts, *former->Returnable))
-                return refused;
+    if (found == former->DetailValueID && !m_line.IsReturn)
         return Write(row, found);
-    }
     TEnterGoodDetail_Rec empty = *former;
     empty.DetailValueID = 0;
     empty.Amounts = {};
     m_data.EnterGoodDetailRow_Update(empty);
-    values.DeleteUnusedDetailValue(former->DetailValueID);
-    const Refused refused = HasSerial(row) ? Fated(m_host.serialBatches.JudgeSerials(Batch(row)))
+    if (!Values().contains(former->DetailValueID)) // another row of the line may have it
+        values.DeleteUnusedDetailValue(former->DetailValueID);
+    if (!HasSerial(row))
+        former->Returnable.reset();
+    const Refused refused = HasSerial(row) ? JudgeSerial(row, *former)
                                            : JudgeReturn(row, values.FindDetailValue(m_line.GoodCode, row.Details));
-    return refused ? refused : Write(row, values.ResolveDetailValue(m_line.GoodCode, row.Details));
+    return refused ? refused : Write(row, values.ResolveDetailValue(m_line.GoodCode, row.Details), former->Returnable);
 }
 
 host::TSerialBatch EnterRows::Batch(const EnterRow &row, const std::optional<host::TSerialRange> &range) const
@@ -258,21 +299,43 @@ void EnterRows::TakeOut(const std::function<void()> &statements)
 {
     const QList<int> before = Values();
     QSet<int> gone(before.cbegin(), before.cend());
-    host::Transaction transaction(m_data.Connection());
-    statements();
-    m_data.EnterGoodDetail_Refresh();
-    const QList<int> left = Values();
-    m_host.detailValues.DeleteUnusedDetailValues(gone.subtract(QSet<int>(left.cbegin(), left.cend())).values());
-    transaction.Commit();
+    try {
+        host::Transaction transaction(m_data.Connection());
+        statements();
+        m_data.EnterGoodDetail_Refresh();
+        const QList<int> left = Values();
+        m_host.detailValues.DeleteUnusedDetailValues(gone.subtract(QSet<int>(left.cbegin(), left.cend())).values());
+        transaction.Commit();
+    } catch (...) {
+        Reread();
+        throw;
+    }
+}
+
+/// After an error what the row set holds may be undone. When it cannot be read either it stays closed, and the next
+/// use reads it; the first error is the one to tell of.
+void EnterRows::Reread()
+{
+    m_data.EnterGoodDetail_QRY.Close();
+    try {
+        m_data.EnterGoodDetail_Refresh();
+    } catch (const host::DatabaseError &) {
+        m_data.EnterGoodDetail_QRY.Close();
+    }
 }
 
 bool EnterRows::Remove(const QList<int> &ids)
 {
     const QList<int> returned = m_host.detailMovements.ReturnedDetailValues(m_line);
+    const QSet<int> kept(returned.cbegin(), returned.cend());
+    const QSet<int> marked(ids.cbegin(), ids.cend());
+    const host::Dataset &rows = m_data.EnterGoodDetail_QRY;
+    if (!rows.IsOpen())
+        m_data.EnterGoodDetail_Refresh();
     QList<int> gone;
-    for (const int id : ids) {
-        const std::optional<TEnterGoodDetail_Rec> row = Row(id);
-        if (row && !returned.contains(row->DetailValueID))
+    for (int i = 0; i < rows.RecordCount(); ++i) {
+        const int id = rows.FieldAt(i, u"ID").toInt();
+        if (marked.contains(id) && !kept.contains(rows.FieldAt(i, u"DetailValueID").toInt()))
             gone << id;
     }
     TakeOut([&] { m_data.EnterGoodDetailRows_Delete(gone); });

@@ -57,12 +57,15 @@ private:
 
     QList<int> Values() const;
     void TakeOut(const std::function<void()> &statements);
+    void Reread();
     Refused Add(const EnterRow &row);
     Refused Change(const EnterRow &row);
     Refused AddSerial(const EnterRow &row);
     Refused Merge(int id, const EnterRow &row);
-    Refused Write(const EnterRow &row, int valueId);
+    Refused Write(const EnterRow &row, int valueId, const std::optional<host::TAmounts> &returnable = {});
     Refused JudgeReturn(const EnterRow &row, int valueId);
+    Refused JudgeSerial(const EnterRow &row, TEnterGoodDetail_Rec &former);
+    host::TAmounts WithOthers(const host::TAmounts &own, const std::function<bool(int row)> &counts) const;
     Refused Exceeds(const host::TAmounts &sum, const host::TAmounts &returnable) const;
     Refused Fated(const host::TSerialBatchResult &judged) const;
     bool HasSerial(const EnterRow &row) const;

@@ -3,7 +3,6 @@
 #include "gooddetail/detail_inputs.h"
 #include "gooddetail/enter_texts.h"
 #include "gooddetail/opening_texts.h"
-#include "gooddetail/scan_keeper.h"
 #include "host/controls/display_edit.h"
 #include "host/controls/grid.h"
 #include "host/controls/numeric_edit.h"
@@ -12,11 +11,7 @@
 #include "ui_enter_serial.h"
 
 #include <QApplication>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QKeyEvent>
-#include <QLabel>
-#include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
 
@@ -30,6 +25,13 @@ namespace texts = good_detail::texts;
 namespace {
 
 constexpr qsizetype MostTold = 12; ///< serials in the line below the inputs
+
+/// An end of a range; 0 stands for none.
+bool IsTyped(const QLineEdit *edit)
+{
+    const QString text = host::SerialText(edit->text());
+    return !text.isEmpty() && text != u"0";
+}
 
 } // namespace
 
@@ -46,28 +48,23 @@ TEnter_Serial_FRM::TEnter_Serial_FRM(host::Host &host)
         setTabOrder(std::exchange(last, next), next);
     SetTitle(u"ورود جزییات کالا"_s);
     SetDiscardQuestion(u"سطرهای وارد شده نگهداری نمی شود. آیا بدون ذخیره خارج می شوید؟"_s);
-    if (auto *exit = findChild<QPushButton *>(u"Exit_BTN"_s))
-        exit->setObjectName(u"EXit_BTN"_s);
-    auto *empty = new QLabel(u"<داده ای برای نمایش وجود ندارد>"_s, m_form->EnterSerialList_GRD->viewport());
-    empty->setObjectName(u"Empty_LBL"_s);
-    empty->setTextFormat(Qt::PlainText);
-    empty->setProperty("soft", true);
-    empty->setAlignment(Qt::AlignCenter);
-    empty->setAttribute(Qt::WA_TransparentForMouseEvents);
-    (new QVBoxLayout(m_form->EnterSerialList_GRD->viewport()))->addWidget(empty);
+    SetUpList(m_form->EnterSerialList_GRD);
     m_form->EnterSerialList_GRD->SetMultiSelect(true);
     BindRows();
     BindLeaving();
 }
 
-TEnter_Serial_FRM::~TEnter_Serial_FRM() = default;
+TEnter_Serial_FRM::~TEnter_Serial_FRM()
+{
+    m_form->EnterSerialList_GRD->SetSource(nullptr);
+}
 
 void TEnter_Serial_FRM::BindRows()
 {
     Bind(m_form->SaveRow_BTN, QKeySequence(Qt::Key_F4), [this] { SaveRow(); });
     Bind(m_form->Cancel_BTN, {}, [this] { Cancel(); });
     Bind(m_form->EditRow_BTN, QKeySequence(Qt::Key_F2), [this] { EditRow(); });
-    Bind(m_form->DelRow_BTN, QKeySequence(Qt::Key_Delete), [this] { DeleteRows(); });
+    Bind(m_form->DelRow_BTN, {}, [this] { DeleteRows(); });
     Bind(m_form->DelAll_BTN, {}, [this] { DeleteAll(); });
     connect(m_form->EnterSerialList_GRD, &host::Grid::RowActivated, this,
             [this] { Command(m_form->EditRow_BTN->text(), [this] { EditRow(); }); });
@@ -92,7 +89,8 @@ std::optional<good_detail::DetailLineOpening> TEnter_Serial_FRM::ParseOpening(co
     host::TDocumentLine &line = opening.Line;
     if (const auto told = good_detail::ParseEnterLine(text)) {
         const auto &n = told->Numbers;
-        line = {n[1], n[2], static_cast<quint8>(n[6]), static_cast<quint8>(n[0]), n[7] == 1, n[3], n[4], n[5]};
+        line = {n[1], n[2], static_cast<quint8>(n[6]), static_cast<quint8>(n[0]), n[7] == 1 && n[0] == SaleReturn, n[3],
+                n[4], n[5]};
         opening.GoodName = told->Text13;
         opening.UnitName = told->Text15;
         opening.Unit2Name = told->Text17;
@@ -156,6 +154,10 @@ std::vector<host::Check> TEnter_Serial_FRM::Validate()
                  QWidget *edit = !SerialTyped().isEmpty() && !IsRange() ? Panel().Serial_EDT : nullptr;
                  if (!edit && HasBarcode() && !Panel().Barcode_EDT->text().trimmed().isEmpty())
                      edit = Panel().Barcode_EDT;
+                 if (!edit && !HasSerial() && Amounts().Amount1 > 0)
+                     edit = AmountEdit(AmountPart::Amount1);
+                 if (!edit && IsRange() && (IsTyped(Panel().SerialFrom_EDT) || IsTyped(Panel().SerialTo_EDT)))
+                     edit = Panel().SerialFrom_EDT;
                  return host::When(edit || m_editedId != 0,
                                    host::Warning(edit, u"کاربر گرامی سطر وارد شده هنوز ثبت نشده است."_s));
              }}};
@@ -171,7 +173,8 @@ void TEnter_Serial_FRM::FormClose()
 {
     if (m_rows && !m_kept) {
         SetResult(m_opened);
-        m_rows->GiveUp();
+        if (Mode() != host::TFormMode::Review)
+            m_rows->GiveUp();
     }
     m_rows.reset();
     TDetailLine_FRM::FormClose();
@@ -180,25 +183,6 @@ void TEnter_Serial_FRM::FormClose()
 host::Grid *TEnter_Serial_FRM::PrintedGrid() const
 {
     return m_form->EnterSerialList_GRD;
-}
-
-/// The columns differ by unit type: each has a layout of its own.
-QByteArray TEnter_Serial_FRM::SaveState() const
-{
-    QJsonObject layouts;
-    for (auto layout = m_layouts.cbegin(); layout != m_layouts.cend(); ++layout)
-        layouts.insert(QString::number(layout.key()), layout.value());
-    layouts.insert(QString::number(UnitTypeNow()), QString::fromUtf8(m_form->EnterSerialList_GRD->SaveLayout()));
-    return QJsonDocument(layouts).toJson(QJsonDocument::Compact);
-}
-
-void TEnter_Serial_FRM::RestoreState(const QByteArray &state)
-{
-    const QJsonObject layouts = QJsonDocument::fromJson(state).object();
-    for (const QString &unitType : layouts.keys())
-        m_layouts.insert(unitType.toInt(), layouts.value(unitType).toString());
-    if (const QString layout = m_layouts.value(UnitTypeNow()); !layout.isEmpty())
-        m_form->EnterSerialList_GRD->RestoreLayout(layout.toUtf8());
 }
 
 // Leaving a field ---------------------------------------------------------------------------------------------------
@@ -286,6 +270,10 @@ bool TEnter_Serial_FRM::FormKeyDown(QKeyEvent *event)
             return true;
         }
     }
+    if (event->key() == Qt::Key_Delete && focusWidget() == m_form->EnterSerialList_GRD) {
+        m_form->DelRow_BTN->click();
+        return true;
+    }
     return TDetailLine_FRM::FormKeyDown(event);
 }
 
@@ -302,40 +290,23 @@ void TEnter_Serial_FRM::SaveRow()
         StoreRow();
 }
 
-/// Says why something is refused; scans that come meanwhile are taken afterwards. False when nothing is.
-bool TEnter_Serial_FRM::Tell(const Refused &refused)
-{
-    if (!refused)
-        return false;
-    QStringList scans;
-    QString begun;
-    {
-        const good_detail::ScanKeeper keeper(this);
-        Refuse(refused);
-        scans = keeper.Scans();
-        begun = keeper.Begun();
-    }
-    if (!scans.isEmpty() || !begun.isEmpty())
-        QMetaObject::invokeMethod(
-            this, [this, scans, begun] { TakeScans(scans, begun); }, Qt::QueuedConnection);
-    return true;
-}
-
+/// Where a scan cannot be stored it is listed as left: while a row is edited, while a range is chosen, and behind a
+/// barcode that waits for the rest of its row.
 void TEnter_Serial_FRM::TakeScans(const QStringList &scans, const QString &begun)
 {
-    if (!HasSerial() || IsRange() || !isVisible())
+    if (!isVisible())
         return;
-    for (const QString &scan : scans) {
-        Panel().Serial_EDT->setText(scan);
-        Panel().Serial_EDT->setModified(true);
-        StoreByKey();
+    if (HasSerial() && !IsRange() && m_editedId == 0) {
+        for (const QString &scan : scans) {
+            Panel().Serial_EDT->setText(scan);
+            Panel().Serial_EDT->setModified(true);
+            StoreByKey();
+        }
+        GoOn(Panel().Serial_EDT, begun);
+        return;
     }
-    if (begun.isEmpty())
-        return;
-    Panel().Serial_EDT->setText(begun);
-    Panel().Serial_EDT->setModified(true);
-    Panel().Serial_EDT->setFocus(Qt::OtherFocusReason);
-    Panel().Serial_EDT->end(false);
+    for (const QString &scan : begun.isEmpty() ? scans : scans + QStringList(begun))
+        ShowLeft(scan);
 }
 
 Refused TEnter_Serial_FRM::CheckSerial()
@@ -402,7 +373,15 @@ void TEnter_Serial_FRM::StoreRow()
         Tell(refused);
         return;
     }
-    const std::optional<EnterRefusal> refused = m_rows->Store(Typed());
+    std::optional<EnterRefusal> refused;
+    try {
+        refused = m_rows->Store(Typed());
+    } catch (...) {
+        if (!serial.isEmpty())
+            ShowLeft(serial);
+        ShowRows(); // they were read again
+        throw;
+    }
     if (!refused) {
         NextRow(serial);
         return;

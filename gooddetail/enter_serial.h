@@ -28,8 +28,7 @@ protected:
     void FormClose() override;
     bool FormKeyDown(QKeyEvent *event) override;
     host::Grid *PrintedGrid() const override;
-    QByteArray SaveState() const override;
-    void RestoreState(const QByteArray &state) override;
+    void TakeScans(const QStringList &scans, const QString &begun) override;
 
 private:
     void BindRows();
@@ -53,9 +52,7 @@ private:
     host::Refused CheckDetails();
     good_detail::EnterRow Typed();
     QString SerialTyped() const;
-    bool Tell(const host::Refused &refused);
     void Told(const good_detail::EnterRefusal &refusal);
-    void TakeScans(const QStringList &scans, const QString &begun);
     void NextRow(const QString &stored);
     void ShowLeft(const QString &reason);
 
@@ -67,6 +64,7 @@ private:
 
     // Rows
     void EditRow();
+    bool Shown(const std::function<bool()> &takeOut);
     void DeleteRows();
     void DeleteAll();
     void Cancel();
@@ -84,7 +82,6 @@ private:
     QStringList m_left;                           ///< serials that were scanned and refused
     std::optional<host::TDetailValues> m_before;  ///< the details before those of a known serial took their place
     std::optional<host::TDetailValues> m_brought; ///< the details that a known serial brought
-    QHash<int, QString> m_layouts;                ///< of the grid, by unit type
 };
 
 namespace good_detail {

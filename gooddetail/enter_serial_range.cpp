@@ -3,10 +3,12 @@
 #include "gooddetail/enter_texts.h"
 #include "host/controls/display_edit.h"
 #include "host/controls/grid.h"
+#include "host/controls/number_text.h"
 #include "ui_detail_line_panel.h"
 #include "ui_enter_serial.h"
 
 #include <QProgressDialog>
+#include <QPushButton>
 
 using namespace Qt::StringLiterals;
 
@@ -64,9 +66,13 @@ void TEnter_Serial_FRM::StoreRange()
         ShowStatus(texts::RangeGivenUp);
         return;
     }
-    if (result.Written > 0)
+    if (result.Written > 0) {
         NextRow({});
-    ShowStatus(u"%1 سریال اضافه شد"_s.arg(result.Written), false);
+        Panel().SerialFrom_EDT->setText(u"0"_s);
+        Panel().SerialTo_EDT->setText(u"0"_s);
+        FocusControl(FirstControl());
+    }
+    ShowStatus(u"%1 سریال اضافه شد"_s.arg(host::DisplayNumber(QString::number(result.Written))), false);
     if (Line().IsReturn) {
         TellRange(texts::RangeNotReturned,
                   Serials(result, {TSerialFate::InLine, TSerialFate::InStock, TSerialFate::OtherValues,
@@ -80,7 +86,12 @@ void TEnter_Serial_FRM::StoreRange()
 /// Writes what may be written of the range, with the notice that lets the user give it up.
 TSerialBatchResult TEnter_Serial_FRM::Generate(const good_detail::EnterRow &row, const TSerialRange &range)
 {
-    QProgressDialog notice(texts::Generating, u"انصراف Esc"_s, 0, 1, this);
+    QProgressDialog notice(texts::Generating, {}, 0, 1, this);
+    // Only Esc and the mouse give up: the Enter that began this may still be held.
+    auto *cancel = new QPushButton(u"انصراف Esc"_s, &notice);
+    cancel->setAutoDefault(false);
+    cancel->setFocusPolicy(Qt::NoFocus);
+    notice.setCancelButton(cancel);
     notice.setObjectName(u"Range_PRG"_s);
     notice.setWindowTitle(Title());
     notice.setWindowModality(Qt::ApplicationModal);
@@ -117,6 +128,6 @@ void TEnter_Serial_FRM::TellRange(const QString &text, const QStringList &serial
         return;
     QString list = serials.mid(0, MostListed).join(u',');
     if (serials.size() > MostListed)
-        list += u" … (%1)"_s.arg(serials.size());
+        list += u" … (%1)"_s.arg(host::DisplayNumber(QString::number(serials.size())));
     Tell(host::Warning(Panel().SerialFrom_EDT, text + u'\n' + list));
 }

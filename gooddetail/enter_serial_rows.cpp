@@ -7,8 +7,6 @@
 #include "ui_detail_line_panel.h"
 #include "ui_enter_serial.h"
 
-#include <QLabel>
-
 using namespace Qt::StringLiterals;
 
 // The rows that were entered: shown, edited, taken out.
@@ -24,8 +22,7 @@ void TEnter_Serial_FRM::ShowRows(bool appended)
     for (int i = m_totals.Rows(); i < rows.RecordCount(); ++i)
         m_totals.Add(good_detail::RowAmounts(rows, i));
     ShowTotals({m_totals.Sum(), m_totals.Rows()});
-    if (auto *empty = findChild<QLabel *>(u"Empty_LBL"_s))
-        empty->setVisible(rows.IsEmpty());
+    ShowListEmpty(rows.IsEmpty());
 }
 
 void TEnter_Serial_FRM::StandOnLast()
@@ -67,6 +64,13 @@ void TEnter_Serial_FRM::EditRow()
     FocusControl(FirstControl());
 }
 
+/// Takes rows out and shows those that are left, also after an error, when they were read again.
+bool TEnter_Serial_FRM::Shown(const std::function<bool()> &takeOut)
+{
+    const auto show = qScopeGuard([this] { ShowRows(); });
+    return takeOut();
+}
+
 void TEnter_Serial_FRM::DeleteRows()
 {
     host::Grid *grid = m_form->EnterSerialList_GRD;
@@ -78,11 +82,10 @@ void TEnter_Serial_FRM::DeleteRows()
     if (ids.isEmpty() || Mode() == host::TFormMode::Review || !m_host.messages.MsgDeleteRow())
         return;
     const host::Grid::Place place = grid->CurrentPlace();
-    const bool all = m_rows->Remove(ids);
+    const bool all = Shown([&] { return m_rows->Remove(ids); });
     grid->ClearMarks();
     if (ids.contains(m_editedId))
         Cancel();
-    ShowRows();
     grid->ReturnTo(place);
     SetIsSaved(false);
     if (!all)
@@ -94,10 +97,10 @@ void TEnter_Serial_FRM::DeleteAll()
     if (m_data.EnterGoodDetail_QRY.IsEmpty() || Mode() == host::TFormMode::Review ||
         !m_host.messages.MsgDeleteItem(texts::AllRows))
         return;
-    const bool all = m_rows->RemoveAll();
+    const bool all = Shown([this] { return m_rows->RemoveAll(); });
     m_form->EnterSerialList_GRD->ClearMarks();
-    EndEditing();
-    ShowRows();
+    if (m_editedId != 0)
+        Cancel();
     SetIsSaved(false);
     if (!all)
         Tell(host::Warning(m_form->EnterSerialList_GRD, texts::LeftAreReturned));

@@ -43,7 +43,8 @@ QString Number(qint64 number)
 void TExit_Serial_FRM::Scan(QLineEdit *edit, const QString &typed)
 {
     const QString serial = host::SerialText(typed);
-    const bool amountsTyped = !m_takenOver && Amounts() != host::TAmounts();
+    const host::TAmounts amounts = Amounts();
+    const bool amountsTyped = HasAmounts(false);
     const int id = m_host.detailMovements.ExitGoodDetails_FindRow(Line(), serial);
     const auto row = id == 0 ? std::nullopt : m_data.ExitGoodDetail_Row(id);
     if (!row || row->Selected) {
@@ -63,12 +64,30 @@ void TExit_Serial_FRM::Scan(QLineEdit *edit, const QString &typed)
         Panel().Amount1_EDT->setFocus(Qt::OtherFocusReason);
         return;
     }
-    if (!Choose(*row, amountsTyped ? Amounts() : row->OnHand))
+    if ((amountsTyped && Tell(AmountMissing())) || !Choose(*row, amountsTyped ? amounts : row->OnHand))
         return;
     ShowStatus(u"سریال %1 خارج شد"_s.arg(Quoted(serial)), false);
     ClearTyped();
     Narrow();
     edit->setFocus(Qt::OtherFocusReason);
+}
+
+/// What cannot go out now is named, so that it is not lost.
+void TExit_Serial_FRM::TakeScans(const QStringList &scans, const QString &begun)
+{
+    if (!isVisible())
+        return;
+    QLineEdit *edit = HasSerial() ? static_cast<QLineEdit *>(Panel().Serial_EDT) : Panel().Barcode_EDT;
+    if (!MayChoose() || IsRange() || m_edited || !m_ui->SingleSerial_RD->isChecked() ||
+        !(HasSerial() || HasBarcode())) {
+        ShowStatus(u"خارج نشده: "_s + (begun.isEmpty() ? scans : scans + QStringList(begun)).join(u"، "));
+        return;
+    }
+    for (const QString &scan : scans) {
+        edit->setText(scan);
+        Command(Title(), [this, edit] { Scan(edit, edit->text()); });
+    }
+    GoOn(edit, begun);
 }
 
 void TExit_Serial_FRM::SayWhyNot(const QString &serial)
@@ -104,7 +123,7 @@ host::Refused TExit_Serial_FRM::MoreThanOnHand(const host::TAmounts &typed, cons
 
 bool TExit_Serial_FRM::Choose(const TExitGoodDetail_Rec &row, const host::TAmounts &amounts)
 {
-    if (Refuse(MoreThanOnHand(amounts, row.OnHand)))
+    if (Tell(MoreThanOnHand(amounts, row.OnHand)))
         return false;
     m_data.ExitGoodDetailRow_Update(row.ID, amounts, Line().ForeignOperationCode);
     NotSaved();
@@ -124,15 +143,22 @@ void TExit_Serial_FRM::SaveRow()
     if (!row) {
         // Measures are looked for exactly: one that is too great leaves no row, and the last one says why.
         const auto last = m_last == 0 ? std::nullopt : m_data.ExitGoodDetail_Row(m_last);
-        if (!last || !Refuse(MoreThanOnHand(Amounts(), last->OnHand)))
+        if (!last || !Tell(MoreThanOnHand(Amounts(), last->OnHand)))
             ShowStatus(u"سطری برای انتخاب در لیست نیست"_s);
         return;
     }
-    if (Refuse(AmountMissing()) || !Choose(*row, Amounts()))
+    if (Tell(AmountMissing()) || !Choose(*row, Amounts()))
         return;
     ShowStatus(u"انتخاب شد"_s, false);
+    const int read = m_data.ExitGoodDetail_QRY.RecordCount();
     ClearTyped();
-    Reload(row->ID);
+    Narrow();
+    // Back to the row, as far as the list was read before: what was typed may have found it at the end of a long one.
+    host::Dataset &rows = m_data.ExitGoodDetail_QRY;
+    while (rows.RecordCount() < read && rows.canFetchMore({}))
+        rows.fetchMore({});
+    if (const QString key = QString::number(row->ID); IsFetched(key))
+        m_ui->ExitSerialList_GRD->Locate(key);
     FocusControl(FirstControl());
 }
 
@@ -140,22 +166,28 @@ void TExit_Serial_FRM::ChooseRange()
 {
     Ui::DetailLinePanel &panel = Panel();
     const auto range = host::SerialRange(panel.SerialFrom_EDT->text(), panel.SerialTo_EDT->text());
-    if (Refuse(host::When(!range, host::Warning(panel.SerialFrom_EDT, texts::RangeNoNumbers))) ||
-        Refuse(host::When(range->IsTooLong(), host::Warning(panel.SerialTo_EDT, texts::RangeTooLong))))
+    if (Tell(host::When(!range, host::Warning(panel.SerialFrom_EDT, texts::RangeNoNumbers))) ||
+        Tell(host::When(range->IsTooLong(), host::Warning(panel.SerialTo_EDT, texts::RangeTooLong))))
         return;
     if (range->IsEmpty() || range->To <= 0) {
         ShowStatus(texts::RangeEmpty);
         FocusControl(panel.SerialFrom_EDT);
         return;
     }
-    if (Refuse(AmountMissing()))
+    if (Tell(AmountMissing()))
         return;
     m_narrow.stop();
     ShowStatus(TakingRange, false);
     QGuiApplication::setOverrideCursor(Qt::WaitCursor);
     const auto restore = qScopeGuard(&QGuiApplication::restoreOverrideCursor);
     findChild<QLabel *>(u"Status_LBL"_s)->repaint();
-    const int taken = m_host.serialBatches.ChooseSerials(Line(), *range, Amounts()).value_or(0);
+    int taken = 0;
+    try {
+        taken = m_host.serialBatches.ChooseSerials(Line(), *range, Amounts()).value_or(0);
+    } catch (...) {
+        ShowStatus({});
+        throw;
+    }
     const qint64 left = static_cast<qint64>(range->Distance()) + 1 - taken;
     QString said = u"%1 سریال انتخاب شد"_s.arg(Number(taken));
     if (left > 0)
@@ -257,7 +289,7 @@ void TExit_Serial_FRM::NotSaved()
 /// An amount that was typed but not chosen would be lost.
 host::Refused TExit_Serial_FRM::AmountsLeftOver()
 {
-    if (m_takenOver || Amounts() == host::TAmounts())
+    if (!HasAmounts(false))
         return {};
     ShowStatus(u"مقدار وارد شده هنوز ثبت نشده است"_s);
     return host::ToldAlready(Panel().Amount1_EDT);

@@ -3,6 +3,7 @@
 #include "gooddetail/opening_texts.h"
 #include "host/controls/grid.h"
 #include "host/controls/numeric_edit.h"
+#include "screens/shared/leave_watch.h"
 #include "ui_detail_line_panel.h"
 #include "ui_exit_serial.h"
 
@@ -36,7 +37,7 @@ TExit_Serial_FRM::TExit_Serial_FRM(host::Host &host)
     : TDetailLine_FRM(host, good_detail::InputMode::Seek), m_ui(std::make_unique<Ui::TExit_Serial_FRM>())
 {
     m_ui->setupUi(Content());
-    SetTitle(u"خروج جزئیات کالا"_s);
+    SetTitle(u"خروج جزییات کالا"_s);
     SetUpPanel(m_ui->Inputs_PNL);
     resize(900, 660);
     m_ui->TabSearch_FRAME->addTab(u"موجودی"_s);
@@ -56,15 +57,18 @@ void TExit_Serial_FRM::BuildGrid()
     host::Grid *grid = m_ui->ExitSerialList_GRD;
     grid->SetSource(&m_data.ExitGoodDetail_QRY, u"ID"_s);
     grid->horizontalHeader()->setStretchLastSection(true);
-    RememberLayout(grid);
+    SetUpList(grid);
+    connect(grid, &host::Grid::FetchFailed, this, [this](const QString &message) {
+        m_host.messages.ShowMessage(message, host::MessageIcon::Error, Title());
+    });
     connect(grid, &host::Grid::RowActivated, this, [this] { m_ui->EditRow_BTN->click(); });
 }
 
 void TExit_Serial_FRM::BindCommands()
 {
-    Bind(m_ui->SaveRow_BTN, {}, [this] { SaveRow(); });
+    Bind(m_ui->SaveRow_BTN, QKeySequence(Qt::Key_F4), [this] { SaveRow(); });
     Bind(m_ui->Cancel_BTN, {}, [this] { Cancel(); });
-    Bind(m_ui->EditRow_BTN, {}, [this] { EditRow(); });
+    Bind(m_ui->EditRow_BTN, QKeySequence(Qt::Key_F2), [this] { EditRow(); });
     Bind(m_ui->DelRow_BTN, {}, [this] { DeleteRow(); });
     Bind(m_ui->DelAll_BTN, {}, [this] { DeleteAll(); });
     connect(m_ui->TabSearch_FRAME, &QTabBar::currentChanged, this, [this] {
@@ -86,7 +90,15 @@ void TExit_Serial_FRM::BindInputs()
         connect(edit, &QLineEdit::textChanged, this, &TExit_Serial_FRM::InputChanged);
     for (host::NumericEdit *edit : {panel.Amount1_EDT, panel.Amount2_EDT, panel.Amount3_EDT, panel.Amount4_EDT}) {
         connect(edit, &QLineEdit::textEdited, this, [this] { m_takenOver = false; });
-        connect(edit, &QLineEdit::textChanged, this, &TExit_Serial_FRM::InputChanged);
+        connect(edit, &QLineEdit::textChanged, this, [this, edit] {
+            if (Narrows(edit))
+                InputChanged();
+        });
+        // Whether the only row's amounts are proposed does not hang on how fast the user comes here.
+        goods::OnEnter(edit, [this] {
+            if (m_narrow.isActive())
+                Command(Title(), [this] { Narrow(); });
+        });
     }
     connect(panel.MultiSerial_RD, &QRadioButton::toggled, this, &TExit_Serial_FRM::InputChanged);
     connect(&Inputs(), &good_detail::DetailInputs::Changed, this, &TExit_Serial_FRM::InputChanged);
@@ -196,6 +208,10 @@ TExitNarrowing TExit_Serial_FRM::Typed() const
     }
     for (int place = 0; place < host::MostDetails; ++place)
         typed.Details[static_cast<size_t>(place)] = Inputs().Sought(place);
+    // Beside a serial the barcode is one of the details behind it.
+    const QString barcode = host::SerialText(panel.Barcode_EDT->text());
+    if (HasSerial() && HasBarcode() && !barcode.isEmpty())
+        typed.Details[static_cast<size_t>(Inputs().BarcodePlace())] = {barcode, true};
     const auto number = [this](AmountPart part) {
         const host::NumericEdit *edit = AmountEdit(part);
         return edit ? edit->Number() : 0;
@@ -219,6 +235,8 @@ void TExit_Serial_FRM::InputChanged()
 void TExit_Serial_FRM::Narrow()
 {
     m_narrow.stop();
+    host::Grid *grid = m_ui->ExitSerialList_GRD;
+    const QString stood = grid->currentIndex().row() > 0 ? grid->CurrentKey() : QString();
     if (const int current = CurrentRow())
         m_last = current;
     if (std::exchange(m_takenOver, false)) {
@@ -226,10 +244,39 @@ void TExit_Serial_FRM::Narrow()
         ClearAmounts();
     }
     m_data.ExitGoodDetail_Open(Line(), Typed());
-    if (!m_ui->ExitSerialList_GRD->IsEmpty())
-        m_ui->ExitSerialList_GRD->StandOn(0);
+    // Amounts that are typed are those of the row stood on, however far down; without any the next block is not read.
+    const bool stay = !stood.isEmpty() && (HasAmounts(true) || IsFetched(stood));
+    if ((!stay || !grid->Locate(stood)) && !grid->IsEmpty())
+        grid->StandOn(0);
+    ShowListEmpty(grid->IsEmpty());
     TakeOnlyRow();
     ShowTotals(m_data.ExitGoodDetail_Sum(Line()));
+}
+
+bool TExit_Serial_FRM::IsFetched(const QString &key) const
+{
+    const host::Dataset &rows = m_data.ExitGoodDetail_QRY;
+    for (int row = 0; row < rows.RecordCount(); ++row)
+        if (rows.FieldAt(row, u"ID").toString() == key)
+            return true;
+    return false;
+}
+
+bool TExit_Serial_FRM::Narrows(const host::NumericEdit *edit) const
+{
+    if (UnitTypeNow() == good_detail::Packed)
+        return edit == AmountEdit(AmountPart::Amount3);
+    return UnitTypeNow() == good_detail::Area &&
+           (edit == AmountEdit(AmountPart::Length) || edit == AmountEdit(AmountPart::Width));
+}
+
+bool TExit_Serial_FRM::HasAmounts(bool withMeasures) const
+{
+    const Ui::DetailLinePanel &panel = Panel();
+    const auto edits = {panel.Amount1_EDT, panel.Amount2_EDT, panel.Amount3_EDT, panel.Amount4_EDT};
+    return !m_takenOver && std::any_of(edits.begin(), edits.end(), [&](const host::NumericEdit *edit) {
+        return edit->Number() != 0 && (withMeasures || !Narrows(edit));
+    });
 }
 
 void TExit_Serial_FRM::TakeOnlyRow()
@@ -238,7 +285,7 @@ void TExit_Serial_FRM::TakeOnlyRow()
     const Ui::DetailLinePanel &panel = Panel();
     const auto edits = {panel.Amount1_EDT, panel.Amount2_EDT, panel.Amount3_EDT, panel.Amount4_EDT};
     const bool typing = std::any_of(edits.begin(), edits.end(), [](const host::NumericEdit *edit) {
-        return edit->hasFocus() || edit->Number() != 0;
+        return edit->isModified() || edit->Number() != 0;
     });
     if (!m_host.settings.SettingRecord().TakeOnlyDetail || !MayChoose() || !HasSerial() || IsRange() || typing ||
         m_ui->TabSearch_FRAME->currentIndex() != Stock || !rows.FetchedAll() || rows.RecordCount() != 1 ||
@@ -274,7 +321,7 @@ bool TExit_Serial_FRM::FormKeyDown(QKeyEvent *event)
         Command(Title(), [this, edit] { Scan(edit, edit->text()); });
         return true;
     };
-    if (enter && (scan(panel.Serial_EDT) || scan(panel.Barcode_EDT)))
+    if (enter && (scan(panel.Serial_EDT) || (!HasSerial() && scan(panel.Barcode_EDT))))
         return true;
     QPushButton *command = enter && focus == LastAmount()                ? m_ui->SaveRow_BTN
                            : !enter && focus == m_ui->ExitSerialList_GRD ? m_ui->DelRow_BTN

@@ -35,6 +35,7 @@ protected:
     /// In review the inputs still narrow the list; nothing can be chosen.
     void SetReadOnly(bool readOnly) override;
     host::Grid *PrintedGrid() const override;
+    void TakeScans(const QStringList &scans, const QString &begun) override;
 
 private:
     void BuildGrid();
@@ -51,6 +52,11 @@ private:
     void Reload(int id);
     void TakeOnlyRow();
     int CurrentRow() const;
+    bool IsFetched(const QString &key) const;
+    /// An input of measures: what is typed there looks for rows, it takes nothing out by itself.
+    bool Narrows(const host::NumericEdit *edit) const;
+    /// The user has typed an amount; `withMeasures`: or a measure.
+    bool HasAmounts(bool withMeasures) const;
 
     // Choosing.
     bool MayChoose() const { return Mode() != host::TFormMode::Review; }

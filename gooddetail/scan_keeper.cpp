@@ -27,6 +27,10 @@ bool ScanKeeper::eventFilter(QObject *watched, QEvent *event)
             m_scans << std::exchange(m_begun, {});
         return false;
     }
+    if (key->key() == Qt::Key_Tab && !m_begun.isEmpty()) { // some scanners end with it
+        m_scans << std::exchange(m_begun, {});
+        return true;
+    }
     const QString text = key->text();
     const bool command = key->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
     if (command || text.isEmpty() || !text.front().isPrint() || (m_begun.isEmpty() && text.trimmed().isEmpty()))

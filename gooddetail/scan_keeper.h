@@ -16,7 +16,7 @@ public:
     explicit ScanKeeper(QWidget *screen);
     ~ScanKeeper() override;
 
-    /// The texts that Enter ended.
+    /// The texts that Enter or Tab ended.
     const QStringList &Scans() const { return m_scans; }
     /// What was begun behind them.
     const QString &Begun() const { return m_begun; }

@@ -72,6 +72,8 @@ TSerial_DM::~TSerial_DM()
     } catch (const host::DatabaseError &error) {
         // The connection is gone, and the tables with it.
         qCWarning(details).noquote() << error.LogText();
+    } catch (const std::exception &error) {
+        qCWarning(details).noquote() << error.what();
     }
 }
 
@@ -150,8 +152,13 @@ void TSerial_DM::WriteRow(const TEnterGoodDetail_Rec &row)
     rows.SetField(u"OperationCode", row.OperationCode);
     rows.SetField(u"OperationRow", row.OperationRow);
     rows.SetField(u"ForeignOperationCode", row.ForeignOperationCode);
-    if (!row.Returnable)
+    if (!row.Returnable) {
+        for (const QString &field :
+             {u"Amount1_Ret"_s, u"Amount2_Ret"_s, u"Length_Ret"_s, u"Width_Ret"_s, u"Amount3_Ret"_s})
+            if (!rows.Field(field).isNull())
+                rows.SetField(field, QVariant());
         return;
+    }
     rows.SetQuantity(u"Amount1_Ret", row.Returnable->Amount1);
     rows.SetQuantity(u"Amount2_Ret", row.Returnable->Amount2);
     rows.SetQuantity(u"Length_Ret", row.Returnable->Length);

@@ -48,6 +48,8 @@ void TestDetailInputs::builtByKind()
     QCOMPARE(inputs.Values().Values, known);
     test::Find<QCheckBox>(&inputs, u"CheckBox_4"_s).setChecked(true);
     QCOMPARE(inputs.Value(3), QString());
+    test::Find<QLineEdit>(&inputs, u"Edit_3"_s).setText(u"۰۵٫۵۰"_s);
+    QCOMPARE(inputs.Value(2), u"5.5"_s);
 
     inputs.Build(data, 5004, InputMode::Seek);
     QCOMPARE(test::Find<QComboBox>(&inputs, u"ComboBox_2"_s).currentText(), u"انتخاب کنید..."_s);

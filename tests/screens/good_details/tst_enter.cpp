@@ -381,6 +381,8 @@ void TestEnter::returnLimits_data()
     QTest::newRow("packages") << 3 << QStringList{u"12"_s, u"2"_s} << most.arg(u"مقدار مقدار کل"_s) << u"Amount3_EDT"_s;
     QTest::newRow("parts") << 4 << QStringList{u"1"_s, u"1"_s} << most.arg(u"مقدار"_s) << u"Amount3_EDT"_s;
     QTest::newRow("pieces") << 5 << QStringList{u"4"_s, u"3"_s, u"2"_s} << most.arg(u"تعداد"_s) << u"Amount3_EDT"_s;
+    QTest::newRow("another size") << 5 << QStringList{u"2"_s, u"3"_s, u"2"_s} << most.arg(u"تعداد"_s)
+                                  << u"Amount3_EDT"_s;
 }
 
 void TestEnter::returnLimits()

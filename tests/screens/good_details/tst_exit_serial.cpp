@@ -224,6 +224,15 @@ void TestExitSerial::proposes()
         Screen::Scan(u"1"_s);
         QCOMPARE(shop.database.Rows(u"select DetailTitle1 from GoodDetailKardexExit_Temp where Selected = 1"_s),
                  (QStringList{u"112"_s, u"1203"_s}));
+        // What is typed goes out of the row stood on.
+        Screen::Shown(screen);
+        Screen::List(screen).Locate(u"5"_s);
+        test::Focus(screen, u"Amount1_EDT"_s);
+        Screen::Scan(u"1"_s);
+        QCOMPARE(
+            shop.database.Rows(u"select DetailTitle1 from GoodDetailKardexExit_Temp where Selected = 1 order by ID"_s)
+                .last(),
+            u"11"_s);
     });
 }
 
@@ -239,6 +248,7 @@ void TestExitSerial::amounts_data()
     QTest::newRow("one unit") << 1 << u"31"_s << amount << u"Amount1_EDT"_s;
     QTest::newRow("one unit fits") << 1 << u"2.5"_s << u"2.5|0|2.5|0|0|0"_s << QString();
     QTest::newRow("two units") << 2 << u"30 4"_s << more(u"مقدار2 وارد شده بیشتر از مقدار2"_s) << u"Amount2_EDT"_s;
+    QTest::newRow("two units, nothing of the second") << 2 << u"5 0"_s << u"5|0|5|0|0|0"_s << QString();
     QTest::newRow("two units, amount first") << 2 << u"31 4"_s << amount << u"Amount1_EDT"_s;
     QTest::newRow("packed") << 3 << u"2 4"_s << count << u"Amount2_EDT"_s;
     QTest::newRow("packed fits") << 3 << u"2 3"_s << u"6|3|6|0|0|2"_s << QString();
