@@ -67,6 +67,7 @@ int main(int argc, char *argv[])
         Save(desk, screens, 4, {next, next + 1}, sold);
         Save(desk, screens, 6, {next + 8, next + 10});
         const int second = Save(desk, screens, 2, {next + 6, next + 7});
-        desk::DocumentStore(desk.host).Delete(2, second, 1);
+        desk::DocumentStore store(desk.host);
+        store.Delete(*store.Get(2, second));
     }
 }
