@@ -74,6 +74,7 @@ void OpeningCopy::Begin(int goodCode)
     m_saved = goodCode == 0 ? QList<TGoodFirstAsset_Rec>() : m_data.FirstAsset_Rows(Key(), true);
     transaction.Commit();
     m_rows = m_saved;
+    m_ofNewGood = goodCode == 0;
     m_numbers.clear();
     for (const TGoodFirstAsset_Rec &row : std::as_const(m_rows))
         m_numbers << row.Radif;
@@ -100,10 +101,14 @@ UnitAmounts OpeningCopy::Totals() const
     return totals;
 }
 
+int OpeningCopy::NextNumber() const
+{
+    return m_numbers.isEmpty() ? 1 : *std::max_element(m_numbers.cbegin(), m_numbers.cend()) + 1;
+}
+
 int OpeningCopy::NewNumber()
 {
-    const int last = m_numbers.isEmpty() ? 0 : *std::max_element(m_numbers.cbegin(), m_numbers.cend());
-    return std::max(m_data.GoodFirstAsset_GetNewCode(Key()), last + 1);
+    return std::max(m_data.GoodFirstAsset_GetNewCode(Key()), NextNumber());
 }
 
 QString OpeningCopy::SavedNumbers(int goodCode)
@@ -170,12 +175,13 @@ void OpeningCopy::SetOnlyRow(int store, const UnitAmounts &amounts)
     // The save of a good that fails later takes the row back, and its editor goes on from what was there before.
     host::Transaction::WhenEnded(m_data.OpeningConnection(),
                                  [this, rows = m_rows, numbers = m_numbers](bool committed) {
+                                     m_written = false;
                                      if (committed)
                                          return;
                                      m_rows = rows;
                                      m_numbers = numbers;
                                  });
-    const int number = had || !given ? m_rows.value(0).Radif : NewNumber();
+    const int number = had || !given ? m_rows.value(0).Radif : NextNumber();
     m_data.FirstAsset_DeleteTemp(Key());
     if (given)
         m_data.GoodFirstAsset(Key(), QString::number(store), host::QuantityToText(amounts.first),
@@ -186,11 +192,14 @@ void OpeningCopy::SetOnlyRow(int store, const UnitAmounts &amounts)
                       QString::number(number), comment.isEmpty() ? u"NULL"_s : host::NQuotedStr(comment),
                       QString::number(Key())));
     Refresh();
+    m_written = true;
     transaction.Commit();
 }
 
 void OpeningCopy::CheckSaved(int goodCode)
 {
+    if (m_ofNewGood)
+        return;
     // Two desks that save the same good read its rows one after the other.
     host::Exists(m_data.OpeningConnection(),
                  u"Select Code from GoodInf with (updlock, holdlock) where Code="_s + QString::number(goodCode));
@@ -203,7 +212,7 @@ void OpeningCopy::Save(int goodCode, const std::function<void()> &judge)
     host::Transaction transaction(m_data.OpeningConnection());
     CheckSaved(goodCode);
     // Nobody else touches them, unless this desk was taken for dead and its number given to another one.
-    if (!SameRows(m_data.FirstAsset_Rows(Key(), true), m_rows))
+    if (!m_written && !SameRows(m_data.FirstAsset_Rows(Key(), true), m_rows))
         throw host::DatabaseError(
             u"این سیستم مدتی از پایگاه داده دور بوده و موجودی اول دوره ای که در این فرم وارد شده بود کنار گذاشته شده است.\n"
             "چیزی ذخیره نشد؛ کالا را دوباره باز کنید."_s);

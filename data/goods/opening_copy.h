@@ -73,13 +73,17 @@ public:
 
 private:
     void TakeNumber();
+    /// Behind all numbers that were seen.
+    int NextNumber() const;
 
     OpeningStock &m_data;
     host::EntityService &m_entities;
     int m_number = 0;
     QList<TGoodFirstAsset_Rec> m_saved;
     QList<TGoodFirstAsset_Rec> m_rows;
-    QSet<int> m_numbers; ///< of all rows since Begin()
+    QSet<int> m_numbers;      ///< of all rows since Begin()
+    bool m_ofNewGood = false; ///< nobody else knows the good, whose rows therefore cannot have changed
+    bool m_written = false;   ///< the transaction has just written the working rows: they are as they are here
 };
 
 } // namespace goods
