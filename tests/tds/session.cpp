@@ -215,9 +215,10 @@ void Session::sendRows(tsql::Cursor &cursor, bool inProcedure)
 bool Session::changedDatabases(const QString &text)
 {
     static const QRegularExpression pattern(
-        uR"(^\s*(?:IF\s+DB_ID\s*\(\s*N?'((?:[^']|'')*)'\s*\)\s+IS\s+(NOT\s+)?NULL\s+)?)"
+        uR"(^\s*(?:IF\s+DB_ID\s*\(\s*N?'((?:[^']|'')*)'\s*\)\s+IS\s+(NOT\s+)?NULL\s+)?(?:BEGIN\s+)?)"
         R"((CREATE\s+DATABASE|DROP\s+DATABASE|USE)\s+(?:\[((?:[^\]]|\]\])+)\]|(\w+)))"
-        R"((?:\s+COLLATE\s+(\w+)|\s+AS\s+COPY\s+OF\s+\[([^\]]+)\])?\s*;?\s*$)"_s,
+        R"((?:\s+COLLATE\s+(\w+)|\s+AS\s+COPY\s+OF\s+\[([^\]]+)\])?)"
+        R"((?:\s+ALTER\s+DATABASE\s+(?:\[(?:[^\]]|\]\])+\]|\w+)\s+SET\s+READ_COMMITTED_SNAPSHOT\s+ON\s+END)?\s*;?\s*$)"_s, // which it always is
         QRegularExpression::CaseInsensitiveOption);
     const auto match = pattern.match(text);
     if (!match.hasMatch())

@@ -81,7 +81,7 @@ struct Screen : fixture::Shop
     }
     static QString Status(QWidget *screen)
     {
-        return test::Find<QLabel>(screen, u"Status_LBL"_s).text().remove(QRegularExpression(u"[\u2068\u2069]"_s));
+        return test::Find<QLabel>(screen, u"Status_LBL"_s).text().remove(QRegularExpression(u"[\u200F\u2068\u2069]"_s));
     }
     static void Scan(const QString &serial)
     {
