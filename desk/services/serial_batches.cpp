@@ -52,8 +52,8 @@ TSerialBatchResult SerialBatches::EnterSerials(const TSerialBatch &batch)
     if (result.TooLong)
         return result;
     const TSerialBatch cleaned = Cleaned(batch);
-    const std::function<void()> steps[] = {[&] { Judge(cleaned); }, [&] { MakeValues(cleaned); }, [&] { MakeRows(cleaned); },
-                                           [&] { result = Read(); }};
+    const std::function<void()> steps[] = {[&] { Judge(cleaned); }, [&] { MakeValues(cleaned); },
+                                           [&] { MakeRows(cleaned); }, [&] { result = Read(); }};
     host::Transaction transaction(m_connection);
     int done = 0;
     for (const auto &step : steps) {

@@ -105,7 +105,7 @@ void TestDocumentScreens::typedAndScanned()
         Save();
         QVERIFY(test::Find<QLineEdit>(screen, u"Code_EDT"_s).text() != QString::number(s.Last(Kind::Purchase)));
         QCOMPARE(test::Find<host::EntityPicker>(screen, u"Store_Entity"_s).Code(), 1); // as the one before
-        test::Press(Qt::Key_Escape); // the next document, still empty
+        test::Press(Qt::Key_Escape);                                                   // the next document, still empty
     });
     const QString price = s.database.Scalar(u"SELECT CostLevel_Buy_1 FROM GoodCostDiscount WHERE GoodCode = 110002"_s)
                               .toString()

@@ -7,11 +7,10 @@ namespace {
 
 void DeleteGood(const test::Database &database, const QString &code)
 {
-    database.Exec(
-        u"delete from GoodCostDiscount where GoodCode=%1 delete from Kardex where Kala=%1 "
-        "delete from DocumentLines where GoodCode=%1 delete from Kala_category where Kala_code=%1 "
-        "delete from GoodFirstAsset where GoodCode=%1 "
-        "delete from GoodInf where Code=%1"_s.arg(code));
+    database.Exec(u"delete from GoodCostDiscount where GoodCode=%1 delete from Kardex where Kala=%1 "
+                  "delete from DocumentLines where GoodCode=%1 delete from Kala_category where Kala_code=%1 "
+                  "delete from GoodFirstAsset where GoodCode=%1 "
+                  "delete from GoodInf where Code=%1"_s.arg(code));
 }
 
 } // namespace
