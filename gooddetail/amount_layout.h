@@ -10,13 +10,11 @@
 /// How the amounts of details are typed and shown, by the unit type of the good: one table for every screen of details.
 ///
 /// What the amounts of a row mean:
-/// | unit type        | Amount1        | Amount2          | TotalAmount             | Length, Width | Amount3 |
-/// |------------------|----------------|------------------|-------------------------|---------------|-------------------|
-/// | 1 one unit       | in the unit    |                  | Amount1                 |               | | | 2 two units
-/// | in unit 1      | in unit 2        | Amount1                 |               |                   | | 3 packed | in
-/// unit 1      | packages, unit 2 | Amount1                 |               | unit 1 in each    | | 4 total and part |
-/// in unit 1      |                  | in unit 2, with decimals|               |                   | | 5 area | the
-/// whole area |                  | Amount1                 | of one piece  | pieces            |
+/// - one unit: Amount1 and TotalAmount the amount.
+/// - two units: Amount1 and TotalAmount in unit 1, Amount2 in unit 2.
+/// - packed: Amount1 and TotalAmount in unit 1, Amount2 packages, Amount3 how much of unit 1 is in each.
+/// - total and part: Amount1 in unit 1, TotalAmount in unit 2 with decimals.
+/// - area: Amount1 and TotalAmount the whole area, Length and Width of one piece, Amount3 pieces.
 namespace good_detail {
 
 enum UnitType : quint8 { OneUnit = 1, TwoUnits = 2, Packed = 3, TotalAndPart = 4, Area = 5 };
