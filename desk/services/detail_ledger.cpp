@@ -100,6 +100,11 @@ QString DetailMovements::ReturnsBeyondCombination(quint8 operationType, int oper
     const bool isReturn = operationType == detail_sql::SaleReturn;
     if (!isReturn && operationType != detail_sql::Sale)
         return {};
+    // Most sales are saved before anything comes back.
+    if (!isReturn && !host::Exists(m_connection, u"SELECT TOP 1 ID FROM GoodDetailKardex WHERE OperationType = %1 AND "
+                                                 "ForeignOperationCode = %2"_s.arg(detail_sql::SaleReturn)
+                                                     .arg(operationCode)))
+        return {};
     const QString named = isReturn ? u"SELECT DISTINCT ForeignOperationCode AS Code FROM GoodDetailKardex WHERE "
                                      "ForeignOperationCode <> 0 AND "_s +
                                          Operation(operationType, operationCode)
