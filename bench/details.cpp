@@ -14,7 +14,7 @@ namespace bench {
 
 namespace {
 
-constexpr int OnHand = 100000;
+constexpr qint64 OnHand = 100000;
 constexpr int Range = 10000;
 constexpr int Purchase = 1;
 constexpr int Sale = 2;

@@ -299,8 +299,9 @@ std::vector<bench::RoundTrips> MeasureShop(Report &report, int goods)
     bench::MeasureListWork(report, shop);
     bench::MeasureBulk(report, shop);
     bench::MeasureDetails(report, shop);
+    auto trips = bench::WatchRoundTrips(shop, SomeGood(shop));
     bench::MeasureOpening(report, shop, floor);
-    return bench::WatchRoundTrips(shop, SomeGood(shop));
+    return trips;
 }
 
 } // namespace
@@ -322,6 +323,8 @@ int main(int argc, char *argv[])
         return 0;
     }
     application.setLayoutDirection(Qt::RightToLeft);
+    // What was measured stands in the file of a run that ends early.
+    std::setvbuf(stdout, nullptr, _IOLBF, 0);
     // Nobody is there to answer a message: it says what went wrong, and ends the run.
     QTimer watch;
     QObject::connect(&watch, &QTimer::timeout, &application, [] {
