@@ -3,7 +3,7 @@ export QT_LOGGING_RULES ?= *.debug=false
 DATABASE ?= shop/goods.db
 JOBS ?= $(shell nproc)
 
-.PHONY: all run test bench pictures format tidy fuzz setup release asan clean
+.PHONY: all run test bench pictures package package-test format tidy fuzz setup release asan clean
 
 all: release
 
@@ -29,6 +29,14 @@ bench: release
 
 pictures: release
 	@scripts/pictures docs/pictures
+
+# Debian packages in build/release/packages.
+package:
+	@JOBS=$(JOBS) scripts/package
+
+# Installs them into a clean Debian (as root) and uses them there.
+package-test: package
+	@scripts/package-test
 
 format: setup
 	@git ls-files '*.cpp' '*.h' | xargs clang-format -i

@@ -1,7 +1,9 @@
 #include "desk/application/application.h"
 
+#include "desk/application/backup.h"
 #include "desk/application/database_creation.h"
 #include "desk/application/desk_host.h"
+#include "desk/application/first_start.h"
 #include "desk/application/goods_module.h"
 #include "desk/application/schema_check.h"
 #include "desk/messages/catalogue.h"
@@ -14,9 +16,11 @@
 #include <QApplication>
 #include <QFileInfo>
 #include <QFontDatabase>
+#include <QLibraryInfo>
 #include <QProgressDialog>
 #include <QScopeGuard>
 #include <QTextStream>
+#include <QTranslator>
 
 #include <cstdio>
 #include <memory>
@@ -36,7 +40,7 @@ void Print(FILE *stream, const QString &text)
     QTextStream(stream) << text << Qt::endl;
 }
 
-void PrepareDatabase(const Options &options)
+void PrepareDatabase(const Options &options, bool demo)
 {
     if (!options.connection.isEmpty() || QFileInfo::exists(options.databaseFile))
         return;
@@ -45,7 +49,7 @@ void PrepareDatabase(const Options &options)
     progress.setMinimumDuration(0);
     progress.setMinimumWidth(420);
     progress.show();
-    CreateDatabase(options.databaseFile, options.demo, [&progress](int done, int total) {
+    CreateDatabase(options.databaseFile, demo, [&progress](int done, int total) {
         progress.setMaximum(total);
         progress.setValue(done);
         QApplication::processEvents();
@@ -67,11 +71,11 @@ QString DatabaseName(const Options &options)
 }
 
 /// Opens the database, which is created when it is a file that is missing, and looks whether it is one of ours.
-std::unique_ptr<OpenConnections> Connect(const Options &options)
+std::unique_ptr<OpenConnections> Connect(const Options &options, bool demo)
 {
     int trouble = message::CannotOpen;
     try {
-        PrepareDatabase(options);
+        PrepareDatabase(options, demo);
         auto connections = std::make_unique<OpenConnections>(options);
         trouble = message::AnotherSchema;
         CheckSchema(connections->Get().ADOConnection1);
@@ -91,11 +95,10 @@ void LeaveOutPlatformRemarks(QtMsgType type, const QMessageLogContext &context, 
         passOn(type, context, text);
 }
 
-int Work(QApplication &application, const Options &options)
+/// One run of the desk; `restore` is the copy that its user wants in place of the database.
+int Work(QApplication &application, const Options &options, bool demo, QString &restore)
 {
-    if (!options.tourFolder.isEmpty())
-        passOn = qInstallMessageHandler(LeaveOutPlatformRemarks);
-    const auto connections = Connect(options);
+    const auto connections = Connect(options, demo);
     DeskHost desk(connections->Get());
     if (!desk.settings.SignIn(options.user)) {
         Print(stderr, MessageText(message::NoSuchUser, {QString::number(options.user)}));
@@ -117,7 +120,48 @@ int Work(QApplication &application, const Options &options)
         ShowBox(&window, MessageText(message::ModuleMissing, {module.ErrorText()}), host::MessageIcon::Error);
     if (!KeepsPersianLetters(connections->Get().ADOConnection1))
         ShowBox(&window, MessageText(message::CollationLoses), host::MessageIcon::Warning);
-    return application.exec();
+    const int code = application.exec();
+    restore = window.WantedBackup();
+    return code;
+}
+
+/// Takes the desk through its runs: one, and another after each copy that is brought back.
+int WorkOn(QApplication &application, const Options &options)
+{
+    if (!options.tourFolder.isEmpty())
+        passOn = qInstallMessageHandler(LeaveOutPlatformRemarks);
+    Beginning beginning{options.demo, {}};
+    if (options.usual && !QFileInfo::exists(options.databaseFile)) {
+        const auto asked = AskForBeginning(options.databaseFile);
+        if (!asked)
+            return 0;
+        beginning = *asked;
+    }
+    for (QString restore = beginning.backup;;) {
+        if (!restore.isEmpty()) {
+            try {
+                const QString former = Restore(restore, options.databaseFile);
+                if (!former.isEmpty())
+                    ShowBox(nullptr, MessageText(message::Restored, {former}), host::MessageIcon::Information);
+            } catch (const host::DatabaseError &error) {
+                ShowBox(nullptr, error.Text(), host::MessageIcon::Error);
+                if (!QFileInfo::exists(options.databaseFile))
+                    return Failed;
+            }
+            restore.clear();
+        }
+        const int code = Work(application, options, beginning.demo, restore);
+        if (restore.isEmpty())
+            return code;
+    }
+}
+
+/// The toolkit's own words in the language of the house.
+void Translate(QApplication &application)
+{
+    auto *words = new QTranslator(&application);
+    if (words->load(u"qtbase_fa"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QApplication::installTranslator(words);
 }
 
 /// Reads the command line; the exit code when there is nothing left to do.
@@ -129,9 +173,9 @@ std::optional<int> AnswerCommandLine(Options &options)
         Print(stderr, QString::fromUtf8(error.what()) + u"\ndesk --help tells the options."_s);
         return WrongCommandLine;
     }
-    if (!options.help)
+    if (!options.help && !options.version)
         return std::nullopt;
-    Print(stdout, HelpText());
+    Print(stdout, options.help ? HelpText() : VersionText());
     return 0;
 }
 
@@ -154,11 +198,12 @@ int Run(QApplication &application)
     Options options;
     if (const auto answered = AnswerCommandLine(options))
         return *answered;
+    Translate(application);
     if (QFontDatabase::families(QFontDatabase::Arabic).isEmpty())
         Print(stderr, u"No font with Persian letters is installed (Debian: fonts-dejavu-core, fonts-dejavu-extra)."_s);
     QString trouble;
     try {
-        return Work(application, options);
+        return WorkOn(application, options);
     } catch (const host::DatabaseError &error) {
         trouble = MessageText(message::DatabaseFailed, {error.Text()});
     } catch (const std::exception &error) {

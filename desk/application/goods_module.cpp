@@ -32,7 +32,10 @@ const char16_t *Utf16(const QString &text)
 
 GoodsModule::GoodsModule(const QString &folder)
 {
-    const QDir place(folder.isEmpty() ? QCoreApplication::applicationDirPath() : folder);
+    QDir place(folder.isEmpty() ? QCoreApplication::applicationDirPath() : folder);
+    // Built, it lies beside the program; installed, in a folder of its own.
+    if (folder.isEmpty() && !place.exists(u"Goods_VLK.so"_s))
+        place.cd(QString::fromLatin1(GOODS_MODULE_PLACE));
     m_library.setFileName(place.absoluteFilePath(u"Goods_VLK"_s));
 }
 

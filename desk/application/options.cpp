@@ -17,12 +17,13 @@ const QCommandLineOption Demo{u"demo"_s, u"Fill a newly created database with de
 const QCommandLineOption User{u"user"_s, u"Code of the user who signs in (1 when not given)."_s, u"CODE"_s};
 const QCommandLineOption Tour{
     u"tour"_s, u"Work through the main screens by itself, on demo data, and leave pictures in FOLDER."_s, u"FOLDER"_s};
+const QCommandLineOption Version{QStringList{u"v"_s, u"version"_s}, u"Print the version."_s};
 const QCommandLineOption Help{QStringList{u"h"_s, u"help"_s}, u"Print this text."_s};
 
 void AddOptions(QCommandLineParser &parser)
 {
     parser.setApplicationDescription(u"The desk: a host application for the goods module."_s);
-    parser.addOptions({Database, Connection, Demo, User, Tour, Help});
+    parser.addOptions({Database, Connection, Demo, User, Tour, Version, Help});
 }
 
 QString DefaultDatabaseFile()
@@ -47,6 +48,8 @@ Options ReadOptions(const QStringList &arguments)
         Refuse(u"Unexpected argument: "_s + parser.positionalArguments().constFirst());
     Options options;
     options.help = parser.isSet(Help);
+    options.version = parser.isSet(Version);
+    options.usual = !parser.isSet(Database) && !parser.isSet(Connection) && !parser.isSet(Demo) && !parser.isSet(Tour);
     options.demo = parser.isSet(Demo);
     options.tourFolder = parser.value(Tour);
     options.connection = parser.value(Connection);
@@ -67,6 +70,11 @@ QString HelpText()
     QCommandLineParser parser;
     AddOptions(parser);
     return parser.helpText();
+}
+
+QString VersionText()
+{
+    return u"desk %1"_s.arg(QString::fromLatin1(GOODS_VERSION));
 }
 
 } // namespace desk

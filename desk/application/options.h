@@ -16,6 +16,8 @@ struct Options
     int user = 1;         ///< code of the user who signs in
     QString tourFolder;   ///< where the tour leaves its pictures; empty for ordinary work
     bool help = false;
+    bool version = false;
+    bool usual = true; ///< no database was named: it is the user's own, which is offered when it is missing
 };
 
 /// A command line that cannot be followed; the text is for the person who typed it.
@@ -30,5 +32,7 @@ Options ReadOptions(const QStringList &arguments);
 
 /// What --help prints.
 QString HelpText();
+/// What --version prints.
+QString VersionText();
 
 } // namespace desk

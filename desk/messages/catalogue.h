@@ -73,6 +73,11 @@ inline constexpr int ScanPending = 66;       ///< %1: what stands in the field f
 inline constexpr int DatedAfterReturn = 67;  ///< %1: title, %2: its new date, %3: titles of the returns before it
 inline constexpr int GiveUpDetails = 68;     ///< question: the store changes, and the chosen details are not there
 inline constexpr int DetailsSettingOff = 69; ///< %1: good whose line has details in the ledger
+// Copies of the database
+inline constexpr int NoBackupOfServer = 80;
+inline constexpr int DatabaseInUse = 81;   ///< %1: file
+inline constexpr int RestoreDatabase = 82; ///< question; %1: file of the copy
+inline constexpr int Restored = 83;        ///< %1: file that keeps what was replaced
 } // namespace message
 
 /// The text of a message with its parameters in place. A number that is not in the catalogue gives a text that names

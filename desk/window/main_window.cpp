@@ -1,9 +1,12 @@
 #include "desk/window/main_window.h"
 
+#include "desk/application/backup.h"
+#include "desk/application/first_start.h"
 #include "desk/choose/choose.h"
 #include "desk/documents/detail_history.h"
 #include "desk/documents/document_list.h"
 #include "desk/messages/catalogue.h"
+#include "desk/messages/message_box.h"
 #include "desk/opening/opening_report.h"
 #include "desk/services/users.h"
 #include "desk/settings/rights.h"
@@ -16,9 +19,12 @@
 #include "host/look/theme.h"
 
 #include <QCloseEvent>
+#include <QDir>
+#include <QFileDialog>
 #include <QInputDialog>
 #include <QLabel>
 #include <QMenuBar>
+#include <QStandardPaths>
 #include <QStatusBar>
 #include <QTabBar>
 #include <QTabWidget>
@@ -139,6 +145,14 @@ void MainWindow::AddCommands()
         [this] { OpenOpeningStock(); });
     add(u"Rights_ACT", u"دسترسی کاربران", host::Glyph::Rights, {}, [this] { OpenRights(); });
     add(u"Settings_ACT", u"تنظیمات", host::Glyph::Settings, {}, [this] { OpenSettings(); });
+    QAction *copies[] = {
+        add(u"Backup_ACT", u"پشتیبان‌گیری…", host::Glyph::Documents, {}, [this] { BackUpDatabase(); }),
+        add(u"Restore_ACT", u"بازگرداندن نسخه‌ی پشتیبان…", host::Glyph::Documents, {},
+            [this] { RestoreDatabase(); }),
+    };
+    // A server has backups of its own.
+    for (QAction *action : copies)
+        action->setEnabled(m_desk.host.DM.ADOConnection1.driverName() != u"QODBC");
     add(u"User_ACT", u"تغییر کاربر", host::Glyph::User, {}, [this] { ChangeUser(); });
     add(u"Exit_ACT", u"خروج", host::Glyph::Exit, Qt::CTRL | Qt::Key_Q, [this] { close(); });
 }
@@ -158,7 +172,15 @@ void MainWindow::AddMenus()
     menu(u"ا&سناد"_s, {u"Documents_ACT"_s, u"NewSale_ACT"_s, u"NewPurchase_ACT"_s, {}, u"DetailHistory_ACT"_s});
     menu(u"&گزارش‌ها"_s, {u"OpeningStock_ACT"_s});
     menu(u"&اطلاعات پایه"_s, {u"Groups_ACT"_s, u"Stores_ACT"_s, u"Units_ACT"_s});
-    menu(u"سی&ستم"_s, {u"Rights_ACT"_s, u"Settings_ACT"_s, {}, u"User_ACT"_s, {}, u"Exit_ACT"_s});
+    menu(u"سی&ستم"_s, {u"Rights_ACT"_s,
+                       u"Settings_ACT"_s,
+                       {},
+                       u"Backup_ACT"_s,
+                       u"Restore_ACT"_s,
+                       {},
+                       u"User_ACT"_s,
+                       {},
+                       u"Exit_ACT"_s});
 }
 
 void MainWindow::AddToolBar()
@@ -357,6 +379,37 @@ void MainWindow::ChangeUser()
         return;
     if (m_desk.settings.SignIn(chosen))
         statusBar()->showMessage(u"کاربر تغییر کرد."_s, NoticeTime);
+}
+
+void MainWindow::BackUpDatabase()
+{
+    if (!MayManage())
+        return;
+    QFileDialog dialog(this, u"پشتیبان‌گیری"_s,
+                       QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation), u"پایگاه داده (*.db)"_s);
+    dialog.setObjectName(u"Backup_DLG"_s);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(u"db"_s);
+    dialog.selectFile(u"goods-"_s + m_desk.clock.NowShamsiDate().replace(u'/', u'-') + u".db"_s);
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    const QString file = dialog.selectedFiles().constFirst();
+    BackUp(m_desk.host.DM.ADOConnection1, file);
+    statusBar()->showMessage(
+        u"نسخه‌ی پشتیبان نوشته شد: \u2066%1\u2069"_s.arg(QDir::toNativeSeparators(file)),
+        NoticeTime);
+}
+
+void MainWindow::RestoreDatabase()
+{
+    if (!MayManage())
+        return;
+    const QString file = ChooseBackup(this);
+    if (file.isEmpty() || !AskBox(this, MessageText(message::RestoreDatabase, {QFileInfo(file).fileName()}), false) ||
+        !CloseScreens())
+        return;
+    m_backup = file;
+    close();
 }
 
 bool MainWindow::CloseScreens()

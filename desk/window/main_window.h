@@ -28,6 +28,8 @@ public:
     MainWindow(DeskHost &desk, GoodsModule &module, const QString &databaseName);
     ~MainWindow() override;
 
+    /// The copy of a database that the user wants opened in place of this one; empty when the desk just ends.
+    const QString &WantedBackup() const { return m_backup; }
     /// A command by its object name, for the tour and for tests; null when there is none.
     QAction *Command(const QString &objectName) const;
 
@@ -59,6 +61,8 @@ private:
     void OpenRights();
     void OpenSettings();
     void ChangeUser();
+    void BackUpDatabase();
+    void RestoreDatabase();
     /// False when a screen stays, because of a change that is not saved; that one is brought to the front.
     bool CloseScreens();
     bool MayOpenList(host::TSoftwarePart part);
@@ -67,6 +71,7 @@ private:
     DeskHost &m_desk;
     GoodsModule &m_module;
     QString m_databaseName;
+    QString m_backup;
     QTabWidget *m_pages;
     HomePage *m_home = nullptr;
     QLabel *m_user = nullptr;

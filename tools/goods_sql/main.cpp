@@ -75,10 +75,12 @@ int main(int argc, char **argv)
 {
     QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationName(u"goods-sql"_s);
+    QCoreApplication::setApplicationVersion(QString::fromLatin1(GOODS_VERSION));
     QCommandLineParser parser;
     const Options options;
     parser.setApplicationDescription(u"Runs T-SQL scripts (batches end at GO) and stops at the first error."_s);
     parser.addHelpOption();
+    parser.addVersionOption();
     parser.addOptions(
         {options.init, options.demo, options.csv, options.explain, options.backup, options.check, options.command});
     parser.addPositionalArgument(u"database"_s, u"A database file, or an ODBC connection string."_s);
