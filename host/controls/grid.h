@@ -122,6 +122,10 @@ public:
     /// The grid as a user sees it: captions and formatted cells of the visible columns, for printing.
     QStringList VisibleCaptions() const;
     QStringList VisibleTexts(int row) const;
+    /// The same for other programs: the columns as they are shown, and their cells with numbers and dates in plain form
+    /// (ASCII digits, a point, no grouping, all decimals).
+    QList<GridColumn> VisibleColumns() const;
+    QStringList VisiblePlainTexts(int row) const;
     /// True when no more rows will arrive: all have, or the source gave up.
     bool IsComplete() const;
     /// True when every row of the source has arrived.
@@ -159,6 +163,8 @@ private:
     void ReportFields();
     void CaptionClicked(int section);
     QString CellText(const QModelIndex &index) const;
+    QString PlainText(const QModelIndex &index) const;
+    QList<int> VisibleSections() const;
     int GridColumnOf(const QString &field) const;
 
     GridModel *m_model;

@@ -117,13 +117,19 @@ void Grid::RestoreLayout(const QByteArray &layout)
     ReportFields();
 }
 
+QList<GridColumn> Grid::VisibleColumns() const
+{
+    QList<GridColumn> columns = Columns();
+    columns.removeIf([](const GridColumn &column) { return column.hidden; });
+    return columns;
+}
+
 QStringList Grid::VisibleCaptions() const
 {
     QStringList captions;
-    const QList<GridColumn> columns = Columns();
+    const QList<GridColumn> columns = VisibleColumns();
     for (const GridColumn &column : columns)
-        if (!column.hidden)
-            captions << column.caption;
+        captions << column.caption;
     return captions;
 }
 
@@ -134,15 +140,51 @@ QString Grid::CellText(const QModelIndex &index) const
     return delegate ? delegate->displayText(index.data(), locale()) : index.data().toString();
 }
 
-QStringList Grid::VisibleTexts(int row) const
+QString Grid::PlainText(const QModelIndex &index) const
 {
-    QStringList texts;
+    const QString value = index.data(Qt::EditRole).toString();
+    switch (m_columns.at(index.column() - 1).format) {
+    case ColumnFormat::Code:
+    case ColumnFormat::Quantity:
+    case ColumnFormat::Amount:
+    case ColumnFormat::Price:
+        return TrimDecimal(value);
+    case ColumnFormat::Date:
+        return value;
+    case ColumnFormat::Flag:
+    case ColumnFormat::Text:
+        break;
+    }
+    return CellText(index);
+}
+
+QList<int> Grid::VisibleSections() const
+{
+    QList<int> sections;
     const QHeaderView *header = horizontalHeader();
     for (int visual = 0; visual < header->count(); ++visual) {
         const int logical = header->logicalIndex(visual);
         if (logical != GridModel::MarkColumn && !isColumnHidden(logical))
-            texts << CellText(m_model->index(row, logical));
+            sections << logical;
     }
+    return sections;
+}
+
+QStringList Grid::VisibleTexts(int row) const
+{
+    QStringList texts;
+    const QList<int> sections = VisibleSections();
+    for (const int section : sections)
+        texts << CellText(m_model->index(row, section));
+    return texts;
+}
+
+QStringList Grid::VisiblePlainTexts(int row) const
+{
+    QStringList texts;
+    const QList<int> sections = VisibleSections();
+    for (const int section : sections)
+        texts << PlainText(m_model->index(row, section));
     return texts;
 }
 

@@ -8,7 +8,6 @@
 #include "host/data/sql_text.h"
 #include "host/look/theme.h"
 #include "host/screens/form_inputs.h"
-#include "host/screens/grid_print.h"
 #include "host/screens/list_keys.h"
 
 #include <QApplication>
@@ -29,6 +28,7 @@
 #include <QShortcut>
 #include <QTabWidget>
 #include <QTimer>
+#include <QToolButton>
 #include <QVBoxLayout>
 #include <QWindow>
 
@@ -106,6 +106,7 @@ void TBaseDock_FRM::BuildFrame()
     m_headerRow->setContentsMargins(12, 4, 12, 4);
     m_headerRow->addWidget(m_title);
     m_headerRow->addStretch(1);
+    BuildExport();
 
     m_content = new QWidget(this);
     m_content->setObjectName(u"Content"_s);
@@ -136,7 +137,7 @@ void TBaseDock_FRM::SetFormTheme()
 {
     const QColor ground = m_host.theme.CaptionColor();
     const bool dark = ground.lightnessF() < 0.6F;
-    m_header->setStyleSheet(u"QWidget#Header_PNL { background: %1; } QLabel { color: %2; }"_s.arg(
+    m_header->setStyleSheet(u"QWidget#Header_PNL { background: %1; } QLabel, QToolButton { color: %2; }"_s.arg(
         ground.name(), dark ? u"#ffffff"_s : u"#182430"_s));
     m_title->setFont(m_host.theme.TitleFont());
 }
@@ -179,6 +180,7 @@ bool TBaseDock_FRM::Begin()
         m_showing = false;
         return false;
     }
+    m_export->setVisible(PrintedGrid() != nullptr);
     m_stands = true;
     Command(Title(), [this] { FormShown(); });
     return true;
@@ -327,12 +329,6 @@ QString TBaseDock_FRM::CaptionOf(const QString &column) const
     return {};
 }
 
-void TBaseDock_FRM::PreviewGrid()
-{
-    if (Grid *grid = PrintedGrid())
-        GridPrinter(*grid, Title(), m_host.clock.NowShamsiDate()).Preview(this);
-}
-
 void TBaseDock_FRM::AdoptFooter(QWidget *panel)
 {
     panel->setAttribute(Qt::WA_StyledBackground, false);
@@ -442,11 +438,7 @@ void TBaseDock_FRM::LoadState()
 
 bool TBaseDock_FRM::FormKeyDown(QKeyEvent *event)
 {
-    if (event->key() == Qt::Key_F9 && PrintedGrid()) {
-        Command(Title(), [this] { PreviewGrid(); });
-        return true;
-    }
-    if (PressButton(event))
+    if (TakeOut(event) || PressButton(event))
         return true;
     if (event->key() == Qt::Key_Escape)
         if (SearchFrame *search = ListSearch(); search && search->GiveUp())

@@ -14,6 +14,7 @@ class QBoxLayout;
 class QDockWidget;
 class QLabel;
 class QPushButton;
+class QToolButton;
 
 namespace host {
 
@@ -81,6 +82,8 @@ public:
 
     /// Shows the print preview of the grid given by `PrintedGrid`.
     void PreviewGrid();
+    /// Asks for a file and takes that grid there (workbook, CSV, PDF).
+    void ExportGrid();
 
     void done(int result) override;
 
@@ -131,7 +134,7 @@ protected:
     /// The search over the screen's list at the moment, for screens with one: Esc empties it before it closes the
     /// screen.
     virtual SearchFrame *ListSearch() const { return nullptr; }
-    /// The grid that F9 prints; null for screens without one.
+    /// The grid that F9 prints and Ctrl+F9 takes to a file; null for screens without one.
     virtual Grid *PrintedGrid() const { return nullptr; }
     /// Further state to keep between openings for the user, beside grid layouts. A user for whom nothing is stored yet
     /// begins with what `SaveState` gave before the first opening.
@@ -156,6 +159,8 @@ private:
     QString StateName() const;
     QString CaptionOf(const QString &column) const;
     void BuildFrame();
+    void BuildExport();
+    bool TakeOut(const QKeyEvent *event);
 
     TSoftwarePart m_part;
     TFormMode m_mode;
@@ -169,6 +174,7 @@ private:
     QWidget *m_header = nullptr;
     QLabel *m_title = nullptr;
     QBoxLayout *m_headerRow = nullptr;
+    QToolButton *m_export = nullptr; ///< stands while there is a grid to take out
     QWidget *m_content = nullptr;
     QWidget *m_footer = nullptr;
     QBoxLayout *m_footerRow = nullptr;

@@ -4,13 +4,17 @@
 #include "host/data/persian_text.h"
 #include "host/look/theme.h"
 
+#include <QFile>
+#include <QFileInfo>
 #include <QPainter>
 #include <QPrintPreviewDialog>
 #include <QPrinter>
 #include <QProgressDialog>
 #include <QRegularExpression>
+#include <QScopeGuard>
 
 #include <numeric>
+#include <stdexcept>
 
 using namespace Qt::StringLiterals;
 
@@ -127,14 +131,37 @@ void GridPrinter::PaintRow(QPainter &painter, const QRectF &row, const QStringLi
     }
 }
 
-void GridPrinter::Preview(QWidget *parent)
+void GridPrinter::SetUpPages(QPrinter &printer) const
 {
-    QPrinter printer(QPrinter::HighResolution);
     printer.setPageSize(QPageSize(QPageSize::A4));
     printer.setPageMargins(QMarginsF(10, 10, 10, 10), QPageLayout::Millimeter);
     if (std::accumulate(m_widths.begin(), m_widths.end(), 0.0) > landscapeWidth)
         printer.setPageOrientation(QPageLayout::Landscape);
     printer.setDocName(m_title);
+}
+
+void GridPrinter::WritePdf(const QString &file)
+{
+    const QString draft = file + u".new"_s;
+    {
+        QPrinter printer(QPrinter::HighResolution);
+        printer.setOutputFormat(QPrinter::PdfFormat);
+        printer.setOutputFileName(draft);
+        SetUpPages(printer);
+        Print(printer);
+    }
+    const auto sweep = qScopeGuard([&draft] { QFile::remove(draft); });
+    QFile::remove(file);
+    if (!QFile::rename(draft, file))
+        throw std::runtime_error(u"فایل «%1» نوشته نشد: در این جا نمی‌توان نوشت"_s
+                                     .arg(QFileInfo(file).fileName())
+                                     .toStdString());
+}
+
+void GridPrinter::Preview(QWidget *parent)
+{
+    QPrinter printer(QPrinter::HighResolution);
+    SetUpPages(printer);
     QPrintPreviewDialog preview(&printer, parent);
     preview.setWindowTitle(m_title);
     preview.resize(900, 700);

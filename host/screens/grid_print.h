@@ -26,10 +26,13 @@ public:
 
     /// Paints every page on `printer`.
     void Print(QPrinter &printer);
+    /// Writes the pages to a PDF file. Throws std::runtime_error, whose text is for the user.
+    void WritePdf(const QString &file);
     /// Shows the preview, modal to `parent`.
     void Preview(QWidget *parent);
 
 private:
+    void SetUpPages(QPrinter &printer) const;
     void PaintPage(QPainter &painter, const QRectF &page, int firstRow, int lastRow, int number, int count);
     void PaintRow(QPainter &painter, const QRectF &row, const QStringList &texts, bool heading) const;
 
