@@ -53,8 +53,8 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_LIBRARY_OUTPUT_DIRECTORY
 set(CPACK_DEBIAN_DESK_PACKAGE_NAME goods-desk)
 set(CPACK_DEBIAN_DESK_PACKAGE_SECTION misc)
 set(CPACK_DEBIAN_DESK_DESCRIPTION "goods and inventory desk with a Persian interface
- Keeps the goods of a shop: codes, units, prices, barcodes, serials, opening
- stock, purchases and sales. The database is a file of the user, or a SQL Server.")
+Keeps the goods of a shop: codes, units, prices, barcodes, serials, opening
+stock, purchases and sales. The database is a file of the user, or a SQL Server.")
 set(CPACK_DEBIAN_DESK_PACKAGE_DEPENDS "fonts-dejavu-core, fonts-dejavu-extra, qt6-translations-l10n, qt6-qpa-plugins")
 set(CPACK_DEBIAN_DESK_PACKAGE_SUGGESTS "libqt6sql6-odbc, tdsodbc")
 set(CPACK_DEBIAN_DEV_PACKAGE_NAME goods-vlk-dev)
@@ -62,6 +62,6 @@ set(CPACK_DEBIAN_DEV_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEV_PACKAGE_SHLIBDEPS OFF)
 set(CPACK_DEBIAN_DEV_PACKAGE_DEPENDS "goods-desk (= ${PROJECT_VERSION}), qt6-base-dev")
 set(CPACK_DEBIAN_DEV_DESCRIPTION "goods module: headers for hosts
- The host library's headers, the functions of the goods module, the scripts of
- its database and a CMake package, for programs that show its screens.")
+The host library's headers, the functions of the goods module, the scripts of
+its database and a CMake package, for programs that show its screens.")
 include(CPack)

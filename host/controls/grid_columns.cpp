@@ -1,5 +1,6 @@
 #include "host/controls/grid.h"
 #include "host/controls/grid_model.h"
+#include "host/data/quantity.h"
 
 #include <QHeaderView>
 #include <QJsonArray>
