@@ -95,7 +95,7 @@ bool Scales::Enabled() const
 
 QColor Theme::CaptionColor() const
 {
-    return host::theme::Ink();
+    return host::theme::Bar();
 }
 
 QFont Theme::TitleFont() const

@@ -90,7 +90,7 @@ void GridPrinter::Print(QPrinter &printer)
 
 void GridPrinter::PaintPage(QPainter &painter, const QRectF &page, int firstRow, int lastRow, int number, int count)
 {
-    painter.setPen(theme::Ink());
+    painter.setPen(theme::PaperInk());
     painter.setFont(PrintFont(14, true));
     const QRectF top(page.left(), page.top(), page.width(), titlePoints);
     painter.drawText(top, Qt::AlignRight | Qt::AlignVCenter, Printed(m_title));
@@ -120,9 +120,9 @@ void GridPrinter::PaintRow(QPainter &painter, const QRectF &row, const QStringLi
     for (size_t column = 0; column < m_widths.size(); ++column) {
         const double width = row.width() * m_widths[column] / total;
         const QRectF cell(right - width, row.top(), width, row.height());
-        painter.setPen(QPen(theme::Line(), 0.5));
+        painter.setPen(QPen(theme::PaperLine(), 0.5));
         painter.drawRect(cell);
-        painter.setPen(theme::Ink());
+        painter.setPen(theme::PaperInk());
         const QRectF inside = cell.adjusted(padPoints, 0, -padPoints, 0);
         const QString text =
             metrics.elidedText(Printed(texts.value(static_cast<qsizetype>(column))), Qt::ElideRight, inside.width());
