@@ -106,10 +106,10 @@ QList<TPrintedPart> TDivision_DM::Parts() const
 {
     QList<TPrintedPart> parts;
     for (host::Query rows(m_host.DM.ADOConnection1,
-                          u"SELECT DivisionRow, Amount1, Amount2, [Length], Width, Amount3, Waste FROM "
+                          u"SELECT DivisionRow, OperationRow, Amount1, Amount2, [Length], Width, Amount3, Waste FROM "
                           "#GoodDetailDivisionDetailItemsTemp WHERE Tmp = 0 ORDER BY DivisionRow, OperationRow"_s);
          !rows.Eof(); rows.Next()) {
-        TPrintedPart part{rows.Int(u"DivisionRow"), {}, rows.Bool(u"Waste")};
+        TPrintedPart part{rows.Int(u"DivisionRow"), rows.Int(u"OperationRow"), {}, rows.Bool(u"Waste")};
         part.Amounts = {rows.Number(u"Amount1"), rows.Number(u"Amount2"), rows.Number(u"Amount1"),
                         rows.Number(u"Length"),  rows.Number(u"Width"),   rows.Number(u"Amount3")};
         parts << part;

@@ -9,6 +9,7 @@
 struct TPrintedPart
 {
     int DivisionRow = 0;
+    int OperationRow = 0;
     host::TAmounts Amounts;
     bool Waste = false;
 };
@@ -16,8 +17,8 @@ struct TPrintedPart
 /// The data of the screens of divisions: the list, and the rows and parts of the one that is edited, which stand in the
 /// working tables of the connection.
 ///
-/// It shows no messages; database errors (`host::DatabaseError`) and dates that are none (`host::RefusedText`) are thrown
-/// to the screen that called. What writes a division is `division::Save` and `division::Delete`.
+/// It shows no messages; database errors (`host::DatabaseError`) and dates that are none (`host::RefusedText`) are
+/// thrown to the screen that called. What writes a division is `division::Save` and `division::Delete`.
 class TDivision_DM
 {
 public:

@@ -51,7 +51,6 @@ protected:
     void SetReadOnly(bool readOnly) override;
     void FormClose() override;
     bool FormKeyDown(QKeyEvent *event) override;
-    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     /// A unit that may become a row, or one that is a row already.
@@ -61,7 +60,7 @@ private:
         int StoreCode = 0;
         int GoodCode = 0;
         int Row = 0; ///< 0: none yet
-        QString Text;
+        QString Text = {};
         bool Exact = false; ///< one of its values is what was typed
     };
 
@@ -94,6 +93,5 @@ private:
     TDivision_DM m_data;
     std::unique_ptr<Ui::TGoodDetailDivision_Get_FRM> m_ui;
     std::unique_ptr<TGoodDetailDivision_DetailItems_Get_FRM> m_items; ///< made on first use
-    QList<QPushButton *> m_rowCommands;                               ///< those that change the division
     host::TDivisionHeader m_header;                                   ///< as it was read, or as a new one begins
 };

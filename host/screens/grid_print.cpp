@@ -19,7 +19,6 @@ namespace {
 constexpr double rowPoints = 20.0;
 constexpr double titlePoints = 34.0;
 constexpr double footPoints = 20.0;
-constexpr double padPoints = 4.0;
 constexpr int longJobPages = 40;
 
 /// Columns this wide together are better read across the long side of the page.
@@ -72,36 +71,15 @@ void GridPrinter::PaintPage(QPainter &painter, const QRectF &page, int firstRow,
 
     QRectF row(page.left(), top.bottom(), page.width(), rowPoints);
     painter.fillRect(row, QColor(0xe4, 0xea, 0xee));
-    PaintRow(painter, row, m_grid.VisibleCaptions(), true);
+    print::TableRow(painter, row, m_widths, m_grid.VisibleCaptions(), true);
     for (int index = firstRow; index < lastRow; ++index) {
         row.translate(0, rowPoints);
         if ((index - firstRow) % 2)
             painter.fillRect(row, QColor(0xf7, 0xf9, 0xfa));
-        PaintRow(painter, row, m_grid.VisibleTexts(index), false);
+        print::TableRow(painter, row, m_widths, m_grid.VisibleTexts(index));
     }
     const QRectF foot(page.left(), page.bottom() - footPoints, page.width(), footPoints);
     painter.drawText(foot, Qt::AlignCenter, print::Text(PersianDigits(u"صفحه %1 از %2"_s.arg(number).arg(count))));
-}
-
-void GridPrinter::PaintRow(QPainter &painter, const QRectF &row, const QStringList &texts, bool heading) const
-{
-    const QFont font = print::Font(9, heading);
-    const QFontMetricsF metrics(font);
-    painter.setFont(font);
-    const double total = std::accumulate(m_widths.begin(), m_widths.end(), 0.0);
-    double right = row.right();
-    for (size_t column = 0; column < m_widths.size(); ++column) {
-        const double width = row.width() * m_widths[column] / total;
-        const QRectF cell(right - width, row.top(), width, row.height());
-        painter.setPen(QPen(theme::Line(), 0.5));
-        painter.drawRect(cell);
-        painter.setPen(theme::Ink());
-        const QRectF inside = cell.adjusted(padPoints, 0, -padPoints, 0);
-        const QString text =
-            metrics.elidedText(print::Text(texts.value(static_cast<qsizetype>(column))), Qt::ElideRight, inside.width());
-        painter.drawText(inside, Qt::AlignRight | Qt::AlignVCenter | Qt::TextSingleLine, text);
-        right -= width;
-    }
 }
 
 void GridPrinter::Preview(QWidget *parent)

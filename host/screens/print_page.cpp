@@ -7,6 +7,8 @@
 #include <QPrinter>
 #include <QRegularExpression>
 
+#include <numeric>
+
 using namespace Qt::StringLiterals;
 
 namespace host::print {
@@ -15,6 +17,8 @@ namespace {
 constexpr double PointsPerInch = 72.0;
 constexpr QSize PreviewSize(900, 700);
 constexpr int MarginMillimetres = 10;
+constexpr int CellPoints = 9;
+constexpr double PadPoints = 4.0;
 } // namespace
 
 QRectF PageInPoints(QPainter &painter, const QPrinter &printer)
@@ -38,6 +42,28 @@ QString Text(const QString &text)
     static const QRegularExpression beforeNumber(u"(?<=\\p{Arabic}) (?=\\p{Nd})"_s, option);
     static const QRegularExpression afterNumber(u"(?<=\\p{Nd}) (?=\\p{Arabic})"_s, option);
     return QString(text).replace(beforeNumber, u" \u200F"_s).replace(afterNumber, u"\u200F "_s);
+}
+
+void TableRow(QPainter &painter, const QRectF &row, const std::vector<double> &widths, const QStringList &texts,
+              bool heading)
+{
+    const QFont font = Font(CellPoints, heading);
+    const QFontMetricsF metrics(font);
+    painter.setFont(font);
+    const double total = std::accumulate(widths.begin(), widths.end(), 0.0);
+    double right = row.right();
+    for (size_t column = 0; column < widths.size(); ++column) {
+        const double width = row.width() * widths[column] / total;
+        const QRectF cell(right - width, row.top(), width, row.height());
+        painter.setPen(QPen(theme::Line(), 0.5));
+        painter.drawRect(cell);
+        painter.setPen(theme::Ink());
+        const QRectF inside = cell.adjusted(PadPoints, 0, -PadPoints, 0);
+        const QString text =
+            metrics.elidedText(Text(texts.value(static_cast<qsizetype>(column))), Qt::ElideRight, inside.width());
+        painter.drawText(inside, Qt::AlignRight | Qt::AlignVCenter | Qt::TextSingleLine, text);
+        right -= width;
+    }
 }
 
 void Preview(const QString &title, QPageLayout::Orientation orientation, QWidget *parent,
