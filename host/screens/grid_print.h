@@ -31,7 +31,6 @@ public:
 
 private:
     void PaintPage(QPainter &painter, const QRectF &page, int firstRow, int lastRow, int number, int count);
-    void PaintRow(QPainter &painter, const QRectF &row, const QStringList &texts, bool heading) const;
 
     Grid &m_grid;
     QString m_title;
