@@ -38,13 +38,14 @@ public:
     bool Place(const Piece &piece)
     {
         const SheetPart &part = m_parts[piece.Part];
+        const bool bar = m_plan.Sheet.IsBar();
         const auto length = static_cast<double>(part.Length);
-        const auto width = static_cast<double>(part.Width);
+        const double width = bar ? 1 : static_cast<double>(part.Width);
         while (true) {
             Choice best;
             for (qsizetype at = 0; at < m_free.size(); ++at) {
                 Consider(best, at, length, width, false);
-                if (length != width)
+                if (!bar && length != width)
                     Consider(best, at, width, length, true);
             }
             if (best.At >= 0) {
@@ -81,8 +82,9 @@ private:
         if (m_plan.Sheets.size() >= m_plan.Sheet.Count)
             return false;
         m_plan.Sheets << QList<PlacedPiece>();
+        const double width = m_plan.Sheet.IsBar() ? 1 : static_cast<double>(m_plan.Sheet.Width);
         m_free << Free{static_cast<int>(m_plan.Sheets.size()) - 1,
-                       {0, 0, static_cast<double>(m_plan.Sheet.Length), static_cast<double>(m_plan.Sheet.Width)}};
+                       {0, 0, static_cast<double>(m_plan.Sheet.Length), width}};
         return true;
     }
 
@@ -111,12 +113,12 @@ private:
     QList<Free> m_free;
 };
 
-QList<Piece> PiecesOf(const QList<SheetPart> &parts)
+QList<Piece> PiecesOf(const SheetPlan &plan, const QList<SheetPart> &parts)
 {
     QList<Piece> pieces;
     for (qsizetype i = 0; i < parts.size(); ++i) {
         const auto length = static_cast<double>(parts[i].Length);
-        const auto width = static_cast<double>(parts[i].Width);
+        const double width = plan.Sheet.IsBar() ? 1 : static_cast<double>(parts[i].Width);
         if (length > 0 && width > 0)
             pieces.append(
                 QList<Piece>(std::max(parts[i].Count, 0), Piece{i, std::max(length, width), std::min(length, width)}));
@@ -127,14 +129,24 @@ QList<Piece> PiecesOf(const QList<SheetPart> &parts)
     return pieces;
 }
 
+bool AreTooMany(const QList<SheetPart> &parts)
+{
+    qint64 pieces = 0;
+    for (const SheetPart &part : parts)
+        pieces += std::max(part.Count, 0);
+    return pieces > MostPieces;
+}
+
 } // namespace
 
 SheetPlan PlanSheets(const SheetStock &sheet, const QList<SheetPart> &parts)
 {
-    SheetPlan plan{sheet, {}, {}};
+    SheetPlan plan{sheet, {}, {}, AreTooMany(parts)};
+    if (plan.TooMany || sheet.Length <= 0)
+        return plan;
     Cutter cutter(plan, parts);
     QList<int> left(parts.size(), 0);
-    for (const Piece &piece : PiecesOf(parts))
+    for (const Piece &piece : PiecesOf(plan, parts))
         if (!cutter.Place(piece))
             ++left[piece.Part];
     for (qsizetype i = 0; i < parts.size(); ++i) {

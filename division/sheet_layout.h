@@ -9,12 +9,14 @@
 /// refuses nothing: the shop may cut in another way.
 namespace division {
 
-/// Sheets that are alike.
+/// Sheets that are alike; rolls, and amounts of whatever else, are bars of a length without a width.
 struct SheetStock
 {
     host::Quantity Length = 0;
-    host::Quantity Width = 0;
+    host::Quantity Width = 0; ///< 0: a bar
     int Count = 0;
+
+    bool IsBar() const { return Width <= 0; }
 };
 
 /// Parts that are alike.
@@ -27,7 +29,7 @@ struct SheetPart
     bool Waste = false; ///< drawn hatched
 };
 
-/// A piece on its sheet: lengths run along x, widths along y, from the corner where the sheet begins.
+/// A piece on its sheet: lengths run along x, widths along y, from the corner where the sheet begins. Bars are 1 wide.
 struct PlacedPiece
 {
     QRectF Place;
@@ -39,9 +41,13 @@ struct PlacedPiece
 struct SheetPlan
 {
     SheetStock Sheet;
-    QList<QList<PlacedPiece>> Sheets; ///< for each sheet that is taken what is cut from it
+    QList<QList<PlacedPiece>> Sheets; ///< what is cut from each sheet; those behind the last one stay whole
     QList<SheetPart> Left;            ///< what did not find a place, with how many
+    bool TooMany = false;             ///< more pieces than anybody looks at: nothing was placed
 };
+
+/// The most pieces that are placed.
+constexpr int MostPieces = 2000;
 
 /// Places the pieces on the sheets, the larger ones first, turned by a quarter where that helps. The same parts in the
 /// same order give the same plan.
