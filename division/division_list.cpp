@@ -133,7 +133,8 @@ void TGoodDetailDivision_List_FRM::Delete()
     if (code == 0 || !host::Granted(m_host, SoftwarePart(), TPermission::Delete))
         return;
     if (!m_data.MayDelete(code)) {
-        host::SmartMessage(findChild<QPushButton *>(u"Delete_BTN"_s), host::message::ItemInUse, {Document}).say(m_host.messages);
+        host::SmartMessage(findChild<QPushButton *>(u"Delete_BTN"_s), host::message::ItemInUse, {Document})
+            .say(m_host.messages);
         return;
     }
     if (!m_host.messages.MsgDeleteItem(Document))

@@ -846,6 +846,7 @@ INSERT INTO Settings (Name, Value) VALUES
     ('StockOnGoodsList', N'1'),
     ('AutoKeyboard', N'1'),
     ('IntegerUnits', N'0'),
+    ('DivisionWaste', N'0'),
     ('ControlNegativeStock', N'1'),
     ('FinalPrices', N'1'),
     ('RowDiscounts', N'1'),
