@@ -198,7 +198,7 @@ void TestDivisions::dividesUnits()
     QCOMPARE(divider.Delete(1), QString());
     QCOMPARE(m_database->Scalar(u"select count(*) from GoodDetailValueDetails where [Value] like N'%/%'"_s).toInt(), 0);
     QCOMPARE(m_database->Rows(u"select OperationType from GoodDetailKardex where GoodCode = %1"_s.arg(good)),
-             QStringList{u"1"_s});
+             QStringList{u"3"_s});
 }
 
 REGISTER_TEST(TestDivisions)
