@@ -39,11 +39,6 @@ QList<GridColumn> AmountColumns()
             {u"Amount1"_s, u"مقدار"_s, 100, false, ColumnFormat::Amount}};
 }
 
-QString Numbered(const QString &text, qsizetype number)
-{
-    return host::DisplayNumber(QString::number(number)) + u' ' + text;
-}
-
 } // namespace
 
 TGoodDetailDivision_Get_FRM::TGoodDetailDivision_Get_FRM(host::Host &host, division::UnitPicker picker)
@@ -166,14 +161,28 @@ void TGoodDetailDivision_Get_FRM::ShowState()
     const int rows = m_data.Rows_QRY.RecordCount();
     const int place = m_ui->GoodDetailDivisionDetail_GRD->CurrentSourceRow();
     m_ui->Row_LBL->setText(place < 0 ? u"قلمی را با سریال یا بارکد، یا با F4 از موجودی انتخاب کنید"_s
-                                     : u"بخش‌های «%1»"_s.arg(RowAt(place).Text));
+                                     : u"قطعه‌های «%1»"_s.arg(RowAt(place).Text));
     m_ui->State_LBL->setText(rows == 0 ? QString()
-                                       : Numbered(u"سطر"_s, rows) + u"   ·   "_s +
-                                             Numbered(u"بخش"_s, m_data.Items_QRY.RecordCount()));
+                                       : host::DisplayNumber(QString::number(rows)) + u" سطر   ·   "_s + Pieces());
     const bool changeable = Mode() != TFormMode::Review;
     m_ui->NewRow_BTN->setEnabled(changeable);
     m_ui->EditRow_BTN->setEnabled(changeable && place >= 0);
     m_ui->DeleteRow_BTN->setEnabled(changeable && place >= 0);
+}
+
+/// Of the current row: packages are counted by their second amount, whatever else is divided by the third.
+QString TGoodDetailDivision_Get_FRM::Pieces() const
+{
+    const int place = m_ui->GoodDetailDivisionDetail_GRD->CurrentSourceRow();
+    const auto amount = [](const host::Dataset &rows, int at, QStringView field) {
+        return at < 0 ? host::Quantity(0) : host::QuantityFromText(rows.FieldAt(at, field).toString());
+    };
+    const bool packed =
+        amount(m_data.Rows_QRY, place, u"Amount3") != 0 && amount(m_data.Rows_QRY, place, u"Length") == 0;
+    host::Quantity pieces = 0;
+    for (int part = 0; part < m_data.Items_QRY.RecordCount(); ++part)
+        pieces += amount(m_data.Items_QRY, part, packed ? u"Amount2" : u"Amount3");
+    return host::DisplayAmount(pieces) + u" قطعه"_s;
 }
 
 void TGoodDetailDivision_Get_FRM::Tell(const QString &note)

@@ -70,6 +70,7 @@ private:
     void ShowRows(int row = 0);
     void ShowItems();
     void ShowState();
+    QString Pieces() const;
     void Tell(const QString &note);
 
     int CurrentRow() const;

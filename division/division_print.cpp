@@ -24,6 +24,7 @@ constexpr double TitleHeight = 34;
 constexpr double LineHeight = 20;
 constexpr double Gap = 12;
 constexpr double SheetsHeight = 190;
+constexpr double RollsHeight = 90;
 constexpr int TitleSize = 14;
 constexpr int HeadingSize = 10;
 constexpr int LineSize = 9;
@@ -133,17 +134,25 @@ void DivisionPrinter::AddParts(std::vector<Block> &blocks, const QList<TPrintedP
 void DivisionPrinter::AddSheets(std::vector<Block> &blocks, const host::TAmounts &taken,
                                 const QList<TPrintedPart> &parts, double pageHeight) const
 {
-    if (taken.Length <= 0 || taken.Width <= 0)
-        return;
+    const bool sheets = taken.Length > 0 && taken.Width > 0;
+    if (!sheets && (taken.Amount2 <= 0 || taken.Amount3 <= 0))
+        return; // neither sheets nor rolls
+    const auto stock = [sheets](const host::TAmounts &a) {
+        return sheets ? SheetStock{a.Length, a.Width, Pieces(a.Amount3)} : SheetStock{a.Amount3, 0, Pieces(a.Amount2)};
+    };
     QList<SheetPart> pieces;
-    for (const TPrintedPart &part : parts)
-        pieces << SheetPart{part.Amounts.Length, part.Amounts.Width, Pieces(part.Amounts.Amount3), part.OperationRow,
-                            part.Waste};
-    const SheetPlan plan = PlanSheets({taken.Length, taken.Width, Pieces(taken.Amount3)}, pieces);
-    blocks.push_back({std::min(SheetsHeight, pageHeight), false, [plan](QPainter &painter, const QRectF &area) {
+    for (const TPrintedPart &part : parts) {
+        const SheetStock cut = stock(part.Amounts);
+        pieces << SheetPart{cut.Length, cut.Width, cut.Count, part.OperationRow, part.Waste};
+    }
+    const SheetPlan plan = PlanSheets(stock(taken), pieces);
+    blocks.push_back({std::min(sheets ? SheetsHeight : RollsHeight, pageHeight), false,
+                      [plan](QPainter &painter, const QRectF &area) {
                           painter.setFont(print::Font(LineSize));
                           PaintSheets(painter, area.adjusted(0, Gap / 2, 0, 0), plan);
                       }});
+    if (const QString remark = PlanRemark(plan); !remark.isEmpty())
+        blocks.push_back({LineHeight, false, Line(remark, LineSize)});
 }
 
 void DivisionPrinter::AddRow(std::vector<Block> &blocks, int place, double pageHeight) const

@@ -12,8 +12,8 @@ class QPrinter;
 
 namespace division {
 
-/// A division on paper: its header, and for each row what is taken of which unit, the parts as a table, and for goods
-/// measured by area how the parts lie on the sheets.
+/// A division on paper: its header, and for each row what is taken of which unit, the parts as a table, and of
+/// sheets and rolls how the parts lie on them.
 class DivisionPrinter
 {
 public:

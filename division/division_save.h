@@ -26,4 +26,11 @@ void Save(host::Host &host, const host::TDivisionHeader &header, host::TFormMode
 /// Removes a division with all its movements, in one transaction. Throws as above.
 void Delete(host::Host &host, int code);
 
+/// The code of a new division: behind those that are used or that an open editor has reserved. Throws DatabaseError.
+int NewCode(host::Host &host);
+
+/// What to tell when a division, a row or a part of it may not go because something was done with it since, naming unit
+/// and document; empty when it may. 0 for row and part means all. Throws DatabaseError.
+QString UsedText(host::Host &host, int code, int operationRow, int part);
+
 } // namespace division

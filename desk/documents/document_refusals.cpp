@@ -202,6 +202,8 @@ QString RefusalLine(const Document &document, const host::TDetailRefusal &refusa
     }
     case Reason::Returned:
         return MessageText(message::DetailReturned, {what, LastTitle(rows, isReturn)});
+    case Reason::Used:
+        break; // parts of divisions: no document's own
     }
     return what;
 }

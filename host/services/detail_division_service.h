@@ -30,7 +30,7 @@ struct TDivisionRow
     QString Comment;
 };
 
-/// What a source row becomes: `Pieces` alike. Amounts are those of all pieces together, but for the measures of one
+/// What a source row becomes: pieces alike. Amounts are those of all pieces together, but for the measures of one
 /// piece (Length, Width, and Amount3 of packed goods, what one package holds).
 struct TDivisionPart
 {
@@ -47,7 +47,7 @@ struct TDivisionHeader
     int Code = 0;
     QString Date; ///< solar, ten characters with "/"
     QString Comment;
-    int Revision = 0; ///< as it was read: counts its saves, 0 before the first
+    int Revision = 0; ///< which of its saves was read; 0 before the first
 };
 
 /// Solar days, both ends included; an empty one is open.
@@ -147,6 +147,8 @@ public:
     /// False when something was done since with parts of the division; row and part narrow what is asked about, 0
     /// meaning all.
     virtual bool CheckGoodDetailDivisionDelete(int code, int operationRow, int part) = 0;
+    /// The same told unit by unit: detail values of these parts that something was done with, the text naming by what.
+    virtual QList<TDetailRefusal> GoodDetailDivision_UsedParts(int code, int operationRow, int part) = 0;
     /// Writes the header. `status` is that of the editor: 2 a new division, 3 one that is written again.
     virtual void InsertGoodDetailDivision(const TDivisionHeader &header, int status) = 0;
     /// Write the rows, and the parts, out of the working tables, with their movements in the detail ledger. Parts that

@@ -14,6 +14,7 @@ struct TDetailRefusal
         Repeated,      ///< a serial of which more would be on hand than one entry brought
         NotOfDocument, ///< a return of more than its document moved
         Returned,      ///< less than what returns of this document have taken back
+        Used,          ///< a part of a division that something was done with since; the text names by what
     };
     Reason reason = Reason::Gone;
     int DetailValueID = 0;
