@@ -61,7 +61,7 @@ struct Screen : fixture::Yard
         m_said.clear();
         test::Drive(
             [&] {
-                m_result = m_screen.OpenRow({7, row, unitType, 1, 6000 + unitType, mode});
+                m_result = m_screen.OpenRow({m_code, row, unitType, 1, 6000 + unitType, mode});
             },
             [&](QWidget *screen) {
                 Run(screen, script);
@@ -76,6 +76,15 @@ struct Screen : fixture::Yard
             });
         return m_said;
     }
+    /// The same on its own, on the sheets.
+    void OpenAlone(const QString &script)
+    {
+        m_said.clear();
+        const QString text = Pack(good_detail::DivisionItemsOpening{{5, 1, 6005}, {30, 0, 3, 2, 5}});
+        test::Drive([&] { m_result = m_screen.OpenText(text); }, [&](QWidget *screen) { Run(screen, script); });
+        host.detailDivisions.CreateGoodDetailDivisionDetailTempTable();
+        host.detailDivisions.CreateGoodDetailDivisionDetailItemsTempTable();
+    }
     /// The parts of a state: length, width, count, amount 2, amount.
     QStringList PartsOf(int tmp, int row = 1) const
     {
@@ -88,6 +97,7 @@ struct Screen : fixture::Yard
 
     QStringList m_said;
     int m_result = 0;
+    int m_code = 7;
     TGoodDetailDivision_DetailItems_Get_FRM m_screen{host};
 };
 
@@ -158,7 +168,7 @@ void TestDivisionItems::divides_data()
     row("the total tells the count", 3, u"E 25 E T 50 E F3"_s, {}, {}, {u"0|0|25|2|50"_s});
     row("cheese", 1, u"12 E 4 E 2 E F6 E F3"_s, {}, {}, {u"0|0|3|0|12"_s});
     row("all the cheese there is", 1, u"E 0.1 E 125 E F3"_s, {}, {}, {u"0|0|125|0|12.5"_s});
-    row("both units are divided", 2, u"E 6 E E E 6 E 0.4 E E F3"_s, {Less}, first,
+    row("both units are divided", 2, u"E E 6 E E E 6 E 0.4 E E F3"_s, {Less}, first,
         {u"0|0|1|0.5|6"_s, u"0|0|1|0.4|6"_s});
     row("the rest in both units", 2, u"6 E E 2 E 0.1 E E F6 E F3"_s, {}, {}, {u"0|0|1|0.1|2"_s, u"0|0|1|0.4|4"_s});
     row("more of the second unit than there is", 2, u"6 E 1.1 E"_s, {InStock}, count, {});
@@ -230,7 +240,7 @@ void TestDivisionItems::showsWhatAKindNeeds()
         QVERIFY(test::RightOf(test::Find(screen, u"Amount1_EDT"_s), test::Find(screen, u"Amount2_EDT"_s)));
         const QString typed = unitType == 5   ? u"1.5 E 1 E 2 E E 2 E 1 E E @Waste_CHK"_s
                               : unitType == 3 ? u"12 E 3 E E 9 E E @Waste_CHK"_s
-                              : unitType == 2 ? u"5 E E E 3 E E @Waste_CHK"_s
+                              : unitType == 2 ? u"E 5 E E E 3 E E @Waste_CHK"_s
                               : unitType == 4 ? u"1 E E E E 5 @Waste_CHK"_s
                                               : u"4 E 2 E 2.5 @Waste_CHK"_s;
         yard.Run(screen, typed);
@@ -306,20 +316,11 @@ void TestDivisionItems::rowsDoNotMeet()
 void TestDivisionItems::savesOnItsOwn()
 {
     Screen yard;
-    yard.host.detailDivisions.CreateGoodDetailDivisionDetailTempTable();
-    const QString opening = Pack(good_detail::DivisionItemsOpening{{5, 1, 6005}, {30, 0, 3, 2, 5}});
-    const auto open = [&](const QString &script) {
-        yard.m_said.clear();
-        test::Drive([&] { yard.m_result = yard.m_screen.OpenText(opening); },
-                    [&](QWidget *screen) { yard.Run(screen, script); });
-        yard.host.detailDivisions.CreateGoodDetailDivisionDetailTempTable();
-        yard.host.detailDivisions.CreateGoodDetailDivisionDetailItemsTempTable();
-    };
-    open(u"2 E ?1 Esc"_s);
+    yard.OpenAlone(u"2 E ?1 Esc"_s);
     QCOMPARE(yard.m_result, int(QDialog::Rejected));
     QCOMPARE(yard.database.Rows(u"select Code from GoodDetailDivision union all select Code from CodeLock_TBL"_s),
              QStringList());
-    open(u"2 E 1.5 E 2 E 4 E E F3"_s);
+    yard.OpenAlone(u"2 E 1.5 E 2 E 4 E E F3"_s);
     QCOMPARE(yard.m_said, QStringList());
     QCOMPARE(yard.m_result, int(QDialog::Accepted));
     QCOMPARE(yard.database.Rows(u"select Code, [Date] from GoodDetailDivision"_s), QStringList{u"1|1403/05/09"_s});
@@ -332,8 +333,18 @@ void TestDivisionItems::savesOnItsOwn()
 void TestDivisionItems::usedPartsStay()
 {
     Screen yard;
-    yard.Divide(5, u"E 1 E 2 E 3 E E F3"_s);
-    QCOMPARE(yard.PartsOf(0), QStringList{u"1|2|3|0|6"_s});
+    yard.OpenAlone(u"E 1 E 2 E 2 E E 2 E 1 E E E F3"_s);
+    yard.m_code = 1;
+    yard.host.detailDivisions.GoodDetailDivisionDetailTempInsert_Rows(1);
+    yard.host.detailDivisions.GoodDetailDivisionDetailItemsTempInsert_Rows(1);
+    yard.database.Exec(u"insert GoodDetailKardex(DetailValueID, StoreCode, GoodCode, OperationType, OperationCode, "
+                       "Amount1, TotalAmount, Amount3) select DetailValueID, StoreCode, GoodCode, 2, 900, -2, -2, -1 "
+                       "from GoodDetailKardex where OperationType = 25 and OperationRow = 1"_s);
+    const QString used = u"ShowSmartMessage(10006, تقسیم جزئیات)"_s;
+    QCOMPARE(yard.Divide(5, u"@GoodDetailDivisionDetailItems_GRD F2 Del @DeleteAllDetail_BTN E"_s, {}, 1,
+                         host::TFormMode::Edit),
+             (QStringList{used, used, used}));
+    QCOMPARE(yard.PartsOf(0), (QStringList{u"1|2|2|0|4"_s, u"2|1|1|0|2"_s}));
 }
 
 REGISTER_TEST(TestDivisionItems)
