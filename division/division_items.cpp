@@ -318,7 +318,8 @@ void TGoodDetailDivision_DetailItems_Get_FRM::FormClose()
 bool TGoodDetailDivision_DetailItems_Get_FRM::FormKeyDown(QKeyEvent *event)
 {
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (enter && !(event->modifiers() & ~Qt::KeypadModifier) && focusWidget() == m_entry->Last()) {
+    const bool last = focusWidget() == m_entry->Last() || focusWidget() == m_form->Waste_CHK;
+    if (enter && !(event->modifiers() & ~Qt::KeypadModifier) && last) {
         Command(m_form->SaveRow_BTN->text(), [this] { SavePart(); });
         return true;
     }

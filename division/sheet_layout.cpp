@@ -41,6 +41,9 @@ public:
         const bool bar = m_plan.Sheet.IsBar();
         const auto length = static_cast<double>(part.Length);
         const double width = bar ? 1 : static_cast<double>(part.Width);
+        const QRectF whole = Whole();
+        if (!Fits(whole, length, width) && (bar || !Fits(whole, width, length)))
+            return false;
         while (true) {
             Choice best;
             for (qsizetype at = 0; at < m_free.size(); ++at) {
@@ -77,14 +80,18 @@ private:
             best = {at, rest, turned, length, width};
     }
 
+    QRectF Whole() const
+    {
+        const double width = m_plan.Sheet.IsBar() ? 1 : static_cast<double>(m_plan.Sheet.Width);
+        return {0, 0, static_cast<double>(m_plan.Sheet.Length), width};
+    }
+
     bool OpenSheet()
     {
         if (m_plan.Sheets.size() >= m_plan.Sheet.Count)
             return false;
         m_plan.Sheets << QList<PlacedPiece>();
-        const double width = m_plan.Sheet.IsBar() ? 1 : static_cast<double>(m_plan.Sheet.Width);
-        m_free << Free{static_cast<int>(m_plan.Sheets.size()) - 1,
-                       {0, 0, static_cast<double>(m_plan.Sheet.Length), width}};
+        m_free << Free{static_cast<int>(m_plan.Sheets.size()) - 1, Whole()};
         return true;
     }
 

@@ -15,10 +15,11 @@ namespace {
 
 namespace theme = host::theme;
 
-constexpr int MostDrawn = 12;      ///< sheets
-constexpr double Gap = 10;         ///< between sheets, logical pixels
-constexpr double BarHeight = 34;   ///< at most
-constexpr double SmallestText = 6; ///< points; smaller measures are left out
+constexpr int MostDrawn = 12;        ///< sheets
+constexpr double Gap = 10;           ///< between sheets, logical pixels
+constexpr double BarHeight = 34;     ///< at most
+constexpr double SmallestText = 0.6; ///< of the font; measures that would be smaller are left out
+constexpr double TextMargin = 6;
 constexpr int MeasureDecimals = 4;
 
 QString Measure(double value)
@@ -35,27 +36,23 @@ QString Measures(double length, double width)
 /// Writes a measure into a place, smaller or upright where it would not fit, or not at all.
 void Write(QPainter &painter, const QRectF &place, const QString &text, const QColor &ink)
 {
-    const auto fits = [&](const QFont &font, double width, double height) {
-        const QFontMetricsF metrics(font, painter.device());
-        return metrics.horizontalAdvance(text) + 4 <= width && metrics.height() <= height;
+    const QFontMetricsF metrics(painter.font(), painter.device());
+    const QSizeF needed(metrics.horizontalAdvance(text) + TextMargin, metrics.height());
+    const auto room = [&](const QSizeF &size) {
+        return std::min({1.0, size.width() / needed.width(), size.height() / needed.height()});
     };
-    QFont font = painter.font();
-    for (double points = font.pointSizeF(); points >= SmallestText; points -= 0.5) {
-        font.setPointSizeF(points);
-        const bool along = fits(font, place.width(), place.height());
-        if (!along && !fits(font, place.height(), place.width()))
-            continue;
-        painter.save();
-        painter.setFont(font);
-        painter.setPen(ink);
-        painter.translate(place.center());
-        if (!along)
-            painter.rotate(-90);
-        const QSizeF size = along ? place.size() : place.size().transposed();
-        painter.drawText(QRectF(QPointF(-size.width() / 2, -size.height() / 2), size), Qt::AlignCenter, text);
-        painter.restore();
+    const bool along = room(place.size()) >= room(place.size().transposed());
+    const double scale = along ? room(place.size()) : room(place.size().transposed());
+    if (scale < SmallestText)
         return;
-    }
+    painter.save();
+    painter.setPen(ink);
+    painter.translate(place.center());
+    if (!along)
+        painter.rotate(-90);
+    painter.scale(scale, scale);
+    painter.drawText(QRectF(QPointF(-needed.width() / 2, -needed.height() / 2), needed), Qt::AlignCenter, text);
+    painter.restore();
 }
 
 /// Equal pieces have one tint; neighbours in the list differ.
@@ -148,7 +145,7 @@ void PaintSheets(QPainter &painter, const QRectF &area, const SheetPlan &plan, i
     const bool bar = plan.Sheet.IsBar();
     const QSizeF sheet(static_cast<double>(plan.Sheet.Length), bar ? 1 : static_cast<double>(plan.Sheet.Width));
     const double caption = QFontMetricsF(painter.font(), painter.device()).height() + 2;
-    const Arrangement to = Arrange(area.size(), sheet, sheets, bar ? caption : caption, bar);
+    const Arrangement to = Arrange(area.size(), sheet, sheets, caption, bar);
     const QSizeF size(sheet.width() * to.ScaleX, sheet.height() * to.ScaleY);
     for (int i = 0; i < sheets && to.ScaleX > 0; ++i) {
         const double right = area.right() - (i % to.Columns) * (size.width() + Gap);
