@@ -247,6 +247,7 @@ void TGoodDetailDivision_Get_FRM::DeleteRow()
         return;
     if (!m_data.MayDelete(m_header.Code, row)) {
         host::SmartMessage(m_ui->DeleteRow_BTN, host::message::ItemInUse, {Document}).say(m_host.messages);
+        Tell(m_data.UsedBy(m_header.Code, row));
         return;
     }
     if (!m_host.messages.MsgDeleteItem(u"سطر"_s))
