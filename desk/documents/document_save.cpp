@@ -182,7 +182,8 @@ void Writer::WriteDetails()
             throw DetailsRefused{refusals};
     };
     host::DetailMovementService &details = m_host.detailMovements;
-    details.GoodDetailsOperation_KeepLines(type, m_document.Code, u"SELECT OperationRow FROM #DocumentLines"_s);
+    details.GoodDetailsOperation_KeepLines(type, m_document.Code,
+                                           u"SELECT OperationRow, GoodCode FROM #DocumentLines"_s);
     judge(details.GoodDetailsOperation_Save(type, m_document.Code));
     if (m_kind.IsTransfer())
         judge(details.GoodDetailsOperation_Transfer(type, TransferIn, m_document.Code, m_document.ToStoreCode));

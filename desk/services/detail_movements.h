@@ -30,7 +30,7 @@ public:
     void ExitGoodDetails_DeleteAll(quint8 operationType, int operationCode) override;
     QList<int> ReturnedDetailValues(const host::TDocumentLine &line) override;
     bool IsReturned(const host::TDocumentLine &line, int detailValueId) override;
-    host::TAmounts Returnable(const host::TDocumentLine &line, int detailValueId) override;
+    std::optional<host::TAmounts> Returnable(const host::TDocumentLine &line, int detailValueId) override;
     bool ChangeStore(const host::TDocumentLine &line, int newStore) override;
     QList<host::TDetailRefusal> GoodDetailsOperation_Save(quint8 operationType, int operationCode) override;
     QList<host::TDetailRefusal> GoodDetailsOperation_Delete(quint8 operationType, int operationCode,

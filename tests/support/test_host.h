@@ -206,7 +206,10 @@ struct FakeDetailMovements : host::DetailMovementService
     void ExitGoodDetails_DeleteAll(quint8 type, int code) override { calls << Call("DeleteAll", int(type), code); }
     QList<int> ReturnedDetailValues(const Line &) override { return returned; }
     bool IsReturned(const Line &, int value) override { return returned.contains(value); }
-    host::TAmounts Returnable(const Line &, int value) override { return returnable.value(value); }
+    std::optional<host::TAmounts> Returnable(const Line &, int value) override
+    {
+        return returnable.contains(value) ? std::optional(returnable.value(value)) : std::nullopt;
+    }
     bool ChangeStore(const Line &, int store) override { return !(calls << Call("ChangeStore", store)).isEmpty(); }
     Refusals GoodDetailsOperation_Save(quint8, int) override { return refusals; }
     Refusals GoodDetailsOperation_Delete(quint8 type, int code, int row) override
