@@ -14,6 +14,16 @@ install(TARGETS host EXPORT GoodsVLKTargets
 install(TARGETS Goods_VLK LIBRARY DESTINATION ${module_dir} COMPONENT desk)
 install(FILES packaging/goods-desk.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications COMPONENT desk)
 install(FILES packaging/goods-desk.svg DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps COMPONENT desk)
+# The pictures that pages of the guide name.
+file(GLOB guide CONFIGURE_DEPENDS docs/guide/*.md)
+foreach(page ${guide})
+    file(READ ${page} text)
+    string(REGEX MATCHALL "pictures/[a-z0-9-]+\\.png" named "${text}")
+    list(APPEND pictures ${named})
+endforeach()
+list(REMOVE_DUPLICATES pictures)
+list(TRANSFORM pictures PREPEND docs/)
+install(FILES ${pictures} DESTINATION ${CMAKE_INSTALL_DATADIR}/goods-vlk/pictures COMPONENT desk)
 foreach(page desk goods-sql)
     configure_file(packaging/${page}.1.in packaging/${page}.1 @ONLY)
     add_custom_command(OUTPUT packaging/${page}.1.gz DEPENDS ${CMAKE_CURRENT_BINARY_DIR}/packaging/${page}.1

@@ -10,6 +10,7 @@
 #include "host/services/entity_service.h"
 #include "host/services/finance_service.h"
 #include "host/services/good_detail_service.h"
+#include "host/services/help_service.h"
 #include "host/services/keyboard_service.h"
 #include "host/services/level_service.h"
 #include "host/services/message_service.h"
@@ -67,6 +68,7 @@ struct Host
     FinanceService &finance;
     ThemeService &theme;
     NumberService &numbers;
+    HelpService &help;
     /// Where docked screens go and what modal screens are centred on; null in a host without a main window.
     QMainWindow *mainWindow = nullptr;
 };

@@ -35,7 +35,8 @@ DeskHost::DeskHost(const host::Connections &connections, host::MessageService *s
                                                                                      .barcodes = barcodes,
                                                                                      .finance = finance,
                                                                                      .theme = theme,
-                                                                                     .numbers = numbers}
+                                                                                     .numbers = numbers,
+                                                                                     .help = help}
 {
     entities.SetHost(host);
     photos.SetHost(host);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "desk/application/connections.h"
+#include "desk/help/help.h"
 #include "desk/services/categories.h"
 #include "desk/services/detail_divisions.h"
 #include "desk/services/detail_movements.h"
@@ -58,6 +59,7 @@ struct DeskHost
     Finance finance;
     Theme theme;
     Numbers numbers;
+    Help help;
     host::Host host;
 };
 

@@ -22,6 +22,7 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QInputDialog>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMenuBar>
 #include <QStandardPaths>
@@ -157,6 +158,7 @@ void MainWindow::AddCommands()
     // A server has backups of its own.
     for (QAction *action : copies)
         action->setEnabled(m_desk.host.DM.ADOConnection1.driverName() != u"QODBC");
+    add(u"Guide_ACT", u"فهرست راهنما\tF1", host::Glyph::Information, {}, [this] { m_desk.help.Show({}); });
     add(u"User_ACT", u"تغییر کاربر", host::Glyph::User, {}, [this] { ChangeUser(); });
     add(u"Exit_ACT", u"خروج", host::Glyph::Exit, Qt::CTRL | Qt::Key_Q, [this] { close(); });
 }
@@ -186,6 +188,7 @@ void MainWindow::AddMenus()
                        u"User_ACT"_s,
                        {},
                        u"Exit_ACT"_s});
+    menu(u"&راهنما"_s, {u"Guide_ACT"_s});
 }
 
 void MainWindow::AddToolBar()
@@ -437,6 +440,14 @@ bool MainWindow::CloseScreens()
         }
     }
     return true;
+}
+
+void MainWindow::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_F1)
+        Command(u"Guide_ACT"_s)->trigger();
+    else
+        QMainWindow::keyPressEvent(event);
 }
 
 void MainWindow::closeEvent(QCloseEvent *event)

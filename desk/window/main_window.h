@@ -36,6 +36,8 @@ public:
 protected:
     /// Closes every screen first; one that stays keeps the window.
     void closeEvent(QCloseEvent *event) override;
+    /// F1 outside of a screen opens the guide; on a screen it is that screen's.
+    void keyPressEvent(QKeyEvent *event) override;
 
 private:
     void AddCommands();

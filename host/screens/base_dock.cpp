@@ -88,6 +88,7 @@ TBaseDock_FRM::TBaseDock_FRM(Host &host, TSoftwarePart part, TFormMode mode, QWi
     setLayoutDirection(Qt::RightToLeft);
     ListKeys::Install();
     BuildFrame();
+    BindKey(Qt::Key_F1, u"راهنما"_s, [this] { ShowHelp(); });
 }
 
 TBaseDock_FRM::~TBaseDock_FRM()
@@ -407,10 +408,19 @@ void TBaseDock_FRM::RememberLayout(Grid *grid)
             [this](const QString &message) { m_host.messages.ShowMessage(message, MessageIcon::Error, Title()); });
 }
 
+QString TBaseDock_FRM::ClassName() const
+{
+    return QString::fromLatin1(metaObject()->className()).section(u':', -1);
+}
+
+void TBaseDock_FRM::ShowHelp()
+{
+    m_host.help.Show(ClassName());
+}
+
 QString TBaseDock_FRM::StateName() const
 {
-    const QString name = QString::fromLatin1(metaObject()->className());
-    return u"%1/%2/%3"_s.arg(name.section(u':', -1)).arg(int(m_part)).arg(int(m_mode));
+    return u"%1/%2/%3"_s.arg(ClassName()).arg(int(m_part)).arg(int(m_mode));
 }
 
 void TBaseDock_FRM::StoreState()

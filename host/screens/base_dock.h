@@ -85,6 +85,8 @@ public:
     void PreviewGrid();
     /// Asks for a file and takes that grid there (workbook, CSV, PDF).
     void ExportGrid();
+    /// Opens the page of this screen in the host's guide, as F1 does.
+    void ShowHelp();
 
     void done(int result) override;
 
@@ -163,6 +165,7 @@ private:
     void EnterDock();
     void LeaveDock();
     void Place();
+    QString ClassName() const;
     QString StateName() const;
     QString CaptionOf(const QString &column) const;
     void BuildFrame();

@@ -7,6 +7,8 @@
 #include <QLabel>
 #include <QMessageBox>
 #include <QStatusBar>
+#include <QTextBlock>
+#include <QTextBrowser>
 #include <QToolButton>
 
 namespace {
@@ -51,6 +53,7 @@ private slots:
     void everyTileRuns();
     void anotherUserBeginsAnew();
     void pagesTurnWithoutTheDatabase();
+    void helpStandsOverItsScreen();
 };
 
 /// Two lists stand side by side as pages, a third one is refused; each closes by its own keys.
@@ -195,6 +198,41 @@ void TestMainWindow::pagesTurnWithoutTheDatabase()
     QVERIFY(shop.window->statusBar()->currentMessage().contains(u"inf_co"));
     shop.window->close();
     QVERIFY(!shop.window->isVisible());
+}
+
+/// F1 opens the page of the screen that has the keys, modal or not, and Esc gives them back.
+void TestMainWindow::helpStandsOverItsScreen()
+{
+    const test::DeskWindow shop;
+    const auto read = [](const QString &title) {
+        const QWidget *screen = QApplication::activeWindow();
+        const QString focus = test::Focused();
+        test::Press(Qt::Key_F1);
+        QTRY_COMPARE(QApplication::activeWindow()->objectName(), u"Guide_FRM"_s);
+        auto &page = test::Find<QTextBrowser>(QApplication::activeWindow(), u"Guide_TXT"_s);
+        const auto shown = [&page] { return page.document()->firstBlock(); };
+        QCOMPARE(shown().text(), title);
+        QCOMPARE(shown().textDirection(), Qt::RightToLeft);
+        const QVariant picture = page.loadResource(QTextDocument::ImageResource, QUrl(u"../pictures/desk.png"_s));
+        QVERIFY(!picture.value<QImage>().isNull());
+        test::Picture(page, u"guide"_s);
+        test::Press(Qt::Key_F1);
+        QCOMPARE(shown().text(), u"راهنما"_s);
+        test::Press(Qt::Key_Backspace);
+        QCOMPARE(shown().text(), title);
+        test::Press(Qt::Key_Escape);
+        QTRY_COMPARE(QApplication::activeWindow(), screen);
+        QCOMPARE(test::Focused(), focus);
+    };
+    read(u"راهنما"_s);
+    shop.Run(u"GoodsList_ACT"_s);
+    read(u"لیست کالاها"_s);
+    test::Drive([&] { shop.Run(u"NewGood_ACT"_s); },
+                [&read](QWidget *) {
+                    read(u"اطلاعات کالا"_s);
+                    test::Press(Qt::Key_Escape);
+                });
+    shop.window->close();
 }
 
 REGISTER_TEST(TestMainWindow)

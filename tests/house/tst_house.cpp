@@ -31,6 +31,31 @@ QStringList FilesUnder(const QString &folder, const QStringList &names)
     return found;
 }
 
+QStringList Captured(const QString &pattern, const QString &text)
+{
+    QStringList found;
+    for (auto matches = QRegularExpression(pattern).globalMatch(text); matches.hasNext();)
+        found << matches.next().captured(1);
+    return found;
+}
+
+QString Page(const QString &name)
+{
+    return Root + u"/docs/guide/"_s + name + u".md"_s;
+}
+
+/// All that the program may say, each literal in one piece.
+QString Sources(const QStringList &folders)
+{
+    QString text;
+    for (const QString &folder : folders)
+        for (const QString &file : FilesUnder(folder, {u"*.h"_s, u"*.cpp"_s}))
+            text += Contents(file);
+    return text.replace(QRegularExpression(u"\"(_s)?\\s*\n\\s*u?\""_s), {}).simplified();
+}
+
+const QStringList Rooms{u"screens"_s, u"detailtypes"_s, u"gooddetail"_s, u"division"_s, u"desk"_s};
+
 } // namespace
 
 class TestHouse : public QObject
@@ -43,6 +68,9 @@ private slots:
     void screensBuildNoStatement();
     void everyErrorHasItsText();
     void formsKeepTheRules();
+    void guideKnowsEveryScreen();
+    void guideLeadsSomewhere();
+    void guideQuotesWhatIsSaid();
     void moduleShowsItsExportsOnly();
 };
 
@@ -194,6 +222,59 @@ void TestHouse::formsKeepTheRules()
     }
     QVERIFY(forms > 0);
     QVERIFY2(wrong.isEmpty(), qPrintable(wrong.join(u'\n')));
+}
+
+/// F1 names a screen by its class.
+void TestHouse::guideKnowsEveryScreen()
+{
+    QStringList bases;
+    QStringList screens;
+    static const QRegularExpression derived(u"class (T\\w+_F(?:RM|rm)) : public (?:\\w+::)?(\\w+)"_s);
+    for (auto matches = derived.globalMatch(Sources(Rooms)); matches.hasNext();) {
+        const QRegularExpressionMatch match = matches.next();
+        screens << match.captured(1);
+        bases << match.captured(2);
+    }
+    QVERIFY(screens.size() > 30);
+    for (const QString &screen : std::as_const(screens))
+        QVERIFY2(bases.contains(screen) || QFileInfo::exists(Page(screen)), qPrintable(screen));
+}
+
+/// Links and pictures of the guide exist, and whoever begins at the contents finds every page.
+void TestHouse::guideLeadsSomewhere()
+{
+    QStringList reached{Page(u"index"_s)};
+    for (qsizetype at = 0; at < reached.size(); ++at) {
+        const QStringList targets = Captured(u"\\]\\(([^)]+)\\)"_s, Contents(reached.at(at)));
+        for (const QString &target : targets) {
+            const QString file = QDir::cleanPath(Root + u"/docs/guide/"_s + target);
+            QVERIFY2(QFileInfo::exists(file), qPrintable(reached.at(at) + u": "_s + target));
+            if (file.endsWith(u".md") && !reached.contains(file))
+                reached << file;
+        }
+    }
+    reached.sort();
+    QCOMPARE(reached, FilesUnder(u"docs/guide"_s, {u"*.md"_s}));
+}
+
+/// A message that a page explains is one of the program's, letter by letter; "…" stands for what changes.
+void TestHouse::guideQuotesWhatIsSaid()
+{
+    const QString said = Sources(Rooms + QStringList{u"host"_s, u"entry"_s});
+    int quoted = 0;
+    for (const QString &page : FilesUnder(u"docs/guide"_s, {u"*.md"_s})) {
+        const QString name = QFileInfo(page).baseName();
+        if (name.startsWith(u'T') && !said.contains(u"class "_s + name))
+            continue;
+        for (QString message : Captured(u"\\*\\*«(.+?)»\\*\\*"_s, Contents(page))) {
+            ++quoted;
+            QStringList pieces = Captured(u"«([^«»]*)»"_s, message);
+            pieces += message.replace(QRegularExpression(u"«[^«»]*»"_s), u"«…»"_s).split(u'…');
+            for (const QString &piece : std::as_const(pieces))
+                QVERIFY2(piece == u"…" || said.contains(piece.trimmed()), qPrintable(name + u": "_s + piece));
+        }
+    }
+    QVERIFY(quoted > 100);
 }
 
 void TestHouse::moduleShowsItsExportsOnly()

@@ -121,7 +121,8 @@ TestHost::TestHost(const host::Connections &connections)
            .barcodes = barcodes,
            .finance = finance,
            .theme = theme,
-           .numbers = numbers}
+           .numbers = numbers,
+           .help = help}
 {}
 
 TestHost::~TestHost() = default;

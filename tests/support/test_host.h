@@ -423,6 +423,13 @@ struct FakeTheme : host::ThemeService
     QFont TitleFont() const override;
 };
 
+/// Shows nothing: the screens of tests are asked which page they want.
+struct FakeHelp : host::HelpService
+{
+    void Show(const QString &screen) override { shown << screen; }
+    QStringList shown;
+};
+
 struct FakeNumbers : host::NumberService
 {
     int Save_Global_ID(host::TSoftwarePart) override { return ++last; }
@@ -468,6 +475,7 @@ public:
     FakeFinance finance;
     FakeTheme theme;
     FakeNumbers numbers;
+    FakeHelp help;
     host::Host host;
 };
 
