@@ -1,7 +1,7 @@
 #include "division/cut_view.h"
 
 #include "division/sheet_painter.h"
-#include "host/look/theme.h"
+#include "host/look/palette.h"
 
 #include <QPainter>
 
@@ -33,15 +33,16 @@ void CutView::SetCurrent(int row)
 
 void CutView::paintEvent(QPaintEvent *)
 {
+    const host::Palette &paper = host::Palette::Light();
     QPainter painter(this);
-    painter.setPen(host::theme::Line());
-    painter.setBrush(host::theme::Surface());
+    painter.setPen(paper.Line);
+    painter.setBrush(paper.Surface);
     painter.drawRect(rect().adjusted(0, 0, -1, -1));
     QRectF area = QRectF(rect()).adjusted(Margin, Margin / 2, -Margin, -Margin);
     if (!m_remark.isEmpty()) {
         constexpr int flags = Qt::AlignBottom | Qt::AlignHCenter | Qt::TextWordWrap;
         const QRectF text = painter.boundingRect(area, flags, m_remark);
-        painter.setPen(m_plan.Left.isEmpty() ? host::theme::InkSoft() : host::theme::Danger());
+        painter.setPen(m_plan.Left.isEmpty() ? paper.InkSoft : paper.Danger);
         painter.drawText(area, flags, m_remark);
         area.setBottom(text.top() - Margin);
     }

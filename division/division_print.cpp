@@ -44,7 +44,7 @@ constexpr Column Columns[] = {{u"طول", &host::TAmounts::Length},
 std::function<void(QPainter &, const QRectF &)> Line(const QString &text, int size, bool bold = false)
 {
     return [text, size, bold](QPainter &painter, const QRectF &area) {
-        painter.setPen(host::theme::Ink());
+        painter.setPen(host::theme::PaperInk());
         painter.setFont(print::Font(size, bold));
         const QString shown = QFontMetricsF(painter.font()).elidedText(print::Text(text), Qt::ElideRight, area.width());
         painter.drawText(area, Qt::AlignRight | Qt::AlignVCenter | Qt::TextSingleLine, shown);
@@ -232,7 +232,7 @@ void DivisionPrinter::Print(QPrinter &printer) const
             if (block.Paint)
                 block.Paint(painter, area);
         }
-        painter.setPen(host::theme::Ink());
+        painter.setPen(host::theme::PaperInk());
         painter.setFont(print::Font(LineSize));
         painter.drawText(foot, Qt::AlignCenter,
                          print::Text(host::PersianDigits(u"صفحه %1 از %2"_s.arg(number + 1).arg(pages.size()))));

@@ -1,7 +1,7 @@
 #include "division/sheet_painter.h"
 
 #include "host/controls/number_text.h"
-#include "host/look/theme.h"
+#include "host/look/palette.h"
 
 #include <QPainter>
 
@@ -13,7 +13,11 @@ namespace division {
 
 namespace {
 
-namespace theme = host::theme;
+/// What is cut is drawn as on paper, in whichever look the screen is.
+const host::Palette &Paper()
+{
+    return host::Palette::Light();
+}
 
 constexpr int MostDrawn = 12;        ///< sheets
 constexpr double Gap = 10;           ///< between sheets, logical pixels
@@ -59,7 +63,7 @@ void Write(QPainter &painter, const QRectF &place, const QString &text, const QC
 QColor Tint(int row)
 {
     constexpr int Tints = 6;
-    const QColor accent = theme::Accent();
+    const QColor accent = Paper().Accent;
     const double hue = accent.hslHueF() + static_cast<double>(row % Tints) * 0.61803;
     return QColor::fromHslF(static_cast<float>(hue - static_cast<int>(hue)), 0.45F, 0.87F);
 }
@@ -68,17 +72,17 @@ void PaintPiece(QPainter &painter, const QRectF &place, const PlacedPiece &piece
 {
     const bool typed = piece.Row == 0;
     const bool stands = piece.Row == current;
-    painter.setPen(QPen(typed || stands ? theme::Accent() : theme::InkSoft(), stands ? 2 : 1,
-                        typed ? Qt::DashLine : Qt::SolidLine));
-    painter.setBrush(typed ? theme::Surface() : stands ? theme::AccentSoft().darker(108) : Tint(piece.Row));
+    painter.setPen(
+        QPen(typed || stands ? Paper().Accent : Paper().InkSoft, stands ? 2 : 1, typed ? Qt::DashLine : Qt::SolidLine));
+    painter.setBrush(typed ? Paper().Surface : stands ? Paper().AccentSoft.darker(108) : Tint(piece.Row));
     painter.drawRect(place);
     if (piece.Waste) {
-        painter.setBrush(QBrush(theme::InkSoft(), Qt::BDiagPattern));
+        painter.setBrush(QBrush(Paper().InkSoft, Qt::BDiagPattern));
         painter.drawRect(place);
     }
     const double along = piece.Turned ? piece.Place.height() : piece.Place.width();
     const double across = piece.Turned ? piece.Place.width() : piece.Place.height();
-    Write(painter, place.adjusted(1, 1, -1, -1), isBar ? Measure(along) : Measures(along, across), theme::Ink());
+    Write(painter, place.adjusted(1, 1, -1, -1), isBar ? Measure(along) : Measures(along, across), Paper().Ink);
 }
 
 /// Where the sheets stand: columns, rows and the scale that lets all of them be seen.
@@ -111,8 +115,8 @@ Arrangement Arrange(const QSizeF &area, const QSizeF &sheet, int sheets, double 
 
 void PaintSheet(QPainter &painter, const QRectF &place, const SheetPlan &plan, int number, int current)
 {
-    painter.setPen(QPen(theme::Ink(), 1.4));
-    painter.setBrush(theme::Surface());
+    painter.setPen(QPen(Paper().Ink, 1.4));
+    painter.setBrush(Paper().Surface);
     painter.drawRect(place);
     const bool bar = plan.Sheet.IsBar();
     const double scaleX = place.width() / static_cast<double>(plan.Sheet.Length);
@@ -153,10 +157,10 @@ void PaintSheets(QPainter &painter, const QRectF &area, const SheetPlan &plan, i
         const QRectF place(right - size.width(), top, size.width(), size.height());
         PaintSheet(painter, place, plan, i, current);
         Write(painter, {place.left(), place.top() - caption, place.width(), caption}, Measure(sheet.width()),
-              theme::InkSoft());
+              Paper().InkSoft);
         if (!bar && i % to.Columns == to.Columns - 1)
             Write(painter, {place.left() - caption, place.top(), caption, place.height()}, Measure(sheet.height()),
-                  theme::InkSoft());
+                  Paper().InkSoft);
     }
     painter.restore();
 }
