@@ -184,7 +184,7 @@ QString RefusalLine(const Document &document, const host::TDetailRefusal &refusa
         const DocumentKind *kind = FindDocumentKind(row.OperationType);
         return kind && kind->answers != 0;
     };
-    const QString what = u"«%1» (%2)"_s.arg(refusal.Text, good);
+    QString what = u"«%1» (%2)"_s.arg(refusal.Text, good);
     switch (refusal.reason) {
     case Reason::Gone: {
         const QString title =

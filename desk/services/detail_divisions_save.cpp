@@ -189,7 +189,7 @@ QList<TDetailRefusal> DetailDivisions::InsertGoodDetailDivisionDetail(int code)
             .arg(ExitTable, detail_sql::ExitAmounts(), Keys, TotalAmount(u"s."_s, u"s.DetailValueID"_s), third,
                  QString::number(Exit), desk, number, Ledger(Exit, code))
             .arg(same));
-    const auto refusals = m_movements.GoodDetailsOperation_Save(quint8(Exit), code);
+    auto refusals = m_movements.GoodDetailsOperation_Save(quint8(Exit), code);
     if (refusals.isEmpty())
         transaction.Commit();
     return refusals;

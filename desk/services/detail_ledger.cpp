@@ -253,7 +253,7 @@ QList<TDetailRefusal> DetailMovements::GoodDetailsOperation_Save(quint8 operatio
         chosen + u" AND (Amount1_Exit > 0 OR Amount2_Exit > 0 OR Amount3_Exit > 0) ORDER BY ID"_s);
     GoodDetailsOperation_Discard(operationType, operationCode);
     m_values.DeleteUnusedDetailValuesAmong(u"SELECT DetailValueID FROM #DetailTouched"_s);
-    const QList<TDetailRefusal> refusals = Refusals(operationType, operationCode);
+    QList<TDetailRefusal> refusals = Refusals(operationType, operationCode);
     if (refusals.isEmpty())
         transaction.Commit();
     return refusals;
@@ -270,7 +270,7 @@ QList<TDetailRefusal> DetailMovements::GoodDetailsOperation_Delete(quint8 operat
     for (const QString &table : {u"GoodDetailKardexEnter_Temp"_s, u"GoodDetailKardexExit_Temp"_s})
         Run(u"DELETE FROM %1 WHERE "_s.arg(table) + Mine(Operation(operationType, operationCode)) + row);
     m_values.DeleteUnusedDetailValuesAmong(u"SELECT DetailValueID FROM #DetailTouched"_s);
-    const QList<TDetailRefusal> refusals = Refusals(operationType, operationCode);
+    QList<TDetailRefusal> refusals = Refusals(operationType, operationCode);
     if (refusals.isEmpty())
         transaction.Commit();
     return refusals;
