@@ -59,7 +59,7 @@ std::optional<host::TDivisionHeader> TDivision_DM::Load(int code)
 {
     // Header and rows are of one moment: by the header the save finds out whether another desk was faster.
     host::Transaction transaction(m_host.DM.ADOConnection1);
-    const auto header = m_host.detailDivisions.GoodDetailDivision_Header(code);
+    auto header = m_host.detailDivisions.GoodDetailDivision_Header(code);
     TGoodDetailDivision_Rec filled;
     if (!header || !TSerial_DM(m_host).GoodDetailDivision_Fill(code, filled))
         return std::nullopt;

@@ -68,7 +68,7 @@ QString TSerial_DM::GetGoodDetailDivisionComment(int divisionCode)
 {
     tmp_QRY.Open(u"SELECT gdd.Comment FROM GoodDetailDivisionDetail gdd WHERE gdd.DivisionCode = "_s +
                  QString::number(divisionCode));
-    const QString comment = tmp_QRY.IsEmpty() ? QString() : tmp_QRY.Text(u"Comment");
+    QString comment = tmp_QRY.IsEmpty() ? QString() : tmp_QRY.Text(u"Comment");
     tmp_QRY.Close();
     return comment;
 }

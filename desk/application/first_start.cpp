@@ -16,7 +16,7 @@ namespace desk {
 
 QString ChooseBackup(QWidget *parent)
 {
-    const QString file = QFileDialog::getOpenFileName(
+    QString file = QFileDialog::getOpenFileName(
         parent, u"نسخه‌ی پشتیبان"_s, QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation),
         u"پایگاه داده (*.db);;همه‌ی فایل‌ها (*)"_s);
     if (file.isEmpty())

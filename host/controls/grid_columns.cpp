@@ -143,7 +143,7 @@ QString Grid::CellText(const QModelIndex &index) const
 
 QString Grid::PlainText(const QModelIndex &index) const
 {
-    const QString value = index.data(Qt::EditRole).toString();
+    QString value = index.data(Qt::EditRole).toString();
     switch (m_columns.at(index.column() - 1).format) {
     case ColumnFormat::Code:
     case ColumnFormat::Quantity:
