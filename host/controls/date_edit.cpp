@@ -32,10 +32,10 @@ std::optional<QStringList> Parts(const QString &typed)
     text.remove(u'\u200e').remove(u'\u200f');
     if (!text.contains(u'/') && text.size() == 8)
         text.insert(6, u'/').insert(4, u'/');
-    const QStringList parts = text.split(u'/');
+    QStringList parts = text.split(u'/');
     if (parts.size() != 3)
         return {};
-    for (const QString &part : parts) {
+    for (const QString &part : std::as_const(parts)) {
         if (part.isEmpty() || part.size() > 4)
             return {};
         for (const QChar c : part)
