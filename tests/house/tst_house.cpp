@@ -69,8 +69,7 @@ void TestHouse::arrowsRunOneWay_data()
         {"screens", u"screens/ gooddetail/ data/ rules/ host/"},
         {"detailtypes", u"detailtypes/ rules/ host/"},
         {"gooddetail", u"gooddetail/ rules/ host/ screens/shared/leave_watch.h"},
-        {"division", u"division/ gooddetail/ rules/ host/"},
-        {"entry", u"entry/ screens/ detailtypes/ division/ gooddetail/ data/ rules/ host/"},
+        {"entry", u"entry/ screens/ detailtypes/ gooddetail/ data/ rules/ host/"},
         {"desk", u"desk/ rules/ host/ tsql/ entry/exports.h"},
         {"tests/outside_host", u"tests/outside_host/ tests/support/test_host.h host/ entry/exports.h"},
     };
@@ -107,11 +106,10 @@ void TestHouse::screensBuildNoStatement()
     static const QRegularExpression statement(u"\\b(select|insert|update|delete|exec)\\b"_s,
                                               QRegularExpression::CaseInsensitiveOption);
     QStringList wrong;
-    for (const QString &folder :
-         {u"screens"_s, u"detailtypes"_s, u"division"_s, u"gooddetail"_s, u"desk/documents"_s}) {
+    for (const QString &folder : {u"screens"_s, u"detailtypes"_s, u"gooddetail"_s, u"desk/documents"_s}) {
         for (const QString &file : FilesUnder(folder, {u"*.h"_s, u"*.cpp"_s})) {
             if (file.contains(u"/detail_types_dm") || file.contains(u"/serial_dm") ||
-                file.contains(u"/division_save") || (folder == u"desk/documents" && !Contents(file).contains(u"_FRM")))
+                (folder == u"desk/documents" && !Contents(file).contains(u"_FRM")))
                 continue;
             auto texts = literal.globalMatch(Contents(file));
             while (texts.hasNext()) {
