@@ -68,6 +68,7 @@ private slots:
     void editsWhatIsNotUsed();
     void meetsOtherDesks();
     void keepsTypedPartsApart();
+    void sendsAsManyStatementsForManyParts();
 
 private:
     QString Sum(const QString &where) const
@@ -262,6 +263,26 @@ void TestDivisions::keepsTypedPartsApart()
         service.GoodDetailDivision_GetALL(list, {from, to});
         QCOMPARE(list.RecordCount(), found);
     }
+}
+
+void TestDivisions::sendsAsManyStatementsForManyParts()
+{
+    QSet<quint64> sent;
+    test::Divider divider(m_desk->desk.host);
+    for (const int parts : {2, 500}) {
+        divider.Open();
+        QList<TAmounts> typed(parts, {0.01L, 0, 0, 0, 0, 1});
+        typed << TAmounts{5, 0, 0, 0, 0, host::Quantity(parts)};
+        divider.Take(5101, u"W"_s, {5 + parts * 0.01L}, typed);
+        const quint64 before = host::StatementsSent();
+        QCOMPARE(divider.Save(), QString());
+        divider.Open(divider.header.Code, TFormMode::Edit);
+        QCOMPARE(divider.Save(), QString());
+        QCOMPARE(Parts(divider.header.Code).size(), 2 * parts);
+        QCOMPARE(divider.Delete(divider.header.Code), QString());
+        sent << host::StatementsSent() - before;
+    }
+    QCOMPARE(sent.size(), 1);
 }
 
 REGISTER_TEST(TestDivisions)
