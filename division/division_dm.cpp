@@ -1,5 +1,6 @@
 #include "division/division_dm.h"
 
+#include "division/division_save.h"
 #include "gooddetail/serial_dm.h"
 #include "host/data/query.h"
 #include "host/data/transaction.h"
@@ -36,15 +37,16 @@ int TDivision_DM::NewCode()
 {
     host::Transaction transaction(m_host.DM.ADOConnection1);
     m_host.entities.ReleaseCodes(Part); // and those of desks that are gone
-    int code = host::Scalar(m_host.DM.ADOConnection1,
-                            u" SELECT ISNULL(MAX(Code), 0) + 1 FROM ( SELECT MAX(Code) AS Code FROM GoodDetailDivision "
-                            "UNION ALL SELECT CAST(Code AS BIGINT) FROM CodeLock_TBL WHERE Status = %1 ) AS T1 "_s.arg(
-                                static_cast<int>(Part)))
-                   .toInt();
+    int code = division::NewCode(m_host);
     while (!m_host.entities.ReserveCode(Part, code))
         ++code;
     transaction.Commit();
     return code;
+}
+
+QString TDivision_DM::UsedBy(int code, int row) const
+{
+    return division::UsedText(m_host, code, row, 0).section(u'\n', 1);
 }
 
 void TDivision_DM::Begin()

@@ -34,6 +34,8 @@ public:
     void OpenList(const host::TDayRange &days);
     /// Whether no part of the division, or of one row of it, has been used since.
     bool MayDelete(int code, int row = 0) const;
+    /// By what: a line for each part that was.
+    QString UsedBy(int code, int row = 0) const;
 
     // A division in its editor -------------------------------------------------------------------------------------
 

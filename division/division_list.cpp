@@ -135,6 +135,7 @@ void TGoodDetailDivision_List_FRM::Delete()
     if (!m_data.MayDelete(code)) {
         host::SmartMessage(findChild<QPushButton *>(u"Delete_BTN"_s), host::message::ItemInUse, {Document})
             .say(m_host.messages);
+        m_ui->Count_LBL->setText(m_data.UsedBy(code));
         return;
     }
     if (!m_host.messages.MsgDeleteItem(Document))

@@ -2,6 +2,7 @@
 
 #include "desk/tour/bulk_steps.h"
 #include "desk/tour/detail_type_steps.h"
+#include "desk/tour/division_steps.h"
 #include "desk/tour/document_steps.h"
 #include "desk/tour/label_steps.h"
 #include "desk/tour/list_command_steps.h"
@@ -184,6 +185,7 @@ QList<TourStep> TourSteps(MainWindow &window, DeskHost &desk, const TakePicture 
     EditorTabs(*script);
     OpeningRowSteps(*script);
     DocumentSteps(*script);
+    DivisionSteps(*script);
     AddGood(*script);
     CorrectGood(*script);
     DeleteGood(*script);

@@ -16,6 +16,7 @@ class TestDurability : public QObject
 private slots:
     void killedWhileSaving();
     void killedWhileChangingMany();
+    void killedWhileSelling_data();
     void killedWhileSelling();
 };
 
@@ -111,11 +112,21 @@ void TestDurability::killedWhileChangingMany()
     }
 }
 
+void TestDurability::killedWhileSelling_data()
+{
+    QTest::addColumn<QStringList>("work");
+    QTest::addColumn<QString>("counted");
+    QTest::newRow("documents") << QStringList() << u"SELECT COUNT(*) FROM Documents"_s;
+    QTest::newRow("divisions") << QStringList{u"divide"_s} << u"SELECT COUNT(*) FROM GoodDetailDivision"_s;
+}
+
 /// What the check of goods-sql asks is true after each kill.
 void TestDurability::killedWhileSelling()
 {
     if (test::Database::OnServer())
         QSKIP("about the file of the embedded database");
+    QFETCH(QStringList, work);
+    QFETCH(QString, counted);
     const test::Database database(test::Database::Content::Demo);
     QFile script(QString::fromUtf8(GOODS_SOURCES) + u"/desk/database/check.sql"_s);
     QVERIFY(script.open(QIODevice::ReadOnly));
@@ -123,12 +134,12 @@ void TestDurability::killedWhileSelling()
     QVERIFY(checks.size() > 5);
     int before = 0;
     for (int kill = 0; kill < 50; ++kill) {
-        KillAtWork({database.Name()}, 300000, SELLING_DESK); // several documents long
+        KillAtWork(QStringList{database.Name()} + work, 300000, SELLING_DESK); // several documents long
         if (QTest::currentTestFailed())
             return;
         for (const QString &check : checks)
             QCOMPARE(database.Rows(check), QStringList());
-        const int after = database.Scalar(u"SELECT COUNT(*) FROM Documents"_s).toInt();
+        const int after = database.Scalar(counted).toInt();
         QVERIFY2(after > before, "what was saved before the kill is gone");
         before = after;
     }

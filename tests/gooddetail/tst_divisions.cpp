@@ -1,8 +1,7 @@
 #include "desk/services/detail_sql.h"
-#include "division/division_save.h"
-#include "host/data/query.h"
 #include "host/data/sql_text.h"
 #include "tests/desk/document_fixture.h"
+#include "tests/gooddetail/division_fixture.h"
 #include "tests/gooddetail/shop_fixture.h"
 #include "tests/support/test_main.h"
 
@@ -43,82 +42,6 @@ void FurnishUnits(const test::Database &database)
     good(5105, 1, u"S"_s, {7.5L, 0, 7.5L, 2.5L, 1.5L, 2});
 }
 
-/// One desk at work on a division.
-struct Divider
-{
-    explicit Divider(Desk &used) : desk(used), service(used.desk.detailDivisions) {}
-
-    void Open(int code, TFormMode mode)
-    {
-        header = {code, u"1405/02/03"_s, u"cut"_s, 0};
-        openedAs = mode;
-        if (mode == TFormMode::Edit) {
-            TGoodDetailDivision_Rec record;
-            QVERIFY(desk.serials.GoodDetailDivision_Fill(code, record));
-            header.Revision = service.GoodDetailDivision_Header(code)->Revision;
-            return;
-        }
-        service.CreateGoodDetailDivisionDetailTempTable();
-        service.CreateGoodDetailDivisionDetailItemsTempTable();
-    }
-    /// Takes of a unit, as the items screen does on OK; each part has the amounts of its pieces together.
-    int Take(int good, const QString &serial, const TAmounts &taken, const QList<TAmounts> &parts, bool waste = false)
-    {
-        return Retake(service.GetOperationRow(), good, serial, taken, parts, waste);
-    }
-    int Retake(int row, int good, const QString &serial, const TAmounts &taken, const QList<TAmounts> &parts,
-               bool waste = false)
-    {
-        host::TDocumentLine line{good, 1, quint8(good == 5103 ? 3 : 1), 24, false, header.Code, row, 0};
-        const int value = host::Scalar(desk.connection, u"select MIN(v.ID) from GoodDetailValues v inner join "
-                                                        "GoodDetailValueDetails d on d.DetailValueID = v.ID where "
-                                                        "v.GoodCode = %1 and d.[Value] = N'%2'"_s.arg(good)
-                                                            .arg(serial))
-                              .toInt();
-        const auto source = service.GoodDetailDivision_Source(line, value);
-        if (!source)
-            return 0;
-        service.GoodDetailDivisionDetailItemsTemp_Begin(header.Code, row);
-        service.GoodDetailDivisionDetailItemsTempDeleteAllRow(row);
-        for (const TAmounts &part : parts)
-            service.GoodDetailDivisionDetailItemsTempInsertRow({header.Code, row, 0, part, waste});
-        service.GoodDetailDivisionDetailTempDelete(header.Code, row);
-        const host::TDivisionRow accepted{header.Code, row, *source, u"a"_s, u"g"_s, taken, u"c"_s};
-        service.InsertGoodDetailDivisionDetailTemp_Row(accepted);
-        service.GoodDetailDivisionDetailItemsTemp_Update_Tmp(row, 1, 0);
-        service.Insert_GoodDetailKardexExit_Temp_Row(accepted);
-        return row;
-    }
-    void Drop(int row)
-    {
-        service.Delete_GoodDetailKardexTemp(host::TOperationType::DivisionExit, header.Code, row);
-        service.GoodDetailDivisionDetailTempDelete(header.Code, row);
-        service.GoodDetailDivisionDetailItemsTempDelete(header.Code, row);
-    }
-    QString Save()
-    {
-        return Told([&] { division::Save(desk.desk.host, header, openedAs); });
-    }
-    QString Delete(int code)
-    {
-        return Told([&] { division::Delete(desk.desk.host, code); });
-    }
-    template <typename Step> static QString Told(const Step &step)
-    {
-        try {
-            step();
-            return {};
-        } catch (const DivisionRefused &refused) {
-            return refused.Text();
-        }
-    }
-
-    Desk &desk;
-    host::DetailDivisionService &service;
-    host::TDivisionHeader header;
-    TFormMode openedAs = TFormMode::New;
-};
-
 } // namespace
 
 class TestDivisions : public QObject
@@ -142,8 +65,16 @@ private slots:
     }
     void dividesUnits_data();
     void dividesUnits();
+    void editsWhatIsNotUsed();
+    void meetsOtherDesks();
+    void keepsTypedPartsApart();
+    void sendsAsManyStatementsForManyParts();
 
 private:
+    QString Sum(const QString &where) const
+    {
+        return m_database->Rows(u"select SUM(Amount1) from GoodDetailKardex where "_s + where).join(u',');
+    }
     QStringList Parts(int code) const
     {
         return m_database->Rows(
@@ -186,8 +117,8 @@ void TestDivisions::dividesUnits()
     QFETCH(QString, unit);
     QFETCH(TAmounts, taken);
     QFETCH(QList<TAmounts>, parts);
-    Divider divider(*m_desk);
-    divider.Open(division::NewCode(m_desk->desk.host), TFormMode::New);
+    test::Divider divider(m_desk->desk.host);
+    divider.Open();
     const auto before = m_database->Rows(u"select Amount1 from GoodStoreStock where GoodCode = %1"_s.arg(good));
     QCOMPARE(divider.Take(good, unit, taken, parts), 1);
     QCOMPARE(divider.Save(), QString());
@@ -199,6 +130,159 @@ void TestDivisions::dividesUnits()
     QCOMPARE(m_database->Scalar(u"select count(*) from GoodDetailValueDetails where [Value] like N'%/%'"_s).toInt(), 0);
     QCOMPARE(m_database->Rows(u"select OperationType from GoodDetailKardex where GoodCode = %1"_s.arg(good)),
              QStringList{u"3"_s});
+}
+
+void TestDivisions::editsWhatIsNotUsed()
+{
+    test::Divider divider(m_desk->desk.host);
+    divider.Open();
+    const int wheel = divider.Take(5101, u"W"_s, {4}, {{4, 0, 0, 0, 0, 2}});
+    const int roll = divider.Take(5103, u"R"_s, {50, 1, 0, 0, 0, 50}, {{50, 2, 0, 0, 0, 25}}, true);
+    QCOMPARE(divider.Save(), QString());
+    const QStringList first =
+        m_database->Rows(u"select ID, DetailValueID from GoodDetailKardex where OperationType = 25 "
+                         "and OperationRow = 1 order by ID"_s);
+    divider.Open(); // a part of a part
+    divider.Take(5101, u"W/1"_s, {1.5L}, {{1, 0, 0, 0, 0, 1}, {0.5L, 0, 0, 0, 0, 1}});
+    QCOMPARE(divider.Save(), QString());
+    QCOMPARE(Parts(2).join(u' ').count(u"W/1/"_s), 2);
+
+    // Rows without used parts change, the others keep what they have.
+    const QString used = u"10006, تقسیم جزئیات\n«W/1»: تقسیم جزئیات شماره ۲ (g5101)"_s;
+    divider.Open(1, TFormMode::Edit);
+    divider.Retake(roll, 5103, u"R"_s, {50, 1, 0, 0, 0, 50}, {{30, 1, 0, 0, 0, 30}, {20, 1, 0, 0, 0, 20}});
+    QCOMPARE(divider.Save(), QString());
+    QCOMPARE(
+        m_database->Rows(u"select ID, DetailValueID from GoodDetailKardex where OperationType = 25 and OperationCode "
+                         "= 1 and OperationRow = 1 order by ID"_s),
+        first);
+    QCOMPARE(Sum(u"GoodCode = 5103"_s), u"100"_s);
+    for (const bool drop : {false, true}) {
+        divider.Open(1, TFormMode::Edit);
+        if (drop)
+            divider.Drop(wheel);
+        else
+            divider.Retake(wheel, 5101, u"W"_s, {3}, {{3, 0, 0, 0, 0, 2}});
+        QCOMPARE(divider.Save(), used);
+        QCOMPARE(divider.Delete(1), used); // in the wrong order
+        QCOMPARE(Sum(u"OperationType = 25 and OperationCode = 1 and OperationRow = 1"_s), u"4"_s);
+    }
+    QVERIFY(!m_desk->desk.detailDivisions.CheckGoodDetailDivisionDelete(1, 0, 0));
+    QVERIFY(!m_desk->desk.detailDivisions.CheckGoodDetailDivisionDelete(1, wheel, 1));
+    QVERIFY(m_desk->desk.detailDivisions.CheckGoodDetailDivisionDelete(1, roll, 0));
+    QCOMPARE(divider.Delete(2), QString());
+    divider.Open(1, TFormMode::Edit); // a changed part keeps its values, more pieces are numbered on
+    divider.Retake(wheel, 5101, u"W"_s, {6}, {{6, 0, 0, 0, 0, 3}});
+    QCOMPARE(divider.Save(), QString());
+    QCOMPARE(Parts(1).filter(u"W/"_s), (QStringList{u"W/1|2|0|2|0|0|0"_s, u"W/2|2|0|2|0|0|0"_s, u"W/3|2|0|2|0|0|0"_s}));
+    QStringList units;
+    for (const auto &unit : m_desk->desk.detailDivisions.GoodDetailDivision_FindUnits(u"W"_s))
+        units << unit.DetailTitle[0];
+    QCOMPARE(units, (QStringList{u"W"_s, u"W/1"_s, u"W/2"_s, u"W/3"_s}));
+    divider.Open(1, TFormMode::Edit);
+    divider.Drop(wheel);
+    QCOMPARE(divider.Save(), QString());
+    QCOMPARE(Sum(u"GoodCode = 5101"_s) + u' ' + Sum(u"GoodCode = 5101 and OperationType <> 3"_s), u"12.4 NULL"_s);
+}
+
+void TestDivisions::meetsOtherDesks()
+{
+    Desk other(*m_database, m_database->AnotherConnection());
+    other.desk.settings.SignIn(1);
+    test::Divider here(m_desk->desk.host);
+    test::Divider there(other.desk.host);
+    here.Open();
+    there.Open();
+    there.header.Code = 2;
+    for (test::Divider *each : {&here, &there})
+        each->Take(5101, u"W"_s, {10}, {{10, 0, 0, 0, 0, 2}});
+    QCOMPARE(here.Save(), QString());
+    const QString gone = there.Save();
+    QVERIFY2(gone.contains(u"«W» (g5101) در انبار «a»"_s), qPrintable(gone));
+    QCOMPARE(Sum(u"GoodCode = 5101 and OperationType = 24"_s), u"-10"_s);
+    there.header.Code = 1;
+    QVERIFY(there.Save().contains(u"کد ۱"_s));
+    there.service.Delete_GoodDetailKardexTemp(host::TOperationType::DivisionExit, 2, 1);
+
+    for (test::Divider *each : {&here, &there}) {
+        each->Open(1, TFormMode::Edit);
+        each->Retake(1, 5101, u"W"_s, {each == &here ? 9.0L : 8.0L}, {{each == &here ? 9.0L : 8.0L, 0, 0, 0, 0, 1}});
+    }
+    QCOMPARE(there.Save(), QString());
+    QVERIFY(here.Save().contains(u"تقسیم جزئیات شماره ۱"_s));
+    QCOMPARE(Parts(1), QStringList{u"W/1|8|0|8|0|0|0"_s});
+    here.service.Delete_GoodDetailKardexTemp(host::TOperationType::DivisionExit, 1, 1);
+    there.Open(1, TFormMode::Edit); // does not come to what is taken
+    there.Retake(1, 5101, u"W"_s, {8}, {{7, 0, 0, 0, 0, 1}});
+    QVERIFY(there.Save().contains(u"اختلاف -۱"_s));
+    QCOMPARE(here.Delete(1), QString());
+    QVERIFY(there.Delete(1).contains(u"حذف کرده است"_s));
+}
+
+void TestDivisions::keepsTypedPartsApart()
+{
+    host::DetailDivisionService &service = m_desk->desk.detailDivisions;
+    test::Divider divider(m_desk->desk.host);
+    divider.Open();
+    divider.Take(5105, u"S"_s, {3.75L, 0, 0, 2.5L, 1.5L, 1}, {{3.75L, 0, 0, 2.5L, 1.5L, 1}});
+    const int row = divider.Take(5101, u"W"_s, {3}, {{1, 0, 0, 0, 0, 1}, {2, 0, 0, 0, 0, 2}});
+    service.GoodDetailDivisionDetailItemsTemp_Begin(1, row);
+    const int added = service.GoodDetailDivisionDetailItemsTempInsertRow({1, row, 0, {6, 8, 0, 2, 1.5L, 4}, true});
+    QCOMPARE(added, 4); // the parts of a division are numbered through
+    QCOMPARE(service.GoodDetailDivisionDetailItemsTemp_Get_OperationRow_By_Amounts(row, 1, 0, false), 2);
+    QCOMPARE(service.GoodDetailDivisionDetailItemsTemp_Get_OperationRow_By_Amounts(row, 1.5L, 2, true), 4);
+    QCOMPARE(service.GoodDetailDivisionDetailItemsTemp_Get_OperationRow_By_LengthWidth(row, 2, 1.5L, true), 4);
+    QCOMPARE(service.GoodDetailDivisionDetailItemsTemp_Get_OperationRow_By_LengthWidth(row, 2, 1.5L, false), 0);
+    QCOMPARE(service.GoodDetailDivisionDetailItemsTemp_Get_OperationRow_By_Amount3(row, 4, true), 4);
+    QCOMPARE(service.GoodDetailDivisionDetailItemsTemp_Get_Amount1_By_OperationRow(2), 1.0L);
+    QCOMPARE(service.GoodDetailDivisionDetailItemsTemp_Get_Amount3_By_OperationRow(4), 4.0L);
+    QCOMPARE(service.GoodDetailDivisionDetailItemsTemp_Sum(row).Amount1, 9.0L);
+    service.GoodDetailDivisionDetailItemsTempUpdateRow({1, row, 4, {7, 0, 0, 0, 0, 1}, false});
+    QVERIFY(service.GoodDetailDivisionDetailItemsTemp_Row(row, 4)->Amounts.Amount1 == 7);
+    const auto accepted = [&] {
+        return m_database->Rows(u"select OperationRow from #GoodDetailDivisionDetailItemsTemp where Tmp = 0 and "
+                                "DivisionRow = %1 order by ID"_s.arg(row));
+    };
+    service.GoodDetailDivisionDetailItemsTemp_Discard();
+    QCOMPARE(accepted(), (QStringList{u"2"_s, u"3"_s}));
+    service.GoodDetailDivisionDetailItemsTemp_Begin(1, row);
+    service.GoodDetailDivisionDetailItemsTempDeleteRow(row, 2);
+    service.GoodDetailDivisionDetailItemsTemp_Update_Tmp(row, 1, 0);
+    QCOMPARE(accepted(), QStringList{u"3"_s});
+    QVERIFY(service.GoodDetailDivisionDetailTemp_Row(row)->Source.OnHand.Amount1 == 12.4L);
+    QCOMPARE(service.GoodDetailDivisionDetailTemp_Get_Comment(row), u"c"_s);
+
+    QVERIFY(!divider.Save().isEmpty()); // 2 of the 3
+    divider.Drop(row);
+    QCOMPARE(divider.Save(), QString());
+    host::Dataset list(m_desk->connection);
+    for (const auto &[from, to, found] : {std::tuple{u""_s, u""_s, 1},
+                                          {u"1405/02/03"_s, u"1405/02/03"_s, 1},
+                                          {u"1405/02/04"_s, u""_s, 0},
+                                          {u""_s, u"1405/02/02"_s, 0}}) {
+        service.GoodDetailDivision_GetALL(list, {from, to});
+        QCOMPARE(list.RecordCount(), found);
+    }
+}
+
+void TestDivisions::sendsAsManyStatementsForManyParts()
+{
+    QSet<quint64> sent;
+    test::Divider divider(m_desk->desk.host);
+    for (const int parts : {2, 500}) {
+        divider.Open();
+        QList<TAmounts> typed(parts, {0.01L, 0, 0, 0, 0, 1});
+        typed << TAmounts{5, 0, 0, 0, 0, host::Quantity(parts)};
+        divider.Take(5101, u"W"_s, {5 + parts * 0.01L}, typed);
+        const quint64 before = host::StatementsSent();
+        QCOMPARE(divider.Save(), QString());
+        divider.Open(divider.header.Code, TFormMode::Edit);
+        QCOMPARE(divider.Save(), QString());
+        QCOMPARE(Parts(divider.header.Code).size(), 2 * parts);
+        QCOMPARE(divider.Delete(divider.header.Code), QString());
+        sent << host::StatementsSent() - before;
+    }
+    QCOMPARE(sent.size(), 1);
 }
 
 REGISTER_TEST(TestDivisions)

@@ -259,11 +259,15 @@ struct FakeDetailDivisions : host::DetailDivisionService
     void GoodDetailDivisionDetailItemsTempInsert_Rows(int code) override { calls << Call("Items", code); }
     void GoodDetailDivision_GetALL(host::Dataset &, const host::TDayRange &) override {}
     void GoodDetailDivisionDetail_Get(host::Dataset &) override {}
-    void GoodDetailDivisionDetailItems_Get(host::Dataset &, int, int) override {}
+    void GoodDetailDivisionDetailItems_Get(host::Dataset &query, int, int) override
+    {
+        if (!parts.isEmpty())
+            query.Open(parts);
+    }
     std::optional<host::TDivisionHeader> GoodDetailDivision_Header(int) override { return {}; }
     std::optional<host::TDivisionSource> GoodDetailDivision_Source(const host::TDocumentLine &, int) override
     {
-        return {};
+        return source;
     }
     QList<host::TDivisionSource> GoodDetailDivision_FindUnits(const QString &) override { return {}; }
     int GetOperationRow() override { return 1; }
@@ -312,6 +316,8 @@ struct FakeDetailDivisions : host::DetailDivisionService
     }
     void DeleteGoodDetailDivision(int code) override { calls << Call("Delete", code); }
 
+    std::optional<host::TDivisionSource> source;
+    QString parts; ///< the statement that gives the parts of a row
     QStringList calls;
 };
 
