@@ -64,9 +64,9 @@ void TGoodDetailDivision_Get_FRM::BuildGrids()
 {
     host::Grid *rows = m_ui->GoodDetailDivisionDetail_GRD;
     rows->SetColumns(QList<GridColumn>{{u"StoreName"_s, u"انبار"_s, 110},
-                                       {u"GoodName"_s, u"نام کالا"_s, 200},
+                                       {u"GoodName"_s, u"نام کالا"_s, 180},
                                        {u"GoodDetail"_s, u"جزییات"_s, 150}} +
-                     AmountColumns() + QList<GridColumn>{{u"Comment"_s, u"توضیحات"_s, 150}});
+                     AmountColumns() + QList<GridColumn>{{u"Comment"_s, u"توضیحات"_s, 120}});
     rows->SetSource(&m_data.Rows_QRY, u"OperationRow"_s);
     host::Grid *items = m_ui->GoodDetailDivisionDetailItems_GRD;
     items->SetColumns(AmountColumns() + QList<GridColumn>{{u"Waste"_s, u"ضایعات"_s, 80, false, ColumnFormat::Flag}});

@@ -159,7 +159,7 @@ void DivisionPrinter::AddRow(std::vector<Block> &blocks, int place, double pageH
 {
     const host::Dataset &rows = m_data.Rows_QRY;
     const auto text = [&](QStringView field) { return rows.FieldAt(place, field).toString().trimmed(); };
-    QStringList names{text(u"GoodName"), text(u"GoodDetail"), u"انبار "_s + text(u"StoreName")};
+    QStringList names{text(u"GoodName"), text(u"GoodDetail"), text(u"StoreName")};
     names.removeAll(QString());
     blocks.push_back({Gap, true, {}});
     blocks.push_back({LineHeight, true,

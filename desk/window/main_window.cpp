@@ -70,7 +70,7 @@ MainWindow::MainWindow(DeskHost &desk, GoodsModule &module, const QString &datab
     for (const QString &name : {u"GoodsList"_s, u"NewGood"_s, u"DetailTypes"_s, u"Choose"_s, u"Documents"_s,
                                 u"NewSale"_s, u"NewPurchase"_s, u"Divisions"_s, u"Groups"_s, u"Stores"_s, u"Units"_s,
                                 u"OpeningStock"_s, u"DetailHistory"_s, u"Rights"_s, u"Settings"_s, u"User"_s})
-        tiles << Command(name + u"_ACT");
+        tiles << Command(name + u"_ACT"_s);
     m_home = new HomePage(tiles);
     m_pages->addTab(m_home, u"آغاز"_s);
     m_pages->tabBar()->setFocusPolicy(Qt::NoFocus); // the keys belong to the page

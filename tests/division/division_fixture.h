@@ -39,7 +39,10 @@ struct Divisions : test::QuietDesk
         data.Begin();
         const host::TDocumentLine line{Sheets, Store, 5, static_cast<quint8>(host::TOperationType::DivisionExit),
                                        false,  code,  1};
-        host::TDivisionRow row{code, 1, divisions.GoodDetailDivision_Source(line, ValueOf(serial)).value()};
+        host::TDivisionRow row;
+        row.DivisionCode = code;
+        row.OperationRow = 1;
+        row.Source = divisions.GoodDetailDivision_Source(line, ValueOf(serial)).value();
         row.Taken = {3.75L, 0, 3.75L, 2.5L, 1.5L, 1};
         divisions.InsertGoodDetailDivisionDetailTemp_Row(row);
         divisions.Insert_GoodDetailKardexExit_Temp_Row(row);

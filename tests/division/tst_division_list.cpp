@@ -10,7 +10,7 @@
 
 namespace {
 
-/// Divisions 1 to 3 of sheets 1, 2 and again the larger part of sheet 1.
+/// Divisions 1 and 2, of sheets 1 and 2.
 struct List : fixture::Divisions
 {
     List()
