@@ -208,7 +208,7 @@ private slots:
             QStringList values;
             for (int row = 1; row <= rows; ++row)
                 values << u"(%1,0,5,0,null,%1)"_s.arg(row);
-            f.database.Exec(u"delete from Stores"_s);
+            f.database.Exec(u"delete from GoodFirstAsset delete from Stores"_s);
             for (int row = 1; row <= rows; ++row)
                 f.database.Exec(u"insert into Stores(Code,Name) values(%1,N's%1')"_s.arg(row));
             f.host.entities.lists[105] = {{1, u"s1"_s}};
