@@ -34,6 +34,12 @@ constexpr int DetailWidth = 104;
 constexpr int AmountWidth = 92;
 constexpr int TitleMargin = 28;
 
+/// The line under a mnemonic parts letters that are joined otherwise: the text is wider than its size hint.
+int CaptionWidth(const QLabel *caption)
+{
+    return caption->sizeHint().width() + 2 * caption->fontMetrics().averageCharWidth();
+}
+
 } // namespace
 
 TDetailLine_FRM::TDetailLine_FRM(host::Host &host, InputMode mode)
@@ -293,15 +299,18 @@ void TDetailLine_FRM::ShowAmountInputs()
 void TDetailLine_FRM::AlignCaptions()
 {
     const int choice = m_panel->Serial_RD->sizeHint().width() + m_panel->serialGrid->horizontalSpacing();
-    int width = qMax(Inputs().CaptionWidth(), m_captions[0]->sizeHint().width());
-    width = qMax(width, m_panel->Good_LBL->sizeHint().width());
+    int width = qMax(Inputs().CaptionWidth(), CaptionWidth(m_captions[0]));
+    width = qMax(width, CaptionWidth(m_panel->Good_LBL));
     if (HasSerial())
-        width = qMax(width, choice + m_panel->Serial_LBL->sizeHint().width());
+        width = qMax(width, choice + CaptionWidth(m_panel->Serial_LBL));
     if (HasBarcode())
-        width = qMax(width, m_panel->Barcode_LBL->sizeHint().width());
+        width = qMax(width, CaptionWidth(m_panel->Barcode_LBL));
     m_panel->Serial_LBL->setMinimumWidth(qMax(0, width - choice));
     for (QLabel *caption : {m_panel->Barcode_LBL, m_captions[0], m_panel->Good_LBL, m_panel->Store_LBL})
         caption->setMinimumWidth(width);
+    for (QLabel *caption :
+         {m_captions[1], m_captions[2], m_captions[3], m_panel->SerialFrom_LBL, m_panel->SerialTo_LBL})
+        caption->setMinimumWidth(CaptionWidth(caption));
     Inputs().SetCaptionWidth(width);
 }
 
