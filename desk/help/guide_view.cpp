@@ -1,7 +1,6 @@
 #include "desk/help/guide_view.h"
 
 #include "desk/help/guide.h"
-#include "host/look/theme.h"
 
 #include <QTextBlock>
 #include <QTextTable>
@@ -13,10 +12,12 @@ namespace desk {
 namespace {
 
 constexpr int Margin = 18;
+constexpr int PictureHeight = 320; // the keys below it are what is looked for
 constexpr int CellPadding = 5;
+constexpr int TableMargin = 10;
 constexpr int LineHeight = 135; // percent: texts are read here, not entered
 
-void ArrangeTables(QTextFrame *root)
+void ArrangeTables(QTextFrame *root, const QPalette &palette)
 {
     const auto frames = root->childFrames();
     for (QTextFrame *frame : frames) {
@@ -24,11 +25,13 @@ void ArrangeTables(QTextFrame *root)
         if (!table)
             continue;
         QTextTableFormat format = table->format();
-        format.setLayoutDirection(Qt::RightToLeft);
         format.setWidth(QTextLength(QTextLength::PercentageLength, 100));
         format.setCellPadding(CellPadding);
         format.setCellSpacing(0);
         format.setBorder(1);
+        format.setBorderBrush(palette.color(QPalette::Mid));
+        format.setTopMargin(TableMargin);
+        format.setBottomMargin(TableMargin);
         format.setBorderCollapse(true);
         format.setBorderStyle(QTextFrameFormat::BorderStyle_Solid);
         table->setFormat(format);
@@ -42,7 +45,9 @@ GuideView::GuideView(QWidget *parent) : QTextBrowser(parent)
     setObjectName(u"Guide_TXT"_s);
     setAccessibleName(u"متن راهنما"_s);
     setOpenExternalLinks(false);
-    setFrameShape(QFrame::NoFrame);
+    setStyleSheet(u"QTextEdit, QTextEdit:focus { border: none; }"_s);
+    // A bar that came with the page would take room from its picture.
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
 }
 
 QVariant GuideView::loadResource(int type, const QUrl &name)
@@ -51,14 +56,14 @@ QVariant GuideView::loadResource(int type, const QUrl &name)
         return guide::TextOf(name);
     if (type != QTextDocument::ImageResource)
         return {};
-    QImage picture = guide::Picture(name.path());
-    const int room = viewport()->width() - 2 * Margin;
-    if (!picture.isNull() && picture.width() > room) {
-        const qreal ratio = devicePixelRatioF();
-        picture = picture.scaledToWidth(qMin(picture.width(), qRound(room * ratio)), Qt::SmoothTransformation);
-        picture.setDevicePixelRatio(picture.width() / qreal(room));
-    }
-    return picture;
+    const QImage picture = guide::Picture(name.path());
+    const QSize room(viewport()->width() - 2 * Margin, PictureHeight);
+    if (picture.isNull() || QRect({}, room).contains(picture.rect()))
+        return picture;
+    const qreal ratio = devicePixelRatioF();
+    QImage fitting = picture.scaled(room * ratio, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    fitting.setDevicePixelRatio(ratio);
+    return fitting;
 }
 
 void GuideView::doSetSource(const QUrl &page, QTextDocument::ResourceType type)
@@ -77,7 +82,7 @@ void GuideView::Arrange()
     direction.setLayoutDirection(Qt::RightToLeft);
     direction.setLineHeight(LineHeight, QTextBlockFormat::ProportionalHeight);
     all.mergeBlockFormat(direction);
-    ArrangeTables(document()->rootFrame());
+    ArrangeTables(document()->rootFrame(), palette());
 }
 
 } // namespace desk

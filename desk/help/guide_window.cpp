@@ -29,6 +29,7 @@ GuideWindow::GuideWindow(QWidget *owner) : QDialog(owner), m_view(new GuideView(
     resize(Usual.boundedTo(screen()->availableSize() - host::theme::WindowFrame));
     auto *commands = new QHBoxLayout;
     commands->setContentsMargins(8, 6, 8, 6);
+    commands->setSpacing(6);
     const auto add = [&](const QString &name, const QString &caption, const QList<QKeySequence> &keys, auto run) {
         auto *button = new QPushButton(caption, this);
         button->setObjectName(name);

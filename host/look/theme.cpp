@@ -220,6 +220,8 @@ void Apply(QApplication &application)
     palette.setColor(QPalette::PlaceholderText, QColor(0x7c, 0x8a, 0x96));
     palette.setColor(QPalette::Highlight, Accent());
     palette.setColor(QPalette::HighlightedText, Qt::white);
+    palette.setColor(QPalette::Link, Accent());
+    palette.setColor(QPalette::LinkVisited, Accent());
     application.setPalette(palette);
     application.setStyleSheet(StyleSheet());
 }
