@@ -3,6 +3,7 @@
 
 #include "bench/bulk.h"
 #include "bench/details.h"
+#include "bench/division.h"
 #include "bench/engine.h"
 #include "bench/floor.h"
 #include "bench/list_work.h"
@@ -299,6 +300,7 @@ std::vector<bench::RoundTrips> MeasureShop(Report &report, int goods)
     bench::MeasureListWork(report, shop);
     bench::MeasureBulk(report, shop);
     bench::MeasureDetails(report, shop);
+    bench::MeasureDivision(report, shop);
     auto trips = bench::WatchRoundTrips(shop, SomeGood(shop));
     bench::MeasureOpening(report, shop, floor);
     return trips;

@@ -229,4 +229,18 @@ const char16_t *Select_GoodDetail_Multible(const char16_t *caption, std::int32_t
     });
     return chosenDetails.c_str();
 }
+
+void Open_GoodDetailDivision()
+{
+    Module::Run([](Module &module) { module.OpenDivisions(); });
+}
+
+std::uint8_t Open_GoodDetailDivision_DetailItems(std::int32_t detailValue, std::int32_t store, std::int32_t good,
+                                                 long double amount1, long double amount2, long double length,
+                                                 long double width, long double amount3)
+{
+    return Module::Run([&](Module &module) {
+        return module.DivideDetail({{detailValue, store, good}, {amount1, amount2, length, width, amount3}});
+    });
+}
 }

@@ -129,4 +129,16 @@ GOODS_EXPORT std::uint8_t Open_GoodDetail(std::int32_t mode, std::uint8_t operat
 /// for; `text` and `kind` have no meaning.
 GOODS_EXPORT const char16_t *Select_GoodDetail_Multible(const char16_t *caption, std::int32_t company,
                                                         std::uint8_t mode, const char16_t *text, std::uint8_t kind);
+
+/// Opens the list of divisions of details, from which they are made, changed and removed. Tells why when the settings
+/// leave nothing to divide. It asks for no right: the host decides who may call it.
+GOODS_EXPORT void Open_GoodDetailDivision();
+
+/// Divides one unit on hand into parts and saves that as a division of today: the unit that
+/// `Select_GoodDetail_Multible` gives in mode 1 or 2, its fields in their order. 1 only when the screen was closed with
+/// OK. What the store has of the unit counts, not the quantities that are handed in.
+GOODS_EXPORT std::uint8_t Open_GoodDetailDivision_DetailItems(std::int32_t detailValue, std::int32_t store,
+                                                              std::int32_t good, long double amount1,
+                                                              long double amount2, long double length,
+                                                              long double width, long double amount3);
 }

@@ -1,6 +1,8 @@
 #include "entry/module.h"
 
 #include "detailtypes/detail_types_list.h"
+#include "division/division_items.h"
+#include "division/division_list.h"
 #include "entry/opening_entry.h"
 #include "entry/selection_param.h"
 #include "gooddetail/details_select.h"
@@ -27,7 +29,23 @@ namespace {
 
 const QString ListBusy = u"امکان نمایش مجدد لیست کالاها وجود ندارد."_s;
 const QString DetailTypesBusy = u"امکان نمایش مجدد لیست جزئیات وجود ندارد."_s;
+const QString DetailsOff =
+    u"کاربر گرامی برای استفاده از تقسیم جزئیات می بایست از تنظیمات نرم افزار جزئیات کالا را فعال نمایید"_s;
+const QString NothingDivisible =
+    u"کاربر گرامی تقسیم جزئیات فقط برای کالاهای دو واحدی با ضریب متغیر و کالاهای از نوع متر مربع معنی دارد"_s;
 constexpr int ReviewKind = 2;
+
+/// The unit on hand that is to be divided, chosen by the user.
+std::optional<good_detail::ChosenDetail> PickUnit(host::Host &host, int mode)
+{
+    TGoodDetails_Select_FRM screen(host, Pack(good_detail::SelectOpening{mode, 0, {}, 0}));
+    screen.SetForDivision(true);
+    screen.SetKeyboardLayoutName(host.keyboard.GetKeyboardLayoutName());
+    screen.SetFormTheme();
+    if (screen.ShowModally() != QDialog::Accepted)
+        return std::nullopt;
+    return good_detail::ParseChosen(screen.Chosen());
+}
 
 /// The module of this process. The screens must go before the application object and before the library's code,
 /// whichever goes first.
@@ -272,6 +290,30 @@ QString Module::SelectGoodDetails(const QString &caption, const good_detail::Sel
     if (screen.ShowModally() != QDialog::Accepted || screen.Chosen().isEmpty())
         return {};
     return opening.Flag == 0 ? screen.Chosen() + u',' : screen.Chosen();
+}
+
+void Module::OpenDivisions()
+{
+    const host::TSettingRecord &settings = m_host.settings.SettingRecord();
+    if (!settings.GoodDetails)
+        return m_host.messages.ShowMessage(DetailsOff, host::MessageIcon::Information);
+    if (!(settings.TwoUnitGoods && settings.TwoUnitVariableRatio) &&
+        !(settings.SquareMetreGoods && settings.SquareMetreUnit != 0))
+        return m_host.messages.ShowMessage(NothingDivisible, host::MessageIcon::Information);
+    TGoodDetailDivision_List_FRM list(m_host, [&host = m_host](int mode) { return PickUnit(host, mode); });
+    list.SetKeyboardLayoutName(m_host.keyboard.GetKeyboardLayoutName());
+    list.SetFormTheme();
+    list.ShowModally();
+}
+
+bool Module::DivideDetail(const good_detail::DivisionItemsOpening &opening)
+{
+    m_host.detailDivisions.CreateGoodDetailDivisionDetailTempTable();
+    m_host.detailDivisions.CreateGoodDetailDivisionDetailItemsTempTable();
+    TGoodDetailDivision_DetailItems_Get_FRM screen(m_host);
+    screen.SetKeyboardLayoutName(m_host.keyboard.GetKeyboardLayoutName());
+    screen.SetFormTheme();
+    return screen.OpenText(Pack(opening)) == QDialog::Accepted;
 }
 
 int Module::OpenList(TSoftwarePart part)

@@ -59,6 +59,11 @@ public:
     /// The chosen detail values, each followed by a comma, or one of them as the select screen packs it.
     QString SelectGoodDetails(const QString &caption, const good_detail::SelectOpening &opening);
 
+    /// Shows the list of divisions until it is closed; tells why when the settings leave nothing to divide.
+    void OpenDivisions();
+    /// Divides one unit on hand at once; true when the screen closed with OK.
+    bool DivideDetail(const good_detail::DivisionItemsOpening &opening);
+
     /// The host's generic lists.
     int OpenList(host::TSoftwarePart part);
     int Select(host::TSoftwarePart part, const QString &text);

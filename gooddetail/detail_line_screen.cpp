@@ -458,20 +458,29 @@ void TDetailLine_FRM::ShowTotals(const DetailLineResult &result)
 
 bool TDetailLine_FRM::Tell(const host::Refused &refused)
 {
-    if (!refused)
-        return false;
+    if (refused)
+        KeepScans([&] { Refuse(refused); });
+    return refused.has_value();
+}
+
+void TDetailLine_FRM::ShowError(const QString &text, const QString &caption)
+{
+    KeepScans([&] { TBaseGet_FRM::ShowError(text, caption); });
+}
+
+void TDetailLine_FRM::KeepScans(const std::function<void()> &message)
+{
     QStringList scans;
     QString begun;
     {
         const ScanKeeper keeper(this);
-        Refuse(refused);
+        message();
         scans = keeper.Scans();
         begun = keeper.Begun();
     }
     if (!scans.isEmpty() || !begun.isEmpty())
         QMetaObject::invokeMethod(
             this, [this, scans, begun] { TakeScans(scans, begun); }, Qt::QueuedConnection);
-    return true;
 }
 
 void TDetailLine_FRM::GoOn(QLineEdit *edit, const QString &begun)

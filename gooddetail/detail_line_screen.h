@@ -113,6 +113,7 @@ protected:
     void ShowStatus(const QString &text, bool fault = true);
     /// Says why something is refused; scans that come meanwhile are taken afterwards. False when nothing is.
     bool Tell(const host::Refused &refused);
+    void ShowError(const QString &text, const QString &caption) override;
     /// What was scanned while a message stood over the screen, and what was begun behind it; may be called when the
     /// screen has closed.
     virtual void TakeScans(const QStringList &scans, const QString &begun) = 0;
@@ -122,6 +123,7 @@ protected:
     TSerial_DM m_data;
 
 private:
+    void KeepScans(const std::function<void()> &message);
     void Begin();
     void ForgetGiven();
     bool FindGood();

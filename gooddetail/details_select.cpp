@@ -121,7 +121,8 @@ void TGoodDetails_Select_FRM::OfferLists()
 void TGoodDetails_Select_FRM::ReloadGoods()
 {
     const QString key = m_ui->Goods_List_GRD->CurrentKey();
-    m_data.GoodDetail_SelectGood_Open(m_ui->SelectedList_CMB->currentData().toInt(), quint8(m_opening.Flag));
+    m_data.GoodDetail_SelectGood_Open(m_ui->SelectedList_CMB->currentData().toInt(), quint8(m_opening.Flag),
+                                      m_forDivision);
     if ((key.isEmpty() || !m_ui->Goods_List_GRD->Locate(key)) && !m_ui->Goods_List_GRD->IsEmpty())
         m_ui->Goods_List_GRD->StandOn(0);
     ShowDetails();

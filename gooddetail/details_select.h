@@ -12,8 +12,8 @@ namespace Ui {
 class TGoodDetails_Select_FRM;
 }
 
-/// Lets a caller pick detail values of goods without serials, to add lines to a document in one step: the goods, and
-/// for the current one what is on hand of its detail values in each store.
+/// Lets a caller pick detail values, of goods without serials unless it is for a division, to add lines to a document
+/// in one step: the goods, and for the current one what is on hand of its detail values in each store.
 ///
 /// In mode 0 several may be marked, of one good or of many; in modes 1 (goods without a quantity formula) and 2 (goods
 /// in square metres) one is chosen.
@@ -28,6 +28,9 @@ public:
     TGoodDetails_Select_FRM(host::Host &host, const QString &key, const QString &caption = {},
                             TSerial_DM *data = nullptr);
     ~TGoodDetails_Select_FRM() override;
+
+    /// The unit is to be divided: goods with serials are offered as well.
+    void SetForDivision(bool forDivision) { m_forDivision = forDivision; }
 
     /// Mode 0: the marked detail values, joined by ","; otherwise the packed `good_detail::ChosenDetail`. Empty unless
     /// the screen closed with OK.
@@ -62,6 +65,7 @@ private:
     good_detail::SelectOpening m_opening;
     QTimer m_follow;
     int m_unitType = 0;
+    bool m_forDivision = false;
     QMap<int, QByteArray> m_layouts; ///< of the details, by unit type
     QString m_chosen;
 };

@@ -99,8 +99,10 @@ std::optional<EnterRefusal> EnterRows::JudgeReturn(const EnterRow &row, int valu
         return {};
     if (valueId == 0)
         return EnterRefusal{texts::NotSold, {}};
-    const TAmounts left = m_host.detailMovements.Returnable(m_line, valueId);
-    if (left.Amount1 <= 0)
+    const std::optional<TAmounts> left = m_host.detailMovements.Returnable(m_line, valueId);
+    if (!left)
+        return EnterRefusal{texts::NotSold, {}};
+    if (left->Amount1 <= 0)
         return EnterRefusal{texts::NothingOnHand, {}};
     const host::Dataset &rows = m_data.EnterGoodDetail_QRY;
     bool others = false;
@@ -109,7 +111,7 @@ std::optional<EnterRefusal> EnterRows::JudgeReturn(const EnterRow &row, int valu
         others = others || same;
         return same;
     });
-    Refused refused = Exceeds(sum, left);
+    Refused refused = Exceeds(sum, *left);
     if (refused && !others && row.EditedID == 0)
         refused->Text = texts::MoreThanOnHand;
     return refused;
@@ -121,7 +123,7 @@ std::optional<EnterRefusal> EnterRows::JudgeSerial(const EnterRow &row, TEnterGo
 {
     const int value = m_host.detailValues.FindDetailValue(m_line.GoodCode, row.Details);
     if (!m_line.IsReturn || !former.Returnable || value == 0 || value != former.DetailValueID ||
-        m_host.detailMovements.Returnable(m_line, value).Amount1 > 0) {
+        m_host.detailMovements.Returnable(m_line, value).value_or(TAmounts{}).Amount1 > 0) {
         former.Returnable.reset();
         return Fated(m_host.serialBatches.JudgeSerials(Batch(row)));
     }
@@ -208,8 +210,8 @@ std::optional<EnterRefusal> EnterRows::Write(const EnterRow &row, int valueId,
         return EnterRefusal{texts::NoDetailValue, {}};
     TEnterGoodDetail_Rec record = Record(row, valueId);
     if (m_line.IsReturn) {
-        const TAmounts left = m_host.detailMovements.Returnable(m_line, valueId);
-        record.Returnable = left.Amount1 > 0 ? left : returnable;
+        const auto left = m_host.detailMovements.Returnable(m_line, valueId);
+        record.Returnable = left && left->Amount1 > 0 ? left : returnable;
     }
     if (row.EditedID == 0)
         m_data.EnterGoodDetailRow_Insert(record);

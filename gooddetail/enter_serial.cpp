@@ -236,9 +236,9 @@ void TEnter_Serial_FRM::ShowKnown(const QString &text)
     m_brought = Inputs().Values();
     if (!Line().IsReturn)
         return;
-    const host::TAmounts sold = m_host.detailMovements.Returnable(Line(), known->DetailValueID);
-    if (sold.Amount1 > 0)
-        ShowAmounts(sold);
+    const auto sold = m_host.detailMovements.Returnable(Line(), known->DetailValueID);
+    if (sold && sold->Amount1 > 0)
+        ShowAmounts(*sold);
 }
 
 void TEnter_Serial_FRM::ForgetKnown()
@@ -367,14 +367,14 @@ EnterRow TEnter_Serial_FRM::Typed()
 void TEnter_Serial_FRM::StoreRow()
 {
     const QString serial = SerialTyped();
-    if (const Refused refused = CheckRow()) {
-        if (!serial.isEmpty())
-            ShowLeft(serial);
-        Tell(refused);
-        return;
-    }
     std::optional<EnterRefusal> refused;
     try {
+        if (const Refused fault = CheckRow()) {
+            if (!serial.isEmpty())
+                ShowLeft(serial);
+            Tell(fault);
+            return;
+        }
         refused = m_rows->Store(Typed());
     } catch (...) {
         if (!serial.isEmpty())

@@ -27,6 +27,8 @@ const QString MoreWidth = u"کاربر گرامی مقدار عرض وارد ش�
 const QString MoreCount = u"کاربر گرامی تعداد وارد شده بیشتر از تعداد موجود می باشد."_s;
 const QString TakingRange = u"سیستم در حال ثبت محدوده سریال های وارد شده می باشد"_s;
 
+const QString NotOut = u"خارج نشده: "_s;
+
 /// A serial in a sentence, whichever way it reads.
 QString Quoted(const QString &serial)
 {
@@ -80,13 +82,17 @@ void TExit_Serial_FRM::TakeScans(const QStringList &scans, const QString &begun)
     QLineEdit *edit = HasSerial() ? static_cast<QLineEdit *>(Panel().Serial_EDT) : Panel().Barcode_EDT;
     if (!MayChoose() || IsRange() || m_edited || !m_ui->SingleSerial_RD->isChecked() ||
         !(HasSerial() || HasBarcode())) {
-        ShowStatus(u"خارج نشده: "_s + (begun.isEmpty() ? scans : scans + QStringList(begun)).join(u"، "));
+        ShowStatus(NotOut + (begun.isEmpty() ? scans : scans + QStringList(begun)).join(u"، "));
         return;
     }
+    QStringList left;
     for (const QString &scan : scans) {
         edit->setText(scan);
-        Command(Title(), [this, edit] { Scan(edit, edit->text()); });
+        if (!Command(Title(), [this, edit] { Scan(edit, edit->text()); }))
+            left << scan;
     }
+    if (!left.isEmpty())
+        ShowStatus(NotOut + left.join(u"، "));
     GoOn(edit, begun);
 }
 

@@ -25,17 +25,20 @@ TSerial_DM::TSerial_DM(host::Host &host)
 
 // Selecting, divisions and the serials of documents.
 
-void TSerial_DM::GoodDetail_SelectGood_Get(const QString &column, const QString &filter, quint8 mode)
+void TSerial_DM::GoodDetail_SelectGood_Get(const QString &column, const QString &filter, quint8 mode, bool forDivision)
 {
+    const QString goods =
+        forDivision ? u" WHERE EXISTS (SELECT 1 FROM GoodDetailValues AS v WHERE v.GoodCode = G.Code) "_s
+                    : u" WHERE g.Code NOT IN ( "
+                      "      SELECT gi.Code FROM GoodInf gi JOIN GoodDetailRelation dr ON gi.Code = dr.GoodCode "
+                      "                  JOIN DetailTypes dt ON dr.DetailID = dt.ID WHERE dt.DetailType = 3) "_s;
     QString text =
         u" SELECT Code, Name,   (SELECT Name FROM units WHERE Code = (SELECT Unit FROM goodinf WHERE Code = G.Code)) AS "
         "Unit1,   (SELECT Name FROM units WHERE Code = (SELECT Unit2 FROM goodinf WHERE Code = G.Code)) AS Unit2 "_s +
         column +
         u" AS Radif "
-        " FROM GoodInf AS G "
-        " WHERE g.Code NOT IN ( "
-        "      SELECT gi.Code FROM GoodInf gi JOIN GoodDetailRelation dr ON gi.Code = dr.GoodCode "
-        "                  JOIN DetailTypes dt ON dr.DetailID = dt.ID WHERE dt.DetailType = 3) "_s;
+        " FROM GoodInf AS G "_s +
+        goods;
     if (mode == 1)
         text += u" AND G.Meghdar_Formool = 0 "_s;
     else if (mode == 2)

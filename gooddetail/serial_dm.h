@@ -66,11 +66,12 @@ public:
     // Selecting ----------------------------------------------------------------------------------------------------
 
     /// Opens `Exist_QRY`. The column expression begins with a comma; mode 1 takes goods without a formula, 2 those in
-    /// square metres. In these two the filter is joined with AND, in mode 0 it must bring its own.
-    void GoodDetail_SelectGood_Get(const QString &column, const QString &filter, quint8 mode);
+    /// square metres. In these two the filter is joined with AND, in mode 0 it must bring its own. Goods with a serial
+    /// are left out; for a division they are there too, and only goods of which units are on record.
+    void GoodDetail_SelectGood_Get(const QString &column, const QString &filter, quint8 mode, bool forDivision = false);
     /// Opens `Exist_QRY` for choosing: every good in the order of codes, or those of a selected list in its order.
     /// `listCode` 0: none; `mode` as above.
-    void GoodDetail_SelectGood_Open(int listCode, quint8 mode);
+    void GoodDetail_SelectGood_Open(int listCode, quint8 mode, bool forDivision = false);
     /// The selected lists of goods that are in use.
     QList<TSelectedList_Rec> SelectedLists_Get();
     /// The titles of a good's details in their order.

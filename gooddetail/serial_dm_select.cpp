@@ -6,7 +6,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Goods with a serial are left out, so a barcode comes first.
 const QString DetailOrder = u" ORDER BY CASE dt.DetailType WHEN 3 THEN 0 WHEN 6 THEN 1 ELSE 2 END, gdr.ID"_s;
 
 } // namespace
@@ -22,7 +21,7 @@ QList<TSelectedList_Rec> TSerial_DM::SelectedLists_Get()
     return lists;
 }
 
-void TSerial_DM::GoodDetail_SelectGood_Open(int listCode, quint8 mode)
+void TSerial_DM::GoodDetail_SelectGood_Open(int listCode, quint8 mode, bool forDivision)
 {
     const QString list = QString::number(listCode);
     const QString column =
@@ -33,7 +32,7 @@ void TSerial_DM::GoodDetail_SelectGood_Open(int listCode, quint8 mode)
     if (listCode != 0)
         filter = u"  Code IN (SELECT Code FROM SelectedList_Detail WHERE SL_Code = "_s + list + u") AND "_s + filter;
     // Only the other modes join the filter with AND themselves.
-    GoodDetail_SelectGood_Get(column, mode == 0 ? u" AND "_s + filter : filter, mode);
+    GoodDetail_SelectGood_Get(column, mode == 0 ? u" AND "_s + filter : filter, mode, forDivision);
 }
 
 QStringList TSerial_DM::GetGoodDetailTitles(int goodCode)

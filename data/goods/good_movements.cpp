@@ -92,7 +92,10 @@ QString MovementRows(const MovementFilter &filter)
         where += u" AND m.[Date] <= "_s + DateLiteral(filter.ToDate);
     }
     return u"WITH m AS ("_s + BroughtForward(filter) + u" UNION ALL SELECT 1, m.Code, m.Anbar, m.[Date], "_s +
-           KindText() + u", m.OperationCode, m.Amount1, m.Amount2, m.Cost, m.Sharh FROM Kardex AS m"_s + where +
+           KindText() +
+           u", m.OperationCode, m.Amount1, m.Amount2, CASE WHEN m.OperationType NOT IN (24, 25) THEN m.Cost END, "
+           "m.Sharh FROM Kardex AS m"_s + // a division has no price
+           where +
            u") "_s;
 }
 

@@ -113,7 +113,8 @@ int OpeningCopy::NewNumber()
 
 QString OpeningCopy::SavedNumbers(int goodCode)
 {
-    return u"Select Radif as OperationRow from GoodFirstAsset where tmp=0 and GoodCode="_s + QString::number(goodCode);
+    return u"Select Radif as OperationRow, GoodCode from GoodFirstAsset where tmp=0 and GoodCode="_s +
+           QString::number(goodCode);
 }
 
 QList<int> OpeningCopy::GoneNumbers() const

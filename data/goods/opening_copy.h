@@ -46,7 +46,8 @@ public:
     int NewNumber();
     /// The number of the only row, or that which it would get. For a good that is shown in one store.
     int OnlyNumber() { return m_rows.size() == 1 ? m_rows.first().Radif : NewNumber(); }
-    /// A SELECT of the numbers of a good's saved rows, with the column OperationRow: details stand under them.
+    /// A SELECT of the numbers of a good's saved rows, with the columns OperationRow and GoodCode: details stand under
+    /// them.
     static QString SavedNumbers(int goodCode);
     /// Numbers of rows that are there no more.
     QList<int> GoneNumbers() const;

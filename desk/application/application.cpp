@@ -194,10 +194,10 @@ int Run(QApplication &application)
 {
     QCoreApplication::setApplicationName(u"desk"_s);
     QCoreApplication::setOrganizationName(u"goods"_s);
-    host::theme::Apply(application);
     Options options;
     if (const auto answered = AnswerCommandLine(options))
         return *answered;
+    host::theme::Apply(application, options.look);
     Translate(application);
     if (QFontDatabase::families(QFontDatabase::Arabic).isEmpty())
         Print(stderr, u"No font with Persian letters is installed (Debian: fonts-dejavu-core, fonts-dejavu-extra)."_s);

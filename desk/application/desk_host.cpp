@@ -10,7 +10,7 @@ DeskHost::DeskHost(const host::Connections &connections, host::MessageService *s
       entities(connections.ADOConnection1, said, settings, stock), vouchers(connections.ADOConnection1, said),
       detailDesk(connections.ADOConnection1), detailValues(connections.ADOConnection1, settings),
       detailMovements(detailDesk, detailValues), goodDetails(connections.ADOConnection1, said, detailMovements),
-      serialBatches(detailDesk, detailMovements), detailDivisions(connections.ADOConnection1),
+      serialBatches(detailDesk, detailMovements), detailDivisions(detailDesk, detailMovements),
       photos(connections.ADOConnection1), categories(connections.ADOConnection1), levels(connections.ADOConnection1),
       selectedLists(connections.ADOConnection1), scales(connections.DibalConnection),
       finance(connections.ADOConnection1), numbers(connections.ADOConnection1), host{.DM = connections,

@@ -60,6 +60,7 @@ bool GoodsModule::Load()
     Resolve(m_table.Select_Unit, "Select_Unit");
     Resolve(m_table.Call_DetailTypes_List, "Call_DetailTypes_List");
     Resolve(m_table.Select_DetailTypes_Multible, "Select_DetailTypes_Multible");
+    Resolve(m_table.Open_GoodDetailDivision, "Open_GoodDetailDivision");
     m_complete = m_error.isEmpty();
     // A module may be without the screens for details: then documents do without them.
     m_table.Open_Enter_GoodDetail = reinterpret_cast<Enter>(m_library.resolve("Open_Enter_GoodDetail"));

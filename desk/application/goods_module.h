@@ -42,6 +42,7 @@ public:
     int Select_Unit() const { return m_table.Select_Unit(); }
     void Call_DetailTypes_List() const { m_table.Call_DetailTypes_List(); }
     QString Select_DetailTypes_Multible(const host::MultibleParam &wanted) const;
+    void Open_GoodDetailDivision() const { m_table.Open_GoodDetailDivision(); }
     /// `Open_Enter_GoodDetail` and `Open_Exit_GoodDetail`; nothing when the screen did not close with OK.
     std::optional<host::TAmounts> EnterGoodDetail(const LineDetailsOpening &opening) override;
     std::optional<host::TAmounts> ExitGoodDetail(const LineDetailsOpening &opening) override;
@@ -71,6 +72,7 @@ private:
         decltype(&::Select_Unit) Select_Unit = nullptr;
         decltype(&::Call_DetailTypes_List) Call_DetailTypes_List = nullptr;
         decltype(&::Select_DetailTypes_Multible) Select_DetailTypes_Multible = nullptr;
+        decltype(&::Open_GoodDetailDivision) Open_GoodDetailDivision = nullptr;
         Enter Open_Enter_GoodDetail = nullptr;
         Exit Open_Exit_GoodDetail = nullptr;
     };

@@ -17,13 +17,14 @@ const QCommandLineOption Demo{u"demo"_s, u"Fill a newly created database with de
 const QCommandLineOption User{u"user"_s, u"Code of the user who signs in (1 when not given)."_s, u"CODE"_s};
 const QCommandLineOption Tour{
     u"tour"_s, u"Work through the main screens by itself, on demo data, and leave pictures in FOLDER."_s, u"FOLDER"_s};
+const QCommandLineOption LookOption{u"look"_s, u"Be light or dark, whatever the desktop is."_s, u"light|dark"_s};
 const QCommandLineOption Version{QStringList{u"v"_s, u"version"_s}, u"Print the version."_s};
 const QCommandLineOption Help{QStringList{u"h"_s, u"help"_s}, u"Print this text."_s};
 
 void AddOptions(QCommandLineParser &parser)
 {
     parser.setApplicationDescription(u"The desk: a host application for the goods module."_s);
-    parser.addOptions({Database, Connection, Demo, User, Tour, Version, Help});
+    parser.addOptions({Database, Connection, Demo, User, Tour, LookOption, Version, Help});
 }
 
 QString DefaultDatabaseFile()
@@ -61,6 +62,12 @@ Options ReadOptions(const QStringList &arguments)
         options.user = parser.value(User).toInt(&number);
         if (!number || options.user <= 0)
             Refuse(u"--user takes the code of a user, a positive number."_s);
+    }
+    if (parser.isSet(LookOption)) {
+        const QString look = parser.value(LookOption);
+        if (look != u"light" && look != u"dark")
+            Refuse(u"--look takes light or dark."_s);
+        options.look = look == u"dark" ? host::theme::Look::Dark : host::theme::Look::Light;
     }
     return options;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/look/theme.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -15,6 +17,7 @@ struct Options
     bool demo = false;    ///< a database that has to be created gets demo data
     int user = 1;         ///< code of the user who signs in
     QString tourFolder;   ///< where the tour leaves its pictures; empty for ordinary work
+    host::theme::Look look = host::theme::Look::Desktop;
     bool help = false;
     bool version = false;
     bool usual = true; ///< no database was named: it is the user's own, which is offered when it is missing

@@ -82,7 +82,7 @@ void TCategory_List_FRM::BindTree()
         m_ui->Search_EDT->setText(text);
     });
     connect(m_ui->Search_EDT, &QLineEdit::textChanged, tree, &CategoryTreeView::Search);
-    m_ui->Search_EDT->installEventFilter(this);
+    BindSearch(m_ui->Search_EDT, tree, [tree] { tree->setFocus(); });
 }
 
 void TCategory_List_FRM::FormShow()
@@ -245,23 +245,6 @@ bool TCategory_List_FRM::FormKeyDown(QKeyEvent *event)
         return GoOnByEnter(event) || TBaseDock_FRM::FormKeyDown(event);
     Rename();
     return true;
-}
-
-bool TCategory_List_FRM::eventFilter(QObject *watched, QEvent *event)
-{
-    if (watched != m_ui->Search_EDT || event->type() != QEvent::KeyPress)
-        return TBaseDock_FRM::eventFilter(watched, event);
-    const int key = static_cast<QKeyEvent *>(event)->key();
-    if (key == Qt::Key_Escape && !m_ui->Search_EDT->text().isEmpty()) {
-        m_ui->Search_EDT->clear();
-        m_ui->Categories_TRE->setFocus();
-        return true;
-    }
-    if (key == Qt::Key_Down || key == Qt::Key_Return || key == Qt::Key_Enter) {
-        m_ui->Categories_TRE->setFocus();
-        return true;
-    }
-    return TBaseDock_FRM::eventFilter(watched, event);
 }
 
 } // namespace desk

@@ -24,7 +24,6 @@ public:
 protected:
     void FormShow() override;
     bool FormKeyDown(QKeyEvent *event) override;
-    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void AddCommands();

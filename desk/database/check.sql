@@ -127,3 +127,68 @@ SELECT N'details without a detail value' AS Fault, d.ID, d.DetailValueID
 FROM GoodDetailValueDetails AS d
 WHERE NOT EXISTS (SELECT 1 FROM GoodDetailValues AS v WHERE v.ID = d.DetailValueID)
 GO
+
+-- A division takes units out under 24 and brings their parts in under 25, row by row the same.
+SELECT N'parts of a division differ from what was taken' AS Fault, m.DivisionCode, m.DivisionRow, SUM(m.Amount1) AS Difference
+FROM (SELECT DivisionCode, OperationRow AS DivisionRow, -Amount1 AS Amount1 FROM GoodDetailDivisionDetail
+      UNION ALL
+      SELECT DivisionCode, DivisionRow, Amount1 FROM GoodDetailDivisionDetailItems) AS m
+GROUP BY m.DivisionCode, m.DivisionRow
+HAVING SUM(m.Amount1) <> 0
+GO
+
+-- The second amount counts packages where Amount3 tells what one holds; of others it is divided as the first.
+SELECT N'second amounts of a division differ' AS Fault, m.OperationCode, m.DivisionRow, SUM(m.Amount2) AS Difference
+FROM (SELECT OperationCode, OperationRow AS DivisionRow, Amount2 FROM GoodDetailKardex WHERE OperationType = 24 AND Amount3 = 0
+      UNION ALL
+      SELECT k.OperationCode, p.DivisionRow, k.Amount2
+      FROM GoodDetailKardex AS k
+      INNER JOIN GoodDetailDivisionDetailItems AS p ON p.DivisionCode = k.OperationCode AND p.OperationRow = k.OperationRow
+      WHERE k.OperationType = 25 AND k.Amount3 = 0) AS m
+GROUP BY m.OperationCode, m.DivisionRow
+HAVING SUM(m.Amount2) <> 0
+GO
+
+-- Every row and part has its movement and its detail values, and none is without its division.
+SELECT N'movements or details differ from their division' AS Fault, m.OperationType, m.OperationCode, m.OperationRow,
+       SUM(m.Amount1) AS Division, SUM(m.Moved1) AS Movement, SUM(m.Ledger1) AS Ledger
+FROM (SELECT 24 AS OperationType, s.DivisionCode AS OperationCode, s.OperationRow, s.GoodCode, s.StoreCode, h.[Date] AS Day,
+             -s.Amount1 AS Amount1, -s.Amount2 AS Amount2, 0 AS Moved1, 0 AS Moved2, 0 AS Ledger1, 1 AS Rows1, 0 AS Moves1,
+             0 AS Details1
+      FROM GoodDetailDivisionDetail AS s
+      INNER JOIN GoodDetailDivision AS h ON h.Code = s.DivisionCode
+      UNION ALL
+      SELECT 25, p.DivisionCode, p.OperationRow, s.GoodCode, s.StoreCode, h.[Date], p.Amount1, p.Amount2, 0, 0, 0, 1, 0, 0
+      FROM GoodDetailDivisionDetailItems AS p
+      INNER JOIN GoodDetailDivisionDetail AS s ON s.DivisionCode = p.DivisionCode AND s.OperationRow = p.DivisionRow
+      INNER JOIN GoodDetailDivision AS h ON h.Code = p.DivisionCode
+      UNION ALL
+      SELECT OperationType, OperationCode, OperationRow, Kala, Anbar, [Date], 0, 0, Amount1, Amount2, 0, 0, 1, 0
+      FROM Kardex
+      WHERE OperationType IN (24, 25)
+      UNION ALL
+      SELECT k.OperationType, k.OperationCode, k.OperationRow, k.GoodCode, k.StoreCode, h.[Date], 0, 0, 0, 0, k.Amount1, 0, 0, 1
+      FROM GoodDetailKardex AS k
+      LEFT JOIN GoodDetailDivision AS h ON h.Code = k.OperationCode
+      WHERE k.OperationType IN (24, 25)) AS m
+GROUP BY m.OperationType, m.OperationCode, m.OperationRow, m.GoodCode, m.StoreCode, m.Day
+HAVING SUM(m.Rows1) <> 1 OR SUM(m.Moves1) <> 1 OR SUM(m.Details1) = 0 OR SUM(m.Amount1) <> SUM(m.Moved1)
+    OR SUM(m.Amount2) <> SUM(m.Moved2) OR SUM(m.Amount1) <> SUM(m.Ledger1)
+GO
+
+SELECT N'division without rows' AS Fault, h.Code
+FROM GoodDetailDivision AS h
+WHERE NOT EXISTS (SELECT 1 FROM GoodDetailDivisionDetail AS s WHERE s.DivisionCode = h.Code)
+GO
+
+SELECT N'automatic storage operation differs from its division' AS Fault, m.OperationType, m.OperationCode, m.OperationRow
+FROM (SELECT a.OperationType, a.OperationCode, d.OperationRow, d.GoodCode, d.StoreCode,
+             CASE a.OperationType WHEN 24 THEN -d.Amount1 ELSE d.Amount1 END AS Stored, 0 AS Moved
+      FROM StorageAutoOperation AS a
+      INNER JOIN StorageAutoOperationDetail AS d ON d.OperationID = a.ID
+      WHERE a.OperationType IN (24, 25)
+      UNION ALL
+      SELECT OperationType, OperationCode, OperationRow, Kala, Anbar, 0, Amount1 FROM Kardex WHERE OperationType IN (24, 25)) AS m
+GROUP BY m.OperationType, m.OperationCode, m.OperationRow, m.GoodCode, m.StoreCode
+HAVING SUM(m.Stored) <> SUM(m.Moved)
+GO

@@ -3233,6 +3233,56 @@ DROP TABLE #Pieces
 DROP TABLE #Numbers
 GO
 
+-- Goods that come in pieces of their own size and are cut: sheets by area, cable by the roll. Each sheet and each roll has a serial.
+
+INSERT INTO GoodInf (Code, GrpCode, tags, Name, kala_name, kala_type, kala_index, AbbName, Pos, Position, MinAva, Unit, Unit2,
+    AvaBgPrd, AvaBgPrd2, CostBgPrd, Store, TaxExempt, ChargeExempt, Meghdar_Formool, Comment, CreatedTime, CreatedDate,
+    ConsumerPrice, DaraiGoodType, SMSCode, UserCreated) VALUES
+    (200034, 20, NULL, N'ورق پلی‌کربنات شفاف ۸ میلی‌متر', N'ورق پلی‌کربنات', N'شفاف', N'۸ میلی‌متر', N'!6263468200342!', N'0', N'قفسه ۱۰-۷', 5, 7, NULL, 21, 0, 6400000, 4, 0, 0, 0, N'برش به اندازه دلخواه', '10:12:40', '1405/01/19', 7950000, 1, 200034, N'مدیر سیستم (1)'),
+    (210036, 21, NULL, N'کابل زمینی حلقه‌ای متری', N'کابل زمینی', N'حلقه‌ای', N'متری', N'!6263172021363!', N'0', N'قفسه ۱۱-۳', 50, 6, 9, 175, 4, 1150000, 4, 0, 0, 0, N'حلقه‌ها یک اندازه نیستند', '10:31:05', '1405/01/19', 1430000, 1, 210036, N'مدیر سیستم (1)')
+INSERT INTO GoodCostDiscount (GoodCode, CostLevel_Sell_1, CostLevel_Sell_2, CostLevel_Sell_3, CostLevel_Sell_4,
+    CostLevel_Buy_1, CostLevel_Buy_2, Discount_Sell_1, Discount_Sell_2, Discount_Buy_1) VALUES
+    (200034, 7550000, 7170000, 7040000, 6910000, 6400000, 6210000, 0, 0, 0),
+    (210036, 1355000, 1290000, 1265000, 1240000, 1150000, 1115000, 0, 0, 0)
+INSERT INTO Kala_category (Kala_code, Category_code) VALUES (200034, 203), (210036, 212)
+INSERT INTO GoodFirstAsset (GoodCode, StoreCode, tmp, Amount1, Amount2, Radif) VALUES
+    (200034, 4, 0, 21, 0, 1),
+    (210036, 4, 0, 175, 4, 1)
+INSERT INTO GoodDetailRelation (GoodCode, DetailID)
+SELECT g.Code, d.ID
+FROM GoodInf AS g CROSS JOIN DetailTypes AS d
+WHERE g.Code IN (200034, 210036) AND (d.Title = N'شماره سریال' OR (d.Title = N'رنگ' AND g.Code = 200034))
+
+CREATE TABLE #Units (Place int NOT NULL, GoodCode int NOT NULL, Serial nvarchar(20) NOT NULL, Amount1 decimal(23,9) NOT NULL,
+    Amount2 decimal(23,9) NOT NULL, [Length] decimal(23,9) NOT NULL, Width decimal(23,9) NOT NULL, Amount3 decimal(23,9) NOT NULL,
+    DetailValueID int NOT NULL DEFAULT 0)
+INSERT INTO #Units (Place, GoodCode, Serial, Amount1, Amount2, [Length], Width, Amount3) VALUES
+    (1, 200034, N'200034001', 3.75, 0, 2.5, 1.5, 1),
+    (2, 200034, N'200034002', 3.75, 0, 2.5, 1.5, 1),
+    (3, 200034, N'200034003', 6, 0, 3, 2, 1),
+    (4, 200034, N'200034004', 7.5, 0, 3, 2.5, 1),
+    (5, 210036, N'210036001', 50, 1, 0, 0, 50),
+    (6, 210036, N'210036002', 50, 1, 0, 0, 50),
+    (7, 210036, N'210036003', 50, 1, 0, 0, 50),
+    (8, 210036, N'210036004', 25, 1, 0, 0, 25)
+INSERT INTO GoodDetailValues (GoodCode) SELECT GoodCode FROM #Units ORDER BY Place
+UPDATE u SET DetailValueID = v.ID
+FROM #Units AS u
+INNER JOIN (SELECT ID, ROW_NUMBER() OVER (ORDER BY ID) AS Place FROM GoodDetailValues WHERE GoodCode IN (200034, 210036)) AS v
+    ON v.Place = u.Place
+INSERT INTO GoodDetailValueDetails (DetailValueID, DetailID, [Value])
+SELECT u.DetailValueID, t.ID, u.Serial FROM #Units AS u CROSS JOIN DetailTypes AS t WHERE t.Title = N'شماره سریال'
+UNION ALL
+SELECT u.DetailValueID, t.ID, i.[Value]
+FROM #Units AS u CROSS JOIN DetailTypes AS t
+INNER JOIN DetailTypesItems AS i ON i.DetailID = t.ID AND i.Row = 1
+WHERE t.Title = N'رنگ' AND u.GoodCode = 200034
+INSERT INTO GoodDetailKardex (DetailValueID, StoreCode, GoodCode, Amount1, Amount2, TotalAmount, [Length], Width, Amount3,
+    OperationType, OperationCode, OperationRow)
+SELECT DetailValueID, 4, GoodCode, Amount1, Amount2, Amount1, [Length], Width, Amount3, 3, GoodCode, 1 FROM #Units ORDER BY Place
+DROP TABLE #Units
+GO
+
 -- Stock on hand and the voucher of the opening stock
 
 EXEC UpdateMogodiKala 255

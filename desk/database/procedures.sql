@@ -564,13 +564,18 @@ END
 GO
 
 -- ---------------------------------------------------------------------------------------------------------
--- GoodDetail_Select_GoodDetailDivision: the list of divisions.
+-- GoodDetail_Select_GoodDetailDivision: the list of divisions, of all days or of those between two.
 -- ---------------------------------------------------------------------------------------------------------
 CREATE PROCEDURE GoodDetail_Select_GoodDetailDivision
+    @FromDate char(10) = NULL,
+    @ToDate char(10) = NULL
 AS
 BEGIN
     SET NOCOUNT ON
-    SELECT ID, Code, [Date], Comment FROM GoodDetailDivision ORDER BY Code
+    SELECT ID, Code, [Date], Comment
+    FROM GoodDetailDivision
+    WHERE (@FromDate IS NULL OR [Date] >= @FromDate) AND (@ToDate IS NULL OR [Date] <= @ToDate)
+    ORDER BY Code
 END
 GO
 

@@ -761,12 +761,14 @@ GO
 -- Division of details into parts
 -- ---------------------------------------------------------------------------------------------------------
 
+-- Every save writes a division anew: its ID tells which save it was.
 CREATE TABLE GoodDetailDivision (
     ID      int IDENTITY(1,1) NOT NULL CONSTRAINT PK_GoodDetailDivision PRIMARY KEY,
     Code    int           NOT NULL CONSTRAINT UQ_GoodDetailDivision_Code UNIQUE,
     [Date]  char(10)      NOT NULL,
     Comment nvarchar(200) NULL
 )
+CREATE INDEX IX_GoodDetailDivision_Date ON GoodDetailDivision ([Date], Code)
 -- Source rows: the units that are divided, the exit side (operation type 24).
 CREATE TABLE GoodDetailDivisionDetail (
     ID            int IDENTITY(1,1) NOT NULL CONSTRAINT PK_GoodDetailDivisionDetail PRIMARY KEY,
@@ -787,21 +789,21 @@ CREATE TABLE GoodDetailDivisionDetail (
 )
 CREATE INDEX IX_GoodDetailDivisionDetail_DetailValueID ON GoodDetailDivisionDetail (DetailValueID)
 CREATE INDEX IX_GoodDetailDivisionDetail_DivisionCode ON GoodDetailDivisionDetail (DivisionCode, OperationRow)
--- Parts that a source row was divided into, the entry side (operation type 25).
+-- Parts that a source row was divided into, the entry side (operation type 25). Amount3 counts the pieces, but for
+-- packed goods: there it is what a package holds. The detail values of a part stand in the ledger, under its row.
 CREATE TABLE GoodDetailDivisionDetailItems (
     ID            int IDENTITY(1,1) NOT NULL CONSTRAINT PK_GoodDetailDivisionDetailItems PRIMARY KEY,
     DivisionCode  int           NOT NULL,
     DivisionRow   int           NOT NULL,
     OperationRow  int           NOT NULL,
-    DetailValueID int           NULL,
     Amount1       decimal(23,9) NOT NULL DEFAULT 0,
     Amount2       decimal(23,9) NOT NULL DEFAULT 0,
     [Length]      decimal(23,9) NOT NULL DEFAULT 0,
     Width         decimal(23,9) NOT NULL DEFAULT 0,
     Amount3       decimal(23,9) NOT NULL DEFAULT 0,
+    Waste         bit           NOT NULL DEFAULT 0,
     CONSTRAINT FK_GoodDetailDivisionDetailItems_Division FOREIGN KEY (DivisionCode) REFERENCES GoodDetailDivision (Code)
 )
-CREATE INDEX IX_GoodDetailDivisionDetailItems_DetailValueID ON GoodDetailDivisionDetailItems (DetailValueID)
 CREATE INDEX IX_GoodDetailDivisionDetailItems_DivisionCode
     ON GoodDetailDivisionDetailItems (DivisionCode, DivisionRow, OperationRow)
 GO
@@ -846,6 +848,7 @@ INSERT INTO Settings (Name, Value) VALUES
     ('StockOnGoodsList', N'1'),
     ('AutoKeyboard', N'1'),
     ('IntegerUnits', N'0'),
+    ('DivisionWaste', N'0'),
     ('ControlNegativeStock', N'1'),
     ('FinalPrices', N'1'),
     ('RowDiscounts', N'1'),

@@ -42,22 +42,32 @@ TDetailHistory_FRM::TDetailHistory_FRM(host::Host &host)
                                      {u"Out1"_s, u"صادره"_s, 84, false, ColumnFormat::Quantity},
                                      {u"StoreBalance"_s, u"مانده انبار"_s, 90, false, ColumnFormat::Quantity},
                                      {u"Balance"_s, u"مانده کل"_s, 90, false, ColumnFormat::Quantity}});
-    for (host::Grid *grid : {m_ui->Values_GRD, m_ui->Movements_GRD}) {
+    m_ui->Kin_GRD->SetColumns({{u"Relation"_s, u"نسبت"_s, 110},
+                               {u"Details"_s, u"جزئیات"_s, 260},
+                               {u"Kind"_s, u"سند ورود"_s, 130},
+                               {u"Number"_s, u"شماره"_s, 80, false, ColumnFormat::Code},
+                               {u"Amount"_s, u"مقدار ورود"_s, 90, false, ColumnFormat::Quantity},
+                               {u"OnHand"_s, u"موجودی"_s, 90, false, ColumnFormat::Quantity},
+                               {u"Waste"_s, u"ضایعات"_s, 80}});
+    for (host::Grid *grid : {m_ui->Values_GRD, m_ui->Kin_GRD, m_ui->Movements_GRD}) {
         grid->horizontalHeader()->setStretchLastSection(true);
         RememberLayout(grid);
     }
-    m_ui->Split_SPL->setSizes({140, 320});
+    m_ui->Split_SPL->setSizes({120, 150, 260});
+    m_ui->Kin_PNL->hide();
     m_ui->Serial_EDT->installEventFilter(this);
     connect(m_ui->Values_GRD, &host::Grid::CurrentKeyChanged, this,
             [this] { Command(Title(), [this] { ShowMovements(); }); });
+    connect(m_ui->Kin_GRD, &host::Grid::RowActivated, this,
+            [this](const QString &key) { Command(Title(), [this, &key] { GoTo(key.toInt()); }); });
     Bind(AddFooterCommand(u"PrintList_BTN"_s, u"پیش نمایش ليست F9"_s), Qt::Key_F9, [this] { PreviewGrid(); });
     Bind(AddFooterButton(u"EXit_BTN"_s, u"خروج Esc"_s), {}, [this] { reject(); });
 }
 
 TDetailHistory_FRM::~TDetailHistory_FRM()
 {
-    m_ui->Values_GRD->SetSource(nullptr);
-    m_ui->Movements_GRD->SetSource(nullptr);
+    for (host::Grid *grid : {m_ui->Values_GRD, m_ui->Kin_GRD, m_ui->Movements_GRD})
+        grid->SetSource(nullptr);
 }
 
 void TDetailHistory_FRM::FormShow()
@@ -79,10 +89,10 @@ void TDetailHistory_FRM::FormShow()
 void TDetailHistory_FRM::FormClose()
 {
     m_line.reset();
-    m_ui->Values_GRD->SetSource(nullptr);
-    m_ui->Movements_GRD->SetSource(nullptr);
-    m_data.Values_QRY.Close();
-    m_data.Movements_QRY.Close();
+    for (host::Grid *grid : {m_ui->Values_GRD, m_ui->Kin_GRD, m_ui->Movements_GRD})
+        grid->SetSource(nullptr);
+    for (host::Dataset *rows : {&m_data.Values_QRY, &m_data.Kin_QRY, &m_data.Movements_QRY})
+        rows->Close();
 }
 
 void TDetailHistory_FRM::Find()
@@ -107,8 +117,22 @@ void TDetailHistory_FRM::ShowValues()
 
 void TDetailHistory_FRM::ShowMovements()
 {
-    m_data.Movements(m_ui->Values_GRD->CurrentKey().toInt());
+    const QString value = m_ui->Values_GRD->CurrentKey();
+    m_data.Movements(value.toInt());
     m_ui->Movements_GRD->SetSource(&m_data.Movements_QRY, u"Radif"_s);
+    m_data.Kin(value.toInt());
+    m_ui->Kin_GRD->SetSource(&m_data.Kin_QRY, u"DetailValueID"_s);
+    m_ui->Kin_GRD->Locate(value);
+    // Most details were never divided.
+    m_ui->Kin_PNL->setVisible(m_data.Kin_QRY.RecordCount() > 1);
+}
+
+/// Shows another unit of the kin; the keys stay in the list, where the road back is one line away.
+void TDetailHistory_FRM::GoTo(int detailValueId)
+{
+    m_data.Of(detailValueId);
+    ShowValues();
+    m_ui->Kin_GRD->setFocus(Qt::OtherFocusReason);
 }
 
 host::Grid *TDetailHistory_FRM::PrintedGrid() const

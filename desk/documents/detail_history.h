@@ -13,7 +13,8 @@ namespace desk {
 
 /// Where the unit behind a serial came from and where it went. Opened on a serial, on a document's line, or empty.
 ///
-/// Enter in the search finds; Down goes into what was found, whose movements stand below.
+/// Enter in the search finds; Down goes into what was found, whose movements stand below. Of a unit that was divided,
+/// or cut from another, the whole tree stands between them: Enter goes to a unit of it.
 class TDetailHistory_FRM : public host::TBaseDock_FRM
 {
     Q_OBJECT
@@ -36,6 +37,7 @@ private:
     void Find();
     void ShowValues();
     void ShowMovements();
+    void GoTo(int detailValueId);
 
     std::unique_ptr<Ui::DetailHistory> m_ui;
     DetailHistoryData m_data;

@@ -11,6 +11,9 @@ namespace desk {
 namespace {
 
 constexpr int MostValues = 500;
+constexpr int MostKin = 1000;
+/// Parts of parts that are followed; a serial has no room for more.
+constexpr int MostDegrees = 50;
 
 /// The values of a detail joined by blanks. The path of a document of marks writes three characters in its own way.
 const QString Joined =
@@ -42,6 +45,22 @@ QString KindNames()
     return text + u" ELSE N'سند نوع ' + CAST(k.OperationType AS nvarchar(3)) END"_s;
 }
 
+/// Recursive tables `up` (ID, Degree: 0, -1, -2 …) and `down` (ID, Degree: 0, 1 …, Path, by which a tree is in order).
+QString KinTables(int detailValueId)
+{
+    const QString start = u"FROM GoodDetailValues AS v WHERE v.ID = %1"_s.arg(detailValueId);
+    const QString parts =
+        u"INNER JOIN (SELECT k.DetailValueID AS PartID, s.DetailValueID AS SourceID FROM GoodDetailKardex AS k INNER JOIN "
+        "GoodDetailDivisionDetailItems AS p ON p.DivisionCode = k.OperationCode AND p.OperationRow = k.OperationRow INNER "
+        "JOIN GoodDetailDivisionDetail AS s ON s.DivisionCode = p.DivisionCode AND s.OperationRow = p.DivisionRow WHERE "
+        "k.OperationType = %1) AS e ON e."_s.arg(static_cast<int>(host::TOperationType::DivisionEntry));
+    return u"WITH up AS (SELECT v.ID, 0 AS Degree %1 UNION ALL SELECT e.SourceID, u.Degree - 1 FROM up AS u %2PartID = "
+           "u.ID WHERE u.Degree > -%3), down AS (SELECT v.ID, 0 AS Degree, CAST(N'' AS nvarchar(900)) AS Path %1 UNION "
+           "ALL SELECT e.PartID, u.Degree + 1, CAST(u.Path + RIGHT(N'000000000' + CAST(e.PartID AS nvarchar(10)), 10) AS "
+           "nvarchar(900)) FROM down AS u %2SourceID = u.ID WHERE u.Degree < %3) "_s.arg(start, parts,
+                                                                                         QString::number(MostDegrees));
+}
+
 } // namespace
 
 void DetailHistoryData::Find(const QString &serialOrBarcode)
@@ -57,6 +76,33 @@ void DetailHistoryData::Find(const QString &serialOrBarcode)
 void DetailHistoryData::OfLine(const QString &details)
 {
     Values_QRY.Open(ValuesText(u"SELECT DetailValueID AS ID, 1 AS Place FROM (%1) AS d"_s.arg(details)));
+}
+
+void DetailHistoryData::Of(int detailValueId)
+{
+    OfLine(u"SELECT %1 AS DetailValueID"_s.arg(detailValueId));
+}
+
+void DetailHistoryData::Kin(int detailValueId)
+{
+    const QString known = u"%1, %2, %3"_s.arg(static_cast<int>(host::TOperationType::Purchase))
+                              .arg(static_cast<int>(host::TOperationType::OpeningStock))
+                              .arg(static_cast<int>(host::TOperationType::DivisionEntry));
+    Kin_QRY.Open(
+        KinTables(detailValueId) +
+        u"SELECT TOP %1 f.ID AS DetailValueID, f.Degree, CASE WHEN f.Degree < 0 THEN N'بریده شده از' WHEN f.Degree = 0 "
+        "THEN N'این واحد' ELSE N'قسمت' END AS Relation, REPLICATE(N'\u2003', f.Degree - m.Top1) + %2 AS Details, %3 AS Kind, "
+        "CASE WHEN k.OperationType <> %4 THEN k.OperationCode END AS Number, k.Amount1 AS Amount, ISNULL((SELECT "
+        "SUM(h.Amount1) FROM GoodDetailKardex AS h WHERE h.DetailValueID = f.ID), 0) AS OnHand, CASE WHEN p.Waste = 1 "
+        "THEN N'ضایعات' END AS Waste FROM (SELECT ID, Degree, N'' AS Path FROM up WHERE Degree < 0 UNION ALL SELECT ID, "
+        "Degree, Path FROM down) AS f CROSS JOIN (SELECT MIN(Degree) AS Top1 FROM up) AS m INNER JOIN GoodDetailValues AS "
+        "v ON v.ID = f.ID LEFT JOIN GoodDetailKardex AS k ON k.ID = (SELECT TOP 1 o.ID FROM GoodDetailKardex AS o WHERE "
+        "o.DetailValueID = f.ID AND o.Amount1 > 0 ORDER BY CASE WHEN o.OperationType IN (%5) THEN 0 ELSE 1 END, o.ID) "
+        "LEFT JOIN GoodDetailDivisionDetailItems AS p ON k.OperationType = %6 AND p.DivisionCode = k.OperationCode AND "
+        "p.OperationRow = k.OperationRow ORDER BY CASE WHEN f.Degree < 0 THEN f.Degree ELSE 0 END, f.Path"_s.arg(
+            QString::number(MostKin), Joined, KindNames(),
+            QString::number(static_cast<int>(host::TOperationType::OpeningStock)), known,
+            QString::number(static_cast<int>(host::TOperationType::DivisionEntry))));
 }
 
 void DetailHistoryData::Movements(int detailValueId)

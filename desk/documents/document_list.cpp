@@ -9,7 +9,6 @@
 #include "ui_document_list.h"
 
 #include <QHeaderView>
-#include <QKeyEvent>
 #include <QMenu>
 #include <QPushButton>
 #include <QSet>
@@ -43,7 +42,7 @@ TDocument_List_FRM::TDocument_List_FRM(host::Host &host, LineDetailScreens &scre
     connect(m_ui->Kind_CMB, &QComboBox::activated, this, refresh);
     for (host::DateEdit *date : {m_ui->FromDate_EDT, m_ui->ToDate_EDT})
         connect(date, &host::DateEdit::DateChanged, this, refresh);
-    m_ui->Search_EDT->installEventFilter(this);
+    BindSearch(m_ui->Search_EDT, m_ui->DocumentsDB_GRD, [this] { TakeRow(); });
     connect(m_ui->Search_EDT, &QLineEdit::textChanged, this, [this](const QString &text) {
         host::SearchDescription wanted;
         wanted.text = text;
@@ -274,29 +273,6 @@ void TDocument_List_FRM::ShowHistory()
 host::Grid *TDocument_List_FRM::PrintedGrid() const
 {
     return m_ui->DocumentsDB_GRD;
-}
-
-bool TDocument_List_FRM::eventFilter(QObject *watched, QEvent *event)
-{
-    if (watched != m_ui->Search_EDT || event->type() != QEvent::KeyPress)
-        return TBaseDock_FRM::eventFilter(watched, event);
-    switch (static_cast<QKeyEvent *>(event)->key()) {
-    case Qt::Key_Down:
-        m_ui->DocumentsDB_GRD->setFocus();
-        return true;
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-        Command(Title(), [this] { TakeRow(); });
-        return true;
-    case Qt::Key_Escape:
-        if (m_ui->Search_EDT->text().isEmpty())
-            break;
-        m_ui->Search_EDT->clear();
-        return true;
-    default:
-        break;
-    }
-    return TBaseDock_FRM::eventFilter(watched, event);
 }
 
 } // namespace desk

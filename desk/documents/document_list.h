@@ -36,7 +36,6 @@ protected:
     void FormShow() override;
     void FormClose() override;
     host::Grid *PrintedGrid() const override;
-    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void BuildGrid();

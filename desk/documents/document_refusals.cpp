@@ -147,8 +147,8 @@ void DocumentRefusals::DetailsFitLines() const
     const host::Query lacking(
         m_connection,
         u"SELECT TOP 1 g.Name AS GoodName FROM #DocumentLines AS l INNER JOIN GoodInf AS g ON g.Code = l.GoodCode LEFT "
-        "JOIN (SELECT OperationRow, StoreCode, SUM(Amount1) AS Amount1%1 GROUP BY OperationRow, StoreCode) AS k ON "
-        "k.OperationRow = l.OperationRow AND k.StoreCode = l.StoreCode WHERE ISNULL(k.Amount1, 0) <> %2 * l.Amount1 AND "
+        "JOIN (SELECT OperationRow, GoodCode, StoreCode, SUM(Amount1) AS Amount1%1 GROUP BY OperationRow, GoodCode, StoreCode) AS k "
+        "ON k.OperationRow = l.OperationRow AND k.GoodCode = l.GoodCode AND k.StoreCode = l.StoreCode WHERE ISNULL(k.Amount1, 0) <> %2 * l.Amount1 AND "
         "%3 AND NOT EXISTS (SELECT 1 FROM #DocumentBefore AS b WHERE b.OperationRow = l.OperationRow AND b.GoodCode = "
         "l.GoodCode AND ABS(b.Amount1) = l.Amount1 AND (b.StoreCode = l.StoreCode OR NOT %4)) ORDER BY l.OperationRow"_s
             .arg(ledger, QString::number(kind.direction), judged, has));
@@ -202,6 +202,8 @@ QString RefusalLine(const Document &document, const host::TDetailRefusal &refusa
     }
     case Reason::Returned:
         return MessageText(message::DetailReturned, {what, LastTitle(rows, isReturn)});
+    case Reason::Used:
+        break; // parts of divisions: no document's own
     }
     return what;
 }

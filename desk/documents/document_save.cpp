@@ -3,6 +3,7 @@
 #include "desk/documents/document_kinds.h"
 #include "desk/documents/document_refusals.h"
 #include "desk/messages/catalogue.h"
+#include "desk/services/stock.h"
 #include "host/data/query.h"
 #include "host/data/sql_text.h"
 #include "host/data/transaction.h"
@@ -62,7 +63,6 @@ private:
     void WriteLines();
     void WriteMovements();
     void WriteDetails();
-    void WriteStock();
     void Judge();
 
     host::Host &m_host;
@@ -182,24 +182,11 @@ void Writer::WriteDetails()
             throw DetailsRefused{refusals};
     };
     host::DetailMovementService &details = m_host.detailMovements;
-    details.GoodDetailsOperation_KeepLines(type, m_document.Code, u"SELECT OperationRow FROM #DocumentLines"_s);
+    details.GoodDetailsOperation_KeepLines(type, m_document.Code,
+                                           u"SELECT OperationRow, GoodCode FROM #DocumentLines"_s);
     judge(details.GoodDetailsOperation_Save(type, m_document.Code));
     if (m_kind.IsTransfer())
         judge(details.GoodDetailsOperation_Transfer(type, TransferIn, m_document.Code, m_document.ToStoreCode));
-}
-
-/// The stock of the goods that this document moves, reckoned anew as UpdateMogodiKala does it for one.
-void Writer::WriteStock()
-{
-    const QString goods = u" IN (SELECT GoodCode FROM #DocumentGoods)"_s;
-    Run(u"DELETE FROM GoodStoreStock WHERE GoodCode"_s + goods);
-    Run(u"INSERT INTO GoodStoreStock (GoodCode, StoreCode, Amount1, Amount2) SELECT m.GoodCode, m.StoreCode, "
-        "SUM(m.Amount1), SUM(m.Amount2) FROM (SELECT Kala AS GoodCode, Anbar AS StoreCode, Amount1, Amount2 FROM Kardex "
-        "WHERE Kala%1 UNION ALL SELECT GoodCode, StoreCode, Amount1, Amount2 FROM GoodFirstAsset WHERE tmp = 0 AND "
-        "GoodCode%1) AS m GROUP BY m.GoodCode, m.StoreCode"_s.arg(goods));
-    Run(u"DELETE FROM GoodStock WHERE GoodCode"_s + goods);
-    Run(u"INSERT INTO GoodStock (GoodCode, Amount1, Amount2) SELECT GoodCode, SUM(Amount1), SUM(Amount2) FROM "
-        "GoodStoreStock WHERE GoodCode%1 GROUP BY GoodCode"_s.arg(goods));
 }
 
 /// What can be told only of what is written.
@@ -219,7 +206,7 @@ void Writer::Save()
     WriteLines();
     WriteMovements();
     WriteDetails();
-    WriteStock();
+    ReckonStock(m_connection, u"SELECT GoodCode FROM #DocumentGoods"_s);
     Judge();
 }
 
@@ -234,7 +221,7 @@ void Writer::Delete()
     WriteLines();
     WriteMovements();
     WriteDetails();
-    WriteStock();
+    ReckonStock(m_connection, u"SELECT GoodCode FROM #DocumentGoods"_s);
     Judge();
     Run(u"DELETE FROM Documents WHERE "_s + Mine());
 }

@@ -85,15 +85,16 @@ void DocumentStore::KeepLines(int kind, int code, const QList<DocumentLine> &lin
 {
     host::Transaction transaction(m_connection);
     host::Run(m_connection, u"IF OBJECT_ID('tempdb..#KeptLines') IS NOT NULL DROP TABLE #KeptLines"_s);
-    host::Run(m_connection, u"CREATE TABLE #KeptLines (OperationRow int NOT NULL PRIMARY KEY)"_s);
+    host::Run(m_connection,
+              u"CREATE TABLE #KeptLines (OperationRow int NOT NULL PRIMARY KEY, GoodCode int NOT NULL)"_s);
     for (qsizetype first = 0; first < lines.size(); first += BlockLines) {
         QStringList rows;
         for (const DocumentLine &line : lines.mid(first, BlockLines))
-            rows << u"(%1)"_s.arg(line.OperationRow);
-        host::Run(m_connection, u"INSERT INTO #KeptLines (OperationRow) VALUES "_s + rows.join(u", "));
+            rows << u"(%1, %2)"_s.arg(line.OperationRow).arg(line.Good.Code);
+        host::Run(m_connection, u"INSERT INTO #KeptLines (OperationRow, GoodCode) VALUES "_s + rows.join(u", "));
     }
     m_host.detailMovements.GoodDetailsOperation_KeepLines(static_cast<quint8>(kind), code,
-                                                          u"SELECT OperationRow FROM #KeptLines"_s);
+                                                          u"SELECT OperationRow, GoodCode FROM #KeptLines"_s);
     transaction.Commit();
 }
 

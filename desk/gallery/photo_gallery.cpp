@@ -96,6 +96,13 @@ QString TPhotoGallery_FRM::Where() const
 void TPhotoGallery_FRM::FormShow()
 {
     TBaseDock_FRM::FormShow();
+    m_isSaved = SoftwarePart() == host::TSoftwarePart::Goods &&
+                host::Exists(m_host.DM.ADOConnection1, u"SELECT Code FROM GoodInf WHERE Code = %1"_s.arg(m_code));
+    m_ui->Hint_LBL->setText(
+        u"عکس اول در لیست کالاها نشان داده می‌شود. "_s +
+        (m_isSaved
+             ? u"هر تغییر همان لحظه ثبت می‌شود و با انصراف از ویرایش کالا برنمی‌گردد."_s
+             : u"عکس‌ها با ذخیره‌ی کالا ماندگار می‌شوند."_s));
     Fill(0);
 }
 
@@ -164,7 +171,8 @@ void TPhotoGallery_FRM::Store(const QList<QByteArray> &pictures)
                    u"INSERT INTO PhotoGallery (GRPCode, Id_pic, Radif, Picture, tmp) SELECT %1, %2, "_s
                            .arg(static_cast<int>(SoftwarePart()))
                            .arg(m_code) +
-                       number + u", "_s + host::Literal(picture, host::ColumnKind::Bytes) + u", 1"_s);
+                       number + u", "_s + host::Literal(picture, host::ColumnKind::Bytes) +
+                       (m_isSaved ? u", 0"_s : u", 1"_s));
     transaction.Commit();
     Fill(m_ui->Photos_LST->count() + static_cast<int>(pictures.size())); // on the last
 }

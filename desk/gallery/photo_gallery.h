@@ -13,8 +13,8 @@ namespace desk {
 /// The photos of one entity as thumbnails: add from files or from the clipboard, delete, put in
 /// order.
 ///
-/// What is added is temporary (tmp 1) until the editor that opened the gallery saves its record; deleting and ordering
-/// take effect at once.
+/// Of a saved record everything takes effect at once, so that two desks with one record lose nothing of each other's.
+/// What is added to a new one is temporary (tmp 1) until its editor saves it.
 class TPhotoGallery_FRM : public host::TBaseDock_FRM
 {
     Q_OBJECT
@@ -41,6 +41,7 @@ private:
     QString Where() const;
 
     int m_code;
+    bool m_isSaved = false;
     std::unique_ptr<Ui::PhotoGallery> m_ui;
 };
 

@@ -6,7 +6,6 @@
 #include "ui_entity_list.h"
 
 #include <QHeaderView>
-#include <QKeyEvent>
 #include <QPushButton>
 
 using namespace Qt::StringLiterals;
@@ -30,7 +29,7 @@ TEntity_List_FRM::TEntity_List_FRM(host::Host &host, const EntityKind &kind, TFo
     m_ui->ListDB_GRD->SetSortable(true);
     m_ui->ListDB_GRD->horizontalHeader()->setStretchLastSection(true);
     RememberLayout(m_ui->ListDB_GRD);
-    m_ui->Search_EDT->installEventFilter(this);
+    BindSearch(m_ui->Search_EDT, m_ui->ListDB_GRD, [this] { TakeRow(); });
     AddCommands();
     connect(m_ui->Search_EDT, &QLineEdit::textChanged, this, [this](const QString &text) {
         host::SearchDescription wanted;
@@ -180,29 +179,6 @@ void TEntity_List_FRM::TakeRow()
         ChooseRow();
     else if (m_kind.editable)
         EditRow();
-}
-
-bool TEntity_List_FRM::eventFilter(QObject *watched, QEvent *event)
-{
-    if (watched != m_ui->Search_EDT || event->type() != QEvent::KeyPress)
-        return TBaseDock_FRM::eventFilter(watched, event);
-    switch (static_cast<QKeyEvent *>(event)->key()) {
-    case Qt::Key_Down:
-        m_ui->ListDB_GRD->setFocus();
-        return true;
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-        Command(Title(), [this] { TakeRow(); });
-        return true;
-    case Qt::Key_Escape:
-        if (m_ui->Search_EDT->text().isEmpty())
-            break;
-        m_ui->Search_EDT->clear();
-        return true;
-    default:
-        break;
-    }
-    return TBaseDock_FRM::eventFilter(watched, event);
 }
 
 } // namespace desk

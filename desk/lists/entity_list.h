@@ -37,7 +37,6 @@ public:
 protected:
     void FormShow() override;
     host::Grid *PrintedGrid() const override;
-    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void AddCommands();

@@ -66,7 +66,8 @@ void DetailMovements::MakeMissingValues(const host::TDocumentLine &line)
         "v.GoodCode = %3) AS x ON %4"_s.arg(values.join(QString()), detail_sql::TitleJoins(details, u"v.ID"_s),
                                             QString::number(line.GoodCode), same));
     Run(u"UPDATE #DetailMissing SET IsNew = 1 WHERE ValueID IS NULL"_s);
-    for (const QString &text : detail_sql::MakeValues(u"#DetailMissing"_s, u"IsNew = 1"_s, line.GoodCode))
+    for (const QString &text :
+         detail_sql::MakeValues(u"#DetailMissing"_s, u"IsNew = 1"_s, QString::number(line.GoodCode)))
         Run(text);
     if (!written.isEmpty())
         Run(u"INSERT INTO GoodDetailValueDetails (DetailValueID, DetailID, [Value]) "_s + written);

@@ -59,14 +59,14 @@ bool DetailMovements::IsReturned(const TDocumentLine &line, int detailValueId)
                         u"SELECT TOP 1 k.ID"_s + ReturnedBy(line) + u" AND k.DetailValueID = %1"_s.arg(detailValueId));
 }
 
-host::TAmounts DetailMovements::Returnable(const TDocumentLine &line, int detailValueId)
+std::optional<host::TAmounts> DetailMovements::Returnable(const TDocumentLine &line, int detailValueId)
 {
     const host::Query sums(m_connection, u"SELECT * FROM ("_s + detail_sql::Returnable(line, m_desk.Number()) +
                                              u") AS s WHERE s.DetailValueID = %1"_s.arg(detailValueId));
     if (sums.IsEmpty())
-        return {};
-    return {sums.Number(u"Amount1"), sums.Number(u"Amount2"), sums.Number(u"TotalAmount"),
-            sums.Number(u"Length"),  sums.Number(u"Width"),   sums.Number(u"Amount3")};
+        return std::nullopt;
+    return host::TAmounts{sums.Number(u"Amount1"), sums.Number(u"Amount2"), sums.Number(u"TotalAmount"),
+                          sums.Number(u"Length"),  sums.Number(u"Width"),   sums.Number(u"Amount3")};
 }
 
 /// Notes the detail values that are about to move, and keeps other desks from moving them until the transaction ends.

@@ -147,13 +147,16 @@ QString DetailMovements::DetailsOfLine(const TDocumentLine &line)
 void DetailMovements::GoodDetailsOperation_KeepLines(quint8 operationType, int operationCode, const QString &rows)
 {
     const QString operation = Operation(operationType, operationCode);
-    const QString other = u" AND OperationRow NOT IN (SELECT OperationRow FROM (%1) AS r)"_s.arg(rows);
+    const QString other =
+        u" AND NOT EXISTS (SELECT 1 FROM (%2) AS r WHERE r.OperationRow = %1.OperationRow AND r.GoodCode "
+        "= %1.GoodCode)"_s;
+    const QString ledger = u"GoodDetailKardex"_s;
     host::Transaction transaction(m_connection);
     for (const QString &table : {EnterTable, ExitTable}) {
-        Run(u"DELETE FROM %1 WHERE "_s.arg(table) + Mine(operation) + other);
+        Run(u"DELETE FROM %1 WHERE "_s.arg(table) + Mine(operation) + other.arg(table, rows));
         Run(u"INSERT INTO %1 (StoreCode, GoodCode, %2, ComIndex, Tmp) SELECT DISTINCT StoreCode, GoodCode, %2, %3, 0 "
-            "FROM GoodDetailKardex WHERE "_s.arg(table, Keys, QString::number(m_desk.Number())) +
-            operation + other);
+            "FROM %4 WHERE "_s.arg(table, Keys, QString::number(m_desk.Number()), ledger) +
+            operation + other.arg(ledger, rows));
     }
     transaction.Commit();
 }

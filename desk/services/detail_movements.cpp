@@ -140,8 +140,6 @@ void DetailMovements::EnterGoodDetails_Restore(const TDocumentLine &line)
     transaction.Commit();
 }
 
-/// What the store has for the line: the ledger without the line's own rows, and instead of rows that other lines of the
-/// document have saved what they have kept since.
 QString DetailMovements::OnHand(const TDocumentLine &line, int detailValueId)
 {
     const QString sums = u"SUM(m.Amount1) AS Amount1, SUM(m.Amount2) AS Amount2, SUM(m.TotalAmount) AS TotalAmount, "

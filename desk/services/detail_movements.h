@@ -30,7 +30,7 @@ public:
     void ExitGoodDetails_DeleteAll(quint8 operationType, int operationCode) override;
     QList<int> ReturnedDetailValues(const host::TDocumentLine &line) override;
     bool IsReturned(const host::TDocumentLine &line, int detailValueId) override;
-    host::TAmounts Returnable(const host::TDocumentLine &line, int detailValueId) override;
+    std::optional<host::TAmounts> Returnable(const host::TDocumentLine &line, int detailValueId) override;
     bool ChangeStore(const host::TDocumentLine &line, int newStore) override;
     QList<host::TDetailRefusal> GoodDetailsOperation_Save(quint8 operationType, int operationCode) override;
     QList<host::TDetailRefusal> GoodDetailsOperation_Delete(quint8 operationType, int operationCode,
@@ -44,6 +44,12 @@ public:
     QList<host::TDetailRefusal> GoodDetailsOperation_Transfer(quint8 outType, quint8 inType, int operationCode,
                                                               int toStore) override;
 
+    /// A SELECT of what the store has for the line, by DetailValueID: the ledger without the line's own rows, and
+    /// instead of rows that other lines of the document have saved what they have kept since.
+    QString OnHand(const host::TDocumentLine &line, int detailValueId = 0);
+    /// Puts the values of the refused details into the refusals.
+    void Describe(QList<host::TDetailRefusal> &refusals);
+
 private:
     QString Mine(const QString &key);
     bool IsKept(const QString &table, const host::TDocumentLine &line);
@@ -53,7 +59,6 @@ private:
     QString Noted(const QString &key);
     void Run(const QString &text);
     void MarkKept(const QString &table, const host::TDocumentLine &line);
-    QString OnHand(const host::TDocumentLine &line, int detailValueId = 0);
     QString OfNamedDocument(const host::TDocumentLine &line, const QString &onHand);
     QString Chosen(const host::TDocumentLine &line);
     void Touch(const QString &rows);
@@ -64,7 +69,6 @@ private:
     void MakeMissingValues(const host::TDocumentLine &line);
     QString ReturnsBeyondCombination(quint8 operationType, int operationCode);
     QString ReturnsBeyondDocument(quint8 operationType, int operationCode);
-    void Describe(QList<host::TDetailRefusal> &refusals);
 
     DetailDesk &m_desk;
     host::DetailValueService &m_values;

@@ -172,15 +172,14 @@ QStringList FillReturnable(const QString &workingTable, const host::TDocumentLin
 
 /// They take their places as they come: before their details are written one is as good as another. The table is
 /// locked, so that those behind the last one are all of this batch.
-QStringList MakeValues(const QString &table, const QString &isNew, int goodCode)
+QStringList MakeValues(const QString &table, const QString &isNew, const QString &good)
 {
     const QString last = u"IF OBJECT_ID('tempdb..#DetailLast') IS NOT NULL DROP TABLE #DetailLast"_s;
     return {
         last,
         u"CREATE TABLE #DetailLast (ID int NOT NULL)"_s,
         u"INSERT INTO #DetailLast (ID) SELECT ISNULL(MAX(ID), 0) FROM GoodDetailValues WITH (TABLOCKX, HOLDLOCK)"_s,
-        u"INSERT INTO GoodDetailValues (GoodCode) SELECT %1 FROM %2 WHERE %3 ORDER BY Place"_s.arg(
-            QString::number(goodCode), table, isNew),
+        u"INSERT INTO GoodDetailValues (GoodCode) SELECT %1 FROM %2 WHERE %3 ORDER BY Place"_s.arg(good, table, isNew),
         u"UPDATE b SET ValueID = v.ID FROM %1 AS b INNER JOIN (SELECT Place, ROW_NUMBER() OVER (ORDER BY Place) AS N "
         "FROM %1 WHERE %2) AS p ON p.Place = b.Place INNER JOIN (SELECT ID, ROW_NUMBER() OVER (ORDER BY ID) AS N FROM "
         "GoodDetailValues WHERE ID > (SELECT ID FROM #DetailLast)) AS v ON v.N = p.N"_s.arg(table, isNew),

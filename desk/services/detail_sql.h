@@ -56,7 +56,7 @@ QStringList FillReturnable(const QString &workingTable, const host::TDocumentLin
                            const host::TDetailValues &details, int desk);
 
 /// Statements that make a detail value for each row of a temporary table that `isNew` finds, in the order of Place, and
-/// set its ValueID. What their details are is written afterwards.
-QStringList MakeValues(const QString &table, const QString &isNew, int goodCode);
+/// set its ValueID. `good` is a code or a column with it. What their details are is written afterwards.
+QStringList MakeValues(const QString &table, const QString &isNew, const QString &good);
 
 } // namespace desk::detail_sql

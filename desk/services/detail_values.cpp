@@ -49,8 +49,7 @@ QString UnusedText(const QString &ids)
 {
     const QString none = u" AND NOT EXISTS (SELECT 1 FROM %1 AS u WHERE u.DetailValueID %2)"_s;
     QString unused = none.arg(u"GoodDetailKardexEnter_Temp"_s, u"IN (GoodDetailValues.ID, -GoodDetailValues.ID)"_s);
-    for (const QString &table :
-         {u"GoodDetailKardex"_s, u"GoodDetailDivisionDetail"_s, u"GoodDetailDivisionDetailItems"_s})
+    for (const QString &table : {u"GoodDetailKardex"_s, u"GoodDetailDivisionDetail"_s})
         unused += none.arg(table, u"= GoodDetailValues.ID"_s);
     return u"DELETE FROM GoodDetailValues WHERE ID IN (%1)"_s.arg(ids) + unused +
            u" AND ID NOT IN (SELECT x.DetailValueID FROM GoodDetailKardexExit_Temp AS x WHERE x.DetailValueID IS NOT "

@@ -96,6 +96,11 @@ bool Messages::Confirm(int number, const QStringList &parameters)
     return AskBox(Owner(), MessageText(number, parameters), true);
 }
 
+QString Messages::TextOf(int number, const QStringList &parameters)
+{
+    return MessageText(number, parameters);
+}
+
 void Messages::ShowFlashMessage(const QString &text, int milliseconds)
 {
     QWidget *owner = Owner();

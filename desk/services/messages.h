@@ -30,6 +30,7 @@ public:
 
     void ShowSmartMessage(int number, const QStringList &parameters, int milliseconds, QWidget *anchor) override;
     bool Confirm(int number, const QStringList &parameters) override;
+    QString TextOf(int number, const QStringList &parameters) override;
     void ShowFlashMessage(const QString &text, int milliseconds) override;
     void ShowMessage(const QString &text, host::MessageIcon icon, const QString &caption) override;
     bool Ask(const QString &text, bool defaultYes) override;

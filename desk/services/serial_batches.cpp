@@ -221,7 +221,7 @@ void SerialBatches::DecideReturn(const TSerialBatch &batch)
 void SerialBatches::MakeValues(const TSerialBatch &batch)
 {
     const QString isNew = u"Fate = "_s + Fate(TSerialFate::New);
-    for (const QString &text : detail_sql::MakeValues(u"#SerialBatch"_s, isNew, batch.Line.GoodCode))
+    for (const QString &text : detail_sql::MakeValues(u"#SerialBatch"_s, isNew, QString::number(batch.Line.GoodCode)))
         Run(text);
     const auto &[ids, values] = batch.Details;
     QString details = u"INSERT INTO GoodDetailValueDetails (DetailValueID, DetailID, [Value]) SELECT ValueID, %1, Text "

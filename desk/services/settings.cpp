@@ -36,6 +36,7 @@ const QList<SettingSwitch> &SettingSwitches()
          u"ورود جزئیات برای موجودی اول دوره الزامی است"},
         {"TakeOnlyDetail", &TSettingRecord::TakeOnlyDetail, u"جزئیات کالا",
          u"در خروج، موجودی تنها سریال پیدا شده پیشنهاد شود"},
+        {"DivisionWaste", &TSettingRecord::DivisionWaste, u"جزئیات کالا", u"در تقسیم جزئیات، ضایعات علامت زده شود"},
         {"StockOnGoodsList", &TSettingRecord::StockOnGoodsList, u"موجودی", u"نمایش موجودی در لیست کالاها"},
         {"ControlNegativeStock", &TSettingRecord::ControlNegativeStock, u"موجودی", u"جلوگیری از منفی شدن موجودی"},
         {"RowDiscounts", &TSettingRecord::RowDiscounts, u"قیمت و مالیات", u"تخفیف برای هر سطر سند"},

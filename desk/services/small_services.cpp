@@ -74,10 +74,19 @@ int Numbers::Save_Global_ID(host::TSoftwarePart part)
     return number;
 }
 
+void Numbers::Save_Global_ID(host::TSoftwarePart part, int number)
+{
+    host::Run(
+        m_connection,
+        u"INSERT INTO Global_ID (Mode, Code) SELECT %1, %2 WHERE NOT EXISTS (SELECT 1 FROM Global_ID WHERE Mode = "
+        "%1 AND Code = %2)"_s.arg(static_cast<int>(part))
+            .arg(number));
+}
+
 void Numbers::Delete_Global_ID(host::TSoftwarePart part, int number)
 {
-    host::Exec(m_connection,
-               u"DELETE FROM Global_ID WHERE Mode = %1 AND Code = %2"_s.arg(static_cast<int>(part)).arg(number));
+    host::Run(m_connection,
+              u"DELETE FROM Global_ID WHERE Mode = %1 AND Code = %2"_s.arg(static_cast<int>(part)).arg(number));
 }
 
 bool Scales::Enabled() const
@@ -95,7 +104,7 @@ bool Scales::Enabled() const
 
 QColor Theme::CaptionColor() const
 {
-    return host::theme::Ink();
+    return host::theme::Bar();
 }
 
 QFont Theme::TitleFont() const

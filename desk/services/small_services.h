@@ -59,6 +59,7 @@ class Numbers : public host::NumberService
 public:
     explicit Numbers(const QSqlDatabase &connection) : m_connection(connection) {}
     int Save_Global_ID(host::TSoftwarePart part) override;
+    void Save_Global_ID(host::TSoftwarePart part, int number) override;
     void Delete_Global_ID(host::TSoftwarePart part, int number) override;
 
 private:

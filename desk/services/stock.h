@@ -9,6 +9,9 @@
 
 namespace desk {
 
+/// Reckons the stock of goods anew, as UpdateMogodiKala does it for one; `goods` is a SELECT of their codes.
+void ReckonStock(const QSqlDatabase &connection, const QString &goods);
+
 /// Stock on hand out of opening stock and movements, day by day.
 class Stock : public host::StockService
 {
@@ -21,8 +24,11 @@ public:
     /// Writes the opening stock of a good anew as its automatic storage document, and reckons its stock on hand.
     void SaveStorageAutoOperation(host::TSoftwarePart part, int code) override;
     void DeleteStorageAutoOperation(host::TSoftwarePart part, int code) override;
+    void SaveStorageAutoOperation(host::TOperationType type, int code) override;
+    void DeleteStorageAutoOperation(host::TOperationType type, int code) override;
 
 private:
+    void WriteMovements(host::TOperationType type, int code, const QString &rows);
     host::Quantity LowestFrom(int good, int store, const QString &date) const;
 
     QSqlDatabase m_connection;

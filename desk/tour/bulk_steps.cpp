@@ -70,6 +70,13 @@ void BulkSteps(TourScript &script)
     ForMarked(script, u"Discount_BTN"_s);
     script.Shot(u"group-discount"_s, u"Discount_Sell_1_Chk"_s);
     script.Key(u"leave the discounts"_s, u"Discount_Sell_1_Chk"_s, Qt::Key_Escape);
+    script.Focus(List);
+    ForMarked(script, u"SaveGroupGoodType_BTN"_s);
+    script.Key(u"choose a type"_s, u"DaraiGoodType_CMB"_s, Qt::Key_Down);
+    script.Shot(u"asset-type"_s, u"DaraiGoodType_CMB"_s);
+    script.Key(u"leave the type"_s, u"DaraiGoodType_CMB"_s, Qt::Key_Escape);
+    script.AnswerYes();
+    script.Focus(List);
     MarkFirst(script);
 }
 

@@ -41,12 +41,29 @@ void Categories(TourScript &script)
     script.Key(u"leave the categories"_s, tree, Qt::Key_Escape);
 }
 
+/// Titles of discounts and photos are reached from the editor of a good.
+void EditorCommands(TourScript &script)
+{
+    const QString photos = u"Photos_LST"_s;
+    script.Focus(Goods);
+    script.Key(u"to the first good"_s, Goods, Qt::Key_Home, Qt::ControlModifier);
+    script.Key(u"edit"_s, Goods, Qt::Key_F5);
+    Press(script, u"DiscountLevel_BTN"_s);
+    script.Shot(u"discount-level-titles"_s, u"Title1_EDT"_s);
+    script.Key(u"leave the titles"_s, u"Title1_EDT"_s, Qt::Key_Escape);
+    Press(script, u"Picture_BTN"_s);
+    script.Shot(u"photos"_s, photos);
+    script.Key(u"leave the photos"_s, photos, Qt::Key_Escape);
+    script.Key(u"leave the editor"_s, u"PageControl1"_s, Qt::Key_Escape);
+}
+
 } // namespace
 
 void ListCommandSteps(TourScript &script)
 {
     Movements(script);
     Categories(script);
+    EditorCommands(script);
     Press(script, u"CostList_BTN"_s);
     script.Shot(u"price-level-titles"_s, u"Title1_EDT"_s);
     script.Key(u"leave the titles"_s, u"Title1_EDT"_s, Qt::Key_Escape);

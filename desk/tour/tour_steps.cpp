@@ -2,6 +2,7 @@
 
 #include "desk/tour/bulk_steps.h"
 #include "desk/tour/detail_type_steps.h"
+#include "desk/tour/division_steps.h"
 #include "desk/tour/document_steps.h"
 #include "desk/tour/label_steps.h"
 #include "desk/tour/list_command_steps.h"
@@ -53,6 +54,9 @@ void AdvancedSearch(TourScript &script)
     script.Focus(u"SelectedLists_BTN"_s);
     script.Key(u"the lists"_s, u"SelectedLists_BTN"_s, Qt::Key_Space);
     script.Shot(u"selected-lists"_s, u"Lists_GRD"_s);
+    script.Key(u"edit the list"_s, u"Lists_GRD"_s, Qt::Key_F5);
+    script.Shot(u"selected-list"_s, u"Title_EDT"_s);
+    script.Key(u"leave the list"_s, u"Title_EDT"_s, Qt::Key_Escape);
     script.Key(u"leave the lists"_s, u"Lists_GRD"_s, Qt::Key_Escape);
     script.Key(u"select"_s, u"SelectList_CMB"_s, Qt::Key_F3);
     script.ExpectText(u"ADVSearch_LBL"_s, u"لبنیات"_s);
@@ -184,6 +188,7 @@ QList<TourStep> TourSteps(MainWindow &window, DeskHost &desk, const TakePicture 
     EditorTabs(*script);
     OpeningRowSteps(*script);
     DocumentSteps(*script);
+    DivisionSteps(*script);
     AddGood(*script);
     CorrectGood(*script);
     DeleteGood(*script);

@@ -15,7 +15,7 @@ namespace desk {
 
 namespace {
 
-constexpr int TilesAcross = 3;
+constexpr int TilesAcross = 4;
 constexpr QSize TileSize(210, 96);
 constexpr QSize TileIcon(40, 40);
 

@@ -65,10 +65,13 @@ MainWindow::MainWindow(DeskHost &desk, GoodsModule &module, const QString &datab
     AddMenus();
     AddToolBar();
     AddStatusLine();
-    m_home = new HomePage({Command(u"GoodsList_ACT"_s), Command(u"NewGood_ACT"_s), Command(u"DetailTypes_ACT"_s),
-                           Command(u"Documents_ACT"_s), Command(u"NewSale_ACT"_s), Command(u"NewPurchase_ACT"_s),
-                           Command(u"Groups_ACT"_s), Command(u"Stores_ACT"_s), Command(u"Units_ACT"_s),
-                           Command(u"Choose_ACT"_s), Command(u"Rights_ACT"_s), Command(u"Settings_ACT"_s)});
+    // Row by row: goods, documents, base data, the desk itself.
+    QList<QAction *> tiles;
+    for (const QString &name : {u"GoodsList"_s, u"NewGood"_s, u"DetailTypes"_s, u"Choose"_s, u"Documents"_s,
+                                u"NewSale"_s, u"NewPurchase"_s, u"Divisions"_s, u"Groups"_s, u"Stores"_s, u"Units"_s,
+                                u"OpeningStock"_s, u"DetailHistory"_s, u"Rights"_s, u"Settings"_s, u"User"_s})
+        tiles << Command(name + u"_ACT");
+    m_home = new HomePage(tiles);
     m_pages->addTab(m_home, u"آغاز"_s);
     m_pages->tabBar()->setFocusPolicy(Qt::NoFocus); // the keys belong to the page
     connect(m_pages, &QTabWidget::currentChanged, this, [this] { EnterPage(); });
@@ -126,6 +129,7 @@ void MainWindow::AddCommands()
             [this] { OpenChoose(); }),
         add(u"DetailTypes_ACT", u"جزئیات کالاها", host::Glyph::Details, Qt::CTRL | Qt::Key_D,
             [this] { OpenDetailTypes(); }),
+        add(u"Divisions_ACT", u"تقسیم جزئیات", host::Glyph::Divide, Qt::CTRL | Qt::Key_T, [this] { OpenDivisions(); }),
     };
     for (QAction *action : goods)
         action->setEnabled(m_module.IsLoaded());
@@ -171,7 +175,8 @@ void MainWindow::AddMenus()
         }
     };
     menu(u"&کالا"_s, {u"GoodsList_ACT"_s, u"NewGood_ACT"_s, u"DetailTypes_ACT"_s, {}, u"Choose_ACT"_s});
-    menu(u"ا&سناد"_s, {u"Documents_ACT"_s, u"NewSale_ACT"_s, u"NewPurchase_ACT"_s, {}, u"DetailHistory_ACT"_s});
+    menu(u"ا&سناد"_s,
+         {u"Documents_ACT"_s, u"NewSale_ACT"_s, u"NewPurchase_ACT"_s, {}, u"Divisions_ACT"_s, u"DetailHistory_ACT"_s});
     menu(u"&گزارش‌ها"_s, {u"OpeningStock_ACT"_s});
     menu(u"&اطلاعات پایه"_s, {u"Groups_ACT"_s, u"Stores_ACT"_s, u"Units_ACT"_s});
     menu(u"سی&ستم"_s, {u"Rights_ACT"_s,
@@ -193,9 +198,9 @@ void MainWindow::AddToolBar()
     bar->setMovable(false);
     bar->setIconSize(ToolIcon);
     bar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
-    for (const QString &name :
-         {u"GoodsList_ACT"_s, u"NewGood_ACT"_s, u"DetailTypes_ACT"_s, u"Choose_ACT"_s, QString(), u"Documents_ACT"_s,
-          QString(), u"Groups_ACT"_s, u"Stores_ACT"_s, u"Units_ACT"_s, QString(), u"Settings_ACT"_s, u"Exit_ACT"_s}) {
+    for (const QString &name : {u"GoodsList_ACT"_s, u"NewGood_ACT"_s, u"DetailTypes_ACT"_s, u"Choose_ACT"_s, QString(),
+                                u"Documents_ACT"_s, u"Divisions_ACT"_s, QString(), u"Groups_ACT"_s, u"Stores_ACT"_s,
+                                u"Units_ACT"_s, QString(), u"Settings_ACT"_s, u"Exit_ACT"_s}) {
         if (name.isEmpty())
             bar->addSeparator();
         else
@@ -301,6 +306,13 @@ void MainWindow::OpenDetailTypes()
     // The function of the module asks for no right: who may call it is the host's affair.
     if (MayOpenList(TSoftwarePart::DetailTypes))
         m_module.Call_DetailTypes_List();
+}
+
+void MainWindow::OpenDivisions()
+{
+    // As above.
+    if (MayOpenList(TSoftwarePart::GoodDetailDivision))
+        m_module.Open_GoodDetailDivision();
 }
 
 TDocument_List_FRM &MainWindow::Documents()

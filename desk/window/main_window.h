@@ -54,6 +54,7 @@ private:
     void NewGood();
     void OpenChoose();
     void OpenDetailTypes();
+    void OpenDivisions();
     void OpenDocuments();
     void OpenDetailHistory();
     void NewDocument(host::TOperationType type);

@@ -18,7 +18,7 @@ namespace {
 QColor InkOn(const QColor &ground)
 {
     const double light = 0.299 * ground.redF() + 0.587 * ground.greenF() + 0.114 * ground.blueF();
-    return light > 0.6 ? theme::Ink() : QColor(Qt::white);
+    return light > 0.6 ? theme::PaperInk() : QColor(Qt::white);
 }
 
 /// A name as the caption of a button or an entry, where an ampersand alone marks a key.

@@ -76,6 +76,15 @@ QPainterPath Tags()
     return path;
 }
 
+/// A sheet and the cuts that make three of it.
+QPainterPath CutSheet()
+{
+    QPainterPath path = Lines({{3, 5.5}, {21, 5.5}, {21, 18.5}, {3, 18.5}}, true);
+    path.addPath(Lines({{12.5, 3.2}, {12.5, 20.8}}));
+    path.addPath(Lines({{12.5, 11.5}, {23, 11.5}}));
+    return path;
+}
+
 QPainterPath Sheet()
 {
     QPainterPath path = Lines({{5, 3.5}, {15, 3.5}, {19, 7.5}, {19, 20.5}, {5, 20.5}}, true);
@@ -189,6 +198,7 @@ QPainterPath PathOf(Glyph glyph)
         {Glyph::AddGood, CartonPlus()},
         {Glyph::Choose, Tick()},
         {Glyph::Details, Tags()},
+        {Glyph::Divide, CutSheet()},
         {Glyph::Documents, Sheet()},
         {Glyph::Groups, Tree()},
         {Glyph::Stores, Store()},

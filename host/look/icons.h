@@ -13,6 +13,7 @@ enum class Glyph {
     AddGood,
     Choose,
     Details,
+    Divide,
     Documents,
     Groups,
     Stores,

@@ -1,6 +1,7 @@
 #include "host/look/theme.h"
 
 #include "host/look/house_style.h"
+#include "host/look/palette.h"
 
 #include <QApplication>
 #include <QFontDatabase>
@@ -20,7 +21,7 @@ QWidget#Footer_PNL { background: @footer; border-top: 1px solid @line; }
 
 QLineEdit, QPlainTextEdit, QTextEdit, QComboBox, QAbstractSpinBox {
     background: @surface; border: 1px solid @border; border-radius: 4px; padding: 1px 6px; min-height: 24px;
-    selection-background-color: @accent; selection-color: white; }
+    selection-background-color: @fill; selection-color: white; }
 QLineEdit:hover, QComboBox:hover, QPlainTextEdit:hover { border-color: @soft; }
 QLineEdit:focus, QPlainTextEdit:focus, QTextEdit:focus, QComboBox:focus, QAbstractSpinBox:focus {
     border: 2px solid @accent; padding: 0px 5px; }
@@ -29,7 +30,7 @@ QPlainTextEdit:disabled { background: @readonly; color: @soft; border-color: @li
 QLineEdit[fault="true"] { border: 2px solid @danger; padding: 0px 5px; }
 QComboBox QLineEdit, QComboBox QLineEdit:focus { border: none; padding: 0; min-height: 0; background: transparent; }
 QComboBox::drop-down { border: none; width: 22px; }
-QComboBox::down-arrow { image: url(:/host/icons/down.png); width: 10px; height: 10px; }
+QComboBox::down-arrow { image: url(:/host/icons/@down.png); width: 10px; height: 10px; }
 QComboBox QAbstractItemView { background: @surface; border: 1px solid @border; outline: 0;
     selection-background-color: @accentsoft; selection-color: @ink; }
 
@@ -41,8 +42,8 @@ QPushButton:focus { border: 2px solid @accent; padding: 2px 11px; }
 QPushButton:checked { background: @accentsoft; border-color: @accent; color: @accentdark; }
 QPushButton:disabled { color: @disabled; background: @ground; border-color: @line; }
 QPushButton::menu-indicator { subcontrol-origin: padding; subcontrol-position: center right; right: 4px; }
-QPushButton[primary="true"] { background: @accent; border-color: @accent; color: white; }
-QPushButton[primary="true"]:hover { background: @accentdark; }
+QPushButton[primary="true"] { background: @fill; border-color: @fill; color: white; }
+QPushButton[primary="true"]:hover { border-color: @ink; }
 QPushButton[primary="true"]:focus { border: 2px solid @ink; }
 QPushButton[primary="true"]:disabled { background: @line; border-color: @line; color: @soft; }
 QToolButton { background: transparent; border: 1px solid transparent; border-radius: 4px; padding: 2px 4px; }
@@ -81,7 +82,7 @@ QCheckBox:focus, QRadioButton:focus { color: @accentdark; text-decoration: under
 QCheckBox:disabled, QRadioButton:disabled, QLabel:disabled { color: @disabled; }
 QLabel[soft="true"] { color: @soft; }
 QFrame[panel="true"] { background: @panel; border: 1px solid @line; border-radius: 6px; }
-QToolTip { background: @ink; color: white; border: none; padding: 3px 6px; }
+QToolTip { background: @bar; color: white; border: none; padding: 3px 6px; }
 QMenu { background: @surface; border: 1px solid @border; padding: 4px 0; }
 QMenu::item { padding: 4px 24px; }
 QMenu::item:selected { background: @accentsoft; color: @ink; }
@@ -103,69 +104,98 @@ QProgressBar { border: 1px solid @border; border-radius: 4px; text-align: center
 QProgressBar::chunk { background: @accent; border-radius: 3px; }
 )";
 
+bool dark = false;
+
+const Palette &Colors()
+{
+    return dark ? Palette::Dark() : Palette::Light();
+}
+
 QString StyleSheet()
 {
+    const Palette &look = Colors();
     // Longer names first: @accentsoft begins with @accent.
     const std::pair<const char16_t *, QColor> colors[] = {
-        {u"@accentsoft", AccentSoft()},
-        {u"@accentdark", QColor(0x07, 0x4f, 0x57)},
-        {u"@accent", Accent()},
-        {u"@surface", Surface()},
-        {u"@stripe", QColor(0xf7, 0xf9, 0xfa)},
-        {u"@soft", InkSoft()},
-        {u"@ground", Ground()},
-        {u"@gridline", QColor(0xe6, 0xeb, 0xef)},
-        {u"@footer", QColor(0xe7, 0xec, 0xf0)},
-        {u"@panel", QColor(0xfa, 0xfb, 0xfc)},
-        {u"@readonly", QColor(0xec, 0xf0, 0xf3)},
-        {u"@disabled", QColor(0x98, 0xa4, 0xae)},
-        {u"@current", QColor(0xb5, 0xdd, 0xdc)},
-        {u"@border", QColor(0xa9, 0xb5, 0xc0)},
-        {u"@handle", QColor(0xb4, 0xbf, 0xc8)},
-        {u"@head", QColor(0xe4, 0xea, 0xee)},
-        {u"@danger", Danger()},
-        {u"@line", Line()},
-        {u"@ink", Ink()},
+        {u"@accentsoft", look.AccentSoft},
+        {u"@accentdark", look.AccentInk},
+        {u"@accent", look.Accent},
+        {u"@surface", look.Surface},
+        {u"@stripe", look.Stripe},
+        {u"@soft", look.InkSoft},
+        {u"@ground", look.Ground},
+        {u"@gridline", look.GridLine},
+        {u"@footer", look.Footer},
+        {u"@panel", look.Panel},
+        {u"@readonly", look.ReadOnly},
+        {u"@disabled", look.Disabled},
+        {u"@current", look.Current},
+        {u"@border", look.Border},
+        {u"@handle", look.Handle},
+        {u"@head", look.Head},
+        {u"@danger", look.Danger},
+        {u"@line", look.Line},
+        {u"@fill", look.Fill},
+        {u"@bar", look.Bar},
+        {u"@ink", look.Ink},
     };
     QString text = QString::fromUtf16(sheet);
+    text.replace(u"@down"_s, dark ? u"down-light"_s : u"down"_s);
     for (const auto &[name, color] : colors)
         text.replace(QString::fromUtf16(name), color.name());
     return text;
+}
+
+/// A desktop that is dark gives its programs a dark window before they choose their own.
+bool DesktopIsDark()
+{
+    return QGuiApplication::palette().color(QPalette::Window).lightnessF() < 0.5F;
 }
 
 } // namespace
 
 QColor Ground()
 {
-    return {0xf1, 0xf4, 0xf6};
+    return Colors().Ground;
 }
 QColor Surface()
 {
-    return {0xff, 0xff, 0xff};
+    return Colors().Surface;
 }
 QColor Line()
 {
-    return {0xcf, 0xd7, 0xde};
+    return Colors().Line;
 }
 QColor Ink()
 {
-    return {0x18, 0x24, 0x30};
+    return Colors().Ink;
 }
 QColor InkSoft()
 {
-    return {0x52, 0x61, 0x70};
+    return Colors().InkSoft;
 }
 QColor Accent()
 {
-    return {0x0b, 0x6b, 0x74};
+    return Colors().Accent;
 }
 QColor AccentSoft()
 {
-    return {0xdd, 0xef, 0xef};
+    return Colors().AccentSoft;
 }
 QColor Danger()
 {
-    return {0xb3, 0x26, 0x1e};
+    return Colors().Danger;
+}
+QColor Bar()
+{
+    return Colors().Bar;
+}
+QColor PaperInk()
+{
+    return Palette::Light().Ink;
+}
+QColor PaperLine()
+{
+    return Palette::Light().Line;
 }
 
 QFont InterfaceFont(double points)
@@ -205,20 +235,26 @@ void Repolish(QWidget *widget)
     widget->update();
 }
 
-void Apply(QApplication &application)
+void Apply(QApplication &application, Look look)
 {
+    dark = look == Look::Dark || (look == Look::Desktop && DesktopIsDark());
+    const Palette &colors = Colors();
     application.setLayoutDirection(Qt::RightToLeft);
     application.setStyle(new HouseStyle);
     application.setFont(InterfaceFont());
-    QPalette palette;
+    QPalette palette(colors.Surface, colors.Ground);
     palette.setColor(QPalette::Window, Ground());
     palette.setColor(QPalette::Base, Surface());
     palette.setColor(QPalette::Button, Surface());
-    palette.setColor(QPalette::AlternateBase, QColor(0xf7, 0xf9, 0xfa));
+    palette.setColor(QPalette::AlternateBase, colors.Stripe);
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
         palette.setColor(role, Ink());
-    palette.setColor(QPalette::PlaceholderText, QColor(0x7c, 0x8a, 0x96));
-    palette.setColor(QPalette::Highlight, Accent());
+    palette.setColor(QPalette::PlaceholderText, colors.Placeholder);
+    palette.setColor(QPalette::ToolTipBase, colors.Bar);
+    palette.setColor(QPalette::ToolTipText, Qt::white);
+    palette.setColor(QPalette::Link, colors.AccentInk);
+    palette.setColor(QPalette::LinkVisited, colors.AccentInk);
+    palette.setColor(QPalette::Highlight, colors.Fill);
     palette.setColor(QPalette::HighlightedText, Qt::white);
     palette.setColor(QPalette::Link, Accent());
     palette.setColor(QPalette::LinkVisited, Accent());

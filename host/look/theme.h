@@ -20,6 +20,10 @@ HOST_EXPORT QColor InkSoft();    ///< captions and hints
 HOST_EXPORT QColor Accent();     ///< the one colour that means "active"
 HOST_EXPORT QColor AccentSoft(); ///< ground of the current row
 HOST_EXPORT QColor Danger();     ///< refusals
+HOST_EXPORT QColor Bar();        ///< title panels: white words stand on it
+/// On paper, and on what shows paper, whatever the look of the screen.
+HOST_EXPORT QColor PaperInk();
+HOST_EXPORT QColor PaperLine();
 
 /// Room for what a window manager draws around a window, in logical pixels.
 constexpr QSize WindowFrame(16, 40);
@@ -35,7 +39,10 @@ HOST_EXPORT QString PlainToolTip(const QString &text);
 /// Makes the style sheet see that a property of `widget` changed.
 HOST_EXPORT void Repolish(QWidget *widget);
 
+/// Light or dark; by default as the desktop is.
+enum class Look { Desktop, Light, Dark };
+
 /// Gives the application its font, palette, style sheet and right-to-left direction. A host calls it once, at start.
-HOST_EXPORT void Apply(QApplication &application);
+HOST_EXPORT void Apply(QApplication &application, Look look = Look::Desktop);
 
 } // namespace host::theme

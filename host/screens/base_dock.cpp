@@ -9,6 +9,7 @@
 #include "host/look/theme.h"
 #include "host/screens/form_inputs.h"
 #include "host/screens/list_keys.h"
+#include "host/screens/search_keys.h"
 
 #include <QApplication>
 #include <QDockWidget>
@@ -315,8 +316,13 @@ bool TBaseDock_FRM::Command(const QString &name, const std::function<void()> &bo
         qCWarning(screenLog) << error.what();
         text = QString::fromUtf8(error.what());
     }
-    m_host.messages.ShowMessage(text, MessageIcon::Error, PlainCaption(name));
+    ShowError(text, PlainCaption(name));
     return false;
+}
+
+void TBaseDock_FRM::ShowError(const QString &text, const QString &caption)
+{
+    m_host.messages.ShowMessage(text, MessageIcon::Error, caption);
 }
 
 QString TBaseDock_FRM::CaptionOf(const QString &column) const
@@ -388,6 +394,11 @@ void TBaseDock_FRM::BindKey(const QKeySequence &key, const QString &name, std::f
     shortcut->setContext(Qt::WidgetWithChildrenShortcut);
     connect(shortcut, &QShortcut::activated, this,
             [this, name, command = std::move(command)] { Command(name, command); });
+}
+
+void TBaseDock_FRM::BindSearch(QLineEdit *edit, QWidget *list, std::function<void()> take)
+{
+    new SearchKeys(edit, list, [this, take = std::move(take)] { Command(Title(), take); });
 }
 
 void TBaseDock_FRM::RememberLayout(Grid *grid)

@@ -13,6 +13,7 @@ class QAbstractButton;
 class QBoxLayout;
 class QDockWidget;
 class QLabel;
+class QLineEdit;
 class QPushButton;
 class QToolButton;
 
@@ -112,11 +113,17 @@ protected:
     /// A key of the whole screen without a button.
     void BindKey(const QKeySequence &key, const QString &name, std::function<void()> command);
 
+    /// `edit` searches `list`: Down goes into the list, Enter runs `take` inside `Command`, Esc empties the field
+    /// before it closes the screen.
+    void BindSearch(QLineEdit *edit, QWidget *list, std::function<void()> take);
+
     /// Layout and control settings of `grid` are restored on opening and stored on closing, under its object name.
     void RememberLayout(Grid *grid);
 
     /// Called on each opening, before the screen is visible, inside a command: open row sets, set up by mode.
     virtual void FormShow() {}
+    /// Tells what a command threw. Screens that are scanned into keep what arrives meanwhile.
+    virtual void ShowError(const QString &text, const QString &caption);
     /// Forgets that an opening gave up; for bases that open in two steps.
     void ClearAborted() { m_aborted = false; }
     /// Called after `FormShow` when the screen is about to appear.

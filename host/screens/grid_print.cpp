@@ -3,52 +3,26 @@
 #include "host/controls/grid.h"
 #include "host/data/persian_text.h"
 #include "host/look/theme.h"
+#include "host/screens/print_page.h"
 
-#include <QFile>
-#include <QFileInfo>
 #include <QPainter>
-#include <QPrintPreviewDialog>
 #include <QPrinter>
 #include <QProgressDialog>
-#include <QRegularExpression>
-#include <QScopeGuard>
 
 #include <numeric>
-#include <stdexcept>
 
 using namespace Qt::StringLiterals;
 
 namespace host {
 namespace {
 
-constexpr double pointsPerInch = 72.0;
 constexpr double rowPoints = 20.0;
 constexpr double titlePoints = 34.0;
 constexpr double footPoints = 20.0;
-constexpr double padPoints = 4.0;
 constexpr int longJobPages = 40;
 
 /// Columns this wide together are better read across the long side of the page.
 constexpr double landscapeWidth = 700.0;
-
-/// The painter works in points, so that a font's pixels are points.
-QFont PrintFont(int points, bool bold)
-{
-    QFont font = theme::InterfaceFont();
-    font.setPixelSize(points);
-    font.setBold(bold);
-    return font;
-}
-
-/// A preview keeps each run of one direction by itself, drawn from left to right: a blank between a word and a number
-/// would change its side there. A direction mark keeps it inside the word's run.
-QString Printed(const QString &text)
-{
-    constexpr auto option = QRegularExpression::UseUnicodePropertiesOption;
-    static const QRegularExpression beforeNumber(u"(?<=\\p{Arabic}) (?=\\p{Nd})"_s, option);
-    static const QRegularExpression afterNumber(u"(?<=\\p{Nd}) (?=\\p{Arabic})"_s, option);
-    return QString(text).replace(beforeNumber, u" \u200F"_s).replace(afterNumber, u"\u200F "_s);
-}
 
 } // namespace
 
@@ -67,9 +41,7 @@ void GridPrinter::Print(QPrinter &printer)
     QPainter painter(&printer);
     if (!painter.isActive() || m_widths.empty())
         return;
-    const double scale = printer.resolution() / pointsPerInch;
-    painter.scale(scale, scale);
-    const QRectF page(QPointF(), printer.pageLayout().paintRectPoints().size());
+    const QRectF page = print::PageInPoints(painter, printer);
 
     const double body = page.height() - titlePoints - rowPoints - footPoints;
     const int rowsPerPage = qMax(1, static_cast<int>(body / rowPoints));
@@ -90,83 +62,40 @@ void GridPrinter::Print(QPrinter &printer)
 
 void GridPrinter::PaintPage(QPainter &painter, const QRectF &page, int firstRow, int lastRow, int number, int count)
 {
-    painter.setPen(theme::Ink());
-    painter.setFont(PrintFont(14, true));
+    painter.setPen(theme::PaperInk());
+    painter.setFont(print::Font(14, true));
     const QRectF top(page.left(), page.top(), page.width(), titlePoints);
-    painter.drawText(top, Qt::AlignRight | Qt::AlignVCenter, Printed(m_title));
-    painter.setFont(PrintFont(9, false));
+    painter.drawText(top, Qt::AlignRight | Qt::AlignVCenter, print::Text(m_title));
+    painter.setFont(print::Font(9, false));
     painter.drawText(top, Qt::AlignLeft | Qt::AlignVCenter, PersianDigits(m_date));
 
     QRectF row(page.left(), top.bottom(), page.width(), rowPoints);
     painter.fillRect(row, QColor(0xe4, 0xea, 0xee));
-    PaintRow(painter, row, m_grid.VisibleCaptions(), true);
+    print::TableRow(painter, row, m_widths, m_grid.VisibleCaptions(), true);
     for (int index = firstRow; index < lastRow; ++index) {
         row.translate(0, rowPoints);
         if ((index - firstRow) % 2)
             painter.fillRect(row, QColor(0xf7, 0xf9, 0xfa));
-        PaintRow(painter, row, m_grid.VisibleTexts(index), false);
+        print::TableRow(painter, row, m_widths, m_grid.VisibleTexts(index));
     }
     const QRectF foot(page.left(), page.bottom() - footPoints, page.width(), footPoints);
-    painter.drawText(foot, Qt::AlignCenter, Printed(PersianDigits(u"صفحه %1 از %2"_s.arg(number).arg(count))));
+    painter.drawText(foot, Qt::AlignCenter, print::Text(PersianDigits(u"صفحه %1 از %2"_s.arg(number).arg(count))));
 }
 
-void GridPrinter::PaintRow(QPainter &painter, const QRectF &row, const QStringList &texts, bool heading) const
+QPageLayout::Orientation GridPrinter::Orientation() const
 {
-    const QFont font = PrintFont(9, heading);
-    const QFontMetricsF metrics(font);
-    painter.setFont(font);
-    const double total = std::accumulate(m_widths.begin(), m_widths.end(), 0.0);
-    double right = row.right();
-    for (size_t column = 0; column < m_widths.size(); ++column) {
-        const double width = row.width() * m_widths[column] / total;
-        const QRectF cell(right - width, row.top(), width, row.height());
-        painter.setPen(QPen(theme::Line(), 0.5));
-        painter.drawRect(cell);
-        painter.setPen(theme::Ink());
-        const QRectF inside = cell.adjusted(padPoints, 0, -padPoints, 0);
-        const QString text =
-            metrics.elidedText(Printed(texts.value(static_cast<qsizetype>(column))), Qt::ElideRight, inside.width());
-        painter.drawText(inside, Qt::AlignRight | Qt::AlignVCenter | Qt::TextSingleLine, text);
-        right -= width;
-    }
-}
-
-void GridPrinter::SetUpPages(QPrinter &printer) const
-{
-    printer.setPageSize(QPageSize(QPageSize::A4));
-    printer.setPageMargins(QMarginsF(10, 10, 10, 10), QPageLayout::Millimeter);
-    if (std::accumulate(m_widths.begin(), m_widths.end(), 0.0) > landscapeWidth)
-        printer.setPageOrientation(QPageLayout::Landscape);
-    printer.setDocName(m_title);
+    const bool wide = std::accumulate(m_widths.begin(), m_widths.end(), 0.0) > landscapeWidth;
+    return wide ? QPageLayout::Landscape : QPageLayout::Portrait;
 }
 
 void GridPrinter::WritePdf(const QString &file)
 {
-    const QString draft = file + u".new"_s;
-    {
-        QPrinter printer(QPrinter::HighResolution);
-        printer.setOutputFormat(QPrinter::PdfFormat);
-        printer.setOutputFileName(draft);
-        SetUpPages(printer);
-        Print(printer);
-    }
-    const auto sweep = qScopeGuard([&draft] { QFile::remove(draft); });
-    QFile::remove(file);
-    if (!QFile::rename(draft, file))
-        throw std::runtime_error(u"فایل «%1» نوشته نشد: در این جا نمی‌توان نوشت"_s
-                                     .arg(QFileInfo(file).fileName())
-                                     .toStdString());
+    print::WritePdf(m_title, Orientation(), file, [this](QPrinter &on) { Print(on); });
 }
 
 void GridPrinter::Preview(QWidget *parent)
 {
-    QPrinter printer(QPrinter::HighResolution);
-    SetUpPages(printer);
-    QPrintPreviewDialog preview(&printer, parent);
-    preview.setWindowTitle(m_title);
-    preview.resize(900, 700);
-    QObject::connect(&preview, &QPrintPreviewDialog::paintRequested, &preview, [this](QPrinter *on) { Print(*on); });
-    preview.exec();
+    print::Preview(m_title, Orientation(), parent, [this](QPrinter &on) { Print(on); });
 }
 
 } // namespace host

@@ -2,6 +2,7 @@
 
 #include "host/host_export.h"
 
+#include <QPageLayout>
 #include <QRectF>
 #include <QString>
 #include <QStringList>
@@ -32,9 +33,8 @@ public:
     void Preview(QWidget *parent);
 
 private:
-    void SetUpPages(QPrinter &printer) const;
+    QPageLayout::Orientation Orientation() const;
     void PaintPage(QPainter &painter, const QRectF &page, int firstRow, int lastRow, int number, int count);
-    void PaintRow(QPainter &painter, const QRectF &row, const QStringList &texts, bool heading) const;
 
     Grid &m_grid;
     QString m_title;

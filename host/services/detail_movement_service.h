@@ -14,6 +14,7 @@ struct TDetailRefusal
         Repeated,      ///< a serial of which more would be on hand than one entry brought
         NotOfDocument, ///< a return of more than its document moved
         Returned,      ///< less than what returns of this document have taken back
+        Used,          ///< a part of a division that something was done with since; the text names by what
     };
     Reason reason = Reason::Gone;
     int DetailValueID = 0;
@@ -69,8 +70,8 @@ public:
     virtual QList<int> ReturnedDetailValues(const TDocumentLine &line) = 0;
     virtual bool IsReturned(const TDocumentLine &line, int detailValueId) = 0;
     /// What may still be returned of a detail value: sold less returned, of the line's foreign document when it names
-    /// one, without what the line itself returns.
-    virtual TAmounts Returnable(const TDocumentLine &line, int detailValueId) = 0;
+    /// one, without what the line itself returns. Nothing when it was not sold there; zeros when all has come back.
+    virtual std::optional<TAmounts> Returnable(const TDocumentLine &line, int detailValueId) = 0;
 
     /// Another store for a line. Entered rows go along; rows chosen in the former store are forgotten, because the new
     /// one has others: then the answer is true.
@@ -93,7 +94,7 @@ public:
     /// saved.
     virtual QString DetailsOfLine(const TDocumentLine &line) = 0;
     /// The document has only these lines: what was kept or saved of any other goes with the next save. `rows` is a
-    /// SELECT with the column OperationRow.
+    /// SELECT with the columns OperationRow and GoodCode: what a line had of another good goes, too.
     virtual void GoodDetailsOperation_KeepLines(quint8 operationType, int operationCode, const QString &rows) = 0;
     /// What the saved rows of an operation took out comes in at another store, under another operation type: the second
     /// half of a transfer, in place of what it brought there before. Refusals as above.

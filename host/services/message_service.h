@@ -56,6 +56,8 @@ public:
     virtual void ShowSmartMessage(int number, const QStringList &parameters, int milliseconds, QWidget *anchor) = 0;
     /// Question `number` of the catalogue; true for Yes.
     virtual bool Confirm(int number, const QStringList &parameters) = 0;
+    /// What message `number` of the catalogue says, for a text that has more to tell.
+    virtual QString TextOf(int number, const QStringList &parameters) = 0;
     /// A short text over the main window, not modal, gone after `milliseconds`.
     virtual void ShowFlashMessage(const QString &text, int milliseconds) = 0;
     /// A plain message box, with the house's caption when `caption` is empty.

@@ -12,6 +12,8 @@ public:
 
     /// Takes the next number of a part and keeps it until it is deleted or used.
     virtual int Save_Global_ID(TSoftwarePart part) = 0;
+    /// Registers a number that the part has chosen by itself; once more changes nothing.
+    virtual void Save_Global_ID(TSoftwarePart part, int number) = 0;
     virtual void Delete_Global_ID(TSoftwarePart part, int number) = 0;
 };
 

@@ -20,6 +20,10 @@ public:
     /// transaction on the main connection.
     virtual void SaveStorageAutoOperation(TSoftwarePart part, int code) = 0;
     virtual void DeleteStorageAutoOperation(TSoftwarePart part, int code) = 0;
+    /// The same for what a division of details takes out (24) or brings in (25), as it is saved: its movements and the
+    /// stock that follows from them. They have no price: nothing is bought or sold.
+    virtual void SaveStorageAutoOperation(TOperationType type, int code) = 0;
+    virtual void DeleteStorageAutoOperation(TOperationType type, int code) = 0;
 };
 
 } // namespace host

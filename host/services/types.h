@@ -72,6 +72,7 @@ struct TSettingRecord
     bool GoodDetails = false;                ///< details (serials, colours …) are kept per unit of a good
     bool GoodDetailsForOpening = false;      ///< opening quantities must have their details entered
     bool TakeOnlyDetail = true;              ///< when one serial is found, all of it is proposed to go out
+    bool DivisionWaste = false;              ///< a division marks parts that are waste
     bool TwoUnitGoods = true;                ///< goods may have a second unit
     bool TwoUnitVariableRatio = false;       ///< two-unit goods whose ratio differs from piece to piece
     bool SquareMetreGoods = false;           ///< goods measured by area

@@ -25,7 +25,7 @@ void TGood_List_FRM::BindBulkCommands()
     BindScopes(m_ui->Discount_BTN, u"Discount_PM"_s, listed, &Commands::ChangeDiscounts);
     BindScopes(m_ui->UpdateGoodDetailTypes_BTN, u"DetailTypes_PM"_s, {ScopeKind::Marked, ScopeKind::All},
                &Commands::ChangeDetailTypes);
-    Bind(m_ui->SaveGroupGoodType_BTN, {}, [this] { ChangeMany(ScopeKind::Marked, &Commands::ChangeAssetType); });
+    BindScopes(m_ui->SaveGroupGoodType_BTN, u"GoodType_PM"_s, listed, &Commands::ChangeAssetType);
     BindKey(Qt::CTRL | Qt::Key_F8, u"آخرین تغییرات گروهی"_s, [this] { ShowLastChanges(); });
 }
 

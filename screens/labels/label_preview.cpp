@@ -28,7 +28,7 @@ void LabelPreview::paintEvent(QPaintEvent *)
     painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
     painter.translate(room.center().x() - page.width() * scale / 2, room.top());
     painter.scale(scale, scale);
-    QPen edge(host::theme::Line());
+    QPen edge(host::theme::PaperLine());
     edge.setCosmetic(true);
     painter.setPen(edge);
     painter.setBrush(Qt::white);
@@ -45,7 +45,7 @@ void LabelPreview::PaintPlaces(QPainter &painter, const Paper &paper) const
     const int used = std::clamp(m_job.choices.start, 1, paper.PerPage()) - 1;
     for (int place = 0; place < paper.PerPage(); ++place) {
         const QRectF at = SpotOf(paper, 1, place).at;
-        painter.setBrush(place < used ? host::theme::Line() : QColor(Qt::white));
+        painter.setBrush(place < used ? host::theme::PaperLine() : QColor(Qt::white));
         painter.drawRect(QRectF(at.topLeft() * perMillimetre, at.size() * perMillimetre));
     }
 }

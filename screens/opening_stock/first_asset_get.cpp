@@ -208,7 +208,9 @@ Refused TFirstAsset_Get_FRM::StockStaysPositive() const
 {
     if (!m_host.settings.SettingRecord().ControlNegativeStock)
         return {};
-    // A store keeps what any row leaves in it: rows may exchange their stores.
+    // A store keeps what any row leaves in it. A row that moves leaves its store to another one, which may come yet, by
+    // way of a third store when two are exchanged: the save of the good judges all rows as they stand then.
+    const int movedFrom = m_row.StoreCode == m_ui->Store_Entity->Code() ? 0 : m_row.StoreCode;
     QHash<int, goods::Quantity> before;
     QHash<int, goods::Quantity> after{{m_ui->Store_Entity->Code(), m_ui->Quantities->Amounts().first}};
     for (const TGoodFirstAsset_Rec &row : m_context.copy.Rows()) {
@@ -218,7 +220,7 @@ Refused TFirstAsset_Get_FRM::StockStaysPositive() const
     }
     for (const TGoodFirstAsset_Rec &saved : m_context.copy.Saved()) {
         const goods::Quantity left = after.value(saved.StoreCode);
-        if (left < saved.Amount1 && left < before.value(saved.StoreCode) &&
+        if (saved.StoreCode != movedFrom && left < saved.Amount1 && left < before.value(saved.StoreCode) &&
             !m_host.stock.Check_TockMinus(goods::NegativeStockProbe(m_context.good.code, saved.StoreCode, left),
                                           m_context.data.GetFirstPeriodVoucherDate()))
             return host::ToldAlready(m_ui->Quantities->QuantityEdit());

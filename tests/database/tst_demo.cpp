@@ -39,8 +39,12 @@ void TestDemo::hasNoRows_data()
                     " WHERE c.GoodCode IS NULL OR c.CostLevel_Sell_1 <= c.CostLevel_Buy_1 OR c.CostLevel_Buy_1 <= 0"
                     " OR c.CostLevel_Sell_2 > c.CostLevel_Sell_1 OR g.ConsumerPrice < c.CostLevel_Sell_1");
     row("price of no good", "SELECT GoodCode FROM GoodCostDiscount WHERE GoodCode NOT IN (SELECT Code FROM GoodInf)");
-    row("ratio without second unit", "SELECT Code FROM GoodInf WHERE (Meghdar_Formool > 0 AND Unit2 IS NULL) OR"
-                                     " (Meghdar_Formool = 0 AND Unit2 IS NOT NULL) OR Unit IS NULL OR Unit = Unit2");
+    row("ratio without second unit",
+        "SELECT Code FROM GoodInf WHERE (Meghdar_Formool > 0 AND Unit2 IS NULL) OR (Meghdar_Formool = 0 AND Unit2 IS NOT"
+        " NULL AND Code NOT IN (SELECT GoodCode FROM GoodDetailRelation)) OR Unit IS NULL OR Unit = Unit2");
+    row("a piece without its measures",
+        "SELECT DetailValueID FROM GoodDetailKardex WHERE [Length] * Width * Amount3 <> CASE WHEN [Length] > 0 THEN"
+        " Amount1 ELSE 0 END");
     row("opening total",
         "SELECT g.Code FROM GoodInf g LEFT JOIN (SELECT GoodCode, SUM(Amount1) AS a1, SUM(Amount2) AS a2 FROM"
         " GoodFirstAsset WHERE tmp = 0 GROUP BY GoodCode) a ON a.GoodCode = g.Code"

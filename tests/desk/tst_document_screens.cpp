@@ -7,6 +7,7 @@
 #include "host/controls/entity_picker.h"
 #include "host/controls/grid.h"
 #include "tests/desk/document_fixture.h"
+#include "tests/gooddetail/division_fixture.h"
 #include "tests/support/modal.h"
 #include "tests/support/test_main.h"
 
@@ -74,6 +75,7 @@ private slots:
     void savingIsRefusedWithItsReason();
     void list();
     void history();
+    void kin();
 };
 
 /// A code leads over the quantity and the price back to the field; a barcode counts up in place; a star says how many.
@@ -354,6 +356,52 @@ void TestDocumentScreens::history()
                     });
         test::Press(Qt::Key_Escape);
     });
+}
+
+/// From a part of a part up to what was bought, and down again, by Enter.
+void TestDocumentScreens::kin()
+{
+    Shop s;
+    const host::Query unit(
+        s.database.Main(),
+        u"SELECT TOP 1 d.[Value] AS Serial, k.StoreCode FROM GoodDetailKardex AS k INNER JOIN "
+        "GoodDetailValueDetails AS d ON d.DetailValueID = k.DetailValueID INNER JOIN DetailTypes AS t "
+        "ON t.ID = d.DetailID AND t.DetailType = 3 WHERE k.GoodCode = 200001 GROUP BY d.[Value], "
+        "k.StoreCode HAVING SUM(k.Amount1) = 1 ORDER BY d.[Value] DESC"_s);
+    const QString serial = unit.Text(u"Serial");
+    test::Divider divider(s.desk.host);
+    divider.store = unit.Int(u"StoreCode");
+    divider.Open();
+    divider.Take(200001, serial, {1}, {{0.75L, 0, 0, 0, 0, 3}, {0.25L, 0, 0, 0, 0, 1}});
+    QCOMPARE(divider.Save(), QString());
+    divider.Open();
+    divider.Take(200001, serial + u"/2"_s, {0.25L}, {{0.25L, 0, 0, 0, 0, 2}}, true);
+    QCOMPARE(divider.Save(), QString());
+    desk::TDetailHistory_FRM history(s.desk.host);
+    test::Drive([&] { history.ShowModally(); },
+                [&](QWidget *screen) {
+                    TypeLine(serial + u"/2/1"_s);
+                    auto &grid = test::Find<host::Grid>(screen, u"Kin_GRD"_s);
+                    const auto row = [&](int at) {
+                        grid.StandOn(at);
+                        return grid.CurrentValue(u"Details"_s).toString().section(u' ', 0, 0) + u'|' +
+                               grid.CurrentValue(u"Relation"_s).toString() + u'|' +
+                               grid.CurrentValue(u"Kind"_s).toString() + u'|' +
+                               grid.CurrentValue(u"Waste"_s).toString();
+                    };
+                    const QString indent(1, QChar(0x2003));
+                    QCOMPARE(grid.RowCount(), 3);
+                    QCOMPARE(row(2), indent + indent + serial + u"/2/1|این واحد|تقسیم جزئیات|ضایعات"_s);
+                    QCOMPARE(row(1), indent + serial + u"/2|بریده شده از|تقسیم جزئیات|"_s);
+                    QCOMPARE(row(0), serial + u"|بریده شده از|خرید|"_s);
+                    grid.setFocus();
+                    test::Press(Qt::Key_Return);
+                    QCOMPARE(grid.RowCount(), 7); // with its four parts, and two parts of one of them
+                    QCOMPARE(test::Find<host::Grid>(screen, u"Movements_GRD"_s).RowCount(), 2);
+                    QCOMPARE(row(3), indent + indent + serial + u"/2/1|قسمت|تقسیم جزئیات|ضایعات"_s);
+                    test::Picture(*screen, u"detail-kin"_s);
+                    test::Press(Qt::Key_Escape);
+                });
 }
 
 REGISTER_TEST(TestDocumentScreens)

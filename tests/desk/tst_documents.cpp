@@ -232,6 +232,13 @@ void TestDocuments::refuses_data()
         "serials that nobody entered", [](Shop &s, int, int) { return s.desk.Save(s.desk.New(Purchase, Drill, 4, 2)); },
         u"جزئیات این سطر را وارد کنید"_s);
     row(
+        "another good with details, which were not entered",
+        [edit](Shop &s, int, int) {
+            return edit(s, Purchase, s.desk.Write(Purchase, 4, {8001, 8001}),
+                        [](Document &document) { document.Lines[0].Good.Code = Drill + 1; });
+        },
+        u"جزئیات این سطر را وارد کنید"_s);
+    row(
         "another quantity of what has details, while they are switched off",
         [edit](Shop &s, int, int sold) {
             host::TSettingRecord settings = s.desk.desk.settings.SettingRecord();
@@ -319,6 +326,14 @@ void TestDocuments::writesWhatChanged()
     document.Lines.removeFirst();
     document.Lines[0].Amount1 += 1;
     QCOMPARE(s.desk.Save(document), QString());
+    // A line that has become another good keeps nothing of the former one's details.
+    const int bought = s.desk.Write(Purchase, 4, {7001, 7003});
+    Document other = *s.desk.store.Get(Purchase, bought);
+    other.Lines[0].Good.Code = Rice;
+    QCOMPARE(s.desk.Save(other), QString());
+    QCOMPARE(s.database.Rows(
+                 u"SELECT ID FROM GoodDetailKardex WHERE OperationType = 1 AND OperationCode = %1"_s.arg(bought)),
+             QStringList());
     QCOMPARE(s.database.Rows(rows), before);
     QCOMPARE(s.database.Rows(u"SELECT OperationRow FROM Kardex WHERE OperationType = 2 AND OperationCode = 3 AND "
                              "OperationRow < 3"_s),

@@ -20,6 +20,7 @@ class TestGallery : public QObject
     Q_OBJECT
 
 private slots:
+    void photosAreAddedOrderedAndDeleted_data();
     void photosAreAddedOrderedAndDeleted();
     void onlyPicturesAreTaken();
     void clipboardAndCameras();
@@ -27,12 +28,17 @@ private slots:
 
 private:
     static constexpr int Good = 110001;
+    static constexpr int NewGood = 110999; ///< not saved yet
 
     struct Fixture : test::Desk
     {
         QTemporaryDir folder;
 
-        Fixture() { database.Exec(u"delete from PhotoGallery where Id_pic = %1 and GRPCode = 102"_s.arg(Good)); }
+        explicit Fixture(int good = Good) : code(good)
+        {
+            database.Exec(u"delete from PhotoGallery where Id_pic = %1 and GRPCode = 102"_s.arg(code));
+        }
+        int code;
         /// A file with a picture of one colour.
         QString File(const QString &name, const QSize &size, const QColor &color) const
         {
@@ -43,7 +49,7 @@ private:
                 qFatal("%s cannot be written", qPrintable(path));
             return path;
         }
-        void Open() { desk.photos.Open_Gallery(TSoftwarePart::Goods, Good); }
+        void Open() { desk.photos.Open_Gallery(TSoftwarePart::Goods, code); }
         /// F4, and the name of a file in the dialog that opens.
         static void Add(QWidget *gallery, const QString &path)
         {
@@ -60,7 +66,7 @@ private:
         {
             QStringList colors;
             for (host::Query rows(database.Main(), u"select Picture from PhotoGallery where Id_pic = %1 and tmp = %2 "
-                                                   "order by Radif"_s.arg(Good)
+                                                   "order by Radif"_s.arg(code)
                                                        .arg(temporary));
                  !rows.Eof(); rows.Next()) {
                 const QImage image = QImage::fromData(rows.Value(u"Picture").toByteArray());
@@ -75,50 +81,66 @@ private:
     };
 };
 
+void TestGallery::photosAreAddedOrderedAndDeleted_data()
+{
+    QTest::addColumn<int>("code");
+    QTest::addColumn<int>("temporary");
+    QTest::newRow("of a saved good: at once") << Good << 0;
+    QTest::newRow("of a new good: with its save") << NewGood << 1;
+}
+
 void TestGallery::photosAreAddedOrderedAndDeleted()
 {
-    Fixture t;
+    QFETCH(int, code);
+    QFETCH(int, temporary);
+    Fixture t(code);
+    const QStringList other(temporary == 0 ? 1 : 0, u"green 30x40"_s);
     const QString red = t.File(u"red.png"_s, {40, 30}, Qt::red);
     const QString green = t.File(u"a 'green' one.jpg"_s, {30, 40}, QColor(0, 200, 0));
     const QString blue = t.File(u"آبی.bmp"_s, {3200, 800}, Qt::blue);
-    test::Drive([&] { t.Open(); },
-                [&](QWidget *gallery) {
-                    for (const QString &file : {red, green, blue})
-                        Fixture::Add(gallery, file);
-                    test::Picture(*gallery, u"gallery"_s);
-                    auto &photos = test::Find<QListWidget>(gallery, u"Photos_LST"_s);
-                    QCOMPARE(photos.count(), 3);
-                    QCOMPARE(photos.currentRow(), 2); // the one that came last
-                    // Too large a picture is made smaller.
-                    QCOMPARE(t.Colors(1), (QStringList{u"red 40x30"_s, u"green 30x40"_s, u"blue 1600x400"_s}));
-                    QCOMPARE(t.desk.photos.Photos(TSoftwarePart::Goods, Good).size(),
-                             0); // not before the good is saved
+    test::Drive(
+        [&] { t.Open(); },
+        [&](QWidget *gallery) {
+            for (const QString &file : {red, green, blue})
+                Fixture::Add(gallery, file);
+            test::Picture(*gallery, u"gallery"_s);
+            auto &photos = test::Find<QListWidget>(gallery, u"Photos_LST"_s);
+            QCOMPARE(photos.count(), 3);
+            QCOMPARE(photos.currentRow(), 2); // the one that came last
+            // Too large a picture is made smaller.
+            QCOMPARE(t.Colors(temporary), (QStringList{u"red 40x30"_s, u"green 30x40"_s, u"blue 1600x400"_s}));
+            QCOMPARE(t.desk.photos.Photos(TSoftwarePart::Goods, code).size(), temporary == 0 ? 3 : 0);
+            // Another desk with the same good adds one, and leaves its editor without saving.
+            if (temporary == 0)
+                t.database.Exec(u"insert PhotoGallery(GRPCode,Id_pic,Radif,Picture) select 102,%1,9,Picture "
+                                "from PhotoGallery where Id_pic=%1 and Radif=2 delete from PhotoGallery where "
+                                "tmp>0 and id_pic=%1"_s.arg(code));
 
-                    test::Press(Qt::Key_Up, Qt::ControlModifier);
-                    test::Press(Qt::Key_Up, Qt::ControlModifier);
-                    test::Press(Qt::Key_Up, Qt::ControlModifier); // it is the first already
-                    QCOMPARE(photos.currentRow(), 0);
-                    test::Press(Qt::Key_Down, Qt::ControlModifier);
-                    QCOMPARE(t.Colors(1), (QStringList{u"red 40x30"_s, u"blue 1600x400"_s, u"green 30x40"_s}));
+            test::Press(Qt::Key_Up, Qt::ControlModifier);
+            test::Press(Qt::Key_Up, Qt::ControlModifier);
+            test::Press(Qt::Key_Up, Qt::ControlModifier); // it is the first already
+            QCOMPARE(photos.currentRow(), 0);
+            test::Press(Qt::Key_Down, Qt::ControlModifier);
+            QCOMPARE(t.Colors(temporary), (QStringList{u"red 40x30"_s, u"blue 1600x400"_s, u"green 30x40"_s} + other));
 
-                    const auto remove = [&](const QList<Qt::Key> &answer) {
-                        test::Drive([] { test::Press(Qt::Key_F7); },
-                                    [&](QWidget *question) {
-                                        QVERIFY(qobject_cast<QMessageBox *>(question));
-                                        for (const Qt::Key key : answer)
-                                            test::Press(key);
-                                    });
-                    };
-                    remove({Qt::Key_Escape});
-                    QCOMPARE(photos.count(), 3);
-                    remove({Qt::Key_Tab, Qt::Key_Space});
-                    QCOMPARE(t.Colors(1), (QStringList{u"red 40x30"_s, u"green 30x40"_s}));
-                    QCOMPARE(photos.currentRow(), 1);
-                    test::Press(Qt::Key_Escape);
-                });
-    t.database.Exec(u"update PhotoGallery set tmp = 0 where Id_pic = %1"_s.arg(Good));
-    QCOMPARE(t.desk.photos.Photos(TSoftwarePart::Goods, Good).size(), 2);
-    QCOMPARE(t.desk.photos.Photos(TSoftwarePart::Units, Good).size(), 0);
+            const auto remove = [&](const QList<Qt::Key> &answer) {
+                test::Drive([] { test::Press(Qt::Key_F7); },
+                            [&](QWidget *question) {
+                                QVERIFY(qobject_cast<QMessageBox *>(question));
+                                for (const Qt::Key key : answer)
+                                    test::Press(key);
+                            });
+            };
+            remove({Qt::Key_Escape});
+            QCOMPARE(photos.count(), 3 + other.size());
+            remove({Qt::Key_Tab, Qt::Key_Space});
+            QCOMPARE(t.Colors(temporary), (QStringList{u"red 40x30"_s, u"green 30x40"_s} + other));
+            QCOMPARE(photos.currentRow(), 1);
+            test::Press(Qt::Key_Escape);
+        });
+    t.database.Exec(u"update PhotoGallery set tmp = 0 where Id_pic = %1"_s.arg(code));
+    QCOMPARE(t.desk.photos.Photos(TSoftwarePart::Goods, code).size(), 2 + other.size());
+    QCOMPARE(t.desk.photos.Photos(TSoftwarePart::Units, code).size(), 0);
 }
 
 void TestGallery::onlyPicturesAreTaken()

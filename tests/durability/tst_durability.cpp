@@ -15,7 +15,9 @@ class TestDurability : public QObject
 
 private slots:
     void killedWhileSaving();
+    void killedWhileChangingMany_data();
     void killedWhileChangingMany();
+    void killedWhileSelling_data();
     void killedWhileSelling();
 };
 
@@ -36,12 +38,14 @@ const QString Broken =
     " UNION ALL SELECT k.Kala_code, 'category without a good' FROM Kala_category k"
     "  WHERE k.tmp = 0 AND k.Kala_code NOT IN (SELECT Code FROM GoodInf)"_s;
 
-/// Goods that have not the price of the last change, the old one when it was taken back, and changes that lack goods.
+/// Goods that have not what the last change gave them, the old value when it was taken back, and changes that lack
+/// goods. %1: what the change gives, in the price row d or the good g.
 const QString HalfChanged =
-    u"SELECT d.GoodCode, 'has another price' FROM GoodCostDiscount d WHERE NOT EXISTS (SELECT 1 FROM BulkChanges c"
-    "  INNER JOIN BulkChangeGoods j ON j.ChangeID = c.ID WHERE c.ID = (SELECT MAX(ID) FROM BulkChanges)"
-    "  AND j.GoodCode = d.GoodCode AND j.IsLeft = 0"
-    "  AND d.CostLevel_Sell_1 = CASE WHEN c.GoodsTakenBack IS NULL THEN j.NewPrice ELSE j.Old1 END)"
+    u"SELECT g.Code, 'has another value' FROM GoodInf g INNER JOIN GoodCostDiscount d ON d.GoodCode = g.Code WHERE NOT "
+    "EXISTS (SELECT 1 FROM BulkChanges c INNER JOIN BulkChangeGoods j ON j.ChangeID = c.ID INNER JOIN BulkChangeFields f "
+    "ON f.ChangeID = c.ID AND f.Place = 1 WHERE c.ID = (SELECT MAX(ID) FROM BulkChanges)"
+    "  AND j.GoodCode = g.Code AND j.IsLeft = 0"
+    "  AND %1 = CASE WHEN c.GoodsTakenBack IS NULL THEN ISNULL(j.NewPrice, f.NewValue) ELSE j.Old1 END)"
     " UNION ALL SELECT c.ID, 'lacks goods' FROM BulkChanges c WHERE c.Goods <>"
     "  (SELECT COUNT(*) FROM BulkChangeGoods j WHERE j.ChangeID = c.ID)"
     " UNION ALL SELECT c.ID, 'lacks its column' FROM BulkChanges c WHERE NOT EXISTS"
@@ -92,8 +96,17 @@ void TestDurability::killedWhileSaving()
     }
 }
 
+void TestDurability::killedWhileChangingMany_data()
+{
+    QTest::addColumn<QString>("value");
+    QTest::newRow("prices") << u"d.CostLevel_Sell_1"_s;
+    QTest::newRow("discounts") << u"d.Discount_Sell_1 = d.Discount_Buy_4 AND d.Discount_Sell_1"_s;
+    QTest::newRow("types") << u"g.DaraiGoodType"_s;
+}
+
 void TestDurability::killedWhileChangingMany()
 {
+    QFETCH(QString, value);
     if (test::Database::OnServer())
         QSKIP("about the file of the embedded database");
     test::Database database;
@@ -103,12 +116,20 @@ void TestDurability::killedWhileChangingMany()
         "N'کالا' FROM UserRights a CROSS JOIN UserRights b"
         " INSERT INTO GoodCostDiscount (GoodCode, CostLevel_Sell_1) SELECT Code, 100 FROM GoodInf"_s);
     for (int kill = 0; kill < 20; ++kill) {
-        KillAtWork({database.Name(), u"prices"_s}, 400000);
+        KillAtWork({database.Name(), QString::fromUtf8(QTest::currentDataTag())}, 400000);
         if (QTest::currentTestFailed())
             return;
-        const QStringList broken = database.Rows(HalfChanged);
+        const QStringList broken = database.Rows(HalfChanged.arg(value));
         QVERIFY2(broken.isEmpty(), qPrintable(QString::number(kill) + u": "_s + broken.join(u'\n').left(500)));
     }
+}
+
+void TestDurability::killedWhileSelling_data()
+{
+    QTest::addColumn<QStringList>("work");
+    QTest::addColumn<QString>("counted");
+    QTest::newRow("documents") << QStringList() << u"SELECT COUNT(*) FROM Documents"_s;
+    QTest::newRow("divisions") << QStringList{u"divide"_s} << u"SELECT COUNT(*) FROM GoodDetailDivision"_s;
 }
 
 /// What the check of goods-sql asks is true after each kill.
@@ -116,6 +137,8 @@ void TestDurability::killedWhileSelling()
 {
     if (test::Database::OnServer())
         QSKIP("about the file of the embedded database");
+    QFETCH(QStringList, work);
+    QFETCH(QString, counted);
     const test::Database database(test::Database::Content::Demo);
     QFile script(QString::fromUtf8(GOODS_SOURCES) + u"/desk/database/check.sql"_s);
     QVERIFY(script.open(QIODevice::ReadOnly));
@@ -123,12 +146,12 @@ void TestDurability::killedWhileSelling()
     QVERIFY(checks.size() > 5);
     int before = 0;
     for (int kill = 0; kill < 50; ++kill) {
-        KillAtWork({database.Name()}, 300000, SELLING_DESK); // several documents long
+        KillAtWork(QStringList{database.Name()} + work, 300000, SELLING_DESK); // several documents long
         if (QTest::currentTestFailed())
             return;
         for (const QString &check : checks)
             QCOMPARE(database.Rows(check), QStringList());
-        const int after = database.Scalar(u"SELECT COUNT(*) FROM Documents"_s).toInt();
+        const int after = database.Scalar(counted).toInt();
         QVERIFY2(after > before, "what was saved before the kill is gone");
         before = after;
     }

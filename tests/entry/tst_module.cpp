@@ -45,6 +45,9 @@ private slots:
     void detailsGoOut_data();
     void detailsGoOut();
     void detailsAreChosen();
+    void divisionsBySettings_data();
+    void divisionsBySettings();
+    void dividesAUnit();
     void lineDetails();
     void errorsStayInside();
 
@@ -342,6 +345,69 @@ void TestModule::detailsAreChosen()
                     });
         QCOMPARE(text, chosen);
     }
+    entry::Module::Release();
+}
+
+void TestModule::divisionsBySettings_data()
+{
+    const QString off =
+        u"کاربر گرامی برای استفاده از تقسیم جزئیات می بایست از تنظیمات نرم افزار جزئیات کالا را فعال نمایید"_s;
+    const QString nothing =
+        u"کاربر گرامی تقسیم جزئیات فقط برای کالاهای دو واحدی با ضریب متغیر و کالاهای از نوع متر مربع معنی دارد"_s;
+    QTest::addColumn<QString>("settings"); // details, two units, variable ratio, square metres, their unit
+    QTest::addColumn<QString>("message");
+    QTest::newRow("no details") << u"01117"_s << off;
+    QTest::newRow("fixed ratio, no unit of area") << u"11010"_s << nothing;
+    QTest::newRow("ratio without second units") << u"10107"_s << nothing;
+    QTest::newRow("rolls") << u"11100"_s << QString();
+    QTest::newRow("sheets") << u"10017"_s << QString();
+}
+
+void TestModule::divisionsBySettings()
+{
+    QFETCH(QString, settings);
+    QFETCH(QString, message);
+    Shop shop;
+    shop.host.Install();
+    host::TSettingRecord &record = shop.host.settings.record;
+    record.GoodDetails = settings.at(0) == u'1';
+    record.TwoUnitGoods = settings.at(1) == u'1';
+    record.TwoUnitVariableRatio = settings.at(2) == u'1';
+    record.SquareMetreGoods = settings.at(3) == u'1';
+    record.SquareMetreUnit = settings.at(4).digitValue();
+    if (message.isEmpty()) {
+        test::Drive([] { Open_GoodDetailDivision(); },
+                    [](QWidget *list) {
+                        QCOMPARE(list->windowTitle(), u"لیست تقسیم جزئیات"_s);
+                        test::Press(Qt::Key_Escape);
+                    });
+    } else {
+        Open_GoodDetailDivision();
+        QCOMPARE(shop.host.messages.TakeAll(), QStringList{u"ShowMessage(%1)"_s.arg(message)});
+        QCOMPARE(shop.host.messages.icon, host::MessageIcon::Information);
+    }
+    entry::Module::Release();
+}
+
+/// Tables first; a unit that is gone opens nothing, one that is left divides nothing.
+void TestModule::dividesAUnit()
+{
+    Shop shop;
+    shop.host.Install();
+    QStringList &calls = shop.host.detailDivisions.calls;
+    QCOMPARE(Open_GoodDetailDivision_DetailItems(1, 4, 200034, 3.75L, 0, 2.5L, 1.5L, 1), 0);
+    QCOMPARE(calls.mid(0, 2), (QStringList{u"CreateRows"_s, u"CreateItems"_s}));
+    QCOMPARE(shop.host.messages.TakeAll().size(), 1);
+    shop.host.detailDivisions.source =
+        host::TDivisionSource{1, 4, 200034, {}, u"سفید"_s, {3.75L, 0, 3.75L, 2.5L, 1.5L, 1}};
+    int result = -1;
+    test::Drive([&] { result = Open_GoodDetailDivision_DetailItems(1, 4, 200034, 3.75L, 0, 2.5L, 1.5L, 1); },
+                [](QWidget *screen) {
+                    QCOMPARE(test::Find<QLabel>(screen, u"GoodDetail_LBL"_s).text(), u"سفید"_s);
+                    test::Press(Qt::Key_Escape);
+                });
+    QCOMPARE(result, 0);
+    QVERIFY(!calls.contains(u"Header(2)"_s));
     entry::Module::Release();
 }
 

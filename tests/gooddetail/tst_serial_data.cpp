@@ -302,8 +302,9 @@ void TestSerialData::keepsAndReopensLines()
     const auto back = Desk::Line(4, 1, 1, 1, 1);
     QCOMPARE(desk.Enter(back, desk.Range(back, {1, 9})).size(), 7);
     QCOMPARE(movements.ReturnedDetailValues(sale).size(), 2);
-    QVERIFY(movements.Returnable(Desk::Line(4, 2, 1, 1, 1), 2).Amount1 == 0);
-    QVERIFY(movements.Returnable(back, 2).Amount1 == 1);
+    QVERIFY(movements.Returnable(Desk::Line(4, 2, 1, 1, 1), 2)->Amount1 == 0);
+    QVERIFY(movements.Returnable(back, 2)->Amount1 == 1);
+    QVERIFY(!movements.Returnable(back, 1)); // never sold
     QCOMPARE(desk.Delete(back), QStringList());
     QVERIFY(!movements.ChangeStore(buy, 2)); // the entry of what was sold from store 1
     QCOMPARE(desk.Save(buy).size(), 2);

@@ -40,6 +40,10 @@ QList<ScriptedAnswer> Shop()
          {u"DetailValueID"_s, u"StoreCode"_s, u"StoreName"_s, u"GoodCode"_s, u"Amount1"_s, u"Amount2"_s, u"Length"_s,
           u"Width"_s, u"Amount3"_s},
          {{5, 4, u"انبار"_s, 11, u"24"_s, u"0"_s, u"3"_s, u"2"_s, u"4"_s}}},
+        {u"AS T1"_s, {u"Code"_s}, {{7}}},
+        {u"#Parts"_s,
+         {u"OperationRow"_s, u"Amount1"_s, u"Amount2"_s, u"Length"_s, u"Width"_s, u"Amount3"_s, u"Waste"_s},
+         {{1, u"6"_s, u"0"_s, u"3"_s, u"2"_s, u"1"_s, false}}},
         {u"#EnterGoodDetailKardex"_s,
          {u"ID"_s, u"DetailValueID"_s, u"DetailTitle1"_s, u"DetailTitle2"_s, u"DetailTitle3"_s, u"DetailTitle4"_s,
           u"DetailTitle5"_s, u"Amount1"_s, u"Amount2"_s, u"TotalAmount"_s, u"Length"_s, u"Width"_s, u"Amount3"_s,
@@ -105,6 +109,49 @@ bool DetailsWork(QLibrary &module)
     return left && kept && chosen == u"5;4;11;24.00;0.00;3.00;2.00;4.00;";
 }
 
+/// As soon as a modal screen stands it gets the key.
+void PressOnScreen(QTimer &poll, Qt::Key key)
+{
+    QObject::connect(&poll, &QTimer::timeout, &poll, [&poll, key] {
+        QWidget *screen = QApplication::activeModalWidget();
+        if (!screen || !screen->isActiveWindow())
+            return;
+        poll.stop();
+        QTest::keyClick(screen, key);
+    });
+    poll.start(20);
+}
+
+/// The list of divisions says why it does not open, or opens; one unit is divided at once, or left as it is.
+bool DivisionsWork(QLibrary &module, test::TestHost &host)
+{
+    const auto list = reinterpret_cast<decltype(&::Open_GoodDetailDivision)>(module.resolve("Open_GoodDetailDivision"));
+    const auto divide = reinterpret_cast<decltype(&::Open_GoodDetailDivision_DetailItems)>(
+        module.resolve("Open_GoodDetailDivision_DetailItems"));
+    if (!list || !divide)
+        return false;
+    host.settings.record.GoodDetails = false;
+    list();
+    const bool told = host.messages.TakeAll().size() == 1;
+    host.settings.record.GoodDetails = true;
+    host.settings.record.SquareMetreGoods = true;
+    host.settings.record.SquareMetreUnit = 1;
+    QTimer leaving;
+    PressOnScreen(leaving, Qt::Key_Escape);
+    list();
+    host.detailDivisions.source = {5, 4, 11, {}, u"سفید"_s, {24, 0, 24, 3, 2, 4}};
+    host.detailDivisions.parts = u"SELECT * FROM #Parts"_s;
+    QStringList saved;
+    for (const Qt::Key key : {Qt::Key_Escape, Qt::Key_F3}) {
+        QTimer poll;
+        PressOnScreen(poll, key);
+        saved << QString::number(divide(5, 4, 11, 24, 0, 3, 2, 4));
+        saved << QString::number(host.detailDivisions.calls.count(u"Header(2)"_s));
+    }
+    std::printf("divisions: %s\n", qPrintable(saved.join(u' ')));
+    return told && saved.join(u' ') == u"0 0 1 1";
+}
+
 /// Keeps the details of a line as they are; whether its quantities come back through the 29 arguments.
 bool GetsQuantities(QLibrary &module)
 {
@@ -112,14 +159,7 @@ bool GetsQuantities(QLibrary &module)
     if (!enter)
         return false;
     QTimer poll;
-    QObject::connect(&poll, &QTimer::timeout, &poll, [&poll] {
-        QWidget *screen = QApplication::activeModalWidget();
-        if (!screen || !screen->isActiveWindow())
-            return;
-        poll.stop();
-        QTest::keyClick(screen, Qt::Key_F3);
-    });
-    poll.start(20);
+    PressOnScreen(poll, Qt::Key_F3);
     long double to[7] = {};
     const int result = enter(3, 1, 11, 0, 0, 12.375L, u"", u"", 0, u"", 0, u"قند", 0, 0, 0, 0, 0, &to[6], &to[5],
                              &to[4], &to[3], &to[2], &to[1], &to[0], 5, 0, 1, 70, 1);
@@ -161,12 +201,15 @@ int main(int argc, char *argv[])
     const int none = select(u"12#LC#");
     const bool details = DetailsWork(module);
     const bool quantities = GetsQuantities(module);
+    const bool divisions = DivisionsWork(module, host);
     module.unload();
     if (const QStringList said = host.messages.TakeAll(); !said.isEmpty())
         return Fail(qPrintable(said.join(u'\n')));
     std::printf("chosen: %d, %d, %d\n", located, first, none);
     if (!details)
         return Fail("the details of a line did not come back");
+    if (!divisions)
+        return Fail("the divisions did not open, or the unit was not divided");
     if (!quantities)
         return Fail("expected the quantities of the line");
     return located == 12 && first == 11 && none == 0 ? 0 : Fail("expected 12, 11, 0");

@@ -53,6 +53,10 @@ public:
     {
         return Question("Confirm", QStringList(QString::number(number)) + parameters);
     }
+    QString TextOf(int number, const QStringList &parameters) override
+    {
+        return (QStringList(QString::number(number)) + parameters).join(u", ");
+    }
     void ShowFlashMessage(const QString &text, int) override { Say("ShowFlashMessage", {text}); }
     void ShowMessage(const QString &text, host::MessageIcon shown, const QString &) override
     {

@@ -129,6 +129,14 @@ struct FakeStock : host::StockService
     {
         calls << Call("DeleteStorageAutoOperation", part, code);
     }
+    void SaveStorageAutoOperation(host::TOperationType type, int code) override
+    {
+        calls << Call("SaveStorageAutoOperation", int(type), code);
+    }
+    void DeleteStorageAutoOperation(host::TOperationType type, int code) override
+    {
+        calls << Call("DeleteStorageAutoOperation", int(type), code);
+    }
 
     bool enough = true;
     QString shortage; ///< another desk sold between the check and the save
@@ -198,7 +206,10 @@ struct FakeDetailMovements : host::DetailMovementService
     void ExitGoodDetails_DeleteAll(quint8 type, int code) override { calls << Call("DeleteAll", int(type), code); }
     QList<int> ReturnedDetailValues(const Line &) override { return returned; }
     bool IsReturned(const Line &, int value) override { return returned.contains(value); }
-    host::TAmounts Returnable(const Line &, int value) override { return returnable.value(value); }
+    std::optional<host::TAmounts> Returnable(const Line &, int value) override
+    {
+        return returnable.contains(value) ? std::optional(returnable.value(value)) : std::nullopt;
+    }
     bool ChangeStore(const Line &, int store) override { return !(calls << Call("ChangeStore", store)).isEmpty(); }
     Refusals GoodDetailsOperation_Save(quint8, int) override { return refusals; }
     Refusals GoodDetailsOperation_Delete(quint8 type, int code, int row) override
@@ -238,15 +249,78 @@ struct FakeSerialBatches : host::SerialBatchService
     host::TSerialBatchResult result;
 };
 
+/// Knows no division and no unit; records what is written.
 struct FakeDetailDivisions : host::DetailDivisionService
 {
+    using Refusals = QList<host::TDetailRefusal>;
+    using Quantity = host::Quantity;
     void CreateGoodDetailDivisionDetailTempTable() override { calls << u"CreateRows"_s; }
     void CreateGoodDetailDivisionDetailItemsTempTable() override { calls << u"CreateItems"_s; }
     void DropGoodDetailDivisionDetailTempTable() override { calls << u"DropRows"_s; }
     void DropGoodDetailDivisionDetailItemsTempTable() override { calls << u"DropItems"_s; }
     void GoodDetailDivisionDetailTempInsert_Rows(int code) override { calls << Call("Rows", code); }
     void GoodDetailDivisionDetailItemsTempInsert_Rows(int code) override { calls << Call("Items", code); }
+    void GoodDetailDivision_GetALL(host::Dataset &, const host::TDayRange &) override {}
+    void GoodDetailDivisionDetail_Get(host::Dataset &) override {}
+    void GoodDetailDivisionDetailItems_Get(host::Dataset &query, int, int) override
+    {
+        if (!parts.isEmpty())
+            query.Open(parts);
+    }
+    std::optional<host::TDivisionHeader> GoodDetailDivision_Header(int) override { return {}; }
+    std::optional<host::TDivisionSource> GoodDetailDivision_Source(const host::TDocumentLine &, int) override
+    {
+        return source;
+    }
+    QList<host::TDivisionSource> GoodDetailDivision_FindUnits(const QString &) override { return {}; }
+    int GetOperationRow() override { return 1; }
+    void InsertGoodDetailDivisionDetailTemp_Row(const host::TDivisionRow &) override {}
+    std::optional<host::TDivisionRow> GoodDetailDivisionDetailTemp_Row(int) override { return {}; }
+    QString GoodDetailDivisionDetailTemp_Get_Comment(int) override { return {}; }
+    void GoodDetailDivisionDetailTempDelete(int, int row) override { calls << Call("DeleteRow", row); }
+    void GoodDetailDivisionDetailItemsTempDelete(int, int row) override { calls << Call("DeleteItems", row); }
+    void Insert_GoodDetailKardexExit_Temp_Row(const host::TDivisionRow &) override {}
+    void Delete_GoodDetailKardexTemp(host::TOperationType, int, int) override {}
+    void GoodDetailDivisionDetailItemsTemp_Begin(int, int) override {}
+    void GoodDetailDivisionDetailItemsTemp_Discard() override {}
+    int GoodDetailDivisionDetailItemsTempInsertRow(const host::TDivisionPart &) override { return 1; }
+    void GoodDetailDivisionDetailItemsTempUpdateRow(const host::TDivisionPart &) override {}
+    void GoodDetailDivisionDetailItemsTempDeleteRow(int, int) override {}
+    void GoodDetailDivisionDetailItemsTempDeleteAllRow(int) override {}
+    std::optional<host::TDivisionPart> GoodDetailDivisionDetailItemsTemp_Row(int, int) override { return {}; }
+    Quantity GoodDetailDivisionDetailItemsTemp_Get_Amount1_By_OperationRow(int) override { return 0; }
+    Quantity GoodDetailDivisionDetailItemsTemp_Get_Amount3_By_OperationRow(int) override { return 0; }
+    int GoodDetailDivisionDetailItemsTemp_Get_OperationRow_By_Amount3(int, Quantity, bool) override { return 0; }
+    int GoodDetailDivisionDetailItemsTemp_Get_OperationRow_By_LengthWidth(int, Quantity, Quantity, bool) override
+    {
+        return 0;
+    }
+    int GoodDetailDivisionDetailItemsTemp_Get_OperationRow_By_Amounts(int, Quantity, Quantity, bool) override
+    {
+        return 0;
+    }
+    host::TAmounts GoodDetailDivisionDetailItemsTemp_Sum(int) override { return {}; }
+    void GoodDetailDivisionDetailItemsTemp_Update_Tmp(int, int, int) override {}
+    bool CheckGoodDetailDivisionDelete(int, int, int) override { return true; }
+    Refusals GoodDetailDivision_UsedParts(int, int, int) override { return {}; }
+    void InsertGoodDetailDivision(const host::TDivisionHeader &, int status) override
+    {
+        calls << Call("Header", status);
+    }
+    Refusals InsertGoodDetailDivisionDetail(int code) override
+    {
+        calls << Call("InsertRows", code);
+        return {};
+    }
+    Refusals InsertGoodDetailDivisionDetailItems(int code) override
+    {
+        calls << Call("InsertItems", code);
+        return {};
+    }
+    void DeleteGoodDetailDivision(int code) override { calls << Call("Delete", code); }
 
+    std::optional<host::TDivisionSource> source;
+    QString parts; ///< the statement that gives the parts of a row
     QStringList calls;
 };
 
@@ -359,6 +433,7 @@ struct FakeHelp : host::HelpService
 struct FakeNumbers : host::NumberService
 {
     int Save_Global_ID(host::TSoftwarePart) override { return ++last; }
+    void Save_Global_ID(host::TSoftwarePart, int number) override { last = number; }
     void Delete_Global_ID(host::TSoftwarePart, int number) override { deleted << number; }
     int last = 0;
     QList<int> deleted;

@@ -1,6 +1,6 @@
 // A desk that saves new goods as fast as it can, each with everything that can belong to one: prices, discounts, an
-// opening row, a category, a detail type. With "prices" behind the file it changes a price of all goods instead, and
-// takes every other change back. Prints a line once the first is saved.
+// opening row, a category, a detail type. With "prices", "discounts" or "types" behind the file it changes these of all
+// goods instead, and takes every other change back. Prints a line once the first is saved.
 
 #include "data/goods/good_dm.h"
 #include "host/data/query.h"
@@ -56,12 +56,27 @@ void SaveOne(host::Host &host, TGood_DM &data, int number)
     GoodSave(host, data, rows, details).Run(request);
 }
 
-void ChangeAll(TGood_DM &data, int number)
+goods::BulkResult Change(TGood_DM &data, const QString &what, int number, const goods::BulkOrder &order)
+{
+    const goods::GoodsScope all{goods::ScopeKind::All, {}};
+    if (what == u"prices") {
+        data.BulkPrices_Prepare(all, {goods::PriceKind::Sale, 1, 3, 1, 1, 0});
+        return data.BulkPrices_Apply(order);
+    }
+    const int value = 2 + number % 3; // never the one that stands
+    if (what == u"types")
+        return data.AssetType_Apply(all, value, order);
+    goods::GroupDiscount discount;
+    discount.sellTicked[0] = discount.buyTicked[3] = true;
+    discount.sell[0] = discount.buy[3] = value;
+    return data.ApplyGroupDiscount(all, discount, order);
+}
+
+void ChangeAll(TGood_DM &data, const QString &what, int number)
 {
     const goods::BulkOrder order{u"یک بیشتر"_s, u"u (1)"_s, u"1405/01/01"_s, u"10:00:00"_s, {}};
-    data.BulkPrices_Prepare({goods::ScopeKind::All, {}}, {goods::PriceKind::Sale, 1, 3, 1, 1, 0});
-    const goods::BulkResult result = data.BulkPrices_Apply(order);
-    if (number % 2 == 1)
+    const goods::BulkResult result = Change(data, what, number, order);
+    if (number % 2 == 1 && result.change != 0)
         data.BulkChange_TakeBack(result.change, order);
 }
 
@@ -77,8 +92,8 @@ int main(int argc, char *argv[])
     host::Host &host = desk;
     TGood_DM data(host.DM, host.settings, host.entities);
     for (int number = 0;; ++number) {
-        if (application.arguments().value(2) == u"prices"_s)
-            ChangeAll(data, number);
+        if (const QString what = application.arguments().value(2); !what.isEmpty())
+            ChangeAll(data, what, number);
         else
             SaveOne(host, data, number);
         if (number == 0) {

@@ -1,12 +1,15 @@
-// A desk that buys serials, sells some of them, moves and returns others, and deletes documents, as fast as it can.
+// A desk that buys serials, sells some of them, moves, returns and divides others, and deletes documents, as fast as it
+// can; told "divide", one that does little but divide.
 // Prints a line once the first one is saved.
 
 #include "desk/application/connections.h"
 #include "tests/desk/document_fixture.h"
+#include "tests/gooddetail/division_fixture.h"
 
 #include <QCoreApplication>
 
 #include <cstdio>
+#include <utility>
 
 namespace {
 
@@ -40,6 +43,28 @@ int Save(desk::DeskHost &desk, test::RangeScreens &screens, int kind, host::TSer
     return document.Code;
 }
 
+/// Divides a serial in three, one of the parts again, changes the first division, and takes the second one back.
+void Divide(host::Host &host, qint64 serial)
+{
+    test::Divider divider(host);
+    divider.store = Store;
+    const auto save = [&](const QString &unit, host::Quantity amount, int pieces) {
+        divider.Retake(1, Good, unit, {amount}, {{amount, 0, 0, 0, 0, host::Quantity(pieces)}});
+        if (const QString refused = divider.Save(); !refused.isEmpty())
+            qFatal("%s", qPrintable(refused));
+        return divider.header.Code;
+    };
+    const QString text = QString::number(serial);
+    divider.Open();
+    const int first = save(text, 1, 3);
+    divider.Open();
+    const int second = save(text + u"/2"_s, 0.3L, 2);
+    if (!divider.Delete(second).isEmpty())
+        qFatal("the second division stays");
+    divider.Open(first, host::TFormMode::Edit);
+    save(text, 1, 4);
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -57,12 +82,22 @@ int main(int argc, char *argv[])
                                u"SELECT ISNULL(MAX(TRY_CAST([Value] AS bigint)), 0) FROM GoodDetailValueDetails"_s)
                       .toLongLong() +
                   1;
-    for (bool first = true;; first = false, next += Pieces) {
+    for (bool first = true;; next += Pieces) {
         Save(desk, screens, 1, {next, next + Pieces - 1});
-        if (first) {
+        const auto tell = [&first] {
+            if (!std::exchange(first, false))
+                return;
             std::puts("saved");
             std::fflush(stdout);
+        };
+        if (application.arguments().value(2) == u"divide") {
+            for (qint64 serial = next; serial < next + Pieces; ++serial) {
+                Divide(desk.host, serial);
+                tell();
+            }
+            continue;
         }
+        tell();
         const int sold = Save(desk, screens, 2, {next, next + 5});
         Save(desk, screens, 4, {next, next + 1}, sold);
         Save(desk, screens, 6, {next + 8, next + 10});

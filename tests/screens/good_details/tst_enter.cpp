@@ -116,6 +116,7 @@ class TestEnter : public QObject
 
 private slots:
     void scansWithoutLoss();
+    void scansGoOnUnderAMessage_data();
     void scansGoOnUnderAMessage();
     void unitTypes_data();
     void unitTypes();
@@ -163,6 +164,13 @@ void TestEnter::scansWithoutLoss()
         QStringList{u"100|100|100"_s});
 }
 
+void TestEnter::scansGoOnUnderAMessage_data()
+{
+    QTest::addColumn<QString>("first");
+    QTest::newRow("of a rule") << u"S1"_s; // on hand
+    QTest::newRow("of the database") << u"S3"_s;
+}
+
 /// A box stands over the screen while the scanner goes on; Enter of the next scan closes it, and the scan is taken.
 void TestEnter::scansGoOnUnderAMessage()
 {
@@ -171,6 +179,7 @@ void TestEnter::scansGoOnUnderAMessage()
         void ShowMessage(const QString &text, host::MessageIcon icon, const QString &caption) override
         {
             FakeMessages::ShowMessage(text, icon, caption);
+            opened();
             QMessageBox box;
             box.setText(text);
             QTimer scanner;
@@ -184,19 +193,25 @@ void TestEnter::scansGoOnUnderAMessage()
             scanner.start(5);
             box.exec();
         }
+        std::function<void()> opened = [] {};
     };
+    QFETCH(QString, first);
     Shop shop;
     Enter(shop, Shop::Line(5002, 1, 7), [](QWidget *screen) { Scan(screen, u"S1"_s); });
     Save(shop, Shop::Line(5002, 1, 7));
     Boxes boxes;
+    if (first == u"S3") { // no second value can be stored until the box stands
+        shop.database.Exec(u"create unique index OnlyOne on GoodDetailValueDetails(DetailID)"_s);
+        boxes.opened = [&] { shop.database.Exec(u"drop index OnlyOne on GoodDetailValueDetails"_s); };
+    }
     host::Host host = shop.Host(boxes);
     test::Drive([&] { good_detail::OpenEnter(host, {Shop::Line(5002, 1, 8)}); },
                 [&](QWidget *screen) {
-                    Scan(screen, u"S1"_s);
+                    Scan(screen, first);
                     QTRY_COMPARE(Shown(screen), QStringList{u"S2|۱"_s});
                     screen->activateWindow();
                     QVERIFY(QTest::qWaitForWindowActive(screen));
-                    QVERIFY(Find<QLabel>(screen, u"Status_LBL"_s).text().endsWith(u"ثبت نشده: S1"_s));
+                    QVERIFY(Find<QLabel>(screen, u"Status_LBL"_s).text().endsWith(u"ثبت نشده: "_s + first));
                     QTest::keyClick(screen, Qt::Key_F3);
                 });
     QCOMPARE(boxes.TakeAll().size(), 1);
@@ -231,6 +246,7 @@ void TestEnter::unitTypes()
     const auto result = Enter(shop, Shop::Line(5003, 1, 7, quint8(unitType)), [&](QWidget *screen) {
         for (int i = 0; i < typed.size(); ++i)
             test::Enter(screen, u"Amount%1_EDT"_s.arg(i + 1), typed[i]);
+        test::Picture(*screen, u"enter-%1"_s.arg(unitType));
         while (test::Focused().startsWith(u"Amount"))
             Press(Qt::Key_Return);
         captions = Find<host::Grid>(screen, u"EnterSerialList_GRD"_s).VisibleCaptions().join(u'|');
@@ -318,8 +334,10 @@ void TestEnter::refusals_data()
         serial);
     row("return: new serial, too much", -5001, u"Amount1_EDT=9 Serial_EDT=88 Enter"_s,
         u"کاربر گرامی مقدار وارد شده برای این جزییات بیشتر از موجودی می باشد", serial);
-    row("return without serial", -5003, u"Amount1_EDT=1 Enter"_s,
+    row("return: never sold", -5003, u"ComboBox_1:1 Amount1_EDT=1 Enter"_s,
         u"کاربر گرامی با این مقادیر جزییاتی که وارد کرده اید هیچ جزییاتی به فروش نرسیده است", u"ComboBox_1"_s);
+    row("return: all has come back", -5003, u"ComboBox_1:0 Amount1_EDT=1 SaveRow_BTN"_s,
+        u"کاربر گرامی با این جزییات وارد شده موجودی نداریم", u"ComboBox_1"_s);
     row("no numbers", 5001, u"MultiSerial_RD SerialFrom_EDT=A1 SerialTo_EDT=9 SaveRow_BTN"_s,
         u"کاربر گرامی ابتدا و انتهای محدوده سریال باید عدد باشند.", u"SerialFrom_EDT"_s);
     row("too long", 5001, u"MultiSerial_RD SerialFrom_EDT=1 SerialTo_EDT=100001 SaveRow_BTN"_s,
@@ -347,18 +365,35 @@ void TestEnter::refusals()
     const auto other = Shop::Line(5002, 1, 3);
     Enter(shop, other, [](QWidget *screen) { Scan(screen, u"9"_s); });
     Save(shop, other);
+    const bool cloth = good == -5003; // one colour came, went and came back; another was never sold
+    for (const auto &[type, code, colour] : {std::tuple(1, 4, 0), std::tuple(4, 60, 0), std::tuple(1, 5, 1)}) {
+        if (!cloth)
+            break;
+        const auto line = Shop::Line(5003, quint8(type), code, 1, type == 4 ? 51 : 0);
+        Enter(shop, line, [colour = colour](QWidget *screen) {
+            Follow(screen, u"ComboBox_1:%1 Amount1_EDT=1 SaveRow_BTN"_s.arg(colour));
+        });
+        Save(shop, line);
+        if (code == 4)
+            Sell(shop, Shop::Line(5003, 2, 51), {1, 0, 0});
+    }
     QCOMPARE(shop.fakes.messages.TakeAll(), QStringList());
     const QString values = u"select count(*) from GoodDetailValues"_s;
     const QStringList before = shop.database.Rows(values);
     QString stood;
-    Enter(shop, Shop::Line(qAbs(good), returns ? 4 : 1, 70, 1, returns ? 50 : 0), [&](QWidget *screen) {
-        Follow(screen, steps);
-        QTest::qWait(1);
-        stood = test::Focused();
-        test::Enter(screen, u"Amount1_EDT"_s, u"5"_s); // so that leaving asks
-        shop.fakes.messages.Answer(true);
-        QTest::keyClick(screen, Qt::Key_Escape);
-    });
+    Enter(shop,
+          Shop::Line(qAbs(good), returns ? 4 : 1, 70, 1,
+                     !returns ? 0
+                     : cloth  ? 51
+                              : 50),
+          [&](QWidget *screen) {
+              Follow(screen, steps);
+              QTest::qWait(1);
+              stood = test::Focused();
+              test::Enter(screen, u"Amount1_EDT"_s, u"5"_s); // so that leaving asks
+              shop.fakes.messages.Answer(true);
+              QTest::keyClick(screen, Qt::Key_Escape);
+          });
     QStringList said = shop.fakes.messages.TakeAll();
     QVERIFY(!said.isEmpty() && said.takeLast().startsWith(u"Ask("));
     const QString told = said.join(u'/');

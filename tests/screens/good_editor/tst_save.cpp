@@ -298,6 +298,37 @@ private slots:
         QCOMPARE(f.database.Rows(u"select Code,Name from GoodInf"_s), QStringList{u"500001|شیر  "_s});
     }
 
+    /// Many goods change while one of them is open: its save writes what was typed, and nothing of before the change.
+    void manyGoodsChangeMeanwhile()
+    {
+        EditorFixture f;
+        f.InsertGood(500009, u"دوغ"_s, 909);
+        f.InsertGood(500010, u"کشک"_s, 910);
+        TGood_DM other({f.database.AnotherConnection(), f.database.GoodsList(), f.database.Scales()}, f.host.settings,
+                       f.host.entities);
+        const goods::GoodsScope all{goods::ScopeKind::All, {}};
+        const goods::BulkOrder order{u"x"_s, u"u (1)"_s, u"1405/01/01"_s, u"10:00:00"_s, {}};
+        goods::GroupDiscount discount;
+        discount.sellTicked[0] = true;
+        discount.sell[0] = 7;
+        QList<int> changes;
+        f.OpenGood(500009, [&](QWidget *screen) {
+            test::Enter(screen, u"Name_EDT"_s, u"ماست"_s);
+            changes << other.AssetType_Apply(all, 5, order).change
+                    << other.ApplyGroupDiscount(all, discount, order).change;
+            other.BulkPrices_Prepare(all, {goods::PriceKind::Sale, 1, 3, 11, 1, 0});
+            changes << other.BulkPrices_Apply(order).change;
+            test::Press(Qt::Key_F3);
+            QCOMPARE(f.host.messages.Take(), Saved);
+        });
+        const QString goods = u"select kala_name,DaraiGoodType,Discount_Sell_1,CostLevel_Sell_1 from GoodInf join "
+                              "GoodCostDiscount on GoodCode=Code order by Code"_s;
+        QCOMPARE(f.database.Rows(goods), (QStringList{u"ماست|5|7|111"_s, u"کشک|5|7|111"_s}));
+        for (const int change : std::as_const(changes))
+            QCOMPARE(other.BulkChange_TakeBack(change, order).left, 0);
+        QCOMPARE(f.database.Rows(goods), (QStringList{u"ماست|0|0|100"_s, u"کشک|0|0|100"_s}));
+    }
+
     void anotherDeskTakesTheCode_data()
     {
         QTest::addColumn<bool>("fails");

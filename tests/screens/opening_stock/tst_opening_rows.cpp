@@ -172,6 +172,74 @@ private slots:
         }
     }
 
+    /// Two stores that have sold, by way of a third one: judged once, as the good is saved.
+    void storesAreExchanged()
+    {
+        OpeningFixture f;
+        f.host.settings.record.ControlNegativeStock = true;
+        f.host.stock.enough = false;
+        f.OpenGood(500009, [&](QWidget *screen) {
+            OpeningFixture::List(screen, [&](QWidget *list) {
+                for (const auto &[row, store] : {std::pair(u"1"_s, u"3"_s), {u"2"_s, u"1"_s}, {u"1"_s, u"2"_s}}) {
+                    test::Find<host::Grid>(list, u"FirstAssetList_GRD"_s).Locate(row);
+                    OpeningFixture::Row(Qt::Key_F5, [&, store = store](QWidget *editor) {
+                        test::Enter(editor, u"Store_Entity"_s, store);
+                        test::Press(Qt::Key_F3);
+                    });
+                }
+                test::Press(Qt::Key_Escape);
+            });
+            const QStringList before = f.Saved();
+            test::Press(Qt::Key_F3);
+            QCOMPARE(f.host.stock.calls.filter(u"Check_TockMinus"_s).size(), 1);
+            QCOMPARE(f.Saved(), before);
+            f.host.stock.enough = true;
+            f.Save();
+        });
+        QCOMPARE(f.Saved(), QStringList({u"2|10|0|قفسه|1"_s, u"1|5|0||2"_s}));
+    }
+
+    /// As many for two rows as for a hundred: opening the list, saving a row, saving the good.
+    void statementsDoNotGrow()
+    {
+        QList<quint64> counts[2];
+        for (const int rows : {2, 100}) {
+            OpeningFixture f;
+            QStringList values;
+            for (int row = 1; row <= rows; ++row)
+                values << u"(%1,0,5,0,null,%1)"_s.arg(row);
+            f.database.Exec(u"delete from Stores"_s);
+            for (int row = 1; row <= rows; ++row)
+                f.database.Exec(u"insert into Stores(Code,Name) values(%1,N's%1')"_s.arg(row));
+            f.host.entities.lists[105] = {{1, u"s1"_s}};
+            f.Stock(values.join(u','));
+            QList<quint64> &sent = counts[rows == 2 ? 0 : 1];
+            const auto begin = [&] { sent << host::StatementsSent(); };
+            const auto end = [&] { sent.last() = host::StatementsSent() - sent.last(); };
+            f.OpenGood(500009, [&](QWidget *screen) {
+                begin();
+                OpeningFixture::List(screen, [&](QWidget *) {
+                    end();
+                    OpeningFixture::Row(Qt::Key_F5, [&](QWidget *editor) {
+                        test::Enter(editor, u"Meghdar_EDT"_s, u"6"_s);
+                        begin();
+                        test::Press(Qt::Key_F3);
+                        end();
+                    });
+                    test::Press(Qt::Key_Escape);
+                });
+                begin();
+                f.Save();
+                end();
+            });
+        }
+        QCOMPARE(counts[1], counts[0]);
+        QCOMPARE(counts[0].size(), 3);
+        const QList<quint64> most{6, 8, 40};
+        for (int i = 0; i < 3; ++i)
+            QVERIFY2(counts[0][i] <= most[i], qPrintable(u"%1: %2"_s.arg(i).arg(counts[0][i])));
+    }
+
     void deletingNeedsRightAndStock()
     {
         OpeningFixture f;
