@@ -1,6 +1,7 @@
 #include "desk/help/guide_view.h"
 
 #include "desk/help/guide.h"
+#include "host/look/theme.h"
 
 #include <QTextBlock>
 #include <QTextTable>
@@ -17,7 +18,7 @@ constexpr int CellPadding = 5;
 constexpr int TableMargin = 10;
 constexpr int LineHeight = 135; // percent: texts are read here, not entered
 
-void ArrangeTables(QTextFrame *root, const QPalette &palette)
+void ArrangeTables(QTextFrame *root)
 {
     const auto frames = root->childFrames();
     for (QTextFrame *frame : frames) {
@@ -29,7 +30,7 @@ void ArrangeTables(QTextFrame *root, const QPalette &palette)
         format.setCellPadding(CellPadding);
         format.setCellSpacing(0);
         format.setBorder(1);
-        format.setBorderBrush(palette.color(QPalette::Mid));
+        format.setBorderBrush(host::theme::Line());
         format.setTopMargin(TableMargin);
         format.setBottomMargin(TableMargin);
         format.setBorderCollapse(true);
@@ -82,7 +83,7 @@ void GuideView::Arrange()
     direction.setLayoutDirection(Qt::RightToLeft);
     direction.setLineHeight(LineHeight, QTextBlockFormat::ProportionalHeight);
     all.mergeBlockFormat(direction);
-    ArrangeTables(document()->rootFrame(), palette());
+    ArrangeTables(document()->rootFrame());
 }
 
 } // namespace desk

@@ -256,8 +256,6 @@ void Apply(QApplication &application, Look look)
     palette.setColor(QPalette::LinkVisited, colors.AccentInk);
     palette.setColor(QPalette::Highlight, colors.Fill);
     palette.setColor(QPalette::HighlightedText, Qt::white);
-    palette.setColor(QPalette::Link, Accent());
-    palette.setColor(QPalette::LinkVisited, Accent());
     application.setPalette(palette);
     application.setStyleSheet(StyleSheet());
 }
