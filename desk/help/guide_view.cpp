@@ -77,12 +77,13 @@ void GuideView::doSetSource(const QUrl &page, QTextDocument::ResourceType type)
 /// Markdown knows no direction, and a line that begins with a key would run from left to right.
 void GuideView::Arrange()
 {
-    QTextCursor all(document());
-    all.select(QTextCursor::Document);
-    QTextBlockFormat direction;
-    direction.setLayoutDirection(Qt::RightToLeft);
-    direction.setLineHeight(LineHeight, QTextBlockFormat::ProportionalHeight);
-    all.mergeBlockFormat(direction);
+    for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
+        QTextBlockFormat format;
+        format.setLayoutDirection(Qt::RightToLeft);
+        if (!block.text().contains(QChar::ObjectReplacementCharacter)) // a picture is a line of its own
+            format.setLineHeight(LineHeight, QTextBlockFormat::ProportionalHeight);
+        QTextCursor(block).mergeBlockFormat(format);
+    }
     ArrangeTables(document()->rootFrame());
 }
 
