@@ -5,6 +5,8 @@
 #include <QFile>
 #include <QRegularExpression>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace desk::guide {
@@ -24,6 +26,14 @@ QString PictureFile(const QString &name)
     return place.absoluteFilePath(name.section(u'/', -1));
 }
 
+/// A document lays its tables out from left to right, whatever its direction.
+QString Mirrored(const QString &row)
+{
+    QStringList cells = row.trimmed().split(u'|');
+    std::reverse(cells.begin(), cells.end());
+    return cells.join(u'|');
+}
+
 } // namespace
 
 QUrl PageOf(const QString &screen)
@@ -41,7 +51,9 @@ QString TextOf(const QUrl &page)
     static const QRegularExpression picture(u"^!\\[[^\\]]*\\]\\(([^)]+)\\)$"_s);
     for (const QString &line : QString::fromUtf8(file.readAll()).split(u'\n')) {
         const QRegularExpressionMatch named = picture.match(line.trimmed());
-        if (!named.hasMatch() || QFile::exists(PictureFile(named.captured(1))))
+        if (line.startsWith(u'|'))
+            lines << Mirrored(line);
+        else if (!named.hasMatch() || QFile::exists(PictureFile(named.captured(1))))
             lines << line;
     }
     return lines.join(u'\n');

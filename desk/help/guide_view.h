@@ -4,7 +4,7 @@
 
 namespace desk {
 
-/// Shows pages of the guide: from right to left, pictures no wider than the view.
+/// Shows pages of the guide: from right to left, pictures so small that the keys below them are seen.
 class GuideView : public QTextBrowser
 {
     Q_OBJECT

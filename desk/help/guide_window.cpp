@@ -18,6 +18,7 @@ namespace desk {
 namespace {
 
 constexpr QSize Usual(760, 640);
+const QString Guide = u"راهنما"_s;
 
 } // namespace
 
@@ -29,6 +30,7 @@ GuideWindow::GuideWindow(QWidget *owner) : QDialog(owner), m_view(new GuideView(
     resize(Usual.boundedTo(screen()->availableSize() - host::theme::WindowFrame));
     auto *commands = new QHBoxLayout;
     commands->setContentsMargins(8, 6, 8, 6);
+    commands->setSpacing(6);
     const auto add = [&](const QString &name, const QString &caption, const QList<QKeySequence> &keys, auto run) {
         auto *button = new QPushButton(caption, this);
         button->setObjectName(name);
@@ -51,8 +53,10 @@ GuideWindow::GuideWindow(QWidget *owner) : QDialog(owner), m_view(new GuideView(
     column->addLayout(commands);
     back->setEnabled(false);
     connect(m_view, &QTextBrowser::backwardAvailable, back, &QPushButton::setEnabled);
-    connect(m_view, &QTextBrowser::sourceChanged, this,
-            [this] { setWindowTitle(u"راهنما: "_s + m_view->document()->firstBlock().text()); });
+    connect(m_view, &QTextBrowser::sourceChanged, this, [this] {
+        const QString page = m_view->document()->firstBlock().text();
+        setWindowTitle(page == Guide ? page : Guide + u": "_s + page);
+    });
     if (owner)
         owner->installEventFilter(this);
 }

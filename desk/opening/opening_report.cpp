@@ -115,6 +115,11 @@ void TOpeningReport_FRM::Print()
     host::GridPrinter(*m_ui->Opening_GRD, title.join(u"   ·   "), m_host.clock.NowShamsiDate()).Preview(this);
 }
 
+host::Grid *TOpeningReport_FRM::PrintedGrid() const
+{
+    return m_ui->Opening_GRD;
+}
+
 host::SearchFrame *TOpeningReport_FRM::ListSearch() const
 {
     return m_ui->Search_FRM;

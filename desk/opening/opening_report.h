@@ -26,6 +26,7 @@ protected:
     void FormClose() override;
     bool FormKeyDown(QKeyEvent *event) override;
     host::SearchFrame *ListSearch() const override;
+    host::Grid *PrintedGrid() const override;
 
 private:
     void FillStores();

@@ -174,6 +174,11 @@ bool TFirstAsset_List_FRM::FormKeyDown(QKeyEvent *event)
     return GoOnByEnter(event) || TBaseDock_FRM::FormKeyDown(event);
 }
 
+host::Grid *TFirstAsset_List_FRM::PrintedGrid() const
+{
+    return m_ui->FirstAssetList_GRD;
+}
+
 void TFirstAsset_List_FRM::Print()
 {
     // A sheet of paper says which good it is about, and how much there is of it.

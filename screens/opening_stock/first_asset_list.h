@@ -21,6 +21,7 @@ protected:
     void FormShown() override;
     void FormClose() override;
     bool FormKeyDown(QKeyEvent *event) override;
+    host::Grid *PrintedGrid() const override;
 
 private:
     void BindCommands();

@@ -423,11 +423,9 @@ struct FakeTheme : host::ThemeService
     QFont TitleFont() const override;
 };
 
-/// Shows nothing: the screens of tests are asked which page they want.
 struct FakeHelp : host::HelpService
 {
-    void Show(const QString &screen) override { shown << screen; }
-    QStringList shown;
+    void Show(const QString &) override {}
 };
 
 struct FakeNumbers : host::NumberService
