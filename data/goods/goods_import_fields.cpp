@@ -37,8 +37,7 @@ constexpr Synonyms Known[] = {
     {ImportField::Unit, u"واحد|واحد 1|واحد اول|واحد کالا|واحد شمارش|واحد اصلی|نام واحد|unit|uom"},
     {ImportField::Unit2, u"واحد|واحد 2|واحد دوم|واحد فرعی|unit2|unit 2"},
     {ImportField::Formula, u"فرمول|فرمول کالا|تعداد در واحد 2|تعداد در کارتن|تعداد در بسته|ضریب|formula|factor"},
-    {ImportField::ConsumerPrice,
-     u"فی مصرف کننده|قیمت مصرف کننده|مصرف کننده|قیمت روی کالا|consumer price|retail price"},
+    {ImportField::ConsumerPrice, u"فی مصرف کننده|قیمت مصرف کننده|مصرف کننده|قیمت روی کالا|consumer price|retail price"},
     {ImportField::MinAva, u"حداقل موجودی|نقطه سفارش|حداقل|min|minimum|min stock"},
     {ImportField::Position, u"مکان کالا|مکان|محل|قفسه|position|location|shelf"},
     {ImportField::Comment, u"توضیحات|توضیح|ملاحظات|یادداشت|comment|note|notes|remarks"},
@@ -76,8 +75,7 @@ void AppendLevels(QList<ImportFieldInfo> &fields, const QStringList &titles, boo
             continue;
         }
         const QString name = title.isEmpty() ? u"فی %1"_s.arg(level) : title;
-        fields.append({buys ? BuyField(level) : SellField(level),
-                       (buys ? u"خرید: "_s : u"فروش: "_s) + name,
+        fields.append({buys ? BuyField(level) : SellField(level), (buys ? u"خرید: "_s : u"فروش: "_s) + name,
                        (buys ? u"CostLevel_Buy_"_s : u"CostLevel_Sell_"_s) + QString::number(level), 0, true});
     }
 }

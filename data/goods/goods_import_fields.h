@@ -34,8 +34,8 @@ struct ImportFieldInfo
 {
     ImportField field = ImportField::None;
     QString caption;
-    QString column;   ///< of GoodInf, or of GoodCostDiscount for prices of levels
-    int length = 0;   ///< characters that a text column holds; 0 for a number
+    QString column;     ///< of GoodInf, or of GoodCostDiscount for prices of levels
+    int length = 0;     ///< characters that a text column holds; 0 for a number
     bool price = false; ///< kept by the list of the last changes
 };
 

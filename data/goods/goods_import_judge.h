@@ -32,7 +32,7 @@ struct ImportValue
 /// A row of the file against what is known.
 struct ImportRow
 {
-    int code = 0;         ///< of the known good, or the one that the file gives to a new one; 0: the program gives one
+    int code = 0; ///< of the known good, or the one that the file gives to a new one; 0: the program gives one
     bool isKnown = false;
     QList<ImportValue> values; ///< of a new good all that are given, of a known one those that change
     QStringList barcodes;      ///< those that the good does not have yet

@@ -24,9 +24,9 @@ struct Stored
 
 /// Read of every good: what it is found by, and what is checked against it.
 constexpr Stored Always[] = {
-    {ImportField::Code, u"g.Code"},       {ImportField::Group, u"g.GrpCode"},    {ImportField::FullName, u"g.Name"},
-    {ImportField::Name, u"g.kala_name"},  {ImportField::Type, u"g.kala_type"},   {ImportField::Index, u"g.kala_index"},
-    {ImportField::Barcode, u"g.AbbName"}, {ImportField::Unit, u"g.Unit"},        {ImportField::Unit2, u"g.Unit2"},
+    {ImportField::Code, u"g.Code"},       {ImportField::Group, u"g.GrpCode"},  {ImportField::FullName, u"g.Name"},
+    {ImportField::Name, u"g.kala_name"},  {ImportField::Type, u"g.kala_type"}, {ImportField::Index, u"g.kala_index"},
+    {ImportField::Barcode, u"g.AbbName"}, {ImportField::Unit, u"g.Unit"},      {ImportField::Unit2, u"g.Unit2"},
 };
 
 void ReadNames(const QSqlDatabase &main, const QString &table, QHash<QString, int> &codes, QHash<int, QString> &names)
@@ -75,8 +75,8 @@ void ReadGoods(const QSqlDatabase &main, const QList<ImportFieldInfo> &mapped, I
     for (const ImportFieldInfo &info : mapped) {
         if (!known.fields.contains(info.field)) {
             known.fields += info.field;
-            columns += IsLevel(info.field) ? u"ISNULL(c."_s + info.column + u",0) AS "_s + info.column
-                                           : u"g."_s + info.column;
+            columns +=
+                IsLevel(info.field) ? u"ISNULL(c."_s + info.column + u",0) AS "_s + info.column : u"g."_s + info.column;
         }
     }
     const QString select = u"SELECT TOP "_s + QString::number(GoodsOfBlock) + u' ' + columns.join(u", "_s) +
@@ -122,8 +122,9 @@ ImportKnown ReadImportKnown(const QSqlDatabase &main, const QList<ImportFieldInf
     }
     ReadColumn(main, u"SELECT Code FROM CodeLock_TBL WHERE Status = 102"_s,
                [&](const QString &code) { known.reservedCodes.insert(code.toInt()); });
-    ReadColumn(main, u"SELECT v.[Value] FROM GoodDetailValueDetails v INNER JOIN DetailTypes t ON t.ID = v.DetailID "
-                     "WHERE t.DetailType = 6"_s,
+    ReadColumn(main,
+               u"SELECT v.[Value] FROM GoodDetailValueDetails v INNER JOIN DetailTypes t ON t.ID = v.DetailID "
+               "WHERE t.DetailType = 6"_s,
                [&](const QString &barcode) { known.otherBarcodes.insert(barcode.toLower()); });
     for (const QString &barcode : operations) {
         known.otherBarcodes.insert(barcode.toLower());
@@ -131,6 +132,15 @@ ImportKnown ReadImportKnown(const QSqlDatabase &main, const QList<ImportFieldInf
     known.otherBarcodes.remove(QString());
     ReadGoods(main, mapped, known);
     return known;
+}
+
+QList<host::Entity> ImportUnits(const QSqlDatabase &main)
+{
+    QList<host::Entity> units;
+    for (host::Query rows(main, u"SELECT Code, Name FROM Units ORDER BY Code"_s); !rows.Eof(); rows.Next()) {
+        units += host::Entity{rows.Int(u"Code"), rows.Text(u"Name")};
+    }
+    return units;
 }
 
 QStringList ImportLevelTitles(const QSqlDatabase &main)

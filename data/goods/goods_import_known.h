@@ -2,6 +2,7 @@
 
 #include "data/goods/goods_import_fields.h"
 #include "data/goods/goods_import_table.h"
+#include "host/services/entity_service.h"
 
 #include <QSet>
 #include <QSqlDatabase>
@@ -14,10 +15,10 @@ struct ImportKnown
 {
     QList<ImportField> fields; ///< the columns of `goods`
     ImportTable goods;
-    QHash<int, int> rowOf;           ///< of a code in `goods`
-    QHash<QString, int> codeOfName;  ///< by ImportNameKey()
+    QHash<int, int> rowOf;             ///< of a code in `goods`
+    QHash<QString, int> codeOfName;    ///< by ImportNameKey()
     QHash<QString, int> codeOfBarcode; ///< in lower case
-    QHash<QString, int> groups;      ///< codes by folded name
+    QHash<QString, int> groups;        ///< codes by folded name
     QHash<QString, int> units;
     QHash<int, QString> groupNames;
     QHash<int, QString> unitNames;
@@ -37,6 +38,9 @@ QString ImportNameKey(QStringView name);
 /// whom groups may be withheld, 0 for a manager; `operations` the barcodes that operate the sales screens.
 ImportKnown ReadImportKnown(const QSqlDatabase &main, const QList<ImportFieldInfo> &mapped, int deniedTo,
                             const QStringList &operations);
+
+/// The units, by code.
+QList<host::Entity> ImportUnits(const QSqlDatabase &main);
 
 /// The titles of the price levels 1, 2, … in their order.
 QStringList ImportLevelTitles(const QSqlDatabase &main);

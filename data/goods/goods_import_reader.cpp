@@ -112,8 +112,7 @@ void ImportReader::FindGood(Reading &reading) const
     }
     reading.stored = m_known.rowOf.value(read.code, NoRow);
     read.isKnown = reading.stored != NoRow;
-    if (read.isKnown &&
-        m_known.deniedGroups.contains(m_known.Stored(reading.stored, ImportField::Group).toInt())) {
+    if (read.isKnown && m_known.deniedGroups.contains(m_known.Stored(reading.stored, ImportField::Group).toInt())) {
         reading.Fault(u"گروه این کالا در دسترس شما نیست"_s);
     }
     if (!read.isKnown && m_known.reservedCodes.contains(read.code)) {
@@ -133,8 +132,7 @@ void ImportReader::ReadText(Reading &reading, ImportField field) const
 {
     const QString text = ImportText(Cell(reading.row, field));
     // The same in the letters of another keyboard is no change.
-    if (text.isEmpty() ||
-        (reading.stored != NoRow && ImportText(m_known.Stored(reading.stored, field)) == text)) {
+    if (text.isEmpty() || (reading.stored != NoRow && ImportText(m_known.Stored(reading.stored, field)) == text)) {
         return;
     }
     if (text.size() > Info(field).length) {
@@ -159,8 +157,8 @@ void ImportReader::ReadName(Reading &reading) const
 void ImportReader::ReadFullName(Reading &reading) const
 {
     const QString text = ImportText(Cell(reading.row, ImportField::FullName));
-    if (text.isEmpty() || (reading.stored != NoRow &&
-                           ImportText(m_known.Stored(reading.stored, ImportField::FullName)) == text)) {
+    if (text.isEmpty() ||
+        (reading.stored != NoRow && ImportText(m_known.Stored(reading.stored, ImportField::FullName)) == text)) {
         return;
     }
     const auto part = [&](ImportField field) {
@@ -228,8 +226,7 @@ void ImportReader::ReadBarcodes(Reading &reading) const
         } else if (owner != 0) {
             reading.Fault(u"بارکد %1 از آن کالای %2 است"_s.arg(barcode).arg(owner));
         } else if (m_known.otherBarcodes.contains(barcode.toLower())) {
-            reading.Fault(
-                u"بارکد %1 از آن جزییات یک کالا یا بارکدهای عملیاتی است"_s.arg(barcode));
+            reading.Fault(u"بارکد %1 از آن جزییات یک کالا یا بارکدهای عملیاتی است"_s.arg(barcode));
         } else if (!CheckDigitFits(barcode)) {
             reading.Fault(u"رقم کنترل بارکد %1 درست نیست"_s.arg(barcode));
         }

@@ -26,8 +26,8 @@ public:
 
 private:
     QString m_text;
-    std::vector<qsizetype> m_ends;  ///< of the cells in m_text
-    std::vector<size_t> m_rows;     ///< the end of each row in m_ends
+    std::vector<qsizetype> m_ends; ///< of the cells in m_text
+    std::vector<size_t> m_rows;    ///< the end of each row in m_ends
     int m_columns = 0;
 };
 

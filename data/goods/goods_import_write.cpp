@@ -105,8 +105,7 @@ void ImportWriter::Judge(const ImportPlan &preview, const ImportOrder &order)
     ImportPlan &plan = m_result.plan;
     for (size_t i = 0; i < plan.rows.size(); ++i) {
         if (IsWritten(plan.rows[i].verdict) && plan.rows[i].verdict != preview.rows.at(i).verdict) {
-            plan.Refuse(plan.rows[i],
-                        u"کاربر دیگری در این فاصله کالاها را تغییر داده است"_s);
+            plan.Refuse(plan.rows[i], u"کاربر دیگری در این فاصله کالاها را تغییر داده است"_s);
         }
     }
 }
@@ -243,9 +242,8 @@ void ImportWriter::FillTable(const Entries &entries)
         }
     }
     m_pricesOfBlock.removeIf([this](ImportField field) {
-        return std::none_of(m_fields.cbegin(), m_fields.cend(), [field](const ImportFieldInfo &info) {
-            return info.field == field && info.price;
-        });
+        return std::none_of(m_fields.cbegin(), m_fields.cend(),
+                            [field](const ImportFieldInfo &info) { return info.field == field && info.price; });
     });
 }
 
@@ -263,8 +261,7 @@ void ImportWriter::LeaveTaken(const Entries &entries)
     for (ImportPlan::Entry *entry : entries) {
         if (lines.contains(entry->row)) {
             codes += QString::number(entry->code);
-            m_result.plan.Refuse(
-                *entry, u"کاربر دیگری در این فاصله این کد را گرفته یا کالا را حذف کرده است"_s);
+            m_result.plan.Refuse(*entry, u"کاربر دیگری در این فاصله این کد را گرفته یا کالا را حذف کرده است"_s);
         }
     }
     if (!codes.isEmpty()) {
@@ -301,8 +298,7 @@ void ImportWriter::InsertNew(const BulkOrder &order)
         const bool refers = info.column.startsWith("Unit"_L1) || info.field == ImportField::Group;
         barcodes = barcodes || info.field == ImportField::Barcode;
         const QString none = info.field == ImportField::Barcode ? u"N'!!'"_s : info.length > 0 ? u"N''"_s : u"0"_s;
-        const QString value =
-            refers ? u", i."_s + info.column : u", ISNULL(i."_s + info.column + u", "_s + none + u')';
+        const QString value = refers ? u", i."_s + info.column : u", ISNULL(i."_s + info.column + u", "_s + none + u')';
         (IsLevel(info.field) ? levels : columns) += u", "_s + info.column;
         (IsLevel(info.field) ? levelValues : values) += value;
     }
@@ -323,8 +319,7 @@ void ImportWriter::UpdateTexts(const BulkOrder &order)
     for (const ImportFieldInfo &info : std::as_const(m_fields)) {
         if (!info.price && info.field != ImportField::Unit && info.field != ImportField::Unit2 &&
             info.field != ImportField::Formula) {
-            assignments +=
-                u"g."_s + info.column + u" = ISNULL(i."_s + info.column + u", g."_s + info.column + u"), "_s;
+            assignments += u"g."_s + info.column + u" = ISNULL(i."_s + info.column + u", g."_s + info.column + u"), "_s;
         }
     }
     host::Run(m_main, u"UPDATE g SET "_s + assignments + u"g.ModifiedTime = "_s + host::QuotedStr(order.time) +
@@ -344,13 +339,13 @@ void ImportWriter::ChangePrices(const ImportFieldInfo &info, const BulkOrder &or
         entry.change = ledger.Open(BulkKind::Prices, ScopeKind::Marked, titled, fields);
     }
     const QString old = IsLevel(info.field) ? u"ISNULL(c."_s + info.column + u",0)"_s : u"g."_s + info.column;
-    entry.written += ledger.AddGoods(
-        entry.change, u"GoodCode, NewPrice, Old1"_s,
-        u"i.Code, i."_s + info.column + u", "_s + old + u" FROM "_s + Rows +
-            u" i INNER JOIN GoodInf g ON g.Code = i.Code LEFT JOIN GoodCostDiscount c"_s + Locked +
-            u" ON c.GoodCode = i.Code WHERE i.IsNew = 0 AND i."_s + info.column + u" <> "_s + old);
-    ledger.Write(entry.change, fields, u"j.GoodCode IN (SELECT r.Code FROM "_s + Rows + u" r WHERE r."_s +
-                                           info.column + u" IS NOT NULL)"_s);
+    entry.written +=
+        ledger.AddGoods(entry.change, u"GoodCode, NewPrice, Old1"_s,
+                        u"i.Code, i."_s + info.column + u", "_s + old + u" FROM "_s + Rows +
+                            u" i INNER JOIN GoodInf g ON g.Code = i.Code LEFT JOIN GoodCostDiscount c"_s + Locked +
+                            u" ON c.GoodCode = i.Code WHERE i.IsNew = 0 AND i."_s + info.column + u" <> "_s + old);
+    ledger.Write(entry.change, fields,
+                 u"j.GoodCode IN (SELECT r.Code FROM "_s + Rows + u" r WHERE r."_s + info.column + u" IS NOT NULL)"_s);
     ledger.Close(entry);
 }
 

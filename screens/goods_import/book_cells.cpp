@@ -13,11 +13,11 @@ namespace goods_import {
 namespace {
 
 constexpr int MostRows = 1048576;
-constexpr int MostColumns = 256;      ///< columns behind them are left out
+constexpr int MostColumns = 256;       ///< columns behind them are left out
 constexpr size_t MostCells = 20000000; ///< a sheet that claims more is no list of goods
-constexpr double ExactLimit = 1e15;   ///< doubles keep 15 digits
+constexpr double ExactLimit = 1e15;    ///< doubles keep 15 digits
 
-QString Text(std::string_view text)
+QString Utf8(std::string_view text)
 {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
@@ -91,13 +91,13 @@ bool BookStyles::IsDate(size_t cellFormat) const
 
 size_t BookTexts::append(std::string_view text)
 {
-    m_texts += Text(text);
+    m_texts += Utf8(text);
     return static_cast<size_t>(m_texts.size() - 1);
 }
 
 void BookTexts::append_segment(std::string_view text)
 {
-    m_segments += Text(text);
+    m_segments += Utf8(text);
 }
 
 size_t BookTexts::commit_segments()
@@ -122,7 +122,7 @@ BookSheet::Cell *BookSheet::At(Row row, Column column)
 void BookSheet::set_auto(Row row, Column column, std::string_view text)
 {
     if (Cell *cell = At(row, column))
-        cell->text = Text(text);
+        cell->text = Utf8(text);
 }
 
 void BookSheet::set_string(Row row, Column column, orcus::spreadsheet::string_id_t index)
@@ -180,7 +180,7 @@ void BookSheet::set_position(Row row, Column column)
 void BookSheet::set_result_string(std::string_view text)
 {
     if (Cell *cell = At(m_row, m_column))
-        cell->text = Text(text);
+        cell->text = Utf8(text);
 }
 
 goods::ImportTable BookSheet::Table(const BookStyles &styles) const
@@ -194,7 +194,7 @@ goods::ImportTable BookSheet::Table(const BookStyles &styles) const
         for (const auto &[place, cell] : cells) {
             for (; column < place; ++column)
                 table.AddCell({});
-            table.AddCell(!cell.isNumber                ? cell.text
+            table.AddCell(!cell.isNumber               ? cell.text
                           : styles.IsDate(cell.format) ? DateText(cell.number)
                                                        : NumberText(cell.number));
             ++column;

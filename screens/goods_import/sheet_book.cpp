@@ -126,8 +126,8 @@ goods::ImportTable ReadBook(const QByteArray &bytes)
             orcus::orcus_xlsx(&book).read_stream(stream);
     } catch (const std::exception &error) {
         // The library's own words are for programmers.
-        Refuse(
-            u"فایل خراب یا نیمه‌کاره است و خوانده نشد. (%1)"_s.arg(QString::fromUtf8(error.what()).left(120)));
+        Refuse(u"فایل خراب یا نیمه‌کاره است و خوانده نشد. (%1)"_s.arg(
+            QString::fromUtf8(error.what()).left(120)));
     }
     return book.FirstTable();
 }
