@@ -43,7 +43,6 @@ void ColumnChoices::SetColumns(const QStringList &captions, const QList<goods::I
 {
     qDeleteAll(m_combos);
     m_combos.clear();
-    QWidget *before = nullptr;
     for (int column = 0; column < captions.size(); ++column) {
         auto *combo = new QComboBox(this);
         combo->setObjectName(u"Column%1_CMB"_s.arg(column + 1));
@@ -59,11 +58,6 @@ void ColumnChoices::SetColumns(const QStringList &captions, const QList<goods::I
             TakeFromOthers(column);
             emit Chose(column);
         });
-        if (before)
-            setTabOrder(before, combo);
-        else
-            setFocusProxy(combo);
-        before = combo;
         combo->show();
         m_combos << combo;
     }
@@ -76,6 +70,11 @@ void ColumnChoices::TakeFromOthers(int column)
     for (int other = 0; other < m_combos.size(); ++other)
         if (other != column && field.toInt() != 0 && m_combos.at(other)->currentData() == field)
             m_combos.at(other)->setCurrentIndex(0);
+}
+
+QList<QWidget *> ColumnChoices::TabStops() const
+{
+    return QList<QWidget *>(m_combos.cbegin(), m_combos.cend());
 }
 
 QList<ImportField> ColumnChoices::Chosen() const

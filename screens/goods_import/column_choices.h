@@ -27,6 +27,7 @@ public:
     void SetColumns(const QStringList &captions, const QList<goods::ImportFieldInfo> &fields,
                     const QList<goods::ImportField> &chosen);
     QList<goods::ImportField> Chosen() const;
+    QList<QWidget *> TabStops() const;
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 

@@ -1,6 +1,7 @@
 #include "screens/goods_import/goods_import.h"
 
 #include "host/controls/number_text.h"
+#include "host/controls/search_frame.h"
 #include "host/data/persian_text.h"
 #include "host/look/theme.h"
 #include "screens/bulk_changes/bulk_order.h"
@@ -36,6 +37,19 @@ constexpr int FlashMilliseconds = 3000;
 QString Number(int number)
 {
     return host::DisplayNumber(QString::number(number));
+}
+
+/// The user from whom groups may be withheld; 0 for a manager.
+int DeniedTo(const host::Host &host)
+{
+    const host::TUserInfo &user = host.settings.UserInfo();
+    return user.ManageType == Manager ? 0 : user.Code;
+}
+
+QStringList Operations(const host::Host &host)
+{
+    const auto &reserved = host.settings.SettingRecord().ReservedBarcodes;
+    return {reserved.cbegin(), reserved.cend()};
 }
 
 } // namespace
@@ -183,6 +197,8 @@ void TGoods_Import_FRM::ShowColumns()
         columns.append({u"C%1"_s.arg(i), captions.at(i), 130, false, ColumnFormat::Text});
     m_ui->Rows_GRD->SetColumns(columns);
     m_ui->Columns_PNL->SetColumns(captions, m_fields, goods::MatchImportFields(captions, m_fields, m_remembered));
+    host::ChainTabs(QList<QWidget *>{m_ui->Whole_CHK} + m_ui->Columns_PNL->TabStops() +
+                    QList<QWidget *>{m_ui->Rows_GRD, m_ui->OnlyFaults_CHK});
     Judge();
 }
 
@@ -204,10 +220,7 @@ void TGoods_Import_FRM::Judge()
         if (m_knownFields.isEmpty() || !m_knownFields.contains(mapped)) {
             QList<goods::ImportFieldInfo> read = m_fields;
             read.removeIf([&mapped](const goods::ImportFieldInfo &info) { return !mapped.contains(info.field); });
-            const host::TUserInfo &user = m_host.settings.UserInfo();
-            const auto &reserved = m_host.settings.SettingRecord().ReservedBarcodes;
-            m_known = goods::ReadImportKnown(m_data.Connection(), read, user.ManageType == Manager ? 0 : user.Code,
-                                             QStringList(reserved.cbegin(), reserved.cend()));
+            m_known = goods::ReadImportKnown(m_data.Connection(), read, DeniedTo(m_host), Operations(m_host));
             m_knownFields = mapped;
         }
         m_reader.emplace(m_table, m_known, m_options, m_fields);
@@ -263,10 +276,8 @@ void TGoods_Import_FRM::Write()
     goods::ImportOrder order;
     order.order = bulk_changes::Order(m_host, u"ورود از "_s + m_name, progress.Callback());
     order.asWhole = m_ui->Whole_CHK->isChecked();
-    const host::TUserInfo &user = m_host.settings.UserInfo();
-    order.deniedTo = user.ManageType == Manager ? 0 : user.Code;
-    const auto &reserved = m_host.settings.SettingRecord().ReservedBarcodes;
-    order.operations = QStringList(reserved.cbegin(), reserved.cend());
+    order.deniedTo = DeniedTo(m_host);
+    order.operations = Operations(m_host);
     order.codeLength = m_host.settings.SettingRecord().GoodCodeLength;
     m_result = goods::ImportWriter(m_data.Connection(), m_table, m_fields, m_options).Write(m_plan, order);
     m_wrote = m_wrote || !(m_result.cancelled && order.asWhole);
