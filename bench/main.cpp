@@ -6,6 +6,7 @@
 #include "bench/division.h"
 #include "bench/engine.h"
 #include "bench/floor.h"
+#include "bench/import.h"
 #include "bench/list_work.h"
 #include "bench/opening.h"
 #include "bench/options.h"
@@ -339,10 +340,15 @@ int main(int argc, char *argv[])
     try {
         Report report(options.goods <= bench::Options::UsualGoods);
         std::vector<bench::RoundTrips> trips;
-        if (!options.engineOnly)
+        if (!options.engineOnly && !options.importOnly)
             trips = MeasureShop(report, options.goods);
-        bench::MeasureEngine(report);
+        if (!options.engineOnly)
+            bench::MeasureImport(report, options.goods);
+        if (!options.importOnly)
+            bench::MeasureEngine(report);
         report.Print();
+        if (options.importOnly)
+            std::printf("memory at most: %d MB\n", bench::PeakMegabytes());
         const bool few = trips.empty() || bench::PrintRoundTrips(trips, options.statements);
         return report.WithinLimits() && few ? 0 : 1;
     } catch (const std::exception &error) {

@@ -20,6 +20,7 @@ const QCommandLineOption Statements{
     u"statements"_s, u"Print the texts that one opening of a good, one save and one opening of the list send."_s};
 const QCommandLineOption Help{{u"h"_s, u"help"_s}, u"Print this text."_s};
 const QString Engine = u"engine"_s;
+const QString Import = u"import"_s;
 
 void Describe(QCommandLineParser &parser)
 {
@@ -27,7 +28,9 @@ void Describe(QCommandLineParser &parser)
         u"Measures what users wait for, beside SQLite's C API doing the same work on the same file, and how many\n"
         "statements a command sends. Ends with 1 when anything is over its limit."_s);
     parser.addOptions({Goods, Statements, Help});
-    parser.addPositionalArgument(Engine, u"Measure the database alone."_s, u"[engine]"_s);
+    parser.addPositionalArgument(
+        Engine, u"Measure the database alone (engine), or goods from a file and the memory that takes (import)."_s,
+        u"[engine | import]"_s);
 }
 
 } // namespace
@@ -42,7 +45,8 @@ Options ReadOptions(const QStringList &arguments)
     options.help = parser.isSet(Help);
     options.statements = parser.isSet(Statements);
     options.engineOnly = parser.positionalArguments() == QStringList{Engine};
-    if (!options.engineOnly && !parser.positionalArguments().isEmpty())
+    options.importOnly = parser.positionalArguments() == QStringList{Import};
+    if (!options.engineOnly && !options.importOnly && !parser.positionalArguments().isEmpty())
         throw std::invalid_argument("Unexpected argument: " + parser.positionalArguments().constFirst().toStdString());
     if (parser.isSet(Goods)) {
         bool number = false;

@@ -14,6 +14,7 @@ struct Options
 
     int goods = UsualGoods;
     bool engineOnly = false;
+    bool importOnly = false; ///< goods from a file alone, with the memory that it takes
     bool statements = false; ///< print the texts of one opening and one save
     bool help = false;
 };

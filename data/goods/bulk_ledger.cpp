@@ -93,10 +93,11 @@ int BulkLedger::AddGoods(int change, const QString &columns, const QString &sele
                                   QString::number(change) + u", "_s + MadeOf + u", "_s + select);
 }
 
-void BulkLedger::Write(int change, const QList<BulkField> &fields)
+void BulkLedger::Write(int change, const QList<BulkField> &fields, const QString &only)
 {
     const BulkTarget target = TargetOf(fields);
-    const QString entry = u"j.ChangeID = "_s + QString::number(change);
+    const QString entry =
+        u"j.ChangeID = "_s + QString::number(change) + (only.isEmpty() ? QString() : u" AND "_s + only);
     if (target.table == "GoodCostDiscount"_L1) {
         // No level of a fresh row has a price yet, so none can be the default.
         host::Exec(m_main, u"INSERT INTO GoodCostDiscount (GoodCode, Default_CostLevel_Sell_Number, "

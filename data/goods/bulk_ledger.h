@@ -35,8 +35,9 @@ public:
     /// Puts goods into the entry: `select` gives what `columns` name ("GoodCode,Old1"), from rows of GoodInf `g` among
     /// others. Returns how many.
     int AddGoods(int change, const QString &columns, const QString &select);
-    /// Writes the entry's columns, from `NewPrice` or the values that all are given, into the goods' rows.
-    void Write(int change, const QList<BulkField> &fields);
+    /// Writes the entry's columns, from `NewPrice` or the values that all are given, into the goods' rows; with `only`,
+    /// a condition on the entry's goods `j`, into those of them.
+    void Write(int change, const QList<BulkField> &fields, const QString &only = {});
     /// Ends the entry. One without goods is forgotten: `result.change` is 0 then.
     void Close(BulkResult &result);
     /// Forgets the oldest entries, never `change`; nothing for 0. For after the commit: that it fails is logged and

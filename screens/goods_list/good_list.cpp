@@ -52,6 +52,7 @@ TGood_List_FRM::TGood_List_FRM(host::Host &host, TFormMode mode, const QString &
     BindMovements();
     BindScales();
     BindLabels();
+    BindImport();
     BindGroups();
     BindSearch();
     OrderTabs();

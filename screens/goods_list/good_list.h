@@ -86,6 +86,7 @@ private:
     void BindMovements();
     void BindScales();
     void BindLabels();
+    void BindImport();
     void BindGroups();
     void BindSearch();
     void OrderTabs();

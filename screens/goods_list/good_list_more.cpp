@@ -1,3 +1,4 @@
+#include "screens/goods_import/goods_import.h"
 #include "screens/goods_list/good_list.h"
 #include "screens/goods_list/good_movements.h"
 #include "screens/goods_list/scale_items.h"
@@ -47,5 +48,20 @@ void TGood_List_FRM::BindScales()
         if (chosen.isEmpty() && !m_ui->GoodListDB_GRD->IsEmpty())
             chosen << m_ui->GoodListDB_GRD->CurrentKey();
         TScale_Items_FRM(m_host, m_goods, chosen).ShowModally();
+    });
+}
+
+void TGood_List_FRM::BindImport()
+{
+    Bind(m_ui->Import_BTN, {}, [this] {
+        for (const host::TPermission right : {host::TPermission::Create, host::TPermission::Change})
+            if (!host::Granted(m_host, SoftwarePart(), right))
+                return;
+        TGoods_Import_FRM import(m_host, m_goods);
+        import.ShowModally();
+        if (!import.Wrote())
+            return;
+        ReloadGroups();
+        Renew();
     });
 }

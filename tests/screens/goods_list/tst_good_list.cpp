@@ -57,7 +57,7 @@ void TestGoodList::tabOrder()
              u"GoodListDB_GRD SearchGroup_EDT GoodGroupDB_GRD Group_BTN Search_TBC ADVSearch_CHK ADVSearch_BTN "
              "New_BTN Edit_BTN Review_BTN Del_BTN Show_BTN PrintList_BTN Tags_btn ShowPicture_BTN EXit_BTN "
              "CategoryList_BTN CostList_BTN UpdatePrice_BTN Discount_BTN Barcode_BTN SaveGroupGoodType_BTN "
-             "SelectedList_BTN UpdateAssets_BTN SmartButton_VLK1 Column_CMB Text_EDT Reverse_CHK"_s);
+             "SelectedList_BTN Import_BTN UpdateAssets_BTN SmartButton_VLK1 Column_CMB Text_EDT Reverse_CHK"_s);
     test::Press(Qt::Key_Escape);
 }
 

@@ -1,0 +1,379 @@
+// Goods from files and the clipboard: what is said of their rows, what is written, and how it goes back.
+
+#include "data/goods/goods_import_codes.h"
+#include "data/goods/goods_import_write.h"
+#include "host/controls/grid.h"
+#include "host/screens/grid_export.h"
+#include "screens/goods_import/goods_import.h"
+#include "screens/goods_import/sheet_text.h"
+#include "tests/screens/goods_list/list_fixture.h"
+
+#include <QClipboard>
+#include <QFileDialog>
+
+namespace {
+
+constexpr char16_t Import = u'و';
+
+QString FileOf(const QTemporaryDir &folder, const QString &text)
+{
+    QFile file(folder.filePath(u"goods.csv"_s));
+    if (!file.open(QIODevice::WriteOnly) || file.write(text.toUtf8()) < 0)
+        qFatal("cannot write");
+    return file.fileName();
+}
+
+/// Opens the screen from the list by its key, gives `file` to it, and drives it.
+void Open(Screen &screen, const QString &file, const std::function<void(QWidget *)> &drive)
+{
+    if (screen.list.IsShowing())
+        screen.Activate();
+    else
+        screen.Open();
+    screen.grid.setFocus();
+    test::Drive(
+        [] {
+            QTest::sendKeyEvent(QTest::Click, QApplication::focusWidget(), Qt::Key(Import), QString(Import),
+                                Qt::AltModifier);
+            QTest::qWait(150);
+        },
+        [&](QWidget *dialog) {
+            QVERIFY(qobject_cast<TGoods_Import_FRM *>(dialog));
+            if (!file.isEmpty())
+                test::Drive([] { test::Press(Qt::Key_F4); },
+                            [&](QWidget *) {
+                                test::Type(file);
+                                test::Press(Qt::Key_Return);
+                            });
+            drive(dialog);
+        });
+}
+
+/// What the preview says: "state: note" by row.
+QStringList Said(QWidget *dialog)
+{
+    const auto &rows = test::Find<host::Grid>(dialog, u"Rows_GRD"_s);
+    QStringList said;
+    for (int row = 0; row < rows.RowCount(); ++row)
+        said << rows.VisiblePlainTexts(row).mid(1, 2).join(u": "_s);
+    return said;
+}
+
+QString Counts(QWidget *dialog)
+{
+    QString text = test::Find<QLabel>(dialog, u"Counts_LBL"_s).text();
+    return text.remove(u"<b>"_s).remove(u"</b>"_s);
+}
+
+/// Many new goods as a file.
+goods::ImportTable Many(int rows)
+{
+    QString text = u"نام کالا,گروه,واحد\n"_s;
+    for (int row = 1; row <= rows; ++row)
+        text += u"کالای %1,11,1\n"_s.arg(row);
+    return goods_import::ReadSeparated(text);
+}
+
+} // namespace
+
+class TestGoodsImport : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void captions_data();
+    void captions();
+    void codes();
+    void rows_data();
+    void rows();
+    void throughTheScreen();
+    void pasteAndChoose();
+    void ownListComesBack_data();
+    void ownListComesBack();
+    void givenUp_data();
+    void givenUp();
+    void anotherDesk();
+    void rights();
+
+private:
+    QTemporaryDir m_folder;
+};
+
+void TestGoodsImport::captions_data()
+{
+    QTest::addColumn<QString>("captions");
+    QTest::addColumn<QString>("fields"); ///< numbers of ImportField
+    QTest::newRow("the list's") << u"کد,نام کامل کالا,واحد,واحد,عمده,فی 2,فی مصرف کننده"_s << u"1,2,8,9,20,21,11"_s;
+    QTest::newRow("arabic letters and digits") << u"كد كالا,بارکد ,قيمت ٢,شاخص كالا"_s << u"1,6,21,5"_s;
+    QTest::newRow("english") << u"EAN13,Product Name,Unit_Price,Category,Stock"_s << u"6,3,20,7,0"_s;
+    QTest::newRow("each once") << u"قیمت,قیمت فروش,قیمت خرید"_s << u"20,0,40"_s;
+    QTest::newRow("remembered") << u"شناسه,کد"_s << u"1,0"_s;
+}
+
+void TestGoodsImport::captions()
+{
+    QFETCH(QString, captions);
+    const auto fields = goods::ImportFields({u"عمده"_s}, true);
+    const QHash<QString, goods::ImportField> remembered{{u"شناسه"_s, goods::ImportField::Code}};
+    QStringList found;
+    for (const goods::ImportField field : goods::MatchImportFields(captions.split(u','), fields, remembered))
+        found << QString::number(int(field));
+    QTEST(found.join(u','), "fields");
+}
+
+/// As the procedure proposes them for one good.
+void TestGoodsImport::codes()
+{
+    const test::Database database{test::Database::Content::Demo};
+    for (const int length : {3, 4, 6}) {
+        goods::ImportCodes codes(length);
+        for (const QString &row : database.Rows(u"select Code, GrpCode from GoodInf"_s))
+            codes.Take(row.section(u'|', 0, 0).toInt(), row.section(u'|', 1).toInt());
+        for (const int group : {11, 12, 99, 110})
+            QCOMPARE(codes.Give(group),
+                     database.Scalar(u"exec GetGoodInfCode %1, %2"_s.arg(group).arg(length)).toInt());
+    }
+    goods::ImportCodes few(3);
+    QList<int> given;
+    for (int i = 0; i < 11; ++i)
+        given << few.Give(12);
+    QCOMPARE(given.mid(0, 9), (QList<int>{121, 122, 123, 124, 125, 126, 127, 128, 129}));
+    QCOMPARE(given.mid(9), (QList<int>{130, 131}));
+}
+
+void TestGoodsImport::rows_data()
+{
+    QTest::addColumn<QString>("row"); ///< code, barcode, name, group, unit, price
+    QTest::addColumn<QString>("said");
+    const auto row = [](const char *name, const QString &cells, const QString &said) {
+        QTest::newRow(name) << cells << said;
+    };
+    row("new", u",6260000000002,چای تازه,11,عدد,۱۲٬۵۰۰"_s, u"جدید: "_s);
+    row("group by name, arabic letters", u",,چای تازه,لبنيات,عدد,"_s, u"جدید: "_s);
+    row("no name", u",6260000000002,,11,عدد,1"_s, u"نام کالا خالی است"_s);
+    row("long name", u",,"_s + QString(51, u'ا') + u",11,عدد,1"_s, u"بیش از ۵۰ حرف"_s);
+    row("no group", u",,چای تازه,,عدد,1"_s, u"گروه کالا خالی"_s);
+    row("unknown group", u",,چای تازه,گیاهان,عدد,1"_s, u"گروه «گیاهان» شناخته نیست"_s);
+    row("root group", u",,چای تازه,0,عدد,1"_s, u"شناخته نیست"_s);
+    row("unknown unit", u",,چای تازه,11,گونی,1"_s, u"واحد «گونی» شناخته نیست"_s);
+    row("check digit", u",6260000000001,چای تازه,11,عدد,1"_s, u"رقم کنترل"_s);
+    row("short check digit", u",12345678,چای تازه,11,عدد,1"_s, u"رقم کنترل"_s);
+    row("exponent", u",6.26E+12,چای تازه,11,عدد,1"_s, u"نمایی"_s);
+    row("exponent as code", u"1.1E+05,,چای تازه,11,عدد,1"_s, u"نمایی"_s);
+    row("long code", u"1234567,,چای تازه,11,عدد,1"_s, u"کد باید"_s);
+    row("price no number", u",,چای تازه,11,عدد,گران"_s, u"عدد درستی نیست"_s);
+    row("negative price", u",,چای تازه,11,عدد,'-5"_s, u"عدد درستی نیست"_s);
+    row("huge price", u",,چای تازه,11,عدد,1234567890123456"_s, u"عدد درستی نیست"_s);
+    row("guarded name", u",,'=1+1,11,عدد,1"_s, u"جدید: "_s);
+    row("other's barcode", u"999,6261100011011,چای تازه,11,عدد,1"_s, u"از آن کالای ۱۱۰۰۰۱"_s);
+    row("taken name", u",,برنج ایرانی طارم هاشمی ۵ کیلویی,11,عدد,1"_s, u"تکراری است (کالای ۱۱۰۰۰۱)"_s);
+    row("operation barcode", u",7777,چای تازه,11,عدد,1"_s, u"عملیاتی"_s);
+    row("known by barcode", u",6261100011011,,,,12"_s, u"تغییر: فروش: خرده‌فروشی: از "_s);
+    row("known by code, arabic digits", u"١١٠٠٠١,,,,,"_s, u"بدون تغییر: "_s);
+    row("another barcode", u"110001,6260000000002,,,,"_s, u"بارکد تازه: ۶۲۶۰۰۰۰۰۰۰۰۰۲"_s);
+    row("same name, arabic letters", u"110001,,برنج ايراني,,,"_s, u"بدون تغییر: "_s);
+    row("other unit", u"110001,,,,متر,"_s, u"واحد کالای موجود"_s);
+    row("renamed", u"110001,,برنج شمال,,,"_s, u"نام کالا: از برنج ایرانی به برنج شمال"_s);
+    row("moved", u"110001,,,لبنیات,,"_s, u"گروه: از خواربار و غلات به لبنیات"_s);
+    row("twice", u"110001,,,,,77\n110001,,,,,78"_s, u"در ردیف ۲ تکرار"_s);
+    row("name twice", u",,چای تازه,11,عدد,\n,,چای تازه,11,عدد,"_s, u"نام کالا در ردیف ۲ تکرار"_s);
+    row("barcode twice", u",4444,چای تازه,11,عدد,\n,4444,چای دیگر,11,عدد,"_s, u"بارکد ۴۴۴۴ در ردیف ۲ تکرار"_s);
+    row("seven barcodes", u",1!2!3!4!5!6,چای تازه,11,عدد,\n,1|2|3|4|5|7|9,چای,11,عدد,"_s, u"شش بارکد"_s);
+}
+
+/// What the preview says of the last row.
+void TestGoodsImport::rows()
+{
+    QFETCH(QString, row);
+    QFETCH(QString, said);
+    Screen screen;
+    screen.host.settings.record.ReservedBarcodes[0] = u"7777"_s;
+    const QString file = FileOf(m_folder, u"کد,بارکد,نام کالا,گروه,واحد,فی 1\n"_s + row);
+    Open(screen, file, [&](QWidget *dialog) {
+        const QString last = Said(dialog).constLast();
+        QVERIFY2(last.contains(said) && last.startsWith(u"جدید") == said.startsWith(u"جدید"), qPrintable(last));
+        test::Press(Qt::Key_Escape);
+    });
+}
+
+void TestGoodsImport::throughTheScreen()
+{
+    Screen screen;
+    const QString before = u"select CostLevel_Sell_1, CostLevel_Sell_2 from GoodCostDiscount where GoodCode = 110002"_s;
+    const QStringList prices = screen.database.Rows(before);
+    const QString file = FileOf(m_folder, u"کد,بارکد,نام کالا,گروه,واحد,فی 1,فی 2,توضیحات\n"
+                                          ",6260000000002;4444,چاي سبز,دمنوش,گونی,12500,۹/۵,'=کم\n"
+                                          "110002,,,,,77,,تازه\n"
+                                          ",,بی‌گروه,,عدد,5,,\n"_s);
+    Open(screen, file, [&](QWidget *dialog) {
+        test::Picture(*dialog, u"goods_import"_s);
+        QCOMPARE(Counts(dialog), u"۰ جدید، ۱ تغییر، ۰ بدون تغییر، ۲ دارای ایراد"_s);
+        for (const QString &tick : {u"NewGroups_CHK"_s, u"NewUnits_CHK"_s, u"OnlyFaults_CHK"_s}) {
+            test::Focus(dialog, tick);
+            test::Press(Qt::Key_Space);
+        }
+        QCOMPARE(Counts(dialog), u"۱ جدید، ۱ تغییر، ۰ بدون تغییر، ۱ دارای ایراد"_s);
+        QCOMPARE(Said(dialog), QStringList{u"ایراد دارد: گروه کالا خالی است"_s});
+        test::Drive([] { test::Press(Qt::Key_F3); },
+                    [](QWidget *report) {
+                        test::Picture(*report, u"goods_import_report"_s);
+                        const QString text = test::Find<QLabel>(report, u"Report_LBL"_s).text();
+                        QVERIFY2(text.startsWith(u"۱ کالا افزوده شد، ۱ کالا تغییر کرد، ۰ ردیف بدون تغییر بود و ۱ "
+                                                 "ردیف وارد نشد."_s),
+                                 qPrintable(text));
+                        QCOMPARE(test::Find<host::Grid>(report, u"Left_GRD"_s).RowCount(), 3);
+                        test::Press(Qt::Key_Escape);
+                    });
+    });
+    const test::Database &db = screen.database;
+    QCOMPARE(db.Rows(u"select g.Name, g.AbbName, r.Name, u.Name, g.Comment, c.CostLevel_Sell_1, c.CostLevel_Sell_2, "
+                     "c.Default_CostLevel_Sell_Number, g.UserCreated, CASE WHEN g.SMSCode = g.Code THEN 1 END from "
+                     "GoodInf g, GoodGrpS r, Units u, GoodCostDiscount c where g.kala_name = N'چای سبز' and r.Code = "
+                     "g.GrpCode and u.Code = g.Unit and c.GoodCode = g.Code"_s),
+             QStringList{u"چای سبز  |!6260000000002!4444!!!!!|دمنوش|گونی|=کم|12500|9.5|1|مریم احمدی (7)|1"_s});
+    QCOMPARE(db.Rows(before), QStringList{u"77|"_s + prices.constFirst().section(u'|', 1)});
+    QCOMPARE(db.Rows(u"select Comment, UserModified from GoodInf where Code = 110002"_s),
+             QStringList{u"تازه|مریم احمدی (7)"_s});
+    QCOMPARE(db.Rows(u"select Title, Goods from BulkChanges"_s),
+             QStringList{u"ورود از goods.csv - فروش: خرده‌فروشی|1"_s});
+    TGood_DM data({db.Main(), db.GoodsList(), db.Scales()}, screen.host.settings, screen.host.entities);
+    const int change = db.Scalar(u"select ID from BulkChanges"_s).toInt();
+    QCOMPARE(data.BulkChange_TakeBack(change, {}).written, 1);
+    QCOMPARE(db.Rows(before), prices);
+}
+
+/// Without captions the columns are chosen by hand; with some, the choice is remembered.
+void TestGoodsImport::pasteAndChoose()
+{
+    Screen screen;
+    const auto paste = [&screen](const QString &text, const std::function<void(QWidget *)> &drive) {
+        QGuiApplication::clipboard()->setText(text);
+        Open(screen, {}, [&](QWidget *dialog) {
+            test::Press(Qt::Key_V, Qt::ControlModifier);
+            drive(dialog);
+            test::Press(Qt::Key_Escape);
+        });
+    };
+    const auto choose = [](QWidget *dialog) {
+        QVERIFY(Counts(dialog).startsWith(u"۰ جدید، ۰ تغییر"_s));
+        test::Focus(dialog, u"Column1_CMB"_s);
+        test::Press(Qt::Key_Down);
+        QCOMPARE(Counts(dialog), u"۰ جدید، ۰ تغییر، ۲ بدون تغییر، ۰ دارای ایراد"_s);
+    };
+    paste(u"110001\t5\n110002\t6\n"_s, choose);
+    paste(u"شناسه\tx\n110001\t5\n110002\t6\n"_s, [&](QWidget *dialog) {
+        test::Focus(dialog, u"Captions_CHK"_s);
+        test::Press(Qt::Key_Space);
+        choose(dialog);
+    });
+    paste(u"شناسه\tx\n110001\t5\n110002\t6\n"_s,
+          [](QWidget *dialog) { QCOMPARE(Counts(dialog), u"۰ جدید، ۰ تغییر، ۲ بدون تغییر، ۰ دارای ایراد"_s); });
+}
+
+void TestGoodsImport::ownListComesBack_data()
+{
+    QTest::addColumn<QString>("ending");
+    QTest::newRow("csv") << u"csv"_s;
+    QTest::newRow("xlsx") << u"xlsx"_s;
+}
+
+/// Every column of the list, with cells that are after a sheet.
+void TestGoodsImport::ownListComesBack()
+{
+    QFETCH(QString, ending);
+    Screen screen;
+    screen.database.Exec(u"update GoodInf set kala_name = N'=1+1, \"x\"', Name = N'=1+1, \"x\"  ', kala_type = '', "
+                         "kala_index = '', Comment = N'-5', AbbName = '!0012!' where Code = 110003 "
+                         "update GoodInf set Position = N'يك كاف' where Code = 110004"_s);
+    screen.Open();
+    for (const host::GridColumn &column : screen.grid.Columns())
+        screen.grid.SetColumnVisible(column.field, true);
+    const QString file = m_folder.filePath(u"list."_s + ending);
+    QVERIFY(host::GridExport(screen.grid, u"کالا"_s, {}).Write(file, nullptr));
+    const int goods = screen.grid.RowCount();
+    Open(screen, file, [&](QWidget *dialog) {
+        const QStringList said = Said(dialog);
+        QCOMPARE(said.size(), goods);
+        for (const QString &row : said)
+            QCOMPARE(row, u"بدون تغییر: "_s);
+        test::Press(Qt::Key_Escape);
+    });
+}
+
+void TestGoodsImport::givenUp_data()
+{
+    QTest::addColumn<bool>("whole");
+    QTest::addColumn<int>("written");
+    QTest::newRow("in blocks: the first stays") << false << 1000;
+    QTest::newRow("as a whole: nothing stays") << true << 0;
+}
+
+/// Stopped behind the first thousand.
+void TestGoodsImport::givenUp()
+{
+    QFETCH(bool, whole);
+    const test::Database database{test::Database::Content::Demo};
+    const int before = database.Scalar(u"select count(*) from GoodInf"_s).toInt();
+    const goods::ImportTable table = Many(1500);
+    const auto fields = goods::ImportFields({}, true);
+    goods::ImportOptions options;
+    options.columns = {goods::ImportField::Name, goods::ImportField::Group, goods::ImportField::Unit};
+    options.firstRow = 1;
+    const goods::ImportKnown known = goods::ReadImportKnown(database.Main(), fields, 0, {});
+    const auto plan = goods::JudgeImport(table, goods::ImportReader(table, known, options, fields), options);
+    QCOMPARE(plan.Count(goods::ImportVerdict::New), 1500);
+    goods::ImportOrder order;
+    order.asWhole = whole;
+    order.order = {u"فایل"_s, u"مدیر (1)"_s, u"1405/08/30"_s, u"10:00:00"_s, [](int done, int) { return done == 0; }};
+    const auto result = goods::ImportWriter(database.Main(), table, fields, options).Write(plan, order);
+    QVERIFY(result.cancelled);
+    QCOMPARE(result.plan.Count(goods::ImportVerdict::Faulty), 500);
+    QTEST(database.Scalar(u"select count(*) from GoodInf"_s).toInt() - before, "written");
+}
+
+/// A good and a barcode that were taken between preview and writing are left out, the rest is written.
+void TestGoodsImport::anotherDesk()
+{
+    Screen screen;
+    const QString file = FileOf(m_folder, u"کد,بارکد,نام کالا,گروه,واحد\n500,,یک,11,عدد\n501,4444,دو,11,عدد\n"
+                                          "502,,سه,11,عدد\n"_s);
+    Open(screen, file, [&](QWidget *dialog) {
+        screen.database.Exec(u"update GoodInf set AbbName = '!4444!' where Code = 110001 insert into GoodInf (Code, "
+                             "GrpCode, Name) values (500, 11, N'دیگر')"_s);
+        test::Drive([] { test::Press(Qt::Key_F3); },
+                    [](QWidget *report) {
+                        QVERIFY(test::Find<QLabel>(report, u"Report_LBL"_s)
+                                    .text()
+                                    .startsWith(u"۱ کالا افزوده شد، ۰ کالا تغییر کرد، ۰ ردیف بدون تغییر بود و ۲"_s));
+                        test::Press(Qt::Key_Escape);
+                    });
+        Q_UNUSED(dialog)
+    });
+    QCOMPARE(screen.database.Rows(u"select Code, Name from GoodInf where Code between 500 and 502"_s),
+             (QStringList{u"500|دیگر"_s, u"502|سه  "_s}));
+}
+
+/// Who may not make groups may not make them by the way.
+void TestGoodsImport::rights()
+{
+    Screen screen;
+    screen.host.permissions.Deny(TSoftwarePart::GoodsGroups, TPermission::Create);
+    const QString file = FileOf(m_folder, u"نام کالا,گروه,واحد\nیک,دمنوش,عدد\n"_s);
+    Open(screen, file, [&](QWidget *dialog) {
+        test::Focus(dialog, u"NewGroups_CHK"_s);
+        test::Press(Qt::Key_Space);
+        test::Press(Qt::Key_F3);
+        QVERIFY(dialog->isVisible());
+        test::Press(Qt::Key_Escape);
+    });
+    QCOMPARE(screen.Codes(u"kala_name = N'یک'"_s), QStringList());
+    screen.host.permissions.Deny(TSoftwarePart::Goods, TPermission::Change);
+    screen.Activate();
+    screen.grid.setFocus();
+    QTest::sendKeyEvent(QTest::Click, QApplication::focusWidget(), Qt::Key(Import), QString(Import), Qt::AltModifier);
+    QTest::qWait(150);
+    QVERIFY(!QApplication::activeModalWidget());
+}
+
+REGISTER_TEST(TestGoodsImport)
+#include "tst_goods_import.moc"
