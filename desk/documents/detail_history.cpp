@@ -8,6 +8,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QPushButton>
+#include <QSignalBlocker>
 
 using namespace Qt::StringLiterals;
 
@@ -110,8 +111,12 @@ void TDetailHistory_FRM::Find()
 void TDetailHistory_FRM::ShowValues()
 {
     m_ui->Note_LBL->clear();
-    m_ui->Values_GRD->SetSource(&m_data.Values_QRY, u"DetailValueID"_s);
-    m_ui->Values_GRD->StandOn(0);
+    {
+        // What follows the current row is shown once, not for each step on the way there.
+        const QSignalBlocker quiet(m_ui->Values_GRD);
+        m_ui->Values_GRD->SetSource(&m_data.Values_QRY, u"DetailValueID"_s);
+        m_ui->Values_GRD->StandOn(0);
+    }
     ShowMovements();
 }
 
