@@ -36,7 +36,7 @@ void CutView::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.setPen(host::theme::Line());
     painter.setBrush(host::theme::Surface());
-    painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    painter.drawRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5));
     QRectF area = QRectF(rect()).adjusted(Margin, Margin / 2, -Margin, -Margin);
     if (!m_remark.isEmpty()) {
         constexpr int flags = Qt::AlignBottom | Qt::AlignHCenter | Qt::TextWordWrap;

@@ -68,6 +68,8 @@ void TGoodDetailDivision_DetailItems_Get_FRM::ComputeSecond()
     else if (m_row.Ratio().Formula > 0)
         m_form->Amount_5_EDT->SetNumber(goods::SecondQuantity(first, m_row.Ratio().Formula, m_row.Ratio().WholeUnits));
     m_form->Amount_3_EDT->setModified(false);
+    if (m_form->Amount_5_EDT->hasFocus())
+        m_form->Amount_5_EDT->selectAll(); // the user is there by now
 }
 
 Refused TGoodDetailDivision_DetailItems_Get_FRM::CheckCount(bool goBack)

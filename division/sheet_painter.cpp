@@ -17,7 +17,7 @@ namespace theme = host::theme;
 
 constexpr int MostDrawn = 12;        ///< sheets
 constexpr double Gap = 10;           ///< between sheets, logical pixels
-constexpr double BarHeight = 34;     ///< at most
+constexpr double BarHeight = 56;     ///< at most
 constexpr double SmallestText = 0.6; ///< of the font; measures that would be smaller are left out
 constexpr double TextMargin = 6;
 constexpr int MeasureDecimals = 4;

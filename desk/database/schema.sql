@@ -788,7 +788,7 @@ CREATE TABLE GoodDetailDivisionDetail (
     CONSTRAINT FK_GoodDetailDivisionDetail_GoodDetailValues FOREIGN KEY (DetailValueID) REFERENCES GoodDetailValues (ID)
 )
 CREATE INDEX IX_GoodDetailDivisionDetail_DetailValueID ON GoodDetailDivisionDetail (DetailValueID)
-CREATE INDEX IX_GoodDetailDivisionDetail_DivisionCode ON GoodDetailDivisionDetail (DivisionCode, OperationRow)
+CREATE UNIQUE INDEX IX_GoodDetailDivisionDetail_DivisionCode ON GoodDetailDivisionDetail (DivisionCode, OperationRow)
 -- Parts that a source row was divided into, the entry side (operation type 25). Amount3 counts the pieces, but for
 -- packed goods: there it is what a package holds. The detail values of a part stand in the ledger, under its row.
 CREATE TABLE GoodDetailDivisionDetailItems (
@@ -804,8 +804,7 @@ CREATE TABLE GoodDetailDivisionDetailItems (
     Waste         bit           NOT NULL DEFAULT 0,
     CONSTRAINT FK_GoodDetailDivisionDetailItems_Division FOREIGN KEY (DivisionCode) REFERENCES GoodDetailDivision (Code)
 )
-CREATE INDEX IX_GoodDetailDivisionDetailItems_DivisionCode
-    ON GoodDetailDivisionDetailItems (DivisionCode, DivisionRow, OperationRow)
+CREATE UNIQUE INDEX IX_GoodDetailDivisionDetailItems_DivisionCode ON GoodDetailDivisionDetailItems (DivisionCode, OperationRow)
 GO
 
 -- ---------------------------------------------------------------------------------------------------------

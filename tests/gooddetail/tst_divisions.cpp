@@ -126,7 +126,11 @@ void TestDivisions::dividesUnits()
     QCOMPARE(m_database->Rows(u"select Amount1 from GoodStoreStock where GoodCode = %1"_s.arg(good)), before);
     QCOMPARE(m_database->Scalar(u"select count(*) from Kardex where OperationType in (24, 25)"_s).toInt(),
              1 + int(parts.size()));
+    QCOMPARE(m_database->Rows(u"select Mode, Code from Global_ID"_s), QStringList{u"314|1"_s});
     QCOMPARE(divider.Delete(1), QString());
+    QCOMPARE(m_database->Rows(u"select Code from Global_ID union all select ID from StorageAutoOperation where "
+                              "OperationType > 20"_s),
+             QStringList());
     QCOMPARE(m_database->Scalar(u"select count(*) from GoodDetailValueDetails where [Value] like N'%/%'"_s).toInt(), 0);
     QCOMPARE(m_database->Rows(u"select OperationType from GoodDetailKardex where GoodCode = %1"_s.arg(good)),
              QStringList{u"3"_s});

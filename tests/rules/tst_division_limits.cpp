@@ -8,6 +8,7 @@ using goods::DividedBy;
 using goods::DividedPieces;
 using goods::DividedStock;
 using goods::IsDivided;
+using goods::OverLimit;
 using goods::Quantity;
 using goods::UnitAmounts;
 
@@ -57,34 +58,6 @@ class TestDivisionLimits : public QObject
     Q_OBJECT
 
 private slots:
-    void counts_data()
-    {
-        QTest::addColumn<QString>("told"); // the total, and the fault as a number
-        QTest::addColumn<QString>("found");
-        const auto row = [](const char *name, By by, const Numbers &taken, const Numbers &parts, const char *told) {
-            const UnitAmounts total = TotalToDivide(Stock(by), taken.Amounts());
-            const auto fault = CountFaultOf(Stock(by), taken.Amounts(), parts.Amounts());
-            QTest::newRow(name) << QString::fromLatin1(told)
-                                << Text({total.first, total.second, Quantity(static_cast<int>(fault))});
-        };
-        row("sheets", By::Area, "2", "12", "12 0 0");
-        row("all sheets", By::Area, "5", "", "30 0 0");
-        row("more sheets than there are", By::Area, "6", "40", "36 0 1");
-        row("no sheet", By::Area, "0", "6", "0 0 2");
-        row("fewer sheets than are divided", By::Area, "1", "6.000000001", "6 0 3");
-        row("rolls", By::Packages, "10", "500", "500 0 0");
-        row("a part of a roll", By::Packages, "0.5", "25.1", "25 0 3");
-        row("an amount", By::Amount, "12.5", "12.5", "12.5 0 0");
-        row("a second unit that does not count", By::Amount, "1 99", "1", "1 0 0");
-        row("too much of the second unit", By::TwoAmounts, "12 2.6", "", "12 2.6 1");
-        row("second unit below the parts", By::TwoAmounts, "12 2", "12 2.1", "12 2 3");
-    }
-    void counts()
-    {
-        QFETCH(QString, told);
-        QTEST(told, "found");
-    }
-
     /// Three entries of 1.234567 by 2.345678, each rounded by itself.
     void allThereIsWhateverWasRounded()
     {
@@ -110,56 +83,63 @@ private slots:
         QCOMPARE(missing(By::TwoAmounts, {1, 0, 0, 0, 1}, 1), -1);
     }
 
-    void limits_data()
-    {
-        QTest::addColumn<bool>("over");
-        QTest::addColumn<bool>("found");
-        const auto row = [](const char *name, const Numbers &limit, const Numbers &parts, const Numbers &entered,
-                            const Numbers &before, bool over) {
-            QTest::newRow(name) << over
-                                << OverLimit(limit.Amounts(), parts.Amounts(), entered.Amounts(), before.Amounts());
-        };
-        row("all of it", "6", "4", "2", "", false);
-        row("binary noise", "0.3", "0.1", "0.2", "", false);
-        row("the least bit more", "6", "4", "2.000000001", "", true);
-        row("a changed part counts once", "6", "6", "2", "2", false);
-        row("a changed part grows", "6", "6", "2.5", "2", true);
-        row("more of the second unit", "6 1", "3 0.5", "3 0.6", "", true);
-    }
     void limits()
     {
-        QFETCH(bool, over);
-        QTEST(over, "found");
+        QVERIFY(!OverLimit({6, 0}, {4, 0}, {2, 0}));
+        QVERIFY(!OverLimit({0.3L, 0}, {0.1L, 0}, {0.2L, 0})); // binary noise
+        QVERIFY(OverLimit({6, 0}, {4, 0}, {2.000000001L, 0}));
+        QVERIFY(!OverLimit({6, 0}, {6, 0}, {2, 0}, {2, 0})); // a changed part counts once
+        QVERIFY(OverLimit({6, 0}, {6, 0}, {2.5L, 0}, {2, 0}));
+        QVERIFY(OverLimit({6, 1}, {3, 0.5L}, {3, 0.6L}));
         QVERIFY(IsDivided({6, 1}, {6, 1}) && !IsDivided({6, 1}, {6, 0.5L}) && !IsDivided({6, 0}, {5, 0}));
     }
 
-    void proposesTheRest_data()
+    void computes_data()
     {
-        QTest::addColumn<QString>("told"); // amount, second, length, width, count
+        QTest::addColumn<QString>("told");
         QTest::addColumn<QString>("found");
-        const auto row = [](const char *name, By by, const Numbers &left, const Numbers &sides, const char *told) {
-            const auto rest = RestAsPart(Stock(by), left.Amounts(), {0, 0, sides[0], sides[1], 1});
+        // What is typed, the parts so far; the total, and the fault as a number.
+        const auto count = [](const char *name, By by, const Numbers &taken, const Numbers &parts, const char *told) {
+            const UnitAmounts total = TotalToDivide(Stock(by), taken.Amounts());
+            const auto fault = CountFaultOf(Stock(by), taken.Amounts(), parts.Amounts());
             QTest::newRow(name) << QString::fromLatin1(told)
-                                << (rest ? Text({rest->amount, rest->second, rest->length, rest->width, rest->count})
+                                << Text({total.first, total.second, Quantity(static_cast<int>(fault))});
+        };
+        count("sheets", By::Area, "2", "12", "12 0 0");
+        count("all sheets", By::Area, "5", "", "30 0 0");
+        count("more sheets than there are", By::Area, "6", "40", "36 0 1");
+        count("no sheet", By::Area, "0", "6", "0 0 2");
+        count("fewer sheets than are divided", By::Area, "1", "6.000000001", "6 0 3");
+        count("rolls", By::Packages, "10", "500", "500 0 0");
+        count("a part of a roll", By::Packages, "0.5", "25.1", "25 0 3");
+        count("an amount", By::Amount, "12.5", "12.5", "12.5 0 0");
+        count("a second unit that does not count", By::Amount, "1 99", "1", "1 0 0");
+        count("too much of the second unit", By::TwoAmounts, "12 2.6", "", "12 2.6 1");
+        count("second unit below the parts", By::TwoAmounts, "12 2", "12 2.1", "12 2 3");
+        // What is left, typed sides; amount, second, length, width, count.
+        const auto rest = [](const char *name, By by, const Numbers &left, const Numbers &sides, const char *told) {
+            const auto part = RestAsPart(Stock(by), left.Amounts(), {0, 0, sides[0], sides[1], 1});
+            QTest::newRow(name) << QString::fromLatin1(told)
+                                << (part ? Text({part->amount, part->second, part->length, part->width, part->count})
                                          : u"none"_s);
         };
-        row("an amount", By::Amount, "2.5", "", "2.5 0 0 0 1");
-        row("both amounts", By::TwoAmounts, "2.5 0.1", "", "2.5 0.1 0 0 1");
-        row("a roll", By::Packages, "7.25", "", "7.25 0 0 0 1");
-        row("nothing left", By::Amount, "0", "", "none");
-        row("too much is divided of the second unit", By::TwoAmounts, "1 -1", "", "none");
-        row("along the sheet", By::Area, "1.5", "", "0 0 3 0.5 1");
-        row("of the typed length", By::Area, "1.5", "2", "0 0 2 0.75 1");
-        row("of the typed width", By::Area, "1.5", "0 1.5", "0 0 1 1.5 1");
-        row("as many as are typed", By::Area, "1.5", "0.5 0.25", "0 0 0.5 0.25 12");
-        row("typed pieces that do not fill it", By::Area, "1.5", "1 1", "0 0 1 1.5 1");
-        row("whole sheets", By::Area, "12", "", "0 0 3 2 2");
-        row("no third to nine decimals, across then", By::Area, "1", "", "0 0 0.5 2 1");
-        row("nor across", By::Area, "0.000000001", "", "none");
-        row("a typed length that no sheet has", By::Area, "1.5", "5", "0 0 3 0.5 1");
-        row("more than one fits", By::Area, "4", "1", "0 0 1 2 2");
+        rest("an amount", By::Amount, "2.5", "", "2.5 0 0 0 1");
+        rest("both amounts", By::TwoAmounts, "2.5 0.1", "", "2.5 0.1 0 0 1");
+        rest("a roll", By::Packages, "7.25", "", "7.25 0 0 0 1");
+        rest("nothing left", By::Amount, "0", "", "none");
+        rest("too much is divided of the second unit", By::TwoAmounts, "1 -1", "", "none");
+        rest("along the sheet", By::Area, "1.5", "", "0 0 3 0.5 1");
+        rest("of the typed length", By::Area, "1.5", "2", "0 0 2 0.75 1");
+        rest("of the typed width", By::Area, "1.5", "0 1.5", "0 0 1 1.5 1");
+        rest("as many as are typed", By::Area, "1.5", "0.5 0.25", "0 0 0.5 0.25 12");
+        rest("typed pieces that do not fill it", By::Area, "1.5", "1 1", "0 0 1 1.5 1");
+        rest("whole sheets", By::Area, "12", "", "0 0 3 2 2");
+        rest("no third to nine decimals, across then", By::Area, "1", "", "0 0 0.5 2 1");
+        rest("nor across", By::Area, "0.000000001", "", "none");
+        rest("a typed length that no sheet has", By::Area, "1.5", "5", "0 0 3 0.5 1");
+        rest("more than one fits", By::Area, "4", "1", "0 0 1 2 2");
     }
-    void proposesTheRest()
+    void computes()
     {
         QFETCH(QString, told);
         QTEST(told, "found");
