@@ -8,6 +8,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QPushButton>
+#include <QSignalBlocker>
 
 using namespace Qt::StringLiterals;
 
@@ -18,6 +19,8 @@ namespace {
 using host::ColumnFormat;
 
 constexpr QSize WindowSize(900, 560);
+/// Of the details found, their kin and their movements.
+const QList<int> PaneHeights{120, 150, 260};
 
 } // namespace
 
@@ -53,7 +56,7 @@ TDetailHistory_FRM::TDetailHistory_FRM(host::Host &host)
         grid->horizontalHeader()->setStretchLastSection(true);
         RememberLayout(grid);
     }
-    m_ui->Split_SPL->setSizes({120, 150, 260});
+    m_ui->Split_SPL->setSizes(PaneHeights);
     m_ui->Kin_PNL->hide();
     m_ui->Serial_EDT->installEventFilter(this);
     connect(m_ui->Values_GRD, &host::Grid::CurrentKeyChanged, this,
@@ -110,8 +113,12 @@ void TDetailHistory_FRM::Find()
 void TDetailHistory_FRM::ShowValues()
 {
     m_ui->Note_LBL->clear();
-    m_ui->Values_GRD->SetSource(&m_data.Values_QRY, u"DetailValueID"_s);
-    m_ui->Values_GRD->StandOn(0);
+    {
+        // What follows the current row is shown once, not for each step on the way there.
+        const QSignalBlocker quiet(m_ui->Values_GRD);
+        m_ui->Values_GRD->SetSource(&m_data.Values_QRY, u"DetailValueID"_s);
+        m_ui->Values_GRD->StandOn(0);
+    }
     ShowMovements();
 }
 
@@ -124,7 +131,11 @@ void TDetailHistory_FRM::ShowMovements()
     m_ui->Kin_GRD->SetSource(&m_data.Kin_QRY, u"DetailValueID"_s);
     m_ui->Kin_GRD->Locate(value);
     // Most details were never divided.
-    m_ui->Kin_PNL->setVisible(m_data.Kin_QRY.RecordCount() > 1);
+    const bool divided = m_data.Kin_QRY.RecordCount() > 1;
+    if (divided == m_ui->Kin_PNL->isHidden()) {
+        m_ui->Kin_PNL->setVisible(divided);
+        m_ui->Split_SPL->setSizes(PaneHeights);
+    }
 }
 
 /// Shows another unit of the kin; the keys stay in the list, where the road back is one line away.

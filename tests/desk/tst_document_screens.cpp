@@ -399,6 +399,8 @@ void TestDocumentScreens::kin()
                     QCOMPARE(grid.RowCount(), 7); // with its four parts, and two parts of one of them
                     QCOMPARE(test::Find<host::Grid>(screen, u"Movements_GRD"_s).RowCount(), 2);
                     QCOMPARE(row(3), indent + indent + serial + u"/2/1|قسمت|تقسیم جزئیات|ضایعات"_s);
+                    QVERIFY(grid.isVisible());
+                    QCoreApplication::processEvents();
                     test::Picture(*screen, u"detail-kin"_s);
                     test::Press(Qt::Key_Escape);
                 });
