@@ -32,11 +32,11 @@ const QString Document = u"تقسیم جزئیات"_s;
 
 QList<GridColumn> AmountColumns()
 {
-    return {{u"Length"_s, u"طول"_s, 80, false, ColumnFormat::Amount},
-            {u"Width"_s, u"عرض"_s, 80, false, ColumnFormat::Amount},
-            {u"Amount3"_s, u"تعداد"_s, 80, false, ColumnFormat::Amount},
-            {u"Amount2"_s, u"مقدار2"_s, 90, false, ColumnFormat::Amount},
-            {u"Amount1"_s, u"مقدار"_s, 100, false, ColumnFormat::Amount}};
+    return {{u"Length"_s, u"طول"_s, 70, false, ColumnFormat::Amount},
+            {u"Width"_s, u"عرض"_s, 70, false, ColumnFormat::Amount},
+            {u"Amount3"_s, u"تعداد"_s, 70, false, ColumnFormat::Amount},
+            {u"Amount2"_s, u"مقدار2"_s, 80, false, ColumnFormat::Amount},
+            {u"Amount1"_s, u"مقدار"_s, 90, false, ColumnFormat::Amount}};
 }
 
 } // namespace
@@ -64,7 +64,7 @@ void TGoodDetailDivision_Get_FRM::BuildGrids()
 {
     host::Grid *rows = m_ui->GoodDetailDivisionDetail_GRD;
     rows->SetColumns(QList<GridColumn>{{u"StoreName"_s, u"انبار"_s, 110},
-                                       {u"GoodName"_s, u"نام کالا"_s, 180},
+                                       {u"GoodName"_s, u"نام کالا"_s, 230},
                                        {u"GoodDetail"_s, u"جزییات"_s, 150}} +
                      AmountColumns() + QList<GridColumn>{{u"Comment"_s, u"توضیحات"_s, 120}});
     rows->SetSource(&m_data.Rows_QRY, u"OperationRow"_s);
