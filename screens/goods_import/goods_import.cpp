@@ -197,7 +197,7 @@ void TGoods_Import_FRM::ShowColumns()
         columns.append({u"C%1"_s.arg(i), captions.at(i), 130, false, ColumnFormat::Text});
     m_ui->Rows_GRD->SetColumns(columns);
     m_ui->Columns_PNL->SetColumns(captions, m_fields, goods::MatchImportFields(captions, m_fields, m_remembered));
-    host::ChainTabs(QList<QWidget *>{m_ui->Whole_CHK} + m_ui->Columns_PNL->TabStops() +
+    host::ChainTabs(QList<QWidget *>{m_ui->NewUnits_CHK} + m_ui->Columns_PNL->TabStops() +
                     QList<QWidget *>{m_ui->Rows_GRD, m_ui->OnlyFaults_CHK});
     Judge();
 }

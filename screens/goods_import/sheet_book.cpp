@@ -1,6 +1,7 @@
 #include "screens/goods_import/sheet_book.h"
 
 #include "screens/goods_import/book_cells.h"
+#include "screens/goods_import/book_inline.h"
 #include "screens/goods_import/sheet_text.h"
 
 #include <QFile>
@@ -95,6 +96,14 @@ public:
     }
     void finalize() override {}
 
+    void AddText(const QString &name, const QString &cell, const QString &text)
+    {
+        auto *sheet = get_sheet(name.toStdString());
+        const sheet::src_address_t place = m_addresses.resolve_address(cell.toStdString());
+        if (sheet)
+            sheet->set_auto(place.row, place.column, text.toStdString());
+    }
+
     goods::ImportTable FirstTable() const
     {
         for (const auto &sheet : m_sheets)
@@ -120,10 +129,14 @@ goods::ImportTable ReadBook(const QByteArray &bytes)
     try {
         const std::string_view stream(bytes.constData(), static_cast<size_t>(bytes.size()));
         const auto *blob = reinterpret_cast<const unsigned char *>(bytes.constData());
-        if (orcus::orcus_ods::detect(blob, stream.size()))
+        if (orcus::orcus_ods::detect(blob, stream.size())) {
             orcus::orcus_ods(&book).read_stream(stream);
-        else
+        } else {
             orcus::orcus_xlsx(&book).read_stream(stream);
+            ReadInlineTexts(bytes, [&book](const QString &name, const QString &cell, const QString &text) {
+                book.AddText(name, cell, text);
+            });
+        }
     } catch (const std::exception &error) {
         // The library's own words are for programmers.
         Refuse(u"فایل خراب یا نیمه‌کاره است و خوانده نشد. (%1)"_s.arg(

@@ -129,7 +129,7 @@ void TestGoodsImport::codes()
         goods::ImportCodes codes(length);
         for (const QString &row : database.Rows(u"select Code, GrpCode from GoodInf"_s))
             codes.Take(row.section(u'|', 0, 0).toInt(), row.section(u'|', 1).toInt());
-        for (const int group : {11, 12, 99, 110})
+        for (const int group : {11, 12, 99, 130})
             QCOMPARE(codes.Give(group),
                      database.Scalar(u"exec GetGoodInfCode %1, %2"_s.arg(group).arg(length)).toInt());
     }
@@ -155,7 +155,7 @@ void TestGoodsImport::rows_data()
     row("no group", u",,چای تازه,,عدد,1"_s, u"گروه کالا خالی"_s);
     row("unknown group", u",,چای تازه,گیاهان,عدد,1"_s, u"گروه «گیاهان» شناخته نیست"_s);
     row("root group", u",,چای تازه,0,عدد,1"_s, u"شناخته نیست"_s);
-    row("unknown unit", u",,چای تازه,11,گونی,1"_s, u"واحد «گونی» شناخته نیست"_s);
+    row("unknown unit", u",,چای تازه,11,لنگه,1"_s, u"واحد «لنگه» شناخته نیست"_s);
     row("check digit", u",6260000000001,چای تازه,11,عدد,1"_s, u"رقم کنترل"_s);
     row("short check digit", u",12345678,چای تازه,11,عدد,1"_s, u"رقم کنترل"_s);
     row("exponent", u",6.26E+12,چای تازه,11,عدد,1"_s, u"نمایی"_s);
@@ -202,7 +202,7 @@ void TestGoodsImport::throughTheScreen()
     const QString before = u"select CostLevel_Sell_1, CostLevel_Sell_2 from GoodCostDiscount where GoodCode = 110002"_s;
     const QStringList prices = screen.database.Rows(before);
     const QString file = FileOf(m_folder, u"کد,بارکد,نام کالا,گروه,واحد,فی 1,فی 2,توضیحات\n"
-                                          ",6260000000002;4444,چاي سبز,دمنوش,گونی,12500,۹/۵,'=کم\n"
+                                          ",6260000000002;4444,چاي تازه,دمنوش,لنگه,12500,۹/۵,'=کم\n"
                                           "110002,,,,,77,,تازه\n"
                                           ",,بی‌گروه,,عدد,5,,\n"_s);
     Open(screen, file, [&](QWidget *dialog) {
@@ -228,9 +228,9 @@ void TestGoodsImport::throughTheScreen()
     const test::Database &db = screen.database;
     QCOMPARE(db.Rows(u"select g.Name, g.AbbName, r.Name, u.Name, g.Comment, c.CostLevel_Sell_1, c.CostLevel_Sell_2, "
                      "c.Default_CostLevel_Sell_Number, g.UserCreated, CASE WHEN g.SMSCode = g.Code THEN 1 END from "
-                     "GoodInf g, GoodGrpS r, Units u, GoodCostDiscount c where g.kala_name = N'چای سبز' and r.Code = "
+                     "GoodInf g, GoodGrpS r, Units u, GoodCostDiscount c where g.kala_name = N'چای تازه' and r.Code = "
                      "g.GrpCode and u.Code = g.Unit and c.GoodCode = g.Code"_s),
-             QStringList{u"چای سبز  |!6260000000002!4444!!!!!|دمنوش|گونی|=کم|12500|9.5|1|مریم احمدی (7)|1"_s});
+             QStringList{u"چای تازه  |!6260000000002!4444!!!!!|دمنوش|لنگه|=کم|12500|9.5|1|مریم احمدی (7)|1"_s});
     QCOMPARE(db.Rows(before), QStringList{u"77|"_s + prices.constFirst().section(u'|', 1)});
     QCOMPARE(db.Rows(u"select Comment, UserModified from GoodInf where Code = 110002"_s),
              QStringList{u"تازه|مریم احمدی (7)"_s});
