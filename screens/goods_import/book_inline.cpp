@@ -19,6 +19,9 @@ QByteArray Part(const orcus::zip_archive &archive, const QString &name)
     std::vector<unsigned char> content;
     if (!archive.read_file_entry(name.toStdString(), content))
         return {};
+    // The library may end what it gives with a NUL.
+    while (!content.empty() && content.back() == 0)
+        content.pop_back();
     return {reinterpret_cast<const char *>(content.data()), static_cast<qsizetype>(content.size())};
 }
 
