@@ -67,7 +67,8 @@ struct Shop
                 .barcodes = fakes.barcodes,
                 .finance = fakes.finance,
                 .theme = fakes.theme,
-                .numbers = fakes.numbers};
+                .numbers = fakes.numbers,
+                .help = fakes.help};
     }
 
     static host::TDocumentLine Line(int good, quint8 type, int code, quint8 unitType = 1, int foreign = 0)
