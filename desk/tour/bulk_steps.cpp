@@ -75,7 +75,6 @@ void BulkSteps(TourScript &script)
     script.Key(u"choose a type"_s, u"DaraiGoodType_CMB"_s, Qt::Key_Down);
     script.Shot(u"asset-type"_s, u"DaraiGoodType_CMB"_s);
     script.Key(u"leave the type"_s, u"DaraiGoodType_CMB"_s, Qt::Key_Escape);
-    script.AnswerYes();
     script.Focus(List);
     MarkFirst(script);
 }
