@@ -1,7 +1,10 @@
 #include "host/look/house_style.h"
 
+#include "host/look/theme.h"
+
 #include <QPainter>
 #include <QStyleFactory>
+#include <QStyleOption>
 #include <QTextLayout>
 #include <QWidget>
 
@@ -50,6 +53,35 @@ void Underline(QPainter &painter, const QRect &textRect, const Caption &caption)
                      painter.pen().color());
 }
 
+void DrawIndicator(QPainter &painter, const QStyleOption &option, bool circle)
+{
+    const QRectF box = QRectF(option.rect).adjusted(1.5, 1.5, -1.5, -1.5);
+    const bool enabled = option.state & QStyle::State_Enabled;
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(enabled ? theme::InkSoft() : theme::Line(), 1));
+    painter.setBrush(theme::Surface());
+    const double radius = circle ? box.width() / 2 : 2;
+    painter.drawRoundedRect(box, radius, radius);
+    const QColor mark = enabled ? theme::Accent() : theme::InkSoft();
+    const auto at = [&box](double x, double y) {
+        return QPointF(box.left() + x * box.width(), box.top() + y * box.height());
+    };
+    painter.setPen(QPen(mark, 2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    if (option.state & QStyle::State_NoChange) {
+        painter.drawLine(at(0.25, 0.5), at(0.75, 0.5));
+    } else if (option.state & QStyle::State_On) {
+        if (circle) {
+            painter.setPen(Qt::NoPen);
+            painter.setBrush(mark);
+            painter.drawEllipse(box.center(), box.width() / 4, box.height() / 4);
+        } else {
+            painter.drawPolyline(QPolygonF({at(0.22, 0.52), at(0.43, 0.74), at(0.8, 0.26)}));
+        }
+    }
+    painter.restore();
+}
+
 } // namespace
 
 HouseStyle::HouseStyle() : QProxyStyle(QStyleFactory::create(u"Fusion"_s))
@@ -72,6 +104,18 @@ void HouseStyle::drawItemText(QPainter *painter, const QRect &rect, int flags, c
         painter->setPen(palette.color(role));
     Underline(*painter, painter->boundingRect(rect, plain, caption.text), caption);
     painter->restore();
+}
+
+/// The boxes and circles of the base style are outlined darker than their ground, which on a dark one is not seen.
+void HouseStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
+                               const QWidget *widget) const
+{
+    const bool circle = element == PE_IndicatorRadioButton;
+    const bool box = element == PE_IndicatorCheckBox || element == PE_IndicatorItemViewItemCheck;
+    if ((circle || box) && theme::Surface().lightnessF() < 0.5F)
+        DrawIndicator(*painter, *option, circle);
+    else
+        QProxyStyle::drawPrimitive(element, option, painter, widget);
 }
 
 int HouseStyle::styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
