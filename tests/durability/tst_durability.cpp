@@ -115,7 +115,8 @@ void TestDurability::killedWhileChangingMany()
         u"INSERT INTO GoodInf (Code, GrpCode, Name) SELECT TOP 1500 ROW_NUMBER() OVER (ORDER BY a.Permission), 1, "
         "N'کالا' FROM UserRights a CROSS JOIN UserRights b"
         " INSERT INTO GoodCostDiscount (GoodCode, CostLevel_Sell_1) SELECT Code, 100 FROM GoodInf"_s);
-    for (int kill = 0; kill < 20; ++kill) {
+    constexpr int Kills = 10; // of each kind of change
+    for (int kill = 0; kill < Kills; ++kill) {
         KillAtWork({database.Name(), QString::fromUtf8(QTest::currentDataTag())}, 400000);
         if (QTest::currentTestFailed())
             return;
