@@ -4,6 +4,7 @@
 #include "desk/messages/catalogue.h"
 #include "desk/messages/message_box.h"
 #include "host/data/database_error.h"
+#include "host/look/icons.h"
 #include "ui_first_start.h"
 
 #include <QDir>
@@ -37,6 +38,10 @@ std::optional<Beginning> AskForBeginning(const QString &file)
     Ui::FirstStart ui;
     ui.setupUi(&dialog);
     dialog.setObjectName(u"FirstStart_DLG"_s);
+    ui.Empty_BTN->setIcon(host::Icon(host::Glyph::Stores));
+    ui.Demo_BTN->setIcon(host::Icon(host::Glyph::Goods));
+    ui.Backup_BTN->setIcon(host::Icon(host::Glyph::Documents));
+    ui.Place_LBL->setProperty("soft", true);
     ui.Place_LBL->setText(u"پایگاه داده در این فایل خواهد بود:\n\u2066%1\u2069"_s.arg(QDir::toNativeSeparators(file)));
     Beginning beginning;
     QObject::connect(ui.Empty_BTN, &QAbstractButton::clicked, &dialog, &QDialog::accept);
