@@ -38,7 +38,7 @@ void CutView::paintEvent(QPaintEvent *)
     painter.setPen(paper.Line);
     painter.setBrush(paper.Surface);
     painter.drawRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5));
-    QRectF area = QRectF(rect()).adjusted(Margin, Margin / 2, -Margin, -Margin);
+    QRectF area = QRectF(rect()).adjusted(Margin, Margin / 2.0, -Margin, -Margin);
     if (!m_remark.isEmpty()) {
         constexpr int flags = Qt::AlignBottom | Qt::AlignHCenter | Qt::TextWordWrap;
         const QRectF text = painter.boundingRect(area, flags, m_remark);

@@ -41,12 +41,14 @@ DividedPieces RestAlong(const DividedPieces &sheet, Quantity side, Quantity area
     if (side <= 0)
         return rest;
     const Quantity least = std::ceil(area / (sheet.length * sheet.width));
-    for (Quantity count = std::max<Quantity>(least, 1); count <= MostRestPieces; ++count) {
+    if (least > MostRestPieces)
+        return rest;
+    for (int count = std::max(static_cast<int>(least), 1); count <= MostRestPieces; ++count) {
         const Quantity other = RoundedQuantity(area / (side * count));
         if (!FitsOn(sheet, side, other))
             continue;
         if (other > 0 && SameQuantity(side * other * count, area))
-            rest = {0, 0, side, other, count};
+            rest = {0, 0, side, other, Quantity(count)};
         break;
     }
     return rest;

@@ -61,7 +61,7 @@ bool HasExponent(QStringView cell)
 
 std::optional<QString> ImportNumber(QStringView cell)
 {
-    const auto plain = host::NormalizeDecimal(cell);
+    auto plain = host::NormalizeDecimal(cell);
     if (!plain || plain->startsWith(u'-') || plain->section(u'.', 0, 0).size() > WholeDigits) {
         return std::nullopt;
     }

@@ -4,6 +4,8 @@
 
 #include <optional>
 
+class QWidget;
+
 namespace desk {
 
 /// What a desk begins with that has no database yet.

@@ -7,6 +7,7 @@
 #include <QFontDatabase>
 #include <QPalette>
 #include <QStyle>
+#include <QWidget>
 
 using namespace Qt::StringLiterals;
 
