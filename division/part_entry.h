@@ -1,31 +1,17 @@
 #pragma once
 
 #include "division/part_amounts.h"
-
-#include <QObject>
-
-class QLabel;
-
-namespace host {
-class NumericEdit;
-}
+#include "gooddetail/typed_inputs.h"
 
 namespace division {
 
-/// The four inputs in which a part is typed: which of them are used, what they are called, and what leaving one
-/// computes of the others.
+/// The inputs in which a part is typed, as the fields of a part.
 class PartEntry : public QObject
 {
     Q_OBJECT
 
 public:
-    struct Input
-    {
-        QLabel *Caption;
-        host::NumericEdit *Edit;
-    };
-
-    PartEntry(const std::array<Input, 4> &inputs, QObject *parent);
+    PartEntry(const std::array<good_detail::TypedInputs::Input, 4> &inputs, QObject *parent);
 
     /// Shows the inputs of a unit type, empty.
     void SetUp(int unitType, const QString &unit2, const good_detail::UnitRatio &ratio);
@@ -36,7 +22,7 @@ public:
     /// As it stands, before what leaving the input would compute.
     goods::DividedPieces Pieces() const;
     /// Computes what leaving the inputs would.
-    void Take();
+    void Take() { m_inputs.Take(); }
     /// The first field without which there is no part; call Take() before.
     std::optional<goods::PartField> Empty() const;
     /// Something was typed that is not stored.
@@ -45,20 +31,15 @@ public:
     host::NumericEdit *Edit(goods::PartField field) const;
     /// For messages.
     QString Caption(goods::PartField field) const;
-    host::NumericEdit *First() const { return m_inputs.front().Edit; }
-    host::NumericEdit *Last() const;
+    host::NumericEdit *First() const { return m_inputs.First(); }
+    host::NumericEdit *Last() const { return m_inputs.Last(); }
 
 signals:
     /// The user typed, or leaving an input computed another.
     void Edited();
 
 private:
-    good_detail::TypedAmounts Typed() const;
-    void ShowTyped(const good_detail::TypedAmounts &typed);
-    size_t PlaceOf(goods::PartField field) const;
-
-    std::array<Input, 4> m_inputs;
-    QList<good_detail::AmountInput> m_layout;
+    good_detail::TypedInputs m_inputs;
     int m_unitType = good_detail::OneUnit;
     good_detail::UnitRatio m_ratio;
 };

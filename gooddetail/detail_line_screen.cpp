@@ -1,6 +1,7 @@
 #include "gooddetail/detail_line_screen.h"
 
 #include "gooddetail/scan_keeper.h"
+#include "gooddetail/typed_inputs.h"
 #include "host/controls/date_edit.h"
 #include "host/controls/display_edit.h"
 #include "host/controls/grid.h"
@@ -63,13 +64,17 @@ void TDetailLine_FRM::SetUpPanel(QWidget *place)
     m_panel->setupUi(panel);
     place->layout()->addWidget(panel);
     place->layout()->addWidget(m_status);
-    m_amounts = {m_panel->Amount1_EDT, m_panel->Amount2_EDT, m_panel->Amount3_EDT, m_panel->Amount4_EDT};
-    m_captions = {m_panel->Amount1_LBL, m_panel->Amount2_LBL, m_panel->Amount3_LBL, m_panel->Amount4_LBL};
+    m_amounts = new TypedInputs(
+        {{{m_panel->Amount1_LBL, m_panel->Amount1_EDT},
+          {m_panel->Amount2_LBL, m_panel->Amount2_EDT},
+          {m_panel->Amount3_LBL, m_panel->Amount3_EDT},
+          {m_panel->Amount4_LBL, m_panel->Amount4_EDT}}},
+        [this](const TypedAmounts &typed, int changed) { return Recomputed(m_line.UnitType, typed, changed, m_ratio); },
+        this);
     m_panel->Barcode_RD->hide();
     for (QLabel *caption : {m_panel->Good_LBL, m_panel->Store_LBL, m_panel->UnitCaption_LBL, m_panel->Unit2Caption_LBL})
         caption->setProperty("soft", true);
     connect(m_panel->MultiSerial_RD, &QRadioButton::toggled, this, &TDetailLine_FRM::ShowSerialChoice);
-    BindAmounts();
     BindKeyboard();
 }
 
@@ -157,7 +162,8 @@ void TDetailLine_FRM::Begin()
     Inputs().Build(m_data, m_line.GoodCode, m_mode);
     Inputs().SetTabOrder(m_panel->Barcode_EDT, m_panel->Amount1_EDT);
     ShowHeader();
-    ShowAmountInputs();
+    m_amounts->SetUp(AmountInputsOf(m_line.UnitType, m_opening.Unit2Name));
+    ClearAmounts();
     AlignCaptions();
     ShowStatus({});
     BeginLine();
@@ -282,123 +288,55 @@ void TDetailLine_FRM::BindKeyboard()
 
 // Amounts -----------------------------------------------------------------------------------------------------------
 
-void TDetailLine_FRM::ShowAmountInputs()
-{
-    m_layout = AmountInputsOf(m_line.UnitType, m_opening.Unit2Name);
-    for (size_t i = 0; i < m_amounts.size(); ++i) {
-        const bool used = i < static_cast<size_t>(m_layout.size());
-        m_amounts[i]->setVisible(used);
-        m_captions[i]->setVisible(used);
-        if (used)
-            m_captions[i]->setText(m_layout[static_cast<int>(i)].Caption);
-    }
-    ClearAmounts();
-}
-
 /// The first input of each line begins where the others do.
 void TDetailLine_FRM::AlignCaptions()
 {
     const int choice = m_panel->Serial_RD->sizeHint().width() + m_panel->serialGrid->horizontalSpacing();
-    int width = qMax(Inputs().CaptionWidth(), CaptionWidth(m_captions[0]));
+    int width = qMax(Inputs().CaptionWidth(), CaptionWidth(m_panel->Amount1_LBL));
     width = qMax(width, CaptionWidth(m_panel->Good_LBL));
     if (HasSerial())
         width = qMax(width, choice + CaptionWidth(m_panel->Serial_LBL));
     if (HasBarcode())
         width = qMax(width, CaptionWidth(m_panel->Barcode_LBL));
     m_panel->Serial_LBL->setMinimumWidth(qMax(0, width - choice));
-    for (QLabel *caption : {m_panel->Barcode_LBL, m_captions[0], m_panel->Good_LBL, m_panel->Store_LBL})
+    for (QLabel *caption : {m_panel->Barcode_LBL, m_panel->Amount1_LBL, m_panel->Good_LBL, m_panel->Store_LBL})
         caption->setMinimumWidth(width);
-    for (QLabel *caption :
-         {m_captions[1], m_captions[2], m_captions[3], m_panel->SerialFrom_LBL, m_panel->SerialTo_LBL})
+    for (QLabel *caption : {m_panel->Amount2_LBL, m_panel->Amount3_LBL, m_panel->Amount4_LBL, m_panel->SerialFrom_LBL,
+                            m_panel->SerialTo_LBL})
         caption->setMinimumWidth(CaptionWidth(caption));
     Inputs().SetCaptionWidth(width);
 }
 
-void TDetailLine_FRM::BindAmounts()
-{
-    for (size_t i = 0; i < m_amounts.size(); ++i)
-        goods::OnChanged(m_amounts[i], goods::RuleTime::AtOnce, [this, i] { Recompute(static_cast<int>(i)); });
-}
-
-TypedAmounts TDetailLine_FRM::Typed() const
-{
-    TypedAmounts typed{};
-    for (size_t i = 0; i < static_cast<size_t>(m_layout.size()); ++i)
-        typed[i] = m_amounts[i]->Number();
-    return typed;
-}
-
-void TDetailLine_FRM::ShowTyped(const TypedAmounts &typed)
-{
-    for (size_t i = 0; i < m_amounts.size(); ++i) {
-        if (m_amounts[i]->IsEmpty() || !goods::SameQuantity(m_amounts[i]->Number(), typed[i]))
-            m_amounts[i]->SetNumber(typed[i]);
-        m_amounts[i]->setModified(false);
-    }
-}
-
-void TDetailLine_FRM::Recompute(int changed)
-{
-    ShowTyped(Recomputed(m_line.UnitType, Typed(), changed, m_ratio));
-}
-
-void TDetailLine_FRM::TakeTyped()
-{
-    for (host::NumericEdit *edit : m_amounts)
-        goods::LeaveNow(edit);
-}
-
 host::TAmounts TDetailLine_FRM::Amounts()
 {
-    TakeTyped();
-    return AmountsOf(m_line.UnitType, Typed(), m_ratio);
+    m_amounts->Take();
+    return AmountsOf(m_line.UnitType, m_amounts->Typed(), m_ratio);
 }
 
 void TDetailLine_FRM::ShowAmounts(const host::TAmounts &amounts)
 {
-    ShowTyped(TypedOf(m_line.UnitType, amounts, m_ratio));
+    m_amounts->Show(TypedOf(m_line.UnitType, amounts, m_ratio));
 }
 
 void TDetailLine_FRM::ClearAmounts()
 {
-    ShowTyped({});
-}
-
-host::NumericEdit *TDetailLine_FRM::AmountEdit(AmountPart part) const
-{
-    for (int i = 0; i < m_layout.size(); ++i)
-        if (m_layout[i].Part == part)
-            return m_amounts[static_cast<size_t>(i)];
-    return nullptr;
-}
-
-QString TDetailLine_FRM::AmountCaption(AmountPart part) const
-{
-    for (const AmountInput &input : m_layout)
-        if (input.Part == part)
-            return PlainCaption(input.Caption);
-    return {};
+    m_amounts->Show({});
 }
 
 host::Refused TDetailLine_FRM::AmountMissing()
 {
-    TakeTyped();
-    for (const AmountInput &input : std::as_const(m_layout)) {
+    m_amounts->Take();
+    for (const AmountInput &input : m_amounts->Layout()) {
         const bool second = m_line.UnitType == TwoUnits && input.Part == AmountPart::Amount2;
         if (second || input.Part == AmountPart::Big || input.Part == AmountPart::Small)
             continue;
-        host::NumericEdit *edit = AmountEdit(input.Part);
+        host::NumericEdit *edit = m_amounts->Edit(input.Part);
         if (edit->Number() <= 0)
             return host::Refusal{edit, [caption = PlainCaption(input.Caption)](host::MessageService &messages) {
                                      messages.NotZeroValue(caption);
                                  }};
     }
     return {};
-}
-
-host::NumericEdit *TDetailLine_FRM::LastAmount() const
-{
-    return m_amounts[static_cast<size_t>(m_layout.size()) - 1];
 }
 
 // Rows --------------------------------------------------------------------------------------------------------------
@@ -479,17 +417,8 @@ void TDetailLine_FRM::ShowError(const QString &text, const QString &caption)
 
 void TDetailLine_FRM::KeepScans(const std::function<void()> &message)
 {
-    QStringList scans;
-    QString begun;
-    {
-        const ScanKeeper keeper(this);
-        message();
-        scans = keeper.Scans();
-        begun = keeper.Begun();
-    }
-    if (!scans.isEmpty() || !begun.isEmpty())
-        QMetaObject::invokeMethod(
-            this, [this, scans, begun] { TakeScans(scans, begun); }, Qt::QueuedConnection);
+    ScanKeeper::Over(this, message,
+                     [this](const QStringList &scans, const QString &begun) { TakeScans(scans, begun); });
 }
 
 void TDetailLine_FRM::GoOn(QLineEdit *edit, const QString &begun)

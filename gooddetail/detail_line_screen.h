@@ -21,6 +21,8 @@ class DetailLinePanel;
 
 namespace good_detail {
 
+class TypedInputs;
+
 /// The base of the screens on which the details of one document line come in and go out: header, serial, range and
 /// barcode inputs, the inputs of the other details, the amounts with their arithmetic, running totals.
 ///
@@ -87,15 +89,11 @@ protected:
     void ShowAmounts(const host::TAmounts &amounts);
     /// Back to "0".
     void ClearAmounts();
-    /// The input that holds a part; null when the unit type has none.
-    host::NumericEdit *AmountEdit(AmountPart part) const;
-    /// Its caption for messages.
-    QString AmountCaption(AmountPart part) const;
+    /// Their inputs.
+    const TypedInputs &AmountInputs() const { return *m_amounts; }
     /// The first input without which there is no amount: not the two parts of a total, of which one may be 0, nor the
     /// second amount of two units, which rounds to 0 when there is less than one of them.
     host::Refused AmountMissing();
-    /// The last amount input in the order of Tab.
-    host::NumericEdit *LastAmount() const;
 
     // Rows ---------------------------------------------------------------------------------------------------------
 
@@ -129,21 +127,14 @@ private:
     bool FindGood();
     bool FindStore();
     void ShowHeader();
-    void ShowAmountInputs();
     void AlignCaptions();
     int TitleWidth(const QString &title, int least) const;
-    void BindAmounts();
     void BindKeyboard();
     void ShowSerialChoice();
-    void Recompute(int changed);
-    void TakeTyped();
-    TypedAmounts Typed() const;
-    void ShowTyped(const TypedAmounts &typed);
 
     InputMode m_mode;
     std::unique_ptr<Ui::DetailLinePanel> m_panel;
-    std::array<host::NumericEdit *, 4> m_amounts{};
-    std::array<QLabel *, 4> m_captions{};
+    TypedInputs *m_amounts = nullptr;
     QLabel *m_totals;
     QLabel *m_status;
     QLabel *m_empty;
@@ -153,7 +144,6 @@ private:
     DetailLineOpening m_opening;
     host::TDocumentLine m_line;
     UnitRatio m_ratio;
-    QList<AmountInput> m_layout;
     DetailLineResult m_result;
 };
 

@@ -3,6 +3,7 @@
 #include "gooddetail/detail_inputs.h"
 #include "gooddetail/enter_texts.h"
 #include "gooddetail/opening_texts.h"
+#include "gooddetail/typed_inputs.h"
 #include "host/controls/display_edit.h"
 #include "host/controls/grid.h"
 #include "host/controls/numeric_edit.h"
@@ -124,7 +125,7 @@ void TEnter_Serial_FRM::BeginLine()
              m_form->SaveRow_BTN, m_form->Cancel_BTN, m_form->EditRow_BTN, m_form->DelRow_BTN, m_form->DelAll_BTN})
         command->setEnabled(Mode() != host::TFormMode::Review);
     m_rows.emplace(m_host, m_data, Line(), Inputs().SerialPlace(),
-                   [this](AmountPart part) { return AmountCaption(part); });
+                   [this](AmountPart part) { return AmountInputs().Caption(part); });
     m_rows->Load();
     ShowColumns();
     EndEditing();
@@ -155,7 +156,7 @@ std::vector<host::Check> TEnter_Serial_FRM::Validate()
                  if (!edit && HasBarcode() && !Panel().Barcode_EDT->text().trimmed().isEmpty())
                      edit = Panel().Barcode_EDT;
                  if (!edit && !HasSerial() && Amounts().Amount1 > 0)
-                     edit = AmountEdit(AmountPart::Amount1);
+                     edit = AmountInputs().Edit(AmountPart::Amount1);
                  if (!edit && IsRange() && (IsTyped(Panel().SerialFrom_EDT) || IsTyped(Panel().SerialTo_EDT)))
                      edit = Panel().SerialFrom_EDT;
                  return host::When(edit || m_editedId != 0,
@@ -262,7 +263,7 @@ bool TEnter_Serial_FRM::FormKeyDown(QKeyEvent *event)
             StoreByKey();
             return true;
         }
-        if (at == LastAmount()) {
+        if (at == AmountInputs().Last()) {
             if (HasSerial() && !IsRange() && SerialTyped().isEmpty())
                 Panel().Serial_EDT->setFocus(Qt::OtherFocusReason);
             else
@@ -394,7 +395,7 @@ void TEnter_Serial_FRM::StoreRow()
 /// The fault's field is focused and selected: the next scan types over it.
 void TEnter_Serial_FRM::Told(const EnterRefusal &refusal)
 {
-    QWidget *fault = refusal.Part ? static_cast<QWidget *>(AmountEdit(*refusal.Part)) : FirstControl();
+    QWidget *fault = refusal.Part ? static_cast<QWidget *>(AmountInputs().Edit(*refusal.Part)) : FirstControl();
     if (!refusal.InPlace) {
         Tell(host::Warning(fault, refusal.Text));
         return;

@@ -1,5 +1,6 @@
 #include "gooddetail/enter_texts.h"
 #include "gooddetail/exit_serial.h"
+#include "gooddetail/typed_inputs.h"
 #include "host/controls/grid.h"
 #include "host/controls/number_text.h"
 #include "host/controls/numeric_edit.h"
@@ -123,7 +124,7 @@ host::Refused TExit_Serial_FRM::MoreThanOnHand(const host::TAmounts &typed, cons
                              Rule{AmountPart::Length, typed.Length, onHand.Length, MoreLength},
                              Rule{AmountPart::Width, typed.Width, onHand.Width, MoreWidth}, pieces})
         if (rule.typed > rule.onHand && !goods::SameQuantity(rule.typed, rule.onHand))
-            return host::Warning(AmountEdit(rule.part), rule.text);
+            return host::Warning(AmountInputs().Edit(rule.part), rule.text);
     return {};
 }
 

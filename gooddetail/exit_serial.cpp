@@ -1,6 +1,7 @@
 #include "gooddetail/exit_serial.h"
 
 #include "gooddetail/opening_texts.h"
+#include "gooddetail/typed_inputs.h"
 #include "host/controls/grid.h"
 #include "host/controls/numeric_edit.h"
 #include "screens/shared/leave_watch.h"
@@ -106,7 +107,7 @@ void TExit_Serial_FRM::BindInputs()
 
 void TExit_Serial_FRM::OrderTabs()
 {
-    QWidget *last = LastAmount();
+    QWidget *last = AmountInputs().Last();
     for (QWidget *next : std::initializer_list<QWidget *>{m_ui->SaveRow_BTN, m_ui->Cancel_BTN, m_ui->SingleSerial_RD,
                                                           m_ui->EditRow_BTN, m_ui->DelRow_BTN, m_ui->DelAll_BTN,
                                                           m_ui->ExitSerialList_GRD, SaveButton(), ExitButton()}) {
@@ -213,7 +214,7 @@ TExitNarrowing TExit_Serial_FRM::Typed() const
     if (HasSerial() && HasBarcode() && !barcode.isEmpty())
         typed.Details[static_cast<size_t>(Inputs().BarcodePlace())] = {barcode, true};
     const auto number = [this](AmountPart part) {
-        const host::NumericEdit *edit = AmountEdit(part);
+        const host::NumericEdit *edit = AmountInputs().Edit(part);
         return edit ? edit->Number() : 0;
     };
     // An amount that was taken over follows the list; it does not lead it.
@@ -265,9 +266,9 @@ bool TExit_Serial_FRM::IsFetched(const QString &key) const
 bool TExit_Serial_FRM::Narrows(const host::NumericEdit *edit) const
 {
     if (UnitTypeNow() == good_detail::Packed)
-        return edit == AmountEdit(AmountPart::Amount3);
+        return edit == AmountInputs().Edit(AmountPart::Amount3);
     return UnitTypeNow() == good_detail::Area &&
-           (edit == AmountEdit(AmountPart::Length) || edit == AmountEdit(AmountPart::Width));
+           (edit == AmountInputs().Edit(AmountPart::Length) || edit == AmountInputs().Edit(AmountPart::Width));
 }
 
 bool TExit_Serial_FRM::HasAmounts(bool withMeasures) const
@@ -323,7 +324,7 @@ bool TExit_Serial_FRM::FormKeyDown(QKeyEvent *event)
     };
     if (enter && (scan(panel.Serial_EDT) || (!HasSerial() && scan(panel.Barcode_EDT))))
         return true;
-    QPushButton *command = enter && focus == LastAmount()                ? m_ui->SaveRow_BTN
+    QPushButton *command = enter && focus == AmountInputs().Last()       ? m_ui->SaveRow_BTN
                            : !enter && focus == m_ui->ExitSerialList_GRD ? m_ui->DelRow_BTN
                                                                          : nullptr;
     if (!command)

@@ -16,6 +16,22 @@ ScanKeeper::~ScanKeeper()
     qApp->removeEventFilter(this);
 }
 
+void ScanKeeper::Over(QWidget *screen, const std::function<void()> &message,
+                      std::function<void(const QStringList &, const QString &)> take)
+{
+    QStringList scans;
+    QString begun;
+    {
+        const ScanKeeper keeper(screen);
+        message();
+        scans = keeper.Scans();
+        begun = keeper.Begun();
+    }
+    if (!scans.isEmpty() || !begun.isEmpty())
+        QMetaObject::invokeMethod(
+            screen, [take = std::move(take), scans, begun] { take(scans, begun); }, Qt::QueuedConnection);
+}
+
 bool ScanKeeper::eventFilter(QObject *watched, QEvent *event)
 {
     const auto *target = event->type() == QEvent::KeyPress ? qobject_cast<QWidget *>(watched) : nullptr;

@@ -3,6 +3,8 @@
 #include <QObject>
 #include <QStringList>
 
+#include <functional>
+
 namespace good_detail {
 
 /// Keeps what a scanner sends while a message stands over a screen: it types on, whoever reads. While the object lives,
@@ -15,6 +17,11 @@ class ScanKeeper : public QObject
 public:
     explicit ScanKeeper(QWidget *screen);
     ~ScanKeeper() override;
+
+    /// Runs `message`, which stands over `screen` until it is answered. What was scanned meanwhile, and what was begun
+    /// behind it, goes to `take` once the screen has the keys again; never when the screen is gone by then.
+    static void Over(QWidget *screen, const std::function<void()> &message,
+                     std::function<void(const QStringList &scans, const QString &begun)> take);
 
     /// The texts that Enter or Tab ended.
     const QStringList &Scans() const { return m_scans; }
