@@ -61,10 +61,9 @@ bool GoodsModule::Load()
     Resolve(m_table.Call_DetailTypes_List, "Call_DetailTypes_List");
     Resolve(m_table.Select_DetailTypes_Multible, "Select_DetailTypes_Multible");
     Resolve(m_table.Open_GoodDetailDivision, "Open_GoodDetailDivision");
+    Resolve(m_table.Open_Enter_GoodDetail, "Open_Enter_GoodDetail");
+    Resolve(m_table.Open_Exit_GoodDetail, "Open_Exit_GoodDetail");
     m_complete = m_error.isEmpty();
-    // A module may be without the screens for details: then documents do without them.
-    m_table.Open_Enter_GoodDetail = reinterpret_cast<Enter>(m_library.resolve("Open_Enter_GoodDetail"));
-    m_table.Open_Exit_GoodDetail = reinterpret_cast<Exit>(m_library.resolve("Open_Exit_GoodDetail"));
     return m_complete;
 }
 
@@ -100,11 +99,9 @@ int GoodsModule::Select_Store(const QString &param) const
 
 std::optional<host::TAmounts> GoodsModule::EnterGoodDetail(const LineDetailsOpening &opening)
 {
-    if (!m_table.Open_Enter_GoodDetail)
-        return std::nullopt;
     const host::TDocumentLine &line = opening.Line;
     Results r{};
-    const Byte ok = m_table.Open_Enter_GoodDetail(
+    const std::uint8_t ok = m_table.Open_Enter_GoodDetail(
         opening.HasRows ? RowsAgain : NewRows, line.OperationType, line.GoodCode, 0, 0, opening.Wanted,
         Utf16(opening.StoreName), Utf16(opening.UnitName2), 0, Utf16(opening.UnitName1), 0, Utf16(opening.GoodName), 0,
         0, 0, 0, line.IsReturn ? 1 : 0, &r[6], &r[5], &r[4], &r[3], &r[2], &r[1], &r[0], line.UnitType,
@@ -114,11 +111,9 @@ std::optional<host::TAmounts> GoodsModule::EnterGoodDetail(const LineDetailsOpen
 
 std::optional<host::TAmounts> GoodsModule::ExitGoodDetail(const LineDetailsOpening &opening)
 {
-    if (!m_table.Open_Exit_GoodDetail)
-        return std::nullopt;
     const host::TDocumentLine &line = opening.Line;
     Results r{};
-    const Byte ok = m_table.Open_Exit_GoodDetail(
+    const std::uint8_t ok = m_table.Open_Exit_GoodDetail(
         opening.HasRows ? RowsAgain : NewRows, line.OperationType, line.GoodCode, Utf16(opening.StoreName), 0, 0,
         line.IsReturn ? 1 : 0, &r[6], &r[5], &r[4], &r[3], &r[2], &r[1], &r[0], line.UnitType,
         line.ForeignOperationCode, line.OperationRow, line.OperationCode, line.StoreCode);

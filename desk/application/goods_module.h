@@ -48,14 +48,6 @@ public:
     std::optional<host::TAmounts> ExitGoodDetail(const LineDetailsOpening &opening) override;
 
 private:
-    using Int = std::int32_t;
-    using Byte = std::uint8_t;
-    using Text = const char16_t *;
-    using Ext = long double;
-    using Enter = Byte (*)(Int, Byte, Int, Byte, Byte, Ext, Text, Text, Int, Text, Int, Text, Int, Int, Int, Int, Int,
-                           Ext *, Ext *, Ext *, Ext *, Ext *, Ext *, Ext *, Int, Int, Int, Int, Int);
-    using Exit = Byte (*)(Int, Byte, Int, Text, Int, Int, Int, Ext *, Ext *, Ext *, Ext *, Ext *, Ext *, Ext *, Int,
-                          Int, Int, Int, Int);
     struct Table
     {
         decltype(&::Open_GoodList) Open_GoodList = nullptr;
@@ -73,8 +65,8 @@ private:
         decltype(&::Call_DetailTypes_List) Call_DetailTypes_List = nullptr;
         decltype(&::Select_DetailTypes_Multible) Select_DetailTypes_Multible = nullptr;
         decltype(&::Open_GoodDetailDivision) Open_GoodDetailDivision = nullptr;
-        Enter Open_Enter_GoodDetail = nullptr;
-        Exit Open_Exit_GoodDetail = nullptr;
+        decltype(&::Open_Enter_GoodDetail) Open_Enter_GoodDetail = nullptr;
+        decltype(&::Open_Exit_GoodDetail) Open_Exit_GoodDetail = nullptr;
     };
 
     template <typename Function> void Resolve(Function &target, const char *name);

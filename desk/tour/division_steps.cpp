@@ -10,7 +10,8 @@ namespace {
 
 const QString Scan = u"Scan_EDT"_s;
 const QString List = u"Division_GRD"_s;
-const QString RollSwitch = u"TwoUnitVariableRatio_CHK"_s;
+// Rolls of one good are of different lengths only in shops that say so.
+const QString RollSwitch = u"TwoUnitVariableRatio"_s;
 
 /// Rows of the ledger that divisions made of the tour's units.
 QString Ledger(int operationType)
@@ -19,14 +20,12 @@ QString Ledger(int operationType)
            "k.GoodCode IN (200034, 210036) AND k.OperationType = %1"_s.arg(operationType);
 }
 
-/// Rolls of one good are of different lengths only in shops that say so.
-void SwitchRolls(TourScript &script)
+/// The units on hand that the editor offers.
+void Offered(TourScript &script, const QString &picture)
 {
-    script.Command(u"open settings"_s, u"Settings_ACT"_s);
-    script.Focus(RollSwitch);
-    script.Key(u"switch the ratio"_s, RollSwitch, Qt::Key_Space);
-    script.Key(u"save settings"_s, RollSwitch, Qt::Key_F3);
-    script.Key(u"leave settings"_s, RollSwitch, Qt::Key_Escape);
+    script.Key(u"what can be divided"_s, Scan, Qt::Key_F4);
+    script.Shot(picture, u"Goods_List_GRD"_s);
+    script.Key(u"leave them"_s, u"Goods_List_GRD"_s, Qt::Key_Escape);
 }
 
 /// Parts as rows of the texts that their fields take; the last one is what is left.
@@ -47,9 +46,10 @@ void Divide(TourScript &script, const QString &serial, const QList<QStringList> 
 
 void DivisionSteps(TourScript &script)
 {
-    SwitchRolls(script);
+    script.Switch(RollSwitch);
     script.Command(u"the divisions"_s, u"Divisions_ACT"_s);
     script.Key(u"a new one"_s, List, Qt::Key_F4);
+    Offered(script, u"details-select-packed"_s);
     Divide(script, u"200034001"_s,
            {{u"1.5"_s, u"1"_s, u"1"_s}, {u"1"_s, u"0.75"_s, u"2"_s}, {u"1.5"_s, u"0.5"_s, u"1"_s}},
            u"division-sheet"_s);
@@ -61,7 +61,12 @@ void DivisionSteps(TourScript &script)
     script.Key(u"leave the divisions"_s, List, Qt::Key_Escape);
     script.Expect(u"a sheet and a roll went"_s, Ledger(24), 2);
     script.Expect(u"their parts came"_s, Ledger(25), 7);
-    SwitchRolls(script);
+    script.Switch(RollSwitch);
+    script.Command(u"the divisions of sheets"_s, u"Divisions_ACT"_s);
+    script.Key(u"a new one"_s, List, Qt::Key_F4);
+    Offered(script, u"details-select-area"_s);
+    script.Key(u"leave it"_s, Scan, Qt::Key_Escape);
+    script.Key(u"leave the divisions again"_s, List, Qt::Key_Escape);
 }
 
 } // namespace desk

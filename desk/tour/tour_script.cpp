@@ -55,6 +55,16 @@ void TourScript::Focus(const QString &control)
     When(u"focus "_s + control, control, [control] { Control(FrontWindow(), control)->setFocus(); });
 }
 
+void TourScript::Switch(const QString &setting)
+{
+    const QString toggle = setting + u"_CHK"_s;
+    Command(u"open settings"_s, u"Settings_ACT"_s);
+    Focus(toggle);
+    Key(u"switch "_s + setting, toggle, Qt::Key_Space);
+    Key(u"save settings"_s, toggle, Qt::Key_F3);
+    Key(u"leave settings"_s, toggle, Qt::Key_Escape);
+}
+
 void TourScript::AnswerYes(const QString &picture)
 {
     const auto asked = [] { return FrontWindow() && FrontWindow()->objectName() == u"Message_BOX"; };

@@ -27,6 +27,8 @@ public:
     /// Puts the focus into a control and types over what it holds.
     void Fill(const QString &control, const QString &text);
     void Focus(const QString &control);
+    /// Turns a switch of the settings, named as there, over.
+    void Switch(const QString &setting);
     /// The question that stands is answered with Yes; a picture of it first, when that has a name.
     void AnswerYes(const QString &picture = {});
     /// The rows that the statement gives, as soon as no modal window stands.

@@ -8,6 +8,7 @@
 #include "desk/tour/list_command_steps.h"
 #include "desk/tour/opening_steps.h"
 #include "desk/tour/tour_script.h"
+#include "desk/tour/unit_type_steps.h"
 #include "host/data/sql_text.h"
 
 using namespace Qt::StringLiterals;
@@ -189,6 +190,7 @@ QList<TourStep> TourSteps(MainWindow &window, DeskHost &desk, const TakePicture 
     OpeningRowSteps(*script);
     DocumentSteps(*script);
     DivisionSteps(*script);
+    UnitTypeSteps(*script);
     AddGood(*script);
     CorrectGood(*script);
     DeleteGood(*script);
