@@ -176,7 +176,7 @@ QList<host::TDetailRefusal> DetailMovements::GoodDetailsOperation_Transfer(quint
             QString::number(toStore), numbers, desk, out, Operation(inType, operationCode)));
     Run(into + u"DetailValueID, %1, GoodCode, %2, %3, %4, 0, 0 FROM GoodDetailKardex WHERE %5 AND %6 ORDER BY ID"_s.arg(
                    QString::number(toStore), Amounts({}, u"-"_s), numbers, desk, out, WentOut()));
-    const QList<host::TDetailRefusal> refusals = GoodDetailsOperation_Save(inType, operationCode);
+    QList<host::TDetailRefusal> refusals = GoodDetailsOperation_Save(inType, operationCode);
     if (refusals.isEmpty())
         transaction.Commit();
     return refusals;

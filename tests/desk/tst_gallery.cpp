@@ -44,7 +44,7 @@ private:
         {
             QImage image(size, QImage::Format_RGB32);
             image.fill(color);
-            const QString path = folder.filePath(name);
+            QString path = folder.filePath(name);
             if (!image.save(path))
                 qFatal("%s cannot be written", qPrintable(path));
             return path;

@@ -273,7 +273,7 @@ QVariant Database::Scalar(const QString &text) const
 {
     QSqlQuery query = Run(Main(), text);
     const QSqlRecord record = query.record();
-    const QVariant value = query.next() ? ValuesOf(query, record, 1).constFirst() : QVariant();
+    QVariant value = query.next() ? ValuesOf(query, record, 1).constFirst() : QVariant();
     if (query.lastError().isValid())
         Report(query, text);
     return value;

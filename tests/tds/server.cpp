@@ -29,7 +29,7 @@ tsql::Error ExistsAlready(const QString &name)
 std::shared_ptr<Database> Databases::enter(const QString &name)
 {
     const QMutexLocker lock(&m_mutex);
-    const auto database = m_all.value(name.toLower());
+    auto database = m_all.value(name.toLower());
     if (database)
         ++database->sessions;
     return database;
@@ -83,7 +83,7 @@ template <class Work> void Databases::alone(const QString &name, const Work &wor
     constexpr int Tries = 1000;
     for (int i = 0; i < Tries; ++i, QThread::msleep(5)) {
         const QMutexLocker lock(&m_mutex);
-        const auto database = m_all.value(name.toLower());
+        auto database = m_all.value(name.toLower());
         if (!database)
             throw tsql::Error::Worded(3701,
                                       u"Cannot use the database '%1', because it does not exist or you do not have "
