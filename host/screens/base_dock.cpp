@@ -1,7 +1,7 @@
 #include "host/screens/base_dock.h"
 
+#include "host/controls/accessible_names.h"
 #include "host/controls/entity_picker.h"
-#include "host/controls/grid.h"
 #include "host/controls/search_frame.h"
 #include "host/data/database_error.h"
 #include "host/data/lock_wait.h"
@@ -14,8 +14,6 @@
 #include <QApplication>
 #include <QDockWidget>
 #include <QHBoxLayout>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLoggingCategory>
@@ -87,6 +85,7 @@ TBaseDock_FRM::TBaseDock_FRM(Host &host, TSoftwarePart part, TFormMode mode, QWi
 {
     setLayoutDirection(Qt::RightToLeft);
     ListKeys::Install();
+    AccessibleNames::Install();
     BuildFrame();
     BindKey(Qt::Key_F1, u"راهنما"_s, [this] { ShowHelp(); });
 }
@@ -142,6 +141,13 @@ void TBaseDock_FRM::SetFormTheme()
     m_header->setStyleSheet(u"QWidget#Header_PNL { background: %1; } QLabel, QToolButton { color: %2; }"_s.arg(
         ground.name(), dark ? u"#ffffff"_s : u"#182430"_s));
     m_title->setFont(m_host.theme.TitleFont());
+}
+
+void TBaseDock_FRM::changeEvent(QEvent *event)
+{
+    QDialog::changeEvent(event);
+    if (event->type() == QEvent::StyleChange && m_showing)
+        SetFormTheme(); // the look changed
 }
 
 void TBaseDock_FRM::SetTitle(const QString &title)
@@ -401,13 +407,6 @@ void TBaseDock_FRM::BindSearch(QLineEdit *edit, QWidget *list, std::function<voi
     new SearchKeys(edit, list, [this, take = std::move(take)] { Command(Title(), take); });
 }
 
-void TBaseDock_FRM::RememberLayout(Grid *grid)
-{
-    m_remembered << grid;
-    connect(grid, &Grid::FetchFailed, this,
-            [this](const QString &message) { m_host.messages.ShowMessage(message, MessageIcon::Error, Title()); });
-}
-
 QString TBaseDock_FRM::ClassName() const
 {
     return QString::fromLatin1(metaObject()->className()).section(u':', -1);
@@ -416,45 +415,6 @@ QString TBaseDock_FRM::ClassName() const
 void TBaseDock_FRM::ShowHelp()
 {
     m_host.help.Show(ClassName());
-}
-
-QString TBaseDock_FRM::StateName() const
-{
-    return u"%1/%2/%3"_s.arg(ClassName()).arg(int(m_part)).arg(int(m_mode));
-}
-
-void TBaseDock_FRM::StoreState()
-{
-    QJsonObject state;
-    for (const Grid *grid : std::as_const(m_remembered))
-        state.insert(grid->objectName(), QString::fromUtf8(grid->SaveLayout()));
-    const QByteArray own = SaveState();
-    if (!own.isEmpty())
-        state.insert(u"/screen"_s, QString::fromLatin1(own.toBase64()));
-    if (!state.isEmpty())
-        m_host.settings.SaveState(StateName(), QJsonDocument(state).toJson(QJsonDocument::Compact));
-}
-
-void TBaseDock_FRM::LoadState()
-{
-    const int user = m_host.settings.UserInfo().Code;
-    if (!m_user)
-        m_firstState = SaveState();
-    const bool another = m_user && *m_user != user;
-    m_user = user;
-    if (another) { // a screen that is kept between openings must not show a user the habits of the last one
-        for (Grid *grid : std::as_const(m_remembered))
-            grid->ResetLayout();
-        RestoreState(m_firstState);
-        UserChanged();
-    }
-    const QByteArray stored = m_host.settings.LoadState(StateName());
-    if (stored.isEmpty())
-        return;
-    const QJsonObject state = QJsonDocument::fromJson(stored).object();
-    for (Grid *grid : std::as_const(m_remembered))
-        grid->RestoreLayout(state.value(grid->objectName()).toString().toUtf8());
-    RestoreState(QByteArray::fromBase64(state.value(u"/screen").toString().toLatin1()));
 }
 
 bool TBaseDock_FRM::FormKeyDown(QKeyEvent *event)
