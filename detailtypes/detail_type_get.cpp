@@ -64,7 +64,7 @@ TDetailTypes_Get_FRM::TDetailTypes_Get_FRM(host::Host &host)
     m_ui->Code_EDT->hide();
     m_ui->Type_CMB->setMaxVisibleItems(m_ui->Type_CMB->count());
     m_ui->TypeDescription_IMG->setPixmap(
-        host::Icon(host::Glyph::Information, host::theme::Accent()).pixmap({28, 28}, devicePixelRatioF()));
+        host::Icon(host::Glyph::Information, host::theme::Accent).pixmap({28, 28}, devicePixelRatioF()));
     SetTitle(u"جزئیات کالا"_s);
     connect(m_ui->Type_CMB, &QComboBox::currentIndexChanged, this, &TDetailTypes_Get_FRM::ApplyKind);
     connect(m_ui->IsRequired_CHB, &QCheckBox::clicked, this, [this](bool checked) {

@@ -187,7 +187,7 @@ QString TGoodDetailDivision_Get_FRM::Pieces() const
 
 void TGoodDetailDivision_Get_FRM::Tell(const QString &note)
 {
-    m_ui->Note_LBL->setStyleSheet(u"color: %1;"_s.arg(host::theme::Danger().name()));
+    m_ui->Note_LBL->setProperty("fault", true);
     // The text may begin with what was scanned: the mark keeps it a sentence from the right.
     m_ui->Note_LBL->setText(note.isEmpty() ? note : u"\u200F"_s + note);
     m_ui->Note_LBL->setVisible(!note.isEmpty());

@@ -3,6 +3,7 @@
 #include "desk/application/backup.h"
 #include "desk/application/database_creation.h"
 #include "desk/application/desk_host.h"
+#include "desk/application/desktop_look.h"
 #include "desk/application/first_start.h"
 #include "desk/application/goods_module.h"
 #include "desk/application/schema_check.h"
@@ -10,6 +11,7 @@
 #include "desk/messages/message_box.h"
 #include "desk/tour/tour.h"
 #include "desk/window/main_window.h"
+#include "host/controls/accessible_names.h"
 #include "host/data/database_error.h"
 #include "host/look/theme.h"
 
@@ -156,6 +158,18 @@ int WorkOn(QApplication &application, const Options &options)
     }
 }
 
+/// Gives the application its look; one that is the desktop's changes with it.
+void Dress(QApplication &application, host::theme::Look look)
+{
+    if (look == host::theme::Look::Desktop) {
+        const auto *desktop = new DesktopLook(QDBusConnection::sessionBus(), &application);
+        look = desktop->Wanted();
+        QObject::connect(desktop, &DesktopLook::Changed, &application,
+                         [&application](host::theme::Look wanted) { host::theme::Apply(application, wanted); });
+    }
+    host::theme::Apply(application, look);
+}
+
 /// The toolkit's own words in the language of the house.
 void Translate(QApplication &application)
 {
@@ -197,7 +211,8 @@ int Run(QApplication &application)
     Options options;
     if (const auto answered = AnswerCommandLine(options))
         return *answered;
-    host::theme::Apply(application, options.look);
+    Dress(application, options.look);
+    host::AccessibleNames::Install();
     Translate(application);
     if (QFontDatabase::families(QFontDatabase::Arabic).isEmpty())
         Print(stderr, u"No font with Persian letters is installed (Debian: fonts-dejavu-core, fonts-dejavu-extra)."_s);

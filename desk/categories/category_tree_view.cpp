@@ -229,7 +229,8 @@ void CategoryTreeView::MarkCut(int code)
 {
     m_cut = code;
     for (const auto &[each, item] : m_items.asKeyValueRange())
-        item->setForeground(NameColumn, each == code ? host::theme::InkSoft() : host::theme::Ink());
+        item->setData(NameColumn, Qt::ForegroundRole,
+                      each == code ? QVariant(QBrush(host::theme::InkSoft())) : QVariant());
 }
 
 void CategoryTreeView::keyboardSearch(const QString &search)

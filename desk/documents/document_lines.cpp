@@ -223,7 +223,7 @@ std::optional<host::TDocumentLine> DocumentLinesPage::CurrentDetails() const
 
 void DocumentLinesPage::Tell(const QString &text)
 {
-    m_ui->Note_LBL->setStyleSheet(u"color: %1;"_s.arg(host::theme::Danger().name()));
+    m_ui->Note_LBL->setProperty("fault", true);
     // The text may begin with what was scanned: the mark keeps it a sentence from the right.
     m_ui->Note_LBL->setText(text.isEmpty() ? text : u"\u200F"_s + text);
     m_ui->Note_LBL->setVisible(!text.isEmpty());

@@ -20,13 +20,13 @@ QIcon IconOf(host::MessageIcon icon)
 {
     switch (icon) {
     case host::MessageIcon::Warning:
-        return host::Icon(host::Glyph::Warning, QColor(0xB7, 0x6E, 0x00));
+        return host::Icon(host::Glyph::Warning, [] { return QColor(0xB7, 0x6E, 0x00); });
     case host::MessageIcon::Error:
-        return host::Icon(host::Glyph::Error, host::theme::Danger());
+        return host::Icon(host::Glyph::Error, host::theme::Danger);
     case host::MessageIcon::Information:
         break;
     }
-    return host::Icon(host::Glyph::Information, host::theme::Accent());
+    return host::Icon(host::Glyph::Information, host::theme::Accent);
 }
 
 void Dress(QMessageBox &box, const QString &text, const QString &caption, const QIcon &icon)
@@ -61,7 +61,7 @@ void ShowBox(QWidget *parent, const QString &text, host::MessageIcon icon, const
 bool AskBox(QWidget *parent, const QString &text, bool defaultYes, const QString &caption)
 {
     QMessageBox box(parent);
-    Dress(box, text, caption, host::Icon(host::Glyph::Question, host::theme::Accent()));
+    Dress(box, text, caption, host::Icon(host::Glyph::Question, host::theme::Accent));
     QPushButton *yes = AddButton(box, u"&بله"_s, QMessageBox::YesRole);
     QPushButton *no = AddButton(box, u"&خیر"_s, QMessageBox::NoRole);
     box.setDefaultButton(defaultYes ? yes : no);

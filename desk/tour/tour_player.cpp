@@ -1,5 +1,7 @@
 #include "desk/tour/tour_player.h"
 
+#include "desk/tour/tour_check.h"
+
 #include <QApplication>
 #include <QDir>
 #include <QTest>
@@ -88,6 +90,9 @@ void TourPlayer::Picture(QWidget *widget, const QString &name)
     const QString file = QDir(m_folder).filePath(name + u".png"_s);
     if (!widget || !widget->grab().save(file))
         Fail(u"no picture "_s + file);
+    const QStringList hindrances = widget ? Hindrances(*widget) : QStringList();
+    for (const QString &hindrance : hindrances)
+        m_hindrances << name + u": "_s + hindrance;
 }
 
 QWidget *FrontWindow()

@@ -3,7 +3,7 @@
 #include <QElapsedTimer>
 #include <QList>
 #include <QObject>
-#include <QString>
+#include <QStringList>
 #include <QTimer>
 
 #include <functional>
@@ -32,13 +32,13 @@ public:
     TourPlayer(QWidget &window, QList<TourStep> steps, const QString &folder);
 
     void Start();
-    /// What went wrong; empty when nothing did.
-    const QString &Trouble() const { return m_trouble; }
+    /// What went wrong, and what keeps people from using the windows that were seen; empty when nothing does.
+    QString Trouble() const { return (QStringList{m_trouble} + m_hindrances).join(u'\n').trimmed(); }
     bool Finished() const { return m_finished; }
 
     /// The step that is running fails: the tour ends.
     void Fail(const QString &what);
-    /// Saves a picture of a window.
+    /// Saves a picture of a window, and looks whether people can use it.
     void Picture(QWidget *widget, const QString &name);
 
 private:
@@ -50,6 +50,7 @@ private:
     QString m_folder;
     QString m_trouble;
     QString m_running;
+    QStringList m_hindrances;
     QTimer m_timer;
     QElapsedTimer m_waiting;
     qsizetype m_next = 0;

@@ -19,7 +19,7 @@ constexpr int TilesAcross = 4;
 constexpr QSize TileSize(210, 96);
 constexpr QSize TileIcon(40, 40);
 
-QLabel *MakeLabel(const QString &objectName, double points, bool bold, const QColor &color, QWidget *parent)
+QLabel *MakeLabel(const QString &objectName, double points, bool bold, const char *tone, QWidget *parent)
 {
     auto *label = new QLabel(parent);
     label->setObjectName(objectName);
@@ -27,15 +27,22 @@ QLabel *MakeLabel(const QString &objectName, double points, bool bold, const QCo
     QFont font = host::theme::InterfaceFont(points);
     font.setBold(bold);
     label->setFont(font);
-    label->setStyleSheet(u"color: %1;"_s.arg(color.name()));
+    if (tone)
+        label->setProperty(tone, true);
     return label;
 }
 
-/// A button that Enter presses as well as the space bar.
+/// A button that Enter presses as well as the space bar; lower where the screen is.
 class Tile : public QToolButton
 {
 public:
-    using QToolButton::QToolButton;
+    explicit Tile(QWidget *parent) : QToolButton(parent)
+    {
+        setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
+    }
+
+    QSize sizeHint() const override { return TileSize.expandedTo(QToolButton::sizeHint()); }
+    QSize minimumSizeHint() const override { return QToolButton::sizeHint(); }
 
 protected:
     void keyPressEvent(QKeyEvent *event) override
@@ -54,12 +61,8 @@ QToolButton *MakeTile(QAction *command, QWidget *parent)
     tile->setObjectName(command->objectName() + u"_Tile"_s);
     tile->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
     tile->setIconSize(TileIcon);
-    tile->setFixedSize(TileSize);
     tile->setFocusPolicy(Qt::StrongFocus);
-    tile->setStyleSheet(u"QToolButton { background: %1; border: 1px solid %2; border-radius: 10px; padding: 10px; }"
-                        "QToolButton:hover, QToolButton:focus { border-color: %3; background: %4; }"_s.arg(
-                            host::theme::Surface().name(), host::theme::Line().name(), host::theme::Accent().name(),
-                            host::theme::AccentSoft().name()));
+    tile->setProperty("tile", true);
     return tile;
 }
 
@@ -68,8 +71,8 @@ QToolButton *MakeTile(QAction *command, QWidget *parent)
 HomePage::HomePage(const QList<QAction *> &commands, QWidget *parent) : QWidget(parent)
 {
     setObjectName(u"HomePage"_s);
-    m_company = MakeLabel(u"Company_LBL"_s, 20, true, host::theme::Ink(), this);
-    m_date = MakeLabel(u"Date_LBL"_s, 11, false, host::theme::InkSoft(), this);
+    m_company = MakeLabel(u"Company_LBL"_s, 20, true, nullptr, this);
+    m_date = MakeLabel(u"Date_LBL"_s, 11, false, "soft", this);
     auto *figures = new QHBoxLayout;
     figures->setSpacing(48);
     m_figures = figures;
@@ -85,9 +88,9 @@ HomePage::HomePage(const QList<QAction *> &commands, QWidget *parent) : QWidget(
     column->addStretch(2);
     column->addWidget(m_company);
     column->addWidget(m_date);
-    column->addSpacing(22);
+    column->addSpacing(12);
     column->addLayout(figures);
-    column->addSpacing(22);
+    column->addSpacing(12);
     column->addLayout(tiles);
     column->addStretch(3);
     auto *row = new QHBoxLayout(this);
@@ -113,10 +116,10 @@ void HomePage::SetFigures(const QList<std::pair<QString, QString>> &figures)
         auto *column = new QVBoxLayout(figure);
         column->setContentsMargins(0, 0, 0, 0);
         column->setSpacing(0);
-        QLabel *value = MakeLabel(u"Figure_LBL"_s, 18, true, host::theme::Accent(), figure);
+        QLabel *value = MakeLabel(u"Figure_LBL"_s, 18, true, "accent", figure);
         value->setText(number);
         value->setAlignment(Qt::AlignRight | Qt::AlignAbsolute); // digits alone would stand at the left
-        QLabel *words = MakeLabel(u"FigureCaption_LBL"_s, 10, false, host::theme::InkSoft(), figure);
+        QLabel *words = MakeLabel(u"FigureCaption_LBL"_s, 10, false, "soft", figure);
         words->setText(caption);
         column->addWidget(value);
         column->addWidget(words);

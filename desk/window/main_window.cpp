@@ -41,6 +41,7 @@ using host::TSoftwarePart;
 
 constexpr int Manager = 1;
 constexpr QSize ToolIcon(22, 22);
+constexpr int LowScreen = 800;   // logical pixels
 constexpr int NoticeTime = 4000; // milliseconds
 
 } // namespace
@@ -50,7 +51,7 @@ MainWindow::MainWindow(DeskHost &desk, GoodsModule &module, const QString &datab
 {
     setObjectName(u"MainWindow"_s);
     setWindowTitle(u"میز کار"_s);
-    setWindowIcon(host::Icon(host::Glyph::Goods, host::theme::Accent()));
+    setWindowIcon(host::Icon(host::Glyph::Goods, host::theme::Accent));
     // The goods list without scrolling sideways, where the screen is wide enough.
     resize(QSize(1320, 780).boundedTo(screen()->availableSize() - host::theme::WindowFrame));
     m_pages->setObjectName(u"Pages"_s);
@@ -196,8 +197,10 @@ void MainWindow::AddToolBar()
     QToolBar *bar = addToolBar(u"دستورها"_s);
     bar->setObjectName(u"Tool_BAR"_s);
     bar->setMovable(false);
-    bar->setIconSize(ToolIcon);
-    bar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+    // On a low screen the lines belong to the pages.
+    const bool low = screen()->availableSize().height() < LowScreen;
+    bar->setIconSize(low ? ToolIcon * 0.75 : ToolIcon);
+    bar->setToolButtonStyle(low ? Qt::ToolButtonTextBesideIcon : Qt::ToolButtonTextUnderIcon);
     for (const QString &name : {u"GoodsList_ACT"_s, u"NewGood_ACT"_s, u"DetailTypes_ACT"_s, u"Choose_ACT"_s, QString(),
                                 u"Documents_ACT"_s, u"Divisions_ACT"_s, QString(), u"Groups_ACT"_s, u"Stores_ACT"_s,
                                 u"Units_ACT"_s, QString(), u"Settings_ACT"_s, u"Exit_ACT"_s}) {

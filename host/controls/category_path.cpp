@@ -41,8 +41,6 @@ CategoryPath::CategoryPath(QWidget *parent)
     m_choose->setText(u"…"_s);
     m_choose->setToolTip(u"انتخاب دسته (F2)"_s);
     m_choose->setFocusPolicy(Qt::NoFocus); // the keyboard has F2
-    m_choose->setStyleSheet(u"QToolButton { border: 1px solid %1; border-radius: 4px; padding: 3px 8px; "
-                            "background: palette(base); }"_s.arg(theme::Line().name()));
     m_completer->setCompletionMode(QCompleter::UnfilteredPopupCompletion);
     m_completer->setWidget(m_edit);
     connect(m_choose, &QToolButton::clicked, this, &CategoryPath::OpenMenu);
@@ -117,8 +115,7 @@ void CategoryPath::Rebuild()
         bubble->setText(m_nodes.value(code).Name.replace(u'&', u"&&"_s) + u"  ✕"_s);
         bubble->setToolTip(u"برداشتن از اینجا"_s);
         bubble->setFocusPolicy(Qt::NoFocus); // the keyboard has Backspace
-        bubble->setStyleSheet(u"QToolButton { background: %1; color: %2; border-radius: 11px; padding: 1px 10px; "
-                              "min-height: 20px; border: none; }"_s.arg(theme::Line().name(), theme::Ink().name()));
+        bubble->setProperty("bubble", true);
         connect(bubble, &QToolButton::clicked, this, [this, code] { Take(m_nodes.value(code).Parent); });
         m_flow->addWidget(bubble);
         bubble->show();

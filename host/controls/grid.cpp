@@ -364,6 +364,11 @@ void Grid::keyPressEvent(QKeyEvent *event)
             emit RowActivated(CurrentKey());
         return;
     }
+    // The captions are out of reach for the keyboard: Alt+Down opens their menu, as it opens any list.
+    if (event->key() == Qt::Key_Down && event->modifiers() & Qt::AltModifier) {
+        ChooseColumns();
+        return;
+    }
     if (IsMultiSelect() && currentIndex().isValid()) {
         if (event->key() == Qt::Key_Insert || event->key() == Qt::Key_Space) {
             ToggleCurrentMark();

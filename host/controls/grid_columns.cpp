@@ -22,6 +22,26 @@ namespace {
 constexpr int leastWidth = 24;
 constexpr int greatestWidth = 2000;
 
+/// What clicks on the captions do, for the keyboard: the column that orders the rows turns them round.
+void OfferOrders(Grid &grid, QMenu &menu, const QList<GridColumn> &columns)
+{
+    const QString sorted = grid.SortedBy();
+    const bool rising = grid.horizontalHeader()->sortIndicatorOrder() == Qt::AscendingOrder;
+    const auto offer = [&](const QString &caption, const QString &field) {
+        QAction *action = menu.addAction(caption);
+        action->setCheckable(true);
+        action->setChecked(field == sorted);
+        const bool round = field == sorted && rising;
+        QObject::connect(action, &QAction::triggered, &grid, [&grid, field, round] {
+            grid.SortBy(field, round ? Qt::DescendingOrder : Qt::AscendingOrder);
+        });
+    };
+    offer(u"ترتیب خود لیست"_s, {});
+    for (const GridColumn &column : columns)
+        if (!column.hidden && !column.caption.trimmed().isEmpty())
+            offer(column.caption.trimmed(), column.field);
+}
+
 } // namespace
 
 QList<GridColumn> Grid::Columns() const
@@ -202,6 +222,10 @@ void Grid::ChooseColumns()
         action->setEnabled(column.hidden || VisibleFields().size() > 1);
         connect(action, &QAction::toggled, this,
                 [this, field = column.field](bool on) { SetColumnVisible(field, on); });
+    }
+    if (m_sortable) {
+        menu.addSeparator();
+        OfferOrders(*this, *menu.addMenu(u"ترتیب سطرها"_s), columns);
     }
     const QHeaderView *header = horizontalHeader();
     menu.exec(header->mapToGlobal(header->rect().bottomRight() / 2));

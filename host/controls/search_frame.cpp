@@ -42,9 +42,11 @@ SearchFrame::SearchFrame(QWidget *parent) : QWidget(parent)
     m_text->setClearButtonEnabled(true);
     m_number = new NumericEdit(this);
     m_number->setObjectName(u"Number_EDT"_s);
+    m_number->setAccessibleName(u"جستجو"_s);
     m_number->setGrouped(false);
     m_price = new NumericEdit(this);
     m_price->setObjectName(u"Price_EDT"_s);
+    m_price->setAccessibleName(u"جستجو"_s);
     m_price->setWholeDigits(19);
     m_edits = new QStackedWidget(this);
     m_edits->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);

@@ -142,8 +142,8 @@ void TagsPanel::Rebuild()
         chip->setFocusPolicy(m_readOnly ? Qt::NoFocus : Qt::TabFocus);
         chip->setStyleSheet(u"QToolButton { background: %1; color: %2; border-radius: 11px; padding: 1px 10px; "
                             "min-height: 20px; border: 2px solid transparent; }"
-                            "QToolButton:focus { border-color: %3; }"_s.arg(tag.Color.name(), InkOn(tag.Color).name(),
-                                                                            theme::Ink().name()));
+                            "QToolButton:focus { border-color: palette(window-text); }"_s.arg(tag.Color.name(),
+                                                                                              InkOn(tag.Color).name()));
         if (!m_readOnly) {
             chip->setToolTip(u"برداشتن برچسب"_s);
             connect(chip, &QToolButton::clicked, this, [this, code] {

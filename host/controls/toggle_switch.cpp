@@ -13,6 +13,7 @@ namespace {
 
 constexpr QSize track{36, 20};
 constexpr int gap = 8;
+constexpr int DarkLighter = 150; ///< percent, so that a deep colour is seen on a dark ground
 
 } // namespace
 
@@ -73,7 +74,7 @@ QColor ToggleSwitch::KnobColor() const
 {
     const QColor &own = isChecked() ? m_onKnob : m_offKnob;
     if (own.isValid() && isEnabled())
-        return own;
+        return theme::Surface().lightnessF() < 0.5F ? own.lighter(DarkLighter) : own;
     return isChecked() ? QColor(Qt::white) : theme::InkSoft();
 }
 

@@ -220,7 +220,7 @@ QPainterPath PathOf(Glyph glyph)
 class GlyphEngine : public QIconEngine
 {
 public:
-    GlyphEngine(Glyph glyph, const QColor &color) : m_glyph(glyph), m_color(color) {}
+    GlyphEngine(Glyph glyph, QColor (*color)()) : m_glyph(glyph), m_color(color) {}
 
     void paint(QPainter *painter, const QRect &rect, QIcon::Mode mode, QIcon::State) override
     {
@@ -230,7 +230,7 @@ public:
         painter->translate(rect.center() + QPointF(0.5, 0.5));
         painter->scale(side / Side, side / Side);
         painter->translate(-Side / 2, -Side / 2);
-        QColor color = m_color;
+        QColor color = m_color();
         if (mode == QIcon::Disabled)
             color.setAlphaF(0.35F);
         painter->setPen(QPen(color, 1.7, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
@@ -251,19 +251,19 @@ public:
 
 private:
     Glyph m_glyph;
-    QColor m_color;
+    QColor (*m_color)();
 };
 
 } // namespace
 
-QIcon Icon(Glyph glyph, const QColor &color)
+QIcon Icon(Glyph glyph, QColor (*color)())
 {
     return QIcon(new GlyphEngine(glyph, color));
 }
 
 QIcon Icon(Glyph glyph)
 {
-    return Icon(glyph, theme::Ink());
+    return Icon(glyph, theme::Ink);
 }
 
 } // namespace host

@@ -30,8 +30,8 @@ enum class Glyph {
     Question,
 };
 
-/// An icon in one colour; paler when it is disabled.
-HOST_EXPORT QIcon Icon(Glyph glyph, const QColor &color);
+/// An icon in a colour of the house, which it follows when the look changes; paler when it is disabled.
+HOST_EXPORT QIcon Icon(Glyph glyph, QColor (*color)());
 /// In the colour of text.
 HOST_EXPORT QIcon Icon(Glyph glyph);
 

@@ -16,7 +16,6 @@ namespace {
 
 /// Colours appear as @name; they are filled in from the functions below. Left is where reading begins.
 const char16_t *const sheet = uR"(
-QWidget { color: @ink; }
 QDialog, QMainWindow, QWidget#Content { background: @ground; }
 QWidget#Footer_PNL { background: @footer; border-top: 1px solid @line; }
 
@@ -52,8 +51,11 @@ QToolButton:hover { background: @accentsoft; border-color: @accent; }
 QToolButton:focus { border-color: @accent; }
 QToolButton:disabled { color: @disabled; }
 QToolButton#Inner_BTN { padding: 0; border: none; color: @accent; }
-QToolButton#Picker_BTN { background: @surface; border: 1px solid @border; min-height: 22px; min-width: 22px; padding: 1px; }
-QToolButton#Picker_BTN:hover { background: @accentsoft; border-color: @accent; }
+QToolButton#Picker_BTN, QToolButton#select_BTN { background: @surface; border: 1px solid @border; min-height: 22px; min-width: 22px; padding: 1px; }
+QToolButton#Picker_BTN:hover, QToolButton#select_BTN:hover { background: @accentsoft; border-color: @accent; }
+QToolButton[bubble="true"] { background: @line; border: none; border-radius: 11px; padding: 1px 10px; min-height: 20px; }
+QToolButton[tile="true"] { background: @surface; border: 1px solid @line; border-radius: 10px; padding: 6px; }
+QToolButton[tile="true"]:hover, QToolButton[tile="true"]:focus { border-color: @accent; background: @accentsoft; }
 QLabel[fault="true"] { color: @danger; }
 
 QGroupBox { border: 1px solid @line; border-radius: 6px; margin-top: 12px; padding: 8px 6px 4px 6px; background: @panel; }
@@ -82,11 +84,13 @@ QCheckBox, QRadioButton { spacing: 6px; }
 QCheckBox:focus, QRadioButton:focus { color: @accentdark; text-decoration: underline; }
 QCheckBox:disabled, QRadioButton:disabled, QLabel:disabled { color: @disabled; }
 QLabel[soft="true"] { color: @soft; }
+QLabel[accent="true"] { color: @accent; }
 QFrame[panel="true"] { background: @panel; border: 1px solid @line; border-radius: 6px; }
 QToolTip { background: @bar; color: white; border: none; padding: 3px 6px; }
 QMenu { background: @surface; border: 1px solid @border; padding: 4px 0; }
 QMenu::item { padding: 4px 24px; }
 QMenu::item:selected { background: @accentsoft; color: @ink; }
+QMenu::item:disabled { color: @disabled; }
 QMenu::separator { height: 1px; background: @line; margin: 4px 8px; }
 QMenuBar { background: @ground; }
 QMenuBar::item { padding: 4px 10px; background: transparent; }
@@ -238,6 +242,7 @@ void Repolish(QWidget *widget)
 
 void Apply(QApplication &application, Look look)
 {
+    QApplication::setPalette(QPalette()); // the desktop's own colours, whatever was applied before
     dark = look == Look::Dark || (look == Look::Desktop && DesktopIsDark());
     const Palette &colors = Colors();
     application.setLayoutDirection(Qt::RightToLeft);
@@ -250,6 +255,8 @@ void Apply(QApplication &application, Look look)
     palette.setColor(QPalette::AlternateBase, colors.Stripe);
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
         palette.setColor(role, Ink());
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        palette.setColor(QPalette::Disabled, role, colors.Disabled);
     palette.setColor(QPalette::PlaceholderText, colors.Placeholder);
     palette.setColor(QPalette::ToolTipBase, colors.Bar);
     palette.setColor(QPalette::ToolTipText, Qt::white);

@@ -42,7 +42,8 @@ HOST_EXPORT void Repolish(QWidget *widget);
 /// Light or dark; by default as the desktop is.
 enum class Look { Desktop, Light, Dark };
 
-/// Gives the application its font, palette, style sheet and right-to-left direction. A host calls it once, at start.
+/// Gives the application its font, palette, style sheet and right-to-left direction. A host calls it at start, and
+/// again when the look changes while windows are open.
 HOST_EXPORT void Apply(QApplication &application, Look look = Look::Desktop);
 
 } // namespace host::theme

@@ -1,7 +1,7 @@
 #include "host/screens/base_dock.h"
 
+#include "host/controls/accessible_names.h"
 #include "host/controls/entity_picker.h"
-#include "host/controls/grid.h"
 #include "host/controls/search_frame.h"
 #include "host/data/database_error.h"
 #include "host/data/lock_wait.h"
@@ -85,6 +85,7 @@ TBaseDock_FRM::TBaseDock_FRM(Host &host, TSoftwarePart part, TFormMode mode, QWi
 {
     setLayoutDirection(Qt::RightToLeft);
     ListKeys::Install();
+    AccessibleNames::Install();
     BuildFrame();
     BindKey(Qt::Key_F1, u"راهنما"_s, [this] { ShowHelp(); });
 }
@@ -140,6 +141,13 @@ void TBaseDock_FRM::SetFormTheme()
     m_header->setStyleSheet(u"QWidget#Header_PNL { background: %1; } QLabel, QToolButton { color: %2; }"_s.arg(
         ground.name(), dark ? u"#ffffff"_s : u"#182430"_s));
     m_title->setFont(m_host.theme.TitleFont());
+}
+
+void TBaseDock_FRM::changeEvent(QEvent *event)
+{
+    QDialog::changeEvent(event);
+    if (event->type() == QEvent::StyleChange && m_showing)
+        SetFormTheme(); // the look changed
 }
 
 void TBaseDock_FRM::SetTitle(const QString &title)

@@ -154,6 +154,7 @@ protected:
     virtual void UserChanged() {}
 
     void keyPressEvent(QKeyEvent *event) override;
+    void changeEvent(QEvent *event) override;
     /// Takes back what the signed-in user left on this screen, as each opening does first.
     void LoadState();
 

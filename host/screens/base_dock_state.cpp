@@ -6,7 +6,7 @@
 
 using namespace Qt::StringLiterals;
 
-// What a user leaves on a screen: layouts of its grids and what the screen itself keeps.
+// What a screen keeps for its user between openings.
 
 namespace host {
 

@@ -2,6 +2,8 @@
 
 #include "host/look/theme.h"
 
+#include <QAction>
+#include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
 #include <QPainter>
@@ -9,6 +11,8 @@
 #include <QPrinter>
 #include <QRegularExpression>
 #include <QScopeGuard>
+#include <QToolBar>
+#include <QToolButton>
 
 #include <numeric>
 #include <stdexcept>
@@ -99,6 +103,20 @@ void WritePdf(const QString &title, QPageLayout::Orientation orientation, const 
                                      .toStdString());
 }
 
+void LeadKeys(QPrintPreviewDialog &preview)
+{
+    const auto bars = preview.findChildren<QToolBar *>();
+    for (const QToolBar *bar : bars)
+        for (QAction *action : bar->actions()) {
+            QWidget *button = bar->widgetForAction(action);
+            if (!qobject_cast<QToolButton *>(button))
+                continue;
+            button->setFocusPolicy(Qt::TabFocus);
+            if (action->text() == QCoreApplication::translate("QPrintPreviewDialog", "Print"))
+                action->setShortcut(QKeySequence::Print);
+        }
+}
+
 void Preview(const QString &title, QPageLayout::Orientation orientation, QWidget *parent,
              const std::function<void(QPrinter &printer)> &paint)
 {
@@ -108,6 +126,7 @@ void Preview(const QString &title, QPageLayout::Orientation orientation, QWidget
     preview.setWindowTitle(title);
     preview.resize(PreviewSize);
     QObject::connect(&preview, &QPrintPreviewDialog::paintRequested, &preview, [&](QPrinter *on) { paint(*on); });
+    LeadKeys(preview);
     preview.exec();
 }
 

@@ -13,6 +13,7 @@
 
 class QPainter;
 class QPrinter;
+class QPrintPreviewDialog;
 class QWidget;
 
 /// What printed pages have in common.
@@ -32,6 +33,8 @@ HOST_EXPORT void TableRow(QPainter &painter, const QRectF &row, const std::vecto
 /// std::runtime_error, whose text is for the user.
 HOST_EXPORT void WritePdf(const QString &title, QPageLayout::Orientation orientation, const QString &file,
                           const std::function<void(QPrinter &printer)> &paint);
+/// Makes a preview of use without a mouse: Tab leads through its commands, Ctrl+P prints.
+HOST_EXPORT void LeadKeys(QPrintPreviewDialog &preview);
 /// Shows such pages, modal to `parent`.
 HOST_EXPORT void Preview(const QString &title, QPageLayout::Orientation orientation, QWidget *parent,
                          const std::function<void(QPrinter &printer)> &paint);

@@ -35,7 +35,7 @@ BarcodeEdit::BarcodeEdit(QWidget *parent) : QLineEdit(parent)
 {
     QLineEdit::setMaxLength(std::numeric_limits<int>::max()); // cuts; the validator refuses
     setValidator(new BarcodeValidator(this));
-    QAction *complete = addAction(host::Icon(host::Glyph::Plus, host::theme::Accent()), QLineEdit::TrailingPosition);
+    QAction *complete = addAction(host::Icon(host::Glyph::Plus, host::theme::Accent), QLineEdit::TrailingPosition);
     complete->setObjectName(u"complete"_s);
     connect(complete, &QAction::triggered, this, &BarcodeEdit::CompletionRequested);
 }

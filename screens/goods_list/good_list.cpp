@@ -140,7 +140,7 @@ void TGood_List_FRM::BuildPanels()
     connect(&m_follow, &QTimer::timeout, this, [this] { Command(Title(), [this] { ShowPanels(); }); });
     m_ui->Tags_pnl->hide();
     m_ui->Pic_Show->hide();
-    m_ui->ShowPicture_BTN->setIcon(host::Icon(host::Glyph::Photo, palette().color(QPalette::ButtonText)));
+    m_ui->ShowPicture_BTN->setIcon(host::Icon(host::Glyph::Photo));
     m_ui->ShowPicture_BTN->setToolTip(u"نمايش تصوير"_s);
     m_ui->Main_SPL->setSizes({190, 800, 240});
     m_ui->Main_SPL->setStretchFactor(0, 0);

@@ -1,5 +1,7 @@
 #include "screens/labels/label_output.h"
 
+#include "host/screens/print_page.h"
+
 #include <QPainter>
 #include <QPdfWriter>
 #include <QPrintDialog>
@@ -98,6 +100,7 @@ void LabelOutput::Preview()
                 QMetaObject::invokeMethod(&preview, &QDialog::reject, Qt::QueuedConnection); // it may be opening still
             }
         });
+    host::print::LeadKeys(preview);
     preview.exec();
     if (!failure.isEmpty())
         Refuse(failure);

@@ -3,6 +3,7 @@
 #include "tests/support/test_main.h"
 
 #include <QAbstractItemView>
+#include <QAccessible>
 #include <QApplication>
 #include <QComboBox>
 #include <QDialog>
@@ -32,6 +33,14 @@ void Force(QWidget *screen)
         return;
     }
     screen->hide();
+}
+
+/// The toolkit's own dialogs are the toolkit's affair.
+void FailNameless(const QWidget &screen)
+{
+    const QStringList nameless = Nameless(screen);
+    if (!nameless.isEmpty() && !screen.inherits("QFileDialog") && !screen.inherits("QPrintDialog"))
+        Fail(u"without a name on %1: %2"_s.arg(screen.windowTitle(), nameless.join(u", ")));
 }
 
 QWidget *Target()
@@ -67,6 +76,7 @@ void Drive(const std::function<void()> &open, const std::function<void(QWidget *
         wasDriven = true;
         driven << screen;
         const auto leave = qScopeGuard([] { driven.removeLast(); });
+        FailNameless(*screen);
         try {
             drive(screen);
         } catch (const std::exception &error) {
@@ -170,6 +180,20 @@ QStringList State(QWidget *screen)
     return state;
 }
 
+QStringList Nameless(const QWidget &screen)
+{
+    QStringList nameless;
+    for (QWidget *control : screen.findChildren<QWidget *>()) {
+        if (!control->isVisible() || !(control->focusPolicy() & Qt::TabFocus) || control->focusProxy())
+            continue;
+        const QString name = QAccessible::queryAccessibleInterface(control)->text(QAccessible::Name);
+        if (name.trimmed().size() < 2 || name.endsWith(u':') || name.startsWith(u'&'))
+            nameless << u"%1 %2 \"%3\""_s.arg(QLatin1String(control->metaObject()->className()), control->objectName(),
+                                              name);
+    }
+    return nameless;
+}
+
 bool RightOf(const QWidget &first, const QWidget &second)
 {
     return first.mapToGlobal(QPoint(0, 0)).x() > second.mapToGlobal(QPoint(0, 0)).x();
@@ -181,6 +205,7 @@ void Show(QWidget &window)
     window.activateWindow();
     if (!QTest::qWaitForWindowActive(&window))
         Fail(u"the window does not become active"_s);
+    FailNameless(window);
 }
 
 void Picture(QWidget &widget, const QString &name)

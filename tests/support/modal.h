@@ -46,6 +46,10 @@ QStringList State(QWidget *screen);
 /// True when `first` lies to the right of `second` on the screen: what comes first, on a right-to-left screen.
 bool RightOf(const QWidget &first, const QWidget &second);
 
+/// The controls of a screen that a screen reader would say nothing of, or a caption as it is drawn: with its colon or
+/// the mark of its key. Drive and Show fail the test for each of them.
+QStringList Nameless(const QWidget &screen);
+
 /// Shows a window that is not modal and waits until it takes keys.
 void Show(QWidget &window);
 
