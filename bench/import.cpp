@@ -1,5 +1,6 @@
 #include "bench/import.h"
 
+#include "bench/export.h"
 #include "bench/report.h"
 #include "bench/shop.h"
 #include "data/goods/goods_import_write.h"
@@ -10,7 +11,6 @@
 #include <QTemporaryDir>
 
 #include <stdexcept>
-#include <sys/resource.h>
 
 using namespace Qt::StringLiterals;
 
@@ -19,6 +19,9 @@ namespace bench {
 namespace {
 
 using namespace goods;
+
+constexpr double MostMegabytes = 500;
+const BulkOrder Stamp{u"ورود"_s, u"مدیر (1)"_s, u"1405/08/30"_s, u"10:00:00"_s, {}};
 
 /// Ten columns; every price is higher by `more`.
 void WriteFile(const QString &name, int rows, int more)
@@ -39,10 +42,27 @@ void WriteFile(const QString &name, int rows, int more)
                 .toUtf8());
 }
 
-/// One file, from opening it to the report; throws when not every row came to `verdict`.
-void Bring(Report &report, Shop &shop, const QString &file, int rows, ImportVerdict verdict, const QString &what)
+/// The most memory that this process has had since it was asked last, in megabytes; 0 where the system does not tell.
+double TakePeak()
+{
+    QFile status(u"/proc/self/status"_s);
+    double megabytes = 0;
+    if (status.open(QIODevice::ReadOnly))
+        for (const QByteArray &line : status.readAll().split('\n'))
+            if (line.startsWith("VmHWM:"))
+                megabytes = line.mid(6).chopped(2).trimmed().toDouble() / 1024;
+    QFile forget(u"/proc/self/clear_refs"_s);
+    if (forget.open(QIODevice::WriteOnly))
+        forget.write("5");
+    return megabytes;
+}
+
+/// One file, from opening it to the report, and the most memory meanwhile; its number in the list of the last changes.
+/// Throws when not every row came to `verdict`.
+int Bring(Report &report, Shop &shop, const QString &file, int rows, ImportVerdict verdict, const QString &what)
 {
     const QSqlDatabase &main = shop.Host().DM.ADOConnection1;
+    TakePeak();
     const quint64 before = host::StatementsSent();
     ImportResult result;
     Line line{what, 0, {}, 60000, 0};
@@ -62,12 +82,26 @@ void Bring(Report &report, Shop &shop, const QString &file, int rows, ImportVerd
         if (plan.Count(verdict) != rows)
             throw std::runtime_error("a file of goods was not judged as it is");
         ImportOrder order;
-        order.order = {u"ورود"_s, u"مدیر (1)"_s, u"1405/08/30"_s, u"10:00:00"_s, {}};
-        result = ImportWriter(main, table, fields, options).Write(plan, order);
+        order.order = Stamp;
+        result = ImportWriter(main, shop.Host().entities, table, fields, options).Write(plan, order);
     });
     line.statements = static_cast<double>(host::StatementsSent() - before);
     if (result.added + result.changed != rows)
         throw std::runtime_error("a file of goods was not written");
+    report.Add(line);
+    report.AddMemory(what, TakePeak(), MostMegabytes);
+    return result.change;
+}
+
+void TakeBack(Report &report, Shop &shop, int change, int rows, const QString &what)
+{
+    const quint64 before = host::StatementsSent();
+    BulkResult result;
+    Line line{what, 0, {}, 60000, 0};
+    line.milliseconds = Timed([&] { result = shop.Data().BulkChange_TakeBack(change, Stamp); });
+    line.statements = static_cast<double>(host::StatementsSent() - before);
+    if (result.written != rows || result.left != 0)
+        throw std::runtime_error("a file of goods was not taken back");
     report.Add(line);
 }
 
@@ -79,16 +113,15 @@ void MeasureImport(Report &report, int rows)
     const QTemporaryDir folder;
     const QString file = folder.filePath(u"goods.csv"_s);
     WriteFile(file, rows, 0);
-    Bring(report, shop, file, rows, ImportVerdict::New, u"%1 new goods from a CSV file"_s.arg(rows));
+    const int added = Bring(report, shop, file, rows, ImportVerdict::New, u"%1 new goods from a CSV file"_s.arg(rows));
     WriteFile(file, rows, 50);
-    Bring(report, shop, file, rows, ImportVerdict::Changed, u"three prices of %1 goods from a CSV file"_s.arg(rows));
-}
-
-int PeakMegabytes()
-{
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
-    return static_cast<int>(usage.ru_maxrss / 1024);
+    const int changed = Bring(report, shop, file, rows, ImportVerdict::Changed,
+                              u"three prices of %1 goods from a CSV file"_s.arg(rows));
+    report.Measure(u"last changes: the %1 goods of a file"_s.arg(rows), 3, 1000,
+                   [&] { shop.Data().BulkGoods_GetAll(changed); });
+    MeasureExport(report, shop);
+    TakeBack(report, shop, changed, rows, u"the prices of %1 goods taken back"_s.arg(rows));
+    TakeBack(report, shop, added, rows, u"%1 new goods taken back"_s.arg(rows));
 }
 
 } // namespace bench

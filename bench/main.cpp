@@ -347,8 +347,6 @@ int main(int argc, char *argv[])
         if (!options.importOnly)
             bench::MeasureEngine(report);
         report.Print();
-        if (options.importOnly)
-            std::printf("memory at most: %d MB\n", bench::PeakMegabytes());
         const bool few = trips.empty() || bench::PrintRoundTrips(trips, options.statements);
         return report.WithinLimits() && few ? 0 : 1;
     } catch (const std::exception &error) {

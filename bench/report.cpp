@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <cstdio>
 
+using namespace Qt::StringLiterals;
+
 namespace bench {
 
 double Timed(const std::function<void()> &work)
@@ -52,6 +54,11 @@ void Report::Add(const Line &line)
     std::fprintf(stderr, "%s: %.2f ms\n", qPrintable(line.what), line.milliseconds);
 }
 
+void Report::AddMemory(const QString &what, double megabytes, double limit)
+{
+    m_memory.push_back({what, megabytes, {}, m_limits ? std::optional(limit) : std::nullopt, 0});
+}
+
 void Report::Print() const
 {
     std::printf("%-58s %12s %12s %8s %10s %11s\n", "operation", "ms", "SQLite ms", "ratio", "limit ms", "statements");
@@ -64,12 +71,16 @@ void Report::Print() const
                     floor.constData(), ratio.constData(), limit.constData(), line.statements,
                     line.limit && line.milliseconds > *line.limit ? "  over" : "");
     }
+    for (const Line &line : m_memory)
+        std::printf("%-58s %9.0f MB %s\n", qPrintable(line.what + u": memory at most"_s), line.milliseconds,
+                    line.limit ? qPrintable(u"(limit %1 MB)"_s.arg(*line.limit)) : "");
 }
 
 bool Report::WithinLimits() const
 {
-    return std::all_of(m_lines.cbegin(), m_lines.cend(),
-                       [](const Line &line) { return !line.limit || line.milliseconds <= *line.limit; });
+    const auto within = [](const Line &line) { return !line.limit || line.milliseconds <= *line.limit; };
+    return std::all_of(m_lines.cbegin(), m_lines.cend(), within) &&
+           std::all_of(m_memory.cbegin(), m_memory.cend(), within);
 }
 
 } // namespace bench

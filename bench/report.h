@@ -29,6 +29,8 @@ public:
     void Measure(const QString &what, int runs, std::optional<double> limit, const std::function<void()> &operation,
                  const std::function<void()> &floor = {});
     void Add(const Line &line);
+    /// The most memory that `what` took, in megabytes, and what it should not exceed.
+    void AddMemory(const QString &what, double megabytes, double limit);
     void Print() const;
     /// Every line is within its limit.
     bool WithinLimits() const;
@@ -36,6 +38,7 @@ public:
 private:
     bool m_limits;
     std::vector<Line> m_lines;
+    std::vector<Line> m_memory; ///< megabytes in place of milliseconds
 };
 
 /// Milliseconds that `work` takes, once.

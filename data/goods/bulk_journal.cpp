@@ -12,27 +12,12 @@ namespace goods {
 
 namespace {
 
-constexpr int TakeBackSteps = 3;
+constexpr int TakeBackSteps = 3; ///< those of a file are a few more
 
 bool OfDetails(const QList<BulkField> &fields)
 {
     return fields.constFirst().name == DetailField;
 }
-
-/// How an entry's goods `j` compare with what is stored now.
-struct Comparison
-{
-    QString tables;           ///< joined to `j`
-    QString changed;          ///< condition: it has not the values that were written
-    QString stuck = u"1=0"_s; ///< condition: it cannot get its old ones back
-
-    /// LeftReason of the good.
-    QString Reason() const
-    {
-        return u"CASE WHEN g.Code IS NULL OR ISNULL("_s + MadeOf + u", '') <> ISNULL(j.Made, '') THEN 2 WHEN "_s +
-               changed + u" THEN 1 WHEN "_s + stuck + u" THEN 3 ELSE 0 END"_s;
-    }
-};
 
 const QString TheGood = u" LEFT JOIN GoodInf g ON g.Code = j.GoodCode"_s;
 
@@ -143,6 +128,8 @@ QString ValueColumns(BulkKind kind, int change, const QList<BulkField> &fields)
                                "= "_s +
                                QString::number(change));
         break;
+    case BulkKind::Import:
+        return price + ImportJournal::TextColumns(fields);
     }
     return price + oldText + u" AS OldText, "_s + newText + u" AS NewText"_s;
 }
@@ -154,8 +141,9 @@ QString EntryOf(int change)
 
 } // namespace
 
-BulkJournal::BulkJournal(const QSqlDatabase &main, Scales &scales)
-    : BulkChanges_QRY(main), BulkGoods_QRY(main), BulkLeft_QRY(main), m_main(main), m_scales(scales)
+BulkJournal::BulkJournal(const QSqlDatabase &main, Scales &scales, const host::EntityService &entities)
+    : BulkChanges_QRY(main), BulkGoods_QRY(main), BulkLeft_QRY(main), m_main(main), m_scales(scales),
+      m_imports(main, entities)
 {}
 
 void BulkJournal::BulkChanges_GetAll()
@@ -176,8 +164,7 @@ BulkJournal::State BulkJournal::BulkChange_State(int change) const
 void BulkJournal::OpenGoods(host::Dataset &rows, int change, const QString &condition)
 {
     const QList<BulkField> fields = BulkLedger(m_main).FieldsOf(change);
-    const auto kind = static_cast<BulkKind>(
-        host::Scalar(m_main, u"SELECT Kind FROM BulkChanges WHERE ID = "_s + QString::number(change)).toInt());
+    const BulkKind kind = BulkLedger(m_main).KindOf(change);
     // Without its entry, which another desk may have dropped as the oldest, a change has no goods.
     const QString values = ValueColumns(fields.isEmpty() ? BulkKind::Prices : kind, change, fields);
     rows.Open(u"SELECT j.GoodCode AS Code, g.Name, j.IsLeft AS [Left], "_s + values +
@@ -195,22 +182,31 @@ void BulkJournal::BulkGoods_GetLeft(int change)
     OpenGoods(BulkLeft_QRY, change, u" AND j.IsLeft <> 0"_s);
 }
 
+Comparison BulkJournal::CompareEntry(int change, const QList<BulkField> &fields, const QString &lock) const
+{
+    return BulkLedger(m_main).KindOf(change) == BulkKind::Import ? m_imports.Compare(fields, lock)
+                                                                 : Compare(fields, lock);
+}
+
 BulkForecast BulkJournal::BulkChange_Forecast(int change)
 {
     const QList<BulkField> fields = BulkLedger(m_main).FieldsOf(change);
     if (fields.isEmpty()) {
         return {};
     }
-    const Comparison now = Compare(fields);
-    host::Query counts(m_main, u"SELECT a.Reason, COUNT(*) AS Goods FROM (SELECT "_s + now.Reason() +
-                                   u" AS Reason FROM BulkChangeGoods j"_s + now.tables + u" WHERE "_s +
+    const Comparison now = CompareEntry(change, fields, {});
+    host::Query counts(m_main, u"SELECT a.Reason, COUNT(*) AS Goods, SUM(a.Made) AS Made FROM (SELECT "_s +
+                                   now.Reason() + u" AS Reason, CAST("_s + now.made +
+                                   u" AS int) AS Made FROM BulkChangeGoods j"_s + now.tables + u" WHERE "_s +
                                    EntryOf(change) + u") AS a GROUP BY a.Reason"_s);
     BulkForecast forecast;
-    int *const byReason[] = {&forecast.changing, &forecast.same, &forecast.gone, &forecast.protectedOf};
+    int *const byReason[] = {&forecast.changing, &forecast.same, &forecast.gone, &forecast.protectedOf, &forecast.used};
     for (; !counts.Eof(); counts.Next()) {
         const int goods = counts.Int(u"Goods");
+        const int reason = counts.Int(u"Reason");
         forecast.goods += goods;
-        *byReason[counts.Int(u"Reason")] = goods;
+        *byReason[reason] = goods;
+        forecast.removing += reason == 0 ? counts.Int(u"Made") : 0;
     }
     return forecast;
 }
@@ -231,7 +227,7 @@ BulkResult BulkJournal::BulkChange_TakeBack(int change, const BulkOrder &order)
         return {BulkResult::Outcome::Refused};
     }
     const QList<BulkField> fields = BulkLedger(m_main).FieldsOf(change);
-    const Comparison now = Compare(fields, Locked);
+    const Comparison now = CompareEntry(change, fields, Locked);
     result.change = change;
     host::Exec(m_main, u"UPDATE j SET j.IsLeft = "_s + now.Reason() + u" FROM BulkChangeGoods j"_s + now.tables +
                            u" WHERE "_s + EntryOf(change));
@@ -241,8 +237,12 @@ BulkResult BulkJournal::BulkChange_TakeBack(int change, const BulkOrder &order)
     if (!steps.GoOn()) {
         return cancelled;
     }
-    Restore(m_main, fields, EntryOf(change) + u" AND j.IsLeft = 0"_s);
-    if (!steps.GoOn()) {
+    if (BulkLedger(m_main).KindOf(change) == BulkKind::Import) {
+        result.removed = m_imports.Restore(change, fields, steps);
+    } else {
+        Restore(m_main, fields, EntryOf(change) + u" AND j.IsLeft = 0"_s);
+    }
+    if (result.removed < 0 || !steps.GoOn()) {
         return cancelled;
     }
     const QString left = QString::number(result.left);

@@ -121,8 +121,13 @@ void BulkLedger::Close(BulkResult &result)
         result.change = 0;
         return;
     }
-    host::Exec(m_main,
-               u"UPDATE BulkChanges SET Goods = "_s + QString::number(result.written) + u" WHERE ID = "_s + change);
+    Count(result);
+}
+
+void BulkLedger::Count(const BulkResult &result)
+{
+    host::Exec(m_main, u"UPDATE BulkChanges SET Goods = "_s + QString::number(result.written) + u" WHERE ID = "_s +
+                           QString::number(result.change));
 }
 
 void BulkLedger::Trim(int change)
@@ -141,12 +146,19 @@ void BulkLedger::Trim(int change)
     }
 }
 
+BulkKind BulkLedger::KindOf(int change) const
+{
+    return static_cast<BulkKind>(
+        host::Scalar(m_main, u"SELECT Kind FROM BulkChanges WHERE ID = "_s + QString::number(change)).toInt());
+}
+
 QList<BulkField> BulkLedger::FieldsOf(int change) const
 {
     // The names get into statements: a row that somebody else wrote does not.
     static const QRegularExpression known(
         u"^(CostLevel_(Sell|Buy)_([1-9]|10)|Discount_(Sell|Buy)_[1-4]|Default_Discount_(Sell|Buy)_Number|"
-        "ConsumerPrice|DaraiGoodType|DetailID)$"_s);
+        "ConsumerPrice|DaraiGoodType|DetailID|Name|kala_(name|type|index)|AbbName|GrpCode|Unit2?|Meghdar_Formool|"
+        "MinAva|Position|Comment)$"_s);
     QList<BulkField> fields;
     host::Query rows(m_main, u"SELECT Field, NewValue FROM BulkChangeFields WHERE ChangeID = "_s +
                                  QString::number(change) + u" ORDER BY Place"_s);

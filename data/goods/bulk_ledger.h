@@ -38,6 +38,8 @@ public:
     /// Writes the entry's columns, from `NewPrice` or the values that all are given, into the goods' rows; with `only`,
     /// a condition on the entry's goods `j`, into those of them.
     void Write(int change, const QList<BulkField> &fields, const QString &only = {});
+    /// Says how many goods an entry has that is written in several transactions.
+    void Count(const BulkResult &result);
     /// Ends the entry. One without goods is forgotten: `result.change` is 0 then.
     void Close(BulkResult &result);
     /// Forgets the oldest entries, never `change`; nothing for 0. For after the commit: that it fails is logged and
@@ -46,6 +48,8 @@ public:
 
     /// The columns of an entry. DatabaseError when it names any that no change writes.
     QList<BulkField> FieldsOf(int change) const;
+    /// What an entry is about; no kind of those that there are when it is gone.
+    BulkKind KindOf(int change) const;
 
 private:
     QSqlDatabase m_main;

@@ -18,9 +18,10 @@ namespace goods {
 class BulkChanges : public BulkPrices, public BulkValues, public BulkJournal
 {
 public:
-    /// Keeps references to the parts that send to the scales and write detail types.
-    BulkChanges(const QSqlDatabase &main, Scales &scales, GoodDetailTypes &detailTypes)
-        : BulkPrices(main), BulkValues(main, detailTypes), BulkJournal(main, scales)
+    /// Keeps references to the parts that send to the scales and write detail types, and to the service.
+    BulkChanges(const QSqlDatabase &main, Scales &scales, GoodDetailTypes &detailTypes,
+                const host::EntityService &entities)
+        : BulkPrices(main), BulkValues(main, detailTypes), BulkJournal(main, scales, entities)
     {}
 };
 

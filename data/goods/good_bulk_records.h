@@ -16,6 +16,7 @@ enum class ScopeKind : quint8 {
     NotMarked, ///< those listed but not marked
     Listed,    ///< all in the list as it is filtered and searched
     All,       ///< every good that the user may see
+    File,      ///< the rows of a file; nothing that a user chooses
 };
 
 /// The goods that a change is for. The codes are taken once, when the user chooses: what the list shows afterwards does
@@ -88,7 +89,8 @@ struct BulkResult
     Outcome outcome = Outcome::Done;
     int change = 0;  ///< its number in the list of the last changes; 0 when no good was written
     int written = 0; ///< goods
-    int left = 0;    ///< goods that stay as they are although they were to change: changed or deleted meanwhile
+    int left = 0;    ///< goods that stay as they are although they were to change: changed, used or deleted meanwhile
+    int removed = 0; ///< of `written`, goods that were deleted because the change taken back had made them
 };
 
 /// What a change will do to the goods of its scope.
@@ -99,6 +101,8 @@ struct BulkForecast
     int same = 0;        ///< have the values already; to be taken back: were changed since
     int protectedOf = 0; ///< may not be changed: quantities are recorded for their details, or an old value is gone
     int gone = 0;        ///< are no goods any more
+    int used = 0;        ///< to be taken back: were made by the change and are in use by now
+    int removing = 0;    ///< of `changing`: were made by the change and will be deleted
 };
 
 /// What is to become of one good's price.
@@ -115,14 +119,16 @@ enum class PriceFate : quint8 {
 inline constexpr int PriceFates = 8;
 
 /// What a change of many goods was about.
-enum class BulkKind : quint8 { Prices = 1, Discounts = 2, AssetType = 3, DetailTypes = 4 };
+enum class BulkKind : quint8 { Prices = 1, Discounts = 2, AssetType = 3, DetailTypes = 4, Import = 5 };
 
 /// Why taking a change back leaves a good as it is.
 enum class LeftReason : quint8 {
     None = 0,
     Changed = 1, ///< it has other values than were written
     Gone = 2,    ///< it was deleted; a good that has its code now is another one
-    Stuck = 3,   ///< its old type is gone, or quantities are recorded for its details
+    Stuck =
+        3, ///< its old type or group is gone, another good has its old name, or quantities are recorded for its details
+    Used = 4, ///< it was made by the change and is in use
 };
 
 } // namespace goods

@@ -9,7 +9,8 @@ TGood_DM::TGood_DM(const host::Connections &connections, const host::SettingsSer
       GoodDetailTypes(connections.ADOConnection1, settings), OpeningStock(connections.ADOConnection1),
       Categories(connections.ADOConnection1), Lookups(connections.ADOConnection1),
       Scales(connections.ADOConnection1, connections.DibalConnection),
-      BulkChanges(connections.ADOConnection1, static_cast<Scales &>(*this), static_cast<GoodDetailTypes &>(*this)),
+      BulkChanges(connections.ADOConnection1, static_cast<Scales &>(*this), static_cast<GoodDetailTypes &>(*this),
+                  entities),
       m_main(connections.ADOConnection1)
 {}
 

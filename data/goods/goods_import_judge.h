@@ -61,6 +61,7 @@ private:
     struct Reading;
 
     QStringView Cell(int row, ImportField field) const;
+    bool IsStored(const Reading &reading, ImportField field) const;
     void FindGood(Reading &reading) const;
     void ReadBarcodes(Reading &reading) const;
     void ReadName(Reading &reading) const;

@@ -77,6 +77,17 @@ QStringView ImportReader::Cell(int row, ImportField field) const
     return column == m_columns.constEnd() ? QStringView() : WithoutGuard(m_table.Cell(row, *column)).trimmed();
 }
 
+/// The same in the letters of another keyboard is no change; neither is a text that begins as the guard does.
+bool ImportReader::IsStored(const Reading &reading, ImportField field) const
+{
+    if (reading.stored == NoRow) {
+        return false;
+    }
+    const QString stored = ImportText(m_known.Stored(reading.stored, field));
+    return stored == ImportText(Cell(reading.row, field)) ||
+           stored == ImportText(m_table.Cell(reading.row, m_columns.value(field)));
+}
+
 ImportRow ImportReader::Read(int row) const
 {
     Reading reading{row, {}, NoRow};
@@ -131,8 +142,7 @@ void ImportReader::Give(Reading &reading, ImportField field, const QString &text
 void ImportReader::ReadText(Reading &reading, ImportField field) const
 {
     const QString text = ImportText(Cell(reading.row, field));
-    // The same in the letters of another keyboard is no change.
-    if (text.isEmpty() || (reading.stored != NoRow && ImportText(m_known.Stored(reading.stored, field)) == text)) {
+    if (text.isEmpty() || IsStored(reading, field)) {
         return;
     }
     if (text.size() > Info(field).length) {
@@ -157,8 +167,7 @@ void ImportReader::ReadName(Reading &reading) const
 void ImportReader::ReadFullName(Reading &reading) const
 {
     const QString text = ImportText(Cell(reading.row, ImportField::FullName));
-    if (text.isEmpty() ||
-        (reading.stored != NoRow && ImportText(m_known.Stored(reading.stored, ImportField::FullName)) == text)) {
+    if (text.isEmpty() || IsStored(reading, ImportField::FullName)) {
         return;
     }
     const auto part = [&](ImportField field) {

@@ -9,7 +9,6 @@
 #include "host/data/transaction.h"
 
 #include <algorithm>
-#include <functional>
 
 using namespace Qt::StringLiterals;
 
@@ -44,56 +43,66 @@ bool IsWritten(ImportVerdict verdict)
 
 } // namespace
 
-ImportWriter::ImportWriter(const QSqlDatabase &main, const ImportTable &table, const QList<ImportFieldInfo> &fields,
-                           const ImportOptions &options)
-    : m_main(main), m_table(table), m_options(options)
+ImportWriter::ImportWriter(const QSqlDatabase &main, const host::EntityService &entities, const ImportTable &table,
+                           const QList<ImportFieldInfo> &fields, const ImportOptions &options)
+    : m_main(main), m_journal(main, entities), m_table(table), m_options(options)
 {
     std::copy_if(fields.cbegin(), fields.cend(), std::back_inserter(m_fields), [&](const ImportFieldInfo &info) {
         return info.field != ImportField::Code && (IsAlways(info.field) || options.columns.contains(info.field));
     });
+    for (const ImportFieldInfo &info : std::as_const(m_fields)) {
+        m_columns += info.column;
+    }
 }
 
 ImportResult ImportWriter::Write(const ImportPlan &preview, const ImportOrder &order)
 {
     m_result = {};
-    m_entries.clear();
+    m_entry = {};
     MakeTable();
     std::optional<host::Transaction> whole;
     if (order.asWhole) {
         whole.emplace(m_main);
     }
-    {
-        host::Transaction titles(m_main);
-        MakeTitles(u"GoodGrpS"_s, preview.newGroups);
-        MakeTitles(u"Units"_s, preview.newUnits);
-        titles.Commit();
+    OpenEntry(preview, order.order);
+    try {
+        Judge(preview, order);
+        GiveCodes(order.codeLength);
+        WriteAll(order);
+    } catch (...) {
+        if (!order.asWhole) {
+            CloseEntry();
+        }
+        throw;
     }
-    Judge(preview, order);
-    GiveCodes(order.codeLength);
-    WriteAll(order);
     if (whole && m_result.cancelled) {
+        m_result.added = m_result.changed = 0;
         return m_result;
     }
+    CloseEntry();
     if (whole) {
         whole->Commit();
     }
-    BulkLedger ledger(m_main);
-    for (const BulkResult &entry : std::as_const(m_entries)) {
-        m_result.changes += entry.change;
-    }
-    if (!m_result.changes.isEmpty()) {
-        ledger.Trim(*std::max_element(m_result.changes.cbegin(), m_result.changes.cend()));
-    }
+    BulkLedger(m_main).Trim(m_result.change);
     host::Exec(m_main, DropTable(Rows));
     return m_result;
 }
 
-void ImportWriter::MakeTitles(const QString &table, const QStringList &names)
+void ImportWriter::OpenEntry(const ImportPlan &preview, const BulkOrder &order)
 {
-    for (const QString &name : names) {
-        host::Run(m_main, u"INSERT INTO "_s + table + u" (Code, Name) SELECT ISNULL(MAX(Code), 0) + 1, "_s +
-                              host::NQuotedStr(name) + u" FROM "_s + table);
-    }
+    host::Transaction transaction(m_main);
+    m_entry.change = m_journal.Open(order, m_columns);
+    m_journal.MakeTitles(m_entry.change, host::TSoftwarePart::GoodsGroups, preview.newGroups);
+    m_journal.MakeTitles(m_entry.change, host::TSoftwarePart::Units, preview.newUnits);
+    transaction.Commit();
+}
+
+void ImportWriter::CloseEntry()
+{
+    host::Transaction transaction(m_main);
+    m_journal.Close(m_entry);
+    transaction.Commit();
+    m_result.change = m_entry.change;
 }
 
 /// Another desk may have worked since the preview.
@@ -178,26 +187,20 @@ void ImportWriter::WriteAll(const ImportOrder &order)
 
 void ImportWriter::WriteBlock(const Entries &entries, const ImportOrder &order)
 {
-    const auto entriesBefore = m_entries;
-    try {
-        host::Transaction transaction(m_main);
-        FillTable(entries);
-        LeaveTaken(entries);
-        InsertNew(order.order);
-        UpdateTexts(order.order);
-        for (const ImportFieldInfo &info : std::as_const(m_fields)) {
-            if (m_pricesOfBlock.contains(info.field)) {
-                ChangePrices(info, order.order);
-            }
-        }
-        transaction.Commit();
-    } catch (...) {
-        m_entries = entriesBefore;
-        throw;
-    }
-    for (const ImportPlan::Entry *entry : entries) {
-        m_result.added += entry->verdict == ImportVerdict::New;
-        m_result.changed += entry->verdict == ImportVerdict::Changed;
+    host::Transaction transaction(m_main);
+    FillTable(entries);
+    LeaveTaken(entries);
+    InsertNew(order.order);
+    BulkResult entry = m_entry;
+    entry.written += m_journal.AddGoods(m_entry.change, m_columns, Rows);
+    UpdateKnown(order.order);
+    UpdatePrices();
+    BulkLedger(m_main).Count(entry);
+    transaction.Commit();
+    m_entry = entry;
+    for (const ImportPlan::Entry *row : entries) {
+        m_result.added += row->verdict == ImportVerdict::New;
+        m_result.changed += row->verdict == ImportVerdict::Changed;
     }
 }
 
@@ -220,31 +223,17 @@ QString ImportWriter::Literals(const ImportPlan::Entry &entry, const ImportRow &
 
 void ImportWriter::FillTable(const Entries &entries)
 {
-    QStringList names{u"Code"_s, u"Line"_s, u"IsNew"_s, u"Texts"_s};
-    for (const ImportFieldInfo &info : std::as_const(m_fields)) {
-        names += info.column;
-    }
-    const QString insert = u"INSERT INTO "_s + Rows + u" ("_s + names.join(u',') + u") VALUES "_s;
-    m_pricesOfBlock.clear();
+    const QString insert =
+        u"INSERT INTO "_s + Rows + u" (Code, Line, IsNew, Texts, "_s + m_columns.join(u", "_s) + u") VALUES "_s;
     host::Run(m_main, u"DELETE FROM "_s + Rows);
     QStringList rows;
     for (const ImportPlan::Entry *entry : entries) {
-        const ImportRow row = m_reader->Read(entry->row);
-        rows += Literals(*entry, row);
-        for (const ImportValue &value : row.values) {
-            if (row.isKnown) {
-                m_pricesOfBlock.insert(value.field);
-            }
-        }
+        rows += Literals(*entry, m_reader->Read(entry->row));
         if (rows.size() == RowsOfInsert || entry == entries.constLast()) {
             host::Exec(m_main, insert + rows.join(u','));
             rows.clear();
         }
     }
-    m_pricesOfBlock.removeIf([this](ImportField field) {
-        return std::none_of(m_fields.cbegin(), m_fields.cend(),
-                            [field](const ImportFieldInfo &info) { return info.field == field && info.price; });
-    });
 }
 
 /// Codes that another desk has taken since, and goods that it has deleted.
@@ -313,40 +302,54 @@ void ImportWriter::InsertNew(const BulkOrder &order)
     host::Run(m_main, u"INSERT INTO GoodInf ("_s + columns + u") SELECT "_s + values + from);
 }
 
-void ImportWriter::UpdateTexts(const BulkOrder &order)
+/// The stamp tells of more than prices.
+void ImportWriter::UpdateKnown(const BulkOrder &order)
 {
     QString assignments;
+    QStringList given{u"i.Texts = 1"_s};
     for (const ImportFieldInfo &info : std::as_const(m_fields)) {
-        if (!info.price && info.field != ImportField::Unit && info.field != ImportField::Unit2 &&
-            info.field != ImportField::Formula) {
-            assignments += u"g."_s + info.column + u" = ISNULL(i."_s + info.column + u", g."_s + info.column + u"), "_s;
+        if (IsLevel(info.field) || info.field == ImportField::Unit || info.field == ImportField::Unit2 ||
+            info.field == ImportField::Formula) {
+            continue;
+        }
+        assignments += u"g."_s + info.column + u" = ISNULL(i."_s + info.column + u", g."_s + info.column + u"), "_s;
+        if (info.price) {
+            given += u"i."_s + info.column + u" IS NOT NULL"_s;
         }
     }
-    host::Run(m_main, u"UPDATE g SET "_s + assignments + u"g.ModifiedTime = "_s + host::QuotedStr(order.time) +
-                          u", g.ModifiedDate = "_s + host::QuotedStr(order.date) + u", g.UserModified = "_s +
-                          host::NQuotedStr(order.user) + u" FROM GoodInf g INNER JOIN "_s + Rows +
-                          u" i ON i.Code = g.Code WHERE i.IsNew = 0 AND i.Texts = 1"_s);
+    const auto stamp = [](const QString &column, const QString &value) {
+        return u"g.%1 = CASE WHEN i.Texts = 1 THEN %2 ELSE g.%1 END"_s.arg(column, value);
+    };
+    host::Run(m_main, u"UPDATE g SET "_s + assignments +
+                          QStringList{stamp(u"ModifiedTime"_s, host::QuotedStr(order.time)),
+                                      stamp(u"ModifiedDate"_s, host::QuotedStr(order.date)),
+                                      stamp(u"UserModified"_s, host::NQuotedStr(order.user))}
+                              .join(u", "_s) +
+                          u" FROM GoodInf g INNER JOIN "_s + Rows + u" i ON i.Code = g.Code WHERE i.IsNew = 0 AND ("_s +
+                          given.join(u" OR "_s) + u')');
 }
 
-void ImportWriter::ChangePrices(const ImportFieldInfo &info, const BulkOrder &order)
+void ImportWriter::UpdatePrices()
 {
-    const QList<BulkField> fields{{info.column, {}}};
-    BulkLedger ledger(m_main);
-    BulkResult &entry = m_entries[info.field];
-    if (entry.change == 0) {
-        BulkOrder titled = order;
-        titled.title += u" - "_s + info.caption;
-        entry.change = ledger.Open(BulkKind::Prices, ScopeKind::Marked, titled, fields);
+    QStringList assignments;
+    QStringList given;
+    for (const ImportFieldInfo &info : std::as_const(m_fields)) {
+        if (IsLevel(info.field)) {
+            assignments += u"c."_s + info.column + u" = ISNULL(i."_s + info.column + u", c."_s + info.column + u')';
+            given += u"i."_s + info.column + u" IS NOT NULL"_s;
+        }
     }
-    const QString old = IsLevel(info.field) ? u"ISNULL(c."_s + info.column + u",0)"_s : u"g."_s + info.column;
-    entry.written +=
-        ledger.AddGoods(entry.change, u"GoodCode, NewPrice, Old1"_s,
-                        u"i.Code, i."_s + info.column + u", "_s + old + u" FROM "_s + Rows +
-                            u" i INNER JOIN GoodInf g ON g.Code = i.Code LEFT JOIN GoodCostDiscount c"_s + Locked +
-                            u" ON c.GoodCode = i.Code WHERE i.IsNew = 0 AND i."_s + info.column + u" <> "_s + old);
-    ledger.Write(entry.change, fields,
-                 u"j.GoodCode IN (SELECT r.Code FROM "_s + Rows + u" r WHERE r."_s + info.column + u" IS NOT NULL)"_s);
-    ledger.Close(entry);
+    if (given.isEmpty()) {
+        return;
+    }
+    const QString some = u" i.IsNew = 0 AND ("_s + given.join(u" OR "_s) + u')';
+    // No level of a fresh row has a price yet, so none can be the default.
+    host::Run(m_main, u"INSERT INTO GoodCostDiscount (GoodCode, Default_CostLevel_Sell_Number, "
+                      "Default_CostLevel_Buy_Number) SELECT i.Code, 0, 0 FROM "_s +
+                          Rows + u" i WHERE"_s + some +
+                          u" AND NOT EXISTS (SELECT 1 FROM GoodCostDiscount c WHERE c.GoodCode = i.Code)"_s);
+    host::Run(m_main, u"UPDATE c SET "_s + assignments.join(u", "_s) + u" FROM GoodCostDiscount c INNER JOIN "_s +
+                          Rows + u" i ON i.Code = c.GoodCode WHERE"_s + some);
 }
 
 } // namespace goods

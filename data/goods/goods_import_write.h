@@ -1,6 +1,7 @@
 #pragma once
 
 #include "data/goods/good_bulk_records.h"
+#include "data/goods/goods_import_journal.h"
 #include "data/goods/goods_import_judge.h"
 
 #include <optional>
@@ -24,20 +25,21 @@ struct ImportResult
     int added = 0;
     int changed = 0;
     bool cancelled = false;
-    QString failure;    ///< why the writing ended early although blocks are written; empty when it did not
-    QList<int> changes; ///< numbers in the list of the last changes, one for each price column
+    QString failure; ///< why the writing ended early although blocks are written; empty when it did not
+    int change = 0;  ///< its number in the list of the last changes; 0 when nothing was written
 };
 
 /// Writes the rows of a file that have no fault: new goods, and what changes of known ones, in sets of a thousand rows.
 ///
 /// What was previewed is judged again first, as the database is by then: a row of which something else would come is
-/// left out. Prices of known goods go through the list of the last changes, from which they can be taken back; what
-/// else changes bears the stamp of the user.
+/// left out. All that is written is one entry of the list of the last changes, from which it can be taken back; goods
+/// of which more than prices changes bear the stamp of the user.
 class ImportWriter
 {
 public:
-    ImportWriter(const QSqlDatabase &main, const ImportTable &table, const QList<ImportFieldInfo> &fields,
-                 const ImportOptions &options);
+    /// Keeps references to the rows and the service.
+    ImportWriter(const QSqlDatabase &main, const host::EntityService &entities, const ImportTable &table,
+                 const QList<ImportFieldInfo> &fields, const ImportOptions &options);
 
     /// Given up as a whole, nothing is written; otherwise the blocks written before stay. Throws DatabaseError when
     /// nothing was written.
@@ -46,7 +48,8 @@ public:
 private:
     using Entries = QList<ImportPlan::Entry *>;
 
-    void MakeTitles(const QString &table, const QStringList &names);
+    void OpenEntry(const ImportPlan &preview, const BulkOrder &order);
+    void CloseEntry();
     void Judge(const ImportPlan &preview, const ImportOrder &order);
     void GiveCodes(int codeLength);
     void MakeTable();
@@ -57,18 +60,19 @@ private:
     void LeaveTaken(const Entries &entries);
     void InsertNew(const BulkOrder &order);
     QString DefaultLevel(ImportField first) const;
-    void UpdateTexts(const BulkOrder &order);
-    void ChangePrices(const ImportFieldInfo &info, const BulkOrder &order);
+    void UpdateKnown(const BulkOrder &order);
+    void UpdatePrices();
 
     QSqlDatabase m_main;
+    ImportJournal m_journal;
     const ImportTable &m_table;
     QList<ImportFieldInfo> m_fields; ///< those that the file speaks of, and those that every new good has
     ImportOptions m_options;
     ImportKnown m_known;
     std::optional<ImportReader> m_reader;
     ImportResult m_result;
-    QHash<ImportField, BulkResult> m_entries; ///< of the price columns in the list of the last changes
-    QSet<ImportField> m_pricesOfBlock;
+    QStringList m_columns; ///< of m_fields
+    BulkResult m_entry;    ///< in the list of the last changes
 };
 
 } // namespace goods

@@ -360,8 +360,9 @@ GO
 -- The last changes of many goods at once, so that each can be taken back
 -- ---------------------------------------------------------------------------------------------------------
 
--- Kind 1: prices, 2: discounts, 3: asset type, 4: detail types.
--- Scope 0: marked goods, 1: those not marked, 2: all of a list, 3: all goods. Goods is how many were written.
+-- Kind 1: prices, 2: discounts, 3: asset type, 4: detail types, 5: goods from a file.
+-- Scope 0: marked goods, 1: those not marked, 2: all of a list, 3: all goods, 4: the rows of a file. Goods is how many were
+-- written.
 -- The columns from GoodsTakenBack on are NULL while the change stands.
 CREATE TABLE BulkChanges (
     ID             int IDENTITY(1,1) NOT NULL CONSTRAINT PK_BulkChanges PRIMARY KEY,
@@ -391,8 +392,8 @@ CREATE TABLE BulkChangeFields (
 )
 
 -- The goods written and what they had before: Old1 is the old value of the field in place 1. IsLeft: why taking the
--- change back left the good as it was; 1: changed since, 2: deleted, 3: its old value is gone or may not come back, 0: it
--- did not. The good may be deleted, therefore no foreign key; another with its code is known by Made, when it was made.
+-- change back left the good as it was; 1: changed since, 2: deleted, 3: its old value is gone or may not come back, 4: a good
+-- made by the change is in use, 0: it did not. The good may be deleted, therefore no foreign key; another with its code is known by Made, when it was made.
 CREATE TABLE BulkChangeGoods (
     ChangeID int           NOT NULL,
     GoodCode int           NOT NULL,
@@ -420,6 +421,97 @@ CREATE TABLE BulkChangeDetails (
     DetailID int NOT NULL,
     CONSTRAINT PK_BulkChangeDetails PRIMARY KEY (ChangeID, GoodCode, DetailID),
     CONSTRAINT FK_BulkChangeDetails_BulkChanges FOREIGN KEY (ChangeID) REFERENCES BulkChanges (ID) ON DELETE CASCADE
+)
+
+-- What bringing goods in from a file wrote, a row for each good of its entry: New_X is NULL where it wrote no X; a good
+-- that it made (IsNew) has no old values. MadePrices: it made the price row of a known good. OldModified… is the stamp
+-- before.
+CREATE TABLE BulkImportGoods (
+    ChangeID        int           NOT NULL,
+    GoodCode        int           NOT NULL,
+    IsNew           bit           NOT NULL,
+    MadePrices      bit           NOT NULL,
+    OldModifiedTime varchar(8)    NULL,
+    OldModifiedDate varchar(10)   NULL,
+    OldUserModified nvarchar(100) NULL,
+    New_Name              nvarchar(152) NULL,
+    New_kala_name         nvarchar(50)  NULL,
+    New_kala_type         nvarchar(50)  NULL,
+    New_kala_index        nvarchar(50)  NULL,
+    New_AbbName           nvarchar(250) NULL,
+    New_GrpCode           smallint      NULL,
+    New_Unit              smallint      NULL,
+    New_Unit2             smallint      NULL,
+    New_Meghdar_Formool   decimal(23,9) NULL,
+    New_ConsumerPrice     decimal(28,9) NULL,
+    New_MinAva            decimal(23,9) NULL,
+    New_Position          nvarchar(100) NULL,
+    New_Comment           nvarchar(500) NULL,
+    New_CostLevel_Sell_1  decimal(28,9) NULL,
+    New_CostLevel_Sell_2  decimal(28,9) NULL,
+    New_CostLevel_Sell_3  decimal(28,9) NULL,
+    New_CostLevel_Sell_4  decimal(28,9) NULL,
+    New_CostLevel_Sell_5  decimal(28,9) NULL,
+    New_CostLevel_Sell_6  decimal(28,9) NULL,
+    New_CostLevel_Sell_7  decimal(28,9) NULL,
+    New_CostLevel_Sell_8  decimal(28,9) NULL,
+    New_CostLevel_Sell_9  decimal(28,9) NULL,
+    New_CostLevel_Sell_10 decimal(28,9) NULL,
+    New_CostLevel_Buy_1   decimal(28,9) NULL,
+    New_CostLevel_Buy_2   decimal(28,9) NULL,
+    New_CostLevel_Buy_3   decimal(28,9) NULL,
+    New_CostLevel_Buy_4   decimal(28,9) NULL,
+    New_CostLevel_Buy_5   decimal(28,9) NULL,
+    New_CostLevel_Buy_6   decimal(28,9) NULL,
+    New_CostLevel_Buy_7   decimal(28,9) NULL,
+    New_CostLevel_Buy_8   decimal(28,9) NULL,
+    New_CostLevel_Buy_9   decimal(28,9) NULL,
+    New_CostLevel_Buy_10  decimal(28,9) NULL,
+    Old_Name              nvarchar(152) NULL,
+    Old_kala_name         nvarchar(50)  NULL,
+    Old_kala_type         nvarchar(50)  NULL,
+    Old_kala_index        nvarchar(50)  NULL,
+    Old_AbbName           nvarchar(250) NULL,
+    Old_GrpCode           smallint      NULL,
+    Old_Unit              smallint      NULL,
+    Old_Unit2             smallint      NULL,
+    Old_Meghdar_Formool   decimal(23,9) NULL,
+    Old_ConsumerPrice     decimal(28,9) NULL,
+    Old_MinAva            decimal(23,9) NULL,
+    Old_Position          nvarchar(100) NULL,
+    Old_Comment           nvarchar(500) NULL,
+    Old_CostLevel_Sell_1  decimal(28,9) NULL,
+    Old_CostLevel_Sell_2  decimal(28,9) NULL,
+    Old_CostLevel_Sell_3  decimal(28,9) NULL,
+    Old_CostLevel_Sell_4  decimal(28,9) NULL,
+    Old_CostLevel_Sell_5  decimal(28,9) NULL,
+    Old_CostLevel_Sell_6  decimal(28,9) NULL,
+    Old_CostLevel_Sell_7  decimal(28,9) NULL,
+    Old_CostLevel_Sell_8  decimal(28,9) NULL,
+    Old_CostLevel_Sell_9  decimal(28,9) NULL,
+    Old_CostLevel_Sell_10 decimal(28,9) NULL,
+    Old_CostLevel_Buy_1   decimal(28,9) NULL,
+    Old_CostLevel_Buy_2   decimal(28,9) NULL,
+    Old_CostLevel_Buy_3   decimal(28,9) NULL,
+    Old_CostLevel_Buy_4   decimal(28,9) NULL,
+    Old_CostLevel_Buy_5   decimal(28,9) NULL,
+    Old_CostLevel_Buy_6   decimal(28,9) NULL,
+    Old_CostLevel_Buy_7   decimal(28,9) NULL,
+    Old_CostLevel_Buy_8   decimal(28,9) NULL,
+    Old_CostLevel_Buy_9   decimal(28,9) NULL,
+    Old_CostLevel_Buy_10  decimal(28,9) NULL,
+    CONSTRAINT PK_BulkImportGoods PRIMARY KEY (ChangeID, GoodCode),
+    CONSTRAINT FK_BulkImportGoods_BulkChanges FOREIGN KEY (ChangeID) REFERENCES BulkChanges (ID) ON DELETE CASCADE
+)
+
+-- Groups (Kind 122) and units (104) that were made for the goods of a file.
+CREATE TABLE BulkImportTitles (
+    ChangeID int          NOT NULL,
+    Kind     smallint     NOT NULL,
+    Code     smallint     NOT NULL,
+    Name     nvarchar(50) NOT NULL,
+    CONSTRAINT PK_BulkImportTitles PRIMARY KEY (ChangeID, Kind, Code),
+    CONSTRAINT FK_BulkImportTitles_BulkChanges FOREIGN KEY (ChangeID) REFERENCES BulkChanges (ID) ON DELETE CASCADE
 )
 GO
 
@@ -788,6 +880,7 @@ CREATE TABLE GoodDetailDivisionDetail (
     CONSTRAINT FK_GoodDetailDivisionDetail_GoodDetailValues FOREIGN KEY (DetailValueID) REFERENCES GoodDetailValues (ID)
 )
 CREATE INDEX IX_GoodDetailDivisionDetail_DetailValueID ON GoodDetailDivisionDetail (DetailValueID)
+CREATE INDEX IX_GoodDetailDivisionDetail_GoodCode ON GoodDetailDivisionDetail (GoodCode)
 CREATE UNIQUE INDEX IX_GoodDetailDivisionDetail_DivisionCode ON GoodDetailDivisionDetail (DivisionCode, OperationRow)
 -- Parts that a source row was divided into, the entry side (operation type 25). Amount3 counts the pieces, but for
 -- packed goods: there it is what a package holds. The detail values of a part stand in the ledger, under its row.

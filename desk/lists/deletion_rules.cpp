@@ -4,6 +4,8 @@
 
 #include <QList>
 
+using namespace Qt::StringLiterals;
+
 namespace desk {
 
 namespace {
@@ -25,7 +27,8 @@ constexpr Use Uses[] = {
 
     {TSoftwarePart::Units, u"SELECT TOP 1 Code FROM GoodInf WHERE Unit = %1 OR Unit2 = %1",
      u"کالاهایی با این واحد ثبت شده‌اند"},
-    {TSoftwarePart::Units, u"SELECT Name FROM Settings WHERE Name = 'SquareMetreUnit' AND Value = N'%1'",
+    {TSoftwarePart::Units,
+     u"SELECT Name FROM Settings WHERE Name = 'SquareMetreUnit' AND Value = CAST(%1 AS nvarchar(10))",
      u"در تنظیمات، واحد متر مربع است"},
 
     {TSoftwarePart::Stores, u"SELECT TOP 1 Code FROM GoodInf WHERE Store = %1",
@@ -68,6 +71,16 @@ std::optional<QString> ReasonToKeep(const QSqlDatabase &connection, TSoftwarePar
             return QString::fromUtf16(use.reason);
     }
     return std::nullopt;
+}
+
+QString UsedCondition(TSoftwarePart part, const QString &codeColumn)
+{
+    QStringList uses;
+    for (const Use &use : Uses) {
+        if (use.part == part)
+            uses << u"EXISTS ("_s + QString::fromUtf16(use.statement).arg(codeColumn) + u')';
+    }
+    return u'(' + uses.join(u" OR "_s) + u')';
 }
 
 } // namespace desk

@@ -12,4 +12,7 @@ namespace desk {
 /// database uses it.
 std::optional<QString> ReasonToKeep(const QSqlDatabase &connection, host::TSoftwarePart part, int code);
 
+/// The same for a statement over many: a condition that something uses the entity whose code stands in the column.
+QString UsedCondition(host::TSoftwarePart part, const QString &codeColumn);
+
 } // namespace desk

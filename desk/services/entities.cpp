@@ -142,6 +142,11 @@ int Entities::Delete_Entity(TSoftwarePart part, int code, bool silent)
     return Removed;
 }
 
+QString Entities::InUse(TSoftwarePart part, const QString &code) const
+{
+    return UsedCondition(part, code);
+}
+
 bool Entities::Refuse(const QString &entity, TSoftwarePart part, int code)
 {
     if (part == TSoftwarePart::GoodsGroups && code == RootGroup) {

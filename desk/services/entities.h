@@ -42,6 +42,7 @@ public:
     bool Edit_Group(host::TSoftwarePart part, int id) override;
     int New_Group(host::TSoftwarePart part) override;
     int Delete_Entity(host::TSoftwarePart part, int code, bool silent) override;
+    QString InUse(host::TSoftwarePart part, const QString &code) const override;
     QString Select_Entity_Multible_Param(host::TSoftwarePart part, const host::MultibleParam &wanted) override;
 
     std::optional<host::Entity> Find(host::TSoftwarePart part, int code) override;

@@ -45,6 +45,9 @@ public:
     /// Removes an entity of any kind, goods included, when nothing uses it; 0 when it was removed. The service
     /// owns the rules that refuse, asks for confirmation unless `silent`, and tells the user why it refuses.
     virtual int Delete_Entity(TSoftwarePart part, int code, bool silent) = 0;
+    /// The rules that refuse as a condition of a statement: something uses the entity whose code stands in the column
+    /// `code`. For those who remove many at once; nobody is told.
+    virtual QString InUse(TSoftwarePart part, const QString &code) const = 0;
     /// Opens a list for choosing several; the chosen codes, each followed by a comma, empty when none. Detail types
     /// (513) are chosen on the list of the goods module, through its `Select_DetailTypes_Multible`.
     virtual QString Select_Entity_Multible_Param(TSoftwarePart part, const MultibleParam &wanted) = 0;

@@ -79,6 +79,8 @@ QString ScopeText(goods::ScopeKind kind)
         return u"موارد غیر انتخابی"_s;
     case goods::ScopeKind::Listed:
         return u"تمامی موارد موجود در لیست"_s;
+    case goods::ScopeKind::File:
+        return u"ردیف‌های فایل"_s;
     case goods::ScopeKind::All:
         break;
     }
@@ -94,6 +96,8 @@ QString KindText(goods::BulkKind kind)
         return u"تخفیف"_s;
     case goods::BulkKind::AssetType:
         return u"نوع کالا (دارایی)"_s;
+    case goods::BulkKind::Import:
+        return u"ورود از فایل"_s;
     case goods::BulkKind::DetailTypes:
         break;
     }

@@ -4,6 +4,7 @@
 #include "host/data/persian_text.h"
 #include "screens/bulk_changes/bulk_order.h"
 #include "screens/bulk_changes/bulk_report.h"
+#include "screens/bulk_changes/change_texts.h"
 #include "ui_last_changes.h"
 
 #include <QPushButton>
@@ -21,42 +22,6 @@ namespace {
 
 constexpr int FollowMilliseconds = 120;
 constexpr int FlashMilliseconds = 2000;
-
-/// "فروش ۱: ۱۰٪" for a rate, "پیش فرض خرید: نوع ۲" for the level that counts by itself.
-QString ShownDiscount(const QString &field, const QString &value)
-{
-    const QString side = field.contains(u"_Buy_"_s) ? u"خرید"_s : u"فروش"_s;
-    const QString number = host::DisplayNumber(host::TrimDecimal(value));
-    if (field.startsWith(u"Default_"_s))
-        return u"پیش فرض %1: نوع %2"_s.arg(side, number);
-    return u"%1 %2: %3٪"_s.arg(side, host::DisplayNumber(field.last(1)), number);
-}
-
-/// Discounts by their names; the titles of types as they are.
-QString ShownValues(const QString &values, BulkKind kind)
-{
-    if (kind != BulkKind::Discounts)
-        return values;
-    QStringList shown;
-    for (const QString &value : values.split(u" / "_s))
-        shown << ShownDiscount(value.section(u'=', 0, 0), value.section(u'=', 1));
-    return shown.join(u"، "_s);
-}
-
-QString LeftText(goods::LeftReason reason)
-{
-    switch (reason) {
-    case goods::LeftReason::None:
-        return {};
-    case goods::LeftReason::Changed:
-        return u"پس از آن تغییر کرده"_s;
-    case goods::LeftReason::Gone:
-        return u"کالا حذف شده است"_s;
-    case goods::LeftReason::Stuck:
-        break;
-    }
-    return u"مقدار پیشین قابل بازگشت نیست"_s;
-}
 
 /// A change of prices has numbers, the others texts.
 QList<GridColumn> GoodColumns(BulkKind kind)
@@ -149,10 +114,12 @@ QList<ComputedRows::Column> TBulk_Changes_FRM::ChangeFields() const
 QList<ComputedRows::Column> TBulk_Changes_FRM::GoodFields(const host::Dataset &goods) const
 {
     const auto values = [this, &goods](const char16_t *field) {
-        return [this, &goods, field](int row) { return ShownValues(goods.FieldAt(row, field).toString(), Kind()); };
+        return [this, &goods, field](int row) {
+            return bulk_changes::ShownValues(goods.FieldAt(row, field), Kind(), m_fields);
+        };
     };
     const auto stayed = [&goods](int row) {
-        return LeftText(static_cast<goods::LeftReason>(goods.FieldAt(row, u"Left").toInt()));
+        return bulk_changes::LeftText(static_cast<goods::LeftReason>(goods.FieldAt(row, u"Left").toInt()));
     };
     return {{u"Before"_s, values(u"OldText")}, {u"After"_s, values(u"NewText")}, {u"Stayed"_s, stayed}};
 }
@@ -160,6 +127,7 @@ QList<ComputedRows::Column> TBulk_Changes_FRM::GoodFields(const host::Dataset &g
 void TBulk_Changes_FRM::FormShow()
 {
     m_wrote = false;
+    m_fields = goods::ImportFields(goods::ImportLevelTitles(m_host.DM.ADOConnection1), true);
     m_changes.BulkChanges_GetAll();
     m_ui->Changes_GRD->SetSource(&m_rows, u"ID"_s);
     m_ui->Goods_GRD->SetSource(&m_goods);
@@ -242,17 +210,7 @@ bool TBulk_Changes_FRM::MayTakeBack(int change)
             host::MessageIcon::Information, Title());
         return false;
     }
-    QString question =
-        u"مقدار پیشین %1 برگردانده می‌شود."_s.arg(GoodsText(forecast.changing));
-    if (forecast.same > 0)
-        question +=
-            u"\n%1 که پس از آن تغییر کرده همان‌گونه که هست می‌ماند."_s.arg(
-                GoodsText(forecast.same));
-    if (forecast.protectedOf > 0)
-        question += u"\nمقدار پیشین %1 قابل بازگشت نیست."_s.arg(GoodsText(forecast.protectedOf));
-    if (forecast.gone > 0)
-        question += u"\n%1 حذف شده است."_s.arg(GoodsText(forecast.gone));
-    return m_host.messages.Ask(question + u"\nآیا ادامه می‌دهید؟"_s, false);
+    return m_host.messages.Ask(bulk_changes::Foretold(forecast) + u"\nآیا ادامه می‌دهید؟"_s, false);
 }
 
 void TBulk_Changes_FRM::Reload()
@@ -304,10 +262,6 @@ void TBulk_Changes_FRM::ShowLeft(int change, const BulkResult &result)
     ComputedRows left(m_changes.BulkLeft_QRY, GoodFields(m_changes.BulkLeft_QRY));
     QList<GridColumn> columns = GoodColumns(Kind());
     columns.last().caption = u"علت"_s;
-    TBulk_Report_FRM report(
-        m_host, u"برگرداندن تغییر گروهی"_s,
-        u"مقدار پیشین %1 برگردانده شد. %2 زیر همان‌گونه که هست ماند."_s.arg(
-            GoodsText(result.written), GoodsText(result.left)),
-        left, columns);
+    TBulk_Report_FRM report(m_host, u"برگرداندن تغییر گروهی"_s, bulk_changes::TakenBack(result), left, columns);
     report.ShowModally();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "data/goods/good_bulk.h"
+#include "data/goods/goods_import_known.h"
 #include "host/screens/base_dock.h"
 #include "screens/bulk_changes/computed_rows.h"
 
@@ -55,6 +56,7 @@ private:
     bulk_changes::ComputedRows m_rows;
     bulk_changes::ComputedRows m_goods;
     QPushButton *m_takeBack;
-    QTimer m_follow; ///< the goods follow the current change when the cursor rests
+    QList<goods::ImportFieldInfo> m_fields; ///< by which the columns of a file are called
+    QTimer m_follow;                        ///< the goods follow the current change when the cursor rests
     bool m_wrote = false;
 };

@@ -89,21 +89,27 @@ bool BookStyles::IsDate(size_t cellFormat) const
 
 // Texts --------------------------------------------------------------------------------------------------------------
 
+void BookTexts::Set(const QStringList &texts)
+{
+    m_texts = texts;
+    m_set = true;
+}
+
 size_t BookTexts::append(std::string_view text)
 {
-    m_texts += Utf8(text);
+    if (!m_set)
+        m_texts += Utf8(text);
     return static_cast<size_t>(m_texts.size() - 1);
 }
 
 void BookTexts::append_segment(std::string_view text)
 {
-    m_segments += Utf8(text);
+    m_segments += text;
 }
 
 size_t BookTexts::commit_segments()
 {
-    m_texts += std::exchange(m_segments, {});
-    return static_cast<size_t>(m_texts.size() - 1);
+    return append(std::exchange(m_segments, {}));
 }
 
 // Cells --------------------------------------------------------------------------------------------------------------

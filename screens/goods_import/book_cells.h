@@ -94,6 +94,8 @@ class BookTexts : public orcus::spreadsheet::iface::import_shared_strings
 {
 public:
     QString Text(size_t index) const { return m_texts.value(static_cast<qsizetype>(index)); }
+    /// They are these, whatever is appended.
+    void Set(const QStringList &texts);
 
     size_t append(std::string_view text) override;
     size_t add(std::string_view text) override { return append(text); }
@@ -110,7 +112,8 @@ public:
 
 private:
     QStringList m_texts;
-    QString m_segments;
+    std::string m_segments;
+    bool m_set = false;
 };
 
 /// The cells of one sheet.

@@ -1,11 +1,15 @@
 #pragma once
 
 #include <QByteArray>
-#include <QString>
+#include <QStringList>
 
 #include <functional>
 
 namespace goods_import {
+
+/// The texts that cells of an XLSX workbook share, by their numbers. liborcus gives an empty one the words of the text
+/// before it.
+QStringList ReadSharedTexts(const QByteArray &book);
 
 /// Reports the texts that cells of an XLSX workbook hold themselves, which programs that write row by row prefer to
 /// shared ones: the name of the sheet, the cell's address, and its text. liborcus passes them over.

@@ -279,7 +279,8 @@ void TGoods_Import_FRM::Write()
     order.deniedTo = DeniedTo(m_host);
     order.operations = Operations(m_host);
     order.codeLength = m_host.settings.SettingRecord().GoodCodeLength;
-    m_result = goods::ImportWriter(m_data.Connection(), m_table, m_fields, m_options).Write(m_plan, order);
+    m_result =
+        goods::ImportWriter(m_data.Connection(), m_host.entities, m_table, m_fields, m_options).Write(m_plan, order);
     m_wrote = m_wrote || !(m_result.cancelled && order.asWhole);
 }
 
@@ -289,8 +290,7 @@ void TGoods_Import_FRM::Proceed()
         m_host.messages.ShowFlashMessage(u"عملیات متوقف شد و کالایی نوشته نشد"_s, FlashMilliseconds);
         return;
     }
-    for (const int change : std::as_const(m_result.changes))
-        bulk_changes::SendToScales(m_host, m_data, change);
+    bulk_changes::SendToScales(m_host, m_data, m_result.change);
     Report();
     TAsk_FRM::Proceed();
 }
@@ -306,9 +306,9 @@ void TGoods_Import_FRM::Report()
         text += u"\nعملیات پیش از پایان متوقف شد؛ آنچه نوشته شده بود ماند."_s;
     if (!m_result.failure.isEmpty())
         text += u"\nپایگاه داده ادامه را نپذیرفت: "_s + m_result.failure;
-    if (!m_result.changes.isEmpty())
+    if (m_result.change != 0)
         text +=
-            u"\nقیمت‌های پیشین از «آخرین تغییرات گروهی» (Ctrl+F8) برمی‌گردد."_s;
+            u"\nهمه‌ی آنچه وارد شد از «آخرین تغییرات گروهی» (Ctrl+F8) به حالت پیشین برمی‌گردد."_s;
     TBulk_Report_FRM report(m_host, u"گزارش ورود کالا"_s, text, rows,
                             {{u"Line"_s, u"ردیف"_s, 60, false, ColumnFormat::Code},
                              {u"State"_s, u"وضعیت"_s, 90, false, ColumnFormat::Text},

@@ -96,6 +96,7 @@ public:
     }
     void finalize() override {}
 
+    void SetTexts(const QStringList &texts) { m_texts.Set(texts); }
     void AddText(const QString &name, const QString &cell, const QString &text)
     {
         auto *sheet = get_sheet(name.toStdString());
@@ -132,6 +133,7 @@ goods::ImportTable ReadBook(const QByteArray &bytes)
         if (orcus::orcus_ods::detect(blob, stream.size())) {
             orcus::orcus_ods(&book).read_stream(stream);
         } else {
+            book.SetTexts(ReadSharedTexts(bytes));
             orcus::orcus_xlsx(&book).read_stream(stream);
             ReadInlineTexts(bytes, [&book](const QString &name, const QString &cell, const QString &text) {
                 book.AddText(name, cell, text);

@@ -56,6 +56,15 @@ int FakeEntities::Delete_Entity(host::TSoftwarePart part, int code, bool silent)
     return refuseDelete;
 }
 
+/// Goods by what moves them, groups and units by goods.
+QString FakeEntities::InUse(host::TSoftwarePart part, const QString &code) const
+{
+    const QString by = part == host::TSoftwarePart::Goods         ? u"Kardex u WHERE u.Kala"_s
+                       : part == host::TSoftwarePart::GoodsGroups ? u"GoodInf u WHERE u.GrpCode"_s
+                                                                  : u"GoodInf u WHERE u.Unit"_s;
+    return u"EXISTS (SELECT 1 FROM %1 = %2)"_s.arg(by, code);
+}
+
 QString FakeEntities::Select_Entity_Multible_Param(host::TSoftwarePart part, const host::MultibleParam &param)
 {
     calls << Call("Select_Entity_Multible_Param", part, param.ExcludedCodes);

@@ -65,6 +65,7 @@ struct FakeEntities : host::EntityService
     bool Edit_Group(host::TSoftwarePart part, int id) override { return Note(Call("Edit_Group", part, id)); }
     int New_Group(host::TSoftwarePart part) override { return !Note(Call("New_Group", part)); }
     int Delete_Entity(host::TSoftwarePart part, int code, bool silent) override;
+    QString InUse(host::TSoftwarePart part, const QString &code) const override;
     QString Select_Entity_Multible_Param(host::TSoftwarePart part, const host::MultibleParam &param) override;
     std::optional<host::Entity> Find(host::TSoftwarePart part, int code) override;
     QList<host::Entity> List(host::TSoftwarePart part, const QString &text) override;
