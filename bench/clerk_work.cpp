@@ -9,10 +9,9 @@
 #include "screens/good_editor/good_get.h"
 #include "screens/goods_list/good_list.h"
 
-#include <QtWidgets>
-
 #include <QSqlError>
 #include <QSqlQuery>
+#include <QtWidgets>
 
 #include <stdexcept>
 
@@ -168,16 +167,13 @@ public:
         for (int digit = 0; digit < 10; ++digit)
             digits << u"SELECT %1 AS n"_s.arg(digit);
         const QString ten = u"(%1) AS "_s.arg(digits.join(u" UNION ALL "_s));
-        RawInTransaction(Main(),
-                         u"INSERT INTO BenchRows (Serial, Good, Amount) SELECT CAST(a.n * 1000 + b.n * 100 + c.n * 10 + "
-                         "d.n AS nvarchar(50)), 1, 1 FROM "_s +
-                             ten + u"a, "_s + ten + u"b, "_s + ten + u"c, "_s + ten + u'd');
+        RawInTransaction(
+            Main(), u"INSERT INTO BenchRows (Serial, Good, Amount) SELECT CAST(a.n * 1000 + b.n * 100 + c.n * 10 + "
+                    "d.n AS nvarchar(50)), 1, 1 FROM "_s +
+                        ten + u"a, "_s + ten + u"b, "_s + ten + u"c, "_s + ten + u'd');
     }
 
-    void SaveDocument()
-    {
-        desk::DocumentStore(m_shop.Host()).Save(m_document);
-    }
+    void SaveDocument() { desk::DocumentStore(m_shop.Host()).Save(m_document); }
     void WriteDocument()
     {
         m_document = {};
@@ -230,22 +226,57 @@ std::vector<ClerkWork> Clerk::Works() const
     const QString serials = u"%1 serials, "_s.arg(DetailWork::Range);
     constexpr double ListLimit = 300;
     return {
-        {u"goods list, first opening of a desk, first rows painted"_s, 3, ListLimit, [s] { s->ForgetList(); },
-         [s] { s->OpenFirst(); }, [s] { s->RawFirstList(); }, {}},
-        {u"goods list, opened again, first rows painted"_s, 5, ListLimit, [s] { s->CloseList(); },
-         [s] { s->OpenList(); }, [s] { s->RawList(); }, {}},
+        {u"goods list, first opening of a desk, first rows painted"_s,
+         3,
+         ListLimit,
+         [s] { s->ForgetList(); },
+         [s] { s->OpenFirst(); },
+         [s] { s->RawFirstList(); },
+         {}},
+        {u"goods list, opened again, first rows painted"_s,
+         5,
+         ListLimit,
+         [s] { s->CloseList(); },
+         [s] { s->OpenList(); },
+         [s] { s->RawList(); },
+         {}},
         {u"goods list, opened, until its last row is there"_s, 1, 0, {}, [s] { s->WholeList(); }, {}, {}},
         {u"search in the goods list, slowest keystroke"_s, 1, 50, {}, {}, {}, [s] { return s->TypeSearch(); }},
-        {u"a good, opened in the editor"_s, 5, 0, [s] { s->CloseList(); }, [s] { s->OpenGood(); },
-         [s] { s->RawGood(); }, {}},
-        {u"a good, saved"_s, 5, 0, [s] { s->CheckSaved(), s->ChangeGood(); }, [s] { s->SaveGood(); },
-         [s] { s->RawSave(); }, {}},
-        {serials + u"entered as a range and judged"_s, 3, 0, [s] { s->CheckSaved(), s->BeginPurchase(); },
-         [s] { s->EnterSerials(); }, [s] { s->RawSerials(); }, {}},
-        {serials + u"kept and saved with their document"_s, 3, 0,
-         [s] { s->BeginPurchase(), s->EnterSerials(); }, [s] { s->SaveSerials(); }, [s] { s->RawSerials(); }, {}},
-        {u"a document of %1 lines, saved"_s.arg(Lines), 5, 0, [s] { s->WriteDocument(); }, [s] { s->SaveDocument(); },
-         [s] { s->RawDocument(); }, {}},
+        {u"a good, opened in the editor"_s,
+         5,
+         0,
+         [s] { s->CloseList(); },
+         [s] { s->OpenGood(); },
+         [s] { s->RawGood(); },
+         {}},
+        {u"a good, saved"_s,
+         5,
+         0,
+         [s] { s->CheckSaved(), s->ChangeGood(); },
+         [s] { s->SaveGood(); },
+         [s] { s->RawSave(); },
+         {}},
+        {serials + u"entered as a range and judged"_s,
+         3,
+         0,
+         [s] { s->CheckSaved(), s->BeginPurchase(); },
+         [s] { s->EnterSerials(); },
+         [s] { s->RawSerials(); },
+         {}},
+        {serials + u"kept and saved with their document"_s,
+         3,
+         0,
+         [s] { s->BeginPurchase(), s->EnterSerials(); },
+         [s] { s->SaveSerials(); },
+         [s] { s->RawSerials(); },
+         {}},
+        {u"a document of %1 lines, saved"_s.arg(Lines),
+         5,
+         0,
+         [s] { s->WriteDocument(); },
+         [s] { s->SaveDocument(); },
+         [s] { s->RawDocument(); },
+         {}},
     };
 }
 

@@ -76,6 +76,8 @@ void MeasureDetails(Report &report, Shop &shop)
         report.Measure(u"serials on hand, narrowed to "_s + serial, 5, 100,
                        [&] { details.Data().ExitGoodDetail_Open(sale, typed); });
     }
+    report.Measure(u"serials on hand, one scanned"_s, 5, 100,
+                   [&] { details.Movements().ExitGoodDetails_FindRow(sale, u"98765"_s); });
     Once(report, serials + u", chosen as a range"_s, 1000, [&] { details.Choose(sale, 50001); });
     Once(report, serials + u", choice kept and document saved"_s, 1000, [&] {
         details.Movements().ExitGoodDetails_Keep(sale);

@@ -82,8 +82,7 @@ tds::Relay RelayTo(ConnectionText &connection)
         port = server.section(u',', 1).trimmed();
     if (server.isEmpty() || server.contains(u'\\'))
         throw std::runtime_error("The connection string has to name its server by host and port.");
-    return tds::Relay(server.section(u',', 0, 0).trimmed().toStdString(),
-                      port.isEmpty() ? "1433" : port.toStdString());
+    return tds::Relay(server.section(u',', 0, 0).trimmed().toStdString(), port.isEmpty() ? "1433" : port.toStdString());
 }
 
 /// A database with the demo's content, dropped in the end.
@@ -172,8 +171,7 @@ bool Print(const std::vector<ClerkWork> &works, const QList<Row> &rows, const Op
         bool over = false;
         for (qsizetype at = 0; at < row.times.size(); ++at) {
             const Row::Time &time = row.times.at(at);
-            std::printf("  %10.1f %8s", time.product,
-                        time.raw ? qPrintable(QString::number(*time.raw, 'f', 1)) : "-");
+            std::printf("  %10.1f %8s", time.product, time.raw ? qPrintable(QString::number(*time.raw, 'f', 1)) : "-");
             over = over || (work.limit > 0 && options.goods <= Options::UsualGoods && options.delays.at(at) <= 1 &&
                             time.product > work.limit);
         }

@@ -70,7 +70,7 @@ void TExit_Serial_FRM::Scan(QLineEdit *edit, const QString &typed)
         return;
     ShowStatus(u"سریال %1 خارج شد"_s.arg(Quoted(serial)), false);
     ClearTyped();
-    Narrow();
+    Renew();
     edit->setFocus(Qt::OtherFocusReason);
 }
 
@@ -158,7 +158,7 @@ void TExit_Serial_FRM::SaveRow()
     ShowStatus(u"انتخاب شد"_s, false);
     const int read = m_data.ExitGoodDetail_QRY.RecordCount();
     ClearTyped();
-    Narrow();
+    Renew();
     // Back to the row, as far as the list was read before: what was typed may have found it at the end of a long one.
     host::Dataset &rows = m_data.ExitGoodDetail_QRY;
     while (rows.RecordCount() < read && rows.canFetchMore({}))
@@ -202,7 +202,7 @@ void TExit_Serial_FRM::ChooseRange()
         NotSaved();
         ClearTyped();
     }
-    Narrow();
+    Renew();
     ShowStatus(said, taken == 0);
     FocusControl(panel.SerialFrom_EDT);
 }
@@ -253,7 +253,7 @@ void TExit_Serial_FRM::DeleteAll()
     m_data.ExitGoodDetail_DeleteAll(Line());
     NotSaved();
     ShowStatus({});
-    Narrow();
+    Renew();
 }
 
 void TExit_Serial_FRM::Cancel()
