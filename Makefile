@@ -3,7 +3,7 @@ export QT_LOGGING_RULES ?= *.debug=false
 DATABASE ?= shop/goods.db
 JOBS ?= $(shell nproc)
 
-.PHONY: all run test bench pictures package package-test format tidy fuzz setup release asan clean
+.PHONY: all run test bench bench-network pictures package package-test format tidy fuzz setup release asan clean
 
 all: release
 
@@ -26,6 +26,10 @@ test: asan
 
 bench: release
 	@build/release/bin/goods-bench
+
+# What a clerk waits for on a server 0, 1 and 10 ms away, which the bench starts itself.
+bench-network: release
+	@build/release/bin/goods-bench network
 
 pictures: release
 	@scripts/pictures docs/pictures

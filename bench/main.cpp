@@ -8,6 +8,7 @@
 #include "bench/floor.h"
 #include "bench/import.h"
 #include "bench/list_work.h"
+#include "bench/network.h"
 #include "bench/opening.h"
 #include "bench/options.h"
 #include "bench/report.h"
@@ -338,6 +339,8 @@ int main(int argc, char *argv[])
     });
     watch.start(1000);
     try {
+        if (options.network || !options.connection.isEmpty())
+            return bench::MeasureNetwork(options) ? 0 : 1;
         Report report(options.goods <= bench::Options::UsualGoods);
         std::vector<bench::RoundTrips> trips;
         if (!options.engineOnly && !options.importOnly)

@@ -18,19 +18,56 @@ const QCommandLineOption Goods{
     u"N"_s};
 const QCommandLineOption Statements{
     u"statements"_s, u"Print the texts that one opening of a good, one save and one opening of the list send."_s};
+const QCommandLineOption Connection{
+    u"connection"_s,
+    u"Measure what a clerk waits for on SQL Server, through this ODBC connection string without a Database: one is "
+    "made there and dropped."_s,
+    u"TEXT"_s};
+const QCommandLineOption Delay{
+    u"delay"_s, u"Add so many milliseconds to each round trip to the server; may be given several times."_s, u"MS"_s};
 const QCommandLineOption Help{{u"h"_s, u"help"_s}, u"Print this text."_s};
 const QString Engine = u"engine"_s;
 const QString Import = u"import"_s;
+const QString Network = u"network"_s;
 
 void Describe(QCommandLineParser &parser)
 {
     parser.setApplicationDescription(
         u"Measures what users wait for, beside SQLite's C API doing the same work on the same file, and how many\n"
         "statements a command sends. Ends with 1 when anything is over its limit."_s);
-    parser.addOptions({Goods, Statements, Help});
+    parser.addOptions({Goods, Statements, Connection, Delay, Help});
     parser.addPositionalArgument(
-        Engine, u"Measure the database alone (engine), or goods from a file and the memory that takes (import)."_s,
-        u"[engine | import]"_s);
+        Engine,
+        u"Measure the database alone (engine), goods from a file and the memory that takes (import), or what a clerk "
+        "waits for on the server of the tests, 0, 1 and 10 ms away (network)."_s,
+        u"[engine | import | network]"_s);
+}
+
+int NumberOf(const QString &option, const QString &text, int least, int most)
+{
+    bool number = false;
+    const int value = text.toInt(&number);
+    if (!number || value < least || value > most)
+        throw std::invalid_argument(
+            u"--%1 takes a number from %2 to %3."_s.arg(option).arg(least).arg(most).toStdString());
+    return value;
+}
+
+void ReadServer(const QCommandLineParser &parser, Options &options)
+{
+    constexpr int MostDelay = 10000;
+    options.connection = parser.value(Connection);
+    if (parser.isSet(Connection) && !parser.positionalArguments().isEmpty())
+        throw std::invalid_argument("--connection names a server of its own.");
+    if (options.network)
+        options.delays = {0, 1, 10};
+    if (!parser.isSet(Delay))
+        return;
+    if (!options.network && !parser.isSet(Connection))
+        throw std::invalid_argument("--delay is for a server.");
+    options.delays.clear();
+    for (const QString &delay : parser.values(Delay))
+        options.delays << NumberOf(u"delay"_s, delay, 0, MostDelay);
 }
 
 } // namespace
@@ -46,15 +83,12 @@ Options ReadOptions(const QStringList &arguments)
     options.statements = parser.isSet(Statements);
     options.engineOnly = parser.positionalArguments() == QStringList{Engine};
     options.importOnly = parser.positionalArguments() == QStringList{Import};
-    if (!options.engineOnly && !options.importOnly && !parser.positionalArguments().isEmpty())
+    options.network = parser.positionalArguments() == QStringList{Network};
+    if (!options.engineOnly && !options.importOnly && !options.network && !parser.positionalArguments().isEmpty())
         throw std::invalid_argument("Unexpected argument: " + parser.positionalArguments().constFirst().toStdString());
-    if (parser.isSet(Goods)) {
-        bool number = false;
-        options.goods = parser.value(Goods).toInt(&number);
-        if (!number || options.goods < Options::LeastGoods || options.goods > Options::MostGoods)
-            throw std::invalid_argument("--goods takes a number from " + std::to_string(Options::LeastGoods) + " to " +
-                                        std::to_string(Options::MostGoods) + ".");
-    }
+    ReadServer(parser, options);
+    if (parser.isSet(Goods))
+        options.goods = NumberOf(u"goods"_s, parser.value(Goods), Options::LeastGoods, Options::MostGoods);
     return options;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QList>
 #include <QStringList>
 
 namespace bench {
@@ -15,6 +16,9 @@ struct Options
     int goods = UsualGoods;
     bool engineOnly = false;
     bool importOnly = false; ///< goods from a file alone, with the memory that it takes
+    bool network = false;    ///< the server of the tests, started for the purpose
+    QString connection;      ///< or this one; empty: none
+    QList<int> delays{0};    ///< milliseconds that are added to each round trip to a server
     bool statements = false; ///< print the texts of one opening and one save
     bool help = false;
 };

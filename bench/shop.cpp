@@ -8,10 +8,12 @@ using namespace Qt::StringLiterals;
 
 namespace bench {
 
-Shop::Shop(int size) : m_size(size)
+Shop::Shop(int size, const QString &connection) : m_size(size)
 {
+    m_options.connection = connection;
     m_options.databaseFile = m_folder.filePath(u"goods.db"_s);
-    desk::CreateDatabase(m_options.databaseFile, true);
+    if (connection.isEmpty())
+        desk::CreateDatabase(m_options.databaseFile, true);
     m_connections = std::make_unique<desk::OpenConnections>(m_options);
     m_desk = std::make_unique<desk::DeskHost>(m_connections->Get());
     if (!m_desk->settings.SignIn(1))

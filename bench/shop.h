@@ -8,13 +8,15 @@
 
 namespace bench {
 
-/// A demo shop in an embedded database of its own, gone with the object.
+/// A desk on a demo shop: in an embedded database of its own, gone with the object, or in one of a server.
 class Shop
 {
 public:
-    /// Of so many goods, once Grow() has been called.
-    explicit Shop(int size);
+    /// Of so many goods, once Grow() has been called; with a connection string in the database that it names, which has
+    /// the demo's content.
+    explicit Shop(int size, const QString &connection = {});
 
+    /// The embedded database.
     const QString &File() const { return m_options.databaseFile; }
     host::Host &Host() { return m_desk->host; }
     TGood_DM &Data() { return *m_data; }

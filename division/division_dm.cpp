@@ -11,7 +11,6 @@ namespace {
 
 constexpr auto Part = host::TSoftwarePart::GoodDetailDivision;
 constexpr auto Exit = host::TOperationType::DivisionExit;
-constexpr int Block = 1000;
 constexpr int AcceptedParts = 0;
 
 } // namespace
@@ -20,7 +19,7 @@ TDivision_DM::TDivision_DM(host::Host &host)
     : Division_QRY(host.DM.ADOConnection1), Rows_QRY(host.DM.ADOConnection1), Items_QRY(host.DM.ADOConnection1),
       m_host(host)
 {
-    Division_QRY.SetBlockSize(Block);
+    Division_QRY.ReadInBlocks();
 }
 
 void TDivision_DM::OpenList(const host::TDayRange &days)

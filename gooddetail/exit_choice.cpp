@@ -71,7 +71,7 @@ void TExit_Serial_FRM::Scan(QLineEdit *edit, const QString &typed)
         return;
     ShowStatus(u"سریال %1 خارج شد"_s.arg(Quoted(serial)), false);
     ClearTyped();
-    Narrow();
+    Renew();
     edit->setFocus(Qt::OtherFocusReason);
 }
 
@@ -159,7 +159,7 @@ void TExit_Serial_FRM::SaveRow()
     ShowStatus(u"انتخاب شد"_s, false);
     const int read = m_data.ExitGoodDetail_QRY.RecordCount();
     ClearTyped();
-    Narrow();
+    Renew();
     // Back to the row, as far as the list was read before: what was typed may have found it at the end of a long one.
     host::Dataset &rows = m_data.ExitGoodDetail_QRY;
     while (rows.RecordCount() < read && rows.canFetchMore({}))
@@ -203,7 +203,7 @@ void TExit_Serial_FRM::ChooseRange()
         NotSaved();
         ClearTyped();
     }
-    Narrow();
+    Renew();
     ShowStatus(said, taken == 0);
     FocusControl(panel.SerialFrom_EDT);
 }
@@ -254,7 +254,7 @@ void TExit_Serial_FRM::DeleteAll()
     m_data.ExitGoodDetail_DeleteAll(Line());
     NotSaved();
     ShowStatus({});
-    Narrow();
+    Renew();
 }
 
 void TExit_Serial_FRM::Cancel()

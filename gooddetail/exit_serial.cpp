@@ -153,7 +153,7 @@ void TExit_Serial_FRM::BeginLine()
     const QSignalBlocker quiet(m_ui->TabSearch_FRAME);
     m_ui->TabSearch_FRAME->setCurrentIndex(MayChoose() ? Stock : Chosen);
     OrderTabs();
-    Narrow();
+    Renew();
     if (MayChoose() && m_ui->ExitSerialList_GRD->IsEmpty())
         ShowStatus(u"از جزئیات این کالا چیزی در این انبار موجود نیست"_s);
 }
@@ -251,6 +251,11 @@ void TExit_Serial_FRM::Narrow()
         grid->StandOn(0);
     ShowListEmpty(grid->IsEmpty());
     TakeOnlyRow();
+}
+
+void TExit_Serial_FRM::Renew()
+{
+    Narrow();
     ShowTotals(m_data.ExitGoodDetail_Sum(Line()));
 }
 
@@ -299,7 +304,7 @@ void TExit_Serial_FRM::TakeOnlyRow()
 
 void TExit_Serial_FRM::Reload(int id)
 {
-    Narrow();
+    Renew();
     if (id != 0)
         m_ui->ExitSerialList_GRD->Locate(QString::number(id));
 }

@@ -48,6 +48,8 @@ private:
     /// Narrows the list soon: letters that follow each other fast are one search.
     void InputChanged();
     void Narrow();
+    /// Reads the list and the totals again: another choice.
+    void Renew();
     /// Reads the list and the totals again, standing on the row with this ID.
     void Reload(int id);
     void TakeOnlyRow();

@@ -5,13 +5,6 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-/// Rows of a list read at a time: a good may have a hundred thousand serials, a shop as many goods.
-constexpr int Block = 1000;
-
-} // namespace
-
 TSerial_DM::TSerial_DM(host::Host &host)
     : Exist_QRY(host.DM.ADOConnection1), Exist_Detail_QRY(host.DM.ADOConnection1),
       EnterGoodDetail_QRY(host.DM.ADOConnection1), ExitGoodDetail_QRY(host.DM.ADOConnection1),
@@ -19,8 +12,8 @@ TSerial_DM::TSerial_DM(host::Host &host)
       Temp_QUR(host.DM.ADOConnection1), FactPrint_QRY(host.DM.ADOConnection1), m_main(host.DM.ADOConnection1),
       m_host(host), tmp_QRY(m_main)
 {
-    ExitGoodDetail_QRY.SetBlockSize(Block);
-    Exist_QRY.SetBlockSize(Block);
+    ExitGoodDetail_QRY.ReadInBlocks();
+    Exist_QRY.ReadInBlocks();
 }
 
 // Selecting, divisions and the serials of documents.

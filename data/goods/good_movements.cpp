@@ -12,9 +12,6 @@ namespace goods {
 
 namespace {
 
-/// A screen full at once, the rest while the user looks.
-constexpr int BlockRows = 1000;
-
 struct DocumentKind
 {
     int operation;
@@ -110,7 +107,7 @@ QString Running(const QString &amount, bool ofStore)
 
 Movements::Movements(const QSqlDatabase &main) : Movements_QRY(main), m_main(main)
 {
-    Movements_QRY.SetBlockSize(BlockRows);
+    Movements_QRY.ReadInBlocks();
 }
 
 bool Movements::Movements_GetGood(int goodCode, MovementGood &good)

@@ -12,17 +12,11 @@ using namespace Qt::StringLiterals;
 
 namespace goods {
 
-namespace {
-
-constexpr int ListBlock = 1000;
-
-} // namespace
-
 RecordStore::RecordStore(const QSqlDatabase &main, const QSqlDatabase &list, host::EntityService &entities)
     : GoodGet_QRY(main), Good_List_QRY(list), m_main(main), m_entities(entities), m_discounts(main), Temp_QRY(main)
 {
     GoodGet_QRY.SetTable(u"GoodInf"_s, u"Code"_s);
-    Good_List_QRY.SetBlockSize(ListBlock);
+    Good_List_QRY.ReadInBlocks();
 }
 
 void RecordStore::Good_GetByID(int code)

@@ -823,9 +823,11 @@ CREATE TABLE GoodDetailKardexExit_Temp (
     Selected         bit           NOT NULL DEFAULT 0,
     Tmp              tinyint       NULL
 )
--- The last: a scanned serial is looked for among the hundred thousand of a line.
+-- In the order in which the rows of a line are listed; the last two tell what a typed or scanned serial leaves of a
+-- hundred thousand, and what is chosen, without the rows themselves.
 CREATE INDEX IX_GoodDetailKardexExit_Temp_ComIndex
-    ON GoodDetailKardexExit_Temp (ComIndex, OperationType, OperationCode, OperationRow, DetailTitle1)
+    ON GoodDetailKardexExit_Temp (ComIndex, OperationType, OperationCode, OperationRow, StoreCode, Tmp, ID, DetailTitle1,
+        Selected)
 
 -- Serials of documents, one row per unit.
 CREATE TABLE Serials (

@@ -12,8 +12,6 @@ namespace desk {
 
 namespace {
 
-constexpr int BlockRows = 1000;
-
 QString KindNames(const QString &kind, bool answered)
 {
     QString text = u"CASE "_s + kind;
@@ -37,7 +35,7 @@ QString DateLiteral(const QString &date)
 
 DocumentListData::DocumentListData(const QSqlDatabase &connection) : Documents_QRY(connection)
 {
-    Documents_QRY.SetBlockSize(BlockRows);
+    Documents_QRY.ReadInBlocks();
 }
 
 void DocumentListData::Open(const DocumentFilter &filter)

@@ -8,8 +8,6 @@ namespace desk {
 
 namespace {
 
-constexpr int Block = 1000;
-
 const QString From =
     u" FROM GoodFirstAsset AS a INNER JOIN GoodInf AS g ON g.Code = a.GoodCode LEFT JOIN Stores AS s ON "
     "s.Code = a.StoreCode"_s;
@@ -18,7 +16,7 @@ const QString From =
 
 OpeningReportData::OpeningReportData(const QSqlDatabase &connection) : Rows_QRY(connection), m_connection(connection)
 {
-    Rows_QRY.SetBlockSize(Block);
+    Rows_QRY.ReadInBlocks();
 }
 
 void OpeningReportData::Open(int store)

@@ -266,10 +266,12 @@ void DetailDivisions::ListPieces(int code)
 void DetailDivisions::NumberPieces()
 {
     const QString sources = u"(SELECT DISTINCT SourceID FROM #DivisionPieces WHERE IsNew = 1) AS f"_s;
+    // The few texts between the two ends are found by them; the detail type, which a hundred thousand share, is no way to
+    // look for them.
     Run(u"CREATE TABLE #DivisionParents (SourceID int NOT NULL PRIMARY KEY, LastNumber int NOT NULL)"_s);
     Run(u"INSERT INTO #DivisionParents (SourceID, LastNumber) SELECT u.SourceID, ISNULL(MAX(u.Number), 0) FROM (SELECT "
         "f.SourceID, 0 AS Number FROM %1 UNION ALL SELECT f.SourceID, TRY_CAST(SUBSTRING(c.[Value], LEN(d.[Value]) + 2, "
-        "100) AS int) FROM %1 INNER JOIN %2 INNER JOIN GoodDetailValueDetails AS c ON c.DetailID = d.DetailID AND "
+        "100) AS int) FROM %1 INNER JOIN %2 INNER JOIN GoodDetailValueDetails AS c ON c.DetailID - d.DetailID = 0 AND "
         "c.[Value] > d.[Value] + N'/' AND c.[Value] < d.[Value] + N'0' WHERE LEFT(c.[Value], LEN(d.[Value]) + 1) = "
         "d.[Value] + N'/') AS u GROUP BY u.SourceID"_s.arg(sources, OwnTexts(u"f.SourceID"_s)));
     Run(u"UPDATE x SET Number = q.LastNumber + r.N FROM #DivisionPieces AS x INNER JOIN #DivisionParents AS q ON "

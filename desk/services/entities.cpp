@@ -41,6 +41,11 @@ QString CodesOf(TSoftwarePart part, const QSet<int> &codes)
     return u"Status = %1 AND Code IN (%2)"_s.arg(static_cast<int>(part)).arg(list.join(u','));
 }
 
+QString Renewal(TSoftwarePart part, const QSet<int> &codes)
+{
+    return u"UPDATE CodeLock_TBL SET LockedAt = GETDATE() WHERE "_s + CodesOf(part, codes);
+}
+
 QString SelectCodeAndName(const EntityKind &kind)
 {
     return u"SELECT %1 AS Code, %2 AS Name FROM %3"_s.arg(kind.codeColumn, kind.nameColumn, kind.table);
@@ -238,9 +243,10 @@ void Entities::ReleaseCodes(TSoftwarePart part)
 
 void Entities::ReleaseAbandonedCodes()
 {
-    // After a sleep of the computer the own ones look abandoned.
-    RenewReservations();
     host::Transaction transaction(m_connection);
+    // After a sleep of the computer the own ones look abandoned.
+    for (auto part = m_reserved.cbegin(); part != m_reserved.cend(); ++part)
+        host::Run(m_connection, Renewal(part.key(), part.value()));
     host::Run(m_connection, u"DELETE FROM CodeLock_TBL WHERE "_s + Abandoned());
     // The working copy of opening rows stands under a reserved number turned negative.
     host::Run(
@@ -255,8 +261,7 @@ void Entities::RenewReservations()
 {
     try {
         for (auto part = m_reserved.cbegin(); part != m_reserved.cend(); ++part)
-            host::Exec(m_connection,
-                       u"UPDATE CodeLock_TBL SET LockedAt = GETDATE() WHERE "_s + CodesOf(part.key(), part.value()));
+            host::Exec(m_connection, Renewal(part.key(), part.value()));
     } catch (const host::DatabaseError &error) {
         // The next minute tries again; the save itself checks the code once more.
         qCWarning(entities).noquote() << error.LogText();

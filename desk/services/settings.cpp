@@ -59,6 +59,7 @@ bool Settings::SignIn(int user)
     const host::Query query(m_connection, u"SELECT Code, Name, ManageType FROM Users WHERE Code = %1"_s.arg(user));
     if (query.IsEmpty())
         return false;
+    m_states.clear();
     m_user = {query.Int(u"Code"), query.Text(u"Name"), query.Int(u"ManageType")};
     return true;
 }
@@ -105,10 +106,12 @@ void Settings::Save(const TSettingRecord &record)
 
 QByteArray Settings::LoadState(const QString &screen)
 {
+    if (const auto known = m_states.constFind(screen); known != m_states.constEnd())
+        return *known;
     const QVariant layout =
         host::Scalar(m_connection, u"SELECT Layout FROM ScreenLayouts WHERE UserCode = "_s +
                                        QString::number(m_user.Code) + u" AND Screen = "_s + NQuotedStr(screen));
-    return QByteArray::fromBase64(layout.toString().toLatin1());
+    return m_states[screen] = QByteArray::fromBase64(layout.toString().toLatin1());
 }
 
 void Settings::SaveState(const QString &screen, const QByteArray &state)
@@ -122,6 +125,7 @@ void Settings::SaveState(const QString &screen, const QByteArray &state)
         host::Exec(m_connection, u"INSERT INTO ScreenLayouts (UserCode, Screen, Layout) VALUES ("_s + user + u", "_s +
                                      name + u", "_s + layout + u')');
     transaction.Commit();
+    m_states[screen] = state;
 }
 
 } // namespace desk

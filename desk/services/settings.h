@@ -2,6 +2,7 @@
 
 #include "host/services/settings_service.h"
 
+#include <QHash>
 #include <QSqlDatabase>
 
 namespace desk {
@@ -44,6 +45,7 @@ private:
     QSqlDatabase m_connection;
     host::TUserInfo m_user;
     host::TSettingRecord m_record;
+    QHash<QString, QByteArray> m_states; ///< of the user's screens, as this desk has read or written them
 };
 
 } // namespace desk

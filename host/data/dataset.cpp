@@ -30,6 +30,13 @@ void Dataset::SetTable(const QString &table, const QString &key)
     m_insertedTo.clear();
 }
 
+void Dataset::ReadInBlocks()
+{
+    constexpr int Embedded = 1000;
+    constexpr int OfServer = 200;
+    SetBlockSize(m_connection.driverName().isEmpty() ? Embedded : OfServer);
+}
+
 QSqlDatabase Dataset::ReadingConnection()
 {
     if (m_blockSize <= 0 || m_connection.driverName().isEmpty()) {

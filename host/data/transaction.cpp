@@ -8,6 +8,7 @@
 #include <QHash>
 #include <QSqlDriver>
 #include <QSqlError>
+#include <QSqlQuery>
 
 #include <utility>
 #include <vector>
@@ -22,6 +23,8 @@ struct Open
 {
     int depth = 0;
     bool spoiled = false;
+    bool byText = false; ///< begun and ended by statements, of which the first goes along with what comes next
+    bool begun = false;  ///< as far as the database knows
     QStringList waiting; ///< what Run() was given and nobody has sent yet
     std::vector<std::function<void(bool committed)>> ended;
 };
@@ -31,6 +34,21 @@ QHash<const QSqlDriver *, Open> &OpenTransactions()
 {
     static thread_local QHash<const QSqlDriver *, Open> open;
     return open;
+}
+
+/// Over ODBC the driver begins a transaction by a request of its own and ends it by two: as texts the begin costs no
+/// way to the server and the end one.
+bool ByText(const QSqlDatabase &connection)
+{
+    return connection.driverName() == u"QODBC";
+}
+
+/// Neither counted nor watched, as those of a driver are not.
+QSqlError SendEnd(const QSqlDatabase &connection, const QString &text)
+{
+    QSqlQuery query(connection);
+    query.setForwardOnly(true);
+    return query.exec(text) ? QSqlError() : query.lastError();
 }
 
 void End(const QSqlDatabase &connection, bool committed)
@@ -46,10 +64,13 @@ void End(const QSqlDatabase &connection, bool committed)
 
 Transaction::Transaction(const QSqlDatabase &connection) : m_connection(connection)
 {
-    if (!IsActive(m_connection) && !LockWait::Begin(m_connection)) {
+    const bool byText = ByText(m_connection);
+    if (!IsActive(m_connection) && !byText && !LockWait::Begin(m_connection)) {
         throw DatabaseError(m_connection.lastError(), u"BEGIN TRANSACTION"_s);
     }
-    ++OpenTransactions()[m_connection.driver()].depth;
+    Open &open = OpenTransactions()[m_connection.driver()];
+    open.byText = byText;
+    ++open.depth;
 }
 
 Transaction::~Transaction()
@@ -74,8 +95,14 @@ void Transaction::Commit()
     if (!open.waiting.isEmpty()) {
         Exec(m_connection, open.waiting.takeLast()); // and with it those before it
     }
-    if (!m_connection.commit()) {
-        const DatabaseError error(m_connection.lastError(), u"COMMIT"_s);
+    QSqlError refused;
+    if (!open.byText && !m_connection.commit()) {
+        refused = m_connection.lastError();
+    } else if (open.begun) {
+        refused = SendEnd(m_connection, u"COMMIT TRANSACTION"_s);
+    }
+    if (refused.isValid()) {
+        const DatabaseError error(refused, u"COMMIT"_s);
         Rollback();
         throw error;
     }
@@ -104,7 +131,11 @@ void Transaction::Rollback()
         return;
     }
     // A connection that is gone has rolled back already; a failing rollback leaves nothing to do.
-    m_connection.rollback();
+    if (!open.byText) {
+        m_connection.rollback();
+    } else if (open.begun) {
+        SendEnd(m_connection, u"IF @@TRANCOUNT > 0 ROLLBACK TRANSACTION"_s);
+    }
     End(m_connection, false);
 }
 
@@ -120,10 +151,14 @@ void Run(const QSqlDatabase &connection, const QString &text)
 QString WithWaiting(const QSqlDatabase &connection, const QString &text)
 {
     const auto open = OpenTransactions().find(connection.driver());
-    if (open == OpenTransactions().end() || open->waiting.isEmpty()) {
+    if (open == OpenTransactions().end()) {
         return text;
     }
-    return (std::exchange(open->waiting, {}) << text).join(u'\n');
+    QStringList texts = std::exchange(open->waiting, {}) << text;
+    if (open->byText && !std::exchange(open->begun, true)) {
+        texts.prepend(u"BEGIN TRANSACTION"_s);
+    }
+    return texts.join(u'\n');
 }
 
 bool Transaction::IsActive(const QSqlDatabase &connection)

@@ -10,7 +10,6 @@
 namespace host {
 namespace {
 
-constexpr int blockRows = 1000;
 /// What a person does not notice: a run behind that takes no longer ends before its command does.
 constexpr int atOnceMilliseconds = 60;
 constexpr int portionMilliseconds = 8;
@@ -21,8 +20,8 @@ struct TVelakSearchManager::Private
 {
     explicit Private(const QSqlDatabase &database) : data(database), behind(database)
     {
-        data.SetBlockSize(blockRows);
-        behind.SetBlockSize(blockRows);
+        data.ReadInBlocks();
+        behind.ReadInBlocks();
         idle.setInterval(1);
     }
 

@@ -173,10 +173,29 @@ void Session::runBatch(const QString &text)
         m_connection->Execute(query.isEmpty() ? text : query, outcome);
     } catch (const tsql::Error &) {
         sendOutcome(outcome); // what came before
+        followTransaction(text);
         throw;
     }
     sendOutcome(outcome);
+    followTransaction(text);
     PutDone(m_wire, 0);
+}
+
+/** The client is told of a transaction that a text has begun or ended. */
+void Session::followTransaction(const QString &text)
+{
+    if (!text.contains(u"TRANSACTION"_s, Qt::CaseInsensitive))
+        return;
+    tsql::Outcome outcome;
+    m_connection->Execute(u"SELECT 1 AS IsOpen WHERE @@TRANCOUNT > 0"_s, outcome);
+    const bool open = outcome.results.front()->Next();
+    if (open == m_begun)
+        return;
+    m_begun = open;
+    if (open)
+        m_transaction = ++m_lastTransaction;
+    const quint8 ended = text.contains(u"COMMIT"_s, Qt::CaseInsensitive) ? 9 : 10;
+    PutTransactionChange(m_wire, open ? 8 : ended, open ? m_transaction : std::exchange(m_transaction, 0));
 }
 
 /** Everything but the end of the batch, which says that nothing follows. */

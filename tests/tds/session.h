@@ -30,6 +30,7 @@ private:
     void answer(const Message &message);
     template <class Work> void guarded(const Work &work);
     void runBatch(const QString &text);
+    void followTransaction(const QString &text);
     void sendOutcome(tsql::Outcome &outcome);
     void sendRows(tsql::Cursor &cursor, bool inProcedure);
     bool changedDatabases(const QString &text);

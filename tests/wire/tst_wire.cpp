@@ -7,6 +7,7 @@
 #include "host/data/query.h"
 #include "host/data/transaction.h"
 #include "tests/support/test_main.h"
+#include "tests/tds/relay.h"
 #include "tools/goods_sql/databases.h"
 #include "tools/goods_sql/script_runner.h"
 
@@ -30,8 +31,8 @@ public:
         m_process.setProcessEnvironment(environment);
         m_process.start(QString::fromUtf8(TDS_SERVER), QStringList());
         m_process.waitForReadyRead();
-        m_string = u"Driver=FreeTDS;Server=127.0.0.1;Port=%1;UID=test;PWD=test;TDS_Version=7.4"_s.arg(
-            m_process.readLine().trimmed().toInt());
+        m_port = m_process.readLine().trimmed();
+        m_string = u"Driver=FreeTDS;Server=127.0.0.1;UID=test;PWD=test;TDS_Version=7.4;Port="_s;
         Target(String()).CreateOnServer();
         main = Connect();
     }
@@ -44,11 +45,12 @@ public:
         Kill();
     }
 
-    QString String(const QString &database = u"wire"_s) const { return m_string + u";Database="_s + database; }
-    QSqlDatabase Connect(const QString &database = u"wire"_s)
+    std::string Port() const { return m_port.toStdString(); }
+    QString String(const QString &database = u"wire"_s) const { return StringAt(m_port, database); }
+    QSqlDatabase Connect(const QString &database = u"wire"_s) { return ConnectTo(String(database)); }
+    QSqlDatabase ConnectThrough(const tds::Relay &relay)
     {
-        m_names << u"wire %1"_s.arg(m_names.size());
-        return Target(String(database)).Connect(m_names.last());
+        return ConnectTo(StringAt(QByteArray::number(relay.Port())));
     }
     void Kill()
     {
@@ -59,8 +61,19 @@ public:
     QSqlDatabase main;
 
 private:
+    QString StringAt(const QByteArray &port, const QString &database = u"wire"_s) const
+    {
+        return m_string + QString::fromLatin1(port) + u";Database="_s + database;
+    }
+    QSqlDatabase ConnectTo(const QString &string)
+    {
+        m_names << u"wire %1"_s.arg(m_names.size());
+        return Target(string).Connect(m_names.last());
+    }
+
     QTemporaryDir m_folder;
     QProcess m_process;
+    QByteArray m_port;
     QString m_string;
     QStringList m_names;
 };
@@ -107,6 +120,10 @@ private slots:
     void abandonedListFreesItsConnection();
     void killedServer();
     void killedWhileAListIsRead();
+    void delays_data();
+    void delays();
+    void transactions_data();
+    void transactions();
     void databases();
     void collationThatLosesLetters_data();
     void collationThatLosesLetters();
@@ -319,6 +336,69 @@ void TestWire::killedWhileAListIsRead()
     const DatabaseError error = Refusal([&] { blocks.FetchAll(); });
     QVERIFY2(error.ConnectionLost(), qPrintable(error.LogText()));
     QVERIFY(blocks.RecordCount() >= 1000 && blocks.RecordCount() < 60'000);
+}
+
+void TestWire::delays_data()
+{
+    QTest::addColumn<QString>("select");
+    QTest::newRow("short") << u"SELECT 1"_s;
+    QTest::newRow("many packets there") << u"SELECT LEN(N'%1')"_s.arg(QString(100000, u'ش'));
+    QTest::newRow("many packets back") << u"SELECT N'%1' AS A"_s.arg(QString(3000, u'ش'));
+}
+
+void TestWire::delays()
+{
+    QFETCH(QString, select);
+    constexpr int Delay = 40;
+    tds::Relay relay("127.0.0.1", m_server->Port());
+    const QSqlDatabase far = m_server->ConnectThrough(relay);
+    relay.SetDelay(std::chrono::milliseconds(Delay));
+    const long before = relay.RoundTrips();
+    QElapsedTimer clock;
+    clock.start();
+    Query(far, select);
+    QCOMPARE(relay.RoundTrips() - before, 1);
+    QVERIFY(clock.elapsed() >= Delay);
+}
+
+void TestWire::transactions_data()
+{
+    QTest::addColumn<QStringList>("inserts"); // of which the last is asked for its result
+    QTest::addColumn<bool>("commits");
+    QTest::addColumn<QString>("kept");
+    QTest::addColumn<int>("trips");
+    QTest::newRow("written") << QStringList{u"1"_s, u"2"_s} << true << u"2"_s << 2;
+    QTest::newRow("nothing to write") << QStringList() << true << u"0"_s << 0;
+    QTest::newRow("taken back") << QStringList{u"1"_s} << false << u"0"_s << 2;
+    QTest::newRow("refused half-way") << QStringList{u"1"_s, u"1"_s, u"3"_s} << true << u"0"_s << 2;
+}
+
+/// What costs a clerk time over a network: ways to the server, those of the transaction included.
+void TestWire::transactions()
+{
+    QFETCH(QStringList, inserts);
+    QFETCH(bool, commits);
+    Exec(m_server->main, u"CREATE TABLE A (N int NOT NULL PRIMARY KEY)"_s);
+    tds::Relay relay("127.0.0.1", m_server->Port());
+    const QSqlDatabase far = m_server->ConnectThrough(relay);
+    const long before = relay.RoundTrips();
+    try {
+        Transaction transaction(far);
+        for (qsizetype i = 0; i < inserts.size(); ++i) {
+            const QString text = u"INSERT A (N) VALUES (%1)"_s.arg(inserts.at(i));
+            if (i + 1 < inserts.size())
+                Run(far, text);
+            else
+                QCOMPARE(Exec(far, text), 1);
+        }
+        if (commits)
+            transaction.Commit();
+    } catch (const DatabaseError &error) {
+        QVERIFY(error.KeyViolation());
+    }
+    QTEST(int(relay.RoundTrips() - before), "trips");
+    QTEST(Scalar(m_server->main, u"SELECT COUNT(*) FROM A"_s).toString(), "kept");
+    QCOMPARE(Scalar(far, u"SELECT @@TRANCOUNT"_s).toInt(), 0);
 }
 
 void TestWire::databases()
