@@ -4,6 +4,8 @@
 #include "tsql/values/error.h"
 #include "tsql/write/storage.h"
 
+#include <QMutex>
+
 using namespace Qt::StringLiterals;
 
 namespace tsql {
@@ -146,14 +148,28 @@ std::shared_ptr<Table> MakeTable(const CreateTableStatement &statement)
 
 void Catalogue::Load(const std::vector<QString> &definitions)
 {
-    const auto temporary = [](const QString &key) { return key.startsWith(u'#') || key.startsWith(u'@'); };
-    m_tables.removeIf([&](auto it) { return !temporary(it.key()); });
-    m_views.clear();
-    m_functions.clear();
-    m_procedures.clear();
-    m_schemas.clear();
-    for (const QString &text : definitions)
-        Apply(*ParseDefinition(text));
+    // The connections of a program mostly read the same definitions: what came of the last ones is shared.
+    static QMutex mutex;
+    static std::vector<QString> lastTexts;
+    static Catalogue last;
+    const QMutexLocker lock(&mutex);
+    if (definitions != lastTexts) {
+        Catalogue read;
+        for (const QString &text : definitions)
+            read.Apply(*ParseDefinition(text));
+        last = std::move(read);
+        lastTexts = definitions;
+    }
+    Map<Table> tables = last.m_tables;
+    for (auto it = m_tables.cbegin(); it != m_tables.cend(); ++it) {
+        if (it.key().startsWith(u'#') || it.key().startsWith(u'@'))
+            tables.insert(it.key(), it.value());
+    }
+    m_tables = std::move(tables);
+    m_views = last.m_views;
+    m_functions = last.m_functions;
+    m_procedures = last.m_procedures;
+    m_schemas = last.m_schemas;
     ++m_version;
 }
 
