@@ -75,9 +75,9 @@ std::optional<QString> AddMembers(TDetailTypes_DM &data, int category, const QSt
     for (const int code : codes)
         if (!present.contains(code))
             added += QString::number(code);
-    if (const auto refusal = TooManyTypes(static_cast<int>(present.size()), static_cast<int>(added.size())))
+    if (auto refusal = TooManyTypes(static_cast<int>(present.size()), static_cast<int>(added.size())))
         return refusal;
-    if (const auto refusal = NotTogether(data, members, added.join(u','), true))
+    if (auto refusal = NotTogether(data, members, added.join(u','), true))
         return refusal;
     data.DetailTypes_SelectedList_InsertDetail(picked, category);
     transaction.Commit();

@@ -127,9 +127,9 @@ void PaintSheet(QPainter &painter, const QRectF &place, const SheetPlan &plan, i
     };
     if (number >= plan.Sheets.size())
         return;
-    const auto paint = [&](bool current_) {
+    const auto paint = [&](bool highlighted) {
         for (const PlacedPiece &piece : plan.Sheets[number])
-            if ((piece.Row == current) == current_)
+            if ((piece.Row == current) == highlighted)
                 PaintPiece(painter, drawn(piece.Place), piece, bar, current);
     };
     paint(false);
@@ -152,8 +152,9 @@ void PaintSheets(QPainter &painter, const QRectF &area, const SheetPlan &plan, i
     const Arrangement to = Arrange(area.size(), sheet, sheets, caption, bar);
     const QSizeF size(sheet.width() * to.ScaleX, sheet.height() * to.ScaleY);
     for (int i = 0; i < sheets && to.ScaleX > 0; ++i) {
+        const int row = i / to.Columns;
         const double right = area.right() - (i % to.Columns) * (size.width() + Gap);
-        const double top = area.top() + (i / to.Columns) * (size.height() + caption + Gap) + caption;
+        const double top = area.top() + row * (size.height() + caption + Gap) + caption;
         const QRectF place(right - size.width(), top, size.width(), size.height());
         PaintSheet(painter, place, plan, i, current);
         Write(painter, {place.left(), place.top() - caption, place.width(), caption}, Measure(sheet.width()),
