@@ -53,6 +53,7 @@ TRights_FRM::TRights_FRM(host::Host &host, Permissions &permissions)
 {
     setObjectName(u"TRights_FRM"_s);
     m_ui->setupUi(Content());
+    m_ui->Rights_GRD->setCornerButtonEnabled(false);
     SetTitle(u"دسترسی کاربران"_s);
     SetDiscardQuestion(MessageText(message::DiscardChanges));
     BuildGrid();

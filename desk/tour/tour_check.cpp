@@ -5,11 +5,13 @@
 #include <QAbstractButton>
 #include <QAccessible>
 #include <QApplication>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QRegularExpression>
 #include <QScreen>
 #include <QTableView>
@@ -44,7 +46,10 @@ QString Nameless(const QWidget &widget)
     if (!IsStop(widget))
         return {};
     QAccessibleInterface *access = QAccessible::queryAccessibleInterface(const_cast<QWidget *>(&widget));
-    const QString name = access ? access->text(QAccessible::Name).trimmed() : QString();
+    QString name = access ? access->text(QAccessible::Name).trimmed() : QString();
+    // What a combo box is called is what it holds; its caption is told beside.
+    if (access && access->role() == QAccessible::ComboBox)
+        name = access->relations(QAccessible::Label).isEmpty() ? widget.accessibleName() : u"caption"_s;
     return name.size() < 2 || name.endsWith(u':') ? u"has no name but \"%1\""_s.arg(name) : QString();
 }
 
@@ -52,8 +57,8 @@ QString Nameless(const QWidget &widget)
 QString WithoutKey(const QWidget &widget)
 {
     const auto *button = qobject_cast<const QAbstractButton *>(&widget);
-    if (!button || !button->isEnabled() || (button->focusPolicy() & Qt::TabFocus) ||
-        qobject_cast<const QToolBar *>(button->parentWidget()) ||
+    if (!button || !button->isEnabled() || qobject_cast<const QRadioButton *>(button) || // arrows lead through a group
+        (button->focusPolicy() & Qt::TabFocus) || qobject_cast<const QToolBar *>(button->parentWidget()) ||
         qobject_cast<const QMenuBar *>(button->parentWidget()))
         return {};
     static const QRegularExpression key(u"\\b(F\\d|Ctrl|Alt|Del|Esc|Enter|Backspace)"_s);
@@ -74,6 +79,22 @@ QString KeepsTab(const QWidget &widget)
     return keeps ? u"keeps the Tab key"_s : QString();
 }
 
+QString CutCaptions(const QWidget &widget)
+{
+    const auto *header = qobject_cast<const QHeaderView *>(&widget);
+    if (!header || header->orientation() != Qt::Horizontal || !header->model())
+        return {};
+    constexpr int padding = 13; // of the style sheet, and the line between two captions
+    QStringList cut;
+    for (int section = 0; section < header->count(); ++section) {
+        const QString caption = header->model()->headerData(section, Qt::Horizontal).toString();
+        const int needed = header->fontMetrics().horizontalAdvance(caption.trimmed()) + padding;
+        if (!header->isSectionHidden(section) && header->sectionSize(section) < needed)
+            cut << u"%1 (%2 of %3)"_s.arg(caption).arg(header->sectionSize(section)).arg(needed);
+    }
+    return cut.isEmpty() ? QString() : u"cuts off "_s + cut.join(u", ");
+}
+
 QString CutOff(const QWidget &widget)
 {
     QSize needed(0, 0);
@@ -82,7 +103,8 @@ QString CutOff(const QWidget &widget)
             return {};
         needed = label->wordWrap() ? QSize(0, label->heightForWidth(label->width())) : label->sizeHint();
     } else if (const auto *button = qobject_cast<const QAbstractButton *>(&widget)) {
-        needed = button->text().isEmpty() ? QSize(0, 0) : button->minimumSizeHint();
+        const bool inner = qobject_cast<const QLineEdit *>(button->parentWidget());
+        needed = button->text().isEmpty() || inner ? QSize(0, 0) : button->minimumSizeHint();
     } else if (const auto *edit = qobject_cast<const QLineEdit *>(&widget)) {
         needed.setWidth(edit->text().isEmpty() ? edit->fontMetrics().horizontalAdvance(edit->placeholderText()) : 0);
     }
@@ -107,11 +129,14 @@ QStringList Hindrances(const QWidget &window)
     const QSize least = window.minimumSizeHint().expandedTo(window.minimumSize());
     if (least.width() > room.width() || least.height() > room.height())
         found << u"%1 needs %2 x %3"_s.arg(Called(window)).arg(least.width()).arg(least.height());
+    const QSize shown = screen->availableSize() - host::theme::WindowFrame;
+    if (window.width() > shown.width() || window.height() > shown.height())
+        found << u"%1 is larger than the screen"_s.arg(Called(window));
     const auto widgets = window.findChildren<QWidget *>();
     for (const QWidget *widget : widgets) {
         if (!widget->isVisible() || widget->window() != &window)
             continue;
-        for (const auto look : {Nameless, WithoutKey, KeepsTab, CutOff})
+        for (const auto look : {Nameless, WithoutKey, KeepsTab, CutOff, CutCaptions})
             if (const QString hindrance = look(*widget); !hindrance.isEmpty())
                 found << Called(*widget) + u' ' + hindrance;
     }

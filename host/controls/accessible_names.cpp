@@ -81,27 +81,40 @@ QString CaptionIn(const QWidget &widget)
 }
 
 /// The caption that stands nearest before the control in its row.
-QString CaptionBeside(const QWidget &control)
+const QWidget *CaptionBeside(const QWidget &control)
 {
-    QString name;
+    const QWidget *beside = nullptr;
     int nearest = QWIDGETSIZE_MAX;
     const QRect place = control.geometry();
     const bool fromRight = control.layoutDirection() == Qt::RightToLeft;
     const QObjectList siblings = control.parent() ? control.parent()->children() : QObjectList();
     for (const QObject *sibling : siblings) {
         const auto *caption = qobject_cast<const QWidget *>(sibling);
-        if (!caption || caption == &control || caption->isHidden() ||
+        if (!caption || caption == &control || caption->isHidden() || CaptionIn(*caption).isEmpty() ||
             std::abs(caption->geometry().center().y() - place.center().y()) > place.height() / 2)
             continue;
         const int gap =
             fromRight ? caption->geometry().left() - place.right() : place.left() - caption->geometry().right();
-        const QString words = CaptionIn(*caption);
-        if (gap >= 0 && gap < nearest && !words.isEmpty()) {
+        if (gap >= 0 && gap < nearest) {
             nearest = gap;
-            name = words;
+            beside = caption;
         }
     }
-    return name;
+    return beside;
+}
+
+QString WordsBeside(const QWidget &control)
+{
+    const QWidget *caption = CaptionBeside(control);
+    return caption ? CaptionIn(*caption) : QString();
+}
+
+/// Screen readers take what a combo box holds for its name, and look for a label that belongs to it.
+void Label(QComboBox &choice)
+{
+    if (LabelOf(choice).isEmpty())
+        if (const auto *label = qobject_cast<const QLabel *>(CaptionBeside(choice)))
+            const_cast<QLabel *>(label)->setBuddy(&choice);
 }
 
 /// The title of the group, the page or the window around a control.
@@ -140,7 +153,7 @@ QString AccessibleNames::NameOf(const QWidget &control)
         LabelOf,
         OwnWords,
         [](const QWidget &widget) { return Said(widget.toolTip()); },
-        CaptionBeside,
+        WordsBeside,
     };
     const bool box = qobject_cast<const QCheckBox *>(&control) || qobject_cast<const QRadioButton *>(&control);
     QString name = box ? OwnWords(control) : QString();
@@ -159,6 +172,8 @@ bool AccessibleNames::eventFilter(QObject *watched, QEvent *event)
         return false;
     if (!control->accessibleName().isEmpty() && control->accessibleName() != control->property(Given).toString())
         return false;
+    if (auto *choice = qobject_cast<QComboBox *>(control))
+        Label(*choice);
     if (const QString name = NameOf(*control); name != control->accessibleName()) {
         control->setProperty(Given, name);
         control->setAccessibleName(name);

@@ -113,7 +113,7 @@ void CategoryPath::Rebuild()
         auto *bubble = new QToolButton(this);
         bubble->setObjectName(u"Path_%1"_s.arg(code));
         bubble->setText(m_nodes.value(code).Name.replace(u'&', u"&&"_s) + u"  ✕"_s);
-        bubble->setToolTip(u"برداشتن از اینجا"_s);
+        bubble->setToolTip(u"برداشتن از اینجا (Backspace)"_s);
         bubble->setFocusPolicy(Qt::NoFocus); // the keyboard has Backspace
         bubble->setProperty("bubble", true);
         connect(bubble, &QToolButton::clicked, this, [this, code] { Take(m_nodes.value(code).Parent); });

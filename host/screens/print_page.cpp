@@ -11,6 +11,7 @@
 #include <QPrinter>
 #include <QRegularExpression>
 #include <QScopeGuard>
+#include <QScreen>
 #include <QToolBar>
 #include <QToolButton>
 
@@ -103,8 +104,9 @@ void WritePdf(const QString &title, QPageLayout::Orientation orientation, const 
                                      .toStdString());
 }
 
-void LeadKeys(QPrintPreviewDialog &preview)
+void SetUpPreview(QPrintPreviewDialog &preview)
 {
+    preview.resize(PreviewSize.boundedTo(preview.screen()->availableSize() - theme::WindowFrame));
     const auto bars = preview.findChildren<QToolBar *>();
     for (const QToolBar *bar : bars)
         for (QAction *action : bar->actions()) {
@@ -124,9 +126,8 @@ void Preview(const QString &title, QPageLayout::Orientation orientation, QWidget
     SetUp(printer, title, orientation);
     QPrintPreviewDialog preview(&printer, parent);
     preview.setWindowTitle(title);
-    preview.resize(PreviewSize);
     QObject::connect(&preview, &QPrintPreviewDialog::paintRequested, &preview, [&](QPrinter *on) { paint(*on); });
-    LeadKeys(preview);
+    SetUpPreview(preview);
     preview.exec();
 }
 

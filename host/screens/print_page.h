@@ -33,8 +33,8 @@ HOST_EXPORT void TableRow(QPainter &painter, const QRectF &row, const std::vecto
 /// std::runtime_error, whose text is for the user.
 HOST_EXPORT void WritePdf(const QString &title, QPageLayout::Orientation orientation, const QString &file,
                           const std::function<void(QPrinter &printer)> &paint);
-/// Makes a preview of use without a mouse: Tab leads through its commands, Ctrl+P prints.
-HOST_EXPORT void LeadKeys(QPrintPreviewDialog &preview);
+/// Makes a preview of use on a small screen and without a mouse: Tab leads through its commands, Ctrl+P prints.
+HOST_EXPORT void SetUpPreview(QPrintPreviewDialog &preview);
 /// Shows such pages, modal to `parent`.
 HOST_EXPORT void Preview(const QString &title, QPageLayout::Orientation orientation, QWidget *parent,
                          const std::function<void(QPrinter &printer)> &paint);

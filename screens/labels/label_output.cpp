@@ -88,7 +88,6 @@ void LabelOutput::Preview()
     SetUp(printer);
     QPrintPreviewDialog preview(&printer, m_parent);
     preview.setWindowTitle(m_title);
-    preview.resize(900, 700);
     preview.findChild<QPrintPreviewWidget *>()->setObjectName(u"LabelPages_PRV"_s);
     QString failure;
     QObject::connect(
@@ -100,7 +99,7 @@ void LabelOutput::Preview()
                 QMetaObject::invokeMethod(&preview, &QDialog::reject, Qt::QueuedConnection); // it may be opening still
             }
         });
-    host::print::LeadKeys(preview);
+    host::print::SetUpPreview(preview);
     preview.exec();
     if (!failure.isEmpty())
         Refuse(failure);

@@ -151,7 +151,7 @@ void TestLook::controlsCanBeRead()
     control->resize(control->sizeHint().expandedTo({160, 0}));
     const auto [ground, words] = Drawn(*control);
     QVERIFY2(Contrast(ground, words) >= 4.5, qPrintable(ground.name() + u' ' + words.name()));
-    QCOMPARE(ground.lightnessF() < 0.5F, dark || control->property("primary").toBool() && control->isEnabled());
+    QCOMPARE(ground.lightnessF() < 0.5F, dark || (control->property("primary").toBool() && control->isEnabled()));
 }
 
 void TestLook::lookChangesWhileWindowsAreOpen()
