@@ -23,7 +23,7 @@ namespace {
 constexpr int FollowMilliseconds = 120;
 constexpr int FlashMilliseconds = 2000;
 
-/// A change of prices has numbers, the others texts.
+/// A change of prices has numbers, the others texts; those of a file are long.
 QList<GridColumn> GoodColumns(BulkKind kind)
 {
     QList<GridColumn> columns{{u"Code"_s, u"کد"_s, 80, false, ColumnFormat::Code},
@@ -33,6 +33,13 @@ QList<GridColumn> GoodColumns(BulkKind kind)
                               {u"Before"_s, u"پیش از تغییر"_s, 200, false, ColumnFormat::Text, false},
                               {u"After"_s, u"پس از تغییر"_s, 200, false, ColumnFormat::Text, false},
                               {u"Stayed"_s, u"برگرداندن"_s, 180, false, ColumnFormat::Text}};
+    if (kind == BulkKind::Import) {
+        for (GridColumn &column : columns)
+            column.width = column.field == "Name"_L1     ? 230
+                           : column.field == "Before"_L1 ? 240
+                           : column.field == "After"_L1  ? 300
+                                                         : column.width;
+    }
     columns.removeIf([kind](const GridColumn &column) {
         return (kind == BulkKind::Prices ? QStringList{u"Before"_s, u"After"_s}
                                          : QStringList{u"OldPrice"_s, u"NewPrice"_s})
@@ -182,8 +189,9 @@ void TBulk_Changes_FRM::ShowGoods()
     m_takeBack->setEnabled(Change() != 0 && !m_ui->Changes_GRD->CurrentValue(u"TakenBack"_s).toBool());
     m_changes.BulkGoods_GetAll(Change());
     const QList<GridColumn> columns = GoodColumns(Kind());
-    if (columns.at(2).field == m_ui->Goods_GRD->Columns().at(2).field)
+    if (columns.at(2).width == m_shownWidth && columns.at(2).field == m_ui->Goods_GRD->Columns().at(2).field)
         return;
+    m_shownWidth = columns.at(2).width;
     m_ui->Goods_GRD->SetColumns(columns);
     m_ui->TGeneral_Search_Frame1->SetColumns(columns);
 }

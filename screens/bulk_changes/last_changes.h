@@ -58,5 +58,6 @@ private:
     QPushButton *m_takeBack;
     QList<goods::ImportFieldInfo> m_fields; ///< by which the columns of a file are called
     QTimer m_follow;                        ///< the goods follow the current change when the cursor rests
+    int m_shownWidth = 0;                   ///< of the first value's column, as it was last set for a kind of change
     bool m_wrote = false;
 };
