@@ -1,7 +1,7 @@
 #include "desk/application/desktop_look.h"
 
 #include <QApplication>
-#include <QDBusMessage>
+#include <QDBusVariant>
 #include <QEvent>
 
 using namespace Qt::StringLiterals;
@@ -40,8 +40,7 @@ DesktopLook::DesktopLook(const QDBusConnection &bus, QObject *parent) : QObject(
     qApp->installEventFilter(this);
     if (!bus.isConnected())
         return;
-    QDBusConnection(bus).connect(Service, Place, Settings, u"SettingChanged"_s, this,
-                                 SLOT(Take(QString, QString, QDBusVariant)));
+    QDBusConnection(bus).connect(Service, Place, Settings, u"SettingChanged"_s, this, SLOT(Take(QDBusMessage)));
     QDBusMessage question = QDBusMessage::createMethodCall(Service, Place, Settings, u"Read"_s);
     question << Space << Scheme;
     const QDBusMessage answer = bus.call(question, QDBus::Block, Patience);
@@ -49,11 +48,12 @@ DesktopLook::DesktopLook(const QDBusConnection &bus, QObject *parent) : QObject(
         m_wanted = LookOf(answer.arguments().constFirst());
 }
 
-void DesktopLook::Take(const QString &space, const QString &key, const QDBusVariant &value)
+void DesktopLook::Take(const QDBusMessage &said)
 {
-    if (space != Space || key != Scheme)
+    const QVariantList setting = said.arguments();
+    if (setting.value(0).toString() != Space || setting.value(1).toString() != Scheme)
         return;
-    m_wanted = LookOf(value.variant());
+    m_wanted = LookOf(setting.value(2));
     emit Changed(m_wanted);
 }
 

@@ -3,7 +3,7 @@
 #include "host/look/theme.h"
 
 #include <QDBusConnection>
-#include <QDBusVariant>
+#include <QDBusMessage>
 #include <QObject>
 
 namespace desk {
@@ -28,7 +28,7 @@ signals:
     void Changed(host::theme::Look wanted);
 
 private slots:
-    void Take(const QString &space, const QString &key, const QDBusVariant &value);
+    void Take(const QDBusMessage &said);
 
 private:
     host::theme::Look m_wanted = host::theme::Look::Desktop;

@@ -23,7 +23,7 @@ const Palette &Palette::Light()
         .Ink = QColor(QRgb(0xff182430)),
         .InkSoft = QColor(QRgb(0xff526170)),
         .Placeholder = QColor(QRgb(0xff5f6d79)),
-        .Disabled = QColor(QRgb(0xff64727e)),
+        .Disabled = QColor(QRgb(0xff5e6b77)),
         .Accent = QColor(QRgb(0xff0b6b74)),
         .AccentInk = QColor(QRgb(0xff074f57)),
         .Danger = QColor(QRgb(0xffb3261e)),

@@ -20,13 +20,13 @@ QDialog, QMainWindow, QWidget#Content { background: @ground; }
 QWidget#Footer_PNL { background: @footer; border-top: 1px solid @line; }
 
 QLineEdit, QPlainTextEdit, QTextEdit, QComboBox, QAbstractSpinBox {
-    background: @surface; border: 1px solid @border; border-radius: 4px; padding: 1px 6px; min-height: 24px;
+    background: @surface; border: 1px solid @border; border-radius: 4px; padding: 1px 6px; min-height: 1.4em;
     selection-background-color: @fill; selection-color: white; }
 QLineEdit:hover, QComboBox:hover, QPlainTextEdit:hover { border-color: @soft; }
 QLineEdit:focus, QPlainTextEdit:focus, QTextEdit:focus, QComboBox:focus, QAbstractSpinBox:focus {
     border: 2px solid @accent; padding: 0px 5px; }
 QLineEdit[readOnly="true"], QPlainTextEdit[readOnly="true"], QLineEdit:disabled, QComboBox:disabled,
-QPlainTextEdit:disabled { background: @readonly; color: @soft; border-color: @line; }
+QPlainTextEdit:disabled { background: @readonly; border-color: @line; }
 QLineEdit[fault="true"] { border: 2px solid @danger; padding: 0px 5px; }
 QComboBox QLineEdit, QComboBox QLineEdit:focus { border: none; padding: 0; min-height: 0; background: transparent; }
 QComboBox::drop-down { border: none; width: 22px; }
@@ -35,7 +35,7 @@ QComboBox QAbstractItemView { background: @surface; border: 1px solid @border; o
     selection-background-color: @accentsoft; selection-color: @ink; }
 
 QPushButton { background: @surface; border: 1px solid @border; border-radius: 4px; padding: 3px 12px;
-    min-height: 24px; }
+    min-height: 1.4em; }
 QPushButton:hover { background: @accentsoft; border-color: @accent; }
 QPushButton:pressed { background: @line; }
 QPushButton:focus { border: 2px solid @accent; padding: 2px 11px; }
@@ -45,15 +45,15 @@ QPushButton::menu-indicator { subcontrol-origin: padding; subcontrol-position: c
 QPushButton[primary="true"] { background: @fill; border-color: @fill; color: white; }
 QPushButton[primary="true"]:hover { border-color: @ink; }
 QPushButton[primary="true"]:focus { border: 2px solid @ink; }
-QPushButton[primary="true"]:disabled { background: @line; border-color: @line; color: @soft; }
+QPushButton[primary="true"]:disabled { background: @readonly; border-color: @line; color: @disabled; }
 QToolButton { background: transparent; border: 1px solid transparent; border-radius: 4px; padding: 2px 4px; }
 QToolButton:hover { background: @accentsoft; border-color: @accent; }
 QToolButton:focus { border-color: @accent; }
 QToolButton:disabled { color: @disabled; }
 QToolButton#Inner_BTN { padding: 0; border: none; color: @accent; }
-QToolButton#Picker_BTN, QToolButton#select_BTN { background: @surface; border: 1px solid @border; min-height: 22px; min-width: 22px; padding: 1px; }
+QToolButton#Picker_BTN, QToolButton#select_BTN { background: @surface; border: 1px solid @border; min-height: 1.3em; min-width: 1.3em; padding: 1px; }
 QToolButton#Picker_BTN:hover, QToolButton#select_BTN:hover { background: @accentsoft; border-color: @accent; }
-QToolButton[bubble="true"] { background: @line; border: none; border-radius: 11px; padding: 1px 10px; min-height: 20px; }
+QToolButton[bubble="true"] { background: @line; border: none; border-radius: 11px; padding: 1px 10px; min-height: 1.2em; }
 QToolButton[tile="true"] { background: @surface; border: 1px solid @line; border-radius: 10px; padding: 6px; }
 QToolButton[tile="true"]:hover, QToolButton[tile="true"]:focus { border-color: @accent; background: @accentsoft; }
 QLabel[fault="true"] { color: @danger; }

@@ -4,7 +4,9 @@
 #include "tests/support/test_main.h"
 
 #include <QDBusMessage>
+#include <QDBusVariant>
 #include <QProcess>
+#include <QScopeGuard>
 #include <QSignalSpy>
 #include <QTest>
 #include <QThread>
@@ -50,8 +52,16 @@ void TestDesktopLook::followsThePortal()
     const QDBusConnection program = QDBusConnection::connectToBus(address, u"program"_s);
     QCOMPARE(desk::DesktopLook(program).Wanted(), Look::Desktop); // nobody answers
 
-    QThread thread; // whoever asks waits for the answer
     Portal portal;
+    QThread thread; // whoever asks waits for the answer
+    const auto end = qScopeGuard([&] {
+        thread.quit();
+        thread.wait();
+        for (const QString &name : {u"desktop"_s, u"program"_s})
+            QDBusConnection::disconnectFromBus(name);
+        daemon.kill();
+        daemon.waitForFinished();
+    });
     portal.scheme = 1;
     portal.moveToThread(&thread);
     thread.start();
@@ -72,12 +82,6 @@ void TestDesktopLook::followsThePortal()
     say(u"color-scheme"_s, 2);
     QTRY_COMPARE(changes.size(), 1);
     QCOMPARE(changes.first().first().value<Look>(), Look::Light);
-    thread.quit();
-    thread.wait();
-    for (const QString &name : {u"desktop"_s, u"program"_s})
-        QDBusConnection::disconnectFromBus(name);
-    daemon.kill();
-    daemon.waitForFinished();
 }
 
 REGISTER_TEST(TestDesktopLook)
