@@ -218,6 +218,8 @@ bool TBulk_Changes_FRM::MayTakeBack(int change)
             host::MessageIcon::Information, Title());
         return false;
     }
+    if (forecast.removing > 0 && !host::Granted(m_host, SoftwarePart(), host::TPermission::Delete))
+        return false;
     return m_host.messages.Ask(bulk_changes::Foretold(forecast) + u"\nآیا ادامه می‌دهید؟"_s, false);
 }
 

@@ -122,6 +122,9 @@ void TestServices::deletionIsRefusedInUse()
     const QString said = desk.messages.Take();
     QVERIFY2(said.contains(u"«نو»") && said.contains(reason), qPrintable(said));
     QVERIFY(desk.entities.Find(part, 900).has_value());
+    QCOMPARE(desk.database.Rows(u"SELECT x.Code FROM (SELECT 900 AS Code UNION ALL SELECT 901) AS x WHERE "_s +
+                                desk.entities.InUse(part, u"x.Code"_s)),
+             QStringList{u"900"_s});
 }
 
 void TestServices::goodIsDeletedWhole()

@@ -270,7 +270,9 @@ void TestGoodsImport::takenBack()
     QFETCH(QStringList, other);
     Screen screen;
     const test::Database &db = screen.database;
-    db.Exec(u"delete from GoodCostDiscount where GoodCode = 110004"_s);
+    db.Exec(u"delete from GoodCostDiscount where GoodCode = 110004 delete from Items insert into Items (Code) values "
+            "(500), (110001)"_s);
+    screen.host.scales.enabled = true;
     const auto stored = [&db] {
         QStringList rows;
         for (const QString &table :
@@ -332,6 +334,11 @@ void TestGoodsImport::takenBack()
     QStringList found = differing.values();
     found.sort();
     QCOMPARE(found, other);
+    if (left.isEmpty()) // the scales show the old price, and the new good no more
+        QCOMPARE(
+            db.Rows(u"select i.Code, i.ChangeType from Items i left join GoodCostDiscount c on c.GoodCode = i.Code "
+                    "where ISNULL(c.CostLevel_Sell_1, 0) = i.Price"_s),
+            (QStringList{u"500|3"_s, u"110001|2"_s}));
 }
 
 /// Without captions the columns are chosen by hand; with some, the choice is remembered.
