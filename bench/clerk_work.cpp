@@ -21,7 +21,7 @@ namespace bench {
 
 namespace {
 
-constexpr int FirstRows = 1000;
+constexpr int FirstRows = 200; // a block
 constexpr int Lines = 10;
 
 const QString ListStatement =

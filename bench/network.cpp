@@ -2,10 +2,10 @@
 
 #include "bench/clerk_work.h"
 #include "bench/options.h"
+#include "bench/relay.h"
 #include "bench/report.h"
 #include "bench/shop.h"
 #include "host/data/query.h"
-#include "tests/tds/relay.h"
 #include "tools/goods_sql/databases.h"
 #include "tools/goods_sql/script_runner.h"
 
@@ -74,7 +74,7 @@ private:
 };
 
 /// The address that a connection string names is taken out: "host", "host,port", or both in parts of their own.
-tds::Relay RelayTo(ConnectionText &connection)
+Relay RelayTo(ConnectionText &connection)
 {
     const QString server = connection.Take(u"Server"_s);
     QString port = connection.Take(u"Port"_s);
@@ -82,7 +82,7 @@ tds::Relay RelayTo(ConnectionText &connection)
         port = server.section(u',', 1).trimmed();
     if (server.isEmpty() || server.contains(u'\\'))
         throw std::runtime_error("The connection string has to name its server by host and port.");
-    return tds::Relay(server.section(u',', 0, 0).trimmed().toStdString(), port.isEmpty() ? "1433" : port.toStdString());
+    return Relay(server.section(u',', 0, 0).trimmed().toStdString(), port.isEmpty() ? "1433" : port.toStdString());
 }
 
 /// A database with the demo's content, dropped in the end.
@@ -134,7 +134,7 @@ double Median(QList<double> values)
     return values.at(values.size() / 2);
 }
 
-void Measure(const ClerkWork &work, const tds::Relay &relay, Row &row)
+void Measure(const ClerkWork &work, const Relay &relay, Row &row)
 {
     QList<double> product;
     QList<double> raw;
@@ -190,7 +190,7 @@ bool MeasureNetwork(const Options &options)
     ConnectionText connection(server ? server->Connection() : options.connection);
     if (!connection.Take(u"Database"_s).isEmpty())
         throw std::runtime_error("The connection string names a database: one is made for the purpose.");
-    tds::Relay relay = RelayTo(connection);
+    Relay relay = RelayTo(connection);
     connection.Put(u"Server"_s, u"127.0.0.1"_s);
     connection.Put(u"Port"_s, QString::number(relay.Port()));
     connection.Put(u"Database"_s, u"goods_bench_%1"_s.arg(QCoreApplication::applicationPid()));

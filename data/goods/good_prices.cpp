@@ -159,6 +159,9 @@ int Prices::CostLevel_Fill(Side side, QList<host::Entity> &list, int goodCode)
     for (; !Temp_QRY.Eof(); Temp_QRY.Next()) {
         list.append({Temp_QRY.Int(u"Code"), Temp_QRY.Text(u"Name")});
     }
+    if (goodCode == 0) {
+        return 0; // of no good
+    }
     Temp_QRY.Open(u" select Code,Name as Title  from CostLevel where CostType=1 "
                   " and Code=(Select Default_CostLevel_"_s +
                   SideName(side) + u"_Number from GoodCostDiscount where GoodCode="_s + QString::number(goodCode) +

@@ -1,13 +1,13 @@
 // The data layer, goods-sql and the desk's connections on a server: Qt's ODBC driver, FreeTDS and the wire are real,
 // the server behind them is tests/tds.
 
+#include "bench/relay.h"
 #include "desk/application/connections.h"
 #include "host/data/database_error.h"
 #include "host/data/dataset.h"
 #include "host/data/query.h"
 #include "host/data/transaction.h"
 #include "tests/support/test_main.h"
-#include "tests/tds/relay.h"
 #include "tools/goods_sql/databases.h"
 #include "tools/goods_sql/script_runner.h"
 
@@ -48,7 +48,7 @@ public:
     std::string Port() const { return m_port.toStdString(); }
     QString String(const QString &database = u"wire"_s) const { return StringAt(m_port, database); }
     QSqlDatabase Connect(const QString &database = u"wire"_s) { return ConnectTo(String(database)); }
-    QSqlDatabase ConnectThrough(const tds::Relay &relay)
+    QSqlDatabase ConnectThrough(const bench::Relay &relay)
     {
         return ConnectTo(StringAt(QByteArray::number(relay.Port())));
     }
@@ -311,7 +311,10 @@ void TestWire::killedServer()
     const DatabaseError again = Refusal([&] { things.Post(); });
     QVERIFY2(again.ConnectionLost(), qPrintable(again.LogText()));
     for (int i = 0; i < 2; ++i) {
-        const DatabaseError begun = Refusal([&] { Transaction transaction(begins); });
+        const DatabaseError begun = Refusal([&] {
+            const Transaction transaction(begins);
+            Exec(begins, u"SELECT 1"_s);
+        });
         QVERIFY2(begun.ConnectionLost(), qPrintable(begun.LogText()));
     }
     const DatabaseError committed = Refusal([&] { open.Commit(); });
@@ -350,7 +353,7 @@ void TestWire::delays()
 {
     QFETCH(QString, select);
     constexpr int Delay = 40;
-    tds::Relay relay("127.0.0.1", m_server->Port());
+    bench::Relay relay("127.0.0.1", m_server->Port());
     const QSqlDatabase far = m_server->ConnectThrough(relay);
     relay.SetDelay(std::chrono::milliseconds(Delay));
     const long before = relay.RoundTrips();
@@ -379,7 +382,7 @@ void TestWire::transactions()
     QFETCH(QStringList, inserts);
     QFETCH(bool, commits);
     Exec(m_server->main, u"CREATE TABLE A (N int NOT NULL PRIMARY KEY)"_s);
-    tds::Relay relay("127.0.0.1", m_server->Port());
+    bench::Relay relay("127.0.0.1", m_server->Port());
     const QSqlDatabase far = m_server->ConnectThrough(relay);
     const long before = relay.RoundTrips();
     try {

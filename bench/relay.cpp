@@ -1,4 +1,4 @@
-#include "tests/tds/relay.h"
+#include "bench/relay.h"
 
 #include <array>
 #include <cerrno>
@@ -11,7 +11,7 @@
 #include <thread>
 #include <unistd.h>
 
-namespace tds {
+namespace bench {
 
 namespace {
 
@@ -21,14 +21,14 @@ void Check(int result, const char *what)
         throw std::system_error(errno, std::generic_category(), what);
 }
 
-/** What is small goes at once: a delay is the relay's to make. */
+/// What is small goes at once: a delay is the relay's to make.
 void SendAtOnce(int socket)
 {
     const int now = 1;
     ::setsockopt(socket, IPPROTO_TCP, TCP_NODELAY, &now, sizeof now);
 }
 
-/** -1 when nobody answers there. */
+/// -1 when nobody answers there.
 int Connect(const std::string &host, const std::string &port)
 {
     addrinfo wanted{};
@@ -123,4 +123,4 @@ void Relay::Carry(int client, int server, State &state)
     }
 }
 
-} // namespace tds
+} // namespace bench

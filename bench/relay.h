@@ -1,4 +1,3 @@
-// A way to a server that is as long as one likes.
 #pragma once
 
 #include <atomic>
@@ -6,30 +5,30 @@
 #include <memory>
 #include <string>
 
-namespace tds {
+namespace bench {
 
-/**
- * Passes bytes between clients and a server and holds up each request, which is where the client speaks after the
- * server: once a round trip, however many packets the request and its answer have. Knows nothing of what is said, so
- * that any server may stand behind it. The answer itself flows unhindered: width of the line is not imitated.
- */
+/// A way to a server that is as long as one likes.
+///
+/// Passes bytes between clients and a server and holds up each request, which is where the client speaks after the
+/// server: once a round trip, however many packets the request and its answer have. Knows nothing of what is said, so
+/// that any server may stand behind it. The answer itself flows unhindered: width of the line is not imitated.
 class Relay
 {
 public:
-    /** Listens on this machine only, on a port of the system's choice. Throws std::system_error. */
+    /// Listens on this machine only, on a port of the system's choice. Throws std::system_error.
     Relay(std::string host, std::string port);
     ~Relay();
     Relay(const Relay &) = delete;
     Relay &operator=(const Relay &) = delete;
 
     int Port() const { return m_port; }
-    /** For requests from now on; 0 at first. */
+    /// For requests from now on; 0 at first.
     void SetDelay(std::chrono::microseconds delay) { m_state->delay = delay.count(); }
-    /** Requests so far, of all clients. */
+    /// Requests so far, of all clients.
     long RoundTrips() const { return m_state->trips; }
 
 private:
-    /** Outlives the relay as long as a client is served. */
+    /// Outlives the relay as long as a client is served.
     struct State
     {
         std::string host;
@@ -45,4 +44,4 @@ private:
     int m_port = 0;
 };
 
-} // namespace tds
+} // namespace bench
