@@ -6,7 +6,6 @@
 #include "ui_detail_history.h"
 
 #include <QHeaderView>
-#include <QKeyEvent>
 #include <QPushButton>
 #include <QSignalBlocker>
 
@@ -58,7 +57,7 @@ TDetailHistory_FRM::TDetailHistory_FRM(host::Host &host)
     }
     m_ui->Split_SPL->setSizes(PaneHeights);
     m_ui->Kin_PNL->hide();
-    m_ui->Serial_EDT->installEventFilter(this);
+    BindSearch(m_ui->Serial_EDT, m_ui->Values_GRD, [this] { Find(); });
     connect(m_ui->Values_GRD, &host::Grid::CurrentKeyChanged, this,
             [this] { Command(Title(), [this] { ShowMovements(); }); });
     connect(m_ui->Kin_GRD, &host::Grid::RowActivated, this,
@@ -154,23 +153,6 @@ host::Grid *TDetailHistory_FRM::PrintedGrid() const
 bool TDetailHistory_FRM::FormKeyDown(QKeyEvent *event)
 {
     return GoOnByEnter(event) || TBaseDock_FRM::FormKeyDown(event);
-}
-
-bool TDetailHistory_FRM::eventFilter(QObject *watched, QEvent *event)
-{
-    if (watched != m_ui->Serial_EDT || event->type() != QEvent::KeyPress)
-        return TBaseDock_FRM::eventFilter(watched, event);
-    switch (static_cast<QKeyEvent *>(event)->key()) {
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-        Command(Title(), [this] { Find(); });
-        return true;
-    case Qt::Key_Down:
-        m_ui->Values_GRD->setFocus();
-        return true;
-    default:
-        return TBaseDock_FRM::eventFilter(watched, event);
-    }
 }
 
 } // namespace desk

@@ -31,7 +31,6 @@ protected:
     void FormClose() override;
     host::Grid *PrintedGrid() const override;
     bool FormKeyDown(QKeyEvent *event) override;
-    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void Find();

@@ -23,7 +23,7 @@ struct RangeScreens : desk::LineDetailScreens
         if (range.IsEmpty())
             return std::nullopt;
         host::TDetailValues details = host.detailValues.DetailsOf(opening.Line.GoodCode);
-        details.Values[1] = u"سفید"_s;
+        details.Values[1] = colour;
         data.EnterGoodDetail_Open();
         const QString table = data.EnterGoodDetail_Table();
         host.detailMovements.EnterGoodDetails_Load(table, opening.Line);
@@ -49,6 +49,7 @@ struct RangeScreens : desk::LineDetailScreens
 
     host::Host &host;
     TSerial_DM data;
+    QString colour = u"سفید"_s;
     host::TSerialRange range{0, -1}; ///< empty: the user leaves without OK
     QList<desk::LineDetailsOpening> opened;
 };

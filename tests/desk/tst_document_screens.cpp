@@ -344,6 +344,10 @@ void TestDocumentScreens::history()
                     test::Press(Qt::Key_Return);
                     QVERIFY(Note(screen).contains(u"«x»"_s));
                     test::Press(Qt::Key_Escape);
+                    QCOMPARE(test::Find<QLineEdit>(screen, u"Serial_EDT"_s).text(), QString());
+                    test::Press(Qt::Key_Down);
+                    QCOMPARE(test::Focused(), u"Values_GRD"_s);
+                    test::Press(Qt::Key_Escape);
                 });
     s.Open(Kind::Sale, 36, [&](QWidget *screen) {
         auto &lines = test::Find<host::Grid>(screen, u"Lines_GRD"_s);

@@ -207,6 +207,20 @@ void TestDocuments::refuses_data()
         },
         u"«8001 سفید» (%1) در سند خرید شماره ۱۳۸ نیست"_s);
     row(
+        "returning more of a colour than was sold, at two desks under serials of their own",
+        [](Shop &s, int, int) {
+            s.desk.screens.colour = u"آبی"_s;
+            s.desk.Write(Purchase, 4, {8001, 8002});
+            s.desk.screens.colour = u"سفید"_s;
+            const int sold = s.desk.Write(Sale, 4, {7004, 8002}); // two of each colour
+            test::FakeMessages messages;
+            Writer other({s.database.AnotherConnection(), s.database.GoodsList(), s.database.Scales()}, messages);
+            Document theirs = other.New(SaleReturn, Drill, 4, 0, sold);
+            other.Details(theirs, {9201, 9202});
+            return s.desk.Write(SaleReturn, 4, {9101, 9102}, sold) > 0 ? other.Save(theirs) : s.desk.said;
+        },
+        u"«9202 سفید» (%1) در سند فروش شماره ۵۳ نیست"_s);
+    row(
         "returning more of a good than was sold",
         [](Shop &s, int, int) {
             Document sale = s.desk.New(Sale, Rice, 1, 2);

@@ -27,13 +27,14 @@ struct Screen : fixture::Yard
 {
     using Yard::Yard;
 
-    /// Presses what a script says, its words parted by blanks: "E" Enter, "T" Tab, F2 to F6, "Del", "Esc", "@Name" goes
-    /// to a control, "G" to the list, "?1" answers the next question; anything else is typed.
+    /// Presses what a script says, its words parted by blanks: "E" Enter, "T" Tab, "Sp" Space, F2 to F6, "Del", "Esc",
+    /// "@Name" goes to a control, "G" to the list, "?1" answers the next question; anything else is typed.
     void Run(QWidget *screen, const QString &script)
     {
         static const QHash<QString, Qt::Key> keys{
-            {u"E"_s, Qt::Key_Return}, {u"T"_s, Qt::Key_Tab}, {u"F2"_s, Qt::Key_F2},      {u"F3"_s, Qt::Key_F3},
-            {u"F4"_s, Qt::Key_F4},    {u"F6"_s, Qt::Key_F6}, {u"Del"_s, Qt::Key_Delete}, {u"Esc"_s, Qt::Key_Escape}};
+            {u"E"_s, Qt::Key_Return},   {u"T"_s, Qt::Key_Tab},      {u"F2"_s, Qt::Key_F2},
+            {u"F3"_s, Qt::Key_F3},      {u"F4"_s, Qt::Key_F4},      {u"F6"_s, Qt::Key_F6},
+            {u"Del"_s, Qt::Key_Delete}, {u"Esc"_s, Qt::Key_Escape}, {u"Sp"_s, Qt::Key_Space}};
         for (const QString &word : script.split(u' ', Qt::SkipEmptyParts)) {
             if (!screen->isVisible())
                 throw std::runtime_error("the screen has closed before " + word.toStdString());
@@ -77,11 +78,16 @@ struct Screen : fixture::Yard
         return m_said;
     }
     /// The same on its own, on the sheets.
-    void OpenAlone(const QString &script)
+    void OpenAlone(const QString &script, const std::function<void(QWidget *screen)> &then = {})
     {
         m_said.clear();
         const QString text = Pack(good_detail::DivisionItemsOpening{{5, 1, 6005}, {30, 0, 3, 2, 5}});
-        test::Drive([&] { m_result = m_screen.OpenText(text); }, [&](QWidget *screen) { Run(screen, script); });
+        test::Drive([&] { m_result = m_screen.OpenText(text); },
+                    [&](QWidget *screen) {
+                        Run(screen, script);
+                        if (then)
+                            then(screen);
+                    });
         host.detailDivisions.CreateGoodDetailDivisionDetailTempTable();
         host.detailDivisions.CreateGoodDetailDivisionDetailItemsTempTable();
     }
@@ -311,8 +317,29 @@ void TestDivisionItems::savesOnItsOwn()
     QCOMPARE(yard.m_result, int(QDialog::Rejected));
     QCOMPARE(yard.database.Rows(u"select Code from GoodDetailDivision union all select Code from CodeLock_TBL"_s),
              QStringList());
-    yard.OpenAlone(u"2 E 1.5 E 2 E 4 E E F3"_s);
+    yard.fakes.settings.record.DivisionWaste = true;
+    // Waste is a part of its own, and the mark holds for that part alone. Another desk has taken the code meanwhile.
+    yard.OpenAlone(u"2 E 1.5 E 2 E 1 E T Sp E 1.5 E 2 E 3 E E"_s, [&](QWidget *screen) {
+        auto &grid = test::Find<host::Grid>(screen, u"GoodDetailDivisionDetailItems_GRD"_s);
+        QCOMPARE(grid.RowCount(), 2);
+        for (const bool waste : {true, false}) {
+            grid.StandOn(waste ? 0 : 1);
+            QCOMPARE(grid.CurrentValue(u"Waste"_s).toBool(), waste);
+        }
+        yard.database.Exec(u"insert GoodDetailDivision(Code, [Date]) values (1, '1403/05/01')"_s);
+        yard.Run(screen, u"F3"_s);
+        QCOMPARE(
+            yard.m_said,
+            QStringList{
+                u"ShowMessage(کاربر گرامی، کد ۱ را رایانه‌ی دیگری به کار برده است. کد دیگری وارد کنید.)"_s});
+        QVERIFY(screen->isVisible() && grid.RowCount() == 2);
+        yard.database.Exec(u"delete GoodDetailDivision"_s);
+        yard.m_said.clear();
+        yard.Run(screen, u"F3"_s);
+    });
     QCOMPARE(yard.m_said, QStringList());
+    QCOMPARE(yard.database.Rows(u"select Amount3, Waste from GoodDetailDivisionDetailItems order by OperationRow"_s),
+             (QStringList{u"1|true"_s, u"3|false"_s}));
     QCOMPARE(yard.m_result, int(QDialog::Accepted));
     QCOMPARE(yard.database.Rows(u"select Code, [Date] from GoodDetailDivision"_s), QStringList{u"1|1403/05/09"_s});
     QCOMPARE(yard.database.Rows(u"select OperationType, SUM(Amount1), SUM(Amount3) from GoodDetailKardex where "

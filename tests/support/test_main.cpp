@@ -4,6 +4,7 @@
 #include <QDialog>
 #include <QElapsedTimer>
 #include <QMessageBox>
+#include <QMetaMethod>
 #include <QPointer>
 #include <QTimer>
 #include <QtTest>
@@ -75,6 +76,26 @@ private:
     QElapsedTimer m_clock;
 };
 
+/// The functions of a test class by name when some of them are left out, which are taken from `without`; nothing
+/// otherwise.
+QStringList Rest(const QObject &object, QStringList &without)
+{
+    const QMetaObject &type = *object.metaObject();
+    QStringList rest;
+    bool all = true;
+    for (int i = type.methodOffset(); i < type.methodCount(); ++i) {
+        const QString name = QString::fromLatin1(type.method(i).name());
+        static const QStringList around{u"initTestCase"_s, u"cleanupTestCase"_s, u"init"_s, u"cleanup"_s};
+        if (type.method(i).access() != QMetaMethod::Private || name.endsWith(u"_data"_s) || around.contains(name))
+            continue;
+        if (without.removeAll(QLatin1String(type.className()) + u"::"_s + name))
+            all = false;
+        else
+            rest << name;
+    }
+    return all ? QStringList() : rest;
+}
+
 } // namespace
 
 bool Register(const char *name, std::function<std::unique_ptr<QObject>()> make)
@@ -96,22 +117,31 @@ int main(int argc, char **argv)
 
     QStringList arguments = application.arguments();
     arguments << u"-nocrashhandler"_s; // it starts a debugger, which may wait for ever
-    QString only;
     const auto known = [](const QString &name) {
         return std::any_of(test::Entries().begin(), test::Entries().end(),
                            [&](const test::Entry &entry) { return name == QLatin1String(entry.name); });
     };
+    QString only;
     if (arguments.size() > 1 && known(arguments.at(1)))
         only = arguments.takeAt(1);
+    QStringList without; // classes, and functions as "TestClass::function"
+    if (const qsizetype at = arguments.indexOf(u"-without"_s); at > 0) {
+        without = arguments.takeAt(at + 1).split(u',');
+        arguments.removeAt(at);
+    }
 
     const test::Watchdog watchdog;
     int failures = 0;
     for (const test::Entry &entry : test::Entries()) {
-        if (!only.isEmpty() && only != QLatin1String(entry.name))
+        if (without.removeAll(QLatin1String(entry.name)) || (!only.isEmpty() && only != QLatin1String(entry.name)))
             continue;
         const auto object = entry.make();
-        failures += QTest::qExec(object.get(), arguments);
+        failures += QTest::qExec(object.get(), arguments + test::Rest(*object, without));
         failures += test::WindowsLeft();
+    }
+    for (const QString &name : std::as_const(without)) {
+        std::fprintf(stderr, "FAIL!  : nothing to leave out is called %s\n", qPrintable(name));
+        ++failures;
     }
     return failures == 0 ? 0 : 1;
 }

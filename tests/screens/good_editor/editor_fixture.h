@@ -10,6 +10,9 @@
 
 using namespace Qt::StringLiterals;
 
+/// What is said of a good that was saved.
+inline const QString Saved = u"MSGCompeletedSuccessfully(ذخيره سازي کالا)"_s;
+
 /// The good editor on a database of its own with two groups, three units, two stores and no good.
 class EditorFixture
 {

@@ -4,12 +4,6 @@
 
 #include <QtTest>
 
-namespace {
-
-const QString Saved = u"MSGCompeletedSuccessfully(ذخيره سازي کالا)"_s;
-
-} // namespace
-
 /// The opening stock of a good that is saved: what fixes it, and what becomes of its voucher.
 class TestGoodOpening : public QObject
 {

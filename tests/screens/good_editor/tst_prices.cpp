@@ -10,8 +10,6 @@
 
 namespace {
 
-const QString Saved = u"MSGCompeletedSuccessfully(ذخيره سازي کالا)"_s;
-
 /// Types prices down the column, as a clerk does: digits and Enter.
 void TypePrices(QWidget *screen, const QString &grid, const QStringList &prices)
 {

@@ -15,8 +15,6 @@
 
 namespace {
 
-const QString Saved = u"MSGCompeletedSuccessfully(ذخيره سازي کالا)"_s;
-
 /// Types into every edit of the screen that takes it.
 void TypeEverywhere(QWidget *screen)
 {

@@ -12,7 +12,6 @@
 
 namespace {
 
-const QString Saved = u"MSGCompeletedSuccessfully(ذخيره سازي کالا)"_s;
 const QString Prices = u"Cost_Level_TPC"_s;
 
 /// Something that a user does on the screen.
