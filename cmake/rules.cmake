@@ -37,7 +37,7 @@ function(goods_alone)
 endfunction()
 
 # Precompiled headers by layer, compiled once for all targets of the layer: goods_headers(TARGET core|widgets).
-# QtTest is in neither: it reads a macro that differs from one test program to the next.
+# QtTest is in neither: only the tests need it.
 set(GOODS_PCH_CORE <QtCore/QtCore> <QtSql/QtSql> <memory> <optional> <string> <vector>)
 set(GOODS_PCH_WIDGETS ${GOODS_PCH_CORE} <QtWidgets/QtWidgets>)
 file(WRITE ${CMAKE_BINARY_DIR}/empty.cpp "")

@@ -64,7 +64,7 @@ struct Holder
 
 Holder holder;
 
-QString describe(const std::exception_ptr &error)
+QString Describe(const std::exception_ptr &error)
 {
     try {
         std::rethrow_exception(error);
@@ -123,7 +123,7 @@ void Module::Release()
 void Module::Report(const std::exception_ptr &error) noexcept
 {
     try {
-        const QString text = describe(error);
+        const QString text = Describe(error);
         if (holder.module)
             holder.module->m_host.messages.ShowMessage(text, host::MessageIcon::Error);
         else

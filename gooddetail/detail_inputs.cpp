@@ -325,9 +325,9 @@ TExitNarrowing::Detail DetailInputs::Sought(int place) const
     const bool chosen =
         input->combo && input->data->Kind == List && input->combo->currentIndex() >= int(input->asksToChoose);
     const QString value = ValueOf(*input);
-    if ((input->empty && input->empty->isChecked()) || chosen || (input->filter && input->filter->isChecked()))
-        sought.Value = value;
-    else if (!value.isEmpty() && !input->filter)
+    const bool asked = (input->empty && input->empty->isChecked()) || (input->filter && input->filter->isChecked());
+    const bool typed = !value.isEmpty() && !input->filter;
+    if (asked || chosen || typed)
         sought.Value = value;
     return sought;
 }

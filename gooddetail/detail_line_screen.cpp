@@ -91,6 +91,11 @@ void TDetailLine_FRM::SetUpList(host::Grid *grid)
     (new QVBoxLayout(grid->viewport()))->addWidget(m_empty);
 }
 
+void TDetailLine_FRM::ShowListEmpty(bool empty)
+{
+    m_empty->setVisible(empty);
+}
+
 QByteArray TDetailLine_FRM::SaveState() const
 {
     QJsonObject layouts;

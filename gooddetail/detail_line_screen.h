@@ -59,7 +59,7 @@ protected:
     void SetUpPanel(QWidget *place);
     /// Gives the list of rows a notice for the time when it is empty.
     void SetUpList(host::Grid *grid);
-    void ShowListEmpty(bool empty) { m_empty->setVisible(empty); }
+    void ShowListEmpty(bool empty);
     /// The columns differ by unit type: each has a layout of its own, of `PrintedGrid`.
     QByteArray SaveState() const override;
     void RestoreState(const QByteArray &state) override;

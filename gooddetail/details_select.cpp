@@ -7,6 +7,7 @@
 #include <QDataStream>
 #include <QHeaderView>
 #include <QIODevice>
+#include <QPushButton>
 
 using namespace Qt::StringLiterals;
 

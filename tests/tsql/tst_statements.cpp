@@ -158,7 +158,7 @@ private:
 void TestStatements::files_data()
 {
     QTest::addColumn<QString>("path");
-    const QDir folder(QLatin1String(GOODS_TEST_SOURCES));
+    const QDir folder(QLatin1String(GOODS_SOURCES "/tests/tsql"));
     const QFileInfoList files = folder.entryInfoList({u"*.test"_s}, QDir::Files, QDir::Name);
     for (const QFileInfo &file : files)
         QTest::newRow(qPrintable(file.baseName())) << file.filePath();
@@ -262,7 +262,7 @@ void TestStatements::everyFunctionHasACase()
     static const QRegularExpression word(u"\"([A-Z][A-Z_]+)\""_s);
     Connections connections;
     QSqlQuery query(connections.get({}));
-    QFile cases(QLatin1String(GOODS_TEST_SOURCES) + u"/functions.test"_s);
+    QFile cases(QLatin1String(GOODS_SOURCES "/tests/tsql") + u"/functions.test"_s);
     QVERIFY(cases.open(QIODevice::ReadOnly));
     const QString text = QString::fromUtf8(cases.readAll());
     QSet<QString> functions;

@@ -15,7 +15,7 @@ namespace {
 
 constexpr char16_t Import = u'و';
 constexpr int ManyRows = 2500;
-const QString Files = QStringLiteral(GOODS_TEST_SOURCES "/files/");
+const QString Files = QStringLiteral(GOODS_SOURCES "/tests/screens/goods_import/files/");
 
 QString FileOf(const QTemporaryDir &folder, const QString &text)
 {
