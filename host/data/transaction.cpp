@@ -65,7 +65,7 @@ void End(const QSqlDatabase &connection, bool committed)
 Transaction::Transaction(const QSqlDatabase &connection) : m_connection(connection)
 {
     const bool byText = ByText(m_connection);
-    if (!IsActive(m_connection) && !byText && !LockWait::Begin(m_connection)) {
+    if (!IsActive(m_connection) && !(byText ? m_connection.isOpen() : LockWait::Begin(m_connection))) {
         throw DatabaseError(m_connection.lastError(), u"BEGIN TRANSACTION"_s);
     }
     Open &open = OpenTransactions()[m_connection.driver()];

@@ -57,7 +57,7 @@ struct Writer
         opening.Line = {line.Good.Code,    line.StoreCode, 1, static_cast<quint8>(document.Kind),
                         kind.answers != 0, document.Code,  1, document.AnswersCode};
         const auto amounts = kind.direction < 0 ? screens.ExitGoodDetail(opening) : screens.EnterGoodDetail(opening);
-        line.Amount1 = amounts->Amount1;
+        line.Amount1 = amounts ? amounts->Amount1 : 0; // nothing of the range may be there
     }
     /// What refuses it; empty when it is saved.
     QString Save(const Document &document)
