@@ -17,9 +17,9 @@ namespace desk {
 
 QString ChooseBackup(QWidget *parent)
 {
-    QString file = QFileDialog::getOpenFileName(
-        parent, u"نسخه‌ی پشتیبان"_s, QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation),
-        u"پایگاه داده (*.db);;همه‌ی فایل‌ها (*)"_s);
+    QString file = QFileDialog::getOpenFileName(parent, u"نسخه‌ی پشتیبان"_s,
+                                                QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation),
+                                                u"پایگاه داده (*.db);;همه‌ی فایل‌ها (*)"_s);
     if (file.isEmpty())
         return {};
     try {
@@ -42,7 +42,8 @@ std::optional<Beginning> AskForBeginning(const QString &file)
     ui.Demo_BTN->setIcon(host::Icon(host::Glyph::Goods));
     ui.Backup_BTN->setIcon(host::Icon(host::Glyph::Documents));
     ui.Place_LBL->setProperty("soft", true);
-    ui.Place_LBL->setText(u"پایگاه داده در این فایل خواهد بود:\n\u2066%1\u2069"_s.arg(QDir::toNativeSeparators(file)));
+    ui.Place_LBL->setText(
+        u"پایگاه داده در این فایل خواهد بود:\n\u200F\u2066%1\u2069"_s.arg(QDir::toNativeSeparators(file)));
     Beginning beginning;
     QObject::connect(ui.Empty_BTN, &QAbstractButton::clicked, &dialog, &QDialog::accept);
     QObject::connect(ui.Demo_BTN, &QAbstractButton::clicked, &dialog, [&] {

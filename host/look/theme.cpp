@@ -106,7 +106,7 @@ QScrollBar::add-line, QScrollBar::sub-line { width: 0; height: 0; }
 QScrollBar::add-page, QScrollBar::sub-page { background: transparent; }
 QSplitter::handle { background: transparent; }
 QProgressBar { border: 1px solid @border; border-radius: 4px; text-align: center; background: @surface; }
-QProgressBar::chunk { background: @accent; border-radius: 3px; }
+QProgressBar::chunk { background: @current; border-radius: 3px; }
 )";
 
 bool dark = false;
