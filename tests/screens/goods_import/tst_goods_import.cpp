@@ -299,6 +299,10 @@ void TestGoodsImport::takenBack()
     host::Exec(screen.database.AnotherConnection(), u"declare @none int "_s + meanwhile);
     screen.Activate();
     const auto takeBack = [&](QWidget *changes) {
+        screen.host.permissions.Deny(TSoftwarePart::Goods, left.isEmpty() ? TPermission::Delete : TPermission::Change);
+        test::Press(Qt::Key_F8);
+        QCOMPARE(db.Scalar(u"select count(*) from BulkChanges where GoodsTakenBack is null"_s).toInt(), 1);
+        screen.host.permissions.denied.clear();
         screen.host.messages.Answer(true);
         if (left.isEmpty())
             test::Press(Qt::Key_F8);
