@@ -17,10 +17,6 @@ target_compile_definitions(goods_rules INTERFACE
 if(GOODS_SANITIZE)
     add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer -g1)
     add_link_options(-fsanitize=address,undefined)
-    find_program(LLD ld.lld)
-    if(LLD)
-        add_link_options(-fuse-ld=lld) # half the time of the usual one
-    endif()
 endif()
 
 # A build of everything takes half as long when neighbours are compiled in one go; the presets of daily work do without,

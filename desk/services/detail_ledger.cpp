@@ -109,7 +109,13 @@ QString DetailMovements::ReturnsBeyondCombination(quint8 operationType, int oper
                                      "ForeignOperationCode <> 0 AND "_s +
                                          Operation(operationType, operationCode)
                                    : u"SELECT %1 AS Code"_s.arg(operationCode);
-    const QString row = u"SELECT n.Code, k.DetailValueID, k.GoodCode, -k.Amount1 AS Amount1, -k.Amount2 AS Amount2, "
+    // Told is what this return brings, not what another one has brought before.
+    const QString own = isReturn ? u"CASE WHEN k.OperationType = %1 AND k.OperationCode = %2 THEN k.DetailValueID END"_s
+                                       .arg(operationType)
+                                       .arg(operationCode)
+                                 : u"CAST(NULL AS int)"_s;
+    const QString row = u"SELECT n.Code, k.DetailValueID, "_s + own +
+                        u" AS Own, k.GoodCode, -k.Amount1 AS Amount1, -k.Amount2 AS Amount2, "
                         "-k.Amount3 AS Amount3 FROM (%1) AS n INNER JOIN GoodDetailKardex AS k ON k.OperationType = %2 "
                         "AND k.%3 = n.Code"_s;
     const QString rows = row.arg(named, QString::number(detail_sql::Sale), u"OperationCode"_s) + u" UNION ALL "_s +
@@ -120,7 +126,7 @@ QString DetailMovements::ReturnsBeyondCombination(quint8 operationType, int oper
         keys << u"c.T%1"_s.arg(place);
         places << u"MAX(CASE WHEN p.Place = %1 THEN d.[Value] END) AS T%1"_s.arg(place);
     }
-    return u"SELECT TOP %1 %2 AS Reason, MAX(r.DetailValueID) AS DetailValueID, r.GoodCode, 0 AS StoreCode FROM (%3) AS r "
+    return u"SELECT TOP %1 %2 AS Reason, ISNULL(MAX(r.Own), MAX(r.DetailValueID)) AS DetailValueID, r.GoodCode, 0 AS StoreCode FROM (%3) AS r "
            "LEFT JOIN (SELECT d.DetailValueID, %4 FROM GoodDetailValueDetails AS d INNER JOIN GoodDetailValues AS v ON "
            "v.ID = d.DetailValueID INNER JOIN (SELECT o.GoodCode, o.DetailID, ROW_NUMBER() OVER (PARTITION BY o.GoodCode "
            "ORDER BY o.ID) AS Place FROM GoodDetailRelation AS o INNER JOIN DetailTypes AS t ON t.ID = o.DetailID AND "

@@ -48,7 +48,7 @@ void Choose(QWidget *chooser, const QString &file, QStringList &said, const QLis
     poll->setObjectName(u"Boxes"_s);
     QObject::connect(poll, &QTimer::timeout, poll, [=, &said] {
         auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
-        if (!box)
+        if (!box || !box->isActiveWindow() || !box->focusWidget())
             return;
         poll->deleteLater();
         poll->stop();
