@@ -4,7 +4,6 @@
 #include "desk/tour/detail_type_steps.h"
 #include "desk/tour/division_steps.h"
 #include "desk/tour/document_steps.h"
-#include "desk/tour/file_steps.h"
 #include "desk/tour/label_steps.h"
 #include "desk/tour/list_command_steps.h"
 #include "desk/tour/opening_steps.h"
@@ -184,7 +183,6 @@ QList<TourStep> TourSteps(MainWindow &window, DeskHost &desk, const TakePicture 
     GoodsList(*script);
     LabelSteps(*script);
     ListCommandSteps(*script);
-    FileSteps(*script);
     AdvancedSearch(*script);
     BulkSteps(*script);
     EditorTabs(*script);
