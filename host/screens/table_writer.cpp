@@ -5,6 +5,7 @@
 #include <QSaveFile>
 
 #include <algorithm>
+#include <cstdio>
 #include <stdexcept>
 #include <xlsxwriter.h>
 
@@ -154,8 +155,8 @@ public:
         const lxw_error error = workbook_close(std::exchange(m_book, nullptr));
         if (error != LXW_NO_ERROR)
             Refuse(m_file, QString::fromUtf8(lxw_strerror(error)));
-        QFile::remove(m_file);
-        if (!QFile::rename(m_draft, m_file))
+        // In the place of what has the name already, or not at all.
+        if (std::rename(QFile::encodeName(m_draft).constData(), QFile::encodeName(m_file).constData()) != 0)
             Refuse(m_file, u"در این جا نمی‌توان نوشت"_s);
     }
 
