@@ -14,7 +14,7 @@ using host::theme::Look;
 
 const QString Service = u"org.freedesktop.portal.Desktop"_s;
 const QString Place = u"/org/freedesktop/portal/desktop"_s;
-const QString Settings = u"org.freedesktop.portal.Settings"_s;
+const QString Interface = u"org.freedesktop.portal.Settings"_s;
 const QString Space = u"org.freedesktop.appearance"_s;
 const QString Scheme = u"color-scheme"_s;
 constexpr int Patience = 1000; // milliseconds
@@ -40,8 +40,8 @@ DesktopLook::DesktopLook(const QDBusConnection &bus, QObject *parent) : QObject(
     qApp->installEventFilter(this);
     if (!bus.isConnected())
         return;
-    QDBusConnection(bus).connect(Service, Place, Settings, u"SettingChanged"_s, this, SLOT(Take(QDBusMessage)));
-    QDBusMessage question = QDBusMessage::createMethodCall(Service, Place, Settings, u"Read"_s);
+    QDBusConnection(bus).connect(Service, Place, Interface, u"SettingChanged"_s, this, SLOT(Take(QDBusMessage)));
+    QDBusMessage question = QDBusMessage::createMethodCall(Service, Place, Interface, u"Read"_s);
     question << Space << Scheme;
     const QDBusMessage answer = bus.call(question, QDBus::Block, Patience);
     if (answer.type() == QDBusMessage::ReplyMessage && !answer.arguments().isEmpty())
