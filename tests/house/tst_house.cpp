@@ -97,8 +97,9 @@ void TestHouse::arrowsRunOneWay_data()
         {"screens", u"screens/ gooddetail/ data/ rules/ host/"},
         {"detailtypes", u"detailtypes/ rules/ host/"},
         {"gooddetail", u"gooddetail/ rules/ host/ screens/shared/leave_watch.h"},
-        {"division", u"division/ gooddetail/serial_dm.h gooddetail/amount_ gooddetail/opening_texts.h "
-                     "gooddetail/good_detail_records.h rules/ host/ screens/shared/leave_watch.h"},
+        {"division",
+         u"division/ gooddetail/serial_dm.h gooddetail/amount_ gooddetail/typed_inputs.h gooddetail/opening_texts.h "
+         "gooddetail/good_detail_records.h rules/ host/ screens/shared/leave_watch.h"},
         {"entry", u"entry/ screens/ detailtypes/ gooddetail/ division/ data/ rules/ host/"},
         {"desk", u"desk/ rules/ host/ tsql/ entry/exports.h"},
         {"tests/outside_host", u"tests/outside_host/ tests/support/test_host.h host/ entry/exports.h"},
