@@ -2,9 +2,6 @@
 
 #include "desk/tour/tour_script.h"
 
-#include <QClipboard>
-#include <QGuiApplication>
-
 using namespace Qt::StringLiterals;
 
 namespace desk {
@@ -44,20 +41,6 @@ void Categories(TourScript &script)
     script.Key(u"leave the categories"_s, tree, Qt::Key_Escape);
 }
 
-/// Rows of a spreadsheet, seen and left.
-void Import(TourScript &script)
-{
-    const QString rows = u"Rows_GRD"_s;
-    script.When(u"copy rows"_s, Goods, [] {
-        QGuiApplication::clipboard()->setText(
-            u"نام کالا\tبارکد\tواحد\tقیمت\nزعفران سرگل ۲ مثقالی\t6260100200309\tبسته\t۲۵۰۰۰۰۰\nچای سبز\t626\tبسته\t۹۸۰۰۰۰"_s);
-    });
-    Press(script, u"Import_BTN"_s);
-    script.Key(u"paste them"_s, rows, Qt::Key_V, Qt::ControlModifier);
-    script.Shot(u"goods-import"_s, rows);
-    script.Key(u"leave the import"_s, rows, Qt::Key_Escape);
-}
-
 /// Titles of discounts and photos are reached from the editor of a good.
 void EditorCommands(TourScript &script)
 {
@@ -80,7 +63,6 @@ void ListCommandSteps(TourScript &script)
 {
     Movements(script);
     Categories(script);
-    Import(script);
     EditorCommands(script);
     Press(script, u"CostList_BTN"_s);
     script.Shot(u"price-level-titles"_s, u"Title1_EDT"_s);
