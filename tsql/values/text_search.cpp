@@ -14,12 +14,17 @@ namespace {
 // What UTF-8 writes in one or two bytes.
 constexpr char32_t TableEnd = 0x800;
 
-const std::array<uint32_t, TableEnd> letters = [] {
-    std::array<uint32_t, TableEnd> made{};
-    for (char32_t c = 0; c < TableEnd; ++c)
-        made[c] = WeightOf(c).identity;
-    return made;
-}();
+/// Made when it is first asked for: the weights, which it is made of, are made while the program starts.
+const std::array<uint32_t, TableEnd> &Letters()
+{
+    static const std::array<uint32_t, TableEnd> letters = [] {
+        std::array<uint32_t, TableEnd> made{};
+        for (char32_t c = 0; c < TableEnd; ++c)
+            made[c] = WeightOf(c).identity;
+        return made;
+    }();
+    return letters;
+}
 
 /// The same as NextCodePoint, without a call for what is short.
 char32_t Next(std::string_view text, size_t &at)
@@ -49,7 +54,7 @@ size_t BehindMarks(std::string_view text, size_t at)
 
 uint32_t LetterOf(char32_t c)
 {
-    return c < TableEnd ? letters[c] : WeightOf(c).identity;
+    return c < TableEnd ? Letters()[c] : WeightOf(c).identity;
 }
 
 uint32_t NextLetter(std::string_view text, size_t &at)
