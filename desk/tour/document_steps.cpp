@@ -93,6 +93,7 @@ void FollowIt(TourScript &script)
     script.Fill(u"Serial_EDT"_s, Returned);
     script.Key(u"find it"_s, u"Serial_EDT"_s, Qt::Key_Return);
     script.Shot(u"detail-history"_s, u"Movements_GRD"_s);
+    script.Key(u"empty the field"_s, u"Serial_EDT"_s, Qt::Key_Escape);
     script.Key(u"leave it"_s, u"Serial_EDT"_s, Qt::Key_Escape);
     script.Focus(u"Kind_CMB"_s);
     script.Key(u"all kinds again"_s, u"Kind_CMB"_s, Qt::Key_Home);
