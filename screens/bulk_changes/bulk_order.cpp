@@ -6,6 +6,8 @@
 #include "host/host.h"
 #include "rules/stamp.h"
 
+#include <QCoreApplication>
+
 using namespace Qt::StringLiterals;
 
 namespace bulk_changes {
