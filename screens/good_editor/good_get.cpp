@@ -21,7 +21,6 @@
 using namespace Qt::StringLiterals;
 
 using host::TFormMode;
-using host::TOperationType;
 using host::TSoftwarePart;
 
 namespace {

@@ -10,7 +10,6 @@ using namespace Qt::StringLiterals;
 
 // The opening stock of the good: in one store from the fields of the first tab, in several from the list.
 
-using goods::UnitAmounts;
 using host::TFormMode;
 using host::TOperationType;
 

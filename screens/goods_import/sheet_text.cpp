@@ -46,7 +46,7 @@ QString Utf16(QByteArrayView bytes, QStringConverter::Encoding encoding)
 QString Windows1256(QByteArrayView bytes)
 {
     const iconv_t converter = iconv_open("UTF-16LE", "CP1256");
-    if (converter == iconv_t(-1))
+    if (converter == iconv_t(-1)) // NOLINT(performance-no-int-to-ptr): so says its interface
         Refuse(u"این سیستم کدبندی Windows-1256 را نمی‌شناسد."_s);
     const auto close = qScopeGuard([converter] { iconv_close(converter); });
     QString text(bytes.size(), Qt::Uninitialized); // a byte is a character

@@ -7,9 +7,6 @@
 
 using namespace Qt::StringLiterals;
 
-using host::TPermission;
-using host::TSoftwarePart;
-
 // The advanced search of the goods list, and selected lists of goods.
 
 void TGood_List_FRM::BindSearch()

@@ -13,6 +13,7 @@ class Tgoodlist_search_Frm;
 /// The advanced search of the goods list: tags that the goods carry, the category they stand in, a selected list that
 /// they belong to, or do not. What the user selected is kept for him; what cannot be chosen any more (a tag, a list, a
 /// category that is gone, a right that was taken) is dropped from it.
+// NOLINTNEXTLINE(readability-identifier-naming): the business calls it so
 class Tgoodlist_search_Frm : public host::TBaseSearch_FRM
 {
     Q_OBJECT

@@ -68,7 +68,7 @@ private:
     void ShowHint(bool focused);
 
     std::unique_ptr<Ui::GroupPanel> m_ui;
-    QMenu *GroupList_PUM = nullptr;
+    QMenu *GroupList_PUM = nullptr; // NOLINT(readability-identifier-naming): the business calls it so
     int m_chosen = 0;
 };
 

@@ -240,7 +240,7 @@ void TGood_Label_FRM::ShowPreview()
     if (choices.layout != Layout::Sheet)
         m_ui->Preview_PNL->SetJob(row < 0 ? labels::Job{choices, {}, {}} : m_rows.JobOf(row));
     else
-        m_ui->Preview_PNL->SetJob(m_rows.MakeJob(labels::MostRows * labels::MostColumns)); // the first sheet
+        m_ui->Preview_PNL->SetJob(m_rows.MakeJob(qint64(labels::MostRows) * labels::MostColumns)); // the first sheet
 }
 
 void TGood_Label_FRM::EditCount(int row)

@@ -60,7 +60,8 @@ Spot SpotOf(const Paper &paper, int start, int number)
     const int onPage = place % paper.PerPage();
     const int fromRight = onPage % paper.columns;
     const double left = paper.page.width() - paper.sideMargin - (fromRight + 1) * paper.label.width();
-    const double top = paper.topMargin + onPage / paper.columns * paper.label.height();
+    const int fromTop = onPage / paper.columns;
+    const double top = paper.topMargin + fromTop * paper.label.height();
     return {place / paper.PerPage(), QRectF(QPointF(left, top), paper.label)};
 }
 

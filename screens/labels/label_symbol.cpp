@@ -75,7 +75,7 @@ std::optional<Symbology> SymbologyOf(const QString &barcode)
 QString PrintedBarcode(const QString &stored)
 {
     for (const QString &one : goods::UnpackBarcodes(stored))
-        if (const QString barcode = goods::CleanBarcode(one); SymbologyOf(barcode))
+        if (QString barcode = goods::CleanBarcode(one); SymbologyOf(barcode))
             return barcode;
     return {};
 }

@@ -6,6 +6,7 @@
 #include "host/data/persian_text.h"
 #include "ui_first_asset_get.h"
 
+#include <QPushButton>
 #include <QRegularExpression>
 
 using namespace Qt::StringLiterals;

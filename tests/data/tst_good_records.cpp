@@ -319,6 +319,7 @@ void TestGoodRecords::desksSavingAtOnce()
         QSqlDatabase::removeDatabase(name);
     };
     std::vector<std::thread> desks;
+    desks.reserve(Desks);
     for (int i = 0; i < Desks; ++i) {
         desks.emplace_back(work, i);
     }
