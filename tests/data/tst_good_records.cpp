@@ -377,7 +377,7 @@ void TestGoodRecords::unquotedValuesAreDigits()
     QFETCH(QString, value);
     MakeGoods(*m_database, u"(1, 5, N'x', N'', N'', 77)"_s);
     TGood_DM &goods = m_desk->goods;
-    const quint64 before = host::StatementsSent();
+    const quint64 before = host::StatementsSent(); // NOLINT(clang-analyzer-deadcode.DeadStores): compared at the end
     QVERIFY_THROWS_EXCEPTION(host::RefusedText, goods.Good_IsExistSMSCode(2, value));
     QVERIFY_THROWS_EXCEPTION(host::RefusedText, goods.Good_GetNewCode(value));
     QVERIFY_THROWS_EXCEPTION(host::RefusedText, goods.Good_GetNewCode_GrpCode(value, u"6"_s));
