@@ -266,8 +266,8 @@ void DetailDivisions::ListPieces(int code)
 void DetailDivisions::NumberPieces()
 {
     const QString sources = u"(SELECT DISTINCT SourceID FROM #DivisionPieces WHERE IsNew = 1) AS f"_s;
-    // The few texts between the two ends are found by them; the detail type, which a hundred thousand share, is no way to
-    // look for them.
+    // The few texts between the two ends are found by them; the detail type, which a hundred thousand share, is no way
+    // to look for them.
     Run(u"CREATE TABLE #DivisionParents (SourceID int NOT NULL PRIMARY KEY, LastNumber int NOT NULL)"_s);
     Run(u"INSERT INTO #DivisionParents (SourceID, LastNumber) SELECT u.SourceID, ISNULL(MAX(u.Number), 0) FROM (SELECT "
         "f.SourceID, 0 AS Number FROM %1 UNION ALL SELECT f.SourceID, TRY_CAST(SUBSTRING(c.[Value], LEN(d.[Value]) + 2, "

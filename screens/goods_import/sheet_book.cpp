@@ -158,8 +158,7 @@ goods::ImportTable ReadSheetFile(const QString &file)
     if (bytes.startsWith("\xD0\xCF\x11\xE0"))
         Refuse(
             u"این فایل به قالب قدیمی XLS است. آن را در برنامه‌ی صفحه‌گسترده به شکل XLSX یا CSV ذخیره کنید."_s);
-    goods::ImportTable table =
-        bytes.startsWith("PK\x03\x04") ? ReadBook(bytes) : ReadSeparated(DecodeText(bytes));
+    goods::ImportTable table = bytes.startsWith("PK\x03\x04") ? ReadBook(bytes) : ReadSeparated(DecodeText(bytes));
     if (table.RowCount() == 0)
         Refuse(u"فایل «%1» خالی است."_s.arg(QFileInfo(file).fileName()));
     return table;
