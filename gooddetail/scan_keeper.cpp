@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QKeyEvent>
+#include <QPointer>
 #include <QWidget>
 
 namespace good_detail {
@@ -19,6 +20,7 @@ ScanKeeper::~ScanKeeper()
 void ScanKeeper::Over(QWidget *screen, const std::function<void()> &message,
                       std::function<void(const QStringList &, const QString &)> take)
 {
+    const QPointer<QWidget> place(screen);
     QStringList scans;
     QString begun;
     {
@@ -27,9 +29,9 @@ void ScanKeeper::Over(QWidget *screen, const std::function<void()> &message,
         scans = keeper.Scans();
         begun = keeper.Begun();
     }
-    if (!scans.isEmpty() || !begun.isEmpty())
+    if (place && (!scans.isEmpty() || !begun.isEmpty()))
         QMetaObject::invokeMethod(
-            screen, [take = std::move(take), scans, begun] { take(scans, begun); }, Qt::QueuedConnection);
+            place.data(), [take = std::move(take), scans, begun] { take(scans, begun); }, Qt::QueuedConnection);
 }
 
 bool ScanKeeper::eventFilter(QObject *watched, QEvent *event)

@@ -9,8 +9,8 @@
 namespace host {
 
 /// A transaction by scope: what is not committed is rolled back. Begins with the write lock on the embedded database,
-/// so that what is read inside it stays true until its end. On a server it begins with the
-/// first statement, which throws when the connection is gone.
+/// so that what is read inside it stays true until its end. On a server it begins with the first statement, which
+/// throws when the connection is gone.
 ///
 /// Transactions on one connection nest by depth: only the outermost one begins and ends in the database. An inner one
 /// that ends without Commit() spoils the outer ones: their Commit() throws and everything is rolled back.
