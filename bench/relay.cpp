@@ -1,25 +1,19 @@
 #include "bench/relay.h"
 
+#include "tests/tds/loopback.h"
+
 #include <array>
-#include <cerrno>
 #include <netdb.h>
 #include <netinet/in.h>
 #include <netinet/tcp.h>
 #include <poll.h>
 #include <sys/socket.h>
-#include <system_error>
 #include <thread>
 #include <unistd.h>
 
 namespace bench {
 
 namespace {
-
-void Check(int result, const char *what)
-{
-    if (result < 0)
-        throw std::system_error(errno, std::generic_category(), what);
-}
 
 /// What is small goes at once: a delay is the relay's to make.
 void SendAtOnce(int socket)
@@ -65,16 +59,7 @@ Relay::Relay(std::string host, std::string port)
 {
     m_state->host = std::move(host);
     m_state->port = std::move(port);
-    m_socket = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    Check(m_socket, "socket");
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    socklen_t size = sizeof address;
-    Check(::bind(m_socket, reinterpret_cast<sockaddr *>(&address), size), "bind");
-    Check(::listen(m_socket, SOMAXCONN), "listen");
-    Check(::getsockname(m_socket, reinterpret_cast<sockaddr *>(&address), &size), "getsockname");
-    m_port = ntohs(address.sin_port);
+    m_socket = tds::Listen(m_port);
     std::thread([socket = m_socket, state = m_state] {
         for (int client = 0; (client = ::accept4(socket, nullptr, nullptr, SOCK_CLOEXEC)) >= 0;)
             std::thread([client, state] { Serve(client, *state); }).detach();

@@ -1,8 +1,10 @@
 #include "data/goods/bulk_ledger.h"
 
+#include "data/goods/bulk_scope.h"
 #include "host/data/database_error.h"
 #include "host/data/query.h"
 #include "host/data/sql_text.h"
+#include "host/data/transaction.h"
 #include "host/services/types.h"
 
 #include <QLoggingCategory>
@@ -144,6 +146,17 @@ void BulkLedger::Trim(int change)
     } catch (const host::DatabaseError &error) {
         qCWarning(log).noquote() << error.LogText();
     }
+}
+
+bool BulkLedger::Finish(host::Transaction &transaction, BulkSteps &steps, BulkResult &result)
+{
+    Close(result);
+    if (!steps.GoOn()) {
+        return false;
+    }
+    transaction.Commit();
+    Trim(result.change);
+    return true;
 }
 
 BulkKind BulkLedger::KindOf(int change) const

@@ -7,7 +7,13 @@
 
 #include <optional>
 
+namespace host {
+class Transaction;
+}
+
 namespace goods {
+
+class BulkSteps;
 
 /// One column that a change writes; one detail type of the set that it gives.
 struct BulkField
@@ -45,6 +51,8 @@ public:
     /// Forgets the oldest entries, never `change`; nothing for 0. For after the commit: that it fails is logged and
     /// does not undo the change; the next one makes up for it.
     void Trim(int change);
+    /// The end of a change that is written in one transaction: closes, commits, forgets. False when given up before.
+    bool Finish(host::Transaction &transaction, BulkSteps &steps, BulkResult &result);
 
     /// The columns of an entry. DatabaseError when it names any that no change writes.
     QList<BulkField> FieldsOf(int change) const;

@@ -150,13 +150,7 @@ BulkResult BulkPrices::BulkPrices_Apply(const BulkOrder &order)
     if (!steps.GoOn()) {
         return cancelled;
     }
-    ledger.Close(result);
-    if (!steps.GoOn()) {
-        return cancelled;
-    }
-    transaction.Commit();
-    ledger.Trim(result.change);
-    return result;
+    return ledger.Finish(transaction, steps, result) ? result : cancelled;
 }
 
 void BulkPrices::BulkPrices_Close()

@@ -191,13 +191,7 @@ BulkResult BulkValues::Apply(const GoodsScope &scope, const Work &work, const Bu
     if (!steps.GoOn() || !work.write(ledger, result.change, steps)) {
         return cancelled;
     }
-    ledger.Close(result);
-    if (!steps.GoOn()) {
-        return cancelled;
-    }
-    transaction.Commit();
-    ledger.Trim(result.change);
-    return result;
+    return ledger.Finish(transaction, steps, result) ? result : cancelled;
 }
 
 BulkValues::Work BulkValues::ColumnWork(BulkKind kind, const QList<BulkField> &fields)

@@ -1,5 +1,6 @@
 #include "tests/tds/server.h"
 
+#include "tests/tds/loopback.h"
 #include "tests/tds/session.h"
 #include "tsql/values/error.h"
 
@@ -9,7 +10,6 @@
 #include <netinet/in.h>
 #include <netinet/tcp.h>
 #include <sys/socket.h>
-#include <system_error>
 #include <thread>
 #include <unistd.h>
 
@@ -99,28 +99,9 @@ QString Databases::nextFile()
     return m_folder.filePath(QString::number(++m_made));
 }
 
-namespace {
-
-void Check(int result, const char *what)
-{
-    if (result < 0)
-        throw std::system_error(errno, std::generic_category(), what);
-}
-
-} // namespace
-
 Server::Server()
 {
-    m_socket = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    Check(m_socket, "socket");
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    socklen_t size = sizeof address;
-    Check(::bind(m_socket, reinterpret_cast<sockaddr *>(&address), size), "bind");
-    Check(::listen(m_socket, SOMAXCONN), "listen");
-    Check(::getsockname(m_socket, reinterpret_cast<sockaddr *>(&address), &size), "getsockname");
-    m_port = ntohs(address.sin_port);
+    m_socket = Listen(m_port);
 }
 
 Server::~Server()

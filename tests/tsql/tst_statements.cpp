@@ -11,6 +11,7 @@
 // A case without --> must run and give nothing back. Lines that begin with ## are remarks.
 
 #include "tests/support/test_main.h"
+#include "tools/goods_sql/table_printer.h"
 #include "tsql/qt/driver.h"
 
 #include <QDirIterator>
@@ -83,24 +84,6 @@ QList<Case> CasesIn(const QString &path)
     return cases;
 }
 
-QString Shown(const QVariant &value)
-{
-    if (value.isNull())
-        return u"NULL"_s;
-    switch (value.typeId()) {
-    case QMetaType::Bool:
-        return value.toBool() ? u"1"_s : u"0"_s;
-    case QMetaType::QByteArray:
-        return u"0x"_s + QString::fromLatin1(value.toByteArray().toHex().toUpper());
-    case QMetaType::QDate:
-        return value.toDate().toString(u"yyyy-MM-dd"_s);
-    case QMetaType::QDateTime:
-        return value.toDateTime().toString(u"yyyy-MM-dd hh:mm:ss.zzz"_s);
-    default:
-        return value.toString();
-    }
-}
-
 QStringList Answer(QSqlQuery &query, const QString &statements, bool withLine)
 {
     QStringList lines;
@@ -115,7 +98,7 @@ QStringList Answer(QSqlQuery &query, const QString &statements, bool withLine)
             while (query.next()) {
                 QStringList fields;
                 for (int i = 0; i < query.record().count(); ++i)
-                    fields += Shown(query.value(i));
+                    fields += Printed(query.value(i), u"NULL"_s);
                 lines += fields.join(u" | "_s);
             }
         } while (!query.lastError().isValid() && query.nextResult());
