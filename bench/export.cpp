@@ -32,7 +32,7 @@ void TakeOut(Report &report, Shop &shop, const QString &ending, std::optional<do
     Line line{u"list of %1 goods to %2"_s.arg(goods).arg(ending.toUpper()), 0, {}, limit, 0};
     line.milliseconds = Timed([&] { host::GridExport(*grid, u"کالاها"_s, u"1405/08/30"_s).Write(file, &list); });
     line.statements = static_cast<double>(host::StatementsSent() - before);
-    if (grid->RowCount() != goods || QFileInfo(file).size() < 20 * goods)
+    if (grid->RowCount() != goods || QFileInfo(file).size() < qint64{20} * goods)
         throw std::runtime_error("the list was not written");
     report.Add(line);
     list.close();

@@ -44,7 +44,7 @@ QString LabelOf(const QWidget &control)
     const auto labels = control.window()->findChildren<QLabel *>();
     for (const QLabel *label : labels)
         if (label->buddy() == &control && !label->isHidden())
-            if (const QString name = Said(label->text()); !name.isEmpty())
+            if (QString name = Said(label->text()); !name.isEmpty())
                 return name;
     return {};
 }

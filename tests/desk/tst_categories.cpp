@@ -7,9 +7,6 @@
 #include <QLineEdit>
 #include <QtTest>
 
-using host::TPermission;
-using host::TSoftwarePart;
-
 namespace {
 
 const QString Hostile = u"x'); DELETE FROM Goods --<b>%1&[_%"_s;

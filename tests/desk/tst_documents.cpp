@@ -28,20 +28,20 @@ struct Writer
         desk.settings.SignIn(1);
     }
 
-    Document New(int kind, int good, int store_, host::Quantity amount, int answers = 0, int to = 0)
+    Document New(int kind, int good, int from, host::Quantity amount, int answers = 0, int to = 0)
     {
         Document document;
         document.Kind = kind;
         document.Code = store.NewCode(desk::DocumentKindOf(kind));
         document.Date = u"1405/09/01"_s;
-        document.StoreCode = store_;
+        document.StoreCode = from;
         document.ToStoreCode = to;
         document.AnswersCode = answers;
         DocumentLine line;
         line.OperationRow = 1;
         line.Good.Code = good;
         line.Good.HasDetails = good == Drill;
-        line.StoreCode = store_;
+        line.StoreCode = from;
         line.Amount1 = amount;
         line.Price = 1000;
         document.Lines << line;
@@ -80,9 +80,9 @@ struct Writer
         return {};
     }
     /// A document with a range of serials, its code; 0 when it was refused.
-    int Write(int kind, int store_, host::TSerialRange range, int answers = 0, int to = 0)
+    int Write(int kind, int from, host::TSerialRange range, int answers = 0, int to = 0)
     {
-        Document document = New(kind, Drill, store_, 0, answers, to);
+        Document document = New(kind, Drill, from, 0, answers, to);
         Details(document, range);
         if (document.Lines[0].Amount1 <= 0) {
             desk.host.detailMovements.GoodDetailsOperation_Discard(static_cast<quint8>(kind), document.Code);

@@ -7,7 +7,6 @@
 
 #include <QtTest>
 
-using host::TPermission;
 using host::TSoftwarePart;
 
 class TestServices : public QObject

@@ -6,6 +6,7 @@
 #include "tests/support/test_main.h"
 
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QtTest>
 

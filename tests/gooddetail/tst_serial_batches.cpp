@@ -351,9 +351,9 @@ void TestSerialBatches::measuresAndAmounts()
                           {5, {24, 0, 24, 4, 2, 3}, {4, 0, 4, 2, 2, 1}, u"24|0|3|2"}};
     auto &movements = m_desk->desk.detailMovements;
     for (const auto &[unitType, in, out, left] : cases) {
-        const auto line = [&](quint8 type, int code, int foreign = 0) {
-            auto made = Desk::Line(type, unitType * 100 + code, 1, 1, foreign == 0 ? 0 : unitType * 100 + foreign);
-            made.UnitType = unitType;
+        const auto line = [kind = unitType](quint8 type, int code, int foreign = 0) {
+            auto made = Desk::Line(type, kind * 100 + code, 1, 1, foreign == 0 ? 0 : kind * 100 + foreign);
+            made.UnitType = kind;
             return made;
         };
         auto batch = m_desk->Batch(line(1, 1), QString::number(unitType));
@@ -393,7 +393,7 @@ void TestSerialBatches::freesSerialsGivenUp()
     int code = 0;
     for (const QString &how : {u"row"_s, u"all"_s, u"cancelled"_s, u"kept without"_s, u"discarded"_s, u"deleted"_s}) {
         const auto line = Desk::Line(1, ++code);
-        const qint64 first = code * 10;
+        const qint64 first = qint64{10} * code;
         serials.EnterGoodDetail_Open();
         const auto keep = [&] { movements.EnterGoodDetails_Keep(serials.EnterGoodDetail_Table(), line); };
         QCOMPARE(m_desk->desk.serialBatches.EnterSerials(m_desk->Range(line, {first, first + 2})).Written, 3);

@@ -364,7 +364,8 @@ void TestSerialData::givesBackWhatThePurchaseBrought()
 {
     for (const int purchase : {1, 2}) {
         const auto buy = Desk::Line(1, purchase);
-        QCOMPARE(m_desk->Enter(buy, m_desk->Range(buy, {purchase * 10, purchase * 10 + 2})), QStringList());
+        QCOMPARE(m_desk->Enter(buy, m_desk->Range(buy, {qint64{10} * purchase, qint64{10} * purchase + 2})),
+                 QStringList());
     }
     QCOMPARE(m_desk->Exit(Desk::Line(2, 1), {11, 11}), QStringList());
     const auto back = [](int code, int purchase) {

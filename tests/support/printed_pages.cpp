@@ -36,7 +36,8 @@ QString PrintedPages::Page::Outside() const
 {
     QStringList texts;
     for (const auto &[at, text] : runs)
-        if (std::none_of(frames.begin(), frames.end(), [&](const QRectF &frame) { return frame.contains(at); }))
+        if (std::none_of(frames.begin(), frames.end(),
+                         [&place = at](const QRectF &frame) { return frame.contains(place); }))
             texts << text;
     return texts.join(QString());
 }

@@ -53,7 +53,7 @@ QByteArray PreLoginAnswer()
                               {4, QByteArray(1, '\0')}};
     QByteArray table;
     QByteArray values;
-    const auto tableSize = qsizetype(5 * std::size(options) + 1);
+    const qsizetype tableSize = 5 * qsizetype(std::size(options)) + 1;
     for (const Option &option : options) {
         char place[4];
         qToBigEndian(quint16(tableSize + values.size()), place);

@@ -359,7 +359,7 @@ void TestWire::delays()
     const long before = relay.RoundTrips();
     QElapsedTimer clock;
     clock.start();
-    Query(far, select);
+    const Query asked(far, select);
     QCOMPARE(relay.RoundTrips() - before, 1);
     QVERIFY(clock.elapsed() >= Delay);
 }

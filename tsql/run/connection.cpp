@@ -257,9 +257,11 @@ std::vector<KeptTable> Connection::TableVariables() const
         while (m_main.Step(definitions.get()))
             variable.definitions.push_back(ColumnValue(definitions.get(), 0).bytes);
         const PreparedStatement rows = m_main.Prepare("SELECT * FROM " + variable.table->sqliteName.toUtf8());
+        const int columns = sqlite3_column_count(rows.get());
         while (m_main.Step(rows.get())) {
             std::vector<Value> row;
-            for (int i = 0; i < sqlite3_column_count(rows.get()); ++i)
+            row.reserve(static_cast<std::size_t>(columns));
+            for (int i = 0; i < columns; ++i)
                 row.push_back(ColumnValue(rows.get(), i));
             variable.rows.push_back(std::move(row));
         }

@@ -19,7 +19,7 @@ struct Weight
     uint32_t identity = 0;
 
     bool Counts() const { return primary != 0; }
-    auto operator<=>(const Weight &) const = default;
+    auto operator<=>(const Weight &) const = default; // NOLINT(modernize-use-nullptr): the compiler's zero
 };
 
 Weight WeightOf(char32_t c);

@@ -371,7 +371,9 @@ Decimal Remainder(const Decimal &a, const Decimal &b, int precision, int scale)
     if (b.units == 0)
         throw Error(8134);
     const int common = std::max(a.scale, b.scale);
-    return Decimal{AtScale(a, common) % AtScale(b, common), common}.Rescaled(precision, scale);
+    const Int divisor = AtScale(b, common);
+    Q_ASSERT(divisor != 0);
+    return Decimal{AtScale(a, common) % divisor, common}.Rescaled(precision, scale);
 }
 
 } // namespace tsql

@@ -14,7 +14,7 @@ struct Wording
 {
     constexpr Wording(int number, int variant = 0) : number(number), variant(variant) {}
     bool operator==(const Wording &) const = default;
-    auto operator<=>(const Wording &) const = default;
+    auto operator<=>(const Wording &) const = default; // NOLINT(modernize-use-nullptr): the compiler's zero
 
     int number;
     int variant;

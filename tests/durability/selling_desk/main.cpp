@@ -65,12 +65,9 @@ void Divide(host::Host &host, qint64 serial)
     save(text, 1, 4);
 }
 
-} // namespace
-
-int main(int argc, char *argv[])
+/** Until it is killed. */
+void Sell(const QString &file, const QString &how)
 {
-    QCoreApplication application(argc, argv);
-    const QString file = application.arguments().value(1);
     const host::Connections connections{desk::OpenEmbedded(file, u"main"_s), desk::OpenEmbedded(file, u"list"_s),
                                         desk::OpenEmbedded(file, u"scales"_s)};
     test::FakeMessages messages;
@@ -90,7 +87,7 @@ int main(int argc, char *argv[])
             std::puts("saved");
             std::fflush(stdout);
         };
-        if (application.arguments().value(2) == u"divide") {
+        if (how == u"divide") {
             for (qint64 serial = next; serial < next + Pieces; ++serial) {
                 Divide(desk.host, serial);
                 tell();
@@ -105,4 +102,17 @@ int main(int argc, char *argv[])
         desk::DocumentStore store(desk.host);
         store.Delete(*store.Get(2, second));
     }
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    try {
+        const QCoreApplication application(argc, argv);
+        Sell(QCoreApplication::arguments().value(1), QCoreApplication::arguments().value(2));
+    } catch (const std::exception &error) {
+        std::fputs(error.what(), stderr);
+    }
+    return 1;
 }

@@ -6,6 +6,7 @@
 #include "tests/screens/good_details/details_fixture.h"
 #include "tests/support/test_main.h"
 
+#include <QAbstractButton>
 #include <QLabel>
 #include <QTabBar>
 #include <QtTest>

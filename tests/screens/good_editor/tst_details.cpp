@@ -15,16 +15,18 @@ class TestGoodDetailTypes : public QObject
 private slots:
     void init()
     {
-        f.emplace();
-        f->host.settings.record.GoodDetails = true;
-        f->database.Exec(u"set identity_insert DetailTypes on insert DetailTypes(ID,Title,DetailType) values"
-                         "(2,N'رنگ',1),(3,N'طرح',2),(4,N'O''سریال',3),(5,N'تاریخ',5),(6,N'بارکد',6),(7,N'وزن',4) "
-                         "set identity_insert DetailTypes off"_s);
-        f->database.Exec(u"insert DetailTypes_SelectedLists(Code,Title,DefaultSelectedList) values(1,N'پیش فرض',1)"_s);
-        f->database.Exec(u"insert DetailTypes_SelectedList_Detail(SL_Code,Code,Radif) values(1,2,1),(1,5,2)"_s);
-        f->InsertGood(500009, u"دوغ"_s, 909);
+        m_editor.emplace();
+        m_editor->host.settings.record.GoodDetails = true;
+        m_editor->database.Exec(
+            u"set identity_insert DetailTypes on insert DetailTypes(ID,Title,DetailType) values"
+            "(2,N'رنگ',1),(3,N'طرح',2),(4,N'O''سریال',3),(5,N'تاریخ',5),(6,N'بارکد',6),(7,N'وزن',4) "
+            "set identity_insert DetailTypes off"_s);
+        m_editor->database.Exec(
+            u"insert DetailTypes_SelectedLists(Code,Title,DefaultSelectedList) values(1,N'پیش فرض',1)"_s);
+        m_editor->database.Exec(u"insert DetailTypes_SelectedList_Detail(SL_Code,Code,Radif) values(1,2,1),(1,5,2)"_s);
+        m_editor->InsertGood(500009, u"دوغ"_s, 909);
     }
-    void cleanup() { f.reset(); }
+    void cleanup() { m_editor.reset(); }
 
     /// What is done to a good with some types, and which it has in the end.
     void changing_data()
@@ -63,16 +65,16 @@ private slots:
         QFETCH(QString, story);
         QFETCH(QStringList, said);
         const QStringList told = story.split(u'|');
-        f->database.Exec(u"insert GoodDetailRelation(GoodCode,DetailID) select 500009,ID from DetailTypes "
-                         "where ID in (%1)"_s.arg(told.at(0)));
-        f->host.entities.multipleChoice = told.at(2);
-        f->OpenGood(500009, [&](QWidget *screen) {
+        m_editor->database.Exec(u"insert GoodDetailRelation(GoodCode,DetailID) select 500009,ID from DetailTypes "
+                                "where ID in (%1)"_s.arg(told.at(0)));
+        m_editor->host.entities.multipleChoice = told.at(2);
+        m_editor->OpenGood(500009, [&](QWidget *screen) {
             test::Press(Qt::Key_3, Qt::ControlModifier);
-            test::Focus(screen, Grid);
+            test::Focus(screen, m_grid);
             QStringList heard;
             for (const QChar key : told.at(1)) {
                 Do(screen, key);
-                heard += f->host.messages.TakeAll();
+                heard += m_editor->host.messages.TakeAll();
             }
             heard.removeAll(u"MSGCompeletedSuccessfully(ذخيره سازي کالا)"_s);
             QCOMPARE(heard, said);
@@ -83,36 +85,36 @@ private slots:
     /// The default types of a new good follow its code; the second record does not show the marks of the first.
     void newGoodBeginsWithTheDefaults()
     {
-        f->keepsScreen = true;
-        f->host.entities.multipleChoice = u"4,"_s;
-        f->OpenNew(u"5"_s, [&](QWidget *screen) {
-            f->FillRequired(screen);
+        m_editor->keepsScreen = true;
+        m_editor->host.entities.multipleChoice = u"4,"_s;
+        m_editor->OpenNew(u"5"_s, [&](QWidget *screen) {
+            m_editor->FillRequired(screen);
             test::Enter(screen, u"Code_EDT"_s, u"500077"_s);
             test::Press(Qt::Key_3, Qt::ControlModifier);
-            test::Focus(screen, Grid);
+            test::Focus(screen, m_grid);
             test::Press(Qt::Key_F4);
-            QCOMPARE(f->host.entities.wanted.ExcludedCodes, u"2,5"_s);
-            QCOMPARE(f->host.entities.wanted.PreviousCount, 2);
+            QCOMPARE(m_editor->host.entities.wanted.ExcludedCodes, u"2,5"_s);
+            QCOMPARE(m_editor->host.entities.wanted.PreviousCount, 2);
             test::Press(Qt::Key_Insert);
             test::Press(Qt::Key_F3);
-            f->host.messages.TakeAll();
+            m_editor->host.messages.TakeAll();
             test::Press(Qt::Key_Escape); // the next new good
         });
         QCOMPARE(Types(500077), u"2,4,5"_s);
-        f->OpenGood(500077, [&](QWidget *screen) {
-            auto &grid = test::Find<host::Grid>(screen, Grid);
+        m_editor->OpenGood(500077, [&](QWidget *screen) {
+            auto &grid = test::Find<host::Grid>(screen, m_grid);
             QCOMPARE(grid.RowCount(), 3);
             QVERIFY(grid.MarkedKeys().isEmpty());
             test::Press(Qt::Key_3, Qt::ControlModifier);
             test::Press(Qt::Key_Escape);
         });
-        f->Open(500077, host::TFormMode::Review, {}, [&](QWidget *screen) {
+        m_editor->Open(500077, host::TFormMode::Review, {}, [&](QWidget *screen) {
             test::Press(Qt::Key_3, Qt::ControlModifier);
-            test::Focus(screen, Grid);
-            f->host.entities.calls.clear();
+            test::Focus(screen, m_grid);
+            m_editor->host.entities.calls.clear();
             test::Press(Qt::Key_F4);
             test::Press(Qt::Key_F7);
-            QVERIFY(!test::Find(screen, u"NewDetail_BTN"_s).isVisible() && f->host.entities.calls.isEmpty());
+            QVERIFY(!test::Find(screen, u"NewDetail_BTN"_s).isVisible() && m_editor->host.entities.calls.isEmpty());
             test::Press(Qt::Key_Escape);
         });
     }
@@ -120,23 +122,24 @@ private slots:
 private:
     QString Types(int good) const
     {
-        return f->database
+        return m_editor->database
             .Rows(u"select DetailID from GoodDetailRelation where GoodCode=%1 order by DetailID"_s.arg(good))
             .join(u',');
     }
     void Do(QWidget *screen, QChar key)
     {
         if (key == u'R') {
-            f->host.goodDetails.recorded << 500009;
+            m_editor->host.goodDetails.recorded << 500009;
             return;
         }
         if (key == u'U')
-            return void(f->host.goodDetails.unsaved << 500009);
+            return void(m_editor->host.goodDetails.unsaved << 500009);
         if (key == u'E')
-            return f->Leave();
+            return m_editor->Leave();
         const bool deletes = key == u'D' || key == u'L';
-        if (deletes && f->host.goodDetails.recorded.isEmpty() && !test::Find<host::Grid>(screen, Grid).IsEmpty())
-            f->host.messages.Answer(true);
+        if (deletes && m_editor->host.goodDetails.recorded.isEmpty() &&
+            !test::Find<host::Grid>(screen, m_grid).IsEmpty())
+            m_editor->host.messages.Answer(true);
         if (key == u'L')
             test::Find<QPushButton>(screen, u"DeleteAllDetail_BTN"_s).click();
         else
@@ -144,8 +147,8 @@ private:
                 {u'A', Qt::Key_F4}, {u'D', Qt::Key_F7}, {u'M', Qt::Key_Insert}, {u'F', Qt::Key_F3}}[key]);
     }
 
-    const QString Grid = u"GoodDetails_GRD"_s;
-    std::optional<EditorFixture> f;
+    const QString m_grid = u"GoodDetails_GRD"_s;
+    std::optional<EditorFixture> m_editor;
 };
 
 REGISTER_TEST(TestGoodDetailTypes)

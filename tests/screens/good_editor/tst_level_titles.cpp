@@ -4,6 +4,7 @@
 
 #include <QComboBox>
 #include <QLabel>
+#include <QPushButton>
 #include <QtTest>
 
 /// Titles of levels that are changed while a good is being edited.

@@ -10,6 +10,7 @@
 
 #include <QClipboard>
 #include <QFileDialog>
+#include <QLabel>
 #include <QProgressDialog>
 
 namespace {

@@ -15,21 +15,21 @@ class TestGoodSearch : public QObject
 private slots:
     void init()
     {
-        s.emplace();
-        for (const QString &row : s->database.Rows(u"select Code,isnull(ParentCode,0),Name from Categories"_s))
-            s->host.categories.all.append(
+        m_screen.emplace();
+        for (const QString &row : m_screen->database.Rows(u"select Code,isnull(ParentCode,0),Name from Categories"_s))
+            m_screen->host.categories.all.append(
                 {row.section(u'|', 0, 0).toInt(), row.section(u'|', 1, 1).toInt(), row.section(u'|', 2)});
         // A name that is no name.
-        s->database.Exec(u"update SelectedLists set Title=N'O''Neil'', @GrpCode = 1 <b>&ویژه' where Code=2 "
-                         "update TagS set Name=N'''; drop table x--' where Code=2 "
-                         "update GoodInf set tags=N'2,1' where Code in(110001,150001) "
-                         "update GoodInf set tags=N'12,1' where Code=110002"_s);
-        s->Open();
+        m_screen->database.Exec(u"update SelectedLists set Title=N'O''Neil'', @GrpCode = 1 <b>&ویژه' where Code=2 "
+                                "update TagS set Name=N'''; drop table x--' where Code=2 "
+                                "update GoodInf set tags=N'2,1' where Code in(110001,150001) "
+                                "update GoodInf set tags=N'12,1' where Code=110002"_s);
+        m_screen->Open();
     }
     void cleanup()
     {
         test::Press(Qt::Key_Escape);
-        s.reset();
+        m_screen.reset();
     }
 
     void criteria_data()
@@ -61,7 +61,7 @@ private slots:
                     [&](QWidget *form) {
                         for (int i = 0; i < parts.at(0).toInt(); ++i) {
                             test::Focus(form, u"add_btn"_s);
-                            s->Press({Qt::Key_Space, Qt::Key_Down, Qt::Key_Return});
+                            m_screen->Press({Qt::Key_Space, Qt::Key_Down, Qt::Key_Return});
                         }
                         test::Focus(form, u"Editor"_s);
                         test::Type(parts.at(1));
@@ -76,58 +76,58 @@ private slots:
                             test::Press(Qt::Key_Space);
                         test::Press(Qt::Key_F3);
                     });
-        s->Activate();
-        QCOMPARE(s->grid.ShownKeys(), s->Codes(where));
+        m_screen->Activate();
+        QCOMPARE(m_screen->grid.ShownKeys(), m_screen->Codes(where));
         QFETCH(QString, summary);
         const QString shown = Summary();
         QVERIFY2(shown.contains(summary), qPrintable(shown));
         // The criteria stay and do not count while the box is not checked.
-        test::Focus(&s->list, u"ADVSearch_CHK"_s);
+        test::Focus(&m_screen->list, u"ADVSearch_CHK"_s);
         test::Press(Qt::Key_Space);
-        QCOMPARE(s->grid.ShownKeys(), s->Codes());
+        QCOMPARE(m_screen->grid.ShownKeys(), m_screen->Codes());
         QCOMPARE(Summary(), shown);
         test::Press(Qt::Key_Space);
-        QCOMPARE(s->grid.ShownKeys(), s->Codes(where));
+        QCOMPARE(m_screen->grid.ShownKeys(), m_screen->Codes(where));
     }
 
     /// Esc leaves everything, F7 empties the form, each user has his own, and what is gone is dropped.
     void keptForTheUser()
     {
-        const QStringList shown = s->Codes(u"Code in (select Code from SelectedList_Detail where SL_Code=1)"_s);
+        const QStringList shown = m_screen->Codes(u"Code in (select Code from SelectedList_Detail where SL_Code=1)"_s);
         Choose({Qt::Key_Down, Qt::Key_F3});
-        QCOMPARE(s->grid.ShownKeys(), shown);
+        QCOMPARE(m_screen->grid.ShownKeys(), shown);
         Choose({Qt::Key_Down, Qt::Key_Escape});
         Choose({Qt::Key_F7, Qt::Key_Escape});
-        QCOMPARE(s->grid.ShownKeys(), shown);
+        QCOMPARE(m_screen->grid.ShownKeys(), shown);
         Reopen();
-        QCOMPARE(s->grid.ShownKeys(), shown);
-        const auto mine = s->host.settings.states;
-        s->host.settings.states.clear();
-        s->host.settings.user.Code = 8;
+        QCOMPARE(m_screen->grid.ShownKeys(), shown);
+        const auto mine = m_screen->host.settings.states;
+        m_screen->host.settings.states.clear();
+        m_screen->host.settings.user.Code = 8;
         Reopen();
         QCOMPARE(Summary(), u"بدون شرط"_s);
-        QCOMPARE(s->grid.ShownKeys(), s->Codes());
+        QCOMPARE(m_screen->grid.ShownKeys(), m_screen->Codes());
         Choose({Qt::Key_Down, Qt::Key_Down, Qt::Key_F3});
-        const auto others = s->host.settings.states;
-        s->host.settings.states = mine;
-        s->host.settings.user.Code = 7;
+        const auto others = m_screen->host.settings.states;
+        m_screen->host.settings.states = mine;
+        m_screen->host.settings.user.Code = 7;
         Reopen();
-        QCOMPARE(s->grid.ShownKeys(), shown);
+        QCOMPARE(m_screen->grid.ShownKeys(), shown);
         // Without the right the list is not offered, and not used.
-        s->host.permissions.Deny(TSoftwarePart::Goods, TPermission::SelectedLists);
+        m_screen->host.permissions.Deny(TSoftwarePart::Goods, TPermission::SelectedLists);
         Reopen();
-        QCOMPARE(s->grid.ShownKeys(), s->Codes());
+        QCOMPARE(m_screen->grid.ShownKeys(), m_screen->Codes());
         test::Drive([] { test::Press(Qt::Key_F8); },
                     [&](QWidget *form) {
                         QVERIFY(!test::Find(form, u"SelectList_CMB"_s).isVisible());
                         test::Press(Qt::Key_Escape);
                     });
-        s->host.permissions.denied.clear();
-        s->database.Exec(u"delete SelectedLists where Code=2"_s);
-        s->host.settings.states = others;
-        s->host.settings.user.Code = 8;
+        m_screen->host.permissions.denied.clear();
+        m_screen->database.Exec(u"delete SelectedLists where Code=2"_s);
+        m_screen->host.settings.states = others;
+        m_screen->host.settings.user.Code = 8;
         Reopen();
-        QCOMPARE(s->grid.ShownKeys(), s->Codes());
+        QCOMPARE(m_screen->grid.ShownKeys(), m_screen->Codes());
     }
 
     /// A scanned barcode is found whatever the search asks for; the way through the form by Tab and Enter.
@@ -138,12 +138,13 @@ private slots:
                         test::Focus(form, u"Editor"_s);
                         test::Type(u"نیست"_s);
                         test::Press(Qt::Key_F3);
-                        QVERIFY(s->host.messages.Take().contains(u"دسته‌ای با این نام نیست"_s));
+                        QVERIFY(
+                            m_screen->host.messages.Take().contains(u"دسته‌ای با این نام نیست"_s));
                         test::Press(Qt::Key_A, Qt::ControlModifier);
                         test::Type(u"لبن"_s);
                         test::Press(Qt::Key_F3);
                     });
-        s->Activate();
+        m_screen->Activate();
         QVERIFY2(Summary().contains(u"دسته: "_s), "what is typed counts");
         test::Drive([] { test::Press(Qt::Key_F8); },
                     [&](QWidget *form) {
@@ -153,44 +154,45 @@ private slots:
                         test::Focus(form, u"SelectList_CMB"_s);
                         test::Press(Qt::Key_Down);
                         test::Find<QPushButton>(form, u"SelectedLists_BTN"_s).click();
-                        QCOMPARE(s->host.selectedLists.calls, QStringList{u"Call_SelectedLists(1)"_s});
+                        QCOMPARE(m_screen->host.selectedLists.calls, QStringList{u"Call_SelectedLists(1)"_s});
                         test::Press(Qt::Key_F3);
                     });
-        s->Activate();
-        s->Press({Qt::Key_Insert, Qt::Key_Insert});
-        test::Find<QPushButton>(&s->list, u"SelectedList_BTN"_s).click();
-        QVERIFY(s->host.selectedLists.calls.last().startsWith(u"AddToSelectedList("_s));
-        const QString good = s->database
+        m_screen->Activate();
+        m_screen->Press({Qt::Key_Insert, Qt::Key_Insert});
+        test::Find<QPushButton>(&m_screen->list, u"SelectedList_BTN"_s).click();
+        QVERIFY(m_screen->host.selectedLists.calls.last().startsWith(u"AddToSelectedList("_s));
+        const QString good = m_screen->database
                                  .Scalar(u"select max(Code) from GoodInf where AbbName like '!%!' and Code not in "
                                          "(select Code from SelectedList_Detail where SL_Code=1)"_s)
                                  .toString();
-        const QString barcode =
-            s->database.Scalar(u"select AbbName from GoodInf where Code="_s + good).toString().section(u'!', 1, 1);
-        test::Focus(&s->list, u"GoodListDB_GRD"_s);
+        const QString barcode = m_screen->database.Scalar(u"select AbbName from GoodInf where Code="_s + good)
+                                    .toString()
+                                    .section(u'!', 1, 1);
+        test::Focus(&m_screen->list, u"GoodListDB_GRD"_s);
         test::Type(barcode);
         test::Press(Qt::Key_Return);
-        QCOMPARE(s->grid.CurrentKey(), good);
-        QVERIFY(!test::Find<QCheckBox>(&s->list, u"ADVSearch_CHK"_s).isChecked());
+        QCOMPARE(m_screen->grid.CurrentKey(), good);
+        QVERIFY(!test::Find<QCheckBox>(&m_screen->list, u"ADVSearch_CHK"_s).isChecked());
     }
 
 private:
-    QString Summary() { return test::Find<QLabel>(&s->list, u"ADVSearch_LBL"_s).text(); }
+    QString Summary() { return test::Find<QLabel>(&m_screen->list, u"ADVSearch_LBL"_s).text(); }
     void Choose(const Keys &keys)
     {
         test::Drive([] { test::Press(Qt::Key_F8); },
                     [&](QWidget *form) {
                         test::Focus(form, u"SelectList_CMB"_s);
-                        s->Press(keys);
+                        m_screen->Press(keys);
                     });
-        s->Activate();
+        m_screen->Activate();
     }
     void Reopen()
     {
         test::Press(Qt::Key_Escape);
-        s->Open();
+        m_screen->Open();
     }
 
-    std::optional<Screen> s;
+    std::optional<Screen> m_screen;
 };
 
 REGISTER_TEST(TestGoodSearch)

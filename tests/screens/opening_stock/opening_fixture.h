@@ -66,7 +66,7 @@ struct OpeningFixture : EditorFixture
     QString Refused()
     {
         test::Press(Qt::Key_F3);
-        const QString said = host.messages.TakeAll().join(u';');
+        QString said = host.messages.TakeAll().join(u';');
         Leave();
         return said;
     }

@@ -4,6 +4,7 @@
 #include "tests/screens/opening_stock/opening_fixture.h"
 #include "tests/support/test_main.h"
 
+#include <QComboBox>
 #include <QLabel>
 #include <QPushButton>
 #include <QtTest>
