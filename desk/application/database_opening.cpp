@@ -48,9 +48,10 @@ void PrepareDatabase(const Options &options, bool demo)
 /// Asks, takes the copy and does it. False when the user leaves; what fails is told, and the database is as it was.
 bool OfferUpgrade(const Options &options, const QSqlDatabase &connection, const QString &copy)
 {
-    const QString question = copy.isEmpty() ? MessageText(message::EarlierOnServer, {DatabaseName(options)})
-                                            : MessageText(message::EarlierDatabase, {DatabaseName(options), //
-                                                                                     QDir::toNativeSeparators(copy)});
+    const QString name = DatabaseName(options);
+    const QString question = copy.isEmpty()
+                                 ? MessageText(message::EarlierOnServer, {name})
+                                 : MessageText(message::EarlierDatabase, {name, QDir::toNativeSeparators(copy)});
     if (!AskBox(nullptr, question, true))
         return false;
     try {
