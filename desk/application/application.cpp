@@ -81,31 +81,40 @@ int Work(QApplication &application, const Options &options, bool demo, QString &
     return code;
 }
 
+/// Puts a copy in the place of the database and tells what became of that. False when there is no database then.
+bool BringBack(const QString &copy, const QString &file)
+{
+    try {
+        const QString former = Restore(copy, file);
+        if (!former.isEmpty())
+            ShowBox(nullptr, MessageText(message::Restored, {former}), host::MessageIcon::Information);
+    } catch (const host::DatabaseError &error) {
+        ShowBox(nullptr, error.Text(), host::MessageIcon::Error);
+    }
+    return QFileInfo::exists(file);
+}
+
 /// Takes the desk through its runs: one, and another after each copy that is brought back.
 int WorkOn(QApplication &application, const Options &options)
 {
     if (!options.tourFolder.isEmpty())
         passOn = qInstallMessageHandler(LeaveOutPlatformRemarks);
     Beginning beginning{options.demo, {}};
-    if (options.usual && !QFileInfo::exists(options.databaseFile)) {
-        const auto asked = AskForBeginning(options.databaseFile);
-        if (!asked)
-            return 0;
-        beginning = *asked;
-    }
-    for (QString restore = beginning.backup;;) {
-        if (!restore.isEmpty()) {
-            try {
-                const QString former = Restore(restore, options.databaseFile);
-                if (!former.isEmpty())
-                    ShowBox(nullptr, MessageText(message::Restored, {former}), host::MessageIcon::Information);
-            } catch (const host::DatabaseError &error) {
-                ShowBox(nullptr, error.Text(), host::MessageIcon::Error);
-                if (!QFileInfo::exists(options.databaseFile))
-                    return Failed;
-            }
-            restore.clear();
+    for (QString restore;;) {
+        if (options.usual && !QFileInfo::exists(options.databaseFile)) {
+            const auto asked = AskForBeginning(options.databaseFile);
+            if (!asked)
+                return 0;
+            beginning = *asked;
+            restore = beginning.backup;
         }
+        if (!restore.isEmpty() && !BringBack(restore, options.databaseFile)) {
+            if (!options.usual)
+                return Failed;
+            restore.clear();
+            continue; // what to begin with is asked again
+        }
+        restore.clear();
         const int code = Work(application, options, beginning.demo, restore);
         if (restore.isEmpty())
             return code;
