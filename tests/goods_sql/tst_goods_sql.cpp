@@ -22,6 +22,7 @@ private slots:
     void copiesWhileRowsAreWritten();
     void checksForFaults();
     void upgrades();
+    void upgradesAsAWhole();
 
 private:
     QString path(const QString &name) const { return m_folder->filePath(name); }
@@ -196,6 +197,27 @@ void TestGoodsSql::upgrades()
     run({file, u"-c"_s, u"ALTER TABLE Units DROP COLUMN Name"_s});
     QCOMPARE(run({u"--upgrade"_s, file}),
              u"1\ngoods-sql: the database is left as it is; missing or of another type: Units.Name\n"_s);
+}
+
+/// One that is killed has brought everything or nothing.
+void TestGoodsSql::upgradesAsAWhole()
+{
+    const QString file = path(u"g.db"_s);
+    run({u"--init"_s, u"--demo"_s, file});
+    for (unsigned long wait = 0; wait < 80; wait += 10) {
+        run({file, u"-c"_s, u"DROP TABLE IF EXISTS GoodStock DELETE FROM Settings WHERE Name = 'DatabaseVersion'"_s});
+        QProcess program;
+        program.start(QString::fromUtf8(GOODS_SQL), {u"--upgrade"_s, file});
+        QVERIFY(program.waitForReadyRead()); // the copy stands
+        QThread::msleep(wait);
+        program.kill();
+        program.waitForFinished();
+        const QString left =
+            run({file, u"--csv"_s, u"-c"_s,
+                 u"SELECT CASE WHEN OBJECT_ID('GoodStock') IS NULL THEN 0 ELSE 1 END AS a, COUNT(*) AS "
+                 "b FROM Settings WHERE Name = 'DatabaseVersion'"_s});
+        QVERIFY2(left.endsWith(u"\n0,0\r\n") || left.endsWith(u"\n1,1\r\n"), qPrintable(left));
+    }
 }
 
 REGISTER_TEST(TestGoodsSql)

@@ -59,7 +59,7 @@ void Upgrade(QSqlDatabase database, const Target &target, QTextStream &out)
     if (!target.IsServer()) {
         const QString copy = desk::CopyBeside(target.Name());
         Backup(database, copy);
-        out << u"copy: "_s << copy << u'\n';
+        out << u"copy: "_s << copy << Qt::endl;
     }
     if (!database.transaction())
         throw ScriptError{database.lastError().text()};
