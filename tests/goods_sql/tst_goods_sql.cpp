@@ -204,7 +204,7 @@ void TestGoodsSql::upgradesAsAWhole()
 {
     const QString file = path(u"g.db"_s);
     run({u"--init"_s, u"--demo"_s, file});
-    for (unsigned long wait = 0; wait < 80; wait += 10) {
+    for (unsigned long wait = 0; wait < 80; wait += 20) {
         run({file, u"-c"_s, u"DROP TABLE IF EXISTS GoodStock DELETE FROM Settings WHERE Name = 'DatabaseVersion'"_s});
         QProcess program;
         program.start(QString::fromUtf8(GOODS_SQL), {u"--upgrade"_s, file});
