@@ -51,8 +51,10 @@ void IndexProperty(sqlite3_context *context, int count, sqlite3_value **values)
         return;
     const QByteArray name = StoredIndexName(*table, call.String(1)).toUtf8();
     sqlite3_stmt *found = nullptr;
-    sqlite3_prepare_v2(sqlite3_context_db_handle(context),
-                       "SELECT rowid FROM main.sqlite_master WHERE type = 'index' AND name = ?1", -1, &found, nullptr);
+    const char *text = "SELECT rowid FROM main.sqlite_master WHERE type = 'index' AND name = ?1";
+    if (const int code = sqlite3_prepare_v2(sqlite3_context_db_handle(context), text, -1, &found, nullptr);
+        code != SQLITE_OK)
+        return sqlite3_result_error_code(context, code);
     sqlite3_bind_text(found, 1, name.constData(), int(name.size()), SQLITE_TRANSIENT);
     if (sqlite3_step(found) == SQLITE_ROW)
         call.Give(qint64(sqlite3_column_int64(found, 0)));
