@@ -1,12 +1,11 @@
 #include "desk/application/application.h"
 
 #include "desk/application/backup.h"
-#include "desk/application/database_creation.h"
+#include "desk/application/database_opening.h"
 #include "desk/application/desk_host.h"
 #include "desk/application/desktop_look.h"
 #include "desk/application/first_start.h"
 #include "desk/application/goods_module.h"
-#include "desk/application/schema_check.h"
 #include "desk/messages/catalogue.h"
 #include "desk/messages/message_box.h"
 #include "desk/tour/tour.h"
@@ -19,7 +18,6 @@
 #include <QFileInfo>
 #include <QFontDatabase>
 #include <QLibraryInfo>
-#include <QProgressDialog>
 #include <QScopeGuard>
 #include <QTextStream>
 #include <QTranslator>
@@ -42,52 +40,6 @@ void Print(FILE *stream, const QString &text)
     QTextStream(stream) << text << Qt::endl;
 }
 
-void PrepareDatabase(const Options &options, bool demo)
-{
-    if (!options.connection.isEmpty() || QFileInfo::exists(options.databaseFile))
-        return;
-    QProgressDialog progress(u"پایگاه داده ساخته می‌شود …"_s, QString(), 0, 1);
-    progress.setWindowTitle(QString::fromUtf16(MessageCaption));
-    progress.setMinimumDuration(0);
-    progress.setMinimumWidth(420);
-    progress.show();
-    CreateDatabase(options.databaseFile, demo, [&progress](int done, int total) {
-        progress.setMaximum(total);
-        progress.setValue(done);
-        QApplication::processEvents();
-    });
-}
-
-QString DatabaseName(const Options &options)
-{
-    if (options.connection.isEmpty())
-        return QFileInfo(options.databaseFile).fileName();
-    // Of a connection string only the name of the server and of the database are shown: it may hold a password.
-    QStringList shown;
-    for (const QString &item : options.connection.split(u';')) {
-        const QString key = item.section(u'=', 0, 0).trimmed().toLower();
-        if (key == u"server" || key == u"database")
-            shown << item.section(u'=', 1).trimmed();
-    }
-    return shown.join(u" / ");
-}
-
-/// Opens the database, which is created when it is a file that is missing, and looks whether it is one of ours.
-std::unique_ptr<OpenConnections> Connect(const Options &options, bool demo)
-{
-    int trouble = message::CannotOpen;
-    try {
-        PrepareDatabase(options, demo);
-        auto connections = std::make_unique<OpenConnections>(options);
-        trouble = message::AnotherSchema;
-        CheckSchema(connections->Get().ADOConnection1);
-        return connections;
-    } catch (const host::DatabaseError &error) {
-        const QString name = options.connection.isEmpty() ? options.databaseFile : DatabaseName(options);
-        throw std::runtime_error(MessageText(trouble, {name, error.Text().simplified()}).toStdString());
-    }
-}
-
 QtMessageHandler passOn = nullptr;
 
 /// The platform without a screen says of each window what it cannot do; on a tour nobody needs to know.
@@ -100,7 +52,9 @@ void LeaveOutPlatformRemarks(QtMsgType type, const QMessageLogContext &context, 
 /// One run of the desk; `restore` is the copy that its user wants in place of the database.
 int Work(QApplication &application, const Options &options, bool demo, QString &restore)
 {
-    const auto connections = Connect(options, demo);
+    const auto connections = OpenDatabase(options, demo);
+    if (!connections)
+        return 0;
     DeskHost desk(connections->Get());
     if (!desk.settings.SignIn(options.user)) {
         Print(stderr, MessageText(message::NoSuchUser, {QString::number(options.user)}));
@@ -127,31 +81,40 @@ int Work(QApplication &application, const Options &options, bool demo, QString &
     return code;
 }
 
+/// Puts a copy in the place of the database and tells what became of that. False when there is no database then.
+bool BringBack(const QString &copy, const QString &file)
+{
+    try {
+        const QString former = Restore(copy, file);
+        if (!former.isEmpty())
+            ShowBox(nullptr, MessageText(message::Restored, {former}), host::MessageIcon::Information);
+    } catch (const host::DatabaseError &error) {
+        ShowBox(nullptr, error.Text(), host::MessageIcon::Error);
+    }
+    return QFileInfo::exists(file);
+}
+
 /// Takes the desk through its runs: one, and another after each copy that is brought back.
 int WorkOn(QApplication &application, const Options &options)
 {
     if (!options.tourFolder.isEmpty())
         passOn = qInstallMessageHandler(LeaveOutPlatformRemarks);
     Beginning beginning{options.demo, {}};
-    if (options.usual && !QFileInfo::exists(options.databaseFile)) {
-        const auto asked = AskForBeginning(options.databaseFile);
-        if (!asked)
-            return 0;
-        beginning = *asked;
-    }
-    for (QString restore = beginning.backup;;) {
-        if (!restore.isEmpty()) {
-            try {
-                const QString former = Restore(restore, options.databaseFile);
-                if (!former.isEmpty())
-                    ShowBox(nullptr, MessageText(message::Restored, {former}), host::MessageIcon::Information);
-            } catch (const host::DatabaseError &error) {
-                ShowBox(nullptr, error.Text(), host::MessageIcon::Error);
-                if (!QFileInfo::exists(options.databaseFile))
-                    return Failed;
-            }
-            restore.clear();
+    for (QString restore;;) {
+        if (options.usual && !QFileInfo::exists(options.databaseFile)) {
+            const auto asked = AskForBeginning(options.databaseFile);
+            if (!asked)
+                return 0;
+            beginning = *asked;
+            restore = beginning.backup;
         }
+        if (!restore.isEmpty() && !BringBack(restore, options.databaseFile)) {
+            if (!options.usual)
+                return Failed;
+            restore.clear();
+            continue; // what to begin with is asked again
+        }
+        restore.clear();
         const int code = Work(application, options, beginning.demo, restore);
         if (restore.isEmpty())
             return code;

@@ -7,7 +7,6 @@
 #include "tsql/qt/driver.h"
 
 #include <QCoreApplication>
-#include <QDateTime>
 #include <QFile>
 #include <QFileInfo>
 #include <QScopeGuard>
@@ -54,14 +53,23 @@ void BackUp(const QSqlDatabase &connection, const QString &file)
 
 void CheckBackup(const QString &file)
 {
-    const auto remove = qScopeGuard([] { QSqlDatabase::removeDatabase(ConnectionName); });
-    QSqlDatabase database = OpenEmbedded(file, ConnectionName);
-    const auto close = qScopeGuard([&database] { database.close(); });
-    CheckSchema(database);
+    const QString name = QFileInfo(file).fileName();
+    QString trouble;
+    try {
+        const auto remove = qScopeGuard([] { QSqlDatabase::removeDatabase(ConnectionName); });
+        QSqlDatabase database = OpenEmbedded(file, ConnectionName);
+        const auto close = qScopeGuard([&database] { database.close(); });
+        trouble = SchemaTrouble(CompareSchema(database), name);
+    } catch (const host::DatabaseError &error) {
+        trouble = MessageText(message::AnotherSchema, {name, error.Text().simplified()});
+    }
+    if (!trouble.isEmpty())
+        throw host::DatabaseError(trouble);
 }
 
 QString Restore(const QString &backup, const QString &file)
 {
+    CheckBackup(backup);
     const QString draft = DraftOf(file);
     const auto sweep = qScopeGuard([&draft] { RemoveFiles(draft); });
     {
@@ -69,17 +77,14 @@ QString Restore(const QString &backup, const QString &file)
         const auto remove = qScopeGuard([] { QSqlDatabase::removeDatabase(ConnectionName); });
         QSqlDatabase source = OpenEmbedded(backup, ConnectionName);
         const auto close = qScopeGuard([&source] { source.close(); });
-        CheckSchema(source);
         CopyInto(source, draft);
     }
     // Whoever closes a database last takes its journal away.
     if (QFileInfo::exists(file + u"-wal"_s))
         throw host::DatabaseError(MessageText(message::DatabaseInUse, {QFileInfo(file).fileName()}));
-    const QFileInfo place(file);
     QString former;
-    if (place.exists()) {
-        former = u"%1/%2-%3.%4"_s.arg(place.absolutePath(), place.completeBaseName(),
-                                      QDateTime::currentDateTime().toString(u"yyyyMMdd-HHmmss-zzz"), place.suffix());
+    if (QFileInfo::exists(file)) {
+        former = CopyBeside(file);
         if (!QFile::rename(file, former))
             throw host::DatabaseError(MessageText(message::NotWritable, {file}));
     }

@@ -9,7 +9,8 @@ namespace desk {
 /// may go on working meanwhile. Throws host::DatabaseError.
 void BackUp(const QSqlDatabase &connection, const QString &file);
 
-/// Whether `file` holds a database of this program. Throws host::DatabaseError, which says why not.
+/// Whether `file` holds a database of this program, be it of an earlier version. Throws host::DatabaseError, whose text
+/// names the file and says why not.
 void CheckBackup(const QString &file);
 
 /// Puts a copy of `backup` in the place of the database `file`, which no desk has open. What stood there stays beside

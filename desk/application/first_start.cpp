@@ -1,7 +1,6 @@
 #include "desk/application/first_start.h"
 
 #include "desk/application/backup.h"
-#include "desk/messages/catalogue.h"
 #include "desk/messages/message_box.h"
 #include "host/data/database_error.h"
 #include "host/look/icons.h"
@@ -26,8 +25,7 @@ QString ChooseBackup(QWidget *parent)
         CheckBackup(file);
         return file;
     } catch (const host::DatabaseError &error) {
-        ShowBox(parent, MessageText(message::AnotherSchema, {QFileInfo(file).fileName(), error.Text().simplified()}),
-                host::MessageIcon::Warning);
+        ShowBox(parent, error.Text(), host::MessageIcon::Warning);
         return {};
     }
 }

@@ -1,37 +1,63 @@
 #include "desk/application/schema_check.h"
 
 #include "desk/application/database_creation.h"
+#include "desk/messages/catalogue.h"
+#include "host/data/database_error.h"
 #include "host/data/query.h"
-
-#include <QRegularExpression>
+#include "host/data/transaction.h"
 
 using namespace Qt::StringLiterals;
 
 namespace desk {
 
-QStringList ColumnProbes(const QString &script)
+namespace {
+
+/// As many as a message can name.
+constexpr int NamedDifferences = 5;
+
+} // namespace
+
+SchemaDifference CompareSchema(const QSqlDatabase &connection)
 {
-    // A table ends with a bracket at the beginning of a line; a column stands on a line of its own, its type behind it.
-    static const QRegularExpression table(u"^CREATE TABLE ([\\w.]+) \\(\\n(.*?)^\\)"_s,
-                                          QRegularExpression::MultilineOption |
-                                              QRegularExpression::DotMatchesEverythingOption);
-    static const QRegularExpression column(u"^    \\[?(?!CONSTRAINT\\b)([\\w-]+)\\]? +[a-z]"_s,
-                                           QRegularExpression::MultilineOption);
-    QStringList probes;
-    for (auto tables = table.globalMatch(script); tables.hasNext();) {
-        const QRegularExpressionMatch found = tables.next();
-        QStringList columns;
-        for (auto lines = column.globalMatch(found.captured(2)); lines.hasNext();)
-            columns << u'[' + lines.next().captured(1) + u']';
-        probes << u"SELECT TOP 0 "_s + columns.join(u", "_s) + u" FROM "_s + found.captured(1);
-    }
-    return probes;
+    const auto ask = [&connection](const QString &text) {
+        QList<QStringList> rows;
+        for (host::Query query(connection, text); !query.Eof(); query.Next()) {
+            QStringList row;
+            for (int column = 0; column < query.Rows().ColumnCount(); ++column)
+                row << query.Value(column).toString();
+            rows << row;
+        }
+        return rows;
+    };
+    static const Schema schema(DatabaseScript(u"schema.sql"_s), DatabaseScript(u"procedures.sql"_s));
+    return schema.Compare(ask);
 }
 
-void CheckSchema(const QSqlDatabase &connection)
+QString SchemaTrouble(const SchemaDifference &difference, const QString &name)
 {
-    // One text: over a network it is the number of texts that is waited for.
-    host::Exec(connection, ColumnProbes(DatabaseScript(u"schema.sql"_s)).join(u'\n'));
+    if (difference.standing == SchemaStanding::Later)
+        return MessageText(message::LaterDatabase, {name});
+    if (difference.standing != SchemaStanding::Foreign)
+        return {};
+    QStringList strange;
+    for (const QString &each : difference.strange.mid(0, NamedDifferences))
+        strange << u"\u2066"_s + each + u'\u2069';
+    if (difference.strange.size() > NamedDifferences)
+        strange << u"…"_s;
+    return MessageText(message::AnotherSchema, {name, MessageText(message::StrangeColumns, {strange.join(u"، "_s)})});
+}
+
+void UpgradeSchema(const QSqlDatabase &connection, const std::function<void(int done, int total)> &progress)
+{
+    host::Transaction transaction(connection);
+    // Asked here again: another desk may have been quicker.
+    const QStringList steps = CompareSchema(connection).steps;
+    for (int done = 0; done < steps.size(); ++done) {
+        if (progress)
+            progress(done, static_cast<int>(steps.size()));
+        host::Exec(connection, steps.at(done));
+    }
+    transaction.Commit();
 }
 
 } // namespace desk

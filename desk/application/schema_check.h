@@ -1,15 +1,20 @@
 #pragma once
 
+#include "desk/database/schema.h"
+
 #include <QSqlDatabase>
-#include <QStringList>
 
 namespace desk {
 
-/// One statement for each table of a script, which reads no row but names every column: `SELECT TOP 0 [a], [b] FROM t`.
-QStringList ColumnProbes(const QString &script);
+/// How the database stands to the tables and procedures that the desk works with. Throws DatabaseError when it cannot
+/// be asked.
+SchemaDifference CompareSchema(const QSqlDatabase &connection);
 
-/// Throws DatabaseError, naming what is missing, when a table or column that the desk works with is not there: a
-/// database of something else, or one that another version made.
-void CheckSchema(const QSqlDatabase &connection);
+/// What to say of the database `name`, which the desk cannot work with; empty when it can, or could after an upgrade.
+QString SchemaTrouble(const SchemaDifference &difference, const QString &name);
+
+/// Brings a database of an earlier version to this one, in one transaction. Throws DatabaseError, and then it is as it
+/// was.
+void UpgradeSchema(const QSqlDatabase &connection, const std::function<void(int done, int total)> &progress = {});
 
 } // namespace desk

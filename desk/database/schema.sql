@@ -903,25 +903,45 @@ CREATE UNIQUE INDEX IX_GoodDetailDivisionDetailItems_DivisionCode ON GoodDetailD
 GO
 
 -- ---------------------------------------------------------------------------------------------------------
--- Rows without which no screen works
+-- Rows without which no screen works. Each statement adds what is missing: they run again when a database of an earlier
+-- version is brought up to date.
 -- ---------------------------------------------------------------------------------------------------------
 
-INSERT INTO inf_co (ID, Name, [DATE]) VALUES (1, N'شرکت من', '1405/01/01')
-INSERT INTO Users (Code, Name, ManageType) VALUES (1, N'مدیر سیستم', 1)
-INSERT INTO GoodGrpS (Code, Name) VALUES (0, N'کلیه کالاها')
-INSERT INTO FinanceGoodTypes (Code, Name) VALUES
+INSERT INTO inf_co (ID, Name, [DATE])
+SELECT v.ID, v.Name, v.FirstDay
+FROM (VALUES (1, N'شرکت من', '1405/01/01')) AS v (ID, Name, FirstDay)
+WHERE NOT EXISTS (SELECT 1 FROM inf_co)
+
+INSERT INTO Users (Code, Name, ManageType)
+SELECT v.Code, v.Name, v.ManageType
+FROM (VALUES (1, N'مدیر سیستم', 1)) AS v (Code, Name, ManageType)
+WHERE NOT EXISTS (SELECT 1 FROM Users)
+
+INSERT INTO GoodGrpS (Code, Name)
+SELECT v.Code, v.Name
+FROM (VALUES (0, N'کلیه کالاها')) AS v (Code, Name)
+WHERE NOT EXISTS (SELECT 1 FROM GoodGrpS AS k WHERE k.Code = v.Code)
+
+INSERT INTO FinanceGoodTypes (Code, Name)
+SELECT v.Code, v.Name
+FROM (VALUES
     (0, N'تعیین نشده'),
     (1, N'کالای خریداری شده جهت فروش'),
     (2, N'مواد اولیه'),
     (3, N'کالای ساخته شده'),
     (4, N'دارایی ثابت'),
-    (5, N'ملزومات مصرفی')
-INSERT INTO CostLevel (Code, Name, CostType) VALUES
-    (1, N'سطح قیمتی 1', 1), (2, N'سطح قیمتی 2', 1), (3, N'سطح قیمتی 3', 1), (4, N'سطح قیمتی 4', 1),
-    (5, N'سطح قیمتی 5', 1), (6, N'سطح قیمتی 6', 1), (7, N'سطح قیمتی 7', 1), (8, N'سطح قیمتی 8', 1),
-    (9, N'سطح قیمتی 9', 1), (10, N'سطح قیمتی 10', 1)
+    (5, N'ملزومات مصرفی')) AS v (Code, Name)
+WHERE NOT EXISTS (SELECT 1 FROM FinanceGoodTypes AS k WHERE k.Code = v.Code)
 
--- The first user may do everything.
+INSERT INTO CostLevel (Code, Name, CostType)
+SELECT v.Code, v.Name, 1
+FROM (VALUES
+    (1, N'سطح قیمتی 1'), (2, N'سطح قیمتی 2'), (3, N'سطح قیمتی 3'), (4, N'سطح قیمتی 4'), (5, N'سطح قیمتی 5'),
+    (6, N'سطح قیمتی 6'), (7, N'سطح قیمتی 7'), (8, N'سطح قیمتی 8'), (9, N'سطح قیمتی 9'), (10, N'سطح قیمتی 10'))
+    AS v (Code, Name)
+WHERE NOT EXISTS (SELECT 1 FROM CostLevel AS k WHERE k.Code = v.Code)
+
+-- The first user may do everything. A part in which nobody has a right is a new one.
 INSERT INTO UserRights (UserCode, SoftwarePart, Permission)
 SELECT 1, a.Part, b.Permission
 FROM (SELECT 102 AS Part UNION ALL SELECT 104 UNION ALL SELECT 105 UNION ALL SELECT 121 UNION ALL SELECT 122
@@ -930,9 +950,14 @@ FROM (SELECT 102 AS Part UNION ALL SELECT 104 UNION ALL SELECT 105 UNION ALL SEL
 CROSS JOIN
      (SELECT 1 AS Permission UNION ALL SELECT 2 UNION ALL SELECT 3 UNION ALL SELECT 6 UNION ALL SELECT 9
       UNION ALL SELECT 10 UNION ALL SELECT 34) AS b
+WHERE NOT EXISTS (SELECT 1 FROM UserRights AS k WHERE k.SoftwarePart = a.Part)
 
--- Numbers are decimal text, switches 0 or 1.
-INSERT INTO Settings (Name, Value) VALUES
+-- Numbers are decimal text, switches 0 or 1. DatabaseVersion goes up by one with every change of this file or of
+-- procedures.sql: a database with a lower number is brought up to date, one with a higher number is left alone.
+INSERT INTO Settings (Name, Value)
+SELECT v.Name, v.Value
+FROM (VALUES
+    ('DatabaseVersion', N'1'),
     ('GoodDetails', N'1'),
     ('GoodDetailsForOpening', N'0'),
     ('TwoUnitGoods', N'1'),
@@ -950,5 +975,6 @@ INSERT INTO Settings (Name, Value) VALUES
     ('GoodCodeLength', N'6'),
     ('ReservedBarcode1', N''),
     ('ReservedBarcode2', N''),
-    ('ReservedBarcode3', N'')
+    ('ReservedBarcode3', N'')) AS v (Name, Value)
+WHERE NOT EXISTS (SELECT 1 FROM Settings AS k WHERE k.Name = v.Name)
 GO

@@ -78,6 +78,13 @@ inline constexpr int NoBackupOfServer = 80;
 inline constexpr int DatabaseInUse = 81;   ///< %1: file
 inline constexpr int RestoreDatabase = 82; ///< question; %1: file of the copy
 inline constexpr int Restored = 83;        ///< %1: file that keeps what was replaced
+// Databases of other versions
+inline constexpr int StrangeColumns = 84;    ///< %1: tables and columns; the second parameter of AnotherSchema
+inline constexpr int LaterDatabase = 85;     ///< %1: database
+inline constexpr int EarlierDatabase = 86;   ///< question; %1: database, %2: file that the copy goes to
+inline constexpr int EarlierOnServer = 87;   ///< question; %1: database
+inline constexpr int EarlierUnattended = 88; ///< %1: database
+inline constexpr int NotUpgraded = 89;       ///< %1: the driver's words
 } // namespace message
 
 /// The text of a message with its parameters in place. A number that is not in the catalogue gives a text that names

@@ -46,8 +46,12 @@ TOpeningReport_FRM::TOpeningReport_FRM(host::Host &host)
     m_ui->Search_FRM->SetGrid(grid);
     RememberLayout(grid);
     connect(m_ui->Store_CMB, &QComboBox::currentIndexChanged, this, [this] {
-        if (IsShowing())
-            Command(Title(), [this] { ShowStore(); });
+        if (!IsShowing())
+            return;
+        Command(Title(), [this] {
+            m_totals = m_data.Totals(); // goods may have been saved since the last look
+            ShowStore();
+        });
     });
     Bind(AddFooterCommand(u"PrintList_BTN"_s, u"پیش نمایش ليست F9"_s), Qt::Key_F9, [this] { Print(); });
     Bind(AddFooterButton(u"EXit_BTN"_s, u"خروج Esc"_s), {}, [this] { reject(); });

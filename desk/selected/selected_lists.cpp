@@ -7,6 +7,7 @@
 
 #include <QHeaderView>
 #include <QPushButton>
+#include <QScopedValueRollback>
 #include <QShortcut>
 
 using namespace Qt::StringLiterals;
@@ -41,7 +42,7 @@ TSelectedLists_FRM::TSelectedLists_FRM(host::Host &host, TFormMode mode, GoodsCh
     m_ui->Lists_GRD->SetSource(&m_data.Lists);
     m_ui->Goods_GRD->SetSource(&m_data.Goods);
     connect(m_ui->Lists_GRD, &host::Grid::CurrentKeyChanged, this, [this] {
-        if (IsShowing())
+        if (IsShowing() && !m_refreshing)
             Command(Title(), [this] { FollowList(); });
     });
     connect(m_ui->Lists_GRD, &host::Grid::RowActivated, this, [this] {
@@ -116,8 +117,11 @@ void TSelectedLists_FRM::RefreshLists(int list)
 {
     host::Grid::Place place = m_ui->Lists_GRD->CurrentPlace();
     place.key = QString::number(list);
-    m_data.OpenLists();
-    m_ui->Lists_GRD->ReturnTo(place);
+    {
+        const QScopedValueRollback refreshing(m_refreshing, true); // the goods are read once, of the list that is found
+        m_data.OpenLists();
+        m_ui->Lists_GRD->ReturnTo(place);
+    }
     FollowList();
 }
 
@@ -213,7 +217,8 @@ void TSelectedLists_FRM::MoveGood(int step)
         return;
     m_data.Move(List(), good, step);
     const host::Grid::Place place = m_ui->Goods_GRD->CurrentPlace();
-    FollowList();
+    m_data.OpenGoods(List()); // the marks stay: none of them went
+    ShowState();
     m_ui->Goods_GRD->ReturnTo(place);
 }
 

@@ -60,6 +60,7 @@ private:
     SelectedListsData m_data;
     int m_current = 0;
     int m_chosen = 0;
+    bool m_refreshing = false; ///< the lists are being read; their current row is not settled yet
 };
 
 } // namespace desk

@@ -348,19 +348,17 @@ bool MainWindow::MayOpenList(TSoftwarePart part)
     return host::Granted(m_desk.host, part, host::TPermission::OpenList);
 }
 
-bool MainWindow::MayManage()
+bool MainWindow::MayManage(const QString &what)
 {
     if (m_desk.settings.UserInfo().ManageType == Manager)
         return true;
-    m_desk.messages.ShowMessage(
-        MessageText(message::NoRightTo, {u"تغییر دسترسی‌ها و تنظیمات"_s}),
-        host::MessageIcon::Warning, {});
+    m_desk.messages.ShowMessage(MessageText(message::NoRightTo, {what}), host::MessageIcon::Warning, {});
     return false;
 }
 
 void MainWindow::OpenRights()
 {
-    if (!MayManage())
+    if (!MayManage(u"تغییر دسترسی‌ها"_s))
         return;
     TRights_FRM(m_desk.host, m_desk.permissions).ShowModally();
     m_desk.settings.SignIn(m_desk.settings.UserInfo().Code); // the user may have a new name
@@ -368,7 +366,7 @@ void MainWindow::OpenRights()
 
 void MainWindow::OpenSettings()
 {
-    if (MayManage())
+    if (MayManage(u"تغییر تنظیمات"_s))
         TSettings_FRM(m_desk.host, m_desk.settings).ShowModally();
 }
 
@@ -401,7 +399,7 @@ void MainWindow::ChangeUser()
 
 void MainWindow::BackUpDatabase()
 {
-    if (!MayManage())
+    if (!MayManage(u"پشتیبان‌گیری"_s))
         return;
     QFileDialog dialog(this, u"پشتیبان‌گیری"_s,
                        QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation), u"پایگاه داده (*.db)"_s);
@@ -420,7 +418,7 @@ void MainWindow::BackUpDatabase()
 
 void MainWindow::RestoreDatabase()
 {
-    if (!MayManage())
+    if (!MayManage(u"بازگرداندن نسخه‌ی پشتیبان"_s))
         return;
     const QString file = ChooseBackup(this);
     if (file.isEmpty() || !AskBox(this, MessageText(message::RestoreDatabase, {QFileInfo(file).fileName()}), false) ||

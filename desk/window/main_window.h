@@ -69,7 +69,7 @@ private:
     /// False when a screen stays, because of a change that is not saved; that one is brought to the front.
     bool CloseScreens();
     bool MayOpenList(host::TSoftwarePart part);
-    bool MayManage();
+    bool MayManage(const QString &what);
 
     DeskHost &m_desk;
     GoodsModule &m_module;

@@ -5,6 +5,7 @@
 #include "host/data/dataset.h"
 #include "host/data/persian_text.h"
 #include "host/data/quantity.h"
+#include "host/look/theme.h"
 
 #include <QElapsedTimer>
 #include <QScopedValueRollback>
@@ -436,7 +437,7 @@ QVariant GridModel::data(const QModelIndex &index, int role) const
     if (role == Qt::EditRole)
         return value;
     if (role == Qt::ToolTipRole)
-        return column.format == ColumnFormat::Text ? value : QVariant();
+        return column.format == ColumnFormat::Text ? theme::PlainToolTip(value.toString()) : QVariant();
     return Shown(value, column.format);
 }
 

@@ -48,6 +48,7 @@ TVelakSearchManager::TVelakSearchManager(const QSqlDatabase &database, QObject *
     // A block that is fetched in idle time cannot throw; what it met is told this way.
     connect(&d->behind, &Dataset::Failed, this, [this](const QString &text) {
         d->GiveUpBehind();
+        d->columnsOfLastRun.clear(); // what was wanted did not come: asked for again, it is read again
         emit Failed(text);
     });
 }

@@ -5,6 +5,8 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QPrintPreviewDialog>
+#include <QPrinter>
+#include <QTemporaryDir>
 
 /// The opening stock of all goods by store, from its command to the print preview.
 class TestOpeningReport : public QObject
@@ -31,11 +33,20 @@ private slots:
         test::Press(Qt::Key_End);
         QTRY_COMPARE(grid.RowCount(), 1);
         QCOMPARE(total(), u"۱ ردیف   ·   ارزش : ۴٬۰۰۰"_s);
+        const QTemporaryDir folder;
+        QFile paper(folder.filePath(u"opening.pdf"_s));
         test::Drive([] { test::Press(Qt::Key_F9); },
-                    [](QWidget *preview) {
+                    [&](QWidget *preview) {
                         QVERIFY(preview->windowTitle().contains(u"۴٬۰۰۰"_s));
-                        test::Press(Qt::Key_Escape);
+                        auto *printer = static_cast<QPrintPreviewDialog *>(preview)->printer();
+                        printer->setOutputFormat(QPrinter::PdfFormat); // whatever stands beside the machine
+                        test::Drive([] { test::Press(Qt::Key_P, Qt::ControlModifier); },
+                                    [&](QWidget *files) {
+                                        test::Enter(files, u"fileNameEdit"_s, paper.fileName());
+                                        test::Press(Qt::Key_Return);
+                                    });
                     });
+        QVERIFY(paper.open(QIODevice::ReadOnly) && paper.readAll().startsWith("%PDF"));
         test::Press(Qt::Key_Escape);
     }
 };

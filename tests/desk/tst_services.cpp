@@ -1,6 +1,5 @@
 #include "desk/application/database_creation.h"
 #include "desk/application/options.h"
-#include "desk/application/schema_check.h"
 #include "host/data/database_error.h"
 #include "tests/desk/desk_fixture.h"
 #include "tests/support/test_main.h"
@@ -30,9 +29,6 @@ private slots:
     void commandLineIsRefused_data();
     void commandLineIsRefused();
     void createdDatabaseIsWholeOrAbsent();
-    void missingTablesAndColumnsAreTold_data();
-    void missingTablesAndColumnsAreTold();
-    void everyColumnIsLookedFor();
 };
 
 void TestServices::barcodesAreCompleted_data()
@@ -355,39 +351,6 @@ void TestServices::createdDatabaseIsWholeOrAbsent()
     desk::DeskHost desk(connections.Get());
     QVERIFY(desk.settings.SignIn(1));
     QVERIFY(desk::KeepsPersianLetters(connections.Get().ADOConnection1));
-}
-
-void TestServices::missingTablesAndColumnsAreTold_data()
-{
-    QTest::addColumn<QString>("change");
-    QTest::addColumn<QString>("missing");
-    QTest::newRow("nothing") << u"CREATE TABLE Extra (A int) ALTER TABLE GoodInf ADD Extra int NULL"_s << QString();
-    QTest::newRow("a table") << u"DROP TABLE OnlineProduct"_s << u"OnlineProduct"_s;
-    QTest::newRow("a table of another schema") << u"DROP TABLE Market.Product"_s << u"Market.Product"_s;
-    QTest::newRow("a column") << u"ALTER TABLE GoodInf DROP COLUMN tags"_s << u"tags"_s;
-    QTest::newRow("a column with a hyphen") << u"ALTER TABLE colors DROP COLUMN [h-img]"_s << u"h-img"_s;
-}
-
-void TestServices::missingTablesAndColumnsAreTold()
-{
-    QFETCH(QString, change);
-    QFETCH(QString, missing);
-    const test::Database database;
-    database.Exec(change);
-    QString told;
-    try {
-        desk::CheckSchema(database.Main());
-    } catch (const host::DatabaseError &error) {
-        told = error.Text();
-    }
-    QVERIFY2(missing.isEmpty() ? told.isEmpty() : told.contains(u'\'' + missing + u'\''), qPrintable(told));
-}
-
-void TestServices::everyColumnIsLookedFor()
-{
-    const test::Database database;
-    const QString probes = desk::ColumnProbes(desk::DatabaseScript(u"schema.sql"_s)).join(u'\n');
-    QCOMPARE(probes.count(u'['), database.Scalar(u"SELECT COUNT(*) FROM INFORMATION_SCHEMA.COLUMNS"_s).toInt());
 }
 
 REGISTER_TEST(TestServices)

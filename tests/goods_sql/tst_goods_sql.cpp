@@ -21,6 +21,8 @@ private slots:
     void createsAllOrNothing();
     void copiesWhileRowsAreWritten();
     void checksForFaults();
+    void upgrades();
+    void upgradesAsAWhole();
 
 private:
     QString path(const QString &name) const { return m_folder->filePath(name); }
@@ -180,6 +182,42 @@ void TestGoodsSql::checksForFaults()
     QCOMPARE(run({u"--check"_s, path(u"g.db"_s)}),
              u"3\nstock of a good differs from that of its stores: GoodCode 110001, Kept 99.000000000, Stores "
              "12.000000000\n"_s);
+}
+
+void TestGoodsSql::upgrades()
+{
+    const QString file = path(u"g.db"_s);
+    QCOMPARE(run({u"--init"_s, u"--demo"_s, u"--upgrade"_s, file}), u"0\nthe database is of this version\n"_s);
+    run({file, u"-c"_s, u"DROP TABLE GoodStock DROP PROCEDURE GoodInf_Delete ALTER TABLE Units DROP COLUMN Comment"_s});
+    const QString said = run({u"--upgrade"_s, u"--check"_s, file});
+    const QString copy = said.section(u'\n', 1, 1).section(u' ', 1);
+    QCOMPARE(said, u"0\ncopy: %1\nbrought up to date\n"_s.arg(copy));
+    QCOMPARE(run({copy, u"--csv"_s, u"-c"_s, u"SELECT CASE WHEN OBJECT_ID('GoodStock') IS NULL THEN 'old' END AS a"_s}),
+             u"0\na\r\nold\r\n"_s);
+    run({file, u"-c"_s, u"ALTER TABLE Units DROP COLUMN Name"_s});
+    QCOMPARE(run({u"--upgrade"_s, file}),
+             u"1\ngoods-sql: the database is left as it is; missing or of another type: Units.Name\n"_s);
+}
+
+/// One that is killed has brought everything or nothing.
+void TestGoodsSql::upgradesAsAWhole()
+{
+    const QString file = path(u"g.db"_s);
+    run({u"--init"_s, u"--demo"_s, file});
+    for (unsigned long wait = 0; wait < 80; wait += 20) {
+        run({file, u"-c"_s, u"DROP TABLE IF EXISTS GoodStock DELETE FROM Settings WHERE Name = 'DatabaseVersion'"_s});
+        QProcess program;
+        program.start(QString::fromUtf8(GOODS_SQL), {u"--upgrade"_s, file});
+        QVERIFY(program.waitForReadyRead()); // the copy stands
+        QThread::msleep(wait);
+        program.kill();
+        program.waitForFinished();
+        const QString left =
+            run({file, u"--csv"_s, u"-c"_s,
+                 u"SELECT CASE WHEN OBJECT_ID('GoodStock') IS NULL THEN 0 ELSE 1 END AS a, COUNT(*) AS "
+                 "b FROM Settings WHERE Name = 'DatabaseVersion'"_s});
+        QVERIFY2(left.endsWith(u"\n0,0\r\n") || left.endsWith(u"\n1,1\r\n"), qPrintable(left));
+    }
 }
 
 REGISTER_TEST(TestGoodsSql)

@@ -18,6 +18,7 @@ private slots:
     void caption_orders_the_rows_data();
     void caption_orders_the_rows();
     void order_outlives_search_and_requery();
+    void menu_of_columns_by_keys();
     void order_is_the_collators_data();
     void order_is_the_collators();
 };
@@ -125,6 +126,43 @@ void TestGridOrder::order_outlives_search_and_requery()
     QTest::qWait(30);
     QCOMPARE(failed.size(), 1);
     QCOMPARE(grid.RowCount(), 1);
+}
+
+/// Alt+Down opens what clicks on the captions do: which columns are shown, and their order, turned round the second
+/// time.
+void TestGridOrder::menu_of_columns_by_keys()
+{
+    BlockModel model({u"Code"_s, u"AbbName"_s, u"Name"_s, u"Mogodi"_s, u"Cost1"_s}, SomeGoods(), 2);
+    host::Grid grid;
+    grid.SetColumns(columns);
+    grid.SetSource(&model);
+    grid.SetSortable(true);
+    test::Show(grid);
+    grid.setFocus();
+    constexpr auto Down = Qt::Key_Down;
+    constexpr auto Up = Qt::Key_Up;
+    constexpr auto Enter = Qt::Key_Return;
+    const struct
+    {
+        QList<Qt::Key> keys;
+        QString fields, rows;
+    } steps[] = {
+        {{Down, Down, Enter}, u"Code AbbName Name Mogodi Cost1"_s, u"101 102 115 201"_s},
+        {{Down, Enter}, u"AbbName Name Mogodi Cost1"_s, u"101 102 115 201"_s},
+        {{Up, Enter, Up, Enter}, u"AbbName Name Mogodi Cost1"_s, u"115 102 101 201"_s},
+        {{Up, Enter, Up, Enter}, u"AbbName Name Mogodi Cost1"_s, u"201 101 102 115"_s},
+        {{Down, Qt::Key_Escape}, u"AbbName Name Mogodi Cost1"_s, u"201 101 102 115"_s},
+        {{Up, Enter, Enter}, u"AbbName Name Mogodi Cost1"_s, u"101 102 115 201"_s},
+    };
+    for (const auto &step : steps) {
+        test::DriveMenu([] { test::Press(Qt::Key_Down, Qt::AltModifier); },
+                        [&step] {
+                            for (const Qt::Key key : step.keys)
+                                test::Press(key);
+                        });
+        QCOMPARE(grid.VisibleFields().join(u' '), step.fields);
+        QCOMPARE(grid.ShownKeys().join(u' '), step.rows);
+    }
 }
 
 void TestGridOrder::order_is_the_collators_data()

@@ -120,6 +120,16 @@ void TestSearchManager::runsBehindTheRows()
     QVERIFY_THROWS_EXCEPTION(host::DatabaseError, list.RunBehind());
     list.Finish();
     QCOMPARE(tag(), 1000);
+
+    // A column that did not come is asked for again.
+    QSignalSpy failed(&list, &host::TVelakSearchManager::Failed);
+    list.SetFilter(u"names"_s, u"1 / (a.Code - 110010) from GoodInf a cross join GoodInf b"_s);
+    list.SetRequestedColumns({u"Name"_s});
+    QTRY_COMPARE(failed.size(), 1);
+    list.SetFilter(u"names"_s, u"a.Name from GoodInf a"_s);
+    executed.clear();
+    list.SetRequestedColumns({u"Name"_s});
+    QTRY_COMPARE(executed.size(), 1);
 }
 
 REGISTER_TEST(TestSearchManager)

@@ -91,7 +91,7 @@ void TestHouse::arrowsRunOneWay_data()
         {"tsql/functions", u"tsql/functions/ tsql/write/catalogue.h tsql/values/"},
         {"tsql/run", u"tsql/run/ tsql/functions/ tsql/write/ tsql/parse/ tsql/text/ tsql/values/"},
         {"tsql/qt", u"tsql/qt/ tsql/run/ tsql/values/ host/data/row_feed.h"},
-        {"tools", u"tools/ tsql/ host/data/odbc_text.h"},
+        {"tools", u"tools/ tsql/ desk/database/ host/data/odbc_text.h"},
         {"rules", u"rules/ host/data/"},
         {"data", u"data/ rules/ host/data/ host/services/ host/host"},
         {"screens", u"screens/ gooddetail/ data/ rules/ host/"},
@@ -101,6 +101,7 @@ void TestHouse::arrowsRunOneWay_data()
          u"division/ gooddetail/serial_dm.h gooddetail/amount_ gooddetail/typed_inputs.h gooddetail/opening_texts.h "
          "gooddetail/good_detail_records.h rules/ host/ screens/shared/leave_watch.h"},
         {"entry", u"entry/ screens/ detailtypes/ gooddetail/ division/ data/ rules/ host/"},
+        {"desk/database", u"desk/database/ tsql/"},
         {"desk", u"desk/ rules/ host/ tsql/ entry/exports.h"},
         {"tests/outside_host", u"tests/outside_host/ tests/support/test_host.h host/ entry/exports.h"},
     };

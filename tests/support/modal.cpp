@@ -106,6 +106,28 @@ void Drive(const std::function<void()> &open, const std::function<void(QWidget *
     }
 }
 
+void DriveMenu(const std::function<void()> &open, const std::function<void()> &drive)
+{
+    bool wasDriven = false;
+    QTimer poll;
+    poll.setInterval(5);
+    QObject::connect(&poll, &QTimer::timeout, &poll, [&] {
+        if (!QApplication::activePopupWidget())
+            return;
+        poll.stop();
+        wasDriven = true;
+        drive();
+        if (QApplication::activePopupWidget())
+            Fail(u"the menu was left open"_s);
+        while (QWidget *menu = QApplication::activePopupWidget())
+            menu->close();
+    });
+    poll.start();
+    open();
+    if (!wasDriven)
+        Fail(u"no menu appeared"_s);
+}
+
 void Press(Qt::Key key, Qt::KeyboardModifiers modifiers)
 {
     if (QWidget *target = Target())

@@ -15,6 +15,10 @@ namespace test {
 /// the keys before has them again.
 void Drive(const std::function<void()> &open, const std::function<void(QWidget *screen)> &drive);
 
+/// Runs `open`, which blocks in a menu, and `drive` once the menu stands. A menu that `drive` leaves open fails the
+/// test and is closed.
+void DriveMenu(const std::function<void()> &open, const std::function<void()> &drive);
+
 /// Presses a key in the control that has the focus.
 void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
 /// Types a text, Persian or not, into the control that has the focus.

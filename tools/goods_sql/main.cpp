@@ -4,6 +4,7 @@
 #include "tools/goods_sql/databases.h"
 #include "tools/goods_sql/explanation.h"
 #include "tools/goods_sql/script_runner.h"
+#include "tools/goods_sql/upgrade.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -28,6 +29,8 @@ struct Options
 {
     QCommandLineOption init{u"init"_s, u"Create the tables and procedures in an empty database."_s};
     QCommandLineOption demo{u"demo"_s, u"With --init: add the demo data."_s};
+    QCommandLineOption upgrade{u"upgrade"_s,
+                               u"Bring a database of an earlier version to this one; a file is copied beside first."_s};
     QCommandLineOption csv{u"csv"_s, u"Print result sets as comma-separated values."_s};
     QCommandLineOption explain{u"explain"_s, u"Print the SQLite text of each statement instead of running it."_s};
     QCommandLineOption backup{u"backup"_s, u"Copy the embedded database to FILE while it is in use."_s, u"FILE"_s};
@@ -55,6 +58,8 @@ int Run(const QCommandLineParser &parser, const Options &options)
     QTextStream out(stdout);
     if (init)
         Initialise(database, parser.isSet(options.demo));
+    if (parser.isSet(options.upgrade))
+        Upgrade(database, target, out);
     if (parser.isSet(options.explain)) {
         Explanation explanation(database, out);
         ForEachScript(parser, options,
@@ -81,8 +86,8 @@ int main(int argc, char **argv)
     parser.setApplicationDescription(u"Runs T-SQL scripts (batches end at GO) and stops at the first error."_s);
     parser.addHelpOption();
     parser.addVersionOption();
-    parser.addOptions(
-        {options.init, options.demo, options.csv, options.explain, options.backup, options.check, options.command});
+    parser.addOptions({options.init, options.demo, options.upgrade, options.csv, options.explain, options.backup,
+                       options.check, options.command});
     parser.addPositionalArgument(u"database"_s, u"A database file, or an ODBC connection string."_s);
     parser.addPositionalArgument(u"scripts"_s, u"Files to run, - for standard input."_s, u"[scripts...]"_s);
     parser.process(application);

@@ -7,6 +7,8 @@
 
 #include <QUuid>
 
+using namespace Qt::StringLiterals;
+
 namespace tsql {
 
 namespace {
@@ -25,6 +27,39 @@ void ObjectId(sqlite3_context *context, int count, sqlite3_value **values)
     const QString kind = count > 1 && !call.IsNull(1) ? call.String(1) : QString();
     if (const auto id = catalogue->ObjectId(call.String(0), kind))
         call.Give(qint64(*id));
+}
+
+void SchemaId(sqlite3_context *context, int count, sqlite3_value **values)
+{
+    const Call call(context, count, values);
+    if (call.IsNull(0))
+        return;
+    if (const auto id = static_cast<const Catalogue *>(sqlite3_user_data(context))->SchemaId(call.String(0)))
+        call.Give(qint64(*id));
+}
+
+/** The number of an index in the file; NULL when the table has no index of that name. */
+void IndexProperty(sqlite3_context *context, int count, sqlite3_value **values)
+{
+    const Call call(context, count, values);
+    if (call.IsNull(0) || call.IsNull(1) || call.IsNull(2))
+        return;
+    const auto table = static_cast<const Catalogue *>(sqlite3_user_data(context))->TableOf(call.Number(0));
+    if (call.String(2).compare(u"IndexID", Qt::CaseInsensitive) != 0)
+        return RaiseError(context, NotSupported(u"INDEXPROPERTY of "_s + call.String(2)));
+    if (!table)
+        return;
+    const QByteArray name = StoredIndexName(*table, call.String(1)).toUtf8();
+    sqlite3_stmt *found = nullptr;
+    const char *text = "SELECT rowid FROM main.sqlite_master WHERE type = 'index' AND name = ?1";
+    if (const int code = sqlite3_prepare_v2(sqlite3_context_db_handle(context), text, -1, &found, nullptr);
+        code != SQLITE_OK)
+        return sqlite3_result_error_code(context, code);
+    sqlite3_bind_text(found, 1, name.constData(), int(name.size()), SQLITE_TRANSIENT);
+    if (sqlite3_step(found) == SQLITE_ROW)
+        call.Give(qint64(sqlite3_column_int64(found, 0)));
+    if (const int code = sqlite3_finalize(found); code != SQLITE_OK)
+        sqlite3_result_error_code(context, code);
 }
 
 void NewId(Call &call)
@@ -108,6 +143,9 @@ void RegisterFunctions(sqlite3 *db, Catalogue *catalogue)
     AddFunctions(db, systemFunctions);
     for (const int args : {1, 2})
         sqlite3_create_function_v2(db, "object_id", args, SQLITE_UTF8, catalogue, ObjectId, nullptr, nullptr, nullptr);
+    sqlite3_create_function_v2(db, "schema_id", 1, SQLITE_UTF8, catalogue, SchemaId, nullptr, nullptr, nullptr);
+    sqlite3_create_function_v2(db, "index_property", 3, SQLITE_UTF8, catalogue, IndexProperty, nullptr, nullptr,
+                               nullptr);
 }
 
 } // namespace tsql

@@ -54,7 +54,9 @@ class Catalogue;
  *
  * Others
  *   next_level(level, limit)    530 beyond the limit
- *   object_id(name [, type])   tsql_newid()   tsql_error(number, message)   raises that error
+ *   object_id(name [, type])   schema_id(name)   index_property(table, index, property)   only 'IndexID', the number of
+ *   the index, NULL when the table has none of that name
+ *   tsql_newid()   tsql_error(number, message)   raises that error
  *
  * Collations: TSQL_CI, the database's own; TSQL_CI_AS, TSQL_CS_AI, TSQL_CS_AS and TSQL_BIN for COLLATE. See
  * collation.h.

@@ -33,6 +33,12 @@ QString SqliteName(const ObjectName &name)
     return Quoted(name.Display());
 }
 
+/// What stands for an object of this name, in one process and the next.
+int NumberOf(const QString &key)
+{
+    return static_cast<int>(qHash(key, 0) & 0x7fffffffU) | 1;
+}
+
 [[noreturn]] void AlreadyThere(const ObjectName &name)
 {
     throw Error(2714, {name.name});
@@ -96,6 +102,11 @@ QString CheckName(const ObjectName &table, const TableConstraint &constraint)
         return constraint.name;
     return constraint.columns.empty() ? u"CK__"_s + table.name
                                       : u"CK__%1__%2"_s.arg(table.name, constraint.columns.front());
+}
+
+QString StoredIndexName(const ObjectName &table, const QString &index)
+{
+    return table.KeyText() + u'.' + index.toCaseFolded();
 }
 
 QString ObjectName::KeyText() const
@@ -358,7 +369,24 @@ std::optional<int> Catalogue::ObjectId(const QString &name, const QString &kind)
                        (wants(u"P") && m_procedures.contains(key)) || (wants(u"IF") && m_functions.contains(key));
     if (!found)
         return {};
-    return static_cast<int>(qHash(key, 0) & 0x7fffffffU) | 1;
+    return NumberOf(key);
+}
+
+std::optional<ObjectName> Catalogue::TableOf(int objectId) const
+{
+    for (auto it = m_tables.cbegin(); it != m_tables.cend(); ++it) {
+        if (NumberOf(it.key()) == objectId)
+            return it.value()->name;
+    }
+    return {};
+}
+
+std::optional<int> Catalogue::SchemaId(const QString &name) const
+{
+    const QString key = name.trimmed().toCaseFolded();
+    if (key.isEmpty() || !HasSchema(key))
+        return {};
+    return NumberOf(key);
 }
 
 namespace {

@@ -56,6 +56,9 @@ std::shared_ptr<Table> MakeTable(const CreateTableStatement &statement);
 /// The name of a CHECK, which may have been given none.
 QString CheckName(const ObjectName &table, const TableConstraint &constraint);
 
+/// The name of an index in the file, where all tables share one room for them.
+QString StoredIndexName(const ObjectName &table, const QString &index);
+
 /// The names a database knows. A value: copying it is cheap and takes a picture that a rollback can restore.
 class Catalogue
 {
@@ -79,6 +82,10 @@ public:
     /// A number that stands for an object of that name, NULL (nullopt) when there is none: OBJECT_ID. `kind` is
     /// "U", "V", "P", "IF", "FN" or empty for any.
     std::optional<int> ObjectId(const QString &name, const QString &kind) const;
+    /// The table of such a number; nothing when there is none.
+    std::optional<ObjectName> TableOf(int objectId) const;
+    /// The same for a schema: SCHEMA_ID.
+    std::optional<int> SchemaId(const QString &name) const;
     std::vector<ObjectName> TableNames() const;
     std::vector<ObjectName> ViewNames() const;
     std::vector<ObjectName> ProcedureNames() const;

@@ -25,7 +25,7 @@ QString PlainName(const Table &table)
 /// Index names belong to their table; SQLite has one room for all of them.
 QString IndexName(const Table &table, const QString &index)
 {
-    return SchemaOf(table) + QuotedName(table.name.KeyText() + u'.' + index.toCaseFolded());
+    return SchemaOf(table) + QuotedName(StoredIndexName(table.name, index));
 }
 
 QString ActionText(const QString &event, KeyAction action)

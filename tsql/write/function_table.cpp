@@ -95,6 +95,8 @@ const FunctionRow *Writer::FunctionNamed(const QString &name)
         // Others
         {u"NEWID", 0, 0, "", Gives::Identifier, u"tsql_newid()"},
         {u"OBJECT_ID", 1, 2, "ww", Gives::Int, u"object_id(%*)"},
+        {u"SCHEMA_ID", 1, 1, "w", Gives::Int, u"schema_id(%*)"},
+        {u"INDEXPROPERTY", 3, 3, "iww", Gives::Int, u"index_property(%*)"},
     };
     static const QHash<QStringView, const FunctionRow *> byName = [] {
         QHash<QStringView, const FunctionRow *> rows;
