@@ -144,7 +144,9 @@ QString EntryOf(int change)
 BulkJournal::BulkJournal(const QSqlDatabase &main, Scales &scales, const host::EntityService &entities)
     : BulkChanges_QRY(main), BulkGoods_QRY(main), BulkLeft_QRY(main), m_main(main), m_scales(scales),
       m_imports(main, entities)
-{}
+{
+    BulkGoods_QRY.ReadInBlocks(); // a file has as many goods as the shop
+}
 
 void BulkJournal::BulkChanges_GetAll()
 {
@@ -167,9 +169,10 @@ void BulkJournal::OpenGoods(host::Dataset &rows, int change, const QString &cond
     const BulkKind kind = BulkLedger(m_main).KindOf(change);
     // Without its entry, which another desk may have dropped as the oldest, a change has no goods.
     const QString values = ValueColumns(fields.isEmpty() ? BulkKind::Prices : kind, change, fields);
-    rows.Open(u"SELECT j.GoodCode AS Code, g.Name, j.IsLeft AS [Left], "_s + values +
-              u" FROM BulkChangeGoods j LEFT JOIN GoodInf g ON g.Code = j.GoodCode WHERE "_s + EntryOf(change) +
-              condition + u" ORDER BY j.GoodCode"_s);
+    const bool ofFile = kind == BulkKind::Import && !fields.isEmpty();
+    rows.Open(u"SELECT j.GoodCode AS Code, g.Name, j.IsLeft AS [Left], "_s + values + u" FROM BulkChangeGoods j"_s +
+              (ofFile ? WithImport : QString()) + TheGood + u" WHERE "_s + EntryOf(change) + condition +
+              u" ORDER BY j.GoodCode"_s);
 }
 
 void BulkJournal::BulkGoods_GetAll(int change)

@@ -19,12 +19,12 @@ public:
     /// `UserChanged`, `ChangedDate`, `ChangedTime`; `TakenBack` (bit), `GoodsTakenBack` and `GoodsLeft`, and
     /// `UserTakenBack`, `TakenBackDate`, `TakenBackTime`, NULL while it stands.
     host::Dataset BulkChanges_QRY;
-    /// Goods of one change: `Code`, `Name` (NULL for a deleted good), `Left` (LeftReason: why it was not taken
-    /// back), `OldPrice` and `NewPrice` of a change of prices; `OldText` and `NewText` of the others
-    /// (percents with all their digits, joined by " / " in the order of the dialog, titles of types, of a file as
+    /// Goods of one change, in blocks: `Code`, `Name` (NULL for a deleted good), `Left` (LeftReason: why it was not
+    /// taken back), `OldPrice` and `NewPrice` of a change of prices; `OldText` and `NewText` of the others (percents
+    /// with all their digits, joined by " / " in the order of the dialog, titles of types, of a file as
     /// ImportJournal::TextColumns() tells), NULL otherwise.
     host::Dataset BulkGoods_QRY;
-    host::Dataset BulkLeft_QRY; ///< the same of goods that taking back left, for a report of its own
+    host::Dataset BulkLeft_QRY; ///< the same, at once, of goods that taking back left, for a report of its own
 
     /// Opens the list.
     void BulkChanges_GetAll();

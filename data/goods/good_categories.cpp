@@ -236,6 +236,12 @@ void Categories::DeleteTmpphoto(int goodCode)
     host::Run(m_main, u"delete from PhotoGallery where tmp>0 and id_pic="_s + QString::number(goodCode));
 }
 
+bool Categories::ExistTmpphoto(int goodCode)
+{
+    return host::Exists(m_main, u"select top 1 Id from PhotoGallery where tmp>0 and GRPCode=102 and Id_pic="_s +
+                                    QString::number(goodCode));
+}
+
 void Categories::SetTagsOfGood(int goodCode, const QString &tags)
 {
     host::Exec(m_main, u"update GoodInf set tags = "_s + host::QuotedStr(tags) + u" where Code = "_s +

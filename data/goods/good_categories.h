@@ -65,6 +65,8 @@ public:
 
     void TmpToMainPhoto(int goodCode);
     void DeleteTmpphoto(int goodCode);
+    /// True when photos were added to the good that are not saved.
+    bool ExistTmpphoto(int goodCode);
 
 protected:
     /// The categories and photos that are not saved go over to another code.

@@ -60,6 +60,12 @@ int Lookups::Good_Count(int deniedTo)
     return host::Scalar(m_main, u"select Count(*) as Goods from GoodInf g"_s + GoodsShownTo(deniedTo)).toInt();
 }
 
+bool Lookups::Good_IsShownTo(int code, int deniedTo)
+{
+    return host::Exists(m_main, u"select g.Code from (select Code,GrpCode from GoodInf where Code="_s +
+                                    QString::number(code) + u") as g"_s + GoodsShownTo(deniedTo));
+}
+
 void Lookups::UpdateMogodiKala(int kind)
 {
     host::Exec(m_main, u"Exec UpdateMogodiKala "_s + QString::number(kind));

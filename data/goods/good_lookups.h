@@ -34,6 +34,8 @@ public:
 
     /// How many goods there are, without the groups denied to a user; 0 for a manager.
     int Good_Count(int deniedTo = 0);
+    /// Whether the good is there and in no group denied to a user; 0 for a manager.
+    bool Good_IsShownTo(int code, int deniedTo);
 
     /// Recomputes stock on hand: 255, then 254.
     void UpdateMogodiKala(int kind);

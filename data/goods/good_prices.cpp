@@ -244,6 +244,17 @@ void Prices::CostLevel_Save(int goodCode)
     }
 }
 
+int Prices::CostLevel_ChangedDefault(Side side) const
+{
+    const std::optional<Shown> &before = m_prepared[static_cast<size_t>(side)];
+    if (!before) {
+        return 0;
+    }
+    const Shown now = ShownPrices(side);
+    const int level = now.defaultLevel;
+    return level != before->defaultLevel || now.costs.value(level) != before->costs.value(level) ? level : 0;
+}
+
 host::Quantity Prices::GoodDefaultCost(int code)
 {
     Temp_QRY.Open(u"exec GetDefaultCostLevel 0,"_s + QString::number(code) + u",0"_s);

@@ -55,6 +55,8 @@ public:
     /// Writes the prices and default levels that are shown and were changed since CostLevel_Prepare() to the good's
     /// price row, in one statement or none. Working rows are not asked: they may be another desk's.
     void CostLevel_Save(int goodCode);
+    /// The default level that is shown when it, or its price, was changed since CostLevel_Prepare(); 0 otherwise.
+    int CostLevel_ChangedDefault(Side side) const;
     /// Clears the good's working prices.
     void CostLevel_DeleteTemp(int goodCode);
 

@@ -16,8 +16,6 @@ using host::TSoftwarePart;
 
 constexpr int Discounts = 4;
 
-const QString OfEntry = u" INNER JOIN BulkImportGoods i ON i.ChangeID = j.ChangeID AND i.GoodCode = j.GoodCode"_s;
-
 bool IsPrice(const QString &column)
 {
     return column.startsWith("CostLevel_"_L1);
@@ -37,7 +35,7 @@ QString TableOf(TSoftwarePart part)
 /// The goods of an entry that go back; `isNew` 1: those that it made.
 QString Going(int change, int isNew)
 {
-    return u"(SELECT i.GoodCode FROM BulkChangeGoods j"_s + OfEntry + u" WHERE j.ChangeID = "_s +
+    return u"(SELECT i.GoodCode FROM BulkChangeGoods j"_s + WithImport + u" WHERE j.ChangeID = "_s +
            QString::number(change) + u" AND j.IsLeft = 0 AND i.IsNew = "_s + QString::number(isNew);
 }
 
@@ -183,7 +181,7 @@ Comparison ImportJournal::Compare(const QList<BulkField> &fields, const QString 
             stored + u" <> "_s + given + u" OR ("_s + stored + u" IS NULL AND "_s + given + u" IS NOT NULL)"_s;
     }
     Comparison now;
-    now.tables = OfEntry + u" LEFT JOIN GoodInf g"_s + lock +
+    now.tables = WithImport + u" LEFT JOIN GoodInf g"_s + lock +
                  u" ON g.Code = j.GoodCode LEFT JOIN GoodCostDiscount c"_s + lock + u" ON c.GoodCode = j.GoodCode"_s;
     now.changed = u'(' + differences.join(u" OR "_s) + u" OR (i.IsNew = 1 AND ("_s + Touched(columns) + u")))"_s;
     now.stuck = u"(i.Old_GrpCode IS NOT NULL AND NOT EXISTS (SELECT 1 FROM GoodGrpS o WHERE o.Code = i.Old_GrpCode) OR "
@@ -206,7 +204,7 @@ int ImportJournal::Restore(int change, const QList<BulkField> &fields, BulkSteps
     }
     const auto restore = [&](const QStringList &assignments, const QString &table, const QString &joined) {
         host::Exec(m_main, u"UPDATE "_s + table + u" SET "_s + assignments.join(u", "_s) +
-                               u" FROM BulkChangeGoods j"_s + OfEntry + joined +
+                               u" FROM BulkChangeGoods j"_s + WithImport + joined +
                                u" INNER JOIN BulkChanges b ON b.ID = j.ChangeID WHERE j.ChangeID = "_s +
                                QString::number(change) + u" AND j.IsLeft = 0 AND i.IsNew = 0"_s);
         return steps.GoOn();
@@ -254,20 +252,19 @@ void ImportJournal::DeleteUnused(int change)
 QString ImportJournal::TextColumns(const QList<BulkField> &fields)
 {
     // A good that is new had nothing before.
-    QString before = u"SELECT CASE WHEN i.IsNew = 1 THEN NULL ELSE N''"_s;
-    QString after = u"SELECT N''"_s;
+    QString before = u"CASE WHEN i.IsNew = 1 THEN NULL ELSE N''"_s;
+    QString after = u"N''"_s;
     for (const QString &column : ColumnsOf(fields)) {
         if (column == "Name"_L1) {
             continue; // its parts say it
         }
         const QString label = u"N'"_s + ImportValueMark + column + ImportNameMark + u"' + "_s;
         const QString now = u"i.New_"_s + column;
-        before += u" + CASE WHEN "_s + now + u" IS NULL THEN N'' ELSE "_s + label + u"ISNULL("_s +
-                  Shown(column, u"i.Old_"_s + column) + u", N'') END"_s;
-        after += u" + ISNULL("_s + label + Shown(column, now) + u", N'')"_s;
+        const QString written = u" + CASE WHEN "_s + now + u" IS NULL THEN N'' ELSE "_s + label;
+        before += written + u"ISNULL("_s + Shown(column, u"i.Old_"_s + column) + u", N'') END"_s;
+        after += written + Shown(column, now) + u" END"_s;
     }
-    const QString ofGood = u" FROM BulkImportGoods i WHERE i.ChangeID = j.ChangeID AND i.GoodCode = j.GoodCode) AS "_s;
-    return u'(' + before + u" END"_s + ofGood + u"OldText, ("_s + after + ofGood + u"NewText"_s;
+    return before + u" END AS OldText, "_s + after + u" AS NewText"_s;
 }
 
 } // namespace goods

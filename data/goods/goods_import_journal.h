@@ -36,8 +36,8 @@ public:
     /// Gives the goods of an entry that are not left their old values back and deletes those that it made, then the
     /// groups and units that nothing uses any more. Returns how many goods were deleted; -1 when given up.
     int Restore(int change, const QList<BulkField> &fields, BulkSteps &steps);
-    /// OldText and NewText of the entry's goods `j`: values with their columns, each behind ImportValueMark, the column
-    /// before ImportNameMark.
+    /// OldText and NewText of the entry's goods `j` WithImport: values with their columns, each behind ImportValueMark,
+    /// the column before ImportNameMark.
     static QString TextColumns(const QList<BulkField> &fields);
 
 private:
@@ -46,6 +46,10 @@ private:
     QSqlDatabase m_main;
     const host::EntityService &m_entities;
 };
+
+/// Joins what the file wrote, `i`, to the goods `j` of its entry.
+inline const QString WithImport =
+    QString::fromUtf16(u" INNER JOIN BulkImportGoods i ON i.ChangeID = j.ChangeID AND i.GoodCode = j.GoodCode");
 
 /// No text that a user enters holds these.
 inline constexpr char16_t ImportValueMark = u'\x1E';

@@ -38,8 +38,6 @@ public:
     UnitAmounts Totals() const;
     /// The store of the only row; 0 when there is none or more than one.
     int OnlyStore() const { return m_rows.size() == 1 ? m_rows.first().StoreCode : 0; }
-    /// The store that the good's only saved row stands in; 0 as above.
-    int OnlySavedStore() const { return m_saved.size() == 1 ? m_saved.first().StoreCode : 0; }
 
     /// A number that no row of this editor has had: details are entered under it, and a row that was deleted must not
     /// hand its own on.

@@ -121,7 +121,8 @@ void HouseStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *opt
 int HouseStyle::styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
                           QStyleHintReturn *returned) const
 {
-    if (hint == SH_DialogButtonBox_ButtonsHaveIcons)
+    // A wheel that turns over a closed chooser is on its way to something else.
+    if (hint == SH_DialogButtonBox_ButtonsHaveIcons || hint == SH_ComboBox_AllowWheelScrolling)
         return 0;
     return QProxyStyle::styleHint(hint, option, widget, returned);
 }

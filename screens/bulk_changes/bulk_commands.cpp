@@ -106,7 +106,7 @@ bool Commands::PreviewAndWrite(const QString &title)
 
 void Commands::ReportPrices(const BulkResult &result, const QSet<int> &picked)
 {
-    const host::Dataset &rows = m_goods.BulkPrices_QRY;
+    host::Dataset &rows = m_goods.BulkPrices_QRY;
     ComputedRows left(rows, PriceFields(rows), [&rows, &picked](int row) {
         const PriceFate fate = FateAt(rows, row);
         return (fate == PriceFate::ChangedMeanwhile || fate == PriceFate::GoodGone) &&

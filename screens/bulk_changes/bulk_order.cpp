@@ -1,6 +1,7 @@
 #include "screens/bulk_changes/bulk_order.h"
 
 #include "data/goods/bulk_journal.h"
+#include "data/goods/good_scales.h"
 #include "host/controls/number_text.h"
 #include "host/data/database_error.h"
 #include "host/host.h"
@@ -15,6 +16,15 @@ namespace bulk_changes {
 namespace {
 
 constexpr int ShownAfterMilliseconds = 500;
+constexpr int Manager = 1; // TUserInfo::ManageType
+
+void ToScales(const host::Host &host, const std::function<void()> &send)
+{
+    AfterWriting(host, u"قیمت‌ها ذخیره شد ولی به ترازو ارسال نشد."_s, [&] {
+        if (host.scales.Enabled())
+            send();
+    });
+}
 
 } // namespace
 
@@ -55,10 +65,18 @@ bool AfterWriting(const host::Host &host, const QString &failed, const std::func
 void SendToScales(const host::Host &host, goods::BulkJournal &changes, int change)
 {
     if (change != 0)
-        AfterWriting(host, u"قیمت‌ها ذخیره شد ولی به ترازو ارسال نشد."_s, [&] {
-            if (host.scales.Enabled())
-                changes.BulkChange_SendToScales(change);
-        });
+        ToScales(host, [&] { changes.BulkChange_SendToScales(change); });
+}
+
+void SendToScales(const host::Host &host, goods::Scales &scales, int good, int level)
+{
+    ToScales(host, [&] { scales.SendChangesToScale(QList<int>{good}, level); });
+}
+
+int DeniedTo(const host::Host &host)
+{
+    const host::TUserInfo &user = host.settings.UserInfo();
+    return user.ManageType == Manager ? 0 : user.Code;
 }
 
 goods::BulkOrder Order(const host::Host &host, const QString &title, const goods::BulkProgress &progress)

@@ -7,7 +7,8 @@
 
 namespace goods {
 class BulkJournal;
-}
+class Scales;
+} // namespace goods
 
 namespace host {
 struct Host;
@@ -34,6 +35,11 @@ private:
 bool AfterWriting(const host::Host &host, const QString &failed, const std::function<void()> &body);
 /// The prices of a change to the scales of shops that have some; nothing for change 0.
 void SendToScales(const host::Host &host, goods::BulkJournal &changes, int change);
+/// The price of one good on this level.
+void SendToScales(const host::Host &host, goods::Scales &scales, int good, int level);
+
+/// The user from whom groups may be withheld; 0 for a manager, who sees all goods.
+int DeniedTo(const host::Host &host);
 
 /// What is asked by the signed-in user now.
 goods::BulkOrder Order(const host::Host &host, const QString &title, const goods::BulkProgress &progress);

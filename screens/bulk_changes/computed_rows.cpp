@@ -1,8 +1,11 @@
 #include "screens/bulk_changes/computed_rows.h"
 
+#include <stdexcept>
+#include <utility>
+
 namespace bulk_changes {
 
-ComputedRows::ComputedRows(const host::Dataset &rows, QList<Column> computed, std::function<bool(int)> shown)
+ComputedRows::ComputedRows(host::Dataset &rows, QList<Column> computed, std::function<bool(int)> shown)
     : m_rows(rows), m_computed(std::move(computed)), m_isShown(std::move(shown))
 {
     connect(&rows, &QAbstractItemModel::modelAboutToBeReset, this, [this] { beginResetModel(); });
@@ -10,15 +13,43 @@ ComputedRows::ComputedRows(const host::Dataset &rows, QList<Column> computed, st
         Take();
         endResetModel();
     });
+    connect(&rows, &QAbstractItemModel::rowsInserted, this, [this](const QModelIndex &, int first, int last) {
+        const std::vector<int> more = Shown(first, last);
+        if (more.empty())
+            return;
+        const auto before = static_cast<int>(m_shown.size());
+        beginInsertRows({}, before, before + static_cast<int>(more.size()) - 1);
+        m_shown.insert(m_shown.end(), more.begin(), more.end());
+        endInsertRows();
+    });
+    connect(&rows, &host::Dataset::Failed, this, [this](const QString &text) { m_failure = text; });
     Take();
 }
 
 void ComputedRows::Take()
 {
-    m_shown.clear();
-    for (int row = 0; row < m_rows.RecordCount(); ++row)
+    m_shown = Shown(0, m_rows.RecordCount() - 1);
+}
+
+std::vector<int> ComputedRows::Shown(int first, int last) const
+{
+    std::vector<int> shown;
+    for (int row = first; row <= last; ++row)
         if (!m_isShown || m_isShown(row))
-            m_shown.push_back(row);
+            shown.push_back(row);
+    return shown;
+}
+
+bool ComputedRows::canFetchMore(const QModelIndex &parent) const
+{
+    return m_rows.canFetchMore(parent);
+}
+
+void ComputedRows::fetchMore(const QModelIndex &parent)
+{
+    m_rows.fetchMore(parent);
+    if (!m_failure.isEmpty())
+        throw std::runtime_error(std::exchange(m_failure, {}).toStdString());
 }
 
 int ComputedRows::rowCount(const QModelIndex &parent) const

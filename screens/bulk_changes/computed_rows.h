@@ -7,8 +7,8 @@
 
 namespace bulk_changes {
 
-/// Rows of a dataset for a grid, with further columns that are computed from them; all rows or some. The dataset reads
-/// all its rows when it is opened.
+/// Rows of a dataset for a grid, with further columns that are computed from them; all rows or some. A dataset that
+/// reads in blocks is asked for more of them as the grid asks here.
 class ComputedRows : public QAbstractTableModel
 {
 public:
@@ -20,7 +20,7 @@ public:
     };
 
     /// `rows` outlives the model. Without `shown` every row is shown.
-    ComputedRows(const host::Dataset &rows, QList<Column> computed, std::function<bool(int row)> shown = {});
+    ComputedRows(host::Dataset &rows, QList<Column> computed, std::function<bool(int row)> shown = {});
 
     /// The row of the dataset.
     int SourceRow(int row) const { return m_shown.at(static_cast<size_t>(row)); }
@@ -29,14 +29,20 @@ public:
     int columnCount(const QModelIndex &parent = {}) const override;
     QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
     QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
+    bool canFetchMore(const QModelIndex &parent) const override;
+    /// Throws when the dataset cannot read on; the grid tells it.
+    void fetchMore(const QModelIndex &parent) override;
 
 private:
     void Take();
+    /// The rows from `first` to `last` that are shown.
+    std::vector<int> Shown(int first, int last) const;
 
-    const host::Dataset &m_rows;
+    host::Dataset &m_rows;
     QList<Column> m_computed;
     std::function<bool(int)> m_isShown;
     std::vector<int> m_shown;
+    QString m_failure; ///< of the last block
 };
 
 } // namespace bulk_changes

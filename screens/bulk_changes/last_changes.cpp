@@ -89,6 +89,7 @@ void TBulk_Changes_FRM::BuildGrids()
     m_ui->Goods_GRD->SetSortable(true);
     m_ui->Goods_GRD->SetColumns(GoodColumns(BulkKind::Prices));
     m_ui->TGeneral_Search_Frame1->SetGrid(m_ui->Goods_GRD);
+    connect(m_ui->Goods_GRD, &host::Grid::FetchFailed, this, [this](const QString &text) { ShowError(text, Title()); });
     RememberLayout(m_ui->Changes_GRD);
     m_follow.setSingleShot(true);
     m_follow.setInterval(FollowMilliseconds);
@@ -148,8 +149,10 @@ void TBulk_Changes_FRM::FormShown()
 
 void TBulk_Changes_FRM::FormClose()
 {
-    m_follow.stop();
     m_ui->TGeneral_Search_Frame1->Clear();
+    for (host::Dataset *rows : {&m_changes.BulkChanges_QRY, &m_changes.BulkGoods_QRY, &m_changes.BulkLeft_QRY})
+        rows->Close(); // a file has as many goods as the shop
+    m_follow.stop();
 }
 
 bool TBulk_Changes_FRM::FormKeyDown(QKeyEvent *event)

@@ -95,7 +95,7 @@ host::Refusal CategoryPage::Unfit() const
 
 host::Refused CategoryPage::CheckCategories()
 {
-    if (m_ui->Category_frame1->IsPending())
+    if (m_ui->Category_frame1->IsPending() || m_ui->Category_frame1->Code() != 0)
         if (host::Refused refused = Add())
             return refused;
     if (!m_data.DropUnfit(m_good))

@@ -24,8 +24,8 @@ public:
     void Open(int goodCode, bool mayChange);
     /// The good got another code, and its categories with it.
     void MoveTo(int goodCode);
-    /// Adds a category whose name is typed still; refuses when it cannot be, or when one added before cannot hold goods
-    /// any more: another desk has deleted it or given it branches. That one is taken off.
+    /// Adds a category that is typed or chosen still; refuses when it cannot be, or when one added before cannot hold
+    /// goods any more: another desk has deleted it or given it branches. That one is taken off.
     host::Refused CheckCategories();
 
 signals:

@@ -4,6 +4,7 @@
 #include "screens/good_editor/barcode_edit.h"
 #include "screens/good_editor/percent_rule.h"
 #include "screens/shared/leave_watch.h"
+#include "screens/shared/tag_rows.h"
 #include "ui_complete_page.h"
 
 using namespace Qt::StringLiterals;
@@ -56,21 +57,8 @@ void CompletePage::FillLists()
         m_ui->DaraiGoodType_CMB->addItem(type.Name, type.Code);
     if (m_ui->DaraiGoodType_CMB->findData(NoGoodType) < 0)
         m_ui->DaraiGoodType_CMB->insertItem(0, u"هيچکدام"_s, NoGoodType);
-    FillTags();
-}
-
-void CompletePage::FillTags()
-{
     m_data.GetAllTagsWithColor();
-    const host::Dataset &rows = m_data.Tags_qry;
-    QList<host::Tag> tags;
-    for (int row = 0; row < rows.RecordCount(); ++row) {
-        // The image of a colour is one pixel of it.
-        const QImage image = QImage::fromData(rows.FieldAt(row, u"image").toByteArray());
-        tags.append({rows.FieldAt(row, u"ID").toInt(), rows.FieldAt(row, u"Name").toString(),
-                     image.isNull() ? QColor() : image.pixelColor(image.rect().center())});
-    }
-    m_ui->Tag_editor->SetAvailable(tags);
+    m_ui->Tag_editor->SetAvailable(goods::ReadTags(m_data.Tags_qry));
 }
 
 void CompletePage::GiveKeyboardBack()

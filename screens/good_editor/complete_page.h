@@ -50,7 +50,6 @@ signals:
 
 private:
     host::Refused LeavePos();
-    void FillTags();
     QString ShownPos() const;
 
     host::Host &m_host;

@@ -1,5 +1,6 @@
 #include "screens/good_editor/general_page.h"
 
+#include "host/look/theme.h"
 #include "rules/good_name.h"
 #include "screens/good_editor/barcode_edit.h"
 #include "ui_general_page.h"
@@ -140,7 +141,7 @@ QString GeneralPage::FullName() const
 void GeneralPage::ShowFullName()
 {
     m_ui->FullName_LBL->setText(FullName());
-    m_ui->FullName_LBL->setToolTip(FullName());
+    m_ui->FullName_LBL->setToolTip(host::theme::PlainToolTip(FullName()));
 }
 
 host::Refused GeneralPage::CheckGroup() const

@@ -2,7 +2,9 @@
 
 #include "data/goods/good_fields.h"
 #include "host/controls/search_frame.h"
+#include "host/data/persian_text.h"
 #include "host/data/transaction.h"
+#include "screens/bulk_changes/bulk_order.h"
 #include "screens/good_editor/barcode_edit.h"
 #include "screens/good_editor/barcode_fields.h"
 #include "screens/good_editor/category_page.h"
@@ -145,8 +147,12 @@ void TGood_Get_FRM::MoveWorkingRows(int code)
 
 void TGood_Get_FRM::OpenPhotos()
 {
-    if (host::Granted(m_host, TSoftwarePart::Goods, host::TPermission::Photo))
-        m_host.photos.Open_Gallery(TSoftwarePart::Goods, WorkingCode());
+    if (!host::Granted(m_host, TSoftwarePart::Goods, host::TPermission::Photo))
+        return;
+    m_host.photos.Open_Gallery(TSoftwarePart::Goods, WorkingCode());
+    // Those of a saved good are written already.
+    if (IsNew() && m_data.ExistTmpphoto(WorkingCode()))
+        SetIsSaved(false);
 }
 
 void TGood_Get_FRM::ProposeCode(int group)
@@ -290,10 +296,14 @@ void TGood_Get_FRM::AfterWrite()
     m_host.messages.MSGCompeletedSuccessfully(u"ذخيره سازي کالا"_s);
     if (m_replacedCode != 0)
         m_host.messages.ShowMessage(
-            u"کد %1 در این میان به کالای دیگری داده شد؛ این کالا با کد %2 ذخیره شد."_s.arg(m_replacedCode)
-                .arg(Key().toInt()),
+            host::PersianDigits(
+                u"کد %1 در این میان به کالای دیگری داده شد؛ این کالا با کد %2 ذخیره شد."_s.arg(m_replacedCode)
+                    .arg(Key().toInt())),
             host::MessageIcon::Information);
     m_replacedCode = 0;
+    // A new good is on no scales.
+    if (const int level = m_data.CostLevel_ChangedDefault(goods::Prices::Side::Sell); !IsNew() && level != 0)
+        bulk_changes::SendToScales(m_host, static_cast<goods::Scales &>(m_data), Key().toInt(), level);
 }
 
 QWidget *TGood_Get_FRM::FirstControl() const

@@ -4,8 +4,8 @@
 
 #include <functional>
 
-/// An editable combo box whose list is asked for when it opens: texts that begin with what is typed. Typing alone never
-/// changes what the user writes.
+/// An editable combo box whose list is asked for when it opens (Down, Alt+Down, F4): texts that begin with what is
+/// typed. Nothing but a choice from the open list changes what the user writes.
 class SuggestionCombo : public QComboBox
 {
     Q_OBJECT
@@ -18,6 +18,9 @@ public:
     void SetSource(Source source) { m_source = std::move(source); }
 
     void showPopup() override;
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
 
 private:
     Source m_source;

@@ -29,7 +29,6 @@ using host::TSoftwarePart;
 
 namespace {
 
-constexpr int Manager = 1; // TUserInfo::ManageType
 constexpr int MostColumns = 60;
 constexpr int FirstFileSection = 4; ///< behind marks, row, state and note
 constexpr int FlashMilliseconds = 3000;
@@ -37,13 +36,6 @@ constexpr int FlashMilliseconds = 3000;
 QString Number(int number)
 {
     return host::DisplayNumber(QString::number(number));
-}
-
-/// The user from whom groups may be withheld; 0 for a manager.
-int DeniedTo(const host::Host &host)
-{
-    const host::TUserInfo &user = host.settings.UserInfo();
-    return user.ManageType == Manager ? 0 : user.Code;
 }
 
 QStringList Operations(const host::Host &host)
@@ -220,7 +212,8 @@ void TGoods_Import_FRM::Judge()
         if (m_knownFields.isEmpty() || !m_knownFields.contains(mapped)) {
             QList<goods::ImportFieldInfo> read = m_fields;
             read.removeIf([&mapped](const goods::ImportFieldInfo &info) { return !mapped.contains(info.field); });
-            m_known = goods::ReadImportKnown(m_data.Connection(), read, DeniedTo(m_host), Operations(m_host));
+            m_known =
+                goods::ReadImportKnown(m_data.Connection(), read, bulk_changes::DeniedTo(m_host), Operations(m_host));
             m_knownFields = mapped;
         }
         m_reader.emplace(m_table, m_known, m_options, m_fields);
@@ -276,7 +269,7 @@ void TGoods_Import_FRM::Write()
     goods::ImportOrder order;
     order.order = bulk_changes::Order(m_host, u"ورود از "_s + m_name, progress.Callback());
     order.asWhole = m_ui->Whole_CHK->isChecked();
-    order.deniedTo = DeniedTo(m_host);
+    order.deniedTo = bulk_changes::DeniedTo(m_host);
     order.operations = Operations(m_host);
     order.codeLength = m_host.settings.SettingRecord().GoodCodeLength;
     m_result =

@@ -3,6 +3,7 @@
 #include "host/controls/number_text.h"
 #include "host/data/persian_text.h"
 #include "host/data/quantity.h"
+#include "host/look/theme.h"
 #include "screens/goods_list/good_list_columns.h"
 
 #include <QGridLayout>
@@ -128,7 +129,7 @@ void DetailView::Show(const std::function<QVariant(const QString &)> &value)
         if (line.field == "AbbName"_L1)
             text = BarcodesText(text);
         line.value->setText(text);
-        line.value->setToolTip(text);
+        line.value->setToolTip(host::theme::PlainToolTip(text));
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "host/controls/flow_layout.h"
 #include "host/controls/number_text.h"
+#include "host/data/persian_text.h"
 #include "host/look/icons.h"
 #include "screens/good_editor/good_get.h"
 #include "screens/goods_list/good_list_columns.h"
@@ -13,6 +14,7 @@
 #include <QDataStream>
 #include <QIODevice>
 #include <QLabel>
+#include <QLineEdit>
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
@@ -103,6 +105,8 @@ void TGood_List_FRM::BuildGrid()
     });
     connect(m_ui->TGeneral_Search_Frame1, &host::SearchFrame::Accepted, this,
             [this] { Command(Title(), [this] { TakeTyped(); }); });
+    for (QLineEdit *edit : m_ui->TGeneral_Search_Frame1->findChildren<QLineEdit *>())
+        edit->installEventFilter(this);
 }
 
 /// The form orders its own widgets only: those inside the search and the groups, and the base's buttons, join here.
@@ -255,7 +259,7 @@ void TGood_List_FRM::StandOnOpeningGood()
         return;
     }
     bool whole = false;
-    const int code = m_locateCode.trimmed().toInt(&whole);
+    const int code = host::FoldDigits(m_locateCode.trimmed()).toInt(&whole);
     const bool found = grid->Locate(whole ? QString::number(code) : m_lastKey) && whole;
     // What the caller's user typed instead of a code is what the search begins with.
     if (!found && !m_multiSelect && !ParameterText().trimmed().isEmpty())

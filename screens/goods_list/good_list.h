@@ -130,7 +130,12 @@ private:
     void TakeOut(const QString &key);
     void Choose();
     void TakeTyped();
-    bool FindBarcode(const QString &barcode);
+    /// Takes what is typed in the search as a barcode; false when it is none.
+    bool TakeScanned();
+    bool eventFilter(QObject *watched, QEvent *event) override;
+    /// Stands on a good, whatever search, group, criteria or stock tab leave it out. False, leaving them alone, when
+    /// the user may not see it.
+    bool Uncover(const QString &key);
     void UpdateStock();
     void ActivateRow();
     void PrintLabels();

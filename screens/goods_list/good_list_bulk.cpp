@@ -12,12 +12,6 @@ using goods::ScopeKind;
 
 // The changes of many goods at once.
 
-namespace {
-
-constexpr int Manager = 1; // TUserInfo::ManageType
-
-} // namespace
-
 void TGood_List_FRM::BindBulkCommands()
 {
     const QList<ScopeKind> listed{ScopeKind::Marked, ScopeKind::NotMarked, ScopeKind::Listed, ScopeKind::All};
@@ -89,8 +83,7 @@ void TGood_List_FRM::ChangeMany(ScopeKind kind, BulkChange change)
 {
     if (!host::Granted(m_host, SoftwarePart(), host::TPermission::Change))
         return;
-    const host::TUserInfo &user = m_host.settings.UserInfo();
-    goods::GoodsScope scope{kind, {}, user.ManageType == Manager ? 0 : user.Code};
+    goods::GoodsScope scope{kind, {}, bulk_changes::DeniedTo(m_host)};
     if (kind != ScopeKind::All) {
         const auto keys = KeysOf(kind);
         if (!keys)

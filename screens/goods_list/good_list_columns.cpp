@@ -57,11 +57,4 @@ QList<GridColumn> GoodColumns(const QStringList &priceTitles)
     return columns;
 }
 
-QString RequestedColumns(const QStringList &shownFields, const QStringList &readFields)
-{
-    QStringList fields = shownFields + readFields;
-    fields.removeDuplicates();
-    return fields.join(u',');
-}
-
 } // namespace goods_list

@@ -16,7 +16,4 @@ QList<host::GridColumn> GoodColumns(const QStringList &priceTitles);
 /// The caption of a price column with this title of its level (1 … 4).
 QString PriceCaption(int level, const QString &title);
 
-/// The fields the list procedure must fill: those shown, those that the screen itself reads, each once, joined by ",".
-QString RequestedColumns(const QStringList &shownFields, const QStringList &readFields);
-
 } // namespace goods_list

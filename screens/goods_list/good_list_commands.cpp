@@ -1,10 +1,12 @@
 #include "host/data/persian_text.h"
 #include "host/data/transaction.h"
+#include "screens/bulk_changes/bulk_order.h"
 #include "screens/good_editor/good_get.h"
 #include "screens/goods_list/good_list.h"
 #include "ui_good_list.h"
 
 #include <QCoreApplication>
+#include <QKeyEvent>
 #include <QProgressDialog>
 
 using namespace Qt::StringLiterals;
@@ -90,6 +92,8 @@ void TGood_List_FRM::NewGood()
         return;
     m_ui->TGeneral_Search_Frame1->Clear();
     RefreshAt(saved);
+    if (Mode() == TFormMode::Selection)
+        Uncover(saved); // the next Enter means the good that was just made
 }
 
 void TGood_List_FRM::OpenGood(TFormMode mode)
@@ -99,6 +103,7 @@ void TGood_List_FRM::OpenGood(TFormMode mode)
         return;
     const QString key = grid->CurrentKey();
     const int result = OpenEditor(key.toInt(), mode);
+    m_follow.start(); // photos are written at once, also where nothing is saved
     if (m_editor->RecordGone())
         TakeOut(key);
     else if (mode == TFormMode::Edit && result == QDialog::Accepted)
@@ -155,37 +160,64 @@ void TGood_List_FRM::Choose()
 /// Enter in the search: a scanned barcode finds its good, anything else has found it already.
 void TGood_List_FRM::TakeTyped()
 {
-    const host::SearchDescription typed = m_ui->TGeneral_Search_Frame1->Description();
-    const QString barcode = host::FoldDigits(typed.text.isEmpty() ? typed.number : typed.text).trimmed();
-    const bool found = !barcode.isEmpty() && FindBarcode(barcode);
+    if (TakeScanned())
+        return;
     if (Mode() == TFormMode::Selection)
         Choose();
-    else if (found || !m_ui->GoodListDB_GRD->IsEmpty())
+    else if (!m_ui->GoodListDB_GRD->IsEmpty())
         m_ui->GoodListDB_GRD->setFocus(Qt::OtherFocusReason);
 }
 
-bool TGood_List_FRM::FindBarcode(const QString &barcode)
+bool TGood_List_FRM::TakeScanned()
 {
+    const host::SearchDescription typed = m_ui->TGeneral_Search_Frame1->Description();
+    const QString barcode = host::FoldDigits(typed.text.isEmpty() ? typed.number : typed.text).trimmed();
+    // Who looks among the codes and stands on this one means it, whatever short name another good has.
+    if (barcode.isEmpty() || (typed.field == "Code"_L1 && m_ui->GoodListDB_GRD->CurrentKey() == barcode))
+        return false;
     const int code = m_goods.CheckBarcodeCode(barcode);
     if (code == 0)
         return false;
-    host::Grid *grid = m_ui->GoodListDB_GRD;
     const QString key = QString::number(code);
-    if (!grid->Locate(key)) {
-        m_ui->TGeneral_Search_Frame1->Clear();
-        if (!grid->Locate(key)) {
-            m_ui->Group_PNL->SetChosenGroup(0);
-            if (!m_advancedParams.isEmpty())
-                LeaveSearchOut();
-            const QSignalBlocker quiet(m_ui->Search_TBC);
-            m_ui->Search_TBC->setCurrentIndex(2);
-            Refresh();
-            grid->Locate(key);
-        }
+    if (!Uncover(key)) {
+        m_host.messages.ShowMessage(u"کالای این بارکد در لیست شما نیست."_s, host::MessageIcon::Warning, Title());
+    } else if (Mode() != TFormMode::Selection) {
+        m_ui->GoodListDB_GRD->setFocus(Qt::OtherFocusReason);
+    } else if (m_multiSelect) {
+        m_ui->GoodListDB_GRD->SetMarked(key, true);
+        m_ui->TGeneral_Search_Frame1->Clear(); // for the next scan; Enter without one takes them all
+    } else {
+        Choose();
     }
-    // A lookup pattern may match more than was typed ("%", "_"): only the barcode itself counts.
-    return grid->CurrentKey() == key &&
-           grid->CurrentValue(u"AbbName"_s).toString().contains(u'!' + barcode + u'!', Qt::CaseInsensitive);
+    return true;
+}
+
+bool TGood_List_FRM::eventFilter(QObject *watched, QEvent *event)
+{
+    const auto *key = event->type() == QEvent::KeyPress ? static_cast<QKeyEvent *>(event) : nullptr;
+    bool taken = false;
+    if (key && key->key() == Qt::Key_Tab && key->modifiers() == Qt::NoModifier) // some scanners end with it
+        Command(Title(), [&] { taken = TakeScanned(); });
+    return taken || TBaseDock_FRM::eventFilter(watched, event);
+}
+
+bool TGood_List_FRM::Uncover(const QString &key)
+{
+    host::Grid *grid = m_ui->GoodListDB_GRD;
+    if (grid->Locate(key))
+        return true;
+    if (!m_goods.Good_IsShownTo(key.toInt(), bulk_changes::DeniedTo(m_host)))
+        return false;
+    m_ui->TGeneral_Search_Frame1->Clear();
+    if (grid->Locate(key))
+        return true;
+    m_ui->Group_PNL->SetChosenGroup(0);
+    if (!m_advancedParams.isEmpty())
+        LeaveSearchOut();
+    const QSignalBlocker quiet(m_ui->Search_TBC);
+    m_ui->Search_TBC->setCurrentIndex(2);
+    Refresh();
+    return grid->Locate(key);
 }
 
 void TGood_List_FRM::UpdateStock()

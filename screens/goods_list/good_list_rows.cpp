@@ -3,6 +3,7 @@
 #include "screens/goods_list/good_list.h"
 #include "screens/goods_list/good_list_columns.h"
 #include "screens/goods_list/tag_marks.h"
+#include "screens/shared/tag_rows.h"
 #include "ui_good_list.h"
 
 #include <QLabel>
@@ -118,7 +119,7 @@ void TGood_List_FRM::ShowPriceTitles()
 void TGood_List_FRM::LoadTags()
 {
     m_goods.GetAllTagsWithColor();
-    const QList<host::Tag> tags = goods_list::ReadTags(m_goods.Tags_qry);
+    const QList<host::Tag> tags = goods::ReadTags(m_goods.Tags_qry);
     m_ui->Tags1->SetAvailable(tags);
     m_marks->SetTags(tags);
 }
@@ -183,16 +184,16 @@ void TGood_List_FRM::ShowTags()
     if (keys.isEmpty() && !grid->CurrentKey().isEmpty())
         keys = QStringList{grid->CurrentKey()};
     const QStringList shown = keys.mid(0, MostTagged);
-    m_ui->Tags1->Show(TaggedGoods(shown), true, static_cast<int>(keys.size() - shown.size()));
+    m_ui->Tags1->Show(TaggedGoods(shown), static_cast<int>(keys.size() - shown.size()));
 }
 
 void TGood_List_FRM::StoreTags(int code, const QString &tags)
 {
-    if (host::Granted(m_host, TSoftwarePart::Goods, TPermission::Change)) {
-        m_goods.SetTagsOfGood(code, tags);
-        Renew(); // the marks of the tags are columns of the list
-    }
-    m_follow.start();
+    m_follow.start(); // what is refused is shown as it is stored
+    if (!host::Granted(m_host, TSoftwarePart::Goods, TPermission::Change))
+        return;
+    m_goods.SetTagsOfGood(code, tags);
+    Renew(); // the marks of the tags are columns of the list
 }
 
 void TGood_List_FRM::ShowPictures()

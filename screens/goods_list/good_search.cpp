@@ -2,7 +2,7 @@
 
 #include "host/data/sql_text.h"
 #include "host/screens/search_manager.h"
-#include "screens/goods_list/good_tags.h"
+#include "screens/shared/tag_rows.h"
 #include "ui_good_search.h"
 
 using namespace Qt::StringLiterals;
@@ -68,7 +68,7 @@ void Tgoodlist_search_Frm::FormShow()
 {
     m_listsOpened = false;
     m_data.GetAllTagsWithColor();
-    m_ui->Tag_editor->SetAvailable(goods_list::ReadTags(m_data.Tags_qry));
+    m_ui->Tag_editor->SetAvailable(goods::ReadTags(m_data.Tags_qry));
     m_ui->TCategorySearchFrame1->SetTree(m_host.categories.Tree());
     FillSelectedLists();
     TBaseSearch_FRM::FormShow();

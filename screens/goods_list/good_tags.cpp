@@ -1,11 +1,8 @@
 #include "screens/goods_list/good_tags.h"
 
 #include "host/controls/number_text.h"
-#include "host/data/dataset.h"
-#include "host/look/theme.h"
 
 #include <QGridLayout>
-#include <QImage>
 #include <QLabel>
 
 using namespace Qt::StringLiterals;
@@ -17,23 +14,7 @@ namespace {
 /// Room for a few goods; more are scrolled to.
 constexpr int MaximumHeight = 96;
 
-/// A swatch is one colour all over; a tag without one gets a quiet colour of the house.
-QColor SwatchColor(const QByteArray &image)
-{
-    const QImage swatch = QImage::fromData(image);
-    return swatch.isNull() ? host::theme::Line() : swatch.pixelColor(swatch.rect().center());
-}
-
 } // namespace
-
-QList<host::Tag> ReadTags(const host::Dataset &tags)
-{
-    QList<host::Tag> all;
-    for (int row = 0; row < tags.RecordCount(); ++row)
-        all.append({tags.FieldAt(row, u"ID").toInt(), tags.FieldAt(row, u"Name").toString(),
-                    SwatchColor(tags.FieldAt(row, u"image").toByteArray())});
-    return all;
-}
 
 GoodTagsView::GoodTagsView(QWidget *parent) : QScrollArea(parent)
 {
@@ -44,8 +25,18 @@ GoodTagsView::GoodTagsView(QWidget *parent) : QScrollArea(parent)
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
 }
 
-void GoodTagsView::Show(const QList<GoodTags> &goods, bool editable, int more)
+void GoodTagsView::SetAvailable(const QList<host::Tag> &tags)
 {
+    m_available = tags;
+    m_shown.clear();
+}
+
+void GoodTagsView::Show(const QList<GoodTags> &goods, int more)
+{
+    if (!goods.isEmpty() && goods == m_shown && more == m_more)
+        return; // the keys stay where they are
+    m_shown = goods;
+    m_more = more;
     auto *lines = new QWidget(this);
     auto *grid = new QGridLayout(lines);
     grid->setContentsMargins(0, 0, 0, 0);
@@ -55,11 +46,14 @@ void GoodTagsView::Show(const QList<GoodTags> &goods, bool editable, int more)
     for (const GoodTags &good : goods) {
         const int row = grid->rowCount();
         auto *panel = new host::TagsPanel(lines);
-        panel->setReadOnly(!editable || goods.size() > 1);
+        panel->setReadOnly(goods.size() > 1);
         panel->SetAvailable(m_available);
         panel->ShowStored(good.Tags);
-        connect(panel, &host::TagsPanel::Changed, this,
-                [this, panel, code = good.Code] { emit Changed(code, panel->CodesText()); });
+        connect(panel, &host::TagsPanel::Changed, this, [this, panel, code = good.Code] {
+            if (!m_shown.isEmpty())
+                m_shown.first().Tags = panel->CodesText();
+            emit Changed(code, panel->CodesText());
+        });
         auto *name = new QLabel(good.Name, lines);
         name->setTextFormat(Qt::PlainText);
         grid->addWidget(name, row, 0);

@@ -4,12 +4,6 @@
 
 #include <QScrollArea>
 
-class QGridLayout;
-
-namespace host {
-class Dataset;
-}
-
 namespace goods_list {
 
 /// The tags of one good.
@@ -18,11 +12,9 @@ struct GoodTags
     int Code = 0;
     QString Name;
     QString Tags; ///< tag codes joined by ","
-};
 
-/// Reads the tags that can be put on a good, with the colours of their swatches, from the rows of
-/// TGood_DM::GetAllTagsWithColor().
-QList<host::Tag> ReadTags(const host::Dataset &tags);
+    bool operator==(const GoodTags &) const = default;
+};
 
 /// A line for each of several goods: its name and its tags. The tags of a single good can be changed here.
 class GoodTagsView : public QScrollArea
@@ -32,10 +24,9 @@ class GoodTagsView : public QScrollArea
 public:
     explicit GoodTagsView(QWidget *parent = nullptr);
 
-    void SetAvailable(const QList<host::Tag> &tags) { m_available = tags; }
-    /// Shows the goods in their order, and that there are `more`. `editable` lets the user change the tags when there
-    /// is only one good.
-    void Show(const QList<GoodTags> &goods, bool editable, int more);
+    void SetAvailable(const QList<host::Tag> &tags);
+    /// Shows the goods in their order, and that there are `more`. What is shown already stays as it is, with the focus.
+    void Show(const QList<GoodTags> &goods, int more);
 
 signals:
     /// The user changed the tags of a good: tag codes joined by ",".
@@ -43,6 +34,8 @@ signals:
 
 private:
     QList<host::Tag> m_available;
+    QList<GoodTags> m_shown;
+    int m_more = 0;
 };
 
 } // namespace goods_list

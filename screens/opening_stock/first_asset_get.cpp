@@ -4,6 +4,7 @@
 #include "host/controls/entity_picker.h"
 #include "host/controls/numeric_edit.h"
 #include "host/data/persian_text.h"
+#include "host/look/theme.h"
 #include "ui_first_asset_get.h"
 
 #include <QPushButton>
@@ -78,7 +79,7 @@ void TFirstAsset_Get_FRM::BindQuantities()
     AlignLabels();
     m_ui->Good_LBL->setFont(m_host.theme.TitleFont());
     m_ui->Good_LBL->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    m_ui->Good_LBL->setToolTip(good.name);
+    m_ui->Good_LBL->setToolTip(host::theme::PlainToolTip(good.name));
 }
 
 void TFirstAsset_Get_FRM::AlignLabels()

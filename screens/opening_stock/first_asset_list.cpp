@@ -3,6 +3,7 @@
 #include "data/goods/stock_probe.h"
 #include "host/controls/grid.h"
 #include "host/controls/number_text.h"
+#include "host/look/theme.h"
 #include "host/screens/grid_print.h"
 #include "ui_first_asset_list.h"
 
@@ -82,7 +83,7 @@ void TFirstAsset_List_FRM::FormShow()
 {
     const QString name = OpeningGoodTitle(m_context.good);
     m_ui->Good_LBL->setText(name);
-    m_ui->Good_LBL->setToolTip(name);
+    m_ui->Good_LBL->setToolTip(host::theme::PlainToolTip(name));
     Refresh();
 }
 

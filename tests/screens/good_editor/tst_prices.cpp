@@ -145,6 +145,34 @@ private slots:
                  QStringList{u"100|200|0|0|2"_s});
     }
 
+    void aChangedPriceReachesTheScales()
+    {
+        EditorFixture f;
+        f.InsertGood(500009, u"دوغ"_s, 909);
+        f.database.Exec(u"insert into Items(Code,ScaleType,ChangeType,Name1,Price) values(500009,1,0,N'دوغ',100)"_s);
+        f.host.scales.enabled = true;
+        const auto type = [&](const QString &price, bool secondLevel) {
+            f.OpenGood(500009, [&](QWidget *screen) {
+                f.ShowTab(screen, u"Cost_Level_TPC"_s);
+                test::Focus(screen, u"SellDetails_GRD"_s);
+                if (secondLevel)
+                    test::Press(Qt::Key_Down);
+                test::Type(price);
+                test::Press(Qt::Key_F3);
+                QCOMPARE(f.host.messages.Take(), Saved);
+            });
+        };
+        const QString item = u"select Price,ChangeType from Items"_s;
+        type(u"70"_s, true); // not the default one
+        QCOMPARE(f.database.Rows(item), QStringList{u"100|0"_s});
+        type(u"250"_s, false);
+        QCOMPARE(f.database.Rows(item), QStringList{u"250|2"_s});
+        f.database.Exec(u"drop table Items"_s);
+        type(u"300"_s, false);
+        QVERIFY(f.host.messages.Take().contains(
+            u"قیمت‌ها ذخیره شد ولی به ترازو ارسال نشد."_s));
+    }
+
     void bothExemptClosesFinalPrices_data()
     {
         QTest::addColumn<bool>("storedFinal"); // an existing good stored with final prices, else a new one

@@ -369,10 +369,14 @@ void TestBulk::pricesThereAndBack()
                              qPrintable(asked));
                     QVERIFY(!test::Find(changes, u"TakeBack_BTN"_s).isEnabled());
                     screen.database.Exec(u"delete from BulkChanges where Kind = 3"_s); // dropped by another desk
+                    // More than a block of them.
+                    screen.database.Exec(u"declare @c int set @c = 900000 while @c < 901500 begin set @c = @c + 1 "
+                                         "insert into BulkChangeGoods (ChangeID, GoodCode) values (1, @c) end"_s);
                     list.setFocus();
                     screen.Press({Qt::Key_Up, Qt::Key_F8});
                     QVERIFY(screen.host.messages.TakeAll().join(u' ').contains(u"بیرون رفته است"));
                     QCOMPARE(list.ShownKeys(), QStringList{u"1"_s});
+                    QCOMPARE(test::Find<host::Grid>(changes, u"Goods_GRD"_s).ShownKeys().size(), 1502);
                     test::Press(Qt::Key_Escape);
                 });
     QStringList back = before;

@@ -14,6 +14,7 @@ private slots:
     void selectionTextIsSearchedFor();
     void scannedBarcode_data();
     void scannedBarcode();
+    void severalAreScanned();
 };
 
 void TestChoosing::choosing_data()
@@ -82,12 +83,18 @@ void TestChoosing::scannedBarcode_data()
 {
     QTest::addColumn<QString>("field");
     QTest::addColumn<QString>("scanned");
+    QTest::addColumn<Keys>("keys");
     QTest::addColumn<int>("code");
-    QTest::newRow("any column") << u""_s << u"6261655013027"_s << 130002;
-    QTest::newRow("Persian digits") << u""_s << u"۶۲۶۱۶۵۵۰۱۳۰۲۷"_s << 130002;
-    QTest::newRow("while another column is searched") << u"Name"_s << u"6261655013027"_s << 130002;
-    QTest::newRow("while prices are searched") << u"Cost1"_s << u"6261655013027"_s << 130002;
-    QTest::newRow("no pattern") << u""_s << u"%"_s << 0;
+    const Keys enter{Qt::Key_Return};
+    QTest::newRow("any column") << u""_s << u"6261655013027"_s << enter << 130002;
+    QTest::newRow("Persian digits") << u""_s << u"۶۲۶۱۶۵۵۰۱۳۰۲۷"_s << enter << 130002;
+    QTest::newRow("while another column is searched") << u"Name"_s << u"6261655013027"_s << enter << 130002;
+    QTest::newRow("while prices are searched") << u"Cost1"_s << u"6261655013027"_s << enter << 130002;
+    QTest::newRow("a scanner that ends with Tab") << u""_s << u"6261655013027"_s << Keys{Qt::Key_Tab} << 130002;
+    QTest::newRow("a code among the codes")
+        << u"Code"_s << u"150001"_s << enter << 150001; // and a short name elsewhere
+    QTest::newRow("no pattern") << u""_s << u"%"_s << enter << 0;
+    QTest::newRow("withheld") << u""_s << u"6261655013027"_s << enter << 0;
 }
 
 /// The good of a barcode is taken at once, even from outside the group and the stock tab that are shown.
@@ -95,7 +102,14 @@ void TestChoosing::scannedBarcode()
 {
     QFETCH(QString, field);
     QFETCH(QString, scanned);
+    QFETCH(Keys, keys);
     Screen screen;
+    screen.database.Exec(u"update GoodInf set AbbName=N'!150001!' where Code=110002"_s);
+    const bool withheld = QLatin1String(QTest::currentDataTag()) == "withheld"_L1;
+    if (withheld) {
+        screen.host.settings.user = {2, {}, 0};
+        screen.database.Exec(u"insert into UserDeniedGroups(UserCode,GrpCode) values(2,13)"_s);
+    }
     screen.list.SetFormMode(TFormMode::Selection);
     test::Drive([&] { screen.list.ShowModally(); },
                 [&](QWidget *list) {
@@ -104,11 +118,33 @@ void TestChoosing::scannedBarcode()
                     test::Press(Qt::Key_Return);
                     test::Find<host::SearchFrame>(list, u"TGeneral_Search_Frame1"_s).Focus(field);
                     test::Type(scanned);
-                    test::Press(Qt::Key_Return);
+                    screen.Press(keys);
+                    if (withheld) { // nothing else is shown for it, least of all chosen
+                        QVERIFY(screen.host.messages.Take().contains(u"در لیست شما نیست"_s));
+                        QVERIFY(screen.grid.IsEmpty());
+                    }
                     if (screen.list.IsShowing())
                         screen.Press({Qt::Key_Escape, Qt::Key_Escape});
                 });
     QTEST(screen.list.ChosenCode(), "code");
+}
+
+/// Each scan marks its good once; Enter without one takes all that are marked.
+void TestChoosing::severalAreScanned()
+{
+    Screen screen;
+    screen.list.SetFormMode(TFormMode::Selection);
+    screen.list.SetMultiSelect(true);
+    test::Drive([&] { screen.list.ShowModally(); },
+                [&](QWidget *) {
+                    test::Press(Qt::Key_Space);
+                    for (const QString &barcode : {u"6261655013027"_s, u"6261100011011"_s, u"6261655013027"_s}) {
+                        test::Type(barcode);
+                        test::Press(Qt::Key_Return);
+                    }
+                    test::Press(Qt::Key_Return);
+                });
+    QCOMPARE(screen.list.ChosenCodes(), u"110001,130002"_s);
 }
 
 REGISTER_TEST(TestChoosing)

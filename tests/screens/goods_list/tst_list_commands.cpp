@@ -39,6 +39,7 @@ private slots:
         QTest::newRow("one") << 1 << 2 << true;
         QTest::newRow("two in a row: the list stands on the last") << 2 << 2 << true;
         QTest::newRow("without stock, where only stock is shown") << 1 << 0 << false;
+        QTest::newRow("the same while choosing: Enter is to mean it") << 1 << 0 << true;
         QTest::newRow("given up") << 0 << 2 << false;
     }
 
@@ -49,7 +50,8 @@ private slots:
         QFETCH(int, stockTab);
         QFETCH(bool, shown);
         Screen screen;
-        screen.Open();
+        const bool choosing = shown && stockTab == 0;
+        screen.Open(choosing ? TFormMode::Selection : TFormMode::DockedList);
         TGood_List_FRM &list = screen.list;
         host::Grid &grid = screen.grid;
         test::Find<QTabBar>(&list, u"Search_TBC"_s).setCurrentIndex(stockTab);
@@ -82,7 +84,7 @@ private slots:
         QCOMPARE(typed, saved == 0 ? u"زرافه"_s : QString());
         if (shown) {
             QCOMPARE(grid.CurrentKey(), QString::number(last + saved));
-            QCOMPARE(grid.ShownKeys().size(), before.size() + saved);
+            QCOMPARE(grid.ShownKeys().size(), choosing ? screen.Codes().size() : before.size() + saved);
         } else {
             QCOMPARE(grid.ShownKeys(), saved == 0 ? QStringList() : before);
         }
