@@ -163,8 +163,8 @@ void TDetailTypes_Get_FRM::Load()
     }
     m_ui->Code_EDT->setText(QString::number(id));
     Show(m_loaded);
-    m_shown = Record();
-    m_shownItems = m_items->Items();
+    m_before = Record();
+    m_itemsBefore = m_items->Items();
 }
 
 void TDetailTypes_Get_FRM::Show(const TDetailType_Rec &record)
@@ -417,10 +417,10 @@ void TDetailTypes_Get_FRM::LeaveUnchanged(TDetailType_Rec &record, QStringList &
     TDetailType_Rec stored;
     if (!m_data.DetailTypes_GetByID(record.ID, stored))
         return;
-    const bool sameKind = Kindly(record) == Kindly(m_shown) && m_items->Items() == m_shownItems;
-    if (record.Title == m_shown.Title)
+    const bool sameKind = Kindly(record) == Kindly(m_before) && m_items->Items() == m_itemsBefore;
+    if (record.Title == m_before.Title)
         record.Title = stored.Title;
-    if (record.Comment == m_shown.Comment)
+    if (record.Comment == m_before.Comment)
         record.Comment = stored.Comment;
     if (!sameKind)
         return;
