@@ -44,6 +44,8 @@ TGoodDetailDivision_DetailItems_Get_FRM::TGoodDetailDivision_DetailItems_Get_FRM
 {
     setObjectName(u"TGoodDetailDivision_DetailItems_Get_FRM"_s);
     m_form->setupUi(Content());
+    m_first = good_detail::ShownAmount(m_form->Amount_3_EDT);
+    m_second = good_detail::ShownAmount(m_form->Amount_5_EDT);
     SetTitle(u"تقسیم جزئیات کالا"_s);
     SetDiscardQuestion(u"قطعه های وارد شده نگهداری نمی شود. آیا بدون ذخیره خارج می شوید؟"_s);
     m_totals->setObjectName(u"Totals_LBL"_s);
@@ -248,8 +250,8 @@ void TGoodDetailDivision_DetailItems_Get_FRM::ProposeCount()
         const bool counted = stock.by == goods::DividedBy::Packages || stock.by == goods::DividedBy::Area;
         count = counted ? goods::UnitAmounts{qMin<goods::Quantity>(1, stock.piece.count), 0} : stock.onHand;
     }
-    m_form->Amount_3_EDT->SetNumber(count.first);
-    m_form->Amount_5_EDT->SetNumber(count.second);
+    m_first.Show(count.first);
+    m_second.Show(count.second);
     m_form->Amount_3_EDT->setModified(m_row.IsNew());
     for (host::NumericEdit *edit : {m_form->Amount_3_EDT, m_form->Amount_5_EDT}) {
         edit->setProperty("fault", false);
@@ -286,11 +288,7 @@ std::vector<host::Check> TGoodDetailDivision_DetailItems_Get_FRM::Validate()
                  !goods::IsDivided(Total(), m_row.Sum()),
                  host::Warning(m_entry->First(), u"کاربر گرامی مقدار وارد شده از جمع مقادیر تقسیم شده کمتر می باشد"_s));
          }},
-        {u"NothingHalfTyped"_s,
-         [this] {
-             return host::When(m_edited != 0 || m_entry->IsTyped(),
-                               host::Warning(m_entry->First(), u"کاربر گرامی سطر وارد شده هنوز ثبت نشده است."_s));
-         }},
+        {u"NothingHalfTyped"_s, [this] { return host::When(m_edited != 0 || m_entry->IsTyped(), HalfTyped()); }},
     };
 }
 

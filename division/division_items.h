@@ -1,6 +1,7 @@
 #pragma once
 
 #include "division/divided_row.h"
+#include "gooddetail/typed_inputs.h"
 #include "host/screens/base_get.h"
 
 #include <memory>
@@ -68,6 +69,10 @@ private:
     void SavePart();
     void NextPart();
     void EditPart();
+    /// A part is typed, or one that is changed differs from what it was.
+    bool IsHalfTyped() const;
+    host::Refusal HalfTyped() const;
+    host::TAmounts TypedPart() const;
     void Cancel();
     void ProposeRest();
     bool MayRemove(int operationRow);
@@ -82,11 +87,14 @@ private:
 
     std::unique_ptr<Ui::TGoodDetailDivision_DetailItems_Get_FRM> m_form;
     division::DividedRow m_row;
+    good_detail::ShownAmount m_first;  ///< what is taken: a count, or an amount in the first unit
+    good_detail::ShownAmount m_second; ///< of goods in two units
     division::PartEntry *m_entry = nullptr;
     QLabel *m_totals = nullptr;
     std::optional<DivisionRowOpening> m_given; ///< by OpenRow, until it was taken
     std::unique_ptr<TDivision_DM> m_own;       ///< of a division that this screen saves itself
     int m_ownCode = 0;
-    int m_edited = 0; ///< row number of the part that is changed; 0 while parts are added
+    host::TDivisionPart m_shown; ///< the part that is changed, as it was shown
+    int m_edited = 0;            ///< row number of the part that is changed; 0 while parts are added
     bool m_countError = false;
 };

@@ -48,7 +48,7 @@ int WholePieces(goods::Quantity count)
 goods::UnitAmounts TGoodDetailDivision_DetailItems_Get_FRM::CountTyped() const
 {
     const bool second = m_row.UnitType() == good_detail::TwoUnits;
-    return {m_form->Amount_3_EDT->Number(), second ? m_form->Amount_5_EDT->Number() : 0};
+    return {m_first.Number(), second ? m_second.Number() : 0};
 }
 
 goods::UnitAmounts TGoodDetailDivision_DetailItems_Get_FRM::Total() const
@@ -62,11 +62,11 @@ void TGoodDetailDivision_DetailItems_Get_FRM::ComputeSecond()
     if (m_row.UnitType() != good_detail::TwoUnits)
         return;
     const goods::UnitAmounts onHand = m_row.Stock().onHand;
-    const goods::Quantity first = m_form->Amount_3_EDT->Number();
+    const goods::Quantity first = m_first.Number();
     if (goods::SameQuantity(first, onHand.first))
-        m_form->Amount_5_EDT->SetNumber(onHand.second);
+        m_second.Show(onHand.second);
     else if (m_row.Ratio().Formula > 0)
-        m_form->Amount_5_EDT->SetNumber(goods::SecondQuantity(first, m_row.Ratio().Formula, m_row.Ratio().WholeUnits));
+        m_second.Show(goods::SecondQuantity(first, m_row.Ratio().Formula, m_row.Ratio().WholeUnits));
     m_form->Amount_3_EDT->setModified(false);
     if (m_form->Amount_5_EDT->hasFocus())
         m_form->Amount_5_EDT->selectAll(); // the user is there by now
@@ -115,9 +115,7 @@ Refused TGoodDetailDivision_DetailItems_Get_FRM::CheckPart() const
         return host::Refusal{
             m_entry->Edit(*empty),
             [caption = m_entry->Caption(*empty)](host::MessageService &messages) { messages.NotZeroValue(caption); }};
-    const int unitType = m_row.UnitType();
-    const auto amounts =
-        division::AmountsIn(unitType, division::AmountsOfPart(unitType, m_entry->Pieces(), m_row.Ratio()));
+    const auto amounts = division::AmountsIn(m_row.UnitType(), TypedPart());
     return host::When(goods::OverLimit(Total(), m_row.Sum(m_edited), amounts),
                       host::Warning(m_entry->First(), OverTotal));
 }
@@ -147,14 +145,33 @@ void TGoodDetailDivision_DetailItems_Get_FRM::NextPart()
 void TGoodDetailDivision_DetailItems_Get_FRM::EditPart()
 {
     const auto part = m_row.Part(CurrentPart());
-    if (!part || !MayRemove(part->OperationRow))
+    if (!part || !MayRemove(part->OperationRow) || Refuse(host::When(IsHalfTyped(), HalfTyped())))
         return;
     const Loading quiet(*this);
     ShowEdited(part->OperationRow);
     m_entry->Show(division::PiecesOf(m_row.UnitType(), part->Amounts));
     m_form->Waste_CHK->setChecked(part->Waste);
+    m_shown = *part;
+    m_shown.Amounts = TypedPart();
     ShowCut();
     FocusControl(m_entry->First());
+}
+
+bool TGoodDetailDivision_DetailItems_Get_FRM::IsHalfTyped() const
+{
+    if (m_edited == 0)
+        return m_entry->IsTyped();
+    return TypedPart() != m_shown.Amounts || m_form->Waste_CHK->isChecked() != m_shown.Waste;
+}
+
+host::TAmounts TGoodDetailDivision_DetailItems_Get_FRM::TypedPart() const
+{
+    return division::AmountsOfPart(m_row.UnitType(), m_entry->Pieces(), m_row.Ratio());
+}
+
+host::Refusal TGoodDetailDivision_DetailItems_Get_FRM::HalfTyped() const
+{
+    return host::Warning(m_entry->First(), u"کاربر گرامی سطر وارد شده هنوز ثبت نشده است."_s);
 }
 
 void TGoodDetailDivision_DetailItems_Get_FRM::Cancel()

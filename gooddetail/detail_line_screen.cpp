@@ -34,6 +34,7 @@ constexpr int IdentityWidth = 150; // pixels at 100 %
 constexpr int DetailWidth = 104;
 constexpr int AmountWidth = 92;
 constexpr int TitleMargin = 28;
+constexpr qsizetype MostTold = 12; ///< serials in the line below the inputs
 
 /// The line under a mnemonic parts letters that are joined otherwise: the text is wider than its size hint.
 int CaptionWidth(const QLabel *caption)
@@ -406,6 +407,12 @@ void TDetailLine_FRM::ShowTotals(const DetailLineResult &result)
     m_totals->setText(text);
     m_totals->setProperty("fault", over);
     host::theme::Repolish(m_totals);
+}
+
+QString TDetailLine_FRM::Listed(const QStringList &serials)
+{
+    const QString more = serials.size() > MostTold ? u" …"_s : QString();
+    return serials.mid(qMax(qsizetype(0), serials.size() - MostTold)).join(u"، ") + more;
 }
 
 bool TDetailLine_FRM::Tell(const host::Refused &refused)

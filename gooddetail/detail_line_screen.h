@@ -109,6 +109,8 @@ protected:
     void SetResult(const DetailLineResult &result) { m_result = result; }
     /// Says something beside the inputs that needs no answer; `fault` in the colour of refusals.
     void ShowStatus(const QString &text, bool fault = true);
+    /// Serials in a line of status, the last of many.
+    static QString Listed(const QStringList &serials);
     /// Says why something is refused; scans that come meanwhile are taken afterwards. False when nothing is.
     bool Tell(const host::Refused &refused);
     void ShowError(const QString &text, const QString &caption) override;

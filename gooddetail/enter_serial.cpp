@@ -25,8 +25,6 @@ namespace texts = good_detail::texts;
 
 namespace {
 
-constexpr qsizetype MostTold = 12; ///< serials in the line below the inputs
-
 /// An end of a range; 0 stands for none.
 bool IsTyped(const QLineEdit *edit)
 {
@@ -120,6 +118,7 @@ void TEnter_Serial_FRM::BeginLine()
     m_left.clear();
     m_before.reset();
     m_brought.reset();
+    m_interrupted.reset();
     m_form->SingleSerial_RD->setVisible(HasSerial());
     for (QWidget *command : std::initializer_list<QWidget *>{
              m_form->SaveRow_BTN, m_form->Cancel_BTN, m_form->EditRow_BTN, m_form->DelRow_BTN, m_form->DelAll_BTN})
@@ -152,16 +151,26 @@ void TEnter_Serial_FRM::ProposeAmount()
 std::vector<host::Check> TEnter_Serial_FRM::Validate()
 {
     return {{u"NothingHalfTyped"_s, [this] {
-                 QWidget *edit = !SerialTyped().isEmpty() && !IsRange() ? Panel().Serial_EDT : nullptr;
-                 if (!edit && HasBarcode() && !Panel().Barcode_EDT->text().trimmed().isEmpty())
-                     edit = Panel().Barcode_EDT;
-                 if (!edit && !HasSerial() && Amounts().Amount1 > 0)
-                     edit = AmountInputs().Edit(AmountPart::Amount1);
-                 if (!edit && IsRange() && (IsTyped(Panel().SerialFrom_EDT) || IsTyped(Panel().SerialTo_EDT)))
-                     edit = Panel().SerialFrom_EDT;
-                 return host::When(edit || m_editedId != 0,
-                                   host::Warning(edit, u"کاربر گرامی سطر وارد شده هنوز ثبت نشده است."_s));
+                 QWidget *edit = m_editedId != 0 ? FirstControl() : HalfTyped();
+                 return host::When(edit, host::Warning(edit, texts::RowNotStored));
              }}};
+}
+
+QWidget *TEnter_Serial_FRM::HalfTyped()
+{
+    if (m_editedId != 0) {
+        const EnterRow typed = Typed();
+        return typed.Details.Values == m_shown.Details.Values && typed.Amounts == m_shown.Amounts ? nullptr
+                                                                                                  : FirstControl();
+    }
+    if (!SerialTyped().isEmpty() && !IsRange())
+        return Panel().Serial_EDT;
+    if (HasBarcode() && !Panel().Barcode_EDT->text().trimmed().isEmpty())
+        return Panel().Barcode_EDT;
+    if (!HasSerial() && Amounts().Amount1 > 0)
+        return AmountInputs().Edit(AmountPart::Amount1);
+    return IsRange() && (IsTyped(Panel().SerialFrom_EDT) || IsTyped(Panel().SerialTo_EDT)) ? Panel().SerialFrom_EDT
+                                                                                           : nullptr;
 }
 
 void TEnter_Serial_FRM::Write()
@@ -387,12 +396,13 @@ void TEnter_Serial_FRM::StoreRow()
         NextRow(serial);
         return;
     }
-    if (!serial.isEmpty())
+    if (!serial.isEmpty() && !refused->InPlace)
         ShowLeft(serial);
     Told(*refused);
 }
 
-/// The fault's field is focused and selected: the next scan types over it.
+/// The fault's field is focused and selected: the next scan types over it. Of a serial that is in the list already
+/// there is nothing left to be done.
 void TEnter_Serial_FRM::Told(const EnterRefusal &refusal)
 {
     QWidget *fault = refusal.Part ? static_cast<QWidget *>(AmountInputs().Edit(*refusal.Part)) : FirstControl();
@@ -402,6 +412,10 @@ void TEnter_Serial_FRM::Told(const EnterRefusal &refusal)
     }
     QApplication::beep();
     ShowStatus(SerialTyped() + u": "_s + refusal.Text);
+    if (m_editedId == 0) {
+        ForgetKnown();
+        Panel().Serial_EDT->setText({});
+    }
     Refuse(host::Refusal{fault, {}});
 }
 
@@ -411,8 +425,7 @@ void TEnter_Serial_FRM::ShowLeft(const QString &serial)
 {
     if (!m_left.contains(serial))
         m_left << serial;
-    const QString more = m_left.size() > MostTold ? u" …"_s : QString();
-    ShowStatus(u"ثبت نشده: "_s + m_left.mid(qMax(qsizetype(0), m_left.size() - MostTold)).join(u"، ") + more);
+    ShowStatus(u"ثبت نشده: "_s + Listed(m_left));
 }
 
 /// The row is stored; the next one begins with the details and amounts of a serial, without the amounts otherwise.
@@ -429,7 +442,9 @@ void TEnter_Serial_FRM::NextRow(const QString &stored)
     EndEditing();
     Panel().Serial_EDT->setText({});
     Panel().Barcode_EDT->setText({});
-    if (!HasSerial())
+    if (edited != 0)
+        GoBack();
+    else if (!HasSerial())
         ClearAmounts();
     ShowRows(edited == 0 && !stored.isEmpty());
     if (edited == 0 || !m_form->EnterSerialList_GRD->Locate(QString::number(edited)))

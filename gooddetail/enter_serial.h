@@ -64,6 +64,10 @@ private:
 
     // Rows
     void EditRow();
+    /// Where something stands that no row has; null when there is none.
+    QWidget *HalfTyped();
+    /// The details and amounts as they were before a row was edited: they are those of what is scanned next.
+    void GoBack();
     bool Shown(const std::function<bool()> &takeOut);
     void DeleteRows();
     void DeleteAll();
@@ -75,9 +79,11 @@ private:
 
     std::unique_ptr<Ui::TEnter_Serial_FRM> m_form;
     std::optional<good_detail::EnterRows> m_rows;
-    int m_editedId = 0;                     ///< the row that is edited; 0 while rows are added
-    bool m_kept = false;                    ///< closed by OK
-    good_detail::DetailLineResult m_opened; ///< what the rows came to on opening
+    int m_editedId = 0;                                 ///< the row that is edited; 0 while rows are added
+    good_detail::EnterRow m_shown;                      ///< the edited row, as it was shown
+    std::optional<good_detail::EnterRow> m_interrupted; ///< what was typed when its editing began
+    bool m_kept = false;                                ///< closed by OK
+    good_detail::DetailLineResult m_opened;             ///< what the rows came to on opening
     good_detail::AmountTotals m_totals{good_detail::OneUnit};
     QStringList m_left;                           ///< serials that were scanned and refused
     std::optional<host::TDetailValues> m_before;  ///< the details before those of a known serial took their place

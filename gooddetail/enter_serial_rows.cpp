@@ -49,8 +49,13 @@ void TEnter_Serial_FRM::EditRow()
         Tell(host::Warning(m_form->EnterSerialList_GRD, texts::ReturnedNotEdited));
         return;
     }
+    QWidget *typed = HalfTyped();
+    if (Tell(host::When(typed, host::Warning(typed, texts::RowNotStored))))
+        return;
     const Loading quiet(*this);
-    m_before.reset();
+    ForgetKnown();
+    if (m_editedId == 0)
+        m_interrupted = Typed();
     m_editedId = id;
     Panel().Serial_RD->setChecked(true);
     Panel().MultiSerial_RD->setEnabled(false);
@@ -60,8 +65,18 @@ void TEnter_Serial_FRM::EditRow()
     if (HasBarcode())
         Panel().Barcode_EDT->setText(row->DetailTitle[static_cast<size_t>(Inputs().BarcodePlace())]);
     ShowAmounts(row->Amounts);
+    m_shown = Typed();
     ShowStatus(u"سطر انتخاب شده ویرایش می شود"_s, false);
     FocusControl(FirstControl());
+}
+
+void TEnter_Serial_FRM::GoBack()
+{
+    if (const auto before = std::exchange(m_interrupted, {})) {
+        const Loading quiet(*this);
+        Inputs().SetValues(before->Details);
+        ShowAmounts(before->Amounts);
+    }
 }
 
 /// Takes rows out and shows those that are left, also after an error, when they were read again.
@@ -111,17 +126,22 @@ void TEnter_Serial_FRM::Cancel()
     const bool saved = IsSaved();
     {
         const Loading quiet(*this);
+        const bool edited = m_editedId != 0;
         EndEditing();
         m_left.clear();
         ShowStatus({});
         ForgetKnown();
-        Inputs().Clear();
         Panel().Serial_EDT->setText({});
         Panel().SerialFrom_EDT->setText(u"0"_s);
         Panel().SerialTo_EDT->setText(u"0"_s);
         Panel().Barcode_EDT->setText({});
-        ClearAmounts();
-        ProposeAmount();
+        if (edited) {
+            GoBack();
+        } else {
+            Inputs().Clear();
+            ClearAmounts();
+            ProposeAmount();
+        }
         m_data.EnterGoodDetail_Refresh();
     }
     ShowRows();

@@ -31,6 +31,7 @@ inline const QString SerialInLine = u"این سریال در همین لیست �
 inline const QString ReturnedNotDeleted = u"کاربر گرامی جزییات فوق برگشت  خورده و قابل حذف  نمی باشد"_s;
 inline const QString ReturnedNotEdited = u"کاربر گرامی جزییات فوق برگشت  خورده و قابل ویرایش نمی باشد"_s;
 inline const QString LeftAreReturned = u"موارد حذف نشده برگشت خورده و قابل حذف نمی باشند"_s;
+inline const QString RowNotStored = u"کاربر گرامی سطر وارد شده هنوز ثبت نشده است."_s;
 inline const QString AllRows = u"همه سطرهاي"_s;
 
 inline const QString RangeTaken = u"امکان اضافه شدن مجدد سریال(های) زیر به علت تکراری بودن وجود ندارد"_s;

@@ -8,7 +8,7 @@
 #include "ui_detail_line_panel.h"
 #include "ui_exit_serial.h"
 
-#include <QGuiApplication>
+#include <QApplication>
 #include <QLabel>
 #include <QScopedValueRollback>
 
@@ -36,6 +36,11 @@ QString Quoted(const QString &serial)
     return u"«\u2068%1\u2069»"_s.arg(serial);
 }
 
+QString AmountOf(const QString &serial)
+{
+    return u"مقدار سریال %1 را وارد کنید"_s.arg(Quoted(serial));
+}
+
 QString Number(qint64 number)
 {
     return host::DisplayNumber(QString::number(number));
@@ -43,7 +48,8 @@ QString Number(qint64 number)
 
 } // namespace
 
-void TExit_Serial_FRM::Scan(QLineEdit *edit, const QString &typed)
+/// Already chosen counts as gone out: scanned twice, nothing is left to be done.
+TExit_Serial_FRM::Scanned TExit_Serial_FRM::Scan(QLineEdit *edit, const QString &typed)
 {
     const QString serial = host::SerialText(typed);
     const host::TAmounts amounts = Amounts();
@@ -53,26 +59,42 @@ void TExit_Serial_FRM::Scan(QLineEdit *edit, const QString &typed)
     if (!row || row->Selected) {
         if (m_narrow.isActive())
             Narrow();
-        if (row)
-            ShowStatus(u"سریال %1 پیش از این انتخاب شده است"_s.arg(Quoted(serial)));
-        else
-            SayWhyNot(serial);
+        Say(row ? u"سریال %1 پیش از این انتخاب شده است"_s.arg(Quoted(serial)) : WhyNot(serial), true);
+        QApplication::beep();
         edit->selectAll();
-        return;
+        return row ? Scanned::Out : Scanned::Left;
     }
     if (!amountsTyped && !m_host.settings.SettingRecord().TakeOnlyDetail) {
         ForgetDetails(); // the row may have others than were looked for
         Narrow();
-        ShowStatus(u"مقدار سریال %1 را وارد کنید"_s.arg(Quoted(serial)), false);
+        Say(AmountOf(serial));
         Panel().Amount1_EDT->setFocus(Qt::OtherFocusReason);
-        return;
+        return Scanned::Asks;
     }
     if ((amountsTyped && Tell(AmountMissing())) || !Choose(*row, amountsTyped ? amounts : row->OnHand))
-        return;
-    ShowStatus(u"سریال %1 خارج شد"_s.arg(Quoted(serial)), false);
+        return Scanned::Left;
+    Say(u"سریال %1 خارج شد"_s.arg(Quoted(serial)));
     ClearTyped();
     Renew();
     edit->setFocus(Qt::OtherFocusReason);
+    return Scanned::Out;
+}
+
+bool TExit_Serial_FRM::TakeScan(QLineEdit *edit)
+{
+    const QString serial = host::SerialText(edit->text());
+    Scanned scanned = Scanned::Left;
+    Command(Title(), [&] { scanned = Scan(edit, edit->text()); });
+    if (scanned == Scanned::Left && !m_left.contains(serial))
+        m_left << serial;
+    return scanned != Scanned::Asks;
+}
+
+/// Serials that did not go out stay in sight until they do or the input is given up: a clerk who scans looks at the
+/// goods, not at the screen.
+void TExit_Serial_FRM::Say(const QString &text, bool fault)
+{
+    ShowStatus(m_left.isEmpty() ? text : text + u"    "_s + NotOut + Listed(m_left), fault || !m_left.isEmpty());
 }
 
 /// What cannot go out now is named, so that it is not lost.
@@ -83,21 +105,25 @@ void TExit_Serial_FRM::TakeScans(const QStringList &scans, const QString &begun)
     QLineEdit *edit = HasSerial() ? static_cast<QLineEdit *>(Panel().Serial_EDT) : Panel().Barcode_EDT;
     if (!MayChoose() || IsRange() || m_edited || !m_ui->SingleSerial_RD->isChecked() ||
         !(HasSerial() || HasBarcode())) {
-        ShowStatus(NotOut + (begun.isEmpty() ? scans : scans + QStringList(begun)).join(u"، "));
+        m_left << (begun.isEmpty() ? scans : scans + QStringList(begun));
+        ShowStatus(NotOut + Listed(m_left));
         return;
     }
-    QStringList left;
-    for (const QString &scan : scans) {
-        edit->setText(scan);
-        if (!Command(Title(), [this, edit] { Scan(edit, edit->text()); }))
-            left << scan;
+    for (qsizetype at = 0; at < scans.size(); ++at) {
+        edit->setText(scans[at]);
+        if (TakeScan(edit))
+            continue;
+        m_left << (scans + QStringList(begun)).sliced(at + 1); // the amount of this one comes first
+        m_left.removeAll(QString());
+        Say(AmountOf(scans[at]));
+        return;
     }
-    if (!left.isEmpty())
-        ShowStatus(NotOut + left.join(u"، "));
+    if (!m_left.isEmpty())
+        ShowStatus(NotOut + Listed(m_left));
     GoOn(edit, begun);
 }
 
-void TExit_Serial_FRM::SayWhyNot(const QString &serial)
+QString TExit_Serial_FRM::WhyNot(const QString &serial)
 {
     const int good = Line().GoodCode;
     QString why = u"سریال %1 برای این کالا ثبت نشده است"_s;
@@ -105,7 +131,7 @@ void TExit_Serial_FRM::SayWhyNot(const QString &serial)
         why = known->OnHand > 0 ? u"سریال %1 در این انبار نیست"_s : u"سریال %1 موجودی ندارد"_s;
     else if (m_host.detailValues.SerialOwner(good, serial) == host::DetailOwner::OtherGood)
         why = u"سریال %1 برای کالای دیگری ثبت شده است"_s;
-    ShowStatus(why.arg(Quoted(serial)));
+    return why.arg(Quoted(serial));
 }
 
 host::Refused TExit_Serial_FRM::MoreThanOnHand(const host::TAmounts &typed, const host::TAmounts &onHand) const
@@ -133,6 +159,7 @@ bool TExit_Serial_FRM::Choose(const TExitGoodDetail_Rec &row, const host::TAmoun
     if (Tell(MoreThanOnHand(amounts, row.OnHand)))
         return false;
     m_data.ExitGoodDetailRow_Update(row.ID, amounts, Line().ForeignOperationCode);
+    m_left.removeAll(row.DetailTitle.front());
     NotSaved();
     return true;
 }
@@ -156,7 +183,7 @@ void TExit_Serial_FRM::SaveRow()
     }
     if (Tell(AmountMissing()) || !Choose(*row, Amounts()))
         return;
-    ShowStatus(u"انتخاب شد"_s, false);
+    Say(u"انتخاب شد"_s);
     const int read = m_data.ExitGoodDetail_QRY.RecordCount();
     ClearTyped();
     Renew();
@@ -259,6 +286,7 @@ void TExit_Serial_FRM::DeleteAll()
 
 void TExit_Serial_FRM::Cancel()
 {
+    m_left.clear();
     ShowStatus({});
     ClearTyped();
     ForgetDetails();

@@ -1,5 +1,6 @@
 #include "gooddetail/exit_narrowing.h"
 
+#include "host/data/persian_text.h"
 #include "host/data/sql_text.h"
 
 using namespace Qt::StringLiterals;
@@ -7,6 +8,23 @@ using namespace Qt::StringLiterals;
 namespace good_detail {
 
 namespace {
+
+/// A pattern in which letters and digits that only keyboards keep apart find each other.
+QString AnySpelling(const QString &pattern)
+{
+    static const QStringList spellings{u"یيى"_s, u"کك"_s};
+    QString any;
+    for (const QChar letter : pattern) {
+        QString forms;
+        for (const QString &same : spellings)
+            if (same.contains(letter))
+                forms = same;
+        if (const QChar digit = host::FoldDigits(QString(letter)).front(); digit >= u'0' && digit <= u'9')
+            forms = digit + host::PersianDigits(QString(digit)) + QChar(u'٠' + digit.digitValue());
+        any += forms.isEmpty() ? QString(letter) : u'[' + forms + u']';
+    }
+    return any;
+}
 
 /// What is typed stands for itself, also where it holds a sign of a pattern.
 QString Contains(int detail, const QString &text)
@@ -23,7 +41,9 @@ QString DetailCondition(int number, const TExitNarrowing::Detail &detail)
 {
     if (detail.Value->isEmpty())
         return u"ISNULL(DetailTitle%1, N'') = N''"_s.arg(number);
-    return detail.IsText ? Contains(number, *detail.Value) : Is(number, *detail.Value);
+    return detail.IsText ? u"DetailTitle%1 Like N"_s.arg(number) +
+                               host::QuotedStr(u'%' + AnySpelling(host::LikeText(*detail.Value)) + u'%')
+                         : Is(number, *detail.Value);
 }
 
 QString FirstCondition(const TExitNarrowing &typed)

@@ -138,6 +138,7 @@ void TExit_Serial_FRM::BeginLine()
         m_host.detailMovements.ExitGoodDetails_Fill(Line());
     }
     m_filled = true;
+    m_left.clear();
     m_chosen = false;
     m_last = 0;
     m_edited = false;
@@ -213,15 +214,11 @@ TExitNarrowing TExit_Serial_FRM::Typed() const
     const QString barcode = host::SerialText(panel.Barcode_EDT->text());
     if (HasSerial() && HasBarcode() && !barcode.isEmpty())
         typed.Details[static_cast<size_t>(Inputs().BarcodePlace())] = {barcode, true};
-    const auto number = [this](AmountPart part) {
-        const host::NumericEdit *edit = AmountInputs().Edit(part);
-        return edit ? edit->Number() : 0;
-    };
     // An amount that was taken over follows the list; it does not lead it.
     if (!m_takenOver) {
-        typed.Package = number(AmountPart::Amount3);
-        typed.Length = number(AmountPart::Length);
-        typed.Width = number(AmountPart::Width);
+        typed.Package = AmountInputs().Number(AmountPart::Amount3);
+        typed.Length = AmountInputs().Number(AmountPart::Length);
+        typed.Width = AmountInputs().Number(AmountPart::Width);
     }
     return typed;
 }
@@ -324,7 +321,7 @@ bool TExit_Serial_FRM::FormKeyDown(QKeyEvent *event)
     const auto scan = [&](auto *edit) {
         if (focus != edit || edit->text().isEmpty() || !m_ui->SingleSerial_RD->isChecked())
             return false;
-        Command(Title(), [this, edit] { Scan(edit, edit->text()); });
+        TakeScan(edit);
         return true;
     };
     if (enter && (scan(panel.Serial_EDT) || (!HasSerial() && scan(panel.Barcode_EDT))))

@@ -62,8 +62,14 @@ private:
 
     // Choosing.
     bool MayChoose() const { return Mode() != host::TFormMode::Review; }
-    void Scan(QLineEdit *edit, const QString &typed);
-    void SayWhyNot(const QString &serial);
+    /// What becomes of a scan.
+    enum class Scanned { Out, Asks, Left };
+    Scanned Scan(QLineEdit *edit, const QString &typed);
+    QString WhyNot(const QString &serial);
+    /// Takes a scan; false when it waits for its amount.
+    bool TakeScan(QLineEdit *edit);
+    /// Says something, and what was scanned before and did not go out.
+    void Say(const QString &text, bool fault = false);
     void SaveRow();
     void ChooseRange();
     /// Takes so much of the row out, or says why not. True when it went.
@@ -80,6 +86,7 @@ private:
 
     std::unique_ptr<Ui::TExit_Serial_FRM> m_ui;
     QTimer m_narrow;
+    QStringList m_left;       ///< serials that were scanned and could not go out
     int m_last = 0;           ///< the row that was current before what is typed left none
     bool m_filled = false;    ///< there are working rows of the line
     bool m_chosen = false;    ///< another choice than when the screen was opened

@@ -3,6 +3,7 @@
 #include "gooddetail/amount_entry.h"
 
 #include <QObject>
+#include <QString>
 
 #include <functional>
 
@@ -13,6 +14,24 @@ class NumericEdit;
 }
 
 namespace good_detail {
+
+/// An amount in its input, to be read as a person would write it: one that a ratio gave fills all nine decimals and is
+/// shown with the four of the lists. Where that text stands it is the whole amount; any other is what was typed.
+class ShownAmount
+{
+public:
+    /// `edit` outlives the object.
+    explicit ShownAmount(host::NumericEdit *edit = nullptr) : m_edit(edit) {}
+
+    host::NumericEdit *Edit() const { return m_edit; }
+    void Show(host::Quantity amount);
+    host::Quantity Number() const;
+
+private:
+    host::NumericEdit *m_edit;
+    QString m_text; ///< of `m_amount`, where that is not all of it
+    host::Quantity m_amount = 0;
+};
 
 /// The four inputs in which amounts are typed: which of them a unit type uses, what they are called, and what leaving
 /// one computes of the others. It owns none of them.
@@ -37,6 +56,8 @@ public:
 
     /// As they stand, before what leaving an input would compute.
     TypedAmounts Typed() const;
+    /// The amount of one part, as it stands; 0 when the layout has none.
+    host::Quantity Number(AmountPart part) const;
     void Show(const TypedAmounts &typed);
     /// Computes what leaving the inputs would.
     void Take();
@@ -45,7 +66,7 @@ public:
     host::NumericEdit *Edit(AmountPart part) const;
     /// Its caption for messages.
     QString Caption(AmountPart part) const;
-    host::NumericEdit *First() const { return m_inputs.front().Edit; }
+    host::NumericEdit *First() const { return m_amounts.front().Edit(); }
     /// The last in the order of Tab.
     host::NumericEdit *Last() const;
 
@@ -54,7 +75,8 @@ signals:
     void Edited();
 
 private:
-    std::array<Input, 4> m_inputs;
+    std::array<QLabel *, 4> m_captions;
+    std::array<ShownAmount, 4> m_amounts;
     Arithmetic m_recomputed;
     QList<AmountInput> m_layout;
 };

@@ -161,6 +161,8 @@ void TestDivisionItems::divides_data()
         {u"3|2|2|0|12"_s});
     row("a part is given up", 5, u"E 1 E 2 E @Cancel_BTN E F3"_s, {Less}, first, {});
     row("half typed", 5, u"E 3 E 2 E E E @Amount1_EDT 1 F3"_s, {HalfTyped}, first, {u"3|2|1|0|6"_s});
+    row("a typed part is not replaced", 5, u"E 3 E 2 E E E @Amount1_EDT 1 G F2 F3"_s, {HalfTyped, HalfTyped}, first,
+        {u"3|2|1|0|6"_s});
     row("parts go", 5, u"E 1 E 2 E E E 2 E 1 E E E G ?1 Del ?0 Del"_s, {u"MsgDeleteRow()"_s, u"MsgDeleteRow()"_s}, list,
         {u"1|2|1|0|2"_s});
     row("all parts go", 5, u"E 1 E 2 E E E 2 E 1 E E E ?1 @DeleteAllDetail_BTN E"_s, {u"MsgDeleteItem(همه سطرهاي)"_s},

@@ -298,6 +298,13 @@ void TestSerialBatches::choosesPlainNumbersOnly()
     QCOMPARE(listed(typed), u"10 12"_s);
     QCOMPARE(desk.desk.serialBatches.ChooseSerials(sale, {11, 12}, {}), 1); // taken back
     QCOMPARE(listed(typed), u"10"_s);
+    // Words are found in whichever letters the keyboard has.
+    const auto black = Desk::Line(1, 200);
+    QCOMPARE(desk.Enter(black, desk.Batch(black, u"B"_s, u"مشکی ۱۲ ک[٪"_s)), QStringList());
+    desk.desk.detailMovements.ExitGoodDetails_Fill(sale);
+    typed = {};
+    typed.Details[2] = {u"ي 12 ك["_s, true};
+    QCOMPARE(listed(typed), u"B"_s);
 }
 
 void TestSerialBatches::holdsReturnsToTheirSale()

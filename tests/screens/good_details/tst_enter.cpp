@@ -2,6 +2,7 @@
 
 #include "gooddetail/enter_serial.h"
 #include "host/controls/grid.h"
+#include "host/controls/numeric_edit.h"
 #include "host/data/query.h"
 #include "tests/screens/good_details/details_fixture.h"
 #include "tests/support/test_main.h"
@@ -127,6 +128,8 @@ private slots:
     void returnLimits();
     void knownSerialBringsItsDetails();
     void mergesEditsDeletes();
+    void editingIsAnInterlude();
+    void ratiosShowNoNoise();
     void returnedRowsStay();
     void ranges();
     void rangeGivenUp();
@@ -511,6 +514,51 @@ void TestEnter::mergesEditsDeletes()
     const auto again = Enter(shop, line, [](QWidget *screen) { QCOMPARE(Shown(screen), QStringList{u"|۴"_s}); });
     QVERIFY(again && again->Rows == 1 && again->Amounts.Amount1 == 4);
     QCOMPARE(shop.database.Rows(u"select count(*) from GoodDetailValues"_s), QStringList{u"1"_s});
+}
+
+/// Behind an edited row the next scan has the details and the amount of before; nothing half typed is replaced.
+void TestEnter::editingIsAnInterlude()
+{
+    Shop shop;
+    Enter(shop, Shop::Line(5001, 1, 7), [&](QWidget *screen) {
+        Scan(screen, u"1"_s);
+        Find<QComboBox>(screen, u"ComboBox_2"_s).setCurrentIndex(2);
+        Scan(screen, u"2"_s);
+        Scan(screen, u"2"_s); // is there: nothing is left of it
+        Find<host::Grid>(screen, u"EnterSerialList_GRD"_s).StandOn(0);
+        test::Type(u"9"_s);
+        Press(Qt::Key_F2);
+        QCOMPARE(shop.fakes.messages.Take(), Message(u"کاربر گرامی سطر وارد شده هنوز ثبت نشده است."));
+        Press(Qt::Key_Backspace);
+        for (const bool store : {false, true}) {
+            Press(Qt::Key_F2);
+            QCOMPARE(Find<QComboBox>(screen, u"ComboBox_2"_s).currentText(), u"قرمز"_s);
+            test::Enter(screen, u"Amount1_EDT"_s, u"5"_s);
+            store ? Press(Qt::Key_Return) : Click(screen, u"Cancel_BTN");
+        }
+        Scan(screen, u"3"_s);
+        QCOMPARE(Shown(screen), (QStringList{u"1|قرمز||۵"_s, u"2|آبی||۱"_s, u"3|آبی||۱"_s}));
+    });
+}
+
+/// Ten pieces are 0.833333333 of a carton: four decimals in the input, all of them in the row, also when it is passed.
+void TestEnter::ratiosShowNoNoise()
+{
+    Shop shop;
+    const auto result = Enter(shop, Shop::Line(5003, 1, 7, 2), [&](QWidget *screen) {
+        const auto &second = Find<host::NumericEdit>(screen, u"Amount2_EDT"_s);
+        test::Enter(screen, u"Amount1_EDT"_s, u"10"_s);
+        Press(Qt::Key_Return);
+        QCOMPARE(second.text(), u"0.8333"_s);
+        Press(Qt::Key_Return);
+        test::Focus(screen, u"EnterSerialList_GRD"_s);
+        Press(Qt::Key_F2);
+        QCOMPARE(second.text(), u"0.8333"_s);
+        test::Focus(screen, u"Amount1_EDT"_s);
+        Press(Qt::Key_Return);
+        Press(Qt::Key_Return);
+    });
+    QVERIFY(result && host::QuantityToText(result->Amounts.Amount2) == u"0.833333333");
 }
 
 void TestEnter::returnedRowsStay()

@@ -164,15 +164,16 @@ void TestExitSerial::scans()
 {
     Screen shop;
     const auto result = shop.Open(Screen::Line(5001, 2, 7), [&](QWidget *screen) {
-        for (const auto &[serial, status] : {std::pair(u"12"_s, u"سریال «12» خارج شد"_s),
-                                             {u"۱۲"_s, u"سریال «12» پیش از این انتخاب شده است"_s},
-                                             {u"500"_s, u"سریال «500» برای این کالا ثبت نشده است"_s},
-                                             {u"77"_s, u"سریال «77» برای کالای دیگری ثبت شده است"_s},
-                                             {u"900"_s, u"سریال «900» در این انبار نیست"_s},
-                                             {u"901"_s, u"سریال «901» موجودی ندارد"_s},
-                                             {Hostile, u"سریال «%1» خارج شد"_s.arg(Hostile)}}) {
+        for (const auto &[serial, status] :
+             {std::pair(u"12"_s, u"سریال «12» خارج شد"_s),
+              {u"۱۲"_s, u"سریال «12» پیش از این انتخاب شده است"_s},
+              {u"500"_s, u"سریال «500» برای این کالا ثبت نشده است"_s},
+              {u"77"_s, u"سریال «77» برای کالای دیگری ثبت شده است"_s},
+              {u"900"_s, u"سریال «900» در این انبار نیست"_s},
+              {u"901"_s, u"سریال «901» موجودی ندارد"_s},
+              {Hostile, u"سریال «%1» خارج شد    خارج نشده: 500، 77، 900، 901"_s.arg(Hostile)}}) {
             Screen::Scan(serial);
-            QCOMPARE(Screen::Status(screen), status);
+            QVERIFY2(Screen::Status(screen).startsWith(status), qPrintable(Screen::Status(screen)));
             QCOMPARE(test::Focused(), u"Serial_EDT"_s);
         }
         QVERIFY(test::Find<QLabel>(screen, u"Totals_LBL"_s).text().contains(u"مانده: ۱"_s));
