@@ -9,6 +9,8 @@
 #include <QKeyEvent>
 #include <QProgressDialog>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 using host::TFormMode;
@@ -172,8 +174,10 @@ bool TGood_List_FRM::TakeScanned()
 {
     const host::SearchDescription typed = m_ui->TGeneral_Search_Frame1->Description();
     const QString barcode = host::FoldDigits(typed.text.isEmpty() ? typed.number : typed.text).trimmed();
+    // Signs alone, as the mark between barcodes, would be found in goods that have none.
+    const bool says = std::any_of(barcode.cbegin(), barcode.cend(), [](QChar c) { return c.isLetterOrNumber(); });
     // Who looks among the codes and stands on this one means it, whatever short name another good has.
-    if (barcode.isEmpty() || (typed.field == "Code"_L1 && m_ui->GoodListDB_GRD->CurrentKey() == barcode))
+    if (!says || (typed.field == "Code"_L1 && m_ui->GoodListDB_GRD->CurrentKey() == barcode))
         return false;
     const int code = m_goods.CheckBarcodeCode(barcode);
     if (code == 0)
