@@ -1,5 +1,6 @@
 #include "detailtypes/detail_category_get.h"
 
+#include "host/data/transaction.h"
 #include "host/host.h"
 #include "ui_detail_category_get.h"
 
@@ -72,6 +73,7 @@ void TDetailTypes_SelectedList_Get_FRM::Load()
         return;
     }
     Show(record);
+    m_shown = record;
 }
 
 std::vector<host::Check> TDetailTypes_SelectedList_Get_FRM::Validate()
@@ -110,10 +112,19 @@ void TDetailTypes_SelectedList_Get_FRM::Write()
     record.Code = Key().toInt();
     record.Title = m_ui->Title_EDT->text();
     record.Comment = m_ui->Comment_EDT->text();
-    if (IsNew())
+    if (IsNew()) {
         m_data.DetailTypes_SelectedList_Insert(record);
-    else
-        m_data.DetailTypes_SelectedList_Update(record);
+        return;
+    }
+    host::Transaction transaction(m_data.Connection());
+    // What was not changed here stays as it is by now: another desk may have changed it.
+    TDetailTypes_SelectedList_Rec stored;
+    if (m_data.DetailTypes_SelectedList_GetByID(record.Code, stored)) {
+        record.Title = record.Title == m_shown.Title ? stored.Title : record.Title;
+        record.Comment = record.Comment == m_shown.Comment ? stored.Comment : record.Comment;
+    }
+    m_data.DetailTypes_SelectedList_Update(record);
+    transaction.Commit();
 }
 
 void TDetailTypes_SelectedList_Get_FRM::FormClose()

@@ -38,4 +38,5 @@ private:
 
     std::unique_ptr<Ui::TDetailTypes_SelectedList_Get_FRM> m_ui;
     TDetailTypes_DM m_data;
+    TDetailTypes_SelectedList_Rec m_shown; ///< as it was read
 };

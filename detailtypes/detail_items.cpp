@@ -4,12 +4,6 @@
 #include <QLineEdit>
 #include <QListWidget>
 
-namespace {
-
-constexpr int LongestDefault = 50; // the column's width
-
-} // namespace
-
 DetailItems::DetailItems(QLineEdit &next, QListWidget &list, QComboBox &defaultValue, QObject *parent)
     : QObject(parent), m_next(next), m_list(list), m_default(defaultValue)
 {
@@ -37,10 +31,8 @@ void DetailItems::SetPickOnly(bool pickOnly)
         return;
     const QString text = DefaultText();
     m_default.setEditable(!pickOnly);
-    if (!pickOnly) {
+    if (!pickOnly)
         m_default.setCompleter(nullptr); // what is typed stays as it is typed
-        m_default.lineEdit()->setMaxLength(LongestDefault);
-    }
     RebuildDefault(text);
 }
 

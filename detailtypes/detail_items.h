@@ -14,6 +14,9 @@ class DetailItems : public QObject
     Q_OBJECT
 
 public:
+    /// What the column of the default holds, in letters; an item may have more.
+    static constexpr int LongestDefault = 50;
+
     /// What came of adding the typed item.
     enum class Added {
         Yes,

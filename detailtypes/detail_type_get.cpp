@@ -3,11 +3,14 @@
 #include "detailtypes/detail_items.h"
 #include "detailtypes/detail_type_choice.h"
 #include "detailtypes/kind_layout.h"
+#include "host/data/transaction.h"
 #include "host/host.h"
 #include "host/look/icons.h"
 #include "host/look/theme.h"
 #include "rules/stamp.h"
 #include "ui_detail_type_get.h"
+
+#include <tuple>
 
 using namespace Qt::StringLiterals;
 
@@ -33,6 +36,11 @@ QString ItemNotAddedText()
     return u"کاربر گرامی مقدار پیشنهادی نوشته شده هنوز به لیست افزوده نشده است، لطفا آن را با Enter بیفزایید و یا پاک نمایید"_s;
 }
 
+QString LongDefaultText()
+{
+    return u"کاربر گرامی مقدار پیش فرض حداکثر 50 حرف می تواند داشته باشد"_s;
+}
+
 QString ReminderTakenText()
 {
     return u"کاربر گرامی تعدادی کالا ثبت شده اند که دارای جزئیات تاریخی با قابلیت یادآوری سررسید می باشندکه این جزئیات هم در لیست جزئیات کالاهای فوق ثبت شده است و در صورتی که تیک یادآوری سررسید این جزئیات را هم بزنید  کالاهای فوق دارای دو جزئیات تاریخی با تیک یادآوری سررسید می شوند که همین امر مشکل ساز خواهد شد و به همین دلیل  افزودن تیک یادآوری سررسید برای این جزئیات امکان پذیر نمی باشد"_s;
@@ -46,6 +54,13 @@ QString StateCaption(const QString &title)
 bool Identifies(TDetailKind kind)
 {
     return kind == TDetailKind::Serial || kind == TDetailKind::Barcode;
+}
+
+/// What means something only together.
+auto Kindly(const TDetailType_Rec &record)
+{
+    return std::tie(record.DetailType, record.IsRequired, record.ToggleTitleTrue, record.ToggleTitleFalse,
+                    record.DefaultValue, record.DateType, record.DateAlarm);
 }
 
 bool Blank(const QLineEdit *edit)
@@ -148,6 +163,8 @@ void TDetailTypes_Get_FRM::Load()
     }
     m_ui->Code_EDT->setText(QString::number(id));
     Show(m_loaded);
+    m_before = Record();
+    m_itemsBefore = m_items->Items();
 }
 
 void TDetailTypes_Get_FRM::Show(const TDetailType_Rec &record)
@@ -324,6 +341,11 @@ std::vector<host::Check> TDetailTypes_Get_FRM::Validate()
              return When(kind == TDetailKind::List && m_items->DefaultItem() < 0,
                          Required(ui->DefaultValue_CMB, u"مقدار پیش فرض"_s));
          }},
+        {u"DefaultFits"_s,
+         [=, this] {
+             return When(kind == TDetailKind::Text && m_items->DefaultText().size() > DetailItems::LongestDefault,
+                         host::Warning(ui->DefaultValue_CMB, LongDefaultText()));
+         }},
         {u"ItemAdded"_s,
          [=] {
              return When(shown.items && !Blank(ui->RecommendValues_EDT),
@@ -389,19 +411,41 @@ TDetailType_Rec TDetailTypes_Get_FRM::Record() const
     return record;
 }
 
+/// What was not changed here stays as it is by now: another desk may have changed it.
+void TDetailTypes_Get_FRM::LeaveUnchanged(TDetailType_Rec &record, QStringList &items)
+{
+    TDetailType_Rec stored;
+    if (!m_data.DetailTypes_GetByID(record.ID, stored))
+        return;
+    const bool sameKind = Kindly(record) == Kindly(m_before) && m_items->Items() == m_itemsBefore;
+    if (record.Title == m_before.Title)
+        record.Title = stored.Title;
+    if (record.Comment == m_before.Comment)
+        record.Comment = stored.Comment;
+    if (!sameKind)
+        return;
+    stored.Title = record.Title;
+    stored.Comment = record.Comment;
+    record = stored;
+    items = detail_types::HasItems(record.DetailType) ? m_data.DetailTypesItems(record.ID) : QStringList();
+}
+
 void TDetailTypes_Get_FRM::Write()
 {
+    host::Transaction transaction(m_data.Connection());
     const host::TUserInfo &user = m_host.settings.UserInfo();
     TDetailType_Rec record = Record();
+    QStringList items = detail_types::HasItems(Kind()) ? m_items->Items() : QStringList();
+    if (!IsNew())
+        LeaveUnchanged(record, items);
     (IsNew() ? record.CreatedTime : record.ModifiedTime) = m_host.clock.NowTime();
     (IsNew() ? record.CreatedDate : record.ModifiedDate) = m_host.clock.NowDate();
     (IsNew() ? record.UserCreated : record.UserModified) = goods::StampUser(user.Name, user.Code);
-    const QStringList items = detail_types::HasItems(Kind()) ? m_items->Items() : QStringList();
-    if (!IsNew()) {
+    int id = record.ID;
+    if (IsNew())
+        m_data.DetailTypes_InsertWithItems(record, items, id);
+    else
         m_data.DetailTypes_UpdateWithItems(record, items);
-        return;
-    }
-    int id = 0;
-    m_data.DetailTypes_InsertWithItems(record, items, id);
+    transaction.Commit();
     SetKey(id);
 }

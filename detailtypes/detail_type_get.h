@@ -53,12 +53,15 @@ private:
     bool ReminderTaken();
     host::Refused IdentifiesAlone();
     TDetailType_Rec Record() const;
+    void LeaveUnchanged(TDetailType_Rec &record, QStringList &items);
 
     std::unique_ptr<Ui::TDetailTypes_Get_FRM> m_ui;
     TDetailTypes_DM m_data;
     DetailItems *m_items = nullptr;
     /// The type as it was loaded: what no control of its kind shows is written back as it was.
     TDetailType_Rec m_loaded;
+    TDetailType_Rec m_before;         ///< as the inputs say it, before anything is changed
+    QStringList m_itemsBefore;        ///< the same of the items
     bool m_isRequiredTouched = false; ///< the user clicked the box since the screen was shown
     bool m_isRequiredUserValue = false;
     bool m_shown = false;

@@ -181,12 +181,14 @@ void TestDetailCategories::categoriesAreKept()
         screen.Regain(u"SelectedList_List_DBTableView1"_s);
         screen.database.Exec(u"update DetailTypes_SelectedLists set DefaultSelectedList = 1 where Code = 7"_s);
         test::Drive([] { test::Press(Qt::Key_F5); },
-                    [](QWidget *editor) {
+                    [&](QWidget *editor) {
                         QVERIFY(test::Find<QLineEdit>(editor, u"Code_EDT"_s).isReadOnly());
                         test::Enter(editor, u"Comment_EDT"_s, u"دیگر"_s);
+                        // Another desk is faster.
+                        screen.database.Exec(u"update DetailTypes_SelectedLists set Title = N'نو' where Code = 7"_s);
                         test::Press(Qt::Key_F3);
                     });
-        QCOMPARE(screen.database.Rows(rows), QStringList{u"7|ابزار 'برقی' [نو]|دیگر|true"_s});
+        QCOMPARE(screen.database.Rows(rows), QStringList{u"7|نو|دیگر|true"_s});
 
         // Deleting leaves the rows of the members.
         screen.Regain(u"SelectedList_List_DBTableView1"_s);

@@ -185,9 +185,14 @@ private slots:
         e.Edit(1, [&](QWidget *screen) {
             QVERIFY(qobject_cast<host::TBaseGet_FRM *>(screen)->IsSaved());
             test::Enter(screen, u"Comment_EDT"_s, u"دیگر"_s);
+            // Another desk is faster: what was not changed here stays as it is by now.
+            e.database.Exec(u"update DetailTypes set Title = N'نو' where ID = 1"_s);
+            if (!items.isEmpty())
+                e.database.Exec(u"update DetailTypesItems set [Value] = N'بنفش' where [Value] = N'مشکی'"_s);
             test::Press(Qt::Key_F3);
         });
-        QCOMPARE(e.Types(Columns), QStringList{title + u'|' + row});
+        items.replaceInStrings(u"مشکی"_s, u"بنفش"_s);
+        QCOMPARE(e.Types(Columns), QStringList{u"نو|"_s + row});
         QCOMPARE(e.Types(audit), QStringList{u"دیگر"_s + created + u"|11:00:00|2024/07/30|علی (8)"_s});
         QCOMPARE(e.Items(), items);
     }
@@ -280,6 +285,14 @@ private slots:
             << u"ShowMessage(کاربر گرامی مقدار پیشنهادی نوشته شده هنوز به لیست افزوده نشده است، لطفا آن را با Enter "
                u"بیفزایید و یا پاک نمایید)"_s
             << u"RecommendValues_EDT"_s;
+        QTest::newRow("default too long")
+            << false
+            << titled(u"رنگ"_s, 2,
+                      [](QWidget *screen) {
+                          AddItems(screen, {u"سفید"_s});
+                          test::Enter(screen, u"DefaultValue_CMB"_s, QString(51, u'ش'));
+                      })
+            << u"ShowMessage(کاربر گرامی مقدار پیش فرض حداکثر 50 حرف می تواند داشته باشد)"_s << u"DefaultValue_CMB"_s;
         QTest::newRow("default of a list")
             << false << titled(u"رنگ"_s, 1, [](QWidget *screen) { AddItems(screen, {u"سفید"_s}); })
             << required(u"مقدار پیش فرض"_s) << u"DefaultValue_CMB"_s;
