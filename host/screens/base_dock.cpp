@@ -52,10 +52,22 @@ QString PlainCaption(QString caption)
     return caption.remove(u'&').remove(u':').trimmed();
 }
 
+QPushButton *MakeButton(QWidget *parent, const QString &name, const QString &caption)
+{
+    auto *button = new QPushButton(caption, parent);
+    button->setObjectName(name);
+    button->setAutoDefault(false);
+    return button;
+}
+
 /// Tells the user that another desk is writing, until `attempt` succeeds; true when he gave up before.
 bool WaitForLock(const QString &title, QWidget *parent, const LockWait::Attempt &attempt)
 {
-    QProgressDialog dialog(u"پایگاه داده مشغول است. در انتظار پایان کار دیگران ..."_s, u"انصراف Esc"_s, 0, 0, parent);
+    QProgressDialog dialog(u"پایگاه داده مشغول است. در انتظار پایان کار دیگران ..."_s, {}, 0, 0, parent);
+    // Only Esc and the mouse give up: a scanner sends the next Enter while the user waits.
+    QPushButton *cancel = MakeButton(&dialog, u"Cancel_BTN"_s, u"انصراف Esc"_s);
+    cancel->setFocusPolicy(Qt::NoFocus);
+    dialog.setCancelButton(cancel);
     dialog.setObjectName(u"LockWait_PRG"_s);
     dialog.setWindowTitle(title);
     dialog.setWindowModality(Qt::ApplicationModal);
@@ -68,14 +80,6 @@ bool WaitForLock(const QString &title, QWidget *parent, const LockWait::Attempt 
     });
     attempts.start(AttemptMilliseconds);
     return dialog.exec() != QDialog::Accepted;
-}
-
-QPushButton *MakeButton(QWidget *parent, const QString &name, const QString &caption)
-{
-    auto *button = new QPushButton(caption, parent);
-    button->setObjectName(name);
-    button->setAutoDefault(false);
-    return button;
 }
 
 } // namespace
