@@ -10,6 +10,7 @@
 #include "host/screens/print_page.h"
 #include "ui_division_get.h"
 
+#include <QApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMenu>
@@ -93,7 +94,11 @@ void TGoodDetailDivision_Get_FRM::BindCommands()
         m_ui->Scan_EDT->setFocus(Qt::ShortcutFocusReason);
         m_ui->Scan_EDT->selectAll();
     });
-    connect(m_ui->Scan_EDT, &QLineEdit::textEdited, this, [this] { Tell({}); });
+    connect(m_ui->Scan_EDT, &QLineEdit::textEdited, this, [this] {
+        m_answered.clear();
+        Tell({});
+    });
+    m_ui->Scan_EDT->installEventFilter(this);
 }
 
 void TGoodDetailDivision_Get_FRM::Prepare()
@@ -191,6 +196,8 @@ void TGoodDetailDivision_Get_FRM::Tell(const QString &note)
     // The text may begin with what was scanned: the mark keeps it a sentence from the right.
     m_ui->Note_LBL->setText(note.isEmpty() ? note : u"\u200F"_s + note);
     m_ui->Note_LBL->setVisible(!note.isEmpty());
+    if (!note.isEmpty())
+        QApplication::beep(); // who scans looks at the goods
 }
 
 int TGoodDetailDivision_Get_FRM::CurrentRow() const
@@ -295,6 +302,7 @@ void TGoodDetailDivision_Get_FRM::TakeScan()
 {
     const QString text = host::SerialText(m_ui->Scan_EDT->text());
     Tell({});
+    m_answered = m_ui->Scan_EDT->text();
     if (text.isEmpty()) {
         m_ui->Scan_EDT->clear();
         return;
@@ -310,6 +318,12 @@ void TGoodDetailDivision_Get_FRM::TakeScan()
     if (unit.Row == 0 && !host::Granted(m_host, SoftwarePart(), host::TPermission::Create))
         return;
     OpenUnit(unit);
+}
+
+bool TGoodDetailDivision_Get_FRM::ScanPending() const
+{
+    const QString text = m_ui->Scan_EDT->text();
+    return !host::SerialText(text).isEmpty() && text != m_answered;
 }
 
 int TGoodDetailDivision_Get_FRM::ChooseUnit(const QList<Unit> &units)
@@ -360,6 +374,15 @@ std::vector<host::Check> TGoodDetailDivision_Get_FRM::Validate()
     return {
         {u"DateGiven"_s,
          [this] { return host::When(!m_ui->Date_EDT->Date().isValid(), host::Required(m_ui->Date_EDT, u"تاریخ"_s)); }},
+        {u"NothingPending"_s,
+         [this] {
+             return host::When(
+                 ScanPending(),
+                 host::Warning(
+                     m_ui->Scan_EDT,
+                     u"کاربر گرامی، «%1» هنوز سطری نشده است. با Enter آن را باز یا از خانه‌ی سریال پاک کنید."_s
+                         .arg(host::SerialText(m_ui->Scan_EDT->text()))));
+         }},
         {u"RowsGiven"_s,
          [this] {
              return host::When(m_data.Rows_QRY.RecordCount() == 0,
@@ -424,6 +447,16 @@ bool TGoodDetailDivision_Get_FRM::FormKeyDown(QKeyEvent *event)
         return true;
     }
     return TBaseGet_FRM::FormKeyDown(event);
+}
+
+/// Some scanners end with Tab.
+bool TGoodDetailDivision_Get_FRM::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched != m_ui->Scan_EDT || event->type() != QEvent::KeyPress ||
+        static_cast<QKeyEvent *>(event)->key() != Qt::Key_Tab || m_ui->Scan_EDT->isReadOnly() || !ScanPending())
+        return TBaseGet_FRM::eventFilter(watched, event);
+    Command(Title(), [this] { TakeScan(); });
+    return true;
 }
 
 void TGoodDetailDivision_Get_FRM::Print(QPrinter &printer)

@@ -51,6 +51,7 @@ protected:
     void SetReadOnly(bool readOnly) override;
     void FormClose() override;
     bool FormKeyDown(QKeyEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     /// A unit that may become a row, or one that is a row already.
@@ -82,6 +83,8 @@ private:
     void EditRow();
     void DeleteRow();
     void TakeScan();
+    /// What stands in the field was not answered yet.
+    bool ScanPending() const;
     QList<Unit> UnitsOf(const QString &text) const;
     /// Which of several the user means; -1 for none.
     int ChooseUnit(const QList<Unit> &units);
@@ -95,4 +98,5 @@ private:
     std::unique_ptr<Ui::TGoodDetailDivision_Get_FRM> m_ui;
     std::unique_ptr<TGoodDetailDivision_DetailItems_Get_FRM> m_items; ///< made on first use
     host::TDivisionHeader m_header;                                   ///< as it was read, or as a new one begins
+    QString m_answered; ///< what was scanned last, while it stands in the field as it was
 };

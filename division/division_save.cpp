@@ -2,6 +2,7 @@
 
 #include "host/data/persian_text.h"
 #include "host/data/query.h"
+#include "host/data/sql_text.h"
 #include "host/data/transaction.h"
 
 #include <QHash>
@@ -137,6 +138,59 @@ void PartsFitRows(host::Host &host, int code)
                  host::PersianDigits(host::QuantityToText(first != 0 ? first : fault.Number(u"Amount2")))));
 }
 
+/// Day of a row of the ledger, `k`: that of its movement. The opening stock has none, it was there from the beginning.
+QString Day()
+{
+    return u"ISNULL((SELECT MIN(m.[Date]) FROM Kardex AS m WHERE m.OperationType = k.OperationType AND m.OperationCode = "
+           "k.OperationCode AND m.OperationRow = k.OperationRow), N'')"_s;
+}
+
+/// Rows that do not go with the division's day: of the unit there was too little by then (Used 0, OtherDay when the
+/// last of it came), or a part was used before (Used 1, OtherDay when first).
+QString OutOfTimeText(const host::TDivisionHeader &header, TFormMode mode, qsizetype most)
+{
+    const QString code = QString::number(header.Code);
+    const QString date = host::QuotedStr(header.Date);
+    const QString names = u"s.OperationRow, s.GoodDetail, s.GoodName, s.StoreName"_s;
+    QString rows =
+        u"SELECT 0 AS Used, %1, MAX(CASE WHEN d.Amount1 > 0 THEN d.Day END) AS OtherDay FROM "
+        "#GoodDetailDivisionDetailTemp AS s INNER JOIN (SELECT k.DetailValueID, k.StoreCode, k.Amount1, %2 AS Day FROM "
+        "GoodDetailKardex AS k WHERE k.DetailValueID IN (SELECT DetailValueID FROM #GoodDetailDivisionDetailTemp WHERE "
+        "Tmp = 0)) AS d ON d.DetailValueID = s.DetailValueID AND d.StoreCode = s.StoreCode WHERE s.Tmp = 0 GROUP BY %1 "
+        "HAVING SUM(CASE WHEN d.Day <= %3 THEN d.Amount1 ELSE 0 END) < 0"_s.arg(names, Day(), date);
+    if (mode == TFormMode::Edit)
+        rows +=
+            u" UNION ALL SELECT 1, %1, MIN(m.[Date]) FROM #GoodDetailDivisionDetailTemp AS s INNER JOIN "
+            "GoodDetailDivisionDetailItems AS p ON p.DivisionCode = %2 AND p.DivisionRow = s.OperationRow INNER JOIN "
+            "GoodDetailKardex AS e ON e.OperationType = 25 AND e.OperationCode = %2 AND e.OperationRow = "
+            "p.OperationRow INNER JOIN GoodDetailKardex AS k ON k.DetailValueID = e.DetailValueID AND NOT "
+            "(k.OperationType = 25 AND k.OperationCode = %2) INNER JOIN Kardex AS m ON m.OperationType = "
+            "k.OperationType AND m.OperationCode = k.OperationCode AND m.OperationRow = k.OperationRow AND m.[Date] < "
+            "%3 WHERE s.Tmp = 0 GROUP BY %1"_s.arg(names, code, date);
+    return u"SELECT TOP %1 r.Used, r.GoodDetail, r.GoodName, r.StoreName, r.OtherDay FROM (%2) AS r ORDER BY r.Used, "
+           "r.OperationRow"_s.arg(most)
+               .arg(rows);
+}
+
+/// Nothing is divided before it came, nor after its parts were used: the history would show less than nothing.
+void DayFitsRows(host::Host &host, const host::TDivisionHeader &header, TFormMode mode)
+{
+    host::Query faults(host.DM.ADOConnection1, OutOfTimeText(header, mode, ShownRefusals));
+    if (faults.IsEmpty())
+        return;
+    const bool used = faults.Int(u"Used") != 0;
+    QStringList lines{
+        (used
+             ? u"کاربر گرامی، تاریخ تقسیم (%1) پس از آن است که قطعه‌های این اقلام به کار رفته‌اند. تاریخ را اصلاح کنید."_s
+             : u"کاربر گرامی، این اقلام در تاریخ تقسیم (%1) به این مقدار در انبار نبوده‌اند. تاریخ را اصلاح کنید."_s)
+            .arg(host::PersianDigits(header.Date))};
+    for (; !faults.Eof() && (faults.Int(u"Used") != 0) == used; faults.Next())
+        lines << u"«%1» (%2، انبار «%3»): %4 %5"_s.arg(
+            faults.Text(u"GoodDetail"), faults.Text(u"GoodName"), faults.Text(u"StoreName"),
+            used ? u"نخستین بار در"_s : u"آخرین ورود در"_s, host::PersianDigits(faults.Text(u"OtherDay")));
+    throw DivisionRefused(lines.join(u'\n'));
+}
+
 template <typename Steps> void InTransaction(host::Host &host, const Steps &steps)
 {
     try {
@@ -183,6 +237,7 @@ void Save(host::Host &host, const host::TDivisionHeader &header, TFormMode mode)
         PartsFitRows(host, code);
         host.stock.SaveStorageAutoOperation(TOperationType::DivisionExit, code);
         host.stock.SaveStorageAutoOperation(TOperationType::DivisionEntry, code);
+        DayFitsRows(host, header, mode);
         host.detailMovements.ExitGoodDetails_DeleteAll(quint8(TOperationType::DivisionExit), code);
     });
 }

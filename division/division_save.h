@@ -18,9 +18,9 @@ private:
 namespace division {
 
 /// Writes a division out of the working tables of the connection: header, rows, parts, their movements in the detail
-/// ledger and in stock, in one transaction. A division that another desk has saved since it was read, or of which a
-/// part that is used would go, is refused. Keeps the working tables; who is done with them drops them.
-/// Throws DivisionRefused and DatabaseError.
+/// ledger and in stock, in one transaction. A division that another desk has saved since it was read, of which a part
+/// that is used would go, or whose day lies before its units came or after its parts were used, is refused. Keeps the
+/// working tables; who is done with them drops them. Throws DivisionRefused and DatabaseError.
 void Save(host::Host &host, const host::TDivisionHeader &header, host::TFormMode mode);
 
 /// Removes a division with all its movements, in one transaction. Throws as above.

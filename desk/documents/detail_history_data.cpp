@@ -107,20 +107,23 @@ void DetailHistoryData::Kin(int detailValueId)
 
 void DetailHistoryData::Movements(int detailValueId)
 {
-    const QString running = u"SUM(m.Amount1) OVER (%1ORDER BY m.Day, m.ID ROWS UNBOUNDED PRECEDING)"_s;
+    // The opening stock comes first, whatever its date.
+    const QString order = u"m.Later, m.Day, m.ID"_s;
+    const QString running = u"SUM(m.Amount1) OVER (%1ORDER BY "_s + order + u" ROWS UNBOUNDED PRECEDING)"_s;
     Movements_QRY.Open(
-        u"SELECT ROW_NUMBER() OVER (ORDER BY m.Day, m.ID) AS Radif, m.Day AS [Date], m.Kind, CASE WHEN m.OperationType <> 3 THEN m.OperationCode END AS Number, "
+        u"SELECT ROW_NUMBER() OVER (ORDER BY %9) AS Radif, m.Day AS [Date], m.Kind, CASE WHEN m.OperationType <> 3 THEN m.OperationCode END AS Number, "
         "s.Name AS StoreName, CASE WHEN m.Amount1 > 0 THEN m.Amount1 END AS In1, CASE WHEN m.Amount1 < 0 THEN -m.Amount1 "
-        "END AS Out1, %1 AS StoreBalance, %2 AS Balance FROM (SELECT k.ID, k.StoreCode, k.OperationType, k.OperationCode, k.Amount1, %3 AS "
-        "Kind, COALESCE(d.[Date], v.[Date], (SELECT TOP 1 [DATE] FROM inf_co)) AS Day FROM GoodDetailKardex AS k LEFT JOIN "
+        "END AS Out1, %1 AS StoreBalance, %2 AS Balance FROM (SELECT k.ID, k.StoreCode, k.OperationType, k.OperationCode, k.Amount1, CASE WHEN "
+        "k.OperationType = 3 THEN 0 ELSE 1 END AS Later, %3 AS Kind, COALESCE(d.[Date], v.[Date], (SELECT TOP 1 [DATE] FROM inf_co)) AS Day FROM GoodDetailKardex AS k LEFT JOIN "
         "Documents AS d ON d.Kind = CASE k.OperationType WHEN %4 THEN %5 ELSE k.OperationType END AND d.Code = "
         "k.OperationCode LEFT JOIN GoodDetailDivision AS v ON k.OperationType IN (%6, %7) AND v.Code = k.OperationCode "
-        "WHERE k.DetailValueID = %8) AS m INNER JOIN Stores AS s ON s.Code = m.StoreCode ORDER BY m.Day, m.ID"_s.arg(
+        "WHERE k.DetailValueID = %8) AS m INNER JOIN Stores AS s ON s.Code = m.StoreCode ORDER BY %9"_s.arg(
             running.arg(u"PARTITION BY m.StoreCode "_s), running.arg(QString()), KindNames(),
             QString::number(static_cast<int>(host::TOperationType::TransferIn)),
             QString::number(static_cast<int>(host::TOperationType::TransferOut)),
             QString::number(static_cast<int>(host::TOperationType::DivisionExit)),
-            QString::number(static_cast<int>(host::TOperationType::DivisionEntry)), QString::number(detailValueId)));
+            QString::number(static_cast<int>(host::TOperationType::DivisionEntry)), QString::number(detailValueId),
+            order));
 }
 
 } // namespace desk

@@ -9,6 +9,7 @@
 #include "rules/unit_arithmetic.h"
 #include "ui_document_lines.h"
 
+#include <QApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
 
@@ -84,6 +85,10 @@ void DocumentLinesPage::BindInputs()
         input->setProperty("watched", true);
         input->installEventFilter(this);
     }
+    connect(m_ui->Scan_EDT, &QLineEdit::textEdited, this, [this] {
+        m_refusedScan.clear();
+        m_waits = false;
+    });
     for (host::NumericEdit *edit : {m_ui->Amount1_EDT, m_ui->Amount2_EDT, m_ui->Price_EDT})
         connect(edit, &QLineEdit::textChanged, this, [this, edit] { Typed(edit); });
     m_ui->LineStore_Entity->SetSource(m_host.entities, host::TSoftwarePart::Stores);
@@ -227,13 +232,22 @@ void DocumentLinesPage::Tell(const QString &text)
     // The text may begin with what was scanned: the mark keeps it a sentence from the right.
     m_ui->Note_LBL->setText(text.isEmpty() ? text : u"\u200F"_s + text);
     m_ui->Note_LBL->setVisible(!text.isEmpty());
+    if (!text.isEmpty())
+        QApplication::beep(); // who scans looks at the goods
     m_ui->Scan_EDT->selectAll();
     m_refusedScan = text.isEmpty() ? QString() : Scanned();
+    m_waits = false;
 }
 
 QString DocumentLinesPage::Scanned() const
 {
     return m_ui->Scan_EDT->text().trimmed();
+}
+
+bool DocumentLinesPage::ScanPending() const
+{
+    const QString scanned = Scanned();
+    return !scanned.isEmpty() && scanned != m_refusedScan;
 }
 
 void DocumentLinesPage::Resolve()
@@ -244,9 +258,8 @@ void DocumentLinesPage::Resolve()
 
 host::Refused DocumentLinesPage::Unfinished() const
 {
-    const QString scanned = Scanned();
-    if (!scanned.isEmpty() && scanned != m_refusedScan)
-        return host::Warning(m_ui->Scan_EDT, MessageText(message::ScanPending, {scanned}));
+    if (ScanPending() || (m_waits && !Scanned().isEmpty()))
+        return host::Warning(m_ui->Scan_EDT, MessageText(message::ScanPending, {Scanned()}));
     return host::When(Current() >= 0 && m_ui->LineStore_Entity->Code() == 0,
                       host::Required(m_ui->LineStore_Entity, u"انبار"_s));
 }
@@ -364,7 +377,8 @@ bool DocumentLinesPage::EnterPressed(QObject *watched)
             return true;
         }
     }
-    m_ui->Scan_EDT->clear();
+    if (!ScanPending() && !m_waits)
+        m_ui->Scan_EDT->clear();
     FocusScan();
     return true;
 }
@@ -378,6 +392,11 @@ bool DocumentLinesPage::eventFilter(QObject *watched, QEvent *event)
     case Qt::Key_Return:
     case Qt::Key_Enter:
         return EnterPressed(watched) || QWidget::eventFilter(watched, event);
+    case Qt::Key_Tab: // some scanners end with it
+        if (watched != m_ui->Scan_EDT || !ScanPending())
+            break;
+        m_run([this] { TakeScan(); });
+        return true;
     case Qt::Key_Down:
         if (watched != m_ui->Scan_EDT || m_lines.IsEmpty())
             break;

@@ -102,6 +102,8 @@ private:
     void ShowTotal();
     void Tell(const QString &text);
     QString Scanned() const;
+    /// What stands in the field was not answered yet.
+    bool ScanPending() const;
 
     host::Host &m_host;
     LineDetailScreens &m_screens;
@@ -117,6 +119,7 @@ private:
     int m_answersCode = 0;
     std::optional<Document> m_answered;
     QString m_refusedScan;  ///< stands in the field, but was answered already
+    bool m_waits = false;   ///< … that something is missing above the lines
     bool m_showing = false; ///< the inputs are being filled
 };
 

@@ -51,10 +51,14 @@ void DocumentLinesPage::TakeScan()
         m_ui->Scan_EDT->clear();
         return;
     }
-    if (m_storeCode == 0)
-        return Tell(MessageText(message::RequiredField, {u"انبار"_s}));
-    if (m_kind->mustAnswer && !m_answered)
-        return Tell(MessageText(message::RequiredField, {u"سند "_s + DocumentKindOf(m_kind->answers).name}));
+    const QString missing = m_storeCode == 0                    ? u"انبار"_s
+                            : m_kind->mustAnswer && !m_answered ? u"سند "_s + DocumentKindOf(m_kind->answers).name
+                                                                : QString();
+    if (!missing.isEmpty()) {
+        Tell(MessageText(message::RequiredField, {missing}));
+        m_waits = true;
+        return;
+    }
     const auto scan = ResolveScan(m_host.DM.ADOConnection1, typed);
     if (!scan)
         return Tell(MessageText(message::ScanUnknown, {typed}));

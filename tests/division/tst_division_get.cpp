@@ -118,6 +118,11 @@ void TestDivisionGet::withoutRows()
         // A unit that is looked at and left is no row.
         Editor::Scan(screen, u"200034001"_s, {}, Qt::Key_Escape);
         QVERIFY(Editor::Rows(screen).IsEmpty());
+        // A scan that no Enter followed is not saved over; a scanner's Tab is as good.
+        test::Type(u"200034002"_s);
+        test::Press(Qt::Key_F3);
+        QVERIFY(shop.messages.Take().contains(u"«200034002» هنوز سطری نشده است"_s));
+        test::Drive([] { test::Press(Qt::Key_Tab); }, [](QWidget *) { test::Press(Qt::Key_Escape); });
         test::Press(Qt::Key_Escape);
     });
     QCOMPARE(shop.result, 0);

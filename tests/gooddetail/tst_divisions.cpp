@@ -68,6 +68,7 @@ private slots:
     void editsWhatIsNotUsed();
     void meetsOtherDesks();
     void keepsTypedPartsApart();
+    void keepsItsDay();
     void sendsAsManyStatementsForManyParts();
 
 private:
@@ -267,6 +268,28 @@ void TestDivisions::keepsTypedPartsApart()
         service.GoodDetailDivision_GetALL(list, {from, to});
         QCOMPARE(list.RecordCount(), found);
     }
+}
+
+/// Not before its units came, not behind the use of its parts; the opening stock was always there.
+void TestDivisions::keepsItsDay()
+{
+    test::Divider divider(m_desk->desk.host);
+    divider.Open();
+    divider.Take(5101, u"W"_s, {4}, {{4, 0, 0, 0, 0, 2}});
+    QCOMPARE(divider.Save(), QString());
+    divider.Open();
+    divider.header.Date = u"1405/02/02"_s;
+    divider.Take(5101, u"W/1"_s, {1.5L}, {{1.5L, 0, 0, 0, 0, 1}});
+    QCOMPARE(
+        divider.Save(),
+        u"کاربر گرامی، این اقلام در تاریخ تقسیم (۱۴۰۵/۰۲/۰۲) به این مقدار در انبار نبوده‌اند. تاریخ را اصلاح کنید.\n«W/1» (g، انبار «a»): آخرین ورود در ۱۴۰۵/۰۲/۰۳"_s);
+    divider.header.Date = u"1405/02/03"_s;
+    QCOMPARE(divider.Save(), QString());
+    divider.Open(1, TFormMode::Edit);
+    divider.header.Date = u"1405/02/04"_s;
+    QVERIFY(divider.Save().endsWith(u"«W» (g5101، انبار «a»): نخستین بار در ۱۴۰۵/۰۲/۰۳"_s));
+    divider.header.Date = u"1404/01/01"_s;
+    QCOMPARE(divider.Save(), QString());
 }
 
 void TestDivisions::sendsAsManyStatementsForManyParts()
