@@ -49,6 +49,7 @@ void Divide(host::Host &host, qint64 serial)
     test::Divider divider(host);
     divider.store = Store;
     const auto save = [&](const QString &unit, host::Quantity amount, int pieces) {
+        divider.header.Date = u"1405/09/01"_s; // it was bought on that day
         divider.Retake(1, Good, unit, {amount}, {{amount, 0, 0, 0, 0, host::Quantity(pieces)}});
         if (const QString refused = divider.Save(); !refused.isEmpty())
             qFatal("%s", qPrintable(refused));
