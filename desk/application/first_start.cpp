@@ -4,11 +4,11 @@
 #include "desk/messages/message_box.h"
 #include "host/data/database_error.h"
 #include "host/look/icons.h"
+#include "host/screens/documents_folder.h"
 #include "ui_first_start.h"
 
 #include <QDir>
 #include <QFileDialog>
-#include <QStandardPaths>
 
 using namespace Qt::StringLiterals;
 
@@ -16,9 +16,9 @@ namespace desk {
 
 QString ChooseBackup(QWidget *parent)
 {
-    QString file = QFileDialog::getOpenFileName(parent, u"نسخه‌ی پشتیبان"_s,
-                                                QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation),
-                                                u"پایگاه داده (*.db);;همه‌ی فایل‌ها (*)"_s);
+    QString file =
+        QFileDialog::getOpenFileName(parent, u"نسخه‌ی پشتیبان"_s, host::DocumentsFolder(),
+                                     u"پایگاه داده \u2066(*.db);;همه‌ی فایل‌ها (*)"_s);
     if (file.isEmpty())
         return {};
     try {

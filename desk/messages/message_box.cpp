@@ -29,12 +29,22 @@ QIcon IconOf(host::MessageIcon icon)
     return host::Icon(host::Glyph::Information, host::theme::Accent);
 }
 
+/// A paragraph that begins with the name of a file is read from the right like all others.
+QString FromTheRight(const QString &text)
+{
+    QStringList lines = text.split(u'\n');
+    for (QString &line : lines)
+        if (!line.isRightToLeft())
+            line.prepend(QChar(0x200F));
+    return lines.join(u'\n');
+}
+
 void Dress(QMessageBox &box, const QString &text, const QString &caption, const QIcon &icon)
 {
     box.setObjectName(u"Message_BOX"_s);
     box.setWindowTitle(caption.isEmpty() ? QString::fromUtf16(MessageCaption) : caption);
     box.setTextFormat(Qt::PlainText);
-    box.setText(text);
+    box.setText(FromTheRight(text));
     box.setIconPixmap(icon.pixmap(QSize(IconSize, IconSize), box.devicePixelRatioF()));
 }
 

@@ -17,6 +17,7 @@
 #include "host/data/query.h"
 #include "host/look/icons.h"
 #include "host/look/theme.h"
+#include "host/screens/documents_folder.h"
 
 #include <QCloseEvent>
 #include <QDir>
@@ -25,7 +26,6 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMenuBar>
-#include <QStandardPaths>
 #include <QStatusBar>
 #include <QTabBar>
 #include <QTabWidget>
@@ -401,8 +401,7 @@ void MainWindow::BackUpDatabase()
 {
     if (!MayManage(u"پشتیبان‌گیری"_s))
         return;
-    QFileDialog dialog(this, u"پشتیبان‌گیری"_s,
-                       QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation), u"پایگاه داده (*.db)"_s);
+    QFileDialog dialog(this, u"پشتیبان‌گیری"_s, host::DocumentsFolder(), u"پایگاه داده \u2066(*.db)"_s);
     dialog.setObjectName(u"Backup_DLG"_s);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setDefaultSuffix(u"db"_s);

@@ -3,6 +3,7 @@
 #include "host/look/theme.h"
 
 #include <QPainter>
+#include <QProgressBar>
 #include <QStyleFactory>
 #include <QStyleOption>
 #include <QTextLayout>
@@ -116,6 +117,13 @@ void HouseStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *opt
         DrawIndicator(*painter, *option, circle);
     else
         QProxyStyle::drawPrimitive(element, option, painter, widget);
+}
+
+void HouseStyle::polish(QWidget *widget)
+{
+    QProxyStyle::polish(widget);
+    if (qobject_cast<QProgressBar *>(widget))
+        widget->setLocale(QLocale(QLocale::Persian, QLocale::Iran));
 }
 
 int HouseStyle::styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,

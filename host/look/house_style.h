@@ -19,6 +19,9 @@ public:
     /// The buttons of the toolkit's own dialogs carry no icons, like all others.
     void drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
                        const QWidget *widget = nullptr) const override;
+    /// Bars of progress count in Persian digits.
+    void polish(QWidget *widget) override;
+    using QProxyStyle::polish;
     int styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
                   QStyleHintReturn *returned) const override;
 };

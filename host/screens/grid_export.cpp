@@ -1,12 +1,12 @@
 #include "host/screens/grid_export.h"
 
 #include "host/controls/grid.h"
+#include "host/screens/documents_folder.h"
 #include "host/screens/grid_print.h"
 #include "host/screens/table_writer.h"
 
 #include <QFileDialog>
 #include <QProgressDialog>
-#include <QStandardPaths>
 
 #include <stdexcept>
 
@@ -27,9 +27,9 @@ GridExport::GridExport(Grid &grid, const QString &title, const QString &date)
 
 bool GridExport::Run(QWidget *parent)
 {
-    const QStringList kinds{u"برگه‌ی اکسل (*.xlsx)"_s, u"متن جداشده با ویرگول (*.csv)"_s, u"PDF (*.pdf)"_s};
-    QFileDialog dialog(parent, u"خروجی فهرست"_s, QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation),
-                       kinds.join(u";;"));
+    const QStringList kinds{u"برگه‌ی اکسل \u2066(*.xlsx)"_s, u"متن جداشده با ویرگول \u2066(*.csv)"_s,
+                            u"PDF (*.pdf)"_s};
+    QFileDialog dialog(parent, u"خروجی فهرست"_s, DocumentsFolder(), kinds.join(u";;"));
     dialog.setObjectName(u"Export_DLG"_s);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     const auto endingOf = [](const QString &kind) { return kind.section(u"*."_s, 1).chopped(1); };

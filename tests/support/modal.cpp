@@ -44,6 +44,15 @@ void FailNameless(const QWidget &screen)
         Fail(u"without a name on %1: %2"_s.arg(screen.windowTitle(), nameless.join(u", ")));
 }
 
+/// Without a window manager nobody gives the keys back to the screen below one that closed.
+void GiveKeysBack(QWidget *window)
+{
+    if (!window || !window->isVisible() || window->isActiveWindow())
+        return;
+    window->activateWindow();
+    static_cast<void>(QTest::qWaitForWindowActive(window));
+}
+
 QWidget *Target()
 {
     if (QWidget *popup = QApplication::activePopupWidget())
@@ -99,15 +108,13 @@ void Drive(const std::function<void()> &open, const std::function<void(QWidget *
     open();
     if (!wasDriven)
         Fail(u"no modal screen appeared"_s);
-    // Without a window manager nobody gives the keys back to the screen below one that closed.
-    if (from && from->isVisible() && !from->isActiveWindow() && QApplication::activeModalWidget() == before) {
-        from->activateWindow();
-        static_cast<void>(QTest::qWaitForWindowActive(from));
-    }
+    if (QApplication::activeModalWidget() == before)
+        GiveKeysBack(from);
 }
 
 void DriveMenu(const std::function<void()> &open, const std::function<void()> &drive)
 {
+    const QPointer<QWidget> from = QApplication::activeWindow();
     bool wasDriven = false;
     QTimer poll;
     poll.setInterval(5);
@@ -126,6 +133,7 @@ void DriveMenu(const std::function<void()> &open, const std::function<void()> &d
     open();
     if (!wasDriven)
         Fail(u"no menu appeared"_s);
+    GiveKeysBack(from);
 }
 
 void Press(Qt::Key key, Qt::KeyboardModifiers modifiers)

@@ -6,6 +6,7 @@
 
 #include <QScopeGuard>
 #include <QSqlError>
+#include <QSqlField>
 #include <QSqlQuery>
 #include <QSqlRecord>
 

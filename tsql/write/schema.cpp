@@ -117,10 +117,11 @@ QueryText Writer::SchemaView(const QString &view) const
     QStringList names;
     for (std::size_t i = 1; i <= result.columns.size(); ++i) {
         const bool text = result.columns[i - 1].type.IsText();
-        names += u"column%1%2 AS \"c%1\""_s.arg(i).arg(text ? u" COLLATE TSQL_CI"_s : QString());
+        const QString value = rows.isEmpty() ? u"NULL"_s : u"column%1"_s.arg(i);
+        names += u"%1%2 AS \"c%3\""_s.arg(value, text ? u" COLLATE TSQL_CI"_s : QString()).arg(i);
     }
-    result.sql = rows.isEmpty() ? u"SELECT NULL"_s + u", NULL"_s.repeated(names.size() - 1) + u" WHERE 0"_s
-                                : u"SELECT %1 FROM (VALUES %2)"_s.arg(names.join(u", "_s), rows.join(u", "_s));
+    result.sql = u"SELECT "_s + names.join(u", "_s) +
+                 (rows.isEmpty() ? u" WHERE 0"_s : u" FROM (VALUES %1)"_s.arg(rows.join(u", "_s)));
     return result;
 }
 
