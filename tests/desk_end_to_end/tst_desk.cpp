@@ -97,7 +97,8 @@ void TestDesk::refusesOtherDatabases_data()
     QTest::addColumn<QString>("says");
     QTest::newRow("no database") << QByteArray("a letter to the accountant") << QString() << u"باز نشد"_s;
     QTest::newRow("empty file") << QByteArray() << QString() << u"inf_co"_s;
-    QTest::newRow("an earlier version") << QByteArray() << u"DROP TABLE OnlineProduct"_s << u"نسخه‌ی پیشین"_s;
+    QTest::newRow("an earlier version") << QByteArray() << u"DROP TABLE OnlineProduct"_s
+                                        << u"نسخه‌ی پیشین"_s;
 }
 
 /// One line that names the file and what is wrong with it; what is no database stays as it is.
